@@ -1,0 +1,41 @@
+#pragma once
+
+#include "data/records/StructRecord.h"
+#include "data/schema/Column.h"
+#include "data/schema/RowArray.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// The description of one table: the single place where it is said what its rows are called, how they are
+/// stored and what their columns mean. Everything that treats tables alike reads it.
+struct TableSchema {
+    eTableType type = kNoTable;
+    std::string name;            ///< SQL name, words joined by '_'
+    std::vector<Column> columns; ///< ascending by number, from 1; the key is no column of its own
+    eTableType commitsWith = kNoTable; ///< the table type in whose commit this table takes part
+    std::function<std::unique_ptr<RowArray>()> makeRows;
+
+    /// Name on the command line, words joined by '-'.
+    std::string kindName() const;
+    /// What a row is called in English, words joined by blanks.
+    std::string rowName() const;
+    /// The column of this number or name, or null.
+    const Column* column(int number) const;
+    const Column* column(std::string_view columnName) const;
+};
+
+/// All tables, in the order of their types.
+const std::vector<TableSchema>& allTables();
+
+/// The table of this type, or null when there is none (48 "not set", or out of range).
+const TableSchema* findTable(eTableType type);
+
+/// The table of this SQL or command line name, or null.
+const TableSchema* findTable(std::string_view name);
+
+/// The table type whose rows are records of type R; given for each record in TableDeclarations.h.
+template <typename R>
+inline constexpr eTableType tableOf = kNoTable;

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "data/schema/TableSchema.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+/// Outcome of an operation that can fail for reasons outside the program: empty text on success, otherwise
+/// one sentence for the user that names the file and says what to do.
+struct StoreResult {
+    std::string error;
+
+    bool ok() const { return error.empty(); }
+    explicit operator bool() const { return ok(); }
+    static StoreResult failure(std::string sentence) { return {std::move(sentence)}; }
+};
+
+/// One stored cell of a row to be changed, with the value that it must still hold.
+struct CellChange {
+    std::int32_t key = 0;
+    const Column* column = nullptr;
+    CellValue stored;
+    CellValue wanted;
+};
+
+/// The net change of one table: what a commit has to write. Records are of the table's own type and are
+/// owned by the caller for the time of the call.
+struct TableChange {
+    const TableSchema* table = nullptr;
+    std::vector<CellChange> cells;
+    std::vector<const StructRecord*> appended;
+    std::vector<const StructRecord*> deleted; ///< with the content that the stored row must still have
+
+    bool isEmpty() const { return cells.empty() && appended.empty() && deleted.empty(); }
+};
+
+/// A place where the stored database no longer holds what it held when it was read.
+struct StoreConflict {
+    const TableSchema* table = nullptr;
+    std::int32_t key = 0;
+    const Column* column = nullptr; ///< null when the whole row is concerned (gone, or its key taken)
+    std::string stored;             ///< what the database holds now, as text; empty when the row is gone
+    std::string mine;
+    std::string before; ///< what it held when this program read it
+};
+
+/// A cell or table that could not be read as declared. Its default stands in its place.
+struct ReadProblem {
+    std::string sentence; ///< names file, table, row and column
+};
+
+/// One style database in a database engine. A store reads tables whole and applies changes in transactions;
+/// it holds no rows itself.
+class StyleStore {
+public:
+    virtual ~StyleStore() = default;
+
+    /// File name or connection, for sentences to the user.
+    virtual const std::string& name() const = 0;
+    virtual bool isReadOnly() const = 0;
+
+    /// Reads all rows of `table`, sorted by key, into the empty array `rows`. Cells that do not fit their
+    /// column keep the default and are reported in `problems`; a missing table or column likewise. Fails only
+    /// when nothing can be read at all.
+    virtual StoreResult readTable(const TableSchema& table, RowArray& rows,
+                                  std::vector<ReadProblem>& problems) = 0;
+
+    /// Opens the transaction in which the following `apply` calls take part.
+    virtual StoreResult begin() = 0;
+    /// Writes one table's change. A cell is written only where the row still holds the old value, a row is
+    /// deleted only while it is as it was; anything else is added to `conflicts`. After any failure or
+    /// conflict the caller must roll back.
+    virtual StoreResult apply(const TableChange& change, std::vector<StoreConflict>& conflicts) = 0;
+    virtual StoreResult commit() = 0;
+    /// Ends the transaction without keeping anything. Harmless when none is open.
+    virtual void rollback() = 0;
+
+    /// Whether another program changed or replaced the database since the last read or commit here.
+    virtual bool changedOutside() = 0;
+    /// Takes the present state as known, after the caller has read everything again.
+    virtual void acknowledge() = 0;
+};
