@@ -3,6 +3,7 @@
 #include "base/KorAssert.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 StyleDatabases* g_current = nullptr;
