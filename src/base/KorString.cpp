@@ -1,9 +1,7 @@
 #include "base/KorString.h"
 
 #include <clocale>
-#include <cstring>
 #include <cwctype>
-#include <new>
 
 namespace {
 
@@ -49,19 +47,6 @@ char32_t takeCodePoint(std::string_view& text) {
 }
 
 } // namespace
-
-KorString::Block* KorString::Block::make(std::string_view utf8) {
-    void* memory = ::operator new(sizeof(Block) + utf8.size() + 1);
-    auto* block = new (memory) Block{1, static_cast<std::uint32_t>(utf8.size())};
-    std::memcpy(block->text(), utf8.data(), utf8.size());
-    block->text()[utf8.size()] = '\0';
-    return block;
-}
-
-void KorString::Block::free(Block* block) {
-    block->~Block();
-    ::operator delete(block);
-}
 
 KorString KorString::fromWide(std::wstring_view wide) {
     std::string utf8;

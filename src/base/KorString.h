@@ -3,7 +3,9 @@
 #include <atomic>
 #include <compare>
 #include <cstdint>
+#include <cstring>
 #include <initializer_list>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -78,8 +80,17 @@ private:
         std::uint32_t size;
 
         char* text() { return reinterpret_cast<char*>(this + 1); }
-        static Block* make(std::string_view utf8);
-        static void free(Block* block);
+        static Block* make(std::string_view utf8) {
+            void* memory = ::operator new(sizeof(Block) + utf8.size() + 1);
+            auto* block = new (memory) Block{1, static_cast<std::uint32_t>(utf8.size())};
+            std::memcpy(block->text(), utf8.data(), utf8.size());
+            block->text()[utf8.size()] = '\0';
+            return block;
+        }
+        static void free(Block* block) {
+            block->~Block();
+            ::operator delete(block);
+        }
     };
 
     Block* m_block = nullptr;

@@ -21,6 +21,7 @@ enum class eReferenceRole : std::uint8_t {
     kUses,       ///< the row uses the target; counts for sharing and for "in use"
     kPartOf,     ///< the row is a part of the target; it is copied and deleted with it
     kFiledUnder, ///< the target is a group or category in which the row is filed
+    kIdentifies, ///< the row tells the host of the target; exported with it, written and deleted on its own
 };
 
 /// One column of one table. Numbers are the attribute indexes of `KorOdbcMan::setAttribute`; number 0 is

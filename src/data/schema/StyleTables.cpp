@@ -20,7 +20,7 @@ void declareStyleTables(std::vector<TableSchema>& tables) {
     TableBuilder<Master>(tables, "detail_master")
         .integer(2, "detail_key", &Master::detailKey)
         .integer(3, "number", &Master::number)
-        .partOf(4, "style", &Master::styleKey, kTableDetailStyle)
+        .identifies(4, "style", &Master::styleKey, kTableDetailStyle)
         .filedUnder(5, "category", &Master::categoryKey, kTableBaseCategory);
 
     using Category = StructDetBaseCategory;

@@ -59,6 +59,10 @@ public:
     TableBuilder& filedUnder(int number, const char* name, std::int32_t C::*member, eTableType target) {
         return reference(number, name, member, target, eReferenceRole::kFiledUnder);
     }
+    template <typename C>
+    TableBuilder& identifies(int number, const char* name, std::int32_t C::*member, eTableType target) {
+        return reference(number, name, member, target, eReferenceRole::kIdentifies);
+    }
     /// Slots of one kind: the columns `number`, `number` + 1, ... named `name`_1, `name`_2, ...
     template <typename C, std::size_t N>
     TableBuilder& slots(int number, const char* name, std::array<std::int32_t, N> C::*member, eTableType target) {

@@ -1,0 +1,83 @@
+#include "data/StyleDatabases.h"
+
+#include <algorithm>
+
+// The part of StyleDatabases that writes pending changes.
+
+int StyleDatabases::keepTable(eTableType type) {
+    if (type == kTableDetailStyle)
+        m_report.clear();
+    for (const auto& [id, source] : m_sources) {
+        if (!m_pending.hasPending(id))
+            continue;
+        for (const TableSchema& table : allTables())
+            if (table.commitsWith == type && m_pending.hasPending(id, table.type))
+                keepSourceTable(*source, table.type);
+        finishSource(*source, type);
+    }
+    return std::ranges::all_of(m_report, [](const SourceCommit& commit) { return commit.error.empty(); });
+}
+
+SourceCommit& StyleDatabases::report(StyleSource& source) {
+    const auto it = std::ranges::find(m_report, source.id(), &SourceCommit::source);
+    if (it != m_report.end())
+        return *it;
+    return m_report.emplace_back(SourceCommit{source.id(), source.store().name(), false, {}, {}});
+}
+
+void StyleDatabases::keepSourceTable(StyleSource& source, eTableType type) {
+    if (!report(source).error.empty())
+        return;
+    const TableChange change = m_pending.netChange(source, type);
+    if (change.isEmpty()) {
+        m_pending.forget(source.id(), type);
+        return;
+    }
+    std::vector<eTableType>& written = m_written[source.id()];
+    StoreResult result = written.empty() ? source.store().begin() : StoreResult();
+    if (result)
+        result = source.store().apply(change, report(source).conflicts);
+    if (!result || !report(source).conflicts.empty())
+        fail(source, result.error);
+    else
+        written.push_back(type);
+}
+
+void StyleDatabases::finishSource(StyleSource& source, eTableType type) {
+    std::vector<eTableType>& written = m_written[source.id()];
+    const bool more = std::ranges::any_of(allTables(), [&](const TableSchema& table) {
+        return table.commitsWith > type && m_pending.hasPending(source.id(), table.type);
+    });
+    if (more || !report(source).error.empty())
+        return;
+    if (!written.empty()) {
+        if (const StoreResult result = source.store().commit(); !result) {
+            fail(source, result.error);
+            return;
+        }
+    }
+    for (const eTableType table : written)
+        m_pending.forget(source.id(), table);
+    written.clear();
+    report(source).kept = true;
+}
+
+void StyleDatabases::fail(StyleSource& source, std::string error) {
+    source.store().rollback();
+    m_written[source.id()].clear();
+    report(source).error = error.empty() ? source.store().name() +
+                                               ": another program changed the same data; nothing was "
+                                               "written. Compare the values, then keep yours or reload."
+                                         : std::move(error);
+}
+
+void StyleDatabases::dropTable(eTableType type) {
+    const std::vector<const PendingStep*> steps = m_pending.steps();
+    for (auto it = steps.rbegin(); it != steps.rend(); ++it)
+        if (findTable((*it)->table)->commitsWith == type)
+            apply(**it, false);
+    for (const TableSchema& table : allTables())
+        if (table.commitsWith == type)
+            for (const auto& [id, source] : m_sources)
+                m_pending.forget(id, table.type);
+}

@@ -1,0 +1,6 @@
+#include "data/KorDSNManager.h"
+
+KorDSNManager& KorDSNManager::getInstance() {
+    static KorDSNManager manager;
+    return manager;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "data/StyleDatabases.h"
+
+/// Gives source pairs their numbers and tells which one is current.
+class KorDSNManager {
+public:
+    static KorDSNManager& getInstance();
+
+    /// The index of installed add-in number i (from 0).
+    eIndex getAddInIdx(int i) const { return SourceId::addIn(i).index; }
+    eDSN getCurrentDSN() const { return StyleDatabases::current().currentSource().dsn; }
+    eIndex getCurrentIndex() const { return StyleDatabases::current().currentSource().index; }
+};
+
+/// Makes a source current for its lifetime and restores the previous one when it ends.
+class KorDSNRequest {
+public:
+    KorDSNRequest(eDSN dsn, eIndex index) : m_previous(StyleDatabases::current().currentSource()) {
+        StyleDatabases::current().setCurrentSource({dsn, index});
+    }
+    virtual ~KorDSNRequest() { StyleDatabases::current().setCurrentSource(m_previous); }
+    KorDSNRequest(const KorDSNRequest&) = delete;
+    KorDSNRequest& operator=(const KorDSNRequest&) = delete;
+
+private:
+    SourceId m_previous;
+};

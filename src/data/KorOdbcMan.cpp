@@ -1,0 +1,137 @@
+#include "data/KorOdbcMan.h"
+
+#include "base/KorAssert.h"
+
+#include "data/schema/TableDeclarations.h"
+
+namespace {
+
+std::array<std::shared_ptr<StructRecord>, kEndOfTables> makeCurrentRecords() {
+    std::array<std::shared_ptr<StructRecord>, kEndOfTables> records;
+    for (const TableSchema& table : allTables())
+        records[static_cast<std::size_t>(table.type)] = table.makeRows()->copyOf(nullptr);
+    return records;
+}
+
+std::array<int, kNumberOfTableTypes> countPlainColumns() {
+    std::array<int, kNumberOfTableTypes> counts{};
+    for (const TableSchema& table : allTables())
+        if (table.type < kNumberOfTableTypes)
+            counts[static_cast<std::size_t>(table.type)] = table.columns.back().number + 1;
+    counts[kTableDetailStyle] -= StructDetailStyle::kViewSlots;
+    return counts;
+}
+
+StyleDatabases& databases() {
+    return StyleDatabases::current();
+}
+
+} // namespace
+
+StructDetailStyle& KorOdbcMan::m_structDetailStyle = currentRecord<StructDetailStyle>();
+StructDetailMaster& KorOdbcMan::m_structDetailMaster = currentRecord<StructDetailMaster>();
+StructDetViewRequest& KorOdbcMan::m_structDetViewRequest = currentRecord<StructDetViewRequest>();
+StructDetViewLengthClip& KorOdbcMan::m_structDetViewLengthClip = currentRecord<StructDetViewLengthClip>();
+StructDetViewDimStrategyItem& KorOdbcMan::m_structDetViewDimStrategyItem =
+    currentRecord<StructDetViewDimStrategyItem>();
+StructDetRequestType& KorOdbcMan::m_structDetRequestType = currentRecord<StructDetRequestType>();
+StructLinetypes& KorOdbcMan::m_structLinetypes = currentRecord<StructLinetypes>();
+
+const std::array<int, kNumberOfTableTypes> KorOdbcMan::m_numberOfColumns = countPlainColumns();
+
+StructRecord& KorOdbcMan::currentRecord(eTableType table) {
+    static const auto records = makeCurrentRecords();
+    const TableSchema* schema = findTable(table);
+    KorAssert::check(schema != nullptr, "schema != nullptr");
+    return *records[schema ? static_cast<std::size_t>(table) : 0];
+}
+
+void KorOdbcMan::setCurrentDSN(eDSN dsn) {
+    databases().setCurrentSource({dsn, getCurrentAddIn()});
+}
+
+void KorOdbcMan::setCurrentAddIn(eIndex index) {
+    databases().setCurrentSource({getCurrentDSN(), index});
+}
+
+int KorOdbcMan::setAttribute(eTableType table, const KorOdbcKey& key, int column, long value, eCopyDepth) {
+    return databases().setCell(table, key, column, std::int64_t{value});
+}
+
+int KorOdbcMan::setAttribute(eTableType table, const KorOdbcKey& key, int column, double value, eCopyDepth) {
+    return databases().setCell(table, key, column, value);
+}
+
+int KorOdbcMan::setAttribute(eTableType table, const KorOdbcKey& key, int column, const KorString& value, int) {
+    return databases().setCell(table, key, column, value);
+}
+
+int KorOdbcMan::appendNewRecord(eTableType table, int, eCopyDepth) {
+    return databases().append(table, currentRecord(table));
+}
+
+int KorOdbcMan::deleteRecord(eTableType table, const KorOdbcKey& key, eCopyDepth) {
+    return databases().remove(table, key);
+}
+
+int KorOdbcMan::storeCurrentRecord(eTableType table, eCopyDepth) {
+    const TableSchema* schema = findTable(table);
+    if (!schema)
+        return StyleDatabases::kFailed;
+    const StructRecord& record = currentRecord(table);
+    databases().pending().beginGroup(record.name);
+    int result = StyleDatabases::kWritten;
+    for (const Column& column : schema->columns)
+        if (result == StyleDatabases::kWritten)
+            result = databases().setCell(table, KorOdbcKey(record.key), column.number, column.read(&record));
+    databases().pending().endGroup();
+    return result;
+}
+
+KorOdbcKey KorOdbcMan::getRecordKey(eTableType table) {
+    return KorOdbcKey(currentRecord(table).key);
+}
+
+int KorOdbcMan::setStatusOnOK(eTableType table, eCopyDepth) {
+    return databases().keepTable(table);
+}
+
+int KorOdbcMan::setStatusOnUpdate(eTableType table, eCopyDepth) {
+    return databases().keepTable(table);
+}
+
+int KorOdbcMan::setStatusOnCancel(eTableType table, eCopyDepth) {
+    databases().dropTable(table);
+    return StyleDatabases::kWritten;
+}
+
+namespace {
+
+bool isOrphan(StyleSource& source, const TableSchema& table, const StructRecord& row) {
+    for (const Column& column : table.columns)
+        if (column.isReference() && column.role == eReferenceRole::kPartOf &&
+            !source.table(column.target).find(KorOdbcKey(column.integerIn(&row))))
+            return true;
+    return false;
+}
+
+} // namespace
+
+int KorOdbcCompactDetailsTables::startCompactProcess(eDSN dsn, int, eCompactType) {
+    const SourceId id = dsn == KorDSNDefinitions::kUser ? SourceId::user() : SourceId::standard();
+    const KorDSNRequest request(id.dsn, id.index);
+    StyleSource* source = databases().here();
+    if (!source || !databases().isEditable())
+        return -1;
+    std::vector<std::pair<eTableType, std::int32_t>> orphans;
+    for (const TableSchema& table : allTables()) {
+        const RowArray& rows = source->table(table.type).rows();
+        for (int i = 0; i < rows.size(); ++i)
+            if (isOrphan(*source, table, rows.at(i)))
+                orphans.emplace_back(table.type, rows.at(i).key);
+    }
+    for (const auto& [table, key] : orphans)
+        databases().remove(table, KorOdbcKey(key));
+    m_bCompactPerformed = m_bCompactPerformed || !orphans.empty();
+    return static_cast<int>(orphans.size());
+}

@@ -1,0 +1,201 @@
+#include "data/StyleDatabases.h"
+
+#include "base/KorAssert.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+StyleDatabases* g_current = nullptr;
+}
+
+StyleDatabases::StyleDatabases() : m_previous(std::exchange(g_current, this)) {}
+
+StyleDatabases::~StyleDatabases() {
+    if (g_current == this)
+        g_current = m_previous;
+}
+
+StyleDatabases& StyleDatabases::current() {
+    if (!g_current) {
+        static StyleDatabases processWide;
+        g_current = &processWide;
+    }
+    return *g_current;
+}
+
+void StyleDatabases::addSource(SourceId id, std::unique_ptr<StyleStore> store) {
+    m_sources[id] = std::make_unique<StyleSource>(id, std::move(store));
+}
+
+void StyleDatabases::closeSource(SourceId id) {
+    m_sources.erase(id);
+}
+
+StyleSource* StyleDatabases::source(SourceId id) {
+    const auto it = m_sources.find(id);
+    return it == m_sources.end() ? nullptr : it->second.get();
+}
+
+std::vector<SourceId> StyleDatabases::sources() const {
+    std::vector<SourceId> ids;
+    for (const auto& [id, source] : m_sources)
+        ids.push_back(id);
+    return ids;
+}
+
+bool StyleDatabases::isEditable(SourceId id) {
+    StyleSource* open = source(id);
+    return open && !open->isReadOnly() && (m_ownerMode || id == SourceId::user());
+}
+
+int StyleDatabases::setCell(eTableType type, KorOdbcKey key, int number, const CellValue& value) {
+    StyleSource* open = here();
+    const TableSchema* schema = findTable(type);
+    const Column* column = schema ? schema->column(number) : nullptr;
+    if (!open || !column)
+        return kFailed;
+    if (!isEditable())
+        return kReadOnlySource;
+    const StructRecord* row = open->table(type).find(key);
+    if (!row)
+        return kFailed;
+    const CellValue before = column->read(row);
+    if (!open->setCell(type, key, *column, value))
+        return kFailed;
+    const CellValue after = column->read(open->table(type).find(key));
+    if (after != before)
+        m_pending.record({m_currentId, type, PendingStep::eAction::kCell, key, column, before, after, {}});
+    return kWritten;
+}
+
+int StyleDatabases::append(eTableType type, StructRecord& record) {
+    StyleSource* open = here();
+    if (!open || !findTable(type))
+        return kFailed;
+    if (!isEditable())
+        return kReadOnlySource;
+    const KorOdbcKey original(record.key);
+    m_pending.beginGroup(record.name);
+    const int result = appendRow(*open, type, record);
+    if (open->table(type).find(original))
+        copyParts(*open, type, original, record.key);
+    m_pending.endGroup();
+    return result;
+}
+
+int StyleDatabases::appendRow(StyleSource& source, eTableType type, StructRecord& record) {
+    StyleTable& table = source.table(type);
+    record.key = table.unusedKey();
+    source.insert(type, record);
+    m_pending.record({source.id(), type, PendingStep::eAction::kAppend, record.key, nullptr, {}, {},
+                      table.rows().copyOf(&record)});
+    return kWritten;
+}
+
+namespace {
+
+std::vector<Referrer> partsOf(StyleSource& source, eTableType type, KorOdbcKey key) {
+    std::vector<Referrer> parts = source.referrersOf(type, key);
+    std::erase_if(parts, [](const Referrer& part) { return part.column->role != eReferenceRole::kPartOf; });
+    return parts;
+}
+
+} // namespace
+
+void StyleDatabases::copyParts(StyleSource& source, eTableType type, KorOdbcKey from, std::int32_t to) {
+    for (const Referrer& part : partsOf(source, type, from)) {
+        StyleTable& table = source.table(part.table->type);
+        const auto copy = table.rows().copyOf(table.find(KorOdbcKey(part.key)));
+        part.column->integerIn(copy.get()) = to;
+        appendRow(source, part.table->type, *copy);
+    }
+}
+
+void StyleDatabases::removeParts(StyleSource& source, eTableType type, KorOdbcKey key) {
+    for (const Referrer& part : partsOf(source, type, key))
+        remove(part.table->type, KorOdbcKey(part.key));
+}
+
+int StyleDatabases::remove(eTableType type, KorOdbcKey key) {
+    StyleSource* open = here();
+    if (!open || !findTable(type))
+        return kFailed;
+    if (!isEditable())
+        return kReadOnlySource;
+    const StructRecord* row = open->table(type).find(key);
+    if (!row)
+        return kFailed;
+    const auto copy = open->table(type).rows().copyOf(row);
+    m_pending.beginGroup(copy->name);
+    removeParts(*open, type, key);
+    open->remove(type, key);
+    m_pending.record({m_currentId, type, PendingStep::eAction::kDelete, key, nullptr, {}, {}, copy});
+    m_pending.endGroup();
+    return kWritten;
+}
+
+void StyleDatabases::apply(const PendingStep& step, bool forward) {
+    StyleSource* open = source(step.source);
+    if (!KorAssert::check(open != nullptr, "open != nullptr"))
+        return;
+    const KorOdbcKey key(step.key);
+    if (step.action == PendingStep::eAction::kCell)
+        open->setCell(step.table, key, *step.column, forward ? step.after : step.before);
+    else if ((step.action == PendingStep::eAction::kAppend) == forward)
+        open->insert(step.table, *step.record);
+    else
+        open->remove(step.table, key);
+}
+
+std::vector<PendingStep> StyleDatabases::undo() {
+    std::vector<PendingStep> steps = m_pending.takeUndo();
+    for (const PendingStep& step : steps)
+        apply(step, false);
+    return steps;
+}
+
+std::vector<PendingStep> StyleDatabases::redo() {
+    std::vector<PendingStep> steps = m_pending.takeRedo();
+    for (const PendingStep& step : steps)
+        apply(step, true);
+    return steps;
+}
+
+std::vector<Referrer> StyleDatabases::users(eTableType type, KorOdbcKey key) {
+    StyleSource* open = here();
+    std::vector<Referrer> found = open ? open->referrersOf(type, key) : std::vector<Referrer>();
+    std::erase_if(found, [](const Referrer& user) { return user.column->role != eReferenceRole::kUses; });
+    return found;
+}
+
+int StyleDatabases::ownerCount(eTableType type, KorOdbcKey key) {
+    StyleSource* open = here();
+    std::set<std::pair<eTableType, std::int32_t>> seen;
+    int owners = 0;
+    if (open)
+        countOwners(*open, type, key, seen, owners);
+    return std::min(owners, 2);
+}
+
+// Follows single owners upwards; `seen` keeps records that refer to each other in a circle from being
+// followed for ever. Returns false as soon as two owners are known.
+bool StyleDatabases::countOwners(StyleSource& source, eTableType type, KorOdbcKey key,
+                                 std::set<std::pair<eTableType, std::int32_t>>& seen, int& owners) {
+    if (!seen.insert({type, key}).second)
+        return true;
+    std::set<std::pair<eTableType, std::int32_t>> rows;
+    for (const Referrer& referrer : source.referrersOf(type, key))
+        if (referrer.column->role == eReferenceRole::kUses)
+            rows.insert({referrer.table->type, referrer.key});
+    // A part is used by whatever its whole is used by.
+    const TableSchema* schema = findTable(type);
+    if (const StructRecord* row = source.table(type).find(key))
+        for (const Column& column : schema->columns)
+            if (column.role == eReferenceRole::kPartOf && column.isReference() && column.integerIn(row) > 0)
+                rows.insert({column.target, column.integerIn(row)});
+    owners = std::max(owners, static_cast<int>(rows.size()));
+    if (rows.size() != 1)
+        return rows.empty();
+    return countOwners(source, rows.begin()->first, KorOdbcKey(rows.begin()->second), seen, owners);
+}

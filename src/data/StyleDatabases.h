@@ -1,0 +1,105 @@
+#pragma once
+
+#include "data/StyleSource.h"
+#include "data/pending/PendingLog.h"
+
+#include <functional>
+#include <set>
+
+/// What the last commit walk did with one source.
+struct SourceCommit {
+    SourceId source;
+    std::string file;
+    bool kept = false; ///< all of its change is stored
+    std::string error; ///< one sentence when it is not; its pending changes are all still there
+    std::vector<StoreConflict> conflicts;
+};
+
+/// All open style databases, the current source, and the changes that are not stored yet. The named
+/// operations (`KorOdbcMan`, `KorOdbcGUI`, ...) are one-line doors to the instance that `current` gives.
+class StyleDatabases {
+public:
+    /// Results of writes, besides 1 for success.
+    enum eWriteResult : int {
+        kWritten = 1,
+        kFailed = 0,      ///< no such row or column, or a value that does not fit
+        kReadOnlySource = -1,
+    };
+
+    StyleDatabases();
+    ~StyleDatabases();
+    StyleDatabases(const StyleDatabases&) = delete;
+    StyleDatabases& operator=(const StyleDatabases&) = delete;
+
+    /// The instance that the named operations work on.
+    static StyleDatabases& current();
+
+    /// Opens a database file as a source, replacing what was open there. On failure the source stays absent.
+    StoreResult openFile(SourceId id, const std::string& path, bool readOnly);
+    void addSource(SourceId id, std::unique_ptr<StyleStore> store);
+    void closeSource(SourceId id);
+    /// The source, or null when it is not open.
+    StyleSource* source(SourceId id);
+    std::vector<SourceId> sources() const;
+
+    SourceId currentSource() const { return m_currentId; }
+    void setCurrentSource(SourceId id) { m_currentId = id; }
+    /// The open source that operations without coordinates act on, or null.
+    StyleSource* here() { return source(m_currentId); }
+
+    /// In a maker's installation every source may be edited.
+    void setOwnerMode(bool on) { m_ownerMode = on; }
+    bool isOwnerMode() const { return m_ownerMode; }
+    /// Whether the current source may be edited: it is open, writable, and the user's own or this is a
+    /// maker's installation.
+    bool isEditable() { return isEditable(m_currentId); }
+    bool isEditable(SourceId id);
+
+    int setCell(eTableType type, KorOdbcKey key, int column, const CellValue& value);
+    /// Appends a copy of `record` with a new key, which is put into `record`. Where the record still carries
+    /// the key of a row, the parts of that row are copied along.
+    int append(eTableType type, StructRecord& record);
+    /// Deletes the row and its parts.
+    int remove(eTableType type, KorOdbcKey key);
+
+    PendingLog& pending() { return m_pending; }
+    /// Takes back or brings again the last group of changes; returns its steps, empty when there is none.
+    std::vector<PendingStep> undo();
+    std::vector<PendingStep> redo();
+
+    /// One step of the walk over the table types in ascending order: writes the pending changes of this
+    /// table (and of the catalogues that follow it) in every source. One transaction per source, opened by
+    /// the first table that has something to keep and committed when no later table of that source has
+    /// anything pending. Returns 1, or 0 when something could not be kept (see `commitReport`).
+    int keepTable(eTableType type);
+    /// Takes the pending changes of this table back, in every source.
+    void dropTable(eTableType type);
+    /// What the last walk did, per source that had something pending.
+    const std::vector<SourceCommit>& commitReport() const { return m_report; }
+
+    /// How many rows own this one, followed upwards until two are found: 0, 1 or 2. A row with one owner
+    /// that has several owners itself is owned by those.
+    int ownerCount(eTableType type, KorOdbcKey key);
+    /// Cells of other records that use the row (no parts, no filing).
+    std::vector<Referrer> users(eTableType type, KorOdbcKey key);
+
+private:
+    int appendRow(StyleSource& source, eTableType type, StructRecord& record);
+    void copyParts(StyleSource& source, eTableType type, KorOdbcKey from, std::int32_t to);
+    void removeParts(StyleSource& source, eTableType type, KorOdbcKey key);
+    void apply(const PendingStep& step, bool forward);
+    void keepSourceTable(StyleSource& source, eTableType type);
+    void finishSource(StyleSource& source, eTableType type);
+    void fail(StyleSource& source, std::string error);
+    SourceCommit& report(StyleSource& source);
+    bool countOwners(StyleSource& source, eTableType type, KorOdbcKey key,
+                     std::set<std::pair<eTableType, std::int32_t>>& seen, int& owners);
+
+    std::map<SourceId, std::unique_ptr<StyleSource>> m_sources;
+    SourceId m_currentId = SourceId::standard();
+    bool m_ownerMode = false;
+    PendingLog m_pending;
+    std::vector<SourceCommit> m_report;
+    std::map<SourceId, std::vector<eTableType>> m_written; // tables written in the open transaction
+    StyleDatabases* m_previous = nullptr;
+};

@@ -1,0 +1,65 @@
+#include "data/StyleTable.h"
+
+#include <algorithm>
+
+StyleTable::NameIndex& StyleTable::names() const {
+    if (!m_names) {
+        m_names = std::make_unique<NameIndex>();
+        m_names->reserve(static_cast<std::size_t>(m_rows->size()));
+        for (int i = 0; i < m_rows->size(); ++i)
+            m_names->emplace(m_rows->at(i).name, m_rows->at(i).key);
+    }
+    return *m_names;
+}
+
+const StructRecord* StyleTable::find(const KorString& runName) const {
+    const auto [first, last] = names().equal_range(runName);
+    if (first == last)
+        return nullptr;
+    const auto lowest = std::min_element(
+        first, last, [](const auto& a, const auto& b) { return a.second < b.second; });
+    return m_rows->find(lowest->second);
+}
+
+bool StyleTable::setCell(KorOdbcKey key, const Column& column, const CellValue& value) {
+    StructRecord* row = m_rows->find(key);
+    if (!row)
+        return false;
+    if (column.number != 1 || !m_names)
+        return column.write(row, value);
+    const KorString before = row->name;
+    if (!column.write(row, value))
+        return false;
+    forgetName(before, key);
+    m_names->emplace(row->name, key.getKey());
+    return true;
+}
+
+void StyleTable::insert(const StructRecord& record) {
+    m_highestKey = std::max(unusedKey() - 1, record.key);
+    m_rows->insert(record);
+    if (m_names)
+        m_names->emplace(record.name, record.key);
+}
+
+void StyleTable::remove(KorOdbcKey key) {
+    const int index = m_rows->indexOfKey(key);
+    if (index < 0)
+        return;
+    m_highestKey = unusedKey() - 1;
+    if (m_names)
+        forgetName(m_rows->at(index).name, key);
+    m_rows->removeAt(index);
+}
+
+std::int32_t StyleTable::unusedKey() const {
+    const std::int32_t last = m_rows->size() > 0 ? m_rows->at(m_rows->size() - 1).key : 0;
+    return std::max({m_highestKey, last, 0}) + 1;
+}
+
+void StyleTable::forgetName(const KorString& name, std::int32_t key) {
+    const auto [first, last] = m_names->equal_range(name);
+    const auto it = std::find_if(first, last, [key](const auto& entry) { return entry.second == key; });
+    if (it != last)
+        m_names->erase(it);
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "data/KorOdbcKey.h"
+#include "data/schema/TableSchema.h"
+
+#include <unordered_map>
+
+/// One table of one source in memory, with its index by run name. Rows change only through this class, so
+/// that the index always fits them.
+class StyleTable {
+public:
+    explicit StyleTable(const TableSchema& schema) : m_schema(schema), m_rows(schema.makeRows()) {}
+
+    const TableSchema& schema() const { return m_schema; }
+    const RowArray& rows() const { return *m_rows; }
+    /// For filling the table from a store, before anything has been looked up in it.
+    RowArray& rowsToFill() { return *m_rows; }
+
+    /// The row, or null.
+    const StructRecord* find(KorOdbcKey key) const { return key.isValid() ? m_rows->find(key) : nullptr; }
+    /// The row of this run name, the one with the lowest key where several have it, or null.
+    const StructRecord* find(const KorString& runName) const;
+
+    /// Stores a cell. The row must exist; returns false when the value does not fit the column.
+    bool setCell(KorOdbcKey key, const Column& column, const CellValue& value);
+    /// Inserts a copy of `record` at the place of its key.
+    void insert(const StructRecord& record);
+    void remove(KorOdbcKey key);
+
+    /// A key that no row of this table has or has had while it was in memory.
+    std::int32_t unusedKey() const;
+
+private:
+    using NameIndex = std::unordered_multimap<KorString, std::int32_t>;
+
+    NameIndex& names() const;
+    void forgetName(const KorString& name, std::int32_t key);
+
+    const TableSchema& m_schema;
+    std::unique_ptr<RowArray> m_rows;
+    mutable std::unique_ptr<NameIndex> m_names; // made at the first look-up by name
+    mutable std::int32_t m_highestKey = 0;
+};

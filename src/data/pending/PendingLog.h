@@ -1,0 +1,74 @@
+#pragma once
+
+#include "data/KorDSNDefinitions.h"
+#include "data/StyleSource.h"
+
+#include <map>
+#include <memory>
+#include <vector>
+
+/// One change that is not stored yet.
+struct PendingStep {
+    enum class eAction : std::uint8_t { kCell, kAppend, kDelete };
+
+    SourceId source;
+    eTableType table = kNoTable;
+    eAction action = eAction::kCell;
+    std::int32_t key = 0;
+    const Column* column = nullptr;       ///< cells only
+    CellValue before;                     ///< cells only
+    CellValue after;                      ///< cells only
+    std::shared_ptr<StructRecord> record; ///< whole row as appended or deleted
+    int group = 0;                        ///< steps of one group are taken back together
+};
+
+/// The changes of all sources since they were last stored, in the order in which they were made. The tables
+/// in memory already show them; the log can take them back and bring them again, and says what a commit of
+/// one table has to write.
+class PendingLog {
+public:
+    /// Steps recorded until the matching `endGroup` belong together; groups nest into the outermost one.
+    void beginGroup(const KorString& label);
+    void endGroup();
+
+    /// Records a step that has just been made. What had been taken back before can no longer be brought again.
+    void record(PendingStep step);
+
+    bool hasPending(SourceId source, eTableType table) const { return m_counts.contains({source, table}); }
+    bool hasPending(SourceId source) const;
+    bool isEmpty() const { return m_position == 0; }
+    /// The steps that stand, oldest first. Valid until the log changes.
+    std::vector<const PendingStep*> steps() const;
+
+    /// The net change of one table: a value set back to what is stored is no change, a row appended and
+    /// deleted again neither. Pointers in it are valid until the next call, or until the table changes.
+    TableChange netChange(StyleSource& source, eTableType table);
+
+    /// The steps of a table are stored or taken back for good: forgets them, and with them what could have
+    /// been brought again.
+    void forget(SourceId source, eTableType table);
+
+    bool canUndo() const { return m_position > 0; }
+    bool canRedo() const { return m_position < m_steps.size(); }
+    /// Label of the group that would be taken back or brought again; empty when there is none.
+    KorString undoLabel() const;
+    KorString redoLabel() const;
+    /// The steps of that group in the order in which the caller must apply them to the tables (backwards for
+    /// undo). Empty when there is none.
+    std::vector<PendingStep> takeUndo();
+    std::vector<PendingStep> takeRedo();
+
+private:
+    using Place = std::pair<SourceId, eTableType>;
+
+    KorString labelOf(int group) const;
+    void count(const PendingStep& step, int by);
+
+    std::vector<PendingStep> m_steps;
+    std::size_t m_position = 0; // steps from here on have been taken back
+    std::map<Place, int> m_counts;
+    std::map<int, KorString> m_labels;
+    std::vector<std::shared_ptr<StructRecord>> m_scratch; // records that the last net change points to
+    int m_group = 0;
+    int m_depth = 0;
+};

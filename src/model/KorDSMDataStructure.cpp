@@ -1,0 +1,143 @@
+#include "model/KorDSMDataStructure.h"
+
+#include "services/KOSettings.h"
+#include "services/Prompts.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr const char* kShowFullTree = "ShowFullTree";
+constexpr const char* kFullExpand = "FullExpand";
+constexpr const char* kShowWarning = "ShowWarning";
+
+bool readOption(const char* name) {
+    bool value = true;
+    const bool stored = KOSettings::getInstance().readBool(KOSettings::getKeyDSM(), name, value);
+    return !stored || value;
+}
+
+void writeOption(const char* name, bool value) {
+    KOSettings::getInstance().writeBool(KOSettings::getKeyDSM(), name, value);
+}
+
+struct SectionDescription {
+    KorDSMDefines::eViewSections section;
+    KorDSMDefines::eItemType type;
+    int namePrompt;
+};
+
+constexpr SectionDescription kSections[] = {
+    {KorDSMDefines::kViewDetailStyles, KorDSMDefines::kDetailStylesSection, 33511},
+    {KorDSMDefines::kViewQualifiers, KorDSMDefines::kQualifiersSection, 33518},
+    {KorDSMDefines::kViewAnnotations, KorDSMDefines::kAnnotationsSection, 33514},
+    {KorDSMDefines::kViewDimRequests, KorDSMDefines::kDimRequestsSection, 33516},
+};
+
+} // namespace
+
+bool KorDSMDataStructure::m_bApplyWasPressed = false;
+
+KorDSMDataStructure::KorDSMDataStructure()
+    : m_bShowFullTree(readOption(kShowFullTree)), m_bUseFullExpand(readOption(kFullExpand)),
+      m_bShowWarning(readOption(kShowWarning)) {
+    setUpSections();
+    initDataStructure();
+}
+
+KorDSMDataStructure::KorDSMDataStructure(const KorDSMDataStructure&) {
+    setUpSections();
+    initDataStructure();
+}
+
+KorDSMDataStructure& KorDSMDataStructure::operator=(const KorDSMDataStructure& other) {
+    if (this == &other)
+        return *this;
+    m_AddedItems = other.m_AddedItems;
+    m_UpdateStatus = other.m_UpdateStatus;
+    m_SelectedPath = other.m_SelectedPath;
+    m_TargetDatabase = other.m_TargetDatabase;
+    m_TargetAddIn = other.m_TargetAddIn;
+    m_SelectedCategory = other.m_SelectedCategory;
+    m_SelectedItem = other.m_SelectedItem;
+    m_SelectedSection = other.m_SelectedSection;
+    m_bShowFullTree = other.m_bShowFullTree;
+    m_bUseFullExpand = other.m_bUseFullExpand;
+    m_bShowWarning = other.m_bShowWarning;
+    return *this;
+}
+
+KorDSMDataStructure::~KorDSMDataStructure() {
+    deleteAddedItems();
+}
+
+void KorDSMDataStructure::setUpSections() {
+    for (const SectionDescription& description : kSections) {
+        KorDsmSectionItem& section = *getSection(description.section);
+        section.m_Type = description.type;
+        section.m_Section = description.section;
+        section.m_Name = Prompts::getPrompt("UPS", description.namePrompt);
+    }
+}
+
+void KorDSMDataStructure::appendAddedItemData(KorDSMTreeItemData* data) {
+    const auto it = std::ranges::find(m_AddedItems, data->getType(), &KorDSMAddedItemsCollection::getType);
+    if (it != m_AddedItems.end())
+        return (*it)->add(data);
+    m_AddedItems.push_back(new KorDSMAddedItemsCollection(data->getType()));
+    m_AddedItems.back()->add(data);
+}
+
+void KorDSMDataStructure::removeAddedItemData(KorDSMTreeItemData* data) {
+    const auto it = std::ranges::find(m_AddedItems, data->getType(), &KorDSMAddedItemsCollection::getType);
+    if (it != m_AddedItems.end())
+        (*it)->remove(data);
+}
+
+void KorDSMDataStructure::deleteAddedItems() {
+    for (KorDSMAddedItemsCollection* collection : m_AddedItems)
+        delete collection;
+    m_AddedItems.clear();
+}
+
+void KorDSMDataStructure::resetTargets() {
+    m_TargetDatabase.fill(KorDSNDefinitions::kStandard);
+    m_TargetAddIn.fill(KorDSNDefinitions::kStandardIndex);
+    m_SelectedCategory.fill(0);
+    m_SelectedItem.fill(0);
+    m_SelectedSection = KorDSMDefines::kViewDetailStyles;
+}
+
+void KorDSMDataStructure::emptyDataStructure() {
+    for (const eViewSections section : KorDSMDefines::kLoadingOrder)
+        getSection(section)->deleteChildren();
+    deleteAddedItems();
+    resetTargets();
+    m_UpdateStatus = kEmptied;
+}
+
+void KorDSMDataStructure::initDataStructure() {
+    resetTargets();
+    m_UpdateStatus = kNotLoaded;
+}
+
+int KorDSMDataStructure::getNumberOfAddIns() {
+    const KorArray<KorDSMDatabaseItem*>& databases = getDetailStylesSection()->children();
+    const KorDSMDatabaseItem* standard = databases[0];
+    return standard ? standard->children().length() : 0;
+}
+
+void KorDSMDataStructure::setShowFullTree(bool on) {
+    m_bShowFullTree = on;
+    writeOption(kShowFullTree, on);
+}
+
+void KorDSMDataStructure::setUseFullExpand(bool on) {
+    m_bUseFullExpand = on;
+    writeOption(kFullExpand, on);
+}
+
+void KorDSMDataStructure::setShowWarning(bool on) {
+    m_bShowWarning = on;
+    writeOption(kShowWarning, on);
+}

@@ -1,0 +1,126 @@
+#pragma once
+
+#include "base/KorString.h"
+#include "model/KorDSMDefines.h"
+#include "model/items/KorDSMTreeItemData.h"
+
+#include <cstdint>
+#include <memory>
+
+/// The numbered messages by which parts of the editor that don't know each other talk. The list is closed:
+/// every message is a type below, with its number and its payload. All go to the main dialog's window, except
+/// the list-change notice, which goes from page to page.
+struct KorMessage {
+    explicit KorMessage(int messageNumber) : number(messageNumber) {}
+    virtual ~KorMessage() = default;
+
+    const int number;
+};
+
+/// Base of a message type with a fixed number.
+template <int Number>
+struct KorNumberedMessage : KorMessage {
+    static constexpr int kNumber = Number;
+    KorNumberedMessage() : KorMessage(Number) {}
+};
+
+inline constexpr int WM_USER = 1024;
+
+// From tree items: what the tree has to do with an item's entry.
+
+struct DsmDeleteEntry : KorNumberedMessage<WM_USER> {
+    KorTreeItemHandle entry = nullptr;
+};
+/// The placeholder that shows that an entry can be opened.
+struct DsmInsertPlaceholder : KorNumberedMessage<WM_USER + 1> {
+    KorTreeItemHandle entry = nullptr; ///< the parent
+    KorString text;
+};
+struct DsmCollapseEntry : KorNumberedMessage<WM_USER + 2> {
+    KorTreeItemHandle entry = nullptr;
+};
+struct DsmSetEntryText : KorNumberedMessage<WM_USER + 3> {
+    KorTreeItemHandle entry = nullptr;
+    KorString text;
+};
+/// Attaches item data to an entry. The first receiver to take `data` owns it.
+struct DsmAttachItemData : KorNumberedMessage<WM_USER + 4> {
+    KorTreeItemHandle entry = nullptr;
+    mutable std::unique_ptr<KorDSMTreeItemData> data;
+};
+
+// From pages and dialogs.
+
+/// Go to a child of a tree entry.
+struct DsmGoToChild : KorNumberedMessage<WM_USER + 5> {
+    KorTreeItemHandle entry = nullptr;
+    int childIndex = 0;
+    int flag = 1;
+};
+/// Progress of a longer step, shown in the status bar.
+struct DsmProgress : KorNumberedMessage<WM_USER + 11> {
+    enum eState : int { kStart = 0, kStep = 1, kDone = 2 };
+    eState state = kStart;
+    int percent = 0;
+    int range = 100;
+    KorString text;
+};
+/// A write succeeded: changes are pending.
+struct DsmDataChanged : KorNumberedMessage<WM_USER + 13> {};
+/// The categories of a view request changed.
+struct DsmCategoriesChanged : KorNumberedMessage<WM_USER + 15> {
+    KorDSMDatabaseItem* item = nullptr;
+};
+/// The selection of the main tree changed.
+struct DsmSelectionChanged : KorNumberedMessage<WM_USER + 17> {
+    KorTreeItemHandle entry = nullptr;
+};
+/// Enable or disable Apply.
+struct DsmSetModified : KorNumberedMessage<WM_USER + 18> {
+    bool modified = true;
+};
+/// Mark the other pages of the group modified and due for refresh.
+struct DsmMarkOtherPages : KorNumberedMessage<WM_USER + 20> {
+    bool modified = true;
+};
+/// List-change notice from a page to its linked pages.
+struct DsmListChanged : KorNumberedMessage<WM_USER + 21> {
+    enum eAction : int { kAdded = 0, kRenamed = 1, kReload = 3 };
+    int senderPageCode = 0;
+    int action = kAdded;
+    KorString name;
+};
+/// Set a check mark of the options menu.
+struct DsmSetOptionCheck : KorNumberedMessage<WM_USER + 22> {
+    int index = 0;
+    bool value = false;
+};
+
+/// Receives messages: the main dialog, pages, and what tests put in their place.
+class KorMessageTarget {
+public:
+    virtual ~KorMessageTarget() = default;
+    virtual void onMessage(const KorMessage& message) = 0;
+};
+
+/// The way to the main dialog's window, which is kept process-wide.
+namespace KorDSMMainWindow {
+
+/// The target, or null while no editor is open. Not owned.
+KorMessageTarget* get();
+/// Sets the target and returns the previous one.
+KorMessageTarget* set(KorMessageTarget* target);
+
+/// Delivers at once. Without a target the message is dropped.
+void sendMessage(const KorMessage& message);
+
+
+void post(std::shared_ptr<const KorMessage> message);
+
+/// Delivers with the event loop, if the window is still there then.
+template <typename Message>
+void postMessage(Message message) {
+    post(std::make_shared<const Message>(std::move(message)));
+}
+
+} // namespace KorDSMMainWindow

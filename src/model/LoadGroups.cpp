@@ -1,0 +1,84 @@
+#include "data/KorOdbcGUI.h"
+#include "data/KorODBCDetStyle.h"
+#include "model/KorDSMDialogFactory.h"
+#include "model/KorDSMItemPlacing.h"
+#include "model/KorDSMMessages.h"
+#include "services/Prompts.h"
+
+// The loader of KorDSMDialogFactory: the three families that are filed in groups. Their groups are read when
+// the editor opens, their records when the add-in is opened for the first time.
+
+namespace {
+
+template <typename GroupItem>
+void loadGroups(KorDSMDatabaseItem& addIn) {
+    KorArray<typename GroupItem::Record> groups;
+    KorODBCGroup<typename GroupItem::Record>::getList(groups);
+    for (const auto& group : groups)
+        KorDSMItemPlacing::place<GroupItem>(addIn, group);
+}
+
+void sendProgress(DsmProgress::eState state, int percent, const KorString& text = {}) {
+    DsmProgress message;
+    message.state = state;
+    message.percent = percent;
+    message.text = text;
+    KorDSMMainWindow::sendMessage(message);
+}
+
+template <typename GroupItem, typename Item>
+void placeRecord(KorDSMDatabaseItem& addIn, const KorString& name) {
+    typename Item::Record record;
+    typename GroupItem::Record group;
+    if (StyleReads::read(name, record) != 1 || StyleReads::read(KorOdbcKey(record.getGroup()), group) != 1)
+        return;
+    auto* item = new Item;
+    item->initRecord(record);
+    if constexpr (requires { item->m_AnnotationType; })
+        KorOdbcGUI::getDetAnnotationType(KorOdbcKey(record.annotationTypeKey), item->m_AnnotationType);
+    KorDSMItemPlacing::place<GroupItem>(addIn, group).addChild(item);
+}
+
+template <typename GroupItem, typename Item>
+void expand(KorDSMDatabaseItem& addIn) {
+    KorArray<KorString> names;
+    StyleReads::names<typename Item::Record>(names);
+    const KorString text =
+        KorString::format("%s %s", {Prompts::getPrompt("UPS", 21034), Prompts::getPrompt("UPS", 21002)});
+    sendProgress(DsmProgress::kStart, 0);
+    int shown = -1;
+    for (int i = 0; i < names.length(); ++i) {
+        const int percent = i * 100 / names.length();
+        if (percent != shown)
+            sendProgress(DsmProgress::kStep, shown = percent, text);
+        placeRecord<GroupItem, Item>(addIn, names[i]);
+    }
+    sendProgress(DsmProgress::kDone, 100);
+    addIn.m_bExpanded = true;
+}
+
+} // namespace
+
+void KorDSMDialogFactory::loadAnnotationsAddInContent(KorDsmAnnotationsAddInItem* addIn) {
+    loadGroups<KorDsmAnnotationGroupItem>(*addIn);
+}
+
+void KorDSMDialogFactory::loadDimRequestAddInContent(KorDsmDimRequestsAddInItem* addIn) {
+    loadGroups<KorDsmDimRequestGroupItem>(*addIn);
+}
+
+void KorDSMDialogFactory::loadQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn) {
+    loadGroups<KorDsmQualifierSetGroupItem>(*addIn);
+}
+
+void KorDSMDialogFactory::expandAnnotationsAddInContent(KorDsmAnnotationsAddInItem* addIn) {
+    expand<KorDsmAnnotationGroupItem, KorDsmAnnotationStrategyItem>(*addIn);
+}
+
+void KorDSMDialogFactory::expandDimRequestsAddInContent(KorDsmDimRequestsAddInItem* addIn) {
+    expand<KorDsmDimRequestGroupItem, KorDsmDimRequestItem>(*addIn);
+}
+
+void KorDSMDialogFactory::expandQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn) {
+    expand<KorDsmQualifierSetGroupItem, KorDsmQualifierSetItem>(*addIn);
+}

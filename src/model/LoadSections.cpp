@@ -1,0 +1,178 @@
+#include "data/KorDSNManager.h"
+#include "data/KorOdbcGUI.h"
+#include "data/KorODBCDetStyle.h"
+#include "data/KorOdbcMan.h"
+#include "model/KorDSMDialogFactory.h"
+#include "model/KorDSMItemPlacing.h"
+#include "model/KorProgressCtrl.h"
+#include "services/AddInManager.h"
+#include "services/Prompts.h"
+
+// The loader of KorDSMDialogFactory: fills the sections when the editor opens.
+
+KorString KorDSMDialogFactory::moduleHandle;
+
+KorDSMDataStructure& KorDSMDialogFactory::getDSMDataStructure() {
+    static KorDSMDataStructure structure;
+    return structure;
+}
+
+void KorDSMDialogFactory::loadDataStructure() {
+    KorDSMDataStructure& structure = getDSMDataStructure();
+    structure.deleteAddedItems();
+    if (KorOdbcMan::m_DSMNewReloadInfo != 0) {
+        KorOdbcMan::m_DSMNewReloadInfo = 0;
+        structure.setUpdateStatus(KorDSMDataStructure::kReloadRequested);
+    }
+    if (structure.getUpdateStatus() == KorDSMDataStructure::kUpToDate ||
+        structure.getUpdateStatus() == KorDSMDataStructure::kKeepContent)
+        return;
+    structure.emptyDataStructure();
+    StartProgressBar();
+    for (const KorDSMDefines::eViewSections section : KorDSMDefines::kLoadingOrder)
+        loadSectionData(section);
+    structure.setUpdateStatus(KorDSMDataStructure::kUpToDate);
+    KorProgressCtrl::reset();
+}
+
+namespace {
+
+// Every source that sections are made of, in the order of loading, with the add-in it belongs to.
+struct LoadedSource {
+    SourceId id;
+    KorAddInId addIn; // number -1 for Standard and User
+};
+
+KorArray<LoadedSource> standardSideSources() {
+    KorArray<LoadedSource> sources{{SourceId::standard(), {}}};
+    KorArray<KorAddInId> addIns;
+    AddInManagerInterface::getInstance().getInstalledAddIns(addIns);
+    for (const KorAddInId& addIn : addIns)
+        sources.append({{KorDSNDefinitions::kAddIn, KorDSNManager::getInstance().getAddInIdx(addIn.number)}, addIn});
+    return sources;
+}
+
+KorString addInName(const KorAddInId& addIn) {
+    const auto info = AddInManagerInterface::getInstance().getInstalledCountryAddInInfo(addIn);
+    return info.isValid() ? info.name : KorString();
+}
+
+} // namespace
+
+void KorDSMDialogFactory::StartProgressBar() {
+    KorProgressCtrl::setPercentage(0, 0);
+    KorProgressCtrl::activate(
+        KorString::format("%s %s", {Prompts::getPrompt("UPS", 21034), Prompts::getPrompt("UPS", 21001)}));
+    m_Total = 0;
+    m_Done = 0;
+    KorArray<LoadedSource> sources = standardSideSources();
+    sources.append({SourceId::user(), {}});
+    for (const LoadedSource& source : sources) {
+        if (source.addIn.number >= 0)
+            KorOdbcGUI::switchKordoDetailsCurrent(source.addIn);
+        const KorDSNRequest request(source.id.dsn, source.id.index);
+        KorArray<KorString> names;
+        m_Total += std::max(0, KorODBCDetStyle::getDetailStyleList(names));
+    }
+}
+
+void KorDSMDialogFactory::loadSectionData(int section) {
+    auto* standard = new KorDsmDatabaseContentItem;
+    standard->m_IconIndex = KorDSMDefines::kIconHost;
+    standard->m_Database = KorDSNDefinitions::kStandard;
+    standard->m_Name = Prompts::getPrompt("UPS", 21021);
+    if (KorDSMDefines::m_GlobalIcons.isEmpty())
+        KorDSMDefines::loadGlobalIcons();
+    for (const LoadedSource& source : standardSideSources()) {
+        const bool isAddIn = source.addIn.number >= 0;
+        if (isAddIn)
+            KorOdbcGUI::switchKordoDetailsCurrent(source.addIn);
+        const KorDSNRequest request(source.id.dsn, source.id.index);
+        KorDsmAddInContentItem* item =
+            loadAddIn(section, source.id.index,
+                      isAddIn ? addInName(source.addIn) : Prompts::getPrompt("UPS", 21023));
+        item->m_Image = isAddIn ? AddInManager::getInstance().getAddIn(source.addIn).getIcon()
+                                : KorDSMDefines::m_GlobalIcons[KorDSMDefines::kIconInstallation].file;
+        standard->addChild(item);
+    }
+
+    auto* user = new KorDsmDatabaseContentItem;
+    user->m_IconIndex = 6;
+    user->m_Database = KorDSNDefinitions::kUser;
+    user->m_Name = Prompts::getPrompt("UPS", 21022);
+    {
+        const KorDSNRequest request(KorDSNDefinitions::kUser, KorDSNDefinitions::kUserIndex);
+        user->addChild(loadAddIn(section, KorDSNDefinitions::kUserIndex, Prompts::getPrompt("UPS", 21022)));
+    }
+
+    KorDsmSectionItem& node =
+        *getDSMDataStructure().getSection(static_cast<KorDSMDefines::eViewSections>(section));
+    node.addChild(standard);
+    node.addChild(user);
+}
+
+KorDsmAddInContentItem* KorDSMDialogFactory::loadAddIn(int section, eIndex index, const KorString& name) {
+    KorDsmAddInContentItem* item = nullptr;
+    switch (section) {
+    case KorDSMDefines::kViewQualifiers:
+        loadQualifiersAddInContent(static_cast<KorDsmQualifierSetsAddInItem*>(
+            item = new KorDsmQualifierSetsAddInItem));
+        break;
+    case KorDSMDefines::kViewAnnotations:
+        loadAnnotationsAddInContent(static_cast<KorDsmAnnotationsAddInItem*>(
+            item = new KorDsmAnnotationsAddInItem));
+        break;
+    case KorDSMDefines::kViewDimRequests:
+        loadDimRequestAddInContent(static_cast<KorDsmDimRequestsAddInItem*>(
+            item = new KorDsmDimRequestsAddInItem));
+        break;
+    default:
+        loadDetailStylesAddInContent(static_cast<KorDsmDetailStylesAddInItem*>(
+            item = new KorDsmDetailStylesAddInItem));
+        break;
+    }
+    item->m_AddInIndex = index;
+    item->m_Name = name;
+    return item;
+}
+
+void KorDSMDialogFactory::loadDetailStylesAddInContent(KorDsmDetailStylesAddInItem* addIn) {
+    KorArray<KorString> names;
+    KorODBCDetStyle::getDetailStyleList(names);
+    for (const KorString& name : names) {
+        ++m_Done;
+        const int percent = m_Total > 0 ? m_Done * 100 / m_Total : 100;
+        KorProgressCtrl::setPercentage(percent - 1, 1);
+        KorProgressCtrl::setPercentage(percent, 0);
+        loadDetailStyle(*addIn, name);
+    }
+    KorArray<StructDetBaseCategory> categories;
+    KorOdbcGUI::getDetBaseCategoriesTable(categories);
+    for (const StructDetBaseCategory& category : categories)
+        KorDSMItemPlacing::place<KorDsmDetailStyleCategoryItem>(*addIn, category);
+}
+
+void KorDSMDialogFactory::loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, const KorString& name) {
+    StructDetailStyle style;
+    StructDetailMaster master;
+    StructDetBaseCategory category;
+    if (KorODBCDetStyle::getDetailStyle(name, style) != 1 || KorOdbcGUI::getDetailMaster(style.key, master) != 1 ||
+        KorOdbcGUI::getDetBaseCategory(KorOdbcKey(master.categoryKey), category) != 1)
+        return;
+    auto* item = new KorDsmDetailStyleItem;
+    item->initRecord(style);
+    loadDetailStylesDependencies(item);
+    KorDSMItemPlacing::place<KorDsmDetailStyleCategoryItem>(addIn, category).addChild(item);
+}
+
+void KorDSMDialogFactory::loadDetailStylesDependencies(KorDsmDetailStyleItem* style) {
+    const StructDetailStyle& record = style->getRecord();
+    for (int i = 0; i < record.getLengthItems(); ++i) {
+        StructDetViewRequest request;
+        if (KorODBCDetStyle::getDetViewRequest(KorOdbcKey(record.getViewRequestAt(i)), request) != 1)
+            continue;
+        auto* item = new KorDsmViewRequestItem;
+        item->initRecord(request);
+        style->addChild(item);
+    }
+}

@@ -1,0 +1,104 @@
+#include "model/items/KorDSMDatabaseItem.h"
+
+#include "data/records/StructRecord.h"
+#include "model/KorDSMMessages.h"
+#include "model/items/KorDsmAddInContentItem.h"
+
+KorDSMDatabaseItem::~KorDSMDatabaseItem() {
+    unlinkEqualItems();
+    for (KorDSMDatabaseItem* child : m_Children)
+        delete child;
+}
+
+bool KorDSMDatabaseItem::isEqual(const KorDSMDatabaseItem& other) const {
+    return addInIndex() == other.addInIndex();
+}
+
+std::int32_t KorDSMDatabaseItem::recordKey() const {
+    const StructRecord* own = record();
+    return own ? own->key : 0;
+}
+
+void KorDSMDatabaseItem::addChild(KorDSMDatabaseItem* child) {
+    insertChild(m_Children.length(), child);
+}
+
+void KorDSMDatabaseItem::insertChild(int index, KorDSMDatabaseItem* child) {
+    child->m_pParent = this;
+    m_Children.insertAt(index, child);
+}
+
+void KorDSMDatabaseItem::releaseChild(KorDSMDatabaseItem* child) {
+    const int index = m_Children.find(child);
+    if (index >= 0)
+        m_Children.removeAt(index);
+}
+
+void KorDSMDatabaseItem::deleteChildren() {
+    for (KorDSMDatabaseItem* child : m_Children)
+        delete child;
+    m_Children.clear();
+}
+
+const KorDSMDatabaseItem* KorDSMDatabaseItem::ancestor(KorDSMDefines::eItemType type) const {
+    const KorDSMDatabaseItem* item = this;
+    while (item && item->m_Type != type)
+        item = item->m_pParent;
+    return item;
+}
+
+int KorDSMDatabaseItem::addInIndex() const {
+    const auto* addIn = dynamic_cast<const KorDsmAddInContentItem*>(ancestor(KorDSMDefines::kAddInContent));
+    return addIn ? addIn->m_AddInIndex : -1;
+}
+
+void KorDSMDatabaseItem::refreshTreeItemData() {
+    DsmAttachItemData message;
+    message.entry = m_hTreeItem;
+    message.data = std::make_unique<KorDSMTreeItemData>(*this);
+    KorDSMMainWindow::sendMessage(message);
+}
+
+void KorDSMDatabaseItem::linkEqualItem(KorDSMDatabaseItem& other) {
+    if (&other == this || m_EqualItems.find(&other) >= 0)
+        return;
+    m_EqualItems.append(&other);
+    other.m_EqualItems.append(this);
+}
+
+void KorDSMDatabaseItem::unlinkEqualItems() {
+    for (KorDSMDatabaseItem* twin : m_EqualItems) {
+        const int index = twin->m_EqualItems.find(this);
+        if (index >= 0)
+            twin->m_EqualItems.removeAt(index);
+    }
+    m_EqualItems.clear();
+}
+
+void KorDSMDatabaseItem::recordReplaced() {
+    if (m_bExpanded) {
+        for (KorDSMDatabaseItem* child : m_Children) {
+            if (!child->m_hTreeItem)
+                continue;
+            DsmDeleteEntry gone;
+            gone.entry = child->m_hTreeItem;
+            KorDSMMainWindow::sendMessage(gone);
+        }
+        deleteChildren();
+        dependentsDropped();
+        DsmInsertPlaceholder placeholder;
+        placeholder.entry = m_hTreeItem;
+        placeholder.text = "Empty";
+        KorDSMMainWindow::sendMessage(placeholder);
+        DsmCollapseEntry collapse;
+        collapse.entry = m_hTreeItem;
+        KorDSMMainWindow::sendMessage(collapse);
+        m_bExpanded = false;
+    }
+    DsmSetEntryText text;
+    text.entry = m_hTreeItem;
+    text.text = getDisplayName();
+    KorDSMMainWindow::sendMessage(text);
+    unlinkEqualItems();
+    refreshTreeItemData();
+}

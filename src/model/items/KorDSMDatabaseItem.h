@@ -1,0 +1,85 @@
+#pragma once
+
+#include "data/KorDSNDefinitions.h"
+#include "data/schema/TableTypes.h"
+#include "model/items/KorDSMTreeItemData.h"
+
+struct StructRecord;
+
+/// Root of everything that the editor shows in its trees: a record of a style database, or a node that
+/// groups such records. An item owns its children; it knows its entry in the tree only as an opaque handle
+/// and changes it through messages to the main dialog.
+class KorDSMDatabaseItem {
+public:
+    explicit KorDSMDatabaseItem(bool callerFlag = false) : m_bCallerFlag(callerFlag) {}
+    virtual ~KorDSMDatabaseItem();
+    KorDSMDatabaseItem(const KorDSMDatabaseItem&) = delete;
+    KorDSMDatabaseItem& operator=(const KorDSMDatabaseItem&) = delete;
+
+    /// Whether both items lie under the same add-in; items outside any add-in are equal. Record items
+    /// compare their records first.
+    virtual bool isEqual(const KorDSMDatabaseItem& other) const;
+    /// A copy of the item alone, owned by the caller, or null where items of this kind are not copied.
+    virtual KorDSMDatabaseItem* clone() const { return nullptr; }
+    /// Stores a name in the record, for kinds whose record carries one.
+    virtual void setName(KorString) {}
+
+    /// Text of the item's tree entry.
+    virtual KorString getDisplayName() const { return {}; }
+    /// The record, or null for nodes without one. Of the type that `tableType` says.
+    virtual const StructRecord* record() const { return nullptr; }
+    virtual eTableType tableType() const { return kNoTable; }
+    /// Replaces the record by a copy of `record`, which must be of the same type: drops the children that
+    /// hang on the old one, sets the entry's text, and leaves the equal items.
+    virtual void assignRecord(const StructRecord&) {}
+    /// Takes a changed copy of the same record over, without touching children or equal items.
+    virtual void updateRecord(const StructRecord&) {}
+    std::int32_t recordKey() const;
+
+    /// Takes the child over and sets its parent.
+    void addChild(KorDSMDatabaseItem* child);
+    void insertChild(int index, KorDSMDatabaseItem* child);
+    /// Gives the child back to the caller without deleting it; the child keeps its parent pointer.
+    void releaseChild(KorDSMDatabaseItem* child);
+    void deleteChildren();
+    KorArray<KorDSMDatabaseItem*>& children() { return m_Children; }
+    const KorArray<KorDSMDatabaseItem*>& children() const { return m_Children; }
+
+    /// The nearest of this item and its ancestors that has this type, or null.
+    const KorDSMDatabaseItem* ancestor(KorDSMDefines::eItemType type) const;
+    KorDSMDatabaseItem* ancestor(KorDSMDefines::eItemType type) {
+        return const_cast<KorDSMDatabaseItem*>(std::as_const(*this).ancestor(type));
+    }
+    /// Add-in index of the add-in content node above, or -1 without one.
+    int addInIndex() const;
+
+    /// Makes new item data and hands it, with the entry handle, to the main dialog.
+    void refreshTreeItemData();
+
+    /// Links both items as showing an equal record, if they are not linked yet.
+    void linkEqualItem(KorDSMDatabaseItem& other);
+    /// Leaves the lists of all equal items and empties the own one.
+    void unlinkEqualItems();
+    const KorArray<KorDSMDatabaseItem*>& equalItems() const { return m_EqualItems; }
+
+    KorDSMDefines::eItemType m_Type = KorDSMDefines::kNoType;
+    KorTreeItemHandle m_hTreeItem = nullptr;   ///< null while the item is not shown
+    KorTreeItemHandle m_hSecondItem = nullptr; ///< filled by the tree side
+    /// True when the item's dependent children are in the tree, or there are none to show. While it is false
+    /// the entry has the placeholder child.
+    bool m_bExpanded = true;
+    bool m_bFlag = false;
+    bool m_bCallerFlag = false;
+    KorDSMDatabaseItem* m_pParent = nullptr; ///< null for sections
+    std::int32_t m_IconIndex = 0;
+
+protected:
+    /// What every replaced record brings with it: see `assignRecord`.
+    void recordReplaced();
+    /// Called when the children that hang on the record are gone.
+    virtual void dependentsDropped() {}
+
+private:
+    KorArray<KorDSMDatabaseItem*> m_Children; // owned
+    KorArray<KorDSMDatabaseItem*> m_EqualItems;
+};

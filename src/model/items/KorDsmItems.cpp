@@ -1,0 +1,118 @@
+#include "model/items/KorDsmItems.h"
+
+#include "model/KorDSMMessages.h"
+
+namespace {
+
+template <typename Item>
+Item* cloneOf(const Item& item) {
+    auto* copy = new Item;
+    copy->initRecord(item.getRecord());
+    copy->m_IconIndex = item.m_IconIndex;
+    return copy;
+}
+
+} // namespace
+
+KorDSMDatabaseItem* KorDsmDetailStyleItem::clone() const {
+    return cloneOf(*this);
+}
+
+KorDSMDatabaseItem* KorDsmViewRequestItem::clone() const {
+    return cloneOf(*this);
+}
+
+KorDSMDatabaseItem* KorDsmDimRequestItem::clone() const {
+    return cloneOf(*this);
+}
+
+KorDSMDatabaseItem* KorDsmPointSelectionItem::clone() const {
+    return cloneOf(*this);
+}
+
+KorDSMDatabaseItem* KorDsmQualifierSetItem::clone() const {
+    return cloneOf(*this);
+}
+
+KorDSMDatabaseItem* KorDsmAnnotationStrategyItem::clone() const {
+    auto* copy = cloneOf(*this);
+    copy->m_AnnotationType = m_AnnotationType;
+    return copy;
+}
+
+void KorDsmDimRequestItem::setName(KorString name) {
+    m_Record.setRunBezeichnung(name);
+    DsmSetEntryText message;
+    message.entry = m_hTreeItem;
+    message.text = m_Record.getRunBezeichnung();
+    KorDSMMainWindow::sendMessage(message);
+}
+
+void KorDsmReprMapItem::createQualifierSet(KorDsmQualifierSetItem* child) {
+    KorAssert::check(m_QualifierSet == nullptr, "m_QualifierSet == NULL");
+    m_QualifierSet = child;
+    addChild(child);
+}
+
+void KorDsmReprMapItem::createAppearance(KorDsmAppearanceItem* child) {
+    KorAssert::check(m_Appearance == nullptr, "m_Appearance == NULL");
+    m_Appearance = child;
+    addChild(child);
+}
+
+void KorDsmReprMapItem::createAnnotationStrategy(KorDsmAnnotationStrategyItem* child) {
+    KorAssert::check(m_AnnotationStrategy == nullptr, "m_AnnotationStrategy == NULL");
+    m_AnnotationStrategy = child;
+    addChild(child);
+}
+
+void KorDsmReprMapItem::dependentsDropped() {
+    m_QualifierSet = nullptr;
+    m_Appearance = nullptr;
+    m_AnnotationStrategy = nullptr;
+}
+
+KorDsmAnnotationArrangementItem::KorDsmAnnotationArrangementItem() {
+    m_Type = KorDSMDefines::kAnnotationArrangement;
+    m_IconIndex = 10;
+    m_bExpanded = false;
+}
+
+bool KorDsmAnnotationArrangementItem::isEqual(const KorDSMDatabaseItem& other) const {
+    const auto* same = dynamic_cast<const KorDsmAnnotationArrangementItem*>(&other);
+    if (!same || same->m_bStandsForStrategy != m_bStandsForStrategy)
+        return false;
+    const bool equal = m_bStandsForStrategy ? m_Strategy == same->m_Strategy : m_Control == same->m_Control;
+    return equal && KorDSMDatabaseItem::isEqual(other);
+}
+
+KorString KorDsmAnnotationArrangementItem::getDisplayName() const {
+    return record() ? record()->getRunBezeichnung() : KorString();
+}
+
+const StructRecord* KorDsmAnnotationArrangementItem::record() const {
+    const StructRecord* own = &m_Control;
+    if (m_bStandsForStrategy)
+        own = &m_Strategy;
+    return own->key > 0 ? own : nullptr;
+}
+
+eTableType KorDsmAnnotationArrangementItem::tableType() const {
+    return m_bStandsForStrategy ? kTableArrangerStrategy : kTableArrangerControl;
+}
+
+void KorDsmAnnotationArrangementItem::assignRecord(const StructRecord& newRecord) {
+    updateRecord(newRecord);
+    recordReplaced();
+}
+
+void KorDsmAnnotationArrangementItem::updateRecord(const StructRecord& changed) {
+    if (m_bStandsForStrategy)
+        m_Strategy = static_cast<const StructDetArrangerStrategy&>(changed);
+    else
+        m_Control = static_cast<const StructDetArrangerControl&>(changed);
+}
+
+bool KorDsmAnnotationArrangementItem::usesNewArranger() const {
+    return m_bStandsForStrategy || m_Control.newArranger != 0;
+}

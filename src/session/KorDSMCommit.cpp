@@ -1,0 +1,50 @@
+#include "session/KorDSMCommit.h"
+
+#include "data/KorOdbcMan.h"
+#include "model/KorDSMDialogFactory.h"
+
+namespace {
+
+KorDSMCommit::Outcome walk(int (*setStatus)(eTableType, KorOdbcMan::eCopyDepth)) {
+    for (int table = 0; table < kNumberOfTableTypes; ++table)
+        setStatus(static_cast<eTableType>(table), KorOdbcMan::kThisRow);
+    KorDSMCommit::Outcome outcome;
+    for (const SourceCommit& commit : StyleDatabases::current().commitReport())
+        if (!commit.kept)
+            outcome.failed.push_back(commit);
+    return outcome;
+}
+
+} // namespace
+
+KorDSMCommit::Outcome KorDSMCommit::keepAndClose(bool applyEnabled) {
+    Outcome outcome = walk(&KorOdbcMan::setStatusOnOK);
+    if (!outcome.ok())
+        return outcome;
+    KorDSMDataStructure& structure = KorDSMDialogFactory::getDSMDataStructure();
+    structure.setUpdateStatus(KorOdbcCompactDetailsTables::m_bCompactPerformed
+                                  ? KorDSMDataStructure::kReloadRequested
+                                  : KorDSMDataStructure::kUpToDate);
+    KorOdbcCompactDetailsTables::m_bCompactPerformed = false;
+    KorOdbcMan::m_DSMReloadInfo = 1;
+    if (applyEnabled)
+        KorOdbcMan::m_DSMResetDetViewRequestCache = 1;
+    return outcome;
+}
+
+KorDSMCommit::Outcome KorDSMCommit::keepAndGoOn() {
+    Outcome outcome = walk(&KorOdbcMan::setStatusOnUpdate);
+    if (!outcome.ok())
+        return outcome;
+    KorDSMDialogFactory::getDSMDataStructure().setUpdateStatus(KorDSMDataStructure::kUpToDate);
+    KorDSMDataStructure::m_bApplyWasPressed = true;
+    KorOdbcMan::m_DSMReloadInfo = 1;
+    KorOdbcMan::m_DSMResetDetViewRequestCache = 1;
+    return outcome;
+}
+
+void KorDSMCommit::discard() {
+    for (int table = 0; table < kNumberOfTableTypes; ++table)
+        KorOdbcMan::setStatusOnCancel(static_cast<eTableType>(table), KorOdbcMan::kThisRow);
+    KorOdbcMan::m_DSMReloadInfo = 1;
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "data/StyleDatabases.h"
+
+#include <string>
+#include <vector>
+
+/// The three ways in which pending changes end. Each walks all 48 table types in ascending order.
+class KorDSMCommit {
+public:
+    /// What could not be kept; empty when all is stored.
+    struct Outcome {
+        std::vector<SourceCommit> failed;
+
+        bool ok() const { return failed.empty(); }
+    };
+
+    /// Keeps the changes for good. `applyEnabled` says whether changes were pending at all. On failure nothing
+    /// but the stored part is ended: the rest stays pending and the editor should stay open.
+    static Outcome keepAndClose(bool applyEnabled);
+    /// Keeps the changes and goes on.
+    static Outcome keepAndGoOn();
+    /// Takes the changes back that were not kept.
+    static void discard();
+};

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "data/KorOdbcMan.h"
+
+#include <functional>
+
+/// The guarded write, through which every edit of one column goes: where the row is shared and the user
+/// wants to be warned, it asks first; it writes; it announces the change to the main dialog. Pages, commands,
+/// the command line and tests write the same way.
+class KorDSMGuardedWrite {
+public:
+    /// Answers of the question before a shared row is written. Only `kWrite` writes.
+    enum eAnswer : int { kDecline = 0, kWrite = 1, kCopy = 2 };
+    using AskFunction = std::function<int(eTableType table, const KorOdbcKey& key)>;
+
+    /// Sets who is asked before a shared row is written, and returns the previous one. Without anybody to ask
+    /// a shared row is not written.
+    static AskFunction setAskFunction(AskFunction ask);
+
+    /// Write one field of the current source. Return 1 when it was written, the answer when it was declined,
+    /// 0 when the write failed (after the check "odbcResult > 0" where the layer reports below 1).
+    static int setAttributeString(eTableType table, const KorOdbcKey& key, int field, const KorString& text,
+                                  int flags);
+    static int setAttributeInt(eTableType table, const KorOdbcKey& key, int field, long value);
+    static int setAttributeDouble(eTableType table, const KorOdbcKey& key, int field, double value);
+    /// The same for a value of the column's own type.
+    static int setAttributeValue(eTableType table, const KorOdbcKey& key, int field, const CellValue& value);
+    /// Stores the layer's current record of the table.
+    static int storeCurrentRecord(eTableType table);
+
+    /// Whether a write to this row would be asked about.
+    static bool needsConfirmation(eTableType table, const KorOdbcKey& key);
+
+private:
+    static int write(eTableType table, const KorOdbcKey& key, const std::function<int()>& writeNow);
+};

@@ -1,0 +1,36 @@
+#include "session/KorDSMItemSource.h"
+
+#include "data/KorOdbcMan.h"
+#include "model/items/KorDsmAddInContentItem.h"
+
+SourceId KorDSMItemSource::sourceOf(const KorDSMDatabaseItem* item) {
+    if (!item)
+        return SourceId::user();
+    SourceId source;
+    for (; item; item = item->m_pParent) {
+        if (const auto* addIn = dynamic_cast<const KorDsmAddInContentItem*>(item))
+            source.index = addIn->m_AddInIndex;
+        else if (const auto* database = dynamic_cast<const KorDsmDatabaseContentItem*>(item))
+            source.dsn = database->m_Database;
+    }
+    if (source.dsn == KorDSNDefinitions::kLast)
+        return source;
+    if (source.index == KorDSNDefinitions::kNone)
+        source.index = source.dsn == KorDSNDefinitions::kStandard ? KorDSNDefinitions::kStandardIndex
+                                                                  : KorDSNDefinitions::kUserIndex;
+    if (source.index >= KorDSNDefinitions::kFirstAddIn)
+        source.dsn = KorDSNDefinitions::kAddIn;
+    return source;
+}
+
+bool KorDSMItemSource::select(const KorDSMDatabaseItem* item) {
+    const SourceId source = sourceOf(item);
+    if (source.dsn == KorDSNDefinitions::kLast)
+        return false;
+    m_request.reset();
+    KorOdbcMan::setCurrentDSN(source.dsn);
+    KorOdbcMan::setCurrentAddIn(source.index);
+    m_request = std::make_unique<KorDSNRequest>(source.dsn, source.index);
+    m_selected = source;
+    return true;
+}

@@ -1,0 +1,65 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Edges = std::map<std::string, std::set<std::string>>;
+
+Edges readEdges() {
+    std::ifstream page(fs::path(SOURCE_DIR) / "ARCHITECTURE.md");
+    const std::regex edge(R"(^(\w+)\s+->\s*([\w ]*)$)");
+    Edges edges;
+    for (std::string line; std::getline(page, line);) {
+        std::smatch match;
+        if (!std::regex_match(line, match, edge))
+            continue;
+        std::istringstream rooms(match[2]);
+        for (std::string room; rooms >> room;)
+            edges[match[1]].insert(room);
+        edges[match[1]].insert(match[1]);
+    }
+    return edges;
+}
+
+std::string roomOf(const fs::path& file) {
+    const fs::path relative = fs::relative(file, fs::path(SOURCE_DIR) / "src");
+    auto part = relative.begin();
+    return (*part == "host" ? *++part : *part).string();
+}
+
+} // namespace
+
+TEST(House, RoomsIncludeOnlyAlongTheListedEdges) {
+    const Edges edges = readEdges();
+    ASSERT_EQ(edges.size(), 10u);
+    const std::regex include(R"(^\s*#include\s*["<]([^">]+)[">])");
+    const std::set<std::string> withWindows = {"controls", "dialogs", "pages", "shell", "app"};
+    int seen = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / "src")) {
+        if (entry.path().extension() != ".cpp" && entry.path().extension() != ".h")
+            continue;
+        const std::string room = roomOf(entry.path());
+        ASSERT_TRUE(edges.contains(room)) << entry.path();
+        std::ifstream file(entry.path());
+        for (std::string line; std::getline(file, line);) {
+            std::smatch match;
+            if (!std::regex_search(line, match, include))
+                continue;
+            ++seen;
+            const std::string header = match[1];
+            const std::string target = header.substr(0, header.find('/'));
+            if (edges.contains(target) && header.find('/') != std::string::npos)
+                EXPECT_TRUE(edges.at(room).contains(target)) << entry.path() << " includes " << header;
+            if (header.starts_with("Q"))
+                EXPECT_TRUE(withWindows.contains(room)) << entry.path() << " includes " << header;
+        }
+    }
+    EXPECT_GT(seen, 100);
+}
