@@ -1,3 +1,6 @@
+# moc 6.4 cannot read the <concepts> of g++ 12, which every header with a comparison brings in.
+set(CMAKE_AUTOMOC_MOC_OPTIONS -D_GLIBCXX_CONCEPTS)
+
 # A room is one static library with an include root of its own: a source can include "room/Header.h" only
 # where the room is linked, so the compiler itself keeps the list of who may include whom.
 function(add_room name folder)

@@ -1,0 +1,165 @@
+#include "controls/KorListCtrl.h"
+
+#include "base/KorAssert.h"
+#include "controls/KorListModel.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+
+#include <algorithm>
+
+namespace {
+
+bool isRow(const KorListRow* row) {
+    return KorAssert::check(row != nullptr, "isValid( row )");
+}
+
+} // namespace
+
+KorListCtrl::KorListCtrl(QWidget* parent) : QTreeView(parent), m_model(new KorListModel(this)) {
+    setModel(m_model);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(SingleSelection);
+    setSelectionBehavior(SelectRows);
+    setIconSize(QSize(16, 16));
+    setSortingEnabled(true);
+    header()->setSortIndicator(-1, Qt::AscendingOrder);
+    connect(this, &QTreeView::doubleClicked, this,
+            [this](const QModelIndex& index) { Q_EMIT itemActivated(index.row()); });
+}
+
+void KorListCtrl::setImageList(KorImageListPtr images) {
+    m_model->setImageList(std::move(images));
+    viewport()->update();
+}
+
+int KorListCtrl::insertColumn(const KorString& title, int width, EFormat format) {
+    const int column = m_model->addColumn(title, format);
+    header()->setSectionResizeMode(column, width > 0 ? QHeaderView::Interactive : QHeaderView::Stretch);
+    header()->setStretchLastSection(false);
+    if (width > 0)
+        header()->resizeSection(column, width);
+    return column;
+}
+
+void KorListCtrl::deleteAllColumns() {
+    header()->setSortIndicator(-1, Qt::AscendingOrder);
+    m_model->clearColumns();
+}
+
+int KorListCtrl::columnCount() const {
+    return m_model->columnCount();
+}
+
+int KorListCtrl::insertItem(KorListRow row) {
+    return m_model->insert(std::move(row));
+}
+
+void KorListCtrl::setItems(std::vector<KorListRow> rows) {
+    m_model->replace(std::move(rows));
+}
+
+void KorListCtrl::deleteItem(int row) {
+    if (isRow(m_model->rowAt(row)))
+        m_model->remove(row);
+}
+
+void KorListCtrl::deleteAllItems() {
+    m_model->replace({});
+}
+
+int KorListCtrl::deleteSelectedItems() {
+    const std::vector<int> rows = selectedRows();
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row)
+        m_model->remove(*row);
+    return static_cast<int>(rows.size());
+}
+
+int KorListCtrl::getItemCount() const {
+    return m_model->rowCount();
+}
+
+KorString KorListCtrl::getItemText(int row, int column) const {
+    const KorListRow* at = m_model->rowAt(row);
+    const auto cell = static_cast<std::size_t>(column);
+    return isRow(at) && cell < at->texts.size() ? at->texts[cell] : KorString();
+}
+
+void KorListCtrl::setItemText(int row, int column, const KorString& text) {
+    KorListRow* at = m_model->rowAt(row);
+    if (!isRow(at) || !KorAssert::check(column >= 0 && column < columnCount(), "isValid( column )"))
+        return;
+    const auto cell = static_cast<std::size_t>(column);
+    at->texts.resize(std::max(at->texts.size(), cell + 1));
+    at->texts[cell] = text;
+    m_model->changed(row);
+}
+
+void* KorListCtrl::getItemData(int row) const {
+    const KorListRow* at = m_model->rowAt(row);
+    return isRow(at) ? at->data : nullptr;
+}
+
+void KorListCtrl::setItemData(int row, void* itemData) {
+    if (KorListRow* at = m_model->rowAt(row); isRow(at))
+        at->data = itemData;
+}
+
+int KorListCtrl::findItemData(const void* wanted) const {
+    const auto& rows = m_model->rows();
+    const auto at =
+        std::find_if(rows.begin(), rows.end(), [&](const KorListRow& row) { return row.data == wanted; });
+    return at == rows.end() ? -1 : static_cast<int>(at - rows.begin());
+}
+
+void KorListCtrl::sortByColumn(int column, Qt::SortOrder order) {
+    header()->setSortIndicator(column, order); // sorts: the view follows its header
+}
+
+void KorListCtrl::setMultiSelection(bool on) {
+    setSelectionMode(on ? ExtendedSelection : SingleSelection);
+}
+
+void KorListCtrl::selectRow(int row) {
+    if (row < 0)
+        return clearSelection();
+    if (isRow(m_model->rowAt(row)))
+        selectionModel()->setCurrentIndex(m_model->index(row, 0),
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+std::vector<int> KorListCtrl::selectedRows() const {
+    std::vector<int> rows;
+    for (const QModelIndex& index : selectionModel()->selectedRows())
+        rows.push_back(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+int KorListCtrl::selectedRow() const {
+    const std::vector<int> rows = selectedRows();
+    return rows.empty() ? -1 : rows.front();
+}
+
+void KorListCtrl::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    QTreeView::selectionChanged(selected, deselected);
+    Q_EMIT selectionChanged();
+}
+
+void KorListCtrl::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool selected = selectionModel()->hasSelection();
+    if (enter && selected) {
+        event->accept(); // Enter in a list must not press the dialog's default button
+        Q_EMIT itemActivated(currentIndex().row());
+    } else if (event->key() == Qt::Key_Delete && selected) {
+        event->accept();
+        Q_EMIT deletePressed();
+    } else {
+        QTreeView::keyPressEvent(event);
+    }
+}

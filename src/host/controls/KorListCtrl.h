@@ -1,0 +1,85 @@
+#pragma once
+
+#include "base/KorString.h"
+#include "controls/KorImageList.h"
+
+#include <QTreeView>
+
+#include <functional>
+#include <vector>
+
+class KorListModel;
+
+/// One row of a list: the texts of its columns, an icon for the first, the caller's data.
+struct KorListRow {
+    std::vector<KorString> texts;
+    int image = -1;       ///< Index in the image list, -1 for none.
+    void* data = nullptr; ///< The caller's own data; never touched, never deleted.
+};
+
+/// A report list: columns, whole-row selection, sorted by a click on a column's header. Rows are numbered
+/// from 0 in the order shown, so a number holds until rows are inserted, deleted or sorted.
+/// A row number that is not there is reported and read as an empty row.
+class KorListCtrl : public QTreeView {
+    Q_OBJECT
+
+public:
+    enum EFormat {
+        eText,   ///< Left-aligned, sorted as a person would: "Plan 2" before "Plan 10".
+        eNumber, ///< Right-aligned, sorted by value; the texts are numbers in the user's locale.
+    };
+
+    explicit KorListCtrl(QWidget* parent = nullptr);
+
+    /// The icons that the rows' image indices mean.
+    void setImageList(KorImageListPtr images);
+
+    /// Appends a column and returns its number. `width` in pixels at 100 %; 0 shares what is left.
+    int insertColumn(const KorString& title, int width = 0, EFormat format = eText);
+    /// Removes all columns and rows, and the sorting.
+    void deleteAllColumns();
+    int columnCount() const;
+
+    /// Adds a row, at the end, or in its place while the list is sorted. Returns its number.
+    int insertItem(KorListRow row);
+    /// Replaces all rows in one step, keeping the sorting.
+    void setItems(std::vector<KorListRow> rows);
+    void deleteItem(int row);
+    void deleteAllItems();
+    /// Deletes the selected rows and returns how many they were.
+    int deleteSelectedItems();
+
+    int getItemCount() const;
+    KorString getItemText(int row, int column) const;
+    void setItemText(int row, int column, const KorString& text);
+    void* getItemData(int row) const;
+    void setItemData(int row, void* data);
+    /// The first row with this data, -1 when there is none.
+    int findItemData(const void* data) const;
+
+    /// Sorts by a column; -1 goes on without sorting, in the present order.
+    void sortByColumn(int column, Qt::SortOrder order = Qt::AscendingOrder);
+
+    /// Whether several rows can be selected at once. Off at first.
+    void setMultiSelection(bool on);
+    /// Selects a row and scrolls to it; -1 takes the selection away.
+    void selectRow(int row);
+    /// The selected rows in ascending order.
+    std::vector<int> selectedRows() const;
+    /// The first selected row, -1 when there is none.
+    int selectedRow() const;
+
+Q_SIGNALS:
+    /// Double click or Enter on a row.
+    void itemActivated(int row);
+    void selectionChanged();
+    /// Delete pressed while rows are selected. The list deletes nothing itself.
+    void deletePressed();
+
+protected:
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    KorListModel* m_model;
+};

@@ -1,0 +1,167 @@
+#include "controls/KorListModel.h"
+
+#include "controls/KorQt.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+
+namespace {
+
+const KorString& textOf(const KorListRow& row, int column) {
+    static const KorString kNone;
+    const auto at = static_cast<std::size_t>(column);
+    return at < row.texts.size() ? row.texts[at] : kNone;
+}
+
+/// The value of a cell; what is no number comes before all numbers.
+double numberOf(const QString& text) {
+    bool ok = false;
+    const double value = QLocale().toDouble(text.trimmed(), &ok);
+    return ok ? value : -std::numeric_limits<double>::infinity();
+}
+
+} // namespace
+
+KorListModel::KorListModel(QObject* parent) : QAbstractTableModel(parent) {
+    m_collator.setNumericMode(true);
+    m_collator.setCaseSensitivity(Qt::CaseInsensitive);
+}
+
+int KorListModel::addColumn(const KorString& title, KorListCtrl::EFormat format) {
+    const int column = columnCount();
+    beginInsertColumns({}, column, column);
+    m_columns.push_back({title, format});
+    endInsertColumns();
+    return column;
+}
+
+void KorListModel::clearColumns() {
+    beginResetModel();
+    m_columns.clear();
+    m_rows.clear();
+    m_sortColumn = -1;
+    endResetModel();
+}
+
+KorListModel::Key KorListModel::keyOf(const KorListRow& row) const {
+    const QString text = toQt(textOf(row, m_sortColumn));
+    const bool number = m_columns[static_cast<std::size_t>(m_sortColumn)].format == KorListCtrl::eNumber;
+    return {number ? numberOf(text) : 0.0, m_collator.sortKey(number ? QString() : text)};
+}
+
+bool KorListModel::isLess(const Key& left, const Key& right) const {
+    const int order = left.number < right.number   ? -1
+                      : left.number > right.number ? 1
+                                                   : left.text.compare(right.text);
+    return m_sortOrder == Qt::AscendingOrder ? order < 0 : order > 0;
+}
+
+int KorListModel::insert(KorListRow row) {
+    int at = rowCount();
+    if (m_sortColumn >= 0) {
+        const Key key = keyOf(row);
+        const auto place = std::upper_bound(
+            m_rows.begin(), m_rows.end(), key,
+            [this](const Key& left, const KorListRow& right) { return isLess(left, keyOf(right)); });
+        at = static_cast<int>(place - m_rows.begin());
+    }
+    beginInsertRows({}, at, at);
+    m_rows.insert(m_rows.begin() + at, std::move(row));
+    endInsertRows();
+    return at;
+}
+
+void KorListModel::replace(std::vector<KorListRow> rows) {
+    beginResetModel();
+    m_rows = std::move(rows);
+    if (m_sortColumn >= 0)
+        reorder(sortedOrder());
+    endResetModel();
+}
+
+void KorListModel::remove(int row) {
+    beginRemoveRows({}, row, row);
+    m_rows.erase(m_rows.begin() + row);
+    endRemoveRows();
+}
+
+KorListRow* KorListModel::rowAt(int row) {
+    return row >= 0 && row < rowCount() ? &m_rows[static_cast<std::size_t>(row)] : nullptr;
+}
+
+int KorListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+int KorListModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
+}
+
+QVariant KorListModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid())
+        return {};
+    const KorListRow& row = m_rows[static_cast<std::size_t>(index.row())];
+    const bool number = m_columns[static_cast<std::size_t>(index.column())].format == KorListCtrl::eNumber;
+    if (role == Qt::DisplayRole)
+        return toQt(textOf(row, index.column()));
+    if (role == Qt::DecorationRole && index.column() == 0 && m_images && row.image >= 0)
+        return m_images->at(row.image);
+    if (role == Qt::TextAlignmentRole && number)
+        return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
+    return {};
+}
+
+QVariant KorListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section >= columnCount())
+        return {};
+    const Column& column = m_columns[static_cast<std::size_t>(section)];
+    if (role == Qt::DisplayRole)
+        return toQt(column.title);
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(Qt::AlignVCenter |
+                                   (column.format == KorListCtrl::eNumber ? Qt::AlignRight : Qt::AlignLeft));
+    return {};
+}
+
+std::vector<int> KorListModel::sortedOrder() const {
+    std::vector<Key> keys;
+    keys.reserve(m_rows.size());
+    for (const KorListRow& row : m_rows)
+        keys.push_back(keyOf(row));
+    std::vector<int> order(m_rows.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [&](int left, int right) {
+        return isLess(keys[static_cast<std::size_t>(left)], keys[static_cast<std::size_t>(right)]);
+    });
+    return order;
+}
+
+void KorListModel::reorder(const std::vector<int>& order) {
+    std::vector<KorListRow> sorted;
+    sorted.reserve(order.size());
+    for (const int row : order)
+        sorted.push_back(std::move(m_rows[static_cast<std::size_t>(row)]));
+    m_rows = std::move(sorted);
+}
+
+void KorListModel::sort(int column, Qt::SortOrder order) {
+    m_sortColumn = column < columnCount() ? column : -1;
+    m_sortOrder = order;
+    if (m_sortColumn < 0)
+        return;
+    Q_EMIT layoutAboutToBeChanged();
+    const std::vector<int> sorted = sortedOrder();
+    std::vector<int> newRowOf(sorted.size());
+    for (std::size_t row = 0; row < sorted.size(); ++row)
+        newRowOf[static_cast<std::size_t>(sorted[row])] = static_cast<int>(row);
+    reorder(sorted);
+    const QModelIndexList before = persistentIndexList();
+    QModelIndexList after;
+    for (const QModelIndex& old : before)
+        after.append(index(newRowOf[static_cast<std::size_t>(old.row())], old.column()));
+    changePersistentIndexList(before, after);
+    Q_EMIT layoutChanged();
+}

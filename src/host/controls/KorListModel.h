@@ -1,0 +1,54 @@
+#pragma once
+
+#include "controls/KorListCtrl.h"
+
+#include <QAbstractTableModel>
+#include <QCollator>
+
+/// The rows behind a KorListCtrl, sorted in place.
+class KorListModel : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    explicit KorListModel(QObject* parent);
+
+    void setImageList(KorImageListPtr images) { m_images = std::move(images); }
+    int addColumn(const KorString& title, KorListCtrl::EFormat format);
+    void clearColumns();
+    int insert(KorListRow row);
+    void replace(std::vector<KorListRow> rows);
+    void remove(int row);
+    /// The row, or null when there is none of that number.
+    KorListRow* rowAt(int row);
+    void changed(int row) { Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1)); }
+    const std::vector<KorListRow>& rows() const { return m_rows; }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    void sort(int column, Qt::SortOrder order) override;
+
+private:
+    struct Column {
+        KorString title;
+        KorListCtrl::EFormat format;
+    };
+    /// What a cell sorts by, worked out once per cell and sorting: either the number or the text counts.
+    struct Key {
+        double number;
+        QCollatorSortKey text;
+    };
+
+    Key keyOf(const KorListRow& row) const;
+    bool isLess(const Key& left, const Key& right) const;
+    std::vector<int> sortedOrder() const;
+    void reorder(const std::vector<int>& order);
+
+    std::vector<Column> m_columns;
+    std::vector<KorListRow> m_rows;
+    KorImageListPtr m_images;
+    QCollator m_collator;
+    int m_sortColumn = -1;
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
+};

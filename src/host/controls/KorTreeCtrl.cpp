@@ -1,0 +1,321 @@
+#include "controls/KorTreeCtrl.h"
+
+#include "base/KorAssert.h"
+
+#include <QContextMenuEvent>
+#include <QScopedValueRollback>
+
+namespace {
+
+bool isEntry(KorTreeHandle entry) {
+    return KorAssert::check(entry != nullptr, "entry != NULL");
+}
+
+} // namespace
+
+KorTreeCtrl::KorTreeCtrl(QWidget* parent) : QTreeView(parent), m_model(new KorTreeModel(this)) {
+    init();
+}
+
+KorTreeCtrl::KorTreeCtrl(KorTreeModel* model, QWidget* parent) : QTreeView(parent), m_model(model) {
+    init();
+}
+
+KorTreeCtrl::~KorTreeCtrl() {
+    m_model->disconnect(this);
+}
+
+void KorTreeCtrl::init() {
+    setModel(m_model);
+    setHeaderHidden(true);
+    setUniformRowHeights(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(SingleSelection);
+    setIconSize(QSize(16, 16));
+    connect(this, &QTreeView::expanded, this, &KorTreeCtrl::onExpanded);
+    connect(this, &QTreeView::doubleClicked, this,
+            [this](const QModelIndex& index) { Q_EMIT itemActivated(KorTreeModel::entryOf(index)); });
+    connect(m_model, &KorTreeModel::placeholderChanged, this, [this] { scheduleDelayedItemsLayout(); });
+}
+
+void KorTreeCtrl::setImageList(KorImageListPtr images) {
+    m_model->setImageList(std::move(images));
+    viewport()->update();
+}
+
+KorTreeHandle KorTreeCtrl::first() {
+    static KorTreeEntry beforeAll;
+    return &beforeAll;
+}
+
+KorTreeHandle KorTreeCtrl::insertItem(const KorString& text, int image, KorTreeHandle parent, void* itemData,
+                                      KorTreeHandle after) {
+    const int row = after == first() ? 0 : after ? after->row + 1 : -1;
+    return m_model->insert(parent, row, {text, image, itemData, false});
+}
+
+KorTreeHandle KorTreeCtrl::insertItems(KorTreeHandle parent, const std::vector<KorTreeItem>& items) {
+    return m_model->append(parent, items);
+}
+
+/// Runs `remove`; when the selection goes with it, `heir` is selected, and that is told only when the
+/// entries are gone, so that no listener meets a half-deleted tree.
+template <typename Remove>
+void KorTreeCtrl::removeKeepingSelection(bool selectionGoes, KorTreeHandle heir, Remove remove) {
+    {
+        const QScopedValueRollback mute(m_muted, true);
+        if (selectionGoes) {
+            setCurrentIndex(m_model->indexOf(heir));
+            if (!heir)
+                clearSelection();
+        }
+        remove();
+    }
+    if (selectionGoes && !m_muted)
+        Q_EMIT selectionChanged(selectedItem());
+}
+
+void KorTreeCtrl::deleteItem(KorTreeHandle entry) {
+    if (!isEntry(entry))
+        return;
+    KorTreeHandle heir = m_model->sibling(entry, 1);
+    if (!heir)
+        heir = m_model->sibling(entry, -1);
+    if (!heir)
+        heir = getParentItem(entry);
+    if (isInBranch(m_dragSource, entry))
+        m_dragSource = nullptr;
+    removeKeepingSelection(isInBranch(selectedItem(), entry), heir, [&] { m_model->remove(entry); });
+}
+
+void KorTreeCtrl::deleteChildren(KorTreeHandle parent) {
+    const KorTreeHandle selected = selectedItem();
+    const bool selectionGoes = selected && selected != parent && isInBranch(selected, parent);
+    if (m_dragSource != parent && isInBranch(m_dragSource, parent))
+        m_dragSource = nullptr;
+    removeKeepingSelection(selectionGoes, parent, [&] { m_model->removeChildren(parent); });
+}
+
+void KorTreeCtrl::deleteAll() {
+    deleteChildren(nullptr);
+}
+
+KorTreeHandle KorTreeCtrl::getRoot() const {
+    return m_model->childAt(nullptr, 0);
+}
+
+KorTreeHandle KorTreeCtrl::getParentItem(KorTreeHandle entry) const {
+    return isEntry(entry) ? KorTreeModel::entryOf(m_model->indexOf(entry).parent()) : nullptr;
+}
+
+KorTreeHandle KorTreeCtrl::getChildItem(KorTreeHandle entry) const {
+    return m_model->childAt(entry, 0);
+}
+
+KorTreeHandle KorTreeCtrl::getNextSiblingItem(KorTreeHandle entry) const {
+    return isEntry(entry) ? m_model->sibling(entry, 1) : nullptr;
+}
+
+KorTreeHandle KorTreeCtrl::getPrevSiblingItem(KorTreeHandle entry) const {
+    return isEntry(entry) ? m_model->sibling(entry, -1) : nullptr;
+}
+
+int KorTreeCtrl::childCount(KorTreeHandle parent) const {
+    return m_model->childCount(parent);
+}
+
+KorString KorTreeCtrl::getItemText(KorTreeHandle entry) const {
+    return isEntry(entry) ? entry->text : KorString();
+}
+
+void KorTreeCtrl::setItemText(KorTreeHandle entry, const KorString& text) {
+    if (isEntry(entry))
+        m_model->setText(entry, text);
+}
+
+int KorTreeCtrl::getItemImage(KorTreeHandle entry) const {
+    return isEntry(entry) ? entry->image : -1;
+}
+
+void KorTreeCtrl::setItemImage(KorTreeHandle entry, int image) {
+    if (isEntry(entry))
+        m_model->setImage(entry, image);
+}
+
+void* KorTreeCtrl::getItemData(KorTreeHandle entry) const {
+    return isEntry(entry) ? entry->data : nullptr;
+}
+
+void KorTreeCtrl::setItemData(KorTreeHandle entry, void* itemData) {
+    if (isEntry(entry))
+        entry->data = itemData;
+}
+
+void KorTreeCtrl::setPlaceholder(KorTreeHandle entry, bool placeholder) {
+    if (isEntry(entry))
+        m_model->setPlaceholder(entry, placeholder);
+}
+
+bool KorTreeCtrl::isPlaceholder(KorTreeHandle entry) const {
+    return isEntry(entry) && entry->placeholder;
+}
+
+void KorTreeCtrl::demandChildren(KorTreeHandle entry) {
+    if (m_opening == entry)
+        return;
+    {
+        const QScopedValueRollback opening(m_opening, entry);
+        const QPersistentModelIndex alive(m_model->indexOf(entry));
+        Q_EMIT expanding(entry);
+        if (!alive.isValid())
+            return;
+    }
+    m_model->setPlaceholder(entry, false);
+}
+
+void KorTreeCtrl::onExpanded(const QModelIndex& index) {
+    demandChildren(KorTreeModel::entryOf(index));
+}
+
+void KorTreeCtrl::expand(KorTreeHandle entry) {
+    if (!isEntry(entry) || isExpanded(entry))
+        return;
+    const QPersistentModelIndex index(m_model->indexOf(entry));
+    demandChildren(entry);
+    const QScopedValueRollback opening(m_opening, entry);
+    QTreeView::expand(index);
+}
+
+void KorTreeCtrl::collapse(KorTreeHandle entry) {
+    if (isEntry(entry))
+        QTreeView::collapse(m_model->indexOf(entry));
+}
+
+bool KorTreeCtrl::isExpanded(KorTreeHandle entry) const {
+    return isEntry(entry) && m_model->childCount(entry) > 0 && QTreeView::isExpanded(m_model->indexOf(entry));
+}
+
+void KorTreeCtrl::expandBranch(KorTreeHandle entry) {
+    if (!isEntry(entry))
+        return;
+    expand(entry);
+    for (KorTreeHandle child = getChildItem(entry); child; child = getNextSiblingItem(child))
+        if (child->placeholder || m_model->childCount(child) > 0)
+            expandBranch(child);
+}
+
+void KorTreeCtrl::selectItem(KorTreeHandle entry) {
+    setCurrentIndex(m_model->indexOf(entry));
+    if (!entry)
+        clearSelection();
+}
+
+KorTreeHandle KorTreeCtrl::selectedItem() const {
+    const QModelIndexList selected = selectionModel()->selectedIndexes();
+    return selected.isEmpty() ? nullptr : KorTreeModel::entryOf(selected.first());
+}
+
+void KorTreeCtrl::ensureVisible(KorTreeHandle entry) {
+    if (isEntry(entry))
+        scrollTo(m_model->indexOf(entry));
+}
+
+int KorTreeCtrl::GetItemIndex(KorTreeHandle entry) const {
+    if (!entry)
+        return -1;
+    int index = 0;
+    for (KorTreeHandle at = getRoot(); at && at != entry; at = m_model->nextInOrder(at))
+        ++index;
+    return index;
+}
+
+KorTreeHandle KorTreeCtrl::GetItemAt(int index) const {
+    KorTreeHandle at = index < 0 ? nullptr : getRoot();
+    for (; at && index > 0; --index)
+        at = m_model->nextInOrder(at);
+    return at;
+}
+
+bool KorTreeCtrl::isInBranch(KorTreeHandle entry, KorTreeHandle branch) const {
+    if (!branch)
+        return entry != nullptr;
+    while (entry && entry != branch)
+        entry = entry->parent;
+    return entry != nullptr;
+}
+
+void KorTreeCtrl::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    QTreeView::selectionChanged(selected, deselected);
+    if (!m_muted)
+        Q_EMIT selectionChanged(selectedItem());
+}
+
+QItemSelectionModel::SelectionFlags KorTreeCtrl::selectionCommand(const QModelIndex& index,
+                                                                  const QEvent* event) const {
+    // Ctrl and a click must not leave the pages at the right without an entry.
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+           : event         ? QItemSelectionModel::NoUpdate
+                           : QTreeView::selectionCommand(index, event);
+}
+
+void KorTreeCtrl::contextMenuEvent(QContextMenuEvent* event) {
+    QModelIndex index = currentIndex();
+    QPoint position = event->globalPos();
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        position = viewport()->mapToGlobal(visualRect(index).center());
+    else
+        index = indexAt(event->pos());
+    Q_EMIT contextMenuRequested(KorTreeModel::entryOf(index), position);
+}
+
+void KorTreeCtrl::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter || !selectedItem())
+        return QTreeView::keyPressEvent(event);
+    event->accept(); // Enter in a tree must not press the dialog's default button
+    Q_EMIT itemActivated(selectedItem());
+}
+
+void KorTreeCtrl::setDragAllowed(bool allowed) {
+    m_dragAllowed = allowed;
+    m_model->setDragAllowed(allowed);
+    setDragDropMode(allowed ? InternalMove : NoDragDrop);
+}
+
+void KorTreeCtrl::startDrag(Qt::DropActions actions) {
+    m_dragSource = selectedItem();
+    if (m_dragSource)
+        QTreeView::startDrag(actions);
+    m_dragSource = nullptr;
+}
+
+bool KorTreeCtrl::acceptsDrop(const QDropEvent& event, KorTreeHandle& target) {
+    target = KorTreeModel::entryOf(indexAt(event.position().toPoint()));
+    if (!m_dragAllowed || !m_dragSource || !target || isInBranch(target, m_dragSource))
+        return false;
+    bool accept = false;
+    Q_EMIT dropQuery(m_dragSource, target, &accept);
+    return accept;
+}
+
+void KorTreeCtrl::dragEnterEvent(QDragEnterEvent* event) {
+    event->setAccepted(m_dragSource != nullptr);
+}
+
+void KorTreeCtrl::dragMoveEvent(QDragMoveEvent* event) {
+    QTreeView::dragMoveEvent(event); // scrolls at the edges
+    KorTreeHandle target = nullptr;
+    event->setAccepted(acceptsDrop(*event, target));
+}
+
+void KorTreeCtrl::dropEvent(QDropEvent* event) {
+    KorTreeHandle target = nullptr;
+    const bool accepted = acceptsDrop(*event, target);
+    // A copy, not a move: the view would delete what a move has taken away.
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(accepted);
+    stopAutoScroll();
+    setState(NoState);
+    if (accepted)
+        Q_EMIT dropRequested(m_dragSource, target);
+}

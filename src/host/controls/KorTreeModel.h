@@ -1,0 +1,92 @@
+#pragma once
+
+#include "base/KorString.h"
+#include "base/KorTreeHandle.h"
+#include "controls/KorImageList.h"
+
+#include <QAbstractItemModel>
+
+#include <memory>
+#include <vector>
+
+/// What a new tree entry shows and carries.
+struct KorTreeItem {
+    KorString text;
+    int image = -1;           ///< Index in the image list, -1 for none.
+    void* data = nullptr;     ///< The caller's own data; never touched, never deleted.
+    bool placeholder = false; ///< Children are made when the entry is first opened.
+};
+
+/// One entry of a KorTreeModel. Texts are shared with the records they come from.
+struct KorTreeEntry {
+    KorString text;
+    void* data = nullptr;
+    KorTreeEntry* parent = nullptr;
+    std::vector<std::unique_ptr<KorTreeEntry>> children;
+    int row = 0;
+    int image = -1;
+    bool placeholder = false;
+    bool selectable = true;
+};
+
+/// The entries behind tree controls and tree combos. Entries without a parent are top-level entries;
+/// wherever a parent is asked for, null stands for the invisible owner of these.
+class KorTreeModel : public QAbstractItemModel {
+    Q_OBJECT
+
+public:
+    using QAbstractItemModel::QAbstractItemModel;
+
+    void setImageList(KorImageListPtr images) { m_images = std::move(images); }
+
+    /// Inserts one entry before row `row` of `parent`; a row outside the children appends.
+    KorTreeHandle insert(KorTreeHandle parent, int row, const KorTreeItem& item);
+    /// Appends many entries in one step. Returns the first of them, null when `items` is empty.
+    KorTreeHandle append(KorTreeHandle parent, const std::vector<KorTreeItem>& items);
+    /// Deletes the entry with all entries below it.
+    void remove(KorTreeHandle entry);
+    /// Deletes all entries below `parent`, which stops being a placeholder.
+    void removeChildren(KorTreeHandle parent);
+
+    void setText(KorTreeHandle entry, const KorString& text);
+    void setImage(KorTreeHandle entry, int image);
+    /// Whether the entry shows that it can be opened although it has no children yet.
+    void setPlaceholder(KorTreeHandle entry, bool placeholder);
+    /// Moves come from dragging; off at first.
+    void setDragAllowed(bool allowed) { m_dragAllowed = allowed; }
+
+    int childCount(KorTreeHandle parent) const;
+    /// The child at `row`, null when there is none.
+    KorTreeHandle childAt(KorTreeHandle parent, int row) const;
+    /// The neighbour `step` rows further among the siblings, null when there is none.
+    KorTreeHandle sibling(KorTreeHandle entry, int step) const;
+    /// The entry after `entry` in pre-order (children before siblings); null starts, null ends.
+    KorTreeHandle nextInOrder(KorTreeHandle entry) const;
+    /// The entry before `entry` in pre-order; null starts at the last, null ends.
+    KorTreeHandle previousInOrder(KorTreeHandle entry) const;
+
+    QModelIndex indexOf(KorTreeHandle entry) const;
+    static KorTreeHandle entryOf(const QModelIndex& index);
+
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    QModelIndex parent(const QModelIndex& child) const override;
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    bool hasChildren(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
+
+Q_SIGNALS:
+    /// An entry without children can be opened now, or no longer: views lay their lines out anew.
+    void placeholderChanged();
+
+private:
+    const KorTreeEntry& node(KorTreeHandle parent) const { return parent ? *parent : m_root; }
+    KorTreeEntry& node(KorTreeHandle parent) { return parent ? *parent : m_root; }
+    std::unique_ptr<KorTreeEntry> make(KorTreeHandle parent, int row, const KorTreeItem& item);
+
+    KorTreeEntry m_root;
+    KorImageListPtr m_images;
+    bool m_dragAllowed = false;
+};
