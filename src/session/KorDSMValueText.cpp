@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 
 namespace KorDSMValueText {
 
@@ -97,7 +98,8 @@ Parsed parseNumber(const TableSchema& table, const Column& column, const KorStri
             return {CellValue(value), {}};
     const int kind = unitKind(column);
     const auto number = getUnitsOfCurrentDatabase().parse(text, kind);
-    if (!number || (column.isInteger() && *number != static_cast<double>(static_cast<std::int32_t>(*number))))
+    constexpr double kHighest = std::numeric_limits<std::int32_t>::max();
+    if (!number || (column.isInteger() && !(std::abs(*number) <= kHighest && *number == std::trunc(*number))))
         return failure(kNotANumber, {columnCaption(table, column), text});
     if (*number < column.minimum || *number > column.maximum) {
         const KorString caption = columnCaption(table, column);
