@@ -1,0 +1,12 @@
+#pragma once
+
+#include <filesystem>
+
+/// Where the files that are not code lie: prompts, pictures, help topics, samples.
+class KorResources {
+public:
+    /// The folder; until `setFolder` it is the one that the environment variable DETAILSTYLES_RESOURCES
+    /// names, else empty.
+    static const std::filesystem::path& folder();
+    static void setFolder(const std::filesystem::path& folder);
+};

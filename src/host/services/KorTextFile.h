@@ -1,0 +1,19 @@
+#pragma once
+
+#include "base/KorString.h"
+
+#include <filesystem>
+#include <vector>
+
+/// Small text files in UTF-8.
+namespace KorTextFile {
+
+/// All lines without their line breaks (LF or CR LF), and without a byte order mark. Returns false when the
+/// file cannot be read.
+bool readLines(const std::filesystem::path& file, std::vector<KorString>& lines);
+
+/// Replaces the file's content as a whole: a temporary file beside it is written, synced and renamed. Makes
+/// the folder when it is missing. Returns false when that is not possible; the old file is then untouched.
+bool replace(const std::filesystem::path& file, const std::string& text);
+
+} // namespace KorTextFile

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "base/KorString.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+/// The prompt store: every text that users see, by category and number, in the language of the program.
+///
+/// A file `<language>.tsv` holds one text a line: category, number and text, separated by tabs; "\n", "\t" and
+/// "\\" stand for a line break, a tab and a backslash. Lines that begin with '#' are notes.
+class Prompts {
+public:
+    /// The text, or "category number" when there is none; a missing text is reported once.
+    static KorString getPrompt(const KorString& category, int number);
+
+    /// Reads the texts of a language from a folder; English fills what the language lacks. Lines that are no
+    /// prompts are reported with file and line. Returns false when the file cannot be read.
+    static bool load(const std::filesystem::path& folder, const std::string& language);
+
+    /// Whether the store has the text.
+    static bool has(const KorString& category, int number);
+    static const std::string& language();
+
+    /// The language to use: that of the setting "Language" under the manager's key, else that of the
+    /// environment (LC_ALL, LC_MESSAGES, LANG), else "en"; only languages that the folder has.
+    static std::string chooseLanguage(const std::filesystem::path& folder);
+};
