@@ -109,7 +109,8 @@ void declare(CLI::App& app, Wanted& wanted) {
     app.description("Manages the detail styles of steel drawings in their databases.");
     app.set_version_flag("--version", std::string(DETAILSTYLES_VERSION));
     app.add_option("--data", wanted.data,
-                   "Folder with the style databases; the desktop's data folders without");
+                   "Folder with the style databases; the desktop's data folders without")
+        ->take_last();
     app.require_subcommand(0, 1);
     app.fallthrough();
     app.footer("Exit codes: 0 done, 1 could not or found something, 2 wrong usage.");

@@ -69,6 +69,8 @@ void print(const QJsonObject& document) {
 }
 
 void printColumns(const std::vector<KorString>& heading, const std::vector<std::vector<KorString>>& rows) {
+    if (rows.empty())
+        return;
     std::vector<std::vector<QString>> lines;
     std::vector<qsizetype> widths(heading.size(), 0);
     const auto addLine = [&](const std::vector<KorString>& cells) {

@@ -18,9 +18,9 @@ void say(const KorString& line);
 void print(const QJsonArray& document);
 void print(const QJsonObject& document);
 
-/// Rows of cells under a heading, in columns as wide as their widest cell. The last column is cut to the
-/// terminal's width, and to nothing where the output is no terminal. Line breaks and control characters are
-/// shown as escapes: what a database holds must not steer the terminal.
+/// Rows of cells under a heading, in columns as wide as their widest cell; nothing where there are no rows.
+/// Lines are cut to the width of a terminal, and not at all where the output is none. Line breaks and control
+/// characters are shown as escapes: what a database holds must not steer the terminal.
 void printColumns(const std::vector<KorString>& heading, const std::vector<std::vector<KorString>>& rows);
 
 } // namespace Console

@@ -4,6 +4,7 @@
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
 #include "controls/KorQt.h"
+#include "data/KorDSNManager.h"
 #include "data/KorOdbcGUI.h"
 
 #include <QJsonArray>

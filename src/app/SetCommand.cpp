@@ -2,9 +2,12 @@
 #include "app/Console.h"
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
+#include "data/KorDSNManager.h"
 #include "data/KorOdbcGUI.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMValueText.h"
+
+#include <algorithm>
 
 namespace {
 

@@ -3,6 +3,7 @@
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
 #include "controls/KorQt.h"
+#include "data/KorDSNManager.h"
 #include "data/KorOdbcGUI.h"
 #include "session/KorDSMValueText.h"
 
