@@ -61,9 +61,5 @@ prepare_packages() {
 # build_targets [TARGET...]: configures where it was never done, and builds the targets, or everything.
 build_targets() {
     [ -f "$build/build.ninja" ] || step "Configuring" configure cmake -S "$root" --preset release
-    # Nothing to build is the usual case and is not worth a line.
-    if ninja -C "$build" -n "$@" 2>/dev/null | grep -q 'no work to do'; then
-        return
-    fi
     step "Building" build cmake --build "$build" ${1:+--target "$@"}
 }
