@@ -34,7 +34,8 @@ public:
     /// The instance that the named operations work on.
     static StyleDatabases& current();
 
-    /// Opens a database file as a source, replacing what was open there. On failure the source stays absent.
+    /// Opens a database file as a source, replacing what was open there. A failure leaves the source absent; a
+    /// file that can only be read is opened all the same, with a message.
     StoreResult openFile(SourceId id, const std::string& path, bool readOnly);
     void addSource(SourceId id, std::unique_ptr<StyleStore> store);
     void closeSource(SourceId id);

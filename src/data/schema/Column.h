@@ -8,6 +8,7 @@
 #include <limits>
 #include <string>
 #include <variant>
+#include <vector>
 
 /// One cell as it travels between stores, the pending log and callers.
 using CellValue = std::variant<std::int64_t, double, KorString>;
@@ -35,6 +36,7 @@ struct Column {
     eReferenceRole role = eReferenceRole::kUses;
     double minimum = -std::numeric_limits<double>::infinity(); ///< allowed range of numbers; what a store
     double maximum = std::numeric_limits<double>::infinity();  ///< holds outside it is kept and reported
+    std::vector<std::string> valueNames; ///< what the values 0, 1, ... of an integer column are called
 
     bool isText() const { return kind == eColumnKind::kText; }
     bool isReal() const { return kind == eColumnKind::kReal || kind == eColumnKind::kLength; }

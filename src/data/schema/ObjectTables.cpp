@@ -49,10 +49,11 @@ void declareAnnotation(std::vector<TableSchema>& tables) {
 
     using Type = StructDetAnnotationType;
     TableBuilder<Type>(tables, "annotation_type")
-        .integer(2, "annotation_kind", &Type::annotationKind, 0, 5)
+        .choice(2, "annotation_kind", &Type::annotationKind,
+                {"Text", "Part mark", "Weld symbol", "Bolt mark", "Level", "Hole mark"})
         .uses(3, "leader_style", &Type::leaderStyleKey, kTableLeaderStyle)
         .length(4, "text_size", &Type::textSize)
-        .integer(5, "frame", &Type::frame, 0, 2)
+        .choice(5, "frame", &Type::frame, {"None", "Box", "Circle"})
         .integer(6, "object_type", &Type::objectTypeKey);
 
     using Leader = StructDetLeaderStyle;
@@ -66,12 +67,13 @@ void declareAnnotation(std::vector<TableSchema>& tables) {
         .flag(2, "new_arranger", &Control::newArranger)
         .length(3, "distance", &Control::distance)
         .length(4, "max_leader_length", &Control::maxLeaderLength)
-        .integer(5, "side_preference", &Control::sidePreference, 0, 4)
+        .choice(5, "side_preference", &Control::sidePreference,
+                {"Nearest", "Left", "Right", "Above", "Below"})
         .flag(6, "allow_overlap", &Control::allowOverlap);
 
     using Order = StructDetArrangerStrategy;
     TableBuilder<Order>(tables, "arranger_strategy")
-        .integer(2, "direction", &Order::direction, 0, 2)
+        .choice(2, "direction", &Order::direction, {"Both", "Horizontal", "Vertical"})
         .length(3, "spacing", &Order::spacing)
         .flag(4, "align_to_view", &Order::alignToView)
         .integer(5, "priority", &Order::priority);
@@ -84,7 +86,7 @@ void declareQualifiers(std::vector<TableSchema>& tables) {
     using Set = StructDetObjQualifierSet;
     TableBuilder<Set>(tables, "qualifier_set")
         .filedUnder(2, "group", &Set::groupKey, kTableQualifierSetGroup)
-        .integer(3, "combination", &Set::combination, 0, 1)
+        .choice(3, "combination", &Set::combination, {"All qualifiers", "Any qualifier"})
         .text(4, "description", &Set::description);
 
     TableBuilder<StructDetObjQualifierSetGroup>(tables, "qualifier_set_group")

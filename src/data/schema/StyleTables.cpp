@@ -8,9 +8,11 @@ void declareStyleTables(std::vector<TableSchema>& tables) {
         .text(3, "description", &Style::description)
         .uses(4, "object_selection_strategy", &Style::objectSelectionStrategy, kTableSelectionStrategy)
         .text(5, "title_format", &Style::titleFormat)
-        .integer(6, "title_position", &Style::titlePosition, 0, 7)
+        .choice(6, "title_position", &Style::titlePosition,
+                {"No title", "Lower left", "Above detail", "Above main view", "Below detail", "Lower right",
+                 "Upper left", "Upper right"})
         .text(7, "cut_view_title_format", &Style::cutViewTitleFormat)
-        .integer(8, "cut_view_title_position", &Style::cutViewTitlePosition, 0, 1)
+        .choice(8, "cut_view_title_position", &Style::cutViewTitlePosition, {"Below cut view", "Above cut view"})
         .flag(9, "automatic_clipping", &Style::automaticClipping)
         .uses(10, "grid_reference_settings", &Style::gridRefSettingsKey, kTableGridRefSettings)
         .uses(11, "drawing_settings", &Style::hcadSettingsKey, kTableHcadSettings)
@@ -30,7 +32,7 @@ void declareStyleTables(std::vector<TableSchema>& tables) {
 
     using Arrange = StructDetViewArrangeStrategy;
     TableBuilder<Arrange>(tables, "view_arrange_strategy")
-        .integer(2, "projection", &Arrange::projection, 0, 1)
+        .choice(2, "projection", &Arrange::projection, {"First angle", "Third angle"})
         .length(3, "row_spacing", &Arrange::rowSpacing)
         .length(4, "column_spacing", &Arrange::columnSpacing)
         .length(5, "frame_margin", &Arrange::frameMargin)
@@ -39,7 +41,7 @@ void declareStyleTables(std::vector<TableSchema>& tables) {
 
     using Selection = StructDetObjSelectionStrategy;
     TableBuilder<Selection>(tables, "selection_strategy")
-        .integer(2, "drawing_kind", &Selection::drawingKind, 0, 2)
+        .choice(2, "drawing_kind", &Selection::drawingKind, {"Overview", "Single part", "Assembly"})
         .flag(3, "include_accessories", &Selection::includeAccessories)
         .flag(4, "include_welds", &Selection::includeWelds)
         .length(5, "neighbour_distance", &Selection::neighbourDistance);

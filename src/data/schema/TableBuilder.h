@@ -32,6 +32,14 @@ public:
     TableBuilder& integer(int number, const char* name, std::int32_t C::*member) {
         return add(number, name, eColumnKind::kInteger, member);
     }
+    /// An integer whose values 0, 1, ... have names.
+    template <typename C>
+    TableBuilder& choice(int number, const char* name, std::int32_t C::*member, std::vector<std::string> names) {
+        add(number, name, eColumnKind::kInteger, member);
+        range(0, static_cast<double>(names.size()) - 1);
+        m_tables.back().columns.back().valueNames = std::move(names);
+        return *this;
+    }
     template <typename C>
     TableBuilder& flag(int number, const char* name, std::int32_t C::*member) {
         add(number, name, eColumnKind::kFlag, member);

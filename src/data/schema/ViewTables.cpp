@@ -16,8 +16,11 @@ void declareViewRequests(std::vector<TableSchema>& tables) {
         .uses(9, "length_clip", &View::lengthClipKey, kTableLengthClip)
         .real(10, "scale", &View::scale)
         .uses(11, "arrange_direction", &View::arrangeDirectionKey, kTableArrangeDirection)
-        .integer(12, "compass", &View::compassKey, 0, 8)
-        .integer(13, "compass_in_overviews", &View::compassInOverviews, 0, 3)
+        .choice(12, "compass", &View::compassKey,
+                {"None", "Arrow, upper left", "Arrow, lower left", "Arrow, lower right", "Arrow, upper right",
+                 "Symbol, upper left", "Symbol, lower left", "Symbol, lower right", "Symbol, upper right"})
+        .choice(13, "compass_in_overviews", &View::compassInOverviews,
+                {"Top left", "Top right", "Bottom left", "Bottom right"})
         .uses(14, "process_scale_override", &View::processScaleOverrideKey, kTableProcessScaleOverride)
         .uses(15, "beam_position_calculation", &View::beamPositionCalculationKey, kTableBeamPositionCalculation)
         .flag(16, "used_for_cuts_and_callouts", &View::usedForCutsAndCallouts)
@@ -95,7 +98,7 @@ void declareViewVocabulary(std::vector<TableSchema>& tables) {
         .integer(2, "axis", &StructDetailReferenceAxis::axis)
         .committedWith(kTableSystemAndBox);
     TableBuilder<StructDetailVisibilityStatus>(tables, "visibility_status")
-        .integer(2, "status", &StructDetailVisibilityStatus::status)
+        .choice(2, "status", &StructDetailVisibilityStatus::status, {"Not drawn", "Visible", "Hidden lines"})
         .committedWith(kTableViewRequest);
     TableBuilder<StructBeamPositionCalculation>(tables, "beam_position_calculation")
         .integer(2, "calculation", &StructBeamPositionCalculation::calculation)

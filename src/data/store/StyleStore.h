@@ -9,7 +9,7 @@
 /// Outcome of an operation that can fail for reasons outside the program: empty text on success, otherwise
 /// one sentence for the user that names the file and says what to do.
 struct StoreResult {
-    std::string error;
+    std::string error = {};
 
     bool ok() const { return error.empty(); }
     explicit operator bool() const { return ok(); }
@@ -45,9 +45,11 @@ struct StoreConflict {
     std::string before; ///< what it held when this program read it
 };
 
-/// A cell or table that could not be read as declared. Its default stands in its place.
+/// A cell, row, column or table that is not as declared.
 struct ReadProblem {
-    std::string sentence; ///< names file, table, row and column
+    std::string sentence; ///< names file, table, row and column, and says what to do
+    bool kept = false;    ///< the stored value is used although it is outside its range; otherwise the
+                          ///< default stands in its place, or the row is left out
 };
 
 /// One style database in a database engine. A store reads tables whole and applies changes in transactions;
@@ -61,23 +63,34 @@ public:
     virtual bool isReadOnly() const = 0;
 
     /// Reads all rows of `table`, sorted by key, into the empty array `rows`. Cells that do not fit their
-    /// column keep the default and are reported in `problems`; a missing table or column likewise. Fails only
-    /// when nothing can be read at all.
+    /// column keep the default and are reported in `problems`; a missing table or column likewise. A later
+    /// write to such a cell replaces what is stored there, if it is still the same. When reading breaks off,
+    /// the result is a failure and `rows` is empty: half a table would look like deleted rows.
     virtual StoreResult readTable(const TableSchema& table, RowArray& rows,
                                   std::vector<ReadProblem>& problems) = 0;
 
-    /// Opens the transaction in which the following `apply` calls take part.
+    /// What is damaged in the whole database, one sentence each; empty when it is sound. Takes as long as
+    /// reading everything.
+    virtual std::vector<std::string> integrityFindings() = 0;
+
+    /// Opens the transaction in which the following `apply` calls take part. Fails when the store is
+    /// read-only, when another program holds the database, or when its file was replaced.
     virtual StoreResult begin() = 0;
     /// Writes one table's change. A cell is written only where the row still holds the old value, a row is
-    /// deleted only while it is as it was; anything else is added to `conflicts`. After any failure or
-    /// conflict the caller must roll back.
+    /// deleted only while it is as it was, a row is appended only where its key is free; anything else is
+    /// added to `conflicts`, and the rest is done. After any failure or conflict the caller must roll back.
     virtual StoreResult apply(const TableChange& change, std::vector<StoreConflict>& conflicts) = 0;
+    /// Keeps what was applied since `begin`. On failure nothing is kept and the transaction has ended.
     virtual StoreResult commit() = 0;
     /// Ends the transaction without keeping anything. Harmless when none is open.
     virtual void rollback() = 0;
 
-    /// Whether another program changed or replaced the database since the last read or commit here.
+    /// Whether another program changed or replaced the database since it was opened or last acknowledged.
+    /// While another program is just writing it says what it knew before.
     virtual bool changedOutside() = 0;
-    /// Takes the present state as known, after the caller has read everything again.
+    /// Opens the database anew under its name and takes its state as known. The caller then reads everything
+    /// again. On failure the store is of no more use.
+    virtual StoreResult reopen() = 0;
+    /// Takes the present state as known without reading it; what differs will be a conflict when written.
     virtual void acknowledge() = 0;
 };

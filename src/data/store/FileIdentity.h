@@ -1,0 +1,38 @@
+#pragma once
+
+#include "data/store/StoreFault.h"
+
+#include <sys/types.h>
+
+#include <optional>
+#include <string>
+
+/// Which file a path names: two paths of one file are equal, and a file put in the place of another is not.
+struct FileIdentity {
+    dev_t device = 0;
+    ino_t inode = 0;
+
+    bool operator==(const FileIdentity&) const = default;
+};
+
+// These look at a path by its directory entry only. Opening a database file by any means other than the
+// database engine, and closing it again, would drop the locks that this process holds on it.
+
+/// The database files that this process has open, one entry for each opening.
+class OpenFiles {
+public:
+    static void add(const FileIdentity& file);
+    static void remove(const FileIdentity& file);
+    static bool contains(const FileIdentity& file);
+};
+
+/// The file that `path` names now, or none.
+std::optional<FileIdentity> fileIdentity(const std::string& path);
+/// The absolute path without links: that of the file itself, beside which its journal stands.
+std::string resolvedPath(const std::string& path);
+/// What hinders reading `path` as a database: missing, no file, empty, not permitted.
+std::optional<eStoreFault> faultOfReading(const std::string& path);
+/// What hinders changing `path`: the file or its folder, in which the journal stands, may not be written.
+std::optional<eStoreFault> faultOfWriting(const std::string& path);
+/// What hinders making a new file in the folder of `path`.
+std::optional<eStoreFault> faultOfFolder(const std::string& path);

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "data/store/StyleStore.h"
+
+struct sqlite3_value;
+
+/// Puts the problems of reading one table into sentences. After some of them it only counts: a column of
+/// texts where numbers belong is one thing to say, not a hundred thousand.
+class ReadReport {
+public:
+    ReadReport(const std::string& file, const TableSchema& table, std::vector<ReadProblem>& problems)
+        : m_file(file), m_table(table), m_problems(problems) {}
+    ReadReport(const ReadReport&) = delete;
+    ReadReport& operator=(const ReadReport&) = delete;
+    /// Adds how many more there were.
+    ~ReadReport();
+
+    void addMissingTable();
+    void addMissingColumn(const Column& column);
+    /// A cell that does not fit its column; `record` holds its default, or what is stored when it is `kept`.
+    void addCell(const StructRecord& record, const Column& column, sqlite3_value* stored, bool kept);
+    /// A row without a usable key, which is left out.
+    void addRow(sqlite3_value* key, bool isDuplicate);
+
+private:
+    void add(const std::string& text, bool kept = false);
+
+    const std::string& m_file;
+    const TableSchema& m_table;
+    std::vector<ReadProblem>& m_problems;
+    int m_count = 0;
+};
+
+/// A stored value as a user reads it, long texts cut.
+std::string displayText(sqlite3_value* value);
+/// A cell as a user reads it.
+std::string displayText(const CellValue& value);

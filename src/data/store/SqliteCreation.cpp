@@ -1,0 +1,171 @@
+#include "data/store/SqliteCreation.h"
+
+#include "data/store/ReadReport.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+
+namespace {
+
+std::string columnSql(const Column& column, const StructRecord& defaults) {
+    const CellValue value = column.read(&defaults);
+    const auto* text = std::get_if<KorString>(&value);
+    return quotedIdentifier(column.name) +
+           (column.isText()   ? " TEXT"
+            : column.isReal() ? " REAL"
+                              : " INTEGER") +
+           " NOT NULL DEFAULT " + (text ? quotedText(text->toStdString()) : displayText(value));
+}
+
+std::string createTableSql(const TableSchema& table) {
+    const auto defaults = table.makeRows()->copyOf(nullptr);
+    std::string sql = "CREATE TABLE " + quotedIdentifier(table.name) + " (\"key\" INTEGER PRIMARY KEY";
+    for (const Column& column : table.columns)
+        sql += ", " + columnSql(column, *defaults);
+    return sql + ")";
+}
+
+bool syncToDisk(const std::string& path, int flags) {
+    const int handle = ::open(path.c_str(), flags | O_RDONLY | O_CLOEXEC);
+    if (handle < 0)
+        return false;
+    const bool done = fsync(handle) == 0;
+    return (::close(handle) == 0) && done;
+}
+
+eStoreFault faultOfSystem(int error) {
+    switch (error) {
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return eStoreFault::kFolderReadOnly;
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return eStoreFault::kDiskFull;
+    case ENOENT:
+    case ENOTDIR:
+        return eStoreFault::kFolderMissing;
+    case EEXIST:
+        return eStoreFault::kExists;
+    default:
+        return eStoreFault::kInputOutput;
+    }
+}
+
+} // namespace
+
+SqliteCreation::SqliteCreation(std::string target, eTarget rule)
+    : m_target(std::move(target)), m_path(resolvedPath(m_target)), m_rule(rule) {}
+
+SqliteCreation::~SqliteCreation() {
+    if (!m_temporary.empty())
+        unlink(m_temporary.c_str());
+}
+
+StoreResult SqliteCreation::fault(eStoreFault kind, const std::string& detail) const {
+    return faultResult(kind, m_target, detail);
+}
+
+StoreResult SqliteCreation::make(const std::function<StoreResult(StyleStore&)>& fill) {
+    StoreResult result = checkTarget();
+    if (result)
+        result = makeEmptyFile();
+    if (!result)
+        return result;
+    SqliteStore store(m_temporary, m_target);
+    store.m_readOnly = false;
+    result = store.openFile();
+    if (result)
+        result = makeTables(store);
+    if (result && fill)
+        result = fill(store);
+    if (result)
+        result = store.commit();
+    if (result)
+        result = store.checkDamage(SqliteStore::eCheck::kFull);
+    return result;
+}
+
+StoreResult SqliteCreation::checkTarget() const {
+    if (const auto hindrance = faultOfFolder(m_path))
+        return fault(*hindrance);
+    const auto present = fileIdentity(m_path);
+    if (present && m_rule == eTarget::kMustBeNew)
+        return fault(eStoreFault::kExists);
+    if (present && std::filesystem::is_directory(m_path))
+        return fault(eStoreFault::kNoFile);
+    if (present && OpenFiles::contains(*present))
+        return fault(eStoreFault::kOpenHere);
+    for (const char* suffix : {"-journal", "-wal"})
+        if (fileIdentity(m_path + suffix))
+            return fault(eStoreFault::kLeftover, std::filesystem::path(m_path + suffix).filename());
+    return {};
+}
+
+StoreResult SqliteCreation::makeEmptyFile() {
+    constexpr int kAttempts = 1000;
+    for (int i = 0; i < kAttempts; ++i) {
+        const std::string path = m_path + ".new" + std::to_string(getpid()) + "-" + std::to_string(i);
+        const int handle = ::open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
+        if (handle >= 0) {
+            ::close(handle);
+            m_temporary = path;
+            return {};
+        }
+        if (errno != EEXIST)
+            break;
+    }
+    return fault(faultOfSystem(errno), std::strerror(errno));
+}
+
+// Nobody knows the file yet: neither a journal nor a sync in between would help anybody.
+StoreResult SqliteCreation::makeTables(SqliteStore& store) const {
+    const SqliteConnection& connection = store.m_database.connection;
+    std::vector<std::string> statements = {
+        "PRAGMA journal_mode = OFF",
+        "PRAGMA synchronous = OFF",
+        "PRAGMA application_id = " + std::to_string(SqliteStore::kApplicationId),
+        "PRAGMA user_version = " + std::to_string(SqliteStore::kSchemaVersion),
+        "BEGIN IMMEDIATE",
+    };
+    for (const TableSchema& table : allTables())
+        statements.push_back(createTableSql(table));
+    for (const std::string& statement : statements)
+        if (const int code = connection.execute(statement); code != SQLITE_OK)
+            return store.m_database.failure(code);
+    return {};
+}
+
+StoreResult SqliteCreation::publish() {
+    if (!syncToDisk(m_temporary, 0))
+        return fault(faultOfSystem(errno), std::strerror(errno));
+    const unsigned int flags = m_rule == eTarget::kMustBeNew ? RENAME_NOREPLACE : 0;
+    int failed = renameat2(AT_FDCWD, m_temporary.c_str(), AT_FDCWD, m_path.c_str(), flags);
+    if (failed && errno == EINVAL && !fileIdentity(m_path)) // a file system that cannot refuse to replace
+        failed = std::rename(m_temporary.c_str(), m_path.c_str());
+    if (failed)
+        return fault(faultOfSystem(errno), std::strerror(errno));
+    m_temporary.clear();
+    syncToDisk(std::filesystem::path(m_path).parent_path(), O_DIRECTORY);
+    return {};
+}
+
+StoreResult SqliteStore::create(const std::string& path) {
+    SqliteCreation creation(path, SqliteCreation::eTarget::kMustBeNew);
+    const StoreResult made = creation.make({});
+    return made ? creation.publish() : made;
+}
+
+StoreResult SqliteStore::createWith(const std::string& path,
+                                    const std::function<StoreResult(StyleStore&)>& fill) {
+    SqliteCreation creation(path, SqliteCreation::eTarget::kMayExist);
+    const StoreResult made = creation.make(fill);
+    return made ? creation.publish() : made;
+}

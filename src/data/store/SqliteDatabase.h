@@ -1,0 +1,51 @@
+#pragma once
+
+#include "data/store/SqliteHandle.h"
+#include "data/store/StoreFault.h"
+
+#include <map>
+
+/// Which columns of a table a database has, and which are missing in it.
+struct TableLayout {
+    std::vector<const Column*> present;
+    std::vector<const Column*> missing;
+    bool hasTable = false; ///< there is an ordinary table of that name with a key column
+};
+
+/// The cells that were read as something else than they hold, with what they hold: a write that mends one
+/// must find it unchanged.
+class UnreadableCells {
+public:
+    void remember(std::int32_t key, const Column& column, SqliteValue stored) {
+        m_cells[{&column, key}] = std::move(stored);
+    }
+    /// What the cell holds, or null for a cell that is as it should be.
+    sqlite3_value* find(std::int32_t key, const Column& column) const;
+    void forget(std::int32_t key, const Column& column) { m_cells.erase({&column, key}); }
+    void forget(const TableSchema& table);
+
+private:
+    std::map<std::pair<const Column*, std::int32_t>, SqliteValue> m_cells;
+};
+
+/// An open database file with what is known about it: what reading and writing share.
+class SqliteDatabase {
+public:
+    explicit SqliteDatabase(std::string fileName) : file(std::move(fileName)) {}
+
+    std::string file; ///< as sentences name it
+    SqliteConnection connection;
+    UnreadableCells unreadable;
+
+    /// The failure that a result code means.
+    StoreResult failure(int code) const;
+    /// The layout of `table`, valid until `forgetLayouts`.
+    StoreResult layoutOf(const TableSchema& table, const TableLayout*& layout);
+    /// For when another program may have changed the tables.
+    void forgetLayouts() { m_layouts.clear(); }
+
+private:
+    StoreResult readLayouts();
+
+    std::map<const TableSchema*, TableLayout> m_layouts;
+};

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "data/store/SqliteDatabase.h"
+
+/// How a stored cell fits its column.
+enum class eCellFit : std::uint8_t {
+    kFits,
+    kOutside, ///< of the right type, but outside the range of the column: used as it is
+    kMisfit,  ///< of another type, or beyond 32 bits: the default is used
+};
+
+/// A cell that does not fit, by its place among the selected columns.
+struct OddCell {
+    std::size_t place = 0;
+    eCellFit fit = eCellFit::kFits;
+};
+
+/// Reads one row after the other of a `SELECT key, columns...` into records, with a check of every cell.
+class SqliteRowReader {
+public:
+    /// `columns` are the selected ones, in their order behind the key.
+    SqliteRowReader(const SqliteStatement& select, const std::vector<const Column*>& columns)
+        : m_select(select.get()), m_columns(columns) {}
+
+    /// Fills `record`, which holds the defaults, from the row on which the statement stands. `before` is the
+    /// row read before it, or null; equal texts share its buffers. Cells that do not fit are added to `odd`.
+    void read(StructRecord& record, const StructRecord* before, std::vector<OddCell>& odd) const;
+
+private:
+    eCellFit readInteger(int cell, const Column& column, std::int32_t& value) const;
+    eCellFit readReal(int cell, const Column& column, double& value) const;
+    eCellFit readText(int cell, KorString& value, const KorString* before) const;
+
+    sqlite3_stmt* m_select;
+    const std::vector<const Column*>& m_columns;
+};
+
+/// `SELECT key, columns... FROM table`, without a condition.
+std::string selectSql(const TableSchema& table, const std::vector<const Column*>& columns);
+
+/// Reads a table as `StyleStore::readTable` says.
+StoreResult readSqliteTable(SqliteDatabase& database, const TableSchema& table, RowArray& rows,
+                            std::vector<ReadProblem>& problems);

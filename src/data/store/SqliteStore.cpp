@@ -1,0 +1,229 @@
+#include "data/store/SqliteStore.h"
+
+#include "base/KorAssert.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+
+namespace {
+
+constexpr int kBusyMilliseconds = 250; // another program's short write is waited for, its open dialog not
+constexpr int kFindings = 100;
+
+std::string absolutePath(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+    return error ? path : absolute.string();
+}
+
+// Whether the file's header asks readers for a write-ahead log. Read through the database engine's own
+// handle, before anything else is, since reading the database would make the log.
+bool isInWriteAheadMode(sqlite3* db) {
+    sqlite3_file* file = nullptr;
+    std::array<unsigned char, 100> header{};
+    if (sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK || !file->pMethods)
+        return false;
+    constexpr std::size_t kReadVersion = 19;
+    return file->pMethods->xRead(file, header.data(), header.size(), 0) == SQLITE_OK &&
+           header[kReadVersion] == 2;
+}
+
+} // namespace
+
+SqliteStore::SqliteStore(std::string path, std::string displayName)
+    : m_path(std::move(path)), m_database(std::move(displayName)), m_writer(m_database) {}
+
+SqliteStore::~SqliteStore() {
+    close();
+}
+
+void SqliteStore::close() {
+    rollback();
+    m_database.connection = {};
+    if (m_identity)
+        OpenFiles::remove(*m_identity);
+    m_identity.reset();
+}
+
+OpenedStore SqliteStore::open(const std::string& path, eMode mode, eCheck check) {
+    if (const auto fault = faultOfReading(path))
+        return {nullptr, faultSentence(*fault, path)};
+    const auto hindrance = mode == eMode::kWrite ? faultOfWriting(path) : std::nullopt;
+    auto store = std::unique_ptr<SqliteStore>(new SqliteStore(absolutePath(path), path));
+    store->m_readOnly = mode == eMode::kRead || hindrance;
+    if (const StoreResult result = store->openChecked(check); !result)
+        return {nullptr, result.error};
+    return {std::move(store), hindrance ? faultSentence(*hindrance, path) : std::string()};
+}
+
+StoreResult SqliteStore::openChecked(eCheck check) {
+    StoreResult result = openFile();
+    if (result)
+        result = checkVersion();
+    if (result)
+        result = checkDamage(check);
+    if (result)
+        acknowledge();
+    return result;
+}
+
+StoreResult SqliteStore::openFile() {
+    if (const int code = m_database.connection.open(m_path, m_readOnly); code != SQLITE_OK)
+        return (code & 0xFF) == SQLITE_CANTOPEN ? faultResult(eStoreFault::kUnreadable, name())
+                                                : m_database.failure(code);
+    m_identity = fileIdentity(m_path);
+    if (m_identity)
+        OpenFiles::add(*m_identity);
+    return configure();
+}
+
+// The file may come from anybody: nothing that is stored in it may act, and its structure is not trusted.
+StoreResult SqliteStore::configure() {
+    sqlite3* db = m_database.connection.get();
+    sqlite3_busy_timeout(db, kBusyMilliseconds);
+    sqlite3_db_config(db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    for (const int option : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_TRIGGER,
+                             SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_DQS_DDL})
+        sqlite3_db_config(db, option, 0, nullptr);
+    for (const char* pragma :
+         {"PRAGMA cell_size_check = ON", "PRAGMA mmap_size = 0", "PRAGMA temp_store = MEMORY"})
+        if (const int code = m_database.connection.execute(pragma); code != SQLITE_OK)
+            return m_database.failure(code);
+    if (isInWriteAheadMode(db))
+        return leaveWriteAheadMode();
+    const int code = m_database.connection.execute("PRAGMA synchronous = EXTRA");
+    return code == SQLITE_OK ? StoreResult{} : m_database.failure(code);
+}
+
+StoreResult SqliteStore::leaveWriteAheadMode() {
+    if (m_readOnly)
+        return faultResult(eStoreFault::kWriteAheadLog, name());
+    std::vector<std::string> mode;
+    const int code = m_database.connection.queryTexts("PRAGMA journal_mode = DELETE", mode);
+    if (code != SQLITE_OK)
+        return m_database.failure(code);
+    if (mode != std::vector<std::string>{"delete"})
+        return faultResult(eStoreFault::kLocked, name());
+    m_database.connection.execute("PRAGMA synchronous = EXTRA");
+    return {};
+}
+
+StoreResult SqliteStore::checkVersion() {
+    std::int64_t application = 0;
+    std::int64_t version = 0;
+    int code = m_database.connection.queryInteger("PRAGMA application_id", application);
+    if (code == SQLITE_OK)
+        code = m_database.connection.queryInteger("PRAGMA user_version", version);
+    if (code != SQLITE_OK)
+        return m_database.failure(code);
+    if (application != kApplicationId)
+        return faultResult(eStoreFault::kOtherApplication, name());
+    if (version > kSchemaVersion)
+        return faultResult(eStoreFault::kNewerVersion, name(), "version " + std::to_string(version));
+    if (version < kSchemaVersion)
+        return faultResult(eStoreFault::kUnknownVersion, name(), std::to_string(version));
+    return {};
+}
+
+StoreResult SqliteStore::checkDamage(eCheck check) {
+    if (check == eCheck::kNone)
+        return {};
+    std::vector<std::string> findings;
+    const int code = m_database.connection.queryTexts(
+        check == eCheck::kQuick ? "PRAGMA quick_check(10)" : "PRAGMA integrity_check(10)", findings);
+    if (code != SQLITE_OK)
+        return m_database.failure(code);
+    if (findings == std::vector<std::string>{"ok"})
+        return {};
+    return faultResult(eStoreFault::kDamaged, name(), findings.empty() ? "" : findings.front());
+}
+
+StoreResult SqliteStore::readTable(const TableSchema& table, RowArray& rows,
+                                   std::vector<ReadProblem>& problems) {
+    return readSqliteTable(m_database, table, rows, problems);
+}
+
+std::vector<std::string> SqliteStore::integrityFindings() {
+    std::vector<std::string> findings;
+    const int code = m_database.connection.queryTexts(
+        "PRAGMA integrity_check(" + std::to_string(kFindings) + ")", findings);
+    if (code != SQLITE_OK)
+        return {m_database.failure(code).error};
+    if (findings == std::vector<std::string>{"ok"})
+        return {};
+    std::ranges::transform(findings, findings.begin(), [this](const std::string& finding) {
+        return faultSentence(eStoreFault::kDamaged, name(), finding);
+    });
+    return findings;
+}
+
+bool SqliteStore::isReplaced() const {
+    return fileIdentity(m_path) != m_identity;
+}
+
+StoreResult SqliteStore::begin() {
+    if (m_readOnly)
+        return faultResult(eStoreFault::kReadOnly, name());
+    const int code = m_database.connection.execute("BEGIN IMMEDIATE");
+    if (code != SQLITE_OK)
+        return m_database.failure(code);
+    if (!isReplaced())
+        return {};
+    rollback();
+    return faultResult(eStoreFault::kReplaced, name());
+}
+
+StoreResult SqliteStore::apply(const TableChange& change, std::vector<StoreConflict>& conflicts) {
+    if (!KorAssert::check(m_database.connection.isInTransaction(), "isInTransaction()"))
+        return faultResult(eStoreFault::kOther, name(), "no transaction");
+    const std::size_t before = conflicts.size();
+    const StoreResult result = m_writer.apply(change, conflicts);
+    m_hasConflict |= conflicts.size() > before;
+    return result;
+}
+
+StoreResult SqliteStore::commit() {
+    if (!KorAssert::check(!m_hasConflict, "!m_hasConflict")) {
+        rollback();
+        return faultResult(eStoreFault::kOther, name(), "a part of the change was not applied");
+    }
+    const int code = m_database.connection.execute("COMMIT");
+    if (code == SQLITE_OK) {
+        m_writer.finish(true);
+        return {};
+    }
+    const StoreResult result = m_database.failure(code);
+    rollback();
+    return result;
+}
+
+void SqliteStore::rollback() {
+    m_writer.finish(false);
+    m_hasConflict = false;
+    if (m_database.connection.isInTransaction())
+        m_database.connection.execute("ROLLBACK");
+}
+
+bool SqliteStore::changedOutside() {
+    std::int64_t version = m_dataVersion;
+    m_database.connection.queryInteger("PRAGMA data_version", version);
+    return version != m_dataVersion || isReplaced();
+}
+
+StoreResult SqliteStore::reopen() {
+    close();
+    if (const auto fault = faultOfReading(m_path))
+        return faultResult(*fault, name());
+    return openChecked(eCheck::kQuick);
+}
+
+void SqliteStore::acknowledge() {
+    m_database.connection.queryInteger("PRAGMA data_version", m_dataVersion);
+    m_database.forgetLayouts();
+}
+
+std::vector<std::string> integrityFindings(const std::string& path) {
+    const OpenedStore opened = SqliteStore::open(path, SqliteStore::eMode::kRead, SqliteStore::eCheck::kNone);
+    return opened.store ? opened.store->integrityFindings() : std::vector{opened.message};
+}

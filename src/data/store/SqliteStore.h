@@ -1,0 +1,83 @@
+#pragma once
+
+#include "data/store/FileIdentity.h"
+#include "data/store/SqliteWriter.h"
+
+#include <functional>
+
+class SqliteStore;
+
+/// What came of opening a file.
+struct OpenedStore {
+    std::unique_ptr<SqliteStore> store; ///< null when the file cannot be used
+    std::string message; ///< why it cannot be used, or why it was opened for reading only although writing
+                         ///< was asked for; otherwise empty
+};
+
+/// A style database in an SQLite file. While it is open the process must not touch the file by other means
+/// than its entry in the folder: closing any other handle of it would drop the locks held here.
+class SqliteStore final : public StyleStore {
+public:
+    static constexpr std::int32_t kApplicationId = 0x44534442; ///< "DSDB" in the file's header
+    static constexpr std::int32_t kSchemaVersion = 1;          ///< user_version in the file's header
+
+    enum class eMode { kRead, kWrite };
+    /// How thoroughly the file is checked for damage before it is used.
+    enum class eCheck {
+        kNone,
+        kQuick, ///< its structure, in a third of the time of reading it
+        kFull,  ///< its indexes too: before anything is merged from it
+    };
+
+    /// Opens an existing file. In `kRead` neither the file nor its folder is touched. Where `kWrite` is asked
+    /// for and the file or its folder may not be written, it is opened for reading, with a message.
+    static OpenedStore open(const std::string& path, eMode mode, eCheck check = eCheck::kQuick);
+
+    /// Makes a new database with all tables, empty. An existing file of that name is an error.
+    static StoreResult create(const std::string& path);
+    /// Makes a new database with all tables, in which `fill` applies rows, and puts it in the place of
+    /// whatever `path` named before. It appears there whole and checked, or not at all.
+    static StoreResult createWith(const std::string& path,
+                                  const std::function<StoreResult(StyleStore&)>& fill);
+
+    ~SqliteStore() override;
+
+    const std::string& name() const override { return m_database.file; }
+    bool isReadOnly() const override { return m_readOnly; }
+    StoreResult readTable(const TableSchema& table, RowArray& rows,
+                          std::vector<ReadProblem>& problems) override;
+    std::vector<std::string> integrityFindings() override;
+    StoreResult begin() override;
+    StoreResult apply(const TableChange& change, std::vector<StoreConflict>& conflicts) override;
+    StoreResult commit() override;
+    void rollback() override;
+    bool changedOutside() override;
+    StoreResult reopen() override;
+    void acknowledge() override;
+
+private:
+    friend class SqliteCreation;
+
+    SqliteStore(std::string path, std::string displayName);
+
+    StoreResult openChecked(eCheck check);
+    StoreResult openFile();
+    void close();
+    StoreResult configure();
+    StoreResult leaveWriteAheadMode();
+    StoreResult checkVersion();
+    StoreResult checkDamage(eCheck check);
+    bool isReplaced() const;
+
+    std::string m_path; ///< absolute
+    std::optional<FileIdentity> m_identity;
+    SqliteDatabase m_database;
+    SqliteWriter m_writer;
+    std::int64_t m_dataVersion = 0;
+    bool m_readOnly = true;
+    bool m_hasConflict = false; ///< in the open transaction
+};
+
+/// What is damaged in the database file `path`, or why it cannot be opened, one sentence each; empty when it
+/// is sound.
+std::vector<std::string> integrityFindings(const std::string& path);

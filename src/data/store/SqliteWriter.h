@@ -1,0 +1,38 @@
+#pragma once
+
+#include "data/store/SqliteReader.h"
+
+#include <span>
+#include <unordered_map>
+
+/// Writes changes of tables into a database in which a transaction is open.
+class SqliteWriter {
+public:
+    explicit SqliteWriter(SqliteDatabase& database) : m_database(database) {}
+
+    /// As `StyleStore::apply` says.
+    StoreResult apply(const TableChange& change, std::vector<StoreConflict>& conflicts);
+    /// Ends the work on one transaction.
+    void finish(bool kept);
+
+private:
+    using Cells = std::span<const CellChange* const>;
+
+    StoreResult refuseMissing(const TableChange& change, const TableLayout& layout) const;
+    StoreResult deleteRow(const TableSchema& table, const TableLayout& layout, const StructRecord& record,
+                          std::vector<StoreConflict>& conflicts);
+    StoreResult insertRows(const TableChange& change, const TableLayout& layout,
+                           std::vector<StoreConflict>& conflicts);
+    StoreResult updateRows(const TableChange& change, std::vector<StoreConflict>& conflicts);
+    StoreResult tellHolder(const TableSchema& table, StoreConflict& conflict);
+    StoreResult updateRow(const TableSchema& table, const SqliteStatement& update, Cells cells,
+                          std::vector<StoreConflict>& conflicts);
+    StoreResult tellDifferences(const TableSchema& table, Cells cells, std::vector<StoreConflict>& conflicts);
+    void bindStored(const SqliteStatement& statement, int parameter, const CellChange& cell) const;
+    /// The prepared statement, kept until the transaction ends.
+    const SqliteStatement& prepared(const std::string& sql);
+
+    SqliteDatabase& m_database;
+    std::unordered_map<std::string, SqliteStatement> m_statements;
+    std::vector<std::pair<std::int32_t, const Column*>> m_mended; ///< unreadable cells that were written
+};

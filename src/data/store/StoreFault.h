@@ -1,0 +1,39 @@
+#pragma once
+
+#include "data/store/StyleStore.h"
+
+/// What can be wrong with a database file, as far as the user has to do something about it.
+enum class eStoreFault {
+    kMissing,
+    kNoFile, ///< a folder, a device
+    kEmpty,
+    kNoDatabase,
+    kOtherApplication,
+    kNewerVersion,
+    kUnknownVersion,
+    kDamaged,
+    kLocked,
+    kUnreadable,
+    kReadOnly,
+    kFolderMissing,
+    kFolderReadOnly,
+    kDiskFull,
+    kWriteAheadLog,    ///< another program left it in a mode in which reading needs files beside it
+    kInterruptedWrite, ///< a change that a killed program left unfinished must be taken back first
+    kReplaced,         ///< the path names another file than the one that was opened, or none
+    kOpenHere,
+    kExists,
+    kLeftover, ///< a journal of an earlier file of that name would be applied to the new one
+    kNoTable,
+    kNoColumn,
+    kInputOutput,
+    kOther,
+};
+
+/// The sentence for the user. `detail` is what the database engine says, for the faults that show it.
+std::string faultSentence(eStoreFault fault, const std::string& file, const std::string& detail = {});
+
+StoreResult faultResult(eStoreFault fault, const std::string& file, const std::string& detail = {});
+
+/// What an SQLite result code means; `systemError` is the errno that came with it, or 0.
+eStoreFault faultOfCode(int code, int systemError);

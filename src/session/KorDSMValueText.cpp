@@ -1,0 +1,153 @@
+#include "session/KorDSMValueText.h"
+
+#include "model/CurrentUnits.h"
+#include "services/Prompts.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+
+namespace KorDSMValueText {
+
+namespace {
+
+constexpr int kYes = 301;
+constexpr int kNo = 302;
+constexpr int kNothing = 303;
+constexpr int kNoSuchRow = 304;      // "%s": there is no %s named "%s"
+constexpr int kNotInRange = 305;     // "%s": must lie between %s and %s
+constexpr int kNotANumber = 306;     // "%s": "%s" is no number
+constexpr int kNotYesOrNo = 307;     // "%s": "%s" is neither yes nor no
+constexpr int kNotBelow = 308;       // "%s": must not be below %s
+
+KorString prompt(int number) {
+    return Prompts::getPrompt("DSM", number);
+}
+
+// The English name from the schema, unless the language has a text of its own for it.
+KorString named(const char* category, int number, std::string english) {
+    if (Prompts::has(category, number))
+        return Prompts::getPrompt(category, number);
+    std::ranges::replace(english, '_', ' ');
+    if (!english.empty())
+        english.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(english.front())));
+    return KorString(english);
+}
+
+KorString valueName(const TableSchema& table, const Column& column, std::int64_t value) {
+    if (value < 0 || value >= static_cast<std::int64_t>(column.valueNames.size()))
+        return KorString::number(value);
+    const int number = table.type * 10000 + column.number * 100 + static_cast<int>(value);
+    return named("VAL", number, column.valueNames[static_cast<std::size_t>(value)]);
+}
+
+KorString referenceText(const Column& column, std::int64_t key) {
+    if (key <= 0)
+        return prompt(kNothing);
+    StyleSource* source = StyleDatabases::current().here();
+    const StructRecord* row =
+        source ? source->table(column.target).find(KorOdbcKey(static_cast<std::int32_t>(key))) : nullptr;
+    return row ? row->name : KorString("[") + KorString::number(key) + KorString("]");
+}
+
+int unitKind(const Column& column) {
+    return column.kind == eColumnKind::kLength ? KorUnitsManager::kLength : KorUnitsManager::kPlain;
+}
+
+KorString withUnit(double value, int kind) {
+    const KorUnitsManager& units = getUnitsOfCurrentDatabase();
+    const KorString text = units.format(value, kind);
+    return kind == KorUnitsManager::kLength && !units.getBasisUnitForDistanceIsImperial()
+               ? text + KorString(" ") + KorString(units.getUnit(kind).symbol())
+               : text;
+}
+
+bool same(const KorString& a, const KorString& b) {
+    return a.lowered() == b.lowered();
+}
+
+Parsed failure(int promptNumber, std::initializer_list<KorString> arguments) {
+    return {std::nullopt, KorString::format(prompt(promptNumber), arguments)};
+}
+
+Parsed parseReference(const TableSchema& table, const Column& column, const KorString& text) {
+    if (text.isEmpty() || text == "0" || same(text, prompt(kNothing)))
+        return {CellValue(std::int64_t{0}), {}};
+    StyleSource* source = StyleDatabases::current().here();
+    const StructRecord* row = source ? source->table(column.target).find(text) : nullptr;
+    if (row)
+        return {CellValue(std::int64_t{row->key}), {}};
+    return failure(kNoSuchRow, {columnCaption(table, column), tableCaption(*findTable(column.target)), text});
+}
+
+Parsed parseFlag(const TableSchema& table, const Column& column, const KorString& text) {
+    for (const KorString& yes : {prompt(kYes), KorString("yes"), KorString("true"), KorString("1")})
+        if (same(text, yes))
+            return {CellValue(std::int64_t{1}), {}};
+    for (const KorString& no : {prompt(kNo), KorString("no"), KorString("false"), KorString("0")})
+        if (same(text, no))
+            return {CellValue(std::int64_t{0}), {}};
+    return failure(kNotYesOrNo, {columnCaption(table, column), text});
+}
+
+Parsed parseNumber(const TableSchema& table, const Column& column, const KorString& text) {
+    const auto count = static_cast<std::int64_t>(column.valueNames.size());
+    for (std::int64_t value = 0; value < count; ++value)
+        if (same(text, valueName(table, column, value)) ||
+            same(text, column.valueNames[static_cast<std::size_t>(value)]))
+            return {CellValue(value), {}};
+    const int kind = unitKind(column);
+    const auto number = getUnitsOfCurrentDatabase().parse(text, kind);
+    constexpr double kHighest = std::numeric_limits<std::int32_t>::max();
+    if (!number || (column.isInteger() && !(std::abs(*number) <= kHighest && *number == std::trunc(*number))))
+        return failure(kNotANumber, {columnCaption(table, column), text});
+    if (*number < column.minimum || *number > column.maximum) {
+        const KorString caption = columnCaption(table, column);
+        if (column.maximum == std::numeric_limits<double>::infinity())
+            return failure(kNotBelow, {caption, withUnit(column.minimum, kind)});
+        return failure(kNotInRange, {caption, withUnit(column.minimum, kind), withUnit(column.maximum, kind)});
+    }
+    if (column.isInteger())
+        return {CellValue(static_cast<std::int64_t>(*number)), {}};
+    return {CellValue(*number), {}};
+}
+
+} // namespace
+
+KorString tableCaption(const TableSchema& table) {
+    return named("TAB", table.type, table.name);
+}
+
+KorString columnCaption(const TableSchema& table, const Column& column) {
+    return named("COL", table.type * 100 + column.number, column.name);
+}
+
+KorString toText(const TableSchema& table, const Column& column, const StructRecord& record) {
+    return toText(table, column, column.read(&record));
+}
+
+KorString toText(const TableSchema& table, const Column& column, const CellValue& value) {
+    if (const auto* text = std::get_if<KorString>(&value))
+        return *text;
+    if (const auto* real = std::get_if<double>(&value))
+        return withUnit(*real, unitKind(column));
+    const std::int64_t whole = std::get<std::int64_t>(value);
+    if (column.isReference())
+        return referenceText(column, whole);
+    if (column.kind == eColumnKind::kFlag && (whole == 0 || whole == 1))
+        return prompt(whole == 1 ? kYes : kNo);
+    return valueName(table, column, whole);
+}
+
+Parsed parse(const TableSchema& table, const Column& column, const KorString& text) {
+    if (column.isText())
+        return {CellValue(text), {}};
+    const KorString trimmed = text.trimmed();
+    if (column.isReference())
+        return parseReference(table, column, trimmed);
+    if (column.kind == eColumnKind::kFlag)
+        return parseFlag(table, column, trimmed);
+    return parseNumber(table, column, trimmed);
+}
+
+} // namespace KorDSMValueText

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "data/StyleDatabases.h"
+
+#include <optional>
+
+/// Cells as users read and type them: lengths in the unit of the current database, references by run name,
+/// flags as yes and no, named values by their names.
+namespace KorDSMValueText {
+
+/// What a table's rows are called, in the program's language, with a capital.
+KorString tableCaption(const TableSchema& table);
+/// What a column is called, in the program's language, with a capital.
+KorString columnCaption(const TableSchema& table, const Column& column);
+
+/// The cell as a user reads it. A reference that points nowhere shows its key in brackets.
+KorString toText(const TableSchema& table, const Column& column, const StructRecord& record);
+/// The same for a single value.
+KorString toText(const TableSchema& table, const Column& column, const CellValue& value);
+
+/// What came of reading a typed text.
+struct Parsed {
+    std::optional<CellValue> value;
+    KorString error; ///< a sentence for the user when there is no value
+};
+/// Reads what a user typed. References are looked up in the current source.
+Parsed parse(const TableSchema& table, const Column& column, const KorString& text);
+
+} // namespace KorDSMValueText
