@@ -1,7 +1,6 @@
 #include "model/KorDSMDependencies.h"
 
 #include "data/KorOdbcGUI.h"
-#include "model/KorDSMDialogFactory.h"
 
 namespace KorDSMDependencies {
 

@@ -2,13 +2,13 @@
 
 #include "base/KorExport.h"
 #include "model/KorDSMDataStructure.h"
+#include "model/KorDSMSectionLoader.h"
 
 class QWidget;
 /// A window of the host.
 using CWnd = QWidget;
 
 class KorDSMMainDialog;
-class KorDsmDetailStyleItem;
 
 /// The host's way into the editor: opens the detail styles manager on the process-wide data structure.
 ///
@@ -49,23 +49,7 @@ public:
     /// with its resources. Empty: where the module itself looks for them.
     static KorString moduleHandle;
 
-    /// Runs the loader alone, for hosts and tests that show no window.
-    void load() { loadDataStructure(); }
-
 private:
-    friend class KorDSMLoaderAccess;
-
-    void loadDataStructure();
-    void StartProgressBar();
-    void loadSectionData(int section);
-    KorDsmAddInContentItem* loadAddIn(int section, eIndex index, const KorString& name);
-    void loadDetailStylesAddInContent(KorDsmDetailStylesAddInItem* addIn);
-    void loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, const KorString& name);
-    void loadAnnotationsAddInContent(KorDsmAnnotationsAddInItem* addIn);
-    void loadDimRequestAddInContent(KorDsmDimRequestsAddInItem* addIn);
-    void loadQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn);
-
     KorDSMMainDialog* m_pDialog = nullptr;
-    int m_Total = 0;
-    int m_Done = 0;
+    KorDSMSectionLoader m_Loader;
 };

@@ -1,11 +1,12 @@
+#include "model/KorDSMSectionLoader.h"
+
 #include "data/KorOdbcGUI.h"
 #include "data/KorODBCDetStyle.h"
-#include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMItemPlacing.h"
 #include "model/KorDSMMessages.h"
 #include "services/Prompts.h"
 
-// The loader of KorDSMDialogFactory: the three families that are filed in groups. Their groups are read when
+// The part of the loader that serves the three families that are filed in groups: their groups are read when
 // the editor opens, their records when the add-in is opened for the first time.
 
 namespace {
@@ -59,26 +60,26 @@ void expand(KorDSMDatabaseItem& addIn) {
 
 } // namespace
 
-void KorDSMDialogFactory::loadAnnotationsAddInContent(KorDsmAnnotationsAddInItem* addIn) {
+void KorDSMSectionLoader::loadAnnotationsAddInContent(KorDsmAnnotationsAddInItem* addIn) {
     loadGroups<KorDsmAnnotationGroupItem>(*addIn);
 }
 
-void KorDSMDialogFactory::loadDimRequestAddInContent(KorDsmDimRequestsAddInItem* addIn) {
+void KorDSMSectionLoader::loadDimRequestAddInContent(KorDsmDimRequestsAddInItem* addIn) {
     loadGroups<KorDsmDimRequestGroupItem>(*addIn);
 }
 
-void KorDSMDialogFactory::loadQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn) {
+void KorDSMSectionLoader::loadQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn) {
     loadGroups<KorDsmQualifierSetGroupItem>(*addIn);
 }
 
-void KorDSMDialogFactory::expandAnnotationsAddInContent(KorDsmAnnotationsAddInItem* addIn) {
+void KorDSMSectionLoader::expandAnnotationsAddInContent(KorDsmAnnotationsAddInItem* addIn) {
     expand<KorDsmAnnotationGroupItem, KorDsmAnnotationStrategyItem>(*addIn);
 }
 
-void KorDSMDialogFactory::expandDimRequestsAddInContent(KorDsmDimRequestsAddInItem* addIn) {
+void KorDSMSectionLoader::expandDimRequestsAddInContent(KorDsmDimRequestsAddInItem* addIn) {
     expand<KorDsmDimRequestGroupItem, KorDsmDimRequestItem>(*addIn);
 }
 
-void KorDSMDialogFactory::expandQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn) {
+void KorDSMSectionLoader::expandQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn) {
     expand<KorDsmQualifierSetGroupItem, KorDsmQualifierSetItem>(*addIn);
 }

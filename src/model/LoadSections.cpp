@@ -1,24 +1,16 @@
+#include "model/KorDSMSectionLoader.h"
+
 #include "data/KorDSNManager.h"
 #include "data/KorOdbcGUI.h"
 #include "data/KorODBCDetStyle.h"
 #include "data/KorOdbcMan.h"
-#include "model/KorDSMDialogFactory.h"
+#include "model/KorDSMDataStructure.h"
 #include "model/KorDSMItemPlacing.h"
 #include "model/KorProgressCtrl.h"
 #include "services/AddInManager.h"
 #include "services/Prompts.h"
 
-// The loader of KorDSMDialogFactory: fills the sections when the editor opens.
-
-KorString KorDSMDialogFactory::moduleHandle;
-
-KorDSMDataStructure& KorDSMDialogFactory::getDSMDataStructure() {
-    static KorDSMDataStructure structure;
-    return structure;
-}
-
-void KorDSMDialogFactory::loadDataStructure() {
-    KorDSMDataStructure& structure = getDSMDataStructure();
+void KorDSMSectionLoader::loadDataStructure(KorDSMDataStructure& structure) {
     structure.deleteAddedItems();
     if (KorOdbcMan::m_DSMNewReloadInfo != 0) {
         KorOdbcMan::m_DSMNewReloadInfo = 0;
@@ -30,7 +22,7 @@ void KorDSMDialogFactory::loadDataStructure() {
     structure.emptyDataStructure();
     StartProgressBar();
     for (const KorDSMDefines::eViewSections section : KorDSMDefines::kLoadingOrder)
-        loadSectionData(section);
+        loadSectionData(structure, section);
     structure.setUpdateStatus(KorDSMDataStructure::kUpToDate);
     KorProgressCtrl::reset();
 }
@@ -59,7 +51,7 @@ KorString addInName(const KorAddInId& addIn) {
 
 } // namespace
 
-void KorDSMDialogFactory::StartProgressBar() {
+void KorDSMSectionLoader::StartProgressBar() {
     KorProgressCtrl::setPercentage(0, 0);
     KorProgressCtrl::activate(
         KorString::format("%s %s", {Prompts::getPrompt("UPS", 21034), Prompts::getPrompt("UPS", 21001)}));
@@ -76,7 +68,7 @@ void KorDSMDialogFactory::StartProgressBar() {
     }
 }
 
-void KorDSMDialogFactory::loadSectionData(int section) {
+void KorDSMSectionLoader::loadSectionData(KorDSMDataStructure& structure, int section) {
     auto* standard = new KorDsmDatabaseContentItem;
     standard->m_IconIndex = KorDSMDefines::kIconHost;
     standard->m_Database = KorDSNDefinitions::kStandard;
@@ -105,13 +97,12 @@ void KorDSMDialogFactory::loadSectionData(int section) {
         user->addChild(loadAddIn(section, KorDSNDefinitions::kUserIndex, Prompts::getPrompt("UPS", 21022)));
     }
 
-    KorDsmSectionItem& node =
-        *getDSMDataStructure().getSection(static_cast<KorDSMDefines::eViewSections>(section));
+    KorDsmSectionItem& node = *structure.getSection(static_cast<KorDSMDefines::eViewSections>(section));
     node.addChild(standard);
     node.addChild(user);
 }
 
-KorDsmAddInContentItem* KorDSMDialogFactory::loadAddIn(int section, eIndex index, const KorString& name) {
+KorDsmAddInContentItem* KorDSMSectionLoader::loadAddIn(int section, eIndex index, const KorString& name) {
     KorDsmAddInContentItem* item = nullptr;
     switch (section) {
     case KorDSMDefines::kViewQualifiers:
@@ -136,7 +127,7 @@ KorDsmAddInContentItem* KorDSMDialogFactory::loadAddIn(int section, eIndex index
     return item;
 }
 
-void KorDSMDialogFactory::loadDetailStylesAddInContent(KorDsmDetailStylesAddInItem* addIn) {
+void KorDSMSectionLoader::loadDetailStylesAddInContent(KorDsmDetailStylesAddInItem* addIn) {
     KorArray<KorString> names;
     KorODBCDetStyle::getDetailStyleList(names);
     for (const KorString& name : names) {
@@ -152,7 +143,7 @@ void KorDSMDialogFactory::loadDetailStylesAddInContent(KorDsmDetailStylesAddInIt
         KorDSMItemPlacing::place<KorDsmDetailStyleCategoryItem>(*addIn, category);
 }
 
-void KorDSMDialogFactory::loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, const KorString& name) {
+void KorDSMSectionLoader::loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, const KorString& name) {
     StructDetailStyle style;
     StructDetailMaster master;
     StructDetBaseCategory category;
@@ -165,7 +156,7 @@ void KorDSMDialogFactory::loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, co
     KorDSMItemPlacing::place<KorDsmDetailStyleCategoryItem>(addIn, category).addChild(item);
 }
 
-void KorDSMDialogFactory::loadDetailStylesDependencies(KorDsmDetailStyleItem* style) {
+void KorDSMSectionLoader::loadDetailStylesDependencies(KorDsmDetailStyleItem* style) {
     const StructDetailStyle& record = style->getRecord();
     for (int i = 0; i < record.getLengthItems(); ++i) {
         StructDetViewRequest request;

@@ -1,0 +1,121 @@
+#include "GeneratedStandard.h"
+
+#include "data/KorOdbcMan.h"
+#include "model/KorDSMDialogFactory.h"
+#include "session/KorDSMCommit.h"
+
+#include <benchmark/benchmark.h>
+#include <filesystem>
+#include <sqlite3.h>
+
+// Each figure stands beside its reference; what counts is the ratio of the two.
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string& standardFile() {
+    static const std::string file = [] {
+        const fs::path path = fs::temp_directory_path() / "detailstyles-bench-standard.dsdb";
+        if (const StoreResult result = GeneratedStandard::write(path.string()); !result)
+            throw std::runtime_error(result.error);
+        return path.string();
+    }();
+    return file;
+}
+
+// The tables that the four sections are loaded from.
+constexpr eTableType kSectionTables[] = {
+    kTableDetailStyle,     kTableDetailMaster,     kTableViewRequest,      kTableBaseCategory,
+    kTableAnnotationGroup, kTableDimRequestGroup, kTableQualifierSetGroup};
+
+void referenceScan(benchmark::State& state) {
+    for (auto run : state) {
+        sqlite3* database = nullptr;
+        sqlite3_open_v2(standardFile().c_str(), &database, SQLITE_OPEN_READONLY, nullptr);
+        std::vector<std::unique_ptr<RowArray>> tables;
+        for (const eTableType type : kSectionTables) {
+            tables.push_back(findTable(type)->makeRows());
+            GeneratedStandard::scanTable(database, *findTable(type), *tables.back());
+        }
+        sqlite3_close(database);
+        benchmark::DoNotOptimize(tables.data());
+        state.PauseTiming();
+        tables.clear();
+        state.ResumeTiming();
+    }
+}
+
+void loadSections(benchmark::State& state) {
+    KorDSMDataStructure& structure = KorDSMDialogFactory::getDSMDataStructure();
+    for (auto run : state) {
+        state.PauseTiming();
+        auto databases = std::make_unique<StyleDatabases>();
+        databases->openFile(SourceId::standard(), standardFile(), true);
+        structure.emptyDataStructure();
+        state.ResumeTiming();
+        KorDSMSectionLoader().loadDataStructure(structure);
+        state.PauseTiming();
+        databases.reset();
+        state.ResumeTiming();
+    }
+}
+
+// 10,000 pending column writes.
+constexpr int kWrites = 10000;
+
+fs::path writableCopy() {
+    const fs::path copy = fs::temp_directory_path() / "detailstyles-bench-user.dsdb";
+    fs::copy_file(standardFile(), copy, fs::copy_options::overwrite_existing);
+    return copy;
+}
+
+void referenceUpdates(benchmark::State& state) {
+    const fs::path file = writableCopy();
+    sqlite3* database = nullptr;
+    sqlite3_open_v2(file.c_str(), &database, SQLITE_OPEN_READWRITE, nullptr);
+    sqlite3_exec(database, "PRAGMA synchronous=EXTRA", nullptr, nullptr, nullptr);
+    int round = 0;
+    for (auto run : state) {
+        ++round;
+        sqlite3_exec(database, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(database, "UPDATE view_request SET scale=? WHERE key=?", -1, &statement, nullptr);
+        for (int key = 1; key <= kWrites; ++key) {
+            sqlite3_bind_double(statement, 1, round + key);
+            sqlite3_bind_int(statement, 2, key);
+            sqlite3_step(statement);
+            sqlite3_reset(statement);
+        }
+        sqlite3_finalize(statement);
+        sqlite3_exec(database, "COMMIT", nullptr, nullptr, nullptr);
+    }
+    sqlite3_close(database);
+}
+
+void applyUpdates(benchmark::State& state) {
+    const fs::path file = writableCopy();
+    StyleDatabases databases;
+    databases.openFile(SourceId::user(), file.string(), false);
+    const KorDSNRequest request(SourceId::user().dsn, SourceId::user().index);
+    int round = 0;
+    for (auto run : state) {
+        state.PauseTiming();
+        ++round;
+        for (int key = 1; key <= kWrites; ++key)
+            KorOdbcMan::setAttribute(kTableViewRequest, KorOdbcKey(key), 10, static_cast<double>(round + key),
+                                     KorOdbcMan::kThisRow);
+        state.ResumeTiming();
+        if (!KorDSMCommit::keepAndGoOn().ok())
+            state.SkipWithError("the changes were not kept");
+    }
+}
+
+} // namespace
+
+BENCHMARK(referenceScan)->Unit(benchmark::kMillisecond)->MinTime(2);
+BENCHMARK(loadSections)->Unit(benchmark::kMillisecond)->MinTime(2);
+BENCHMARK(referenceUpdates)->Unit(benchmark::kMillisecond)->MinTime(2);
+BENCHMARK(applyUpdates)->Unit(benchmark::kMillisecond)->MinTime(2);
+
+BENCHMARK_MAIN();

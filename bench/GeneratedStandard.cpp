@@ -1,0 +1,193 @@
+#include "GeneratedStandard.h"
+
+#include "data/schema/TableDeclarations.h"
+
+#include <deque>
+#include <sqlite3.h>
+
+namespace {
+
+using Rows = std::deque<std::unique_ptr<StructRecord>>;
+
+template <typename R, typename Fill>
+StoreResult add(StyleStore& store, int count, Fill fill) {
+    Rows rows;
+    TableChange change;
+    change.table = findTable(tableOf<R>);
+    for (int i = 1; i <= count; ++i) {
+        auto record = std::make_unique<R>();
+        record->key = i;
+        fill(*record, i);
+        change.appended.push_back(record.get());
+        rows.push_back(std::move(record));
+    }
+    std::vector<StoreConflict> conflicts;
+    return store.apply(change, conflicts);
+}
+
+KorString name(const char* what, int number) {
+    return KorString(std::string(what) + ' ' + std::to_string(number));
+}
+
+constexpr int kCategories = 60;
+constexpr int kBoxes = 5000;
+constexpr int kMaps = 3000;
+constexpr int kStrategies = 3000;
+constexpr int kRequests = 6000;
+constexpr int kPoints = 4000;
+constexpr int kSets = 4000;
+constexpr int kAnnotations = 4000;
+constexpr int kGroups = 50;
+
+StoreResult addStyles(StyleStore& store) {
+    StoreResult result = add<StructDetBaseCategory>(store, kCategories, [](auto& category, int i) {
+        category.name = name("Category of drawings", i);
+        category.number = i;
+    });
+    if (result)
+        result = add<StructDetailStyle>(store, GeneratedStandard::kStyles, [](auto& style, int i) {
+            style.name = name("Detail style of the works", i);
+            style.arrangeStrategyKey = i % 20 + 1;
+            style.description = name("For parts of the assembly group", i % 700);
+            style.titleFormat = name("{L1}{size=7;b=1}{name} {number}{size=3.5;b=0}{br}Scale {scale} Qty {quantity}", i % 40);
+            style.cutViewTitleFormat = "{L1}{name}-{name} {scale}";
+            style.titlePosition = i % 8;
+            for (std::size_t slot = 0; slot < 5; ++slot)
+                style.viewRequests[slot] = (i * 3 + static_cast<int>(slot) * 7) % GeneratedStandard::kViewRequests + 1;
+        });
+    if (result)
+        result = add<StructDetailMaster>(store, GeneratedStandard::kStyles, [](auto& master, int i) {
+            master.name = name("Detail style of the works", i);
+            master.detailKey = i / 100 + 1;
+            master.number = i % 100 + 1;
+            master.styleKey = i;
+            master.categoryKey = i % kCategories + 1;
+        });
+    return result;
+}
+
+StoreResult addViews(StyleStore& store) {
+    StoreResult result = add<StructDetViewRequest>(store, GeneratedStandard::kViewRequests, [](auto& view, int i) {
+        view.name = name("View request of the works", i);
+        view.systemAndBoxKey = i % kBoxes + 1;
+        view.reprMapKey = i % kMaps + 1;
+        view.dimStrategyKey = i % kStrategies + 1;
+        view.selectModeKey = i % 5 + 1;
+        view.lengthClipKey = i % 1000 + 1;
+        view.scale = 1.0 / (5 + i % 20);
+        view.calloutTitleTemplate = "{L1}Detail {name}";
+    });
+    if (result)
+        result = add<StructDetViewRequestCategory>(store, GeneratedStandard::kViewRequests, [](auto& filing, int i) {
+            filing.name = name("View request of the works", i);
+            filing.viewRequestKey = i;
+            filing.categoryKey = i % kCategories + 1;
+        });
+    if (result)
+        result = add<StructDetViewSystemAndBox>(store, kBoxes, [](auto& box, int i) { box.name = name("System and box", i); });
+    if (result)
+        result = add<StructDetViewLengthClip>(store, 1000, [](auto& clip, int i) { clip.name = name("Length clip", i); });
+    return result;
+}
+
+StoreResult addObjects(StyleStore& store) {
+    StoreResult result = add<StructDetObjReprMap>(store, kMaps, [](auto& map, int i) { map.name = name("Map", i); });
+    if (result)
+        result = add<StructDetObjReprMapKey>(store, kMaps * 4, [](auto& entry, int i) {
+            entry.name = name("Entry", i);
+            entry.reprMapKey = i % kMaps + 1;
+            entry.order = i / kMaps;
+            entry.qualifierSetKey = i % kSets + 1;
+            entry.appearanceKey = i % 2000 + 1;
+            entry.annotationStrategyKey = i % kAnnotations + 1;
+        });
+    if (result)
+        result = add<StructDetObjQualifierSetGroup>(store, kGroups, [](auto& group, int i) { group.name = name("Sets", i); });
+    if (result)
+        result = add<StructDetObjQualifierSet>(store, kSets, [](auto& set, int i) {
+            set.name = name("Qualifier set", i);
+            set.groupKey = i % kGroups + 1;
+        });
+    if (result)
+        result = add<StructDetObjQualifierWithRole>(store, 9760, [](auto& part, int i) {
+            part.name = name("Qualifier of a set", i);
+            part.qualifierSetKey = i % kSets + 1;
+        });
+    if (result)
+        result = add<StructDetObjAppearance>(store, 2000, [](auto& look, int i) { look.name = name("Appearance", i); });
+    if (result)
+        result = add<StructDetObjAnnotationGroup>(store, kGroups, [](auto& group, int i) { group.name = name("Labels", i); });
+    if (result)
+        result = add<StructDetObjAnnotationStrategy>(store, kAnnotations, [](auto& strategy, int i) {
+            strategy.name = name("Annotation strategy", i);
+            strategy.groupKey = i % kGroups + 1;
+            strategy.contents = "{L1}{mark} {profile}";
+        });
+    return result;
+}
+
+StoreResult addDimensions(StyleStore& store) {
+    StoreResult result = add<StructDetViewDimStrategy>(store, kStrategies, [](auto& strategy, int i) {
+        strategy.name = name("View dimensioning", i);
+    });
+    if (result)
+        result = add<StructDetViewDimStrategyItem>(store, kStrategies * 6, [](auto& item, int i) {
+            item.name = name("Item", i);
+            item.strategyKey = i % kStrategies + 1;
+            item.order = i / kStrategies;
+            item.dimRequestKey = i % kRequests + 1;
+        });
+    if (result)
+        result = add<StructDetViewDimRequestLinearGroup>(store, kGroups, [](auto& group, int i) { group.name = name("Dimensions", i); });
+    if (result)
+        result = add<StructDetViewDimRequestLinear>(store, kRequests, [](auto& request, int i) {
+            request.name = name("Dimension request", i);
+            request.groupKey = i % kGroups + 1;
+            request.startPointsKey = i % kPoints + 1;
+        });
+    if (result)
+        result = add<StructDetViewDimPointSelection>(store, kPoints, [](auto& points, int i) {
+            points.name = name("Point selection", i);
+            points.qualifierSetKey = i % kSets + 1;
+        });
+    if (result)
+        result = add<StructDetViewArrangeStrategy>(store, 30, [](auto& strategy, int i) { strategy.name = name("Arrangement", i); });
+    return result;
+}
+
+} // namespace
+
+StoreResult GeneratedStandard::write(const std::string& path) {
+    return SqliteStore::createWith(path, [](StyleStore& store) {
+        for (const auto& addFamily : {addStyles, addViews, addObjects, addDimensions})
+            if (StoreResult result = addFamily(store); !result)
+                return result;
+        return StoreResult();
+    });
+}
+
+void GeneratedStandard::scanTable(sqlite3* database, const TableSchema& table, RowArray& rows) {
+    std::string sql = "SELECT key";
+    for (const Column& column : table.columns)
+        sql += ",\"" + column.name + '"';
+    sql += " FROM \"" + table.name + '"';
+    sqlite3_stmt* statement = nullptr;
+    sqlite3_prepare_v2(database, sql.c_str(), -1, &statement, nullptr);
+    while (sqlite3_step(statement) == SQLITE_ROW) {
+        StructRecord& record = rows.append();
+        record.key = sqlite3_column_int(statement, 0);
+        int index = 0;
+        for (const Column& column : table.columns) {
+            ++index;
+            if (column.isText())
+                column.textIn(&record) = KorString(std::string_view(
+                    reinterpret_cast<const char*>(sqlite3_column_text(statement, index)),
+                    static_cast<std::size_t>(sqlite3_column_bytes(statement, index))));
+            else if (column.isReal())
+                column.realIn(&record) = sqlite3_column_double(statement, index);
+            else
+                column.integerIn(&record) = sqlite3_column_int(statement, index);
+        }
+    }
+    sqlite3_finalize(statement);
+}
