@@ -42,8 +42,14 @@ struct SetOptions {
     bool shared = false; ///< write although several records show this row
 };
 
+struct SamplesOptions {
+    std::string folder; ///< empty: the data folder
+};
+
 /// The commands without a window. Each prints its result on standard output and sentences about what went
-/// wrong on standard error, and returns an `eExitCode`. `folder` is open.
+/// wrong on standard error, and returns an `eExitCode`. `folder` is open, but for `samplesCommand`.
 int listCommand(DataFolder& folder, const ListOptions& options);
 int showCommand(DataFolder& folder, const ShowOptions& options);
 int setCommand(DataFolder& folder, const SetOptions& options);
+/// Builds the sample databases where they are absent.
+int samplesCommand(DataFolder& folder, const SamplesOptions& options);

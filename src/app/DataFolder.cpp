@@ -40,6 +40,10 @@ void DataFolder::open() {
                                "with sample databases by \"detailstyles samples\".",
                                {m_folder.string()}));
     }
+    takeReports();
+}
+
+void DataFolder::takeReports() {
     for (const KorString& sentence : KorHostReport::take())
         tell(sentence);
 }

@@ -18,6 +18,9 @@ public:
     /// empty one is made, if the folder may be written.
     void open();
 
+    /// Adds what the services have reported so far to the problems.
+    void takeReports();
+
     const std::filesystem::path& path() const { return m_folder; }
     /// Sentences for the user, one for each thing that is wrong.
     const std::vector<KorString>& problems() const { return m_problems; }
