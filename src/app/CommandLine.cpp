@@ -5,6 +5,7 @@
 #include "app/EditCommand.h"
 #include "app/ProgramStart.h"
 #include "data/store/Utf8.h"
+#include "services/KorHostReport.h"
 
 #include <CLI/CLI.hpp>
 
@@ -141,9 +142,10 @@ int run(int& argc, char** argv, const Wanted& wanted) {
         folder.open();
     else
         folder.takeReports();
-    for (const KorString& problem : folder.problems())
-        Console::complain(problem);
-    return wanted.command ? wanted.command(folder) : openEditor(argc, argv, folder, wanted.edit);
+    std::ranges::for_each(folder.problems(), &Console::complain);
+    const int code = wanted.command ? wanted.command(folder) : openEditor(argc, argv, folder, wanted.edit);
+    std::ranges::for_each(KorHostReport::take(), &Console::complain);
+    return code;
 }
 
 } // namespace

@@ -28,7 +28,9 @@ void DataFolder::open() {
 
     std::error_code error;
     if (fs::is_directory(m_folder, error)) {
+        takeReports();
         AddInManager::getInstance().scan(m_folder);
+        m_complete = !takeReports();
         openSource(SourceId::standard(), m_folder / "standard.dsdb");
         for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
             openSource(SourceId::addIn(addIn.id().number), addIn.database());
@@ -43,9 +45,10 @@ void DataFolder::open() {
     takeReports();
 }
 
-void DataFolder::takeReports() {
-    for (const KorString& sentence : KorHostReport::take())
-        tell(sentence);
+bool DataFolder::takeReports() {
+    const std::vector<KorString> sentences = KorHostReport::take();
+    m_problems.insert(m_problems.end(), sentences.begin(), sentences.end());
+    return !sentences.empty();
 }
 
 void DataFolder::openSource(SourceId id, const fs::path& file) {
