@@ -1,5 +1,5 @@
-#include "controls/KorQt.h"
 #include "controls/label/DrawingColorMenu.h"
+#include "controls/label/DrawingColors.h"
 #include "controls/label/LabelCombo.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "support/RandomLabels.h"
@@ -231,6 +231,24 @@ TEST_F(LabelDesigner, CopiesVariablesAndTheirLooksAndTakesForeignTextAsText) {
     EXPECT_EQ(text(), "{L1}{size=7;b=1}{{name}}{br}2");
 }
 
+TEST_F(LabelDesigner, TakesDroppedVariables) {
+    other->SetString("{L1}{b=1}{name}");
+    other->setFocus();
+    press(Qt::Key_A, Qt::ControlModifier);
+    press(Qt::Key_C, Qt::ControlModifier);
+    designer->SetString("{L1}ab");
+    const QMimeData* dragged = QApplication::clipboard()->mimeData();
+    QTextCursor between(field->document());
+    between.setPosition(1);
+    const QPoint place = field->cursorRect(between).center();
+    QDragEnterEvent enter(place, Qt::CopyAction, dragged, Qt::LeftButton, {});
+    QApplication::sendEvent(field->viewport(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(place, Qt::CopyAction, dragged, Qt::LeftButton, {});
+    QApplication::sendEvent(field->viewport(), &drop);
+    EXPECT_EQ(text(), "{L1}a{font=DejaVu Serif;size=5;b=1}{name}{font=DejaVu Sans;size=3.5;b=0}b");
+}
+
 TEST_F(LabelDesigner, CanOnlyBeLookedAtWhileDisabled) {
     designer->SetString("{L1}{name}");
     designer->Enable(false);
@@ -288,4 +306,17 @@ TEST_F(LabelDesigner, AsksForTooltips) {
     QHelpEvent help(QEvent::ToolTip, {20, 20}, point);
     QApplication::sendEvent(field->viewport(), &help);
     EXPECT_EQ(asked, point);
+}
+
+TEST(DrawingColors, CanBeReadOnEveryBackground) {
+    for (const QColor& background : {QColor(Qt::black), QColor(Qt::white), QColor(33, 40, 48),
+                                     QColor(Qt::gray), QColor(Qt::yellow), QColor(Qt::blue)}) {
+        for (int number = -1; number <= 300; ++number) {
+            const QColor color = DrawingColors::readable(number, background);
+            EXPECT_GT(std::abs(qGray(color.rgb()) - qGray(background.rgb())), 30)
+                << number << " on " << background.name().toStdString();
+        }
+    }
+    EXPECT_EQ(DrawingColors::readable(1, Qt::black), QColor(255, 0, 0));
+    EXPECT_EQ(DrawingColors::readable(7, Qt::white), QColor(Qt::black));
 }

@@ -84,7 +84,7 @@ void DrawingColorMenu::setUpGrid() {
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_grid->setTabKeyNavigation(false);
     m_grid->setMouseTracking(true);
-    m_grid->viewport()->setBackgroundRole(QPalette::Window);
+    m_grid->viewport()->setAutoFillBackground(false);
     m_grid->setItemDelegate(new SwatchDelegate(m_grid));
     m_grid->installEventFilter(this);
     connect(m_grid, &QTableWidget::cellClicked, this, &DrawingColorMenu::choose);

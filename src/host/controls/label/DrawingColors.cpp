@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr double kReadableContrast = 2.5;
+constexpr double kReadableContrast = 3; // what the accessibility guidelines ask of large text
 
 double linear(double channel) {
     return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);

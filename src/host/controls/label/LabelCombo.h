@@ -1,11 +1,10 @@
 #pragma once
 
-#include <QComboBox>
+#include "controls/KorComboBox.h"
 
-/// A combo of the label's tool bar. The wheel changes it only while it has the focus, so that scrolling past
-/// it edits nothing; and it tells when a choice was made in its opened list, after which the user wants to go
-/// on typing in the field.
-class LabelCombo : public QComboBox {
+/// A combo of the label's tool bar. It tells when a choice was made in its opened list, after which the user
+/// wants to go on typing in the field; typing into a combo would choose again.
+class LabelCombo : public KorComboBox {
     Q_OBJECT
 
 public:
@@ -15,9 +14,6 @@ public:
 
 Q_SIGNALS:
     void chosenInList();
-
-protected:
-    void wheelEvent(QWheelEvent* event) override;
 
 private:
     bool m_closing = false;

@@ -14,6 +14,7 @@
 #include <QPushButton>
 #include <QToolButton>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -72,8 +73,7 @@ void LabelToolBar::layOut() {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(4);
-    m_fonts->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_fonts->setMinimumContentsLength(9);
+    m_sizeCombo->setMinimumContentsLength(6);
     m_fonts->setMaximumWidth(fontMetrics().averageCharWidth() * 40);
     row->addWidget(m_fonts, 1);
     row->addWidget(m_sizeCombo);
@@ -113,9 +113,10 @@ void LabelToolBar::setTexts(const LabelDesignerTexts& texts) {
     m_fonts->setAccessibleName(texts.font);
     m_sizeCombo->setAccessibleName(texts.size);
     m_sizeCombo->setToolTip(texts.size);
-    describe(m_insert, texts.insertVariableTip, texts.insertVariableTip);
+    describe(m_insert, QString(texts.insertVariable).remove('&'), texts.insertVariableTip);
     m_insert->setText(texts.insertVariable);
     m_palette->setTexts(texts);
+    keepColorWidth();
     const auto set = [](QAction* action, const QString& letter, const QString& name) {
         action->setText(name);
         action->setIconText(letter);
@@ -133,6 +134,20 @@ void LabelToolBar::setTexts(const LabelDesignerTexts& texts) {
     }
     fillVariables();
     showStyle(m_style);
+}
+
+// Wide enough for every name, so that the row stands still while the cursor walks through the label.
+void LabelToolBar::keepColorWidth() {
+    QStringList names = m_texts.colorNames;
+    names << m_texts.byLayer << m_texts.byBlock << m_texts.colorNumber.arg(255);
+    m_color->setMinimumWidth(0);
+    m_color->setIcon(QPixmap(fontMetrics().height(), fontMetrics().height()));
+    int width = 0;
+    for (const QString& name : std::as_const(names)) {
+        m_color->setText(name);
+        width = std::max(width, m_color->sizeHint().width());
+    }
+    m_color->setMinimumWidth(width);
 }
 
 void LabelToolBar::setSizes(std::vector<double> sizes, const SizeText& sizeText) {

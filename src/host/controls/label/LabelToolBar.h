@@ -55,6 +55,7 @@ private:
     QAction* addToggle(const QKeySequence& shortcut);
     void layOut();
     void connectTools();
+    void keepColorWidth();
     void showFont(const QString& family);
     void showSize(double size);
     void showColor(int number);
