@@ -32,13 +32,14 @@ protected:
 };
 
 TEST_F(PendingTest, AValueSetBackAndARowDeletedAgainWriteNothing) {
-    const std::string before = bytesOf(file("user.dsdb"));
     setDescription("changed");
     setDescription("");
     const auto key = add<StructDetArrangerControl>(kUser, "New");
     EXPECT_EQ(databases.remove(kTableArrangerControl, key), 1);
     EXPECT_TRUE(databases.pending().hasPending(kUser));
-    EXPECT_TRUE(commit());
+    others("UPDATE detail_style SET description = 'theirs'");
+    const std::string before = bytesOf(file("user.dsdb"));
+    EXPECT_TRUE(commit()) << "there is nothing that could conflict";
     EXPECT_FALSE(databases.pending().hasPending(kUser));
     EXPECT_EQ(bytesOf(file("user.dsdb")), before);
 }
