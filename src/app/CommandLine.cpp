@@ -5,6 +5,7 @@
 #include "app/EditCommand.h"
 #include "app/ProgramStart.h"
 #include "data/store/Utf8.h"
+#include "services/KorHostReport.h"
 
 #include <CLI/CLI.hpp>
 
@@ -19,6 +20,7 @@ struct Wanted {
     std::string data;
     EditOptions edit;
     std::function<int(DataFolder&)> command;
+    bool opensFolder = true;
 };
 
 std::string kindList() {
@@ -105,6 +107,43 @@ void addSet(CLI::App& app, Wanted& wanted) {
     command->add_flag("--shared", options->shared, "Change the record although several others use it");
 }
 
+void addExport(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<ExportOptions>();
+    CLI::App* command = addCommand(app, wanted, "export", "Export a detail style into a file of its own",
+                                   &exportCommand, options);
+    command->add_option("STYLE", options->row.name, "Name of the detail style")->required();
+    command->add_option("FILE", options->file, "Database file to make")->required();
+    command->add_option("--source", options->row.source, "standard, user, or an add-in");
+    command->add_flag("--overwrite", options->overwrite, "Replace the file where there is one");
+}
+
+void addImport(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<ImportOptions>();
+    CLI::App* command =
+        addCommand(app, wanted, "import", "Import the detail styles of a file into the User database",
+                   &importCommand, options);
+    command->add_option("FILE", options->file, "File that was exported")->required();
+    addJson(command, options->json);
+}
+
+void addCheck(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<CheckOptions>();
+    CLI::App* command =
+        addCommand(app, wanted, "check", "Look for damage, dangling references and unused records",
+                   &checkCommand, options);
+    command->add_option("FILE", options->files, "Database files; those of the data folder without");
+    command->parse_complete_callback([&wanted, options] { wanted.opensFolder = options->files.empty(); });
+    addJson(command, options->json);
+}
+
+void addSamples(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<SamplesOptions>();
+    CLI::App* command = addCommand(app, wanted, "samples", "Build the sample databases where they are absent",
+                                   &samplesCommand, options);
+    command->add_option("DIR", options->folder, "Folder to build them in; the data folder without");
+    command->parse_complete_callback([&wanted] { wanted.opensFolder = false; });
+}
+
 void declare(CLI::App& app, Wanted& wanted) {
     app.description("Manages the detail styles of steel drawings in their databases.");
     app.set_version_flag("--version", std::string(DETAILSTYLES_VERSION));
@@ -118,6 +157,10 @@ void declare(CLI::App& app, Wanted& wanted) {
     addList(app, wanted);
     addShow(app, wanted);
     addSet(app, wanted);
+    addExport(app, wanted);
+    addImport(app, wanted);
+    addCheck(app, wanted);
+    addSamples(app, wanted);
 }
 
 bool areTextsClean(int argc, char** argv) {
@@ -127,10 +170,14 @@ bool areTextsClean(int argc, char** argv) {
 int run(int& argc, char** argv, const Wanted& wanted) {
     startServices();
     DataFolder folder(DataFolder::locate(wanted.data));
-    folder.open();
-    for (const KorString& problem : folder.problems())
-        Console::complain(problem);
-    return wanted.command ? wanted.command(folder) : openEditor(argc, argv, folder, wanted.edit);
+    if (wanted.opensFolder)
+        folder.open();
+    else
+        folder.takeReports();
+    std::ranges::for_each(folder.problems(), &Console::complain);
+    const int code = wanted.command ? wanted.command(folder) : openEditor(argc, argv, folder, wanted.edit);
+    std::ranges::for_each(KorHostReport::take(), &Console::complain);
+    return code;
 }
 
 } // namespace

@@ -28,20 +28,26 @@ void DataFolder::open() {
 
     std::error_code error;
     if (fs::is_directory(m_folder, error)) {
+        takeReports();
         AddInManager::getInstance().scan(m_folder);
+        m_complete = !takeReports();
         openSource(SourceId::standard(), m_folder / "standard.dsdb");
         for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
             openSource(SourceId::addIn(addIn.id().number), addIn.database());
-        makeUserDatabase(m_folder / "user.dsdb");
-        openSource(SourceId::user(), m_folder / "user.dsdb");
+        openUserDatabase(m_folder / "user.dsdb");
     } else {
         m_complete = false;
         tell(KorString::format("There is no data folder \"%s\"; name another one with --data, or make one "
                                "with sample databases by \"detailstyles samples\".",
                                {m_folder.string()}));
     }
-    for (const KorString& sentence : KorHostReport::take())
-        tell(sentence);
+    takeReports();
+}
+
+bool DataFolder::takeReports() {
+    const std::vector<KorString> sentences = KorHostReport::take();
+    m_problems.insert(m_problems.end(), sentences.begin(), sentences.end());
+    return !sentences.empty();
 }
 
 void DataFolder::openSource(SourceId id, const fs::path& file) {
@@ -53,10 +59,14 @@ void DataFolder::openSource(SourceId id, const fs::path& file) {
     m_complete = m_complete && databases.source(id);
 }
 
-void DataFolder::makeUserDatabase(const fs::path& file) {
+void DataFolder::openUserDatabase(const fs::path& file) {
     std::error_code error;
-    if (fs::exists(fs::symlink_status(file, error)))
+    const bool isThere = fs::exists(fs::symlink_status(file, error));
+    const StoreResult made = isThere ? StoreResult() : SqliteStore::create(file.string());
+    if (made) {
+        openSource(SourceId::user(), file);
         return;
-    // A failure needs no sentence of its own: opening the missing file tells.
-    SqliteStore::create(file.string());
+    }
+    m_complete = false;
+    tell(made.error);
 }

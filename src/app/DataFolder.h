@@ -18,15 +18,18 @@ public:
     /// empty one is made, if the folder may be written.
     void open();
 
+    /// Adds what the services have reported so far to the problems. Returns whether there was anything.
+    bool takeReports();
+
     const std::filesystem::path& path() const { return m_folder; }
     /// Sentences for the user, one for each thing that is wrong.
     const std::vector<KorString>& problems() const { return m_problems; }
-    /// Whether every database that should be there is open.
+    /// Whether every database and add-in that should be there is in use.
     bool isComplete() const { return m_complete; }
 
 private:
     void openSource(SourceId id, const std::filesystem::path& file);
-    void makeUserDatabase(const std::filesystem::path& file);
+    void openUserDatabase(const std::filesystem::path& file);
     void tell(const KorString& sentence) { m_problems.push_back(sentence); }
 
     std::filesystem::path m_folder;
