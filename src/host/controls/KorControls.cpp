@@ -1,9 +1,9 @@
 #include "controls/KorControls.h"
 
 #include "controls/KorLineEdit.h"
+#include "controls/KorMFCGridCtrl.h"
 #include "controls/KorTemplates.h"
 
-#include <QAbstractItemView>
 #include <QHash>
 #include <QPointer>
 #include <QVariant>
@@ -69,12 +69,8 @@ std::vector<QWidget*> KorControls::all(const QWidget* root) {
 }
 
 void KorControls::commitEdits(QWidget* root) {
-    // A cell editor gives its value to its grid when the focus leaves it.
-    QWidget* focus = root->focusWidget();
-    if (focus && root->isAncestorOf(focus))
-        for (QWidget* above = focus->parentWidget(); above && above != root; above = above->parentWidget())
-            if (auto* view = qobject_cast<QAbstractItemView*>(above); view && focus != view)
-                view->setFocus();
+    for (KorMFCGridCtrl* grid : root->findChildren<KorMFCGridCtrl*>())
+        grid->commitEdit();
     for (KorLineEdit* edit : root->findChildren<KorLineEdit*>())
         edit->commit();
 }
