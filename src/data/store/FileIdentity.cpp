@@ -15,11 +15,6 @@ bool mayAccess(const std::string& path, int mode) {
     return faccessat(AT_FDCWD, path.c_str(), mode, AT_EACCESS) == 0;
 }
 
-std::string folderOf(const std::string& path) {
-    const std::string folder = std::filesystem::path(path).parent_path();
-    return folder.empty() ? "." : folder;
-}
-
 std::vector<FileIdentity>& openFiles() {
     static std::vector<FileIdentity> files;
     return files;
@@ -48,6 +43,13 @@ std::optional<FileIdentity> fileIdentity(const std::string& path) {
     return FileIdentity{status.st_dev, status.st_ino};
 }
 
+std::string resolvedPath(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path resolved =
+        std::filesystem::weakly_canonical(std::filesystem::absolute(path, error), error);
+    return error ? path : resolved.string();
+}
+
 std::optional<eStoreFault> faultOfReading(const std::string& path) {
     struct stat status {};
     if (stat(path.c_str(), &status) != 0)
@@ -68,7 +70,7 @@ std::optional<eStoreFault> faultOfWriting(const std::string& path) {
 }
 
 std::optional<eStoreFault> faultOfFolder(const std::string& path) {
-    const std::string folder = folderOf(path);
+    const std::string folder = std::filesystem::path(resolvedPath(path)).parent_path();
     struct stat status {};
     if (stat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
         return eStoreFault::kFolderMissing;

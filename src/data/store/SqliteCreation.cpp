@@ -62,7 +62,7 @@ eStoreFault faultOfSystem(int error) {
 } // namespace
 
 SqliteCreation::SqliteCreation(std::string target, eTarget rule)
-    : m_target(std::move(target)), m_rule(rule) {}
+    : m_target(std::move(target)), m_path(resolvedPath(m_target)), m_rule(rule) {}
 
 SqliteCreation::~SqliteCreation() {
     if (!m_temporary.empty())
@@ -94,25 +94,25 @@ StoreResult SqliteCreation::make(const std::function<StoreResult(StyleStore&)>& 
 }
 
 StoreResult SqliteCreation::checkTarget() const {
-    if (const auto hindrance = faultOfFolder(m_target))
+    if (const auto hindrance = faultOfFolder(m_path))
         return fault(*hindrance);
-    const auto present = fileIdentity(m_target);
+    const auto present = fileIdentity(m_path);
     if (present && m_rule == eTarget::kMustBeNew)
         return fault(eStoreFault::kExists);
-    if (present && std::filesystem::is_directory(m_target))
+    if (present && std::filesystem::is_directory(m_path))
         return fault(eStoreFault::kNoFile);
     if (present && OpenFiles::contains(*present))
         return fault(eStoreFault::kOpenHere);
     for (const char* suffix : {"-journal", "-wal"})
-        if (fileIdentity(m_target + suffix))
-            return fault(eStoreFault::kLeftover, std::filesystem::path(m_target + suffix).filename());
+        if (fileIdentity(m_path + suffix))
+            return fault(eStoreFault::kLeftover, std::filesystem::path(m_path + suffix).filename());
     return {};
 }
 
 StoreResult SqliteCreation::makeEmptyFile() {
     constexpr int kAttempts = 1000;
     for (int i = 0; i < kAttempts; ++i) {
-        const std::string path = m_target + ".new" + std::to_string(getpid()) + "-" + std::to_string(i);
+        const std::string path = m_path + ".new" + std::to_string(getpid()) + "-" + std::to_string(i);
         const int handle = ::open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
         if (handle >= 0) {
             ::close(handle);
@@ -147,13 +147,13 @@ StoreResult SqliteCreation::publish() {
     if (!syncToDisk(m_temporary, 0))
         return fault(faultOfSystem(errno), std::strerror(errno));
     const unsigned int flags = m_rule == eTarget::kMustBeNew ? RENAME_NOREPLACE : 0;
-    int failed = renameat2(AT_FDCWD, m_temporary.c_str(), AT_FDCWD, m_target.c_str(), flags);
-    if (failed && errno == EINVAL && !fileIdentity(m_target)) // a file system that cannot refuse to replace
-        failed = std::rename(m_temporary.c_str(), m_target.c_str());
+    int failed = renameat2(AT_FDCWD, m_temporary.c_str(), AT_FDCWD, m_path.c_str(), flags);
+    if (failed && errno == EINVAL && !fileIdentity(m_path)) // a file system that cannot refuse to replace
+        failed = std::rename(m_temporary.c_str(), m_path.c_str());
     if (failed)
         return fault(faultOfSystem(errno), std::strerror(errno));
     m_temporary.clear();
-    syncToDisk(std::filesystem::absolute(m_target).parent_path(), O_DIRECTORY);
+    syncToDisk(std::filesystem::path(m_path).parent_path(), O_DIRECTORY);
     return {};
 }
 

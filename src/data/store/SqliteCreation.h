@@ -24,7 +24,8 @@ private:
     StoreResult makeTables(SqliteStore& store) const;
     StoreResult fault(eStoreFault kind, const std::string& detail = {}) const;
 
-    std::string m_target;
+    std::string m_target;    ///< as sentences name it
+    std::string m_path;      ///< where it is, links followed
     std::string m_temporary; ///< empty when there is none
     eTarget m_rule;
 };

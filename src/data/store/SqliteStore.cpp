@@ -177,10 +177,17 @@ StoreResult SqliteStore::begin() {
 StoreResult SqliteStore::apply(const TableChange& change, std::vector<StoreConflict>& conflicts) {
     if (!KorAssert::check(m_database.connection.isInTransaction(), "isInTransaction()"))
         return faultResult(eStoreFault::kOther, name(), "no transaction");
-    return m_writer.apply(change, conflicts);
+    const std::size_t before = conflicts.size();
+    const StoreResult result = m_writer.apply(change, conflicts);
+    m_hasConflict |= conflicts.size() > before;
+    return result;
 }
 
 StoreResult SqliteStore::commit() {
+    if (!KorAssert::check(!m_hasConflict, "!m_hasConflict")) {
+        rollback();
+        return faultResult(eStoreFault::kOther, name(), "a part of the change was not applied");
+    }
     const int code = m_database.connection.execute("COMMIT");
     if (code == SQLITE_OK) {
         m_writer.finish(true);
@@ -193,6 +200,7 @@ StoreResult SqliteStore::commit() {
 
 void SqliteStore::rollback() {
     m_writer.finish(false);
+    m_hasConflict = false;
     if (m_database.connection.isInTransaction())
         m_database.connection.execute("ROLLBACK");
 }

@@ -75,6 +75,7 @@ private:
     SqliteWriter m_writer;
     std::int64_t m_dataVersion = 0;
     bool m_readOnly = true;
+    bool m_hasConflict = false; ///< in the open transaction
 };
 
 /// What is damaged in the database file `path`, or why it cannot be opened, one sentence each; empty when it

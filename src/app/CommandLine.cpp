@@ -1,0 +1,152 @@
+#include "app/CommandLine.h"
+
+#include "app/Console.h"
+#include "app/DataFolder.h"
+#include "app/EditCommand.h"
+#include "app/ProgramStart.h"
+#include "data/store/Utf8.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+/// What the command line asks for: the data folder, and what to do with it once it is open.
+struct Wanted {
+    std::string data;
+    EditOptions edit;
+    std::function<int(DataFolder&)> command;
+};
+
+std::string kindList() {
+    std::string text = "KIND is one of:";
+    std::size_t column = 200;
+    for (const TableSchema& table : allTables()) {
+        const std::string name = table.kindName();
+        column += name.size() + 1;
+        if (column > 78) {
+            text += "\n ";
+            column = name.size() + 2;
+        }
+        text += " " + name;
+    }
+    return text;
+}
+
+/// A command with options of its own, which live as long as the command line is read.
+template <typename Options>
+CLI::App* addCommand(CLI::App& app, Wanted& wanted, const char* name, const char* help,
+                     int (*run)(DataFolder&, const Options&), std::shared_ptr<Options> options) {
+    CLI::App* command = app.add_subcommand(name, help);
+    command->callback([&wanted, run, options] {
+        wanted.command = [run, options](DataFolder& folder) { return run(folder, *options); };
+    });
+    return command;
+}
+
+void addJson(CLI::App* command, bool& json) {
+    command->add_flag("--json", json, "Print JSON for other programs");
+}
+
+void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp) {
+    command->add_option("KIND", row.kind, "What the record is, such as detail-style or view-request")
+        ->required();
+    command->add_option("NAME", row.name, "Its name, or its key as [KEY] where it has none")->required();
+    command->add_option("--source", row.source, sourceHelp);
+    command->footer(kindList());
+}
+
+void addEdit(CLI::App& app, Wanted& wanted) {
+    CLI::App* command = app.add_subcommand("edit", "Open the editor (the default)");
+    auto* screenshot = command->add_option("--screenshot", wanted.edit.screenshot,
+                                           "Paint the open editor into this PNG file instead");
+    command->add_option("--size", wanted.edit.size, "Size of the picture in pixels, such as 1280x800")
+        ->needs(screenshot)
+        ->check([](const std::string& size) {
+            int width = 0;
+            int height = 0;
+            char rest = 0;
+            const bool read = std::sscanf(size.c_str(), "%dx%d%c", &width, &height, &rest) == 2;
+            return read && width > 0 && height > 0 ? std::string() : "must be WIDTHxHEIGHT, such as 1280x800";
+        });
+}
+
+void addList(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<ListOptions>();
+    CLI::App* command = addCommand(app, wanted, "list", "List records", &listCommand, options);
+    command->add_option("--source", options->source, "standard, user, or an add-in; all of them without");
+    command->add_option("--kind", options->kind, "Which records")->capture_default_str();
+    command->footer(kindList());
+    addJson(command, options->json);
+}
+
+void addShow(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<ShowOptions>();
+    CLI::App* command =
+        addCommand(app, wanted, "show", "Show one record with all its values", &showCommand, options);
+    addRow(command, options->row,
+           "standard, user, or an add-in; the first of user, standard, add-ins that has it without");
+    addJson(command, options->json);
+}
+
+void addSet(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<SetOptions>();
+    CLI::App* command = addCommand(app, wanted, "set", "Change one value of a record", &setCommand, options);
+    addRow(command, options->row, "user without");
+    command->add_option("COLUMN", options->column, "The column, as \"show\" names it")->required();
+    command
+        ->add_option("VALUE", options->value,
+                     "The value as it is shown: a length in the database's unit, another record by its name, "
+                     "yes or no")
+        ->required();
+    command->add_flag("--shared", options->shared, "Change the record although several others use it");
+}
+
+void declare(CLI::App& app, Wanted& wanted) {
+    app.description("Manages the detail styles of steel drawings in their databases.");
+    app.set_version_flag("--version", std::string(DETAILSTYLES_VERSION));
+    app.add_option("--data", wanted.data,
+                   "Folder with the style databases; the desktop's data folders without")
+        ->take_last();
+    app.require_subcommand(0, 1);
+    app.fallthrough();
+    app.footer("Exit codes: 0 done, 1 could not or found something, 2 wrong usage.");
+    addEdit(app, wanted);
+    addList(app, wanted);
+    addShow(app, wanted);
+    addSet(app, wanted);
+}
+
+bool areTextsClean(int argc, char** argv) {
+    return std::all_of(argv, argv + argc, [](const char* text) { return isCleanUtf8(text); });
+}
+
+int run(int& argc, char** argv, const Wanted& wanted) {
+    startServices();
+    DataFolder folder(DataFolder::locate(wanted.data));
+    folder.open();
+    for (const KorString& problem : folder.problems())
+        Console::complain(problem);
+    return wanted.command ? wanted.command(folder) : openEditor(argc, argv, folder, wanted.edit);
+}
+
+} // namespace
+
+int runCommandLine(int argc, char** argv) {
+    CLI::App app;
+    Wanted wanted;
+    declare(app, wanted);
+    if (!areTextsClean(argc, argv)) {
+        Console::complain("The command line is no UTF-8 text; set the terminal to UTF-8.");
+        return kExitUsage;
+    }
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? kExitDone : kExitUsage;
+    }
+    return run(argc, argv, wanted);
+}

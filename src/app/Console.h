@@ -1,0 +1,26 @@
+#pragma once
+
+#include "base/KorString.h"
+
+#include <vector>
+
+class QJsonArray;
+class QJsonObject;
+
+/// What the commands print.
+namespace Console {
+
+/// A sentence about something that went wrong, on standard error.
+void complain(const KorString& sentence);
+/// A line on standard output.
+void say(const KorString& line);
+/// A document on standard output, indented.
+void print(const QJsonArray& document);
+void print(const QJsonObject& document);
+
+/// Rows of cells under a heading, in columns as wide as their widest cell; nothing where there are no rows.
+/// Lines are cut to the width of a terminal, and not at all where the output is none. Line breaks and control
+/// characters are shown as escapes: what a database holds must not steer the terminal.
+void printColumns(const std::vector<KorString>& heading, const std::vector<std::vector<KorString>>& rows);
+
+} // namespace Console

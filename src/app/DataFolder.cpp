@@ -1,0 +1,62 @@
+#include "app/DataFolder.h"
+
+#include "data/store/SqliteStore.h"
+#include "services/AddInManager.h"
+#include "services/KOSettings.h"
+#include "services/KorHostReport.h"
+
+#include <QStandardPaths>
+
+namespace fs = std::filesystem;
+
+fs::path DataFolder::locate(const std::string& named) {
+    if (!named.empty())
+        return fs::absolute(named).lexically_normal();
+    const auto place = QStandardPaths::GenericDataLocation;
+    QString folder = QStandardPaths::locate(place, "detailstyles", QStandardPaths::LocateDirectory);
+    if (folder.isEmpty())
+        folder = QStandardPaths::writableLocation(place) + "/detailstyles";
+    return fs::path(folder.toStdString());
+}
+
+void DataFolder::open() {
+    KOSettings& settings = KOSettings::getInstance();
+    settings.setPathData(m_folder);
+    bool ownerMode = false;
+    settings.readBool(KOSettings::getKeyDSM(), "OwnerMode", ownerMode);
+    StyleDatabases::current().setOwnerMode(ownerMode);
+
+    std::error_code error;
+    if (fs::is_directory(m_folder, error)) {
+        AddInManager::getInstance().scan(m_folder);
+        openSource(SourceId::standard(), m_folder / "standard.dsdb");
+        for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
+            openSource(SourceId::addIn(addIn.id().number), addIn.database());
+        makeUserDatabase(m_folder / "user.dsdb");
+        openSource(SourceId::user(), m_folder / "user.dsdb");
+    } else {
+        m_complete = false;
+        tell(KorString::format("There is no data folder \"%s\"; name another one with --data, or make one "
+                               "with sample databases by \"detailstyles samples\".",
+                               {m_folder.string()}));
+    }
+    for (const KorString& sentence : KorHostReport::take())
+        tell(sentence);
+}
+
+void DataFolder::openSource(SourceId id, const fs::path& file) {
+    StyleDatabases& databases = StyleDatabases::current();
+    const bool writable = databases.isOwnerMode() || id == SourceId::user();
+    const StoreResult result = databases.openFile(id, file.string(), !writable);
+    if (!result)
+        tell(result.error);
+    m_complete = m_complete && databases.source(id);
+}
+
+void DataFolder::makeUserDatabase(const fs::path& file) {
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(file, error)))
+        return;
+    // A failure needs no sentence of its own: opening the missing file tells.
+    SqliteStore::create(file.string());
+}

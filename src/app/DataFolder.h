@@ -1,0 +1,35 @@
+#pragma once
+
+#include "data/StyleDatabases.h"
+
+#include <filesystem>
+
+/// A data folder with its style databases: `standard.dsdb`, `user.dsdb`, and one `styles.dsdb` in each folder
+/// of `addins`. What cannot be used is left out and told, and the program goes on with the rest.
+class DataFolder {
+public:
+    /// The folder that the user named, else the first `detailstyles` folder among the places where the
+    /// desktop keeps data of programs, else the one that would be made in the user's own place.
+    static std::filesystem::path locate(const std::string& named);
+
+    explicit DataFolder(std::filesystem::path folder) : m_folder(std::move(folder)) {}
+
+    /// Opens all databases as sources of the current `StyleDatabases`. Where there is no User database yet an
+    /// empty one is made, if the folder may be written.
+    void open();
+
+    const std::filesystem::path& path() const { return m_folder; }
+    /// Sentences for the user, one for each thing that is wrong.
+    const std::vector<KorString>& problems() const { return m_problems; }
+    /// Whether every database that should be there is open.
+    bool isComplete() const { return m_complete; }
+
+private:
+    void openSource(SourceId id, const std::filesystem::path& file);
+    void makeUserDatabase(const std::filesystem::path& file);
+    void tell(const KorString& sentence) { m_problems.push_back(sentence); }
+
+    std::filesystem::path m_folder;
+    std::vector<KorString> m_problems;
+    bool m_complete = true;
+};

@@ -1,0 +1,108 @@
+#include "app/Commands.h"
+#include "app/Console.h"
+#include "app/DataFolder.h"
+#include "app/ReadProblems.h"
+#include "app/RowChoice.h"
+#include "controls/KorQt.h"
+#include "data/KorDSNManager.h"
+#include "data/KorOdbcGUI.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <algorithm>
+
+namespace {
+
+struct ListedRow {
+    SourceId source;
+    const StructRecord* record;
+    KorString filedUnder;
+    KorString description;
+};
+
+KorString nameOf(StyleSource& source, const Column& column, const StructRecord& record) {
+    const StructRecord* target = source.table(column.target).find(KorOdbcKey(column.integerIn(&record)));
+    return target ? target->name : KorString();
+}
+
+// The group or category of a row. A detail style is filed by its master row.
+KorString filedUnder(StyleSource& source, const TableSchema& table, const StructRecord& record) {
+    StructDetailMaster master;
+    StructDetBaseCategory category;
+    if (table.type == kTableDetailStyle)
+        return KorOdbcGUI::getDetailMaster(static_cast<long>(record.key), master) == 1 &&
+                       KorOdbcGUI::getDetBaseCategory(KorOdbcKey(master.categoryKey), category) == 1
+                   ? category.name
+                   : KorString();
+    for (const Column& column : table.columns)
+        if (column.isReference() && column.role == eReferenceRole::kFiledUnder)
+            return nameOf(source, column, record);
+    return {};
+}
+
+std::vector<ListedRow> rowsOf(SourceId id, const TableSchema& table) {
+    std::vector<ListedRow> listed;
+    const KorDSNRequest request(id.dsn, id.index);
+    StyleSource& source = *StyleDatabases::current().source(id);
+    const RowArray& rows = source.table(table.type).rows();
+    const Column* description = table.column("description");
+    for (int i = 0; i < rows.size(); ++i) {
+        const StructRecord& record = rows.at(i);
+        listed.push_back({id, &record, filedUnder(source, table, record),
+                          description ? description->textIn(&record) : KorString()});
+    }
+    return listed;
+}
+
+void printJson(const TableSchema& table, const std::vector<ListedRow>& rows) {
+    QJsonArray array;
+    for (const ListedRow& row : rows)
+        array.append(QJsonObject{{"source", toQt(SourceChoice::nameOf(row.source))},
+                                 {"kind", toQt(table.kindName())},
+                                 {"key", row.record->key},
+                                 {"name", toQt(row.record->name)},
+                                 {"filedUnder", toQt(row.filedUnder)},
+                                 {"description", toQt(row.description)}});
+    Console::print(array);
+}
+
+void printColumns(const std::vector<ListedRow>& rows) {
+    const bool filed =
+        std::ranges::any_of(rows, [](const ListedRow& row) { return !row.filedUnder.isEmpty(); });
+    std::vector<KorString> heading = {"Source", "Name"};
+    if (filed)
+        heading.push_back("Filed under");
+    heading.push_back("Description");
+    std::vector<std::vector<KorString>> lines;
+    for (const ListedRow& row : rows) {
+        const KorString key = KorString("[") + KorString::number(row.record->key) + KorString("]");
+        std::vector<KorString>& line = lines.emplace_back();
+        line = {SourceChoice::nameOf(row.source), row.record->name.isEmpty() ? key : row.record->name};
+        if (filed)
+            line.push_back(row.filedUnder);
+        line.push_back(row.description);
+    }
+    Console::printColumns(heading, lines);
+}
+
+} // namespace
+
+int listCommand(DataFolder& folder, const ListOptions& options) {
+    KorString error;
+    const TableSchema* table = RowChoice::findKind(options.kind, error);
+    const SourceChoice::Sources sources = SourceChoice::choose(options.source);
+    if (!table || !sources.error.isEmpty()) {
+        Console::complain(table ? sources.error : error);
+        return table ? kExitFailed : kExitUsage;
+    }
+    std::vector<ListedRow> rows;
+    for (const SourceId id : sources.ids)
+        std::ranges::move(rowsOf(id, *table), std::back_inserter(rows));
+    if (options.json)
+        printJson(*table, rows);
+    else
+        printColumns(rows);
+    const bool lost = complainOfReading();
+    return (options.source.empty() && !folder.isComplete()) || lost ? kExitFailed : kExitDone;
+}

@@ -1,0 +1,5 @@
+#pragma once
+
+/// Tells the user what could not be read as declared in the databases used so far. Returns whether anything
+/// was left out or replaced by a default.
+bool complainOfReading();

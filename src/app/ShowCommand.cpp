@@ -1,0 +1,110 @@
+#include "app/Commands.h"
+#include "app/Console.h"
+#include "app/ReadProblems.h"
+#include "app/RowChoice.h"
+#include "controls/KorQt.h"
+#include "data/KorDSNManager.h"
+#include "data/KorOdbcGUI.h"
+#include "session/KorDSMValueText.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace {
+
+/// Another record that has to do with the shown one.
+struct RelatedRow {
+    const TableSchema* table;
+    const StructRecord* record;
+    const Column* column; ///< the cell in it that refers to the shown one
+};
+
+std::vector<RelatedRow> relatedRows(const RowChoice& row, eReferenceRole role) {
+    std::vector<RelatedRow> related;
+    StyleSource& source = *StyleDatabases::current().source(row.source);
+    for (const Referrer& referrer : source.referrersOf(row.table->type, row.key))
+        if (referrer.column->role == role)
+            related.push_back({referrer.table,
+                               source.table(referrer.table->type).find(KorOdbcKey(referrer.key)),
+                               referrer.column});
+    return related;
+}
+
+QJsonValue rawValue(const Column& column, const StructRecord& record) {
+    const CellValue value = column.read(&record);
+    if (const auto* text = std::get_if<KorString>(&value))
+        return toQt(*text);
+    if (const auto* real = std::get_if<double>(&value))
+        return *real;
+    return static_cast<qint64>(std::get<std::int64_t>(value));
+}
+
+QJsonArray toJson(const std::vector<RelatedRow>& related) {
+    QJsonArray array;
+    for (const RelatedRow& other : related)
+        array.append(QJsonObject{{"kind", toQt(other.table->kindName())},
+                                 {"key", other.record->key},
+                                 {"name", toQt(other.record->name)},
+                                 {"column", toQt(other.column->name)}});
+    return array;
+}
+
+QJsonArray columnsToJson(const RowChoice& row, const StructRecord& record) {
+    QJsonArray columns;
+    for (const Column& column : row.table->columns)
+        columns.append(QJsonObject{{"number", column.number},
+                                   {"column", toQt(column.name)},
+                                   {"value", rawValue(column, record)},
+                                   {"text", toQt(KorDSMValueText::toText(*row.table, column, record))}});
+    return columns;
+}
+
+void printJson(const RowChoice& row, const StructRecord& record) {
+    Console::print(QJsonObject{{"source", toQt(SourceChoice::nameOf(row.source))},
+                               {"kind", toQt(row.table->kindName())},
+                               {"key", record.key},
+                               {"name", toQt(record.name)},
+                               {"editable", StyleDatabases::current().isEditable()},
+                               {"shared", KorOdbcGUI::canBeShared(row.table->type) &&
+                                              KorOdbcGUI::isShared(row.table->type, row.key)},
+                               {"columns", columnsToJson(row, record)},
+                               {"parts", toJson(relatedRows(row, eReferenceRole::kPartOf))},
+                               {"usedBy", toJson(relatedRows(row, eReferenceRole::kUses))}});
+}
+
+void printText(const RowChoice& row, const StructRecord& record) {
+    const bool shared =
+        KorOdbcGUI::canBeShared(row.table->type) && KorOdbcGUI::isShared(row.table->type, row.key);
+    Console::say(KorString::format("%s \"%s\" in the source \"%s\"%s",
+                                   {KorDSMValueText::tableCaption(*row.table), record.name,
+                                    SourceChoice::nameOf(row.source), shared ? ", shared" : ""}));
+    std::vector<std::vector<KorString>> lines;
+    for (const Column& column : row.table->columns)
+        lines.push_back({column.name, KorDSMValueText::toText(*row.table, column, record)});
+    for (const RelatedRow& part : relatedRows(row, eReferenceRole::kPartOf))
+        lines.push_back(
+            {"part", KorString::format("%s \"%s\"", {part.table->kindName(), part.record->name})});
+    for (const RelatedRow& user : relatedRows(row, eReferenceRole::kUses))
+        lines.push_back(
+            {"used by", KorString::format("%s \"%s\"", {user.table->kindName(), user.record->name})});
+    Console::printColumns({"Column", "Value"}, lines);
+}
+
+} // namespace
+
+int showCommand(DataFolder&, const ShowOptions& options) {
+    RowChoice row;
+    KorString error;
+    if (const eExitCode code = RowChoice::find(options.row, row, error); code != kExitDone) {
+        complainOfReading();
+        Console::complain(error);
+        return code;
+    }
+    const KorDSNRequest request(row.source.dsn, row.source.index);
+    if (options.json)
+        printJson(row, *row.record());
+    else
+        printText(row, *row.record());
+    complainOfReading();
+    return kExitDone;
+}

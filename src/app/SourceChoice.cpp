@@ -1,0 +1,65 @@
+#include "app/SourceChoice.h"
+
+#include "services/AddInManager.h"
+
+#include <algorithm>
+
+namespace {
+
+const KorAddIn* addInOf(SourceId id) {
+    const std::vector<KorAddIn>& addIns = AddInManager::getInstance().addIns();
+    const auto it =
+        std::ranges::find(addIns, id, [](const KorAddIn& a) { return SourceId::addIn(a.id().number); });
+    return it == addIns.end() ? nullptr : &*it;
+}
+
+bool isCalled(SourceId id, const KorString& name) {
+    const KorString wanted = name.lowered();
+    const KorAddIn* addIn = addInOf(id);
+    return SourceChoice::nameOf(id).lowered() == wanted || (addIn && addIn->info().name.lowered() == wanted);
+}
+
+// Standard, add-ins, User: the order in which the editor shows them.
+std::vector<SourceId> openSources() {
+    std::vector<SourceId> ids = StyleDatabases::current().sources();
+    std::ranges::stable_partition(ids, [](SourceId id) { return id != SourceId::user(); });
+    return ids;
+}
+
+std::vector<SourceId> knownSources() {
+    std::vector<SourceId> ids = {SourceId::standard(), SourceId::user()};
+    for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
+        ids.push_back(SourceId::addIn(addIn.id().number));
+    return ids;
+}
+
+} // namespace
+
+namespace SourceChoice {
+
+KorString nameOf(SourceId id) {
+    if (id == SourceId::standard())
+        return "standard";
+    if (id == SourceId::user())
+        return "user";
+    const KorAddIn* addIn = addInOf(id);
+    return addIn ? addIn->id().id : KorString::number(id.index);
+}
+
+Sources choose(const std::string& name) {
+    if (name.empty())
+        return {openSources(), {}};
+    KorString names;
+    for (const SourceId id : knownSources()) {
+        if (!isCalled(id, name)) {
+            names = names + (names.isEmpty() ? "" : ", ") + nameOf(id);
+            continue;
+        }
+        if (StyleDatabases::current().source(id))
+            return {{id}, {}};
+        return {{}, KorString::format("The source \"%s\" has no database that can be used.", {nameOf(id)})};
+    }
+    return {{}, KorString::format("There is no source \"%s\"; there are %s.", {name, names})};
+}
+
+} // namespace SourceChoice

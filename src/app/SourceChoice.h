@@ -1,0 +1,21 @@
+#pragma once
+
+#include "data/StyleDatabases.h"
+
+/// How sources are named on the command line: `standard`, `user`, and add-ins by their folder or by the name
+/// that they show, whatever the case.
+namespace SourceChoice {
+
+/// The name of a source: "standard", "user", or the add-in's folder.
+KorString nameOf(SourceId id);
+
+/// What came of a choice: the sources meant, or a sentence for the user and none.
+struct Sources {
+    std::vector<SourceId> ids;
+    KorString error;
+};
+
+/// The open source of this name; without a name all open ones in the order Standard, add-ins, User.
+Sources choose(const std::string& name);
+
+} // namespace SourceChoice

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "data/RowRef.h"
+#include "data/StyleSource.h"
+
+#include <vector>
+
+/// The parts of a row, in the order of their tables and keys.
+std::vector<Referrer> partsOf(StyleSource& source, RowRef row);
+
+/// The existing rows that the cells of `row` refer to, whatever the role of the reference.
+std::vector<RowRef> targetsOf(StyleSource& source, RowRef row);
+
+/// The row with all that it needs in order to mean the same elsewhere: what it and its parts refer to, the
+/// parts of all that, and the rows that tell the host of it. Each row once, `row` first; empty when there is
+/// no such row.
+std::vector<RowRef> closureOf(StyleSource& source, RowRef row);
+
+/// Rows that are looked up by name or value instead of being referred to, such as units, text sizes and
+/// creation defaults, with their closures. A database needs them all to be of use in the editor.
+std::vector<RowRef> lookUpRows(StyleSource& source);

@@ -1,0 +1,70 @@
+#include "data/exchange/KorDetailTableDependencies.h"
+
+#include "data/FreeName.h"
+#include "data/RowClosure.h"
+
+#include <set>
+
+int KorDetailTableDependencies::gatherRows(RowRef row) {
+    StyleSource* source = StyleDatabases::current().here();
+    m_rows = source ? closureOf(*source, row) : std::vector<RowRef>();
+    m_rowNumber = 0;
+    return m_rows.empty() ? 0 : 1;
+}
+
+int KorDetailTableDependencies::SetRowNr(int row) {
+    if (row < 0 || static_cast<std::size_t>(row) >= m_rows.size())
+        return 0;
+    m_rowNumber = static_cast<std::size_t>(row);
+    return 1;
+}
+
+RowRef KorDetailTableDependencies::currentRow() const {
+    return m_rows.empty() ? RowRef() : m_rows[m_rowNumber];
+}
+
+int KorDetailTableDependencies::storeRow(eTableType table, StructRecord& record, const KorOdbcKey& key) {
+    StyleDatabases& databases = StyleDatabases::current();
+    StyleSource* source = databases.here();
+    if (!source)
+        return StyleDatabases::kFailed;
+    if (!source->table(table).find(key))
+        return databases.append(table, record);
+    record.key = key;
+    databases.pending().beginGroup(record.name);
+    int result = StyleDatabases::kWritten;
+    for (const Column& column : findTable(table)->columns)
+        if (result == StyleDatabases::kWritten)
+            result = databases.setCell(table, key, column.number, column.read(&record));
+    databases.pending().endGroup();
+    return result;
+}
+
+int KorDetailTableDependencies::Save(StructDetailMaster& record, const KorOdbcKey& key) {
+    if (StyleSource* source = StyleDatabases::current().here()) {
+        record.key = key.isValid() ? key.getKey() : 0;
+        record.number = freeMasterNumber(*source, record);
+    }
+    return store(record, key);
+}
+
+int KorDetailTableDependencies::GetDefaultNameForRow(eTableType table, KorString& name) {
+    StyleSource* source = StyleDatabases::current().here();
+    if (!source || !findTable(table))
+        return 0;
+    name = freeName(*source, table, name);
+    return 1;
+}
+
+std::int32_t freeMasterNumber(StyleSource& source, const StructDetailMaster& master) {
+    const RowArray& rows = source.table(kTableDetailMaster).rows();
+    std::set<std::int32_t> taken;
+    for (int i = 0; i < rows.size(); ++i)
+        if (const auto& row = static_cast<const StructDetailMaster&>(rows.at(i));
+            row.detailKey == master.detailKey && row.key != master.key)
+            taken.insert(row.number);
+    std::int32_t number = master.number;
+    while (taken.contains(number))
+        ++number;
+    return number;
+}

@@ -1,0 +1,81 @@
+#include "data/text/SampleData.h"
+
+#include "data/text/TextForm.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+StoreResult systemFailure(const std::string& what, const fs::path& path, const std::error_code& error) {
+    return StoreResult::failure(what + " \"" + path.string() + "\" could not be written (" + error.message() +
+                                "); check the permissions and the free space.");
+}
+
+StoreResult makeFolder(const fs::path& folder) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    return error ? systemFailure("The folder", folder, error) : StoreResult();
+}
+
+StoreResult buildMissing(const fs::path& text, const fs::path& database) {
+    std::error_code error;
+    if (fs::exists(database, error))
+        return {};
+    const StoreResult result = buildDatabase(text.string(), database.string());
+    // Another program that starts at the same time may have made it meanwhile.
+    return !result && fs::exists(database, error) ? StoreResult() : result;
+}
+
+// By way of another name, so that nobody meets half a file.
+StoreResult copyMissing(const fs::path& from, const fs::path& to) {
+    std::error_code error;
+    if (fs::exists(to, error))
+        return {};
+    fs::path part = to;
+    part += ".new";
+    fs::copy_file(from, part, fs::copy_options::overwrite_existing, error);
+    if (!error)
+        fs::rename(part, to, error);
+    return error ? systemFailure("The file", to, error) : StoreResult();
+}
+
+StoreResult copyFiles(const fs::path& from, const fs::path& to) {
+    StoreResult result = makeFolder(to);
+    std::error_code error;
+    for (const auto& entry : fs::directory_iterator(from, error))
+        if (result && entry.is_regular_file(error))
+            result = copyMissing(entry.path(), to / entry.path().filename());
+    return result;
+}
+
+// The database comes first: a folder counts as an add-in as soon as its description lies in it.
+StoreResult buildAddIn(const fs::path& from, const fs::path& to) {
+    StoreResult result = makeFolder(to);
+    if (result)
+        result = buildMissing(from / "styles", to / "styles.dsdb");
+    return result ? copyFiles(from, to) : result;
+}
+
+} // namespace
+
+StoreResult buildSampleData(const std::string& resourceFolder, const std::string& dataFolder) {
+    const fs::path samples = fs::path(resourceFolder) / "samples";
+    const fs::path data = dataFolder;
+    std::error_code error;
+    if (!fs::is_directory(samples, error))
+        return StoreResult::failure(
+            "The folder \"" + samples.string() +
+            "\" with the definitions to begin with is missing; install the program again.");
+    StoreResult result = makeFolder(data);
+    if (result)
+        result = buildMissing(samples / "standard", data / "standard.dsdb");
+    if (result)
+        result = buildMissing(samples / "user", data / "user.dsdb");
+    for (const auto& entry : fs::directory_iterator(samples / "addins", error))
+        if (result && entry.is_directory(error))
+            result = buildAddIn(entry.path(), data / "addins" / entry.path().filename());
+    return result ? copyFiles(samples / "Shared" / "Support", data / "Shared" / "Support") : result;
+}

@@ -1,0 +1,252 @@
+#include "StoreTestSupport.h"
+
+#include <unistd.h>
+
+namespace {
+
+using enum SqliteStore::eMode;
+using Scale = StructScale;
+using View = StructDetViewRequest;
+
+// File permissions don't bind root; so the tests work as nobody in particular where they run as root.
+class OrdinaryUser {
+public:
+    OrdinaryUser() { EXPECT_EQ(m_wasRoot ? seteuid(65534) : 0, 0); }
+    ~OrdinaryUser() { EXPECT_EQ(m_wasRoot ? seteuid(0) : 0, 0); }
+
+private:
+    bool m_wasRoot = geteuid() == 0;
+};
+
+class StoreBadInput : public testing::Test {
+protected:
+    // Opening must fail with a sentence that names the file and holds the phrase, and touch nothing.
+    void expectRefused(const std::string& path, const std::string& phrase) {
+        const std::string before = std::filesystem::is_regular_file(path) ? bytesOf(path) : "";
+        const int files = m_folder.count();
+        for (const auto mode : {kRead, kWrite}) {
+            const OpenedStore opened = SqliteStore::open(path, mode);
+            EXPECT_EQ(opened.store, nullptr) << phrase;
+            EXPECT_TRUE(mentions(opened.message, phrase) && mentions(opened.message, path)) << opened.message;
+        }
+        EXPECT_FALSE(integrityFindings(path).empty());
+        EXPECT_EQ(std::filesystem::is_regular_file(path) ? bytesOf(path) : "", before);
+        EXPECT_EQ(m_folder.count(), files);
+    }
+    void expectReadOnly(const std::string& path, const std::string& phrase) {
+        const OpenedStore opened = SqliteStore::open(path, kWrite);
+        ASSERT_NE(opened.store, nullptr);
+        EXPECT_TRUE(mentions(opened.message, phrase) && mentions(opened.message, path)) << opened.message;
+        EXPECT_TRUE(opened.store->isReadOnly());
+        EXPECT_EQ(rowsOf<View>(*opened.store).size(), 5);
+        EXPECT_FALSE(opened.store->begin());
+    }
+    std::unique_ptr<SqliteStore> open(const std::string& path) {
+        OpenedStore opened = SqliteStore::open(path, kWrite);
+        EXPECT_EQ(opened.message, "");
+        return std::move(opened.store);
+    }
+
+    StoreFolder m_folder;
+};
+
+StoreResult applyTo(StyleStore& store, const TableChange& change, std::vector<StoreConflict>& conflicts) {
+    EXPECT_EQ(store.begin().error, "");
+    const StoreResult result = store.apply(change, conflicts);
+    return result && conflicts.empty() ? store.commit() : (store.rollback(), result);
+}
+
+} // namespace
+
+TEST_F(StoreBadInput, FilesThatAreNoStyleDatabaseAreRefused) {
+    expectRefused(m_folder.file("missing.dsdb"), "does not exist");
+    expectRefused(m_folder.path(), "is not a file");
+    writeBytes(m_folder.file("empty.dsdb"), "");
+    expectRefused(m_folder.file("empty.dsdb"), "is empty");
+    writeBytes(m_folder.file("text.dsdb"), "Dear customer,");
+    expectRefused(m_folder.file("text.dsdb"), "not a database");
+    writeBytes(m_folder.file("long.dsdb"), std::string(5000, 'x'));
+    expectRefused(m_folder.file("long.dsdb"), "not a database");
+    OtherProgram(m_folder.file("photos.dsdb")).run("CREATE TABLE photo (id)");
+    expectRefused(m_folder.file("photos.dsdb"), "another program");
+    const std::string path = makeDatabase(m_folder.file("newer.dsdb"), 1);
+    OtherProgram(path).run("PRAGMA user_version = 2");
+    expectRefused(path, "newer version");
+}
+
+TEST_F(StoreBadInput, DamagedFilesAreRefused) {
+    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 2000);
+    const std::string whole = bytesOf(path);
+    writeBytes(path, whole.substr(0, whole.size() / 2));
+    expectRefused(path, "damaged");
+    std::string scratched = whole;
+    scratched.replace(scratched.size() - 6000, 4000, 4000, '\x5A');
+    writeBytes(path, scratched);
+    expectRefused(path, "damaged");
+    writeBytes(path, whole);
+    EXPECT_TRUE(integrityFindings(path).empty());
+}
+
+TEST_F(StoreBadInput, LockedFilesAreTold) {
+    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
+    OtherProgram other(path);
+    other.run("BEGIN EXCLUSIVE");
+    expectRefused(path, "locked by another program");
+    other.run("COMMIT");
+    const auto store = open(path);
+    other.run("BEGIN IMMEDIATE");
+    EXPECT_TRUE(mentions(store->begin().error, "locked by another program"));
+    other.run("COMMIT; BEGIN; SELECT * FROM view_request");
+    std::vector<StoreConflict> conflicts;
+    EXPECT_TRUE(mentions(applyTo(*store, ofViews({newScale(1, 11, 2)}), conflicts).error, "locked"));
+    other.run("COMMIT");
+    EXPECT_EQ(applyTo(*store, ofViews({newScale(1, 11, 2)}), conflicts).error, "");
+}
+
+TEST_F(StoreBadInput, WhatMayNotBeWrittenIsReadWithoutATrace) {
+    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
+    const auto allow = [](const std::filesystem::path& what, unsigned mode) {
+        std::filesystem::permissions(what, std::filesystem::perms(mode));
+    };
+    allow(path, 0444);
+    {
+        const OrdinaryUser user;
+        expectReadOnly(path, "may not be written");
+    }
+    allow(path, 0666);
+    allow(m_folder.path(), 0555);
+    {
+        const OrdinaryUser user;
+        expectReadOnly(path, "folder");
+        EXPECT_TRUE(mentions(SqliteStore::create(m_folder.file("new.dsdb")).error, "cannot be written"));
+        EXPECT_NE(SqliteStore::open(path, kRead).store, nullptr);
+        EXPECT_EQ(m_folder.count(), 1);
+    }
+    allow(path, 0000);
+    {
+        const OrdinaryUser user;
+        EXPECT_TRUE(mentions(SqliteStore::open(path, kRead).message, "may not be read"));
+    }
+    allow(path, 0644);
+    EXPECT_TRUE(mentions(SqliteStore::create(m_folder.file("none/new.dsdb")).error, "does not exist"));
+}
+
+TEST_F(StoreBadInput, WriteAheadModeIsLeftWhereThatIsAllowed) {
+    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
+    OtherProgram(path).run("PRAGMA journal_mode = WAL");
+    const std::string before = bytesOf(path);
+    EXPECT_TRUE(mentions(SqliteStore::open(path, kRead).message, "write-ahead"));
+    EXPECT_EQ(bytesOf(path), before);
+    EXPECT_EQ(m_folder.count(), 1);
+    EXPECT_EQ(rowsOf<View>(*open(path)).size(), 5);
+    EXPECT_NE(SqliteStore::open(path, kRead).store, nullptr);
+    EXPECT_EQ(m_folder.count(), 1);
+}
+
+TEST_F(StoreBadInput, MissingTablesAndColumnsAreToldAndNotWritten) {
+    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
+    OtherProgram(path).run("DROP TABLE linetype; CREATE VIEW linetype AS SELECT 1 AS key, 'x' AS name;"
+                           "ALTER TABLE view_request DROP COLUMN scale");
+    const auto store = open(path);
+    std::vector<ReadProblem> problems;
+    EXPECT_EQ(rowsOf<StructLinetypes>(*store, &problems).size(), 0);
+    ASSERT_EQ(problems.size(), 1u);
+    EXPECT_TRUE(mentions(problems[0].sentence, "no table \"linetype\"") &&
+                mentions(problems[0].sentence, path));
+    const auto views = rowsOf<View>(*store, &problems);
+    EXPECT_EQ(views.at(4).scale, View().scale);
+    EXPECT_EQ(views.at(4).name, KorString("Front view 5"));
+    ASSERT_EQ(problems.size(), 1u);
+    EXPECT_TRUE(mentions(problems[0].sentence, "no column \"scale\""));
+
+    std::vector<StoreConflict> conflicts;
+    EXPECT_TRUE(mentions(applyTo(*store, ofViews({newScale(1, 0, 1)}), conflicts).error, "no column"));
+    Rows<StructLinetypes> line;
+    line.append().key = 1;
+    EXPECT_TRUE(mentions(applyTo(*store, appending(line), conflicts).error, "no table"));
+    Rows<View> added;
+    added.append().key = 6;
+    EXPECT_EQ(applyTo(*store, appending(added), conflicts).error, "");
+    added.at(0).key = 7;
+    added.at(0).scale += 1;
+    EXPECT_TRUE(mentions(applyTo(*store, appending(added), conflicts).error, "no column"));
+}
+
+TEST_F(StoreBadInput, CellsThatDoNotFitAreToldAndCanBeMended) {
+    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 0);
+    OtherProgram(path).run(
+        "DROP TABLE scale; CREATE TABLE scale (key, name, factor, unit_type, \"group\");"
+        "INSERT INTO scale VALUES (1, '1:10', 'ten', 1, 1), (1, 'again', 1, 1, 1),"
+        "(-3, 'negative', 1, 1, 1), ('x', 'no key', 1, 1, 1), (5000000000, 'far', 1, 1, 1),"
+        "(2, CAST(x'41FF' AS TEXT), 20, 1.5, 99999999999), (3, x'41', 9e999, 1, NULL),"
+        "(4, 'Größe', 3, 7, -1)");
+    auto store = open(path);
+    std::vector<ReadProblem> problems;
+    auto rows = rowsOf<Scale>(*store, &problems);
+    ASSERT_EQ(rows.size(), 4);
+    EXPECT_EQ(rows.at(0).factor, Scale().factor);
+    EXPECT_EQ(rows.at(1).factor, 20);
+    EXPECT_EQ(rows.at(1).unitType, Scale().unitType);
+    EXPECT_EQ(rows.at(3).factor, 3);
+    EXPECT_EQ(rows.at(3).unitType, 7);
+    ASSERT_EQ(problems.size(), 12u);
+    for (const ReadProblem& problem : problems)
+        EXPECT_TRUE(mentions(problem.sentence, path) && mentions(problem.sentence, "scale"))
+            << problem.sentence;
+    EXPECT_EQ(std::ranges::count(problems, true, &ReadProblem::kept), 1);
+
+    const TableSchema& table = schemaOf<Scale>();
+    const Column* factor = table.column("factor");
+    const TableChange mend{&table, {{1, factor, Scale().factor, 10.0}}, {}, {}};
+    std::vector<StoreConflict> conflicts;
+    OtherProgram(path).run("UPDATE scale SET factor = 'nine' WHERE name = '1:10'");
+    applyTo(*store, mend, conflicts);
+    ASSERT_EQ(conflicts.size(), 1u);
+    EXPECT_EQ(conflicts[0].stored, "\"nine\"");
+    rowsOf<Scale>(*store, &problems);
+    conflicts.clear();
+    EXPECT_EQ(applyTo(*store, mend, conflicts).error, "");
+    EXPECT_TRUE(conflicts.empty());
+    EXPECT_EQ(applyTo(*store, {&table, {{1, factor, 10.0, 11.0}}, {}, {}}, conflicts).error, "");
+    EXPECT_TRUE(conflicts.empty());
+    EXPECT_EQ(rowsOf<Scale>(*store, &problems).at(0).factor, 11);
+}
+
+TEST_F(StoreBadInput, AThousandBadCellsMakeAFewSentences) {
+    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 1000);
+    OtherProgram(path).run("UPDATE view_request SET compass = 'north'");
+    std::vector<ReadProblem> problems;
+    EXPECT_EQ(rowsOf<View>(*open(path), &problems).size(), 1000);
+    EXPECT_LT(problems.size(), 30u);
+    EXPECT_TRUE(mentions(problems.back().sentence, std::to_string(1000 - (problems.size() - 1)) + " more"));
+}
+
+TEST_F(StoreBadInput, TriggersInAFileDoNothing) {
+    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
+    OtherProgram(path).run(
+        "CREATE TRIGGER t AFTER UPDATE ON view_request BEGIN DELETE FROM view_request; END");
+    const auto store = open(path);
+    std::vector<StoreConflict> conflicts;
+    EXPECT_EQ(applyTo(*store, ofViews({newScale(1, 11, 2)}), conflicts).error, "");
+    EXPECT_EQ(rowsOf<View>(*store).size(), 5);
+}
+
+TEST_F(StoreBadInput, ANewFileAppearsWholeOrNotAtAll) {
+    const std::string path = makeDatabase(m_folder.file("export.dsdb"), 5);
+    const auto fails = [](StyleStore&) { return StoreResult::failure("no rows"); };
+    EXPECT_EQ(SqliteStore::createWith(path, fails).error, "no rows");
+    EXPECT_EQ(rowsOf<View>(*open(path)).size(), 5);
+    EXPECT_TRUE(mentions(SqliteStore::create(path).error, "exists already"));
+    {
+        const auto inUse = open(path);
+        EXPECT_TRUE(mentions(SqliteStore::createWith(path, {}).error, "is open in this program"));
+    }
+    writeBytes(path + "-journal", "left over");
+    EXPECT_TRUE(mentions(SqliteStore::createWith(path, {}).error, "interrupted change"));
+    std::filesystem::remove(path + "-journal");
+    std::filesystem::create_symlink(path, m_folder.file("link.dsdb"));
+    EXPECT_EQ(SqliteStore::createWith(m_folder.file("link.dsdb"), {}).error, "");
+    EXPECT_TRUE(std::filesystem::is_symlink(m_folder.file("link.dsdb")));
+    EXPECT_EQ(rowsOf<View>(*open(path)).size(), 0);
+    EXPECT_EQ(m_folder.count(), 2);
+}

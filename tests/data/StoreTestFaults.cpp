@@ -1,0 +1,123 @@
+#include "FaultVfs.h"
+#include "StoreTestSupport.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+// A process that dies and a disk that fills up at any moment of a commit.
+
+namespace {
+
+constexpr int kViews = 2000;
+
+TableChange doubledScales(bool growing) {
+    TableChange change = ofViews({});
+    const Column* text = change.table->column("callout_title_template");
+    for (int i = 1; i <= kViews; ++i) {
+        change.cells.push_back(newScale(i, 10.0 + i, 2 * (10.0 + i)));
+        if (growing)
+            change.cells.push_back({i, text, KorString("Scale 1:10"), KorString(std::string(200, 'x'))});
+    }
+    return change;
+}
+
+StoreResult write(StyleStore& store, const TableChange& change) {
+    std::vector<StoreConflict> conflicts;
+    StoreResult result = store.begin();
+    if (result)
+        result = store.apply(change, conflicts);
+    if (result)
+        return store.commit();
+    store.rollback();
+    return result;
+}
+
+// How many views have their new scale; every other one must have its old scale.
+int countDoubled(StyleStore& store) {
+    const auto rows = rowsOf<StructDetViewRequest>(store);
+    EXPECT_EQ(rows.size(), kViews);
+    int doubled = 0;
+    for (int i = 0; i < rows.size(); ++i) {
+        const double old = 10.0 + rows.at(i).key;
+        EXPECT_TRUE(rows.at(i).scale == old || rows.at(i).scale == 2 * old);
+        doubled += rows.at(i).scale == 2 * old;
+    }
+    return doubled;
+}
+
+std::unique_ptr<SqliteStore> opened(const std::string& path) {
+    OpenedStore result = SqliteStore::open(path, SqliteStore::eMode::kWrite);
+    EXPECT_EQ(result.message, "");
+    return std::move(result.store);
+}
+
+// Returns whether the process that commits lived to the end.
+bool commitInProcessKilledAt(int operation, const std::string& path) {
+    const pid_t child = fork();
+    if (child == 0) {
+        const FaultVfs faults(operation, FaultVfs::eFault::kKill);
+        OpenedStore result = SqliteStore::open(path, SqliteStore::eMode::kWrite);
+        _exit(result.store && write(*result.store, doubledScales(false)) ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == 0);
+    return !WIFSIGNALED(status);
+}
+
+} // namespace
+
+TEST(StoreFaults, AProcessKilledWhileCommittingLeavesAllOrNothing) {
+    const StoreFolder folder;
+    const std::string path = folder.file("user.dsdb");
+    const std::string before = bytesOf(makeDatabase(path, kViews));
+    int untouched = 0;
+    int kept = 0;
+    int interrupted = 0;
+    for (int operation = 1; kept < 2; ++operation) {
+        const bool finished = commitInProcessKilledAt(operation, path);
+        const OpenedStore reader = SqliteStore::open(path, SqliteStore::eMode::kRead);
+        if (!reader.store) {
+            EXPECT_TRUE(mentions(reader.message, "interrupted")) << reader.message;
+            ++interrupted;
+        }
+        auto store = opened(path);
+        ASSERT_NE(store, nullptr);
+        const int doubled = countDoubled(*store);
+        ASSERT_TRUE(doubled == 0 || doubled == kViews) << doubled << " of the rows, killed at " << operation;
+        ASSERT_TRUE(!finished || doubled == kViews);
+        ASSERT_TRUE(store->integrityFindings().empty());
+        (doubled ? kept : untouched) += 1;
+        store.reset();
+        if (doubled)
+            writeBytes(path, before);
+    }
+    EXPECT_GT(untouched, 100);
+    EXPECT_GT(interrupted, 10);
+}
+
+TEST(StoreFaults, AFullDiskIsToldAndLosesNothing) {
+    const StoreFolder folder;
+    const std::string path = makeDatabase(folder.file("user.dsdb"), kViews);
+    const TableChange change = doubledScales(true);
+    int refused = 0;
+    for (int operation = 1;; operation += 10) {
+        const FaultVfs faults(operation, FaultVfs::eFault::kDiskFull);
+        const auto store = opened(path);
+        const StoreResult result = write(*store, change);
+        if (result)
+            break;
+        ++refused;
+        ASSERT_TRUE(mentions(result.error, "disk is full") && mentions(result.error, path)) << result.error;
+        ASSERT_EQ(countDoubled(*store), 0);
+    }
+    EXPECT_GT(refused, 10);
+    EXPECT_EQ(countDoubled(*opened(path)), kViews);
+
+    const FaultVfs faults(1, FaultVfs::eFault::kDiskFull);
+    const std::string old = bytesOf(path);
+    EXPECT_TRUE(mentions(SqliteStore::create(folder.file("new.dsdb")).error, "disk is full"));
+    EXPECT_TRUE(mentions(SqliteStore::createWith(path, {}).error, "disk is full"));
+    EXPECT_EQ(folder.count(), 1);
+    EXPECT_EQ(bytesOf(path), old);
+}

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "data/schema/TableDeclarations.h"
+#include "data/store/SqliteStore.h"
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+/// A folder that lasts as long as the test.
+class StoreFolder {
+public:
+    StoreFolder() {
+        std::string pattern = std::filesystem::temp_directory_path() / "stores-XXXXXX";
+        m_path = mkdtemp(pattern.data());
+        std::filesystem::permissions(m_path, std::filesystem::perms(0755));
+    }
+    ~StoreFolder() {
+        std::filesystem::permissions(m_path, std::filesystem::perms(0755));
+        std::filesystem::remove_all(m_path);
+    }
+    std::string file(const std::string& name) const { return m_path / name; }
+    const std::filesystem::path& path() const { return m_path; }
+    int count() const {
+        return static_cast<int>(std::distance(std::filesystem::directory_iterator(m_path), {}));
+    }
+
+private:
+    std::filesystem::path m_path;
+};
+
+inline std::string bytesOf(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+inline void writeBytes(const std::string& path, const std::string& bytes) {
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+/// Another program at work on a database file.
+class OtherProgram {
+public:
+    explicit OtherProgram(const std::string& path) { sqlite3_open(path.c_str(), &m_db); }
+    ~OtherProgram() { sqlite3_close_v2(m_db); }
+    void run(const std::string& sql) {
+        char* error = nullptr;
+        sqlite3_exec(m_db, sql.c_str(), nullptr, nullptr, &error);
+        EXPECT_EQ(error, nullptr) << error << " in " << sql;
+        sqlite3_free(error);
+    }
+
+private:
+    sqlite3* m_db = nullptr;
+};
+
+template <typename R>
+using Rows = TypedRowArray<R>;
+
+template <typename R>
+const TableSchema& schemaOf() {
+    return *findTable(tableOf<R>);
+}
+
+template <typename R>
+Rows<R> rowsOf(StyleStore& store, std::vector<ReadProblem>* problems = nullptr) {
+    Rows<R> rows;
+    std::vector<ReadProblem> found;
+    EXPECT_EQ(store.readTable(schemaOf<R>(), rows, found).error, "");
+    if (problems)
+        *problems = found;
+    else
+        EXPECT_TRUE(found.empty()) << found.front().sentence;
+    return rows;
+}
+
+/// `count` view requests, filled so that each row differs.
+inline Rows<StructDetViewRequest> someViews(int count) {
+    Rows<StructDetViewRequest> rows;
+    for (int i = 1; i <= count; ++i) {
+        StructDetViewRequest& view = rows.append();
+        view.key = i;
+        view.name = "Front view " + std::to_string(i);
+        view.scale = 10.0 + i;
+        view.calloutTitleTemplate = "Scale 1:10";
+    }
+    return rows;
+}
+
+template <typename R>
+TableChange appending(const Rows<R>& rows) {
+    TableChange change{&schemaOf<R>(), {}, {}, {}};
+    for (int i = 0; i < rows.size(); ++i)
+        change.appended.push_back(&rows.at(i));
+    return change;
+}
+
+inline std::string makeDatabase(const std::string& path, int views) {
+    const auto rows = someViews(views);
+    const StoreResult made = SqliteStore::createWith(path, [&](StyleStore& store) {
+        std::vector<StoreConflict> conflicts;
+        return store.apply(appending(rows), conflicts);
+    });
+    EXPECT_EQ(made.error, "");
+    return path;
+}
+
+/// A change of the scale of one view.
+inline CellChange newScale(std::int32_t key, double stored, double wanted) {
+    return {key, schemaOf<StructDetViewRequest>().column("scale"), stored, wanted};
+}
+
+inline TableChange ofViews(std::vector<CellChange> cells) {
+    return {&schemaOf<StructDetViewRequest>(), std::move(cells), {}, {}};
+}
+
+inline bool mentions(const std::string& sentence, const std::string& phrase) {
+    return sentence.find(phrase) != std::string::npos;
+}

@@ -1,0 +1,153 @@
+#include "data/text/TextForm.h"
+#include "base/LabelFormat.h"
+#include "data/schema/TableDeclarations.h"
+#include "data/store/SqliteStore.h"
+#include "data/text/SampleData.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class TextFormTest : public testing::Test {
+protected:
+    TextFormTest() : m_folder(testing::TempDir() + "textform_" + std::to_string(getpid())) {
+        fs::remove_all(m_folder);
+        fs::create_directories(m_folder);
+    }
+    ~TextFormTest() override { fs::remove_all(m_folder); }
+
+    std::string path(const std::string& name) const { return (m_folder / name).string(); }
+
+    std::string write(const std::string& name, const std::string& text) const {
+        fs::create_directories(fs::path(path(name)).parent_path());
+        std::ofstream(path(name), std::ios::binary) << text;
+        return path(name);
+    }
+
+    TableRows stored(const std::string& database) const {
+        TableRows rows;
+        const OpenedStore opened = SqliteStore::open(database, SqliteStore::eMode::kRead);
+        std::vector<ReadProblem> problems;
+        EXPECT_TRUE(opened.store) << opened.message;
+        EXPECT_TRUE(opened.store && rows.readFrom(*opened.store, problems));
+        EXPECT_TRUE(problems.empty()) << problems.front().sentence;
+        return rows;
+    }
+
+    fs::path m_folder;
+};
+
+template <typename R>
+R& append(TableRows& rows, std::int32_t key, const char* name) {
+    R& record = static_cast<R&>(rows.of(tableOf<R>).append());
+    record.key = key;
+    record.name = name;
+    return record;
+}
+
+void expectEqual(const TableRows& a, const TableRows& b) {
+    for (const TableSchema& table : allTables()) {
+        const RowArray& rowsA = a.of(table.type);
+        const RowArray& rowsB = b.of(table.type);
+        ASSERT_EQ(rowsA.size(), rowsB.size()) << table.name;
+        for (int i = 0; i < rowsA.size(); ++i)
+            EXPECT_TRUE(rowsA.equal(rowsA.at(i), rowsB.at(i)))
+                << table.name << " " << rowsA.at(i).name.view();
+    }
+}
+
+} // namespace
+
+TEST_F(TextFormTest, ReadsWhatPeopleWriteInAnyOrderOfFilesAndSections) {
+    write("text/a.txt", "\xEF\xBB\xBF# styles\r\n\r\n[detail_style]\r\n"
+                        "name | description     | views\r\n"
+                        "Base | a \\| b\\n\\\\c;d | Top; ; A\\;B; <9>\r\n"
+                        "#Comment | |\r\n"
+                        "Pole |\r\n");
+    write("text/b.txt", "[view_request]\nname|scale|used_for_cuts_and_callouts\nTop | 1/48 |\n  A;B|0.5|1\n\n"
+                        "[linetype]\nfile_path | key | name\n | 7 | Straße\n a\\\\b.lin | 9 |\n"
+                        "[length_clip]\nname | linetype | gap\nAll | Straße | 2.5e1\nDefault | |\n");
+    write("text/readme.md", "no definitions");
+    ASSERT_EQ(buildDatabase(path("text"), path("x.dsdb")).error, "");
+    const TableRows rows = stored(path("x.dsdb"));
+    const auto& style = static_cast<const StructDetailStyle&>(rows.of(kTableDetailStyle).at(0));
+    EXPECT_EQ(rows.of(kTableDetailStyle).size(), 2);
+    EXPECT_EQ(style.description, "a | b\n\\c;d");
+    EXPECT_EQ(style.titlePosition, StructDetailStyle().titlePosition);
+    EXPECT_EQ(style.getLengthItems(), 4);
+    EXPECT_EQ(style.getViewRequestAt(0), 1);
+    EXPECT_EQ(style.getViewRequestAt(1), 0);
+    EXPECT_EQ(style.getViewRequestAt(2), 2);
+    EXPECT_EQ(style.getViewRequestAt(3), 9);
+    EXPECT_EQ(static_cast<const StructDetViewRequest&>(rows.of(kTableViewRequest).at(0)).scale, 1.0 / 48);
+    EXPECT_EQ(static_cast<const StructLinetypes&>(rows.of(kTableLinetypes).at(1)).filePath, "a\\b.lin");
+    const auto& clip = static_cast<const StructDetViewLengthClip&>(rows.of(kTableLengthClip).at(0));
+    EXPECT_EQ(clip.linetypeKey, 7);
+    EXPECT_EQ(clip.gap, 25.0);
+    EXPECT_EQ(static_cast<const StructDetViewLengthClip&>(rows.of(kTableLengthClip).at(1)).linetypeKey, -1);
+}
+
+TEST_F(TextFormTest, WrittenRowsReadBackExactly) {
+    TableRows rows;
+    auto& hatch = append<StructDetHatchSettings>(rows, 3, "[x]");
+    hatch.pattern = "";
+    hatch.angle = 0.1 + 0.2;
+    hatch.spacing = 1e-300;
+    append<StructDetHatchSettings>(rows, 8, "").pattern = " <a>|b;\\c\t\r\n ";
+    append<StructDetViewRequest>(rows, 1, "<1>").compassKey = -2147483647;
+    append<StructDetViewRequest>(rows, 2, "same; name");
+    append<StructDetViewRequest>(rows, 5, "twice").areaTypeKey = 77;
+    append<StructDetViewRequest>(rows, 6, "twice");
+    append<StructDetailStyle>(rows, 1, "#1").viewRequests = {1, 0, 2, 5, -4, 0};
+    append<StructDetailStyle>(rows, 2, "key").viewRequests.back() = 6;
+    append<StructDetViewLengthClip>(rows, 1, "clip").clippingTypeKey = 0;
+    append<StructDetObjReprMapKey>(rows, 1, "");
+    append<StructDetObjReprMapKey>(rows, 2, "");
+    ASSERT_EQ(writeTextForm(rows, path("rows.txt")).error, "");
+    TableRows back;
+    ASSERT_EQ(readTextForm(path("rows.txt"), back).error, "");
+    expectEqual(rows, back);
+}
+
+TEST_F(TextFormTest, ErrorsNameFileLineAndFault) {
+    const std::pair<const char*, const char*> faults[] = {
+        {"\n[detail_stile]\n", "line 2: there is no table \"detail_stile\""},
+        {"name\n", "line 1: the line stands in no section"},
+        {"[bitmap]\nname | resourse\n", "line 2: the table \"bitmap\" has no column \"resourse\""},
+        {"[bitmap]\nname | name\n", "line 2: the column \"name\" is named twice"},
+        {"[bitmap]\nname | resource\nA | 1 | 2\n", "line 3: the row has 3 fields for 2 columns"},
+        {"[bitmap]\nname | resource\nA | 1\nA | 2\n", "line 4: there is already a bitmap called \"A\""},
+        {"[bitmap]\nname | resource\n | 1\n", "line 3: the bitmap has no name"},
+        {"[bitmap]\nname | resource\nA | 1.5\n", "line 3: \"1.5\" is no number for the column \"resource\""},
+        {"[bitmap]\nname | resource\nA | 3000000000\n", "line 3: \"3000000000\" is no number"},
+        {"[scale]\nname | factor\nA | 1/0\n", "line 3: \"1/0\" is no number for the column \"factor\""},
+        {"[scale]\nname | factor\nA | 0,5\n", "line 3: \"0,5\" is no number"},
+        {"[scale]\nname | factor\nA | nan\n", "line 3: \"nan\" is no number"},
+        {"[scale]\nname | group\nA | <x>\n", "line 3: \"<x>\" is no key"},
+        {"[scale]\nname | group\nA |\nB | Nowhere\n", "line 4: there is no scale group called \"Nowhere\""},
+        {"[bitmap]\nkey | name\n2 | A\n2 | B\n", "line 4: the key 2 does not follow 2"},
+        {"[bitmap]\nkey | name\n0 | A\n", "line 3: \"0\" is no key"},
+        {"[bitmap]\nname\nA\\q\n", "line 3: the text \"A\\q\" has a backslash that means nothing"},
+        {"[bitmap]\nname\nA\xC3\n", "line 3: the line is not UTF-8"},
+        {"[clipping_type]\nname | pictures\nA | 1; 2; 3; 4; 5\n",
+         "line 3: the column \"pictures\" takes at most 4"},
+        {"[bitmap]\nkey | name\n1 | A\n2 | A\n[bitmap_index]\nname | bitmap\nx | A\n",
+         "line 7: there are several rows \"A\""},
+    };
+    for (const auto& [text, expected] : faults) {
+        const std::string file = write("faulty/x.txt", text);
+        const StoreResult result = buildDatabase(path("faulty"), path("y.dsdb"));
+        EXPECT_TRUE(result.error.starts_with("\"" + file + "\", " + expected)) << result.error;
+    }
+    EXPECT_FALSE(fs::exists(path("y.dsdb")));
+    fs::remove(path("faulty/x.txt"));
+    TableRows rows;
+    EXPECT_NE(readTextForm(path("faulty"), rows).error.find("holds no definitions"), std::string::npos);
+    EXPECT_NE(readTextForm(path("none.txt"), rows).error.find("cannot be read"), std::string::npos);
+}
