@@ -1,5 +1,6 @@
 #include "pages/LabelDesignerSetup.h"
 
+#include "controls/KorQt.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "data/KorODBCDetStyle.h"
 #include "data/KorScales.h"
@@ -30,7 +31,7 @@ void LabelDesignerSetup::apply(VELLabelDesignerCtrlWrap& designer, int objectTyp
 
 void LabelDesignerSetup::applySource(VELLabelDesignerCtrlWrap& designer) {
     const KorUnitsManager& units = getUnitsOfCurrentDatabase();
-    designer.SetGUIIUnits([&units](double size) { return units.format(size, KorUnitsManager::kPaper); });
+    designer.SetGUIIUnits([&units](double size) { return toQt(units.format(size, KorUnitsManager::kPaper)); });
     designer.SetDefaultFont(creationDefault("TextFont", KorString("Arial")));
     designer.SetDefaultSize(creationDefault("TitleHeight", 5.0));
     designer.SetDefaultColor(creationDefault("TitleColor", 3));

@@ -77,11 +77,11 @@ private:
     KorDSMSectionTree& tree(eViewSections section) { return *slot(section).tree; }
     void fillSourceCombo(eViewSections section);
     void addGroupsToCombo(VELComboTree& combo, KorDSMDatabaseItem& addIn, const KorString& parentPath);
+    KorString comboPath(eViewSections section, const KorDSMDatabaseItem* node) const;
     void showSection(bool restoreCombo);
     void fillTree(eViewSections section);
     KorDsmAddInContentItem* currentSourceNode(eViewSections section);
     void onSourceChosen(eViewSections section, void* data);
-    void setFullTree(bool on);
     void rebuildTrees();
     void onOption(int index, bool checked);
 

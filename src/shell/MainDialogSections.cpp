@@ -43,6 +43,24 @@ void KorDSMMainDialog::addGroupsToCombo(VELComboTree& combo, KorDSMDatabaseItem&
                        group->m_IconIndex, group);
 }
 
+// The combo's path of a database, add-in or group. A single content node has no level of its own.
+KorString KorDSMMainDialog::comboPath(eViewSections section, const KorDSMDatabaseItem* node) const {
+    const KorArray<KorDSMDatabaseItem*>& databases = m_structure.getSection(section)->children();
+    KorString path;
+    for (const KorDSMDatabaseItem* step = node; step && step->m_pParent; step = step->m_pParent) {
+        const bool isOnlyContent = step->m_Type == kAddInContent && step->m_pParent->children().length() == 1;
+        if (isOnlyContent)
+            continue;
+        const bool isDatabase = step->m_Type == kDatabaseContent;
+        const KorString name = isDatabase
+                                   ? Prompts::getPrompt("UPS", step == databases[0] ? 21021 : 21022)
+                                   : step->getDisplayName();
+        path = path.isEmpty() ? name
+                              : KorString::format("%s%s%s", {name, VELComboTree::GetPathDelimiter(), path});
+    }
+    return path;
+}
+
 KorDsmAddInContentItem* KorDSMMainDialog::currentSourceNode(eViewSections section) {
     KorDsmSectionItem& node = *m_structure.getSection(section);
     KorDsmAddInContentItem* source = KorDSMItemPath::findAddIn(
@@ -92,7 +110,7 @@ void KorDSMMainDialog::showSection(bool restoreCombo) {
     }
     control->setDragAllowed(full);
     if (restoreCombo)
-        slot(section).combo->selectData(source);
+        slot(section).combo->selectPath(comboPath(section, source));
     if (control->selectedItem() != m_currentEntry || !m_currentEntry)
         onSelectionChanged(control->selectedItem());
 }
@@ -104,8 +122,8 @@ void KorDSMMainDialog::switchSection(eViewSections section) {
     showSection(true);
 }
 
-void KorDSMMainDialog::onSourceChosen(eViewSections section, void* data) {
-    auto* node = static_cast<KorDSMDatabaseItem*>(data);
+void KorDSMMainDialog::onSourceChosen(eViewSections section, void* nodeData) {
+    auto* node = static_cast<KorDSMDatabaseItem*>(nodeData);
     KorDsmAddInContentItem* source = node ? KorDSMItemPath::addInOf(*node) : nullptr;
     if (!source || m_structure.getShowFullTree())
         return;

@@ -148,7 +148,7 @@ void KorDSMMainDialog::rememberSelection(KorDSMDatabaseItem& item, KorTreeHandle
         return;
     KorDSMDatabaseItem* shown = group ? group : KorDSMItemPath::addInOf(item);
     if (shown)
-        slot(section).combo->selectData(shown);
+        slot(section).combo->selectPath(comboPath(section, shown));
 }
 
 SelectionFacts KorDSMMainDialog::factsOf(const KorDSMTreeItemData* data) {

@@ -109,6 +109,9 @@ void KorDSMMainDialog::setUpSections() {
                 if (m_currentEntry == entry)
                     m_currentEntry = nullptr;
             });
+        connect(combo, &VELComboTree::entrySelected, this, [this, section, combo](KorTreeHandle entry) {
+            onSourceChosen(section, combo->getEntryData(entry));
+        });
         connect(control, &KorTreeCtrl::selectionChanged, this, [this](KorTreeHandle entry) {
             if (m_handleSelection)
                 onSelectionChanged(entry);
