@@ -5,6 +5,7 @@
 #include "app/EditCommand.h"
 #include "app/ProgramStart.h"
 #include "data/store/Utf8.h"
+#include "services/KorHostReport.h"
 
 #include <CLI/CLI.hpp>
 
@@ -19,6 +20,7 @@ struct Wanted {
     std::string data;
     EditOptions edit;
     std::function<int(DataFolder&)> command;
+    bool opensFolder = true;
 };
 
 std::string kindList() {
@@ -105,6 +107,14 @@ void addSet(CLI::App& app, Wanted& wanted) {
     command->add_flag("--shared", options->shared, "Change the record although several others use it");
 }
 
+void addSamples(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<SamplesOptions>();
+    CLI::App* command = addCommand(app, wanted, "samples", "Build the sample databases where they are absent",
+                                   &samplesCommand, options);
+    command->add_option("DIR", options->folder, "Folder to build them in; the data folder without");
+    command->parse_complete_callback([&wanted] { wanted.opensFolder = false; });
+}
+
 void declare(CLI::App& app, Wanted& wanted) {
     app.description("Manages the detail styles of steel drawings in their databases.");
     app.set_version_flag("--version", std::string(DETAILSTYLES_VERSION));
@@ -118,6 +128,7 @@ void declare(CLI::App& app, Wanted& wanted) {
     addList(app, wanted);
     addShow(app, wanted);
     addSet(app, wanted);
+    addSamples(app, wanted);
 }
 
 bool areTextsClean(int argc, char** argv) {
@@ -127,10 +138,14 @@ bool areTextsClean(int argc, char** argv) {
 int run(int& argc, char** argv, const Wanted& wanted) {
     startServices();
     DataFolder folder(DataFolder::locate(wanted.data));
-    folder.open();
-    for (const KorString& problem : folder.problems())
-        Console::complain(problem);
-    return wanted.command ? wanted.command(folder) : openEditor(argc, argv, folder, wanted.edit);
+    if (wanted.opensFolder)
+        folder.open();
+    else
+        folder.takeReports();
+    std::ranges::for_each(folder.problems(), &Console::complain);
+    const int code = wanted.command ? wanted.command(folder) : openEditor(argc, argv, folder, wanted.edit);
+    std::ranges::for_each(KorHostReport::take(), &Console::complain);
+    return code;
 }
 
 } // namespace

@@ -42,8 +42,37 @@ struct SetOptions {
     bool shared = false; ///< write although several records show this row
 };
 
+struct ExportOptions {
+    RowOptions row{"detail-style", {}, {}};
+    std::string file;
+    bool overwrite = false;
+};
+
+struct ImportOptions {
+    std::string file;
+    bool json = false;
+};
+
+struct CheckOptions {
+    std::vector<std::string> files; ///< empty: the databases of the data folder
+    bool json = false;
+};
+
+struct SamplesOptions {
+    std::string folder; ///< empty: the data folder
+};
+
 /// The commands without a window. Each prints its result on standard output and sentences about what went
-/// wrong on standard error, and returns an `eExitCode`. `folder` is open.
+/// wrong on standard error, and returns an `eExitCode`. `folder` is open, except
+/// where samples are built or files checked.
 int listCommand(DataFolder& folder, const ListOptions& options);
 int showCommand(DataFolder& folder, const ShowOptions& options);
 int setCommand(DataFolder& folder, const SetOptions& options);
+/// Writes a detail style with all that it depends on into a database file of its own.
+int exportCommand(DataFolder& folder, const ExportOptions& options);
+/// Takes all detail styles of such a file into the User database.
+int importCommand(DataFolder& folder, const ImportOptions& options);
+/// Looks for damage, dangling references and unused records.
+int checkCommand(DataFolder& folder, const CheckOptions& options);
+/// Builds the sample databases where they are absent.
+int samplesCommand(DataFolder& folder, const SamplesOptions& options);

@@ -28,7 +28,9 @@ void DataFolder::open() {
 
     std::error_code error;
     if (fs::is_directory(m_folder, error)) {
+        takeReports();
         AddInManager::getInstance().scan(m_folder);
+        m_complete = !takeReports();
         openSource(SourceId::standard(), m_folder / "standard.dsdb");
         for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
             openSource(SourceId::addIn(addIn.id().number), addIn.database());
@@ -40,8 +42,13 @@ void DataFolder::open() {
                                "with sample databases by \"detailstyles samples\".",
                                {m_folder.string()}));
     }
-    for (const KorString& sentence : KorHostReport::take())
-        tell(sentence);
+    takeReports();
+}
+
+bool DataFolder::takeReports() {
+    const std::vector<KorString> sentences = KorHostReport::take();
+    m_problems.insert(m_problems.end(), sentences.begin(), sentences.end());
+    return !sentences.empty();
 }
 
 void DataFolder::openSource(SourceId id, const fs::path& file) {

@@ -18,10 +18,13 @@ public:
     /// empty one is made, if the folder may be written.
     void open();
 
+    /// Adds what the services have reported so far to the problems. Returns whether there was anything.
+    bool takeReports();
+
     const std::filesystem::path& path() const { return m_folder; }
     /// Sentences for the user, one for each thing that is wrong.
     const std::vector<KorString>& problems() const { return m_problems; }
-    /// Whether every database that should be there is open.
+    /// Whether every database and add-in that should be there is in use.
     bool isComplete() const { return m_complete; }
 
 private:

@@ -55,10 +55,12 @@ TEST(House, RoomsIncludeOnlyAlongTheListedEdges) {
             ++seen;
             const std::string header = match[1];
             const std::string target = header.substr(0, header.find('/'));
-            if (edges.contains(target) && header.find('/') != std::string::npos)
+            if (edges.contains(target) && header.find('/') != std::string::npos) {
                 EXPECT_TRUE(edges.at(room).contains(target)) << entry.path() << " includes " << header;
-            if (header.starts_with("Q"))
+            }
+            if (header.starts_with("Q")) {
                 EXPECT_TRUE(withWindows.contains(room)) << entry.path() << " includes " << header;
+            }
         }
     }
     EXPECT_GT(seen, 100);

@@ -93,6 +93,19 @@ StoreResult SqliteWriter::refuseMissing(const TableChange& change, const TableLa
     return {};
 }
 
+// Compares the row on which the statement stands with what it was.
+void SqliteWriter::tellRowDifferences(const TableSchema& table, const TableLayout& layout,
+                                      const SqliteStatement& select, const StructRecord& before,
+                                      std::vector<StoreConflict>& conflicts) const {
+    const auto stored = table.makeRows()->copyOf(nullptr);
+    std::vector<OddCell> odd;
+    SqliteRowReader(select, layout.present).read(*stored, &before, odd);
+    for (const Column* column : layout.present)
+        if (const CellValue now = column->read(stored.get()); now != column->read(&before))
+            conflicts.push_back(
+                {&table, before.key, column, displayText(now), "", displayText(column->read(&before))});
+}
+
 StoreResult SqliteWriter::deleteRow(const TableSchema& table, const TableLayout& layout,
                                     const StructRecord& record, std::vector<StoreConflict>& conflicts) {
     const SqliteStatement& select = prepared(selectSql(table, layout.present) + " WHERE \"key\" = ?");
@@ -105,14 +118,8 @@ StoreResult SqliteWriter::deleteRow(const TableSchema& table, const TableLayout&
     if (found != SQLITE_ROW)
         return m_database.failure(found);
     const std::size_t before = conflicts.size();
-    const auto stored = table.makeRows()->copyOf(nullptr);
-    std::vector<OddCell> odd;
-    SqliteRowReader(select, layout.present).read(*stored, &record, odd);
+    tellRowDifferences(table, layout, select, record, conflicts);
     select.reset();
-    for (const Column* column : layout.present)
-        if (column->read(stored.get()) != column->read(&record))
-            conflicts.push_back({&table, record.key, column, displayText(column->read(stored.get())), "",
-                                 displayText(column->read(&record))});
     if (conflicts.size() > before)
         return {};
     const SqliteStatement& remove =

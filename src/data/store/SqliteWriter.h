@@ -21,6 +21,9 @@ private:
     StoreResult refuseMissing(const TableChange& change, const TableLayout& layout) const;
     StoreResult deleteRow(const TableSchema& table, const TableLayout& layout, const StructRecord& record,
                           std::vector<StoreConflict>& conflicts);
+    void tellRowDifferences(const TableSchema& table, const TableLayout& layout,
+                            const SqliteStatement& select, const StructRecord& before,
+                            std::vector<StoreConflict>& conflicts) const;
     StoreResult insertRows(const TableChange& change, const TableLayout& layout,
                            std::vector<StoreConflict>& conflicts);
     StoreResult updateRows(const TableChange& change, std::vector<StoreConflict>& conflicts);

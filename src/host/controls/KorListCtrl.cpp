@@ -28,8 +28,13 @@ KorListCtrl::KorListCtrl(QWidget* parent) : QTreeView(parent), m_model(new KorLi
     setIconSize(QSize(16, 16));
     setSortingEnabled(true);
     header()->setSortIndicator(-1, Qt::AscendingOrder);
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &KorListCtrl::selectionChanged);
     connect(this, &QTreeView::doubleClicked, this,
             [this](const QModelIndex& index) { Q_EMIT itemActivated(index.row()); });
+}
+
+KorListCtrl::~KorListCtrl() {
+    selectionModel()->disconnect(this);
 }
 
 void KorListCtrl::setImageList(KorImageListPtr images) {
@@ -143,11 +148,6 @@ std::vector<int> KorListCtrl::selectedRows() const {
 int KorListCtrl::selectedRow() const {
     const std::vector<int> rows = selectedRows();
     return rows.empty() ? -1 : rows.front();
-}
-
-void KorListCtrl::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
-    QTreeView::selectionChanged(selected, deselected);
-    Q_EMIT selectionChanged();
 }
 
 void KorListCtrl::keyPressEvent(QKeyEvent* event) {

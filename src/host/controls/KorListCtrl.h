@@ -30,6 +30,7 @@ public:
     };
 
     explicit KorListCtrl(QWidget* parent = nullptr);
+    ~KorListCtrl() override;
 
     /// The icons that the rows' image indices mean.
     void setImageList(KorImageListPtr images);
@@ -77,7 +78,6 @@ Q_SIGNALS:
     void deletePressed();
 
 protected:
-    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:

@@ -23,9 +23,15 @@ double numberOf(const QString& text) {
     return ok ? value : -std::numeric_limits<double>::infinity();
 }
 
+/// The language whose order counts. The "C" locale sorts by code points, which is no order for people.
+QLocale sortLocale() {
+    const QLocale locale;
+    return locale.language() == QLocale::C ? QLocale(QLocale::English) : locale;
+}
+
 } // namespace
 
-KorListModel::KorListModel(QObject* parent) : QAbstractTableModel(parent) {
+KorListModel::KorListModel(QObject* parent) : QAbstractTableModel(parent), m_collator(sortLocale()) {
     m_collator.setNumericMode(true);
     m_collator.setCaseSensitivity(Qt::CaseInsensitive);
 }

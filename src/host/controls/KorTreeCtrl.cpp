@@ -32,6 +32,10 @@ void KorTreeCtrl::init() {
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
     setIconSize(QSize(16, 16));
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        if (!m_muted)
+            Q_EMIT selectionChanged(selectedItem());
+    });
     connect(this, &QTreeView::expanded, this, &KorTreeCtrl::onExpanded);
     connect(this, &QTreeView::doubleClicked, this,
             [this](const QModelIndex& index) { Q_EMIT itemActivated(KorTreeModel::entryOf(index)); });
@@ -242,12 +246,6 @@ bool KorTreeCtrl::isInBranch(KorTreeHandle entry, KorTreeHandle branch) const {
     while (entry && entry != branch)
         entry = entry->parent;
     return entry != nullptr;
-}
-
-void KorTreeCtrl::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
-    QTreeView::selectionChanged(selected, deselected);
-    if (!m_muted)
-        Q_EMIT selectionChanged(selectedItem());
 }
 
 QItemSelectionModel::SelectionFlags KorTreeCtrl::selectionCommand(const QModelIndex& index,

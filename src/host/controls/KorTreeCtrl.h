@@ -103,7 +103,6 @@ Q_SIGNALS:
     void dropRequested(KorTreeHandle source, KorTreeHandle target);
 
 protected:
-    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
     void contextMenuEvent(QContextMenuEvent* event) override;

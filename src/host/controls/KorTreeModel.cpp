@@ -92,9 +92,17 @@ KorTreeHandle KorTreeModel::sibling(KorTreeHandle entry, int step) const {
     return childAt(entry->parent, entry->row + step);
 }
 
+KorTreeHandle KorTreeModel::parentOf(KorTreeHandle entry) const {
+    return entry->parent == &m_root ? nullptr : entry->parent;
+}
+
 KorTreeHandle KorTreeModel::nextInOrder(KorTreeHandle entry) const {
     if (const KorTreeHandle child = childAt(entry, 0))
         return child;
+    return nextOutside(entry);
+}
+
+KorTreeHandle KorTreeModel::nextOutside(KorTreeHandle entry) const {
     for (; entry && entry != &m_root; entry = entry->parent)
         if (const KorTreeHandle next = sibling(entry, 1))
             return next;
@@ -103,7 +111,7 @@ KorTreeHandle KorTreeModel::nextInOrder(KorTreeHandle entry) const {
 
 KorTreeHandle KorTreeModel::previousInOrder(KorTreeHandle entry) const {
     if (entry && entry->row == 0)
-        return entry->parent == &m_root ? nullptr : entry->parent;
+        return parentOf(entry);
     KorTreeHandle last = entry ? sibling(entry, -1) : childAt(nullptr, childCount(nullptr) - 1);
     while (last && childCount(last) > 0)
         last = childAt(last, childCount(last) - 1);

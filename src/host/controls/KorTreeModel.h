@@ -60,8 +60,12 @@ public:
     KorTreeHandle childAt(KorTreeHandle parent, int row) const;
     /// The neighbour `step` rows further among the siblings, null when there is none.
     KorTreeHandle sibling(KorTreeHandle entry, int step) const;
+    /// The entry above, null for a top-level entry.
+    KorTreeHandle parentOf(KorTreeHandle entry) const;
     /// The entry after `entry` in pre-order (children before siblings); null starts, null ends.
     KorTreeHandle nextInOrder(KorTreeHandle entry) const;
+    /// The first entry in pre-order after `entry` and all below it, null when there is none.
+    KorTreeHandle nextOutside(KorTreeHandle entry) const;
     /// The entry before `entry` in pre-order; null starts at the last, null ends.
     KorTreeHandle previousInOrder(KorTreeHandle entry) const;
 

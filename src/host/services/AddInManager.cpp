@@ -7,6 +7,14 @@
 
 namespace fs = std::filesystem;
 
+namespace {
+
+constexpr int kNoDescription = 5;
+constexpr int kNoDatabase = 6;
+constexpr int kFolderUnreadable = 7;
+
+} // namespace
+
 AddInManager& AddInManager::getInstance() {
     static AddInManager manager;
     return manager;
@@ -14,11 +22,15 @@ AddInManager& AddInManager::getInstance() {
 
 void AddInManager::scan(const fs::path& dataFolder) {
     m_addIns.clear();
+    const fs::path place = dataFolder / "addins";
     std::vector<fs::path> folders;
     std::error_code error;
-    for (const auto& entry : fs::directory_iterator(dataFolder / "addins", error))
-        if (entry.is_directory(error))
-            folders.push_back(entry.path());
+    for (fs::directory_iterator it(place, error), end; !error && it != end; it.increment(error))
+        if (std::error_code ignored;
+            it->is_directory(ignored) && !it->path().filename().string().starts_with('.'))
+            folders.push_back(it->path());
+    if (error && error != std::errc::no_such_file_or_directory)
+        KorHostReport::add(kFolderUnreadable, place.string());
     std::ranges::sort(folders);
     for (const fs::path& folder : folders) {
         KorAddIn addIn;
@@ -31,33 +43,30 @@ void AddInManager::scan(const fs::path& dataFolder) {
 bool AddInManager::read(const fs::path& folder, KorAddIn& addIn) const {
     std::vector<KorString> lines;
     if (!KorTextFile::readLines(folder / "addin.ini", lines)) {
-        KorHostReport::add(KorString::format(
-            "The add-in folder %s has no readable addin.ini; the add-in is left out. Install it again.",
-            {folder.string()}));
+        KorHostReport::add(kNoDescription, folder.string());
         return false;
     }
+    std::error_code ignored;
     for (const KorString& line : lines) {
         const auto equals = line.view().find('=');
         if (equals == std::string_view::npos)
             continue;
-        const KorString name = KorString(line.view().substr(0, equals)).trimmed();
+        const KorString name = KorString(line.view().substr(0, equals)).trimmed().lowered();
         const KorString value = KorString(line.view().substr(equals + 1)).trimmed();
+        const fs::path file = folder / value.toStdString();
         if (name == "name")
             addIn.m_info.name = value;
         else if (name == "country")
             addIn.m_info.country = value;
-        else if (name == "icon" && !value.isEmpty())
-            addIn.m_icon = folder / value.toStdString();
+        else if (name == "icon" && fs::is_regular_file(file, ignored))
+            addIn.m_icon = file;
     }
     if (addIn.m_info.name.isEmpty())
         addIn.m_info.name = addIn.m_id.id;
     addIn.m_database = folder / "styles.dsdb";
-    std::error_code error;
-    if (fs::exists(addIn.m_database, error))
+    if (fs::exists(addIn.m_database, ignored))
         return true;
-    KorHostReport::add(KorString::format(
-        "The add-in %s has no database %s; it is left out. Install the add-in again.",
-        {addIn.m_info.name, addIn.m_database.string()}));
+    KorHostReport::add(kNoDatabase, addIn.m_info.name, addIn.m_database.string());
     return false;
 }
 

@@ -14,10 +14,11 @@ struct KorAddInInfo {
     bool isValid() const { return !name.isEmpty(); }
 };
 
-/// One installed add-in: a folder with `addin.ini` (name, icon, country) and its style database.
+/// One installed add-in: a folder with `addin.ini` (name, icon, country) and its style database
+/// `styles.dsdb`. Without a name of its own it is called as its folder.
 class KorAddIn {
 public:
-    /// Picture file shown beside the add-in; empty when it brings none.
+    /// Absolute name of the picture file shown beside the add-in; empty when it brings none.
     KorString getIcon() const { return KorString(m_icon.string()); }
     const KorAddInInfo& info() const { return m_info; }
     const std::filesystem::path& database() const { return m_database; }
@@ -42,7 +43,7 @@ public:
     const std::vector<KorAddIn>& addIns() const { return m_addIns; }
     /// The add-in, or one without icon and name when it is not installed.
     const KorAddIn& getAddIn(const KorAddInId& id) const;
-    /// Picture file of the installation's own flag.
+    /// Picture file of the installation's own flag, as named below the resources.
     KorString getCurrentInstalationFlag() const { return "icons/standard.svg"; }
 
 private:

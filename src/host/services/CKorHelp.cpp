@@ -9,8 +9,10 @@
 namespace fs = std::filesystem;
 
 namespace {
+constexpr int kPageMissing = 8;
+
 CKorHelp::Viewer g_viewer;
-}
+} // namespace
 
 void CKorHelp::setViewer(Viewer viewer) {
     g_viewer = std::move(viewer);
@@ -29,9 +31,7 @@ fs::path CKorHelp::pageOf(const KorString& topic) {
 bool CKorHelp::showTopic(const KorString& topic) {
     const fs::path page = pageOf(topic);
     if (page.empty()) {
-        KorHostReport::add(KorString::format(
-            "The help page \"%s\" is missing in %s. Install the program again.",
-            {topic, (KorResources::folder() / "help").string()}));
+        KorHostReport::add(kPageMissing, topic, (KorResources::folder() / "help").string());
         return false;
     }
     if (g_viewer)

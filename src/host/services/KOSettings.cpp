@@ -3,12 +3,20 @@
 #include "services/KorHostReport.h"
 #include "services/KorTextFile.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdlib>
+#include <utility>
 
 namespace fs = std::filesystem;
 
 namespace {
+
+constexpr int kCannotRead = 1;
+constexpr int kNoSetting = 2;
+constexpr int kCannotWrite = 3;
+constexpr int kWrongValue = 4;
+constexpr std::string_view kRubbishMark = "# not a setting: ";
 
 fs::path defaultFile() {
     if (const char* config = std::getenv("XDG_CONFIG_HOME"); config && *config)
@@ -30,60 +38,56 @@ KOSettings::KOSettings() {
 
 void KOSettings::useFile(const fs::path& file) {
     m_file = file;
-    m_values.clear();
-    m_rubbish.clear();
-    read();
-}
-
-void KOSettings::read() {
-    std::vector<KorString> lines;
+    m_lines.clear();
+    m_reportedNames.clear();
+    m_unreadable = m_writeFailed = false;
     std::error_code ignored;
     if (!fs::exists(m_file, ignored))
         return;
-    if (!KorTextFile::readLines(m_file, lines)) {
-        KorHostReport::add(KorString::format(
-            "The settings file %s cannot be read; the program uses its defaults. Check the file's permissions.",
-            {m_file.string()}));
-        return;
-    }
-    KorString section;
-    for (std::size_t i = 0; i < lines.size(); ++i)
-        takeLine(lines[i], static_cast<int>(i) + 1, section);
+    std::vector<KorString> texts;
+    m_unreadable = !KorTextFile::readLines(m_file, texts);
+    if (m_unreadable)
+        KorHostReport::add(kCannotRead, m_file.string());
+    else if (const std::vector<int> rubbish = takeLines(texts); !rubbish.empty())
+        KorHostReport::add(kNoSetting, m_file.string(), KorTextFile::lineList(rubbish));
 }
 
-void KOSettings::takeLine(const KorString& line, int number, KorString& section) {
-    const KorString text = line.trimmed();
-    const std::string_view view = text.view();
-    if (view.empty() || view.front() == '#' || view.front() == ';') {
-        if (view.starts_with("# not a setting: "))
-            m_rubbish.push_back(KorString(view.substr(17)));
-        return;
+std::vector<int> KOSettings::takeLines(const std::vector<KorString>& texts) {
+    m_lines.clear();
+    std::vector<int> rubbish;
+    KorString key;
+    for (const KorString& text : texts) {
+        const KorString trimmed = text.trimmed();
+        const std::string_view view = trimmed.view();
+        Line line{text, key, {}, {}};
+        const auto equals = view.find('=');
+        if (view.size() > 2 && view.front() == '[' && view.back() == ']') {
+            line.key = key = KorString(view.substr(1, view.size() - 2)).trimmed();
+        } else if (view.empty() || view.front() == '#' || view.front() == ';') {
+        } else if (key.isEmpty() || equals == std::string_view::npos || equals == 0) {
+            rubbish.push_back(static_cast<int>(m_lines.size()) + 1);
+            line.text = KorString(kRubbishMark) + text;
+        } else {
+            line.name = KorString(view.substr(0, equals)).trimmed();
+            line.value = KorString(view.substr(equals + 1)).trimmed();
+        }
+        m_lines.push_back(std::move(line));
     }
-    if (view.front() == '[' && view.back() == ']') {
-        section = KorString(view.substr(1, view.size() - 2));
-        return;
-    }
-    const auto equals = view.find('=');
-    if (equals == std::string_view::npos || equals == 0) {
-        KorHostReport::add(KorString::format(
-            "The settings file %s holds something that is no setting in line %d; it is ignored. Mend the "
-            "line or delete it.",
-            {m_file.string(), KorString::number(number)}));
-        m_rubbish.push_back(text);
-        return;
-    }
-    m_values[section][KorString(view.substr(0, equals)).trimmed()] = KorString(view.substr(equals + 1)).trimmed();
+    return rubbish;
+}
+
+const KOSettings::Line* KOSettings::find(const KorString& key, const KorString& name) const {
+    // The last one counts, as in other programs.
+    const auto it = std::find_if(m_lines.rbegin(), m_lines.rend(),
+                                 [&](const Line& line) { return line.name == name && line.key == key; });
+    return it == m_lines.rend() ? nullptr : &*it;
 }
 
 bool KOSettings::readString(const KorString& key, const KorString& name, KorString& out) const {
-    const auto section = m_values.find(key);
-    if (section == m_values.end())
-        return false;
-    const auto value = section->second.find(name);
-    if (value == section->second.end())
-        return false;
-    out = value->second;
-    return true;
+    const Line* line = find(key, name);
+    if (line)
+        out = line->value;
+    return line != nullptr;
 }
 
 bool KOSettings::readBool(const KorString& key, const KorString& name, bool& out) const {
@@ -91,9 +95,11 @@ bool KOSettings::readBool(const KorString& key, const KorString& name, bool& out
     if (!readString(key, name, text))
         return false;
     const KorString word = text.lowered();
-    const bool yes = word == "true" || word == "1" || word == "yes";
-    if (!yes && word != "false" && word != "0" && word != "no")
+    const bool yes = word == "true" || word == "1" || word == "yes" || word == "on";
+    if (!yes && word != "false" && word != "0" && word != "no" && word != "off") {
+        reportValue(name, text);
         return false;
+    }
     out = yes;
     return true;
 }
@@ -105,18 +111,25 @@ bool KOSettings::readInt(const KorString& key, const KorString& name, int& out) 
     int value = 0;
     const char* end = text.c_str() + text.size();
     const auto result = std::from_chars(text.c_str(), end, value);
-    if (result.ec != std::errc() || result.ptr != end)
+    if (result.ec != std::errc() || result.ptr != end) {
+        reportValue(name, text);
         return false;
+    }
     out = value;
     return true;
 }
 
+void KOSettings::reportValue(const KorString& name, const KorString& value) const {
+    if (m_reportedNames.insert(name).second)
+        KorHostReport::add(kWrongValue, name, m_file.string(), value);
+}
+
 void KOSettings::writeString(const KorString& key, const KorString& name, const KorString& value) {
-    KorString& present = m_values[key][name];
-    if (present == value && !value.isEmpty())
+    const KorString oneLine = value.replaced("\r", " ").replaced("\n", " ").trimmed();
+    if (const Line* line = find(key, name); line && line->value == oneLine)
         return;
-    // A value is one line.
-    present = value.replaced("\r", " ").replaced("\n", " ");
+    takeWhatOthersWrote();
+    set(key, name, oneLine);
     store();
 }
 
@@ -128,23 +141,47 @@ void KOSettings::writeInt(const KorString& key, const KorString& name, int value
     writeString(key, name, KorString::number(value));
 }
 
-void KOSettings::store() {
-    std::string text = "# Settings of the detail styles manager\n";
-    for (const KorString& line : m_rubbish)
-        text.append("# not a setting: ").append(line.view()).append("\n");
-    for (const auto& [section, values] : m_values) {
-        text.append("\n[").append(section.view()).append("]\n");
-        for (const auto& [name, value] : values)
-            text.append(name.view()).append(" = ").append(value.view()).append("\n");
+void KOSettings::set(const KorString& key, const KorString& name, const KorString& value) {
+    const Line line{name + KorString(" = ") + value, key, name, value};
+    if (const Line* present = find(key, name)) {
+        m_lines[static_cast<std::size_t>(present - m_lines.data())] = line;
+        return;
     }
-    if (!KorTextFile::replace(m_file, text))
-        KorHostReport::add(KorString::format(
-            "The settings file %s cannot be written; changed settings last until the program ends. Check "
-            "that its folder exists and may be written.",
-            {m_file.string()}));
+    const auto inSection = [&](const Line& other) {
+        return other.key == key && !other.text.trimmed().isEmpty();
+    };
+    const auto last = std::find_if(m_lines.rbegin(), m_lines.rend(), inSection);
+    if (last != m_lines.rend()) {
+        m_lines.insert(last.base(), line);
+        return;
+    }
+    if (m_lines.empty())
+        m_lines.push_back({"# Settings of the detail styles manager", {}, {}, {}});
+    m_lines.push_back({{}, {}, {}, {}});
+    m_lines.push_back({KorString("[") + key + KorString("]"), key, {}, {}});
+    m_lines.push_back(line);
+}
+
+void KOSettings::takeWhatOthersWrote() {
+    std::vector<KorString> texts;
+    if (!m_unreadable && !m_writeFailed && KorTextFile::readLines(m_file, texts))
+        takeLines(texts);
+}
+
+void KOSettings::store() {
+    if (m_unreadable)
+        return;
+    std::string text;
+    for (const Line& line : m_lines)
+        text.append(line.text.view()).append("\n");
+    const bool failedBefore = std::exchange(m_writeFailed, !KorTextFile::replace(m_file, text));
+    if (m_writeFailed && !failedBefore)
+        KorHostReport::add(kCannotWrite, m_file.string());
 }
 
 void KOSettings::setPathData(const fs::path& folder) {
     m_dataFolder = folder;
     m_dataPath = KorString(folder.string()).replaced("/", "\\");
+    if (m_dataPath.view().ends_with('\\'))
+        m_dataPath = KorString(m_dataPath.view().substr(0, m_dataPath.size() - 1));
 }

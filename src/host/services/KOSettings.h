@@ -3,12 +3,13 @@
 #include "base/KorString.h"
 
 #include <filesystem>
-#include <map>
+#include <set>
 #include <vector>
 
 /// The host's settings store: named values under keys, kept in a readable file of sections and
 /// "name = value" lines, `detailstyles/settings.ini` in the user's configuration folder. A write is stored
-/// at once; a file that cannot be written leaves the settings in memory and is reported once.
+/// at once and leaves every other line of the file as it stands, also what another program wrote there
+/// meanwhile. A file that cannot be read or written is reported once; settings then live in memory.
 class KOSettings {
 public:
     static KOSettings& getInstance();
@@ -16,13 +17,15 @@ public:
     /// The key under which the detail styles manager keeps its settings.
     static KorString getKeyDSM() { return "DetailStylesManager"; }
 
-    /// Read a value. Return whether it exists and can be read as this type; otherwise `out` is untouched.
+    /// Read a value. Return whether it exists and can be read as this type; otherwise `out` is untouched,
+    /// and a value of another type is reported once.
     bool readBool(const KorString& key, const KorString& name, bool& out) const;
     bool readInt(const KorString& key, const KorString& name, int& out) const;
     bool readString(const KorString& key, const KorString& name, KorString& out) const;
 
     void writeBool(const KorString& key, const KorString& name, bool value);
     void writeInt(const KorString& key, const KorString& name, int value);
+    /// Line breaks become blanks; blanks at both ends are not kept.
     void writeString(const KorString& key, const KorString& name, const KorString& value);
 
     /// The data path, with backslashes and without one at its end. Line type files lie in its
@@ -33,19 +36,32 @@ public:
     const std::filesystem::path& dataFolder() const { return m_dataFolder; }
 
     /// Reads another file, forgetting everything read before. A missing file means no settings. Lines that
-    /// are no settings are reported once, kept in the file, and otherwise ignored.
+    /// are no settings are reported and ignored; the next write turns them into comments.
     void useFile(const std::filesystem::path& file);
     const std::filesystem::path& file() const { return m_file; }
 
 private:
+    struct Line {
+        KorString text; // as it stands in the file
+        KorString key;  // the section it stands in
+        KorString name; // empty: a comment, a section's head or a blank line
+        KorString value;
+    };
+
     KOSettings();
-    void read();
+    /// Returns the numbers of the lines that are no settings.
+    std::vector<int> takeLines(const std::vector<KorString>& texts);
+    const Line* find(const KorString& key, const KorString& name) const;
+    void set(const KorString& key, const KorString& name, const KorString& value);
+    void takeWhatOthersWrote();
     void store();
-    void takeLine(const KorString& line, int number, KorString& section);
+    void reportValue(const KorString& name, const KorString& value) const;
 
     std::filesystem::path m_file;
     std::filesystem::path m_dataFolder;
     KorString m_dataPath;
-    std::map<KorString, std::map<KorString, KorString>> m_values;
-    std::vector<KorString> m_rubbish; // lines that are no settings, written back as comments
+    std::vector<Line> m_lines;
+    bool m_unreadable = false; ///< never replace what could not be read
+    bool m_writeFailed = false;
+    mutable std::set<KorString> m_reportedNames;
 };

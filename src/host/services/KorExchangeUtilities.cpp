@@ -1,5 +1,7 @@
 #include "services/KorExchangeUtilities.h"
 
+#include <limits>
+
 double KorExchangeQueue::getDouble(const KorString& name) const {
     const auto it = m_values.find(name);
     if (it == m_values.end())
@@ -11,7 +13,9 @@ double KorExchangeQueue::getDouble(const KorString& name) const {
 }
 
 int KorExchangeQueue::getInt(const KorString& name) const {
-    return static_cast<int>(getDouble(name));
+    const double value = getDouble(name);
+    const bool fits = value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max();
+    return fits ? static_cast<int>(value) : 0;
 }
 
 KorString KorExchangeQueue::getString(const KorString& name) const {

@@ -13,7 +13,7 @@ public:
     void push(const KorString& name, double value) { m_values[name] = value; }
     void push(const KorString& name, const KorString& value) { m_values[name] = value; }
 
-    /// The value as this type (numbers convert); 0 or empty when there is none.
+    /// The value as this type (numbers convert); 0 or empty when there is none, or none that fits.
     int getInt(const KorString& name) const;
     double getDouble(const KorString& name) const;
     KorString getString(const KorString& name) const;

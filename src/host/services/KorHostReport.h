@@ -2,7 +2,6 @@
 
 #include "base/KorString.h"
 
-#include <functional>
 #include <vector>
 
 /// Sentences for the user about things that went wrong outside the program: each names the file concerned
@@ -11,6 +10,10 @@ class KorHostReport {
 public:
     /// Adds a sentence; the same sentence is kept once.
     static void add(const KorString& sentence);
+    /// Adds the text "DSM" `number` with its arguments. It is looked up when the sentence is taken: settings
+    /// are read before the language of the texts is known.
+    static void add(int number, const KorString& first, const KorString& second = {},
+                    const KorString& third = {});
     /// The sentences since the last call, oldest first.
     static std::vector<KorString> take();
 };

@@ -1,7 +1,9 @@
 #include "services/KorTextFile.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <fstream>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -26,35 +28,66 @@ bool readLines(const fs::path& file, std::vector<KorString>& lines) {
 
 namespace {
 
-bool writeSynced(const fs::path& file, const std::string& text) {
-    const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-    if (descriptor < 0)
-        return false;
+bool writeAll(int descriptor, const std::string& text) {
     std::size_t done = 0;
     while (done < text.size()) {
         const ssize_t count = ::write(descriptor, text.data() + done, text.size() - done);
+        if (count < 0 && errno == EINTR)
+            continue;
         if (count <= 0)
-            break;
+            return false;
         done += static_cast<std::size_t>(count);
     }
-    const bool synced = done == text.size() && ::fsync(descriptor) == 0;
-    return ::close(descriptor) == 0 && synced;
+    return true;
+}
+
+bool writeSynced(const fs::path& file, const std::string& text, const fs::path& original) {
+    const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    if (descriptor < 0)
+        return false;
+    struct stat status {};
+    if (::stat(original.c_str(), &status) == 0 && ::fchmod(descriptor, status.st_mode & 07777) != 0) {
+        ::close(descriptor);
+        return false;
+    }
+    const bool written = writeAll(descriptor, text) && ::fsync(descriptor) == 0;
+    return ::close(descriptor) == 0 && written;
+}
+
+// Without this a power cut can bring the old name back.
+void syncFolder(const fs::path& folder) {
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    ::fsync(descriptor);
+    ::close(descriptor);
 }
 
 } // namespace
 
 bool replace(const fs::path& file, const std::string& text) {
     std::error_code error;
-    fs::create_directories(file.parent_path(), error);
-    fs::path temporary = file;
-    temporary += ".new";
-    if (writeSynced(temporary, text)) {
-        fs::rename(temporary, file, error);
-        if (!error)
+    const fs::path target = fs::is_symlink(file, error) ? fs::weakly_canonical(file, error) : file;
+    fs::create_directories(target.parent_path(), error);
+    fs::path temporary = target;
+    temporary += "." + std::to_string(::getpid()) + ".new"; // two programs may write at the same time
+    if (writeSynced(temporary, text, target)) {
+        fs::rename(temporary, target, error);
+        if (!error) {
+            syncFolder(target.parent_path());
             return true;
+        }
     }
     fs::remove(temporary, error);
     return false;
+}
+
+KorString lineList(const std::vector<int>& numbers) {
+    constexpr std::size_t kMost = 5;
+    std::string text;
+    for (std::size_t i = 0; i < numbers.size() && i < kMost; ++i)
+        text += (i > 0 ? ", " : "") + std::to_string(numbers[i]);
+    return KorString(numbers.size() > kMost ? text + ", ..." : text);
 }
 
 } // namespace KorTextFile

@@ -1,120 +1,143 @@
 #include "services/KorUnitsManager.h"
 
+#include "base/KorAssert.h"
+
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 
 namespace {
 
 char g_decimalMark = '.';
 
+constexpr double kInch = 25.4;
+constexpr double kFoot = 12 * kInch;
+
+struct KindOfUnit {
+    int kind;
+    KorUnit metric;
+    KorUnit imperial;
+};
+
+constexpr KorUnit kPlainUnit("", KorUnitTransform(1.0, false));
+constexpr KorUnit kMillimetres("mm", KorUnitTransform(1.0, false));
+constexpr KorUnit kFeetAndInches("in", KorUnitTransform(kInch, true));
+
+constexpr KindOfUnit kKinds[] = {
+    {KorUnitsManager::kPlain, kPlainUnit, kPlainUnit},
+    {KorUnitsManager::kPaper, kMillimetres, kMillimetres},
+    {KorUnitsManager::kLength, kMillimetres, kFeetAndInches},
+};
+
 struct UnitName {
-    std::string_view name;
+    std::string_view name; // in lower case; a name stands before those that it begins with
     double millimetres;
 };
 
-constexpr UnitName kUnitNames[] = {{"mm", 1.0},   {"cm", 10.0}, {"m", 1000.0}, {"in", 25.4},
-                                   {"\"", 25.4}, {"ft", 304.8}, {"'", 304.8}};
+constexpr UnitName kUnitNames[] = {
+    {"mm", 1.0},   {"cm", 10.0},  {"m", 1000.0}, {"inches", kInch}, {"inch", kInch}, {"in", kInch},
+    {"\"", kInch}, {"''", kInch}, {"″", kInch},  {"”", kInch},      {"feet", kFoot}, {"foot", kFoot},
+    {"ft", kFoot}, {"'", kFoot},  {"′", kFoot},  {"’", kFoot},
+};
 
 void skipBlanks(std::string_view& text) {
     while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
         text.remove_prefix(1);
 }
 
-// Takes a number off the front: digits with either decimal mark, no exponent.
+// Takes a number off the front: digits with either decimal mark, no exponent, no thousands marks.
 std::optional<double> takeNumber(std::string_view& text) {
-    std::string digits;
-    std::size_t length = 0;
-    for (; length < text.size(); ++length) {
-        const char c = text[length];
-        if ((c >= '0' && c <= '9'))
-            digits += c;
-        else if (c == '.' || c == ',')
-            digits += '.';
-        else
-            break;
-    }
+    const auto length = std::min(text.find_first_not_of("0123456789.,"), text.size());
+    std::string digits(text.substr(0, length));
+    std::ranges::replace(digits, ',', '.');
     double value = 0.0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (digits.empty() || error != std::errc() || end != digits.data() + digits.size())
+    if (error != std::errc() || end != digits.data() + digits.size())
         return std::nullopt;
     text.remove_prefix(length);
     return value;
 }
 
-double takeUnit(std::string_view& text, double fallback) {
-    skipBlanks(text);
-    for (const UnitName& unit : kUnitNames) {
-        if (!text.starts_with(unit.name))
-            continue;
-        text.remove_prefix(unit.name.size());
-        return unit.millimetres;
-    }
-    return fallback;
+std::optional<double> takeFraction(std::string_view& text) {
+    const auto numerator = takeNumber(text);
+    if (!numerator || !text.starts_with('/'))
+        return std::nullopt;
+    text.remove_prefix(1);
+    const auto divisor = takeNumber(text);
+    return divisor && *divisor > 0.0 ? std::optional(*numerator / *divisor) : std::nullopt;
 }
 
-// A number with an optional fraction, "2 1/2" or "3/4".
+// A number with an optional fraction: "2", "3/4" or "2 1/2".
 std::optional<double> takeMixedNumber(std::string_view& text) {
-    std::optional<double> value = takeNumber(text);
-    if (!value)
-        return value;
-    if (!text.empty() && text.front() == '/') {
-        text.remove_prefix(1);
-        const auto divisor = takeNumber(text);
-        return divisor && *divisor > 0.0 ? std::optional(*value / *divisor) : std::nullopt;
+    std::string_view ahead = text;
+    if (const auto fraction = takeFraction(ahead)) {
+        text = ahead;
+        return fraction;
     }
-    std::string_view rest = text;
-    skipBlanks(rest);
-    const auto numerator = takeNumber(rest);
-    if (!numerator || rest.empty() || rest.front() != '/')
-        return value;
-    rest.remove_prefix(1);
-    const auto divisor = takeNumber(rest);
-    if (!divisor || *divisor <= 0.0)
+    const auto whole = takeNumber(text);
+    ahead = text;
+    skipBlanks(ahead);
+    const auto fraction = whole ? takeFraction(ahead) : std::nullopt;
+    if (!fraction)
+        return whole;
+    text = ahead;
+    return *whole + *fraction;
+}
+
+struct Quantity {
+    double number = 0.0;
+    double unit = 0.0; // millimetres
+};
+
+std::optional<Quantity> takeQuantity(std::string_view& text, double defaultUnit) {
+    const auto number = takeMixedNumber(text);
+    if (!number)
         return std::nullopt;
-    text = rest;
-    return *value + *numerator / *divisor;
+    skipBlanks(text);
+    Quantity quantity{*number, defaultUnit};
+    const auto* unit =
+        std::ranges::find_if(kUnitNames, [&](const UnitName& u) { return text.starts_with(u.name); });
+    if (unit != std::end(kUnitNames)) {
+        quantity.unit = unit->millimetres;
+        text.remove_prefix(unit->name.size());
+        skipBlanks(text);
+    }
+    return quantity;
 }
 
 bool takeSign(std::string_view& text) {
     skipBlanks(text);
-    const bool negative = !text.empty() && text.front() == '-';
-    if (!text.empty() && (text.front() == '-' || text.front() == '+'))
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+'))
         text.remove_prefix(1);
     skipBlanks(text);
     return negative;
 }
 
-// Fixed notation without needless zeros; more decimals than asked for where the value needs them.
-std::string shortest(double value, int decimals) {
+// Twelve significant digits hide what conversions leave behind (304.79999999999995) and keep what people
+// type.
+std::string decimalText(double value) {
     std::array<char, 400> buffer{};
-    for (int digits = decimals; digits <= 12; ++digits) {
-        const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                       std::chars_format::fixed, digits).ptr;
-        const double back = std::strtod(std::string(buffer.data(), end).c_str(), nullptr);
-        if (digits < 12 && std::abs(back - value) > 1e-9 * std::max(1.0, std::abs(value)))
-            continue;
-        std::string text(buffer.data(), end);
-        if (text.find('.') != std::string::npos) {
-            text.erase(text.find_last_not_of('0') + 1);
-            if (text.back() == '.')
-                text.pop_back();
-        }
-        return text == "-0" ? "0" : text;
-    }
-    return {};
+    const auto print = [&buffer](double number, auto... how) {
+        return std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, how...).ptr;
+    };
+    const char* end = print(value, std::chars_format::general, 12);
+    double rounded = 0.0;
+    std::from_chars(buffer.data(), end, rounded);
+    std::string text(buffer.data(), print(rounded, std::chars_format::fixed));
+    return text == "-0" ? "0" : text;
 }
 
-// Feet, inches and sixteenths; empty when the value is no multiple of 1/64 inch.
+// Feet, inches and the fraction in lowest terms; empty when the value is no whole number of 64ths.
 std::string feetInches(double inches) {
     const double sixtyFourths = std::round(inches * 64.0);
-    if (std::abs(inches * 64.0 - sixtyFourths) > 1e-6 || std::abs(inches) > 1e7)
+    if (std::abs(inches * 64.0 - sixtyFourths) > 1e-9 * std::max(1.0, std::abs(sixtyFourths)) ||
+        std::abs(inches) > 1e7)
         return {};
     auto rest = static_cast<long long>(std::abs(sixtyFourths));
     const long long feet = rest / (64 * 12);
     rest %= 64 * 12;
-    const long long whole = rest / 64;
     long long numerator = rest % 64;
     long long divisor = 64;
     while (numerator > 0 && numerator % 2 == 0) {
@@ -124,18 +147,17 @@ std::string feetInches(double inches) {
     std::string text = sixtyFourths < 0 ? "-" : "";
     if (feet > 0)
         text += std::to_string(feet) + "'-";
-    text += std::to_string(whole);
+    const long long whole = rest / 64;
+    if (whole > 0 || feet > 0 || numerator == 0)
+        text += std::to_string(whole) + (numerator > 0 ? " " : "");
     if (numerator > 0)
-        text += " " + std::to_string(numerator) + "/" + std::to_string(divisor);
+        text += std::to_string(numerator) + "/" + std::to_string(divisor);
     return text + "\"";
 }
 
-constexpr double kInch = 25.4;
-
-constexpr KorUnit kPlainUnit("", KorUnitTransform(1.0, 0, false));
-constexpr KorUnit kPaperUnit("mm", KorUnitTransform(1.0, 2, false));
-constexpr KorUnit kMetricLength("mm", KorUnitTransform(1.0, 2, false));
-constexpr KorUnit kImperialLength("in", KorUnitTransform(kInch, 4, true));
+std::optional<double> finite(double value, bool negative) {
+    return std::isfinite(value) ? std::optional(negative ? -value : value) : std::nullopt;
+}
 
 } // namespace
 
@@ -145,35 +167,29 @@ KorString KorUnitTransform::format(double value) const {
     if (m_feetAndInches)
         if (const std::string text = feetInches(value / m_factor); !text.empty())
             return KorString(text);
-    std::string text = shortest(value / m_factor, m_decimals);
-    if (const auto point = text.find('.'); point != std::string::npos)
-        text[point] = g_decimalMark;
+    std::string text = decimalText(value / m_factor);
+    std::ranges::replace(text, '.', g_decimalMark);
     return KorString(m_feetAndInches ? text + "\"" : text);
 }
 
 std::optional<double> KorUnitTransform::parse(const KorString& text) const {
-    const KorString trimmed = text.trimmed();
-    std::string_view rest = trimmed.view();
+    const KorString folded = text.trimmed().lowered();
+    std::string_view rest = folded.view();
     const bool negative = takeSign(rest);
-    double sum = 0.0;
-    bool any = false;
-    while (!rest.empty()) {
-        const auto number = takeMixedNumber(rest);
-        if (!number)
-            return std::nullopt;
-        sum += *number * takeUnit(rest, m_factor);
-        any = true;
-        // Feet and inches may be joined by a hyphen: 1'-2 1/2"
-        skipBlanks(rest);
-        if (m_feetAndInches && !rest.empty() && rest.front() == '-')
+    const auto first = takeQuantity(rest, m_factor);
+    if (!first)
+        return std::nullopt;
+    double sum = first->number * first->unit;
+    if (!rest.empty() && first->unit == kFoot) {
+        if (rest.starts_with('-'))
             rest.remove_prefix(1);
         skipBlanks(rest);
-        if (!m_feetAndInches && !rest.empty())
+        const auto inches = takeQuantity(rest, kInch);
+        if (!inches || inches->unit != kInch)
             return std::nullopt;
+        sum += inches->number * kInch;
     }
-    if (!any || !std::isfinite(sum))
-        return std::nullopt;
-    return negative ? -sum : sum;
+    return rest.empty() ? finite(sum, negative) : std::nullopt;
 }
 
 std::optional<double> KorUnitTransform::parsePlain(const KorString& text) const {
@@ -181,9 +197,10 @@ std::optional<double> KorUnitTransform::parsePlain(const KorString& text) const 
     std::string_view rest = trimmed.view();
     const bool negative = takeSign(rest);
     const auto number = takeNumber(rest);
-    if (!number || !rest.empty() || !std::isfinite(*number))
+    skipBlanks(rest);
+    if (!number || (!rest.empty() && rest != "°"))
         return std::nullopt;
-    return negative ? -*number : *number;
+    return finite(*number, negative);
 }
 
 const KorUnitsManager& KorUnitsManager::metric() {
@@ -197,9 +214,10 @@ const KorUnitsManager& KorUnitsManager::imperial() {
 }
 
 const KorUnit& KorUnitsManager::getUnit(int kind) const {
-    if (kind == kLength)
-        return m_imperial ? kImperialLength : kMetricLength;
-    return kind == kPaper ? kPaperUnit : kPlainUnit;
+    const auto* row = std::ranges::find(kKinds, kind, &KindOfUnit::kind);
+    if (!KorAssert::check(row != std::end(kKinds), "unit kind"))
+        return kPlainUnit;
+    return m_imperial ? row->imperial : row->metric;
 }
 
 std::optional<double> KorUnitsManager::parse(const KorString& text, int kind) const {

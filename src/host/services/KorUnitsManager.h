@@ -8,29 +8,31 @@
 /// whatever unit they are shown in.
 class KorUnitTransform {
 public:
-    constexpr KorUnitTransform(double factor, int decimals, bool feetAndInches)
-        : m_factor(factor), m_decimals(decimals), m_feetAndInches(feetAndInches) {}
+    /// `factor`: the kept value of one shown unit.
+    constexpr KorUnitTransform(double factor, bool feetAndInches)
+        : m_factor(factor), m_feetAndInches(feetAndInches) {}
 
-    /// The value as text, with the locale's decimal mark. What it prints parses to the same value again, so
-    /// further decimals than usual are printed where the value has them.
+    /// The value as text, with the locale's decimal mark and as many decimals as it has, up to twelve
+    /// significant digits; feet, inches and fractions where the unit has them and the value is a whole number
+    /// of 64ths. Empty when the value is not finite.
     KorString format(double value) const;
     /// The value of a text, or nothing when it is no finite number of this unit. Reads the locale's decimal
-    /// mark and the point; feet, inches and fractions such as 1'-2 1/2" where the unit is inches; a unit
-    /// ("mm", "cm", "m", "in", "ft") after the number overrides the transform's own.
+    /// mark and the point; a unit after the number overrides the transform's own; feet, inches and fractions
+    /// as in 1'-2 1/2".
     std::optional<double> parse(const KorString& text) const;
-    /// The second form: a plain number, whatever unit is shown.
+    /// The second form: a plain number, whatever unit is shown; a degree sign may follow it.
     std::optional<double> parsePlain(const KorString& text) const;
 
 private:
-    double m_factor; // shown value = kept value / factor
-    int m_decimals;
+    double m_factor;
     bool m_feetAndInches;
 };
 
 /// One unit of a units manager.
 class KorUnit {
 public:
-    constexpr KorUnit(const char* symbol, KorUnitTransform transform) : m_symbol(symbol), m_transform(transform) {}
+    constexpr KorUnit(const char* symbol, KorUnitTransform transform)
+        : m_symbol(symbol), m_transform(transform) {}
 
     const char* symbol() const { return m_symbol; }
     const KorUnitTransform& getKorUnitTransform() const { return m_transform; }
@@ -53,6 +55,7 @@ public:
     static const KorUnitsManager& metric();
     static const KorUnitsManager& imperial();
 
+    /// The unit of a kind; that of plain numbers for an unknown one.
     const KorUnit& getUnit(int kind) const;
     bool getBasisUnitForDistanceIsImperial() const { return m_imperial; }
     /// What controls are given to read and write lengths with.

@@ -8,14 +8,24 @@
 #include <charconv>
 #include <cstdlib>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace fs = std::filesystem;
 
 namespace {
 
+constexpr int kTextMissing = 9;
+constexpr int kLinesDamaged = 10;
+
+using Texts = std::unordered_map<std::string, KorString>; // by "category number"
+
 struct Store {
-    std::unordered_map<std::string, KorString> texts; // "category number"
+    Texts english;
+    Texts translated; // empty for English
+    fs::path file;    // of the language
     std::string language;
+    std::unordered_set<std::string> reported;
+    bool loaded = false;
 };
 
 Store& store() {
@@ -40,47 +50,42 @@ KorString unescaped(std::string_view text) {
     return KorString(out);
 }
 
-// Adds one line; returns false when it is no prompt.
-bool takeLine(std::string_view line) {
+// Adds one line; returns false when it is no prompt, or one that was there before.
+bool takeLine(std::string_view line, Texts& texts) {
     const auto first = line.find('\t');
     const auto second = first == std::string_view::npos ? first : line.find('\t', first + 1);
-    if (second == std::string_view::npos || first == 0)
+    if (second == std::string_view::npos || first == 0 || second + 1 == line.size())
         return false;
     int number = 0;
     const auto [end, error] = std::from_chars(line.data() + first + 1, line.data() + second, number);
     if (error != std::errc() || end != line.data() + second)
         return false;
-    std::string id = idOf(line.substr(0, first), number);
-    const KorString text = unescaped(line.substr(second + 1));
-    store().texts.insert_or_assign(std::move(id), text);
-    return true;
+    return texts.emplace(idOf(line.substr(0, first), number), unescaped(line.substr(second + 1))).second;
 }
 
-bool readFile(const fs::path& file) {
+bool readFile(const fs::path& file, Texts& texts) {
     std::vector<KorString> lines;
     if (!KorTextFile::readLines(file, lines)) {
+        // Said in English whatever the language: this is about the file that would have the text.
         KorHostReport::add(KorString::format(
             "The text file %s cannot be read; texts show as their numbers. Install the program again.",
             {file.string()}));
         return false;
     }
+    std::vector<int> damaged;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::string_view line = lines[i].view();
-        if (line.empty() || line.front() == '#' || takeLine(line))
-            continue;
-        KorHostReport::add(KorString::format(
-            "The text file %s is damaged in line %d; that text shows as its number. Mend the line (category, "
-            "number and text, separated by tabs) or install the program again.",
-            {file.string(), KorString::number(static_cast<int>(i) + 1)}));
+        if (!lines[i].trimmed().isEmpty() && line.front() != '#' && !takeLine(line, texts))
+            damaged.push_back(static_cast<int>(i) + 1);
     }
+    if (!damaged.empty())
+        KorHostReport::add(kLinesDamaged, file.string(), KorTextFile::lineList(damaged));
     return true;
 }
 
 void loadOnce() {
-    static bool tried = false;
-    if (tried || !store().texts.empty())
+    if (store().loaded)
         return;
-    tried = true;
     const fs::path folder = KorResources::folder() / "prompts";
     Prompts::load(folder, Prompts::chooseLanguage(folder));
 }
@@ -90,25 +95,30 @@ void loadOnce() {
 KorString Prompts::getPrompt(const KorString& category, int number) {
     loadOnce();
     const std::string id = idOf(category.view(), number);
-    const auto it = store().texts.find(id);
-    if (it != store().texts.end())
+    const bool isEnglish = store().language == "en";
+    const Texts& wanted = isEnglish ? store().english : store().translated;
+    if (const auto it = wanted.find(id); it != wanted.end())
         return it->second;
-    KorHostReport::add(KorString::format("The text %s is missing in the language \"%s\"; its number is shown. "
-                                         "Add it to the text file or install the program again.",
-                                         {id, store().language}));
-    return KorString(id);
+    // Where the whole file is missing, that has been said already.
+    if (!wanted.empty() && store().reported.insert(id).second)
+        KorHostReport::add(kTextMissing, KorString(id), store().file.string());
+    const auto it = store().english.find(id);
+    return it == store().english.end() ? KorString(id) : it->second;
 }
 
 bool Prompts::load(const fs::path& folder, const std::string& language) {
-    store().texts.clear();
+    store() = Store{};
+    store().loaded = true;
     store().language = language;
-    const bool english = readFile(folder / "en.tsv");
-    return language == "en" ? english : readFile(folder / (language + ".tsv"));
+    store().file = folder / (language + ".tsv");
+    const bool english = readFile(folder / "en.tsv", store().english);
+    return language == "en" ? english : readFile(store().file, store().translated);
 }
 
 bool Prompts::has(const KorString& category, int number) {
     loadOnce();
-    return store().texts.contains(idOf(category.view(), number));
+    const std::string id = idOf(category.view(), number);
+    return store().translated.contains(id) || store().english.contains(id);
 }
 
 const std::string& Prompts::language() {

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QWidget>
+
+#include <vector>
+
+/// Access to the controls of a dialog or page by their numbers. A control carries its number as the dynamic
+/// property `controlId`, set in the form. Numbers are unique within one form only: nothing here looks into
+/// a window or form that lies inside the root (a page inside a dialog).
+namespace KorControls {
+
+/// The number of a control, 0 when it has none.
+int id(const QWidget* control);
+void setId(QWidget* control, int controlId);
+
+/// The control with that number below `root`, null when there is none. Found once, then remembered with
+/// the root; a control made later is found as well.
+QWidget* find(const QWidget* root, int controlId);
+
+/// As `find`, for a control known to be of class T; null also when it is of another class.
+template <typename T>
+T* find(const QWidget* root, int controlId) {
+    return qobject_cast<T*>(find(root, controlId));
+}
+
+/// All controls below `root` that carry a number, in the order of the form.
+std::vector<QWidget*> all(const QWidget* root);
+
+/// Lets every edit field and every open grid cell below `root` take what was typed, as if the user had
+/// left it.
+void commitEdits(QWidget* root);
+
+} // namespace KorControls

@@ -1,0 +1,62 @@
+#include "controls/KorLineEdit.h"
+
+#include <QKeyEvent>
+
+KorLineEdit::KorLineEdit(QWidget* parent) : QLineEdit(parent) {}
+
+KorLineEdit::~KorLineEdit() {
+    disconnect();
+}
+
+void KorLineEdit::commit() {
+    if (!isEdited() || !hasAcceptableInput())
+        return;
+    m_committedText = text(); // first: a listener may ask a question, which takes the focus away
+    Q_EMIT committed(m_committedText);
+}
+
+void KorLineEdit::restore() {
+    QLineEdit::setText(m_committedText);
+}
+
+bool KorLineEdit::isEdited() const {
+    return text() != m_committedText;
+}
+
+void KorLineEdit::setText(const QString& newText) {
+    m_committedText = newText;
+    QLineEdit::setText(newText);
+    m_committedText = text(); // the field can shorten it
+}
+
+bool KorLineEdit::event(QEvent* event) {
+    // Otherwise Escape would go to the dialog's shortcut while a text is half typed.
+    if (event->type() == QEvent::ShortcutOverride && isEdited() &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        event->accept();
+        return true;
+    }
+    return QLineEdit::event(event);
+}
+
+void KorLineEdit::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool escape = event->key() == Qt::Key_Escape;
+    if (!enter && !(escape && isEdited()))
+        return QLineEdit::keyPressEvent(event);
+    event->accept();
+    if (escape)
+        restore();
+    else
+        commit();
+    selectAll();
+}
+
+void KorLineEdit::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    // A menu gives the focus back, and so does another window; a field that is being hidden or destroyed
+    // must not start a write.
+    const Qt::FocusReason reason = event->reason();
+    if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason && isVisible())
+        commit();
+}

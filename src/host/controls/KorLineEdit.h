@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QLineEdit>
+
+/// A line edit whose text counts when the user is done with it: on Return, or when the focus goes to
+/// another control. Return never presses the dialog's default button; Escape brings the last text back
+/// before it closes anything.
+class KorLineEdit : public QLineEdit {
+    Q_OBJECT
+
+public:
+    explicit KorLineEdit(QWidget* parent = nullptr);
+    ~KorLineEdit() override;
+
+    /// Takes what was typed now, as Return does. Does nothing when the text is unchanged.
+    void commit();
+    /// Drops what was typed since the text was last set or committed.
+    void restore();
+    /// Whether something was typed that does not count yet.
+    bool isEdited() const;
+
+    /// Sets the text from the program: it counts as committed, and nothing is announced.
+    void setText(const QString& text);
+
+Q_SIGNALS:
+    /// The user changed the text and is done with it; comes once per change.
+    void committed(const QString& text);
+
+protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    QString m_committedText;
+};

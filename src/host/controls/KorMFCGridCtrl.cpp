@@ -1,0 +1,239 @@
+#include "controls/KorMFCGridCtrl.h"
+
+#include "base/KorAssert.h"
+#include "controls/KorGridDelegate.h"
+#include "controls/KorQt.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+
+#include <cmath>
+#include <cstdlib>
+
+namespace {
+
+constexpr int kDataRole = Qt::UserRole + 2; ///< The row's data, kept by its first cell.
+
+QStringList toQtList(const std::vector<KorString>& texts) {
+    QStringList list;
+    for (const KorString& text : texts)
+        list.append(toQt(text));
+    return list;
+}
+
+Qt::ItemFlags flagsOf(KorMFCGridCtrl::EKind kind) {
+    const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    switch (kind) {
+    case KorMFCGridCtrl::eReadOnly:
+        return flags;
+    case KorMFCGridCtrl::eCheck:
+        return flags | Qt::ItemIsUserCheckable;
+    default:
+        return flags | Qt::ItemIsEditable;
+    }
+}
+
+} // namespace
+
+KorMFCGridCtrl::KorMFCGridCtrl(QWidget* parent) : QTableWidget(parent) {
+    setItemDelegate(new KorGridDelegate(this));
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(DoubleClicked | SelectedClicked | EditKeyPressed | AnyKeyPressed);
+    setTabKeyNavigation(false);
+    verticalHeader()->hide();
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    horizontalHeader()->setHighlightSections(false);
+    connect(this, &QTableWidget::itemChanged, this, [this](const QTableWidgetItem* item) {
+        if (!m_filling)
+            Q_EMIT cellEdited(item->row(), item->column());
+    });
+    connect(this, &QTableWidget::currentCellChanged, this, [this](int row, int, int before) {
+        if (row != before && !m_filling)
+            Q_EMIT rowSelected(row);
+    });
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
+        if (!m_sizing)
+            m_percentages.clear();
+    });
+}
+
+KorMFCGridCtrl::~KorMFCGridCtrl() {
+    disconnect();
+    horizontalHeader()->disconnect(this);
+}
+
+int KorMFCGridCtrl::insertColumn(const KorString& title, EKind kind) {
+    const QScopedValueRollback sizing(m_sizing, true);
+    const int column = columnCount();
+    setColumnCount(column + 1);
+    auto* header = new QTableWidgetItem(toQt(title));
+    header->setTextAlignment(Qt::AlignVCenter | (kind == eNumber ? Qt::AlignRight : Qt::AlignLeft));
+    setHorizontalHeaderItem(column, header);
+    m_kinds.push_back(kind);
+    return column;
+}
+
+void KorMFCGridCtrl::setColumnChoices(int column, const std::vector<KorString>& choices) {
+    QTableWidgetItem* header = horizontalHeaderItem(column);
+    if (!KorAssert::check(header != nullptr, "isValid( column )"))
+        return;
+    header->setData(KorGridDelegate::kChoicesRole, toQtList(choices));
+    for (int row = 0; row < rowCount(); ++row)
+        setCellChoices(row, column, choices);
+}
+
+void KorMFCGridCtrl::setCellChoices(int row, int column, const std::vector<KorString>& choices) {
+    const QScopedValueRollback filling(m_filling, true);
+    if (QTableWidgetItem* item = cell(row, column))
+        item->setData(KorGridDelegate::kChoicesRole, toQtList(choices));
+}
+
+void KorMFCGridCtrl::setColumnWidths(const std::vector<int>& percentages) {
+    m_percentages = percentages;
+    applyColumnWidths();
+}
+
+void KorMFCGridCtrl::applyColumnWidths() {
+    constexpr int kTolerance = 20;
+    const QScopedValueRollback sizing(m_sizing, true);
+    const int width = viewport()->width();
+    int before = 0;
+    for (int column = 0; column < columnCount() && column < static_cast<int>(m_percentages.size());
+         ++column) {
+        int share =
+            static_cast<int>(std::lround(m_percentages[static_cast<std::size_t>(column)] * width / 100.0));
+        if (std::abs(before + share - width) < kTolerance)
+            share = std::abs(width - before);
+        setColumnWidth(column, share);
+        before += share;
+    }
+}
+
+int KorMFCGridCtrl::addRow(const std::vector<KorString>& texts, void* rowData) {
+    const QScopedValueRollback filling(m_filling, true);
+    const int row = rowCount();
+    setRowCount(row + 1);
+    for (int column = 0; column < columnCount(); ++column) {
+        const auto at = static_cast<std::size_t>(column);
+        const EKind kind = m_kinds[at];
+        const QString text = at < texts.size() ? toQt(texts[at]) : QString();
+        auto* item = new QTableWidgetItem(kind == eCheck ? QString() : text);
+        item->setFlags(flagsOf(kind));
+        if (kind == eCheck)
+            item->setCheckState(text == u"1" ? Qt::Checked : Qt::Unchecked);
+        if (kind == eNumber)
+            item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        if (kind == eCombo)
+            item->setData(KorGridDelegate::kChoicesRole,
+                          horizontalHeaderItem(column)->data(KorGridDelegate::kChoicesRole));
+        setItem(row, column, item);
+    }
+    if (QTableWidgetItem* first = item(row, 0))
+        first->setData(kDataRole, QVariant::fromValue(rowData));
+    return row;
+}
+
+void KorMFCGridCtrl::deleteRow(int row) {
+    if (KorAssert::check(row >= 0 && row < rowCount(), "isValid( row )"))
+        removeRow(row);
+}
+
+void KorMFCGridCtrl::deleteAllRows() {
+    const QScopedValueRollback filling(m_filling, true);
+    setRowCount(0);
+}
+
+void* KorMFCGridCtrl::getRowData(int row) const {
+    const QTableWidgetItem* item = cell(row, 0);
+    return item ? item->data(kDataRole).value<void*>() : nullptr;
+}
+
+int KorMFCGridCtrl::selectedRow() const {
+    const QModelIndexList rows = selectionModel()->selectedRows();
+    return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+void KorMFCGridCtrl::selectRow(int row) {
+    const QScopedValueRollback filling(m_filling, true);
+    if (row >= 0)
+        setCurrentCell(row, 0);
+    else
+        clearSelection();
+}
+
+QTableWidgetItem* KorMFCGridCtrl::cell(int row, int column) const {
+    QTableWidgetItem* found = item(row, column);
+    KorAssert::check(found != nullptr, "isValid( row, column )");
+    return found;
+}
+
+KorString KorMFCGridCtrl::getCellText(int row, int column) const {
+    const QTableWidgetItem* item = cell(row, column);
+    return item ? fromQt(item->text()) : KorString();
+}
+
+void KorMFCGridCtrl::setCellText(int row, int column, const KorString& text) {
+    const QScopedValueRollback filling(m_filling, true);
+    if (QTableWidgetItem* item = cell(row, column))
+        item->setText(toQt(text));
+}
+
+bool KorMFCGridCtrl::isCellChecked(int row, int column) const {
+    const QTableWidgetItem* item = cell(row, column);
+    return item && item->checkState() == Qt::Checked;
+}
+
+void KorMFCGridCtrl::setCellCheck(int row, int column, bool checked) {
+    const QScopedValueRollback filling(m_filling, true);
+    if (QTableWidgetItem* item = cell(row, column))
+        item->setCheckState(checked ? Qt::Checked : Qt::Unchecked);
+}
+
+void KorMFCGridCtrl::setCellEnabled(int row, int column, bool enable) {
+    const QScopedValueRollback filling(m_filling, true);
+    QTableWidgetItem* item = cell(row, column);
+    if (!item)
+        return;
+    const Qt::ItemFlags flags = flagsOf(m_kinds[static_cast<std::size_t>(column)]);
+    item->setFlags(enable ? flags : Qt::ItemIsSelectable);
+}
+
+void KorMFCGridCtrl::enableWindow(bool enable) {
+    if (m_enabled == enable)
+        return;
+    m_enabled = enable;
+    viewport()->update();
+}
+
+bool KorMFCGridCtrl::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+    // Checks are turned here as well, not only texts edited.
+    return m_enabled && QTableWidget::edit(index, trigger, event);
+}
+
+void KorMFCGridCtrl::commitEdit() {
+    if (QWidget* editor = indexWidget(currentIndex())) {
+        commitData(editor);
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
+void KorMFCGridCtrl::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && currentIndex().isValid()) {
+        event->accept();             // Enter in a grid must not press the dialog's default button
+        if (state() != EditingState) // the Enter that ends editing comes by here, too
+            QTableWidget::edit(currentIndex());
+    } else if (event->key() == Qt::Key_Delete && m_enabled && selectedRow() >= 0) {
+        event->accept();
+        Q_EMIT deletePressed(selectedRow());
+    } else {
+        QTableWidget::keyPressEvent(event);
+    }
+}
+
+void KorMFCGridCtrl::resizeEvent(QResizeEvent* event) {
+    QTableWidget::resizeEvent(event);
+    applyColumnWidths();
+}

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "base/KorString.h"
+
+#include <QTableWidget>
+
+#include <vector>
+
+/// A grid whose cells are edited in place. Enter, F2, a double click or typing edits a cell; Enter commits
+/// it, Escape restores it, Space turns a check. The Tab key leaves the grid.
+/// Setting cells from the program announces nothing. Rows and columns that are not there are reported and
+/// read as empty.
+class KorMFCGridCtrl : public QTableWidget {
+    Q_OBJECT
+
+public:
+    enum EKind {
+        eText,     ///< a text to be typed
+        eNumber,   ///< as eText, right-aligned
+        eReadOnly, ///< a text that cannot be changed
+        eCheck,    ///< a check box
+        eCombo,    ///< a text chosen from a list
+    };
+
+    explicit KorMFCGridCtrl(QWidget* parent = nullptr);
+    ~KorMFCGridCtrl() override;
+
+    /// Appends a column and returns its number.
+    int insertColumn(const KorString& title, EKind kind = eText);
+    /// The choices of a combo column, or of a single cell of it.
+    void setColumnChoices(int column, const std::vector<KorString>& choices);
+    void setCellChoices(int row, int column, const std::vector<KorString>& choices);
+
+    /// Distributes the grid's width: one percentage per column, in order. A column that ends within 20
+    /// pixels of the right edge takes exactly the rest. Applied again whenever the grid is resized, until
+    /// the user sets a width.
+    void setColumnWidths(const std::vector<int>& percentages);
+
+    /// Appends a row with the texts of its columns (of a check: "1" is checked) and returns its number.
+    int addRow(const std::vector<KorString>& texts, void* data = nullptr);
+    void deleteRow(int row);
+    void deleteAllRows();
+    /// The caller's own data of a row; never touched, never deleted.
+    void* getRowData(int row) const;
+    int selectedRow() const;
+    void selectRow(int row);
+
+    KorString getCellText(int row, int column) const;
+    void setCellText(int row, int column, const KorString& text);
+    bool isCellChecked(int row, int column) const;
+    void setCellCheck(int row, int column, bool checked);
+    /// Whether the user can change a cell; on at first, except in read-only columns.
+    void setCellEnabled(int row, int column, bool enable);
+
+    /// Whether the user can change anything. A disabled grid still scrolls, so that all of a read-only
+    /// record can be read.
+    void enableWindow(bool enable);
+    bool isWindowEnabled() const { return m_enabled; }
+
+    /// Lets an open cell editor take what was typed.
+    void commitEdit();
+
+Q_SIGNALS:
+    /// The user changed a cell.
+    void cellEdited(int row, int column);
+    /// Delete pressed on a row of a grid that can be changed. The grid deletes nothing itself.
+    void deletePressed(int row);
+    void rowSelected(int row);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+
+private:
+    QTableWidgetItem* cell(int row, int column) const;
+    void applyColumnWidths();
+
+    std::vector<EKind> m_kinds;
+    std::vector<int> m_percentages;
+    bool m_filling = false;
+    bool m_sizing = false;
+    bool m_enabled = true;
+};

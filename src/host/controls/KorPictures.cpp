@@ -1,0 +1,78 @@
+#include "controls/KorPictures.h"
+
+#include "controls/KorQt.h"
+
+#include <QFile>
+#include <QHash>
+#include <QSet>
+#include <QSvgRenderer>
+
+namespace {
+
+struct Shelf {
+    QString base;
+    std::function<void(const KorString&)> missing;
+    QHash<QString, QIcon> icons;
+    QSet<QString> reported;
+};
+
+Shelf& shelf() {
+    static Shelf instance;
+    return instance;
+}
+
+/// The full file name of a picture, or an empty text (and a report, the first time) when there is none.
+QString find(const QString& path) {
+    Shelf& s = shelf();
+    const QString file = s.base + u'/' + path;
+    if (QFile::exists(file))
+        return file;
+    if (!s.reported.contains(path)) {
+        s.reported.insert(path);
+        if (s.missing)
+            s.missing(fromQt(path));
+    }
+    return {};
+}
+
+QIcon load(const QString& path) {
+    Shelf& s = shelf();
+    if (const auto known = s.icons.constFind(path); known != s.icons.constEnd())
+        return *known;
+    const QString file = find(path);
+    return *s.icons.insert(path, file.isEmpty() ? QIcon() : QIcon(file));
+}
+
+QString bitmapPath(int number) {
+    return QStringLiteral("bitmaps/%1.svg").arg(number);
+}
+
+} // namespace
+
+void KorPictures::setBase(const KorString& base) {
+    Shelf& s = shelf();
+    s.base = toQt(base);
+    s.icons.clear();
+    s.reported.clear();
+}
+
+void KorPictures::setMissingSink(std::function<void(const KorString&)> sink) {
+    shelf().missing = std::move(sink);
+}
+
+QIcon KorPictures::icon(int number) {
+    return namedIcon(KorString::number(number));
+}
+
+QIcon KorPictures::namedIcon(const KorString& name) {
+    return load(QStringLiteral("icons/%1.svg").arg(toQt(name)));
+}
+
+QIcon KorPictures::bitmap(int number) {
+    return load(bitmapPath(number));
+}
+
+QSize KorPictures::bitmapSize(int number) {
+    const QString file = find(bitmapPath(number));
+    return file.isEmpty() ? QSize() : QSvgRenderer(file).defaultSize();
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "base/KorString.h"
+
+#include <QIcon>
+#include <QSize>
+
+#include <functional>
+
+/// The program's pictures, by number: icons (`<base>/icons/<number>.svg`, 16-pixel grid, for trees and
+/// lists) and bitmaps (`<base>/bitmaps/<number>.svg`, for buttons and explanations). They are drawn at the
+/// size and device pixel ratio at which they are shown; icons in disabled controls look so.
+namespace KorPictures {
+
+/// Where the pictures are: a folder or a resource prefix as ":/pictures". Nothing is found before this.
+void setBase(const KorString& base);
+
+/// Receives each picture that was asked for and is not there, once, as its path relative to the base. An
+/// empty sink is silent.
+void setMissingSink(std::function<void(const KorString& path)> sink);
+
+/// The icon of that number, an empty one when it is missing.
+QIcon icon(int number);
+/// The bitmap of that number, an empty one when it is missing.
+QIcon bitmap(int number);
+/// The icon of that name, for the few icons that have no number.
+QIcon namedIcon(const KorString& name);
+/// The size at which the bitmap was drawn, in pixels at 100 %; an empty size when it is missing.
+QSize bitmapSize(int number);
+
+} // namespace KorPictures

@@ -1,0 +1,79 @@
+#include "controls/KorVerticalSplitter.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyleOptionFocusRect>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kStep = 16;
+
+class Bar : public QSplitterHandle {
+public:
+    explicit Bar(KorVerticalSplitter* splitter) : QSplitterHandle(Qt::Horizontal, splitter) {
+        setFocusPolicy(Qt::TabFocus);
+        setAccessibleName(KorVerticalSplitter::tr("Divider"));
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        auto* owner = static_cast<KorVerticalSplitter*>(splitter());
+        switch (event->key()) {
+        case Qt::Key_Left:
+            return owner->setLeftWidth(owner->leftWidth() - kStep);
+        case Qt::Key_Right:
+            return owner->setLeftWidth(owner->leftWidth() + kStep);
+        case Qt::Key_Home:
+            return owner->setLeftWidth(0);
+        case Qt::Key_End:
+            return owner->setLeftWidth(owner->width());
+        default:
+            QSplitterHandle::keyPressEvent(event);
+        }
+    }
+
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        const int middle = width() / 2;
+        painter.setPen(palette().color(QPalette::Mid));
+        painter.drawLine(middle, 0, middle, height());
+        if (!hasFocus())
+            return;
+        QStyleOptionFocusRect option;
+        option.initFrom(this);
+        option.state |= QStyle::State_KeyboardFocusChange;
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    }
+};
+
+} // namespace
+
+KorVerticalSplitter::KorVerticalSplitter(QWidget* parent) : QSplitter(Qt::Horizontal, parent) {
+    setChildrenCollapsible(false);
+    setHandleWidth(7);
+}
+
+void KorVerticalSplitter::setLeftWidth(int width) {
+    const QList<int> now = sizes();
+    if (now.size() < 2)
+        return;
+    const int both = now[0] + now[1];
+    const int left = std::clamp(width, 0, both);
+    setSizes({left, both - left});
+}
+
+int KorVerticalSplitter::leftWidth() const {
+    return sizes().value(0);
+}
+
+QSplitterHandle* KorVerticalSplitter::createHandle() {
+    return new Bar(this);
+}
+
+void KorVerticalSplitter::showEvent(QShowEvent* event) {
+    QSplitter::showEvent(event);
+    for (int pane = 0; pane < count(); ++pane)
+        setStretchFactor(pane, pane == 0 ? 0 : 1);
+}

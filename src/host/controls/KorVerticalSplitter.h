@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QSplitter>
+
+/// Two panes side by side with an upright bar between them. The left pane keeps its width when the window
+/// grows. The bar can be reached with the Tab key and moved with the arrow keys, Home and End.
+class KorVerticalSplitter : public QSplitter {
+    Q_OBJECT
+
+public:
+    explicit KorVerticalSplitter(QWidget* parent = nullptr);
+
+    /// Sets the width of the left pane in pixels, as far as both panes' minimum sizes allow.
+    void setLeftWidth(int width);
+    int leftWidth() const;
+
+protected:
+    QSplitterHandle* createHandle() override;
+    void showEvent(QShowEvent* event) override;
+};

@@ -1,0 +1,68 @@
+#include "controls/MemoryDlg.h"
+
+#include "controls/KorControls.h"
+#include "controls/KorLayoutStore.h"
+#include "controls/KorQt.h"
+
+#include <QSplitter>
+
+namespace {
+
+// The setting reads "<window>;<control id>=<splitter>;…", the states in base 64.
+constexpr QChar kSeparator = u';';
+
+QString encoded(const QByteArray& state) {
+    return QString::fromLatin1(state.toBase64());
+}
+
+QByteArray decoded(QStringView text) {
+    return QByteArray::fromBase64(text.toLatin1());
+}
+
+} // namespace
+
+void MemoryDlg::setWindow(QWidget* window) {
+    m_window = window;
+    for (const Control& control : m_controls)
+        apply(control);
+}
+
+void MemoryDlg::registerControl(int controlId, int flags) {
+    m_controls.push_back({controlId, flags});
+    apply(m_controls.back());
+}
+
+void MemoryDlg::apply(const Control& control) const {
+    QWidget* widget = m_window ? KorControls::find(m_window, control.id) : nullptr;
+    if (!widget)
+        return;
+    QSizePolicy policy = widget->sizePolicy();
+    if (control.flags & eStretchX)
+        policy.setHorizontalPolicy(QSizePolicy::Expanding);
+    if (control.flags & eStretchY)
+        policy.setVerticalPolicy(QSizePolicy::Expanding);
+    widget->setSizePolicy(policy);
+}
+
+bool MemoryDlg::restore() {
+    const QStringList parts = toQt(KorLayoutStore::read(m_name)).split(kSeparator);
+    if (!m_window || !m_window->restoreGeometry(decoded(parts.first())))
+        return false;
+    for (const QString& part : parts.mid(1)) {
+        const qsizetype equals = part.indexOf(u'=');
+        auto* splitter = KorControls::find<QSplitter>(m_window, part.left(equals).toInt());
+        if (splitter)
+            splitter->restoreState(decoded(QStringView(part).mid(equals + 1)));
+    }
+    return true;
+}
+
+void MemoryDlg::writeSetting() const {
+    if (!m_window)
+        return;
+    QStringList parts{encoded(m_window->saveGeometry())};
+    for (const Control& control : m_controls)
+        if (const auto* splitter = KorControls::find<QSplitter>(m_window, control.id))
+            parts.append(QString::number(control.id) + u'=' + encoded(splitter->saveState()));
+    KorLayoutStore::write(m_name, fromQt(parts.join(kSeparator)));
+}

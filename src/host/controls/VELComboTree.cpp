@@ -1,0 +1,239 @@
+#include "controls/VELComboTree.h"
+
+#include "base/KorAssert.h"
+#include "controls/KorQt.h"
+#include "controls/VELComboTreePopup.h"
+
+#include <QKeyEvent>
+#include <QSignalBlocker>
+#include <QStyleOptionComboBox>
+#include <QWheelEvent>
+
+namespace {
+
+constexpr char kDelimiter = '\x1f'; // the "unit separator": nobody types it into a name
+
+/// The first name of a path, which is shortened by it.
+KorString takeName(std::string_view& path) {
+    const std::size_t end = path.find(kDelimiter);
+    const std::string_view name = path.substr(0, end);
+    path = end == std::string_view::npos ? std::string_view() : path.substr(end + 1);
+    return KorString(name);
+}
+
+} // namespace
+
+VELComboTree::VELComboTree(QWidget* parent) : KorComboBox(parent), m_model(new KorTreeModel(this)) {}
+
+VELComboTree::~VELComboTree() {
+    delete m_popup;
+}
+
+KorString VELComboTree::GetPathDelimiter() {
+    return KorString(std::string_view(&kDelimiter, 1));
+}
+
+void VELComboTree::setImageList(KorImageListPtr images) {
+    m_images = images;
+    m_model->setImageList(std::move(images));
+    showSelected();
+}
+
+void VELComboTree::setDisplayFullPath(bool on) {
+    m_displayFullPath = on;
+    showSelected();
+}
+
+KorTreeHandle VELComboTree::child(KorTreeHandle parent, const KorString& name) const {
+    const auto found = m_children.find({parent, name});
+    return found == m_children.end() ? nullptr : found->second;
+}
+
+KorTreeHandle VELComboTree::addEntry(const KorString& path, int image, void* entryData) {
+    std::string_view rest = path.view();
+    KorTreeHandle entry = nullptr;
+    while (!rest.empty()) {
+        const KorString name = takeName(rest);
+        KorTreeHandle next = child(entry, name);
+        if (!next) {
+            next = m_model->insert(entry, -1, {name, -1, nullptr, false});
+            m_children.emplace(ChildKey{entry, name}, next);
+        }
+        entry = next;
+    }
+    if (!KorAssert::check(entry != nullptr, "entry != NULL"))
+        return nullptr;
+    entry->image = image;
+    entry->data = entryData;
+    if (entry == m_selected)
+        showSelected();
+    return entry;
+}
+
+bool VELComboTree::deleteEntry(const KorString& path) {
+    const KorTreeHandle entry = findEntry(path);
+    if (!entry)
+        return false;
+    const KorTreeHandle parent = m_model->parentOf(entry);
+    const KorTreeHandle end = m_model->nextOutside(entry);
+    m_children.erase({parent, entry->text});
+    bool selectionGoes = false;
+    for (KorTreeHandle at = entry; at != end; at = m_model->nextInOrder(at)) {
+        selectionGoes = selectionGoes || at == m_selected;
+        if (at != entry)
+            m_children.erase({at->parent, at->text});
+    }
+    if (selectionGoes)
+        setSelected(nullptr);
+    m_model->remove(entry);
+    return true;
+}
+
+bool VELComboTree::renameEntry(const KorString& path, const KorString& name) {
+    const KorTreeHandle entry = findEntry(path);
+    const KorTreeHandle parent = entry ? m_model->parentOf(entry) : nullptr;
+    if (!entry || child(parent, name))
+        return false;
+    m_children.erase({parent, entry->text});
+    m_children.emplace(ChildKey{parent, name}, entry);
+    m_model->setText(entry, name);
+    showSelected();
+    return true;
+}
+
+void VELComboTree::deleteAll() {
+    delete m_popup;
+    m_children.clear();
+    m_model->removeChildren(nullptr);
+    setSelected(nullptr);
+}
+
+KorTreeHandle VELComboTree::findEntry(const KorString& path) const {
+    std::string_view rest = path.view();
+    KorTreeHandle entry = nullptr;
+    while (!rest.empty()) {
+        entry = child(entry, takeName(rest));
+        if (!entry)
+            return nullptr;
+    }
+    return entry;
+}
+
+KorString VELComboTree::getPath(KorTreeHandle entry) const {
+    KorString path;
+    for (; entry; entry = m_model->parentOf(entry))
+        path = path.isEmpty() ? entry->text : entry->text + GetPathDelimiter() + path;
+    return path;
+}
+
+KorString VELComboTree::getEntryText(KorTreeHandle entry) const {
+    return entry ? entry->text : KorString();
+}
+
+void* VELComboTree::getEntryData(KorTreeHandle entry) const {
+    return entry ? entry->data : nullptr;
+}
+
+int VELComboTree::childCount(KorTreeHandle parent) const {
+    return m_model->childCount(parent);
+}
+
+KorTreeHandle VELComboTree::getChildAt(KorTreeHandle parent, int index) const {
+    return m_model->childAt(parent, index);
+}
+
+bool VELComboTree::selectPath(const KorString& path) {
+    setSelected(findEntry(path));
+    return m_selected || path.isEmpty();
+}
+
+KorString VELComboTree::getSelectedPath() const {
+    return getPath(m_selected);
+}
+
+bool VELComboTree::canChoose(KorTreeHandle entry) const {
+    return entry && entry->selectable && (!m_leavesOnly || m_model->childCount(entry) == 0);
+}
+
+void VELComboTree::choose(KorTreeHandle entry) {
+    setSelected(entry);
+    Q_EMIT entrySelected(entry);
+}
+
+void VELComboTree::setSelected(KorTreeHandle entry) {
+    m_selected = entry;
+    showSelected();
+}
+
+/// The combo's own list holds just the chosen entry, so that its look and its accessible value are those
+/// of any other combo.
+void VELComboTree::showSelected() {
+    const QSignalBlocker quiet(this);
+    clear();
+    setToolTip({});
+    if (!m_selected)
+        return;
+    QString path = toQt(getSelectedPath());
+    path.replace(QLatin1Char(kDelimiter), QStringLiteral(" / "));
+    addItem(m_images ? m_images->at(m_selected->image) : QIcon(),
+            m_displayFullPath ? path : toQt(m_selected->text));
+    setToolTip(path);
+}
+
+void VELComboTree::initStyleOption(QStyleOptionComboBox* option) const {
+    KorComboBox::initStyleOption(option);
+    QRect field = style()->subControlRect(QStyle::CC_ComboBox, option, QStyle::SC_ComboBoxEditField, this);
+    const int icon = option->currentIcon.isNull() ? 0 : option->iconSize.width() + 8;
+    option->currentText =
+        option->fontMetrics.elidedText(option->currentText, Qt::ElideMiddle, field.width() - icon - 4);
+}
+
+void VELComboTree::step(int by) {
+    KorTreeHandle entry = m_selected;
+    do
+        entry = by > 0 ? m_model->nextInOrder(entry) : m_model->previousInOrder(entry);
+    while (entry && !canChoose(entry));
+    if (entry)
+        choose(entry);
+}
+
+void VELComboTree::keyPressEvent(QKeyEvent* event) {
+    const bool alt = event->modifiers() & Qt::AltModifier;
+    const QString typed = event->text();
+    switch (event->key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        if (alt)
+            return showPopup();
+        return step(event->key() == Qt::Key_Up ? -1 : 1);
+    case Qt::Key_F4:
+    case Qt::Key_Space:
+        return showPopup();
+    default:
+        if (!typed.isEmpty() && typed.front().isPrint() && !alt &&
+            !(event->modifiers() & Qt::ControlModifier))
+            return openPopup(typed);
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void VELComboTree::wheelEvent(QWheelEvent* event) {
+    event->setAccepted(hasFocus());
+    if (hasFocus() && event->angleDelta().y() != 0)
+        step(event->angleDelta().y() > 0 ? -1 : 1);
+}
+
+void VELComboTree::showPopup() {
+    openPopup({});
+}
+
+void VELComboTree::openPopup(const QString& search) {
+    if (!m_popup)
+        m_popup = new VELComboTreePopup(*this);
+    m_popup->open(search);
+}
+
+void VELComboTree::hidePopup() {
+    if (m_popup)
+        m_popup->hide();
+}

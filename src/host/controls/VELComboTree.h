@@ -1,0 +1,101 @@
+#pragma once
+
+#include "controls/KorComboBox.h"
+#include "controls/KorTreeModel.h"
+
+#include <QPointer>
+
+#include <unordered_map>
+
+class VELComboTreePopup;
+
+/// A combo box whose drop-down is a tree. Entries are named by their path, the names from the top down,
+/// joined by the path delimiter. In the drop-down, typing finds entries; Enter or a click chooses one.
+/// With the drop-down closed the arrow keys step from entry to entry, and typing opens it.
+class VELComboTree : public KorComboBox {
+    Q_OBJECT
+
+public:
+    explicit VELComboTree(QWidget* parent = nullptr);
+    ~VELComboTree() override;
+
+    /// What joins the names of a path. It occurs in no name, and is never shown.
+    static KorString GetPathDelimiter();
+
+    void setImageList(KorImageListPtr images);
+    /// Whether the closed combo shows the whole path of the chosen entry. Off at first: its name only.
+    void setDisplayFullPath(bool on);
+    /// Height of the drop-down in pixels at 100 %; 200 at first.
+    void setDropDownHeight(int height) { m_dropDownHeight = height; }
+    /// Whether only entries without children can be chosen. Off at first.
+    void setLeavesOnly(bool on) { m_leavesOnly = on; }
+
+    /// Adds an entry by its path; names on the way that do not exist yet are added without picture and
+    /// data. A path that exists takes the new picture and data. Returns the entry.
+    KorTreeHandle addEntry(const KorString& path, int image = -1, void* data = nullptr);
+    /// Deletes an entry with all below it. Returns false when there is no such path.
+    bool deleteEntry(const KorString& path);
+    /// Gives the entry another name (not a path). Returns false when there is no such path, or when a
+    /// sibling has that name already.
+    bool renameEntry(const KorString& path, const KorString& name);
+    void deleteAll();
+
+    /// The entry of a path, null when there is none.
+    KorTreeHandle findEntry(const KorString& path) const;
+    KorString getPath(KorTreeHandle entry) const;
+    KorString getEntryText(KorTreeHandle entry) const;
+    void* getEntryData(KorTreeHandle entry) const;
+    /// Number of children of an entry; with null, of the top level.
+    int childCount(KorTreeHandle parent) const;
+    KorTreeHandle getChildAt(KorTreeHandle parent, int index) const;
+
+    /// Chooses an entry without announcing it; an empty path chooses none. Returns false, and chooses
+    /// none, when there is no such path.
+    bool selectPath(const KorString& path);
+    /// The path of the chosen entry, an empty text when there is none.
+    KorString getSelectedPath() const;
+    KorTreeHandle selectedEntry() const { return m_selected; }
+
+    void showPopup() override;
+    void hidePopup() override;
+
+Q_SIGNALS:
+    /// The user chose an entry (perhaps the one that was chosen already).
+    void entrySelected(KorTreeHandle entry);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void initStyleOption(QStyleOptionComboBox* option) const override;
+
+private:
+    friend class VELComboTreePopup;
+
+    struct ChildKey {
+        KorTreeHandle parent;
+        KorString name;
+        bool operator==(const ChildKey&) const = default;
+    };
+    struct ChildHash {
+        std::size_t operator()(const ChildKey& key) const noexcept {
+            return std::hash<KorString>{}(key.name) ^ (std::hash<void*>{}(key.parent) * 31);
+        }
+    };
+
+    KorTreeHandle child(KorTreeHandle parent, const KorString& name) const;
+    bool canChoose(KorTreeHandle entry) const;
+    void choose(KorTreeHandle entry);
+    void setSelected(KorTreeHandle entry);
+    void showSelected();
+    void step(int by);
+    void openPopup(const QString& search);
+
+    KorTreeModel* m_model;
+    KorImageListPtr m_images;
+    std::unordered_map<ChildKey, KorTreeHandle, ChildHash> m_children;
+    QPointer<VELComboTreePopup> m_popup;
+    KorTreeHandle m_selected = nullptr;
+    int m_dropDownHeight = 200;
+    bool m_displayFullPath = false;
+    bool m_leavesOnly = false;
+};

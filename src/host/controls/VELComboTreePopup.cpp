@@ -1,0 +1,130 @@
+#include "controls/VELComboTreePopup.h"
+
+#include "controls/KorQt.h"
+#include "controls/KorTreeCtrl.h"
+#include "controls/VELComboTree.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+VELComboTreePopup::VELComboTreePopup(VELComboTree& combo)
+    : QFrame(&combo, Qt::Popup), m_combo(combo), m_search(new QLineEdit(this)),
+      m_tree(new KorTreeCtrl(combo.m_model, this)) {
+    setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+    setAttribute(Qt::WA_NoMouseReplay); // a click on the combo closes the drop-down, and that is all
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(1, 1, 1, 1);
+    layout->setSpacing(1);
+    layout->addWidget(m_search);
+    layout->addWidget(m_tree);
+    m_search->setPlaceholderText(tr("Search"));
+    m_search->setAccessibleName(tr("Search"));
+    m_search->setClearButtonEnabled(true);
+    m_search->installEventFilter(this);
+    m_tree->setFocusPolicy(Qt::NoFocus);
+    m_tree->setFrameStyle(QFrame::NoFrame);
+    connect(m_search, &QLineEdit::textEdited, this, [this] { find(nullptr, true); });
+    connect(m_tree, &QTreeView::clicked, this,
+            [this](const QModelIndex& index) { choose(KorTreeModel::entryOf(index)); });
+}
+
+VELComboTreePopup::~VELComboTreePopup() {
+    m_search->disconnect(this);
+    m_tree->disconnect(this);
+}
+
+void VELComboTreePopup::open(const QString& search) {
+    place();
+    show();
+    m_search->setText(search);
+    m_search->setFocus();
+    m_tree->selectItem(m_combo.selectedEntry() ? m_combo.selectedEntry() : m_tree->getRoot());
+    find(nullptr, true);
+    if (const KorTreeHandle selected = m_tree->selectedItem())
+        m_tree->ensureVisible(selected);
+}
+
+void VELComboTreePopup::place() {
+    const QRect screen = m_combo.screen()->availableGeometry();
+    const QRect combo(m_combo.mapToGlobal(QPoint(0, 0)), m_combo.size());
+    QRect popup(combo.bottomLeft() + QPoint(0, 1),
+                QSize(std::max(combo.width(), 240), m_combo.m_dropDownHeight));
+    if (popup.bottom() > screen.bottom() && combo.top() - popup.height() >= screen.top())
+        popup.moveBottom(combo.top() - 1);
+    popup.moveRight(std::min(popup.right(), screen.right()));
+    popup.moveLeft(std::max(popup.left(), screen.left()));
+    setGeometry(popup);
+}
+
+/// Selects the next entry, after `from` (null: from the top), whose name contains the search text.
+void VELComboTreePopup::find(KorTreeHandle from, bool forward) {
+    const QString wanted = m_search->text();
+    if (wanted.isEmpty())
+        return;
+    const KorTreeModel& model = *m_combo.m_model;
+    const auto next = [&](KorTreeHandle at) {
+        return forward ? model.nextInOrder(at) : model.previousInOrder(at);
+    };
+    for (KorTreeHandle at = next(from); at; at = next(at))
+        if (toQt(at->text).contains(wanted, Qt::CaseInsensitive))
+            return m_tree->selectItem(at);
+}
+
+void VELComboTreePopup::choose(KorTreeHandle entry) {
+    if (!m_combo.canChoose(entry))
+        return;
+    hide();
+    m_combo.setFocus();
+    m_combo.choose(entry);
+}
+
+bool VELComboTreePopup::onKey(QKeyEvent& event) {
+    const bool searching = !m_search->text().isEmpty();
+    const bool alt = event.modifiers() & Qt::AltModifier;
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        choose(m_tree->selectedItem());
+        return true;
+    case Qt::Key_Escape:
+        if (searching)
+            m_search->clear();
+        else
+            hide();
+        return true;
+    case Qt::Key_F4:
+    case Qt::Key_Tab:
+        hide();
+        return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        if (alt)
+            hide();
+        else if (searching)
+            find(m_tree->selectedItem(), event.key() == Qt::Key_Down);
+        else
+            QCoreApplication::sendEvent(m_tree, &event);
+        return true;
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        QCoreApplication::sendEvent(m_tree, &event);
+        return true;
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+        if (!searching)
+            QCoreApplication::sendEvent(m_tree, &event);
+        return !searching;
+    default:
+        return false;
+    }
+}
+
+bool VELComboTreePopup::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_search && event->type() == QEvent::KeyPress && onKey(*static_cast<QKeyEvent*>(event)))
+        return true;
+    return QFrame::eventFilter(watched, event);
+}

@@ -1,0 +1,90 @@
+#include "app/ProgramFixture.h"
+
+#include <QJsonArray>
+
+#include <functional>
+#include <sqlite3.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// One way in which a data folder can be bad: what is done to it, the file that the sentence must name, how
+/// many of the six detail styles are still listed, and what the program gives back.
+struct BadInput {
+    std::string name;
+    std::function<void()> spoil;
+    std::string named;
+    int stylesLeft = 4;
+    int exitCode = 1;
+};
+
+class BadFilesTest : public ProgramTest {
+protected:
+    // Runs `list` on a folder of its own that was spoilt in this way.
+    void check(const BadInput& bad) {
+        SCOPED_TRACE(bad.name);
+        fs::copy(data(), folder() / "sound", fs::copy_options::recursive);
+        bad.spoil();
+        const ProgramRun listed = run({"list", "--json"});
+        fs::remove_all(data());
+        fs::rename(folder() / "sound", data());
+        EXPECT_EQ(listed.exitCode, bad.exitCode);
+        EXPECT_EQ(listed.json().array().size(), bad.stylesLeft);
+        ASSERT_EQ(listed.complaints.size(), 1) << listed.complaints.join('\n').toStdString();
+        EXPECT_TRUE(listed.complaints[0].contains(QString::fromStdString(bad.named)))
+            << listed.complaints[0].toStdString();
+    }
+};
+
+} // namespace
+
+TEST_F(BadFilesTest, EachGetsOneSentenceAndTheRestIsListed) {
+    const std::string addIn = "addins/bridges/styles.dsdb";
+    const std::vector<BadInput> inputs = {
+        {"no database", [&] { writeFile(data() / "user.dsdb", std::string(8192, 'x')); }, "user.dsdb"},
+        {"cut off", [&] { fs::resize_file(data() / "user.dsdb", 8192); }, "user.dsdb"},
+        {"empty", [&] { fs::resize_file(data() / "standard.dsdb", 0); }, "standard.dsdb"},
+        {"missing", [&] { fs::remove(data() / "standard.dsdb"); }, "standard.dsdb"},
+        {"a folder", [&] { fs::remove(data() / "user.dsdb"), fs::create_directory(data() / "user.dsdb"); },
+         "user.dsdb"},
+        {"newer version", [&] { sql(addIn, "PRAGMA user_version = 99"); }, "styles.dsdb"},
+        {"other program", [&] { sql(addIn, "PRAGMA application_id = 7"); }, "styles.dsdb"},
+        {"no table", [&] { sql("user.dsdb", "DROP TABLE detail_style"); }, "user.dsdb"},
+        {"no column", [&] { sql("user.dsdb", "ALTER TABLE detail_style DROP COLUMN description"); },
+         "user.dsdb", 6},
+        {"text for a number",
+         [&] { sql("user.dsdb", "UPDATE detail_style SET title_position = 'x' WHERE key = 1"); }, "user.dsdb",
+         6},
+        {"out of range",
+         [&] { sql("user.dsdb", "UPDATE detail_style SET title_position = 99 WHERE key = 1"); }, "user.dsdb",
+         6, 0},
+        {"add-in without database", [&] { fs::remove(data() / addIn); }, "bridges", 4},
+        {"add-in without description", [&] { fs::remove(data() / "addins/bridges/addin.ini"); }, "bridges",
+         4},
+        {"no data folder", [&] { fs::remove_all(data()); }, "data\"", 0},
+    };
+    for (const BadInput& bad : inputs)
+        check(bad);
+}
+
+TEST_F(BadFilesTest, ALockedDatabaseIsLeftOut) {
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open((data() / "user.dsdb").c_str(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    const ProgramRun listed = run({"list", "--json"});
+    sqlite3_close(other);
+    EXPECT_EQ(listed.json().array().size(), 4);
+    ASSERT_EQ(listed.complaints.size(), 1);
+    EXPECT_TRUE(listed.complaints[0].contains("user.dsdb") && listed.complaints[0].contains("locked"));
+}
+
+TEST_F(BadFilesTest, RubbishInSettingsAndTextsIsToldAndHarmless) {
+    fs::create_directories(folder() / "config" / "detailstyles");
+    writeFile(folder() / "config" / "detailstyles" / "settings.ini", "[DetailStylesManager]\nrubbish\n");
+    const ProgramRun listed = run({"list", "--json"});
+    EXPECT_EQ(listed.exitCode, 0);
+    EXPECT_EQ(listed.json().array().size(), 6);
+    ASSERT_EQ(listed.complaints.size(), 1);
+    EXPECT_TRUE(listed.complaints[0].contains("settings.ini"));
+}

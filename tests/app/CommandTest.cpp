@@ -1,0 +1,121 @@
+#include "app/ProgramFixture.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace {
+
+using CommandTest = ProgramTest;
+
+QJsonObject column(const ProgramRun& shown, const QString& name) {
+    for (const QJsonValue& value : shown.json()["columns"].toArray())
+        if (value["column"] == name)
+            return value.toObject();
+    return {};
+}
+
+} // namespace
+
+TEST_F(CommandTest, ListsRecordsOfAllSourcesForPeopleAndForPrograms) {
+    const ProgramRun text = run({"list"});
+    EXPECT_EQ(text.exitCode, 0) << text.complaints.join('\n').toStdString();
+    EXPECT_TRUE(text.complaints.isEmpty()) << text.complaints.join('\n').toStdString();
+    const QStringList lines = text.output.split('\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 7);
+    EXPECT_EQ(lines[1], "standard  Beam        Beams        Träger, einfach");
+    EXPECT_EQ(lines[0].indexOf("Name"), lines[1].indexOf("Beam "));
+    EXPECT_TRUE(lines[3].startsWith("bridges "));
+    EXPECT_TRUE(lines[5].startsWith("user "));
+
+    const QJsonArray rows =
+        run({"list", "--json", "--kind", "view-request", "--source", "road bridges"}).json().array();
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(rows[1]["source"], "bridges");
+    EXPECT_EQ(rows[1]["name"], "Section");
+    EXPECT_EQ(rows[1]["key"], 2);
+}
+
+TEST_F(CommandTest, ShowsARecordAsItsUserReadsIt) {
+    const ProgramRun own = run({"show", "detail-style", "Beam", "--json"});
+    EXPECT_EQ(own.exitCode, 0);
+    EXPECT_EQ(own.json()["source"], "user");
+    EXPECT_EQ(own.json()["editable"], true);
+    EXPECT_EQ(column(own, "title_position")["value"], 4);
+    EXPECT_EQ(column(own, "title_position")["text"], "Below detail");
+    EXPECT_EQ(column(own, "view_2")["text"], "Section");
+
+    const ProgramRun view = run({"show", "view-request", "Front", "--source", "standard", "--json"});
+    EXPECT_EQ(view.json()["editable"], false);
+    EXPECT_EQ(view.json()["shared"], true);
+    EXPECT_EQ(view.json()["usedBy"].toArray().size(), 2);
+
+    const ProgramRun inches = run({"show", "length-clip", "Long", "--source", "bridges", "--json"});
+    EXPECT_EQ(column(inches, "interval")["value"], 1000.0);
+    EXPECT_TRUE(column(inches, "interval")["text"].toString().endsWith('"'));
+}
+
+TEST_F(CommandTest, SetStoresAValueInTheUserDatabase) {
+    EXPECT_EQ(run({"set", "length-clip", "Long", "interval", "12.5 cm"}).exitCode, 0);
+    EXPECT_EQ(column(run({"show", "length-clip", "Long", "--json"}), "interval")["value"], 125.0);
+    EXPECT_EQ(run({"set", "detail-style", "Heavy beam", "view_1", "Section"}).exitCode, 0);
+    EXPECT_EQ(run({"set", "detail-style", "Heavy beam", "automatic_clipping", "yes"}).exitCode, 0);
+    EXPECT_EQ(run({"set", "detail-style", "Heavy beam", "name", "Schwerer Träger"}).exitCode, 0);
+    const ProgramRun style = run({"show", "detail-style", "Schwerer Träger", "--json"});
+    EXPECT_EQ(column(style, "view_1")["text"], "Section");
+    EXPECT_EQ(column(style, "automatic_clipping")["value"], 1);
+    EXPECT_EQ(column(run({"show", "detail-style", "Beam", "--json"}), "automatic_clipping")["value"], 0);
+}
+
+TEST_F(CommandTest, SetWritesNothingThatItShouldNot) {
+    const std::string standard = contentOf(data() / "standard.dsdb");
+    const std::string user = contentOf(data() / "user.dsdb");
+    const std::vector<std::pair<QStringList, int>> refused = {
+        {{"set", "detail-style", "Beam", "title_position", "1", "--source", "standard"}, 1},
+        {{"set", "detail-style", "Beam", "title_position", "1", "--source", "bridges"}, 1},
+        {{"set", "view-request", "Front", "scale", "0.5"}, 1},
+        {{"set", "detail-style", "Beam", "title_position", "8"}, 1},
+        {{"set", "detail-style", "Beam", "view_1", "Nowhere"}, 1},
+        {{"set", "detail-style", "Beam", "automatic_clipping", "perhaps"}, 1},
+        {{"set", "length-clip", "Long", "interval", "-1"}, 1},
+        {{"set", "detail-style", "Beam", "name", "Heavy beam"}, 1},
+        {{"set", "detail-style", "Beam", "name", " "}, 1},
+        {{"set", "detail-style", "Nobody", "title_position", "1"}, 1},
+        {{"set", "detail-style", "Beam", "colour", "1"}, 2},
+        {{"set", "nothing", "Beam", "name", "1"}, 2},
+        {{"set", "detail-style", "Beam", "title_position"}, 2},
+    };
+    for (const auto& [arguments, exitCode] : refused) {
+        const ProgramRun refusal = run(arguments);
+        EXPECT_EQ(refusal.exitCode, exitCode) << arguments.join(' ').toStdString();
+        EXPECT_FALSE(refusal.complaints.isEmpty()) << arguments.join(' ').toStdString();
+    }
+    EXPECT_EQ(contentOf(data() / "standard.dsdb"), standard);
+    EXPECT_EQ(contentOf(data() / "user.dsdb"), user);
+    EXPECT_TRUE(
+        run({"set", "detail-style", "Beam", "title_position", "8"}).complaints[0].contains("title_position"));
+
+    EXPECT_EQ(run({"set", "view-request", "Front", "scale", "0.5", "--shared"}).exitCode, 0);
+    EXPECT_EQ(column(run({"show", "view-request", "Front", "--json"}), "scale")["value"], 0.5);
+}
+
+TEST_F(CommandTest, FindsItsDataFolderAndMakesAUserDatabase) {
+    EXPECT_EQ(runBare({"list"}).exitCode, 1);
+    std::filesystem::create_directories(folder() / "system");
+    std::filesystem::rename(data(), folder() / "system" / "detailstyles");
+    std::filesystem::remove(folder() / "system" / "detailstyles" / "user.dsdb");
+    EXPECT_EQ(runBare({"list", "--json"}).json().array().size(), 4);
+    EXPECT_TRUE(std::filesystem::exists(folder() / "system" / "detailstyles" / "user.dsdb"));
+}
+
+TEST_F(CommandTest, HelpAndWrongUsage) {
+    const ProgramRun help = runBare({"--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    for (const char* command : {"edit", "list", "show", "set", "samples"}) {
+        EXPECT_TRUE(help.output.contains(command)) << command;
+        EXPECT_EQ(runBare({command, "--help"}).exitCode, 0) << command;
+    }
+    EXPECT_EQ(run({"nonsense"}).exitCode, 2);
+    EXPECT_EQ(run({"list", "--nonsense"}).exitCode, 2);
+    EXPECT_EQ(run({"list", "--kind", "nonsense"}).exitCode, 2);
+    EXPECT_EQ(run({"list", "--source", "nonsense"}).exitCode, 1);
+}

@@ -1,0 +1,143 @@
+#include "controls/KorTreeCtrl.h"
+#include "controls/VELComboTree.h"
+#include "controls/VELComboTreeBuilder.h"
+
+#include <QLineEdit>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+KorString path(std::initializer_list<const char*> names) {
+    KorString joined;
+    for (const char* name : names)
+        joined = joined.isEmpty() ? KorString(name) : joined + VELComboTree::GetPathDelimiter() + name;
+    return joined;
+}
+
+class ComboTree : public testing::Test {
+protected:
+    ComboTree() {
+        combo.addEntry(path({"Standard", "Beams", "Girder"}), -1, &mark);
+        combo.addEntry(path({"Standard", "Columns"}));
+        combo.addEntry(path({"User"}));
+        QObject::connect(&combo, &VELComboTree::entrySelected, &combo,
+                         [this](KorTreeHandle entry) { chosen.push_back(combo.getPath(entry)); });
+        combo.show();
+        combo.setFocus();
+    }
+
+    QLineEdit* openSearch() {
+        QTest::keyClick(&combo, Qt::Key_F4);
+        return combo.findChild<QLineEdit*>();
+    }
+    bool isOpen() {
+        const QWidget* tree = combo.findChild<KorTreeCtrl*>();
+        return tree && tree->isVisible();
+    }
+
+    int mark = 0;
+    VELComboTree combo;
+    std::vector<KorString> chosen;
+};
+
+} // namespace
+
+TEST_F(ComboTree, EntriesAreNamedByTheirPaths) {
+    EXPECT_EQ(combo.childCount(nullptr), 2);
+    EXPECT_EQ(combo.getEntryData(combo.findEntry(path({"Standard", "Beams", "Girder"}))), &mark);
+    EXPECT_TRUE(combo.selectPath(path({"Standard", "Beams", "Girder"})));
+    EXPECT_EQ(combo.currentText(), QStringLiteral("Girder"));
+    combo.setDisplayFullPath(true);
+    EXPECT_EQ(combo.currentText(), QStringLiteral("Standard / Beams / Girder"));
+
+    EXPECT_TRUE(combo.renameEntry(path({"Standard", "Beams"}), "Purlins"));
+    EXPECT_EQ(combo.getSelectedPath(), path({"Standard", "Purlins", "Girder"}));
+    EXPECT_FALSE(combo.renameEntry(path({"Standard", "Purlins"}), "Columns"));
+    EXPECT_TRUE(combo.deleteEntry(path({"Standard", "Purlins"})));
+    EXPECT_EQ(combo.getSelectedPath(), KorString());
+    EXPECT_EQ(combo.findEntry(path({"Standard", "Purlins", "Girder"})), nullptr);
+    EXPECT_NE(combo.findEntry(path({"Standard", "Columns"})), nullptr);
+    EXPECT_FALSE(combo.selectPath(path({"Standard", "Rafters"})));
+    EXPECT_TRUE(chosen.empty()) << "what the program chooses is not announced";
+}
+
+TEST_F(ComboTree, KeysStepAndTypingSearchesInTheDropDown) {
+    combo.selectPath(path({"Standard"}));
+    QTest::keyClick(&combo, Qt::Key_Down);
+    EXPECT_EQ(chosen, std::vector{path({"Standard", "Beams"})});
+
+    QTest::keyClicks(&combo, "g");
+    EXPECT_TRUE(isOpen()) << "typing opens the drop-down";
+    QTest::keyClicks(combo.findChild<QLineEdit*>(), "ird");
+    EXPECT_EQ(chosen.size(), 1u) << "nothing is chosen while searching";
+    QTest::keyClick(combo.findChild<QLineEdit*>(), Qt::Key_Return);
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(combo.getSelectedPath(), path({"Standard", "Beams", "Girder"}));
+
+    QLineEdit* search = openSearch();
+    QTest::keyClicks(search, "user");
+    QTest::keyClick(search, Qt::Key_Escape);
+    EXPECT_TRUE(isOpen()) << "Escape clears the search first";
+    QTest::keyClick(search, Qt::Key_Escape);
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(combo.getSelectedPath(), path({"Standard", "Beams", "Girder"}));
+    EXPECT_EQ(chosen.size(), 2u);
+}
+
+TEST_F(ComboTree, AClickChoosesAndGroupsCanBeOutOfChoice) {
+    combo.setLeavesOnly(true);
+    openSearch();
+    auto* tree = combo.findChild<KorTreeCtrl*>();
+    const auto click = [&](const KorString& entry) {
+        tree->ensureVisible(combo.findEntry(entry));
+        for (QModelIndex at = tree->model()->index(0, 0); at.isValid(); at = tree->indexBelow(at))
+            if (KorTreeModel::entryOf(at) == combo.findEntry(entry))
+                return QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(at).center());
+    };
+    click(path({"Standard"}));
+    EXPECT_TRUE(isOpen());
+    click(path({"User"}));
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(chosen, std::vector{path({"User"})});
+}
+
+TEST_F(ComboTree, TheWheelOnlyStepsWithTheFocus) {
+    const auto wheel = [&] {
+        QWheelEvent event({5, 5}, combo.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {}, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(&combo, &event);
+        return event.isAccepted();
+    };
+    combo.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&combo));
+    EXPECT_TRUE(wheel());
+    EXPECT_EQ(chosen.size(), 1u);
+    combo.clearFocus();
+    EXPECT_FALSE(wheel()) << "the page around must scroll instead";
+    EXPECT_EQ(chosen.size(), 1u);
+}
+
+TEST(ComboTreeBuilder, ReplacesTheEntriesKeepsTheChoiceAndReportsProgress) {
+    VELComboTree combo;
+    combo.addEntry("old");
+    combo.addEntry(path({"group 7", "item 42"}));
+    combo.selectPath(path({"group 7", "item 42"}));
+    VELComboTreeBuilder builder;
+    for (int group = 0; group < 30; ++group) {
+        const std::string name = "group " + std::to_string(group);
+        builder.addGroup(name);
+        for (int item = 0; item < 1000; ++item)
+            builder.addEntry(path({name.c_str(), ("item " + std::to_string(item)).c_str()}));
+    }
+    std::vector<int> steps;
+    int total = 0;
+    builder.installHandlers([&](int count) { total = count; }, [&](int step) { steps.push_back(step); }, {});
+    builder.build(combo);
+    EXPECT_EQ(total, 30 * 1001);
+    EXPECT_EQ(steps.size(), 100u);
+    EXPECT_EQ(steps.back(), 100);
+    EXPECT_EQ(combo.findEntry("old"), nullptr);
+    EXPECT_EQ(combo.getSelectedPath(), path({"group 7", "item 42"}));
+}

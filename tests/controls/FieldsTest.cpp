@@ -1,0 +1,109 @@
+#include "controls/KorComboBitmap.h"
+#include "controls/KorComboBox.h"
+#include "controls/KorControls.h"
+#include "controls/KorLineEdit.h"
+
+#include <QDialog>
+#include <QPushButton>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class Fields : public testing::Test {
+protected:
+    Fields() {
+        auto* layout = new QVBoxLayout(&dialog);
+        layout->addWidget(edit = new KorLineEdit);
+        layout->addWidget(combo = new KorComboBox);
+        layout->addWidget(ok = new QPushButton(QStringLiteral("OK")));
+        ok->setDefault(true);
+        combo->addItems({QStringLiteral("a"), QStringLiteral("b")});
+        edit->setText(QStringLiteral("10"));
+        QObject::connect(ok, &QPushButton::clicked, &dialog, &QDialog::accept);
+        QObject::connect(edit, &KorLineEdit::committed, edit,
+                         [this](const QString& t) { committed.append(t); });
+        dialog.show();
+        dialog.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        edit->setFocus();
+        edit->selectAll();
+    }
+
+    QDialog dialog;
+    KorLineEdit* edit;
+    KorComboBox* combo;
+    QPushButton* ok;
+    QStringList committed;
+};
+
+} // namespace
+
+TEST_F(Fields, ReturnCommitsOnceAndDoesNotCloseTheDialog) {
+    QTest::keyClicks(edit, "20");
+    QTest::keyClick(edit, Qt::Key_Return);
+    QTest::keyClick(edit, Qt::Key_Return);
+    combo->setFocus();
+    EXPECT_EQ(committed, QStringList{QStringLiteral("20")});
+    EXPECT_TRUE(dialog.isVisible());
+}
+
+TEST_F(Fields, LeavingTheFieldCommits) {
+    QTest::keyClicks(edit, "30");
+    QTest::keyClick(edit, Qt::Key_Tab);
+    EXPECT_EQ(committed, QStringList{QStringLiteral("30")});
+    edit->setFocus();
+    QTest::keyClick(edit, Qt::Key_Tab);
+    EXPECT_EQ(committed.size(), 1) << "an unchanged text is no change";
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClicks(edit, "40");
+    KorControls::commitEdits(&dialog);
+    EXPECT_EQ(committed, (QStringList{QStringLiteral("30"), QStringLiteral("40")}));
+}
+
+TEST_F(Fields, EscapeRestoresFirstAndClosesThen) {
+    QTest::keyClicks(edit, "50");
+    QTest::keyClick(edit, Qt::Key_Escape);
+    EXPECT_EQ(edit->text(), QStringLiteral("10"));
+    EXPECT_TRUE(dialog.isVisible());
+    QTest::keyClick(edit, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_TRUE(committed.isEmpty());
+}
+
+TEST_F(Fields, CancellingTheDialogWithAHalfTypedTextCommitsNothing) {
+    QTest::keyClicks(edit, "60");
+    dialog.reject();
+    EXPECT_TRUE(committed.isEmpty());
+}
+
+TEST_F(Fields, TheWheelChangesAComboOnlyWithTheFocus) {
+    const auto wheel = [&] {
+        QWheelEvent event({5, 5}, combo->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {}, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(combo, &event);
+    };
+    wheel();
+    EXPECT_EQ(combo->currentIndex(), 0);
+    combo->setFocus();
+    wheel();
+    EXPECT_EQ(combo->currentIndex(), 1);
+}
+
+TEST(ComboBitmap, ChoicesStandForNumbers) {
+    KorComboBitmap combo;
+    combo.addBitmap(1311, "left", 5);
+    combo.addBitmap(1312, "right", 7);
+    int told = -1;
+    QObject::connect(&combo, &KorComboBitmap::valueSelected, &combo, [&](int value) { told = value; });
+    combo.selectValue(5);
+    EXPECT_EQ(told, -1);
+    combo.show();
+    QTest::keyClick(&combo, Qt::Key_Down);
+    EXPECT_EQ(told, 7);
+    combo.selectValue(6);
+    EXPECT_EQ(combo.selectedValue(), -1);
+}

@@ -1,0 +1,108 @@
+#include "controls/KorComboBox.h"
+#include "controls/KorMFCGridCtrl.h"
+
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class GridCtrl : public testing::Test {
+protected:
+    GridCtrl() {
+        grid.insertColumn("Name");
+        grid.insertColumn("On", KorMFCGridCtrl::eCheck);
+        grid.insertColumn("Kind", KorMFCGridCtrl::eCombo);
+        grid.insertColumn("Number", KorMFCGridCtrl::eReadOnly);
+        grid.setColumnChoices(2, {"beam", "column"});
+        grid.addRow({"first", "1", "beam", "1"}, &mark);
+        grid.addRow({"second", "0", "column", "2"});
+        grid.resize(500, 300);
+        grid.show();
+        grid.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&grid));
+        QObject::connect(&grid, &KorMFCGridCtrl::cellEdited, &grid,
+                         [this](int row, int column) { edited.emplace_back(row, column); });
+    }
+
+    int mark = 0;
+    KorMFCGridCtrl grid;
+    std::vector<std::pair<int, int>> edited;
+};
+
+} // namespace
+
+TEST_F(GridCtrl, CellsAreEditedInPlace) {
+    EXPECT_EQ(grid.getRowData(0), &mark);
+    grid.setCurrentCell(0, 0);
+    QTest::keyClick(&grid, Qt::Key_Return);
+    auto* editor = grid.findChild<QLineEdit*>();
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClicks(editor, "new");
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(grid.getCellText(0, 0), KorString("new"));
+
+    QTest::keyClick(&grid, Qt::Key_F2);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    editor = grid.findChild<QLineEdit*>();
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClicks(editor, "left open");
+    grid.commitEdit();
+    EXPECT_EQ(grid.getCellText(0, 0), KorString("left open"));
+
+    grid.setCurrentCell(1, 1);
+    QTest::keyClick(&grid, Qt::Key_Space);
+    EXPECT_TRUE(grid.isCellChecked(1, 1));
+
+    grid.setCurrentCell(1, 2);
+    QTest::keyClick(&grid, Qt::Key_F2);
+    auto* combo = grid.findChild<KorComboBox*>();
+    ASSERT_NE(combo, nullptr);
+    EXPECT_EQ(combo->currentText(), QStringLiteral("column"));
+    QTest::keyClick(combo, Qt::Key_Up);
+    EXPECT_EQ(grid.getCellText(1, 2), KorString("beam"));
+
+    EXPECT_EQ(edited, (std::vector<std::pair<int, int>>{{0, 0}, {0, 0}, {1, 1}, {1, 2}}));
+    edited.clear();
+    grid.setCellText(0, 0, "by the program");
+    grid.setCellCheck(0, 1, false);
+    EXPECT_TRUE(edited.empty());
+}
+
+TEST_F(GridCtrl, ADisabledGridChangesNothing) {
+    int deleted = -1;
+    QObject::connect(&grid, &KorMFCGridCtrl::deletePressed, &grid, [&](int row) { deleted = row; });
+    grid.setCurrentCell(1, 1);
+    grid.enableWindow(false);
+    QTest::keyClick(&grid, Qt::Key_Space);
+    QTest::keyClick(&grid, Qt::Key_Delete);
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {},
+                      grid.visualRect(grid.model()->index(1, 1)).topLeft() + QPoint(10, 12));
+    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {},
+                       grid.visualRect(grid.model()->index(0, 0)).center());
+    EXPECT_EQ(grid.findChild<QLineEdit*>(), nullptr);
+    EXPECT_TRUE(edited.empty());
+    EXPECT_EQ(deleted, -1);
+    grid.enableWindow(true);
+    QTest::keyClick(&grid, Qt::Key_Delete);
+    EXPECT_EQ(deleted, 0);
+}
+
+TEST(GridCtrlWidths, TheLastColumnTakesTheRest) {
+    KorMFCGridCtrl grid;
+    for (const char* title : {"a", "b", "c"})
+        grid.insertColumn(title);
+    grid.setFrameStyle(QFrame::NoFrame);
+    grid.setColumnWidths({30, 30, 40});
+    grid.resize(501, 200);
+    grid.show();
+    EXPECT_EQ(grid.viewport()->width(), 501);
+    EXPECT_EQ(grid.columnWidth(0), 150);
+    EXPECT_EQ(grid.columnWidth(1), 150);
+    EXPECT_EQ(grid.columnWidth(2), 201);
+    grid.setColumnWidths({10, 20, 30});
+    EXPECT_EQ(grid.columnWidth(2), 150) << "far from the edge a share is a share";
+}

@@ -1,0 +1,147 @@
+#include "controls/KorTreeCtrl.h"
+
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// A shown tree: root, with "a" (children "a1", "a2"), "b", "c".
+class TreeCtrl : public testing::Test {
+protected:
+    TreeCtrl() {
+        root = tree.insertItem("root");
+        a = tree.insertItem("a", -1, root);
+        a1 = tree.insertItem("a1", -1, a);
+        a2 = tree.insertItem("a2", -1, a);
+        c = tree.insertItem("c", -1, root);
+        b = tree.insertItem("b", -1, root, nullptr, a);
+        QObject::connect(&tree, &KorTreeCtrl::selectionChanged, &tree,
+                         [this](KorTreeHandle entry) { told.push_back(entry); });
+        tree.resize(300, 400);
+        tree.show();
+        tree.expand(root);
+        QCoreApplication::processEvents();
+    }
+
+    QPoint centre(KorTreeHandle entry) {
+        tree.ensureVisible(entry);
+        return tree.visualRect(tree.model()->index(0, 0)).isValid() ? rectOf(entry).center() : QPoint();
+    }
+    QRect rectOf(KorTreeHandle entry) {
+        for (QModelIndex at = tree.model()->index(0, 0); at.isValid(); at = tree.indexBelow(at))
+            if (KorTreeModel::entryOf(at) == entry)
+                return tree.visualRect(at);
+        return {};
+    }
+    void click(KorTreeHandle entry) { QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, centre(entry)); }
+
+    KorTreeCtrl tree;
+    KorTreeHandle root, a, a1, a2, b, c;
+    std::vector<KorTreeHandle> told;
+};
+
+} // namespace
+
+TEST_F(TreeCtrl, EntriesKeepTheirOrderAndPlace) {
+    EXPECT_EQ(tree.getRoot(), root);
+    EXPECT_EQ(tree.getNextSiblingItem(a), b);
+    EXPECT_EQ(tree.getNextSiblingItem(b), c);
+    EXPECT_EQ(tree.getPrevSiblingItem(c), b);
+    EXPECT_EQ(tree.getNextSiblingItem(c), nullptr);
+    EXPECT_EQ(tree.getParentItem(a2), a);
+    EXPECT_EQ(tree.getParentItem(root), nullptr);
+    EXPECT_EQ(tree.GetItemIndex(c), 5);
+    EXPECT_EQ(tree.GetItemAt(5), c);
+    EXPECT_EQ(tree.GetItemAt(6), nullptr);
+    const KorTreeHandle front = tree.insertItem("front", -1, root, nullptr, KorTreeCtrl::first());
+    EXPECT_EQ(tree.getChildItem(root), front);
+    tree.deleteItem(a);
+    EXPECT_EQ(tree.GetItemIndex(c), 3);
+    EXPECT_EQ(tree.childCount(root), 3);
+}
+
+TEST_F(TreeCtrl, ClicksAndKeysSelectAndAnnounceOnce) {
+    click(b);
+    EXPECT_EQ(told, std::vector{b});
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::ControlModifier, centre(b));
+    EXPECT_EQ(tree.selectedItem(), b) << "Ctrl and a click must not leave nothing selected";
+    QTest::keyClick(&tree, Qt::Key_Down);
+    EXPECT_EQ(tree.selectedItem(), c);
+    tree.selectItem(a2);
+    EXPECT_TRUE(tree.isExpanded(a)) << "what is above a selected entry is opened";
+    EXPECT_EQ(told, (std::vector{b, c, a2}));
+}
+
+TEST_F(TreeCtrl, DeletingTheSelectionMovesItToANeighbour) {
+    tree.selectItem(a1);
+    told.clear();
+    QObject::connect(&tree, &KorTreeCtrl::selectionChanged, &tree,
+                     [this] { EXPECT_EQ(tree.childCount(root), 2) << "told before the entry was gone"; });
+    tree.deleteItem(a);
+    EXPECT_EQ(tree.selectedItem(), b);
+    EXPECT_EQ(told, std::vector{b});
+    tree.disconnect();
+    tree.deleteChildren(root);
+    EXPECT_EQ(tree.selectedItem(), root);
+    tree.deleteAll();
+    EXPECT_EQ(tree.selectedItem(), nullptr);
+    EXPECT_EQ(tree.getRoot(), nullptr);
+}
+
+TEST_F(TreeCtrl, ChildrenOnDemandAreMadeWhenTheEntryOpens) {
+    tree.setPlaceholder(b, true);
+    tree.setPlaceholder(c, true);
+    QCoreApplication::processEvents();
+    int asked = 0;
+    QObject::connect(&tree, &KorTreeCtrl::expanding, &tree, [&](KorTreeHandle entry) {
+        if (!tree.isPlaceholder(entry))
+            return;
+        ++asked;
+        if (entry == b)
+            tree.insertItems(b, {{"b1"}, {"b2"}});
+    });
+    click(b);
+    QTest::keyClick(&tree, Qt::Key_Right);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(tree.childCount(b), 2);
+    EXPECT_TRUE(tree.isExpanded(b));
+    EXPECT_GT(rectOf(tree.getChildItem(b)).height(), 0) << "the new children are shown at once";
+    tree.collapse(b);
+    tree.expand(b);
+    EXPECT_EQ(asked, 1);
+
+    tree.expand(c);
+    EXPECT_FALSE(tree.isPlaceholder(c));
+    EXPECT_FALSE(tree.isExpanded(c)) << "an entry that turns out to be empty is a leaf";
+    EXPECT_EQ(asked, 2);
+}
+
+TEST_F(TreeCtrl, TenThousandChildrenOpenAndEachKeepsItsRow) {
+    std::vector<KorTreeItem> many(10'000);
+    for (std::size_t i = 0; i < many.size(); ++i)
+        many[i].text = KorString::number(static_cast<std::int64_t>(i));
+    tree.setPlaceholder(b, true);
+    QObject::connect(&tree, &KorTreeCtrl::expanding, &tree, [&](KorTreeHandle entry) {
+        if (entry == b && tree.isPlaceholder(b))
+            tree.insertItems(b, many);
+    });
+    tree.expand(b);
+    const KorTreeHandle last = tree.GetItemAt(tree.GetItemIndex(c) - 1);
+    EXPECT_EQ(tree.getItemText(last), KorString("9999"));
+    tree.selectItem(last);
+    EXPECT_TRUE(tree.viewport()->rect().contains(rectOf(last)));
+}
+
+TEST_F(TreeCtrl, EnterActivatesAndTheMenuKeyAsksForAMenu) {
+    KorTreeHandle activated = nullptr;
+    KorTreeHandle menu = nullptr;
+    QObject::connect(&tree, &KorTreeCtrl::itemActivated, &tree, [&](KorTreeHandle e) { activated = e; });
+    QObject::connect(&tree, &KorTreeCtrl::contextMenuRequested, &tree, [&](KorTreeHandle e) { menu = e; });
+    click(c);
+    QTest::keyClick(&tree, Qt::Key_Return);
+    EXPECT_EQ(activated, c);
+    QContextMenuEvent atB(QContextMenuEvent::Mouse, centre(b), tree.viewport()->mapToGlobal(centre(b)));
+    QCoreApplication::sendEvent(tree.viewport(), &atB);
+    EXPECT_EQ(menu, b);
+}

@@ -1,0 +1,124 @@
+#include "services/CKorHelp.h"
+#include "services/KOSettings.h"
+#include "services/ServicesTestSupport.h"
+
+#include <algorithm>
+#include <fstream>
+#include <map>
+#include <regex>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class PromptsTest : public ServicesTest {};
+
+// The texts of a shipped file with the places for arguments that each has, in order.
+std::map<std::string, std::string> placesOf(const std::string& language) {
+    std::map<std::string, std::string> places;
+    std::ifstream file(fs::path(SOURCE_DIR) / "resources" / "prompts" / (language + ".tsv"));
+    const std::regex place("%[sd%]");
+    for (std::string line; std::getline(file, line);) {
+        if (line.empty() || line.front() == '#')
+            continue;
+        std::string& found = places[line.substr(0, line.find('\t', line.find('\t') + 1))];
+        for (std::sregex_iterator it(line.begin(), line.end(), place), end; it != end; ++it)
+            found += it->str();
+    }
+    return places;
+}
+
+} // namespace
+
+TEST_F(PromptsTest, TheShippedLanguagesHaveTheSameTextsWithTheSameArguments) {
+    const auto english = placesOf("en");
+    EXPECT_GT(english.size(), 190u);
+    EXPECT_EQ(english, placesOf("de"));
+    for (const char* language : {"en", "de"})
+        EXPECT_TRUE(Prompts::load(KorResources::folder() / "prompts", language));
+    EXPECT_EQ(Prompts::getPrompt("UPS", 33741), "Abbrechen");
+    EXPECT_TRUE(KorHostReport::take().empty()) << "no damaged line, none twice";
+}
+
+TEST_F(PromptsTest, EveryTextThatTheProgramNamesIsThere) {
+    const std::regex named(R"re((?:getPrompt|has)\("(UPS|GUI|DSM)", (\d+)\))re");
+    int seen = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / "src")) {
+        std::ifstream file(entry.path());
+        for (std::string line; std::getline(file, line);) {
+            for (std::sregex_iterator it(line.begin(), line.end(), named), end; it != end; ++it, ++seen)
+                EXPECT_TRUE(Prompts::has((*it)[1].str(), std::stoi((*it)[2])))
+                    << entry.path() << ": " << line;
+        }
+    }
+    EXPECT_GT(seen, 5);
+}
+
+TEST_F(PromptsTest, EscapesStandForLineBreaksTabsAndBackslashes) {
+    m_folder.write("en.tsv", "\xEF\xBB\xBF# a note\r\nUPS\t1\tone\\ntwo\\tthree\\\\n\r\n");
+    Prompts::load(m_folder.path(), "en");
+    EXPECT_EQ(Prompts::getPrompt("UPS", 1), "one\ntwo\tthree\\n");
+}
+
+TEST_F(PromptsTest, DamagedAndMissingLinesAreReportedAndTheRestIsUsed) {
+    m_folder.write("en.tsv",
+                   "UPS\t1\tone\nUPS 2 two\nUPS\tx\tthree\n\nUPS\t4\tfour\nUPS\t1\tagain\nUPS\t5\t\n");
+    EXPECT_TRUE(Prompts::load(m_folder.path(), "en"));
+    EXPECT_EQ(Prompts::getPrompt("UPS", 1), "one");
+    EXPECT_EQ(Prompts::getPrompt("UPS", 4), "four");
+    const std::string damaged = onlySentence();
+    EXPECT_TRUE(contains(damaged, (m_folder.path() / "en.tsv").string()) && contains(damaged, "2, 3, 6, 7"))
+        << damaged;
+
+    EXPECT_EQ(Prompts::getPrompt("UPS", 2), "UPS 2");
+    EXPECT_TRUE(contains(onlySentence(), "UPS 2"));
+    EXPECT_EQ(Prompts::getPrompt("UPS", 2), "UPS 2");
+    EXPECT_TRUE(KorHostReport::take().empty()) << "reported once";
+}
+
+TEST_F(PromptsTest, WhatALanguageLacksIsShownInEnglish) {
+    m_folder.write("en.tsv", "UPS\t1\tone\nUPS\t2\ttwo\n");
+    const fs::path dutch = m_folder.write("nl.tsv", "UPS\t1\teen\n");
+    EXPECT_TRUE(Prompts::load(m_folder.path(), "nl"));
+    EXPECT_EQ(Prompts::getPrompt("UPS", 1), "een");
+    EXPECT_EQ(Prompts::getPrompt("UPS", 2), "two");
+    const std::string sentence = onlySentence();
+    EXPECT_TRUE(contains(sentence, "UPS 2") && contains(sentence, dutch.string())) << sentence;
+
+    fs::remove(m_folder.path() / "en.tsv");
+    fs::remove(dutch);
+    EXPECT_FALSE(Prompts::load(m_folder.path(), "en"));
+    EXPECT_EQ(Prompts::getPrompt("UPS", 1), "UPS 1");
+    EXPECT_TRUE(contains(onlySentence(), (m_folder.path() / "en.tsv").string()));
+}
+
+TEST_F(PromptsTest, TheSettingChoosesTheLanguageBeforeTheEnvironment) {
+    m_folder.write("en.tsv", "UPS\t1\tone\n");
+    m_folder.write("de.tsv", "UPS\t1\teins\n");
+    KOSettings::getInstance().useFile(m_folder.path() / "settings.ini");
+    setenv("LC_ALL", "de_AT.UTF-8", 1);
+    EXPECT_EQ(Prompts::chooseLanguage(m_folder.path()), "de");
+    KOSettings::getInstance().writeString(KOSettings::getKeyDSM(), "Language", "en");
+    EXPECT_EQ(Prompts::chooseLanguage(m_folder.path()), "en");
+    KOSettings::getInstance().writeString(KOSettings::getKeyDSM(), "Language", "tlh");
+    setenv("LC_ALL", "C", 1);
+    EXPECT_EQ(Prompts::chooseLanguage(m_folder.path()), "en") << "neither is there";
+    unsetenv("LC_ALL");
+}
+
+TEST_F(PromptsTest, HelpComesInTheLanguageOfTheProgramOrInEnglish) {
+    m_folder.write("help/en/_topic.html", "");
+    m_folder.write("help/de/_topic.html", "");
+    m_folder.write("help/en/_only.html", "");
+    Prompts::load(KorResources::folder() / "prompts", "de");
+    KorResources::setFolder(m_folder.path());
+    fs::path shown;
+    CKorHelp::setViewer([&shown](const fs::path& page) { shown = page; });
+    EXPECT_TRUE(CKorHelp::showTopic("_topic"));
+    EXPECT_EQ(shown, m_folder.path() / "help/de/_topic.html");
+    EXPECT_TRUE(CKorHelp::showTopic("_only"));
+    EXPECT_EQ(shown, m_folder.path() / "help/en/_only.html");
+    EXPECT_FALSE(CKorHelp::showTopic("_none"));
+    EXPECT_TRUE(contains(onlySentence(), "_none"));
+    CKorHelp::setViewer({});
+}

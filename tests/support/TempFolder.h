@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+/// A folder that lasts as long as the test.
+class TempFolder {
+public:
+    TempFolder() {
+        std::string pattern = std::filesystem::temp_directory_path() / "detailstyles-XXXXXX";
+        m_path = mkdtemp(pattern.data());
+    }
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+    ~TempFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+
+    const std::filesystem::path& path() const { return m_path; }
+
+    /// Writes a file, making the folders that it needs, and returns its path.
+    std::filesystem::path write(const std::filesystem::path& name, const std::string& content) const {
+        const std::filesystem::path file = m_path / name;
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary) << content;
+        return file;
+    }
+    /// The content of a file, empty when there is none.
+    std::string read(const std::filesystem::path& name) const {
+        std::ifstream stream(m_path / name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+private:
+    std::filesystem::path m_path;
+};
