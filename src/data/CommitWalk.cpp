@@ -6,7 +6,7 @@
 
 int StyleDatabases::keepTable(eTableType type) {
     if (type == kTableDetailStyle)
-        m_report.clear();
+        abandonWalk();
     for (const auto& [id, source] : m_sources) {
         if (!m_pending.hasPending(id))
             continue;
@@ -16,6 +16,16 @@ int StyleDatabases::keepTable(eTableType type) {
         finishSource(*source, type);
     }
     return std::ranges::all_of(m_report, [](const SourceCommit& commit) { return commit.error.empty(); });
+}
+
+// A walk that ended before the last table leaves transactions open: what they hold is still pending, so
+// the new walk writes it again.
+void StyleDatabases::abandonWalk() {
+    m_report.clear();
+    for (const auto& [id, written] : m_written)
+        if (!written.empty())
+            m_sources.at(id)->store().rollback();
+    m_written.clear();
 }
 
 SourceCommit& StyleDatabases::report(StyleSource& source) {

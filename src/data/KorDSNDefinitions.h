@@ -8,10 +8,11 @@
 namespace KorDSNDefinitions {
 
 enum eDSN : std::int32_t {
-    kStandard = 1, ///< the maker's standard database
-    kUser = 9,     ///< the user's own database
-    kAddIn = 15,   ///< the database of an installed add-in
-    kLast = 17,    ///< end marker, never a current database
+    kStandard = 1,  ///< the maker's standard database
+    kUser = 9,      ///< the user's own database
+    kAddIn = 15,    ///< the database of an installed add-in
+    kExchange = 16, ///< an exchange file that is open for import
+    kLast = 17,     ///< end marker, never a current database
 };
 
 enum eIndex : std::int32_t {
@@ -37,6 +38,10 @@ struct SourceId {
     static constexpr SourceId user() { return {KorDSNDefinitions::kUser, KorDSNDefinitions::kUserIndex}; }
     static constexpr SourceId addIn(int number) {
         return {KorDSNDefinitions::kAddIn, static_cast<eIndex>(KorDSNDefinitions::kFirstAddIn + number)};
+    }
+
+    static constexpr SourceId exchange() {
+        return {KorDSNDefinitions::kExchange, KorDSNDefinitions::kStandardIndex};
     }
 
     auto operator<=>(const SourceId&) const = default;

@@ -42,14 +42,14 @@ bool isReferredTo(const TableSchema& table) {
     });
 }
 
+} // namespace
+
 bool belongsToOthers(const TableSchema& table) {
     return std::ranges::any_of(table.columns, [](const Column& column) {
         return column.isReference() && column.role != eReferenceRole::kUses &&
                column.role != eReferenceRole::kFiledUnder;
     });
 }
-
-} // namespace
 
 std::vector<Referrer> partsOf(StyleSource& source, RowRef row) {
     std::vector<Referrer> parts = source.referrersOf(row.table, KorOdbcKey(row.key));

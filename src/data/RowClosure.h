@@ -5,6 +5,9 @@
 
 #include <vector>
 
+/// Whether rows of this table stand for others: they are parts of them or tell the host of them.
+bool belongsToOthers(const TableSchema& table);
+
 /// The parts of a row, in the order of their tables and keys.
 std::vector<Referrer> partsOf(StyleSource& source, RowRef row);
 

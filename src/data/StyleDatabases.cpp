@@ -1,6 +1,7 @@
 #include "data/StyleDatabases.h"
 
 #include "base/KorAssert.h"
+#include "data/RowClosure.h"
 
 #include <algorithm>
 #include <utility>
@@ -25,10 +26,13 @@ StyleDatabases& StyleDatabases::current() {
 }
 
 void StyleDatabases::addSource(SourceId id, std::unique_ptr<StyleStore> store) {
+    closeSource(id);
     m_sources[id] = std::make_unique<StyleSource>(id, std::move(store));
 }
 
 void StyleDatabases::closeSource(SourceId id) {
+    m_pending.forget(id);
+    m_written.erase(id);
     m_sources.erase(id);
 }
 
@@ -78,7 +82,7 @@ int StyleDatabases::append(eTableType type, StructRecord& record) {
     const KorOdbcKey original(record.key);
     m_pending.beginGroup(record.name);
     const int result = appendRow(*open, type, record);
-    if (open->table(type).find(original))
+    if (result == kWritten && open->table(type).find(original))
         copyParts(*open, type, original, record.key);
     m_pending.endGroup();
     return result;
@@ -87,24 +91,16 @@ int StyleDatabases::append(eTableType type, StructRecord& record) {
 int StyleDatabases::appendRow(StyleSource& source, eTableType type, StructRecord& record) {
     StyleTable& table = source.table(type);
     record.key = table.unusedKey();
+    if (record.key <= 0)
+        return kFailed;
     source.insert(type, record);
     m_pending.record({source.id(), type, PendingStep::eAction::kAppend, record.key, nullptr, {}, {},
                       table.rows().copyOf(&record)});
     return kWritten;
 }
 
-namespace {
-
-std::vector<Referrer> partsOf(StyleSource& source, eTableType type, KorOdbcKey key) {
-    std::vector<Referrer> parts = source.referrersOf(type, key);
-    std::erase_if(parts, [](const Referrer& part) { return part.column->role != eReferenceRole::kPartOf; });
-    return parts;
-}
-
-} // namespace
-
 void StyleDatabases::copyParts(StyleSource& source, eTableType type, KorOdbcKey from, std::int32_t to) {
-    for (const Referrer& part : partsOf(source, type, from)) {
+    for (const Referrer& part : partsOf(source, {type, from})) {
         StyleTable& table = source.table(part.table->type);
         const auto copy = table.rows().copyOf(table.find(KorOdbcKey(part.key)));
         part.column->integerIn(copy.get()) = to;
@@ -113,7 +109,7 @@ void StyleDatabases::copyParts(StyleSource& source, eTableType type, KorOdbcKey 
 }
 
 void StyleDatabases::removeParts(StyleSource& source, eTableType type, KorOdbcKey key) {
-    for (const Referrer& part : partsOf(source, type, key))
+    for (const Referrer& part : partsOf(source, {type, key}))
         remove(part.table->type, KorOdbcKey(part.key));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/OutsideChanges.h"
 #include "data/StyleSource.h"
 #include "data/pending/PendingLog.h"
 
@@ -37,7 +38,9 @@ public:
     /// Opens a database file as a source, replacing what was open there. A failure leaves the source absent; a
     /// file that can only be read is opened all the same, with a message.
     StoreResult openFile(SourceId id, const std::string& path, bool readOnly);
+    /// Makes an open store a source, replacing what was open there.
     void addSource(SourceId id, std::unique_ptr<StyleStore> store);
+    /// Closes the source, if it is open. Its pending changes are dropped.
     void closeSource(SourceId id);
     /// The source, or null when it is not open.
     StyleSource* source(SourceId id);
@@ -78,6 +81,15 @@ public:
     /// What the last walk did, per source that had something pending.
     const std::vector<SourceCommit>& commitReport() const { return m_report; }
 
+    /// Reads each source again that another program changed or replaced, and puts its pending changes upon what
+    /// is stored now. Returns an entry for each such source; nothing is returned when nothing was changed.
+    std::vector<OutsideChange> refreshChanged();
+    /// The same for one source, changed or not. What was pending is one step of undo afterwards.
+    OutsideChange refresh(SourceId id);
+    /// Makes the pending change of a conflict again, upon what is stored now. Returns a write result; a row
+    /// that is gone cannot be changed.
+    int keepMine(SourceId id, const OutsideConflict& conflict);
+
     /// How many rows own this one, followed upwards until two are found: 0, 1 or 2. A row with one owner
     /// that has several owners itself is owned by those.
     int ownerCount(eTableType type, KorOdbcKey key);
@@ -89,6 +101,7 @@ private:
     void copyParts(StyleSource& source, eTableType type, KorOdbcKey from, std::int32_t to);
     void removeParts(StyleSource& source, eTableType type, KorOdbcKey key);
     void apply(const PendingStep& step, bool forward);
+    void abandonWalk();
     void keepSourceTable(StyleSource& source, eTableType type);
     void finishSource(StyleSource& source, eTableType type);
     void fail(StyleSource& source, std::string error);

@@ -1,6 +1,7 @@
 #include "data/StyleTable.h"
 
 #include <algorithm>
+#include <limits>
 
 StyleTable::NameIndex& StyleTable::names() const {
     if (!m_names) {
@@ -36,7 +37,7 @@ bool StyleTable::setCell(KorOdbcKey key, const Column& column, const CellValue& 
 }
 
 void StyleTable::insert(const StructRecord& record) {
-    m_highestKey = std::max(unusedKey() - 1, record.key);
+    m_highestKey = std::max(m_highestKey, record.key);
     m_rows->insert(record);
     if (m_names)
         m_names->emplace(record.name, record.key);
@@ -46,7 +47,7 @@ void StyleTable::remove(KorOdbcKey key) {
     const int index = m_rows->indexOfKey(key);
     if (index < 0)
         return;
-    m_highestKey = unusedKey() - 1;
+    m_highestKey = std::max(m_highestKey, key.getKey());
     if (m_names)
         forgetName(m_rows->at(index).name, key);
     m_rows->removeAt(index);
@@ -54,7 +55,8 @@ void StyleTable::remove(KorOdbcKey key) {
 
 std::int32_t StyleTable::unusedKey() const {
     const std::int32_t last = m_rows->size() > 0 ? m_rows->at(m_rows->size() - 1).key : 0;
-    return std::max({m_highestKey, last, 0}) + 1;
+    const std::int32_t highest = std::max({m_highestKey, last, 0});
+    return highest < std::numeric_limits<std::int32_t>::max() ? highest + 1 : 0;
 }
 
 void StyleTable::forgetName(const KorString& name, std::int32_t key) {

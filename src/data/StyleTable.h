@@ -27,7 +27,8 @@ public:
     void insert(const StructRecord& record);
     void remove(KorOdbcKey key);
 
-    /// A key that no row of this table has or has had while it was in memory.
+    /// A key that no row of this table has or has had while it was in memory; 0 when the highest possible
+    /// key is in use.
     std::int32_t unusedKey() const;
 
 private:

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <map>
+#include <set>
 
 namespace fs = std::filesystem;
 
@@ -150,4 +152,143 @@ TEST_F(TextFormTest, ErrorsNameFileLineAndFault) {
     TableRows rows;
     EXPECT_NE(readTextForm(path("faulty"), rows).error.find("holds no definitions"), std::string::npos);
     EXPECT_NE(readTextForm(path("none.txt"), rows).error.find("cannot be read"), std::string::npos);
+}
+
+namespace {
+
+int count(const TableRows& rows, eTableType type) {
+    return rows.of(type).size();
+}
+
+// How many rows of `R` hold each value of the member.
+template <typename R>
+std::map<std::int32_t, int> countBy(const TableRows& rows, std::int32_t R::*member) {
+    std::map<std::int32_t, int> counts;
+    for (int i = 0; i < rows.of(tableOf<R>).size(); ++i)
+        ++counts[static_cast<const R&>(rows.of(tableOf<R>).at(i)).*member];
+    return counts;
+}
+
+bool resolves(const TableRows& rows, const Column& column, const StructRecord& row) {
+    const std::int32_t key = column.isReference() ? column.integerIn(&row) : 0;
+    return key <= 0 || rows.of(column.target).find(key) != nullptr;
+}
+
+void expectReferencesResolve(const TableRows& rows, const std::string& database) {
+    for (const TableSchema& table : allTables())
+        for (int i = 0; i < count(rows, table.type); ++i)
+            for (const Column& column : table.columns)
+                EXPECT_TRUE(resolves(rows, column, rows.of(table.type).at(i)))
+                    << database << ": " << table.name << " " << rows.of(table.type).at(i).name.view() << " "
+                    << column.name;
+}
+
+void expectLabelsUnderstood(const TableRows& rows) {
+    for (const auto& [table, number] :
+         {std::pair{kTableDetailStyle, 5}, std::pair{kTableDetailStyle, 7},
+          std::pair{kTableAnnotationStrategy, 6}, std::pair{kTableDimRequest, 8}})
+        for (int i = 0; i < rows.of(table).size(); ++i) {
+            const KorString& text = findTable(table)->column(number)->textIn(&rows.of(table).at(i));
+            EXPECT_EQ(LabelFormat::parse(text, {}).outcome, LabelReading::kLabel) << text.view();
+        }
+}
+
+// Each style is filed under a category with a pair of numbers of its own, and has views; each view is filed.
+void expectStylesComplete(const TableRows& rows) {
+    std::set<std::pair<int, int>> pairs;
+    for (int i = 0; i < count(rows, kTableDetailMaster); ++i) {
+        const auto& master = static_cast<const StructDetailMaster&>(rows.of(kTableDetailMaster).at(i));
+        EXPECT_TRUE(master.styleKey > 0 && master.categoryKey > 0) << master.name.view();
+        EXPECT_TRUE(pairs.emplace(master.detailKey, master.number).second) << master.name.view();
+    }
+    EXPECT_EQ(countBy(rows, &StructDetailMaster::styleKey).size(), count(rows, kTableDetailStyle));
+    EXPECT_EQ(countBy(rows, &StructDetViewRequestCategory::viewRequestKey).size(),
+              count(rows, kTableViewRequest));
+    for (int i = 0; i < count(rows, kTableDetailStyle); ++i)
+        EXPECT_GT(static_cast<const StructDetailStyle&>(rows.of(kTableDetailStyle).at(i)).numViewRequests(),
+                  0);
+    for (const auto& [map, entries] : countBy(rows, &StructDetObjReprMapKey::reprMapKey))
+        EXPECT_TRUE(entries >= 3 && entries <= 6) << map;
+    for (const auto& [strategy, items] : countBy(rows, &StructDetViewDimStrategyItem::strategyKey))
+        EXPECT_TRUE(items >= 3 && items <= 8) << strategy;
+}
+
+double numericDefault(const TableRows& rows, const KorString& name) {
+    for (int i = 0; i < count(rows, kTableNumericDefault); ++i)
+        if (const StructRecord& row = rows.of(kTableNumericDefault).at(i); row.name == name)
+            return static_cast<const StructNumericDefault&>(row).value;
+    return -1.0;
+}
+
+std::string contents(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+} // namespace
+
+TEST_F(TextFormTest, SamplesBuildIntoSoundDatabases) {
+    ASSERT_EQ(buildSampleData(SOURCE_DIR "/resources", path("data")).error, "");
+    const std::pair<std::string, int> databases[] = {{"standard.dsdb", 0},
+                                                     {"user.dsdb", 0},
+                                                     {"addins/bracing-stairs-metric/styles.dsdb", 0},
+                                                     {"addins/fabrication-imperial/styles.dsdb", 1}};
+    for (const auto& [name, unit] : databases) {
+        const TableRows rows = stored(path("data/" + name));
+        EXPECT_TRUE(integrityFindings(path("data/" + name)).empty());
+        expectReferencesResolve(rows, name);
+        expectLabelsUnderstood(rows);
+        expectStylesComplete(rows);
+        EXPECT_EQ(numericDefault(rows, "C01_DistanceUnit"), unit) << name;
+        ASSERT_EQ(writeTextForm(rows, path("again.txt")).error, "");
+        TableRows again;
+        ASSERT_EQ(readTextForm(path("again.txt"), again).error, "");
+        expectEqual(rows, again);
+    }
+    EXPECT_FALSE(contents(path("data/addins/fabrication-imperial/addin.ini")).empty());
+}
+
+TEST_F(TextFormTest, StandardHasWhatAMakerShips) {
+    ASSERT_EQ(buildDatabase(SOURCE_DIR "/resources/samples/standard", path("standard.dsdb")).error, "");
+    const TableRows rows = stored(path("standard.dsdb"));
+    for (const TableSchema& table : allTables())
+        EXPECT_GT(count(rows, table.type), 0) << table.name;
+    EXPECT_GE(count(rows, kTableDetailStyle), 40);
+    EXPECT_EQ(count(rows, kTableBaseCategory), 8);
+    EXPECT_GE(count(rows, kTableViewRequest), 60);
+    EXPECT_GE(count(rows, kTableQualifierSet), 25);
+    EXPECT_GE(count(rows, kTableAnnotationStrategy), 20);
+    EXPECT_GE(count(rows, kTableDimRequest), 30);
+    EXPECT_EQ(count(rows, kTableSelectionStrategy), 11);
+    EXPECT_EQ(count(rows, kTableClippingType), 4);
+    const auto usersOfMaps = countBy(rows, &StructDetViewRequest::reprMapKey);
+    EXPECT_TRUE(std::ranges::any_of(usersOfMaps, [](const auto& users) { return users.second == 1; }));
+    EXPECT_TRUE(std::ranges::any_of(usersOfMaps, [](const auto& users) { return users.second > 1; }));
+
+    const std::string lines = contents(SOURCE_DIR "/resources/samples/Shared/Support/VELHcadIso.lin");
+    for (int i = 0; i < count(rows, kTableLinetypes); ++i) {
+        const auto& type = static_cast<const StructLinetypes&>(rows.of(kTableLinetypes).at(i));
+        EXPECT_TRUE(type.lineTypeId > 0 ||
+                    lines.find("*" + type.name.toStdString() + ",") != std::string::npos)
+            << type.name.view();
+    }
+    for (int i = 0; i < count(rows, kTableBitmap); ++i) {
+        const int picture = static_cast<const StructBitmap&>(rows.of(kTableBitmap).at(i)).resource;
+        EXPECT_TRUE(fs::exists(SOURCE_DIR "/resources/bitmaps/" + std::to_string(picture) + ".svg"))
+            << picture;
+    }
+}
+
+TEST_F(TextFormTest, BuildingSamplesAgainTouchesNothing) {
+    write("data/user.dsdb", "somebody's work");
+    write("data/Shared/Support/VELHcadIso.lin", "my line types");
+    ASSERT_EQ(buildSampleData(SOURCE_DIR "/resources", path("data")).error, "");
+    EXPECT_EQ(contents(path("data/user.dsdb")), "somebody's work");
+    EXPECT_EQ(contents(path("data/Shared/Support/VELHcadIso.lin")), "my line types");
+    EXPECT_TRUE(fs::exists(path("data/standard.dsdb")));
+    EXPECT_NE(buildDatabase(SOURCE_DIR "/resources/samples/user", path("data/user.dsdb")).error, "");
+    EXPECT_EQ(contents(path("data/user.dsdb")), "somebody's work");
+    EXPECT_NE(buildSampleData(path("nowhere"), path("data")).error.find("nowhere"), std::string::npos);
+    EXPECT_NE(buildSampleData(SOURCE_DIR "/resources", path("data/user.dsdb")).error.find("user.dsdb"),
+              std::string::npos);
 }

@@ -109,6 +109,15 @@ void PendingLog::forget(SourceId source, eTableType table) {
     m_counts.erase({source, table});
 }
 
+void PendingLog::forget(SourceId source) {
+    if (std::ranges::none_of(m_steps, [source](const PendingStep& step) { return step.source == source; }))
+        return;
+    m_steps.resize(m_position);
+    std::erase_if(m_steps, [source](const PendingStep& step) { return step.source == source; });
+    m_position = m_steps.size();
+    std::erase_if(m_counts, [source](const auto& entry) { return entry.first.first == source; });
+}
+
 KorString PendingLog::labelOf(int group) const {
     const auto it = m_labels.find(group);
     return it == m_labels.end() ? KorString() : it->second;

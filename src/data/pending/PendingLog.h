@@ -47,6 +47,11 @@ public:
     /// The steps of a table are stored or taken back for good: forgets them, and with them what could have
     /// been brought again.
     void forget(SourceId source, eTableType table);
+    /// Forgets all steps of a source that is being closed.
+    void forget(SourceId source);
+
+    /// What has been taken back can no longer be brought again.
+    void forgetTakenBack() { m_steps.resize(m_position); }
 
     bool canUndo() const { return m_position > 0; }
     bool canRedo() const { return m_position < m_steps.size(); }

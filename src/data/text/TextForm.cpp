@@ -4,38 +4,12 @@
 #include "data/text/TextFormReader.h"
 #include "data/text/TextFormWriter.h"
 
-#include <algorithm>
-#include <filesystem>
 #include <fstream>
 
-namespace fs = std::filesystem;
-
-namespace {
-
-std::vector<fs::path> filesOf(const fs::path& path) {
-    std::error_code error;
-    if (!fs::is_directory(path, error))
-        return {path};
-    std::vector<fs::path> files;
-    for (const auto& entry : fs::directory_iterator(path, error))
-        if (entry.path().extension() == ".txt")
-            files.push_back(entry.path());
-    std::ranges::sort(files);
-    return files;
-}
-
-} // namespace
-
 StoreResult readTextForm(const std::string& path, TableRows& rows) {
-    const std::vector<fs::path> files = filesOf(path);
-    if (files.empty())
-        return StoreResult::failure("The folder \"" + path +
-                                    "\" holds no definitions (*.txt); choose another one.");
     TextFormReader reader(rows);
-    for (const fs::path& file : files)
-        if (const StoreResult result = reader.readFile(file.string()); !result)
-            return result;
-    return reader.resolveReferences();
+    const StoreResult result = reader.read(path);
+    return result ? reader.resolveReferences() : result;
 }
 
 StoreResult writeTextForm(const TableRows& rows, const std::string& file) {

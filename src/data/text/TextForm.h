@@ -15,6 +15,8 @@
 /// in any number of files; rows are numbered in the order in which they come, unless the section has the
 /// column `key`, in which keys ascend.
 ///
+/// - `[include path]` reads another file or folder at this place; a path that is not absolute starts in the
+///   folder of the file. A file counts once, however often it is included.
 /// - A column that a section does not name has the record's default in all rows, and so has an empty field
 ///   of a number or a reference. An empty field of a text is an empty text.
 /// - A reference is the run name of the row that it means, wherever that row stands, or a key in angle

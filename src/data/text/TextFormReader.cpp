@@ -2,25 +2,64 @@
 
 #include "data/store/Utf8.h"
 
+#include <filesystem>
 #include <fstream>
+#include <utility>
+
+namespace fs = std::filesystem;
 
 namespace {
 
 constexpr const char* kKeyColumn = "key";
 
-std::string quoted(std::string_view text) {
+std::vector<fs::path> filesOf(const fs::path& path) {
+    std::error_code error;
+    if (!fs::is_directory(path, error))
+        return {path};
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::directory_iterator(path, error))
+        if (entry.path().extension() == ".txt")
+            files.push_back(entry.path());
+    std::ranges::sort(files);
+    return files;
+}
+
+std::string inQuotes(std::string_view text) {
     return "\"" + std::string(text) + "\"";
 }
 
 } // namespace
 
 StoreResult TextFormReader::failureAt(const Place& place, const std::string& what) {
-    return StoreResult::failure(quoted(place.file) + ", line " + std::to_string(place.line) + ": " + what);
+    return StoreResult::failure(inQuotes(place.file) + ", line " + std::to_string(place.line) + ": " + what);
+}
+
+StoreResult TextFormReader::read(const std::string& path) {
+    const std::vector<fs::path> files = filesOf(path);
+    if (files.empty())
+        return StoreResult::failure("The folder " + inQuotes(path) +
+                                    " holds no definitions (*.txt); choose another "
+                                    "one.");
+    for (const fs::path& file : files)
+        if (const StoreResult result = readFile(file.string()); !result)
+            return result;
+    return {};
 }
 
 StoreResult TextFormReader::readFile(const std::string& file) {
+    std::error_code error;
+    if (!m_files.insert(fs::weakly_canonical(file, error).string()).second)
+        return {};
     std::ifstream stream(file, std::ios::binary);
-    m_place = {file, 0};
+    const Place outer = std::exchange(m_place, {file, 0});
+    const StoreResult result = readLines(stream);
+    m_table = nullptr;
+    m_columns.clear();
+    m_place = outer;
+    return result;
+}
+
+StoreResult TextFormReader::readLines(std::istream& stream) {
     m_table = nullptr;
     for (std::string line; std::getline(stream, line);) {
         ++m_place.line;
@@ -32,11 +71,20 @@ StoreResult TextFormReader::readFile(const std::string& file) {
         if (const StoreResult result = readLine(TextFields::trimmed(text)); !result)
             return result;
     }
-    if (!stream.eof())
-        return StoreResult::failure("The file " + quoted(file) +
-                                    " cannot be read; check that it is there and may "
-                                    "be read.");
-    return {};
+    if (stream.eof())
+        return {};
+    return StoreResult::failure("The file " + inQuotes(m_place.file) +
+                                " cannot be read; check that it is there and "
+                                "may be read.");
+}
+
+StoreResult TextFormReader::include(std::string_view path) {
+    const fs::path target = (fs::path(m_place.file).parent_path() / path).lexically_normal();
+    std::error_code error;
+    return fs::exists(target, error) ? read(target.string())
+                                     : failure("there is no " + inQuotes(target.string()) +
+                                               " to include; correct the "
+                                               "path.");
 }
 
 StoreResult TextFormReader::readLine(std::string_view line) {
@@ -52,23 +100,26 @@ StoreResult TextFormReader::readLine(std::string_view line) {
 }
 
 StoreResult TextFormReader::openSection(std::string_view name) {
+    constexpr std::string_view kInclude = "include ";
     m_columns.clear();
+    if (name.starts_with(kInclude))
+        return include(TextFields::trimmed(name.substr(kInclude.size())));
     m_table = findTable(TextFields::trimmed(name));
-    return m_table ? StoreResult() : failure("there is no table " + quoted(name) + "; correct the name.");
+    return m_table ? StoreResult() : failure("there is no table " + inQuotes(name) + "; correct the name.");
 }
 
 StoreResult TextFormReader::readHeader(std::string_view line) {
     const std::vector<TextColumn> all = TextFields::columnsOf(*m_table);
     for (const std::string_view name : TextFields::split(line, '|')) {
         if (std::ranges::find(m_columns, name, &TextColumn::name) != m_columns.end())
-            return failure("the column " + quoted(name) + " is named twice; remove one.");
+            return failure("the column " + inQuotes(name) + " is named twice; remove one.");
         const auto column = std::ranges::find(all, name, &TextColumn::name);
         if (column != all.end())
             m_columns.push_back(*column);
         else if (name == kKeyColumn)
             m_columns.push_back({kKeyColumn, {}});
         else
-            return failure("the table " + quoted(m_table->name) + " has no column " + quoted(name) +
+            return failure("the table " + inQuotes(m_table->name) + " has no column " + inQuotes(name) +
                            "; correct the name.");
     }
     return {};
@@ -101,7 +152,7 @@ StoreResult TextFormReader::readRow(std::string_view line) {
 StoreResult TextFormReader::readKey(StructRecord& record, std::string_view field) {
     const auto key = TextFields::toInteger(field);
     if (!key || *key <= 0 || *key > std::numeric_limits<std::int32_t>::max())
-        return failure(quoted(field) + " is no key; write a whole number above 0.");
+        return failure(inQuotes(field) + " is no key; write a whole number above 0.");
     record.key = static_cast<std::int32_t>(*key);
     return {};
 }
@@ -114,7 +165,7 @@ StoreResult TextFormReader::readField(StructRecord& record, const TextColumn& co
         return readCell(record, *column.cells.front(), field);
     const std::vector<std::string_view> elements = TextFields::split(field, ';');
     if (elements.size() > column.cells.size())
-        return failure("the column " + quoted(column.name) + " takes at most " +
+        return failure("the column " + inQuotes(column.name) + " takes at most " +
                        std::to_string(column.cells.size()) + " elements; remove the surplus.");
     for (std::size_t i = 0; i < elements.size(); ++i)
         if (const StoreResult result = readCell(record, *column.cells[i], elements[i]); !result)
@@ -126,7 +177,7 @@ StoreResult TextFormReader::readCell(StructRecord& record, const Column& column,
     if (column.isText()) {
         const auto text = TextFields::unescaped(field);
         if (!text)
-            return failure("the text " + quoted(field) +
+            return failure("the text " + inQuotes(field) +
                            " has a backslash that means nothing; write \\\\ for a backslash.");
         column.textIn(&record) = KorString(*text);
         return {};
@@ -144,7 +195,8 @@ StoreResult TextFormReader::readCell(StructRecord& record, const Column& column,
         ok = value && column.write(&record, *value);
     }
     return ok ? StoreResult()
-              : failure(quoted(field) + " is no number for the column " + quoted(column.name) + "; write " +
+              : failure(inQuotes(field) + " is no number for the column " + inQuotes(column.name) +
+                        "; write " +
                         (column.isReal() ? "one with a point as decimal mark." : "a whole number."));
 }
 
@@ -155,11 +207,11 @@ StoreResult TextFormReader::readReference(StructRecord& record, const Column& co
             field.back() == '>' ? TextFields::toInteger(field.substr(1, field.size() - 2)) : std::nullopt;
         if (key && column.write(&record, *key))
             return {};
-        return failure(quoted(field) + " is no key; write a whole number in angle brackets.");
+        return failure(inQuotes(field) + " is no key; write a whole number in angle brackets.");
     }
     const auto name = TextFields::unescaped(field);
     if (!name)
-        return failure("the name " + quoted(field) +
+        return failure("the name " + inQuotes(field) +
                        " has a backslash that means nothing; write \\\\ for a "
                        "backslash.");
     m_open.push_back({m_table, record.key, &column, KorString(*name), m_place});
@@ -180,7 +232,7 @@ StoreResult TextFormReader::registerName(const StructRecord& record) {
     names.ambiguous.insert(record.name);
     return isFree ? StoreResult()
                   : failure("there is already a " + m_table->rowName() + " called " +
-                            quoted(record.name.view()) + "; rename one.");
+                            inQuotes(record.name.view()) + "; rename one.");
 }
 
 StoreResult TextFormReader::resolveReferences() {
@@ -197,10 +249,10 @@ StoreResult TextFormReader::resolve(const OpenReference& reference) {
     const auto found = names.keys.find(reference.target);
     if (found == names.keys.end())
         return failureAt(reference.place, "there is no " + kind + " called " +
-                                              quoted(reference.target.view()) +
+                                              inQuotes(reference.target.view()) +
                                               "; correct the name or add the row.");
     if (names.ambiguous.contains(reference.target))
-        return failureAt(reference.place, "there are several rows " + quoted(reference.target.view()) +
+        return failureAt(reference.place, "there are several rows " + inQuotes(reference.target.view()) +
                                               " among the " + kind +
                                               " rows; write the key in angle brackets.");
     reference.column->integerIn(m_rows.of(reference.table->type).find(reference.key)) = found->second;

@@ -12,7 +12,8 @@ class TextFormReader {
 public:
     explicit TextFormReader(TableRows& rows) : m_rows(rows) {}
 
-    StoreResult readFile(const std::string& file);
+    /// A file, or all files of a folder.
+    StoreResult read(const std::string& path);
     /// After the last file.
     StoreResult resolveReferences();
 
@@ -33,6 +34,9 @@ private:
         std::set<KorString> ambiguous;
     };
 
+    StoreResult readFile(const std::string& file);
+    StoreResult readLines(std::istream& stream);
+    StoreResult include(std::string_view path);
     StoreResult readLine(std::string_view line);
     StoreResult openSection(std::string_view name);
     StoreResult readHeader(std::string_view line);
@@ -49,6 +53,7 @@ private:
     static StoreResult failureAt(const Place& place, const std::string& what);
 
     TableRows& m_rows;
+    std::set<std::string> m_files; ///< read so far; each counts once
     Place m_place;
     const TableSchema* m_table = nullptr; ///< of the section that is being read
     std::vector<TextColumn> m_columns;    ///< as its header names them; empty until it has been read

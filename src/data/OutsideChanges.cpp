@@ -1,0 +1,46 @@
+#include "data/StyleDatabases.h"
+#include "data/pending/PendingReplay.h"
+
+#include "base/KorAssert.h"
+
+#include <utility>
+
+// The part of StyleDatabases that follows what other programs do to the files.
+
+std::vector<OutsideChange> StyleDatabases::refreshChanged() {
+    std::vector<OutsideChange> changes;
+    for (const auto& [id, source] : m_sources)
+        if (source->store().changedOutside())
+            changes.push_back(refresh(id));
+    return changes;
+}
+
+OutsideChange StyleDatabases::refresh(SourceId id) {
+    StyleSource* open = source(id);
+    if (!KorAssert::check(open != nullptr, "open != nullptr"))
+        return {id, {}, {}, {}};
+    OutsideChange change{id, open->store().name(), {}, {}};
+    m_written.erase(id);
+    PendingReplay replay(*open, m_pending);
+    StoreResult result = open->store().reopen();
+    if (result)
+        result = replay.tryReading();
+    if (result)
+        change.conflicts = replay.run();
+    else
+        change.error = result.error;
+    return change;
+}
+
+int StyleDatabases::keepMine(SourceId id, const OutsideConflict& conflict) {
+    const SourceId before = std::exchange(m_currentId, id);
+    const eTableType table = conflict.values.table->type;
+    const KorOdbcKey key(conflict.values.key);
+    int result = kFailed;
+    if (conflict.kind == OutsideConflict::eKind::kCell)
+        result = setCell(table, key, conflict.values.column->number, conflict.mine);
+    else if (conflict.kind == OutsideConflict::eKind::kDelete)
+        result = remove(table, key);
+    m_currentId = before;
+    return result;
+}

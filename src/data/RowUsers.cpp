@@ -1,0 +1,49 @@
+#include "data/RowUsers.h"
+
+#include <algorithm>
+
+namespace {
+
+// The whole that a row is part of, over any number of steps; the row itself when it is no part.
+RowRef wholeOf(StyleSource& source, RowRef row) {
+    const StructRecord* record = source.table(row.table).find(KorOdbcKey(row.key));
+    for (const Column& column : findTable(row.table)->columns) {
+        if (!column.isReference() || column.role != eReferenceRole::kPartOf)
+            continue;
+        const RowRef whole{column.target, column.integerIn(record)};
+        if (source.table(whole.table).find(KorOdbcKey(whole.key)))
+            return wholeOf(source, whole);
+    }
+    return row;
+}
+
+void addUsers(StyleSource& source, RowRef row, std::vector<RowUser>& users) {
+    for (const Referrer& referrer : source.referrersOf(row.table, KorOdbcKey(row.key))) {
+        if (referrer.column->role != eReferenceRole::kUses)
+            continue;
+        const RowRef whole = wholeOf(source, {referrer.table->type, referrer.key});
+        const bool known = std::ranges::any_of(users, [&](const RowUser& user) {
+            return user.source == source.id() && user.row == whole && user.column == referrer.column;
+        });
+        if (!known)
+            users.push_back({source.id(), whole, findTable(whole.table),
+                             source.table(whole.table).find(KorOdbcKey(whole.key))->name, referrer.column});
+    }
+}
+
+} // namespace
+
+std::vector<RowUser> usersInAllSources(StyleDatabases& databases, SourceId id, RowRef row) {
+    std::vector<RowUser> users;
+    StyleSource* own = databases.source(id);
+    const StructRecord* record = own ? own->table(row.table).find(KorOdbcKey(row.key)) : nullptr;
+    if (!record)
+        return users;
+    for (const SourceId other : databases.sources()) {
+        StyleSource& source = *databases.source(other);
+        const StructRecord* same = other == id ? record : source.table(row.table).find(record->name);
+        if (same)
+            addUsers(source, {row.table, same->key}, users);
+    }
+    return users;
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "data/RowRef.h"
+#include "data/StyleDatabases.h"
+
+/// A row that uses another one, as users know it: parts are named by their wholes.
+struct RowUser {
+    SourceId source;
+    RowRef row;                         ///< in that source
+    const TableSchema* table = nullptr; ///< of the row
+    KorString name;                     ///< of the row
+    const Column* column = nullptr;     ///< with which the row or its part uses the other one
+};
+
+/// Who uses a row of one source: in that source the users of the row itself, in all other open sources the
+/// users of the row of the same table and run name. In the order of sources, tables, keys and columns; a
+/// whole that uses the row through several parts occurs once per column.
+std::vector<RowUser> usersInAllSources(StyleDatabases& databases, SourceId id, RowRef row);

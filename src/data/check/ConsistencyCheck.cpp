@@ -1,0 +1,120 @@
+#include "data/check/ConsistencyCheck.h"
+
+#include "data/KorOdbcGUI.h"
+#include "data/RowClosure.h"
+#include "data/store/ReadReport.h"
+
+#include <algorithm>
+
+namespace {
+
+// Vocabulary may lie unused, and groups may be empty; these are made by users to be used.
+bool isMadeToBeUsed(const TableSchema& table) {
+    return KorOdbcGUI::canBeShared(table.type) || table.type == kTableAppearance;
+}
+
+bool isTargetOf(const TableSchema& table, eReferenceRole role) {
+    return std::ranges::any_of(allTables(), [&](const TableSchema& other) {
+        return std::ranges::any_of(other.columns, [&](const Column& column) {
+            return column.target == table.type && column.role == role;
+        });
+    });
+}
+
+} // namespace
+
+std::vector<Finding> ConsistencyCheck::run() {
+    m_findings.clear();
+    for (const TableSchema& table : allTables())
+        m_source.table(table.type); // so that what cannot be read is known
+    checkFile();
+    for (const TableSchema& table : allTables())
+        checkTable(table);
+    return std::move(m_findings);
+}
+
+void ConsistencyCheck::checkFile() {
+    for (std::string& sentence : m_source.store().integrityFindings())
+        m_findings.push_back({.severity = eSeverity::kError, .sentence = std::move(sentence)});
+    for (const ReadProblem& problem : m_source.problems())
+        if (!problem.kept) // a value that is used is checked in its row
+            m_findings.push_back({.severity = eSeverity::kError, .sentence = problem.sentence});
+}
+
+void ConsistencyCheck::checkTable(const TableSchema& table) {
+    const RowArray& rows = m_source.table(table.type).rows();
+    const bool isIdentified = isTargetOf(table, eReferenceRole::kIdentifies);
+    for (int i = 0; i < rows.size(); ++i) {
+        const StructRecord& row = rows.at(i);
+        checkName(table, row);
+        checkCells(table, row);
+        if (isMadeToBeUsed(table))
+            checkUse(table, row);
+        if (isIdentified && !isReferredTo(table, row, eReferenceRole::kIdentifies))
+            add(eSeverity::kWarning, table, row, nullptr,
+                " has no number by which drawings find it; copy it and use the copy.");
+    }
+}
+
+void ConsistencyCheck::checkCells(const TableSchema& table, const StructRecord& row) {
+    for (const Column& column : table.columns)
+        if (column.isReference())
+            checkReference(table, row, column);
+        else if (!column.isText())
+            checkRange(table, row, column);
+}
+
+void ConsistencyCheck::checkReference(const TableSchema& table, const StructRecord& row,
+                                      const Column& column) {
+    const std::int32_t key = column.integerIn(&row);
+    if (m_source.table(column.target).find(KorOdbcKey(key)))
+        return;
+    const std::string target = findTable(column.target)->rowName();
+    if (column.role == eReferenceRole::kPartOf)
+        add(eSeverity::kError, table, row, &column,
+            " is part of a " + target + " that does not exist (key " + std::to_string(key) +
+                "); compact the database to remove it.");
+    else if (key > 0)
+        add(eSeverity::kError, table, row, &column,
+            " refers in \"" + column.name + "\" to a " + target + " that does not exist (key " +
+                std::to_string(key) + "); choose another one.");
+}
+
+void ConsistencyCheck::checkRange(const TableSchema& table, const StructRecord& row, const Column& column) {
+    const double value = column.isReal() ? column.realIn(&row) : column.integerIn(&row);
+    if (value < column.minimum || value > column.maximum)
+        add(eSeverity::kWarning, table, row, &column,
+            " holds " + displayText(column.read(&row)) + " in \"" + column.name +
+                "\", which is outside the range of that column; enter another value.");
+}
+
+void ConsistencyCheck::checkName(const TableSchema& table, const StructRecord& row) {
+    if (belongsToOthers(table) || row.name.isEmpty())
+        return;
+    const StructRecord* first = m_source.table(table.type).find(row.name);
+    if (first->key != row.key)
+        add(eSeverity::kWarning, table, row, table.column(1),
+            " has the same name as the one with the key " + std::to_string(first->key) +
+                "; rename one of them.");
+}
+
+void ConsistencyCheck::checkUse(const TableSchema& table, const StructRecord& row) {
+    if (!isReferredTo(table, row, eReferenceRole::kUses))
+        add(eSeverity::kNote, table, row, nullptr, " is not used by anything; delete it if nobody needs it.");
+}
+
+bool ConsistencyCheck::isReferredTo(const TableSchema& table, const StructRecord& row, eReferenceRole role) {
+    const std::vector<Referrer> referrers = m_source.referrersOf(table.type, KorOdbcKey(row.key));
+    return std::ranges::any_of(referrers,
+                               [role](const Referrer& referrer) { return referrer.column->role == role; });
+}
+
+std::string ConsistencyCheck::rowText(const TableSchema& table, const StructRecord& row) {
+    return "The " + table.rowName() + " \"" + row.name.toStdString() + "\" (key " + std::to_string(row.key) +
+           ") of \"" + m_source.store().name() + "\"";
+}
+
+void ConsistencyCheck::add(eSeverity severity, const TableSchema& table, const StructRecord& row,
+                           const Column* column, std::string sentence) {
+    m_findings.push_back({severity, &table, row.key, row.name, column, rowText(table, row) + sentence});
+}

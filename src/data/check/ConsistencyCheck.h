@@ -1,0 +1,47 @@
+#pragma once
+
+#include "data/StyleSource.h"
+
+/// How much a finding matters.
+enum class eSeverity : std::uint8_t {
+    kNote,    ///< nothing is wrong, but a user may want to tidy up
+    kWarning, ///< works, but not as somebody would expect
+    kError,   ///< something is lost or does not work
+};
+
+/// One thing found in a style database.
+struct Finding {
+    eSeverity severity = eSeverity::kNote;
+    const TableSchema* table = nullptr; ///< null when the file as a whole is concerned
+    std::int32_t key = 0;               ///< of the row, or 0
+    KorString name = {};                ///< of the row
+    const Column* column = nullptr;     ///< null when the whole row is concerned
+    std::string sentence = {};          ///< for the user: names the file and the row and says what to do
+};
+
+/// Looks through one source, pending changes included: damage of the file, cells that could not be read,
+/// references that point nowhere, parts without an owner, cells outside their range, run names that occur
+/// twice, definitions that nothing uses and detail styles that the host is not told of.
+class ConsistencyCheck {
+public:
+    explicit ConsistencyCheck(StyleSource& source) : m_source(source) {}
+
+    /// All findings: those of the file first, then table by table in the order of keys. Reads every table.
+    std::vector<Finding> run();
+
+private:
+    void checkFile();
+    void checkTable(const TableSchema& table);
+    void checkCells(const TableSchema& table, const StructRecord& row);
+    void checkReference(const TableSchema& table, const StructRecord& row, const Column& column);
+    void checkRange(const TableSchema& table, const StructRecord& row, const Column& column);
+    void checkName(const TableSchema& table, const StructRecord& row);
+    void checkUse(const TableSchema& table, const StructRecord& row);
+    bool isReferredTo(const TableSchema& table, const StructRecord& row, eReferenceRole role);
+    std::string rowText(const TableSchema& table, const StructRecord& row);
+    void add(eSeverity severity, const TableSchema& table, const StructRecord& row, const Column* column,
+             std::string sentence);
+
+    StyleSource& m_source;
+    std::vector<Finding> m_findings;
+};

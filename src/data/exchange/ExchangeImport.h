@@ -1,0 +1,39 @@
+#pragma once
+
+#include "data/StyleDatabases.h"
+#include "data/exchange/ExchangeProgress.h"
+#include "data/exchange/RowMatcher.h"
+
+/// Copies rows of one open source with everything that they depend on into another one, as pending changes.
+/// The caller has made sure that the target may be edited, makes it current and keeps the changes in one
+/// group.
+class ExchangeImport {
+public:
+    ExchangeImport(StyleDatabases& databases, StyleSource& from, StyleSource& to, ExchangeProgress& progress,
+                   ImportReport& report);
+
+    /// Brings what a row depends on, one step of progress each. Returns false when the user has cancelled or
+    /// the target refused a row (see `isRefused`).
+    bool bringClosure(RowRef row);
+    /// Brings the row with everything that it depends on, and tells the host of it where the source did. The
+    /// result as for `bringClosure`.
+    bool bring(RowRef row);
+    bool isRefused() const { return m_refused; }
+
+private:
+    std::int32_t counterpart(RowRef row);
+    void bringTargets(RowRef row);
+    std::int32_t append(RowRef row);
+    void appendPart(const Referrer& part, const StructRecord& whole);
+    void identify(RowRef row, std::int32_t key);
+    bool appendRecord(eTableType table, StructRecord& record);
+    void renameIfTaken(eTableType table, StructRecord& record);
+
+    StyleDatabases& m_databases;
+    StyleSource& m_from;
+    StyleSource& m_to;
+    ExchangeProgress& m_progress;
+    ImportReport& m_report;
+    RowMatcher m_matcher;
+    bool m_refused = false;
+};

@@ -1,0 +1,186 @@
+#include "data/exchange/KorODBCDetailStyleExports.h"
+
+#include "data/KorDSNManager.h"
+#include "data/RowClosure.h"
+#include "data/exchange/ExchangeExport.h"
+#include "data/exchange/ExchangeImport.h"
+#include "data/exchange/KorDatabaseAccess.h"
+#include "data/store/SqliteStore.h"
+
+#include <filesystem>
+#include <utility>
+
+namespace {
+
+using Exports = KorODBCDetailStyleExports;
+
+ExchangeCallbacks g_callbacks;
+KorString g_failure; // what the last operation has to say, beyond its code
+
+KorString sentenceOf(int code) {
+    switch (code) {
+    case Exports::kNoSuchSource:
+        return "The database is not open; open it and try again.";
+    case Exports::kNoSuchRow:
+        return "The definition no longer exists; reload the databases and try again.";
+    case Exports::kReadOnlyTarget:
+        return "The database may not be changed; choose the user's own database.";
+    case Exports::kSameSource:
+        return "The definition is in this database already; choose another database.";
+    case Exports::kFileFailed:
+        return "The file could not be read or written; choose another file.";
+    case Exports::kNotStored:
+        return "The database did not take all rows, so nothing was imported; check it for damage.";
+    default:
+        return {};
+    }
+}
+
+int finish(int code, const KorString& sentence = {}) {
+    g_failure = sentence.isEmpty() ? sentenceOf(code) : sentence;
+    return code;
+}
+
+// Both ends of an import, made sure of.
+struct Route {
+    StyleSource* from = nullptr;
+    StyleSource* to = nullptr;
+    int fault = Exports::kDone;
+};
+
+Route routeBetween(SourceId from, SourceId to) {
+    StyleDatabases& databases = StyleDatabases::current();
+    Route route{databases.source(from), databases.source(to)};
+    if (!route.from || !route.to)
+        route.fault = Exports::kNoSuchSource;
+    else if (from == to)
+        route.fault = Exports::kSameSource;
+    else if (!databases.isEditable(to))
+        route.fault = Exports::kReadOnlyTarget;
+    return route;
+}
+
+// Runs an import with the target as the current source, as one group of pending changes. What a failed one
+// did is taken back without a trace.
+template <typename Bring>
+int importInOneGroup(const Route& route, const KorString& label, std::size_t steps, ImportReport& report,
+                     Bring bring) {
+    StyleDatabases& databases = StyleDatabases::current();
+    PendingLog& pending = databases.pending();
+    const KorDSNRequest request(route.to->id().dsn, route.to->id().index);
+    const std::size_t before = pending.steps().size();
+    ImportReport done;
+    ExchangeProgress progress(g_callbacks, steps, label);
+    ExchangeImport import(databases, *route.from, *route.to, progress, done);
+    pending.beginGroup(label);
+    const bool ok = bring(import, progress);
+    pending.endGroup();
+    if (!ok) {
+        if (pending.steps().size() > before) {
+            databases.undo();
+            pending.forgetTakenBack();
+        }
+        return import.isRefused() ? Exports::kNotStored : Exports::kCancelled;
+    }
+    report.imported.insert(report.imported.end(), done.imported.begin(), done.imported.end());
+    report.alreadyThere.insert(report.alreadyThere.end(), done.alreadyThere.begin(), done.alreadyThere.end());
+    report.renamed.insert(report.renamed.end(), done.renamed.begin(), done.renamed.end());
+    report.rowsAppended += done.rowsAppended;
+    return Exports::kDone;
+}
+
+int importAllStyles(const Route& route, const KorString& path, ImportReport& report) {
+    const RowArray& styles = route.from->table(kTableDetailStyle).rows();
+    const KorString label(std::filesystem::path(path.toStdString()).filename().string());
+    const auto count = static_cast<std::size_t>(styles.size());
+    return importInOneGroup(
+        route, label, count, report, [&](ExchangeImport& import, ExchangeProgress& progress) {
+            for (int i = 0; i < styles.size(); ++i)
+                if (!import.bring({kTableDetailStyle, styles.at(i).key}) || !progress.step())
+                    return false;
+            return true;
+        });
+}
+
+} // namespace
+
+int Exports::exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex index, const KorString& path) {
+    StyleSource* source = StyleDatabases::current().source({dsn, index});
+    if (!source)
+        return finish(kNoSuchSource);
+    const TableSchema* table = findTable(static_cast<eTableType>(eType));
+    const StructRecord* record = table ? source->table(table->type).find(key) : nullptr;
+    if (!record)
+        return finish(kNoSuchRow);
+    ExchangeExport rows(*source, {table->type, key});
+    ExchangeProgress progress(g_callbacks, rows.tableCount(), record->name);
+    const StoreResult result = SqliteStore::createWith(
+        path.toStdString(), [&](StyleStore& store) { return rows.writeInto(store, progress); });
+    if (rows.isCancelled())
+        return finish(kCancelled);
+    return result ? finish(kDone) : finish(kFileFailed, result.error);
+}
+
+int Exports::importDetail(int eType, const KorOdbcKey& key, eDSN fromDSN, eIndex fromIndex, eDSN toDSN,
+                          eIndex toIndex, ImportReport* report) {
+    const Route route = routeBetween({fromDSN, fromIndex}, {toDSN, toIndex});
+    if (route.fault != kDone)
+        return finish(route.fault);
+    const TableSchema* table = findTable(static_cast<eTableType>(eType));
+    const StructRecord* record = table ? route.from->table(table->type).find(key) : nullptr;
+    if (!record || belongsToOthers(*table))
+        return finish(kNoSuchRow);
+    const RowRef row{table->type, key};
+    const std::size_t steps = closureOf(*route.from, row).size();
+    ImportReport unread;
+    return finish(importInOneGroup(route, record->name, steps, report ? *report : unread,
+                                   [&](ExchangeImport& import, ExchangeProgress&) {
+                                       return import.bringClosure(row) && import.bring(row);
+                                   }));
+}
+
+int Exports::importFile(const KorString& path, ImportReport& report) {
+    const SourceId file = SourceId::exchange();
+    KorString error;
+    int result = kFileFailed;
+    if (KorDatabaseAccess::setConnection(file.dsn, file.index, path, error) == 1) {
+        const Route route = routeBetween(file, SourceId::user());
+        result = route.fault == kDone ? importAllStyles(route, path, report) : route.fault;
+        for (const ReadProblem& problem : route.from->problems())
+            report.problems.push_back(problem.sentence);
+    }
+    deleteCache(0);
+    finish(result, error);
+    if (result != kDone)
+        report.error = g_failure.toStdString();
+    return result;
+}
+
+int Exports::GetDSNAndIndexToUse(eDSN& dsn, eIndex& index) {
+    StyleDatabases& databases = StyleDatabases::current();
+    for (const SourceId id : {SourceId{dsn, index}, SourceId::user()}) {
+        if (!databases.isEditable(id))
+            continue;
+        dsn = id.dsn;
+        index = id.index;
+        return 1;
+    }
+    return 0;
+}
+
+int Exports::GetErrorMessage(KorString& text, int code) {
+    text = code == kFileFailed && !g_failure.isEmpty() ? g_failure : sentenceOf(code);
+    return text.isEmpty() ? 0 : 1;
+}
+
+void Exports::deleteCache(int) {
+    StyleDatabases::current().closeSource(SourceId::exchange());
+}
+
+bool Exports::isDatabaseOlderThan5_1(eDSN) {
+    return false;
+}
+
+ExchangeCallbacks Exports::setCallbacks(ExchangeCallbacks callbacks) {
+    return std::exchange(g_callbacks, std::move(callbacks));
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "data/RowRef.h"
+#include "data/StyleSource.h"
+
+#include <map>
+#include <memory>
+
+/// Finds rows of one source in another one. A row is the same as a row of the target when it has the same
+/// name, or that name with a number behind it (which an import gives where a name is taken), and the same
+/// content: equal cells, references to rows that are the same, and equal parts. Groups and categories are the
+/// same when they have the same name: whatever else they hold only orders them.
+class RowMatcher {
+public:
+    /// Both sources must outlive the matcher.
+    RowMatcher(StyleSource& from, StyleSource& to) : m_from(from), m_to(to) {}
+
+    /// Key of the row in the target that is the same as `row`, or 0.
+    std::int32_t find(RowRef row);
+    /// From now on `row` counts as the same as the row `key` of the target.
+    void set(RowRef row, std::int32_t key) { m_found[row] = key; }
+
+    /// Whether two rows of one table have the same content, whatever their names.
+    bool equalContent(RowRef row, std::int32_t key);
+
+    /// A copy of a row as it would stand in the target: without a key, with references to the same rows
+    /// there. A reference that points nowhere is cleared. Null when a row referred to has no counterpart.
+    std::shared_ptr<StructRecord> translated(RowRef row) { return translated(row, nullptr, 0); }
+    /// The same for a row that belongs to another one, whose counterpart `whole` is. Where the part bears the
+    /// name of the other row, it bears the counterpart's.
+    std::shared_ptr<StructRecord> translatedPart(const Referrer& part, const StructRecord& whole);
+
+private:
+    std::int32_t search(RowRef row);
+    std::shared_ptr<StructRecord> translated(RowRef row, const Column* known, std::int32_t key);
+    bool equalParts(RowRef row, std::int32_t key);
+
+    StyleSource& m_from;
+    StyleSource& m_to;
+    std::map<RowRef, std::int32_t> m_found;
+};

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "data/OutsideChanges.h"
+#include "data/RowRef.h"
+#include "data/pending/PendingLog.h"
+
+#include <map>
+#include <set>
+
+/// Carries the pending changes of one source over to what is stored now, after another program changed it.
+class PendingReplay {
+public:
+    /// Takes copies of what is pending. Both must outlive the replay.
+    PendingReplay(StyleSource& source, PendingLog& pending);
+
+    /// Whether all tables with pending changes can be read at present.
+    StoreResult tryReading();
+    /// Drops all that was read, reads it again and makes the changes anew, as one group. Rows that were
+    /// appended under a key that is taken by now get another one, and what refers to them follows.
+    std::vector<OutsideConflict> run();
+
+private:
+    struct Change {
+        eTableType table = kNoTable;
+        std::vector<CellChange> cells;
+        std::vector<std::shared_ptr<StructRecord>> appended;
+        std::vector<std::shared_ptr<StructRecord>> deleted;
+    };
+
+    void giveKeys();
+    void followKeys(const TableSchema& table, StructRecord& record) const;
+    bool hasWholes(const TableSchema& table, const StructRecord& record) const;
+    void append(eTableType table, const std::shared_ptr<StructRecord>& record);
+    void writeCell(eTableType table, const CellChange& cell);
+    void remove(eTableType table, const StructRecord& before);
+    void addConflict(OutsideConflict::eKind kind, StoreConflict values, const KorString& rowName,
+                     const CellValue& mine);
+
+    StyleSource& m_source;
+    PendingLog& m_pending;
+    std::vector<Change> m_changes;
+    std::map<RowRef, std::int32_t> m_newKeys; ///< of appended rows, by the keys that they had
+    std::set<RowRef> m_appended;              ///< by the keys that they have now
+    std::vector<OutsideConflict> m_conflicts;
+};
