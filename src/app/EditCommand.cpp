@@ -19,11 +19,11 @@ namespace {
 
 // Paints the window once it has settled, then closes it. `painted` tells whether the file was written.
 void paintWhenOpen(QWidget* window, const EditOptions& options, bool& painted) {
-    int width = 0;
-    int height = 0;
-    if (std::sscanf(options.size.c_str(), "%dx%d", &width, &height) == 2)
-        window->resize(width, height);
     QTimer::singleShot(0, window, [window, &options, &painted] {
+        int width = 0;
+        int height = 0;
+        if (std::sscanf(options.size.c_str(), "%dx%d", &width, &height) == 2)
+            window->resize(width, height);
         QApplication::processEvents();
         painted = window->grab().save(QString::fromStdString(options.screenshot), "PNG");
         window->close();

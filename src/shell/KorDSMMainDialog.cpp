@@ -66,6 +66,7 @@ int KorDSMMainDialog::OnInitDialog() {
     writeTiming("KorDSMMainDialog::OnInitDialog", timer.elapsed());
 
     m_ready = true;
+    updateCommandStates(nullptr);
     showSection(true);
     setUpTexts();
     setUpTabOrder();

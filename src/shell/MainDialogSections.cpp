@@ -97,8 +97,11 @@ void KorDSMMainDialog::showSection(bool restoreCombo) {
     KorTreeCtrl* control = tree(section).control();
     if (!full)
         control->expand(control->getRoot());
+    // Without a remembered place the section begins at its first database.
     if (!path.isEmpty())
         control->selectItem(tree(section).follow(path, full));
+    else
+        control->selectItem(control->getChildItem(control->getRoot()));
     m_handleSelection = true;
 
     for (int i = 0; i < kNumberOfSections; ++i) {

@@ -66,12 +66,12 @@ void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
     // The page shown stores what was typed while its own source is still current.
     m_tabs->finishCurrentPage();
     m_currentEntry = entry;
-    const KorDSMTreeItemData* data = KorDSMSectionTree::dataOf(entry);
-    KorDSMDatabaseItem* item = data ? data->getItem() : nullptr;
+    const KorDSMTreeItemData* entryData = KorDSMSectionTree::dataOf(entry);
+    KorDSMDatabaseItem* item = entryData ? entryData->getItem() : nullptr;
     selectItemDatabase(item);
     if (m_recording)
         m_history.record(entry, m_structure.getSelectedSection());
-    updateCommandStates(data);
+    updateCommandStates(entryData);
     const KorString text = control->getItemText(entry);
     if (!item) {
         showList(nullptr);
@@ -151,9 +151,9 @@ void KorDSMMainDialog::rememberSelection(KorDSMDatabaseItem& item, KorTreeHandle
         slot(section).combo->selectPath(comboPath(section, shown));
 }
 
-SelectionFacts KorDSMMainDialog::factsOf(const KorDSMTreeItemData* data) {
+SelectionFacts KorDSMMainDialog::factsOf(const KorDSMTreeItemData* entryData) {
     SelectionFacts facts;
-    KorDSMDatabaseItem* item = data ? data->getItem() : nullptr;
+    KorDSMDatabaseItem* item = entryData ? entryData->getItem() : nullptr;
     if (!item)
         return facts;
     KorTreeCtrl* control = currentTree().control();
@@ -169,8 +169,8 @@ SelectionFacts KorDSMMainDialog::factsOf(const KorDSMTreeItemData* data) {
     return facts;
 }
 
-void KorDSMMainDialog::updateCommandStates(const KorDSMTreeItemData* data) {
-    const CommandStates states = commandStates(factsOf(data));
+void KorDSMMainDialog::updateCommandStates(const KorDSMTreeItemData* entryData) {
+    const CommandStates states = commandStates(factsOf(entryData));
     for (int i = 0; i < kNumberOfItemCommands; ++i)
         m_itemCommands->enableButton(m_itemCommands->buttonId(i), states.enabled[static_cast<std::size_t>(i)]);
     m_use->setEnabled(states[eItemCommand::kUse]);
