@@ -107,6 +107,35 @@ void addSet(CLI::App& app, Wanted& wanted) {
     command->add_flag("--shared", options->shared, "Change the record although several others use it");
 }
 
+void addExport(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<ExportOptions>();
+    CLI::App* command = addCommand(app, wanted, "export", "Export a detail style into a file of its own",
+                                   &exportCommand, options);
+    command->add_option("STYLE", options->row.name, "Name of the detail style")->required();
+    command->add_option("FILE", options->file, "Database file to make")->required();
+    command->add_option("--source", options->row.source, "standard, user, or an add-in");
+    command->add_flag("--overwrite", options->overwrite, "Replace the file where there is one");
+}
+
+void addImport(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<ImportOptions>();
+    CLI::App* command =
+        addCommand(app, wanted, "import", "Import the detail styles of a file into the User database",
+                   &importCommand, options);
+    command->add_option("FILE", options->file, "File that was exported")->required();
+    addJson(command, options->json);
+}
+
+void addCheck(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<CheckOptions>();
+    CLI::App* command =
+        addCommand(app, wanted, "check", "Look for damage, dangling references and unused records",
+                   &checkCommand, options);
+    command->add_option("FILE", options->files, "Database files; those of the data folder without");
+    command->parse_complete_callback([&wanted, options] { wanted.opensFolder = options->files.empty(); });
+    addJson(command, options->json);
+}
+
 void addSamples(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<SamplesOptions>();
     CLI::App* command = addCommand(app, wanted, "samples", "Build the sample databases where they are absent",
@@ -128,6 +157,9 @@ void declare(CLI::App& app, Wanted& wanted) {
     addList(app, wanted);
     addShow(app, wanted);
     addSet(app, wanted);
+    addExport(app, wanted);
+    addImport(app, wanted);
+    addCheck(app, wanted);
     addSamples(app, wanted);
 }
 

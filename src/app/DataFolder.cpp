@@ -34,8 +34,7 @@ void DataFolder::open() {
         openSource(SourceId::standard(), m_folder / "standard.dsdb");
         for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
             openSource(SourceId::addIn(addIn.id().number), addIn.database());
-        makeUserDatabase(m_folder / "user.dsdb");
-        openSource(SourceId::user(), m_folder / "user.dsdb");
+        openUserDatabase(m_folder / "user.dsdb");
     } else {
         m_complete = false;
         tell(KorString::format("There is no data folder \"%s\"; name another one with --data, or make one "
@@ -60,10 +59,14 @@ void DataFolder::openSource(SourceId id, const fs::path& file) {
     m_complete = m_complete && databases.source(id);
 }
 
-void DataFolder::makeUserDatabase(const fs::path& file) {
+void DataFolder::openUserDatabase(const fs::path& file) {
     std::error_code error;
-    if (fs::exists(fs::symlink_status(file, error)))
+    const bool isThere = fs::exists(fs::symlink_status(file, error));
+    const StoreResult made = isThere ? StoreResult() : SqliteStore::create(file.string());
+    if (made) {
+        openSource(SourceId::user(), file);
         return;
-    // A failure needs no sentence of its own: opening the missing file tells.
-    SqliteStore::create(file.string());
+    }
+    m_complete = false;
+    tell(made.error);
 }

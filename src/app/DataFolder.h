@@ -29,7 +29,7 @@ public:
 
 private:
     void openSource(SourceId id, const std::filesystem::path& file);
-    void makeUserDatabase(const std::filesystem::path& file);
+    void openUserDatabase(const std::filesystem::path& file);
     void tell(const KorString& sentence) { m_problems.push_back(sentence); }
 
     std::filesystem::path m_folder;

@@ -53,9 +53,11 @@ int write(const RowChoice& row, const Column& column, const CellValue& value) {
 int set(const RowChoice& row, const Column& column, const SetOptions& options) {
     if (!StyleDatabases::current().isEditable())
         return refuse(kExitFailed,
-                      KorString::format("The source \"%s\" is read-only; copy the record into the User "
-                                        "database and change it there.",
-                                        {SourceChoice::nameOf(row.source)}));
+                      row.source == SourceId::user()
+                          ? "The User database is open for reading only, so nothing was written."
+                          : KorString::format("The source \"%s\" is read-only; copy the record into the User "
+                                              "database and change it there.",
+                                              {SourceChoice::nameOf(row.source)}));
     const KorDSMValueText::Parsed parsed = KorDSMValueText::parse(*row.table, column, options.value);
     if (!parsed.value)
         return refuse(kExitFailed, KorString::format("Column \"%s\": %s", {column.name, parsed.error}));

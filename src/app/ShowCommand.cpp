@@ -5,6 +5,7 @@
 #include "controls/KorQt.h"
 #include "data/KorDSNManager.h"
 #include "data/KorOdbcGUI.h"
+#include "data/text/TextFields.h"
 #include "session/KorDSMValueText.h"
 
 #include <QJsonArray>
@@ -72,6 +73,21 @@ void printJson(const RowChoice& row, const StructRecord& record) {
                                {"usedBy", toJson(relatedRows(row, eReferenceRole::kUses))}});
 }
 
+// Of slots in a row, such as the views of a detail style, the used ones and the next free one.
+std::vector<const Column*> columnsWorthALine(const TableSchema& table, const StructRecord& record) {
+    std::vector<const Column*> columns;
+    for (const TextColumn& entry : TextFields::columnsOf(table)) {
+        bool freeShown = false;
+        for (const Column* cell : entry.cells) {
+            const bool isFree = entry.isList() && cell->isReference() && cell->integerIn(&record) == 0;
+            if (!isFree || !freeShown)
+                columns.push_back(cell);
+            freeShown = freeShown || isFree;
+        }
+    }
+    return columns;
+}
+
 void printText(const RowChoice& row, const StructRecord& record) {
     const bool shared =
         KorOdbcGUI::canBeShared(row.table->type) && KorOdbcGUI::isShared(row.table->type, row.key);
@@ -79,8 +95,8 @@ void printText(const RowChoice& row, const StructRecord& record) {
                                    {KorDSMValueText::tableCaption(*row.table), record.name,
                                     SourceChoice::nameOf(row.source), shared ? ", shared" : ""}));
     std::vector<std::vector<KorString>> lines;
-    for (const Column& column : row.table->columns)
-        lines.push_back({column.name, KorDSMValueText::toText(*row.table, column, record)});
+    for (const Column* column : columnsWorthALine(*row.table, record))
+        lines.push_back({column->name, KorDSMValueText::toText(*row.table, *column, record)});
     for (const RelatedRow& part : relatedRows(row, eReferenceRole::kPartOf))
         lines.push_back(
             {"part", KorString::format("%s \"%s\"", {part.table->kindName(), part.record->name})});

@@ -98,6 +98,48 @@ TEST_F(CommandTest, SetWritesNothingThatItShouldNot) {
     EXPECT_EQ(column(run({"show", "view-request", "Front", "--json"}), "scale")["value"], 0.5);
 }
 
+TEST_F(CommandTest, ExportedStylesComeInAgainWithAllTheyDependOn) {
+    const QString file = QString::fromStdString((folder() / "exported.dsdb").string());
+    sql("standard.dsdb", "UPDATE detail_style SET name = 'Roof' WHERE name = 'Beam'");
+    EXPECT_EQ(run({"export", "Roof", file}).exitCode, 0);
+    EXPECT_EQ(run({"export", "Heavy beam", file}).exitCode, 1);
+    EXPECT_EQ(runBare({"check", file}).exitCode, 0);
+
+    const ProgramRun imported = run({"import", file, "--json"});
+    EXPECT_EQ(imported.exitCode, 0);
+    EXPECT_EQ(imported.json()["imported"], QJsonArray{"Roof"});
+    const ProgramRun style = run({"show", "detail-style", "Roof", "--json"});
+    EXPECT_EQ(style.json()["source"], "user");
+    EXPECT_EQ(column(style, "view_2")["text"], "Section");
+    EXPECT_EQ(run({"import", file, "--json"}).json()["alreadyThere"], QJsonArray{"Roof"});
+    EXPECT_EQ(run({"list", "--source", "user", "--json"}).json().array().size(), 3);
+
+    EXPECT_EQ(run({"export", "Heavy beam", file, "--overwrite"}).exitCode, 0);
+    EXPECT_EQ(run({"import", file + "x"}).exitCode, 1);
+    EXPECT_EQ(
+        run({"export", "Heavy beam", QString::fromStdString((data() / "user.dsdb").string()), "--overwrite"})
+            .exitCode,
+        1);
+}
+
+TEST_F(CommandTest, CheckFindsWhatIsWrongInAFile) {
+    sql("user.dsdb", "UPDATE detail_style SET view_1 = 77 WHERE name = 'Beam'");
+    const ProgramRun checked = run({"check", "--json"});
+    EXPECT_EQ(checked.exitCode, 1);
+    bool found = false;
+    for (const QJsonValue& finding : checked.json().array())
+        found = found || (finding["kind"] == "detail-style" && finding["name"] == "Beam" &&
+                          finding["column"] == "view_1");
+    EXPECT_TRUE(found);
+
+    const std::filesystem::path damaged = folder() / "damaged.dsdb";
+    writeFile(damaged, contentOf(data() / "standard.dsdb").substr(0, 8192));
+    const ProgramRun broken = runBare({"check", QString::fromStdString(damaged.string())});
+    EXPECT_EQ(broken.exitCode, 1);
+    EXPECT_TRUE(broken.output.contains("damaged.dsdb"));
+    EXPECT_TRUE(broken.complaints.isEmpty());
+}
+
 TEST_F(CommandTest, FindsItsDataFolderAndMakesAUserDatabase) {
     EXPECT_EQ(runBare({"list"}).exitCode, 1);
     std::filesystem::create_directories(folder() / "system");
@@ -110,7 +152,7 @@ TEST_F(CommandTest, FindsItsDataFolderAndMakesAUserDatabase) {
 TEST_F(CommandTest, HelpAndWrongUsage) {
     const ProgramRun help = runBare({"--help"});
     EXPECT_EQ(help.exitCode, 0);
-    for (const char* command : {"edit", "list", "show", "set", "samples"}) {
+    for (const char* command : {"edit", "list", "show", "set", "export", "import", "check", "samples"}) {
         EXPECT_TRUE(help.output.contains(command)) << command;
         EXPECT_EQ(runBare({command, "--help"}).exitCode, 0) << command;
     }
@@ -118,4 +160,14 @@ TEST_F(CommandTest, HelpAndWrongUsage) {
     EXPECT_EQ(run({"list", "--nonsense"}).exitCode, 2);
     EXPECT_EQ(run({"list", "--kind", "nonsense"}).exitCode, 2);
     EXPECT_EQ(run({"list", "--source", "nonsense"}).exitCode, 1);
+}
+
+TEST_F(CommandTest, SamplesAreBuiltOnceAndAreSound) {
+    const QString target = QString::fromStdString((folder() / "samples").string());
+    EXPECT_EQ(runBare({"samples", target}).exitCode, 0);
+    EXPECT_EQ(runBare({"--data", target, "check"}).exitCode, 0);
+    EXPECT_GE(runBare({"--data", target, "list", "--json"}).json().array().size(), 40);
+    const std::string standard = contentOf(folder() / "samples" / "standard.dsdb");
+    EXPECT_EQ(runBare({"--data", target, "samples"}).exitCode, 0);
+    EXPECT_EQ(contentOf(folder() / "samples" / "standard.dsdb"), standard);
 }

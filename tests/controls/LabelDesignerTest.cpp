@@ -108,12 +108,14 @@ TEST_F(LabelDesigner, FormatsTheSelectionByItsTools) {
     EXPECT_FALSE(palette->isVisible());
     const std::string font = combos[0]->currentText().toStdString();
     EXPECT_NE(font, "DejaVu Sans");
+    EXPECT_EQ(combos[0]->toolTip(), LabelDesignerTexts().font);
     EXPECT_EQ(text(), "{L1}a{font=" + font + ";size=7;color=2}{name}b");
 
     press(Qt::Key_Home, Qt::ControlModifier);
     EXPECT_EQ(combos[1]->currentData().toDouble(), 3.5);
     designer->SetString("{L1}{size=4.2;font=Nowhere}a");
     EXPECT_EQ(combos[0]->currentText(), "Nowhere");
+    EXPECT_EQ(combos[0]->toolTip(), LabelDesignerTexts().fontMissing);
     EXPECT_EQ(combos[1]->currentText(), QLocale().toString(4.2) + " mm");
     designer->SetGUIIUnits([](double size) { return QString::number(size / 25.4, 'f', 3) + '"'; });
     EXPECT_EQ(combos[1]->currentText(), "0.165\"");

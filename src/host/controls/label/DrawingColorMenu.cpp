@@ -55,8 +55,18 @@ public:
 
 } // namespace
 
-DrawingColorMenu::DrawingColorMenu(QWidget* parent)
-    : QMenu(parent), m_grid(new QTableWidget(kRows, kColumns)), m_name(new QLabel) {
+// The grid is made when it is first needed, not with every page that has a designer.
+DrawingColorMenu::DrawingColorMenu(QWidget* parent) : QMenu(parent) {
+    connect(this, &QMenu::aboutToShow, this, [this] {
+        if (!m_grid)
+            layOut();
+        fillGrid();
+    });
+}
+
+void DrawingColorMenu::layOut() {
+    m_grid = new QTableWidget(kRows, kColumns);
+    m_name = new QLabel;
     auto* panel = new QWidget;
     auto* layout = new QVBoxLayout(panel);
     layout->setContentsMargins(6, 6, 6, 6);
@@ -92,20 +102,8 @@ void DrawingColorMenu::setUpGrid() {
     connect(m_grid, &QTableWidget::currentCellChanged, this, &DrawingColorMenu::nameCell);
 }
 
-void DrawingColorMenu::setTexts(const LabelDesignerTexts& texts) {
-    m_texts = texts;
-    m_grid->setAccessibleName(texts.color);
-}
-
-void DrawingColorMenu::setBackground(const QColor& background) {
-    m_background = background;
-}
-
-void DrawingColorMenu::setCurrent(int number) {
-    m_current = number;
-}
-
 void DrawingColorMenu::fillGrid() {
+    m_grid->setAccessibleName(m_texts.color);
     for (int row = 0; row < kRows; ++row) {
         for (int column = 0; column < kColumns; ++column) {
             const int number = numberAt(row, column);
@@ -125,9 +123,7 @@ void DrawingColorMenu::fillGrid() {
     }
 }
 
-// The grid is filled when it is first needed, not with every page that has a designer.
 void DrawingColorMenu::showEvent(QShowEvent* event) {
-    fillGrid();
     QMenu::showEvent(event);
     m_grid->setFocus();
 }

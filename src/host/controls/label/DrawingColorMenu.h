@@ -16,10 +16,10 @@ class DrawingColorMenu : public QMenu {
 public:
     explicit DrawingColorMenu(QWidget* parent = nullptr);
 
-    void setTexts(const LabelDesignerTexts& texts);
+    void setTexts(const LabelDesignerTexts& texts) { m_texts = texts; }
     /// The foreground colour is the one that shows on `background`.
-    void setBackground(const QColor& background);
-    void setCurrent(int number);
+    void setBackground(const QColor& background) { m_background = background; }
+    void setCurrent(int number) { m_current = number; }
 
 Q_SIGNALS:
     void chosen(int number);
@@ -29,6 +29,7 @@ protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
+    void layOut();
     void setUpGrid();
     void fillGrid();
     void choose(int row, int column);
@@ -37,6 +38,6 @@ private:
     LabelDesignerTexts m_texts;
     QColor m_background = Qt::black;
     int m_current = 0;
-    QTableWidget* m_grid;
-    QLabel* m_name;
+    QTableWidget* m_grid = nullptr;
+    QLabel* m_name = nullptr;
 };

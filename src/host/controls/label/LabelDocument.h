@@ -12,6 +12,7 @@ class QTextDocument;
 struct LabelLook {
     LabelStyle defaults{"Arial", 5.0, 3};
     QColor background = Qt::black;
+    /// A text of 2.5 mm has to be legible, and a title of 7 mm should leave room for a few lines.
     double pixelsPerMillimetre = 5;
 };
 

@@ -200,15 +200,18 @@ void LabelToolBar::showStyle(const LabelStyle& style) {
     m_underline->setChecked(style.underline);
 }
 
-// A label can name a font that this machine does not have: it is in the list all the same.
+// A label can name a font that this machine does not have: it is in the list all the same, and says so.
 void LabelToolBar::showFont(const QString& family) {
     int row = m_fonts->findData(family);
-    if (row < 0)
+    if (row < 0) {
         row = insertSorted(m_fonts, family, family, [](const QVariant& a, const QVariant& b) {
             return a.toString().localeAwareCompare(b.toString()) < 0;
         });
+        m_fonts->setItemData(row, m_texts.fontMissing, Qt::ToolTipRole);
+    }
     m_fonts->setCurrentIndex(row);
-    m_fonts->setToolTip(QFontDatabase::hasFamily(family) ? m_texts.font : m_texts.fontMissing);
+    const QString missing = m_fonts->itemData(row, Qt::ToolTipRole).toString();
+    m_fonts->setToolTip(missing.isEmpty() ? m_texts.font : missing);
 }
 
 void LabelToolBar::showSize(double size) {

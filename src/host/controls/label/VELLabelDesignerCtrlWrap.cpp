@@ -13,15 +13,12 @@
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
-#include <QScopedValueRollback>
 #include <QToolTip>
 #include <QVBoxLayout>
 
 namespace {
 
-// A text of 2.5 mm has to be legible, and a title of 7 mm should leave room for a few lines.
-constexpr double kPixelsPerMillimetre = 5;
-constexpr double kSourceSize = 2.8;
+constexpr double kSourceSize = 2.8; // millimetres, as for all text of the field
 
 QString millimetres(double size) {
     return QLocale().toString(size, 'g', 6) + QStringLiteral(" mm");
@@ -32,14 +29,12 @@ QString millimetres(double size) {
 VELLabelDesignerCtrlWrap::VELLabelDesignerCtrlWrap(QWidget* parent)
     : QWidget(parent), m_unitText(millimetres), m_tools(new LabelToolBar(this)), m_hintRow(new QWidget(this)),
       m_hint(new QLabel(m_hintRow)), m_editAsText(new QPushButton(m_hintRow)), m_edit(new LabelEdit(this)) {
-    m_look.pixelsPerMillimetre = kPixelsPerMillimetre;
     layOut();
     connectParts();
     setFocusProxy(m_edit);
     m_tools->setBackground(m_look.background);
     SetListOfSizes({});
     setTexts(m_texts);
-    load();
 }
 
 // The field tells about its contents and its cursor while it goes away, when there is nobody left to hear.
@@ -206,8 +201,9 @@ void VELLabelDesignerCtrlWrap::load() {
 }
 
 void VELLabelDesignerCtrlWrap::show(const LabelRuns& runs) {
-    const QScopedValueRollback loading(m_loading, true);
+    m_loading = true;
     m_edit->fill(runs);
+    m_loading = false;
     m_shown = m_edit->runs();
     m_edit->setAccessibleDescription(m_edit->words(m_shown));
     showStyle();
@@ -236,7 +232,7 @@ void VELLabelDesignerCtrlWrap::showState() {
 }
 
 void VELLabelDesignerCtrlWrap::showStyle() {
-    if (!raw())
+    if (!m_loading && !raw())
         m_tools->showStyle(m_edit->currentStyle());
 }
 

@@ -1,0 +1,95 @@
+#include "app/Commands.h"
+#include "app/Console.h"
+#include "app/DataFolder.h"
+#include "app/SourceChoice.h"
+#include "controls/KorQt.h"
+#include "data/check/ConsistencyCheck.h"
+#include "data/store/SqliteStore.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <algorithm>
+
+namespace {
+
+/// What was found in one file.
+struct FileFindings {
+    std::string file;
+    std::vector<Finding> findings;
+};
+
+FileFindings checkSource(StyleSource& source) {
+    return {source.store().name(), ConsistencyCheck(source).run()};
+}
+
+Finding damage(std::string sentence) {
+    Finding finding;
+    finding.severity = eSeverity::kError;
+    finding.sentence = std::move(sentence);
+    return finding;
+}
+
+FileFindings checkFile(const std::string& file) {
+    StyleDatabases databases;
+    const StoreResult result = databases.openFile(SourceId::standard(), file, true);
+    if (StyleSource* source = databases.source(SourceId::standard()))
+        return checkSource(*source);
+    FileFindings found{file, {}};
+    std::ranges::transform(integrityFindings(file), std::back_inserter(found.findings), &damage);
+    if (found.findings.empty())
+        found.findings.push_back(damage(result.error));
+    return found;
+}
+
+std::vector<FileFindings> checkAll(const CheckOptions& options) {
+    std::vector<FileFindings> found;
+    if (options.files.empty())
+        for (const SourceId id : SourceChoice::choose({}).ids)
+            found.push_back(checkSource(*StyleDatabases::current().source(id)));
+    std::ranges::transform(options.files, std::back_inserter(found), &checkFile);
+    return found;
+}
+
+const char* nameOf(eSeverity severity) {
+    return severity == eSeverity::kError ? "error" : severity == eSeverity::kWarning ? "warning" : "note";
+}
+
+QJsonObject toJson(const std::string& file, const Finding& finding) {
+    return {{"file", toQt(file)},
+            {"severity", nameOf(finding.severity)},
+            {"kind", finding.table ? toQt(finding.table->kindName()) : QJsonValue()},
+            {"key", finding.key > 0 ? QJsonValue(finding.key) : QJsonValue()},
+            {"name", toQt(finding.name)},
+            {"column", finding.column ? toQt(finding.column->name) : QJsonValue()},
+            {"sentence", toQt(finding.sentence)}};
+}
+
+void printJson(const std::vector<FileFindings>& found) {
+    QJsonArray array;
+    for (const FileFindings& file : found)
+        for (const Finding& finding : file.findings)
+            array.append(toJson(file.file, finding));
+    Console::print(array);
+}
+
+void printText(const std::vector<FileFindings>& found) {
+    for (const FileFindings& file : found) {
+        Console::say(KorString::format(file.findings.empty() ? "%s: nothing found" : "%s:", {file.file}));
+        for (const Finding& finding : file.findings)
+            Console::say(KorString::format("  %s: %s", {nameOf(finding.severity), finding.sentence}));
+    }
+}
+
+} // namespace
+
+int checkCommand(DataFolder& folder, const CheckOptions& options) {
+    const std::vector<FileFindings> found = checkAll(options);
+    if (options.json)
+        printJson(found);
+    else
+        printText(found);
+    const bool sound =
+        std::ranges::all_of(found, [](const FileFindings& file) { return file.findings.empty(); });
+    return sound && folder.isComplete() ? kExitDone : kExitFailed;
+}

@@ -1,0 +1,40 @@
+#include "app/Commands.h"
+#include "app/Console.h"
+#include "app/ReadProblems.h"
+#include "app/RowChoice.h"
+#include "data/exchange/KorODBCDetailStyleExports.h"
+
+#include <filesystem>
+
+namespace {
+
+int failed(const KorString& sentence) {
+    Console::complain(sentence);
+    return kExitFailed;
+}
+
+} // namespace
+
+int exportCommand(DataFolder&, const ExportOptions& options) {
+    RowChoice row;
+    KorString error;
+    const eExitCode found = RowChoice::find(options.row, row, error);
+    complainOfReading();
+    if (found != kExitDone) {
+        Console::complain(error);
+        return found;
+    }
+    std::error_code ignored;
+    if (!options.overwrite && std::filesystem::exists(options.file, ignored))
+        return failed(KorString::format(
+            "The file \"%s\" exists already; choose another name, or give --overwrite.", {options.file}));
+    const int result = KorODBCDetailStyleExports::exportDetail(row.table->type, row.key, row.source.dsn,
+                                                               row.source.index, options.file);
+    if (result != KorODBCDetailStyleExports::kDone) {
+        KorODBCDetailStyleExports::GetErrorMessage(error, result);
+        return failed(error);
+    }
+    Console::say(KorString::format("The detail style \"%s\" was exported into \"%s\".",
+                                   {row.record()->name, options.file}));
+    return kExitDone;
+}

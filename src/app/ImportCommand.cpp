@@ -1,0 +1,60 @@
+#include "app/Commands.h"
+#include "app/CommitReport.h"
+#include "app/Console.h"
+#include "controls/KorQt.h"
+#include "data/exchange/KorODBCDetailStyleExports.h"
+#include "data/schema/TableSchema.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace {
+
+QJsonArray toJson(const std::vector<KorString>& names) {
+    QJsonArray array;
+    for (const KorString& name : names)
+        array.append(toQt(name));
+    return array;
+}
+
+void printJson(const ImportReport& report) {
+    QJsonArray renamed;
+    for (const ImportReport::Renamed& row : report.renamed)
+        renamed.append(QJsonObject{{"kind", toQt(findTable(row.table)->kindName())},
+                                   {"from", toQt(row.from)},
+                                   {"to", toQt(row.to)}});
+    Console::print(QJsonObject{{"imported", toJson(report.imported)},
+                               {"alreadyThere", toJson(report.alreadyThere)},
+                               {"renamed", renamed},
+                               {"recordsAdded", report.rowsAppended}});
+}
+
+void printText(const ImportReport& report) {
+    for (const KorString& name : report.imported)
+        Console::say(KorString::format("Imported the detail style \"%s\".", {name}));
+    for (const KorString& name : report.alreadyThere)
+        Console::say(KorString::format("The detail style \"%s\" is there already.", {name}));
+    for (const ImportReport::Renamed& row : report.renamed)
+        Console::say(KorString::format("The %s \"%s\" came in as \"%s\".",
+                                       {findTable(row.table)->rowName(), row.from, row.to}));
+}
+
+} // namespace
+
+int importCommand(DataFolder&, const ImportOptions& options) {
+    ImportReport report;
+    const int result = KorODBCDetailStyleExports::importFile(options.file, report);
+    for (const std::string& problem : report.problems)
+        Console::complain(problem);
+    if (result != KorODBCDetailStyleExports::kDone) {
+        Console::complain(report.error);
+        return kExitFailed;
+    }
+    if (!keepChanges())
+        return kExitFailed;
+    if (options.json)
+        printJson(report);
+    else
+        printText(report);
+    return report.problems.empty() ? kExitDone : kExitFailed;
+}
