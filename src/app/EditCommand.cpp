@@ -1,12 +1,12 @@
 #include "app/EditCommand.h"
 
 #include "app/Console.h"
-#include "app/DataFolder.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
 #include "services/KorExchangeUtilities.h"
 #include "services/KorHostReport.h"
 #include "session/KorDSMHandOver.h"
+#include "shell/DataFolder.h"
 
 #include <QApplication>
 #include <QStyleFactory>
