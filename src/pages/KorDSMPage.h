@@ -63,17 +63,17 @@ public:
     /// The Delete key; true when the page has deleted something.
     virtual bool onDeleteKey() { return false; }
 
+    /// Writes one column of the item's own record through the guarded write. On success the item and all
+    /// that show the same record take the new value. Returns 1 on success; any other value means that
+    /// nothing changed.
+    int writeField(int column, const CellValue& value);
+
     /// Tooltip text of a control; empty when it has none.
     KorString getTooltip(int controlId) const;
 
 protected:
     /// The item that the page shows, or null.
     KorDSMDatabaseItem* item() const { return static_cast<KorDSMDatabaseItem*>(getData()); }
-
-    /// Writes one column of the item's own record through the guarded write. On success the item and all
-    /// that show the same record take the new value. Returns 1 on success; any other value means that
-    /// nothing changed.
-    int writeField(int column, const CellValue& value);
 
     /// Enables a control where the source may be edited; disables it always.
     void enableControl(int controlId, bool enable);
