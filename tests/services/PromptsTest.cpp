@@ -122,3 +122,23 @@ TEST_F(PromptsTest, HelpComesInTheLanguageOfTheProgramOrInEnglish) {
     EXPECT_TRUE(contains(onlySentence(), "_none"));
     CKorHelp::setViewer({});
 }
+
+TEST_F(PromptsTest, TheShippedHelpIsWholeInBothLanguages) {
+    const std::regex link(R"re(href="([^"]*)")re");
+    int pages = 0;
+    for (const auto& entry : fs::directory_iterator(KorResources::folder() / "help" / "en")) {
+        for (const char* language : {"en", "de"}) {
+            const fs::path folder = KorResources::folder() / "help" / language;
+            std::ifstream file(folder / entry.path().filename());
+            const std::string text{std::istreambuf_iterator<char>(file), {}};
+            EXPECT_TRUE(contains(text, "<title>")) << language << entry.path().filename();
+            for (std::sregex_iterator it(text.begin(), text.end(), link), end; it != end; ++it)
+                EXPECT_TRUE(fs::exists(folder / (*it)[1].str())) << entry.path() << " leads to " << (*it)[1];
+        }
+        ++pages;
+    }
+    EXPECT_GE(pages, 16);
+    for (const char* topic :
+         {"_Drawing_Style_Manager", "_korDisplayDetailStyles", "_KorDSMViewRequestDialog"})
+        EXPECT_FALSE(CKorHelp::pageOf(topic).empty()) << topic;
+}
