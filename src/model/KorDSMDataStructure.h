@@ -36,6 +36,7 @@ public:
     KorDsmSectionItem* getAnnotationsSection() { return getSection(KorDSMDefines::kViewAnnotations); }
     KorDsmSectionItem* getDimRequestsSection() { return getSection(KorDSMDefines::kViewDimRequests); }
     KorDsmSectionItem* getSection(eViewSections s) { return &m_Sections[static_cast<std::size_t>(s)]; }
+    const KorDsmSectionItem* getSection(eViewSections s) const { return &m_Sections[static_cast<std::size_t>(s)]; }
 
     /// Takes the entry over and links its item with equal ones.
     void appendAddedItemData(KorDSMTreeItemData* data);

@@ -29,23 +29,23 @@ inline constexpr int WM_USER = 1024;
 // From tree items: what the tree has to do with an item's entry.
 
 struct DsmDeleteEntry : KorNumberedMessage<WM_USER> {
-    KorTreeItemHandle entry = nullptr;
+    KorTreeHandle entry = nullptr;
 };
 /// The placeholder that shows that an entry can be opened.
 struct DsmInsertPlaceholder : KorNumberedMessage<WM_USER + 1> {
-    KorTreeItemHandle entry = nullptr; ///< the parent
+    KorTreeHandle entry = nullptr; ///< the parent
     KorString text;
 };
 struct DsmCollapseEntry : KorNumberedMessage<WM_USER + 2> {
-    KorTreeItemHandle entry = nullptr;
+    KorTreeHandle entry = nullptr;
 };
 struct DsmSetEntryText : KorNumberedMessage<WM_USER + 3> {
-    KorTreeItemHandle entry = nullptr;
+    KorTreeHandle entry = nullptr;
     KorString text;
 };
 /// Attaches item data to an entry. The first receiver to take `data` owns it.
 struct DsmAttachItemData : KorNumberedMessage<WM_USER + 4> {
-    KorTreeItemHandle entry = nullptr;
+    KorTreeHandle entry = nullptr;
     mutable std::unique_ptr<KorDSMTreeItemData> data;
 };
 
@@ -53,7 +53,7 @@ struct DsmAttachItemData : KorNumberedMessage<WM_USER + 4> {
 
 /// Go to a child of a tree entry.
 struct DsmGoToChild : KorNumberedMessage<WM_USER + 5> {
-    KorTreeItemHandle entry = nullptr;
+    KorTreeHandle entry = nullptr;
     int childIndex = 0;
     int flag = 1;
 };
@@ -73,7 +73,7 @@ struct DsmCategoriesChanged : KorNumberedMessage<WM_USER + 15> {
 };
 /// The selection of the main tree changed.
 struct DsmSelectionChanged : KorNumberedMessage<WM_USER + 17> {
-    KorTreeItemHandle entry = nullptr;
+    KorTreeHandle entry = nullptr;
 };
 /// Enable or disable Apply.
 struct DsmSetModified : KorNumberedMessage<WM_USER + 18> {

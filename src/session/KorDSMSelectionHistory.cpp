@@ -1,13 +1,13 @@
 #include "session/KorDSMSelectionHistory.h"
 
-void KorDSMSelectionHistory::record(KorTreeItemHandle entry, KorDSMDefines::eViewSections section) {
+void KorDSMSelectionHistory::record(KorTreeHandle entry, KorDSMDefines::eViewSections section) {
     if (canGoForward())
         m_entries.push_back(Entry(m_entries[static_cast<std::size_t>(m_position)]));
     m_entries.push_back({entry, section, false});
     m_position = static_cast<int>(m_entries.size()) - 1;
 }
 
-void KorDSMSelectionHistory::markStale(KorTreeItemHandle entry) {
+void KorDSMSelectionHistory::markStale(KorTreeHandle entry) {
     for (Entry& visited : m_entries)
         if (visited.entry == entry)
             visited.stale = true;
@@ -18,7 +18,7 @@ std::optional<KorDSMSelectionHistory::Entry> KorDSMSelectionHistory::step(int di
     if (m_entries.empty() || m_position == end)
         return std::nullopt;
     const auto at = [this](int index) -> const Entry& { return m_entries[static_cast<std::size_t>(index)]; };
-    const KorTreeItemHandle start = at(m_position).entry;
+    const KorTreeHandle start = at(m_position).entry;
     do
         m_position += direction;
     while (m_position != end && (at(m_position).stale || at(m_position).entry == start));

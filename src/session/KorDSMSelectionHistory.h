@@ -10,16 +10,16 @@
 class KorDSMSelectionHistory {
 public:
     struct Entry {
-        KorTreeItemHandle entry = nullptr;
+        KorTreeHandle entry = nullptr;
         KorDSMDefines::eViewSections section = KorDSMDefines::kViewDetailStyles;
         bool stale = false;
     };
 
     /// Appends a selection and makes it current. When the position is not at the end, the entry there is
     /// appended again first, so that leaving the middle of the history loses nothing.
-    void record(KorTreeItemHandle entry, KorDSMDefines::eViewSections section);
+    void record(KorTreeHandle entry, KorDSMDefines::eViewSections section);
     /// The entry's item is gone.
-    void markStale(KorTreeItemHandle entry);
+    void markStale(KorTreeHandle entry);
 
     bool canGoBack() const { return !m_entries.empty() && m_position > 0; }
     bool canGoForward() const { return m_position + 1 < static_cast<int>(m_entries.size()); }

@@ -1,6 +1,10 @@
 #include "controls/KorTreeCtrl.h"
 
+#include <QApplication>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QTest>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -39,6 +43,22 @@ protected:
     KorTreeCtrl tree;
     KorTreeHandle root, a, a1, a2, b, c;
     std::vector<KorTreeHandle> told;
+};
+
+/// The platform without a screen carries nothing: this brings the drop when a drag has begun, which shows
+/// by the drag object that the tree gets as a child.
+class DropBringer : public QObject {
+public:
+    explicit DropBringer(std::function<void()> drop) : m_drop(std::move(drop)) {}
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::ChildAdded)
+            m_drop();
+        return false;
+    }
+
+private:
+    std::function<void()> m_drop;
 };
 
 } // namespace
@@ -144,4 +164,37 @@ TEST_F(TreeCtrl, EnterActivatesAndTheMenuKeyAsksForAMenu) {
     QContextMenuEvent atB(QContextMenuEvent::Mouse, centre(b), tree.viewport()->mapToGlobal(centre(b)));
     QCoreApplication::sendEvent(tree.viewport(), &atB);
     EXPECT_EQ(menu, b);
+}
+
+TEST_F(TreeCtrl, AnEntryIsDroppedWhereItIsAccepted) {
+    std::vector<std::pair<KorTreeHandle, KorTreeHandle>> drops;
+    QObject::connect(&tree, &KorTreeCtrl::dropQuery, &tree,
+                     [&](KorTreeHandle, KorTreeHandle target, bool* accept) { *accept = target == b; });
+    QObject::connect(&tree, &KorTreeCtrl::dropRequested, &tree,
+                     [&](KorTreeHandle source, KorTreeHandle target) { drops.emplace_back(source, target); });
+    const auto drag = [&](KorTreeHandle source, KorTreeHandle target) {
+        QWindow* window = tree.windowHandle();
+        const auto at = [&](KorTreeHandle entry) {
+            return tree.viewport()->mapTo(&tree, rectOf(entry).center());
+        };
+        QTest::mousePress(window, Qt::LeftButton, {}, at(source));
+        DropBringer bringer([&] {
+            const QMimeData data;
+            QDragEnterEvent enter(rectOf(source).center(), Qt::MoveAction, &data, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(tree.viewport(), &enter);
+            QDropEvent drop(rectOf(target).center(), Qt::MoveAction, &data, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(tree.viewport(), &drop);
+        });
+        tree.installEventFilter(&bringer);
+        QTest::mouseMove(window, at(source) + QPoint(2 * QApplication::startDragDistance(), 0));
+        QTest::mouseRelease(window, Qt::LeftButton, {}, at(target));
+    };
+    drag(c, b);
+    EXPECT_TRUE(drops.empty()) << "dragging is off at first";
+    tree.setDragAllowed(true);
+    drag(c, a);
+    EXPECT_TRUE(drops.empty());
+    drag(c, b);
+    EXPECT_EQ(drops, (std::vector<std::pair<KorTreeHandle, KorTreeHandle>>{{c, b}}));
+    EXPECT_EQ(tree.childCount(root), 3) << "the tree itself moves nothing";
 }

@@ -86,7 +86,7 @@ TEST_F(ExchangeTest, ExportTakesPendingChangesAndClearsReferencesThatPointNowher
 TEST_F(ExchangeTest, ImportIsOnePendingGroupAndIsStoredByTheCommit) {
     ImportReport report;
     ASSERT_EQ(import("Column", &report), Exports::kDone);
-    EXPECT_EQ(report.imported, std::vector<KorString>{"Column"});
+    ASSERT_EQ(report.imported, std::vector<KorString>{"Column"});
     EXPECT_EQ(report.rowsAppended, rowCount(kUser));
     EXPECT_EQ(databases.pending().undoLabel(), "Column");
     databases.undo();
@@ -121,7 +121,7 @@ TEST_F(ExchangeTest, ImportReusesEqualRowsAndRenamesDifferentOnes) {
     set(kUser, kTableBaseCategory, row<StructDetBaseCategory>(kUser, "Columns")->key, 2, std::int64_t{99});
     ImportReport changed;
     ASSERT_EQ(import("Column", &changed), Exports::kDone);
-    EXPECT_EQ(changed.imported, std::vector<KorString>{"Column 1"});
+    ASSERT_EQ(changed.imported, std::vector<KorString>{"Column 1"});
     EXPECT_EQ(deepName(kUser, "Column 1"), "Beams 1");
     EXPECT_EQ(deepName(kUser, "Column"), "Beams");
     EXPECT_EQ(count<StructDetObjAppearance>(kUser), 2);

@@ -4,35 +4,26 @@
 #include "data/RowClosure.h"
 #include "data/schema/TableDeclarations.h"
 #include "data/store/SqliteStore.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
 
 /// A Standard and a User database in a folder of their own, open in a fresh instance, with helpers that write
 /// as the editor does.
 class StyleFixture : public testing::Test {
 protected:
     void SetUp() override {
-        std::string pattern = std::filesystem::temp_directory_path() / "styles-XXXXXX";
-        m_folder = mkdtemp(pattern.data());
         for (const char* name : {"standard.dsdb", "user.dsdb"})
             ASSERT_EQ(SqliteStore::create(file(name)).error, "");
         open(false);
         databases.setOwnerMode(true);
     }
-    void TearDown() override {
-        databases.closeSource(kStandard);
-        databases.closeSource(kUser);
-        std::filesystem::remove_all(m_folder);
-    }
-
     /// Opens both anew, so that only what is stored is seen.
     void open(bool standardReadOnly = true) {
         ASSERT_EQ(databases.openFile(kStandard, file("standard.dsdb"), standardReadOnly).error, "");
         ASSERT_EQ(databases.openFile(kUser, file("user.dsdb"), false).error, "");
     }
-    std::string file(const std::string& name) const { return (m_folder / name).string(); }
+    std::string file(const std::string& name) const { return (m_folder.path() / name).string(); }
 
     bool commit() {
         bool all = true;
@@ -94,6 +85,7 @@ protected:
 
     static constexpr SourceId kStandard = SourceId::standard();
     static constexpr SourceId kUser = SourceId::user();
+    TempFolder m_folder;
     StyleDatabases databases;
 
 private:
@@ -134,6 +126,4 @@ private:
         add(id, name, filing);
         return key;
     }
-
-    std::filesystem::path m_folder;
 };

@@ -12,21 +12,6 @@ namespace {
 
 constexpr int kMargin = 4; ///< around the picture of a button
 
-QIcon combined(const QIcon& icon, const QIcon& checked, const QIcon& disabled, const QSize& size) {
-    if (checked.isNull() && disabled.isNull())
-        return icon;
-    QIcon all;
-    // Twice the size keeps the pictures sharp on a screen of twice the density.
-    for (const int scale : {1, 2}) {
-        const QSize pixels = size * scale;
-        all.addPixmap(icon.pixmap(pixels, 1.0), QIcon::Normal, QIcon::Off);
-        all.addPixmap((checked.isNull() ? icon : checked).pixmap(pixels, 1.0), QIcon::Normal, QIcon::On);
-        if (!disabled.isNull())
-            all.addPixmap(disabled.pixmap(pixels, 1.0), QIcon::Disabled);
-    }
-    return all;
-}
-
 } // namespace
 
 KorButtonGroup::KorButtonGroup(QWidget* parent) : KorButtonGroup(Qt::Horizontal, parent) {}
@@ -54,14 +39,9 @@ void KorButtonGroup::setIconSize(const QSize& size) {
 }
 
 void KorButtonGroup::addButton(int id, const KorString& tooltip, const QIcon& icon) {
-    addButton(id, tooltip, icon, {});
-}
-
-void KorButtonGroup::addButton(int id, const KorString& tooltip, const QIcon& icon, const QIcon& checked,
-                               const QIcon& disabled) {
     auto* widget = new QToolButton(this);
     widget->setAutoRaise(true);
-    widget->setIcon(combined(icon, checked, disabled, m_iconSize));
+    widget->setIcon(icon);
     widget->setIconSize(m_iconSize);
     widget->setFixedSize(m_iconSize + 2 * QSize(kMargin, kMargin));
     widget->setToolTip(toQt(tooltip));

@@ -26,9 +26,6 @@ public:
 
     /// Appends a button. Its tooltip is also its accessible name.
     void addButton(int id, const KorString& tooltip, const QIcon& icon);
-    /// As above, with another picture while the button is checked, or while it is disabled.
-    void addButton(int id, const KorString& tooltip, const QIcon& icon, const QIcon& checked,
-                   const QIcon& disabled = {});
     int buttonCount() const;
     /// The id of the button at a position, -1 when there is none.
     int buttonId(int index) const;

@@ -58,6 +58,8 @@ QSize KorInfoCtrl::sizeHint() const {
 }
 
 QSize KorInfoCtrl::minimumSizeHint() const {
+    if (sizePolicy().horizontalPolicy() == QSizePolicy::Maximum)
+        return sizeHint();
     return m_text.isEmpty() ? sizeHint().boundedTo(QSize(48, 36)) : QSize(80, 24);
 }
 

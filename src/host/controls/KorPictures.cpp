@@ -72,6 +72,18 @@ QIcon KorPictures::bitmap(int number) {
     return load(bitmapPath(number));
 }
 
+QIcon KorPictures::buttonBitmap(int number, int checkedNumber, int disabledNumber) {
+    QIcon icon = bitmap(number);
+    const auto add = [&icon](int other, QIcon::Mode mode, QIcon::State state) {
+        const QString file = other ? find(bitmapPath(other)) : QString();
+        if (!file.isEmpty())
+            icon.addFile(file, QSize(), mode, state);
+    };
+    add(checkedNumber, QIcon::Normal, QIcon::On);
+    add(disabledNumber, QIcon::Disabled, QIcon::Off);
+    return icon;
+}
+
 QSize KorPictures::bitmapSize(int number) {
     const QString file = find(bitmapPath(number));
     return file.isEmpty() ? QSize() : QSvgRenderer(file).defaultSize();

@@ -23,6 +23,9 @@ void setMissingSink(std::function<void(const KorString& path)> sink);
 QIcon icon(int number);
 /// The bitmap of that number, an empty one when it is missing.
 QIcon bitmap(int number);
+/// A button's bitmap that changes while the button is down or disabled; 0 stands for no other picture
+/// (a disabled button then shows the first one faded).
+QIcon buttonBitmap(int number, int checkedNumber, int disabledNumber = 0);
 /// The icon of that name, for the few icons that have no number.
 QIcon namedIcon(const KorString& name);
 /// The size at which the bitmap was drawn, in pixels at 100 %; an empty size when it is missing.

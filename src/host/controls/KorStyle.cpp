@@ -5,31 +5,81 @@
 
 namespace {
 
-/// Half way between the text and its ground: seen on both, whatever the palette.
-QColor outlineColor(const QStyleOption& option) {
-    const QColor text = option.palette.color(QPalette::Text);
-    const QColor base = option.palette.color(QPalette::Base);
-    const auto half = [](int a, int b) { return (a + b) / 2; };
-    return QColor(half(text.red(), base.red()), half(text.green(), base.green()),
-                  half(text.blue(), base.blue()));
+QPalette::ColorGroup groupOf(const QStyleOption& option) {
+    return option.state & QStyle::State_Enabled ? QPalette::Active : QPalette::Disabled;
 }
 
-bool isDark(const QStyleOption& option) {
-    return option.palette.color(QPalette::Base).lightness() <
-           option.palette.color(QPalette::Text).lightness();
+QColor mixed(const QColor& a, const QColor& b, double share) {
+    const auto mix = [share](int x, int y) { return static_cast<int>(x * share + y * (1 - share)); };
+    return QColor(mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue()));
 }
 
-void drawOutline(QStyle::PrimitiveElement element, const QStyleOption& option, QPainter& painter) {
+/// Between the text and its ground, `share` of the way to the text: seen on both.
+QColor outlineColor(const QStyleOption& option, double share) {
+    const QPalette::ColorGroup group = groupOf(option);
+    return mixed(option.palette.color(group, QPalette::Text), option.palette.color(group, QPalette::Base),
+                 share);
+}
+
+bool isDark(const QPalette& palette) {
+    return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
+}
+
+/// The outline of an element that nearly vanishes in a dark palette; a share of 0 means that it does not.
+double outlineShare(QStyle::PrimitiveElement element, const QStyleOption& option) {
+    switch (element) {
+    case QStyle::PE_IndicatorCheckBox:
+    case QStyle::PE_IndicatorItemViewItemCheck:
+    case QStyle::PE_IndicatorRadioButton:
+        return 0.5;
+    case QStyle::PE_FrameLineEdit:
+        return option.state & QStyle::State_HasFocus ? 0.0 : 0.3; // the focus has a frame of its own
+    case QStyle::PE_Frame:
+        return 0.3;
+    default:
+        return 0.0;
+    }
+}
+
+void drawOutline(QStyle::PrimitiveElement element, const QStyleOption& option, double share,
+                 QPainter& painter) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(outlineColor(option));
+    painter.setPen(outlineColor(option, share));
     const QRectF frame = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
     if (element == QStyle::PE_IndicatorRadioButton)
         painter.drawEllipse(frame);
+    else if (element == QStyle::PE_Frame)
+        painter.drawRect(frame);
     else
-        painter.drawRoundedRect(frame, 1.5, 1.5);
+        painter.drawRoundedRect(frame, 2, 2);
     painter.restore();
+}
+
+/// A picture without its colours, and so faint that it is told from an enabled one on any ground.
+QPixmap faded(const QPixmap& pixmap) {
+    constexpr double kOpacity = 0.45;
+    QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            const int gray = qGray(line[x]);
+            line[x] = qRgba(gray, gray, gray, static_cast<int>(qAlpha(line[x]) * kOpacity));
+        }
+    }
+    return QPixmap::fromImage(image);
+}
+
+/// A picture drawn towards the colour of selected texts, for it lies on the highlight.
+QPixmap highlighted(const QPixmap& pixmap, QColor text) {
+    QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&image);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
+    text.setAlpha(200);
+    painter.fillRect(QRect(QPoint(0, 0), image.size()), text);
+    painter.end();
+    return QPixmap::fromImage(image);
 }
 
 QPalette darkPalette() {
@@ -76,10 +126,9 @@ QPalette KorStyle::palette(bool dark) {
 void KorStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
-    const bool mark = element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck ||
-                      element == PE_IndicatorRadioButton;
-    if (mark && isDark(*option))
-        drawOutline(element, *option, *painter);
+    const double share = outlineShare(element, *option);
+    if (share > 0 && isDark(option->palette))
+        drawOutline(element, *option, share, *painter);
 }
 
 void KorStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
@@ -92,4 +141,16 @@ void KorStyle::drawComplexControl(ComplexControl control, const QStyleOptionComp
     frame.QStyleOption::operator=(*option);
     frame.rect = option->rect.adjusted(1, 1, -1, -1);
     QProxyStyle::drawPrimitive(PE_FrameFocusRect, &frame, painter, widget);
+}
+
+QPixmap KorStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap,
+                                      const QStyleOption* option) const {
+    switch (mode) {
+    case QIcon::Disabled:
+        return faded(pixmap);
+    case QIcon::Selected:
+        return highlighted(pixmap, option->palette.color(QPalette::Active, QPalette::HighlightedText));
+    default:
+        return pixmap;
+    }
 }

@@ -3,8 +3,9 @@
 #include <QPalette>
 #include <QProxyStyle>
 
-/// The look of the program: Fusion, with check boxes and radio buttons that can be seen in dark palettes,
-/// and a focus frame on tool buttons that were reached by the keyboard.
+/// The look of the program: Fusion, with fields, check boxes and radio buttons that can be seen in dark
+/// palettes, a focus frame on tool buttons that were reached by the keyboard, and pictures that can be told
+/// apart when they are selected or disabled, on light and dark.
 class KorStyle : public QProxyStyle {
     Q_OBJECT
 
@@ -18,4 +19,6 @@ public:
                        const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override;
+    QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap,
+                                const QStyleOption* option) const override;
 };

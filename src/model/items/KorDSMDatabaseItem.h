@@ -63,8 +63,8 @@ public:
     const KorArray<KorDSMDatabaseItem*>& equalItems() const { return m_EqualItems; }
 
     KorDSMDefines::eItemType m_Type = KorDSMDefines::kNoType;
-    KorTreeItemHandle m_hTreeItem = nullptr;   ///< null while the item is not shown
-    KorTreeItemHandle m_hSecondItem = nullptr; ///< filled by the tree side
+    KorTreeHandle m_hTreeItem = nullptr;   ///< null while the item is not shown
+    KorTreeHandle m_hSecondItem = nullptr; ///< filled by the tree side
     /// True when the item's dependent children are in the tree, or there are none to show. While it is false
     /// the entry has the placeholder child.
     bool m_bExpanded = true;

@@ -1,11 +1,9 @@
 #pragma once
 
+#include "base/KorTreeHandle.h"
 #include "model/KorDSMDefines.h"
 
 class KorDSMDatabaseItem;
-
-/// Opaque handle of an entry in the main tree; only the tree side knows what is behind it.
-using KorTreeItemHandle = void*;
 
 /// The record attached to each tree entry.
 class KorDSMTreeItemData {
@@ -17,8 +15,8 @@ public:
     KorDSMDefines::eItemType getType() const { return m_Type; }
     KorDSMDatabaseItem* getItem() const { return m_pItem; }
 
-    KorTreeItemHandle m_hTreeItem = nullptr;
-    KorTreeItemHandle m_hSecondItem = nullptr;
+    KorTreeHandle m_hTreeItem = nullptr;
+    KorTreeHandle m_hSecondItem = nullptr;
     KorDSMDefines::eItemType m_Type = KorDSMDefines::kNoType;
     KorDSMDatabaseItem* m_pItem = nullptr; ///< not owned
 };

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "data/KorOdbcKey.h"
+#include "data/schema/TableTypes.h"
+#include "dialogs/KorDSMDialog.h"
+
+/// Asks what to do before a field of a shared record is changed.
+class KorDSMDialogConfirmation : public KorDSMDialog {
+    Q_OBJECT
+
+public:
+    enum eAction : int { kModify = 0, kMakeCopy = 1, kCancelModification = 2 };
+
+    /// `table` 48 or an invalid key is a programming error: the dialog then speaks of an "item".
+    KorDSMDialogConfirmation(eTableType table, const KorOdbcKey& key, QWidget* parent);
+
+    /// Runs the dialog for a record and turns the outcome into an answer: 1 write, 2 make a copy, 0 neither.
+    static int ask(eTableType table, const KorOdbcKey& key, QWidget* parent);
+
+    void accept() override;
+    eAction selectedAction() const { return m_action; }
+
+private:
+    struct Texts {
+        KorString kind;
+        KorString runName;
+    };
+
+    Texts prepareTexts(eTableType table, const KorOdbcKey& key) const;
+    void OnInitDialog(const Texts& texts);
+
+    eAction m_action = kModify;
+};

@@ -1,0 +1,192 @@
+#include "pages/KorDSMPage.h"
+
+#include "base/KorAssert.h"
+#include "controls/KorButtonGroup.h"
+#include "controls/KorControls.h"
+#include "controls/KorQt.h"
+#include "model/CurrentUnits.h"
+#include "services/Prompts.h"
+#include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMTwins.h"
+
+#include <QAbstractButton>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+
+#include <cmath>
+
+namespace {
+
+KorDSMPage* g_currentPage = nullptr;
+
+constexpr int kFirstTemplate = 1086;
+constexpr int kLastTemplate = 2321;
+
+} // namespace
+
+KorDSMPage::KorDSMPage(QWidget* parent, int templateId, const KorString& title)
+    : KorTabPage(parent, templateId, title) {
+    KorAssert::check(templateId >= kFirstTemplate && templateId <= kLastTemplate,
+                     "templateId >= 1086 && templateId <= 2321");
+}
+
+KorDSMPage::~KorDSMPage() {
+    if (g_currentPage == this)
+        g_currentPage = nullptr;
+}
+
+KorDSMPage* KorDSMPage::currentPage() {
+    return g_currentPage;
+}
+
+void KorDSMPage::addLinkedPage(KorDSMPage* page) {
+    if (page)
+        m_linkedPages.push_back(page);
+}
+
+void KorDSMPage::OnActivate(int active) {
+    g_currentPage = active ? this : nullptr;
+    KorTabPage::OnActivate(active);
+}
+
+void KorDSMPage::OnShow(int show) {
+    KorTabPage::OnShow(show);
+    if (show && getData()) {
+        g_currentPage = this;
+        enableControls();
+        if (m_needsInit) {
+            fillLists();
+        } else if (m_needsRefresh) {
+            refreshLists();
+            m_needsRefresh = false;
+        }
+        loadData();
+        afterLoad();
+        m_shown = true;
+        m_needsInit = false;
+        return;
+    }
+    if (g_currentPage == this && getData()) {
+        finishEditing();
+        g_currentPage = nullptr;
+    }
+}
+
+void KorDSMPage::finishEditing() {
+    KorControls::commitEdits(this);
+    storePendingChanges(false);
+}
+
+void KorDSMPage::storePendingChanges(bool) {}
+
+bool KorDSMPage::PreTranslateMessage(QKeyEvent* event) {
+    return event->key() == Qt::Key_Delete && event->modifiers() == Qt::NoModifier && onDeleteKey();
+}
+
+void KorDSMPage::enableControls() {
+    const bool editable = isEditable();
+    for (QWidget* control : KorControls::all(this)) {
+        // A disabled frame would hold everything inside down for good, and captions stay readable.
+        if (qobject_cast<QGroupBox*>(control) || qobject_cast<QLabel*>(control))
+            continue;
+        if (auto* strip = qobject_cast<KorButtonGroup*>(control))
+            strip->enableWindow(editable);
+        else if (control->isEnabled() != editable)
+            control->setEnabled(editable);
+    }
+}
+
+void KorDSMPage::enableControl(int controlId, bool enable) {
+    QWidget* control = KorControls::find(this, controlId);
+    if (!control || (enable && !isEditable()))
+        return;
+    if (auto* strip = qobject_cast<KorButtonGroup*>(control))
+        strip->enableWindow(enable);
+    else
+        control->setEnabled(enable);
+}
+
+void KorDSMPage::notifyModified() {
+    KorDSMMainWindow::sendMessage(DsmSetModified());
+}
+
+void KorDSMPage::setOtherPagesModified(bool modified) {
+    DsmMarkOtherPages message;
+    message.modified = modified;
+    KorDSMMainWindow::sendMessage(message);
+}
+
+int KorDSMPage::writeField(int column, const CellValue& value) {
+    KorDSMDatabaseItem* shown = item();
+    if (!shown || !shown->record())
+        return 0;
+    const int result = KorDSMGuardedWrite::setAttributeValue(shown->tableType(), KorOdbcKey(shown->recordKey()),
+                                                             column, value);
+    if (result == KorDSMGuardedWrite::kWrite)
+        KorDSMTwins::recordWritten(*shown);
+    return result;
+}
+
+void KorDSMPage::addTooltip(int controlId, int promptNumber) {
+    if (QWidget* control = KorControls::find(this, controlId))
+        control->setToolTip(toQt(Prompts::getPrompt("UPS", promptNumber)));
+}
+
+KorString KorDSMPage::getTooltip(int controlId) const {
+    const QWidget* control = KorControls::find(this, controlId);
+    return control ? fromQt(control->toolTip()) : KorString();
+}
+
+void KorDSMPage::setCaption(int controlId, int promptNumber) {
+    const QString text = toQt(Prompts::getPrompt("UPS", promptNumber));
+    QWidget* control = KorControls::find(this, controlId);
+    if (auto* box = qobject_cast<QGroupBox*>(control))
+        box->setTitle(text);
+    else if (auto* button = qobject_cast<QAbstractButton*>(control))
+        button->setText(text);
+    else if (auto* label = qobject_cast<QLabel*>(control))
+        label->setText(text);
+}
+
+void KorDSMPage::notifyLinkedPages(const KorString& name, int what, int index) {
+    DsmListChanged message;
+    message.senderPageCode = m_pageCode;
+    message.action = what;
+    message.name = name;
+    for (int i = 0; i < static_cast<int>(m_linkedPages.size()); ++i)
+        if (index == -1 || index == i)
+            m_linkedPages[static_cast<std::size_t>(i)]->onMessage(message);
+}
+
+std::optional<double> KorDSMPage::parseValue(const KorString& text, int unitKind) {
+    return getUnitsOfCurrentDatabase().parse(text, unitKind);
+}
+
+KorString KorDSMPage::formatValue(double value, int unitKind) {
+    return getUnitsOfCurrentDatabase().format(value, unitKind);
+}
+
+void KorDSMPage::reformatField(int controlId) {
+    auto* field = KorControls::find<QLineEdit>(this, controlId);
+    if (!field)
+        return;
+    if (const auto value = parseValue(fromQt(field->text()), KorUnitsManager::kLength))
+        field->setText(toQt(formatValue(*value, KorUnitsManager::kLength)));
+}
+
+std::vector<int> KorDSMPage::columnWidths(int width, const std::vector<int>& percentages) {
+    constexpr int kNear = 20;
+    std::vector<int> widths;
+    int before = 0;
+    for (const int percent : percentages) {
+        int share = static_cast<int>(std::lround(percent / 100.0 * width));
+        const int sum = before + share;
+        if (sum > width - kNear && sum < width + kNear)
+            share = std::abs(width - before);
+        widths.push_back(share);
+        before += share;
+    }
+    return widths;
+}

@@ -1,0 +1,103 @@
+#pragma once
+
+#include "controls/KorTabPage.h"
+#include "data/KorOdbcMan.h"
+#include "model/KorDSMMessages.h"
+#include "model/items/KorDSMDatabaseItem.h"
+
+#include <optional>
+#include <vector>
+
+/// Base of every property page: the life of a page inside its group, the write of one field, the enable rule,
+/// and the helpers that pages share. A page adds its controls, its record and its rules. Every change is
+/// written to the database at once; a page buffers nothing.
+class KorDSMPage : public KorTabPage, public KorMessageTarget {
+    Q_OBJECT
+
+public:
+    /// `templateId` lies between 1086 and 2321.
+    KorDSMPage(QWidget* parent, int templateId, const KorString& title);
+    ~KorDSMPage() override;
+
+    /// The page that is shown, or null. What must be finished before changes are kept.
+    static KorDSMPage* currentPage();
+
+    /// The page's own item-type code, which it sends with its notices.
+    int pageCode() const { return m_pageCode; }
+    /// A page of another group that must hear of changes made here. Not owned; null is ignored.
+    void addLinkedPage(KorDSMPage* page);
+    const std::vector<KorDSMPage*>& linkedPages() const { return m_linkedPages; }
+
+    /// The lists are filled again at the next show: names that they show have changed.
+    void requestInit() { m_needsInit = true; }
+    /// Another page of the group changed something: the lists are refreshed at the next show.
+    void requestRefresh(bool needed) { m_needsRefresh = needed; }
+    bool needsRefresh() const { return m_needsRefresh; }
+    /// Dialogs that show a page only to look at it set this to false.
+    void setEditable(bool editable) { m_editable = editable; }
+    /// Whether the page allows editing and the current source does.
+    bool isEditable() const { return m_editable && KorOdbcMan::getEditableStatus(); }
+
+    /// Lets the page take what was typed and store it.
+    void finishEditing();
+
+    void OnActivate(int active) override;
+    void OnShow(int show) override;
+    bool PreTranslateMessage(QKeyEvent* event) override;
+    /// List-change notices from other pages.
+    void onMessage(const KorMessage&) override {}
+
+    /// Writes an edit that is stored only when the page is left. Does nothing when `discard` is true.
+    virtual void storePendingChanges(bool discard);
+    virtual bool fillLists() { return true; }
+    virtual bool refreshLists() { return true; }
+    /// Copies the record of the item into the controls.
+    virtual bool loadData() { return true; }
+    virtual void afterLoad() {}
+    /// Brings every control to the editable state.
+    virtual void enableControls();
+    /// Tells the main dialog that something was changed.
+    virtual void notifyModified();
+    /// Tells the main dialog that the other pages of the group show something changed.
+    virtual void setOtherPagesModified(bool modified);
+    /// The Delete key; true when the page has deleted something.
+    virtual bool onDeleteKey() { return false; }
+
+    /// Writes one column of the item's own record through the guarded write. On success the item and all
+    /// that show the same record take the new value. Returns 1 on success; any other value means that
+    /// nothing changed.
+    int writeField(int column, const CellValue& value);
+
+    /// Tooltip text of a control; empty when it has none.
+    KorString getTooltip(int controlId) const;
+
+protected:
+    /// The item that the page shows, or null.
+    KorDSMDatabaseItem* item() const { return static_cast<KorDSMDatabaseItem*>(getData()); }
+
+    /// Enables a control where the source may be edited; disables it always.
+    void enableControl(int controlId, bool enable);
+    void addTooltip(int controlId, int promptNumber);
+    /// Sets the text of a label, button or group box.
+    void setCaption(int controlId, int promptNumber);
+    /// Sends a list-change notice to the linked page at `index`, or to all of them when it is -1.
+    void notifyLinkedPages(const KorString& name, int what, int index);
+
+    /// Numbers in text fields, in the units of the current database.
+    static std::optional<double> parseValue(const KorString& text, int unitKind);
+    static KorString formatValue(double value, int unitKind);
+    /// Shows the length in a field as the database's units print it.
+    void reformatField(int controlId);
+    /// Pixel widths for columns of these percentages of `width`: each gets its rounded share, and the one
+    /// that brings the sum within 20 pixels of `width` gets exactly the rest.
+    static std::vector<int> columnWidths(int width, const std::vector<int>& percentages);
+
+    int m_pageCode = KorDSMDefines::kNoType;
+
+private:
+    std::vector<KorDSMPage*> m_linkedPages;
+    bool m_needsInit = true;
+    bool m_needsRefresh = false;
+    bool m_shown = false;
+    bool m_editable = true;
+};

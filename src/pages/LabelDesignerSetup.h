@@ -1,0 +1,15 @@
+#pragma once
+
+class VELLabelDesignerCtrlWrap;
+
+/// Sets up the label designers of the title pages.
+namespace LabelDesignerSetup {
+
+/// What stays the same for the life of the page: background colour from the exchange queue
+/// "DETAILSTYLESMANAGERNEW", the object type that decides which variables are offered, and the texts.
+void apply(VELLabelDesignerCtrlWrap& designer, int objectTypeKey);
+
+/// What belongs to the current source: its units, the creation defaults for titles, its text sizes.
+void applySource(VELLabelDesignerCtrlWrap& designer);
+
+} // namespace LabelDesignerSetup

@@ -1,0 +1,163 @@
+#include "pages/PageFields.h"
+
+#include "controls/KorControls.h"
+#include "controls/KorLineEdit.h"
+#include "controls/KorQt.h"
+#include "data/StyleDatabases.h"
+#include "model/CurrentUnits.h"
+#include "pages/KorDSMPage.h"
+#include "session/KorDSMGuardedWrite.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QRadioButton>
+#include <QScopedValueRollback>
+
+namespace {
+
+int unitKind(const Column& column) {
+    return column.kind == eColumnKind::kLength ? KorUnitsManager::kLength : KorUnitsManager::kPlain;
+}
+
+StyleSource* source() {
+    return StyleDatabases::current().here();
+}
+
+const StructRecord* recordOf(const PageFields::Row& row) {
+    return source() && row.table != kNoTable ? source()->table(row.table).find(row.key) : nullptr;
+}
+
+KorString fieldText(const Column& column, const StructRecord& record) {
+    if (column.isText())
+        return column.textIn(&record);
+    const double value = column.isReal() ? column.realIn(&record) : column.integerIn(&record);
+    return getUnitsOfCurrentDatabase().format(value, unitKind(column));
+}
+
+void setChecked(QAbstractButton* button, bool checked) {
+    // An exclusive group keeps its last button down unless it is told otherwise.
+    const bool exclusive = button->autoExclusive();
+    button->setAutoExclusive(false);
+    button->setChecked(checked);
+    button->setAutoExclusive(exclusive);
+}
+
+} // namespace
+
+PageFields::PageFields(KorDSMPage& page, std::vector<PageField> fields, std::function<Row()> rowToEdit)
+    : QObject(&page), m_page(page), m_fields(std::move(fields)), m_rowToEdit(std::move(rowToEdit)) {}
+
+PageFields::Row PageFields::row() const {
+    if (m_rowToEdit)
+        return m_rowToEdit();
+    const auto* item = static_cast<const KorDSMDatabaseItem*>(m_page.getData());
+    return item && item->record() ? Row{item->tableType(), KorOdbcKey(item->recordKey())} : Row();
+}
+
+const Column* PageFields::columnOf(const PageField& field) const {
+    const TableSchema* table = findTable(row().table);
+    return table ? table->column(field.column) : nullptr;
+}
+
+void PageFields::connectControls() {
+    for (const PageField& field : m_fields)
+        connectField(field);
+}
+
+void PageFields::connectField(const PageField& field) {
+    for (const auto& [number, value] : field.radios)
+        if (auto* radio = KorControls::find<QRadioButton>(&m_page, number))
+            connect(radio, &QRadioButton::clicked, this,
+                    [this, &field, value = value] { write(field, std::int64_t{value}); });
+    QWidget* control = KorControls::find(&m_page, field.control);
+    if (auto* box = qobject_cast<QCheckBox*>(control))
+        connect(box, &QCheckBox::clicked, this,
+                [this, &field](bool checked) { write(field, std::int64_t{checked}); });
+    else if (auto* combo = qobject_cast<QComboBox*>(control))
+        connect(combo, &QComboBox::activated, this,
+                [this, &field, combo] { onNameChosen(field, fromQt(combo->currentText())); });
+    else if (auto* edit = qobject_cast<KorLineEdit*>(control))
+        connect(edit, &KorLineEdit::committed, this,
+                [this, &field](const QString& text) { onTextCommitted(field, fromQt(text)); });
+}
+
+void PageFields::fillLists() {
+    const QScopedValueRollback loading(m_loading, true);
+    for (const PageField& field : m_fields) {
+        auto* combo = KorControls::find<QComboBox>(&m_page, field.control);
+        const Column* column = columnOf(field);
+        if (!combo || !column || !column->isReference() || !source())
+            continue;
+        combo->clear();
+        const RowArray& rows = source()->table(column->target).rows();
+        for (int i = 0; i < rows.size(); ++i)
+            combo->addItem(toQt(rows.at(i).name));
+    }
+}
+
+void PageFields::load() {
+    const QScopedValueRollback loading(m_loading, true);
+    if (const StructRecord* record = recordOf(row()))
+        for (const PageField& field : m_fields)
+            loadField(field, *record);
+}
+
+void PageFields::loadField(const PageField& field, const StructRecord& record) {
+    const Column* column = columnOf(field);
+    if (!column)
+        return;
+    for (const auto& [number, value] : field.radios)
+        if (auto* radio = KorControls::find<QRadioButton>(&m_page, number))
+            setChecked(radio, column->isInteger() && column->integerIn(&record) == value);
+    QWidget* control = KorControls::find(&m_page, field.control);
+    if (auto* box = qobject_cast<QCheckBox*>(control)) {
+        box->setChecked(column->integerIn(&record) != 0);
+    } else if (auto* combo = qobject_cast<QComboBox*>(control)) {
+        const StructRecord* target =
+            source()->table(column->target).find(KorOdbcKey(column->integerIn(&record)));
+        combo->setCurrentIndex(target ? combo->findText(toQt(target->name), Qt::MatchExactly | Qt::MatchCaseSensitive)
+                                      : -1);
+    } else if (auto* edit = qobject_cast<KorLineEdit*>(control)) {
+        edit->setText(toQt(fieldText(*column, record)));
+    }
+}
+
+void PageFields::onNameChosen(const PageField& field, const KorString& name) {
+    const Column* column = columnOf(field);
+    const StructRecord* target = column && source() ? source()->table(column->target).find(name) : nullptr;
+    if (target)
+        write(field, std::int64_t{target->key});
+}
+
+void PageFields::onTextCommitted(const PageField& field, const KorString& text) {
+    const Column* column = columnOf(field);
+    const StructRecord* record = recordOf(row());
+    if (m_loading || !column || !record || text == fieldText(*column, *record))
+        return;
+    if (column->isText()) {
+        write(field, text);
+        return;
+    }
+    const auto value = getUnitsOfCurrentDatabase().parse(text, unitKind(*column));
+    // What is no value of the column goes back to the stored one, so that nothing shown is unstored.
+    if (value && *value >= column->minimum && *value <= column->maximum)
+        write(field, *value);
+    if (const StructRecord* now = recordOf(row()))
+        loadField(field, *now);
+}
+
+void PageFields::write(const PageField& field, const CellValue& value) {
+    if (m_loading)
+        return;
+    int result = 0;
+    if (m_rowToEdit) {
+        const Row edited = row();
+        result = KorDSMGuardedWrite::setAttributeValue(edited.table, edited.key, field.column, value);
+    } else {
+        result = m_page.writeField(field.column, value);
+    }
+    if (result == KorDSMGuardedWrite::kWrite)
+        Q_EMIT written(field.column);
+    else
+        Q_EMIT refused(field.column);
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "data/KorOdbcKey.h"
+#include "data/schema/TableSchema.h"
+
+#include <QObject>
+
+#include <functional>
+#include <vector>
+
+class KorDSMPage;
+
+/// One row of a page's table: a control, the column that it shows and writes.
+///
+/// What the control's class says is enough for most rows: a check box shows 0 or 1, a combo box the run name
+/// of the row that a reference column points at (its list is filled with that table's names), a line edit a
+/// text, or a number in the units of the current database.
+struct PageField {
+    int control = 0; ///< number of the control
+    int column = 0;
+    /// Radio buttons that stand for the values of the column: number of the button, value. The row's own
+    /// control is not used then.
+    std::vector<std::pair<int, int>> radios = {};
+};
+
+/// The table of a page at work: fills lists, loads the record into the controls, hears changes, and writes
+/// each through the guarded write. Rules of a page's own hang on `written`.
+class PageFields : public QObject {
+    Q_OBJECT
+
+public:
+    /// The row that the fields edit.
+    struct Row {
+        eTableType table = kNoTable;
+        KorOdbcKey key;
+    };
+
+    /// `page` is not owned. Without a `rowToEdit` function the fields edit the record of the page's item, and
+    /// the item and its equal items take each new value.
+    PageFields(KorDSMPage& page, std::vector<PageField> fields, std::function<Row()> rowToEdit = {});
+
+    /// Connects the controls; once, when they exist.
+    void connectControls();
+    /// Fills the combo boxes of reference columns with the names of their tables, in list order.
+    void fillLists();
+    /// Shows the row in the controls. A reference that points nowhere leaves its combo without a choice.
+    void load();
+
+    const std::vector<PageField>& fields() const { return m_fields; }
+    Row row() const;
+
+Q_SIGNALS:
+    /// The column was written.
+    void written(int column);
+    /// The user chose a value that was not written: the question was declined, or the write failed.
+    void refused(int column);
+
+private:
+    const Column* columnOf(const PageField& field) const;
+    void connectField(const PageField& field);
+    void loadField(const PageField& field, const StructRecord& record);
+    void write(const PageField& field, const CellValue& value);
+    void onTextCommitted(const PageField& field, const KorString& text);
+    void onNameChosen(const PageField& field, const KorString& name);
+
+    KorDSMPage& m_page;
+    std::vector<PageField> m_fields;
+    std::function<Row()> m_rowToEdit;
+    bool m_loading = false;
+};

@@ -1,0 +1,60 @@
+#include "session/KorDSMListContents.h"
+
+#include "model/items/KorDsmAddInContentItem.h"
+#include "services/Prompts.h"
+#include "session/KorDSMValueText.h"
+
+using namespace KorDSMDefines;
+
+namespace {
+
+constexpr int kColumnName = 310;
+constexpr int kColumnEntries = 311;
+
+KorString ups(int number) {
+    return Prompts::getPrompt("UPS", number);
+}
+
+KorString dsm(int number) {
+    return Prompts::getPrompt("DSM", number);
+}
+
+KorString count(const KorDSMDatabaseItem& item) {
+    return KorString::format("%d", {KorString::number(item.children().length())});
+}
+
+// What the first column lists, in the words of the table where the children are records.
+KorString nameTitle(const KorDSMDatabaseItem& item) {
+    if (item.m_Type == kDetailStyleCategory)
+        return KorString::format("%s: %s", {ups(33703), item.getDisplayName()});
+    for (const KorDSMDatabaseItem* child : item.children())
+        if (const TableSchema* table = findTable(child->tableType()))
+            return KorDSMValueText::tableCaption(*table);
+    return dsm(kColumnName);
+}
+
+} // namespace
+
+KorDSMListContents KorDSMListContents::of(KorDSMDatabaseItem& item) {
+    KorDSMListContents contents;
+    contents.titles = {nameTitle(item), item.m_Type == kDetailStyleCategory ? ups(33704) : dsm(kColumnEntries)};
+    contents.numeric = {false, true};
+    // Only what is filed in levels has numbers; records of the other families know theirs when opened.
+    const bool withNumbers = isSectionType(item.m_Type) || item.m_Type == kDatabaseContent ||
+                             item.m_Type == kAddInContent || item.m_Type == kDetailStyleCategory;
+    if (!withNumbers) {
+        contents.titles.pop_back();
+        contents.numeric.pop_back();
+    }
+    for (KorDSMDatabaseItem* child : item.children()) {
+        Row row;
+        row.texts.push_back(child->getDisplayName());
+        if (withNumbers)
+            row.texts.push_back(count(*child));
+        const auto* addIn = dynamic_cast<const KorDsmAddInContentItem*>(child);
+        row.icon = addIn && addIn->m_ImageIndex >= 0 ? addIn->m_ImageIndex : child->m_IconIndex;
+        row.item = child;
+        contents.rows.push_back(std::move(row));
+    }
+    return contents;
+}

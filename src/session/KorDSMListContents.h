@@ -1,0 +1,22 @@
+#pragma once
+
+#include "model/items/KorDSMDatabaseItem.h"
+
+#include <vector>
+
+/// What the list at the right shows for a node without pages: its children, with what is worth knowing of
+/// each.
+struct KorDSMListContents {
+    struct Row {
+        std::vector<KorString> texts; ///< one per column
+        int icon = -1;
+        KorDSMDatabaseItem* item = nullptr;
+    };
+
+    std::vector<KorString> titles;
+    std::vector<bool> numeric; ///< per column
+    std::vector<Row> rows;
+
+    /// The contents for `item`; its children must have been loaded.
+    static KorDSMListContents of(KorDSMDatabaseItem& item);
+};

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "model/items/KorDSMDatabaseItem.h"
+
+/// Keeps the tree items that show one record in line with it.
+namespace KorDSMTwins {
+
+/// After a write to the item's record: takes the row as it now is into the item and into all its equal
+/// items. The item's source must be current.
+void recordWritten(KorDSMDatabaseItem& item);
+
+} // namespace KorDSMTwins

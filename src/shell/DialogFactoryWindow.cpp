@@ -1,0 +1,54 @@
+#include "model/KorDSMDialogFactory.h"
+#include "services/KorResources.h"
+#include "shell/KorDSMMainDialog.h"
+#include "shell/ModuleResources.h"
+
+// The operations of KorDSMDialogFactory that open a window.
+
+namespace {
+
+// The module's resources are current for the duration of a call.
+class ModuleResourcesInUse {
+public:
+    ModuleResourcesInUse() : m_previous(KorResources::folder()) {
+        ModuleResources::setUp(KorDSMDialogFactory::moduleHandle);
+    }
+    ~ModuleResourcesInUse() { KorResources::setFolder(m_previous); }
+    ModuleResourcesInUse(const ModuleResourcesInUse&) = delete;
+    ModuleResourcesInUse& operator=(const ModuleResourcesInUse&) = delete;
+
+private:
+    std::filesystem::path m_previous;
+};
+
+} // namespace
+
+KorDSMDialogFactory::KorDSMDialogFactory(CWnd* parent) {
+    const ModuleResourcesInUse resources;
+    m_pDialog = new KorDSMMainDialog(parent);
+}
+
+KorDSMDialogFactory::~KorDSMDialogFactory() {
+    delete m_pDialog;
+}
+
+int KorDSMDialogFactory::DoModal() {
+    const ModuleResourcesInUse resources;
+    m_Loader.loadDataStructure(getDSMDataStructure());
+    m_pDialog->OnInitDialog();
+    return m_pDialog->exec() == QDialog::Accepted ? 1 : 2;
+}
+
+int KorDSMDialogFactory::Create(CWnd* parent) {
+    const ModuleResourcesInUse resources;
+    m_pDialog->setParent(parent, m_pDialog->windowFlags());
+    return m_pDialog->OnInitDialog();
+}
+
+CWnd* KorDSMDialogFactory::window() const {
+    return m_pDialog;
+}
+
+int KorDSMDialogFactory::openRequestDialog() {
+    return -1;
+}

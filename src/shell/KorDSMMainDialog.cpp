@@ -1,0 +1,210 @@
+#include "shell/KorDSMMainDialog.h"
+
+#include "controls/KorButtonGroup.h"
+#include "controls/KorButtonGroupMenu.h"
+#include "controls/KorListCtrl.h"
+#include "controls/KorQt.h"
+#include "controls/KorTabCtrl.h"
+#include "data/KorOdbcMan.h"
+#include "dialogs/KorDSMDialogConfirmation.h"
+#include "model/KorDSMDialogFactory.h"
+#include "services/CKorHelp.h"
+#include "session/KorDSMItemPath.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+
+KorDSMMainDialog::KorDSMMainDialog(QWidget* parent)
+    : QDialog(parent), m_structure(KorDSMDialogFactory::getDSMDataStructure()),
+      m_images(std::make_shared<KorImageList>()) {
+    KorDSMDataStructure::m_bApplyWasPressed = false;
+    m_previousTarget = KorDSMMainWindow::set(this);
+    m_previousAsk = KorDSMGuardedWrite::setAskFunction([this](eTableType table, const KorOdbcKey& key) {
+        return KorDSMDialogConfirmation::ask(table, key, this);
+    });
+}
+
+KorDSMMainDialog::~KorDSMMainDialog() {
+    m_handleSelection = false;
+    m_structure.setUseFullExpand(m_structure.getUseFullExpand());
+    for (SectionSlot& section : m_slots)
+        section.tree.reset();
+    m_pages.clear();
+    m_itemSource.release();
+    KorDSMGuardedWrite::setAskFunction(m_previousAsk);
+    KorDSMMainWindow::set(m_previousTarget);
+}
+
+int KorDSMMainDialog::OnInitDialog() {
+    setUpImages();
+    setUpSections();
+    setUpStrips();
+    setUpStatus();
+    setUpButtons();
+
+    QElapsedTimer timer;
+    timer.start();
+    m_pages.createPages(this);
+    writeTiming("KorDSMMainDialog::createPages", timer.elapsed());
+
+    if (m_structure.getUpdateStatus() == KorDSMDataStructure::kKeepContent)
+        setModified(true);
+    else
+        m_apply->setEnabled(false);
+    m_sections->setCheck(0, m_structure.getShowFullTree());
+    m_sections->setCheck(1, m_structure.getUseFullExpand());
+    m_sections->setCheck(2, m_structure.getShowWarning());
+
+    timer.restart();
+    for (const eViewSections section : KorDSMDefines::kLoadingOrder)
+        fillSourceCombo(section);
+    writeTiming("KorDSMMainDialog::OnInitDialog", timer.elapsed());
+
+    m_ready = true;
+    updateCommandStates(nullptr);
+    showSection(true);
+    setUpTexts();
+    setUpTabOrder();
+    m_sections->buttonGroup()->setCheckedButton(m_sections->buttonGroup()->buttonId(m_structure.getSelectedSection()));
+    return 1;
+}
+
+void KorDSMMainDialog::onMessage(const KorMessage& message) {
+    switch (message.number) {
+    case DsmDeleteEntry::kNumber: {
+        const auto entry = static_cast<const DsmDeleteEntry&>(message).entry;
+        if (KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(entry))
+            if (KorDsmSectionItem* section = KorDSMItemPath::sectionOf(*item))
+                tree(section->m_Section).deleteEntry(entry);
+        break;
+    }
+    case DsmInsertPlaceholder::kNumber:
+        if (const auto entry = static_cast<const DsmInsertPlaceholder&>(message).entry)
+            currentTree().showPlaceholder(entry);
+        break;
+    case DsmCollapseEntry::kNumber:
+        if (const auto entry = static_cast<const DsmCollapseEntry&>(message).entry)
+            currentTree().control()->collapse(entry);
+        break;
+    case DsmSetEntryText::kNumber: {
+        const auto& text = static_cast<const DsmSetEntryText&>(message);
+        if (text.entry)
+            currentTree().control()->setItemText(text.entry, text.text);
+        break;
+    }
+    case DsmAttachItemData::kNumber: {
+        const auto& attach = static_cast<const DsmAttachItemData&>(message);
+        if (attach.entry && attach.data)
+            currentTree().attach(attach.entry, std::move(attach.data));
+        break;
+    }
+    case DsmGoToChild::kNumber: {
+        const auto& goTo = static_cast<const DsmGoToChild&>(message);
+        KorTreeCtrl* control = currentTree().control();
+        control->expand(goTo.entry);
+        KorTreeHandle child = control->getChildItem(goTo.entry);
+        for (int i = 0; child && i < goTo.childIndex; ++i)
+            child = control->getNextSiblingItem(child);
+        if (child)
+            control->selectItem(child);
+        break;
+    }
+    case DsmProgress::kNumber:
+        showProgress(static_cast<const DsmProgress&>(message));
+        break;
+    case DsmDataChanged::kNumber:
+        setModified(true);
+        break;
+    case DsmSetModified::kNumber:
+        setModified(static_cast<const DsmSetModified&>(message).modified);
+        break;
+    case DsmMarkOtherPages::kNumber: {
+        const bool modified = static_cast<const DsmMarkOtherPages&>(message).modified;
+        TabContent* group = m_tabs->currentContent();
+        for (int i = 0; group && i < group->pageCount(); ++i) {
+            auto* page = qobject_cast<KorDSMPage*>(group->page(i));
+            if (!page || i == group->currentIndex())
+                continue;
+            page->setModified(modified);
+            page->requestRefresh(modified);
+        }
+        break;
+    }
+    case DsmSetOptionCheck::kNumber: {
+        const auto& option = static_cast<const DsmSetOptionCheck&>(message);
+        m_sections->setCheck(option.index, option.value);
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void KorDSMMainDialog::accept() {
+    if (!finishCurrentPage())
+        return;
+    const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndClose(m_apply->isEnabled());
+    if (!outcome.ok()) {
+        reportCommit(outcome);
+        return;
+    }
+    QDialog::accept();
+}
+
+void KorDSMMainDialog::reject() {
+    KorDSMCommit::discard();
+    QDialog::reject();
+}
+
+void KorDSMMainDialog::closeEvent(QCloseEvent* event) {
+    // Closing by the window's button counts as Cancel.
+    reject();
+    event->accept();
+}
+
+void KorDSMMainDialog::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F1) {
+        CKorHelp::showTopic("_korDisplayDetailStyles");
+        return;
+    }
+    // Return commits the field that has the focus; it never presses a button of the window.
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
+        !qobject_cast<QPushButton*>(QApplication::focusWidget()))
+        return;
+    QDialog::keyPressEvent(event);
+}
+
+bool KorDSMMainDialog::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate && m_ready)
+        showReports();
+    return QDialog::event(event);
+}
+
+void KorDSMMainDialog::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_readOnly)
+        m_readOnly->update();
+}
+
+void KorDSMMainDialog::setModified(bool modified) {
+    m_apply->setEnabled(modified);
+    m_structure.setUpdateStatus(KorDSMDataStructure::kReloadRequested);
+}
+
+void KorDSMMainDialog::showProgress(const DsmProgress& progress) {
+    m_progress->setVisible(progress.state == DsmProgress::kStep);
+    m_progressText->setVisible(progress.state == DsmProgress::kStep);
+    m_status->setVisible(progress.state != DsmProgress::kStep);
+    if (progress.state != DsmProgress::kStep)
+        return;
+    m_progress->setRange(0, progress.range);
+    m_progress->setValue(progress.percent);
+    m_progressText->setText(toQt(progress.text));
+    // The bar repaints while the work goes on; what the user does meanwhile waits.
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}

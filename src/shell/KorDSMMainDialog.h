@@ -1,0 +1,143 @@
+#pragma once
+
+#include "controls/KorImageList.h"
+#include "model/KorDSMDataStructure.h"
+#include "model/KorDSMMessages.h"
+#include "session/KorDSMCommit.h"
+#include "session/KorDSMCommandStates.h"
+#include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMItemSource.h"
+#include "session/KorDSMSelectionHistory.h"
+#include "shell/KorDSMPageRegistry.h"
+#include "shell/KorDSMSectionTree.h"
+
+#include <QDialog>
+
+class KorButtonGroup;
+class KorButtonGroupMenu;
+class KorListCtrl;
+class KorTabCtrl;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+class VELComboTree;
+
+/// The editor's window: four section trees with their source combos at the left, the pages of the selected
+/// item (or the list of its children) at the right, and the command strips. It lays out and wires; what the
+/// editor does is decided in the session.
+class KorDSMMainDialog : public QDialog, public KorMessageTarget {
+    Q_OBJECT
+
+public:
+    explicit KorDSMMainDialog(QWidget* parent);
+    ~KorDSMMainDialog() override;
+
+    /// Builds the window on its template and shows the section of the data structure. Returns 1.
+    int OnInitDialog();
+
+    void onMessage(const KorMessage& message) override;
+
+    KorDSMPageRegistry& pages() { return m_pages; }
+    const KorDSMSelectionHistory& history() const { return m_history; }
+    KorDSMSectionTree& currentTree() { return tree(m_structure.getSelectedSection()); }
+
+    /// Makes a section current and shows it.
+    void switchSection(KorDSMDefines::eViewSections section);
+    /// Selects the item's entry in its section.
+    void goToItem(KorDSMDatabaseItem& item);
+
+    void accept() override;
+    void reject() override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    using eViewSections = KorDSMDefines::eViewSections;
+    struct SectionSlot {
+        VELComboTree* combo = nullptr;
+        std::unique_ptr<KorDSMSectionTree> tree;
+    };
+
+    // Set-up
+    void setUpImages();
+    void setUpSections();
+    void setUpStrips();
+    void setUpStatus();
+    void setUpButtons();
+    void setUpTexts();
+    void setUpTabOrder();
+    void writeTiming(const char* label, qint64 milliseconds) const;
+
+    // Sections
+    SectionSlot& slot(eViewSections section) { return m_slots[static_cast<std::size_t>(section)]; }
+    KorDSMSectionTree& tree(eViewSections section) { return *slot(section).tree; }
+    void fillSourceCombo(eViewSections section);
+    void addGroupsToCombo(VELComboTree& combo, KorDSMDatabaseItem& addIn, const KorString& parentPath);
+    KorString comboPath(eViewSections section, const KorDSMDatabaseItem* node) const;
+    void showSection(bool restoreCombo);
+    void fillTree(eViewSections section);
+    KorDsmAddInContentItem* currentSourceNode(eViewSections section);
+    void onSourceChosen(eViewSections section, void* data);
+    void rebuildTrees();
+    void onOption(int index, bool checked);
+
+    // Selection
+    void onSelectionChanged(KorTreeHandle entry);
+    void showRightSide(KorDSMDatabaseItem& item, const KorString& entryText);
+    void showPages(KorDSMDefines::eItemType group, KorDSMDatabaseItem& item);
+    void showList(KorDSMDatabaseItem* item);
+    void rememberSelection(KorDSMDatabaseItem& item, KorTreeHandle entry);
+    bool selectItemDatabase(const KorDSMDatabaseItem* item);
+    void updateCommandStates(const KorDSMTreeItemData* data);
+    SelectionFacts factsOf(const KorDSMTreeItemData* data);
+    void historyStep(std::optional<KorDSMSelectionHistory::Entry> entry);
+    void goUp();
+    void onListActivated(int row);
+    KorDSMDatabaseItem* currentItem() const { return KorDSMSectionTree::itemOf(m_currentEntry); }
+
+    // Commands
+    void onItemCommand(int id);
+    void onNavigation(int id);
+    void apply();
+    void use();
+    void exportStyle();
+    bool finishCurrentPage();
+    void reportCommit(const KorDSMCommit::Outcome& outcome);
+    void setModified(bool modified);
+    void showReports();
+
+    // Progress
+    void showProgress(const DsmProgress& progress);
+
+    KorDSMDataStructure& m_structure;
+    KorImageListPtr m_images;
+    std::array<SectionSlot, KorDSMDefines::kNumberOfSections> m_slots;
+    KorDSMPageRegistry m_pages;
+    KorDSMSelectionHistory m_history;
+    KorDSMItemSource m_itemSource;
+    KorMessageTarget* m_previousTarget = nullptr;
+    KorDSMGuardedWrite::AskFunction m_previousAsk;
+
+    KorButtonGroup* m_itemCommands = nullptr;
+    KorButtonGroup* m_navigation = nullptr;
+    KorButtonGroupMenu* m_sections = nullptr;
+    KorTabCtrl* m_tabs = nullptr;
+    KorListCtrl* m_list = nullptr;
+    QLabel* m_status = nullptr;
+    QLabel* m_readOnly = nullptr;
+    QLabel* m_progressText = nullptr;
+    QProgressBar* m_progress = nullptr;
+    QPushButton* m_apply = nullptr;
+    QPushButton* m_use = nullptr;
+
+    KorTreeHandle m_currentEntry = nullptr;
+    std::vector<KorDSMDatabaseItem*> m_listItems;
+    bool m_recording = true;
+    bool m_handleSelection = true;
+    bool m_used = false;
+    bool m_ready = false;
+};

@@ -1,0 +1,106 @@
+#include "shell/KorDSMPageRegistry.h"
+
+#include "base/KorAssert.h"
+#include "pages/KorDSMPageDetailStylesProperties.h"
+#include "pages/KorDSMPlainPage.h"
+#include "services/KOSettings.h"
+
+#include <functional>
+
+using namespace KorDSMDefines;
+
+namespace {
+
+struct GroupRow {
+    const char* name;
+    eItemType type;
+    std::vector<int> pages; // template numbers, in tab order
+};
+
+// The tab order of every group.
+const std::vector<GroupRow>& groupRows() {
+    static const std::vector<GroupRow> rows = {
+        {"DetailStyle", kDetailStyle, {2001, 2002, 2309, 2003}},
+        {"Views", kViewRequest, {2004, 2005, 1086, 2020, 2006}},
+        {"ReprMapRule", kReprMapRule, {2007}},
+        {"ReprMapItem", kReprMap, {2009}},
+        {"ViewDimensioning", kViewDimensioning, {2010}},
+        {"DimPoints", kPointSelection, {2015}},
+        {"DimRequest", kDimRequest, {2014, 2321}},
+        {"SystemAndBox", kSystemAndBox, {2008}},
+        {"QualifierSet", kQualifierSet, {2011}},
+        {"AnnotationStrategy", kAnnotationStrategy, {2012}},
+        {"ArrangerControl", kAnnotationArrangement, {2013}},
+        {"ArrangerControlNew", kSecondArrangerControl, {2017}},
+        {"Appearance", kAppearance, {2016}},
+    };
+    return rows;
+}
+
+// Which pages hear of changes made on a page, by template numbers, in order.
+const std::vector<std::pair<int, std::vector<int>>>& linkRows() {
+    static const std::vector<std::pair<int, std::vector<int>>> rows = {
+        {2001, {2004}},       {2007, {2004}},       {2010, {2004}}, {2014, {2010, 2015}},
+        {2008, {2004}},       {2011, {2009, 2015, 2007}}, {2012, {2009, 2007}},
+    };
+    return rows;
+}
+
+// Pages with controls of their own; all others are made from their table's declaration.
+using MakePage = std::function<KorDSMPage*(QWidget*)>;
+const std::map<int, MakePage>& pageRows() {
+    static const std::map<int, MakePage> rows = {
+        {2002, [](QWidget* owner) { return new KorDSMPageDetailStylesProperties(owner); }},
+    };
+    return rows;
+}
+
+KorDSMPage* makePage(int templateId, QWidget* owner) {
+    const auto it = pageRows().find(templateId);
+    return it == pageRows().end() ? KorDSMPlainPage::make(owner, templateId) : it->second(owner);
+}
+
+} // namespace
+
+void KorDSMPageRegistry::createPages(QWidget* owner) {
+    clear();
+    const KorString key = KorString::format("%sTabs", {KOSettings::getKeyDSM()});
+    for (const GroupRow& row : groupRows()) {
+        auto group = std::make_unique<TabContent>(key, row.name);
+        for (const int templateId : row.pages) {
+            m_pages[templateId] = makePage(templateId, owner);
+            group->addPage(m_pages[templateId]);
+        }
+        group->createPages();
+        m_groups[static_cast<std::size_t>(row.type)] = std::move(group);
+    }
+    for (const auto& [from, targets] : linkRows())
+        for (const int target : targets)
+            if (KorDSMPage* sender = page(from))
+                sender->addLinkedPage(page(target));
+}
+
+TabContent* KorDSMPageRegistry::group(eItemType type) const {
+    if (!KorAssert::check(type >= 0 && type < kNumberOfItemTypes, "isValid( index )"))
+        return nullptr;
+    return m_groups[static_cast<std::size_t>(type)].get();
+}
+
+KorDSMPage* KorDSMPageRegistry::page(int templateId) const {
+    const auto it = m_pages.find(templateId);
+    return it == m_pages.end() ? nullptr : it->second;
+}
+
+KorDSMPage* KorDSMPageRegistry::pageOfCode(int code) const {
+    for (const GroupRow& row : groupRows())
+        for (const int templateId : row.pages)
+            if (KorDSMPage* candidate = page(templateId); candidate && candidate->pageCode() == code)
+                return candidate;
+    return nullptr;
+}
+
+void KorDSMPageRegistry::clear() {
+    for (auto& group : m_groups)
+        group.reset();
+    m_pages.clear();
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "controls/TabContent.h"
+#include "model/KorDSMDefines.h"
+#include "pages/KorDSMPage.h"
+
+#include <array>
+#include <map>
+#include <memory>
+
+/// Which group of pages edits which kind of item. All pages of all groups are made once, hidden, and serve
+/// every item of their kind as long as the editor is open.
+class KorDSMPageRegistry {
+public:
+    /// Makes the 13 groups with their pages; `owner` is the editor window.
+    void createPages(QWidget* owner);
+
+    /// The group for items of this type, or null when such items have no pages.
+    TabContent* group(KorDSMDefines::eItemType type) const;
+    /// The page with this template number, or null.
+    KorDSMPage* page(int templateId) const;
+    /// The page of this code, or null; the first one where several have it.
+    KorDSMPage* pageOfCode(int code) const;
+
+    /// Deletes every group with its pages.
+    void clear();
+
+private:
+    std::array<std::unique_ptr<TabContent>, KorDSMDefines::kNumberOfItemTypes> m_groups;
+    std::map<int, KorDSMPage*> m_pages; // by template number
+};

@@ -1,0 +1,223 @@
+#include "shell/KorDSMSectionTree.h"
+
+#include "data/KorDSNManager.h"
+#include "model/KorDSMDependencies.h"
+#include "model/KorDSMSectionLoader.h"
+#include "model/items/KorDsmItems.h"
+#include "session/KorDSMItemPath.h"
+#include "session/KorDSMItemSource.h"
+
+KorDSMSectionTree::KorDSMSectionTree(KorTreeCtrl* tree, KorDSMDataStructure& structure, KorDsmSectionItem& section,
+                                     std::function<void(KorTreeHandle)> entryGone)
+    : m_tree(tree), m_structure(structure), m_section(section), m_entryGone(std::move(entryGone)) {
+    connect(m_tree, &KorTreeCtrl::expanding, this, &KorDSMSectionTree::onExpanding);
+}
+
+KorDSMSectionTree::~KorDSMSectionTree() {
+    disconnect(m_tree, nullptr, this, nullptr);
+    m_tree->blockSignals(true);
+    clear();
+    m_tree->blockSignals(false);
+}
+
+KorDSMTreeItemData* KorDSMSectionTree::dataOf(KorTreeHandle entry) {
+    return entry ? static_cast<KorDSMTreeItemData*>(entry->data) : nullptr;
+}
+
+KorDSMDatabaseItem* KorDSMSectionTree::itemOf(KorTreeHandle entry) {
+    const KorDSMTreeItemData* data = dataOf(entry);
+    return data ? data->getItem() : nullptr;
+}
+
+bool KorDSMSectionTree::canBeOpened(const KorDSMDatabaseItem& item) const {
+    if (!item.children().isEmpty())
+        return true;
+    if (dynamic_cast<const KorDsmAddInContentItem*>(&item))
+        return !item.m_bExpanded;
+    if (item.m_bExpanded || !KorDSMDependencies::canHaveDependents(item.m_Type))
+        return false;
+    // Without full expansion, what a record depends on is shown but not opened in turn.
+    const KorDSMDatabaseItem* parent = item.m_pParent;
+    const bool isDependency = parent && parent->record() && !KorDSMDefines::isGroupType(parent->m_Type) &&
+                              parent->m_Type != KorDSMDefines::kDetailStyle;
+    return m_structure.getUseFullExpand() || !isDependency;
+}
+
+KorTreeItem KorDSMSectionTree::entryFor(KorDSMDatabaseItem& item) const {
+    const auto* addIn = dynamic_cast<const KorDsmAddInContentItem*>(&item);
+    KorTreeItem entry;
+    entry.text = item.getDisplayName();
+    entry.image = addIn && addIn->m_ImageIndex >= 0 ? addIn->m_ImageIndex : item.m_IconIndex;
+    entry.placeholder = canBeOpened(item);
+    return entry;
+}
+
+void KorDSMSectionTree::bind(KorDSMDatabaseItem& item, KorTreeHandle entry) {
+    item.m_hTreeItem = entry;
+    attach(entry, std::make_unique<KorDSMTreeItemData>(item));
+}
+
+void KorDSMSectionTree::attach(KorTreeHandle entry, std::unique_ptr<KorDSMTreeItemData> data) {
+    if (KorDSMTreeItemData* old = dataOf(entry)) {
+        m_structure.removeAddedItemData(old);
+        delete old;
+    }
+    m_tree->setItemData(entry, data.get());
+    m_structure.appendAddedItemData(data.release());
+}
+
+void KorDSMSectionTree::unbind(KorTreeHandle entry) {
+    m_entryGone(entry);
+    KorDSMTreeItemData* data = dataOf(entry);
+    if (!data)
+        return;
+    // An item that is being destroyed has already let go of its entry.
+    if (KorDSMDatabaseItem* item = data->getItem(); item && item->m_hTreeItem == entry)
+        item->m_hTreeItem = nullptr;
+    m_tree->setItemData(entry, nullptr);
+    m_structure.removeAddedItemData(data);
+    delete data;
+}
+
+void KorDSMSectionTree::forgetBelow(KorTreeHandle entry) {
+    for (const auto& child : entry->children)
+        forgetBelow(child.get());
+    unbind(entry);
+}
+
+void KorDSMSectionTree::clear() {
+    if (KorTreeHandle root = m_tree->getRoot())
+        forgetBelow(root);
+    m_tree->deleteAll();
+}
+
+void KorDSMSectionTree::buildFullTree() {
+    clear();
+    KorTreeHandle root = m_tree->insertItem(m_section.getDisplayName(), m_section.m_IconIndex);
+    bind(m_section, root);
+    for (KorDSMDatabaseItem* database : m_section.children()) {
+        const KorTreeItem entry = entryFor(*database);
+        KorTreeHandle handle = m_tree->insertItem(entry.text, entry.image, root);
+        bind(*database, handle);
+        // A database with a single content node shows that node's groups directly.
+        if (database->children().length() == 1)
+            m_tree->setPlaceholder(handle, canBeOpened(*database->children()[0]));
+        else
+            insertChildren(*database, handle);
+    }
+    m_tree->expand(root);
+}
+
+void KorDSMSectionTree::fillFromSource(KorDsmAddInContentItem& source) {
+    clear();
+    loadChildren(source);
+    const KorTreeItem entry = entryFor(source);
+    KorTreeHandle root = m_tree->insertItem(entry.text, entry.image);
+    bind(source, root);
+    insertChildren(source, root);
+}
+
+void KorDSMSectionTree::onExpanding(KorTreeHandle entry) {
+    if (!m_tree->isPlaceholder(entry))
+        return;
+    KorDSMDatabaseItem* item = itemOf(entry);
+    if (item && item->m_Type == KorDSMDefines::kDatabaseContent && item->children().length() == 1)
+        item = item->children()[0];
+    if (!item)
+        return;
+    loadChildren(*item);
+    insertChildren(*item, entry);
+}
+
+namespace {
+
+template <typename AddIn>
+bool loadAs(KorDSMDatabaseItem& item, void (*load)(AddIn*)) {
+    auto* addIn = dynamic_cast<AddIn*>(&item);
+    if (addIn)
+        load(addIn);
+    return addIn != nullptr;
+}
+
+} // namespace
+
+void KorDSMSectionTree::loadChildren(KorDSMDatabaseItem& item) {
+    if (item.m_bExpanded && item.m_Type != KorDSMDefines::kDetailStyle)
+        return;
+    const SourceId source = KorDSMItemSource::sourceOf(&item);
+    const KorDSNRequest request(source.dsn, source.index);
+    if (dynamic_cast<KorDsmAddInContentItem*>(&item)) {
+        Q_EMIT loading(true);
+        loadAs(item, &KorDSMSectionLoader::expandAnnotationsAddInContent) ||
+            loadAs(item, &KorDSMSectionLoader::expandDimRequestsAddInContent) ||
+            loadAs(item, &KorDSMSectionLoader::expandQualifiersAddInContent);
+        Q_EMIT loading(false);
+        return;
+    }
+    // Items that were loaded with the section may have been edited through an equal item since.
+    for (KorDSMDatabaseItem* child : item.children())
+        KorDSMDependencies::refreshRecord(*child);
+    KorDSMDependencies::createChildren(item);
+}
+
+void KorDSMSectionTree::insertChildren(KorDSMDatabaseItem& item, KorTreeHandle entry) {
+    std::vector<KorTreeItem> entries;
+    entries.reserve(static_cast<std::size_t>(item.children().length()));
+    for (KorDSMDatabaseItem* child : item.children())
+        entries.push_back(entryFor(*child));
+    KorTreeHandle handle = m_tree->insertItems(entry, entries);
+    for (KorDSMDatabaseItem* child : item.children()) {
+        bind(*child, handle);
+        handle = m_tree->getNextSiblingItem(handle);
+    }
+}
+
+KorTreeHandle KorDSMSectionTree::addEntry(KorDSMDatabaseItem& item) {
+    KorTreeHandle parent = item.m_pParent ? item.m_pParent->m_hTreeItem : nullptr;
+    if (!parent || m_tree->isPlaceholder(parent))
+        return nullptr;
+    const KorTreeItem entry = entryFor(item);
+    KorTreeHandle handle = m_tree->insertItem(entry.text, entry.image, parent);
+    bind(item, handle);
+    m_tree->setPlaceholder(handle, entry.placeholder);
+    return handle;
+}
+
+KorTreeHandle KorDSMSectionTree::reveal(KorDSMDatabaseItem& item) {
+    for (KorDSMDatabaseItem* step : KorDSMItemPath::itemsTo(item))
+        if (step->m_hTreeItem && step != &item)
+            m_tree->expand(step->m_hTreeItem);
+    return item.m_hTreeItem;
+}
+
+KorTreeHandle KorDSMSectionTree::childWithText(KorTreeHandle entry, const KorString& text) const {
+    KorTreeHandle child = m_tree->getChildItem(entry);
+    while (child && m_tree->getItemText(child) != text)
+        child = m_tree->getNextSiblingItem(child);
+    return child;
+}
+
+KorTreeHandle KorDSMSectionTree::follow(const KorArray<KorString>& path, bool fullTree) {
+    KorTreeHandle entry = m_tree->getRoot();
+    for (int i = fullTree ? 1 : KorDSMItemPath::kLevelsAboveSource; entry && i < path.length(); ++i) {
+        m_tree->expand(entry);
+        KorTreeHandle child = childWithText(entry, path[i]);
+        const bool skipsAddIn = !child && i == 2;
+        if (skipsAddIn)
+            continue;
+        if (!child)
+            break;
+        entry = child;
+    }
+    return entry;
+}
+
+void KorDSMSectionTree::deleteEntry(KorTreeHandle entry) {
+    forgetBelow(entry);
+    m_tree->deleteItem(entry);
+}
+
+void KorDSMSectionTree::showPlaceholder(KorTreeHandle entry) {
+    const KorDSMDatabaseItem* item = itemOf(entry);
+    m_tree->setPlaceholder(entry, item && KorDSMDependencies::canHaveDependents(item->m_Type));
+}

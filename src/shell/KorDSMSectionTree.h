@@ -1,0 +1,65 @@
+#pragma once
+
+#include "controls/KorTreeCtrl.h"
+#include "model/KorDSMDataStructure.h"
+
+#include <functional>
+
+/// One section's tree: shows items as entries, makes the entries below one when it is opened, and ties
+/// entries and items together.
+class KorDSMSectionTree : public QObject {
+    Q_OBJECT
+
+public:
+    /// `tree` is not owned. `entryGone` is told of every entry before it is deleted.
+    KorDSMSectionTree(KorTreeCtrl* tree, KorDSMDataStructure& structure, KorDsmSectionItem& section,
+                      std::function<void(KorTreeHandle)> entryGone);
+    ~KorDSMSectionTree() override;
+
+    KorTreeCtrl* control() const { return m_tree; }
+    KorDsmSectionItem& section() const { return m_section; }
+    bool isEmpty() const { return m_tree->getRoot() == nullptr; }
+
+    /// Shows all databases, add-ins and groups of the section.
+    void buildFullTree();
+    /// Shows the content of one database or add-in.
+    void fillFromSource(KorDsmAddInContentItem& source);
+    void clear();
+
+    /// The entry's item data, or null.
+    static KorDSMTreeItemData* dataOf(KorTreeHandle entry);
+    static KorDSMDatabaseItem* itemOf(KorTreeHandle entry);
+    /// The item's entry, opening what is above it; null when the tree does not show it.
+    KorTreeHandle reveal(KorDSMDatabaseItem& item);
+
+    /// The entry at the end of a path of texts, as far as it can be followed; opens entries on its way.
+    KorTreeHandle follow(const KorArray<KorString>& path, bool fullTree);
+
+    /// Adds an entry for a new item at its place among its siblings.
+    KorTreeHandle addEntry(KorDSMDatabaseItem& item);
+
+    // What items ask of their entries.
+    void deleteEntry(KorTreeHandle entry);
+    void showPlaceholder(KorTreeHandle entry);
+    void attach(KorTreeHandle entry, std::unique_ptr<KorDSMTreeItemData> data);
+
+Q_SIGNALS:
+    /// An add-in's records are about to be read, or have been read.
+    void loading(bool begins);
+
+private:
+    void onExpanding(KorTreeHandle entry);
+    void loadChildren(KorDSMDatabaseItem& item);
+    void insertChildren(KorDSMDatabaseItem& item, KorTreeHandle entry);
+    void bind(KorDSMDatabaseItem& item, KorTreeHandle entry);
+    void unbind(KorTreeHandle entry);
+    void forgetBelow(KorTreeHandle entry);
+    bool canBeOpened(const KorDSMDatabaseItem& item) const;
+    KorTreeItem entryFor(KorDSMDatabaseItem& item) const;
+    KorTreeHandle childWithText(KorTreeHandle entry, const KorString& text) const;
+
+    KorTreeCtrl* m_tree;
+    KorDSMDataStructure& m_structure;
+    KorDsmSectionItem& m_section;
+    std::function<void(KorTreeHandle)> m_entryGone;
+};

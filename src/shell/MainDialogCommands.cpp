@@ -1,0 +1,133 @@
+#include "controls/KorQt.h"
+#include "controls/KorTabCtrl.h"
+#include "data/KorOdbcMan.h"
+#include "data/exchange/KorDatabaseAccess.h"
+#include "data/exchange/KorODBCDetailStyleExports.h"
+#include "services/CKorHelp.h"
+#include "services/KorHostReport.h"
+#include "services/Prompts.h"
+#include "session/KorDSMHandOver.h"
+#include "shell/KorDSMMainDialog.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+// The commands of the main dialog.
+
+namespace {
+
+constexpr int kNotKept = 210;      // caption of the message about changes that could not be kept
+constexpr int kConflictLine = 211; // "%s, %s: the database now holds "%s", you wrote "%s"."
+constexpr int kReports = 212;      // caption of the list of problems
+
+KorString ups(int number) {
+    return Prompts::getPrompt("UPS", number);
+}
+
+KorString dsm(int number) {
+    return Prompts::getPrompt("DSM", number);
+}
+
+} // namespace
+
+void KorDSMMainDialog::onItemCommand(int id) {
+    switch (id) {
+    case 1030:
+        use();
+        break;
+    case 1037:
+        exportStyle();
+        break;
+    case 1036:
+        CKorHelp::showTopic("_Drawing_Style_Manager");
+        break;
+    default:
+        break;
+    }
+}
+
+bool KorDSMMainDialog::finishCurrentPage() {
+    if (KorDSMPage* page = KorDSMPage::currentPage())
+        page->finishEditing();
+    return true;
+}
+
+void KorDSMMainDialog::apply() {
+    finishCurrentPage();
+    const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndGoOn();
+    if (outcome.ok())
+        m_apply->setEnabled(false);
+    else
+        reportCommit(outcome);
+}
+
+void KorDSMMainDialog::reportCommit(const KorDSMCommit::Outcome& outcome) {
+    QStringList lines;
+    QStringList details;
+    for (const SourceCommit& commit : outcome.failed) {
+        lines << QString::fromStdString(commit.error);
+        for (const StoreConflict& conflict : commit.conflicts)
+            details << toQt(KorString::format(
+                dsm(kConflictLine),
+                {KorString(conflict.table->rowName()), KorString(conflict.column ? conflict.column->name : ""),
+                 KorString(conflict.stored), KorString(conflict.mine)}));
+    }
+    QMessageBox box(QMessageBox::Warning, toQt(dsm(kNotKept)), lines.join("\n\n"), QMessageBox::Ok, this);
+    if (!details.isEmpty())
+        box.setDetailedText(details.join('\n'));
+    box.exec();
+}
+
+void KorDSMMainDialog::showReports() {
+    QStringList lines;
+    for (const KorString& sentence : KorHostReport::take())
+        lines << toQt(sentence);
+    if (!lines.isEmpty())
+        QMessageBox::warning(this, toQt(dsm(kReports)), lines.join("\n\n"));
+}
+
+void KorDSMMainDialog::use() {
+    m_used = true;
+    m_tabs->finishCurrentPage();
+    KorDSMDatabaseItem* item = currentItem();
+    if (!item)
+        return;
+    selectItemDatabase(item);
+    KorDSMHandOver::put(item);
+    if (m_structure.getUpdateStatus() == KorDSMDataStructure::kReloadRequested)
+        m_structure.setUpdateStatus(KorDSMDataStructure::kKeepContent);
+    done(QDialog::Accepted);
+}
+
+void KorDSMMainDialog::exportStyle() {
+    KorDSMDatabaseItem* item = currentItem();
+    if (!item || item->m_Type != KorDSMDefines::kDetailStyle)
+        return;
+    selectItemDatabase(item);
+    finishCurrentPage();
+    const KorString extension = KorDatabaseAccess::getDatabaseExtension();
+    QFileDialog dialog(this, toQt(ups(33563)));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(toQt(extension));
+    dialog.setNameFilter(
+        toQt(KorString::format("%s (*.%s)", {Prompts::getPrompt("GUI", 45028), extension})));
+    dialog.selectFile(QStringLiteral("DetailStylesExport"));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return;
+    const KorString path = fromQt(dialog.selectedFiles().first());
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const int result = KorODBCDetailStyleExports::exportDetail(
+        0, KorOdbcKey(item->recordKey()), KorOdbcMan::getCurrentDSN(), KorOdbcMan::getCurrentAddIn(), path);
+    QApplication::restoreOverrideCursor();
+    if (result == 1) {
+        QMessageBox::information(this, toQt(Prompts::getPrompt("GUI", 45024)),
+                                 toQt(KorString::format(ups(33526), {item->record()->getRunBezeichnung()})));
+        return;
+    }
+    KorString error;
+    KorODBCDetailStyleExports::GetErrorMessage(error, result);
+    if (!error.isEmpty())
+        QMessageBox::warning(this, toQt(Prompts::getPrompt("GUI", 45063)), toQt(error));
+}

@@ -1,0 +1,166 @@
+#include "controls/KorButtonGroup.h"
+#include "controls/KorButtonGroupMenu.h"
+#include "controls/VELComboTree.h"
+#include "base/KorAssert.h"
+#include "services/KordoBitmaps.h"
+#include "services/Prompts.h"
+#include "session/KorDSMItemPath.h"
+#include "shell/KorDSMMainDialog.h"
+
+// The sections of the main dialog: source combos, trees, view options.
+
+using namespace KorDSMDefines;
+
+void KorDSMMainDialog::fillSourceCombo(eViewSections section) {
+    VELComboTree& combo = *slot(section).combo;
+    combo.deleteAll();
+    KorDsmSectionItem& node = *m_structure.getSection(section);
+    for (KorDSMDatabaseItem* database : node.children()) {
+        const KorString path = Prompts::getPrompt("UPS", database == node.children()[0] ? 21021 : 21022);
+        combo.addEntry(path, database->m_IconIndex, database);
+        if (database->children().length() < 2) {
+            if (!database->children().isEmpty())
+                addGroupsToCombo(combo, *database->children()[0], path);
+            continue;
+        }
+        for (KorDSMDatabaseItem* child : database->children()) {
+            auto* addIn = static_cast<KorDsmAddInContentItem*>(child);
+            if (addIn->m_ImageIndex < 0 && !addIn->m_Image.isEmpty())
+                addIn->m_ImageIndex = m_images->append(
+                    QIcon(QString::fromStdString(KordoBitmaps::pictureFile(addIn->m_Image).string())));
+            const KorString addInPath =
+                KorString::format("%s%s%s", {path, VELComboTree::GetPathDelimiter(), addIn->m_Name});
+            combo.addEntry(addInPath, addIn->m_ImageIndex >= 0 ? addIn->m_ImageIndex : addIn->m_IconIndex, addIn);
+            addGroupsToCombo(combo, *addIn, addInPath);
+        }
+    }
+}
+
+void KorDSMMainDialog::addGroupsToCombo(VELComboTree& combo, KorDSMDatabaseItem& addIn, const KorString& parentPath) {
+    for (KorDSMDatabaseItem* group : addIn.children())
+        combo.addEntry(KorString::format("%s%s%s", {parentPath, VELComboTree::GetPathDelimiter(),
+                                                    group->getDisplayName()}),
+                       group->m_IconIndex, group);
+}
+
+// The combo's path of a database, add-in or group. A single content node has no level of its own.
+KorString KorDSMMainDialog::comboPath(eViewSections section, const KorDSMDatabaseItem* node) const {
+    const KorArray<KorDSMDatabaseItem*>& databases = m_structure.getSection(section)->children();
+    KorString path;
+    for (const KorDSMDatabaseItem* step = node; step && step->m_pParent; step = step->m_pParent) {
+        const bool isOnlyContent = step->m_Type == kAddInContent && step->m_pParent->children().length() == 1;
+        if (isOnlyContent)
+            continue;
+        const bool isDatabase = step->m_Type == kDatabaseContent;
+        const KorString name = isDatabase
+                                   ? Prompts::getPrompt("UPS", step == databases[0] ? 21021 : 21022)
+                                   : step->getDisplayName();
+        path = path.isEmpty() ? name
+                              : KorString::format("%s%s%s", {name, VELComboTree::GetPathDelimiter(), path});
+    }
+    return path;
+}
+
+KorDsmAddInContentItem* KorDSMMainDialog::currentSourceNode(eViewSections section) {
+    KorDsmSectionItem& node = *m_structure.getSection(section);
+    KorDsmAddInContentItem* source = KorDSMItemPath::findAddIn(
+        node, {m_structure.getTargetDatabase(section), m_structure.getTargetAddIn(section)});
+    // The remembered source may be gone, such as an add-in that is no longer installed.
+    if (!source)
+        source = KorDSMItemPath::findAddIn(node, SourceId::standard());
+    KorAssert::check(source != nullptr, "pCurrentAddIn != NULL");
+    return source;
+}
+
+void KorDSMMainDialog::fillTree(eViewSections section) {
+    if (m_structure.getShowFullTree())
+        tree(section).buildFullTree();
+    else
+        tree(section).fillFromSource(*currentSourceNode(section));
+}
+
+void KorDSMMainDialog::showSection(bool restoreCombo) {
+    const eViewSections section = m_structure.getSelectedSection();
+    const bool full = m_structure.getShowFullTree();
+    KorDsmAddInContentItem* source = currentSourceNode(section);
+    if (!source)
+        return;
+    selectItemDatabase(source);
+    m_handleSelection = false;
+    if (tree(section).isEmpty()) {
+        const bool loads = !source->m_bExpanded;
+        fillTree(section);
+        if (loads && source->m_bExpanded)
+            fillSourceCombo(section);
+    }
+    const KorArray<KorString> path = m_structure.getSelectedPath(section);
+    KorTreeCtrl* control = tree(section).control();
+    if (!full)
+        control->expand(control->getRoot());
+    // Without a remembered place the section begins at its first database.
+    if (!path.isEmpty())
+        control->selectItem(tree(section).follow(path, full));
+    else
+        control->selectItem(control->getChildItem(control->getRoot()));
+    m_handleSelection = true;
+
+    for (int i = 0; i < kNumberOfSections; ++i) {
+        const bool shown = i == section;
+        SectionSlot& other = m_slots[static_cast<std::size_t>(i)];
+        other.tree->control()->setVisible(shown);
+        other.combo->setVisible(shown);
+        other.combo->setEnabled(shown && !full);
+    }
+    control->setDragAllowed(full);
+    if (restoreCombo)
+        slot(section).combo->selectPath(comboPath(section, source));
+    if (control->selectedItem() != m_currentEntry || !m_currentEntry)
+        onSelectionChanged(control->selectedItem());
+}
+
+void KorDSMMainDialog::switchSection(eViewSections section) {
+    finishCurrentPage();
+    m_structure.setSelectedSection(section);
+    m_sections->buttonGroup()->setCheckedButton(m_sections->buttonGroup()->buttonId(section));
+    showSection(true);
+}
+
+void KorDSMMainDialog::onSourceChosen(eViewSections section, void* nodeData) {
+    auto* node = static_cast<KorDSMDatabaseItem*>(nodeData);
+    KorDsmAddInContentItem* source = node ? KorDSMItemPath::addInOf(*node) : nullptr;
+    if (!source || m_structure.getShowFullTree())
+        return;
+    finishCurrentPage();
+    selectItemDatabase(source);
+    m_structure.getSelectedPath(section) = KorDSMItemPath::textsTo(*node);
+    m_handleSelection = false;
+    tree(section).fillFromSource(*source);
+    m_handleSelection = true;
+    showSection(false);
+}
+
+void KorDSMMainDialog::rebuildTrees() {
+    finishCurrentPage();
+    m_handleSelection = false;
+    for (SectionSlot& section : m_slots)
+        section.tree->clear();
+    m_currentEntry = nullptr;
+    m_handleSelection = true;
+    showSection(true);
+}
+
+void KorDSMMainDialog::onOption(int index, bool checked) {
+    switch (index) {
+    case 0:
+        m_structure.setShowFullTree(checked);
+        rebuildTrees();
+        break;
+    case 1:
+        m_structure.setUseFullExpand(checked);
+        rebuildTrees();
+        break;
+    default:
+        m_structure.setShowWarning(checked);
+        break;
+    }
+}

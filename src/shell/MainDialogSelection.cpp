@@ -1,0 +1,226 @@
+#include "controls/KorButtonGroup.h"
+#include "controls/KorListCtrl.h"
+#include "controls/KorQt.h"
+#include "controls/KorTabCtrl.h"
+#include "controls/VELComboTree.h"
+#include "data/KorOdbcMan.h"
+#include "model/items/KorDsmItems.h"
+#include "services/Prompts.h"
+#include "session/KorDSMItemPath.h"
+#include "session/KorDSMListContents.h"
+#include "shell/KorDSMMainDialog.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+// What a selection in a tree brings with it.
+
+using namespace KorDSMDefines;
+
+namespace {
+
+// Status texts of the item types that have one of their own; 0: the entry's text.
+constexpr struct {
+    eItemType type;
+    int prompt;
+} kStatusTexts[] = {
+    {kDetailStyle, 33513},        {kDetailStyleCategory, 33512},   {kDetailStylesSection, 0},
+    {kAnnotationsSection, 0},     {kDimRequestsSection, 0},        {kQualifiersSection, 0},
+    {kAnnotationStrategy, 33790}, {kAnnotationGroup, 33515},       {kDimRequest, 33625},
+    {kDimRequestGroup, 33517},    {kQualifierSet, 33675},          {kQualifierSetGroup, 33519},
+    {kViewRequest, 0},            {kSystemAndBox, 33772},          {kReprMapRule, 33580},
+    {kViewDimensioning, 33610},   {kReprMap, 33595},               {kAppearance, 33685},
+    {kAnnotationArrangement, 33805}, {kPointSelection, 33645},
+};
+
+KorString statusText(const KorDSMDatabaseItem& item, const KorString& entryText) {
+    for (const auto& row : kStatusTexts)
+        if (row.type == item.m_Type)
+            return row.prompt == 0 ? entryText : Prompts::getPrompt("UPS", row.prompt);
+    return {};
+}
+
+constexpr int kBack = 1042;
+constexpr int kForward = 1041;
+constexpr int kUp = 1040;
+constexpr int kReadOnlySource = 200; // "%s can be read, not changed"
+
+} // namespace
+
+bool KorDSMMainDialog::selectItemDatabase(const KorDSMDatabaseItem* item) {
+    if (!m_itemSource.select(item))
+        return false;
+    const eViewSections section = m_structure.getSelectedSection();
+    m_structure.setTargetDatabase(section, m_itemSource.selected().dsn);
+    m_structure.setTargetAddIn(section, m_itemSource.selected().index);
+    return true;
+}
+
+void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
+    KorTreeCtrl* control = currentTree().control();
+    if (entry == control->getRoot() || !entry) {
+        if (!entry)
+            showList(nullptr);
+        return;
+    }
+    // The page shown stores what was typed while its own source is still current.
+    m_tabs->finishCurrentPage();
+    m_currentEntry = entry;
+    const KorDSMTreeItemData* entryData = KorDSMSectionTree::dataOf(entry);
+    KorDSMDatabaseItem* item = entryData ? entryData->getItem() : nullptr;
+    selectItemDatabase(item);
+    if (m_recording)
+        m_history.record(entry, m_structure.getSelectedSection());
+    updateCommandStates(entryData);
+    const KorString text = control->getItemText(entry);
+    if (!item) {
+        showList(nullptr);
+    } else {
+        showRightSide(*item, text);
+        m_status->setText(toQt(statusText(*item, text)));
+        rememberSelection(*item, entry);
+    }
+    const bool editable = KorOdbcMan::getEditableStatus();
+    m_readOnly->setText(editable || !item ? QString()
+                                          : toQt(KorString::format(Prompts::getPrompt("DSM", kReadOnlySource),
+                                                                   {KorDSMItemPath::addInOf(*item)
+                                                                        ? KorDSMItemPath::addInOf(*item)->m_Name
+                                                                        : KorString()})));
+    DsmSelectionChanged message;
+    message.entry = entry;
+    KorDSMMainWindow::postMessage(message);
+    KorTreeHandle parent = control->getParentItem(entry);
+    const KorDSMDatabaseItem* above = KorDSMSectionTree::itemOf(parent);
+    control->setDragAllowed(above && isGroupType(above->m_Type));
+}
+
+void KorDSMMainDialog::showRightSide(KorDSMDatabaseItem& item, const KorString&) {
+    eItemType group = item.m_Type;
+    if (group == kAnnotationArrangement) {
+        if (!item.record()) {
+            m_tabs->hide();
+            m_list->hide();
+            return;
+        }
+        if (static_cast<KorDsmAnnotationArrangementItem&>(item).usesNewArranger())
+            group = kSecondArrangerControl;
+    }
+    if (group < kNumberOfItemTypes && m_pages.group(group))
+        showPages(group, item);
+    else
+        showList(&item);
+}
+
+void KorDSMMainDialog::showPages(eItemType group, KorDSMDatabaseItem& item) {
+    m_tabs->finishCurrentPage();
+    TabContent* content = m_pages.group(group);
+    content->setPageData(&item, -1);
+    m_list->hide();
+    m_tabs->show();
+    m_tabs->setCurrentContent(content);
+}
+
+void KorDSMMainDialog::showList(KorDSMDatabaseItem* item) {
+    m_tabs->finishCurrentPage();
+    m_tabs->hide();
+    m_list->show();
+    m_list->deleteAllColumns();
+    m_listItems.clear();
+    if (!item)
+        return;
+    const KorDSMListContents contents = KorDSMListContents::of(*item);
+    for (std::size_t i = 0; i < contents.titles.size(); ++i)
+        m_list->insertColumn(contents.titles[i], i == 0 ? 0 : 120,
+                             contents.numeric[i] ? KorListCtrl::eNumber : KorListCtrl::eText);
+    std::vector<KorListRow> rows;
+    for (const KorDSMListContents::Row& row : contents.rows)
+        rows.push_back({row.texts, row.icon, row.item});
+    m_list->setItems(std::move(rows));
+}
+
+void KorDSMMainDialog::rememberSelection(KorDSMDatabaseItem& item, KorTreeHandle entry) {
+    const eViewSections section = m_structure.getSelectedSection();
+    KorDSMDatabaseItem* group = KorDSMItemPath::groupOf(item);
+    m_structure.setSelectedCategory(section, group ? group->recordKey() : 0);
+    m_structure.setSelectedItem(section, currentTree().control()->GetItemIndex(entry));
+    m_structure.getSelectedPath(section) = KorDSMItemPath::textsTo(item);
+    if (!m_structure.getShowFullTree())
+        return;
+    KorDSMDatabaseItem* shown = group ? group : KorDSMItemPath::addInOf(item);
+    if (shown)
+        slot(section).combo->selectPath(comboPath(section, shown));
+}
+
+SelectionFacts KorDSMMainDialog::factsOf(const KorDSMTreeItemData* entryData) {
+    SelectionFacts facts;
+    KorDSMDatabaseItem* item = entryData ? entryData->getItem() : nullptr;
+    if (!item)
+        return facts;
+    KorTreeCtrl* control = currentTree().control();
+    facts.type = item->m_Type;
+    if (item->m_pParent)
+        facts.parentType = item->m_pParent->m_Type;
+    facts.entryHasChildren = control->childCount(item->m_hTreeItem) > 0 || control->isPlaceholder(item->m_hTreeItem);
+    facts.insideDetailStyle = item->ancestor(kDetailStyle) != nullptr;
+    const KorArray<KorDSMDatabaseItem*>& databases = currentTree().section().children();
+    facts.standardHasOneChild = !databases.isEmpty() && databases[0]->children().length() == 1;
+    facts.ownerMode = KorOdbcMan::isCurrentOwnerVEL();
+    facts.inUserDatabase = KorDSMItemSource::sourceOf(item) == SourceId::user();
+    return facts;
+}
+
+void KorDSMMainDialog::updateCommandStates(const KorDSMTreeItemData* entryData) {
+    const CommandStates states = commandStates(factsOf(entryData));
+    for (int i = 0; i < kNumberOfItemCommands; ++i)
+        m_itemCommands->enableButton(m_itemCommands->buttonId(i), states.enabled[static_cast<std::size_t>(i)]);
+    m_use->setEnabled(states[eItemCommand::kUse]);
+    m_navigation->enableButton(kBack, m_history.canGoBack());
+    m_navigation->enableButton(kForward, m_history.canGoForward());
+    KorTreeCtrl* control = currentTree().control();
+    KorTreeHandle parent = m_currentEntry ? control->getParentItem(m_currentEntry) : nullptr;
+    m_navigation->enableButton(kUp, parent && parent != control->getRoot());
+}
+
+void KorDSMMainDialog::onNavigation(int id) {
+    if (id == kBack)
+        historyStep(m_history.goBack());
+    else if (id == kForward)
+        historyStep(m_history.goForward());
+    else
+        goUp();
+}
+
+void KorDSMMainDialog::historyStep(std::optional<KorDSMSelectionHistory::Entry> entry) {
+    m_recording = false;
+    if (entry && entry->section == m_structure.getSelectedSection())
+        currentTree().control()->selectItem(entry->entry);
+    else if (entry)
+        switchSection(entry->section);
+    m_recording = true;
+    updateCommandStates(KorDSMSectionTree::dataOf(m_currentEntry));
+}
+
+void KorDSMMainDialog::goUp() {
+    KorTreeCtrl* control = currentTree().control();
+    KorTreeHandle selected = control->selectedItem();
+    KorTreeHandle parent = selected ? control->getParentItem(selected) : nullptr;
+    if (parent)
+        control->selectItem(parent);
+    else
+        m_navigation->enableButton(kUp, false);
+}
+
+void KorDSMMainDialog::onListActivated(int row) {
+    if (auto* item = static_cast<KorDSMDatabaseItem*>(m_list->getItemData(row)))
+        goToItem(*item);
+}
+
+void KorDSMMainDialog::goToItem(KorDSMDatabaseItem& item) {
+    KorDsmSectionItem* section = KorDSMItemPath::sectionOf(item);
+    if (!section)
+        return;
+    if (section->m_Section != m_structure.getSelectedSection())
+        switchSection(section->m_Section);
+    if (KorTreeHandle entry = currentTree().reveal(item))
+        currentTree().control()->selectItem(entry);
+}

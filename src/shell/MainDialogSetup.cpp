@@ -1,0 +1,213 @@
+#include "controls/KorButtonGroup.h"
+#include "controls/KorButtonGroupMenu.h"
+#include "controls/KorControls.h"
+#include "controls/KorListCtrl.h"
+#include "controls/KorPictures.h"
+#include "controls/KorQt.h"
+#include "controls/KorTabCtrl.h"
+#include "controls/KorTemplates.h"
+#include "controls/VELComboTree.h"
+#include "services/KorOutputDebugString.h"
+#include "services/KordoBitmaps.h"
+#include "services/Prompts.h"
+#include "shell/KorDSMMainDialog.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+
+// Set-up of the main dialog: controls, strips, status bar, texts.
+
+using namespace KorDSMDefines;
+
+namespace {
+
+constexpr int kTemplate = 1000;
+
+// Ids of each section's tree and combo; section 0's are the template's.
+constexpr int kTreeIds[] = {1000, 1007, 1008, 1009};
+constexpr int kComboIds[] = {1200, 1011, 1012, 1013};
+
+struct StripButton {
+    int id;
+    int bitmap;
+    int prompt;
+};
+
+constexpr StripButton kItemCommands[] = {
+    {1029, 1044, 33558}, {1030, 1045, 33559}, {1032, 1046, 33555}, {1033, 1043, 33560}, {1034, 1047, 33561},
+    {1035, 1048, 33562}, {1037, 1051, 33563}, {1039, 1052, 33564}, {1038, 1049, 33565}, {1036, 1050, 33746},
+};
+
+constexpr StripButton kNavigation[] = {{1042, 1042, 33743}, {1041, 1041, 33744}, {1040, 1040, 33745}};
+
+struct SectionButton {
+    int id;
+    int prompt;
+    int bitmap;
+    int checkedBitmap;
+};
+
+// In the order of the sections.
+constexpr SectionButton kSectionButtons[] = {
+    {1064, 33511, 1062, 1064}, {1061, 33518, 1060, 1061}, {1057, 33514, 1063, 1057}, {1059, 33516, 1058, 1059}};
+
+constexpr int kOptionPrompts[] = {33527, 33528, 33529};
+constexpr int kOptionsButton = 1089;
+constexpr int kOptionsBitmap = 1090;
+
+KorString ups(int number) {
+    return Prompts::getPrompt("UPS", number);
+}
+
+QIcon iconOf(const Icon& icon) {
+    if (icon.file.isEmpty())
+        return KorPictures::icon(icon.resource);
+    return QIcon(QString::fromStdString(KordoBitmaps::pictureFile(icon.file).string()));
+}
+
+} // namespace
+
+void KorDSMMainDialog::setUpImages() {
+    KorTemplates::setUp(kTemplate, this);
+    loadGlobalIcons();
+    for (const Icon& icon : m_GlobalIcons)
+        m_images->append(iconOf(icon));
+    setWindowIcon(m_images->at(kIconHost));
+    m_tabs = KorControls::find<KorTabCtrl>(this, 1002);
+    m_list = KorControls::find<KorListCtrl>(this, 1003);
+    m_list->setImageList(m_images);
+    connect(m_list, &KorListCtrl::itemActivated, this, &KorDSMMainDialog::onListActivated);
+    m_tabs->hide();
+}
+
+void KorDSMMainDialog::setUpSections() {
+    auto* firstTree = KorControls::find<KorTreeCtrl>(this, kTreeIds[0]);
+    auto* firstCombo = KorControls::find<VELComboTree>(this, kComboIds[0]);
+    auto* column = static_cast<QBoxLayout*>(firstTree->parentWidget()->layout());
+    for (int i = 0; i < kNumberOfSections; ++i) {
+        const auto section = static_cast<eViewSections>(i);
+        auto* control = i == 0 ? firstTree : new KorTreeCtrl(firstTree->parentWidget());
+        auto* combo = i == 0 ? firstCombo : new VELComboTree(firstCombo->parentWidget());
+        if (i != 0) {
+            // The run-time combos share numbers with the strips of the template; nobody looks them up.
+            KorControls::setId(control, kTreeIds[i]);
+            column->insertWidget(column->indexOf(slot(static_cast<eViewSections>(i - 1)).combo) + 1, combo);
+            column->addWidget(control, 1);
+        }
+        control->setImageList(m_images);
+        control->setAccessibleName(toQt(m_structure.getSection(section)->getDisplayName()));
+        combo->setImageList(m_images);
+        combo->setDisplayFullPath(true);
+        combo->setAccessibleName(control->accessibleName());
+        slot(section).combo = combo;
+        slot(section).tree = std::make_unique<KorDSMSectionTree>(
+            control, m_structure, *m_structure.getSection(section),
+            [this](KorTreeHandle entry) {
+                m_history.markStale(entry);
+                if (m_currentEntry == entry)
+                    m_currentEntry = nullptr;
+            });
+        connect(combo, &VELComboTree::entrySelected, this, [this, section, combo](KorTreeHandle entry) {
+            onSourceChosen(section, combo->getEntryData(entry));
+        });
+        connect(control, &KorTreeCtrl::selectionChanged, this, [this](KorTreeHandle entry) {
+            if (m_handleSelection)
+                onSelectionChanged(entry);
+        });
+    }
+}
+
+void KorDSMMainDialog::setUpStrips() {
+    m_itemCommands = KorControls::find<KorButtonGroup>(this, 1011);
+    for (const StripButton& button : kItemCommands)
+        m_itemCommands->addButton(button.id, ups(button.prompt), KorPictures::bitmap(button.bitmap));
+    connect(m_itemCommands, &KorButtonGroup::buttonPressed, this, &KorDSMMainDialog::onItemCommand);
+
+    m_navigation = KorControls::find<KorButtonGroup>(this, 1012);
+    for (const StripButton& button : kNavigation) {
+        m_navigation->addButton(button.id, ups(button.prompt), KorPictures::bitmap(button.bitmap));
+        m_navigation->enableButton(button.id, false);
+    }
+    connect(m_navigation, &KorButtonGroup::buttonPressed, this, &KorDSMMainDialog::onNavigation);
+
+    m_sections = KorControls::find<KorButtonGroupMenu>(this, 1233);
+    KorButtonGroup* strip = m_sections->buttonGroup();
+    KorControls::setId(strip, 1234);
+    strip->setCheckable(true);
+    for (const SectionButton& button : kSectionButtons)
+        strip->addButton(button.id, ups(button.prompt), KorPictures::bitmap(button.bitmap),
+                         KorPictures::bitmap(button.checkedBitmap));
+    connect(strip, &KorButtonGroup::buttonPressed, this, [this, strip](int id) {
+        for (int i = 0; i < kNumberOfSections; ++i)
+            if (strip->buttonId(i) == id)
+                switchSection(static_cast<eViewSections>(i));
+    });
+    m_sections->setMenuButton(kOptionsButton, Prompts::getPrompt("GUI", 45100), KorPictures::bitmap(kOptionsBitmap));
+    for (const int prompt : kOptionPrompts)
+        m_sections->addMenuItem(ups(prompt));
+    connect(m_sections, &KorButtonGroupMenu::toggled, this, &KorDSMMainDialog::onOption);
+}
+
+void KorDSMMainDialog::setUpStatus() {
+    auto* place = KorControls::find<QWidget>(this, 1005);
+    auto* line = static_cast<QBoxLayout*>(place->layout());
+    m_status = new QLabel(place);
+    KorControls::setId(m_status, 1007);
+    m_status->setTextFormat(Qt::PlainText);
+    m_progressText = KorControls::find<QLabel>(this, 1006);
+    m_progressText->hide();
+    m_progress = new QProgressBar(place);
+    KorControls::setId(m_progress, 1008);
+    m_progress->setMaximumWidth(220);
+    m_progress->hide();
+    m_readOnly = new QLabel(place);
+    m_readOnly->setForegroundRole(QPalette::PlaceholderText);
+    line->insertWidget(0, m_status);
+    line->addWidget(m_progress);
+    line->addStretch(1);
+    line->addWidget(m_readOnly);
+}
+
+void KorDSMMainDialog::setUpButtons() {
+    m_apply = KorControls::find<QPushButton>(this, 3);
+    m_use = KorControls::find<QPushButton>(this, 1098);
+    connect(KorControls::find<QPushButton>(this, 1), &QPushButton::clicked, this, &QDialog::accept);
+    connect(KorControls::find<QPushButton>(this, 2), &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_apply, &QPushButton::clicked, this, &KorDSMMainDialog::apply);
+    connect(m_use, &QPushButton::clicked, this, &KorDSMMainDialog::use);
+}
+
+void KorDSMMainDialog::setUpTexts() {
+    setWindowTitle(toQt(ups(33510)));
+    KorControls::find<QPushButton>(this, 1)->setText(toQt(ups(33740)));
+    KorControls::find<QPushButton>(this, 2)->setText(toQt(ups(33741)));
+    m_apply->setText(toQt(ups(33742)));
+    m_use->setText(toQt(ups(33559)));
+}
+
+void KorDSMMainDialog::setUpTabOrder() {
+    QWidget* previous = m_sections;
+    const auto next = [&previous](QWidget* widget) {
+        setTabOrder(previous, widget);
+        previous = widget;
+    };
+    next(m_itemCommands);
+    for (SectionSlot& section : m_slots)
+        next(section.combo);
+    for (SectionSlot& section : m_slots)
+        next(section.tree->control());
+    next(m_navigation);
+    next(m_tabs);
+    next(m_list);
+    for (const int button : {1098, 1, 2, 3})
+        next(KorControls::find<QPushButton>(this, button));
+}
+
+void KorDSMMainDialog::writeTiming(const char* label, qint64 milliseconds) const {
+    char line[128];
+    const std::string text = KorString::format("%s lasted: ", {label}).toStdString();
+    std::snprintf(line, sizeof line, "\n%-50s%d ms", text.c_str(), static_cast<int>(milliseconds));
+    KorOutputDebugString(line);
+}

@@ -1,0 +1,98 @@
+#include "StoreTestSupport.h"
+#include "StyleFixture.h"
+
+#include "data/RowUsers.h"
+#include "data/check/ConsistencyCheck.h"
+
+#include <algorithm>
+#include <set>
+
+namespace {
+
+class CheckTest : public StyleFixture {
+protected:
+    void SetUp() override {
+        StyleFixture::SetUp();
+        addStyle(kUser, "Column", 2);
+        ASSERT_TRUE(commit());
+    }
+    /// Lets another program change the file, and checks it as a user would.
+    std::vector<Finding> findingsAfter(const std::string& sql) {
+        databases.closeSource(kUser);
+        OtherProgram(file("user.dsdb")).run(sql);
+        open();
+        return ConsistencyCheck(*databases.source(kUser)).run();
+    }
+};
+
+TEST_F(CheckTest, EachFaultIsFoundOnceAndNothingElse) {
+    struct Case {
+        const char* sql;
+        eSeverity severity;
+        const char* table;
+        const char* column;
+        const char* phrase;
+    };
+    const Case cases[] = {
+        {"UPDATE view_request SET length_clip = 77 WHERE \"key\" = 2", eSeverity::kError, "view_request",
+         "length_clip", "The view request \"Column top\" (key 2)"},
+        {"UPDATE repr_map_entry SET repr_map = 0 WHERE name = 'Rest'", eSeverity::kError, "repr_map_entry",
+         "repr_map", "compact the database"},
+        {"UPDATE detail_style SET title_position = 9", eSeverity::kWarning, "detail_style", "title_position",
+         "holds 9 in \"title_position\""},
+        {"INSERT INTO qualifier(\"key\", name) VALUES (5, 'Section is I')", eSeverity::kWarning, "qualifier",
+         "name", "same name as the one with the key 1"},
+        {"UPDATE detail_master SET style = 0", eSeverity::kWarning, "detail_style", nullptr, "no number"},
+        {"UPDATE repr_map_entry SET appearance = 1 WHERE name = 'Rest'", eSeverity::kNote, "appearance",
+         nullptr, "\"Dashed\" (key 2)"},
+        {"INSERT INTO select_mode(\"key\", name) VALUES (1, 'Nobody uses this word')", eSeverity::kNote,
+         nullptr, nullptr, nullptr},
+        {"UPDATE view_request SET scale = 'large' WHERE \"key\" = 1", eSeverity::kError, nullptr, nullptr,
+         "\"large\" instead of a number"},
+        {"DROP TABLE scale", eSeverity::kError, nullptr, nullptr, "no table \"scale\""},
+    };
+    const std::string sound = bytesOf(file("user.dsdb"));
+    for (const Case& each : cases) {
+        const std::vector<Finding> findings = findingsAfter(each.sql);
+        ASSERT_EQ(findings.size(), each.phrase ? 1u : 0u) << each.sql;
+        if (!each.phrase)
+            continue;
+        const Finding& finding = findings.front();
+        EXPECT_EQ(finding.severity, each.severity) << each.sql;
+        EXPECT_EQ(finding.table ? finding.table->name : "", each.table ? each.table : "") << each.sql;
+        EXPECT_EQ(finding.column ? finding.column->name : "", each.column ? each.column : "") << each.sql;
+        EXPECT_TRUE(mentions(finding.sentence, each.phrase)) << finding.sentence;
+        EXPECT_TRUE(mentions(finding.sentence, "user.dsdb")) << finding.sentence;
+        databases.closeSource(kUser);
+        writeBytes(file("user.dsdb"), sound);
+    }
+}
+
+// Import and check follow references without end to end; a circle between tables would let rows form one.
+TEST(SchemaTest, ReferencesFormNoCircleBetweenTables) {
+    std::set<eTableType> settled;
+    for (std::size_t before = ~std::size_t{0}; settled.size() != before;) {
+        before = settled.size();
+        for (const TableSchema& table : allTables())
+            if (std::ranges::all_of(table.columns, [&](const Column& column) {
+                    return !column.isReference() || settled.contains(column.target);
+                }))
+                settled.insert(table.type);
+    }
+    EXPECT_EQ(settled.size(), allTables().size());
+}
+
+TEST_F(CheckTest, UsersOfARowAreNamedByTheirWholesInAllSources) {
+    addStyle(kStandard, "Base plate", 1);
+    const auto* set = row<StructDetObjQualifierSet>(kUser, "Beams");
+    const auto users = usersInAllSources(databases, kUser, {kTableQualifierSet, set->key});
+    ASSERT_EQ(users.size(), 2u);
+    for (std::size_t i = 0; i < users.size(); ++i) {
+        EXPECT_EQ(users[i].source, i == 0 ? kStandard : kUser);
+        EXPECT_EQ(users[i].table->name, "repr_map");
+        EXPECT_EQ(users[i].name, "Steel");
+        EXPECT_EQ(users[i].column->name, "qualifier_set");
+    }
+}
+
+} // namespace

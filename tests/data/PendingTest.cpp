@@ -1,0 +1,258 @@
+#include "StoreTestSupport.h"
+#include "StyleFixture.h"
+
+#include "data/KorOdbcGUI.h"
+
+#include <limits>
+
+namespace {
+
+class PendingTest : public StyleFixture {
+protected:
+    void SetUp() override {
+        StyleFixture::SetUp();
+        m_style = addStyle(kUser, "Column", 2);
+        addStyle(kStandard, "Base plate", 1);
+        ASSERT_TRUE(commit());
+        open(false);
+        databases.setCurrentSource(kUser);
+    }
+    int setDescription(const char* text, SourceId id = kUser) {
+        return set(id, kTableDetailStyle, m_style, 3, KorString(text));
+    }
+    KorString description(SourceId id = kUser) { return row<StructDetailStyle>(id, m_style)->description; }
+    void others(const std::string& sql) { OtherProgram(file("user.dsdb")).run(sql); }
+    const SourceCommit* report(SourceId id) {
+        const auto& reports = databases.commitReport();
+        const auto it = std::ranges::find(reports, id, &SourceCommit::source);
+        return it == reports.end() ? nullptr : &*it;
+    }
+
+    std::int32_t m_style = 0;
+};
+
+TEST_F(PendingTest, AValueSetBackAndARowDeletedAgainWriteNothing) {
+    setDescription("changed");
+    setDescription("");
+    const auto key = add<StructDetArrangerControl>(kUser, "New");
+    EXPECT_EQ(databases.remove(kTableArrangerControl, key), 1);
+    EXPECT_TRUE(databases.pending().hasPending(kUser));
+    others("UPDATE detail_style SET description = 'theirs'");
+    const std::string before = bytesOf(file("user.dsdb"));
+    EXPECT_TRUE(commit()) << "there is nothing that could conflict";
+    EXPECT_FALSE(databases.pending().hasPending(kUser));
+    EXPECT_EQ(bytesOf(file("user.dsdb")), before);
+}
+
+TEST_F(PendingTest, UndoAndRedoTakeWholeCommandsAndKeepIndexesRight) {
+    const auto map = row<StructDetObjReprMap>(kUser, "Steel")->key;
+    EXPECT_EQ(databases.remove(kTableReprMap, map), 1);
+    EXPECT_EQ(count<StructDetObjReprMapKey>(kUser), 0) << "its parts go with it";
+    EXPECT_EQ(databases.pending().undoLabel(), "Steel");
+    EXPECT_EQ(databases.undo().size(), 3u);
+    EXPECT_EQ(partsOf(*databases.source(kUser), {kTableReprMap, map}).size(), 2u);
+
+    set(kUser, kTableReprMap, map, 1, KorString("Concrete"));
+    EXPECT_FALSE(row<StructDetObjReprMap>(kUser, "Steel"));
+    databases.undo();
+    EXPECT_EQ(row<StructDetObjReprMap>(kUser, "Steel")->key, map);
+    databases.redo();
+    EXPECT_EQ(row<StructDetObjReprMap>(kUser, "Concrete")->key, map);
+    databases.undo();
+    setDescription("something else");
+    EXPECT_FALSE(databases.pending().canRedo()) << "a new change ends what could be brought again";
+    EXPECT_EQ(databases.redo().size(), 0u);
+
+    StructDetObjReprMap copy = *row<StructDetObjReprMap>(kUser, map);
+    copy.name = "Copy";
+    EXPECT_EQ(databases.append(kTableReprMap, copy), 1);
+    EXPECT_EQ(partsOf(*databases.source(kUser), {kTableReprMap, copy.key}).size(), 2u);
+    const auto users =
+        databases.users(kTableQualifierSet, row<StructDetObjQualifierSet>(kUser, "Beams")->key);
+    EXPECT_EQ(users.size(), 4u) << "two entries, and their two copies";
+    databases.undo();
+    EXPECT_EQ(count<StructDetObjReprMapKey>(kUser), 2);
+}
+
+TEST_F(PendingTest, CancelTakesBackEverythingOfEverySource) {
+    const int rows = rowCount(kUser);
+    setDescription("changed");
+    setDescription("changed", kStandard);
+    addStyle(kUser, "Own", 5);
+    databases.remove(kTableDetailStyle, m_style);
+    for (int table = 0; table < kNumberOfTableTypes; ++table)
+        KorOdbcMan::setStatusOnCancel(static_cast<eTableType>(table), KorOdbcMan::kThisRow);
+    EXPECT_EQ(rowCount(kUser), rows);
+    EXPECT_EQ(description(), "");
+    EXPECT_EQ(description(kStandard), "");
+    EXPECT_TRUE(databases.pending().isEmpty());
+    EXPECT_TRUE(row<StructDetailStyle>(kUser, "Column"));
+}
+
+TEST_F(PendingTest, ASourceThatCannotBeWrittenKeepsItsChangesWhileOthersAreStored) {
+    setDescription("mine");
+    addStyle(kUser, "Own", 5);
+    setDescription("maker's", kStandard);
+    others("UPDATE detail_style SET description = 'theirs'");
+    EXPECT_FALSE(commit());
+    EXPECT_TRUE(report(kStandard)->kept);
+    const SourceCommit& failed = *report(kUser);
+    EXPECT_FALSE(failed.kept);
+    EXPECT_TRUE(mentions(failed.error, "user.dsdb")) << failed.error;
+    ASSERT_EQ(failed.conflicts.size(), 1u);
+    EXPECT_TRUE(mentions(failed.conflicts[0].stored, "theirs"));
+    EXPECT_TRUE(mentions(failed.conflicts[0].mine, "mine"));
+    EXPECT_EQ(description(), "mine");
+    EXPECT_TRUE(databases.pending().hasPending(kUser));
+    EXPECT_FALSE(databases.pending().hasPending(kStandard));
+
+    const auto changes = databases.refreshChanged();
+    ASSERT_EQ(changes.size(), 1u);
+    ASSERT_EQ(changes[0].conflicts.size(), 1u);
+    EXPECT_EQ(description(), "theirs") << "never overwritten without being asked for";
+    EXPECT_TRUE(row<StructDetailStyle>(kUser, "Own"));
+    EXPECT_EQ(databases.keepMine(kUser, changes[0].conflicts[0]), 1);
+    EXPECT_TRUE(commit());
+    open(false);
+    EXPECT_EQ(description(), "mine");
+    EXPECT_TRUE(row<StructDetailStyle>(kUser, "Own"));
+    EXPECT_EQ(description(kStandard), "maker's");
+}
+
+TEST_F(PendingTest, ChangesOfOthersBesideMineAreTakenOver) {
+    setDescription("mine");
+    const auto mine = addStyle(kUser, "Own", 5);
+    const auto map = row<StructDetObjReprMap>(kUser, "Steel")->key;
+    EXPECT_TRUE(databases.refreshChanged().empty());
+    others("UPDATE detail_style SET title_position = 5; UPDATE repr_map SET name = 'Iron';"
+           "INSERT INTO detail_style(\"key\", name) VALUES (" +
+           std::to_string(mine) + ", 'Their own')");
+    const auto changes = databases.refreshChanged();
+    ASSERT_EQ(changes.size(), 1u);
+    EXPECT_EQ(changes[0].error, "");
+    EXPECT_TRUE(changes[0].conflicts.empty());
+    EXPECT_TRUE(databases.refreshChanged().empty());
+    EXPECT_EQ(description(), "mine");
+    EXPECT_EQ(row<StructDetailStyle>(kUser, m_style)->titlePosition, 5);
+    EXPECT_EQ(row<StructDetObjReprMap>(kUser, map)->name, "Iron");
+    const auto* own = row<StructDetailStyle>(kUser, "Own");
+    EXPECT_EQ(row<StructDetailStyle>(kUser, mine)->name, "Their own");
+    EXPECT_NE(own->key, mine);
+    EXPECT_EQ(row<StructDetailMaster>(kUser, "Own")->styleKey, own->key) << "references follow";
+    ASSERT_TRUE(commit());
+    open(false);
+    EXPECT_EQ(row<StructDetailMaster>(kUser, "Own")->styleKey, row<StructDetailStyle>(kUser, "Own")->key);
+    EXPECT_EQ(row<StructDetailStyle>(kUser, m_style)->titlePosition, 5);
+}
+
+TEST_F(PendingTest, RowsThatOthersDeletedOrChangedAreReported) {
+    setDescription("mine");
+    const auto map = row<StructDetObjReprMap>(kUser, "Steel")->key;
+    databases.remove(kTableReprMap, map);
+    StructDetObjQualifierWithRole member;
+    member.qualifierSetKey = row<StructDetObjQualifierSet>(kUser, "Beams")->key;
+    add(kUser, "New member", member);
+    others("DELETE FROM detail_style; DELETE FROM qualifier_set; UPDATE repr_map SET description = 'new'");
+    const auto changes = databases.refreshChanged();
+    ASSERT_EQ(changes.size(), 1u);
+    ASSERT_EQ(changes[0].conflicts.size(), 3u);
+    int gone = 0;
+    for (const OutsideConflict& conflict : changes[0].conflicts) {
+        const bool deletion = conflict.kind == OutsideConflict::eKind::kDelete;
+        gone += conflict.kind == OutsideConflict::eKind::kGone ? 1 : 0;
+        EXPECT_EQ(databases.keepMine(kUser, conflict) == 1, deletion);
+    }
+    EXPECT_EQ(gone, 2);
+    EXPECT_TRUE(commit());
+    open(false);
+    EXPECT_EQ(count<StructDetObjReprMap>(kUser), 0);
+    EXPECT_FALSE(row<StructDetObjQualifierWithRole>(kUser, "New member"));
+}
+
+TEST_F(PendingTest, AFileThatIsGoneLeavesEverythingAsItWas) {
+    setDescription("mine");
+    std::filesystem::rename(file("user.dsdb"), file("away"));
+    auto changes = databases.refreshChanged();
+    ASSERT_EQ(changes.size(), 1u);
+    EXPECT_TRUE(mentions(changes[0].error, "user.dsdb"));
+    EXPECT_EQ(description(), "mine");
+    EXPECT_FALSE(commit());
+    EXPECT_EQ(description(), "mine");
+    std::filesystem::rename(file("away"), file("user.dsdb"));
+    changes = databases.refreshChanged();
+    ASSERT_EQ(changes.size(), 1u);
+    EXPECT_EQ(changes[0].error, "");
+    EXPECT_TRUE(commit());
+    open(false);
+    EXPECT_EQ(description(), "mine");
+}
+
+TEST_F(PendingTest, AWalkThatBreaksOffHarmsNothing) {
+    setDescription("mine");
+    addStyle(kUser, "Own", 5);
+    EXPECT_EQ(databases.keepTable(kTableDetailStyle), 1);
+    EXPECT_TRUE(commit());
+    databases.remove(kTableDetailStyle, m_style);
+    databases.closeSource(kUser);
+    EXPECT_FALSE(databases.pending().hasPending(kUser)) << "nobody could write it any more";
+    EXPECT_TRUE(databases.undo().empty());
+    open(false);
+    EXPECT_EQ(description(), "mine");
+}
+
+TEST_F(PendingTest, WritesThatCannotBeAreRefused) {
+    EXPECT_EQ(set(kUser, kTableDetailStyle, 99, 3, KorString("x")), StyleDatabases::kFailed);
+    EXPECT_EQ(set(kUser, kTableDetailStyle, m_style, 0, std::int64_t{1}), StyleDatabases::kFailed);
+    EXPECT_EQ(set(kUser, kTableDetailStyle, m_style, 3, 1.5), StyleDatabases::kFailed);
+    EXPECT_EQ(set(kUser, kTableDetailStyle, m_style, 6, 1.5), StyleDatabases::kFailed);
+    databases.setOwnerMode(false);
+    EXPECT_EQ(setDescription("x", kStandard), StyleDatabases::kReadOnlySource);
+    EXPECT_EQ(databases.pending().steps().size(), 0u);
+    databases.closeSource(kUser);
+    others("INSERT INTO qualifier(\"key\", name) VALUES (2147483647, 'Last')");
+    open();
+    StructDetObjQualifier qualifier;
+    EXPECT_EQ(databases.append(kTableQualifier, qualifier), StyleDatabases::kFailed)
+        << "no key is left above it";
+}
+
+TEST_F(PendingTest, SharingAndUseFollowTheOwnersUpwards) {
+    const auto set1 = row<StructDetObjQualifierSet>(kUser, "Beams")->key;
+    const auto front = row<StructDetViewRequest>(kUser, "Column front")->key;
+    EXPECT_FALSE(KorOdbcGUI::isViewRequestShared(front));
+    EXPECT_TRUE(KorOdbcGUI::isObjReprMapRuleShared(row<StructDetObjReprMap>(kUser, "Steel")->key))
+        << "two views";
+    EXPECT_TRUE(KorOdbcGUI::isQualifierSetShared(set1)) << "its only owner is shared";
+    EXPECT_TRUE(KorOdbcGUI::findQualifierSet(set1));
+    for (const Referrer& entry : databases.users(kTableQualifierSet, set1))
+        set(kUser, entry.table->type, entry.key, entry.column->number, std::int64_t{0});
+    EXPECT_FALSE(KorOdbcGUI::findQualifierSet(set1));
+    EXPECT_FALSE(KorOdbcGUI::isQualifierSetShared(set1));
+    set(kUser, kTableDetailStyle, m_style, 15, std::int64_t{front});
+    EXPECT_FALSE(KorOdbcGUI::isViewRequestShared(front)) << "one style, in two slots";
+    StructDetailStyle other;
+    other.viewRequests[4] = front;
+    add(kUser, "Other", other);
+    EXPECT_TRUE(KorOdbcGUI::isViewRequestShared(front));
+}
+
+TEST_F(PendingTest, NamedReadsActOnTheCurrentSource) {
+    StructDetailStyle style;
+    style.name = "untouched";
+    EXPECT_EQ(KorOdbcGUI::getDetailStyle("Base plate", style), 0);
+    EXPECT_EQ(style.name, "untouched");
+    const KorDSNRequest request(kStandard.dsn, kStandard.index);
+    EXPECT_EQ(KorOdbcGUI::getDetailStyle("Base plate", style), 1);
+    StructDetailMaster master;
+    EXPECT_EQ(KorOdbcGUI::getDetailMaster(long{style.key}, master), 1);
+    EXPECT_EQ(KorOdbcGUI::getDetailMaster(7, 1, master), 1);
+    EXPECT_EQ(KorOdbcGUI::getDetailMaster(7, 2, master), 0);
+    KorArray<KorString> names;
+    EXPECT_EQ(KorOdbcGUI::getDetViewRequestList(names), 2);
+    EXPECT_EQ(names[1], "Base plate top");
+    KorArray<StructDetObjReprMapKey> entries;
+    ASSERT_EQ(KorOdbcGUI::getDetObjReprMapEntries(style.viewRequests[0], entries), 2);
+    EXPECT_EQ(entries[1].name, "Rest") << "in the order of their order number";
+}
+
+} // namespace
