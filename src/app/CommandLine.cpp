@@ -4,7 +4,7 @@
 #include "app/DataFolder.h"
 #include "app/EditCommand.h"
 #include "app/ProgramStart.h"
-#include "data/store/Utf8.h"
+#include "base/Utf8.h"
 #include "services/KorHostReport.h"
 
 #include <CLI/CLI.hpp>
