@@ -2,6 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "pages/KorDSMPageDetailStylesProperties.h"
+#include "pages/KorDSMPageViewClipping.h"
 #include "pages/KorDSMPlainPage.h"
 #include "services/KOSettings.h"
 
@@ -51,6 +52,7 @@ using MakePage = std::function<KorDSMPage*(QWidget*)>;
 const std::map<int, MakePage>& pageRows() {
     static const std::map<int, MakePage> rows = {
         {2002, [](QWidget* owner) { return new KorDSMPageDetailStylesProperties(owner); }},
+        {1086, [](QWidget* owner) { return new KorDSMPageViewClipping(owner); }},
     };
     return rows;
 }
