@@ -1,7 +1,6 @@
+#include "base/KorAssert.h"
 #include "data/StyleDatabases.h"
 #include "data/pending/PendingReplay.h"
-
-#include "base/KorAssert.h"
 
 #include <utility>
 

@@ -22,7 +22,7 @@ struct OutsideConflict {
 struct OutsideChange {
     SourceId source;
     std::string file;
-    std::string error; ///< one sentence when the file cannot be read; then memory shows what it showed before,
-                       ///< and reading can be tried again
+    std::string error; ///< one sentence when the file cannot be read; then memory shows what it showed
+                       ///< before, and reading can be tried again
     std::vector<OutsideConflict> conflicts;
 };

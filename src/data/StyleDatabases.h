@@ -23,7 +23,7 @@ public:
     /// Results of writes, besides 1 for success.
     enum eWriteResult : int {
         kWritten = 1,
-        kFailed = 0,      ///< no such row or column, or a value that does not fit
+        kFailed = 0, ///< no such row or column, or a value that does not fit
         kReadOnlySource = -1,
     };
 
@@ -35,8 +35,8 @@ public:
     /// The instance that the named operations work on.
     static StyleDatabases& current();
 
-    /// Opens a database file as a source, replacing what was open there. A failure leaves the source absent; a
-    /// file that can only be read is opened all the same, with a message.
+    /// Opens a database file as a source, replacing what was open there. A failure leaves the source absent;
+    /// a file that can only be read is opened all the same, with a message.
     StoreResult openFile(SourceId id, const std::string& path, bool readOnly);
     /// Makes an open store a source, replacing what was open there.
     void addSource(SourceId id, std::unique_ptr<StyleStore> store);
@@ -81,8 +81,9 @@ public:
     /// What the last walk did, per source that had something pending.
     const std::vector<SourceCommit>& commitReport() const { return m_report; }
 
-    /// Reads each source again that another program changed or replaced, and puts its pending changes upon what
-    /// is stored now. Returns an entry for each such source; nothing is returned when nothing was changed.
+    /// Reads each source again that another program changed or replaced, and puts its pending changes upon
+    /// what is stored now. Returns an entry for each such source; nothing is returned when nothing was
+    /// changed.
     std::vector<OutsideChange> refreshChanged();
     /// The same for one source, changed or not. What was pending is one step of undo afterwards.
     OutsideChange refresh(SourceId id);

@@ -64,7 +64,7 @@ KorString ups(int number) {
 QIcon iconOf(const Icon& icon) {
     if (icon.file.isEmpty())
         return KorPictures::icon(icon.resource);
-    return QIcon(QString::fromStdString(KordoBitmaps::pictureFile(icon.file).string()));
+    return KorPictures::fromFile(QString::fromStdString(KordoBitmaps::pictureFile(icon.file).string()));
 }
 
 } // namespace
@@ -137,8 +137,8 @@ void KorDSMMainDialog::setUpStrips() {
     KorControls::setId(strip, 1234);
     strip->setCheckable(true);
     for (const SectionButton& button : kSectionButtons)
-        strip->addButton(button.id, ups(button.prompt), KorPictures::bitmap(button.bitmap),
-                         KorPictures::bitmap(button.checkedBitmap));
+        strip->addButton(button.id, ups(button.prompt),
+                         KorPictures::buttonBitmap(button.bitmap, button.checkedBitmap));
     connect(strip, &KorButtonGroup::buttonPressed, this, [this, strip](int id) {
         for (int i = 0; i < kNumberOfSections; ++i)
             if (strip->buttonId(i) == id)

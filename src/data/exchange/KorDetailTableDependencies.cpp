@@ -3,7 +3,7 @@
 #include "data/FreeName.h"
 #include "data/RowClosure.h"
 
-#include <set>
+#include <algorithm>
 
 int KorDetailTableDependencies::gatherRows(RowRef row) {
     StyleSource* source = StyleDatabases::current().here();
@@ -58,13 +58,15 @@ int KorDetailTableDependencies::GetDefaultNameForRow(eTableType table, KorString
 
 std::int32_t freeMasterNumber(StyleSource& source, const StructDetailMaster& master) {
     const RowArray& rows = source.table(kTableDetailMaster).rows();
-    std::set<std::int32_t> taken;
+    std::vector<std::int32_t> taken;
     for (int i = 0; i < rows.size(); ++i)
         if (const auto& row = static_cast<const StructDetailMaster&>(rows.at(i));
-            row.detailKey == master.detailKey && row.key != master.key)
-            taken.insert(row.number);
+            row.detailKey == master.detailKey && row.key != master.key && row.number >= master.number)
+            taken.push_back(row.number);
+    std::ranges::sort(taken);
     std::int32_t number = master.number;
-    while (taken.contains(number))
-        ++number;
+    for (const std::int32_t each : taken)
+        if (each == number)
+            ++number;
     return number;
 }

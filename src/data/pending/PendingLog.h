@@ -31,7 +31,8 @@ public:
     void beginGroup(const KorString& label);
     void endGroup();
 
-    /// Records a step that has just been made. What had been taken back before can no longer be brought again.
+    /// Records a step that has just been made. What had been taken back before can no longer be brought
+    /// again.
     void record(PendingStep step);
 
     bool hasPending(SourceId source, eTableType table) const { return m_counts.contains({source, table}); }
