@@ -1,10 +1,10 @@
 #include "app/Commands.h"
 #include "app/Console.h"
-#include "app/DataFolder.h"
 #include "app/SourceChoice.h"
 #include "controls/KorQt.h"
 #include "data/check/ConsistencyCheck.h"
 #include "data/store/SqliteStore.h"
+#include "shell/DataFolder.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

@@ -1,11 +1,11 @@
 #include "app/CommandLine.h"
 
 #include "app/Console.h"
-#include "app/DataFolder.h"
 #include "app/EditCommand.h"
 #include "app/ProgramStart.h"
 #include "data/store/Utf8.h"
 #include "services/KorHostReport.h"
+#include "shell/DataFolder.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,15 +1,15 @@
 #include "app/EditCommand.h"
 
 #include "app/Console.h"
-#include "app/DataFolder.h"
+#include "controls/KorStyle.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
 #include "services/KorExchangeUtilities.h"
 #include "services/KorHostReport.h"
 #include "session/KorDSMHandOver.h"
+#include "shell/DataFolder.h"
 
 #include <QApplication>
-#include <QStyleFactory>
 #include <QTimer>
 #include <QWidget>
 
@@ -47,8 +47,7 @@ void printHandOver() {
 int openEditor(int& argc, char** argv, DataFolder& folder, const EditOptions& options) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("detailstyles"));
-    if (QStyle* style = QStyleFactory::create(QStringLiteral("Fusion")))
-        QApplication::setStyle(style);
+    QApplication::setStyle(new KorStyle);
     KOSettings::getInstance().setPathData(folder.path());
     for (const KorString& problem : folder.problems())
         KorHostReport::add(problem);

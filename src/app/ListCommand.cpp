@@ -1,11 +1,11 @@
 #include "app/Commands.h"
 #include "app/Console.h"
-#include "app/DataFolder.h"
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
 #include "controls/KorQt.h"
 #include "data/KorDSNManager.h"
 #include "data/KorOdbcGUI.h"
+#include "shell/DataFolder.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

@@ -1,8 +1,8 @@
 #include "app/Commands.h"
 #include "app/Console.h"
-#include "app/DataFolder.h"
 #include "data/text/SampleData.h"
 #include "services/KorResources.h"
+#include "shell/DataFolder.h"
 
 int samplesCommand(DataFolder& folder, const SamplesOptions& options) {
     const std::string target = options.folder.empty() ? folder.path().string() : options.folder;

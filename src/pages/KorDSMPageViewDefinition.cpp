@@ -51,7 +51,6 @@ constexpr Section kSections[] = {
     {kReprMapRule, 3, 1125, 33572, 1013, 33835, 1014, 1018, 33578, 1115, 1023, 1126, 33575},
     {kViewDimensioning, 6, 1127, 33573, 1015, 33836, 1016, 1019, 33579, 1116, 1022, 1128, 33576},
 };
-constexpr int kNumberOfSections = static_cast<int>(std::size(kSections));
 
 std::vector<PageField> sectionFields() {
     std::vector<PageField> fields;
@@ -90,7 +89,7 @@ bool KorDSMPageViewDefinition::OnInitDialog() {
     addTooltip(kViewCombo, 33530);
     setButton(kCopy, 1230, 1069, 33555);
     setButton(kRename, 1024, 1070, 33556);
-    for (int i = 0; i < kNumberOfSections; ++i) {
+    for (int i = 0; i < std::ssize(kSections); ++i) {
         const Section& section = kSections[i];
         setCaption(section.frame, section.framePrompt);
         addTooltip(section.combo, section.comboPrompt);

@@ -110,6 +110,8 @@ void KorDSMPlainPage::showColumns(const Place& place) {
 
 namespace {
 
+constexpr int kMostRowsShown = 14;
+
 // The columns of a part worth showing: not its own name, nor the reference to its whole.
 std::vector<const Column*> partColumns(const TableSchema& table) {
     std::vector<const Column*> columns;
@@ -125,13 +127,22 @@ void KorDSMPlainPage::showParts(const Place& place) {
     StyleSource* source = StyleDatabases::current().here();
     const TableSchema* shownTable = nullptr;
     QTableWidget* grid = nullptr;
+    const auto fitHeight = [&grid] {
+        if (!grid)
+            return;
+        const int rows = std::min(grid->rowCount(), kMostRowsShown) * grid->verticalHeader()->defaultSectionSize();
+        grid->setFixedHeight(grid->horizontalHeader()->sizeHint().height() + rows + 2 * grid->frameWidth() + 2);
+    };
     for (const Referrer& part : source->referrersOf(place.table->type, KorOdbcKey(place.record->key))) {
         if (part.column->role != eReferenceRole::kPartOf)
             continue;
         const std::vector<const Column*> columns = partColumns(*part.table);
         if (part.table != shownTable) {
+            fitHeight();
             shownTable = part.table;
-            m_body->layout()->addWidget(new QLabel(toQt(KorDSMValueText::tableCaption(*part.table)), m_body));
+            auto* caption = new QLabel(toQt(KorDSMValueText::tableCaption(*part.table)), m_body);
+            caption->setContentsMargins(0, 12, 0, 2);
+            m_body->layout()->addWidget(caption);
             grid = new QTableWidget(0, static_cast<int>(columns.size()), m_body);
             QStringList titles;
             for (const Column* column : columns)
@@ -151,4 +162,5 @@ void KorDSMPlainPage::showParts(const Place& place) {
             grid->setItem(grid->rowCount() - 1, static_cast<int>(i),
                           new QTableWidgetItem(toQt(valueText(*part.table, *columns[i], *row))));
     }
+    fitHeight();
 }

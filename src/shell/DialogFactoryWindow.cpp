@@ -1,5 +1,7 @@
 #include "model/KorDSMDialogFactory.h"
+#include "services/KorHostReport.h"
 #include "services/KorResources.h"
+#include "shell/DataFolder.h"
 #include "shell/KorDSMMainDialog.h"
 #include "shell/ModuleResources.h"
 
@@ -32,8 +34,23 @@ KorDSMDialogFactory::~KorDSMDialogFactory() {
     delete m_pDialog;
 }
 
+namespace {
+
+// A host that brings no databases of its own gets those of the user's data folder.
+void openDatabases() {
+    if (!StyleDatabases::current().sources().empty())
+        return;
+    DataFolder folder(DataFolder::locate({}));
+    folder.open();
+    for (const KorString& problem : folder.problems())
+        KorHostReport::add(problem);
+}
+
+} // namespace
+
 int KorDSMDialogFactory::DoModal() {
     const ModuleResourcesInUse resources;
+    openDatabases();
     m_Loader.loadDataStructure(getDSMDataStructure());
     m_pDialog->OnInitDialog();
     return m_pDialog->exec() == QDialog::Accepted ? 1 : 2;

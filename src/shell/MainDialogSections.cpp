@@ -1,5 +1,6 @@
 #include "controls/KorButtonGroup.h"
 #include "controls/KorButtonGroupMenu.h"
+#include "controls/KorPictures.h"
 #include "controls/VELComboTree.h"
 #include "base/KorAssert.h"
 #include "services/KordoBitmaps.h"
@@ -26,8 +27,8 @@ void KorDSMMainDialog::fillSourceCombo(eViewSections section) {
         for (KorDSMDatabaseItem* child : database->children()) {
             auto* addIn = static_cast<KorDsmAddInContentItem*>(child);
             if (addIn->m_ImageIndex < 0 && !addIn->m_Image.isEmpty())
-                addIn->m_ImageIndex = m_images->append(
-                    QIcon(QString::fromStdString(KordoBitmaps::pictureFile(addIn->m_Image).string())));
+                addIn->m_ImageIndex = m_images->append(KorPictures::fromFile(
+                    QString::fromStdString(KordoBitmaps::pictureFile(addIn->m_Image).string())));
             const KorString addInPath =
                 KorString::format("%s%s%s", {path, VELComboTree::GetPathDelimiter(), addIn->m_Name});
             combo.addEntry(addInPath, addIn->m_ImageIndex >= 0 ? addIn->m_ImageIndex : addIn->m_IconIndex, addIn);

@@ -64,7 +64,7 @@ KorString ups(int number) {
 QIcon iconOf(const Icon& icon) {
     if (icon.file.isEmpty())
         return KorPictures::icon(icon.resource);
-    return QIcon(QString::fromStdString(KordoBitmaps::pictureFile(icon.file).string()));
+    return KorPictures::fromFile(QString::fromStdString(KordoBitmaps::pictureFile(icon.file).string()));
 }
 
 } // namespace

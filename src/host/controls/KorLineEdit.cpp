@@ -9,8 +9,10 @@ KorLineEdit::~KorLineEdit() {
 }
 
 void KorLineEdit::commit() {
-    if (!isEdited() || !hasAcceptableInput())
+    if (!isEdited())
         return;
+    if (!hasAcceptableInput())
+        return restore();
     m_committedText = text(); // first: a listener may ask a question, which takes the focus away
     Q_EMIT committed(m_committedText);
 }

@@ -12,7 +12,8 @@ public:
     explicit KorLineEdit(QWidget* parent = nullptr);
     ~KorLineEdit() override;
 
-    /// Takes what was typed now, as Return does. Does nothing when the text is unchanged.
+    /// Takes what was typed now, as Return does. Does nothing when the text is unchanged;
+    /// a text that the field's validator refuses is restored instead.
     void commit();
     /// Drops what was typed since the text was last set or committed.
     void restore();

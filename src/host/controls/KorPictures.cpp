@@ -40,7 +40,7 @@ QIcon load(const QString& path) {
     if (const auto known = s.icons.constFind(path); known != s.icons.constEnd())
         return *known;
     const QString file = find(path);
-    return *s.icons.insert(path, file.isEmpty() ? QIcon() : QIcon(file));
+    return *s.icons.insert(path, file.isEmpty() ? QIcon() : KorPictures::fromFile(file));
 }
 
 QString bitmapPath(int number) {
@@ -58,6 +58,13 @@ void KorPictures::setBase(const KorString& base) {
 
 void KorPictures::setMissingSink(std::function<void(const KorString&)> sink) {
     shelf().missing = std::move(sink);
+}
+
+QIcon KorPictures::fromFile(const QString& file) {
+    QIcon icon(file);
+    // On a selected row the style would tint the picture until nothing of it can be seen.
+    icon.addFile(file, QSize(), QIcon::Selected);
+    return icon;
 }
 
 QIcon KorPictures::icon(int number) {

@@ -28,6 +28,8 @@ QIcon bitmap(int number);
 QIcon buttonBitmap(int number, int checkedNumber, int disabledNumber = 0);
 /// The icon of that name, for the few icons that have no number.
 QIcon namedIcon(const KorString& name);
+/// The icon of a picture file, as the others are made: it keeps its colours on selected rows.
+QIcon fromFile(const QString& file);
 /// The size at which the bitmap was drawn, in pixels at 100 %; an empty size when it is missing.
 QSize bitmapSize(int number);
 

@@ -4,6 +4,7 @@
 #include "controls/KorTreeCtrl.h"
 #include "controls/VELComboTree.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QScreen>

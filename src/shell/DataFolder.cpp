@@ -1,4 +1,4 @@
-#include "app/DataFolder.h"
+#include "shell/DataFolder.h"
 
 #include "data/store/SqliteStore.h"
 #include "services/AddInManager.h"
