@@ -1,0 +1,124 @@
+#include "shell/EditorFixture.h"
+
+#include "base/KorAssert.h"
+#include "data/text/SampleData.h"
+#include "model/KorDSMDialogFactory.h"
+#include "services/KOSettings.h"
+#include "services/KorExchangeUtilities.h"
+#include "services/KorResources.h"
+#include "services/Prompts.h"
+#include "session/KorDSMHandOver.h"
+#include "shell/DataFolder.h"
+#include "shell/ModuleResources.h"
+
+#include <QApplication>
+#include <QTabBar>
+#include <QTest>
+#include <QTimer>
+#include <sqlite3.h>
+
+EditorFixture::EditorFixture() {
+    KorAssert::setSink([this](const char* expression, const char* file, int line) {
+        m_failedChecks.push_back(std::string(expression) + " " + file + ":" + std::to_string(line));
+    });
+    KorResources::setFolder(SOURCE_DIR "/resources");
+    Prompts::load(KorResources::folder() / "prompts", "en");
+    KOSettings::getInstance().useFile(m_folder.path() / "settings.ini");
+    ModuleResources::setUp({});
+    const StoreResult built = buildSampleData(SOURCE_DIR "/resources", (m_folder.path() / "data").string());
+    EXPECT_TRUE(built) << built.error;
+    int status = 0;
+    KorExchangeUtilities::getNamedQueue(KorDSMHandOver::kQueue, status, 0).clear();
+    KorDSMDataStructure& structure = KorDSMDialogFactory::getDSMDataStructure();
+    structure.emptyDataStructure();
+    for (int section = 0; section < KorDSMDefines::kNumberOfSections; ++section)
+        structure.getSelectedPath(static_cast<KorDSMDefines::eViewSections>(section)).clear();
+    structure.setShowFullTree(true);
+    structure.setUseFullExpand(true);
+    structure.setShowWarning(true);
+}
+
+EditorFixture::~EditorFixture() {
+    close();
+    KorDSMDialogFactory::getDSMDataStructure().emptyDataStructure();
+    m_databases.reset();
+    KorAssert::setSink({});
+    EXPECT_TRUE(m_failedChecks.empty()) << m_failedChecks.front();
+}
+
+KorDSMMainDialog& EditorFixture::open() {
+    close();
+    if (!m_databases) {
+        m_databases = std::make_unique<StyleDatabases>();
+        DataFolder folder(m_folder.path() / "data");
+        folder.open();
+        for (const KorString& problem : folder.problems())
+            ADD_FAILURE() << problem.view();
+    }
+    KorDSMSectionLoader().loadDataStructure(KorDSMDialogFactory::getDSMDataStructure());
+    m_dialog = std::make_unique<KorDSMMainDialog>(nullptr);
+    m_dialog->OnInitDialog();
+    QObject::connect(m_dialog.get(), &QDialog::finished, [this](int result) { m_result = result; });
+    m_dialog->resize(1280, 760);
+    m_dialog->show();
+    QApplication::processEvents();
+    return *m_dialog;
+}
+
+void EditorFixture::close() {
+    if (m_dialog && m_dialog->isVisible())
+        m_dialog->reject();
+    m_dialog.reset();
+}
+
+KorTreeHandle EditorFixture::child(KorTreeHandle parent, const char* text) {
+    tree().expand(parent);
+    KorTreeHandle entry = tree().getChildItem(parent);
+    while (entry && !(tree().getItemText(entry) == KorString(text)))
+        entry = tree().getNextSiblingItem(entry);
+    EXPECT_NE(entry, nullptr) << "no entry " << text;
+    return entry;
+}
+
+KorTreeHandle EditorFixture::select(const std::vector<const char*>& path) {
+    KorTreeHandle entry = tree().getRoot();
+    for (const char* text : path)
+        if (!(entry = child(entry, text)))
+            return nullptr;
+    tree().selectItem(entry);
+    QApplication::processEvents();
+    return entry;
+}
+
+void EditorFixture::showTab(int index) {
+    auto* bar = control<KorTabCtrl>(1002)->findChild<QTabBar*>();
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(index).center());
+    QApplication::processEvents();
+}
+
+void EditorFixture::click(QWidget* widget) {
+    ASSERT_NE(widget, nullptr);
+    // A stretched radio button or check box hears clicks at its left end only.
+    QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2));
+}
+
+void EditorFixture::answerNext(std::function<void(QWidget*)> answer) {
+    QTimer::singleShot(0, m_dialog.get(), [answer = std::move(answer)] {
+        QWidget* modal = QApplication::activeModalWidget();
+        ASSERT_NE(modal, nullptr);
+        answer(modal);
+    });
+}
+
+std::string EditorFixture::stored(const char* file, const std::string& sql) {
+    sqlite3* database = nullptr;
+    sqlite3_stmt* statement = nullptr;
+    std::string text;
+    sqlite3_open_v2(path(file).c_str(), &database, SQLITE_OPEN_READONLY, nullptr);
+    sqlite3_prepare_v2(database, sql.c_str(), -1, &statement, nullptr);
+    if (sqlite3_step(statement) == SQLITE_ROW)
+        text = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
+    sqlite3_finalize(statement);
+    sqlite3_close(database);
+    return text;
+}

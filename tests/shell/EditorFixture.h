@@ -1,0 +1,50 @@
+#pragma once
+
+#include "controls/KorControls.h"
+#include "controls/KorTabCtrl.h"
+#include "shell/KorDSMMainDialog.h"
+#include "support/TempFolder.h"
+
+#include <QPushButton>
+#include <gtest/gtest.h>
+
+/// The editor on a copy of the sample databases, with settings of its own.
+class EditorFixture : public testing::Test {
+protected:
+    EditorFixture();
+    ~EditorFixture() override;
+
+    /// Opens the window on the databases; what was open before is closed by Cancel.
+    KorDSMMainDialog& open();
+    void close();
+
+    /// Walks down the tree by entry texts, from the root's children on, and selects the last one.
+    KorTreeHandle select(const std::vector<const char*>& path);
+    KorTreeHandle child(KorTreeHandle parent, const char* text);
+    KorTreeCtrl& tree() { return *m_dialog->currentTree().control(); }
+
+    template <typename T>
+    T* control(int id) {
+        return KorControls::find<T>(m_dialog.get(), id);
+    }
+    template <typename T>
+    T* pageControl(int id) {
+        return KorControls::find<T>(page(), id);
+    }
+    KorTabPage* page() { return control<KorTabCtrl>(1002)->currentPage(); }
+    void showTab(int index);
+    void click(QWidget* widget);
+    QPushButton* button(int id) { return control<QPushButton>(id); }
+    /// Answers the next modal dialog by a click on its button with this number or text.
+    void answerNext(std::function<void(QWidget*)> answer);
+
+    /// A value in a database file, read by other means while the editor has no connection open.
+    std::string stored(const char* file, const std::string& sql);
+    std::string path(const char* file) const { return (m_folder.path() / "data" / file).string(); }
+
+    TempFolder m_folder;
+    std::unique_ptr<StyleDatabases> m_databases;
+    std::unique_ptr<KorDSMMainDialog> m_dialog;
+    std::vector<std::string> m_failedChecks; ///< internal checks that failed; a test expects none
+    int m_result = -1;
+};

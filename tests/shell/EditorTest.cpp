@@ -1,0 +1,258 @@
+#include "shell/EditorFixture.h"
+
+#include "controls/KorButtonGroup.h"
+#include "controls/KorButtonGroupMenu.h"
+#include "controls/KorListCtrl.h"
+#include "controls/VELComboTree.h"
+#include "controls/label/VELLabelDesignerCtrlWrap.h"
+#include "data/KorOdbcMan.h"
+#include "model/KorDSMDialogFactory.h"
+#include "services/KOSettings.h"
+#include "services/KorExchangeUtilities.h"
+#include "session/KorDSMHandOver.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QRadioButton>
+#include <QTest>
+#include <QTextEdit>
+#include <QToolButton>
+#include <fstream>
+#include <sqlite3.h>
+#include <sstream>
+
+namespace {
+
+constexpr int kOk = 1;
+constexpr int kCancel = 2;
+constexpr int kApply = 3;
+constexpr int kUse = 1098;
+constexpr int kBelowDetail = 1035;
+constexpr int kAboveMainView = 1033;
+
+const std::vector<const char*> kUserStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
+const std::vector<const char*> kUserView = {"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"};
+const char* const kPosition = "SELECT title_position FROM detail_style WHERE name='HB post 1:15'";
+
+std::string bytesOf(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << stream.rdbuf();
+    return bytes.str();
+}
+
+int pendingSteps() {
+    return static_cast<int>(StyleDatabases::current().pending().steps().size());
+}
+
+} // namespace
+
+TEST_F(EditorFixture, AChangedTitlePositionIsStoredByApplyAndFoundAgain) {
+    open();
+    select(kUserStyle);
+    showTab(1);
+    EXPECT_TRUE(pageControl<QRadioButton>(kAboveMainView)->isChecked());
+    EXPECT_FALSE(button(kApply)->isEnabled());
+    click(pageControl<QRadioButton>(kAboveMainView));
+    EXPECT_EQ(pendingSteps(), 0);
+    click(pageControl<QRadioButton>(kBelowDetail));
+    EXPECT_EQ(pendingSteps(), 1);
+    ASSERT_TRUE(button(kApply)->isEnabled());
+    click(button(kApply));
+    EXPECT_FALSE(button(kApply)->isEnabled());
+    EXPECT_TRUE(KorDSMDataStructure::m_bApplyWasPressed);
+    // What was applied stays, whatever Cancel takes back afterwards.
+    click(pageControl<QRadioButton>(kAboveMainView));
+    click(button(kCancel));
+    EXPECT_EQ(m_result, QDialog::Rejected);
+    close();
+    m_databases.reset();
+    EXPECT_EQ(stored("user.dsdb", kPosition), "4");
+
+    KorDSMDialogFactory::getDSMDataStructure().emptyDataStructure();
+    open();
+    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:15");
+    showTab(1);
+    EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
+}
+
+TEST_F(EditorFixture, AnEditedTitleIsWrittenOnceWhenThePageIsLeft) {
+    open();
+    select(kUserStyle);
+    showTab(1);
+    auto* edit = pageControl<QWidget>(1012)->findChild<QTextEdit*>();
+    ASSERT_NE(edit, nullptr);
+    edit->setFocus();
+    QTest::keyClicks(edit, "Shop ");
+    EXPECT_EQ(pendingSteps(), 0);
+    EXPECT_TRUE(button(kApply)->isEnabled());
+    showTab(2);
+    EXPECT_EQ(pendingSteps(), 1);
+    showTab(1);
+    showTab(2);
+    EXPECT_EQ(pendingSteps(), 1);
+    showTab(1);
+    QTest::keyClicks(pageControl<QWidget>(1012)->findChild<QTextEdit*>(), "2 ");
+    click(button(kOk));
+    EXPECT_EQ(m_result, QDialog::Accepted);
+    EXPECT_EQ(KorOdbcMan::m_DSMResetDetViewRequestCache, 1);
+    close();
+    m_databases.reset();
+    const std::string title = stored("user.dsdb", "SELECT title_format FROM detail_style WHERE name='HB post 1:15'");
+    EXPECT_NE(title.find("Shop"), std::string::npos) << title;
+}
+
+TEST_F(EditorFixture, OkWithoutChangesAndCancelLeaveTheFilesAsTheyAre) {
+    const std::string user = bytesOf(path("user.dsdb"));
+    const std::string standard = bytesOf(path("standard.dsdb"));
+    open();
+    select(kUserStyle);
+    showTab(1);
+    click(button(kOk));
+    open();
+    select(kUserStyle);
+    showTab(1);
+    click(pageControl<QRadioButton>(kBelowDetail));
+    QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
+    EXPECT_EQ(m_result, QDialog::Rejected);
+    EXPECT_EQ(pendingSteps(), 0);
+    open();
+    showTab(1);
+    EXPECT_TRUE(pageControl<QRadioButton>(kAboveMainView)->isChecked());
+    close();
+    m_databases.reset();
+    EXPECT_EQ(bytesOf(path("user.dsdb")), user);
+    EXPECT_EQ(bytesOf(path("standard.dsdb")), standard);
+}
+
+TEST_F(EditorFixture, StandardCanBeReadAndUsedButNotChanged) {
+    open();
+    const auto style = select({"Standard", "General", "Beams"});
+    const auto first = tree().getChildItem((tree().expand(style), style));
+    tree().selectItem(first);
+    showTab(1);
+    for (int radio = 1033; radio <= 1040; ++radio)
+        EXPECT_FALSE(pageControl<QRadioButton>(radio)->isEnabled()) << radio;
+    EXPECT_FALSE(pageControl<VELLabelDesignerCtrlWrap>(1012)->IsEnabled());
+    click(pageControl<QRadioButton>(kBelowDetail));
+    EXPECT_EQ(pendingSteps(), 0);
+    auto* strip = control<KorButtonGroup>(1011);
+    for (const int command : {1029, 1032, 1033, 1035, 1039, 1038})
+        EXPECT_FALSE(strip->isButtonEnabled(command)) << command;
+    EXPECT_TRUE(strip->isButtonEnabled(1030));
+    EXPECT_TRUE(strip->isButtonEnabled(1036));
+    EXPECT_TRUE(button(kUse)->isEnabled());
+}
+
+TEST_F(EditorFixture, EverySectionShowsItsRecordsAndEveryPageOpens) {
+    open();
+    auto* sections = control<KorButtonGroupMenu>(1233)->buttonGroup();
+    for (int i = 0; i < KorDSMDefines::kNumberOfSections; ++i) {
+        click(sections->button(sections->buttonId(i)));
+        EXPECT_EQ(KorDSMDialogFactory::getDSMDataStructure().getSelectedSection(), i);
+        const auto addIn = select({"Standard", "General"});
+        EXPECT_GT(control<KorListCtrl>(1003)->getItemCount(), 3);
+        tree().expand(addIn);
+        const auto group = tree().getChildItem(addIn);
+        tree().selectItem(group);
+        EXPECT_GT(control<KorListCtrl>(1003)->getItemCount(), 0);
+        tree().expandBranch(tree().getChildItem((tree().expand(group), group)));
+        for (auto entry = group; entry; entry = tree().getChildItem(entry)) {
+            tree().selectItem(entry);
+            for (int tab = 0; page() && page()->isVisible() && tab < 5; ++tab)
+                showTab(tab);
+        }
+    }
+}
+
+TEST_F(EditorFixture, TheHistoryLeadsBackForwardAndUpAcrossSections) {
+    open();
+    const auto style = select(kUserStyle);
+    const auto view = select(kUserView);
+    auto* strip = control<KorButtonGroup>(1012);
+    auto* sections = control<KorButtonGroupMenu>(1233)->buttonGroup();
+    click(sections->button(sections->buttonId(2)));
+    const auto annotation = select({"Standard", "General"});
+    EXPECT_FALSE(strip->isButtonEnabled(1041));
+    click(strip->button(1042));
+    click(strip->button(1042));
+    EXPECT_EQ(tree().selectedItem(), view);
+    click(strip->button(1042));
+    EXPECT_EQ(tree().selectedItem(), style);
+    EXPECT_TRUE(strip->isButtonEnabled(1041));
+    click(strip->button(1041));
+    EXPECT_EQ(tree().selectedItem(), view);
+    click(strip->button(1040));
+    EXPECT_EQ(tree().selectedItem(), style);
+    EXPECT_NE(annotation, nullptr);
+}
+
+TEST_F(EditorFixture, BySourceTheComboDecidesWhatTheTreeShows) {
+    open();
+    select(kUserStyle);
+    auto* combo = control<VELComboTree>(1200);
+    EXPECT_FALSE(combo->isEnabled());
+    auto* options = control<KorButtonGroupMenu>(1233);
+    QAction* fullTree = options->menuButton()->menu()->actions().front();
+    fullTree->trigger();
+    bool stored = true;
+    KOSettings::getInstance().readBool(KOSettings::getKeyDSM(), "ShowFullTree", stored);
+    EXPECT_FALSE(stored);
+    ASSERT_TRUE(combo->isEnabled());
+    EXPECT_EQ(tree().getItemText(tree().getRoot()).view(), "User");
+    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:15");
+    // The arrow keys step through the sources.
+    combo->setFocus();
+    QTest::keyClick(combo, Qt::Key_Up);
+    EXPECT_EQ(tree().getItemText(tree().getRoot()).view(), "Shop fabrication, imperial");
+    fullTree->trigger();
+    EXPECT_FALSE(combo->isEnabled());
+    EXPECT_EQ(tree().getItemText(tree().getRoot()).view(), "Detail styles");
+}
+
+TEST_F(EditorFixture, UseHandsTheStyleOverAndKeepsWhatIsPending) {
+    open();
+    select(kUserView);
+    select(kUserStyle);
+    showTab(1);
+    click(pageControl<QRadioButton>(kBelowDetail));
+    click(button(kUse));
+    EXPECT_EQ(m_result, QDialog::Accepted);
+    int status = 0;
+    const KorExchangeQueue& queue = KorExchangeUtilities::getNamedQueue(KorDSMHandOver::kQueue, status, 0);
+    EXPECT_TRUE(queue.has("RESULT1") && queue.has("RESULT2"));
+    EXPECT_EQ(queue.getString("RESULT3").view(), "User");
+    EXPECT_FALSE(queue.has("RESULT4"));
+    EXPECT_EQ(pendingSteps(), 1);
+    open();
+    EXPECT_TRUE(button(kApply)->isEnabled());
+    showTab(1);
+    EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
+}
+
+TEST_F(EditorFixture, WhatAnotherProgramChangedIsReportedAndNotOverwritten) {
+    open();
+    select(kUserStyle);
+    showTab(1);
+    click(pageControl<QRadioButton>(kBelowDetail));
+    const std::string script = "sqlite3 '" + path("user.dsdb") +
+                               "' \"UPDATE detail_style SET title_position=6 WHERE name='HB post 1:15'\"";
+    ASSERT_EQ(std::system(script.c_str()), 0);
+    QString text;
+    answerNext([&text](QWidget* modal) {
+        auto* box = qobject_cast<QMessageBox*>(modal);
+        ASSERT_NE(box, nullptr);
+        text = box->text() + box->detailedText();
+        box->accept();
+    });
+    click(button(kApply));
+    EXPECT_TRUE(text.contains("user.dsdb")) << text.toStdString();
+    EXPECT_TRUE(button(kApply)->isEnabled());
+    EXPECT_TRUE(m_dialog->isVisible());
+    EXPECT_EQ(pendingSteps(), 1);
+    close();
+    m_databases.reset();
+    EXPECT_EQ(stored("user.dsdb", kPosition), "6");
+}
