@@ -2,6 +2,9 @@
 
 #include "base/KorAssert.h"
 #include "pages/KorDSMPageDetailStylesProperties.h"
+#include "pages/KorDSMPageViewCategories.h"
+#include "pages/KorDSMPageViewDefinition.h"
+#include "pages/KorDSMPageViewProperties.h"
 #include "pages/KorDSMPlainPage.h"
 #include "services/KOSettings.h"
 
@@ -51,6 +54,9 @@ using MakePage = std::function<KorDSMPage*(QWidget*)>;
 const std::map<int, MakePage>& pageRows() {
     static const std::map<int, MakePage> rows = {
         {2002, [](QWidget* owner) { return new KorDSMPageDetailStylesProperties(owner); }},
+        {2004, [](QWidget* owner) { return new KorDSMPageViewDefinition(owner); }},
+        {2005, [](QWidget* owner) { return new KorDSMPageViewProperties(owner); }},
+        {2006, [](QWidget* owner) { return new KorDSMPageViewCategories(owner); }},
     };
     return rows;
 }
