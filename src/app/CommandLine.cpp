@@ -3,7 +3,7 @@
 #include "app/Console.h"
 #include "app/EditCommand.h"
 #include "app/ProgramStart.h"
-#include "data/store/Utf8.h"
+#include "base/Utf8.h"
 #include "services/KorHostReport.h"
 #include "shell/DataFolder.h"
 
