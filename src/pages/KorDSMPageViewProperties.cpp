@@ -12,6 +12,8 @@
 
 #include <QAbstractButton>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kScales = 2300;
@@ -39,6 +41,7 @@ constexpr std::pair<int, int> kCaptions[] = {
 constexpr std::pair<int, int> kTooltips[] = {
     {2300, 33859}, {1024, 33860}, {1022, 33861}, {1097, 33862}, {1252, 33957},
 };
+constexpr int kFieldLabels[] = {1169, 1170, 1171, 1242, 2033};
 constexpr int kCompassRadios[] = {1255, 1256, 1257, 1258, 1262, 1263};
 
 } // namespace
@@ -60,6 +63,7 @@ bool KorDSMPageViewProperties::OnInitDialog() {
     for (const auto& [control, prompt] : kTooltips)
         addTooltip(control, prompt);
     KorControls::find<KorInfoCtrl>(this, kInfo)->setInfo(Prompts::getPrompt("UPS", kInfoText), kInfoPicture);
+    alignFields();
     m_fields.connectControls();
     connect(m_scales, &VELComboTree::entrySelected, this, &KorDSMPageViewProperties::onScaleChosen);
     connect(button(kCompass), &QAbstractButton::clicked, this, &KorDSMPageViewProperties::onCompassClicked);
@@ -70,6 +74,15 @@ bool KorDSMPageViewProperties::OnInitDialog() {
             writeCompass();
         });
     return true;
+}
+
+// The fields of both frames stand below each other.
+void KorDSMPageViewProperties::alignFields() {
+    int width = 0;
+    for (const int label : kFieldLabels)
+        width = std::max(width, KorControls::find(this, label)->sizeHint().width());
+    for (const int label : kFieldLabels)
+        KorControls::find(this, label)->setMinimumWidth(width);
 }
 
 bool KorDSMPageViewProperties::fillLists() {

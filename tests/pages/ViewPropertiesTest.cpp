@@ -72,6 +72,7 @@ TEST_F(ViewProperties, ScalesStandBelowTheirHeadings) {
     QTest::keyClick(&scales, Qt::Key_Down);
     EXPECT_TRUE(wroteOnly(view, 10, 2.0));
     EXPECT_EQ(scale(), "Details/2:1");
+    EXPECT_EQ(textOf(kScales), "2:1");
 }
 
 // How stored codes are shown does not mirror how they are composed: 4 and 8 look odd, and must.
