@@ -27,7 +27,8 @@ void addUsers(StyleSource& source, RowRef row, std::vector<RowUser>& users) {
         });
         if (!known)
             users.push_back({source.id(), whole, findTable(whole.table),
-                             source.table(whole.table).find(KorOdbcKey(whole.key))->name, referrer.column});
+                             source.table(whole.table).find(KorOdbcKey(whole.key))->name, referrer.column,
+                             referrer.table});
     }
 }
 

@@ -10,6 +10,7 @@ struct RowUser {
     const TableSchema* table = nullptr; ///< of the row
     KorString name;                     ///< of the row
     const Column* column = nullptr;     ///< with which the row or its part uses the other one
+    const TableSchema* columnTable = nullptr; ///< of the column: that of the row or of its part
 };
 
 /// Who uses a row of one source: in that source the users of the row itself, in all other open sources the

@@ -3,6 +3,7 @@
 #include "base/KorAssert.h"
 #include "controls/KorButtonGroup.h"
 #include "controls/KorControls.h"
+#include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "model/CurrentUnits.h"
 #include "services/Prompts.h"
@@ -56,7 +57,9 @@ void KorDSMPage::OnShow(int show) {
     if (show && getData()) {
         g_currentPage = this;
         enableControls();
-        if (m_needsInit) {
+        const SourceId here = StyleDatabases::current().currentSource();
+        if (m_needsInit || m_listsFrom != here) {
+            m_listsFrom = here;
             fillLists();
         } else if (m_needsRefresh) {
             refreshLists();
@@ -148,6 +151,15 @@ void KorDSMPage::setCaption(int controlId, int promptNumber) {
         button->setText(text);
     else if (auto* label = qobject_cast<QLabel*>(control))
         label->setText(text);
+}
+
+void KorDSMPage::setButton(int controlId, int bitmap, int disabledBitmap, int tooltipPrompt) {
+    auto* button = KorControls::find<QAbstractButton>(this, controlId);
+    if (!button)
+        return;
+    button->setIcon(KorPictures::buttonBitmap(bitmap, 0, disabledBitmap));
+    addTooltip(controlId, tooltipPrompt);
+    button->setAccessibleName(button->toolTip());
 }
 
 void KorDSMPage::notifyLinkedPages(const KorString& name, int what, int index) {

@@ -3,6 +3,7 @@
 #include "controls/KorControls.h"
 #include "controls/KorLineEdit.h"
 #include "controls/KorQt.h"
+#include "data/KorDetStructureUtilities.h"
 #include "data/StyleDatabases.h"
 #include "model/CurrentUnits.h"
 #include "pages/KorDSMPage.h"
@@ -12,6 +13,8 @@
 #include <QComboBox>
 #include <QRadioButton>
 #include <QScopedValueRollback>
+
+#include <algorithm>
 
 namespace {
 
@@ -32,14 +35,6 @@ KorString fieldText(const Column& column, const StructRecord& record) {
         return column.textIn(&record);
     const double value = column.isReal() ? column.realIn(&record) : column.integerIn(&record);
     return getUnitsOfCurrentDatabase().format(value, unitKind(column));
-}
-
-void setChecked(QAbstractButton* button, bool checked) {
-    // An exclusive group keeps its last button down unless it is told otherwise.
-    const bool exclusive = button->autoExclusive();
-    button->setAutoExclusive(false);
-    button->setChecked(checked);
-    button->setAutoExclusive(exclusive);
 }
 
 } // namespace
@@ -90,8 +85,15 @@ void PageFields::fillLists() {
             continue;
         combo->clear();
         const RowArray& rows = source()->table(column->target).rows();
+        std::vector<KorString> names;
         for (int i = 0; i < rows.size(); ++i)
-            combo->addItem(toQt(rows.at(i).name));
+            names.push_back(rows.at(i).name);
+        if (field.sorted)
+            std::ranges::sort(names, [](const KorString& a, const KorString& b) {
+                return KorDetStructureUtilities::compareNames(a, b) < 0;
+            });
+        for (const KorString& name : names)
+            combo->addItem(toQt(name));
     }
 }
 
@@ -108,7 +110,7 @@ void PageFields::loadField(const PageField& field, const StructRecord& record) {
         return;
     for (const auto& [number, value] : field.radios)
         if (auto* radio = KorControls::find<QRadioButton>(&m_page, number))
-            setChecked(radio, column->isInteger() && column->integerIn(&record) == value);
+            KorControls::setChecked(radio, column->isInteger() && column->integerIn(&record) == value);
     QWidget* control = KorControls::find(&m_page, field.control);
     if (auto* box = qobject_cast<QCheckBox*>(control)) {
         box->setChecked(column->integerIn(&record) != 0);
@@ -147,7 +149,10 @@ void PageFields::onTextCommitted(const PageField& field, const KorString& text) 
 }
 
 void PageFields::write(const PageField& field, const CellValue& value) {
-    if (m_loading)
+    const Column* column = columnOf(field);
+    const StructRecord* record = recordOf(row());
+    // A click on what is chosen already is no change, and nobody is asked about it.
+    if (m_loading || !column || !record || column->read(record) == value)
         return;
     int result = 0;
     if (m_rowToEdit) {

@@ -21,6 +21,8 @@ struct PageField {
     /// Radio buttons that stand for the values of the column: number of the button, value. The row's own
     /// control is not used then.
     std::vector<std::pair<int, int>> radios = {};
+    /// Whether a combo lists its names as people sort them; else they stand in the order of the table.
+    bool sorted = false;
 };
 
 /// The table of a page at work: fills lists, loads the record into the controls, hears changes, and writes

@@ -4,6 +4,7 @@
 #include "controls/KorMFCGridCtrl.h"
 #include "controls/KorTemplates.h"
 
+#include <QAbstractButton>
 #include <QHash>
 #include <QPointer>
 #include <QVariant>
@@ -66,6 +67,13 @@ std::vector<QWidget*> KorControls::all(const QWidget* root) {
             controls.push_back(widget);
     });
     return controls;
+}
+
+void KorControls::setChecked(QAbstractButton* button, bool checked) {
+    const bool exclusive = button->autoExclusive();
+    button->setAutoExclusive(false);
+    button->setChecked(checked);
+    button->setAutoExclusive(exclusive);
 }
 
 void KorControls::commitEdits(QWidget* root) {

@@ -4,6 +4,8 @@
 
 #include <vector>
 
+class QAbstractButton;
+
 /// Access to the controls of a dialog or page by their numbers. A control carries its number as the dynamic
 /// property `controlId`, set in the form. Numbers are unique within one form only: nothing here looks into
 /// a window or form that lies inside the root (a page inside a dialog).
@@ -25,6 +27,10 @@ T* find(const QWidget* root, int controlId) {
 
 /// All controls below `root` that carry a number, in the order of the form.
 std::vector<QWidget*> all(const QWidget* root);
+
+/// Presses a button down or lets it up, without announcing a click. Unlike `setChecked` of the button this
+/// also lets up the last one that is down among exclusive buttons.
+void setChecked(QAbstractButton* button, bool checked);
 
 /// Lets every edit field and every open grid cell below `root` take what was typed, as if the user had
 /// left it.

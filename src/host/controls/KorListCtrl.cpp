@@ -5,10 +5,13 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 
 #include <algorithm>
 
 namespace {
+
+constexpr int kRoomForLines = 8;
 
 bool isRow(const KorListRow* row) {
     return KorAssert::check(row != nullptr, "isValid( row )");
@@ -29,6 +32,7 @@ KorListCtrl::KorListCtrl(QWidget* parent) : QTreeView(parent), m_model(new KorLi
     setSortingEnabled(true);
     header()->setSortIndicator(-1, Qt::AscendingOrder);
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &KorListCtrl::selectionChanged);
+    connect(m_model, &KorListModel::checkToggled, this, &KorListCtrl::checkToggled);
     connect(this, &QTreeView::doubleClicked, this,
             [this](const QModelIndex& index) { Q_EMIT itemActivated(index.row()); });
 }
@@ -40,6 +44,43 @@ KorListCtrl::~KorListCtrl() {
 void KorListCtrl::setImageList(KorImageListPtr images) {
     m_model->setImageList(std::move(images));
     viewport()->update();
+}
+
+void KorListCtrl::setCheckBoxes(bool on) {
+    m_model->setCheckBoxes(on);
+}
+
+bool KorListCtrl::isChecked(int row) const {
+    const KorListRow* at = m_model->rowAt(row);
+    return isRow(at) && at->checked;
+}
+
+void KorListCtrl::setChecked(int row, bool checked) {
+    if (KorListRow* at = m_model->rowAt(row); isRow(at)) {
+        at->checked = checked;
+        m_model->changed(row);
+    }
+}
+
+void KorListCtrl::setGridLines(bool on) {
+    m_gridLines = on;
+    // Lines need room around what stands between them.
+    const int content = std::max(fontMetrics().height(), style()->pixelMetric(QStyle::PM_IndicatorHeight));
+    m_model->setRowHeight(on ? content + kRoomForLines : 0);
+    viewport()->update();
+}
+
+void KorListCtrl::drawRow(QPainter* painter, const QStyleOptionViewItem& options, const QModelIndex& index) const {
+    QTreeView::drawRow(painter, options, index);
+    if (!m_gridLines)
+        return;
+    painter->setPen(palette().color(QPalette::Mid));
+    const QRect row = options.rect;
+    painter->drawLine(row.bottomLeft(), row.bottomRight());
+    for (int column = 0; column < columnCount(); ++column) {
+        const int right = columnViewportPosition(column) + columnWidth(column) - 1;
+        painter->drawLine(right, row.top(), right, row.bottom());
+    }
 }
 
 int KorListCtrl::insertColumn(const KorString& title, int width, EFormat format) {
@@ -159,6 +200,10 @@ void KorListCtrl::keyPressEvent(QKeyEvent* event) {
     } else if (event->key() == Qt::Key_Delete && selected) {
         event->accept();
         Q_EMIT deletePressed();
+    } else if (event->key() == Qt::Key_Space && selected && m_model->hasCheckBoxes()) {
+        event->accept();
+        const QModelIndex box = currentIndex().siblingAtColumn(0);
+        m_model->setData(box, isChecked(box.row()) ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
     } else {
         QTreeView::keyPressEvent(event);
     }

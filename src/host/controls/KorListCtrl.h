@@ -15,6 +15,7 @@ struct KorListRow {
     std::vector<KorString> texts;
     int image = -1;       ///< Index in the image list, -1 for none.
     void* data = nullptr; ///< The caller's own data; never touched, never deleted.
+    bool checked = false; ///< Whether the row's check box is checked, in a list that has them.
 };
 
 /// A report list: columns, whole-row selection, sorted by a click on a column's header. Rows are numbered
@@ -61,6 +62,14 @@ public:
     /// Sorts by a column; -1 goes on without sorting, in the present order.
     void sortByColumn(int column, Qt::SortOrder order = Qt::AscendingOrder);
 
+    /// Whether each row has a check box before its first text. Off at first.
+    void setCheckBoxes(bool on);
+    bool isChecked(int row) const;
+    /// Checks or clears the box of a row without announcing it.
+    void setChecked(int row, bool checked);
+    /// Whether lines are drawn between rows and columns. Off at first.
+    void setGridLines(bool on);
+
     /// Whether several rows can be selected at once. Off at first.
     void setMultiSelection(bool on);
     /// Selects a row and scrolls to it; -1 takes the selection away.
@@ -74,12 +83,16 @@ Q_SIGNALS:
     /// Double click or Enter on a row.
     void itemActivated(int row);
     void selectionChanged();
+    /// The user clicked the check box of a row, or pressed Space on the row; the box has changed already.
+    void checkToggled(int row);
     /// Delete pressed while rows are selected. The list deletes nothing itself.
     void deletePressed();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& options, const QModelIndex& index) const override;
 
 private:
     KorListModel* m_model;
+    bool m_gridLines = false;
 };

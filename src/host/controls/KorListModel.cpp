@@ -3,6 +3,7 @@
 #include "controls/KorQt.h"
 
 #include <QLocale>
+#include <QSize>
 
 #include <algorithm>
 #include <limits>
@@ -115,9 +116,28 @@ QVariant KorListModel::data(const QModelIndex& index, int role) const {
         return toQt(textOf(row, index.column()));
     if (role == Qt::DecorationRole && index.column() == 0 && m_images && row.image >= 0)
         return m_images->at(row.image);
+    if (role == Qt::SizeHintRole && index.column() == 0 && m_rowHeight > 0)
+        return QSize(m_rowHeight, m_rowHeight);
+    if (role == Qt::CheckStateRole && index.column() == 0 && m_checkBoxes)
+        return row.checked ? Qt::Checked : Qt::Unchecked;
     if (role == Qt::TextAlignmentRole && number)
         return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
     return {};
+}
+
+bool KorListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    KorListRow* row = rowAt(index.row());
+    if (role != Qt::CheckStateRole || !m_checkBoxes || index.column() != 0 || !row)
+        return false;
+    row->checked = value.toInt() == Qt::Checked;
+    changed(index.row());
+    Q_EMIT checkToggled(index.row());
+    return true;
+}
+
+Qt::ItemFlags KorListModel::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags usual = QAbstractTableModel::flags(index);
+    return m_checkBoxes && index.column() == 0 ? usual | Qt::ItemIsUserCheckable : usual;
 }
 
 QVariant KorListModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -21,13 +21,23 @@ public:
     /// The row, or null when there is none of that number.
     KorListRow* rowAt(int row);
     void changed(int row) { Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1)); }
+    void setCheckBoxes(bool on) { m_checkBoxes = on; }
+    /// Least height of a row in pixels; 0 stands for that of its content.
+    void setRowHeight(int height) { m_rowHeight = height; }
+    bool hasCheckBoxes() const { return m_checkBoxes; }
     const std::vector<KorListRow>& rows() const { return m_rows; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
+    /// Takes what the user does to a check box.
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     void sort(int column, Qt::SortOrder order) override;
+
+Q_SIGNALS:
+    void checkToggled(int row);
 
 private:
     struct Column {
@@ -49,6 +59,8 @@ private:
     std::vector<KorListRow> m_rows;
     KorImageListPtr m_images;
     QCollator m_collator;
+    bool m_checkBoxes = false;
+    int m_rowHeight = 0;
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
 };

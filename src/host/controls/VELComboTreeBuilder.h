@@ -12,13 +12,13 @@ class VELComboTreeBuilder {
 public:
     void clear() { m_entries.clear(); }
 
-    /// Adds a top-level entry.
-    void addGroup(const KorString& name, int image = -1, void* data = nullptr) {
-        addEntry(name, image, data);
+    /// Adds an entry that only holds others and cannot be chosen.
+    void addGroup(const KorString& path, int image = -1, void* data = nullptr) {
+        m_entries.push_back({path, image, data, false});
     }
     /// Adds an entry by its path (names joined by `VELComboTree::GetPathDelimiter()`).
     void addEntry(const KorString& path, int image = -1, void* data = nullptr) {
-        m_entries.push_back({path, image, data});
+        m_entries.push_back({path, image, data, true});
     }
 
     /// What to call when building starts (with the number of entries), after each hundredth of it (with
@@ -34,6 +34,7 @@ private:
         KorString path;
         int image;
         void* data;
+        bool selectable;
     };
 
     std::vector<Entry> m_entries;

@@ -1,0 +1,332 @@
+#include "pages/KorDSMPageViewDefinition.h"
+
+#include "base/KorAssert.h"
+#include "controls/KorControls.h"
+#include "controls/KorInfoCtrl.h"
+#include "controls/KorQt.h"
+#include "controls/VELComboTree.h"
+#include "data/KorDetStructureUtilities.h"
+#include "data/KorODBCDetStyle.h"
+#include "data/KorOdbcGUI.h"
+#include "dialogs/KorDSMDialogNewItem.h"
+#include "model/items/KorDsmItems.h"
+#include "pages/SelectionFills.h"
+#include "services/Prompts.h"
+#include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMTwins.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+
+#include <algorithm>
+
+using namespace KorDSMDefines;
+
+namespace {
+
+constexpr int kViewCaption = 1248;
+constexpr int kViewCombo = 1020;
+constexpr int kCopy = 1208;
+constexpr int kRename = 1104;
+constexpr int kInfoPicture = 1020;
+constexpr int kColumnName = 1;
+constexpr int kViewArrangementPage = 5;
+constexpr int kViewImage = 22; // in the global icon table
+
+/// What a view request refers to: one section of the page each.
+struct Section {
+    eItemType type; // of the items that show the records, and code of the page that edits them
+    int column;
+    int frame, framePrompt;
+    int combo, comboPrompt;
+    int goTo;
+    int info, infoPrompt;
+    int picture, bitmap;
+    int text, textPrompt;
+};
+
+constexpr Section kSections[] = {
+    {kSystemAndBox, 2, 1123, 33571, 1011, 33834, 1012, 1017, 33577, 1114, 1021, 1124, 33574},
+    {kReprMapRule, 3, 1125, 33572, 1013, 33835, 1014, 1018, 33578, 1115, 1023, 1126, 33575},
+    {kViewDimensioning, 6, 1127, 33573, 1015, 33836, 1016, 1019, 33579, 1116, 1022, 1128, 33576},
+};
+
+std::vector<PageField> sectionFields() {
+    std::vector<PageField> fields;
+    for (const Section& section : kSections)
+        fields.push_back({section.combo, section.column, {}, true});
+    return fields;
+}
+
+int firstViewSlot() {
+    static const int column = KorOdbcMan::m_numberOfColumns[kTableDetailStyle];
+    return column;
+}
+
+int addSorted(QComboBox& combo, const KorString& name) {
+    int at = 0;
+    while (at < combo.count() && KorDetStructureUtilities::compareNames(fromQt(combo.itemText(at)), name) < 0)
+        ++at;
+    combo.insertItem(at, toQt(name));
+    return at;
+}
+
+} // namespace
+
+KorDSMPageViewDefinition::KorDSMPageViewDefinition(QWidget* parent)
+    : KorDSMPage(parent, 2004, {}), m_fields(*this, sectionFields()) {
+    setTitle(Prompts::getPrompt("UPS", 33570));
+    m_pageCode = kViewRequest;
+}
+
+bool KorDSMPageViewDefinition::OnInitDialog() {
+    KorDSMPage::OnInitDialog();
+    m_views = KorControls::find<VELComboTree>(this, kViewCombo);
+    if (!KorAssert::check(m_views != nullptr, "bRes"))
+        return false;
+    setCaption(kViewCaption, 33591);
+    addTooltip(kViewCombo, 33530);
+    setButton(kCopy, 1230, 1069, 33555);
+    setButton(kRename, 1024, 1070, 33556);
+    for (int i = 0; i < std::ssize(kSections); ++i) {
+        const Section& section = kSections[i];
+        setCaption(section.frame, section.framePrompt);
+        addTooltip(section.combo, section.comboPrompt);
+        KorControls::find(this, section.combo)->setAccessibleName(toQt(Prompts::getPrompt("UPS", section.framePrompt)));
+        setButton(section.goTo, 1196, 1211, 33557);
+        KorControls::find<KorInfoCtrl>(this, section.info)
+            ->setInfo(Prompts::getPrompt("UPS", section.infoPrompt), kInfoPicture);
+        KorControls::find<KorInfoCtrl>(this, section.picture)->setInfo({}, section.bitmap);
+        setCaption(section.text, section.textPrompt);
+        KorControls::find(this, section.text)->hide();
+        connect(KorControls::find<QAbstractButton>(this, section.goTo), &QAbstractButton::clicked, this,
+                [this, i] { goTo(i); });
+    }
+    connect(m_views, &VELComboTree::entrySelected, this, &KorDSMPageViewDefinition::onViewChosen);
+    connect(KorControls::find<QAbstractButton>(this, kCopy), &QAbstractButton::clicked, this,
+            &KorDSMPageViewDefinition::onCopy);
+    connect(KorControls::find<QAbstractButton>(this, kRename), &QAbstractButton::clicked, this,
+            &KorDSMPageViewDefinition::onRename);
+    m_fields.connectControls();
+    connect(&m_fields, &PageFields::written, this, &KorDSMPageViewDefinition::replaceDependents);
+    return true;
+}
+
+bool KorDSMPageViewDefinition::fillLists() {
+    SelectionFills::fill(SelectionFills::kViewRequests, *m_views);
+    m_fields.fillLists();
+    return true;
+}
+
+bool KorDSMPageViewDefinition::refreshLists() {
+    return fillLists();
+}
+
+bool KorDSMPageViewDefinition::loadData() {
+    if (!viewItem())
+        return false;
+    m_views->selectPath(SelectionFills::viewRequestPath(viewItem()->getRecord()));
+    m_fields.load();
+    return true;
+}
+
+void KorDSMPageViewDefinition::enableControls() {
+    KorDSMPage::enableControls();
+    // Going to a definition changes nothing, so it is allowed in every source.
+    for (const Section& section : kSections)
+        KorControls::find(this, section.goTo)->setEnabled(true);
+}
+
+KorDsmViewRequestItem* KorDSMPageViewDefinition::viewItem() const {
+    return dynamic_cast<KorDsmViewRequestItem*>(item());
+}
+
+KorDsmDetailStyleItem* KorDSMPageViewDefinition::styleItem() const {
+    return item() ? dynamic_cast<KorDsmDetailStyleItem*>(item()->m_pParent) : nullptr;
+}
+
+int KorDSMPageViewDefinition::placeInStyle() const {
+    KorDsmDetailStyleItem* style = styleItem();
+    if (!style)
+        return -1;
+    // A style can show one request twice: which of its places is meant, the items before this one tell.
+    int before = 0;
+    for (const KorDSMDatabaseItem* sibling : style->children()) {
+        if (sibling == item())
+            break;
+        before += sibling->recordKey() == item()->recordKey();
+    }
+    const StructDetailStyle& record = style->getRecord();
+    for (int place = 0; place < record.getLengthItems(); ++place)
+        if (record.getViewRequestAt(place) == item()->recordKey() && before-- == 0)
+            return place;
+    return -1;
+}
+
+bool KorDSMPageViewDefinition::putIntoStyle(const StructDetViewRequest& request) {
+    KorDsmDetailStyleItem* style = styleItem();
+    const int place = placeInStyle();
+    if (place < 0 || KorDSMGuardedWrite::setAttributeInt(kTableDetailStyle, KorOdbcKey(style->recordKey()),
+                                                         firstViewSlot() + place, request.key) != 1)
+        return false;
+    KorDSMTwins::recordWritten(*style);
+    viewItem()->setRecord(request);
+    return true;
+}
+
+void KorDSMPageViewDefinition::onViewChosen() {
+    StructDetViewRequest chosen;
+    if (!styleItem() ||
+        KorOdbcGUI::getDetViewRequest(SelectionFills::nameOf(m_views->getSelectedPath()), chosen) != 1 ||
+        chosen.key == item()->recordKey() || !putIntoStyle(chosen))
+        return;
+    loadData();
+    setOtherPagesModified(true);
+}
+
+void KorDSMPageViewDefinition::onCopy() {
+    if (placeInStyle() < 0)
+        return;
+    const StructDetViewRequest original = viewItem()->getRecord();
+    KorDSMDialogNewItem dialog(kViewRequest, original.name, true, window());
+    if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
+        return;
+    StructDetViewRequest& copy = KorOdbcMan::m_structDetViewRequest;
+    copy = original;
+    copy.setRunBezeichnung(dialog.name());
+    PendingLog& pending = StyleDatabases::current().pending();
+    pending.beginGroup(copy.name);
+    const int result = KorOdbcMan::appendNewRecord(kTableViewRequest, 0, KorOdbcMan::kThisRow);
+    KorAssert::check(result > 0, "result > 0");
+    if (result == 1) {
+        KorDSMMainWindow::sendMessage(DsmDataChanged());
+        putIntoStyle(copy);
+    }
+    pending.endGroup();
+    if (item()->recordKey() != copy.key)
+        return;
+    for (int i = 0; i < m_views->childCount(nullptr); ++i) {
+        const KorString category = m_views->getPath(m_views->getChildAt(nullptr, i));
+        if (m_views->findEntry(SelectionFills::path(category, original.name)))
+            m_views->addEntry(SelectionFills::path(category, copy.name), kViewImage);
+    }
+    loadData();
+    notifyLinkedPages(copy.name, DsmListChanged::kAdded, -1);
+}
+
+void KorDSMPageViewDefinition::onRename() {
+    if (!viewItem())
+        return;
+    const KorString oldName = viewItem()->getRecord().name;
+    KorDSMDialogNewItem dialog(kViewRequest, oldName, false, window());
+    if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty() || dialog.name() == oldName)
+        return;
+    const KorString newName = dialog.name();
+    if (KorDSMGuardedWrite::setAttributeString(kTableViewRequest, KorOdbcKey(item()->recordKey()), kColumnName,
+                                               newName, 0) != 1)
+        return;
+    KorDSMTwins::recordWritten(*item());
+    showNewName(oldName, newName);
+}
+
+void KorDSMPageViewDefinition::showNewName(const KorString& oldName, const KorString& newName) {
+    std::vector<KorDSMDatabaseItem*> items(item()->equalItems().begin(), item()->equalItems().end());
+    items.push_back(item());
+    for (KorDSMDatabaseItem* renamed : items) {
+        DsmSetEntryText message;
+        message.entry = renamed->m_hTreeItem;
+        message.text = newName;
+        KorDSMMainWindow::sendMessage(message);
+    }
+    for (int i = 0; i < m_views->childCount(nullptr); ++i) {
+        const KorString category = m_views->getPath(m_views->getChildAt(nullptr, i));
+        m_views->renameEntry(SelectionFills::path(category, oldName), newName);
+    }
+}
+
+void KorDSMPageViewDefinition::replaceDependents(int column) {
+    const Section& section = *std::ranges::find(kSections, column, &Section::column);
+    const StructDetViewRequest request = viewItem()->getRecord();
+    std::vector<KorDSMDatabaseItem*> items(item()->equalItems().begin(), item()->equalItems().end());
+    items.push_back(item());
+    for (KorDSMDatabaseItem* owner : items) {
+        if (!owner->m_bExpanded)
+            continue;
+        const auto child = std::ranges::find(owner->children(), section.type, &KorDSMDatabaseItem::m_Type);
+        if (child == owner->children().end()) {
+            // It had none so far: its children are made anew when its entry is opened.
+            owner->assignRecord(request);
+            continue;
+        }
+        StyleTable& table = StyleDatabases::current().here()->table((*child)->tableType());
+        const Column* reference = findTable(kTableViewRequest)->column(column);
+        if (const StructRecord* chosen = table.find(KorOdbcKey(reference->integerIn(&request))))
+            (*child)->assignRecord(*chosen);
+    }
+}
+
+void KorDSMPageViewDefinition::goTo(int section) {
+    if (!item())
+        return;
+    // A reference that points nowhere has no entry, so those after it stand one further up.
+    DsmGoToChild message;
+    message.entry = item()->m_hTreeItem;
+    for (int i = 0; i <= section; ++i) {
+        const bool present = KorControls::find<QComboBox>(this, kSections[i].combo)->currentIndex() >= 0;
+        if (i == section && !present)
+            return;
+        message.childIndex += i < section && present;
+    }
+    KorDSMMainWindow::sendMessage(message);
+}
+
+void KorDSMPageViewDefinition::onMessage(const KorMessage& message) {
+    if (message.number != DsmListChanged::kNumber || !m_views)
+        return;
+    const auto& notice = static_cast<const DsmListChanged&>(message);
+    if (notice.senderPageCode == kViewArrangementPage)
+        return onViewNotice(notice.action, notice.name);
+    for (const Section& section : kSections)
+        if (section.type == notice.senderPageCode)
+            return onSectionNotice(*KorControls::find<QComboBox>(this, section.combo), notice.action, notice.name);
+}
+
+void KorDSMPageViewDefinition::onViewNotice(int action, const KorString& name) {
+    StructDetViewRequest request;
+    KorArray<KorString> tokens;
+    const KorString path = m_views->getSelectedPath();
+    switch (action) {
+    case DsmListChanged::kAdded:
+        if (KorOdbcGUI::getDetViewRequest(name, request) == 1)
+            m_views->addEntry(SelectionFills::viewRequestPath(request), kViewImage);
+        break;
+    case DsmListChanged::kRenamed:
+        if (KorOdbcGUI::getTokens(path, VELComboTree::GetPathDelimiter(), tokens) > 0) {
+            const KorString renamed = path.replaced(tokens[tokens.length() - 1], name);
+            m_views->deleteEntry(path);
+            m_views->addEntry(renamed, kViewImage);
+            m_views->selectPath(renamed);
+        }
+        break;
+    case DsmListChanged::kReload:
+        requestInit();
+        break;
+    default:
+        KorAssert::check(false, "0");
+    }
+}
+
+void KorDSMPageViewDefinition::onSectionNotice(QComboBox& combo, int action, const KorString& name) {
+    if (action == DsmListChanged::kAdded) {
+        addSorted(combo, name);
+    } else if (action == DsmListChanged::kRenamed) {
+        if (combo.currentIndex() >= 0)
+            combo.removeItem(combo.currentIndex());
+        combo.setCurrentIndex(addSorted(combo, name));
+        // The record renamed may be another than the one that the page showed last.
+        requestInit();
+    } else {
+        KorAssert::check(false, "0");
+    }
+}

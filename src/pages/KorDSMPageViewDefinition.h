@@ -1,0 +1,45 @@
+#pragma once
+
+#include "pages/PageFields.h"
+#include "pages/KorDSMPage.h"
+
+class KorDsmDetailStyleItem;
+class KorDsmViewRequestItem;
+class QComboBox;
+class VELComboTree;
+struct StructDetViewRequest;
+
+/// Which view request stands at its place of a detail style, and the system and box, the representation map
+/// and the dimensioning that it uses.
+class KorDSMPageViewDefinition : public KorDSMPage {
+    Q_OBJECT
+
+public:
+    explicit KorDSMPageViewDefinition(QWidget* parent);
+
+    bool OnInitDialog() override;
+    bool fillLists() override;
+    bool refreshLists() override;
+    bool loadData() override;
+    void enableControls() override;
+    void onMessage(const KorMessage& message) override;
+
+private:
+    KorDsmViewRequestItem* viewItem() const;
+    /// The detail style that the view belongs to, or null, and the view's place in it, or -1.
+    KorDsmDetailStyleItem* styleItem() const;
+    int placeInStyle() const;
+    bool putIntoStyle(const StructDetViewRequest& request);
+
+    void onViewChosen();
+    void onCopy();
+    void onRename();
+    void showNewName(const KorString& oldName, const KorString& newName);
+    void replaceDependents(int column);
+    void goTo(int section);
+    void onViewNotice(int action, const KorString& name);
+    void onSectionNotice(QComboBox& combo, int action, const KorString& name);
+
+    PageFields m_fields;
+    VELComboTree* m_views = nullptr;
+};

@@ -1,0 +1,185 @@
+#include "pages/SelectionFills.h"
+
+#include "controls/KorPictures.h"
+#include "controls/VELComboTree.h"
+#include "controls/VELComboTreeBuilder.h"
+#include "data/KorDetStructureUtilities.h"
+#include "data/KorODBCDetStyle.h"
+#include "data/KorOdbcGUI.h"
+#include "model/KorDSMDefines.h"
+#include "model/KorDSMMessages.h"
+#include "services/Prompts.h"
+
+#include <algorithm>
+#include <map>
+#include <unordered_map>
+
+namespace {
+
+using Utilities = KorDetStructureUtilities;
+
+constexpr int kWithoutCategory = 33728;
+
+/// One kind of selection tree.
+struct FillRow {
+    SelectionFills::eFill what;
+    int prompt;     // says what is being read
+    int groupIcon;  // numbers in the global icon table
+    int recordIcon;
+    void (*collect)(VELComboTreeBuilder& tree, const FillRow& row);
+};
+
+template <typename R>
+void sortBy(KorArray<R>& records, int (*compare)(const R&, const R&)) {
+    std::sort(records.begin(), records.end(), [compare](const R& a, const R& b) { return compare(a, b) < 0; });
+}
+
+void addBranch(VELComboTreeBuilder& tree, const FillRow& row, const KorString& group,
+               const std::vector<KorString>& names) {
+    tree.addGroup(group, row.groupIcon);
+    for (const KorString& name : names)
+        tree.addEntry(SelectionFills::path(group, name), row.recordIcon);
+}
+
+/// A family whose records each know the one group that they are filed in.
+template <typename Group, typename Record, int (*Groups)(KorArray<Group>&),
+          int (*Records)(const KorOdbcKey&, KorArray<Record>&), int (*CompareGroups)(const Group&, const Group&),
+          int (*CompareRecords)(const Record&, const Record&)>
+void collectGrouped(VELComboTreeBuilder& tree, const FillRow& row) {
+    KorArray<Group> groups;
+    Groups(groups);
+    sortBy(groups, CompareGroups);
+    for (const Group& group : groups) {
+        KorArray<Record> records;
+        Records(KorOdbcKey(group.key), records);
+        sortBy(records, CompareRecords);
+        std::vector<KorString> names;
+        for (const Record& record : records)
+            names.push_back(record.name);
+        addBranch(tree, row, group.name, names);
+    }
+}
+
+/// Point selections stand below the qualifier set that they use, and that below its group.
+void collectPointSelections(VELComboTreeBuilder& tree, const FillRow& row) {
+    KorArray<KorString> names;
+    KorOdbcGUI::getDetViewDimPointSelectionList(names);
+    for (const KorString& name : names) {
+        StructDetViewDimPointSelection selection;
+        StructDetObjQualifierSet set;
+        StructDetObjQualifierSetGroup group;
+        if (KorOdbcGUI::getDetViewDimPointSelection(name, selection) != 1)
+            continue;
+        if (KorOdbcGUI::getDetObjQualifierSet(KorOdbcKey(selection.qualifierSetKey), set) != 1 ||
+            KorOdbcGUI::getDetObjQualifierSetGroup(KorOdbcKey(set.groupKey), group) != 1) {
+            tree.addEntry(name, row.recordIcon);
+            continue;
+        }
+        const KorString branch = SelectionFills::path(group.name, set.name);
+        tree.addGroup(group.name, row.groupIcon);
+        tree.addGroup(branch, row.groupIcon);
+        tree.addEntry(SelectionFills::path(branch, name), row.recordIcon);
+    }
+}
+
+/// View requests can be filed in several categories, or in none.
+void collectViewRequests(VELComboTreeBuilder& tree, const FillRow& row) {
+    KorArray<StructDetBaseCategory> categories;
+    KorArray<StructDetViewRequestCategory> filings;
+    KorArray<StructDetViewRequest> requests;
+    KorOdbcGUI::getDetBaseCategoriesTable(categories);
+    KorODBCDetStyle::getDetViewRequestCategoriesTable(filings);
+    KorODBCDetStyle::getDetViewRequestTable(requests);
+    sortBy(categories, &Utilities::compareDetBaseCategories);
+    sortBy(requests, &Utilities::compareViewRequests);
+
+    std::map<std::int32_t, std::vector<KorString>> namesIn;
+    for (const StructDetBaseCategory& category : categories)
+        namesIn[category.key];
+    std::unordered_multimap<std::int32_t, std::int32_t> categoriesOf;
+    for (const StructDetViewRequestCategory& filing : filings)
+        if (namesIn.contains(filing.categoryKey))
+            categoriesOf.emplace(filing.viewRequestKey, filing.categoryKey);
+    std::vector<KorString> unfiled;
+    for (const StructDetViewRequest& request : requests) {
+        const auto [first, last] = categoriesOf.equal_range(request.key);
+        for (auto it = first; it != last; ++it)
+            namesIn[it->second].push_back(request.name);
+        if (first == last)
+            unfiled.push_back(request.name);
+    }
+    for (const StructDetBaseCategory& category : categories)
+        addBranch(tree, row, category.name, namesIn[category.key]);
+    if (!unfiled.empty())
+        addBranch(tree, row, Prompts::getPrompt("UPS", kWithoutCategory), unfiled);
+}
+
+constexpr FillRow kRows[] = {
+    {SelectionFills::kQualifierSets, 33607, 0, 14,
+     &collectGrouped<StructDetObjQualifierSetGroup, StructDetObjQualifierSet,
+                     &KorOdbcGUI::getDetObjQualifierSetGroupTable, &KorODBCDetStyle::getDetObjQualifierSetByGroup,
+                     &Utilities::compareGroupsQS, &Utilities::compareQualifiers>},
+    {SelectionFills::kAnnotationStrategies, 33608, 0, 10,
+     &collectGrouped<StructDetObjAnnotationGroup, StructDetObjAnnotationStrategy,
+                     &KorOdbcGUI::getDetObjAnnotationGroupList,
+                     &KorODBCDetStyle::getDetObjAnnotationStrategyByGroup, &Utilities::compareGroupsAS,
+                     &Utilities::compareAnnotations>},
+    {SelectionFills::kDimRequests, 33609, 0, 11,
+     &collectGrouped<StructDetViewDimRequestLinearGroup, StructDetViewDimRequestLinear,
+                     &KorOdbcGUI::getDetViewDimRequestLinearGroupList,
+                     &KorODBCDetViewDimRequestLinear::getDetViewDimRequestLinearByGroup,
+                     &Utilities::compareGroupsDimRequest, &Utilities::compareDimRequests>},
+    {SelectionFills::kPointSelections, 33533, 0, 19, &collectPointSelections},
+    {SelectionFills::kViewRequests, 33534, 13, 22, &collectViewRequests},
+};
+
+void sendProgress(DsmProgress::eState state, int percent, const KorString& text) {
+    DsmProgress message;
+    message.state = state;
+    message.percent = percent;
+    message.text = text;
+    KorDSMMainWindow::sendMessage(message);
+}
+
+KorImageListPtr globalImages() {
+    if (KorDSMDefines::m_GlobalIcons.isEmpty())
+        KorDSMDefines::loadGlobalIcons();
+    auto images = std::make_shared<KorImageList>();
+    for (const KorDSMDefines::Icon& icon : KorDSMDefines::m_GlobalIcons)
+        images->append(icon.resource ? KorPictures::icon(icon.resource) : QIcon());
+    return images;
+}
+
+} // namespace
+
+void SelectionFills::fill(eFill what, VELComboTree& combo) {
+    const FillRow& row = *std::ranges::find(kRows, what, &FillRow::what);
+    VELComboTreeBuilder tree;
+    const KorString text = Prompts::getPrompt("UPS", row.prompt);
+    tree.installHandlers([](int) { sendProgress(DsmProgress::kStart, 0, {}); },
+                         [&](int percent) { sendProgress(DsmProgress::kStep, percent, text); },
+                         [] { sendProgress(DsmProgress::kDone, 100, {}); });
+    row.collect(tree, row);
+    combo.setImageList(globalImages());
+    tree.build(combo);
+}
+
+KorString SelectionFills::path(const KorString& group, const KorString& name) {
+    return KorString::format("%s%s%s", {group, VELComboTree::GetPathDelimiter(), name});
+}
+
+KorString SelectionFills::nameOf(const KorString& path) {
+    const auto at = path.view().rfind(VELComboTree::GetPathDelimiter().view());
+    return at == std::string_view::npos ? path : KorString(path.view().substr(at + 1));
+}
+
+KorString SelectionFills::viewRequestPath(const StructDetViewRequest& request) {
+    KorArray<StructDetViewRequestCategory> filings;
+    KorODBCDetStyle::getDetViewRequestCategories(KorOdbcKey(request.key), filings);
+    for (const StructDetViewRequestCategory& filing : filings) {
+        StructDetBaseCategory category;
+        if (KorOdbcGUI::getDetBaseCategory(KorOdbcKey(filing.categoryKey), category) == 1)
+            return path(category.name, request.name);
+    }
+    return path(Prompts::getPrompt("UPS", kWithoutCategory), request.name);
+}

@@ -1,0 +1,73 @@
+#include "session/ItemCommandParts.h"
+
+#include "services/Prompts.h"
+#include "session/KorDSMItemKinds.h"
+
+namespace ItemCommandParts {
+
+namespace {
+
+constexpr int kReadOnly = 200;   // ""%s" can be read, not changed"
+constexpr int kTaken = 231;      // "There is one of this name already."
+constexpr int kNameNeeded = 232; // "A name is needed."
+constexpr int kInUse = 33521;
+
+KorString dsm(int number) {
+    return Prompts::getPrompt("DSM", number);
+}
+
+void sendName(const KorDSMDatabaseItem& item) {
+    if (!item.m_hTreeItem)
+        return;
+    DsmSetEntryText message;
+    message.entry = item.m_hTreeItem;
+    message.text = item.getDisplayName();
+    KorDSMMainWindow::sendMessage(message);
+}
+
+} // namespace
+
+KorString label(int number, const KorString& name) {
+    return KorString::format(dsm(number), {name});
+}
+
+KorString whyReadOnly(const KorDSMDatabaseItem& item) {
+    if (StyleDatabases::current().isEditable())
+        return {};
+    return KorString::format(dsm(kReadOnly),
+                             {KorDSMWhereUsed::sourceName(KorDSMItemSource::sourceOf(&item))});
+}
+
+KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std::int32_t exceptKey) {
+    if (KorString readOnly = whyReadOnly(item); !readOnly.isEmpty())
+        return readOnly;
+    if (name.isEmpty())
+        return dsm(kNameNeeded);
+    const StructRecord* present = StyleDatabases::current().here()->table(item.tableType()).find(name);
+    return present && present->key != exceptKey ? dsm(kTaken) : KorString();
+}
+
+KorString inUseText() {
+    // The host's prompts write a line break as these two characters.
+    return Prompts::getPrompt("UPS", kInUse).replaced("\\n", "\n");
+}
+
+KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int action) {
+    const KorDSMItemKind* kind = findItemKind(item.m_Type);
+    if (!kind || kind->listedBy.empty())
+        return {};
+    const Column& filing = *filingColumn(item.tableType());
+    const StructRecord* group = StyleDatabases::current()
+                                    .here()
+                                    ->table(filing.target)
+                                    .find(KorOdbcKey(filing.integerIn(item.record())));
+    return {item.m_Type, action, group ? group->name : KorString(), item.record()->name, kind->listedBy};
+}
+
+void showName(KorDSMDatabaseItem& item) {
+    sendName(item);
+    for (const KorDSMDatabaseItem* twin : item.equalItems())
+        sendName(*twin);
+}
+
+} // namespace ItemCommandParts

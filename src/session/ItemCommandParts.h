@@ -1,0 +1,40 @@
+#pragma once
+
+#include "data/KorDSNManager.h"
+#include "data/RowRef.h"
+#include "session/KorDSMItemCommands.h"
+#include "session/KorDSMItemSource.h"
+
+/// What the item commands share.
+namespace ItemCommandParts {
+
+/// Makes an item's source current for its lifetime.
+class SourceRequest {
+public:
+    explicit SourceRequest(const KorDSMDatabaseItem& item)
+        : SourceRequest(KorDSMItemSource::sourceOf(&item)) {}
+
+private:
+    explicit SourceRequest(SourceId source) : m_request(source.dsn, source.index) {}
+
+    KorDSNRequest m_request;
+};
+
+/// Text of a command in the undo menu: prompt "DSM" `number` with the name of what it was done to.
+KorString label(int number, const KorString& name);
+
+// Reasons against a command, for the user; empty when there is none. The item's source must be current.
+
+KorString whyReadOnly(const KorDSMDatabaseItem& item);
+/// `exceptKey` is the row that may have the name: the item's own, or 0.
+KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std::int32_t exceptKey);
+/// The text of the in-use refusal.
+KorString inUseText();
+
+/// The notice for the pages that list records as the item's.
+KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int action);
+
+/// Sends the entries of the item and of its twins the text that they now have to show.
+void showName(KorDSMDatabaseItem& item);
+
+} // namespace ItemCommandParts

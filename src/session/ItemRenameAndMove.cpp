@@ -1,0 +1,123 @@
+#include "data/KorOdbcGUI.h"
+#include "services/Prompts.h"
+#include "session/ItemCommandParts.h"
+#include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMItemKinds.h"
+#include "session/KorDSMTwins.h"
+#include "session/PendingGroup.h"
+
+// Renaming, and filing under another group.
+
+namespace KorDSMItemCommands {
+
+using namespace ItemCommandParts;
+
+namespace {
+
+constexpr int kRenaming = 246; // "renaming of "%s""
+constexpr int kMoving = 247;   // "moving of "%s""
+
+constexpr int kShownAsPart = 236;  // not movable: shown as a part of another record
+constexpr int kOtherKind = 237;    // not movable: groups of another kind
+constexpr int kOtherSource = 238;  // not movable: another database
+constexpr int kAlreadyThere = 239; // not movable: there already
+
+constexpr int kNameColumn = 1;
+
+bool writeName(eTableType table, std::int32_t key, const KorString& name) {
+    return KorDSMGuardedWrite::setAttributeString(table, KorOdbcKey(key), kNameColumn, name, 0) ==
+           KorDSMGuardedWrite::kWrite;
+}
+
+bool writeNames(const KorDSMDatabaseItem& item, const KorString& name) {
+    if (!writeName(item.tableType(), item.recordKey(), name))
+        return false;
+    StructDetailMaster master;
+    const bool hasMaster = item.m_Type == KorDSMDefines::kDetailStyle &&
+                           KorOdbcGUI::getDetailMaster(item.recordKey(), master) == 1;
+    return !hasMaster || writeName(kTableDetailMaster, master.key, name);
+}
+
+} // namespace
+
+Outcome renameItem(KorDSMDatabaseItem& item, const KorString& newName) {
+    Outcome outcome;
+    if (!item.record())
+        return outcome;
+    const SourceRequest source(item);
+    const KorString name = newName.trimmed();
+    outcome.refusal = whyNotNamed(item, name, item.recordKey());
+    if (!outcome.refusal.isEmpty())
+        return outcome;
+    const KorString oldName = item.record()->name;
+    PendingGroup group(label(kRenaming, oldName));
+    outcome.done = name == oldName || writeNames(item, name);
+    if (!outcome.done) {
+        group.takeBack();
+        return outcome;
+    }
+    KorDSMTwins::recordWritten(item);
+    showName(item);
+    outcome.notice = noticeFor(item, DsmListChanged::kRenamed);
+    return outcome;
+}
+
+namespace {
+
+// The row and column in which it is written where the item is filed.
+struct Filing {
+    eTableType table = kNoTable;
+    std::int32_t key = 0;
+    int column = 0;
+};
+
+Filing filingOf(const KorDSMDatabaseItem& item) {
+    Filing filing{item.tableType(), item.recordKey(), 0};
+    // A style is filed by its master.
+    if (item.m_Type == KorDSMDefines::kDetailStyle) {
+        StructDetailMaster master;
+        KorOdbcGUI::getDetailMaster(item.recordKey(), master);
+        filing = {kTableDetailMaster, master.key, 0};
+    }
+    filing.column = filingColumn(filing.table)->number;
+    return filing;
+}
+
+} // namespace
+
+KorString whyNotMovable(const KorDSMDatabaseItem& item, const KorDSMDatabaseItem& group) {
+    const auto reason = [](int number) { return Prompts::getPrompt("DSM", number); };
+    const KorDSMItemKind* kind = findItemKind(item.m_Type);
+    const SourceRequest source(item);
+    if (!kind || kind->group == KorDSMDefines::kNoType || group.m_Type != kind->group)
+        return reason(kOtherKind);
+    if (!item.m_pParent || item.m_pParent->m_Type != kind->group)
+        return reason(kShownAsPart);
+    if (KorDSMItemSource::sourceOf(&item) != KorDSMItemSource::sourceOf(&group))
+        return reason(kOtherSource);
+    if (item.m_pParent == &group)
+        return reason(kAlreadyThere);
+    return whyReadOnly(item);
+}
+
+Outcome moveToGroup(KorDSMDatabaseItem& item, KorDSMDatabaseItem& group) {
+    Outcome outcome;
+    outcome.refusal = whyNotMovable(item, group);
+    if (!outcome.refusal.isEmpty())
+        return outcome;
+    const SourceRequest source(item);
+    const Filing filing = filingOf(item);
+    PendingGroup pending(label(kMoving, item.record()->name));
+    const int answer = KorDSMGuardedWrite::setAttributeInt(filing.table, KorOdbcKey(filing.key),
+                                                           filing.column, group.recordKey());
+    outcome.done = answer == KorDSMGuardedWrite::kWrite;
+    if (!outcome.done)
+        return outcome;
+    KorDSMTwins::recordWritten(item);
+    item.m_pParent->releaseChild(&item);
+    group.addChild(&item);
+    outcome.notice = noticeFor(item, DsmListChanged::kReload);
+    return outcome;
+}
+
+} // namespace KorDSMItemCommands

@@ -1,0 +1,179 @@
+#include "session/KorDSMItemCommands.h"
+
+#include "base/KorAssert.h"
+#include "data/KorOdbcGUI.h"
+#include "data/KorOdbcMan.h"
+#include "data/exchange/KorDetailTableDependencies.h"
+#include "model/KorDSMDialogFactory.h"
+#include "model/items/KorDsmItems.h"
+#include "services/Prompts.h"
+#include "session/ItemCommandParts.h"
+#include "session/KorDSMItemKinds.h"
+#include "session/PendingGroup.h"
+
+// Copying and deleting.
+
+namespace KorDSMItemCommands {
+
+using namespace ItemCommandParts;
+
+namespace {
+
+constexpr int kCopying = 245;  // "copying of "%s""
+constexpr int kDeleting = 244; // "deletion of "%s""
+
+// Announces a write that was made. Returns whether it was.
+bool announced(int result) {
+    if (result == StyleDatabases::kWritten)
+        KorDSMMainWindow::sendMessage(DsmDataChanged());
+    return result == StyleDatabases::kWritten;
+}
+
+// The same for writes that must not fail here.
+bool announcedOrReported(int result) {
+    KorAssert::check(result > 0, "result > 0");
+    return announced(result);
+}
+
+// The host knows a style only by its master: without one the copy would be no style.
+bool copyMaster(std::int32_t originalKey, const StructRecord& copy) {
+    StructDetailMaster master;
+    if (KorOdbcGUI::getDetailMaster(originalKey, master) != 1)
+        return false;
+    master.key = 0;
+    master.name = copy.name;
+    master.styleKey = copy.key;
+    master.number = freeMasterNumber(*StyleDatabases::current().here(), master);
+    KorOdbcMan::m_structDetailMaster = master;
+    return announcedOrReported(KorOdbcMan::appendNewRecord(kTableDetailMaster, 0, KorOdbcMan::kThisRow));
+}
+
+bool appendCopy(KorDSMDatabaseItem& copy, const KorDSMItemKind& kind, const KorString& name) {
+    const std::int32_t originalKey = copy.recordKey();
+    return announced(kind.append(copy, name)) &&
+           (kind.type != KorDSMDefines::kDetailStyle || copyMaster(originalKey, *copy.record()));
+}
+
+// What the copy shows beyond its record.
+void loadDependents(KorDSMDatabaseItem& copy) {
+    if (auto* style = dynamic_cast<KorDsmDetailStyleItem*>(&copy))
+        KorDSMSectionLoader::loadDetailStylesDependencies(style);
+    else if (auto* annotation = dynamic_cast<KorDsmAnnotationStrategyItem*>(&copy))
+        KorOdbcGUI::getDetAnnotationType(KorOdbcKey(annotation->getRecord().annotationTypeKey),
+                                         annotation->m_AnnotationType);
+}
+
+// The loaded group in which a record that is shown as a part of another one is filed, or null.
+KorDSMDatabaseItem* groupElsewhere(const KorDSMDatabaseItem& item) {
+    if (KorDSMDefines::isGroupType(item.m_pParent->m_Type))
+        return nullptr;
+    const Column* filing = filingColumn(item.tableType());
+    return filing ? KorDSMWhereUsed::findGroup(KorDSMDialogFactory::getDSMDataStructure(),
+                                               KorDSMItemSource::sourceOf(&item),
+                                               {filing->target, filing->integerIn(item.record())})
+                  : nullptr;
+}
+
+} // namespace
+
+bool canCopy(KorDSMDefines::eItemType type) {
+    const KorDSMItemKind* kind = findItemKind(type);
+    return kind && kind->append;
+}
+
+bool canDelete(KorDSMDefines::eItemType type) {
+    return findItemKind(type) != nullptr;
+}
+
+CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
+    CopyOutcome outcome;
+    if (!canCopy(item.m_Type) || !item.m_pParent)
+        return outcome;
+    const SourceRequest source(item);
+    const KorString name = newName.trimmed();
+    outcome.refusal = whyNotNamed(item, name, 0);
+    if (!outcome.refusal.isEmpty())
+        return outcome;
+    std::unique_ptr<KorDSMDatabaseItem> copy(item.clone());
+    PendingGroup group(label(kCopying, item.record()->name));
+    if (!appendCopy(*copy, *findItemKind(item.m_Type), name)) {
+        group.takeBack();
+        return outcome;
+    }
+    loadDependents(*copy);
+    outcome.done = true;
+    outcome.notice = noticeFor(*copy, DsmListChanged::kAdded);
+    if (KorDSMDatabaseItem* home = groupElsewhere(item)) {
+        home->addChild(copy->clone());
+        outcome.added.push_back(home->children()[home->children().length() - 1]);
+    }
+    item.m_pParent->addChild(copy.get());
+    outcome.added.insert(outcome.added.begin(), copy.release());
+    return outcome;
+}
+
+std::vector<KorDSMUsage> usersThatForbidDeleting(const KorDSMDatabaseItem& item) {
+    const KorDSMItemKind* kind = findItemKind(item.m_Type);
+    const SourceRequest source(item);
+    if (!kind || !kind->isUsed || !kind->isUsed(KorOdbcKey(item.recordKey())))
+        return {};
+    return KorDSMWhereUsed::usagesOf(item);
+}
+
+namespace {
+
+bool deleteRow(const KorDSMDatabaseItem& item) {
+    const KorOdbcKey key(item.recordKey());
+    if (!announcedOrReported(KorOdbcMan::deleteRecord(item.tableType(), key, KorOdbcMan::kThisRow)))
+        return false;
+    if (item.m_Type != KorDSMDefines::kDetailStyle)
+        return true;
+    StructDetailMaster master;
+    return KorOdbcGUI::getDetailMaster(key, master) == 1 &&
+           announcedOrReported(
+               KorOdbcMan::deleteRecord(kTableDetailMaster, KorOdbcKey(master.key), KorOdbcMan::kThisRow));
+}
+
+// Nothing uses the row any more: what is still shown of it below other records is out of date, and those show
+// their children anew when they are opened. What is filed goes with the item.
+void dropTwins(KorDSMDatabaseItem& item, DeleteOutcome& outcome) {
+    while (!item.equalItems().isEmpty()) {
+        KorDSMDatabaseItem* twin = item.equalItems()[0];
+        KorDSMDatabaseItem* parent = twin->m_pParent;
+        twin->unlinkEqualItems();
+        if (parent && KorDSMDefines::isGroupType(parent->m_Type)) {
+            parent->releaseChild(twin);
+            outcome.removed.emplace_back(twin);
+        } else if (parent && parent != item.m_pParent && parent->record()) {
+            parent->assignRecord(*parent->record());
+        }
+    }
+}
+
+} // namespace
+
+DeleteOutcome deleteItem(KorDSMDatabaseItem& item) {
+    DeleteOutcome outcome;
+    if (!canDelete(item.m_Type) || !item.m_pParent)
+        return outcome;
+    const SourceRequest source(item);
+    outcome.refusal = whyReadOnly(item);
+    if (!outcome.refusal.isEmpty())
+        return outcome;
+    outcome.users = usersThatForbidDeleting(item);
+    if (!outcome.users.empty()) {
+        outcome.refusal = inUseText();
+        return outcome;
+    }
+    const PendingGroup group(label(kDeleting, item.record()->name));
+    if (!deleteRow(item))
+        return outcome;
+    item.m_pParent->releaseChild(&item);
+    outcome.removed.emplace_back(&item);
+    dropTwins(item, outcome);
+    outcome.notice = noticeFor(item, DsmListChanged::kReload);
+    outcome.done = true;
+    return outcome;
+}
+
+} // namespace KorDSMItemCommands

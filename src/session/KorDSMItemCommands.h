@@ -1,0 +1,83 @@
+#pragma once
+
+#include "model/KorDSMMessages.h"
+#include "model/items/KorDSMDatabaseItem.h"
+#include "session/KorDSMWhereUsed.h"
+
+#include <memory>
+#include <vector>
+
+/// The commands that change which definitions exist, what they are called and where they are filed. Each is
+/// one step of undo. They write to the item's own source, announce each write, and keep the items of the data
+/// structure right; what is then to be done in a window, they return.
+namespace KorDSMItemCommands {
+
+/// A list-change notice (message 1045) that the main dialog has to send to the pages which list records of
+/// this kind.
+struct ListNotice {
+    int senderPageCode = 0;
+    int action = DsmListChanged::kAdded;
+    KorString groupName;
+    KorString name;
+    std::vector<int> receivers; ///< page codes; empty: no notice is needed
+
+    /// What the notice says: group and name with the path delimiter of the combos between them.
+    KorString path(const KorString& delimiter) const {
+        return KorString::format("%s%s%s", {groupName, delimiter, name});
+    }
+};
+
+/// What a command came to.
+struct Outcome {
+    bool done = false;
+    /// Why nothing was done, for the user. Empty when it was done, when the user declined, and after failed
+    /// writes that were reported as an internal error.
+    KorString refusal;
+    ListNotice notice;
+};
+
+/// Whether items of this type are copied and deleted.
+bool canCopy(KorDSMDefines::eItemType type);
+bool canDelete(KorDSMDefines::eItemType type);
+
+struct CopyOutcome : Outcome {
+    /// The new items, in the structure already and owned there: the copy beside the original first; when the
+    /// original is shown as a part of another record, also the one in its group. Each needs a tree entry;
+    /// the first one's is to be selected.
+    std::vector<KorDSMDatabaseItem*> added;
+};
+/// Stores a copy of the item's record under `newName` as a new row of the same source. A detail style gets a
+/// master with the first free number from its original's on. When it fails nothing is changed.
+CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName);
+
+/// Who uses the item's record, where that forbids to delete it; empty when it can be deleted. Users in other
+/// sources are named too, but only users in the item's own source forbid it.
+std::vector<KorDSMUsage> usersThatForbidDeleting(const KorDSMDatabaseItem& item);
+
+struct DeleteOutcome : Outcome {
+    /// The items that are gone from the structure: the deleted one first. Their entries are still there:
+    /// remove them while these live.
+    std::vector<std::unique_ptr<KorDSMDatabaseItem>> removed;
+    /// Refused because of these.
+    std::vector<KorDSMUsage> users;
+};
+/// Deletes the item's row with its parts, for a detail style also its master. A record that is in use is not
+/// deleted. Where the master cannot be read, the style's row is deleted, but the command counts as not done
+/// and the item stays.
+DeleteOutcome deleteItem(KorDSMDatabaseItem& item);
+
+/// Gives the item's record another name; for a detail style also its master. All items that show the record
+/// take the name. Refused for an empty name, for one that is taken (upper and lower case differ), and where
+/// the source is read-only. The name that it has already is no change, and done.
+Outcome renameItem(KorDSMDatabaseItem& item, const KorString& newName);
+
+/// Why the item cannot be moved to the group; empty when it can.
+KorString whyNotMovable(const KorDSMDatabaseItem& item, const KorDSMDatabaseItem& group);
+inline bool canMove(const KorDSMDatabaseItem& item, const KorDSMDatabaseItem& group) {
+    return whyNotMovable(item, group).isEmpty();
+}
+/// Files the item's record under the group or category, and puts the item there as the last child. Its entry
+/// is still in the old place: delete it and add one below the new parent.
+Outcome moveToGroup(KorDSMDatabaseItem& item, KorDSMDatabaseItem& group);
+
+} // namespace KorDSMItemCommands

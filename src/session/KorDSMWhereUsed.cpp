@@ -1,0 +1,170 @@
+#include "session/KorDSMWhereUsed.h"
+
+#include "data/KorDSNManager.h"
+#include "data/KorOdbcGUI.h"
+#include "model/KorDSMDependencies.h"
+#include "model/KorDSMSectionLoader.h"
+#include "services/AddInManager.h"
+#include "services/Prompts.h"
+#include "session/KorDSMItemPath.h"
+#include "session/KorDSMItemSource.h"
+#include "session/KorDSMValueText.h"
+
+#include <set>
+
+namespace KorDSMWhereUsed {
+
+KorString sourceName(SourceId source) {
+    if (source.dsn == KorDSNDefinitions::kStandard)
+        return Prompts::getPrompt("UPS", 21021);
+    if (source.dsn == KorDSNDefinitions::kUser)
+        return Prompts::getPrompt("UPS", 21022);
+    const AddInManagerInterface& manager = AddInManagerInterface::getInstance();
+    KorArray<KorAddInId> addIns;
+    manager.getInstalledAddIns(addIns);
+    const int number = source.index - KorDSNDefinitions::kFirstAddIn;
+    if (!addIns.isValid(number))
+        return KorString::number(number);
+    const KorAddInInfo info = manager.getInstalledCountryAddInInfo(addIns[number]);
+    return info.isValid() ? info.name : addIns[number].id;
+}
+
+std::vector<KorDSMUsage> usagesOf(SourceId source, RowRef row) {
+    std::vector<KorDSMUsage> usages;
+    for (const RowUser& user : usersInAllSources(StyleDatabases::current(), source, row)) {
+        // The column can be one of a part: its caption is that of the part's table.
+        usages.push_back({user.source, user.row, sourceName(user.source),
+                          KorDSMValueText::tableCaption(*user.table), user.name,
+                          KorDSMValueText::columnCaption(*user.columnTable, *user.column)});
+    }
+    return usages;
+}
+
+std::vector<KorDSMUsage> usagesOf(const KorDSMDatabaseItem& item) {
+    if (!item.record())
+        return {};
+    return usagesOf(KorDSMItemSource::sourceOf(&item), {item.tableType(), item.recordKey()});
+}
+
+namespace {
+
+constexpr struct {
+    eTableType table;
+    KorDSMDefines::eViewSections section;
+} kSectionsOfTables[] = {
+    {kTableDetailStyle, KorDSMDefines::kViewDetailStyles},
+    {kTableBaseCategory, KorDSMDefines::kViewDetailStyles},
+    {kTableAnnotationStrategy, KorDSMDefines::kViewAnnotations},
+    {kTableAnnotationGroup, KorDSMDefines::kViewAnnotations},
+    {kTableDimRequest, KorDSMDefines::kViewDimRequests},
+    {kTableDimRequestGroup, KorDSMDefines::kViewDimRequests},
+    {kTableQualifierSet, KorDSMDefines::kViewQualifiers},
+    {kTableQualifierSetGroup, KorDSMDefines::kViewQualifiers},
+};
+
+bool shows(const KorDSMDatabaseItem& item, RowRef row) {
+    return item.record() && item.tableType() == row.table && item.recordKey() == row.key;
+}
+
+KorDSMDatabaseItem* childThatShows(KorDSMDatabaseItem& parent, RowRef row) {
+    for (KorDSMDatabaseItem* child : parent.children())
+        if (shows(*child, row))
+            return child;
+    return nullptr;
+}
+
+void loadContent(KorDsmAddInContentItem& addIn) {
+    if (addIn.m_bExpanded)
+        return;
+    if (auto* annotations = dynamic_cast<KorDsmAnnotationsAddInItem*>(&addIn))
+        KorDSMSectionLoader::expandAnnotationsAddInContent(annotations);
+    else if (auto* requests = dynamic_cast<KorDsmDimRequestsAddInItem*>(&addIn))
+        KorDSMSectionLoader::expandDimRequestsAddInContent(requests);
+    else if (auto* sets = dynamic_cast<KorDsmQualifierSetsAddInItem*>(&addIn))
+        KorDSMSectionLoader::expandQualifiersAddInContent(sets);
+}
+
+// The content node in which rows of this table are filed, or null for tables that are not.
+KorDsmAddInContentItem* contentFor(KorDSMDataStructure& structure, SourceId source, eTableType table) {
+    for (const auto& filed : kSectionsOfTables)
+        if (filed.table == table)
+            return KorDSMItemPath::findAddIn(*structure.getSection(filed.section), source);
+    return nullptr;
+}
+
+// Among the groups below the add-in and what is filed under them.
+KorDSMDatabaseItem* findFiled(KorDsmAddInContentItem& addIn, RowRef row) {
+    loadContent(addIn);
+    if (KorDSMDatabaseItem* group = childThatShows(addIn, row))
+        return group;
+    for (KorDSMDatabaseItem* group : addIn.children())
+        if (KorDSMDatabaseItem* item = childThatShows(*group, row))
+            return item;
+    return nullptr;
+}
+
+// Climbs from a row to what uses it until it meets one that is filed, and comes back down through the items.
+class ItemSearch {
+public:
+    ItemSearch(KorDSMDataStructure& structure, StyleSource& source)
+        : m_structure(structure), m_source(source) {}
+
+    KorDSMDatabaseItem* find(RowRef row) {
+        if (!m_seen.insert(row).second)
+            return nullptr;
+        if (KorDsmAddInContentItem* content = contentFor(m_structure, m_source.id(), row.table))
+            return findFiled(*content, row);
+        for (const RowRef above : rowsAbove(row))
+            if (KorDSMDatabaseItem* item = find(above)) {
+                KorDSMDependencies::createChildren(*item);
+                if (KorDSMDatabaseItem* child = childThatShows(*item, row))
+                    return child;
+            }
+        return nullptr;
+    }
+
+private:
+    // The rows whose items can have one for `row` among their children: its whole and its users. A row that
+    // is shown as a part itself has its own item, so its whole does not stand for it.
+    std::vector<RowRef> rowsAbove(RowRef row) {
+        std::vector<RowRef> above;
+        const StructRecord* record = m_source.table(row.table).find(KorOdbcKey(row.key));
+        for (const Column& column : findTable(row.table)->columns)
+            if (record && column.isReference() && column.role == eReferenceRole::kPartOf)
+                above.push_back({column.target, column.integerIn(record)});
+        for (const Referrer& referrer : m_source.referrersOf(row.table, KorOdbcKey(row.key)))
+            if (referrer.column->role == eReferenceRole::kUses)
+                above.push_back(itemRow({referrer.table->type, referrer.key}));
+        return above;
+    }
+
+    // An entry of a view dimensioning has no item of its own: its dimension requests hang on the whole.
+    RowRef itemRow(RowRef row) {
+        if (row.table != kTableDimStrategyItem)
+            return row;
+        const auto* item = static_cast<const StructDetViewDimStrategyItem*>(
+            m_source.table(row.table).find(KorOdbcKey(row.key)));
+        return {kTableViewDimStrategy, item->strategyKey};
+    }
+
+    KorDSMDataStructure& m_structure;
+    StyleSource& m_source;
+    std::set<RowRef> m_seen;
+};
+
+} // namespace
+
+KorDSMDatabaseItem* findItem(KorDSMDataStructure& structure, SourceId id, RowRef row) {
+    StyleSource* source = StyleDatabases::current().source(id);
+    if (!source || !findTable(row.table))
+        return nullptr;
+    const KorDSNRequest request(id.dsn, id.index);
+    return ItemSearch(structure, *source).find(row);
+}
+
+KorDSMDatabaseItem* findGroup(KorDSMDataStructure& structure, SourceId source, RowRef group) {
+    KorDsmAddInContentItem* content = contentFor(structure, source, group.table);
+    return content && content->m_bExpanded ? childThatShows(*content, group) : nullptr;
+}
+
+} // namespace KorDSMWhereUsed

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "data/RowUsers.h"
+#include "model/KorDSMDataStructure.h"
+
+#include <vector>
+
+/// A record that uses another one, as it is shown to users.
+struct KorDSMUsage {
+    SourceId source;
+    RowRef row;         ///< in that source
+    KorString database; ///< name of the source
+    KorString kind;     ///< what such records are called
+    KorString name;     ///< run name of the record
+    KorString as;       ///< caption of the column in which it, or a part of it, refers to the other record
+};
+
+/// Who uses a record, and where in the trees that is.
+namespace KorDSMWhereUsed {
+
+/// The name of a source as trees and combos show it.
+KorString sourceName(SourceId source);
+
+/// Who uses the row: in its own source the row itself, in all other open sources the one of the same table
+/// and run name. A source at a time, in the order Standard, User, add-ins.
+std::vector<KorDSMUsage> usagesOf(SourceId source, RowRef row);
+/// The same for an item's record; nothing for an item without one.
+std::vector<KorDSMUsage> usagesOf(const KorDSMDatabaseItem& item);
+
+/// The item that shows a row, for going there: the one in its category or group where the row is filed, else
+/// one below an item that uses it. Content that has not been loaded yet is loaded, and children are made, on
+/// the way. Null when no tree shows the row.
+KorDSMDatabaseItem* findItem(KorDSMDataStructure& structure, SourceId source, RowRef row);
+
+/// The item of a category or group, where the content of its source is loaded; else null.
+KorDSMDatabaseItem* findGroup(KorDSMDataStructure& structure, SourceId source, RowRef group);
+
+} // namespace KorDSMWhereUsed

@@ -1,0 +1,194 @@
+#include "SampleSession.h"
+
+#include "session/KorDSMItemCommands.h"
+
+namespace {
+
+using namespace KorDSMItemCommands;
+
+const SourceId kUser = SourceId::user();
+
+class ItemCommands : public SampleSession {
+protected:
+    KorDSMDatabaseItem& style(const KorString& name) { return item<StructDetailStyle>(kUser, name); }
+    const StructDetailMaster* master(const KorString& name) { return row<StructDetailMaster>(kUser, name); }
+    int rows(eTableType table) { return databases.source(kUser)->table(table).rows().size(); }
+};
+
+} // namespace
+
+TEST_F(ItemCommands, CopyGivesAStyleAMasterWithTheFirstFreeNumber) {
+    KorDSMDatabaseItem& original = style("HB post 1:15");
+    const int siblings = original.m_pParent->children().length();
+    CopyOutcome copied = copyItem(original, " My post ");
+    ASSERT_TRUE(copied.done);
+    ASSERT_EQ(copied.added.size(), 1u);
+    const auto* copy = row<StructDetailStyle>(kUser, "My post");
+    ASSERT_NE(copy, nullptr);
+    EXPECT_EQ(copied.added[0]->recordKey(), copy->key);
+    EXPECT_EQ(copied.added[0]->m_pParent, original.m_pParent);
+    EXPECT_EQ(original.m_pParent->children().length(), siblings + 1);
+    EXPECT_EQ(original.m_pParent->children()[siblings], copied.added[0]);
+    EXPECT_EQ(copied.added[0]->children().length(), original.children().length());
+    EXPECT_EQ(copy->viewRequests, row<StructDetailStyle>(kUser, "HB post 1:15")->viewRequests);
+
+    // (1, 1), (1, 2) and (1, 3) are taken
+    ASSERT_NE(master("My post"), nullptr);
+    EXPECT_EQ(master("My post")->detailKey, 1);
+    EXPECT_EQ(master("My post")->number, 4);
+    EXPECT_EQ(master("My post")->styleKey, copy->key);
+    EXPECT_EQ(master("My post")->categoryKey, master("HB post 1:15")->categoryKey);
+    EXPECT_EQ(writes, 2);
+    EXPECT_TRUE(copied.notice.receivers.empty());
+
+    databases.undo();
+    EXPECT_EQ(row<StructDetailStyle>(kUser, "My post"), nullptr) << "one step of undo";
+    EXPECT_EQ(master("My post"), nullptr);
+    EXPECT_TRUE(databases.pending().isEmpty());
+}
+
+TEST_F(ItemCommands, CopyTakesPartsAlongAndTellsThePagesThatListTheRecord) {
+    KorDSMDatabaseItem& original = item<StructDetObjQualifierSet>(kUser, "HB fitted parts");
+    const int parts = rows(kTableQualifierWithRole);
+    const CopyOutcome copied = copyItem(original, "Fitted \"100 %s\"\n parts");
+    ASSERT_TRUE(copied.done);
+    EXPECT_EQ(rows(kTableQualifierWithRole), parts + 2);
+    EXPECT_EQ(copied.notice.senderPageCode, 14);
+    EXPECT_EQ(copied.notice.receivers, (std::vector<int>{25, 29, 23}));
+    EXPECT_EQ(copied.notice.path("|"), KorString("Hallberg: workshop|Fitted \"100 %s\"\n parts"));
+    EXPECT_EQ(writes, 1);
+
+    KorDSMDatabaseItem& label = item<StructDetObjAnnotationStrategy>(kUser, "HB mark");
+    const CopyOutcome mark = copyItem(label, "HB mark 2");
+    EXPECT_EQ(mark.notice.senderPageCode, 7);
+    EXPECT_EQ(mark.notice.receivers, (std::vector<int>{25, 23}));
+    EXPECT_EQ(static_cast<KorDsmAnnotationStrategyItem*>(mark.added.at(0))->m_AnnotationType.name, "HB mark");
+}
+
+TEST_F(ItemCommands, CopyOfWhatIsShownAsAPartAppearsInItsGroupToo) {
+    item<StructDetObjQualifierSet>(kUser, "HB rails"); // its section is loaded
+    KorDSMDatabaseItem& points = item<StructDetViewDimPointSelection>(kUser, "HB posts");
+    KorDSMDatabaseItem& part = *expand(points)[0];
+    const CopyOutcome copied = copyItem(part, "Rails again");
+    ASSERT_EQ(copied.added.size(), 2u);
+    EXPECT_EQ(copied.added[0]->m_pParent, &points);
+    EXPECT_EQ(copied.added[1]->m_pParent->getDisplayName(), "Hallberg: workshop");
+    for (KorDSMDatabaseItem* added : copied.added)
+        bind(*added);
+    const DeleteOutcome deleted = deleteItem(*copied.added[0]);
+    EXPECT_EQ(deleted.removed.size(), 2u) << "both are gone with the row";
+    EXPECT_EQ(points.children().length(), 1);
+}
+
+TEST_F(ItemCommands, WhatCannotBeCopiedOrNamedChangesNothing) {
+    KorDSMDatabaseItem& original = style("HB post 1:15");
+    EXPECT_FALSE(copyItem(original, "HB beam 1:15").refusal.isEmpty());
+    EXPECT_FALSE(copyItem(original, "  ").refusal.isEmpty());
+    EXPECT_FALSE(copyItem(*original.m_pParent, "Other").done) << "categories are not copied";
+    EXPECT_FALSE(copyItem(*original.children()[0], "Other").done) << "views neither";
+    KorDSMDatabaseItem& foreign = item<StructDetObjQualifierSetGroup>(SourceId::standard(), "Plates");
+    EXPECT_NE(renameItem(foreign, "Mine").refusal.toStdString().find("Standard"), std::string::npos);
+    EXPECT_NE(deleteItem(foreign).refusal.toStdString().find("Standard"), std::string::npos);
+    databases.setCurrentSource(kUser);
+    databases.remove(kTableDetailMaster, KorOdbcKey(master("HB post 1:15")->key));
+    const std::size_t steps = databases.pending().steps().size();
+    EXPECT_FALSE(copyItem(original, "Other").done) << "a style without a master would be none";
+    EXPECT_EQ(databases.pending().steps().size(), steps);
+    EXPECT_EQ(row<StructDetailStyle>(kUser, "Other"), nullptr);
+    EXPECT_TRUE(assertions.empty());
+}
+
+TEST_F(ItemCommands, DeleteTakesTheMasterAlong) {
+    KorDSMDatabaseItem& doomed = style("HB erection plan");
+    KorDSMDatabaseItem& category = *doomed.m_pParent;
+    DeleteOutcome deleted = deleteItem(doomed);
+    ASSERT_TRUE(deleted.done);
+    ASSERT_EQ(deleted.removed.size(), 1u);
+    EXPECT_EQ(deleted.removed[0]->getDisplayName(), "HB erection plan") << "it lives until its entry is gone";
+    EXPECT_EQ(category.children().find(&doomed), -1);
+    EXPECT_EQ(row<StructDetailStyle>(kUser, "HB erection plan"), nullptr);
+    EXPECT_EQ(master("HB erection plan"), nullptr);
+    EXPECT_EQ(writes, 2);
+    EXPECT_TRUE(deleteItem(category).done) << "groups are not checked for use";
+}
+
+TEST_F(ItemCommands, DeleteOfAStyleWithoutAMasterIsNotDone) {
+    KorDSMDatabaseItem& doomed = style("HB erection plan");
+    databases.setCurrentSource(kUser);
+    databases.remove(kTableDetailMaster, KorOdbcKey(master("HB erection plan")->key));
+    const DeleteOutcome deleted = deleteItem(doomed);
+    EXPECT_FALSE(deleted.done);
+    EXPECT_TRUE(deleted.removed.empty());
+    EXPECT_GE(doomed.m_pParent->children().find(&doomed), 0);
+    EXPECT_EQ(row<StructDetailStyle>(kUser, "HB erection plan"), nullptr);
+}
+
+TEST_F(ItemCommands, DeleteRefusesWhatIsUsedAndSaysByWhom) {
+    KorDSMDatabaseItem& used = item<StructDetObjAnnotationStrategy>(kUser, "HB crane mark");
+    const DeleteOutcome refused = deleteItem(used);
+    EXPECT_FALSE(refused.done);
+    EXPECT_EQ(refused.refusal, "This definition cannot be deleted because other definitions still use "
+                               "it.\nRemove it from them first.");
+    ASSERT_EQ(refused.users.size(), 1u);
+    EXPECT_EQ(refused.users[0].name, "HB site");
+    EXPECT_EQ(refused.users[0].kind, "Representation map");
+    EXPECT_EQ(writes, 0);
+    EXPECT_TRUE(databases.pending().isEmpty());
+
+    CopyOutcome copied = copyItem(used, "Unused");
+    const DeleteOutcome deleted = deleteItem(*copied.added.at(0));
+    EXPECT_TRUE(deleted.done);
+    EXPECT_EQ(deleted.notice.action, DsmListChanged::kReload);
+}
+
+TEST_F(ItemCommands, RenameReachesTheMasterAndEveryTwin) {
+    KorDSMDatabaseItem& original = style("HB post 1:15");
+    EXPECT_TRUE(renameItem(original, "HB post 1:15").done);
+    EXPECT_EQ(writes, 0) << "the same name is no change";
+    EXPECT_FALSE(renameItem(original, "HB beam 1:15").refusal.isEmpty());
+    ASSERT_TRUE(renameItem(original, "HB Post 1:15").done);
+    EXPECT_NE(master("HB Post 1:15"), nullptr);
+    EXPECT_EQ(original.getDisplayName(), "HB Post 1:15");
+
+    KorDSMDatabaseItem& filed = item<StructDetObjQualifierSet>(kUser, "HB rails");
+    KorDSMDatabaseItem& points = item<StructDetViewDimPointSelection>(kUser, "HB posts");
+    KorDSMDatabaseItem& twin = *expand(points)[0];
+    bind(filed);
+    bind(twin);
+    answer = KorDSMGuardedWrite::kDecline;
+    EXPECT_FALSE(renameItem(filed, "Rails").done) << "shared, and the user declined";
+    EXPECT_EQ(twin.getDisplayName(), "HB rails");
+    answer = KorDSMGuardedWrite::kWrite;
+    const Outcome renamed = renameItem(filed, "Rails");
+    ASSERT_TRUE(renamed.done);
+    EXPECT_EQ(twin.getDisplayName(), "Rails");
+    EXPECT_EQ(renamed.notice.action, DsmListChanged::kRenamed);
+    databases.undo();
+    EXPECT_NE(row<StructDetObjQualifierSet>(kUser, "HB rails"), nullptr);
+}
+
+TEST_F(ItemCommands, MoveFilesUnderAnotherGroupOfTheSameKindAndSource) {
+    KorDSMDatabaseItem& post = style("HB post 1:15");
+    KorDSMDatabaseItem& railings = item<StructDetBaseCategory>(kUser, "Hallberg: railings");
+    KorDSMDatabaseItem& columns = item<StructDetBaseCategory>(SourceId::standard(), "Columns");
+    KorDSMDatabaseItem& site = item<StructDetObjQualifierSetGroup>(kUser, "Hallberg: site");
+    std::set<std::string> reasons;
+    for (KorDSMDatabaseItem* wrong : {&columns, &site, post.m_pParent})
+        reasons.insert(whyNotMovable(post, *wrong).toStdString());
+    reasons.insert(whyNotMovable(*post.children()[0], railings).toStdString());
+    EXPECT_FALSE(reasons.contains(""));
+    EXPECT_EQ(reasons.size(), 3u) << "another database, another kind, already there";
+    EXPECT_FALSE(moveToGroup(post, columns).done);
+
+    KorDSMDatabaseItem& old = *post.m_pParent;
+    ASSERT_TRUE(canMove(post, railings));
+    ASSERT_TRUE(moveToGroup(post, railings).done);
+    EXPECT_EQ(post.m_pParent, &railings);
+    EXPECT_EQ(old.children().find(&post), -1);
+    EXPECT_EQ(master("HB post 1:15")->categoryKey, railings.recordKey());
+
+    KorDSMDatabaseItem& rails = item<StructDetObjQualifierSet>(kUser, "HB rails");
+    ASSERT_TRUE(moveToGroup(rails, site).done);
+    EXPECT_EQ(row<StructDetObjQualifierSet>(kUser, "HB rails")->groupKey, site.recordKey());
+    EXPECT_EQ(static_cast<KorDsmQualifierSetItem&>(rails).getRecord().groupKey, site.recordKey());
+}

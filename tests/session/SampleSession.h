@@ -1,0 +1,89 @@
+#pragma once
+
+#include "base/KorAssert.h"
+#include "data/KorDSNManager.h"
+#include "data/KorOdbcMan.h"
+#include "data/text/SampleData.h"
+#include "model/KorDSMDependencies.h"
+#include "model/KorDSMDialogFactory.h"
+#include "model/KorDSMMessages.h"
+#include "model/items/KorDsmItems.h"
+#include "services/KOSettings.h"
+#include "services/Prompts.h"
+#include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMItemPath.h"
+#include "session/KorDSMItemSource.h"
+#include "session/KorDSMWhereUsed.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+inline void PrintTo(const KorString& text, std::ostream* out) {
+    *out << text.view();
+}
+
+/// The sample databases in a folder of their own, loaded as when the editor opens, with a message target that
+/// counts and a user who agrees to every write.
+class SampleSession : public testing::Test, public KorMessageTarget {
+protected:
+    SampleSession() {
+        EXPECT_TRUE(Prompts::load(SOURCE_DIR "/resources/prompts", "en"));
+        EXPECT_EQ(buildSampleData(SOURCE_DIR "/resources", folder.path().string()).error, "");
+        EXPECT_EQ(databases.openFile(SourceId::standard(), file("standard.dsdb"), true).error, "");
+        EXPECT_EQ(databases.openFile(SourceId::user(), file("user.dsdb"), false).error, "");
+        structure.initDataStructure();
+        structure.emptyDataStructure();
+        KorDSMSectionLoader().loadDataStructure(structure);
+        KorDSMMainWindow::set(this);
+        KorDSMGuardedWrite::setAskFunction([this](eTableType, const KorOdbcKey&) { return answer; });
+        KorAssert::setSink(
+            [this](const char* expression, const char*, int) { assertions.push_back(expression); });
+        structure.setShowWarning(true);
+    }
+    ~SampleSession() override {
+        KorDSMMainWindow::set(nullptr);
+        KorDSMGuardedWrite::setAskFunction({});
+        KorAssert::setSink({});
+        structure.emptyDataStructure();
+    }
+
+    void onMessage(const KorMessage& message) override {
+        writes += message.number == DsmDataChanged::kNumber;
+        if (message.number == DsmSetEntryText::kNumber)
+            shownNames.push_back(static_cast<const DsmSetEntryText&>(message).text);
+    }
+
+    std::string file(const std::string& name) const { return (folder.path() / name).string(); }
+
+    template <typename R>
+    const R* row(SourceId id, const KorString& name) {
+        return static_cast<const R*>(databases.source(id)->table(tableOf<R>).find(name));
+    }
+    /// The item of a filed record or of a group.
+    template <typename R>
+    KorDSMDatabaseItem& item(SourceId id, const KorString& name) {
+        KorDSMDatabaseItem* found =
+            KorDSMWhereUsed::findItem(structure, id, {tableOf<R>, row<R>(id, name)->key});
+        EXPECT_NE(found, nullptr) << name.c_str();
+        return *found;
+    }
+    /// Makes the item's children, as opening its entry does.
+    KorArray<KorDSMDatabaseItem*>& expand(KorDSMDatabaseItem& item) {
+        const SourceId source = KorDSMItemSource::sourceOf(&item);
+        const KorDSNRequest request(source.dsn, source.index);
+        KorDSMDependencies::createChildren(item);
+        return item.children();
+    }
+    /// Attaches item data as the tree does, so that equal items know each other.
+    void bind(KorDSMDatabaseItem& item) { structure.appendAddedItemData(new KorDSMTreeItemData(item)); }
+
+    TempFolder folder;
+    StyleDatabases databases;
+    KorDSMDataStructure& structure = KorDSMDialogFactory::getDSMDataStructure();
+    int answer = KorDSMGuardedWrite::kWrite;
+    int writes = 0;
+    std::vector<KorString> shownNames;
+    std::vector<std::string> assertions;
+};
