@@ -54,7 +54,7 @@ StoreResult addStyles(StyleStore& store, int categoriesInUse) {
             style.titleFormat = name("{L1}{size=7;b=1}{name} {number}{size=3.5;b=0}{br}Scale {scale} Qty {quantity}", i % 40);
             style.cutViewTitleFormat = "{L1}{name}-{name} {scale}";
             style.titlePosition = i % 8;
-            for (std::size_t slot = 0; slot < 5; ++slot)
+            for (std::size_t slot = 0; slot < 3; ++slot)
                 style.viewRequests[slot] = (i * 3 + static_cast<int>(slot) * 7) % GeneratedStandard::kViewRequests + 1;
         });
     if (result)
