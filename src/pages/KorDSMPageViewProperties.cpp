@@ -34,9 +34,9 @@ constexpr int kColumnCompass = 12;
 constexpr int kPositions = 4;
 
 constexpr std::pair<int, int> kCaptions[] = {
-    {1168, 33751}, {1169, 33752}, {1170, 33753}, {1171, 33754}, {1172, 33755}, {1242, 33765}, {1254, 33951},
-    {1252, 33952}, {1255, 33953}, {1258, 33954}, {1256, 33955}, {1257, 33956}, {1261, 33960}, {1262, 33961},
-    {1263, 33962}, {1250, 33767}, {2033, 33768},
+    {1168, 33751}, {1169, 33752}, {1170, 33753}, {1171, 33754}, {1172, 33755}, {1242, 33765},
+    {1254, 33951}, {1252, 33952}, {1255, 33953}, {1258, 33954}, {1256, 33955}, {1257, 33956},
+    {1261, 33960}, {1262, 33961}, {1263, 33962}, {1250, 33767}, {2033, 33768},
 };
 constexpr std::pair<int, int> kTooltips[] = {
     {2300, 33859}, {1024, 33860}, {1022, 33861}, {1097, 33862}, {1252, 33957},
@@ -179,7 +179,8 @@ void KorDSMPageViewProperties::showCompass() {
 }
 
 void KorDSMPageViewProperties::showCompassPicture(bool symbol) {
-    KorControls::find<KorInfoCtrl>(this, kCompassPicture)->setInfo({}, symbol ? kSymbolPicture : kArrowPicture);
+    KorControls::find<KorInfoCtrl>(this, kCompassPicture)
+        ->setInfo({}, symbol ? kSymbolPicture : kArrowPicture);
 }
 
 void KorDSMPageViewProperties::enableCompass(bool enable) {

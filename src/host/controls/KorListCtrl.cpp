@@ -70,7 +70,8 @@ void KorListCtrl::setGridLines(bool on) {
     viewport()->update();
 }
 
-void KorListCtrl::drawRow(QPainter* painter, const QStyleOptionViewItem& options, const QModelIndex& index) const {
+void KorListCtrl::drawRow(QPainter* painter, const QStyleOptionViewItem& options,
+                          const QModelIndex& index) const {
     QTreeView::drawRow(painter, options, index);
     if (!m_gridLines)
         return;
