@@ -70,6 +70,9 @@ public:
 
     /// Tooltip text of a control; empty when it has none.
     KorString getTooltip(int controlId) const;
+    void addTooltip(int controlId, int promptNumber);
+    /// Sets the text of a label, button or group box.
+    void setCaption(int controlId, int promptNumber);
 
 protected:
     /// The item that the page shows, or null.
@@ -77,9 +80,6 @@ protected:
 
     /// Enables a control where the source may be edited; disables it always.
     void enableControl(int controlId, bool enable);
-    void addTooltip(int controlId, int promptNumber);
-    /// Sets the text of a label, button or group box.
-    void setCaption(int controlId, int promptNumber);
     /// Gives a button its picture, another one for while it is disabled, and a tooltip by which it is also
     /// known to those who do not see the picture.
     void setButton(int controlId, int bitmap, int disabledBitmap, int tooltipPrompt);

@@ -1,11 +1,13 @@
 #include "pages/LabelDesignerSetup.h"
 
+#include "base/LabelVariables.h"
 #include "controls/KorQt.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "data/KorODBCDetStyle.h"
 #include "data/KorScales.h"
 #include "model/CurrentUnits.h"
 #include "services/KorExchangeUtilities.h"
+#include "services/Prompts.h"
 #include "session/KorDSMHandOver.h"
 
 namespace {
@@ -18,6 +20,48 @@ T creationDefault(const char* key, T start) {
     return start;
 }
 
+constexpr std::pair<QString LabelDesignerTexts::*, int> kTexts[] = {
+    {&LabelDesignerTexts::field, 500},
+    {&LabelDesignerTexts::font, 501},
+    {&LabelDesignerTexts::fontMissing, 502},
+    {&LabelDesignerTexts::size, 503},
+    {&LabelDesignerTexts::color, 504},
+    {&LabelDesignerTexts::bold, 505},
+    {&LabelDesignerTexts::italic, 506},
+    {&LabelDesignerTexts::underline, 507},
+    {&LabelDesignerTexts::insertVariable, 508},
+    {&LabelDesignerTexts::insertVariableTip, 509},
+    {&LabelDesignerTexts::empty, 510},
+    {&LabelDesignerTexts::otherVersion, 511},
+    {&LabelDesignerTexts::notUnderstood, 512},
+    {&LabelDesignerTexts::colorNumber, 513},
+    {&LabelDesignerTexts::byLayer, 514},
+    {&LabelDesignerTexts::byBlock, 515},
+    {&LabelDesignerTexts::boldLetter, 525},
+    {&LabelDesignerTexts::italicLetter, 526},
+    {&LabelDesignerTexts::underlineLetter, 527},
+    {&LabelDesignerTexts::editAsText, 528},
+};
+constexpr int kFirstColorName = 516;
+constexpr int kFirstVariable = 530;
+
+QString prompt(int number) {
+    return toQt(Prompts::getPrompt("DSM", number));
+}
+
+LabelDesignerTexts texts() {
+    LabelDesignerTexts result;
+    for (const auto& [member, number] : kTexts)
+        result.*member = prompt(number);
+    int number = kFirstColorName;
+    for (QString& name : result.colorNames)
+        name = prompt(number++);
+    number = kFirstVariable;
+    for (const LabelVariable& variable : kLabelVariables)
+        result.variables[toQt(KorString(std::string(variable.name)))] = prompt(number++);
+    return result;
+}
+
 } // namespace
 
 void LabelDesignerSetup::apply(VELLabelDesignerCtrlWrap& designer, int objectTypeKey) {
@@ -26,6 +70,7 @@ void LabelDesignerSetup::apply(VELLabelDesignerCtrlWrap& designer, int objectTyp
     if (queue.has("LDBKCOLOR"))
         designer.SetBkColor(static_cast<int>(queue.getDouble("LDBKCOLOR")));
     designer.SetObjectTypeKey(objectTypeKey);
+    designer.setTexts(texts());
     applySource(designer);
 }
 

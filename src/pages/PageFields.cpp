@@ -149,7 +149,10 @@ void PageFields::onTextCommitted(const PageField& field, const KorString& text) 
 }
 
 void PageFields::write(const PageField& field, const CellValue& value) {
-    if (m_loading)
+    const Column* column = columnOf(field);
+    const StructRecord* record = recordOf(row());
+    // A click on what is chosen already is no change, and nobody is asked about it.
+    if (m_loading || !column || !record || column->read(record) == value)
         return;
     int result = 0;
     if (m_rowToEdit) {

@@ -1,8 +1,12 @@
 #include "shell/KorDSMPageRegistry.h"
 
 #include "base/KorAssert.h"
+#include "pages/KorDSMPageCompassPosition.h"
+#include "pages/KorDSMPageCutViewTitleProperties.h"
 #include "pages/KorDSMPageDetailStylesProperties.h"
+#include "pages/KorDSMPageModelObjectsSelection.h"
 #include "pages/KorDSMPageViewCategories.h"
+#include "pages/KorDSMPageViewClipping.h"
 #include "pages/KorDSMPageViewDefinition.h"
 #include "pages/KorDSMPageViewProperties.h"
 #include "pages/KorDSMPlainPage.h"
@@ -54,9 +58,13 @@ using MakePage = std::function<KorDSMPage*(QWidget*)>;
 const std::map<int, MakePage>& pageRows() {
     static const std::map<int, MakePage> rows = {
         {2002, [](QWidget* owner) { return new KorDSMPageDetailStylesProperties(owner); }},
+        {1086, [](QWidget* owner) { return new KorDSMPageViewClipping(owner); }},
+        {2003, [](QWidget* owner) { return new KorDSMPageModelObjectsSelection(owner); }},
         {2004, [](QWidget* owner) { return new KorDSMPageViewDefinition(owner); }},
         {2005, [](QWidget* owner) { return new KorDSMPageViewProperties(owner); }},
         {2006, [](QWidget* owner) { return new KorDSMPageViewCategories(owner); }},
+        {2020, [](QWidget* owner) { return new KorDSMPageCompassPosition(owner); }},
+        {2309, [](QWidget* owner) { return new KorDSMPageCutViewTitleProperties(owner); }},
     };
     return rows;
 }

@@ -1,0 +1,112 @@
+#include "pages/CompassChoice.h"
+
+#include "base/KorAssert.h"
+#include "controls/KorControls.h"
+#include "controls/KorInfoCtrl.h"
+#include "data/records/ViewRecords.h"
+#include "pages/KorDSMPage.h"
+
+#include <QAbstractButton>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kColumnCompass = 12;
+constexpr int kCorners = 4;
+
+constexpr int kCompass = 1252;
+constexpr int kPicture = 1253;
+constexpr int kFirstCorner = 1255;
+constexpr int kLastCorner = 1258;
+constexpr int kArrow = 1262;
+constexpr int kSymbol = 1263;
+constexpr int kArrowPicture = 1093;
+constexpr int kSymbolPicture = 1107;
+
+constexpr int kChoices[] = {1255, 1256, 1257, 1258, kArrow, kSymbol};
+constexpr std::pair<int, int> kCaptions[] = {
+    {1254, 33951}, {kCompass, 33952}, {1255, 33953}, {1258, 33954},    {1256, 33955},
+    {1257, 33956}, {1261, 33960},     {kArrow, 33961}, {kSymbol, 33962},
+};
+constexpr int kCompassTooltip = 33957;
+
+} // namespace
+
+CompassChoice::CompassChoice(KorDSMPage& page, ShowFunction shownFor)
+    : QObject(&page), m_page(page), m_shownFor(shownFor) {}
+
+void CompassChoice::connectControls() {
+    for (const auto& [control, prompt] : kCaptions)
+        m_page.setCaption(control, prompt);
+    m_page.addTooltip(kCompass, kCompassTooltip);
+    auto* picture = KorControls::find<KorInfoCtrl>(&m_page, kPicture);
+    picture->setFrame(true);
+    picture->setFitToContent(true);
+    showPicture(false);
+    connect(button(kCompass), &QAbstractButton::clicked, this, &CompassChoice::onCompassClicked);
+    for (const int radio : kChoices)
+        connect(button(radio), &QAbstractButton::clicked, this, [this, radio] { onChoiceClicked(radio); });
+}
+
+void CompassChoice::load() {
+    const int code = storedCode();
+    const Shown shown = code > 0 ? m_shownFor(code) : Shown{0, -1};
+    for (const int radio : kChoices)
+        KorControls::setChecked(button(radio), radio == kFirstCorner - 1 + shown.corner ||
+                                                   radio == kArrow + shown.representation);
+    // The stored value itself is the state of the box: one with two states shows all but 0 as checked.
+    button(kCompass)->setChecked(code != 0);
+    showPicture(shown.representation == 1);
+    enableChoices();
+}
+
+void CompassChoice::enableChoices() {
+    for (const int radio : kChoices)
+        button(radio)->setEnabled(m_page.isEditable() && button(kCompass)->isChecked());
+}
+
+QAbstractButton* CompassChoice::button(int controlId) const {
+    return KorControls::find<QAbstractButton>(&m_page, controlId);
+}
+
+// The radio button that is down among those numbered first to last, or 0.
+int CompassChoice::checkedIn(int first, int last) const {
+    for (int radio = first; radio <= last; ++radio)
+        if (button(radio)->isChecked())
+            return radio;
+    return 0;
+}
+
+int CompassChoice::storedCode() const {
+    const auto* item = static_cast<const KorDSMDatabaseItem*>(m_page.getData());
+    return item ? static_cast<const StructDetViewRequest*>(item->record())->compassKey : 0;
+}
+
+void CompassChoice::showPicture(bool symbol) {
+    KorControls::find<KorInfoCtrl>(&m_page, kPicture)
+        ->setInfo({}, symbol ? kSymbolPicture : kArrowPicture);
+}
+
+void CompassChoice::onCompassClicked(bool on) {
+    for (const int radio : kChoices)
+        KorControls::setChecked(button(radio), on && (radio == kFirstCorner || radio == kArrow));
+    showPicture(false);
+    m_page.writeField(kColumnCompass, std::int64_t{on});
+    enableChoices();
+}
+
+void CompassChoice::onChoiceClicked(int radio) {
+    const int cornerRadio = checkedIn(kFirstCorner, kLastCorner);
+    if (!cornerRadio)
+        return;
+    if (radio >= kArrow)
+        showPicture(radio == kSymbol);
+    const int corner = cornerRadio - kFirstCorner + 1;
+    KorAssert::check(corner >= 0 && corner <= kCorners, "nCompassKey >= 0 && nCompassKey<=4");
+    // Where neither representation is shown the stored one stays.
+    const int representationRadio = checkedIn(kArrow, kSymbol);
+    const int representation =
+        representationRadio ? representationRadio - kArrow : std::max(storedCode() - 1, 0) / kCorners;
+    m_page.writeField(kColumnCompass, std::int64_t{corner + kCorners * representation});
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "pages/CompassChoice.h"
+#include "pages/KorDSMPage.h"
+#include "pages/PageFields.h"
+
+/// The north compass of a view, and where it stands on overview drawings.
+class KorDSMPageCompassPosition : public KorDSMPage {
+    Q_OBJECT
+
+public:
+    explicit KorDSMPageCompassPosition(QWidget* parent);
+
+    bool OnInitDialog() override;
+    bool loadData() override;
+    void enableControls() override;
+
+private:
+    PageFields m_fields;
+    CompassChoice m_compass;
+};

@@ -1,0 +1,86 @@
+#include "pages/KorDSMPageModelObjectsSelection.h"
+
+#include "base/KorAssert.h"
+#include "controls/KorControls.h"
+#include "controls/KorInfoCtrl.h"
+#include "controls/KorQt.h"
+#include "data/KorODBCDetStyle.h"
+#include "data/KorOdbcGUI.h"
+#include "services/Prompts.h"
+
+namespace {
+
+constexpr int kFirstButton = 2310;
+constexpr int kButtonTooltip = 33833;
+constexpr int kInfo = 1110;
+constexpr int kInfoText = 33668;
+constexpr int kInfoPicture = 1020;
+constexpr int kColumnStrategy = 4;
+
+constexpr std::pair<int, int> kFrames[] = {{1159, 33666}, {1160, 33667}};
+constexpr std::pair<int, int> kHeadings[] = {{1241, 33898}, {1242, 33899}, {1243, 33900}};
+constexpr int kHeadingPoints = 9;
+
+} // namespace
+
+KorDSMPageModelObjectsSelection::KorDSMPageModelObjectsSelection(QWidget* parent)
+    : KorDSMPage(parent, 2003, {}) {
+    setTitle(Prompts::getPrompt("UPS", 33665));
+    m_pageCode = 6;
+}
+
+bool KorDSMPageModelObjectsSelection::OnInitDialog() {
+    KorDSMPage::OnInitDialog();
+    for (const auto& [frame, prompt] : kFrames)
+        setCaption(frame, prompt);
+    for (const auto& [heading, prompt] : kHeadings) {
+        setCaption(heading, prompt);
+        QWidget* label = KorControls::find(this, heading);
+        QFont font = label->font();
+        font.setPointSize(kHeadingPoints);
+        font.setWeight(QFont::Bold);
+        label->setFont(font);
+    }
+    KorControls::find<KorInfoCtrl>(this, kInfo)->setInfo(Prompts::getPrompt("UPS", kInfoText), kInfoPicture);
+    for (std::size_t i = 0; i < kButtons; ++i) {
+        const int control = kFirstButton + static_cast<int>(i);
+        m_buttons[i] = KorControls::find<QRadioButton>(this, control);
+        if (!KorAssert::check(m_buttons[i] != nullptr, "bRes"))
+            return false;
+        addTooltip(control, kButtonTooltip);
+        connect(m_buttons[i], &QRadioButton::clicked, this, [this, i] { onButtonClicked(i); });
+    }
+    return true;
+}
+
+bool KorDSMPageModelObjectsSelection::fillLists() {
+    m_names.clear();
+    KorOdbcGUI::getDetObjSelectionStrategyList(m_names);
+    for (std::size_t i = 0; i < kButtons; ++i) {
+        const bool used = static_cast<int>(i) < m_names.length();
+        m_buttons[i]->setVisible(used);
+        if (used)
+            m_buttons[i]->setText(toQt(m_names[static_cast<int>(i)]).replace('&', "&&"));
+    }
+    return true;
+}
+
+bool KorDSMPageModelObjectsSelection::loadData() {
+    if (!item())
+        return false;
+    const auto& style = static_cast<const StructDetailStyle&>(*item()->record());
+    StructDetObjSelectionStrategy strategy;
+    const bool found =
+        KorODBCDetStyle::getDetObjSelectionStrategy(KorOdbcKey(style.getObjectSelectionStrategy()), strategy) == 1;
+    // Names need not be unique; the first button of the name stands for it.
+    const int shown = found ? m_names.find(strategy.name) : -1;
+    for (std::size_t i = 0; i < kButtons; ++i)
+        KorControls::setChecked(m_buttons[i], static_cast<int>(i) == shown);
+    return true;
+}
+
+void KorDSMPageModelObjectsSelection::onButtonClicked(std::size_t index) {
+    StructDetObjSelectionStrategy strategy;
+    if (item() && KorOdbcGUI::getDetObjSelectionStrategy(m_names[static_cast<int>(index)], strategy) == 1)
+        writeField(kColumnStrategy, std::int64_t{strategy.key});
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "pages/KorDSMPage.h"
+
+#include <QRadioButton>
+
+#include <array>
+
+/// Which model objects a drawing made with a detail style selects: one button per selection strategy.
+class KorDSMPageModelObjectsSelection : public KorDSMPage {
+    Q_OBJECT
+
+public:
+    explicit KorDSMPageModelObjectsSelection(QWidget* parent);
+
+    bool OnInitDialog() override;
+    bool fillLists() override;
+    bool loadData() override;
+
+private:
+    static constexpr std::size_t kButtons = 11;
+
+    void onButtonClicked(std::size_t index);
+
+    std::array<QRadioButton*, kButtons> m_buttons{};
+    KorArray<KorString> m_names; // of the buttons; a caption shows its ampersands otherwise
+};

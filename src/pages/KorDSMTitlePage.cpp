@@ -1,0 +1,125 @@
+#include "pages/KorDSMTitlePage.h"
+
+#include "base/KorAssert.h"
+#include "controls/KorControls.h"
+#include "controls/KorInfoCtrl.h"
+#include "controls/KorQt.h"
+#include "controls/label/VELLabelDesignerCtrlWrap.h"
+#include "data/schema/TableSchema.h"
+#include "pages/LabelDesignerSetup.h"
+#include "services/Prompts.h"
+
+#include <QRadioButton>
+
+#include <algorithm>
+
+namespace {
+constexpr int kDesigner = 1012;
+}
+
+KorDSMTitlePage::KorDSMTitlePage(QWidget* parent, const TitlePageTable& table)
+    : KorDSMPage(parent, table.templateId, {}), m_table(table) {
+    setTitle(Prompts::getPrompt("UPS", table.title));
+    m_pageCode = table.pageCode;
+}
+
+bool KorDSMTitlePage::OnInitDialog() {
+    KorDSMPage::OnInitDialog();
+    m_designer = KorControls::find<VELLabelDesignerCtrlWrap>(this, kDesigner);
+    m_picture = KorControls::find<KorInfoCtrl>(this, m_table.picture);
+    if (!KorAssert::check(m_designer != nullptr, "bRes"))
+        return false;
+    if (m_picture) {
+        m_picture->setFitToContent(true);
+        m_picture->setFrame(true);
+    }
+    setCaption(m_table.positionFrame, 33656);
+    setCaption(m_table.formatFrame, 33657);
+    for (const TitlePosition& position : m_table.positions) {
+        setCaption(position.radio, position.prompt);
+        if (m_table.positionTooltip)
+            addTooltip(position.radio, m_table.positionTooltip);
+        connect(KorControls::find<QRadioButton>(this, position.radio), &QRadioButton::clicked, this,
+                [this, radio = position.radio] { onPositionClicked(radio); });
+    }
+    if (m_table.designerTooltip)
+        addTooltip(kDesigner, m_table.designerTooltip);
+    LabelDesignerSetup::apply(*m_designer, m_table.objectType);
+    connect(m_designer, &VELLabelDesignerCtrlWrap::changed, this, [this] {
+        m_titleEdited = true;
+        notifyModified();
+    });
+    connect(m_designer, &VELLabelDesignerCtrlWrap::tooltipRequested, this, &KorDSMTitlePage::answerTooltip,
+            Qt::DirectConnection);
+    return true;
+}
+
+void KorDSMTitlePage::OnShow(int show) {
+    KorDSMPage::OnShow(show);
+    m_titleEdited = false;
+}
+
+bool KorDSMTitlePage::loadData() {
+    if (!item() || !m_designer)
+        return false;
+    LabelDesignerSetup::applySource(*m_designer);
+    m_designer->SetString(std::get<KorString>(stored(m_table.formatColumn)));
+    const CellValue value = stored(m_table.positionColumn);
+    const TitlePosition& position =
+        positionOf(static_cast<int>(std::get<std::int64_t>(value)), &TitlePosition::value);
+    KorAssert::check(value == CellValue(std::int64_t{position.value}), "0");
+    KorControls::find<QRadioButton>(this, position.radio)->setChecked(true);
+    showPicture(position);
+    return true;
+}
+
+void KorDSMTitlePage::enableControls() {
+    KorDSMPage::enableControls();
+    if (!m_designer)
+        return;
+    // The designer shows itself read-only, so that its text can still be read and copied.
+    m_designer->setEnabled(true);
+    m_designer->Enable(isEditable());
+}
+
+void KorDSMTitlePage::storePendingChanges(bool discard) {
+    if (discard || !m_titleEdited || !item())
+        return;
+    m_titleEdited = false;
+    const KorString text = m_designer->GetString();
+    if (CellValue(text) != stored(m_table.formatColumn))
+        writeField(m_table.formatColumn, text);
+}
+
+const TitlePosition& KorDSMTitlePage::positionOf(int number, int TitlePosition::*member) const {
+    const auto it = std::ranges::find(m_table.positions, number, member);
+    return it == m_table.positions.end() ? m_table.positions[static_cast<std::size_t>(m_table.fallback)] : *it;
+}
+
+CellValue KorDSMTitlePage::stored(int column) const {
+    return findTable(item()->tableType())->column(column)->read(item()->record());
+}
+
+void KorDSMTitlePage::showPicture(const TitlePosition& position) {
+    if (m_picture)
+        m_picture->setInfo({}, position.picture);
+}
+
+void KorDSMTitlePage::onPositionClicked(int radioId) {
+    if (!item())
+        return;
+    const TitlePosition& position = positionOf(radioId, &TitlePosition::radio);
+    const CellValue value = std::int64_t{position.value};
+    if (value != stored(m_table.positionColumn))
+        writeField(m_table.positionColumn, value);
+    showPicture(position);
+}
+
+void KorDSMTitlePage::answerTooltip(VELTooltipRequest& request) const {
+    const QRect window(m_designer->mapToGlobal(QPoint()), m_designer->size());
+    if (!window.contains(request.mousePoint))
+        return;
+    request.toolRect = window;
+    request.toolOwner = m_designer;
+    request.text = toQt(getTooltip(kDesigner));
+}
