@@ -44,6 +44,7 @@ int KorDSMMainDialog::OnInitDialog() {
     setUpImages();
     setUpSections();
     setUpStrips();
+    setUpActions();
     setUpStatus();
     setUpButtons();
 
@@ -180,8 +181,10 @@ void KorDSMMainDialog::keyPressEvent(QKeyEvent* event) {
 }
 
 bool KorDSMMainDialog::event(QEvent* event) {
-    if (event->type() == QEvent::WindowActivate && m_ready)
+    if (event->type() == QEvent::WindowActivate && m_ready) {
+        readOutsideChanges();
         showReports();
+    }
     return QDialog::event(event);
 }
 

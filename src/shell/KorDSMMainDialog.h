@@ -6,8 +6,11 @@
 #include "session/KorDSMCommit.h"
 #include "session/KorDSMCommandStates.h"
 #include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMItemCommands.h"
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMSelectionHistory.h"
+#include "session/KorDSMUndo.h"
+#include "session/KorDSMWhereUsed.h"
 #include "shell/KorDSMPageRegistry.h"
 #include "shell/KorDSMSectionTree.h"
 
@@ -17,6 +20,7 @@ class KorButtonGroup;
 class KorButtonGroupMenu;
 class KorListCtrl;
 class KorTabCtrl;
+class QAction;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -70,6 +74,7 @@ private:
     void setUpButtons();
     void setUpTexts();
     void setUpTabOrder();
+    void setUpActions();
     void writeTiming(const char* label, qint64 milliseconds) const;
 
     // Sections
@@ -93,6 +98,7 @@ private:
     void rememberSelection(KorDSMDatabaseItem& item, KorTreeHandle entry);
     bool selectItemDatabase(const KorDSMDatabaseItem* item);
     void updateCommandStates(const KorDSMTreeItemData* data);
+    void enableItemCommand(int index, bool enable);
     SelectionFacts factsOf(const KorDSMTreeItemData* data);
     void historyStep(std::optional<KorDSMSelectionHistory::Entry> entry);
     void goUp();
@@ -105,6 +111,23 @@ private:
     void apply();
     void use();
     void exportStyle();
+    void newItem();
+    void copyItem();
+    void renameItem();
+    void deleteItem();
+    void importStyles();
+    void undoOrRedo(bool undo);
+    void showContextMenu(KorTreeHandle entry, const QPoint& position);
+    void dropEntry(KorTreeHandle from, KorTreeHandle to);
+    void showNewItems(const std::vector<KorDSMDatabaseItem*>& items);
+    void showUsers(const KorDSMDatabaseItem& item, const std::vector<KorDSMUsage>& users);
+    void listUsers(const KorDSMDatabaseItem& item, const std::vector<KorDSMUsage>& users);
+    void refuse(const KorString& reason);
+    void sendNotice(const KorDSMItemCommands::ListNotice& notice);
+    bool bringIntoLine(const std::vector<KorDSMRowChange>& changes);
+    void reloadPage();
+    void reloadSections();
+    void readOutsideChanges();
     bool finishCurrentPage();
     void reportCommit(const KorDSMCommit::Outcome& outcome);
     void setModified(bool modified);
@@ -135,7 +158,7 @@ private:
     QPushButton* m_use = nullptr;
 
     KorTreeHandle m_currentEntry = nullptr;
-    std::vector<KorDSMDatabaseItem*> m_listItems;
+    std::vector<QAction*> m_commandActions; // one per item command, in the strip's order
     bool m_recording = true;
     bool m_handleSelection = true;
     bool m_used = false;

@@ -113,6 +113,12 @@ KorDSMPage* KorDSMPageRegistry::pageOfCode(int code) const {
     return nullptr;
 }
 
+void KorDSMPageRegistry::requestInit() {
+    for (const auto& [templateId, registered] : m_pages)
+        if (registered)
+            registered->requestInit();
+}
+
 void KorDSMPageRegistry::clear() {
     for (auto& group : m_groups)
         group.reset();

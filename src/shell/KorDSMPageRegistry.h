@@ -22,6 +22,9 @@ public:
     /// The page of this code, or null; the first one where several have it.
     KorDSMPage* pageOfCode(int code) const;
 
+    /// The lists of every page are filled again at the next show.
+    void requestInit();
+
     /// Deletes every group with its pages.
     void clear();
 

@@ -34,8 +34,23 @@ KorString dsm(int number) {
 
 void KorDSMMainDialog::onItemCommand(int id) {
     switch (id) {
+    case 1029:
+        newItem();
+        break;
     case 1030:
         use();
+        break;
+    case 1033:
+        copyItem();
+        break;
+    case 1034:
+        renameItem();
+        break;
+    case 1035:
+        deleteItem();
+        break;
+    case 1039:
+        importStyles();
         break;
     case 1037:
         exportStyle();
@@ -78,6 +93,23 @@ void KorDSMMainDialog::reportCommit(const KorDSMCommit::Outcome& outcome) {
     if (!details.isEmpty())
         box.setDetailedText(details.join('\n'));
     box.exec();
+}
+
+void KorDSMMainDialog::readOutsideChanges() {
+    const std::vector<OutsideChange> changes = StyleDatabases::current().refreshChanged();
+    if (changes.empty())
+        return;
+    for (const OutsideChange& change : changes) {
+        if (!change.error.empty())
+            KorHostReport::add(KorString(change.error));
+        for (const OutsideConflict& conflict : change.conflicts)
+            KorHostReport::add(KorString(change.file) + KorString(": ") +
+                               KorString::format(dsm(kConflictLine),
+                                                 {conflict.rowName,
+                                                  KorString(conflict.values.column ? conflict.values.column->name : ""),
+                                                  KorString(conflict.values.stored), KorString(conflict.values.mine)}));
+    }
+    reloadSections();
 }
 
 void KorDSMMainDialog::showReports() {

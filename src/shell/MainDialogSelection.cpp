@@ -10,6 +10,7 @@
 #include "session/KorDSMListContents.h"
 #include "shell/KorDSMMainDialog.h"
 
+#include <QAction>
 #include <QLabel>
 #include <QPushButton>
 
@@ -38,6 +39,11 @@ KorString statusText(const KorDSMDatabaseItem& item, const KorString& entryText)
         if (row.type == item.m_Type)
             return row.prompt == 0 ? entryText : Prompts::getPrompt("UPS", row.prompt);
     return {};
+}
+
+// Deep copy and dimension settings have no dialogs yet: their buttons stay off.
+bool isOffered(eItemCommand command) {
+    return command != eItemCommand::kDeepCopy && command != eItemCommand::kDimensionSettings;
 }
 
 constexpr int kBack = 1042;
@@ -125,7 +131,6 @@ void KorDSMMainDialog::showList(KorDSMDatabaseItem* item) {
     m_tabs->hide();
     m_list->show();
     m_list->deleteAllColumns();
-    m_listItems.clear();
     if (!item)
         return;
     const KorDSMListContents contents = KorDSMListContents::of(*item);
@@ -172,13 +177,18 @@ SelectionFacts KorDSMMainDialog::factsOf(const KorDSMTreeItemData* entryData) {
 void KorDSMMainDialog::updateCommandStates(const KorDSMTreeItemData* entryData) {
     const CommandStates states = commandStates(factsOf(entryData));
     for (int i = 0; i < kNumberOfItemCommands; ++i)
-        m_itemCommands->enableButton(m_itemCommands->buttonId(i), states.enabled[static_cast<std::size_t>(i)]);
+        enableItemCommand(i, states.enabled[static_cast<std::size_t>(i)] && isOffered(static_cast<eItemCommand>(i)));
     m_use->setEnabled(states[eItemCommand::kUse]);
     m_navigation->enableButton(kBack, m_history.canGoBack());
     m_navigation->enableButton(kForward, m_history.canGoForward());
     KorTreeCtrl* control = currentTree().control();
     KorTreeHandle parent = m_currentEntry ? control->getParentItem(m_currentEntry) : nullptr;
     m_navigation->enableButton(kUp, parent && parent != control->getRoot());
+}
+
+void KorDSMMainDialog::enableItemCommand(int index, bool enable) {
+    m_itemCommands->enableButton(m_itemCommands->buttonId(index), enable);
+    m_commandActions[static_cast<std::size_t>(index)]->setEnabled(enable);
 }
 
 void KorDSMMainDialog::onNavigation(int id) {

@@ -12,6 +12,7 @@
 #include "services/Prompts.h"
 #include "shell/KorDSMMainDialog.h"
 
+#include <QAction>
 #include <QBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
@@ -112,6 +113,13 @@ void KorDSMMainDialog::setUpSections() {
         connect(combo, &VELComboTree::entrySelected, this, [this, section, combo](KorTreeHandle entry) {
             onSourceChosen(section, combo->getEntryData(entry));
         });
+        connect(control, &KorTreeCtrl::contextMenuRequested, this, &KorDSMMainDialog::showContextMenu);
+        connect(control, &KorTreeCtrl::dropRequested, this, &KorDSMMainDialog::dropEntry);
+        // Where a record cannot go is said when it is dropped there.
+        connect(control, &KorTreeCtrl::dropQuery, this, [](KorTreeHandle from, KorTreeHandle to, bool* accept) {
+            const KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(from);
+            *accept = item && item->record() && KorDSMSectionTree::itemOf(to);
+        });
         connect(control, &KorTreeCtrl::selectionChanged, this, [this](KorTreeHandle entry) {
             if (m_handleSelection)
                 onSelectionChanged(entry);
@@ -148,6 +156,47 @@ void KorDSMMainDialog::setUpStrips() {
     for (const int prompt : kOptionPrompts)
         m_sections->addMenuItem(ups(prompt));
     connect(m_sections, &KorButtonGroupMenu::toggled, this, &KorDSMMainDialog::onOption);
+}
+
+void KorDSMMainDialog::setUpActions() {
+    // The usual keys of the strip's commands, in its order; the commands also stand in the context menu.
+    const QKeySequence keys[] = {QKeySequence::New,
+                                 {},
+                                 {},
+                                 QKeySequence(Qt::CTRL | Qt::Key_D),
+                                 QKeySequence(Qt::Key_F2),
+                                 {},
+                                 QKeySequence(Qt::CTRL | Qt::Key_E),
+                                 QKeySequence(Qt::CTRL | Qt::Key_I),
+                                 {},
+                                 {}};
+    for (int i = 0; i < kNumberOfItemCommands; ++i) {
+        const StripButton& button = kItemCommands[i];
+        auto* action = new QAction(KorPictures::bitmap(button.bitmap), toQt(ups(button.prompt)), this);
+        action->setShortcut(keys[i]);
+        connect(action, &QAction::triggered, this, [this, id = button.id] { onItemCommand(id); });
+        addAction(action);
+        m_commandActions.push_back(action);
+    }
+    const auto addKey = [this](const QKeySequence& key, auto&& call) {
+        auto* action = new QAction(this);
+        action->setShortcut(key);
+        connect(action, &QAction::triggered, this, call);
+        addAction(action);
+    };
+    addKey(QKeySequence::Undo, [this] { undoOrRedo(true); });
+    addKey(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), [this] { undoOrRedo(false); });
+    // Delete belongs to the tree: in a field or a grid it deletes what is there.
+    for (SectionSlot& section : m_slots) {
+        auto* remove = new QAction(section.tree->control());
+        remove->setShortcut(QKeySequence::Delete);
+        remove->setShortcutContext(Qt::WidgetShortcut);
+        connect(remove, &QAction::triggered, this, [this] {
+            if (m_commandActions[static_cast<std::size_t>(eItemCommand::kDelete)]->isEnabled())
+                deleteItem();
+        });
+        section.tree->control()->addAction(remove);
+    }
 }
 
 void KorDSMMainDialog::setUpStatus() {

@@ -102,6 +102,12 @@ void EditorFixture::click(QWidget* widget) {
     QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2));
 }
 
+void EditorFixture::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    m_dialog->activateWindow();
+    QApplication::processEvents();
+    QTest::keyClick(m_dialog.get(), key, modifiers);
+}
+
 void EditorFixture::answerNext(std::function<void(QWidget*)> answer) {
     QTimer::singleShot(0, m_dialog.get(), [answer = std::move(answer)] {
         QWidget* modal = QApplication::activeModalWidget();

@@ -34,6 +34,8 @@ protected:
     KorTabPage* page() { return control<KorTabCtrl>(1002)->currentPage(); }
     void showTab(int index);
     void click(QWidget* widget);
+    /// A key of the window, where the focus is. Offscreen, a closed dialog does not hand the activation back.
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     QPushButton* button(int id) { return control<QPushButton>(id); }
     /// Answers the next modal dialog by a click on its button with this number or text.
     void answerNext(std::function<void(QWidget*)> answer);

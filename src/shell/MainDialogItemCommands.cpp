@@ -1,0 +1,304 @@
+#include "controls/KorListCtrl.h"
+#include "controls/KorQt.h"
+#include "controls/KorTabCtrl.h"
+#include "controls/VELComboTree.h"
+#include "data/KorOdbcMan.h"
+#include "data/exchange/KorDatabaseAccess.h"
+#include "data/exchange/KorODBCDetailStyleExports.h"
+#include "dialogs/KorDSMDialogNewItem.h"
+#include "dialogs/KorDSMDialogNewItemWithGroup.h"
+#include "dialogs/KorDSMDialogWhereUsed.h"
+#include "model/KorDSMDependencies.h"
+#include "model/KorDSMSectionLoader.h"
+#include "services/Prompts.h"
+#include "session/KorDSMItemCommands.h"
+#include "session/KorDSMItemPath.h"
+#include "session/KorDSMNewItem.h"
+#include "session/KorDSMUndo.h"
+#include "session/KorDSMWhereUsed.h"
+#include "shell/KorDSMMainDialog.h"
+
+#include <QAction>
+#include <QFileDialog>
+#include <QMenu>
+#include <QMessageBox>
+
+// The commands of the main dialog that change which records exist, and their undo.
+
+using namespace KorDSMDefines;
+
+namespace {
+
+constexpr int kRefused = 260;      // caption of the message that says why a command did nothing
+constexpr int kImported = 261;     // "%d detail styles were imported, %d were there already."
+constexpr int kWhereUsed = 262;    // "Where used..."
+constexpr int kImportCaption = 263;
+
+KorString ups(int number) {
+    return Prompts::getPrompt("UPS", number);
+}
+
+KorString dsm(int number) {
+    return Prompts::getPrompt("DSM", number);
+}
+
+} // namespace
+
+void KorDSMMainDialog::newItem() {
+    KorDSMDatabaseItem* selected = currentItem();
+    KorDSMDatabaseItem* group = selected ? KorDSMItemPath::groupOf(*selected) : nullptr;
+    const eItemType type = selected ? KorDSMNewItem::typeAt(*selected) : kNoType;
+    if (!group || type == kNoType)
+        return;
+    finishCurrentPage();
+    KorDSMDialogNewItemWithGroup dialog(type, {}, group->getDisplayName(), this);
+    if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
+        return;
+    KorDSMDatabaseItem* addIn = group->m_pParent;
+    for (KorDSMDatabaseItem* other : addIn->children())
+        if (other->recordKey() == dialog.groupKey())
+            group = other;
+    if (KorDSMDatabaseItem* item = KorDSMNewItem::create(type, dialog.name(), *group))
+        showNewItems({item});
+}
+
+void KorDSMMainDialog::copyItem() {
+    KorDSMDatabaseItem* item = currentItem();
+    if (!item)
+        return;
+    finishCurrentPage();
+    KorDSMDialogNewItem dialog(item->m_Type, item->getDisplayName(), true, this);
+    if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
+        return;
+    const KorDSMItemCommands::CopyOutcome outcome = KorDSMItemCommands::copyItem(*item, dialog.name());
+    if (!outcome.done)
+        return refuse(outcome.refusal);
+    showNewItems(outcome.added);
+    sendNotice(outcome.notice);
+}
+
+void KorDSMMainDialog::showNewItems(const std::vector<KorDSMDatabaseItem*>& items) {
+    KorTreeHandle first = nullptr;
+    for (KorDSMDatabaseItem* item : items) {
+        currentTree().reveal(*item);
+        KorTreeHandle entry = item->m_hTreeItem ? item->m_hTreeItem : currentTree().addEntry(*item);
+        first = first ? first : entry;
+    }
+    if (first)
+        currentTree().control()->selectItem(first);
+}
+
+void KorDSMMainDialog::renameItem() {
+    KorDSMDatabaseItem* item = currentItem();
+    if (!item || !item->record())
+        return;
+    finishCurrentPage();
+    KorDSMDialogNewItem dialog(item->m_Type, item->getDisplayName(), false, this);
+    if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
+        return;
+    const KorDSMItemCommands::Outcome outcome = KorDSMItemCommands::renameItem(*item, dialog.name());
+    if (!outcome.done)
+        return refuse(outcome.refusal);
+    if (item->m_hTreeItem)
+        currentTree().control()->setItemText(item->m_hTreeItem, item->getDisplayName());
+    for (KorDSMDatabaseItem* twin : item->equalItems())
+        if (twin->m_hTreeItem)
+            currentTree().control()->setItemText(twin->m_hTreeItem, twin->getDisplayName());
+    sendNotice(outcome.notice);
+    reloadPage();
+}
+
+void KorDSMMainDialog::deleteItem() {
+    KorDSMDatabaseItem* item = currentItem();
+    if (!item)
+        return;
+    finishCurrentPage();
+    if (const auto users = KorDSMItemCommands::usersThatForbidDeleting(*item); !users.empty()) {
+        showUsers(*item, users);
+        return;
+    }
+    const QString question = toQt(KorString::format(ups(19961), {item->getDisplayName()}));
+    QMessageBox box(QMessageBox::Information, toQt(ups(19960)), question, QMessageBox::Yes | QMessageBox::No, this);
+    if (box.exec() != QMessageBox::Yes)
+        return;
+    // The page must let go of the item before it is gone.
+    m_tabs->finishCurrentPage();
+    m_tabs->setCurrentContent(nullptr);
+    KorDSMItemCommands::DeleteOutcome outcome = KorDSMItemCommands::deleteItem(*item);
+    if (!outcome.done)
+        return refuse(outcome.refusal);
+    for (const auto& removed : outcome.removed)
+        if (removed->m_hTreeItem)
+            currentTree().deleteEntry(removed->m_hTreeItem);
+    m_list->deleteSelectedItems();
+    sendNotice(outcome.notice);
+}
+
+void KorDSMMainDialog::showUsers(const KorDSMDatabaseItem& item, const std::vector<KorDSMUsage>& users) {
+    const KorString text = ups(33521).replaced("\\n", "\n");
+    QMessageBox::critical(this, toQt(ups(33522)), toQt(text));
+    listUsers(item, users);
+}
+
+void KorDSMMainDialog::listUsers(const KorDSMDatabaseItem& item, const std::vector<KorDSMUsage>& users) {
+    auto* dialog = new KorDSMDialogWhereUsed(item.getDisplayName(), users, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &KorDSMDialogWhereUsed::usageChosen, this, [this](const KorDSMUsage& usage) {
+        if (KorDSMDatabaseItem* user = KorDSMWhereUsed::findItem(m_structure, usage.source, usage.row))
+            goToItem(*user);
+    });
+    dialog->show();
+}
+
+void KorDSMMainDialog::refuse(const KorString& reason) {
+    if (!reason.isEmpty())
+        QMessageBox::information(this, toQt(dsm(kRefused)), toQt(reason));
+}
+
+void KorDSMMainDialog::sendNotice(const KorDSMItemCommands::ListNotice& notice) {
+    DsmListChanged message;
+    message.senderPageCode = notice.senderPageCode;
+    message.action = notice.action;
+    message.name = notice.path(VELComboTree::GetPathDelimiter());
+    for (const int receiver : notice.receivers)
+        if (KorDSMPage* page = m_pages.pageOfCode(receiver))
+            page->onMessage(message);
+}
+
+void KorDSMMainDialog::importStyles() {
+    finishCurrentPage();
+    const KorString extension = KorDatabaseAccess::getDatabaseExtension();
+    const QString file = QFileDialog::getOpenFileName(
+        this, toQt(ups(33564)), {}, toQt(KorString::format("%s (*.%s)", {Prompts::getPrompt("GUI", 45028), extension})));
+    if (file.isEmpty())
+        return;
+    ImportReport report;
+    if (KorODBCDetailStyleExports::importFile(fromQt(file), report) != KorODBCDetailStyleExports::kDone)
+        return refuse(KorString(report.error));
+    if (report.rowsAppended > 0)
+        setModified(true);
+    reloadSections();
+    QMessageBox::information(
+        this, toQt(dsm(kImportCaption)),
+        toQt(KorString::format(dsm(kImported),
+                               {KorString::number(static_cast<std::int64_t>(report.imported.size())),
+                                KorString::number(static_cast<std::int64_t>(report.alreadyThere.size()))})));
+}
+
+void KorDSMMainDialog::undoOrRedo(bool undo) {
+    finishCurrentPage();
+    const std::vector<KorDSMRowChange> changes = undo ? KorDSMUndo::undo() : KorDSMUndo::redo();
+    if (changes.empty())
+        return;
+    if (!bringIntoLine(changes))
+        reloadSections();
+    m_pages.requestInit();
+    reloadPage();
+}
+
+namespace {
+
+// Cells decide nothing about the shape of the trees, unless they refer to what hangs or is filed there.
+bool changesShape(const KorDSMRowChange& change) {
+    return change.kind != KorDSMRowChange::eKind::kChanged ||
+           std::ranges::any_of(change.columns, [](const Column* column) { return column->isReference(); });
+}
+
+} // namespace
+
+// Takes changed cells into the items that show them. Returns false when the trees must be made anew.
+bool KorDSMMainDialog::bringIntoLine(const std::vector<KorDSMRowChange>& changes) {
+    if (std::ranges::any_of(changes, changesShape))
+        return false;
+    const auto visit = [&](auto&& self, KorDSMDatabaseItem& item, KorTreeCtrl& control) -> void {
+        for (const KorDSMRowChange& change : changes) {
+            if (item.tableType() != change.row.table || item.recordKey() != change.row.key ||
+                KorDSMItemSource::sourceOf(&item) != change.source)
+                continue;
+            const KorDSNRequest request(change.source.dsn, change.source.index);
+            KorDSMDependencies::refreshRecord(item);
+            if (item.m_hTreeItem)
+                control.setItemText(item.m_hTreeItem, item.getDisplayName());
+        }
+        for (KorDSMDatabaseItem* child : item.children())
+            self(self, *child, control);
+    };
+    for (SectionSlot& section : m_slots)
+        visit(visit, section.tree->section(), *section.tree->control());
+    return true;
+}
+
+void KorDSMMainDialog::reloadPage() {
+    m_tabs->finishCurrentPage();
+    m_tabs->resumeCurrentPage();
+}
+
+void KorDSMMainDialog::reloadSections() {
+    const eViewSections section = m_structure.getSelectedSection();
+    const bool applyEnabled = m_apply->isEnabled();
+    std::array<KorArray<KorString>, kNumberOfSections> paths;
+    for (int i = 0; i < kNumberOfSections; ++i)
+        paths[static_cast<std::size_t>(i)] = m_structure.getSelectedPath(static_cast<eViewSections>(i));
+    m_tabs->finishCurrentPage();
+    m_tabs->setCurrentContent(nullptr);
+    m_handleSelection = false;
+    for (SectionSlot& slotOfSection : m_slots)
+        slotOfSection.tree->clear();
+    m_handleSelection = true;
+    m_currentEntry = nullptr;
+    const SourceId target{m_structure.getTargetDatabase(section), m_structure.getTargetAddIn(section)};
+    m_structure.setUpdateStatus(KorDSMDataStructure::kReloadRequested);
+    KorDSMSectionLoader().loadDataStructure(m_structure);
+    m_structure.setSelectedSection(section);
+    m_structure.setTargetDatabase(section, target.dsn);
+    m_structure.setTargetAddIn(section, target.index);
+    for (int i = 0; i < kNumberOfSections; ++i)
+        m_structure.getSelectedPath(static_cast<eViewSections>(i)) = paths[static_cast<std::size_t>(i)];
+    for (const eViewSections loaded : kLoadingOrder)
+        fillSourceCombo(loaded);
+    showSection(true);
+    if (applyEnabled)
+        setModified(true);
+}
+
+void KorDSMMainDialog::showContextMenu(KorTreeHandle entry, const QPoint& position) {
+    if (entry)
+        currentTree().control()->selectItem(entry);
+    QMenu menu(this);
+    for (QAction* action : m_commandActions)
+        menu.addAction(action);
+    KorDSMDatabaseItem* item = currentItem();
+    if (item && item->record() && item->tableType() != kNoTable) {
+        menu.addSeparator();
+        connect(menu.addAction(toQt(dsm(kWhereUsed))), &QAction::triggered, this,
+                [this, item] { listUsers(*item, KorDSMWhereUsed::usagesOf(*item)); });
+    }
+    menu.addSeparator();
+    QAction* undo = menu.addAction(toQt(KorDSMUndo::undoText()));
+    undo->setShortcut(QKeySequence::Undo);
+    undo->setEnabled(KorDSMUndo::canUndo());
+    connect(undo, &QAction::triggered, this, [this] { undoOrRedo(true); });
+    QAction* redo = menu.addAction(toQt(KorDSMUndo::redoText()));
+    redo->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
+    redo->setEnabled(KorDSMUndo::canRedo());
+    connect(redo, &QAction::triggered, this, [this] { undoOrRedo(false); });
+    menu.exec(position);
+}
+
+void KorDSMMainDialog::dropEntry(KorTreeHandle from, KorTreeHandle to) {
+    KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(from);
+    KorDSMDatabaseItem* target = KorDSMSectionTree::itemOf(to);
+    KorDSMDatabaseItem* group = target ? KorDSMItemPath::groupOf(*target) : nullptr;
+    if (!item || !group)
+        return;
+    if (const KorString reason = KorDSMItemCommands::whyNotMovable(*item, *group); !reason.isEmpty())
+        return refuse(reason);
+    finishCurrentPage();
+    m_tabs->setCurrentContent(nullptr);
+    const KorDSMItemCommands::Outcome outcome = KorDSMItemCommands::moveToGroup(*item, *group);
+    if (!outcome.done)
+        return refuse(outcome.refusal);
+    currentTree().deleteEntry(from);
+    showNewItems({item});
+    sendNotice(outcome.notice);
+}

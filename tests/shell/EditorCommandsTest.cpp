@@ -1,0 +1,120 @@
+#include "shell/EditorFixture.h"
+
+#include "controls/KorButtonGroup.h"
+#include "data/KorODBCDetStyle.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QRadioButton>
+#include <QTest>
+#include <QToolButton>
+
+namespace {
+
+constexpr int kCopy = 1033;
+constexpr int kNew = 1029;
+constexpr int kDelete = 1035;
+constexpr int kBelowDetail = 1035;
+constexpr int kAboveMainView = 1033;
+
+const std::vector<const char*> kStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
+
+std::vector<std::string> styleNames() {
+    const KorDSNRequest user(SourceId::user().dsn, SourceId::user().index);
+    KorArray<KorString> names;
+    KorODBCDetStyle::getDetailStyleList(names);
+    std::vector<std::string> texts;
+    for (const KorString& name : names)
+        texts.push_back(name.toStdString());
+    return texts;
+}
+
+bool has(const std::string& name) {
+    const auto names = styleNames();
+    return std::ranges::find(names, name) != names.end();
+}
+
+// Types a name into the dialog that asks for one, and presses OK.
+void typeName(QWidget* modal, const char* name, int field = 1015) {
+    auto* edit = KorControls::find<QLineEdit>(modal, field);
+    ASSERT_NE(edit, nullptr);
+    edit->selectAll();
+    QTest::keyClicks(edit, name);
+    QTest::mouseClick(KorControls::find<QPushButton>(modal, 1), Qt::LeftButton);
+}
+
+} // namespace
+
+TEST_F(EditorFixture, AStyleIsCopiedRenamedDeletedAndBroughtBack) {
+    open();
+    select(kStyle);
+    auto* strip = control<KorButtonGroup>(1011);
+    answerNext([](QWidget* modal) { typeName(modal, "HB post 1:20"); });
+    click(strip->button(kCopy));
+    EXPECT_TRUE(has("HB post 1:20"));
+    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:20");
+
+    answerNext([](QWidget* modal) { typeName(modal, "HB post 1:25"); });
+    press(Qt::Key_F2);
+    EXPECT_TRUE(has("HB post 1:25"));
+    EXPECT_FALSE(has("HB post 1:20"));
+    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:25");
+
+    answerNext([](QWidget* modal) {
+        auto* box = qobject_cast<QMessageBox*>(modal);
+        ASSERT_NE(box, nullptr);
+        EXPECT_TRUE(box->text().contains("HB post 1:25"));
+        QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
+    });
+    click(strip->button(kDelete));
+    EXPECT_FALSE(has("HB post 1:25"));
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(has("HB post 1:25"));
+    select({"User", "Hallberg: posts and beams", "HB post 1:25"});
+    for (int step = 0; step < 2; ++step)
+        press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    EXPECT_FALSE(has("HB post 1:20"));
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(has("HB post 1:20"));
+}
+
+TEST_F(EditorFixture, UndoTakesTheLastEditBackInThePageThatShowsIt) {
+    open();
+    select(kStyle);
+    showTab(1);
+    click(pageControl<QRadioButton>(kBelowDetail));
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(pageControl<QRadioButton>(kAboveMainView)->isChecked());
+    EXPECT_FALSE(button(3)->isEnabled());
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
+    EXPECT_TRUE(button(3)->isEnabled());
+}
+
+TEST_F(EditorFixture, ANewStyleComesIntoItsCategoryAndARecordInUseStays) {
+    open();
+    select({"User", "Hallberg: railings"});
+    auto* strip = control<KorButtonGroup>(1011);
+    answerNext([](QWidget* modal) { typeName(modal, "HB railing 1:5", 2304); });
+    click(strip->button(kNew));
+    EXPECT_TRUE(has("HB railing 1:5"));
+    EXPECT_EQ(tree().getItemText(tree().getParentItem(tree().selectedItem())).view(), "Hallberg: railings");
+
+    m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
+    const auto group = select({"User"});
+    tree().expand(group);
+    const auto filed = tree().getChildItem(group);
+    tree().expand(filed);
+    tree().selectItem(tree().getChildItem(filed));
+    const std::string name = tree().getItemText(tree().selectedItem()).toStdString();
+    bool refused = false;
+    answerNext([&refused](QWidget* modal) {
+        refused = qobject_cast<QMessageBox*>(modal) != nullptr;
+        qobject_cast<QMessageBox*>(modal)->accept();
+    });
+    click(strip->button(kDelete));
+    EXPECT_TRUE(refused);
+    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), name);
+}
