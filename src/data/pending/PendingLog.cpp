@@ -129,6 +129,23 @@ KorString PendingLog::redoLabel() const {
     return canRedo() ? labelOf(m_steps[m_position].group) : KorString();
 }
 
+std::vector<const PendingStep*> PendingLog::undoSteps() const {
+    std::size_t first = m_position;
+    while (first > 0 && m_steps[first - 1].group == m_steps[m_position - 1].group)
+        --first;
+    std::vector<const PendingStep*> steps;
+    for (std::size_t i = first; i < m_position; ++i)
+        steps.push_back(&m_steps[i]);
+    return steps;
+}
+
+std::vector<const PendingStep*> PendingLog::redoSteps() const {
+    std::vector<const PendingStep*> steps;
+    for (std::size_t i = m_position; i < m_steps.size() && m_steps[i].group == m_steps[m_position].group; ++i)
+        steps.push_back(&m_steps[i]);
+    return steps;
+}
+
 std::vector<PendingStep> PendingLog::takeUndo() {
     std::vector<PendingStep> taken;
     while (canUndo() && (taken.empty() || m_steps[m_position - 1].group == taken.front().group)) {
