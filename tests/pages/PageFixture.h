@@ -95,7 +95,8 @@ protected:
     std::vector<const PendingStep*> steps() { return databases.pending().steps(); }
     /// Whether exactly this was written, and nothing else.
     testing::AssertionResult wroteOnly(const KorDSMDatabaseItem& item, int column, const CellValue& value);
-    testing::AssertionResult wroteOnly(eTableType table, std::int32_t key, int column, const CellValue& value);
+    testing::AssertionResult wroteOnly(eTableType table, std::int32_t key, int column,
+                                       const CellValue& value);
     testing::AssertionResult wroteNothing();
     /// Takes back all that was written, and shows the item as it is then.
     void takeBack(KorDSMDatabaseItem& shown);
