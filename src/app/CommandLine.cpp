@@ -3,7 +3,7 @@
 #include "app/Console.h"
 #include "app/EditCommand.h"
 #include "app/ProgramStart.h"
-#include "data/store/Utf8.h"
+#include "base/Utf8.h"
 #include "services/KorHostReport.h"
 #include "shell/DataFolder.h"
 
@@ -63,6 +63,11 @@ void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp) {
 
 void addEdit(CLI::App& app, Wanted& wanted) {
     CLI::App* command = app.add_subcommand("edit", "Open the editor (the default)");
+    CLI::Option* style =
+        command->add_option("--style", wanted.edit.style.name, "Open with this detail style selected");
+    command
+        ->add_option("--source", wanted.edit.style.source, "Where the style is: standard, user, or an add-in")
+        ->needs(style);
     auto* screenshot = command->add_option("--screenshot", wanted.edit.screenshot,
                                            "Paint the open editor into this PNG file instead");
     command->add_option("--size", wanted.edit.size, "Size of the picture in pixels, such as 1280x800")
@@ -167,7 +172,7 @@ bool areTextsClean(int argc, char** argv) {
     return std::all_of(argv, argv + argc, [](const char* text) { return isCleanUtf8(text); });
 }
 
-int run(int& argc, char** argv, const Wanted& wanted) {
+int run(char** argv, const Wanted& wanted) {
     startServices();
     DataFolder folder(DataFolder::locate(wanted.data));
     if (wanted.opensFolder)
@@ -175,7 +180,7 @@ int run(int& argc, char** argv, const Wanted& wanted) {
     else
         folder.takeReports();
     std::ranges::for_each(folder.problems(), &Console::complain);
-    const int code = wanted.command ? wanted.command(folder) : openEditor(argc, argv, folder, wanted.edit);
+    const int code = wanted.command ? wanted.command(folder) : openEditor(argv, folder, wanted.edit);
     std::ranges::for_each(KorHostReport::take(), &Console::complain);
     return code;
 }
@@ -195,5 +200,5 @@ int runCommandLine(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? kExitDone : kExitUsage;
     }
-    return run(argc, argv, wanted);
+    return run(argv, wanted);
 }

@@ -12,11 +12,6 @@ enum eExitCode : int {
     kExitUsage = 2,  ///< the command line itself is wrong
 };
 
-struct EditOptions {
-    std::string screenshot; ///< file into which a picture of the open editor goes instead of running it
-    std::string size;       ///< of the window, "WxH" in pixels; empty: as the editor likes
-};
-
 struct ListOptions {
     std::string source; ///< empty: all
     std::string kind = "detail-style";
@@ -28,6 +23,12 @@ struct RowOptions {
     std::string kind;
     std::string name;
     std::string source; ///< empty: the command's own choice
+};
+
+struct EditOptions {
+    RowOptions style{"detail-style", {}, {}}; ///< the style to open with; without a name the last place
+    std::string screenshot; ///< file into which a picture of the open editor goes instead of running it
+    std::string size;       ///< of the window, "WxH" in pixels; empty: as the editor likes
 };
 
 struct ShowOptions {

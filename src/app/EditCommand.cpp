@@ -1,6 +1,7 @@
 #include "app/EditCommand.h"
 
 #include "app/Console.h"
+#include "app/StartSelection.h"
 #include "controls/KorStyle.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
@@ -30,6 +31,34 @@ void paintWhenOpen(QWidget* window, const EditOptions& options, bool& painted) {
     });
 }
 
+// Qt ends the whole program where it finds no display. A picture needs none.
+bool prepareDisplay(bool forPicture) {
+    for (const char* variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+        if (!qEnvironmentVariableIsEmpty(variable))
+            return true;
+    if (forPicture)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    else
+        Console::complain("There is no display to open the editor on; use the commands, see --help, or give "
+                          "--screenshot for a picture.");
+    return forPicture;
+}
+
+// Returns an exit code.
+int selectStyle(const RowOptions& wanted) {
+    RowChoice style;
+    KorString error;
+    const eExitCode found = RowChoice::find(wanted, style, error);
+    if (found == kExitDone && selectAtStart(style))
+        return kExitDone;
+    Console::complain(found == kExitDone
+                          ? KorString::format("The detail style \"%s\" has no category, so the editor "
+                                              "does not show it.",
+                                              {wanted.name})
+                          : error);
+    return kExitFailed;
+}
+
 // What was handed over, one "name value" pair a line.
 void printHandOver() {
     int status = 0;
@@ -44,7 +73,12 @@ void printHandOver() {
 
 } // namespace
 
-int openEditor(int& argc, char** argv, DataFolder& folder, const EditOptions& options) {
+int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
+    if (!prepareDisplay(!options.screenshot.empty()))
+        return kExitFailed;
+    if (!options.style.name.empty() && selectStyle(options.style) != kExitDone)
+        return kExitFailed;
+    int argc = 1; // Qt would take options such as --style for its own
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("detailstyles"));
     QApplication::setStyle(new KorStyle);

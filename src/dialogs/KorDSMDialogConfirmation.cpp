@@ -3,8 +3,10 @@
 #include "base/KorAssert.h"
 #include "controls/KorControls.h"
 #include "controls/KorInfoCtrl.h"
+#include "controls/KorListCtrl.h"
 #include "controls/KorQt.h"
 #include "data/StyleDatabases.h"
+#include "dialogs/UsageList.h"
 #include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMMessages.h"
 #include "services/Prompts.h"
@@ -13,6 +15,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QRadioButton>
+#include <QToolButton>
 
 #include <map>
 
@@ -23,6 +26,8 @@ constexpr int kModifyRadio = 1212;
 constexpr int kRunName = 1238;
 constexpr int kInfo = 1239;
 constexpr int kDontAsk = 1240;
+constexpr int kUnfold = 1241;
+constexpr int kUsers = 1242;
 constexpr int kSharedPicture = 1082;
 constexpr int kWarningOption = 2; // index in the options menu
 
@@ -52,6 +57,16 @@ QColor runNameColour(const QPalette& palette) {
 KorDSMDialogConfirmation::KorDSMDialogConfirmation(eTableType table, const KorOdbcKey& key, QWidget* parent)
     : KorDSMDialog(kTemplate, parent) {
     OnInitDialog(prepareTexts(table, key));
+    showUsers(table, key);
+}
+
+void KorDSMDialogConfirmation::showUsers(eTableType table, const KorOdbcKey& key) {
+    auto* list = KorControls::find<KorListCtrl>(this, kUsers);
+    auto* button = KorControls::find<QToolButton>(this, kUnfold);
+    std::vector<KorDSMUsage> users;
+    if (findTable(table))
+        users = KorDSMWhereUsed::usagesOf(StyleDatabases::current().currentSource(), {table, key});
+    (new UsageList(list, std::move(users), this))->foldBehind(button);
 }
 
 KorDSMDialogConfirmation::Texts KorDSMDialogConfirmation::prepareTexts(eTableType table,

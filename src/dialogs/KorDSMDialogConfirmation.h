@@ -28,6 +28,8 @@ private:
 
     Texts prepareTexts(eTableType table, const KorOdbcKey& key) const;
     void OnInitDialog(const Texts& texts);
+    // The reader can unfold who uses the record before answering.
+    void showUsers(eTableType table, const KorOdbcKey& key);
 
     eAction m_action = kModify;
 };

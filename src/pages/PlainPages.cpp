@@ -7,7 +7,6 @@ using namespace KorDSMDefines;
 const std::vector<PlainPageDescription>& KorDSMPlainPage::descriptions() {
     static const std::vector<PlainPageDescription> pages = {
         {5, 2001, 33538, kTableViewArrangeStrategy, 2, {}},
-        {20, 1086, 33917, kTableLengthClip, 9, {}},
         {kReprMapRule, 2007, 33580, kTableReprMap, 0, {}},
         {kReprMap, 2009, 33595, kTableReprMapEntry, 0, {}},
         {kViewDimensioning, 2010, 33610, kTableViewDimStrategy, 0, {}},

@@ -6,6 +6,7 @@
 #include "pages/KorDSMPageDetailStylesProperties.h"
 #include "pages/KorDSMPageModelObjectsSelection.h"
 #include "pages/KorDSMPageViewCategories.h"
+#include "pages/KorDSMPageViewClipping.h"
 #include "pages/KorDSMPageViewDefinition.h"
 #include "pages/KorDSMPageViewProperties.h"
 #include "pages/KorDSMPlainPage.h"
@@ -57,6 +58,7 @@ using MakePage = std::function<KorDSMPage*(QWidget*)>;
 const std::map<int, MakePage>& pageRows() {
     static const std::map<int, MakePage> rows = {
         {2002, [](QWidget* owner) { return new KorDSMPageDetailStylesProperties(owner); }},
+        {1086, [](QWidget* owner) { return new KorDSMPageViewClipping(owner); }},
         {2003, [](QWidget* owner) { return new KorDSMPageModelObjectsSelection(owner); }},
         {2004, [](QWidget* owner) { return new KorDSMPageViewDefinition(owner); }},
         {2005, [](QWidget* owner) { return new KorDSMPageViewProperties(owner); }},

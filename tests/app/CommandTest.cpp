@@ -140,6 +140,17 @@ TEST_F(CommandTest, CheckFindsWhatIsWrongInAFile) {
     EXPECT_TRUE(broken.complaints.isEmpty());
 }
 
+TEST_F(CommandTest, EditPaintsTheOpenEditorAtAStyle) {
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(variable);
+    EXPECT_EQ(run({"edit"}).exitCode, 1);
+    const QString file = QString::fromStdString((folder() / "editor.png").string());
+    EXPECT_EQ(run({"edit", "--style", "Heavy beam", "--screenshot", file}).exitCode, 1) << "it has no category";
+    EXPECT_EQ(run({"edit", "--style", "Beam", "--screenshot", file, "--size", "900x600"}).exitCode, 0);
+    EXPECT_TRUE(contentOf(file.toStdString()).starts_with("\x89PNG"));
+    EXPECT_EQ(run({"edit", "--screenshot", file, "--size", "large"}).exitCode, 2);
+}
+
 TEST_F(CommandTest, FindsItsDataFolderAndMakesAUserDatabase) {
     EXPECT_EQ(runBare({"list"}).exitCode, 1);
     std::filesystem::create_directories(folder() / "system");

@@ -1,6 +1,6 @@
+#include "base/Utf8.h"
 #include "data/store/ReadReport.h"
 
-#include "data/store/Utf8.h"
 
 #include <sqlite3.h>
 

@@ -1,7 +1,7 @@
 #include "data/store/SqliteReader.h"
 
+#include "base/Utf8.h"
 #include "data/store/ReadReport.h"
-#include "data/store/Utf8.h"
 
 #include <algorithm>
 #include <cmath>

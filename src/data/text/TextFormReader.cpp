@@ -1,6 +1,6 @@
 #include "data/text/TextFormReader.h"
 
-#include "data/store/Utf8.h"
+#include "base/Utf8.h"
 
 #include <filesystem>
 #include <fstream>

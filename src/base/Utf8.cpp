@@ -1,4 +1,4 @@
-#include "data/store/Utf8.h"
+#include "base/Utf8.h"
 
 #include <cstddef>
 #include <cstdint>

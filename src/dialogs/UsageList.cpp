@@ -1,0 +1,62 @@
+#include "dialogs/UsageList.h"
+
+#include "controls/KorListCtrl.h"
+#include "controls/KorQt.h"
+#include "services/Prompts.h"
+
+#include <QToolButton>
+
+namespace {
+
+constexpr int kDatabase = 251;
+constexpr int kKind = 252;
+constexpr int kName = 310;
+constexpr int kAs = 253;
+constexpr int kUsedBy = 254; // "Used by (%s)"
+
+KorString dsm(int number) {
+    return Prompts::getPrompt("DSM", number);
+}
+
+} // namespace
+
+UsageList::UsageList(KorListCtrl* list, std::vector<KorDSMUsage> usages, QObject* parent)
+    : QObject(parent), m_list(list), m_usages(std::move(usages)) {
+    fill();
+    connect(list, &QAbstractItemView::clicked, this,
+            [this](const QModelIndex& index) { choose(index.row()); });
+    connect(list, &KorListCtrl::itemActivated, this, &UsageList::choose);
+}
+
+void UsageList::fill() {
+    m_list->insertColumn(dsm(kName));
+    m_list->insertColumn(dsm(kKind), 140);
+    m_list->insertColumn(dsm(kAs), 120);
+    m_list->insertColumn(dsm(kDatabase), 100);
+    std::vector<KorListRow> rows;
+    rows.reserve(m_usages.size());
+    for (const KorDSMUsage& usage : m_usages)
+        rows.push_back(
+            {{usage.name, usage.kind, usage.as, usage.database}, -1, const_cast<KorDSMUsage*>(&usage)});
+    m_list->setItems(std::move(rows));
+    m_list->setAccessibleName(toQt(KorString::format(dsm(kUsedBy), {KorString::number(count())})));
+}
+
+void UsageList::choose(int row) {
+    if (const auto* usage = static_cast<const KorDSMUsage*>(m_list->getItemData(row)))
+        Q_EMIT chosen(*usage);
+}
+
+void UsageList::foldBehind(QToolButton* button) {
+    button->setVisible(count() > 0);
+    button->setText(toQt(KorString::format(dsm(kUsedBy), {KorString::number(count())})));
+    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    button->setArrowType(Qt::RightArrow);
+    button->setCheckable(true);
+    button->setAutoRaise(true);
+    connect(button, &QToolButton::toggled, this, [this, button](bool unfolded) {
+        button->setArrowType(unfolded ? Qt::DownArrow : Qt::RightArrow);
+        m_list->setVisible(unfolded);
+        m_list->window()->adjustSize();
+    });
+}

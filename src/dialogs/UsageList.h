@@ -1,0 +1,33 @@
+#pragma once
+
+#include "session/KorDSMWhereUsed.h"
+
+#include <QObject>
+
+class KorListCtrl;
+class QToolButton;
+
+/// Shows who uses a record in the list of a dialog: database, kind, name, and as what it is used.
+class UsageList : public QObject {
+    Q_OBJECT
+
+public:
+    /// The list belongs to the dialog, which also owns this.
+    UsageList(KorListCtrl* list, std::vector<KorDSMUsage> usages, QObject* parent);
+
+    /// Lets a button show and hide the list; it says how many there are. Hidden at first, and the button too
+    /// when there are none.
+    void foldBehind(QToolButton* button);
+    int count() const { return static_cast<int>(m_usages.size()); }
+
+Q_SIGNALS:
+    /// A click on a row, or Enter: the user wants to go there.
+    void chosen(const KorDSMUsage& usage);
+
+private:
+    void fill();
+    void choose(int row);
+
+    KorListCtrl* m_list;
+    const std::vector<KorDSMUsage> m_usages; // the rows' data point into it
+};

@@ -1,0 +1,423 @@
+#include "pages/KorDSMPageViewClipping.h"
+
+#include "base/KorAssert.h"
+#include "controls/KorControls.h"
+#include "controls/KorInfoCtrl.h"
+#include "controls/KorLineEdit.h"
+#include "controls/KorQt.h"
+#include "controls/linetype/KorLinetypeCombo.h"
+#include "data/KorDetStructureUtilities.h"
+#include "data/KorODBCDetStyle.h"
+#include "data/KorOdbcGUI.h"
+#include "data/KorScales.h"
+#include "dialogs/KorDSMDialogNewItem.h"
+#include "model/items/KorDsmItems.h"
+#include "services/KorUnitsManager.h"
+#include "services/Prompts.h"
+#include "session/KorDSMGuardedWrite.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QComboBox>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kPageCode = 20;
+constexpr int kNewItemKind = 30;
+constexpr int kColumnOfView = 9; // where a view request names its strategy
+
+enum eControl : int {
+    kStrategy = 1091,
+    kAlongY = 1092,
+    kAlongX = 1093,
+    kGap = 1094,
+    kInterval = 1095,
+    kKeepEachSide = 1096,
+    kObliqueLines = 1097,
+    kExtension = 1098,
+    kUseDefault = 1099,
+    kType = 1100,
+    kRename = 1104,
+    kStrategyPicture = 1113,
+    kAxisPicture = 1114,
+    kTypePicture = 1117,
+    kCopy = 1208,
+    kLinetype = 1269,
+};
+
+enum eColumn : int {
+    kColumnName = 1,
+    kColumnAlongX = 2,
+    kColumnAlongY = 3,
+    kColumnKeepEachSide = 4,
+    kColumnInterval = 5,
+    kColumnExtension = 6,
+    kColumnType = 7,
+    kColumnLinetype = 8,
+    kColumnObliqueLines = 9,
+    kColumnGap = 10,
+};
+
+constexpr int kDefaultKey = -1;
+constexpr int kTypeWithoutLine = 2;
+constexpr int kTypeWithOwnLine = 3;
+constexpr int kUseDefaultPrompt = 14101;
+
+constexpr std::pair<int, int> kCaptions[] = {
+    {1173, 33758}, {1174, 33759},    {1175, 33760},          {1176, 33761},
+    {1177, 33762}, {kAlongX, 33763}, {kAlongY, 33764},       {1179, 33918},
+    {1178, 33919}, {1180, 33920},    {kObliqueLines, 33921}, {kUseDefault, kUseDefaultPrompt},
+};
+
+constexpr std::pair<int, int> kTooltips[] = {
+    {kStrategy, 33863}, {kInterval, 33864}, {kKeepEachSide, 33865},
+    {kGap, 33866},      {kAlongX, 33867},   {kAlongY, 33868},
+};
+
+// What only the views of a detail style show, and what every view with a strategy shows.
+const std::vector<int> kStyledControls = {kKeepEachSide, kAlongX, kAlongY,       kExtension,
+                                          kUseDefault,   kType,   kObliqueLines, kLinetype};
+const std::vector<int> kCommonControls = {kInterval, kGap};
+
+/// Which of the pictures of a clipping type applies.
+int situationOf(double gap, double extension) {
+    int situation = 1;
+    if (gap == 0.0 && extension == 0.0)
+        situation = 2;
+    if (gap > 0.0 && extension > 0.0)
+        situation = 3;
+    if (gap == 0.0 && extension > 0.0)
+        situation = 4;
+    return situation;
+}
+
+/// What is written while it lives is taken back as one step.
+class OneStep {
+public:
+    explicit OneStep(const KorString& label) { StyleDatabases::current().pending().beginGroup(label); }
+    ~OneStep() { StyleDatabases::current().pending().endGroup(); }
+    OneStep(const OneStep&) = delete;
+    OneStep& operator=(const OneStep&) = delete;
+};
+
+} // namespace
+
+KorDSMPageViewClipping::KorDSMPageViewClipping(QWidget* parent)
+    : KorDSMPage(parent, 1086, {}), m_fields(*this, {{kInterval, kColumnInterval}},
+                                             [this] {
+                                                 return PageFields::Row{kTableLengthClip, clipKey()};
+                                             }),
+      m_styledFields(*this,
+                     {{kAlongX, kColumnAlongX},
+                      {kAlongY, kColumnAlongY},
+                      {kKeepEachSide, kColumnKeepEachSide},
+                      {kObliqueLines, kColumnObliqueLines}},
+                     [this] {
+                         return PageFields::Row{kTableLengthClip, clipKey()};
+                     }) {
+    setTitle(Prompts::getPrompt("UPS", 33917));
+    m_pageCode = kPageCode;
+}
+
+bool KorDSMPageViewClipping::OnInitDialog() {
+    KorDSMPage::OnInitDialog();
+    if (!KorAssert::check(findControls(), "bRes"))
+        return false;
+    setTexts();
+    connectControls();
+    return true;
+}
+
+bool KorDSMPageViewClipping::findControls() {
+    m_strategy = KorControls::find<QComboBox>(this, kStrategy);
+    m_gap = KorControls::find<QComboBox>(this, kGap);
+    m_type = KorControls::find<QComboBox>(this, kType);
+    m_extension = KorControls::find<KorLineEdit>(this, kExtension);
+    m_useDefault = KorControls::find<QCheckBox>(this, kUseDefault);
+    m_typePicture = KorControls::find<KorInfoCtrl>(this, kTypePicture);
+    auto* linetype = KorControls::find<KorLinetypeCombo>(this, kLinetype);
+    if (linetype)
+        m_linetypes.setControl(linetype);
+    return m_strategy && m_gap && m_type && m_extension && m_useDefault && m_typePicture && linetype;
+}
+
+void KorDSMPageViewClipping::setTexts() {
+    for (const auto& [control, prompt] : kCaptions)
+        setCaption(control, prompt);
+    for (const auto& [control, prompt] : kTooltips)
+        addTooltip(control, prompt);
+    setButton(kCopy, 1230, 1069, 33555);
+    setButton(kRename, 1024, 1070, 33556);
+    for (const auto& [control, picture] : {std::pair(kStrategyPicture, 1018), std::pair(kAxisPicture, 1017)})
+        if (auto* panel = KorControls::find<KorInfoCtrl>(this, control))
+            panel->setInfo({}, picture);
+}
+
+void KorDSMPageViewClipping::connectControls() {
+    m_fields.connectControls();
+    m_styledFields.connectControls();
+    connect(m_strategy, &QComboBox::activated, this, &KorDSMPageViewClipping::onStrategyChosen);
+    connect(m_gap, &QComboBox::activated, this, &KorDSMPageViewClipping::onGapChosen);
+    connect(m_type, &QComboBox::activated, this, &KorDSMPageViewClipping::onTypeChosen);
+    connect(m_useDefault, &QCheckBox::clicked, this, &KorDSMPageViewClipping::onUseDefaultClicked);
+    connect(m_extension, &KorLineEdit::committed, this,
+            [this](const QString& text) { onExtensionCommitted(fromQt(text)); });
+    connect(KorControls::find<KorLinetypeCombo>(this, kLinetype), &KorLinetypeCombo::chosen, this,
+            &KorDSMPageViewClipping::onLinetypeChosen);
+    if (auto* copy = KorControls::find<QAbstractButton>(this, kCopy))
+        connect(copy, &QAbstractButton::clicked, this, &KorDSMPageViewClipping::onCopy);
+    if (auto* rename = KorControls::find<QAbstractButton>(this, kRename))
+        connect(rename, &QAbstractButton::clicked, this, &KorDSMPageViewClipping::onRename);
+}
+
+KorOdbcKey KorDSMPageViewClipping::clipKey() const {
+    const auto* view = dynamic_cast<const KorDsmViewRequestItem*>(item());
+    return KorOdbcKey(view ? view->getRecord().lengthClipKey : 0);
+}
+
+bool KorDSMPageViewClipping::readClip(StructDetViewLengthClip& clip) const {
+    return KorODBCDetStyle::getDetViewLengthClip(clipKey(), clip) == 1;
+}
+
+bool KorDSMPageViewClipping::writeClip(int column, const CellValue& value) {
+    return KorDSMGuardedWrite::setAttributeValue(kTableLengthClip, clipKey(), column, value) ==
+           KorDSMGuardedWrite::kWrite;
+}
+
+bool KorDSMPageViewClipping::loadData() {
+    if (!item() || !m_strategy)
+        return false;
+    fillStrategies();
+    fillGaps();
+    m_linetypes.fill();
+    fillTypes();
+    StructDetViewLengthClip clip;
+    const bool found = readClip(clip);
+    enableControl(kCopy, found);
+    enableControl(kRename, found);
+    if (!found) {
+        m_strategy->setCurrentIndex(-1);
+        clearControls(kCommonControls);
+        clearControls(kStyledControls);
+    } else {
+        showClip(clip);
+    }
+    return found;
+}
+
+void KorDSMPageViewClipping::fillStrategies() {
+    KorArray<KorString> names;
+    KorOdbcGUI::getDetViewLengthClipList(names);
+    std::ranges::sort(names, [](const KorString& a, const KorString& b) {
+        return KorDetStructureUtilities::compareNames(a, b) < 0;
+    });
+    m_strategy->clear();
+    for (const KorString& name : names)
+        m_strategy->addItem(toQt(name));
+}
+
+void KorDSMPageViewClipping::fillGaps() {
+    KorArray<StructClippingGap> gaps;
+    KorOdbcGUI::getClippingGapTable(gaps);
+    m_gap->clear();
+    for (const StructClippingGap& row : gaps) {
+        const bool isDefault = row.gap == -1.0;
+        m_gap->addItem(toQt(isDefault ? Prompts::getPrompt("UPS", kUseDefaultPrompt)
+                                      : formatValue(row.gap, KorUnitsManager::kLength)),
+                       row.key);
+    }
+}
+
+void KorDSMPageViewClipping::fillTypes() {
+    KorArray<KorString> names;
+    KorOdbcGUI::getClippingTypeList(names);
+    m_type->clear();
+    m_type->addItem(toQt(Prompts::getPrompt("UPS", kUseDefaultPrompt)), kDefaultKey);
+    for (const KorString& name : names) {
+        StructClippingType type;
+        const bool found = KorODBCClippingType::getClippingType(name, type) == 1;
+        m_type->addItem(toQt(name), found ? type.key : kDefaultKey);
+    }
+}
+
+void KorDSMPageViewClipping::showClip(const StructDetViewLengthClip& clip) {
+    m_strategy->setCurrentIndex(
+        m_strategy->findText(toQt(clip.name), Qt::MatchExactly | Qt::MatchCaseSensitive));
+    showGap(clip.gap);
+    m_fields.load();
+    const auto* style =
+        dynamic_cast<const KorDsmDetailStyleItem*>(item()->ancestor(KorDSMDefines::kDetailStyle));
+    if (!style) {
+        clearControls(kStyledControls);
+        return;
+    }
+    showStyledClip(clip, style->getRecord().getAutomaticClipping() == 0);
+    applySituation();
+}
+
+void KorDSMPageViewClipping::showGap(double gap) {
+    StructClippingGap row;
+    const bool known = KorODBCClippingGap::getClippingGapByValue(gap, row) == 1;
+    // A gap that the table does not offer is shown all the same, as the text of a combo without a choice.
+    m_gap->setPlaceholderText(toQt(formatValue(gap, KorUnitsManager::kLength)));
+    m_gap->setCurrentIndex(known ? m_gap->findData(row.key) : -1);
+}
+
+void KorDSMPageViewClipping::showStyledClip(const StructDetViewLengthClip& clip, bool keepsEachSide) {
+    m_styledFields.load();
+    enableControl(kKeepEachSide, keepsEachSide);
+    m_useDefault->setChecked(clip.extension < 0.0);
+    m_extension->setText(toQt(formatValue(std::max(clip.extension, 0.0), KorUnitsManager::kLength)));
+    m_type->setCurrentIndex(m_type->findData(clip.clippingTypeKey));
+    m_linetypes.select(clip.linetypeKey);
+}
+
+void KorDSMPageViewClipping::clearControls(const std::vector<int>& controls) {
+    for (const int number : controls) {
+        QWidget* control = KorControls::find(this, number);
+        if (auto* box = qobject_cast<QCheckBox*>(control)) {
+            box->setChecked(false);
+        } else if (auto* combo = qobject_cast<QComboBox*>(control)) {
+            combo->setPlaceholderText({});
+            combo->setCurrentIndex(-1);
+        } else if (auto* edit = qobject_cast<KorLineEdit*>(control)) {
+            edit->setText({});
+        }
+        enableControl(number, false);
+    }
+    m_typePicture->hide();
+}
+
+bool KorDSMPageViewClipping::selectedGap(double& gap) const {
+    if (m_gap->currentIndex() < 0)
+        return false;
+    const int key = m_gap->currentData().toInt();
+    if (key == kDefaultKey)
+        return kor_odbc_getDefault("C40_ClipLineDistance", gap) == 1;
+    StructClippingGap row;
+    if (KorODBCClippingGap::getClippingGapByKey(KorOdbcKey(key), row) != 1)
+        return false;
+    gap = row.gap;
+    return true;
+}
+
+void KorDSMPageViewClipping::applySituation() {
+    StructDetViewLengthClip clip;
+    if (!readClip(clip) || !item()->ancestor(KorDSMDefines::kDetailStyle))
+        return;
+    const bool hasNoLine = clip.clippingTypeKey == kTypeWithoutLine;
+    enableControl(kExtension, !hasNoLine && clip.extension != -1.0);
+    enableControl(kLinetype, !hasNoLine && clip.clippingTypeKey != kTypeWithOwnLine);
+    double gap = 0.0;
+    if (!selectedGap(gap)) {
+        m_typePicture->hide();
+        return;
+    }
+    const double extension = parseValue(fromQt(m_extension->text()), KorUnitsManager::kLength).value_or(0.0);
+    showTypePicture(clip, !hasNoLine ? situationOf(gap, extension) : gap <= 0.0 ? 2 : 1);
+}
+
+void KorDSMPageViewClipping::showTypePicture(const StructDetViewLengthClip& clip, int situation) {
+    StructClippingType type;
+    const bool known = KorODBCClippingType::getClippingType(KorOdbcKey(clip.clippingTypeKey), type) == 1;
+    const int pictures[] = {type.picture1, type.picture2, type.picture3, type.picture4};
+    m_typePicture->setInfo({}, known ? pictures[situation - 1] : 0);
+    m_typePicture->setVisible(known);
+}
+
+void KorDSMPageViewClipping::onStrategyChosen() {
+    StructDetViewLengthClip chosen;
+    if (KorOdbcGUI::getDetViewLengthClip(fromQt(m_strategy->currentText()), chosen) != 1 ||
+        chosen.key == clipKey().getKey())
+        return;
+    if (writeField(kColumnOfView, std::int64_t{chosen.key}) == KorDSMGuardedWrite::kWrite)
+        loadData();
+}
+
+void KorDSMPageViewClipping::onGapChosen() {
+    StructDetViewLengthClip clip;
+    StructClippingGap row;
+    if (!readClip(clip) ||
+        KorODBCClippingGap::getClippingGapByKey(KorOdbcKey(m_gap->currentData().toInt()), row) != 1)
+        return;
+    if (row.gap != clip.gap)
+        writeClip(kColumnGap, row.gap);
+    applySituation();
+}
+
+void KorDSMPageViewClipping::onExtensionCommitted(const KorString& text) {
+    StructDetViewLengthClip clip;
+    if (!readClip(clip) || clip.extension < 0.0)
+        return;
+    const KorString stored = formatValue(clip.extension, KorUnitsManager::kLength);
+    const auto value = parseValue(text, KorUnitsManager::kLength);
+    // Below 0 would mean the default, which has a box of its own.
+    if (!value || *value < 0.0)
+        m_extension->setText(toQt(stored));
+    else if (text != stored && writeClip(kColumnExtension, *value))
+        m_extension->setText(toQt(formatValue(*value, KorUnitsManager::kLength)));
+    applySituation();
+}
+
+void KorDSMPageViewClipping::onUseDefaultClicked(bool useDefault) {
+    m_extension->setText(toQt(formatValue(0.0, KorUnitsManager::kLength)));
+    enableControl(kExtension, !useDefault);
+    if (writeClip(kColumnExtension, useDefault ? -1.0 : 0.0))
+        applySituation();
+}
+
+void KorDSMPageViewClipping::onTypeChosen() {
+    StructDetViewLengthClip clip;
+    const int key = m_type->currentData().toInt();
+    if (!readClip(clip))
+        return;
+    if (key != clip.clippingTypeKey)
+        writeClip(kColumnType, std::int64_t{key});
+    applySituation();
+}
+
+void KorDSMPageViewClipping::onLinetypeChosen(const KorString& name) {
+    StructDetViewLengthClip clip;
+    if (!readClip(clip))
+        return;
+    const OneStep step(clip.name);
+    const auto key = m_linetypes.keyOfChoice(name, window());
+    if (!key)
+        m_linetypes.select(clip.linetypeKey);
+    else if (*key != clip.linetypeKey)
+        writeClip(kColumnLinetype, std::int64_t{*key});
+}
+
+void KorDSMPageViewClipping::onCopy() {
+    StructDetViewLengthClip clip;
+    if (!readClip(clip))
+        return;
+    KorDSMDialogNewItem dialog(kNewItemKind, clip.name, true, window());
+    if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
+        return;
+    StructDetViewLengthClip& copy = KorOdbcMan::m_structDetViewLengthClip;
+    copy = clip;
+    copy.setRunBezeichnung(dialog.name());
+    const OneStep step(copy.name);
+    const int result = KorOdbcMan::appendNewRecord(kTableLengthClip, 0, KorOdbcMan::kThisRow);
+    if (!KorAssert::check(result > 0, "result > 0") || result != StyleDatabases::kWritten)
+        return;
+    KorDSMMainWindow::sendMessage(DsmDataChanged());
+    fillStrategies();
+    m_strategy->setCurrentText(toQt(dialog.name()));
+    onStrategyChosen();
+}
+
+void KorDSMPageViewClipping::onRename() {
+    StructDetViewLengthClip clip;
+    if (!readClip(clip))
+        return;
+    KorDSMDialogNewItem dialog(kNewItemKind, clip.name, false, window());
+    if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty() || dialog.name() == clip.name ||
+        !writeClip(kColumnName, dialog.name()))
+        return;
+    fillStrategies();
+    m_strategy->setCurrentText(toQt(dialog.name()));
+}

@@ -1,0 +1,108 @@
+#include "controls/KorControls.h"
+#include "controls/KorListCtrl.h"
+#include "controls/KorTemplates.h"
+#include "data/KorDSNManager.h"
+#include "data/text/SampleData.h"
+#include "dialogs/KorDSMDialogConfirmation.h"
+#include "dialogs/KorDSMDialogInUse.h"
+#include "dialogs/KorDSMDialogWhereUsed.h"
+#include "services/Prompts.h"
+#include "support/TempFolder.h"
+#include "templates/Templates.h"
+
+#include <QLabel>
+#include <QTest>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class WhereUsedDialog : public testing::Test {
+protected:
+    WhereUsedDialog() {
+        EXPECT_TRUE(Prompts::load(SOURCE_DIR "/resources/prompts", "en"));
+        KorTemplates::setFactory(Templates::setUp);
+        EXPECT_EQ(buildSampleData(SOURCE_DIR "/resources", folder.path().string()).error, "");
+        EXPECT_EQ(databases.openFile(SourceId::user(), (folder.path() / "user.dsdb").string(), false).error,
+                  "");
+        databases.setCurrentSource(SourceId::user());
+        rails = databases.here()->table(kTableQualifierSet).find("HB rails")->key;
+        usages = KorDSMWhereUsed::usagesOf(SourceId::user(), {kTableQualifierSet, rails});
+    }
+
+    static void show(QDialog& dialog) {
+        dialog.show();
+        dialog.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    }
+    static void clickRow(KorListCtrl* list, int row) {
+        const QModelIndex index = list->model()->index(row, 0);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(index).center());
+    }
+
+    TempFolder folder;
+    StyleDatabases databases;
+    std::int32_t rails = 0;
+    std::vector<KorDSMUsage> usages;
+};
+
+} // namespace
+
+TEST_F(WhereUsedDialog, GoesToWhatIsClickedOrEntered) {
+    ASSERT_GE(usages.size(), 2u);
+    KorDSMDialogWhereUsed dialog("HB rails", usages, nullptr);
+    std::vector<KorString> chosen;
+    QObject::connect(&dialog, &KorDSMDialogWhereUsed::usageChosen, &dialog,
+                     [&](const KorDSMUsage& usage) { chosen.push_back(usage.name); });
+    show(dialog);
+    auto* list = KorControls::find<KorListCtrl>(&dialog, 2351);
+    EXPECT_EQ(list->getItemCount(), static_cast<int>(usages.size()));
+    EXPECT_EQ(dialog.windowTitle(), "Where \"HB rails\" is used");
+    list->sortByColumn(0, Qt::DescendingOrder);
+    clickRow(list, 0);
+    QTest::keyClick(list, Qt::Key_Down);
+    EXPECT_EQ(chosen.size(), 1u) << "looking is not going";
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(chosen, (std::vector<KorString>{list->getItemText(0, 0), list->getItemText(1, 0)}));
+    EXPECT_TRUE(dialog.isVisible()) << "it stays open";
+}
+
+TEST_F(WhereUsedDialog, SaysWhenNothingUsesTheRecord) {
+    KorDSMDialogWhereUsed dialog("HB members", {}, nullptr);
+    show(dialog);
+    EXPECT_TRUE(KorControls::find<QLabel>(&dialog, 2352)->isVisible());
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(WhereUsedDialog, TheRefusalUnfoldsTheListAndClosesToGoThere) {
+    KorDSMDialogInUse dialog("Still in use.", usages, nullptr);
+    show(dialog);
+    auto* list = KorControls::find<KorListCtrl>(&dialog, 2357);
+    EXPECT_FALSE(list->isVisible());
+    QTest::mouseClick(KorControls::find<QToolButton>(&dialog, 2356), Qt::LeftButton);
+    ASSERT_TRUE(list->isVisible());
+    clickRow(list, 1);
+    EXPECT_FALSE(dialog.isVisible());
+    ASSERT_TRUE(dialog.chosen().has_value());
+    EXPECT_EQ(dialog.chosen()->name, usages[1].name);
+}
+
+TEST_F(WhereUsedDialog, TheConfirmationUnfoldsTheListBeforeItIsAnswered) {
+    KorDSMDialogConfirmation dialog(kTableQualifierSet, KorOdbcKey(rails), nullptr);
+    show(dialog);
+    auto* list = KorControls::find<KorListCtrl>(&dialog, 1242);
+    auto* button = KorControls::find<QToolButton>(&dialog, 1241);
+    EXPECT_FALSE(list->isVisible());
+    button->setFocus();
+    QTest::keyClick(button, Qt::Key_Space);
+    ASSERT_TRUE(list->isVisible());
+    EXPECT_EQ(list->getItemCount(), static_cast<int>(usages.size()));
+    clickRow(list, 0);
+    EXPECT_TRUE(dialog.isVisible()) << "the question still wants its answer";
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_FALSE(list->isVisible());
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_EQ(dialog.result(), QDialog::Rejected);
+}

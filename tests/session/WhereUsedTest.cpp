@@ -1,0 +1,74 @@
+#include "SampleSession.h"
+
+namespace {
+
+const SourceId kUser = SourceId::user();
+const SourceId kStandard = SourceId::standard();
+
+class WhereUsed : public SampleSession {
+protected:
+    template <typename R>
+    std::vector<KorDSMUsage> usagesOf(SourceId id, const KorString& name) {
+        return KorDSMWhereUsed::usagesOf(id, {tableOf<R>, row<R>(id, name)->key});
+    }
+    KorDSMDatabaseItem* itemFor(const KorDSMUsage& usage) {
+        return KorDSMWhereUsed::findItem(structure, usage.source, usage.row);
+    }
+};
+
+} // namespace
+
+TEST_F(WhereUsed, NamesUsersAsPeopleKnowThem) {
+    const std::vector<KorDSMUsage> usages = usagesOf<StructDetObjAnnotationStrategy>(kUser, "HB crane mark");
+    ASSERT_EQ(usages.size(), 1u);
+    EXPECT_EQ(usages[0].database, "User");
+    EXPECT_EQ(usages[0].kind, "Representation map");
+    EXPECT_EQ(usages[0].name, "HB site") << "the whole, not its entry";
+    EXPECT_EQ(usages[0].as, "Annotation strategy");
+    EXPECT_EQ(usages[0].source, kUser);
+    EXPECT_TRUE(usagesOf<StructDetailStyle>(kUser, "HB post 1:15").empty()) << "its master is no user";
+}
+
+TEST_F(WhereUsed, LooksIntoEveryOpenSource) {
+    const KorString name = usagesOf<StructDetObjQualifierSet>(kUser, "HB rails").front().name;
+    TempFolder other;
+    ASSERT_EQ(buildSampleData(SOURCE_DIR "/resources", other.path().string()).error, "");
+    ASSERT_EQ(databases.openFile(SourceId::addIn(0), (other.path() / "user.dsdb").string(), true).error, "");
+    const auto usages = usagesOf<StructDetObjQualifierSet>(kUser, "HB rails");
+    const auto inAddIn = std::ranges::count(usages, SourceId::addIn(0), &KorDSMUsage::source);
+    EXPECT_GT(inAddIn, 0);
+    EXPECT_EQ(static_cast<std::size_t>(inAddIn) * 2, usages.size());
+    EXPECT_EQ(usages.front().name, name) << "the own User database comes first";
+}
+
+TEST_F(WhereUsed, EveryUserThatATreeShowsCanBeReached) {
+    int reached = 0;
+    for (const eTableType table : {kTableQualifierSet, kTableAnnotationStrategy, kTableDimRequest,
+                                   kTableReprMap, kTableViewRequest, kTablePointSelection}) {
+        const RowArray& rows = databases.source(kStandard)->table(table).rows();
+        for (int i = 0; i < rows.size(); ++i)
+            for (const KorDSMUsage& usage : KorDSMWhereUsed::usagesOf(kStandard, {table, rows.at(i).key})) {
+                KorDSMDatabaseItem* item = itemFor(usage);
+                ASSERT_NE(item, nullptr) << usage.kind.c_str() << ' ' << usage.name.c_str();
+                ++reached;
+                EXPECT_EQ(item->tableType(), usage.row.table);
+                EXPECT_EQ(item->getDisplayName(), usage.name);
+                EXPECT_EQ(KorDSMItemSource::sourceOf(item), kStandard);
+                EXPECT_NE(KorDSMItemPath::sectionOf(*item), nullptr);
+            }
+    }
+    EXPECT_GT(reached, 100);
+}
+
+TEST_F(WhereUsed, WhatIsInNoTreeLeadsNowhere) {
+    databases.setCurrentSource(kUser);
+    EXPECT_TRUE(KorDSMWhereUsed::usagesOf(kUser, {kTablePointSelection, 4711}).empty());
+    EXPECT_TRUE(KorDSMWhereUsed::usagesOf(SourceId::addIn(7), {kTablePointSelection, 1}).empty());
+    EXPECT_EQ(KorDSMWhereUsed::findItem(structure, kUser, {kTablePointSelection, 4711}), nullptr);
+    EXPECT_EQ(KorDSMWhereUsed::findItem(structure, kUser, {kNoTable, 1}), nullptr);
+    EXPECT_EQ(KorDSMWhereUsed::findItem(structure, SourceId::addIn(7), {kTableDetailStyle, 1}), nullptr);
+    StructDetViewRequest unused;
+    unused.name = "In no style";
+    ASSERT_EQ(databases.append(kTableViewRequest, unused), StyleDatabases::kWritten);
+    EXPECT_EQ(KorDSMWhereUsed::findItem(structure, kUser, {kTableViewRequest, unused.key}), nullptr);
+}
