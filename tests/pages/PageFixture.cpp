@@ -65,13 +65,13 @@ PageFixture::PageFixture()
 }
 
 PageFixture::~PageFixture() {
-    m_tabs->setCurrentContent(nullptr);
     m_group.reset();
     KorDSMGuardedWrite::setAskFunction(m_previousAsk);
     KorDSMMainWindow::set(m_previousTarget);
 }
 
 void PageFixture::TearDown() {
+    m_tabs->setCurrentContent(nullptr);
     for (const KorString& sentence : KorHostReport::take())
         ADD_FAILURE() << sentence.toStdString();
 }
