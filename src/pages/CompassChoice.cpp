@@ -57,7 +57,7 @@ void CompassChoice::load() {
                                                    radio == kArrow + shown.representation);
     // The stored value itself is the state of the box: one with two states shows all but 0 as checked.
     button(kCompass)->setChecked(code != 0);
-    showPicture(shown.representation == 1);
+    showPicture(shown.representation > 0);
     enableChoices();
 }
 

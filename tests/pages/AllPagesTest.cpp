@@ -130,10 +130,11 @@ TEST_F(AllPages, InStandardNothingCanBeChanged) {
     onEachPage([&] {
         for (QWidget* part : KorControls::all(&page())) {
             const int id = KorControls::id(part);
-            if (const auto* designer = qobject_cast<VELLabelDesignerCtrlWrap*>(part))
+            if (const auto* designer = qobject_cast<VELLabelDesignerCtrlWrap*>(part)) {
                 EXPECT_FALSE(designer->IsEnabled());
-            else if (!qobject_cast<QGroupBox*>(part) && !qobject_cast<QLabel*>(part))
+            } else if (!qobject_cast<QGroupBox*>(part) && !qobject_cast<QLabel*>(part)) {
                 EXPECT_EQ(part->isEnabled(), goTo.contains({page().templateId(), id})) << id;
+            }
         }
     });
 }

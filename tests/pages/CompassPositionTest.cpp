@@ -27,7 +27,7 @@ protected:
     }
     bool choicesEnabled() {
         const long enabled = std::ranges::count_if(kChoices, [this](int radio) { return isEnabled(radio); });
-        EXPECT_TRUE(enabled == 0 || enabled == kChoices.size());
+        EXPECT_TRUE(enabled == 0 || enabled == std::ssize(kChoices));
         return enabled > 0;
     }
     int picture() { return control<KorInfoCtrl>(1253).pictureId(); }
