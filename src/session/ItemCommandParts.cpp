@@ -1,7 +1,11 @@
 #include "session/ItemCommandParts.h"
 
+#include "data/KorOdbcGUI.h"
+#include "model/KorDSMSectionLoader.h"
+#include "model/items/KorDsmItems.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemKinds.h"
+#include "session/KorDSMUndo.h"
 
 namespace ItemCommandParts {
 
@@ -16,19 +20,10 @@ KorString dsm(int number) {
     return Prompts::getPrompt("DSM", number);
 }
 
-void sendName(const KorDSMDatabaseItem& item) {
-    if (!item.m_hTreeItem)
-        return;
-    DsmSetEntryText message;
-    message.entry = item.m_hTreeItem;
-    message.text = item.getDisplayName();
-    KorDSMMainWindow::sendMessage(message);
-}
-
 } // namespace
 
 KorString label(int number, const KorString& name) {
-    return KorString::format(dsm(number), {name});
+    return KorString::format(dsm(number), {KorDSMUndo::menuName(name)});
 }
 
 KorString whyReadOnly(const KorDSMDatabaseItem& item) {
@@ -62,6 +57,23 @@ KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int act
                                     ->table(filing.target)
                                     .find(KorOdbcKey(filing.integerIn(item.record())));
     return {item.m_Type, action, group ? group->name : KorString(), item.record()->name, kind->listedBy};
+}
+
+void loadBesideRecord(KorDSMDatabaseItem& item) {
+    if (auto* style = dynamic_cast<KorDsmDetailStyleItem*>(&item))
+        KorDSMSectionLoader::loadDetailStylesDependencies(style);
+    else if (auto* annotation = dynamic_cast<KorDsmAnnotationStrategyItem*>(&item))
+        KorOdbcGUI::getDetAnnotationType(KorOdbcKey(annotation->getRecord().annotationTypeKey),
+                                         annotation->m_AnnotationType);
+}
+
+void sendName(const KorDSMDatabaseItem& item) {
+    if (!item.m_hTreeItem)
+        return;
+    DsmSetEntryText message;
+    message.entry = item.m_hTreeItem;
+    message.text = item.getDisplayName();
+    KorDSMMainWindow::sendMessage(message);
 }
 
 void showName(KorDSMDatabaseItem& item) {

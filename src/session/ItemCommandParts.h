@@ -34,7 +34,11 @@ KorString inUseText();
 /// The notice for the pages that list records as the item's.
 KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int action);
 
-/// Sends the entries of the item and of its twins the text that they now have to show.
+/// Reads what a new item shows beyond its record from the current source.
+void loadBesideRecord(KorDSMDatabaseItem& item);
+
+/// Send the entry of the item, or also those of its twins, the text that they now have to show.
+void sendName(const KorDSMDatabaseItem& item);
 void showName(KorDSMDatabaseItem& item);
 
 } // namespace ItemCommandParts

@@ -5,7 +5,6 @@
 #include "data/KorOdbcMan.h"
 #include "data/exchange/KorDetailTableDependencies.h"
 #include "model/KorDSMDialogFactory.h"
-#include "model/items/KorDsmItems.h"
 #include "services/Prompts.h"
 #include "session/ItemCommandParts.h"
 #include "session/KorDSMItemKinds.h"
@@ -54,15 +53,6 @@ bool appendCopy(KorDSMDatabaseItem& copy, const KorDSMItemKind& kind, const KorS
            (kind.type != KorDSMDefines::kDetailStyle || copyMaster(originalKey, *copy.record()));
 }
 
-// What the copy shows beyond its record.
-void loadDependents(KorDSMDatabaseItem& copy) {
-    if (auto* style = dynamic_cast<KorDsmDetailStyleItem*>(&copy))
-        KorDSMSectionLoader::loadDetailStylesDependencies(style);
-    else if (auto* annotation = dynamic_cast<KorDsmAnnotationStrategyItem*>(&copy))
-        KorOdbcGUI::getDetAnnotationType(KorOdbcKey(annotation->getRecord().annotationTypeKey),
-                                         annotation->m_AnnotationType);
-}
-
 // The loaded group in which a record that is shown as a part of another one is filed, or null.
 KorDSMDatabaseItem* groupElsewhere(const KorDSMDatabaseItem& item) {
     if (KorDSMDefines::isGroupType(item.m_pParent->m_Type))
@@ -100,7 +90,7 @@ CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
         group.takeBack();
         return outcome;
     }
-    loadDependents(*copy);
+    loadBesideRecord(*copy);
     outcome.done = true;
     outcome.notice = noticeFor(*copy, DsmListChanged::kAdded);
     if (KorDSMDatabaseItem* home = groupElsewhere(item)) {

@@ -62,6 +62,17 @@ constexpr struct {
     {kTableQualifierSetGroup, KorDSMDefines::kViewQualifiers},
 };
 
+} // namespace
+
+KorDsmAddInContentItem* contentOf(KorDSMDataStructure& structure, SourceId source, eTableType table) {
+    for (const auto& filed : kSectionsOfTables)
+        if (filed.table == table)
+            return KorDSMItemPath::findAddIn(*structure.getSection(filed.section), source);
+    return nullptr;
+}
+
+namespace {
+
 bool shows(const KorDSMDatabaseItem& item, RowRef row) {
     return item.record() && item.tableType() == row.table && item.recordKey() == row.key;
 }
@@ -84,14 +95,6 @@ void loadContent(KorDsmAddInContentItem& addIn) {
         KorDSMSectionLoader::expandQualifiersAddInContent(sets);
 }
 
-// The content node in which rows of this table are filed, or null for tables that are not.
-KorDsmAddInContentItem* contentFor(KorDSMDataStructure& structure, SourceId source, eTableType table) {
-    for (const auto& filed : kSectionsOfTables)
-        if (filed.table == table)
-            return KorDSMItemPath::findAddIn(*structure.getSection(filed.section), source);
-    return nullptr;
-}
-
 // Among the groups below the add-in and what is filed under them.
 KorDSMDatabaseItem* findFiled(KorDsmAddInContentItem& addIn, RowRef row) {
     loadContent(addIn);
@@ -112,7 +115,7 @@ public:
     KorDSMDatabaseItem* find(RowRef row) {
         if (!m_seen.insert(row).second)
             return nullptr;
-        if (KorDsmAddInContentItem* content = contentFor(m_structure, m_source.id(), row.table))
+        if (KorDsmAddInContentItem* content = contentOf(m_structure, m_source.id(), row.table))
             return findFiled(*content, row);
         for (const RowRef above : rowsAbove(row))
             if (KorDSMDatabaseItem* item = find(above)) {
@@ -163,7 +166,7 @@ KorDSMDatabaseItem* findItem(KorDSMDataStructure& structure, SourceId id, RowRef
 }
 
 KorDSMDatabaseItem* findGroup(KorDSMDataStructure& structure, SourceId source, RowRef group) {
-    KorDsmAddInContentItem* content = contentFor(structure, source, group.table);
+    KorDsmAddInContentItem* content = contentOf(structure, source, group.table);
     return content && content->m_bExpanded ? childThatShows(*content, group) : nullptr;
 }
 

@@ -32,6 +32,10 @@ std::vector<KorDSMUsage> usagesOf(const KorDSMDatabaseItem& item);
 /// the way. Null when no tree shows the row.
 KorDSMDatabaseItem* findItem(KorDSMDataStructure& structure, SourceId source, RowRef row);
 
+/// The content node of a source below which rows of this table are filed or are the groups, loaded or not.
+/// Null for other tables.
+KorDsmAddInContentItem* contentOf(KorDSMDataStructure& structure, SourceId source, eTableType table);
+
 /// The item of a category or group, where the content of its source is loaded; else null.
 KorDSMDatabaseItem* findGroup(KorDSMDataStructure& structure, SourceId source, RowRef group);
 

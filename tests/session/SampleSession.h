@@ -2,6 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "data/KorDSNManager.h"
+#include "data/KorODBCDetStyle.h"
 #include "data/KorOdbcMan.h"
 #include "data/text/SampleData.h"
 #include "model/KorDSMDependencies.h"

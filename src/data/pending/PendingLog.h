@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <span>
 #include <vector>
 
 /// One change that is not stored yet.
@@ -59,6 +60,9 @@ public:
     /// Label of the group that would be taken back or brought again; empty when there is none.
     KorString undoLabel() const;
     KorString redoLabel() const;
+    /// The steps of that group, oldest first. Valid until the log changes.
+    std::vector<const PendingStep*> undoSteps() const;
+    std::vector<const PendingStep*> redoSteps() const;
     /// The steps of that group in the order in which the caller must apply them to the tables (backwards for
     /// undo). Empty when there is none.
     std::vector<PendingStep> takeUndo();
@@ -67,6 +71,7 @@ public:
 private:
     using Place = std::pair<SourceId, eTableType>;
 
+    void addRowChange(const StyleTable& table, std::span<const PendingStep* const> steps, TableChange& change);
     KorString labelOf(int group) const;
     void count(const PendingStep& step, int by);
 

@@ -1,0 +1,251 @@
+#include "session/KorDSMItemUpdate.h"
+
+#include "data/KorDSNManager.h"
+#include "data/KorOdbcGUI.h"
+#include "data/RowClosure.h"
+#include "model/KorDSMDependencies.h"
+#include "model/KorDSMItemPlacing.h"
+#include "model/KorDSMSectionLoader.h"
+#include "session/ItemCommandParts.h"
+#include "session/KorDSMItemKinds.h"
+#include "session/KorDSMItemPath.h"
+
+#include <algorithm>
+#include <set>
+
+namespace {
+
+constexpr std::size_t kMostRows = 200; // beyond that the sections are loaded anew
+constexpr int kNameColumn = 1;
+
+void collect(KorDSMDatabaseItem& item, RowRef row, std::vector<KorDSMDatabaseItem*>& found) {
+    if (item.record() && item.tableType() == row.table && item.recordKey() == row.key)
+        found.push_back(&item);
+    for (KorDSMDatabaseItem* child : item.children())
+        collect(*child, row, found);
+}
+
+void collectAll(KorDSMDatabaseItem& item, std::set<KorDSMDatabaseItem*>& found) {
+    found.insert(&item);
+    for (KorDSMDatabaseItem* child : item.children())
+        collectAll(*child, found);
+}
+
+bool isFiled(const KorDSMDatabaseItem& item) {
+    return item.m_pParent && KorDSMDefines::isGroupType(item.m_pParent->m_Type);
+}
+
+// Whether an item's children follow from the columns that changed.
+bool reachesChildren(const KorDSMRowChange& change) {
+    return std::ranges::any_of(change.columns, [](const Column* column) {
+        return column->isReference() && column->role == eReferenceRole::kUses;
+    });
+}
+
+template <typename Item>
+KorDSMDatabaseItem* make(const StructRecord& record) {
+    auto* item = new Item;
+    item->updateRecord(record);
+    return item;
+}
+
+template <typename Item>
+KorDSMDatabaseItem* placeGroup(KorDSMDatabaseItem& addIn, const StructRecord& record) {
+    return &KorDSMItemPlacing::place<Item>(addIn, static_cast<const typename Item::Record&>(record));
+}
+
+// The tables whose rows have items of their own below an add-in.
+constexpr struct {
+    eTableType table;
+    KorDSMDatabaseItem* (*make)(const StructRecord& record);                             // filed records
+    KorDSMDatabaseItem* (*place)(KorDSMDatabaseItem& addIn, const StructRecord& record); // groups
+} kFiledTables[] = {
+    {kTableDetailStyle, make<KorDsmDetailStyleItem>, nullptr},
+    {kTableAnnotationStrategy, make<KorDsmAnnotationStrategyItem>, nullptr},
+    {kTableDimRequest, make<KorDsmDimRequestItem>, nullptr},
+    {kTableQualifierSet, make<KorDsmQualifierSetItem>, nullptr},
+    {kTableBaseCategory, nullptr, placeGroup<KorDsmDetailStyleCategoryItem>},
+    {kTableAnnotationGroup, nullptr, placeGroup<KorDsmAnnotationGroupItem>},
+    {kTableDimRequestGroup, nullptr, placeGroup<KorDsmDimRequestGroupItem>},
+    {kTableQualifierSetGroup, nullptr, placeGroup<KorDsmQualifierSetGroupItem>},
+};
+
+const auto* filedTable(eTableType table) {
+    const auto* row = std::ranges::find(kFiledTables, table, [](const auto& filed) { return filed.table; });
+    return row == std::end(kFiledTables) ? nullptr : row;
+}
+
+const StructRecord* rowOf(RowRef row) {
+    return StyleDatabases::current().here()->table(row.table).find(KorOdbcKey(row.key));
+}
+
+// The group in which a row is filed; a style is filed by its master.
+RowRef groupOf(RowRef row) {
+    const StructRecord* record = rowOf(row);
+    StructDetailMaster master;
+    if (row.table == kTableDetailStyle) {
+        KorOdbcGUI::getDetailMaster(row.key, master);
+        record = &master;
+        row.table = kTableDetailMaster;
+    }
+    const Column* filing = record ? filingColumn(row.table) : nullptr;
+    return filing ? RowRef{filing->target, filing->integerIn(record)} : RowRef();
+}
+
+} // namespace
+
+KorDSMItemUpdate::Outcome KorDSMItemUpdate::follow(KorDSMDataStructure& structure,
+                                                   const std::vector<KorDSMRowChange>& changes) {
+    KorDSMItemUpdate update(structure);
+    update.m_outcome.reload = changes.size() > kMostRows;
+    if (!update.m_outcome.reload)
+        for (const KorDSMRowChange& change : changes)
+            update.followRow(change);
+    if (changes.size() > 1)
+        update.forgetWhatIsGone();
+    return std::move(update.m_outcome);
+}
+
+std::vector<KorDSMDatabaseItem*> KorDSMItemUpdate::itemsOf(SourceId source, RowRef row) {
+    std::vector<KorDSMDatabaseItem*> found;
+    for (const KorDSMDefines::eViewSections section : KorDSMDefines::kLoadingOrder)
+        if (auto* addIn = KorDSMItemPath::findAddIn(*m_structure.getSection(section), source))
+            collect(*addIn, row, found);
+    return found;
+}
+
+void KorDSMItemUpdate::followRow(const KorDSMRowChange& change) {
+    const KorDSNRequest request(change.source.dsn, change.source.index);
+    if (!StyleDatabases::current().here())
+        return;
+    if (change.row.table == kTableDetailMaster)
+        return followMaster(change);
+    if (belongsToOthers(*findTable(change.row.table)))
+        followPart(change);
+    const StructRecord* row = rowOf(change.row);
+    if (!row)
+        followDeleted(change);
+    else if (change.kind == KorDSMRowChange::eKind::kChanged)
+        followChanged(change, *row);
+    if (row)
+        file(change.source, change.row);
+}
+
+void KorDSMItemUpdate::followChanged(const KorDSMRowChange& change, const StructRecord& row) {
+    for (KorDSMDatabaseItem* item : itemsOf(change.source, change.row)) {
+        item->updateRecord(row);
+        if (change.changedColumn(kNameColumn))
+            ItemCommandParts::sendName(*item);
+        if (reachesChildren(change))
+            dropChildren(*item);
+        m_outcome.changed.push_back(item);
+    }
+}
+
+void KorDSMItemUpdate::followDeleted(const KorDSMRowChange& change) {
+    std::set<KorDSMDatabaseItem*> parents; // one record can be used by another several times
+    for (KorDSMDatabaseItem* item : itemsOf(change.source, change.row)) {
+        if (isFiled(*item) || KorDSMDefines::isGroupType(item->m_Type))
+            takeOut(*item);
+        else if (item->m_pParent)
+            parents.insert(item->m_pParent);
+    }
+    for (KorDSMDatabaseItem* parent : parents)
+        dropChildren(*parent);
+}
+
+// What a master says is where its style is filed.
+void KorDSMItemUpdate::followMaster(const KorDSMRowChange& change) {
+    if (const auto* master = static_cast<const StructDetailMaster*>(rowOf(change.row)))
+        file(change.source, {kTableDetailStyle, master->styleKey});
+}
+
+// The items of a whole show its parts, or what those refer to, as children.
+void KorDSMItemUpdate::followPart(const KorDSMRowChange& change) {
+    const bool changed = change.kind == KorDSMRowChange::eKind::kChanged;
+    const StructRecord* part = changed ? rowOf(change.row) : change.record.get();
+    if (!part || (changed && !itemsOf(change.source, change.row).empty()))
+        return;
+    for (const Column& column : findTable(change.row.table)->columns)
+        if (column.isReference() && column.role == eReferenceRole::kPartOf)
+            for (KorDSMDatabaseItem* whole : itemsOf(change.source, {column.target, column.integerIn(part)}))
+                dropChildren(*whole);
+}
+
+// Puts the row's item where the row is filed, where that is loaded.
+void KorDSMItemUpdate::file(SourceId source, RowRef row) {
+    const auto* filed = filedTable(row.table);
+    const StructRecord* record = filed ? rowOf(row) : nullptr;
+    if (!record)
+        return;
+    if (filed->make) {
+        if (KorDSMDatabaseItem* group = KorDSMWhereUsed::findGroup(m_structure, source, groupOf(row)))
+            fileUnder(*group, source, row);
+        return;
+    }
+    KorDsmAddInContentItem* content = KorDSMWhereUsed::contentOf(m_structure, source, row.table);
+    if (!content || KorDSMItemPlacing::findChild(*content, row.key))
+        return;
+    m_outcome.added.push_back(filed->place(*content, *record));
+    fileMembers(source, row);
+}
+
+// What was filed under a group that is there again.
+void KorDSMItemUpdate::fileMembers(SourceId source, RowRef group) {
+    for (const Referrer& member :
+         StyleDatabases::current().here()->referrersOf(group.table, KorOdbcKey(group.key))) {
+        if (member.column->role != eReferenceRole::kFiledUnder)
+            continue;
+        RowRef row{member.table->type, member.key};
+        if (row.table == kTableDetailMaster)
+            row = {kTableDetailStyle, static_cast<const StructDetailMaster*>(rowOf(row))->styleKey};
+        file(source, row);
+    }
+}
+
+void KorDSMItemUpdate::fileUnder(KorDSMDatabaseItem& group, SourceId source, RowRef row) {
+    if (KorDSMItemPlacing::findChild(group, row.key))
+        return;
+    for (KorDSMDatabaseItem* item : itemsOf(source, row))
+        if (isFiled(*item)) {
+            item->m_pParent->releaseChild(item);
+            group.addChild(item);
+            m_outcome.moved.push_back(item);
+            return;
+        }
+    KorDSMDatabaseItem* item = filedTable(row.table)->make(*rowOf(row));
+    ItemCommandParts::loadBesideRecord(*item);
+    group.addChild(item);
+    m_outcome.added.push_back(item);
+}
+
+void KorDSMItemUpdate::takeOut(KorDSMDatabaseItem& item) {
+    item.m_pParent->releaseChild(&item);
+    m_outcome.removed.emplace_back(&item);
+}
+
+// The children are made anew when the entry is opened; those of a style are always there.
+void KorDSMItemUpdate::dropChildren(KorDSMDatabaseItem& item) {
+    auto* style = dynamic_cast<KorDsmDetailStyleItem*>(&item);
+    if (!item.record() || (!style && !KorDSMDependencies::canHaveDependents(item.m_Type)))
+        return;
+    item.assignRecord(*item.record());
+    if (!style)
+        return;
+    KorDSMSectionLoader::loadDetailStylesDependencies(style);
+    style->m_bExpanded = true;
+    m_outcome.added.insert(m_outcome.added.end(), style->children().begin(), style->children().end());
+}
+
+// A later row can have taken away what an earlier one brought.
+void KorDSMItemUpdate::forgetWhatIsGone() {
+    std::set<KorDSMDatabaseItem*> alive;
+    for (const KorDSMDefines::eViewSections section : KorDSMDefines::kLoadingOrder)
+        collectAll(*m_structure.getSection(section), alive);
+    for (auto* items : {&m_outcome.added, &m_outcome.moved, &m_outcome.changed}) {
+        std::set<KorDSMDatabaseItem*> seen;
+        std::erase_if(*items, [&](KorDSMDatabaseItem* item) {
+            return !alive.contains(item) || !seen.insert(item).second;
+        });
+    }
+}

@@ -1,0 +1,158 @@
+#include "session/KorDSMUndo.h"
+
+#include "data/RowClosure.h"
+#include "model/KorDSMMessages.h"
+#include "services/Prompts.h"
+#include "session/KorDSMValueText.h"
+
+#include <algorithm>
+#include <map>
+
+bool KorDSMRowChange::changedColumn(int number) const {
+    return std::ranges::any_of(columns, [number](const Column* column) { return column->number == number; });
+}
+
+namespace KorDSMUndo {
+
+namespace {
+
+constexpr int kUndo = 240;     // "Undo %s"
+constexpr int kRedo = 241;     // "Redo %s"
+constexpr int kChange = 242;   // "change of %s of "%s""
+constexpr int kCreation = 243; // "creation of "%s""
+constexpr int kDeletion = 244; // "deletion of "%s""
+
+constexpr std::size_t kLongestName = 40;
+
+using Steps = std::vector<const PendingStep*>;
+
+PendingLog& pending() {
+    return StyleDatabases::current().pending();
+}
+
+KorString dsm(int number) {
+    return Prompts::getPrompt("DSM", number);
+}
+
+// The row of a step, whether it is in its table at present or not.
+const StructRecord* recordOf(const PendingStep& step) {
+    if (step.record)
+        return step.record.get();
+    StyleSource* source = StyleDatabases::current().source(step.source);
+    return source ? source->table(step.table).find(KorOdbcKey(step.key)) : nullptr;
+}
+
+const StructRecord* wholeOf(const PendingStep& step, const StructRecord& part) {
+    StyleSource* source = StyleDatabases::current().source(step.source);
+    for (const Column& column : findTable(step.table)->columns)
+        if (source && column.isReference() && column.role == eReferenceRole::kPartOf)
+            return source->table(column.target).find(KorOdbcKey(column.integerIn(&part)));
+    return nullptr;
+}
+
+// The step that says what the group was about: a record that came or went, rather than its parts.
+const PendingStep& principal(const Steps& steps) {
+    const auto step = std::ranges::find_if(steps, [](const PendingStep* candidate) {
+        return candidate->action != PendingStep::eAction::kCell &&
+               !belongsToOthers(*findTable(candidate->table));
+    });
+    return step == steps.end() ? *steps.front() : **step;
+}
+
+KorString describe(const PendingStep& step, const StructRecord& record, const StructRecord* whole) {
+    const TableSchema& table = *findTable(step.table);
+    if (step.action == PendingStep::eAction::kCell)
+        return KorString::format(dsm(kChange),
+                                 {KorDSMValueText::columnCaption(table, *step.column),
+                                  menuName(record.name.isEmpty() && whole ? whole->name : record.name)});
+    if (whole)
+        return KorString::format(dsm(kChange), {KorDSMValueText::tableCaption(table), menuName(whole->name)});
+    const int text = step.action == PendingStep::eAction::kAppend ? kCreation : kDeletion;
+    return KorString::format(dsm(text), {menuName(record.name)});
+}
+
+// Commands name their groups; what is only labelled with the name of a record tells what it did itself.
+KorString describe(const KorString& label, const Steps& steps) {
+    if (steps.empty())
+        return {};
+    const PendingStep& step = principal(steps);
+    const StructRecord* record = recordOf(step);
+    if (!record)
+        return menuName(label);
+    const StructRecord* whole = wholeOf(step, *record);
+    const bool isName = label == record->name || (whole && label == whole->name);
+    return label.isEmpty() || isName ? describe(step, *record, whole) : label;
+}
+
+KorString menuText(int prompt, const KorString& what) {
+    return KorString::format(dsm(prompt), {what}).trimmed();
+}
+
+// What was done to the rows, when all steps of the group have been applied.
+std::vector<KorDSMRowChange> changesOf(const std::vector<PendingStep>& steps) {
+    std::vector<KorDSMRowChange> changes;
+    std::map<std::pair<SourceId, RowRef>, std::size_t> places;
+    for (const PendingStep& step : steps) {
+        const RowRef row{step.table, step.key};
+        const auto [place, isNew] = places.try_emplace({step.source, row}, changes.size());
+        if (isNew)
+            changes.push_back({step.source, row, KorDSMRowChange::eKind::kChanged, {}, {}});
+        KorDSMRowChange& change = changes[place->second];
+        if (step.action == PendingStep::eAction::kCell) {
+            if (!change.changedColumn(step.column->number))
+                change.columns.push_back(step.column);
+            continue;
+        }
+        change.record = step.record;
+        StyleSource* source = StyleDatabases::current().source(step.source);
+        const bool isThere = source && source->table(step.table).find(KorOdbcKey(step.key));
+        change.kind = isThere ? KorDSMRowChange::eKind::kAppended : KorDSMRowChange::eKind::kDeleted;
+    }
+    return changes;
+}
+
+std::vector<KorDSMRowChange> applied(const std::vector<PendingStep>& steps) {
+    if (steps.empty())
+        return {};
+    DsmSetModified message;
+    message.modified = canUndo();
+    KorDSMMainWindow::sendMessage(message);
+    return changesOf(steps);
+}
+
+} // namespace
+
+KorString menuName(const KorString& name) {
+    const std::string_view text = name.view();
+    std::size_t characters = 0;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if ((text[i] & 0xC0) != 0x80 && ++characters > kLongestName)
+            return KorString(text.substr(0, i)) + KorString("…");
+    return name;
+}
+
+bool canUndo() {
+    return pending().canUndo();
+}
+
+bool canRedo() {
+    return pending().canRedo();
+}
+
+KorString undoText() {
+    return menuText(kUndo, describe(pending().undoLabel(), pending().undoSteps()));
+}
+
+KorString redoText() {
+    return menuText(kRedo, describe(pending().redoLabel(), pending().redoSteps()));
+}
+
+std::vector<KorDSMRowChange> undo() {
+    return applied(StyleDatabases::current().undo());
+}
+
+std::vector<KorDSMRowChange> redo() {
+    return applied(StyleDatabases::current().redo());
+}
+
+} // namespace KorDSMUndo

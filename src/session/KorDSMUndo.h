@@ -1,0 +1,43 @@
+#pragma once
+
+#include "data/RowRef.h"
+#include "data/StyleDatabases.h"
+
+#include <memory>
+#include <vector>
+
+/// What one step of undo or redo did to one row.
+struct KorDSMRowChange {
+    enum class eKind { kChanged, kAppended, kDeleted };
+
+    SourceId source;
+    RowRef row;
+    eKind kind = eKind::kChanged;
+    std::vector<const Column*> columns;         ///< of a changed row: those that have another value now
+    std::shared_ptr<const StructRecord> record; ///< of an appended or deleted row: as it came or went
+
+    bool changedColumn(int number) const;
+};
+
+/// Takes pending writes back and brings them again, in all sources, until they are kept. A step is what one
+/// command or one edit wrote.
+namespace KorDSMUndo {
+
+bool canUndo();
+bool canRedo();
+/// What the menu says, as: Undo change of Title position of "Beam A". Only "Undo" or "Redo" with nothing
+/// behind it when there is no step.
+KorString undoText();
+KorString redoText();
+
+/// A record's name as menus show it: longer than 40 characters it is cut, lest a menu become wider than the
+/// screen.
+KorString menuName(const KorString& name);
+
+/// Take back, or bring again, one step. They return the rows that are different now, each once, in the order
+/// in which the step reached them; none when there is no step. The main dialog is told whether changes are
+/// left to be applied (message 1042).
+std::vector<KorDSMRowChange> undo();
+std::vector<KorDSMRowChange> redo();
+
+} // namespace KorDSMUndo
