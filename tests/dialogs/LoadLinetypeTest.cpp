@@ -105,7 +105,8 @@ TEST_F(LoadLinetype, AFileChosenElsewhereIsReturnedWithItsPath) {
     EXPECT_EQ(dialog->directory(), stored("Other"));
     EXPECT_EQ(list().count(), 1);
     EXPECT_TRUE(dialog->selectedLinetype().isEmpty()) << "what the file does not have cannot be picked";
-    EXPECT_TRUE(KorControls::find<QLabel>(dialog.get(), 1269)->text().contains(QStringLiteral("left out: 1")));
+    EXPECT_TRUE(
+        KorControls::find<QLabel>(dialog.get(), 1269)->text().contains(QStringLiteral("left out: 1")));
     pick(0);
     click(1);
     EXPECT_EQ(dialog->selectedLinetype(), "FENCE");
