@@ -1,5 +1,6 @@
 #include "base/KorString.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cwctype>
 
@@ -87,6 +88,12 @@ KorString KorString::lowered() const {
     static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     std::string lower;
     lower.reserve(size());
+    // Most names are ASCII, and lists of many thousands of them are sorted without regard to case.
+    if (std::ranges::all_of(view(), [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
+        for (const char c : view())
+            lower.push_back(c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c);
+        return KorString(lower);
+    }
     for (std::string_view rest = view(); !rest.empty();) {
         const char32_t c = takeCodePoint(rest);
         appendUtf8(lower, static_cast<char32_t>(unicode ? towlower_l(static_cast<wint_t>(c), unicode)

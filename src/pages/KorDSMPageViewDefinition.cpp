@@ -93,7 +93,8 @@ bool KorDSMPageViewDefinition::OnInitDialog() {
         const Section& section = kSections[i];
         setCaption(section.frame, section.framePrompt);
         addTooltip(section.combo, section.comboPrompt);
-        KorControls::find(this, section.combo)->setAccessibleName(toQt(Prompts::getPrompt("UPS", section.framePrompt)));
+        KorControls::find(this, section.combo)
+            ->setAccessibleName(toQt(Prompts::getPrompt("UPS", section.framePrompt)));
         setButton(section.goTo, 1196, 1211, 33557);
         KorControls::find<KorInfoCtrl>(this, section.info)
             ->setInfo(Prompts::getPrompt("UPS", section.infoPrompt), kInfoPicture);
@@ -223,8 +224,8 @@ void KorDSMPageViewDefinition::onRename() {
     if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty() || dialog.name() == oldName)
         return;
     const KorString newName = dialog.name();
-    if (KorDSMGuardedWrite::setAttributeString(kTableViewRequest, KorOdbcKey(item()->recordKey()), kColumnName,
-                                               newName, 0) != 1)
+    if (KorDSMGuardedWrite::setAttributeString(kTableViewRequest, KorOdbcKey(item()->recordKey()),
+                                               kColumnName, newName, 0) != 1)
         return;
     KorDSMTwins::recordWritten(*item());
     showNewName(oldName, newName);
@@ -289,7 +290,8 @@ void KorDSMPageViewDefinition::onMessage(const KorMessage& message) {
         return onViewNotice(notice.action, notice.name);
     for (const Section& section : kSections)
         if (section.type == notice.senderPageCode)
-            return onSectionNotice(*KorControls::find<QComboBox>(this, section.combo), notice.action, notice.name);
+            return onSectionNotice(*KorControls::find<QComboBox>(this, section.combo), notice.action,
+                                   notice.name);
 }
 
 void KorDSMPageViewDefinition::onViewNotice(int action, const KorString& name) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "pages/PageFields.h"
 #include "pages/KorDSMPage.h"
+#include "pages/PageFields.h"
 
 class KorDsmDetailStyleItem;
 class KorDsmViewRequestItem;

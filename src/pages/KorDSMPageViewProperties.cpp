@@ -12,6 +12,8 @@
 
 #include <QAbstractButton>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kScales = 2300;
@@ -32,13 +34,14 @@ constexpr int kColumnCompass = 12;
 constexpr int kPositions = 4;
 
 constexpr std::pair<int, int> kCaptions[] = {
-    {1168, 33751}, {1169, 33752}, {1170, 33753}, {1171, 33754}, {1172, 33755}, {1242, 33765}, {1254, 33951},
-    {1252, 33952}, {1255, 33953}, {1258, 33954}, {1256, 33955}, {1257, 33956}, {1261, 33960}, {1262, 33961},
-    {1263, 33962}, {1250, 33767}, {2033, 33768},
+    {1168, 33751}, {1169, 33752}, {1170, 33753}, {1171, 33754}, {1172, 33755}, {1242, 33765},
+    {1254, 33951}, {1252, 33952}, {1255, 33953}, {1258, 33954}, {1256, 33955}, {1257, 33956},
+    {1261, 33960}, {1262, 33961}, {1263, 33962}, {1250, 33767}, {2033, 33768},
 };
 constexpr std::pair<int, int> kTooltips[] = {
     {2300, 33859}, {1024, 33860}, {1022, 33861}, {1097, 33862}, {1252, 33957},
 };
+constexpr int kFieldLabels[] = {1169, 1170, 1171, 1242, 2033};
 constexpr int kCompassRadios[] = {1255, 1256, 1257, 1258, 1262, 1263};
 
 } // namespace
@@ -60,6 +63,7 @@ bool KorDSMPageViewProperties::OnInitDialog() {
     for (const auto& [control, prompt] : kTooltips)
         addTooltip(control, prompt);
     KorControls::find<KorInfoCtrl>(this, kInfo)->setInfo(Prompts::getPrompt("UPS", kInfoText), kInfoPicture);
+    alignFields();
     m_fields.connectControls();
     connect(m_scales, &VELComboTree::entrySelected, this, &KorDSMPageViewProperties::onScaleChosen);
     connect(button(kCompass), &QAbstractButton::clicked, this, &KorDSMPageViewProperties::onCompassClicked);
@@ -70,6 +74,15 @@ bool KorDSMPageViewProperties::OnInitDialog() {
             writeCompass();
         });
     return true;
+}
+
+// The fields of both frames stand below each other.
+void KorDSMPageViewProperties::alignFields() {
+    int width = 0;
+    for (const int label : kFieldLabels)
+        width = std::max(width, KorControls::find(this, label)->sizeHint().width());
+    for (const int label : kFieldLabels)
+        KorControls::find(this, label)->setMinimumWidth(width);
 }
 
 bool KorDSMPageViewProperties::fillLists() {
@@ -166,7 +179,8 @@ void KorDSMPageViewProperties::showCompass() {
 }
 
 void KorDSMPageViewProperties::showCompassPicture(bool symbol) {
-    KorControls::find<KorInfoCtrl>(this, kCompassPicture)->setInfo({}, symbol ? kSymbolPicture : kArrowPicture);
+    KorControls::find<KorInfoCtrl>(this, kCompassPicture)
+        ->setInfo({}, symbol ? kSymbolPicture : kArrowPicture);
 }
 
 void KorDSMPageViewProperties::enableCompass(bool enable) {

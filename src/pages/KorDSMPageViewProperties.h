@@ -22,6 +22,7 @@ public:
 private:
     static ScaleUnitType scaleUnits();
     const StructDetViewRequest& request() const;
+    void alignFields();
     void fillScales();
     void selectScale();
     void onScaleChosen();

@@ -23,15 +23,16 @@ constexpr int kWithoutCategory = 33728;
 /// One kind of selection tree.
 struct FillRow {
     SelectionFills::eFill what;
-    int prompt;     // says what is being read
-    int groupIcon;  // numbers in the global icon table
+    int prompt;    // says what is being read
+    int groupIcon; // numbers in the global icon table
     int recordIcon;
     void (*collect)(VELComboTreeBuilder& tree, const FillRow& row);
 };
 
 template <typename R>
 void sortBy(KorArray<R>& records, int (*compare)(const R&, const R&)) {
-    std::sort(records.begin(), records.end(), [compare](const R& a, const R& b) { return compare(a, b) < 0; });
+    std::sort(records.begin(), records.end(),
+              [compare](const R& a, const R& b) { return compare(a, b) < 0; });
 }
 
 void addBranch(VELComboTreeBuilder& tree, const FillRow& row, const KorString& group,
@@ -43,7 +44,8 @@ void addBranch(VELComboTreeBuilder& tree, const FillRow& row, const KorString& g
 
 /// A family whose records each know the one group that they are filed in.
 template <typename Group, typename Record, int (*Groups)(KorArray<Group>&),
-          int (*Records)(const KorOdbcKey&, KorArray<Record>&), int (*CompareGroups)(const Group&, const Group&),
+          int (*Records)(const KorOdbcKey&, KorArray<Record>&),
+          int (*CompareGroups)(const Group&, const Group&),
           int (*CompareRecords)(const Record&, const Record&)>
 void collectGrouped(VELComboTreeBuilder& tree, const FillRow& row) {
     KorArray<Group> groups;
@@ -117,8 +119,9 @@ void collectViewRequests(VELComboTreeBuilder& tree, const FillRow& row) {
 constexpr FillRow kRows[] = {
     {SelectionFills::kQualifierSets, 33607, 0, 14,
      &collectGrouped<StructDetObjQualifierSetGroup, StructDetObjQualifierSet,
-                     &KorOdbcGUI::getDetObjQualifierSetGroupTable, &KorODBCDetStyle::getDetObjQualifierSetByGroup,
-                     &Utilities::compareGroupsQS, &Utilities::compareQualifiers>},
+                     &KorOdbcGUI::getDetObjQualifierSetGroupTable,
+                     &KorODBCDetStyle::getDetObjQualifierSetByGroup, &Utilities::compareGroupsQS,
+                     &Utilities::compareQualifiers>},
     {SelectionFills::kAnnotationStrategies, 33608, 0, 10,
      &collectGrouped<StructDetObjAnnotationGroup, StructDetObjAnnotationStrategy,
                      &KorOdbcGUI::getDetObjAnnotationGroupList,

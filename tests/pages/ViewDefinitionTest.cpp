@@ -32,7 +32,9 @@ protected:
     }
     static int slotColumn(int place) { return KorOdbcMan::m_numberOfColumns[kTableDetailStyle] + place; }
     void nextView() { QTest::keyClick(&control(kViews), Qt::Key_Down); }
-    std::string path() { return control<VELComboTree>(kViews).getSelectedPath().replaced("\x1f", "/").toStdString(); }
+    std::string path() {
+        return control<VELComboTree>(kViews).getSelectedPath().replaced("\x1f", "/").toStdString();
+    }
     void answerName(const QString& name) {
         QTimer::singleShot(0, qApp, [name] {
             QWidget* dialog = QApplication::activeModalWidget();

@@ -11,6 +11,8 @@
 
 namespace {
 
+constexpr int kRoomForLines = 8;
+
 bool isRow(const KorListRow* row) {
     return KorAssert::check(row != nullptr, "isValid( row )");
 }
@@ -62,10 +64,14 @@ void KorListCtrl::setChecked(int row, bool checked) {
 
 void KorListCtrl::setGridLines(bool on) {
     m_gridLines = on;
+    // Lines need room around what stands between them.
+    const int content = std::max(fontMetrics().height(), style()->pixelMetric(QStyle::PM_IndicatorHeight));
+    m_model->setRowHeight(on ? content + kRoomForLines : 0);
     viewport()->update();
 }
 
-void KorListCtrl::drawRow(QPainter* painter, const QStyleOptionViewItem& options, const QModelIndex& index) const {
+void KorListCtrl::drawRow(QPainter* painter, const QStyleOptionViewItem& options,
+                          const QModelIndex& index) const {
     QTreeView::drawRow(painter, options, index);
     if (!m_gridLines)
         return;

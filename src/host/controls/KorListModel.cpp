@@ -3,6 +3,7 @@
 #include "controls/KorQt.h"
 
 #include <QLocale>
+#include <QSize>
 
 #include <algorithm>
 #include <limits>
@@ -115,6 +116,8 @@ QVariant KorListModel::data(const QModelIndex& index, int role) const {
         return toQt(textOf(row, index.column()));
     if (role == Qt::DecorationRole && index.column() == 0 && m_images && row.image >= 0)
         return m_images->at(row.image);
+    if (role == Qt::SizeHintRole && index.column() == 0 && m_rowHeight > 0)
+        return QSize(m_rowHeight, m_rowHeight);
     if (role == Qt::CheckStateRole && index.column() == 0 && m_checkBoxes)
         return row.checked ? Qt::Checked : Qt::Unchecked;
     if (role == Qt::TextAlignmentRole && number)

@@ -22,6 +22,8 @@ public:
     KorListRow* rowAt(int row);
     void changed(int row) { Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1)); }
     void setCheckBoxes(bool on) { m_checkBoxes = on; }
+    /// Least height of a row in pixels; 0 stands for that of its content.
+    void setRowHeight(int height) { m_rowHeight = height; }
     bool hasCheckBoxes() const { return m_checkBoxes; }
     const std::vector<KorListRow>& rows() const { return m_rows; }
 
@@ -58,6 +60,7 @@ private:
     KorImageListPtr m_images;
     QCollator m_collator;
     bool m_checkBoxes = false;
+    int m_rowHeight = 0;
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
 };

@@ -177,6 +177,7 @@ void VELComboTree::showSelected() {
     path.replace(QLatin1Char(kDelimiter), QStringLiteral(" / "));
     addItem(m_images ? m_images->at(m_selected->image) : QIcon(),
             m_displayFullPath ? path : toQt(m_selected->text));
+    setCurrentIndex(0); // a combo with a placeholder text does not choose its first item by itself
     setToolTip(path);
 }
 
