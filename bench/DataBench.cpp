@@ -14,16 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::string& standardFile() {
-    static const std::string file = [] {
-        const fs::path path = fs::temp_directory_path() / "detailstyles-bench-standard.dsdb";
-        if (const StoreResult result = GeneratedStandard::write(path.string()); !result)
-            throw std::runtime_error(result.error);
-        return path.string();
-    }();
-    return file;
-}
-
 // The tables that the four sections are loaded from.
 constexpr eTableType kSectionTables[] = {
     kTableDetailStyle,     kTableDetailMaster,     kTableViewRequest,      kTableBaseCategory,
@@ -32,7 +22,7 @@ constexpr eTableType kSectionTables[] = {
 void referenceScan(benchmark::State& state) {
     for (auto run : state) {
         sqlite3* database = nullptr;
-        sqlite3_open_v2(standardFile().c_str(), &database, SQLITE_OPEN_READONLY, nullptr);
+        sqlite3_open_v2(GeneratedStandard::file().c_str(), &database, SQLITE_OPEN_READONLY, nullptr);
         std::vector<std::unique_ptr<RowArray>> tables;
         for (const eTableType type : kSectionTables) {
             tables.push_back(findTable(type)->makeRows());
@@ -51,7 +41,7 @@ void loadSections(benchmark::State& state) {
     for (auto run : state) {
         state.PauseTiming();
         auto databases = std::make_unique<StyleDatabases>();
-        databases->openFile(SourceId::standard(), standardFile(), true);
+        databases->openFile(SourceId::standard(), GeneratedStandard::file(), true);
         structure.emptyDataStructure();
         state.ResumeTiming();
         KorDSMSectionLoader().loadDataStructure(structure);
@@ -66,7 +56,7 @@ constexpr int kWrites = 10000;
 
 fs::path writableCopy() {
     const fs::path copy = fs::temp_directory_path() / "detailstyles-bench-user.dsdb";
-    fs::copy_file(standardFile(), copy, fs::copy_options::overwrite_existing);
+    fs::copy_file(GeneratedStandard::file(), copy, fs::copy_options::overwrite_existing);
     return copy;
 }
 

@@ -3,6 +3,8 @@
 #include "data/schema/TableDeclarations.h"
 
 #include <deque>
+#include <filesystem>
+#include <stdexcept>
 #include <sqlite3.h>
 
 namespace {
@@ -39,7 +41,7 @@ constexpr int kSets = 4000;
 constexpr int kAnnotations = 4000;
 constexpr int kGroups = 50;
 
-StoreResult addStyles(StyleStore& store) {
+StoreResult addStyles(StyleStore& store, int categoriesInUse) {
     StoreResult result = add<StructDetBaseCategory>(store, kCategories, [](auto& category, int i) {
         category.name = name("Category of drawings", i);
         category.number = i;
@@ -52,16 +54,16 @@ StoreResult addStyles(StyleStore& store) {
             style.titleFormat = name("{L1}{size=7;b=1}{name} {number}{size=3.5;b=0}{br}Scale {scale} Qty {quantity}", i % 40);
             style.cutViewTitleFormat = "{L1}{name}-{name} {scale}";
             style.titlePosition = i % 8;
-            for (std::size_t slot = 0; slot < 5; ++slot)
+            for (std::size_t slot = 0; slot < 3; ++slot)
                 style.viewRequests[slot] = (i * 3 + static_cast<int>(slot) * 7) % GeneratedStandard::kViewRequests + 1;
         });
     if (result)
-        result = add<StructDetailMaster>(store, GeneratedStandard::kStyles, [](auto& master, int i) {
+        result = add<StructDetailMaster>(store, GeneratedStandard::kStyles, [categoriesInUse](auto& master, int i) {
             master.name = name("Detail style of the works", i);
             master.detailKey = i / 100 + 1;
             master.number = i % 100 + 1;
             master.styleKey = i;
-            master.categoryKey = i % kCategories + 1;
+            master.categoryKey = i % categoriesInUse + 1;
         });
     return result;
 }
@@ -157,13 +159,24 @@ StoreResult addDimensions(StyleStore& store) {
 
 } // namespace
 
-StoreResult GeneratedStandard::write(const std::string& path) {
-    return SqliteStore::createWith(path, [](StyleStore& store) {
-        for (const auto& addFamily : {addStyles, addViews, addObjects, addDimensions})
-            if (StoreResult result = addFamily(store); !result)
-                return result;
-        return StoreResult();
+StoreResult GeneratedStandard::write(const std::string& path, int categoriesInUse) {
+    return SqliteStore::createWith(path, [categoriesInUse](StyleStore& store) {
+        StoreResult result = addStyles(store, categoriesInUse);
+        for (const auto& addFamily : {addViews, addObjects, addDimensions})
+            if (result)
+                result = addFamily(store);
+        return result;
     });
+}
+
+const std::string& GeneratedStandard::file() {
+    static const std::string path = [] {
+        std::string made = std::filesystem::temp_directory_path() / "detailstyles-bench-standard.dsdb";
+        if (const StoreResult result = write(made); !result)
+            throw std::runtime_error(result.error);
+        return made;
+    }();
+    return path;
 }
 
 void GeneratedStandard::scanTable(sqlite3* database, const TableSchema& table, RowArray& rows) {

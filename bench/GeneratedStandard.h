@@ -11,8 +11,11 @@ namespace GeneratedStandard {
 inline constexpr int kStyles = 10000;
 inline constexpr int kViewRequests = 30000;
 
-/// Writes the database; replaces what is there.
-StoreResult write(const std::string& path);
+/// Writes the database; replaces what is there. The styles are spread evenly over so many categories.
+StoreResult write(const std::string& path, int categoriesInUse = 60);
+
+/// The database in the temporary folder, written on the first call. Throws when it cannot be.
+const std::string& file();
 
 /// Reads one table the bare way: one prepared statement of the SQLite C interface, every column into its
 /// member, no checks. The yardstick for reading.

@@ -158,6 +158,7 @@ void KorDSMSectionLoader::loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, co
 
 void KorDSMSectionLoader::loadDetailStylesDependencies(KorDsmDetailStyleItem* style) {
     const StructDetailStyle& record = style->getRecord();
+    style->children().reserve(record.getLengthItems());
     for (int i = 0; i < record.getLengthItems(); ++i) {
         StructDetViewRequest request;
         if (KorODBCDetStyle::getDetViewRequest(KorOdbcKey(record.getViewRequestAt(i)), request) != 1)

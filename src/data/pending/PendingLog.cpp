@@ -1,6 +1,7 @@
 #include "data/pending/PendingLog.h"
 
 #include <algorithm>
+#include <functional>
 
 void PendingLog::beginGroup(const KorString& label) {
     if (m_depth++ == 0)
@@ -40,27 +41,21 @@ std::vector<const PendingStep*> PendingLog::steps() const {
 
 namespace {
 
-// What the log says about one row, seen from the stored state.
-struct RowHistory {
-    bool appended = false;
-    std::shared_ptr<StructRecord> deleted;                   // the row as it was when it was deleted
-    std::vector<std::pair<const Column*, CellValue>> stored; // first old value of each changed column
-};
+using Steps = std::vector<const PendingStep*>;
+using RowSteps = std::span<const PendingStep* const>;
 
-void follow(RowHistory& row, const PendingStep& step) {
-    switch (step.action) {
-    case PendingStep::eAction::kAppend:
-        row.appended = true;
-        break;
-    case PendingStep::eAction::kDelete:
-        row.deleted = step.record;
-        break;
-    case PendingStep::eAction::kCell:
-        if (std::ranges::find(row.stored, step.column, [](const auto& cell) { return cell.first; }) ==
-            row.stored.end())
-            row.stored.emplace_back(step.column, step.before);
-        break;
+// The changed cells of one row with what they held before the first change, in the order of the changes.
+void forFirstChanges(RowSteps steps, const std::function<void(const Column&, const CellValue&)>& visit) {
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        const PendingStep& step = *steps[i];
+        const auto sameColumn = [&step](const PendingStep* earlier) { return earlier->column == step.column; };
+        if (step.action == PendingStep::eAction::kCell && std::ranges::none_of(steps.first(i), sameColumn))
+            visit(*step.column, step.before);
     }
+}
+
+bool hasAction(RowSteps steps, PendingStep::eAction action) {
+    return std::ranges::find(steps, action, &PendingStep::action) != steps.end();
 }
 
 } // namespace
@@ -70,35 +65,38 @@ TableChange PendingLog::netChange(StyleSource& source, eTableType type) {
     TableChange change;
     change.table = &table.schema();
     m_scratch.clear();
-    std::unordered_map<std::int32_t, RowHistory> rows;
-    std::vector<std::int32_t> order;
-    for (std::size_t i = 0; i < m_position; ++i) {
-        const PendingStep& step = m_steps[i];
-        if (step.source != source.id() || step.table != type)
-            continue;
-        const auto [it, fresh] = rows.try_emplace(step.key);
-        if (fresh)
-            order.push_back(step.key);
-        follow(it->second, step);
-    }
-    for (const std::int32_t key : order) {
-        const RowHistory& row = rows[key];
-        const StructRecord* live = table.find(KorOdbcKey(key));
-        if (row.appended) {
-            if (live)
-                change.appended.push_back(live);
-        } else if (row.deleted) {
-            const auto& stored = m_scratch.emplace_back(table.rows().copyOf(row.deleted.get()));
-            for (const auto& [column, value] : row.stored)
-                column->write(stored.get(), value);
-            change.deleted.push_back(stored.get());
-        } else if (live) {
-            for (const auto& [column, value] : row.stored)
-                if (column->read(live) != value)
-                    change.cells.push_back({key, column, value, column->read(live)});
-        }
+    Steps steps;
+    for (std::size_t i = 0; i < m_position; ++i)
+        if (m_steps[i].source == source.id() && m_steps[i].table == type)
+            steps.push_back(&m_steps[i]);
+    std::ranges::stable_sort(steps, {}, &PendingStep::key);
+    for (auto begin = steps.begin(); begin != steps.end();) {
+        const std::int32_t key = (*begin)->key;
+        const auto end = std::find_if(begin, steps.end(), [key](const PendingStep* step) { return step->key != key; });
+        addRowChange(table, RowSteps(begin, end), change);
+        begin = end;
     }
     return change;
+}
+
+void PendingLog::addRowChange(const StyleTable& table, RowSteps steps, TableChange& change) {
+    const std::int32_t key = steps.front()->key;
+    const StructRecord* live = table.find(KorOdbcKey(key));
+    if (hasAction(steps, PendingStep::eAction::kAppend)) {
+        if (live)
+            change.appended.push_back(live);
+    } else if (hasAction(steps, PendingStep::eAction::kDelete)) {
+        // The row as it is stored: as it was when it was deleted, with earlier changes taken back.
+        const auto& stored = m_scratch.emplace_back(table.rows().copyOf(steps.back()->record.get()));
+        forFirstChanges(steps, [&](const Column& column, const CellValue& before) { column.write(stored.get(), before); });
+        change.deleted.push_back(stored.get());
+    } else if (live) {
+        forFirstChanges(steps, [&](const Column& column, const CellValue& before) {
+            CellValue wanted = column.read(live);
+            if (wanted != before)
+                change.cells.push_back({key, &column, before, std::move(wanted)});
+        });
+    }
 }
 
 void PendingLog::forget(SourceId source, eTableType table) {

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <span>
 #include <vector>
 
 /// One change that is not stored yet.
@@ -70,6 +71,7 @@ public:
 private:
     using Place = std::pair<SourceId, eTableType>;
 
+    void addRowChange(const StyleTable& table, std::span<const PendingStep* const> steps, TableChange& change);
     KorString labelOf(int group) const;
     void count(const PendingStep& step, int by);
 

@@ -56,9 +56,8 @@ public:
             if (key == 0)
                 continue;
             StructRecord& record = m_rows.append();
-            const StructRecord* before = m_rows.size() > 1 ? &m_rows.at(m_rows.size() - 2) : nullptr;
             last = record.key = key;
-            m_reader.read(record, before, m_odd);
+            m_reader.read(record, m_odd);
             if (!m_odd.empty())
                 reportOddCells(record);
         }
@@ -88,15 +87,13 @@ private:
 
 } // namespace
 
-void SqliteRowReader::read(StructRecord& record, const StructRecord* before,
-                           std::vector<OddCell>& odd) const {
+void SqliteRowReader::read(StructRecord& record, std::vector<OddCell>& odd) {
     for (std::size_t place = 0; place < m_columns.size(); ++place) {
         const Column& column = *m_columns[place];
         const int cell = static_cast<int>(place) + 1;
         const eCellFit fit = column.isInteger() ? readInteger(cell, column, column.integerIn(&record))
                              : column.isReal()  ? readReal(cell, column, column.realIn(&record))
-                                                : readText(cell, column.textIn(&record),
-                                                          before ? &column.textIn(before) : nullptr);
+                                                : readText(cell, column.textIn(&record));
         if (fit != eCellFit::kFits)
             odd.push_back({place, fit});
     }
@@ -123,17 +120,24 @@ eCellFit SqliteRowReader::readReal(int cell, const Column& column, double& value
     return fitOf(column, value);
 }
 
-eCellFit SqliteRowReader::readText(int cell, KorString& value, const KorString* before) const {
+eCellFit SqliteRowReader::readText(int cell, KorString& value) {
     if (sqlite3_column_type(m_select, cell) != SQLITE_TEXT)
         return eCellFit::kMisfit;
     const auto* start = reinterpret_cast<const char*>(sqlite3_column_text(m_select, cell));
     const std::string_view stored(start, static_cast<std::size_t>(sqlite3_column_bytes(m_select, cell)));
-    if (before && stored == before->view())
-        value = *before;
-    else if (isCleanUtf8(stored))
-        value = KorString(stored);
-    else
+    // Run names hardly repeat.
+    KorString* recent = m_columns[static_cast<std::size_t>(cell - 1)]->number == 1
+                            ? nullptr
+                            : &m_recent[std::hash<std::string_view>{}(stored) % m_recent.size()];
+    if (recent && recent->view() == stored) {
+        value = *recent;
+        return eCellFit::kFits;
+    }
+    if (!isCleanUtf8(stored))
         return eCellFit::kMisfit;
+    value = KorString(stored);
+    if (recent)
+        *recent = value;
     return eCellFit::kFits;
 }
 

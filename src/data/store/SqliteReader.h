@@ -22,17 +22,18 @@ public:
     SqliteRowReader(const SqliteStatement& select, const std::vector<const Column*>& columns)
         : m_select(select.get()), m_columns(columns) {}
 
-    /// Fills `record`, which holds the defaults, from the row on which the statement stands. `before` is the
-    /// row read before it, or null; equal texts share its buffers. Cells that do not fit are added to `odd`.
-    void read(StructRecord& record, const StructRecord* before, std::vector<OddCell>& odd) const;
+    /// Fills `record`, which holds the defaults, from the row on which the statement stands. Texts that many
+    /// rows repeat, such as titles, share their buffers. Cells that do not fit are added to `odd`.
+    void read(StructRecord& record, std::vector<OddCell>& odd);
 
 private:
     eCellFit readInteger(int cell, const Column& column, std::int32_t& value) const;
     eCellFit readReal(int cell, const Column& column, double& value) const;
-    eCellFit readText(int cell, KorString& value, const KorString* before) const;
+    eCellFit readText(int cell, KorString& value);
 
     sqlite3_stmt* m_select;
     const std::vector<const Column*>& m_columns;
+    std::array<KorString, 256> m_recent; // texts read before, at the places of their hashes
 };
 
 /// `SELECT key, columns... FROM table`, without a condition.

@@ -99,7 +99,7 @@ void SqliteWriter::tellRowDifferences(const TableSchema& table, const TableLayou
                                       std::vector<StoreConflict>& conflicts) const {
     const auto stored = table.makeRows()->copyOf(nullptr);
     std::vector<OddCell> odd;
-    SqliteRowReader(select, layout.present).read(*stored, &before, odd);
+    SqliteRowReader(select, layout.present).read(*stored, odd);
     for (const Column* column : layout.present)
         if (const CellValue now = column->read(stored.get()); now != column->read(&before))
             conflicts.push_back(

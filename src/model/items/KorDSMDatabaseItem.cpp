@@ -59,20 +59,31 @@ void KorDSMDatabaseItem::refreshTreeItemData() {
     KorDSMMainWindow::sendMessage(message);
 }
 
+const KorArray<KorDSMDatabaseItem*>& KorDSMDatabaseItem::equalItems() const {
+    static const KorArray<KorDSMDatabaseItem*> none;
+    return m_EqualItems ? *m_EqualItems : none;
+}
+
+void KorDSMDatabaseItem::addEqualItem(KorDSMDatabaseItem& other) {
+    if (!m_EqualItems)
+        m_EqualItems = std::make_unique<KorArray<KorDSMDatabaseItem*>>();
+    m_EqualItems->append(&other);
+}
+
 void KorDSMDatabaseItem::linkEqualItem(KorDSMDatabaseItem& other) {
-    if (&other == this || m_EqualItems.find(&other) >= 0)
+    if (&other == this || equalItems().find(&other) >= 0)
         return;
-    m_EqualItems.append(&other);
-    other.m_EqualItems.append(this);
+    addEqualItem(other);
+    other.addEqualItem(*this);
 }
 
 void KorDSMDatabaseItem::unlinkEqualItems() {
-    for (KorDSMDatabaseItem* twin : m_EqualItems) {
-        const int index = twin->m_EqualItems.find(this);
+    for (KorDSMDatabaseItem* twin : equalItems()) {
+        const int index = twin->equalItems().find(this);
         if (index >= 0)
-            twin->m_EqualItems.removeAt(index);
+            twin->m_EqualItems->removeAt(index);
     }
-    m_EqualItems.clear();
+    m_EqualItems.reset();
 }
 
 void KorDSMDatabaseItem::recordReplaced() {

@@ -4,6 +4,9 @@
 #include "data/schema/TableTypes.h"
 #include "model/items/KorDSMTreeItemData.h"
 
+#include <memory>
+#include <utility>
+
 struct StructRecord;
 
 /// Root of everything that the editor shows in its trees: a record of a style database, or a node that
@@ -60,18 +63,19 @@ public:
     void linkEqualItem(KorDSMDatabaseItem& other);
     /// Leaves the lists of all equal items and empties the own one.
     void unlinkEqualItems();
-    const KorArray<KorDSMDatabaseItem*>& equalItems() const { return m_EqualItems; }
+    const KorArray<KorDSMDatabaseItem*>& equalItems() const;
 
+    // Tens of thousands of items are in memory at a time: the order of the members leaves no gaps.
+    KorTreeHandle m_hTreeItem = nullptr;     ///< null while the item is not shown
+    KorTreeHandle m_hSecondItem = nullptr;   ///< filled by the tree side
+    KorDSMDatabaseItem* m_pParent = nullptr; ///< null for sections
     KorDSMDefines::eItemType m_Type = KorDSMDefines::kNoType;
-    KorTreeHandle m_hTreeItem = nullptr;   ///< null while the item is not shown
-    KorTreeHandle m_hSecondItem = nullptr; ///< filled by the tree side
+    std::int32_t m_IconIndex = 0;
     /// True when the item's dependent children are in the tree, or there are none to show. While it is false
     /// the entry has the placeholder child.
     bool m_bExpanded = true;
     bool m_bFlag = false;
     bool m_bCallerFlag = false;
-    KorDSMDatabaseItem* m_pParent = nullptr; ///< null for sections
-    std::int32_t m_IconIndex = 0;
 
 protected:
     /// What every replaced record brings with it: see `assignRecord`.
@@ -80,6 +84,8 @@ protected:
     virtual void dependentsDropped() {}
 
 private:
+    void addEqualItem(KorDSMDatabaseItem& other);
+
     KorArray<KorDSMDatabaseItem*> m_Children; // owned
-    KorArray<KorDSMDatabaseItem*> m_EqualItems;
+    std::unique_ptr<KorArray<KorDSMDatabaseItem*>> m_EqualItems; // null while there are none
 };

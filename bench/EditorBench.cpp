@@ -1,0 +1,215 @@
+#include "GeneratedStandard.h"
+
+#include "controls/KorStyle.h"
+#include "model/KorDSMDialogFactory.h"
+#include "services/KOSettings.h"
+#include "services/KorResources.h"
+#include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMTwins.h"
+#include "shell/KorDSMMainDialog.h"
+#include "shell/ModuleResources.h"
+#include "templates/Templates.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Counts what is read from the database while the editor is at work.
+class CountingStore final : public StyleStore {
+public:
+    explicit CountingStore(std::unique_ptr<StyleStore> store) : m_store(std::move(store)) {}
+
+    static inline int reads = 0;
+
+    const std::string& name() const override { return m_store->name(); }
+    bool isReadOnly() const override { return m_store->isReadOnly(); }
+    StoreResult readTable(const TableSchema& table, RowArray& rows, std::vector<ReadProblem>& problems) override {
+        ++reads;
+        return m_store->readTable(table, rows, problems);
+    }
+    std::vector<std::string> integrityFindings() override { return m_store->integrityFindings(); }
+    StoreResult begin() override { return m_store->begin(); }
+    StoreResult apply(const TableChange& change, std::vector<StoreConflict>& conflicts) override {
+        return m_store->apply(change, conflicts);
+    }
+    StoreResult commit() override { return m_store->commit(); }
+    void rollback() override { m_store->rollback(); }
+    bool changedOutside() override { return m_store->changedOutside(); }
+    StoreResult reopen() override { return m_store->reopen(); }
+    void acknowledge() override { m_store->acknowledge(); }
+
+private:
+    std::unique_ptr<StyleStore> m_store;
+};
+
+KorDSMDataStructure& structure() {
+    return KorDSMDialogFactory::getDSMDataStructure();
+}
+
+std::unique_ptr<StyleDatabases> openDatabases(const std::string& standard = GeneratedStandard::file()) {
+    auto databases = std::make_unique<StyleDatabases>();
+    databases->addSource(SourceId::standard(), std::make_unique<CountingStore>(
+                                                   SqliteStore::open(standard, SqliteStore::eMode::kRead).store));
+    structure().emptyDataStructure();
+    for (int section = 0; section < KorDSMDefines::kNumberOfSections; ++section)
+        structure().getSelectedPath(static_cast<KorDSMDefines::eViewSections>(section)).clear();
+    return databases;
+}
+
+void load() {
+    KorDSMSectionLoader().loadDataStructure(structure());
+}
+
+void paint(QWidget& window) {
+    window.resize(1280, 760);
+    window.show();
+    QApplication::processEvents();
+    window.grab();
+}
+
+// The forms of the pages that have one, in the tabs of an otherwise empty dialog.
+void referenceDialog(QDialog& dialog) {
+    auto* layout = new QVBoxLayout(&dialog);
+    auto* tabs = new QTabWidget(&dialog);
+    layout->addWidget(tabs);
+    for (const int number : {2001, 2002, 2309, 2003, 2004, 2005, 1086, 2020, 2006, 2007, 2009, 2010, 2015, 2014,
+                             2321, 2008, 2011, 2012, 2013, 2017, 2016}) {
+        auto* form = new QWidget;
+        Templates::setUp(number, form);
+        tabs->addTab(form, QString::number(number));
+    }
+}
+
+void referenceOpen(benchmark::State& state) {
+    for (auto run : state) {
+        state.PauseTiming();
+        auto databases = openDatabases();
+        state.ResumeTiming();
+        load();
+        auto dialog = std::make_unique<QDialog>();
+        referenceDialog(*dialog);
+        paint(*dialog);
+        state.PauseTiming();
+        dialog.reset();
+        state.ResumeTiming();
+    }
+}
+
+void openEditor(benchmark::State& state) {
+    for (auto run : state) {
+        state.PauseTiming();
+        auto databases = openDatabases();
+        state.ResumeTiming();
+        load();
+        auto dialog = std::make_unique<KorDSMMainDialog>(nullptr);
+        dialog->OnInitDialog();
+        paint(*dialog);
+        state.PauseTiming();
+        dialog.reset();
+        state.ResumeTiming();
+    }
+}
+
+// An editor on the generated Standard, with the first category open.
+struct OpenEditor {
+    explicit OpenEditor(const std::string& standard = GeneratedStandard::file()) : databases(openDatabases(standard)) {
+        load();
+        dialog = std::make_unique<KorDSMMainDialog>(nullptr);
+        dialog->OnInitDialog();
+        paint(*dialog);
+        KorTreeHandle database = tree().getChildItem(tree().getRoot());
+        tree().expand(database);
+        category = tree().getChildItem(database);
+    }
+
+    KorTreeCtrl& tree() { return *dialog->currentTree().control(); }
+
+    std::unique_ptr<StyleDatabases> databases;
+    std::unique_ptr<KorDSMMainDialog> dialog;
+    KorTreeHandle category = nullptr;
+};
+
+void selectItem(benchmark::State& state) {
+    OpenEditor editor;
+    editor.tree().expand(editor.category);
+    KorTreeHandle first = editor.tree().getChildItem(editor.category);
+    KorTreeHandle entry = first;
+    editor.tree().selectItem(first);
+    CountingStore::reads = 0;
+    for (auto run : state) {
+        entry = editor.tree().getNextSiblingItem(entry) ? editor.tree().getNextSiblingItem(entry) : first;
+        editor.tree().selectItem(entry);
+        QApplication::processEvents();
+    }
+    state.counters["reads"] = CountingStore::reads;
+}
+
+void openTenThousand(benchmark::State& state) {
+    const std::string file = fs::temp_directory_path() / "detailstyles-bench-one-category.dsdb";
+    GeneratedStandard::write(file, 1);
+    for (auto run : state) {
+        state.PauseTiming();
+        auto editor = std::make_unique<OpenEditor>(file);
+        state.ResumeTiming();
+        editor->tree().expand(editor->category);
+        QApplication::processEvents();
+        state.PauseTiming();
+        if (editor->tree().childCount(editor->category) != GeneratedStandard::kStyles)
+            state.SkipWithError("the entry did not open");
+        editor.reset();
+        state.ResumeTiming();
+    }
+    fs::remove(file);
+}
+
+double residentMegabytes() {
+    std::ifstream statm("/proc/self/statm");
+    long pages = 0;
+    long resident = 0;
+    statm >> pages >> resident;
+    return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
+}
+
+// Resident memory above a process that shows the empty dialog with the page forms.
+void reportMemory() {
+    {
+        QDialog dialog;
+        referenceDialog(dialog);
+        paint(dialog);
+    }
+    const double fileSize = static_cast<double>(fs::file_size(GeneratedStandard::file())) / 1e6;
+    const double before = residentMegabytes();
+    const OpenEditor editor;
+    const double used = residentMegabytes() - before;
+    std::cout << "memory: file " << fileSize << " MB, editor above an empty Qt program " << used << " MB, ratio "
+              << used / fileSize << '\n';
+}
+
+} // namespace
+
+BENCHMARK(referenceOpen)->Unit(benchmark::kMillisecond)->MinTime(3);
+BENCHMARK(openEditor)->Unit(benchmark::kMillisecond)->MinTime(3);
+BENCHMARK(selectItem)->Unit(benchmark::kMillisecond);
+BENCHMARK(openTenThousand)->Unit(benchmark::kMillisecond)->Iterations(5);
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setStyle(new KorStyle);
+    KOSettings::getInstance().useFile(fs::temp_directory_path() / "detailstyles-bench-settings.ini");
+    ModuleResources::setUp({});
+    reportMemory();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
