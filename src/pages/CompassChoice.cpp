@@ -26,7 +26,7 @@ constexpr int kSymbolPicture = 1107;
 
 constexpr int kChoices[] = {1255, 1256, 1257, 1258, kArrow, kSymbol};
 constexpr std::pair<int, int> kCaptions[] = {
-    {1254, 33951}, {kCompass, 33952}, {1255, 33953}, {1258, 33954},    {1256, 33955},
+    {1254, 33951}, {kCompass, 33952}, {1255, 33953},   {1258, 33954},    {1256, 33955},
     {1257, 33956}, {1261, 33960},     {kArrow, 33961}, {kSymbol, 33962},
 };
 constexpr int kCompassTooltip = 33957;
@@ -57,7 +57,7 @@ void CompassChoice::load() {
                                                    radio == kArrow + shown.representation);
     // The stored value itself is the state of the box: one with two states shows all but 0 as checked.
     button(kCompass)->setChecked(code != 0);
-    showPicture(shown.representation == 1);
+    showPicture(shown.representation > 0);
     enableChoices();
 }
 
@@ -84,8 +84,7 @@ int CompassChoice::storedCode() const {
 }
 
 void CompassChoice::showPicture(bool symbol) {
-    KorControls::find<KorInfoCtrl>(&m_page, kPicture)
-        ->setInfo({}, symbol ? kSymbolPicture : kArrowPicture);
+    KorControls::find<KorInfoCtrl>(&m_page, kPicture)->setInfo({}, symbol ? kSymbolPicture : kArrowPicture);
 }
 
 void CompassChoice::onCompassClicked(bool on) {

@@ -14,10 +14,10 @@ class CompassChoice : public QObject {
     Q_OBJECT
 
 public:
-    /// Which radio buttons show a code; 0 or less stands for none.
+    /// Which radio buttons show a code.
     struct Shown {
-        int corner = 0;         ///< 1 to 4
-        int representation = 0; ///< 0 or 1
+        int corner = 0;         ///< 1 to 4; others have no button
+        int representation = 0; ///< 0 or 1; others have no button, those above have the symbol's picture
     };
     using ShowFunction = Shown (*)(int code);
 

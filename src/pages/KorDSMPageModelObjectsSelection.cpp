@@ -70,8 +70,8 @@ bool KorDSMPageModelObjectsSelection::loadData() {
         return false;
     const auto& style = static_cast<const StructDetailStyle&>(*item()->record());
     StructDetObjSelectionStrategy strategy;
-    const bool found =
-        KorODBCDetStyle::getDetObjSelectionStrategy(KorOdbcKey(style.getObjectSelectionStrategy()), strategy) == 1;
+    const bool found = KorODBCDetStyle::getDetObjSelectionStrategy(
+                           KorOdbcKey(style.getObjectSelectionStrategy()), strategy) == 1;
     // Names need not be unique; the first button of the name stands for it.
     const int shown = found ? m_names.find(strategy.name) : -1;
     for (std::size_t i = 0; i < kButtons; ++i)

@@ -308,7 +308,7 @@ void KorDSMPageViewClipping::applySituation() {
     if (!readClip(clip) || !item()->ancestor(KorDSMDefines::kDetailStyle))
         return;
     const bool hasNoLine = clip.clippingTypeKey == kTypeWithoutLine;
-    enableControl(kExtension, !hasNoLine && clip.extension != -1.0);
+    enableControl(kExtension, !hasNoLine && clip.extension >= 0.0);
     enableControl(kLinetype, !hasNoLine && clip.clippingTypeKey != kTypeWithOwnLine);
     double gap = 0.0;
     if (!selectedGap(gap)) {

@@ -10,8 +10,6 @@
 #include "pages/SelectionFills.h"
 #include "services/Prompts.h"
 
-#include <QAbstractButton>
-
 #include <algorithm>
 
 namespace {
@@ -22,33 +20,30 @@ constexpr int kInfoText = 22006;
 constexpr int kInfoPicture = 1020;
 constexpr int kColumnScale = 10;
 
-constexpr int kCompass = 1252;
-constexpr int kCompassPicture = 1253;
-constexpr int kFirstPosition = 1255;
-constexpr int kLastPosition = 1258;
-constexpr int kArrow = 1262;
-constexpr int kSymbol = 1263;
-constexpr int kArrowPicture = 1093;
-constexpr int kSymbolPicture = 1107;
-constexpr int kColumnCompass = 12;
-constexpr int kPositions = 4;
-
 constexpr std::pair<int, int> kCaptions[] = {
-    {1168, 33751}, {1169, 33752}, {1170, 33753}, {1171, 33754}, {1172, 33755}, {1242, 33765},
-    {1254, 33951}, {1252, 33952}, {1255, 33953}, {1258, 33954}, {1256, 33955}, {1257, 33956},
-    {1261, 33960}, {1262, 33961}, {1263, 33962}, {1250, 33767}, {2033, 33768},
+    {1168, 33751}, {1169, 33752}, {1170, 33753}, {1171, 33754},
+    {1172, 33755}, {1242, 33765}, {1250, 33767}, {2033, 33768},
 };
 constexpr std::pair<int, int> kTooltips[] = {
-    {2300, 33859}, {1024, 33860}, {1022, 33861}, {1097, 33862}, {1252, 33957},
+    {2300, 33859},
+    {1024, 33860},
+    {1022, 33861},
+    {1097, 33862},
 };
 constexpr int kFieldLabels[] = {1169, 1170, 1171, 1242, 2033};
-constexpr int kCompassRadios[] = {1255, 1256, 1257, 1258, 1262, 1263};
+
+// The code is split by plain division here although it is composed of corners from 1 on. The two don't match
+// for the upper right corner (4 and 8), and users know the display as it is: keep it so.
+CompassChoice::Shown compassShownFor(int code) {
+    return {code % 4, code / 4};
+}
 
 } // namespace
 
 KorDSMPageViewProperties::KorDSMPageViewProperties(QWidget* parent)
     : KorDSMPage(parent, 2005, {}),
-      m_fields(*this, {{1097, 11}, {1024, 14}, {1022, 5}, {1250, 16}, {2022, 17}}) {
+      m_fields(*this, {{1097, 11}, {1024, 14}, {1022, 5}, {1250, 16}, {2022, 17}}),
+      m_compass(*this, compassShownFor) {
     setTitle(Prompts::getPrompt("UPS", 33750));
     m_pageCode = 18;
 }
@@ -66,13 +61,7 @@ bool KorDSMPageViewProperties::OnInitDialog() {
     alignFields();
     m_fields.connectControls();
     connect(m_scales, &VELComboTree::entrySelected, this, &KorDSMPageViewProperties::onScaleChosen);
-    connect(button(kCompass), &QAbstractButton::clicked, this, &KorDSMPageViewProperties::onCompassClicked);
-    for (const int radio : kCompassRadios)
-        connect(button(radio), &QAbstractButton::clicked, this, [this, radio] {
-            if (radio >= kArrow && checkedIn(kFirstPosition, kLastPosition))
-                showCompassPicture(radio == kSymbol);
-            writeCompass();
-        });
+    m_compass.connectControls();
     return true;
 }
 
@@ -96,7 +85,7 @@ bool KorDSMPageViewProperties::loadData() {
         return false;
     selectScale();
     m_fields.load();
-    showCompass();
+    m_compass.load();
     return true;
 }
 
@@ -150,63 +139,4 @@ void KorDSMPageViewProperties::onScaleChosen() {
     const double factor = kor_odbc_getSpecificScale(SelectionFills::nameOf(m_scales->getSelectedPath()));
     if (factor > 0.0)
         writeField(kColumnScale, factor);
-}
-
-QAbstractButton* KorDSMPageViewProperties::button(int controlId) const {
-    return KorControls::find<QAbstractButton>(this, controlId);
-}
-
-// The radio button that is down among those numbered first to last, or 0.
-int KorDSMPageViewProperties::checkedIn(int first, int last) const {
-    for (int radio = first; radio <= last; ++radio)
-        if (button(radio)->isChecked())
-            return radio;
-    return 0;
-}
-
-// The code is split by plain division here although it is composed of positions from 1 on. The two don't
-// match for the upper right corner (4 and 8), and users know the display as it is: keep it so.
-void KorDSMPageViewProperties::showCompass() {
-    const int code = request().compassKey;
-    KorControls::setChecked(button(kCompass), code != 0);
-    for (const int radio : kCompassRadios) {
-        const bool isPosition = radio <= kLastPosition;
-        const int shown = isPosition ? code % kPositions + kFirstPosition - 1 : code / kPositions + kArrow;
-        KorControls::setChecked(button(radio), code >= 1 && radio == shown);
-    }
-    showCompassPicture(code >= 1 && code / kPositions != 0);
-    enableCompass(code != 0 && button(kCompass)->isEnabled());
-}
-
-void KorDSMPageViewProperties::showCompassPicture(bool symbol) {
-    KorControls::find<KorInfoCtrl>(this, kCompassPicture)
-        ->setInfo({}, symbol ? kSymbolPicture : kArrowPicture);
-}
-
-void KorDSMPageViewProperties::enableCompass(bool enable) {
-    for (const int radio : kCompassRadios)
-        button(radio)->setEnabled(enable);
-}
-
-void KorDSMPageViewProperties::onCompassClicked(bool shown) {
-    if (!item())
-        return;
-    for (const int radio : kCompassRadios)
-        KorControls::setChecked(button(radio), shown && (radio == kFirstPosition || radio == kArrow));
-    showCompassPicture(false);
-    writeField(kColumnCompass, std::int64_t{shown});
-    enableCompass(shown);
-}
-
-void KorDSMPageViewProperties::writeCompass() {
-    const int positionRadio = checkedIn(kFirstPosition, kLastPosition);
-    if (!item() || !positionRadio)
-        return;
-    const int position = positionRadio - kFirstPosition + 1;
-    KorAssert::check(position >= 0 && position <= kPositions, "nCompassKey >= 0 && nCompassKey<=4");
-    // Code 8 shows no representation: what is stored stays.
-    const int representationRadio = checkedIn(kArrow, kSymbol);
-    const int representation =
-        representationRadio ? representationRadio - kArrow : (request().compassKey - 1) / kPositions;
-    writeField(kColumnCompass, std::int64_t{position + kPositions * representation});
 }

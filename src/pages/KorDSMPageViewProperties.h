@@ -1,10 +1,10 @@
 #pragma once
 
 #include "data/KorScales.h"
+#include "pages/CompassChoice.h"
 #include "pages/KorDSMPage.h"
 #include "pages/PageFields.h"
 
-class QAbstractButton;
 class VELComboTree;
 struct StructDetViewRequest;
 
@@ -27,14 +27,7 @@ private:
     void selectScale();
     void onScaleChosen();
 
-    QAbstractButton* button(int controlId) const;
-    int checkedIn(int first, int last) const;
-    void showCompass();
-    void showCompassPicture(bool symbol);
-    void enableCompass(bool enable);
-    void onCompassClicked(bool shown);
-    void writeCompass();
-
     PageFields m_fields;
+    CompassChoice m_compass;
     VELComboTree* m_scales = nullptr;
 };

@@ -93,7 +93,8 @@ void KorDSMTitlePage::storePendingChanges(bool discard) {
 
 const TitlePosition& KorDSMTitlePage::positionOf(int number, int TitlePosition::*member) const {
     const auto it = std::ranges::find(m_table.positions, number, member);
-    return it == m_table.positions.end() ? m_table.positions[static_cast<std::size_t>(m_table.fallback)] : *it;
+    return it == m_table.positions.end() ? m_table.positions[static_cast<std::size_t>(m_table.fallback)]
+                                         : *it;
 }
 
 CellValue KorDSMTitlePage::stored(int column) const {

@@ -28,7 +28,7 @@ struct TitlePageTable {
     int positionFrame; ///< number of the group box
     int formatFrame;   ///< number of the group box
     std::span<const TitlePosition> positions;
-    int fallback; ///< index of the position that is shown for any other value
+    int fallback;            ///< index of the position that is shown for any other value
     int picture = 0;         ///< number of the panel for pictures, 0 for none
     int positionTooltip = 0; ///< prompt, 0 for none
     int designerTooltip = 0; ///< prompt, 0 for none

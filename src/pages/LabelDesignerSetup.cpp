@@ -21,26 +21,16 @@ T creationDefault(const char* key, T start) {
 }
 
 constexpr std::pair<QString LabelDesignerTexts::*, int> kTexts[] = {
-    {&LabelDesignerTexts::field, 500},
-    {&LabelDesignerTexts::font, 501},
-    {&LabelDesignerTexts::fontMissing, 502},
-    {&LabelDesignerTexts::size, 503},
-    {&LabelDesignerTexts::color, 504},
-    {&LabelDesignerTexts::bold, 505},
-    {&LabelDesignerTexts::italic, 506},
-    {&LabelDesignerTexts::underline, 507},
-    {&LabelDesignerTexts::insertVariable, 508},
-    {&LabelDesignerTexts::insertVariableTip, 509},
-    {&LabelDesignerTexts::empty, 510},
-    {&LabelDesignerTexts::otherVersion, 511},
-    {&LabelDesignerTexts::notUnderstood, 512},
-    {&LabelDesignerTexts::colorNumber, 513},
-    {&LabelDesignerTexts::byLayer, 514},
-    {&LabelDesignerTexts::byBlock, 515},
-    {&LabelDesignerTexts::boldLetter, 525},
-    {&LabelDesignerTexts::italicLetter, 526},
-    {&LabelDesignerTexts::underlineLetter, 527},
-    {&LabelDesignerTexts::editAsText, 528},
+    {&LabelDesignerTexts::field, 500},           {&LabelDesignerTexts::font, 501},
+    {&LabelDesignerTexts::fontMissing, 502},     {&LabelDesignerTexts::size, 503},
+    {&LabelDesignerTexts::color, 504},           {&LabelDesignerTexts::bold, 505},
+    {&LabelDesignerTexts::italic, 506},          {&LabelDesignerTexts::underline, 507},
+    {&LabelDesignerTexts::insertVariable, 508},  {&LabelDesignerTexts::insertVariableTip, 509},
+    {&LabelDesignerTexts::empty, 510},           {&LabelDesignerTexts::otherVersion, 511},
+    {&LabelDesignerTexts::notUnderstood, 512},   {&LabelDesignerTexts::colorNumber, 513},
+    {&LabelDesignerTexts::byLayer, 514},         {&LabelDesignerTexts::byBlock, 515},
+    {&LabelDesignerTexts::boldLetter, 525},      {&LabelDesignerTexts::italicLetter, 526},
+    {&LabelDesignerTexts::underlineLetter, 527}, {&LabelDesignerTexts::editAsText, 528},
 };
 constexpr int kFirstColorName = 516;
 constexpr int kFirstVariable = 530;
@@ -76,7 +66,8 @@ void LabelDesignerSetup::apply(VELLabelDesignerCtrlWrap& designer, int objectTyp
 
 void LabelDesignerSetup::applySource(VELLabelDesignerCtrlWrap& designer) {
     const KorUnitsManager& units = getUnitsOfCurrentDatabase();
-    designer.SetGUIIUnits([&units](double size) { return toQt(units.format(size, KorUnitsManager::kPaper)); });
+    designer.SetGUIIUnits(
+        [&units](double size) { return toQt(units.format(size, KorUnitsManager::kPaper)); });
     designer.SetDefaultFont(creationDefault("TextFont", KorString("Arial")));
     designer.SetDefaultSize(creationDefault("TitleHeight", 5.0));
     designer.SetDefaultColor(creationDefault("TitleColor", 3));

@@ -65,20 +65,21 @@ PageFixture::PageFixture()
 }
 
 PageFixture::~PageFixture() {
-    m_tabs->setCurrentContent(nullptr);
     m_group.reset();
     KorDSMGuardedWrite::setAskFunction(m_previousAsk);
     KorDSMMainWindow::set(m_previousTarget);
 }
 
 void PageFixture::TearDown() {
+    m_tabs->setCurrentContent(nullptr);
     for (const KorString& sentence : KorHostReport::take())
         ADD_FAILURE() << sentence.toStdString();
 }
 
 const StructRecord& PageFixture::rowOf(eTableType table, const KorString& name) {
     StyleTable& rows = databases.here()->table(table);
-    const StructRecord* found = name.isEmpty() && rows.rows().size() > 0 ? &rows.rows().at(0) : rows.find(name);
+    const StructRecord* found =
+        name.isEmpty() && rows.rows().size() > 0 ? &rows.rows().at(0) : rows.find(name);
     if (!found)
         throw std::runtime_error("no such row: " + name.toStdString());
     return *found;
@@ -157,8 +158,9 @@ testing::AssertionResult PageFixture::wroteOnly(const KorDSMDatabaseItem& item, 
 testing::AssertionResult PageFixture::wroteOnly(eTableType table, std::int32_t key, int column,
                                                 const CellValue& value) {
     const auto written = steps();
-    if (written.size() == 1 && written[0]->action == PendingStep::eAction::kCell && written[0]->table == table &&
-        written[0]->key == key && written[0]->column->number == column && written[0]->after == value)
+    if (written.size() == 1 && written[0]->action == PendingStep::eAction::kCell &&
+        written[0]->table == table && written[0]->key == key && written[0]->column->number == column &&
+        written[0]->after == value)
         return testing::AssertionSuccess();
     testing::AssertionResult result = testing::AssertionFailure() << written.size() << " written";
     for (const PendingStep* step : written)

@@ -20,7 +20,7 @@ class PageFixture : public testing::Test, public KorMessageTarget {
 protected:
     PageFixture();
     ~PageFixture() override;
-    /// What was reported to the user (a missing text or picture, a file that could not be read) is a failure.
+    /// Leaves the shown page. What was reported to the user (a missing text or picture, a file that could not be read) is a failure.
     void TearDown() override;
 
     /// Makes another source current. Call it before `open`.
@@ -95,7 +95,8 @@ protected:
     std::vector<const PendingStep*> steps() { return databases.pending().steps(); }
     /// Whether exactly this was written, and nothing else.
     testing::AssertionResult wroteOnly(const KorDSMDatabaseItem& item, int column, const CellValue& value);
-    testing::AssertionResult wroteOnly(eTableType table, std::int32_t key, int column, const CellValue& value);
+    testing::AssertionResult wroteOnly(eTableType table, std::int32_t key, int column,
+                                       const CellValue& value);
     testing::AssertionResult wroteNothing();
     /// Takes back all that was written, and shows the item as it is then.
     void takeBack(KorDSMDatabaseItem& shown);

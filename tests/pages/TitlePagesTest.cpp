@@ -1,26 +1,149 @@
+#include "controls/KorInfoCtrl.h"
+#include "controls/KorQt.h"
+#include "controls/label/VELLabelDesignerCtrlWrap.h"
+#include "pages/KorDSMPageCutViewTitleProperties.h"
 #include "pages/KorDSMPageDetailStylesProperties.h"
 #include "pages/PageFixture.h"
+#include "services/Prompts.h"
+
+#include <QTest>
+#include <QTextEdit>
+#include <QToolTip>
 
 namespace {
 
-constexpr int kColumnTitlePosition = 6;
+constexpr int kDesigner = 1012;
+constexpr int kColumnFormat = 5;
+constexpr int kColumnPosition = 6;
+constexpr int kColumnCutFormat = 7;
+constexpr int kColumnCutPosition = 8;
 
-class TitlePages : public PageFixture {};
+/// Both pages of one style, the detail's first.
+class TitlePages : public PageFixture {
+protected:
+    void openBoth() { open<KorDSMPageDetailStylesProperties, KorDSMPageCutViewTitleProperties>(style); }
+    VELLabelDesignerCtrlWrap& designer() { return control<VELLabelDesignerCtrlWrap>(kDesigner); }
+    QTextEdit& field() { return *designer().findChild<QTextEdit*>(); }
+    void typeTitle(const char* letters) {
+        field().setFocus();
+        QTest::keyClick(&field(), Qt::Key_End, Qt::ControlModifier);
+        QTest::keyClicks(&field(), letters);
+    }
 
-// A click on a position writes it once and shows its picture's place; the same click again writes nothing.
-TEST_F(TitlePages, AClickOnAPositionWritesItOnce) {
-    auto& style = item<KorDsmDetailStyleItem>();
-    arrange(style, kColumnTitlePosition, 3);
-    open<KorDSMPageDetailStylesProperties>(style);
+    KorDsmDetailStyleItem& style = item<KorDsmDetailStyleItem>("HB beam 1:15");
+};
+
+TEST_F(TitlePages, APositionIsWrittenOnceAndExplainedByItsPicture) {
+    constexpr std::array<std::array<int, 3>, 8> kPositions = {{{0, 1040, 1106},
+                                                               {1, 1036, 1083},
+                                                               {2, 1034, 1085},
+                                                               {3, 1033, 1084},
+                                                               {4, 1035, 1102},
+                                                               {5, 1037, 1105},
+                                                               {6, 1038, 1103},
+                                                               {7, 1039, 1104}}};
+    openBoth();
     EXPECT_TRUE(isChecked(1033));
     click(1033);
     EXPECT_TRUE(wroteNothing());
-    click(1036);
-    click(1036);
-    EXPECT_TRUE(wroteOnly(style, kColumnTitlePosition, 1));
-    EXPECT_EQ(told<DsmDataChanged>(), 1);
-    takeBack(style);
+    for (const auto& [value, radio, picture] : kPositions) {
+        click(radio);
+        click(radio);
+        EXPECT_EQ(control<KorInfoCtrl>(1013).pictureId(), picture);
+        EXPECT_EQ(style.getRecord().titlePosition, value);
+        EXPECT_TRUE(value == 3 ? wroteNothing() : wroteOnly(style, kColumnPosition, std::int64_t{value}));
+        takeBack(style);
+    }
+    EXPECT_EQ(told<DsmDataChanged>(), 7);
+
+    turnTo(1);
+    EXPECT_TRUE(isChecked(2025));
+    click(2025);
+    EXPECT_TRUE(wroteNothing());
+    click(2026);
+    EXPECT_TRUE(wroteOnly(style, kColumnCutPosition, std::int64_t{1}));
+}
+
+// Older databases hold positions that no button stands for: shown as the usual one, and left alone.
+TEST_F(TitlePages, AnUnknownPositionIsShownAsTheUsualOneAndKept) {
+    arrange(style, kColumnPosition, std::int64_t{9});
+    arrange(style, kColumnCutPosition, std::int64_t{2});
+    openBoth();
     EXPECT_TRUE(isChecked(1033));
+    turnTo(1);
+    EXPECT_TRUE(isChecked(2025));
+    turnTo(0);
+    EXPECT_TRUE(wroteNothing());
+    click(1033);
+    EXPECT_TRUE(wroteOnly(style, kColumnPosition, std::int64_t{3}));
+}
+
+// The title counts when its page is left, each page's in its own column, and only when it differs.
+TEST_F(TitlePages, ATitleIsWrittenOnceWhenThePageIsLeft) {
+    openBoth();
+    const KorString before = style.getRecord().titleFormat;
+    typeTitle("X");
+    EXPECT_TRUE(wroteNothing());
+    EXPECT_GE(told<DsmSetModified>(), 1);
+    turnTo(1);
+    const KorString after = style.getRecord().titleFormat;
+    EXPECT_NE(after, before);
+    EXPECT_TRUE(wroteOnly(style, kColumnFormat, after));
+    turnTo(0);
+    EXPECT_EQ(designer().GetString(), after);
+    turnTo(1);
+    EXPECT_EQ(steps().size(), 1U);
+    takeBack(style);
+
+    typeTitle("Y");
+    leave();
+    EXPECT_TRUE(wroteOnly(style, kColumnCutFormat, style.getRecord().cutViewTitleFormat));
+    takeBack(style);
+    typeTitle("Z");
+    QTest::keyClick(&field(), Qt::Key_Backspace);
+    leave();
+    EXPECT_TRUE(wroteNothing());
+}
+
+TEST_F(TitlePages, ATitleThatCannotBeChangedCanStillBeRead) {
+    useSource(SourceId::standard());
+    auto& standard = item<KorDsmDetailStyleItem>();
+    open<KorDSMPageDetailStylesProperties>(standard);
+    EXPECT_FALSE(isEnabled(1033));
+    EXPECT_TRUE(isEnabled(kDesigner));
+    EXPECT_FALSE(designer().IsEnabled());
+    EXPECT_EQ(designer().GetString(), standard.getRecord().titleFormat);
+    typeTitle("X");
+    leave();
+    EXPECT_TRUE(wroteNothing());
+}
+
+// The designer speaks the user's language and is explained where its page has a word to say.
+TEST_F(TitlePages, TheDesignerHasItsTextsAndItsTooltip) {
+    Prompts::load(SOURCE_DIR "/resources/prompts", "de");
+    openBoth();
+    VELTooltipRequest request;
+    request.mousePoint = designer().mapToGlobal(QPoint(5, 5));
+    Q_EMIT designer().tooltipRequested(request);
+    EXPECT_EQ(request.text, toQt(Prompts::getPrompt("UPS", 33826)));
+    EXPECT_EQ(request.toolOwner, &designer());
+    EXPECT_TRUE(request.toolRect.contains(request.mousePoint));
+    VELTooltipRequest outside;
+    outside.mousePoint = designer().mapToGlobal(QPoint(-5, 5));
+    Q_EMIT designer().tooltipRequested(outside);
+    EXPECT_TRUE(outside.text.isEmpty());
+
+    QStringList texts;
+    for (const QWidget* part : designer().findChildren<QWidget*>())
+        texts << part->accessibleName() << part->property("text").toString() << part->toolTip();
+    for (const int prompt : {500, 501, 503, 505, 508, 525})
+        EXPECT_TRUE(texts.contains(toQt(Prompts::getPrompt("DSM", prompt)))) << prompt;
+
+    turnTo(1);
+    VELTooltipRequest unanswered;
+    unanswered.mousePoint = designer().mapToGlobal(QPoint(5, 5));
+    Q_EMIT designer().tooltipRequested(unanswered);
+    EXPECT_TRUE(unanswered.text.isEmpty());
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "controls/linetype/LinetypeModel.h"
 
 #include <QPainter>
+#include <QTextOption>
 
 CKorlinetypelistctrl::CKorlinetypelistctrl(QWidget* parent)
     : QListView(parent), m_model(new LinetypeModel(this)) {
@@ -90,8 +91,10 @@ void CKorlinetypelistctrl::paintEvent(QPaintEvent* event) {
     constexpr int kMargin = 8;
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
-                     Qt::AlignLeft | Qt::AlignTop | Qt::TextWrapAnywhere | Qt::TextWordWrap, toQt(message()));
+    QTextOption wrapped(Qt::AlignLeft | Qt::AlignTop);
+    wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere); // a path can be one long word
+    painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin), toQt(message()),
+                     wrapped);
 }
 
 void CKorlinetypelistctrl::selectionChanged(const QItemSelection& selected,

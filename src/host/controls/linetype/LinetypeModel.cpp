@@ -18,11 +18,15 @@ std::string keyOf(const KorString& name) {
 void LinetypeModel::removeAll() {
     beginResetModel();
     m_entries.clear();
+    m_file = nullptr; // the next one looks whether the file has changed
     endResetModel();
 }
 
 int LinetypeModel::load(const KorString& name) {
-    m_file = LinetypeFile::shared(filePath());
+    if (std::filesystem::path path = filePath(); !m_file || path != m_readPath) {
+        m_file = LinetypeFile::shared(path);
+        m_readPath = std::move(path);
+    }
     if (name == "*") {
         addAll(m_file->definitions());
         return static_cast<int>(m_file->definitions().size());

@@ -29,7 +29,7 @@ public:
     static const LinetypeDefinition* definition(const QModelIndex& index);
     /// The number that the host knows the line type by; 0 when it comes from a file or is not there.
     int lineTypeId(int row) const;
-    /// The file that `load` read last; null before the first time.
+    /// The file that `load` read last; null before the first time, and after `removeAll`.
     const LinetypeFile* file() const { return m_file.get(); }
     std::filesystem::path filePath() const { return LinetypeFile::pathOf(m_supportPath, m_fileName); }
 
@@ -48,5 +48,6 @@ private:
     KorString m_supportPath;
     KorString m_fileName;
     std::shared_ptr<const LinetypeFile> m_file;
+    std::filesystem::path m_readPath;
     std::vector<Entry> m_entries;
 };

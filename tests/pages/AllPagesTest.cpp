@@ -1,0 +1,142 @@
+#include "controls/label/VELLabelDesignerCtrlWrap.h"
+#include "data/KorOdbcGUI.h"
+#include "pages/KorDSMPlainPage.h"
+#include "pages/PageFields.h"
+#include "pages/PageFixture.h"
+#include "shell/KorDSMPageRegistry.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+
+#include <functional>
+#include <set>
+
+namespace {
+
+// What holds for every page that has controls of its own, and for every row of its table.
+class AllPages : public PageFixture {
+protected:
+    AllPages() { registry.createPages(&m_window); }
+
+    // The style and the view that are edited. The view is used by two styles, and so are its parts.
+    void makeSamples(const KorString& styleName, const KorString& viewName) {
+        auto& style = item<KorDsmDetailStyleItem>(styleName);
+        auto* view = new KorDsmViewRequestItem;
+        view->updateRecord(row<StructDetViewRequest>(viewName));
+        style.addChild(view);
+        samples = {{KorDSMDefines::kDetailStyle, &style}, {KorDSMDefines::kViewRequest, view}};
+    }
+
+    // Shows one page after the other.
+    void onEachPage(const std::function<void()>& visit) {
+        int visited = 0;
+        for (int type = 0; type < KorDSMDefines::kNumberOfItemTypes; ++type) {
+            TabContent* group = registry.group(static_cast<KorDSMDefines::eItemType>(type));
+            for (int i = 0; group && i < group->pageCount(); ++i) {
+                if (qobject_cast<KorDSMPlainPage*>(group->page(i)))
+                    continue;
+                ASSERT_TRUE(samples.contains(type)) << "no sample for items of type " << type;
+                shown = samples.at(type);
+                show(*group, *shown);
+                turnTo(i);
+                SCOPED_TRACE("page " + std::to_string(page().templateId()));
+                visit();
+                ++visited;
+            }
+        }
+        EXPECT_GE(visited, 8);
+    }
+    void onEachField(const std::function<void(PageFields&, const PageField&)>& visit) {
+        onEachPage([&] {
+            for (PageFields* fields : page().findChildren<PageFields*>(QString(), Qt::FindDirectChildrenOnly))
+                for (const PageField& field : fields->fields()) {
+                    SCOPED_TRACE("column " + std::to_string(field.column));
+                    visit(*fields, field);
+                }
+        });
+    }
+
+    // Changes the field to another value as a user does.
+    void change(const PageField& field) {
+        for (const auto& [radio, value] : field.radios)
+            if (!isChecked(radio))
+                return click(radio);
+        if (auto* combo = qobject_cast<QComboBox*>(&control(field.control))) {
+            ASSERT_GE(combo->count(), 2);
+            choose(field.control, combo->itemText(combo->currentIndex() == 0 ? 1 : 0));
+        } else if (qobject_cast<QLineEdit*>(&control(field.control))) {
+            type(field.control, textOf(field.control) == "7" ? "8" : "7");
+        } else {
+            click(field.control);
+        }
+    }
+
+    // What the page shows, control by control.
+    std::string shownState() {
+        std::string state;
+        for (const QWidget* part : KorControls::all(&page())) {
+            const int id = KorControls::id(part);
+            const auto* button = qobject_cast<const QAbstractButton*>(part);
+            state += std::to_string(id) + ' ' + textOf(id) + (button && button->isChecked() ? " down" : "") +
+                     (part->isEnabled() ? "\n" : " disabled\n");
+        }
+        return state;
+    }
+
+    KorDSMPageRegistry registry;
+    std::map<int, KorDSMDatabaseItem*> samples;
+    KorDSMDatabaseItem* shown = nullptr;
+};
+
+TEST_F(AllPages, EachFieldWritesItsOwnColumnOnceAndFollowsWhenThatIsTakenBack) {
+    makeSamples("HB railing, workshop", "HB railing panel");
+    onEachField([this](PageFields& fields, const PageField& field) {
+        const std::string before = shownState();
+        change(field);
+        ASSERT_EQ(steps().size(), 1U);
+        const PendingStep& step = *steps()[0];
+        EXPECT_EQ(step.table, fields.row().table);
+        EXPECT_EQ(step.key, fields.row().key.getKey());
+        EXPECT_EQ(step.column->number, field.column);
+        takeBack(*shown);
+        EXPECT_EQ(shownState(), before);
+    });
+}
+
+TEST_F(AllPages, WhatIsSharedIsNotWrittenWithoutConsent) {
+    m_answer = KorDSMGuardedWrite::kDecline;
+    makeSamples("HB railing, workshop", "HB railing panel");
+    onEachField([this](PageFields& fields, const PageField& field) {
+        if (!KorOdbcGUI::canBeShared(fields.row().table))
+            return;
+        const std::string before = shownState();
+        m_asked.clear();
+        change(field);
+        ASSERT_EQ(m_asked.size(), 1U);
+        EXPECT_EQ(m_asked[0].second, fields.row().key.getKey());
+        EXPECT_TRUE(wroteNothing());
+        show(*shown);
+        EXPECT_EQ(shownState(), before);
+    });
+}
+
+// What leads elsewhere still works in a source that cannot be edited, and titles can still be read.
+TEST_F(AllPages, InStandardNothingCanBeChanged) {
+    const std::set<std::pair<int, int>> goTo = {{2004, 1012}, {2004, 1014}, {2004, 1016}};
+    useSource(SourceId::standard());
+    makeSamples({}, {});
+    onEachPage([&] {
+        for (QWidget* part : KorControls::all(&page())) {
+            const int id = KorControls::id(part);
+            if (const auto* designer = qobject_cast<VELLabelDesignerCtrlWrap*>(part)) {
+                EXPECT_FALSE(designer->IsEnabled());
+            } else if (!qobject_cast<QGroupBox*>(part) && !qobject_cast<QLabel*>(part)) {
+                EXPECT_EQ(part->isEnabled(), goTo.contains({page().templateId(), id})) << id;
+            }
+        }
+    });
+}
+
+} // namespace

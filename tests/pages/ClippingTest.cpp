@@ -1,0 +1,313 @@
+#include "controls/KorInfoCtrl.h"
+#include "controls/linetype/CKorlinetypelistctrl.h"
+#include "controls/linetype/KorLinetypeCombo.h"
+#include "pages/KorDSMPageViewClipping.h"
+#include "pages/PageFixture.h"
+#include "services/KOSettings.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+
+namespace {
+
+constexpr int kAutomaticClipping = 9; // column of a detail style
+constexpr int kClipOfView = 9;        // column of a view request
+constexpr int kLinetype = 1269;
+
+const QString kDefault = QStringLiteral("Use default");
+const QString kDefaultLinetype = QStringLiteral(" Use default");
+const QString kLoad = QStringLiteral("\u00A0Load...");
+
+class Clipping : public PageFixture {
+protected:
+    KorDsmViewRequestItem& view(const char* name = "HB front, shortened", bool withStyle = true) {
+        auto& style = item<KorDsmDetailStyleItem>();
+        arrange(style, kAutomaticClipping, 0);
+        auto& made = item<KorDsmViewRequestItem>(name);
+        made.m_pParent = withStyle ? &style : nullptr;
+        m_clip = made.getRecord().lengthClipKey;
+        return made;
+    }
+    /// Changes the strategy behind the page's back.
+    void setClip(int column, const CellValue& value) {
+        ASSERT_EQ(databases.setCell(kTableLengthClip, KorOdbcKey(m_clip), column, value), 1);
+        databases.pending().forget(databases.currentSource(), kTableLengthClip);
+    }
+    testing::AssertionResult wroteClip(int column, const CellValue& value) {
+        return wroteOnly(kTableLengthClip, m_clip, column, value);
+    }
+    int picture() {
+        auto& panel = control<KorInfoCtrl>(1117);
+        return panel.isVisible() ? panel.pictureId() : 0;
+    }
+    std::string linetype() { return control<KorLinetypeCombo>(kLinetype).selectedName().toStdString(); }
+    StructLinetypes storedLinetype() {
+        return *rowOfKey<StructLinetypes>(rowOfKey<StructDetViewLengthClip>(m_clip)->linetypeKey);
+    }
+    static void inDialog(std::function<void(QWidget*)> use) {
+        QTimer::singleShot(0, qApp, [use] { use(QApplication::activeModalWidget()); });
+    }
+    static void press(QWidget* dialog, int button) {
+        QTest::mouseClick(KorControls::find(dialog, button), Qt::LeftButton);
+    }
+    void answerName(const QString& name) {
+        inDialog([name](QWidget* dialog) {
+            auto* edit = KorControls::find<QLineEdit>(dialog, 1015);
+            edit->selectAll();
+            keys(*edit, name);
+            press(dialog, 1);
+        });
+    }
+
+    std::int32_t m_clip = 0;
+};
+
+TEST_F(Clipping, EveryControlWritesItsColumnOnce) {
+    auto& shown = view();
+    open<KorDSMPageViewClipping>(shown);
+    EXPECT_EQ(textOf(1091), "HB long beams");
+    EXPECT_EQ(textOf(1095) + " " + textOf(1096) + " " + textOf(1098), "2000 300 3");
+    EXPECT_EQ(textOf(1094), "5");
+    EXPECT_EQ(textOf(1100), "Oblique break line");
+    EXPECT_EQ(linetype(), "BREAK_LINE");
+    EXPECT_TRUE(isChecked(1093) && !isChecked(1092) && !isChecked(1099));
+
+    const std::int32_t zigzag = row<StructClippingType>("Zigzag break line").key;
+    const std::vector<std::tuple<std::function<void()>, int, CellValue>> edits = {
+        {[&] { click(1093); }, 2, std::int64_t{0}},
+        {[&] { click(1092); }, 3, std::int64_t{1}},
+        {[&] { type(1096, QStringLiteral("250.5")); }, 4, 250.5},
+        {[&] { type(1095, QStringLiteral("1 m")); }, 5, 1000.0},
+        {[&] { type(1098, QStringLiteral("4.50")); }, 6, 4.5},
+        {[&] { click(1099); }, 6, -1.0},
+        {[&] { choose(1100, QStringLiteral("Zigzag break line")); }, 7, std::int64_t{zigzag}},
+        {[&] { choose(1100, kDefault); }, 7, std::int64_t{-1}},
+        {[&] { choose(kLinetype, kDefaultLinetype); }, 8, std::int64_t{-1}},
+        {[&] { choose(kLinetype, QStringLiteral("DOTTED")); }, 8,
+         std::int64_t{row<StructLinetypes>("DOTTED").key}},
+        {[&] { click(1097); }, 9, std::int64_t{1}},
+        {[&] { choose(1094, kDefault); }, 10, -1.0},
+        {[&] { choose(1094, QStringLiteral("0")); }, 10, 0.0},
+    };
+    for (const auto& [edit, column, value] : edits) {
+        edit();
+        EXPECT_TRUE(wroteClip(column, value)) << "column " << column;
+        takeBack(shown);
+    }
+    EXPECT_EQ(told<DsmDataChanged>(), std::ssize(edits));
+}
+
+TEST_F(Clipping, WhatIsNoChangeOrNoLengthIsNotWritten) {
+    auto& shown = view();
+    open<KorDSMPageViewClipping>(shown);
+    for (const int field : {1095, 1096, 1098})
+        for (const char* text : {"", "abc", "-1", "1e999", "nan"}) {
+            const std::string before = textOf(field);
+            type(field, QString::fromLatin1(text));
+            EXPECT_EQ(textOf(field), before) << field << " took " << text;
+        }
+    for (const auto& [combo, text] : {std::pair(1094, "5"),
+                                      {1100, "Oblique break line"},
+                                      {kLinetype, "BREAK_LINE"},
+                                      {1091, "HB long beams"}})
+        choose(combo, QString::fromLatin1(text));
+    leave();
+    EXPECT_TRUE(wroteNothing());
+}
+
+TEST_F(Clipping, UseDefaultStoresMinusOneAndLocksTheExtension) {
+    auto& shown = view();
+    open<KorDSMPageViewClipping>(shown);
+    click(1099);
+    EXPECT_EQ(textOf(1098), "0");
+    EXPECT_FALSE(isEnabled(1098));
+    EXPECT_TRUE(wroteClip(6, -1.0));
+    click(1099);
+    EXPECT_TRUE(isEnabled(1098));
+    EXPECT_EQ(steps().back()->after, CellValue(0.0));
+}
+
+TEST_F(Clipping, ThePictureAndTheLocksFollowTheSituation) {
+    struct Case {
+        std::int64_t type;
+        double gap;
+        double extension;
+        int picture;
+        bool extensionOpen;
+        bool linetypeOpen;
+    };
+    auto& shown = view();
+    open<KorDSMPageViewClipping>(shown);
+    for (const Case& c : {Case{1, 5.0, 0.0, 1311, true, true},
+                          {1, 0.0, 0.0, 1312, true, true},
+                          {1, 5.0, 3.0, 1313, true, true},
+                          {1, 0.0, 3.0, 1314, true, true},
+                          {1, -1.0, 3.0, 1311, true, true},
+                          {2, 5.0, 3.0, 1321, false, false},
+                          {2, 0.0, 3.0, 1322, false, false},
+                          {2, -1.0, 3.0, 1322, false, false},
+                          {3, 5.0, 3.0, 1333, true, false},
+                          {4, 0.0, -1.0, 1342, false, true},
+                          {-1, 5.0, 3.0, 0, true, true},
+                          {99, 5.0, 3.0, 0, true, true}}) {
+        setClip(7, c.type);
+        setClip(10, c.gap);
+        setClip(6, c.extension);
+        show(shown);
+        EXPECT_EQ(picture(), c.picture) << c.type << " " << c.gap << " " << c.extension;
+        EXPECT_EQ(isEnabled(1098), c.extensionOpen) << c.type;
+        EXPECT_EQ(isEnabled(kLinetype), c.linetypeOpen) << c.type;
+    }
+    setClip(7, std::int64_t{1});
+    setClip(6, 0.0);
+    show(shown);
+    choose(1094, QStringLiteral("0"));
+    EXPECT_EQ(picture(), 1312);
+    type(1098, QStringLiteral("2"));
+    EXPECT_EQ(picture(), 1314);
+    choose(1100, QStringLiteral("No break line"));
+    EXPECT_EQ(picture(), 1322);
+}
+
+TEST_F(Clipping, ShowsOnlyWhatTheViewHas) {
+    open<KorDSMPageViewClipping>(view("HB front, shortened", false));
+    EXPECT_EQ(textOf(1091) + "|" + textOf(1094) + "|" + textOf(1095) + "|" + textOf(1096),
+              "HB long beams|5|2000|");
+    EXPECT_TRUE(isEnabled(1094) && isEnabled(1095) && !isEnabled(1096) && !isEnabled(kLinetype));
+    EXPECT_EQ(picture(), 0);
+
+    auto& without = view("HB front");
+    show(without);
+    EXPECT_EQ(textOf(1091) + textOf(1094) + textOf(1095), "");
+    EXPECT_TRUE(isEnabled(1091) && !isEnabled(1094) && !isEnabled(1095) && !isEnabled(1208) &&
+                !isEnabled(1104));
+
+    auto& odd = view();
+    setClip(10, 1.25); // no gap of the table
+    setClip(8, std::int64_t{77777});
+    setClip(7, std::int64_t{77777});
+    arrange(static_cast<KorDSMDatabaseItem&>(*odd.m_pParent), kAutomaticClipping, 1);
+    show(odd);
+    EXPECT_EQ(control<QComboBox>(1094).placeholderText(), QStringLiteral("1.25"));
+    EXPECT_EQ(textOf(1100) + linetype(), "");
+    EXPECT_FALSE(isEnabled(1096)) << "the style clips automatically";
+    leave();
+    EXPECT_TRUE(wroteNothing());
+}
+
+TEST_F(Clipping, AChosenStrategyIsWrittenToTheViewAndItsTwins) {
+    auto& shown = view();
+    auto& twin = view();
+    shown.linkEqualItem(twin);
+    open<KorDSMPageViewClipping>(shown);
+    choose(1091, QStringLiteral("HB railing panels"));
+    const std::int32_t chosen = row<StructDetViewLengthClip>("HB railing panels").key;
+    EXPECT_TRUE(wroteOnly(shown, kClipOfView, std::int64_t{chosen}));
+    EXPECT_EQ(twin.getRecord().lengthClipKey, chosen);
+    EXPECT_EQ(textOf(1095), "1500");
+    EXPECT_EQ(linetype(), kDefaultLinetype.toStdString());
+}
+
+TEST_F(Clipping, ASharedStrategyIsAskedAboutAndARefusalWritesNothing) {
+    auto& shown = view();
+    const std::int32_t other = row<StructDetViewRequest>("HB side").key;
+    ASSERT_EQ(databases.setCell(kTableViewRequest, KorOdbcKey(other), kClipOfView, std::int64_t{m_clip}), 1);
+    databases.pending().forget(databases.currentSource(), kTableViewRequest);
+    m_answer = KorDSMGuardedWrite::kDecline;
+    open<KorDSMPageViewClipping>(shown);
+    click(1092);
+    click(1099);
+    choose(1094, QStringLiteral("0"));
+    choose(1100, kDefault);
+    choose(kLinetype, kDefaultLinetype);
+    EXPECT_TRUE(wroteNothing());
+    EXPECT_EQ(m_asked.size(), 5U);
+    EXPECT_EQ(m_asked.front(), std::pair(kTableLengthClip, m_clip));
+    EXPECT_TRUE(isChecked(1092)) << "the control stays as the user set it";
+    m_answer = KorDSMGuardedWrite::kWrite;
+    show(shown);
+    click(1097);
+    EXPECT_TRUE(wroteClip(9, std::int64_t{1}));
+}
+
+TEST_F(Clipping, ALinetypeOfTheHostJoinsTheTableOnce) {
+    open<KorDSMPageViewClipping>(view());
+    choose(kLinetype, QStringLiteral("LONG_DASH"));
+    ASSERT_EQ(steps().size(), 2U);
+    EXPECT_EQ(steps()[0]->table, kTableLinetypes);
+    EXPECT_EQ(storedLinetype().name, "LONG_DASH");
+    EXPECT_EQ(storedLinetype().lineTypeId, 3);
+    EXPECT_TRUE(storedLinetype().filePath.isEmpty());
+    choose(kLinetype, QStringLiteral("DOTTED"));
+    choose(kLinetype, QStringLiteral("LONG_DASH"));
+    EXPECT_EQ(steps().size(), 4U);
+}
+
+TEST_F(Clipping, ALinetypeIsLoadedFromAFile) {
+    m_folder.write("data/Shared/Support/VELHcadIso.lin", "*DOTTED,known\nA,0,-2\n*Gas Line,new\nA,5,-1\n");
+    KOSettings::getInstance().setPathData(m_folder.path() / "data");
+    open<KorDSMPageViewClipping>(view());
+    for (const char* cancelled : {"", "dotted"}) {
+        inDialog([cancelled](QWidget* dialog) {
+            EXPECT_EQ(KorControls::find<CKorlinetypelistctrl>(dialog, 1268)->selectLinetype(cancelled),
+                      *cancelled != '\0');
+            press(dialog, *cancelled ? 1 : 2);
+        });
+        choose(kLinetype, kLoad);
+        EXPECT_TRUE(wroteNothing()) << "known already, or cancelled";
+        EXPECT_EQ(linetype(), "BREAK_LINE");
+    }
+    inDialog([](QWidget* dialog) {
+        KorControls::find<CKorlinetypelistctrl>(dialog, 1268)->selectLinetype("GAS LINE");
+        press(dialog, 1);
+    });
+    choose(kLinetype, kLoad);
+    ASSERT_EQ(steps().size(), 2U);
+    EXPECT_EQ(storedLinetype().name, "Gas Line");
+    EXPECT_EQ(storedLinetype().filePath, "VELHcadIso.lin");
+    EXPECT_EQ(storedLinetype().lineTypeId, 0);
+    EXPECT_EQ(linetype(), "Gas Line");
+    databases.undo();
+    EXPECT_TRUE(wroteNothing()) << "one step for the user";
+}
+
+TEST_F(Clipping, CopiesAndRenamesTheStrategy) {
+    auto& shown = view();
+    open<KorDSMPageViewClipping>(shown);
+    answerName(QStringLiteral("HB copied"));
+    click(1208);
+    ASSERT_EQ(steps().size(), 2U);
+    const auto* copy = rowOfKey<StructDetViewLengthClip>(shown.getRecord().lengthClipKey);
+    EXPECT_EQ(copy->name, "HB copied");
+    EXPECT_NE(copy->key, m_clip);
+    EXPECT_EQ(copy->interval, 2000.0);
+    EXPECT_EQ(textOf(1091), "HB copied");
+    databases.undo();
+    EXPECT_TRUE(wroteNothing()) << "one step for the user";
+    takeBack(shown);
+
+    answerName(QStringLiteral("HB renamed"));
+    click(1104);
+    EXPECT_TRUE(wroteClip(1, KorString("HB renamed")));
+    EXPECT_EQ(textOf(1091), "HB renamed");
+    EXPECT_EQ(control<QComboBox>(1091).findText(QStringLiteral("HB long beams")), -1);
+}
+
+TEST_F(Clipping, AReadOnlySourceLeavesNothingToChange) {
+    useSource(SourceId::standard());
+    auto& made = item<KorDsmViewRequestItem>();
+    made.m_pParent = &item<KorDsmDetailStyleItem>();
+    const_cast<StructDetViewRequest&>(made.getRecord()).lengthClipKey =
+        row<StructDetViewLengthClip>("Long members").key;
+    open<KorDSMPageViewClipping>(made);
+    EXPECT_EQ(textOf(1091), "Long members");
+    for (const int id : {1091, 1092, 1093, 1094, 1095, 1096, 1097, 1098, 1099, 1100, 1104, 1208, kLinetype})
+        EXPECT_FALSE(isEnabled(id)) << id;
+}
+
+} // namespace

@@ -1,0 +1,119 @@
+#include "controls/KorInfoCtrl.h"
+#include "pages/KorDSMPageCompassPosition.h"
+#include "pages/PageFixture.h"
+
+#include <array>
+
+namespace {
+
+constexpr int kColumnCompass = 12;
+constexpr int kColumnOverviews = 13;
+constexpr int kCompass = 1252;
+constexpr int kArrowPicture = 1093;
+constexpr int kSymbolPicture = 1107;
+constexpr std::array kChoices = {1255, 1256, 1257, 1258, 1262, 1263};
+
+class CompassPosition : public PageFixture {
+protected:
+    void openWith(int code) {
+        arrange(view, kColumnCompass, std::int64_t{code});
+        open<KorDSMPageCompassPosition>(view);
+    }
+    std::vector<int> checked() {
+        std::vector<int> radios;
+        std::ranges::copy_if(kChoices, std::back_inserter(radios),
+                             [this](int radio) { return isChecked(radio); });
+        return radios;
+    }
+    bool choicesEnabled() {
+        const long enabled = std::ranges::count_if(kChoices, [this](int radio) { return isEnabled(radio); });
+        EXPECT_TRUE(enabled == 0 || enabled == std::ssize(kChoices));
+        return enabled > 0;
+    }
+    int picture() { return control<KorInfoCtrl>(1253).pictureId(); }
+
+    KorDsmViewRequestItem& view = item<KorDsmViewRequestItem>("HB railing panel");
+};
+
+using Radios = std::vector<int>;
+
+TEST_F(CompassPosition, EveryCodeShowsItsCornerAndRepresentation) {
+    openWith(0);
+    EXPECT_EQ(checked(), Radios());
+    EXPECT_FALSE(isChecked(kCompass) || choicesEnabled());
+    for (int code = 1; code <= 8; ++code) {
+        arrange(view, kColumnCompass, std::int64_t{code});
+        show(view);
+        EXPECT_EQ(checked(), (Radios{1255 + (code - 1) % 4, code <= 4 ? 1262 : 1263})) << code;
+        EXPECT_EQ(picture(), code <= 4 ? kArrowPicture : kSymbolPicture);
+        EXPECT_TRUE(isChecked(kCompass) && choicesEnabled());
+    }
+    // Below 0 there is no corner to show, but the box shows that something is stored.
+    arrange(view, kColumnCompass, std::int64_t{-1});
+    show(view);
+    EXPECT_EQ(checked(), Radios());
+    EXPECT_TRUE(isChecked(kCompass));
+    EXPECT_EQ(picture(), kArrowPicture);
+    EXPECT_TRUE(wroteNothing());
+}
+
+TEST_F(CompassPosition, TurningTheCompassOnAndOffLeavesTheOverviewCorner) {
+    arrange(view, kColumnOverviews, std::int64_t{2});
+    openWith(0);
+    click(kCompass);
+    EXPECT_TRUE(wroteOnly(view, kColumnCompass, std::int64_t{1}));
+    EXPECT_EQ(checked(), (Radios{1255, 1262}));
+    EXPECT_TRUE(choicesEnabled());
+    takeBack(view);
+    arrange(view, kColumnCompass, std::int64_t{7});
+    show(view);
+    click(kCompass);
+    EXPECT_TRUE(wroteOnly(view, kColumnCompass, std::int64_t{0}));
+    EXPECT_EQ(checked(), Radios());
+    EXPECT_FALSE(choicesEnabled());
+    EXPECT_EQ(picture(), kArrowPicture);
+    EXPECT_TRUE(isChecked(1277));
+}
+
+// A corner keeps the representation, a representation the corner, and all items of the view follow.
+TEST_F(CompassPosition, CornerAndRepresentationAreWrittenTogether) {
+    auto& twin = item<KorDsmViewRequestItem>("HB railing panel");
+    view.linkEqualItem(twin);
+    openWith(6);
+    click(1258);
+    EXPECT_TRUE(wroteOnly(view, kColumnCompass, std::int64_t{8}));
+    EXPECT_EQ(twin.getRecord().compassKey, 8);
+    takeBack(view);
+    click(1262);
+    EXPECT_TRUE(wroteOnly(view, kColumnCompass, std::int64_t{2}));
+    EXPECT_EQ(picture(), kArrowPicture);
+    takeBack(view);
+    click(1276);
+    EXPECT_TRUE(wroteOnly(view, kColumnOverviews, std::int64_t{1}));
+    EXPECT_EQ(twin.getRecord().compassInOverviews, 1);
+}
+
+// A view of several styles is not changed for all of them unless the user says so.
+TEST_F(CompassPosition, ADeclinedChangeStaysUnwrittenUntilTheNextLoad) {
+    m_answer = KorDSMGuardedWrite::kDecline;
+    openWith(3);
+    click(1258);
+    click(1276);
+    ASSERT_EQ(m_asked.size(), 2U);
+    EXPECT_EQ(m_asked[0].second, view.recordKey());
+    EXPECT_TRUE(wroteNothing());
+    EXPECT_EQ(view.getRecord().compassKey, 3);
+    EXPECT_TRUE(isChecked(1258));
+    show(view);
+    EXPECT_EQ(checked(), (Radios{1257, 1262}));
+}
+
+TEST_F(CompassPosition, NothingCanBeChangedInStandard) {
+    useSource(SourceId::standard());
+    auto& standard = item<KorDsmViewRequestItem>();
+    open<KorDSMPageCompassPosition>(standard);
+    for (const int id : {kCompass, 1255, 1256, 1257, 1258, 1262, 1263, 1275, 1276, 1277, 1278})
+        EXPECT_FALSE(isEnabled(id)) << id;
+}
+
+} // namespace
