@@ -79,29 +79,32 @@ void KorDSMMainDialog::onMessage(const KorMessage& message) {
     switch (message.number) {
     case DsmDeleteEntry::kNumber: {
         const auto entry = static_cast<const DsmDeleteEntry&>(message).entry;
-        if (KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(entry))
-            if (KorDsmSectionItem* section = KorDSMItemPath::sectionOf(*item))
-                tree(section->m_Section).deleteEntry(entry);
+        if (KorDSMSectionTree* shown = treeOf(entry))
+            shown->deleteEntry(entry);
         break;
     }
-    case DsmInsertPlaceholder::kNumber:
-        if (const auto entry = static_cast<const DsmInsertPlaceholder&>(message).entry)
-            currentTree().showPlaceholder(entry);
+    case DsmInsertPlaceholder::kNumber: {
+        const auto entry = static_cast<const DsmInsertPlaceholder&>(message).entry;
+        if (KorDSMSectionTree* shown = treeOf(entry))
+            shown->showPlaceholder(entry);
         break;
-    case DsmCollapseEntry::kNumber:
-        if (const auto entry = static_cast<const DsmCollapseEntry&>(message).entry)
-            currentTree().control()->collapse(entry);
+    }
+    case DsmCollapseEntry::kNumber: {
+        const auto entry = static_cast<const DsmCollapseEntry&>(message).entry;
+        if (KorDSMSectionTree* shown = treeOf(entry))
+            shown->control()->collapse(entry);
         break;
+    }
     case DsmSetEntryText::kNumber: {
         const auto& text = static_cast<const DsmSetEntryText&>(message);
-        if (text.entry)
-            currentTree().control()->setItemText(text.entry, text.text);
+        if (KorDSMSectionTree* shown = treeOf(text.entry))
+            shown->control()->setItemText(text.entry, text.text);
         break;
     }
     case DsmAttachItemData::kNumber: {
         const auto& attach = static_cast<const DsmAttachItemData&>(message);
-        if (attach.entry && attach.data)
-            currentTree().attach(attach.entry, std::move(attach.data));
+        if (KorDSMSectionTree* shown = attach.data ? treeOf(attach.entry) : nullptr)
+            shown->attach(attach.entry, std::move(attach.data));
         break;
     }
     case DsmGoToChild::kNumber: {
@@ -144,6 +147,12 @@ void KorDSMMainDialog::onMessage(const KorMessage& message) {
     default:
         break;
     }
+}
+
+KorDSMSectionTree* KorDSMMainDialog::treeOf(KorTreeHandle entry) {
+    KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(entry);
+    const KorDsmSectionItem* section = item ? KorDSMItemPath::sectionOf(*item) : nullptr;
+    return section ? &tree(section->m_Section) : nullptr;
 }
 
 void KorDSMMainDialog::accept() {

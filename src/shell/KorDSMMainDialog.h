@@ -80,6 +80,8 @@ private:
     // Sections
     SectionSlot& slot(eViewSections section) { return m_slots[static_cast<std::size_t>(section)]; }
     KorDSMSectionTree& tree(eViewSections section) { return *slot(section).tree; }
+    /// The tree that shows the entry; null for none.
+    KorDSMSectionTree* treeOf(KorTreeHandle entry);
     void fillSourceCombo(eViewSections section);
     void addGroupsToCombo(VELComboTree& combo, KorDSMDatabaseItem& addIn, const KorString& parentPath);
     KorString comboPath(eViewSections section, const KorDSMDatabaseItem* node) const;

@@ -99,11 +99,6 @@ void KorDSMMainDialog::renameItem() {
     const KorDSMItemCommands::Outcome outcome = KorDSMItemCommands::renameItem(*item, dialog.name());
     if (!outcome.done)
         return refuse(outcome.refusal);
-    if (item->m_hTreeItem)
-        currentTree().control()->setItemText(item->m_hTreeItem, item->getDisplayName());
-    for (KorDSMDatabaseItem* twin : item->equalItems())
-        if (twin->m_hTreeItem)
-            currentTree().control()->setItemText(twin->m_hTreeItem, twin->getDisplayName());
     sendNotice(outcome.notice);
     reloadPage();
 }

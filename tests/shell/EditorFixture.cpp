@@ -104,7 +104,6 @@ void EditorFixture::click(QWidget* widget) {
 
 void EditorFixture::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     m_dialog->activateWindow();
-    QApplication::processEvents();
     QTest::keyClick(m_dialog.get(), key, modifiers);
 }
 
