@@ -1,5 +1,7 @@
 #include "controls/KorListCtrl.h"
 
+#include "controls/KorItemSelection.h"
+
 #include "base/KorAssert.h"
 #include "controls/KorListModel.h"
 
@@ -208,4 +210,9 @@ void KorListCtrl::keyPressEvent(QKeyEvent* event) {
     } else {
         QTreeView::keyPressEvent(event);
     }
+}
+
+void KorListCtrl::initViewItemOption(QStyleOptionViewItem* option) const {
+    QTreeView::initViewItemOption(option);
+    KorItemSelection::soften(option);
 }

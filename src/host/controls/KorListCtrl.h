@@ -89,6 +89,7 @@ Q_SIGNALS:
     void deletePressed();
 
 protected:
+    void initViewItemOption(QStyleOptionViewItem* option) const override;
     void keyPressEvent(QKeyEvent* event) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& options,
                  const QModelIndex& index) const override;

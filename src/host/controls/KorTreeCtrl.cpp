@@ -1,5 +1,7 @@
 #include "controls/KorTreeCtrl.h"
 
+#include "controls/KorItemSelection.h"
+
 #include "base/KorAssert.h"
 
 #include <QContextMenuEvent>
@@ -316,4 +318,9 @@ void KorTreeCtrl::dropEvent(QDropEvent* event) {
     setState(NoState);
     if (accepted)
         Q_EMIT dropRequested(m_dragSource, target);
+}
+
+void KorTreeCtrl::initViewItemOption(QStyleOptionViewItem* option) const {
+    QTreeView::initViewItemOption(option);
+    KorItemSelection::soften(option);
 }

@@ -103,6 +103,7 @@ Q_SIGNALS:
     void dropRequested(KorTreeHandle source, KorTreeHandle target);
 
 protected:
+    void initViewItemOption(QStyleOptionViewItem* option) const override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
     void contextMenuEvent(QContextMenuEvent* event) override;
