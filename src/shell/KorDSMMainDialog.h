@@ -122,11 +122,11 @@ private:
     void showContextMenu(KorTreeHandle entry, const QPoint& position);
     void dropEntry(KorTreeHandle from, KorTreeHandle to);
     void showNewItems(const std::vector<KorDSMDatabaseItem*>& items);
-    void showUsers(const KorDSMDatabaseItem& item, const std::vector<KorDSMUsage>& users);
+    void showUsers(const std::vector<KorDSMUsage>& users);
     void listUsers(const KorDSMDatabaseItem& item, const std::vector<KorDSMUsage>& users);
     void refuse(const KorString& reason);
     void sendNotice(const KorDSMItemCommands::ListNotice& notice);
-    bool bringIntoLine(const std::vector<KorDSMRowChange>& changes);
+    void goToUsage(const KorDSMUsage& usage);
     void reloadPage();
     void reloadSections();
     void readOutsideChanges();

@@ -5,14 +5,15 @@
 #include "data/KorOdbcMan.h"
 #include "data/exchange/KorDatabaseAccess.h"
 #include "data/exchange/KorODBCDetailStyleExports.h"
+#include "dialogs/KorDSMDialogInUse.h"
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "dialogs/KorDSMDialogNewItemWithGroup.h"
 #include "dialogs/KorDSMDialogWhereUsed.h"
-#include "model/KorDSMDependencies.h"
 #include "model/KorDSMSectionLoader.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMItemPath.h"
+#include "session/KorDSMItemUpdate.h"
 #include "session/KorDSMNewItem.h"
 #include "session/KorDSMUndo.h"
 #include "session/KorDSMWhereUsed.h"
@@ -109,7 +110,7 @@ void KorDSMMainDialog::deleteItem() {
         return;
     finishCurrentPage();
     if (const auto users = KorDSMItemCommands::usersThatForbidDeleting(*item); !users.empty()) {
-        showUsers(*item, users);
+        showUsers(users);
         return;
     }
     const QString question = toQt(KorString::format(ups(19961), {item->getDisplayName()}));
@@ -129,19 +130,23 @@ void KorDSMMainDialog::deleteItem() {
     sendNotice(outcome.notice);
 }
 
-void KorDSMMainDialog::showUsers(const KorDSMDatabaseItem& item, const std::vector<KorDSMUsage>& users) {
-    const KorString text = ups(33521).replaced("\\n", "\n");
-    QMessageBox::critical(this, toQt(ups(33522)), toQt(text));
-    listUsers(item, users);
+void KorDSMMainDialog::showUsers(const std::vector<KorDSMUsage>& users) {
+    KorDSMDialogInUse dialog(ups(33521).replaced("\\n", "\n"), users, this);
+    dialog.setWindowTitle(toQt(ups(33522)));
+    dialog.exec();
+    if (dialog.chosen())
+        goToUsage(*dialog.chosen());
+}
+
+void KorDSMMainDialog::goToUsage(const KorDSMUsage& usage) {
+    if (KorDSMDatabaseItem* user = KorDSMWhereUsed::findItem(m_structure, usage.source, usage.row))
+        goToItem(*user);
 }
 
 void KorDSMMainDialog::listUsers(const KorDSMDatabaseItem& item, const std::vector<KorDSMUsage>& users) {
     auto* dialog = new KorDSMDialogWhereUsed(item.getDisplayName(), users, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &KorDSMDialogWhereUsed::usageChosen, this, [this](const KorDSMUsage& usage) {
-        if (KorDSMDatabaseItem* user = KorDSMWhereUsed::findItem(m_structure, usage.source, usage.row))
-            goToItem(*user);
-    });
+    connect(dialog, &KorDSMDialogWhereUsed::usageChosen, this, &KorDSMMainDialog::goToUsage);
     dialog->show();
 }
 
@@ -185,42 +190,27 @@ void KorDSMMainDialog::undoOrRedo(bool undo) {
     const std::vector<KorDSMRowChange> changes = undo ? KorDSMUndo::undo() : KorDSMUndo::redo();
     if (changes.empty())
         return;
-    if (!bringIntoLine(changes))
-        reloadSections();
+    // The page lets go of an item that may be gone when the items have followed.
+    m_tabs->finishCurrentPage();
+    KorDSMDatabaseItem* shown = currentItem();
+    KorDSMItemUpdate::Outcome outcome = KorDSMItemUpdate::follow(m_structure, changes);
     m_pages.requestInit();
-    reloadPage();
-}
-
-namespace {
-
-// Cells decide nothing about the shape of the trees, unless they refer to what hangs or is filed there.
-bool changesShape(const KorDSMRowChange& change) {
-    return change.kind != KorDSMRowChange::eKind::kChanged ||
-           std::ranges::any_of(change.columns, [](const Column* column) { return column->isReference(); });
-}
-
-} // namespace
-
-// Takes changed cells into the items that show them. Returns false when the trees must be made anew.
-bool KorDSMMainDialog::bringIntoLine(const std::vector<KorDSMRowChange>& changes) {
-    if (std::ranges::any_of(changes, changesShape))
-        return false;
-    const auto visit = [&](auto&& self, KorDSMDatabaseItem& item, KorTreeCtrl& control) -> void {
-        for (const KorDSMRowChange& change : changes) {
-            if (item.tableType() != change.row.table || item.recordKey() != change.row.key ||
-                KorDSMItemSource::sourceOf(&item) != change.source)
-                continue;
-            const KorDSNRequest request(change.source.dsn, change.source.index);
-            KorDSMDependencies::refreshRecord(item);
-            if (item.m_hTreeItem)
-                control.setItemText(item.m_hTreeItem, item.getDisplayName());
-        }
-        for (KorDSMDatabaseItem* child : item.children())
-            self(self, *child, control);
-    };
-    for (SectionSlot& section : m_slots)
-        visit(visit, section.tree->section(), *section.tree->control());
-    return true;
+    if (outcome.reload)
+        return reloadSections();
+    const auto isShown = [shown](const auto& removed) { return removed.get() == shown; };
+    if (std::ranges::any_of(outcome.removed, isShown))
+        m_tabs->setCurrentContent(nullptr);
+    for (const auto& removed : outcome.removed)
+        if (KorDSMSectionTree* holder = treeOf(removed->m_hTreeItem))
+            holder->deleteEntry(removed->m_hTreeItem);
+    for (KorDSMDatabaseItem* item : outcome.moved)
+        if (KorDSMSectionTree* holder = treeOf(item->m_hTreeItem))
+            holder->deleteEntry(item->m_hTreeItem);
+    for (auto* items : {&outcome.added, &outcome.moved})
+        for (KorDSMDatabaseItem* item : *items)
+            if (KorDsmSectionItem* section = KorDSMItemPath::sectionOf(*item))
+                tree(section->m_Section).addEntry(*item);
+    m_tabs->resumeCurrentPage();
 }
 
 void KorDSMMainDialog::reloadPage() {

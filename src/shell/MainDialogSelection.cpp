@@ -231,6 +231,11 @@ void KorDSMMainDialog::goToItem(KorDSMDatabaseItem& item) {
         return;
     if (section->m_Section != m_structure.getSelectedSection())
         switchSection(section->m_Section);
-    if (KorTreeHandle entry = currentTree().reveal(item))
-        currentTree().control()->selectItem(entry);
+    // What is not opened in turn has no entry: its nearest ancestor that has one is shown instead.
+    for (KorDSMDatabaseItem* step = &item; step; step = step->m_pParent) {
+        if (KorTreeHandle entry = currentTree().reveal(*step)) {
+            currentTree().control()->selectItem(entry);
+            return;
+        }
+    }
 }

@@ -2,6 +2,7 @@
 
 #include "controls/KorButtonGroup.h"
 #include "data/KorODBCDetStyle.h"
+#include "dialogs/KorDSMDialogInUse.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -111,8 +112,8 @@ TEST_F(EditorFixture, ANewStyleComesIntoItsCategoryAndARecordInUseStays) {
     const std::string name = tree().getItemText(tree().selectedItem()).toStdString();
     bool refused = false;
     answerNext([&refused](QWidget* modal) {
-        refused = qobject_cast<QMessageBox*>(modal) != nullptr;
-        qobject_cast<QMessageBox*>(modal)->accept();
+        refused = qobject_cast<KorDSMDialogInUse*>(modal) != nullptr;
+        QTest::keyClick(modal, Qt::Key_Escape);
     });
     click(strip->button(kDelete));
     EXPECT_TRUE(refused);
