@@ -26,6 +26,12 @@ void paintWhenOpen(QWidget* window, const EditOptions& options, bool& painted) {
         if (std::sscanf(options.size.c_str(), "%dx%d", &width, &height) == 2)
             window->resize(width, height);
         QApplication::processEvents();
+        // Messages were told on the terminal already; nobody is there to close them.
+        while (QWidget* message = QApplication::activeModalWidget()) {
+            if (message == window)
+                break;
+            message->close();
+        }
         painted = window->grab().save(QString::fromStdString(options.screenshot), "PNG");
         window->close();
     });

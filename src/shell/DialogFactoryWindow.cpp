@@ -1,4 +1,5 @@
 #include "model/KorDSMDialogFactory.h"
+#include "services/KOSettings.h"
 #include "services/KorHostReport.h"
 #include "services/KorResources.h"
 #include "shell/DataFolder.h"
@@ -38,7 +39,8 @@ namespace {
 
 // A host that brings no databases of its own gets those of the user's data folder.
 void openDatabases() {
-    if (!StyleDatabases::current().sources().empty())
+    const bool hostBringsData = !KOSettings::getInstance().dataFolder().empty();
+    if (hostBringsData || !StyleDatabases::current().sources().empty())
         return;
     DataFolder folder(DataFolder::locate({}));
     folder.open();

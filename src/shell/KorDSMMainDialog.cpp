@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTimer>
 
 KorDSMMainDialog::KorDSMMainDialog(QWidget* parent)
     : QDialog(parent), m_structure(KorDSMDialogFactory::getDSMDataStructure()),
@@ -190,11 +191,17 @@ void KorDSMMainDialog::keyPressEvent(QKeyEvent* event) {
 }
 
 bool KorDSMMainDialog::event(QEvent* event) {
-    if (event->type() == QEvent::WindowActivate && m_ready) {
-        readOutsideChanges();
-        showReports();
-    }
+    if (event->type() == QEvent::WindowActivate && m_ready)
+        QTimer::singleShot(0, this, &KorDSMMainDialog::lookAround);
     return QDialog::event(event);
+}
+
+// When the user comes back to the window: what others changed meanwhile, and what went wrong.
+void KorDSMMainDialog::lookAround() {
+    if (!isVisible() || QApplication::activeModalWidget() != this)
+        return;
+    readOutsideChanges();
+    showReports();
 }
 
 void KorDSMMainDialog::changeEvent(QEvent* event) {

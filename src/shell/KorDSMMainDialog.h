@@ -133,7 +133,9 @@ private:
     bool finishCurrentPage();
     void reportCommit(const KorDSMCommit::Outcome& outcome);
     void setModified(bool modified);
+    void lookAround();
     void showReports();
+    void collectReadProblems();
 
     // Progress
     void showProgress(const DsmProgress& progress);
@@ -161,6 +163,7 @@ private:
 
     KorTreeHandle m_currentEntry = nullptr;
     std::vector<QAction*> m_commandActions; // one per item command, in the strip's order
+    std::map<SourceId, std::size_t> m_seenProblems; // how many of a source's problems have been shown
     bool m_recording = true;
     bool m_handleSelection = true;
     bool m_used = false;

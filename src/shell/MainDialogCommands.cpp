@@ -112,12 +112,31 @@ void KorDSMMainDialog::readOutsideChanges() {
     reloadSections();
 }
 
+// What could not be read as declared since the last look; values outside their range are shown as they are.
+void KorDSMMainDialog::collectReadProblems() {
+    for (const SourceId id : StyleDatabases::current().sources()) {
+        const std::vector<ReadProblem>& problems = StyleDatabases::current().source(id)->problems();
+        std::size_t& seen = m_seenProblems[id];
+        for (; seen < problems.size(); ++seen)
+            if (!problems[seen].kept)
+                KorHostReport::add(KorString(problems[seen].sentence));
+        seen = problems.size();
+    }
+}
+
 void KorDSMMainDialog::showReports() {
+    collectReadProblems();
     QStringList lines;
     for (const KorString& sentence : KorHostReport::take())
         lines << toQt(sentence);
-    if (!lines.isEmpty())
-        QMessageBox::warning(this, toQt(dsm(kReports)), lines.join("\n\n"));
+    if (lines.isEmpty())
+        return;
+    constexpr int kMostShown = 6;
+    QMessageBox box(QMessageBox::Warning, toQt(dsm(kReports)), lines.mid(0, kMostShown).join("\n\n"),
+                    QMessageBox::Ok, this);
+    if (lines.size() > kMostShown)
+        box.setDetailedText(lines.join("\n\n"));
+    box.exec();
 }
 
 void KorDSMMainDialog::use() {
