@@ -1,5 +1,6 @@
 #include "GeneratedStandard.h"
 
+#include "controls/KorControls.h"
 #include "controls/KorStyle.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
@@ -11,7 +12,7 @@
 #include "templates/Templates.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
+#include <QLineEdit>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <benchmark/benchmark.h>
@@ -19,6 +20,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <sqlite3.h>
 #include <unistd.h>
 
 namespace {
@@ -173,6 +175,100 @@ void openTenThousand(benchmark::State& state) {
     fs::remove(file);
 }
 
+void filterKey(benchmark::State& state) {
+    OpenEditor editor;
+    auto* filter = KorControls::find<QLineEdit>(editor.dialog.get(), 1210);
+    const QString words = QStringLiteral("view request of the works 12");
+    int length = 0;
+    filter->setText(words.left(1));
+    for (auto run : state) {
+        length = length % static_cast<int>(words.size()) + 1;
+        filter->setText(words.left(length));
+        QApplication::processEvents();
+    }
+}
+
+// A database that may be written, as the User source, with an editor on it.
+struct WritableEditor {
+    WritableEditor() : databases(openDatabases()) {
+        fs::copy_file(GeneratedStandard::file(), file, fs::copy_options::overwrite_existing);
+        databases->openFile(SourceId::user(), file.string(), false);
+        load();
+        dialog = std::make_unique<KorDSMMainDialog>(nullptr);
+        dialog->OnInitDialog();
+        paint(*dialog);
+        KorTreeCtrl& tree = *dialog->currentTree().control();
+        KorTreeHandle entry = tree.getNextSiblingItem(tree.getChildItem(tree.getRoot()));
+        for (int level = 0; level < 3; ++level) {
+            tree.selectItem(entry);
+            if (level == 2)
+                break;
+            tree.expand(entry);
+            entry = tree.getChildItem(entry);
+        }
+        style = KorDSMSectionTree::itemOf(tree.selectedItem());
+        QApplication::processEvents();
+    }
+    ~WritableEditor() {
+        dialog.reset();
+        databases.reset();
+        fs::remove(file);
+    }
+
+    fs::path file = fs::temp_directory_path() / "detailstyles-bench-writable.dsdb";
+    std::unique_ptr<StyleDatabases> databases;
+    std::unique_ptr<KorDSMMainDialog> dialog;
+    KorDSMDatabaseItem* style = nullptr;
+};
+
+void referenceUpdate(benchmark::State& state) {
+    const fs::path file = fs::temp_directory_path() / "detailstyles-bench-update.dsdb";
+    fs::copy_file(GeneratedStandard::file(), file, fs::copy_options::overwrite_existing);
+    sqlite3* database = nullptr;
+    sqlite3_open_v2(file.c_str(), &database, SQLITE_OPEN_READWRITE, nullptr);
+    sqlite3_exec(database, "PRAGMA synchronous=EXTRA", nullptr, nullptr, nullptr);
+    int value = 0;
+    for (auto run : state) {
+        const std::string sql = "UPDATE view_request SET scale=" + std::to_string(++value) + " WHERE key=1";
+        sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr);
+    }
+    sqlite3_close(database);
+    fs::remove(file);
+}
+
+void guardedWriteWithTwins(benchmark::State& state) {
+    WritableEditor editor;
+    const auto previous = KorDSMGuardedWrite::setAskFunction([](eTableType, const KorOdbcKey&) { return 1; });
+    KorDSMDatabaseItem& view = *editor.style->children()[0];
+    std::vector<std::unique_ptr<KorDSMDatabaseItem>> twins;
+    for (int i = 0; i < 100; ++i) {
+        twins.emplace_back(view.clone());
+        view.linkEqualItem(*twins.back());
+    }
+    double value = 0;
+    for (auto run : state) {
+        KorDSMGuardedWrite::setAttributeDouble(kTableViewRequest, KorOdbcKey(view.recordKey()), 10, ++value);
+        KorDSMTwins::recordWritten(view);
+        QApplication::processEvents();
+    }
+    twins.clear();
+    KorDSMGuardedWrite::setAskFunction(previous);
+}
+
+void copyAndDelete(benchmark::State& state) {
+    WritableEditor editor;
+    for (auto run : state) {
+        const auto copied = KorDSMItemCommands::copyItem(*editor.style, "A copy of the style");
+        if (!copied.done) {
+            state.SkipWithError("the style was not copied");
+            break;
+        }
+        const auto deleted = KorDSMItemCommands::deleteItem(*copied.added.front());
+        if (!deleted.done)
+            state.SkipWithError("the copy was not deleted");
+    }
+}
+
 double residentMegabytes() {
     std::ifstream statm("/proc/self/statm");
     long pages = 0;
@@ -201,6 +297,10 @@ void reportMemory() {
 BENCHMARK(referenceOpen)->Unit(benchmark::kMillisecond)->MinTime(3);
 BENCHMARK(openEditor)->Unit(benchmark::kMillisecond)->MinTime(3);
 BENCHMARK(selectItem)->Unit(benchmark::kMillisecond);
+BENCHMARK(filterKey)->Unit(benchmark::kMillisecond);
+BENCHMARK(referenceUpdate)->Unit(benchmark::kMillisecond);
+BENCHMARK(guardedWriteWithTwins)->Unit(benchmark::kMillisecond);
+BENCHMARK(copyAndDelete)->Unit(benchmark::kMillisecond);
 BENCHMARK(openTenThousand)->Unit(benchmark::kMillisecond)->Iterations(5);
 
 int main(int argc, char** argv) {

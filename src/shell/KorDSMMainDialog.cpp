@@ -183,6 +183,8 @@ void KorDSMMainDialog::keyPressEvent(QKeyEvent* event) {
         CKorHelp::showTopic("_korDisplayDetailStyles");
         return;
     }
+    if (event->key() == Qt::Key_Escape && clearFilter())
+        return;
     // Return commits the field that has the focus; it never presses a button of the window.
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
         !qobject_cast<QPushButton*>(QApplication::focusWidget()))

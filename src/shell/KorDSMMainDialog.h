@@ -22,6 +22,7 @@ class KorListCtrl;
 class KorTabCtrl;
 class QAction;
 class QLabel;
+class QLineEdit;
 class QProgressBar;
 class QPushButton;
 class VELComboTree;
@@ -90,6 +91,8 @@ private:
     KorDsmAddInContentItem* currentSourceNode(eViewSections section);
     void onSourceChosen(eViewSections section, void* data);
     void rebuildTrees();
+    void applyFilter();
+    bool clearFilter();
     void onOption(int index, bool checked);
 
     // Selection
@@ -154,6 +157,7 @@ private:
     KorButtonGroupMenu* m_sections = nullptr;
     KorTabCtrl* m_tabs = nullptr;
     KorListCtrl* m_list = nullptr;
+    QLineEdit* m_filter = nullptr;
     QLabel* m_status = nullptr;
     QLabel* m_readOnly = nullptr;
     QLabel* m_progressText = nullptr;
@@ -162,6 +166,7 @@ private:
     QPushButton* m_use = nullptr;
 
     KorTreeHandle m_currentEntry = nullptr;
+    KorDSMDatabaseItem* m_filteredOut = nullptr; // the item shown, while the filter hides its entry
     std::vector<QAction*> m_commandActions; // one per item command, in the strip's order
     std::map<SourceId, std::size_t> m_seenProblems; // how many of a source's problems have been shown
     bool m_recording = true;

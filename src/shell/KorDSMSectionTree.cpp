@@ -7,6 +7,8 @@
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMItemSource.h"
 
+#include <algorithm>
+
 KorDSMSectionTree::KorDSMSectionTree(KorTreeCtrl* tree, KorDSMDataStructure& structure, KorDsmSectionItem& section,
                                      std::function<void(KorTreeHandle)> entryGone)
     : m_tree(tree), m_structure(structure), m_section(section), m_entryGone(std::move(entryGone)) {
@@ -96,6 +98,8 @@ void KorDSMSectionTree::buildFullTree() {
     KorTreeHandle root = m_tree->insertItem(m_section.getDisplayName(), m_section.m_IconIndex);
     bind(m_section, root);
     for (KorDSMDatabaseItem* database : m_section.children()) {
+        if (!passes(*database))
+            continue;
         const KorTreeItem entry = entryFor(*database);
         KorTreeHandle handle = m_tree->insertItem(entry.text, entry.image, root);
         bind(*database, handle);
@@ -141,19 +145,25 @@ bool loadAs(KorDSMDatabaseItem& item, void (*load)(AddIn*)) {
 
 } // namespace
 
+// Reads the records of an add-in that has not been opened yet. Returns whether the item is one.
+bool KorDSMSectionTree::loadContent(KorDSMDatabaseItem& item) {
+    if (item.m_bExpanded || !dynamic_cast<KorDsmAddInContentItem*>(&item))
+        return false;
+    const SourceId source = KorDSMItemSource::sourceOf(&item);
+    const KorDSNRequest request(source.dsn, source.index);
+    loadAs(item, &KorDSMSectionLoader::expandAnnotationsAddInContent) ||
+        loadAs(item, &KorDSMSectionLoader::expandDimRequestsAddInContent) ||
+        loadAs(item, &KorDSMSectionLoader::expandQualifiersAddInContent);
+    return true;
+}
+
 void KorDSMSectionTree::loadChildren(KorDSMDatabaseItem& item) {
     if (item.m_bExpanded && item.m_Type != KorDSMDefines::kDetailStyle)
         return;
+    if (loadContent(item))
+        return;
     const SourceId source = KorDSMItemSource::sourceOf(&item);
     const KorDSNRequest request(source.dsn, source.index);
-    if (dynamic_cast<KorDsmAddInContentItem*>(&item)) {
-        Q_EMIT loading(true);
-        loadAs(item, &KorDSMSectionLoader::expandAnnotationsAddInContent) ||
-            loadAs(item, &KorDSMSectionLoader::expandDimRequestsAddInContent) ||
-            loadAs(item, &KorDSMSectionLoader::expandQualifiersAddInContent);
-        Q_EMIT loading(false);
-        return;
-    }
     // Items that were loaded with the section may have been edited through an equal item since.
     for (KorDSMDatabaseItem* child : item.children())
         KorDSMDependencies::refreshRecord(*child);
@@ -164,12 +174,68 @@ void KorDSMSectionTree::insertChildren(KorDSMDatabaseItem& item, KorTreeHandle e
     std::vector<KorTreeItem> entries;
     entries.reserve(static_cast<std::size_t>(item.children().length()));
     for (KorDSMDatabaseItem* child : item.children())
-        entries.push_back(entryFor(*child));
+        if (passes(*child))
+            entries.push_back(entryFor(*child));
     KorTreeHandle handle = m_tree->insertItems(entry, entries);
     for (KorDSMDatabaseItem* child : item.children()) {
+        if (!passes(*child))
+            continue;
         bind(*child, handle);
         handle = m_tree->getNextSiblingItem(handle);
     }
+}
+
+// What records depend on is not searched: it is made and dropped as the user works.
+void KorDSMSectionTree::indexNames(KorDSMDatabaseItem& item) {
+    if (KorDSMDependencies::canHaveDependents(item.m_Type))
+        return;
+    loadContent(item);
+    for (KorDSMDatabaseItem* child : item.children()) {
+        m_names.emplace_back(child->getDisplayName().lowered(), child);
+        indexNames(*child);
+    }
+}
+
+// A scan over folded names takes a fraction of what filtering entries would.
+std::vector<KorDSMDatabaseItem*> KorDSMSectionTree::findMatches() {
+    std::vector<KorDSMDatabaseItem*> found;
+    m_matches.clear();
+    m_aboveMatches.clear();
+    for (const auto& [name, item] : m_names) {
+        if (name.view().find(m_filter.view()) == std::string_view::npos)
+            continue;
+        found.push_back(item);
+        m_matches.insert(item);
+        for (const KorDSMDatabaseItem* above = item->m_pParent; above && m_aboveMatches.insert(above).second;)
+            above = above->m_pParent;
+    }
+    return found;
+}
+
+bool KorDSMSectionTree::passes(const KorDSMDatabaseItem& item) const {
+    if (m_filter.isEmpty() || m_aboveMatches.contains(&item))
+        return true;
+    const KorDSMDatabaseItem* step = &item;
+    while (step && !m_matches.contains(step))
+        step = step->m_pParent;
+    return step != nullptr;
+}
+
+void KorDSMSectionTree::setFilter(const KorString& text, bool fullTree, KorDsmAddInContentItem& source) {
+    constexpr std::size_t kMostOpened = 40;
+    if (m_filter.isEmpty() || text.isEmpty()) {
+        m_names.clear();
+        if (!text.isEmpty())
+            indexNames(m_section);
+    }
+    m_filter = text.trimmed().lowered();
+    const std::vector<KorDSMDatabaseItem*> found = m_filter.isEmpty() ? std::vector<KorDSMDatabaseItem*>() : findMatches();
+    if (fullTree)
+        buildFullTree();
+    else
+        fillFromSource(source);
+    for (std::size_t i = 0; i < std::min(found.size(), kMostOpened); ++i)
+        reveal(*found[i]);
 }
 
 KorTreeHandle KorDSMSectionTree::addEntry(KorDSMDatabaseItem& item) {

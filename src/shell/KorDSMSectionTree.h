@@ -4,6 +4,7 @@
 #include "model/KorDSMDataStructure.h"
 
 #include <functional>
+#include <unordered_set>
 
 /// One section's tree: shows items as entries, makes the entries below one when it is opened, and ties
 /// entries and items together.
@@ -26,6 +27,11 @@ public:
     void fillFromSource(KorDsmAddInContentItem& source);
     void clear();
 
+    /// Shows only items whose names contain `text`, in any case, with what is above them and below them; an
+    /// empty text shows everything. The tree is made anew, opened at the first matches.
+    void setFilter(const KorString& text, bool fullTree, KorDsmAddInContentItem& source);
+    bool isFiltered() const { return !m_filter.isEmpty(); }
+
     /// The entry's item data, or null.
     static KorDSMTreeItemData* dataOf(KorTreeHandle entry);
     static KorDSMDatabaseItem* itemOf(KorTreeHandle entry);
@@ -43,12 +49,9 @@ public:
     void showPlaceholder(KorTreeHandle entry);
     void attach(KorTreeHandle entry, std::unique_ptr<KorDSMTreeItemData> data);
 
-Q_SIGNALS:
-    /// An add-in's records are about to be read, or have been read.
-    void loading(bool begins);
-
 private:
     void onExpanding(KorTreeHandle entry);
+    bool loadContent(KorDSMDatabaseItem& item);
     void loadChildren(KorDSMDatabaseItem& item);
     void insertChildren(KorDSMDatabaseItem& item, KorTreeHandle entry);
     void bind(KorDSMDatabaseItem& item, KorTreeHandle entry);
@@ -56,10 +59,17 @@ private:
     void forgetBelow(KorTreeHandle entry);
     bool canBeOpened(const KorDSMDatabaseItem& item) const;
     KorTreeItem entryFor(KorDSMDatabaseItem& item) const;
+    void indexNames(KorDSMDatabaseItem& item);
+    std::vector<KorDSMDatabaseItem*> findMatches();
+    bool passes(const KorDSMDatabaseItem& item) const;
     KorTreeHandle childWithText(KorTreeHandle entry, const KorString& text) const;
 
     KorTreeCtrl* m_tree;
     KorDSMDataStructure& m_structure;
     KorDsmSectionItem& m_section;
     std::function<void(KorTreeHandle)> m_entryGone;
+    KorString m_filter; // in lower case
+    std::vector<std::pair<KorString, KorDSMDatabaseItem*>> m_names; // in lower case, while a filter is set
+    std::unordered_set<const KorDSMDatabaseItem*> m_matches;
+    std::unordered_set<const KorDSMDatabaseItem*> m_aboveMatches;
 };

@@ -79,6 +79,7 @@ void KorDSMMainDialog::copyItem() {
 }
 
 void KorDSMMainDialog::showNewItems(const std::vector<KorDSMDatabaseItem*>& items) {
+    clearFilter();
     KorTreeHandle first = nullptr;
     for (KorDSMDatabaseItem* item : items) {
         currentTree().reveal(*item);
@@ -117,6 +118,7 @@ void KorDSMMainDialog::deleteItem() {
     QMessageBox box(QMessageBox::Information, toQt(ups(19960)), question, QMessageBox::Yes | QMessageBox::No, this);
     if (box.exec() != QMessageBox::Yes)
         return;
+    clearFilter();
     // The page must let go of the item before it is gone.
     m_tabs->finishCurrentPage();
     m_tabs->setCurrentContent(nullptr);
@@ -190,6 +192,7 @@ void KorDSMMainDialog::undoOrRedo(bool undo) {
     const std::vector<KorDSMRowChange> changes = undo ? KorDSMUndo::undo() : KorDSMUndo::redo();
     if (changes.empty())
         return;
+    clearFilter();
     // The page lets go of an item that may be gone when the items have followed.
     m_tabs->finishCurrentPage();
     KorDSMDatabaseItem* shown = currentItem();
@@ -224,6 +227,7 @@ void KorDSMMainDialog::reloadSections() {
     std::array<KorArray<KorString>, kNumberOfSections> paths;
     for (int i = 0; i < kNumberOfSections; ++i)
         paths[static_cast<std::size_t>(i)] = m_structure.getSelectedPath(static_cast<eViewSections>(i));
+    clearFilter();
     m_tabs->finishCurrentPage();
     m_tabs->setCurrentContent(nullptr);
     m_handleSelection = false;

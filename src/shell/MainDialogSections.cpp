@@ -1,12 +1,15 @@
 #include "controls/KorButtonGroup.h"
 #include "controls/KorButtonGroupMenu.h"
 #include "controls/KorPictures.h"
+#include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
 #include "base/KorAssert.h"
 #include "services/KordoBitmaps.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemPath.h"
 #include "shell/KorDSMMainDialog.h"
+
+#include <QLineEdit>
 
 // The sections of the main dialog: source combos, trees, view options.
 
@@ -121,6 +124,7 @@ void KorDSMMainDialog::showSection(bool restoreCombo) {
 
 void KorDSMMainDialog::switchSection(eViewSections section) {
     finishCurrentPage();
+    clearFilter();
     m_structure.setSelectedSection(section);
     m_sections->buttonGroup()->setCheckedButton(m_sections->buttonGroup()->buttonId(section));
     showSection(true);
@@ -132,6 +136,7 @@ void KorDSMMainDialog::onSourceChosen(eViewSections section, void* nodeData) {
     if (!source || m_structure.getShowFullTree())
         return;
     finishCurrentPage();
+    clearFilter();
     selectItemDatabase(source);
     m_structure.getSelectedPath(section) = KorDSMItemPath::textsTo(*node);
     m_handleSelection = false;
@@ -140,8 +145,33 @@ void KorDSMMainDialog::onSourceChosen(eViewSections section, void* nodeData) {
     showSection(false);
 }
 
+void KorDSMMainDialog::applyFilter() {
+    const eViewSections section = m_structure.getSelectedSection();
+    KorDsmAddInContentItem* source = currentSourceNode(section);
+    if (!source)
+        return;
+    // What is shown at the right stays there; its entry is selected again when it passes the filter.
+    KorDSMDatabaseItem* shown = m_currentEntry ? currentItem() : m_filteredOut;
+    m_handleSelection = false;
+    currentTree().setFilter(fromQt(m_filter->text()), m_structure.getShowFullTree(), *source);
+    m_currentEntry = shown ? currentTree().reveal(*shown) : nullptr;
+    m_filteredOut = m_currentEntry ? nullptr : shown;
+    if (m_currentEntry)
+        currentTree().control()->selectItem(m_currentEntry);
+    m_handleSelection = true;
+    updateCommandStates(KorDSMSectionTree::dataOf(m_currentEntry));
+}
+
+bool KorDSMMainDialog::clearFilter() {
+    if (m_filter->text().isEmpty())
+        return false;
+    m_filter->clear();
+    return true;
+}
+
 void KorDSMMainDialog::rebuildTrees() {
     finishCurrentPage();
+    clearFilter();
     m_handleSelection = false;
     for (SectionSlot& section : m_slots)
         section.tree->clear();

@@ -72,6 +72,7 @@ void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
     // The page shown stores what was typed while its own source is still current.
     m_tabs->finishCurrentPage();
     m_currentEntry = entry;
+    m_filteredOut = nullptr;
     const KorDSMTreeItemData* entryData = KorDSMSectionTree::dataOf(entry);
     KorDSMDatabaseItem* item = entryData ? entryData->getItem() : nullptr;
     selectItemDatabase(item);
@@ -231,6 +232,7 @@ void KorDSMMainDialog::goToItem(KorDSMDatabaseItem& item) {
         return;
     if (section->m_Section != m_structure.getSelectedSection())
         switchSection(section->m_Section);
+    clearFilter();
     // What is not opened in turn has no entry: its nearest ancestor that has one is shown instead.
     for (KorDSMDatabaseItem* step = &item; step; step = step->m_pParent) {
         if (KorTreeHandle entry = currentTree().reveal(*step)) {

@@ -15,6 +15,7 @@
 #include <QAction>
 #include <QBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 
@@ -55,6 +56,7 @@ constexpr SectionButton kSectionButtons[] = {
     {1064, 33511, 1062, 1064}, {1061, 33518, 1060, 1061}, {1057, 33514, 1063, 1057}, {1059, 33516, 1058, 1059}};
 
 constexpr int kOptionPrompts[] = {33527, 33528, 33529};
+constexpr int kFilter = 264;
 constexpr int kOptionsButton = 1089;
 constexpr int kOptionsBitmap = 1090;
 
@@ -81,6 +83,10 @@ void KorDSMMainDialog::setUpImages() {
     m_list->setImageList(m_images);
     connect(m_list, &KorListCtrl::itemActivated, this, &KorDSMMainDialog::onListActivated);
     m_tabs->hide();
+    m_filter = KorControls::find<QLineEdit>(this, 1210);
+    m_filter->setPlaceholderText(toQt(Prompts::getPrompt("DSM", kFilter)));
+    m_filter->setAccessibleName(m_filter->placeholderText());
+    connect(m_filter, &QLineEdit::textChanged, this, &KorDSMMainDialog::applyFilter);
 }
 
 void KorDSMMainDialog::setUpSections() {
@@ -94,7 +100,7 @@ void KorDSMMainDialog::setUpSections() {
         if (i != 0) {
             // The run-time combos share numbers with the strips of the template; nobody looks them up.
             KorControls::setId(control, kTreeIds[i]);
-            column->insertWidget(column->indexOf(slot(static_cast<eViewSections>(i - 1)).combo) + 1, combo);
+            column->insertWidget(column->indexOf(m_filter), combo);
             column->addWidget(control, 1);
         }
         control->setImageList(m_images);
@@ -245,6 +251,7 @@ void KorDSMMainDialog::setUpTabOrder() {
     next(m_itemCommands);
     for (SectionSlot& section : m_slots)
         next(section.combo);
+    next(m_filter);
     for (SectionSlot& section : m_slots)
         next(section.tree->control());
     next(m_navigation);

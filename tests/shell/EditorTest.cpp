@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QRadioButton>
@@ -255,4 +256,25 @@ TEST_F(EditorFixture, WhatAnotherProgramChangedIsReportedAndNotOverwritten) {
     close();
     m_databases.reset();
     EXPECT_EQ(stored("user.dsdb", kPosition), "6");
+}
+
+TEST_F(EditorFixture, TheFilterKeepsMatchesWithWhatIsAboveThemAndEscapeClearsIt) {
+    open();
+    select(kUserStyle);
+    auto* filter = control<QLineEdit>(1210);
+    filter->setFocus();
+    QTest::keyClicks(filter, "RAILING");
+    KorTreeHandle user = child(tree().getRoot(), "User");
+    ASSERT_NE(user, nullptr);
+    EXPECT_EQ(tree().childCount(user), 1);
+    EXPECT_EQ(tree().getItemText(tree().getChildItem(user)).view(), "Hallberg: railings");
+    EXPECT_TRUE(page()->isVisible());
+    QTest::keyClick(filter, Qt::Key_Escape);
+    EXPECT_TRUE(filter->text().isEmpty());
+    EXPECT_TRUE(m_dialog->isVisible());
+    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:15");
+    user = child(tree().getRoot(), "User");
+    EXPECT_EQ(tree().childCount(user), 3);
+    QTest::keyClick(filter, Qt::Key_Escape);
+    EXPECT_FALSE(m_dialog->isVisible());
 }
