@@ -23,6 +23,7 @@
 #include <QFileDialog>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPushButton>
 
 // The commands of the main dialog that change which records exist, and their undo.
 
