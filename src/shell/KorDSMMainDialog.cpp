@@ -31,6 +31,8 @@ KorDSMMainDialog::KorDSMMainDialog(QWidget* parent)
 }
 
 KorDSMMainDialog::~KorDSMMainDialog() {
+    if (m_ready)
+        m_memory.writeSetting();
     m_handleSelection = false;
     m_structure.setUseFullExpand(m_structure.getUseFullExpand());
     for (SectionSlot& section : m_slots)
@@ -73,6 +75,10 @@ int KorDSMMainDialog::OnInitDialog() {
     setUpTexts();
     setUpTabOrder();
     m_sections->buttonGroup()->setCheckedButton(m_sections->buttonGroup()->buttonId(m_structure.getSelectedSection()));
+    constexpr int kSplitter = 1096;
+    m_memory.registerControl(kSplitter, MemoryDlg::eStretchY);
+    m_memory.setWindow(this);
+    m_memory.restore();
     return 1;
 }
 

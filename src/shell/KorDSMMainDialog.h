@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/KorImageList.h"
+#include "controls/MemoryDlg.h"
 #include "model/KorDSMDataStructure.h"
 #include "model/KorDSMMessages.h"
 #include "session/KorDSMCommit.h"
@@ -146,6 +147,7 @@ private:
     KorDSMDataStructure& m_structure;
     KorImageListPtr m_images;
     std::array<SectionSlot, KorDSMDefines::kNumberOfSections> m_slots;
+    MemoryDlg m_memory{"DlgDetailStylesNew2"};
     KorDSMPageRegistry m_pages;
     KorDSMSelectionHistory m_history;
     KorDSMItemSource m_itemSource;

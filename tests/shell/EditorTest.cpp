@@ -258,6 +258,14 @@ TEST_F(EditorFixture, WhatAnotherProgramChangedIsReportedAndNotOverwritten) {
     EXPECT_EQ(stored("user.dsdb", kPosition), "6");
 }
 
+TEST_F(EditorFixture, TheWindowComesBackInItsSize) {
+    open().resize(1111, 700);
+    close();
+    KorDSMMainDialog again(nullptr);
+    again.OnInitDialog();
+    EXPECT_EQ(again.size(), QSize(1111, 700));
+}
+
 TEST_F(EditorFixture, TheFilterKeepsMatchesWithWhatIsAboveThemAndEscapeClearsIt) {
     open();
     select(kUserStyle);
