@@ -119,3 +119,46 @@ TEST_F(EditorFixture, ANewStyleComesIntoItsCategoryAndARecordInUseStays) {
     EXPECT_TRUE(refused);
     EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), name);
 }
+
+TEST_F(EditorFixture, ADraggedStyleIsFiledWhereItIsDroppedAndRefusedInAnotherDatabase) {
+    open();
+    const auto style = select(kStyle);
+    const auto railings = child(child(tree().getRoot(), "User"), "Hallberg: railings");
+    Q_EMIT tree().dropRequested(style, railings);
+    const auto moved = tree().selectedItem();
+    EXPECT_EQ(tree().getParentItem(moved), railings);
+    EXPECT_EQ(tree().getItemText(moved).view(), "HB post 1:15");
+    const auto standard = child(child(tree().getRoot(), "Standard"), "General");
+    tree().expand(standard);
+    bool refused = false;
+    answerNext([&refused](QWidget* modal) {
+        refused = qobject_cast<QMessageBox*>(modal) != nullptr;
+        QTest::keyClick(modal, Qt::Key_Escape);
+    });
+    Q_EMIT tree().dropRequested(moved, tree().getChildItem(standard));
+    EXPECT_TRUE(refused);
+    EXPECT_EQ(tree().getParentItem(moved), railings);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    EXPECT_NE(select(kStyle), nullptr);
+}
+
+TEST_F(EditorFixture, OddNamesAreKeptAsTheyWereTyped) {
+    const QString odd = QString::fromUtf8("100 %s \"x\" 'y' \\n {a} \xD7\xA9\xD7\x9C ") + QString(10000, u'z');
+    open();
+    select(kStyle);
+    answerNext([&odd](QWidget* modal) {
+        auto* edit = KorControls::find<QLineEdit>(modal, 1015);
+        edit->selectAll();
+        edit->insert(odd);
+        QTest::mouseClick(KorControls::find<QPushButton>(modal, 1), Qt::LeftButton);
+    });
+    press(Qt::Key_F2);
+    EXPECT_TRUE(has(odd.toStdString()));
+    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), odd.toStdString());
+    showTab(1);
+    click(button(1));
+    close();
+    m_databases.reset();
+    EXPECT_EQ(stored("user.dsdb", "SELECT name FROM detail_style WHERE key=1"), odd.toStdString());
+}
