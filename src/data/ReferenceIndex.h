@@ -15,6 +15,8 @@ struct Referrer {
 /// Who refers to the rows of one table of one source, by the key referred to.
 class ReferenceIndex {
 public:
+    /// Room for `count` more cells.
+    void reserve(int count) { m_referrers.reserve(m_referrers.size() + static_cast<std::size_t>(count)); }
     /// Adds what the reference columns of `record`, a row of `table`, say about rows of `target`.
     void add(const TableSchema& table, const StructRecord& record, eTableType target);
     void add(std::int32_t targetKey, const Referrer& referrer);

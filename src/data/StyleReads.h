@@ -21,6 +21,14 @@ const RowArray* rows() {
     return source ? &source->table(tableOf<R>).rows() : nullptr;
 }
 
+/// The row itself, for readers that need no copy of their own; null when there is none. Valid until the table
+/// changes.
+template <typename R, typename Handle>
+const R* find(const Handle& keyOrName) {
+    StyleSource* source = StyleDatabases::current().here();
+    return source ? static_cast<const R*>(source->table(tableOf<R>).find(keyOrName)) : nullptr;
+}
+
 template <typename R>
 int read(const KorOdbcKey& key, R& record) {
     StyleSource* source = StyleDatabases::current().here();

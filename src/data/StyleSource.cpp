@@ -25,6 +25,7 @@ ReferenceIndex& StyleSource::references(eTableType target) {
         if (std::ranges::find(schema.columns, target, &Column::target) == schema.columns.end())
             continue;
         const RowArray& rows = table(schema.type).rows();
+        slot->reserve(rows.size());
         for (int i = 0; i < rows.size(); ++i)
             slot->add(schema, rows.at(i), target);
     }

@@ -2,6 +2,8 @@
 
 #include "model/items/KorDsmAddInContentItem.h"
 
+#include <unordered_map>
+
 class KorDSMDataStructure;
 class KorDsmDetailStyleItem;
 
@@ -21,11 +23,14 @@ public:
     static void expandQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn);
 
 private:
+    // The category items of an add-in by key, while it is loaded.
+    using CategoryItems = std::unordered_map<std::int32_t, KorDSMDatabaseItem*>;
+
     void StartProgressBar();
     void loadSectionData(KorDSMDataStructure& structure, int section);
     KorDsmAddInContentItem* loadAddIn(int section, eIndex index, const KorString& name);
     void loadDetailStylesAddInContent(KorDsmDetailStylesAddInItem* addIn);
-    void loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, const KorString& name);
+    void loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, const KorString& name, CategoryItems& categories);
     void loadAnnotationsAddInContent(KorDsmAnnotationsAddInItem* addIn);
     void loadDimRequestAddInContent(KorDsmDimRequestsAddInItem* addIn);
     void loadQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn);

@@ -130,12 +130,13 @@ KorDsmAddInContentItem* KorDSMSectionLoader::loadAddIn(int section, eIndex index
 void KorDSMSectionLoader::loadDetailStylesAddInContent(KorDsmDetailStylesAddInItem* addIn) {
     KorArray<KorString> names;
     KorODBCDetStyle::getDetailStyleList(names);
+    CategoryItems present;
     for (const KorString& name : names) {
         ++m_Done;
         const int percent = m_Total > 0 ? m_Done * 100 / m_Total : 100;
         KorProgressCtrl::setPercentage(percent - 1, 1);
         KorProgressCtrl::setPercentage(percent, 0);
-        loadDetailStyle(*addIn, name);
+        loadDetailStyle(*addIn, name, present);
     }
     KorArray<StructDetBaseCategory> categories;
     KorOdbcGUI::getDetBaseCategoriesTable(categories);
@@ -143,28 +144,33 @@ void KorDSMSectionLoader::loadDetailStylesAddInContent(KorDsmDetailStylesAddInIt
         KorDSMItemPlacing::place<KorDsmDetailStyleCategoryItem>(*addIn, category);
 }
 
-void KorDSMSectionLoader::loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, const KorString& name) {
-    StructDetailStyle style;
+void KorDSMSectionLoader::loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, const KorString& name,
+                                          CategoryItems& categories) {
+    const auto* style = StyleReads::find<StructDetailStyle>(name);
     StructDetailMaster master;
-    StructDetBaseCategory category;
-    if (KorODBCDetStyle::getDetailStyle(name, style) != 1 || KorOdbcGUI::getDetailMaster(style.key, master) != 1 ||
-        KorOdbcGUI::getDetBaseCategory(KorOdbcKey(master.categoryKey), category) != 1)
+    if (!style || KorOdbcGUI::getDetailMaster(style->key, master) != 1)
         return;
+    const auto* category = StyleReads::find<StructDetBaseCategory>(KorOdbcKey(master.categoryKey));
+    if (!category)
+        return;
+    KorDSMDatabaseItem*& place = categories[category->key];
+    if (!place)
+        place = &KorDSMItemPlacing::place<KorDsmDetailStyleCategoryItem>(addIn, *category);
     auto* item = new KorDsmDetailStyleItem;
-    item->initRecord(style);
+    item->initRecord(*style);
     loadDetailStylesDependencies(item);
-    KorDSMItemPlacing::place<KorDsmDetailStyleCategoryItem>(addIn, category).addChild(item);
+    place->addChild(item);
 }
 
 void KorDSMSectionLoader::loadDetailStylesDependencies(KorDsmDetailStyleItem* style) {
     const StructDetailStyle& record = style->getRecord();
     style->children().reserve(record.getLengthItems());
     for (int i = 0; i < record.getLengthItems(); ++i) {
-        StructDetViewRequest request;
-        if (KorODBCDetStyle::getDetViewRequest(KorOdbcKey(record.getViewRequestAt(i)), request) != 1)
+        const auto* request = StyleReads::find<StructDetViewRequest>(KorOdbcKey(record.getViewRequestAt(i)));
+        if (!request)
             continue;
         auto* item = new KorDsmViewRequestItem;
-        item->initRecord(request);
+        item->initRecord(*request);
         style->addChild(item);
     }
 }
