@@ -6,6 +6,7 @@
 
 class KorDSMDataStructure;
 class KorDsmDetailStyleItem;
+struct StructDetailStyle;
 
 /// Fills the four sections of the data structure from the style databases when the editor opens, and an
 /// add-in's content when the user opens it for the first time. It never opens a database itself: it selects
@@ -30,7 +31,8 @@ private:
     void loadSectionData(KorDSMDataStructure& structure, int section);
     KorDsmAddInContentItem* loadAddIn(int section, eIndex index, const KorString& name);
     void loadDetailStylesAddInContent(KorDsmDetailStylesAddInItem* addIn);
-    void loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, const KorString& name, CategoryItems& categories);
+    void loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, const StructDetailStyle& style, std::int32_t categoryKey,
+                         CategoryItems& categories);
     void loadAnnotationsAddInContent(KorDsmAnnotationsAddInItem* addIn);
     void loadDimRequestAddInContent(KorDsmDimRequestsAddInItem* addIn);
     void loadQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn);

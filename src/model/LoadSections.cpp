@@ -127,16 +127,34 @@ KorDsmAddInContentItem* KorDSMSectionLoader::loadAddIn(int section, eIndex index
     return item;
 }
 
+namespace {
+
+// The master of each style by the style's key: the first one where several name it.
+std::unordered_map<std::int32_t, const StructDetailMaster*> mastersByStyle() {
+    std::unordered_map<std::int32_t, const StructDetailMaster*> masters;
+    const RowArray* rows = StyleReads::rows<StructDetailMaster>();
+    masters.reserve(rows ? static_cast<std::size_t>(rows->size()) : 0);
+    for (int i = 0; rows && i < rows->size(); ++i) {
+        const auto& master = static_cast<const StructDetailMaster&>(rows->at(i));
+        masters.try_emplace(master.styleKey, &master);
+    }
+    return masters;
+}
+
+} // namespace
+
 void KorDSMSectionLoader::loadDetailStylesAddInContent(KorDsmDetailStylesAddInItem* addIn) {
-    KorArray<KorString> names;
-    KorODBCDetStyle::getDetailStyleList(names);
+    const auto masters = mastersByStyle();
     CategoryItems present;
-    for (const KorString& name : names) {
+    const RowArray* rows = StyleReads::rows<StructDetailStyle>();
+    for (int i = 0; rows && i < rows->size(); ++i) {
         ++m_Done;
         const int percent = m_Total > 0 ? m_Done * 100 / m_Total : 100;
         KorProgressCtrl::setPercentage(percent - 1, 1);
         KorProgressCtrl::setPercentage(percent, 0);
-        loadDetailStyle(*addIn, name, present);
+        const auto& style = static_cast<const StructDetailStyle&>(rows->at(i));
+        if (const auto master = masters.find(style.key); master != masters.end())
+            loadDetailStyle(*addIn, style, master->second->categoryKey, present);
     }
     KorArray<StructDetBaseCategory> categories;
     KorOdbcGUI::getDetBaseCategoriesTable(categories);
@@ -144,20 +162,16 @@ void KorDSMSectionLoader::loadDetailStylesAddInContent(KorDsmDetailStylesAddInIt
         KorDSMItemPlacing::place<KorDsmDetailStyleCategoryItem>(*addIn, category);
 }
 
-void KorDSMSectionLoader::loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, const KorString& name,
-                                          CategoryItems& categories) {
-    const auto* style = StyleReads::find<StructDetailStyle>(name);
-    StructDetailMaster master;
-    if (!style || KorOdbcGUI::getDetailMaster(style->key, master) != 1)
-        return;
-    const auto* category = StyleReads::find<StructDetBaseCategory>(KorOdbcKey(master.categoryKey));
+void KorDSMSectionLoader::loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, const StructDetailStyle& style,
+                                          std::int32_t categoryKey, CategoryItems& categories) {
+    const auto* category = StyleReads::find<StructDetBaseCategory>(KorOdbcKey(categoryKey));
     if (!category)
         return;
     KorDSMDatabaseItem*& place = categories[category->key];
     if (!place)
         place = &KorDSMItemPlacing::place<KorDsmDetailStyleCategoryItem>(addIn, *category);
     auto* item = new KorDsmDetailStyleItem;
-    item->initRecord(*style);
+    item->initRecord(style);
     loadDetailStylesDependencies(item);
     place->addChild(item);
 }
