@@ -67,7 +67,6 @@ void KorDSMPage::OnShow(int show) {
         }
         loadData();
         afterLoad();
-        m_shown = true;
         m_needsInit = false;
         return;
     }

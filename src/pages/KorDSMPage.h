@@ -102,6 +102,5 @@ private:
     SourceId m_listsFrom; // the source whose names the lists hold
     bool m_needsInit = true;
     bool m_needsRefresh = false;
-    bool m_shown = false;
     bool m_editable = true;
 };

@@ -163,8 +163,7 @@ KorDSMSectionTree* KorDSMMainDialog::treeOf(KorTreeHandle entry) {
 }
 
 void KorDSMMainDialog::accept() {
-    if (!finishCurrentPage())
-        return;
+    finishCurrentPage();
     const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndClose(m_apply->isEnabled());
     if (!outcome.ok()) {
         reportCommit(outcome);
@@ -210,12 +209,6 @@ void KorDSMMainDialog::lookAround() {
         return;
     readOutsideChanges();
     showReports();
-}
-
-void KorDSMMainDialog::changeEvent(QEvent* event) {
-    QDialog::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange && m_readOnly)
-        m_readOnly->update();
 }
 
 void KorDSMMainDialog::setModified(bool modified) {

@@ -56,7 +56,6 @@ public:
     void reject() override;
 
 protected:
-    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool event(QEvent* event) override;
@@ -98,7 +97,7 @@ private:
 
     // Selection
     void onSelectionChanged(KorTreeHandle entry);
-    void showRightSide(KorDSMDatabaseItem& item, const KorString& entryText);
+    void showRightSide(KorDSMDatabaseItem& item);
     void showPages(KorDSMDefines::eItemType group, KorDSMDatabaseItem& item);
     void showList(KorDSMDatabaseItem* item);
     void rememberSelection(KorDSMDatabaseItem& item, KorTreeHandle entry);
@@ -134,7 +133,7 @@ private:
     void reloadPage();
     void reloadSections();
     void readOutsideChanges();
-    bool finishCurrentPage();
+    void finishCurrentPage();
     void reportCommit(const KorDSMCommit::Outcome& outcome);
     void setModified(bool modified);
     void lookAround();
@@ -173,6 +172,5 @@ private:
     std::map<SourceId, std::size_t> m_seenProblems; // how many of a source's problems have been shown
     bool m_recording = true;
     bool m_handleSelection = true;
-    bool m_used = false;
     bool m_ready = false;
 };

@@ -63,10 +63,9 @@ void KorDSMMainDialog::onItemCommand(int id) {
     }
 }
 
-bool KorDSMMainDialog::finishCurrentPage() {
+void KorDSMMainDialog::finishCurrentPage() {
     if (KorDSMPage* page = KorDSMPage::currentPage())
         page->finishEditing();
-    return true;
 }
 
 void KorDSMMainDialog::apply() {
@@ -140,7 +139,6 @@ void KorDSMMainDialog::showReports() {
 }
 
 void KorDSMMainDialog::use() {
-    m_used = true;
     m_tabs->finishCurrentPage();
     KorDSMDatabaseItem* item = currentItem();
     if (!item)

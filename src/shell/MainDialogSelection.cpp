@@ -83,7 +83,7 @@ void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
     if (!item) {
         showList(nullptr);
     } else {
-        showRightSide(*item, text);
+        showRightSide(*item);
         m_status->setText(toQt(statusText(*item, text)));
         rememberSelection(*item, entry);
     }
@@ -101,7 +101,7 @@ void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
     control->setDragAllowed(above && isGroupType(above->m_Type));
 }
 
-void KorDSMMainDialog::showRightSide(KorDSMDatabaseItem& item, const KorString&) {
+void KorDSMMainDialog::showRightSide(KorDSMDatabaseItem& item) {
     eItemType group = item.m_Type;
     if (group == kAnnotationArrangement) {
         if (!item.record()) {
