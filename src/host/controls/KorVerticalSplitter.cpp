@@ -1,5 +1,8 @@
 #include "controls/KorVerticalSplitter.h"
 
+#include "base/Translation.h"
+#include "controls/KorQt.h"
+
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyleOptionFocusRect>
@@ -14,7 +17,7 @@ class Bar : public QSplitterHandle {
 public:
     explicit Bar(KorVerticalSplitter* splitter) : QSplitterHandle(Qt::Horizontal, splitter) {
         setFocusPolicy(Qt::TabFocus);
-        setAccessibleName(KorVerticalSplitter::tr("Divider"));
+        setAccessibleName(toQt(translated("Divider")));
     }
 
 protected:
