@@ -122,7 +122,7 @@ void KorDSMMainDialog::onMessage(const KorMessage& message) {
         for (int i = 0; child && i < goTo.childIndex; ++i)
             child = control->getNextSiblingItem(child);
         if (child)
-            control->selectItem(child);
+            selectEntry(child);
         break;
     }
     case DsmProgress::kNumber:

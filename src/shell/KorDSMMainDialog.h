@@ -92,6 +92,7 @@ private:
     void onSourceChosen(eViewSections section, void* data);
     void rebuildTrees();
     void applyFilter();
+    void refilter();
     bool clearFilter();
     void onOption(int index, bool checked);
 
@@ -107,6 +108,7 @@ private:
     SelectionFacts factsOf(const KorDSMTreeItemData* data);
     void historyStep(std::optional<KorDSMSelectionHistory::Entry> entry);
     void goUp();
+    void selectEntry(KorTreeHandle entry);
     void onListActivated(int row);
     KorDSMDatabaseItem* currentItem() const { return KorDSMSectionTree::itemOf(m_currentEntry); }
 
@@ -167,7 +169,6 @@ private:
     QPushButton* m_use = nullptr;
 
     KorTreeHandle m_currentEntry = nullptr;
-    KorDSMDatabaseItem* m_filteredOut = nullptr; // the item shown, while the filter hides its entry
     std::vector<QAction*> m_commandActions; // one per item command, in the strip's order
     std::map<SourceId, std::size_t> m_seenProblems; // how many of a source's problems have been shown
     bool m_recording = true;

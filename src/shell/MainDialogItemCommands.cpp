@@ -102,6 +102,7 @@ void KorDSMMainDialog::renameItem() {
     const KorDSMItemCommands::Outcome outcome = KorDSMItemCommands::renameItem(*item, dialog.name());
     if (!outcome.done)
         return refuse(outcome.refusal);
+    currentTree().namesChanged();
     sendNotice(outcome.notice);
     reloadPage();
 }
@@ -119,17 +120,19 @@ void KorDSMMainDialog::deleteItem() {
     QMessageBox box(QMessageBox::Information, toQt(ups(19960)), question, QMessageBox::Yes | QMessageBox::No, this);
     if (box.exec() != QMessageBox::Yes)
         return;
-    clearFilter();
     // The page must let go of the item before it is gone.
     m_tabs->finishCurrentPage();
     m_tabs->setCurrentContent(nullptr);
     KorDSMItemCommands::DeleteOutcome outcome = KorDSMItemCommands::deleteItem(*item);
-    if (!outcome.done)
+    if (!outcome.done) {
+        showRightSide(*item);
         return refuse(outcome.refusal);
+    }
     for (const auto& removed : outcome.removed)
         if (removed->m_hTreeItem)
             currentTree().deleteEntry(removed->m_hTreeItem);
     m_list->deleteSelectedItems();
+    refilter();
     sendNotice(outcome.notice);
 }
 
@@ -193,7 +196,6 @@ void KorDSMMainDialog::undoOrRedo(bool undo) {
     const std::vector<KorDSMRowChange> changes = undo ? KorDSMUndo::undo() : KorDSMUndo::redo();
     if (changes.empty())
         return;
-    clearFilter();
     // The page lets go of an item that may be gone when the items have followed.
     m_tabs->finishCurrentPage();
     KorDSMDatabaseItem* shown = currentItem();
@@ -214,6 +216,7 @@ void KorDSMMainDialog::undoOrRedo(bool undo) {
         for (KorDSMDatabaseItem* item : *items)
             if (KorDsmSectionItem* section = KorDSMItemPath::sectionOf(*item))
                 tree(section->m_Section).addEntry(*item);
+    refilter();
     m_tabs->resumeCurrentPage();
 }
 
@@ -286,8 +289,10 @@ void KorDSMMainDialog::dropEntry(KorTreeHandle from, KorTreeHandle to) {
     finishCurrentPage();
     m_tabs->setCurrentContent(nullptr);
     const KorDSMItemCommands::Outcome outcome = KorDSMItemCommands::moveToGroup(*item, *group);
-    if (!outcome.done)
+    if (!outcome.done) {
+        showRightSide(*item);
         return refuse(outcome.refusal);
+    }
     currentTree().deleteEntry(from);
     showNewItems({item});
     sendNotice(outcome.notice);
