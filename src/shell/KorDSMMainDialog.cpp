@@ -10,6 +10,7 @@
 #include "model/KorDSMDialogFactory.h"
 #include "services/CKorHelp.h"
 #include "session/KorDSMItemPath.h"
+#include "shell/KorDSMUndoStrip.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -213,6 +214,7 @@ void KorDSMMainDialog::lookAround() {
 
 void KorDSMMainDialog::setModified(bool modified) {
     m_apply->setEnabled(modified);
+    m_undoStrip->update();
     m_structure.setUpdateStatus(KorDSMDataStructure::kReloadRequested);
 }
 

@@ -19,6 +19,7 @@
 
 class KorButtonGroup;
 class KorButtonGroupMenu;
+class KorDSMUndoStrip;
 class KorListCtrl;
 class KorTabCtrl;
 class QAction;
@@ -123,7 +124,9 @@ private:
     void renameItem();
     void deleteItem();
     void importStyles();
-    void undoOrRedo(bool undo);
+    void undo(int steps);
+    void redo(int steps);
+    void followChanges(const std::vector<KorDSMRowChange>& changes);
     void showContextMenu(KorTreeHandle entry, const QPoint& position);
     void dropEntry(KorTreeHandle from, KorTreeHandle to);
     void showNewItems(const std::vector<KorDSMDatabaseItem*>& items);
@@ -157,6 +160,7 @@ private:
 
     KorButtonGroup* m_itemCommands = nullptr;
     KorButtonGroup* m_navigation = nullptr;
+    KorDSMUndoStrip* m_undoStrip = nullptr;
     KorButtonGroupMenu* m_sections = nullptr;
     KorTabCtrl* m_tabs = nullptr;
     KorListCtrl* m_list = nullptr;

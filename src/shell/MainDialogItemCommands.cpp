@@ -191,9 +191,20 @@ void KorDSMMainDialog::importStyles() {
                                 KorString::number(static_cast<std::int64_t>(report.alreadyThere.size()))})));
 }
 
-void KorDSMMainDialog::undoOrRedo(bool undo) {
+void KorDSMMainDialog::undo(int steps) {
     finishCurrentPage();
-    const std::vector<KorDSMRowChange> changes = undo ? KorDSMUndo::undo() : KorDSMUndo::redo();
+    while (steps-- > 0)
+        followChanges(KorDSMUndo::undo());
+}
+
+void KorDSMMainDialog::redo(int steps) {
+    finishCurrentPage();
+    while (steps-- > 0)
+        followChanges(KorDSMUndo::redo());
+}
+
+// Brings items, trees and the page shown in line with rows that are different now.
+void KorDSMMainDialog::followChanges(const std::vector<KorDSMRowChange>& changes) {
     if (changes.empty())
         return;
     // The page lets go of an item that may be gone when the items have followed.
@@ -270,11 +281,11 @@ void KorDSMMainDialog::showContextMenu(KorTreeHandle entry, const QPoint& positi
     QAction* undo = menu.addAction(toQt(KorDSMUndo::undoText()));
     undo->setShortcut(QKeySequence::Undo);
     undo->setEnabled(KorDSMUndo::canUndo());
-    connect(undo, &QAction::triggered, this, [this] { undoOrRedo(true); });
+    connect(undo, &QAction::triggered, this, [this] { this->undo(1); });
     QAction* redo = menu.addAction(toQt(KorDSMUndo::redoText()));
     redo->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
     redo->setEnabled(KorDSMUndo::canRedo());
-    connect(redo, &QAction::triggered, this, [this] { undoOrRedo(false); });
+    connect(redo, &QAction::triggered, this, [this] { this->redo(1); });
     menu.exec(position);
 }
 

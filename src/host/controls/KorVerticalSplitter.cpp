@@ -1,5 +1,7 @@
 #include "controls/KorVerticalSplitter.h"
 
+#include "controls/KorStyle.h"
+
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyleOptionFocusRect>
@@ -37,7 +39,7 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         const int middle = width() / 2;
-        painter.setPen(palette().color(QPalette::Mid));
+        painter.setPen(KorStyle::lineColor(palette(), QPalette::Window));
         painter.drawLine(middle, 0, middle, height());
         if (!hasFocus())
             return;
