@@ -24,8 +24,6 @@ constexpr int kDeletion = 244; // "deletion of "%s""
 
 constexpr std::size_t kLongestName = 40;
 
-using Steps = std::vector<const PendingStep*>;
-
 PendingLog& pending() {
     return StyleDatabases::current().pending();
 }
@@ -50,13 +48,12 @@ const StructRecord* wholeOf(const PendingStep& step, const StructRecord& part) {
     return nullptr;
 }
 
-// The step that says what the group was about: a record that came or went, rather than its parts.
-const PendingStep& principal(const Steps& steps) {
-    const auto step = std::ranges::find_if(steps, [](const PendingStep* candidate) {
-        return candidate->action != PendingStep::eAction::kCell &&
-               !belongsToOthers(*findTable(candidate->table));
+// The step that says what the command was about: a record that came or went, rather than its parts.
+const PendingStep& principal(std::span<const PendingStep> steps) {
+    const auto step = std::ranges::find_if(steps, [](const PendingStep& candidate) {
+        return candidate.action != PendingStep::eAction::kCell && !belongsToOthers(*findTable(candidate.table));
     });
-    return step == steps.end() ? *steps.front() : **step;
+    return step == steps.end() ? steps.front() : *step;
 }
 
 KorString describe(const PendingStep& step, const StructRecord& record, const StructRecord* whole) {
@@ -72,20 +69,25 @@ KorString describe(const PendingStep& step, const StructRecord& record, const St
 }
 
 // Commands name their groups; what is only labelled with the name of a record tells what it did itself.
-KorString describe(const KorString& label, const Steps& steps) {
-    if (steps.empty())
-        return {};
-    const PendingStep& step = principal(steps);
+KorString describe(const PendingCommand& command) {
+    const PendingStep& step = principal(command.steps);
     const StructRecord* record = recordOf(step);
     if (!record)
-        return menuName(label);
+        return menuName(command.label);
     const StructRecord* whole = wholeOf(step, *record);
-    const bool isName = label == record->name || (whole && label == whole->name);
-    return label.isEmpty() || isName ? describe(step, *record, whole) : label;
+    const bool isName = command.label == record->name || (whole && command.label == whole->name);
+    return command.label.isEmpty() || isName ? describe(step, *record, whole) : command.label;
 }
 
-KorString menuText(int prompt, const KorString& what) {
-    return KorString::format(dsm(prompt), {what}).trimmed();
+std::vector<KorString> describe(const std::vector<PendingCommand>& commands) {
+    std::vector<KorString> texts;
+    for (const PendingCommand& command : commands)
+        texts.push_back(describe(command));
+    return texts;
+}
+
+KorString menuText(int prompt, const std::vector<KorString>& steps) {
+    return KorString::format(dsm(prompt), {steps.empty() ? KorString() : steps.front()}).trimmed();
 }
 
 // What was done to the rows, when all steps of the group have been applied.
@@ -140,11 +142,19 @@ bool canRedo() {
 }
 
 KorString undoText() {
-    return menuText(kUndo, describe(pending().undoLabel(), pending().undoSteps()));
+    return menuText(kUndo, undoSteps(1));
 }
 
 KorString redoText() {
-    return menuText(kRedo, describe(pending().redoLabel(), pending().redoSteps()));
+    return menuText(kRedo, redoSteps(1));
+}
+
+std::vector<KorString> undoSteps(std::size_t most) {
+    return describe(pending().undoable(most));
+}
+
+std::vector<KorString> redoSteps(std::size_t most) {
+    return describe(pending().redoable(most));
 }
 
 std::vector<KorDSMRowChange> undo() {

@@ -29,6 +29,10 @@ bool canRedo();
 /// behind it when there is no step.
 KorString undoText();
 KorString redoText();
+/// What the steps did, as: change of Title position of "Beam A"; the one taken back or brought again first
+/// comes first. No more than `most` of them.
+std::vector<KorString> undoSteps(std::size_t most);
+std::vector<KorString> redoSteps(std::size_t most);
 
 /// A record's name as menus show it: longer than 40 characters it is cut, lest a menu become wider than the
 /// screen.

@@ -10,6 +10,7 @@
 #include "model/KorDSMDialogFactory.h"
 #include "services/CKorHelp.h"
 #include "session/KorDSMItemPath.h"
+#include "shell/KorDSMUndoStrip.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -122,7 +123,7 @@ void KorDSMMainDialog::onMessage(const KorMessage& message) {
         for (int i = 0; child && i < goTo.childIndex; ++i)
             child = control->getNextSiblingItem(child);
         if (child)
-            control->selectItem(child);
+            selectEntry(child);
         break;
     }
     case DsmProgress::kNumber:
@@ -213,6 +214,7 @@ void KorDSMMainDialog::lookAround() {
 
 void KorDSMMainDialog::setModified(bool modified) {
     m_apply->setEnabled(modified);
+    m_undoStrip->update();
     m_structure.setUpdateStatus(KorDSMDataStructure::kReloadRequested);
 }
 

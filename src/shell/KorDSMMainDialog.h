@@ -19,6 +19,7 @@
 
 class KorButtonGroup;
 class KorButtonGroupMenu;
+class KorDSMUndoStrip;
 class KorListCtrl;
 class KorTabCtrl;
 class QAction;
@@ -92,6 +93,7 @@ private:
     void onSourceChosen(eViewSections section, void* data);
     void rebuildTrees();
     void applyFilter();
+    void refilter();
     bool clearFilter();
     void onOption(int index, bool checked);
 
@@ -107,6 +109,7 @@ private:
     SelectionFacts factsOf(const KorDSMTreeItemData* data);
     void historyStep(std::optional<KorDSMSelectionHistory::Entry> entry);
     void goUp();
+    void selectEntry(KorTreeHandle entry);
     void onListActivated(int row);
     KorDSMDatabaseItem* currentItem() const { return KorDSMSectionTree::itemOf(m_currentEntry); }
 
@@ -121,7 +124,9 @@ private:
     void renameItem();
     void deleteItem();
     void importStyles();
-    void undoOrRedo(bool undo);
+    void undo(int steps);
+    void redo(int steps);
+    void followChanges(const std::vector<KorDSMRowChange>& changes);
     void showContextMenu(KorTreeHandle entry, const QPoint& position);
     void dropEntry(KorTreeHandle from, KorTreeHandle to);
     void showNewItems(const std::vector<KorDSMDatabaseItem*>& items);
@@ -155,6 +160,7 @@ private:
 
     KorButtonGroup* m_itemCommands = nullptr;
     KorButtonGroup* m_navigation = nullptr;
+    KorDSMUndoStrip* m_undoStrip = nullptr;
     KorButtonGroupMenu* m_sections = nullptr;
     KorTabCtrl* m_tabs = nullptr;
     KorListCtrl* m_list = nullptr;
@@ -167,7 +173,6 @@ private:
     QPushButton* m_use = nullptr;
 
     KorTreeHandle m_currentEntry = nullptr;
-    KorDSMDatabaseItem* m_filteredOut = nullptr; // the item shown, while the filter hides its entry
     std::vector<QAction*> m_commandActions; // one per item command, in the strip's order
     std::map<SourceId, std::size_t> m_seenProblems; // how many of a source's problems have been shown
     bool m_recording = true;

@@ -98,8 +98,6 @@ void KorDSMSectionTree::buildFullTree() {
     KorTreeHandle root = m_tree->insertItem(m_section.getDisplayName(), m_section.m_IconIndex);
     bind(m_section, root);
     for (KorDSMDatabaseItem* database : m_section.children()) {
-        if (!passes(*database))
-            continue;
         const KorTreeItem entry = entryFor(*database);
         KorTreeHandle handle = m_tree->insertItem(entry.text, entry.image, root);
         bind(*database, handle);
@@ -173,13 +171,12 @@ void KorDSMSectionTree::loadChildren(KorDSMDatabaseItem& item) {
 void KorDSMSectionTree::insertChildren(KorDSMDatabaseItem& item, KorTreeHandle entry) {
     std::vector<KorTreeItem> entries;
     entries.reserve(static_cast<std::size_t>(item.children().length()));
-    for (KorDSMDatabaseItem* child : item.children())
-        if (passes(*child))
-            entries.push_back(entryFor(*child));
+    for (KorDSMDatabaseItem* child : item.children()) {
+        entries.push_back(entryFor(*child));
+        entries.back().hidden = !passes(*child);
+    }
     KorTreeHandle handle = m_tree->insertItems(entry, entries);
     for (KorDSMDatabaseItem* child : item.children()) {
-        if (!passes(*child))
-            continue;
         bind(*child, handle);
         handle = m_tree->getNextSiblingItem(handle);
     }
@@ -221,21 +218,28 @@ bool KorDSMSectionTree::passes(const KorDSMDatabaseItem& item) const {
     return step != nullptr;
 }
 
-void KorDSMSectionTree::setFilter(const KorString& text, bool fullTree, KorDsmAddInContentItem& source) {
+void KorDSMSectionTree::openFirst(const std::vector<KorDSMDatabaseItem*>& found) {
     constexpr std::size_t kMostOpened = 40;
-    if (m_filter.isEmpty() || text.isEmpty()) {
-        m_names.clear();
-        if (!text.isEmpty())
-            indexNames(m_section);
-    }
-    m_filter = text.trimmed().lowered();
-    const std::vector<KorDSMDatabaseItem*> found = m_filter.isEmpty() ? std::vector<KorDSMDatabaseItem*>() : findMatches();
-    if (fullTree)
-        buildFullTree();
-    else
-        fillFromSource(source);
     for (std::size_t i = 0; i < std::min(found.size(), kMostOpened); ++i)
         reveal(*found[i]);
+}
+
+void KorDSMSectionTree::setFilter(const KorString& text) {
+    const KorTreeHandle root = m_tree->getRoot();
+    m_filter = text.trimmed().lowered();
+    if (m_filter.isEmpty() || !root) {
+        m_names.clear();
+        m_tree->setFilter(nullptr);
+        return;
+    }
+    if (m_names.empty())
+        indexNames(*itemOf(root));
+    const std::vector<KorDSMDatabaseItem*> found = findMatches();
+    m_tree->setFilter([this, root](const KorTreeEntry& entry) {
+        const auto* data = static_cast<const KorDSMTreeItemData*>(entry.data);
+        return &entry == root || (data && data->getItem() && passes(*data->getItem()));
+    });
+    openFirst(found);
 }
 
 KorTreeHandle KorDSMSectionTree::addEntry(KorDSMDatabaseItem& item) {

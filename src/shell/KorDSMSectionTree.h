@@ -27,10 +27,11 @@ public:
     void fillFromSource(KorDsmAddInContentItem& source);
     void clear();
 
-    /// Shows only items whose names contain `text`, in any case, with what is above them and below them; an
-    /// empty text shows everything. The tree is made anew, opened at the first matches.
-    void setFilter(const KorString& text, bool fullTree, KorDsmAddInContentItem& source);
-    bool isFiltered() const { return !m_filter.isEmpty(); }
+    /// Shows only items whose names contain `text`, in any case, with what is above them and below them,
+    /// opened at the first matches; an empty text shows everything, opened as it was before.
+    void setFilter(const KorString& text);
+    /// Items came, went or changed their names: the next filter looks at all of them anew.
+    void namesChanged() { m_names.clear(); }
 
     /// The entry's item data, or null.
     static KorDSMTreeItemData* dataOf(KorTreeHandle entry);
@@ -61,6 +62,7 @@ private:
     KorTreeItem entryFor(KorDSMDatabaseItem& item) const;
     void indexNames(KorDSMDatabaseItem& item);
     std::vector<KorDSMDatabaseItem*> findMatches();
+    void openFirst(const std::vector<KorDSMDatabaseItem*>& found);
     bool passes(const KorDSMDatabaseItem& item) const;
     KorTreeHandle childWithText(KorTreeHandle entry, const KorString& text) const;
 

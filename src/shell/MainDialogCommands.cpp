@@ -8,6 +8,7 @@
 #include "services/Prompts.h"
 #include "session/KorDSMHandOver.h"
 #include "shell/KorDSMMainDialog.h"
+#include "shell/KorDSMUndoStrip.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -71,6 +72,7 @@ void KorDSMMainDialog::finishCurrentPage() {
 void KorDSMMainDialog::apply() {
     finishCurrentPage();
     const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndGoOn();
+    m_undoStrip->update();
     if (outcome.ok())
         m_apply->setEnabled(false);
     else

@@ -102,6 +102,7 @@ void KorDSMMainDialog::renameItem() {
     const KorDSMItemCommands::Outcome outcome = KorDSMItemCommands::renameItem(*item, dialog.name());
     if (!outcome.done)
         return refuse(outcome.refusal);
+    currentTree().namesChanged();
     sendNotice(outcome.notice);
     reloadPage();
 }
@@ -119,17 +120,19 @@ void KorDSMMainDialog::deleteItem() {
     QMessageBox box(QMessageBox::Information, toQt(ups(19960)), question, QMessageBox::Yes | QMessageBox::No, this);
     if (box.exec() != QMessageBox::Yes)
         return;
-    clearFilter();
     // The page must let go of the item before it is gone.
     m_tabs->finishCurrentPage();
     m_tabs->setCurrentContent(nullptr);
     KorDSMItemCommands::DeleteOutcome outcome = KorDSMItemCommands::deleteItem(*item);
-    if (!outcome.done)
+    if (!outcome.done) {
+        showRightSide(*item);
         return refuse(outcome.refusal);
+    }
     for (const auto& removed : outcome.removed)
         if (removed->m_hTreeItem)
             currentTree().deleteEntry(removed->m_hTreeItem);
     m_list->deleteSelectedItems();
+    refilter();
     sendNotice(outcome.notice);
 }
 
@@ -188,12 +191,22 @@ void KorDSMMainDialog::importStyles() {
                                 KorString::number(static_cast<std::int64_t>(report.alreadyThere.size()))})));
 }
 
-void KorDSMMainDialog::undoOrRedo(bool undo) {
+void KorDSMMainDialog::undo(int steps) {
     finishCurrentPage();
-    const std::vector<KorDSMRowChange> changes = undo ? KorDSMUndo::undo() : KorDSMUndo::redo();
+    while (steps-- > 0)
+        followChanges(KorDSMUndo::undo());
+}
+
+void KorDSMMainDialog::redo(int steps) {
+    finishCurrentPage();
+    while (steps-- > 0)
+        followChanges(KorDSMUndo::redo());
+}
+
+// Brings items, trees and the page shown in line with rows that are different now.
+void KorDSMMainDialog::followChanges(const std::vector<KorDSMRowChange>& changes) {
     if (changes.empty())
         return;
-    clearFilter();
     // The page lets go of an item that may be gone when the items have followed.
     m_tabs->finishCurrentPage();
     KorDSMDatabaseItem* shown = currentItem();
@@ -214,6 +227,7 @@ void KorDSMMainDialog::undoOrRedo(bool undo) {
         for (KorDSMDatabaseItem* item : *items)
             if (KorDsmSectionItem* section = KorDSMItemPath::sectionOf(*item))
                 tree(section->m_Section).addEntry(*item);
+    refilter();
     m_tabs->resumeCurrentPage();
 }
 
@@ -267,11 +281,11 @@ void KorDSMMainDialog::showContextMenu(KorTreeHandle entry, const QPoint& positi
     QAction* undo = menu.addAction(toQt(KorDSMUndo::undoText()));
     undo->setShortcut(QKeySequence::Undo);
     undo->setEnabled(KorDSMUndo::canUndo());
-    connect(undo, &QAction::triggered, this, [this] { undoOrRedo(true); });
+    connect(undo, &QAction::triggered, this, [this] { this->undo(1); });
     QAction* redo = menu.addAction(toQt(KorDSMUndo::redoText()));
     redo->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
     redo->setEnabled(KorDSMUndo::canRedo());
-    connect(redo, &QAction::triggered, this, [this] { undoOrRedo(false); });
+    connect(redo, &QAction::triggered, this, [this] { this->redo(1); });
     menu.exec(position);
 }
 
@@ -286,8 +300,10 @@ void KorDSMMainDialog::dropEntry(KorTreeHandle from, KorTreeHandle to) {
     finishCurrentPage();
     m_tabs->setCurrentContent(nullptr);
     const KorDSMItemCommands::Outcome outcome = KorDSMItemCommands::moveToGroup(*item, *group);
-    if (!outcome.done)
+    if (!outcome.done) {
+        showRightSide(*item);
         return refuse(outcome.refusal);
+    }
     currentTree().deleteEntry(from);
     showNewItems({item});
     sendNotice(outcome.notice);

@@ -145,21 +145,22 @@ void KorDSMMainDialog::onSourceChosen(eViewSections section, void* nodeData) {
     showSection(false);
 }
 
+// What is shown at the right stays there, whether its entry passes the filter or not.
 void KorDSMMainDialog::applyFilter() {
-    const eViewSections section = m_structure.getSelectedSection();
-    KorDsmAddInContentItem* source = currentSourceNode(section);
-    if (!source)
-        return;
-    // What is shown at the right stays there; its entry is selected again when it passes the filter.
-    KorDSMDatabaseItem* shown = m_currentEntry ? currentItem() : m_filteredOut;
     m_handleSelection = false;
-    currentTree().setFilter(fromQt(m_filter->text()), m_structure.getShowFullTree(), *source);
-    m_currentEntry = shown ? currentTree().reveal(*shown) : nullptr;
-    m_filteredOut = m_currentEntry ? nullptr : shown;
-    if (m_currentEntry)
-        currentTree().control()->selectItem(m_currentEntry);
+    KorTreeCtrl* control = currentTree().control();
+    currentTree().setFilter(fromQt(m_filter->text()));
+    if (m_currentEntry && !control->isHidden(m_currentEntry) && control->selectedItem() != m_currentEntry)
+        control->selectItem(m_currentEntry);
     m_handleSelection = true;
-    updateCommandStates(KorDSMSectionTree::dataOf(m_currentEntry));
+}
+
+// Items came or went while a filter may be set.
+void KorDSMMainDialog::refilter() {
+    for (SectionSlot& section : m_slots)
+        section.tree->namesChanged();
+    if (!m_filter->text().isEmpty())
+        applyFilter();
 }
 
 bool KorDSMMainDialog::clearFilter() {

@@ -72,7 +72,6 @@ void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
     // The page shown stores what was typed while its own source is still current.
     m_tabs->finishCurrentPage();
     m_currentEntry = entry;
-    m_filteredOut = nullptr;
     const KorDSMTreeItemData* entryData = KorDSMSectionTree::dataOf(entry);
     KorDSMDatabaseItem* item = entryData ? entryData->getItem() : nullptr;
     selectItemDatabase(item);
@@ -204,11 +203,19 @@ void KorDSMMainDialog::onNavigation(int id) {
 void KorDSMMainDialog::historyStep(std::optional<KorDSMSelectionHistory::Entry> entry) {
     m_recording = false;
     if (entry && entry->section == m_structure.getSelectedSection())
-        currentTree().control()->selectItem(entry->entry);
+        selectEntry(entry->entry);
     else if (entry)
         switchSection(entry->section);
     m_recording = true;
     updateCommandStates(KorDSMSectionTree::dataOf(m_currentEntry));
+}
+
+// An entry that the filter hides can only be shown without the filter.
+void KorDSMMainDialog::selectEntry(KorTreeHandle entry) {
+    KorTreeCtrl* control = currentTree().control();
+    if (control->isHidden(entry))
+        clearFilter();
+    control->selectItem(entry);
 }
 
 void KorDSMMainDialog::goUp() {
@@ -216,7 +223,7 @@ void KorDSMMainDialog::goUp() {
     KorTreeHandle selected = control->selectedItem();
     KorTreeHandle parent = selected ? control->getParentItem(selected) : nullptr;
     if (parent)
-        control->selectItem(parent);
+        selectEntry(parent);
     else
         m_navigation->enableButton(kUp, false);
 }

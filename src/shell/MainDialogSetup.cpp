@@ -11,6 +11,7 @@
 #include "services/KordoBitmaps.h"
 #include "services/Prompts.h"
 #include "shell/KorDSMMainDialog.h"
+#include "shell/KorDSMUndoStrip.h"
 
 #include <QAction>
 #include <QBoxLayout>
@@ -146,6 +147,10 @@ void KorDSMMainDialog::setUpStrips() {
     }
     connect(m_navigation, &KorButtonGroup::buttonPressed, this, &KorDSMMainDialog::onNavigation);
 
+    m_undoStrip = new KorDSMUndoStrip(KorControls::find<KorButtonGroup>(this, 1211));
+    connect(m_undoStrip, &KorDSMUndoStrip::undoWanted, this, &KorDSMMainDialog::undo);
+    connect(m_undoStrip, &KorDSMUndoStrip::redoWanted, this, &KorDSMMainDialog::redo);
+
     m_sections = KorControls::find<KorButtonGroupMenu>(this, 1233);
     KorButtonGroup* strip = m_sections->buttonGroup();
     KorControls::setId(strip, 1234);
@@ -190,8 +195,8 @@ void KorDSMMainDialog::setUpActions() {
         connect(action, &QAction::triggered, this, call);
         addAction(action);
     };
-    addKey(QKeySequence::Undo, [this] { undoOrRedo(true); });
-    addKey(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), [this] { undoOrRedo(false); });
+    addKey(QKeySequence::Undo, [this] { undo(1); });
+    addKey(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), [this] { redo(1); });
     // Delete belongs to the tree: in a field or a grid it deletes what is there.
     for (SectionSlot& section : m_slots) {
         auto* remove = new QAction(section.tree->control());
@@ -255,6 +260,7 @@ void KorDSMMainDialog::setUpTabOrder() {
     for (SectionSlot& section : m_slots)
         next(section.tree->control());
     next(m_navigation);
+    next(KorControls::find<KorButtonGroup>(this, 1211));
     next(m_tabs);
     next(m_list);
     for (const int button : {1098, 1, 2, 3})

@@ -198,3 +198,32 @@ TEST_F(TreeCtrl, AnEntryIsDroppedWhereItIsAccepted) {
     EXPECT_EQ(drops, (std::vector<std::pair<KorTreeHandle, KorTreeHandle>>{{c, b}}));
     EXPECT_EQ(tree.childCount(root), 3) << "the tree itself moves nothing";
 }
+
+TEST_F(TreeCtrl, AFilterHidesEntriesAndLeavesThemWhereTheyAre) {
+    tree.expand(a);
+    tree.selectItem(c);
+    tree.setFilter([this](const KorTreeEntry& entry) {
+        return &entry == root || &entry == a || &entry == a2 || entry.text.view() == "new";
+    });
+    const auto inView = [this] {
+        std::vector<std::string> texts;
+        for (QModelIndex at = tree.model()->index(0, 0); at.isValid(); at = tree.indexBelow(at))
+            texts.push_back(at.data().toString().toStdString());
+        return texts;
+    };
+    EXPECT_EQ(inView(), (std::vector<std::string>{"root", "a", "a2"}));
+    EXPECT_TRUE(tree.isHidden(b));
+    EXPECT_EQ(tree.childCount(root), 3);
+    // Entries come and go on both sides of what is hidden.
+    tree.insertItem("new", -1, root);
+    tree.insertItems(root, {{KorString("unseen"), -1, nullptr, false, true}, {KorString("seen")}});
+    tree.deleteItem(b);
+    tree.insertItem("first", -1, a, nullptr, KorTreeCtrl::first());
+    EXPECT_EQ(inView(), (std::vector<std::string>{"root", "a", "first", "a2", "new", "seen"}));
+    tree.selectItem(a2);
+    tree.deleteItem(a2);
+    EXPECT_EQ(tree.getItemText(tree.selectedItem()).view(), "first");
+    tree.collapse(a);
+    tree.setFilter(nullptr);
+    EXPECT_EQ(inView(), (std::vector<std::string>{"root", "a", "first", "a1", "c", "new", "unseen", "seen"}));
+}

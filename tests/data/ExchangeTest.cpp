@@ -88,7 +88,7 @@ TEST_F(ExchangeTest, ImportIsOnePendingGroupAndIsStoredByTheCommit) {
     ASSERT_EQ(import("Column", &report), Exports::kDone);
     ASSERT_EQ(report.imported, std::vector<KorString>{"Column"});
     EXPECT_EQ(report.rowsAppended, rowCount(kUser));
-    EXPECT_EQ(databases.pending().undoLabel(), "Column");
+    EXPECT_EQ(databases.pending().undoable(1).front().label, "Column");
     databases.undo();
     EXPECT_EQ(rowCount(kUser), 0);
     EXPECT_TRUE(databases.pending().isEmpty());

@@ -48,7 +48,7 @@ TEST_F(PendingTest, UndoAndRedoTakeWholeCommandsAndKeepIndexesRight) {
     const auto map = row<StructDetObjReprMap>(kUser, "Steel")->key;
     EXPECT_EQ(databases.remove(kTableReprMap, map), 1);
     EXPECT_EQ(count<StructDetObjReprMapKey>(kUser), 0) << "its parts go with it";
-    EXPECT_EQ(databases.pending().undoLabel(), "Steel");
+    EXPECT_EQ(databases.pending().undoable(1).front().label, "Steel");
     EXPECT_EQ(databases.undo().size(), 3u);
     EXPECT_EQ(partsOf(*databases.source(kUser), {kTableReprMap, map}).size(), 2u);
 

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QRadioButton>
 #include <QTest>
@@ -92,6 +93,31 @@ TEST_F(EditorFixture, UndoTakesTheLastEditBackInThePageThatShowsIt) {
     press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
     EXPECT_TRUE(button(3)->isEnabled());
+}
+
+TEST_F(EditorFixture, TheUndoMenuNamesTheStepsAndTakesBackAllDownToTheOneChosen) {
+    open();
+    select(kStyle);
+    showTab(1);
+    auto* strip = control<KorButtonGroup>(1211);
+    EXPECT_FALSE(strip->isButtonEnabled(1));
+    click(pageControl<QRadioButton>(kBelowDetail));
+    showTab(3);
+    click(pageControl<QRadioButton>(2310));
+    ASSERT_TRUE(strip->isButtonEnabled(1));
+    QMenu* menu = strip->button(1)->menu();
+    Q_EMIT menu->aboutToShow();
+    ASSERT_EQ(menu->actions().size(), 2);
+    EXPECT_EQ(menu->actions()[1]->text(), "change of Title position of \"HB post 1:15\"");
+    menu->actions()[1]->trigger();
+    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    EXPECT_FALSE(strip->isButtonEnabled(1));
+    click(strip->button(2));
+    showTab(1);
+    EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
+    click(button(3));
+    EXPECT_FALSE(strip->isButtonEnabled(1)) << "what is stored is taken back no more";
+    EXPECT_FALSE(strip->isButtonEnabled(2));
 }
 
 TEST_F(EditorFixture, ANewStyleComesIntoItsCategoryAndARecordInUseStays) {

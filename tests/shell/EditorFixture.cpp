@@ -71,6 +71,16 @@ void EditorFixture::close() {
     m_dialog.reset();
 }
 
+std::vector<std::string> EditorFixture::inView(const char* text) {
+    const QAbstractItemModel& model = *tree().model();
+    std::vector<std::string> texts;
+    const QModelIndexList found = model.match(model.index(0, 0), Qt::DisplayRole, QString::fromUtf8(text), 1,
+                                              Qt::MatchExactly | Qt::MatchRecursive);
+    for (int row = 0; !found.isEmpty() && row < model.rowCount(found.first()); ++row)
+        texts.push_back(model.index(row, 0, found.first()).data().toString().toStdString());
+    return texts;
+}
+
 KorTreeHandle EditorFixture::child(KorTreeHandle parent, const char* text) {
     tree().expand(parent);
     KorTreeHandle entry = tree().getChildItem(parent);

@@ -21,6 +21,8 @@ protected:
     /// Walks down the tree by entry texts, from the root's children on, and selects the last one.
     KorTreeHandle select(const std::vector<const char*>& path);
     KorTreeHandle child(KorTreeHandle parent, const char* text);
+    /// The texts below the entry of a text that the tree shows, as far as they are shown themselves.
+    std::vector<std::string> inView(const char* text);
     KorTreeCtrl& tree() { return *m_dialog->currentTree().control(); }
 
     template <typename T>

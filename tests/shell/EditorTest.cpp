@@ -268,21 +268,44 @@ TEST_F(EditorFixture, TheWindowComesBackInItsSize) {
 
 TEST_F(EditorFixture, TheFilterKeepsMatchesWithWhatIsAboveThemAndEscapeClearsIt) {
     open();
+    select({"User", "Hallberg: site drawings"});
+    tree().expand(tree().selectedItem());
     select(kUserStyle);
     auto* filter = control<QLineEdit>(1210);
     filter->setFocus();
     QTest::keyClicks(filter, "RAILING");
-    KorTreeHandle user = child(tree().getRoot(), "User");
-    ASSERT_NE(user, nullptr);
-    EXPECT_EQ(tree().childCount(user), 1);
-    EXPECT_EQ(tree().getItemText(tree().getChildItem(user)).view(), "Hallberg: railings");
+    EXPECT_EQ(inView("User"), std::vector<std::string>{"Hallberg: railings"});
     EXPECT_TRUE(page()->isVisible());
     QTest::keyClick(filter, Qt::Key_Escape);
     EXPECT_TRUE(filter->text().isEmpty());
     EXPECT_TRUE(m_dialog->isVisible());
     EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:15");
-    user = child(tree().getRoot(), "User");
-    EXPECT_EQ(tree().childCount(user), 3);
+    KorTreeHandle user = child(tree().getRoot(), "User");
+    EXPECT_EQ(inView("User").size(), 3U);
+    EXPECT_TRUE(tree().isExpanded(child(user, "Hallberg: site drawings")));
+    EXPECT_FALSE(tree().isExpanded(child(user, "Hallberg: railings")));
+
+    // Where one has been before is still there, out of sight or not.
+    QTest::keyClicks(filter, "railing");
+    click(control<KorButtonGroup>(1012)->button(1042));
+    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "Hallberg: site drawings");
+    EXPECT_TRUE(filter->text().isEmpty());
+    filter->setFocus();
     QTest::keyClick(filter, Qt::Key_Escape);
     EXPECT_FALSE(m_dialog->isVisible());
+}
+
+TEST_F(EditorFixture, WhatIsFoundCanBeDeletedAndBroughtBackWithTheFilterSet) {
+    open();
+    auto* filter = control<QLineEdit>(1210);
+    QTest::keyClicks(filter, "beam,");
+    const std::vector<std::string> found = inView("Hallberg: posts and beams");
+    ASSERT_EQ(found, std::vector<std::string>{"HB beam, long, 1:10"});
+    select({"User", "Hallberg: posts and beams", "HB beam, long, 1:10"});
+    answerNext([this](QWidget* box) { click(static_cast<QMessageBox*>(box)->button(QMessageBox::Yes)); });
+    click(control<KorButtonGroup>(1011)->button(1035));
+    EXPECT_TRUE(inView("Hallberg: posts and beams").empty());
+    EXPECT_EQ(filter->text(), "beam,");
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(inView("Hallberg: posts and beams"), found);
 }

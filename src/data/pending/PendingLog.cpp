@@ -116,34 +116,36 @@ void PendingLog::forget(SourceId source) {
     std::erase_if(m_counts, [source](const auto& entry) { return entry.first.first == source; });
 }
 
-KorString PendingLog::labelOf(int group) const {
-    const auto it = m_labels.find(group);
-    return it == m_labels.end() ? KorString() : it->second;
+PendingCommand PendingLog::command(std::size_t first, std::size_t last) const {
+    const auto label = m_labels.find(m_steps[first].group);
+    return {label == m_labels.end() ? KorString() : label->second,
+            std::span(m_steps).subspan(first, last - first)};
 }
 
-KorString PendingLog::undoLabel() const {
-    return canUndo() ? labelOf(m_steps[m_position - 1].group) : KorString();
+std::vector<PendingCommand> PendingLog::undoable(std::size_t most) const {
+    std::vector<PendingCommand> commands;
+    std::size_t last = m_position;
+    while (last > 0 && commands.size() < most) {
+        std::size_t first = last - 1;
+        while (first > 0 && m_steps[first - 1].group == m_steps[first].group)
+            --first;
+        commands.push_back(command(first, last));
+        last = first;
+    }
+    return commands;
 }
 
-KorString PendingLog::redoLabel() const {
-    return canRedo() ? labelOf(m_steps[m_position].group) : KorString();
-}
-
-std::vector<const PendingStep*> PendingLog::undoSteps() const {
+std::vector<PendingCommand> PendingLog::redoable(std::size_t most) const {
+    std::vector<PendingCommand> commands;
     std::size_t first = m_position;
-    while (first > 0 && m_steps[first - 1].group == m_steps[m_position - 1].group)
-        --first;
-    std::vector<const PendingStep*> steps;
-    for (std::size_t i = first; i < m_position; ++i)
-        steps.push_back(&m_steps[i]);
-    return steps;
-}
-
-std::vector<const PendingStep*> PendingLog::redoSteps() const {
-    std::vector<const PendingStep*> steps;
-    for (std::size_t i = m_position; i < m_steps.size() && m_steps[i].group == m_steps[m_position].group; ++i)
-        steps.push_back(&m_steps[i]);
-    return steps;
+    while (first < m_steps.size() && commands.size() < most) {
+        std::size_t last = first + 1;
+        while (last < m_steps.size() && m_steps[last].group == m_steps[first].group)
+            ++last;
+        commands.push_back(command(first, last));
+        first = last;
+    }
+    return commands;
 }
 
 std::vector<PendingStep> PendingLog::takeUndo() {

@@ -23,6 +23,12 @@ struct PendingStep {
     int group = 0;                        ///< steps of one group are taken back together
 };
 
+/// Steps that are taken back and brought again together.
+struct PendingCommand {
+    KorString label;
+    std::span<const PendingStep> steps; ///< oldest first; valid until the log changes
+};
+
 /// The changes of all sources since they were last stored, in the order in which they were made. The tables
 /// in memory already show them; the log can take them back and bring them again, and says what a commit of
 /// one table has to write.
@@ -57,13 +63,10 @@ public:
 
     bool canUndo() const { return m_position > 0; }
     bool canRedo() const { return m_position < m_steps.size(); }
-    /// Label of the group that would be taken back or brought again; empty when there is none.
-    KorString undoLabel() const;
-    KorString redoLabel() const;
-    /// The steps of that group, oldest first. Valid until the log changes.
-    std::vector<const PendingStep*> undoSteps() const;
-    std::vector<const PendingStep*> redoSteps() const;
-    /// The steps of that group in the order in which the caller must apply them to the tables (backwards for
+    /// What can be taken back, the latest first, or brought again, what is next first; no more than `most`.
+    std::vector<PendingCommand> undoable(std::size_t most) const;
+    std::vector<PendingCommand> redoable(std::size_t most) const;
+    /// The steps of the first of these, in the order in which the caller must apply them to the tables (backwards for
     /// undo). Empty when there is none.
     std::vector<PendingStep> takeUndo();
     std::vector<PendingStep> takeRedo();
@@ -72,7 +75,7 @@ private:
     using Place = std::pair<SourceId, eTableType>;
 
     void addRowChange(const StyleTable& table, std::span<const PendingStep* const> steps, TableChange& change);
-    KorString labelOf(int group) const;
+    PendingCommand command(std::size_t first, std::size_t last) const;
     void count(const PendingStep& step, int by);
 
     std::vector<PendingStep> m_steps;

@@ -1,9 +1,11 @@
 #include "controls/KorButtonGroup.h"
 
+#include "base/KorAssert.h"
 #include "controls/KorQt.h"
 
 #include <QBoxLayout>
 #include <QKeyEvent>
+#include <QStyle>
 #include <QToolButton>
 
 #include <algorithm>
@@ -56,6 +58,15 @@ void KorButtonGroup::addButton(int id, const KorString& tooltip, const QIcon& ic
     m_layout->addWidget(widget);
     m_buttons.push_back({id, widget, true});
     keepOneTabStop();
+}
+
+void KorButtonGroup::setButtonMenu(int id, QMenu* menu) {
+    QToolButton* widget = button(id);
+    if (!KorAssert::check(widget != nullptr, "widget != NULL"))
+        return;
+    widget->setMenu(menu);
+    widget->setPopupMode(QToolButton::MenuButtonPopup);
+    widget->setFixedWidth(widget->width() + style()->pixelMetric(QStyle::PM_MenuButtonIndicator, nullptr, widget));
 }
 
 int KorButtonGroup::buttonCount() const {
@@ -162,6 +173,11 @@ bool KorButtonGroup::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     const auto* press = static_cast<QKeyEvent*>(event);
+    auto* widget = static_cast<QToolButton*>(watched);
+    if (press->key() == Qt::Key_Down && press->modifiers() == Qt::AltModifier && widget->menu()) {
+        widget->showMenu();
+        return true;
+    }
     switch (press->key()) {
     case Qt::Key_Left:
     case Qt::Key_Right:
@@ -169,11 +185,11 @@ bool KorButtonGroup::eventFilter(QObject* watched, QEvent* event) {
     case Qt::Key_Down:
     case Qt::Key_Home:
     case Qt::Key_End:
-        moveFocus(static_cast<QToolButton*>(watched), press->key());
+        moveFocus(widget, press->key());
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        static_cast<QToolButton*>(watched)->click();
+        widget->click();
         return true;
     default:
         return QWidget::eventFilter(watched, event);

@@ -8,6 +8,7 @@
 #include <vector>
 
 class QBoxLayout;
+class QMenu;
 class QToolButton;
 
 /// A strip of tool buttons of equal size, named by their command ids. The strip is one stop of the Tab
@@ -26,6 +27,8 @@ public:
 
     /// Appends a button. Its tooltip is also its accessible name.
     void addButton(int id, const KorString& tooltip, const QIcon& icon);
+    /// Gives a button a menu, opened by the arrow beside its picture, or by Alt and the down key.
+    void setButtonMenu(int id, QMenu* menu);
     int buttonCount() const;
     /// The id of the button at a position, -1 when there is none.
     int buttonId(int index) const;

@@ -1,6 +1,7 @@
 #include "controls/KorListCtrl.h"
 
 #include "controls/KorItemSelection.h"
+#include "controls/KorStyle.h"
 
 #include "base/KorAssert.h"
 #include "controls/KorListModel.h"
@@ -77,7 +78,7 @@ void KorListCtrl::drawRow(QPainter* painter, const QStyleOptionViewItem& options
     QTreeView::drawRow(painter, options, index);
     if (!m_gridLines)
         return;
-    painter->setPen(palette().color(QPalette::Mid));
+    painter->setPen(KorStyle::lineColor(palette(), QPalette::Base));
     const QRect row = options.rect;
     painter->drawLine(row.bottomLeft(), row.bottomRight());
     for (int column = 0; column < columnCount(); ++column) {

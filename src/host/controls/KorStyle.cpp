@@ -123,6 +123,11 @@ QPalette KorStyle::palette(bool dark) {
     return light;
 }
 
+QColor KorStyle::lineColor(const QPalette& palette, QPalette::ColorRole ground) {
+    constexpr double kShareOfText = 0.25;
+    return mixed(palette.color(QPalette::Text), palette.color(ground), kShareOfText);
+}
+
 void KorStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
@@ -141,6 +146,16 @@ void KorStyle::drawComplexControl(ComplexControl control, const QStyleOptionComp
     frame.QStyleOption::operator=(*option);
     frame.rect = option->rect.adjusted(1, 1, -1, -1);
     QProxyStyle::drawPrimitive(PE_FrameFocusRect, &frame, painter, widget);
+}
+
+QSize KorStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                 const QWidget* widget) const {
+    QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    constexpr int kBeforeArrow = 8; // else the text runs into the arrow of the menu
+    if (type == CT_PushButton && button && (button->features & QStyleOptionButton::HasMenu))
+        result.rwidth() += kBeforeArrow;
+    return result;
 }
 
 QPixmap KorStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap,

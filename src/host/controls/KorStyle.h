@@ -15,10 +15,15 @@ public:
     /// A complete light or dark palette that goes with this style.
     static QPalette palette(bool dark);
 
+    /// The colour of thin lines that divide what stands on `ground`: seen, not shouting, in any palette.
+    static QColor lineColor(const QPalette& palette, QPalette::ColorRole ground);
+
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                           const QWidget* widget) const override;
     QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap,
                                 const QStyleOption* option) const override;
 };

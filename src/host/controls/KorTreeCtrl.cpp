@@ -81,12 +81,19 @@ void KorTreeCtrl::removeKeepingSelection(bool selectionGoes, KorTreeHandle heir,
         Q_EMIT selectionChanged(selectedItem());
 }
 
+KorTreeHandle KorTreeCtrl::shownSibling(KorTreeHandle entry, int step) const {
+    KorTreeHandle next = m_model->sibling(entry, step);
+    while (next && m_model->isHidden(next))
+        next = m_model->sibling(next, step);
+    return next;
+}
+
 void KorTreeCtrl::deleteItem(KorTreeHandle entry) {
     if (!isEntry(entry))
         return;
-    KorTreeHandle heir = m_model->sibling(entry, 1);
+    KorTreeHandle heir = shownSibling(entry, 1);
     if (!heir)
-        heir = m_model->sibling(entry, -1);
+        heir = shownSibling(entry, -1);
     if (!heir)
         heir = getParentItem(entry);
     if (isInBranch(m_dragSource, entry))
@@ -111,7 +118,7 @@ KorTreeHandle KorTreeCtrl::getRoot() const {
 }
 
 KorTreeHandle KorTreeCtrl::getParentItem(KorTreeHandle entry) const {
-    return isEntry(entry) ? KorTreeModel::entryOf(m_model->indexOf(entry).parent()) : nullptr;
+    return isEntry(entry) ? m_model->parentOf(entry) : nullptr;
 }
 
 KorTreeHandle KorTreeCtrl::getChildItem(KorTreeHandle entry) const {
@@ -172,8 +179,9 @@ void KorTreeCtrl::demandChildren(KorTreeHandle entry) {
     {
         const QScopedValueRollback opening(m_opening, entry);
         const QPersistentModelIndex alive(m_model->indexOf(entry));
+        const bool isInSight = alive.isValid();
         Q_EMIT expanding(entry);
-        if (!alive.isValid())
+        if (isInSight && !alive.isValid())
             return;
     }
     m_model->setPlaceholder(entry, false);
@@ -208,6 +216,33 @@ void KorTreeCtrl::expandBranch(KorTreeHandle entry) {
     for (KorTreeHandle child = getChildItem(entry); child; child = getNextSiblingItem(child))
         if (child->placeholder || m_model->childCount(child) > 0)
             expandBranch(child);
+}
+
+bool KorTreeCtrl::isHidden(KorTreeHandle entry) const {
+    return isEntry(entry) && m_model->isHidden(entry);
+}
+
+void KorTreeCtrl::rememberOpen() {
+    for (KorTreeHandle entry = getRoot(); entry; entry = m_model->nextInOrder(entry))
+        entry->wasOpen = isExpanded(entry);
+}
+
+void KorTreeCtrl::restoreOpen() {
+    collapseAll();
+    scheduleDelayedItemsLayout(); // one layout for all that open
+    for (KorTreeHandle entry = getRoot(); entry; entry = m_model->nextInOrder(entry))
+        if (entry->wasOpen)
+            QTreeView::expand(m_model->indexOf(entry));
+    executeDelayedItemsLayout();
+}
+
+void KorTreeCtrl::setFilter(const std::function<bool(const KorTreeEntry&)>& isShown) {
+    const bool wasFiltered = m_model->isFiltered();
+    if (!wasFiltered && isShown)
+        rememberOpen();
+    m_model->setFilter(isShown);
+    if (wasFiltered && !isShown)
+        restoreOpen();
 }
 
 void KorTreeCtrl::selectItem(KorTreeHandle entry) {

@@ -72,6 +72,13 @@ public:
     /// Opens an entry and everything below it, making all children on demand.
     void expandBranch(KorTreeHandle entry);
 
+    /// Shows only entries for which `isShown` answers yes, with what is above them as far as it answers yes
+    /// there too; null shows everything again, opened as it was before the filter. What is selected stays
+    /// selected only while it is in sight.
+    void setFilter(const std::function<bool(const KorTreeEntry&)>& isShown);
+    /// Whether a filter keeps the entry out of sight.
+    bool isHidden(KorTreeHandle entry) const;
+
     /// Selects an entry, opens what is above it and scrolls it into view; null takes the selection away.
     /// `selectionChanged` comes before this returns, unless the entry was selected already.
     void selectItem(KorTreeHandle entry);
@@ -117,6 +124,9 @@ private:
     void init();
     void demandChildren(KorTreeHandle entry);
     void onExpanded(const QModelIndex& index);
+    KorTreeHandle shownSibling(KorTreeHandle entry, int step) const;
+    void rememberOpen();
+    void restoreOpen();
     bool isInBranch(KorTreeHandle entry, KorTreeHandle branch) const;
     bool acceptsDrop(const QDropEvent& event, KorTreeHandle& target);
     template <typename Remove>

@@ -2,62 +2,130 @@
 
 #include "controls/KorQt.h"
 
+#include <algorithm>
+
 std::unique_ptr<KorTreeEntry> KorTreeModel::make(KorTreeHandle parent, int row, const KorTreeItem& item) {
     auto entry = std::make_unique<KorTreeEntry>();
     entry->text = item.text;
     entry->data = item.data;
     entry->parent = parent ? parent : &m_root;
     entry->row = row;
+    entry->shownRow = -1;
     entry->image = item.image;
     entry->placeholder = item.placeholder;
     return entry;
 }
 
+int KorTreeModel::shownCount(const KorTreeEntry& parent) const {
+    return static_cast<int>(m_isFiltered ? parent.shown.size() : parent.children.size());
+}
+
+// The shown row that a child at `row` has, or that the next shown one after it has.
+int KorTreeModel::firstShownFrom(const KorTreeEntry& parent, int row) const {
+    if (!m_isFiltered)
+        return row;
+    const auto at = std::ranges::lower_bound(parent.shown, row, {}, &KorTreeEntry::row);
+    return static_cast<int>(at - parent.shown.begin());
+}
+
+void KorTreeModel::renumber(KorTreeEntry& parent, int row, int shownRow) {
+    for (auto i = static_cast<std::size_t>(row); i < parent.children.size(); ++i)
+        parent.children[i]->row = static_cast<int>(i);
+    for (auto i = static_cast<std::size_t>(shownRow); i < parent.shown.size(); ++i)
+        parent.shown[i]->shownRow = static_cast<int>(i);
+}
+
 KorTreeHandle KorTreeModel::insert(KorTreeHandle parent, int row, const KorTreeItem& item) {
-    auto& siblings = node(parent).children;
-    const int count = static_cast<int>(siblings.size());
+    KorTreeEntry& owner = node(parent);
+    const int count = static_cast<int>(owner.children.size());
     if (row < 0 || row > count)
         row = count;
-    beginInsertRows(indexOf(parent), row, row);
-    const auto at = siblings.insert(siblings.begin() + row, make(parent, row, item));
-    for (int later = row + 1; later <= count; ++later)
-        siblings[static_cast<std::size_t>(later)]->row = later;
+    const bool comesInSight = isInSight(owner) && !(m_isFiltered && item.hidden);
+    const int shownRow = firstShownFrom(owner, row);
+    if (comesInSight)
+        beginInsertRows(indexOf(parent), shownRow, shownRow);
+    const auto at = owner.children.insert(owner.children.begin() + row, make(parent, row, item));
     const KorTreeHandle entry = at->get();
-    endInsertRows();
+    if (m_isFiltered && comesInSight)
+        owner.shown.insert(owner.shown.begin() + shownRow, entry);
+    renumber(owner, row, shownRow);
+    if (comesInSight)
+        endInsertRows();
     return entry;
 }
 
 KorTreeHandle KorTreeModel::append(KorTreeHandle parent, const std::vector<KorTreeItem>& items) {
     if (items.empty())
         return nullptr;
-    auto& siblings = node(parent).children;
-    const int first = static_cast<int>(siblings.size());
-    beginInsertRows(indexOf(parent), first, first + static_cast<int>(items.size()) - 1);
-    siblings.reserve(siblings.size() + items.size());
-    for (const KorTreeItem& item : items)
-        siblings.push_back(make(parent, static_cast<int>(siblings.size()), item));
-    endInsertRows();
+    KorTreeEntry& owner = node(parent);
+    const int first = static_cast<int>(owner.children.size());
+    const int firstShown = shownCount(owner);
+    const auto shows = [this](const KorTreeItem& item) { return !(m_isFiltered && item.hidden); };
+    const auto coming = isInSight(owner) ? static_cast<int>(std::ranges::count_if(items, shows)) : 0;
+    if (coming > 0)
+        beginInsertRows(indexOf(parent), firstShown, firstShown + coming - 1);
+    owner.children.reserve(owner.children.size() + items.size());
+    for (const KorTreeItem& item : items) {
+        owner.children.push_back(make(parent, static_cast<int>(owner.children.size()), item));
+        if (m_isFiltered && coming > 0 && shows(item))
+            owner.shown.push_back(owner.children.back().get());
+    }
+    renumber(owner, first, firstShown);
+    if (coming > 0)
+        endInsertRows();
     return childAt(parent, first);
 }
 
 void KorTreeModel::remove(KorTreeHandle entry) {
-    auto& siblings = entry->parent->children;
+    KorTreeEntry& owner = *entry->parent;
     const int row = entry->row;
-    beginRemoveRows(indexOf(entry->parent), row, row);
-    const auto after = siblings.erase(siblings.begin() + row);
-    for (auto later = after; later != siblings.end(); ++later)
-        --(*later)->row;
-    endRemoveRows();
+    const int shownRow = m_isFiltered ? entry->shownRow : row;
+    const bool wasInSight = shownRow >= 0;
+    if (wasInSight)
+        beginRemoveRows(indexOf(entry->parent), shownRow, shownRow);
+    if (m_isFiltered && wasInSight)
+        owner.shown.erase(owner.shown.begin() + shownRow);
+    owner.children.erase(owner.children.begin() + row);
+    renumber(owner, row, std::max(shownRow, 0));
+    if (wasInSight)
+        endRemoveRows();
 }
 
 void KorTreeModel::removeChildren(KorTreeHandle parent) {
     setPlaceholder(parent, false);
-    auto& children = node(parent).children;
-    if (children.empty())
+    KorTreeEntry& owner = node(parent);
+    const int count = isInSight(owner) ? shownCount(owner) : 0;
+    if (count > 0)
+        beginRemoveRows(indexOf(parent), 0, count - 1);
+    owner.shown.clear();
+    owner.children.clear();
+    if (count > 0)
+        endRemoveRows();
+}
+
+void KorTreeModel::filterBelow(KorTreeEntry& entry, const std::function<bool(const KorTreeEntry&)>& isShown) {
+    entry.shown = std::vector<KorTreeEntry*>();
+    for (const auto& child : entry.children) {
+        const bool shows = isShown && isInSight(entry) && isShown(*child);
+        child->shownRow = shows ? static_cast<int>(entry.shown.size()) : -1;
+        if (shows)
+            entry.shown.push_back(child.get());
+        filterBelow(*child, isShown);
+    }
+}
+
+void KorTreeModel::setFilter(const std::function<bool(const KorTreeEntry&)>& isShown) {
+    if (!m_isFiltered && !isShown)
         return;
-    beginRemoveRows(indexOf(parent), 0, static_cast<int>(children.size()) - 1);
-    children.clear();
-    endRemoveRows();
+    Q_EMIT layoutAboutToBeChanged();
+    const QModelIndexList before = persistentIndexList();
+    m_isFiltered = isShown != nullptr;
+    filterBelow(m_root, isShown);
+    QModelIndexList after;
+    for (const QModelIndex& index : before)
+        after << indexOf(entryOf(index));
+    changePersistentIndexList(before, after);
+    Q_EMIT layoutChanged();
 }
 
 void KorTreeModel::setText(KorTreeHandle entry, const KorString& text) {
@@ -119,7 +187,9 @@ KorTreeHandle KorTreeModel::previousInOrder(KorTreeHandle entry) const {
 }
 
 QModelIndex KorTreeModel::indexOf(KorTreeHandle entry) const {
-    return entry && entry != &m_root ? createIndex(entry->row, 0, entry) : QModelIndex();
+    if (!entry || entry == &m_root || !isInSight(*entry))
+        return {};
+    return createIndex(m_isFiltered ? entry->shownRow : entry->row, 0, entry);
 }
 
 KorTreeHandle KorTreeModel::entryOf(const QModelIndex& index) {
@@ -127,8 +197,11 @@ KorTreeHandle KorTreeModel::entryOf(const QModelIndex& index) {
 }
 
 QModelIndex KorTreeModel::index(int row, int column, const QModelIndex& parent) const {
-    const KorTreeHandle entry = column == 0 ? childAt(entryOf(parent), row) : nullptr;
-    return indexOf(entry);
+    const KorTreeEntry& owner = node(entryOf(parent));
+    if (column != 0 || row < 0 || row >= shownCount(owner))
+        return {};
+    const auto at = static_cast<std::size_t>(row);
+    return indexOf(m_isFiltered ? owner.shown[at] : owner.children[at].get());
 }
 
 QModelIndex KorTreeModel::parent(const QModelIndex& child) const {
@@ -136,7 +209,7 @@ QModelIndex KorTreeModel::parent(const QModelIndex& child) const {
 }
 
 int KorTreeModel::rowCount(const QModelIndex& parent) const {
-    return childCount(entryOf(parent));
+    return shownCount(node(entryOf(parent)));
 }
 
 int KorTreeModel::columnCount(const QModelIndex&) const {
@@ -145,7 +218,7 @@ int KorTreeModel::columnCount(const QModelIndex&) const {
 
 bool KorTreeModel::hasChildren(const QModelIndex& parent) const {
     const KorTreeEntry& entry = node(entryOf(parent));
-    return entry.placeholder || !entry.children.empty();
+    return entry.placeholder || shownCount(entry) > 0;
 }
 
 QVariant KorTreeModel::data(const QModelIndex& index, int role) const {

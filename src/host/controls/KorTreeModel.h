@@ -6,6 +6,7 @@
 
 #include <QAbstractItemModel>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -15,6 +16,7 @@ struct KorTreeItem {
     int image = -1;           ///< Index in the image list, -1 for none.
     void* data = nullptr;     ///< The caller's own data; never touched, never deleted.
     bool placeholder = false; ///< Children are made when the entry is first opened.
+    bool hidden = false;      ///< Kept out of sight by the filter that is set; without one it has no effect.
 };
 
 /// One entry of a KorTreeModel. Texts are shared with the records they come from.
@@ -23,14 +25,20 @@ struct KorTreeEntry {
     void* data = nullptr;
     KorTreeEntry* parent = nullptr;
     std::vector<std::unique_ptr<KorTreeEntry>> children;
+    std::vector<KorTreeEntry*> shown; // the children in sight; kept only while a filter is set
     int row = 0;
+    int shownRow = 0; // among `shown`, -1 out of sight
     int image = -1;
     bool placeholder = false;
     bool selectable = true;
+    bool wasOpen = false; // before a filter was set
 };
 
 /// The entries behind tree controls and tree combos. Entries without a parent are top-level entries;
 /// wherever a parent is asked for, null stands for the invisible owner of these.
+///
+/// A filter keeps entries out of sight: views don't see them, while handles and everything that is asked by
+/// handles go on as without it.
 class KorTreeModel : public QAbstractItemModel {
     Q_OBJECT
 
@@ -52,6 +60,12 @@ public:
     void setImage(KorTreeHandle entry, int image);
     /// Whether the entry shows that it can be opened although it has no children yet.
     void setPlaceholder(KorTreeHandle entry, bool placeholder);
+    /// Shows only entries for which `isShown` answers yes; below one that is hidden nothing is shown. Null
+    /// shows everything. Entries inserted later say themselves whether they are hidden.
+    void setFilter(const std::function<bool(const KorTreeEntry&)>& isShown);
+    bool isFiltered() const { return m_isFiltered; }
+    bool isHidden(KorTreeHandle entry) const { return m_isFiltered && entry->shownRow < 0; }
+
     /// Moves come from dragging; off at first.
     void setDragAllowed(bool allowed) { m_dragAllowed = allowed; }
 
@@ -69,6 +83,7 @@ public:
     /// The entry before `entry` in pre-order; null starts at the last, null ends.
     KorTreeHandle previousInOrder(KorTreeHandle entry) const;
 
+    /// Invalid for an entry out of sight.
     QModelIndex indexOf(KorTreeHandle entry) const;
     static KorTreeHandle entryOf(const QModelIndex& index);
 
@@ -89,8 +104,16 @@ private:
     const KorTreeEntry& node(KorTreeHandle parent) const { return parent ? *parent : m_root; }
     KorTreeEntry& node(KorTreeHandle parent) { return parent ? *parent : m_root; }
     std::unique_ptr<KorTreeEntry> make(KorTreeHandle parent, int row, const KorTreeItem& item);
+    void filterBelow(KorTreeEntry& entry, const std::function<bool(const KorTreeEntry&)>& isShown);
+    bool isInSight(const KorTreeEntry& entry) const {
+        return !m_isFiltered || &entry == &m_root || entry.shownRow >= 0;
+    }
+    int shownCount(const KorTreeEntry& parent) const;
+    int firstShownFrom(const KorTreeEntry& parent, int row) const;
+    void renumber(KorTreeEntry& parent, int row, int shownRow);
 
     KorTreeEntry m_root;
     KorImageListPtr m_images;
+    bool m_isFiltered = false;
     bool m_dragAllowed = false;
 };

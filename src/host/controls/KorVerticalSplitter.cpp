@@ -2,6 +2,7 @@
 
 #include "base/Translation.h"
 #include "controls/KorQt.h"
+#include "controls/KorStyle.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -40,7 +41,7 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         const int middle = width() / 2;
-        painter.setPen(palette().color(QPalette::Mid));
+        painter.setPen(KorStyle::lineColor(palette(), QPalette::Window));
         painter.drawLine(middle, 0, middle, height());
         if (!hasFocus())
             return;
