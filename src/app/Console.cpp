@@ -22,17 +22,31 @@ int outputWidth() {
     return terminal && size.ws_col > 0 ? size.ws_col : kNoLimit;
 }
 
+// Marks that would turn the rest of the line around.
+bool turnsDirection(QChar c) {
+    return (c >= QChar(0x202A) && c <= QChar(0x202E)) || (c >= QChar(0x2066) && c <= QChar(0x2069));
+}
+
 QString oneLine(const KorString& text) {
     QString line;
-    for (const QChar c : QString::fromUtf8(text.view()).normalized(QString::NormalizationForm_C)) {
+    for (const QChar c : QString::fromUtf8(text.view())) {
         if (c == '\n')
             line += "\\n";
-        else if (c.category() == QChar::Other_Control)
+        else if (c.category() == QChar::Other_Control || turnsDirection(c))
             line += QString("\\x%1").arg(int(c.unicode()), 2, 16, QChar('0'));
         else
             line += c;
     }
     return line;
+}
+
+// Letters and marks that a terminal draws as one.
+qsizetype widthOf(const QString& text) {
+    return text.normalized(QString::NormalizationForm_C).size();
+}
+
+QString padded(const QString& text, qsizetype width) {
+    return text + QString(std::max(width - widthOf(text), qsizetype(0)), QChar(' '));
 }
 
 void printLine(QString line, int width) {
@@ -53,11 +67,11 @@ namespace Console {
 
 void complain(const KorString& sentence) {
     std::cout.flush();
-    std::cerr << "detailstyles: " << sentence.view() << '\n';
+    std::cerr << "detailstyles: " << oneLine(sentence).toStdString() << '\n';
 }
 
 void say(const KorString& line) {
-    std::cout << line.view() << '\n';
+    std::cout << oneLine(line).toStdString() << '\n';
 }
 
 void print(const QJsonArray& document) {
@@ -77,7 +91,7 @@ void printColumns(const std::vector<KorString>& heading, const std::vector<std::
         std::vector<QString>& line = lines.emplace_back();
         for (std::size_t i = 0; i < heading.size(); ++i) {
             line.push_back(i < cells.size() ? oneLine(cells[i]) : QString());
-            widths[i] = std::max(widths[i], line.back().size());
+            widths[i] = std::max(widths[i], widthOf(line.back()));
         }
     };
     addLine(heading);
@@ -86,7 +100,7 @@ void printColumns(const std::vector<KorString>& heading, const std::vector<std::
     for (const std::vector<QString>& line : lines) {
         QString text;
         for (std::size_t i = 0; i < line.size(); ++i)
-            text += i + 1 < line.size() ? line[i].leftJustified(widths[i] + 2) : line[i];
+            text += i + 1 < line.size() ? padded(line[i], widths[i] + 2) : line[i];
         printLine(text, width);
     }
 }

@@ -1,26 +1,9 @@
 #include "app/RowChoice.h"
 
 #include "base/Translation.h"
+#include "session/KorDSMValueText.h"
 
 #include <algorithm>
-#include <charconv>
-
-namespace {
-
-KorOdbcKey keyInBrackets(const std::string& name) {
-    std::int32_t key = 0;
-    if (name.size() > 2 && name.front() == '[' && name.back() == ']')
-        std::from_chars(name.data() + 1, name.data() + name.size() - 1, key);
-    return KorOdbcKey(key);
-}
-
-const StructRecord* findIn(SourceId id, const TableSchema& table, const std::string& name) {
-    const StyleTable& rows = StyleDatabases::current().source(id)->table(table.type);
-    const StructRecord* record = rows.find(KorString(name));
-    return record ? record : rows.find(keyInBrackets(name));
-}
-
-} // namespace
 
 const StructRecord* RowChoice::record() const {
     return StyleDatabases::current().source(source)->table(table->type).find(key);
@@ -42,7 +25,8 @@ eExitCode RowChoice::find(const RowOptions& options, RowChoice& row, KorString& 
     error = sources.error;
     std::ranges::stable_partition(sources.ids, [](SourceId id) { return id == SourceId::user(); });
     for (const SourceId id : sources.ids) {
-        const StructRecord* record = findIn(id, *row.table, options.name);
+        const StructRecord* record = KorDSMValueText::findRow(
+            StyleDatabases::current().source(id)->table(row.table->type), options.name);
         if (!record)
             continue;
         row.source = id;

@@ -39,6 +39,15 @@ bool isShared(const RowChoice& row) {
     return KorOdbcGUI::canBeShared(row.table->type) && KorOdbcGUI::isShared(row.table->type, row.key);
 }
 
+// What is shown for the stored value means that value, to its last digit and to the right one of two rows of
+// one name.
+KorDSMValueText::Parsed parse(const RowChoice& row, const Column& column, const KorString& text) {
+    const CellValue stored = column.read(row.record());
+    return KorDSMValueText::toText(*row.table, column, stored) == text
+               ? KorDSMValueText::Parsed{stored, {}}
+               : KorDSMValueText::parse(*row.table, column, text);
+}
+
 int write(const RowChoice& row, const Column& column, const CellValue& value) {
     // Whoever asked for a shared row to be written has answered the question already.
     KorDSMGuardedWrite::setAskFunction(
@@ -61,7 +70,7 @@ int set(const RowChoice& row, const Column& column, const SetOptions& options) {
                 : KorString::format(translated("The source \"%s\" is read-only; copy the record into the "
                                                "User database and change it there."),
                                     {SourceChoice::nameOf(row.source)}));
-    const KorDSMValueText::Parsed parsed = KorDSMValueText::parse(*row.table, column, options.value);
+    const KorDSMValueText::Parsed parsed = parse(row, column, options.value);
     if (!parsed.value)
         return refuse(kExitFailed,
                       KorString::format(translated("Column \"%s\": %s"), {column.name, parsed.error}));

@@ -42,15 +42,17 @@ double kor_odbc_getSpecificScale(const KorString& name) {
     StructScale scale;
     if (StyleReads::read(name, scale) == 1)
         return scale.factor;
-    const std::string_view text = name.view();
-    const auto colon = text.find(':');
-    if (colon == std::string_view::npos)
+    const KorString withPoints = name.replaced(",", ".");
+    const std::string_view text = withPoints.view();
+    const auto mark = text.find_first_of(":/");
+    if (mark == std::string_view::npos)
         return 0.0;
     bool paperOk = false;
     bool modelOk = false;
-    const double paper = toNumber(KorString(text.substr(0, colon)).trimmed().view(), paperOk);
-    const double model = toNumber(KorString(text.substr(colon + 1)).trimmed().view(), modelOk);
-    return paperOk && modelOk && paper > 0.0 && model > 0.0 ? paper / model : 0.0;
+    const double paper = toNumber(KorString(text.substr(0, mark)).trimmed().view(), paperOk);
+    const double model = toNumber(KorString(text.substr(mark + 1)).trimmed().view(), modelOk);
+    const double factor = paperOk && modelOk && paper > 0.0 && model > 0.0 ? paper / model : 0.0;
+    return std::isfinite(factor) ? factor : 0.0;
 }
 
 int kor_odbc_getScaleDescription(double factor, KorString& text, ScaleUnitType unitType, bool withFactor) {

@@ -10,8 +10,8 @@ enum ScaleUnitType : int { kScalesMetric = 1, kScalesImperial = 2 };
 /// Names of the scales of a unit type, in the order of the table. Returns how many there are.
 int kor_odbc_getScaleList(ScaleUnitType unitType, KorArray<KorString>& names);
 
-/// Turns a scale's name, or a typed ratio such as "1:25", into its factor (paper length over model length);
-/// 0 when the text is neither.
+/// Turns a scale's name, or a typed ratio such as "1:25" or "1/2,5", into its factor (paper length over model
+/// length); 0 when the text is neither.
 double kor_odbc_getSpecificScale(const KorString& name);
 
 /// The name of the scale of this factor, or, where no scale of the unit type has it, its ratio as text.

@@ -1,10 +1,12 @@
 #include "session/KorDSMValueText.h"
 
+#include "data/KorScales.h"
 #include "model/CurrentUnits.h"
 #include "services/Prompts.h"
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <cmath>
 
 namespace KorDSMValueText {
@@ -14,11 +16,11 @@ namespace {
 constexpr int kYes = 301;
 constexpr int kNo = 302;
 constexpr int kNothing = 303;
-constexpr int kNoSuchRow = 304;      // "%s": there is no %s named "%s"
-constexpr int kNotInRange = 305;     // "%s": must lie between %s and %s
-constexpr int kNotANumber = 306;     // "%s": "%s" is no number
-constexpr int kNotYesOrNo = 307;     // "%s": "%s" is neither yes nor no
-constexpr int kNotBelow = 308;       // "%s": must not be below %s
+constexpr int kNoSuchRow = 304;  // "%s": there is no %s named "%s"
+constexpr int kNotInRange = 305; // "%s": must lie between %s and %s
+constexpr int kNotANumber = 306; // "%s": "%s" is no number
+constexpr int kNotYesOrNo = 307; // "%s": "%s" is neither yes nor no
+constexpr int kNotBelow = 308;   // "%s": must not be below %s
 
 KorString prompt(int number) {
     return Prompts::getPrompt("DSM", number);
@@ -47,7 +49,17 @@ KorString referenceText(const Column& column, std::int64_t key) {
     StyleSource* source = StyleDatabases::current().here();
     const StructRecord* row =
         source ? source->table(column.target).find(KorOdbcKey(static_cast<std::int32_t>(key))) : nullptr;
-    return row ? row->name : KorString("[") + KorString::number(key) + KorString("]");
+    return row && !row->name.isEmpty() ? row->name : KorString::format("[%s]", {KorString::number(key)});
+}
+
+ScaleUnitType scaleUnits() {
+    return getUnitsOfCurrentDatabase().getBasisUnitForDistanceIsImperial() ? kScalesImperial : kScalesMetric;
+}
+
+KorString scaleText(double factor) {
+    KorString text;
+    kor_odbc_getScaleDescription(factor, text, scaleUnits(), false);
+    return text;
 }
 
 int unitKind(const Column& column) {
@@ -70,13 +82,22 @@ Parsed failure(int promptNumber, std::initializer_list<KorString> arguments) {
     return {std::nullopt, KorString::format(prompt(promptNumber), arguments)};
 }
 
+KorOdbcKey keyInBrackets(std::string_view text) {
+    if (text.size() < 3 || text.front() != '[' || text.back() != ']')
+        return {};
+    std::int32_t key = 0;
+    const char* last = text.data() + text.size() - 1;
+    const auto [end, error] = std::from_chars(text.data() + 1, last, key);
+    return error == std::errc() && end == last ? KorOdbcKey(key) : KorOdbcKey();
+}
+
 Parsed parseReference(const TableSchema& table, const Column& column, const KorString& text) {
-    if (text.isEmpty() || text == "0" || same(text, prompt(kNothing)))
-        return {CellValue(std::int64_t{0}), {}};
     StyleSource* source = StyleDatabases::current().here();
-    const StructRecord* row = source ? source->table(column.target).find(text) : nullptr;
-    if (row)
+    if (const StructRecord* row = source ? findRow(source->table(column.target), text) : nullptr)
         return {CellValue(std::int64_t{row->key}), {}};
+    const KorString trimmed = text.trimmed();
+    if (trimmed.isEmpty() || trimmed == "0" || same(trimmed, prompt(kNothing)))
+        return {CellValue(std::int64_t{0}), {}};
     return failure(kNoSuchRow, {columnCaption(table, column), tableCaption(*findTable(column.target)), text});
 }
 
@@ -105,14 +126,34 @@ Parsed parseNumber(const TableSchema& table, const Column& column, const KorStri
         const KorString caption = columnCaption(table, column);
         if (column.maximum == std::numeric_limits<double>::infinity())
             return failure(kNotBelow, {caption, withUnit(column.minimum, kind)});
-        return failure(kNotInRange, {caption, withUnit(column.minimum, kind), withUnit(column.maximum, kind)});
+        return failure(kNotInRange,
+                       {caption, withUnit(column.minimum, kind), withUnit(column.maximum, kind)});
     }
     if (column.isInteger())
         return {CellValue(static_cast<std::int64_t>(*number)), {}};
     return {CellValue(*number), {}};
 }
 
+// By name or ratio as the list shows them, or as the plain factor.
+Parsed parseScale(const TableSchema& table, const Column& column, const KorString& text) {
+    if (const double named = kor_odbc_getSpecificScale(text); named > 0.0)
+        return {CellValue(named), {}};
+    const auto factor = getUnitsOfCurrentDatabase().parse(text, KorUnitsManager::kPlain);
+    if (factor && *factor > 0.0)
+        return {CellValue(*factor), {}};
+    return failure(kNotANumber, {columnCaption(table, column), text});
+}
+
 } // namespace
+
+// Names come first: a row may be named "0", "[7]" or with a blank at its end.
+const StructRecord* findRow(const StyleTable& rows, const KorString& text) {
+    const KorString trimmed = text.trimmed();
+    for (const KorString& name : {text, trimmed})
+        if (const StructRecord* row = name.isEmpty() ? nullptr : rows.find(name))
+            return row;
+    return rows.find(keyInBrackets(trimmed.view()));
+}
 
 KorString tableCaption(const TableSchema& table) {
     return named("TAB", table.type, table.name);
@@ -130,7 +171,7 @@ KorString toText(const TableSchema& table, const Column& column, const CellValue
     if (const auto* text = std::get_if<KorString>(&value))
         return *text;
     if (const auto* real = std::get_if<double>(&value))
-        return withUnit(*real, unitKind(column));
+        return column.kind == eColumnKind::kScale ? scaleText(*real) : withUnit(*real, unitKind(column));
     const std::int64_t whole = std::get<std::int64_t>(value);
     if (column.isReference())
         return referenceText(column, whole);
@@ -142,9 +183,11 @@ KorString toText(const TableSchema& table, const Column& column, const CellValue
 Parsed parse(const TableSchema& table, const Column& column, const KorString& text) {
     if (column.isText())
         return {CellValue(text), {}};
-    const KorString trimmed = text.trimmed();
     if (column.isReference())
-        return parseReference(table, column, trimmed);
+        return parseReference(table, column, text);
+    const KorString trimmed = text.trimmed();
+    if (column.kind == eColumnKind::kScale)
+        return parseScale(table, column, trimmed);
     if (column.kind == eColumnKind::kFlag)
         return parseFlag(table, column, trimmed);
     return parseNumber(table, column, trimmed);

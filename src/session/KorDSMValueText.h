@@ -4,8 +4,8 @@
 
 #include <optional>
 
-/// Cells as users read and type them: lengths in the unit of the current database, references by run name,
-/// flags as yes and no, named values by their names.
+/// Cells as users read and type them: lengths in the unit of the current database, scales by name or as
+/// ratio, references by run name, flags as yes and no, named values by their names.
 namespace KorDSMValueText {
 
 /// What a table's rows are called, in the program's language, with a capital.
@@ -13,7 +13,12 @@ KorString tableCaption(const TableSchema& table);
 /// What a column is called, in the program's language, with a capital.
 KorString columnCaption(const TableSchema& table, const Column& column);
 
-/// The cell as a user reads it. A reference that points nowhere shows its key in brackets.
+/// The row that a text names: by its run name, or by its key in brackets, such as "[7]". Null when there is
+/// none.
+const StructRecord* findRow(const StyleTable& rows, const KorString& text);
+
+/// The cell as a user reads it. A reference that points nowhere, or to a row without a name, shows its key
+/// in brackets.
 KorString toText(const TableSchema& table, const Column& column, const StructRecord& record);
 /// The same for a single value.
 KorString toText(const TableSchema& table, const Column& column, const CellValue& value);
@@ -23,7 +28,7 @@ struct Parsed {
     std::optional<CellValue> value;
     KorString error; ///< a sentence for the user when there is no value
 };
-/// Reads what a user typed. References are looked up in the current source.
+/// Reads what a user typed, or what `toText` gave. References are looked up in the current source.
 Parsed parse(const TableSchema& table, const Column& column, const KorString& text);
 
 } // namespace KorDSMValueText

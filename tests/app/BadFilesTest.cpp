@@ -2,7 +2,6 @@
 
 #include <QJsonArray>
 
-#include <functional>
 #include <sqlite3.h>
 
 namespace fs = std::filesystem;

@@ -98,6 +98,72 @@ TEST_F(CommandTest, SetWritesNothingThatItShouldNot) {
     EXPECT_EQ(column(run({"show", "view-request", "Front", "--json"}), "scale")["value"], 0.5);
 }
 
+TEST_F(CommandTest, ScalesAreSetAndShownAsPeopleWriteThem) {
+    const auto set = [&](const QString& text) {
+        return run({"set", "view-request", "Front", "scale", "--shared", "--", text}).exitCode;
+    };
+    const auto shown = [&] { return column(run({"show", "view-request", "Front", "--json"}), "scale"); };
+    for (const QString text : {"1:15", " 1/15 ", "1 : 15,0"}) {
+        EXPECT_EQ(set("1:2"), 0);
+        EXPECT_EQ(set(text), 0) << text.toStdString();
+        EXPECT_EQ(shown()["text"], "1:15");
+        EXPECT_EQ(shown()["value"], 1.0 / 15.0);
+    }
+    for (const QString text : {"0", "-0.1", "1:0", "1:-5", "inf", "nan", "1e999", "1e308:1e-308", "12'", ""})
+        EXPECT_EQ(set(text), 1) << text.toStdString();
+    EXPECT_EQ(shown()["text"], "1:15");
+
+    sql("user.dsdb", "INSERT INTO scale (name, factor, unit_type) VALUES ('1\" = 1''-0\"', 1.0 / 12, 2)");
+    sql("user.dsdb", "INSERT INTO numeric_default (name, value) VALUES ('C01_DistanceUnit', 1)");
+    EXPECT_EQ(set("1:12"), 0);
+    EXPECT_EQ(shown()["text"], "1\" = 1'-0\"");
+    EXPECT_EQ(set("1:2"), 0);
+    EXPECT_EQ(set("1\" = 1'-0\""), 0);
+    EXPECT_EQ(shown()["value"], 1.0 / 12.0);
+}
+
+TEST_F(CommandTest, WhatShowPrintsCanBeSetAndChangesNothing) {
+    sql("user.dsdb", "UPDATE view_request SET name = '', scale = 1e-7 / 3 WHERE name = 'Front'");
+    sql("user.dsdb", "INSERT INTO numeric_default (name, value) VALUES ('C01_DistanceUnit', 1)");
+    sql("user.dsdb", "UPDATE detail_style SET view_2 = 99 WHERE name = 'Beam'");
+    const std::string before = contentOf(data() / "user.dsdb");
+    for (const QStringList& row :
+         {QStringList{"detail-style", "Beam"}, {"view-request", "[1]"}, {"length-clip", "Long"}})
+        for (const QJsonValue& cell : run(QStringList{"show", "--json"} + row).json()["columns"].toArray()) {
+            const QStringList value = {cell["column"].toString(), "--", cell["text"].toString()};
+            const int refusal = value[0] == "name" && value[2].isEmpty() ? 1 : 0;
+            EXPECT_EQ(run(QStringList{"set", "--shared"} + row + value).exitCode, refusal)
+                << (row + value).join(' ').toStdString();
+        }
+    EXPECT_EQ(contentOf(data() / "user.dsdb"), before);
+    EXPECT_EQ(run({"set", "detail-style", "Heavy beam", "view_2", "[1]"}).exitCode, 0);
+    EXPECT_EQ(column(run({"show", "detail-style", "Heavy beam", "--json"}), "view_2")["value"], 1);
+}
+
+TEST_F(CommandTest, AnyNameIsStoredExactlyAndSteersNoTerminal) {
+    const QStringList names = {QString(10000, 'x'),
+                               "two\nlines\tand \x1b[31mred",
+                               QStringLiteral("שלום \u202eעולם"),
+                               "100 %s %d %%",
+                               "a/b\\c",
+                               " \"both\" ",
+                               "[2]",
+                               "0",
+                               "-dash"};
+    for (const QString& name : names) {
+        EXPECT_EQ(run({"set", "detail-style", "[1]", "name", "--", name}).exitCode, 0);
+        EXPECT_EQ(run({"show", "--source", "user", "--json", "detail-style", "--", name}).json()["name"],
+                  name);
+        const ProgramRun listed = run({"list", "--source", "user"});
+        EXPECT_EQ(listed.output.count('\n'), 3) << name.left(20).toStdString();
+        EXPECT_FALSE(listed.output.contains('\x1b') || listed.output.contains(QChar(0x202E)));
+        EXPECT_TRUE(listed.complaints.isEmpty());
+    }
+    const ProgramRun unknown = run({"show", "detail-style", "no\n\x1b[31mbody"});
+    ASSERT_EQ(unknown.complaints.size(), 1);
+    EXPECT_TRUE(unknown.complaints[0].contains("no\\n\\x1b[31mbody"));
+}
+
 TEST_F(CommandTest, ExportedStylesComeInAgainWithAllTheyDependOn) {
     const QString file = QString::fromStdString((folder() / "exported.dsdb").string());
     sql("standard.dsdb", "UPDATE detail_style SET name = 'Roof' WHERE name = 'Beam'");
@@ -145,7 +211,8 @@ TEST_F(CommandTest, EditPaintsTheOpenEditorAtAStyle) {
         environment.remove(variable);
     EXPECT_EQ(run({"edit"}).exitCode, 1);
     const QString file = QString::fromStdString((folder() / "editor.png").string());
-    EXPECT_EQ(run({"edit", "--style", "Heavy beam", "--screenshot", file}).exitCode, 1) << "it has no category";
+    EXPECT_EQ(run({"edit", "--style", "Heavy beam", "--screenshot", file}).exitCode, 1)
+        << "it has no category";
     EXPECT_EQ(run({"edit", "--style", "Beam", "--screenshot", file, "--size", "900x600"}).exitCode, 0);
     EXPECT_TRUE(contentOf(file.toStdString()).starts_with("\x89PNG"));
     EXPECT_EQ(run({"edit", "--screenshot", file, "--size", "large"}).exitCode, 2);

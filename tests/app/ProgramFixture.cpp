@@ -86,6 +86,7 @@ ProgramRun ProgramTest::run(const QStringList& arguments) {
 ProgramRun ProgramTest::runBare(const QStringList& arguments) {
     QProcess process;
     process.setProcessEnvironment(environment);
+    process.setChildProcessModifier(inChild);
     process.start(DETAILSTYLES_PROGRAM, arguments);
     if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
         return {};

@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include <filesystem>
+#include <functional>
 
 /// What a run of the program gave back.
 struct ProgramRun {
@@ -33,6 +34,7 @@ protected:
     void sql(const std::string& file, const std::string& statements);
 
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    std::function<void()> inChild; ///< runs in the program's process before the program
 
 private:
     QTemporaryDir m_temporary;

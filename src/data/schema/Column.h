@@ -13,9 +13,9 @@
 /// One cell as it travels between stores, the pending log and callers.
 using CellValue = std::variant<std::int64_t, double, KorString>;
 
-/// What a column holds. Integer, flag and reference cells are 32-bit integers, real and length cells
-/// doubles; lengths are millimetres.
-enum class eColumnKind : std::uint8_t { kInteger, kFlag, kReference, kReal, kLength, kText };
+/// What a column holds. Integer, flag and reference cells are 32-bit integers, real, length and
+/// scale cells doubles; lengths are millimetres, scales paper length over model length.
+enum class eColumnKind : std::uint8_t { kInteger, kFlag, kReference, kReal, kLength, kScale, kText };
 
 /// What a reference means for the row that holds it.
 enum class eReferenceRole : std::uint8_t {
@@ -39,7 +39,9 @@ struct Column {
     std::vector<std::string> valueNames; ///< what the values 0, 1, ... of an integer column are called
 
     bool isText() const { return kind == eColumnKind::kText; }
-    bool isReal() const { return kind == eColumnKind::kReal || kind == eColumnKind::kLength; }
+    bool isReal() const {
+        return kind == eColumnKind::kReal || kind == eColumnKind::kLength || kind == eColumnKind::kScale;
+    }
     bool isInteger() const { return !isText() && !isReal(); }
     bool isReference() const { return kind == eColumnKind::kReference; }
 

@@ -56,6 +56,10 @@ public:
         return range(minimum, std::numeric_limits<double>::infinity());
     }
     template <typename C>
+    TableBuilder& scale(int number, const char* name, double C::*member) {
+        return add(number, name, eColumnKind::kScale, member);
+    }
+    template <typename C>
     TableBuilder& uses(int number, const char* name, std::int32_t C::*member, eTableType target) {
         return reference(number, name, member, target, eReferenceRole::kUses);
     }

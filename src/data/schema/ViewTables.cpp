@@ -14,7 +14,7 @@ void declareViewRequests(std::vector<TableSchema>& tables) {
         .uses(7, "visibility_status", &View::visibilityStatusKey, kTableVisibilityStatus)
         .uses(8, "area_type", &View::areaTypeKey, kTableAreaType)
         .uses(9, "length_clip", &View::lengthClipKey, kTableLengthClip)
-        .real(10, "scale", &View::scale)
+        .scale(10, "scale", &View::scale)
         .uses(11, "arrange_direction", &View::arrangeDirectionKey, kTableArrangeDirection)
         .choice(12, "compass", &View::compassKey,
                 {"None", "Arrow, upper left", "Arrow, lower left", "Arrow, lower right", "Arrow, upper right",
