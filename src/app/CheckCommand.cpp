@@ -1,6 +1,7 @@
 #include "app/Commands.h"
 #include "app/Console.h"
 #include "app/SourceChoice.h"
+#include "base/Translation.h"
 #include "controls/KorQt.h"
 #include "data/check/ConsistencyCheck.h"
 #include "data/store/SqliteStore.h"
@@ -52,9 +53,12 @@ std::vector<FileFindings> checkAll(const CheckOptions& options) {
 }
 
 const char* nameOf(eSeverity severity) {
-    return severity == eSeverity::kError ? "error" : severity == eSeverity::kWarning ? "warning" : "note";
+    return severity == eSeverity::kError     ? translatable("error")
+           : severity == eSeverity::kWarning ? translatable("warning")
+                                             : translatable("note");
 }
 
+// The sentence is for people, in their language; everything else is for programs, in any language the same.
 QJsonObject toJson(const std::string& file, const Finding& finding) {
     return {{"file", toQt(file)},
             {"severity", nameOf(finding.severity)},
@@ -75,9 +79,11 @@ void printJson(const std::vector<FileFindings>& found) {
 
 void printText(const std::vector<FileFindings>& found) {
     for (const FileFindings& file : found) {
-        Console::say(KorString::format(file.findings.empty() ? "%s: nothing found" : "%s:", {file.file}));
+        Console::say(
+            KorString::format(file.findings.empty() ? translated("%s: nothing found") : "%s:", {file.file}));
         for (const Finding& finding : file.findings)
-            Console::say(KorString::format("  %s: %s", {nameOf(finding.severity), finding.sentence}));
+            Console::say(
+                KorString::format("  %s: %s", {translated(nameOf(finding.severity)), finding.sentence}));
     }
 }
 

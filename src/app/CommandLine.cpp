@@ -2,7 +2,9 @@
 
 #include "app/Console.h"
 #include "app/EditCommand.h"
+#include "app/HelpLanguage.h"
 #include "app/ProgramStart.h"
+#include "base/Translation.h"
 #include "base/Utf8.h"
 #include "services/KorHostReport.h"
 #include "shell/DataFolder.h"
@@ -24,7 +26,7 @@ struct Wanted {
 };
 
 std::string kindList() {
-    std::string text = "KIND is one of:";
+    std::string text = translated("KIND is one of:").toStdString();
     std::size_t column = 200;
     for (const TableSchema& table : allTables()) {
         const std::string name = table.kindName();
@@ -50,114 +52,132 @@ CLI::App* addCommand(CLI::App& app, Wanted& wanted, const char* name, const char
 }
 
 void addJson(CLI::App* command, bool& json) {
-    command->add_flag("--json", json, "Print JSON for other programs");
+    command->add_flag("--json", json, translatable("Print JSON for other programs"));
 }
 
 void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp) {
-    command->add_option("KIND", row.kind, "What the record is, such as detail-style or view-request")
+    command
+        ->add_option("KIND", row.kind,
+                     translatable("What the record is, such as detail-style or view-request"))
         ->required();
-    command->add_option("NAME", row.name, "Its name, or its key as [KEY] where it has none")->required();
+    command->add_option("NAME", row.name, translatable("Its name, or its key as [KEY] where it has none"))
+        ->required();
     command->add_option("--source", row.source, sourceHelp);
     command->footer(kindList());
 }
 
 void addEdit(CLI::App& app, Wanted& wanted) {
-    CLI::App* command = app.add_subcommand("edit", "Open the editor (the default)");
-    CLI::Option* style =
-        command->add_option("--style", wanted.edit.style.name, "Open with this detail style selected");
+    CLI::App* command = app.add_subcommand("edit", translatable("Open the editor (the default)"));
+    CLI::Option* style = command->add_option("--style", wanted.edit.style.name,
+                                             translatable("Open with this detail style selected"));
     command
-        ->add_option("--source", wanted.edit.style.source, "Where the style is: standard, user, or an add-in")
+        ->add_option("--source", wanted.edit.style.source,
+                     translatable("Where the style is: standard, user, or an add-in"))
         ->needs(style);
     auto* screenshot = command->add_option("--screenshot", wanted.edit.screenshot,
-                                           "Paint the open editor into this PNG file instead");
-    command->add_option("--size", wanted.edit.size, "Size of the picture in pixels, such as 1280x800")
+                                           translatable("Paint the open editor into this PNG file instead"));
+    command
+        ->add_option("--size", wanted.edit.size,
+                     translatable("Size of the picture in pixels, such as 1280x800"))
         ->needs(screenshot)
         ->check([](const std::string& size) {
             int width = 0;
             int height = 0;
             char rest = 0;
             const bool read = std::sscanf(size.c_str(), "%dx%d%c", &width, &height, &rest) == 2;
-            return read && width > 0 && height > 0 ? std::string() : "must be WIDTHxHEIGHT, such as 1280x800";
+            return read && width > 0 && height > 0
+                       ? std::string()
+                       : translated("must be WIDTHxHEIGHT, such as 1280x800").toStdString();
         });
 }
 
 void addList(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<ListOptions>();
-    CLI::App* command = addCommand(app, wanted, "list", "List records", &listCommand, options);
-    command->add_option("--source", options->source, "standard, user, or an add-in; all of them without");
-    command->add_option("--kind", options->kind, "Which records")->capture_default_str();
+    CLI::App* command = addCommand(app, wanted, "list", translatable("List records"), &listCommand, options);
+    command->add_option("--source", options->source,
+                        translatable("standard, user, or an add-in; by default all of them"));
+    command->add_option("--kind", options->kind, translatable("Which records"))->capture_default_str();
     command->footer(kindList());
     addJson(command, options->json);
 }
 
 void addShow(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<ShowOptions>();
-    CLI::App* command =
-        addCommand(app, wanted, "show", "Show one record with all its values", &showCommand, options);
+    CLI::App* command = addCommand(app, wanted, "show", translatable("Show one record with all its values"),
+                                   &showCommand, options);
     addRow(command, options->row,
-           "standard, user, or an add-in; the first of user, standard, add-ins that has it without");
+           translatable(
+               "standard, user, or an add-in; by default the first of user, standard, add-ins that has it"));
     addJson(command, options->json);
 }
 
 void addSet(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<SetOptions>();
-    CLI::App* command = addCommand(app, wanted, "set", "Change one value of a record", &setCommand, options);
-    addRow(command, options->row, "user without");
-    command->add_option("COLUMN", options->column, "The column, as \"show\" names it")->required();
-    command
-        ->add_option("VALUE", options->value,
-                     "The value as it is shown: a length in the database's unit, another record by its name, "
-                     "yes or no")
+    CLI::App* command =
+        addCommand(app, wanted, "set", translatable("Change one value of a record"), &setCommand, options);
+    addRow(command, options->row, translatable("standard, user, or an add-in; by default user"));
+    command->add_option("COLUMN", options->column, translatable("The column, as \"show\" names it"))
         ->required();
-    command->add_flag("--shared", options->shared, "Change the record although several others use it");
+    command
+        ->add_option(
+            "VALUE", options->value,
+            translatable("The value as it is shown: a length in the database's unit, a scale such as 1:15, "
+                         "another record by its name, yes or no"))
+        ->required();
+    command->add_flag("--shared", options->shared,
+                      translatable("Change the record although several others use it"));
 }
 
 void addExport(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<ExportOptions>();
-    CLI::App* command = addCommand(app, wanted, "export", "Export a detail style into a file of its own",
-                                   &exportCommand, options);
-    command->add_option("STYLE", options->row.name, "Name of the detail style")->required();
-    command->add_option("FILE", options->file, "Database file to make")->required();
-    command->add_option("--source", options->row.source, "standard, user, or an add-in");
-    command->add_flag("--overwrite", options->overwrite, "Replace the file where there is one");
+    CLI::App* command =
+        addCommand(app, wanted, "export", translatable("Export a detail style into a file of its own"),
+                   &exportCommand, options);
+    command->add_option("STYLE", options->row.name, translatable("Name of the detail style"))->required();
+    command->add_option("FILE", options->file, translatable("Database file to make"))->required();
+    command->add_option("--source", options->row.source, translatable("standard, user, or an add-in"));
+    command->add_flag("--overwrite", options->overwrite, translatable("Replace the file where there is one"));
 }
 
 void addImport(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<ImportOptions>();
-    CLI::App* command =
-        addCommand(app, wanted, "import", "Import the detail styles of a file into the User database",
-                   &importCommand, options);
-    command->add_option("FILE", options->file, "File that was exported")->required();
+    CLI::App* command = addCommand(app, wanted, "import",
+                                   translatable("Import the detail styles of a file into the User database"),
+                                   &importCommand, options);
+    command->add_option("FILE", options->file, translatable("File that was exported"))->required();
     addJson(command, options->json);
 }
 
 void addCheck(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<CheckOptions>();
-    CLI::App* command =
-        addCommand(app, wanted, "check", "Look for damage, dangling references and unused records",
-                   &checkCommand, options);
-    command->add_option("FILE", options->files, "Database files; those of the data folder without");
+    CLI::App* command = addCommand(app, wanted, "check",
+                                   translatable("Look for damage, dangling references and unused records"),
+                                   &checkCommand, options);
+    command->add_option("FILE", options->files,
+                        translatable("Database files; by default those of the data folder"));
     command->parse_complete_callback([&wanted, options] { wanted.opensFolder = options->files.empty(); });
     addJson(command, options->json);
 }
 
 void addSamples(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<SamplesOptions>();
-    CLI::App* command = addCommand(app, wanted, "samples", "Build the sample databases where they are absent",
-                                   &samplesCommand, options);
-    command->add_option("DIR", options->folder, "Folder to build them in; the data folder without");
+    CLI::App* command =
+        addCommand(app, wanted, "samples", translatable("Build the sample databases where they are absent"),
+                   &samplesCommand, options);
+    command->add_option("DIR", options->folder,
+                        translatable("Folder to build them in; by default the data folder"));
     command->parse_complete_callback([&wanted] { wanted.opensFolder = false; });
 }
 
 void declare(CLI::App& app, Wanted& wanted) {
-    app.description("Manages the detail styles of steel drawings in their databases.");
+    app.description(translatable("Manages the detail styles of steel drawings in their databases."));
     app.set_version_flag("--version", std::string(DETAILSTYLES_VERSION));
     app.add_option("--data", wanted.data,
-                   "Folder with the style databases; the desktop's data folders without")
+                   translatable("Folder with the style databases; by default the desktop's data folders"))
         ->take_last();
     app.require_subcommand(0, 1);
     app.fallthrough();
-    app.footer("Exit codes: 0 done, 1 could not or found something, 2 wrong usage.");
+    app.footer(translatable("Exit codes: 0 done, 1 could not or found something, 2 wrong usage."));
     addEdit(app, wanted);
     addList(app, wanted);
     addShow(app, wanted);
@@ -173,7 +193,6 @@ bool areTextsClean(int argc, char** argv) {
 }
 
 int run(char** argv, const Wanted& wanted) {
-    startServices();
     DataFolder folder(DataFolder::locate(wanted.data));
     if (wanted.opensFolder)
         folder.open();
@@ -188,11 +207,13 @@ int run(char** argv, const Wanted& wanted) {
 } // namespace
 
 int runCommandLine(int argc, char** argv) {
+    startServices();
     CLI::App app;
     Wanted wanted;
     declare(app, wanted);
+    putIntoLanguage(app);
     if (!areTextsClean(argc, argv)) {
-        Console::complain("The command line is no UTF-8 text; set the terminal to UTF-8.");
+        Console::complain(translated("The command line is no UTF-8 text; set the terminal to UTF-8."));
         return kExitUsage;
     }
     try {

@@ -2,6 +2,7 @@
 
 #include "app/Console.h"
 #include "app/StartSelection.h"
+#include "base/Translation.h"
 #include "controls/KorStyle.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
@@ -45,8 +46,9 @@ bool prepareDisplay(bool forPicture) {
     if (forPicture)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     else
-        Console::complain("There is no display to open the editor on; use the commands, see --help, or give "
-                          "--screenshot for a picture.");
+        Console::complain(
+            translated("There is no display to open the editor on; use the commands, see --help, "
+                       "or give --screenshot for a picture."));
     return forPicture;
 }
 
@@ -57,11 +59,12 @@ int selectStyle(const RowOptions& wanted) {
     const eExitCode found = RowChoice::find(wanted, style, error);
     if (found == kExitDone && selectAtStart(style))
         return kExitDone;
-    Console::complain(found == kExitDone
-                          ? KorString::format("The detail style \"%s\" has no category, so the editor "
-                                              "does not show it.",
-                                              {wanted.name})
-                          : error);
+    Console::complain(
+        found == kExitDone
+            ? KorString::format(translated("The detail style \"%s\" has no category, so the editor does "
+                                           "not show it."),
+                                {wanted.name})
+            : error);
     return kExitFailed;
 }
 
@@ -100,8 +103,10 @@ int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
     }
     factory.DoModal();
     if (!options.screenshot.empty() && !painted) {
-        Console::complain("The picture " + options.screenshot +
-                          " could not be written. Check that its folder exists and may be written.");
+        Console::complain(
+            KorString::format(translated("The picture \"%s\" could not be written. Check that its "
+                                         "folder exists and may be written."),
+                              {options.screenshot}));
         return kExitFailed;
     }
     printHandOver();

@@ -2,6 +2,7 @@
 #include "app/Console.h"
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
+#include "base/Translation.h"
 #include "data/exchange/KorODBCDetailStyleExports.h"
 
 #include <filesystem>
@@ -27,14 +28,15 @@ int exportCommand(DataFolder&, const ExportOptions& options) {
     std::error_code ignored;
     if (!options.overwrite && std::filesystem::exists(options.file, ignored))
         return failed(KorString::format(
-            "The file \"%s\" exists already; choose another name, or give --overwrite.", {options.file}));
+            translated("The file \"%s\" exists already; choose another name, or give --overwrite."),
+            {options.file}));
     const int result = KorODBCDetailStyleExports::exportDetail(row.table->type, row.key, row.source.dsn,
                                                                row.source.index, options.file);
     if (result != KorODBCDetailStyleExports::kDone) {
         KorODBCDetailStyleExports::GetErrorMessage(error, result);
         return failed(error);
     }
-    Console::say(KorString::format("The detail style \"%s\" was exported into \"%s\".",
+    Console::say(KorString::format(translated("The detail style \"%s\" was exported into \"%s\"."),
                                    {row.record()->name, options.file}));
     return kExitDone;
 }

@@ -1,6 +1,7 @@
 #include "app/Commands.h"
 #include "app/CommitReport.h"
 #include "app/Console.h"
+#include "base/Translation.h"
 #include "controls/KorQt.h"
 #include "data/exchange/KorODBCDetailStyleExports.h"
 #include "data/schema/TableSchema.h"
@@ -31,11 +32,11 @@ void printJson(const ImportReport& report) {
 
 void printText(const ImportReport& report) {
     for (const KorString& name : report.imported)
-        Console::say(KorString::format("Imported the detail style \"%s\".", {name}));
+        Console::say(KorString::format(translated("Imported the detail style \"%s\"."), {name}));
     for (const KorString& name : report.alreadyThere)
-        Console::say(KorString::format("The detail style \"%s\" is there already.", {name}));
+        Console::say(KorString::format(translated("The detail style \"%s\" is there already."), {name}));
     for (const ImportReport::Renamed& row : report.renamed)
-        Console::say(KorString::format("The %s \"%s\" came in as \"%s\".",
+        Console::say(KorString::format(translated("The %s \"%s\" came in as \"%s\"."),
                                        {findTable(row.table)->rowName(), row.from, row.to}));
 }
 

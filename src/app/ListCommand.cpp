@@ -2,6 +2,7 @@
 #include "app/Console.h"
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
+#include "base/Translation.h"
 #include "controls/KorQt.h"
 #include "data/KorDSNManager.h"
 #include "data/KorOdbcGUI.h"
@@ -70,10 +71,10 @@ void printJson(const TableSchema& table, const std::vector<ListedRow>& rows) {
 void printColumns(const std::vector<ListedRow>& rows) {
     const bool filed =
         std::ranges::any_of(rows, [](const ListedRow& row) { return !row.filedUnder.isEmpty(); });
-    std::vector<KorString> heading = {"Source", "Name"};
+    std::vector<KorString> heading = {translated("Source"), translated("Name")};
     if (filed)
-        heading.push_back("Filed under");
-    heading.push_back("Description");
+        heading.push_back(translated("Filed under"));
+    heading.push_back(translated("Description"));
     std::vector<std::vector<KorString>> lines;
     for (const ListedRow& row : rows) {
         const KorString key = KorString("[") + KorString::number(row.record->key) + KorString("]");

@@ -1,5 +1,7 @@
 #include "app/RowChoice.h"
 
+#include "base/Translation.h"
+
 #include <algorithm>
 #include <charconv>
 
@@ -27,8 +29,8 @@ const StructRecord* RowChoice::record() const {
 const TableSchema* RowChoice::findKind(const std::string& kind, KorString& error) {
     const TableSchema* table = findTable(std::string_view(kind));
     if (!table)
-        error = KorString::format("There is no kind \"%s\"; \"detailstyles list --help\" names them all.",
-                                  {kind});
+        error = KorString::format(
+            translated("There is no kind \"%s\"; \"detailstyles list --help\" names them all."), {kind});
     return table;
 }
 
@@ -48,9 +50,9 @@ eExitCode RowChoice::find(const RowOptions& options, RowChoice& row, KorString& 
         return kExitDone;
     }
     if (error.isEmpty())
-        error =
-            KorString::format(options.source.empty() ? "There is no %s named \"%s\"."
-                                                     : "There is no %s named \"%s\" in the source \"%s\".",
-                              {row.table->rowName(), options.name, options.source});
+        error = KorString::format(options.source.empty()
+                                      ? translated("There is no %s named \"%s\".")
+                                      : translated("There is no %s named \"%s\" in the source \"%s\"."),
+                                  {row.table->rowName(), options.name, options.source});
     return kExitFailed;
 }

@@ -2,6 +2,7 @@
 #include "app/Console.h"
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
+#include "base/Translation.h"
 #include "data/KorDSNManager.h"
 #include "data/KorOdbcGUI.h"
 #include "session/KorDSMGuardedWrite.h"
@@ -26,10 +27,10 @@ KorString columnNames(const TableSchema& table) {
 // A run name is how rows are found and shown: it must be there, and no other row of the source may have it.
 KorString faultOfName(const RowChoice& row, const KorString& name) {
     if (name.trimmed().isEmpty())
-        return "The name must not be empty.";
+        return translated("The name must not be empty.");
     const StructRecord* other = StyleDatabases::current().here()->table(row.table->type).find(name);
     return other && other->key != row.key.getKey()
-               ? KorString::format("Another %s is named \"%s\"; choose another name.",
+               ? KorString::format(translated("Another %s is named \"%s\"; choose another name."),
                                    {row.table->rowName(), name})
                : KorString();
 }
@@ -45,30 +46,33 @@ int write(const RowChoice& row, const Column& column, const CellValue& value) {
     const int result = KorDSMGuardedWrite::setAttributeValue(row.table->type, row.key, column.number, value);
     KorDSMGuardedWrite::setAskFunction({});
     if (result != KorDSMGuardedWrite::kWrite)
-        return refuse(kExitFailed,
-                      KorString::format("The value could not be written to column \"%s\".", {column.name}));
+        return refuse(
+            kExitFailed,
+            KorString::format(translated("The value could not be written to column \"%s\"."), {column.name}));
     return keepChanges() ? kExitDone : kExitFailed;
 }
 
 int set(const RowChoice& row, const Column& column, const SetOptions& options) {
     if (!StyleDatabases::current().isEditable())
-        return refuse(kExitFailed,
-                      row.source == SourceId::user()
-                          ? "The User database is open for reading only, so nothing was written."
-                          : KorString::format("The source \"%s\" is read-only; copy the record into the User "
-                                              "database and change it there.",
-                                              {SourceChoice::nameOf(row.source)}));
+        return refuse(
+            kExitFailed,
+            row.source == SourceId::user()
+                ? translated("The User database is open for reading only, so nothing was written.")
+                : KorString::format(translated("The source \"%s\" is read-only; copy the record into the "
+                                               "User database and change it there."),
+                                    {SourceChoice::nameOf(row.source)}));
     const KorDSMValueText::Parsed parsed = KorDSMValueText::parse(*row.table, column, options.value);
     if (!parsed.value)
-        return refuse(kExitFailed, KorString::format("Column \"%s\": %s", {column.name, parsed.error}));
+        return refuse(kExitFailed,
+                      KorString::format(translated("Column \"%s\": %s"), {column.name, parsed.error}));
     if (column.number == 1)
         if (const KorString fault = faultOfName(row, std::get<KorString>(*parsed.value)); !fault.isEmpty())
             return refuse(kExitFailed, fault);
     if (isShared(row) && !options.shared)
-        return refuse(kExitFailed,
-                      KorString::format("The %s \"%s\" is used by several records, and all of them would "
-                                        "change; give --shared if that is meant.",
-                                        {row.table->rowName(), options.row.name}));
+        return refuse(kExitFailed, KorString::format(
+                                       translated("The %s \"%s\" is used by several records, and all of them "
+                                                  "would change; give --shared if that is meant."),
+                                       {row.table->rowName(), options.row.name}));
     return write(row, column, *parsed.value);
 }
 
@@ -86,9 +90,9 @@ int setCommand(DataFolder&, const SetOptions& options) {
         return refuse(found, error);
     const Column* column = row.table->column(std::string_view(options.column));
     if (!column)
-        return refuse(kExitUsage,
-                      KorString::format("A %s has no column \"%s\"; its columns are %s.",
-                                        {row.table->rowName(), options.column, columnNames(*row.table)}));
+        return refuse(kExitUsage, KorString::format(
+                                      translated("The kind \"%s\" has no column \"%s\"; its columns are %s."),
+                                      {row.table->kindName(), options.column, columnNames(*row.table)}));
     const KorDSNRequest request(row.source.dsn, row.source.index);
     return std::max<int>(set(row, *column, options), lost ? kExitFailed : kExitDone);
 }

@@ -2,6 +2,7 @@
 #include "app/Console.h"
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
+#include "base/Translation.h"
 #include "controls/KorQt.h"
 #include "data/KorDSNManager.h"
 #include "data/KorOdbcGUI.h"
@@ -88,22 +89,27 @@ std::vector<const Column*> columnsWorthALine(const TableSchema& table, const Str
     return columns;
 }
 
+// The kind as the command line takes it: who reads it may ask for the record next.
+KorString nameOf(const RelatedRow& other) {
+    return KorString::format(translated("%s \"%s\""), {other.table->kindName(), other.record->name});
+}
+
+// Columns are named as "set" takes them, in every language.
 void printText(const RowChoice& row, const StructRecord& record) {
     const bool shared =
         KorOdbcGUI::canBeShared(row.table->type) && KorOdbcGUI::isShared(row.table->type, row.key);
-    Console::say(KorString::format("%s \"%s\" in the source \"%s\"%s",
-                                   {KorDSMValueText::tableCaption(*row.table), record.name,
-                                    SourceChoice::nameOf(row.source), shared ? ", shared" : ""}));
+    Console::say(KorString::format(
+        shared ? translated("%s \"%s\" in the source \"%s\", shared")
+               : translated("%s \"%s\" in the source \"%s\""),
+        {KorDSMValueText::tableCaption(*row.table), record.name, SourceChoice::nameOf(row.source)}));
     std::vector<std::vector<KorString>> lines;
     for (const Column* column : columnsWorthALine(*row.table, record))
         lines.push_back({column->name, KorDSMValueText::toText(*row.table, *column, record)});
     for (const RelatedRow& part : relatedRows(row, eReferenceRole::kPartOf))
-        lines.push_back(
-            {"part", KorString::format("%s \"%s\"", {part.table->kindName(), part.record->name})});
+        lines.push_back({translated("part"), nameOf(part)});
     for (const RelatedRow& user : relatedRows(row, eReferenceRole::kUses))
-        lines.push_back(
-            {"used by", KorString::format("%s \"%s\"", {user.table->kindName(), user.record->name})});
-    Console::printColumns({"Column", "Value"}, lines);
+        lines.push_back({translated("used by"), nameOf(user)});
+    Console::printColumns({translated("Column"), translated("Value")}, lines);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "app/SourceChoice.h"
 
+#include "base/Translation.h"
 #include "services/AddInManager.h"
 
 #include <algorithm>
@@ -57,9 +58,11 @@ Sources choose(const std::string& name) {
         }
         if (StyleDatabases::current().source(id))
             return {{id}, {}};
-        return {{}, KorString::format("The source \"%s\" has no database that can be used.", {nameOf(id)})};
+        return {{},
+                KorString::format(translated("The source \"%s\" has no database that can be used."),
+                                  {nameOf(id)})};
     }
-    return {{}, KorString::format("There is no source \"%s\"; there are %s.", {name, names})};
+    return {{}, KorString::format(translated("There is no source \"%s\"; there are %s."), {name, names})};
 }
 
 } // namespace SourceChoice

@@ -1,5 +1,7 @@
 #include "data/StyleDatabases.h"
 
+#include "base/Translation.h"
+
 #include <algorithm>
 
 // The part of StyleDatabases that writes pending changes.
@@ -75,10 +77,13 @@ void StyleDatabases::finishSource(StyleSource& source, eTableType type) {
 void StyleDatabases::fail(StyleSource& source, std::string error) {
     source.store().rollback();
     m_written[source.id()].clear();
-    report(source).error = error.empty() ? source.store().name() +
-                                               ": another program changed the same data; nothing was "
-                                               "written. Compare the values, then keep yours or reload."
-                                         : std::move(error);
+    if (error.empty())
+        error =
+            KorString::format(translated("%s: another program changed the same data; nothing was written. "
+                                         "Compare the values, then keep yours or reload."),
+                              {source.store().name()})
+                .toStdString();
+    report(source).error = std::move(error);
 }
 
 void StyleDatabases::dropTable(eTableType type) {

@@ -124,7 +124,7 @@ TEST_F(TextFormTest, ErrorsNameFileLineAndFault) {
         {"[bitmap]\nname | resourse\n", "line 2: the table \"bitmap\" has no column \"resourse\""},
         {"[bitmap]\nname | name\n", "line 2: the column \"name\" is named twice"},
         {"[bitmap]\nname | resource\nA | 1 | 2\n", "line 3: the row has 3 fields for 2 columns"},
-        {"[bitmap]\nname | resource\nA | 1\nA | 2\n", "line 4: there is already a bitmap called \"A\""},
+        {"[bitmap]\nname | resource\nA | 1\nA | 2\n", "line 4: another bitmap is called \"A\" already"},
         {"[bitmap]\nname | resource\n | 1\n", "line 3: the bitmap has no name"},
         {"[bitmap]\nname | resource\nA | 1.5\n", "line 3: \"1.5\" is no number for the column \"resource\""},
         {"[bitmap]\nname | resource\nA | 3000000000\n", "line 3: \"3000000000\" is no number"},

@@ -1,3 +1,4 @@
+#include "base/Translation.h"
 #include "services/CKorHelp.h"
 #include "services/KOSettings.h"
 #include "services/ServicesTestSupport.h"
@@ -13,22 +14,87 @@ namespace fs = std::filesystem;
 
 class PromptsTest : public ServicesTest {};
 
+// The places for arguments of a sentence, in order.
+std::string placesIn(const std::string& sentence) {
+    const std::regex place("%[sd%]");
+    std::string found;
+    for (std::sregex_iterator it(sentence.begin(), sentence.end(), place), end; it != end; ++it)
+        found += it->str();
+    return found;
+}
+
 // The texts of a shipped file with the places for arguments that each has, in order.
 std::map<std::string, std::string> placesOf(const std::string& language) {
     std::map<std::string, std::string> places;
     std::ifstream file(fs::path(SOURCE_DIR) / "resources" / "prompts" / (language + ".tsv"));
-    const std::regex place("%[sd%]");
-    for (std::string line; std::getline(file, line);) {
-        if (line.empty() || line.front() == '#')
-            continue;
-        std::string& found = places[line.substr(0, line.find('\t', line.find('\t') + 1))];
-        for (std::sregex_iterator it(line.begin(), line.end(), place), end; it != end; ++it)
-            found += it->str();
-    }
+    for (std::string line; std::getline(file, line);)
+        if (!line.empty() && line.front() != '#')
+            places[line.substr(0, line.find('\t', line.find('\t') + 1))] = placesIn(line);
     return places;
 }
 
+// What an escape of C++ or of a text file stands for.
+std::string unescaped(std::string text) {
+    for (std::size_t at = 0; (at = text.find('\\', at)) != std::string::npos; ++at) {
+        text.erase(at, 1);
+        text[at] = text[at] == 'n' ? '\n' : text[at];
+    }
+    return text;
+}
+
+// Every sentence that the sources mark, with its file.
+std::map<std::string, std::string> sentencesOfTheSources() {
+    const std::regex marked(R"re(\btransla(?:ted|table)\(\s*((?:"(?:[^"\\\n]|\\.)*"\s*)+))re");
+    const std::regex literal(R"re("((?:[^"\\\n]|\\.)*)")re");
+    std::map<std::string, std::string> sentences;
+    for (const auto& entry : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / "src")) {
+        if (!entry.is_regular_file())
+            continue;
+        std::ifstream file(entry.path());
+        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        for (std::sregex_iterator it(text.begin(), text.end(), marked), end; it != end; ++it) {
+            const std::string pieces = (*it)[1];
+            std::string sentence;
+            for (std::sregex_iterator piece(pieces.begin(), pieces.end(), literal); piece != end; ++piece)
+                sentence += (*piece)[1];
+            sentences.emplace(unescaped(sentence), entry.path().string());
+        }
+    }
+    return sentences;
+}
+
 } // namespace
+
+TEST_F(PromptsTest, EverySentenceOfTheSourcesIsThereInGermanAndNoOther) {
+    std::map<std::string, std::string> sources = sentencesOfTheSources();
+    EXPECT_GT(sources.size(), 150u);
+    std::ifstream file(KorResources::folder() / "prompts" / "de.sentences.tsv");
+    for (std::string line; std::getline(file, line);) {
+        if (line.empty() || line.front() == '#')
+            continue;
+        const std::string english = unescaped(line.substr(0, line.find('\t')));
+        EXPECT_EQ(sources.erase(english), 1u) << "no source says: " << english;
+        EXPECT_EQ(placesIn(english), placesIn(line.substr(line.find('\t')))) << english;
+    }
+    for (const auto& [sentence, source] : sources)
+        ADD_FAILURE() << source << " has no German: " << sentence;
+}
+
+TEST_F(PromptsTest, SentencesComeInTheLanguageOfTheProgramOrAsTheyStand) {
+    m_folder.write("en.tsv", "TAB\t0\tDetail style\n");
+    m_folder.write("nl.tsv", "TAB\t0\tDetailstijl\n");
+    m_folder.write("nl.sentences.tsv", "no \\\\\\n%s\tgeen \\\\\\n%s\nno tab\nyes\t\n");
+    Prompts::load(m_folder.path(), "nl");
+    EXPECT_EQ(translated("no \\\n%s"), "geen \\\n%s");
+    EXPECT_EQ(translated("yes"), "yes");
+    EXPECT_EQ(term("TAB", 0, "detail style"), "Detailstijl");
+    EXPECT_EQ(term("TAB", 1, "view"), "view");
+    const std::string damaged = onlySentence();
+    EXPECT_TRUE(contains(damaged, "nl.sentences.tsv") && contains(damaged, "2, 3")) << damaged;
+    Prompts::load(m_folder.path(), "en");
+    EXPECT_EQ(translated("no \\\n%s"), "no \\\n%s");
+    EXPECT_EQ(term("TAB", 0, "style"), "detail style");
+}
 
 TEST_F(PromptsTest, TheShippedLanguagesHaveTheSameTextsWithTheSameArguments) {
     const auto english = placesOf("en");
@@ -81,6 +147,7 @@ TEST_F(PromptsTest, DamagedAndMissingLinesAreReportedAndTheRestIsUsed) {
 TEST_F(PromptsTest, WhatALanguageLacksIsShownInEnglish) {
     m_folder.write("en.tsv", "UPS\t1\tone\nUPS\t2\ttwo\n");
     const fs::path dutch = m_folder.write("nl.tsv", "UPS\t1\teen\n");
+    m_folder.write("nl.sentences.tsv", "");
     EXPECT_TRUE(Prompts::load(m_folder.path(), "nl"));
     EXPECT_EQ(Prompts::getPrompt("UPS", 1), "een");
     EXPECT_EQ(Prompts::getPrompt("UPS", 2), "two");

@@ -1,5 +1,6 @@
 #include "data/check/ConsistencyCheck.h"
 
+#include "base/Translation.h"
 #include "data/KorOdbcGUI.h"
 #include "data/RowClosure.h"
 #include "data/store/ReadReport.h"
@@ -51,8 +52,10 @@ void ConsistencyCheck::checkTable(const TableSchema& table) {
         if (isMadeToBeUsed(table))
             checkUse(table, row);
         if (isIdentified && !isReferredTo(table, row, eReferenceRole::kIdentifies))
-            add(eSeverity::kWarning, table, row, nullptr,
-                " has no number by which drawings find it; copy it and use the copy.");
+            add({eSeverity::kWarning, &table, row.key, row.name},
+                translated(
+                    "The %s \"%s\" (key %s) of \"%s\" has no number by which drawings find it; copy it and "
+                    "use the copy."));
     }
 }
 
@@ -71,21 +74,27 @@ void ConsistencyCheck::checkReference(const TableSchema& table, const StructReco
         return;
     const std::string target = findTable(column.target)->rowName();
     if (column.role == eReferenceRole::kPartOf)
-        add(eSeverity::kError, table, row, &column,
-            " is part of a " + target + " that does not exist (key " + std::to_string(key) +
-                "); compact the database to remove it.");
+        add({eSeverity::kError, &table, row.key, row.name, &column},
+            translated("The %s \"%s\" (key %s) of \"%s\" is part of the %s with the key %s, which does not "
+                       "exist; compact the "
+                       "database to remove it."),
+            target, KorString::number(key));
     else if (key > 0)
-        add(eSeverity::kError, table, row, &column,
-            " refers in \"" + column.name + "\" to a " + target + " that does not exist (key " +
-                std::to_string(key) + "); choose another one.");
+        add({eSeverity::kError, &table, row.key, row.name, &column},
+            translated("The %s \"%s\" (key %s) of \"%s\" refers in \"%s\" to the %s with the key %s, which "
+                       "does not exist; "
+                       "choose another one."),
+            table.columnName(column), target, KorString::number(key));
 }
 
 void ConsistencyCheck::checkRange(const TableSchema& table, const StructRecord& row, const Column& column) {
     const double value = column.isReal() ? column.realIn(&row) : column.integerIn(&row);
     if (value < column.minimum || value > column.maximum)
-        add(eSeverity::kWarning, table, row, &column,
-            " holds " + displayText(column.read(&row)) + " in \"" + column.name +
-                "\", which is outside the range of that column; enter another value.");
+        add({eSeverity::kWarning, &table, row.key, row.name, &column},
+            translated(
+                "The %s \"%s\" (key %s) of \"%s\" holds %s in \"%s\", which is outside the range of that "
+                "column; enter another value."),
+            displayText(column.read(&row)), table.columnName(column));
 }
 
 void ConsistencyCheck::checkName(const TableSchema& table, const StructRecord& row) {
@@ -93,14 +102,18 @@ void ConsistencyCheck::checkName(const TableSchema& table, const StructRecord& r
         return;
     const StructRecord* first = m_source.table(table.type).find(row.name);
     if (first->key != row.key)
-        add(eSeverity::kWarning, table, row, table.column(1),
-            " has the same name as the one with the key " + std::to_string(first->key) +
-                "; rename one of them.");
+        add({eSeverity::kWarning, &table, row.key, row.name, table.column(1)},
+            translated(
+                "The %s \"%s\" (key %s) of \"%s\" has the same name as the one with the key %s; rename one "
+                "of them."),
+            KorString::number(first->key));
 }
 
 void ConsistencyCheck::checkUse(const TableSchema& table, const StructRecord& row) {
     if (!isReferredTo(table, row, eReferenceRole::kUses))
-        add(eSeverity::kNote, table, row, nullptr, " is not used by anything; delete it if nobody needs it.");
+        add({eSeverity::kNote, &table, row.key, row.name},
+            translated(
+                "The %s \"%s\" (key %s) of \"%s\" is not used by anything; delete it if nobody needs it."));
 }
 
 bool ConsistencyCheck::isReferredTo(const TableSchema& table, const StructRecord& row, eReferenceRole role) {
@@ -109,12 +122,11 @@ bool ConsistencyCheck::isReferredTo(const TableSchema& table, const StructRecord
                                [role](const Referrer& referrer) { return referrer.column->role == role; });
 }
 
-std::string ConsistencyCheck::rowText(const TableSchema& table, const StructRecord& row) {
-    return "The " + table.rowName() + " \"" + row.name.toStdString() + "\" (key " + std::to_string(row.key) +
-           ") of \"" + m_source.store().name() + "\"";
-}
-
-void ConsistencyCheck::add(eSeverity severity, const TableSchema& table, const StructRecord& row,
-                           const Column* column, std::string sentence) {
-    m_findings.push_back({severity, &table, row.key, row.name, column, rowText(table, row) + sentence});
+void ConsistencyCheck::add(Finding finding, const KorString& pattern, const KorString& first,
+                           const KorString& second, const KorString& third) {
+    finding.sentence =
+        KorString::format(pattern, {finding.table->rowName(), finding.name, KorString::number(finding.key),
+                                    m_source.store().name(), first, second, third})
+            .toStdString();
+    m_findings.push_back(std::move(finding));
 }

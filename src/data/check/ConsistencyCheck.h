@@ -38,9 +38,9 @@ private:
     void checkName(const TableSchema& table, const StructRecord& row);
     void checkUse(const TableSchema& table, const StructRecord& row);
     bool isReferredTo(const TableSchema& table, const StructRecord& row, eReferenceRole role);
-    std::string rowText(const TableSchema& table, const StructRecord& row);
-    void add(eSeverity severity, const TableSchema& table, const StructRecord& row, const Column* column,
-             std::string sentence);
+    /// Puts the sentence together: the row's kind, name and key and the database, then the arguments.
+    void add(Finding finding, const KorString& pattern, const KorString& first = {},
+             const KorString& second = {}, const KorString& third = {});
 
     StyleSource& m_source;
     std::vector<Finding> m_findings;

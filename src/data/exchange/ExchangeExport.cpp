@@ -46,7 +46,7 @@ StoreResult ExchangeExport::writeInto(StyleStore& store, ExchangeProgress& progr
         result = writeTable(store, it->first, it->second);
         m_cancelled = !progress.step();
         if (m_cancelled)
-            return StoreResult::failure("cancelled");
+            return StoreResult::failure("cancelled"); // so that nothing is kept; nobody reads it
     }
     return result;
 }

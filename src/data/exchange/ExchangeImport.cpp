@@ -1,5 +1,6 @@
 #include "data/exchange/ExchangeImport.h"
 
+#include "base/Translation.h"
 #include "data/FreeName.h"
 #include "data/RowClosure.h"
 
@@ -88,9 +89,10 @@ void ExchangeImport::renameIfTaken(eTableType table, StructRecord& record) {
     record.name = freeName(m_to, table, before);
     m_report.renamed.push_back({table, before, record.name});
     if (KorODBCDetailStyleExports::isAdvancedDeepCopyModeEnabled())
-        m_progress.message(KorString::format("The %s \"%s\" is imported as \"%s\", because there is another "
-                                             "one of its name.",
-                                             {findTable(table)->rowName(), before, record.name}));
+        m_progress.message(KorString::format(
+            translated("The %s \"%s\" is imported as \"%s\", because there is another one of its "
+                       "name."),
+            {findTable(table)->rowName(), before, record.name}));
 }
 
 void ExchangeImport::identify(RowRef row, std::int32_t key) {

@@ -1,5 +1,6 @@
 #include "data/exchange/KorDatabaseAccess.h"
 
+#include "base/Translation.h"
 #include "data/StyleDatabases.h"
 #include "data/store/SqliteStore.h"
 
@@ -46,8 +47,9 @@ int KorDatabaseAccess::setConnectionString(eDSN dsn, eIndex index, const KorStri
         if (equals != std::string_view::npos && (name == "dbq" || name == "database"))
             return setConnection(dsn, index, KorString(entry.substr(equals + 1)).trimmed(), error);
     }
-    error = KorString::format("The connection \"%s\" names no file; add an entry \"DBQ=\" with its path.",
-                              {connection});
+    error = KorString::format(
+        translated("The connection \"%s\" names no file; add an entry \"DBQ=\" with its path."),
+        {connection});
     return 0;
 }
 
@@ -59,8 +61,10 @@ int KorDatabaseAccess::detachDatabase(eDSN dsn, eIndex index) {
 }
 
 int KorDatabaseAccess::migrateMdb(const KorString& path, KorString& error) {
-    error = KorString::format("The file \"%s\" has the format of an earlier installation, which this program "
-                              "cannot read; export its styles there into a .%s file and import that.",
-                              {path, getDatabaseExtension()});
+    error = KorString::format(
+        translated(
+            "The file \"%s\" has the format of an earlier installation, which this program cannot read; "
+            "export its styles there into a .%s file and import that."),
+        {path, getDatabaseExtension()});
     return 0;
 }

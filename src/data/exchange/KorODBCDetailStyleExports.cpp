@@ -1,5 +1,6 @@
 #include "data/exchange/KorODBCDetailStyleExports.h"
 
+#include "base/Translation.h"
 #include "data/KorDSNManager.h"
 #include "data/RowClosure.h"
 #include "data/exchange/ExchangeExport.h"
@@ -20,17 +21,18 @@ KorString g_failure; // what the last operation has to say, beyond its code
 KorString sentenceOf(int code) {
     switch (code) {
     case Exports::kNoSuchSource:
-        return "The database is not open; open it and try again.";
+        return translated("The database is not open; open it and try again.");
     case Exports::kNoSuchRow:
-        return "The definition no longer exists; reload the databases and try again.";
+        return translated("The definition no longer exists; reload the databases and try again.");
     case Exports::kReadOnlyTarget:
-        return "The database may not be changed; choose the user's own database.";
+        return translated("The database may not be changed; choose the user's own database.");
     case Exports::kSameSource:
-        return "The definition is in this database already; choose another database.";
+        return translated("The definition is in this database already; choose another database.");
     case Exports::kFileFailed:
-        return "The file could not be read or written; choose another file.";
+        return translated("The file could not be read or written; choose another file.");
     case Exports::kNotStored:
-        return "The database did not take all rows, so nothing was imported; check it for damage.";
+        return translated(
+            "The database did not take all rows, so nothing was imported; check it for damage.");
     default:
         return {};
     }

@@ -1,5 +1,6 @@
 #include "data/schema/TableSchema.h"
 
+#include "base/Translation.h"
 #include "data/schema/TableDeclarations.h"
 
 #include <algorithm>
@@ -30,7 +31,11 @@ std::string TableSchema::kindName() const {
 }
 
 std::string TableSchema::rowName() const {
-    return withSeparator(name, ' ');
+    return term("TAB", type, withSeparator(name, ' ')).toStdString();
+}
+
+std::string TableSchema::columnName(const Column& column) const {
+    return term("COL", type * 100 + column.number, column.name).toStdString();
 }
 
 const Column* TableSchema::column(int number) const {

@@ -13,15 +13,16 @@
 /// stored and what their columns mean. Everything that treats tables alike reads it.
 struct TableSchema {
     eTableType type = kNoTable;
-    std::string name;            ///< SQL name, words joined by '_'
-    std::vector<Column> columns; ///< ascending by number, from 1; the key is no column of its own
+    std::string name;                  ///< SQL name, words joined by '_'
+    std::vector<Column> columns;       ///< ascending by number, from 1; the key is no column of its own
     eTableType commitsWith = kNoTable; ///< the table type in whose commit this table takes part
     std::function<std::unique_ptr<RowArray>()> makeRows;
 
     /// Name on the command line, words joined by '-'.
     std::string kindName() const;
-    /// What a row is called in English, words joined by blanks.
+    /// What a row and a column are called inside a sentence, in the program's language.
     std::string rowName() const;
+    std::string columnName(const Column& column) const;
     /// The column of this number or name, or null.
     const Column* column(int number) const;
     const Column* column(std::string_view columnName) const;

@@ -1,6 +1,7 @@
-#include "base/Utf8.h"
 #include "data/store/ReadReport.h"
 
+#include "base/Translation.h"
+#include "base/Utf8.h"
 
 #include <sqlite3.h>
 
@@ -22,25 +23,29 @@ std::string realText(double value) {
 
 std::string quotedStart(std::string_view text) {
     if (!isCleanUtf8(text))
-        return "a text that is no valid UTF-8";
+        return translated("a text that is no valid UTF-8").toStdString();
     std::size_t end = std::min(text.size(), kLongestText);
     while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
         --end;
-    return '"' + std::string(text.substr(0, end)) + (end < text.size() ? "...\"" : "\"");
+    const KorString start(text.substr(0, end));
+    return KorString::format(end < text.size() ? translated("\"%s...\"") : translated("\"%s\""), {start})
+        .toStdString();
 }
 
-const char* expectation(const Column& column) {
+KorString expectation(const Column& column) {
     if (column.isText())
-        return "a text";
-    return column.isReal() ? "a number" : "a whole number of 32 bits";
+        return translated("a text");
+    return column.isReal() ? translated("a number") : translated("a whole number of 32 bits");
 }
 
-std::string rangeText(const Column& column) {
+KorString rangeText(const Column& column) {
+    const std::string lowest = realText(column.minimum);
+    const std::string highest = realText(column.maximum);
     if (column.minimum == -std::numeric_limits<double>::infinity())
-        return "the range up to " + realText(column.maximum);
+        return KorString::format(translated("at most %s"), {highest});
     if (column.maximum == std::numeric_limits<double>::infinity())
-        return "the range from " + realText(column.minimum);
-    return "the range from " + realText(column.minimum) + " to " + realText(column.maximum);
+        return KorString::format(translated("at least %s"), {lowest});
+    return KorString::format(translated("from %s to %s"), {lowest, highest});
 }
 
 } // namespace
@@ -56,9 +61,9 @@ std::string displayText(sqlite3_value* value) {
         return quotedStart({start, static_cast<std::size_t>(sqlite3_value_bytes(value))});
     }
     case SQLITE_BLOB:
-        return "binary data";
+        return translated("binary data").toStdString();
     default:
-        return "nothing";
+        return translated("nothing").toStdString();
     }
 }
 
@@ -72,43 +77,54 @@ std::string displayText(const CellValue& value) {
 
 ReadReport::~ReadReport() {
     if (const int more = m_count - kSentencesPerTable; more > 0)
-        m_problems.push_back({"The table \"" + m_table.rowName() + "\" of \"" + m_file + "\" has " +
-                              std::to_string(more) +
-                              " more cells or rows of this kind; restore the file from a "
-                              "copy, or correct them one by one."});
+        m_problems.push_back(
+            {KorString::format(
+                 translated("The table \"%s\" of \"%s\" has %s more cells or rows of this kind; "
+                            "restore the file from a copy, or correct them one by one."),
+                 {m_table.rowName(), m_file, KorString::number(more)})
+                 .toStdString()});
 }
 
 void ReadReport::addMissingTable() {
-    add("has no table \"" + m_table.name +
-        "\"; none of its rows can be shown or written, restore the file from "
-        "a copy.");
+    add(translated("The style database \"%s\" has no table \"%s\"; none of its rows can be shown or written, "
+                   "restore the file from a copy."),
+        {m_file, m_table.name});
 }
 
 void ReadReport::addMissingColumn(const Column& column) {
-    add("has no column \"" + column.name + "\" in its table \"" + m_table.name +
-        "\"; the default is shown and cannot be changed, restore the file from a copy.");
+    add(translated("The style database \"%s\" has no column \"%s\" in its table \"%s\"; the default is shown "
+                   "and cannot be changed, restore the file from a copy."),
+        {m_file, column.name, m_table.name});
 }
 
 void ReadReport::addCell(const StructRecord& record, const Column& column, sqlite3_value* stored, bool kept) {
-    const std::string place = " in the column \"" + column.name + "\" of the " + m_table.rowName() + " \"" +
-                              record.name.toStdString() + "\" (key " + std::to_string(record.key) + ")";
+    const KorString name = m_table.columnName(column);
+    const KorString key = KorString::number(record.key);
     if (kept)
-        add("holds " + displayText(stored) + place + ", outside " + rangeText(column) +
-                "; enter a value to "
-                "replace it.",
+        add(translated(
+                "The style database \"%s\" holds %s in the column \"%s\" of the %s \"%s\" (key %s), which "
+                "takes %s; enter a value to replace it."),
+            {m_file, displayText(stored), name, m_table.rowName(), record.name, key, rangeText(column)},
             true);
     else
-        add("holds " + displayText(stored) + " instead of " + expectation(column) + place + "; " +
-            displayText(column.read(&record)) + " is shown, enter a value to replace it.");
+        add(translated(
+                "The style database \"%s\" holds %s instead of %s in the column \"%s\" of the %s \"%s\" "
+                "(key %s); %s is shown, enter a value to replace it."),
+            {m_file, displayText(stored), expectation(column), name, m_table.rowName(), record.name, key,
+             displayText(column.read(&record))});
 }
 
 void ReadReport::addRow(sqlite3_value* key, bool isDuplicate) {
-    add(std::string("holds a row in its table \"") + m_table.name + "\" whose key " +
-        (isDuplicate ? "is used twice (" : "is no positive whole number of 32 bits (") + displayText(key) +
-        "); the row is left out, correct its key with a database tool.");
+    add(isDuplicate
+            ? translated("The style database \"%s\" holds a row in its table \"%s\" whose key is used twice "
+                         "(%s); the row is left out, correct its key with a database tool.")
+            : translated("The style database \"%s\" holds a row in its table \"%s\" whose key is no positive "
+                         "whole number of 32 bits (%s); the row is left out, correct its key with a database "
+                         "tool."),
+        {m_file, m_table.name, displayText(key)});
 }
 
-void ReadReport::add(const std::string& text, bool kept) {
+void ReadReport::add(const KorString& pattern, std::initializer_list<KorString> arguments, bool kept) {
     if (++m_count <= kSentencesPerTable)
-        m_problems.push_back({"The style database \"" + m_file + "\" " + text, kept});
+        m_problems.push_back({KorString::format(pattern, arguments).toStdString(), kept});
 }

@@ -23,7 +23,7 @@ public:
     void addRow(sqlite3_value* key, bool isDuplicate);
 
 private:
-    void add(const std::string& text, bool kept = false);
+    void add(const KorString& pattern, std::initializer_list<KorString> arguments, bool kept = false);
 
     const std::string& m_file;
     const TableSchema& m_table;

@@ -1,6 +1,7 @@
 #include "data/store/SqliteStore.h"
 
 #include "base/KorAssert.h"
+#include "base/Translation.h"
 
 #include <algorithm>
 #include <array>
@@ -120,7 +121,9 @@ StoreResult SqliteStore::checkVersion() {
     if (application != kApplicationId)
         return faultResult(eStoreFault::kOtherApplication, name());
     if (version > kSchemaVersion)
-        return faultResult(eStoreFault::kNewerVersion, name(), "version " + std::to_string(version));
+        return faultResult(
+            eStoreFault::kNewerVersion, name(),
+            KorString::format(translated("version %s"), {std::to_string(version)}).toStdString());
     if (version < kSchemaVersion)
         return faultResult(eStoreFault::kUnknownVersion, name(), std::to_string(version));
     return {};
@@ -176,7 +179,7 @@ StoreResult SqliteStore::begin() {
 
 StoreResult SqliteStore::apply(const TableChange& change, std::vector<StoreConflict>& conflicts) {
     if (!KorAssert::check(m_database.connection.isInTransaction(), "isInTransaction()"))
-        return faultResult(eStoreFault::kOther, name(), "no transaction");
+        return faultResult(eStoreFault::kOther, name(), translated("no transaction").toStdString());
     const std::size_t before = conflicts.size();
     const StoreResult result = m_writer.apply(change, conflicts);
     m_hasConflict |= conflicts.size() > before;
@@ -186,7 +189,8 @@ StoreResult SqliteStore::apply(const TableChange& change, std::vector<StoreConfl
 StoreResult SqliteStore::commit() {
     if (!KorAssert::check(!m_hasConflict, "!m_hasConflict")) {
         rollback();
-        return faultResult(eStoreFault::kOther, name(), "a part of the change was not applied");
+        return faultResult(eStoreFault::kOther, name(),
+                           translated("a part of the change was not applied").toStdString());
     }
     const int code = m_database.connection.execute("COMMIT");
     if (code == SQLITE_OK) {

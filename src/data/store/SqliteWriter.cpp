@@ -27,10 +27,12 @@ std::string insertSql(const TableSchema& table, const std::vector<const Column*>
     return sql + values + ")";
 }
 
-std::string joined(std::span<const CellChange* const> cells, CellValue CellChange::*member) {
+std::string joined(const TableSchema& table, std::span<const CellChange* const> cells,
+                   CellValue CellChange::*member) {
     std::string text;
     for (const CellChange* cell : cells)
-        text += (text.empty() ? "" : "; ") + cell->column->name + " = " + displayText(cell->*member);
+        text +=
+            (text.empty() ? "" : "; ") + table.columnName(*cell->column) + " = " + displayText(cell->*member);
     return text;
 }
 
@@ -230,8 +232,8 @@ StoreResult SqliteWriter::tellDifferences(const TableSchema& table, Cells cells,
                                  displayText(cell->wanted), displayText(cell->stored)});
         select.reset();
         if (code == SQLITE_DONE) {
-            conflicts.push_back({&table, key, nullptr, "", joined(cells, &CellChange::wanted),
-                                 joined(cells, &CellChange::stored)});
+            conflicts.push_back({&table, key, nullptr, "", joined(table, cells, &CellChange::wanted),
+                                 joined(table, cells, &CellChange::stored)});
             return {};
         }
         if (code != SQLITE_ROW)

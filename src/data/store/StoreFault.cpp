@@ -1,5 +1,7 @@
 #include "data/store/StoreFault.h"
 
+#include "base/Translation.h"
+
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -11,49 +13,63 @@ namespace {
 // %s is the file, a second %s the detail.
 constexpr std::pair<eStoreFault, const char*> kPatterns[] = {
     {eStoreFault::kMissing,
-     "The style database \"%s\" does not exist; check the data folder or restore the file."},
-    {eStoreFault::kNoFile, "\"%s\" is not a file; name a style database file instead."},
-    {eStoreFault::kEmpty, "The file \"%s\" is empty and no style database; restore it from a copy, or delete "
-                          "it to get a new one."},
+     translatable("The style database \"%s\" does not exist; check the data folder or restore the file.")},
+    {eStoreFault::kNoFile, translatable("\"%s\" is not a file; name a style database file instead.")},
+    {eStoreFault::kEmpty,
+     translatable("The file \"%s\" is empty and no style database; restore it from a copy, or delete "
+                  "it to get a new one.")},
     {eStoreFault::kNoDatabase,
-     "The file \"%s\" is not a database; choose a style database, or restore it from a copy."},
+     translatable("The file \"%s\" is not a database; choose a style database, or restore it from a copy.")},
     {eStoreFault::kOtherApplication,
-     "The database \"%s\" belongs to another program; choose a style database."},
-    {eStoreFault::kNewerVersion, "The style database \"%s\" was written by a newer version of this program "
-                                 "(%s); update the program to open it."},
+     translatable("The database \"%s\" belongs to another program; choose a style database.")},
+    {eStoreFault::kNewerVersion,
+     translatable("The style database \"%s\" was written by a newer version of this program "
+                  "(%s); update the program to open it.")},
     {eStoreFault::kUnknownVersion,
-     "The style database \"%s\" has an unknown version (%s); restore it from a copy."},
-    {eStoreFault::kDamaged, "The style database \"%s\" is damaged (%s); restore it from a copy."},
+     translatable("The style database \"%s\" has an unknown version (%s); restore it from a copy.")},
+    {eStoreFault::kDamaged,
+     translatable("The style database \"%s\" is damaged (%s); restore it from a copy.")},
     {eStoreFault::kLocked,
-     "The style database \"%s\" is locked by another program; finish the work there and try again."},
+     translatable(
+         "The style database \"%s\" is locked by another program; finish the work there and try again.")},
     {eStoreFault::kUnreadable,
-     "The style database \"%s\" may not be read; ask for permission to read the file."},
-    {eStoreFault::kReadOnly, "The style database \"%s\" may not be written and is open for reading only; ask "
-                             "for permission to write the file."},
-    {eStoreFault::kFolderMissing, "The folder of \"%s\" does not exist; create it or choose another one."},
-    {eStoreFault::kFolderReadOnly, "The folder of \"%s\" cannot be written, so nothing can be changed there; "
-                                   "ask for permission to write the folder or choose another one."},
+     translatable("The style database \"%s\" may not be read; ask for permission to read the file.")},
+    {eStoreFault::kReadOnly,
+     translatable("The style database \"%s\" may not be written and is open for reading only; ask "
+                  "for permission to write the file.")},
+    {eStoreFault::kFolderMissing,
+     translatable("The folder of \"%s\" does not exist; create it or choose another one.")},
+    {eStoreFault::kFolderReadOnly,
+     translatable("The folder of \"%s\" cannot be written, so nothing can be changed there; "
+                  "ask for permission to write the folder or choose another one.")},
     {eStoreFault::kDiskFull,
-     "The disk is full, nothing was written to \"%s\"; free some space and try again."},
+     translatable("The disk is full, nothing was written to \"%s\"; free some space and try again.")},
     {eStoreFault::kWriteAheadLog,
-     "The style database \"%s\" was left in write-ahead mode by another program; set its journal mode to "
-     "DELETE there, or restore it from a copy."},
-    {eStoreFault::kInterruptedWrite, "The style database \"%s\" holds a change that was interrupted; open it "
-                                     "once with permission to write, so that the change is taken back."},
-    {eStoreFault::kReplaced,
-     "The style database \"%s\" was replaced or removed by another program; read it again before you write."},
-    {eStoreFault::kOpenHere, "The style database \"%s\" is open in this program; choose another file name."},
-    {eStoreFault::kExists, "The file \"%s\" exists already; choose another file name."},
-    {eStoreFault::kLeftover, "Beside \"%s\" lies a file of an interrupted change (%s); choose another file "
-                             "name, or open the database once so that the change is taken back."},
-    {eStoreFault::kNoTable, "The style database \"%s\" has no table \"%s\", so nothing can be written there; "
-                            "restore it from a copy."},
-    {eStoreFault::kNoColumn, "The style database \"%s\" has no column \"%s\", so nothing can be written "
-                             "there; restore it from a copy."},
-    {eStoreFault::kInputOutput, "The style database \"%s\" could not be read or written (%s); check the disk "
-                                "or the network connection and try again."},
+     translatable(
+         "The style database \"%s\" was left in write-ahead mode by another program; set its journal mode to "
+         "DELETE there, or restore it from a copy.")},
+    {eStoreFault::kInterruptedWrite,
+     translatable("The style database \"%s\" holds a change that was interrupted; open it "
+                  "once with permission to write, so that the change is taken back.")},
+    {eStoreFault::kReplaced, translatable("The style database \"%s\" was replaced or removed by another "
+                                          "program; read it again before you write.")},
+    {eStoreFault::kOpenHere,
+     translatable("The style database \"%s\" is open in this program; choose another file name.")},
+    {eStoreFault::kExists, translatable("The file \"%s\" exists already; choose another file name.")},
+    {eStoreFault::kLeftover,
+     translatable("Beside \"%s\" lies a file of an interrupted change (%s); choose another file "
+                  "name, or open the database once so that the change is taken back.")},
+    {eStoreFault::kNoTable,
+     translatable("The style database \"%s\" has no table \"%s\", so nothing can be written there; "
+                  "restore it from a copy.")},
+    {eStoreFault::kNoColumn,
+     translatable("The style database \"%s\" has no column \"%s\", so nothing can be written "
+                  "there; restore it from a copy.")},
+    {eStoreFault::kInputOutput,
+     translatable("The style database \"%s\" could not be read or written (%s); check the disk "
+                  "or the network connection and try again.")},
     {eStoreFault::kOther,
-     "The style database \"%s\" cannot be used (%s); try again, or restore it from a copy."},
+     translatable("The style database \"%s\" cannot be used (%s); try again, or restore it from a copy.")},
 };
 
 bool isDiskFull(int systemError) {
@@ -64,7 +80,7 @@ bool isDiskFull(int systemError) {
 
 std::string faultSentence(eStoreFault fault, const std::string& file, const std::string& detail) {
     const auto* found = std::ranges::find(kPatterns, fault, &std::pair<eStoreFault, const char*>::first);
-    return KorString::format(found->second, {file, detail}).toStdString();
+    return KorString::format(translated(found->second), {file, detail}).toStdString();
 }
 
 StoreResult faultResult(eStoreFault fault, const std::string& file, const std::string& detail) {

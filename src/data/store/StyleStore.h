@@ -13,7 +13,7 @@ struct StoreResult {
 
     bool ok() const { return error.empty(); }
     explicit operator bool() const { return ok(); }
-    static StoreResult failure(std::string sentence) { return {std::move(sentence)}; }
+    static StoreResult failure(const KorString& sentence) { return {sentence.toStdString()}; }
 };
 
 /// One stored cell of a row to be changed, with the value that it must still hold.

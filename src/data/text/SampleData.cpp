@@ -1,5 +1,6 @@
 #include "data/text/SampleData.h"
 
+#include "base/Translation.h"
 #include "data/text/TextForm.h"
 
 #include <algorithm>
@@ -9,15 +10,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
-StoreResult systemFailure(const std::string& what, const fs::path& path, const std::error_code& error) {
-    return StoreResult::failure(what + " \"" + path.string() + "\" could not be written (" + error.message() +
-                                "); check the permissions and the free space.");
+StoreResult systemFailure(const KorString& pattern, const fs::path& path, const std::error_code& error) {
+    return StoreResult::failure(KorString::format(pattern, {path.string(), error.message()}));
 }
 
 StoreResult makeFolder(const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder, error);
-    return error ? systemFailure("The folder", folder, error) : StoreResult();
+    return error ? systemFailure(translated("The folder \"%s\" could not be written (%s); check the "
+                                            "permissions and the free space."),
+                                 folder, error)
+                 : StoreResult();
 }
 
 StoreResult buildMissing(const fs::path& text, const fs::path& database) {
@@ -39,7 +42,10 @@ StoreResult copyMissing(const fs::path& from, const fs::path& to) {
     fs::copy_file(from, part, fs::copy_options::overwrite_existing, error);
     if (!error)
         fs::rename(part, to, error);
-    return error ? systemFailure("The file", to, error) : StoreResult();
+    return error ? systemFailure(translated("The file \"%s\" could not be written (%s); check the "
+                                            "permissions and the free space."),
+                                 to, error)
+                 : StoreResult();
 }
 
 StoreResult copyFiles(const fs::path& from, const fs::path& to) {
@@ -66,9 +72,10 @@ StoreResult buildSampleData(const std::string& resourceFolder, const std::string
     const fs::path data = dataFolder;
     std::error_code error;
     if (!fs::is_directory(samples, error))
-        return StoreResult::failure(
-            "The folder \"" + samples.string() +
-            "\" with the definitions to begin with is missing; install the program again.");
+        return StoreResult::failure(KorString::format(
+            translated("The folder \"%s\" with the definitions to begin with is missing; install "
+                       "the program again."),
+            {samples.string()}));
     StoreResult result = makeFolder(data);
     if (result)
         result = buildMissing(samples / "standard", data / "standard.dsdb");

@@ -1,5 +1,7 @@
 #include "data/text/TableRows.h"
 
+#include "base/Translation.h"
+
 TableRows::TableRows() {
     for (const TableSchema& table : allTables())
         m_rows[static_cast<std::size_t>(table.type)] = table.makeRows();
@@ -25,9 +27,9 @@ StoreResult TableRows::appendTo(StyleStore& store) const {
         if (const StoreResult result = store.apply(change, conflicts); !result)
             return result;
         if (!conflicts.empty())
-            return StoreResult::failure("The " + table.rowName() + " with the key " +
-                                        std::to_string(conflicts.front().key) + " is already in \"" +
-                                        store.name() + "\"; choose an empty database.");
+            return StoreResult::failure(KorString::format(
+                translated("The %s with the key %s is already in \"%s\"; choose an empty database."),
+                {table.rowName(), KorString::number(conflicts.front().key), store.name()}));
     }
     return {};
 }

@@ -1,5 +1,6 @@
 #include "data/text/TextForm.h"
 
+#include "base/Translation.h"
 #include "data/store/SqliteCreation.h"
 #include "data/text/TextFormReader.h"
 #include "data/text/TextFormWriter.h"
@@ -17,9 +18,9 @@ StoreResult writeTextForm(const TableRows& rows, const std::string& file) {
     stream << TextFormWriter(rows).text();
     stream.close();
     if (!stream)
-        return StoreResult::failure("The file \"" + file +
-                                    "\" cannot be written; check the folder's permissions "
-                                    "and free space.");
+        return StoreResult::failure(KorString::format(
+            translated("The file \"%s\" cannot be written; check the folder's permissions and free space."),
+            {file}));
     return {};
 }
 

@@ -1,5 +1,6 @@
 #include "data/text/TextFormReader.h"
 
+#include "base/Translation.h"
 #include "base/Utf8.h"
 
 #include <filesystem>
@@ -11,6 +12,8 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kKeyColumn = "key";
+constexpr const char* kBadBackslash =
+    translatable("the text \"%s\" has a backslash that means nothing; write \\\\ for a backslash.");
 
 std::vector<fs::path> filesOf(const fs::path& path) {
     std::error_code error;
@@ -24,22 +27,24 @@ std::vector<fs::path> filesOf(const fs::path& path) {
     return files;
 }
 
-std::string inQuotes(std::string_view text) {
-    return "\"" + std::string(text) + "\"";
+KorString number(std::size_t value) {
+    return KorString::number(static_cast<std::int64_t>(value));
 }
 
 } // namespace
 
-StoreResult TextFormReader::failureAt(const Place& place, const std::string& what) {
-    return StoreResult::failure(inQuotes(place.file) + ", line " + std::to_string(place.line) + ": " + what);
+StoreResult TextFormReader::failureAt(const Place& place, const KorString& pattern,
+                                      std::initializer_list<KorString> arguments) {
+    return StoreResult::failure(
+        KorString::format(translated("\"%s\", line %s: %s"), {place.file, KorString::number(place.line),
+                                                              KorString::format(pattern, arguments)}));
 }
 
 StoreResult TextFormReader::read(const std::string& path) {
     const std::vector<fs::path> files = filesOf(path);
     if (files.empty())
-        return StoreResult::failure("The folder " + inQuotes(path) +
-                                    " holds no definitions (*.txt); choose another "
-                                    "one.");
+        return StoreResult::failure(KorString::format(
+            translated("The folder \"%s\" holds no definitions (*.txt); choose another one."), {path}));
     for (const fs::path& file : files)
         if (const StoreResult result = readFile(file.string()); !result)
             return result;
@@ -73,29 +78,29 @@ StoreResult TextFormReader::readLines(std::istream& stream) {
     }
     if (stream.eof())
         return {};
-    return StoreResult::failure("The file " + inQuotes(m_place.file) +
-                                " cannot be read; check that it is there and "
-                                "may be read.");
+    return StoreResult::failure(KorString::format(
+        translated("The file \"%s\" cannot be read; check that it is there and may be read."),
+        {m_place.file}));
 }
 
 StoreResult TextFormReader::include(std::string_view path) {
     const fs::path target = (fs::path(m_place.file).parent_path() / path).lexically_normal();
     std::error_code error;
-    return fs::exists(target, error) ? read(target.string())
-                                     : failure("there is no " + inQuotes(target.string()) +
-                                               " to include; correct the "
-                                               "path.");
+    return fs::exists(target, error)
+               ? read(target.string())
+               : failure(translated("there is no \"%s\" to include; correct the path."), {target.string()});
 }
 
 StoreResult TextFormReader::readLine(std::string_view line) {
     if (line.empty() || line.front() == '#')
         return {};
     if (!isCleanUtf8(line))
-        return failure("the line is not UTF-8 text; save the file in that encoding.");
+        return failure(translated("the line is not UTF-8 text; save the file in that encoding."));
     if (line.front() == '[' && line.back() == ']')
         return openSection(line.substr(1, line.size() - 2));
     if (!m_table)
-        return failure("the line stands in no section; write a table's name in brackets above it.");
+        return failure(
+            translated("the line stands in no section; write a table's name in brackets above it."));
     return m_columns.empty() ? readHeader(line) : readRow(line);
 }
 
@@ -105,22 +110,23 @@ StoreResult TextFormReader::openSection(std::string_view name) {
     if (name.starts_with(kInclude))
         return include(TextFields::trimmed(name.substr(kInclude.size())));
     m_table = findTable(TextFields::trimmed(name));
-    return m_table ? StoreResult() : failure("there is no table " + inQuotes(name) + "; correct the name.");
+    return m_table ? StoreResult()
+                   : failure(translated("there is no table \"%s\"; correct the name."), {name});
 }
 
 StoreResult TextFormReader::readHeader(std::string_view line) {
     const std::vector<TextColumn> all = TextFields::columnsOf(*m_table);
     for (const std::string_view name : TextFields::split(line, '|')) {
         if (std::ranges::find(m_columns, name, &TextColumn::name) != m_columns.end())
-            return failure("the column " + inQuotes(name) + " is named twice; remove one.");
+            return failure(translated("the column \"%s\" is named twice; remove one."), {name});
         const auto column = std::ranges::find(all, name, &TextColumn::name);
         if (column != all.end())
             m_columns.push_back(*column);
         else if (name == kKeyColumn)
             m_columns.push_back({kKeyColumn, {}});
         else
-            return failure("the table " + inQuotes(m_table->name) + " has no column " + inQuotes(name) +
-                           "; correct the name.");
+            return failure(translated("the table \"%s\" has no column \"%s\"; correct the name."),
+                           {m_table->name, name});
     }
     return {};
 }
@@ -128,9 +134,9 @@ StoreResult TextFormReader::readHeader(std::string_view line) {
 StoreResult TextFormReader::readRow(std::string_view line) {
     const std::vector<std::string_view> fields = TextFields::split(line, '|');
     if (fields.size() > m_columns.size())
-        return failure("the row has " + std::to_string(fields.size()) + " fields for " +
-                       std::to_string(m_columns.size()) +
-                       " columns; remove the surplus, or write \\| in texts.");
+        return failure(translated("the row has %s fields for %s columns; remove the surplus, or write \\| in "
+                                  "texts."),
+                       {number(fields.size()), number(m_columns.size())});
     RowArray& rows = m_rows.of(m_table->type);
     const std::int32_t lastKey = rows.size() > 0 ? rows.at(rows.size() - 1).key : 0;
     StructRecord& record = rows.append();
@@ -141,8 +147,8 @@ StoreResult TextFormReader::readRow(std::string_view line) {
             if (const StoreResult result = readKey(record, fields[i]); !result)
                 return result;
     if (record.key <= lastKey)
-        return failure("the key " + std::to_string(record.key) + " does not follow " +
-                       std::to_string(lastKey) + "; keys must ascend.");
+        return failure(translated("the key %s does not follow %s; keys must ascend."),
+                       {KorString::number(record.key), KorString::number(lastKey)});
     for (std::size_t i = 0; i < fields.size(); ++i)
         if (const StoreResult result = readField(record, m_columns[i], fields[i]); !result)
             return result;
@@ -152,7 +158,7 @@ StoreResult TextFormReader::readRow(std::string_view line) {
 StoreResult TextFormReader::readKey(StructRecord& record, std::string_view field) {
     const auto key = TextFields::toInteger(field);
     if (!key || *key <= 0 || *key > std::numeric_limits<std::int32_t>::max())
-        return failure(inQuotes(field) + " is no key; write a whole number above 0.");
+        return failure(translated("\"%s\" is no key; write a whole number above 0."), {field});
     record.key = static_cast<std::int32_t>(*key);
     return {};
 }
@@ -165,8 +171,8 @@ StoreResult TextFormReader::readField(StructRecord& record, const TextColumn& co
         return readCell(record, *column.cells.front(), field);
     const std::vector<std::string_view> elements = TextFields::split(field, ';');
     if (elements.size() > column.cells.size())
-        return failure("the column " + inQuotes(column.name) + " takes at most " +
-                       std::to_string(column.cells.size()) + " elements; remove the surplus.");
+        return failure(translated("the column \"%s\" takes at most %s elements; remove the surplus."),
+                       {column.name, number(column.cells.size())});
     for (std::size_t i = 0; i < elements.size(); ++i)
         if (const StoreResult result = readCell(record, *column.cells[i], elements[i]); !result)
             return result;
@@ -177,8 +183,7 @@ StoreResult TextFormReader::readCell(StructRecord& record, const Column& column,
     if (column.isText()) {
         const auto text = TextFields::unescaped(field);
         if (!text)
-            return failure("the text " + inQuotes(field) +
-                           " has a backslash that means nothing; write \\\\ for a backslash.");
+            return failure(translated(kBadBackslash), {field});
         column.textIn(&record) = KorString(*text);
         return {};
     }
@@ -194,10 +199,13 @@ StoreResult TextFormReader::readCell(StructRecord& record, const Column& column,
         const auto value = TextFields::toInteger(field);
         ok = value && column.write(&record, *value);
     }
-    return ok ? StoreResult()
-              : failure(inQuotes(field) + " is no number for the column " + inQuotes(column.name) +
-                        "; write " +
-                        (column.isReal() ? "one with a point as decimal mark." : "a whole number."));
+    if (ok)
+        return {};
+    return failure(column.isReal()
+                       ? translated("\"%s\" is no number for the column \"%s\"; write one with a point as "
+                                    "decimal mark.")
+                       : translated("\"%s\" is no number for the column \"%s\"; write a whole number."),
+                   {field, column.name});
 }
 
 StoreResult TextFormReader::readReference(StructRecord& record, const Column& column,
@@ -207,13 +215,11 @@ StoreResult TextFormReader::readReference(StructRecord& record, const Column& co
             field.back() == '>' ? TextFields::toInteger(field.substr(1, field.size() - 2)) : std::nullopt;
         if (key && column.write(&record, *key))
             return {};
-        return failure(inQuotes(field) + " is no key; write a whole number in angle brackets.");
+        return failure(translated("\"%s\" is no key; write a whole number in angle brackets."), {field});
     }
     const auto name = TextFields::unescaped(field);
     if (!name)
-        return failure("the name " + inQuotes(field) +
-                       " has a backslash that means nothing; write \\\\ for a "
-                       "backslash.");
+        return failure(translated(kBadBackslash), {field});
     m_open.push_back({m_table, record.key, &column, KorString(*name), m_place});
     return {};
 }
@@ -226,13 +232,14 @@ StoreResult TextFormReader::registerName(const StructRecord& record) {
     Names& names = m_names[static_cast<std::size_t>(m_table->type)];
     const bool isFree = TextFields::isPartTable(*m_table) || hasKeyColumn();
     if (record.name.isEmpty())
-        return isFree ? StoreResult() : failure("the " + m_table->rowName() + " has no name; give it one.");
+        return isFree ? StoreResult()
+                      : failure(translated("the %s has no name; give it one."), {m_table->rowName()});
     if (names.keys.emplace(record.name, record.key).second)
         return {};
     names.ambiguous.insert(record.name);
     return isFree ? StoreResult()
-                  : failure("there is already a " + m_table->rowName() + " called " +
-                            inQuotes(record.name.view()) + "; rename one.");
+                  : failure(translated("another %s is called \"%s\" already; rename one."),
+                            {m_table->rowName(), record.name});
 }
 
 StoreResult TextFormReader::resolveReferences() {
@@ -245,16 +252,17 @@ StoreResult TextFormReader::resolveReferences() {
 
 StoreResult TextFormReader::resolve(const OpenReference& reference) {
     const Names& names = m_names[static_cast<std::size_t>(reference.column->target)];
-    const std::string kind = findTable(reference.column->target)->rowName();
+    const TableSchema& target = *findTable(reference.column->target);
     const auto found = names.keys.find(reference.target);
     if (found == names.keys.end())
-        return failureAt(reference.place, "there is no " + kind + " called " +
-                                              inQuotes(reference.target.view()) +
-                                              "; correct the name or add the row.");
+        return failureAt(reference.place,
+                         translated("there is no %s called \"%s\"; correct the name or add the row."),
+                         {target.rowName(), reference.target});
     if (names.ambiguous.contains(reference.target))
-        return failureAt(reference.place, "there are several rows " + inQuotes(reference.target.view()) +
-                                              " among the " + kind +
-                                              " rows; write the key in angle brackets.");
+        return failureAt(reference.place,
+                         translated("there are several rows \"%s\" among the %s rows; write the key in angle "
+                                    "brackets."),
+                         {reference.target, target.rowName()});
     reference.column->integerIn(m_rows.of(reference.table->type).find(reference.key)) = found->second;
     return {};
 }

@@ -49,8 +49,11 @@ private:
     StoreResult resolve(const OpenReference& reference);
 
     bool hasKeyColumn() const;
-    StoreResult failure(const std::string& what) const { return failureAt(m_place, what); }
-    static StoreResult failureAt(const Place& place, const std::string& what);
+    StoreResult failure(const KorString& pattern, std::initializer_list<KorString> arguments = {}) const {
+        return failureAt(m_place, pattern, arguments);
+    }
+    static StoreResult failureAt(const Place& place, const KorString& pattern,
+                                 std::initializer_list<KorString> arguments);
 
     TableRows& m_rows;
     std::set<std::string> m_files; ///< read so far; each counts once

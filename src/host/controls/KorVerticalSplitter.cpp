@@ -1,5 +1,7 @@
 #include "controls/KorVerticalSplitter.h"
 
+#include "base/Translation.h"
+#include "controls/KorQt.h"
 #include "controls/KorStyle.h"
 
 #include <QKeyEvent>
@@ -16,7 +18,7 @@ class Bar : public QSplitterHandle {
 public:
     explicit Bar(KorVerticalSplitter* splitter) : QSplitterHandle(Qt::Horizontal, splitter) {
         setFocusPolicy(Qt::TabFocus);
-        setAccessibleName(KorVerticalSplitter::tr("Divider"));
+        setAccessibleName(toQt(translated("Divider")));
     }
 
 protected:

@@ -1,5 +1,6 @@
 #include "controls/VELComboTreePopup.h"
 
+#include "base/Translation.h"
 #include "controls/KorQt.h"
 #include "controls/KorTreeCtrl.h"
 #include "controls/VELComboTree.h"
@@ -22,8 +23,8 @@ VELComboTreePopup::VELComboTreePopup(VELComboTree& combo)
     layout->setSpacing(1);
     layout->addWidget(m_search);
     layout->addWidget(m_tree);
-    m_search->setPlaceholderText(tr("Search"));
-    m_search->setAccessibleName(tr("Search"));
+    m_search->setPlaceholderText(toQt(translated("Search")));
+    m_search->setAccessibleName(toQt(translated("Search")));
     m_search->setClearButtonEnabled(true);
     m_search->installEventFilter(this);
     m_tree->setFocusPolicy(Qt::NoFocus);

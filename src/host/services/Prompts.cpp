@@ -1,10 +1,12 @@
 #include "services/Prompts.h"
 
+#include "base/Translation.h"
 #include "services/KOSettings.h"
 #include "services/KorHostReport.h"
 #include "services/KorResources.h"
 #include "services/KorTextFile.h"
 
+#include <cctype>
 #include <charconv>
 #include <cstdlib>
 #include <unordered_map>
@@ -63,24 +65,53 @@ bool takeLine(std::string_view line, Texts& texts) {
     return texts.emplace(idOf(line.substr(0, first), number), unescaped(line.substr(second + 1))).second;
 }
 
-bool readFile(const fs::path& file, Texts& texts) {
+// Adds one line; returns false when it is no pair of sentences, or the English one was there before.
+bool takeSentence(std::string_view line, Texts& sentences) {
+    const auto tab = line.find('\t');
+    if (tab == std::string_view::npos || tab == 0 || tab + 1 == line.size())
+        return false;
+    const std::string english = unescaped(line.substr(0, tab)).toStdString();
+    return sentences.emplace(english, unescaped(line.substr(tab + 1))).second;
+}
+
+using TakeLine = bool (*)(std::string_view, Texts&);
+
+bool readFile(const fs::path& file, TakeLine take, Texts& texts) {
     std::vector<KorString> lines;
     if (!KorTextFile::readLines(file, lines)) {
-        // Said in English whatever the language: this is about the file that would have the text.
-        KorHostReport::add(KorString::format(
-            "The text file %s cannot be read; texts show as their numbers. Install the program again.",
-            {file.string()}));
+        // By its English: the file that would have a number for it may be the one that is missing.
+        KorHostReport::add(
+            KorString::format(translated("The text file %s cannot be read; texts show in English or as their "
+                                         "numbers. Install the program again."),
+                              {file.string()}));
         return false;
     }
     std::vector<int> damaged;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::string_view line = lines[i].view();
-        if (!lines[i].trimmed().isEmpty() && line.front() != '#' && !takeLine(line, texts))
+        if (!lines[i].trimmed().isEmpty() && line.front() != '#' && !take(line, texts))
             damaged.push_back(static_cast<int>(i) + 1);
     }
     if (!damaged.empty())
         KorHostReport::add(kLinesDamaged, file.string(), KorTextFile::lineList(damaged));
     return true;
+}
+
+// English sentences name things in small letters: "There is no detail style".
+KorString insideSentence(const KorString& text, bool isEnglish) {
+    std::string word = text.toStdString();
+    if (isEnglish && !word.empty())
+        word.front() = static_cast<char>(std::tolower(static_cast<unsigned char>(word.front())));
+    return KorString(word);
+}
+
+// Tables and columns are named in sentences as on pages.
+Texts termsOf(const Texts& texts, bool isEnglish) {
+    Texts terms;
+    for (const auto& [id, text] : texts)
+        if (id.starts_with("TAB ") || id.starts_with("COL "))
+            terms.emplace(id, insideSentence(text, isEnglish));
+    return terms;
 }
 
 void loadOnce() {
@@ -111,8 +142,17 @@ bool Prompts::load(const fs::path& folder, const std::string& language) {
     store().loaded = true;
     store().language = language;
     store().file = folder / (language + ".tsv");
-    const bool english = readFile(folder / "en.tsv", store().english);
-    return language == "en" ? english : readFile(store().file, store().translated);
+    const bool isEnglish = language == "en";
+    Language sentences;
+    setLanguage({});
+    if (!isEnglish)
+        readFile(folder / (language + ".sentences.tsv"), &takeSentence, sentences.sentences);
+    setLanguage(sentences);
+    const bool english = readFile(folder / "en.tsv", &takeLine, store().english);
+    const bool read = isEnglish ? english : readFile(store().file, &takeLine, store().translated);
+    sentences.terms = termsOf(isEnglish ? store().english : store().translated, isEnglish);
+    setLanguage(std::move(sentences));
+    return read;
 }
 
 bool Prompts::has(const KorString& category, int number) {

@@ -8,17 +8,18 @@
 /// The prompt store: every text that users see, by category and number, in the language of the program.
 ///
 /// A file `<language>.tsv` holds one text a line: category, number and text, separated by tabs; "\n", "\t"
-/// and
-/// "\\" stand for a line break, a tab and a backslash. Lines that begin with '#' are notes.
+/// and "\\" stand for a line break, a tab and a backslash. Lines that begin with '#' are notes. Beside it
+/// `<language>.sentences.tsv` holds the sentences that the code words itself: the English one, a tab, and
+/// what it is in the language. English needs none.
 class Prompts {
 public:
     /// The text; where the language lacks it the English one, else "category number". A missing text is
     /// reported once.
     static KorString getPrompt(const KorString& category, int number);
 
-    /// Reads the texts of a language, and those in English, from a folder; forgets everything read before.
-    /// Lines that are no prompts, or repeat one, are reported with file and line. Returns false when the
-    /// language's file cannot be read.
+    /// Reads the texts of a language, and those in English, from a folder; forgets everything read before,
+    /// and makes the language that of `translated` and `term`. Lines that are no prompts, or repeat one, are
+    /// reported with file and line. Returns false when the language's file cannot be read.
     static bool load(const std::filesystem::path& folder, const std::string& language);
 
     /// Whether the store has the text.
