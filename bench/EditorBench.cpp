@@ -1,19 +1,25 @@
 #include "GeneratedStandard.h"
 
+#include "controls/KorButtonGroup.h"
 #include "controls/KorControls.h"
 #include "controls/KorStyle.h"
+#include "controls/KorTabCtrl.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
 #include "services/KorResources.h"
 #include "session/KorDSMGuardedWrite.h"
-#include "session/KorDSMTwins.h"
 #include "shell/KorDSMMainDialog.h"
 #include "shell/ModuleResources.h"
 #include "templates/Templates.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QTabBar>
 #include <QTabWidget>
+#include <QTimer>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <benchmark/benchmark.h>
 
@@ -236,36 +242,60 @@ void referenceUpdate(benchmark::State& state) {
     fs::remove(file);
 }
 
+// A click in the open page of a view request that a hundred other entries show too.
 void guardedWriteWithTwins(benchmark::State& state) {
     WritableEditor editor;
     const auto previous = KorDSMGuardedWrite::setAskFunction([](eTableType, const KorOdbcKey&) { return 1; });
-    KorDSMDatabaseItem& view = *editor.style->children()[0];
+    KorTreeCtrl& tree = *editor.dialog->currentTree().control();
+    tree.expand(tree.selectedItem());
+    tree.selectItem(tree.getChildItem(tree.selectedItem()));
+    KorDSMDatabaseItem& view = *KorDSMSectionTree::itemOf(tree.selectedItem());
     std::vector<std::unique_ptr<KorDSMDatabaseItem>> twins;
     for (int i = 0; i < 100; ++i) {
         twins.emplace_back(view.clone());
         view.linkEqualItem(*twins.back());
     }
-    double value = 0;
+    auto* tabs = KorControls::find<KorTabCtrl>(editor.dialog.get(), 1002);
+    tabs->findChild<QTabBar*>()->setCurrentIndex(1);
+    auto* usedForCuts = KorControls::find<QCheckBox>(tabs->currentPage(), 1250);
+    QApplication::processEvents();
     for (auto run : state) {
-        KorDSMGuardedWrite::setAttributeDouble(kTableViewRequest, KorOdbcKey(view.recordKey()), 10, ++value);
-        KorDSMTwins::recordWritten(view);
+        usedForCuts->click();
         QApplication::processEvents();
     }
+    if (editor.databases->pending().steps().size() != static_cast<std::size_t>(state.iterations()))
+        state.SkipWithError("not every click was written once");
     twins.clear();
     KorDSMGuardedWrite::setAskFunction(previous);
 }
 
+// Presses OK in the next modal dialog, once it is shown.
+void acceptNext() {
+    QTimer::singleShot(0, [] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+            box->button(QMessageBox::Yes)->click();
+        else if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+            dialog->accept();
+    });
+}
+
+// Through the strip's buttons, with the dialogs that ask for the name and for consent.
 void copyAndDelete(benchmark::State& state) {
     WritableEditor editor;
+    constexpr int kCopy = 1033;
+    constexpr int kDelete = 1035;
+    auto* strip = KorControls::find<KorButtonGroup>(editor.dialog.get(), 1011);
+    KorTreeCtrl& tree = *editor.dialog->currentTree().control();
+    const KorTreeHandle category = tree.getParentItem(tree.selectedItem());
     for (auto run : state) {
-        const auto copied = KorDSMItemCommands::copyItem(*editor.style, "A copy of the style");
-        if (!copied.done) {
-            state.SkipWithError("the style was not copied");
-            break;
+        const int before = tree.childCount(category);
+        for (const int command : {kCopy, kDelete}) {
+            acceptNext();
+            strip->button(command)->click();
+            QApplication::processEvents();
+            if (tree.childCount(category) != before + (command == kCopy))
+                state.SkipWithError("the style was not copied or not deleted");
         }
-        const auto deleted = KorDSMItemCommands::deleteItem(*copied.added.front());
-        if (!deleted.done)
-            state.SkipWithError("the copy was not deleted");
     }
 }
 

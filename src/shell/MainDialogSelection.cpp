@@ -86,12 +86,11 @@ void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
         m_status->setText(toQt(statusText(*item, text)));
         rememberSelection(*item, entry);
     }
-    const bool editable = KorOdbcMan::getEditableStatus();
-    m_readOnly->setText(editable || !item ? QString()
-                                          : toQt(KorString::format(Prompts::getPrompt("DSM", kReadOnlySource),
-                                                                   {KorDSMItemPath::addInOf(*item)
-                                                                        ? KorDSMItemPath::addInOf(*item)->m_Name
-                                                                        : KorString()})));
+    const bool showsReadOnly = item && !KorOdbcMan::getEditableStatus();
+    m_readOnly->setText(showsReadOnly
+                            ? toQt(KorString::format(Prompts::getPrompt("DSM", kReadOnlySource),
+                                                     {KorDSMWhereUsed::sourceName(m_itemSource.selected())}))
+                            : QString());
     DsmSelectionChanged message;
     message.entry = entry;
     KorDSMMainWindow::postMessage(message);

@@ -98,6 +98,7 @@ QPalette darkPalette() {
     palette.setColor(QPalette::Highlight, QColor(45, 110, 185));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(80, 84, 88));
+    palette.setColor(QPalette::Disabled, QPalette::Base, window);
     for (const auto role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
         palette.setColor(role, text);
@@ -114,8 +115,10 @@ KorStyle::KorStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 QPalette KorStyle::palette(bool dark) {
     if (dark)
         return darkPalette();
-    QPalette light(QColor(239, 240, 241));
+    const QColor window(239, 240, 241);
+    QPalette light(window);
     light.setColor(QPalette::Base, Qt::white);
+    light.setColor(QPalette::Disabled, QPalette::Base, window);
     light.setColor(QPalette::AlternateBase, QColor(247, 248, 249));
     light.setColor(QPalette::Highlight, QColor(48, 115, 190));
     light.setColor(QPalette::HighlightedText, Qt::white);
