@@ -13,6 +13,15 @@ KorString tableCaption(const TableSchema& table);
 /// What a column is called, in the program's language, with a capital.
 KorString columnCaption(const TableSchema& table, const Column& column);
 
+/// The same with the unit of lengths where the current database's units don't print it with the number.
+KorString captionWithUnit(const TableSchema& table, const Column& column);
+/// What the values 0, 1, ... of the column are called; empty for a column whose values have no names.
+std::vector<KorString> valueNames(const TableSchema& table, const Column& column);
+/// What a reference to no row is called.
+KorString nothing();
+/// The unit kind of the column's numbers for the units manager.
+int unitKind(const Column& column);
+
 /// The cell as a user reads it. A reference that points nowhere shows its key in brackets.
 KorString toText(const TableSchema& table, const Column& column, const StructRecord& record);
 /// The same for a single value.
