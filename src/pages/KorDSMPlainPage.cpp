@@ -1,10 +1,14 @@
 #include "pages/KorDSMPlainPage.h"
 
 #include "base/LabelFormat.h"
+#include "controls/KorComboBox.h"
+#include "controls/KorControls.h"
+#include "controls/KorLineEdit.h"
 #include "controls/KorQt.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
 
+#include <QCheckBox>
 #include <QFormLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -12,6 +16,35 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <map>
+
+namespace {
+
+// A field's control is known by the number of its column, counted from here.
+constexpr int kFirstField = 6000;
+constexpr int kChoice = 5999;
+
+constexpr int kFieldWidth = 360;
+constexpr int kNumberWidth = 140;
+
+void setUpForm(QFormLayout& form) {
+    form.setContentsMargins(0, 0, 0, 0);
+    form.setHorizontalSpacing(24);
+    form.setVerticalSpacing(8);
+}
+
+QWidget* makeControl(const Column& column) {
+    if (column.isReference() || !column.valueNames.empty()) {
+        auto* combo = new KorComboBox;
+        combo->setFixedWidth(kFieldWidth);
+        return combo;
+    }
+    auto* edit = new KorLineEdit;
+    edit->setFixedWidth(column.isText() ? kFieldWidth : kNumberWidth);
+    return edit;
+}
+
+} // namespace
 
 KorDSMPlainPage::KorDSMPlainPage(QWidget* parent, const PlainPageDescription& description)
     : KorDSMPage(parent, description.templateId, {}), m_description(description) {
@@ -24,38 +57,125 @@ bool KorDSMPlainPage::OnInitDialog() {
     return KorDSMPage::OnInitDialog();
 }
 
-KorDSMPlainPage::Place KorDSMPlainPage::shownRecord() const {
-    const KorDSMDatabaseItem* shown = item();
-    if (!shown || !shown->record())
-        return {};
-    if (m_description.viaColumn == 0)
-        return {findTable(shown->tableType()), shown->record()};
-    const Column* via = findTable(shown->tableType())->column(m_description.viaColumn);
-    StyleSource* source = StyleDatabases::current().here();
-    if (!via || !source)
-        return {};
-    return {findTable(m_description.table),
-            source->table(m_description.table).find(KorOdbcKey(via->integerIn(shown->record())))};
+const TableSchema& KorDSMPlainPage::shownTable() const {
+    const Column* via = itemTable().column(m_description.viaColumn);
+    return via ? *findTable(via->target) : itemTable();
 }
 
-bool KorDSMPlainPage::loadData() {
+PageFields::Row KorDSMPlainPage::shownRow() const {
+    const StructRecord* record = item()->record();
+    const Column* via = itemTable().column(m_description.viaColumn);
+    return {shownTable().type, KorOdbcKey(!record ? 0 : via ? via->integerIn(record) : record->key)};
+}
+
+const StructRecord* KorDSMPlainPage::shownRecord() const {
+    StyleSource* source = StyleDatabases::current().here();
+    const PageFields::Row row = shownRow();
+    return source ? source->table(row.table).find(row.key) : nullptr;
+}
+
+// Only when first shown: most pages are never looked at. Items of one type can hold records of two tables.
+void KorDSMPlainPage::build() {
+    delete m_choice;
+    delete m_fields;
     delete m_body;
-    m_body = new QWidget(this);
+    m_choice = nullptr;
+    m_captions.clear();
+    m_values.clear();
+    m_table = &shownTable();
+    m_body = new QWidget;
     layout()->addWidget(m_body);
     auto* lines = new QVBoxLayout(m_body);
     lines->setContentsMargins(0, 0, 0, 0);
-    m_form = new QFormLayout;
-    m_form->setHorizontalSpacing(24);
-    m_form->setVerticalSpacing(8);
-    lines->addLayout(m_form);
-    const Place place = shownRecord();
-    if (place.record) {
-        showColumns(place);
-        showParts(place);
+    if (m_description.viaColumn != 0) {
+        auto* form = new QFormLayout;
+        setUpForm(*form);
+        lines->addLayout(form);
+        addChoice(*form);
     }
+    m_record = new QWidget;
+    lines->addWidget(m_record);
+    auto* form = new QFormLayout(m_record);
+    setUpForm(*form);
+    addColumns(*form);
+    m_parts = new QWidget;
+    lines->addWidget(m_parts);
+    auto* parts = new QVBoxLayout(m_parts);
+    parts->setContentsMargins(0, 0, 0, 0);
     lines->addStretch(1);
     m_body->show();
-    return place.record != nullptr;
+    requestInit();
+}
+
+PageFields* KorDSMPlainPage::makeFields(std::vector<PageField> fields, bool ofItem) {
+    auto* made = ofItem ? new PageFields(*this, std::move(fields))
+                        : new PageFields(*this, std::move(fields), [this] { return shownRow(); });
+    made->connectControls();
+    return made;
+}
+
+void KorDSMPlainPage::addChoice(QFormLayout& form) {
+    const TableSchema& table = itemTable();
+    addField(form, table, *table.column(m_description.viaColumn), kChoice);
+    m_choice = makeFields({{kChoice, m_description.viaColumn, {}, true, true}}, true);
+    connect(m_choice, &PageFields::written, this, [this] { loadData(); });
+}
+
+void KorDSMPlainPage::addColumns(QFormLayout& form) {
+    const TableSchema& table = shownTable();
+    std::vector<PageField> fields;
+    for (const Column& column : table.columns) {
+        const auto isOneOf = [&column](const std::vector<int>& numbers) {
+            return std::ranges::find(numbers, column.number) != numbers.end();
+        };
+        if (m_description.columns.empty() ? column.number == 1 : !isOneOf(m_description.columns))
+            continue;
+        const int control = kFirstField + column.number;
+        if (column.role == eReferenceRole::kUses && !isOneOf(m_description.labels)) {
+            addField(form, table, column, control);
+            fields.push_back({control, column.number, {}, true, true});
+            continue;
+        }
+        auto* value = new QLabel;
+        value->setTextFormat(Qt::PlainText);
+        value->setWordWrap(true);
+        value->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+        value->setAccessibleName(toQt(KorDSMValueText::columnCaption(table, column)));
+        form.addRow(value->accessibleName(), value);
+        m_values.push_back({value, &table, &column});
+    }
+    m_fields = makeFields(std::move(fields), m_description.viaColumn == 0);
+    connect(m_fields, &PageFields::written, this, &KorDSMPlainPage::onWritten);
+}
+
+void KorDSMPlainPage::addField(QFormLayout& form, const TableSchema& table, const Column& column, int control) {
+    const QString caption = toQt(KorDSMValueText::columnCaption(table, column));
+    if (column.kind == eColumnKind::kFlag) {
+        auto* box = new QCheckBox(caption);
+        KorControls::setId(box, control);
+        form.addRow(box);
+        return;
+    }
+    QWidget* field = makeControl(column);
+    KorControls::setId(field, control);
+    field->setAccessibleName(caption);
+    auto* label = new QLabel;
+    label->setBuddy(field);
+    form.addRow(label, field);
+    m_captions.push_back({label, &table, &column});
+}
+
+void KorDSMPlainPage::OnShow(int show) {
+    if (show != 0 && item() && m_table != &shownTable())
+        build();
+    KorDSMPage::OnShow(show);
+}
+
+bool KorDSMPlainPage::fillLists() {
+    if (m_choice)
+        m_choice->fillLists();
+    m_fields->fillLists();
+    return true;
 }
 
 namespace {
@@ -82,30 +202,34 @@ KorString valueText(const TableSchema& table, const Column& column, const Struct
 
 } // namespace
 
-void KorDSMPlainPage::addValue(const KorString& caption, const KorString& value) {
-    auto* label = new QLabel(toQt(caption), m_body);
-    auto* text = new QLabel(value.isEmpty() ? QStringLiteral("–") : toQt(value), m_body);
-    text->setTextFormat(Qt::PlainText);
-    text->setWordWrap(true);
-    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    text->setAccessibleName(label->text());
-    label->setBuddy(text);
-    label->setForegroundRole(QPalette::PlaceholderText);
-    m_form->addRow(label, text);
+bool KorDSMPlainPage::loadData() {
+    for (const Caption& caption : m_captions)
+        caption.label->setText(toQt(KorDSMValueText::captionWithUnit(*caption.table, *caption.column)));
+    if (m_choice)
+        m_choice->load();
+    const StructRecord* record = shownRecord();
+    m_record->setVisible(record);
+    m_parts->setVisible(record);
+    if (!record)
+        return false;
+    for (const Caption& value : m_values) {
+        const KorString text = valueText(*value.table, *value.column, *record);
+        value.label->setText(text.isEmpty() ? QStringLiteral("–") : toQt(text));
+    }
+    m_fields->load();
+    showParts(*record);
+    return true;
 }
 
-void KorDSMPlainPage::showColumns(const Place& place) {
-    if (m_description.viaColumn != 0)
-        addValue(KorDSMValueText::tableCaption(*place.table), place.record->name);
-    std::vector<int> numbers = m_description.columns;
-    if (numbers.empty())
-        for (const Column& column : place.table->columns)
-            if (column.number != 1)
-                numbers.push_back(column.number);
-    for (const int number : numbers)
-        if (const Column* column = place.table->column(number))
-            addValue(KorDSMValueText::columnCaption(*place.table, *column),
-                     valueText(*place.table, *column, *place.record));
+// What a record refers to hangs below its entries, and is made anew there.
+void KorDSMPlainPage::onWritten(int column) {
+    if (m_description.viaColumn != 0 || !shownTable().column(column)->isReference())
+        return;
+    std::vector<KorDSMDatabaseItem*> items(item()->equalItems().begin(), item()->equalItems().end());
+    items.push_back(item());
+    for (KorDSMDatabaseItem* owner : items)
+        if (owner->m_bExpanded)
+            owner->assignRecord(*owner->record());
 }
 
 namespace {
@@ -123,44 +247,45 @@ std::vector<const Column*> partColumns(const TableSchema& table) {
 
 } // namespace
 
-void KorDSMPlainPage::showParts(const Place& place) {
+QTableWidget* KorDSMPlainPage::addGrid(const TableSchema& table, const std::vector<const Column*>& columns) {
+    auto* caption = new QLabel(toQt(KorDSMValueText::tableCaption(table)));
+    caption->setContentsMargins(0, 12, 0, 2);
+    auto* grid = new QTableWidget(0, static_cast<int>(columns.size()));
+    QStringList titles;
+    for (const Column* column : columns)
+        titles << toQt(KorDSMValueText::columnCaption(table, *column));
+    grid->setHorizontalHeaderLabels(titles);
+    grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    grid->verticalHeader()->hide();
+    grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    grid->setTabKeyNavigation(false);
+    grid->setAccessibleName(caption->text());
+    m_parts->layout()->addWidget(caption);
+    m_parts->layout()->addWidget(grid);
+    return grid;
+}
+
+void KorDSMPlainPage::showParts(const StructRecord& record) {
+    qDeleteAll(m_parts->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
     StyleSource* source = StyleDatabases::current().here();
-    const TableSchema* shownTable = nullptr;
-    QTableWidget* grid = nullptr;
-    const auto fitHeight = [&grid] {
-        if (!grid)
-            return;
-        const int rows = std::min(grid->rowCount(), kMostRowsShown) * grid->verticalHeader()->defaultSectionSize();
-        grid->setFixedHeight(grid->horizontalHeader()->sizeHint().height() + rows + 2 * grid->frameWidth() + 2);
-    };
-    for (const Referrer& part : source->referrersOf(place.table->type, KorOdbcKey(place.record->key))) {
+    std::map<const TableSchema*, QTableWidget*> grids;
+    for (const Referrer& part : source->referrersOf(shownTable().type, KorOdbcKey(record.key))) {
         if (part.column->role != eReferenceRole::kPartOf)
             continue;
         const std::vector<const Column*> columns = partColumns(*part.table);
-        if (part.table != shownTable) {
-            fitHeight();
-            shownTable = part.table;
-            auto* caption = new QLabel(toQt(KorDSMValueText::tableCaption(*part.table)), m_body);
-            caption->setContentsMargins(0, 12, 0, 2);
-            m_body->layout()->addWidget(caption);
-            grid = new QTableWidget(0, static_cast<int>(columns.size()), m_body);
-            QStringList titles;
-            for (const Column* column : columns)
-                titles << toQt(KorDSMValueText::columnCaption(*part.table, *column));
-            grid->setHorizontalHeaderLabels(titles);
-            grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-            grid->verticalHeader()->hide();
-            grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
-            grid->setSelectionBehavior(QAbstractItemView::SelectRows);
-            grid->setTabKeyNavigation(false);
-            grid->setAccessibleName(toQt(KorDSMValueText::tableCaption(*part.table)));
-            m_body->layout()->addWidget(grid);
-        }
+        QTableWidget*& grid = grids[part.table];
+        if (!grid)
+            grid = addGrid(*part.table, columns);
         const StructRecord* row = source->table(part.table->type).find(KorOdbcKey(part.key));
-        grid->insertRow(grid->rowCount());
+        const int place = grid->rowCount();
+        grid->insertRow(place);
         for (std::size_t i = 0; i < columns.size(); ++i)
-            grid->setItem(grid->rowCount() - 1, static_cast<int>(i),
+            grid->setItem(place, static_cast<int>(i),
                           new QTableWidgetItem(toQt(valueText(*part.table, *columns[i], *row))));
     }
-    fitHeight();
+    for (const auto& [table, grid] : grids) {
+        const int rows = std::min(grid->rowCount(), kMostRowsShown) * grid->verticalHeader()->defaultSectionSize();
+        grid->setFixedHeight(grid->horizontalHeader()->sizeHint().height() + rows + 2 * grid->frameWidth() + 2);
+    }
 }

@@ -1,23 +1,26 @@
 #pragma once
 
 #include "pages/KorDSMPage.h"
+#include "pages/PageFields.h"
 
 class QFormLayout;
 class QLabel;
+class QTableWidget;
 
 /// What a plain page shows. Data only: a page that gets controls of its own takes the row's place.
 struct PlainPageDescription {
-    int code = 0;       ///< the page's item-type code
+    int code = 0; ///< the page's item-type code
     int templateId = 0;
     int titlePrompt = 0;
-    /// Table of the record shown, and the column of the item's record that refers to it; 0: the item's own.
-    eTableType table = kNoTable;
+    /// The column by which an item's record refers to the record that the page edits; 0: the item's own.
     int viaColumn = 0;
-    std::vector<int> columns; ///< the columns shown; empty: all but the name
+    std::vector<int> columns = {}; ///< the columns shown; empty: all but the name
+    std::vector<int> labels = {};  ///< those that hold labels: shown as the text they make, not edited here
 };
 
-/// A page made from the declaration of a table: it shows the columns of a record for reading, with captions,
-/// values as a user reads them, and references by name; below them the record's parts.
+/// A page made from the declaration of a table: a field for each column of the record, with captions,
+/// references by name, values by their names; below them the record's parts, for reading. Where the record is
+/// filed is shown only: that is changed in the tree.
 class KorDSMPlainPage : public KorDSMPage {
     Q_OBJECT
 
@@ -31,22 +34,38 @@ public:
     static KorDSMPage* make(QWidget* parent, int templateId);
 
     bool OnInitDialog() override;
+    void OnShow(int show) override;
+    bool fillLists() override;
     bool loadData() override;
-    /// Nothing here can be edited, and values stay readable and selectable in every source.
-    void enableControls() override {}
 
 private:
-    struct Place {
-        const TableSchema* table = nullptr;
-        const StructRecord* record = nullptr;
+    struct Caption {
+        QLabel* label;
+        const TableSchema* table;
+        const Column* column;
     };
 
-    Place shownRecord() const;
-    void showColumns(const Place& place);
-    void showParts(const Place& place);
-    void addValue(const KorString& caption, const KorString& value);
+    const TableSchema& itemTable() const { return *findTable(item()->tableType()); }
+    /// The table of the record that the page edits.
+    const TableSchema& shownTable() const;
+    PageFields::Row shownRow() const;
+    const StructRecord* shownRecord() const;
+    void build();
+    void addChoice(QFormLayout& form);
+    void addColumns(QFormLayout& form);
+    void addField(QFormLayout& form, const TableSchema& table, const Column& column, int control);
+    PageFields* makeFields(std::vector<PageField> fields, bool ofItem);
+    void onWritten(int column);
+    QTableWidget* addGrid(const TableSchema& table, const std::vector<const Column*>& columns);
+    void showParts(const StructRecord& record);
 
     PlainPageDescription m_description;
+    const TableSchema* m_table = nullptr; // for which the fields were made
     QWidget* m_body = nullptr;
-    QFormLayout* m_form = nullptr;
+    PageFields* m_choice = nullptr; // which record the page edits
+    PageFields* m_fields = nullptr;
+    QWidget* m_record = nullptr;      // holds the fields
+    std::vector<Caption> m_captions;  // of the fields
+    std::vector<Caption> m_values;    // of what is only shown: the label takes the value
+    QWidget* m_parts = nullptr;
 };

@@ -8,6 +8,7 @@
 #include "model/CurrentUnits.h"
 #include "pages/KorDSMPage.h"
 #include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMValueText.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -17,10 +18,6 @@
 #include <algorithm>
 
 namespace {
-
-int unitKind(const Column& column) {
-    return column.kind == eColumnKind::kLength ? KorUnitsManager::kLength : KorUnitsManager::kPlain;
-}
 
 StyleSource* source() {
     return StyleDatabases::current().here();
@@ -34,7 +31,7 @@ KorString fieldText(const Column& column, const StructRecord& record) {
     if (column.isText())
         return column.textIn(&record);
     const double value = column.isReal() ? column.realIn(&record) : column.integerIn(&record);
-    return getUnitsOfCurrentDatabase().format(value, unitKind(column));
+    return getUnitsOfCurrentDatabase().format(value, KorDSMValueText::unitKind(column));
 }
 
 } // namespace
@@ -70,7 +67,7 @@ void PageFields::connectField(const PageField& field) {
                 [this, &field](bool checked) { write(field, std::int64_t{checked}); });
     else if (auto* combo = qobject_cast<QComboBox*>(control))
         connect(combo, &QComboBox::activated, this,
-                [this, &field, combo] { onNameChosen(field, fromQt(combo->currentText())); });
+                [this, &field, combo] { onEntryChosen(field, *combo); });
     else if (auto* edit = qobject_cast<KorLineEdit*>(control))
         connect(edit, &KorLineEdit::committed, this,
                 [this, &field](const QString& text) { onTextCommitted(field, fromQt(text)); });
@@ -81,10 +78,17 @@ void PageFields::fillLists() {
     for (const PageField& field : m_fields) {
         auto* combo = KorControls::find<QComboBox>(&m_page, field.control);
         const Column* column = columnOf(field);
-        if (!combo || !column || !column->isReference() || !source())
-            continue;
-        combo->clear();
-        const RowArray& rows = source()->table(column->target).rows();
+        if (combo && column && source())
+            fillCombo(field, *column, *combo);
+    }
+}
+
+void PageFields::fillCombo(const PageField& field, const Column& column, QComboBox& combo) {
+    QStringList entries;
+    for (const KorString& name : KorDSMValueText::valueNames(*findTable(row().table), column))
+        entries << toQt(name);
+    if (column.isReference()) {
+        const RowArray& rows = source()->table(column.target).rows();
         std::vector<KorString> names;
         for (int i = 0; i < rows.size(); ++i)
             names.push_back(rows.at(i).name);
@@ -92,9 +96,13 @@ void PageFields::fillLists() {
             std::ranges::sort(names, [](const KorString& a, const KorString& b) {
                 return KorDetStructureUtilities::compareNames(a, b) < 0;
             });
+        if (field.optional)
+            entries << toQt(KorDSMValueText::nothing());
         for (const KorString& name : names)
-            combo->addItem(toQt(name));
+            entries << toQt(name);
     }
+    combo.clear();
+    combo.addItems(entries);
 }
 
 void PageFields::load() {
@@ -115,19 +123,33 @@ void PageFields::loadField(const PageField& field, const StructRecord& record) {
     if (auto* box = qobject_cast<QCheckBox*>(control)) {
         box->setChecked(column->integerIn(&record) != 0);
     } else if (auto* combo = qobject_cast<QComboBox*>(control)) {
-        const StructRecord* target =
-            source()->table(column->target).find(KorOdbcKey(column->integerIn(&record)));
-        combo->setCurrentIndex(target ? combo->findText(toQt(target->name), Qt::MatchExactly | Qt::MatchCaseSensitive)
-                                      : -1);
+        loadCombo(field, *column, column->integerIn(&record), *combo);
     } else if (auto* edit = qobject_cast<KorLineEdit*>(control)) {
         edit->setText(toQt(fieldText(*column, record)));
     }
 }
 
-void PageFields::onNameChosen(const PageField& field, const KorString& name) {
+void PageFields::loadCombo(const PageField& field, const Column& column, std::int32_t value, QComboBox& combo) {
+    if (!column.isReference()) {
+        combo.setCurrentIndex(value < combo.count() ? value : -1);
+        return;
+    }
+    const StructRecord* target = source()->table(column.target).find(KorOdbcKey(value));
+    const bool isNone = field.optional && value <= 0;
+    combo.setCurrentIndex(isNone   ? 0
+                          : target ? combo.findText(toQt(target->name), Qt::MatchExactly | Qt::MatchCaseSensitive)
+                                   : -1);
+}
+
+void PageFields::onEntryChosen(const PageField& field, const QComboBox& combo) {
     const Column* column = columnOf(field);
-    const StructRecord* target = column && source() ? source()->table(column->target).find(name) : nullptr;
-    if (target)
+    if (!column || !source())
+        return;
+    if (!column->isReference())
+        return write(field, std::int64_t{combo.currentIndex()});
+    if (field.optional && combo.currentIndex() == 0)
+        return write(field, std::int64_t{0});
+    if (const StructRecord* target = source()->table(column->target).find(fromQt(combo.currentText())))
         write(field, std::int64_t{target->key});
 }
 
@@ -140,10 +162,9 @@ void PageFields::onTextCommitted(const PageField& field, const KorString& text) 
         write(field, text);
         return;
     }
-    const auto value = getUnitsOfCurrentDatabase().parse(text, unitKind(*column));
     // What is no value of the column goes back to the stored one, so that nothing shown is unstored.
-    if (value && *value >= column->minimum && *value <= column->maximum)
-        write(field, *value);
+    if (const auto parsed = KorDSMValueText::parse(*findTable(row().table), *column, text); parsed.value)
+        write(field, *parsed.value);
     if (const StructRecord* now = recordOf(row()))
         loadField(field, *now);
 }

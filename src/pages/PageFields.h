@@ -9,12 +9,13 @@
 #include <vector>
 
 class KorDSMPage;
+class QComboBox;
 
 /// One row of a page's table: a control, the column that it shows and writes.
 ///
 /// What the control's class says is enough for most rows: a check box shows 0 or 1, a combo box the run name
-/// of the row that a reference column points at (its list is filled with that table's names), a line edit a
-/// text, or a number in the units of the current database.
+/// of the row that a reference column points at (its list is filled with that table's names) or the name of a
+/// value, a line edit a text, or a number in the units of the current database.
 struct PageField {
     int control = 0; ///< number of the control
     int column = 0;
@@ -23,6 +24,8 @@ struct PageField {
     std::vector<std::pair<int, int>> radios = {};
     /// Whether a combo lists its names as people sort them; else they stand in the order of the table.
     bool sorted = false;
+    /// Whether a combo of references begins with an entry for none.
+    bool optional = false;
 };
 
 /// The table of a page at work: fills lists, loads the record into the controls, hears changes, and writes
@@ -63,7 +66,9 @@ private:
     void loadField(const PageField& field, const StructRecord& record);
     void write(const PageField& field, const CellValue& value);
     void onTextCommitted(const PageField& field, const KorString& text);
-    void onNameChosen(const PageField& field, const KorString& name);
+    void onEntryChosen(const PageField& field, const QComboBox& combo);
+    void fillCombo(const PageField& field, const Column& column, QComboBox& combo);
+    void loadCombo(const PageField& field, const Column& column, std::int32_t value, QComboBox& combo);
 
     KorDSMPage& m_page;
     std::vector<PageField> m_fields;

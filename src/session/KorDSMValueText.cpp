@@ -62,16 +62,18 @@ KorString scaleText(double factor) {
     return text;
 }
 
-int unitKind(const Column& column) {
-    return column.kind == eColumnKind::kLength ? KorUnitsManager::kLength : KorUnitsManager::kPlain;
+// The symbol of the unit in which numbers of the kind are shown; none where they are printed with theirs.
+KorString unitSymbol(int kind) {
+    const KorUnitsManager& units = getUnitsOfCurrentDatabase();
+    return kind == KorUnitsManager::kLength && !units.getBasisUnitForDistanceIsImperial()
+               ? KorString(units.getUnit(kind).symbol())
+               : KorString();
 }
 
 KorString withUnit(double value, int kind) {
-    const KorUnitsManager& units = getUnitsOfCurrentDatabase();
-    const KorString text = units.format(value, kind);
-    return kind == KorUnitsManager::kLength && !units.getBasisUnitForDistanceIsImperial()
-               ? text + KorString(" ") + KorString(units.getUnit(kind).symbol())
-               : text;
+    const KorString text = getUnitsOfCurrentDatabase().format(value, kind);
+    const KorString symbol = unitSymbol(kind);
+    return symbol.isEmpty() ? text : KorString::format("%s %s", {text, symbol});
 }
 
 bool same(const KorString& a, const KorString& b) {
@@ -161,6 +163,27 @@ KorString tableCaption(const TableSchema& table) {
 
 KorString columnCaption(const TableSchema& table, const Column& column) {
     return named("COL", table.type * 100 + column.number, column.name);
+}
+
+KorString captionWithUnit(const TableSchema& table, const Column& column) {
+    const KorString symbol = unitSymbol(unitKind(column));
+    const KorString caption = columnCaption(table, column);
+    return symbol.isEmpty() ? caption : KorString::format("%s (%s)", {caption, symbol});
+}
+
+std::vector<KorString> valueNames(const TableSchema& table, const Column& column) {
+    std::vector<KorString> names;
+    for (std::size_t value = 0; value < column.valueNames.size(); ++value)
+        names.push_back(valueName(table, column, static_cast<std::int64_t>(value)));
+    return names;
+}
+
+KorString nothing() {
+    return prompt(kNothing);
+}
+
+int unitKind(const Column& column) {
+    return column.kind == eColumnKind::kLength ? KorUnitsManager::kLength : KorUnitsManager::kPlain;
 }
 
 KorString toText(const TableSchema& table, const Column& column, const StructRecord& record) {

@@ -13,6 +13,15 @@ KorString tableCaption(const TableSchema& table);
 /// What a column is called, in the program's language, with a capital.
 KorString columnCaption(const TableSchema& table, const Column& column);
 
+/// The same with the unit of lengths where the current database's units don't print it with the number.
+KorString captionWithUnit(const TableSchema& table, const Column& column);
+/// What the values 0, 1, ... of the column are called; empty for a column whose values have no names.
+std::vector<KorString> valueNames(const TableSchema& table, const Column& column);
+/// What a reference to no row is called.
+KorString nothing();
+/// The unit kind of the column's numbers for the units manager.
+int unitKind(const Column& column);
+
 /// The row that a text names: by its run name, or by its key in brackets, such as "[7]". Null when there is
 /// none.
 const StructRecord* findRow(const StyleTable& rows, const KorString& text);

@@ -60,6 +60,7 @@ void KorDSMMainDialog::newItem() {
     for (KorDSMDatabaseItem* other : addIn->children())
         if (other->recordKey() == dialog.groupKey())
             group = other;
+    m_pages.requestInit();
     if (KorDSMDatabaseItem* item = KorDSMNewItem::create(type, dialog.name(), *group))
         showNewItems({item});
 }
@@ -161,7 +162,9 @@ void KorDSMMainDialog::refuse(const KorString& reason) {
         QMessageBox::information(this, toQt(dsm(kRefused)), toQt(reason));
 }
 
+// Any page can list the names of the records that came, went or are called otherwise now.
 void KorDSMMainDialog::sendNotice(const KorDSMItemCommands::ListNotice& notice) {
+    m_pages.requestInit();
     DsmListChanged message;
     message.senderPageCode = notice.senderPageCode;
     message.action = notice.action;
