@@ -8,11 +8,14 @@
 #include "services/KOSettings.h"
 #include "services/KorExchangeUtilities.h"
 #include "services/KorHostReport.h"
+#include "services/Prompts.h"
 #include "session/KorDSMHandOver.h"
 #include "shell/DataFolder.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
 #include <QTimer>
+#include <QTranslator>
 #include <QWidget>
 
 #include <cstdio>
@@ -50,6 +53,13 @@ bool prepareDisplay(bool forPicture) {
             translated("There is no display to open the editor on; use the commands, see --help, "
                        "or give --screenshot for a picture."));
     return forPicture;
+}
+
+// The buttons and file dialogs of the library itself.
+void translateLibrary(QTranslator& texts) {
+    const QString name = "qtbase_" + QString::fromStdString(Prompts::language());
+    if (texts.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&texts);
 }
 
 // Returns an exit code.
@@ -91,6 +101,8 @@ int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("detailstyles"));
     QApplication::setStyle(new KorStyle);
+    QTranslator libraryTexts;
+    translateLibrary(libraryTexts);
     KOSettings::getInstance().setPathData(folder.path());
     for (const KorString& problem : folder.problems())
         KorHostReport::add(problem);

@@ -1,3 +1,4 @@
+#include "base/Translation.h"
 #include "controls/KorTreeCtrl.h"
 #include "controls/VELComboTree.h"
 #include "controls/VELComboTreeBuilder.h"
@@ -61,6 +62,19 @@ TEST_F(ComboTree, EntriesAreNamedByTheirPaths) {
     EXPECT_NE(combo.findEntry(path({"Standard", "Columns"})), nullptr);
     EXPECT_FALSE(combo.selectPath(path({"Standard", "Rafters"})));
     EXPECT_TRUE(chosen.empty()) << "what the program chooses is not announced";
+}
+
+TEST(ComboTreeLanguage, SearchFieldSpeaksTheLanguageOfTheProgram) {
+    const Language before = setLanguage({{{"Search", "Suchen"}}, {}});
+    VELComboTree combo;
+    combo.addEntry("Standard");
+    combo.show();
+    QTest::keyClick(&combo, Qt::Key_F4);
+    setLanguage(before);
+    const QLineEdit* search = combo.findChild<QLineEdit*>();
+    ASSERT_NE(search, nullptr);
+    EXPECT_EQ(search->placeholderText(), QStringLiteral("Suchen"));
+    EXPECT_EQ(search->accessibleName(), QStringLiteral("Suchen"));
 }
 
 TEST_F(ComboTree, KeysStepAndTypingSearchesInTheDropDown) {

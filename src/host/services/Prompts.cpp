@@ -180,7 +180,7 @@ std::string Prompts::chooseLanguage(const fs::path& folder) {
     }
     std::error_code ignored;
     for (const std::string& wish : wishes)
-        if (wish.find('/') == std::string::npos && fs::exists(folder / (wish + ".tsv"), ignored))
+        if (wish.find_first_of("/.") == std::string::npos && fs::exists(folder / (wish + ".tsv"), ignored))
             return wish;
     return "en";
 }
