@@ -40,6 +40,11 @@ bool writeNames(const KorDSMDatabaseItem& item, const KorString& name) {
 
 } // namespace
 
+KorString whyNotRenamable(const KorDSMDatabaseItem& item) {
+    const SourceRequest source(item);
+    return whyReadOnly(item);
+}
+
 Outcome renameItem(KorDSMDatabaseItem& item, const KorString& newName) {
     Outcome outcome;
     if (!item.record())

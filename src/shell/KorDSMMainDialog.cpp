@@ -10,6 +10,7 @@
 #include "model/KorDSMDialogFactory.h"
 #include "services/CKorHelp.h"
 #include "session/KorDSMItemPath.h"
+#include "shell/ExchangeRun.h"
 #include "shell/KorDSMUndoStrip.h"
 
 #include <QApplication>
@@ -206,7 +207,7 @@ bool KorDSMMainDialog::event(QEvent* event) {
 
 // When the user comes back to the window: what others changed meanwhile, and what went wrong.
 void KorDSMMainDialog::lookAround() {
-    if (!isVisible() || QApplication::activeModalWidget() != this)
+    if (!isVisible() || QApplication::activeModalWidget() != this || ExchangeRun::isGoingOn())
         return;
     readOutsideChanges();
     showReports();

@@ -1,8 +1,5 @@
 #include "controls/KorQt.h"
 #include "controls/KorTabCtrl.h"
-#include "data/KorOdbcMan.h"
-#include "data/exchange/KorDatabaseAccess.h"
-#include "data/exchange/KorODBCDetailStyleExports.h"
 #include "services/CKorHelp.h"
 #include "services/KorHostReport.h"
 #include "services/Prompts.h"
@@ -11,7 +8,6 @@
 #include "shell/KorDSMUndoStrip.h"
 
 #include <QApplication>
-#include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -22,10 +18,6 @@ namespace {
 constexpr int kNotKept = 210;      // caption of the message about changes that could not be kept
 constexpr int kConflictLine = 211; // "%s, %s: the database now holds "%s", you wrote "%s"."
 constexpr int kReports = 212;      // caption of the list of problems
-
-KorString ups(int number) {
-    return Prompts::getPrompt("UPS", number);
-}
 
 KorString dsm(int number) {
     return Prompts::getPrompt("DSM", number);
@@ -150,35 +142,4 @@ void KorDSMMainDialog::use() {
     if (m_structure.getUpdateStatus() == KorDSMDataStructure::kReloadRequested)
         m_structure.setUpdateStatus(KorDSMDataStructure::kKeepContent);
     done(QDialog::Accepted);
-}
-
-void KorDSMMainDialog::exportStyle() {
-    KorDSMDatabaseItem* item = currentItem();
-    if (!item || item->m_Type != KorDSMDefines::kDetailStyle)
-        return;
-    selectItemDatabase(item);
-    finishCurrentPage();
-    const KorString extension = KorDatabaseAccess::getDatabaseExtension();
-    QFileDialog dialog(this, toQt(ups(33563)));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(toQt(extension));
-    dialog.setNameFilter(
-        toQt(KorString::format("%s (*.%s)", {Prompts::getPrompt("GUI", 45028), extension})));
-    dialog.selectFile(QStringLiteral("DetailStylesExport"));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return;
-    const KorString path = fromQt(dialog.selectedFiles().first());
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const int result = KorODBCDetailStyleExports::exportDetail(
-        0, KorOdbcKey(item->recordKey()), KorOdbcMan::getCurrentDSN(), KorOdbcMan::getCurrentAddIn(), path);
-    QApplication::restoreOverrideCursor();
-    if (result == 1) {
-        QMessageBox::information(this, toQt(Prompts::getPrompt("GUI", 45024)),
-                                 toQt(KorString::format(ups(33526), {item->record()->getRunBezeichnung()})));
-        return;
-    }
-    KorString error;
-    KorODBCDetailStyleExports::GetErrorMessage(error, result);
-    if (!error.isEmpty())
-        QMessageBox::warning(this, toQt(Prompts::getPrompt("GUI", 45063)), toQt(error));
 }

@@ -2,9 +2,6 @@
 #include "controls/KorQt.h"
 #include "controls/KorTabCtrl.h"
 #include "controls/VELComboTree.h"
-#include "data/KorOdbcMan.h"
-#include "data/exchange/KorDatabaseAccess.h"
-#include "data/exchange/KorODBCDetailStyleExports.h"
 #include "dialogs/KorDSMDialogInUse.h"
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "dialogs/KorDSMDialogNewItemWithGroup.h"
@@ -20,7 +17,6 @@
 #include "shell/KorDSMMainDialog.h"
 
 #include <QAction>
-#include <QFileDialog>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -32,9 +28,7 @@ using namespace KorDSMDefines;
 namespace {
 
 constexpr int kRefused = 260;      // caption of the message that says why a command did nothing
-constexpr int kImported = 261;     // "%d detail styles were imported, %d were there already."
 constexpr int kWhereUsed = 262;    // "Where used..."
-constexpr int kImportCaption = 263;
 
 KorString ups(int number) {
     return Prompts::getPrompt("UPS", number);
@@ -96,6 +90,8 @@ void KorDSMMainDialog::renameItem() {
     KorDSMDatabaseItem* item = currentItem();
     if (!item || !item->record())
         return;
+    if (const KorString reason = KorDSMItemCommands::whyNotRenamable(*item); !reason.isEmpty())
+        return refuse(reason);
     finishCurrentPage();
     KorDSMDialogNewItem dialog(item->m_Type, item->getDisplayName(), false, this);
     if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
@@ -172,26 +168,6 @@ void KorDSMMainDialog::sendNotice(const KorDSMItemCommands::ListNotice& notice) 
     for (const int receiver : notice.receivers)
         if (KorDSMPage* page = m_pages.pageOfCode(receiver))
             page->onMessage(message);
-}
-
-void KorDSMMainDialog::importStyles() {
-    finishCurrentPage();
-    const KorString extension = KorDatabaseAccess::getDatabaseExtension();
-    const QString file = QFileDialog::getOpenFileName(
-        this, toQt(ups(33564)), {}, toQt(KorString::format("%s (*.%s)", {Prompts::getPrompt("GUI", 45028), extension})));
-    if (file.isEmpty())
-        return;
-    ImportReport report;
-    if (KorODBCDetailStyleExports::importFile(fromQt(file), report) != KorODBCDetailStyleExports::kDone)
-        return refuse(KorString(report.error));
-    if (report.rowsAppended > 0)
-        setModified(true);
-    reloadSections();
-    QMessageBox::information(
-        this, toQt(dsm(kImportCaption)),
-        toQt(KorString::format(dsm(kImported),
-                               {KorString::number(static_cast<std::int64_t>(report.imported.size())),
-                                KorString::number(static_cast<std::int64_t>(report.alreadyThere.size()))})));
 }
 
 void KorDSMMainDialog::undo(int steps) {

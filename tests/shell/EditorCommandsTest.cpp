@@ -5,11 +5,13 @@
 #include "dialogs/KorDSMDialogInUse.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QRadioButton>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 namespace {
@@ -44,6 +46,23 @@ void typeName(QWidget* modal, const char* name, int field = 1015) {
     edit->selectAll();
     QTest::keyClicks(edit, name);
     QTest::mouseClick(KorControls::find<QPushButton>(modal, 1), Qt::LeftButton);
+}
+
+// Names a file in the file dialog that is open, and then looks at the message about the outcome.
+void nameFile(QWidget* dialog, const std::string& file, std::function<void(const QString& message)> look) {
+    QTimer::singleShot(0, QApplication::instance(), [look = std::move(look)] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        look(box ? box->text() : QString());
+        if (box)
+            QTest::keyClick(box, Qt::Key_Escape);
+    });
+    auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    ASSERT_NE(name, nullptr);
+    name->setText(QString::fromStdString(file));
+    auto* buttons = dialog->findChild<QDialogButtonBox*>();
+    for (QAbstractButton* button : buttons->buttons())
+        if (buttons->buttonRole(button) == QDialogButtonBox::AcceptRole)
+            QTest::mouseClick(button, Qt::LeftButton);
 }
 
 } // namespace
@@ -187,4 +206,42 @@ TEST_F(EditorFixture, OddNamesAreKeptAsTheyWereTyped) {
     close();
     m_databases.reset();
     EXPECT_EQ(stored("user.dsdb", "SELECT name FROM detail_style WHERE key=1"), odd.toStdString());
+}
+
+TEST_F(EditorFixture, AStyleGoesIntoAFileAndComesInAgainUnlessEscapeIsPressed) {
+    const std::string file = (m_folder.path() / "beam.dsdb").string();
+    constexpr int kExport = 1037;
+    constexpr int kImport = 1039;
+    open();
+    auto* strip = control<KorButtonGroup>(1011);
+    const auto general = select({"Standard", "General"});
+    tree().expand(general);
+    const auto category = tree().getChildItem(general);
+    tree().expand(category);
+    tree().selectItem(tree().getChildItem(category));
+    const std::string name = tree().getItemText(tree().selectedItem()).toStdString();
+    QString said;
+    const auto look = [&said](const QString& message) { said = message; };
+    answerNext([&](QWidget* dialog) { nameFile(dialog, file, look); });
+    click(strip->button(kExport));
+    EXPECT_TRUE(said.contains(QString::fromStdString(name))) << said.toStdString();
+    EXPECT_TRUE(std::filesystem::exists(file));
+
+    select(kStyle);
+    answerNext([&](QWidget* dialog) {
+        nameFile(dialog, file, look);
+        auto* escape = new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, {});
+        QApplication::postEvent(m_dialog.get(), escape, Qt::LowEventPriority);
+    });
+    click(strip->button(kImport));
+    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    EXPECT_TRUE(m_dialog->isVisible());
+
+    answerNext([&](QWidget* dialog) { nameFile(dialog, file, look); });
+    click(strip->button(kImport));
+    EXPECT_TRUE(said.startsWith("1 detail styles were imported")) << said.toStdString();
+    EXPECT_FALSE(StyleDatabases::current().pending().isEmpty());
+    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:15");
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
 }

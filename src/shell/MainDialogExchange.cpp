@@ -1,0 +1,95 @@
+#include "controls/KorQt.h"
+#include "data/KorOdbcMan.h"
+#include "data/exchange/KorDatabaseAccess.h"
+#include "services/Prompts.h"
+#include "shell/ExchangeRun.h"
+#include "shell/KorDSMMainDialog.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+// Export and import of detail styles.
+
+namespace {
+
+constexpr int kImported = 261; // "%d detail styles were imported, %d were there already."
+constexpr int kImportCaption = 263;
+
+// The filter of file dialogs for style databases.
+QString fileFilter() {
+    return toQt(KorString::format("%s (*.%s)", {Prompts::getPrompt("GUI", 45028),
+                                                KorDatabaseAccess::getDatabaseExtension()}));
+}
+
+KorString count(const std::vector<KorString>& names) {
+    return KorString::number(static_cast<std::int64_t>(names.size()));
+}
+
+// In advanced mode the messages tell of each row that could not keep its name.
+int importFile(const QString& file, ImportReport& report, QStringList& messages) {
+    const ExchangeRun run;
+    KorODBCDetailStyleExports::EnableAdvancedDeepCopyMode(1);
+    const int result = KorODBCDetailStyleExports::importFile(fromQt(file), report);
+    KorODBCDetailStyleExports::EnableAdvancedDeepCopyMode(0);
+    messages = run.messages();
+    for (const std::string& problem : report.problems)
+        messages << QString::fromStdString(problem);
+    return result;
+}
+
+} // namespace
+
+void KorDSMMainDialog::exportStyle() {
+    KorDSMDatabaseItem* item = currentItem();
+    if (!item || item->m_Type != KorDSMDefines::kDetailStyle)
+        return;
+    selectItemDatabase(item);
+    finishCurrentPage();
+    QFileDialog dialog(this, toQt(Prompts::getPrompt("UPS", 33563)));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(toQt(KorDatabaseAccess::getDatabaseExtension()));
+    dialog.setNameFilter(fileFilter());
+    dialog.selectFile(QStringLiteral("DetailStylesExport"));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return;
+    int result = 0;
+    {
+        const ExchangeRun run;
+        result = KorODBCDetailStyleExports::exportDetail(
+            0, KorOdbcKey(item->recordKey()), KorOdbcMan::getCurrentDSN(), KorOdbcMan::getCurrentAddIn(),
+            fromQt(dialog.selectedFiles().first()));
+    }
+    if (result == KorODBCDetailStyleExports::kDone) {
+        QMessageBox::information(this, toQt(Prompts::getPrompt("GUI", 45024)),
+                                 toQt(KorString::format(Prompts::getPrompt("UPS", 33526),
+                                                        {item->record()->getRunBezeichnung()})));
+        return;
+    }
+    KorString error;
+    KorODBCDetailStyleExports::GetErrorMessage(error, result);
+    if (!error.isEmpty())
+        QMessageBox::warning(this, toQt(Prompts::getPrompt("GUI", 45063)), toQt(error));
+}
+
+void KorDSMMainDialog::importStyles() {
+    finishCurrentPage();
+    const QString file =
+        QFileDialog::getOpenFileName(this, toQt(Prompts::getPrompt("UPS", 33564)), {}, fileFilter());
+    if (file.isEmpty())
+        return;
+    ImportReport report;
+    QStringList messages;
+    if (importFile(file, report, messages) != KorODBCDetailStyleExports::kDone)
+        return refuse(KorString(report.error));
+    if (report.rowsAppended > 0)
+        setModified(true);
+    reloadSections();
+    QMessageBox box(QMessageBox::Information, toQt(Prompts::getPrompt("DSM", kImportCaption)),
+                    toQt(KorString::format(Prompts::getPrompt("DSM", kImported),
+                                           {count(report.imported), count(report.alreadyThere)})),
+                    QMessageBox::Ok, this);
+    if (!messages.isEmpty())
+        box.setDetailedText(messages.join('\n'));
+    box.exec();
+}
