@@ -1,5 +1,6 @@
 #include "shell/DataFolder.h"
 
+#include "base/Translation.h"
 #include "data/store/SqliteStore.h"
 #include "services/AddInManager.h"
 #include "services/KOSettings.h"
@@ -37,8 +38,8 @@ void DataFolder::open() {
         openUserDatabase(m_folder / "user.dsdb");
     } else {
         m_complete = false;
-        tell(KorString::format("There is no data folder \"%s\"; name another one with --data, or make one "
-                               "with sample databases by \"detailstyles samples\".",
+        tell(KorString::format(translated("There is no data folder \"%s\"; name another one with --data, or make one "
+                                          "with sample databases by \"detailstyles samples\"."),
                                {m_folder.string()}));
     }
     takeReports();

@@ -1,3 +1,4 @@
+#include "base/Translation.h"
 #include "controls/KorQt.h"
 #include "controls/KorTabCtrl.h"
 #include "services/CKorHelp.h"
@@ -16,11 +17,21 @@
 namespace {
 
 constexpr int kNotKept = 210;      // caption of the message about changes that could not be kept
-constexpr int kConflictLine = 211; // "%s, %s: the database now holds "%s", you wrote "%s"."
+constexpr int kConflictLine = 211; // "%s, %s: the database now holds %s, you wrote %s."
 constexpr int kReports = 212;      // caption of the list of problems
 
 KorString dsm(int number) {
     return Prompts::getPrompt("DSM", number);
+}
+
+// Values come with their quotation marks; those of a row that is gone are empty.
+KorString conflictLine(const KorString& row, const StoreConflict& values) {
+    const auto shown = [](const std::string& value) {
+        return value.empty() ? translated("nothing") : KorString(value);
+    };
+    return KorString::format(dsm(kConflictLine),
+                             {row, values.column ? values.table->columnName(*values.column) : std::string(),
+                              shown(values.stored), shown(values.mine)});
 }
 
 } // namespace
@@ -77,10 +88,7 @@ void KorDSMMainDialog::reportCommit(const KorDSMCommit::Outcome& outcome) {
     for (const SourceCommit& commit : outcome.failed) {
         lines << QString::fromStdString(commit.error);
         for (const StoreConflict& conflict : commit.conflicts)
-            details << toQt(KorString::format(
-                dsm(kConflictLine),
-                {KorString(conflict.table->rowName()), KorString(conflict.column ? conflict.column->name : ""),
-                 KorString(conflict.stored), KorString(conflict.mine)}));
+            details << toQt(conflictLine(conflict.table->rowName(), conflict));
     }
     QMessageBox box(QMessageBox::Warning, toQt(dsm(kNotKept)), lines.join("\n\n"), QMessageBox::Ok, this);
     if (!details.isEmpty())
@@ -97,10 +105,7 @@ void KorDSMMainDialog::readOutsideChanges() {
             KorHostReport::add(KorString(change.error));
         for (const OutsideConflict& conflict : change.conflicts)
             KorHostReport::add(KorString(change.file) + KorString(": ") +
-                               KorString::format(dsm(kConflictLine),
-                                                 {conflict.rowName,
-                                                  KorString(conflict.values.column ? conflict.values.column->name : ""),
-                                                  KorString(conflict.values.stored), KorString(conflict.values.mine)}));
+                               conflictLine(conflict.rowName, conflict.values));
     }
     reloadSections();
 }

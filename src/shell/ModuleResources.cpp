@@ -1,5 +1,6 @@
 #include "shell/ModuleResources.h"
 
+#include "base/Translation.h"
 #include "controls/KorLayoutStore.h"
 #include "controls/KorPictures.h"
 #include "controls/KorTemplates.h"
@@ -59,7 +60,7 @@ void ModuleResources::setUp(const KorString& folder) {
         KorResources::setFolder(findFolder());
     KorPictures::setBase(KorString(KorResources::folder().string()));
     KorPictures::setMissingSink([](const KorString& path) {
-        KorHostReport::add(KorString::format("The picture %s is missing in %s. Install the program again.",
+        KorHostReport::add(KorString::format(translated("The picture %s is missing in %s. Install the program again."),
                                              {path, KorResources::folder().string()}));
     });
     KorTemplates::setFactory(makeTemplate);
