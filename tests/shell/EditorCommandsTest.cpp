@@ -5,7 +5,6 @@
 #include "dialogs/KorDSMDialogInUse.h"
 
 #include <QApplication>
-#include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -48,21 +47,27 @@ void typeName(QWidget* modal, const char* name, int field = 1015) {
     QTest::mouseClick(KorControls::find<QPushButton>(modal, 1), Qt::LeftButton);
 }
 
-// Names a file in the file dialog that is open, and then looks at the message about the outcome.
-void nameFile(QWidget* dialog, const std::string& file, std::function<void(const QString& message)> look) {
-    QTimer::singleShot(0, QApplication::instance(), [look = std::move(look)] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        look(box ? box->text() : QString());
-        if (box)
-            QTest::keyClick(box, Qt::Key_Escape);
-    });
+// Names a file in the file dialog that is open.
+void nameFile(QWidget* dialog, const std::string& file) {
     auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     ASSERT_NE(name, nullptr);
     name->setText(QString::fromStdString(file));
-    auto* buttons = dialog->findChild<QDialogButtonBox*>();
-    for (QAbstractButton* button : buttons->buttons())
-        if (buttons->buttonRole(button) == QDialogButtonBox::AcceptRole)
-            QTest::mouseClick(button, Qt::LeftButton);
+    QMetaObject::invokeMethod(dialog, "accept");
+}
+
+// Reads the message that comes up next, and closes it.
+void readNextMessage(QString& said) {
+    auto* wait = new QTimer(QApplication::instance());
+    QObject::connect(wait, &QTimer::timeout, wait, [wait, &said] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        wait->stop();
+        wait->deleteLater();
+        said = box->text();
+        QTest::keyClick(box, Qt::Key_Escape);
+    });
+    wait->start();
 }
 
 } // namespace
@@ -221,15 +226,15 @@ TEST_F(EditorFixture, AStyleGoesIntoAFileAndComesInAgainUnlessEscapeIsPressed) {
     tree().selectItem(tree().getChildItem(category));
     const std::string name = tree().getItemText(tree().selectedItem()).toStdString();
     QString said;
-    const auto look = [&said](const QString& message) { said = message; };
-    answerNext([&](QWidget* dialog) { nameFile(dialog, file, look); });
+    answerNext([&](QWidget* dialog) { nameFile(dialog, file); });
+    readNextMessage(said);
     click(strip->button(kExport));
     EXPECT_TRUE(said.contains(QString::fromStdString(name))) << said.toStdString();
     EXPECT_TRUE(std::filesystem::exists(file));
 
     select(kStyle);
     answerNext([&](QWidget* dialog) {
-        nameFile(dialog, file, look);
+        nameFile(dialog, file);
         auto* escape = new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, {});
         QApplication::postEvent(m_dialog.get(), escape, Qt::LowEventPriority);
     });
@@ -237,7 +242,8 @@ TEST_F(EditorFixture, AStyleGoesIntoAFileAndComesInAgainUnlessEscapeIsPressed) {
     EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
     EXPECT_TRUE(m_dialog->isVisible());
 
-    answerNext([&](QWidget* dialog) { nameFile(dialog, file, look); });
+    answerNext([&](QWidget* dialog) { nameFile(dialog, file); });
+    readNextMessage(said);
     click(strip->button(kImport));
     EXPECT_TRUE(said.startsWith("1 detail styles were imported")) << said.toStdString();
     EXPECT_FALSE(StyleDatabases::current().pending().isEmpty());
