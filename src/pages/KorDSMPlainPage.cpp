@@ -48,7 +48,7 @@ QWidget* makeControl(const Column& column) {
 
 KorDSMPlainPage::KorDSMPlainPage(QWidget* parent, const PlainPageDescription& description)
     : KorDSMPage(parent, description.templateId, {}), m_description(description) {
-    setTitle(Prompts::getPrompt("UPS", description.titlePrompt));
+    setTitle(Prompts::ups(description.titlePrompt));
     m_pageCode = description.code;
 }
 
@@ -148,7 +148,8 @@ void KorDSMPlainPage::addColumns(QFormLayout& form) {
     connect(m_fields, &PageFields::written, this, &KorDSMPlainPage::onWritten);
 }
 
-void KorDSMPlainPage::addField(QFormLayout& form, const TableSchema& table, const Column& column, int control) {
+void KorDSMPlainPage::addField(QFormLayout& form, const TableSchema& table, const Column& column,
+                               int control) {
     const QString caption = toQt(KorDSMValueText::columnCaption(table, column));
     if (column.kind == eColumnKind::kFlag) {
         auto* box = new QCheckBox(caption);
@@ -285,7 +286,9 @@ void KorDSMPlainPage::showParts(const StructRecord& record) {
                           new QTableWidgetItem(toQt(valueText(*part.table, *columns[i], *row))));
     }
     for (const auto& [table, grid] : grids) {
-        const int rows = std::min(grid->rowCount(), kMostRowsShown) * grid->verticalHeader()->defaultSectionSize();
-        grid->setFixedHeight(grid->horizontalHeader()->sizeHint().height() + rows + 2 * grid->frameWidth() + 2);
+        const int rows =
+            std::min(grid->rowCount(), kMostRowsShown) * grid->verticalHeader()->defaultSectionSize();
+        grid->setFixedHeight(grid->horizontalHeader()->sizeHint().height() + rows + 2 * grid->frameWidth() +
+                             2);
     }
 }

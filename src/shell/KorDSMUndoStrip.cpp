@@ -30,7 +30,8 @@ void KorDSMUndoStrip::addButton(int id, int bitmap, Wanted wanted) {
     m_buttons->addButton(id, {}, KorPictures::bitmap(bitmap));
     auto* menu = new QMenu(m_buttons);
     connect(menu, &QMenu::aboutToShow, this, [this, menu, id, wanted] {
-        fillMenu(*menu, id == kUndo ? KorDSMUndo::undoSteps(kMostNamed) : KorDSMUndo::redoSteps(kMostNamed), wanted);
+        fillMenu(*menu, id == kUndo ? KorDSMUndo::undoSteps(kMostNamed) : KorDSMUndo::redoSteps(kMostNamed),
+                 wanted);
     });
     m_buttons->setButtonMenu(id, menu);
 }
@@ -41,7 +42,8 @@ void KorDSMUndoStrip::fillMenu(QMenu& menu, const std::vector<KorString>& steps,
     for (const KorString& step : steps) {
         // An ampersand in a record's name is no mnemonic.
         QAction* action = menu.addAction(toQt(step).replace(u'&', QStringLiteral("&&")));
-        connect(action, &QAction::triggered, this, [this, wanted, number = ++count] { (this->*wanted)(number); });
+        connect(action, &QAction::triggered, this,
+                [this, wanted, number = ++count] { (this->*wanted)(number); });
     }
 }
 
@@ -51,7 +53,8 @@ void KorDSMUndoStrip::update() {
     const auto name = [this](int id, const KorString& text, const char* key) {
         QToolButton* button = m_buttons->button(id);
         button->setAccessibleName(toQt(text));
-        button->setToolTip(toQt(text) + QStringLiteral(" (%1)").arg(QKeySequence(key).toString(QKeySequence::NativeText)));
+        button->setToolTip(toQt(text) +
+                           QStringLiteral(" (%1)").arg(QKeySequence(key).toString(QKeySequence::NativeText)));
     };
     name(kUndo, KorDSMUndo::undoText(), "Ctrl+Z");
     name(kRedo, KorDSMUndo::redoText(), "Ctrl+Shift+Z");

@@ -53,17 +53,15 @@ struct SectionButton {
 };
 
 // In the order of the sections.
-constexpr SectionButton kSectionButtons[] = {
-    {1064, 33511, 1062, 1064}, {1061, 33518, 1060, 1061}, {1057, 33514, 1063, 1057}, {1059, 33516, 1058, 1059}};
+constexpr SectionButton kSectionButtons[] = {{1064, 33511, 1062, 1064},
+                                             {1061, 33518, 1060, 1061},
+                                             {1057, 33514, 1063, 1057},
+                                             {1059, 33516, 1058, 1059}};
 
 constexpr int kOptionPrompts[] = {33527, 33528, 33529};
 constexpr int kFilter = 264;
 constexpr int kOptionsButton = 1089;
 constexpr int kOptionsBitmap = 1090;
-
-KorString ups(int number) {
-    return Prompts::getPrompt("UPS", number);
-}
 
 QIcon iconOf(const Icon& icon) {
     if (icon.file.isEmpty())
@@ -85,7 +83,7 @@ void KorDSMMainDialog::setUpImages() {
     connect(m_list, &KorListCtrl::itemActivated, this, &KorDSMMainDialog::onListActivated);
     m_tabs->hide();
     m_filter = KorControls::find<QLineEdit>(this, 1210);
-    m_filter->setPlaceholderText(toQt(Prompts::getPrompt("DSM", kFilter)));
+    m_filter->setPlaceholderText(toQt(Prompts::dsm(kFilter)));
     m_filter->setAccessibleName(m_filter->placeholderText());
     connect(m_filter, &QLineEdit::textChanged, this, &KorDSMMainDialog::applyFilter);
 }
@@ -111,8 +109,7 @@ void KorDSMMainDialog::setUpSections() {
         combo->setAccessibleName(control->accessibleName());
         slot(section).combo = combo;
         slot(section).tree = std::make_unique<KorDSMSectionTree>(
-            control, m_structure, *m_structure.getSection(section),
-            [this](KorTreeHandle entry) {
+            control, m_structure, *m_structure.getSection(section), [this](KorTreeHandle entry) {
                 m_history.markStale(entry);
                 if (m_currentEntry == entry)
                     m_currentEntry = nullptr;
@@ -123,10 +120,11 @@ void KorDSMMainDialog::setUpSections() {
         connect(control, &KorTreeCtrl::contextMenuRequested, this, &KorDSMMainDialog::showContextMenu);
         connect(control, &KorTreeCtrl::dropRequested, this, &KorDSMMainDialog::dropEntry);
         // Where a record cannot go is said when it is dropped there.
-        connect(control, &KorTreeCtrl::dropQuery, this, [](KorTreeHandle from, KorTreeHandle to, bool* accept) {
-            const KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(from);
-            *accept = item && item->record() && KorDSMSectionTree::itemOf(to);
-        });
+        connect(control, &KorTreeCtrl::dropQuery, this,
+                [](KorTreeHandle from, KorTreeHandle to, bool* accept) {
+                    const KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(from);
+                    *accept = item && item->record() && KorDSMSectionTree::itemOf(to);
+                });
         connect(control, &KorTreeCtrl::selectionChanged, this, [this](KorTreeHandle entry) {
             if (m_handleSelection)
                 onSelectionChanged(entry);
@@ -137,12 +135,12 @@ void KorDSMMainDialog::setUpSections() {
 void KorDSMMainDialog::setUpStrips() {
     m_itemCommands = KorControls::find<KorButtonGroup>(this, 1011);
     for (const StripButton& button : kItemCommands)
-        m_itemCommands->addButton(button.id, ups(button.prompt), KorPictures::bitmap(button.bitmap));
+        m_itemCommands->addButton(button.id, Prompts::ups(button.prompt), KorPictures::bitmap(button.bitmap));
     connect(m_itemCommands, &KorButtonGroup::buttonPressed, this, &KorDSMMainDialog::onItemCommand);
 
     m_navigation = KorControls::find<KorButtonGroup>(this, 1012);
     for (const StripButton& button : kNavigation) {
-        m_navigation->addButton(button.id, ups(button.prompt), KorPictures::bitmap(button.bitmap));
+        m_navigation->addButton(button.id, Prompts::ups(button.prompt), KorPictures::bitmap(button.bitmap));
         m_navigation->enableButton(button.id, false);
     }
     connect(m_navigation, &KorButtonGroup::buttonPressed, this, &KorDSMMainDialog::onNavigation);
@@ -156,16 +154,16 @@ void KorDSMMainDialog::setUpStrips() {
     KorControls::setId(strip, 1234);
     strip->setCheckable(true);
     for (const SectionButton& button : kSectionButtons)
-        strip->addButton(button.id, ups(button.prompt),
+        strip->addButton(button.id, Prompts::ups(button.prompt),
                          KorPictures::buttonBitmap(button.bitmap, button.checkedBitmap));
     connect(strip, &KorButtonGroup::buttonPressed, this, [this, strip](int id) {
         for (int i = 0; i < kNumberOfSections; ++i)
             if (strip->buttonId(i) == id)
                 switchSection(static_cast<eViewSections>(i));
     });
-    m_sections->setMenuButton(kOptionsButton, Prompts::getPrompt("GUI", 45100), KorPictures::bitmap(kOptionsBitmap));
+    m_sections->setMenuButton(kOptionsButton, Prompts::gui(45100), KorPictures::bitmap(kOptionsBitmap));
     for (const int prompt : kOptionPrompts)
-        m_sections->addMenuItem(ups(prompt));
+        m_sections->addMenuItem(Prompts::ups(prompt));
     connect(m_sections, &KorButtonGroupMenu::toggled, this, &KorDSMMainDialog::onOption);
 }
 
@@ -183,7 +181,8 @@ void KorDSMMainDialog::setUpActions() {
                                  {}};
     for (int i = 0; i < kNumberOfItemCommands; ++i) {
         const StripButton& button = kItemCommands[i];
-        auto* action = new QAction(KorPictures::bitmap(button.bitmap), toQt(ups(button.prompt)), this);
+        auto* action =
+            new QAction(KorPictures::bitmap(button.bitmap), toQt(Prompts::ups(button.prompt)), this);
         action->setShortcut(keys[i]);
         connect(action, &QAction::triggered, this, [this, id = button.id] { onItemCommand(id); });
         addAction(action);
@@ -240,11 +239,11 @@ void KorDSMMainDialog::setUpButtons() {
 }
 
 void KorDSMMainDialog::setUpTexts() {
-    setWindowTitle(toQt(ups(33510)));
-    KorControls::find<QPushButton>(this, 1)->setText(toQt(ups(33740)));
-    KorControls::find<QPushButton>(this, 2)->setText(toQt(ups(33741)));
-    m_apply->setText(toQt(ups(33742)));
-    m_use->setText(toQt(ups(33559)));
+    setWindowTitle(toQt(Prompts::ups(33510)));
+    KorControls::find<QPushButton>(this, 1)->setText(toQt(Prompts::ups(33740)));
+    KorControls::find<QPushButton>(this, 2)->setText(toQt(Prompts::ups(33741)));
+    m_apply->setText(toQt(Prompts::ups(33742)));
+    m_use->setText(toQt(Prompts::ups(33559)));
 }
 
 void KorDSMMainDialog::setUpTabOrder() {

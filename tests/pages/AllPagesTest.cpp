@@ -32,8 +32,8 @@ protected:
             KorDsmViewDimensioningItem, KorDsmSystemAndBoxItem>();
         for (const bool isStrategy : {false, true}) {
             arrangements[isStrategy].m_bStandsForStrategy = isStrategy;
-            samples[isStrategy ? KorDSMDefines::kSecondArrangerControl : KorDSMDefines::kAnnotationArrangement] =
-                &arrangements[isStrategy];
+            samples[isStrategy ? KorDSMDefines::kSecondArrangerControl
+                               : KorDSMDefines::kAnnotationArrangement] = &arrangements[isStrategy];
         }
         arrangements[0].updateRecord(row<StructDetArrangerControl>());
         arrangements[1].updateRecord(row<StructDetArrangerStrategy>());

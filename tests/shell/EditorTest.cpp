@@ -101,7 +101,8 @@ TEST_F(EditorFixture, AnEditedTitleIsWrittenOnceWhenThePageIsLeft) {
     EXPECT_EQ(KorOdbcMan::m_DSMResetDetViewRequestCache, 1);
     close();
     m_databases.reset();
-    const std::string title = stored("user.dsdb", "SELECT title_format FROM detail_style WHERE name='HB post 1:15'");
+    const std::string title =
+        stored("user.dsdb", "SELECT title_format FROM detail_style WHERE name='HB post 1:15'");
     EXPECT_NE(title.find("Shop"), std::string::npos) << title;
 }
 
