@@ -49,7 +49,7 @@ int KorDSMMainDialog::OnInitDialog() {
     setUpImages();
     setUpSections();
     setUpStrips();
-    setUpActions();
+    setUpKeys();
     setUpStatus();
     setUpButtons();
 

@@ -15,6 +15,7 @@
 #include "session/KorDSMUndo.h"
 #include "session/KorDSMWhereUsed.h"
 #include "shell/KorDSMMainDialog.h"
+#include "shell/KorDSMUndoStrip.h"
 
 #include <QAction>
 #include <QMenu>
@@ -250,14 +251,8 @@ void KorDSMMainDialog::showContextMenu(KorTreeHandle entry, const QPoint& positi
                 [this, item] { listUsers(*item, KorDSMWhereUsed::usagesOf(*item)); });
     }
     menu.addSeparator();
-    QAction* undo = menu.addAction(toQt(KorDSMUndo::undoText()));
-    undo->setShortcut(QKeySequence::Undo);
-    undo->setEnabled(KorDSMUndo::canUndo());
-    connect(undo, &QAction::triggered, this, [this] { this->undo(1); });
-    QAction* redo = menu.addAction(toQt(KorDSMUndo::redoText()));
-    redo->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
-    redo->setEnabled(KorDSMUndo::canRedo());
-    connect(redo, &QAction::triggered, this, [this] { this->redo(1); });
+    for (QAction* action : m_undoStrip->actions())
+        menu.addAction(action);
     menu.exec(position);
 }
 

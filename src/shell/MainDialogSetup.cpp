@@ -19,6 +19,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QToolButton>
 
 // Set-up of the main dialog: controls, strips, status bar, texts.
 
@@ -36,14 +37,18 @@ struct StripButton {
     int id;
     int bitmap;
     int prompt;
+    const char* key = ""; // the usual one of the command
 };
 
 constexpr StripButton kItemCommands[] = {
-    {1029, 1044, 33558}, {1030, 1045, 33559}, {1032, 1046, 33555}, {1033, 1043, 33560}, {1034, 1047, 33561},
-    {1035, 1048, 33562}, {1037, 1051, 33563}, {1039, 1052, 33564}, {1038, 1049, 33565}, {1036, 1050, 33746},
+    {1029, 1044, 33558, "Ctrl+N"}, {1030, 1045, 33559},           {1032, 1046, 33555},
+    {1033, 1043, 33560, "Ctrl+D"}, {1034, 1047, 33561, "F2"},     {1035, 1048, 33562},
+    {1037, 1051, 33563, "Ctrl+E"}, {1039, 1052, 33564, "Ctrl+I"}, {1038, 1049, 33565},
+    {1036, 1050, 33746},
 };
 
-constexpr StripButton kNavigation[] = {{1042, 1042, 33743}, {1041, 1041, 33744}, {1040, 1040, 33745}};
+constexpr StripButton kNavigation[] = {
+    {1042, 1042, 33743, "Alt+Left"}, {1041, 1041, 33744, "Alt+Right"}, {1040, 1040, 33745, "Alt+Up"}};
 
 struct SectionButton {
     int id;
@@ -62,6 +67,20 @@ constexpr int kOptionPrompts[] = {33527, 33528, 33529};
 constexpr int kFilter = 264;
 constexpr int kOptionsButton = 1089;
 constexpr int kOptionsBitmap = 1090;
+
+// A button of a strip, and the action that presses it by its key and from menus.
+QAction* addCommand(KorButtonGroup& strip, const StripButton& button) {
+    const KorString text = Prompts::ups(button.prompt);
+    const QIcon icon = KorPictures::bitmap(button.bitmap);
+    const QKeySequence key(QString::fromLatin1(button.key));
+    strip.addButton(button.id, text, icon);
+    strip.setButtonText(button.id, text, key);
+    auto* action = new QAction(icon, toQt(text), &strip);
+    action->setShortcut(key);
+    QObject::connect(action, &QAction::triggered, strip.button(button.id), &QToolButton::click);
+    strip.window()->addAction(action);
+    return action;
+}
 
 QIcon iconOf(const Icon& icon) {
     if (icon.file.isEmpty())
@@ -135,12 +154,12 @@ void KorDSMMainDialog::setUpSections() {
 void KorDSMMainDialog::setUpStrips() {
     m_itemCommands = KorControls::find<KorButtonGroup>(this, 1011);
     for (const StripButton& button : kItemCommands)
-        m_itemCommands->addButton(button.id, Prompts::ups(button.prompt), KorPictures::bitmap(button.bitmap));
+        m_commandActions.push_back(addCommand(*m_itemCommands, button));
     connect(m_itemCommands, &KorButtonGroup::buttonPressed, this, &KorDSMMainDialog::onItemCommand);
 
     m_navigation = KorControls::find<KorButtonGroup>(this, 1012);
     for (const StripButton& button : kNavigation) {
-        m_navigation->addButton(button.id, Prompts::ups(button.prompt), KorPictures::bitmap(button.bitmap));
+        addCommand(*m_navigation, button);
         m_navigation->enableButton(button.id, false);
     }
     connect(m_navigation, &KorButtonGroup::buttonPressed, this, &KorDSMMainDialog::onNavigation);
@@ -167,35 +186,11 @@ void KorDSMMainDialog::setUpStrips() {
     connect(m_sections, &KorButtonGroupMenu::toggled, this, &KorDSMMainDialog::onOption);
 }
 
-void KorDSMMainDialog::setUpActions() {
-    // The usual keys of the strip's commands, in its order; the commands also stand in the context menu.
-    const QKeySequence keys[] = {QKeySequence::New,
-                                 {},
-                                 {},
-                                 QKeySequence(Qt::CTRL | Qt::Key_D),
-                                 QKeySequence(Qt::Key_F2),
-                                 {},
-                                 QKeySequence(Qt::CTRL | Qt::Key_E),
-                                 QKeySequence(Qt::CTRL | Qt::Key_I),
-                                 {},
-                                 {}};
-    for (int i = 0; i < kNumberOfItemCommands; ++i) {
-        const StripButton& button = kItemCommands[i];
-        auto* action =
-            new QAction(KorPictures::bitmap(button.bitmap), toQt(Prompts::ups(button.prompt)), this);
-        action->setShortcut(keys[i]);
-        connect(action, &QAction::triggered, this, [this, id = button.id] { onItemCommand(id); });
-        addAction(action);
-        m_commandActions.push_back(action);
-    }
-    const auto addKey = [this](const QKeySequence& key, auto&& call) {
-        auto* action = new QAction(this);
-        action->setShortcut(key);
-        connect(action, &QAction::triggered, this, call);
-        addAction(action);
-    };
-    addKey(QKeySequence::Undo, [this] { undo(1); });
-    addKey(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), [this] { redo(1); });
+void KorDSMMainDialog::setUpKeys() {
+    auto* find = new QAction(this);
+    find->setShortcut(QKeySequence::Find);
+    connect(find, &QAction::triggered, m_filter, [this] { m_filter->setFocus(Qt::ShortcutFocusReason); });
+    addAction(find);
     // Delete belongs to the tree: in a field or a grid it deletes what is there.
     for (SectionSlot& section : m_slots) {
         auto* remove = new QAction(section.tree->control());

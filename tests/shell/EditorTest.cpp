@@ -189,6 +189,12 @@ TEST_F(EditorFixture, TheHistoryLeadsBackForwardAndUpAcrossSections) {
     click(strip->button(1040));
     EXPECT_EQ(tree().selectedItem(), style);
     EXPECT_NE(annotation, nullptr);
+    press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(tree().selectedItem(), view);
+    press(Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(tree().selectedItem(), style);
+    press(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(control<QLineEdit>(1210)->hasFocus());
 }
 
 TEST_F(EditorFixture, BySourceTheComboDecidesWhatTheTreeShows) {
