@@ -256,7 +256,7 @@ void KorDSMPageViewDefinition::replaceDependents(int column) {
         const auto child = std::ranges::find(owner->children(), section.type, &KorDSMDatabaseItem::m_Type);
         if (child == owner->children().end()) {
             // It had none so far: its children are made anew when its entry is opened.
-            owner->assignRecord(request);
+            owner->dropDependents();
             continue;
         }
         StyleTable& table = StyleDatabases::current().here()->table((*child)->tableType());

@@ -5,6 +5,7 @@
 #include "controls/KorControls.h"
 #include "controls/KorLineEdit.h"
 #include "controls/KorQt.h"
+#include "model/KorDSMDependencies.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
 
@@ -224,13 +225,13 @@ bool KorDSMPlainPage::loadData() {
 
 // What a record refers to hangs below its entries, and is made anew there.
 void KorDSMPlainPage::onWritten(int column) {
-    if (m_description.viaColumn != 0 || !shownTable().column(column)->isReference())
+    if (m_description.viaColumn != 0 || !shownTable().column(column)->isReference() ||
+        !KorDSMDependencies::canHaveDependents(item()->m_Type))
         return;
     std::vector<KorDSMDatabaseItem*> items(item()->equalItems().begin(), item()->equalItems().end());
     items.push_back(item());
     for (KorDSMDatabaseItem* owner : items)
-        if (owner->m_bExpanded)
-            owner->assignRecord(*owner->record());
+        owner->dropDependents();
 }
 
 namespace {
