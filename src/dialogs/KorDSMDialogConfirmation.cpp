@@ -42,10 +42,6 @@ const std::map<eTableType, int>& kindPrompts() {
     return prompts;
 }
 
-KorString ups(int number) {
-    return Prompts::getPrompt("UPS", number);
-}
-
 // Dark blue on a light ground; where the ground is dark, as light a blue as is needed to read it.
 QColor runNameColour(const QPalette& palette) {
     const QColor darkBlue(0, 0, 150);
@@ -79,7 +75,7 @@ KorDSMDialogConfirmation::Texts KorDSMDialogConfirmation::prepareTexts(eTableTyp
         texts.kind = "item";
         return texts;
     }
-    texts.kind = ups(prompt->second);
+    texts.kind = Prompts::ups(prompt->second);
     StyleSource* source = StyleDatabases::current().here();
     if (const StructRecord* row = source ? source->table(table).find(key) : nullptr)
         texts.runName = row->getRunBezeichnung();
@@ -87,14 +83,14 @@ KorDSMDialogConfirmation::Texts KorDSMDialogConfirmation::prepareTexts(eTableTyp
 }
 
 void KorDSMDialogConfirmation::OnInitDialog(const Texts& texts) {
-    setWindowTitle(toQt(ups(33905)));
+    setWindowTitle(toQt(Prompts::ups(33905)));
     if (auto* info = KorControls::find<KorInfoCtrl>(this, kInfo))
         info->setInfo({}, kSharedPicture);
-    setCaption(1235, KorString::format(ups(33911), {texts.kind}));
+    setCaption(1235, KorString::format(Prompts::ups(33911), {texts.kind}));
     setCaption(1236, 33906);
     setCaption(1211, 33907);
     setCaption(kRunName, texts.runName);
-    setCaption(kModifyRadio, KorString::format(ups(33912), {texts.kind}));
+    setCaption(kModifyRadio, KorString::format(Prompts::ups(33912), {texts.kind}));
     setCaption(1213, 33908);
     setCaption(1237, 33909);
     setCaption(1214, 33910);

@@ -22,7 +22,7 @@ constexpr int kList = 2357;
 
 KorDSMDialogInUse::KorDSMDialogInUse(const KorString& text, std::vector<KorDSMUsage> users, QWidget* parent)
     : KorDSMDialog(kTemplate, parent) {
-    setWindowTitle(toQt(Prompts::getPrompt("UPS", 33522)));
+    setWindowTitle(toQt(Prompts::ups(33522)));
     setCaption(1, 33740);
     setCaption(kText, text);
     const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);

@@ -21,13 +21,9 @@ constexpr int kListLabel = 1064;
 constexpr int kList = 1268;
 constexpr int kNote = 1269; // the dialog's own: what is wrong with a file that has line types
 
-KorString ups(int number) {
-    return Prompts::getPrompt("UPS", number);
-}
-
 LinetypeListPrompts listPrompts() {
-    const auto dsm = [](int number) { return Prompts::getPrompt("DSM", number); };
-    return {ups(22552), dsm(340), dsm(341), dsm(342), dsm(343), dsm(344)};
+    const auto dsm = [](int number) { return Prompts::dsm(number); };
+    return {Prompts::ups(22552), dsm(340), dsm(341), dsm(342), dsm(343), dsm(344)};
 }
 
 } // namespace
@@ -53,7 +49,7 @@ void KorDSMDialogLoadLinetype::setVisible(bool visible) {
 void KorDSMDialogLoadLinetype::OnInitDialog() {
     if (!m_list)
         return;
-    setWindowTitle(toQt(ups(22550)));
+    setWindowTitle(toQt(Prompts::ups(22550)));
     setCaption(kFileButton, 22551);
     setCaption(kListLabel, 22552);
     setCaption(2, 21017);
@@ -74,7 +70,7 @@ void KorDSMDialogLoadLinetype::fillList() {
 void KorDSMDialogLoadLinetype::showMembers() {
     if (auto* edit = KorControls::find<KorLineEdit>(this, kFileName)) {
         edit->setText(toQt(m_fileName));
-        edit->setAccessibleName(toQt(ups(22553)));
+        edit->setAccessibleName(toQt(Prompts::ups(22553)));
     }
     if (auto* note = KorControls::find<QLabel>(this, kNote)) {
         note->setText(toQt(m_list->message()));
@@ -84,8 +80,8 @@ void KorDSMDialogLoadLinetype::showMembers() {
 
 void KorDSMDialogLoadLinetype::onFileButton() {
     const QString folder = toQt(KorString(LinetypeFile::pathOf({}, m_directory).string()));
-    const QString chosen = QFileDialog::getOpenFileName(this, windowTitle(), folder,
-                                                        toQt(ups(22553)) + QStringLiteral(" (*.lin)"));
+    const QString chosen = QFileDialog::getOpenFileName(
+        this, windowTitle(), folder, toQt(Prompts::ups(22553)) + QStringLiteral(" (*.lin)"));
     if (chosen.isEmpty())
         return;
     const std::string path = fromQt(chosen).replaced("/", "\\").toStdString();

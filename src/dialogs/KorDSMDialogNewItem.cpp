@@ -31,7 +31,7 @@ KorDSMDialogNewItem::KorDSMDialogNewItem(int itemType, const KorString& initialN
 void KorDSMDialogNewItem::OnInitDialog(const KorString& initialName, bool proposeName) {
     setCaption(1, 33740);
     setCaption(2, 33741);
-    setWindowTitle(toQt(Prompts::getPrompt("DSM", kCommonTitle)));
+    setWindowTitle(toQt(Prompts::dsm(kCommonTitle)));
     auto* edit = KorControls::find<QLineEdit>(this, kName);
     const NewItemKind* kind = findNewItemKind(m_itemType);
     KorAssert::check(kind != nullptr, "false");
@@ -39,7 +39,7 @@ void KorDSMDialogNewItem::OnInitDialog(const KorString& initialName, bool propos
     KorArray<KorString> existing;
     if (kind) {
         if (kind->titlePrompt)
-            setWindowTitle(toQt(Prompts::getPrompt("UPS", kind->titlePrompt)));
+            setWindowTitle(toQt(Prompts::ups(kind->titlePrompt)));
         setCaption(kLabel, kind->labelPrompt);
         kind->existingNames(existing);
         if (proposeName && kind->defaultNameTable != kNoTable)

@@ -63,7 +63,7 @@ void KorDSMDialogNewItemWithGroup::OnInitDialog(const KorString& name, const Kor
 }
 
 void KorDSMDialogNewItemWithGroup::setTexts() {
-    setWindowTitle(toQt(Prompts::getPrompt("UPS", findNewItemKind(m_itemType)->labelPrompt)));
+    setWindowTitle(toQt(Prompts::ups(findNewItemKind(m_itemType)->labelPrompt)));
     setCaption(kNameLabel, kNamePrompt, "DSM");
     if (findNewItemGrouping(m_itemType)->byCategory)
         setCaption(kGroupLabel, 33703);

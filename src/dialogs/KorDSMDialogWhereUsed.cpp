@@ -21,7 +21,7 @@ constexpr int kClose = 255;
 KorDSMDialogWhereUsed::KorDSMDialogWhereUsed(const KorString& name, std::vector<KorDSMUsage> usages,
                                              QWidget* parent)
     : KorDSMDialog(kTemplate, parent) {
-    setWindowTitle(toQt(KorString::format(Prompts::getPrompt("DSM", kTitle), {name})));
+    setWindowTitle(toQt(KorString::format(Prompts::dsm(kTitle), {name})));
     setCaption(2, kClose, "DSM");
     setCaption(kNothingLabel, kNothing, "DSM");
     KorControls::find(this, kNothingLabel)->setVisible(usages.empty());

@@ -34,9 +34,9 @@ void NewNameCheck::check() {
         m_ok->setEnabled(!taken);
     QString reason;
     if (taken)
-        reason = toQt(Prompts::getPrompt("DSM", kTaken));
+        reason = toQt(Prompts::dsm(kTaken));
     else if (typed.isEmpty())
-        reason = toQt(Prompts::getPrompt("DSM", kNameNeeded));
+        reason = toQt(Prompts::dsm(kNameNeeded));
     if (m_reason)
         m_reason->setText(reason);
     m_edit->setAccessibleDescription(reason);

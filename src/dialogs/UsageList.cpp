@@ -14,10 +14,6 @@ constexpr int kName = 310;
 constexpr int kAs = 253;
 constexpr int kUsedBy = 254; // "Used by (%s)"
 
-KorString dsm(int number) {
-    return Prompts::getPrompt("DSM", number);
-}
-
 } // namespace
 
 UsageList::UsageList(KorListCtrl* list, std::vector<KorDSMUsage> usages, QObject* parent)
@@ -29,17 +25,17 @@ UsageList::UsageList(KorListCtrl* list, std::vector<KorDSMUsage> usages, QObject
 }
 
 void UsageList::fill() {
-    m_list->insertColumn(dsm(kName));
-    m_list->insertColumn(dsm(kKind), 140);
-    m_list->insertColumn(dsm(kAs), 120);
-    m_list->insertColumn(dsm(kDatabase), 100);
+    m_list->insertColumn(Prompts::dsm(kName));
+    m_list->insertColumn(Prompts::dsm(kKind), 140);
+    m_list->insertColumn(Prompts::dsm(kAs), 120);
+    m_list->insertColumn(Prompts::dsm(kDatabase), 100);
     std::vector<KorListRow> rows;
     rows.reserve(m_usages.size());
     for (const KorDSMUsage& usage : m_usages)
         rows.push_back(
             {{usage.name, usage.kind, usage.as, usage.database}, -1, const_cast<KorDSMUsage*>(&usage)});
     m_list->setItems(std::move(rows));
-    m_list->setAccessibleName(toQt(KorString::format(dsm(kUsedBy), {KorString::number(count())})));
+    m_list->setAccessibleName(toQt(KorString::format(Prompts::dsm(kUsedBy), {KorString::number(count())})));
 }
 
 void UsageList::choose(int row) {
@@ -49,7 +45,7 @@ void UsageList::choose(int row) {
 
 void UsageList::foldBehind(QToolButton* button) {
     button->setVisible(count() > 0);
-    button->setText(toQt(KorString::format(dsm(kUsedBy), {KorString::number(count())})));
+    button->setText(toQt(KorString::format(Prompts::dsm(kUsedBy), {KorString::number(count())})));
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     button->setArrowType(Qt::RightArrow);
     button->setCheckable(true);

@@ -76,7 +76,7 @@ void KorDSMDataStructure::setUpSections() {
         KorDsmSectionItem& section = *getSection(description.section);
         section.m_Type = description.type;
         section.m_Section = description.section;
-        section.m_Name = Prompts::getPrompt("UPS", description.namePrompt);
+        section.m_Name = Prompts::ups(description.namePrompt);
     }
 }
 

@@ -1,7 +1,7 @@
 #include "model/KorDSMSectionLoader.h"
 
-#include "data/KorOdbcGUI.h"
 #include "data/KorODBCDetStyle.h"
+#include "data/KorOdbcGUI.h"
 #include "model/KorDSMItemPlacing.h"
 #include "model/KorDSMMessages.h"
 #include "services/Prompts.h"
@@ -44,8 +44,7 @@ template <typename GroupItem, typename Item>
 void expand(KorDSMDatabaseItem& addIn) {
     KorArray<KorString> names;
     StyleReads::names<typename Item::Record>(names);
-    const KorString text =
-        KorString::format("%s %s", {Prompts::getPrompt("UPS", 21034), Prompts::getPrompt("UPS", 21002)});
+    const KorString text = KorString::format("%s %s", {Prompts::ups(21034), Prompts::ups(21002)});
     sendProgress(DsmProgress::kStart, 0);
     int shown = -1;
     for (int i = 0; i < names.length(); ++i) {

@@ -1,8 +1,8 @@
 #include "model/KorDSMSectionLoader.h"
 
 #include "data/KorDSNManager.h"
-#include "data/KorOdbcGUI.h"
 #include "data/KorODBCDetStyle.h"
+#include "data/KorOdbcGUI.h"
 #include "data/KorOdbcMan.h"
 #include "model/KorDSMDataStructure.h"
 #include "model/KorDSMItemPlacing.h"
@@ -40,7 +40,8 @@ KorArray<LoadedSource> standardSideSources() {
     KorArray<KorAddInId> addIns;
     AddInManagerInterface::getInstance().getInstalledAddIns(addIns);
     for (const KorAddInId& addIn : addIns)
-        sources.append({{KorDSNDefinitions::kAddIn, KorDSNManager::getInstance().getAddInIdx(addIn.number)}, addIn});
+        sources.append(
+            {{KorDSNDefinitions::kAddIn, KorDSNManager::getInstance().getAddInIdx(addIn.number)}, addIn});
     return sources;
 }
 
@@ -53,8 +54,7 @@ KorString addInName(const KorAddInId& addIn) {
 
 void KorDSMSectionLoader::StartProgressBar() {
     KorProgressCtrl::setPercentage(0, 0);
-    KorProgressCtrl::activate(
-        KorString::format("%s %s", {Prompts::getPrompt("UPS", 21034), Prompts::getPrompt("UPS", 21001)}));
+    KorProgressCtrl::activate(KorString::format("%s %s", {Prompts::ups(21034), Prompts::ups(21001)}));
     m_Total = 0;
     m_Done = 0;
     KorArray<LoadedSource> sources = standardSideSources();
@@ -72,7 +72,7 @@ void KorDSMSectionLoader::loadSectionData(KorDSMDataStructure& structure, int se
     auto* standard = new KorDsmDatabaseContentItem;
     standard->m_IconIndex = KorDSMDefines::kIconHost;
     standard->m_Database = KorDSNDefinitions::kStandard;
-    standard->m_Name = Prompts::getPrompt("UPS", 21021);
+    standard->m_Name = Prompts::ups(21021);
     if (KorDSMDefines::m_GlobalIcons.isEmpty())
         KorDSMDefines::loadGlobalIcons();
     for (const LoadedSource& source : standardSideSources()) {
@@ -81,8 +81,7 @@ void KorDSMSectionLoader::loadSectionData(KorDSMDataStructure& structure, int se
             KorOdbcGUI::switchKordoDetailsCurrent(source.addIn);
         const KorDSNRequest request(source.id.dsn, source.id.index);
         KorDsmAddInContentItem* item =
-            loadAddIn(section, source.id.index,
-                      isAddIn ? addInName(source.addIn) : Prompts::getPrompt("UPS", 21023));
+            loadAddIn(section, source.id.index, isAddIn ? addInName(source.addIn) : Prompts::ups(21023));
         item->m_Image = isAddIn ? AddInManager::getInstance().getAddIn(source.addIn).getIcon()
                                 : KorDSMDefines::m_GlobalIcons[KorDSMDefines::kIconInstallation].file;
         standard->addChild(item);
@@ -91,10 +90,10 @@ void KorDSMSectionLoader::loadSectionData(KorDSMDataStructure& structure, int se
     auto* user = new KorDsmDatabaseContentItem;
     user->m_IconIndex = 6;
     user->m_Database = KorDSNDefinitions::kUser;
-    user->m_Name = Prompts::getPrompt("UPS", 21022);
+    user->m_Name = Prompts::ups(21022);
     {
         const KorDSNRequest request(KorDSNDefinitions::kUser, KorDSNDefinitions::kUserIndex);
-        user->addChild(loadAddIn(section, KorDSNDefinitions::kUserIndex, Prompts::getPrompt("UPS", 21022)));
+        user->addChild(loadAddIn(section, KorDSNDefinitions::kUserIndex, Prompts::ups(21022)));
     }
 
     KorDsmSectionItem& node = *structure.getSection(static_cast<KorDSMDefines::eViewSections>(section));
@@ -106,20 +105,20 @@ KorDsmAddInContentItem* KorDSMSectionLoader::loadAddIn(int section, eIndex index
     KorDsmAddInContentItem* item = nullptr;
     switch (section) {
     case KorDSMDefines::kViewQualifiers:
-        loadQualifiersAddInContent(static_cast<KorDsmQualifierSetsAddInItem*>(
-            item = new KorDsmQualifierSetsAddInItem));
+        loadQualifiersAddInContent(
+            static_cast<KorDsmQualifierSetsAddInItem*>(item = new KorDsmQualifierSetsAddInItem));
         break;
     case KorDSMDefines::kViewAnnotations:
-        loadAnnotationsAddInContent(static_cast<KorDsmAnnotationsAddInItem*>(
-            item = new KorDsmAnnotationsAddInItem));
+        loadAnnotationsAddInContent(
+            static_cast<KorDsmAnnotationsAddInItem*>(item = new KorDsmAnnotationsAddInItem));
         break;
     case KorDSMDefines::kViewDimRequests:
-        loadDimRequestAddInContent(static_cast<KorDsmDimRequestsAddInItem*>(
-            item = new KorDsmDimRequestsAddInItem));
+        loadDimRequestAddInContent(
+            static_cast<KorDsmDimRequestsAddInItem*>(item = new KorDsmDimRequestsAddInItem));
         break;
     default:
-        loadDetailStylesAddInContent(static_cast<KorDsmDetailStylesAddInItem*>(
-            item = new KorDsmDetailStylesAddInItem));
+        loadDetailStylesAddInContent(
+            static_cast<KorDsmDetailStylesAddInItem*>(item = new KorDsmDetailStylesAddInItem));
         break;
     }
     item->m_AddInIndex = index;

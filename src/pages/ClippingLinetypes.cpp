@@ -15,10 +15,6 @@ namespace {
 constexpr const char* kLinetypeFile = "VELHcadIso.lin";
 constexpr const char* kNoLine = "A,-12.7";
 
-KorString ups(int number) {
-    return Prompts::getPrompt("UPS", number);
-}
-
 bool isSameName(const KorString& a, const KorString& b) {
     return a.lowered() == b.lowered();
 }
@@ -55,8 +51,8 @@ void ClippingLinetypes::setControl(KorLinetypeCombo* combo) {
 
 void ClippingLinetypes::fill() {
     m_supportPath = KOSettings::getInstance().getPathData() + "\\Shared\\Support";
-    m_loadEntry = KorString("\u00A0") + ups(22511);
-    m_defaultEntry = KorString(" ") + ups(14101);
+    m_loadEntry = KorString("\u00A0") + Prompts::ups(22511);
+    m_defaultEntry = KorString(" ") + Prompts::ups(14101);
     m_loadedNames.clear();
     m_combo->RemoveAll();
     m_combo->initializeList();

@@ -124,8 +124,8 @@ int KorDSMPage::writeField(int column, const CellValue& value) {
     KorDSMDatabaseItem* shown = item();
     if (!shown || !shown->record())
         return 0;
-    const int result = KorDSMGuardedWrite::setAttributeValue(shown->tableType(), KorOdbcKey(shown->recordKey()),
-                                                             column, value);
+    const int result = KorDSMGuardedWrite::setAttributeValue(shown->tableType(),
+                                                             KorOdbcKey(shown->recordKey()), column, value);
     if (result == KorDSMGuardedWrite::kWrite)
         KorDSMTwins::recordWritten(*shown);
     return result;
@@ -133,7 +133,7 @@ int KorDSMPage::writeField(int column, const CellValue& value) {
 
 void KorDSMPage::addTooltip(int controlId, int promptNumber) {
     if (QWidget* control = KorControls::find(this, controlId))
-        control->setToolTip(toQt(Prompts::getPrompt("UPS", promptNumber)));
+        control->setToolTip(toQt(Prompts::ups(promptNumber)));
 }
 
 KorString KorDSMPage::getTooltip(int controlId) const {
@@ -142,7 +142,7 @@ KorString KorDSMPage::getTooltip(int controlId) const {
 }
 
 void KorDSMPage::setCaption(int controlId, int promptNumber) {
-    const QString text = toQt(Prompts::getPrompt("UPS", promptNumber));
+    const QString text = toQt(Prompts::ups(promptNumber));
     QWidget* control = KorControls::find(this, controlId);
     if (auto* box = qobject_cast<QGroupBox*>(control))
         box->setTitle(text);

@@ -19,7 +19,7 @@ KorDSMPageCompassPosition::KorDSMPageCompassPosition(QWidget* parent)
     : KorDSMPage(parent, 2020, {}),
       m_fields(*this, {{.column = kColumnOverviews, .radios = {{1275, 0}, {1276, 1}, {1277, 2}, {1278, 3}}}}),
       m_compass(*this, shownFor) {
-    setTitle(Prompts::getPrompt("UPS", 33972));
+    setTitle(Prompts::ups(33972));
     m_pageCode = 31;
 }
 

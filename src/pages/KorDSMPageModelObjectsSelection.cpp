@@ -25,7 +25,7 @@ constexpr int kHeadingPoints = 9;
 
 KorDSMPageModelObjectsSelection::KorDSMPageModelObjectsSelection(QWidget* parent)
     : KorDSMPage(parent, 2003, {}) {
-    setTitle(Prompts::getPrompt("UPS", 33665));
+    setTitle(Prompts::ups(33665));
     m_pageCode = 6;
 }
 
@@ -41,7 +41,7 @@ bool KorDSMPageModelObjectsSelection::OnInitDialog() {
         font.setWeight(QFont::Bold);
         label->setFont(font);
     }
-    KorControls::find<KorInfoCtrl>(this, kInfo)->setInfo(Prompts::getPrompt("UPS", kInfoText), kInfoPicture);
+    KorControls::find<KorInfoCtrl>(this, kInfo)->setInfo(Prompts::ups(kInfoText), kInfoPicture);
     for (std::size_t i = 0; i < kButtons; ++i) {
         const int control = kFirstButton + static_cast<int>(i);
         m_buttons[i] = KorControls::find<QRadioButton>(this, control);

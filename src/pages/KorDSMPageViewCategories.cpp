@@ -34,7 +34,7 @@ struct WaitCursor {
 } // namespace
 
 KorDSMPageViewCategories::KorDSMPageViewCategories(QWidget* parent) : KorDSMPage(parent, 2006, {}) {
-    setTitle(Prompts::getPrompt("UPS", 33670));
+    setTitle(Prompts::ups(33670));
     m_pageCode = 19;
 }
 
@@ -45,13 +45,13 @@ bool KorDSMPageViewCategories::OnInitDialog() {
         return false;
     setCaption(kFrame, 33671);
     addTooltip(kList, 33845);
-    m_list->setAccessibleName(toQt(Prompts::getPrompt("UPS", 33671)));
-    KorControls::find<KorInfoCtrl>(this, kInfo)->setInfo(Prompts::getPrompt("UPS", 33672), kInfoPicture);
+    m_list->setAccessibleName(toQt(Prompts::ups(33671)));
+    KorControls::find<KorInfoCtrl>(this, kInfo)->setInfo(Prompts::ups(33672), kInfoPicture);
     m_list->setHeaderHidden(true);
     m_list->setCheckBoxes(true);
     m_list->setGridLines(true);
-    m_list->insertColumn(Prompts::getPrompt("UPS", 21951), 28);
-    m_list->insertColumn(Prompts::getPrompt("UPS", 21952));
+    m_list->insertColumn(Prompts::ups(21951), 28);
+    m_list->insertColumn(Prompts::ups(21952));
     connect(m_list, &KorListCtrl::checkToggled, this, &KorDSMPageViewCategories::onCheckToggled);
     return true;
 }

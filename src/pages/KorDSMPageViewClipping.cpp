@@ -117,7 +117,7 @@ KorDSMPageViewClipping::KorDSMPageViewClipping(QWidget* parent)
                      [this] {
                          return PageFields::Row{kTableLengthClip, clipKey()};
                      }) {
-    setTitle(Prompts::getPrompt("UPS", 33917));
+    setTitle(Prompts::ups(33917));
     m_pageCode = kPageCode;
 }
 
@@ -224,7 +224,7 @@ void KorDSMPageViewClipping::fillGaps() {
     m_gap->clear();
     for (const StructClippingGap& row : gaps) {
         const bool isDefault = row.gap == -1.0;
-        m_gap->addItem(toQt(isDefault ? Prompts::getPrompt("UPS", kUseDefaultPrompt)
+        m_gap->addItem(toQt(isDefault ? Prompts::ups(kUseDefaultPrompt)
                                       : formatValue(row.gap, KorUnitsManager::kLength)),
                        row.key);
     }
@@ -234,7 +234,7 @@ void KorDSMPageViewClipping::fillTypes() {
     KorArray<KorString> names;
     KorOdbcGUI::getClippingTypeList(names);
     m_type->clear();
-    m_type->addItem(toQt(Prompts::getPrompt("UPS", kUseDefaultPrompt)), kDefaultKey);
+    m_type->addItem(toQt(Prompts::ups(kUseDefaultPrompt)), kDefaultKey);
     for (const KorString& name : names) {
         StructClippingType type;
         const bool found = KorODBCClippingType::getClippingType(name, type) == 1;

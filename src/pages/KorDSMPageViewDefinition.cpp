@@ -76,7 +76,7 @@ int addSorted(QComboBox& combo, const KorString& name) {
 
 KorDSMPageViewDefinition::KorDSMPageViewDefinition(QWidget* parent)
     : KorDSMPage(parent, 2004, {}), m_fields(*this, sectionFields()) {
-    setTitle(Prompts::getPrompt("UPS", 33570));
+    setTitle(Prompts::ups(33570));
     m_pageCode = kViewRequest;
 }
 
@@ -93,11 +93,10 @@ bool KorDSMPageViewDefinition::OnInitDialog() {
         const Section& section = kSections[i];
         setCaption(section.frame, section.framePrompt);
         addTooltip(section.combo, section.comboPrompt);
-        KorControls::find(this, section.combo)
-            ->setAccessibleName(toQt(Prompts::getPrompt("UPS", section.framePrompt)));
+        KorControls::find(this, section.combo)->setAccessibleName(toQt(Prompts::ups(section.framePrompt)));
         setButton(section.goTo, 1196, 1211, 33557);
         KorControls::find<KorInfoCtrl>(this, section.info)
-            ->setInfo(Prompts::getPrompt("UPS", section.infoPrompt), kInfoPicture);
+            ->setInfo(Prompts::ups(section.infoPrompt), kInfoPicture);
         KorControls::find<KorInfoCtrl>(this, section.picture)->setInfo({}, section.bitmap);
         setCaption(section.text, section.textPrompt);
         KorControls::find(this, section.text)->hide();
@@ -257,7 +256,7 @@ void KorDSMPageViewDefinition::replaceDependents(int column) {
         const auto child = std::ranges::find(owner->children(), section.type, &KorDSMDatabaseItem::m_Type);
         if (child == owner->children().end()) {
             // It had none so far: its children are made anew when its entry is opened.
-            owner->assignRecord(request);
+            owner->dropDependents();
             continue;
         }
         StyleTable& table = StyleDatabases::current().here()->table((*child)->tableType());

@@ -44,7 +44,7 @@ KorDSMPageViewProperties::KorDSMPageViewProperties(QWidget* parent)
     : KorDSMPage(parent, 2005, {}),
       m_fields(*this, {{1097, 11}, {1024, 14}, {1022, 5}, {1250, 16}, {2022, 17}}),
       m_compass(*this, compassShownFor) {
-    setTitle(Prompts::getPrompt("UPS", 33750));
+    setTitle(Prompts::ups(33750));
     m_pageCode = 18;
 }
 
@@ -57,7 +57,7 @@ bool KorDSMPageViewProperties::OnInitDialog() {
         setCaption(control, prompt);
     for (const auto& [control, prompt] : kTooltips)
         addTooltip(control, prompt);
-    KorControls::find<KorInfoCtrl>(this, kInfo)->setInfo(Prompts::getPrompt("UPS", kInfoText), kInfoPicture);
+    KorControls::find<KorInfoCtrl>(this, kInfo)->setInfo(Prompts::ups(kInfoText), kInfoPicture);
     alignFields();
     m_fields.connectControls();
     connect(m_scales, &VELComboTree::entrySelected, this, &KorDSMPageViewProperties::onScaleChosen);
@@ -93,17 +93,14 @@ const StructDetViewRequest& KorDSMPageViewProperties::request() const {
     return static_cast<const StructDetViewRequest&>(*item()->record());
 }
 
-ScaleUnitType KorDSMPageViewProperties::scaleUnits() {
-    return getUnitsOfCurrentDatabase().getBasisUnitForDistanceIsImperial() ? kScalesImperial : kScalesMetric;
-}
-
 void KorDSMPageViewProperties::fillScales() {
     m_scales->deleteAll();
     KorArray<KorString> names;
     KorArray<KorString> groups;
     KorArray<KorArray<KorString>> members;
-    if (kor_odbc_getScaleList(scaleUnits(), names) > 0 &&
-        KorOdbcGrouping::getScaleList(scaleUnits(), groups, members) == 1 && groups.length() < names.length())
+    if (kor_odbc_getScaleList(getScaleUnitsOfCurrentDatabase(), names) > 0 &&
+        KorOdbcGrouping::getScaleList(getScaleUnitsOfCurrentDatabase(), groups, members) == 1 &&
+        groups.length() < names.length())
         for (const KorString& group : groups)
             m_scales->addEntry(group)->selectable = false;
     else
@@ -118,7 +115,7 @@ void KorDSMPageViewProperties::fillScales() {
 
 void KorDSMPageViewProperties::selectScale() {
     KorString name;
-    kor_odbc_getScaleDescription(request().scale, name, scaleUnits(), false);
+    kor_odbc_getScaleDescription(request().scale, name, getScaleUnitsOfCurrentDatabase(), false);
     // A scale that is in no list is still legible: it stands where the choice would be.
     m_scales->setPlaceholderText(toQt(name));
     m_scales->selectPath({});

@@ -20,7 +20,6 @@ public:
     bool loadData() override;
 
 private:
-    static ScaleUnitType scaleUnits();
     const StructDetViewRequest& request() const;
     void alignFields();
     void fillScales();

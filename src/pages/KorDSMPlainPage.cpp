@@ -5,6 +5,7 @@
 #include "controls/KorControls.h"
 #include "controls/KorLineEdit.h"
 #include "controls/KorQt.h"
+#include "model/KorDSMDependencies.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
 
@@ -48,7 +49,7 @@ QWidget* makeControl(const Column& column) {
 
 KorDSMPlainPage::KorDSMPlainPage(QWidget* parent, const PlainPageDescription& description)
     : KorDSMPage(parent, description.templateId, {}), m_description(description) {
-    setTitle(Prompts::getPrompt("UPS", description.titlePrompt));
+    setTitle(Prompts::ups(description.titlePrompt));
     m_pageCode = description.code;
 }
 
@@ -148,7 +149,8 @@ void KorDSMPlainPage::addColumns(QFormLayout& form) {
     connect(m_fields, &PageFields::written, this, &KorDSMPlainPage::onWritten);
 }
 
-void KorDSMPlainPage::addField(QFormLayout& form, const TableSchema& table, const Column& column, int control) {
+void KorDSMPlainPage::addField(QFormLayout& form, const TableSchema& table, const Column& column,
+                               int control) {
     const QString caption = toQt(KorDSMValueText::columnCaption(table, column));
     if (column.kind == eColumnKind::kFlag) {
         auto* box = new QCheckBox(caption);
@@ -223,13 +225,13 @@ bool KorDSMPlainPage::loadData() {
 
 // What a record refers to hangs below its entries, and is made anew there.
 void KorDSMPlainPage::onWritten(int column) {
-    if (m_description.viaColumn != 0 || !shownTable().column(column)->isReference())
+    if (m_description.viaColumn != 0 || !shownTable().column(column)->isReference() ||
+        !KorDSMDependencies::canHaveDependents(item()->m_Type))
         return;
     std::vector<KorDSMDatabaseItem*> items(item()->equalItems().begin(), item()->equalItems().end());
     items.push_back(item());
     for (KorDSMDatabaseItem* owner : items)
-        if (owner->m_bExpanded)
-            owner->assignRecord(*owner->record());
+        owner->dropDependents();
 }
 
 namespace {
@@ -285,7 +287,9 @@ void KorDSMPlainPage::showParts(const StructRecord& record) {
                           new QTableWidgetItem(toQt(valueText(*part.table, *columns[i], *row))));
     }
     for (const auto& [table, grid] : grids) {
-        const int rows = std::min(grid->rowCount(), kMostRowsShown) * grid->verticalHeader()->defaultSectionSize();
-        grid->setFixedHeight(grid->horizontalHeader()->sizeHint().height() + rows + 2 * grid->frameWidth() + 2);
+        const int rows =
+            std::min(grid->rowCount(), kMostRowsShown) * grid->verticalHeader()->defaultSectionSize();
+        grid->setFixedHeight(grid->horizontalHeader()->sizeHint().height() + rows + 2 * grid->frameWidth() +
+                             2);
     }
 }

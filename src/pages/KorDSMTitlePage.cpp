@@ -19,7 +19,7 @@ constexpr int kDesigner = 1012;
 
 KorDSMTitlePage::KorDSMTitlePage(QWidget* parent, const TitlePageTable& table)
     : KorDSMPage(parent, table.templateId, {}), m_table(table) {
-    setTitle(Prompts::getPrompt("UPS", table.title));
+    setTitle(Prompts::ups(table.title));
     m_pageCode = table.pageCode;
 }
 

@@ -36,7 +36,7 @@ constexpr int kFirstColorName = 516;
 constexpr int kFirstVariable = 530;
 
 QString prompt(int number) {
-    return toQt(Prompts::getPrompt("DSM", number));
+    return toQt(Prompts::dsm(number));
 }
 
 LabelDesignerTexts texts() {

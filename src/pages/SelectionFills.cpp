@@ -113,7 +113,7 @@ void collectViewRequests(VELComboTreeBuilder& tree, const FillRow& row) {
     for (const StructDetBaseCategory& category : categories)
         addBranch(tree, row, category.name, namesIn[category.key]);
     if (!unfiled.empty())
-        addBranch(tree, row, Prompts::getPrompt("UPS", kWithoutCategory), unfiled);
+        addBranch(tree, row, Prompts::ups(kWithoutCategory), unfiled);
 }
 
 constexpr FillRow kRows[] = {
@@ -158,7 +158,7 @@ KorImageListPtr globalImages() {
 void SelectionFills::fill(eFill what, VELComboTree& combo) {
     const FillRow& row = *std::ranges::find(kRows, what, &FillRow::what);
     VELComboTreeBuilder tree;
-    const KorString text = Prompts::getPrompt("UPS", row.prompt);
+    const KorString text = Prompts::ups(row.prompt);
     tree.installHandlers([](int) { sendProgress(DsmProgress::kStart, 0, {}); },
                          [&](int percent) { sendProgress(DsmProgress::kStep, percent, text); },
                          [] { sendProgress(DsmProgress::kDone, 100, {}); });
@@ -184,5 +184,5 @@ KorString SelectionFills::viewRequestPath(const StructDetViewRequest& request) {
         if (KorOdbcGUI::getDetBaseCategory(KorOdbcKey(filing.categoryKey), category) == 1)
             return path(category.name, request.name);
     }
-    return path(Prompts::getPrompt("UPS", kWithoutCategory), request.name);
+    return path(Prompts::ups(kWithoutCategory), request.name);
 }

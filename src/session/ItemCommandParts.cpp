@@ -16,20 +16,16 @@ constexpr int kTaken = 231;      // "There is one of this name already."
 constexpr int kNameNeeded = 232; // "A name is needed."
 constexpr int kInUse = 33521;
 
-KorString dsm(int number) {
-    return Prompts::getPrompt("DSM", number);
-}
-
 } // namespace
 
 KorString label(int number, const KorString& name) {
-    return KorString::format(dsm(number), {KorDSMUndo::menuName(name)});
+    return KorString::format(Prompts::dsm(number), {KorDSMUndo::menuName(name)});
 }
 
 KorString whyReadOnly(const KorDSMDatabaseItem& item) {
     if (StyleDatabases::current().isEditable())
         return {};
-    return KorString::format(dsm(kReadOnly),
+    return KorString::format(Prompts::dsm(kReadOnly),
                              {KorDSMWhereUsed::sourceName(KorDSMItemSource::sourceOf(&item))});
 }
 
@@ -37,14 +33,14 @@ KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std
     if (KorString readOnly = whyReadOnly(item); !readOnly.isEmpty())
         return readOnly;
     if (name.isEmpty())
-        return dsm(kNameNeeded);
+        return Prompts::dsm(kNameNeeded);
     const StructRecord* present = StyleDatabases::current().here()->table(item.tableType()).find(name);
-    return present && present->key != exceptKey ? dsm(kTaken) : KorString();
+    return present && present->key != exceptKey ? Prompts::dsm(kTaken) : KorString();
 }
 
 KorString inUseText() {
     // The host's prompts write a line break as these two characters.
-    return Prompts::getPrompt("UPS", kInUse).replaced("\\n", "\n");
+    return Prompts::ups(kInUse).replaced("\\n", "\n");
 }
 
 KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int action) {

@@ -91,7 +91,7 @@ Filing filingOf(const KorDSMDatabaseItem& item) {
 } // namespace
 
 KorString whyNotMovable(const KorDSMDatabaseItem& item, const KorDSMDatabaseItem& group) {
-    const auto reason = [](int number) { return Prompts::getPrompt("DSM", number); };
+    const auto reason = [](int number) { return Prompts::dsm(number); };
     const KorDSMItemKind* kind = findItemKind(item.m_Type);
     const SourceRequest source(item);
     if (!kind || kind->group == KorDSMDefines::kNoType || group.m_Type != kind->group)

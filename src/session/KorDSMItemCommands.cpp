@@ -135,7 +135,7 @@ void dropTwins(KorDSMDatabaseItem& item, DeleteOutcome& outcome) {
             parent->releaseChild(twin);
             outcome.removed.emplace_back(twin);
         } else if (parent && parent != item.m_pParent && parent->record()) {
-            parent->assignRecord(*parent->record());
+            parent->dropDependents();
         }
     }
 }

@@ -229,7 +229,7 @@ void KorDSMItemUpdate::dropChildren(KorDSMDatabaseItem& item) {
     auto* style = dynamic_cast<KorDsmDetailStyleItem*>(&item);
     if (!item.record() || (!style && !KorDSMDependencies::canHaveDependents(item.m_Type)))
         return;
-    item.assignRecord(*item.record());
+    item.dropDependents();
     if (!style)
         return;
     KorDSMSectionLoader::loadDetailStylesDependencies(style);

@@ -11,14 +11,6 @@ namespace {
 constexpr int kColumnName = 310;
 constexpr int kColumnEntries = 311;
 
-KorString ups(int number) {
-    return Prompts::getPrompt("UPS", number);
-}
-
-KorString dsm(int number) {
-    return Prompts::getPrompt("DSM", number);
-}
-
 KorString count(const KorDSMDatabaseItem& item) {
     return KorString::format("%d", {KorString::number(item.children().length())});
 }
@@ -26,18 +18,19 @@ KorString count(const KorDSMDatabaseItem& item) {
 // What the first column lists, in the words of the table where the children are records.
 KorString nameTitle(const KorDSMDatabaseItem& item) {
     if (item.m_Type == kDetailStyleCategory)
-        return KorString::format("%s: %s", {ups(33703), item.getDisplayName()});
+        return KorString::format("%s: %s", {Prompts::ups(33703), item.getDisplayName()});
     for (const KorDSMDatabaseItem* child : item.children())
         if (const TableSchema* table = findTable(child->tableType()))
             return KorDSMValueText::tableCaption(*table);
-    return dsm(kColumnName);
+    return Prompts::dsm(kColumnName);
 }
 
 } // namespace
 
 KorDSMListContents KorDSMListContents::of(KorDSMDatabaseItem& item) {
     KorDSMListContents contents;
-    contents.titles = {nameTitle(item), item.m_Type == kDetailStyleCategory ? ups(33704) : dsm(kColumnEntries)};
+    contents.titles = {nameTitle(item), item.m_Type == kDetailStyleCategory ? Prompts::ups(33704)
+                                                                            : Prompts::dsm(kColumnEntries)};
     contents.numeric = {false, true};
     // Only what is filed in levels has numbers; records of the other families know theirs when opened.
     const bool withNumbers = isSectionType(item.m_Type) || item.m_Type == kDatabaseContent ||

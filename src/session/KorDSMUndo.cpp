@@ -28,10 +28,6 @@ PendingLog& pending() {
     return StyleDatabases::current().pending();
 }
 
-KorString dsm(int number) {
-    return Prompts::getPrompt("DSM", number);
-}
-
 // The row of a step, whether it is in its table at present or not.
 const StructRecord* recordOf(const PendingStep& step) {
     if (step.record)
@@ -51,7 +47,8 @@ const StructRecord* wholeOf(const PendingStep& step, const StructRecord& part) {
 // The step that says what the command was about: a record that came or went, rather than its parts.
 const PendingStep& principal(std::span<const PendingStep> steps) {
     const auto step = std::ranges::find_if(steps, [](const PendingStep& candidate) {
-        return candidate.action != PendingStep::eAction::kCell && !belongsToOthers(*findTable(candidate.table));
+        return candidate.action != PendingStep::eAction::kCell &&
+               !belongsToOthers(*findTable(candidate.table));
     });
     return step == steps.end() ? steps.front() : *step;
 }
@@ -59,13 +56,14 @@ const PendingStep& principal(std::span<const PendingStep> steps) {
 KorString describe(const PendingStep& step, const StructRecord& record, const StructRecord* whole) {
     const TableSchema& table = *findTable(step.table);
     if (step.action == PendingStep::eAction::kCell)
-        return KorString::format(dsm(kChange),
+        return KorString::format(Prompts::dsm(kChange),
                                  {KorDSMValueText::columnCaption(table, *step.column),
                                   menuName(record.name.isEmpty() && whole ? whole->name : record.name)});
     if (whole)
-        return KorString::format(dsm(kChange), {KorDSMValueText::tableCaption(table), menuName(whole->name)});
+        return KorString::format(Prompts::dsm(kChange),
+                                 {KorDSMValueText::tableCaption(table), menuName(whole->name)});
     const int text = step.action == PendingStep::eAction::kAppend ? kCreation : kDeletion;
-    return KorString::format(dsm(text), {menuName(record.name)});
+    return KorString::format(Prompts::dsm(text), {menuName(record.name)});
 }
 
 // Commands name their groups; what is only labelled with the name of a record tells what it did itself.
@@ -87,7 +85,7 @@ std::vector<KorString> describe(const std::vector<PendingCommand>& commands) {
 }
 
 KorString menuText(int prompt, const std::vector<KorString>& steps) {
-    return KorString::format(dsm(prompt), {steps.empty() ? KorString() : steps.front()}).trimmed();
+    return KorString::format(Prompts::dsm(prompt), {steps.empty() ? KorString() : steps.front()}).trimmed();
 }
 
 // What was done to the rows, when all steps of the group have been applied.

@@ -1,6 +1,5 @@
 #include "session/KorDSMValueText.h"
 
-#include "data/KorScales.h"
 #include "model/CurrentUnits.h"
 #include "services/Prompts.h"
 
@@ -22,10 +21,6 @@ constexpr int kNotANumber = 306; // "%s": "%s" is no number
 constexpr int kNotYesOrNo = 307; // "%s": "%s" is neither yes nor no
 constexpr int kNotBelow = 308;   // "%s": must not be below %s
 
-KorString prompt(int number) {
-    return Prompts::getPrompt("DSM", number);
-}
-
 // The English name from the schema, unless the language has a text of its own for it.
 KorString named(const char* category, int number, std::string english) {
     if (Prompts::has(category, number))
@@ -45,20 +40,16 @@ KorString valueName(const TableSchema& table, const Column& column, std::int64_t
 
 KorString referenceText(const Column& column, std::int64_t key) {
     if (key <= 0)
-        return prompt(kNothing);
+        return Prompts::dsm(kNothing);
     StyleSource* source = StyleDatabases::current().here();
     const StructRecord* row =
         source ? source->table(column.target).find(KorOdbcKey(static_cast<std::int32_t>(key))) : nullptr;
     return row && !row->name.isEmpty() ? row->name : KorString::format("[%s]", {KorString::number(key)});
 }
 
-ScaleUnitType scaleUnits() {
-    return getUnitsOfCurrentDatabase().getBasisUnitForDistanceIsImperial() ? kScalesImperial : kScalesMetric;
-}
-
 KorString scaleText(double factor) {
     KorString text;
-    kor_odbc_getScaleDescription(factor, text, scaleUnits(), false);
+    kor_odbc_getScaleDescription(factor, text, getScaleUnitsOfCurrentDatabase(), false);
     return text;
 }
 
@@ -81,7 +72,7 @@ bool same(const KorString& a, const KorString& b) {
 }
 
 Parsed failure(int promptNumber, std::initializer_list<KorString> arguments) {
-    return {std::nullopt, KorString::format(prompt(promptNumber), arguments)};
+    return {std::nullopt, KorString::format(Prompts::dsm(promptNumber), arguments)};
 }
 
 KorOdbcKey keyInBrackets(std::string_view text) {
@@ -98,16 +89,16 @@ Parsed parseReference(const TableSchema& table, const Column& column, const KorS
     if (const StructRecord* row = source ? findRow(source->table(column.target), text) : nullptr)
         return {CellValue(std::int64_t{row->key}), {}};
     const KorString trimmed = text.trimmed();
-    if (trimmed.isEmpty() || trimmed == "0" || same(trimmed, prompt(kNothing)))
+    if (trimmed.isEmpty() || trimmed == "0" || same(trimmed, Prompts::dsm(kNothing)))
         return {CellValue(std::int64_t{0}), {}};
     return failure(kNoSuchRow, {columnCaption(table, column), tableCaption(*findTable(column.target)), text});
 }
 
 Parsed parseFlag(const TableSchema& table, const Column& column, const KorString& text) {
-    for (const KorString& yes : {prompt(kYes), KorString("yes"), KorString("true"), KorString("1")})
+    for (const KorString& yes : {Prompts::dsm(kYes), KorString("yes"), KorString("true"), KorString("1")})
         if (same(text, yes))
             return {CellValue(std::int64_t{1}), {}};
-    for (const KorString& no : {prompt(kNo), KorString("no"), KorString("false"), KorString("0")})
+    for (const KorString& no : {Prompts::dsm(kNo), KorString("no"), KorString("false"), KorString("0")})
         if (same(text, no))
             return {CellValue(std::int64_t{0}), {}};
     return failure(kNotYesOrNo, {columnCaption(table, column), text});
@@ -179,7 +170,7 @@ std::vector<KorString> valueNames(const TableSchema& table, const Column& column
 }
 
 KorString nothing() {
-    return prompt(kNothing);
+    return Prompts::dsm(kNothing);
 }
 
 int unitKind(const Column& column) {
@@ -199,7 +190,7 @@ KorString toText(const TableSchema& table, const Column& column, const CellValue
     if (column.isReference())
         return referenceText(column, whole);
     if (column.kind == eColumnKind::kFlag && (whole == 0 || whole == 1))
-        return prompt(whole == 1 ? kYes : kNo);
+        return Prompts::dsm(whole == 1 ? kYes : kNo);
     return valueName(table, column, whole);
 }
 

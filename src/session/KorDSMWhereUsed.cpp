@@ -16,9 +16,9 @@ namespace KorDSMWhereUsed {
 
 KorString sourceName(SourceId source) {
     if (source.dsn == KorDSNDefinitions::kStandard)
-        return Prompts::getPrompt("UPS", 21021);
+        return Prompts::ups(21021);
     if (source.dsn == KorDSNDefinitions::kUser)
-        return Prompts::getPrompt("UPS", 21022);
+        return Prompts::ups(21022);
     const AddInManagerInterface& manager = AddInManagerInterface::getInstance();
     KorArray<KorAddInId> addIns;
     manager.getInstalledAddIns(addIns);

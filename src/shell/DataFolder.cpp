@@ -38,9 +38,10 @@ void DataFolder::open() {
         openUserDatabase(m_folder / "user.dsdb");
     } else {
         m_complete = false;
-        tell(KorString::format(translated("There is no data folder \"%s\"; name another one with --data, or make one "
-                                          "with sample databases by \"detailstyles samples\"."),
-                               {m_folder.string()}));
+        tell(KorString::format(
+            translated("There is no data folder \"%s\"; name another one with --data, or make one "
+                       "with sample databases by \"detailstyles samples\"."),
+            {m_folder.string()}));
     }
     takeReports();
 }

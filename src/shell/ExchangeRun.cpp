@@ -51,7 +51,7 @@ void ExchangeRun::start(int steps, const KorString& name) {
     m_steps = steps;
     m_progress.state = DsmProgress::kStep;
     m_progress.percent = -1;
-    m_progress.text = KorString::format(Prompts::getPrompt("DSM", kProgressText), {name});
+    m_progress.text = KorString::format(Prompts::dsm(kProgressText), {name});
     step(0);
 }
 

@@ -49,7 +49,7 @@ int KorDSMMainDialog::OnInitDialog() {
     setUpImages();
     setUpSections();
     setUpStrips();
-    setUpActions();
+    setUpKeys();
     setUpStatus();
     setUpButtons();
 
@@ -76,7 +76,8 @@ int KorDSMMainDialog::OnInitDialog() {
     showSection(true);
     setUpTexts();
     setUpTabOrder();
-    m_sections->buttonGroup()->setCheckedButton(m_sections->buttonGroup()->buttonId(m_structure.getSelectedSection()));
+    m_sections->buttonGroup()->setCheckedButton(
+        m_sections->buttonGroup()->buttonId(m_structure.getSelectedSection()));
     constexpr int kSplitter = 1096;
     m_memory.registerControl(kSplitter, MemoryDlg::eStretchY);
     m_memory.setWindow(this);

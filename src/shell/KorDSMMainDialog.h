@@ -4,8 +4,8 @@
 #include "controls/MemoryDlg.h"
 #include "model/KorDSMDataStructure.h"
 #include "model/KorDSMMessages.h"
-#include "session/KorDSMCommit.h"
 #include "session/KorDSMCommandStates.h"
+#include "session/KorDSMCommit.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMItemSource.h"
@@ -76,7 +76,7 @@ private:
     void setUpButtons();
     void setUpTexts();
     void setUpTabOrder();
-    void setUpActions();
+    void setUpKeys();
     void writeTiming(const char* label, qint64 milliseconds) const;
 
     // Sections
@@ -173,7 +173,7 @@ private:
     QPushButton* m_use = nullptr;
 
     KorTreeHandle m_currentEntry = nullptr;
-    std::vector<QAction*> m_commandActions; // one per item command, in the strip's order
+    std::vector<QAction*> m_commandActions;         // one per item command, in the strip's order
     std::map<SourceId, std::size_t> m_seenProblems; // how many of a source's problems have been shown
     bool m_recording = true;
     bool m_handleSelection = true;

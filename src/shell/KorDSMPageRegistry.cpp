@@ -47,8 +47,9 @@ const std::vector<GroupRow>& groupRows() {
 // Which pages hear of changes made on a page, by template numbers, in order.
 const std::vector<std::pair<int, std::vector<int>>>& linkRows() {
     static const std::vector<std::pair<int, std::vector<int>>> rows = {
-        {2001, {2004}},       {2007, {2004}},       {2010, {2004}}, {2014, {2010, 2015}},
-        {2008, {2004}},       {2011, {2009, 2015, 2007}}, {2012, {2009, 2007}},
+        {2001, {2004}},       {2007, {2004}}, {2010, {2004}},
+        {2014, {2010, 2015}}, {2008, {2004}}, {2011, {2009, 2015, 2007}},
+        {2012, {2009, 2007}},
     };
     return rows;
 }

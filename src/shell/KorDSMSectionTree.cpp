@@ -9,8 +9,8 @@
 
 #include <algorithm>
 
-KorDSMSectionTree::KorDSMSectionTree(KorTreeCtrl* tree, KorDSMDataStructure& structure, KorDsmSectionItem& section,
-                                     std::function<void(KorTreeHandle)> entryGone)
+KorDSMSectionTree::KorDSMSectionTree(KorTreeCtrl* tree, KorDSMDataStructure& structure,
+                                     KorDsmSectionItem& section, std::function<void(KorTreeHandle)> entryGone)
     : m_tree(tree), m_structure(structure), m_section(section), m_entryGone(std::move(entryGone)) {
     connect(m_tree, &KorTreeCtrl::expanding, this, &KorDSMSectionTree::onExpanding);
 }

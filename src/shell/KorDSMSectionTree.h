@@ -70,7 +70,7 @@ private:
     KorDSMDataStructure& m_structure;
     KorDsmSectionItem& m_section;
     std::function<void(KorTreeHandle)> m_entryGone;
-    KorString m_filter; // in lower case
+    KorString m_filter;                                             // in lower case
     std::vector<std::pair<KorString, KorDSMDatabaseItem*>> m_names; // in lower case, while a filter is set
     std::unordered_set<const KorDSMDatabaseItem*> m_matches;
     std::unordered_set<const KorDSMDatabaseItem*> m_aboveMatches;

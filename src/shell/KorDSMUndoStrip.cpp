@@ -5,54 +5,69 @@
 #include "controls/KorQt.h"
 #include "session/KorDSMUndo.h"
 
+#include <QAction>
 #include <QMenu>
-#include <QToolButton>
 
 namespace {
 
-constexpr int kUndo = 1;
-constexpr int kRedo = 2;
+// Places of undo and redo; the ids of the buttons come after 0.
+constexpr int kUndo = 0;
+constexpr int kRedo = 1;
 constexpr int kUndoBitmap = 1611;
 constexpr int kRedoBitmap = 1612;
 constexpr std::size_t kMostNamed = 20;
 
+// An ampersand in a record's name is no mnemonic.
+QString menuText(const KorString& text) {
+    return toQt(text).replace(u'&', QStringLiteral("&&"));
+}
+
 } // namespace
 
 KorDSMUndoStrip::KorDSMUndoStrip(KorButtonGroup* buttons) : QObject(buttons), m_buttons(buttons) {
-    addButton(kUndo, kUndoBitmap, &KorDSMUndoStrip::undoWanted);
-    addButton(kRedo, kRedoBitmap, &KorDSMUndoStrip::redoWanted);
-    connect(m_buttons, &KorButtonGroup::buttonPressed, this,
-            [this](int id) { id == kUndo ? Q_EMIT undoWanted(1) : Q_EMIT redoWanted(1); });
+    add(kUndo, kUndoBitmap, "Ctrl+Z");
+    add(kRedo, kRedoBitmap, "Ctrl+Shift+Z");
+    connect(m_buttons, &KorButtonGroup::buttonPressed, this, [this](int id) { want(id - 1, 1); });
     update();
 }
 
-void KorDSMUndoStrip::addButton(int id, int bitmap, Wanted wanted) {
-    m_buttons->addButton(id, {}, KorPictures::bitmap(bitmap));
+void KorDSMUndoStrip::add(int index, int bitmap, const char* key) {
+    m_buttons->addButton(index + 1, {}, KorPictures::bitmap(bitmap));
     auto* menu = new QMenu(m_buttons);
-    connect(menu, &QMenu::aboutToShow, this, [this, menu, id, wanted] {
-        fillMenu(*menu, id == kUndo ? KorDSMUndo::undoSteps(kMostNamed) : KorDSMUndo::redoSteps(kMostNamed), wanted);
-    });
-    m_buttons->setButtonMenu(id, menu);
+    connect(menu, &QMenu::aboutToShow, this, [this, menu, index] { fillMenu(*menu, index); });
+    m_buttons->setButtonMenu(index + 1, menu);
+    auto* action = new QAction(KorPictures::bitmap(bitmap), QString(), this);
+    action->setShortcut(QKeySequence(QString::fromLatin1(key)));
+    connect(action, &QAction::triggered, this, [this, index] { want(index, 1); });
+    m_buttons->window()->addAction(action);
+    m_actions[static_cast<std::size_t>(index)] = action;
 }
 
-void KorDSMUndoStrip::fillMenu(QMenu& menu, const std::vector<KorString>& steps, Wanted wanted) {
+void KorDSMUndoStrip::want(int index, int steps) {
+    if (index == kUndo)
+        Q_EMIT undoWanted(steps);
+    else
+        Q_EMIT redoWanted(steps);
+}
+
+void KorDSMUndoStrip::fillMenu(QMenu& menu, int index) {
     menu.clear();
-    int count = 0;
-    for (const KorString& step : steps) {
-        // An ampersand in a record's name is no mnemonic.
-        QAction* action = menu.addAction(toQt(step).replace(u'&', QStringLiteral("&&")));
-        connect(action, &QAction::triggered, this, [this, wanted, number = ++count] { (this->*wanted)(number); });
+    int steps = 0;
+    for (const KorString& step :
+         index == kUndo ? KorDSMUndo::undoSteps(kMostNamed) : KorDSMUndo::redoSteps(kMostNamed)) {
+        const QAction* action = menu.addAction(menuText(step));
+        connect(action, &QAction::triggered, this, [this, index, number = ++steps] { want(index, number); });
     }
 }
 
 void KorDSMUndoStrip::update() {
-    m_buttons->enableButton(kUndo, KorDSMUndo::canUndo());
-    m_buttons->enableButton(kRedo, KorDSMUndo::canRedo());
-    const auto name = [this](int id, const KorString& text, const char* key) {
-        QToolButton* button = m_buttons->button(id);
-        button->setAccessibleName(toQt(text));
-        button->setToolTip(toQt(text) + QStringLiteral(" (%1)").arg(QKeySequence(key).toString(QKeySequence::NativeText)));
-    };
-    name(kUndo, KorDSMUndo::undoText(), "Ctrl+Z");
-    name(kRedo, KorDSMUndo::redoText(), "Ctrl+Shift+Z");
+    for (const int index : {kUndo, kRedo}) {
+        const bool possible = index == kUndo ? KorDSMUndo::canUndo() : KorDSMUndo::canRedo();
+        const KorString text = index == kUndo ? KorDSMUndo::undoText() : KorDSMUndo::redoText();
+        QAction* action = m_actions[static_cast<std::size_t>(index)];
+        action->setEnabled(possible);
+        action->setText(menuText(text));
+        m_buttons->enableButton(index + 1, possible);
+        m_buttons->setButtonText(index + 1, text, action->shortcut());
+    }
 }

@@ -4,20 +4,25 @@
 
 #include <QObject>
 
+#include <array>
+
 class KorButtonGroup;
+class QAction;
 class QMenu;
 
-/// The two buttons that take pending changes back and bring them again. The menu of each names the steps; the
-/// one chosen goes with all that stand above it.
+/// Undo and redo of pending changes: two buttons whose menus name the steps (the one chosen goes with all
+/// that stand above it), and two actions with the usual keys.
 class KorDSMUndoStrip : public QObject {
     Q_OBJECT
 
 public:
-    /// Fills `buttons`, which it does not own and which must outlive it.
+    /// Fills `buttons`, which it does not own and which must outlive it, and gives the keys to its window.
     explicit KorDSMUndoStrip(KorButtonGroup* buttons);
 
-    /// Brings the states and tooltips of the buttons in line with what is pending.
+    /// Brings states and texts in line with what is pending.
     void update();
+    /// The actions for menus: undo, redo. They say what they would take back or bring again.
+    const std::array<QAction*, 2>& actions() const { return m_actions; }
 
 Q_SIGNALS:
     /// The user wants to take back, or bring again, this many steps.
@@ -25,10 +30,10 @@ Q_SIGNALS:
     void redoWanted(int steps);
 
 private:
-    using Wanted = void (KorDSMUndoStrip::*)(int);
-
-    void addButton(int id, int bitmap, Wanted wanted);
-    void fillMenu(QMenu& menu, const std::vector<KorString>& steps, Wanted wanted);
+    void add(int index, int bitmap, const char* key);
+    void fillMenu(QMenu& menu, int index);
+    void want(int index, int steps);
 
     KorButtonGroup* m_buttons;
+    std::array<QAction*, 2> m_actions{};
 };

@@ -20,16 +20,12 @@ constexpr int kNotKept = 210;      // caption of the message about changes that 
 constexpr int kConflictLine = 211; // "%s, %s: the database now holds %s, you wrote %s."
 constexpr int kReports = 212;      // caption of the list of problems
 
-KorString dsm(int number) {
-    return Prompts::getPrompt("DSM", number);
-}
-
 // Values come with their quotation marks; those of a row that is gone are empty.
 KorString conflictLine(const KorString& row, const StoreConflict& values) {
     const auto shown = [](const std::string& value) {
         return value.empty() ? translated("nothing") : KorString(value);
     };
-    return KorString::format(dsm(kConflictLine),
+    return KorString::format(Prompts::dsm(kConflictLine),
                              {row, values.column ? values.table->columnName(*values.column) : std::string(),
                               shown(values.stored), shown(values.mine)});
 }
@@ -90,7 +86,8 @@ void KorDSMMainDialog::reportCommit(const KorDSMCommit::Outcome& outcome) {
         for (const StoreConflict& conflict : commit.conflicts)
             details << toQt(conflictLine(conflict.table->rowName(), conflict));
     }
-    QMessageBox box(QMessageBox::Warning, toQt(dsm(kNotKept)), lines.join("\n\n"), QMessageBox::Ok, this);
+    QMessageBox box(QMessageBox::Warning, toQt(Prompts::dsm(kNotKept)), lines.join("\n\n"), QMessageBox::Ok,
+                    this);
     if (!details.isEmpty())
         box.setDetailedText(details.join('\n'));
     box.exec();
@@ -130,7 +127,7 @@ void KorDSMMainDialog::showReports() {
     if (lines.isEmpty())
         return;
     constexpr int kMostShown = 6;
-    QMessageBox box(QMessageBox::Warning, toQt(dsm(kReports)), lines.mid(0, kMostShown).join("\n\n"),
+    QMessageBox box(QMessageBox::Warning, toQt(Prompts::dsm(kReports)), lines.mid(0, kMostShown).join("\n\n"),
                     QMessageBox::Ok, this);
     if (lines.size() > kMostShown)
         box.setDetailedText(lines.join("\n\n"));

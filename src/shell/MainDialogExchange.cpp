@@ -18,8 +18,8 @@ constexpr int kImportCaption = 263;
 
 // The filter of file dialogs for style databases.
 QString fileFilter() {
-    return toQt(KorString::format("%s (*.%s)", {Prompts::getPrompt("GUI", 45028),
-                                                KorDatabaseAccess::getDatabaseExtension()}));
+    return toQt(
+        KorString::format("%s (*.%s)", {Prompts::gui(45028), KorDatabaseAccess::getDatabaseExtension()}));
 }
 
 KorString count(const std::vector<KorString>& names) {
@@ -46,7 +46,7 @@ void KorDSMMainDialog::exportStyle() {
         return;
     selectItemDatabase(item);
     finishCurrentPage();
-    QFileDialog dialog(this, toQt(Prompts::getPrompt("UPS", 33563)));
+    QFileDialog dialog(this, toQt(Prompts::ups(33563)));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(toQt(KorDatabaseAccess::getDatabaseExtension()));
     dialog.setNameFilter(fileFilter());
@@ -61,21 +61,20 @@ void KorDSMMainDialog::exportStyle() {
             fromQt(dialog.selectedFiles().first()));
     }
     if (result == KorODBCDetailStyleExports::kDone) {
-        QMessageBox::information(this, toQt(Prompts::getPrompt("GUI", 45024)),
-                                 toQt(KorString::format(Prompts::getPrompt("UPS", 33526),
-                                                        {item->record()->getRunBezeichnung()})));
+        QMessageBox::information(
+            this, toQt(Prompts::gui(45024)),
+            toQt(KorString::format(Prompts::ups(33526), {item->record()->getRunBezeichnung()})));
         return;
     }
     KorString error;
     KorODBCDetailStyleExports::GetErrorMessage(error, result);
     if (!error.isEmpty())
-        QMessageBox::warning(this, toQt(Prompts::getPrompt("GUI", 45063)), toQt(error));
+        QMessageBox::warning(this, toQt(Prompts::gui(45063)), toQt(error));
 }
 
 void KorDSMMainDialog::importStyles() {
     finishCurrentPage();
-    const QString file =
-        QFileDialog::getOpenFileName(this, toQt(Prompts::getPrompt("UPS", 33564)), {}, fileFilter());
+    const QString file = QFileDialog::getOpenFileName(this, toQt(Prompts::ups(33564)), {}, fileFilter());
     if (file.isEmpty())
         return;
     ImportReport report;
@@ -85,8 +84,8 @@ void KorDSMMainDialog::importStyles() {
     if (report.rowsAppended > 0)
         setModified(true);
     reloadSections();
-    QMessageBox box(QMessageBox::Information, toQt(Prompts::getPrompt("DSM", kImportCaption)),
-                    toQt(KorString::format(Prompts::getPrompt("DSM", kImported),
+    QMessageBox box(QMessageBox::Information, toQt(Prompts::dsm(kImportCaption)),
+                    toQt(KorString::format(Prompts::dsm(kImported),
                                            {count(report.imported), count(report.alreadyThere)})),
                     QMessageBox::Ok, this);
     if (!messages.isEmpty())

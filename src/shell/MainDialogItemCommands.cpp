@@ -15,6 +15,7 @@
 #include "session/KorDSMUndo.h"
 #include "session/KorDSMWhereUsed.h"
 #include "shell/KorDSMMainDialog.h"
+#include "shell/KorDSMUndoStrip.h"
 
 #include <QAction>
 #include <QMenu>
@@ -27,16 +28,8 @@ using namespace KorDSMDefines;
 
 namespace {
 
-constexpr int kRefused = 260;      // caption of the message that says why a command did nothing
-constexpr int kWhereUsed = 262;    // "Where used..."
-
-KorString ups(int number) {
-    return Prompts::getPrompt("UPS", number);
-}
-
-KorString dsm(int number) {
-    return Prompts::getPrompt("DSM", number);
-}
+constexpr int kRefused = 260;   // caption of the message that says why a command did nothing
+constexpr int kWhereUsed = 262; // "Where used..."
 
 } // namespace
 
@@ -113,8 +106,9 @@ void KorDSMMainDialog::deleteItem() {
         showUsers(users);
         return;
     }
-    const QString question = toQt(KorString::format(ups(19961), {item->getDisplayName()}));
-    QMessageBox box(QMessageBox::Information, toQt(ups(19960)), question, QMessageBox::Yes | QMessageBox::No, this);
+    const QString question = toQt(KorString::format(Prompts::ups(19961), {item->getDisplayName()}));
+    QMessageBox box(QMessageBox::Information, toQt(Prompts::ups(19960)), question,
+                    QMessageBox::Yes | QMessageBox::No, this);
     if (box.exec() != QMessageBox::Yes)
         return;
     // The page must let go of the item before it is gone.
@@ -134,8 +128,8 @@ void KorDSMMainDialog::deleteItem() {
 }
 
 void KorDSMMainDialog::showUsers(const std::vector<KorDSMUsage>& users) {
-    KorDSMDialogInUse dialog(ups(33521).replaced("\\n", "\n"), users, this);
-    dialog.setWindowTitle(toQt(ups(33522)));
+    KorDSMDialogInUse dialog(Prompts::ups(33521).replaced("\\n", "\n"), users, this);
+    dialog.setWindowTitle(toQt(Prompts::ups(33522)));
     dialog.exec();
     if (dialog.chosen())
         goToUsage(*dialog.chosen());
@@ -155,7 +149,7 @@ void KorDSMMainDialog::listUsers(const KorDSMDatabaseItem& item, const std::vect
 
 void KorDSMMainDialog::refuse(const KorString& reason) {
     if (!reason.isEmpty())
-        QMessageBox::information(this, toQt(dsm(kRefused)), toQt(reason));
+        QMessageBox::information(this, toQt(Prompts::dsm(kRefused)), toQt(reason));
 }
 
 // Any page can list the names of the records that came, went or are called otherwise now.
@@ -253,18 +247,12 @@ void KorDSMMainDialog::showContextMenu(KorTreeHandle entry, const QPoint& positi
     KorDSMDatabaseItem* item = currentItem();
     if (item && item->record() && item->tableType() != kNoTable) {
         menu.addSeparator();
-        connect(menu.addAction(toQt(dsm(kWhereUsed))), &QAction::triggered, this,
+        connect(menu.addAction(toQt(Prompts::dsm(kWhereUsed))), &QAction::triggered, this,
                 [this, item] { listUsers(*item, KorDSMWhereUsed::usagesOf(*item)); });
     }
     menu.addSeparator();
-    QAction* undo = menu.addAction(toQt(KorDSMUndo::undoText()));
-    undo->setShortcut(QKeySequence::Undo);
-    undo->setEnabled(KorDSMUndo::canUndo());
-    connect(undo, &QAction::triggered, this, [this] { this->undo(1); });
-    QAction* redo = menu.addAction(toQt(KorDSMUndo::redoText()));
-    redo->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
-    redo->setEnabled(KorDSMUndo::canRedo());
-    connect(redo, &QAction::triggered, this, [this] { this->redo(1); });
+    for (QAction* action : m_undoStrip->actions())
+        menu.addAction(action);
     menu.exec(position);
 }
 

@@ -1,9 +1,9 @@
+#include "base/KorAssert.h"
 #include "controls/KorButtonGroup.h"
 #include "controls/KorButtonGroupMenu.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
-#include "base/KorAssert.h"
 #include "services/KordoBitmaps.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemPath.h"
@@ -20,7 +20,7 @@ void KorDSMMainDialog::fillSourceCombo(eViewSections section) {
     combo.deleteAll();
     KorDsmSectionItem& node = *m_structure.getSection(section);
     for (KorDSMDatabaseItem* database : node.children()) {
-        const KorString path = Prompts::getPrompt("UPS", database == node.children()[0] ? 21021 : 21022);
+        const KorString path = Prompts::ups(database == node.children()[0] ? 21021 : 21022);
         combo.addEntry(path, database->m_IconIndex, database);
         if (database->children().length() < 2) {
             if (!database->children().isEmpty())
@@ -34,16 +34,18 @@ void KorDSMMainDialog::fillSourceCombo(eViewSections section) {
                     QString::fromStdString(KordoBitmaps::pictureFile(addIn->m_Image).string())));
             const KorString addInPath =
                 KorString::format("%s%s%s", {path, VELComboTree::GetPathDelimiter(), addIn->m_Name});
-            combo.addEntry(addInPath, addIn->m_ImageIndex >= 0 ? addIn->m_ImageIndex : addIn->m_IconIndex, addIn);
+            combo.addEntry(addInPath, addIn->m_ImageIndex >= 0 ? addIn->m_ImageIndex : addIn->m_IconIndex,
+                           addIn);
             addGroupsToCombo(combo, *addIn, addInPath);
         }
     }
 }
 
-void KorDSMMainDialog::addGroupsToCombo(VELComboTree& combo, KorDSMDatabaseItem& addIn, const KorString& parentPath) {
+void KorDSMMainDialog::addGroupsToCombo(VELComboTree& combo, KorDSMDatabaseItem& addIn,
+                                        const KorString& parentPath) {
     for (KorDSMDatabaseItem* group : addIn.children())
-        combo.addEntry(KorString::format("%s%s%s", {parentPath, VELComboTree::GetPathDelimiter(),
-                                                    group->getDisplayName()}),
+        combo.addEntry(KorString::format(
+                           "%s%s%s", {parentPath, VELComboTree::GetPathDelimiter(), group->getDisplayName()}),
                        group->m_IconIndex, group);
 }
 
@@ -56,9 +58,8 @@ KorString KorDSMMainDialog::comboPath(eViewSections section, const KorDSMDatabas
         if (isOnlyContent)
             continue;
         const bool isDatabase = step->m_Type == kDatabaseContent;
-        const KorString name = isDatabase
-                                   ? Prompts::getPrompt("UPS", step == databases[0] ? 21021 : 21022)
-                                   : step->getDisplayName();
+        const KorString name =
+            isDatabase ? Prompts::ups(step == databases[0] ? 21021 : 21022) : step->getDisplayName();
         path = path.isEmpty() ? name
                               : KorString::format("%s%s%s", {name, VELComboTree::GetPathDelimiter(), path});
     }

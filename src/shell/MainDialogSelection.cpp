@@ -25,19 +25,32 @@ constexpr struct {
     eItemType type;
     int prompt;
 } kStatusTexts[] = {
-    {kDetailStyle, 33513},        {kDetailStyleCategory, 33512},   {kDetailStylesSection, 0},
-    {kAnnotationsSection, 0},     {kDimRequestsSection, 0},        {kQualifiersSection, 0},
-    {kAnnotationStrategy, 33790}, {kAnnotationGroup, 33515},       {kDimRequest, 33625},
-    {kDimRequestGroup, 33517},    {kQualifierSet, 33675},          {kQualifierSetGroup, 33519},
-    {kViewRequest, 0},            {kSystemAndBox, 33772},          {kReprMapRule, 33580},
-    {kViewDimensioning, 33610},   {kReprMap, 33595},               {kAppearance, 33685},
-    {kAnnotationArrangement, 33805}, {kPointSelection, 33645},
+    {kDetailStyle, 33513},
+    {kDetailStyleCategory, 33512},
+    {kDetailStylesSection, 0},
+    {kAnnotationsSection, 0},
+    {kDimRequestsSection, 0},
+    {kQualifiersSection, 0},
+    {kAnnotationStrategy, 33790},
+    {kAnnotationGroup, 33515},
+    {kDimRequest, 33625},
+    {kDimRequestGroup, 33517},
+    {kQualifierSet, 33675},
+    {kQualifierSetGroup, 33519},
+    {kViewRequest, 0},
+    {kSystemAndBox, 33772},
+    {kReprMapRule, 33580},
+    {kViewDimensioning, 33610},
+    {kReprMap, 33595},
+    {kAppearance, 33685},
+    {kAnnotationArrangement, 33805},
+    {kPointSelection, 33645},
 };
 
 KorString statusText(const KorDSMDatabaseItem& item, const KorString& entryText) {
     for (const auto& row : kStatusTexts)
         if (row.type == item.m_Type)
-            return row.prompt == 0 ? entryText : Prompts::getPrompt("UPS", row.prompt);
+            return row.prompt == 0 ? entryText : Prompts::ups(row.prompt);
     return {};
 }
 
@@ -88,7 +101,7 @@ void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
     }
     const bool showsReadOnly = item && !KorOdbcMan::getEditableStatus();
     m_readOnly->setText(showsReadOnly
-                            ? toQt(KorString::format(Prompts::getPrompt("DSM", kReadOnlySource),
+                            ? toQt(KorString::format(Prompts::dsm(kReadOnlySource),
                                                      {KorDSMWhereUsed::sourceName(m_itemSource.selected())}))
                             : QString());
     DsmSelectionChanged message;
@@ -164,7 +177,8 @@ SelectionFacts KorDSMMainDialog::factsOf(const KorDSMTreeItemData* entryData) {
     facts.type = item->m_Type;
     if (item->m_pParent)
         facts.parentType = item->m_pParent->m_Type;
-    facts.entryHasChildren = control->childCount(item->m_hTreeItem) > 0 || control->isPlaceholder(item->m_hTreeItem);
+    facts.entryHasChildren =
+        control->childCount(item->m_hTreeItem) > 0 || control->isPlaceholder(item->m_hTreeItem);
     facts.insideDetailStyle = item->ancestor(kDetailStyle) != nullptr;
     const KorArray<KorDSMDatabaseItem*>& databases = currentTree().section().children();
     facts.standardHasOneChild = !databases.isEmpty() && databases[0]->children().length() == 1;
@@ -176,7 +190,8 @@ SelectionFacts KorDSMMainDialog::factsOf(const KorDSMTreeItemData* entryData) {
 void KorDSMMainDialog::updateCommandStates(const KorDSMTreeItemData* entryData) {
     const CommandStates states = commandStates(factsOf(entryData));
     for (int i = 0; i < kNumberOfItemCommands; ++i)
-        enableItemCommand(i, states.enabled[static_cast<std::size_t>(i)] && isOffered(static_cast<eItemCommand>(i)));
+        enableItemCommand(i, states.enabled[static_cast<std::size_t>(i)] &&
+                                 isOffered(static_cast<eItemCommand>(i)));
     m_use->setEnabled(states[eItemCommand::kUse]);
     m_navigation->enableButton(kBack, m_history.canGoBack());
     m_navigation->enableButton(kForward, m_history.canGoForward());

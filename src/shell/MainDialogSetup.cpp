@@ -19,6 +19,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QToolButton>
 
 // Set-up of the main dialog: controls, strips, status bar, texts.
 
@@ -36,14 +37,18 @@ struct StripButton {
     int id;
     int bitmap;
     int prompt;
+    const char* key = ""; // the usual one of the command
 };
 
 constexpr StripButton kItemCommands[] = {
-    {1029, 1044, 33558}, {1030, 1045, 33559}, {1032, 1046, 33555}, {1033, 1043, 33560}, {1034, 1047, 33561},
-    {1035, 1048, 33562}, {1037, 1051, 33563}, {1039, 1052, 33564}, {1038, 1049, 33565}, {1036, 1050, 33746},
+    {1029, 1044, 33558, "Ctrl+N"}, {1030, 1045, 33559},           {1032, 1046, 33555},
+    {1033, 1043, 33560, "Ctrl+D"}, {1034, 1047, 33561, "F2"},     {1035, 1048, 33562},
+    {1037, 1051, 33563, "Ctrl+E"}, {1039, 1052, 33564, "Ctrl+I"}, {1038, 1049, 33565},
+    {1036, 1050, 33746},
 };
 
-constexpr StripButton kNavigation[] = {{1042, 1042, 33743}, {1041, 1041, 33744}, {1040, 1040, 33745}};
+constexpr StripButton kNavigation[] = {
+    {1042, 1042, 33743, "Alt+Left"}, {1041, 1041, 33744, "Alt+Right"}, {1040, 1040, 33745, "Alt+Up"}};
 
 struct SectionButton {
     int id;
@@ -53,16 +58,28 @@ struct SectionButton {
 };
 
 // In the order of the sections.
-constexpr SectionButton kSectionButtons[] = {
-    {1064, 33511, 1062, 1064}, {1061, 33518, 1060, 1061}, {1057, 33514, 1063, 1057}, {1059, 33516, 1058, 1059}};
+constexpr SectionButton kSectionButtons[] = {{1064, 33511, 1062, 1064},
+                                             {1061, 33518, 1060, 1061},
+                                             {1057, 33514, 1063, 1057},
+                                             {1059, 33516, 1058, 1059}};
 
 constexpr int kOptionPrompts[] = {33527, 33528, 33529};
 constexpr int kFilter = 264;
 constexpr int kOptionsButton = 1089;
 constexpr int kOptionsBitmap = 1090;
 
-KorString ups(int number) {
-    return Prompts::getPrompt("UPS", number);
+// A button of a strip, and the action that presses it by its key and from menus.
+QAction* addCommand(KorButtonGroup& strip, const StripButton& button) {
+    const KorString text = Prompts::ups(button.prompt);
+    const QIcon icon = KorPictures::bitmap(button.bitmap);
+    const QKeySequence key(QString::fromLatin1(button.key));
+    strip.addButton(button.id, text, icon);
+    strip.setButtonText(button.id, text, key);
+    auto* action = new QAction(icon, toQt(text), &strip);
+    action->setShortcut(key);
+    QObject::connect(action, &QAction::triggered, strip.button(button.id), &QToolButton::click);
+    strip.window()->addAction(action);
+    return action;
 }
 
 QIcon iconOf(const Icon& icon) {
@@ -85,7 +102,7 @@ void KorDSMMainDialog::setUpImages() {
     connect(m_list, &KorListCtrl::itemActivated, this, &KorDSMMainDialog::onListActivated);
     m_tabs->hide();
     m_filter = KorControls::find<QLineEdit>(this, 1210);
-    m_filter->setPlaceholderText(toQt(Prompts::getPrompt("DSM", kFilter)));
+    m_filter->setPlaceholderText(toQt(Prompts::dsm(kFilter)));
     m_filter->setAccessibleName(m_filter->placeholderText());
     connect(m_filter, &QLineEdit::textChanged, this, &KorDSMMainDialog::applyFilter);
 }
@@ -111,8 +128,7 @@ void KorDSMMainDialog::setUpSections() {
         combo->setAccessibleName(control->accessibleName());
         slot(section).combo = combo;
         slot(section).tree = std::make_unique<KorDSMSectionTree>(
-            control, m_structure, *m_structure.getSection(section),
-            [this](KorTreeHandle entry) {
+            control, m_structure, *m_structure.getSection(section), [this](KorTreeHandle entry) {
                 m_history.markStale(entry);
                 if (m_currentEntry == entry)
                     m_currentEntry = nullptr;
@@ -123,10 +139,11 @@ void KorDSMMainDialog::setUpSections() {
         connect(control, &KorTreeCtrl::contextMenuRequested, this, &KorDSMMainDialog::showContextMenu);
         connect(control, &KorTreeCtrl::dropRequested, this, &KorDSMMainDialog::dropEntry);
         // Where a record cannot go is said when it is dropped there.
-        connect(control, &KorTreeCtrl::dropQuery, this, [](KorTreeHandle from, KorTreeHandle to, bool* accept) {
-            const KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(from);
-            *accept = item && item->record() && KorDSMSectionTree::itemOf(to);
-        });
+        connect(control, &KorTreeCtrl::dropQuery, this,
+                [](KorTreeHandle from, KorTreeHandle to, bool* accept) {
+                    const KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(from);
+                    *accept = item && item->record() && KorDSMSectionTree::itemOf(to);
+                });
         connect(control, &KorTreeCtrl::selectionChanged, this, [this](KorTreeHandle entry) {
             if (m_handleSelection)
                 onSelectionChanged(entry);
@@ -137,12 +154,12 @@ void KorDSMMainDialog::setUpSections() {
 void KorDSMMainDialog::setUpStrips() {
     m_itemCommands = KorControls::find<KorButtonGroup>(this, 1011);
     for (const StripButton& button : kItemCommands)
-        m_itemCommands->addButton(button.id, ups(button.prompt), KorPictures::bitmap(button.bitmap));
+        m_commandActions.push_back(addCommand(*m_itemCommands, button));
     connect(m_itemCommands, &KorButtonGroup::buttonPressed, this, &KorDSMMainDialog::onItemCommand);
 
     m_navigation = KorControls::find<KorButtonGroup>(this, 1012);
     for (const StripButton& button : kNavigation) {
-        m_navigation->addButton(button.id, ups(button.prompt), KorPictures::bitmap(button.bitmap));
+        addCommand(*m_navigation, button);
         m_navigation->enableButton(button.id, false);
     }
     connect(m_navigation, &KorButtonGroup::buttonPressed, this, &KorDSMMainDialog::onNavigation);
@@ -156,47 +173,24 @@ void KorDSMMainDialog::setUpStrips() {
     KorControls::setId(strip, 1234);
     strip->setCheckable(true);
     for (const SectionButton& button : kSectionButtons)
-        strip->addButton(button.id, ups(button.prompt),
+        strip->addButton(button.id, Prompts::ups(button.prompt),
                          KorPictures::buttonBitmap(button.bitmap, button.checkedBitmap));
     connect(strip, &KorButtonGroup::buttonPressed, this, [this, strip](int id) {
         for (int i = 0; i < kNumberOfSections; ++i)
             if (strip->buttonId(i) == id)
                 switchSection(static_cast<eViewSections>(i));
     });
-    m_sections->setMenuButton(kOptionsButton, Prompts::getPrompt("GUI", 45100), KorPictures::bitmap(kOptionsBitmap));
+    m_sections->setMenuButton(kOptionsButton, Prompts::gui(45100), KorPictures::bitmap(kOptionsBitmap));
     for (const int prompt : kOptionPrompts)
-        m_sections->addMenuItem(ups(prompt));
+        m_sections->addMenuItem(Prompts::ups(prompt));
     connect(m_sections, &KorButtonGroupMenu::toggled, this, &KorDSMMainDialog::onOption);
 }
 
-void KorDSMMainDialog::setUpActions() {
-    // The usual keys of the strip's commands, in its order; the commands also stand in the context menu.
-    const QKeySequence keys[] = {QKeySequence::New,
-                                 {},
-                                 {},
-                                 QKeySequence(Qt::CTRL | Qt::Key_D),
-                                 QKeySequence(Qt::Key_F2),
-                                 {},
-                                 QKeySequence(Qt::CTRL | Qt::Key_E),
-                                 QKeySequence(Qt::CTRL | Qt::Key_I),
-                                 {},
-                                 {}};
-    for (int i = 0; i < kNumberOfItemCommands; ++i) {
-        const StripButton& button = kItemCommands[i];
-        auto* action = new QAction(KorPictures::bitmap(button.bitmap), toQt(ups(button.prompt)), this);
-        action->setShortcut(keys[i]);
-        connect(action, &QAction::triggered, this, [this, id = button.id] { onItemCommand(id); });
-        addAction(action);
-        m_commandActions.push_back(action);
-    }
-    const auto addKey = [this](const QKeySequence& key, auto&& call) {
-        auto* action = new QAction(this);
-        action->setShortcut(key);
-        connect(action, &QAction::triggered, this, call);
-        addAction(action);
-    };
-    addKey(QKeySequence::Undo, [this] { undo(1); });
-    addKey(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), [this] { redo(1); });
+void KorDSMMainDialog::setUpKeys() {
+    auto* find = new QAction(this);
+    find->setShortcut(QKeySequence::Find);
+    connect(find, &QAction::triggered, m_filter, [this] { m_filter->setFocus(Qt::ShortcutFocusReason); });
+    addAction(find);
     // Delete belongs to the tree: in a field or a grid it deletes what is there.
     for (SectionSlot& section : m_slots) {
         auto* remove = new QAction(section.tree->control());
@@ -240,11 +234,11 @@ void KorDSMMainDialog::setUpButtons() {
 }
 
 void KorDSMMainDialog::setUpTexts() {
-    setWindowTitle(toQt(ups(33510)));
-    KorControls::find<QPushButton>(this, 1)->setText(toQt(ups(33740)));
-    KorControls::find<QPushButton>(this, 2)->setText(toQt(ups(33741)));
-    m_apply->setText(toQt(ups(33742)));
-    m_use->setText(toQt(ups(33559)));
+    setWindowTitle(toQt(Prompts::ups(33510)));
+    KorControls::find<QPushButton>(this, 1)->setText(toQt(Prompts::ups(33740)));
+    KorControls::find<QPushButton>(this, 2)->setText(toQt(Prompts::ups(33741)));
+    m_apply->setText(toQt(Prompts::ups(33742)));
+    m_use->setText(toQt(Prompts::ups(33559)));
 }
 
 void KorDSMMainDialog::setUpTabOrder() {

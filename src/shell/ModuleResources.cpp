@@ -46,9 +46,12 @@ std::filesystem::path ModuleResources::findFolder() {
     Dl_info info{};
     dladdr(reinterpret_cast<const void*>(&ModuleResources::setUp), &info);
     std::error_code error;
-    const std::filesystem::path module = std::filesystem::canonical(info.dli_fname ? info.dli_fname : "", error);
-    for (std::filesystem::path folder = module.parent_path(); folder.has_relative_path(); folder = folder.parent_path())
-        if (const auto resources = folder / "share" / "detailstyles"; std::filesystem::is_directory(resources, error))
+    const std::filesystem::path module =
+        std::filesystem::canonical(info.dli_fname ? info.dli_fname : "", error);
+    for (std::filesystem::path folder = module.parent_path(); folder.has_relative_path();
+         folder = folder.parent_path())
+        if (const auto resources = folder / "share" / "detailstyles";
+            std::filesystem::is_directory(resources, error))
             return resources;
     return DETAILSTYLES_SOURCE_RESOURCES;
 }
@@ -60,8 +63,9 @@ void ModuleResources::setUp(const KorString& folder) {
         KorResources::setFolder(findFolder());
     KorPictures::setBase(KorString(KorResources::folder().string()));
     KorPictures::setMissingSink([](const KorString& path) {
-        KorHostReport::add(KorString::format(translated("The picture %s is missing in %s. Install the program again."),
-                                             {path, KorResources::folder().string()}));
+        KorHostReport::add(
+            KorString::format(translated("The picture %s is missing in %s. Install the program again."),
+                              {path, KorResources::folder().string()}));
     });
     KorTemplates::setFactory(makeTemplate);
     KorLayoutStore::setBackend(readLayout, writeLayout);

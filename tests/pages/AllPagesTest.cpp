@@ -20,27 +20,39 @@ class AllPages : public PageFixture {
 protected:
     AllPages() { registry.createPages(&m_window); }
 
-    // The style and the view that are edited. The view is used by two styles, and so are its parts.
+    // The style and the view that are edited, and one item for each other page; each with a twin. The view is
+    // used by two styles, and so are its parts.
     void makeSamples(const KorString& styleName, const KorString& viewName) {
+        samples = makeItems(styleName, viewName);
+        twins = makeItems(styleName, viewName);
+        for (const auto& [type, sample] : samples)
+            sample->linkEqualItem(*twins.at(type));
+    }
+
+    using Items = std::map<int, KorDSMDatabaseItem*>;
+
+    Items makeItems(const KorString& styleName, const KorString& viewName) {
         auto& style = item<KorDsmDetailStyleItem>(styleName);
         auto* view = new KorDsmViewRequestItem;
         view->updateRecord(row<StructDetViewRequest>(viewName));
         style.addChild(view);
-        samples = {{KorDSMDefines::kDetailStyle, &style}, {KorDSMDefines::kViewRequest, view}};
+        Items items = {{KorDSMDefines::kDetailStyle, &style}, {KorDSMDefines::kViewRequest, view}};
         add<KorDsmReprMapRuleItem, KorDsmReprMapItem, KorDsmAppearanceItem, KorDsmQualifierSetItem,
             KorDsmAnnotationStrategyItem, KorDsmDimRequestItem, KorDsmPointSelectionItem,
-            KorDsmViewDimensioningItem, KorDsmSystemAndBoxItem>();
-        for (const bool isStrategy : {false, true}) {
-            arrangements[isStrategy].m_bStandsForStrategy = isStrategy;
-            samples[isStrategy ? KorDSMDefines::kSecondArrangerControl : KorDSMDefines::kAnnotationArrangement] =
-                &arrangements[isStrategy];
-        }
-        arrangements[0].updateRecord(row<StructDetArrangerControl>());
-        arrangements[1].updateRecord(row<StructDetArrangerStrategy>());
+            KorDsmViewDimensioningItem, KorDsmSystemAndBoxItem>(items);
+        items[KorDSMDefines::kAnnotationArrangement] = arrangement(row<StructDetArrangerControl>(), false);
+        items[KorDSMDefines::kSecondArrangerControl] = arrangement(row<StructDetArrangerStrategy>(), true);
+        return items;
     }
-    template <typename... Items>
-    void add() {
-        (samples.emplace(Items().m_Type, &item<Items>()), ...);
+    template <typename... Added>
+    void add(Items& items) {
+        (items.emplace(Added().m_Type, &item<Added>()), ...);
+    }
+    KorDSMDatabaseItem* arrangement(const StructRecord& record, bool isStrategy) {
+        auto& made = *arrangements.emplace_back(std::make_unique<KorDsmAnnotationArrangementItem>());
+        made.m_bStandsForStrategy = isStrategy;
+        made.updateRecord(record);
+        return &made;
     }
 
     // Shows one page after the other.
@@ -51,6 +63,7 @@ protected:
             for (int i = 0; group && i < group->pageCount(); ++i) {
                 ASSERT_TRUE(samples.contains(type)) << "no sample for items of type " << type;
                 shown = samples.at(type);
+                twin = twins.at(type);
                 show(*group, *shown);
                 turnTo(i);
                 SCOPED_TRACE("page " + std::to_string(page().templateId()));
@@ -98,9 +111,11 @@ protected:
     }
 
     KorDSMPageRegistry registry;
-    std::map<int, KorDSMDatabaseItem*> samples;
+    std::vector<std::unique_ptr<KorDsmAnnotationArrangementItem>> arrangements;
+    Items samples; // by item type
+    Items twins;   // other items of the same records
     KorDSMDatabaseItem* shown = nullptr;
-    std::array<KorDsmAnnotationArrangementItem, 2> arrangements; // by control, by strategy
+    KorDSMDatabaseItem* twin = nullptr;
 };
 
 TEST_F(AllPages, EachFieldWritesItsOwnColumnOnceAndFollowsWhenThatIsTakenBack) {
@@ -113,6 +128,9 @@ TEST_F(AllPages, EachFieldWritesItsOwnColumnOnceAndFollowsWhenThatIsTakenBack) {
         EXPECT_EQ(step.table, fields.row().table);
         EXPECT_EQ(step.key, fields.row().key.getKey());
         EXPECT_EQ(step.column->number, field.column);
+        if (step.table == shown->tableType()) {
+            EXPECT_EQ(step.column->read(twin->record()), step.after) << "left a twin behind";
+        }
         takeBack(*shown);
         EXPECT_EQ(shownState(), before);
     });

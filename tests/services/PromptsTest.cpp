@@ -122,6 +122,29 @@ TEST_F(PromptsTest, EveryTextThatTheProgramNamesIsThere) {
     EXPECT_GT(seen, 10);
 }
 
+TEST_F(PromptsTest, EveryTextOfTheModuleThatTheProgramNamesIsThere) {
+    // The number stands in the call, or in a constant of the same file.
+    const std::regex call(R"re(Prompts::dsm\((\w+)\))re");
+    int seen = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / "src")) {
+        if (!entry.is_regular_file())
+            continue;
+        std::ifstream file(entry.path());
+        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        for (std::sregex_iterator it(text.begin(), text.end(), call), end; it != end; ++it) {
+            std::smatch constant;
+            std::string number = it->str(1);
+            if (std::regex_search(text, constant, std::regex("constexpr int " + number + " = (\\d+);")))
+                number = constant.str(1);
+            if (!std::isdigit(static_cast<unsigned char>(number.front())))
+                continue;
+            ++seen;
+            EXPECT_TRUE(Prompts::has("DSM", std::stoi(number))) << entry.path() << ": " << it->str();
+        }
+    }
+    EXPECT_GT(seen, 30);
+}
+
 TEST_F(PromptsTest, EscapesStandForLineBreaksTabsAndBackslashes) {
     m_folder.write("en.tsv", "\xEF\xBB\xBF# a note\r\nUPS\t1\tone\\ntwo\\tthree\\\\n\r\n");
     Prompts::load(m_folder.path(), "en");

@@ -194,7 +194,8 @@ TEST_F(EditorFixture, ADraggedStyleIsFiledWhereItIsDroppedAndRefusedInAnotherDat
 }
 
 TEST_F(EditorFixture, OddNamesAreKeptAsTheyWereTyped) {
-    const QString odd = QString::fromUtf8("100 %s \"x\" 'y' \\n {a} \xD7\xA9\xD7\x9C ") + QString(10000, u'z');
+    const QString odd =
+        QString::fromUtf8("100 %s \"x\" 'y' \\n {a} \xD7\xA9\xD7\x9C ") + QString(10000, u'z');
     open();
     select(kStyle);
     answerNext([&odd](QWidget* modal) {

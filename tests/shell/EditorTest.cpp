@@ -101,7 +101,8 @@ TEST_F(EditorFixture, AnEditedTitleIsWrittenOnceWhenThePageIsLeft) {
     EXPECT_EQ(KorOdbcMan::m_DSMResetDetViewRequestCache, 1);
     close();
     m_databases.reset();
-    const std::string title = stored("user.dsdb", "SELECT title_format FROM detail_style WHERE name='HB post 1:15'");
+    const std::string title =
+        stored("user.dsdb", "SELECT title_format FROM detail_style WHERE name='HB post 1:15'");
     EXPECT_NE(title.find("Shop"), std::string::npos) << title;
 }
 
@@ -188,6 +189,12 @@ TEST_F(EditorFixture, TheHistoryLeadsBackForwardAndUpAcrossSections) {
     click(strip->button(1040));
     EXPECT_EQ(tree().selectedItem(), style);
     EXPECT_NE(annotation, nullptr);
+    press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(tree().selectedItem(), view);
+    press(Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(tree().selectedItem(), style);
+    press(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(control<QLineEdit>(1210)->hasFocus());
 }
 
 TEST_F(EditorFixture, BySourceTheComboDecidesWhatTheTreeShows) {

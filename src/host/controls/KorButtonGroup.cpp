@@ -46,8 +46,6 @@ void KorButtonGroup::addButton(int id, const KorString& tooltip, const QIcon& ic
     widget->setIcon(icon);
     widget->setIconSize(m_iconSize);
     widget->setFixedSize(m_iconSize + 2 * QSize(kMargin, kMargin));
-    widget->setToolTip(toQt(tooltip));
-    widget->setAccessibleName(toQt(tooltip));
     widget->setCheckable(m_checkable);
     widget->setAutoExclusive(m_checkable);
     widget->installEventFilter(this);
@@ -57,7 +55,18 @@ void KorButtonGroup::addButton(int id, const KorString& tooltip, const QIcon& ic
     });
     m_layout->addWidget(widget);
     m_buttons.push_back({id, widget, true});
+    setButtonText(id, tooltip, {});
     keepOneTabStop();
+}
+
+void KorButtonGroup::setButtonText(int id, const KorString& text, const QKeySequence& key) {
+    QToolButton* widget = button(id);
+    if (!KorAssert::check(widget != nullptr, "widget != NULL"))
+        return;
+    widget->setAccessibleName(toQt(text));
+    widget->setToolTip(
+        key.isEmpty() ? toQt(text)
+                      : QStringLiteral("%1 (%2)").arg(toQt(text), key.toString(QKeySequence::NativeText)));
 }
 
 void KorButtonGroup::setButtonMenu(int id, QMenu* menu) {
@@ -66,7 +75,8 @@ void KorButtonGroup::setButtonMenu(int id, QMenu* menu) {
         return;
     widget->setMenu(menu);
     widget->setPopupMode(QToolButton::MenuButtonPopup);
-    widget->setFixedWidth(widget->width() + style()->pixelMetric(QStyle::PM_MenuButtonIndicator, nullptr, widget));
+    widget->setFixedWidth(widget->width() +
+                          style()->pixelMetric(QStyle::PM_MenuButtonIndicator, nullptr, widget));
 }
 
 int KorButtonGroup::buttonCount() const {

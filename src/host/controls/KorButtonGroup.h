@@ -3,6 +3,7 @@
 #include "base/KorString.h"
 
 #include <QIcon>
+#include <QKeySequence>
 #include <QWidget>
 
 #include <vector>
@@ -27,6 +28,9 @@ public:
 
     /// Appends a button. Its tooltip is also its accessible name.
     void addButton(int id, const KorString& tooltip, const QIcon& icon);
+    /// Gives a button another tooltip and accessible name; the tooltip also tells the key that does the same,
+    /// where there is one.
+    void setButtonText(int id, const KorString& text, const QKeySequence& key);
     /// Gives a button a menu, opened by the arrow beside its picture, or by Alt and the down key.
     void setButtonMenu(int id, QMenu* menu);
     int buttonCount() const;

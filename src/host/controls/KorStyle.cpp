@@ -1,5 +1,7 @@
 #include "controls/KorStyle.h"
 
+#include "controls/KorPictures.h"
+
 #include <QPainter>
 #include <QStyleOption>
 
@@ -159,6 +161,22 @@ QSize KorStyle::sizeFromContents(ContentsType type, const QStyleOption* option, 
     if (type == CT_PushButton && button && (button->features & QStyleOptionButton::HasMenu))
         result.rwidth() += kBeforeArrow;
     return result;
+}
+
+QIcon KorStyle::standardIcon(StandardPixmap picture, const QStyleOption* option,
+                             const QWidget* widget) const {
+    switch (picture) {
+    case SP_MessageBoxInformation:
+        return KorPictures::bitmap(1621);
+    case SP_MessageBoxWarning:
+        return KorPictures::bitmap(1622);
+    case SP_MessageBoxCritical:
+        return KorPictures::bitmap(1623);
+    case SP_MessageBoxQuestion:
+        return KorPictures::bitmap(1624);
+    default:
+        return QProxyStyle::standardIcon(picture, option, widget);
+    }
 }
 
 QPixmap KorStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap,

@@ -29,7 +29,7 @@ KorString sentenceOf(const Entry& entry) {
     // Without its text, a report still says what it is about.
     const KorString pattern =
         Prompts::has("DSM", entry.number)
-            ? Prompts::getPrompt("DSM", entry.number)
+            ? Prompts::dsm(entry.number)
             : KorString::format("DSM %d: %%s %%s %%s", {KorString::number(entry.number)});
     return KorString::format(pattern, {first, second, third}).trimmed();
 }

@@ -17,6 +17,12 @@ public:
     /// reported once.
     static KorString getPrompt(const KorString& category, int number);
 
+    // The texts of the three categories: those that the host shares with other modules, those of its windows,
+    // and this module's own.
+    static KorString ups(int number) { return getPrompt("UPS", number); }
+    static KorString gui(int number) { return getPrompt("GUI", number); }
+    static KorString dsm(int number) { return getPrompt("DSM", number); }
+
     /// Reads the texts of a language, and those in English, from a folder; forgets everything read before,
     /// and makes the language that of `translated` and `term`. Lines that are no prompts, or repeat one, are
     /// reported with file and line. Returns false when the language's file cannot be read.

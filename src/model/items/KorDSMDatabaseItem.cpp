@@ -86,26 +86,30 @@ void KorDSMDatabaseItem::unlinkEqualItems() {
     m_EqualItems.reset();
 }
 
-void KorDSMDatabaseItem::recordReplaced() {
-    if (m_bExpanded) {
-        for (KorDSMDatabaseItem* child : m_Children) {
-            if (!child->m_hTreeItem)
-                continue;
-            DsmDeleteEntry gone;
-            gone.entry = child->m_hTreeItem;
-            KorDSMMainWindow::sendMessage(gone);
-        }
-        deleteChildren();
-        dependentsDropped();
-        DsmInsertPlaceholder placeholder;
-        placeholder.entry = m_hTreeItem;
-        placeholder.text = "Empty";
-        KorDSMMainWindow::sendMessage(placeholder);
-        DsmCollapseEntry collapse;
-        collapse.entry = m_hTreeItem;
-        KorDSMMainWindow::sendMessage(collapse);
-        m_bExpanded = false;
+void KorDSMDatabaseItem::dropDependents() {
+    if (!m_bExpanded)
+        return;
+    for (KorDSMDatabaseItem* child : m_Children) {
+        if (!child->m_hTreeItem)
+            continue;
+        DsmDeleteEntry gone;
+        gone.entry = child->m_hTreeItem;
+        KorDSMMainWindow::sendMessage(gone);
     }
+    deleteChildren();
+    dependentsDropped();
+    DsmInsertPlaceholder placeholder;
+    placeholder.entry = m_hTreeItem;
+    placeholder.text = "Empty";
+    KorDSMMainWindow::sendMessage(placeholder);
+    DsmCollapseEntry collapse;
+    collapse.entry = m_hTreeItem;
+    KorDSMMainWindow::sendMessage(collapse);
+    m_bExpanded = false;
+}
+
+void KorDSMDatabaseItem::recordReplaced() {
+    dropDependents();
     DsmSetEntryText text;
     text.entry = m_hTreeItem;
     text.text = getDisplayName();

@@ -59,6 +59,10 @@ public:
     /// Makes new item data and hands it, with the entry handle, to the main dialog.
     void refreshTreeItemData();
 
+    /// Deletes the children that hang on the record, with their entries, and closes the entry: they are made anew
+    /// when it is opened. Does nothing while there are none.
+    void dropDependents();
+
     /// Links both items as showing an equal record, if they are not linked yet.
     void linkEqualItem(KorDSMDatabaseItem& other);
     /// Leaves the lists of all equal items and empties the own one.
