@@ -5,6 +5,7 @@
 #include "controls/KorListCtrl.h"
 #include "controls/KorQt.h"
 #include "controls/KorTabCtrl.h"
+#include "controls/TabStops.h"
 #include "data/KorOdbcMan.h"
 #include "dialogs/KorDSMDialogConfirmation.h"
 #include "model/KorDSMDialogFactory.h"
@@ -204,6 +205,10 @@ bool KorDSMMainDialog::event(QEvent* event) {
     if (event->type() == QEvent::WindowActivate && m_ready)
         QTimer::singleShot(0, this, &KorDSMMainDialog::lookAround);
     return QDialog::event(event);
+}
+
+bool KorDSMMainDialog::focusNextPrevChild(bool next) {
+    return TabStops::step(m_tabOrder, next);
 }
 
 // When the user comes back to the window: what others changed meanwhile, and what went wrong.

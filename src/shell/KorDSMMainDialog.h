@@ -16,6 +16,7 @@
 #include "shell/KorDSMSectionTree.h"
 
 #include <QDialog>
+#include <QWidgetList>
 
 class KorButtonGroup;
 class KorButtonGroupMenu;
@@ -60,6 +61,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool event(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     using eViewSections = KorDSMDefines::eViewSections;
@@ -171,6 +173,7 @@ private:
     QProgressBar* m_progress = nullptr;
     QPushButton* m_apply = nullptr;
     QPushButton* m_use = nullptr;
+    QWidgetList m_tabOrder;
 
     KorTreeHandle m_currentEntry = nullptr;
     std::vector<QAction*> m_commandActions;         // one per item command, in the strip's order

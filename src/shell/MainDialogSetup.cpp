@@ -19,6 +19,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSplitter>
 #include <QToolButton>
 
 // Set-up of the main dialog: controls, strips, status bar, texts.
@@ -242,23 +243,16 @@ void KorDSMMainDialog::setUpTexts() {
 }
 
 void KorDSMMainDialog::setUpTabOrder() {
-    QWidget* previous = m_sections;
-    const auto next = [&previous](QWidget* widget) {
-        setTabOrder(previous, widget);
-        previous = widget;
-    };
-    next(m_itemCommands);
-    for (SectionSlot& section : m_slots)
-        next(section.combo);
-    next(m_filter);
-    for (SectionSlot& section : m_slots)
-        next(section.tree->control());
-    next(m_navigation);
-    next(KorControls::find<KorButtonGroup>(this, 1211));
-    next(m_tabs);
-    next(m_list);
+    m_tabOrder << m_sections->buttonGroup() << m_sections->menuButton() << m_itemCommands;
+    for (const SectionSlot& section : m_slots)
+        m_tabOrder << section.combo;
+    m_tabOrder << m_filter;
+    for (const SectionSlot& section : m_slots)
+        m_tabOrder << section.tree->control();
+    m_tabOrder << KorControls::find<QSplitter>(this, 1096)->handle(1) << m_navigation
+               << KorControls::find<QWidget>(this, 1211) << m_tabs << m_list;
     for (const int button : {1098, 1, 2, 3})
-        next(KorControls::find<QPushButton>(this, button));
+        m_tabOrder << KorControls::find<QWidget>(this, button);
 }
 
 void KorDSMMainDialog::writeTiming(const char* label, qint64 milliseconds) const {

@@ -1,49 +1,24 @@
 #include "base/KorAssert.h"
 #include "controls/KorComboBitmap.h"
 #include "controls/KorControls.h"
-#include "controls/KorTemplates.h"
-#include "data/KorDSNManager.h"
-#include "data/text/SampleData.h"
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "dialogs/KorDSMDialogNewItemWithGroup.h"
+#include "dialogs/UserDataFixture.h"
 #include "model/KorDSMDefines.h"
-#include "services/Prompts.h"
-#include "support/TempFolder.h"
-#include "templates/Templates.h"
 
 #include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace {
 
-class NewItem : public testing::Test {
+class NewItem : public UserDataFixture {
 protected:
-    NewItem() {
-        EXPECT_TRUE(Prompts::load(SOURCE_DIR "/resources/prompts", "en"));
-        KorTemplates::setFactory(Templates::setUp);
-        EXPECT_EQ(buildSampleData(SOURCE_DIR "/resources", folder.path().string()).error, "");
-        EXPECT_EQ(databases.openFile(SourceId::user(), (folder.path() / "user.dsdb").string(), false).error,
-                  "");
-        databases.setCurrentSource(SourceId::user());
-    }
-
-    static void show(QDialog& dialog) {
-        dialog.show();
-        dialog.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
-    }
     // As a user who selects all and types something else.
     static void type(QLineEdit* edit, const char* text) {
         QTest::keySequence(edit, QKeySequence::SelectAll);
         QTest::keyClicks(edit, text);
     }
-
-    TempFolder folder;
-    StyleDatabases databases;
 };
 
 class NameDialog : public KorDSMDialogNewItem {

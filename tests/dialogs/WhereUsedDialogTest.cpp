@@ -1,48 +1,27 @@
 #include "controls/KorControls.h"
 #include "controls/KorListCtrl.h"
-#include "controls/KorTemplates.h"
-#include "data/KorDSNManager.h"
-#include "data/text/SampleData.h"
 #include "dialogs/KorDSMDialogConfirmation.h"
 #include "dialogs/KorDSMDialogInUse.h"
 #include "dialogs/KorDSMDialogWhereUsed.h"
-#include "services/Prompts.h"
-#include "support/TempFolder.h"
-#include "templates/Templates.h"
+#include "dialogs/UserDataFixture.h"
 
 #include <QLabel>
-#include <QTest>
 #include <QToolButton>
-
-#include <gtest/gtest.h>
 
 namespace {
 
-class WhereUsedDialog : public testing::Test {
+class WhereUsedDialog : public UserDataFixture {
 protected:
     WhereUsedDialog() {
-        EXPECT_TRUE(Prompts::load(SOURCE_DIR "/resources/prompts", "en"));
-        KorTemplates::setFactory(Templates::setUp);
-        EXPECT_EQ(buildSampleData(SOURCE_DIR "/resources", folder.path().string()).error, "");
-        EXPECT_EQ(databases.openFile(SourceId::user(), (folder.path() / "user.dsdb").string(), false).error,
-                  "");
-        databases.setCurrentSource(SourceId::user());
         rails = databases.here()->table(kTableQualifierSet).find("HB rails")->key;
         usages = KorDSMWhereUsed::usagesOf(SourceId::user(), {kTableQualifierSet, rails});
     }
 
-    static void show(QDialog& dialog) {
-        dialog.show();
-        dialog.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
-    }
     static void clickRow(KorListCtrl* list, int row) {
         const QModelIndex index = list->model()->index(row, 0);
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(index).center());
     }
 
-    TempFolder folder;
-    StyleDatabases databases;
     std::int32_t rails = 0;
     std::vector<KorDSMUsage> usages;
 };

@@ -316,3 +316,31 @@ TEST_F(EditorFixture, WhatIsFoundCanBeDeletedAndBroughtBackWithTheFilterSet) {
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(inView("Hallberg: posts and beams"), found);
 }
+
+TEST_F(EditorFixture, TheTabKeyWalksFromTheSectionsThroughTreeAndPageToTheButtons) {
+    open();
+    select(kUserStyle);
+    showTab(0);
+    // The numbers of the controls where Tab stops, from the filter on around to it; 0 for those without.
+    const auto walk = [this](Qt::Key key) {
+        std::vector<int> stops;
+        QWidget* filter = control<QLineEdit>(1210);
+        filter->setFocus();
+        do {
+            stops.push_back(KorControls::id(QApplication::focusWidget()));
+            QTest::keyClick(QApplication::focusWidget(), key);
+        } while (QApplication::focusWidget() != filter && stops.size() < 40);
+        std::erase(stops, 0);
+        return stops;
+    };
+    // This page was made only when it was shown.
+    const std::vector<int> style = {1210, 1000, 5999, 6002, 6003, 6004, 6005, 6006, 6007, 1098, 1, 2, 1089};
+    EXPECT_EQ(walk(Qt::Key_Tab), style);
+    std::vector<int> back = walk(Qt::Key_Backtab);
+    std::reverse(back.begin() + 1, back.end());
+    EXPECT_EQ(back, style);
+    select(kUserView);
+    showTab(0);
+    EXPECT_EQ(walk(Qt::Key_Tab), (std::vector<int>{1210, 1000, 1020, 1208, 1104, 1011, 1012, 1013, 1014, 1015,
+                                                   1016, 1098, 1, 2, 1089}));
+}
