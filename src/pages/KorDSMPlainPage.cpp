@@ -28,12 +28,6 @@ constexpr int kChoice = 5999;
 constexpr int kFieldWidth = 360;
 constexpr int kNumberWidth = 140;
 
-void setUpForm(QFormLayout& form) {
-    form.setContentsMargins(0, 0, 0, 0);
-    form.setHorizontalSpacing(24);
-    form.setVerticalSpacing(8);
-}
-
 QWidget* makeControl(const Column& column) {
     if (column.isReference() || !column.valueNames.empty()) {
         auto* combo = new KorComboBox;
@@ -88,17 +82,14 @@ void KorDSMPlainPage::build() {
     layout()->addWidget(m_body);
     auto* lines = new QVBoxLayout(m_body);
     lines->setContentsMargins(0, 0, 0, 0);
-    if (m_description.viaColumn != 0) {
-        auto* form = new QFormLayout;
-        setUpForm(*form);
-        lines->addLayout(form);
-        addChoice(*form);
-    }
-    m_record = new QWidget;
-    lines->addWidget(m_record);
-    auto* form = new QFormLayout(m_record);
-    setUpForm(*form);
-    addColumns(*form);
+    m_form = new QFormLayout;
+    m_form->setContentsMargins(0, 0, 0, 0);
+    m_form->setHorizontalSpacing(24);
+    m_form->setVerticalSpacing(8);
+    lines->addLayout(m_form);
+    if (m_description.viaColumn != 0)
+        addChoice();
+    addColumns();
     m_parts = new QWidget;
     lines->addWidget(m_parts);
     auto* parts = new QVBoxLayout(m_parts);
@@ -115,14 +106,14 @@ PageFields* KorDSMPlainPage::makeFields(std::vector<PageField> fields, bool ofIt
     return made;
 }
 
-void KorDSMPlainPage::addChoice(QFormLayout& form) {
+void KorDSMPlainPage::addChoice() {
     const TableSchema& table = itemTable();
-    addField(form, table, *table.column(m_description.viaColumn), kChoice);
+    addField(table, *table.column(m_description.viaColumn), kChoice);
     m_choice = makeFields({{kChoice, m_description.viaColumn, {}, true, true}}, true);
     connect(m_choice, &PageFields::written, this, [this] { loadData(); });
 }
 
-void KorDSMPlainPage::addColumns(QFormLayout& form) {
+void KorDSMPlainPage::addColumns() {
     const TableSchema& table = shownTable();
     std::vector<PageField> fields;
     for (const Column& column : table.columns) {
@@ -133,7 +124,7 @@ void KorDSMPlainPage::addColumns(QFormLayout& form) {
             continue;
         const int control = kFirstField + column.number;
         if (column.role == eReferenceRole::kUses && !isOneOf(m_description.labels)) {
-            addField(form, table, column, control);
+            addField(table, column, control);
             fields.push_back({control, column.number, {}, true, true});
             continue;
         }
@@ -142,20 +133,19 @@ void KorDSMPlainPage::addColumns(QFormLayout& form) {
         value->setWordWrap(true);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         value->setAccessibleName(toQt(KorDSMValueText::columnCaption(table, column)));
-        form.addRow(value->accessibleName(), value);
+        m_form->addRow(value->accessibleName(), value);
         m_values.push_back({value, &table, &column});
     }
     m_fields = makeFields(std::move(fields), m_description.viaColumn == 0);
     connect(m_fields, &PageFields::written, this, &KorDSMPlainPage::onWritten);
 }
 
-void KorDSMPlainPage::addField(QFormLayout& form, const TableSchema& table, const Column& column,
-                               int control) {
+void KorDSMPlainPage::addField(const TableSchema& table, const Column& column, int control) {
     const QString caption = toQt(KorDSMValueText::columnCaption(table, column));
     if (column.kind == eColumnKind::kFlag) {
         auto* box = new QCheckBox(caption);
         KorControls::setId(box, control);
-        form.addRow(box);
+        m_form->addRow(box);
         return;
     }
     QWidget* field = makeControl(column);
@@ -163,7 +153,7 @@ void KorDSMPlainPage::addField(QFormLayout& form, const TableSchema& table, cons
     field->setAccessibleName(caption);
     auto* label = new QLabel;
     label->setBuddy(field);
-    form.addRow(label, field);
+    m_form->addRow(label, field);
     m_captions.push_back({label, &table, &column});
 }
 
@@ -210,7 +200,9 @@ bool KorDSMPlainPage::loadData() {
     if (m_choice)
         m_choice->load();
     const StructRecord* record = shownRecord();
-    m_record->setVisible(record);
+    // Without a record only the choice of one is left.
+    for (int line = m_choice ? 1 : 0; line < m_form->rowCount(); ++line)
+        m_form->setRowVisible(line, record);
     m_parts->setVisible(record);
     if (!record)
         return false;

@@ -51,9 +51,9 @@ private:
     PageFields::Row shownRow() const;
     const StructRecord* shownRecord() const;
     void build();
-    void addChoice(QFormLayout& form);
-    void addColumns(QFormLayout& form);
-    void addField(QFormLayout& form, const TableSchema& table, const Column& column, int control);
+    void addChoice();
+    void addColumns();
+    void addField(const TableSchema& table, const Column& column, int control);
     PageFields* makeFields(std::vector<PageField> fields, bool ofItem);
     void onWritten(int column);
     QTableWidget* addGrid(const TableSchema& table, const std::vector<const Column*>& columns);
@@ -64,8 +64,8 @@ private:
     QWidget* m_body = nullptr;
     PageFields* m_choice = nullptr; // which record the page edits
     PageFields* m_fields = nullptr;
-    QWidget* m_record = nullptr;      // holds the fields
-    std::vector<Caption> m_captions;  // of the fields
-    std::vector<Caption> m_values;    // of what is only shown: the label takes the value
+    QFormLayout* m_form = nullptr;
+    std::vector<Caption> m_captions; // of the fields
+    std::vector<Caption> m_values;   // of what is only shown: the label takes the value
     QWidget* m_parts = nullptr;
 };

@@ -3,8 +3,10 @@
 #include "controls/KorButtonGroup.h"
 #include "data/KorODBCDetStyle.h"
 #include "dialogs/KorDSMDialogInUse.h"
+#include "model/KorDSMDialogFactory.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -251,4 +253,27 @@ TEST_F(EditorFixture, AStyleGoesIntoAFileAndComesInAgainUnlessEscapeIsPressed) {
     EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:15");
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+}
+
+TEST_F(EditorFixture, WhatARecordRefersToFollowsInTheTreeAndIsTakenBack) {
+    open();
+    KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
+    const auto request = select(
+        {"User", "Hallberg: posts and beams", "HB post 1:15", "HB front", "HB chain", "HB holes, running"});
+    showTab(0);
+    tree().expand(request);
+    const std::vector<std::string> before = inView("HB holes, running");
+    ASSERT_EQ(before.size(), 2U);
+    constexpr int kEndPoints = 6014;
+    auto* points = pageControl<QComboBox>(kEndPoints);
+    points->setFocus();
+    QTest::keyClick(points, Qt::Key_Down);
+    tree().expand(request);
+    const std::vector<std::string> after = inView("HB holes, running");
+    ASSERT_EQ(after.size(), 3U);
+    EXPECT_EQ(after.back(), points->currentText().toStdString());
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(points->currentIndex(), 0);
+    tree().expand(request);
+    EXPECT_EQ(inView("HB holes, running"), before);
 }
