@@ -5,6 +5,7 @@
 #include "controls/KorTabPage.h"
 #include "controls/KorTemplates.h"
 
+#include <QApplication>
 #include <QScrollArea>
 #include <QTabBar>
 #include <QTest>
@@ -188,4 +189,14 @@ TEST_F(TabCtrl, DestroyingAPageWithAHalfTypedTextWritesNothing) {
     EXPECT_FALSE(told);
     EXPECT_EQ(tabs->currentContent(), nullptr);
     EXPECT_EQ(tabs->findChild<QTabBar*>()->count(), 0);
+}
+
+TEST_F(TabCtrl, TabsAreSeenWhenALaterPageIsChosenBeforeTheWindowIsShown) {
+    window.hide();
+    group.setPageData(item1, -1);
+    group.setCurrentIndex(1);
+    tabs->setCurrentContent(&group);
+    window.show();
+    QApplication::processEvents();
+    EXPECT_GT(tabs->findChild<QTabBar*>()->height(), 0);
 }

@@ -102,6 +102,8 @@ void KorTabCtrl::showPage() {
         return;
     const QScopedValueRollback filling(m_filling, true);
     m_bar->setCurrentIndex(m_content->currentIndex());
+    // A bar that is not shown yet lays itself out here without telling its layout that it has grown.
+    m_bar->updateGeometry();
     m_stack->setCurrentWidget(areaOf(page));
 }
 
