@@ -11,6 +11,7 @@
 #include "model/KorDSMMessages.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMValueText.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -89,7 +90,7 @@ void KorDSMDialogConfirmation::OnInitDialog(const Texts& texts) {
     setCaption(1235, KorString::format(Prompts::ups(33911), {texts.kind}));
     setCaption(1236, 33906);
     setCaption(1211, 33907);
-    setCaption(kRunName, texts.runName);
+    setCaption(kRunName, KorDSMValueText::shortName(texts.runName));
     setCaption(kModifyRadio, KorString::format(Prompts::ups(33912), {texts.kind}));
     setCaption(1213, 33908);
     setCaption(1237, 33909);

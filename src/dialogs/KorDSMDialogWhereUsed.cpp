@@ -5,6 +5,7 @@
 #include "controls/KorQt.h"
 #include "dialogs/UsageList.h"
 #include "services/Prompts.h"
+#include "session/KorDSMValueText.h"
 
 namespace {
 
@@ -21,7 +22,7 @@ constexpr int kClose = 255;
 KorDSMDialogWhereUsed::KorDSMDialogWhereUsed(const KorString& name, std::vector<KorDSMUsage> usages,
                                              QWidget* parent)
     : KorDSMDialog(kTemplate, parent) {
-    setWindowTitle(toQt(KorString::format(Prompts::dsm(kTitle), {name})));
+    setWindowTitle(toQt(KorString::format(Prompts::dsm(kTitle), {KorDSMValueText::shortName(name)})));
     setCaption(2, kClose, "DSM");
     setCaption(kNothingLabel, kNothing, "DSM");
     KorControls::find(this, kNothingLabel)->setVisible(usages.empty());

@@ -5,7 +5,7 @@
 #include "model/items/KorDsmItems.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemKinds.h"
-#include "session/KorDSMUndo.h"
+#include "session/KorDSMValueText.h"
 
 namespace ItemCommandParts {
 
@@ -19,7 +19,7 @@ constexpr int kInUse = 33521;
 } // namespace
 
 KorString label(int number, const KorString& name) {
-    return KorString::format(Prompts::dsm(number), {KorDSMUndo::menuName(name)});
+    return KorString::format(Prompts::dsm(number), {KorDSMValueText::shortName(name)});
 }
 
 KorString whyReadOnly(const KorDSMDatabaseItem& item) {

@@ -2,6 +2,7 @@
 
 #include "data/KorOdbcMan.h"
 #include "model/KorDSMDialogFactory.h"
+#include "session/PendingGroup.h"
 
 namespace {
 
@@ -47,4 +48,11 @@ void KorDSMCommit::discard() {
     for (int table = 0; table < kNumberOfTableTypes; ++table)
         KorOdbcMan::setStatusOnCancel(static_cast<eTableType>(table), KorOdbcMan::kThisRow);
     KorOdbcMan::m_DSMReloadInfo = 1;
+}
+
+void KorDSMCommit::keepMine(const std::vector<OutsideChange>& changes) {
+    const PendingGroup group({});
+    for (const OutsideChange& change : changes)
+        for (const OutsideConflict& conflict : change.conflicts)
+            StyleDatabases::current().keepMine(change.source, conflict);
 }

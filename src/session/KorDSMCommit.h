@@ -15,11 +15,14 @@ public:
         bool ok() const { return failed.empty(); }
     };
 
-    /// Keeps the changes for good. `applyEnabled` says whether changes were pending at all. On failure nothing
-    /// but the stored part is ended: the rest stays pending and the editor should stay open.
+    /// Keeps the changes for good. `applyEnabled` says whether changes were pending at all. On failure
+    /// nothing but the stored part is ended: the rest stays pending and the editor should stay open.
     static Outcome keepAndClose(bool applyEnabled);
     /// Keeps the changes and goes on.
     static Outcome keepAndGoOn();
     /// Takes the changes back that were not kept.
     static void discard();
+    /// Writes again what was pending when another program changed the same data, as one step of undo: it is
+    /// stored by the next commit. What hung on rows that are gone is lost.
+    static void keepMine(const std::vector<OutsideChange>& changes);
 };

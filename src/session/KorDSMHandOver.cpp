@@ -26,7 +26,8 @@ bool KorDSMHandOver::put(const KorDSMDatabaseItem* item) {
         KorArray<KorAddInId> addIns;
         AddInManagerInterface::getInstance().getInstalledAddIns(addIns);
         if (addIns.isValid(number)) {
-            const auto info = AddInManagerInterface::getInstance().getInstalledCountryAddInInfo(addIns[number]);
+            const auto info =
+                AddInManagerInterface::getInstance().getInstalledCountryAddInInfo(addIns[number]);
             queue.push("RESULT3", info.isValid() ? info.name : addIns[number].id);
         }
         queue.push("RESULT4", number);

@@ -34,8 +34,9 @@ KorDSMDatabaseItem* groupOf(KorDSMDatabaseItem& item) {
 
 KorDsmAddInContentItem* addInOf(KorDSMDatabaseItem& item) {
     if (auto* database = dynamic_cast<KorDsmDatabaseContentItem*>(&item))
-        return database->children().isEmpty() ? nullptr
-                                              : dynamic_cast<KorDsmAddInContentItem*>(database->children()[0]);
+        return database->children().isEmpty()
+                   ? nullptr
+                   : dynamic_cast<KorDsmAddInContentItem*>(database->children()[0]);
     return dynamic_cast<KorDsmAddInContentItem*>(item.ancestor(KorDSMDefines::kAddInContent));
 }
 

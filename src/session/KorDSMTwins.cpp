@@ -4,8 +4,9 @@
 
 void KorDSMTwins::recordWritten(KorDSMDatabaseItem& item) {
     StyleSource* source = StyleDatabases::current().here();
-    const StructRecord* row =
-        source && item.record() ? source->table(item.tableType()).find(KorOdbcKey(item.recordKey())) : nullptr;
+    const StructRecord* row = source && item.record()
+                                  ? source->table(item.tableType()).find(KorOdbcKey(item.recordKey()))
+                                  : nullptr;
     if (!row)
         return;
     item.updateRecord(*row);

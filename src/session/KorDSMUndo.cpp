@@ -22,8 +22,6 @@ constexpr int kChange = 242;   // "change of %s of "%s""
 constexpr int kCreation = 243; // "creation of "%s""
 constexpr int kDeletion = 244; // "deletion of "%s""
 
-constexpr std::size_t kLongestName = 40;
-
 PendingLog& pending() {
     return StyleDatabases::current().pending();
 }
@@ -56,14 +54,15 @@ const PendingStep& principal(std::span<const PendingStep> steps) {
 KorString describe(const PendingStep& step, const StructRecord& record, const StructRecord* whole) {
     const TableSchema& table = *findTable(step.table);
     if (step.action == PendingStep::eAction::kCell)
-        return KorString::format(Prompts::dsm(kChange),
-                                 {KorDSMValueText::columnCaption(table, *step.column),
-                                  menuName(record.name.isEmpty() && whole ? whole->name : record.name)});
+        return KorString::format(
+            Prompts::dsm(kChange),
+            {KorDSMValueText::columnCaption(table, *step.column),
+             KorDSMValueText::shortName(record.name.isEmpty() && whole ? whole->name : record.name)});
     if (whole)
-        return KorString::format(Prompts::dsm(kChange),
-                                 {KorDSMValueText::tableCaption(table), menuName(whole->name)});
+        return KorString::format(Prompts::dsm(kChange), {KorDSMValueText::tableCaption(table),
+                                                         KorDSMValueText::shortName(whole->name)});
     const int text = step.action == PendingStep::eAction::kAppend ? kCreation : kDeletion;
-    return KorString::format(Prompts::dsm(text), {menuName(record.name)});
+    return KorString::format(Prompts::dsm(text), {KorDSMValueText::shortName(record.name)});
 }
 
 // Commands name their groups; what is only labelled with the name of a record tells what it did itself.
@@ -71,7 +70,7 @@ KorString describe(const PendingCommand& command) {
     const PendingStep& step = principal(command.steps);
     const StructRecord* record = recordOf(step);
     if (!record)
-        return menuName(command.label);
+        return KorDSMValueText::shortName(command.label);
     const StructRecord* whole = wholeOf(step, *record);
     const bool isName = command.label == record->name || (whole && command.label == whole->name);
     return command.label.isEmpty() || isName ? describe(step, *record, whole) : command.label;
@@ -121,15 +120,6 @@ std::vector<KorDSMRowChange> applied(const std::vector<PendingStep>& steps) {
 }
 
 } // namespace
-
-KorString menuName(const KorString& name) {
-    const std::string_view text = name.view();
-    std::size_t characters = 0;
-    for (std::size_t i = 0; i < text.size(); ++i)
-        if ((text[i] & 0xC0) != 0x80 && ++characters > kLongestName)
-            return KorString(text.substr(0, i)) + KorString("…");
-    return name;
-}
 
 bool canUndo() {
     return pending().canUndo();

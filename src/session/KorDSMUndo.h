@@ -34,10 +34,6 @@ KorString redoText();
 std::vector<KorString> undoSteps(std::size_t most);
 std::vector<KorString> redoSteps(std::size_t most);
 
-/// A record's name as menus show it: longer than 40 characters it is cut, lest a menu become wider than the
-/// screen.
-KorString menuName(const KorString& name);
-
 /// Take back, or bring again, one step. They return the rows that are different now, each once, in the order
 /// in which the step reached them; none when there is no step. The main dialog is told whether changes are
 /// left to be applied (message 1042).

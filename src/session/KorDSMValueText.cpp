@@ -148,6 +148,16 @@ const StructRecord* findRow(const StyleTable& rows, const KorString& text) {
     return rows.find(keyInBrackets(trimmed.view()));
 }
 
+KorString shortName(const KorString& name) {
+    constexpr std::size_t kLongest = 60;
+    const std::string_view text = name.view();
+    std::size_t characters = 0;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if ((text[i] & 0xC0) != 0x80 && ++characters > kLongest)
+            return KorString(text.substr(0, i)) + KorString("…");
+    return name;
+}
+
 KorString tableCaption(const TableSchema& table) {
     return named("TAB", table.type, table.name);
 }

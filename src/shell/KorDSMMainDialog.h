@@ -140,6 +140,7 @@ private:
     void reloadPage();
     void reloadSections();
     void readOutsideChanges();
+    bool wantsToKeepMine(const std::vector<OutsideChange>& changes);
     void finishCurrentPage();
     void reportCommit(const KorDSMCommit::Outcome& outcome);
     void setModified(bool modified);

@@ -2,6 +2,7 @@
 #include "data/KorOdbcMan.h"
 #include "data/exchange/KorDatabaseAccess.h"
 #include "services/Prompts.h"
+#include "session/KorDSMValueText.h"
 #include "shell/ExchangeRun.h"
 #include "shell/KorDSMMainDialog.h"
 
@@ -63,7 +64,8 @@ void KorDSMMainDialog::exportStyle() {
     if (result == KorODBCDetailStyleExports::kDone) {
         QMessageBox::information(
             this, toQt(Prompts::gui(45024)),
-            toQt(KorString::format(Prompts::ups(33526), {item->record()->getRunBezeichnung()})));
+            toQt(KorString::format(Prompts::ups(33526),
+                                   {KorDSMValueText::shortName(item->record()->getRunBezeichnung())})));
         return;
     }
     KorString error;

@@ -13,6 +13,7 @@
 #include "session/KorDSMItemUpdate.h"
 #include "session/KorDSMNewItem.h"
 #include "session/KorDSMUndo.h"
+#include "session/KorDSMValueText.h"
 #include "session/KorDSMWhereUsed.h"
 #include "shell/KorDSMMainDialog.h"
 #include "shell/KorDSMUndoStrip.h"
@@ -106,7 +107,8 @@ void KorDSMMainDialog::deleteItem() {
         showUsers(users);
         return;
     }
-    const QString question = toQt(KorString::format(Prompts::ups(19961), {item->getDisplayName()}));
+    const QString question =
+        toQt(KorString::format(Prompts::ups(19961), {KorDSMValueText::shortName(item->getDisplayName())}));
     QMessageBox box(QMessageBox::Information, toQt(Prompts::ups(19960)), question,
                     QMessageBox::Yes | QMessageBox::No, this);
     if (box.exec() != QMessageBox::Yes)

@@ -8,6 +8,7 @@
 #include "services/Prompts.h"
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMListContents.h"
+#include "session/KorDSMValueText.h"
 #include "shell/KorDSMMainDialog.h"
 
 #include <QAction>
@@ -96,7 +97,7 @@ void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
         showList(nullptr);
     } else {
         showRightSide(*item);
-        m_status->setText(toQt(statusText(*item, text)));
+        m_status->setText(toQt(KorDSMValueText::shortName(statusText(*item, text))));
         rememberSelection(*item, entry);
     }
     const bool showsReadOnly = item && !KorOdbcMan::getEditableStatus();

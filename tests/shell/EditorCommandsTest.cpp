@@ -209,6 +209,12 @@ TEST_F(EditorFixture, OddNamesAreKeptAsTheyWereTyped) {
     press(Qt::Key_F2);
     EXPECT_TRUE(has(odd.toStdString()));
     EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), odd.toStdString());
+    answerNext([this](QWidget* question) {
+        EXPECT_LT(question->width(), m_dialog->width()) << "no name makes a window larger than the screen";
+        QTest::keyClick(question, Qt::Key_Escape);
+    });
+    click(control<KorButtonGroup>(1011)->button(kDelete));
+    EXPECT_TRUE(has(odd.toStdString()));
     showTab(1);
     click(button(1));
     close();

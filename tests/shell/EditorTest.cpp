@@ -32,6 +32,7 @@ constexpr int kApply = 3;
 constexpr int kUse = 1098;
 constexpr int kBelowDetail = 1035;
 constexpr int kAboveMainView = 1033;
+constexpr int kUpperLeft = 1038;
 
 const std::vector<const char*> kUserStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
 const std::vector<const char*> kUserView = {"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"};
@@ -240,29 +241,45 @@ TEST_F(EditorFixture, UseHandsTheStyleOverAndKeepsWhatIsPending) {
     EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
 }
 
-TEST_F(EditorFixture, WhatAnotherProgramChangedIsReportedAndNotOverwritten) {
+TEST_F(EditorFixture, WhatAnotherProgramChangedTooIsAskedAboutAndOverwrittenOnlyOnDemand) {
     open();
     select(kUserStyle);
     showTab(1);
     click(pageControl<QRadioButton>(kBelowDetail));
-    const std::string script = "sqlite3 '" + path("user.dsdb") +
-                               "' \"UPDATE detail_style SET title_position=6 WHERE name='HB post 1:15'\"";
-    ASSERT_EQ(std::system(script.c_str()), 0);
-    QString text;
-    answerNext([&text](QWidget* modal) {
-        auto* box = qobject_cast<QMessageBox*>(modal);
-        ASSERT_NE(box, nullptr);
-        text = box->text() + box->detailedText();
-        box->accept();
-    });
+    const auto storedElsewhere = [this](int position) {
+        const std::string script = "sqlite3 '" + path("user.dsdb") + "' \"UPDATE detail_style SET title_position=" +
+                                   std::to_string(position) + " WHERE name='HB post 1:15'\"";
+        ASSERT_EQ(std::system(script.c_str()), 0);
+    };
+    const auto answer = [this](const char* buttonText) {
+        answerNext([buttonText](QWidget* modal) {
+            auto* box = qobject_cast<QMessageBox*>(modal);
+            ASSERT_NE(box, nullptr);
+            EXPECT_TRUE(box->informativeText().contains("HB post 1:15")) << box->informativeText().toStdString();
+            for (QAbstractButton* button : box->buttons())
+                if (button->text() == buttonText)
+                    return button->click();
+            ADD_FAILURE() << "no button " << buttonText;
+        });
+    };
+    storedElsewhere(6);
+    answer("&Take what is stored");
     click(button(kApply));
-    EXPECT_TRUE(text.contains("user.dsdb")) << text.toStdString();
-    EXPECT_TRUE(button(kApply)->isEnabled());
     EXPECT_TRUE(m_dialog->isVisible());
+    EXPECT_TRUE(pageControl<QRadioButton>(kUpperLeft)->isChecked());
+    EXPECT_EQ(pendingSteps(), 0);
+    EXPECT_FALSE(button(kApply)->isEnabled());
+
+    click(pageControl<QRadioButton>(kBelowDetail));
+    storedElsewhere(7);
+    answer("&Keep mine");
+    click(button(kApply));
+    EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
     EXPECT_EQ(pendingSteps(), 1);
+    click(button(kApply));
     close();
     m_databases.reset();
-    EXPECT_EQ(stored("user.dsdb", kPosition), "6");
+    EXPECT_EQ(stored("user.dsdb", kPosition), "4");
 }
 
 TEST_F(EditorFixture, TheWindowComesBackInItsSize) {
