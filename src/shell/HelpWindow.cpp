@@ -1,14 +1,28 @@
 #include "shell/HelpWindow.h"
 
+#include "controls/KorPictures.h"
+#include "controls/KorQt.h"
+#include "services/CKorHelp.h"
+#include "services/Prompts.h"
+
+#include <QAction>
 #include <QApplication>
 #include <QPointer>
 #include <QTextBrowser>
+#include <QToolBar>
 #include <QUrl>
 #include <QVBoxLayout>
+
+namespace {
+
+constexpr int kContents = 266;
+
+} // namespace
 
 HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent), m_browser(new QTextBrowser(this)) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(makeTools());
     layout->addWidget(m_browser);
     m_browser->setFrameShape(QFrame::NoFrame);
     m_browser->setOpenExternalLinks(false);
@@ -16,6 +30,23 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent), m_browser(new QTextBr
     resize(640, 620);
     connect(m_browser, &QTextBrowser::sourceChanged, this,
             [this] { setWindowTitle(m_browser->documentTitle()); });
+}
+
+QToolBar* HelpWindow::makeTools() {
+    auto* tools = new QToolBar(this);
+    const auto add = [&](int bitmap, const KorString& text, const char* key, auto slot) {
+        QAction* action = tools->addAction(KorPictures::bitmap(bitmap), toQt(text), m_browser, slot);
+        action->setShortcut(QKeySequence(QString::fromLatin1(key)));
+        return action;
+    };
+    QAction* back = add(1042, Prompts::ups(33743), "Alt+Left", &QTextBrowser::backward);
+    QAction* forward = add(1041, Prompts::ups(33744), "Alt+Right", &QTextBrowser::forward);
+    add(1050, Prompts::dsm(kContents), "Alt+Home", [] { CKorHelp::showTopic("_Drawing_Style_Manager"); });
+    back->setEnabled(false);
+    forward->setEnabled(false);
+    connect(m_browser, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
+    connect(m_browser, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
+    return tools;
 }
 
 void HelpWindow::show(const std::filesystem::path& page) {

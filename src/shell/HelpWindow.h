@@ -5,8 +5,10 @@
 #include <filesystem>
 
 class QTextBrowser;
+class QToolBar;
 
-/// Shows help pages beside the editor. One window serves all topics; links lead from page to page.
+/// Shows help pages beside the editor. One window serves all topics; links lead from page to page, and the
+/// tools back, forward and to the first one.
 class HelpWindow : public QDialog {
     Q_OBJECT
 
@@ -17,5 +19,7 @@ public:
     static void show(const std::filesystem::path& page);
 
 private:
+    QToolBar* makeTools();
+
     QTextBrowser* m_browser;
 };

@@ -3,6 +3,7 @@
 #include "controls/KorControls.h"
 #include "controls/KorLineEdit.h"
 
+#include <QAction>
 #include <QDialog>
 #include <QPushButton>
 #include <QTest>
@@ -62,6 +63,25 @@ TEST_F(Fields, LeavingTheFieldCommits) {
     QTest::keyClicks(edit, "40");
     KorControls::commitEdits(&dialog);
     EXPECT_EQ(committed, (QStringList{QStringLiteral("30"), QStringLiteral("40")}));
+}
+
+TEST_F(Fields, UndoBelongsToTheTextUntilItCounts) {
+    int undone = 0;
+    QAction undo;
+    undo.setShortcut(QKeySequence::Undo);
+    QObject::connect(&undo, &QAction::triggered, &dialog, [&undone] { ++undone; });
+    dialog.addAction(&undo);
+    edit->selectAll();
+    QTest::keyClicks(edit, "60");
+    QTest::keyClick(edit, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_NE(edit->text(), QStringLiteral("60"));
+    EXPECT_EQ(undone, 0);
+    edit->selectAll();
+    QTest::keyClicks(edit, "70");
+    QTest::keyClick(edit, Qt::Key_Return);
+    QTest::keyClick(edit, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(undone, 1);
+    EXPECT_EQ(edit->text(), QStringLiteral("70")) << "what the window takes back, it shows itself";
 }
 
 TEST_F(Fields, EscapeRestoresFirstAndClosesThen) {

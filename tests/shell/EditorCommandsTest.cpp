@@ -4,6 +4,7 @@
 #include "data/KorODBCDetStyle.h"
 #include "dialogs/KorDSMDialogInUse.h"
 #include "model/KorDSMDialogFactory.h"
+#include "shell/HelpWindow.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -13,6 +14,7 @@
 #include <QRadioButton>
 #include <QTest>
 #include <QTimer>
+#include <QToolBar>
 #include <QToolButton>
 
 namespace {
@@ -282,4 +284,19 @@ TEST_F(EditorFixture, WhatARecordRefersToFollowsInTheTreeAndIsTakenBack) {
     EXPECT_EQ(points->currentIndex(), 0);
     tree().expand(request);
     EXPECT_EQ(inView("HB holes, running"), before);
+}
+
+TEST_F(EditorFixture, HelpOpensBesideTheEditorAndLeadsBack) {
+    open();
+    press(Qt::Key_F1);
+    auto* help = m_dialog->findChild<HelpWindow*>();
+    ASSERT_NE(help, nullptr);
+    const QString terms = help->windowTitle();
+    QList<QAction*> tools = help->findChild<QToolBar*>()->actions();
+    EXPECT_FALSE(tools[0]->isEnabled());
+    tools[2]->trigger();
+    EXPECT_NE(help->windowTitle(), terms);
+    tools[0]->trigger();
+    EXPECT_EQ(help->windowTitle(), terms);
+    EXPECT_TRUE(m_dialog->isVisible());
 }

@@ -32,11 +32,18 @@ void KorLineEdit::setText(const QString& newText) {
 }
 
 bool KorLineEdit::event(QEvent* event) {
+    if (event->type() != QEvent::ShortcutOverride)
+        return QLineEdit::event(event);
+    const auto* key = static_cast<QKeyEvent*>(event);
     // Otherwise Escape would go to the dialog's shortcut while a text is half typed.
-    if (event->type() == QEvent::ShortcutOverride && isEdited() &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    if (isEdited() && key->key() == Qt::Key_Escape) {
         event->accept();
         return true;
+    }
+    // Once the text counts, undo is that of the window.
+    if (!isEdited() && (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo))) {
+        event->ignore();
+        return false;
     }
     return QLineEdit::event(event);
 }

@@ -4,7 +4,7 @@
 
 /// A line edit whose text counts when the user is done with it: on Return, or when the focus goes to
 /// another control. Return never presses the dialog's default button; Escape brings the last text back
-/// before it closes anything.
+/// before it closes anything. The keys of undo and redo belong to the text only while it is being typed.
 class KorLineEdit : public QLineEdit {
     Q_OBJECT
 
