@@ -11,6 +11,7 @@
 
 #include <QCheckBox>
 #include <QFormLayout>
+#include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QTableWidget>
@@ -23,7 +24,7 @@ namespace {
 
 // A field's control is known by the number of its column, counted from here.
 constexpr int kFirstField = 6000;
-constexpr int kChoice = 5999;
+constexpr int kFirstOwnField = 5900; // of the item's own record
 
 constexpr int kFieldWidth = 360;
 constexpr int kNumberWidth = 140;
@@ -71,10 +72,10 @@ const StructRecord* KorDSMPlainPage::shownRecord() const {
 
 // Only when first shown: most pages are never looked at. Items of one type can hold records of two tables.
 void KorDSMPlainPage::build() {
-    delete m_choice;
+    delete m_own;
     delete m_fields;
     delete m_body;
-    m_choice = nullptr;
+    m_own = nullptr;
     m_captions.clear();
     m_values.clear();
     m_table = &shownTable();
@@ -82,13 +83,19 @@ void KorDSMPlainPage::build() {
     layout()->addWidget(m_body);
     auto* lines = new QVBoxLayout(m_body);
     lines->setContentsMargins(0, 0, 0, 0);
-    m_form = new QFormLayout;
-    m_form->setContentsMargins(0, 0, 0, 0);
-    m_form->setHorizontalSpacing(24);
-    m_form->setVerticalSpacing(8);
-    lines->addLayout(m_form);
-    if (m_description.viaColumn != 0)
-        addChoice();
+    if (m_description.viaColumn == 0) {
+        m_record = new QWidget;
+        m_form = makeForm();
+        m_form->setContentsMargins(0, 0, 0, 0);
+    } else {
+        m_form = makeForm();
+        lines->addLayout(m_form);
+        addOwnColumns();
+        m_record = new QGroupBox(toQt(KorDSMValueText::tableCaption(*m_table)));
+        m_form = makeForm();
+    }
+    m_record->setLayout(m_form);
+    lines->addWidget(m_record);
     addColumns();
     m_parts = new QWidget;
     lines->addWidget(m_parts);
@@ -106,11 +113,26 @@ PageFields* KorDSMPlainPage::makeFields(std::vector<PageField> fields, bool ofIt
     return made;
 }
 
-void KorDSMPlainPage::addChoice() {
-    const TableSchema& table = itemTable();
-    addField(table, *table.column(m_description.viaColumn), kChoice);
-    m_choice = makeFields({{kChoice, m_description.viaColumn, {}, true, true}}, true);
-    connect(m_choice, &PageFields::written, this, [this] { loadData(); });
+QFormLayout* KorDSMPlainPage::makeForm() const {
+    auto* form = new QFormLayout;
+    form->setHorizontalSpacing(24);
+    form->setVerticalSpacing(8);
+    return form;
+}
+
+void KorDSMPlainPage::addOwnColumns() {
+    std::vector<int> numbers = m_description.ownColumns;
+    numbers.push_back(m_description.viaColumn);
+    std::vector<PageField> fields;
+    for (const int number : numbers) {
+        addField(itemTable(), *itemTable().column(number), kFirstOwnField + number);
+        fields.push_back({kFirstOwnField + number, number, {}, true, true});
+    }
+    m_own = makeFields(std::move(fields), true);
+    connect(m_own, &PageFields::written, this, [this](int column) {
+        if (column == m_description.viaColumn)
+            loadData();
+    });
 }
 
 void KorDSMPlainPage::addColumns() {
@@ -164,8 +186,8 @@ void KorDSMPlainPage::OnShow(int show) {
 }
 
 bool KorDSMPlainPage::fillLists() {
-    if (m_choice)
-        m_choice->fillLists();
+    if (m_own)
+        m_own->fillLists();
     m_fields->fillLists();
     return true;
 }
@@ -197,12 +219,10 @@ KorString valueText(const TableSchema& table, const Column& column, const Struct
 bool KorDSMPlainPage::loadData() {
     for (const Caption& caption : m_captions)
         caption.label->setText(toQt(KorDSMValueText::captionWithUnit(*caption.table, *caption.column)));
-    if (m_choice)
-        m_choice->load();
+    if (m_own)
+        m_own->load();
     const StructRecord* record = shownRecord();
-    // Without a record only the choice of one is left.
-    for (int line = m_choice ? 1 : 0; line < m_form->rowCount(); ++line)
-        m_form->setRowVisible(line, record);
+    m_record->setVisible(record);
     m_parts->setVisible(record);
     if (!record)
         return false;

@@ -16,6 +16,7 @@ struct PlainPageDescription {
     int viaColumn = 0;
     std::vector<int> columns = {}; ///< the columns shown; empty: all but the name
     std::vector<int> labels = {};  ///< those that hold labels: shown as the text they make, not edited here
+    std::vector<int> ownColumns = {}; ///< with `viaColumn`: columns of the item's own record, edited above it
 };
 
 /// A page made from the declaration of a table: a field for each column of the record, with captions,
@@ -51,7 +52,8 @@ private:
     PageFields::Row shownRow() const;
     const StructRecord* shownRecord() const;
     void build();
-    void addChoice();
+    QFormLayout* makeForm() const;
+    void addOwnColumns();
     void addColumns();
     void addField(const TableSchema& table, const Column& column, int control);
     PageFields* makeFields(std::vector<PageField> fields, bool ofItem);
@@ -62,9 +64,10 @@ private:
     PlainPageDescription m_description;
     const TableSchema* m_table = nullptr; // for which the fields were made
     QWidget* m_body = nullptr;
-    PageFields* m_choice = nullptr; // which record the page edits
+    PageFields* m_own = nullptr; // of the item's record, with the choice of the one that the page edits
     PageFields* m_fields = nullptr;
-    QFormLayout* m_form = nullptr;
+    QFormLayout* m_form = nullptr;   // that is being filled
+    QWidget* m_record = nullptr;     // holds the columns of the record
     std::vector<Caption> m_captions; // of the fields
     std::vector<Caption> m_values;   // of what is only shown: the label takes the value
     QWidget* m_parts = nullptr;

@@ -6,7 +6,7 @@ using namespace KorDSMDefines;
 
 const std::vector<PlainPageDescription>& KorDSMPlainPage::descriptions() {
     static const std::vector<PlainPageDescription> pages = {
-        {5, 2001, 33538, 2},
+        {5, 2001, 33538, 2, {}, {}, {3, 9, 10, 11}},
         {kReprMapRule, 2007, 33580},
         {kReprMap, 2009, 33595},
         {kViewDimensioning, 2010, 33610},
