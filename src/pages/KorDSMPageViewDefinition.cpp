@@ -13,6 +13,7 @@
 #include "pages/SelectionFills.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMStyleViews.h"
 #include "session/KorDSMTwins.h"
 
 #include <QAbstractButton>
@@ -147,21 +148,7 @@ KorDsmDetailStyleItem* KorDSMPageViewDefinition::styleItem() const {
 }
 
 int KorDSMPageViewDefinition::placeInStyle() const {
-    KorDsmDetailStyleItem* style = styleItem();
-    if (!style)
-        return -1;
-    // A style can show one request twice: which of its places is meant, the items before this one tell.
-    int before = 0;
-    for (const KorDSMDatabaseItem* sibling : style->children()) {
-        if (sibling == item())
-            break;
-        before += sibling->recordKey() == item()->recordKey();
-    }
-    const StructDetailStyle& record = style->getRecord();
-    for (int place = 0; place < record.getLengthItems(); ++place)
-        if (record.getViewRequestAt(place) == item()->recordKey() && before-- == 0)
-            return place;
-    return -1;
+    return item() ? KorDSMStyleViews::slotOf(*item()) : -1;
 }
 
 bool KorDSMPageViewDefinition::putIntoStyle(const StructDetViewRequest& request) {

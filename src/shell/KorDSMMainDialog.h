@@ -26,6 +26,7 @@ class KorTabCtrl;
 class QAction;
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QProgressBar;
 class QPushButton;
 class VELComboTree;
@@ -130,6 +131,9 @@ private:
     void redo(int steps);
     void followChanges(const std::vector<KorDSMRowChange>& changes);
     void showContextMenu(KorTreeHandle entry, const QPoint& position);
+    void addViewCommands(QMenu& menu, KorDSMDatabaseItem& item);
+    void addView(KorDSMDatabaseItem& item);
+    void changeViews(KorDSMDatabaseItem& item, const std::vector<KorDSMRowChange>& changes, int place);
     void dropEntry(KorTreeHandle from, KorTreeHandle to);
     void showNewItems(const std::vector<KorDSMDatabaseItem*>& items);
     void showUsers(const std::vector<KorDSMUsage>& users);

@@ -247,6 +247,8 @@ void KorDSMMainDialog::showContextMenu(KorTreeHandle entry, const QPoint& positi
     for (QAction* action : m_commandActions)
         menu.addAction(action);
     KorDSMDatabaseItem* item = currentItem();
+    if (item)
+        addViewCommands(menu, *item);
     if (item && item->record() && item->tableType() != kNoTable) {
         menu.addSeparator();
         connect(menu.addAction(toQt(Prompts::dsm(kWhereUsed))), &QAction::triggered, this,

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QInputDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -59,19 +60,27 @@ void nameFile(QWidget* dialog, const std::string& file) {
     QMetaObject::invokeMethod(dialog, "accept");
 }
 
-// Reads the message that comes up next, and closes it.
-void readNextMessage(QString& said) {
+// Answers the next modal dialog of that class, once it is there.
+template <typename Dialog>
+void whenShown(std::function<void(Dialog&)> answer) {
     auto* wait = new QTimer(QApplication::instance());
-    QObject::connect(wait, &QTimer::timeout, wait, [wait, &said] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box)
+    QObject::connect(wait, &QTimer::timeout, wait, [wait, answer = std::move(answer)] {
+        auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        if (!dialog)
             return;
         wait->stop();
         wait->deleteLater();
-        said = box->text();
-        QTest::keyClick(box, Qt::Key_Escape);
+        answer(*dialog);
     });
     wait->start();
+}
+
+// Reads the message that comes up next, and closes it.
+void readNextMessage(QString& said) {
+    whenShown<QMessageBox>([&said](QMessageBox& box) {
+        said = box.text();
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
 }
 
 } // namespace
@@ -299,4 +308,46 @@ TEST_F(EditorFixture, HelpOpensBesideTheEditorAndLeadsBack) {
     tools[0]->trigger();
     EXPECT_EQ(help->windowTitle(), terms);
     EXPECT_TRUE(m_dialog->isVisible());
+}
+
+TEST_F(EditorFixture, AStyleGetsLosesAndReordersItsViews) {
+    open();
+    const auto choose = [this](const char* command) {
+        QTimer::singleShot(0, m_dialog.get(), [command] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            menu->close();
+            for (QAction* action : menu->actions())
+                if (action->text() == command)
+                    return action->trigger();
+            ADD_FAILURE() << "no command " << command;
+        });
+        Q_EMIT tree().contextMenuRequested(tree().selectedItem(), m_dialog->pos());
+    };
+    const auto views = [this] { return inView("HB post 1:15"); };
+    const auto selected = [this] { return tree().getItemText(tree().selectedItem()).toStdString(); };
+    using Names = std::vector<std::string>;
+    const Names before = {"HB front", "HB side", "HB section"};
+    select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"});
+    EXPECT_EQ(views(), before);
+    choose("Move view down");
+    EXPECT_EQ(views(), (Names{"HB side", "HB front", "HB section"}));
+    EXPECT_EQ(selected(), "HB front");
+    choose("Remove view from the style");
+    EXPECT_EQ(views(), (Names{"HB side", "HB section"}));
+    EXPECT_EQ(selected(), "HB post 1:15");
+    select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB side"});
+    whenShown<QInputDialog>([](QInputDialog& dialog) {
+        dialog.setTextValue("HB top");
+        dialog.accept();
+    });
+    choose("Add view…");
+    EXPECT_EQ(views(), (Names{"HB side", "HB top", "HB section"}));
+    EXPECT_EQ(selected(), "HB top");
+    EXPECT_TRUE(page()->isVisible());
+    for (int step = 0; step < 3; ++step)
+        press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(views(), before);
+    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    click(button(2));
 }

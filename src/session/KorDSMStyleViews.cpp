@@ -1,0 +1,143 @@
+#include "session/KorDSMStyleViews.h"
+
+#include "data/KorDetStructureUtilities.h"
+#include "data/KorOdbcGUI.h"
+#include "data/KorOdbcMan.h"
+#include "session/ItemCommandParts.h"
+#include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMTwins.h"
+#include "session/PendingGroup.h"
+
+#include <algorithm>
+
+namespace KorDSMStyleViews {
+
+namespace {
+
+constexpr int kViewsOf = 248; // "change of the views of "%s""
+
+using Views = std::vector<std::int32_t>;
+
+// The views in their order, without the empty slots between them.
+Views viewsOf(const KorDsmDetailStyleItem& style) {
+    Views views;
+    for (const std::int32_t key : style.getRecord().viewRequests)
+        if (key > 0)
+            views.push_back(key);
+    return views;
+}
+
+// The place of a view in that order.
+int placeOf(const KorDSMDatabaseItem& view, const KorDsmDetailStyleItem& style) {
+    const auto& slots = style.getRecord().viewRequests;
+    const int slot = slotOf(view);
+    return slot < 0 ? -1
+                    : static_cast<int>(std::count_if(slots.begin(), slots.begin() + slot,
+                                                     [](std::int32_t key) { return key > 0; }));
+}
+
+// Writes the slots that change, all or none.
+std::vector<KorDSMRowChange> write(KorDsmDetailStyleItem& style, const Views& views) {
+    const ItemCommandParts::SourceRequest source(style);
+    const auto before = style.getRecord().viewRequests;
+    const TableSchema& table = *findTable(kTableDetailStyle);
+    KorDSMRowChange change{
+        KorDSMItemSource::sourceOf(&style), {kTableDetailStyle, style.recordKey()}, {}, {}, {}};
+    PendingGroup group(ItemCommandParts::label(kViewsOf, style.getRecord().name));
+    for (std::size_t slot = 0; slot < before.size(); ++slot) {
+        const std::int32_t key = slot < views.size() ? views[slot] : 0;
+        if (key == before[slot])
+            continue;
+        const int column = KorOdbcMan::m_numberOfColumns[kTableDetailStyle] + static_cast<int>(slot);
+        if (KorDSMGuardedWrite::setAttributeInt(kTableDetailStyle, KorOdbcKey(style.recordKey()), column,
+                                                key) != KorDSMGuardedWrite::kWrite) {
+            group.takeBack();
+            return {};
+        }
+        change.columns.push_back(table.column(column));
+    }
+    if (change.columns.empty())
+        return {};
+    KorDSMTwins::recordWritten(style);
+    return {change};
+}
+
+} // namespace
+
+KorDsmDetailStyleItem* styleOf(KorDSMDatabaseItem& item) {
+    if (auto* style = dynamic_cast<KorDsmDetailStyleItem*>(&item))
+        return style;
+    return dynamic_cast<KorDsmDetailStyleItem*>(item.m_pParent);
+}
+
+int slotOf(const KorDSMDatabaseItem& view) {
+    const auto* style = dynamic_cast<const KorDsmDetailStyleItem*>(view.m_pParent);
+    if (!style)
+        return -1;
+    // A style can show one view twice: which of its slots is meant, the items before this one tell.
+    int before = 0;
+    for (const KorDSMDatabaseItem* sibling : style->children()) {
+        if (sibling == &view)
+            break;
+        before += sibling->recordKey() == view.recordKey();
+    }
+    const StructDetailStyle& record = style->getRecord();
+    for (int slot = 0; slot < record.getLengthItems(); ++slot)
+        if (record.getViewRequestAt(slot) == view.recordKey() && before-- == 0)
+            return slot;
+    return -1;
+}
+
+std::vector<KorString> candidates() {
+    KorArray<KorString> names;
+    KorOdbcGUI::getDetViewRequestList(names);
+    std::vector<KorString> sorted(names.begin(), names.end());
+    std::ranges::sort(sorted, [](const KorString& a, const KorString& b) {
+        return KorDetStructureUtilities::compareNames(a, b) < 0;
+    });
+    return sorted;
+}
+
+bool hasRoom(const KorDsmDetailStyleItem& style) {
+    return viewsOf(style).size() < style.getRecord().viewRequests.size();
+}
+
+std::vector<KorDSMRowChange> add(KorDSMDatabaseItem& item, const KorString& name) {
+    KorDsmDetailStyleItem* style = styleOf(item);
+    StructDetViewRequest view;
+    if (!style || !hasRoom(*style) || KorOdbcGUI::getDetViewRequest(name, view) != 1)
+        return {};
+    Views views = viewsOf(*style);
+    const int place = placeOf(item, *style);
+    views.insert(place < 0 ? views.end() : views.begin() + place + 1, view.key);
+    return write(*style, views);
+}
+
+std::vector<KorDSMRowChange> remove(KorDSMDatabaseItem& view) {
+    if (slotOf(view) < 0)
+        return {};
+    KorDsmDetailStyleItem& style = *styleOf(view);
+    Views views = viewsOf(style);
+    views.erase(views.begin() + placeOf(view, style));
+    return write(style, views);
+}
+
+bool canMove(const KorDSMDatabaseItem& view, int step) {
+    if (slotOf(view) < 0)
+        return false;
+    const auto& style = static_cast<const KorDsmDetailStyleItem&>(*view.m_pParent);
+    const int place = placeOf(view, style) + step;
+    return place >= 0 && place < static_cast<int>(viewsOf(style).size());
+}
+
+std::vector<KorDSMRowChange> move(KorDSMDatabaseItem& view, int step) {
+    if (!canMove(view, step))
+        return {};
+    KorDsmDetailStyleItem& style = *styleOf(view);
+    Views views = viewsOf(style);
+    const int place = placeOf(view, style);
+    std::swap(views[static_cast<std::size_t>(place)], views[static_cast<std::size_t>(place + step)]);
+    return write(style, views);
+}
+
+} // namespace KorDSMStyleViews

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "model/items/KorDsmItems.h"
+#include "session/KorDSMUndo.h"
+
+#include <vector>
+
+/// Which views a detail style has, and in which order. Each change is one step of undo and writes only the
+/// view slots of the style that get another view; empty slots close up. The operations return what changed,
+/// for `KorDSMItemUpdate`: the items of the style's views are made anew. Nothing comes back when nothing was
+/// written.
+namespace KorDSMStyleViews {
+
+/// The style of which the item is a view, or the item itself where it is a style; null for others.
+KorDsmDetailStyleItem* styleOf(KorDSMDatabaseItem& item);
+
+/// The view slot, from 0, that a view's item stands for; -1 when it is no view of a style.
+int slotOf(const KorDSMDatabaseItem& view);
+
+/// The views that a style can get, by name, in the order in which people sort names. Of the current source.
+std::vector<KorString> candidates();
+
+/// Whether the style has a slot left.
+bool hasRoom(const KorDsmDetailStyleItem& style);
+/// Adds the view of this name after `item`, or at the end where `item` is the style itself.
+std::vector<KorDSMRowChange> add(KorDSMDatabaseItem& item, const KorString& name);
+/// Takes a view out of its style. The view itself stays.
+std::vector<KorDSMRowChange> remove(KorDSMDatabaseItem& view);
+/// Whether the view has a neighbour `step` (-1 or 1) further.
+bool canMove(const KorDSMDatabaseItem& view, int step);
+/// Exchanges the view with that neighbour.
+std::vector<KorDSMRowChange> move(KorDSMDatabaseItem& view, int step);
+
+} // namespace KorDSMStyleViews
