@@ -6,6 +6,7 @@
 #include "controls/KorLineEdit.h"
 #include "controls/KorQt.h"
 #include "model/KorDSMDependencies.h"
+#include "pages/LabelDesignerSetup.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
 
@@ -202,7 +203,7 @@ KorString readableLabel(const KorString& stored) {
     KorString text;
     for (const LabelRun& run : reading.runs) {
         if (run.kind == LabelRun::kVariable)
-            text = text + KorString("[") + run.text + KorString("]");
+            text = text + KorString::format("[%s]", {LabelDesignerSetup::variableCaption(run.text)});
         else
             text = text + (run.kind == LabelRun::kLineBreak ? KorString("\n") : run.text);
     }
