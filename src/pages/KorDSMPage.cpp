@@ -11,6 +11,7 @@
 #include "session/KorDSMTwins.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
@@ -159,6 +160,16 @@ void KorDSMPage::setButton(int controlId, int bitmap, int disabledBitmap, int to
     button->setIcon(KorPictures::buttonBitmap(bitmap, 0, disabledBitmap));
     addTooltip(controlId, tooltipPrompt);
     button->setAccessibleName(button->toolTip());
+}
+
+void KorDSMPage::setRenameKey(int controlId) {
+    auto* button = KorControls::find<QAbstractButton>(this, controlId);
+    if (!button)
+        return;
+    auto* action = new QAction(button);
+    action->setShortcut(QKeySequence(Qt::Key_F2));
+    connect(action, &QAction::triggered, button, &QAbstractButton::click);
+    button->addAction(action);
 }
 
 void KorDSMPage::notifyLinkedPages(const KorString& name, int what, int index) {

@@ -83,6 +83,8 @@ protected:
     /// Gives a button its picture, another one for while it is disabled, and a tooltip by which it is also
     /// known to those who do not see the picture.
     void setButton(int controlId, int bitmap, int disabledBitmap, int tooltipPrompt);
+    /// The key that renames in the tree renames by this button what the page alone can rename.
+    void setRenameKey(int controlId);
     /// Sends a list-change notice to the linked page at `index`, or to all of them when it is -1.
     void notifyLinkedPages(const KorString& name, int what, int index);
 

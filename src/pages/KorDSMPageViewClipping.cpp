@@ -150,6 +150,7 @@ void KorDSMPageViewClipping::setTexts() {
         addTooltip(control, prompt);
     setButton(kCopy, 1230, 1069, 33555);
     setButton(kRename, 1024, 1070, 33556);
+    setRenameKey(kRename);
     for (const auto& [control, picture] : {std::pair(kStrategyPicture, 1018), std::pair(kAxisPicture, 1017)})
         if (auto* panel = KorControls::find<KorInfoCtrl>(this, control))
             panel->setInfo({}, picture);

@@ -90,6 +90,7 @@ bool KorDSMPageViewDefinition::OnInitDialog() {
     addTooltip(kViewCombo, 33530);
     setButton(kCopy, 1230, 1069, 33555);
     setButton(kRename, 1024, 1070, 33556);
+    setRenameKey(kRename);
     for (int i = 0; i < std::ssize(kSections); ++i) {
         const Section& section = kSections[i];
         setCaption(section.frame, section.framePrompt);

@@ -351,3 +351,17 @@ TEST_F(EditorFixture, AStyleGetsLosesAndReordersItsViews) {
     EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
     click(button(2));
 }
+
+TEST_F(EditorFixture, ViewsAndClippingStrategiesAreRenamedByTheSameKeyOnTheirPages) {
+    open();
+    KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
+    select({"User", "Hallberg: posts and beams", "HB beam, long, 1:10", "HB front, shortened"});
+    showTab(0);
+    answerNext([](QWidget* modal) { typeName(modal, "HB front, cut"); });
+    press(Qt::Key_F2);
+    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB front, cut");
+    showTab(2);
+    answerNext([](QWidget* modal) { typeName(modal, "HB very long beams"); });
+    press(Qt::Key_F2);
+    EXPECT_EQ(pageControl<QComboBox>(1091)->currentText(), "HB very long beams");
+}
