@@ -1,12 +1,12 @@
 #include "pages/KorDSMPlainPage.h"
 
-#include "base/LabelFormat.h"
 #include "controls/KorComboBox.h"
 #include "controls/KorControls.h"
 #include "controls/KorLineEdit.h"
 #include "controls/KorQt.h"
+#include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "model/KorDSMDependencies.h"
-#include "pages/LabelDesignerSetup.h"
+#include "pages/LabelField.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
 
@@ -29,6 +29,9 @@ constexpr int kFirstOwnField = 5900; // of the item's own record
 
 constexpr int kFieldWidth = 360;
 constexpr int kNumberWidth = 140;
+constexpr int kLabelHeight = 180;
+
+constexpr int kAllVariables = 0; // an object type that offers every variable
 
 QWidget* makeControl(const Column& column) {
     if (column.isReference() || !column.valueNames.empty()) {
@@ -73,10 +76,12 @@ const StructRecord* KorDSMPlainPage::shownRecord() const {
 
 // Only when first shown: most pages are never looked at. Items of one type can hold records of two tables.
 void KorDSMPlainPage::build() {
+    qDeleteAll(m_labels);
     delete m_own;
     delete m_fields;
     delete m_body;
     m_own = nullptr;
+    m_labels.clear();
     m_captions.clear();
     m_values.clear();
     m_table = &shownTable();
@@ -146,21 +151,35 @@ void KorDSMPlainPage::addColumns() {
         if (m_description.columns.empty() ? column.number == 1 : !isOneOf(m_description.columns))
             continue;
         const int control = kFirstField + column.number;
-        if (column.role == eReferenceRole::kUses && !isOneOf(m_description.labels)) {
+        if (isOneOf(m_description.labels)) {
+            addLabel(table, column, control);
+        } else if (column.role != eReferenceRole::kUses) {
+            addValue(table, column);
+        } else {
             addField(table, column, control);
             fields.push_back({control, column.number, {}, true, true});
-            continue;
         }
-        auto* value = new QLabel;
-        value->setTextFormat(Qt::PlainText);
-        value->setWordWrap(true);
-        value->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-        value->setAccessibleName(toQt(KorDSMValueText::columnCaption(table, column)));
-        m_form->addRow(value->accessibleName(), value);
-        m_values.push_back({value, &table, &column});
     }
     m_fields = makeFields(std::move(fields), m_description.viaColumn == 0);
     connect(m_fields, &PageFields::written, this, &KorDSMPlainPage::onWritten);
+}
+
+void KorDSMPlainPage::addValue(const TableSchema& table, const Column& column) {
+    auto* value = new QLabel;
+    value->setTextFormat(Qt::PlainText);
+    value->setWordWrap(true);
+    value->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    value->setAccessibleName(toQt(KorDSMValueText::columnCaption(table, column)));
+    m_form->addRow(value->accessibleName(), value);
+    m_values.push_back({value, &table, &column});
+}
+
+void KorDSMPlainPage::addLabel(const TableSchema& table, const Column& column, int control) {
+    auto* designer = new VELLabelDesignerCtrlWrap;
+    KorControls::setId(designer, control);
+    designer->setMinimumHeight(kLabelHeight);
+    m_form->addRow(toQt(KorDSMValueText::columnCaption(table, column)), designer);
+    m_labels.push_back(new LabelField(*this, *designer, column.number, kAllVariables));
 }
 
 void KorDSMPlainPage::addField(const TableSchema& table, const Column& column, int control) {
@@ -184,6 +203,19 @@ void KorDSMPlainPage::OnShow(int show) {
     if (show != 0 && item() && m_table != &shownTable())
         build();
     KorDSMPage::OnShow(show);
+    for (LabelField* label : m_labels)
+        label->forgetEdits();
+}
+
+void KorDSMPlainPage::enableControls() {
+    KorDSMPage::enableControls();
+    for (LabelField* label : m_labels)
+        label->enable();
+}
+
+void KorDSMPlainPage::storePendingChanges(bool discard) {
+    for (LabelField* label : m_labels)
+        label->store(discard);
 }
 
 bool KorDSMPlainPage::fillLists() {
@@ -192,30 +224,6 @@ bool KorDSMPlainPage::fillLists() {
     m_fields->fillLists();
     return true;
 }
-
-namespace {
-
-// A stored label as one line of text, its variables in brackets.
-KorString readableLabel(const KorString& stored) {
-    const LabelReading reading = LabelFormat::parse(stored, LabelStyle());
-    if (!reading.understood())
-        return stored;
-    KorString text;
-    for (const LabelRun& run : reading.runs) {
-        if (run.kind == LabelRun::kVariable)
-            text = text + KorString::format("[%s]", {LabelDesignerSetup::variableCaption(run.text)});
-        else
-            text = text + (run.kind == LabelRun::kLineBreak ? KorString("\n") : run.text);
-    }
-    return text;
-}
-
-KorString valueText(const TableSchema& table, const Column& column, const StructRecord& record) {
-    const KorString text = KorDSMValueText::toText(table, column, record);
-    return column.isText() && text.view().starts_with("{L") ? readableLabel(text) : text;
-}
-
-} // namespace
 
 bool KorDSMPlainPage::loadData() {
     for (const Caption& caption : m_captions)
@@ -228,10 +236,12 @@ bool KorDSMPlainPage::loadData() {
     if (!record)
         return false;
     for (const Caption& value : m_values) {
-        const KorString text = valueText(*value.table, *value.column, *record);
+        const KorString text = KorDSMValueText::toText(*value.table, *value.column, *record);
         value.label->setText(text.isEmpty() ? QStringLiteral("–") : toQt(text));
     }
     m_fields->load();
+    for (LabelField* label : m_labels)
+        label->load();
     showParts(*record);
     return true;
 }
@@ -296,8 +306,9 @@ void KorDSMPlainPage::showParts(const StructRecord& record) {
         const int place = grid->rowCount();
         grid->insertRow(place);
         for (std::size_t i = 0; i < columns.size(); ++i)
-            grid->setItem(place, static_cast<int>(i),
-                          new QTableWidgetItem(toQt(valueText(*part.table, *columns[i], *row))));
+            grid->setItem(
+                place, static_cast<int>(i),
+                new QTableWidgetItem(toQt(KorDSMValueText::toText(*part.table, *columns[i], *row))));
     }
     for (const auto& [table, grid] : grids) {
         const int rows =

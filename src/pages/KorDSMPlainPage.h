@@ -3,6 +3,7 @@
 #include "pages/KorDSMPage.h"
 #include "pages/PageFields.h"
 
+class LabelField;
 class QFormLayout;
 class QLabel;
 class QTableWidget;
@@ -14,8 +15,8 @@ struct PlainPageDescription {
     int titlePrompt = 0;
     /// The column by which an item's record refers to the record that the page edits; 0: the item's own.
     int viaColumn = 0;
-    std::vector<int> columns = {}; ///< the columns shown; empty: all but the name
-    std::vector<int> labels = {};  ///< those that hold labels: shown as the text they make, not edited here
+    std::vector<int> columns = {};    ///< the columns shown; empty: all but the name
+    std::vector<int> labels = {};     ///< those of the item's own record that hold labels
     std::vector<int> ownColumns = {}; ///< with `viaColumn`: columns of the item's own record, edited above it
 };
 
@@ -38,6 +39,8 @@ public:
     void OnShow(int show) override;
     bool fillLists() override;
     bool loadData() override;
+    void enableControls() override;
+    void storePendingChanges(bool discard) override;
 
 private:
     struct Caption {
@@ -55,6 +58,8 @@ private:
     QFormLayout* makeForm() const;
     void addOwnColumns();
     void addColumns();
+    void addValue(const TableSchema& table, const Column& column);
+    void addLabel(const TableSchema& table, const Column& column, int control);
     void addField(const TableSchema& table, const Column& column, int control);
     PageFields* makeFields(std::vector<PageField> fields, bool ofItem);
     void onWritten(int column);
@@ -70,5 +75,6 @@ private:
     QWidget* m_record = nullptr;     // holds the columns of the record
     std::vector<Caption> m_captions; // of the fields
     std::vector<Caption> m_values;   // of what is only shown: the label takes the value
+    std::vector<LabelField*> m_labels;
     QWidget* m_parts = nullptr;
 };

@@ -6,7 +6,7 @@
 #include "controls/KorQt.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "data/schema/TableSchema.h"
-#include "pages/LabelDesignerSetup.h"
+#include "pages/LabelField.h"
 #include "services/Prompts.h"
 
 #include <QRadioButton>
@@ -44,11 +44,7 @@ bool KorDSMTitlePage::OnInitDialog() {
     }
     if (m_table.designerTooltip)
         addTooltip(kDesigner, m_table.designerTooltip);
-    LabelDesignerSetup::apply(*m_designer, m_table.objectType);
-    connect(m_designer, &VELLabelDesignerCtrlWrap::changed, this, [this] {
-        m_titleEdited = true;
-        notifyModified();
-    });
+    m_title = new LabelField(*this, *m_designer, m_table.formatColumn, m_table.objectType);
     connect(m_designer, &VELLabelDesignerCtrlWrap::tooltipRequested, this, &KorDSMTitlePage::answerTooltip,
             Qt::DirectConnection);
     return true;
@@ -56,14 +52,14 @@ bool KorDSMTitlePage::OnInitDialog() {
 
 void KorDSMTitlePage::OnShow(int show) {
     KorDSMPage::OnShow(show);
-    m_titleEdited = false;
+    if (m_title)
+        m_title->forgetEdits();
 }
 
 bool KorDSMTitlePage::loadData() {
-    if (!item() || !m_designer)
+    if (!item() || !m_title)
         return false;
-    LabelDesignerSetup::applySource(*m_designer);
-    m_designer->SetString(std::get<KorString>(stored(m_table.formatColumn)));
+    m_title->load();
     const CellValue value = stored(m_table.positionColumn);
     const TitlePosition& position =
         positionOf(static_cast<int>(std::get<std::int64_t>(value)), &TitlePosition::value);
@@ -75,20 +71,13 @@ bool KorDSMTitlePage::loadData() {
 
 void KorDSMTitlePage::enableControls() {
     KorDSMPage::enableControls();
-    if (!m_designer)
-        return;
-    // The designer shows itself read-only, so that its text can still be read and copied.
-    m_designer->setEnabled(true);
-    m_designer->Enable(isEditable());
+    if (m_title)
+        m_title->enable();
 }
 
 void KorDSMTitlePage::storePendingChanges(bool discard) {
-    if (discard || !m_titleEdited || !item())
-        return;
-    m_titleEdited = false;
-    const KorString text = m_designer->GetString();
-    if (CellValue(text) != stored(m_table.formatColumn))
-        writeField(m_table.formatColumn, text);
+    if (m_title)
+        m_title->store(discard);
 }
 
 const TitlePosition& KorDSMTitlePage::positionOf(int number, int TitlePosition::*member) const {

@@ -5,6 +5,7 @@
 #include <span>
 
 class KorInfoCtrl;
+class LabelField;
 class VELLabelDesignerCtrlWrap;
 struct VELTooltipRequest;
 
@@ -59,5 +60,5 @@ private:
     const TitlePageTable& m_table;
     VELLabelDesignerCtrlWrap* m_designer = nullptr;
     KorInfoCtrl* m_picture = nullptr;
-    bool m_titleEdited = false;
+    LabelField* m_title = nullptr;
 };

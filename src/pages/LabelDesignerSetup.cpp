@@ -46,24 +46,13 @@ LabelDesignerTexts texts() {
     int number = kFirstColorName;
     for (QString& name : result.colorNames)
         name = prompt(number++);
-    for (const LabelVariable& variable : kLabelVariables) {
-        const KorString name{std::string(variable.name)};
-        result.variables[toQt(name)] = toQt(LabelDesignerSetup::variableCaption(name));
-    }
+    number = kFirstVariable;
+    for (const LabelVariable& variable : kLabelVariables)
+        result.variables[toQt(KorString(std::string(variable.name)))] = prompt(number++);
     return result;
 }
 
 } // namespace
-
-KorString LabelDesignerSetup::variableCaption(const KorString& variable) {
-    int number = kFirstVariable;
-    for (const LabelVariable& known : kLabelVariables) {
-        if (known.name == variable.view())
-            return Prompts::dsm(number);
-        ++number;
-    }
-    return variable;
-}
 
 void LabelDesignerSetup::apply(VELLabelDesignerCtrlWrap& designer, int objectTypeKey) {
     int status = 0;

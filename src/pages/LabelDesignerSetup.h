@@ -1,14 +1,9 @@
 #pragma once
 
-#include "base/KorString.h"
-
 class VELLabelDesignerCtrlWrap;
 
 /// Sets up the label designers of the title pages.
 namespace LabelDesignerSetup {
-
-/// What a label's variable is called, in the program's language; itself when it is none that is known.
-KorString variableCaption(const KorString& variable);
 
 /// What stays the same for the life of the page: background colour from the exchange queue
 /// "DETAILSTYLESMANAGERNEW", the object type that decides which variables are offered, and the texts.

@@ -66,8 +66,7 @@ void PageFields::connectField(const PageField& field) {
         connect(box, &QCheckBox::clicked, this,
                 [this, &field](bool checked) { write(field, std::int64_t{checked}); });
     else if (auto* combo = qobject_cast<QComboBox*>(control))
-        connect(combo, &QComboBox::activated, this,
-                [this, &field, combo] { onEntryChosen(field, *combo); });
+        connect(combo, &QComboBox::activated, this, [this, &field, combo] { onEntryChosen(field, *combo); });
     else if (auto* edit = qobject_cast<KorLineEdit*>(control))
         connect(edit, &KorLineEdit::committed, this,
                 [this, &field](const QString& text) { onTextCommitted(field, fromQt(text)); });
@@ -129,16 +128,18 @@ void PageFields::loadField(const PageField& field, const StructRecord& record) {
     }
 }
 
-void PageFields::loadCombo(const PageField& field, const Column& column, std::int32_t value, QComboBox& combo) {
+void PageFields::loadCombo(const PageField& field, const Column& column, std::int32_t value,
+                           QComboBox& combo) {
     if (!column.isReference()) {
         combo.setCurrentIndex(value < combo.count() ? value : -1);
         return;
     }
     const StructRecord* target = source()->table(column.target).find(KorOdbcKey(value));
     const bool isNone = field.optional && value <= 0;
-    combo.setCurrentIndex(isNone   ? 0
-                          : target ? combo.findText(toQt(target->name), Qt::MatchExactly | Qt::MatchCaseSensitive)
-                                   : -1);
+    combo.setCurrentIndex(isNone ? 0
+                          : target
+                              ? combo.findText(toQt(target->name), Qt::MatchExactly | Qt::MatchCaseSensitive)
+                              : -1);
 }
 
 void PageFields::onEntryChosen(const PageField& field, const QComboBox& combo) {

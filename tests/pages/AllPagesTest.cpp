@@ -9,6 +9,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTextEdit>
 
 #include <functional>
 #include <set>
@@ -151,6 +152,27 @@ TEST_F(AllPages, WhatIsSharedIsNotWrittenWithoutConsent) {
         show(*shown);
         EXPECT_EQ(shownState(), before);
     });
+}
+
+TEST_F(AllPages, AnEditedLabelIsWrittenOnceWhenItsPageIsLeft) {
+    makeSamples("HB railing, workshop", "HB railing panel");
+    int labels = 0;
+    onEachPage([&] {
+        for (auto* designer : page().findChildren<VELLabelDesignerCtrlWrap*>()) {
+            ++labels;
+            leave();
+            EXPECT_TRUE(wroteNothing());
+            show(*shown);
+            keys(*designer->findChild<QTextEdit*>(), "X");
+            EXPECT_TRUE(wroteNothing());
+            leave();
+            ASSERT_EQ(steps().size(), 1U);
+            EXPECT_NE(std::get<KorString>(steps()[0]->after).view().find('X'), std::string_view::npos);
+            EXPECT_EQ(steps()[0]->column->read(twin->record()), steps()[0]->after) << "left a twin behind";
+            takeBack(*shown);
+        }
+    });
+    EXPECT_EQ(labels, 4);
 }
 
 // What leads elsewhere still works in a source that cannot be edited, and titles can still be read.

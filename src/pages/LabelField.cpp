@@ -1,0 +1,37 @@
+#include "pages/LabelField.h"
+
+#include "controls/label/VELLabelDesignerCtrlWrap.h"
+#include "pages/LabelDesignerSetup.h"
+
+LabelField::LabelField(KorDSMPage& page, VELLabelDesignerCtrlWrap& designer, int column, int objectType)
+    : QObject(&page), m_page(page), m_designer(designer), m_column(column) {
+    LabelDesignerSetup::apply(designer, objectType);
+    connect(&designer, &VELLabelDesignerCtrlWrap::changed, this, [this] {
+        m_edited = true;
+        m_page.notifyModified();
+    });
+}
+
+CellValue LabelField::stored() const {
+    const auto& item = *static_cast<const KorDSMDatabaseItem*>(m_page.getData());
+    return findTable(item.tableType())->column(m_column)->read(item.record());
+}
+
+void LabelField::load() {
+    LabelDesignerSetup::applySource(m_designer);
+    m_designer.SetString(std::get<KorString>(stored()));
+}
+
+void LabelField::enable() {
+    m_designer.setEnabled(true);
+    m_designer.Enable(m_page.isEditable());
+}
+
+void LabelField::store(bool discard) {
+    if (discard || !m_edited || !m_page.getData())
+        return;
+    m_edited = false;
+    const KorString text = m_designer.GetString();
+    if (CellValue(text) != stored())
+        m_page.writeField(m_column, text);
+}
