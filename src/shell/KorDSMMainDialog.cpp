@@ -36,6 +36,7 @@ KorDSMMainDialog::KorDSMMainDialog(QWidget* parent)
 KorDSMMainDialog::~KorDSMMainDialog() {
     if (m_ready)
         m_memory.writeSetting();
+    m_ready = false;
     m_handleSelection = false;
     m_structure.setUseFullExpand(m_structure.getUseFullExpand());
     for (SectionSlot& section : m_slots)

@@ -102,6 +102,7 @@ private:
 
     // Selection
     void onSelectionChanged(KorTreeHandle entry);
+    void onEntryGone(KorTreeHandle entry);
     void showRightSide(KorDSMDatabaseItem& item);
     void showPages(KorDSMDefines::eItemType group, KorDSMDatabaseItem& item);
     void showList(KorDSMDatabaseItem* item);

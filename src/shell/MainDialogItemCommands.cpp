@@ -184,14 +184,10 @@ void KorDSMMainDialog::followChanges(const std::vector<KorDSMRowChange>& changes
         return;
     // The page lets go of an item that may be gone when the items have followed.
     m_tabs->finishCurrentPage();
-    KorDSMDatabaseItem* shown = currentItem();
     KorDSMItemUpdate::Outcome outcome = KorDSMItemUpdate::follow(m_structure, changes);
     m_pages.requestInit();
     if (outcome.reload)
         return reloadSections();
-    const auto isShown = [shown](const auto& removed) { return removed.get() == shown; };
-    if (std::ranges::any_of(outcome.removed, isShown))
-        m_tabs->setCurrentContent(nullptr);
     for (const auto& removed : outcome.removed)
         if (KorDSMSectionTree* holder = treeOf(removed->m_hTreeItem))
             holder->deleteEntry(removed->m_hTreeItem);
@@ -203,6 +199,8 @@ void KorDSMMainDialog::followChanges(const std::vector<KorDSMRowChange>& changes
             if (KorDsmSectionItem* section = KorDSMItemPath::sectionOf(*item))
                 tree(section->m_Section).addEntry(*item);
     refilter();
+    if (m_list->isVisible())
+        showList(currentItem());
     m_tabs->resumeCurrentPage();
 }
 

@@ -113,6 +113,23 @@ void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
     control->setDragAllowed(above && isGroupType(above->m_Type));
 }
 
+// Nothing may hold on to an entry that goes, nor to the item that it stands for.
+void KorDSMMainDialog::onEntryGone(KorTreeHandle entry) {
+    m_history.markStale(entry);
+    if (!m_ready)
+        return;
+    if (m_currentEntry == entry) {
+        m_currentEntry = nullptr;
+        m_list->setItems({});
+    }
+    const KorTabPage* page = m_tabs->currentPage();
+    if (!page || !page->getData() || page->getData() != KorDSMSectionTree::itemOf(entry))
+        return;
+    TabContent* content = m_tabs->currentContent();
+    m_tabs->setCurrentContent(nullptr);
+    content->setPageData(nullptr, -1);
+}
+
 void KorDSMMainDialog::showRightSide(KorDSMDatabaseItem& item) {
     eItemType group = item.m_Type;
     if (group == kAnnotationArrangement) {

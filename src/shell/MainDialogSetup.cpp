@@ -128,12 +128,9 @@ void KorDSMMainDialog::setUpSections() {
         combo->setDisplayFullPath(true);
         combo->setAccessibleName(control->accessibleName());
         slot(section).combo = combo;
-        slot(section).tree = std::make_unique<KorDSMSectionTree>(
-            control, m_structure, *m_structure.getSection(section), [this](KorTreeHandle entry) {
-                m_history.markStale(entry);
-                if (m_currentEntry == entry)
-                    m_currentEntry = nullptr;
-            });
+        slot(section).tree =
+            std::make_unique<KorDSMSectionTree>(control, m_structure, *m_structure.getSection(section),
+                                                [this](KorTreeHandle entry) { onEntryGone(entry); });
         connect(combo, &VELComboTree::entrySelected, this, [this, section, combo](KorTreeHandle entry) {
             onSourceChosen(section, combo->getEntryData(entry));
         });

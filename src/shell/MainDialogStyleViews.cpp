@@ -42,7 +42,8 @@ void KorDSMMainDialog::addViewCommands(QMenu& menu, KorDSMDatabaseItem& item) {
 void KorDSMMainDialog::addView(KorDSMDatabaseItem& item) {
     const KorDsmDetailStyleItem& style = *KorDSMStyleViews::styleOf(item);
     if (!KorDSMStyleViews::hasRoom(style))
-        return refuse(KorString::format(Prompts::dsm(kNoRoom), {KorString::number(StructDetailStyle::kViewSlots)}));
+        return refuse(
+            KorString::format(Prompts::dsm(kNoRoom), {KorString::number(StructDetailStyle::kViewSlots)}));
     QStringList names;
     for (const KorString& name : KorDSMStyleViews::candidates())
         names << toQt(name);
