@@ -68,12 +68,14 @@ void KorDSMMainDialog::copyItem() {
     sendNotice(outcome.notice);
 }
 
+// The first one is in the section shown; a record that is shown in two sections comes in both.
 void KorDSMMainDialog::showNewItems(const std::vector<KorDSMDatabaseItem*>& items) {
     clearFilter();
     KorTreeHandle first = nullptr;
     for (KorDSMDatabaseItem* item : items) {
-        currentTree().reveal(*item);
-        KorTreeHandle entry = item->m_hTreeItem ? item->m_hTreeItem : currentTree().addEntry(*item);
+        KorDSMSectionTree& holder = tree(KorDSMItemPath::sectionOf(*item)->m_Section);
+        holder.reveal(*item);
+        KorTreeHandle entry = item->m_hTreeItem ? item->m_hTreeItem : holder.addEntry(*item);
         first = first ? first : entry;
     }
     if (first)
@@ -122,8 +124,8 @@ void KorDSMMainDialog::deleteItem() {
         return refuse(outcome.refusal);
     }
     for (const auto& removed : outcome.removed)
-        if (removed->m_hTreeItem)
-            currentTree().deleteEntry(removed->m_hTreeItem);
+        if (KorDSMSectionTree* holder = treeOf(removed->m_hTreeItem))
+            holder->deleteEntry(removed->m_hTreeItem);
     m_list->deleteSelectedItems();
     refilter();
     sendNotice(outcome.notice);

@@ -142,8 +142,9 @@ void KorDSMMainDialog::setUpSections() {
                     const KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(from);
                     *accept = item && item->record() && KorDSMSectionTree::itemOf(to);
                 });
-        connect(control, &KorTreeCtrl::selectionChanged, this, [this](KorTreeHandle entry) {
-            if (m_handleSelection)
+        // A tree that is not shown selects on its own when what it had selected goes.
+        connect(control, &KorTreeCtrl::selectionChanged, this, [this, control](KorTreeHandle entry) {
+            if (m_handleSelection && control == currentTree().control())
                 onSelectionChanged(entry);
         });
     }

@@ -365,3 +365,32 @@ TEST_F(EditorFixture, ViewsAndClippingStrategiesAreRenamedByTheSameKeyOnTheirPag
     press(Qt::Key_F2);
     EXPECT_EQ(pageControl<QComboBox>(1091)->currentText(), "HB very long beams");
 }
+
+TEST_F(EditorFixture, WhatIsCopiedWhereItIsUsedComesIntoItsOwnSectionToo) {
+    open();
+    m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
+    tree().expand(select({"User", "Hallberg: workshop"}));
+    const std::vector<std::string> before = inView("Hallberg: workshop");
+    m_dialog->switchSection(KorDSMDefines::kViewDetailStyles);
+    select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front", "HB chain", "HB holes, running",
+            "HB start", "HB main profile"});
+    auto* strip = control<KorButtonGroup>(1011);
+    answerNext([](QWidget* modal) { typeName(modal, "HB copied profile"); });
+    click(strip->button(kCopy));
+    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB copied profile");
+    EXPECT_EQ(inView("HB start").size(), 2U);
+    m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
+    EXPECT_EQ(inView("Hallberg: workshop").size(), before.size() + 1);
+    select({"User", "Hallberg: workshop", "HB copied profile"});
+
+    // Deleted in the one section it is gone in the other.
+    m_dialog->switchSection(KorDSMDefines::kViewDetailStyles);
+    answerNext([](QWidget* modal) {
+        QTest::mouseClick(qobject_cast<QMessageBox*>(modal)->button(QMessageBox::Yes), Qt::LeftButton);
+    });
+    click(strip->button(kDelete));
+    EXPECT_EQ(inView("HB start").size(), 1U);
+    m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
+    EXPECT_EQ(inView("Hallberg: workshop"), before);
+    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "Hallberg: workshop");
+}
