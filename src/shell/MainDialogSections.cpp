@@ -119,8 +119,16 @@ void KorDSMMainDialog::showSection(bool restoreCombo) {
     control->setDragAllowed(full);
     if (restoreCombo)
         slot(section).combo->selectPath(comboPath(section, source));
-    if (control->selectedItem() != m_currentEntry || !m_currentEntry)
-        onSelectionChanged(control->selectedItem());
+    const KorTreeHandle selected = control->selectedItem();
+    if (selected && selected != control->getRoot()) {
+        if (selected != m_currentEntry)
+            onSelectionChanged(selected);
+        return;
+    }
+    // What is shown at the right may be of another section, and must not be edited in this one's database.
+    m_currentEntry = selected;
+    showList(KorDSMSectionTree::itemOf(selected));
+    updateCommandStates(KorDSMSectionTree::dataOf(selected));
 }
 
 void KorDSMMainDialog::switchSection(eViewSections section) {

@@ -56,6 +56,8 @@ KorTreeHandle KorTreeCtrl::first() {
 
 KorTreeHandle KorTreeCtrl::insertItem(const KorString& text, int image, KorTreeHandle parent, void* itemData,
                                       KorTreeHandle after) {
+    if (parent && !KorAssert::check(m_model->owns(parent), "m_model->owns( parent )"))
+        return nullptr;
     const int row = after == first() ? 0 : after ? after->row + 1 : -1;
     return m_model->insert(parent, row, {text, image, itemData, false});
 }
@@ -89,7 +91,7 @@ KorTreeHandle KorTreeCtrl::shownSibling(KorTreeHandle entry, int step) const {
 }
 
 void KorTreeCtrl::deleteItem(KorTreeHandle entry) {
-    if (!isEntry(entry))
+    if (!isEntry(entry) || !KorAssert::check(m_model->owns(entry), "m_model->owns( entry )"))
         return;
     KorTreeHandle heir = shownSibling(entry, 1);
     if (!heir)
@@ -192,7 +194,8 @@ void KorTreeCtrl::onExpanded(const QModelIndex& index) {
 }
 
 void KorTreeCtrl::expand(KorTreeHandle entry) {
-    if (!isEntry(entry) || isExpanded(entry))
+    if (!isEntry(entry) || !KorAssert::check(m_model->owns(entry), "m_model->owns( entry )") ||
+        isExpanded(entry))
         return;
     const QPersistentModelIndex index(m_model->indexOf(entry));
     demandChildren(entry);
@@ -246,6 +249,8 @@ void KorTreeCtrl::setFilter(const std::function<bool(const KorTreeEntry&)>& isSh
 }
 
 void KorTreeCtrl::selectItem(KorTreeHandle entry) {
+    if (entry && !KorAssert::check(m_model->owns(entry), "m_model->owns( entry )"))
+        return;
     setCurrentIndex(m_model->indexOf(entry));
     if (!entry)
         clearSelection();

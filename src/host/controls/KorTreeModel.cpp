@@ -192,6 +192,13 @@ QModelIndex KorTreeModel::indexOf(KorTreeHandle entry) const {
     return createIndex(m_isFiltered ? entry->shownRow : entry->row, 0, entry);
 }
 
+bool KorTreeModel::owns(KorTreeHandle entry) const {
+    const KorTreeEntry* top = entry;
+    while (top && top->parent)
+        top = top->parent;
+    return top == &m_root;
+}
+
 KorTreeHandle KorTreeModel::entryOf(const QModelIndex& index) {
     return static_cast<KorTreeHandle>(index.internalPointer());
 }

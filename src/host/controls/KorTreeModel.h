@@ -85,6 +85,8 @@ public:
 
     /// Invalid for an entry out of sight.
     QModelIndex indexOf(KorTreeHandle entry) const;
+    /// Whether the entry is one of this model's, not of another tree.
+    bool owns(KorTreeHandle entry) const;
     static KorTreeHandle entryOf(const QModelIndex& index);
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
