@@ -136,7 +136,7 @@ std::vector<KorDSMRowChange> move(KorDSMDatabaseItem& view, int step) {
     KorDsmDetailStyleItem& style = *styleOf(view);
     Views views = viewsOf(style);
     const int place = placeOf(view, style);
-    std::swap(views[static_cast<std::size_t>(place)], views[static_cast<std::size_t>(place + step)]);
+    std::iter_swap(views.begin() + place, views.begin() + place + step);
     return write(style, views);
 }
 
