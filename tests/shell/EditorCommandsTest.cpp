@@ -157,6 +157,21 @@ TEST_F(EditorFixture, TheUndoMenuNamesTheStepsAndTakesBackAllDownToTheOneChosen)
     EXPECT_FALSE(strip->isButtonEnabled(2));
 }
 
+TEST_F(EditorFixture, APageLetsGoOfWhatUndoTakesAwayEvenOutOfSight) {
+    open();
+    select(kStyle);
+    answerNext([](QWidget* modal) { typeName(modal, "HB post 1:20"); });
+    click(control<KorButtonGroup>(1011)->button(kCopy));
+    EXPECT_TRUE(page()->isVisible());
+    control<QLineEdit>(1210)->setText("railing");
+    click(control<KorButtonGroup>(1211)->button(1));
+    EXPECT_EQ(page(), nullptr);
+    EXPECT_FALSE(has("HB post 1:20"));
+    control<QLineEdit>(1210)->clear();
+    select(kStyle);
+    EXPECT_TRUE(page()->isVisible());
+}
+
 TEST_F(EditorFixture, ANewStyleComesIntoItsCategoryAndARecordInUseStays) {
     open();
     select({"User", "Hallberg: railings"});

@@ -241,6 +241,20 @@ TEST_F(EditorFixture, UseHandsTheStyleOverAndKeepsWhatIsPending) {
     EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
 }
 
+TEST_F(EditorFixture, NoPageOfOneSectionStaysOpenOverTheDatabaseOfAnother) {
+    open();
+    m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
+    select({"Standard", "General"});
+    m_dialog->switchSection(KorDSMDefines::kViewDetailStyles);
+    select(kUserStyle);
+    control<KorButtonGroupMenu>(1233)->menuButton()->menu()->actions().front()->trigger();
+    EXPECT_TRUE(page()->isVisible());
+    m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
+    EXPECT_EQ(tree().selectedItem(), tree().getRoot());
+    EXPECT_FALSE(control<KorTabCtrl>(1002)->isVisible());
+    EXPECT_GT(control<KorListCtrl>(1003)->getItemCount(), 0);
+}
+
 TEST_F(EditorFixture, WhatAnotherProgramChangedTooIsAskedAboutAndOverwrittenOnlyOnDemand) {
     open();
     select(kUserStyle);
