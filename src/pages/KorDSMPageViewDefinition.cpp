@@ -194,11 +194,8 @@ void KorDSMPageViewDefinition::onCopy() {
     pending.endGroup();
     if (item()->recordKey() != copy.key)
         return;
-    for (int i = 0; i < m_views->childCount(nullptr); ++i) {
-        const KorString category = m_views->getPath(m_views->getChildAt(nullptr, i));
-        if (m_views->findEntry(SelectionFills::path(category, original.name)))
-            m_views->addEntry(SelectionFills::path(category, copy.name), kViewImage);
-    }
+    // The copy is filed as its original is, and has its place among the names there.
+    SelectionFills::fill(SelectionFills::kViewRequests, *m_views);
     loadData();
     notifyLinkedPages(copy.name, DsmListChanged::kAdded, -1);
 }
