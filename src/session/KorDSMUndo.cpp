@@ -16,8 +16,10 @@ namespace KorDSMUndo {
 
 namespace {
 
-constexpr int kUndo = 240;     // "Undo %s"
-constexpr int kRedo = 241;     // "Redo %s"
+constexpr int kUndo = 240;   // "Undo %s"
+constexpr int kRedo = 241;   // "Redo %s"
+constexpr int kNoUndo = 273; // "Undo", while there is no step
+constexpr int kNoRedo = 274;
 constexpr int kChange = 242;   // "change of %s of "%s""
 constexpr int kCreation = 243; // "creation of "%s""
 constexpr int kDeletion = 244; // "deletion of "%s""
@@ -83,8 +85,9 @@ std::vector<KorString> describe(const std::vector<PendingCommand>& commands) {
     return texts;
 }
 
-KorString menuText(int prompt, const std::vector<KorString>& steps) {
-    return KorString::format(Prompts::dsm(prompt), {steps.empty() ? KorString() : steps.front()}).trimmed();
+KorString menuText(int prompt, int promptWithoutStep, const std::vector<KorString>& steps) {
+    return steps.empty() ? Prompts::dsm(promptWithoutStep)
+                         : KorString::format(Prompts::dsm(prompt), {steps.front()});
 }
 
 // What was done to the rows, when all steps of the group have been applied.
@@ -130,11 +133,11 @@ bool canRedo() {
 }
 
 KorString undoText() {
-    return menuText(kUndo, undoSteps(1));
+    return menuText(kUndo, kNoUndo, undoSteps(1));
 }
 
 KorString redoText() {
-    return menuText(kRedo, redoSteps(1));
+    return menuText(kRedo, kNoRedo, redoSteps(1));
 }
 
 std::vector<KorString> undoSteps(std::size_t most) {

@@ -190,15 +190,16 @@ void KorDSMMainDialog::setUpKeys() {
     find->setShortcut(QKeySequence::Find);
     connect(find, &QAction::triggered, m_filter, [this] { m_filter->setFocus(Qt::ShortcutFocusReason); });
     addAction(find);
-    // Delete belongs to the tree: in a field or a grid it deletes what is there.
+    // Delete belongs to the tree: in a field or a grid it deletes what is there. The menu names it all the
+    // same.
+    const QKeySequence deleteKey(QKeySequence::Delete);
+    QAction* command = m_commandActions[static_cast<std::size_t>(eItemCommand::kDelete)];
+    command->setText(command->text() + u'\t' + deleteKey.toString(QKeySequence::NativeText));
     for (SectionSlot& section : m_slots) {
         auto* remove = new QAction(section.tree->control());
-        remove->setShortcut(QKeySequence::Delete);
+        remove->setShortcut(deleteKey);
         remove->setShortcutContext(Qt::WidgetShortcut);
-        connect(remove, &QAction::triggered, this, [this] {
-            if (m_commandActions[static_cast<std::size_t>(eItemCommand::kDelete)]->isEnabled())
-                deleteItem();
-        });
+        connect(remove, &QAction::triggered, command, &QAction::trigger);
         section.tree->control()->addAction(remove);
     }
 }
