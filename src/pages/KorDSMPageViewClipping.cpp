@@ -15,6 +15,7 @@
 #include "services/KorUnitsManager.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
+#include "session/PendingGroup.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
@@ -92,15 +93,6 @@ int situationOf(double gap, double extension) {
         situation = 4;
     return situation;
 }
-
-/// What is written while it lives is taken back as one step.
-class OneStep {
-public:
-    explicit OneStep(const KorString& label) { StyleDatabases::current().pending().beginGroup(label); }
-    ~OneStep() { StyleDatabases::current().pending().endGroup(); }
-    OneStep(const OneStep&) = delete;
-    OneStep& operator=(const OneStep&) = delete;
-};
 
 } // namespace
 
@@ -383,7 +375,7 @@ void KorDSMPageViewClipping::onLinetypeChosen(const KorString& name) {
     StructDetViewLengthClip clip;
     if (!readClip(clip))
         return;
-    const OneStep step(clip.name);
+    const PendingGroup step(clip.name);
     const auto key = m_linetypes.keyOfChoice(name, window());
     if (!key)
         m_linetypes.select(clip.linetypeKey);
@@ -401,7 +393,7 @@ void KorDSMPageViewClipping::onCopy() {
     StructDetViewLengthClip& copy = KorOdbcMan::m_structDetViewLengthClip;
     copy = clip;
     copy.setRunBezeichnung(dialog.name());
-    const OneStep step(copy.name);
+    const PendingGroup step(copy.name);
     const int result = KorOdbcMan::appendNewRecord(kTableLengthClip, 0, KorOdbcMan::kThisRow);
     if (!KorAssert::check(result > 0, "result > 0") || result != StyleDatabases::kWritten)
         return;

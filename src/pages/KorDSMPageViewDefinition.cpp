@@ -15,6 +15,7 @@
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMStyleViews.h"
 #include "session/KorDSMTwins.h"
+#include "session/PendingGroup.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -183,15 +184,15 @@ void KorDSMPageViewDefinition::onCopy() {
     StructDetViewRequest& copy = KorOdbcMan::m_structDetViewRequest;
     copy = original;
     copy.setRunBezeichnung(dialog.name());
-    PendingLog& pending = StyleDatabases::current().pending();
-    pending.beginGroup(copy.name);
-    const int result = KorOdbcMan::appendNewRecord(kTableViewRequest, 0, KorOdbcMan::kThisRow);
-    KorAssert::check(result > 0, "result > 0");
-    if (result == 1) {
-        KorDSMMainWindow::sendMessage(DsmDataChanged());
-        putIntoStyle(copy);
+    {
+        const PendingGroup step(copy.name);
+        const int result = KorOdbcMan::appendNewRecord(kTableViewRequest, 0, KorOdbcMan::kThisRow);
+        KorAssert::check(result > 0, "result > 0");
+        if (result == 1) {
+            KorDSMMainWindow::sendMessage(DsmDataChanged());
+            putIntoStyle(copy);
+        }
     }
-    pending.endGroup();
     if (item()->recordKey() != copy.key)
         return;
     // The copy is filed as its original is, and has its place among the names there.
