@@ -7,6 +7,8 @@
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
 
+#include <QEvent>
+
 namespace {
 
 constexpr int kTemplate = 2350;
@@ -19,15 +21,25 @@ constexpr int kClose = 255;
 
 } // namespace
 
-KorDSMDialogWhereUsed::KorDSMDialogWhereUsed(const KorString& name, std::vector<KorDSMUsage> usages,
+KorDSMDialogWhereUsed::KorDSMDialogWhereUsed(const KorString& name, SourceId source, RowRef row,
                                              QWidget* parent)
-    : KorDSMDialog(kTemplate, parent) {
+    : KorDSMDialog(kTemplate, parent), m_source(source), m_row(row),
+      m_users(new UsageList(KorControls::find<KorListCtrl>(this, kList), {}, this)) {
     setWindowTitle(toQt(KorString::format(Prompts::dsm(kTitle), {KorDSMValueText::shortName(name)})));
     setCaption(2, kClose, "DSM");
     setCaption(kNothingLabel, kNothing, "DSM");
-    KorControls::find(this, kNothingLabel)->setVisible(usages.empty());
-    auto* list = KorControls::find<KorListCtrl>(this, kList);
-    connect(new UsageList(list, std::move(usages), this), &UsageList::chosen, this,
-            &KorDSMDialogWhereUsed::usageChosen);
-    list->setFocus();
+    connect(m_users, &UsageList::chosen, this, &KorDSMDialogWhereUsed::usageChosen);
+    look();
+    KorControls::find(this, kList)->setFocus();
+}
+
+void KorDSMDialogWhereUsed::look() {
+    m_users->setUsages(KorDSMWhereUsed::usagesOf(m_source, m_row));
+    KorControls::find(this, kNothingLabel)->setVisible(m_users->count() == 0);
+}
+
+void KorDSMDialogWhereUsed::changeEvent(QEvent* event) {
+    KorDSMDialog::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        look();
 }

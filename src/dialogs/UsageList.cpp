@@ -17,18 +17,21 @@ constexpr int kUsedBy = 254; // "Used by (%s)"
 } // namespace
 
 UsageList::UsageList(KorListCtrl* list, std::vector<KorDSMUsage> usages, QObject* parent)
-    : QObject(parent), m_list(list), m_usages(std::move(usages)) {
-    fill();
+    : QObject(parent), m_list(list) {
+    m_list->insertColumn(Prompts::dsm(kName));
+    m_list->insertColumn(Prompts::dsm(kKind), 140);
+    m_list->insertColumn(Prompts::dsm(kAs), 120);
+    m_list->insertColumn(Prompts::dsm(kDatabase), 100);
+    setUsages(std::move(usages));
     connect(list, &QAbstractItemView::clicked, this,
             [this](const QModelIndex& index) { choose(index.row()); });
     connect(list, &KorListCtrl::itemActivated, this, &UsageList::choose);
 }
 
-void UsageList::fill() {
-    m_list->insertColumn(Prompts::dsm(kName));
-    m_list->insertColumn(Prompts::dsm(kKind), 140);
-    m_list->insertColumn(Prompts::dsm(kAs), 120);
-    m_list->insertColumn(Prompts::dsm(kDatabase), 100);
+void UsageList::setUsages(std::vector<KorDSMUsage> usages) {
+    if (!usages.empty() && usages == m_usages)
+        return;
+    m_usages = std::move(usages);
     std::vector<KorListRow> rows;
     rows.reserve(m_usages.size());
     for (const KorDSMUsage& usage : m_usages)

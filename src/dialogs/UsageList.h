@@ -15,6 +15,8 @@ public:
     /// The list belongs to the dialog, which also owns this.
     UsageList(KorListCtrl* list, std::vector<KorDSMUsage> usages, QObject* parent);
 
+    /// Shows others; where they are the same, the list stays as the user sorted it.
+    void setUsages(std::vector<KorDSMUsage> usages);
     /// Lets a button show and hide the list; it says how many there are. Hidden at first, and the button too
     /// when there are none.
     void foldBehind(QToolButton* button);
@@ -25,9 +27,8 @@ Q_SIGNALS:
     void chosen(const KorDSMUsage& usage);
 
 private:
-    void fill();
     void choose(int row);
 
     KorListCtrl* m_list;
-    const std::vector<KorDSMUsage> m_usages; // the rows' data point into it
+    std::vector<KorDSMUsage> m_usages; // the rows' data point into it
 };

@@ -13,6 +13,8 @@ struct KorDSMUsage {
     KorString kind;     ///< what such records are called
     KorString name;     ///< run name of the record
     KorString as;       ///< caption of the column in which it, or a part of it, refers to the other record
+
+    bool operator==(const KorDSMUsage&) const = default;
 };
 
 /// Who uses a record, and where in the trees that is.

@@ -138,7 +138,7 @@ private:
     void dropEntry(KorTreeHandle from, KorTreeHandle to);
     void showNewItems(const std::vector<KorDSMDatabaseItem*>& items);
     void showUsers(const std::vector<KorDSMUsage>& users);
-    void listUsers(const KorDSMDatabaseItem& item, const std::vector<KorDSMUsage>& users);
+    void listUsers(const KorDSMDatabaseItem& item);
     void refuse(const KorString& reason);
     void sendNotice(const KorDSMItemCommands::ListNotice& notice);
     void goToUsage(const KorDSMUsage& usage);

@@ -144,8 +144,9 @@ void KorDSMMainDialog::goToUsage(const KorDSMUsage& usage) {
         goToItem(*user);
 }
 
-void KorDSMMainDialog::listUsers(const KorDSMDatabaseItem& item, const std::vector<KorDSMUsage>& users) {
-    auto* dialog = new KorDSMDialogWhereUsed(item.getDisplayName(), users, this);
+void KorDSMMainDialog::listUsers(const KorDSMDatabaseItem& item) {
+    auto* dialog = new KorDSMDialogWhereUsed(item.getDisplayName(), KorDSMItemSource::sourceOf(&item),
+                                             {item.tableType(), item.recordKey()}, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &KorDSMDialogWhereUsed::usageChosen, this, &KorDSMMainDialog::goToUsage);
     dialog->show();
@@ -252,7 +253,7 @@ void KorDSMMainDialog::showContextMenu(KorTreeHandle entry, const QPoint& positi
     if (item && item->record() && item->tableType() != kNoTable) {
         menu.addSeparator();
         connect(menu.addAction(toQt(Prompts::dsm(kWhereUsed))), &QAction::triggered, this,
-                [this, item] { listUsers(*item, KorDSMWhereUsed::usagesOf(*item)); });
+                [this, item] { listUsers(*item); });
     }
     menu.addSeparator();
     for (QAction* action : m_undoStrip->actions())

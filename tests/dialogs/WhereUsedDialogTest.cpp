@@ -30,7 +30,7 @@ protected:
 
 TEST_F(WhereUsedDialog, GoesToWhatIsClickedOrEntered) {
     ASSERT_GE(usages.size(), 2u);
-    KorDSMDialogWhereUsed dialog("HB rails", usages, nullptr);
+    KorDSMDialogWhereUsed dialog("HB rails", SourceId::user(), {kTableQualifierSet, rails}, nullptr);
     std::vector<KorString> chosen;
     QObject::connect(&dialog, &KorDSMDialogWhereUsed::usageChosen, &dialog,
                      [&](const KorDSMUsage& usage) { chosen.push_back(usage.name); });
@@ -47,8 +47,22 @@ TEST_F(WhereUsedDialog, GoesToWhatIsClickedOrEntered) {
     EXPECT_TRUE(dialog.isVisible()) << "it stays open";
 }
 
+TEST_F(WhereUsedDialog, LooksAgainWhenTheUserComesBack) {
+    KorDSMDialogWhereUsed dialog("HB rails", SourceId::user(), {kTableQualifierSet, rails}, nullptr);
+    show(dialog);
+    auto* list = KorControls::find<KorListCtrl>(&dialog, 2351);
+    QDialog editor;
+    show(editor);
+    const Referrer user = databases.here()->referrersOf(kTableQualifierSet, KorOdbcKey(rails)).front();
+    ASSERT_EQ(databases.setCell(user.table->type, KorOdbcKey(user.key), user.column->number, std::int64_t{0}),
+              1);
+    EXPECT_EQ(list->getItemCount(), static_cast<int>(usages.size()));
+    show(dialog);
+    EXPECT_EQ(list->getItemCount(), static_cast<int>(usages.size()) - 1);
+}
+
 TEST_F(WhereUsedDialog, SaysWhenNothingUsesTheRecord) {
-    KorDSMDialogWhereUsed dialog("HB members", {}, nullptr);
+    KorDSMDialogWhereUsed dialog("HB members", SourceId::user(), {kTableQualifierSet, 4711}, nullptr);
     show(dialog);
     EXPECT_TRUE(KorControls::find<QLabel>(&dialog, 2352)->isVisible());
     QTest::keyClick(&dialog, Qt::Key_Escape);
