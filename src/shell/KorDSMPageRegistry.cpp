@@ -120,6 +120,12 @@ void KorDSMPageRegistry::requestInit() {
             registered->requestInit();
 }
 
+void KorDSMPageRegistry::requestPlainInit() {
+    for (const auto& [templateId, registered] : m_pages)
+        if (auto* plain = qobject_cast<KorDSMPlainPage*>(registered))
+            plain->requestInit();
+}
+
 void KorDSMPageRegistry::clear() {
     for (auto& group : m_groups)
         group.reset();

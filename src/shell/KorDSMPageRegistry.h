@@ -24,6 +24,8 @@ public:
 
     /// The lists of every page are filled again at the next show.
     void requestInit();
+    /// The same for the pages that are made from their table: those hear no notices about names.
+    void requestPlainInit();
 
     /// Deletes every group with its pages.
     void clear();

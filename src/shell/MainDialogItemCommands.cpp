@@ -48,7 +48,7 @@ void KorDSMMainDialog::newItem() {
     for (KorDSMDatabaseItem* other : addIn->children())
         if (other->recordKey() == dialog.groupKey())
             group = other;
-    m_pages.requestInit();
+    m_pages.requestPlainInit();
     if (KorDSMDatabaseItem* item = KorDSMNewItem::create(type, dialog.name(), *group))
         showNewItems({item});
 }
@@ -157,9 +157,8 @@ void KorDSMMainDialog::refuse(const KorString& reason) {
         QMessageBox::information(this, toQt(Prompts::dsm(kRefused)), toQt(reason));
 }
 
-// Any page can list the names of the records that came, went or are called otherwise now.
 void KorDSMMainDialog::sendNotice(const KorDSMItemCommands::ListNotice& notice) {
-    m_pages.requestInit();
+    m_pages.requestPlainInit();
     DsmListChanged message;
     message.senderPageCode = notice.senderPageCode;
     message.action = notice.action;
@@ -188,7 +187,12 @@ void KorDSMMainDialog::followChanges(const std::vector<KorDSMRowChange>& changes
     // The page lets go of an item that may be gone when the items have followed.
     m_tabs->finishCurrentPage();
     KorDSMItemUpdate::Outcome outcome = KorDSMItemUpdate::follow(m_structure, changes);
-    m_pages.requestInit();
+    // Filling lists with the names of a large database takes its time: only where names are different.
+    constexpr int kNameColumn = 1;
+    if (std::ranges::any_of(changes, [](const KorDSMRowChange& change) {
+            return change.kind != KorDSMRowChange::eKind::kChanged || change.changedColumn(kNameColumn);
+        }))
+        m_pages.requestInit();
     if (outcome.reload)
         return reloadSections();
     for (const auto& removed : outcome.removed)
