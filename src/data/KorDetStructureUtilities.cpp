@@ -1,5 +1,6 @@
 #include "data/KorDetStructureUtilities.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace {
@@ -31,6 +32,30 @@ int compareNumbers(std::string_view& a, std::string_view& b) {
     return sign(left.compare(right));
 }
 
+bool isAscii(std::string_view text) {
+    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+unsigned char folded(char c) {
+    return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+}
+
+// Digits count as numbers, and of the letters of ASCII upper and lower case as the same.
+int compareFolded(std::string_view left, std::string_view right) {
+    while (!left.empty() && !right.empty()) {
+        if (isDigit(left.front()) && isDigit(right.front())) {
+            if (const int order = compareNumbers(left, right))
+                return order;
+            continue;
+        }
+        if (folded(left.front()) != folded(right.front()))
+            return folded(left.front()) < folded(right.front()) ? -1 : 1;
+        left.remove_prefix(1);
+        right.remove_prefix(1);
+    }
+    return left.empty() == right.empty() ? 0 : left.empty() ? -1 : 1;
+}
+
 template <typename Group>
 int compareOrdered(const Group& a, const Group& b, std::int32_t Group::*order) {
     if (a.*order != b.*order)
@@ -41,24 +66,11 @@ int compareOrdered(const Group& a, const Group& b, std::int32_t Group::*order) {
 } // namespace
 
 int KorDetStructureUtilities::compareNames(const KorString& a, const KorString& b) {
-    const KorString foldedA = a.lowered();
-    const KorString foldedB = b.lowered();
-    std::string_view left = foldedA.view();
-    std::string_view right = foldedB.view();
-    while (!left.empty() && !right.empty()) {
-        if (isDigit(left.front()) && isDigit(right.front())) {
-            if (const int order = compareNumbers(left, right))
-                return order;
-            continue;
-        }
-        if (left.front() != right.front())
-            return static_cast<unsigned char>(left.front()) < static_cast<unsigned char>(right.front()) ? -1 : 1;
-        left.remove_prefix(1);
-        right.remove_prefix(1);
-    }
-    if (left.empty() != right.empty())
-        return left.empty() ? -1 : 1;
-    return a.compare(b);
+    // Lists of tens of thousands of names are sorted: most need no copies in lower case.
+    const int order = isAscii(a.view()) && isAscii(b.view())
+                          ? compareFolded(a.view(), b.view())
+                          : compareFolded(a.lowered().view(), b.lowered().view());
+    return order ? order : a.compare(b);
 }
 
 int KorDetStructureUtilities::compareDetBaseCategories(const StructDetBaseCategory& a,
@@ -66,7 +78,8 @@ int KorDetStructureUtilities::compareDetBaseCategories(const StructDetBaseCatego
     return compareOrdered(a, b, &StructDetBaseCategory::number);
 }
 
-int KorDetStructureUtilities::compareViewRequests(const StructDetViewRequest& a, const StructDetViewRequest& b) {
+int KorDetStructureUtilities::compareViewRequests(const StructDetViewRequest& a,
+                                                  const StructDetViewRequest& b) {
     return compareNames(a.name, b.name);
 }
 
@@ -100,6 +113,7 @@ int KorDetStructureUtilities::compareDimRequests(const StructDetViewDimRequestLi
     return compareNames(a.name, b.name);
 }
 
-int KorDetStructureUtilities::compareDetRequestTypes(const StructDetRequestType& a, const StructDetRequestType& b) {
+int KorDetStructureUtilities::compareDetRequestTypes(const StructDetRequestType& a,
+                                                     const StructDetRequestType& b) {
     return compareNames(a.name, b.name);
 }
