@@ -22,8 +22,8 @@ constexpr int kList = 1268;
 constexpr int kNote = 1269; // the dialog's own: what is wrong with a file that has line types
 
 LinetypeListPrompts listPrompts() {
-    const auto dsm = [](int number) { return Prompts::dsm(number); };
-    return {Prompts::ups(22552), dsm(340), dsm(341), dsm(342), dsm(343), dsm(344)};
+    return {Prompts::ups(22552), Prompts::dsm(340), Prompts::dsm(341),
+            Prompts::dsm(342),   Prompts::dsm(343), Prompts::dsm(344)};
 }
 
 } // namespace

@@ -203,9 +203,7 @@ bool KorDSMPageViewClipping::loadData() {
 void KorDSMPageViewClipping::fillStrategies() {
     KorArray<KorString> names;
     KorOdbcGUI::getDetViewLengthClipList(names);
-    std::ranges::sort(names, [](const KorString& a, const KorString& b) {
-        return KorDetStructureUtilities::compareNames(a, b) < 0;
-    });
+    std::ranges::sort(names, KorDetStructureUtilities::isNameBefore);
     m_strategy->clear();
     for (const KorString& name : names)
         m_strategy->addItem(toQt(name));

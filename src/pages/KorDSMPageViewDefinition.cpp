@@ -68,7 +68,7 @@ int firstViewSlot() {
 
 int addSorted(QComboBox& combo, const KorString& name) {
     int at = 0;
-    while (at < combo.count() && KorDetStructureUtilities::compareNames(fromQt(combo.itemText(at)), name) < 0)
+    while (at < combo.count() && KorDetStructureUtilities::isNameBefore(fromQt(combo.itemText(at)), name))
         ++at;
     combo.insertItem(at, toQt(name));
     return at;
@@ -217,14 +217,7 @@ void KorDSMPageViewDefinition::onRename() {
 }
 
 void KorDSMPageViewDefinition::showNewName(const KorString& oldName, const KorString& newName) {
-    std::vector<KorDSMDatabaseItem*> items(item()->equalItems().begin(), item()->equalItems().end());
-    items.push_back(item());
-    for (KorDSMDatabaseItem* renamed : items) {
-        DsmSetEntryText message;
-        message.entry = renamed->m_hTreeItem;
-        message.text = newName;
-        KorDSMMainWindow::sendMessage(message);
-    }
+    KorDSMTwins::showName(*item());
     for (int i = 0; i < m_views->childCount(nullptr); ++i) {
         const KorString category = m_views->getPath(m_views->getChildAt(nullptr, i));
         m_views->renameEntry(SelectionFills::path(category, oldName), newName);
@@ -234,9 +227,7 @@ void KorDSMPageViewDefinition::showNewName(const KorString& oldName, const KorSt
 void KorDSMPageViewDefinition::replaceDependents(int column) {
     const Section& section = *std::ranges::find(kSections, column, &Section::column);
     const StructDetViewRequest request = viewItem()->getRecord();
-    std::vector<KorDSMDatabaseItem*> items(item()->equalItems().begin(), item()->equalItems().end());
-    items.push_back(item());
-    for (KorDSMDatabaseItem* owner : items) {
+    for (KorDSMDatabaseItem* owner : item()->itemsOfRecord()) {
         if (!owner->m_bExpanded)
             continue;
         const auto child = std::ranges::find(owner->children(), section.type, &KorDSMDatabaseItem::m_Type);

@@ -251,9 +251,7 @@ void KorDSMPlainPage::onWritten(int column) {
     if (m_description.viaColumn != 0 || !shownTable().column(column)->isReference() ||
         !KorDSMDependencies::canHaveDependents(item()->m_Type))
         return;
-    std::vector<KorDSMDatabaseItem*> items(item()->equalItems().begin(), item()->equalItems().end());
-    items.push_back(item());
-    for (KorDSMDatabaseItem* owner : items)
+    for (KorDSMDatabaseItem* owner : item()->itemsOfRecord())
         owner->dropDependents();
 }
 

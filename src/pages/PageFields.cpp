@@ -92,9 +92,7 @@ void PageFields::fillCombo(const PageField& field, const Column& column, QComboB
         for (int i = 0; i < rows.size(); ++i)
             names.push_back(rows.at(i).name);
         if (field.sorted)
-            std::ranges::sort(names, [](const KorString& a, const KorString& b) {
-                return KorDetStructureUtilities::compareNames(a, b) < 0;
-            });
+            std::ranges::sort(names, KorDetStructureUtilities::isNameBefore);
         if (field.optional)
             entries << toQt(KorDSMValueText::nothing());
         for (const KorString& name : names)

@@ -14,7 +14,6 @@ namespace {
 constexpr int kReadOnly = 200;   // ""%s" can be read, not changed"
 constexpr int kTaken = 231;      // "There is one of this name already."
 constexpr int kNameNeeded = 232; // "A name is needed."
-constexpr int kInUse = 33521;
 
 } // namespace
 
@@ -38,11 +37,6 @@ KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std
     return present && present->key != exceptKey ? Prompts::dsm(kTaken) : KorString();
 }
 
-KorString inUseText() {
-    // The host's prompts write a line break as these two characters.
-    return Prompts::ups(kInUse).replaced("\\n", "\n");
-}
-
 KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int action) {
     const KorDSMItemKind* kind = findItemKind(item.m_Type);
     if (!kind || kind->listedBy.empty())
@@ -61,21 +55,6 @@ void loadBesideRecord(KorDSMDatabaseItem& item) {
     else if (auto* annotation = dynamic_cast<KorDsmAnnotationStrategyItem*>(&item))
         KorOdbcGUI::getDetAnnotationType(KorOdbcKey(annotation->getRecord().annotationTypeKey),
                                          annotation->m_AnnotationType);
-}
-
-void sendName(const KorDSMDatabaseItem& item) {
-    if (!item.m_hTreeItem)
-        return;
-    DsmSetEntryText message;
-    message.entry = item.m_hTreeItem;
-    message.text = item.getDisplayName();
-    KorDSMMainWindow::sendMessage(message);
-}
-
-void showName(KorDSMDatabaseItem& item) {
-    sendName(item);
-    for (const KorDSMDatabaseItem* twin : item.equalItems())
-        sendName(*twin);
 }
 
 } // namespace ItemCommandParts

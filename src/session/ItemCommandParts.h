@@ -28,17 +28,11 @@ KorString label(int number, const KorString& name);
 KorString whyReadOnly(const KorDSMDatabaseItem& item);
 /// `exceptKey` is the row that may have the name: the item's own, or 0.
 KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std::int32_t exceptKey);
-/// The text of the in-use refusal.
-KorString inUseText();
 
 /// The notice for the pages that list records as the item's.
 KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int action);
 
 /// Reads what a new item shows beyond its record from the current source.
 void loadBesideRecord(KorDSMDatabaseItem& item);
-
-/// Send the entry of the item, or also those of its twins, the text that they now have to show.
-void sendName(const KorDSMDatabaseItem& item);
-void showName(KorDSMDatabaseItem& item);
 
 } // namespace ItemCommandParts

@@ -62,7 +62,7 @@ Outcome renameItem(KorDSMDatabaseItem& item, const KorString& newName) {
         return outcome;
     }
     KorDSMTwins::recordWritten(item);
-    showName(item);
+    KorDSMTwins::showName(item);
     outcome.notice = noticeFor(item, DsmListChanged::kRenamed);
     return outcome;
 }

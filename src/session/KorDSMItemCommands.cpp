@@ -20,6 +20,7 @@ namespace {
 
 constexpr int kCopying = 245;  // "copying of "%s""
 constexpr int kDeleting = 244; // "deletion of "%s""
+constexpr int kInUse = 33521;
 
 // Announces a write that was made. Returns whether it was.
 bool announced(int result) {
@@ -141,6 +142,11 @@ void dropTwins(KorDSMDatabaseItem& item, DeleteOutcome& outcome) {
 }
 
 } // namespace
+
+KorString inUseText() {
+    // The host's prompts write a line break as these two characters.
+    return Prompts::ups(kInUse).replaced("\\n", "\n");
+}
 
 DeleteOutcome deleteItem(KorDSMDatabaseItem& item) {
     DeleteOutcome outcome;

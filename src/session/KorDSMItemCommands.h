@@ -50,6 +50,8 @@ struct CopyOutcome : Outcome {
 /// master with the first free number from its original's on. When it fails nothing is changed.
 CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName);
 
+/// The refusal to delete what is in use.
+KorString inUseText();
 /// Who uses the item's record, where that forbids to delete it; empty when it can be deleted. Users in other
 /// sources are named too, but only users in the item's own source forbid it.
 std::vector<KorDSMUsage> usersThatForbidDeleting(const KorDSMDatabaseItem& item);

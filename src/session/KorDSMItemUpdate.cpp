@@ -9,6 +9,7 @@
 #include "session/ItemCommandParts.h"
 #include "session/KorDSMItemKinds.h"
 #include "session/KorDSMItemPath.h"
+#include "session/KorDSMTwins.h"
 
 #include <algorithm>
 #include <set>
@@ -135,7 +136,7 @@ void KorDSMItemUpdate::followChanged(const KorDSMRowChange& change, const Struct
     for (KorDSMDatabaseItem* item : itemsOf(change.source, change.row)) {
         item->updateRecord(row);
         if (change.changedColumn(kNameColumn))
-            ItemCommandParts::sendName(*item);
+            KorDSMTwins::sendName(*item);
         if (reachesChildren(change))
             dropChildren(*item);
         m_outcome.changed.push_back(item);

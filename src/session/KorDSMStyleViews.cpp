@@ -92,9 +92,7 @@ std::vector<KorString> candidates() {
     KorArray<KorString> names;
     KorOdbcGUI::getDetViewRequestList(names);
     std::vector<KorString> sorted(names.begin(), names.end());
-    std::ranges::sort(sorted, [](const KorString& a, const KorString& b) {
-        return KorDetStructureUtilities::compareNames(a, b) < 0;
-    });
+    std::ranges::sort(sorted, KorDetStructureUtilities::isNameBefore);
     return sorted;
 }
 

@@ -1,6 +1,7 @@
 #include "session/KorDSMTwins.h"
 
 #include "data/StyleDatabases.h"
+#include "model/KorDSMMessages.h"
 
 void KorDSMTwins::recordWritten(KorDSMDatabaseItem& item) {
     StyleSource* source = StyleDatabases::current().here();
@@ -9,7 +10,18 @@ void KorDSMTwins::recordWritten(KorDSMDatabaseItem& item) {
                                   : nullptr;
     if (!row)
         return;
-    item.updateRecord(*row);
-    for (KorDSMDatabaseItem* twin : item.equalItems())
-        twin->updateRecord(*row);
+    for (KorDSMDatabaseItem* shown : item.itemsOfRecord())
+        shown->updateRecord(*row);
+}
+
+void KorDSMTwins::sendName(const KorDSMDatabaseItem& item) {
+    DsmSetEntryText message;
+    message.entry = item.m_hTreeItem;
+    message.text = item.getDisplayName();
+    KorDSMMainWindow::sendMessage(message);
+}
+
+void KorDSMTwins::showName(KorDSMDatabaseItem& item) {
+    for (const KorDSMDatabaseItem* shown : item.itemsOfRecord())
+        sendName(*shown);
 }

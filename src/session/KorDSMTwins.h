@@ -9,4 +9,9 @@ namespace KorDSMTwins {
 /// items. The item's source must be current.
 void recordWritten(KorDSMDatabaseItem& item);
 
+/// Sends the item's entry the name that it now has to show.
+void sendName(const KorDSMDatabaseItem& item);
+/// The same for the item and all its equal items.
+void showName(KorDSMDatabaseItem& item);
+
 } // namespace KorDSMTwins

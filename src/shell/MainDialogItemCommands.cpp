@@ -132,8 +132,7 @@ void KorDSMMainDialog::deleteItem() {
 }
 
 void KorDSMMainDialog::showUsers(const std::vector<KorDSMUsage>& users) {
-    KorDSMDialogInUse dialog(Prompts::ups(33521).replaced("\\n", "\n"), users, this);
-    dialog.setWindowTitle(toQt(Prompts::ups(33522)));
+    KorDSMDialogInUse dialog(KorDSMItemCommands::inUseText(), users, this);
     dialog.exec();
     if (dialog.chosen())
         goToUsage(*dialog.chosen());

@@ -64,6 +64,12 @@ const KorArray<KorDSMDatabaseItem*>& KorDSMDatabaseItem::equalItems() const {
     return m_EqualItems ? *m_EqualItems : none;
 }
 
+std::vector<KorDSMDatabaseItem*> KorDSMDatabaseItem::itemsOfRecord() {
+    std::vector<KorDSMDatabaseItem*> items(equalItems().begin(), equalItems().end());
+    items.push_back(this);
+    return items;
+}
+
 void KorDSMDatabaseItem::addEqualItem(KorDSMDatabaseItem& other) {
     if (!m_EqualItems)
         m_EqualItems = std::make_unique<KorArray<KorDSMDatabaseItem*>>();

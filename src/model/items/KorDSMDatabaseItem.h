@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <utility>
+#include <vector>
 
 struct StructRecord;
 
@@ -59,8 +60,8 @@ public:
     /// Makes new item data and hands it, with the entry handle, to the main dialog.
     void refreshTreeItemData();
 
-    /// Deletes the children that hang on the record, with their entries, and closes the entry: they are made anew
-    /// when it is opened. Does nothing while there are none.
+    /// Deletes the children that hang on the record, with their entries, and closes the entry: they are made
+    /// anew when it is opened. Does nothing while there are none.
     void dropDependents();
 
     /// Links both items as showing an equal record, if they are not linked yet.
@@ -68,6 +69,8 @@ public:
     /// Leaves the lists of all equal items and empties the own one.
     void unlinkEqualItems();
     const KorArray<KorDSMDatabaseItem*>& equalItems() const;
+    /// The equal items and, last, this one: all that show its record.
+    std::vector<KorDSMDatabaseItem*> itemsOfRecord();
 
     // Tens of thousands of items are in memory at a time: the order of the members leaves no gaps.
     KorTreeHandle m_hTreeItem = nullptr;     ///< null while the item is not shown
@@ -90,6 +93,6 @@ protected:
 private:
     void addEqualItem(KorDSMDatabaseItem& other);
 
-    KorArray<KorDSMDatabaseItem*> m_Children; // owned
+    KorArray<KorDSMDatabaseItem*> m_Children;                    // owned
     std::unique_ptr<KorArray<KorDSMDatabaseItem*>> m_EqualItems; // null while there are none
 };
