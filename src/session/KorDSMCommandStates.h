@@ -25,10 +25,10 @@ struct SelectionFacts {
     std::optional<KorDSMDefines::eItemType> type; ///< none: nothing is selected
     KorDSMDefines::eItemType parentType = KorDSMDefines::kNoType;
     bool entryHasChildren = false;
-    bool insideDetailStyle = false;      ///< an ancestor entry is a detail style
-    bool standardHasOneChild = false;    ///< the Standard database node has exactly one child
-    bool ownerMode = false;              ///< a maker's installation
-    bool inUserDatabase = false;         ///< the item's database or add-in node is the User database
+    bool insideDetailStyle = false;   ///< an ancestor entry is a detail style
+    bool standardHasOneChild = false; ///< the Standard database node has exactly one child
+    bool ownerMode = false;           ///< a maker's installation
+    bool inUserDatabase = false;      ///< the item's database or add-in node is the User database
 };
 
 /// Which commands are enabled, by button index.

@@ -20,7 +20,8 @@ class PageFixture : public testing::Test, public KorMessageTarget {
 protected:
     PageFixture();
     ~PageFixture() override;
-    /// Leaves the shown page. What was reported to the user (a missing text or picture, a file that could not be read) is a failure.
+    /// Leaves the shown page. What was reported to the user (a missing text or picture, a file that could not
+    /// be read) is a failure.
     void TearDown() override;
 
     /// Makes another source current. Call it before `open`.

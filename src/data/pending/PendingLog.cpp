@@ -48,7 +48,9 @@ using RowSteps = std::span<const PendingStep* const>;
 void forFirstChanges(RowSteps steps, const std::function<void(const Column&, const CellValue&)>& visit) {
     for (std::size_t i = 0; i < steps.size(); ++i) {
         const PendingStep& step = *steps[i];
-        const auto sameColumn = [&step](const PendingStep* earlier) { return earlier->column == step.column; };
+        const auto sameColumn = [&step](const PendingStep* earlier) {
+            return earlier->column == step.column;
+        };
         if (step.action == PendingStep::eAction::kCell && std::ranges::none_of(steps.first(i), sameColumn))
             visit(*step.column, step.before);
     }
@@ -72,7 +74,8 @@ TableChange PendingLog::netChange(StyleSource& source, eTableType type) {
     std::ranges::stable_sort(steps, {}, &PendingStep::key);
     for (auto begin = steps.begin(); begin != steps.end();) {
         const std::int32_t key = (*begin)->key;
-        const auto end = std::find_if(begin, steps.end(), [key](const PendingStep* step) { return step->key != key; });
+        const auto end =
+            std::find_if(begin, steps.end(), [key](const PendingStep* step) { return step->key != key; });
         addRowChange(table, RowSteps(begin, end), change);
         begin = end;
     }
@@ -88,7 +91,9 @@ void PendingLog::addRowChange(const StyleTable& table, RowSteps steps, TableChan
     } else if (hasAction(steps, PendingStep::eAction::kDelete)) {
         // The row as it is stored: as it was when it was deleted, with earlier changes taken back.
         const auto& stored = m_scratch.emplace_back(table.rows().copyOf(steps.back()->record.get()));
-        forFirstChanges(steps, [&](const Column& column, const CellValue& before) { column.write(stored.get(), before); });
+        forFirstChanges(steps, [&](const Column& column, const CellValue& before) {
+            column.write(stored.get(), before);
+        });
         change.deleted.push_back(stored.get());
     } else if (live) {
         forFirstChanges(steps, [&](const Column& column, const CellValue& before) {

@@ -66,15 +66,16 @@ public:
     /// What can be taken back, the latest first, or brought again, what is next first; no more than `most`.
     std::vector<PendingCommand> undoable(std::size_t most) const;
     std::vector<PendingCommand> redoable(std::size_t most) const;
-    /// The steps of the first of these, in the order in which the caller must apply them to the tables (backwards for
-    /// undo). Empty when there is none.
+    /// The steps of the first of these, in the order in which the caller must apply them to the tables
+    /// (backwards for undo). Empty when there is none.
     std::vector<PendingStep> takeUndo();
     std::vector<PendingStep> takeRedo();
 
 private:
     using Place = std::pair<SourceId, eTableType>;
 
-    void addRowChange(const StyleTable& table, std::span<const PendingStep* const> steps, TableChange& change);
+    void addRowChange(const StyleTable& table, std::span<const PendingStep* const> steps,
+                      TableChange& change);
     PendingCommand command(std::size_t first, std::size_t last) const;
     void count(const PendingStep& step, int by);
 

@@ -13,9 +13,11 @@ inline void soften(QStyleOptionViewItem* option) {
         const QColor highlight = option->palette.color(group, QPalette::Highlight);
         const auto mix = [](int from, int to) { return from + static_cast<int>((to - from) * kShare); };
         option->palette.setColor(group, QPalette::Highlight,
-                                 QColor(mix(base.red(), highlight.red()), mix(base.green(), highlight.green()),
+                                 QColor(mix(base.red(), highlight.red()),
+                                        mix(base.green(), highlight.green()),
                                         mix(base.blue(), highlight.blue())));
-        option->palette.setColor(group, QPalette::HighlightedText, option->palette.color(group, QPalette::Text));
+        option->palette.setColor(group, QPalette::HighlightedText,
+                                 option->palette.color(group, QPalette::Text));
     }
 }
 
