@@ -1,0 +1,126 @@
+#include "model/ModelFixture.h"
+
+#include "model/items/KorDsmItems.h"
+
+using namespace KorDSMDefines;
+
+namespace {
+
+class Items : public ModelFixture {
+protected:
+    void SetUp() override {
+        ModelFixture::SetUp();
+        first.m_AddInIndex = KorDSNDefinitions::kStandardIndex;
+        second.m_AddInIndex = KorDSNDefinitions::kUserIndex;
+    }
+    KorDsmViewRequestItem& viewBelow(KorDSMDatabaseItem& parent, std::int32_t key = 4) {
+        auto* item = new KorDsmViewRequestItem;
+        StructDetViewRequest record;
+        record.key = key;
+        record.name = "Front";
+        item->initRecord(record);
+        parent.addChild(item);
+        return *item;
+    }
+
+    KorDsmAddInContentItem first;
+    KorDsmAddInContentItem second;
+};
+
+} // namespace
+
+TEST_F(Items, RecordsAreEqualOnlyUnderOneAddIn) {
+    KorDsmViewRequestItem& view = viewBelow(first);
+    EXPECT_TRUE(view.isEqual(viewBelow(first)));
+    EXPECT_FALSE(view.isEqual(viewBelow(second)));
+    EXPECT_FALSE(view.isEqual(viewBelow(first, 5)));
+    KorDsmViewRequestItem loose;
+    KorDsmViewRequestItem other;
+    EXPECT_TRUE(loose.isEqual(other)) << "outside any add-in only the records count";
+    EXPECT_FALSE(loose.isEqual(view));
+}
+
+TEST_F(Items, AddedItemsFindTheirTwins) {
+    KorDsmViewRequestItem& view = viewBelow(first);
+    KorDsmViewRequestItem& twin = viewBelow(first);
+    KorDsmViewRequestItem& foreign = viewBelow(second);
+    for (KorDsmViewRequestItem* item : {&view, &twin, &foreign})
+        structure->appendAddedItemData(new KorDSMTreeItemData(*item));
+    EXPECT_EQ(view.equalItems(), KorArray<KorDSMDatabaseItem*>{&twin});
+    EXPECT_EQ(twin.equalItems(), KorArray<KorDSMDatabaseItem*>{&view});
+    EXPECT_TRUE(foreign.equalItems().isEmpty());
+    first.releaseChild(&twin);
+    structure->deleteAddedItems();
+    delete &twin;
+    EXPECT_TRUE(view.equalItems().isEmpty()) << "an item that goes leaves the lists of its twins";
+}
+
+TEST_F(Items, AReplacedRecordDropsWhatHungOnTheOldOne) {
+    KorDsmViewRequestItem& view = viewBelow(first);
+    KorDsmViewRequestItem& twin = viewBelow(first);
+    view.linkEqualItem(twin);
+    view.addChild(new KorDsmSystemAndBoxItem);
+    view.m_bExpanded = true;
+    int entry = 0;
+    view.m_hTreeItem = reinterpret_cast<KorTreeHandle>(&entry);
+    StructDetViewRequest top;
+    top.key = 9;
+    top.name = "Top";
+    view.setRecord(top);
+    EXPECT_TRUE(view.children().isEmpty());
+    EXPECT_FALSE(view.m_bExpanded);
+    EXPECT_TRUE(view.equalItems().isEmpty());
+    EXPECT_TRUE(twin.equalItems().isEmpty());
+    EXPECT_EQ(texts, Names{"Top"});
+    EXPECT_EQ(numbers, (std::vector<int>{DsmInsertPlaceholder::kNumber, DsmCollapseEntry::kNumber,
+                                         DsmSetEntryText::kNumber, DsmAttachItemData::kNumber}));
+    numbers.clear();
+    view.setRecord(top);
+    EXPECT_EQ(numbers, (std::vector<int>{DsmSetEntryText::kNumber, DsmAttachItemData::kNumber}))
+        << "what was never opened has nothing to drop";
+}
+
+TEST_F(Items, ADimensionRequestShowsItsNewName) {
+    KorDsmDimRequestItem item;
+    item.setName("Holes along X");
+    EXPECT_EQ(item.getDisplayName(), "Holes along X");
+    EXPECT_EQ(texts, Names{"Holes along X"});
+}
+
+TEST_F(Items, AnArrangementStandsForOneOfItsRecords) {
+    KorDsmAnnotationArrangementItem control;
+    KorDsmAnnotationArrangementItem strategy;
+    control.m_Control.key = strategy.m_Control.key = 3;
+    strategy.m_Strategy.key = 8;
+    strategy.m_bStandsForStrategy = true;
+    EXPECT_EQ(control.recordKey(), 3);
+    EXPECT_EQ(control.tableType(), kTableArrangerControl);
+    EXPECT_FALSE(control.usesNewArranger());
+    EXPECT_EQ(strategy.recordKey(), 8);
+    EXPECT_EQ(strategy.tableType(), kTableArrangerStrategy);
+    EXPECT_TRUE(strategy.usesNewArranger());
+    EXPECT_FALSE(control.isEqual(strategy));
+}
+
+TEST_F(Items, AMapEntryTakesEachOfItsRecordsOnce) {
+    std::vector<std::string> failed;
+    KorAssert::setSink([&](const char* expression, const char*, int) { failed.push_back(expression); });
+    KorDsmReprMapItem entry;
+    entry.createQualifierSet(new KorDsmQualifierSetItem);
+    EXPECT_TRUE(failed.empty());
+    entry.createQualifierSet(new KorDsmQualifierSetItem);
+    KorAssert::setSink({});
+    EXPECT_EQ(failed, std::vector<std::string>{"m_QualifierSet == NULL"});
+}
+
+TEST_F(Items, IconsStandAtTheirFixedPlaces) {
+    loadGlobalIcons();
+    ASSERT_EQ(m_GlobalIcons.length(), 25);
+    constexpr std::pair<int, int> kPlaces[] = {{0, 1162},  {1, 393},   {6, 383},   {10, 1057}, {11, 1056},
+                                               {12, 1055}, {13, 1067}, {14, 1054}, {16, 1059}, {18, 1062},
+                                               {19, 1060}, {20, 1063}, {21, 1064}, {22, 1066}, {23, 1065}};
+    for (const auto& [index, resource] : kPlaces)
+        EXPECT_EQ(m_GlobalIcons[index].resource, resource) << index;
+    EXPECT_EQ(m_GlobalIcons[kIconHost].file, "appicon.svg");
+    EXPECT_EQ(m_GlobalIcons[kIconInstallation].file, "icons/standard.svg");
+}
