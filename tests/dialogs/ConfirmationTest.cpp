@@ -1,0 +1,92 @@
+#include "controls/KorControls.h"
+#include "data/records/StyleRecords.h"
+#include "dialogs/KorDSMDialogConfirmation.h"
+#include "dialogs/UserDataFixture.h"
+#include "model/KorDSMDialogFactory.h"
+#include "model/KorDSMMessages.h"
+#include "services/KOSettings.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
+#include <QRadioButton>
+#include <QTimer>
+
+namespace {
+
+class Confirmation : public UserDataFixture, public KorMessageTarget {
+protected:
+    Confirmation() {
+        KOSettings::getInstance().useFile(folder.path() / "settings.ini");
+        structure.setShowWarning(true);
+        previous = KorDSMMainWindow::set(this);
+        set = databases.here()->table(kTableQualifierSet).find("HB rails")->key;
+    }
+    ~Confirmation() override { KorDSMMainWindow::set(previous); }
+
+    void onMessage(const KorMessage& message) override {
+        if (message.number == DsmSetOptionCheck::kNumber) {
+            const auto& check = static_cast<const DsmSetOptionCheck&>(message);
+            checks.emplace_back(check.index, check.value);
+        }
+    }
+
+    /// The answer after clicks on these controls, in their order.
+    int answerAfter(std::initializer_list<int> controls) {
+        QTimer::singleShot(0, [controls = std::vector<int>(controls)] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            ASSERT_NE(dialog, nullptr);
+            for (const int id : controls) {
+                auto* button = KorControls::find<QAbstractButton>(dialog, id);
+                button->setEnabled(true); // the copy is offered only where a caller shows its button
+                button->click();
+            }
+        });
+        return KorDSMDialogConfirmation::ask(kTableQualifierSet, KorOdbcKey(set), nullptr);
+    }
+
+    static constexpr int kOk = 1;
+    static constexpr int kCancel = 2;
+    static constexpr int kModify = 1212;
+    static constexpr int kMakeCopy = 1213;
+    static constexpr int kLeave = 1214;
+    static constexpr int kDontAsk = 1240;
+
+    KorDSMDataStructure& structure = KorDSMDialogFactory::getDSMDataStructure();
+    KorMessageTarget* previous = nullptr;
+    std::int32_t set = 0;
+    std::vector<std::pair<int, bool>> checks; ///< of the options menu, as told to the window
+};
+
+} // namespace
+
+TEST_F(Confirmation, TurnsTheChoiceIntoAnAnswer) {
+    EXPECT_EQ(answerAfter({kOk}), 1);
+    EXPECT_EQ(answerAfter({kMakeCopy, kOk}), 2);
+    EXPECT_EQ(answerAfter({kLeave, kOk}), 0);
+    EXPECT_EQ(answerAfter({kLeave, kModify, kOk}), 1);
+    EXPECT_EQ(answerAfter({kCancel}), 0);
+    EXPECT_EQ(answerAfter({kMakeCopy, kCancel}), 0);
+    EXPECT_TRUE(structure.getShowWarning());
+}
+
+TEST_F(Confirmation, IsNotAskedAgainOnlyAfterOk) {
+    EXPECT_EQ(answerAfter({kDontAsk, kCancel}), 0);
+    EXPECT_TRUE(structure.getShowWarning());
+    EXPECT_TRUE(checks.empty());
+    EXPECT_EQ(answerAfter({kDontAsk, kOk}), 1);
+    EXPECT_FALSE(structure.getShowWarning());
+    EXPECT_EQ(checks, (std::vector<std::pair<int, bool>>{{2, false}}));
+    bool stored = true;
+    EXPECT_TRUE(KOSettings::getInstance().readBool(KOSettings::getKeyDSM(), "ShowWarning", stored));
+    EXPECT_FALSE(stored);
+}
+
+TEST_F(Confirmation, NamesTheRecordAndItsKind) {
+    const KorDSMDialogConfirmation dialog(kTableQualifierSet, KorOdbcKey(set), nullptr);
+    EXPECT_EQ(KorControls::find<QLabel>(&dialog, 1238)->text(), "HB rails");
+    const KorDSMDialogConfirmation other(kTableAppearance, KorOdbcKey(1), nullptr);
+    EXPECT_TRUE(KorControls::find<QLabel>(&other, 1235)->text().contains("item"));
+    EXPECT_EQ(KorControls::find<QLabel>(&other, 1238)->text(), "");
+    EXPECT_TRUE(KorControls::find<QAbstractButton>(&other, kMakeCopy)->isHidden());
+}
