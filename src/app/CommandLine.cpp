@@ -77,6 +77,9 @@ void addEdit(CLI::App& app, Wanted& wanted) {
     auto* screenshot = command->add_option("--screenshot", wanted.edit.screenshot,
                                            translatable("Paint the open editor into this PNG file instead"));
     command
+        ->add_flag("--overwrite", wanted.edit.overwrite, translatable("Replace the file where there is one"))
+        ->needs(screenshot);
+    command
         ->add_option("--size", wanted.edit.size,
                      translatable("Size of the picture in pixels, such as 1280x800"))
         ->needs(screenshot)
@@ -201,7 +204,7 @@ int run(char** argv, const Wanted& wanted) {
     std::ranges::for_each(folder.problems(), &Console::complain);
     const int code = wanted.command ? wanted.command(folder) : openEditor(argv, folder, wanted.edit);
     std::ranges::for_each(KorHostReport::take(), &Console::complain);
-    return code;
+    return Console::finish() ? code : kExitFailed;
 }
 
 } // namespace
@@ -219,7 +222,8 @@ int runCommandLine(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? kExitDone : kExitUsage;
+        const int code = app.exit(error) == 0 ? kExitDone : kExitUsage;
+        return Console::finish() ? code : kExitFailed;
     }
     return run(argv, wanted);
 }

@@ -28,6 +28,7 @@ struct RowOptions {
 struct EditOptions {
     RowOptions style{"detail-style", {}, {}}; ///< the style to open with; without a name the last place
     std::string screenshot; ///< file into which a picture of the open editor goes instead of running it
+    bool overwrite = false; ///< replace the file where there is one
     std::string size;       ///< of the window, "WxH" in pixels; empty: as the editor likes
 };
 

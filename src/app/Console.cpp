@@ -1,11 +1,16 @@
 #include "app/Console.h"
 
+#include "base/Translation.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QString>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <iostream>
 
 #include <sys/ioctl.h>
@@ -72,6 +77,19 @@ void complain(const KorString& sentence) {
 
 void say(const KorString& line) {
     std::cout << oneLine(line).toStdString() << '\n';
+}
+
+bool finish() {
+    errno = 0;
+    std::cout.flush();
+    const int error = errno;
+    const bool stdioWhole = std::fflush(stdout) == 0 && !std::ferror(stdout);
+    if (std::cout.good() && stdioWhole)
+        return true;
+    complain(KorString::format(translated("The output could not be written to its end (%s); free some space "
+                                          "or send it elsewhere."),
+                               {std::strerror(error ? error : EIO)}));
+    return false;
 }
 
 void print(const QJsonArray& document) {

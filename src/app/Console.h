@@ -14,6 +14,8 @@ namespace Console {
 void complain(const KorString& sentence);
 /// A line on standard output.
 void say(const KorString& line);
+/// Sends out what is held back, and complains where standard output did not take all. Returns whether it did.
+bool finish();
 /// A document on standard output, indented.
 void print(const QJsonArray& document);
 void print(const QJsonObject& document);

@@ -1,6 +1,7 @@
 #include "app/EditCommand.h"
 
 #include "app/Console.h"
+#include "app/OutputFile.h"
 #include "app/StartSelection.h"
 #include "base/Translation.h"
 #include "controls/KorStyle.h"
@@ -8,19 +9,34 @@
 #include "services/KOSettings.h"
 #include "services/KorExchangeUtilities.h"
 #include "services/KorHostReport.h"
+#include "services/KorTextFile.h"
 #include "services/Prompts.h"
 #include "session/KorDSMHandOver.h"
 #include "shell/DataFolder.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QLibraryInfo>
+#include <QPixmap>
 #include <QTimer>
 #include <QTranslator>
 #include <QWidget>
 
 #include <cstdio>
+#include <filesystem>
 
 namespace {
+
+// Whole or not at all, as the other files that the program writes.
+bool writePicture(const QPixmap& picture, const std::string& file) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    std::error_code error;
+    const std::filesystem::path target = std::filesystem::absolute(file, error);
+    return !error && picture.save(&buffer, "PNG") &&
+           std::filesystem::is_directory(target.parent_path(), error) &&
+           KorTextFile::replace(target, bytes.toStdString());
+}
 
 // Paints the window once it has settled, then closes it. `painted` tells whether the file was written.
 void paintWhenOpen(QWidget* window, const EditOptions& options, bool& painted) {
@@ -36,9 +52,19 @@ void paintWhenOpen(QWidget* window, const EditOptions& options, bool& painted) {
                 break;
             message->close();
         }
-        painted = window->grab().save(QString::fromStdString(options.screenshot), "PNG");
+        painted = writePicture(window->grab(), options.screenshot);
         window->close();
     });
+}
+
+// Whether the picture may be written; complains otherwise. The window of a picture is not the user's own, so
+// nothing about it is remembered.
+bool mayPaint(const EditOptions& options) {
+    KOSettings::getInstance().keepFileUnchanged();
+    const KorString hindrance = OutputFile::hindrance(options.screenshot, options.overwrite);
+    if (!hindrance.isEmpty())
+        Console::complain(hindrance);
+    return hindrance.isEmpty();
 }
 
 // Qt ends the whole program where it finds no display. A picture needs none.
@@ -94,6 +120,8 @@ void printHandOver() {
 
 int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
     if (!prepareDisplay(!options.screenshot.empty()))
+        return kExitFailed;
+    if (!options.screenshot.empty() && !mayPaint(options))
         return kExitFailed;
     if (!options.style.name.empty() && selectStyle(options.style) != kExitDone)
         return kExitFailed;

@@ -1,11 +1,10 @@
 #include "app/Commands.h"
 #include "app/Console.h"
+#include "app/OutputFile.h"
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
 #include "base/Translation.h"
 #include "data/exchange/KorODBCDetailStyleExports.h"
-
-#include <filesystem>
 
 namespace {
 
@@ -25,11 +24,9 @@ int exportCommand(DataFolder&, const ExportOptions& options) {
         Console::complain(error);
         return found;
     }
-    std::error_code ignored;
-    if (!options.overwrite && std::filesystem::exists(options.file, ignored))
-        return failed(KorString::format(
-            translated("The file \"%s\" exists already; choose another name, or give --overwrite."),
-            {options.file}));
+    if (const KorString hindrance = OutputFile::hindrance(options.file, options.overwrite);
+        !hindrance.isEmpty())
+        return failed(hindrance);
     const int result = KorODBCDetailStyleExports::exportDetail(row.table->type, row.key, row.source.dsn,
                                                                row.source.index, options.file);
     if (result != KorODBCDetailStyleExports::kDone) {

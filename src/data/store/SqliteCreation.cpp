@@ -99,7 +99,7 @@ StoreResult SqliteCreation::checkTarget() const {
     const auto present = fileIdentity(m_path);
     if (present && m_rule == eTarget::kMustBeNew)
         return fault(eStoreFault::kExists);
-    if (present && std::filesystem::is_directory(m_path))
+    if (present && !std::filesystem::is_regular_file(m_path))
         return fault(eStoreFault::kNoFile);
     if (present && OpenFiles::contains(*present))
         return fault(eStoreFault::kOpenHere);

@@ -22,7 +22,7 @@ fs::path defaultFile() {
     if (const char* config = std::getenv("XDG_CONFIG_HOME"); config && *config)
         return fs::path(config) / "detailstyles" / "settings.ini";
     const char* home = std::getenv("HOME");
-    return fs::path(home ? home : ".") / ".config" / "detailstyles" / "settings.ini";
+    return home && *home ? fs::path(home) / ".config" / "detailstyles" / "settings.ini" : fs::path();
 }
 
 } // namespace
@@ -41,6 +41,7 @@ void KOSettings::useFile(const fs::path& file) {
     m_lines.clear();
     m_reportedNames.clear();
     m_unreadable = m_writeFailed = false;
+    m_keepsFile = m_file.empty(); // there is no home for settings
     std::error_code ignored;
     if (!fs::exists(m_file, ignored))
         return;
@@ -164,12 +165,12 @@ void KOSettings::set(const KorString& key, const KorString& name, const KorStrin
 
 void KOSettings::takeWhatOthersWrote() {
     std::vector<KorString> texts;
-    if (!m_unreadable && !m_writeFailed && KorTextFile::readLines(m_file, texts))
+    if (!m_unreadable && !m_writeFailed && !m_keepsFile && KorTextFile::readLines(m_file, texts))
         takeLines(texts);
 }
 
 void KOSettings::store() {
-    if (m_unreadable)
+    if (m_unreadable || m_keepsFile)
         return;
     std::string text;
     for (const Line& line : m_lines)

@@ -39,6 +39,8 @@ public:
     /// are no settings are reported and ignored; the next write turns them into comments.
     void useFile(const std::filesystem::path& file);
     const std::filesystem::path& file() const { return m_file; }
+    /// From now on what is written holds for this process alone.
+    void keepFileUnchanged() { m_keepsFile = true; }
 
 private:
     struct Line {
@@ -63,5 +65,6 @@ private:
     std::vector<Line> m_lines;
     bool m_unreadable = false; ///< never replace what could not be read
     bool m_writeFailed = false;
+    bool m_keepsFile = false;
     mutable std::set<KorString> m_reportedNames;
 };

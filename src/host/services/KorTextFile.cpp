@@ -11,9 +11,12 @@ namespace fs = std::filesystem;
 namespace KorTextFile {
 
 bool readLines(const fs::path& file, std::vector<KorString>& lines) {
+    constexpr std::uintmax_t kLargest = 16U << 20;
     std::error_code error;
+    if (!fs::is_regular_file(file, error) || fs::file_size(file, error) > kLargest)
+        return false;
     std::ifstream stream(file, std::ios::binary);
-    if (!stream || fs::is_directory(file, error))
+    if (!stream)
         return false;
     lines.clear();
     for (std::string line; std::getline(stream, line);) {
@@ -68,6 +71,9 @@ void syncFolder(const fs::path& folder) {
 bool replace(const fs::path& file, const std::string& text) {
     std::error_code error;
     const fs::path target = fs::is_symlink(file, error) ? fs::weakly_canonical(file, error) : file;
+    if (const fs::file_status present = fs::status(target, error);
+        fs::exists(present) && !fs::is_regular_file(present))
+        return false;
     fs::create_directories(target.parent_path(), error);
     fs::path temporary = target;
     temporary += "." + std::to_string(::getpid()) + ".new"; // two programs may write at the same time

@@ -9,11 +9,13 @@
 namespace KorTextFile {
 
 /// All lines without their line breaks (LF or CR LF), and without a byte order mark. Returns false when the
-/// file cannot be read.
+/// file cannot be read, is no ordinary file (a pipe would keep the program waiting, a device may never end),
+/// or is larger than 16 MB.
 bool readLines(const std::filesystem::path& file, std::vector<KorString>& lines);
 
 /// Replaces the file's content as a whole: a temporary file beside it is written, synced and renamed. Makes
-/// the folder when it is missing, keeps the file's permissions, and follows a symbolic link. Returns false
+/// the folder when it is missing, keeps the file's permissions, and follows a symbolic link. Never replaces
+/// anything but an ordinary file. Returns false
 /// when that is not possible; the old file is then untouched.
 bool replace(const std::filesystem::path& file, const std::string& text);
 

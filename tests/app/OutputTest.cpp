@@ -1,0 +1,101 @@
+#include "app/ProgramFixture.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class OutputTest : public ProgramTest {
+protected:
+    // A picture or an exported style must not be written there; what lies there stays as it is.
+    void expectRefused(const fs::path& file, const QStringList& more) {
+        const QString name = QString::fromStdString(file.string());
+        for (const QStringList& command :
+             {QStringList{"edit", "--screenshot", name}, QStringList{"export", "Beam", name}}) {
+            const ProgramRun refused = run(command + more);
+            EXPECT_EQ(refused.exitCode, 1) << command.first().toStdString();
+            ASSERT_EQ(refused.complaints.size(), 1) << refused.complaints.join('\n').toStdString();
+            EXPECT_TRUE(refused.complaints.first().contains(name)) << refused.complaints[0].toStdString();
+        }
+    }
+};
+
+} // namespace
+
+TEST_F(OutputTest, NoOutputReplacesADatabaseThatIsOpenOrAnyOtherFileUnasked) {
+    const std::string user = contentOf(data() / "user.dsdb");
+    expectRefused(data() / "user.dsdb", {});
+    expectRefused(data() / "user.dsdb", {"--overwrite"});
+    fs::create_symlink(data() / "user.dsdb", folder() / "link");
+    expectRefused(folder() / "link", {"--overwrite"});
+    EXPECT_TRUE(fs::is_symlink(folder() / "link"));
+    EXPECT_EQ(contentOf(data() / "user.dsdb"), user);
+
+    const fs::path notes = folder() / "notes";
+    writeFile(notes, "mine");
+    expectRefused(notes, {});
+    EXPECT_EQ(contentOf(notes), "mine");
+    EXPECT_EQ(run({"edit", "--screenshot", QString::fromStdString(notes), "--overwrite"}).exitCode, 0);
+    EXPECT_TRUE(contentOf(notes).starts_with("\x89PNG"));
+
+    const fs::path pipe = folder() / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    expectRefused(pipe, {"--overwrite"});
+    EXPECT_TRUE(fs::is_fifo(pipe));
+    expectRefused("/dev/full", {"--overwrite"});
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+TEST_F(OutputTest, APictureLeavesTheRememberedWindowAlone) {
+    const fs::path settings = folder() / "config" / "detailstyles" / "settings.ini";
+    fs::create_directories(settings.parent_path());
+    writeFile(settings, "[Layout]\nMainDialog = as the user left it\n");
+    const std::string before = contentOf(settings);
+    const QString picture = QString::fromStdString((folder() / "editor.png").string());
+    EXPECT_EQ(run({"edit", "--screenshot", picture, "--size", "900x600"}).exitCode, 0);
+    EXPECT_EQ(contentOf(settings), before);
+}
+
+TEST_F(OutputTest, WhatCouldNotBeWrittenToItsEndIsAFailure) {
+    inChild = [] { dup2(::open("/dev/full", O_WRONLY), STDOUT_FILENO); };
+    for (const QStringList& command :
+         {QStringList{"list"}, {"list", "--json"}, {"show", "detail-style", "Beam"}, {"--help"}}) {
+        const ProgramRun cut = run(command);
+        EXPECT_EQ(cut.exitCode, 1) << command.join(' ').toStdString();
+        ASSERT_EQ(cut.complaints.size(), 1);
+        EXPECT_TRUE(cut.complaints.first().contains("could not be written to its end"));
+    }
+}
+
+TEST_F(OutputTest, WithoutAHomeNothingIsWrittenIntoTheWorkingFolder) {
+    const fs::path work = folder() / "work";
+    fs::create_directories(work);
+    for (const char* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+        environment.remove(variable);
+    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    const std::string place = work.string();
+    inChild = [place] {
+        if (chdir(place.c_str()) != 0)
+            _exit(99);
+    };
+    const QString picture = QString::fromStdString((folder() / "editor.png").string());
+    EXPECT_EQ(run({"edit", "--screenshot", picture}).exitCode, 0);
+    EXPECT_TRUE(fs::is_empty(work));
+}
+
+TEST_F(OutputTest, ADeletedWorkingFolderIsNoCrash) {
+    const std::string place = (folder() / "gone").string();
+    fs::create_directories(place);
+    inChild = [place] {
+        if (chdir(place.c_str()) != 0 || rmdir(place.c_str()) != 0)
+            _exit(99);
+    };
+    const ProgramRun refused = runBare({"--data", "data", "list"});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_EQ(refused.complaints.size(), 1) << refused.complaints.join('\n').toStdString();
+    fs::create_directories(place);
+    EXPECT_EQ(run({"list"}).exitCode, 0);
+}
