@@ -37,8 +37,6 @@ protected:
     // A timer of its own each time: what an answer opens is answered while the answer is still under way.
     void keepAnswering() {
         QTimer::singleShot(0, &m_answering, [this] {
-            if (!m_answers)
-                return;
             keepAnswering();
             answerWhatIsOpen();
         });
@@ -227,7 +225,6 @@ protected:
                 break;
             written = std::max(written, StyleDatabases::current().pending().steps().size());
         }
-        m_answers = false;
         return written;
     }
 
@@ -239,7 +236,6 @@ protected:
 
     std::mt19937 m_random; // the same sequence for the same seed
     QObject m_answering;   // the answers end with the test
-    bool m_answers = true;
     bool m_changesOutside = false;
 };
 
