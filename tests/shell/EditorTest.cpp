@@ -261,10 +261,8 @@ TEST_F(EditorFixture, WhatAnotherProgramChangedTooIsAskedAboutAndOverwrittenOnly
     showTab(1);
     click(pageControl<QRadioButton>(kBelowDetail));
     const auto storedElsewhere = [this](int position) {
-        const std::string script = "sqlite3 '" + path("user.dsdb") +
-                                   "' \"UPDATE detail_style SET title_position=" + std::to_string(position) +
-                                   " WHERE name='HB post 1:15'\"";
-        ASSERT_EQ(std::system(script.c_str()), 0);
+        storeElsewhere("user.dsdb", "UPDATE detail_style SET title_position=" + std::to_string(position) +
+                                        " WHERE name='HB post 1:15'");
     };
     const auto answer = [this](const char* buttonText) {
         answerNext([buttonText](QWidget* modal) {

@@ -17,7 +17,6 @@
 
 #include <fstream>
 #include <random>
-#include <sqlite3.h>
 #include <sstream>
 
 namespace {
@@ -149,13 +148,9 @@ protected:
 
     // What another program stores comes in when the window is activated.
     void changeOutside() {
-        sqlite3* database = nullptr;
-        ASSERT_EQ(sqlite3_open(path("user.dsdb").c_str(), &database), SQLITE_OK);
-        const std::string set = "UPDATE detail_style SET title_position=" + std::to_string(below(8)) +
-                                ", description='seen " + std::to_string(below(100)) +
-                                "' WHERE name LIKE 'HB p%'";
-        EXPECT_EQ(sqlite3_exec(database, set.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
-        sqlite3_close(database);
+        storeElsewhere("user.dsdb", "UPDATE detail_style SET title_position=" + std::to_string(below(8)) +
+                                        ", description='seen " + std::to_string(below(100)) +
+                                        "' WHERE name LIKE 'HB p%'");
         QEvent activation(QEvent::WindowActivate);
         QApplication::sendEvent(m_dialog.get(), &activation);
     }
