@@ -245,7 +245,7 @@ void referenceUpdate(benchmark::State& state) {
 // A click in the open page of a view request that a hundred other entries show too.
 void guardedWriteWithTwins(benchmark::State& state) {
     WritableEditor editor;
-    const auto previous = KorDSMGuardedWrite::setAskFunction([](eTableType, const KorOdbcKey&) { return 1; });
+    KorDSMGuardedWrite::addAskFunction(&state, [](eTableType, const KorOdbcKey&) { return 1; });
     KorTreeCtrl& tree = *editor.dialog->currentTree().control();
     tree.expand(tree.selectedItem());
     tree.selectItem(tree.getChildItem(tree.selectedItem()));
@@ -266,7 +266,7 @@ void guardedWriteWithTwins(benchmark::State& state) {
     if (editor.databases->pending().steps().size() != static_cast<std::size_t>(state.iterations()))
         state.SkipWithError("not every click was written once");
     twins.clear();
-    KorDSMGuardedWrite::setAskFunction(previous);
+    KorDSMGuardedWrite::removeAskFunction(&state);
 }
 
 // Presses OK in the next modal dialog, once it is shown.

@@ -50,10 +50,10 @@ KorDSMValueText::Parsed parse(const RowChoice& row, const Column& column, const 
 
 int write(const RowChoice& row, const Column& column, const CellValue& value) {
     // Whoever asked for a shared row to be written has answered the question already.
-    KorDSMGuardedWrite::setAskFunction(
-        [](eTableType, const KorOdbcKey&) { return KorDSMGuardedWrite::kWrite; });
+    KorDSMGuardedWrite::addAskFunction(
+        &row, [](eTableType, const KorOdbcKey&) { return KorDSMGuardedWrite::kWrite; });
     const int result = KorDSMGuardedWrite::setAttributeValue(row.table->type, row.key, column.number, value);
-    KorDSMGuardedWrite::setAskFunction({});
+    KorDSMGuardedWrite::removeAskFunction(&row);
     if (result != KorDSMGuardedWrite::kWrite)
         return refuse(
             kExitFailed,

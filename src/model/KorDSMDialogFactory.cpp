@@ -1,9 +1,22 @@
 #include "model/KorDSMDialogFactory.h"
 
+#include "services/KorResources.h"
+
 KorString KorDSMDialogFactory::moduleHandle;
 
+namespace {
+
+// Its texts are the first that are looked up where a host comes here before it opens the editor.
+KorDSMDataStructure makeStructure() {
+    if (const KorString& folder = KorDSMDialogFactory::moduleHandle; !folder.isEmpty())
+        KorResources::setFolder(folder.toStdString());
+    return KorDSMDataStructure();
+}
+
+} // namespace
+
 KorDSMDataStructure& KorDSMDialogFactory::getDSMDataStructure() {
-    static KorDSMDataStructure structure;
+    static KorDSMDataStructure structure = makeStructure();
     return structure;
 }
 

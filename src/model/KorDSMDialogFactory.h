@@ -4,32 +4,37 @@
 #include "model/KorDSMDataStructure.h"
 #include "model/KorDSMSectionLoader.h"
 
+#include <memory>
+
 class QWidget;
 /// A window of the host.
 using CWnd = QWidget;
 
-class KorDSMMainDialog;
-
 /// The host's way into the editor: opens the detail styles manager on the process-wide data structure.
 ///
 /// The operations that open a window need a QApplication, which the host brings. Everything runs on the
-/// host's user-interface thread.
+/// host's user-interface thread. One factory serves any number of openings, one after the other and one beside
+/// the other; of several open editors the active one shows the data structure.
 class DETAILSTYLES_API KorDSMDialogFactory {
 public:
-    /// Creates the main dialog for a parent window (may be null); it is not shown yet.
+    /// Creates the main dialog for a parent window (may be null); it is not shown yet. The parent may be
+    /// destroyed before the factory.
     explicit KorDSMDialogFactory(CWnd* parent);
-    /// Two factories then share one dialog; only the last one alive may still show it.
+    /// Two factories then share their dialogs, which live as long as one of the two.
     KorDSMDialogFactory(const KorDSMDialogFactory& other) = default;
     KorDSMDialogFactory& operator=(const KorDSMDialogFactory& other) = default;
+    /// Destroys the dialogs that no other factory shares.
     virtual ~KorDSMDialogFactory();
 
     /// Loads what has to be loaded and runs the editor. Returns 1 when it was left by OK or Use, 2 when it
     /// was cancelled.
     virtual int DoModal();
     /// Creates the editor without running it and without loading: it shows what the data structure holds.
-    /// Returns non-zero on success. The window belongs to the factory.
+    /// Returns non-zero on success. The window belongs to the factory; one that is not shown when the next
+    /// editor is opened is destroyed then.
     int Create(CWnd* parent);
-    /// The dialog's window, or null before it is shown; owned by the factory.
+    /// The window that `DoModal` or `Create` opened last, else the one that the next of them will open; owned
+    /// by the factory. That of `DoModal` is gone when it returns.
     CWnd* window() const;
 
     /// The one data structure, made on the first call and kept until the module is unloaded.
@@ -45,11 +50,13 @@ public:
     static void expandDimRequestsAddInContent(KorDsmDimRequestsAddInItem* addIn);
     static void expandQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn);
 
-    /// Instance of the module whose resources are current while a dialog of the module is shown: the folder
-    /// with its resources. Empty: where the module itself looks for them.
+    /// Instance of the module whose resources its dialogs use: the folder with its resources. Empty: where the
+    /// module itself looks for them. The host's own resources are never touched.
     static KorString moduleHandle;
 
 private:
-    KorDSMMainDialog* m_pDialog = nullptr;
+    class Dialogs;
+
+    std::shared_ptr<Dialogs> m_pDialogs; // shared by copies
     KorDSMSectionLoader m_Loader;
 };

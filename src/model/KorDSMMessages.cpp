@@ -2,30 +2,35 @@
 
 #include "services/KorHostPost.h"
 
-#include <utility>
+#include <vector>
 
 namespace KorDSMMainWindow {
 
 namespace {
-KorMessageTarget* g_target = nullptr;
+std::vector<KorMessageTarget*> g_targets;
 }
 
 KorMessageTarget* get() {
-    return g_target;
+    return g_targets.empty() ? nullptr : g_targets.back();
 }
 
-KorMessageTarget* set(KorMessageTarget* target) {
-    return std::exchange(g_target, target);
+void add(KorMessageTarget* target) {
+    remove(target);
+    g_targets.push_back(target);
+}
+
+void remove(const KorMessageTarget* target) {
+    std::erase(g_targets, target);
 }
 
 void sendMessage(const KorMessage& message) {
-    if (g_target)
-        g_target->onMessage(message);
+    if (KorMessageTarget* target = get())
+        target->onMessage(message);
 }
 
 void post(std::shared_ptr<const KorMessage> message) {
-    KorHostPost::post([message, target = g_target] {
-        if (target && target == g_target)
+    KorHostPost::post([message, target = get()] {
+        if (target && target == get())
             target->onMessage(*message);
     });
 }

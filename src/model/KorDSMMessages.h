@@ -106,10 +106,12 @@ public:
 /// The way to the main dialog's window, which is kept process-wide.
 namespace KorDSMMainWindow {
 
-/// The target, or null while no editor is open. Not owned.
+/// The target: the one added last of those that are still there, or null while no editor is open. Not owned.
 KorMessageTarget* get();
-/// Sets the target and returns the previous one.
-KorMessageTarget* set(KorMessageTarget* target);
+/// Makes `target` the one that messages go to, until it is removed or another one is added.
+void add(KorMessageTarget* target);
+/// Takes a target out, in any order; nothing happens when it is not there.
+void remove(const KorMessageTarget* target);
 
 /// Delivers at once. Without a target the message is dropped.
 void sendMessage(const KorMessage& message);

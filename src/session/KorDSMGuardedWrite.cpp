@@ -6,13 +6,19 @@
 #include "model/KorDSMMessages.h"
 
 #include <utility>
+#include <vector>
 
 namespace {
-KorDSMGuardedWrite::AskFunction g_ask;
+std::vector<std::pair<const void*, KorDSMGuardedWrite::AskFunction>> g_askers;
 }
 
-KorDSMGuardedWrite::AskFunction KorDSMGuardedWrite::setAskFunction(AskFunction ask) {
-    return std::exchange(g_ask, std::move(ask));
+void KorDSMGuardedWrite::addAskFunction(const void* owner, AskFunction ask) {
+    removeAskFunction(owner);
+    g_askers.emplace_back(owner, std::move(ask));
+}
+
+void KorDSMGuardedWrite::removeAskFunction(const void* owner) {
+    std::erase_if(g_askers, [owner](const auto& asker) { return asker.first == owner; });
 }
 
 bool KorDSMGuardedWrite::needsConfirmation(eTableType table, const KorOdbcKey& key) {
@@ -23,7 +29,7 @@ bool KorDSMGuardedWrite::needsConfirmation(eTableType table, const KorOdbcKey& k
 int KorDSMGuardedWrite::write(eTableType table, const KorOdbcKey& key, const std::function<int()>& writeNow) {
     int answer = kWrite;
     if (needsConfirmation(table, key))
-        answer = g_ask ? g_ask(table, key) : kDecline;
+        answer = g_askers.empty() ? kDecline : AskFunction(g_askers.back().second)(table, key);
     if (answer != kWrite)
         return answer;
     const int odbcResult = writeNow();

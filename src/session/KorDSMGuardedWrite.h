@@ -13,9 +13,11 @@ public:
     enum eAnswer : int { kDecline = 0, kWrite = 1, kCopy = 2 };
     using AskFunction = std::function<int(eTableType table, const KorOdbcKey& key)>;
 
-    /// Sets who is asked before a shared row is written, and returns the previous one. Without anybody to ask
-    /// a shared row is not written.
-    static AskFunction setAskFunction(AskFunction ask);
+    /// Says who is asked before a shared row is written: of those that are still there the one whose owner was
+    /// added last. Without anybody to ask a shared row is not written. `owner` only names the function.
+    static void addAskFunction(const void* owner, AskFunction ask);
+    /// Takes the owner's function out, in any order; nothing happens when it has none.
+    static void removeAskFunction(const void* owner);
 
     /// Write one field of the current source. Return 1 when it was written, the answer when it was declined,
     /// 0 when the write failed (after the check "odbcResult > 0" where the layer reports below 1).

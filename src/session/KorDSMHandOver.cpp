@@ -6,12 +6,14 @@
 #include "services/KorExchangeUtilities.h"
 
 bool KorDSMHandOver::put(const KorDSMDatabaseItem* item) {
+    int status = 0;
+    KorExchangeQueue& queue = KorExchangeUtilities::getNamedQueue(kQueue, status, 0);
+    for (const char* result : {"RESULT1", "RESULT2", "RESULT3", "RESULT4"})
+        queue.remove(result);
     const KorDSMDatabaseItem* style = item ? item->ancestor(KorDSMDefines::kDetailStyle) : nullptr;
     StructDetailMaster master;
     if (!style || KorOdbcGUI::getDetailMaster(style->recordKey(), master) != 1)
         return false;
-    int status = 0;
-    KorExchangeQueue& queue = KorExchangeUtilities::getNamedQueue(kQueue, status, 0);
     queue.push("RESULT1", master.detailKey);
     queue.push("RESULT2", master.number);
     switch (KorOdbcMan::getCurrentDSN()) {

@@ -1,39 +1,55 @@
 #include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
 #include "services/KorHostReport.h"
-#include "services/KorResources.h"
 #include "shell/DataFolder.h"
 #include "shell/KorDSMMainDialog.h"
 #include "shell/ModuleResources.h"
 
+#include <QPointer>
+
+#include <vector>
+
 // The operations of KorDSMDialogFactory that open a window.
 
-namespace {
-
-// The module's resources are current for the duration of a call.
-class ModuleResourcesInUse {
+/// The windows of a factory and its copies.
+class KorDSMDialogFactory::Dialogs {
 public:
-    ModuleResourcesInUse() : m_previous(KorResources::folder()) {
-        ModuleResources::setUp(KorDSMDialogFactory::moduleHandle);
+    explicit Dialogs(CWnd* parent) : m_parent(parent) {}
+    ~Dialogs() {
+        for (const QPointer<KorDSMMainDialog>& dialog : m_dialogs)
+            delete dialog.data();
     }
-    ~ModuleResourcesInUse() { KorResources::setFolder(m_previous); }
-    ModuleResourcesInUse(const ModuleResourcesInUse&) = delete;
-    ModuleResourcesInUse& operator=(const ModuleResourcesInUse&) = delete;
+    Dialogs(const Dialogs&) = delete;
+    Dialogs& operator=(const Dialogs&) = delete;
+
+    /// The last one made; one is made when there is none.
+    KorDSMMainDialog& last() {
+        std::erase_if(m_dialogs, [](const auto& dialog) { return dialog.isNull(); });
+        if (m_dialogs.empty())
+            m_dialogs.emplace_back(new KorDSMMainDialog(m_parent));
+        return *m_dialogs.back();
+    }
+    /// One that has not been opened yet. Those that are closed are destroyed.
+    KorDSMMainDialog& fresh() {
+        for (const QPointer<KorDSMMainDialog>& dialog : m_dialogs)
+            if (dialog && dialog->isSetUp() && !dialog->isVisible())
+                delete dialog.data();
+        if (last().isSetUp())
+            m_dialogs.emplace_back(new KorDSMMainDialog(m_parent));
+        return last();
+    }
 
 private:
-    std::filesystem::path m_previous;
+    QPointer<CWnd> m_parent;
+    std::vector<QPointer<KorDSMMainDialog>> m_dialogs;
 };
 
-} // namespace
-
-KorDSMDialogFactory::KorDSMDialogFactory(CWnd* parent) {
-    const ModuleResourcesInUse resources;
-    m_pDialog = new KorDSMMainDialog(parent);
+KorDSMDialogFactory::KorDSMDialogFactory(CWnd* parent) : m_pDialogs(std::make_shared<Dialogs>(parent)) {
+    ModuleResources::setUp(moduleHandle);
+    m_pDialogs->last();
 }
 
-KorDSMDialogFactory::~KorDSMDialogFactory() {
-    delete m_pDialog;
-}
+KorDSMDialogFactory::~KorDSMDialogFactory() = default;
 
 namespace {
 
@@ -51,21 +67,28 @@ void openDatabases() {
 } // namespace
 
 int KorDSMDialogFactory::DoModal() {
-    const ModuleResourcesInUse resources;
+    ModuleResources::setUp(moduleHandle);
+    // The host may end the factory, or the parent with the window, while the editor runs.
+    const std::shared_ptr<Dialogs> dialogs = m_pDialogs;
+    const QPointer<KorDSMMainDialog> dialog = &dialogs->fresh();
     openDatabases();
+    KorDSMMainDialog::releaseDataStructure();
     m_Loader.loadDataStructure(getDSMDataStructure());
-    m_pDialog->OnInitDialog();
-    return m_pDialog->exec() == QDialog::Accepted ? 1 : 2;
+    dialog->OnInitDialog();
+    const int result = dialog->exec() == QDialog::Accepted ? 1 : 2;
+    delete dialog.data();
+    return result;
 }
 
 int KorDSMDialogFactory::Create(CWnd* parent) {
-    const ModuleResourcesInUse resources;
-    m_pDialog->setParent(parent, m_pDialog->windowFlags());
-    return m_pDialog->OnInitDialog();
+    ModuleResources::setUp(moduleHandle);
+    KorDSMMainDialog& dialog = m_pDialogs->fresh();
+    dialog.setParent(parent, dialog.windowFlags());
+    return dialog.OnInitDialog();
 }
 
 CWnd* KorDSMDialogFactory::window() const {
-    return m_pDialog;
+    return &m_pDialogs->last();
 }
 
 int KorDSMDialogFactory::openRequestDialog() {

@@ -7,7 +7,6 @@
 #include "controls/KorTabCtrl.h"
 #include "controls/TabStops.h"
 #include "data/KorOdbcMan.h"
-#include "dialogs/KorDSMDialogConfirmation.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/CKorHelp.h"
 #include "session/KorDSMItemPath.h"
@@ -25,17 +24,13 @@
 
 KorDSMMainDialog::KorDSMMainDialog(QWidget* parent)
     : QDialog(parent), m_structure(KorDSMDialogFactory::getDSMDataStructure()),
-      m_images(std::make_shared<KorImageList>()) {
-    KorDSMDataStructure::m_bApplyWasPressed = false;
-    m_previousTarget = KorDSMMainWindow::set(this);
-    m_previousAsk = KorDSMGuardedWrite::setAskFunction([this](eTableType table, const KorOdbcKey& key) {
-        return KorDSMDialogConfirmation::ask(table, key, this);
-    });
-}
+      m_images(std::make_shared<KorImageList>()) {}
 
 KorDSMMainDialog::~KorDSMMainDialog() {
-    if (m_ready)
+    if (m_ready) {
         m_memory.writeSetting();
+        leave();
+    }
     m_ready = false;
     m_handleSelection = false;
     m_structure.setUseFullExpand(m_structure.getUseFullExpand());
@@ -43,11 +38,11 @@ KorDSMMainDialog::~KorDSMMainDialog() {
         section.tree.reset();
     m_pages.clear();
     m_itemSource.release();
-    KorDSMGuardedWrite::setAskFunction(m_previousAsk);
-    KorDSMMainWindow::set(m_previousTarget);
 }
 
 int KorDSMMainDialog::OnInitDialog() {
+    KorDSMDataStructure::m_bApplyWasPressed = false;
+    beginTurn();
     setUpImages();
     setUpSections();
     setUpStrips();
@@ -214,8 +209,10 @@ bool KorDSMMainDialog::focusNextPrevChild(bool next) {
 
 // When the user comes back to the window: what others changed meanwhile, and what went wrong.
 void KorDSMMainDialog::lookAround() {
-    if (!isVisible() || QApplication::activeModalWidget() != this || ExchangeRun::isGoingOn())
+    const QWidget* modal = QApplication::activeModalWidget();
+    if (!isVisible() || (modal && modal != this) || ExchangeRun::isGoingOn())
         return;
+    takeOver();
     readOutsideChanges();
     showReports();
 }

@@ -38,11 +38,17 @@ class KorDSMMainDialog : public QDialog, public KorMessageTarget {
     Q_OBJECT
 
 public:
+    /// The window takes part in nothing before it is set up.
     explicit KorDSMMainDialog(QWidget* parent);
     ~KorDSMMainDialog() override;
 
     /// Builds the window on its template and shows the section of the data structure. Returns 1.
     int OnInitDialog();
+    bool isSetUp() const { return m_ready; }
+
+    /// The window that shows the data structure, if any, lets go of it: whoever loads or frees its items calls
+    /// this before. The window has it again when it is activated.
+    static void releaseDataStructure();
 
     void onMessage(const KorMessage& message) override;
 
@@ -57,6 +63,8 @@ public:
 
     void accept() override;
     void reject() override;
+    /// Closes the window and hands the data structure to the editor that was open before.
+    void done(int result) override;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -81,6 +89,12 @@ private:
     void setUpTabOrder();
     void setUpKeys();
     void writeTiming(const char* label, qint64 milliseconds) const;
+
+    // Turns: an item has one entry, so of several windows one at a time shows the data structure.
+    void beginTurn();
+    void letGo();
+    void leave();
+    void takeOver();
 
     // Sections
     SectionSlot& slot(eViewSections section) { return m_slots[static_cast<std::size_t>(section)]; }
@@ -163,8 +177,6 @@ private:
     KorDSMPageRegistry m_pages;
     KorDSMSelectionHistory m_history;
     KorDSMItemSource m_itemSource;
-    KorMessageTarget* m_previousTarget = nullptr;
-    KorDSMGuardedWrite::AskFunction m_previousAsk;
 
     KorButtonGroup* m_itemCommands = nullptr;
     KorButtonGroup* m_navigation = nullptr;

@@ -18,8 +18,6 @@
 #include <QLocale>
 #include <QTimer>
 
-#include <dlfcn.h>
-
 namespace {
 
 constexpr const char* kLayoutKey = "Layout";
@@ -41,26 +39,9 @@ void writeLayout(const KorString& name, const KorString& value) {
 
 } // namespace
 
-std::filesystem::path ModuleResources::findFolder() {
-    // Beside the installed module or program, or in the source tree for one that lies in its build tree.
-    Dl_info info{};
-    dladdr(reinterpret_cast<const void*>(&ModuleResources::setUp), &info);
-    std::error_code error;
-    const std::filesystem::path module =
-        std::filesystem::canonical(info.dli_fname ? info.dli_fname : "", error);
-    for (std::filesystem::path folder = module.parent_path(); folder.has_relative_path();
-         folder = folder.parent_path())
-        if (const auto resources = folder / "share" / "detailstyles";
-            std::filesystem::is_directory(resources, error))
-            return resources;
-    return DETAILSTYLES_SOURCE_RESOURCES;
-}
-
 void ModuleResources::setUp(const KorString& folder) {
     if (!folder.isEmpty())
         KorResources::setFolder(folder.toStdString());
-    else if (KorResources::folder().empty())
-        KorResources::setFolder(findFolder());
     KorPictures::setBase(KorString(KorResources::folder().string()));
     KorPictures::setMissingSink([](const KorString& path) {
         KorHostReport::add(

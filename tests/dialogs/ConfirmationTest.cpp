@@ -19,10 +19,10 @@ protected:
     Confirmation() {
         KOSettings::getInstance().useFile(folder.path() / "settings.ini");
         structure.setShowWarning(true);
-        previous = KorDSMMainWindow::set(this);
+        KorDSMMainWindow::add(this);
         set = databases.here()->table(kTableQualifierSet).find("HB rails")->key;
     }
-    ~Confirmation() override { KorDSMMainWindow::set(previous); }
+    ~Confirmation() override { KorDSMMainWindow::remove(this); }
 
     void onMessage(const KorMessage& message) override {
         if (message.number == DsmSetOptionCheck::kNumber) {
@@ -53,7 +53,6 @@ protected:
     static constexpr int kDontAsk = 1240;
 
     KorDSMDataStructure& structure = KorDSMDialogFactory::getDSMDataStructure();
-    KorMessageTarget* previous = nullptr;
     std::int32_t set = 0;
     std::vector<std::pair<int, bool>> checks; ///< of the options menu, as told to the window
 };

@@ -18,10 +18,10 @@ protected:
         KOSettings::getInstance().useFile(m_folder.path() / "settings.ini");
         StyleFixture::SetUp();
         structure = std::make_unique<KorDSMDataStructure>();
-        KorDSMMainWindow::set(this);
+        KorDSMMainWindow::add(this);
     }
     void TearDown() override {
-        KorDSMMainWindow::set(nullptr);
+        KorDSMMainWindow::remove(this);
         structure.reset();
     }
 

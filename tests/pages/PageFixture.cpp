@@ -44,12 +44,12 @@ std::string text(const PendingStep& step) {
 
 } // namespace
 
-PageFixture::PageFixture()
-    : m_previousTarget(KorDSMMainWindow::set(this)),
-      m_previousAsk(KorDSMGuardedWrite::setAskFunction([this](eTableType table, const KorOdbcKey& key) {
-          m_asked.emplace_back(table, key.getKey());
-          return m_answer;
-      })) {
+PageFixture::PageFixture() {
+    KorDSMMainWindow::add(this);
+    KorDSMGuardedWrite::addAskFunction(this, [this](eTableType table, const KorOdbcKey& key) {
+        m_asked.emplace_back(table, key.getKey());
+        return m_answer;
+    });
     KOSettings::getInstance().useFile(m_folder.path() / "settings.ini");
     KOSettings::getInstance().setPathData(samples());
     ModuleResources::setUp(SOURCE_DIR "/resources");
@@ -66,8 +66,8 @@ PageFixture::PageFixture()
 
 PageFixture::~PageFixture() {
     m_group.reset();
-    KorDSMGuardedWrite::setAskFunction(m_previousAsk);
-    KorDSMMainWindow::set(m_previousTarget);
+    KorDSMGuardedWrite::removeAskFunction(this);
+    KorDSMMainWindow::remove(this);
 }
 
 void PageFixture::TearDown() {

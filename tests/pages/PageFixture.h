@@ -124,6 +124,4 @@ private:
     std::unique_ptr<TabContent> m_group;
     KorTabCtrl* m_tabs;
     std::vector<int> m_messages;
-    KorMessageTarget* m_previousTarget;
-    KorDSMGuardedWrite::AskFunction m_previousAsk;
 };

@@ -37,15 +37,15 @@ protected:
         structure.initDataStructure();
         structure.emptyDataStructure();
         KorDSMSectionLoader().loadDataStructure(structure);
-        KorDSMMainWindow::set(this);
-        KorDSMGuardedWrite::setAskFunction([this](eTableType, const KorOdbcKey&) { return answer; });
+        KorDSMMainWindow::add(this);
+        KorDSMGuardedWrite::addAskFunction(this, [this](eTableType, const KorOdbcKey&) { return answer; });
         KorAssert::setSink(
             [this](const char* expression, const char*, int) { assertions.push_back(expression); });
         structure.setShowWarning(true);
     }
     ~SampleSession() override {
-        KorDSMMainWindow::set(nullptr);
-        KorDSMGuardedWrite::setAskFunction({});
+        KorDSMMainWindow::remove(this);
+        KorDSMGuardedWrite::removeAskFunction(this);
         KorAssert::setSink({});
         structure.emptyDataStructure();
     }

@@ -18,6 +18,8 @@ public:
     double getDouble(const KorString& name) const;
     KorString getString(const KorString& name) const;
     bool has(const KorString& name) const { return m_values.contains(name); }
+    /// Takes a value out; nothing happens when there is none.
+    void remove(const KorString& name) { m_values.erase(name); }
     void clear() { m_values.clear(); }
 
 private:
