@@ -223,14 +223,15 @@ TEST_F(EditorFixture, BySourceTheComboDecidesWhatTheTreeShows) {
 
 TEST_F(EditorFixture, UseHandsTheStyleOverAndKeepsWhatIsPending) {
     open();
+    int status = 0;
+    KorExchangeQueue& queue = KorExchangeUtilities::getNamedQueue(KorDSMHandOver::kQueue, status, 0);
+    queue.push("RESULT4", 2); // an earlier one used a style of an add-in
     select(kUserView);
     select(kUserStyle);
     showTab(1);
     click(pageControl<QRadioButton>(kBelowDetail));
     click(button(kUse));
     EXPECT_EQ(m_result, QDialog::Accepted);
-    int status = 0;
-    const KorExchangeQueue& queue = KorExchangeUtilities::getNamedQueue(KorDSMHandOver::kQueue, status, 0);
     EXPECT_TRUE(queue.has("RESULT1") && queue.has("RESULT2"));
     EXPECT_EQ(queue.getString("RESULT3").view(), "User");
     EXPECT_FALSE(queue.has("RESULT4"));
@@ -239,6 +240,10 @@ TEST_F(EditorFixture, UseHandsTheStyleOverAndKeepsWhatIsPending) {
     EXPECT_TRUE(button(kApply)->isEnabled());
     showTab(1);
     EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
+    // What is no detail style leaves no results, not those of the one before.
+    select({"User", "Hallberg: site drawings"});
+    KorDSMHandOver::put(KorDSMSectionTree::itemOf(tree().selectedItem()));
+    EXPECT_FALSE(queue.has("RESULT1") || queue.has("RESULT2") || queue.has("RESULT3"));
 }
 
 TEST_F(EditorFixture, NoPageOfOneSectionStaysOpenOverTheDatabaseOfAnother) {

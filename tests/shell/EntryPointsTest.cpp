@@ -62,11 +62,12 @@ TEST_F(EntryPoints, OneFactoryServesManyEditorsModalBesideModeless) {
     modeless->show();
     EXPECT_EQ(shown(modeless), kSources);
     KorDSMMainDialog* target = dynamic_cast<KorDSMMainDialog*>(KorDSMMainWindow::get());
-    EXPECT_EQ(run(factory, [&](const QWidget* window) {
-                  EXPECT_NE(window, modeless.data());
-                  EXPECT_NE(KorDSMMainWindow::get(), target);
-                  EXPECT_EQ(shown(window), kSources);
-              }),
+    EXPECT_EQ(run(factory,
+                  [&](const QWidget* window) {
+                      EXPECT_NE(window, modeless.data());
+                      EXPECT_NE(KorDSMMainWindow::get(), target);
+                      EXPECT_EQ(shown(window), kSources);
+                  }),
               2);
     // The first editor has everything again.
     ASSERT_TRUE(modeless && modeless->isVisible());
