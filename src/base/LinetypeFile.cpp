@@ -122,13 +122,18 @@ LinetypeFile LinetypeFile::read(const fs::path& path) {
 }
 
 bool LinetypeFile::add(LinetypeDefinition definition) {
-    if (m_definitions.size() == kMostDefinitions)
+    const KorString name = definition.name.lowered();
+    const auto known = m_index.find(name);
+    if (known == m_index.end() && m_definitions.size() == kMostDefinitions)
         return false;
-    if (!m_index.emplace(definition.name.lowered(), m_definitions.size()).second) {
+    auto added = std::make_shared<const LinetypeDefinition>(std::move(definition));
+    if (known != m_index.end()) {
+        m_definitions[known->second] = std::move(added);
         ++m_repeated;
         return true;
     }
-    m_definitions.push_back(std::make_shared<const LinetypeDefinition>(std::move(definition)));
+    m_index.emplace(name, m_definitions.size());
+    m_definitions.push_back(std::move(added));
     return true;
 }
 

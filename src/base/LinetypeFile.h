@@ -18,7 +18,8 @@ using LinetypeDefinitionPtr = std::shared_ptr<const LinetypeDefinition>;
 
 /// What a line type file (".lin") holds. A definition is a line "*NAME,description" and its pattern on the
 /// next line; a pattern can go on over further lines. Comments begin with a semicolon. Names are compared
-/// without regard to case, and of several definitions of one name the first counts.
+/// without regard to case, and of several definitions of one name the last counts, at the place of the first:
+/// the section for the user's own at the end of a file goes before the rest.
 class LinetypeFile {
 public:
     enum eOutcome {

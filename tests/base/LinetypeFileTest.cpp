@@ -61,9 +61,20 @@ TEST_F(LinetypeFileTest, ReadsWhatFilesInTheFieldHold) {
     EXPECT_DOUBLE_EQ(fence[2].rotation, 90.0);
 }
 
+TEST_F(LinetypeFileTest, OfTwoDefinitionsOfOneNameTheLaterHoldsUnlessItIsDamaged) {
+    const LinetypeFile file = read("*GAP,as delivered\nA,5,-2.5\n*OTHER,between\nA,1,-1\n"
+                                   "*gap,the user's own\nA,5,-2.5,0,-2.5\n*Gap,damaged\nA,x\n");
+    EXPECT_EQ(names(file), "gap|OTHER|");
+    EXPECT_EQ(file.find("GAP")->description.view(), "the user's own");
+    EXPECT_EQ(kinds(file.find("GAP")->pattern), "-_._");
+    EXPECT_EQ(file.repeated(), 1);
+    EXPECT_EQ(file.damaged(), 1);
+}
+
 TEST_F(LinetypeFileTest, JoinsContinuedLinesAndLeavesOutDamagedAndRepeatedOnes) {
     const LinetypeFile file =
         read("rubbish before\n"
+             "*long,before\nA,1\n"
              "*LONG,goes on\nover lines\nA,5,-2.5,\n  5\n; between\n,-2.5,[\"X\",S,\nS=1]\n"
              "*NOTHING,no pattern\n"
              "*WORD,no number\nA,5,abc\n"
@@ -71,7 +82,6 @@ TEST_F(LinetypeFileTest, JoinsContinuedLinesAndLeavesOutDamagedAndRepeatedOnes) 
              "*INF,no length\nA,inf\n"
              "*OPEN,not closed\nA,5,[\"GAS\n"
              "*,no name\nA,1\n"
-             "*long,again\nA,1\n"
              "*LAST,cut in the middle\nA,12.7,-");
     ASSERT_EQ(names(file), "LONG|");
     EXPECT_EQ(kinds(file.find("LONG")->pattern), "-_-_T");
