@@ -3,17 +3,17 @@
 namespace KorDSMItemPlacing {
 
 void sortCategories(KorDSMDatabaseItem& addIn) {
-    std::sort(addIn.children().begin(), addIn.children().end(),
-              [](const KorDSMDatabaseItem* a, const KorDSMDatabaseItem* b) {
-                  return a->record()->name.compare(b->record()->name) < 0;
-              });
+    std::stable_sort(addIn.children().begin(), addIn.children().end(),
+                     [](const KorDSMDatabaseItem* a, const KorDSMDatabaseItem* b) {
+                         return a->record()->name.compare(b->record()->name) < 0;
+                     });
 }
 
 void sortGroups(KorDSMDatabaseItem& addIn) {
-    std::sort(addIn.children().begin(), addIn.children().end(),
-              [](const KorDSMDatabaseItem* a, const KorDSMDatabaseItem* b) {
-                  return a->recordKey() < b->recordKey();
-              });
+    std::stable_sort(addIn.children().begin(), addIn.children().end(),
+                     [](const KorDSMDatabaseItem* a, const KorDSMDatabaseItem* b) {
+                         return a->recordKey() < b->recordKey();
+                     });
 }
 
 } // namespace KorDSMItemPlacing

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "model/KorDSMItemPlacing.h"
 #include "model/items/KorDsmAddInContentItem.h"
-
-#include <unordered_map>
 
 class KorDSMDataStructure;
 class KorDsmDetailStyleItem;
@@ -24,15 +23,13 @@ public:
     static void expandQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn);
 
 private:
-    // The category items of an add-in by key, while it is loaded.
-    using CategoryItems = std::unordered_map<std::int32_t, KorDSMDatabaseItem*>;
+    using CategoryItems = KorDSMItemPlacing::Filling<KorDsmDetailStyleCategoryItem>;
 
     void StartProgressBar();
     void loadSectionData(KorDSMDataStructure& structure, int section);
     KorDsmAddInContentItem* loadAddIn(int section, eIndex index, const KorString& name);
     void loadDetailStylesAddInContent(KorDsmDetailStylesAddInItem* addIn);
-    void loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, const StructDetailStyle& style, std::int32_t categoryKey,
-                         CategoryItems& categories);
+    void loadDetailStyle(const StructDetailStyle& style, std::int32_t categoryKey, CategoryItems& categories);
     void loadAnnotationsAddInContent(KorDsmAnnotationsAddInItem* addIn);
     void loadDimRequestAddInContent(KorDsmDimRequestsAddInItem* addIn);
     void loadQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn);

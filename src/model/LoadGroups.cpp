@@ -15,8 +15,9 @@ template <typename GroupItem>
 void loadGroups(KorDSMDatabaseItem& addIn) {
     KorArray<typename GroupItem::Record> groups;
     KorODBCGroup<typename GroupItem::Record>::getList(groups);
+    KorDSMItemPlacing::Filling<GroupItem> filling(addIn);
     for (const auto& group : groups)
-        KorDSMItemPlacing::place<GroupItem>(addIn, group);
+        filling.place(group);
 }
 
 void sendProgress(DsmProgress::eState state, int percent, const KorString& text = {}) {
@@ -28,7 +29,7 @@ void sendProgress(DsmProgress::eState state, int percent, const KorString& text 
 }
 
 template <typename GroupItem, typename Item>
-void placeRecord(KorDSMDatabaseItem& addIn, const KorString& name) {
+void placeRecord(KorDSMItemPlacing::Filling<GroupItem>& filling, const KorString& name) {
     typename Item::Record record;
     typename GroupItem::Record group;
     if (StyleReads::read(name, record) != 1 || StyleReads::read(KorOdbcKey(record.getGroup()), group) != 1)
@@ -37,7 +38,7 @@ void placeRecord(KorDSMDatabaseItem& addIn, const KorString& name) {
     item->initRecord(record);
     if constexpr (requires { item->m_AnnotationType; })
         KorOdbcGUI::getDetAnnotationType(KorOdbcKey(record.annotationTypeKey), item->m_AnnotationType);
-    KorDSMItemPlacing::place<GroupItem>(addIn, group).addChild(item);
+    filling.place(group).addChild(item);
 }
 
 template <typename GroupItem, typename Item>
@@ -47,11 +48,12 @@ void expand(KorDSMDatabaseItem& addIn) {
     const KorString text = KorString::format("%s %s", {Prompts::ups(21034), Prompts::ups(21002)});
     sendProgress(DsmProgress::kStart, 0);
     int shown = -1;
+    KorDSMItemPlacing::Filling<GroupItem> filling(addIn);
     for (int i = 0; i < names.length(); ++i) {
         const int percent = i * 100 / names.length();
         if (percent != shown)
             sendProgress(DsmProgress::kStep, shown = percent, text);
-        placeRecord<GroupItem, Item>(addIn, names[i]);
+        placeRecord<GroupItem, Item>(filling, names[i]);
     }
     sendProgress(DsmProgress::kDone, 100);
     addIn.m_bExpanded = true;

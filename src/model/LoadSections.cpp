@@ -144,7 +144,7 @@ std::unordered_map<std::int32_t, const StructDetailMaster*> mastersByStyle() {
 
 void KorDSMSectionLoader::loadDetailStylesAddInContent(KorDsmDetailStylesAddInItem* addIn) {
     const auto masters = mastersByStyle();
-    CategoryItems present;
+    CategoryItems filling(*addIn);
     const RowArray* rows = StyleReads::rows<StructDetailStyle>();
     for (int i = 0; rows && i < rows->size(); ++i) {
         ++m_Done;
@@ -153,26 +153,23 @@ void KorDSMSectionLoader::loadDetailStylesAddInContent(KorDsmDetailStylesAddInIt
         KorProgressCtrl::setPercentage(percent, 0);
         const auto& style = static_cast<const StructDetailStyle&>(rows->at(i));
         if (const auto master = masters.find(style.key); master != masters.end())
-            loadDetailStyle(*addIn, style, master->second->categoryKey, present);
+            loadDetailStyle(style, master->second->categoryKey, filling);
     }
     KorArray<StructDetBaseCategory> categories;
     KorOdbcGUI::getDetBaseCategoriesTable(categories);
     for (const StructDetBaseCategory& category : categories)
-        KorDSMItemPlacing::place<KorDsmDetailStyleCategoryItem>(*addIn, category);
+        filling.place(category);
 }
 
-void KorDSMSectionLoader::loadDetailStyle(KorDsmDetailStylesAddInItem& addIn, const StructDetailStyle& style,
-                                          std::int32_t categoryKey, CategoryItems& categories) {
+void KorDSMSectionLoader::loadDetailStyle(const StructDetailStyle& style, std::int32_t categoryKey,
+                                          CategoryItems& categories) {
     const auto* category = StyleReads::find<StructDetBaseCategory>(KorOdbcKey(categoryKey));
     if (!category)
         return;
-    KorDSMDatabaseItem*& place = categories[category->key];
-    if (!place)
-        place = &KorDSMItemPlacing::place<KorDsmDetailStyleCategoryItem>(addIn, *category);
     auto* item = new KorDsmDetailStyleItem;
     item->initRecord(style);
     loadDetailStylesDependencies(item);
-    place->addChild(item);
+    categories.place(*category).addChild(item);
 }
 
 void KorDSMSectionLoader::loadDetailStylesDependencies(KorDsmDetailStyleItem* style) {
