@@ -6,9 +6,19 @@
 
 // The part of StyleDatabases that writes pending changes.
 
+StyleDatabases::CommitWalk::CommitWalk(StyleDatabases& databases) : m_databases(databases) {
+    m_databases.m_report.clear();
+    m_databases.m_inWalk = true;
+}
+
+StyleDatabases::CommitWalk::~CommitWalk() {
+    m_databases.m_inWalk = false;
+    m_databases.abandonWalk();
+}
+
 int StyleDatabases::keepTable(eTableType type) {
-    if (type == kTableDetailStyle)
-        abandonWalk();
+    if (!m_inWalk)
+        m_report.clear();
     for (const auto& [id, source] : m_sources) {
         if (!m_pending.hasPending(id))
             continue;
@@ -20,10 +30,9 @@ int StyleDatabases::keepTable(eTableType type) {
     return std::ranges::all_of(m_report, [](const SourceCommit& commit) { return commit.error.empty(); });
 }
 
-// A walk that ended before the last table leaves transactions open: what they hold is still pending, so
-// the new walk writes it again.
+// A walk that ends before the last table leaves transactions open: what they hold is still pending, so the
+// next one writes it again.
 void StyleDatabases::abandonWalk() {
-    m_report.clear();
     for (const auto& [id, written] : m_written)
         if (!written.empty())
             m_sources.at(id)->store().rollback();
@@ -57,9 +66,9 @@ void StyleDatabases::keepSourceTable(StyleSource& source, eTableType type) {
 
 void StyleDatabases::finishSource(StyleSource& source, eTableType type) {
     std::vector<eTableType>& written = m_written[source.id()];
-    const bool more = std::ranges::any_of(allTables(), [&](const TableSchema& table) {
-        return table.commitsWith > type && m_pending.hasPending(source.id(), table.type);
-    });
+    const bool more = m_inWalk && std::ranges::any_of(allTables(), [&](const TableSchema& table) {
+                          return table.commitsWith > type && m_pending.hasPending(source.id(), table.type);
+                      });
     if (more || !report(source).error.empty())
         return;
     if (!written.empty()) {

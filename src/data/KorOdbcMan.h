@@ -45,8 +45,9 @@ public:
     static KorOdbcKey getRecordKey(eTableType table);
 
     /// End the pending changes of one table in every source: keep them and close, keep them and go on, or
-    /// take them back. Called for all 48 table types in ascending order. Return 1, or 0 when something could
-    /// not be kept; then its pending changes are still there and `StyleDatabases::commitReport` says why.
+    /// take them back, at once. The editor calls them for all 48 table types in ascending order, as one
+    /// `StyleDatabases::CommitWalk`. Return 1, or 0 when something could not be kept; then its pending changes
+    /// are still there and `StyleDatabases::commitReport` says why.
     static int setStatusOnOK(eTableType table, eCopyDepth);
     static int setStatusOnUpdate(eTableType table, eCopyDepth);
     static int setStatusOnCancel(eTableType table, eCopyDepth);

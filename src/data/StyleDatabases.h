@@ -71,14 +71,27 @@ public:
     std::vector<PendingStep> undo();
     std::vector<PendingStep> redo();
 
-    /// One step of the walk over the table types in ascending order: writes the pending changes of this
-    /// table (and of the catalogues that follow it) in every source. One transaction per source, opened by
-    /// the first table that has something to keep and committed when no later table of that source has
-    /// anything pending. Returns 1, or 0 when something could not be kept (see `commitReport`).
+    /// While one lives, `keepTable` for all table types in ascending order is one transaction per source:
+    /// opened by the first table that has something to keep and committed when no later table of that source
+    /// has anything pending. A walk that ends earlier stores nothing of what was left open.
+    class CommitWalk {
+    public:
+        explicit CommitWalk(StyleDatabases& databases);
+        ~CommitWalk();
+        CommitWalk(const CommitWalk&) = delete;
+        CommitWalk& operator=(const CommitWalk&) = delete;
+
+    private:
+        StyleDatabases& m_databases;
+    };
+
+    /// Writes the pending changes of this table (and of the catalogues that follow it) in every source;
+    /// outside a walk in a transaction of its own, which is closed when the call returns. Returns 1, or 0
+    /// when something could not be kept (see `commitReport`).
     int keepTable(eTableType type);
     /// Takes the pending changes of this table back, in every source.
     void dropTable(eTableType type);
-    /// What the last walk did, per source that had something pending.
+    /// What the last walk, or table kept alone, did, per source that had something pending.
     const std::vector<SourceCommit>& commitReport() const { return m_report; }
 
     /// Reads each source again that another program changed or replaced, and puts its pending changes upon
@@ -116,5 +129,6 @@ private:
     PendingLog m_pending;
     std::vector<SourceCommit> m_report;
     std::map<SourceId, std::vector<eTableType>> m_written; // tables written in the open transaction
+    bool m_inWalk = false;
     StyleDatabases* m_previous = nullptr;
 };

@@ -7,12 +7,21 @@
 namespace {
 
 KorDSMCommit::Outcome walk(int (*setStatus)(eTableType, KorOdbcMan::eCopyDepth)) {
-    for (int table = 0; table < kNumberOfTableTypes; ++table)
-        setStatus(static_cast<eTableType>(table), KorOdbcMan::kThisRow);
+    {
+        const StyleDatabases::CommitWalk oneTransaction(StyleDatabases::current());
+        for (int table = 0; table < kNumberOfTableTypes; ++table)
+            setStatus(static_cast<eTableType>(table), KorOdbcMan::kThisRow);
+    }
     KorDSMCommit::Outcome outcome;
-    for (const SourceCommit& commit : StyleDatabases::current().commitReport())
+    bool keptSome = false;
+    for (const SourceCommit& commit : StyleDatabases::current().commitReport()) {
+        keptSome = keptSome || commit.kept;
         if (!commit.kept)
             outcome.failed.push_back(commit);
+    }
+    // What one source stored is in its database, whatever became of the others.
+    if (!outcome.ok() && keptSome)
+        KorOdbcMan::m_DSMReloadInfo = KorOdbcMan::m_DSMResetDetViewRequestCache = 1;
     return outcome;
 }
 

@@ -190,7 +190,10 @@ TEST_F(PendingTest, AFileThatIsGoneLeavesEverythingAsItWas) {
 TEST_F(PendingTest, AWalkThatBreaksOffHarmsNothing) {
     setDescription("mine");
     addStyle(kUser, "Own", 5);
-    EXPECT_EQ(databases.keepTable(kTableDetailStyle), 1);
+    {
+        const StyleDatabases::CommitWalk walk(databases);
+        EXPECT_EQ(databases.keepTable(kTableDetailStyle), 1);
+    }
     EXPECT_TRUE(commit());
     databases.remove(kTableDetailStyle, m_style);
     databases.closeSource(kUser);
@@ -198,6 +201,29 @@ TEST_F(PendingTest, AWalkThatBreaksOffHarmsNothing) {
     EXPECT_TRUE(databases.undo().empty());
     open(false);
     EXPECT_EQ(description(), "mine");
+}
+
+TEST_F(PendingTest, ATableKeptAloneIsStoredAtOnceAndNothingElse) {
+    const auto keep = [](eTableType table) { return KorOdbcMan::setStatusOnOK(table, KorOdbcMan::kThisRow); };
+    const std::int32_t view = row<StructDetViewRequest>(kUser, "Column front")->key;
+    setDescription("mine");
+    set(kUser, kTableViewRequest, view, 17, KorString("{callout}"));
+    EXPECT_EQ(keep(kTableDetailStyle), 1);
+    others("UPDATE detail_style SET title_position = 5"); // nobody holds the file
+    EXPECT_TRUE(databases.pending().hasPending(kUser, kTableViewRequest));
+    EXPECT_FALSE(databases.pending().hasPending(kUser, kTableDetailStyle));
+    KorOdbcMan::setStatusOnCancel(kTableViewRequest, KorOdbcMan::kThisRow);
+    open(false);
+    EXPECT_EQ(description(), "mine");
+    EXPECT_EQ(row<StructDetViewRequest>(kUser, view)->calloutTitleTemplate, "");
+
+    set(kUser, kTableViewRequest, view, 17, KorString("{callout}"));
+    setDescription("dropped");
+    EXPECT_EQ(keep(kTableViewRequest), 1) << "the later table first";
+    KorOdbcMan::setStatusOnCancel(kTableDetailStyle, KorOdbcMan::kThisRow);
+    open(false);
+    EXPECT_EQ(description(), "mine");
+    EXPECT_EQ(row<StructDetViewRequest>(kUser, view)->calloutTitleTemplate, "{callout}");
 }
 
 TEST_F(PendingTest, WritesThatCannotBeAreRefused) {

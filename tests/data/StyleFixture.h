@@ -26,6 +26,7 @@ protected:
     std::string file(const std::string& name) const { return (m_folder.path() / name).string(); }
 
     bool commit() {
+        const StyleDatabases::CommitWalk walk(databases);
         bool all = true;
         for (int table = 0; table < kNumberOfTableTypes; ++table)
             all = KorOdbcMan::setStatusOnUpdate(static_cast<eTableType>(table), KorOdbcMan::kThisRow) == 1 &&

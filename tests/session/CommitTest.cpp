@@ -1,0 +1,83 @@
+#include "SampleSession.h"
+
+#include "session/KorDSMCommit.h"
+
+#include <sqlite3.h>
+
+namespace {
+
+// What the host is told after each way of leaving or applying, by value.
+class Commit : public SampleSession {
+protected:
+    Commit() {
+        databases.setOwnerMode(true);
+        EXPECT_EQ(databases.openFile(SourceId::standard(), file("standard.dsdb"), false).error, "");
+        clearFlags();
+    }
+    ~Commit() override {
+        clearFlags();
+        KorDSMDataStructure::m_bApplyWasPressed = false;
+    }
+    static void clearFlags() {
+        KorOdbcMan::m_DSMReloadInfo = KorOdbcMan::m_DSMResetDetViewRequestCache = 0;
+        KorOdbcCompactDetailsTables::m_bCompactPerformed = false;
+    }
+    static std::pair<int, int> flags() {
+        return {KorOdbcMan::m_DSMReloadInfo, KorOdbcMan::m_DSMResetDetViewRequestCache};
+    }
+
+    /// Changes the description of the first style of a source.
+    void change(SourceId id, const char* text) {
+        const KorDSNRequest request(id.dsn, id.index);
+        const KorOdbcKey key(databases.here()->table(kTableDetailStyle).rows().at(0).key);
+        EXPECT_EQ(KorOdbcMan::setAttribute(kTableDetailStyle, key, 3, KorString(text), 0), 1);
+    }
+    void changeOutside(const char* name) {
+        sqlite3* database = nullptr;
+        sqlite3_open(file(name).c_str(), &database);
+        EXPECT_EQ(sqlite3_exec(database, "UPDATE detail_style SET description = 'theirs'", nullptr, nullptr,
+                               nullptr),
+                  SQLITE_OK);
+        sqlite3_close(database);
+    }
+    using Flags = std::pair<int, int>; ///< reload, drop the cache of view requests
+};
+
+} // namespace
+
+TEST_F(Commit, OkTellsTheHostToDropItsViewsOnlyWhereSomethingWasPending) {
+    EXPECT_TRUE(KorDSMCommit::keepAndClose(false).ok());
+    EXPECT_EQ(flags(), (Flags{1, 0}));
+    EXPECT_EQ(structure.getUpdateStatus(), KorDSMDataStructure::kUpToDate);
+    clearFlags();
+    change(SourceId::user(), "mine");
+    KorOdbcCompactDetailsTables::m_bCompactPerformed = true;
+    EXPECT_TRUE(KorDSMCommit::keepAndClose(true).ok());
+    EXPECT_EQ(flags(), (Flags{1, 1}));
+    EXPECT_EQ(structure.getUpdateStatus(), KorDSMDataStructure::kReloadRequested) << "after compacting";
+    EXPECT_FALSE(KorOdbcCompactDetailsTables::m_bCompactPerformed);
+    EXPECT_FALSE(KorDSMDataStructure::m_bApplyWasPressed);
+}
+
+TEST_F(Commit, ApplyTellsAllAndCancelOnlyToReload) {
+    EXPECT_TRUE(KorDSMCommit::keepAndGoOn().ok());
+    EXPECT_EQ(flags(), (Flags{1, 1}));
+    EXPECT_TRUE(KorDSMDataStructure::m_bApplyWasPressed);
+    clearFlags();
+    change(SourceId::user(), "mine");
+    KorDSMCommit::discard();
+    EXPECT_EQ(flags(), (Flags{1, 0}));
+    EXPECT_TRUE(databases.pending().isEmpty());
+}
+
+TEST_F(Commit, TellsTheHostToReloadWhenOneSourceWasKeptAndAnotherNot) {
+    change(SourceId::user(), "mine");
+    changeOutside("user.dsdb");
+    EXPECT_FALSE(KorDSMCommit::keepAndClose(true).ok());
+    EXPECT_EQ(flags(), (Flags{0, 0})) << "nothing was stored";
+    change(SourceId::standard(), "maker's");
+    EXPECT_FALSE(KorDSMCommit::keepAndGoOn().ok());
+    EXPECT_EQ(flags(), (Flags{1, 1}));
+    EXPECT_FALSE(databases.pending().hasPending(SourceId::standard()));
+    EXPECT_TRUE(databases.pending().hasPending(SourceId::user()));
+}
