@@ -24,7 +24,9 @@ constexpr int kSymbol = 1263;
 constexpr int kArrowPicture = 1093;
 constexpr int kSymbolPicture = 1107;
 
-constexpr int kChoices[] = {1255, 1256, 1257, 1258, kArrow, kSymbol};
+constexpr int kCornerRadios[] = {kFirstCorner, 1256, 1257, kLastCorner};
+constexpr int kRepresentationRadios[] = {kArrow, kSymbol};
+constexpr int kChoices[] = {kFirstCorner, 1256, 1257, kLastCorner, kArrow, kSymbol};
 constexpr std::pair<int, int> kCaptions[] = {
     {1254, 33951}, {kCompass, 33952}, {1255, 33953},   {1258, 33954},    {1256, 33955},
     {1257, 33956}, {1261, 33960},     {kArrow, 33961}, {kSymbol, 33962},
@@ -44,6 +46,8 @@ void CompassChoice::connectControls() {
     picture->setFrame(true);
     picture->setFitToContent(true);
     showPicture(false);
+    KorControls::group(&m_page, kCornerRadios);
+    KorControls::group(&m_page, kRepresentationRadios);
     connect(button(kCompass), &QAbstractButton::clicked, this, &CompassChoice::onCompassClicked);
     for (const int radio : kChoices)
         connect(button(radio), &QAbstractButton::clicked, this, [this, radio] { onChoiceClicked(radio); });

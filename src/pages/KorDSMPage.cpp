@@ -125,6 +125,11 @@ int KorDSMPage::writeField(int column, const CellValue& value) {
     KorDSMDatabaseItem* shown = item();
     if (!shown || !shown->record())
         return 0;
+    // What is stored already is no change, and nobody is asked about it.
+    const TableSchema* table = findTable(shown->tableType());
+    const Column* written = table ? table->column(column) : nullptr;
+    if (written && written->read(shown->record()) == value)
+        return KorDSMGuardedWrite::kWrite;
     const int result = KorDSMGuardedWrite::setAttributeValue(shown->tableType(),
                                                              KorOdbcKey(shown->recordKey()), column, value);
     if (result == KorDSMGuardedWrite::kWrite)

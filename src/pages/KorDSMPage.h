@@ -64,8 +64,8 @@ public:
     virtual bool onDeleteKey() { return false; }
 
     /// Writes one column of the item's own record through the guarded write. On success the item and all
-    /// that show the same record take the new value. Returns 1 on success; any other value means that
-    /// nothing changed.
+    /// that show the same record take the new value. Returns 1 when the value is stored, also
+    /// where it was so before; any other value means that nothing changed.
     int writeField(int column, const CellValue& value);
 
     /// Tooltip text of a control; empty when it has none.

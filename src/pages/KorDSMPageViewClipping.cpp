@@ -65,6 +65,8 @@ constexpr int kDefaultKey = -1;
 constexpr int kTypeWithoutLine = 2;
 constexpr int kTypeWithOwnLine = 3;
 constexpr int kUseDefaultPrompt = 14101;
+constexpr int kNoClippingPrompt = 450;
+constexpr int kNoClipping = 0; // what the entry for no strategy carries
 
 constexpr std::pair<int, int> kCaptions[] = {
     {1173, 33758}, {1174, 33759},    {1175, 33760},          {1176, 33761},
@@ -182,6 +184,7 @@ bool KorDSMPageViewClipping::writeClip(int column, const CellValue& value) {
 bool KorDSMPageViewClipping::loadData() {
     if (!item() || !m_strategy)
         return false;
+    enableControls(); // what another strategy, or none, leaves free
     fillStrategies();
     fillGaps();
     m_linetypes.fill();
@@ -191,7 +194,7 @@ bool KorDSMPageViewClipping::loadData() {
     enableControl(kCopy, found);
     enableControl(kRename, found);
     if (!found) {
-        m_strategy->setCurrentIndex(-1);
+        m_strategy->setCurrentIndex(clipKey().getKey() > 0 ? -1 : 0);
         clearControls(kCommonControls);
         clearControls(kStyledControls);
     } else {
@@ -205,8 +208,17 @@ void KorDSMPageViewClipping::fillStrategies() {
     KorOdbcGUI::getDetViewLengthClipList(names);
     std::ranges::sort(names, KorDetStructureUtilities::isNameBefore);
     m_strategy->clear();
+    m_strategy->addItem(toQt(Prompts::dsm(kNoClippingPrompt)), kNoClipping);
     for (const KorString& name : names)
         m_strategy->addItem(toQt(name));
+}
+
+// The first entry is that for none, also where a strategy has its name.
+void KorDSMPageViewClipping::selectStrategy(const KorString& name) {
+    int index = m_strategy->count() - 1;
+    while (index > 0 && m_strategy->itemText(index) != toQt(name))
+        --index;
+    m_strategy->setCurrentIndex(index > 0 ? index : -1);
 }
 
 void KorDSMPageViewClipping::fillGaps() {
@@ -234,8 +246,7 @@ void KorDSMPageViewClipping::fillTypes() {
 }
 
 void KorDSMPageViewClipping::showClip(const StructDetViewLengthClip& clip) {
-    m_strategy->setCurrentIndex(
-        m_strategy->findText(toQt(clip.name), Qt::MatchExactly | Qt::MatchCaseSensitive));
+    selectStrategy(clip.name);
     showGap(clip.gap);
     m_fields.load();
     const auto* style =
@@ -320,8 +331,11 @@ void KorDSMPageViewClipping::showTypePicture(const StructDetViewLengthClip& clip
 
 void KorDSMPageViewClipping::onStrategyChosen() {
     StructDetViewLengthClip chosen;
-    if (KorOdbcGUI::getDetViewLengthClip(fromQt(m_strategy->currentText()), chosen) != 1 ||
-        chosen.key == clipKey().getKey())
+    if (m_strategy->currentData() == kNoClipping)
+        chosen.key = 0;
+    else if (KorOdbcGUI::getDetViewLengthClip(fromQt(m_strategy->currentText()), chosen) != 1)
+        return;
+    if (chosen.key == clipKey().getKey())
         return;
     if (writeField(kColumnOfView, std::int64_t{chosen.key}) == KorDSMGuardedWrite::kWrite)
         loadData();
@@ -397,7 +411,7 @@ void KorDSMPageViewClipping::onCopy() {
         return;
     KorDSMMainWindow::sendMessage(DsmDataChanged());
     fillStrategies();
-    m_strategy->setCurrentText(toQt(dialog.name()));
+    selectStrategy(dialog.name());
     onStrategyChosen();
 }
 
@@ -410,5 +424,5 @@ void KorDSMPageViewClipping::onRename() {
         !writeClip(kColumnName, dialog.name()))
         return;
     fillStrategies();
-    m_strategy->setCurrentText(toQt(dialog.name()));
+    selectStrategy(dialog.name());
 }

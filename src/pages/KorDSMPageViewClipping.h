@@ -30,6 +30,7 @@ private:
     bool writeClip(int column, const CellValue& value);
 
     void fillStrategies();
+    void selectStrategy(const KorString& name);
     void fillGaps();
     void fillTypes();
     void showClip(const StructDetViewLengthClip& clip);

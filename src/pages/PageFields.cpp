@@ -27,11 +27,14 @@ const StructRecord* recordOf(const PageFields::Row& row) {
     return source() && row.table != kNoTable ? source()->table(row.table).find(row.key) : nullptr;
 }
 
+KorString numberText(const Column& column, const CellValue& value) {
+    const auto* real = std::get_if<double>(&value);
+    const double number = real ? *real : static_cast<double>(std::get<std::int64_t>(value));
+    return getUnitsOfCurrentDatabase().format(number, KorDSMValueText::unitKind(column));
+}
+
 KorString fieldText(const Column& column, const StructRecord& record) {
-    if (column.isText())
-        return column.textIn(&record);
-    const double value = column.isReal() ? column.realIn(&record) : column.integerIn(&record);
-    return getUnitsOfCurrentDatabase().format(value, KorDSMValueText::unitKind(column));
+    return column.isText() ? column.textIn(&record) : numberText(column, column.read(&record));
 }
 
 } // namespace
@@ -61,6 +64,12 @@ void PageFields::connectField(const PageField& field) {
         if (auto* radio = KorControls::find<QRadioButton>(&m_page, number))
             connect(radio, &QRadioButton::clicked, this,
                     [this, &field, value = value] { write(field, std::int64_t{value}); });
+    if (!field.radios.empty()) {
+        std::vector<int> numbers;
+        for (const auto& [number, value] : field.radios)
+            numbers.push_back(number);
+        KorControls::group(&m_page, numbers);
+    }
     QWidget* control = KorControls::find(&m_page, field.control);
     if (auto* box = qobject_cast<QCheckBox*>(control))
         connect(box, &QCheckBox::clicked, this,
@@ -162,7 +171,8 @@ void PageFields::onTextCommitted(const PageField& field, const KorString& text) 
         return;
     }
     // What is no value of the column goes back to the stored one, so that nothing shown is unstored.
-    if (const auto parsed = KorDSMValueText::parse(*findTable(row().table), *column, text); parsed.value)
+    const auto parsed = KorDSMValueText::parse(*findTable(row().table), *column, text);
+    if (parsed.value && numberText(*column, *parsed.value) != fieldText(*column, *record))
         write(field, *parsed.value);
     if (const StructRecord* now = recordOf(row()))
         loadField(field, *now);

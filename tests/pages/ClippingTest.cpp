@@ -174,6 +174,21 @@ TEST_F(Clipping, ThePictureAndTheLocksFollowTheSituation) {
     EXPECT_EQ(picture(), 1322);
 }
 
+TEST_F(Clipping, AStrategyIsChosenAndLeftAgain) {
+    auto& shown = view("HB front");
+    open<KorDSMPageViewClipping>(shown);
+    EXPECT_EQ(textOf(1091), "No clipping");
+    choose(1091, QStringLiteral("HB long beams"));
+    const std::int32_t key = row<StructDetViewLengthClip>("HB long beams").key;
+    EXPECT_TRUE(wroteOnly(shown, kClipOfView, std::int64_t{key}));
+    for (const int control : {1092, 1093, 1094, 1095, 1096, 1097, 1098, 1099, 1100, kLinetype, 1104, 1208})
+        EXPECT_TRUE(isEnabled(control)) << control;
+    choose(1091, QStringLiteral("No clipping"));
+    EXPECT_EQ(shown.getRecord().lengthClipKey, 0);
+    EXPECT_EQ(textOf(1091) + textOf(1095), "No clipping");
+    EXPECT_FALSE(isEnabled(1095) || isEnabled(1100));
+}
+
 TEST_F(Clipping, ShowsOnlyWhatTheViewHas) {
     open<KorDSMPageViewClipping>(view("HB front, shortened", false));
     EXPECT_EQ(textOf(1091) + "|" + textOf(1094) + "|" + textOf(1095) + "|" + textOf(1096),
@@ -183,7 +198,7 @@ TEST_F(Clipping, ShowsOnlyWhatTheViewHas) {
 
     auto& without = view("HB front");
     show(without);
-    EXPECT_EQ(textOf(1091) + textOf(1094) + textOf(1095), "");
+    EXPECT_EQ(textOf(1091) + textOf(1094) + textOf(1095), "No clipping");
     EXPECT_TRUE(isEnabled(1091) && !isEnabled(1094) && !isEnabled(1095) && !isEnabled(1208) &&
                 !isEnabled(1104));
 

@@ -2,6 +2,8 @@
 #include "pages/KorDSMPageCompassPosition.h"
 #include "pages/PageFixture.h"
 
+#include <QTest>
+
 #include <array>
 
 namespace {
@@ -91,6 +93,25 @@ TEST_F(CompassPosition, CornerAndRepresentationAreWrittenTogether) {
     click(1276);
     EXPECT_TRUE(wroteOnly(view, kColumnOverviews, std::int64_t{1}));
     EXPECT_EQ(twin.getRecord().compassInOverviews, 1);
+}
+
+// Corner and representation are two groups: what is chosen in one stays when the other is used, and a second
+// click on what is chosen is no change.
+TEST_F(CompassPosition, AClickOrKeyInOneGroupLeavesTheOther) {
+    openWith(2);
+    click(1256);
+    click(1262);
+    EXPECT_EQ(checked(), (Radios{1256, 1262}));
+    EXPECT_TRUE(wroteNothing() && m_asked.empty());
+    click(1258);
+    EXPECT_EQ(checked(), (Radios{1258, 1262}));
+    EXPECT_TRUE(wroteOnly(view, kColumnCompass, std::int64_t{4}));
+    takeBack(view);
+    control<>(1262).setFocus();
+    QTest::keyClick(&control<>(1262), Qt::Key_Up);
+    QTest::keyClick(&control<>(1262), Qt::Key_Right);
+    EXPECT_EQ(checked(), (Radios{1256, 1263}));
+    EXPECT_TRUE(wroteOnly(view, kColumnCompass, std::int64_t{6}));
 }
 
 // A view of several styles is not changed for all of them unless the user says so.

@@ -18,6 +18,17 @@ protected:
     const KorUnitsManager& m_imperial = KorUnitsManager::imperial();
 };
 
+TEST_F(UnitsTest, AFootIsExactAndThousandsMarksAreNoDecimalMarks) {
+    EXPECT_EQ(m_imperial.parse("10'-0\"", KorUnitsManager::kLength), 3048.0);
+    EXPECT_EQ(m_imperial.parse("1'", KorUnitsManager::kLength), 304.8);
+    for (const auto& [mark, other, own] : {std::tuple('.', "1,000", "1.000"), {',', "1.000", "1,000"}}) {
+        KorUnitsManager::setDecimalMark(mark);
+        EXPECT_FALSE(m_metric.parse(other, KorUnitsManager::kLength)) << other;
+        EXPECT_FALSE(m_metric.parse(other, KorUnitsManager::kPlain)) << other;
+        EXPECT_EQ(m_metric.parse(own, KorUnitsManager::kLength), 1.0);
+    }
+}
+
 } // namespace
 
 TEST_F(UnitsTest, LengthsAreReadAsPeopleTypeThem) {

@@ -5,6 +5,7 @@
 #include "controls/KorTemplates.h"
 
 #include <QAbstractButton>
+#include <QButtonGroup>
 #include <QHash>
 #include <QPointer>
 #include <QVariant>
@@ -70,10 +71,24 @@ std::vector<QWidget*> KorControls::all(const QWidget* root) {
 }
 
 void KorControls::setChecked(QAbstractButton* button, bool checked) {
-    const bool exclusive = button->autoExclusive();
-    button->setAutoExclusive(false);
+    QButtonGroup* group = button->group();
+    const bool exclusive = group ? group->exclusive() : button->autoExclusive();
+    const auto setExclusive = [&](bool on) {
+        if (group)
+            group->setExclusive(on);
+        else
+            button->setAutoExclusive(on);
+    };
+    setExclusive(false);
     button->setChecked(checked);
-    button->setAutoExclusive(exclusive);
+    setExclusive(exclusive);
+}
+
+void KorControls::group(QWidget* root, std::span<const int> radios) {
+    auto* together = new QButtonGroup(root);
+    for (const int radio : radios)
+        if (auto* button = find<QAbstractButton>(root, radio))
+            together->addButton(button);
 }
 
 void KorControls::commitEdits(QWidget* root) {

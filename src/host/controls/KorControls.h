@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+#include <span>
 #include <vector>
 
 class QAbstractButton;
@@ -31,6 +32,10 @@ std::vector<QWidget*> all(const QWidget* root);
 /// Presses a button down or lets it up, without announcing a click. Unlike `setChecked` of the button this
 /// also lets up the last one that is down among exclusive buttons.
 void setChecked(QAbstractButton* button, bool checked);
+
+/// Makes the buttons of these numbers one group, of which one is down at a time. Without it all radio buttons
+/// below one parent count as one group, also those in frames inside each other.
+void group(QWidget* root, std::span<const int> radios);
 
 /// Lets every edit field and every open grid cell below `root` take what was typed, as if the user had
 /// left it.

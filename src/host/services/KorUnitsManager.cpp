@@ -12,7 +12,7 @@ namespace {
 char g_decimalMark = '.';
 
 constexpr double kInch = 25.4;
-constexpr double kFoot = 12 * kInch;
+constexpr double kFoot = 304.8; // twelve times 25.4 is a little less in binary
 
 struct KindOfUnit {
     int kind;
@@ -46,10 +46,18 @@ void skipBlanks(std::string_view& text) {
         text.remove_prefix(1);
 }
 
+// A mark that is not the decimal mark in use and stands before three digits separates thousands.
+bool separatesThousands(std::string_view digits) {
+    const auto mark = digits.find_first_of(".,");
+    return mark != std::string_view::npos && digits[mark] != g_decimalMark && digits.size() - mark == 4;
+}
+
 // Takes a number off the front: digits with either decimal mark, no exponent, no thousands marks.
 std::optional<double> takeNumber(std::string_view& text) {
     const auto length = std::min(text.find_first_not_of("0123456789.,"), text.size());
     std::string digits(text.substr(0, length));
+    if (separatesThousands(digits))
+        return std::nullopt;
     std::ranges::replace(digits, ',', '.');
     double value = 0.0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);

@@ -16,9 +16,9 @@ public:
     /// significant digits; feet, inches and fractions where the unit has them and the value is a whole number
     /// of 64ths. Empty when the value is not finite.
     KorString format(double value) const;
-    /// The value of a text, or nothing when it is no finite number of this unit. Reads the locale's decimal
-    /// mark and the point; a unit after the number overrides the transform's own; feet, inches and fractions
-    /// as in 1'-2 1/2".
+    /// The value of a text, or nothing when it is no finite number of this unit. Reads the decimal mark
+    /// in use, and the other one where no one can take it for a mark between thousands (1,000); a unit after
+    /// the number overrides the transform's own; feet, inches and fractions as in 1'-2 1/2".
     std::optional<double> parse(const KorString& text) const;
     /// The second form: a plain number, whatever unit is shown; a degree sign may follow it.
     std::optional<double> parsePlain(const KorString& text) const;
