@@ -40,6 +40,17 @@ TEST_F(Items, RecordsAreEqualOnlyUnderOneAddIn) {
     EXPECT_FALSE(loose.isEqual(view));
 }
 
+TEST_F(Items, RequestItemsAndWhatIsBelowThemAreEqualOnlyUnderOneIndex) {
+    KorDsmAddInRequestItem standard;
+    KorDsmAddInRequestItem user;
+    EXPECT_TRUE(standard.isEqual(user));
+    user.m_AddInIndex = KorDSNDefinitions::kUserIndex;
+    EXPECT_FALSE(standard.isEqual(user));
+    KorDsmViewRequestItem& view = viewBelow(standard);
+    EXPECT_TRUE(view.isEqual(viewBelow(standard)));
+    EXPECT_FALSE(view.isEqual(viewBelow(user)));
+}
+
 TEST_F(Items, AddedItemsFindTheirTwins) {
     KorDsmViewRequestItem& view = viewBelow(first);
     KorDsmViewRequestItem& twin = viewBelow(first);

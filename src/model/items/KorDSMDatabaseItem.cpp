@@ -48,8 +48,11 @@ const KorDSMDatabaseItem* KorDSMDatabaseItem::ancestor(KorDSMDefines::eItemType 
 }
 
 int KorDSMDatabaseItem::addInIndex() const {
-    const auto* addIn = dynamic_cast<const KorDsmAddInContentItem*>(ancestor(KorDSMDefines::kAddInContent));
-    return addIn ? addIn->m_AddInIndex : -1;
+    const KorDSMDatabaseItem* addIn = ancestor(KorDSMDefines::kAddInContent);
+    if (const auto* content = dynamic_cast<const KorDsmAddInContentItem*>(addIn))
+        return content->m_AddInIndex;
+    const auto* request = dynamic_cast<const KorDsmAddInRequestItem*>(addIn);
+    return request ? request->m_AddInIndex : -1;
 }
 
 void KorDSMDatabaseItem::refreshTreeItemData() {
