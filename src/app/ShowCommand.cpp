@@ -5,7 +5,7 @@
 #include "base/Translation.h"
 #include "controls/KorQt.h"
 #include "data/KorDSNManager.h"
-#include "data/KorOdbcGUI.h"
+#include "data/RowUsers.h"
 #include "data/text/TextFields.h"
 #include "session/KorDSMValueText.h"
 
@@ -61,14 +61,17 @@ QJsonArray columnsToJson(const RowChoice& row, const StructRecord& record) {
     return columns;
 }
 
+bool isShared(const RowChoice& row) {
+    return sharedWhole(StyleDatabases::current(), {row.table->type, row.key}).has_value();
+}
+
 void printJson(const RowChoice& row, const StructRecord& record) {
     Console::print(QJsonObject{{"source", toQt(SourceChoice::nameOf(row.source))},
                                {"kind", toQt(row.table->kindName())},
                                {"key", record.key},
                                {"name", toQt(record.name)},
                                {"editable", StyleDatabases::current().isEditable()},
-                               {"shared", KorOdbcGUI::canBeShared(row.table->type) &&
-                                              KorOdbcGUI::isShared(row.table->type, row.key)},
+                               {"shared", isShared(row)},
                                {"columns", columnsToJson(row, record)},
                                {"parts", toJson(relatedRows(row, eReferenceRole::kPartOf))},
                                {"usedBy", toJson(relatedRows(row, eReferenceRole::kUses))}});
@@ -96,11 +99,9 @@ KorString nameOf(const RelatedRow& other) {
 
 // Columns are named as "set" takes them, in every language.
 void printText(const RowChoice& row, const StructRecord& record) {
-    const bool shared =
-        KorOdbcGUI::canBeShared(row.table->type) && KorOdbcGUI::isShared(row.table->type, row.key);
     Console::say(KorString::format(
-        shared ? translated("%s \"%s\" in the source \"%s\", shared")
-               : translated("%s \"%s\" in the source \"%s\""),
+        isShared(row) ? translated("%s \"%s\" in the source \"%s\", shared")
+                      : translated("%s \"%s\" in the source \"%s\""),
         {KorDSMValueText::tableCaption(*row.table), record.name, SourceChoice::nameOf(row.source)}));
     std::vector<std::vector<KorString>> lines;
     for (const Column* column : columnsWorthALine(*row.table, record))

@@ -117,6 +117,9 @@ public:
 
     /// Whether rows of this table can be shared at all, that is whether one of the checks above is its own.
     static bool canBeShared(eTableType table);
+    /// Whether rows of this table are made by users to be used by other records: those that can be shared, and
+    /// appearances. Vocabulary may lie unused, and groups may be empty.
+    static bool isMadeToBeUsed(eTableType table) { return canBeShared(table) || table == kTableAppearance; }
     static bool isShared(eTableType table, const KorOdbcKey& key) {
         return StyleDatabases::current().ownerCount(table, key) > 1;
     }

@@ -1,13 +1,15 @@
 #include "data/RowUsers.h"
 
+#include "data/KorOdbcGUI.h"
+
 #include <algorithm>
 
-namespace {
-
-// The whole that a row is part of, over any number of steps; the row itself when it is no part.
 RowRef wholeOf(StyleSource& source, RowRef row) {
-    const StructRecord* record = source.table(row.table).find(KorOdbcKey(row.key));
-    for (const Column& column : findTable(row.table)->columns) {
+    const TableSchema* table = findTable(row.table);
+    const StructRecord* record = table ? source.table(row.table).find(KorOdbcKey(row.key)) : nullptr;
+    if (!record)
+        return row;
+    for (const Column& column : table->columns) {
         if (!column.isReference() || column.role != eReferenceRole::kPartOf)
             continue;
         const RowRef whole{column.target, column.integerIn(record)};
@@ -16,6 +18,18 @@ RowRef wholeOf(StyleSource& source, RowRef row) {
     }
     return row;
 }
+
+std::optional<RowRef> sharedWhole(StyleDatabases& databases, RowRef row) {
+    StyleSource* source = databases.here();
+    if (!source)
+        return {};
+    const RowRef whole = wholeOf(*source, row);
+    const bool isShared = KorOdbcGUI::isMadeToBeUsed(whole.table) &&
+                          databases.ownerCount(whole.table, KorOdbcKey(whole.key)) > 1;
+    return isShared ? std::optional(whole) : std::nullopt;
+}
+
+namespace {
 
 void addUsers(StyleSource& source, RowRef row, std::vector<RowUser>& users) {
     for (const Referrer& referrer : source.referrersOf(row.table, KorOdbcKey(row.key))) {
@@ -37,6 +51,8 @@ void addUsers(StyleSource& source, RowRef row, std::vector<RowUser>& users) {
 std::vector<RowUser> usersInAllSources(StyleDatabases& databases, SourceId id, RowRef row) {
     std::vector<RowUser> users;
     StyleSource* own = databases.source(id);
+    if (own)
+        row = wholeOf(*own, row);
     const StructRecord* record = own ? own->table(row.table).find(KorOdbcKey(row.key)) : nullptr;
     if (!record)
         return users;

@@ -3,17 +3,26 @@
 #include "data/RowRef.h"
 #include "data/StyleDatabases.h"
 
+#include <optional>
+
 /// A row that uses another one, as users know it: parts are named by their wholes.
 struct RowUser {
     SourceId source;
-    RowRef row;                         ///< in that source
-    const TableSchema* table = nullptr; ///< of the row
-    KorString name;                     ///< of the row
-    const Column* column = nullptr;     ///< with which the row or its part uses the other one
+    RowRef row;                               ///< in that source
+    const TableSchema* table = nullptr;       ///< of the row
+    KorString name;                           ///< of the row
+    const Column* column = nullptr;           ///< with which the row or its part uses the other one
     const TableSchema* columnTable = nullptr; ///< of the column: that of the row or of its part
 };
 
-/// Who uses a row of one source: in that source the users of the row itself, in all other open sources the
-/// users of the row of the same table and run name. In the order of sources, tables, keys and columns; a
-/// whole that uses the row through several parts occurs once per column.
+/// The whole that a row is part of, over any number of steps; the row itself when it is no part.
+RowRef wholeOf(StyleSource& source, RowRef row);
+
+/// The record whose users see a write to a row of the current source, when those are several: the row's
+/// whole.
+std::optional<RowRef> sharedWhole(StyleDatabases& databases, RowRef row);
+
+/// Who uses a row of one source, or its whole: in that source the users of the row itself, in all other open
+/// sources the users of the row of the same table and run name. In the order of sources, tables, keys and
+/// columns; a whole that uses the row through several parts occurs once per column.
 std::vector<RowUser> usersInAllSources(StyleDatabases& databases, SourceId id, RowRef row);

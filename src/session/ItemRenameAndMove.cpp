@@ -25,7 +25,7 @@ constexpr int kAlreadyThere = 239; // not movable: there already
 constexpr int kNameColumn = 1;
 
 bool writeName(eTableType table, std::int32_t key, const KorString& name) {
-    return KorDSMGuardedWrite::setAttributeString(table, KorOdbcKey(key), kNameColumn, name, 0) ==
+    return KorDSMGuardedWrite::setAttributeValue(table, KorOdbcKey(key), kNameColumn, name) ==
            KorDSMGuardedWrite::kWrite;
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "data/KorOdbcGUI.h"
+#include "data/RowUsers.h"
 #include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMMessages.h"
 
@@ -26,10 +27,15 @@ bool KorDSMGuardedWrite::needsConfirmation(eTableType table, const KorOdbcKey& k
            KorOdbcGUI::isShared(table, key);
 }
 
+int KorDSMGuardedWrite::ask(eTableType table, const KorOdbcKey& key) {
+    return g_askers.empty() ? kDecline : AskFunction(g_askers.back().second)(table, key);
+}
+
 int KorDSMGuardedWrite::write(eTableType table, const KorOdbcKey& key, const std::function<int()>& writeNow) {
-    int answer = kWrite;
-    if (needsConfirmation(table, key))
-        answer = g_askers.empty() ? kDecline : AskFunction(g_askers.back().second)(table, key);
+    return writeAnswered(needsConfirmation(table, key) ? ask(table, key) : kWrite, writeNow);
+}
+
+int KorDSMGuardedWrite::writeAnswered(int answer, const std::function<int()>& writeNow) {
     if (answer != kWrite)
         return answer;
     const int odbcResult = writeNow();
@@ -56,7 +62,12 @@ int KorDSMGuardedWrite::setAttributeDouble(eTableType table, const KorOdbcKey& k
 
 int KorDSMGuardedWrite::setAttributeValue(eTableType table, const KorOdbcKey& key, int field,
                                           const CellValue& value) {
-    return write(table, key, [&] { return StyleDatabases::current().setCell(table, key, field, value); });
+    StyleDatabases& databases = StyleDatabases::current();
+    int answer = kWrite;
+    if (KorDSMDialogFactory::getDSMDataStructure().getShowWarning())
+        if (const auto whole = sharedWhole(databases, {table, key}))
+            answer = ask(whole->table, KorOdbcKey(whole->key));
+    return writeAnswered(answer, [&] { return databases.setCell(table, key, field, value); });
 }
 
 int KorDSMGuardedWrite::storeCurrentRecord(eTableType table) {

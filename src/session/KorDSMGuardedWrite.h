@@ -13,26 +13,32 @@ public:
     enum eAnswer : int { kDecline = 0, kWrite = 1, kCopy = 2 };
     using AskFunction = std::function<int(eTableType table, const KorOdbcKey& key)>;
 
-    /// Says who is asked before a shared row is written: of those that are still there the one whose owner was
-    /// added last. Without anybody to ask a shared row is not written. `owner` only names the function.
+    /// Says who is asked before a shared row is written: of those that are still there the one whose owner
+    /// was added last. Without anybody to ask a shared row is not written. `owner` only names the function.
     static void addAskFunction(const void* owner, AskFunction ask);
     /// Takes the owner's function out, in any order; nothing happens when it has none.
     static void removeAskFunction(const void* owner);
 
-    /// Write one field of the current source. Return 1 when it was written, the answer when it was declined,
-    /// 0 when the write failed (after the check "odbcResult > 0" where the layer reports below 1).
+    /// Write one field of the current source, after the question where the row itself is shared. Return 1
+    /// when it was written, the answer when it was declined, 0 when the write failed (after the check
+    /// "odbcResult > 0" where the layer reports below 1).
     static int setAttributeString(eTableType table, const KorOdbcKey& key, int field, const KorString& text,
                                   int flags);
     static int setAttributeInt(eTableType table, const KorOdbcKey& key, int field, long value);
     static int setAttributeDouble(eTableType table, const KorOdbcKey& key, int field, double value);
-    /// The same for a value of the column's own type.
+    /// The same for a value of the column's own type, as pages and the command line write it. A part changes
+    /// the users of its whole, so the question is asked for the whole; and it is asked for appearances too.
     static int setAttributeValue(eTableType table, const KorOdbcKey& key, int field, const CellValue& value);
     /// Stores the layer's current record of the table.
     static int storeCurrentRecord(eTableType table);
 
-    /// Whether a write to this row would be asked about.
+    /// Whether one of the four functions would ask about a write to this row.
     static bool needsConfirmation(eTableType table, const KorOdbcKey& key);
 
 private:
+    /// The answer for a row that several others use.
+    static int ask(eTableType table, const KorOdbcKey& key);
+    /// Asks first where the row itself is shared.
     static int write(eTableType table, const KorOdbcKey& key, const std::function<int()>& writeNow);
+    static int writeAnswered(int answer, const std::function<int()>& writeNow);
 };

@@ -1,5 +1,7 @@
 #include "SampleSession.h"
 
+#include "data/RowClosure.h"
+
 namespace {
 
 const SourceId kUser = SourceId::user();
@@ -27,6 +29,16 @@ TEST_F(WhereUsed, NamesUsersAsPeopleKnowThem) {
     EXPECT_EQ(usages[0].as, "Annotation strategy");
     EXPECT_EQ(usages[0].source, kUser);
     EXPECT_TRUE(usagesOf<StructDetailStyle>(kUser, "HB post 1:15").empty()) << "its master is no user";
+}
+
+TEST_F(WhereUsed, OfAPartNamesTheUsersOfItsWhole) {
+    const auto map = usagesOf<StructDetObjReprMap>(kUser, "HB site");
+    ASSERT_FALSE(map.empty());
+    StyleSource& source = *databases.source(kUser);
+    const auto parts = partsOf(source, {kTableReprMap, row<StructDetObjReprMap>(kUser, "HB site")->key});
+    ASSERT_FALSE(parts.empty());
+    for (const Referrer& part : parts)
+        EXPECT_EQ(KorDSMWhereUsed::usagesOf(kUser, {part.table->type, part.key}), map);
 }
 
 TEST_F(WhereUsed, LooksIntoEveryOpenSource) {

@@ -1,0 +1,102 @@
+#include "SampleSession.h"
+
+#include "data/KorOdbcGUI.h"
+#include "data/RowClosure.h"
+
+namespace {
+
+const SourceId kUser = SourceId::user();
+
+// Which question comes before a write, and that a declined one writes nothing.
+class GuardedWrite : public SampleSession {
+protected:
+    GuardedWrite() {
+        databases.setCurrentSource(kUser);
+        KorDSMGuardedWrite::addAskFunction(this, [this](eTableType table, const KorOdbcKey& key) {
+            asked.push_back({table, key});
+            return answer;
+        });
+        answer = KorDSMGuardedWrite::kDecline;
+    }
+    /// A part of the kind whose whole has users enough, or none.
+    Referrer sharedPart(eTableType whole) {
+        const RowArray& rows = databases.here()->table(whole).rows();
+        for (int i = 0; i < rows.size(); ++i)
+            if (databases.ownerCount(whole, KorOdbcKey(rows.at(i).key)) > 1)
+                if (const auto parts = partsOf(*databases.here(), {whole, rows.at(i).key}); !parts.empty())
+                    return parts.front();
+        return {};
+    }
+    CellValue cell(eTableType table, std::int32_t key, int column) {
+        return findTable(table)->column(column)->read(databases.here()->table(table).find(KorOdbcKey(key)));
+    }
+    std::vector<RowRef> asked;
+};
+
+} // namespace
+
+TEST_F(GuardedWrite, OfAPartAsksForItsWhole) {
+    const struct {
+        eTableType whole;
+        int column; // of the part
+        CellValue value;
+    } cases[] = {
+        {kTableReprMap, 3, std::int64_t{77}},
+        {kTableViewDimStrategy, 3, std::int64_t{77}},
+        {kTableQualifierSet, 6, std::int64_t{1}},
+    };
+    for (const auto& each : cases) {
+        const Referrer part = sharedPart(each.whole);
+        ASSERT_NE(part.table, nullptr) << findTable(each.whole)->name;
+        const eTableType table = part.table->type;
+        const RowRef whole{each.whole,
+                           part.column->integerIn(databases.here()->table(table).find(KorOdbcKey(part.key)))};
+        const CellValue before = cell(table, part.key, each.column);
+        const CellValue other = before == each.value ? CellValue(std::int64_t{0}) : each.value;
+        const auto write = [&] {
+            return KorDSMGuardedWrite::setAttributeValue(table, KorOdbcKey(part.key), each.column, other);
+        };
+        asked.clear();
+        answer = KorDSMGuardedWrite::kDecline;
+        EXPECT_EQ(write(), KorDSMGuardedWrite::kDecline);
+        EXPECT_EQ(asked, std::vector{whole}) << "once, for the whole";
+        EXPECT_EQ(cell(table, part.key, each.column), before);
+        answer = KorDSMGuardedWrite::kWrite;
+        EXPECT_EQ(write(), KorDSMGuardedWrite::kWrite);
+        EXPECT_EQ(cell(table, part.key, each.column), other);
+        structure.setShowWarning(false);
+        asked.clear();
+        databases.undo();
+        EXPECT_EQ(write(), KorDSMGuardedWrite::kWrite);
+        EXPECT_TRUE(asked.empty());
+        structure.setShowWarning(true);
+    }
+}
+
+TEST_F(GuardedWrite, OfAnAppearanceAsksWhereSeveralEntriesUseIt) {
+    const RowArray& rows = databases.here()->table(kTableAppearance).rows();
+    int shared = 0;
+    for (int i = 0; i < rows.size(); ++i) {
+        const RowRef row{kTableAppearance, rows.at(i).key};
+        const bool several = databases.ownerCount(row.table, KorOdbcKey(row.key)) > 1;
+        shared += several;
+        asked.clear();
+        const int result = KorDSMGuardedWrite::setAttributeValue(row.table, KorOdbcKey(row.key), 10, 0.77);
+        EXPECT_EQ(result, several ? KorDSMGuardedWrite::kDecline : KorDSMGuardedWrite::kWrite);
+        EXPECT_EQ(asked.size(), several ? 1u : 0u);
+    }
+    EXPECT_GT(shared, 0);
+}
+
+TEST_F(GuardedWrite, TheFourWriteFunctionsAskOnlyForRecordsThatCanBeShared) {
+    const Referrer part = sharedPart(kTableReprMap);
+    ASSERT_NE(part.table, nullptr);
+    EXPECT_EQ(KorDSMGuardedWrite::setAttributeInt(part.table->type, KorOdbcKey(part.key), 3, 77),
+              KorDSMGuardedWrite::kWrite);
+    EXPECT_TRUE(asked.empty());
+    const std::int32_t map =
+        part.column->integerIn(databases.here()->table(part.table->type).find(KorOdbcKey(part.key)));
+    EXPECT_EQ(KorDSMGuardedWrite::setAttributeInt(kTableReprMap, KorOdbcKey(map), 3, 1),
+              KorDSMGuardedWrite::kDecline);
+    EXPECT_EQ(asked, (std::vector{RowRef{kTableReprMap, map}}));
+}
