@@ -3,8 +3,9 @@
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
 #include "base/Translation.h"
+#include "data/CellRules.h"
 #include "data/KorDSNManager.h"
-#include "data/KorOdbcGUI.h"
+#include "data/RowUsers.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMValueText.h"
 
@@ -24,19 +25,21 @@ KorString columnNames(const TableSchema& table) {
     return names;
 }
 
-// A run name is how rows are found and shown: it must be there, and no other row of the source may have it.
-KorString faultOfName(const RowChoice& row, const KorString& name) {
-    if (name.trimmed().isEmpty())
+KorString whyNot(const RowChoice& row, const Column& column, const CellValue& value) {
+    if (column.number != 1 && value == column.read(row.record()))
+        return {};
+    switch (faultOf(*StyleDatabases::current().here(), *row.table, column, row.key.getKey(), value)) {
+    case eCellFault::kNone:
+        return {};
+    case eCellFault::kNoName:
         return translated("The name must not be empty.");
-    const StructRecord* other = StyleDatabases::current().here()->table(row.table->type).find(name);
-    return other && other->key != row.key.getKey()
-               ? KorString::format(translated("Another %s is named \"%s\"; choose another name."),
-                                   {row.table->rowName(), name})
-               : KorString();
-}
-
-bool isShared(const RowChoice& row) {
-    return KorOdbcGUI::canBeShared(row.table->type) && KorOdbcGUI::isShared(row.table->type, row.key);
+    case eCellFault::kNameTaken:
+        return KorString::format(translated("Another %s is named \"%s\"; choose another name."),
+                                 {row.table->rowName(), std::get<KorString>(value)});
+    default:
+        return KorString::format(translated("Column \"%s\" cannot hold this value; enter another one."),
+                                 {column.name});
+    }
 }
 
 // What is shown for the stored value means that value, to its last digit and to the right one of two rows of
@@ -74,14 +77,17 @@ int set(const RowChoice& row, const Column& column, const SetOptions& options) {
     if (!parsed.value)
         return refuse(kExitFailed,
                       KorString::format(translated("Column \"%s\": %s"), {column.name, parsed.error}));
-    if (column.number == 1)
-        if (const KorString fault = faultOfName(row, std::get<KorString>(*parsed.value)); !fault.isEmpty())
-            return refuse(kExitFailed, fault);
-    if (isShared(row) && !options.shared)
+    if (const KorString fault = whyNot(row, column, *parsed.value); !fault.isEmpty())
+        return refuse(kExitFailed, fault);
+    if (const auto whole = sharedWhole(StyleDatabases::current(), {row.table->type, row.key});
+        whole && !options.shared) {
+        const StructRecord* record =
+            StyleDatabases::current().here()->table(whole->table).find(KorOdbcKey(whole->key));
         return refuse(kExitFailed, KorString::format(
                                        translated("The %s \"%s\" is used by several records, and all of them "
                                                   "would change; give --shared if that is meant."),
-                                       {row.table->rowName(), options.row.name}));
+                                       {findTable(whole->table)->rowName(), record->name}));
+    }
     return write(row, column, *parsed.value);
 }
 

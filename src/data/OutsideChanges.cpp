@@ -37,7 +37,7 @@ int StyleDatabases::keepMine(SourceId id, const OutsideConflict& conflict) {
     const KorOdbcKey key(conflict.values.key);
     int result = kFailed;
     if (conflict.kind == OutsideConflict::eKind::kCell)
-        result = setCell(table, key, conflict.values.column->number, conflict.mine);
+        result = writeCell(table, key, conflict.values.column->number, conflict.mine, true);
     else if (conflict.kind == OutsideConflict::eKind::kDelete)
         result = remove(table, key);
     m_currentId = before;

@@ -1,6 +1,7 @@
 #include "data/StyleDatabases.h"
 
 #include "base/KorAssert.h"
+#include "data/CellRules.h"
 #include "data/RowClosure.h"
 
 #include <algorithm>
@@ -54,6 +55,11 @@ bool StyleDatabases::isEditable(SourceId id) {
 }
 
 int StyleDatabases::setCell(eTableType type, KorOdbcKey key, int number, const CellValue& value) {
+    return writeCell(type, key, number, value, false);
+}
+
+int StyleDatabases::writeCell(eTableType type, KorOdbcKey key, int number, const CellValue& value,
+                              bool asStored) {
     StyleSource* open = here();
     const TableSchema* schema = findTable(type);
     const Column* column = schema ? schema->column(number) : nullptr;
@@ -65,7 +71,9 @@ int StyleDatabases::setCell(eTableType type, KorOdbcKey key, int number, const C
     if (!row)
         return kFailed;
     const CellValue before = column->read(row);
-    if (!open->setCell(type, key, *column, value))
+    const bool taken =
+        asStored || value == before || faultOf(*open, *schema, *column, key, value) == eCellFault::kNone;
+    if (!taken || !open->setCell(type, key, *column, value))
         return kFailed;
     const CellValue after = column->read(open->table(type).find(key));
     if (after != before)
@@ -74,6 +82,21 @@ int StyleDatabases::setCell(eTableType type, KorOdbcKey key, int number, const C
 }
 
 int StyleDatabases::append(eTableType type, StructRecord& record) {
+    StyleSource* open = here();
+    const TableSchema* schema = findTable(type);
+    if (!open || !schema)
+        return kFailed;
+    const StructRecord* original = open->table(type).find(KorOdbcKey(record.key));
+    for (const Column& column : schema->columns) {
+        const CellValue value = column.read(&record);
+        const bool isCopied = column.number != 1 && original && value == column.read(original);
+        if (!isCopied && faultOf(*open, *schema, column, 0, value) != eCellFault::kNone)
+            return isEditable() ? kFailed : kReadOnlySource;
+    }
+    return appendStored(type, record);
+}
+
+int StyleDatabases::appendStored(eTableType type, StructRecord& record) {
     StyleSource* open = here();
     if (!open || !findTable(type))
         return kFailed;
@@ -94,7 +117,13 @@ int StyleDatabases::appendRow(StyleSource& source, eTableType type, StructRecord
     if (record.key <= 0)
         return kFailed;
     source.insert(type, record);
-    m_pending.record({source.id(), type, PendingStep::eAction::kAppend, record.key, nullptr, {}, {},
+    m_pending.record({source.id(),
+                      type,
+                      PendingStep::eAction::kAppend,
+                      record.key,
+                      nullptr,
+                      {},
+                      {},
                       table.rows().copyOf(&record)});
     return kWritten;
 }

@@ -59,10 +59,15 @@ public:
     bool isEditable() { return isEditable(m_currentId); }
     bool isEditable(SourceId id);
 
+    /// Writes a cell of the current source. What the column must not hold (see `faultOf`) is refused, unless
+    /// it is what the cell holds already.
     int setCell(eTableType type, KorOdbcKey key, int column, const CellValue& value);
     /// Appends a copy of `record` with a new key, which is put into `record`. Where the record still carries
-    /// the key of a row, the parts of that row are copied along.
+    /// the key of a row, the parts of that row are copied along, and cells that hold what that row holds are
+    /// taken as they are; other cells are refused as by `setCell`.
     int append(eTableType type, StructRecord& record);
+    /// The same for a record that another database holds: what is stored is taken as it is.
+    int appendStored(eTableType type, StructRecord& record);
     /// Deletes the row and its parts.
     int remove(eTableType type, KorOdbcKey key);
 
@@ -111,6 +116,7 @@ public:
     std::vector<Referrer> users(eTableType type, KorOdbcKey key);
 
 private:
+    int writeCell(eTableType type, KorOdbcKey key, int column, const CellValue& value, bool asStored);
     int appendRow(StyleSource& source, eTableType type, StructRecord& record);
     void copyParts(StyleSource& source, eTableType type, KorOdbcKey from, std::int32_t to);
     void removeParts(StyleSource& source, eTableType type, KorOdbcKey key);

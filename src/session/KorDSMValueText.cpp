@@ -115,7 +115,7 @@ Parsed parseNumber(const TableSchema& table, const Column& column, const KorStri
     constexpr double kHighest = std::numeric_limits<std::int32_t>::max();
     if (!number || (column.isInteger() && !(std::abs(*number) <= kHighest && *number == std::trunc(*number))))
         return failure(kNotANumber, {columnCaption(table, column), text});
-    if (*number < column.minimum || *number > column.maximum) {
+    if (!column.isInRange(*number)) {
         const KorString caption = columnCaption(table, column);
         if (column.maximum == std::numeric_limits<double>::infinity())
             return failure(kNotBelow, {caption, withUnit(column.minimum, kind)});

@@ -73,6 +73,8 @@ TEST_F(CommandTest, SetWritesNothingThatItShouldNot) {
         {{"set", "detail-style", "Beam", "title_position", "1", "--source", "standard"}, 1},
         {{"set", "detail-style", "Beam", "title_position", "1", "--source", "bridges"}, 1},
         {{"set", "view-request", "Front", "scale", "0.5"}, 1},
+        {{"set", "view-request-category", "Front, filed", "category", "None"}, 1}, // a part of "Front"
+        {{"set", "view-request-category", "Front, filed", "view_request", "None", "--shared"}, 1},
         {{"set", "detail-style", "Beam", "title_position", "8"}, 1},
         {{"set", "detail-style", "Beam", "view_1", "Nowhere"}, 1},
         {{"set", "detail-style", "Beam", "automatic_clipping", "perhaps"}, 1},
@@ -96,6 +98,12 @@ TEST_F(CommandTest, SetWritesNothingThatItShouldNot) {
 
     EXPECT_EQ(run({"set", "view-request", "Front", "scale", "0.5", "--shared"}).exitCode, 0);
     EXPECT_EQ(column(run({"show", "view-request", "Front", "--json"}), "scale")["value"], 0.5);
+    EXPECT_TRUE(run({"set", "view-request-category", "Front, filed", "category", "None"})
+                    .complaints[0]
+                    .contains("\"Front\""))
+        << "the whole is named";
+    EXPECT_EQ(run({"set", "view-request-category", "Front, filed", "category", "None", "--shared"}).exitCode,
+              0);
 }
 
 TEST_F(CommandTest, ScalesAreSetAndShownAsPeopleWriteThem) {

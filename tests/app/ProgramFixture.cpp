@@ -32,6 +32,10 @@ Heavy beam |                 | 0              | Front
 name | detail_key | number | style | category
 Beam | 1          | 1      | Beam  | Beams
 
+[view_request_category]
+name         | view_request | category
+Front, filed | Front        | Beams
+
 [length_clip]
 name | interval
 Long | 1000

@@ -242,6 +242,66 @@ TEST_F(PendingTest, WritesThatCannotBeAreRefused) {
         << "no key is left above it";
 }
 
+TEST_F(PendingTest, AColumnTakesOnlyWhatIsNotCalledDamageLater) {
+    const double inf = std::numeric_limits<double>::infinity();
+    const auto front = row<StructDetViewRequest>(kUser, "Column front")->key;
+    const auto clip = add<StructDetViewLengthClip>(kUser, "Short");
+    const auto entry = row<StructDetObjReprMapKey>(kUser, "Rest")->key;
+    const auto steps = databases.pending().steps().size();
+    const struct {
+        eTableType table;
+        std::int32_t key;
+        int column;
+        CellValue value;
+    } refused[] = {
+        {kTableDetailStyle, m_style, 6, std::int64_t{99}}, // of 0 to 7
+        {kTableDetailStyle, m_style, 6, std::int64_t{-1}},
+        {kTableDetailStyle, m_style, 9, std::int64_t{77}},   // a flag
+        {kTableDetailStyle, m_style, 2, std::int64_t{4711}}, // refers to nothing
+        {kTableReprMapEntry, entry, 2, std::int64_t{0}},     // a part of nothing
+        {kTableDetailStyle, m_style, 1, KorString("")},
+        {kTableDetailStyle, m_style, 1, KorString("  ")},
+        {kTableViewRequest, front, 1, KorString("Column top")}, // taken
+        {kTableDetailStyle, m_style, 3, KorString("\xff")},     // no text
+        {kTableLengthClip, clip, 5, -2.0},
+        {kTableLengthClip, clip, 5, inf},
+        {kTableViewRequest, front, 10, std::numeric_limits<double>::quiet_NaN()},
+    };
+    for (const auto& each : refused)
+        EXPECT_EQ(set(kUser, each.table, each.key, each.column, each.value), StyleDatabases::kFailed)
+            << findTable(each.table)->column(each.column)->name;
+    EXPECT_EQ(databases.pending().steps().size(), steps) << "nothing was written";
+    EXPECT_EQ(set(kUser, kTableDetailStyle, m_style, 2, std::int64_t{0}), StyleDatabases::kWritten) << "none";
+    EXPECT_EQ(set(kUser, kTableViewRequest, front, 1, KorString("Column front")), StyleDatabases::kWritten);
+    EXPECT_EQ(set(kUser, kTableReprMapEntry, entry, 1, KorString("Beams")), StyleDatabases::kWritten)
+        << "parts need no name of their own";
+}
+
+TEST_F(PendingTest, ANewRowHoldsOnlyWhatItsColumnsTakeAndACopyWhatItsOriginalHolds) {
+    StructDetailStyle style;
+    const auto append = [&](const char* name) {
+        style.name = name;
+        return databases.append(kTableDetailStyle, style);
+    };
+    EXPECT_EQ(append("Column"), StyleDatabases::kFailed) << "taken";
+    EXPECT_EQ(append(""), StyleDatabases::kFailed);
+    style.titlePosition = 99;
+    EXPECT_EQ(append("New"), StyleDatabases::kFailed);
+    style.titlePosition = 0;
+    style.arrangeStrategyKey = 4711;
+    EXPECT_EQ(append("New"), StyleDatabases::kFailed);
+
+    others("UPDATE detail_style SET title_position = 99, arrange_strategy = 4711");
+    open();
+    style = *row<StructDetailStyle>(kUser, m_style);
+    EXPECT_EQ(append("Copy"), StyleDatabases::kWritten);
+    EXPECT_EQ(style.titlePosition, 99) << "what another program stored is neither refused nor changed";
+    EXPECT_EQ(set(kUser, kTableDetailStyle, style.key, 6, std::int64_t{99}), StyleDatabases::kWritten);
+    EXPECT_EQ(set(kUser, kTableDetailStyle, style.key, 6, std::int64_t{1}), StyleDatabases::kWritten);
+    databases.undo();
+    EXPECT_EQ(row<StructDetailStyle>(kUser, "Copy")->titlePosition, 99);
+}
+
 TEST_F(PendingTest, SharingAndUseFollowTheOwnersUpwards) {
     const auto set1 = row<StructDetObjQualifierSet>(kUser, "Beams")->key;
     const auto front = row<StructDetViewRequest>(kUser, "Column front")->key;

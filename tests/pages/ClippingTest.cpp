@@ -34,10 +34,7 @@ protected:
         return made;
     }
     /// Changes the strategy behind the page's back.
-    void setClip(int column, const CellValue& value) {
-        ASSERT_EQ(databases.setCell(kTableLengthClip, KorOdbcKey(m_clip), column, value), 1);
-        databases.pending().forget(databases.currentSource(), kTableLengthClip);
-    }
+    void setClip(int column, const CellValue& value) { store(kTableLengthClip, m_clip, column, value); }
     testing::AssertionResult wroteClip(int column, const CellValue& value) {
         return wroteOnly(kTableLengthClip, m_clip, column, value);
     }

@@ -69,10 +69,8 @@ TEST_F(ModelObjectsSelection, ButtonsWithoutAStrategyAreHidden) {
 // Names may be used twice, hold ampersands, or be gone by the time of the click.
 TEST_F(ModelObjectsSelection, UnusualNamesAreShownAndFound) {
     for (const int index : {2, 3})
-        databases.setCell(kTableSelectionStrategy, KorOdbcKey(keyAt(index)), kColumnName,
-                          KorString("Nuts & bolts"));
+        store(kTableSelectionStrategy, keyAt(index), kColumnName, KorString("Nuts & bolts"));
     arrange(style, kColumnStrategy, std::int64_t{keyAt(3)});
-    databases.pending().forget(databases.currentSource(), kTableSelectionStrategy);
     openPage();
     EXPECT_EQ(chosen(), kFirst + 2);
     EXPECT_EQ(textOf(kFirst + 2), "Nuts && bolts");

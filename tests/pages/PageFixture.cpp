@@ -85,9 +85,12 @@ const StructRecord& PageFixture::rowOf(eTableType table, const KorString& name) 
     return *found;
 }
 
+void PageFixture::store(eTableType table, std::int32_t key, int column, const CellValue& value) {
+    ASSERT_TRUE(databases.here()->setCell(table, KorOdbcKey(key), *findTable(table)->column(column), value));
+}
+
 void PageFixture::arrange(KorDSMDatabaseItem& shown, int column, const CellValue& value) {
-    ASSERT_EQ(databases.setCell(shown.tableType(), KorOdbcKey(shown.recordKey()), column, value), 1);
-    databases.pending().forget(databases.currentSource(), shown.tableType());
+    store(shown.tableType(), shown.recordKey(), column, value);
     KorDSMTwins::recordWritten(shown);
 }
 

@@ -46,6 +46,8 @@ protected:
         m_items.push_back(std::move(made));
         return result;
     }
+    /// Makes a cell of the current source what another program might have stored, allowed or not.
+    void store(eTableType table, std::int32_t key, int column, const CellValue& value);
     /// Changes a row behind the page's back, outside what the test looks at afterwards.
     void arrange(KorDSMDatabaseItem& shown, int column, const CellValue& value);
 

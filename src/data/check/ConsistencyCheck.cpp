@@ -9,11 +9,6 @@
 
 namespace {
 
-// Vocabulary may lie unused, and groups may be empty; these are made by users to be used.
-bool isMadeToBeUsed(const TableSchema& table) {
-    return KorOdbcGUI::canBeShared(table.type) || table.type == kTableAppearance;
-}
-
 bool isTargetOf(const TableSchema& table, eReferenceRole role) {
     return std::ranges::any_of(allTables(), [&](const TableSchema& other) {
         return std::ranges::any_of(other.columns, [&](const Column& column) {
@@ -47,9 +42,8 @@ void ConsistencyCheck::checkTable(const TableSchema& table) {
     const bool isIdentified = isTargetOf(table, eReferenceRole::kIdentifies);
     for (int i = 0; i < rows.size(); ++i) {
         const StructRecord& row = rows.at(i);
-        checkName(table, row);
         checkCells(table, row);
-        if (isMadeToBeUsed(table))
+        if (KorOdbcGUI::isMadeToBeUsed(table.type))
             checkUse(table, row);
         if (isIdentified && !isReferredTo(table, row, eReferenceRole::kIdentifies))
             add({eSeverity::kWarning, &table, row.key, row.name},
@@ -61,52 +55,53 @@ void ConsistencyCheck::checkTable(const TableSchema& table) {
 
 void ConsistencyCheck::checkCells(const TableSchema& table, const StructRecord& row) {
     for (const Column& column : table.columns)
-        if (column.isReference())
-            checkReference(table, row, column);
-        else if (!column.isText())
-            checkRange(table, row, column);
+        checkCell(table, row, column, faultOf(m_source, table, column, row.key, column.read(&row)));
 }
 
-void ConsistencyCheck::checkReference(const TableSchema& table, const StructRecord& row,
-                                      const Column& column) {
-    const std::int32_t key = column.integerIn(&row);
-    if (m_source.table(column.target).find(KorOdbcKey(key)))
-        return;
-    const std::string target = findTable(column.target)->rowName();
-    if (column.role == eReferenceRole::kPartOf)
-        add({eSeverity::kError, &table, row.key, row.name, &column},
+void ConsistencyCheck::checkCell(const TableSchema& table, const StructRecord& row, const Column& column,
+                                 eCellFault fault) {
+    const auto key = [&] { return KorString::number(column.integerIn(&row)); };
+    const auto target = [&] { return findTable(column.target)->rowName(); };
+    const auto find = [&](eSeverity severity) {
+        return Finding{severity, &table, row.key, row.name, &column};
+    };
+    switch (fault) {
+    case eCellFault::kNoWhole:
+        add(find(eSeverity::kError),
             translated("The %s \"%s\" (key %s) of \"%s\" is part of the %s with the key %s, which does not "
                        "exist; compact the "
                        "database to remove it."),
-            target, KorString::number(key));
-    else if (key > 0)
-        add({eSeverity::kError, &table, row.key, row.name, &column},
+            target(), key());
+        break;
+    case eCellFault::kNoTarget:
+        add(find(eSeverity::kError),
             translated("The %s \"%s\" (key %s) of \"%s\" refers in \"%s\" to the %s with the key %s, which "
                        "does not exist; "
                        "choose another one."),
-            table.columnName(column), target, KorString::number(key));
-}
-
-void ConsistencyCheck::checkRange(const TableSchema& table, const StructRecord& row, const Column& column) {
-    const double value = column.isReal() ? column.realIn(&row) : column.integerIn(&row);
-    if (value < column.minimum || value > column.maximum)
-        add({eSeverity::kWarning, &table, row.key, row.name, &column},
+            table.columnName(column), target(), key());
+        break;
+    case eCellFault::kOutOfRange:
+        add(find(eSeverity::kWarning),
             translated(
                 "The %s \"%s\" (key %s) of \"%s\" holds %s in \"%s\", which is outside the range of that "
                 "column; enter another value."),
             displayText(column.read(&row)), table.columnName(column));
-}
-
-void ConsistencyCheck::checkName(const TableSchema& table, const StructRecord& row) {
-    if (belongsToOthers(table) || row.name.isEmpty())
-        return;
-    const StructRecord* first = m_source.table(table.type).find(row.name);
-    if (first->key != row.key)
-        add({eSeverity::kWarning, &table, row.key, row.name, table.column(1)},
+        break;
+    case eCellFault::kNoName:
+        add(find(eSeverity::kWarning),
+            translated("The %s \"%s\" (key %s) of \"%s\" has no name; give it one."));
+        break;
+    case eCellFault::kNameTaken:
+        add(find(eSeverity::kWarning),
             translated(
                 "The %s \"%s\" (key %s) of \"%s\" has the same name as the one with the key %s; rename one "
                 "of them."),
-            KorString::number(first->key));
+            KorString::number(m_source.table(table.type).find(row.name)->key));
+        break;
+    case eCellFault::kWrongType: // such cells are reported when they are read
+    case eCellFault::kNone:
+        break;
+    }
 }
 
 void ConsistencyCheck::checkUse(const TableSchema& table, const StructRecord& row) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/StyleSource.h"
+#include "data/CellRules.h"
 
 /// How much a finding matters.
 enum class eSeverity : std::uint8_t {
@@ -33,9 +33,7 @@ private:
     void checkFile();
     void checkTable(const TableSchema& table);
     void checkCells(const TableSchema& table, const StructRecord& row);
-    void checkReference(const TableSchema& table, const StructRecord& row, const Column& column);
-    void checkRange(const TableSchema& table, const StructRecord& row, const Column& column);
-    void checkName(const TableSchema& table, const StructRecord& row);
+    void checkCell(const TableSchema& table, const StructRecord& row, const Column& column, eCellFault fault);
     void checkUse(const TableSchema& table, const StructRecord& row);
     bool isReferredTo(const TableSchema& table, const StructRecord& row, eReferenceRole role);
     /// Puts the sentence together: the row's kind, name and key and the database, then the arguments.

@@ -1,5 +1,7 @@
 #include "data/schema/Column.h"
 
+#include "base/Utf8.h"
+
 #include <cmath>
 
 CellValue Column::read(const void* record) const {
@@ -10,27 +12,31 @@ CellValue Column::read(const void* record) const {
     return std::int64_t{integerIn(record)};
 }
 
-bool Column::write(void* record, const CellValue& value) const {
-    if (isText()) {
-        const auto* text = std::get_if<KorString>(&value);
-        if (text)
-            textIn(record) = *text;
-        return text != nullptr;
-    }
-    if (std::holds_alternative<KorString>(value))
+bool Column::canHold(const CellValue& value) const {
+    if (const auto* text = std::get_if<KorString>(&value))
+        return isText() && isCleanUtf8(text->view());
+    if (isText())
         return false;
     const auto* whole = std::get_if<std::int64_t>(&value);
     const double figure = whole ? static_cast<double>(*whole) : std::get<double>(value);
-    if (isReal()) {
-        if (!std::isfinite(figure))
-            return false;
-        realIn(record) = figure;
-        return true;
-    }
     constexpr double kLowest = std::numeric_limits<std::int32_t>::min();
     constexpr double kHighest = std::numeric_limits<std::int32_t>::max();
-    if (!(figure >= kLowest && figure <= kHighest) || figure != std::trunc(figure))
+    return isReal() ? std::isfinite(figure)
+                    : figure >= kLowest && figure <= kHighest && figure == std::trunc(figure);
+}
+
+bool Column::write(void* record, const CellValue& value) const {
+    if (!canHold(value))
         return false;
-    integerIn(record) = static_cast<std::int32_t>(figure);
+    if (const auto* text = std::get_if<KorString>(&value)) {
+        textIn(record) = *text;
+        return true;
+    }
+    const auto* whole = std::get_if<std::int64_t>(&value);
+    const double figure = whole ? static_cast<double>(*whole) : std::get<double>(value);
+    if (isReal())
+        realIn(record) = figure;
+    else
+        integerIn(record) = static_cast<std::int32_t>(figure);
     return true;
 }

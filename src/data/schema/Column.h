@@ -45,6 +45,12 @@ struct Column {
     bool isInteger() const { return !isText() && !isReal(); }
     bool isReference() const { return kind == eColumnKind::kReference; }
 
+    /// Whether a cell can hold the value at all: text that is clean UTF-8, or a finite number that loses
+    /// nothing in the column's type.
+    bool canHold(const CellValue& value) const;
+    /// Whether a number lies in the allowed range.
+    bool isInRange(double number) const { return number >= minimum && number <= maximum; }
+
     /// The cell of `record`, which must be a record of this column's table.
     CellValue read(const void* record) const;
     /// Stores a value of the column's own type; a number of the other kind is converted. Returns false, and

@@ -27,7 +27,7 @@ int expectedRows(const SqliteDatabase& database, const TableSchema& table, std::
 }
 
 eCellFit fitOf(const Column& column, double value) {
-    return value < column.minimum || value > column.maximum ? eCellFit::kOutside : eCellFit::kFits;
+    return column.isInRange(value) ? eCellFit::kFits : eCellFit::kOutside;
 }
 
 // Reads the key of the present row, or 0 when the row cannot be used.
