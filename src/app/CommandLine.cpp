@@ -162,6 +162,16 @@ void addCheck(CLI::App& app, Wanted& wanted) {
     addJson(command, options->json);
 }
 
+void addCompact(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<CompactOptions>();
+    CLI::App* command = addCommand(app, wanted, "compact",
+                                   translatable("Remove the parts of records that do not exist any more"),
+                                   &compactCommand, options);
+    command->add_option("--source", options->source,
+                        translatable("standard, user, or an add-in; by default user"));
+    command->add_flag("--dry-run", options->dryRun, translatable("Only say what would be removed"));
+}
+
 void addSamples(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<SamplesOptions>();
     CLI::App* command =
@@ -188,6 +198,7 @@ void declare(CLI::App& app, Wanted& wanted) {
     addExport(app, wanted);
     addImport(app, wanted);
     addCheck(app, wanted);
+    addCompact(app, wanted);
     addSamples(app, wanted);
 }
 

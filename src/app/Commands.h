@@ -60,6 +60,11 @@ struct CheckOptions {
     bool json = false;
 };
 
+struct CompactOptions {
+    std::string source = "user";
+    bool dryRun = false; ///< only say what would be removed
+};
+
 struct SamplesOptions {
     std::string folder; ///< empty: the data folder
 };
@@ -76,5 +81,7 @@ int exportCommand(DataFolder& folder, const ExportOptions& options);
 int importCommand(DataFolder& folder, const ImportOptions& options);
 /// Looks for damage, dangling references and unused records.
 int checkCommand(DataFolder& folder, const CheckOptions& options);
+/// Removes the parts of records that do not exist any more.
+int compactCommand(DataFolder& folder, const CompactOptions& options);
 /// Builds the sample databases where they are absent.
 int samplesCommand(DataFolder& folder, const SamplesOptions& options);

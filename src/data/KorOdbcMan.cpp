@@ -1,7 +1,9 @@
 #include "data/KorOdbcMan.h"
 
 #include "base/KorAssert.h"
+#include "base/Translation.h"
 
+#include "data/check/OrphanedParts.h"
 #include "data/schema/TableDeclarations.h"
 
 namespace {
@@ -107,31 +109,30 @@ int KorOdbcMan::setStatusOnCancel(eTableType table, eCopyDepth) {
 
 namespace {
 
-bool isOrphan(StyleSource& source, const TableSchema& table, const StructRecord& row) {
-    for (const Column& column : table.columns)
-        if (column.isReference() && column.role == eReferenceRole::kPartOf &&
-            !source.table(column.target).find(KorOdbcKey(column.integerIn(&row))))
-            return true;
-    return false;
+SourceId sourceOf(eDSN dsn) {
+    switch (dsn) {
+    case KorDSNDefinitions::kUser:
+        return SourceId::user();
+    case KorDSNDefinitions::kStandard:
+        return SourceId::standard();
+    default:
+        return {dsn, KorOdbcMan::getCurrentAddIn()};
+    }
 }
 
 } // namespace
 
 int KorOdbcCompactDetailsTables::startCompactProcess(eDSN dsn, int, eCompactType) {
-    const SourceId id = dsn == KorDSNDefinitions::kUser ? SourceId::user() : SourceId::standard();
+    const SourceId id = sourceOf(dsn);
     const KorDSNRequest request(id.dsn, id.index);
     StyleSource* source = databases().here();
     if (!source || !databases().isEditable())
         return -1;
-    std::vector<std::pair<eTableType, std::int32_t>> orphans;
-    for (const TableSchema& table : allTables()) {
-        const RowArray& rows = source->table(table.type).rows();
-        for (int i = 0; i < rows.size(); ++i)
-            if (isOrphan(*source, table, rows.at(i)))
-                orphans.emplace_back(table.type, rows.at(i).key);
-    }
-    for (const auto& [table, key] : orphans)
-        databases().remove(table, KorOdbcKey(key));
+    const std::vector<RowRef> orphans = orphanedParts(*source);
+    databases().pending().beginGroup(translated("Compacting"));
+    for (const RowRef& part : orphans)
+        databases().remove(part.table, KorOdbcKey(part.key));
+    databases().pending().endGroup();
     m_bCompactPerformed = m_bCompactPerformed || !orphans.empty();
     return static_cast<int>(orphans.size());
 }

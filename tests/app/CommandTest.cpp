@@ -235,10 +235,24 @@ TEST_F(CommandTest, FindsItsDataFolderAndMakesAUserDatabase) {
     EXPECT_TRUE(std::filesystem::exists(folder() / "system" / "detailstyles" / "user.dsdb"));
 }
 
+TEST_F(CommandTest, CompactRemovesWhatCheckAdvisesToRemoveAndADryRunOnlySaysSo) {
+    sql("user.dsdb", "INSERT INTO repr_map_entry(\"key\", name, repr_map) VALUES (1, 'Lost', 9)");
+    EXPECT_TRUE(run({"check"}).output.contains("detailstyles compact"));
+    const std::string before = contentOf(data() / "user.dsdb");
+    EXPECT_TRUE(run({"compact", "--dry-run"}).output.contains("Would remove"));
+    EXPECT_EQ(contentOf(data() / "user.dsdb"), before);
+    const ProgramRun compacted = run({"compact"});
+    EXPECT_EQ(compacted.exitCode, 0);
+    EXPECT_TRUE(compacted.output.contains("\"Lost\" (key 1)"));
+    EXPECT_FALSE(run({"check"}).output.contains("Lost"));
+    EXPECT_TRUE(run({"compact"}).output.contains("nothing to remove"));
+    EXPECT_EQ(run({"compact", "--source", "standard"}).exitCode, 1);
+}
+
 TEST_F(CommandTest, HelpAndWrongUsage) {
     const ProgramRun help = runBare({"--help"});
     EXPECT_EQ(help.exitCode, 0);
-    for (const char* command : {"edit", "list", "show", "set", "export", "import", "check", "samples"}) {
+    for (const char* command : {"edit", "list", "show", "set", "export", "import", "check", "compact", "samples"}) {
         EXPECT_TRUE(help.output.contains(command)) << command;
         EXPECT_EQ(runBare({command, "--help"}).exitCode, 0) << command;
     }

@@ -49,6 +49,9 @@ TEST_F(CheckTest, EachFaultIsFoundOnceAndNothingElse) {
          nullptr, nullptr, nullptr},
         {"UPDATE view_request SET scale = 'large' WHERE \"key\" = 1", eSeverity::kError, nullptr, nullptr,
          "\"large\" instead of a number"},
+        {"UPDATE repr_map_entry SET qualifier_set = 1, \"order\" = -1 WHERE name = 'Rest';"
+         "DELETE FROM qualifier_set WHERE name = 'Others'",
+         eSeverity::kWarning, "repr_map_entry", "qualifier_set", "\"Beams\" (key 1)"},
         {"DROP TABLE scale", eSeverity::kError, nullptr, nullptr, "no table \"scale\""},
     };
     const std::string sound = bytesOf(file("user.dsdb"));
@@ -66,6 +69,29 @@ TEST_F(CheckTest, EachFaultIsFoundOnceAndNothingElse) {
         databases.closeSource(kUser);
         writeBytes(file("user.dsdb"), sound);
     }
+}
+
+TEST_F(CheckTest, CompactingTakesOutPartsWithoutAnOwnerInTheSourceThatIsNamed) {
+    const SourceId addIn{KorDSNDefinitions::kAddIn, KorDSNDefinitions::kFirstAddIn};
+    const auto compacted = [](eDSN dsn) {
+        return KorOdbcCompactDetailsTables::startCompactProcess(dsn, 0,
+                                                                KorOdbcCompactDetailsTables::kUnusedParts);
+    };
+    addStyle(kStandard, "Beam", 1);
+    ASSERT_TRUE(commit());
+    databases.closeSource(kUser);
+    OtherProgram(file("user.dsdb")).run("UPDATE repr_map_entry SET repr_map = 0 WHERE name = 'Rest'");
+    ASSERT_EQ(databases.openFile(addIn, file("user.dsdb"), false).error, "");
+    KorOdbcCompactDetailsTables::m_bCompactPerformed = false;
+    EXPECT_EQ(compacted(KorDSNDefinitions::kUser), -1);
+    EXPECT_EQ(compacted(KorDSNDefinitions::kStandard), 0);
+    EXPECT_FALSE(KorOdbcCompactDetailsTables::m_bCompactPerformed);
+    const KorDSNRequest request(addIn.dsn, addIn.index);
+    EXPECT_EQ(compacted(KorDSNDefinitions::kAddIn), 1);
+    EXPECT_TRUE(std::exchange(KorOdbcCompactDetailsTables::m_bCompactPerformed, false));
+    EXPECT_EQ(row<StructDetObjReprMapKey>(addIn, "Rest"), nullptr);
+    EXPECT_NE(row<StructDetObjReprMapKey>(addIn, "Beams"), nullptr);
+    EXPECT_NE(row<StructDetObjReprMapKey>(kStandard, "Rest"), nullptr);
 }
 
 // Import and check follow references without end to end; a circle between tables would let rows form one.

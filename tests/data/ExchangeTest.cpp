@@ -34,11 +34,11 @@ protected:
         return Exports::importDetail(0, styleKey(kStandard, style), kStandard.dsn, kStandard.index, kUser.dsn,
                                      kUser.index, report);
     }
-    // Name of the qualifier set in the second entry of the representation map of the view in slot 3.
+    // Name of the qualifier set in the first entry of the representation map of the view in slot 3.
     KorString deepName(SourceId id, const KorString& style) {
         const auto* view = row<StructDetViewRequest>(id, row<StructDetailStyle>(id, style)->viewRequests[2]);
         const auto parts = partsOf(*databases.source(id), {kTableReprMap, view->reprMapKey});
-        const auto* entry = row<StructDetObjReprMapKey>(id, parts.at(1).key);
+        const auto* entry = row<StructDetObjReprMapKey>(id, parts.at(0).key);
         return row<StructDetObjQualifierSet>(id, entry->qualifierSetKey)->name;
     }
 };

@@ -112,6 +112,7 @@ private:
         entry.appearanceKey = add<StructDetObjAppearance>(id, "Solid");
         add(id, "Beams", entry);
         entry.order = 1;
+        entry.qualifierSetKey = add(id, "Others", set);
         entry.appearanceKey = add<StructDetObjAppearance>(id, "Dashed");
         add(id, "Rest", entry);
     }

@@ -3,9 +3,11 @@
 #include "base/Translation.h"
 #include "data/KorOdbcGUI.h"
 #include "data/RowClosure.h"
+#include "data/schema/TableDeclarations.h"
 #include "data/store/ReadReport.h"
 
 #include <algorithm>
+#include <map>
 
 namespace {
 
@@ -26,6 +28,7 @@ std::vector<Finding> ConsistencyCheck::run() {
     checkFile();
     for (const TableSchema& table : allTables())
         checkTable(table);
+    checkEntriesThatNeverAct();
     return std::move(m_findings);
 }
 
@@ -70,7 +73,7 @@ void ConsistencyCheck::checkCell(const TableSchema& table, const StructRecord& r
         add(find(eSeverity::kError),
             translated("The %s \"%s\" (key %s) of \"%s\" is part of the %s with the key %s, which does not "
                        "exist; compact the "
-                       "database to remove it."),
+                       "database (\"detailstyles compact\") to remove it."),
             target(), key());
         break;
     case eCellFault::kNoTarget:
@@ -101,6 +104,27 @@ void ConsistencyCheck::checkCell(const TableSchema& table, const StructRecord& r
     case eCellFault::kWrongType: // such cells are reported when they are read
     case eCellFault::kNone:
         break;
+    }
+}
+
+void ConsistencyCheck::checkEntriesThatNeverAct() {
+    using Entry = StructDetObjReprMapKey;
+    const TableSchema& table = *findTable(tableOf<Entry>);
+    const RowArray& rows = m_source.table(table.type).rows();
+    std::vector<const Entry*> entries;
+    for (int i = 0; i < rows.size(); ++i)
+        if (const auto& entry = static_cast<const Entry&>(rows.at(i));
+            m_source.table(kTableReprMap).find(KorOdbcKey(entry.reprMapKey)))
+            entries.push_back(&entry);
+    std::ranges::stable_sort(entries, {}, &Entry::order);
+    std::map<std::pair<std::int32_t, std::int32_t>, const Entry*> acting;
+    for (const Entry* entry : entries) {
+        const auto [first, isFirst] = acting.try_emplace({entry->reprMapKey, entry->qualifierSetKey}, entry);
+        if (!isFirst)
+            add({eSeverity::kWarning, &table, entry->key, entry->name, table.column("qualifier_set")},
+                translated("The %s \"%s\" (key %s) of \"%s\" never acts, because \"%s\" comes before it in "
+                           "the same map with the same qualifier set; choose another set or delete it."),
+                first->second->name);
     }
 }
 

@@ -21,7 +21,8 @@ struct Finding {
 
 /// Looks through one source, pending changes included: damage of the file, cells that could not be read,
 /// references that point nowhere, parts without an owner, cells outside their range, run names that occur
-/// twice, definitions that nothing uses and detail styles that the host is not told of.
+/// twice, definitions that nothing uses, entries that can never act and detail styles that the host is not
+/// told of.
 class ConsistencyCheck {
 public:
     explicit ConsistencyCheck(StyleSource& source) : m_source(source) {}
@@ -34,6 +35,9 @@ private:
     void checkTable(const TableSchema& table);
     void checkCells(const TableSchema& table, const StructRecord& row);
     void checkCell(const TableSchema& table, const StructRecord& row, const Column& column, eCellFault fault);
+    /// Of the entries of a map the first whose qualifier set fits an object acts; a later one with the same
+    /// set never does.
+    void checkEntriesThatNeverAct();
     void checkUse(const TableSchema& table, const StructRecord& row);
     bool isReferredTo(const TableSchema& table, const StructRecord& row, eReferenceRole role);
     /// Puts the sentence together: the row's kind, name and key and the database, then the arguments.
