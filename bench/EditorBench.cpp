@@ -46,6 +46,8 @@ public:
         ++reads;
         return m_store->readTable(table, rows, problems);
     }
+    StoreResult beginRead(std::int64_t& state) override { return m_store->beginRead(state); }
+    void endRead() override { m_store->endRead(); }
     std::vector<std::string> integrityFindings() override { return m_store->integrityFindings(); }
     StoreResult begin() override { return m_store->begin(); }
     StoreResult apply(const TableChange& change, std::vector<StoreConflict>& conflicts) override {

@@ -20,7 +20,9 @@ struct FileFindings {
     std::vector<Finding> findings;
 };
 
-FileFindings checkSource(StyleSource& source) {
+FileFindings checkSource(StyleDatabases& databases, SourceId id) {
+    databases.readWhole(id); // a failure is a finding
+    StyleSource& source = *databases.source(id);
     return {source.store().name(), ConsistencyCheck(source).run()};
 }
 
@@ -34,8 +36,8 @@ Finding damage(std::string sentence) {
 FileFindings checkFile(const std::string& file) {
     StyleDatabases databases;
     const StoreResult result = databases.openFile(SourceId::standard(), file, true);
-    if (StyleSource* source = databases.source(SourceId::standard()))
-        return checkSource(*source);
+    if (databases.source(SourceId::standard()))
+        return checkSource(databases, SourceId::standard());
     FileFindings found{file, {}};
     std::ranges::transform(integrityFindings(file), std::back_inserter(found.findings), &damage);
     if (found.findings.empty())
@@ -47,7 +49,7 @@ std::vector<FileFindings> checkAll(const CheckOptions& options) {
     std::vector<FileFindings> found;
     if (options.files.empty())
         for (const SourceId id : SourceChoice::choose({}).ids)
-            found.push_back(checkSource(*StyleDatabases::current().source(id)));
+            found.push_back(checkSource(StyleDatabases::current(), id));
     std::ranges::transform(options.files, std::back_inserter(found), &checkFile);
     return found;
 }

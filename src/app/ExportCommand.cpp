@@ -18,7 +18,7 @@ int failed(const KorString& sentence) {
 int exportCommand(DataFolder&, const ExportOptions& options) {
     RowChoice row;
     KorString error;
-    const eExitCode found = RowChoice::find(options.row, row, error);
+    const eExitCode found = RowChoice::findInWhole(options.row, row, error);
     complainOfReading();
     if (found != kExitDone) {
         Console::complain(error);

@@ -25,8 +25,13 @@ eExitCode RowChoice::find(const RowOptions& options, RowChoice& row, KorString& 
     error = sources.error;
     std::ranges::stable_partition(sources.ids, [](SourceId id) { return id == SourceId::user(); });
     for (const SourceId id : sources.ids) {
-        const StructRecord* record = KorDSMValueText::findRow(
-            StyleDatabases::current().source(id)->table(row.table->type), options.name);
+        StyleSource& source = *StyleDatabases::current().source(id);
+        if (const StoreResult read = source.readingOf(row.table->type); !read) {
+            error = read.error;
+            return kExitFailed;
+        }
+        const StructRecord* record =
+            KorDSMValueText::findRow(source.table(row.table->type), options.name);
         if (!record)
             continue;
         row.source = id;
@@ -39,4 +44,15 @@ eExitCode RowChoice::find(const RowOptions& options, RowChoice& row, KorString& 
                                       : translated("There is no %s named \"%s\" in the source \"%s\"."),
                                   {row.table->rowName(), options.name, options.source});
     return kExitFailed;
+}
+
+eExitCode RowChoice::findInWhole(const RowOptions& options, RowChoice& row, KorString& error) {
+    const eExitCode found = find(options, row, error);
+    if (found != kExitDone)
+        return found;
+    if (const StoreResult whole = StyleDatabases::current().readWhole(row.source); !whole) {
+        error = whole.error;
+        return kExitFailed;
+    }
+    return find(options, row, error); // reading the whole may have been reading anew
 }

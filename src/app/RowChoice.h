@@ -17,6 +17,10 @@ struct RowChoice {
     /// sentence for the user in `error`.
     static eExitCode find(const RowOptions& options, RowChoice& row, KorString& error);
 
+    /// The same in a source of which everything was read in one state, for commands that conclude from what
+    /// is absent.
+    static eExitCode findInWhole(const RowOptions& options, RowChoice& row, KorString& error);
+
     /// The table of a kind; null, with a sentence for the user, when there is none.
     static const TableSchema* findKind(const std::string& kind, KorString& error);
 };

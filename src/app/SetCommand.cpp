@@ -99,7 +99,7 @@ int setCommand(DataFolder&, const SetOptions& options) {
     RowOptions wanted = options.row;
     if (wanted.source.empty())
         wanted.source = "user";
-    const eExitCode found = RowChoice::find(wanted, row, error);
+    const eExitCode found = RowChoice::findInWhole(wanted, row, error);
     const bool lost = complainOfReading();
     if (found != kExitDone)
         return refuse(found, error);

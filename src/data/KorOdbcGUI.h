@@ -90,7 +90,8 @@ public:
     /// Splits a text at every occurrence of `delimiter`; empty parts are left out. Returns how many there are.
     static int getTokens(const KorString& text, const KorString& delimiter, KorArray<KorString>& tokens);
 
-    /// Whether another record still refers to the row; such a row must not be deleted.
+    /// Whether another record still refers to the row; such a row must not be deleted. True in a source that is
+    /// not complete.
     static bool findAnnotationStrategy(const KorOdbcKey& key) { return isUsed(kTableAnnotationStrategy, key); }
     static bool findQualifierSet(const KorOdbcKey& key) { return isUsed(kTableQualifierSet, key); }
     static bool findDimensionRequest(const KorOdbcKey& key) { return isUsed(kTableDimRequest, key); }
@@ -126,6 +127,7 @@ public:
 
 private:
     static bool isUsed(eTableType table, const KorOdbcKey& key) {
-        return !StyleDatabases::current().users(table, key).empty();
+        StyleDatabases& databases = StyleDatabases::current();
+        return !databases.users(table, key).empty() || (databases.here() && !databases.here()->complete());
     }
 };

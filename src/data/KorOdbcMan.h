@@ -85,6 +85,7 @@ public:
 
     /// Deletes the parts whose owner is gone from the source's tables (pending, as every change, in one
     /// group); of the add-ins the current one is meant. `mode` is kept for callers and has no meaning.
-    /// Returns the number of rows removed, or -1 when the source is not open or may not be edited.
+    /// Returns the number of rows removed, or -1 when the source is not open, is not complete or may not be
+    /// edited.
     static int startCompactProcess(eDSN dsn, int mode, eCompactType type);
 };

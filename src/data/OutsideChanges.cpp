@@ -8,9 +8,16 @@
 
 std::vector<OutsideChange> StyleDatabases::refreshChanged() {
     std::vector<OutsideChange> changes;
-    for (const auto& [id, source] : m_sources)
-        if (source->store().changedOutside())
-            changes.push_back(refresh(id));
+    for (const auto& [id, source] : m_sources) {
+        const bool wasOutdated = source->isOutdated();
+        if (wasOutdated || source->store().changedOutside()) {
+            OutsideChange change = refresh(id);
+            if (change.error.empty() || !wasOutdated) // a reason is told once
+                changes.push_back(std::move(change));
+        } else if (source->readFailedAgain()) {
+            changes.push_back({id, source->store().name(), {}, {}});
+        }
+    }
     return changes;
 }
 
@@ -23,12 +30,26 @@ OutsideChange StyleDatabases::refresh(SourceId id) {
     PendingReplay replay(*open, m_pending);
     StoreResult result = open->store().reopen();
     if (result)
-        result = replay.tryReading();
-    if (result)
+        result = replay.readAnew();
+    if (result) {
         change.conflicts = replay.run();
-    else
+    } else {
         change.error = result.error;
+        open->setOutdated(); // what was not read yet would be of another state
+    }
     return change;
+}
+
+StoreResult StyleDatabases::readWhole(SourceId id) {
+    StyleSource* open = source(id);
+    if (!KorAssert::check(open != nullptr, "open != nullptr"))
+        return {};
+    const StoreResult result = open->complete();
+    if (!open->isOutdated() || m_pending.hasPending(id))
+        return result;
+    open->store().acknowledge();
+    open->dropTables();
+    return open->complete();
 }
 
 int StyleDatabases::keepMine(SourceId id, const OutsideConflict& conflict) {

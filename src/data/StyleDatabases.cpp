@@ -103,9 +103,12 @@ int StyleDatabases::appendStored(eTableType type, StructRecord& record) {
     if (!isEditable())
         return kReadOnlySource;
     const KorOdbcKey original(record.key);
+    const bool isCopy = open->table(type).find(original) != nullptr;
+    if (!(isCopy ? open->complete() : open->readingOf(type)))
+        return kIncompleteSource;
     m_pending.beginGroup(record.name);
     const int result = appendRow(*open, type, record);
-    if (result == kWritten && open->table(type).find(original))
+    if (result == kWritten && isCopy)
         copyParts(*open, type, original, record.key);
     m_pending.endGroup();
     return result;
@@ -151,6 +154,8 @@ int StyleDatabases::remove(eTableType type, KorOdbcKey key) {
     const StructRecord* row = open->table(type).find(key);
     if (!row)
         return kFailed;
+    if (!open->complete())
+        return kIncompleteSource;
     const auto copy = open->table(type).rows().copyOf(row);
     m_pending.beginGroup(copy->name);
     removeParts(*open, type, key);
@@ -198,6 +203,8 @@ int StyleDatabases::ownerCount(eTableType type, KorOdbcKey key) {
     StyleSource* open = here();
     std::set<std::pair<eTableType, std::int32_t>> seen;
     int owners = 0;
+    if (open && !open->complete())
+        return 2;
     if (open)
         countOwners(*open, type, key, seen, owners);
     return std::min(owners, 2);

@@ -25,6 +25,7 @@ public:
         kWritten = 1,
         kFailed = 0, ///< no such row or column, or a value that does not fit
         kReadOnlySource = -1,
+        kIncompleteSource = -2, ///< a table could not be read; `StyleSource::complete` says why
     };
 
     StyleDatabases();
@@ -45,6 +46,10 @@ public:
     /// The source, or null when it is not open.
     StyleSource* source(SourceId id);
     std::vector<SourceId> sources() const;
+
+    /// As `StyleSource::complete`, for an open source of which no record is held: where another program changed
+    /// the database meanwhile and nothing is pending, all is read again.
+    StoreResult readWhole(SourceId id);
 
     SourceId currentSource() const { return m_currentId; }
     void setCurrentSource(SourceId id) { m_currentId = id; }
@@ -110,7 +115,7 @@ public:
     int keepMine(SourceId id, const OutsideConflict& conflict);
 
     /// How many rows own this one, followed upwards until two are found: 0, 1 or 2. A row with one owner
-    /// that has several owners itself is owned by those.
+    /// that has several owners itself is owned by those. 2 in a source that is not complete: it may be.
     int ownerCount(eTableType type, KorOdbcKey key);
     /// Cells of other records that use the row (no parts, no filing).
     std::vector<Referrer> users(eTableType type, KorOdbcKey key);

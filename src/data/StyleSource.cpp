@@ -1,19 +1,123 @@
 #include "data/StyleSource.h"
 
 #include "base/KorAssert.h"
+#include "base/Translation.h"
+
+#include <algorithm>
+#include <utility>
+
+// One read transaction of the store.
+struct StyleSource::Reading {
+    explicit Reading(StyleStore& opened) : store(opened), result(store.beginRead(state)) {}
+    ~Reading() { store.endRead(); }
+    Reading(const Reading&) = delete;
+    Reading& operator=(const Reading&) = delete;
+
+    StyleStore& store;
+    std::int64_t state = 0;
+    StoreResult result;
+};
 
 StyleTable& StyleSource::table(eTableType type) {
     const TableSchema* schema = findTable(type);
     if (!KorAssert::check(schema != nullptr, "schema != nullptr"))
         schema = &allTables().front();
     auto& slot = m_tables[static_cast<std::size_t>(schema->type)];
-    if (!slot) {
-        slot = std::make_unique<StyleTable>(*schema);
-        const StoreResult result = m_store->readTable(*schema, slot->rowsToFill(), m_problems);
-        if (!result)
-            m_problems.push_back({result.error});
-    }
+    if (!slot)
+        read(*schema, Reading(*m_store));
     return *slot;
+}
+
+StoreResult StyleSource::readingOf(eTableType type) {
+    table(type);
+    const auto it = m_failures.find(type);
+    return it == m_failures.end() ? StoreResult{} : StoreResult{it->second};
+}
+
+// A table that is read at a second try is filled in its place: its address is known to others.
+bool StyleSource::read(const TableSchema& schema, const Reading& reading) {
+    auto& slot = m_tables[static_cast<std::size_t>(schema.type)];
+    if (!slot)
+        slot = std::make_unique<StyleTable>(schema);
+    std::vector<ReadProblem> problems;
+    StoreResult result = reading.result;
+    if (result)
+        result = m_store->readTable(schema, slot->rowsToFill(), problems);
+    if (!result) {
+        noteFailure(schema, result.error);
+        return false;
+    }
+    if (const auto failure = m_failures.extract(schema.type); !failure.empty()) {
+        for (auto& index : m_references)
+            index.reset();
+        if (std::ranges::none_of(m_failures, [&](const auto& other) { return other.second == failure.mapped(); }))
+            std::erase_if(m_problems, [&](const ReadProblem& each) { return each.sentence == failure.mapped(); });
+    }
+    m_problems.insert(m_problems.end(), problems.begin(), problems.end());
+    m_isOutdated = m_isOutdated || m_state.value_or(reading.state) != reading.state;
+    m_state = reading.state;
+    return true;
+}
+
+void StyleSource::noteFailure(const TableSchema& schema, const std::string& error) {
+    m_failures[schema.type] = error;
+    if (std::ranges::find(m_problems, error, &ReadProblem::sentence) == m_problems.end())
+        m_problems.push_back({error});
+}
+
+bool StyleSource::isRead(const TableSchema& schema) const {
+    return m_tables[static_cast<std::size_t>(schema.type)] && !m_failures.contains(schema.type);
+}
+
+StoreResult StyleSource::complete() {
+    if (!m_isComplete && !m_isOutdated) {
+        const Reading reading(*m_store);
+        for (const TableSchema& schema : allTables())
+            if (!isRead(schema) && !read(schema, reading))
+                return {m_failures.at(schema.type)};
+        m_isComplete = !m_isOutdated;
+    }
+    return m_isComplete ? StoreResult{}
+                        : StoreResult::failure(KorString::format(
+                              translated("The style database \"%s\" was changed by another program while it "
+                                         "was being read, so nothing was done; try again."),
+                              {m_store->name()}));
+}
+
+void StyleSource::setOutdated() {
+    m_isOutdated = true;
+    m_isComplete = false;
+}
+
+bool StyleSource::readFailedAgain() {
+    if (m_failures.empty())
+        return false;
+    const std::size_t before = m_failures.size();
+    const Reading reading(*m_store);
+    for (const TableSchema& schema : allTables())
+        if (m_failures.contains(schema.type) && !read(schema, reading))
+            break;
+    return m_failures.size() < before;
+}
+
+StoreResult StyleSource::readAnew(const std::set<eTableType>& types) {
+    StyleSource fresh(m_id, nullptr);
+    std::swap(fresh.m_store, m_store);
+    StoreResult result;
+    {
+        const Reading reading(*fresh.m_store);
+        for (auto it = types.begin(); result && it != types.end(); ++it)
+            if (!fresh.read(*findTable(*it), reading))
+                result = {fresh.m_failures.at(*it)};
+    }
+    std::swap(fresh.m_store, m_store);
+    if (!result)
+        return result;
+    dropTables();
+    m_tables = std::move(fresh.m_tables);
+    m_problems = std::move(fresh.m_problems);
+    m_state = fresh.m_state;
+    return {};
 }
 
 ReferenceIndex& StyleSource::references(eTableType target) {
@@ -87,4 +191,7 @@ void StyleSource::dropTables() {
     for (auto& index : m_references)
         index.reset();
     m_problems.clear();
+    m_failures.clear();
+    m_state.reset();
+    m_isOutdated = m_isComplete = false;
 }

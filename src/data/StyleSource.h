@@ -6,6 +6,9 @@
 #include "data/store/StyleStore.h"
 
 #include <array>
+#include <map>
+#include <optional>
+#include <set>
 
 /// One style database with what has been read of it. A table is read whole, by one query, when it is first
 /// touched; from then on reads are look-ups in memory and see pending changes.
@@ -17,9 +20,21 @@ public:
     StyleStore& store() { return *m_store; }
     bool isReadOnly() const { return m_store->isReadOnly(); }
 
-    /// The table, read on first use. A table that cannot be read is empty, and `problems` tells why.
+    /// The table, read on first use. A table that cannot be read is empty, and `problems` tells why: nothing
+    /// must be concluded from what is absent before `complete` has been asked.
     StyleTable& table(eTableType type);
-    bool isLoaded(eTableType type) const { return m_tables[static_cast<std::size_t>(type)] != nullptr; }
+    /// Why the table is empty although the database may hold rows of it; success when it was read.
+    StoreResult readingOf(eTableType type);
+
+    /// Whether all tables are in memory and of one state of the database. Reads those that were not read yet
+    /// or could not be read, all in one transaction. A failure is one sentence that names the file. Costs
+    /// nothing once it succeeded.
+    StoreResult complete();
+    /// Whether another program changed the database between the reading of one table and of another.
+    bool isOutdated() const { return m_isOutdated; }
+    void setOutdated();
+    /// Tries the tables again that could not be read. Returns whether any of them could.
+    bool readFailedAgain();
 
     /// Cells that refer to this row, whatever their role. Reads the tables that can refer to it.
     std::vector<Referrer> referrersOf(eTableType target, KorOdbcKey key);
@@ -30,11 +45,18 @@ public:
 
     /// Forgets all that was read, so that the next touch reads it again.
     void dropTables();
+    /// The same, but reads `types` at once, in one transaction. On failure nothing is forgotten.
+    StoreResult readAnew(const std::set<eTableType>& types);
 
     /// What could not be read as declared, in the order in which it was met.
     const std::vector<ReadProblem>& problems() const { return m_problems; }
 
 private:
+    struct Reading;
+
+    bool read(const TableSchema& schema, const Reading& reading);
+    void noteFailure(const TableSchema& schema, const std::string& error);
+    bool isRead(const TableSchema& schema) const;
     ReferenceIndex& references(eTableType target);
     // The index that the cells of this column are in, or null while nobody has asked for it.
     ReferenceIndex* builtReferences(const Column& column);
@@ -45,4 +67,8 @@ private:
     std::array<std::unique_ptr<StyleTable>, kEndOfTables> m_tables;
     std::array<std::unique_ptr<ReferenceIndex>, kEndOfTables> m_references;
     std::vector<ReadProblem> m_problems;
+    std::map<eTableType, std::string> m_failures; // tables that could not be read, with the reason
+    std::optional<std::int64_t> m_state;          // of the database, as it was when the tables were read
+    bool m_isOutdated = false;
+    bool m_isComplete = false;
 };

@@ -13,6 +13,13 @@ StyleTable::NameIndex& StyleTable::names() const {
     return *m_names;
 }
 
+RowArray& StyleTable::rowsToFill() {
+    m_rows->clear();
+    m_names.reset();
+    m_highestKey = 0;
+    return *m_rows;
+}
+
 const StructRecord* StyleTable::find(const KorString& runName) const {
     const auto [first, last] = names().equal_range(runName);
     if (first == last)

@@ -13,8 +13,8 @@ public:
 
     const TableSchema& schema() const { return m_schema; }
     const RowArray& rows() const { return *m_rows; }
-    /// For filling the table from a store, before anything has been looked up in it.
-    RowArray& rowsToFill() { return *m_rows; }
+    /// For filling the table from a store: empty, whatever it held before.
+    RowArray& rowsToFill();
 
     /// The row, or null.
     const StructRecord* find(KorOdbcKey key) const { return key.isValid() ? m_rows->find(key) : nullptr; }

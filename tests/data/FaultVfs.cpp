@@ -20,6 +20,8 @@ const sqlite3_io_methods& real(const sqlite3_file* file) {
 }
 
 bool isDue() {
+    if (g_fault == FaultVfs::eFault::kReadError)
+        return false;
     ++g_count;
     return g_fault == FaultVfs::eFault::kKill ? g_count == g_at : g_count >= g_at;
 }
@@ -36,6 +38,12 @@ int write(sqlite3_file* file, const void* data, int size, sqlite3_int64 offset) 
             return SQLITE_FULL;
     }
     return real(file).xWrite(file, data, size, offset);
+}
+
+int read(sqlite3_file* file, void* data, int size, sqlite3_int64 offset) {
+    if (g_fault == FaultVfs::eFault::kReadError && ++g_count == g_at)
+        return SQLITE_IOERR_READ;
+    return real(file).xRead(file, data, size, offset);
 }
 
 int sync(sqlite3_file* file, int flags) {
@@ -60,6 +68,7 @@ int open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* out
         g_faulty[kind] = *file->pMethods;
         g_faulty[kind].xWrite = write;
         g_faulty[kind].xSync = sync;
+        g_faulty[kind].xRead = read;
         file->pMethods = &g_faulty[kind];
     }
     return code;
@@ -82,4 +91,8 @@ FaultVfs::FaultVfs(int operation, eFault fault) {
 FaultVfs::~FaultVfs() {
     sqlite3_vfs_unregister(&g_vfs);
     sqlite3_vfs_register(g_realVfs, 1);
+}
+
+bool FaultVfs::hasStruck() {
+    return g_count >= g_at;
 }

@@ -23,9 +23,10 @@ bool isTargetOf(const TableSchema& table, eReferenceRole role) {
 
 std::vector<Finding> ConsistencyCheck::run() {
     m_findings.clear();
-    for (const TableSchema& table : allTables())
-        m_source.table(table.type); // so that what cannot be read is known
+    const bool isComplete = m_source.complete().ok();
     checkFile();
+    if (!isComplete) // what is absent may only be unread
+        return std::move(m_findings);
     for (const TableSchema& table : allTables())
         checkTable(table);
     checkEntriesThatNeverAct();

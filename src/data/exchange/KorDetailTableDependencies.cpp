@@ -7,7 +7,7 @@
 
 int KorDetailTableDependencies::gatherRows(RowRef row) {
     StyleSource* source = StyleDatabases::current().here();
-    m_rows = source ? closureOf(*source, row) : std::vector<RowRef>();
+    m_rows = source && source->complete() ? closureOf(*source, row) : std::vector<RowRef>();
     m_rowNumber = 0;
     return m_rows.empty() ? 0 : 1;
 }

@@ -48,6 +48,7 @@ struct Route {
     StyleSource* from = nullptr;
     StyleSource* to = nullptr;
     int fault = Exports::kDone;
+    std::string reason = {}; ///< a sentence of its own for the fault
 };
 
 Route routeBetween(SourceId from, SourceId to) {
@@ -59,6 +60,12 @@ Route routeBetween(SourceId from, SourceId to) {
         route.fault = Exports::kSameSource;
     else if (!databases.isEditable(to))
         route.fault = Exports::kReadOnlyTarget;
+    for (StyleSource* end : {route.from, route.to}) {
+        if (route.fault != Exports::kDone)
+            break;
+        route.reason = end->complete().error;
+        route.fault = route.reason.empty() ? Exports::kDone : Exports::kFileFailed;
+    }
     return route;
 }
 
@@ -110,6 +117,8 @@ int Exports::exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex ind
     StyleSource* source = StyleDatabases::current().source({dsn, index});
     if (!source)
         return finish(kNoSuchSource);
+    if (const StoreResult whole = source->complete(); !whole)
+        return finish(kFileFailed, whole.error);
     const TableSchema* table = findTable(static_cast<eTableType>(eType));
     const StructRecord* record = table ? source->table(table->type).find(key) : nullptr;
     if (!record)
@@ -127,7 +136,7 @@ int Exports::importDetail(int eType, const KorOdbcKey& key, eDSN fromDSN, eIndex
                           eIndex toIndex, ImportReport* report) {
     const Route route = routeBetween({fromDSN, fromIndex}, {toDSN, toIndex});
     if (route.fault != kDone)
-        return finish(route.fault);
+        return finish(route.fault, route.reason);
     const TableSchema* table = findTable(static_cast<eTableType>(eType));
     const StructRecord* record = table ? route.from->table(table->type).find(key) : nullptr;
     if (!record || belongsToOthers(*table))
@@ -148,8 +157,10 @@ int Exports::importFile(const KorString& path, ImportReport& report) {
     if (KorDatabaseAccess::setConnection(file.dsn, file.index, path, error) == 1) {
         const Route route = routeBetween(file, SourceId::user());
         result = route.fault == kDone ? importAllStyles(route, path, report) : route.fault;
+        error = route.reason;
         for (const ReadProblem& problem : route.from->problems())
-            report.problems.push_back(problem.sentence);
+            if (problem.sentence != route.reason)
+                report.problems.push_back(problem.sentence);
     }
     deleteCache(0);
     finish(result, error);

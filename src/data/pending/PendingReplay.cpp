@@ -21,19 +21,19 @@ PendingReplay::PendingReplay(StyleSource& source, PendingLog& pending)
     }
 }
 
-StoreResult PendingReplay::tryReading() {
-    StoreResult result;
-    for (auto it = m_changes.begin(); result && it != m_changes.end(); ++it) {
-        const TableSchema& schema = *findTable(it->table);
-        std::vector<ReadProblem> problems;
-        result = m_source.store().readTable(schema, *schema.makeRows(), problems);
+StoreResult PendingReplay::readAnew() {
+    std::set<eTableType> types;
+    for (const Change& change : m_changes) {
+        types.insert(change.table);
+        for (const Column& column : findTable(change.table)->columns)
+            if (column.isReference() && column.role == eReferenceRole::kPartOf)
+                types.insert(column.target);
     }
-    return result;
+    return m_source.readAnew(types);
 }
 
 std::vector<OutsideConflict> PendingReplay::run() {
     m_pending.forget(m_source.id());
-    m_source.dropTables();
     giveKeys();
     m_pending.beginGroup({});
     for (const Change& change : m_changes)

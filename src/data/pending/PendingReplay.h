@@ -13,9 +13,9 @@ public:
     /// Takes copies of what is pending. Both must outlive the replay.
     PendingReplay(StyleSource& source, PendingLog& pending);
 
-    /// Whether all tables with pending changes can be read at present.
-    StoreResult tryReading();
-    /// Drops all that was read, reads it again and makes the changes anew, as one group. Rows that were
+    /// Forgets what was read and reads what the changes need again, in one state. On failure all is as before.
+    StoreResult readAnew();
+    /// Makes the changes anew after `readAnew`, as one group. Rows that were
     /// appended under a key that is taken by now get another one, and what refers to them follows.
     std::vector<OutsideConflict> run();
 

@@ -40,6 +40,7 @@ SqliteStore::~SqliteStore() {
 }
 
 void SqliteStore::close() {
+    endRead();
     rollback();
     m_database.connection = {};
     if (m_identity)
@@ -145,6 +146,24 @@ StoreResult SqliteStore::checkDamage(eCheck check) {
 StoreResult SqliteStore::readTable(const TableSchema& table, RowArray& rows,
                                    std::vector<ReadProblem>& problems) {
     return readSqliteTable(m_database, table, rows, problems);
+}
+
+StoreResult SqliteStore::beginRead(std::int64_t& state) {
+    m_isReading = !m_database.connection.isInTransaction();
+    int code = m_isReading ? m_database.connection.execute("BEGIN") : SQLITE_OK;
+    if (code == SQLITE_OK)
+        code = m_database.connection.queryInteger("PRAGMA data_version", state);
+    if (code == SQLITE_OK)
+        return {};
+    const StoreResult result = m_database.failure(code);
+    endRead();
+    return result;
+}
+
+void SqliteStore::endRead() {
+    if (m_isReading && m_database.connection.isInTransaction())
+        m_database.connection.execute("COMMIT");
+    m_isReading = false;
 }
 
 std::vector<std::string> SqliteStore::integrityFindings() {

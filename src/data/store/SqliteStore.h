@@ -46,6 +46,8 @@ public:
     bool isReadOnly() const override { return m_readOnly; }
     StoreResult readTable(const TableSchema& table, RowArray& rows,
                           std::vector<ReadProblem>& problems) override;
+    StoreResult beginRead(std::int64_t& state) override;
+    void endRead() override;
     std::vector<std::string> integrityFindings() override;
     StoreResult begin() override;
     StoreResult apply(const TableChange& change, std::vector<StoreConflict>& conflicts) override;
@@ -76,6 +78,7 @@ private:
     std::int64_t m_dataVersion = 0;
     bool m_readOnly = true;
     bool m_hasConflict = false; ///< in the open transaction
+    bool m_isReading = false;   ///< the open transaction is one of `beginRead`
 };
 
 /// What is damaged in the database file `path`, or why it cannot be opened, one sentence each; empty when it

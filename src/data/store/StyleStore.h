@@ -69,6 +69,13 @@ public:
     virtual StoreResult readTable(const TableSchema& table, RowArray& rows,
                                   std::vector<ReadProblem>& problems) = 0;
 
+    /// Until `endRead` all tables are read in one state of the database, whatever other programs write. `state`
+    /// becomes a number that differs from an earlier one when another program changed the database between.
+    /// After a failure nothing is open. Inside of a transaction of `begin` it reads in that transaction.
+    virtual StoreResult beginRead(std::int64_t& state) = 0;
+    /// Harmless when nothing is open.
+    virtual void endRead() = 0;
+
     /// What is damaged in the whole database, one sentence each; empty when it is sound. Takes as long as
     /// reading everything.
     virtual std::vector<std::string> integrityFindings() = 0;
