@@ -28,6 +28,10 @@ KorString whyReadOnly(const KorDSMDatabaseItem& item) {
                              {KorDSMWhereUsed::sourceName(KorDSMItemSource::sourceOf(&item))});
 }
 
+KorString whyIncomplete() {
+    return StyleDatabases::current().here()->complete().error;
+}
+
 KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std::int32_t exceptKey) {
     if (KorString readOnly = whyReadOnly(item); !readOnly.isEmpty())
         return readOnly;

@@ -26,6 +26,8 @@ KorString label(int number, const KorString& name);
 // Reasons against a command, for the user; empty when there is none. The item's source must be current.
 
 KorString whyReadOnly(const KorDSMDatabaseItem& item);
+/// For commands that conclude from what is absent.
+KorString whyIncomplete();
 /// `exceptKey` is the row that may have the name: the item's own, or 0.
 KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std::int32_t exceptKey);
 

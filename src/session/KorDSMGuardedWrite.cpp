@@ -5,7 +5,9 @@
 #include "data/RowUsers.h"
 #include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMMessages.h"
+#include "services/KorHostReport.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -22,6 +24,29 @@ void KorDSMGuardedWrite::removeAskFunction(const void* owner) {
     std::erase_if(g_askers, [owner](const auto& asker) { return asker.first == owner; });
 }
 
+namespace {
+
+// Whether it can be said how many records use a row; if not, the host is told why.
+bool canJudge() {
+    StyleSource* source = StyleDatabases::current().here();
+    if (!source || !KorDSMDialogFactory::getDSMDataStructure().getShowWarning())
+        return true;
+    const StoreResult whole = source->complete();
+    if (!whole)
+        KorHostReport::add(whole.error);
+    return whole.ok();
+}
+
+// Rows that others use, or that are part of one.
+bool canChangeOthers(eTableType table) {
+    return KorOdbcGUI::isMadeToBeUsed(table) ||
+           std::ranges::any_of(findTable(table)->columns, [](const Column& column) {
+               return column.isReference() && column.role == eReferenceRole::kPartOf;
+           });
+}
+
+} // namespace
+
 bool KorDSMGuardedWrite::needsConfirmation(eTableType table, const KorOdbcKey& key) {
     return KorDSMDialogFactory::getDSMDataStructure().getShowWarning() && KorOdbcGUI::canBeShared(table) &&
            KorOdbcGUI::isShared(table, key);
@@ -32,6 +57,8 @@ int KorDSMGuardedWrite::ask(eTableType table, const KorOdbcKey& key) {
 }
 
 int KorDSMGuardedWrite::write(eTableType table, const KorOdbcKey& key, const std::function<int()>& writeNow) {
+    if (KorOdbcGUI::canBeShared(table) && !canJudge())
+        return 0;
     return writeAnswered(needsConfirmation(table, key) ? ask(table, key) : kWrite, writeNow);
 }
 
@@ -62,6 +89,8 @@ int KorDSMGuardedWrite::setAttributeDouble(eTableType table, const KorOdbcKey& k
 
 int KorDSMGuardedWrite::setAttributeValue(eTableType table, const KorOdbcKey& key, int field,
                                           const CellValue& value) {
+    if (canChangeOthers(table) && !canJudge())
+        return 0;
     StyleDatabases& databases = StyleDatabases::current();
     int answer = kWrite;
     if (KorDSMDialogFactory::getDSMDataStructure().getShowWarning())

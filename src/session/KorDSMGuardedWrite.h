@@ -21,7 +21,8 @@ public:
 
     /// Write one field of the current source, after the question where the row itself is shared. Return 1
     /// when it was written, the answer when it was declined, 0 when the write failed (after the check
-    /// "odbcResult > 0" where the layer reports below 1).
+    /// "odbcResult > 0" where the layer reports below 1) or nobody can say whether the row is shared, because
+    /// the source is not complete; the host report then says why.
     static int setAttributeString(eTableType table, const KorOdbcKey& key, int field, const KorString& text,
                                   int flags);
     static int setAttributeInt(eTableType table, const KorOdbcKey& key, int field, long value);

@@ -83,6 +83,8 @@ CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
     const SourceRequest source(item);
     const KorString name = newName.trimmed();
     outcome.refusal = whyNotNamed(item, name, 0);
+    if (outcome.refusal.isEmpty())
+        outcome.refusal = whyIncomplete();
     if (!outcome.refusal.isEmpty())
         return outcome;
     std::unique_ptr<KorDSMDatabaseItem> copy(item.clone());
@@ -154,6 +156,8 @@ DeleteOutcome deleteItem(KorDSMDatabaseItem& item) {
         return outcome;
     const SourceRequest source(item);
     outcome.refusal = whyReadOnly(item);
+    if (outcome.refusal.isEmpty())
+        outcome.refusal = whyIncomplete();
     if (!outcome.refusal.isEmpty())
         return outcome;
     outcome.users = usersThatForbidDeleting(item);

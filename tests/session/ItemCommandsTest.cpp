@@ -1,6 +1,9 @@
 #include "SampleSession.h"
 
+#include "services/KorHostReport.h"
 #include "session/KorDSMItemCommands.h"
+
+#include <sqlite3.h>
 
 namespace {
 
@@ -139,6 +142,23 @@ TEST_F(ItemCommands, DeleteRefusesWhatIsUsedAndSaysByWhom) {
     const DeleteOutcome deleted = deleteItem(*copied.added.at(0));
     EXPECT_TRUE(deleted.done);
     EXPECT_EQ(deleted.notice.action, DsmListChanged::kReload);
+}
+
+TEST_F(ItemCommands, WhatCannotBeJudgedWhileATableIsLockedIsRefusedWithTheReason) {
+    KorDSMDatabaseItem& used = item<StructDetObjAnnotationStrategy>(kUser, "HB crane mark");
+    const KorOdbcKey key(used.recordKey());
+    sqlite3* other = nullptr;
+    sqlite3_open(file("user.dsdb").c_str(), &other);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    EXPECT_NE(deleteItem(used).refusal.toStdString().find("user.dsdb"), std::string::npos);
+    EXPECT_NE(copyItem(used, "Copy").refusal.toStdString().find("user.dsdb"), std::string::npos);
+    databases.setCurrentSource(kUser);
+    KorHostReport::take();
+    EXPECT_EQ(KorDSMGuardedWrite::setAttributeString(kTableAnnotationStrategy, key, 1, "Mine", 0), 0);
+    ASSERT_EQ(KorHostReport::take().size(), 1u);
+    EXPECT_TRUE(databases.pending().isEmpty() && assertions.empty());
+    sqlite3_close_v2(other);
+    EXPECT_EQ(KorDSMGuardedWrite::setAttributeString(kTableAnnotationStrategy, key, 1, "Mine", 0), 1);
 }
 
 TEST_F(ItemCommands, RenameReachesTheMasterAndEveryTwin) {

@@ -49,7 +49,7 @@ struct Column {
     /// nothing in the column's type.
     bool canHold(const CellValue& value) const;
     /// Whether a number lies in the allowed range.
-    bool isInRange(double number) const { return number >= minimum && number <= maximum; }
+    bool isInRange(double value) const { return value >= minimum && value <= maximum; }
 
     /// The cell of `record`, which must be a record of this column's table.
     CellValue read(const void* record) const;
