@@ -30,8 +30,7 @@ eExitCode RowChoice::find(const RowOptions& options, RowChoice& row, KorString& 
             error = read.error;
             return kExitFailed;
         }
-        const StructRecord* record =
-            KorDSMValueText::findRow(source.table(row.table->type), options.name);
+        const StructRecord* record = KorDSMValueText::findRow(source.table(row.table->type), options.name);
         if (!record)
             continue;
         row.source = id;
@@ -47,6 +46,12 @@ eExitCode RowChoice::find(const RowOptions& options, RowChoice& row, KorString& 
 }
 
 eExitCode RowChoice::findInWhole(const RowOptions& options, RowChoice& row, KorString& error) {
+    if (options.source.empty() && !StyleDatabases::current().source(SourceId::user())) {
+        error = translated(
+            "The User database, which is searched first, cannot be used, so nothing was done; mend "
+            "that first, or name another source with --source.");
+        return kExitFailed;
+    }
     const eExitCode found = find(options, row, error);
     if (found != kExitDone)
         return found;

@@ -78,6 +78,17 @@ TEST_F(BadFilesTest, ALockedDatabaseIsLeftOut) {
     EXPECT_TRUE(listed.complaints[0].contains("user.dsdb") && listed.complaints[0].contains("locked"));
 }
 
+TEST_F(BadFilesTest, NothingOfAnotherSourceIsExportedInThePlaceOfWhatCannotBeRead) {
+    writeFile(data() / "user.dsdb", "rubbish");
+    const QString file = QString::fromStdString((folder() / "beam.dsdb").string());
+    const ProgramRun refused = run({"export", "Beam", file});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_FALSE(fs::exists(folder() / "beam.dsdb"));
+    EXPECT_TRUE(refused.complaints.join(' ').contains("--source"))
+        << refused.complaints.join('\n').toStdString();
+    EXPECT_EQ(run({"export", "Beam", file, "--source", "standard"}).exitCode, 0);
+}
+
 TEST_F(BadFilesTest, RubbishInSettingsAndTextsIsToldAndHarmless) {
     fs::create_directories(folder() / "config" / "detailstyles");
     writeFile(folder() / "config" / "detailstyles" / "settings.ini", "[DetailStylesManager]\nrubbish\n");
