@@ -54,6 +54,17 @@ bool StyleDatabases::isEditable(SourceId id) {
     return open && !open->isReadOnly() && (m_ownerMode || id == SourceId::user());
 }
 
+namespace {
+
+// Whether the table was read that says which values the column may hold.
+bool canBeJudged(StyleSource& source, const TableSchema& table, const Column& column) {
+    if (column.isReference())
+        return source.readingOf(column.target).ok();
+    return column.number != 1 || source.readingOf(table.type).ok();
+}
+
+} // namespace
+
 int StyleDatabases::setCell(eTableType type, KorOdbcKey key, int number, const CellValue& value) {
     return writeCell(type, key, number, value, false);
 }
@@ -71,6 +82,8 @@ int StyleDatabases::writeCell(eTableType type, KorOdbcKey key, int number, const
     if (!row)
         return kFailed;
     const CellValue before = column->read(row);
+    if (!asStored && value != before && !canBeJudged(*open, *schema, *column))
+        return kIncompleteSource;
     const bool taken =
         asStored || value == before || faultOf(*open, *schema, *column, key, value) == eCellFault::kNone;
     if (!taken || !open->setCell(type, key, *column, value))
@@ -86,12 +99,17 @@ int StyleDatabases::append(eTableType type, StructRecord& record) {
     const TableSchema* schema = findTable(type);
     if (!open || !schema)
         return kFailed;
+    if (!isEditable())
+        return kReadOnlySource;
     const StructRecord* original = open->table(type).find(KorOdbcKey(record.key));
     for (const Column& column : schema->columns) {
         const CellValue value = column.read(&record);
-        const bool isCopied = column.number != 1 && original && value == column.read(original);
-        if (!isCopied && faultOf(*open, *schema, column, 0, value) != eCellFault::kNone)
-            return isEditable() ? kFailed : kReadOnlySource;
+        if (column.number != 1 && original && value == column.read(original))
+            continue; // a copy may hold what its original holds
+        if (!canBeJudged(*open, *schema, column))
+            return kIncompleteSource;
+        if (faultOf(*open, *schema, column, 0, value) != eCellFault::kNone)
+            return kFailed;
     }
     return appendStored(type, record);
 }
