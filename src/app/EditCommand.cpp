@@ -135,6 +135,7 @@ int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
     for (const KorString& problem : folder.problems())
         KorHostReport::add(problem);
 
+    KorDSMDialogFactory::asksBeforeLeaving = true;
     KorDSMDialogFactory factory(nullptr);
     bool painted = false;
     if (!options.screenshot.empty()) {

@@ -3,6 +3,7 @@
 #include "services/KorResources.h"
 
 KorString KorDSMDialogFactory::moduleHandle;
+bool KorDSMDialogFactory::asksBeforeLeaving = false;
 
 namespace {
 

@@ -54,6 +54,10 @@ public:
     /// module itself looks for them. The host's own resources are never touched.
     static KorString moduleHandle;
 
+    /// Whether the editor asks - keep, drop, go on editing - when it is left by Cancel, by its close button or
+    /// by Use while changes are not stored. Off at first: Cancel drops them at once, Use leaves them pending.
+    static bool asksBeforeLeaving;
+
 private:
     class Dialogs;
 

@@ -14,7 +14,6 @@
 #include "shell/KorDSMUndoStrip.h"
 
 #include <QApplication>
-#include <QCloseEvent>
 #include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QLabel>
@@ -162,33 +161,12 @@ KorDSMSectionTree* KorDSMMainDialog::treeOf(KorTreeHandle entry) {
     return section ? &tree(section->m_Section) : nullptr;
 }
 
-void KorDSMMainDialog::accept() {
-    finishCurrentPage();
-    const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndClose(m_apply->isEnabled());
-    if (!outcome.ok()) {
-        reportCommit(outcome);
-        return;
-    }
-    QDialog::accept();
-}
-
-void KorDSMMainDialog::reject() {
-    KorDSMCommit::discard();
-    QDialog::reject();
-}
-
-void KorDSMMainDialog::closeEvent(QCloseEvent* event) {
-    // Closing by the window's button counts as Cancel.
-    reject();
-    event->accept();
-}
-
 void KorDSMMainDialog::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_F1) {
         CKorHelp::showTopic("_korDisplayDetailStyles");
         return;
     }
-    if (event->key() == Qt::Key_Escape && clearFilter())
+    if (event->key() == Qt::Key_Escape && (clearFilter() || !mayEscape()))
         return;
     // Return commits the field that has the focus; it never presses a button of the window.
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&

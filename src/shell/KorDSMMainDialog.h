@@ -96,6 +96,14 @@ private:
     void leave();
     void takeOver();
 
+    // Leaving
+    enum class eLeaving { kNotAsked, kKeep, kDrop, kGoOn };
+    eLeaving askBeforeLeaving();
+    /// Returns whether all is stored; says what is not.
+    bool keepBeforeLeaving();
+    /// Whether Esc may close the window: nothing is pending or being typed.
+    bool mayEscape() const;
+
     // Sections
     SectionSlot& slot(eViewSections section) { return m_slots[static_cast<std::size_t>(section)]; }
     KorDSMSectionTree& tree(eViewSections section) { return *slot(section).tree; }

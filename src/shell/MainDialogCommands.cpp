@@ -1,6 +1,5 @@
 #include "controls/KorTabCtrl.h"
 #include "services/CKorHelp.h"
-#include "session/KorDSMHandOver.h"
 #include "shell/KorDSMMainDialog.h"
 #include "shell/KorDSMUndoStrip.h"
 
@@ -52,16 +51,4 @@ void KorDSMMainDialog::apply() {
         m_apply->setEnabled(false);
     else
         reportCommit(outcome);
-}
-
-void KorDSMMainDialog::use() {
-    m_tabs->finishCurrentPage();
-    KorDSMDatabaseItem* item = currentItem();
-    if (!item)
-        return;
-    selectItemDatabase(item);
-    KorDSMHandOver::put(item);
-    if (m_structure.getUpdateStatus() == KorDSMDataStructure::kReloadRequested)
-        m_structure.setUpdateStatus(KorDSMDataStructure::kKeepContent);
-    done(QDialog::Accepted);
 }

@@ -118,7 +118,7 @@ TEST_F(EditorFixture, OkWithoutChangesAndCancelLeaveTheFilesAsTheyAre) {
     select(kUserStyle);
     showTab(1);
     click(pageControl<QRadioButton>(kBelowDetail));
-    QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
+    click(button(kCancel));
     EXPECT_EQ(m_result, QDialog::Rejected);
     EXPECT_EQ(pendingSteps(), 0);
     open();

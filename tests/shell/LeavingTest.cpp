@@ -1,0 +1,147 @@
+#include "controls/KorButtonGroup.h"
+#include "model/KorDSMDialogFactory.h"
+#include "services/KorExchangeUtilities.h"
+#include "session/KorDSMHandOver.h"
+#include "shell/EditorFixture.h"
+
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QRadioButton>
+#include <QTest>
+#include <QTextEdit>
+#include <QToolButton>
+
+// Leaving the window while changes are not stored.
+
+namespace {
+
+constexpr int kCancel = 2;
+constexpr int kUse = 1098;
+constexpr int kCopy = 1033;
+constexpr int kBelowDetail = 1035;
+const std::vector<const char*> kStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
+const char* const kPosition = "SELECT title_position FROM detail_style WHERE name='HB post 1:15'";
+
+class Leaving : public EditorFixture {
+protected:
+    ~Leaving() override { KorDSMDialogFactory::asksBeforeLeaving = false; }
+
+    /// Opens the editor with one change pending.
+    void change() {
+        open();
+        m_result = -1;
+        select(kStyle);
+        showTab(1);
+        click(pageControl<QRadioButton>(kBelowDetail));
+    }
+    /// Answers the next question by the button of this text, and notes what it said.
+    void answer(const char* text) {
+        answerNext([this, text](QWidget* modal) {
+            const auto* box = qobject_cast<QMessageBox*>(modal);
+            ASSERT_NE(box, nullptr);
+            m_said = box->text() + "\n" + box->informativeText();
+            for (QAbstractButton* button : box->buttons())
+                if (button->text() == text)
+                    return button->click();
+            ADD_FAILURE() << "no button " << text;
+        });
+    }
+    bool pending() const { return !StyleDatabases::current().pending().isEmpty(); }
+    std::string storedPosition() {
+        m_databases.reset();
+        return stored("user.dsdb", kPosition);
+    }
+
+    QString m_said;
+};
+
+} // namespace
+
+TEST_F(Leaving, EscapeNeverClosesWhileSomethingIsPending) {
+    change();
+    press(Qt::Key_F, Qt::ControlModifier);
+    auto* filter = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(filter, nullptr);
+    QTest::keyClicks(filter, "HB");
+    QTest::keyClick(filter, Qt::Key_Escape);
+    EXPECT_TRUE(filter->text().isEmpty());
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(m_dialog->isVisible());
+    EXPECT_TRUE(pending());
+    click(button(kCancel));
+    EXPECT_EQ(m_result, QDialog::Rejected) << "a host that asks nothing: dropped at once";
+    EXPECT_FALSE(pending());
+    open();
+    m_result = -1;
+    press(Qt::Key_Escape);
+    EXPECT_EQ(m_result, QDialog::Rejected) << "nothing is pending";
+}
+
+TEST_F(Leaving, CancelAndTheCloseButtonAskWhereTheQuestionIsOn) {
+    KorDSMDialogFactory::asksBeforeLeaving = true;
+    change();
+    answer("&Go on editing");
+    click(button(kCancel));
+    EXPECT_TRUE(m_said.startsWith("One change")) << m_said.toStdString();
+    EXPECT_TRUE(m_said.contains("HB post 1:15")) << "the step is named: " << m_said.toStdString();
+    answer("&Go on editing");
+    EXPECT_FALSE(m_dialog->close());
+    EXPECT_TRUE(m_dialog->isVisible());
+    EXPECT_TRUE(pending());
+    answer("&Drop");
+    m_dialog->close();
+    EXPECT_EQ(m_result, QDialog::Rejected);
+    EXPECT_FALSE(pending());
+    change();
+    showTab(1);
+    auto* title = pageControl<QWidget>(1012)->findChild<QTextEdit*>();
+    title->setFocus();
+    QTest::keyClicks(title, "Shop "); // not finished yet, and counted all the same
+    answer("&Keep");
+    click(button(kCancel));
+    EXPECT_TRUE(m_said.startsWith("2 changes")) << m_said.toStdString();
+    EXPECT_EQ(m_result, QDialog::Accepted);
+    close();
+    EXPECT_EQ(storedPosition(), "4");
+}
+
+TEST_F(Leaving, UseNamesNoStyleThatIsNotStored) {
+    KorDSMDialogFactory::asksBeforeLeaving = true;
+    int status = 0;
+    KorExchangeQueue& queue = KorExchangeUtilities::getNamedQueue(KorDSMHandOver::kQueue, status, 0);
+    const auto copyStyle = [this] {
+        open();
+        m_result = -1;
+        select(kStyle);
+        answerNext([this](QWidget* modal) {
+            auto* name = KorControls::find<QLineEdit>(modal, 1015);
+            name->selectAll();
+            name->insert(QStringLiteral("HB post copied"));
+            click(KorControls::find<QPushButton>(modal, 1));
+        });
+        click(control<KorButtonGroup>(1011)->button(kCopy));
+        QApplication::processEvents();
+        ASSERT_TRUE(pending());
+    };
+    copyStyle();
+    answer("&Go on editing");
+    click(button(kUse));
+    EXPECT_TRUE(m_dialog->isVisible());
+    EXPECT_FALSE(queue.has("RESULT1"));
+    answer("&Drop");
+    click(button(kUse));
+    EXPECT_EQ(m_result, QDialog::Accepted);
+    EXPECT_FALSE(queue.has("RESULT1")) << "the copy is gone";
+    EXPECT_FALSE(pending());
+    copyStyle();
+    answer("&Keep");
+    click(button(kUse));
+    EXPECT_FALSE(pending());
+    const std::string named =
+        std::to_string(queue.getInt("RESULT1")) + " " + std::to_string(queue.getInt("RESULT2"));
+    close();
+    m_databases.reset();
+    EXPECT_EQ(stored("user.dsdb", "SELECT m.detail_key || ' ' || m.number FROM detail_master m "
+                                  "JOIN detail_style s ON s.key = m.style WHERE s.name = 'HB post copied'"),
+              named);
+}
