@@ -68,7 +68,7 @@ void DataFolder::openUserDatabase(const fs::path& file) {
     std::error_code error;
     const bool isThere = fs::exists(fs::symlink_status(file, error));
     const StoreResult made = isThere ? StoreResult() : SqliteStore::create(file.string());
-    if (made) {
+    if (made || fs::exists(file, error)) { // another start may have made it meanwhile
         openSource(SourceId::user(), file);
         return;
     }

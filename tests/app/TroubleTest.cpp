@@ -2,6 +2,7 @@
 
 #include <QProcess>
 
+#include <array>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -74,6 +75,21 @@ TEST_F(TroubleTest, AChangeThatAnotherProgramMadeMeanwhileIsKeptAndTold) {
     EXPECT_EQ(program.exitCode(), 1);
     EXPECT_NE(said.find("it holds \"theirs\" now"), std::string::npos) << said;
     EXPECT_TRUE(run({"show", "detail-style", "Beam", "--source", "user"}).output.contains("theirs"));
+}
+
+TEST_F(TroubleTest, FirstStartsAtOnceAllSucceed) {
+    for (int round = 0; round < 5; ++round) {
+        fs::remove(data() / "user.dsdb");
+        std::array<QProcess, 3> programs;
+        for (QProcess& program : programs) {
+            program.setProcessEnvironment(environment);
+            program.start(DETAILSTYLES_PROGRAM, {"--data", QString::fromStdString(data().string()), "list"});
+        }
+        for (QProcess& program : programs) {
+            ASSERT_TRUE(program.waitForFinished(60000));
+            EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
+        }
+    }
 }
 
 TEST_F(TroubleTest, AFolderThatMayNotBeWrittenIsTold) {

@@ -1,5 +1,6 @@
 #include "StoreTestSupport.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -88,6 +89,7 @@ TEST_F(StoreBadInput, DamagedFilesAreRefused) {
 }
 
 TEST_F(StoreBadInput, LockedFilesAreTold) {
+    const auto before = LockWait::setLimit(std::chrono::milliseconds(20));
     const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
     OtherProgram other(path);
     other.run("BEGIN EXCLUSIVE");
@@ -101,6 +103,89 @@ TEST_F(StoreBadInput, LockedFilesAreTold) {
     EXPECT_TRUE(mentions(applyTo(*store, ofViews({newScale(1, 11, 2)}), conflicts).error, "locked"));
     other.run("COMMIT");
     EXPECT_EQ(applyTo(*store, ofViews({newScale(1, 11, 2)}), conflicts).error, "");
+    LockWait::setLimit(before);
+}
+
+TEST_F(StoreBadInput, ALockIsWaitedForWithAWordUntilTheUserGivesUp) {
+    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
+    OtherProgram other(path);
+    other.run("BEGIN EXCLUSIVE");
+    std::vector<std::string> asked;
+    const auto before = LockWait::setAsk([&](const std::string& file, std::chrono::milliseconds waited) {
+        EXPECT_TRUE(LockWait::isWaiting());
+        EXPECT_LT(waited, LockWait::kLimit);
+        asked.push_back(file);
+        return false;
+    });
+    EXPECT_TRUE(mentions(SqliteStore::open(path, kRead).message, "locked by another program"));
+    EXPECT_EQ(asked, std::vector{path});
+    LockWait::setAsk([&](const std::string&, std::chrono::milliseconds) {
+        other.run("COMMIT");
+        return true;
+    });
+    EXPECT_NE(SqliteStore::open(path, kRead).store, nullptr);
+    LockWait::setAsk(before);
+}
+
+TEST_F(StoreBadInput, NothingThatAFileComputesIsEverRun) {
+    // Takes about forever, in one call of the engine.
+    const std::string endless = "(hex(zeroblob(100000)) LIKE '%0%0%0%0%0%0%0%0%0%1')";
+    const std::vector<std::string> refused = {
+        "ALTER TABLE view_request ADD COLUMN c AS " + endless,
+        "CREATE INDEX i ON linetype (name) WHERE name > 'a'",
+        "CREATE INDEX i ON linetype (name || 'x')",
+        "CREATE TABLE t (a DEFAULT " + endless + ")",
+    };
+    for (const std::string& statement : refused) {
+        const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
+        OtherProgram(path).run(statement);
+        expectRefused(path, "computed");
+        std::filesystem::remove(path);
+    }
+    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
+    OtherProgram(path).run("CREATE INDEX i ON linetype (name);"
+                           "CREATE TABLE t (a, CHECK (hex(zeroblob(100000)) LIKE a)); INSERT INTO t VALUES ('0%');"
+                           "PRAGMA ignore_check_constraints = ON;"
+                           "INSERT INTO t VALUES ('%0%0%0%0%0%0%0%0%0%1')");
+    EXPECT_EQ(rowsOf<View>(*open(path)).size(), 5);
+    EXPECT_TRUE(integrityFindings(path).empty());
+}
+
+TEST_F(StoreBadInput, WhatLiesWhereAJournalWouldBeIsLookedAtFirst) {
+    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
+    for (const char* suffix : {"-journal", "-wal", "-shm"}) {
+        ASSERT_EQ(mkfifo((path + suffix).c_str(), 0600), 0);
+        expectRefused(path, std::string("user.dsdb") + suffix);
+        std::filesystem::remove(path + suffix);
+        std::filesystem::create_symlink("/dev/zero", path + suffix);
+        expectRefused(path, std::string("user.dsdb") + suffix);
+        std::filesystem::remove(path + suffix);
+    }
+}
+
+TEST_F(StoreBadInput, AdviceToRestoreSaysWhatToDoWithTheJournal) {
+    const std::string path = m_folder.file("user.dsdb");
+    writeBytes(path, "");
+    EXPECT_FALSE(mentions(SqliteStore::open(path, kRead).message, "journal"));
+    EXPECT_FALSE(mentions(SqliteStore::open(path, kRead).message, "delete"));
+    writeBytes(path + "-journal", "left over");
+    expectRefused(path, "user.dsdb-journal\" away before");
+    EXPECT_FALSE(mentions(faultSentence(faultOfCode(SQLITE_IOERR_READ, 0), path), "restore"));
+    EXPECT_FALSE(mentions(faultSentence(faultOfCode(SQLITE_NOMEM, 0), path), "restore"));
+}
+
+TEST_F(StoreBadInput, WhatIsNotAMatterOfPermissionIsNotCalledSo) {
+    const std::string path = m_folder.file("user.dsdb");
+    writeBytes(path, "S");
+    expectRefused(path, "not a database");
+    std::string deep = m_folder.path();
+    while (deep.size() < 600)
+        deep += "/" + std::string(60, 'd');
+    std::filesystem::create_directories(deep);
+    writeBytes(deep + "/user.dsdb", std::string(1024, 'x'));
+    expectRefused(deep + "/user.dsdb", "too long");
+    EXPECT_TRUE(mentions(SqliteStore::create(deep + "/new.dsdb").error, "too long"));
+    EXPECT_TRUE(mentions(faultSentence(faultOfOpening(EMFILE), path), "too many files"));
 }
 
 TEST_F(StoreBadInput, WhatMayNotBeWrittenIsReadWithoutATrace) {
@@ -131,7 +216,7 @@ TEST_F(StoreBadInput, WhatMayNotBeWrittenIsReadWithoutATrace) {
     EXPECT_TRUE(mentions(SqliteStore::create(m_folder.file("none/new.dsdb")).error, "does not exist"));
 }
 
-TEST_F(StoreBadInput, WriteAheadModeIsLeftWhereThatIsAllowed) {
+TEST_F(StoreBadInput, WriteAheadModeIsLeftByWritingAndNotByReading) {
     const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
     OtherProgram(path).run("PRAGMA journal_mode = WAL");
     const std::string before = bytesOf(path);
@@ -139,6 +224,10 @@ TEST_F(StoreBadInput, WriteAheadModeIsLeftWhereThatIsAllowed) {
     EXPECT_EQ(bytesOf(path), before);
     EXPECT_EQ(m_folder.count(), 1);
     EXPECT_EQ(rowsOf<View>(*open(path)).size(), 5);
+    EXPECT_EQ(bytesOf(path), before) << "reading converts nothing";
+    EXPECT_EQ(m_folder.count(), 1);
+    std::vector<StoreConflict> conflicts;
+    EXPECT_EQ(applyTo(*open(path), ofViews({newScale(1, 11, 2)}), conflicts).error, "");
     EXPECT_NE(SqliteStore::open(path, kRead).store, nullptr);
     EXPECT_EQ(m_folder.count(), 1);
 }

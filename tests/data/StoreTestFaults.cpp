@@ -96,6 +96,28 @@ TEST(StoreFaults, AProcessKilledWhileCommittingLeavesAllOrNothing) {
     EXPECT_GT(interrupted, 10);
 }
 
+TEST(StoreFaults, AJournalIsNotTakenBackIntoAFileThatWasPutThereLater) {
+    const StoreFolder folder;
+    const std::string path = makeDatabase(folder.file("user.dsdb"), kViews);
+    const std::string copy = bytesOf(path);
+    for (int i = 0; i < 3; ++i)
+        OtherProgram(path).run("UPDATE view_request SET name = name || 'x'");
+    for (int operation = 1; SqliteStore::open(path, SqliteStore::eMode::kRead).store; operation += 10)
+        ASSERT_FALSE(commitInProcessKilledAt(operation, path)) << "no journal was left";
+    const std::string own = bytesOf(path);
+    const std::string journal = bytesOf(path + "-journal");
+    writeBytes(path, copy);
+    for (const auto mode : {SqliteStore::eMode::kRead, SqliteStore::eMode::kWrite}) {
+        const OpenedStore later = SqliteStore::open(path, mode);
+        EXPECT_EQ(later.store, nullptr);
+        EXPECT_TRUE(mentions(later.message, "user.dsdb-journal\"")) << later.message;
+    }
+    EXPECT_EQ(bytesOf(path), copy);
+    EXPECT_EQ(bytesOf(path + "-journal"), journal);
+    writeBytes(path, own);
+    EXPECT_EQ(countDoubled(*opened(path)), 0) << "its own is taken back";
+}
+
 TEST(StoreFaults, AFullDiskIsToldAndLosesNothing) {
     const StoreFolder folder;
     const std::string path = makeDatabase(folder.file("user.dsdb"), kViews);

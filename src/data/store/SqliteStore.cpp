@@ -2,6 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "base/Translation.h"
+#include "data/store/FileGuards.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +10,6 @@
 
 namespace {
 
-constexpr int kBusyMilliseconds = 250; // another program's short write is waited for, its open dialog not
 constexpr int kFindings = 100;
 
 std::string absolutePath(const std::string& path) {
@@ -23,7 +23,8 @@ std::string absolutePath(const std::string& path) {
 bool isInWriteAheadMode(sqlite3* db) {
     sqlite3_file* file = nullptr;
     std::array<unsigned char, 100> header{};
-    if (sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK || !file->pMethods)
+    if (!db || sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
+        !file->pMethods)
         return false;
     constexpr std::size_t kReadVersion = 19;
     return file->pMethods->xRead(file, header.data(), header.size(), 0) == SQLITE_OK &&
@@ -33,7 +34,7 @@ bool isInWriteAheadMode(sqlite3* db) {
 } // namespace
 
 SqliteStore::SqliteStore(std::string path, std::string displayName)
-    : m_path(std::move(path)), m_database(std::move(displayName)), m_writer(m_database) {}
+    : m_path(std::move(path)), m_wait(displayName), m_database(std::move(displayName)), m_writer(m_database) {}
 
 SqliteStore::~SqliteStore() {
     close();
@@ -64,6 +65,8 @@ StoreResult SqliteStore::openChecked(eCheck check) {
     if (result)
         result = checkVersion();
     if (result)
+        result = refuseExpressions(m_database);
+    if (result)
         result = checkDamage(check);
     if (result)
         acknowledge();
@@ -71,9 +74,12 @@ StoreResult SqliteStore::openChecked(eCheck check) {
 }
 
 StoreResult SqliteStore::openFile() {
+    if (StoreResult odd = refuseOddNeighbours(m_path, name()); !odd)
+        return odd;
     if (const int code = m_database.connection.open(m_path, m_readOnly); code != SQLITE_OK)
-        return (code & 0xFF) == SQLITE_CANTOPEN ? faultResult(eStoreFault::kUnreadable, name())
-                                                : m_database.failure(code);
+        return (code & 0xFF) == SQLITE_CANTOPEN
+                   ? faultResult(faultOfOpening(sqlite3_system_errno(m_database.connection.get())), name())
+                   : m_database.failure(code);
     m_identity = fileIdentity(m_path);
     if (m_identity)
         OpenFiles::add(*m_identity);
@@ -83,31 +89,31 @@ StoreResult SqliteStore::openFile() {
 // The file may come from anybody: nothing that is stored in it may act, and its structure is not trusted.
 StoreResult SqliteStore::configure() {
     sqlite3* db = m_database.connection.get();
-    sqlite3_busy_timeout(db, kBusyMilliseconds);
+    const auto again = [](void* wait, int attempt) { return int(static_cast<LockWait*>(wait)->again(attempt)); };
+    sqlite3_busy_handler(db, again, &m_wait);
     sqlite3_db_config(db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     for (const int option : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_TRIGGER,
                              SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_DQS_DDL})
         sqlite3_db_config(db, option, 0, nullptr);
-    for (const char* pragma :
-         {"PRAGMA cell_size_check = ON", "PRAGMA mmap_size = 0", "PRAGMA temp_store = MEMORY"})
+    if (StoreResult foreign = refuseForeignJournal(m_database, m_path); !foreign)
+        return foreign;
+    for (const char* pragma : {"PRAGMA cell_size_check = ON", "PRAGMA mmap_size = 0",
+                               "PRAGMA temp_store = MEMORY", "PRAGMA ignore_check_constraints = ON"})
         if (const int code = m_database.connection.execute(pragma); code != SQLITE_OK)
             return m_database.failure(code);
-    if (isInWriteAheadMode(db))
-        return leaveWriteAheadMode();
+    if (m_readOnly && isInWriteAheadMode(db))
+        return faultResult(eStoreFault::kWriteAheadLog, name());
     const int code = m_database.connection.execute("PRAGMA synchronous = EXTRA");
     return code == SQLITE_OK ? StoreResult{} : m_database.failure(code);
 }
 
 StoreResult SqliteStore::leaveWriteAheadMode() {
-    if (m_readOnly)
-        return faultResult(eStoreFault::kWriteAheadLog, name());
     std::vector<std::string> mode;
     const int code = m_database.connection.queryTexts("PRAGMA journal_mode = DELETE", mode);
     if (code != SQLITE_OK)
         return m_database.failure(code);
     if (mode != std::vector<std::string>{"delete"})
         return faultResult(eStoreFault::kLocked, name());
-    m_database.connection.execute("PRAGMA synchronous = EXTRA");
     return {};
 }
 
@@ -134,13 +140,9 @@ StoreResult SqliteStore::checkDamage(eCheck check) {
     if (check == eCheck::kNone)
         return {};
     std::vector<std::string> findings;
-    const int code = m_database.connection.queryTexts(
-        check == eCheck::kQuick ? "PRAGMA quick_check(10)" : "PRAGMA integrity_check(10)", findings);
-    if (code != SQLITE_OK)
-        return m_database.failure(code);
-    if (findings == std::vector<std::string>{"ok"})
-        return {};
-    return faultResult(eStoreFault::kDamaged, name(), findings.empty() ? "" : findings.front());
+    const StoreResult result = findDamage(m_database, check == eCheck::kFull, 1, findings);
+    return !result || findings.empty() ? result
+                                       : faultResult(eStoreFault::kDamaged, name(), findings.front());
 }
 
 StoreResult SqliteStore::readTable(const TableSchema& table, RowArray& rows,
@@ -168,12 +170,8 @@ void SqliteStore::endRead() {
 
 std::vector<std::string> SqliteStore::integrityFindings() {
     std::vector<std::string> findings;
-    const int code = m_database.connection.queryTexts(
-        "PRAGMA integrity_check(" + std::to_string(kFindings) + ")", findings);
-    if (code != SQLITE_OK)
-        return {m_database.failure(code).error};
-    if (findings == std::vector<std::string>{"ok"})
-        return {};
+    if (const StoreResult result = findDamage(m_database, true, kFindings, findings); !result)
+        return {result.error};
     std::ranges::transform(findings, findings.begin(), [this](const std::string& finding) {
         return faultSentence(eStoreFault::kDamaged, name(), finding);
     });
@@ -187,6 +185,9 @@ bool SqliteStore::isReplaced() const {
 StoreResult SqliteStore::begin() {
     if (m_readOnly)
         return faultResult(eStoreFault::kReadOnly, name());
+    if (isInWriteAheadMode(m_database.connection.get()))
+        if (StoreResult left = leaveWriteAheadMode(); !left)
+            return left;
     const int code = m_database.connection.execute("BEGIN IMMEDIATE");
     if (code != SQLITE_OK)
         return m_database.failure(code);
@@ -230,7 +231,9 @@ void SqliteStore::rollback() {
 
 bool SqliteStore::changedOutside() {
     std::int64_t version = m_dataVersion;
+    m_wait.setBrief(true); // it is looked at again soon
     m_database.connection.queryInteger("PRAGMA data_version", version);
+    m_wait.setBrief(false);
     return version != m_dataVersion || isReplaced();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/store/FileIdentity.h"
+#include "data/store/LockWait.h"
 #include "data/store/SqliteWriter.h"
 
 #include <functional>
@@ -30,7 +31,8 @@ public:
     };
 
     /// Opens an existing file. In `kRead` neither the file nor its folder is touched. Where `kWrite` is asked
-    /// for and the file or its folder may not be written, it is opened for reading, with a message.
+    /// for and the file or its folder may not be written, it is opened for reading, with a message. A file in
+    /// write-ahead mode can be opened in `kWrite` only, and leaves that mode when it is first written.
     static OpenedStore open(const std::string& path, eMode mode, eCheck check = eCheck::kQuick);
 
     /// Makes a new database with all tables, empty. An existing file of that name is an error.
@@ -73,6 +75,7 @@ private:
 
     std::string m_path; ///< absolute
     std::optional<FileIdentity> m_identity;
+    LockWait m_wait;
     SqliteDatabase m_database;
     SqliteWriter m_writer;
     std::int64_t m_dataVersion = 0;

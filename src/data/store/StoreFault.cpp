@@ -1,6 +1,7 @@
 #include "data/store/StoreFault.h"
 
 #include "base/Translation.h"
+#include "data/store/FileIdentity.h"
 
 #include <sqlite3.h>
 
@@ -16,8 +17,7 @@ constexpr std::pair<eStoreFault, const char*> kPatterns[] = {
      translatable("The style database \"%s\" does not exist; check the data folder or restore the file.")},
     {eStoreFault::kNoFile, translatable("\"%s\" is not a file; name a style database file instead.")},
     {eStoreFault::kEmpty,
-     translatable("The file \"%s\" is empty and no style database; restore it from a copy, or delete "
-                  "it to get a new one.")},
+     translatable("The file \"%s\" is empty and no style database; restore it from a copy.")},
     {eStoreFault::kNoDatabase,
      translatable("The file \"%s\" is not a database; choose a style database, or restore it from a copy.")},
     {eStoreFault::kOtherApplication,
@@ -34,6 +34,11 @@ constexpr std::pair<eStoreFault, const char*> kPatterns[] = {
          "The style database \"%s\" is locked by another program; finish the work there and try again.")},
     {eStoreFault::kUnreadable,
      translatable("The style database \"%s\" may not be read; ask for permission to read the file.")},
+    {eStoreFault::kTooManyFiles,
+     translatable("The style database \"%s\" cannot be opened, because too many files are open; close "
+                  "other programs and try again.")},
+    {eStoreFault::kPathTooLong,
+     translatable("The path \"%s\" is too long for a style database; choose a shorter one.")},
     {eStoreFault::kReadOnly,
      translatable("The style database \"%s\" may not be written and is open for reading only; ask "
                   "for permission to write the file.")},
@@ -59,6 +64,16 @@ constexpr std::pair<eStoreFault, const char*> kPatterns[] = {
     {eStoreFault::kLeftover,
      translatable("Beside \"%s\" lies a file of an interrupted change (%s); choose another file "
                   "name, or open the database once so that the change is taken back.")},
+    {eStoreFault::kOddNeighbour,
+     translatable("Beside \"%s\" lies \"%s\", which is no ordinary file; move it away to open the style "
+                  "database.")},
+    {eStoreFault::kForeignJournal,
+     translatable("Beside \"%s\" lies \"%s\", the journal of an interrupted change to another state of the "
+                  "file; move the journal away to use the file as it is, or bring back the file that the "
+                  "journal belongs to.")},
+    {eStoreFault::kComputed,
+     translatable("The style database \"%s\" holds columns or indexes that are computed (%s), which is not "
+                  "allowed; remove them with a database tool.")},
     {eStoreFault::kNoTable,
      translatable("The style database \"%s\" has no table \"%s\", so nothing can be written there; "
                   "restore it from a copy.")},
@@ -69,7 +84,7 @@ constexpr std::pair<eStoreFault, const char*> kPatterns[] = {
      translatable("The style database \"%s\" could not be read or written (%s); check the disk "
                   "or the network connection and try again.")},
     {eStoreFault::kOther,
-     translatable("The style database \"%s\" cannot be used (%s); try again, or restore it from a copy.")},
+     translatable("The style database \"%s\" cannot be used (%s); try again, or choose another file.")},
 };
 
 bool isDiskFull(int systemError) {
@@ -80,7 +95,29 @@ bool isDiskFull(int systemError) {
 
 std::string faultSentence(eStoreFault fault, const std::string& file, const std::string& detail) {
     const auto* found = std::ranges::find(kPatterns, fault, &std::pair<eStoreFault, const char*>::first);
-    return KorString::format(translated(found->second), {file, detail}).toStdString();
+    const std::string sentence = KorString::format(translated(found->second), {file, detail}).toStdString();
+    const std::string journal = resolvedPath(file) + "-journal";
+    if (std::string_view(found->second).find("restore") == std::string_view::npos || !fileIdentity(journal))
+        return sentence;
+    return sentence + " " +
+           KorString::format(translated("Move \"%s\" away before you put a copy there, since it would change "
+                                        "the copy."),
+                             {journal})
+               .toStdString();
+}
+
+eStoreFault faultOfOpening(int systemError) {
+    switch (systemError) {
+    case EMFILE:
+    case ENFILE:
+        return eStoreFault::kTooManyFiles;
+    case ENAMETOOLONG:
+        return eStoreFault::kPathTooLong;
+    case EIO:
+        return eStoreFault::kInputOutput;
+    default:
+        return eStoreFault::kUnreadable;
+    }
 }
 
 StoreResult faultResult(eStoreFault fault, const std::string& file, const std::string& detail) {
@@ -106,7 +143,8 @@ eStoreFault faultOfCode(int code, int systemError) {
     case SQLITE_READONLY:
         return eStoreFault::kReadOnly;
     case SQLITE_CANTOPEN: // the database itself is open by then: it is the journal that cannot be made
-        return eStoreFault::kFolderReadOnly;
+        return systemError == EMFILE || systemError == ENFILE ? eStoreFault::kTooManyFiles
+                                                              : eStoreFault::kFolderReadOnly;
     case SQLITE_CORRUPT:
         return eStoreFault::kDamaged;
     case SQLITE_NOTADB:

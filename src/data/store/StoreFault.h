@@ -14,6 +14,8 @@ enum class eStoreFault {
     kDamaged,
     kLocked,
     kUnreadable,
+    kTooManyFiles,
+    kPathTooLong,
     kReadOnly,
     kFolderMissing,
     kFolderReadOnly,
@@ -24,16 +26,23 @@ enum class eStoreFault {
     kOpenHere,
     kExists,
     kLeftover, ///< a journal of an earlier file of that name would be applied to the new one
+    kOddNeighbour,   ///< a pipe, a device or a link where a journal would be
+    kForeignJournal, ///< the journal beside the file is that of another one
+    kComputed,       ///< it holds expressions, which may run without end
     kNoTable,
     kNoColumn,
     kInputOutput,
     kOther,
 };
 
-/// The sentence for the user. `detail` is what the database engine says, for the faults that show it.
+/// The sentence for the user. `detail` is what the database engine says, for the faults that show it. Where
+/// it advises to restore the file and a journal lies beside it, a second sentence says what to do with that.
 std::string faultSentence(eStoreFault fault, const std::string& file, const std::string& detail = {});
 
 StoreResult faultResult(eStoreFault fault, const std::string& file, const std::string& detail = {});
+
+/// Why a file could not be opened; `systemError` is the errno that came with it, or 0.
+eStoreFault faultOfOpening(int systemError);
 
 /// What an SQLite result code means; `systemError` is the errno that came with it, or 0.
 eStoreFault faultOfCode(int code, int systemError);

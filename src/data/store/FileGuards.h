@@ -1,0 +1,22 @@
+#pragma once
+
+#include "data/store/SqliteDatabase.h"
+
+/// What is looked at before a database file is trusted, since it and the files beside it may come from
+/// anybody.
+
+/// Refuses a file with another kind of thing beside it where a journal would be: a pipe would keep the
+/// program waiting.
+StoreResult refuseOddNeighbours(const std::string& path, const std::string& name);
+/// Refuses a file beside which lies the journal of another one: taking back that journal's change would ruin
+/// this file. Must be called before anything is read through the connection.
+StoreResult refuseForeignJournal(const SqliteDatabase& database, const std::string& path);
+/// Refuses columns and indexes that are computed by expressions, which may run without end when a row is
+/// written or checked.
+StoreResult refuseExpressions(const SqliteDatabase& database);
+
+/// The findings of the database engine about the file's structure, at most `most`; with `indexes` about what
+/// they hold too. A large file is looked at table by table, so that no lock is held for long. What could not
+/// be read is a failure, not a finding.
+StoreResult findDamage(const SqliteDatabase& database, bool indexes, int most,
+                       std::vector<std::string>& findings);

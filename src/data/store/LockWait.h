@@ -1,0 +1,36 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+/// Waiting for a database that another program has locked: a short while without a word, then with one,
+/// until the lock is gone, the user gives up or the time is over.
+class LockWait {
+public:
+    /// Called again and again while `file` is waited for; returns whether to go on waiting. It may run an
+    /// event loop, but must not use the databases.
+    using Ask = std::function<bool(const std::string& file, std::chrono::milliseconds waited)>;
+
+    static constexpr std::chrono::milliseconds kLimit{5000};
+    static constexpr std::chrono::milliseconds kWordless{250}; ///< another program's short write
+
+    explicit LockWait(std::string file) : m_file(std::move(file)) {}
+
+    /// What is asked in this process; an empty one waits without a word. Returns the one before.
+    static Ask setAsk(Ask ask);
+    /// The longest wait. Returns the one before.
+    static std::chrono::milliseconds setLimit(std::chrono::milliseconds limit);
+    /// Whether a database is being waited for, so that nothing else may use the databases.
+    static bool isWaiting();
+
+    /// Waits a moment; `attempt` counts from 0 for each lock. Returns whether to try again.
+    bool again(int attempt);
+    /// Where waiting is not worth while: gives up before a word would be due.
+    void setBrief(bool brief) { m_brief = brief; }
+
+private:
+    std::string m_file;
+    std::chrono::steady_clock::time_point m_start;
+    bool m_brief = false;
+};
