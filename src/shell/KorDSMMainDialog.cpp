@@ -87,12 +87,14 @@ void KorDSMMainDialog::onMessage(const KorMessage& message) {
         const auto entry = static_cast<const DsmDeleteEntry&>(message).entry;
         if (KorDSMSectionTree* shown = treeOf(entry))
             shown->deleteEntry(entry);
+        postItemsChanged();
         break;
     }
     case DsmInsertPlaceholder::kNumber: {
         const auto entry = static_cast<const DsmInsertPlaceholder&>(message).entry;
         if (KorDSMSectionTree* shown = treeOf(entry))
             shown->showPlaceholder(entry);
+        postItemsChanged();
         break;
     }
     case DsmCollapseEntry::kNumber: {
@@ -105,6 +107,7 @@ void KorDSMMainDialog::onMessage(const KorMessage& message) {
         const auto& text = static_cast<const DsmSetEntryText&>(message);
         if (KorDSMSectionTree* shown = treeOf(text.entry))
             shown->control()->setItemText(text.entry, text.text);
+        postItemsChanged();
         break;
     }
     case DsmAttachItemData::kNumber: {

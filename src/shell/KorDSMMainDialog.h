@@ -74,8 +74,16 @@ protected:
 
 private:
     using eViewSections = KorDSMDefines::eViewSections;
+    /// An entry of a source combo: a database, an add-in, a category or a group.
+    struct SourceEntry {
+        KorString path;
+        int image = -1;
+        KorDSMDatabaseItem* node = nullptr;
+        bool operator==(const SourceEntry&) const = default;
+    };
     struct SectionSlot {
         VELComboTree* combo = nullptr;
+        std::vector<SourceEntry> sources; // what the combo shows
         std::unique_ptr<KorDSMSectionTree> tree;
     };
 
@@ -110,7 +118,9 @@ private:
     /// The tree that shows the entry; null for none.
     KorDSMSectionTree* treeOf(KorTreeHandle entry);
     void fillSourceCombo(eViewSections section);
-    void addGroupsToCombo(VELComboTree& combo, KorDSMDatabaseItem& addIn, const KorString& parentPath);
+    std::vector<SourceEntry> sourceEntries(eViewSections section);
+    void itemsChanged();
+    void postItemsChanged();
     KorString comboPath(eViewSections section, const KorDSMDatabaseItem* node) const;
     void showSection(bool restoreCombo);
     void fillTree(eViewSections section);
@@ -206,5 +216,7 @@ private:
     std::map<SourceId, std::size_t> m_seenProblems; // how many of a source's problems have been shown
     bool m_recording = true;
     bool m_handleSelection = true;
+    bool m_followingItems = false;
+    bool m_itemsChangedPosted = false;
     bool m_ready = false;
 };

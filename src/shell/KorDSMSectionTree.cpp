@@ -242,12 +242,26 @@ void KorDSMSectionTree::setFilter(const KorString& text) {
     openFirst(found);
 }
 
+// Where the children of an item have their entries: the only content node of a database has none of its own.
+KorTreeHandle KorDSMSectionTree::entryOfChildren(const KorDSMDatabaseItem& item) {
+    const KorDSMDatabaseItem* above = item.m_pParent;
+    const bool isOnlyContent =
+        item.m_Type == KorDSMDefines::kAddInContent && above && above->children().length() == 1;
+    return item.m_hTreeItem || !isOnlyContent ? item.m_hTreeItem : above->m_hTreeItem;
+}
+
 KorTreeHandle KorDSMSectionTree::addEntry(KorDSMDatabaseItem& item) {
-    KorTreeHandle parent = item.m_pParent ? item.m_pParent->m_hTreeItem : nullptr;
+    KorTreeHandle parent = item.m_pParent ? entryOfChildren(*item.m_pParent) : nullptr;
     if (!parent || m_tree->isPlaceholder(parent))
         return nullptr;
+    KorTreeHandle after = KorTreeCtrl::first();
+    for (const KorDSMDatabaseItem* sibling : item.m_pParent->children()) {
+        if (sibling == &item)
+            break;
+        after = sibling->m_hTreeItem ? sibling->m_hTreeItem : after;
+    }
     const KorTreeItem entry = entryFor(item);
-    KorTreeHandle handle = m_tree->insertItem(entry.text, entry.image, parent);
+    KorTreeHandle handle = m_tree->insertItem(entry.text, entry.image, parent, nullptr, after);
     bind(item, handle);
     m_tree->setPlaceholder(handle, entry.placeholder);
     return handle;

@@ -58,6 +58,7 @@ private:
     void bind(KorDSMDatabaseItem& item, KorTreeHandle entry);
     void unbind(KorTreeHandle entry);
     void forgetBelow(KorTreeHandle entry);
+    static KorTreeHandle entryOfChildren(const KorDSMDatabaseItem& item);
     bool canBeOpened(const KorDSMDatabaseItem& item) const;
     KorTreeItem entryFor(KorDSMDatabaseItem& item) const;
     void indexNames(KorDSMDatabaseItem& item);

@@ -80,6 +80,7 @@ void KorDSMMainDialog::showNewItems(const std::vector<KorDSMDatabaseItem*>& item
     }
     if (first)
         currentTree().control()->selectItem(first);
+    itemsChanged();
 }
 
 void KorDSMMainDialog::renameItem() {
@@ -95,7 +96,7 @@ void KorDSMMainDialog::renameItem() {
     const KorDSMItemCommands::Outcome outcome = KorDSMItemCommands::renameItem(*item, dialog.name());
     if (!outcome.done)
         return refuse(outcome.refusal);
-    currentTree().namesChanged();
+    itemsChanged();
     sendNotice(outcome.notice);
     reloadPage();
 }
@@ -127,7 +128,7 @@ void KorDSMMainDialog::deleteItem() {
         if (KorDSMSectionTree* holder = treeOf(removed->m_hTreeItem))
             holder->deleteEntry(removed->m_hTreeItem);
     m_list->deleteSelectedItems();
-    refilter();
+    itemsChanged();
     sendNotice(outcome.notice);
 }
 
@@ -204,9 +205,7 @@ void KorDSMMainDialog::followChanges(const std::vector<KorDSMRowChange>& changes
         for (KorDSMDatabaseItem* item : *items)
             if (KorDsmSectionItem* section = KorDSMItemPath::sectionOf(*item))
                 tree(section->m_Section).addEntry(*item);
-    refilter();
-    if (m_list->isVisible())
-        showList(currentItem());
+    itemsChanged();
     m_tabs->resumeCurrentPage();
 }
 
@@ -225,8 +224,11 @@ void KorDSMMainDialog::reloadSections() {
     m_tabs->finishCurrentPage();
     m_tabs->setCurrentContent(nullptr);
     m_handleSelection = false;
-    for (SectionSlot& slotOfSection : m_slots)
+    for (SectionSlot& slotOfSection : m_slots) {
         slotOfSection.tree->clear();
+        slotOfSection.combo->deleteAll();
+        slotOfSection.sources.clear();
+    }
     m_handleSelection = true;
     m_currentEntry = nullptr;
     const SourceId target{m_structure.getTargetDatabase(section), m_structure.getTargetAddIn(section)};

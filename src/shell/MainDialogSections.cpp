@@ -1,6 +1,7 @@
 #include "base/KorAssert.h"
 #include "controls/KorButtonGroup.h"
 #include "controls/KorButtonGroupMenu.h"
+#include "controls/KorListCtrl.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
@@ -10,21 +11,30 @@
 #include "shell/KorDSMMainDialog.h"
 
 #include <QLineEdit>
+#include <QTimer>
 
 // The sections of the main dialog: source combos, trees, view options.
 
 using namespace KorDSMDefines;
 
-void KorDSMMainDialog::fillSourceCombo(eViewSections section) {
-    VELComboTree& combo = *slot(section).combo;
-    combo.deleteAll();
+std::vector<KorDSMMainDialog::SourceEntry> KorDSMMainDialog::sourceEntries(eViewSections section) {
+    std::vector<SourceEntry> entries;
+    const auto add = [&entries](const KorString& path, int image, KorDSMDatabaseItem* node) {
+        entries.push_back({path, image, node});
+    };
+    const auto addGroups = [&add](KorDSMDatabaseItem& addIn, const KorString& parentPath) {
+        for (KorDSMDatabaseItem* group : addIn.children())
+            add(KorString::format("%s%s%s",
+                                  {parentPath, VELComboTree::GetPathDelimiter(), group->getDisplayName()}),
+                group->m_IconIndex, group);
+    };
     KorDsmSectionItem& node = *m_structure.getSection(section);
     for (KorDSMDatabaseItem* database : node.children()) {
         const KorString path = Prompts::ups(database == node.children()[0] ? 21021 : 21022);
-        combo.addEntry(path, database->m_IconIndex, database);
+        add(path, database->m_IconIndex, database);
         if (database->children().length() < 2) {
             if (!database->children().isEmpty())
-                addGroupsToCombo(combo, *database->children()[0], path);
+                addGroups(*database->children()[0], path);
             continue;
         }
         for (KorDSMDatabaseItem* child : database->children()) {
@@ -34,19 +44,60 @@ void KorDSMMainDialog::fillSourceCombo(eViewSections section) {
                     QString::fromStdString(KordoBitmaps::pictureFile(addIn->m_Image).string())));
             const KorString addInPath =
                 KorString::format("%s%s%s", {path, VELComboTree::GetPathDelimiter(), addIn->m_Name});
-            combo.addEntry(addInPath, addIn->m_ImageIndex >= 0 ? addIn->m_ImageIndex : addIn->m_IconIndex,
-                           addIn);
-            addGroupsToCombo(combo, *addIn, addInPath);
+            add(addInPath, addIn->m_ImageIndex >= 0 ? addIn->m_ImageIndex : addIn->m_IconIndex, addIn);
+            addGroups(*addIn, addInPath);
         }
     }
+    return entries;
 }
 
-void KorDSMMainDialog::addGroupsToCombo(VELComboTree& combo, KorDSMDatabaseItem& addIn,
-                                        const KorString& parentPath) {
-    for (KorDSMDatabaseItem* group : addIn.children())
-        combo.addEntry(KorString::format(
-                           "%s%s%s", {parentPath, VELComboTree::GetPathDelimiter(), group->getDisplayName()}),
-                       group->m_IconIndex, group);
+// Filled anew only where it would be different; what was chosen stays chosen while it is there.
+void KorDSMMainDialog::fillSourceCombo(eViewSections section) {
+    std::vector<SourceEntry> entries = sourceEntries(section);
+    SectionSlot& shown = slot(section);
+    if (entries == shown.sources)
+        return;
+    VELComboTree& combo = *shown.combo;
+    const KorString chosenPath = combo.getSelectedPath();
+    const void* chosen = combo.getEntryData(combo.selectedEntry());
+    combo.deleteAll();
+    const SourceEntry* same = nullptr;
+    for (const SourceEntry& entry : entries) {
+        combo.addEntry(entry.path, entry.image, entry.node);
+        if (chosen && entry.node == chosen)
+            same = &entry;
+    }
+    if (!chosenPath.isEmpty() && !combo.selectPath(same ? same->path : chosenPath))
+        if (const KorDsmAddInContentItem* source = currentSourceNode(section))
+            combo.selectPath(comboPath(section, source));
+    shown.sources = std::move(entries);
+}
+
+// Items came, went, moved or have other names. Every change of items ends here, whoever made it, so that no
+// part of the window shows or judges what was before.
+void KorDSMMainDialog::itemsChanged() {
+    if (m_followingItems)
+        return;
+    m_followingItems = true;
+    m_itemsChangedPosted = false;
+    for (const eViewSections section : kLoadingOrder)
+        fillSourceCombo(section);
+    refilter();
+    if (!m_list->isHidden())
+        showList(currentItem());
+    updateCommandStates(KorDSMSectionTree::dataOf(m_currentEntry));
+    m_followingItems = false;
+}
+
+// The same where items are still in the middle of their change.
+void KorDSMMainDialog::postItemsChanged() {
+    if (!m_ready || m_followingItems || m_itemsChangedPosted)
+        return;
+    m_itemsChangedPosted = true;
+    QTimer::singleShot(0, this, [this] {
+        if (m_itemsChangedPosted)
+            itemsChanged();
+    });
 }
 
 // The combo's path of a database, add-in or group. A single content node has no level of its own.

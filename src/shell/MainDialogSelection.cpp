@@ -182,8 +182,14 @@ void KorDSMMainDialog::rememberSelection(KorDSMDatabaseItem& item, KorTreeHandle
     if (!m_structure.getShowFullTree())
         return;
     KorDSMDatabaseItem* shown = group ? group : KorDSMItemPath::addInOf(item);
-    if (shown)
-        slot(section).combo->selectPath(comboPath(section, shown));
+    if (!shown)
+        return;
+    const KorString path = comboPath(section, shown);
+    if (slot(section).combo->selectPath(path))
+        return;
+    // The tree may have loaded the source since the combo was filled.
+    fillSourceCombo(section);
+    slot(section).combo->selectPath(path);
 }
 
 SelectionFacts KorDSMMainDialog::factsOf(const KorDSMTreeItemData* entryData) {
@@ -195,8 +201,8 @@ SelectionFacts KorDSMMainDialog::factsOf(const KorDSMTreeItemData* entryData) {
     facts.type = item->m_Type;
     if (item->m_pParent)
         facts.parentType = item->m_pParent->m_Type;
-    facts.entryHasChildren =
-        control->childCount(item->m_hTreeItem) > 0 || control->isPlaceholder(item->m_hTreeItem);
+    facts.entryHasChildren = !item->children().isEmpty() || control->childCount(item->m_hTreeItem) > 0 ||
+                             control->isPlaceholder(item->m_hTreeItem);
     facts.insideDetailStyle = item->ancestor(kDetailStyle) != nullptr;
     const KorArray<KorDSMDatabaseItem*>& databases = currentTree().section().children();
     facts.standardHasOneChild = !databases.isEmpty() && databases[0]->children().length() == 1;

@@ -1,0 +1,79 @@
+#include "shell/EditorFixture.h"
+
+#include "controls/KorButtonGroup.h"
+#include "controls/VELComboTree.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QTest>
+#include <QToolButton>
+
+// Every change of items reaches all parts of the window.
+
+namespace {
+
+constexpr int kNew = 1029;
+constexpr int kDelete = 1035;
+
+// The combo of the section that is shown.
+VELComboTree* sourceCombo(QWidget& window) {
+    for (auto* combo : window.findChildren<VELComboTree*>())
+        if (combo->isVisibleTo(&window))
+            return combo;
+    return nullptr;
+}
+
+KorString pathOf(std::initializer_list<const char*> names) {
+    KorString path;
+    for (const char* name : names)
+        path = path.isEmpty() ? KorString(name) : path + VELComboTree::GetPathDelimiter() + KorString(name);
+    return path;
+}
+
+void sayYes(QWidget* modal) {
+    auto* box = qobject_cast<QMessageBox*>(modal);
+    ASSERT_NE(box, nullptr);
+    QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
+}
+
+} // namespace
+
+TEST_F(EditorFixture, SourceComboAndCommandsFollowDeletionAndUndoOfACategory) {
+    open();
+    auto* strip = control<KorButtonGroup>(1011);
+    VELComboTree* combo = sourceCombo(*m_dialog);
+    ASSERT_NE(combo, nullptr);
+    const KorString path = pathOf({"User", "Hallberg: railings"});
+    ASSERT_NE(combo->findEntry(path), nullptr);
+    const auto category = select({"User", "Hallberg: railings"});
+    tree().expand(category);
+    int styles = 0;
+    while (tree().childCount(category) > 0) {
+        tree().selectItem(tree().getChildItem(category));
+        answerNext(sayYes);
+        click(strip->button(kDelete));
+        ++styles;
+    }
+    tree().selectItem(category);
+    ASSERT_TRUE(strip->isButtonEnabled(kDelete));
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(tree().childCount(category), 1);
+    EXPECT_FALSE(strip->isButtonEnabled(kDelete)) << "the style would be shown nowhere";
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    tree().selectItem(category);
+    ASSERT_TRUE(strip->isButtonEnabled(kDelete));
+
+    answerNext(sayYes);
+    click(strip->button(kDelete));
+    EXPECT_EQ(combo->findEntry(path), nullptr);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    const KorTreeHandle back = combo->findEntry(path);
+    ASSERT_NE(back, nullptr);
+    const auto shown = select({"User", "Hallberg: railings"});
+    EXPECT_EQ(combo->getEntryData(back), KorDSMSectionTree::itemOf(shown));
+    EXPECT_EQ(combo->getSelectedPath().view(), path.view());
+    for (int step = 0; step < styles; ++step)
+        press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(tree().childCount(shown), styles);
+    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+}
