@@ -38,6 +38,15 @@ bool writePicture(const QPixmap& picture, const std::string& file) {
            KorTextFile::replace(target, bytes.toStdString());
 }
 
+// Messages were told on the terminal already; nobody is there to close them.
+void closeMessages(const QWidget* window) {
+    while (QWidget* message = QApplication::activeModalWidget()) {
+        if (message == window)
+            break;
+        message->close();
+    }
+}
+
 // Paints the window once it has settled, then closes it. `painted` tells whether the file was written.
 void paintWhenOpen(QWidget* window, const EditOptions& options, bool& painted) {
     QTimer::singleShot(0, window, [window, &options, &painted] {
@@ -45,15 +54,14 @@ void paintWhenOpen(QWidget* window, const EditOptions& options, bool& painted) {
         int height = 0;
         if (std::sscanf(options.size.c_str(), "%dx%d", &width, &height) == 2)
             window->resize(width, height);
-        QApplication::processEvents();
-        // Messages were told on the terminal already; nobody is there to close them.
-        while (QWidget* message = QApplication::activeModalWidget()) {
-            if (message == window)
-                break;
-            message->close();
-        }
-        painted = writePicture(window->grab(), options.screenshot);
-        window->close();
+        closeMessages(window);
+        // Scroll bars come when the event loop has gone round once.
+        QTimer::singleShot(0, window, [window, &options, &painted] {
+            QApplication::processEvents();
+            closeMessages(window);
+            painted = writePicture(window->grab(), options.screenshot);
+            window->close();
+        });
     });
 }
 

@@ -1,5 +1,8 @@
 #include "app/ProgramFixture.h"
 
+#include <QSize>
+#include <QtEndian>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -22,6 +25,13 @@ protected:
         }
     }
 };
+
+// The head of a PNG says it.
+QSize sizeOfPicture(const std::string& file) {
+    const std::string bytes = contentOf(file);
+    return bytes.size() < 24 ? QSize()
+                             : QSize(qFromBigEndian<qint32>(&bytes[16]), qFromBigEndian<qint32>(&bytes[20]));
+}
 
 } // namespace
 
@@ -57,6 +67,21 @@ TEST_F(OutputTest, APictureLeavesTheRememberedWindowAlone) {
     const QString picture = QString::fromStdString((folder() / "editor.png").string());
     EXPECT_EQ(run({"edit", "--screenshot", picture, "--size", "900x600"}).exitCode, 0);
     EXPECT_EQ(contentOf(settings), before);
+}
+
+TEST_F(OutputTest, AtItsFirstStartTheWindowFitsItsScreenWithAFrame) {
+    const std::string screen = (folder() / "screen.json").string();
+    writeFile(screen, R"({"screens": [{"name": "S", "x": 0, "y": 0, "width": 1366, "height": 768}]})");
+    environment.insert("QT_QPA_PLATFORM", "offscreen:configfile=" + QString::fromStdString(screen));
+    const QString picture = QString::fromStdString((folder() / "editor.png").string());
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        environment.insert("QT_SCALE_FACTOR", QString::number(scale));
+        ASSERT_EQ(run({"edit", "--style", "Beam", "--screenshot", picture, "--overwrite"}).exitCode, 0);
+        const QSize size = sizeOfPicture(picture.toStdString());
+        EXPECT_LE(size.width(), 1366) << scale;
+        EXPECT_GE(size.width(), 1000) << scale;
+        EXPECT_LE(size.height(), 768 - 30 * scale) << "no room for the title bar at " << scale;
+    }
 }
 
 TEST_F(OutputTest, WhatCouldNotBeWrittenToItsEndIsAFailure) {

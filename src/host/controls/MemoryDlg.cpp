@@ -4,12 +4,16 @@
 #include "controls/KorLayoutStore.h"
 #include "controls/KorQt.h"
 
+#include <QScreen>
 #include <QSplitter>
 
 namespace {
 
 // The setting reads "<window>;<control id>=<splitter>;…", the states in base 64.
 constexpr QChar kSeparator = u';';
+
+// What a window manager adds around a window. It says so only when the window is open already.
+constexpr QSize kFrame(16, 40);
 
 QString encoded(const QByteArray& state) {
     return QString::fromLatin1(state.toBase64());
@@ -46,8 +50,10 @@ void MemoryDlg::apply(const Control& control) const {
 
 bool MemoryDlg::restore() {
     const QStringList parts = toQt(KorLayoutStore::read(m_name)).split(kSeparator);
-    if (!m_window || !m_window->restoreGeometry(decoded(parts.first())))
+    if (!m_window || !m_window->restoreGeometry(decoded(parts.first()))) {
+        fitToScreen();
         return false;
+    }
     for (const QString& part : parts.mid(1)) {
         const qsizetype equals = part.indexOf(u'=');
         auto* splitter = KorControls::find<QSplitter>(m_window, part.left(equals).toInt());
@@ -55,6 +61,14 @@ bool MemoryDlg::restore() {
             splitter->restoreState(decoded(QStringView(part).mid(equals + 1)));
     }
     return true;
+}
+
+void MemoryDlg::fitToScreen() const {
+    if (!m_window)
+        return;
+    const QSize room = m_window->screen()->availableGeometry().size() - kFrame;
+    m_window->setMinimumSize(m_window->minimumSize().boundedTo(room));
+    m_window->resize(m_window->size().boundedTo(room));
 }
 
 void MemoryDlg::writeSetting() const {

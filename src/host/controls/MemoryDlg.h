@@ -29,8 +29,9 @@ public:
     /// without a control is ignored. Splitters among the registered controls are remembered.
     void registerControl(int controlId, int flags);
 
-    /// Brings the window to its remembered place, size and splitter positions. Returns false, and changes
-    /// nothing, when nothing is remembered. A place that is on no screen any more is moved onto one.
+    /// Brings the window to its remembered place, size and splitter positions, and returns true. A place that
+    /// is on no screen any more is moved onto one. Returns false when nothing is remembered: the window keeps
+    /// its size, as far as its screen has room for it and its frame.
     bool restore();
     /// Stores place, size and splitter positions.
     void writeSetting() const;
@@ -42,6 +43,7 @@ private:
     };
 
     void apply(const Control& control) const;
+    void fitToScreen() const;
 
     KorString m_name;
     QPointer<QWidget> m_window;
