@@ -6,6 +6,7 @@
 #include "app/ProgramStart.h"
 #include "base/Translation.h"
 #include "base/Utf8.h"
+#include "data/store/LockWait.h"
 #include "services/KorHostReport.h"
 #include "shell/DataFolder.h"
 
@@ -14,6 +15,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <set>
 
 namespace {
 
@@ -206,7 +208,19 @@ bool areTextsClean(int argc, char** argv) {
     return std::all_of(argv, argv + argc, [](const char* text) { return isCleanUtf8(text); });
 }
 
+// Says once of each database that is waited for that it is.
+LockWait::Ask tellOfLocks() {
+    return [told = std::set<std::string>()](const std::string& file, std::chrono::milliseconds) mutable {
+        if (told.insert(file).second)
+            Console::complain(KorString::format(
+                translated("Waiting for \"%s\", which another program has locked; Ctrl+C gives up."),
+                {file}));
+        return true;
+    };
+}
+
 int run(char** argv, const Wanted& wanted) {
+    LockWait::setAsk(tellOfLocks());
     DataFolder folder(DataFolder::locate(wanted.data));
     if (wanted.opensFolder)
         folder.open();

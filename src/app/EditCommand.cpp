@@ -5,6 +5,7 @@
 #include "app/StartSelection.h"
 #include "base/Translation.h"
 #include "controls/KorStyle.h"
+#include "data/store/LockWait.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
 #include "services/KorExchangeUtilities.h"
@@ -50,6 +51,8 @@ void closeMessages(const QWidget* window) {
 // Paints the window once it has settled, then closes it. `painted` tells whether the file was written.
 void paintWhenOpen(QWidget* window, const EditOptions& options, bool& painted) {
     QTimer::singleShot(0, window, [window, &options, &painted] {
+        if (LockWait::isWaiting()) // not settled yet
+            return paintWhenOpen(window, options, painted);
         int width = 0;
         int height = 0;
         if (std::sscanf(options.size.c_str(), "%dx%d", &width, &height) == 2)

@@ -1,6 +1,7 @@
 #include "base/KorAssert.h"
 #include "data/StyleDatabases.h"
 #include "data/pending/PendingReplay.h"
+#include "data/store/LockWait.h"
 
 #include <utility>
 
@@ -8,6 +9,8 @@
 
 std::vector<OutsideChange> StyleDatabases::refreshChanged() {
     std::vector<OutsideChange> changes;
+    if (LockWait::isWaiting())
+        return changes;
     for (const auto& [id, source] : m_sources) {
         const bool wasOutdated = source->isOutdated();
         if (wasOutdated || source->store().changedOutside()) {

@@ -2,32 +2,15 @@
 
 #include "controls/KorQt.h"
 #include "data/exchange/KorDetailTableDependencies.h"
+#include "data/store/LockWait.h"
 #include "services/Prompts.h"
+#include "shell/UserInput.h"
 
 #include <QApplication>
-#include <QKeyEvent>
 
 namespace {
 
 constexpr int kProgressText = 265; // "%s: Esc cancels"
-
-bool isInput(const QEvent& event) {
-    switch (event.type()) {
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::Shortcut:
-    case QEvent::ShortcutOverride:
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::Wheel:
-    case QEvent::ContextMenu:
-    case QEvent::Close:
-        return true;
-    default:
-        return false;
-    }
-}
 
 } // namespace
 
@@ -70,10 +53,9 @@ void ExchangeRun::end() {
 }
 
 bool ExchangeRun::eventFilter(QObject* watched, QEvent* event) {
-    if (!isInput(*event))
+    if (LockWait::isWaiting() || !swallowsInput(*event)) // whoever waits has its own way out
         return QObject::eventFilter(watched, event);
-    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
-    if (isKey && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+    if (isEscape(*event))
         KorDetailTableDependencies::m_bDeepCopyCanceledByUser = true;
     return true;
 }

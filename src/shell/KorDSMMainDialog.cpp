@@ -7,6 +7,7 @@
 #include "controls/KorTabCtrl.h"
 #include "controls/TabStops.h"
 #include "data/KorOdbcMan.h"
+#include "data/store/LockWait.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/CKorHelp.h"
 #include "session/KorDSMItemPath.h"
@@ -191,7 +192,7 @@ bool KorDSMMainDialog::focusNextPrevChild(bool next) {
 // When the user comes back to the window: what others changed meanwhile, and what went wrong.
 void KorDSMMainDialog::lookAround() {
     const QWidget* modal = QApplication::activeModalWidget();
-    if (!isVisible() || (modal && modal != this) || ExchangeRun::isGoingOn())
+    if (!isVisible() || (modal && modal != this) || ExchangeRun::isGoingOn() || LockWait::isWaiting())
         return;
     takeOver();
     readOutsideChanges();

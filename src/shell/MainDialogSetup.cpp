@@ -12,6 +12,7 @@
 #include "services/Prompts.h"
 #include "shell/KorDSMMainDialog.h"
 #include "shell/KorDSMUndoStrip.h"
+#include "shell/LockNotice.h"
 
 #include <QAction>
 #include <QBoxLayout>
@@ -219,6 +220,7 @@ void KorDSMMainDialog::setUpStatus() {
     m_readOnly = new QLabel(place);
     m_readOnly->setForegroundRole(QPalette::PlaceholderText);
     line->insertWidget(0, m_status);
+    new LockNotice(line); // the status line owns it
     line->addWidget(m_progress);
     line->addStretch(1);
     line->addWidget(m_readOnly);

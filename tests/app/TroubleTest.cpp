@@ -1,4 +1,5 @@
 #include "app/ProgramFixture.h"
+#include "support/OtherProgram.h"
 
 #include <QProcess>
 
@@ -75,6 +76,24 @@ TEST_F(TroubleTest, AChangeThatAnotherProgramMadeMeanwhileIsKeptAndTold) {
     EXPECT_EQ(program.exitCode(), 1);
     EXPECT_NE(said.find("it holds \"theirs\" now"), std::string::npos) << said;
     EXPECT_TRUE(run({"show", "detail-style", "Beam", "--source", "user"}).output.contains("theirs"));
+}
+
+TEST_F(TroubleTest, ALockIsWaitedForWithOneLine) {
+    OtherProgram other(data() / "user.dsdb");
+    other.run("BEGIN EXCLUSIVE");
+    QProcess program;
+    program.setProcessEnvironment(environment);
+    program.setReadChannel(QProcess::StandardError);
+    program.start(DETAILSTYLES_PROGRAM, {"--data", QString::fromStdString(data().string()), "set",
+                                         "detail-style", "Beam", "description", "mine"});
+    ASSERT_TRUE(program.waitForReadyRead(60000)) << "not a word";
+    other.run("COMMIT");
+    ASSERT_TRUE(program.waitForFinished(60000));
+    EXPECT_EQ(program.exitCode(), 0);
+    const QString said = QString::fromUtf8(program.readAllStandardError());
+    EXPECT_TRUE(said.contains("Waiting for \"")) << said.toStdString();
+    EXPECT_TRUE(said.contains("user.dsdb\", which another program has locked")) << said.toStdString();
+    EXPECT_EQ(said.count('\n'), 1) << said.toStdString();
 }
 
 TEST_F(TroubleTest, FirstStartsAtOnceAllSucceed) {

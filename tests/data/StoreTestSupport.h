@@ -2,9 +2,7 @@
 
 #include "data/schema/TableDeclarations.h"
 #include "data/store/SqliteStore.h"
-
-#include <gtest/gtest.h>
-#include <sqlite3.h>
+#include "support/OtherProgram.h"
 
 #include <filesystem>
 #include <fstream>
@@ -40,22 +38,6 @@ inline std::string bytesOf(const std::string& path) {
 inline void writeBytes(const std::string& path, const std::string& bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
 }
-
-/// Another program at work on a database file.
-class OtherProgram {
-public:
-    explicit OtherProgram(const std::string& path) { sqlite3_open(path.c_str(), &m_db); }
-    ~OtherProgram() { sqlite3_close_v2(m_db); }
-    void run(const std::string& sql) {
-        char* error = nullptr;
-        sqlite3_exec(m_db, sql.c_str(), nullptr, nullptr, &error);
-        EXPECT_EQ(error, nullptr) << error << " in " << sql;
-        sqlite3_free(error);
-    }
-
-private:
-    sqlite3* m_db = nullptr;
-};
 
 template <typename R>
 using Rows = TypedRowArray<R>;

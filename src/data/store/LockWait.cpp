@@ -26,13 +26,15 @@ bool LockWait::isWaiting() {
 
 bool LockWait::again(int attempt) {
     constexpr std::chrono::milliseconds kMoment{10};
+    if (g_waiting) // what is asked meanwhile must not use the databases, far less wait for one
+        return false;
     const auto now = std::chrono::steady_clock::now();
     if (attempt == 0)
         m_start = now;
     const auto waited = std::chrono::duration_cast<std::chrono::milliseconds>(now - m_start);
     if (waited >= (m_brief ? std::min(kWordless, g_limit) : g_limit))
         return false;
-    if (waited >= kWordless && g_ask && !g_waiting) {
+    if (waited >= kWordless && g_ask) {
         g_waiting = true;
         const bool goesOn = g_ask(m_file, waited);
         g_waiting = false;

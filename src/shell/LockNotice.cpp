@@ -1,0 +1,95 @@
+#include "shell/LockNotice.h"
+
+#include "base/Translation.h"
+#include "controls/KorControls.h"
+#include "controls/KorQt.h"
+#include "data/store/LockWait.h"
+#include "services/Prompts.h"
+#include "shell/UserInput.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+constexpr int kCancelPrompt = 33741;
+constexpr int kWidestName = 320; // pixels: a long path must not widen the window
+
+std::vector<LockNotice*> g_notices;
+LockWait::Ask g_askedBefore;
+
+} // namespace
+
+LockNotice::LockNotice(QBoxLayout* line) : QObject(line->parentWidget()) {
+    m_bar = new QWidget(line->parentWidget());
+    m_sentence = new QLabel(m_bar);
+    m_sentence->setTextFormat(Qt::PlainText);
+    m_giveUp = new QPushButton(toQt(Prompts::ups(kCancelPrompt)), m_bar);
+    m_giveUp->setFocusPolicy(Qt::NoFocus);
+    m_giveUp->setAutoDefault(false);
+    KorControls::setId(m_sentence, kSentence);
+    KorControls::setId(m_giveUp, kGiveUp);
+    auto* inside = new QHBoxLayout(m_bar);
+    inside->setContentsMargins({});
+    inside->addWidget(m_sentence);
+    inside->addWidget(m_giveUp);
+    m_bar->hide();
+    line->insertWidget(0, m_bar);
+    m_end.setSingleShot(true);
+    connect(&m_end, &QTimer::timeout, m_bar, &QWidget::hide);
+    if (g_notices.empty())
+        g_askedBefore = LockWait::setAsk(&LockNotice::ask);
+    g_notices.push_back(this);
+}
+
+LockNotice::~LockNotice() {
+    std::erase(g_notices, this);
+    if (g_notices.empty())
+        LockWait::setAsk(std::move(g_askedBefore));
+}
+
+bool LockNotice::ask(const std::string& file, std::chrono::milliseconds waited) {
+    const auto isShown = [](const LockNotice* notice) { return notice->m_bar->window()->isVisible(); };
+    const auto latest = std::find_if(g_notices.rbegin(), g_notices.rend(), isShown);
+    if (latest != g_notices.rend())
+        return (*latest)->goOn(file);
+    return !g_askedBefore || g_askedBefore(file, waited);
+}
+
+bool LockNotice::goOn(const std::string& file) {
+    const QPointer<LockNotice> alive = this; // its window may be gone after the events
+    m_end.stop();
+    m_givenUp = false;
+    show(file);
+    qApp->installEventFilter(this);
+    QApplication::processEvents();
+    if (!alive)
+        return false;
+    qApp->removeEventFilter(this);
+    m_end.start(0);
+    return !m_givenUp;
+}
+
+void LockNotice::show(const std::string& file) {
+    const QString name = QString::fromStdString(file);
+    const QString shortened = m_sentence->fontMetrics().elidedText(name, Qt::ElideMiddle, kWidestName);
+    m_sentence->setText(toQt(
+        KorString::format(translated("Waiting for \"%s\", which another program has locked; Esc gives up."),
+                          {fromQt(shortened)})));
+    m_sentence->setToolTip(name);
+    m_bar->show();
+}
+
+bool LockNotice::eventFilter(QObject* watched, QEvent* event) {
+    // What a window gets comes again as what one of its widgets gets.
+    if (watched->isWindowType() || !swallowsInput(*event))
+        return QObject::eventFilter(watched, event);
+    m_givenUp |= isEscape(*event) || (watched == m_giveUp && event->type() == QEvent::MouseButtonRelease);
+    return true;
+}
