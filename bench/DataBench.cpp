@@ -1,6 +1,8 @@
 #include "GeneratedStandard.h"
+#include "Growth.h"
 
 #include "data/KorOdbcMan.h"
+#include "data/exchange/KorODBCDetailStyleExports.h"
 #include "model/KorDSMDialogFactory.h"
 #include "session/KorDSMCommit.h"
 
@@ -101,11 +103,38 @@ void applyUpdates(benchmark::State& state) {
     }
 }
 
+// The file is imported into an empty User database, and once more where all of it is there already.
+void importNamesakes(benchmark::State& state) {
+    reportGrowth(state, [&state](int count) {
+        const fs::path folder = fs::temp_directory_path() / "detailstyles-bench-import";
+        fs::create_directory(folder);
+        GeneratedStandard::writeNamesakes(folder / "file.dsdb", count);
+        SqliteStore::create(folder / "user.dsdb");
+        double seconds = 0;
+        {
+            StyleDatabases databases;
+            databases.openFile(SourceId::user(), folder / "user.dsdb", false);
+            const Stopwatch watch;
+            for (int round = 0; round < 2; ++round) {
+                ImportReport report;
+                KorODBCDetailStyleExports::importFile(KorString((folder / "file.dsdb").string()), report);
+                const auto& list = round == 0 ? report.imported : report.alreadyThere;
+                if (list.size() != static_cast<std::size_t>(count))
+                    state.SkipWithError("not every style was imported once");
+            }
+            seconds = watch.seconds();
+        }
+        fs::remove_all(folder);
+        return seconds;
+    });
+}
+
 } // namespace
 
 BENCHMARK(referenceScan)->Unit(benchmark::kMillisecond)->MinTime(2);
 BENCHMARK(loadSections)->Unit(benchmark::kMillisecond)->MinTime(2);
 BENCHMARK(referenceUpdates)->Unit(benchmark::kMillisecond)->MinTime(2);
 BENCHMARK(applyUpdates)->Unit(benchmark::kMillisecond)->MinTime(2);
+BENCHMARK(importNamesakes)->Arg(4000)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

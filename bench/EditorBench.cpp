@@ -1,4 +1,5 @@
 #include "GeneratedStandard.h"
+#include "Growth.h"
 
 #include "controls/KorButtonGroup.h"
 #include "controls/KorControls.h"
@@ -183,6 +184,22 @@ void openTenThousand(benchmark::State& state) {
     fs::remove(file);
 }
 
+// The editor is opened on so many categories, and the entry that holds them.
+void openCategories(benchmark::State& state) {
+    reportGrowth(state, [&state](int count) {
+        const std::string file = fs::temp_directory_path() / "detailstyles-bench-categories.dsdb";
+        GeneratedStandard::writeCategories(file, count);
+        const Stopwatch watch;
+        OpenEditor editor(file);
+        QApplication::processEvents();
+        const double seconds = watch.seconds();
+        if (editor.tree().childCount(editor.tree().getParentItem(editor.category)) != count)
+            state.SkipWithError("not every category is shown");
+        fs::remove(file);
+        return seconds;
+    });
+}
+
 void filterKey(benchmark::State& state) {
     OpenEditor editor;
     auto* filter = KorControls::find<QLineEdit>(editor.dialog.get(), 1210);
@@ -334,6 +351,7 @@ BENCHMARK(referenceUpdate)->Unit(benchmark::kMillisecond);
 BENCHMARK(guardedWriteWithTwins)->Unit(benchmark::kMillisecond);
 BENCHMARK(copyAndDelete)->Unit(benchmark::kMillisecond);
 BENCHMARK(openTenThousand)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(openCategories)->Arg(2500)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);

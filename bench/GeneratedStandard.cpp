@@ -169,6 +169,49 @@ StoreResult GeneratedStandard::write(const std::string& path, int categoriesInUs
     });
 }
 
+StoreResult GeneratedStandard::writeNamesakes(const std::string& path, int count) {
+    return SqliteStore::createWith(path, [count](StyleStore& store) {
+        StoreResult result = add<StructDetBaseCategory>(store, 1, [](auto& category, int) { category.name = "Beams"; });
+        if (result)
+            result = add<StructDetViewRequest>(store, count, [](auto& view, int i) {
+                view.name = "Front";
+                view.scale = 1.0 / i;
+            });
+        if (result)
+            result = add<StructDetailStyle>(store, count, [](auto& style, int i) {
+                style.name = "Beam";
+                style.viewRequests[0] = i;
+            });
+        if (result)
+            result = add<StructDetailMaster>(store, count, [](auto& master, int i) {
+                master.name = "Beam";
+                master.detailKey = 1;
+                master.number = master.styleKey = i;
+                master.categoryKey = 1;
+            });
+        return result;
+    });
+}
+
+StoreResult GeneratedStandard::writeCategories(const std::string& path, int count) {
+    return SqliteStore::createWith(path, [count](StyleStore& store) {
+        StoreResult result = add<StructDetBaseCategory>(store, count, [](auto& category, int i) {
+            category.name = name("Category", i);
+            category.number = i;
+        });
+        if (result)
+            result = add<StructDetailStyle>(store, count, [](auto& style, int i) { style.name = name("Style", i); });
+        if (result)
+            result = add<StructDetailMaster>(store, count, [count](auto& master, int i) {
+                master.name = name("Style", i);
+                master.detailKey = master.styleKey = i;
+                master.number = 1;
+                master.categoryKey = count + 1 - i;
+            });
+        return result;
+    });
+}
+
 const std::string& GeneratedStandard::file() {
     static const std::string path = [] {
         std::string made = std::filesystem::temp_directory_path() / "detailstyles-bench-standard.dsdb";

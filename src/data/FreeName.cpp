@@ -21,10 +21,6 @@ KorString withoutNumber(const KorString& name) {
 
 } // namespace
 
-KorString numberedName(const KorString& base, int number) {
-    return base + KorString(" ") + KorString::number(number);
-}
-
 KorString freeName(StyleSource& source, eTableType type, const KorString& wanted) {
     const StyleTable& table = source.table(type);
     KorString base = wanted.trimmed();
@@ -35,8 +31,5 @@ KorString freeName(StyleSource& source, eTableType type, const KorString& wanted
         base = stem;
     if (base.isEmpty())
         base = wordForRows(table.schema());
-    int number = 1;
-    while (table.find(numberedName(base, number)))
-        ++number;
-    return numberedName(base, number);
+    return table.numberedFreeName(base);
 }

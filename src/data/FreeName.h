@@ -6,6 +6,3 @@
 /// it. Where `wanted` is such a numbered name of an existing row, its own number is counted on ("Beam 1"
 /// becomes "Beam 2" when there is a "Beam"). Without a name the table's own word for its rows is numbered.
 KorString freeName(StyleSource& source, eTableType table, const KorString& wanted);
-
-/// `base` with a number behind it.
-KorString numberedName(const KorString& base, int number);

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <limits>
 
-StyleTable::NameIndex& StyleTable::names() const {
+NameIndex& StyleTable::names() const {
     if (!m_names) {
         m_names = std::make_unique<NameIndex>();
-        m_names->reserve(static_cast<std::size_t>(m_rows->size()));
+        m_names->reserve(m_rows->size());
         for (int i = 0; i < m_rows->size(); ++i)
-            m_names->emplace(m_rows->at(i).name, m_rows->at(i).key);
+            m_names->add(m_rows->at(i).name, m_rows->at(i).key);
     }
     return *m_names;
 }
@@ -21,12 +21,8 @@ RowArray& StyleTable::rowsToFill() {
 }
 
 const StructRecord* StyleTable::find(const KorString& runName) const {
-    const auto [first, last] = names().equal_range(runName);
-    if (first == last)
-        return nullptr;
-    const auto lowest = std::min_element(
-        first, last, [](const auto& a, const auto& b) { return a.second < b.second; });
-    return m_rows->find(lowest->second);
+    const std::int32_t key = names().lowestKey(runName);
+    return key ? m_rows->find(key) : nullptr;
 }
 
 bool StyleTable::setCell(KorOdbcKey key, const Column& column, const CellValue& value) {
@@ -38,8 +34,8 @@ bool StyleTable::setCell(KorOdbcKey key, const Column& column, const CellValue& 
     const KorString before = row->name;
     if (!column.write(row, value))
         return false;
-    forgetName(before, key);
-    m_names->emplace(row->name, key.getKey());
+    m_names->remove(before, key);
+    m_names->add(row->name, key);
     return true;
 }
 
@@ -47,7 +43,7 @@ void StyleTable::insert(const StructRecord& record) {
     m_highestKey = std::max(m_highestKey, record.key);
     m_rows->insert(record);
     if (m_names)
-        m_names->emplace(record.name, record.key);
+        m_names->add(record.name, record.key);
 }
 
 void StyleTable::remove(KorOdbcKey key) {
@@ -56,7 +52,7 @@ void StyleTable::remove(KorOdbcKey key) {
         return;
     m_highestKey = std::max(m_highestKey, key.getKey());
     if (m_names)
-        forgetName(m_rows->at(index).name, key);
+        m_names->remove(m_rows->at(index).name, key);
     m_rows->removeAt(index);
 }
 
@@ -64,11 +60,4 @@ std::int32_t StyleTable::unusedKey() const {
     const std::int32_t last = m_rows->size() > 0 ? m_rows->at(m_rows->size() - 1).key : 0;
     const std::int32_t highest = std::max({m_highestKey, last, 0});
     return highest < std::numeric_limits<std::int32_t>::max() ? highest + 1 : 0;
-}
-
-void StyleTable::forgetName(const KorString& name, std::int32_t key) {
-    const auto [first, last] = m_names->equal_range(name);
-    const auto it = std::find_if(first, last, [key](const auto& entry) { return entry.second == key; });
-    if (it != last)
-        m_names->erase(it);
 }

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "data/KorOdbcKey.h"
+#include "data/NameIndex.h"
 #include "data/schema/TableSchema.h"
-
-#include <unordered_map>
 
 /// One table of one source in memory, with its index by run name. Rows change only through this class, so
 /// that the index always fits them.
@@ -20,6 +19,8 @@ public:
     const StructRecord* find(KorOdbcKey key) const { return key.isValid() ? m_rows->find(key) : nullptr; }
     /// The row of this run name, the one with the lowest key where several have it, or null.
     const StructRecord* find(const KorString& runName) const;
+    /// `base` with the first number behind it that makes a name no row has.
+    KorString numberedFreeName(const KorString& base) const { return names().numberedFreeName(base); }
 
     /// Stores a cell. The row must exist; returns false when the value does not fit the column.
     bool setCell(KorOdbcKey key, const Column& column, const CellValue& value);
@@ -32,10 +33,7 @@ public:
     std::int32_t unusedKey() const;
 
 private:
-    using NameIndex = std::unordered_multimap<KorString, std::int32_t>;
-
     NameIndex& names() const;
-    void forgetName(const KorString& name, std::int32_t key);
 
     const TableSchema& m_schema;
     std::unique_ptr<RowArray> m_rows;

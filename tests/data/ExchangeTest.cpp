@@ -132,6 +132,45 @@ TEST_F(ExchangeTest, ImportReusesEqualRowsAndRenamesDifferentOnes) {
     EXPECT_EQ(repeated.alreadyThere, std::vector<KorString>{"Column 1"});
 }
 
+TEST_F(ExchangeTest, OfNamesakesEachComesInOnceWithItsOwnParts) {
+    std::ignore = databases.openFile(kStandard, file("standard.dsdb"), false);
+    databases.setOwnerMode(true);
+    for (int i = 0; i < 5; ++i) { // the fourth and fifth map hold the same
+        StructDetObjReprMapKey entry;
+        StructDetObjReprMap map;
+        StructDetViewRequest view;
+        StructDetailStyle style;
+        entry.name = map.name = view.name = style.name = "Twin";
+        const KorDSNRequest request(kStandard.dsn, kStandard.index);
+        ASSERT_EQ(databases.appendStored(kTableReprMap, map), 1);
+        entry.reprMapKey = view.reprMapKey = map.key;
+        entry.order = std::min(i, 3);
+        ASSERT_EQ(databases.appendStored(kTableReprMapEntry, entry), 1);
+        ASSERT_EQ(databases.appendStored(kTableViewRequest, view), 1);
+        style.viewRequests[0] = view.key;
+        ASSERT_EQ(databases.appendStored(kTableDetailStyle, style), 1);
+    }
+    ASSERT_TRUE(commit());
+    ImportReport report;
+    for (int round = 0; round < 2; ++round) {
+        const RowArray& styles = databases.source(kStandard)->table(kTableDetailStyle).rows();
+        for (int i = 0; i < styles.size(); ++i)
+            if (styles.at(i).name == "Twin")
+                ASSERT_EQ(Exports::importDetail(0, styles.at(i).key, kStandard.dsn, kStandard.index,
+                                                kUser.dsn, kUser.index, &report),
+                          Exports::kDone);
+        EXPECT_EQ(report.imported, (std::vector<KorString>{"Twin", "Twin 1", "Twin 2", "Twin 3"}));
+        EXPECT_EQ(report.alreadyThere.size(), round == 0 ? 1u : 6u);
+        EXPECT_EQ(count<StructDetObjReprMapKey>(kUser), 4);
+    }
+    for (int i = 0; i < 4; ++i) {
+        const auto* map = row<StructDetObjReprMap>(kUser, i == 0 ? "Twin" : numberedName("Twin", i));
+        const auto parts = partsOf(*databases.source(kUser), {kTableReprMap, map->key});
+        ASSERT_EQ(parts.size(), 1u);
+        EXPECT_EQ(row<StructDetObjReprMapKey>(kUser, parts.front().key)->order, i);
+    }
+}
+
 TEST_F(ExchangeTest, ImportFileTakesAllOfASoundFileOrNothing) {
     ASSERT_EQ(exportColumn(), Exports::kDone);
     ImportReport report;

@@ -111,8 +111,11 @@ void ExchangeImport::identify(RowRef row, std::int32_t key) {
         m_refused = true;
         return;
     }
-    if (it->table->type == kTableDetailMaster)
-        static_cast<StructDetailMaster&>(*record).number =
-            freeMasterNumber(m_to, static_cast<const StructDetailMaster&>(*record));
+    if (it->table->type == kTableDetailMaster) {
+        if (!m_masterNumbers)
+            m_masterNumbers.emplace(m_to);
+        auto& master = static_cast<StructDetailMaster&>(*record);
+        master.number = m_masterNumbers->take(master);
+    }
     appendRecord(it->table->type, *record);
 }

@@ -2,6 +2,7 @@
 
 #include "data/StyleDatabases.h"
 #include "data/exchange/ExchangeProgress.h"
+#include "data/exchange/MasterNumbers.h"
 #include "data/exchange/RowMatcher.h"
 
 /// Copies rows of one open source with everything that they depend on into another one, as pending changes.
@@ -35,5 +36,6 @@ private:
     ExchangeProgress& m_progress;
     ImportReport& m_report;
     RowMatcher m_matcher;
+    std::optional<MasterNumbers> m_masterNumbers; // of the target, made for the first master
     bool m_refused = false;
 };

@@ -2,8 +2,7 @@
 
 #include "data/FreeName.h"
 #include "data/RowClosure.h"
-
-#include <algorithm>
+#include "data/exchange/MasterNumbers.h"
 
 int KorDetailTableDependencies::gatherRows(RowRef row) {
     StyleSource* source = StyleDatabases::current().here();
@@ -57,16 +56,5 @@ int KorDetailTableDependencies::GetDefaultNameForRow(eTableType table, KorString
 }
 
 std::int32_t freeMasterNumber(StyleSource& source, const StructDetailMaster& master) {
-    const RowArray& rows = source.table(kTableDetailMaster).rows();
-    std::vector<std::int32_t> taken;
-    for (int i = 0; i < rows.size(); ++i)
-        if (const auto& row = static_cast<const StructDetailMaster&>(rows.at(i));
-            row.detailKey == master.detailKey && row.key != master.key && row.number >= master.number)
-            taken.push_back(row.number);
-    std::ranges::sort(taken);
-    std::int32_t number = master.number;
-    for (const std::int32_t each : taken)
-        if (each == number)
-            ++number;
-    return number;
+    return MasterNumbers(source, master.key).take(master);
 }

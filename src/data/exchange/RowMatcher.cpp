@@ -15,6 +15,23 @@ bool isFilingPlace(eTableType table) {
     });
 }
 
+// What rows of the same content have in common: their cells, but for names and for the whole of a part.
+class ContentHash {
+public:
+    void add(const TableSchema& table, const StructRecord& record, const Column* whole) {
+        add(static_cast<std::size_t>(table.type));
+        for (const Column& column : table.columns)
+            if (column.number != 1 && &column != whole)
+                add(std::hash<CellValue>{}(column.read(&record)));
+    }
+    std::size_t value() const { return m_value; }
+
+private:
+    void add(std::size_t part) { m_value = m_value * 1099511628211u + part; }
+
+    std::size_t m_value = 0;
+};
+
 } // namespace
 
 std::int32_t RowMatcher::find(RowRef row) {
@@ -29,33 +46,68 @@ std::int32_t RowMatcher::search(RowRef row) {
     const StructRecord* record = m_from.table(row.table).find(KorOdbcKey(row.key));
     if (!record)
         return 0;
-    const StyleTable& table = m_to.table(row.table);
-    const StructRecord* candidate = table.find(record->name);
-    if (isFilingPlace(row.table))
-        return candidate ? candidate->key : 0;
-    for (int number = 1; candidate; ++number) {
-        if (equalContent(row, candidate->key))
-            return candidate->key;
-        candidate = table.find(numberedName(record->name, number));
+    if (isFilingPlace(row.table)) {
+        const StructRecord* place = m_to.table(row.table).find(record->name);
+        return place ? place->key : 0;
     }
-    return 0;
+    const Namesakes& candidates = namesakes(row.table, record->name);
+    const auto hash = candidates.known > 0 ? contentHash(row) : std::nullopt;
+    const auto alike = hash ? candidates.byContent.find(*hash) : candidates.byContent.end();
+    if (alike == candidates.byContent.end())
+        return 0;
+    const auto same = std::ranges::find_if(
+        alike->second, [&](const Candidate& candidate) { return equalContent(row, candidate); });
+    return same == alike->second.end() ? 0 : same->key;
 }
 
-bool RowMatcher::equalContent(RowRef row, std::int32_t key) {
-    const StructRecord* other = m_to.table(row.table).find(KorOdbcKey(key));
+// Rows are only appended while the matcher lives, so what was looked at once is looked at for good.
+const RowMatcher::Namesakes& RowMatcher::namesakes(eTableType type, const KorString& name) {
+    Namesakes& found = m_namesakes[{type, name}];
+    const StyleTable& table = m_to.table(type);
+    const auto next = [&] { return table.find(found.known == 0 ? name : numberedName(name, found.known)); };
+    for (const StructRecord* row = next(); row; row = next()) {
+        Candidate candidate{row->key, partsOf(m_to, {type, row->key})};
+        ContentHash hash;
+        hash.add(table.schema(), *row, nullptr);
+        for (const Referrer& part : candidate.parts)
+            hash.add(*part.table, *m_to.table(part.table->type).find(KorOdbcKey(part.key)), part.column);
+        found.byContent[hash.value()].push_back(std::move(candidate));
+        ++found.known;
+    }
+    return found;
+}
+
+// Nothing when the target holds no row that could be the same.
+std::optional<std::size_t> RowMatcher::contentHash(RowRef row) {
+    const auto wanted = translated(row);
+    if (!wanted)
+        return std::nullopt;
+    wanted->key = row.key; // a whole that its parts can refer to
+    ContentHash hash;
+    hash.add(*findTable(row.table), *wanted, nullptr);
+    for (const Referrer& part : partsOf(m_from, row)) {
+        const auto record = translatedPart(part, *wanted);
+        if (!record)
+            return std::nullopt;
+        hash.add(*part.table, *record, part.column);
+    }
+    return hash.value();
+}
+
+bool RowMatcher::equalContent(RowRef row, const Candidate& candidate) {
+    const StyleTable& table = m_to.table(row.table);
+    const StructRecord* other = table.find(KorOdbcKey(candidate.key));
     const auto wanted = translated(row);
     if (!wanted || !other)
         return false;
     wanted->key = other->key;
     wanted->name = other->name;
-    return m_to.table(row.table).rows().equal(*wanted, *other) && equalParts(row, key);
+    return table.rows().equal(*wanted, *other) && equalParts(row, candidate);
 }
 
-bool RowMatcher::equalParts(RowRef row, std::int32_t key) {
-    const std::vector<Referrer> parts = partsOf(m_from, row);
-    const std::vector<Referrer> others = partsOf(m_to, {row.table, key});
-    const StructRecord& whole = *m_to.table(row.table).find(KorOdbcKey(key));
-    return std::ranges::equal(parts, others, [&](const Referrer& part, const Referrer& other) {
+bool RowMatcher::equalParts(RowRef row, const Candidate& candidate) {
+    const StructRecord& whole = *m_to.table(row.table).find(KorOdbcKey(candidate.key));
+    const auto equal = [&](const Referrer& part, const Referrer& other) {
         if (part.column != other.column)
             return false;
         const StyleTable& table = m_to.table(other.table->type);
@@ -63,7 +115,8 @@ bool RowMatcher::equalParts(RowRef row, std::int32_t key) {
         if (wanted)
             wanted->key = other.key;
         return wanted && table.rows().equal(*wanted, *table.find(KorOdbcKey(other.key)));
-    });
+    };
+    return std::ranges::equal(partsOf(m_from, row), candidate.parts, equal);
 }
 
 std::shared_ptr<StructRecord> RowMatcher::translated(RowRef row, const Column* known, std::int32_t key) {

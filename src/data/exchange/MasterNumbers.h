@@ -1,0 +1,25 @@
+#pragma once
+
+#include "data/StyleSource.h"
+#include "data/records/StyleRecords.h"
+
+#include <map>
+#include <utility>
+
+/// The pairs of numbers that the masters of one source give their styles, and which of them are free. Giving
+/// any number of masters theirs costs no more than sorting them.
+class MasterNumbers {
+public:
+    /// Takes the pairs of all masters of the source but the one with the key `except`.
+    explicit MasterNumbers(StyleSource& source, std::int32_t except = 0);
+
+    /// The first number from `master.number` on that no other master of its family has. It is taken from now
+    /// on.
+    std::int32_t take(const StructDetailMaster& master);
+
+private:
+    std::int32_t firstFree(std::int32_t family, std::int32_t number);
+    void occupy(std::int32_t family, std::int32_t number);
+
+    std::map<std::pair<std::int32_t, std::int32_t>, std::int32_t> m_next; // of a taken pair, a number to try
+};
