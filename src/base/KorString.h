@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/KorExport.h"
+
 #include <atomic>
 #include <compare>
 #include <cstdint>
@@ -12,7 +14,7 @@
 /// Unicode text. It holds UTF-8 in a shared, immutable buffer: records with many texts are copied from
 /// tables into tree items and back, and such a copy costs one counter instead of an allocation per text.
 /// Wide characters come and go through `fromWide` and `toWide`.
-class KorString {
+class DETAILSTYLES_API KorString {
 public:
     KorString() noexcept = default;
     KorString(const char* utf8) : KorString(std::string_view(utf8 ? utf8 : "")) {}

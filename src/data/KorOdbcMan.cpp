@@ -48,6 +48,23 @@ StructRecord& KorOdbcMan::currentRecord(eTableType table) {
     return *records[schema ? static_cast<std::size_t>(table) : 0];
 }
 
+int KorOdbcMan::m_DSMNewReloadInfo = 0;
+int KorOdbcMan::m_DSMReloadInfo = 0;
+int KorOdbcMan::m_DSMResetDetViewRequestCache = 0;
+bool KorOdbcCompactDetailsTables::m_bCompactPerformed = false;
+
+eDSN KorOdbcMan::getCurrentDSN() {
+    return StyleDatabases::current().currentSource().dsn;
+}
+
+eIndex KorOdbcMan::getCurrentAddIn() {
+    return StyleDatabases::current().currentSource().index;
+}
+
+bool KorOdbcMan::getEditableStatus() {
+    return StyleDatabases::current().isEditable();
+}
+
 void KorOdbcMan::setCurrentDSN(eDSN dsn) {
     databases().setCurrentSource({dsn, getCurrentAddIn()});
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/KorExport.h"
 #include "data/KorDSNManager.h"
 #include "data/records/DimensionRecords.h"
 #include "data/records/StyleRecords.h"
@@ -14,15 +15,15 @@ public:
     /// How far a write follows dependent rows. The editor always passes 0.
     enum eCopyDepth : int { kThisRow = 0 };
 
-    static eDSN getCurrentDSN() { return StyleDatabases::current().currentSource().dsn; }
-    static void setCurrentDSN(eDSN dsn);
-    static eIndex getCurrentAddIn() { return StyleDatabases::current().currentSource().index; }
-    static void setCurrentAddIn(eIndex index);
+    DETAILSTYLES_API static eDSN getCurrentDSN();
+    DETAILSTYLES_API static void setCurrentDSN(eDSN dsn);
+    DETAILSTYLES_API static eIndex getCurrentAddIn();
+    DETAILSTYLES_API static void setCurrentAddIn(eIndex index);
 
     /// True in a maker's installation, where every source may be edited.
     static bool isCurrentOwnerVEL() { return StyleDatabases::current().isOwnerMode(); }
     /// False when the current source must not be edited.
-    static bool getEditableStatus() { return StyleDatabases::current().isEditable(); }
+    DETAILSTYLES_API static bool getEditableStatus();
 
     /// Writes one column of one row of the current source. The change is pending until one of the
     /// setStatus... operations ends it. Integers also serve real columns and the other way round where no
@@ -71,9 +72,10 @@ public:
     /// their first view slot.
     static const std::array<int, kNumberOfTableTypes> m_numberOfColumns;
 
-    inline static int m_DSMNewReloadInfo = 0; ///< non-zero: the editor must load its sections anew
-    inline static int m_DSMReloadInfo = 0;    ///< non-zero: the host must reload the style information
-    inline static int m_DSMResetDetViewRequestCache = 0; ///< non-zero: the host must drop its view requests
+    // Between host and editor; all are 0 at first.
+    DETAILSTYLES_API static int m_DSMNewReloadInfo; ///< non-zero: the editor must load its sections anew
+    DETAILSTYLES_API static int m_DSMReloadInfo;    ///< non-zero: the host must reload the style information
+    DETAILSTYLES_API static int m_DSMResetDetViewRequestCache; ///< non-zero: and drop its view requests
 };
 
 /// Compacting of the detail tables: rows of auxiliary tables that nothing refers to are removed.
@@ -81,7 +83,8 @@ class KorOdbcCompactDetailsTables {
 public:
     enum eCompactType : int { kUnusedParts = 0 };
 
-    inline static bool m_bCompactPerformed = false; ///< set when a compact run changed something
+    /// Set when a compact run changed something, cleared by the editor's OK.
+    DETAILSTYLES_API static bool m_bCompactPerformed;
 
     /// Deletes the parts whose owner is gone from the source's tables (pending, as every change, in one
     /// group); of the add-ins the current one is meant. `mode` is kept for callers and has no meaning.

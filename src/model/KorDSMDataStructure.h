@@ -85,8 +85,8 @@ public:
     static bool m_bApplyWasPressed;
 
 private:
-    void setUpSections();
-    void resetTargets();
+    DETAILSTYLES_HIDDEN void setUpSections();
+    DETAILSTYLES_HIDDEN void resetTargets();
 
     std::vector<KorDSMAddedItemsCollection*> m_AddedItems; // owned
     std::array<KorDsmSectionItem, KorDSMDefines::kNumberOfSections> m_Sections;

@@ -21,8 +21,8 @@ public:
     /// destroyed before the factory.
     explicit KorDSMDialogFactory(CWnd* parent);
     /// Two factories then share their dialogs, which live as long as one of the two.
-    KorDSMDialogFactory(const KorDSMDialogFactory& other) = default;
-    KorDSMDialogFactory& operator=(const KorDSMDialogFactory& other) = default;
+    KorDSMDialogFactory(const KorDSMDialogFactory& other);
+    KorDSMDialogFactory& operator=(const KorDSMDialogFactory& other);
     /// Destroys the dialogs that no other factory shares.
     virtual ~KorDSMDialogFactory();
 

@@ -9,7 +9,8 @@ class KorDSMHandOver {
 public:
     static constexpr const char* kQueue = "DETAILSTYLESMANAGERNEW";
 
-    /// Takes the results of an earlier hand-over out, and puts those for the detail style that `item` is or lies in. Nothing is put when there is none or
-    /// its master cannot be read. The item's source must be current. Returns whether results were put.
+    /// Takes the results of an earlier hand-over out, and puts those for the detail style that `item` is or
+    /// lies in. Nothing is put when there is none or its master cannot be read. The item's source must be
+    /// current. Returns whether results were put.
     static bool put(const KorDSMDatabaseItem* item);
 };

@@ -49,6 +49,8 @@ KorDSMDialogFactory::KorDSMDialogFactory(CWnd* parent) : m_pDialogs(std::make_sh
     m_pDialogs->last();
 }
 
+KorDSMDialogFactory::KorDSMDialogFactory(const KorDSMDialogFactory& other) = default;
+KorDSMDialogFactory& KorDSMDialogFactory::operator=(const KorDSMDialogFactory& other) = default;
 KorDSMDialogFactory::~KorDSMDialogFactory() = default;
 
 namespace {

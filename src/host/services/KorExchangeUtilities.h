@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/KorExport.h"
 #include "base/KorString.h"
 
 #include <map>
@@ -7,7 +8,7 @@
 
 /// A named queue: a small store of named values through which the host and its modules hand things over.
 /// A value that is pushed replaces the one of the same name.
-class KorExchangeQueue {
+class DETAILSTYLES_API KorExchangeQueue {
 public:
     void push(const KorString& name, int value) { m_values[name] = value; }
     void push(const KorString& name, double value) { m_values[name] = value; }
@@ -26,7 +27,7 @@ private:
     std::map<KorString, std::variant<int, double, KorString>> m_values;
 };
 
-class KorExchangeUtilities {
+class DETAILSTYLES_API KorExchangeUtilities {
 public:
     /// The queue of this name, made when it does not exist; kept for the life of the process. `status`
     /// becomes 1. `flags` is kept for callers and has no meaning.
