@@ -2,9 +2,7 @@
 #include "data/records/StyleRecords.h"
 #include "dialogs/KorDSMDialogConfirmation.h"
 #include "dialogs/UserDataFixture.h"
-#include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMMessages.h"
-#include "services/KOSettings.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -17,8 +15,6 @@ namespace {
 class Confirmation : public UserDataFixture, public KorMessageTarget {
 protected:
     Confirmation() {
-        KOSettings::getInstance().useFile(folder.path() / "settings.ini");
-        structure.setShowWarning(true);
         KorDSMMainWindow::add(this);
         set = databases.here()->table(kTableQualifierSet).find("HB rails")->key;
     }

@@ -3,20 +3,16 @@
 #include "controls/KorTemplates.h"
 #include "data/KorDSNManager.h"
 #include "data/text/SampleData.h"
-#include "services/Prompts.h"
-#include "support/TempFolder.h"
+#include "support/FreshProcess.h"
 #include "templates/Templates.h"
 
 #include <QDialog>
 #include <QTest>
 
-#include <gtest/gtest.h>
-
 /// Dialogs on a copy of the sample databases; the User database is current.
-class UserDataFixture : public testing::Test {
+class UserDataFixture : public FreshProcess {
 protected:
     UserDataFixture() {
-        EXPECT_TRUE(Prompts::load(SOURCE_DIR "/resources/prompts", "en"));
         KorTemplates::setFactory(Templates::setUp);
         EXPECT_EQ(buildSampleData(SOURCE_DIR "/resources", folder.path().string()).error, "");
         EXPECT_EQ(databases.openFile(SourceId::user(), (folder.path() / "user.dsdb").string(), false).error,

@@ -2,9 +2,6 @@
 
 #include "controls/KorQt.h"
 #include "data/text/SampleData.h"
-#include "services/KOSettings.h"
-#include "services/KorHostReport.h"
-#include "services/Prompts.h"
 #include "session/KorDSMTwins.h"
 #include "shell/ModuleResources.h"
 
@@ -50,10 +47,8 @@ PageFixture::PageFixture() {
         m_asked.emplace_back(table, key.getKey());
         return m_answer;
     });
-    KOSettings::getInstance().useFile(m_folder.path() / "settings.ini");
     KOSettings::getInstance().setPathData(samples());
-    ModuleResources::setUp(SOURCE_DIR "/resources");
-    Prompts::load(SOURCE_DIR "/resources/prompts", "en");
+    ModuleResources::setUp({});
     for (const char* name : {"standard.dsdb", "user.dsdb"})
         fs::copy_file(samples() / name, m_folder.path() / name);
     databases.openFile(SourceId::standard(), (m_folder.path() / "standard.dsdb").string(), true);

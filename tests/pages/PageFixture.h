@@ -7,16 +7,14 @@
 #include "model/items/KorDsmItems.h"
 #include "pages/KorDSMPage.h"
 #include "session/KorDSMGuardedWrite.h"
-#include "support/TempFolder.h"
+#include "support/FreshProcess.h"
 
 #include <QAbstractButton>
-
-#include <gtest/gtest.h>
 
 /// Pages on copies of the sample databases, in a tab control in a window, driven by real clicks and keys. The
 /// User database is current and can be edited, Standard cannot. What pages tell the editor is
 /// counted.
-class PageFixture : public testing::Test, public KorMessageTarget {
+class PageFixture : public FreshProcess, public KorMessageTarget {
 protected:
     PageFixture();
     ~PageFixture() override;

@@ -12,11 +12,6 @@ protected:
     Commit() {
         databases.setOwnerMode(true);
         EXPECT_EQ(databases.openFile(SourceId::standard(), file("standard.dsdb"), false).error, "");
-        clearFlags();
-    }
-    ~Commit() override {
-        clearFlags();
-        KorDSMDataStructure::m_bApplyWasPressed = false;
     }
     static void clearFlags() {
         KorOdbcMan::m_DSMReloadInfo = KorOdbcMan::m_DSMResetDetViewRequestCache = 0;

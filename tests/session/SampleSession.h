@@ -3,21 +3,15 @@
 #include "base/KorAssert.h"
 #include "data/KorDSNManager.h"
 #include "data/KorODBCDetStyle.h"
-#include "data/KorOdbcMan.h"
 #include "data/text/SampleData.h"
 #include "model/KorDSMDependencies.h"
-#include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMMessages.h"
 #include "model/items/KorDsmItems.h"
-#include "services/KOSettings.h"
-#include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMWhereUsed.h"
-#include "support/TempFolder.h"
-
-#include <gtest/gtest.h>
+#include "support/FreshProcess.h"
 
 #include <set>
 
@@ -27,21 +21,17 @@ inline void PrintTo(const KorString& text, std::ostream* out) {
 
 /// The sample databases in a folder of their own, loaded as when the editor opens, with a message target that
 /// counts and a user who agrees to every write.
-class SampleSession : public testing::Test, public KorMessageTarget {
+class SampleSession : public FreshProcess, public KorMessageTarget {
 protected:
     SampleSession() {
-        EXPECT_TRUE(Prompts::load(SOURCE_DIR "/resources/prompts", "en"));
         EXPECT_EQ(buildSampleData(SOURCE_DIR "/resources", folder.path().string()).error, "");
         EXPECT_EQ(databases.openFile(SourceId::standard(), file("standard.dsdb"), true).error, "");
         EXPECT_EQ(databases.openFile(SourceId::user(), file("user.dsdb"), false).error, "");
-        structure.initDataStructure();
-        structure.emptyDataStructure();
         KorDSMSectionLoader().loadDataStructure(structure);
         KorDSMMainWindow::add(this);
         KorDSMGuardedWrite::addAskFunction(this, [this](eTableType, const KorOdbcKey&) { return answer; });
         KorAssert::setSink(
             [this](const char* expression, const char*, int) { assertions.push_back(expression); });
-        structure.setShowWarning(true);
     }
     ~SampleSession() override {
         KorDSMMainWindow::remove(this);

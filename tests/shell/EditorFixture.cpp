@@ -3,11 +3,6 @@
 #include "base/KorAssert.h"
 #include "data/text/SampleData.h"
 #include "model/KorDSMDialogFactory.h"
-#include "services/KOSettings.h"
-#include "services/KorExchangeUtilities.h"
-#include "services/KorResources.h"
-#include "services/Prompts.h"
-#include "session/KorDSMHandOver.h"
 #include "shell/DataFolder.h"
 #include "shell/ModuleResources.h"
 
@@ -21,21 +16,9 @@ EditorFixture::EditorFixture() {
     KorAssert::setSink([this](const char* expression, const char* file, int line) {
         m_failedChecks.push_back(std::string(expression) + " " + file + ":" + std::to_string(line));
     });
-    KorResources::setFolder(SOURCE_DIR "/resources");
-    Prompts::load(KorResources::folder() / "prompts", "en");
-    KOSettings::getInstance().useFile(m_folder.path() / "settings.ini");
     ModuleResources::setUp({});
     const StoreResult built = buildSampleData(SOURCE_DIR "/resources", (m_folder.path() / "data").string());
     EXPECT_TRUE(built) << built.error;
-    int status = 0;
-    KorExchangeUtilities::getNamedQueue(KorDSMHandOver::kQueue, status, 0).clear();
-    KorDSMDataStructure& structure = KorDSMDialogFactory::getDSMDataStructure();
-    structure.emptyDataStructure();
-    for (int section = 0; section < KorDSMDefines::kNumberOfSections; ++section)
-        structure.getSelectedPath(static_cast<KorDSMDefines::eViewSections>(section)).clear();
-    structure.setShowFullTree(true);
-    structure.setUseFullExpand(true);
-    structure.setShowWarning(true);
 }
 
 EditorFixture::~EditorFixture() {

@@ -3,13 +3,12 @@
 #include "controls/KorControls.h"
 #include "controls/KorTabCtrl.h"
 #include "shell/KorDSMMainDialog.h"
-#include "support/TempFolder.h"
+#include "support/FreshProcess.h"
 
 #include <QPushButton>
-#include <gtest/gtest.h>
 
 /// The editor on a copy of the sample databases, with settings of its own.
-class EditorFixture : public testing::Test {
+class EditorFixture : public FreshProcess {
 protected:
     EditorFixture();
     ~EditorFixture() override;

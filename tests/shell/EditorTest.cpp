@@ -107,6 +107,24 @@ TEST_F(EditorFixture, AnEditedTitleIsWrittenOnceWhenThePageIsLeft) {
     EXPECT_NE(title.find("Shop"), std::string::npos) << title;
 }
 
+TEST_F(EditorFixture, TheWaysOutTellTheHostWhatToReload) {
+    const auto told = [this](int way, bool change) {
+        open();
+        select(kUserStyle);
+        showTab(1);
+        if (change)
+            click(pageControl<QRadioButton>(kBelowDetail));
+        KorOdbcMan::m_DSMReloadInfo = KorOdbcMan::m_DSMResetDetViewRequestCache = 0;
+        click(button(way));
+        return std::pair(KorOdbcMan::m_DSMReloadInfo, KorOdbcMan::m_DSMResetDetViewRequestCache);
+    };
+    using Flags = std::pair<int, int>; // reload, drop the cache of view requests
+    EXPECT_EQ(told(kOk, false), Flags(1, 0));
+    EXPECT_EQ(told(kCancel, true), Flags(1, 0));
+    EXPECT_EQ(told(kUse, false), Flags(0, 0));
+    EXPECT_EQ(told(kOk, true), Flags(1, 1));
+}
+
 TEST_F(EditorFixture, OkWithoutChangesAndCancelLeaveTheFilesAsTheyAre) {
     const std::string user = bytesOf(path("user.dsdb"));
     const std::string standard = bytesOf(path("standard.dsdb"));
