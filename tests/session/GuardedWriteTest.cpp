@@ -88,6 +88,37 @@ TEST_F(GuardedWrite, OfAnAppearanceAsksWhereSeveralEntriesUseIt) {
     EXPECT_GT(shared, 0);
 }
 
+TEST_F(GuardedWrite, AsksTheOneAddedLastOfThoseThatAreStillThere) {
+    const Referrer part = sharedPart(kTableReprMap);
+    ASSERT_NE(part.table, nullptr);
+    const KorOdbcKey map(
+        part.column->integerIn(databases.here()->table(part.table->type).find(KorOdbcKey(part.key))));
+    const auto write = [&] { return KorDSMGuardedWrite::setAttributeInt(kTableReprMap, map, 3, 1); };
+    const auto answering = [](int given) { return [given](eTableType, const KorOdbcKey&) { return given; }; };
+    KorDSMGuardedWrite::removeAskFunction(this);
+    EXPECT_EQ(write(), KorDSMGuardedWrite::kDecline) << "nobody to ask";
+    const char owners[3] = {};
+    for (int i = 0; i < 3; ++i)
+        KorDSMGuardedWrite::addAskFunction(&owners[i], answering(10 + i));
+    EXPECT_EQ(write(), 12);
+    KorDSMGuardedWrite::removeAskFunction(&owners[1]);
+    EXPECT_EQ(write(), 12) << "another one went";
+    KorDSMGuardedWrite::addAskFunction(&owners[0], answering(20));
+    EXPECT_EQ(write(), 20) << "its owner's turn came again";
+    KorDSMGuardedWrite::removeAskFunction(this);
+    EXPECT_EQ(write(), 20) << "who went had none";
+    KorDSMGuardedWrite::removeAskFunction(&owners[0]);
+    EXPECT_EQ(write(), 12) << "an owner has one function";
+    // Who is asked may go while it answers, as an editor that is closed by the host.
+    KorDSMGuardedWrite::addAskFunction(&owners[2], [&](eTableType, const KorOdbcKey&) {
+        KorDSMGuardedWrite::removeAskFunction(&owners[2]);
+        return asked.empty() ? 30 : 0;
+    });
+    EXPECT_EQ(write(), 30);
+    EXPECT_EQ(write(), KorDSMGuardedWrite::kDecline);
+    EXPECT_TRUE(databases.pending().isEmpty());
+}
+
 TEST_F(GuardedWrite, TheFourWriteFunctionsAskOnlyForRecordsThatCanBeShared) {
     const Referrer part = sharedPart(kTableReprMap);
     ASSERT_NE(part.table, nullptr);

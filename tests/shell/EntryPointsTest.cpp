@@ -1,13 +1,15 @@
+#include "data/KorOdbcGUI.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/CKorHelp.h"
 #include "services/KOSettings.h"
+#include "services/KorResources.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "shell/EditorFixture.h"
 #include "shell/HelpWindow.h"
 
 #include <QApplication>
 #include <QPointer>
-#include <QRadioButton>
+#include <QTest>
 #include <QTimer>
 
 // The ways in for hosts: one factory and several, modal and modeless, in any order.
@@ -15,7 +17,6 @@
 namespace {
 
 constexpr int kApply = 3;
-constexpr int kBelowDetail = 4010;
 
 class EntryPoints : public EditorFixture {
 protected:
@@ -24,7 +25,6 @@ protected:
         close();
         KOSettings::getInstance().setPathData(m_folder.path() / "data");
     }
-    ~EntryPoints() override { KOSettings::getInstance().setPathData({}); }
 
     static QStringList shown(const QWidget* window) {
         QStringList texts;
@@ -33,6 +33,15 @@ protected:
                 for (int row = 0; row < tree->model()->rowCount(tree->model()->index(0, 0)); ++row)
                     texts << tree->model()->index(row, 0, tree->model()->index(0, 0)).data().toString();
         return texts;
+    }
+    /// The key of a qualifier set of the current source that several records use.
+    static KorOdbcKey sharedSet() {
+        const RowArray& rows = StyleDatabases::current().here()->table(kTableQualifierSet).rows();
+        for (int i = 0; i < rows.size(); ++i)
+            if (const KorOdbcKey key(rows.at(i).key); KorOdbcGUI::isShared(kTableQualifierSet, key))
+                return key;
+        ADD_FAILURE() << "no shared qualifier set";
+        return {};
     }
     /// Runs the editor; `act` is called with the window that is open then, which is cancelled afterwards.
     static int run(KorDSMDialogFactory& factory, const std::function<void(QWidget*)>& act = {}) {
@@ -90,6 +99,18 @@ TEST_F(EntryPoints, AReplacedFactoryLeavesTheNewEditorItsTargetAndItsQuestion) {
     EXPECT_FALSE(KorControls::find<QPushButton>(window, kApply)->isEnabled());
     KorDSMMainWindow::sendMessage(DsmDataChanged());
     EXPECT_TRUE(KorControls::find<QPushButton>(window, kApply)->isEnabled());
+    StyleDatabases::current().setCurrentSource(SourceId::user());
+    const QWidget* asking = nullptr;
+    QTimer::singleShot(0, window, [&] {
+        if (auto* question = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            asking = question->parentWidget();
+            question->accept();
+        }
+    });
+    EXPECT_EQ(KorDSMGuardedWrite::setAttributeInt(kTableQualifierSet, sharedSet(), 3, 1),
+              KorDSMGuardedWrite::kWrite);
+    EXPECT_EQ(asking, window);
+    StyleDatabases::current().undo();
     factory.reset();
     EXPECT_EQ(KorDSMMainWindow::get(), nullptr);
 }
@@ -128,9 +149,18 @@ TEST_F(EntryPoints, AModelessEditorFindsItsHelpAndShowsNothingThatWasNotLoaded) 
     structure.emptyDataStructure();
     structure.initDataStructure();
     KorDSMDialogFactory factory(nullptr);
+    // As in a process where nothing was opened before.
+    CKorHelp::setViewer({});
+    KorResources::setFolder(m_folder.path());
+    KorDSMDialogFactory::moduleHandle = SOURCE_DIR "/resources";
     ASSERT_NE(factory.Create(nullptr), 0);
     factory.window()->show();
-    QApplication::processEvents();
+    factory.window()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(factory.window()));
     EXPECT_EQ(shown(factory.window()), QStringList());
-    EXPECT_FALSE(CKorHelp::pageOf("_korDisplayDetailStyles").empty());
+    QTest::keyClick(factory.window(), Qt::Key_F1);
+    const auto* help = factory.window()->findChild<HelpWindow*>();
+    ASSERT_NE(help, nullptr);
+    EXPECT_TRUE(help->isVisible());
+    EXPECT_TRUE(KorHostReport::take().empty());
 }
