@@ -1,5 +1,6 @@
 #include "model/KorDSMMessages.h"
 
+#include "model/KorDSMBusy.h"
 #include "services/KorHostPost.h"
 
 #include <vector>
@@ -29,10 +30,11 @@ void sendMessage(const KorMessage& message) {
 }
 
 void post(std::shared_ptr<const KorMessage> message) {
-    KorHostPost::post([message, target = get()] {
+    const auto deliver = [message, target = get()] {
         if (target && target == get())
             target->onMessage(*message);
-    });
+    };
+    KorHostPost::post([deliver] { KorDSMBusy::whenFree(deliver); });
 }
 
 } // namespace KorDSMMainWindow

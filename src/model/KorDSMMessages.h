@@ -116,10 +116,9 @@ void remove(const KorMessageTarget* target);
 /// Delivers at once. Without a target the message is dropped.
 void sendMessage(const KorMessage& message);
 
-
 void post(std::shared_ptr<const KorMessage> message);
 
-/// Delivers with the event loop, if the window is still there then.
+/// Delivers with the event loop, when nothing is busy, if the window is still there then.
 template <typename Message>
 void postMessage(Message message) {
     post(std::make_shared<const Message>(std::move(message)));

@@ -2,6 +2,7 @@
 
 #include "data/KorODBCDetStyle.h"
 #include "data/KorOdbcGUI.h"
+#include "model/KorDSMBusy.h"
 #include "model/KorDSMItemPlacing.h"
 #include "model/KorDSMMessages.h"
 #include "services/Prompts.h"
@@ -43,6 +44,7 @@ void placeRecord(KorDSMItemPlacing::Filling<GroupItem>& filling, const KorString
 
 template <typename GroupItem, typename Item>
 void expand(KorDSMDatabaseItem& addIn) {
+    const KorDSMBusy busy;
     KorArray<KorString> names;
     StyleReads::names<typename Item::Record>(names);
     const KorString text = KorString::format("%s %s", {Prompts::ups(21034), Prompts::ups(21002)});

@@ -4,6 +4,7 @@
 #include "data/KorODBCDetStyle.h"
 #include "data/KorOdbcGUI.h"
 #include "data/KorOdbcMan.h"
+#include "model/KorDSMBusy.h"
 #include "model/KorDSMDataStructure.h"
 #include "model/KorDSMItemPlacing.h"
 #include "model/KorProgressCtrl.h"
@@ -11,6 +12,7 @@
 #include "services/Prompts.h"
 
 void KorDSMSectionLoader::loadDataStructure(KorDSMDataStructure& structure) {
+    const KorDSMBusy busy;
     structure.deleteAddedItems();
     if (KorOdbcMan::m_DSMNewReloadInfo != 0) {
         KorOdbcMan::m_DSMNewReloadInfo = 0;

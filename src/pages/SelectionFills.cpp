@@ -6,6 +6,7 @@
 #include "data/KorDetStructureUtilities.h"
 #include "data/KorODBCDetStyle.h"
 #include "data/KorOdbcGUI.h"
+#include "model/KorDSMBusy.h"
 #include "model/KorDSMDefines.h"
 #include "model/KorDSMMessages.h"
 #include "services/Prompts.h"
@@ -156,6 +157,7 @@ KorImageListPtr globalImages() {
 } // namespace
 
 void SelectionFills::fill(eFill what, VELComboTree& combo) {
+    const KorDSMBusy busy;
     const FillRow& row = *std::ranges::find(kRows, what, &FillRow::what);
     VELComboTreeBuilder tree;
     const KorString text = Prompts::ups(row.prompt);

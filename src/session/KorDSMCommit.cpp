@@ -1,12 +1,14 @@
 #include "session/KorDSMCommit.h"
 
 #include "data/KorOdbcMan.h"
+#include "model/KorDSMBusy.h"
 #include "model/KorDSMDialogFactory.h"
 #include "session/PendingGroup.h"
 
 namespace {
 
 KorDSMCommit::Outcome walk(int (*setStatus)(eTableType, KorOdbcMan::eCopyDepth)) {
+    const KorDSMBusy busy;
     {
         const StyleDatabases::CommitWalk oneTransaction(StyleDatabases::current());
         for (int table = 0; table < kNumberOfTableTypes; ++table)
@@ -54,6 +56,7 @@ KorDSMCommit::Outcome KorDSMCommit::keepAndGoOn() {
 }
 
 void KorDSMCommit::discard() {
+    const KorDSMBusy busy;
     for (int table = 0; table < kNumberOfTableTypes; ++table)
         KorOdbcMan::setStatusOnCancel(static_cast<eTableType>(table), KorOdbcMan::kThisRow);
     KorOdbcMan::m_DSMReloadInfo = 1;

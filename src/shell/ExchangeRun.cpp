@@ -20,11 +20,9 @@ ExchangeRun::ExchangeRun() {
          [this] { end(); }, [this](const KorString& text) { m_messages << toQt(text); }});
     QApplication::setOverrideCursor(Qt::WaitCursor);
     qApp->installEventFilter(this);
-    s_goingOn = true;
 }
 
 ExchangeRun::~ExchangeRun() {
-    s_goingOn = false;
     qApp->removeEventFilter(this);
     QApplication::restoreOverrideCursor();
     KorODBCDetailStyleExports::setCallbacks(m_previous);

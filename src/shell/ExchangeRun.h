@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/exchange/KorODBCDetailStyleExports.h"
+#include "model/KorDSMBusy.h"
 #include "model/KorDSMMessages.h"
 
 #include <QObject>
@@ -15,9 +16,6 @@ public:
     ExchangeRun();
     ~ExchangeRun() override;
 
-    /// Whether one goes on: nothing else may read or change the databases then.
-    static bool isGoingOn() { return s_goingOn; }
-
     /// What the user should know of, in the order in which it came up.
     const QStringList& messages() const { return m_messages; }
 
@@ -29,8 +27,7 @@ private:
     void step(int done);
     void end();
 
-    inline static bool s_goingOn = false;
-
+    KorDSMBusy m_busy;
     ExchangeCallbacks m_previous;
     DsmProgress m_progress;
     int m_steps = 0;

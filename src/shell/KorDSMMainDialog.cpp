@@ -7,11 +7,9 @@
 #include "controls/KorTabCtrl.h"
 #include "controls/TabStops.h"
 #include "data/KorOdbcMan.h"
-#include "data/store/LockWait.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/CKorHelp.h"
 #include "session/KorDSMItemPath.h"
-#include "shell/ExchangeRun.h"
 #include "shell/KorDSMUndoStrip.h"
 
 #include <QApplication>
@@ -181,7 +179,7 @@ void KorDSMMainDialog::keyPressEvent(QKeyEvent* event) {
 
 bool KorDSMMainDialog::event(QEvent* event) {
     if (event->type() == QEvent::WindowActivate && m_ready)
-        QTimer::singleShot(0, this, &KorDSMMainDialog::lookAround);
+        QTimer::singleShot(0, this, waiting(&KorDSMMainDialog::lookAround));
     return QDialog::event(event);
 }
 
@@ -192,7 +190,7 @@ bool KorDSMMainDialog::focusNextPrevChild(bool next) {
 // When the user comes back to the window: what others changed meanwhile, and what went wrong.
 void KorDSMMainDialog::lookAround() {
     const QWidget* modal = QApplication::activeModalWidget();
-    if (!isVisible() || (modal && modal != this) || ExchangeRun::isGoingOn() || LockWait::isWaiting())
+    if (!isVisible() || (modal && modal != this))
         return;
     takeOver();
     readOutsideChanges();

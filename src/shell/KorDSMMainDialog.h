@@ -2,6 +2,7 @@
 
 #include "controls/KorImageList.h"
 #include "controls/MemoryDlg.h"
+#include "model/KorDSMBusy.h"
 #include "model/KorDSMDataStructure.h"
 #include "model/KorDSMMessages.h"
 #include "session/KorDSMCommandStates.h"
@@ -16,6 +17,7 @@
 #include "shell/KorDSMSectionTree.h"
 
 #include <QDialog>
+#include <QPointer>
 #include <QWidgetList>
 
 class KorButtonGroup;
@@ -46,8 +48,8 @@ public:
     int OnInitDialog();
     bool isSetUp() const { return m_ready; }
 
-    /// The window that shows the data structure, if any, lets go of it: whoever loads or frees its items calls
-    /// this before. The window has it again when it is activated.
+    /// The window that shows the data structure, if any, lets go of it: whoever loads or frees its items
+    /// calls this before. The window has it again when it is activated.
     static void releaseDataStructure();
 
     void onMessage(const KorMessage& message) override;
@@ -98,6 +100,20 @@ private:
     void setUpKeys();
     void writeTiming(const char* label, qint64 milliseconds) const;
 
+    // What the user does, and what comes from the event loop, while something is being filled, read, stored
+    // or exchanged waits until that is done.
+    template <typename Task>
+    void whenFree(Task task) {
+        KorDSMBusy::whenFree([window = QPointer<KorDSMMainDialog>(this), task] {
+            if (window)
+                task();
+        });
+    }
+    template <typename... Args>
+    auto waiting(void (KorDSMMainDialog::*handler)(Args...)) {
+        return [this, handler](Args... args) { whenFree([=, this] { (this->*handler)(args...); }); };
+    }
+
     // Turns: an item has one entry, so of several windows one at a time shows the data structure.
     void beginTurn();
     void letGo();
@@ -134,6 +150,7 @@ private:
 
     // Selection
     void onSelectionChanged(KorTreeHandle entry);
+    void followSelection();
     void onEntryGone(KorTreeHandle entry);
     void showRightSide(KorDSMDatabaseItem& item);
     void showPages(KorDSMDefines::eItemType group, KorDSMDatabaseItem& item);

@@ -4,6 +4,7 @@
 #include "controls/KorControls.h"
 #include "controls/KorQt.h"
 #include "data/store/LockWait.h"
+#include "model/KorDSMBusy.h"
 #include "services/Prompts.h"
 #include "shell/UserInput.h"
 
@@ -63,6 +64,7 @@ bool LockNotice::ask(const std::string& file, std::chrono::milliseconds waited) 
 }
 
 bool LockNotice::goOn(const std::string& file) {
+    const KorDSMBusy busy;
     const QPointer<LockNotice> alive = this; // its window may be gone after the events
     m_end.stop();
     m_givenUp = false;

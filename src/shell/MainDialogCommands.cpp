@@ -44,6 +44,7 @@ void KorDSMMainDialog::finishCurrentPage() {
 }
 
 void KorDSMMainDialog::apply() {
+    const KorDSMBusy busy;
     finishCurrentPage();
     const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndGoOn();
     m_undoStrip->update();

@@ -44,6 +44,7 @@ void KorDSMMainDialog::newItem() {
     KorDSMDialogNewItemWithGroup dialog(type, {}, group->getDisplayName(), this);
     if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
         return;
+    const KorDSMBusy busy;
     KorDSMDatabaseItem* addIn = group->m_pParent;
     for (KorDSMDatabaseItem* other : addIn->children())
         if (other->recordKey() == dialog.groupKey())
@@ -61,6 +62,7 @@ void KorDSMMainDialog::copyItem() {
     KorDSMDialogNewItem dialog(item->m_Type, item->getDisplayName(), true, this);
     if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
         return;
+    const KorDSMBusy busy;
     const KorDSMItemCommands::CopyOutcome outcome = KorDSMItemCommands::copyItem(*item, dialog.name());
     if (!outcome.done)
         return refuse(outcome.refusal);
@@ -93,6 +95,7 @@ void KorDSMMainDialog::renameItem() {
     KorDSMDialogNewItem dialog(item->m_Type, item->getDisplayName(), false, this);
     if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
         return;
+    const KorDSMBusy busy;
     const KorDSMItemCommands::Outcome outcome = KorDSMItemCommands::renameItem(*item, dialog.name());
     if (!outcome.done)
         return refuse(outcome.refusal);
@@ -116,6 +119,7 @@ void KorDSMMainDialog::deleteItem() {
                     QMessageBox::Yes | QMessageBox::No, this);
     if (box.exec() != QMessageBox::Yes)
         return;
+    const KorDSMBusy busy;
     // The page must let go of the item before it is gone.
     m_tabs->finishCurrentPage();
     m_tabs->setCurrentContent(nullptr);
@@ -184,6 +188,7 @@ void KorDSMMainDialog::redo(int steps) {
 void KorDSMMainDialog::followChanges(const std::vector<KorDSMRowChange>& changes) {
     if (changes.empty())
         return;
+    const KorDSMBusy busy;
     // The page lets go of an item that may be gone when the items have followed.
     m_tabs->finishCurrentPage();
     KorDSMItemUpdate::Outcome outcome = KorDSMItemUpdate::follow(m_structure, changes);
@@ -215,6 +220,7 @@ void KorDSMMainDialog::reloadPage() {
 }
 
 void KorDSMMainDialog::reloadSections() {
+    const KorDSMBusy busy;
     const eViewSections section = m_structure.getSelectedSection();
     const bool applyEnabled = m_apply->isEnabled();
     std::array<KorArray<KorString>, kNumberOfSections> paths;
@@ -247,6 +253,8 @@ void KorDSMMainDialog::reloadSections() {
 }
 
 void KorDSMMainDialog::showContextMenu(KorTreeHandle entry, const QPoint& position) {
+    if (KorDSMBusy::isBusy())
+        return;
     if (entry)
         currentTree().control()->selectItem(entry);
     QMenu menu(this);
@@ -270,11 +278,12 @@ void KorDSMMainDialog::dropEntry(KorTreeHandle from, KorTreeHandle to) {
     KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(from);
     KorDSMDatabaseItem* target = KorDSMSectionTree::itemOf(to);
     KorDSMDatabaseItem* group = target ? KorDSMItemPath::groupOf(*target) : nullptr;
-    if (!item || !group)
+    if (!item || !group || KorDSMBusy::isBusy())
         return;
     if (const KorString reason = KorDSMItemCommands::whyNotMovable(*item, *group); !reason.isEmpty())
         return refuse(reason);
     finishCurrentPage();
+    const KorDSMBusy busy;
     m_tabs->setCurrentContent(nullptr);
     const KorDSMItemCommands::Outcome outcome = KorDSMItemCommands::moveToGroup(*item, *group);
     if (!outcome.done) {

@@ -73,12 +73,16 @@ bool KorDSMMainDialog::keepBeforeLeaving() {
 }
 
 void KorDSMMainDialog::accept() {
+    if (KorDSMBusy::isBusy())
+        return whenFree([this] { accept(); });
     finishCurrentPage();
     if (keepBeforeLeaving())
         QDialog::accept();
 }
 
 void KorDSMMainDialog::reject() {
+    if (KorDSMBusy::isBusy())
+        return whenFree([this] { reject(); });
     // Whoever is asked is asked about what is still being typed too.
     if (KorDSMDialogFactory::asksBeforeLeaving)
         finishCurrentPage();

@@ -56,6 +56,7 @@ void KorDSMMainDialog::reportCommit(const KorDSMCommit::Outcome& outcome) {
 }
 
 void KorDSMMainDialog::readOutsideChanges() {
+    const KorDSMBusy busy;
     const std::vector<OutsideChange> changes = StyleDatabases::current().refreshChanged();
     if (changes.empty())
         return;

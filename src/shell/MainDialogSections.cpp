@@ -78,8 +78,9 @@ void KorDSMMainDialog::fillSourceCombo(eViewSections section) {
 void KorDSMMainDialog::itemsChanged() {
     if (m_followingItems)
         return;
-    m_followingItems = true;
     m_itemsChangedPosted = false;
+    followSelection();
+    m_followingItems = true;
     for (const eViewSections section : kLoadingOrder)
         fillSourceCombo(section);
     refilter();
@@ -95,8 +96,10 @@ void KorDSMMainDialog::postItemsChanged() {
         return;
     m_itemsChangedPosted = true;
     QTimer::singleShot(0, this, [this] {
-        if (m_itemsChangedPosted)
-            itemsChanged();
+        whenFree([this] {
+            if (m_itemsChangedPosted)
+                itemsChanged();
+        });
     });
 }
 
@@ -137,6 +140,7 @@ void KorDSMMainDialog::fillTree(eViewSections section) {
 }
 
 void KorDSMMainDialog::showSection(bool restoreCombo) {
+    const KorDSMBusy busy;
     const eViewSections section = m_structure.getSelectedSection();
     const bool full = m_structure.getShowFullTree();
     KorDsmAddInContentItem* source = currentSourceNode(section);
@@ -194,7 +198,7 @@ void KorDSMMainDialog::switchSection(eViewSections section) {
 void KorDSMMainDialog::onSourceChosen(eViewSections section, void* nodeData) {
     auto* node = static_cast<KorDSMDatabaseItem*>(nodeData);
     KorDsmAddInContentItem* source = node ? KorDSMItemPath::addInOf(*node) : nullptr;
-    if (!source || m_structure.getShowFullTree())
+    if (!source || m_structure.getShowFullTree() || KorDSMBusy::isBusy())
         return;
     finishCurrentPage();
     clearFilter();
@@ -228,10 +232,12 @@ bool KorDSMMainDialog::clearFilter() {
     if (m_filter->text().isEmpty())
         return false;
     m_filter->clear();
+    applyFilter(); // at once, also where others have to wait
     return true;
 }
 
 void KorDSMMainDialog::rebuildTrees() {
+    const KorDSMBusy busy;
     finishCurrentPage();
     clearFilter();
     m_handleSelection = false;

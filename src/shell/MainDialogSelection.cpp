@@ -113,6 +113,15 @@ void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
     control->setDragAllowed(above && isGroupType(above->m_Type));
 }
 
+// The entry that is selected in the tree becomes the current one; one that a filter hides stays it.
+void KorDSMMainDialog::followSelection() {
+    const KorTreeCtrl* control = currentTree().control();
+    KorTreeHandle selected = control->selectedItem();
+    const bool isOnlyHidden = !selected && m_currentEntry && control->isHidden(m_currentEntry);
+    if (selected != m_currentEntry && !isOnlyHidden)
+        onSelectionChanged(selected);
+}
+
 // Nothing may hold on to an entry that goes, nor to the item that it stands for.
 void KorDSMMainDialog::onEntryGone(KorTreeHandle entry) {
     m_history.markStale(entry);
@@ -254,6 +263,7 @@ void KorDSMMainDialog::selectEntry(KorTreeHandle entry) {
     if (control->isHidden(entry))
         clearFilter();
     control->selectItem(entry);
+    followSelection();
 }
 
 void KorDSMMainDialog::goUp() {
@@ -267,7 +277,8 @@ void KorDSMMainDialog::goUp() {
 }
 
 void KorDSMMainDialog::onListActivated(int row) {
-    if (auto* item = static_cast<KorDSMDatabaseItem*>(m_list->getItemData(row)))
+    auto* item = static_cast<KorDSMDatabaseItem*>(m_list->getItemData(row));
+    if (item && !KorDSMBusy::isBusy())
         goToItem(*item);
 }
 
@@ -281,8 +292,7 @@ void KorDSMMainDialog::goToItem(KorDSMDatabaseItem& item) {
     // What is not opened in turn has no entry: its nearest ancestor that has one is shown instead.
     for (KorDSMDatabaseItem* step = &item; step; step = step->m_pParent) {
         if (KorTreeHandle entry = currentTree().reveal(*step)) {
-            currentTree().control()->selectItem(entry);
-            return;
+            return selectEntry(entry);
         }
     }
 }

@@ -106,7 +106,7 @@ void KorDSMMainDialog::setUpImages() {
     m_filter = KorControls::find<QLineEdit>(this, 1210);
     m_filter->setPlaceholderText(toQt(Prompts::dsm(kFilter)));
     m_filter->setAccessibleName(m_filter->placeholderText());
-    connect(m_filter, &QLineEdit::textChanged, this, &KorDSMMainDialog::applyFilter);
+    connect(m_filter, &QLineEdit::textChanged, this, waiting(&KorDSMMainDialog::applyFilter));
 }
 
 void KorDSMMainDialog::setUpSections() {
@@ -144,9 +144,9 @@ void KorDSMMainDialog::setUpSections() {
                     *accept = item && item->record() && KorDSMSectionTree::itemOf(to);
                 });
         // A tree that is not shown selects on its own when what it had selected goes.
-        connect(control, &KorTreeCtrl::selectionChanged, this, [this, control](KorTreeHandle entry) {
+        connect(control, &KorTreeCtrl::selectionChanged, this, [this, control] {
             if (m_handleSelection && control == currentTree().control())
-                onSelectionChanged(entry);
+                whenFree([this] { followSelection(); });
         });
     }
 }
@@ -155,18 +155,18 @@ void KorDSMMainDialog::setUpStrips() {
     m_itemCommands = KorControls::find<KorButtonGroup>(this, 1011);
     for (const StripButton& button : kItemCommands)
         m_commandActions.push_back(addCommand(*m_itemCommands, button));
-    connect(m_itemCommands, &KorButtonGroup::buttonPressed, this, &KorDSMMainDialog::onItemCommand);
+    connect(m_itemCommands, &KorButtonGroup::buttonPressed, this, waiting(&KorDSMMainDialog::onItemCommand));
 
     m_navigation = KorControls::find<KorButtonGroup>(this, 1012);
     for (const StripButton& button : kNavigation) {
         addCommand(*m_navigation, button);
         m_navigation->enableButton(button.id, false);
     }
-    connect(m_navigation, &KorButtonGroup::buttonPressed, this, &KorDSMMainDialog::onNavigation);
+    connect(m_navigation, &KorButtonGroup::buttonPressed, this, waiting(&KorDSMMainDialog::onNavigation));
 
     m_undoStrip = new KorDSMUndoStrip(KorControls::find<KorButtonGroup>(this, 1211));
-    connect(m_undoStrip, &KorDSMUndoStrip::undoWanted, this, &KorDSMMainDialog::undo);
-    connect(m_undoStrip, &KorDSMUndoStrip::redoWanted, this, &KorDSMMainDialog::redo);
+    connect(m_undoStrip, &KorDSMUndoStrip::undoWanted, this, waiting(&KorDSMMainDialog::undo));
+    connect(m_undoStrip, &KorDSMUndoStrip::redoWanted, this, waiting(&KorDSMMainDialog::redo));
 
     m_sections = KorControls::find<KorButtonGroupMenu>(this, 1233);
     KorButtonGroup* strip = m_sections->buttonGroup();
@@ -178,12 +178,12 @@ void KorDSMMainDialog::setUpStrips() {
     connect(strip, &KorButtonGroup::buttonPressed, this, [this, strip](int id) {
         for (int i = 0; i < kNumberOfSections; ++i)
             if (strip->buttonId(i) == id)
-                switchSection(static_cast<eViewSections>(i));
+                whenFree([this, i] { switchSection(static_cast<eViewSections>(i)); });
     });
     m_sections->setMenuButton(kOptionsButton, Prompts::gui(45100), KorPictures::bitmap(kOptionsBitmap));
     for (const int prompt : kOptionPrompts)
         m_sections->addMenuItem(Prompts::ups(prompt));
-    connect(m_sections, &KorButtonGroupMenu::toggled, this, &KorDSMMainDialog::onOption);
+    connect(m_sections, &KorButtonGroupMenu::toggled, this, waiting(&KorDSMMainDialog::onOption));
 }
 
 void KorDSMMainDialog::setUpKeys() {
@@ -231,8 +231,8 @@ void KorDSMMainDialog::setUpButtons() {
     m_use = KorControls::find<QPushButton>(this, 1098);
     connect(KorControls::find<QPushButton>(this, 1), &QPushButton::clicked, this, &QDialog::accept);
     connect(KorControls::find<QPushButton>(this, 2), &QPushButton::clicked, this, &QDialog::reject);
-    connect(m_apply, &QPushButton::clicked, this, &KorDSMMainDialog::apply);
-    connect(m_use, &QPushButton::clicked, this, &KorDSMMainDialog::use);
+    connect(m_apply, &QPushButton::clicked, this, waiting(&KorDSMMainDialog::apply));
+    connect(m_use, &QPushButton::clicked, this, waiting(&KorDSMMainDialog::use));
 }
 
 void KorDSMMainDialog::setUpTexts() {

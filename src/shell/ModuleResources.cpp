@@ -4,7 +4,6 @@
 #include "controls/KorLayoutStore.h"
 #include "controls/KorPictures.h"
 #include "controls/KorTemplates.h"
-#include "data/store/LockWait.h"
 #include "pages/KorDSMPlainPage.h"
 #include "services/CKorHelp.h"
 #include "services/KOSettings.h"
@@ -34,16 +33,6 @@ KorString readLayout(const KorString& name) {
     return value;
 }
 
-// Calls wait too while a database is waited for: nothing else may use the databases then.
-void postCall(std::function<void()> call) {
-    QTimer::singleShot(0, qApp, [call = std::move(call)] {
-        if (LockWait::isWaiting())
-            postCall(call);
-        else
-            call();
-    });
-}
-
 void writeLayout(const KorString& name, const KorString& value) {
     KOSettings::getInstance().writeString(kLayoutKey, name, value);
 }
@@ -61,7 +50,7 @@ void ModuleResources::setUp(const KorString& folder) {
     });
     KorTemplates::setFactory(makeTemplate);
     KorLayoutStore::setBackend(readLayout, writeLayout);
-    KorHostPost::setPost(postCall);
+    KorHostPost::setPost([](std::function<void()> call) { QTimer::singleShot(0, qApp, std::move(call)); });
     KorUnitsManager::setDecimalMark(QLocale().decimalPoint() == QLatin1String(",") ? ',' : '.');
     CKorHelp::setViewer([](const std::filesystem::path& page) { HelpWindow::show(page); });
 }

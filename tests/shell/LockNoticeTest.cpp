@@ -34,8 +34,8 @@ protected:
         m_refusal.clear();
         m_timer.start(0);
         click(button(kApply));
+        QApplication::processEvents(); // what waited meanwhile
         m_timer.stop();
-        QApplication::processEvents();
     }
     void change() {
         open();
@@ -55,7 +55,7 @@ private:
         if (LockWait::isWaiting())
             return m_whileWaiting(++m_calls);
         if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            m_refusal = box->text() + box->informativeText();
+            m_refusal += box->text() + box->informativeText();
             box->close();
         }
     }
@@ -84,7 +84,7 @@ TEST_F(LockedDatabase, IsWaitedForWithASentenceUntilTheUserGivesUp) {
     });
     EXPECT_EQ(m_calls, 3);
     EXPECT_TRUE(m_refusal.contains("locked by another program")) << m_refusal.toStdString();
-    EXPECT_EQ(KorHostReport::take(), std::vector<KorString>{"to be shown later"});
+    EXPECT_TRUE(m_refusal.endsWith("to be shown later")) << m_refusal.toStdString();
     EXPECT_FALSE(sentence()->isVisible());
     EXPECT_TRUE(m_dialog->isVisible());
     EXPECT_TRUE(pending());
