@@ -1,6 +1,9 @@
 #include "FaultVfs.h"
 #include "StoreTestSupport.h"
 
+#include <array>
+#include <csignal>
+
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -65,7 +68,73 @@ bool commitInProcessKilledAt(int operation, const std::string& path) {
     return !WIFSIGNALED(status);
 }
 
+/// Another program in the middle of making a database file.
+class HalfExport {
+public:
+    explicit HalfExport(const std::string& path) {
+        std::array<int, 2> ready{};
+        EXPECT_EQ(pipe(ready.data()), 0);
+        m_process = fork();
+        if (m_process == 0) {
+            SqliteStore::createWith(path, [&](StyleStore&) {
+                [[maybe_unused]] const ssize_t told = ::write(ready[1], "r", 1);
+                while (true)
+                    pause();
+                return StoreResult();
+            });
+            _exit(1);
+        }
+        char byte = 0;
+        EXPECT_EQ(::read(ready[0], &byte, 1), 1);
+        for (const int end : ready)
+            close(end);
+        m_file = path + ".new" + std::to_string(m_process) + "-0";
+        EXPECT_TRUE(fileIdentity(m_file));
+    }
+    ~HalfExport() { die(); }
+    pid_t die() {
+        if (m_alive) {
+            kill(m_process, SIGKILL);
+            waitpid(m_process, nullptr, 0);
+        }
+        m_alive = false;
+        return m_process;
+    }
+    const std::string& file() const { return m_file; }
+
+private:
+    pid_t m_process = 0;
+    bool m_alive = true;
+    std::string m_file;
+};
+
 } // namespace
+
+TEST(StoreFaults, WhatAKilledExportLeftIsRemovedByTheNextOneIntoItsFolder) {
+    const StoreFolder folder;
+    HalfExport killed(folder.file("killed.dsdb"));
+    const std::string gone = std::to_string(killed.die());
+    HalfExport atWork(folder.file("live.dsdb"));
+    const std::string elsewhere =
+        folder.file("remote.dsdb.new" + gone + "-0"); // its process is not seen here
+    HalfExport remote(folder.file("remote.dsdb"));
+    std::filesystem::rename(remote.file(), elsewhere);
+    const std::string empty = folder.file("early.dsdb.new" + gone + "-7");
+    writeBytes(empty, "");
+    const std::string notes = folder.file("notes.new" + gone + "-1");
+    writeBytes(notes, "somebody's own");
+
+    EXPECT_EQ(SqliteStore::create(folder.file("next.dsdb")).error, "");
+    EXPECT_FALSE(fileIdentity(killed.file()));
+    EXPECT_FALSE(fileIdentity(empty));
+    for (const std::string& other : {atWork.file(), elsewhere, notes})
+        EXPECT_TRUE(fileIdentity(other)) << other;
+
+    remote.die();
+    atWork.die();
+    EXPECT_EQ(SqliteStore::createWith(folder.file("next.dsdb"), {}).error, "");
+    EXPECT_EQ(folder.count(), 2) << "the database and the notes";
+}
 
 TEST(StoreFaults, AProcessKilledWhileCommittingLeavesAllOrNothing) {
     const StoreFolder folder;

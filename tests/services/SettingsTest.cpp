@@ -3,6 +3,8 @@
 
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -114,6 +116,20 @@ TEST_F(SettingsTest, AFullDiskLeavesTheOldFileWhole) {
     settings.writeInt(kKey, "B", 3);
     EXPECT_TRUE(contains(m_folder.read("settings.ini"), "A = 2\n"))
         << "stored with the next write that works";
+}
+
+TEST_F(SettingsTest, WhatAKilledProgramLeftOfTheFileIsRemovedByTheNextWrite) {
+    const pid_t process = fork();
+    if (process == 0)
+        _exit(0);
+    waitpid(process, nullptr, 0);
+    const std::string ending = ".new" + std::to_string(process) + "-0";
+    const fs::path file = m_folder.write("settings.ini", "[DetailStylesManager]\n");
+    m_folder.write("settings.ini" + ending, "[Detail");
+    const fs::path other = m_folder.write("other.ini" + ending, "[Detail");
+    start(file).writeInt(kKey, "A", 2);
+    EXPECT_FALSE(fs::exists(file.string() + ending));
+    EXPECT_TRUE(fs::exists(other));
 }
 
 TEST_F(SettingsTest, TheFileKeepsItsPermissionsAndItsLink) {

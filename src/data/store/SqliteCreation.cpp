@@ -31,12 +31,23 @@ std::string createTableSql(const TableSchema& table) {
     return sql + ")";
 }
 
-bool syncToDisk(const std::string& path, int flags) {
-    const int handle = ::open(path.c_str(), flags | O_RDONLY | O_CLOEXEC);
+void syncFolder(const std::string& path) {
+    const int handle = ::open(path.c_str(), O_DIRECTORY | O_RDONLY | O_CLOEXEC);
     if (handle < 0)
-        return false;
-    const bool done = fsync(handle) == 0;
-    return (::close(handle) == 0) && done;
+        return;
+    fsync(handle);
+    ::close(handle);
+}
+
+// The identifier is written before anything else is.
+bool isStyleDatabase(int handle) {
+    constexpr off_t kIdentifierAt = 68;
+    std::array<char, 16> title{};
+    std::array<unsigned char, 4> id{};
+    return pread(handle, title.data(), title.size(), 0) == static_cast<ssize_t>(title.size()) &&
+           std::string_view(title.data(), title.size()) == std::string_view("SQLite format 3\0", 16) &&
+           pread(handle, id.data(), id.size(), kIdentifierAt) == static_cast<ssize_t>(id.size()) &&
+           (id[0] << 24 | id[1] << 16 | id[2] << 8 | id[3]) == SqliteStore::kApplicationId;
 }
 
 eStoreFault faultOfSystem(int error) {
@@ -64,22 +75,18 @@ eStoreFault faultOfSystem(int error) {
 SqliteCreation::SqliteCreation(std::string target, eTarget rule)
     : m_target(std::move(target)), m_path(resolvedPath(m_target)), m_rule(rule) {}
 
-SqliteCreation::~SqliteCreation() {
-    if (!m_temporary.empty())
-        unlink(m_temporary.c_str());
-}
-
 StoreResult SqliteCreation::fault(eStoreFault kind, const std::string& detail) const {
     return faultResult(kind, m_target, detail);
 }
 
 StoreResult SqliteCreation::make(const std::function<StoreResult(StyleStore&)>& fill) {
     StoreResult result = checkTarget();
-    if (result)
-        result = makeEmptyFile();
     if (!result)
         return result;
-    SqliteStore store(m_temporary, m_target);
+    removeLeftovers(std::filesystem::path(m_path).parent_path());
+    if (const int error = m_temporary.create(m_path, 0666))
+        return fault(faultOfSystem(error), std::strerror(error));
+    SqliteStore store(m_temporary.path(), m_target);
     store.m_readOnly = false;
     result = store.openFile();
     if (result)
@@ -109,27 +116,17 @@ StoreResult SqliteCreation::checkTarget() const {
     return {};
 }
 
-StoreResult SqliteCreation::makeEmptyFile() {
-    constexpr int kAttempts = 1000;
-    for (int i = 0; i < kAttempts; ++i) {
-        const std::string path = m_path + ".new" + std::to_string(getpid()) + "-" + std::to_string(i);
-        const int handle = ::open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
-        if (handle >= 0) {
-            ::close(handle);
-            m_temporary = path;
-            return {};
-        }
-        if (errno != EEXIST)
-            break;
-    }
-    return fault(faultOfSystem(errno), std::strerror(errno));
+void SqliteCreation::removeLeftovers(const std::string& folder) {
+    removeLeftTemporaryFiles(folder, [](const std::string&, int handle) {
+        return lseek(handle, 0, SEEK_END) == 0 || isStyleDatabase(handle);
+    });
 }
 
-// Nobody knows the file yet: neither a journal nor a sync in between would help anybody.
+// Nobody knows the file yet: neither a journal on the disk nor a sync in between would help anybody.
 StoreResult SqliteCreation::makeTables(SqliteStore& store) const {
     const SqliteConnection& connection = store.m_database.connection;
     std::vector<std::string> statements = {
-        "PRAGMA journal_mode = OFF",
+        "PRAGMA journal_mode = MEMORY",
         "PRAGMA synchronous = OFF",
         "PRAGMA application_id = " + std::to_string(SqliteStore::kApplicationId),
         "PRAGMA user_version = " + std::to_string(SqliteStore::kSchemaVersion),
@@ -144,16 +141,17 @@ StoreResult SqliteCreation::makeTables(SqliteStore& store) const {
 }
 
 StoreResult SqliteCreation::publish() {
-    if (!syncToDisk(m_temporary, 0))
+    if (fsync(m_temporary.handle()) != 0)
         return fault(faultOfSystem(errno), std::strerror(errno));
+    const std::string& from = m_temporary.path();
     const unsigned int flags = m_rule == eTarget::kMustBeNew ? RENAME_NOREPLACE : 0;
-    int failed = renameat2(AT_FDCWD, m_temporary.c_str(), AT_FDCWD, m_path.c_str(), flags);
+    int failed = renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, m_path.c_str(), flags);
     if (failed && errno == EINVAL && !fileIdentity(m_path)) // a file system that cannot refuse to replace
-        failed = std::rename(m_temporary.c_str(), m_path.c_str());
+        failed = std::rename(from.c_str(), m_path.c_str());
     if (failed)
         return fault(faultOfSystem(errno), std::strerror(errno));
-    m_temporary.clear();
-    syncToDisk(std::filesystem::path(m_path).parent_path(), O_DIRECTORY);
+    m_temporary.release();
+    syncFolder(std::filesystem::path(m_path).parent_path());
     return {};
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/TemporaryFile.h"
 #include "data/store/SqliteStore.h"
 
 /// The making of one new database file: under a name of its own beside the target, filled, checked, written
@@ -9,23 +10,23 @@ public:
     enum class eTarget { kMustBeNew, kMayExist };
 
     SqliteCreation(std::string target, eTarget rule);
-    ~SqliteCreation();
-    SqliteCreation(const SqliteCreation&) = delete;
-    SqliteCreation& operator=(const SqliteCreation&) = delete;
 
-    /// Makes the file with all tables and the rows that `fill` applies, in one transaction.
+    /// Removes unfinished files that killed programs left in a folder.
+    static void removeLeftovers(const std::string& folder);
+
+    /// Makes the file with all tables and the rows that `fill` applies, in one transaction. Leftovers in its
+    /// folder are removed first.
     StoreResult make(const std::function<StoreResult(StyleStore&)>& fill);
     /// Puts it in place.
     StoreResult publish();
 
 private:
     StoreResult checkTarget() const;
-    StoreResult makeEmptyFile();
     StoreResult makeTables(SqliteStore& store) const;
     StoreResult fault(eStoreFault kind, const std::string& detail = {}) const;
 
-    std::string m_target;    ///< as sentences name it
-    std::string m_path;      ///< where it is, links followed
-    std::string m_temporary; ///< empty when there is none
+    std::string m_target; ///< as sentences name it
+    std::string m_path;   ///< where it is, links followed
+    TemporaryFile m_temporary;
     eTarget m_rule;
 };

@@ -1,5 +1,7 @@
 #include "services/KorTextFile.h"
 
+#include "base/TemporaryFile.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <fstream>
@@ -44,17 +46,11 @@ bool writeAll(int descriptor, const std::string& text) {
     return true;
 }
 
-bool writeSynced(const fs::path& file, const std::string& text, const fs::path& original) {
-    const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-    if (descriptor < 0)
-        return false;
+bool writeSynced(int descriptor, const std::string& text, const fs::path& original) {
     struct stat status {};
-    if (::stat(original.c_str(), &status) == 0 && ::fchmod(descriptor, status.st_mode & 07777) != 0) {
-        ::close(descriptor);
+    if (::stat(original.c_str(), &status) == 0 && ::fchmod(descriptor, status.st_mode & 07777) != 0)
         return false;
-    }
-    const bool written = writeAll(descriptor, text) && ::fsync(descriptor) == 0;
-    return ::close(descriptor) == 0 && written;
+    return writeAll(descriptor, text) && ::fsync(descriptor) == 0;
 }
 
 // Without this a power cut can bring the old name back.
@@ -75,17 +71,17 @@ bool replace(const fs::path& file, const std::string& text) {
         fs::exists(present) && !fs::is_regular_file(present))
         return false;
     fs::create_directories(target.parent_path(), error);
-    fs::path temporary = target;
-    temporary += "." + std::to_string(::getpid()) + ".new"; // two programs may write at the same time
-    if (writeSynced(temporary, text, target)) {
-        fs::rename(temporary, target, error);
-        if (!error) {
-            syncFolder(target.parent_path());
-            return true;
-        }
-    }
-    fs::remove(temporary, error);
-    return false;
+    removeLeftTemporaryFiles(target.parent_path().string(),
+                             [&](const std::string& name, int) { return target.filename() == name; });
+    TemporaryFile temporary; // of its own: two programs may write at the same time
+    if (temporary.create(target.string(), 0644) != 0 || !writeSynced(temporary.handle(), text, target))
+        return false;
+    fs::rename(temporary.path(), target, error);
+    if (error)
+        return false;
+    temporary.release();
+    syncFolder(target.parent_path());
+    return true;
 }
 
 KorString lineList(const std::vector<int>& numbers) {

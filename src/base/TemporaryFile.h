@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include <sys/types.h>
+
+/// A new file beside `target`, to be put in its place when it is whole, or removed. Its name is that of the
+/// target with ".newPID-N". It is locked as long as it is open here, so that others see whether somebody is
+/// at work with it, be it on another machine. The first byte is locked, which no database engine locks.
+class TemporaryFile {
+public:
+    TemporaryFile() = default;
+    ~TemporaryFile();
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    /// Makes the file, empty, with the permissions that `mode` and the process allow. Returns 0, or the
+    /// errno.
+    int create(const std::string& target, mode_t mode);
+    /// Empty where there is none.
+    const std::string& path() const { return m_path; }
+    /// For reading and writing; owned by this.
+    int handle() const { return m_handle; }
+    /// The file has another name now, and stays.
+    void release();
+
+private:
+    std::string m_path;
+    int m_handle = -1;
+};
+
+/// Removes what programs that were killed left of such files in a folder: those whose process is gone, that
+/// nobody holds locked, and of which `isOurs` says so, to be asked with the target's file name and a handle
+/// for reading. What cannot be looked at stays.
+void removeLeftTemporaryFiles(const std::string& folder,
+                              const std::function<bool(const std::string& target, int handle)>& isOurs);
