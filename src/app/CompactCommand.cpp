@@ -41,12 +41,8 @@ int compactCommand(DataFolder&, const CompactOptions& options) {
         return refuse(
             KorString::format(translated("The source \"%s\" is read-only, so nothing was removed from it."),
                               {SourceChoice::nameOf(id)}));
-    // A part whose owner could not be read is not one without an owner.
-    const StoreResult whole = source.complete();
-    if (!whole || !source.problems().empty())
-        return refuse(KorString::format(
-            translated("\"%s\" could not be read whole, so nothing was removed from it: %s"),
-            {source.store().name(), whole ? source.problems().front().sentence : whole.error}));
+    if (const std::string reason = whyNotCompactable(source); !reason.empty())
+        return refuse(KorString(reason));
     const std::vector<KorString> sentences = sentencesOf(source, options.dryRun);
     if (!options.dryRun) {
         databases.setCurrentSource(id);

@@ -20,6 +20,8 @@ namespace {
 
 // Wide enough for anything: the output goes to a file or to another program.
 constexpr int kNoLimit = 1 << 30;
+// Longer cells are printed whole, but the lines of others are not filled up to them.
+constexpr qsizetype kWidestColumn = 100;
 
 int outputWidth() {
     winsize size{};
@@ -109,7 +111,8 @@ void printColumns(const std::vector<KorString>& heading, const std::vector<std::
         std::vector<QString>& line = lines.emplace_back();
         for (std::size_t i = 0; i < heading.size(); ++i) {
             line.push_back(i < cells.size() ? oneLine(cells[i]) : QString());
-            widths[i] = std::max(widths[i], widthOf(line.back()));
+            if (const qsizetype cell = widthOf(line.back()); cell <= kWidestColumn)
+                widths[i] = std::max(widths[i], cell);
         }
     };
     addLine(heading);
@@ -118,7 +121,7 @@ void printColumns(const std::vector<KorString>& heading, const std::vector<std::
     for (const std::vector<QString>& line : lines) {
         QString text;
         for (std::size_t i = 0; i < line.size(); ++i)
-            text += i + 1 < line.size() ? padded(line[i], widths[i] + 2) : line[i];
+            text += i + 1 < line.size() ? padded(line[i], widths[i]) + "  " : line[i];
         printLine(text, width);
     }
 }

@@ -162,5 +162,5 @@ int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
         return kExitFailed;
     }
     printHandOver();
-    return kExitDone;
+    return options.screenshot.empty() || folder.isComplete() ? kExitDone : kExitFailed;
 }

@@ -81,7 +81,8 @@ int KorOdbcMan::setAttribute(eTableType table, const KorOdbcKey& key, int column
     return databases().setCell(table, key, column, value);
 }
 
-int KorOdbcMan::setAttribute(eTableType table, const KorOdbcKey& key, int column, const KorString& value, int) {
+int KorOdbcMan::setAttribute(eTableType table, const KorOdbcKey& key, int column, const KorString& value,
+                             int) {
     return databases().setCell(table, key, column, value);
 }
 
@@ -143,7 +144,7 @@ int KorOdbcCompactDetailsTables::startCompactProcess(eDSN dsn, int, eCompactType
     const SourceId id = sourceOf(dsn);
     const KorDSNRequest request(id.dsn, id.index);
     StyleSource* source = databases().here();
-    if (!source || !databases().isEditable() || !source->complete())
+    if (!source || !databases().isEditable() || !whyNotCompactable(*source).empty())
         return -1;
     const std::vector<RowRef> orphans = orphanedParts(*source);
     databases().pending().beginGroup(translated("Compacting"));

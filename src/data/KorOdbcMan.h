@@ -47,8 +47,8 @@ public:
 
     /// End the pending changes of one table in every source: keep them and close, keep them and go on, or
     /// take them back, at once. The editor calls them for all 48 table types in ascending order, as one
-    /// `StyleDatabases::CommitWalk`. Return 1, or 0 when something could not be kept; then its pending changes
-    /// are still there and `StyleDatabases::commitReport` says why.
+    /// `StyleDatabases::CommitWalk`. Return 1, or 0 when something could not be kept; then its pending
+    /// changes are still there and `StyleDatabases::commitReport` says why.
     static int setStatusOnOK(eTableType table, eCopyDepth);
     static int setStatusOnUpdate(eTableType table, eCopyDepth);
     static int setStatusOnCancel(eTableType table, eCopyDepth);
@@ -88,7 +88,7 @@ public:
 
     /// Deletes the parts whose owner is gone from the source's tables (pending, as every change, in one
     /// group); of the add-ins the current one is meant. `mode` is kept for callers and has no meaning.
-    /// Returns the number of rows removed, or -1 when the source is not open, is not complete or may not be
-    /// edited.
+    /// Returns the number of rows removed, or -1 when the source is not open, may not be edited, or not all
+    /// of it could be read.
     static int startCompactProcess(eDSN dsn, int mode, eCompactType type);
 };

@@ -4,6 +4,7 @@
 #include "base/Translation.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 // One read transaction of the store.
@@ -50,8 +51,10 @@ bool StyleSource::read(const TableSchema& schema, const Reading& reading) {
     if (const auto failure = m_failures.extract(schema.type); !failure.empty()) {
         for (auto& index : m_references)
             index.reset();
-        if (std::ranges::none_of(m_failures, [&](const auto& other) { return other.second == failure.mapped(); }))
-            std::erase_if(m_problems, [&](const ReadProblem& each) { return each.sentence == failure.mapped(); });
+        if (std::ranges::none_of(m_failures,
+                                 [&](const auto& other) { return other.second == failure.mapped(); }))
+            std::erase_if(m_problems,
+                          [&](const ReadProblem& each) { return each.sentence == failure.mapped(); });
     }
     m_problems.insert(m_problems.end(), problems.begin(), problems.end());
     m_isOutdated = m_isOutdated || m_state.value_or(reading.state) != reading.state;
@@ -118,6 +121,19 @@ StoreResult StyleSource::readAnew(const std::set<eTableType>& types) {
     m_problems = std::move(fresh.m_problems);
     m_state = fresh.m_state;
     return {};
+}
+
+std::string StyleSource::whyFull(eTableType type) {
+    const StyleTable& rows = table(type);
+    if (rows.unusedKey() > 0)
+        return {};
+    return KorString::format(
+               translated(
+                   "The style database \"%s\" holds a %s with the highest possible key (%s), so none can "
+                   "be added; give that one a lower key with a database tool."),
+               {m_store->name(), rows.schema().rowName(),
+                KorString::number(std::numeric_limits<std::int32_t>::max())})
+        .toStdString();
 }
 
 ReferenceIndex& StyleSource::references(eTableType target) {

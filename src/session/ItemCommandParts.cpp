@@ -32,6 +32,10 @@ KorString whyIncomplete() {
     return StyleDatabases::current().here()->complete().error;
 }
 
+KorString whyFull(eTableType table) {
+    return StyleDatabases::current().here()->whyFull(table);
+}
+
 KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std::int32_t exceptKey) {
     if (KorString readOnly = whyReadOnly(item); !readOnly.isEmpty())
         return readOnly;

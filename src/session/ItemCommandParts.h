@@ -28,6 +28,8 @@ KorString label(int number, const KorString& name);
 KorString whyReadOnly(const KorDSMDatabaseItem& item);
 /// For commands that conclude from what is absent.
 KorString whyIncomplete();
+/// For a table that did not take a row.
+KorString whyFull(eTableType table);
 /// `exceptKey` is the row that may have the name: the item's own, or 0.
 KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std::int32_t exceptKey);
 

@@ -59,6 +59,7 @@ void KorDSMCommit::discard() {
     const KorDSMBusy busy;
     for (int table = 0; table < kNumberOfTableTypes; ++table)
         KorOdbcMan::setStatusOnCancel(static_cast<eTableType>(table), KorOdbcMan::kThisRow);
+    KorOdbcCompactDetailsTables::m_bCompactPerformed = false;
     KorOdbcMan::m_DSMReloadInfo = 1;
 }
 

@@ -45,7 +45,7 @@ bool copyMaster(std::int32_t originalKey, const StructRecord& copy) {
     master.styleKey = copy.key;
     master.number = freeMasterNumber(*StyleDatabases::current().here(), master);
     KorOdbcMan::m_structDetailMaster = master;
-    return announcedOrReported(KorOdbcMan::appendNewRecord(kTableDetailMaster, 0, KorOdbcMan::kThisRow));
+    return announced(KorOdbcMan::appendNewRecord(kTableDetailMaster, 0, KorOdbcMan::kThisRow));
 }
 
 bool appendCopy(KorDSMDatabaseItem& copy, const KorDSMItemKind& kind, const KorString& name) {
@@ -91,6 +91,9 @@ CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
     PendingGroup group(label(kCopying, item.record()->name));
     if (!appendCopy(*copy, *findItemKind(item.m_Type), name)) {
         group.takeBack();
+        outcome.refusal = whyFull(item.tableType());
+        if (outcome.refusal.isEmpty() && item.m_Type == KorDSMDefines::kDetailStyle)
+            outcome.refusal = whyFull(kTableDetailMaster);
         return outcome;
     }
     loadBesideRecord(*copy);

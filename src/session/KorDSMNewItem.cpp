@@ -40,8 +40,10 @@ KorDSMDatabaseItem* newStyle(const KorString& name, const StructDetBaseCategory&
     master.detailKey = category.number;
     master.number = 1;
     master.number = freeMasterNumber(*StyleDatabases::current().here(), master);
-    StyleDatabases::current().append(kTableDetailMaster, master);
-    return style;
+    if (StyleDatabases::current().append(kTableDetailMaster, master) == StyleDatabases::kWritten)
+        return style;
+    delete style;
+    return nullptr;
 }
 
 KorDSMDatabaseItem* make(eItemType type, const KorString& name, const KorDSMDatabaseItem& group) {
@@ -58,6 +60,15 @@ KorDSMDatabaseItem* make(eItemType type, const KorString& name, const KorDSMData
         return nullptr;
     }
 }
+
+// Where rows come in when one of these is made.
+constexpr std::pair<eItemType, eTableType> kTables[] = {
+    {kDetailStyle, kTableDetailStyle},
+    {kDetailStyle, kTableDetailMaster},
+    {kAnnotationStrategy, kTableAnnotationStrategy},
+    {kDimRequest, kTableDimRequest},
+    {kQualifierSet, kTableQualifierSet},
+};
 
 } // namespace
 
@@ -81,11 +92,21 @@ eItemType KorDSMNewItem::typeAt(const KorDSMDatabaseItem& item) {
 }
 
 KorDSMDatabaseItem* KorDSMNewItem::create(eItemType type, const KorString& name, KorDSMDatabaseItem& group) {
-    const PendingGroup step(name);
+    PendingGroup step(name);
     KorDSMDatabaseItem* item = make(type, name, group);
-    if (!item)
+    if (!item) {
+        step.takeBack();
         return nullptr;
+    }
     group.addChild(item);
     KorDSMMainWindow::sendMessage(DsmDataChanged());
     return item;
+}
+
+KorString KorDSMNewItem::whyNotMade(eItemType type) {
+    StyleSource& source = *StyleDatabases::current().here();
+    for (const auto& [made, table] : kTables)
+        if (const std::string reason = made == type ? source.whyFull(table) : ""; !reason.empty())
+            return KorString(reason);
+    return {};
 }

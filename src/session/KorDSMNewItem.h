@@ -14,5 +14,8 @@ KorDSMDefines::eItemType typeAt(const KorDSMDatabaseItem& item);
 /// source; a detail style gets a master with a free pair of numbers. Returns the new item, already below
 /// `group`, or null when nothing was written.
 KorDSMDatabaseItem* create(KorDSMDefines::eItemType type, const KorString& name, KorDSMDatabaseItem& group);
+/// Why `create` made nothing of the kind in the current source, in one sentence; empty where nothing is
+/// known.
+KorString whyNotMade(KorDSMDefines::eItemType type);
 
 } // namespace KorDSMNewItem

@@ -20,6 +20,8 @@ constexpr int kNotInRange = 305; // "%s": must lie between %s and %s
 constexpr int kNotANumber = 306; // "%s": "%s" is no number
 constexpr int kNotYesOrNo = 307; // "%s": "%s" is neither yes nor no
 constexpr int kNotBelow = 308;   // "%s": must not be below %s
+constexpr int kNotAWord = 484;   // "%s": "%s" is none of its values, which are %s
+constexpr int kNoRatio = 485;    // "%s": write 1:%s or %s:1
 
 // The English name from the schema, unless the language has a text of its own for it.
 KorString named(const char* category, int number, std::string english) {
@@ -104,6 +106,13 @@ Parsed parseFlag(const TableSchema& table, const Column& column, const KorString
     return failure(kNotYesOrNo, {columnCaption(table, column), text});
 }
 
+KorString listed(const std::vector<KorString>& words) {
+    KorString text;
+    for (const KorString& word : words)
+        text = text + KorString(text.isEmpty() ? "\"" : ", \"") + word + KorString("\"");
+    return text;
+}
+
 Parsed parseNumber(const TableSchema& table, const Column& column, const KorString& text) {
     const auto count = static_cast<std::int64_t>(column.valueNames.size());
     for (std::int64_t value = 0; value < count; ++value)
@@ -113,7 +122,11 @@ Parsed parseNumber(const TableSchema& table, const Column& column, const KorStri
     const int kind = unitKind(column);
     const auto number = getUnitsOfCurrentDatabase().parse(text, kind);
     constexpr double kHighest = std::numeric_limits<std::int32_t>::max();
-    if (!number || (column.isInteger() && !(std::abs(*number) <= kHighest && *number == std::trunc(*number))))
+    const bool fits =
+        number && (!column.isInteger() || (std::abs(*number) <= kHighest && *number == std::trunc(*number)));
+    if (count > 0 && !(fits && column.isInRange(*number)))
+        return failure(kNotAWord, {columnCaption(table, column), text, listed(valueNames(table, column))});
+    if (!fits)
         return failure(kNotANumber, {columnCaption(table, column), text});
     if (!column.isInRange(*number)) {
         const KorString caption = columnCaption(table, column);
@@ -127,11 +140,13 @@ Parsed parseNumber(const TableSchema& table, const Column& column, const KorStri
     return {CellValue(*number), {}};
 }
 
-// By name or ratio as the list shows them, or as the plain factor.
+// By name or ratio as the list shows them, or as the plain factor. Above 1 that could be meant either way.
 Parsed parseScale(const TableSchema& table, const Column& column, const KorString& text) {
     if (const double named = kor_odbc_getSpecificScale(text); named > 0.0)
         return {CellValue(named), {}};
     const auto factor = getUnitsOfCurrentDatabase().parse(text, KorUnitsManager::kPlain);
+    if (factor && *factor > 1.0)
+        return failure(kNoRatio, {columnCaption(table, column), text, text});
     if (factor && *factor > 0.0)
         return {CellValue(*factor), {}};
     return failure(kNotANumber, {columnCaption(table, column), text});

@@ -183,6 +183,8 @@ private:
     void showContextMenu(KorTreeHandle entry, const QPoint& position);
     void addViewCommands(QMenu& menu, KorDSMDatabaseItem& item);
     void addView(KorDSMDatabaseItem& item);
+    void addCompactCommand(QMenu& menu, const KorDSMDatabaseItem& item);
+    void compact(SourceId id);
     void changeViews(KorDSMDatabaseItem& item, const std::vector<KorDSMRowChange>& changes, int place);
     void dropEntry(KorTreeHandle from, KorTreeHandle to);
     void showNewItems(const std::vector<KorDSMDatabaseItem*>& items);

@@ -14,7 +14,10 @@
 
 namespace {
 
-constexpr int kImported = 261; // "%d detail styles were imported, %d were there already."
+constexpr int kOneImported = 486;  // "1 detail style was imported."
+constexpr int kManyImported = 261; // "%s detail styles were imported."
+constexpr int kOneThere = 487;     // "1 was there already."
+constexpr int kManyThere = 488;    // "%s were there already."
 constexpr int kImportCaption = 263;
 
 // The filter of file dialogs for style databases.
@@ -23,8 +26,18 @@ QString fileFilter() {
         KorString::format("%s (*.%s)", {Prompts::gui(45028), KorDatabaseAccess::getDatabaseExtension()}));
 }
 
-KorString count(const std::vector<KorString>& names) {
-    return KorString::number(static_cast<std::int64_t>(names.size()));
+KorString counted(const std::vector<KorString>& names, int one, int many) {
+    return names.size() == 1
+               ? Prompts::dsm(one)
+               : KorString::format(Prompts::dsm(many),
+                                   {KorString::number(static_cast<std::int64_t>(names.size()))});
+}
+
+KorString summary(const ImportReport& report) {
+    const KorString imported = counted(report.imported, kOneImported, kManyImported);
+    return report.alreadyThere.empty()
+               ? imported
+               : KorString::format("%s %s", {imported, counted(report.alreadyThere, kOneThere, kManyThere)});
 }
 
 // In advanced mode the messages tell of each row that could not keep its name.
@@ -86,9 +99,7 @@ void KorDSMMainDialog::importStyles() {
     if (report.rowsAppended > 0)
         setModified(true);
     reloadSections();
-    QMessageBox box(QMessageBox::Information, toQt(Prompts::dsm(kImportCaption)),
-                    toQt(KorString::format(Prompts::dsm(kImported),
-                                           {count(report.imported), count(report.alreadyThere)})),
+    QMessageBox box(QMessageBox::Information, toQt(Prompts::dsm(kImportCaption)), toQt(summary(report)),
                     QMessageBox::Ok, this);
     if (!messages.isEmpty())
         box.setDetailedText(messages.join('\n'));

@@ -52,6 +52,8 @@ void KorDSMMainDialog::newItem() {
     m_pages.requestPlainInit();
     if (KorDSMDatabaseItem* item = KorDSMNewItem::create(type, dialog.name(), *group))
         showNewItems({item});
+    else
+        refuse(KorDSMNewItem::whyNotMade(type));
 }
 
 void KorDSMMainDialog::copyItem() {
@@ -261,8 +263,10 @@ void KorDSMMainDialog::showContextMenu(KorTreeHandle entry, const QPoint& positi
     for (QAction* action : m_commandActions)
         menu.addAction(action);
     KorDSMDatabaseItem* item = currentItem();
-    if (item)
+    if (item) {
         addViewCommands(menu, *item);
+        addCompactCommand(menu, *item);
+    }
     if (item && item->record() && item->tableType() != kNoTable) {
         menu.addSeparator();
         connect(menu.addAction(toQt(Prompts::dsm(kWhereUsed))), &QAction::triggered, this,

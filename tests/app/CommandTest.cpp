@@ -33,6 +33,14 @@ TEST_F(CommandTest, ListsRecordsOfAllSourcesForPeopleAndForPrograms) {
     EXPECT_EQ(rows[1]["source"], "bridges");
     EXPECT_EQ(rows[1]["name"], "Section");
     EXPECT_EQ(rows[1]["key"], 2);
+
+    const std::string longName(5000, 'n');
+    sql("user.dsdb", "UPDATE detail_style SET description = '" + longName + "', name = '" + longName +
+                         "' WHERE name = 'Beam'");
+    int longLines = 0;
+    for (const QString& line : run({"list"}).output.split('\n'))
+        longLines += line.size() > 300;
+    EXPECT_EQ(longLines, 1) << "the lines of others are not filled up";
 }
 
 TEST_F(CommandTest, ShowsARecordAsItsUserReadsIt) {
@@ -95,6 +103,9 @@ TEST_F(CommandTest, SetWritesNothingThatItShouldNot) {
     EXPECT_EQ(contentOf(data() / "user.dsdb"), user);
     EXPECT_TRUE(
         run({"set", "detail-style", "Beam", "title_position", "8"}).complaints[0].contains("title_position"));
+    EXPECT_TRUE(run({"set", "detail-style", "Beam", "title_position", "nonsense"})
+                    .complaints[0]
+                    .contains("\"Above detail\", \"Above main view\", \"Below detail\""));
 
     EXPECT_EQ(run({"set", "view-request", "Front", "scale", "0.5", "--shared"}).exitCode, 0);
     EXPECT_EQ(column(run({"show", "view-request", "Front", "--json"}), "scale")["value"], 0.5);
@@ -119,6 +130,9 @@ TEST_F(CommandTest, ScalesAreSetAndShownAsPeopleWriteThem) {
     }
     for (const QString text : {"0", "-0.1", "1:0", "1:-5", "inf", "nan", "1e999", "1e308:1e-308", "12'", ""})
         EXPECT_EQ(set(text), 1) << text.toStdString();
+    const ProgramRun bare = run({"set", "view-request", "Front", "scale", "17", "--shared"});
+    EXPECT_EQ(bare.exitCode, 1) << "1:17 may be meant";
+    EXPECT_TRUE(bare.complaints[0].contains("1:17") && bare.complaints[0].contains("17:1"));
     EXPECT_EQ(shown()["text"], "1:15");
 
     sql("user.dsdb", "INSERT INTO scale (name, factor, unit_type) VALUES ('1\" = 1''-0\"', 1.0 / 12, 2)");
@@ -252,7 +266,8 @@ TEST_F(CommandTest, CompactRemovesWhatCheckAdvisesToRemoveAndADryRunOnlySaysSo) 
 TEST_F(CommandTest, HelpAndWrongUsage) {
     const ProgramRun help = runBare({"--help"});
     EXPECT_EQ(help.exitCode, 0);
-    for (const char* command : {"edit", "list", "show", "set", "export", "import", "check", "compact", "samples"}) {
+    for (const char* command :
+         {"edit", "list", "show", "set", "export", "import", "check", "compact", "samples"}) {
         EXPECT_TRUE(help.output.contains(command)) << command;
         EXPECT_EQ(runBare({command, "--help"}).exitCode, 0) << command;
     }

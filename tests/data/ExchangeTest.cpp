@@ -198,6 +198,22 @@ TEST_F(ExchangeTest, ImportFileTakesAllOfASoundFileOrNothing) {
               Exports::kReadOnlyTarget);
 }
 
+TEST_F(ExchangeTest, ATableWhoseKeysAreUsedUpIsNamed) {
+    StructDetViewRequest last;
+    last.key = std::numeric_limits<std::int32_t>::max();
+    last.name = "Last";
+    databases.source(kUser)->insert(kTableViewRequest, last);
+    ASSERT_EQ(import("Column"), Exports::kNotStored);
+    KorString text;
+    ASSERT_EQ(Exports::GetErrorMessage(text, Exports::kNotStored), 1);
+    for (const char* word : {"user.dsdb", "view request", "2147483647"})
+        EXPECT_NE(text.toStdString().find(word), std::string::npos) << text.c_str();
+    EXPECT_EQ(rowCount(kUser), 1);
+    EXPECT_EQ(import("Column"), Exports::kNotStored);
+    Exports::GetErrorMessage(text, Exports::kNoSuchRow);
+    EXPECT_EQ(text.toStdString().find("2147483647"), std::string::npos) << "another code, another sentence";
+}
+
 TEST_F(ExchangeTest, CancellingLeavesNothingBehind) {
     int ended = 0;
     ExchangeCallbacks callbacks;

@@ -66,6 +66,29 @@ TEST_F(SettingsTest, RubbishIsReportedByLineAndNothingOfTheFileIsLost) {
               "# not a setting: = 3\nWidth = wide\nFullExpand = false\n\n[Other]\n; mine\nx = 2\n");
     start(file);
     EXPECT_TRUE(KorHostReport::take().empty()) << "what was reported is a comment now";
+
+    EXPECT_FALSE(settings.readInt(kKey, "Width", width));
+    onlySentence();
+    settings.writeInt(kKey, "Width", 8);
+    settings.writeInt(kKey, "Width", 9);
+    EXPECT_TRUE(
+        contains(m_folder.read("settings.ini"), "\n# not a setting: Width = wide\nWidth = 9\nFullExpand"))
+        << m_folder.read("settings.ini");
+}
+
+TEST_F(SettingsTest, AFileThatIsTooLargeForSettingsIsToldAndLeftAlone) {
+    std::string content = "[DetailStylesManager]\nA = 1\n";
+    while (content.size() <= 1U << 20)
+        content += "x = 2\n";
+    const fs::path file = m_folder.write("settings.ini", content);
+    KOSettings& settings = start(file);
+    int a = 0;
+    EXPECT_FALSE(settings.readInt(kKey, "A", a));
+    const std::string sentence = onlySentence();
+    EXPECT_TRUE(contains(sentence, file.string()) && contains(sentence, "larger than 1 MB")) << sentence;
+    settings.writeInt(kKey, "A", 3);
+    EXPECT_TRUE(settings.readInt(kKey, "A", a) && a == 3);
+    EXPECT_EQ(m_folder.read("settings.ini"), content);
 }
 
 TEST_F(SettingsTest, TwoProgramsKeepEachOthersSettings) {

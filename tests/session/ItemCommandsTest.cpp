@@ -2,6 +2,7 @@
 
 #include "services/KorHostReport.h"
 #include "session/KorDSMItemCommands.h"
+#include "session/KorDSMNewItem.h"
 
 #include <sqlite3.h>
 
@@ -142,6 +143,21 @@ TEST_F(ItemCommands, DeleteRefusesWhatIsUsedAndSaysByWhom) {
     const DeleteOutcome deleted = deleteItem(*copied.added.at(0));
     EXPECT_TRUE(deleted.done);
     EXPECT_EQ(deleted.notice.action, DsmListChanged::kReload);
+}
+
+TEST_F(ItemCommands, NothingIsMadeInATableWhoseKeysAreUsedUp) {
+    StructDetailMaster last;
+    last.key = std::numeric_limits<std::int32_t>::max();
+    databases.source(SourceId::user())->insert(kTableDetailMaster, last);
+    auto& original = item<StructDetailStyle>(SourceId::user(), "HB post 1:15");
+    const CopyOutcome copied = copyItem(original, "Copy");
+    EXPECT_FALSE(copied.done);
+    EXPECT_NE(copied.refusal.toStdString().find("2147483647"), std::string::npos) << copied.refusal.c_str();
+    const KorDSNRequest request(SourceId::user().dsn, SourceId::user().index);
+    EXPECT_EQ(KorDSMNewItem::create(KorDSMDefines::kDetailStyle, "New", *original.m_pParent), nullptr);
+    EXPECT_EQ(KorDSMNewItem::whyNotMade(KorDSMDefines::kDetailStyle), copied.refusal);
+    EXPECT_TRUE(databases.pending().isEmpty());
+    EXPECT_FALSE(row<StructDetailStyle>(SourceId::user(), "New"));
 }
 
 TEST_F(ItemCommands, WhatCannotBeJudgedWhileATableIsLockedIsRefusedWithTheReason) {

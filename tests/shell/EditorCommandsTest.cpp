@@ -280,7 +280,7 @@ TEST_F(EditorFixture, AStyleGoesIntoAFileAndComesInAgainUnlessEscapeIsPressed) {
     answerNext([&](QWidget* dialog) { nameFile(dialog, file); });
     readNextMessage(said);
     click(strip->button(kImport));
-    EXPECT_TRUE(said.startsWith("1 detail styles were imported")) << said.toStdString();
+    EXPECT_TRUE(said.startsWith("1 detail style was imported.")) << said.toStdString();
     EXPECT_FALSE(StyleDatabases::current().pending().isEmpty());
     EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:15");
     press(Qt::Key_Z, Qt::ControlModifier);

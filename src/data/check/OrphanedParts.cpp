@@ -1,5 +1,7 @@
 #include "data/check/OrphanedParts.h"
 
+#include "base/Translation.h"
+
 #include <algorithm>
 
 std::vector<RowRef> orphanedParts(StyleSource& source) {
@@ -16,4 +18,16 @@ std::vector<RowRef> orphanedParts(StyleSource& source) {
         }
     }
     return orphans;
+}
+
+std::string whyNotCompactable(StyleSource& source) {
+    std::string reason = source.complete().error;
+    if (reason.empty() && !source.problems().empty())
+        reason = source.problems().front().sentence;
+    return reason.empty()
+               ? reason
+               : KorString::format(
+                     translated("\"%s\" could not be read whole, so nothing was removed from it: %s"),
+                     {source.store().name(), reason})
+                     .toStdString();
 }

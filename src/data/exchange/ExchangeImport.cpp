@@ -77,7 +77,10 @@ void ExchangeImport::appendPart(const Referrer& part, const StructRecord& whole)
 }
 
 bool ExchangeImport::appendRecord(eTableType table, StructRecord& record) {
-    m_refused = m_refused || m_databases.appendStored(table, record) != StyleDatabases::kWritten;
+    if (!m_refused && m_databases.appendStored(table, record) != StyleDatabases::kWritten) {
+        m_refused = true;
+        m_refusal = m_to.whyFull(table);
+    }
     m_report.rowsAppended += m_refused ? 0 : 1;
     return !m_refused;
 }

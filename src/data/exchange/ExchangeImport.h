@@ -20,6 +20,8 @@ public:
     /// result as for `bringClosure`.
     bool bring(RowRef row);
     bool isRefused() const { return m_refused; }
+    /// Why the target refused a row, where that is known: one sentence.
+    const std::string& refusal() const { return m_refusal; }
 
 private:
     std::int32_t counterpart(RowRef row);
@@ -38,4 +40,5 @@ private:
     RowMatcher m_matcher;
     std::optional<MasterNumbers> m_masterNumbers; // of the target, made for the first master
     bool m_refused = false;
+    std::string m_refusal;
 };

@@ -16,7 +16,8 @@ namespace {
 using Exports = KorODBCDetailStyleExports;
 
 ExchangeCallbacks g_callbacks;
-KorString g_failure; // what the last operation has to say, beyond its code
+int g_result = Exports::kDone; // of the last operation
+KorString g_failure;           // what it has to say
 
 KorString sentenceOf(int code) {
     switch (code) {
@@ -40,7 +41,7 @@ KorString sentenceOf(int code) {
 
 int finish(int code, const KorString& sentence = {}) {
     g_failure = sentence.isEmpty() ? sentenceOf(code) : sentence;
-    return code;
+    return g_result = code;
 }
 
 // Both ends of an import, made sure of.
@@ -84,6 +85,7 @@ int importInOneGroup(const Route& route, const KorString& label, std::size_t ste
     pending.beginGroup(label);
     const bool ok = bring(import, progress);
     pending.endGroup();
+    report.error = import.refusal();
     if (!ok) {
         if (pending.steps().size() > before) {
             databases.undo();
@@ -144,10 +146,12 @@ int Exports::importDetail(int eType, const KorOdbcKey& key, eDSN fromDSN, eIndex
     const RowRef row{table->type, key};
     const std::size_t steps = closureOf(*route.from, row).size();
     ImportReport unread;
-    return finish(importInOneGroup(route, record->name, steps, report ? *report : unread,
-                                   [&](ExchangeImport& import, ExchangeProgress&) {
-                                       return import.bringClosure(row) && import.bring(row);
-                                   }));
+    ImportReport& told = report ? *report : unread;
+    const int result =
+        importInOneGroup(route, record->name, steps, told, [&](ExchangeImport& import, ExchangeProgress&) {
+            return import.bringClosure(row) && import.bring(row);
+        });
+    return finish(result, KorString(told.error));
 }
 
 int Exports::importFile(const KorString& path, ImportReport& report) {
@@ -157,7 +161,7 @@ int Exports::importFile(const KorString& path, ImportReport& report) {
     if (KorDatabaseAccess::setConnection(file.dsn, file.index, path, error) == 1) {
         const Route route = routeBetween(file, SourceId::user());
         result = route.fault == kDone ? importAllStyles(route, path, report) : route.fault;
-        error = route.reason;
+        error = route.fault == kDone ? report.error : route.reason;
         for (const ReadProblem& problem : route.from->problems())
             if (problem.sentence != route.reason)
                 report.problems.push_back(problem.sentence);
@@ -182,7 +186,7 @@ int Exports::GetDSNAndIndexToUse(eDSN& dsn, eIndex& index) {
 }
 
 int Exports::GetErrorMessage(KorString& text, int code) {
-    text = code == kFileFailed && !g_failure.isEmpty() ? g_failure : sentenceOf(code);
+    text = code == g_result ? g_failure : sentenceOf(code);
     return text.isEmpty() ? 0 : 1;
 }
 

@@ -16,6 +16,8 @@ constexpr int kCannotRead = 1;
 constexpr int kNoSetting = 2;
 constexpr int kCannotWrite = 3;
 constexpr int kWrongValue = 4;
+constexpr int kTooLarge = 489;
+constexpr std::uintmax_t kLargestFile = 1U << 20; // each write reads and writes all of it
 constexpr std::string_view kRubbishMark = "# not a setting: ";
 
 fs::path defaultFile() {
@@ -23,6 +25,11 @@ fs::path defaultFile() {
         return fs::path(config) / "detailstyles" / "settings.ini";
     const char* home = std::getenv("HOME");
     return home && *home ? fs::path(home) / ".config" / "detailstyles" / "settings.ini" : fs::path();
+}
+
+bool isTooLarge(const fs::path& file) {
+    std::error_code error;
+    return fs::is_regular_file(file, error) && fs::file_size(file, error) > kLargestFile && !error;
 }
 
 } // namespace
@@ -46,9 +53,9 @@ void KOSettings::useFile(const fs::path& file) {
     if (!fs::exists(m_file, ignored))
         return;
     std::vector<KorString> texts;
-    m_unreadable = !KorTextFile::readLines(m_file, texts);
+    m_unreadable = !KorTextFile::readLines(m_file, texts, kLargestFile);
     if (m_unreadable)
-        KorHostReport::add(kCannotRead, m_file.string());
+        KorHostReport::add(isTooLarge(m_file) ? kTooLarge : kCannotRead, m_file.string());
     else if (const std::vector<int> rubbish = takeLines(texts); !rubbish.empty())
         KorHostReport::add(kNoSetting, m_file.string(), KorTextFile::lineList(rubbish));
 }
@@ -145,7 +152,11 @@ void KOSettings::writeInt(const KorString& key, const KorString& name, int value
 void KOSettings::set(const KorString& key, const KorString& name, const KorString& value) {
     const Line line{name + KorString(" = ") + value, key, name, value};
     if (const Line* present = find(key, name)) {
-        m_lines[static_cast<std::size_t>(present - m_lines.data())] = line;
+        const auto place = m_lines.begin() + (present - m_lines.data());
+        const KorString before = present->text;
+        *place = line;
+        if (m_reportedNames.erase(name) > 0)
+            m_lines.insert(place, {KorString(kRubbishMark) + before, key, {}, {}});
         return;
     }
     const auto inSection = [&](const Line& other) {
@@ -165,7 +176,8 @@ void KOSettings::set(const KorString& key, const KorString& name, const KorStrin
 
 void KOSettings::takeWhatOthersWrote() {
     std::vector<KorString> texts;
-    if (!m_unreadable && !m_writeFailed && !m_keepsFile && KorTextFile::readLines(m_file, texts))
+    if (!m_unreadable && !m_writeFailed && !m_keepsFile &&
+        KorTextFile::readLines(m_file, texts, kLargestFile))
         takeLines(texts);
 }
 

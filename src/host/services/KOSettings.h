@@ -36,7 +36,8 @@ public:
     const std::filesystem::path& dataFolder() const { return m_dataFolder; }
 
     /// Reads another file, forgetting everything read before. A missing file means no settings. Lines that
-    /// are no settings are reported and ignored; the next write turns them into comments.
+    /// are no settings are reported and ignored; the next write turns them into comments. A value that was
+    /// reported stays as a comment when another one is written in its place.
     void useFile(const std::filesystem::path& file);
     const std::filesystem::path& file() const { return m_file; }
     /// From now on what is written holds for this process alone.

@@ -12,10 +12,9 @@ namespace fs = std::filesystem;
 
 namespace KorTextFile {
 
-bool readLines(const fs::path& file, std::vector<KorString>& lines) {
-    constexpr std::uintmax_t kLargest = 16U << 20;
+bool readLines(const fs::path& file, std::vector<KorString>& lines, std::uintmax_t largest) {
     std::error_code error;
-    if (!fs::is_regular_file(file, error) || fs::file_size(file, error) > kLargest)
+    if (!fs::is_regular_file(file, error) || fs::file_size(file, error) > largest)
         return false;
     std::ifstream stream(file, std::ios::binary);
     if (!stream)

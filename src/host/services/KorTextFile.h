@@ -10,8 +10,9 @@ namespace KorTextFile {
 
 /// All lines without their line breaks (LF or CR LF), and without a byte order mark. Returns false when the
 /// file cannot be read, is no ordinary file (a pipe would keep the program waiting, a device may never end),
-/// or is larger than 16 MB.
-bool readLines(const std::filesystem::path& file, std::vector<KorString>& lines);
+/// or is larger than `largest` bytes.
+bool readLines(const std::filesystem::path& file, std::vector<KorString>& lines,
+               std::uintmax_t largest = 16U << 20);
 
 /// Replaces the file's content as a whole: a temporary file beside it is written, synced and renamed. Makes
 /// the folder when it is missing, keeps the file's permissions, and follows a symbolic link. Never replaces

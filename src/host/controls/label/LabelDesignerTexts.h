@@ -50,6 +50,9 @@ struct LabelDesignerTexts {
             return byBlock;
         if (number == 256)
             return byLayer;
-        return colorNames.value(number - 1, colorNumber.arg(number));
+        if (number <= colorNames.size())
+            return colorNames[number - 1];
+        // Not by `arg`, which complains of a text without a place for the number.
+        return QString(colorNumber).replace("%1", QString::number(number));
     }
 };

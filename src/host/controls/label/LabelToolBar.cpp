@@ -139,7 +139,7 @@ void LabelToolBar::setTexts(const LabelDesignerTexts& texts) {
 // Wide enough for every name, so that the row stands still while the cursor walks through the label.
 void LabelToolBar::keepColorWidth() {
     QStringList names = m_texts.colorNames;
-    names << m_texts.byLayer << m_texts.byBlock << m_texts.colorNumber.arg(255);
+    names << m_texts.byLayer << m_texts.byBlock << m_texts.colorName(255);
     m_color->setMinimumWidth(0);
     m_color->setIcon(QPixmap(fontMetrics().height(), fontMetrics().height()));
     int width = 0;
