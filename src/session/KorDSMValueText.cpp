@@ -109,7 +109,7 @@ Parsed parseFlag(const TableSchema& table, const Column& column, const KorString
 KorString listed(const std::vector<KorString>& words) {
     KorString text;
     for (const KorString& word : words)
-        text = text + KorString(text.isEmpty() ? "\"" : ", \"") + word + KorString("\"");
+        text = text + KorString(text.isEmpty() ? "" : ", ") + word;
     return text;
 }
 

@@ -7,6 +7,8 @@
 #include <QMenu>
 #include <QMessageBox>
 
+#include <filesystem>
+
 // The command of a source that removes the parts whose record does not exist.
 
 namespace {
@@ -41,7 +43,7 @@ void KorDSMMainDialog::compact(SourceId id) {
     StyleSource& source = *StyleDatabases::current().source(id);
     if (const std::string reason = whyNotCompactable(source); !reason.empty())
         return refuse(KorString(reason));
-    const KorString file(source.store().name());
+    const KorString file(std::filesystem::path(source.store().name()).filename().string());
     const std::size_t parts = orphanedParts(source).size();
     const QString caption = toQt(Prompts::dsm(kCompact)).remove(u'…').trimmed();
     if (parts == 0) {

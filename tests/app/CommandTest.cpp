@@ -105,7 +105,7 @@ TEST_F(CommandTest, SetWritesNothingThatItShouldNot) {
         run({"set", "detail-style", "Beam", "title_position", "8"}).complaints[0].contains("title_position"));
     EXPECT_TRUE(run({"set", "detail-style", "Beam", "title_position", "nonsense"})
                     .complaints[0]
-                    .contains("\"Above detail\", \"Above main view\", \"Below detail\""));
+                    .contains("Above detail, Above main view, Below detail"));
 
     EXPECT_EQ(run({"set", "view-request", "Front", "scale", "0.5", "--shared"}).exitCode, 0);
     EXPECT_EQ(column(run({"show", "view-request", "Front", "--json"}), "scale")["value"], 0.5);

@@ -31,7 +31,7 @@ TEST_F(GermanTest, HelpWrongUsageAndWrongNamesAreGerman) {
         {{"show", "view-request", "Nirgends"},
          "Es gibt keinen Eintrag der Art „Ansicht“ mit dem Namen „Nirgends“."},
         {{"set", "detail-style", "Beam", "title_position", "8"},
-         "Titelposition muss zwischen 0 und 7 liegen"},
+         "Titelposition: „8“ ist keiner der Werte; wählen Sie einen von Kein Titel, Unten links, "},
         {{"list", "--kind", "detail-stil"}, "Die Art „detail-stil“ gibt es nicht"},
     };
     for (const auto& [arguments, expected] : wrong) {
