@@ -10,8 +10,9 @@ KorString wordForRows(const TableSchema& table) {
     return KorString(word);
 }
 
-// The name in front of a blank and a number, or an empty text.
-KorString withoutNumber(const KorString& name) {
+} // namespace
+
+KorString nameWithoutNumber(const KorString& name) {
     const std::string_view text = name.view();
     const auto blank = text.find_last_not_of("0123456789");
     if (blank == std::string_view::npos || blank + 1 == text.size() || text[blank] != ' ')
@@ -19,15 +20,13 @@ KorString withoutNumber(const KorString& name) {
     return KorString(text.substr(0, blank)).trimmed();
 }
 
-} // namespace
-
 KorString freeName(StyleSource& source, eTableType type, const KorString& wanted) {
     const StyleTable& table = source.table(type);
     KorString base = wanted.trimmed();
     if (!base.isEmpty() && !table.find(base))
         return base;
     // "HEA 200" is no numbered "HEA" unless there is one
-    if (const KorString stem = withoutNumber(base); !stem.isEmpty() && table.find(stem))
+    if (const KorString stem = nameWithoutNumber(base); !stem.isEmpty() && table.find(stem))
         base = stem;
     if (base.isEmpty())
         base = wordForRows(table.schema());

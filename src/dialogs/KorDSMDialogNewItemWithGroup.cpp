@@ -5,6 +5,7 @@
 #include "controls/KorControls.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
+#include "data/FreeName.h"
 #include "data/exchange/KorDetailTableDependencies.h"
 #include "dialogs/NewItemKinds.h"
 #include "dialogs/NewNameCheck.h"
@@ -15,6 +16,7 @@
 #include <QLineEdit>
 
 #include <algorithm>
+#include <set>
 
 namespace {
 
@@ -30,6 +32,20 @@ constexpr int kGroupPrompt = 233; // "Group", with its key
 
 constexpr int kGroupIcon = 1162;
 constexpr int kCategoryIcon = 1067;
+
+// The table for the proposal can be another one than that of the names which exist.
+KorString proposedName(eTableType table, const KorString& wanted, const KorArray<KorString>& existing) {
+    KorString name = wanted;
+    KorDetailTableDependencies::GetDefaultNameForRow(table, name);
+    const std::set<KorString> taken(existing.begin(), existing.end());
+    const KorString stem = nameWithoutNumber(name);
+    const KorString base = stem.isEmpty() ? name : stem;
+    for (std::int64_t number = 1; taken.contains(name); ++number) {
+        name = KorString::format("%s %d", {base, KorString::number(number)});
+        KorDetailTableDependencies::GetDefaultNameForRow(table, name);
+    }
+    return name;
+}
 
 } // namespace
 
@@ -54,10 +70,8 @@ void KorDSMDialogNewItemWithGroup::OnInitDialog(const KorString& name, const Kor
     fillGroups(group);
     KorArray<KorString> existing;
     kind->existingNames(existing);
+    edit->setText(toQt(proposedName(grouping->defaultNameTable, name, existing)));
     m_check->setExistingNames(std::move(existing));
-    KorString proposal = name;
-    KorDetailTableDependencies::GetDefaultNameForRow(grouping->defaultNameTable, proposal);
-    edit->setText(toQt(proposal));
     edit->selectAll();
     m_check->check();
 }

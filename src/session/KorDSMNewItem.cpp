@@ -4,6 +4,9 @@
 #include "data/exchange/KorDetailTableDependencies.h"
 #include "model/KorDSMMessages.h"
 #include "model/items/KorDsmItems.h"
+#include "session/KorDSMItemKinds.h"
+#include "session/KorDSMItemSource.h"
+#include "session/KorDSMWhereUsed.h"
 #include "session/PendingGroup.h"
 
 using namespace KorDSMDefines;
@@ -89,6 +92,25 @@ eItemType KorDSMNewItem::typeAt(const KorDSMDatabaseItem& item) {
     default:
         return kNoType;
     }
+}
+
+KorString KorDSMNewItem::groupNameAt(const KorDSMDatabaseItem& item) {
+    for (const KorDSMDatabaseItem* near : {&item, static_cast<const KorDSMDatabaseItem*>(item.m_pParent)})
+        if (near && isGroupType(near->m_Type))
+            return near->getDisplayName();
+    StyleSource* source = StyleDatabases::current().source(KorDSMItemSource::sourceOf(&item));
+    const Column* filing = item.record() && source ? filingColumn(item.tableType()) : nullptr;
+    const StructRecord* group =
+        filing ? source->table(filing->target).find(KorOdbcKey(filing->integerIn(item.record()))) : nullptr;
+    return group ? group->name : KorString();
+}
+
+KorDSMDatabaseItem* KorDSMNewItem::findGroup(KorDSMDataStructure& structure, eItemType type, SourceId source,
+                                             std::int32_t key) {
+    for (const auto& [made, table] : kTables)
+        if (const Column* filing = made == type ? filingColumn(table) : nullptr)
+            return KorDSMWhereUsed::findItem(structure, source, {filing->target, key});
+    return nullptr;
 }
 
 KorDSMDatabaseItem* KorDSMNewItem::create(eItemType type, const KorString& name, KorDSMDatabaseItem& group) {

@@ -142,6 +142,8 @@ private:
     void fillTree(eViewSections section);
     KorDsmAddInContentItem* currentSourceNode(eViewSections section);
     void onSourceChosen(eViewSections section, void* data);
+    void showSource(eViewSections section, KorDSMDatabaseItem& node);
+    bool showPlaceOf(KorDSMDatabaseItem& item);
     void rebuildTrees();
     void applyFilter();
     void refilter();

@@ -31,24 +31,24 @@ namespace {
 
 constexpr int kRefused = 260;   // caption of the message that says why a command did nothing
 constexpr int kWhereUsed = 262; // "Where used..."
+constexpr int kNoGroup = 410;   // ""%s" has no group in which it could be filed."
 
 } // namespace
 
 void KorDSMMainDialog::newItem() {
     KorDSMDatabaseItem* selected = currentItem();
-    KorDSMDatabaseItem* group = selected ? KorDSMItemPath::groupOf(*selected) : nullptr;
     const eItemType type = selected ? KorDSMNewItem::typeAt(*selected) : kNoType;
-    if (!group || type == kNoType)
+    if (type == kNoType)
         return;
     finishCurrentPage();
-    KorDSMDialogNewItemWithGroup dialog(type, {}, group->getDisplayName(), this);
+    KorDSMDialogNewItemWithGroup dialog(type, {}, KorDSMNewItem::groupNameAt(*selected), this);
     if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
         return;
     const KorDSMBusy busy;
-    KorDSMDatabaseItem* addIn = group->m_pParent;
-    for (KorDSMDatabaseItem* other : addIn->children())
-        if (other->recordKey() == dialog.groupKey())
-            group = other;
+    const SourceId source = KorDSMItemSource::sourceOf(selected);
+    KorDSMDatabaseItem* group = KorDSMNewItem::findGroup(m_structure, type, source, dialog.groupKey());
+    if (!group)
+        return refuse(KorString::format(Prompts::dsm(kNoGroup), {KorDSMWhereUsed::sourceName(source)}));
     m_pages.requestPlainInit();
     if (KorDSMDatabaseItem* item = KorDSMNewItem::create(type, dialog.name(), *group))
         showNewItems({item});
@@ -72,17 +72,17 @@ void KorDSMMainDialog::copyItem() {
     sendNotice(outcome.notice);
 }
 
-// The first one is in the section shown; a record that is shown in two sections comes in both.
+// The first one is shown; a record that is shown in two sections comes in both.
 void KorDSMMainDialog::showNewItems(const std::vector<KorDSMDatabaseItem*>& items) {
-    clearFilter();
-    KorTreeHandle first = nullptr;
+    if (items.empty() || !showPlaceOf(*items.front()))
+        return;
     for (KorDSMDatabaseItem* item : items) {
         KorDSMSectionTree& holder = tree(KorDSMItemPath::sectionOf(*item)->m_Section);
         holder.reveal(*item);
-        KorTreeHandle entry = item->m_hTreeItem ? item->m_hTreeItem : holder.addEntry(*item);
-        first = first ? first : entry;
+        if (!item->m_hTreeItem)
+            holder.addEntry(*item);
     }
-    if (first)
+    if (KorTreeHandle first = items.front()->m_hTreeItem)
         currentTree().control()->selectItem(first);
     itemsChanged();
 }

@@ -197,17 +197,41 @@ void KorDSMMainDialog::switchSection(eViewSections section) {
 
 void KorDSMMainDialog::onSourceChosen(eViewSections section, void* nodeData) {
     auto* node = static_cast<KorDSMDatabaseItem*>(nodeData);
-    KorDsmAddInContentItem* source = node ? KorDSMItemPath::addInOf(*node) : nullptr;
-    if (!source || m_structure.getShowFullTree() || KorDSMBusy::isBusy())
+    if (node && !m_structure.getShowFullTree() && !KorDSMBusy::isBusy())
+        showSource(section, *node);
+}
+
+// The section comes up with the one source in which the database, add-in, category or group lies.
+void KorDSMMainDialog::showSource(eViewSections section, KorDSMDatabaseItem& node) {
+    KorDsmAddInContentItem* source = KorDSMItemPath::addInOf(node);
+    if (!source)
         return;
     finishCurrentPage();
     clearFilter();
     selectItemDatabase(source);
-    m_structure.getSelectedPath(section) = KorDSMItemPath::textsTo(*node);
+    m_structure.getSelectedPath(section) = KorDSMItemPath::textsTo(node);
     m_handleSelection = false;
     tree(section).fillFromSource(*source);
     m_handleSelection = true;
     showSection(false);
+}
+
+// Brings up the section of the item, and its source where the section shows one at a time. Returns false for
+// an item outside any section.
+bool KorDSMMainDialog::showPlaceOf(KorDSMDatabaseItem& item) {
+    KorDsmSectionItem* home = KorDSMItemPath::sectionOf(item);
+    if (!home)
+        return false;
+    clearFilter();
+    const eViewSections section = home->m_Section;
+    if (section != m_structure.getSelectedSection())
+        switchSection(section);
+    KorDsmAddInContentItem* source = KorDSMItemPath::addInOf(item);
+    if (!source || m_structure.getShowFullTree() || source == currentSourceNode(section))
+        return true;
+    showSource(section, *source);
+    slot(section).combo->selectPath(comboPath(section, source));
+    return true;
 }
 
 // What is shown at the right stays there, whether its entry passes the filter or not.

@@ -283,12 +283,8 @@ void KorDSMMainDialog::onListActivated(int row) {
 }
 
 void KorDSMMainDialog::goToItem(KorDSMDatabaseItem& item) {
-    KorDsmSectionItem* section = KorDSMItemPath::sectionOf(item);
-    if (!section)
+    if (!showPlaceOf(item))
         return;
-    if (section->m_Section != m_structure.getSelectedSection())
-        switchSection(section->m_Section);
-    clearFilter();
     // What is not opened in turn has no entry: its nearest ancestor that has one is shown instead.
     for (KorDSMDatabaseItem* step = &item; step; step = step->m_pParent) {
         if (KorTreeHandle entry = currentTree().reveal(*step)) {

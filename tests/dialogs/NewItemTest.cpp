@@ -113,9 +113,17 @@ TEST_F(NewItem, WithGroupProposesDimensionRequestsByDimensioningNames) {
     KorDSMDialogNewItemWithGroup free(KorDSMDefines::kDimRequest, "HB chain", "", nullptr);
     EXPECT_EQ(free.name(), "HB chain 1") << "a view dimensioning is called HB chain";
     EXPECT_TRUE(KorControls::find<QAbstractButton>(&free, 1)->isEnabled());
+    // A request can have the proposed name although no view dimensioning has it.
     KorDSMDialogNewItemWithGroup taken(KorDSMDefines::kDimRequest, "HB overall", "", nullptr);
-    EXPECT_EQ(taken.name(), "HB overall");
-    EXPECT_FALSE(KorControls::find<QAbstractButton>(&taken, 1)->isEnabled());
+    EXPECT_EQ(taken.name(), "HB overall 1");
+    EXPECT_TRUE(KorControls::find<QAbstractButton>(&taken, 1)->isEnabled());
+    for (const char* next : {"View dimensioning 1", "View dimensioning 2"}) {
+        KorDSMDialogNewItemWithGroup unnamed(KorDSMDefines::kDimRequest, "", "", nullptr);
+        EXPECT_EQ(unnamed.name(), next);
+        StructDetViewDimRequestLinear request;
+        request.name = unnamed.name();
+        ASSERT_EQ(databases.append(kTableDimRequest, request), StyleDatabases::kWritten);
+    }
     KorDSMDialogNewItemWithGroup style(KorDSMDefines::kDetailStyle, "", "", nullptr);
     EXPECT_EQ(KorControls::find<QLabel>(&style, 2307)->text(), "Category");
     EXPECT_EQ(style.groupName(), "Hallberg: posts and beams");

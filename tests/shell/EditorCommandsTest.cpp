@@ -43,15 +43,6 @@ bool has(const std::string& name) {
     return std::ranges::find(names, name) != names.end();
 }
 
-// Types a name into the dialog that asks for one, and presses OK.
-void typeName(QWidget* modal, const char* name, int field = 1015) {
-    auto* edit = KorControls::find<QLineEdit>(modal, field);
-    ASSERT_NE(edit, nullptr);
-    edit->selectAll();
-    QTest::keyClicks(edit, name);
-    QTest::mouseClick(KorControls::find<QPushButton>(modal, 1), Qt::LeftButton);
-}
-
 // Names a file in the file dialog that is open.
 void nameFile(QWidget* dialog, const std::string& file) {
     auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));

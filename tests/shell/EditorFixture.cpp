@@ -7,6 +7,7 @@
 #include "shell/ModuleResources.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QTabBar>
 #include <QTest>
 #include <QTimer>
@@ -106,6 +107,14 @@ void EditorFixture::answerNext(std::function<void(QWidget*)> answer) {
         ASSERT_NE(modal, nullptr);
         answer(modal);
     });
+}
+
+void EditorFixture::typeName(QWidget* modal, const char* name, int field) {
+    auto* edit = KorControls::find<QLineEdit>(modal, field);
+    ASSERT_NE(edit, nullptr);
+    edit->selectAll();
+    QTest::keyClicks(edit, name);
+    QTest::mouseClick(KorControls::find<QPushButton>(modal, 1), Qt::LeftButton);
 }
 
 std::string EditorFixture::stored(const char* file, const std::string& sql) {

@@ -40,6 +40,8 @@ protected:
     QPushButton* button(int id) { return control<QPushButton>(id); }
     /// Answers the next modal dialog by a click on its button with this number or text.
     void answerNext(std::function<void(QWidget*)> answer);
+    /// Types a name into the dialog that asks for one, and presses OK.
+    static void typeName(QWidget* modal, const char* name, int field = 1015);
 
     /// A value in a database file, read by other means while the editor has no connection open.
     std::string stored(const char* file, const std::string& sql);
