@@ -11,14 +11,20 @@ namespace {
 constexpr int kColumnName = 310;
 constexpr int kColumnEntries = 311;
 
+// A database with a single content node shows what is in that, as the trees do.
+const KorDSMDatabaseItem& shownContent(const KorDSMDatabaseItem& item) {
+    const bool isSingle = item.m_Type == kDatabaseContent && item.children().length() == 1;
+    return isSingle ? *item.children()[0] : item;
+}
+
 KorString count(const KorDSMDatabaseItem& item) {
-    return KorString::format("%d", {KorString::number(item.children().length())});
+    return KorString::format("%d", {KorString::number(shownContent(item).children().length())});
 }
 
 // What the first column lists, in the words of the table where the children are records.
 KorString nameTitle(const KorDSMDatabaseItem& item) {
     if (item.m_Type == kDetailStyleCategory)
-        return KorString::format("%s: %s", {Prompts::ups(33703), item.getDisplayName()});
+        return Prompts::ups(33703);
     for (const KorDSMDatabaseItem* child : item.children())
         if (const TableSchema* table = findTable(child->tableType()))
             return KorDSMValueText::tableCaption(*table);
@@ -27,7 +33,8 @@ KorString nameTitle(const KorDSMDatabaseItem& item) {
 
 } // namespace
 
-KorDSMListContents KorDSMListContents::of(KorDSMDatabaseItem& item) {
+KorDSMListContents KorDSMListContents::of(const KorDSMDatabaseItem& node) {
+    const KorDSMDatabaseItem& item = shownContent(node);
     KorDSMListContents contents;
     contents.titles = {nameTitle(item), item.m_Type == kDetailStyleCategory ? Prompts::ups(33704)
                                                                             : Prompts::dsm(kColumnEntries)};

@@ -17,6 +17,7 @@ struct KorDSMListContents {
     std::vector<bool> numeric; ///< per column
     std::vector<Row> rows;
 
-    /// The contents for `item`; its children must have been loaded.
-    static KorDSMListContents of(KorDSMDatabaseItem& item);
+    /// The contents for `item`; its children must have been loaded. A database with a
+    /// single content node lists what is in that.
+    static KorDSMListContents of(const KorDSMDatabaseItem& item);
 };

@@ -152,6 +152,8 @@ private:
 
     // Selection
     void onSelectionChanged(KorTreeHandle entry);
+    void onRootSelected(KorTreeHandle root);
+    void showStatus();
     void followSelection();
     void onEntryGone(KorTreeHandle entry);
     void showRightSide(KorDSMDatabaseItem& item);
@@ -233,6 +235,7 @@ private:
     QWidgetList m_tabOrder;
 
     KorTreeHandle m_currentEntry = nullptr;
+    KorTreeHandle m_listedEntry = nullptr;          // whose children the list at the right shows
     std::vector<QAction*> m_commandActions;         // one per item command, in the strip's order
     std::map<SourceId, std::size_t> m_seenProblems; // how many of a source's problems have been shown
     bool m_recording = true;

@@ -85,8 +85,8 @@ void KorDSMMainDialog::itemsChanged() {
         fillSourceCombo(section);
     refilter();
     if (!m_list->isHidden())
-        showList(currentItem());
-    updateCommandStates(KorDSMSectionTree::dataOf(m_currentEntry));
+        showList(KorDSMSectionTree::itemOf(m_listedEntry));
+    showStatus();
     m_followingItems = false;
 }
 
@@ -182,9 +182,8 @@ void KorDSMMainDialog::showSection(bool restoreCombo) {
         return;
     }
     // What is shown at the right may be of another section, and must not be edited in this one's database.
-    m_currentEntry = selected;
     showList(KorDSMSectionTree::itemOf(selected));
-    updateCommandStates(KorDSMSectionTree::dataOf(selected));
+    onRootSelected(selected);
 }
 
 void KorDSMMainDialog::switchSection(eViewSections section) {

@@ -78,39 +78,55 @@ bool KorDSMMainDialog::selectItemDatabase(const KorDSMDatabaseItem* item) {
 
 void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
     KorTreeCtrl* control = currentTree().control();
-    if (entry == control->getRoot() || !entry) {
-        if (!entry)
-            showList(nullptr);
-        return;
-    }
+    if (!entry || entry == control->getRoot())
+        return onRootSelected(entry);
     // The page shown stores what was typed while its own source is still current.
     m_tabs->finishCurrentPage();
     m_currentEntry = entry;
-    const KorDSMTreeItemData* entryData = KorDSMSectionTree::dataOf(entry);
-    KorDSMDatabaseItem* item = entryData ? entryData->getItem() : nullptr;
+    KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(entry);
     selectItemDatabase(item);
     if (m_recording)
         m_history.record(entry, m_structure.getSelectedSection());
-    updateCommandStates(entryData);
-    const KorString text = control->getItemText(entry);
     if (!item) {
         showList(nullptr);
     } else {
         showRightSide(*item);
-        m_status->setText(toQt(KorDSMValueText::shortName(statusText(*item, text))));
         rememberSelection(*item, entry);
     }
-    const bool showsReadOnly = item && !KorOdbcMan::getEditableStatus();
-    m_readOnly->setText(showsReadOnly
-                            ? toQt(KorString::format(Prompts::dsm(kReadOnlySource),
-                                                     {KorDSMWhereUsed::sourceName(m_itemSource.selected())}))
-                            : QString());
+    showStatus();
     DsmSelectionChanged message;
     message.entry = entry;
     KorDSMMainWindow::postMessage(message);
     KorTreeHandle parent = control->getParentItem(entry);
     const KorDSMDatabaseItem* above = KorDSMSectionTree::itemOf(parent);
     control->setDragAllowed(above && isGroupType(above->m_Type));
+}
+
+// What is shown at the right stays there, but commands have nothing to do with it.
+void KorDSMMainDialog::onRootSelected(KorTreeHandle root) {
+    m_currentEntry = root;
+    const bool isBlank = m_list->isHidden() ? !m_tabs->currentPage() : !m_listedEntry;
+    if (!root || isBlank)
+        showList(KorDSMSectionTree::itemOf(root));
+    showStatus();
+}
+
+// What the window says and allows about the selected entry, beside the right side.
+void KorDSMMainDialog::showStatus() {
+    const KorDSMDatabaseItem* item = currentItem();
+    QString status;
+    QString readOnly;
+    if (item) {
+        const KorString text = currentTree().control()->getItemText(m_currentEntry);
+        status = toQt(KorDSMValueText::shortName(statusText(*item, text)));
+        const SourceId source = KorDSMItemSource::sourceOf(item);
+        if (StyleDatabases::current().source(source) && !StyleDatabases::current().isEditable(source))
+            readOnly =
+                toQt(KorString::format(Prompts::dsm(kReadOnlySource), {KorDSMWhereUsed::sourceName(source)}));
+    }
+    m_status->setText(status);
+    m_readOnly->setText(readOnly);
+    updateCommandStates(KorDSMSectionTree::dataOf(m_currentEntry));
 }
 
 // The entry that is selected in the tree becomes the current one; one that a filter hides stays it.
@@ -127,8 +143,10 @@ void KorDSMMainDialog::onEntryGone(KorTreeHandle entry) {
     m_history.markStale(entry);
     if (!m_ready)
         return;
-    if (m_currentEntry == entry) {
+    if (m_currentEntry == entry)
         m_currentEntry = nullptr;
+    if (m_listedEntry == entry) {
+        m_listedEntry = nullptr;
         m_list->setItems({});
     }
     const KorTabPage* page = m_tabs->currentPage();
@@ -170,6 +188,7 @@ void KorDSMMainDialog::showList(KorDSMDatabaseItem* item) {
     m_tabs->hide();
     m_list->show();
     m_list->deleteAllColumns();
+    m_listedEntry = item ? item->m_hTreeItem : nullptr;
     if (!item)
         return;
     const KorDSMListContents contents = KorDSMListContents::of(*item);

@@ -41,11 +41,12 @@ void KorDSMMainDialog::letGo() {
     for (SectionSlot& section : m_slots) {
         section.tree->clear();
         section.combo->deleteAll();
+        section.sources.clear();
     }
     m_handleSelection = true;
     m_list->setItems({});
     m_currentEntry = nullptr;
-    updateCommandStates(nullptr);
+    showStatus();
     m_itemSource.release();
     KorDSMGuardedWrite::removeAskFunction(this);
     KorDSMMainWindow::remove(this);

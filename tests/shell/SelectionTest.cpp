@@ -1,0 +1,125 @@
+#include "shell/EditorFixture.h"
+
+#include "controls/KorButtonGroup.h"
+#include "controls/KorButtonGroupMenu.h"
+#include "controls/KorListCtrl.h"
+#include "controls/VELComboTree.h"
+#include "model/KorDSMDialogFactory.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QMenu>
+#include <QTest>
+#include <QToolButton>
+
+// What the window says and allows belongs to what is selected.
+
+namespace {
+
+const std::vector<const char*> kUserStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
+constexpr int kStatus = 1007;
+
+class Selection : public EditorFixture {
+protected:
+    std::string status() {
+        return KorControls::find<QLabel>(control<QWidget>(1005), kStatus)->text().toStdString();
+    }
+    std::string readOnly() {
+        for (const auto* label : control<QWidget>(1005)->findChildren<QLabel*>())
+            if (label->text().contains("can be read, not changed"))
+                return label->text().toStdString();
+        return {};
+    }
+    // The item commands that are on, by their buttons.
+    std::vector<int> commands() {
+        std::vector<int> on;
+        for (const int id : {1029, 1030, 1032, 1033, 1034, 1035, 1037, 1039})
+            if (control<KorButtonGroup>(1011)->isButtonEnabled(id))
+                on.push_back(id);
+        return on;
+    }
+    void showOneSource() {
+        control<KorButtonGroupMenu>(1233)->menuButton()->menu()->actions().front()->trigger();
+    }
+};
+
+} // namespace
+
+TEST_F(Selection, OfARootTouchesNothingOfTheEntryBefore) {
+    open();
+    select(kUserStyle);
+    showTab(1);
+    EXPECT_EQ(status(), "Detail style");
+    ASSERT_FALSE(commands().empty());
+    ASSERT_TRUE(button(1098)->isEnabled());
+    KorTabPage* shown = page();
+    tree().selectItem(tree().getRoot());
+    EXPECT_EQ(page(), shown) << "the right side stays";
+    EXPECT_TRUE(shown->isVisible());
+    EXPECT_EQ(commands(), std::vector<int>{});
+    EXPECT_FALSE(button(1098)->isEnabled());
+    EXPECT_EQ(status(), "Detail styles");
+    tree().setFocus();
+    QTest::keyClick(&tree(), Qt::Key_Delete);
+    press(Qt::Key_D, Qt::ControlModifier);
+    press(Qt::Key_F2);
+    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    select(kUserStyle);
+    EXPECT_EQ(status(), "Detail style");
+    EXPECT_TRUE(button(1098)->isEnabled());
+
+    select({"Standard", "General"});
+    EXPECT_NE(readOnly().find("Standard"), std::string::npos) << readOnly();
+    tree().selectItem(tree().getRoot());
+    EXPECT_EQ(readOnly(), "");
+}
+
+TEST_F(Selection, OfAnotherSourceByTheComboIsThatOfItsRoot) {
+    open();
+    const KorTreeHandle general = select({"Standard", "General"});
+    tree().expand(general);
+    tree().selectItem(tree().getChildItem(general));
+    showOneSource();
+    EXPECT_EQ(status(), "Detail style category");
+    EXPECT_NE(readOnly(), "");
+    auto* combo = control<VELComboTree>(1200);
+    ASSERT_TRUE(combo->selectPath("User"));
+    Q_EMIT combo->entrySelected(combo->selectedEntry());
+    EXPECT_EQ(tree().selectedItem(), tree().getRoot());
+    EXPECT_EQ(status(), "");
+    EXPECT_EQ(readOnly(), "");
+    EXPECT_EQ(control<KorListCtrl>(1003)->getItemText(0, 0).view(), "Hallberg: posts and beams");
+}
+
+TEST_F(Selection, StatusFollowsTheViewThatIsChosenForTheSlot) {
+    open();
+    KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
+    select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"});
+    showTab(0);
+    EXPECT_EQ(status(), "HB front");
+    constexpr int kViews = 1020;
+    QComboBox* views = nullptr;
+    for (auto* candidate : page()->findChildren<QComboBox*>())
+        if (KorControls::id(candidate) == kViews)
+            views = candidate;
+    ASSERT_NE(views, nullptr);
+    views->setFocus();
+    QTest::keyClick(views, Qt::Key_Down);
+    QApplication::processEvents();
+    EXPECT_NE(status(), "HB front");
+    EXPECT_EQ(status(), tree().getItemText(tree().selectedItem()).toStdString());
+}
+
+TEST_F(Selection, OfADatabaseListsWhatItsTreeShows) {
+    open();
+    select({"User"});
+    auto* list = control<KorListCtrl>(1003);
+    ASSERT_EQ(list->getItemCount(), 3);
+    EXPECT_EQ(list->getItemText(0, 0).view(), "Hallberg: posts and beams");
+    list->setCurrentIndex(list->model()->index(0, 0));
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "Hallberg: posts and beams");
+    EXPECT_EQ(list->model()->headerData(0, Qt::Horizontal).toString(), "Category");
+}
