@@ -12,6 +12,7 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <set>
 
 namespace {
 
@@ -42,10 +43,22 @@ KorString filedUnder(StyleSource& source, const TableSchema& table, const Struct
     return {};
 }
 
+// The table, and those that say where its rows are filed.
+std::set<eTableType> tablesFor(const TableSchema& table) {
+    std::set<eTableType> types = {table.type};
+    if (table.type == kTableDetailStyle)
+        types.insert({kTableDetailMaster, kTableBaseCategory});
+    for (const Column& column : table.columns)
+        if (column.isReference() && column.role == eReferenceRole::kFiledUnder)
+            types.insert(column.target);
+    return types;
+}
+
 std::vector<ListedRow> rowsOf(SourceId id, const TableSchema& table) {
     std::vector<ListedRow> listed;
     const KorDSNRequest request(id.dsn, id.index);
     StyleSource& source = *StyleDatabases::current().source(id);
+    source.readAnew(tablesFor(table)); // of one state; where that fails, what can be read is listed
     const RowArray& rows = source.table(table.type).rows();
     const Column* description = table.column("description");
     for (int i = 0; i < rows.size(); ++i) {

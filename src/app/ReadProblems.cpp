@@ -1,15 +1,26 @@
 #include "app/ReadProblems.h"
 
 #include "app/Console.h"
+#include "base/Translation.h"
 #include "data/StyleDatabases.h"
 
 bool complainOfReading() {
     bool lost = false;
     StyleDatabases& databases = StyleDatabases::current();
-    for (const SourceId id : databases.sources())
-        for (const ReadProblem& problem : databases.source(id)->problems()) {
+    for (const SourceId id : databases.sources()) {
+        StyleSource& source = *databases.source(id);
+        for (const ReadProblem& problem : source.problems()) {
             Console::complain(problem.sentence);
             lost = lost || !problem.kept;
         }
+        if (source.isOutdated()) {
+            Console::complain(KorString::format(
+                translated(
+                    "The style database \"%s\" was changed by another program while it was being read; "
+                    "try again."),
+                {source.store().name()}));
+            lost = true;
+        }
+    }
     return lost;
 }

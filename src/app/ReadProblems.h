@@ -1,5 +1,5 @@
 #pragma once
 
 /// Tells the user what could not be read as declared in the databases used so far. Returns whether anything
-/// was left out or replaced by a default.
+/// was left out or replaced by a default, or read in two states of a database.
 bool complainOfReading();

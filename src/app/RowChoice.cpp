@@ -46,15 +46,19 @@ eExitCode RowChoice::find(const RowOptions& options, RowChoice& row, KorString& 
 }
 
 eExitCode RowChoice::findInWhole(const RowOptions& options, RowChoice& row, KorString& error) {
-    if (options.source.empty() && !StyleDatabases::current().source(SourceId::user())) {
-        error = translated(
-            "The User database, which is searched first, cannot be used, so nothing was done; mend "
-            "that first, or name another source with --source.");
-        return kExitFailed;
-    }
     const eExitCode found = find(options, row, error);
     if (found != kExitDone)
         return found;
+    if (const KorString missing =
+            options.source.empty() ? SourceChoice::missingBefore(row.source) : KorString();
+        !missing.isEmpty()) {
+        error = KorString::format(
+            translated(
+                "The source \"%s\", which is searched first, cannot be used, so nothing was done; mend "
+                "that first, or name another source with --source."),
+            {missing});
+        return kExitFailed;
+    }
     if (const StoreResult whole = StyleDatabases::current().readWhole(row.source); !whole) {
         error = whole.error;
         return kExitFailed;

@@ -65,13 +65,15 @@ bool isShared(const RowChoice& row) {
     return sharedWhole(StyleDatabases::current(), {row.table->type, row.key}).has_value();
 }
 
-void printJson(const RowChoice& row, const StructRecord& record) {
+// Who uses a record of a source that could not be read whole is not known.
+void printJson(const RowChoice& row, const StructRecord& record, bool isWhole) {
     Console::print(QJsonObject{{"source", toQt(SourceChoice::nameOf(row.source))},
                                {"kind", toQt(row.table->kindName())},
                                {"key", record.key},
                                {"name", toQt(record.name)},
                                {"editable", StyleDatabases::current().isEditable()},
-                               {"shared", isShared(row)},
+                               {"complete", isWhole},
+                               {"shared", isWhole ? QJsonValue(isShared(row)) : QJsonValue()},
                                {"columns", columnsToJson(row, record)},
                                {"parts", toJson(relatedRows(row, eReferenceRole::kPartOf))},
                                {"usedBy", toJson(relatedRows(row, eReferenceRole::kUses))}});
@@ -98,10 +100,10 @@ KorString nameOf(const RelatedRow& other) {
 }
 
 // Columns are named as "set" takes them, in every language.
-void printText(const RowChoice& row, const StructRecord& record) {
+void printText(const RowChoice& row, const StructRecord& record, bool isWhole) {
     Console::say(KorString::format(
-        isShared(row) ? translated("%s \"%s\" in the source \"%s\", shared")
-                      : translated("%s \"%s\" in the source \"%s\""),
+        isWhole && isShared(row) ? translated("%s \"%s\" in the source \"%s\", shared")
+                                 : translated("%s \"%s\" in the source \"%s\""),
         {KorDSMValueText::tableCaption(*row.table), record.name, SourceChoice::nameOf(row.source)}));
     std::vector<std::vector<KorString>> lines;
     for (const Column* column : columnsWorthALine(*row.table, record))
@@ -118,16 +120,34 @@ void printText(const RowChoice& row, const StructRecord& record) {
 int showCommand(DataFolder&, const ShowOptions& options) {
     RowChoice row;
     KorString error;
-    if (const eExitCode code = RowChoice::find(options.row, row, error); code != kExitDone) {
-        complainOfReading();
+    StoreResult whole;
+    eExitCode code = RowChoice::find(options.row, row, error);
+    if (code == kExitDone) {
+        whole = StyleDatabases::current().readWhole(row.source);
+        code = RowChoice::find(options.row, row, error); // reading the whole may have been reading anew
+    }
+    const bool lost = complainOfReading();
+    if (code != kExitDone) {
         Console::complain(error);
         return code;
     }
     const KorDSNRequest request(row.source.dsn, row.source.index);
     if (options.json)
-        printJson(row, *row.record());
+        printJson(row, *row.record(), whole.ok());
     else
-        printText(row, *row.record());
-    complainOfReading();
-    return kExitDone;
+        printText(row, *row.record(), whole.ok());
+    if (!whole)
+        Console::complain(KorString::format(
+            translated("The source \"%s\" could not be read whole, so more records than are shown may use "
+                       "the %s \"%s\" or be part of it."),
+            {SourceChoice::nameOf(row.source), row.table->rowName(), row.record()->name}));
+    const KorString passedOver =
+        options.row.source.empty() ? SourceChoice::missingBefore(row.source) : KorString();
+    if (!passedOver.isEmpty())
+        Console::complain(KorString::format(
+            translated(
+                "The source \"%s\", which is searched first, cannot be used; it may hold another %s of "
+                "this name."),
+            {passedOver, row.table->rowName()}));
+    return lost || !passedOver.isEmpty() ? kExitFailed : kExitDone;
 }

@@ -27,8 +27,9 @@ std::vector<SourceId> openSources() {
     return ids;
 }
 
+// In the order in which they are searched.
 std::vector<SourceId> knownSources() {
-    std::vector<SourceId> ids = {SourceId::standard(), SourceId::user()};
+    std::vector<SourceId> ids = {SourceId::user(), SourceId::standard()};
     for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
         ids.push_back(SourceId::addIn(addIn.id().number));
     return ids;
@@ -45,6 +46,16 @@ KorString nameOf(SourceId id) {
         return "user";
     const KorAddIn* addIn = addInOf(id);
     return addIn ? addIn->id().id : KorString::number(id.index);
+}
+
+KorString missingBefore(SourceId found) {
+    for (const SourceId id : knownSources()) {
+        if (id == found)
+            break;
+        if (!StyleDatabases::current().source(id))
+            return nameOf(id);
+    }
+    return {};
 }
 
 Sources choose(const std::string& name) {

@@ -9,6 +9,10 @@ namespace SourceChoice {
 /// The name of a source: "standard", "user", or the add-in's folder.
 KorString nameOf(SourceId id);
 
+/// The name of a source that has no usable database and is searched before `found` where the user names none
+/// (the User database, Standard, then the add-ins); empty when there is none.
+KorString missingBefore(SourceId found);
+
 /// What came of a choice: the sources meant, or a sentence for the user and none.
 struct Sources {
     std::vector<SourceId> ids;

@@ -8,6 +8,7 @@
 #include "session/KorDSMValueText.h"
 
 #include <QEvent>
+#include <QLabel>
 
 namespace {
 
@@ -18,6 +19,7 @@ constexpr int kNothingLabel = 2352;
 constexpr int kTitle = 249;   // "Where "%s" is used"
 constexpr int kNothing = 250; // "Nothing uses it."
 constexpr int kClose = 255;
+constexpr int kMore = 490; // "More records may use it: %s"
 
 } // namespace
 
@@ -27,7 +29,6 @@ KorDSMDialogWhereUsed::KorDSMDialogWhereUsed(const KorString& name, SourceId sou
       m_users(new UsageList(KorControls::find<KorListCtrl>(this, kList), {}, this)) {
     setWindowTitle(toQt(KorString::format(Prompts::dsm(kTitle), {KorDSMValueText::shortName(name)})));
     setCaption(2, kClose, "DSM");
-    setCaption(kNothingLabel, kNothing, "DSM");
     connect(m_users, &UsageList::chosen, this, &KorDSMDialogWhereUsed::usageChosen);
     look();
     KorControls::find(this, kList)->setFocus();
@@ -35,7 +36,12 @@ KorDSMDialogWhereUsed::KorDSMDialogWhereUsed(const KorString& name, SourceId sou
 
 void KorDSMDialogWhereUsed::look() {
     m_users->setUsages(KorDSMWhereUsed::usagesOf(m_source, m_row));
-    KorControls::find(this, kNothingLabel)->setVisible(m_users->count() == 0);
+    auto* label = KorControls::find<QLabel>(this, kNothingLabel);
+    const KorString& reason = m_users->whyIncomplete();
+    label->setText(
+        toQt(reason.isEmpty() ? Prompts::dsm(kNothing) : KorString::format(Prompts::dsm(kMore), {reason})));
+    label->setWordWrap(!reason.isEmpty());
+    label->setVisible(m_users->count() == 0 || !reason.isEmpty());
 }
 
 void KorDSMDialogWhereUsed::changeEvent(QEvent* event) {

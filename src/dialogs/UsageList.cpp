@@ -6,13 +6,16 @@
 
 #include <QToolButton>
 
+#include <utility>
+
 namespace {
 
 constexpr int kDatabase = 251;
 constexpr int kKind = 252;
 constexpr int kName = 310;
 constexpr int kAs = 253;
-constexpr int kUsedBy = 254; // "Used by (%s)"
+constexpr int kUsedBy = 254;        // "Used by (%s)"
+constexpr int kUsedByAtLeast = 491; // "Used by (at least %s)"
 
 } // namespace
 
@@ -29,7 +32,8 @@ UsageList::UsageList(KorListCtrl* list, std::vector<KorDSMUsage> usages, QObject
 }
 
 void UsageList::setUsages(std::vector<KorDSMUsage> usages) {
-    if (!usages.empty() && usages == m_usages)
+    const KorString before = std::exchange(m_whyIncomplete, KorDSMWhereUsed::whyIncomplete());
+    if (!usages.empty() && usages == m_usages && before == m_whyIncomplete)
         return;
     m_usages = std::move(usages);
     std::vector<KorListRow> rows;
@@ -38,7 +42,12 @@ void UsageList::setUsages(std::vector<KorDSMUsage> usages) {
         rows.push_back(
             {{usage.name, usage.kind, usage.as, usage.database}, -1, const_cast<KorDSMUsage*>(&usage)});
     m_list->setItems(std::move(rows));
-    m_list->setAccessibleName(toQt(KorString::format(Prompts::dsm(kUsedBy), {KorString::number(count())})));
+    m_list->setAccessibleName(toQt(caption()));
+}
+
+KorString UsageList::caption() const {
+    return KorString::format(Prompts::dsm(m_whyIncomplete.isEmpty() ? kUsedBy : kUsedByAtLeast),
+                             {KorString::number(count())});
 }
 
 void UsageList::choose(int row) {
@@ -48,7 +57,8 @@ void UsageList::choose(int row) {
 
 void UsageList::foldBehind(QToolButton* button) {
     button->setVisible(count() > 0);
-    button->setText(toQt(KorString::format(Prompts::dsm(kUsedBy), {KorString::number(count())})));
+    button->setText(toQt(caption()));
+    button->setToolTip(toQt(m_whyIncomplete));
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     button->setArrowType(Qt::RightArrow);
     button->setCheckable(true);

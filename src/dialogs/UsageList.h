@@ -21,6 +21,8 @@ public:
     /// when there are none.
     void foldBehind(QToolButton* button);
     int count() const { return static_cast<int>(m_usages.size()); }
+    /// Why some may be missing from the list; empty when none is.
+    const KorString& whyIncomplete() const { return m_whyIncomplete; }
 
 Q_SIGNALS:
     /// A click on a row, or Enter: the user wants to go there.
@@ -29,6 +31,9 @@ Q_SIGNALS:
 private:
     void choose(int row);
 
+    KorString caption() const;
+
     KorListCtrl* m_list;
+    KorString m_whyIncomplete;
     std::vector<KorDSMUsage> m_usages; // the rows' data point into it
 };

@@ -46,6 +46,15 @@ std::vector<KorDSMUsage> usagesOf(const KorDSMDatabaseItem& item) {
     return usagesOf(KorDSMItemSource::sourceOf(&item), {item.tableType(), item.recordKey()});
 }
 
+KorString whyIncomplete() {
+    KorString reasons;
+    StyleDatabases& databases = StyleDatabases::current();
+    for (const SourceId id : databases.sources())
+        if (const StoreResult whole = databases.source(id)->complete(); !whole)
+            reasons = reasons + (reasons.isEmpty() ? "" : " ") + whole.error;
+    return reasons;
+}
+
 namespace {
 
 constexpr struct {

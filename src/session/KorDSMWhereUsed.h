@@ -29,6 +29,10 @@ std::vector<KorDSMUsage> usagesOf(SourceId source, RowRef row);
 /// The same for an item's record; nothing for an item without one.
 std::vector<KorDSMUsage> usagesOf(const KorDSMDatabaseItem& item);
 
+/// Why `usagesOf` may lack some: one sentence for each open source that cannot be read whole, a space between
+/// them. Empty when none lacks. Reads what was not read yet.
+KorString whyIncomplete();
+
 /// The item that shows a row, for going there: the one in its category or group where the row is filed, else
 /// one below an item that uses it. Content that has not been loaded yet is loaded, and children are made, on
 /// the way. Null when no tree shows the row.

@@ -88,6 +88,10 @@ TEST_F(BadFilesTest, NothingOfAnotherSourceIsExportedInThePlaceOfWhatCannotBeRea
     EXPECT_TRUE(refused.complaints.join(' ').contains("--source"))
         << refused.complaints.join('\n').toStdString();
     EXPECT_EQ(run({"export", "Beam", file, "--source", "standard"}).exitCode, 0);
+    const ProgramRun shown = run({"show", "detail-style", "Beam"});
+    EXPECT_EQ(shown.exitCode, 1);
+    EXPECT_TRUE(shown.output.contains("\"standard\"")) << shown.output.toStdString();
+    EXPECT_TRUE(shown.complaints.join(' ').contains("searched first"));
 }
 
 TEST_F(BadFilesTest, RubbishInSettingsAndTextsIsToldAndHarmless) {

@@ -1,6 +1,6 @@
-#include "FaultVfs.h"
 #include "StoreTestSupport.h"
 #include "StyleFixture.h"
+#include "support/FaultVfs.h"
 
 #include "data/KorOdbcGUI.h"
 #include "data/check/ConsistencyCheck.h"

@@ -1,5 +1,5 @@
-#include "FaultVfs.h"
 #include "StoreTestSupport.h"
+#include "support/FaultVfs.h"
 
 #include <array>
 #include <csignal>

@@ -4,6 +4,7 @@
 #include "dialogs/KorDSMDialogInUse.h"
 #include "dialogs/KorDSMDialogWhereUsed.h"
 #include "dialogs/UserDataFixture.h"
+#include "support/OtherProgram.h"
 
 #include <QLabel>
 #include <QToolButton>
@@ -67,6 +68,21 @@ TEST_F(WhereUsedDialog, SaysWhenNothingUsesTheRecord) {
     EXPECT_TRUE(KorControls::find<QLabel>(&dialog, 2352)->isVisible());
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(WhereUsedDialog, SaysThatMoreMayUseTheRecordWhereADatabaseCouldNotBeReadWhole) {
+    OtherProgram((folder.path() / "user.dsdb").string()).run("UPDATE detail_style SET description = 'new'");
+    KorDSMDialogWhereUsed dialog("HB rails", SourceId::user(), {kTableQualifierSet, rails}, nullptr);
+    show(dialog);
+    auto* label = KorControls::find<QLabel>(&dialog, 2352);
+    EXPECT_TRUE(label->isVisible());
+    EXPECT_TRUE(label->text().contains("user.dsdb") && label->text().startsWith("More records may use it"))
+        << label->text().toStdString();
+    EXPECT_EQ(KorControls::find<KorListCtrl>(&dialog, 2351)->getItemCount(), static_cast<int>(usages.size()));
+    KorDSMDialogInUse refusal("Still in use.", usages, nullptr);
+    EXPECT_TRUE(KorControls::find<QToolButton>(&refusal, 2356)->text().contains("at least"));
+    KorDSMDialogConfirmation question(kTableQualifierSet, KorOdbcKey(rails), nullptr);
+    EXPECT_TRUE(KorControls::find<QToolButton>(&question, 1241)->toolTip().contains("user.dsdb"));
 }
 
 TEST_F(WhereUsedDialog, TheRefusalUnfoldsTheListAndClosesToGoThere) {
