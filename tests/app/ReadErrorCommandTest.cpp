@@ -1,9 +1,4 @@
-#include "app/ProgramFixture.h"
-
-#include "app/CommandLine.h"
-#include "data/StyleDatabases.h"
-#include "services/KOSettings.h"
-#include "support/FaultVfs.h"
+#include "app/CommandHere.h"
 
 #include <algorithm>
 #include <sstream>
@@ -15,80 +10,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// What a command did, in this process.
-struct Outcome {
-    int exitCode = -1;
-    std::string said;
-    std::string complained;
-    std::map<std::string, std::string> files;
-    bool struck = false; ///< a read went wrong
-};
-
-class ReadErrorCommandTest : public ProgramTest {
+class ReadErrorCommandTest : public CommandHereTest {
 protected:
-    void SetUp() override {
-        ProgramTest::SetUp();
-        KOSettings::getInstance().useFile(folder() / "settings.ini");
-        KOSettings::getInstance().setPathData({});
-        fs::remove_all(data() / "addins");
-        before = files();
-    }
-    void TearDown() override { closeAll(); }
-
-    static void closeAll() {
-        StyleDatabases& databases = StyleDatabases::current();
-        for (const SourceId id : databases.sources())
-            databases.closeSource(id);
-    }
-    std::map<std::string, std::string> files() const {
-        std::map<std::string, std::string> contents;
-        for (const auto& entry : fs::recursive_directory_iterator(folder()))
-            if (entry.is_regular_file())
-                contents[entry.path()] = contentOf(entry.path());
-        return contents;
-    }
-    void restore() const {
-        for (const auto& [name, content] : files())
-            if (!before.contains(name))
-                fs::remove(name);
-        for (const auto& [name, content] : before)
-            if (contentOf(name) != content)
-                writeFile(name, content);
-    }
-    // Place 0 is none.
-    Outcome runHere(const std::vector<std::string>& words, int place) const {
-        std::vector<std::string> arguments = {"detailstyles", "--data", data().string()};
-        arguments.insert(arguments.end(), words.begin(), words.end());
-        std::vector<char*> argv;
-        for (std::string& argument : arguments)
-            argv.push_back(argument.data());
-        argv.push_back(nullptr);
-        Outcome outcome;
-        testing::internal::CaptureStdout();
-        testing::internal::CaptureStderr();
-        {
-            const FaultVfs faults(place, FaultVfs::eFault::kReadError);
-            outcome.exitCode = runCommandLine(static_cast<int>(argv.size()) - 1, argv.data());
-            outcome.struck = place > 0 && FaultVfs::hasStruck();
-            closeAll();
-        }
-        outcome.complained = testing::internal::GetCapturedStderr();
-        outcome.said = testing::internal::GetCapturedStdout();
-        outcome.files = files();
-        restore();
-        return outcome;
-    }
-    void useUserAlone() {
-        fs::remove(data() / "standard.dsdb");
-        before = files();
-    }
     /// Runs the command with an error at each place and tells `judgeRefused` of those that were not whole.
     void sweep(const std::vector<std::string>& words,
                const std::function<void(const Outcome&)>& judgeRefused) {
-        const Outcome whole = runHere(words, 0);
+        const Outcome whole = runHere(words);
         int refused = 0;
         for (int place = 1;; ++place) {
-            const Outcome outcome = runHere(words, place);
+            const FaultVfs faults(place, FaultVfs::eFault::kReadError);
+            const Outcome outcome = runHere(words, &faults);
             const std::string told = outcome.said + outcome.complained;
             if (told != whole.said + whole.complained) {
                 ++refused;
@@ -115,8 +46,6 @@ protected:
         useUserAlone();
         sweep(words, [](const Outcome& refused) { EXPECT_EQ(refused.said, ""); });
     }
-
-    std::map<std::string, std::string> before;
 };
 
 std::vector<std::string> linesOf(const std::string& text) {
@@ -131,7 +60,7 @@ std::vector<std::string> linesOf(const std::string& text) {
 
 TEST_F(ReadErrorCommandTest, ASharedRecordIsNeverTakenForUnshared) {
     const std::vector<std::string> words = {"set", "view-request", "Front", "scale", "1/7"};
-    ASSERT_NE(runHere(words, 0).complained.find("--shared"), std::string::npos);
+    ASSERT_NE(runHere(words).complained.find("--shared"), std::string::npos);
     sweepSilent(words);
 }
 
@@ -150,7 +79,7 @@ TEST_F(ReadErrorCommandTest, AnImportIsWholeOrNothing) {
 }
 
 TEST_F(ReadErrorCommandTest, CheckSaysNothingOfWhatItCouldNotRead) {
-    const std::vector<std::string> known = linesOf(runHere({"check"}, 0).said);
+    const std::vector<std::string> known = linesOf(runHere({"check"}).said);
     sweep({"check"}, [&](const Outcome& refused) {
         for (const std::string& line : linesOf(refused.said))
             EXPECT_TRUE(std::ranges::find(known, line) != known.end() || line.ends_with(".dsdb:") ||

@@ -175,12 +175,14 @@ TEST_F(ReadErrorTest, WhatCouldNotBeReadIsToldRefusedAndReadAgain) {
     sqlite3_open(file("user.dsdb").c_str(), &other);
     ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
     const KorDSNRequest request(kUser.dsn, kUser.index);
+    const auto limit = LockWait::setLimit(std::chrono::milliseconds(1));
     EXPECT_EQ(count<StructDetObjReprMap>(kUser), 0);
     EXPECT_TRUE(mentions(source.problems().back().sentence, "user.dsdb"));
     EXPECT_EQ(databases.remove(kTableDetailStyle, KorOdbcKey(style)), StyleDatabases::kIncompleteSource);
     StructDetObjReprMap map;
     EXPECT_EQ(databases.append(kTableReprMap, map), StyleDatabases::kIncompleteSource);
     sqlite3_close_v2(other);
+    LockWait::setLimit(limit);
     EXPECT_EQ(databases.refreshChanged().size(), 1U);
     EXPECT_EQ(source.complete().error, "");
     EXPECT_TRUE(source.problems().empty());
@@ -201,6 +203,37 @@ TEST_F(ReadErrorTest, TablesOfTwoStatesAreNotTakenForOne) {
     EXPECT_EQ(databases.readWhole(kUser).error, "");
     EXPECT_EQ(row<StructDetailStyle>(kUser, "Column")->description, "new");
     EXPECT_EQ(Exports::exportDetail(0, style, kUser.dsn, kUser.index, file("out.dsdb")), Exports::kDone);
+}
+
+// As the editor reads them: a table at a time, when it is first touched.
+TEST_F(ReadErrorTest, TablesReadOneByOneBesideAWriterAreOfOneStateAfterTheNextLook) {
+    int mixed = 0;
+    bool wrote = true;
+    for (int place = 1; wrote && !HasFailure(); ++place) {
+        wrote = false;
+        OtherProgram other(file("user.dsdb"));
+        const std::string before = contentOfFile(file("user.dsdb"));
+        {
+            const FaultVfs writer(place, [&] {
+                other.run("PRAGMA synchronous = OFF; BEGIN; UPDATE detail_style SET description = "
+                          "description || '+'; "
+                          "UPDATE view_request SET scale = scale + 1; COMMIT");
+                wrote = true;
+            });
+            ASSERT_EQ(openUser(), "");
+            for (const TableSchema& table : allTables())
+                databases.source(kUser)->table(table.type);
+        }
+        StyleSource& source = *databases.source(kUser);
+        const std::string after = contentOfFile(file("user.dsdb"));
+        const std::string read = contentOf(source);
+        EXPECT_TRUE(source.isOutdated() || read == before || read == after);
+        mixed += read != before && read != after;
+        databases.refreshChanged();
+        EXPECT_EQ(source.complete().error, "");
+        EXPECT_EQ(contentOf(source), after);
+    }
+    EXPECT_GT(mixed, 0);
 }
 
 } // namespace

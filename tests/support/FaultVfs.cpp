@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <csignal>
+#include <utility>
 
 namespace {
 
@@ -14,6 +15,7 @@ sqlite3_vfs* g_realVfs = nullptr;
 FaultVfs::eFault g_fault;
 int g_at = 0;
 int g_count = 0;
+std::function<void()> g_meanwhile;
 
 const sqlite3_io_methods& real(const sqlite3_file* file) {
     return *g_realMethods[file->pMethods == &g_faulty[1]];
@@ -41,9 +43,15 @@ int write(sqlite3_file* file, const void* data, int size, sqlite3_int64 offset) 
 }
 
 int read(sqlite3_file* file, void* data, int size, sqlite3_int64 offset) {
-    if (g_fault == FaultVfs::eFault::kReadError && ++g_count == g_at)
+    if (g_fault == FaultVfs::eFault::kReadError && !g_meanwhile && ++g_count == g_at)
         return SQLITE_IOERR_READ;
     return real(file).xRead(file, data, size, offset);
+}
+
+int lock(sqlite3_file* file, int level) {
+    if (g_meanwhile && level == SQLITE_LOCK_SHARED && ++g_count == g_at)
+        g_meanwhile();
+    return real(file).xLock(file, level);
 }
 
 int sync(sqlite3_file* file, int flags) {
@@ -69,6 +77,8 @@ int open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* out
         g_faulty[kind].xWrite = write;
         g_faulty[kind].xSync = sync;
         g_faulty[kind].xRead = read;
+        if (kind == 1)
+            g_faulty[kind].xLock = lock;
         file->pMethods = &g_faulty[kind];
     }
     return code;
@@ -88,7 +98,12 @@ FaultVfs::FaultVfs(int operation, eFault fault) {
     sqlite3_vfs_register(&g_vfs, 1);
 }
 
+FaultVfs::FaultVfs(int operation, std::function<void()> meanwhile) : FaultVfs(operation, eFault::kReadError) {
+    g_meanwhile = std::move(meanwhile);
+}
+
 FaultVfs::~FaultVfs() {
+    g_meanwhile = {};
     sqlite3_vfs_unregister(&g_vfs);
     sqlite3_vfs_register(g_realVfs, 1);
 }
