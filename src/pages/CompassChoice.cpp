@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr int kColumnCompass = 12;
 constexpr int kCorners = 4;
 
 constexpr int kCompass = 1252;
@@ -95,7 +94,7 @@ void CompassChoice::onCompassClicked(bool on) {
     for (const int radio : kChoices)
         KorControls::setChecked(button(radio), on && (radio == kFirstCorner || radio == kArrow));
     showPicture(false);
-    m_page.writeField(kColumnCompass, std::int64_t{on});
+    m_page.writeField(kColumn, std::int64_t{on});
     enableChoices();
 }
 
@@ -111,5 +110,5 @@ void CompassChoice::onChoiceClicked(int radio) {
     const int representationRadio = checkedIn(kArrow, kSymbol);
     const int representation =
         representationRadio ? representationRadio - kArrow : std::max(storedCode() - 1, 0) / kCorners;
-    m_page.writeField(kColumnCompass, std::int64_t{corner + kCorners * representation});
+    m_page.writeField(kColumn, std::int64_t{corner + kCorners * representation});
 }

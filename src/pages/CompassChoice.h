@@ -14,6 +14,8 @@ class CompassChoice : public QObject {
     Q_OBJECT
 
 public:
+    static constexpr int kColumn = 12; ///< of a view request
+
     /// Which radio buttons show a code.
     struct Shown {
         int corner = 0;         ///< 1 to 4; others have no button

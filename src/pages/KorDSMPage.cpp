@@ -6,6 +6,8 @@
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "model/CurrentUnits.h"
+#include "pages/LabelField.h"
+#include "pages/PageFields.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMTwins.h"
@@ -17,6 +19,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -73,8 +76,34 @@ void KorDSMPage::OnShow(int show) {
     }
     if (g_currentPage == this && getData()) {
         finishEditing();
+        updateMark();
         g_currentPage = nullptr;
     }
+}
+
+std::vector<ShownColumns> KorDSMPage::shownColumns() const {
+    std::vector<ShownColumns> shown;
+    for (const PageFields* fields : findChildren<PageFields*>(QString(), Qt::FindDirectChildrenOnly))
+        shown.push_back(fields->shownColumns());
+    std::vector<int> labels;
+    for (const LabelField* label : findChildren<LabelField*>(QString(), Qt::FindDirectChildrenOnly))
+        labels.push_back(label->column());
+    if (!labels.empty())
+        shown.push_back({item()->tableType(), KorOdbcKey(item()->recordKey()), std::move(labels)});
+    return shown;
+}
+
+std::vector<ShownColumns> KorDSMPage::shownWith(std::vector<int> columns) const {
+    std::vector<ShownColumns> shown = KorDSMPage::shownColumns();
+    shown.push_back({item()->tableType(), KorOdbcKey(item()->recordKey()), std::move(columns)});
+    return shown;
+}
+
+void KorDSMPage::updateMark() {
+    const auto labels = findChildren<LabelField*>(QString(), Qt::FindDirectChildrenOnly);
+    setModified(item() && item()->record() &&
+                (std::ranges::any_of(labels, &LabelField::isEdited) ||
+                 std::ranges::any_of(shownColumns(), &ShownColumns::isPending)));
 }
 
 void KorDSMPage::finishEditing() {

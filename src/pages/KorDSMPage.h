@@ -4,6 +4,7 @@
 #include "data/KorOdbcMan.h"
 #include "model/KorDSMMessages.h"
 #include "model/items/KorDSMDatabaseItem.h"
+#include "pages/ShownColumns.h"
 
 #include <optional>
 #include <vector>
@@ -63,6 +64,12 @@ public:
     /// The Delete key; true when the page has deleted something.
     virtual bool onDeleteKey() { return false; }
 
+    /// What the page shows, of its item's record and of others. That of its fields and labels; a page adds
+    /// what it shows and writes by other means.
+    virtual std::vector<ShownColumns> shownColumns() const;
+    /// Marks the tab when something that the page shows is not stored yet, and only then.
+    void updateMark();
+
     /// Writes one column of the item's own record through the guarded write. On success the item and all
     /// that show the same record take the new value. Returns 1 when the value is stored, also
     /// where it was so before; any other value means that nothing changed.
@@ -75,6 +82,8 @@ public:
     void setCaption(int controlId, int promptNumber);
 
 protected:
+    /// What every page shows, and these columns of the item's own record.
+    std::vector<ShownColumns> shownWith(std::vector<int> columns) const;
     /// The item that the page shows, or null.
     KorDSMDatabaseItem* item() const { return static_cast<KorDSMDatabaseItem*>(getData()); }
 

@@ -40,6 +40,10 @@ bool KorDSMPageCompassPosition::loadData() {
     return true;
 }
 
+std::vector<ShownColumns> KorDSMPageCompassPosition::shownColumns() const {
+    return shownWith({CompassChoice::kColumn});
+}
+
 void KorDSMPageCompassPosition::enableControls() {
     KorDSMPage::enableControls();
     m_compass.enableChoices();

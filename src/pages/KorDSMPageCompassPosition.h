@@ -14,6 +14,7 @@ public:
     bool OnInitDialog() override;
     bool loadData() override;
     void enableControls() override;
+    std::vector<ShownColumns> shownColumns() const override;
 
 private:
     PageFields m_fields;

@@ -79,6 +79,10 @@ bool KorDSMPageModelObjectsSelection::loadData() {
     return true;
 }
 
+std::vector<ShownColumns> KorDSMPageModelObjectsSelection::shownColumns() const {
+    return shownWith({kColumnStrategy});
+}
+
 void KorDSMPageModelObjectsSelection::onButtonClicked(std::size_t index) {
     StructDetObjSelectionStrategy strategy;
     if (item() && KorOdbcGUI::getDetObjSelectionStrategy(m_names[static_cast<int>(index)], strategy) == 1)

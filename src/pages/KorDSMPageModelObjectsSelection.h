@@ -16,6 +16,7 @@ public:
     bool OnInitDialog() override;
     bool fillLists() override;
     bool loadData() override;
+    std::vector<ShownColumns> shownColumns() const override;
 
 private:
     static constexpr std::size_t kButtons = 11;

@@ -77,6 +77,10 @@ bool KorDSMPageViewCategories::loadData() {
     return true;
 }
 
+std::vector<ShownColumns> KorDSMPageViewCategories::shownColumns() const {
+    return {{item()->tableType(), KorOdbcKey(item()->recordKey()), {}, {kTableViewRequestCategory}}};
+}
+
 void KorDSMPageViewCategories::onCheckToggled(int row) {
     StructDetBaseCategory category;
     const auto key = static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(m_list->getItemData(row)));

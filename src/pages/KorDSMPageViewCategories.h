@@ -13,6 +13,7 @@ public:
 
     bool OnInitDialog() override;
     bool loadData() override;
+    std::vector<ShownColumns> shownColumns() const override;
 
 private:
     void onCheckToggled(int row);

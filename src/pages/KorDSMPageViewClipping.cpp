@@ -172,6 +172,14 @@ KorOdbcKey KorDSMPageViewClipping::clipKey() const {
     return KorOdbcKey(view ? view->getRecord().lengthClipKey : 0);
 }
 
+std::vector<ShownColumns> KorDSMPageViewClipping::shownColumns() const {
+    std::vector<ShownColumns> shown = shownWith({kColumnOfView});
+    shown.push_back({kTableLengthClip,
+                     clipKey(),
+                     {kColumnName, kColumnExtension, kColumnType, kColumnLinetype, kColumnGap}});
+    return shown;
+}
+
 bool KorDSMPageViewClipping::readClip(StructDetViewLengthClip& clip) const {
     return KorODBCDetStyle::getDetViewLengthClip(clipKey(), clip) == 1;
 }

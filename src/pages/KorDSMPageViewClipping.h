@@ -19,6 +19,7 @@ public:
 
     bool OnInitDialog() override;
     bool loadData() override;
+    std::vector<ShownColumns> shownColumns() const override;
 
 private:
     bool findControls();

@@ -141,6 +141,13 @@ void KorDSMPageViewDefinition::enableControls() {
         KorControls::find(this, section.goTo)->setEnabled(true);
 }
 
+std::vector<ShownColumns> KorDSMPageViewDefinition::shownColumns() const {
+    std::vector<ShownColumns> shown = shownWith({kColumnName});
+    if (const int place = placeInStyle(); place >= 0)
+        shown.push_back({kTableDetailStyle, KorOdbcKey(styleItem()->recordKey()), {firstViewSlot() + place}});
+    return shown;
+}
+
 KorDsmViewRequestItem* KorDSMPageViewDefinition::viewItem() const {
     return dynamic_cast<KorDsmViewRequestItem*>(item());
 }

@@ -23,6 +23,7 @@ public:
     bool loadData() override;
     void enableControls() override;
     void onMessage(const KorMessage& message) override;
+    std::vector<ShownColumns> shownColumns() const override;
 
 private:
     KorDsmViewRequestItem* viewItem() const;

@@ -89,6 +89,10 @@ bool KorDSMPageViewProperties::loadData() {
     return true;
 }
 
+std::vector<ShownColumns> KorDSMPageViewProperties::shownColumns() const {
+    return shownWith({kColumnScale});
+}
+
 const StructDetViewRequest& KorDSMPageViewProperties::request() const {
     return static_cast<const StructDetViewRequest&>(*item()->record());
 }

@@ -18,6 +18,7 @@ public:
     bool OnInitDialog() override;
     bool fillLists() override;
     bool loadData() override;
+    std::vector<ShownColumns> shownColumns() const override;
 
 private:
     const StructDetViewRequest& request() const;

@@ -126,11 +126,24 @@ QFormLayout* KorDSMPlainPage::makeForm() const {
     return form;
 }
 
-void KorDSMPlainPage::addOwnColumns() {
+std::vector<int> KorDSMPlainPage::columnsOfItem() const {
     std::vector<int> numbers = m_description.ownColumns;
     numbers.push_back(m_description.viaColumn);
+    return numbers;
+}
+
+std::vector<const Column*> KorDSMPlainPage::columnsOfRecord() const {
+    std::vector<const Column*> columns;
+    const std::vector<int>& numbers = m_description.columns;
+    for (const Column& column : shownTable().columns)
+        if (numbers.empty() ? column.number != 1 : std::ranges::find(numbers, column.number) != numbers.end())
+            columns.push_back(&column);
+    return columns;
+}
+
+void KorDSMPlainPage::addOwnColumns() {
     std::vector<PageField> fields;
-    for (const int number : numbers) {
+    for (const int number : columnsOfItem()) {
         addField(itemTable(), *itemTable().column(number), kFirstOwnField + number);
         fields.push_back({kFirstOwnField + number, number, {}, true, true});
     }
@@ -144,20 +157,16 @@ void KorDSMPlainPage::addOwnColumns() {
 void KorDSMPlainPage::addColumns() {
     const TableSchema& table = shownTable();
     std::vector<PageField> fields;
-    for (const Column& column : table.columns) {
-        const auto isOneOf = [&column](const std::vector<int>& numbers) {
-            return std::ranges::find(numbers, column.number) != numbers.end();
-        };
-        if (m_description.columns.empty() ? column.number == 1 : !isOneOf(m_description.columns))
-            continue;
-        const int control = kFirstField + column.number;
-        if (isOneOf(m_description.labels)) {
-            addLabel(table, column, control);
-        } else if (column.role != eReferenceRole::kUses) {
-            addValue(table, column);
+    const std::vector<int>& labels = m_description.labels;
+    for (const Column* column : columnsOfRecord()) {
+        const int control = kFirstField + column->number;
+        if (std::ranges::find(labels, column->number) != labels.end()) {
+            addLabel(table, *column, control);
+        } else if (column->role != eReferenceRole::kUses) {
+            addValue(table, *column);
         } else {
-            addField(table, column, control);
-            fields.push_back({control, column.number, {}, true, true});
+            addField(table, *column, control);
+            fields.push_back({control, column->number, {}, true, true});
         }
     }
     m_fields = makeFields(std::move(fields), m_description.viaColumn == 0);
@@ -216,6 +225,16 @@ void KorDSMPlainPage::enableControls() {
 void KorDSMPlainPage::storePendingChanges(bool discard) {
     for (LabelField* label : m_labels)
         label->store(discard);
+}
+
+std::vector<ShownColumns> KorDSMPlainPage::shownColumns() const {
+    const PageFields::Row row = shownRow();
+    std::vector<ShownColumns> shown{{row.table, row.key, {}, partTablesOf(row.table)}};
+    for (const Column* column : columnsOfRecord())
+        shown.front().columns.push_back(column->number);
+    if (m_description.viaColumn != 0)
+        shown.push_back({item()->tableType(), KorOdbcKey(item()->recordKey()), columnsOfItem()});
+    return shown;
 }
 
 bool KorDSMPlainPage::fillLists() {

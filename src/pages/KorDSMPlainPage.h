@@ -41,6 +41,7 @@ public:
     bool loadData() override;
     void enableControls() override;
     void storePendingChanges(bool discard) override;
+    std::vector<ShownColumns> shownColumns() const override;
 
 private:
     struct Caption {
@@ -56,6 +57,9 @@ private:
     const StructRecord* shownRecord() const;
     void build();
     QFormLayout* makeForm() const;
+    /// Numbers of the columns of the item's own record, where the page edits another one.
+    std::vector<int> columnsOfItem() const;
+    std::vector<const Column*> columnsOfRecord() const;
     void addOwnColumns();
     void addColumns();
     void addValue(const TableSchema& table, const Column& column);

@@ -80,6 +80,10 @@ void KorDSMTitlePage::storePendingChanges(bool discard) {
         m_title->store(discard);
 }
 
+std::vector<ShownColumns> KorDSMTitlePage::shownColumns() const {
+    return shownWith({m_table.positionColumn});
+}
+
 const TitlePosition& KorDSMTitlePage::positionOf(int number, int TitlePosition::*member) const {
     const auto it = std::ranges::find(m_table.positions, number, member);
     return it == m_table.positions.end() ? m_table.positions[static_cast<std::size_t>(m_table.fallback)]

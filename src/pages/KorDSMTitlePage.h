@@ -49,6 +49,7 @@ public:
     bool loadData() override;
     void enableControls() override;
     void storePendingChanges(bool discard) override;
+    std::vector<ShownColumns> shownColumns() const override;
 
 private:
     const TitlePosition& positionOf(int number, int TitlePosition::*member) const;

@@ -27,11 +27,14 @@ void LabelField::enable() {
     m_designer.Enable(m_page.isEditable());
 }
 
+bool LabelField::isEdited() const {
+    return m_edited && m_page.getData() && CellValue(m_designer.GetString()) != stored();
+}
+
 void LabelField::store(bool discard) {
-    if (discard || !m_edited || !m_page.getData())
-        return;
-    m_edited = false;
-    const KorString text = m_designer.GetString();
-    if (CellValue(text) != stored())
-        m_page.writeField(m_column, text);
+    const bool write = !discard && isEdited();
+    if (!discard)
+        m_edited = false;
+    if (write)
+        m_page.writeField(m_column, m_designer.GetString());
 }

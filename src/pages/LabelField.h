@@ -21,6 +21,9 @@ public:
     void store(bool discard);
     /// What was edited so far counts as seen.
     void forgetEdits() { m_edited = false; }
+    /// Whether there is something that `store` would write.
+    bool isEdited() const;
+    int column() const { return m_column; }
 
 private:
     CellValue stored() const;

@@ -49,6 +49,14 @@ PageFields::Row PageFields::row() const {
     return item && item->record() ? Row{item->tableType(), KorOdbcKey(item->recordKey())} : Row();
 }
 
+ShownColumns PageFields::shownColumns() const {
+    const Row shown = row();
+    ShownColumns columns{shown.table, shown.key, {}};
+    for (const PageField& field : m_fields)
+        columns.columns.push_back(field.column);
+    return columns;
+}
+
 const Column* PageFields::columnOf(const PageField& field) const {
     const TableSchema* table = findTable(row().table);
     return table ? table->column(field.column) : nullptr;

@@ -2,6 +2,7 @@
 
 #include "data/KorOdbcKey.h"
 #include "data/schema/TableSchema.h"
+#include "pages/ShownColumns.h"
 
 #include <QObject>
 
@@ -53,6 +54,8 @@ public:
 
     const std::vector<PageField>& fields() const { return m_fields; }
     Row row() const;
+    /// What of the row the fields show.
+    ShownColumns shownColumns() const;
 
 Q_SIGNALS:
     /// The column was written.

@@ -142,7 +142,6 @@ void KorDSMMainDialog::onMessage(const KorMessage& message) {
             auto* page = qobject_cast<KorDSMPage*>(group->page(i));
             if (!page || i == group->currentIndex())
                 continue;
-            page->setModified(modified);
             page->requestRefresh(modified);
         }
         break;
@@ -200,7 +199,16 @@ void KorDSMMainDialog::lookAround() {
 void KorDSMMainDialog::setModified(bool modified) {
     m_apply->setEnabled(modified);
     m_undoStrip->update();
+    markPages();
     m_structure.setUpdateStatus(KorDSMDataStructure::kReloadRequested);
+}
+
+// The tabs of pages that show something that is not stored yet.
+void KorDSMMainDialog::markPages() {
+    TabContent* group = m_tabs->currentContent();
+    for (int i = 0; group && i < group->pageCount(); ++i)
+        if (auto* page = qobject_cast<KorDSMPage*>(group->page(i)))
+            page->updateMark();
 }
 
 void KorDSMMainDialog::showProgress(const DsmProgress& progress) {

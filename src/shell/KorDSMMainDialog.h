@@ -204,6 +204,7 @@ private:
     void finishCurrentPage();
     void reportCommit(const KorDSMCommit::Outcome& outcome);
     void setModified(bool modified);
+    void markPages();
     void lookAround();
     void showReports();
     void collectReadProblems();

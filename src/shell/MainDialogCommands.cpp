@@ -48,6 +48,7 @@ void KorDSMMainDialog::apply() {
     finishCurrentPage();
     const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndGoOn();
     m_undoStrip->update();
+    markPages();
     if (outcome.ok())
         m_apply->setEnabled(false);
     else

@@ -214,6 +214,7 @@ void KorDSMMainDialog::followChanges(const std::vector<KorDSMRowChange>& changes
                 tree(section->m_Section).addEntry(*item);
     itemsChanged();
     m_tabs->resumeCurrentPage();
+    markPages();
 }
 
 void KorDSMMainDialog::reloadPage() {

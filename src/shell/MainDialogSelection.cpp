@@ -181,6 +181,7 @@ void KorDSMMainDialog::showPages(eItemType group, KorDSMDatabaseItem& item) {
     m_list->hide();
     m_tabs->show();
     m_tabs->setCurrentContent(content);
+    markPages();
 }
 
 void KorDSMMainDialog::showList(KorDSMDatabaseItem* item) {

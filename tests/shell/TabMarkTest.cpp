@@ -1,0 +1,97 @@
+#include "shell/EditorFixture.h"
+
+#include "controls/KorListCtrl.h"
+
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QTest>
+#include <QTextEdit>
+
+namespace {
+
+constexpr int kApply = 3;
+constexpr int kAboveMainView = 1033;
+constexpr int kBelowDetail = 1035;
+constexpr int kDesigner = 1012;
+constexpr int kCategories = 1011;
+
+const std::vector<const char*> kStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
+const std::vector<const char*> kOtherStyle = {"User", "Hallberg: posts and beams", "HB beam 1:15"};
+const std::vector<const char*> kView = {"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"};
+const std::vector<const char*> kStandard = {"Standard", "General", "Beams"};
+
+class TabMarkTest : public EditorFixture {
+protected:
+    /// The indexes of the tabs that are marked, as in "1 3".
+    std::string marked() {
+        const auto* bar = control<KorTabCtrl>(1002)->findChild<QTabBar*>();
+        std::string indexes;
+        for (int i = 0; i < bar->count(); ++i)
+            if (bar->tabText(i).endsWith(" *"))
+                indexes += (indexes.empty() ? "" : " ") + std::to_string(i);
+        return indexes;
+    }
+    void undo() { press(Qt::Key_Z, Qt::ControlModifier); }
+    void redo() { press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier); }
+};
+
+} // namespace
+
+TEST_F(TabMarkTest, MarksThePageOfTheRecordThatHasChangesNotKeptYet) {
+    open();
+    select(kStyle);
+    showTab(1);
+    EXPECT_EQ(marked(), "");
+    click(pageControl<QRadioButton>(kBelowDetail));
+    EXPECT_EQ(marked(), "1");
+    click(pageControl<QRadioButton>(kAboveMainView));
+    EXPECT_EQ(marked(), "") << "it is again what is stored";
+    click(pageControl<QRadioButton>(kBelowDetail));
+    select(kOtherStyle);
+    EXPECT_EQ(marked(), "");
+    select(kStandard);
+    EXPECT_EQ(marked(), "");
+    select(kStyle);
+    EXPECT_EQ(marked(), "1");
+    undo();
+    EXPECT_EQ(marked(), "");
+    undo();
+    EXPECT_EQ(marked(), "1");
+    undo();
+    EXPECT_EQ(marked(), "");
+    redo();
+    EXPECT_EQ(marked(), "1");
+    click(button(kApply));
+    EXPECT_EQ(marked(), "");
+}
+
+TEST_F(TabMarkTest, ATitleCountsWhileItIsTyped) {
+    open();
+    select(kStyle);
+    showTab(1);
+    auto* title = pageControl<QWidget>(kDesigner)->findChild<QTextEdit*>();
+    title->setFocus();
+    QTest::keyClicks(title, "X");
+    EXPECT_EQ(marked(), "1");
+    QTest::keyClick(title, Qt::Key_Backspace);
+    EXPECT_EQ(marked(), "");
+    QTest::keyClicks(title, "X");
+    showTab(2);
+    EXPECT_EQ(marked(), "1");
+}
+
+TEST_F(TabMarkTest, AChangeThatOtherPagesMustShowMarksItsOwnPageOnly) {
+    open();
+    select(kView);
+    showTab(4);
+    auto* list = pageControl<KorListCtrl>(kCategories);
+    list->setFocus();
+    list->setCurrentIndex(list->model()->index(0, 0));
+    QTest::keyClick(list, Qt::Key_Space);
+    EXPECT_EQ(marked(), "4");
+    EXPECT_TRUE(
+        static_cast<KorDSMPage*>(control<KorTabCtrl>(1002)->currentContent()->page(0))->needsRefresh());
+    undo();
+    EXPECT_EQ(marked(), "");
+}
