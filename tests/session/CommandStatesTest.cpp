@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace KorDSMDefines;
 
 namespace {
@@ -62,8 +64,42 @@ TEST(CommandStates, FollowTheSelection) {
         {"view outside a style", of(kViewRequest), "89"},
         {"view of a style", with(of(kViewRequest), &SelectionFacts::insideDetailStyle), "1789"},
     };
-    for (const Case& row : cases)
+    for (const Case& row : cases) {
         EXPECT_EQ(enabled(row.facts), row.enabled) << row.selection;
+        const SelectionFacts readOnly = with(row.facts, &SelectionFacts::inUserDatabase, false);
+        std::string left = row.enabled;
+        if (row.facts.type)
+            std::erase_if(
+                left, [](char button) { return std::string("023578").find(button) != std::string::npos; });
+        EXPECT_EQ(enabled(readOnly), left) << row.selection;
+        EXPECT_EQ(enabled(with(readOnly, &SelectionFacts::ownerMode)), row.enabled) << row.selection;
+    }
+}
+
+TEST(CommandStates, OfATypeDependOnNothingElse) {
+    const auto everywhere = [](eItemType type, const std::string& expected,
+                               std::initializer_list<bool SelectionFacts::*> facts,
+                               std::initializer_list<eItemType> exceptBelow = {}) {
+        for (int parent = kDatabaseContent; parent <= kNoType; ++parent) {
+            if (std::ranges::find(exceptBelow, parent) != exceptBelow.end())
+                continue;
+            SelectionFacts selected = of(type, static_cast<eItemType>(parent));
+            EXPECT_EQ(enabled(selected), expected) << type << " below " << parent;
+            for (const auto fact : facts)
+                selected.*fact = true;
+            EXPECT_EQ(enabled(selected), expected) << type << " below " << parent;
+        }
+    };
+    using Facts = SelectionFacts;
+    everywhere(kAddInContent, "2789", {&Facts::standardHasOneChild, &Facts::entryHasChildren});
+    everywhere(kDetailStyle, "013456789", {&Facts::entryHasChildren, &Facts::insideDetailStyle});
+    everywhere(kQualifiersSection, "289", {&Facts::standardHasOneChild, &Facts::entryHasChildren});
+    for (const eItemType type : {kAnnotationStrategy, kDimRequest, kQualifierSet})
+        everywhere(type, "1789", {&Facts::entryHasChildren, &Facts::insideDetailStyle},
+                   {kAnnotationGroup, kDimRequestGroup, kQualifierSetGroup, kPointSelection});
+    for (const eItemType type : {kViewRequest, kSystemAndBox, kReprMapRule, kViewDimensioning, kReprMap,
+                                 kAppearance, kAnnotationArrangement, kPointSelection})
+        everywhere(type, "89", {&Facts::entryHasChildren, &Facts::standardHasOneChild});
 }
 
 TEST(CommandStates, WhatIsReadOnlyCanBeUsedAndExported) {

@@ -44,6 +44,9 @@ TEST_F(Commit, OkTellsTheHostToDropItsViewsOnlyWhereSomethingWasPending) {
     EXPECT_TRUE(KorDSMCommit::keepAndClose(false).ok());
     EXPECT_EQ(flags(), (Flags{1, 0}));
     EXPECT_EQ(structure.getUpdateStatus(), KorDSMDataStructure::kUpToDate);
+    KorOdbcMan::m_DSMResetDetViewRequestCache = 7;
+    EXPECT_TRUE(KorDSMCommit::keepAndClose(false).ok());
+    EXPECT_EQ(flags(), (Flags{1, 7})) << "what an earlier Apply told stays told";
     clearFlags();
     change(SourceId::user(), "mine");
     KorOdbcCompactDetailsTables::m_bCompactPerformed = true;
