@@ -11,7 +11,6 @@ namespace ItemCommandParts {
 
 namespace {
 
-constexpr int kReadOnly = 200;   // ""%s" can be read, not changed"
 constexpr int kTaken = 231;      // "There is one of this name already."
 constexpr int kNameNeeded = 232; // "A name is needed."
 
@@ -19,13 +18,6 @@ constexpr int kNameNeeded = 232; // "A name is needed."
 
 KorString label(int number, const KorString& name) {
     return KorString::format(Prompts::dsm(number), {KorDSMValueText::shortName(name)});
-}
-
-KorString whyReadOnly(const KorDSMDatabaseItem& item) {
-    if (StyleDatabases::current().isEditable())
-        return {};
-    return KorString::format(Prompts::dsm(kReadOnly),
-                             {KorDSMWhereUsed::sourceName(KorDSMItemSource::sourceOf(&item))});
 }
 
 KorString whyIncomplete() {
@@ -37,7 +29,7 @@ KorString whyFull(eTableType table) {
 }
 
 KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std::int32_t exceptKey) {
-    if (KorString readOnly = whyReadOnly(item); !readOnly.isEmpty())
+    if (KorString readOnly = KorDSMItemCommands::whyNotWritable(item); !readOnly.isEmpty())
         return readOnly;
     if (name.isEmpty())
         return Prompts::dsm(kNameNeeded);

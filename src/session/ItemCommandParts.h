@@ -25,7 +25,6 @@ KorString label(int number, const KorString& name);
 
 // Reasons against a command, for the user; empty when there is none. The item's source must be current.
 
-KorString whyReadOnly(const KorDSMDatabaseItem& item);
 /// For commands that conclude from what is absent.
 KorString whyIncomplete();
 /// For a table that did not take a row.

@@ -40,11 +40,6 @@ bool writeNames(const KorDSMDatabaseItem& item, const KorString& name) {
 
 } // namespace
 
-KorString whyNotRenamable(const KorDSMDatabaseItem& item) {
-    const SourceRequest source(item);
-    return whyReadOnly(item);
-}
-
 Outcome renameItem(KorDSMDatabaseItem& item, const KorString& newName) {
     Outcome outcome;
     if (!item.record())
@@ -102,7 +97,7 @@ KorString whyNotMovable(const KorDSMDatabaseItem& item, const KorDSMDatabaseItem
         return reason(kOtherSource);
     if (item.m_pParent == &group)
         return reason(kAlreadyThere);
-    return whyReadOnly(item);
+    return whyNotWritable(item);
 }
 
 Outcome moveToGroup(KorDSMDatabaseItem& item, KorDSMDatabaseItem& group) {

@@ -20,6 +20,7 @@ namespace {
 
 constexpr int kCopying = 245;  // "copying of "%s""
 constexpr int kDeleting = 244; // "deletion of "%s""
+constexpr int kReadOnly = 200; // ""%s" can be read, not changed"
 constexpr int kInUse = 33521;
 
 // Announces a write that was made. Returns whether it was.
@@ -66,6 +67,17 @@ KorDSMDatabaseItem* groupElsewhere(const KorDSMDatabaseItem& item) {
 }
 
 } // namespace
+
+KorString whyNotWritable(SourceId source) {
+    StyleDatabases& databases = StyleDatabases::current();
+    if (!databases.source(source) || databases.isEditable(source))
+        return {};
+    return KorString::format(Prompts::dsm(kReadOnly), {KorDSMWhereUsed::sourceName(source)});
+}
+
+KorString whyNotWritable(const KorDSMDatabaseItem& item) {
+    return whyNotWritable(KorDSMItemSource::sourceOf(&item));
+}
 
 bool canCopy(KorDSMDefines::eItemType type) {
     const KorDSMItemKind* kind = findItemKind(type);
@@ -158,7 +170,7 @@ DeleteOutcome deleteItem(KorDSMDatabaseItem& item) {
     if (!canDelete(item.m_Type) || !item.m_pParent)
         return outcome;
     const SourceRequest source(item);
-    outcome.refusal = whyReadOnly(item);
+    outcome.refusal = whyNotWritable(item);
     if (outcome.refusal.isEmpty())
         outcome.refusal = whyIncomplete();
     if (!outcome.refusal.isEmpty())

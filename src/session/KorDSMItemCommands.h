@@ -68,8 +68,10 @@ struct DeleteOutcome : Outcome {
 /// and the item stays.
 DeleteOutcome deleteItem(KorDSMDatabaseItem& item);
 
-/// Why the item cannot get another name, whatever the name; empty when it can.
-KorString whyNotRenamable(const KorDSMDatabaseItem& item);
+/// Why nothing can be changed in an open source, or in the item's; empty when something can, and for no open
+/// source. Commands say so before they ask the user for anything.
+KorString whyNotWritable(SourceId source);
+KorString whyNotWritable(const KorDSMDatabaseItem& item);
 /// Gives the item's record another name; for a detail style also its master. All items that show the record
 /// take the name. Refused for an empty name, for one that is taken (upper and lower case differ), and where
 /// the source is read-only. The name that it has already is no change, and done.

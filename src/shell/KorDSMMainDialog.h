@@ -195,6 +195,7 @@ private:
     void showUsers(const std::vector<KorDSMUsage>& users);
     void listUsers(const KorDSMDatabaseItem& item);
     void refuse(const KorString& reason);
+    bool refusesToWrite(const KorDSMDatabaseItem& item);
     void sendNotice(const KorDSMItemCommands::ListNotice& notice);
     void goToUsage(const KorDSMUsage& usage);
     void reloadPage();

@@ -41,10 +41,10 @@ KorString summary(const ImportReport& report) {
 }
 
 // In advanced mode the messages tell of each row that could not keep its name.
-int importFile(const QString& file, ImportReport& report, QStringList& messages) {
+int importFile(const QString& file, SourceId to, ImportReport& report, QStringList& messages) {
     const ExchangeRun run;
     KorODBCDetailStyleExports::EnableAdvancedDeepCopyMode(1);
-    const int result = KorODBCDetailStyleExports::importFile(fromQt(file), report);
+    const int result = KorODBCDetailStyleExports::importFile(fromQt(file), report, to);
     KorODBCDetailStyleExports::EnableAdvancedDeepCopyMode(0);
     messages = run.messages();
     for (const std::string& problem : report.problems)
@@ -88,13 +88,20 @@ void KorDSMMainDialog::exportStyle() {
 }
 
 void KorDSMMainDialog::importStyles() {
+    const KorDSMDatabaseItem* item = currentItem();
+    if (!item)
+        return;
+    selectItemDatabase(item);
+    SourceId to{KorOdbcMan::getCurrentDSN(), KorOdbcMan::getCurrentAddIn()};
+    if (KorODBCDetailStyleExports::GetDSNAndIndexToUse(to.dsn, to.index) != 1)
+        return refuse(KorDSMItemCommands::whyNotWritable(SourceId::user()));
     finishCurrentPage();
     const QString file = QFileDialog::getOpenFileName(this, toQt(Prompts::ups(33564)), {}, fileFilter());
     if (file.isEmpty())
         return;
     ImportReport report;
     QStringList messages;
-    if (importFile(file, report, messages) != KorODBCDetailStyleExports::kDone)
+    if (importFile(file, to, report, messages) != KorODBCDetailStyleExports::kDone)
         return refuse(KorString(report.error));
     if (report.rowsAppended > 0)
         setModified(true);

@@ -38,7 +38,7 @@ constexpr int kNoGroup = 410;   // ""%s" has no group in which it could be filed
 void KorDSMMainDialog::newItem() {
     KorDSMDatabaseItem* selected = currentItem();
     const eItemType type = selected ? KorDSMNewItem::typeAt(*selected) : kNoType;
-    if (type == kNoType)
+    if (type == kNoType || refusesToWrite(*selected))
         return;
     finishCurrentPage();
     KorDSMDialogNewItemWithGroup dialog(type, {}, KorDSMNewItem::groupNameAt(*selected), this);
@@ -58,7 +58,7 @@ void KorDSMMainDialog::newItem() {
 
 void KorDSMMainDialog::copyItem() {
     KorDSMDatabaseItem* item = currentItem();
-    if (!item)
+    if (!item || refusesToWrite(*item))
         return;
     finishCurrentPage();
     KorDSMDialogNewItem dialog(item->m_Type, item->getDisplayName(), true, this);
@@ -89,10 +89,8 @@ void KorDSMMainDialog::showNewItems(const std::vector<KorDSMDatabaseItem*>& item
 
 void KorDSMMainDialog::renameItem() {
     KorDSMDatabaseItem* item = currentItem();
-    if (!item || !item->record())
+    if (!item || !item->record() || refusesToWrite(*item))
         return;
-    if (const KorString reason = KorDSMItemCommands::whyNotRenamable(*item); !reason.isEmpty())
-        return refuse(reason);
     finishCurrentPage();
     KorDSMDialogNewItem dialog(item->m_Type, item->getDisplayName(), false, this);
     if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
@@ -108,7 +106,7 @@ void KorDSMMainDialog::renameItem() {
 
 void KorDSMMainDialog::deleteItem() {
     KorDSMDatabaseItem* item = currentItem();
-    if (!item)
+    if (!item || refusesToWrite(*item))
         return;
     finishCurrentPage();
     if (const auto users = KorDSMItemCommands::usersThatForbidDeleting(*item); !users.empty()) {
@@ -161,6 +159,13 @@ void KorDSMMainDialog::listUsers(const KorDSMDatabaseItem& item) {
 void KorDSMMainDialog::refuse(const KorString& reason) {
     if (!reason.isEmpty())
         QMessageBox::information(this, toQt(Prompts::dsm(kRefused)), toQt(reason));
+}
+
+// Where the item's source cannot be written the user is told so before being asked for anything.
+bool KorDSMMainDialog::refusesToWrite(const KorDSMDatabaseItem& item) {
+    const KorString reason = KorDSMItemCommands::whyNotWritable(item);
+    refuse(reason);
+    return !reason.isEmpty();
 }
 
 void KorDSMMainDialog::sendNotice(const KorDSMItemCommands::ListNotice& notice) {

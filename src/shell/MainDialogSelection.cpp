@@ -63,7 +63,6 @@ bool isOffered(eItemCommand command) {
 constexpr int kBack = 1042;
 constexpr int kForward = 1041;
 constexpr int kUp = 1040;
-constexpr int kReadOnlySource = 200; // "%s can be read, not changed"
 
 } // namespace
 
@@ -119,10 +118,7 @@ void KorDSMMainDialog::showStatus() {
     if (item) {
         const KorString text = currentTree().control()->getItemText(m_currentEntry);
         status = toQt(KorDSMValueText::shortName(statusText(*item, text)));
-        const SourceId source = KorDSMItemSource::sourceOf(item);
-        if (StyleDatabases::current().source(source) && !StyleDatabases::current().isEditable(source))
-            readOnly =
-                toQt(KorString::format(Prompts::dsm(kReadOnlySource), {KorDSMWhereUsed::sourceName(source)}));
+        readOnly = toQt(KorDSMItemCommands::whyNotWritable(*item));
     }
     m_status->setText(status);
     m_readOnly->setText(readOnly);

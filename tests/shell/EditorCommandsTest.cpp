@@ -43,37 +43,6 @@ bool has(const std::string& name) {
     return std::ranges::find(names, name) != names.end();
 }
 
-// Names a file in the file dialog that is open.
-void nameFile(QWidget* dialog, const std::string& file) {
-    auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    ASSERT_NE(name, nullptr);
-    name->setText(QString::fromStdString(file));
-    QMetaObject::invokeMethod(dialog, "accept");
-}
-
-// Answers the next modal dialog of that class, once it is there.
-template <typename Dialog>
-void whenShown(std::function<void(Dialog&)> answer) {
-    auto* wait = new QTimer(QApplication::instance());
-    QObject::connect(wait, &QTimer::timeout, wait, [wait, answer = std::move(answer)] {
-        auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-        if (!dialog)
-            return;
-        wait->stop();
-        wait->deleteLater();
-        answer(*dialog);
-    });
-    wait->start();
-}
-
-// Reads the message that comes up next, and closes it.
-void readNextMessage(QString& said) {
-    whenShown<QMessageBox>([&said](QMessageBox& box) {
-        said = box.text();
-        QTest::keyClick(&box, Qt::Key_Escape);
-    });
-}
-
 } // namespace
 
 TEST_F(EditorFixture, AStyleIsCopiedRenamedDeletedAndBroughtBack) {

@@ -6,11 +6,10 @@
 #include "shell/DataFolder.h"
 #include "shell/ModuleResources.h"
 
-#include <QApplication>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTabBar>
 #include <QTest>
-#include <QTimer>
 #include <sqlite3.h>
 
 EditorFixture::EditorFixture() {
@@ -115,6 +114,20 @@ void EditorFixture::typeName(QWidget* modal, const char* name, int field) {
     edit->selectAll();
     QTest::keyClicks(edit, name);
     QTest::mouseClick(KorControls::find<QPushButton>(modal, 1), Qt::LeftButton);
+}
+
+void EditorFixture::nameFile(QWidget* dialog, const std::string& file) {
+    auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    ASSERT_NE(name, nullptr);
+    name->setText(QString::fromStdString(file));
+    QMetaObject::invokeMethod(dialog, "accept");
+}
+
+void EditorFixture::readNextMessage(QString& said) {
+    whenShown<QMessageBox>([&said](QMessageBox& box) {
+        said = box.text();
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
 }
 
 std::string EditorFixture::stored(const char* file, const std::string& sql) {

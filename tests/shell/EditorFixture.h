@@ -5,7 +5,9 @@
 #include "shell/KorDSMMainDialog.h"
 #include "support/FreshProcess.h"
 
+#include <QApplication>
 #include <QPushButton>
+#include <QTimer>
 
 /// The editor on a copy of the sample databases, with settings of its own.
 class EditorFixture : public FreshProcess {
@@ -42,6 +44,24 @@ protected:
     void answerNext(std::function<void(QWidget*)> answer);
     /// Types a name into the dialog that asks for one, and presses OK.
     static void typeName(QWidget* modal, const char* name, int field = 1015);
+    /// Names a file in the file dialog that is open, and closes it by OK.
+    static void nameFile(QWidget* dialog, const std::string& file);
+    /// Answers the next modal dialog of that class, once it is there.
+    template <typename Dialog>
+    static void whenShown(std::function<void(Dialog&)> answer) {
+        auto* wait = new QTimer(QApplication::instance());
+        QObject::connect(wait, &QTimer::timeout, wait, [wait, answer = std::move(answer)] {
+            auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            wait->stop();
+            wait->deleteLater();
+            answer(*dialog);
+        });
+        wait->start();
+    }
+    /// Reads the message that comes up next, and closes it.
+    static void readNextMessage(QString& said);
 
     /// A value in a database file, read by other means while the editor has no connection open.
     std::string stored(const char* file, const std::string& sql);

@@ -154,12 +154,12 @@ int Exports::importDetail(int eType, const KorOdbcKey& key, eDSN fromDSN, eIndex
     return finish(result, KorString(told.error));
 }
 
-int Exports::importFile(const KorString& path, ImportReport& report) {
+int Exports::importFile(const KorString& path, ImportReport& report, SourceId to) {
     const SourceId file = SourceId::exchange();
     KorString error;
     int result = kFileFailed;
     if (KorDatabaseAccess::setConnection(file.dsn, file.index, path, error) == 1) {
-        const Route route = routeBetween(file, SourceId::user());
+        const Route route = routeBetween(file, to);
         result = route.fault == kDone ? importAllStyles(route, path, report) : route.fault;
         error = route.fault == kDone ? report.error : route.reason;
         for (const ReadProblem& problem : route.from->problems())

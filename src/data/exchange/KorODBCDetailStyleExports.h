@@ -63,10 +63,10 @@ public:
     static int importDetail(int eType, const KorOdbcKey& key, eDSN fromDSN, eIndex fromIndex, eDSN toDSN,
                             eIndex toIndex, ImportReport* report = nullptr);
 
-    /// Imports all detail styles of an exchange file into the User database, as one group of pending changes.
-    /// The file is checked for damage before anything is taken from it. Returns 1, or another of `eResult`;
-    /// then nothing is changed and `report.error` says why.
-    static int importFile(const KorString& path, ImportReport& report);
+    /// Imports all detail styles of an exchange file into an editable source, as one group of pending
+    /// changes. The file is checked for damage before anything is taken from it. Returns 1, or another of
+    /// `eResult`; then nothing is changed and `report.error` says why.
+    static int importFile(const KorString& path, ImportReport& report, SourceId to = SourceId::user());
 
     /// The source that an import goes into: the given one where it may be edited, else the User database.
     /// Returns 1, or 0 and leaves the pair untouched when neither may be edited.
