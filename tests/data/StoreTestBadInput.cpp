@@ -143,10 +143,11 @@ TEST_F(StoreBadInput, NothingThatAFileComputesIsEverRun) {
         std::filesystem::remove(path);
     }
     const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
-    OtherProgram(path).run("CREATE INDEX i ON linetype (name);"
-                           "CREATE TABLE t (a, CHECK (hex(zeroblob(100000)) LIKE a)); INSERT INTO t VALUES ('0%');"
-                           "PRAGMA ignore_check_constraints = ON;"
-                           "INSERT INTO t VALUES ('%0%0%0%0%0%0%0%0%0%1')");
+    OtherProgram(path).run(
+        "CREATE INDEX i ON linetype (name);"
+        "CREATE TABLE t (a, CHECK (hex(zeroblob(100000)) LIKE a)); INSERT INTO t VALUES ('0%');"
+        "PRAGMA ignore_check_constraints = ON;"
+        "INSERT INTO t VALUES ('%0%0%0%0%0%0%0%0%0%1')");
     EXPECT_EQ(rowsOf<View>(*open(path)).size(), 5);
     EXPECT_TRUE(integrityFindings(path).empty());
 }
@@ -170,8 +171,23 @@ TEST_F(StoreBadInput, AdviceToRestoreSaysWhatToDoWithTheJournal) {
     EXPECT_FALSE(mentions(SqliteStore::open(path, kRead).message, "delete"));
     writeBytes(path + "-journal", "left over");
     expectRefused(path, "user.dsdb-journal\" away before");
-    EXPECT_FALSE(mentions(faultSentence(faultOfCode(SQLITE_IOERR_READ, 0), path), "restore"));
-    EXPECT_FALSE(mentions(faultSentence(faultOfCode(SQLITE_NOMEM, 0), path), "restore"));
+    for (int fault = 0; fault <= static_cast<int>(eStoreFault::kOther); ++fault) {
+        const std::string sentence = faultSentence(static_cast<eStoreFault>(fault), path, "detail");
+        EXPECT_EQ(mentions(sentence, "restore"), mentions(sentence, "user.dsdb-journal\" away before"))
+            << sentence;
+    }
+}
+
+TEST_F(StoreBadInput, AReadErrorIsNeverCalledDamage) {
+    const std::string path = m_folder.file("user.dsdb");
+    for (int detail = 0; detail < 40; ++detail)
+        for (const int code : {SQLITE_IOERR, SQLITE_BUSY, SQLITE_LOCKED, SQLITE_NOMEM, SQLITE_CANTOPEN,
+                               SQLITE_PERM, SQLITE_AUTH, SQLITE_INTERRUPT, SQLITE_FULL, SQLITE_READONLY}) {
+            const std::string sentence = faultSentence(faultOfCode(code | detail << 8, 0), path);
+            EXPECT_FALSE(mentions(sentence, "restore") || mentions(sentence, "damage")) << code << sentence;
+        }
+    for (const int error : {EIO, EMFILE, ENFILE, EACCES, EPERM, ENAMETOOLONG, ENOMEM})
+        EXPECT_FALSE(mentions(faultSentence(faultOfOpening(error), path), "restore")) << error;
 }
 
 TEST_F(StoreBadInput, WhatIsNotAMatterOfPermissionIsNotCalledSo) {
@@ -332,6 +348,7 @@ TEST_F(StoreBadInput, ANewFileAppearsWholeOrNotAtAll) {
     }
     writeBytes(path + "-journal", "left over");
     EXPECT_TRUE(mentions(SqliteStore::createWith(path, {}).error, "interrupted change"));
+    EXPECT_TRUE(mentions(SqliteStore::createWith(path, {}).error, "move it away"));
     std::filesystem::remove(path + "-journal");
     std::filesystem::create_symlink(path, m_folder.file("link.dsdb"));
     EXPECT_EQ(SqliteStore::createWith(m_folder.file("link.dsdb"), {}).error, "");

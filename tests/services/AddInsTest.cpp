@@ -48,6 +48,11 @@ TEST_F(AddInsTest, IncompleteAddInsAreReportedAndLeftOut) {
     ASSERT_EQ(AddInManager::getInstance().addIns().size(), 1u);
     EXPECT_EQ(AddInManager::getInstance().addIns()[0].id().number, 0) << "numbered without gaps";
 
+    m_folder.write("addins/b/styles.dsdb-journal", "left over");
+    AddInManager::getInstance().scan(m_folder.path());
+    EXPECT_TRUE(contains(KorHostReport::take()[1].toStdString(),
+                         "moving " + (m_folder.path() / "addins/b/styles.dsdb-journal").string() + " away"));
+
     AddInManager::getInstance().scan(m_folder.path() / "nothing");
     EXPECT_TRUE(AddInManager::getInstance().addIns().empty() && KorHostReport::take().empty());
     m_folder.write("bad/addins", "a file");

@@ -80,6 +80,25 @@ TEST_F(PromptsTest, EverySentenceOfTheSourcesIsThereInGermanAndNoOther) {
         ADD_FAILURE() << source << " has no German: " << sentence;
 }
 
+TEST_F(PromptsTest, AdviceToRestoreAFileIsTheSameInBothLanguagesAndNeverThatOfAReadError) {
+    std::ifstream file(KorResources::folder() / "prompts" / "de.sentences.tsv");
+    int advising = 0;
+    for (std::string line; std::getline(file, line);) {
+        const std::string english = line.substr(0, line.find('\t'));
+        const bool advises = contains(english, "restore");
+        EXPECT_EQ(advises, contains(line.substr(english.size()), "wieder her")) << english;
+        EXPECT_FALSE(advises && (contains(english, "not be read") || contains(english, "cannot be read")))
+            << english;
+        advising += advises;
+    }
+    EXPECT_GT(advising, 5);
+    for (const char* language : {"en.tsv", "de.tsv"}) {
+        std::ifstream texts(KorResources::folder() / "prompts" / language);
+        for (std::string line; std::getline(texts, line);)
+            EXPECT_FALSE(contains(line, "restore") || contains(line, "wieder her")) << line;
+    }
+}
+
 TEST_F(PromptsTest, SentencesComeInTheLanguageOfTheProgramOrAsTheyStand) {
     m_folder.write("en.tsv", "TAB\t0\tDetail style\n");
     m_folder.write("nl.tsv", "TAB\t0\tDetailstijl\n");
@@ -162,9 +181,22 @@ TEST_F(PromptsTest, DamagedAndMissingLinesAreReportedAndTheRestIsUsed) {
         << damaged;
 
     EXPECT_EQ(Prompts::getPrompt("UPS", 2), "UPS 2");
-    EXPECT_TRUE(contains(onlySentence(), "UPS 2"));
-    EXPECT_EQ(Prompts::getPrompt("UPS", 2), "UPS 2");
-    EXPECT_TRUE(KorHostReport::take().empty()) << "reported once";
+    EXPECT_TRUE(KorHostReport::take().empty()) << "the damaged line is what was told of";
+}
+
+TEST_F(PromptsTest, AThousandBrokenOrMissingLinesAreOneMessage) {
+    for (const std::string line : {"no text\n", ""}) {
+        std::string lines = "UPS\t1\tone\n";
+        for (int i = 0; i < 1000; ++i)
+            lines += line;
+        m_folder.write("en.tsv", lines);
+        EXPECT_TRUE(Prompts::load(m_folder.path(), "en"));
+        for (int i = 2; i < 1000; ++i)
+            EXPECT_EQ(Prompts::getPrompt("UPS", i), KorString("UPS ") + KorString::number(i));
+        const std::string told = onlySentence();
+        EXPECT_TRUE(contains(told, "en.tsv") && contains(told, line.empty() ? "UPS 2" : "2, 3, 4, 5, 6, ..."))
+            << told;
+    }
 }
 
 TEST_F(PromptsTest, WhatALanguageLacksIsShownInEnglish) {

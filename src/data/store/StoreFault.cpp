@@ -62,8 +62,8 @@ constexpr std::pair<eStoreFault, const char*> kPatterns[] = {
      translatable("The style database \"%s\" is open in this program; choose another file name.")},
     {eStoreFault::kExists, translatable("The file \"%s\" exists already; choose another file name.")},
     {eStoreFault::kLeftover,
-     translatable("Beside \"%s\" lies a file of an interrupted change (%s); choose another file "
-                  "name, or open the database once so that the change is taken back.")},
+     translatable("Beside \"%s\" lies a file of an interrupted change (%s), which would change a new file; "
+                  "move it away, or bring back the database that it belongs to and open it once.")},
     {eStoreFault::kOddNeighbour,
      translatable("Beside \"%s\" lies \"%s\", which is no ordinary file; move it away to open the style "
                   "database.")},

@@ -12,6 +12,7 @@ namespace {
 constexpr int kNoDescription = 5;
 constexpr int kNoDatabase = 6;
 constexpr int kFolderUnreadable = 7;
+constexpr int kNoDatabaseButJournal = 492;
 
 } // namespace
 
@@ -66,7 +67,10 @@ bool AddInManager::read(const fs::path& folder, KorAddIn& addIn) const {
     addIn.m_database = folder / "styles.dsdb";
     if (fs::exists(addIn.m_database, ignored))
         return true;
-    KorHostReport::add(kNoDatabase, addIn.m_info.name, addIn.m_database.string());
+    // It would change a database that is put there anew.
+    const std::string journal = addIn.m_database.string() + "-journal";
+    KorHostReport::add(fs::exists(journal, ignored) ? kNoDatabaseButJournal : kNoDatabase, addIn.m_info.name,
+                       addIn.m_database.string(), journal);
     return false;
 }
 

@@ -10,7 +10,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <unordered_map>
-#include <unordered_set>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -26,7 +26,7 @@ struct Store {
     Texts translated; // empty for English
     fs::path file;    // of the language
     std::string language;
-    std::unordered_set<std::string> reported;
+    bool isLackTold = false; // of the language's file: that it is missing, has damaged lines or lacks a text
     bool loaded = false;
 };
 
@@ -76,6 +76,7 @@ bool takeSentence(std::string_view line, Texts& sentences) {
 
 using TakeLine = bool (*)(std::string_view, Texts&);
 
+// Returns whether the file could be read; one sentence tells of all that is wrong with it.
 bool readFile(const fs::path& file, TakeLine take, Texts& texts) {
     std::vector<KorString> lines;
     if (!KorTextFile::readLines(file, lines)) {
@@ -84,6 +85,7 @@ bool readFile(const fs::path& file, TakeLine take, Texts& texts) {
             KorString::format(translated("The text file %s cannot be read; texts show in English or as their "
                                          "numbers. Install the program again."),
                               {file.string()}));
+        store().isLackTold = store().isLackTold || file == store().file;
         return false;
     }
     std::vector<int> damaged;
@@ -92,6 +94,7 @@ bool readFile(const fs::path& file, TakeLine take, Texts& texts) {
         if (!lines[i].trimmed().isEmpty() && line.front() != '#' && !take(line, texts))
             damaged.push_back(static_cast<int>(i) + 1);
     }
+    store().isLackTold = store().isLackTold || (!damaged.empty() && file == store().file);
     if (!damaged.empty())
         KorHostReport::add(kLinesDamaged, file.string(), KorTextFile::lineList(damaged));
     return true;
@@ -130,8 +133,7 @@ KorString Prompts::getPrompt(const KorString& category, int number) {
     const Texts& wanted = isEnglish ? store().english : store().translated;
     if (const auto it = wanted.find(id); it != wanted.end())
         return it->second;
-    // Where the whole file is missing, that has been said already.
-    if (!wanted.empty() && store().reported.insert(id).second)
+    if (!std::exchange(store().isLackTold, true))
         KorHostReport::add(kTextMissing, KorString(id), store().file.string());
     const auto it = store().english.find(id);
     return it == store().english.end() ? KorString(id) : it->second;
