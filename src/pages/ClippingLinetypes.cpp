@@ -130,5 +130,8 @@ bool ClippingLinetypes::appendHostLinetype(const KorString& name) {
     m_combo->SetSupportPath({});
     m_combo->SetLinetypeFile({});
     m_combo->SelectItem(name);
-    return appendLinetype(name, {}, lineTypeId);
+    if (!appendLinetype(name, {}, lineTypeId))
+        return false;
+    m_loadedNames.insert(name.lowered());
+    return true;
 }

@@ -2,9 +2,11 @@
 
 #include "base/KorAssert.h"
 #include "controls/KorControls.h"
+#include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
 #include "data/records/ViewRecords.h"
 #include "pages/KorDSMPage.h"
+#include "session/KorDSMGuardedWrite.h"
 
 #include <QAbstractButton>
 
@@ -45,6 +47,9 @@ void CompassChoice::connectControls() {
     picture->setFrame(true);
     picture->setFitToContent(true);
     showPicture(false);
+    KorFieldNote::prepare(button(kCompass));
+    for (const int radio : kChoices)
+        KorFieldNote::prepare(button(radio));
     KorControls::group(&m_page, kCornerRadios);
     KorControls::group(&m_page, kRepresentationRadios);
     connect(button(kCompass), &QAbstractButton::clicked, this, &CompassChoice::onCompassClicked);
@@ -94,7 +99,7 @@ void CompassChoice::onCompassClicked(bool on) {
     for (const int radio : kChoices)
         KorControls::setChecked(button(radio), on && (radio == kFirstCorner || radio == kArrow));
     showPicture(false);
-    m_page.writeField(kColumn, std::int64_t{on});
+    mark(kCompass, m_page.writeField(kColumn, std::int64_t{on}));
     enableChoices();
 }
 
@@ -110,5 +115,13 @@ void CompassChoice::onChoiceClicked(int radio) {
     const int representationRadio = checkedIn(kArrow, kSymbol);
     const int representation =
         representationRadio ? representationRadio - kArrow : std::max(storedCode() - 1, 0) / kCorners;
-    m_page.writeField(kColumn, std::int64_t{corner + kCorners * representation});
+    mark(radio, m_page.writeField(kColumn, std::int64_t{corner + kCorners * representation}));
+}
+
+// The code is one value, of which all three parts are stored or none.
+void CompassChoice::mark(int control, int result) {
+    KorFieldNote::show(button(kCompass), {});
+    m_page.markStored(button(kFirstCorner), true);
+    m_page.markStored(button(kArrow), true);
+    m_page.markStored(button(control), result == KorDSMGuardedWrite::kWrite);
 }

@@ -38,6 +38,7 @@ private:
     int checkedIn(int first, int last) const;
     int storedCode() const;
     void showPicture(bool symbol);
+    void mark(int control, int result);
     void onCompassClicked(bool on);
     void onChoiceClicked(int radio);
 

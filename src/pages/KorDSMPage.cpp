@@ -3,6 +3,7 @@
 #include "base/KorAssert.h"
 #include "controls/KorButtonGroup.h"
 #include "controls/KorControls.h"
+#include "controls/KorFieldNote.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "model/CurrentUnits.h"
@@ -14,6 +15,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QButtonGroup>
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
@@ -28,6 +30,7 @@ KorDSMPage* g_currentPage = nullptr;
 
 constexpr int kFirstTemplate = 1086;
 constexpr int kLastTemplate = 2321;
+constexpr int kNotStored = 454;
 
 } // namespace
 
@@ -69,6 +72,7 @@ void KorDSMPage::OnShow(int show) {
             refreshLists();
             m_needsRefresh = false;
         }
+        KorFieldNote::clear(this);
         loadData();
         afterLoad();
         m_needsInit = false;
@@ -164,6 +168,20 @@ int KorDSMPage::writeField(int column, const CellValue& value) {
     if (result == KorDSMGuardedWrite::kWrite)
         KorDSMTwins::recordWritten(*shown);
     return result;
+}
+
+void KorDSMPage::markStored(QWidget* control, bool stored) {
+    const auto* button = qobject_cast<QAbstractButton*>(control);
+    if (button && button->group())
+        for (QAbstractButton* other : button->group()->buttons())
+            KorFieldNote::show(other, {});
+    KorFieldNote::show(control, stored ? QString() : toQt(Prompts::dsm(kNotStored)));
+}
+
+bool KorDSMPage::writeFrom(QWidget* control, int column, const CellValue& value) {
+    const bool stored = writeField(column, value) == KorDSMGuardedWrite::kWrite;
+    markStored(control, stored);
+    return stored;
 }
 
 void KorDSMPage::addTooltip(int controlId, int promptNumber) {

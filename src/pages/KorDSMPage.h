@@ -75,6 +75,12 @@ public:
     /// where it was so before; any other value means that nothing changed.
     int writeField(int column, const CellValue& value);
 
+    /// Says beside a control that the choice it shows is not stored, because the user declined the question
+    /// or the write failed; or takes that back, for radio buttons of the whole group.
+    void markStored(QWidget* control, bool stored);
+    /// Writes as `writeField` does and marks the control accordingly. Returns whether the value is stored.
+    bool writeFrom(QWidget* control, int column, const CellValue& value);
+
     /// Tooltip text of a control; empty when it has none.
     KorString getTooltip(int controlId) const;
     void addTooltip(int controlId, int promptNumber);

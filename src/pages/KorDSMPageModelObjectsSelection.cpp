@@ -2,11 +2,14 @@
 
 #include "base/KorAssert.h"
 #include "controls/KorControls.h"
+#include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
 #include "controls/KorQt.h"
 #include "data/KorODBCDetStyle.h"
 #include "data/KorOdbcGUI.h"
 #include "services/Prompts.h"
+
+#include <numeric>
 
 namespace {
 
@@ -47,9 +50,13 @@ bool KorDSMPageModelObjectsSelection::OnInitDialog() {
         m_buttons[i] = KorControls::find<QRadioButton>(this, control);
         if (!KorAssert::check(m_buttons[i] != nullptr, "bRes"))
             return false;
+        KorFieldNote::prepare(m_buttons[i]);
         addTooltip(control, kButtonTooltip);
         connect(m_buttons[i], &QRadioButton::clicked, this, [this, i] { onButtonClicked(i); });
     }
+    std::vector<int> radios(kButtons);
+    std::iota(radios.begin(), radios.end(), kFirstButton);
+    KorControls::group(this, radios);
     return true;
 }
 
@@ -86,5 +93,5 @@ std::vector<ShownColumns> KorDSMPageModelObjectsSelection::shownColumns() const 
 void KorDSMPageModelObjectsSelection::onButtonClicked(std::size_t index) {
     StructDetObjSelectionStrategy strategy;
     if (item() && KorOdbcGUI::getDetObjSelectionStrategy(m_names[static_cast<int>(index)], strategy) == 1)
-        writeField(kColumnStrategy, std::int64_t{strategy.key});
+        writeFrom(m_buttons[index], kColumnStrategy, std::int64_t{strategy.key});
 }

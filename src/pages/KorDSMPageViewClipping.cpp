@@ -2,24 +2,26 @@
 
 #include "base/KorAssert.h"
 #include "controls/KorControls.h"
+#include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
 #include "controls/KorLineEdit.h"
 #include "controls/KorQt.h"
 #include "controls/linetype/KorLinetypeCombo.h"
-#include "data/KorDetStructureUtilities.h"
 #include "data/KorODBCDetStyle.h"
 #include "data/KorOdbcGUI.h"
-#include "data/KorScales.h"
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "model/items/KorDsmItems.h"
+#include "pages/ClippingLists.h"
 #include "services/KorUnitsManager.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMValueText.h"
 #include "session/PendingGroup.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 
 #include <algorithm>
 
@@ -61,18 +63,16 @@ enum eColumn : int {
     kColumnGap = 10,
 };
 
-constexpr int kDefaultKey = -1;
 constexpr int kTypeWithoutLine = 2;
 constexpr int kTypeWithOwnLine = 3;
-constexpr int kUseDefaultPrompt = 14101;
-constexpr int kNoClippingPrompt = 450;
-constexpr int kNoClipping = 0; // what the entry for no strategy carries
 
 constexpr std::pair<int, int> kCaptions[] = {
-    {1173, 33758}, {1174, 33759},    {1175, 33760},          {1176, 33761},
-    {1177, 33762}, {kAlongX, 33763}, {kAlongY, 33764},       {1179, 33918},
-    {1178, 33919}, {1180, 33920},    {kObliqueLines, 33921}, {kUseDefault, kUseDefaultPrompt},
+    {1173, 33758}, {1174, 33759}, {kAlongX, 33763},       {kAlongY, 33764},
+    {1179, 33918}, {1180, 33920}, {kObliqueLines, 33921}, {kUseDefault, 14101},
 };
+
+constexpr std::pair<int, int> kLengthCaptions[] = {
+    {1175, 33760}, {1176, 33761}, {1177, 33762}, {1178, 33919}};
 
 constexpr std::pair<int, int> kTooltips[] = {
     {kStrategy, 33863}, {kInterval, 33864}, {kKeepEachSide, 33865},
@@ -107,6 +107,8 @@ KorDSMPageViewClipping::KorDSMPageViewClipping(QWidget* parent)
                      {{kAlongX, kColumnAlongX},
                       {kAlongY, kColumnAlongY},
                       {kKeepEachSide, kColumnKeepEachSide},
+                      // Below 0 would mean the default, which has a box of its own.
+                      {.control = kExtension, .column = kColumnExtension, .lowest = 0.0},
                       {kObliqueLines, kColumnObliqueLines}},
                      [this] {
                          return PageFields::Row{kTableLengthClip, clipKey()};
@@ -153,12 +155,14 @@ void KorDSMPageViewClipping::setTexts() {
 void KorDSMPageViewClipping::connectControls() {
     m_fields.connectControls();
     m_styledFields.connectControls();
+    for (QWidget* control : {static_cast<QWidget*>(m_strategy), static_cast<QWidget*>(m_gap),
+                             static_cast<QWidget*>(m_type), static_cast<QWidget*>(m_useDefault), linetype()})
+        KorFieldNote::prepare(control);
     connect(m_strategy, &QComboBox::activated, this, &KorDSMPageViewClipping::onStrategyChosen);
     connect(m_gap, &QComboBox::activated, this, &KorDSMPageViewClipping::onGapChosen);
     connect(m_type, &QComboBox::activated, this, &KorDSMPageViewClipping::onTypeChosen);
     connect(m_useDefault, &QCheckBox::clicked, this, &KorDSMPageViewClipping::onUseDefaultClicked);
-    connect(m_extension, &KorLineEdit::committed, this,
-            [this](const QString& text) { onExtensionCommitted(fromQt(text)); });
+    connect(&m_styledFields, &PageFields::written, this, &KorDSMPageViewClipping::applySituation);
     connect(KorControls::find<KorLinetypeCombo>(this, kLinetype), &KorLinetypeCombo::chosen, this,
             &KorDSMPageViewClipping::onLinetypeChosen);
     if (auto* copy = KorControls::find<QAbstractButton>(this, kCopy))
@@ -174,9 +178,7 @@ KorOdbcKey KorDSMPageViewClipping::clipKey() const {
 
 std::vector<ShownColumns> KorDSMPageViewClipping::shownColumns() const {
     std::vector<ShownColumns> shown = shownWith({kColumnOfView});
-    shown.push_back({kTableLengthClip,
-                     clipKey(),
-                     {kColumnName, kColumnExtension, kColumnType, kColumnLinetype, kColumnGap}});
+    shown.push_back({kTableLengthClip, clipKey(), {kColumnName, kColumnType, kColumnLinetype, kColumnGap}});
     return shown;
 }
 
@@ -184,25 +186,43 @@ bool KorDSMPageViewClipping::readClip(StructDetViewLengthClip& clip) const {
     return KorODBCDetStyle::getDetViewLengthClip(clipKey(), clip) == 1;
 }
 
-bool KorDSMPageViewClipping::writeClip(int column, const CellValue& value) {
-    return KorDSMGuardedWrite::setAttributeValue(kTableLengthClip, clipKey(), column, value) ==
-           KorDSMGuardedWrite::kWrite;
+bool KorDSMPageViewClipping::writeClip(QWidget* control, int column, const CellValue& value) {
+    const StructRecord* clip = StyleDatabases::current().here()->table(kTableLengthClip).find(clipKey());
+    const Column& written = *findTable(kTableLengthClip)->column(column);
+    const bool stored = clip && (written.read(clip) == value ||
+                                 KorDSMGuardedWrite::setAttributeValue(kTableLengthClip, clipKey(), column,
+                                                                       value) == KorDSMGuardedWrite::kWrite);
+    markStored(control, stored);
+    return stored;
+}
+
+QWidget* KorDSMPageViewClipping::linetype() const {
+    return KorControls::find(this, kLinetype);
+}
+
+// A length stands in the unit of its database, which the caption names where the number does not.
+void KorDSMPageViewClipping::showUnits() {
+    for (const auto& [control, prompt] : kLengthCaptions)
+        KorControls::find<QLabel>(this, control)
+            ->setText(toQt(KorDSMValueText::withLengthUnit(Prompts::ups(prompt))));
 }
 
 bool KorDSMPageViewClipping::loadData() {
     if (!item() || !m_strategy)
         return false;
     enableControls(); // what another strategy, or none, leaves free
-    fillStrategies();
-    fillGaps();
+    KorFieldNote::clear(this);
+    showUnits();
+    ClippingLists::fillStrategies(*m_strategy);
+    ClippingLists::fillGaps(*m_gap);
     m_linetypes.fill();
-    fillTypes();
+    ClippingLists::fillTypes(*m_type);
     StructDetViewLengthClip clip;
     const bool found = readClip(clip);
     enableControl(kCopy, found);
     enableControl(kRename, found);
     if (!found) {
-        m_strategy->setCurrentIndex(clipKey().getKey() > 0 ? -1 : 0);
+        ClippingLists::selectStrategy(*m_strategy, std::max(clipKey().getKey(), ClippingLists::kNoClipping));
         clearControls(kCommonControls);
         clearControls(kStyledControls);
     } else {
@@ -211,51 +231,9 @@ bool KorDSMPageViewClipping::loadData() {
     return found;
 }
 
-void KorDSMPageViewClipping::fillStrategies() {
-    KorArray<KorString> names;
-    KorOdbcGUI::getDetViewLengthClipList(names);
-    std::ranges::sort(names, KorDetStructureUtilities::isNameBefore);
-    m_strategy->clear();
-    m_strategy->addItem(toQt(Prompts::dsm(kNoClippingPrompt)), kNoClipping);
-    for (const KorString& name : names)
-        m_strategy->addItem(toQt(name));
-}
-
-// The first entry is that for none, also where a strategy has its name.
-void KorDSMPageViewClipping::selectStrategy(const KorString& name) {
-    int index = m_strategy->count() - 1;
-    while (index > 0 && m_strategy->itemText(index) != toQt(name))
-        --index;
-    m_strategy->setCurrentIndex(index > 0 ? index : -1);
-}
-
-void KorDSMPageViewClipping::fillGaps() {
-    KorArray<StructClippingGap> gaps;
-    KorOdbcGUI::getClippingGapTable(gaps);
-    m_gap->clear();
-    for (const StructClippingGap& row : gaps) {
-        const bool isDefault = row.gap == -1.0;
-        m_gap->addItem(toQt(isDefault ? Prompts::ups(kUseDefaultPrompt)
-                                      : formatValue(row.gap, KorUnitsManager::kLength)),
-                       row.key);
-    }
-}
-
-void KorDSMPageViewClipping::fillTypes() {
-    KorArray<KorString> names;
-    KorOdbcGUI::getClippingTypeList(names);
-    m_type->clear();
-    m_type->addItem(toQt(Prompts::ups(kUseDefaultPrompt)), kDefaultKey);
-    for (const KorString& name : names) {
-        StructClippingType type;
-        const bool found = KorODBCClippingType::getClippingType(name, type) == 1;
-        m_type->addItem(toQt(name), found ? type.key : kDefaultKey);
-    }
-}
-
 void KorDSMPageViewClipping::showClip(const StructDetViewLengthClip& clip) {
-    selectStrategy(clip.name);
-    showGap(clip.gap);
+    ClippingLists::selectStrategy(*m_strategy, clip.key);
+    ClippingLists::showGap(*m_gap, clip.gap);
     m_fields.load();
     const auto* style =
         dynamic_cast<const KorDsmDetailStyleItem*>(item()->ancestor(KorDSMDefines::kDetailStyle));
@@ -265,14 +243,6 @@ void KorDSMPageViewClipping::showClip(const StructDetViewLengthClip& clip) {
     }
     showStyledClip(clip, style->getRecord().getAutomaticClipping() == 0);
     applySituation();
-}
-
-void KorDSMPageViewClipping::showGap(double gap) {
-    StructClippingGap row;
-    const bool known = KorODBCClippingGap::getClippingGapByValue(gap, row) == 1;
-    // A gap that the table does not offer is shown all the same, as the text of a combo without a choice.
-    m_gap->setPlaceholderText(toQt(formatValue(gap, KorUnitsManager::kLength)));
-    m_gap->setCurrentIndex(known ? m_gap->findData(row.key) : -1);
 }
 
 void KorDSMPageViewClipping::showStyledClip(const StructDetViewLengthClip& clip, bool keepsEachSide) {
@@ -300,19 +270,6 @@ void KorDSMPageViewClipping::clearControls(const std::vector<int>& controls) {
     m_typePicture->hide();
 }
 
-bool KorDSMPageViewClipping::selectedGap(double& gap) const {
-    if (m_gap->currentIndex() < 0)
-        return false;
-    const int key = m_gap->currentData().toInt();
-    if (key == kDefaultKey)
-        return kor_odbc_getDefault("C40_ClipLineDistance", gap) == 1;
-    StructClippingGap row;
-    if (KorODBCClippingGap::getClippingGapByKey(KorOdbcKey(key), row) != 1)
-        return false;
-    gap = row.gap;
-    return true;
-}
-
 void KorDSMPageViewClipping::applySituation() {
     StructDetViewLengthClip clip;
     if (!readClip(clip) || !item()->ancestor(KorDSMDefines::kDetailStyle))
@@ -320,13 +277,13 @@ void KorDSMPageViewClipping::applySituation() {
     const bool hasNoLine = clip.clippingTypeKey == kTypeWithoutLine;
     enableControl(kExtension, !hasNoLine && clip.extension >= 0.0);
     enableControl(kLinetype, !hasNoLine && clip.clippingTypeKey != kTypeWithOwnLine);
-    double gap = 0.0;
-    if (!selectedGap(gap)) {
+    const auto gap = ClippingLists::selectedGap(*m_gap);
+    if (!gap) {
         m_typePicture->hide();
         return;
     }
     const double extension = parseValue(fromQt(m_extension->text()), KorUnitsManager::kLength).value_or(0.0);
-    showTypePicture(clip, !hasNoLine ? situationOf(gap, extension) : gap <= 0.0 ? 2 : 1);
+    showTypePicture(clip, !hasNoLine ? situationOf(*gap, extension) : *gap <= 0.0 ? 2 : 1);
 }
 
 void KorDSMPageViewClipping::showTypePicture(const StructDetViewLengthClip& clip, int situation) {
@@ -338,14 +295,9 @@ void KorDSMPageViewClipping::showTypePicture(const StructDetViewLengthClip& clip
 }
 
 void KorDSMPageViewClipping::onStrategyChosen() {
-    StructDetViewLengthClip chosen;
-    if (m_strategy->currentData() == kNoClipping)
-        chosen.key = 0;
-    else if (KorOdbcGUI::getDetViewLengthClip(fromQt(m_strategy->currentText()), chosen) != 1)
-        return;
-    if (chosen.key == clipKey().getKey())
-        return;
-    if (writeField(kColumnOfView, std::int64_t{chosen.key}) == KorDSMGuardedWrite::kWrite)
+    const int before = clipKey().getKey();
+    const int chosen = m_strategy->currentData().toInt();
+    if (item() && writeFrom(m_strategy, kColumnOfView, std::int64_t{chosen}) && chosen != before)
         loadData();
 }
 
@@ -355,29 +307,15 @@ void KorDSMPageViewClipping::onGapChosen() {
     if (!readClip(clip) ||
         KorODBCClippingGap::getClippingGapByKey(KorOdbcKey(m_gap->currentData().toInt()), row) != 1)
         return;
-    if (row.gap != clip.gap)
-        writeClip(kColumnGap, row.gap);
-    applySituation();
-}
-
-void KorDSMPageViewClipping::onExtensionCommitted(const KorString& text) {
-    StructDetViewLengthClip clip;
-    if (!readClip(clip) || clip.extension < 0.0)
-        return;
-    const KorString stored = formatValue(clip.extension, KorUnitsManager::kLength);
-    const auto value = parseValue(text, KorUnitsManager::kLength);
-    // Below 0 would mean the default, which has a box of its own.
-    if (!value || *value < 0.0)
-        m_extension->setText(toQt(stored));
-    else if (text != stored && writeClip(kColumnExtension, *value))
-        m_extension->setText(toQt(formatValue(*value, KorUnitsManager::kLength)));
+    writeClip(m_gap, kColumnGap, row.gap);
     applySituation();
 }
 
 void KorDSMPageViewClipping::onUseDefaultClicked(bool useDefault) {
     m_extension->setText(toQt(formatValue(0.0, KorUnitsManager::kLength)));
     enableControl(kExtension, !useDefault);
-    if (writeClip(kColumnExtension, useDefault ? -1.0 : 0.0))
+    KorFieldNote::show(m_extension, {});
+    if (writeClip(m_useDefault, kColumnExtension, useDefault ? -1.0 : 0.0))
         applySituation();
 }
 
@@ -386,8 +324,7 @@ void KorDSMPageViewClipping::onTypeChosen() {
     const int key = m_type->currentData().toInt();
     if (!readClip(clip))
         return;
-    if (key != clip.clippingTypeKey)
-        writeClip(kColumnType, std::int64_t{key});
+    writeClip(m_type, kColumnType, std::int64_t{key});
     applySituation();
 }
 
@@ -399,8 +336,8 @@ void KorDSMPageViewClipping::onLinetypeChosen(const KorString& name) {
     const auto key = m_linetypes.keyOfChoice(name, window());
     if (!key)
         m_linetypes.select(clip.linetypeKey);
-    else if (*key != clip.linetypeKey)
-        writeClip(kColumnLinetype, std::int64_t{*key});
+    else
+        writeClip(linetype(), kColumnLinetype, std::int64_t{*key});
 }
 
 void KorDSMPageViewClipping::onCopy() {
@@ -418,8 +355,8 @@ void KorDSMPageViewClipping::onCopy() {
     if (!KorAssert::check(result > 0, "result > 0") || result != StyleDatabases::kWritten)
         return;
     KorDSMMainWindow::sendMessage(DsmDataChanged());
-    fillStrategies();
-    selectStrategy(dialog.name());
+    ClippingLists::fillStrategies(*m_strategy);
+    ClippingLists::selectStrategy(*m_strategy, copy.key);
     onStrategyChosen();
 }
 
@@ -429,8 +366,11 @@ void KorDSMPageViewClipping::onRename() {
         return;
     KorDSMDialogNewItem dialog(kNewItemKind, clip.name, false, window());
     if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty() || dialog.name() == clip.name ||
-        !writeClip(kColumnName, dialog.name()))
+        !writeClip(m_strategy, kColumnName, dialog.name())) {
+        // The box shows the strategy, not the name that was declined.
+        markStored(m_strategy, true);
         return;
-    fillStrategies();
-    selectStrategy(dialog.name());
+    }
+    ClippingLists::fillStrategies(*m_strategy);
+    ClippingLists::selectStrategy(*m_strategy, clip.key);
 }

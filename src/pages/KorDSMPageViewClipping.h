@@ -28,24 +28,20 @@ private:
 
     KorOdbcKey clipKey() const;
     bool readClip(StructDetViewLengthClip& clip) const;
-    bool writeClip(int column, const CellValue& value);
+    /// Writes a column of the strategy from a control, which is marked where that was not stored.
+    bool writeClip(QWidget* control, int column, const CellValue& value);
+    QWidget* linetype() const;
 
-    void fillStrategies();
-    void selectStrategy(const KorString& name);
-    void fillGaps();
-    void fillTypes();
+    void showUnits();
     void showClip(const StructDetViewLengthClip& clip);
-    void showGap(double gap);
     void showStyledClip(const StructDetViewLengthClip& clip, bool keepsEachSide);
     void clearControls(const std::vector<int>& controls);
-    bool selectedGap(double& gap) const;
     /// Shows which of the type's pictures applies, and enables what the type and the extension leave free.
     void applySituation();
     void showTypePicture(const StructDetViewLengthClip& clip, int situation);
 
     void onStrategyChosen();
     void onGapChosen();
-    void onExtensionCommitted(const KorString& text);
     void onUseDefaultClicked(bool useDefault);
     void onTypeChosen();
     void onLinetypeChosen(const KorString& name);

@@ -2,6 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "controls/KorControls.h"
+#include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
 #include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
@@ -106,6 +107,7 @@ bool KorDSMPageViewDefinition::OnInitDialog() {
         connect(KorControls::find<QAbstractButton>(this, section.goTo), &QAbstractButton::clicked, this,
                 [this, i] { goTo(i); });
     }
+    KorFieldNote::prepare(m_views);
     connect(m_views, &VELComboTree::entrySelected, this, &KorDSMPageViewDefinition::onViewChosen);
     connect(KorControls::find<QAbstractButton>(this, kCopy), &QAbstractButton::clicked, this,
             &KorDSMPageViewDefinition::onCopy);
@@ -173,9 +175,13 @@ bool KorDSMPageViewDefinition::putIntoStyle(const StructDetViewRequest& request)
 
 void KorDSMPageViewDefinition::onViewChosen() {
     StructDetViewRequest chosen;
-    if (!styleItem() ||
-        KorOdbcGUI::getDetViewRequest(SelectionFills::nameOf(m_views->getSelectedPath()), chosen) != 1 ||
-        chosen.key == item()->recordKey() || !putIntoStyle(chosen))
+    if (!item() ||
+        KorOdbcGUI::getDetViewRequest(SelectionFills::nameOf(m_views->getSelectedPath()), chosen) != 1)
+        return;
+    const bool isShown = chosen.key == item()->recordKey();
+    const bool stored = isShown || putIntoStyle(chosen);
+    markStored(m_views, stored);
+    if (isShown || !stored)
         return;
     loadData();
     setOtherPagesModified(true);

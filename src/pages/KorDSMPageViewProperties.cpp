@@ -2,6 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "controls/KorControls.h"
+#include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
 #include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
@@ -60,6 +61,7 @@ bool KorDSMPageViewProperties::OnInitDialog() {
     KorControls::find<KorInfoCtrl>(this, kInfo)->setInfo(Prompts::ups(kInfoText), kInfoPicture);
     alignFields();
     m_fields.connectControls();
+    KorFieldNote::prepare(m_scales);
     connect(m_scales, &VELComboTree::entrySelected, this, &KorDSMPageViewProperties::onScaleChosen);
     m_compass.connectControls();
     return true;
@@ -117,9 +119,14 @@ void KorDSMPageViewProperties::fillScales() {
     }
 }
 
-void KorDSMPageViewProperties::selectScale() {
+KorString KorDSMPageViewProperties::scaleName() const {
     KorString name;
     kor_odbc_getScaleDescription(request().scale, name, getScaleUnitsOfCurrentDatabase(), false);
+    return name;
+}
+
+void KorDSMPageViewProperties::selectScale() {
+    const KorString name = scaleName();
     // A scale that is in no list is still legible: it stands where the choice would be.
     m_scales->setPlaceholderText(toQt(name));
     m_scales->selectPath({});
@@ -137,7 +144,11 @@ void KorDSMPageViewProperties::selectScale() {
 void KorDSMPageViewProperties::onScaleChosen() {
     if (!item())
         return;
-    const double factor = kor_odbc_getSpecificScale(SelectionFills::nameOf(m_scales->getSelectedPath()));
-    if (factor > 0.0)
-        writeField(kColumnScale, factor);
+    const KorString name = SelectionFills::nameOf(m_scales->getSelectedPath());
+    const double factor = kor_odbc_getSpecificScale(name);
+    // What other programs stored need not be the same number to the last digit.
+    if (name == scaleName())
+        markStored(m_scales, true);
+    else if (factor > 0.0)
+        writeFrom(m_scales, kColumnScale, factor);
 }

@@ -23,6 +23,7 @@ public:
 private:
     const StructDetViewRequest& request() const;
     void alignFields();
+    KorString scaleName() const;
     void fillScales();
     void selectScale();
     void onScaleChosen();

@@ -2,6 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "controls/KorControls.h"
+#include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
 #include "controls/KorQt.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
@@ -35,13 +36,17 @@ bool KorDSMTitlePage::OnInitDialog() {
     }
     setCaption(m_table.positionFrame, 33656);
     setCaption(m_table.formatFrame, 33657);
+    std::vector<int> radios;
     for (const TitlePosition& position : m_table.positions) {
+        radios.push_back(position.radio);
+        KorFieldNote::prepare(KorControls::find(this, position.radio));
         setCaption(position.radio, position.prompt);
         if (m_table.positionTooltip)
             addTooltip(position.radio, m_table.positionTooltip);
         connect(KorControls::find<QRadioButton>(this, position.radio), &QRadioButton::clicked, this,
                 [this, radio = position.radio] { onPositionClicked(radio); });
     }
+    KorControls::group(this, radios);
     if (m_table.designerTooltip)
         addTooltip(kDesigner, m_table.designerTooltip);
     m_title = new LabelField(*this, *m_designer, m_table.formatColumn, m_table.objectType);
@@ -103,9 +108,7 @@ void KorDSMTitlePage::onPositionClicked(int radioId) {
     if (!item())
         return;
     const TitlePosition& position = positionOf(radioId, &TitlePosition::radio);
-    const CellValue value = std::int64_t{position.value};
-    if (value != stored(m_table.positionColumn))
-        writeField(m_table.positionColumn, value);
+    writeFrom(KorControls::find(this, radioId), m_table.positionColumn, std::int64_t{position.value});
     showPicture(position);
 }
 

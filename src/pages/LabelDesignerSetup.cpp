@@ -10,6 +10,8 @@
 #include "services/Prompts.h"
 #include "session/KorDSMHandOver.h"
 
+#include <cmath>
+
 namespace {
 
 constexpr int kTitleFamily = 40;
@@ -52,6 +54,19 @@ LabelDesignerTexts texts() {
     return result;
 }
 
+// Sizes are chosen from a list, never read from their texts: in inches a thousandth is near enough.
+QString sizeText(const KorUnitsManager& units, double size) {
+    const QString exact = toQt(units.format(size, KorUnitsManager::kPaper));
+    if (!units.getBasisUnitForDistanceIsImperial())
+        return exact + ' ' + QLatin1String(units.getUnit(KorUnitsManager::kPaper).symbol());
+    constexpr double kThousandth = 0.0254;
+    const bool isFraction =
+        exact.contains('/') || !exact.contains(QLatin1Char(KorUnitsManager::decimalMark()));
+    return isFraction
+               ? exact
+               : toQt(units.format(std::round(size / kThousandth) * kThousandth, KorUnitsManager::kPaper));
+}
+
 } // namespace
 
 void LabelDesignerSetup::apply(VELLabelDesignerCtrlWrap& designer, int objectTypeKey) {
@@ -66,8 +81,7 @@ void LabelDesignerSetup::apply(VELLabelDesignerCtrlWrap& designer, int objectTyp
 
 void LabelDesignerSetup::applySource(VELLabelDesignerCtrlWrap& designer) {
     const KorUnitsManager& units = getUnitsOfCurrentDatabase();
-    designer.SetGUIIUnits(
-        [&units](double size) { return toQt(units.format(size, KorUnitsManager::kPaper)); });
+    designer.SetGUIIUnits([&units](double size) { return sizeText(units, size); });
     designer.SetDefaultFont(creationDefault("TextFont", KorString("Arial")));
     designer.SetDefaultSize(creationDefault("TitleHeight", 5.0));
     designer.SetDefaultColor(creationDefault("TitleColor", 3));

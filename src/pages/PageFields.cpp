@@ -1,6 +1,7 @@
 #include "pages/PageFields.h"
 
 #include "controls/KorControls.h"
+#include "controls/KorFieldNote.h"
 #include "controls/KorLineEdit.h"
 #include "controls/KorQt.h"
 #include "data/KorDetStructureUtilities.h"
@@ -69,9 +70,11 @@ void PageFields::connectControls() {
 
 void PageFields::connectField(const PageField& field) {
     for (const auto& [number, value] : field.radios)
-        if (auto* radio = KorControls::find<QRadioButton>(&m_page, number))
+        if (auto* radio = KorControls::find<QRadioButton>(&m_page, number)) {
+            KorFieldNote::prepare(radio);
             connect(radio, &QRadioButton::clicked, this,
-                    [this, &field, value = value] { write(field, std::int64_t{value}); });
+                    [this, &field, radio, value = value] { write(field, *radio, std::int64_t{value}); });
+        }
     if (!field.radios.empty()) {
         std::vector<int> numbers;
         for (const auto& [number, value] : field.radios)
@@ -79,14 +82,17 @@ void PageFields::connectField(const PageField& field) {
         KorControls::group(&m_page, numbers);
     }
     QWidget* control = KorControls::find(&m_page, field.control);
-    if (auto* box = qobject_cast<QCheckBox*>(control))
+    if (control)
+        KorFieldNote::prepare(control);
+    if (auto* box = qobject_cast<QCheckBox*>(control)) {
         connect(box, &QCheckBox::clicked, this,
-                [this, &field](bool checked) { write(field, std::int64_t{checked}); });
-    else if (auto* combo = qobject_cast<QComboBox*>(control))
+                [this, &field, box](bool checked) { write(field, *box, std::int64_t{checked}); });
+    } else if (auto* combo = qobject_cast<QComboBox*>(control)) {
         connect(combo, &QComboBox::activated, this, [this, &field, combo] { onEntryChosen(field, *combo); });
-    else if (auto* edit = qobject_cast<KorLineEdit*>(control))
-        connect(edit, &KorLineEdit::committed, this,
-                [this, &field](const QString& text) { onTextCommitted(field, fromQt(text)); });
+    } else if (auto* edit = qobject_cast<KorLineEdit*>(control)) {
+        connect(edit, &KorLineEdit::committed, this, [this, &field, edit] { onTextCommitted(field, *edit); });
+        connect(edit, &KorLineEdit::restored, this, [edit] { KorFieldNote::show(edit, {}); });
+    }
 }
 
 void PageFields::fillLists() {
@@ -131,9 +137,13 @@ void PageFields::loadField(const PageField& field, const StructRecord& record) {
     if (!column)
         return;
     for (const auto& [number, value] : field.radios)
-        if (auto* radio = KorControls::find<QRadioButton>(&m_page, number))
+        if (auto* radio = KorControls::find<QRadioButton>(&m_page, number)) {
             KorControls::setChecked(radio, column->isInteger() && column->integerIn(&record) == value);
+            KorFieldNote::show(radio, {});
+        }
     QWidget* control = KorControls::find(&m_page, field.control);
+    if (control)
+        KorFieldNote::show(control, {});
     if (auto* box = qobject_cast<QCheckBox*>(control)) {
         box->setChecked(column->integerIn(&record) != 0);
     } else if (auto* combo = qobject_cast<QComboBox*>(control)) {
@@ -157,41 +167,52 @@ void PageFields::loadCombo(const PageField& field, const Column& column, std::in
                               : -1);
 }
 
-void PageFields::onEntryChosen(const PageField& field, const QComboBox& combo) {
+void PageFields::onEntryChosen(const PageField& field, QComboBox& combo) {
     const Column* column = columnOf(field);
     if (!column || !source())
         return;
     if (!column->isReference())
-        return write(field, std::int64_t{combo.currentIndex()});
+        return write(field, combo, std::int64_t{combo.currentIndex()});
     if (field.optional && combo.currentIndex() == 0)
-        return write(field, std::int64_t{0});
+        return write(field, combo, std::int64_t{0});
     if (const StructRecord* target = source()->table(column->target).find(fromQt(combo.currentText())))
-        write(field, std::int64_t{target->key});
+        write(field, combo, std::int64_t{target->key});
 }
 
-void PageFields::onTextCommitted(const PageField& field, const KorString& text) {
+void PageFields::onTextCommitted(const PageField& field, KorLineEdit& edit) {
     const Column* column = columnOf(field);
     const StructRecord* record = recordOf(row());
-    if (m_loading || !column || !record || text == fieldText(*column, *record))
+    if (m_loading || !column || !record)
         return;
-    if (column->isText()) {
-        write(field, text);
+    const KorString text = fromQt(edit.text());
+    if (column->isText())
+        return write(field, edit, text);
+    if (text == fieldText(*column, *record))
+        return m_page.markStored(&edit, true);
+    Column limited = *column;
+    limited.minimum = std::max(column->minimum, field.lowest);
+    const auto parsed = KorDSMValueText::parse(*findTable(row().table), limited, text);
+    if (!parsed.value) {
+        // It stays to be corrected.
+        edit.refuse();
+        KorFieldNote::show(&edit, toQt(parsed.note));
         return;
     }
-    // What is no value of the column goes back to the stored one, so that nothing shown is unstored.
-    const auto parsed = KorDSMValueText::parse(*findTable(row().table), *column, text);
-    if (parsed.value && numberText(*column, *parsed.value) != fieldText(*column, *record))
-        write(field, *parsed.value);
-    if (const StructRecord* now = recordOf(row()))
-        loadField(field, *now);
+    if (numberText(*column, *parsed.value) != fieldText(*column, *record))
+        write(field, edit, *parsed.value);
+    record = recordOf(row());
+    if (record && numberText(*column, *parsed.value) == fieldText(*column, *record))
+        loadField(field, *record);
 }
 
-void PageFields::write(const PageField& field, const CellValue& value) {
+void PageFields::write(const PageField& field, QWidget& control, const CellValue& value) {
     const Column* column = columnOf(field);
     const StructRecord* record = recordOf(row());
-    // A click on what is chosen already is no change, and nobody is asked about it.
-    if (m_loading || !column || !record || column->read(record) == value)
+    if (m_loading || !column || !record)
         return;
+    // A click on what is stored already is no change, and nobody is asked about it.
+    if (column->read(record) == value)
+        return m_page.markStored(&control, true);
     int result = 0;
     if (m_rowToEdit) {
         const Row edited = row();
@@ -199,7 +220,9 @@ void PageFields::write(const PageField& field, const CellValue& value) {
     } else {
         result = m_page.writeField(field.column, value);
     }
-    if (result == KorDSMGuardedWrite::kWrite)
+    const bool stored = result == KorDSMGuardedWrite::kWrite;
+    m_page.markStored(&control, stored);
+    if (stored)
         Q_EMIT written(field.column);
     else
         Q_EMIT refused(field.column);

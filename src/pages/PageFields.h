@@ -7,9 +7,11 @@
 #include <QObject>
 
 #include <functional>
+#include <limits>
 #include <vector>
 
 class KorDSMPage;
+class KorLineEdit;
 class QComboBox;
 
 /// One row of a page's table: a control, the column that it shows and writes.
@@ -27,6 +29,8 @@ struct PageField {
     bool sorted = false;
     /// Whether a combo of references begins with an entry for none.
     bool optional = false;
+    /// What may be typed at least, where that is more than what the column can hold.
+    double lowest = -std::numeric_limits<double>::infinity();
 };
 
 /// The table of a page at work: fills lists, loads the record into the controls, hears changes, and writes
@@ -60,16 +64,17 @@ public:
 Q_SIGNALS:
     /// The column was written.
     void written(int column);
-    /// The user chose a value that was not written: the question was declined, or the write failed.
+    /// The user chose a value that was not written: the question was declined, or the write failed. The
+    /// control still shows it, with the note that it is not stored.
     void refused(int column);
 
 private:
     const Column* columnOf(const PageField& field) const;
     void connectField(const PageField& field);
     void loadField(const PageField& field, const StructRecord& record);
-    void write(const PageField& field, const CellValue& value);
-    void onTextCommitted(const PageField& field, const KorString& text);
-    void onEntryChosen(const PageField& field, const QComboBox& combo);
+    void write(const PageField& field, QWidget& control, const CellValue& value);
+    void onTextCommitted(const PageField& field, KorLineEdit& edit);
+    void onEntryChosen(const PageField& field, QComboBox& combo);
     void fillCombo(const PageField& field, const Column& column, QComboBox& combo);
     void loadCombo(const PageField& field, const Column& column, std::int32_t value, QComboBox& combo);
 

@@ -22,6 +22,11 @@ constexpr int kNotYesOrNo = 307; // "%s": "%s" is neither yes nor no
 constexpr int kNotBelow = 308;   // "%s": must not be below %s
 constexpr int kNotAWord = 484;   // "%s": "%s" is none of its values, which are %s
 constexpr int kNoRatio = 485;    // "%s": write 1:%s or %s:1
+constexpr int kNotAbove = 455;   // "%s": must not be above %s
+constexpr int kNoteNotANumber = 451;
+constexpr int kNoteNotBelow = 452; // %s
+constexpr int kNoteNotAbove = 453; // %s
+constexpr int kNoteNotWhole = 456;
 
 // The English name from the schema, unless the language has a text of its own for it.
 KorString named(const char* category, int number, std::string english) {
@@ -73,8 +78,21 @@ bool same(const KorString& a, const KorString& b) {
     return a.lowered() == b.lowered();
 }
 
-Parsed failure(int promptNumber, std::initializer_list<KorString> arguments) {
-    return {std::nullopt, KorString::format(Prompts::dsm(promptNumber), arguments)};
+Parsed failure(int promptNumber, std::initializer_list<KorString> arguments, const KorString& note = {}) {
+    return {std::nullopt, KorString::format(Prompts::dsm(promptNumber), arguments), note};
+}
+
+Parsed outOfRange(const TableSchema& table, const Column& column, double number) {
+    const KorString caption = columnCaption(table, column);
+    const KorString lowest = withUnit(column.minimum, unitKind(column));
+    const KorString highest = withUnit(column.maximum, unitKind(column));
+    const bool isBelow = number < column.minimum;
+    const KorString note = KorString::format(Prompts::dsm(isBelow ? kNoteNotBelow : kNoteNotAbove),
+                                             {isBelow ? lowest : highest});
+    // The largest length is no part of what people think of as the range.
+    if (column.maximum == std::numeric_limits<double>::infinity() || column.kind == eColumnKind::kLength)
+        return failure(isBelow ? kNotBelow : kNotAbove, {caption, isBelow ? lowest : highest}, note);
+    return failure(kNotInRange, {caption, lowest, highest}, note);
 }
 
 KorOdbcKey keyInBrackets(std::string_view text) {
@@ -127,14 +145,10 @@ Parsed parseNumber(const TableSchema& table, const Column& column, const KorStri
     if (count > 0 && !(fits && column.isInRange(*number)))
         return failure(kNotAWord, {columnCaption(table, column), text, listed(valueNames(table, column))});
     if (!fits)
-        return failure(kNotANumber, {columnCaption(table, column), text});
-    if (!column.isInRange(*number)) {
-        const KorString caption = columnCaption(table, column);
-        if (column.maximum == std::numeric_limits<double>::infinity())
-            return failure(kNotBelow, {caption, withUnit(column.minimum, kind)});
-        return failure(kNotInRange,
-                       {caption, withUnit(column.minimum, kind), withUnit(column.maximum, kind)});
-    }
+        return failure(kNotANumber, {columnCaption(table, column), text},
+                       Prompts::dsm(number ? kNoteNotWhole : kNoteNotANumber));
+    if (!column.isInRange(*number))
+        return outOfRange(table, column, *number);
     if (column.isInteger())
         return {CellValue(static_cast<std::int64_t>(*number)), {}};
     return {CellValue(*number), {}};
@@ -182,9 +196,18 @@ KorString columnCaption(const TableSchema& table, const Column& column) {
 }
 
 KorString captionWithUnit(const TableSchema& table, const Column& column) {
-    const KorString symbol = unitSymbol(unitKind(column));
     const KorString caption = columnCaption(table, column);
-    return symbol.isEmpty() ? caption : KorString::format("%s (%s)", {caption, symbol});
+    return column.kind == eColumnKind::kLength ? withLengthUnit(caption) : caption;
+}
+
+KorString withLengthUnit(const KorString& caption) {
+    const KorString symbol = unitSymbol(KorUnitsManager::kLength);
+    if (symbol.isEmpty())
+        return caption;
+    const std::string_view text = caption.view();
+    const bool colon = text.ends_with(':');
+    return KorString::format(colon ? "%s (%s):" : "%s (%s)",
+                             {KorString(text.substr(0, text.size() - colon)), symbol});
 }
 
 std::vector<KorString> valueNames(const TableSchema& table, const Column& column) {

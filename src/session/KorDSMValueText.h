@@ -18,6 +18,9 @@ KorString columnCaption(const TableSchema& table, const Column& column);
 
 /// The same with the unit of lengths where the current database's units don't print it with the number.
 KorString captionWithUnit(const TableSchema& table, const Column& column);
+/// A caption of a length with the unit, before the colon where it ends in one; unchanged where the current
+/// database's units print the unit with the number.
+KorString withLengthUnit(const KorString& caption);
 /// What the values 0, 1, ... of the column are called; empty for a column whose values have no names.
 std::vector<KorString> valueNames(const TableSchema& table, const Column& column);
 /// What a reference to no row is called.
@@ -39,6 +42,7 @@ KorString toText(const TableSchema& table, const Column& column, const CellValue
 struct Parsed {
     std::optional<CellValue> value;
     KorString error; ///< a sentence for the user when there is no value
+    KorString note = {}; ///< the same in a word, for beside the field where a number was typed
 };
 /// Reads what a user typed, or what `toText` gave. References are looked up in the current source.
 Parsed parse(const TableSchema& table, const Column& column, const KorString& text);

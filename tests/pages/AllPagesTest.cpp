@@ -1,3 +1,4 @@
+#include "controls/KorFieldNote.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "data/KorOdbcGUI.h"
 #include "pages/KorDSMPlainPage.h"
@@ -28,6 +29,12 @@ protected:
         twins = makeItems(styleName, viewName);
         for (const auto& [type, sample] : samples)
             sample->linkEqualItem(*twins.at(type));
+    }
+
+    // The extension of the clipping is open to change only while it is not the default.
+    void makeEditableSamples() {
+        makeSamples("HB railing, workshop", "HB railing panel");
+        store(kTableLengthClip, row<StructDetViewRequest>("HB railing panel").lengthClipKey, 6, 3.0);
     }
 
     using Items = std::map<int, KorDSMDatabaseItem*>;
@@ -99,6 +106,18 @@ protected:
         }
     }
 
+    // The notes beside the controls that are seen.
+    std::string notes() {
+        std::string found;
+        for (QLabel* label : page().findChildren<QLabel*>())
+            for (QWidget* part : KorControls::all(&page()))
+                if (const QString note = KorFieldNote::textOf(part); label->isVisible() && !note.isEmpty() &&
+                                                                     label->text() == note &&
+                                                                     label->parent() == part->parent())
+                    found += note.toStdString();
+        return found;
+    }
+
     // What the page shows, control by control.
     std::string shownState() {
         std::string state;
@@ -120,7 +139,7 @@ protected:
 };
 
 TEST_F(AllPages, EachFieldWritesItsOwnColumnOnceAndFollowsWhenThatIsTakenBack) {
-    makeSamples("HB railing, workshop", "HB railing panel");
+    makeEditableSamples();
     onEachField([this](PageFields& fields, const PageField& field) {
         const std::string before = shownState();
         change(field);
@@ -139,7 +158,7 @@ TEST_F(AllPages, EachFieldWritesItsOwnColumnOnceAndFollowsWhenThatIsTakenBack) {
 
 TEST_F(AllPages, WhatIsSharedIsNotWrittenWithoutConsent) {
     m_answer = KorDSMGuardedWrite::kDecline;
-    makeSamples("HB railing, workshop", "HB railing panel");
+    makeEditableSamples();
     onEachField([this](PageFields& fields, const PageField& field) {
         if (!KorOdbcGUI::canBeShared(fields.row().table))
             return;
@@ -149,8 +168,17 @@ TEST_F(AllPages, WhatIsSharedIsNotWrittenWithoutConsent) {
         ASSERT_EQ(m_asked.size(), 1U);
         EXPECT_EQ(m_asked[0].second, fields.row().key.getKey());
         EXPECT_TRUE(wroteNothing());
+        // Plain pages show what is stored again; the others keep the choice and say that it is not stored.
+        if (qobject_cast<KorDSMPlainPage*>(&page())) {
+            EXPECT_EQ(shownState(), before);
+            EXPECT_EQ(notes(), "");
+        } else {
+            EXPECT_NE(shownState(), before);
+            EXPECT_EQ(notes(), "Not stored");
+        }
         show(*shown);
         EXPECT_EQ(shownState(), before);
+        EXPECT_EQ(notes(), "");
     });
 }
 

@@ -1,3 +1,4 @@
+#include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
 #include "controls/linetype/CKorlinetypelistctrl.h"
 #include "controls/linetype/KorLinetypeCombo.h"
@@ -11,6 +12,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <cmath>
 #include <functional>
 
 namespace {
@@ -102,12 +104,26 @@ TEST_F(Clipping, EveryControlWritesItsColumnOnce) {
 TEST_F(Clipping, WhatIsNoChangeOrNoLengthIsNotWritten) {
     auto& shown = view();
     open<KorDSMPageViewClipping>(shown);
-    for (const int field : {1095, 1096, 1098})
-        for (const char* text : {"", "abc", "-1", "1e999", "nan"}) {
-            const std::string before = textOf(field);
+    const auto note = [this](int field) { return KorFieldNote::textOf(&control(field)).toStdString(); };
+    for (const int field : {1095, 1096, 1098}) {
+        const std::string before = textOf(field);
+        for (const auto& [text, word] : {std::pair("", "Not a number"),
+                                         {"abc", "Not a number"},
+                                         {"1e999", "Not a number"},
+                                         {"1,000", "Not a number"},
+                                         {"-1", field == 1095 ? "Not below 1 mm" : "Not below 0 mm"},
+                                         {"100000000000000000000", "Not above 100000000 mm"}}) {
             type(field, QString::fromLatin1(text));
-            EXPECT_EQ(textOf(field), before) << field << " took " << text;
+            EXPECT_EQ(textOf(field), text) << field << " stays to be corrected";
+            EXPECT_EQ(note(field), word) << field << " took " << text;
         }
+        QTest::keyClick(&control(field), Qt::Key_Escape);
+        EXPECT_EQ(textOf(field) + note(field), before) << field;
+    }
+    type(1095, QStringLiteral("0"));
+    EXPECT_EQ(note(1095), "Not below 1 mm");
+    type(1095, QStringLiteral("2000"));
+    EXPECT_EQ(note(1095), "");
     for (const auto& [combo, text] : {std::pair(1094, "5"),
                                       {1100, "Oblique break line"},
                                       {kLinetype, "BREAK_LINE"},
@@ -115,6 +131,18 @@ TEST_F(Clipping, WhatIsNoChangeOrNoLengthIsNotWritten) {
         choose(combo, QString::fromLatin1(text));
     leave();
     EXPECT_TRUE(wroteNothing());
+    show(shown);
+    type(1096, QStringLiteral("-0"));
+    EXPECT_FALSE(std::signbit(rowOfKey<StructDetViewLengthClip>(m_clip)->keepEachSide));
+}
+
+TEST_F(Clipping, LengthsNameTheirUnit) {
+    open<KorDSMPageViewClipping>(view());
+    EXPECT_EQ(textOf(1175), "1. Clipping starting from constant intervals in the length (mm):");
+    store(kTableNumericDefault, row<StructNumericDefault>("C01_DistanceUnit").key, 2, 1.0);
+    show(view());
+    EXPECT_EQ(textOf(1175), "1. Clipping starting from constant intervals in the length:");
+    EXPECT_TRUE(textOf(1095).ends_with("\"")) << textOf(1095);
 }
 
 TEST_F(Clipping, UseDefaultStoresMinusOneAndLocksTheExtension) {
@@ -144,10 +172,10 @@ TEST_F(Clipping, ThePictureAndTheLocksFollowTheSituation) {
                           {1, 0.0, 0.0, 1312, true, true},
                           {1, 5.0, 3.0, 1313, true, true},
                           {1, 0.0, 3.0, 1314, true, true},
-                          {1, -1.0, 3.0, 1311, true, true},
+                          {1, -1.0, 3.0, 1313, true, true},
                           {2, 5.0, 3.0, 1321, false, false},
                           {2, 0.0, 3.0, 1322, false, false},
-                          {2, -1.0, 3.0, 1322, false, false},
+                          {2, -1.0, 3.0, 1321, false, false},
                           {3, 5.0, 3.0, 1333, true, false},
                           {4, 0.0, -1.0, 1342, false, true},
                           {-1, 5.0, 3.0, 0, true, true},
@@ -241,6 +269,10 @@ TEST_F(Clipping, ASharedStrategyIsAskedAboutAndARefusalWritesNothing) {
     EXPECT_EQ(m_asked.size(), 5U);
     EXPECT_EQ(m_asked.front(), std::pair(kTableLengthClip, m_clip));
     EXPECT_TRUE(isChecked(1092)) << "the control stays as the user set it";
+    for (const int id : {1092, 1099, 1094, 1100, kLinetype})
+        EXPECT_EQ(KorFieldNote::textOf(&control(id)), QStringLiteral("Not stored")) << id;
+    choose(1094, QStringLiteral("5"));
+    EXPECT_EQ(KorFieldNote::textOf(&control(1094)), QString()) << "it is what is stored again";
     m_answer = KorDSMGuardedWrite::kWrite;
     show(shown);
     click(1097);

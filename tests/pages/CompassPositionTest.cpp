@@ -1,3 +1,4 @@
+#include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
 #include "pages/KorDSMPageCompassPosition.h"
 #include "pages/PageFixture.h"
@@ -125,7 +126,13 @@ TEST_F(CompassPosition, ADeclinedChangeStaysUnwrittenUntilTheNextLoad) {
     EXPECT_TRUE(wroteNothing());
     EXPECT_EQ(view.getRecord().compassKey, 3);
     EXPECT_TRUE(isChecked(1258));
+    EXPECT_EQ(KorFieldNote::textOf(&control(1258)), QStringLiteral("Not stored"));
+    click(1257);
+    EXPECT_EQ(m_asked.size(), 2U) << "that is stored already";
+    EXPECT_EQ(KorFieldNote::textOf(&control(1258)), QString());
+    click(1258);
     show(view);
+    EXPECT_EQ(KorFieldNote::textOf(&control(1258)), QString());
     EXPECT_EQ(checked(), (Radios{1257, 1262}));
 }
 

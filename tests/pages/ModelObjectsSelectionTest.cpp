@@ -39,8 +39,8 @@ TEST_F(ModelObjectsSelection, EachStrategyHasItsButtonAndIsWrittenByItsKey) {
     openPage();
     EXPECT_EQ(textOf(kFirst), "Whole model");
     EXPECT_EQ(textOf(kLast), "Foundations and anchors");
-    EXPECT_LT(control(2314).geometry().bottom(), control(kLast).y());
-    EXPECT_LT(control(kLast).geometry().bottom(), control(1242).y());
+    EXPECT_LT(control(2314).mapTo(&page(), QPoint()).y(), control(kLast).mapTo(&page(), QPoint()).y());
+    EXPECT_LT(control(kLast).mapTo(&page(), QPoint()).y(), control(1242).mapTo(&page(), QPoint()).y());
     for (int id = kFirst; id <= kLast; ++id) {
         arrange(style, kColumnStrategy, std::int64_t{0});
         show(style);

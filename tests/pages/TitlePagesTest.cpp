@@ -6,6 +6,7 @@
 #include "pages/PageFixture.h"
 #include "services/Prompts.h"
 
+#include <QComboBox>
 #include <QTest>
 #include <QTextEdit>
 #include <QToolTip>
@@ -116,6 +117,21 @@ TEST_F(TitlePages, ATitleThatCannotBeChangedCanStillBeRead) {
     typeTitle("X");
     leave();
     EXPECT_TRUE(wroteNothing());
+}
+
+TEST_F(TitlePages, TextSizesNameTheUnitOfTheDatabase) {
+    openBoth();
+    const auto sizes = [this] {
+        QStringList texts;
+        for (const QComboBox* combo : designer().findChildren<QComboBox*>())
+            for (int i = 0; i < combo->count() && combo->accessibleName() == toQt(Prompts::dsm(503)); ++i)
+                texts << combo->itemText(i);
+        return texts.join('|').toStdString();
+    };
+    EXPECT_EQ(sizes(), "1.8 mm|2.5 mm|3.5 mm|5 mm|7 mm|10 mm");
+    store(kTableNumericDefault, row<StructNumericDefault>("C01_DistanceUnit").key, 2, 1.0);
+    show(style);
+    EXPECT_EQ(sizes(), "0.071\"|0.098\"|0.138\"|0.197\"|0.276\"|0.394\"");
 }
 
 // The designer speaks the user's language and is explained where its page has a word to say.

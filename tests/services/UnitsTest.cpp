@@ -60,7 +60,8 @@ TEST_F(UnitsTest, LengthsAreReadAsPeopleTypeThem) {
         EXPECT_NEAR(mm(m_metric, c.text), c.metric, 1e-9) << c.text;
         EXPECT_NEAR(mm(m_imperial, c.text), c.imperial, 1e-9) << c.text;
     }
-    EXPECT_EQ(mm(m_imperial, "3.5", KorUnitsManager::kPaper), 3.5);
+    EXPECT_EQ(mm(m_metric, "3.5", KorUnitsManager::kPaper), 3.5);
+    EXPECT_NEAR(mm(m_imperial, "3/32", KorUnitsManager::kPaper), 2.38125, 1e-9);
     EXPECT_EQ(mm(m_imperial, "45 °", KorUnitsManager::kPlain), 45);
 }
 

@@ -35,7 +35,7 @@ bool Column::write(void* record, const CellValue& value) const {
     const auto* whole = std::get_if<std::int64_t>(&value);
     const double figure = whole ? static_cast<double>(*whole) : std::get<double>(value);
     if (isReal())
-        realIn(record) = figure;
+        realIn(record) = figure + 0.0; // there is no -0
     else
         integerIn(record) = static_cast<std::int32_t>(figure);
     return true;

@@ -53,7 +53,8 @@ public:
     template <typename C>
     TableBuilder& length(int number, const char* name, double C::*member, double minimum = 0.0) {
         add(number, name, eColumnKind::kLength, member);
-        return range(minimum, std::numeric_limits<double>::infinity());
+        constexpr double kLongest = 1e8; // 100 km
+        return range(minimum, kLongest);
     }
     template <typename C>
     TableBuilder& scale(int number, const char* name, double C::*member) {

@@ -50,7 +50,7 @@ void declareClipping(std::vector<TableSchema>& tables) {
         .flag(2, "along_x", &Clip::alongX)
         .flag(3, "along_y", &Clip::alongY)
         .length(4, "keep_each_side", &Clip::keepEachSide)
-        .length(5, "interval", &Clip::interval)
+        .length(5, "interval", &Clip::interval, 1.0)
         .length(6, "extension", &Clip::extension, -1.0)
         .uses(7, "clipping_type", &Clip::clippingTypeKey, kTableClippingType)
         .uses(8, "linetype", &Clip::linetypeKey, kTableLinetypes)

@@ -2,6 +2,8 @@
 
 #include <QKeyEvent>
 
+#include <utility>
+
 KorLineEdit::KorLineEdit(QWidget* parent) : QLineEdit(parent) {}
 
 KorLineEdit::~KorLineEdit() {
@@ -9,16 +11,28 @@ KorLineEdit::~KorLineEdit() {
 }
 
 void KorLineEdit::commit() {
-    if (!isEdited())
+    if (!isEdited()) {
+        if (std::exchange(m_refused, false))
+            Q_EMIT restored();
         return;
+    }
     if (!hasAcceptableInput())
         return restore();
+    m_refused = false;
+    m_lastTaken = m_committedText;
     m_committedText = text(); // first: a listener may ask a question, which takes the focus away
     Q_EMIT committed(m_committedText);
 }
 
 void KorLineEdit::restore() {
+    m_refused = false;
     QLineEdit::setText(m_committedText);
+    Q_EMIT restored();
+}
+
+void KorLineEdit::refuse() {
+    m_committedText = m_lastTaken;
+    m_refused = true;
 }
 
 bool KorLineEdit::isEdited() const {
@@ -26,6 +40,7 @@ bool KorLineEdit::isEdited() const {
 }
 
 void KorLineEdit::setText(const QString& newText) {
+    m_refused = false;
     m_committedText = newText;
     QLineEdit::setText(newText);
     m_committedText = text(); // the field can shorten it

@@ -17,6 +17,9 @@ public:
     void commit();
     /// Drops what was typed since the text was last set or committed.
     void restore();
+    /// Says, while `committed` is announced, that the text cannot be taken: it stays, counts as being typed
+    /// still, and is announced again when the user is done with it once more.
+    void refuse();
     /// Whether something was typed that does not count yet.
     bool isEdited() const;
 
@@ -26,6 +29,8 @@ public:
 Q_SIGNALS:
     /// The user changed the text and is done with it; comes once per change.
     void committed(const QString& text);
+    /// What was typed has been dropped, or a refused text corrected to the one that counts.
+    void restored();
 
 protected:
     bool event(QEvent* event) override;
@@ -34,4 +39,6 @@ protected:
 
 private:
     QString m_committedText;
+    QString m_lastTaken; // what a refusal goes back to
+    bool m_refused = false;
 };

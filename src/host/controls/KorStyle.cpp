@@ -133,6 +133,10 @@ QColor KorStyle::lineColor(const QPalette& palette, QPalette::ColorRole ground) 
     return mixed(palette.color(QPalette::Text), palette.color(ground), kShareOfText);
 }
 
+QColor KorStyle::noteColor(const QPalette& palette) {
+    return isDark(palette) ? QColor(255, 150, 130) : QColor(170, 20, 20);
+}
+
 void KorStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
     QProxyStyle::drawPrimitive(element, option, painter, widget);

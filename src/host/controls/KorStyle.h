@@ -18,6 +18,9 @@ public:
     /// The colour of thin lines that divide what stands on `ground`: seen, not shouting, in any palette.
     static QColor lineColor(const QPalette& palette, QPalette::ColorRole ground);
 
+    /// The colour of words on a window that warn: read easily in any palette.
+    static QColor noteColor(const QPalette& palette);
+
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,

@@ -26,7 +26,7 @@ constexpr KorUnit kFeetAndInches("in", KorUnitTransform(kInch, true));
 
 constexpr KindOfUnit kKinds[] = {
     {KorUnitsManager::kPlain, kPlainUnit, kPlainUnit},
-    {KorUnitsManager::kPaper, kMillimetres, kMillimetres},
+    {KorUnitsManager::kPaper, kMillimetres, kFeetAndInches},
     {KorUnitsManager::kLength, kMillimetres, kFeetAndInches},
 };
 

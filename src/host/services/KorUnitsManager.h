@@ -48,7 +48,7 @@ public:
     /// Kinds of values.
     enum eUnitKind : int {
         kPlain = 1,  ///< numbers and angles
-        kPaper = 2,  ///< lengths on paper, always millimetres
+        kPaper = 2,  ///< lengths on paper: millimetres or inches
         kLength = 3, ///< lengths in the model: millimetres or inches
     };
 
