@@ -70,9 +70,11 @@ TEST_F(Items, AReplacedRecordDropsWhatHungOnTheOldOne) {
     KorDsmViewRequestItem& view = viewBelow(first);
     KorDsmViewRequestItem& twin = viewBelow(first);
     view.linkEqualItem(twin);
-    view.addChild(new KorDsmSystemAndBoxItem);
-    view.m_bExpanded = true;
     int entry = 0;
+    auto* box = new KorDsmSystemAndBoxItem;
+    box->m_hTreeItem = reinterpret_cast<KorTreeHandle>(&entry);
+    view.addChild(box);
+    view.m_bExpanded = true;
     view.m_hTreeItem = reinterpret_cast<KorTreeHandle>(&entry);
     StructDetViewRequest top;
     top.key = 9;
@@ -83,8 +85,9 @@ TEST_F(Items, AReplacedRecordDropsWhatHungOnTheOldOne) {
     EXPECT_TRUE(view.equalItems().isEmpty());
     EXPECT_TRUE(twin.equalItems().isEmpty());
     EXPECT_EQ(texts, Names{"Top"});
-    EXPECT_EQ(numbers, (std::vector<int>{DsmInsertPlaceholder::kNumber, DsmCollapseEntry::kNumber,
-                                         DsmSetEntryText::kNumber, DsmAttachItemData::kNumber}));
+    EXPECT_EQ(numbers, (std::vector<int>{DsmDeleteEntry::kNumber, DsmInsertPlaceholder::kNumber,
+                                         DsmCollapseEntry::kNumber, DsmSetEntryText::kNumber,
+                                         DsmAttachItemData::kNumber}));
     numbers.clear();
     view.setRecord(top);
     EXPECT_EQ(numbers, (std::vector<int>{DsmSetEntryText::kNumber, DsmAttachItemData::kNumber}))
@@ -111,6 +114,27 @@ TEST_F(Items, AnArrangementStandsForOneOfItsRecords) {
     EXPECT_EQ(strategy.tableType(), kTableArrangerStrategy);
     EXPECT_TRUE(strategy.usesNewArranger());
     EXPECT_FALSE(control.isEqual(strategy));
+    const auto below = [](KorDSMDatabaseItem& parent) -> KorDsmAnnotationArrangementItem& {
+        auto* item = new KorDsmAnnotationArrangementItem;
+        item->m_Control.key = 3;
+        parent.addChild(item);
+        return *item;
+    };
+    EXPECT_TRUE(below(first).isEqual(below(first)));
+    EXPECT_FALSE(below(first).isEqual(below(second)));
+}
+
+TEST_F(Items, ACloneShowsTheSame) {
+    KorDsmAnnotationStrategyItem item;
+    StructDetObjAnnotationStrategy record;
+    record.key = 7;
+    item.initRecord(record);
+    item.m_AnnotationType.name = "Bolt marks";
+    item.m_IconIndex = 3;
+    const std::unique_ptr<KorDSMDatabaseItem> clone(item.clone());
+    EXPECT_EQ(clone->recordKey(), 7);
+    EXPECT_EQ(clone->m_IconIndex, 3);
+    EXPECT_EQ(static_cast<KorDsmAnnotationStrategyItem&>(*clone).m_AnnotationType.name, "Bolt marks");
 }
 
 TEST_F(Items, AMapEntryTakesEachOfItsRecordsOnce) {
@@ -120,8 +144,17 @@ TEST_F(Items, AMapEntryTakesEachOfItsRecordsOnce) {
     entry.createQualifierSet(new KorDsmQualifierSetItem);
     EXPECT_TRUE(failed.empty());
     entry.createQualifierSet(new KorDsmQualifierSetItem);
-    KorAssert::setSink({});
     EXPECT_EQ(failed, std::vector<std::string>{"m_QualifierSet == NULL"});
+    failed.clear();
+    entry.createAppearance(new KorDsmAppearanceItem);
+    entry.createAnnotationStrategy(new KorDsmAnnotationStrategyItem);
+    entry.m_bExpanded = true;
+    entry.setRecord({});
+    entry.createQualifierSet(new KorDsmQualifierSetItem);
+    entry.createAppearance(new KorDsmAppearanceItem);
+    entry.createAnnotationStrategy(new KorDsmAnnotationStrategyItem);
+    KorAssert::setSink({});
+    EXPECT_TRUE(failed.empty()) << "those of the record before are gone";
 }
 
 TEST_F(Items, IconsStandAtTheirFixedPlaces) {

@@ -2,6 +2,7 @@
 
 #include "data/KorODBCDetStyle.h"
 #include "model/KorDSMDialogFactory.h"
+#include "model/KorDSMItemPlacing.h"
 #include "model/KorProgressCtrl.h"
 
 using namespace KorDSMDefines;
@@ -64,6 +65,8 @@ TEST_F(Loading, ContentIsKeptUntilAReloadIsAskedFor) {
     load();
     EXPECT_EQ(structure->getUpdateStatus(), KorDSMDataStructure::kUpToDate);
     add<StructDetBaseCategory>(kUser, "New");
+    load();
+    EXPECT_EQ(namesBelow(userContent(kViewDetailStyles)), Names{"Old"});
     structure->setUpdateStatus(KorDSMDataStructure::kKeepContent);
     load();
     EXPECT_EQ(namesBelow(userContent(kViewDetailStyles)), Names{"Old"});
@@ -95,6 +98,72 @@ TEST_F(Loading, StylesWithoutMasterOrCategoryAreLeftOut) {
     add<StructDetailStyle>(kUser, "Nameless to the host");
     load();
     EXPECT_EQ(namesBelow(*userContent(kViewDetailStyles).children()[0]), Names{"Seen"});
+}
+
+TEST_F(Loading, TheFirstOfSeveralMastersFilesAStyle) {
+    addStyle(kUser, "Seen", 1);
+    StructDetailMaster second;
+    second.styleKey = row<StructDetailStyle>(kUser, "Seen")->key;
+    second.categoryKey = add<StructDetBaseCategory>(kUser, "Others");
+    add(kUser, "Seen again", second);
+    load();
+    EXPECT_EQ(namesBelow(*userContent(kViewDetailStyles).children()[0]), Names{"Seen"});
+    EXPECT_TRUE(userContent(kViewDetailStyles).children()[1]->children().isEmpty());
+}
+
+TEST_F(Loading, DatabasesAndTheirContentsHaveTheirNames) {
+    load();
+    for (const eViewSections section : kLoadingOrder) {
+        const KorDSMDatabaseItem& node = *structure->getSection(section);
+        EXPECT_EQ(namesBelow(node), (Names{Prompts::ups(21021), Prompts::ups(21022)}));
+        EXPECT_EQ(namesBelow(*node.children()[0]), Names{Prompts::ups(21023)});
+        EXPECT_EQ(namesBelow(*node.children()[1]), Names{Prompts::ups(21022)});
+    }
+}
+
+TEST_F(Loading, AnAnnotationBringsItsType) {
+    StructDetAnnotationType type;
+    type.annotationKind = 3;
+    StructDetObjAnnotationStrategy strategy;
+    strategy.annotationTypeKey = add(kUser, "Bolt marks", type);
+    strategy.groupKey = add<StructDetObjAnnotationGroup>(kUser, "Marks");
+    add(kUser, "Bolts", strategy);
+    load();
+    auto& content = static_cast<KorDsmAnnotationsAddInItem&>(userContent(kViewAnnotations));
+    const KorDSNRequest request(kUser.dsn, kUser.index);
+    KorDSMDialogFactory::expandAnnotationsAddInContent(&content);
+    auto* item = static_cast<KorDsmAnnotationStrategyItem*>(content.children()[0]->children()[0]);
+    EXPECT_EQ(item->m_AnnotationType.name, "Bolt marks");
+    EXPECT_EQ(item->m_AnnotationType.annotationKind, 3);
+}
+
+TEST_F(Loading, AGroupThatComesLaterStandsAtThePlaceOfItsKey) {
+    KorDsmQualifierSetsAddInItem content;
+    for (const std::int32_t key : {5, 9, 3}) {
+        StructDetObjQualifierSetGroup group;
+        group.key = key;
+        group.name = KorString::number(key);
+        EXPECT_EQ(KorDSMItemPlacing::place<KorDsmQualifierSetGroupItem>(content, group).recordKey(), key);
+    }
+    EXPECT_EQ(namesBelow(content), (Names{"3", "5", "9"}));
+}
+
+TEST_F(Loading, OpeningForgetsTheItemsOfTheLastRun) {
+    load();
+    KorDsmViewRequestItem before;
+    KorDsmViewRequestItem after;
+    structure->appendAddedItemData(new KorDSMTreeItemData(before));
+    load();
+    structure->appendAddedItemData(new KorDSMTreeItemData(after));
+    EXPECT_TRUE(after.equalItems().isEmpty());
+}
+
+TEST_F(Loading, OptionsAreOnUntilTheyAreSwitchedOffAndThenStayOff) {
+    EXPECT_TRUE(structure->getShowFullTree() && structure->getUseFullExpand() && structure->getShowWarning());
+    structure->setShowFullTree(false);
+    structure->setShowWarning(false);
+    const KorDSMDataStructure next;
+    EXPECT_TRUE(!next.getShowFullTree() && next.getUseFullExpand() && !next.getShowWarning());
 }
 
 TEST_F(Loading, EmptyingKeepsPathsAndOptionsAndForgetsTargets) {

@@ -1,0 +1,78 @@
+#include "model/ModelFixture.h"
+
+#include "data/KorDSNManager.h"
+#include "model/KorDSMDependencies.h"
+#include "model/items/KorDsmItems.h"
+
+namespace {
+
+/// Items of records in the User database.
+class Dependencies : public ModelFixture {
+protected:
+    void SetUp() override {
+        ModelFixture::SetUp();
+        databases.setCurrentSource(kUser);
+    }
+    template <typename Item>
+    void initialize(Item& item, const KorString& name) {
+        item.initRecord(*row<typename Item::Record>(kUser, name));
+    }
+};
+
+} // namespace
+
+TEST_F(Dependencies, AViewShowsWhatItUsesOnceInTheOrderOfItsColumns) {
+    addStyle(kUser, "Post", 1);
+    StructDetViewRequest view;
+    view.systemAndBoxKey = add<StructDetViewSystemAndBox>(kUser, "Whole");
+    view.reprMapKey = row<StructDetObjReprMap>(kUser, "Steel")->key;
+    view.dimStrategyKey = add<StructDetViewDimStrategy>(kUser, "Lengths");
+    add(kUser, "All", view);
+    KorDsmViewRequestItem item;
+    initialize(item, "All");
+    KorDSMDependencies::createChildren(item);
+    KorDSMDependencies::createChildren(item);
+    EXPECT_EQ(namesBelow(item), (Names{"Whole", "Steel", "Lengths"}));
+    EXPECT_TRUE(item.m_bExpanded);
+    KorDSMDatabaseItem& map = *item.children()[1];
+    KorDSMDependencies::createChildren(map);
+    EXPECT_EQ(namesBelow(map), (Names{"Beams", "Rest"}));
+    KorDSMDependencies::createChildren(*map.children()[0]);
+    EXPECT_EQ(namesBelow(*map.children()[0]), (Names{"Beams", "Solid"}));
+}
+
+TEST_F(Dependencies, ADimensionRequestShowsItsPointsFromStartToEnd) {
+    StructDetViewDimRequestLinear request;
+    request.endPointsKey = add<StructDetViewDimPointSelection>(kUser, "End");
+    request.innerPointsKey = add<StructDetViewDimPointSelection>(kUser, "Holes");
+    request.startPointsKey = add<StructDetViewDimPointSelection>(kUser, "Start");
+    add(kUser, "Along X", request);
+    KorDsmDimRequestItem item;
+    initialize(item, "Along X");
+    KorDSMDependencies::createChildren(item);
+    EXPECT_EQ(namesBelow(item), (Names{"Start", "Holes", "End"}));
+}
+
+TEST_F(Dependencies, AnAnnotationShowsBothKindsOfArrangement) {
+    StructDetObjAnnotationStrategy annotation;
+    annotation.arrangerStrategyKey = add<StructDetArrangerStrategy>(kUser, "New kind");
+    annotation.arrangerControlKey = add<StructDetArrangerControl>(kUser, "Old kind");
+    add(kUser, "Mark", annotation);
+    KorDsmAnnotationStrategyItem item;
+    initialize(item, "Mark");
+    KorDSMDependencies::createChildren(item);
+    EXPECT_EQ(namesBelow(item), (Names{"Old kind", "New kind"}));
+    EXPECT_EQ(item.children()[0]->tableType(), kTableArrangerControl);
+    EXPECT_EQ(item.children()[1]->tableType(), kTableArrangerStrategy);
+}
+
+TEST_F(Dependencies, ARecordIsReadAgainAndOneThatIsGoneIsTold) {
+    const std::int32_t key = add<StructDetViewDimPointSelection>(kUser, "End");
+    KorDsmPointSelectionItem item;
+    initialize(item, "End");
+    ASSERT_EQ(set(kUser, kTablePointSelection, key, 1, KorString("Far end")), StyleDatabases::kWritten);
+    EXPECT_TRUE(KorDSMDependencies::refreshRecord(item));
+    EXPECT_EQ(item.getDisplayName(), "Far end");
+    ASSERT_EQ(databases.remove(kTablePointSelection, KorOdbcKey(key)), StyleDatabases::kWritten);
+    EXPECT_FALSE(KorDSMDependencies::refreshRecord(item));
+}
