@@ -3,6 +3,7 @@
 
 #include "data/KorOdbcMan.h"
 #include "data/exchange/KorODBCDetailStyleExports.h"
+#include "data/pending/RecoveryWriter.h"
 #include "model/KorDSMDialogFactory.h"
 #include "session/KorDSMCommit.h"
 
@@ -129,8 +130,26 @@ void importNamesakes(benchmark::State& state) {
     });
 }
 
+// Pending column writes alone, and with each of them written down for the case of a crash.
+void recordSteps(benchmark::State& state) {
+    StyleDatabases databases;
+    databases.openFile(SourceId::user(), writableCopy().string(), false);
+    if (state.range(0))
+        databases.pending().setObserver(std::make_unique<RecoveryWriter>(
+            fs::temp_directory_path() / "detailstyles-bench", databases, [](const KorString&) {}));
+    const KorDSNRequest request(SourceId::user().dsn, SourceId::user().index);
+    int step = 0;
+    for (auto run : state) {
+        ++step;
+        KorOdbcMan::setAttribute(kTableViewRequest, KorOdbcKey(1 + step % kWrites), 10,
+                                 static_cast<double>(step), KorOdbcMan::kThisRow);
+    }
+    databases.closeSource(SourceId::user());
+}
+
 } // namespace
 
+BENCHMARK(recordSteps)->ArgName("recovery")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
 BENCHMARK(referenceScan)->Unit(benchmark::kMillisecond)->MinTime(2);
 BENCHMARK(loadSections)->Unit(benchmark::kMillisecond)->MinTime(2);
 BENCHMARK(referenceUpdates)->Unit(benchmark::kMillisecond)->MinTime(2);

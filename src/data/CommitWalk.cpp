@@ -49,7 +49,7 @@ SourceCommit& StyleDatabases::report(StyleSource& source) {
 void StyleDatabases::keepSourceTable(StyleSource& source, eTableType type) {
     if (!report(source).error.empty())
         return;
-    const TableChange change = m_pending.netChange(source, type);
+    const TableChange change = m_pending.netChange(source.id(), type);
     if (change.isEmpty()) {
         m_pending.forget(source.id(), type);
         return;
@@ -77,8 +77,7 @@ void StyleDatabases::finishSource(StyleSource& source, eTableType type) {
             return;
         }
     }
-    for (const eTableType table : written)
-        m_pending.forget(source.id(), table);
+    m_pending.forget(source.id(), written);
     written.clear();
     report(source).kept = true;
 }

@@ -43,6 +43,24 @@ OutsideChange StyleDatabases::refresh(SourceId id) {
     return change;
 }
 
+std::vector<OutsideChange> StyleDatabases::bringBack(PendingLog& lost, const KorString& label) {
+    std::vector<OutsideChange> changes;
+    std::vector<PendingReplay> replays;
+    bool all = true;
+    for (const auto& [id, source] : m_sources) {
+        if (!lost.hasPending(id))
+            continue;
+        const StoreResult result = replays.emplace_back(*source, m_pending, lost).read();
+        changes.push_back({id, source->store().name(), result.error, {}});
+        all = all && result.ok();
+    }
+    m_pending.beginGroup(label);
+    for (std::size_t i = 0; all && i < replays.size(); ++i)
+        changes[i].conflicts = replays[i].run();
+    m_pending.endGroup();
+    return changes;
+}
+
 StoreResult StyleDatabases::readWhole(SourceId id) {
     StyleSource* open = source(id);
     if (!KorAssert::check(open != nullptr, "open != nullptr"))

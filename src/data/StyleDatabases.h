@@ -47,8 +47,8 @@ public:
     StyleSource* source(SourceId id);
     std::vector<SourceId> sources() const;
 
-    /// As `StyleSource::complete`, for an open source of which no record is held: where another program changed
-    /// the database meanwhile and nothing is pending, all is read again.
+    /// As `StyleSource::complete`, for an open source of which no record is held: where another program
+    /// changed the database meanwhile and nothing is pending, all is read again.
     StoreResult readWhole(SourceId id);
 
     SourceId currentSource() const { return m_currentId; }
@@ -113,6 +113,10 @@ public:
     /// Makes the pending change of a conflict again, upon what is stored now. Returns a write result; a row
     /// that is gone cannot be changed.
     int keepMine(SourceId id, const OutsideConflict& conflict);
+    /// Makes the changes that stand in `lost`, of another run of this program, upon what is stored now, as
+    /// one group. Returns an entry for each source that has some. Where one of them has an error nothing was
+    /// done; it can be tried again.
+    std::vector<OutsideChange> bringBack(PendingLog& lost, const KorString& label);
 
     /// How many rows own this one, followed upwards until two are found: 0, 1 or 2. A row with one owner
     /// that has several owners itself is owned by those. 2 in a source that is not complete: it may be.

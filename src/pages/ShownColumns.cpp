@@ -39,13 +39,13 @@ bool ShownColumns::isPending() const {
         return false;
     PendingLog& log = databases.pending();
     if (log.hasPending(source->id(), table) &&
-        isRowPending(log.netChange(*source, table), key.getKey(), columns))
+        isRowPending(log.netChange(source->id(), table), key.getKey(), columns))
         return true;
     return std::ranges::any_of(parts, [&](eTableType part) {
         const Column* whole =
             log.hasPending(source->id(), part) ? wholeColumn(*findTable(part), table) : nullptr;
         return whole &&
-               isPartPending(log.netChange(*source, part), source->table(part), *whole, key.getKey());
+               isPartPending(log.netChange(source->id(), part), source->table(part), *whole, key.getKey());
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 void PendingLog::beginGroup(const KorString& label) {
     if (m_depth++ == 0)
@@ -9,7 +10,8 @@ void PendingLog::beginGroup(const KorString& label) {
 }
 
 void PendingLog::endGroup() {
-    --m_depth;
+    if (--m_depth == 0)
+        tell();
 }
 
 void PendingLog::record(PendingStep step) {
@@ -20,10 +22,44 @@ void PendingLog::record(PendingStep step) {
     count(step, 1);
     m_steps.push_back(std::move(step));
     m_position = m_steps.size();
+    if (m_depth == 0)
+        tell();
+}
+
+void PendingLog::setObserver(std::unique_ptr<PendingObserver> observer) {
+    m_observer = std::move(observer);
+    m_told = 0;
+    m_forgotten.clear();
+    if (m_depth == 0)
+        tell();
+}
+
+void PendingLog::dismissObserver() {
+    if (m_observer)
+        m_observer->emptied();
+    setObserver({});
+}
+
+void PendingLog::tell() {
+    const std::vector<PendingPlace> forgotten = std::exchange(m_forgotten, {});
+    const std::size_t known = std::exchange(m_told, m_position);
+    if (!m_observer)
+        return;
+    if (m_position == 0 && (known > 0 || !forgotten.empty()))
+        return m_observer->emptied();
+    if (known == m_position && !forgotten.empty())
+        return m_observer->changed(forgotten, {});
+    for (std::size_t first = known; first < m_position;) {
+        std::size_t last = first + 1;
+        while (last < m_position && m_steps[last].group == m_steps[first].group)
+            ++last;
+        m_observer->changed(first == known ? forgotten : std::vector<PendingPlace>(), command(first, last));
+        first = last;
+    }
 }
 
 void PendingLog::count(const PendingStep& step, int by) {
-    const Place place{step.source, step.table};
+    const PendingPlace place{step.source, step.table};
     if ((m_counts[place] += by) == 0)
         m_counts.erase(place);
 }
@@ -44,81 +80,97 @@ namespace {
 using Steps = std::vector<const PendingStep*>;
 using RowSteps = std::span<const PendingStep* const>;
 
-// The changed cells of one row with what they held before the first change, in the order of the changes.
-void forFirstChanges(RowSteps steps, const std::function<void(const Column&, const CellValue&)>& visit) {
+// The first changes of the cells of one row, in the order in which they were made.
+void forFirstChanges(RowSteps steps, const std::function<void(const PendingStep&)>& visit) {
     for (std::size_t i = 0; i < steps.size(); ++i) {
         const PendingStep& step = *steps[i];
         const auto sameColumn = [&step](const PendingStep* earlier) {
             return earlier->column == step.column;
         };
         if (step.action == PendingStep::eAction::kCell && std::ranges::none_of(steps.first(i), sameColumn))
-            visit(*step.column, step.before);
+            visit(step);
     }
-}
-
-bool hasAction(RowSteps steps, PendingStep::eAction action) {
-    return std::ranges::find(steps, action, &PendingStep::action) != steps.end();
 }
 
 } // namespace
 
-TableChange PendingLog::netChange(StyleSource& source, eTableType type) {
-    StyleTable& table = source.table(type);
+TableChange PendingLog::netChange(SourceId source, eTableType type) {
     TableChange change;
-    change.table = &table.schema();
+    change.table = findTable(type);
     m_scratch.clear();
     Steps steps;
     for (std::size_t i = 0; i < m_position; ++i)
-        if (m_steps[i].source == source.id() && m_steps[i].table == type)
+        if (m_steps[i].source == source && m_steps[i].table == type)
             steps.push_back(&m_steps[i]);
     std::ranges::stable_sort(steps, {}, &PendingStep::key);
+    const auto rows = change.table->makeRows();
     for (auto begin = steps.begin(); begin != steps.end();) {
         const std::int32_t key = (*begin)->key;
         const auto end =
             std::find_if(begin, steps.end(), [key](const PendingStep* step) { return step->key != key; });
-        addRowChange(table, RowSteps(begin, end), change);
+        addRowChange(*rows, RowSteps(begin, end), change);
         begin = end;
     }
     return change;
 }
 
-void PendingLog::addRowChange(const StyleTable& table, RowSteps steps, TableChange& change) {
-    const std::int32_t key = steps.front()->key;
-    const StructRecord* live = table.find(KorOdbcKey(key));
-    if (hasAction(steps, PendingStep::eAction::kAppend)) {
-        if (live)
-            change.appended.push_back(live);
-    } else if (hasAction(steps, PendingStep::eAction::kDelete)) {
+void PendingLog::addRowChange(const RowArray& rows, RowSteps steps, TableChange& change) {
+    using enum PendingStep::eAction;
+    if (const auto appended = std::ranges::find(steps, kAppend, &PendingStep::action);
+        appended != steps.end()) {
+        if (std::find_if(appended, steps.end(),
+                         [](const PendingStep* step) { return step->action == kDelete; }) != steps.end())
+            return;
+        const auto& record = m_scratch.emplace_back(rows.copyOf((*appended)->record.get()));
+        for (const PendingStep* step : RowSteps(appended + 1, steps.end()))
+            if (step->action == kCell)
+                step->column->write(record.get(), step->after);
+        change.appended.push_back(record.get());
+    } else if (const auto deleted = std::ranges::find(steps, kDelete, &PendingStep::action);
+               deleted != steps.end()) {
         // The row as it is stored: as it was when it was deleted, with earlier changes taken back.
-        const auto& stored = m_scratch.emplace_back(table.rows().copyOf(steps.back()->record.get()));
-        forFirstChanges(steps, [&](const Column& column, const CellValue& before) {
-            column.write(stored.get(), before);
-        });
+        const auto& stored = m_scratch.emplace_back(rows.copyOf((*deleted)->record.get()));
+        forFirstChanges(steps,
+                        [&](const PendingStep& step) { step.column->write(stored.get(), step.before); });
         change.deleted.push_back(stored.get());
-    } else if (live) {
-        forFirstChanges(steps, [&](const Column& column, const CellValue& before) {
-            CellValue wanted = column.read(live);
-            if (wanted != before)
-                change.cells.push_back({key, &column, before, std::move(wanted)});
+    } else {
+        forFirstChanges(steps, [&](const PendingStep& step) {
+            const CellValue& wanted =
+                (*std::ranges::find(steps.rbegin(), steps.rend(), step.column, &PendingStep::column))->after;
+            if (wanted != step.before)
+                change.cells.push_back({step.key, step.column, step.before, wanted});
         });
     }
 }
 
-void PendingLog::forget(SourceId source, eTableType table) {
-    m_steps.resize(m_position);
-    std::erase_if(m_steps,
-                  [&](const PendingStep& step) { return step.source == source && step.table == table; });
-    m_position = m_steps.size();
-    m_counts.erase({source, table});
+void PendingLog::forget(SourceId source) {
+    std::vector<eTableType> tables;
+    for (const TableSchema& table : allTables())
+        if (std::ranges::any_of(m_steps, [&](const PendingStep& step) {
+                return step.source == source && step.table == table.type;
+            }))
+            tables.push_back(table.type);
+    if (!tables.empty())
+        forget(source, tables);
 }
 
-void PendingLog::forget(SourceId source) {
-    if (std::ranges::none_of(m_steps, [source](const PendingStep& step) { return step.source == source; }))
-        return;
+void PendingLog::forget(SourceId source, std::span<const eTableType> tables) {
     m_steps.resize(m_position);
-    std::erase_if(m_steps, [source](const PendingStep& step) { return step.source == source; });
+    const auto isMeant = [&](const PendingStep& step) {
+        return step.source == source && std::ranges::find(tables, step.table) != tables.end();
+    };
+    const auto known = std::span(m_steps).first(m_told);
+    for (const eTableType table : tables) {
+        if (std::ranges::any_of(
+                known, [&](const PendingStep& step) { return step.source == source && step.table == table; }))
+            m_forgotten.emplace_back(source, table);
+        m_counts.erase({source, table});
+    }
+    m_told -= static_cast<std::size_t>(std::ranges::count_if(known, isMeant));
+    std::erase_if(m_steps, isMeant);
     m_position = m_steps.size();
-    std::erase_if(m_counts, [source](const auto& entry) { return entry.first.first == source; });
+    if (m_depth == 0)
+        tell();
 }
 
 PendingCommand PendingLog::command(std::size_t first, std::size_t last) const {
@@ -159,6 +211,13 @@ std::vector<PendingStep> PendingLog::takeUndo() {
         taken.push_back(m_steps[--m_position]);
         count(taken.back(), -1);
     }
+    if (m_position < m_told) {
+        m_told = m_position;
+        if (m_observer && m_position == 0)
+            m_observer->emptied();
+        else if (m_observer)
+            m_observer->takenBack();
+    }
     return taken;
 }
 
@@ -168,5 +227,7 @@ std::vector<PendingStep> PendingLog::takeRedo() {
         taken.push_back(m_steps[m_position++]);
         count(taken.back(), 1);
     }
+    if (m_depth == 0)
+        tell();
     return taken;
 }

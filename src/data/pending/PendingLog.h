@@ -23,10 +23,27 @@ struct PendingStep {
     int group = 0;                        ///< steps of one group are taken back together
 };
 
+/// One table of one source.
+using PendingPlace = std::pair<SourceId, eTableType>;
+
 /// Steps that are taken back and brought again together.
 struct PendingCommand {
     KorString label;
     std::span<const PendingStep> steps; ///< oldest first; valid until the log changes
+};
+
+/// Hears what comes to stand in a log, and what does not stand any more.
+class PendingObserver {
+public:
+    virtual ~PendingObserver() = default;
+
+    /// The steps of these tables were stored or dropped, then those of one command were made. Either may be
+    /// missing. Steps that were taken back and brought again are made anew.
+    virtual void changed(std::span<const PendingPlace> forgotten, const PendingCommand& made) = 0;
+    /// The last command that stood was taken back.
+    virtual void takenBack() = 0;
+    /// Nothing stands any more.
+    virtual void emptied() = 0;
 };
 
 /// The changes of all sources since they were last stored, in the order in which they were made. The tables
@@ -49,12 +66,13 @@ public:
     std::vector<const PendingStep*> steps() const;
 
     /// The net change of one table: a value set back to what is stored is no change, a row appended and
-    /// deleted again neither. Pointers in it are valid until the next call, or until the table changes.
-    TableChange netChange(StyleSource& source, eTableType table);
+    /// deleted again neither. Pointers in it are valid until the next call.
+    TableChange netChange(SourceId source, eTableType table);
 
     /// The steps of a table are stored or taken back for good: forgets them, and with them what could have
     /// been brought again.
-    void forget(SourceId source, eTableType table);
+    void forget(SourceId source, eTableType table) { forget(source, std::span(&table, 1)); }
+    void forget(SourceId source, std::span<const eTableType> tables);
     /// Forgets all steps of a source that is being closed.
     void forget(SourceId source);
 
@@ -71,19 +89,27 @@ public:
     std::vector<PendingStep> takeUndo();
     std::vector<PendingStep> takeRedo();
 
-private:
-    using Place = std::pair<SourceId, eTableType>;
+    /// The log has one observer at most, which it owns; null for none. One that comes later hears of what
+    /// stands already. It hears of a group when the outermost one ends.
+    void setObserver(std::unique_ptr<PendingObserver> observer);
+    bool isObserved() const { return m_observer != nullptr; }
+    /// The observer is told that nothing stands, and leaves.
+    void dismissObserver();
 
-    void addRowChange(const StyleTable& table, std::span<const PendingStep* const> steps,
-                      TableChange& change);
+private:
+    void tell();
+    void addRowChange(const RowArray& rows, std::span<const PendingStep* const> steps, TableChange& change);
     PendingCommand command(std::size_t first, std::size_t last) const;
     void count(const PendingStep& step, int by);
 
     std::vector<PendingStep> m_steps;
     std::size_t m_position = 0; // steps from here on have been taken back
-    std::map<Place, int> m_counts;
+    std::map<PendingPlace, int> m_counts;
     std::map<int, KorString> m_labels;
     std::vector<std::shared_ptr<StructRecord>> m_scratch; // records that the last net change points to
     int m_group = 0;
     int m_depth = 0;
+    std::unique_ptr<PendingObserver> m_observer;
+    std::size_t m_told = 0;                // steps that the observer knows to stand
+    std::vector<PendingPlace> m_forgotten; // of those, and not told yet
 };

@@ -3,25 +3,29 @@
 #include "data/store/ReadReport.h"
 
 #include <algorithm>
+#include <limits>
 
 PendingReplay::PendingReplay(StyleSource& source, PendingLog& pending)
-    : m_source(source), m_pending(pending) {
+    : PendingReplay(source, pending, pending) {}
+
+PendingReplay::PendingReplay(StyleSource& source, PendingLog& pending, PendingLog& lost)
+    : m_source(source), m_pending(pending), m_replacesPending(&lost == &pending) {
     for (const TableSchema& table : allTables()) {
-        if (!pending.hasPending(source.id(), table.type))
+        if (!lost.hasPending(source.id(), table.type))
             continue;
-        const RowArray& rows = source.table(table.type).rows();
-        const TableChange net = pending.netChange(source, table.type);
+        const auto rows = table.makeRows();
+        const TableChange net = lost.netChange(source.id(), table.type);
         Change& change = m_changes.emplace_back();
         change.table = table.type;
         change.cells = net.cells;
         for (const StructRecord* record : net.appended)
-            change.appended.push_back(rows.copyOf(record));
+            change.appended.push_back(rows->copyOf(record));
         for (const StructRecord* record : net.deleted)
-            change.deleted.push_back(rows.copyOf(record));
+            change.deleted.push_back(rows->copyOf(record));
     }
 }
 
-StoreResult PendingReplay::readAnew() {
+std::set<eTableType> PendingReplay::tables() const {
     std::set<eTableType> types;
     for (const Change& change : m_changes) {
         types.insert(change.table);
@@ -29,13 +33,25 @@ StoreResult PendingReplay::readAnew() {
             if (column.isReference() && column.role == eReferenceRole::kPartOf)
                 types.insert(column.target);
     }
-    return m_source.readAnew(types);
+    return types;
+}
+
+StoreResult PendingReplay::readAnew() {
+    return m_source.readAnew(tables());
+}
+
+StoreResult PendingReplay::read() {
+    for (const eTableType type : tables())
+        if (const StoreResult result = m_source.readingOf(type); !result)
+            return result;
+    return {};
 }
 
 std::vector<OutsideConflict> PendingReplay::run() {
-    m_pending.forget(m_source.id());
     giveKeys();
     m_pending.beginGroup({});
+    if (m_replacesPending)
+        m_pending.forget(m_source.id());
     for (const Change& change : m_changes)
         for (const auto& record : change.appended)
             append(change.table, record);
@@ -50,15 +66,24 @@ std::vector<OutsideConflict> PendingReplay::run() {
 }
 
 void PendingReplay::giveKeys() {
-    for (const Change& change : m_changes) {
+    for (Change& change : m_changes) {
         const StyleTable& table = m_source.table(change.table);
-        std::int32_t next = table.unusedKey();
+        std::erase_if(change.appended, [&](const auto& record) {
+            const StructRecord* stored = table.find(KorOdbcKey(record->key));
+            return stored && table.rows().equal(*stored, *record);
+        });
+        constexpr std::int64_t kNoMore = std::int64_t{std::numeric_limits<std::int32_t>::max()} + 1;
+        const std::int32_t unused = table.unusedKey();
+        std::int64_t next = unused > 0 ? unused : kNoMore;
         for (const auto& record : change.appended)
-            next = std::max(next, record->key + 1);
+            next = std::max(next, std::int64_t{record->key} + 1);
         for (const auto& record : change.appended) {
             const RowRef before{change.table, record->key};
-            if (table.find(KorOdbcKey(record->key)))
-                record->key = next++;
+            const bool isTaken = table.find(KorOdbcKey(record->key));
+            if (isTaken && next < kNoMore)
+                record->key = static_cast<std::int32_t>(next++);
+            else if (isTaken)
+                record->key = 0;
             m_newKeys[before] = record->key;
             m_appended.insert({change.table, record->key});
         }
@@ -88,7 +113,7 @@ bool PendingReplay::hasWholes(const TableSchema& table, const StructRecord& reco
 void PendingReplay::append(eTableType type, const std::shared_ptr<StructRecord>& record) {
     const TableSchema& table = *findTable(type);
     followKeys(table, *record);
-    if (!hasWholes(table, *record)) {
+    if (record->key <= 0 || !hasWholes(table, *record)) {
         addConflict(OutsideConflict::eKind::kGone,
                     {&table, record->key, nullptr, {}, displayText(record->name), {}}, record->name, {});
         return;

@@ -7,16 +7,22 @@
 #include <map>
 #include <set>
 
-/// Carries the pending changes of one source over to what is stored now, after another program changed it.
+/// Carries changes of one source over to what is stored now: those that are pending, after another program
+/// changed the source, or those that another run of this program left behind.
 class PendingReplay {
 public:
     /// Takes copies of what is pending. Both must outlive the replay.
     PendingReplay(StyleSource& source, PendingLog& pending);
+    /// The same for changes of this source that stand in the log `lost`, which `run` adds to what is pending.
+    PendingReplay(StyleSource& source, PendingLog& pending, PendingLog& lost);
 
-    /// Forgets what was read and reads what the changes need again, in one state. On failure all is as before.
+    /// Forgets what was read and reads what the changes need again, in one state. On failure all is as
+    /// before.
     StoreResult readAnew();
-    /// Makes the changes anew after `readAnew`, as one group. Rows that were
-    /// appended under a key that is taken by now get another one, and what refers to them follows.
+    /// Reads what the changes need, as far as it was not read yet.
+    StoreResult read();
+    /// Makes the changes anew after either, as one group. Rows that were appended under a key that is taken
+    /// by now get another one, and what refers to them follows; those that are stored as they were are left.
     std::vector<OutsideConflict> run();
 
 private:
@@ -27,6 +33,7 @@ private:
         std::vector<std::shared_ptr<StructRecord>> deleted;
     };
 
+    std::set<eTableType> tables() const;
     void giveKeys();
     void followKeys(const TableSchema& table, StructRecord& record) const;
     bool hasWholes(const TableSchema& table, const StructRecord& record) const;
@@ -38,6 +45,7 @@ private:
 
     StyleSource& m_source;
     PendingLog& m_pending;
+    bool m_replacesPending;
     std::vector<Change> m_changes;
     std::map<RowRef, std::int32_t> m_newKeys; ///< of appended rows, by the keys that they had
     std::set<RowRef> m_appended;              ///< by the keys that they have now

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr off_t kSmallestDatabase = 512; // one page
+constexpr off_t kSmallestDatabase = 512;  // one page
 constexpr std::size_t kLongestPath = 500; // what the database engine takes, with a journal's suffix
 
 bool mayAccess(const std::string& path, int mode) {
@@ -45,6 +45,17 @@ std::optional<FileIdentity> fileIdentity(const std::string& path) {
     if (stat(path.c_str(), &status) != 0)
         return std::nullopt;
     return FileIdentity{status.st_dev, status.st_ino};
+}
+
+std::string fileStamp(const std::string& path) {
+    struct statx status {};
+    if (statx(AT_FDCWD, path.c_str(), 0, STATX_INO | STATX_BTIME, &status) != 0)
+        return {};
+    std::string stamp = std::to_string(status.stx_ino);
+    if (status.stx_mask & STATX_BTIME)
+        stamp +=
+            "-" + std::to_string(status.stx_btime.tv_sec) + "-" + std::to_string(status.stx_btime.tv_nsec);
+    return stamp;
 }
 
 std::string resolvedPath(const std::string& path) {

@@ -28,6 +28,9 @@ public:
 
 /// The file that `path` names now, or none.
 std::optional<FileIdentity> fileIdentity(const std::string& path);
+/// What tells the file that `path` names now from one that is put in its place later, even where that gets
+/// the inode of the old one; one word, empty when there is none.
+std::string fileStamp(const std::string& path);
 /// The absolute path without links: that of the file itself, beside which its journal stands.
 std::string resolvedPath(const std::string& path);
 /// What hinders reading `path` as a database: missing, no file, empty, not permitted.
