@@ -147,6 +147,7 @@ int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
         KorHostReport::add(problem);
 
     KorDSMDialogFactory::asksBeforeLeaving = true;
+    KorDSMDialogFactory::recoversChanges = options.screenshot.empty();
     KorDSMDialogFactory factory(nullptr);
     bool painted = false;
     if (!options.screenshot.empty()) {

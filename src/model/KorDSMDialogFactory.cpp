@@ -4,6 +4,8 @@
 
 KorString KorDSMDialogFactory::moduleHandle;
 bool KorDSMDialogFactory::asksBeforeLeaving = false;
+bool KorDSMDialogFactory::recoversChanges = false;
+KorString KorDSMDialogFactory::recoveryFolder;
 
 namespace {
 

@@ -57,6 +57,13 @@ public:
     /// Whether the editor asks - keep, drop, go on editing - when it is left by Cancel, by its close button or
     /// by Use while changes are not stored. Off at first: Cancel drops them at once, Use leaves them pending.
     static bool asksBeforeLeaving;
+    /// Whether changes that are not stored are written, as they are made, into a file beside the settings,
+    /// and are offered again by the next editor when the process ends without storing or dropping them. Off
+    /// at first. Looked at when an editor opens.
+    static bool recoversChanges;
+    /// Another folder for that file, of the host's own; it is made when it is needed. Empty: that of the
+    /// settings.
+    static KorString recoveryFolder;
 
 private:
     class Dialogs;

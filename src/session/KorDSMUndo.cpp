@@ -28,19 +28,26 @@ PendingLog& pending() {
     return StyleDatabases::current().pending();
 }
 
-// The row of a step, whether it is in its table at present or not.
-const StructRecord* recordOf(const PendingStep& step) {
-    if (step.record)
-        return step.record.get();
-    StyleSource* source = StyleDatabases::current().source(step.source);
-    return source ? source->table(step.table).find(KorOdbcKey(step.key)) : nullptr;
+// The row in its table, or as the log appended it: what stands in another log is in no table.
+const StructRecord* rowOf(const PendingLog& log, SourceId id, RowRef row) {
+    StyleSource* source = StyleDatabases::current().source(id);
+    if (const StructRecord* record = source ? source->table(row.table).find(KorOdbcKey(row.key)) : nullptr)
+        return record;
+    for (const PendingStep* step : log.steps())
+        if (step->record && step->source == id && step->table == row.table && step->key == row.key)
+            return step->record.get();
+    return nullptr;
 }
 
-const StructRecord* wholeOf(const PendingStep& step, const StructRecord& part) {
-    StyleSource* source = StyleDatabases::current().source(step.source);
+// The row of a step, whether it is in its table at present or not.
+const StructRecord* recordOf(const PendingLog& log, const PendingStep& step) {
+    return step.record ? step.record.get() : rowOf(log, step.source, {step.table, step.key});
+}
+
+const StructRecord* wholeOf(const PendingLog& log, const PendingStep& step, const StructRecord& part) {
     for (const Column& column : findTable(step.table)->columns)
-        if (source && column.isReference() && column.role == eReferenceRole::kPartOf)
-            return source->table(column.target).find(KorOdbcKey(column.integerIn(&part)));
+        if (column.isReference() && column.role == eReferenceRole::kPartOf)
+            return rowOf(log, step.source, {column.target, column.integerIn(&part)});
     return nullptr;
 }
 
@@ -68,20 +75,26 @@ KorString describe(const PendingStep& step, const StructRecord& record, const St
 }
 
 // Commands name their groups; what is only labelled with the name of a record tells what it did itself.
-KorString describe(const PendingCommand& command) {
+KorString describe(const PendingLog& log, const PendingCommand& command) {
     const PendingStep& step = principal(command.steps);
-    const StructRecord* record = recordOf(step);
+    const StructRecord* record = recordOf(log, step);
+    if (!record && command.label.isEmpty()) {
+        StructRecord gone;
+        gone.name = KorString::format("%s [%s]", {KorDSMValueText::tableCaption(*findTable(step.table)),
+                                                  KorString::number(std::int64_t{step.key})});
+        return describe(step, gone, nullptr);
+    }
     if (!record)
         return KorDSMValueText::shortName(command.label);
-    const StructRecord* whole = wholeOf(step, *record);
+    const StructRecord* whole = wholeOf(log, step, *record);
     const bool isName = command.label == record->name || (whole && command.label == whole->name);
     return command.label.isEmpty() || isName ? describe(step, *record, whole) : command.label;
 }
 
-std::vector<KorString> describe(const std::vector<PendingCommand>& commands) {
+std::vector<KorString> describe(const PendingLog& log, const std::vector<PendingCommand>& commands) {
     std::vector<KorString> texts;
     for (const PendingCommand& command : commands)
-        texts.push_back(describe(command));
+        texts.push_back(describe(log, command));
     return texts;
 }
 
@@ -141,11 +154,15 @@ KorString redoText() {
 }
 
 std::vector<KorString> undoSteps(std::size_t most) {
-    return describe(pending().undoable(most));
+    return stepsOf(pending(), most);
 }
 
 std::vector<KorString> redoSteps(std::size_t most) {
-    return describe(pending().redoable(most));
+    return describe(pending(), pending().redoable(most));
+}
+
+std::vector<KorString> stepsOf(const PendingLog& log, std::size_t most) {
+    return describe(log, log.undoable(most));
 }
 
 std::vector<KorDSMRowChange> undo() {

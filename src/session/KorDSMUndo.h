@@ -33,6 +33,8 @@ KorString redoText();
 /// comes first. No more than `most` of them.
 std::vector<KorString> undoSteps(std::size_t most);
 std::vector<KorString> redoSteps(std::size_t most);
+/// The same for what stands in another log of the open sources.
+std::vector<KorString> stepsOf(const PendingLog& log, std::size_t most);
 
 /// Take back, or bring again, one step. They return the rows that are different now, each once, in the order
 /// in which the step reached them; none when there is no step. The main dialog is told whether changes are

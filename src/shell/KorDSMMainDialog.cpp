@@ -40,6 +40,7 @@ KorDSMMainDialog::~KorDSMMainDialog() {
 
 int KorDSMMainDialog::OnInitDialog() {
     KorDSMDataStructure::m_bApplyWasPressed = false;
+    writeRecovery();
     beginTurn();
     setUpImages();
     setUpSections();
@@ -192,6 +193,7 @@ void KorDSMMainDialog::lookAround() {
     if (!isVisible() || (modal && modal != this))
         return;
     takeOver();
+    offerRecovery();
     readOutsideChanges();
     showReports();
 }

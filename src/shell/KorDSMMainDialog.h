@@ -25,6 +25,7 @@ class KorButtonGroupMenu;
 class KorDSMUndoStrip;
 class KorListCtrl;
 class KorTabCtrl;
+class RecoveryFile;
 class QAction;
 class QLabel;
 class QLineEdit;
@@ -128,6 +129,12 @@ private:
     /// Whether Esc may close the window: nothing is pending or being typed.
     bool mayEscape() const;
 
+    // Recovery
+    void writeRecovery();
+    void offerRecovery();
+    /// Returns whether all was tried; what could not be brought back is shown.
+    bool bringBack(RecoveryFile& lost);
+
     // Sections
     SectionSlot& slot(eViewSections section) { return m_slots[static_cast<std::size_t>(section)]; }
     KorDSMSectionTree& tree(eViewSections section) { return *slot(section).tree; }
@@ -201,6 +208,7 @@ private:
     void reloadPage();
     void reloadSections();
     void readOutsideChanges();
+    void followOutsideChanges(const std::vector<OutsideChange>& changes);
     bool wantsToKeepMine(const std::vector<OutsideChange>& changes);
     void finishCurrentPage();
     void reportCommit(const KorDSMCommit::Outcome& outcome);
@@ -245,4 +253,5 @@ private:
     bool m_followingItems = false;
     bool m_itemsChangedPosted = false;
     bool m_ready = false;
+    bool m_offeredRecovery = false;
 };

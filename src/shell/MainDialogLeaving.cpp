@@ -1,15 +1,13 @@
-#include "controls/KorQt.h"
 #include "controls/KorTabCtrl.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/Prompts.h"
 #include "session/KorDSMHandOver.h"
 #include "session/KorDSMUndo.h"
 #include "shell/KorDSMMainDialog.h"
+#include "shell/PendingQuestion.h"
 
 #include <QCloseEvent>
-#include <QMessageBox>
 #include <QPushButton>
-#include <QTextDocument>
 
 #include <limits>
 
@@ -24,18 +22,6 @@ constexpr int kKeepChanges = 423;
 constexpr int kDropChanges = 424;
 constexpr int kGoOnEditing = 425;
 
-constexpr std::size_t kMostShown = 6;
-
-// The latest first, as the undo menu lists them.
-QString listOf(const std::vector<KorString>& steps, std::size_t most) {
-    QStringList lines;
-    for (std::size_t i = 0; i < steps.size() && i < most; ++i)
-        lines << toQt(steps[i]);
-    if (steps.size() > most)
-        lines << QStringLiteral("…");
-    return lines.join('\n');
-}
-
 bool somethingIsPending() {
     return !StyleDatabases::current().pending().isEmpty();
 }
@@ -47,22 +33,11 @@ KorDSMMainDialog::eLeaving KorDSMMainDialog::askBeforeLeaving() {
         return eLeaving::kNotAsked;
     const std::vector<KorString> steps = KorDSMUndo::undoSteps(std::numeric_limits<std::size_t>::max());
     const KorString number = KorString::number(static_cast<std::int64_t>(steps.size()));
-    QMessageBox box(QMessageBox::Question, toQt(Prompts::dsm(kLeavingCaption)),
-                    toQt(steps.size() == 1 ? Prompts::dsm(kOneChange)
-                                           : KorString::format(Prompts::dsm(kChanges), {number})),
-                    QMessageBox::NoButton, this);
-    box.setInformativeText(Qt::convertFromPlainText(listOf(steps, kMostShown), Qt::WhiteSpaceNormal));
-    if (steps.size() > kMostShown)
-        box.setDetailedText(listOf(steps, steps.size()));
-    QPushButton* keep = box.addButton(toQt(Prompts::dsm(kKeepChanges)), QMessageBox::AcceptRole);
-    const QPushButton* drop = box.addButton(toQt(Prompts::dsm(kDropChanges)), QMessageBox::DestructiveRole);
-    QPushButton* goOn = box.addButton(toQt(Prompts::dsm(kGoOnEditing)), QMessageBox::RejectRole);
-    box.setDefaultButton(keep);
-    box.setEscapeButton(goOn);
-    box.exec();
-    if (box.clickedButton() == keep)
-        return eLeaving::kKeep;
-    return box.clickedButton() == drop ? eLeaving::kDrop : eLeaving::kGoOn;
+    const KorString question =
+        steps.size() == 1 ? Prompts::dsm(kOneChange) : KorString::format(Prompts::dsm(kChanges), {number});
+    constexpr eLeaving kAnswers[] = {eLeaving::kKeep, eLeaving::kDrop, eLeaving::kGoOn};
+    return kAnswers[askAboutChanges(this, Prompts::dsm(kLeavingCaption), question, steps,
+                                    {kKeepChanges, kDropChanges, kGoOnEditing})];
 }
 
 bool KorDSMMainDialog::keepBeforeLeaving() {

@@ -57,7 +57,10 @@ void KorDSMMainDialog::reportCommit(const KorDSMCommit::Outcome& outcome) {
 
 void KorDSMMainDialog::readOutsideChanges() {
     const KorDSMBusy busy;
-    const std::vector<OutsideChange> changes = StyleDatabases::current().refreshChanged();
+    followOutsideChanges(StyleDatabases::current().refreshChanged());
+}
+
+void KorDSMMainDialog::followOutsideChanges(const std::vector<OutsideChange>& changes) {
     if (changes.empty())
         return;
     for (const OutsideChange& change : changes)
@@ -68,6 +71,8 @@ void KorDSMMainDialog::readOutsideChanges() {
     reloadSections();
     if (StyleDatabases::current().pending().isEmpty())
         m_apply->setEnabled(false);
+    else
+        setModified(true);
     m_undoStrip->update();
 }
 

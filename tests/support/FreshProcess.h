@@ -36,6 +36,8 @@ private:
         KorDetailTableDependencies::m_bDeepCopyCanceledByUser = false;
         KorDSMDialogFactory::moduleHandle = {};
         KorDSMDialogFactory::asksBeforeLeaving = false;
+        KorDSMDialogFactory::recoversChanges = false;
+        KorDSMDialogFactory::recoveryFolder = {};
         closeDatabases();
         emptyStructure();
         int status = 0;

@@ -1,0 +1,157 @@
+#include "model/KorDSMDialogFactory.h"
+#include "services/KOSettings.h"
+#include "session/KorDSMUndo.h"
+#include "shell/EditorFixture.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QRadioButton>
+#include <QTimer>
+
+#include <fstream>
+
+// What the editor offers after a crash.
+
+namespace {
+
+constexpr int kApply = 3;
+constexpr int kBelowDetail = 1035;
+const std::vector<const char*> kStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
+const char* const kPosition = "SELECT title_position FROM detail_style WHERE name='HB post 1:15'";
+
+class Recovery : public EditorFixture {
+protected:
+    Recovery() { KorDSMDialogFactory::recoversChanges = true; }
+
+    /// Leaves one change as a process that is killed does: nobody drops or stores it.
+    void crashWithAChange() {
+        open();
+        change();
+        ASSERT_EQ(files(), 1);
+        m_dialog.reset();
+        m_databases.reset();
+        ASSERT_EQ(files(), 1);
+    }
+    void change() {
+        select(kStyle);
+        showTab(1);
+        click(pageControl<QRadioButton>(kBelowDetail));
+    }
+    int files() const { return files(settingsFile().parent_path()); }
+    static int files(const std::filesystem::path& folder) {
+        int count = 0;
+        for (const auto& entry : std::filesystem::directory_iterator(folder))
+            count += entry.path().filename().string().starts_with("recovery-") ? 1 : 0;
+        return count;
+    }
+    /// Answers the boxes that come while the editor opens, by the buttons of these texts, and notes what they
+    /// said.
+    void openAndAnswer(std::vector<const char*> answers) {
+        m_said.clear();
+        QTimer clock;
+        QObject::connect(&clock, &QTimer::timeout, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box || answers.empty())
+                return;
+            m_said << box->text() + "\n" + box->informativeText();
+            for (QAbstractButton* button : box->buttons())
+                if (button->text() == answers.front()) {
+                    answers.erase(answers.begin());
+                    return button->click();
+                }
+            ADD_FAILURE() << "no button " << answers.front();
+            box->close();
+        });
+        clock.start(0);
+        open();
+        EXPECT_TRUE(answers.empty());
+    }
+    static std::size_t pendingCommands() { return StyleDatabases::current().pending().undoable(9).size(); }
+
+    QStringList m_said;
+};
+
+} // namespace
+
+TEST_F(Recovery, WhatACrashLeftIsOfferedAndBroughtBackAsPendingChanges) {
+    crashWithAChange();
+    openAndAnswer({"&Later"});
+    ASSERT_EQ(m_said.size(), 1);
+    EXPECT_TRUE(m_said[0].contains("a change made on")) << m_said[0].toStdString();
+    EXPECT_TRUE(m_said[0].contains("HB post 1:15")) << m_said[0].toStdString();
+    EXPECT_EQ(pendingCommands(), 0U);
+    EXPECT_EQ(files(), 1);
+    openAndAnswer({"&Bring back"});
+    EXPECT_EQ(files(), 1) << "that of this process";
+    EXPECT_EQ(pendingCommands(), 1U);
+    EXPECT_TRUE(button(kApply)->isEnabled());
+    select(kStyle);
+    showTab(1);
+    EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
+    EXPECT_EQ(KorDSMUndo::undoText(), "Undo bringing back of changes");
+    click(button(kApply));
+    EXPECT_EQ(files(), 0);
+    openAndAnswer({});
+    close();
+    m_databases.reset();
+    EXPECT_EQ(stored("user.dsdb", kPosition), "4");
+}
+
+TEST_F(Recovery, WhatIsThrownAwayOrOfADamagedFileIsNotOfferedAgain) {
+    crashWithAChange();
+    openAndAnswer({"&Throw away"});
+    EXPECT_EQ(pendingCommands(), 0U);
+    EXPECT_EQ(files(), 0);
+    close();
+    std::ofstream(settingsFile().parent_path() / "recovery-1") << "something else\n";
+    openAndAnswer({"OK"});
+    ASSERT_EQ(m_said.size(), 1);
+    EXPECT_TRUE(m_said[0].contains("recovery-1")) << m_said[0].toStdString();
+    EXPECT_EQ(files(), 1) << "kept";
+}
+
+TEST_F(Recovery, WhatWasStoredMeanwhileIsAskedAbout) {
+    crashWithAChange();
+    storeElsewhere("user.dsdb", "UPDATE detail_style SET title_position=6 WHERE name='HB post 1:15'");
+    openAndAnswer({"&Bring back", "&Take what is stored"});
+    ASSERT_EQ(m_said.size(), 2);
+    EXPECT_TRUE(m_said[1].contains("HB post 1:15")) << m_said[1].toStdString();
+    EXPECT_EQ(pendingCommands(), 0U);
+    EXPECT_FALSE(button(kApply)->isEnabled());
+    EXPECT_EQ(files(), 0);
+}
+
+TEST_F(Recovery, AHostThatDoesNotWantItFindsAndLeavesNothing) {
+    crashWithAChange();
+    KorDSMDialogFactory::recoversChanges = false;
+    openAndAnswer({});
+    change();
+    EXPECT_EQ(files(), 1) << "that of the crash";
+    KorDSMDialogFactory::recoversChanges = true;
+    KorDSMDialogFactory::recoveryFolder = KorString((m_folder.path() / "host").string());
+    openAndAnswer({});
+    change();
+    EXPECT_EQ(files(m_folder.path() / "host"), 1);
+    KorDSMDialogFactory::recoversChanges = false;
+    KorDSMMainDialog another(nullptr);
+    another.OnInitDialog();
+    EXPECT_EQ(files(m_folder.path() / "host"), 0);
+}
+
+TEST_F(Recovery, ADatabaseThatIsGoneIsNamedAndItsChangesStay) {
+    crashWithAChange();
+    std::filesystem::remove(path("user.dsdb"));
+    m_databases = std::make_unique<StyleDatabases>();
+    ASSERT_TRUE(m_databases->openFile(SourceId::standard(), path("standard.dsdb"), true));
+    openAndAnswer({"OK"});
+    ASSERT_EQ(m_said.size(), 1);
+    EXPECT_TRUE(m_said[0].contains("user.dsdb")) << m_said[0].toStdString();
+    EXPECT_EQ(files(), 1);
+    m_dialog.reset();
+    m_databases.reset();
+    openAndAnswer({"&Bring back", "&Keep mine"});
+    ASSERT_EQ(m_said.size(), 2);
+    EXPECT_TRUE(m_said[0].contains("is another file now")) << m_said[0].toStdString();
+    EXPECT_TRUE(m_said[0].contains("\"Detail style [")) << m_said[0].toStdString();
+    EXPECT_EQ(pendingCommands(), 0U);
+}
