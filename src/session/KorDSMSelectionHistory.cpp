@@ -1,28 +1,27 @@
 #include "session/KorDSMSelectionHistory.h"
 
-void KorDSMSelectionHistory::record(KorTreeHandle entry, KorDSMDefines::eViewSections section) {
-    if (canGoForward())
-        m_entries.push_back(Entry(m_entries[static_cast<std::size_t>(m_position)]));
-    m_entries.push_back({entry, section, false});
-    m_position = static_cast<int>(m_entries.size()) - 1;
+void KorDSMSelectionHistory::record(const KorDSMPlace& place) {
+    const int count = static_cast<int>(m_places.size());
+    if (m_position >= 0 && m_position + 1 < count)
+        m_places.push_back(KorDSMPlace(m_places[static_cast<std::size_t>(m_position)]));
+    m_places.push_back(place);
+    m_position = static_cast<int>(m_places.size()) - 1;
 }
 
-void KorDSMSelectionHistory::markStale(KorTreeHandle entry) {
-    for (Entry& visited : m_entries)
-        if (visited.entry == entry)
-            visited.stale = true;
+int KorDSMSelectionHistory::next(int direction, const Exists& exists) const {
+    const int count = static_cast<int>(m_places.size());
+    for (int i = m_position + direction; i >= 0 && i < count; i += direction) {
+        const KorDSMPlace& place = m_places[static_cast<std::size_t>(i)];
+        if (!(place == m_places[static_cast<std::size_t>(m_position)]) && exists(place))
+            return i;
+    }
+    return -1;
 }
 
-std::optional<KorDSMSelectionHistory::Entry> KorDSMSelectionHistory::step(int direction) {
-    const int end = direction < 0 ? 0 : static_cast<int>(m_entries.size()) - 1;
-    if (m_entries.empty() || m_position == end)
+std::optional<KorDSMPlace> KorDSMSelectionHistory::step(int direction, const Exists& exists) {
+    const int reached = next(direction, exists);
+    if (reached < 0)
         return std::nullopt;
-    const auto at = [this](int index) -> const Entry& { return m_entries[static_cast<std::size_t>(index)]; };
-    const KorTreeHandle start = at(m_position).entry;
-    do
-        m_position += direction;
-    while (m_position != end && (at(m_position).stale || at(m_position).entry == start));
-    if (at(m_position).stale)
-        return std::nullopt;
-    return at(m_position);
+    m_position = reached;
+    return m_places[static_cast<std::size_t>(reached)];
 }

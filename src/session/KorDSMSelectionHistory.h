@@ -1,39 +1,38 @@
 #pragma once
 
-#include "model/items/KorDSMTreeItemData.h"
+#include "session/KorDSMPlace.h"
 
+#include <functional>
 #include <optional>
 #include <vector>
 
 /// The selections made in the four trees, in order, with a current position. It lives as long as the editor
-/// is open; entries whose items are deleted become stale and are skipped, never removed.
+/// is open; places whose items are gone are passed over, never removed: they count again when the items are
+/// back.
 class KorDSMSelectionHistory {
 public:
-    struct Entry {
-        KorTreeHandle entry = nullptr;
-        KorDSMDefines::eViewSections section = KorDSMDefines::kViewDetailStyles;
-        bool stale = false;
-    };
+    /// Says whether a place has an item now.
+    using Exists = std::function<bool(const KorDSMPlace& place)>;
 
-    /// Appends a selection and makes it current. When the position is not at the end, the entry there is
+    /// Appends a selection and makes it current. When the position is not at the end, the place there is
     /// appended again first, so that leaving the middle of the history loses nothing.
-    void record(KorTreeHandle entry, KorDSMDefines::eViewSections section);
-    /// The entry's item is gone.
-    void markStale(KorTreeHandle entry);
+    void record(const KorDSMPlace& place);
 
-    bool canGoBack() const { return !m_entries.empty() && m_position > 0; }
-    bool canGoForward() const { return m_position + 1 < static_cast<int>(m_entries.size()); }
-    /// Moves back or forward past stale entries and past those of the starting tree entry. Returns the entry
-    /// to show, or nothing when only stale ones were left.
-    std::optional<Entry> goBack() { return step(-1); }
-    std::optional<Entry> goForward() { return step(1); }
+    /// Whether a step would lead anywhere.
+    bool canGoBack(const Exists& exists) const { return next(-1, exists) >= 0; }
+    bool canGoForward(const Exists& exists) const { return next(1, exists) >= 0; }
+    /// Moves back or forward past places without an item and past the starting one. Returns the place to
+    /// show, or nothing, and stays, when there is no other.
+    std::optional<KorDSMPlace> goBack(const Exists& exists) { return step(-1, exists); }
+    std::optional<KorDSMPlace> goForward(const Exists& exists) { return step(1, exists); }
 
     int position() const { return m_position; }
-    const std::vector<Entry>& entries() const { return m_entries; }
+    const std::vector<KorDSMPlace>& places() const { return m_places; }
 
 private:
-    std::optional<Entry> step(int direction);
+    int next(int direction, const Exists& exists) const;
+    std::optional<KorDSMPlace> step(int direction, const Exists& exists);
 
-    std::vector<Entry> m_entries;
+    std::vector<KorDSMPlace> m_places;
     int m_position = -1;
 };

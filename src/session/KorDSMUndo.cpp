@@ -3,10 +3,13 @@
 #include "data/RowClosure.h"
 #include "model/KorDSMMessages.h"
 #include "services/Prompts.h"
+#include "session/KorDSMItemSource.h"
 #include "session/KorDSMValueText.h"
+#include "session/KorDSMWhereUsed.h"
 
 #include <algorithm>
 #include <map>
+#include <span>
 
 bool KorDSMRowChange::changedColumn(int number) const {
     return std::ranges::any_of(columns, [number](const Column* column) { return column->number == number; });
@@ -171,6 +174,35 @@ std::vector<KorDSMRowChange> undo() {
 
 std::vector<KorDSMRowChange> redo() {
     return applied(StyleDatabases::current().redo());
+}
+
+namespace {
+
+// The row by which the change is shown: of one that is gone, what it stood in.
+RowRef placeOfChange(const KorDSMRowChange& change) {
+    if (change.kind != KorDSMRowChange::eKind::kDeleted)
+        return change.row;
+    for (const Column& column : findTable(change.row.table)->columns)
+        if (column.isReference() && column.role != eReferenceRole::kUses)
+            return {column.target, column.integerIn(change.record.get())};
+    return {};
+}
+
+} // namespace
+
+KorDSMDatabaseItem* itemOf(KorDSMDataStructure& structure, const std::vector<KorDSMRowChange>& changes,
+                           KorDSMDatabaseItem* shown) {
+    constexpr std::size_t kMostLookedAt = 50; // an import changes thousands of rows
+    const std::span looked(changes.data(), std::min(changes.size(), kMostLookedAt));
+    for (const KorDSMRowChange& change : looked)
+        if (shown && change.source == KorDSMItemSource::sourceOf(shown) &&
+            KorDSMWhereUsed::isEditor(*shown, placeOfChange(change)))
+            return shown;
+    for (const KorDSMRowChange& change : looked)
+        if (KorDSMDatabaseItem* item =
+                KorDSMWhereUsed::findEditor(structure, change.source, placeOfChange(change)))
+            return item;
+    return nullptr;
 }
 
 } // namespace KorDSMUndo

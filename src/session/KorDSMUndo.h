@@ -2,6 +2,7 @@
 
 #include "data/RowRef.h"
 #include "data/StyleDatabases.h"
+#include "model/KorDSMDataStructure.h"
 
 #include <memory>
 #include <vector>
@@ -41,5 +42,10 @@ std::vector<KorString> stepsOf(const PendingLog& log, std::size_t most);
 /// left to be applied (message 1042).
 std::vector<KorDSMRowChange> undo();
 std::vector<KorDSMRowChange> redo();
+
+/// The item to show after a step that made these changes: `shown` where its pages show one of them, else the
+/// first that can be found; for a row that is gone its group or what it was a part of. Null for none.
+KorDSMDatabaseItem* itemOf(KorDSMDataStructure& structure, const std::vector<KorDSMRowChange>& changes,
+                           KorDSMDatabaseItem* shown);
 
 } // namespace KorDSMUndo

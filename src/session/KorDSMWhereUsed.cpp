@@ -10,6 +10,8 @@
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMValueText.h"
 
+#include <algorithm>
+#include <iterator>
 #include <set>
 
 namespace KorDSMWhereUsed {
@@ -86,7 +88,7 @@ bool shows(const KorDSMDatabaseItem& item, RowRef row) {
     return item.record() && item.tableType() == row.table && item.recordKey() == row.key;
 }
 
-KorDSMDatabaseItem* childThatShows(KorDSMDatabaseItem& parent, RowRef row) {
+KorDSMDatabaseItem* childThatShows(const KorDSMDatabaseItem& parent, RowRef row) {
     for (KorDSMDatabaseItem* child : parent.children())
         if (shows(*child, row))
             return child;
@@ -105,14 +107,62 @@ void loadContent(KorDsmAddInContentItem& addIn) {
 }
 
 // Among the groups below the add-in and what is filed under them.
-KorDSMDatabaseItem* findFiled(KorDsmAddInContentItem& addIn, RowRef row) {
-    loadContent(addIn);
+KorDSMDatabaseItem* findFiled(const KorDsmAddInContentItem& addIn, RowRef row) {
     if (KorDSMDatabaseItem* group = childThatShows(addIn, row))
         return group;
     for (KorDSMDatabaseItem* group : addIn.children())
         if (KorDSMDatabaseItem* item = childThatShows(*group, row))
             return item;
     return nullptr;
+}
+
+constexpr eTableType kTablesOfItems[] = {
+    kTableDetailStyle,       kTableBaseCategory,    kTableViewRequest,      kTableSystemAndBox,
+    kTableReprMap,           kTableReprMapEntry,    kTableAppearance,       kTableAnnotationStrategy,
+    kTableAnnotationGroup,   kTableArrangerControl, kTableArrangerStrategy, kTableViewDimStrategy,
+    kTableDimRequest,        kTableDimRequestGroup, kTablePointSelection,   kTableQualifierSet,
+    kTableQualifierSetGroup,
+};
+
+// An entry of a view dimensioning has no item of its own: its dimension requests hang on the whole.
+RowRef itemRow(StyleSource& source, RowRef row) {
+    if (row.table != kTableDimStrategyItem)
+        return row;
+    const auto* item =
+        static_cast<const StructDetViewDimStrategyItem*>(source.table(row.table).find(KorOdbcKey(row.key)));
+    return {kTableViewDimStrategy, item->strategyKey};
+}
+
+// The rows whose items can have one for `row` among their children: its whole and its users. A row that
+// is shown as a part itself has its own item, so its whole does not stand for it.
+std::vector<RowRef> rowsAbove(StyleSource& source, RowRef row) {
+    std::vector<RowRef> above;
+    const StructRecord* record = source.table(row.table).find(KorOdbcKey(row.key));
+    for (const Column& column : findTable(row.table)->columns)
+        if (record && column.isReference() && column.role == eReferenceRole::kPartOf)
+            above.push_back({column.target, column.integerIn(record)});
+    for (const Referrer& referrer : source.referrersOf(row.table, KorOdbcKey(row.key)))
+        if (referrer.column->role == eReferenceRole::kUses)
+            above.push_back(itemRow(source, {referrer.table->type, referrer.key}));
+    return above;
+}
+
+// The row, or the rows nearest above it, that have items of their own, until one of them is taken.
+template <typename Take>
+void forEachEditedRow(StyleSource& source, RowRef row, Take take) {
+    std::set<RowRef> known;
+    for (std::vector<RowRef> level{row}; !level.empty();) {
+        std::vector<RowRef> above;
+        for (const RowRef candidate : level) {
+            const bool hasItems =
+                std::ranges::find(kTablesOfItems, candidate.table) != std::end(kTablesOfItems);
+            if (hasItems && take(candidate))
+                return;
+            if (!hasItems && known.insert(candidate).second)
+                std::ranges::copy(rowsAbove(source, candidate), std::back_inserter(above));
+        }
+        level = std::move(above);
+    }
 }
 
 // Climbs from a row to what uses it until it meets one that is filed, and comes back down through the items.
@@ -124,9 +174,11 @@ public:
     KorDSMDatabaseItem* find(RowRef row) {
         if (!m_seen.insert(row).second)
             return nullptr;
-        if (KorDsmAddInContentItem* content = contentOf(m_structure, m_source.id(), row.table))
+        if (KorDsmAddInContentItem* content = contentOf(m_structure, m_source.id(), row.table)) {
+            loadContent(*content);
             return findFiled(*content, row);
-        for (const RowRef above : rowsAbove(row))
+        }
+        for (const RowRef above : rowsAbove(m_source, row))
             if (KorDSMDatabaseItem* item = find(above)) {
                 KorDSMDependencies::createChildren(*item);
                 if (KorDSMDatabaseItem* child = childThatShows(*item, row))
@@ -136,29 +188,6 @@ public:
     }
 
 private:
-    // The rows whose items can have one for `row` among their children: its whole and its users. A row that
-    // is shown as a part itself has its own item, so its whole does not stand for it.
-    std::vector<RowRef> rowsAbove(RowRef row) {
-        std::vector<RowRef> above;
-        const StructRecord* record = m_source.table(row.table).find(KorOdbcKey(row.key));
-        for (const Column& column : findTable(row.table)->columns)
-            if (record && column.isReference() && column.role == eReferenceRole::kPartOf)
-                above.push_back({column.target, column.integerIn(record)});
-        for (const Referrer& referrer : m_source.referrersOf(row.table, KorOdbcKey(row.key)))
-            if (referrer.column->role == eReferenceRole::kUses)
-                above.push_back(itemRow({referrer.table->type, referrer.key}));
-        return above;
-    }
-
-    // An entry of a view dimensioning has no item of its own: its dimension requests hang on the whole.
-    RowRef itemRow(RowRef row) {
-        if (row.table != kTableDimStrategyItem)
-            return row;
-        const auto* item = static_cast<const StructDetViewDimStrategyItem*>(
-            m_source.table(row.table).find(KorOdbcKey(row.key)));
-        return {kTableViewDimStrategy, item->strategyKey};
-    }
-
     KorDSMDataStructure& m_structure;
     StyleSource& m_source;
     std::set<RowRef> m_seen;
@@ -177,6 +206,28 @@ KorDSMDatabaseItem* findItem(KorDSMDataStructure& structure, SourceId id, RowRef
 KorDSMDatabaseItem* findGroup(KorDSMDataStructure& structure, SourceId source, RowRef group) {
     KorDsmAddInContentItem* content = contentOf(structure, source, group.table);
     return content && content->m_bExpanded ? childThatShows(*content, group) : nullptr;
+}
+
+KorDSMDatabaseItem* findLoaded(KorDSMDataStructure& structure, SourceId source, RowRef row) {
+    const KorDsmAddInContentItem* content = contentOf(structure, source, row.table);
+    return content ? findFiled(*content, row) : nullptr;
+}
+
+KorDSMDatabaseItem* findEditor(KorDSMDataStructure& structure, SourceId id, RowRef row) {
+    StyleSource* source = StyleDatabases::current().source(id);
+    KorDSMDatabaseItem* found = nullptr;
+    if (source && findTable(row.table))
+        forEachEditedRow(*source, row,
+                         [&](RowRef edited) { return (found = findItem(structure, id, edited)) != nullptr; });
+    return found;
+}
+
+bool isEditor(const KorDSMDatabaseItem& item, RowRef row) {
+    StyleSource* source = StyleDatabases::current().source(KorDSMItemSource::sourceOf(&item));
+    bool found = false;
+    if (source && findTable(row.table))
+        forEachEditedRow(*source, row, [&](RowRef edited) { return found = shows(item, edited); });
+    return found;
 }
 
 } // namespace KorDSMWhereUsed

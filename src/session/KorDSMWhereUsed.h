@@ -44,5 +44,13 @@ KorDsmAddInContentItem* contentOf(KorDSMDataStructure& structure, SourceId sourc
 
 /// The item of a category or group, where the content of its source is loaded; else null.
 KorDSMDatabaseItem* findGroup(KorDSMDataStructure& structure, SourceId source, RowRef group);
+/// The item of a category, of a group, or of a record in its group, as far as items are loaded; else null.
+KorDSMDatabaseItem* findLoaded(KorDSMDataStructure& structure, SourceId source, RowRef row);
+
+/// The item on whose pages the row is edited: its own, or that of the nearest row which it is a part of or
+/// which uses it. Null when no tree shows any.
+KorDSMDatabaseItem* findEditor(KorDSMDataStructure& structure, SourceId source, RowRef row);
+/// Whether the item is such a one for a row of its source.
+bool isEditor(const KorDSMDatabaseItem& item, RowRef row);
 
 } // namespace KorDSMWhereUsed

@@ -146,8 +146,10 @@ private:
     void postItemsChanged();
     KorString comboPath(eViewSections section, const KorDSMDatabaseItem* node) const;
     void showSection(bool restoreCombo);
+    void showSectionAgain();
     void fillTree(eViewSections section);
     KorDsmAddInContentItem* currentSourceNode(eViewSections section);
+    const KorDSMDatabaseItem* rememberedGroup(eViewSections section, KorDsmAddInContentItem& source) const;
     void onSourceChosen(eViewSections section, void* data);
     void showSource(eViewSections section, KorDSMDatabaseItem& node);
     bool showPlaceOf(KorDSMDatabaseItem& item);
@@ -171,7 +173,8 @@ private:
     void updateCommandStates(const KorDSMTreeItemData* data);
     void enableItemCommand(int index, bool enable);
     SelectionFacts factsOf(const KorDSMTreeItemData* data);
-    void historyStep(std::optional<KorDSMSelectionHistory::Entry> entry);
+    KorDSMSelectionHistory::Exists placeExists();
+    void historyStep(bool forward);
     void goUp();
     void selectEntry(KorTreeHandle entry);
     void onListActivated(int row);
@@ -191,6 +194,7 @@ private:
     void undo(int steps);
     void redo(int steps);
     void followChanges(const std::vector<KorDSMRowChange>& changes);
+    void followStep(const std::vector<KorDSMRowChange>& changes);
     void showContextMenu(KorTreeHandle entry, const QPoint& position);
     void addViewCommands(QMenu& menu, KorDSMDatabaseItem& item);
     void addView(KorDSMDatabaseItem& item);

@@ -76,6 +76,7 @@ void KorDSMMainDialog::copyItem() {
 void KorDSMMainDialog::showNewItems(const std::vector<KorDSMDatabaseItem*>& items) {
     if (items.empty() || !showPlaceOf(*items.front()))
         return;
+    clearFilter();
     for (KorDSMDatabaseItem* item : items) {
         KorDSMSectionTree& holder = tree(KorDSMItemPath::sectionOf(*item)->m_Section);
         holder.reveal(*item);
@@ -181,14 +182,29 @@ void KorDSMMainDialog::sendNotice(const KorDSMItemCommands::ListNotice& notice) 
 
 void KorDSMMainDialog::undo(int steps) {
     finishCurrentPage();
-    while (steps-- > 0)
+    for (; steps > 1; --steps)
         followChanges(KorDSMUndo::undo());
+    followStep(KorDSMUndo::undo());
 }
 
 void KorDSMMainDialog::redo(int steps) {
     finishCurrentPage();
-    while (steps-- > 0)
+    for (; steps > 1; --steps)
         followChanges(KorDSMUndo::redo());
+    followStep(KorDSMUndo::redo());
+}
+
+// Shows what a step changed where that is not shown already.
+void KorDSMMainDialog::followStep(const std::vector<KorDSMRowChange>& changes) {
+    followChanges(changes);
+    KorDSMDatabaseItem* shown = currentItem();
+    KorDSMDatabaseItem* changed = nullptr;
+    {
+        const KorDSMBusy busy;
+        changed = KorDSMUndo::itemOf(m_structure, changes, shown);
+    }
+    if (changed && changed != shown)
+        goToItem(*changed);
 }
 
 // Brings items, trees and the page shown in line with rows that are different now.
@@ -255,7 +271,7 @@ void KorDSMMainDialog::reloadSections() {
         m_structure.getSelectedPath(static_cast<eViewSections>(i)) = paths[static_cast<std::size_t>(i)];
     for (const eViewSections loaded : kLoadingOrder)
         fillSourceCombo(loaded);
-    showSection(true);
+    showSectionAgain();
     if (applyEnabled)
         setModified(true);
 }

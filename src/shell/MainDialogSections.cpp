@@ -13,6 +13,8 @@
 #include <QLineEdit>
 #include <QTimer>
 
+#include <utility>
+
 // The sections of the main dialog: source combos, trees, view options.
 
 using namespace KorDSMDefines;
@@ -132,6 +134,16 @@ KorDsmAddInContentItem* KorDSMMainDialog::currentSourceNode(eViewSections sectio
     return source;
 }
 
+// The category or group of the source in which something was selected last, or else the source itself.
+const KorDSMDatabaseItem* KorDSMMainDialog::rememberedGroup(eViewSections section,
+                                                            KorDsmAddInContentItem& source) const {
+    const auto key = m_structure.getSelectedCategory(section);
+    for (const KorDSMDatabaseItem* group : source.children())
+        if (key != 0 && group->recordKey() == key)
+            return group;
+    return &source;
+}
+
 void KorDSMMainDialog::fillTree(eViewSections section) {
     if (m_structure.getShowFullTree())
         tree(section).buildFullTree();
@@ -174,7 +186,7 @@ void KorDSMMainDialog::showSection(bool restoreCombo) {
     }
     control->setDragAllowed(full);
     if (restoreCombo)
-        slot(section).combo->selectPath(comboPath(section, source));
+        slot(section).combo->selectPath(comboPath(section, rememberedGroup(section, *source)));
     const KorTreeHandle selected = control->selectedItem();
     if (selected && selected != control->getRoot()) {
         if (selected != m_currentEntry)
@@ -209,6 +221,8 @@ void KorDSMMainDialog::showSource(eViewSections section, KorDSMDatabaseItem& nod
     clearFilter();
     selectItemDatabase(source);
     m_structure.getSelectedPath(section) = KorDSMItemPath::textsTo(node);
+    const KorDSMDatabaseItem* group = KorDSMItemPath::groupOf(node);
+    m_structure.setSelectedCategory(section, group ? group->recordKey() : 0);
     m_handleSelection = false;
     tree(section).fillFromSource(*source);
     m_handleSelection = true;
@@ -221,7 +235,6 @@ bool KorDSMMainDialog::showPlaceOf(KorDSMDatabaseItem& item) {
     KorDsmSectionItem* home = KorDSMItemPath::sectionOf(item);
     if (!home)
         return false;
-    clearFilter();
     const eViewSections section = home->m_Section;
     if (section != m_structure.getSelectedSection())
         switchSection(section);
@@ -268,7 +281,14 @@ void KorDSMMainDialog::rebuildTrees() {
         section.tree->clear();
     m_currentEntry = nullptr;
     m_handleSelection = true;
+    showSectionAgain();
+}
+
+// After its tree was emptied. The user selects nothing by that.
+void KorDSMMainDialog::showSectionAgain() {
+    const bool recording = std::exchange(m_recording, false);
     showSection(true);
+    m_recording = recording;
 }
 
 void KorDSMMainDialog::onOption(int index, bool checked) {

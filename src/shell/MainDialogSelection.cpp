@@ -15,6 +15,8 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include <utility>
+
 // What a selection in a tree brings with it.
 
 using namespace KorDSMDefines;
@@ -84,8 +86,8 @@ void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
     m_currentEntry = entry;
     KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(entry);
     selectItemDatabase(item);
-    if (m_recording)
-        m_history.record(entry, m_structure.getSelectedSection());
+    if (m_recording && item)
+        m_history.record(KorDSMPlace(*item));
     if (!item) {
         showList(nullptr);
     } else {
@@ -136,7 +138,6 @@ void KorDSMMainDialog::followSelection() {
 
 // Nothing may hold on to an entry that goes, nor to the item that it stands for.
 void KorDSMMainDialog::onEntryGone(KorTreeHandle entry) {
-    m_history.markStale(entry);
     if (!m_ready)
         return;
     if (m_currentEntry == entry)
@@ -242,8 +243,8 @@ void KorDSMMainDialog::updateCommandStates(const KorDSMTreeItemData* entryData) 
         enableItemCommand(i, states.enabled[static_cast<std::size_t>(i)] &&
                                  isOffered(static_cast<eItemCommand>(i)));
     m_use->setEnabled(states[eItemCommand::kUse]);
-    m_navigation->enableButton(kBack, m_history.canGoBack());
-    m_navigation->enableButton(kForward, m_history.canGoForward());
+    m_navigation->enableButton(kBack, m_history.canGoBack(placeExists()));
+    m_navigation->enableButton(kForward, m_history.canGoForward(placeExists()));
     KorTreeCtrl* control = currentTree().control();
     KorTreeHandle parent = m_currentEntry ? control->getParentItem(m_currentEntry) : nullptr;
     m_navigation->enableButton(kUp, parent && parent != control->getRoot());
@@ -255,21 +256,32 @@ void KorDSMMainDialog::enableItemCommand(int index, bool enable) {
 }
 
 void KorDSMMainDialog::onNavigation(int id) {
-    if (id == kBack)
-        historyStep(m_history.goBack());
-    else if (id == kForward)
-        historyStep(m_history.goForward());
+    if (id == kBack || id == kForward)
+        historyStep(id == kForward);
     else
         goUp();
 }
 
-void KorDSMMainDialog::historyStep(std::optional<KorDSMSelectionHistory::Entry> entry) {
-    m_recording = false;
-    if (entry && entry->section == m_structure.getSelectedSection())
-        selectEntry(entry->entry);
-    else if (entry)
-        switchSection(entry->section);
-    m_recording = true;
+KorDSMSelectionHistory::Exists KorDSMMainDialog::placeExists() {
+    return [this](const KorDSMPlace& place) { return place.exists(m_structure); };
+}
+
+// A place of another section brings that section up, with what was selected there last.
+void KorDSMMainDialog::historyStep(bool forward) {
+    finishCurrentPage();
+    const bool recording = std::exchange(m_recording, false);
+    while (const auto place =
+               forward ? m_history.goForward(placeExists()) : m_history.goBack(placeExists())) {
+        if (place->section() != m_structure.getSelectedSection()) {
+            switchSection(place->section());
+            break;
+        }
+        if (KorDSMDatabaseItem* item = place->find(m_structure)) {
+            goToItem(*item);
+            break;
+        }
+    }
+    m_recording = recording;
     updateCommandStates(KorDSMSectionTree::dataOf(m_currentEntry));
 }
 

@@ -36,7 +36,7 @@ protected:
     }
     KorTabPage* page() { return control<KorTabCtrl>(1002)->currentPage(); }
     void showTab(int index);
-    void click(QWidget* widget);
+    static void click(QWidget* widget);
     /// A key of the window, where the focus is. Offscreen, a closed dialog does not hand the activation back.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     QPushButton* button(int id) { return control<QPushButton>(id); }

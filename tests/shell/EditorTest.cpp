@@ -232,7 +232,10 @@ TEST_F(EditorFixture, BySourceTheComboDecidesWhatTheTreeShows) {
     EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:15");
     // The arrow keys step through the sources.
     combo->setFocus();
-    QTest::keyClick(combo, Qt::Key_Up);
+    for (const char* group : {"Hallberg: posts and beams", "User"}) {
+        EXPECT_TRUE(combo->getSelectedPath().view().ends_with(group));
+        QTest::keyClick(combo, Qt::Key_Up);
+    }
     EXPECT_EQ(tree().getItemText(tree().getRoot()).view(), "Shop fabrication, imperial");
     fullTree->trigger();
     EXPECT_FALSE(combo->isEnabled());

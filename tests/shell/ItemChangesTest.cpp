@@ -58,9 +58,10 @@ TEST_F(EditorFixture, SourceComboAndCommandsFollowDeletionAndUndoOfACategory) {
     ASSERT_TRUE(strip->isButtonEnabled(kDelete));
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(tree().childCount(category), 1);
+    tree().selectItem(category);
     EXPECT_FALSE(strip->isButtonEnabled(kDelete)) << "the style would be shown nowhere";
     press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-    tree().selectItem(category);
+    EXPECT_EQ(tree().selectedItem(), category);
     ASSERT_TRUE(strip->isButtonEnabled(kDelete));
 
     answerNext(sayYes);

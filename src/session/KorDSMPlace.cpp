@@ -1,0 +1,104 @@
+#include "session/KorDSMPlace.h"
+
+#include "data/KorDSNManager.h"
+#include "data/StyleDatabases.h"
+#include "model/KorDSMDependencies.h"
+#include "session/KorDSMItemPath.h"
+#include "session/KorDSMItemSource.h"
+#include "session/KorDSMWhereUsed.h"
+
+#include <algorithm>
+
+using namespace KorDSMDefines;
+
+namespace {
+
+RowRef rowOf(const KorDSMDatabaseItem& item) {
+    return item.record() ? RowRef{item.tableType(), item.recordKey()} : RowRef();
+}
+
+// A group, or a record in its group: where such a row stands can be looked up.
+bool isFiled(const KorDSMDatabaseItem& item) {
+    return isGroupType(item.m_Type) || (item.m_pParent && isGroupType(item.m_pParent->m_Type));
+}
+
+bool rowExists(StyleSource& source, RowRef row) {
+    return row.table == kNoTable || source.table(row.table).find(KorOdbcKey(row.key));
+}
+
+} // namespace
+
+KorDSMPlace::Step KorDSMPlace::stepTo(const KorDSMDatabaseItem& item) {
+    Step step{item.m_Type, rowOf(item), 0};
+    for (const KorDSMDatabaseItem* sibling : item.m_pParent->children()) {
+        if (sibling == &item)
+            break;
+        step.occurrence += sibling->m_Type == step.type && rowOf(*sibling) == step.row;
+    }
+    return step;
+}
+
+KorDSMDatabaseItem* KorDSMPlace::follow(const KorDSMDatabaseItem& item, const Step& step) {
+    KorDSMDatabaseItem* last = nullptr;
+    int left = step.occurrence;
+    for (KorDSMDatabaseItem* child : item.children())
+        if (child->m_Type == step.type && rowOf(*child) == step.row) {
+            last = child;
+            if (left-- == 0)
+                break;
+        }
+    return last;
+}
+
+KorDSMPlace::KorDSMPlace(const KorDSMDatabaseItem& item) : m_source(KorDSMItemSource::sourceOf(&item)) {
+    const KorDSMDatabaseItem* step = &item;
+    while (step->m_pParent && !isFiled(*step) && step->m_Type != kAddInContent &&
+           step->m_Type != kDatabaseContent) {
+        m_steps.push_back(stepTo(*step));
+        step = step->m_pParent;
+    }
+    std::ranges::reverse(m_steps);
+    if (isFiled(*step))
+        m_filed = rowOf(*step);
+    else
+        m_node = step->m_Type;
+    while (step->m_pParent)
+        step = step->m_pParent;
+    if (const auto* home = dynamic_cast<const KorDsmSectionItem*>(step))
+        m_section = home->m_Section;
+}
+
+bool KorDSMPlace::exists(KorDSMDataStructure& structure) const {
+    StyleSource* source = StyleDatabases::current().source(m_source);
+    if (!source || !KorDSMItemPath::findAddIn(*structure.getSection(m_section), m_source))
+        return false;
+    if (!rowExists(*source, m_filed))
+        return false;
+    // What has not been made yet is believed to be there while its row is.
+    const KorDSMDatabaseItem* item = KorDSMWhereUsed::findLoaded(structure, m_source, m_filed);
+    for (const Step& step : m_steps) {
+        const bool isMade = item && (item->m_bExpanded || item->m_Type == kDetailStyle);
+        item = item ? follow(*item, step) : nullptr;
+        if (!item && (isMade || !rowExists(*source, step.row)))
+            return false;
+    }
+    return true;
+}
+
+KorDSMDatabaseItem* KorDSMPlace::find(KorDSMDataStructure& structure) const {
+    if (!exists(structure))
+        return nullptr;
+    if (m_node != kNoType) {
+        KorDSMDatabaseItem* addIn = KorDSMItemPath::findAddIn(*structure.getSection(m_section), m_source);
+        return m_node == kDatabaseContent ? addIn->m_pParent : addIn;
+    }
+    KorDSMDatabaseItem* item = KorDSMWhereUsed::findItem(structure, m_source, m_filed);
+    const KorDSNRequest request(m_source.dsn, m_source.index);
+    for (const Step& step : m_steps) {
+        if (!item)
+            break;
+        KorDSMDependencies::createChildren(*item);
+        item = follow(*item, step);
+    }
+    return item;
+}

@@ -1,0 +1,154 @@
+#include "shell/EditorFixture.h"
+
+#include "controls/KorButtonGroup.h"
+#include "controls/KorButtonGroupMenu.h"
+#include "controls/VELComboTree.h"
+#include "data/exchange/KorODBCDetailStyleExports.h"
+#include "model/KorDSMDialogFactory.h"
+
+#include <QMenu>
+#include <QMessageBox>
+#include <QRadioButton>
+#include <QTest>
+#include <QToolButton>
+
+// Back, forward, and where undo leads.
+
+namespace {
+
+const std::vector<const char*> kStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
+const std::vector<const char*> kView = {"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"};
+const std::vector<const char*> kRailings = {"User", "Hallberg: railings"};
+constexpr int kBack = 1042;
+constexpr int kForward = 1041;
+constexpr int kCopy = 1033;
+constexpr int kDelete = 1035;
+
+class History : public EditorFixture {
+protected:
+    void go(int button) { click(control<KorButtonGroup>(1012)->button(button)); }
+    bool canGo(int button) { return control<KorButtonGroup>(1012)->isButtonEnabled(button); }
+    std::string selected() {
+        const KorTreeHandle entry = tree().selectedItem();
+        return entry ? tree().getItemText(entry).toStdString() : "";
+    }
+    void toggleOption(int index) {
+        control<KorButtonGroupMenu>(1233)->menuButton()->menu()->actions()[index]->trigger();
+    }
+    void command(int id) { click(control<KorButtonGroup>(1011)->button(id)); }
+};
+
+} // namespace
+
+TEST_F(History, OutlastsWhatRebuildsTheTrees) {
+    open();
+    select(kStyle);
+    select(kView);
+    const auto expectStepsToWork = [this] {
+        const std::size_t places = m_dialog->history().places().size();
+        ASSERT_EQ(selected(), "HB front");
+        ASSERT_TRUE(canGo(kBack));
+        EXPECT_FALSE(canGo(kForward));
+        go(kBack);
+        EXPECT_EQ(selected(), "HB post 1:15");
+        EXPECT_TRUE(page()->isVisible());
+        ASSERT_TRUE(canGo(kForward));
+        go(kForward);
+        EXPECT_EQ(selected(), "HB front");
+        EXPECT_EQ(m_dialog->history().places().size(), places);
+    };
+    toggleOption(1);
+    expectStepsToWork();
+    toggleOption(0);
+    expectStepsToWork();
+    // A tree of one source changes to that of the place.
+    ASSERT_TRUE(control<VELComboTree>(1200)->selectPath("Standard"));
+    Q_EMIT control<VELComboTree>(1200)->entrySelected(control<VELComboTree>(1200)->selectedEntry());
+    go(kBack);
+    EXPECT_EQ(selected(), "HB post 1:15");
+    go(kForward);
+    toggleOption(0);
+    expectStepsToWork();
+
+    const std::string file = (m_folder.path() / "railing.dsdb").string();
+    const SourceId user = SourceId::user();
+    StyleTable& styles = m_databases->source(user)->table(kTableDetailStyle);
+    ASSERT_EQ(KorODBCDetailStyleExports::exportDetail(0, styles.find("HB post 1:15")->key, user.dsn,
+                                                      user.index, KorString(file)),
+              KorODBCDetailStyleExports::kDone);
+    QString said;
+    answerNext([&file](QWidget* dialog) { nameFile(dialog, file); });
+    readNextMessage(said);
+    command(1039);
+    EXPECT_FALSE(said.isEmpty());
+    expectStepsToWork();
+}
+
+TEST_F(History, PassesOverWhatIsDeletedUntilItIsBack) {
+    open();
+    select(kRailings);
+    select(kStyle);
+    answerNext([](QWidget* modal) { typeName(modal, "HB post 1:20"); });
+    command(kCopy);
+    ASSERT_EQ(selected(), "HB post 1:20");
+    whenShown<QMessageBox>([](QMessageBox& box) { click(box.button(QMessageBox::Yes)); });
+    command(kDelete);
+    ASSERT_NE(selected(), "HB post 1:20");
+    select(kRailings);
+    go(kBack);
+    while (canGo(kBack) && selected() != "HB post 1:15")
+        go(kBack);
+    EXPECT_EQ(selected(), "HB post 1:15");
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "HB post 1:20");
+    go(kBack);
+    EXPECT_EQ(selected(), "HB post 1:15");
+    // Renamed, it is the same place.
+    answerNext([](QWidget* modal) { typeName(modal, "HB post 1:16"); });
+    press(Qt::Key_F2);
+    select(kRailings);
+    go(kBack);
+    EXPECT_EQ(selected(), "HB post 1:16");
+}
+
+TEST_F(History, UndoAndRedoLeadToWhatTheyChanged) {
+    open();
+    KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
+    select(kStyle);
+    showTab(1);
+    constexpr int kBelowDetail = 1035;
+    click(pageControl<QRadioButton>(kBelowDetail));
+    m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
+    select({"User", "Hallberg: workshop", "HB holes"});
+    answerNext([](QWidget* modal) { typeName(modal, "HB bores"); });
+    press(Qt::Key_F2);
+    select({"Standard"});
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "HB holes");
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "HB post 1:15");
+    EXPECT_EQ(KorDSMDialogFactory::getDSMDataStructure().getSelectedSection(),
+              KorDSMDefines::kViewDetailStyles);
+    EXPECT_TRUE(page()->isVisible());
+    select(kRailings);
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(selected(), "HB post 1:15");
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(selected(), "HB bores");
+    // What undo takes away leads to where it was.
+    answerNext([](QWidget* modal) { typeName(modal, "HB slots"); });
+    command(kCopy);
+    select({"Standard"});
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "Hallberg: workshop");
+}
+
+TEST_F(History, ASectionShowsTheGroupThatItRemembersInItsCombo) {
+    open();
+    select(kStyle);
+    toggleOption(0);
+    m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
+    m_dialog->switchSection(KorDSMDefines::kViewDetailStyles);
+    const KorString path = KorString("User") + VELComboTree::GetPathDelimiter() + "Hallberg: posts and beams";
+    EXPECT_EQ(control<VELComboTree>(1200)->getSelectedPath().view(), path.view());
+}
