@@ -16,6 +16,7 @@
 #include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTimer>
@@ -170,9 +171,11 @@ void KorDSMMainDialog::keyPressEvent(QKeyEvent* event) {
     }
     if (event->key() == Qt::Key_Escape && (clearFilter() || !mayEscape()))
         return;
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (m_filter->hasFocus() && (isReturn || event->key() == Qt::Key_Down))
+        return whenFree([this] { goToFirstMatch(); });
     // Return commits the field that has the focus; it never presses a button of the window.
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
-        !qobject_cast<QPushButton*>(QApplication::focusWidget()))
+    if (isReturn && !qobject_cast<QPushButton*>(QApplication::focusWidget()))
         return;
     QDialog::keyPressEvent(event);
 }

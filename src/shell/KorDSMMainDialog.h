@@ -155,6 +155,7 @@ private:
     bool showPlaceOf(KorDSMDatabaseItem& item);
     void rebuildTrees();
     void applyFilter();
+    void goToFirstMatch();
     void refilter();
     bool clearFilter();
     void onOption(int index, bool checked);

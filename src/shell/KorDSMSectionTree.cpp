@@ -224,13 +224,13 @@ void KorDSMSectionTree::openFirst(const std::vector<KorDSMDatabaseItem*>& found)
         reveal(*found[i]);
 }
 
-void KorDSMSectionTree::setFilter(const KorString& text) {
+bool KorDSMSectionTree::setFilter(const KorString& text) {
     const KorTreeHandle root = m_tree->getRoot();
     m_filter = text.trimmed().lowered();
     if (m_filter.isEmpty() || !root) {
         m_names.clear();
         m_tree->setFilter(nullptr);
-        return;
+        return true;
     }
     if (m_names.empty())
         indexNames(*itemOf(root));
@@ -240,6 +240,14 @@ void KorDSMSectionTree::setFilter(const KorString& text) {
         return &entry == root || (data && data->getItem() && passes(*data->getItem()));
     });
     openFirst(found);
+    return !found.empty();
+}
+
+KorTreeHandle KorDSMSectionTree::firstMatch() {
+    for (const auto& [name, item] : m_names)
+        if (m_matches.contains(item))
+            return reveal(*item);
+    return nullptr;
 }
 
 // Where the children of an item have their entries: the only content node of a database has none of its own.

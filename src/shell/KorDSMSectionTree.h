@@ -28,8 +28,11 @@ public:
     void clear();
 
     /// Shows only items whose names contain `text`, in any case, with what is above them and below them,
-    /// opened at the first matches; an empty text shows everything, opened as it was before.
-    void setFilter(const KorString& text);
+    /// opened at the first matches; an empty text shows everything, opened as it was before. Returns whether
+    /// there is anything to show.
+    bool setFilter(const KorString& text);
+    /// The entry of the first item whose name contains the text of the filter, or null.
+    KorTreeHandle firstMatch();
     /// Items came, went or changed their names: the next filter looks at all of them anew.
     void namesChanged() { m_names.clear(); }
 

@@ -8,8 +8,10 @@
 #include "services/KordoBitmaps.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemPath.h"
+#include "session/KorDSMValueText.h"
 #include "shell/KorDSMMainDialog.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QTimer>
 
@@ -18,6 +20,12 @@
 // The sections of the main dialog: source combos, trees, view options.
 
 using namespace KorDSMDefines;
+
+namespace {
+
+constexpr int kNothingFound = 411; // "No name contains "%s""
+
+} // namespace
 
 std::vector<KorDSMMainDialog::SourceEntry> KorDSMMainDialog::sourceEntries(eViewSections section) {
     std::vector<SourceEntry> entries;
@@ -250,10 +258,24 @@ bool KorDSMMainDialog::showPlaceOf(KorDSMDatabaseItem& item) {
 void KorDSMMainDialog::applyFilter() {
     m_handleSelection = false;
     KorTreeCtrl* control = currentTree().control();
-    currentTree().setFilter(fromQt(m_filter->text()));
+    const KorString text = fromQt(m_filter->text());
+    const bool found = currentTree().setFilter(text);
     if (m_currentEntry && !control->isHidden(m_currentEntry) && control->selectedItem() != m_currentEntry)
         control->selectItem(m_currentEntry);
     m_handleSelection = true;
+    showStatus();
+    if (!found)
+        m_status->setText(
+            toQt(KorString::format(Prompts::dsm(kNothingFound), {KorDSMValueText::shortName(text)})));
+}
+
+// From the filter the keys lead to the first entry that was found.
+void KorDSMMainDialog::goToFirstMatch() {
+    KorTreeHandle first = m_filter->text().isEmpty() ? nullptr : currentTree().firstMatch();
+    if (!first)
+        return;
+    currentTree().control()->setFocus(Qt::ShortcutFocusReason);
+    selectEntry(first);
 }
 
 // Items came or went while a filter may be set.

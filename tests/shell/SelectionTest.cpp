@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QTest>
 #include <QToolButton>
@@ -122,4 +123,26 @@ TEST_F(Selection, OfADatabaseListsWhatItsTreeShows) {
     QTest::keyClick(list, Qt::Key_Return);
     EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "Hallberg: posts and beams");
     EXPECT_EQ(list->model()->headerData(0, Qt::Horizontal).toString(), "Category");
+}
+
+TEST_F(Selection, IsReachedFromTheFilterByKeysAndAnEmptyResultHasAWord) {
+    open();
+    select({"Standard"});
+    auto* filter = control<QLineEdit>(1210);
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Return}) {
+        filter->setFocus();
+        filter->setText("railings");
+        QTest::keyClick(filter, key);
+        EXPECT_TRUE(tree().hasFocus());
+        EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "Hallberg: railings");
+        select({"User"});
+    }
+    filter->setFocus();
+    const std::string before = status();
+    filter->setText("nowhere");
+    EXPECT_EQ(status(), "No name contains \"nowhere\"");
+    QTest::keyClick(filter, Qt::Key_Down);
+    EXPECT_TRUE(filter->hasFocus());
+    filter->clear();
+    EXPECT_EQ(status(), before);
 }
