@@ -18,9 +18,9 @@ namespace {
 namespace fs = std::filesystem;
 
 // The tables that the four sections are loaded from.
-constexpr eTableType kSectionTables[] = {
-    kTableDetailStyle,     kTableDetailMaster,     kTableViewRequest,      kTableBaseCategory,
-    kTableAnnotationGroup, kTableDimRequestGroup, kTableQualifierSetGroup};
+constexpr eTableType kSectionTables[] = {kTableDetailStyle,      kTableDetailMaster,    kTableViewRequest,
+                                         kTableBaseCategory,     kTableAnnotationGroup, kTableDimRequestGroup,
+                                         kTableQualifierSetGroup};
 
 void referenceScan(benchmark::State& state) {
     for (auto run : state) {

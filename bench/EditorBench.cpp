@@ -43,7 +43,8 @@ public:
 
     const std::string& name() const override { return m_store->name(); }
     bool isReadOnly() const override { return m_store->isReadOnly(); }
-    StoreResult readTable(const TableSchema& table, RowArray& rows, std::vector<ReadProblem>& problems) override {
+    StoreResult readTable(const TableSchema& table, RowArray& rows,
+                          std::vector<ReadProblem>& problems) override {
         ++reads;
         return m_store->readTable(table, rows, problems);
     }
@@ -70,8 +71,9 @@ KorDSMDataStructure& structure() {
 
 std::unique_ptr<StyleDatabases> openDatabases(const std::string& standard = GeneratedStandard::file()) {
     auto databases = std::make_unique<StyleDatabases>();
-    databases->addSource(SourceId::standard(), std::make_unique<CountingStore>(
-                                                   SqliteStore::open(standard, SqliteStore::eMode::kRead).store));
+    databases->addSource(
+        SourceId::standard(),
+        std::make_unique<CountingStore>(SqliteStore::open(standard, SqliteStore::eMode::kRead).store));
     structure().emptyDataStructure();
     for (int section = 0; section < KorDSMDefines::kNumberOfSections; ++section)
         structure().getSelectedPath(static_cast<KorDSMDefines::eViewSections>(section)).clear();
@@ -94,8 +96,8 @@ void referenceDialog(QDialog& dialog) {
     auto* layout = new QVBoxLayout(&dialog);
     auto* tabs = new QTabWidget(&dialog);
     layout->addWidget(tabs);
-    for (const int number : {2001, 2002, 2309, 2003, 2004, 2005, 1086, 2020, 2006, 2007, 2009, 2010, 2015, 2014,
-                             2321, 2008, 2011, 2012, 2013, 2017, 2016}) {
+    for (const int number : {2001, 2002, 2309, 2003, 2004, 2005, 1086, 2020, 2006, 2007, 2009,
+                             2010, 2015, 2014, 2321, 2008, 2011, 2012, 2013, 2017, 2016}) {
         auto* form = new QWidget;
         Templates::setUp(number, form);
         tabs->addTab(form, QString::number(number));
@@ -134,7 +136,8 @@ void openEditor(benchmark::State& state) {
 
 // An editor on the generated Standard, with the first category open.
 struct OpenEditor {
-    explicit OpenEditor(const std::string& standard = GeneratedStandard::file()) : databases(openDatabases(standard)) {
+    explicit OpenEditor(const std::string& standard = GeneratedStandard::file())
+        : databases(openDatabases(standard)) {
         load();
         dialog = std::make_unique<KorDSMMainDialog>(nullptr);
         dialog->OnInitDialog();
@@ -337,8 +340,8 @@ void reportMemory() {
     const double before = residentMegabytes();
     const OpenEditor editor;
     const double used = residentMegabytes() - before;
-    std::cout << "memory: file " << fileSize << " MB, editor above an empty Qt program " << used << " MB, ratio "
-              << used / fileSize << '\n';
+    std::cout << "memory: file " << fileSize << " MB, editor above an empty Qt program " << used
+              << " MB, ratio " << used / fileSize << '\n';
 }
 
 } // namespace

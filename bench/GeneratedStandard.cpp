@@ -4,8 +4,8 @@
 
 #include <deque>
 #include <filesystem>
-#include <stdexcept>
 #include <sqlite3.h>
+#include <stdexcept>
 
 namespace {
 
@@ -51,49 +51,57 @@ StoreResult addStyles(StyleStore& store, int categoriesInUse) {
             style.name = name("Detail style of the works", i);
             style.arrangeStrategyKey = i % 20 + 1;
             style.description = name("For parts of the assembly group", i % 700);
-            style.titleFormat = name("{L1}{size=7;b=1}{name} {number}{size=3.5;b=0}{br}Scale {scale} Qty {quantity}", i % 40);
+            style.titleFormat =
+                name("{L1}{size=7;b=1}{name} {number}{size=3.5;b=0}{br}Scale {scale} Qty {quantity}", i % 40);
             style.cutViewTitleFormat = "{L1}{name}-{name} {scale}";
             style.titlePosition = i % 8;
             for (std::size_t slot = 0; slot < 3; ++slot)
-                style.viewRequests[slot] = (i * 3 + static_cast<int>(slot) * 7) % GeneratedStandard::kViewRequests + 1;
+                style.viewRequests[slot] =
+                    (i * 3 + static_cast<int>(slot) * 7) % GeneratedStandard::kViewRequests + 1;
         });
     if (result)
-        result = add<StructDetailMaster>(store, GeneratedStandard::kStyles, [categoriesInUse](auto& master, int i) {
-            master.name = name("Detail style of the works", i);
-            master.detailKey = i / 100 + 1;
-            master.number = i % 100 + 1;
-            master.styleKey = i;
-            master.categoryKey = i % categoriesInUse + 1;
-        });
+        result = add<StructDetailMaster>(store, GeneratedStandard::kStyles,
+                                         [categoriesInUse](auto& master, int i) {
+                                             master.name = name("Detail style of the works", i);
+                                             master.detailKey = i / 100 + 1;
+                                             master.number = i % 100 + 1;
+                                             master.styleKey = i;
+                                             master.categoryKey = i % categoriesInUse + 1;
+                                         });
     return result;
 }
 
 StoreResult addViews(StyleStore& store) {
-    StoreResult result = add<StructDetViewRequest>(store, GeneratedStandard::kViewRequests, [](auto& view, int i) {
-        view.name = name("View request of the works", i);
-        view.systemAndBoxKey = i % kBoxes + 1;
-        view.reprMapKey = i % kMaps + 1;
-        view.dimStrategyKey = i % kStrategies + 1;
-        view.selectModeKey = i % 5 + 1;
-        view.lengthClipKey = i % 1000 + 1;
-        view.scale = 1.0 / (5 + i % 20);
-        view.calloutTitleTemplate = "{L1}Detail {name}";
-    });
-    if (result)
-        result = add<StructDetViewRequestCategory>(store, GeneratedStandard::kViewRequests, [](auto& filing, int i) {
-            filing.name = name("View request of the works", i);
-            filing.viewRequestKey = i;
-            filing.categoryKey = i % kCategories + 1;
+    StoreResult result =
+        add<StructDetViewRequest>(store, GeneratedStandard::kViewRequests, [](auto& view, int i) {
+            view.name = name("View request of the works", i);
+            view.systemAndBoxKey = i % kBoxes + 1;
+            view.reprMapKey = i % kMaps + 1;
+            view.dimStrategyKey = i % kStrategies + 1;
+            view.selectModeKey = i % 5 + 1;
+            view.lengthClipKey = i % 1000 + 1;
+            view.scale = 1.0 / (5 + i % 20);
+            view.calloutTitleTemplate = "{L1}Detail {name}";
         });
     if (result)
-        result = add<StructDetViewSystemAndBox>(store, kBoxes, [](auto& box, int i) { box.name = name("System and box", i); });
+        result = add<StructDetViewRequestCategory>(store, GeneratedStandard::kViewRequests,
+                                                   [](auto& filing, int i) {
+                                                       filing.name = name("View request of the works", i);
+                                                       filing.viewRequestKey = i;
+                                                       filing.categoryKey = i % kCategories + 1;
+                                                   });
     if (result)
-        result = add<StructDetViewLengthClip>(store, 1000, [](auto& clip, int i) { clip.name = name("Length clip", i); });
+        result = add<StructDetViewSystemAndBox>(
+            store, kBoxes, [](auto& box, int i) { box.name = name("System and box", i); });
+    if (result)
+        result = add<StructDetViewLengthClip>(store, 1000,
+                                              [](auto& clip, int i) { clip.name = name("Length clip", i); });
     return result;
 }
 
 StoreResult addObjects(StyleStore& store) {
-    StoreResult result = add<StructDetObjReprMap>(store, kMaps, [](auto& map, int i) { map.name = name("Map", i); });
+    StoreResult result =
+        add<StructDetObjReprMap>(store, kMaps, [](auto& map, int i) { map.name = name("Map", i); });
     if (result)
         result = add<StructDetObjReprMapKey>(store, kMaps * 4, [](auto& entry, int i) {
             entry.name = name("Entry", i);
@@ -104,7 +112,8 @@ StoreResult addObjects(StyleStore& store) {
             entry.annotationStrategyKey = i % kAnnotations + 1;
         });
     if (result)
-        result = add<StructDetObjQualifierSetGroup>(store, kGroups, [](auto& group, int i) { group.name = name("Sets", i); });
+        result = add<StructDetObjQualifierSetGroup>(store, kGroups,
+                                                    [](auto& group, int i) { group.name = name("Sets", i); });
     if (result)
         result = add<StructDetObjQualifierSet>(store, kSets, [](auto& set, int i) {
             set.name = name("Qualifier set", i);
@@ -116,9 +125,11 @@ StoreResult addObjects(StyleStore& store) {
             part.qualifierSetKey = i % kSets + 1;
         });
     if (result)
-        result = add<StructDetObjAppearance>(store, 2000, [](auto& look, int i) { look.name = name("Appearance", i); });
+        result = add<StructDetObjAppearance>(store, 2000,
+                                             [](auto& look, int i) { look.name = name("Appearance", i); });
     if (result)
-        result = add<StructDetObjAnnotationGroup>(store, kGroups, [](auto& group, int i) { group.name = name("Labels", i); });
+        result = add<StructDetObjAnnotationGroup>(store, kGroups,
+                                                  [](auto& group, int i) { group.name = name("Labels", i); });
     if (result)
         result = add<StructDetObjAnnotationStrategy>(store, kAnnotations, [](auto& strategy, int i) {
             strategy.name = name("Annotation strategy", i);
@@ -129,9 +140,8 @@ StoreResult addObjects(StyleStore& store) {
 }
 
 StoreResult addDimensions(StyleStore& store) {
-    StoreResult result = add<StructDetViewDimStrategy>(store, kStrategies, [](auto& strategy, int i) {
-        strategy.name = name("View dimensioning", i);
-    });
+    StoreResult result = add<StructDetViewDimStrategy>(
+        store, kStrategies, [](auto& strategy, int i) { strategy.name = name("View dimensioning", i); });
     if (result)
         result = add<StructDetViewDimStrategyItem>(store, kStrategies * 6, [](auto& item, int i) {
             item.name = name("Item", i);
@@ -140,7 +150,8 @@ StoreResult addDimensions(StyleStore& store) {
             item.dimRequestKey = i % kRequests + 1;
         });
     if (result)
-        result = add<StructDetViewDimRequestLinearGroup>(store, kGroups, [](auto& group, int i) { group.name = name("Dimensions", i); });
+        result = add<StructDetViewDimRequestLinearGroup>(
+            store, kGroups, [](auto& group, int i) { group.name = name("Dimensions", i); });
     if (result)
         result = add<StructDetViewDimRequestLinear>(store, kRequests, [](auto& request, int i) {
             request.name = name("Dimension request", i);
@@ -153,7 +164,8 @@ StoreResult addDimensions(StyleStore& store) {
             points.qualifierSetKey = i % kSets + 1;
         });
     if (result)
-        result = add<StructDetViewArrangeStrategy>(store, 30, [](auto& strategy, int i) { strategy.name = name("Arrangement", i); });
+        result = add<StructDetViewArrangeStrategy>(
+            store, 30, [](auto& strategy, int i) { strategy.name = name("Arrangement", i); });
     return result;
 }
 
@@ -171,7 +183,8 @@ StoreResult GeneratedStandard::write(const std::string& path, int categoriesInUs
 
 StoreResult GeneratedStandard::writeNamesakes(const std::string& path, int count) {
     return SqliteStore::createWith(path, [count](StyleStore& store) {
-        StoreResult result = add<StructDetBaseCategory>(store, 1, [](auto& category, int) { category.name = "Beams"; });
+        StoreResult result =
+            add<StructDetBaseCategory>(store, 1, [](auto& category, int) { category.name = "Beams"; });
         if (result)
             result = add<StructDetViewRequest>(store, count, [](auto& view, int i) {
                 view.name = "Front";
@@ -200,7 +213,8 @@ StoreResult GeneratedStandard::writeCategories(const std::string& path, int coun
             category.number = i;
         });
         if (result)
-            result = add<StructDetailStyle>(store, count, [](auto& style, int i) { style.name = name("Style", i); });
+            result = add<StructDetailStyle>(store, count,
+                                            [](auto& style, int i) { style.name = name("Style", i); });
         if (result)
             result = add<StructDetailMaster>(store, count, [count](auto& master, int i) {
                 master.name = name("Style", i);
@@ -236,9 +250,9 @@ void GeneratedStandard::scanTable(sqlite3* database, const TableSchema& table, R
         for (const Column& column : table.columns) {
             ++index;
             if (column.isText())
-                column.textIn(&record) = KorString(std::string_view(
-                    reinterpret_cast<const char*>(sqlite3_column_text(statement, index)),
-                    static_cast<std::size_t>(sqlite3_column_bytes(statement, index))));
+                column.textIn(&record) = KorString(
+                    std::string_view(reinterpret_cast<const char*>(sqlite3_column_text(statement, index)),
+                                     static_cast<std::size_t>(sqlite3_column_bytes(statement, index))));
             else if (column.isReal())
                 column.realIn(&record) = sqlite3_column_double(statement, index);
             else

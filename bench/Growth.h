@@ -4,7 +4,8 @@
 #include <chrono>
 
 /// Runs `work(count)`, which returns the seconds it took, for `count` and for four times as many, and reports
-/// both and their ratio: about 4 where the work is linear, 5 at n log n, 16 where every row looks at all others.
+/// both and their ratio: about 4 where the work is linear, 5 at n log n, 16 where every row looks at all
+/// others.
 template <typename Work>
 void reportGrowth(benchmark::State& state, Work work) {
     const auto count = static_cast<int>(state.range(0));

@@ -56,9 +56,7 @@ public:
     bool operator==(const KorString& other) const noexcept {
         return m_block == other.m_block || view() == other.view();
     }
-    std::strong_ordering operator<=>(const KorString& other) const noexcept {
-        return compare(other) <=> 0;
-    }
+    std::strong_ordering operator<=>(const KorString& other) const noexcept { return compare(other) <=> 0; }
 
     KorString operator+(const KorString& other) const;
 

@@ -47,8 +47,8 @@ public:
     StyleSource* source(SourceId id);
     std::vector<SourceId> sources() const;
 
-    /// As `StyleSource::complete`, for an open source of which no record is held: where another program changed
-    /// the database meanwhile and nothing is pending, all is read again.
+    /// As `StyleSource::complete`, for an open source of which no record is held: where another program
+    /// changed the database meanwhile and nothing is pending, all is read again.
     StoreResult readWhole(SourceId id);
 
     SourceId currentSource() const { return m_currentId; }

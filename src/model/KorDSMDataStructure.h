@@ -36,7 +36,9 @@ public:
     KorDsmSectionItem* getAnnotationsSection() { return getSection(KorDSMDefines::kViewAnnotations); }
     KorDsmSectionItem* getDimRequestsSection() { return getSection(KorDSMDefines::kViewDimRequests); }
     KorDsmSectionItem* getSection(eViewSections s) { return &m_Sections[static_cast<std::size_t>(s)]; }
-    const KorDsmSectionItem* getSection(eViewSections s) const { return &m_Sections[static_cast<std::size_t>(s)]; }
+    const KorDsmSectionItem* getSection(eViewSections s) const {
+        return &m_Sections[static_cast<std::size_t>(s)];
+    }
 
     /// Takes the entry over and links its item with equal ones.
     void appendAddedItemData(KorDSMTreeItemData* data);
@@ -53,7 +55,9 @@ public:
     eUpdateStatus getUpdateStatus() const { return m_UpdateStatus; }
 
     /// Texts of the entries from the section down to the one that was selected.
-    KorArray<KorString>& getSelectedPath(eViewSections s) { return m_SelectedPath[static_cast<std::size_t>(s)]; }
+    KorArray<KorString>& getSelectedPath(eViewSections s) {
+        return m_SelectedPath[static_cast<std::size_t>(s)];
+    }
 
     /// The database and add-in that new items of the section go to.
     eDSN getTargetDatabase(eViewSections s) const { return m_TargetDatabase[static_cast<std::size_t>(s)]; }
@@ -63,7 +67,9 @@ public:
 
     /// Keys of the selected category or group, and of the selected item.
     int getSelectedCategory(eViewSections s) const { return m_SelectedCategory[static_cast<std::size_t>(s)]; }
-    void setSelectedCategory(eViewSections s, int key) { m_SelectedCategory[static_cast<std::size_t>(s)] = key; }
+    void setSelectedCategory(eViewSections s, int key) {
+        m_SelectedCategory[static_cast<std::size_t>(s)] = key;
+    }
     int getSelectedItem(eViewSections s) const { return m_SelectedItem[static_cast<std::size_t>(s)]; }
     void setSelectedItem(eViewSections s, int key) { m_SelectedItem[static_cast<std::size_t>(s)] = key; }
 

@@ -13,8 +13,8 @@ using CWnd = QWidget;
 /// The host's way into the editor: opens the detail styles manager on the process-wide data structure.
 ///
 /// The operations that open a window need a QApplication, which the host brings. Everything runs on the
-/// host's user-interface thread. One factory serves any number of openings, one after the other and one beside
-/// the other; of several open editors the active one shows the data structure.
+/// host's user-interface thread. One factory serves any number of openings, one after the other and one
+/// beside the other; of several open editors the active one shows the data structure.
 class DETAILSTYLES_API KorDSMDialogFactory {
 public:
     /// Creates the main dialog for a parent window (may be null); it is not shown yet. The parent may be
@@ -50,12 +50,13 @@ public:
     static void expandDimRequestsAddInContent(KorDsmDimRequestsAddInItem* addIn);
     static void expandQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn);
 
-    /// Instance of the module whose resources its dialogs use: the folder with its resources. Empty: where the
-    /// module itself looks for them. The host's own resources are never touched.
+    /// Instance of the module whose resources its dialogs use: the folder with its resources. Empty: where
+    /// the module itself looks for them. The host's own resources are never touched.
     static KorString moduleHandle;
 
-    /// Whether the editor asks - keep, drop, go on editing - when it is left by Cancel, by its close button or
-    /// by Use while changes are not stored. Off at first: Cancel drops them at once, Use leaves them pending.
+    /// Whether the editor asks - keep, drop, go on editing - when it is left by Cancel, by its close button
+    /// or by Use while changes are not stored. Off at first: Cancel drops them at once, Use leaves them
+    /// pending.
     static bool asksBeforeLeaving;
     /// Whether changes that are not stored are written, as they are made, into a file beside the settings,
     /// and are offered again by the next editor when the process ends without storing or dropping them. Off

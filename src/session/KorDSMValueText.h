@@ -41,7 +41,7 @@ KorString toText(const TableSchema& table, const Column& column, const CellValue
 /// What came of reading a typed text.
 struct Parsed {
     std::optional<CellValue> value;
-    KorString error; ///< a sentence for the user when there is no value
+    KorString error;     ///< a sentence for the user when there is no value
     KorString note = {}; ///< the same in a word, for beside the field where a number was typed
 };
 /// Reads what a user typed, or what `toText` gave. References are looked up in the current source.

@@ -16,7 +16,8 @@ public:
     /// The same for changes of this source that stand in the log `lost`, which `run` adds to what is pending.
     PendingReplay(StyleSource& source, PendingLog& pending, PendingLog& lost);
 
-    /// Forgets what was read and reads what the changes need again, in one state. On failure all is as before.
+    /// Forgets what was read and reads what the changes need again, in one state. On failure all is as
+    /// before.
     StoreResult readAnew();
     /// Reads what the changes need, as far as it was not read yet.
     StoreResult read();

@@ -34,7 +34,8 @@ public:
     }
     /// An integer whose values 0, 1, ... have names.
     template <typename C>
-    TableBuilder& choice(int number, const char* name, std::int32_t C::*member, std::vector<std::string> names) {
+    TableBuilder& choice(int number, const char* name, std::int32_t C::*member,
+                         std::vector<std::string> names) {
         add(number, name, eColumnKind::kInteger, member);
         range(0, static_cast<double>(names.size()) - 1);
         m_tables.back().columns.back().valueNames = std::move(names);
@@ -78,7 +79,8 @@ public:
     }
     /// Slots of one kind: the columns `number`, `number` + 1, ... named `name`_1, `name`_2, ...
     template <typename C, std::size_t N>
-    TableBuilder& slots(int number, const char* name, std::array<std::int32_t, N> C::*member, eTableType target) {
+    TableBuilder& slots(int number, const char* name, std::array<std::int32_t, N> C::*member,
+                        eTableType target) {
         const std::size_t first = offsetOf(member);
         for (std::size_t i = 0; i < N; ++i) {
             Column& column = append(number + static_cast<int>(i), name + ("_" + std::to_string(i + 1)),
@@ -97,8 +99,9 @@ private:
     template <typename M, typename C>
     static std::size_t offsetOf(M C::*member) {
         static const R probe{};
-        return static_cast<std::size_t>(reinterpret_cast<const char*>(&(probe.*member)) -
-                                        reinterpret_cast<const char*>(static_cast<const StructRecord*>(&probe)));
+        return static_cast<std::size_t>(
+            reinterpret_cast<const char*>(&(probe.*member)) -
+            reinterpret_cast<const char*>(static_cast<const StructRecord*>(&probe)));
     }
 
     Column& append(int number, std::string name, eColumnKind kind, std::size_t offset) {

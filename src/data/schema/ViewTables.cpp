@@ -22,7 +22,8 @@ void declareViewRequests(std::vector<TableSchema>& tables) {
         .choice(13, "compass_in_overviews", &View::compassInOverviews,
                 {"Top left", "Top right", "Bottom left", "Bottom right"})
         .uses(14, "process_scale_override", &View::processScaleOverrideKey, kTableProcessScaleOverride)
-        .uses(15, "beam_position_calculation", &View::beamPositionCalculationKey, kTableBeamPositionCalculation)
+        .uses(15, "beam_position_calculation", &View::beamPositionCalculationKey,
+              kTableBeamPositionCalculation)
         .flag(16, "used_for_cuts_and_callouts", &View::usedForCutsAndCallouts)
         .text(17, "callout_title_template", &View::calloutTitleTemplate);
 

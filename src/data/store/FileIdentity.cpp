@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr off_t kSmallestDatabase = 512; // one page
+constexpr off_t kSmallestDatabase = 512;  // one page
 constexpr std::size_t kLongestPath = 500; // what the database engine takes, with a journal's suffix
 
 bool mayAccess(const std::string& path, int mode) {
