@@ -1,6 +1,7 @@
 #include "data/pending/RecoveryWriter.h"
 
 #include "base/Translation.h"
+#include "base/WriteAll.h"
 #include "data/StyleDatabases.h"
 #include "data/store/FileIdentity.h"
 
@@ -12,18 +13,6 @@
 #include <cerrno>
 
 namespace {
-
-bool writeAll(int descriptor, std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t count = ::write(descriptor, text.data(), text.size());
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return false;
-        text.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
-}
 
 // A program that looks for files without an owner may hold the lock for a moment, and remove the file while
 // it is empty.

@@ -1,8 +1,8 @@
 #include "services/KorTextFile.h"
 
 #include "base/TemporaryFile.h"
+#include "base/WriteAll.h"
 
-#include <cerrno>
 #include <fcntl.h>
 #include <fstream>
 #include <sys/stat.h>
@@ -31,19 +31,6 @@ bool readLines(const fs::path& file, std::vector<KorString>& lines, std::uintmax
 }
 
 namespace {
-
-bool writeAll(int descriptor, const std::string& text) {
-    std::size_t done = 0;
-    while (done < text.size()) {
-        const ssize_t count = ::write(descriptor, text.data() + done, text.size() - done);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return false;
-        done += static_cast<std::size_t>(count);
-    }
-    return true;
-}
 
 bool writeSynced(int descriptor, const std::string& text, const fs::path& original) {
     struct stat status {};
