@@ -3,6 +3,7 @@
 #include "controls/KorControls.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
+#include "controls/KorReadable.h"
 #include "controls/KorTemplates.h"
 #include "services/Prompts.h"
 
@@ -13,6 +14,7 @@
 KorDSMDialog::KorDSMDialog(int templateId, QWidget* parent) : QDialog(parent) {
     KorTemplates::setUp(templateId, this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    KorReadable::keep(this);
     connectButtons();
 }
 

@@ -4,6 +4,7 @@
 #include "controls/KorButtonGroup.h"
 #include "controls/KorControls.h"
 #include "controls/KorFieldNote.h"
+#include "controls/KorInfoCtrl.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "model/CurrentUnits.h"
@@ -124,13 +125,10 @@ bool KorDSMPage::PreTranslateMessage(QKeyEvent* event) {
 void KorDSMPage::enableControls() {
     const bool editable = isEditable();
     for (QWidget* control : KorControls::all(this)) {
-        // A disabled frame would hold everything inside down for good, and captions stay readable.
-        if (qobject_cast<QGroupBox*>(control) || qobject_cast<QLabel*>(control))
-            continue;
-        if (auto* strip = qobject_cast<KorButtonGroup*>(control))
-            strip->enableWindow(editable);
-        else if (control->isEnabled() != editable)
-            control->setEnabled(editable);
+        // A disabled frame would hold everything inside down for good, and what explains stays as it is.
+        if (!qobject_cast<QGroupBox*>(control) && !qobject_cast<QLabel*>(control) &&
+            !qobject_cast<KorInfoCtrl*>(control))
+            KorControls::setEditable(control, editable);
     }
 }
 

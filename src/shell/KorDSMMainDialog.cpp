@@ -4,6 +4,7 @@
 #include "controls/KorButtonGroupMenu.h"
 #include "controls/KorListCtrl.h"
 #include "controls/KorQt.h"
+#include "controls/KorReadable.h"
 #include "controls/KorTabCtrl.h"
 #include "controls/TabStops.h"
 #include "data/KorOdbcMan.h"
@@ -23,7 +24,9 @@
 
 KorDSMMainDialog::KorDSMMainDialog(QWidget* parent)
     : QDialog(parent), m_structure(KorDSMDialogFactory::getDSMDataStructure()),
-      m_images(std::make_shared<KorImageList>()) {}
+      m_images(std::make_shared<KorImageList>()) {
+    KorReadable::keep(this);
+}
 
 KorDSMMainDialog::~KorDSMMainDialog() {
     if (m_ready) {

@@ -3,6 +3,7 @@
 #include "controls/label/LabelCombo.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "support/RandomLabels.h"
+#include "support/Readable.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -315,7 +316,7 @@ TEST(DrawingColors, CanBeReadOnEveryBackground) {
                                      QColor(Qt::gray), QColor(Qt::yellow), QColor(Qt::blue)}) {
         for (int number = -1; number <= 300; ++number) {
             const QColor color = DrawingColors::readable(number, background);
-            EXPECT_GT(std::abs(qGray(color.rgb()) - qGray(background.rgb())), 30)
+            EXPECT_GE(wcagContrast(color, background), 4.5)
                 << number << " on " << background.name().toStdString();
         }
     }

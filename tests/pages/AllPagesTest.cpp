@@ -1,15 +1,21 @@
 #include "controls/KorFieldNote.h"
+#include "controls/KorInfoCtrl.h"
+#include "controls/KorStyle.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "data/KorOdbcGUI.h"
 #include "pages/KorDSMPlainPage.h"
 #include "pages/PageFields.h"
 #include "pages/PageFixture.h"
 #include "shell/KorDSMPageRegistry.h"
+#include "support/Readable.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTest>
 #include <QTextEdit>
 
 #include <functional>
@@ -203,21 +209,50 @@ TEST_F(AllPages, AnEditedLabelIsWrittenOnceWhenItsPageIsLeft) {
     EXPECT_EQ(labels, 4);
 }
 
-// What leads elsewhere still works in a source that cannot be edited, and titles can still be read.
+// What leads elsewhere still works in a source that cannot be edited, and all texts can still be read.
 TEST_F(AllPages, InStandardNothingCanBeChanged) {
     const std::set<std::pair<int, int>> goTo = {{2004, 1012}, {2004, 1014}, {2004, 1016}};
     useSource(SourceId::standard());
     makeSamples({}, {});
+    int copied = 0;
     onEachPage([&] {
         for (QWidget* part : KorControls::all(&page())) {
             const int id = KorControls::id(part);
             if (const auto* designer = qobject_cast<VELLabelDesignerCtrlWrap*>(part)) {
                 EXPECT_FALSE(designer->IsEnabled());
-            } else if (!qobject_cast<QGroupBox*>(part) && !qobject_cast<QLabel*>(part)) {
-                EXPECT_EQ(part->isEnabled(), goTo.contains({page().templateId(), id})) << id;
+            } else if (!qobject_cast<QGroupBox*>(part) && !qobject_cast<QLabel*>(part) &&
+                       !qobject_cast<KorInfoCtrl*>(part)) {
+                EXPECT_EQ(isEnabled(id), goTo.contains({page().templateId(), id})) << id;
+            }
+            if (auto* field = qobject_cast<QLineEdit*>(part); field && field->isEnabled()) {
+                const QString before = field->text();
+                QApplication::clipboard()->clear();
+                type(id, QStringLiteral("7"));
+                QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+                QTest::keyClick(field, Qt::Key_C, Qt::ControlModifier);
+                EXPECT_EQ(field->text(), before) << id;
+                EXPECT_EQ(QApplication::clipboard()->text(), before) << id;
+                copied += !before.isEmpty();
             }
         }
     });
+    EXPECT_GT(copied, 10);
+    EXPECT_TRUE(wroteNothing());
+}
+
+TEST_F(AllPages, WhatCannotBeChangedIsReadableInEveryPalette) {
+    useSource(SourceId::standard());
+    makeSamples({}, {});
+    for (const bool dark : {false, true}) {
+        m_window.setPalette(KorStyle::palette(dark));
+        onEachPage([&] {
+            EXPECT_EQ(page().palette().color(QPalette::Window).lightness() < 128, dark);
+            EXPECT_GT(expectReadable(page()), 0);
+            for (const QLineEdit* field : page().findChildren<QLineEdit*>()) {
+                EXPECT_EQ(field->palette().color(QPalette::Base), field->palette().color(QPalette::Window));
+            }
+        });
+    }
 }
 
 } // namespace

@@ -103,6 +103,12 @@ void PageFixture::show(KorDSMDatabaseItem& shown) {
         m_tabs->resumeCurrentPage();
 }
 
+bool PageFixture::isEnabled(int id) {
+    const QWidget& found = control(id);
+    const auto* field = qobject_cast<const QLineEdit*>(&found);
+    return found.isEnabled() && !(field && field->isReadOnly());
+}
+
 std::string PageFixture::textOf(int id) {
     QWidget& found = control(id);
     for (const char* property : {"currentText", "text", "title"})

@@ -78,7 +78,8 @@ protected:
             throw std::runtime_error("no such control: " + std::to_string(id));
         return *found;
     }
-    bool isEnabled(int id) { return control(id).isEnabled(); }
+    /// Whether the user can change it: a field that can only be read and copied counts as not enabled.
+    bool isEnabled(int id);
     bool isShown(int id) { return control(id).isVisible(); }
     bool isChecked(int id) { return control<QAbstractButton>(id).isChecked(); }
     std::string textOf(int id);

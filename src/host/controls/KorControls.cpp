@@ -1,5 +1,6 @@
 #include "controls/KorControls.h"
 
+#include "controls/KorButtonGroup.h"
 #include "controls/KorLineEdit.h"
 #include "controls/KorMFCGridCtrl.h"
 #include "controls/KorTemplates.h"
@@ -68,6 +69,17 @@ std::vector<QWidget*> KorControls::all(const QWidget* root) {
             controls.push_back(widget);
     });
     return controls;
+}
+
+void KorControls::setEditable(QWidget* control, bool editable) {
+    if (auto* strip = qobject_cast<KorButtonGroup*>(control)) {
+        strip->enableWindow(editable);
+    } else if (auto* field = qobject_cast<QLineEdit*>(control)) {
+        field->setReadOnly(!editable);
+        field->setEnabled(true);
+    } else {
+        control->setEnabled(editable);
+    }
 }
 
 void KorControls::setChecked(QAbstractButton* button, bool checked) {

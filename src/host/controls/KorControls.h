@@ -29,6 +29,10 @@ T* find(const QWidget* root, int controlId) {
 /// All controls below `root` that carry a number, in the order of the form.
 std::vector<QWidget*> all(const QWidget* root);
 
+/// Lets the user change a control, or only read it: the text of a field can then still be selected and
+/// copied; anything else is disabled.
+void setEditable(QWidget* control, bool editable);
+
 /// Presses a button down or lets it up, without announcing a click. Unlike `setChecked` of the button this
 /// also lets up the last one that is down among exclusive buttons.
 void setChecked(QAbstractButton* button, bool checked);

@@ -46,6 +46,21 @@ void KorLineEdit::setText(const QString& newText) {
     m_committedText = text(); // the field can shorten it
 }
 
+// A white field would look as if one could write into it.
+void KorLineEdit::changeEvent(QEvent* event) {
+    QLineEdit::changeEvent(event);
+    if (event->type() != QEvent::ReadOnlyChange && event->type() != QEvent::PaletteChange)
+        return;
+    const QColor window = palette().color(QPalette::Window);
+    if (isReadOnly() == m_onWindow && (!m_onWindow || palette().color(QPalette::Base) == window))
+        return;
+    m_onWindow = isReadOnly();
+    QPalette own;
+    if (m_onWindow)
+        own.setColor(QPalette::Base, window);
+    setPalette(own);
+}
+
 bool KorLineEdit::event(QEvent* event) {
     if (event->type() != QEvent::ShortcutOverride)
         return QLineEdit::event(event);

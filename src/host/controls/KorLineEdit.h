@@ -5,6 +5,7 @@
 /// A line edit whose text counts when the user is done with it: on Return, or when the focus goes to
 /// another control. Return never presses the dialog's default button; Escape brings the last text back
 /// before it closes anything. The keys of undo and redo belong to the text only while it is being typed.
+/// A read-only field looks like one.
 class KorLineEdit : public QLineEdit {
     Q_OBJECT
 
@@ -33,6 +34,7 @@ Q_SIGNALS:
     void restored();
 
 protected:
+    void changeEvent(QEvent* event) override;
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
@@ -41,4 +43,5 @@ private:
     QString m_committedText;
     QString m_lastTaken; // what a refusal goes back to
     bool m_refused = false;
+    bool m_onWindow = false; // drawn on the colour of the window
 };

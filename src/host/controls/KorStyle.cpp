@@ -1,6 +1,7 @@
 #include "controls/KorStyle.h"
 
 #include "controls/KorPictures.h"
+#include "controls/KorReadable.h"
 
 #include <QPainter>
 #include <QStyleOption>
@@ -11,16 +12,11 @@ QPalette::ColorGroup groupOf(const QStyleOption& option) {
     return option.state & QStyle::State_Enabled ? QPalette::Active : QPalette::Disabled;
 }
 
-QColor mixed(const QColor& a, const QColor& b, double share) {
-    const auto mix = [share](int x, int y) { return static_cast<int>(x * share + y * (1 - share)); };
-    return QColor(mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue()));
-}
-
 /// Between the text and its ground, `share` of the way to the text: seen on both.
 QColor outlineColor(const QStyleOption& option, double share) {
     const QPalette::ColorGroup group = groupOf(option);
-    return mixed(option.palette.color(group, QPalette::Text), option.palette.color(group, QPalette::Base),
-                 share);
+    return KorReadable::mixed(option.palette.color(group, QPalette::Base),
+                              option.palette.color(group, QPalette::Text), share);
 }
 
 bool isDark(const QPalette& palette) {
@@ -130,7 +126,7 @@ QPalette KorStyle::palette(bool dark) {
 
 QColor KorStyle::lineColor(const QPalette& palette, QPalette::ColorRole ground) {
     constexpr double kShareOfText = 0.25;
-    return mixed(palette.color(QPalette::Text), palette.color(ground), kShareOfText);
+    return KorReadable::mixed(palette.color(ground), palette.color(QPalette::Text), kShareOfText);
 }
 
 QColor KorStyle::noteColor(const QPalette& palette) {

@@ -2,6 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "controls/KorLineEdit.h"
+#include "controls/KorReadable.h"
 #include "controls/KorTemplates.h"
 
 #include <QApplication>
@@ -10,6 +11,7 @@
 KorTabPage::KorTabPage(QWidget* parent, int templateId, const KorString& title)
     : QWidget(parent), m_title(title), m_templateId(templateId) {
     hide();
+    KorReadable::keep(this);
 }
 
 KorTabPage::~KorTabPage() {

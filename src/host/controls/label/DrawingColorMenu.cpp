@@ -1,5 +1,6 @@
 #include "controls/label/DrawingColorMenu.h"
 
+#include "controls/KorReadable.h"
 #include "controls/label/DrawingColors.h"
 
 #include <QHeaderView>
@@ -44,8 +45,8 @@ public:
         const bool current = option.state & QStyle::State_Selected;
         painter->fillRect(box, fill);
         painter->setPen(QPen(current ? option.palette.color(QPalette::Highlight)
-                                     : DrawingColors::mixed(option.palette.color(QPalette::Window),
-                                                            option.palette.color(QPalette::WindowText), 0.4),
+                                     : KorReadable::mixed(option.palette.color(QPalette::Window),
+                                                          option.palette.color(QPalette::WindowText), 0.4),
                              current ? 3 : 1));
         painter->drawRect(box);
         painter->setPen(DrawingColors::foreground(fill));

@@ -1,26 +1,12 @@
 #include "controls/label/DrawingColors.h"
 
-#include <algorithm>
+#include "controls/KorReadable.h"
+
 #include <array>
-#include <cmath>
+
+using KorReadable::contrast;
 
 namespace {
-
-constexpr double kReadableContrast = 3; // what the accessibility guidelines ask of large text
-
-double linear(double channel) {
-    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-}
-
-double luminance(const QColor& color) {
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-
-// 1 (the same) to 21 (black on white).
-double contrast(const QColor& a, const QColor& b) {
-    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
-    return (lighter + 0.05) / (darker + 0.05);
-}
 
 // 10 to 249: 24 hues of ten shades; even ones are pure, odd ones pale, both in five steps to dark.
 QColor hueShade(int number) {
@@ -60,17 +46,9 @@ QColor swatch(int number, const QColor& background) {
 }
 
 QColor readable(int number, const QColor& background) {
-    const QColor pure = swatch(number, background);
-    const QColor end = foreground(background);
-    QColor color = pure;
-    for (double share = 0.05; share <= 1 && contrast(color, background) < kReadableContrast; share += 0.05)
-        color = mixed(pure, end, share);
-    return color;
-}
-
-QColor mixed(const QColor& a, const QColor& b, double share) {
-    const auto mix = [share](int x, int y) { return static_cast<int>(std::lround(x + (y - x) * share)); };
-    return QColor(mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue()));
+    return KorReadable::moved(swatch(number, background), foreground(background), [&](const QColor& color) {
+        return contrast(color, background) >= KorReadable::kContrast;
+    });
 }
 
 } // namespace DrawingColors

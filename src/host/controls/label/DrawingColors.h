@@ -20,7 +20,4 @@ QColor swatch(int number, const QColor& background);
 /// `background`.
 QColor readable(int number, const QColor& background);
 
-/// `share` (0 to 1) of `b` in `a`.
-QColor mixed(const QColor& a, const QColor& b, double share);
-
 } // namespace DrawingColors

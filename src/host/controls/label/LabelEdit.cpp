@@ -1,6 +1,7 @@
 #include "controls/label/LabelEdit.h"
 
 #include "controls/KorQt.h"
+#include "controls/KorReadable.h"
 #include "controls/label/DrawingColors.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -42,7 +43,7 @@ void LabelEdit::setLook(const LabelLook& look, bool textOnly) {
     QPalette colors;
     colors.setColor(QPalette::Base, look.background);
     colors.setColor(QPalette::Text, foreground);
-    colors.setColor(QPalette::PlaceholderText, DrawingColors::mixed(look.background, foreground, 0.5));
+    colors.setColor(QPalette::PlaceholderText, KorReadable::mixed(look.background, foreground, 0.5));
     setPalette(colors);
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "controls/KorQt.h"
+#include "controls/KorReadable.h"
 #include "controls/label/DrawingColors.h"
 #include "controls/label/LabelEdit.h"
 #include "controls/label/LabelToolBar.h"
@@ -213,7 +214,7 @@ void VELLabelDesignerCtrlWrap::show(const LabelRuns& runs) {
 LabelLook VELLabelDesignerCtrlWrap::shownLook() const {
     LabelLook look = m_look;
     if (!m_enabled)
-        look.background = DrawingColors::mixed(look.background, palette().color(QPalette::Window), 0.35);
+        look.background = KorReadable::mixed(look.background, palette().color(QPalette::Window), 0.35);
     if (raw())
         look.defaults = {fromQt(QFontDatabase::systemFont(QFontDatabase::FixedFont).family()), kSourceSize,
                          DrawingColors::kForeground};

@@ -1,0 +1,136 @@
+#include "controls/KorReadable.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QWidget>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace {
+
+using Role = QPalette::ColorRole;
+
+/// A kind of text, the ordinary text that it goes with, and what it stands on.
+struct TextRow {
+    Role text;
+    Role ordinary;
+    std::vector<Role> grounds;
+};
+
+const std::vector<TextRow>& textRows() {
+    static const std::vector<TextRow> rows = {
+        {QPalette::WindowText, QPalette::WindowText, {QPalette::Window, QPalette::Button}},
+        {QPalette::Text, QPalette::Text, {QPalette::Base, QPalette::AlternateBase, QPalette::Window}},
+        {QPalette::ButtonText, QPalette::ButtonText, {QPalette::Button, QPalette::Window}},
+        {QPalette::PlaceholderText, QPalette::Text, {QPalette::Base, QPalette::Button, QPalette::Window}},
+    };
+    return rows;
+}
+
+// Styles shade the grounds a little: buttons are brighter at the top.
+constexpr double kWanted = KorReadable::kContrast * 1.15;
+
+double linear(double channel) {
+    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const QColor& color) {
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+QColor opaque(const QColor& color) {
+    return QColor(color.rgb());
+}
+
+/// The lowest contrast of the text on the row's grounds.
+double lowestContrast(const QPalette& palette, QPalette::ColorGroup group, const TextRow& row,
+                      const QColor& text) {
+    double lowest = 21;
+    for (const Role role : row.grounds) {
+        lowest = std::min(lowest, KorReadable::contrast(text, opaque(palette.color(group, role))));
+    }
+    return lowest;
+}
+
+QColor readableText(const QPalette& palette, QPalette::ColorGroup group, const TextRow& row) {
+    const QColor given = palette.color(group, row.text);
+    const QColor end = opaque(palette.color(QPalette::Active, row.ordinary));
+    const QColor ground = opaque(palette.color(group, row.grounds.front()));
+    const QColor seen = KorReadable::mixed(ground, opaque(given), given.alphaF());
+    return KorReadable::moved(
+        seen, end, [&](const QColor& text) { return lowestContrast(palette, group, row, text) >= kWanted; });
+}
+
+/// Keeps the palette of a widget, its parent.
+class Keeper : public QObject {
+public:
+    explicit Keeper(QWidget* root) : QObject(root), m_root(root) {
+        root->installEventFilter(this);
+        update();
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange ||
+            event->type() == QEvent::ParentChange)
+            update();
+        return false;
+    }
+
+private:
+    void update() {
+        const QWidget* parent = m_root->isWindow() ? nullptr : m_root->parentWidget();
+        const QPalette natural = parent ? parent->palette() : QApplication::palette(m_root);
+        if (m_natural == natural)
+            return;
+        m_natural = natural;
+        const QPalette readable = KorReadable::palette(natural);
+        QPalette own;
+        own.setResolveMask(0);
+        for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+            for (const TextRow& row : textRows())
+                if (readable.color(group, row.text) != natural.color(group, row.text))
+                    own.setColor(group, row.text, readable.color(group, row.text));
+        m_root->setPalette(own);
+    }
+
+    QWidget* m_root;
+    std::optional<QPalette> m_natural;
+};
+
+} // namespace
+
+double KorReadable::contrast(const QColor& a, const QColor& b) {
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+QColor KorReadable::mixed(const QColor& a, const QColor& b, double share) {
+    const auto mix = [share](int x, int y) { return static_cast<int>(std::lround(x + (y - x) * share)); };
+    return QColor(mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue()));
+}
+
+QColor KorReadable::moved(const QColor& color, const QColor& end,
+                          const std::function<bool(const QColor&)>& isEnough) {
+    constexpr int kSteps = 20;
+    QColor reached = color;
+    for (int step = 1; step <= kSteps && !isEnough(reached); ++step)
+        reached = mixed(color, end, step / static_cast<double>(kSteps));
+    return reached;
+}
+
+QPalette KorReadable::palette(const QPalette& palette) {
+    QPalette readable = palette;
+    for (const TextRow& row : textRows()) {
+        readable.setColor(QPalette::Disabled, row.text, readableText(palette, QPalette::Disabled, row));
+        if (row.text == QPalette::PlaceholderText)
+            for (const auto group : {QPalette::Active, QPalette::Inactive})
+                readable.setColor(group, row.text, readableText(palette, group, row));
+    }
+    return readable;
+}
+
+void KorReadable::keep(QWidget* root) {
+    new Keeper(root);
+}
