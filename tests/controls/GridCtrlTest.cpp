@@ -72,6 +72,42 @@ TEST_F(GridCtrl, CellsAreEditedInPlace) {
     EXPECT_TRUE(edited.empty());
 }
 
+TEST_F(GridCtrl, OfTheRadioCellsOfARowOneIsChosen) {
+    grid.deleteAllRows();
+    grid.insertColumn("Here", KorMFCGridCtrl::eRadio);
+    grid.insertColumn("There", KorMFCGridCtrl::eRadio);
+    for (const char* name : {"first", "second", "told"})
+        grid.addRow({name, "0", "beam", "1", "here", "there"});
+    grid.setCellEnabled(2, 4, false);
+    grid.setCellEnabled(2, 5, false);
+    const auto chosen = [this](int row) {
+        return std::pair(grid.isCellChecked(row, 4), grid.isCellChecked(row, 5));
+    };
+    using Chosen = std::pair<bool, bool>;
+    grid.setCellCheck(0, 4, true);
+    grid.setCellCheck(0, 5, true);
+    EXPECT_EQ(chosen(0), Chosen(false, true));
+    EXPECT_TRUE(edited.empty());
+
+    grid.setCurrentCell(0, 5);
+    QTest::keyClick(&grid, Qt::Key_Space);
+    EXPECT_EQ(chosen(0), Chosen(false, true)) << "what is chosen stays";
+    QTest::keyClick(&grid, Qt::Key_Left);
+    EXPECT_EQ(chosen(0), Chosen(true, false));
+    QTest::keyClick(&grid, Qt::Key_Left);
+    EXPECT_EQ(grid.currentColumn(), 3) << "beside the marks the key only moves";
+    const QRect text = grid.visualItemRect(grid.item(1, 5));
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, text.center());
+    EXPECT_EQ(chosen(1), Chosen(false, true));
+    EXPECT_EQ(edited, (std::vector<std::pair<int, int>>{{0, 4}, {1, 5}}));
+
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualItemRect(grid.item(2, 4)).center());
+    QTest::keyClick(&grid, Qt::Key_Right);
+    QTest::keyClick(&grid, Qt::Key_Space);
+    EXPECT_EQ(chosen(2), Chosen(false, false)) << "a plain text";
+    EXPECT_EQ(grid.getCellText(2, 4), KorString("here"));
+}
+
 TEST_F(GridCtrl, ADisabledGridChangesNothing) {
     int deleted = -1;
     QObject::connect(&grid, &KorMFCGridCtrl::deletePressed, &grid, [&](int row) { deleted = row; });

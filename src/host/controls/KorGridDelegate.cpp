@@ -3,6 +3,8 @@
 #include "controls/KorComboBox.h"
 #include "controls/KorMFCGridCtrl.h"
 
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 
 QWidget* KorGridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
@@ -39,6 +41,8 @@ void KorGridDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
 void KorGridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const {
     QStyledItemDelegate::paint(painter, option, index);
+    if (index.data(kRadioRole).toBool())
+        paintRadio(painter, option, index);
     if (!index.data(kChoicesRole).isValid() || !(index.flags() & Qt::ItemIsEditable))
         return;
     QStyleOption arrow = option;
@@ -46,8 +50,41 @@ void KorGridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     option.widget->style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, painter, option.widget);
 }
 
+void KorGridDelegate::paintRadio(QPainter* painter, const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const {
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    QStyleOptionButton radio;
+    radio.rect = cell.widget->style()->subElementRect(QStyle::SE_ItemViewItemDecoration, &cell, cell.widget);
+    radio.palette = cell.palette;
+    radio.state = (cell.state & QStyle::State_Enabled) |
+                  (cell.checkState == Qt::Checked ? QStyle::State_On : QStyle::State_Off);
+    cell.widget->style()->drawPrimitive(QStyle::PE_IndicatorRadioButton, &radio, painter, cell.widget);
+}
+
+bool KorGridDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
+                                  const QStyleOptionViewItem& option, const QModelIndex& index) {
+    if (!index.data(kRadioRole).toBool())
+        return QStyledItemDelegate::editorEvent(event, model, option, index);
+    const bool clicked = event->type() == QEvent::MouseButtonRelease &&
+                         static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton;
+    const bool pressed =
+        event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space;
+    return (clicked || pressed) && model->setData(index, Qt::Checked, Qt::CheckStateRole);
+}
+
 void KorGridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
+    if (index.data(kRadioRole).toBool() && option->widget) { // the mark takes the place of a picture
+        const QStyle& style = *option->widget->style();
+        option->features &= ~QStyleOptionViewItem::HasCheckIndicator;
+        option->features |= QStyleOptionViewItem::HasDecoration;
+        option->decorationSize = {
+            style.pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, option, option->widget),
+            style.pixelMetric(QStyle::PM_ExclusiveIndicatorHeight, option, option->widget)};
+        option->font.setBold(option->checkState == Qt::Checked);
+        option->fontMetrics = QFontMetrics(option->font);
+    }
     if (const auto* grid = qobject_cast<const KorMFCGridCtrl*>(parent()); grid && !grid->isWindowEnabled())
         option->state &= ~QStyle::State_Enabled;
 }

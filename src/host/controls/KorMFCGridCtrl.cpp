@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -28,6 +29,7 @@ Qt::ItemFlags flagsOf(KorMFCGridCtrl::EKind kind) {
     case KorMFCGridCtrl::eReadOnly:
         return flags;
     case KorMFCGridCtrl::eCheck:
+    case KorMFCGridCtrl::eRadio:
         return flags | Qt::ItemIsUserCheckable;
     default:
         return flags | Qt::ItemIsEditable;
@@ -46,8 +48,10 @@ KorMFCGridCtrl::KorMFCGridCtrl(QWidget* parent) : QTableWidget(parent) {
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     horizontalHeader()->setHighlightSections(false);
     connect(this, &QTableWidget::itemChanged, this, [this](const QTableWidgetItem* item) {
-        if (!m_filling)
-            Q_EMIT cellEdited(item->row(), item->column());
+        if (m_filling)
+            return;
+        clearOtherRadios(*item);
+        Q_EMIT cellEdited(item->row(), item->column());
     });
     connect(this, &QTableWidget::currentCellChanged, this, [this](int row, int, int before) {
         if (row != before && !m_filling)
@@ -123,6 +127,10 @@ int KorMFCGridCtrl::addRow(const std::vector<KorString>& texts, void* rowData) {
         item->setFlags(flagsOf(kind));
         if (kind == eCheck)
             item->setCheckState(text == u"1" ? Qt::Checked : Qt::Unchecked);
+        if (kind == eRadio) {
+            item->setCheckState(Qt::Unchecked);
+            item->setData(KorGridDelegate::kRadioRole, true);
+        }
         if (kind == eNumber)
             item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
         if (kind == eCombo)
@@ -187,8 +195,34 @@ bool KorMFCGridCtrl::isCellChecked(int row, int column) const {
 
 void KorMFCGridCtrl::setCellCheck(int row, int column, bool checked) {
     const QScopedValueRollback filling(m_filling, true);
-    if (QTableWidgetItem* item = cell(row, column))
+    if (QTableWidgetItem* item = cell(row, column)) {
         item->setCheckState(checked ? Qt::Checked : Qt::Unchecked);
+        clearOtherRadios(*item);
+    }
+}
+
+bool KorMFCGridCtrl::hasRadio(int row, int column) const {
+    const QTableWidgetItem* found = item(row, column);
+    return found && found->data(KorGridDelegate::kRadioRole).toBool();
+}
+
+void KorMFCGridCtrl::clearOtherRadios(const QTableWidgetItem& chosen) {
+    const QScopedValueRollback filling(m_filling, true);
+    if (chosen.checkState() != Qt::Checked || !hasRadio(chosen.row(), chosen.column()))
+        return;
+    for (int column = 0; column < columnCount(); ++column)
+        if (column != chosen.column() && hasRadio(chosen.row(), column))
+            item(chosen.row(), column)->setCheckState(Qt::Unchecked);
+}
+
+bool KorMFCGridCtrl::chooseNextRadio(int step) {
+    const int row = currentRow();
+    const int next = currentColumn() + step;
+    if (!m_enabled || !hasRadio(row, currentColumn()) || !hasRadio(row, next))
+        return false;
+    setCurrentCell(row, next);
+    item(row, next)->setCheckState(Qt::Checked);
+    return true;
 }
 
 void KorMFCGridCtrl::setCellEnabled(int row, int column, bool enable) {
@@ -197,7 +231,13 @@ void KorMFCGridCtrl::setCellEnabled(int row, int column, bool enable) {
     if (!item)
         return;
     const Qt::ItemFlags flags = flagsOf(m_kinds[static_cast<std::size_t>(column)]);
-    item->setFlags(enable ? flags : Qt::ItemIsSelectable);
+    if (m_kinds[static_cast<std::size_t>(column)] != eRadio) {
+        item->setFlags(enable ? flags : Qt::ItemIsSelectable);
+        return;
+    }
+    item->setFlags(enable ? flags : flagsOf(eReadOnly));
+    item->setData(Qt::CheckStateRole, enable ? QVariant(Qt::Unchecked) : QVariant());
+    item->setData(KorGridDelegate::kRadioRole, enable);
 }
 
 void KorMFCGridCtrl::enableWindow(bool enable) {
@@ -221,7 +261,11 @@ void KorMFCGridCtrl::commitEdit() {
 
 void KorMFCGridCtrl::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enter && currentIndex().isValid()) {
+    const bool isChoice = std::ranges::find(m_kinds, eRadio) != m_kinds.end();
+    const bool sideways = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
+    if (sideways && chooseNextRadio(event->key() == Qt::Key_Left ? -1 : 1)) {
+        event->accept();
+    } else if (enter && currentIndex().isValid() && !isChoice) {
         event->accept();             // Enter in a grid must not press the dialog's default button
         if (state() != EditingState) // the Enter that ends editing comes by here, too
             QTableWidget::edit(currentIndex());

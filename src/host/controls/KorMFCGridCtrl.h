@@ -7,7 +7,8 @@
 #include <vector>
 
 /// A grid whose cells are edited in place. Enter, F2, a double click or typing edits a cell; Enter commits
-/// it, Escape restores it, Space turns a check. The Tab key leaves the grid.
+/// it, Escape restores it, Space turns a check. The Tab key leaves the grid, and so does Enter where the grid
+/// has radio marks and nothing to type. Among marks of a row Left and Right choose, as does a click or Space.
 /// Setting cells from the program announces nothing. Rows and columns that are not there are reported and
 /// read as empty.
 class KorMFCGridCtrl : public QTableWidget {
@@ -20,6 +21,7 @@ public:
         eReadOnly, ///< a text that cannot be changed
         eCheck,    ///< a check box
         eCombo,    ///< a text chosen from a list
+        eRadio,    ///< a text with a mark; one of such cells of a row is chosen, at first none
     };
 
     explicit KorMFCGridCtrl(QWidget* parent = nullptr);
@@ -49,7 +51,8 @@ public:
     void setCellText(int row, int column, const KorString& text);
     bool isCellChecked(int row, int column) const;
     void setCellCheck(int row, int column, bool checked);
-    /// Whether the user can change a cell; on at first, except in read-only columns.
+    /// Whether the user can change a cell; on at first, except in read-only columns. A radio cell that cannot
+    /// be chosen is a plain text.
     void setCellEnabled(int row, int column, bool enable);
 
     /// Whether the user can change anything. A disabled grid still scrolls, so that all of a read-only
@@ -74,6 +77,9 @@ protected:
 
 private:
     QTableWidgetItem* cell(int row, int column) const;
+    bool hasRadio(int row, int column) const;
+    void clearOtherRadios(const QTableWidgetItem& chosen);
+    bool chooseNextRadio(int step);
     void applyColumnWidths();
 
     std::vector<EKind> m_kinds;
