@@ -1,24 +1,18 @@
 #include "app/CommitReport.h"
 
 #include "app/Console.h"
-#include "base/Translation.h"
 #include "session/KorDSMCommit.h"
+#include "session/KorDSMConflictWords.h"
 
 namespace {
 
-KorString sentenceOf(const SourceCommit& commit, const StoreConflict& conflict) {
-    const KorString kind = conflict.table->rowName();
-    const KorString key = KorString::number(conflict.key);
-    if (!conflict.column)
-        return KorString::format(
-            translated("Another program changed or deleted the %s with the key %s in \"%s\", "
-                       "so nothing was written. Read it again and decide anew."),
-            {kind, key, commit.file});
-    return KorString::format(
-        translated(
-            "Another program changed the column \"%s\" of the %s with the key %s in \"%s\": it holds %s now "
-            "and held %s before; %s was not written. Read it again and decide anew."),
-        {conflict.column->name, kind, key, commit.file, conflict.stored, conflict.before, conflict.mine});
+// What is stored now is read, to be told in the words of the editor.
+void tellConflicts(SourceId source) {
+    const OutsideChange change = StyleDatabases::current().refresh(source);
+    if (!change.error.empty())
+        Console::complain(change.error);
+    for (const OutsideConflict& conflict : change.conflicts)
+        Console::complain(KorDSMConflictWords::of(source, conflict).sentence());
 }
 
 } // namespace
@@ -28,8 +22,8 @@ bool keepChanges() {
     for (const SourceCommit& commit : outcome.failed) {
         if (!commit.error.empty())
             Console::complain(commit.error);
-        for (const StoreConflict& conflict : commit.conflicts)
-            Console::complain(sentenceOf(commit, conflict));
+        if (!commit.conflicts.empty())
+            tellConflicts(commit.source);
     }
     return outcome.ok();
 }

@@ -88,7 +88,7 @@ void StyleDatabases::fail(StyleSource& source, std::string error) {
     if (error.empty())
         error =
             KorString::format(translated("%s: another program changed the same data; nothing was written. "
-                                         "Compare the values, then keep yours or reload."),
+                                         "Compare the values and decide anew."),
                               {source.store().name()})
                 .toStdString();
     report(source).error = std::move(error);

@@ -75,11 +75,11 @@ StoreResult StyleDatabases::readWhole(SourceId id) {
 
 int StyleDatabases::keepMine(SourceId id, const OutsideConflict& conflict) {
     const SourceId before = std::exchange(m_currentId, id);
-    const eTableType table = conflict.values.table->type;
-    const KorOdbcKey key(conflict.values.key);
+    const eTableType table = conflict.table->type;
+    const KorOdbcKey key(conflict.key);
     int result = kFailed;
     if (conflict.kind == OutsideConflict::eKind::kCell)
-        result = writeCell(table, key, conflict.values.column->number, conflict.mine, true);
+        result = writeCell(table, key, conflict.column->number, *conflict.mine, true);
     else if (conflict.kind == OutsideConflict::eKind::kDelete)
         result = remove(table, key);
     m_currentId = before;

@@ -3,6 +3,8 @@
 #include "data/KorDSNDefinitions.h"
 #include "data/store/StyleStore.h"
 
+#include <optional>
+
 /// A pending change that could not be kept because another program changed the same thing in the file. The
 /// source shows what is stored now.
 struct OutsideConflict {
@@ -13,9 +15,14 @@ struct OutsideConflict {
     };
 
     eKind kind = eKind::kCell;
-    StoreConflict values; ///< stored, mine and before, as texts to be compared
-    KorString rowName;
-    CellValue mine; ///< cells only
+    const TableSchema* table = nullptr;
+    std::int32_t key = 0;
+    const Column* column = nullptr; ///< that differs; null for a new row
+    /// The row as it is stored now; one that is gone as it was known last, or null; a new one itself.
+    std::shared_ptr<const StructRecord> record;
+    KorString wholeName;             ///< of a new row: that of its whole that is gone, as far as known
+    std::optional<CellValue> stored; ///< what the cell holds now; none when the row is gone
+    std::optional<CellValue> mine;   ///< what this program wrote into the cell; none for a whole row
 };
 
 /// What reading one source again brought.

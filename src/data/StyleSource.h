@@ -26,6 +26,9 @@ public:
     /// Why the table is empty although the database may hold rows of it; success when it was read.
     StoreResult readingOf(eTableType type);
 
+    /// Whether the table is in memory already.
+    bool isRead(const TableSchema& schema) const;
+
     /// Whether all tables are in memory and of one state of the database. Reads those that were not read yet
     /// or could not be read, all in one transaction. A failure is one sentence that names the file. Costs
     /// nothing once it succeeded.
@@ -59,7 +62,6 @@ private:
 
     bool read(const TableSchema& schema, const Reading& reading);
     void noteFailure(const TableSchema& schema, const std::string& error);
-    bool isRead(const TableSchema& schema) const;
     ReferenceIndex& references(eTableType target);
     // The index that the cells of this column are in, or null while nobody has asked for it.
     ReferenceIndex* builtReferences(const Column& column);

@@ -27,6 +27,19 @@ KorDSMCommit::Outcome walk(int (*setStatus)(eTableType, KorOdbcMan::eCopyDepth))
     return outcome;
 }
 
+std::size_t countConflicts(const std::vector<OutsideChange>& changes) {
+    std::size_t count = 0;
+    for (const OutsideChange& change : changes)
+        count += change.conflicts.size();
+    return count;
+}
+
+void keepMine(const std::vector<OutsideChange>& changes) {
+    for (const OutsideChange& change : changes)
+        for (const OutsideConflict& conflict : change.conflicts)
+            StyleDatabases::current().keepMine(change.source, conflict);
+}
+
 } // namespace
 
 KorDSMCommit::Outcome KorDSMCommit::keepAndClose(bool applyEnabled) {
@@ -63,9 +76,16 @@ void KorDSMCommit::discard() {
     KorOdbcMan::m_DSMReloadInfo = 1;
 }
 
-void KorDSMCommit::keepMine(const std::vector<OutsideChange>& changes) {
+void KorDSMCommit::settle(const std::vector<OutsideChange>& changes, const ChooseMine& choose) {
+    if (countConflicts(changes) == 0)
+        return;
+    PendingGroup all({});
+    keepMine(changes);
+    all.close();
+    const std::vector<OutsideChange> mine = choose(changes);
+    if (countConflicts(mine) == countConflicts(changes))
+        return;
+    all.takeBack();
     const PendingGroup group({});
-    for (const OutsideChange& change : changes)
-        for (const OutsideConflict& conflict : change.conflicts)
-            StyleDatabases::current().keepMine(change.source, conflict);
+    keepMine(mine);
 }

@@ -2,7 +2,7 @@
 
 #include "data/StyleDatabases.h"
 
-#include <string>
+#include <functional>
 #include <vector>
 
 /// The three ways in which pending changes end. Each walks all 48 table types in ascending order.
@@ -22,7 +22,10 @@ public:
     static Outcome keepAndGoOn();
     /// Takes the changes back that were not kept.
     static void discard();
-    /// Writes again what was pending when another program changed the same data, as one step of undo: it is
-    /// stored by the next commit. What hung on rows that are gone is lost.
-    static void keepMine(const std::vector<OutsideChange>& changes);
+    /// Given what reading sources again brought, says of which conflicts this program's change is kept.
+    using ChooseMine = std::function<std::vector<OutsideChange>(const std::vector<OutsideChange>&)>;
+    /// Makes what was pending when another program changed the same data again, as one step of undo: it is
+    /// stored by the next commit. Where there are conflicts `choose` is asked first; while it is, all of mine
+    /// is pending, so that a crash loses nothing. What hung on rows that are gone is lost.
+    static void settle(const std::vector<OutsideChange>& changes, const ChooseMine& choose);
 };

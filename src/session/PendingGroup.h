@@ -2,6 +2,8 @@
 
 #include "data/StyleDatabases.h"
 
+#include <utility>
+
 /// The writes of one command: one step of undo. Commands don't run inside one another.
 class PendingGroup {
 public:
@@ -9,17 +11,19 @@ public:
     explicit PendingGroup(const KorString& label) : m_before(pending().steps().size()) {
         pending().beginGroup(label);
     }
-    ~PendingGroup() {
-        if (m_open)
-            pending().endGroup();
-    }
+    ~PendingGroup() { close(); }
     PendingGroup(const PendingGroup&) = delete;
     PendingGroup& operator=(const PendingGroup&) = delete;
 
-    /// Takes back what was written so far, without a trace, and ends the group.
+    /// Ends the group before its time.
+    void close() {
+        if (std::exchange(m_open, false))
+            pending().endGroup();
+    }
+    /// Takes back what was written so far, without a trace, and ends the group. After `close` only while
+    /// nothing else was written.
     void takeBack() {
-        pending().endGroup();
-        m_open = false;
+        close();
         if (pending().steps().size() == m_before)
             return;
         StyleDatabases::current().undo();

@@ -214,7 +214,6 @@ private:
     void reloadSections();
     void readOutsideChanges();
     void followOutsideChanges(const std::vector<OutsideChange>& changes);
-    bool wantsToKeepMine(const std::vector<OutsideChange>& changes);
     void finishCurrentPage();
     void reportCommit(const KorDSMCommit::Outcome& outcome);
     void setModified(bool modified);

@@ -1,5 +1,5 @@
-#include "base/Translation.h"
 #include "controls/KorQt.h"
+#include "dialogs/KorDSMDialogConflicts.h"
 #include "services/KorHostReport.h"
 #include "services/Prompts.h"
 #include "shell/KorDSMMainDialog.h"
@@ -12,27 +12,10 @@
 
 namespace {
 
-constexpr int kNotKept = 210;      // caption of the message about changes that could not be kept
-constexpr int kConflictLine = 211; // "%s, %s: the database now holds %s, you wrote %s."
-constexpr int kReports = 212;      // caption of the list of problems
-constexpr int kConflict = 213;     // caption of the question about values that another program changed too
-constexpr int kConflictQuestion = 214;
-constexpr int kKeepMine = 215;
-constexpr int kTakeStored = 216;
+constexpr int kNotKept = 210; // caption of the message about changes that could not be kept
+constexpr int kReports = 212; // caption of the list of problems
 
 constexpr int kMostShown = 6;
-
-// Values come with their quotation marks; those of a row that is gone are empty.
-QString conflictLine(const OutsideConflict& conflict) {
-    const StoreConflict& values = conflict.values;
-    const auto shown = [](const std::string& value) {
-        return value.empty() ? translated("nothing") : KorString(value);
-    };
-    return toQt(KorString::format(Prompts::dsm(kConflictLine),
-                                  {conflict.rowName,
-                                   values.column ? values.table->columnName(*values.column) : std::string(),
-                                   shown(values.stored), shown(values.mine)}));
-}
 
 // Shows a few lines in the box, and all of them in its details where there are more.
 void addLines(QMessageBox& box, const QStringList& lines) {
@@ -66,32 +49,15 @@ void KorDSMMainDialog::followOutsideChanges(const std::vector<OutsideChange>& ch
     for (const OutsideChange& change : changes)
         if (!change.error.empty())
             KorHostReport::add(KorString(change.error));
-    if (wantsToKeepMine(changes))
-        KorDSMCommit::keepMine(changes);
+    KorDSMCommit::settle(changes, [this](const std::vector<OutsideChange>& conflicting) {
+        return KorDSMDialogConflicts::ask(conflicting, this);
+    });
     reloadSections();
     if (StyleDatabases::current().pending().isEmpty())
         m_apply->setEnabled(false);
     else
         setModified(true);
     m_undoStrip->update();
-}
-
-bool KorDSMMainDialog::wantsToKeepMine(const std::vector<OutsideChange>& changes) {
-    QStringList lines;
-    for (const OutsideChange& change : changes)
-        for (const OutsideConflict& conflict : change.conflicts)
-            lines << conflictLine(conflict);
-    if (lines.isEmpty())
-        return false;
-    QMessageBox box(QMessageBox::Warning, toQt(Prompts::dsm(kConflict)),
-                    toQt(Prompts::dsm(kConflictQuestion)), QMessageBox::NoButton, this);
-    addLines(box, lines);
-    QPushButton* keep = box.addButton(toQt(Prompts::dsm(kKeepMine)), QMessageBox::AcceptRole);
-    const QPushButton* take = box.addButton(toQt(Prompts::dsm(kTakeStored)), QMessageBox::RejectRole);
-    box.setDefaultButton(keep);
-    box.setEscapeButton(keep); // so that a hasty key loses nothing
-    box.exec();
-    return box.clickedButton() != take;
 }
 
 // What could not be read as declared since the last look; values outside their range are shown as they are.

@@ -66,16 +66,19 @@ TEST_F(TroubleTest, AChangeThatAnotherProgramMadeMeanwhileIsKeptAndTold) {
     NarrowPipe errors(folder() / "errors");
     QProcess program;
     program.setProcessEnvironment(environment);
-    errors.start(program, {"--data", QString::fromStdString(data().string()), "set", "detail-style", "Beam",
-                           "description", "mine"});
+    errors.start(program, {"--data", QString::fromStdString(data().string()), "set", "view-request",
+                           "Section", "scale", "1:75"});
     std::string said = errors.read();
-    sql("user.dsdb", "UPDATE detail_style SET description = 'theirs' WHERE name = 'Beam'");
+    sql("user.dsdb", "UPDATE view_request SET scale = 1.0 / 25 WHERE name = 'Section'");
     for (std::string more = errors.read(); !more.empty(); more = errors.read())
         said += more;
     ASSERT_TRUE(program.waitForFinished(60000));
     EXPECT_EQ(program.exitCode(), 1);
-    EXPECT_NE(said.find("it holds \"theirs\" now"), std::string::npos) << said;
-    EXPECT_TRUE(run({"show", "detail-style", "Beam", "--source", "user"}).output.contains("theirs"));
+    EXPECT_NE(said.find("View request \"Section\", Scale: another program stored \"1:25\" meanwhile; "
+                        "\"1:75\" was not written."),
+              std::string::npos)
+        << said;
+    EXPECT_TRUE(run({"show", "view-request", "Section", "--source", "user"}).output.contains("1:25"));
 }
 
 TEST_F(TroubleTest, ALockIsWaitedForWithOneLine) {

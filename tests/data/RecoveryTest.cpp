@@ -180,7 +180,7 @@ TEST_F(RecoveryTest, ChangesAreComparedWithWhatIsStoredNow) {
     ASSERT_EQ(changes.size(), 1u);
     ASSERT_EQ(changes[0].conflicts.size(), 2u);
     for (const OutsideConflict& conflict : changes[0].conflicts)
-        EXPECT_EQ(databases.keepMine(kUser, conflict) == 1, conflict.values.column->name == "title_position");
+        EXPECT_EQ(databases.keepMine(kUser, conflict) == 1, conflict.column->name == "title_position");
     EXPECT_EQ(row<StructDetailStyle>(kUser, m_style)->titlePosition, 2);
     EXPECT_TRUE(mentions(description().toStdString(), "there"));
     EXPECT_TRUE(row<StructDetailStyle>(kUser, "Own"));

@@ -36,6 +36,17 @@ protected:
         sqlite3_close(database);
     }
     using Flags = std::pair<int, int>; ///< reload, drop the cache of view requests
+
+    /// Counts the steps that would be brought back after a crash.
+    struct Writer : PendingObserver {
+        explicit Writer(std::size_t& count) : steps(count) {}
+        void changed(std::span<const PendingPlace>, const PendingCommand& made) override {
+            steps = made.steps.size();
+        }
+        void takenBack() override { steps = 0; }
+        void emptied() override { steps = 0; }
+        std::size_t& steps;
+    };
 };
 
 } // namespace
@@ -78,4 +89,30 @@ TEST_F(Commit, TellsTheHostToReloadWhenOneSourceWasKeptAndAnotherNot) {
     EXPECT_EQ(flags(), (Flags{1, 1}));
     EXPECT_FALSE(databases.pending().hasPending(SourceId::standard()));
     EXPECT_TRUE(databases.pending().hasPending(SourceId::user()));
+}
+
+TEST_F(Commit, WhileTheUserChoosesAllOfMineIsPendingAndAfterwardsWhatWasChosen) {
+    change(SourceId::user(), "mine");
+    changeOutside("user.dsdb");
+    const auto shown = [&] { return row<StructDetailStyle>(SourceId::user(), "HB post 1:15")->description; };
+    const std::vector<OutsideChange> changes = databases.refreshChanged();
+    EXPECT_EQ(shown(), "theirs");
+    std::size_t written = 0;
+    databases.pending().setObserver(std::make_unique<Writer>(written));
+    KorDSMCommit::settle(changes, [&](const auto& asked) {
+        EXPECT_EQ(asked.at(0).conflicts.size(), 1U);
+        EXPECT_EQ(shown(), "mine");
+        EXPECT_EQ(written, 1U);
+        return std::vector<OutsideChange>();
+    });
+    EXPECT_EQ(shown(), "theirs");
+    EXPECT_EQ(written, 0U);
+    EXPECT_FALSE(databases.pending().canUndo() || databases.pending().canRedo());
+    KorDSMCommit::settle(changes, [](const auto& asked) { return asked; });
+    EXPECT_EQ(shown(), "mine");
+    EXPECT_TRUE(KorDSMCommit::keepAndGoOn().ok());
+    KorDSMCommit::settle(databases.refreshChanged(), [](const auto&) {
+        ADD_FAILURE() << "asked about nothing";
+        return std::vector<OutsideChange>();
+    });
 }

@@ -32,7 +32,6 @@ constexpr int kApply = 3;
 constexpr int kUse = 1098;
 constexpr int kBelowDetail = 1035;
 constexpr int kAboveMainView = 1033;
-constexpr int kUpperLeft = 1038;
 
 const std::vector<const char*> kUserStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
 const std::vector<const char*> kUserView = {"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"};
@@ -279,47 +278,6 @@ TEST_F(EditorFixture, NoPageOfOneSectionStaysOpenOverTheDatabaseOfAnother) {
     EXPECT_EQ(tree().selectedItem(), tree().getRoot());
     EXPECT_FALSE(control<KorTabCtrl>(1002)->isVisible());
     EXPECT_GT(control<KorListCtrl>(1003)->getItemCount(), 0);
-}
-
-TEST_F(EditorFixture, WhatAnotherProgramChangedTooIsAskedAboutAndOverwrittenOnlyOnDemand) {
-    open();
-    select(kUserStyle);
-    showTab(1);
-    click(pageControl<QRadioButton>(kBelowDetail));
-    const auto storedElsewhere = [this](int position) {
-        storeElsewhere("user.dsdb", "UPDATE detail_style SET title_position=" + std::to_string(position) +
-                                        " WHERE name='HB post 1:15'");
-    };
-    const auto answer = [this](const char* buttonText) {
-        answerNext([buttonText](QWidget* modal) {
-            auto* box = qobject_cast<QMessageBox*>(modal);
-            ASSERT_NE(box, nullptr);
-            EXPECT_TRUE(box->informativeText().contains("HB post 1:15"))
-                << box->informativeText().toStdString();
-            for (QAbstractButton* button : box->buttons())
-                if (button->text() == buttonText)
-                    return button->click();
-            ADD_FAILURE() << "no button " << buttonText;
-        });
-    };
-    storedElsewhere(6);
-    answer("&Take what is stored");
-    click(button(kApply));
-    EXPECT_TRUE(m_dialog->isVisible());
-    EXPECT_TRUE(pageControl<QRadioButton>(kUpperLeft)->isChecked());
-    EXPECT_EQ(pendingSteps(), 0);
-    EXPECT_FALSE(button(kApply)->isEnabled());
-
-    click(pageControl<QRadioButton>(kBelowDetail));
-    storedElsewhere(7);
-    answer("&Keep mine");
-    click(button(kApply));
-    EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
-    EXPECT_EQ(pendingSteps(), 1);
-    click(button(kApply));
-    close();
-    m_databases.reset();
-    EXPECT_EQ(stored("user.dsdb", kPosition), "4");
 }
 
 TEST_F(EditorFixture, TheWindowComesBackInItsSize) {

@@ -1,3 +1,4 @@
+#include "controls/KorMFCGridCtrl.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
 #include "session/KorDSMUndo.h"
@@ -50,21 +51,30 @@ protected:
         m_said.clear();
         QTimer clock;
         QObject::connect(&clock, &QTimer::timeout, [&] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (!box || answers.empty())
+            QWidget* modal = QApplication::activeModalWidget();
+            if (!modal || answers.empty())
                 return;
-            m_said << box->text() + "\n" + box->informativeText();
-            for (QAbstractButton* button : box->buttons())
-                if (button->text() == answers.front()) {
+            m_said << textOf(*modal);
+            for (auto* button : modal->findChildren<QPushButton*>())
+                if (button->isVisible() && button->text() == answers.front()) {
                     answers.erase(answers.begin());
                     return button->click();
                 }
             ADD_FAILURE() << "no button " << answers.front();
-            box->close();
+            modal->close();
         });
         clock.start(0);
         open();
         EXPECT_TRUE(answers.empty());
+    }
+    static QString textOf(const QWidget& modal) {
+        if (auto* box = qobject_cast<const QMessageBox*>(&modal))
+            return box->text() + "\n" + box->informativeText();
+        QStringList cells;
+        auto* grid = modal.findChild<KorMFCGridCtrl*>();
+        for (int column = 0; grid && column < grid->columnCount(); ++column)
+            cells << grid->item(0, column)->text();
+        return cells.join(" | ");
     }
     static std::size_t pendingCommands() { return StyleDatabases::current().pending().undoable(9).size(); }
 
@@ -113,9 +123,9 @@ TEST_F(Recovery, WhatIsThrownAwayOrOfADamagedFileIsNotOfferedAgain) {
 TEST_F(Recovery, WhatWasStoredMeanwhileIsAskedAbout) {
     crashWithAChange();
     storeElsewhere("user.dsdb", "UPDATE detail_style SET title_position=6 WHERE name='HB post 1:15'");
-    openAndAnswer({"&Bring back", "&Take what is stored"});
-    ASSERT_EQ(m_said.size(), 2);
-    EXPECT_TRUE(m_said[1].contains("HB post 1:15")) << m_said[1].toStdString();
+    openAndAnswer({"&Bring back", "All that is &stored", "OK"});
+    ASSERT_EQ(m_said.size(), 3);
+    EXPECT_EQ(m_said[1], R"(Detail style "HB post 1:15" | Title position | Below detail | Upper left)");
     EXPECT_EQ(pendingCommands(), 0U);
     EXPECT_FALSE(button(kApply)->isEnabled());
     EXPECT_EQ(files(), 0);
@@ -149,8 +159,10 @@ TEST_F(Recovery, ADatabaseThatIsGoneIsNamedAndItsChangesStay) {
     EXPECT_EQ(files(), 1);
     m_dialog.reset();
     m_databases.reset();
-    openAndAnswer({"&Bring back", "&Keep mine"});
+    openAndAnswer({"&Bring back", "OK"});
     ASSERT_EQ(m_said.size(), 2);
+    EXPECT_TRUE(m_said[1].startsWith("Detail style [") && m_said[1].contains("was deleted"))
+        << m_said[1].toStdString();
     EXPECT_TRUE(m_said[0].contains("is another file now")) << m_said[0].toStdString();
     EXPECT_TRUE(m_said[0].contains("\"Detail style [")) << m_said[0].toStdString();
     EXPECT_EQ(pendingCommands(), 0U);

@@ -1,7 +1,5 @@
 #include "data/pending/PendingReplay.h"
 
-#include "data/store/ReadReport.h"
-
 #include <algorithm>
 #include <limits>
 
@@ -23,6 +21,29 @@ PendingReplay::PendingReplay(StyleSource& source, PendingLog& pending, PendingLo
         for (const StructRecord* record : net.deleted)
             change.deleted.push_back(rows->copyOf(record));
     }
+    if (!m_replacesPending)
+        return; // the tables do not show what another run left
+    for (const Change& change : m_changes) {
+        for (const CellChange& cell : change.cells)
+            remember({change.table, cell.key});
+        for (const auto& record : change.appended)
+            for (const Column& column : findTable(change.table)->columns)
+                if (column.isReference() && column.role == eReferenceRole::kPartOf)
+                    remember({column.target, column.integerIn(record.get())});
+    }
+}
+
+void PendingReplay::remember(RowRef row) {
+    if (m_before.contains(row) || !m_source.isRead(*findTable(row.table)))
+        return;
+    const StyleTable& table = m_source.table(row.table);
+    if (const StructRecord* record = table.find(KorOdbcKey(row.key)))
+        m_before[row] = table.rows().copyOf(record);
+}
+
+std::shared_ptr<const StructRecord> PendingReplay::remembered(RowRef row) const {
+    const auto it = m_before.find(row);
+    return it == m_before.end() ? nullptr : it->second;
 }
 
 std::set<eTableType> PendingReplay::tables() const {
@@ -102,20 +123,33 @@ void PendingReplay::followKeys(const TableSchema& table, StructRecord& record) c
     }
 }
 
-bool PendingReplay::hasWholes(const TableSchema& table, const StructRecord& record) const {
-    return std::ranges::all_of(table.columns, [&](const Column& column) {
+// The column that makes the row a part of one that is gone, or null.
+const Column* PendingReplay::missingWhole(const TableSchema& table, const StructRecord& record) const {
+    const auto it = std::ranges::find_if(table.columns, [&](const Column& column) {
         const bool isPart = column.isReference() && column.role == eReferenceRole::kPartOf;
-        return !isPart || m_appended.contains({column.target, column.integerIn(&record)}) ||
-               m_source.table(column.target).find(KorOdbcKey(column.integerIn(&record)));
+        return isPart && !m_appended.contains({column.target, column.integerIn(&record)}) &&
+               !m_source.table(column.target).find(KorOdbcKey(column.integerIn(&record)));
     });
+    return it == table.columns.end() ? nullptr : &*it;
+}
+
+void PendingReplay::addGone(eTableType type, const std::shared_ptr<StructRecord>& appended) {
+    const TableSchema& table = *findTable(type);
+    OutsideConflict& conflict = m_conflicts.emplace_back();
+    conflict.kind = OutsideConflict::eKind::kGone;
+    conflict.table = &table;
+    conflict.key = appended->key;
+    conflict.record = appended;
+    if (const Column* column = missingWhole(table, *appended))
+        if (const auto whole = remembered({column->target, column->integerIn(appended.get())}))
+            conflict.wholeName = whole->name;
 }
 
 void PendingReplay::append(eTableType type, const std::shared_ptr<StructRecord>& record) {
     const TableSchema& table = *findTable(type);
     followKeys(table, *record);
-    if (record->key <= 0 || !hasWholes(table, *record)) {
-        addConflict(OutsideConflict::eKind::kGone,
-                    {&table, record->key, nullptr, {}, displayText(record->name), {}}, record->name, {});
+    if (record->key <= 0 || missingWhole(table, *record)) {
+        addGone(type, record);
         return;
     }
     m_source.insert(type, *record);
@@ -132,18 +166,29 @@ void PendingReplay::writeCell(eTableType type, const CellChange& cell) {
                 {cell.column->target, static_cast<std::int32_t>(std::get<std::int64_t>(mine))});
             it != m_newKeys.end())
             mine = std::int64_t{it->second};
-    StoreConflict values{&table.schema(),         cell.key, cell.column, {}, displayText(mine),
-                         displayText(cell.stored)};
     if (!row) {
-        addConflict(OutsideConflict::eKind::kGone, values, {}, mine);
+        m_conflicts.push_back({OutsideConflict::eKind::kGone,
+                               &table.schema(),
+                               cell.key,
+                               cell.column,
+                               remembered({type, cell.key}),
+                               {},
+                               {},
+                               mine});
         return;
     }
     const CellValue stored = cell.column->read(row);
     if (stored == mine)
         return;
     if (stored != cell.stored) {
-        values.stored = displayText(stored);
-        addConflict(OutsideConflict::eKind::kCell, values, row->name, mine);
+        m_conflicts.push_back({OutsideConflict::eKind::kCell,
+                               &table.schema(),
+                               cell.key,
+                               cell.column,
+                               table.rows().copyOf(row),
+                               {},
+                               stored,
+                               mine});
         return;
     }
     m_source.setCell(type, KorOdbcKey(cell.key), *cell.column, mine);
@@ -159,22 +204,17 @@ void PendingReplay::remove(eTableType type, const StructRecord& before) {
     for (const Column& column : table.schema().columns) {
         if (column.read(row) == column.read(&before))
             continue;
-        addConflict(OutsideConflict::eKind::kDelete,
-                    {&table.schema(),
-                     row->key,
-                     &column,
-                     displayText(column.read(row)),
-                     {},
-                     displayText(column.read(&before))},
-                    row->name, {});
+        m_conflicts.push_back({OutsideConflict::eKind::kDelete,
+                               &table.schema(),
+                               row->key,
+                               &column,
+                               table.rows().copyOf(row),
+                               {},
+                               column.read(row),
+                               {}});
         return;
     }
     const auto copy = table.rows().copyOf(row);
     m_source.remove(type, KorOdbcKey(before.key));
     m_pending.record({m_source.id(), type, PendingStep::eAction::kDelete, copy->key, nullptr, {}, {}, copy});
-}
-
-void PendingReplay::addConflict(OutsideConflict::eKind kind, StoreConflict values, const KorString& rowName,
-                                const CellValue& mine) {
-    m_conflicts.push_back({kind, std::move(values), rowName, mine});
 }

@@ -36,17 +36,19 @@ private:
     std::set<eTableType> tables() const;
     void giveKeys();
     void followKeys(const TableSchema& table, StructRecord& record) const;
-    bool hasWholes(const TableSchema& table, const StructRecord& record) const;
+    const Column* missingWhole(const TableSchema& table, const StructRecord& record) const;
+    void remember(RowRef row);
+    std::shared_ptr<const StructRecord> remembered(RowRef row) const;
     void append(eTableType table, const std::shared_ptr<StructRecord>& record);
     void writeCell(eTableType table, const CellChange& cell);
     void remove(eTableType table, const StructRecord& before);
-    void addConflict(OutsideConflict::eKind kind, StoreConflict values, const KorString& rowName,
-                     const CellValue& mine);
+    void addGone(eTableType table, const std::shared_ptr<StructRecord>& appended);
 
     StyleSource& m_source;
     PendingLog& m_pending;
     bool m_replacesPending;
     std::vector<Change> m_changes;
+    std::map<RowRef, std::shared_ptr<const StructRecord>> m_before; ///< to name those that are gone
     std::map<RowRef, std::int32_t> m_newKeys; ///< of appended rows, by the keys that they had
     std::set<RowRef> m_appended;              ///< by the keys that they have now
     std::vector<OutsideConflict> m_conflicts;

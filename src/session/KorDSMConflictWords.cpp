@@ -1,0 +1,160 @@
+#include "session/KorDSMConflictWords.h"
+
+#include "base/LabelFormat.h"
+#include "base/Translation.h"
+#include "data/KorDSNManager.h"
+#include "data/store/ReadReport.h"
+#include "services/Prompts.h"
+#include "session/KorDSMValueText.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kNamed = 435;       // "%s "%s"", of a kind and a name
+constexpr int kEmpty = 436;       // an empty text
+constexpr int kWholeRecord = 437; // property of a new row
+constexpr int kDeletion = 438;    // what this program did to a row that another one changed
+constexpr int kNewRecord = 439;
+constexpr int kGone = 440;      // "The record was deleted."
+constexpr int kWholeGone = 441; // the same for what a new row was a part of
+constexpr int kUseDefault = 14101;
+
+constexpr std::size_t kLongestValue = 300;
+constexpr std::size_t kBeforeDifference = 40;
+
+KorString named(const TableSchema& table, std::int32_t key, const KorString& name) {
+    const KorString kind = KorDSMValueText::tableCaption(table);
+    return name.isEmpty() ? KorString::format("%s [%s]", {kind, KorString::number(std::int64_t{key})})
+                          : KorString::format(Prompts::dsm(kNamed), {kind, KorDSMValueText::shortName(name)});
+}
+
+// What the row is part of or filed under.
+KorString placeOf(const OutsideConflict& conflict) {
+    for (const Column& column : conflict.table->columns) {
+        if (!column.isReference() || column.role == eReferenceRole::kUses || !conflict.record)
+            continue;
+        const std::int32_t key = column.integerIn(conflict.record.get());
+        StyleSource& source = *StyleDatabases::current().here();
+        const StructRecord* place = source.table(column.target).find(KorOdbcKey(key));
+        return key <= 0 ? KorString()
+                        : named(*findTable(column.target), key, place ? place->name : conflict.wholeName);
+    }
+    return {};
+}
+
+KorString recordText(const OutsideConflict& conflict) {
+    const KorString place = placeOf(conflict);
+    const KorString text =
+        named(*conflict.table, conflict.key, conflict.record ? conflict.record->name : KorString());
+    return place.isEmpty() ? text : KorString::format("%s, %s", {text, place});
+}
+
+KorString labelText(const KorString& text) {
+    const LabelReading reading = LabelFormat::parse(text, {});
+    if (reading.outcome != LabelReading::kLabel)
+        return text;
+    KorString words;
+    for (const LabelRun& run : reading.runs)
+        words = words + (run.kind == LabelRun::kLineBreak  ? KorString(" ")
+                         : run.kind == LabelRun::kVariable ? KorString::format("{%s}", {run.text})
+                                                           : run.text);
+    return words;
+}
+
+KorString valueText(const TableSchema& table, const Column& column, const CellValue& value) {
+    if (const auto* text = std::get_if<KorString>(&value))
+        return labelText(*text);
+    const auto* real = std::get_if<double>(&value);
+    if (real && column.kind == eColumnKind::kLength && *real < 0.0 && column.minimum < 0.0)
+        return Prompts::ups(kUseDefault);
+    return KorDSMValueText::toText(table, column, value);
+}
+
+// For two values that pages show alike.
+KorString exactText(const TableSchema& table, const Column& column, const CellValue& value) {
+    if (const auto* text = std::get_if<KorString>(&value))
+        return *text;
+    const KorString exact(displayText(value));
+    return column.isReference()
+               ? KorString::format("%s [%s]", {KorDSMValueText::toText(table, column, value), exact})
+               : exact;
+}
+
+bool beginsCharacter(std::string_view text, std::size_t at) {
+    return at >= text.size() || (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80;
+}
+
+KorString cut(std::string_view text, std::size_t from) {
+    while (!beginsCharacter(text, from))
+        --from;
+    std::size_t to = std::min(text.size(), from + kLongestValue);
+    while (!beginsCharacter(text, to))
+        --to;
+    return KorString(from > 0 ? "…" : "") + KorString(text.substr(from, to - from)) +
+           KorString(to < text.size() ? "…" : "");
+}
+
+// On one line, and of long texts the part that holds the first difference.
+void shorten(KorString& mine, KorString& stored) {
+    for (KorString* text : {&mine, &stored})
+        *text = text->replaced("\r\n", " ").replaced("\n", " ").replaced("\r", " ");
+    const std::string a(mine.view());
+    const std::string b(stored.view());
+    const auto difference =
+        static_cast<std::size_t>(std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin());
+    const bool isLong = std::max(a.size(), b.size()) > kLongestValue;
+    const std::size_t from = isLong && difference > kBeforeDifference ? difference - kBeforeDifference : 0;
+    for (auto [text, whole] : {std::pair(&mine, &a), std::pair(&stored, &b)})
+        *text = whole->empty() ? Prompts::dsm(kEmpty) : cut(*whole, std::min(from, whole->size()));
+}
+
+void wordValues(const OutsideConflict& conflict, KorDSMConflictWords& words) {
+    const TableSchema& table = *conflict.table;
+    const Column& column = *conflict.column;
+    const CellValue& mine = conflict.mine ? *conflict.mine : *conflict.stored;
+    const CellValue& stored = conflict.stored ? *conflict.stored : mine;
+    words.mine = valueText(table, column, mine);
+    words.stored = valueText(table, column, stored);
+    if (words.mine == words.stored && mine != stored) {
+        words.mine = exactText(table, column, mine);
+        words.stored = exactText(table, column, stored);
+    }
+    shorten(words.mine, words.stored);
+}
+
+KorString whyNotMine(const OutsideConflict& conflict) {
+    if (conflict.kind != OutsideConflict::eKind::kGone)
+        return {};
+    if (conflict.column)
+        return Prompts::dsm(kGone);
+    const std::string full = StyleDatabases::current().here()->whyFull(conflict.table->type);
+    return conflict.key <= 0 && !full.empty() ? KorString(full) : Prompts::dsm(kWholeGone);
+}
+
+} // namespace
+
+KorDSMConflictWords KorDSMConflictWords::of(SourceId source, const OutsideConflict& conflict) {
+    const KorDSNRequest request(source.dsn, source.index);
+    KorDSMConflictWords words;
+    words.record = recordText(conflict);
+    words.property = conflict.column ? KorDSMValueText::columnCaption(*conflict.table, *conflict.column)
+                                     : Prompts::dsm(kWholeRecord);
+    words.reason = whyNotMine(conflict);
+    if (conflict.column)
+        wordValues(conflict, words);
+    if (!conflict.mine)
+        words.mine = Prompts::dsm(conflict.column ? kDeletion : kNewRecord);
+    if (!conflict.stored)
+        words.stored = {};
+    return words;
+}
+
+KorString KorDSMConflictWords::sentence() const {
+    if (canChoose())
+        return KorString::format(
+            translated("%s, %s: another program stored \"%s\" meanwhile; \"%s\" was not written."),
+            {record, property, stored, mine});
+    return KorString::format(translated("%s, %s: \"%s\" was not written. %s"),
+                             {record, property, mine, reason});
+}

@@ -1,0 +1,116 @@
+#include "SampleSession.h"
+
+#include "session/KorDSMConflictWords.h"
+#include "support/OtherProgram.h"
+
+namespace {
+
+const SourceId kUser = SourceId::user();
+
+/// Both programs change the same things; the words of what comes of it.
+class ConflictWords : public SampleSession {
+protected:
+    ConflictWords() { databases.setCurrentSource(kUser); }
+
+    template <typename R>
+    void set(const char* name, const char* column, const CellValue& value) {
+        const TableSchema& table = *findTable(tableOf<R>);
+        EXPECT_EQ(databases.setCell(table.type, KorOdbcKey(row<R>(kUser, name)->key),
+                                    table.column(std::string_view(column))->number, value),
+                  1)
+            << name;
+    }
+    void others(const std::string& sql) { OtherProgram(file("user.dsdb")).run(sql); }
+    std::vector<KorDSMConflictWords> words() {
+        std::vector<KorDSMConflictWords> words;
+        for (const OutsideChange& change : databases.refreshChanged()) {
+            EXPECT_EQ(change.error, "");
+            for (const OutsideConflict& conflict : change.conflicts)
+                words.push_back(KorDSMConflictWords::of(change.source, conflict));
+        }
+        return words;
+    }
+    /// One line for each conflict.
+    std::multiset<std::string> lines() {
+        std::multiset<std::string> lines;
+        for (const KorDSMConflictWords& one : words())
+            lines.insert(KorString::format("%s | %s | %s | %s%s",
+                                           {one.record, one.property, one.mine, one.stored, one.reason})
+                             .toStdString());
+        return lines;
+    }
+};
+
+} // namespace
+
+TEST_F(ConflictWords, ValuesAreThoseOfThePages) {
+    set<StructDetViewRequest>("HB front", "scale", 1.0 / 75);
+    set<StructDetViewRequest>("HB front", "length_clip",
+                              std::int64_t{row<StructDetViewLengthClip>(kUser, "HB long beams")->key});
+    set<StructDetailStyle>("HB post 1:15", "title_position", std::int64_t{4});
+    set<StructDetViewLengthClip>("HB long beams", "interval", 1234.5);
+    set<StructDetViewLengthClip>("HB long beams", "extension", -1.0);
+    set<StructDetObjAnnotationStrategy>("HB hole", "contents", KorString("{L1}{b=1}A{br}{mark}"));
+    others("UPDATE view_request SET scale = 1.0 / 25, length_clip = (SELECT \"key\" FROM length_clip WHERE "
+           "name = 'HB railing panels') WHERE name = 'HB front';"
+           "UPDATE detail_style SET title_position = 6;"
+           "UPDATE length_clip SET interval = 20, extension = 4 WHERE name = 'HB long beams';"
+           "UPDATE annotation_strategy SET contents = '';");
+    EXPECT_EQ(
+        lines(),
+        (std::multiset<std::string>{
+            R"(View request "HB front" | Scale | 1:75 | 1:25)",
+            R"(View request "HB front" | Clipping strategy | HB long beams | HB railing panels)",
+            R"(Detail style "HB post 1:15" | Title position | Below detail | Upper left)",
+            R"(Clipping strategy "HB long beams" | Interval | 1234.5 mm | 20 mm)",
+            R"(Clipping strategy "HB long beams" | Extension | Use default | 4 mm)",
+            R"(Annotation strategy "HB hole", Annotation group "Hallberg: marks" | Contents | A {mark} | (empty))",
+        }));
+}
+
+TEST_F(ConflictWords, LengthsAreInTheUnitOfTheirDatabase) {
+    set<StructDetViewLengthClip>("HB long beams", "interval", 304.8);
+    others("UPDATE length_clip SET interval = 609.6; UPDATE numeric_default SET value = 1 WHERE name = "
+           "'C01_DistanceUnit'");
+    databases.setCurrentSource(SourceId::standard());
+    const auto said = words();
+    ASSERT_EQ(said.size(), 1U);
+    EXPECT_EQ(said[0].mine, "1'-0\"");
+    EXPECT_EQ(said[0].stored, "2'-0\"");
+}
+
+TEST_F(ConflictWords, ValuesThatLookAlikeAreToldApart) {
+    const std::string start(400, 'x');
+    set<StructDetailStyle>("HB post 1:15", "description", KorString(start + "mine\nand more"));
+    set<StructDetObjAnnotationStrategy>("HB mark", "contents", KorString("{L1}{b=1}{mark}"));
+    others("UPDATE detail_style SET description = '" + start +
+           "theirs'; UPDATE annotation_strategy SET contents = '{L1}{i=1}{mark}'");
+    const auto said = words();
+    ASSERT_EQ(said.size(), 2U);
+    const std::string tail(40, 'x');
+    EXPECT_EQ(said[0].mine, KorString("…" + tail + "mine and more"));
+    EXPECT_EQ(said[0].stored, KorString("…" + tail + "theirs"));
+    EXPECT_EQ(said[1].mine, "{L1}{b=1}{mark}");
+    EXPECT_EQ(said[1].stored, "{L1}{i=1}{mark}");
+}
+
+TEST_F(ConflictWords, RowsThatAreGoneAreNamedWithTheReason) {
+    set<StructDetViewRequest>("HB top", "scale", 1.0 / 75);
+    set<StructDetViewDimStrategyItem>("HB bays", "order", std::int64_t{7});
+    EXPECT_EQ(databases.remove(kTableLengthClip, row<StructDetViewLengthClip>(kUser, "HB long beams")->key),
+              1);
+    StructDetObjReprMapKey entry;
+    entry.name = "New";
+    entry.reprMapKey = row<StructDetObjReprMap>(kUser, "HB site")->key;
+    EXPECT_EQ(databases.append(kTableReprMapEntry, entry), 1);
+    others("DELETE FROM view_request WHERE name = 'HB top'; DELETE FROM repr_map WHERE name = 'HB site';"
+           "UPDATE dim_strategy_item SET \"order\" = 9; UPDATE length_clip SET along_y = 1");
+    EXPECT_EQ(
+        lines(),
+        (std::multiset<std::string>{
+            R"(View request "HB top" | Scale | 1:75 | The record was deleted.)",
+            R"(Representation map entry "New", Representation map "HB site" | Whole record | New record | Its owner was deleted.)",
+            R"(Dimension of the view "HB bays", View dimensioning "HB bays" | Order | 7 | 9)",
+            R"(Clipping strategy "HB long beams" | Along Y | Deletion | Yes)",
+        }));
+}

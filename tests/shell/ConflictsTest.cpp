@@ -1,0 +1,132 @@
+#include "shell/EditorFixture.h"
+
+#include "controls/KorMFCGridCtrl.h"
+#include "dialogs/KorDSMDialogConflicts.h"
+
+#include <QComboBox>
+#include <QRadioButton>
+#include <QTest>
+
+// What the user is asked when another program changed the same things.
+
+namespace {
+
+constexpr int kOk = 1;
+constexpr int kApply = 3;
+constexpr int kBelowDetail = 1035;
+constexpr int kUpperLeft = 1038;
+constexpr int kGrid = 2362;
+constexpr int kMine = 2;
+constexpr int kStored = 3;
+const char* const kPosition = "SELECT title_position FROM detail_style WHERE name='HB post 1:15'";
+const char* const kScale = "SELECT round(1 / scale) FROM view_request WHERE name='HB railing post'";
+
+class Conflicts : public EditorFixture {
+protected:
+    Conflicts() {
+        open();
+        select({"User", "Hallberg: posts and beams", "HB post 1:15"});
+        showTab(1);
+    }
+
+    /// One edit in each of two kinds of records, and what another program stores there.
+    void conflict() {
+        click(pageControl<QRadioButton>(kBelowDetail));
+        changeScale(1.0 / 75);
+        storeElsewhere("user.dsdb", "UPDATE detail_style SET title_position=6;"
+                                    "UPDATE view_request SET scale=1.0/25");
+    }
+    void changeScale(double scale) {
+        const KorOdbcKey view =
+            m_databases->source(SourceId::user())->table(kTableViewRequest).find("HB railing post")->key;
+        const KorDSNRequest request(SourceId::user().dsn, SourceId::user().index);
+        ASSERT_EQ(KorOdbcMan::setAttribute(kTableViewRequest, view, 10, scale, KorOdbcMan::kThisRow), 1);
+    }
+    void whenAsked(std::function<void(KorDSMDialogConflicts&, KorMFCGridCtrl&)> answer) {
+        whenShown<KorDSMDialogConflicts>([this, answer = std::move(answer)](KorDSMDialogConflicts& dialog) {
+            m_asked = true;
+            dialog.activateWindow();
+            answer(dialog, *KorControls::find<KorMFCGridCtrl>(&dialog, kGrid));
+            EXPECT_FALSE(dialog.isVisible());
+        });
+    }
+    /// A button pressed by its key lets go a moment later.
+    static void chooseAll(KorDSMDialogConflicts& dialog, Qt::Key key, int column) {
+        const auto* grid = KorControls::find<KorMFCGridCtrl>(&dialog, kGrid);
+        QTest::keyClick(&dialog, key, Qt::AltModifier);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return grid->isCellChecked(0, column); }));
+    }
+    static std::string line(const KorMFCGridCtrl& grid, int row) {
+        std::string text;
+        for (int column = 0; column < grid.columnCount(); ++column)
+            text += (column ? " | " : "") + grid.getCellText(row, column).toStdString();
+        return text;
+    }
+    /// What the files hold after the window was closed.
+    std::pair<std::string, std::string> storedNow() {
+        close();
+        m_databases.reset();
+        return {stored("user.dsdb", kPosition), stored("user.dsdb", kScale)};
+    }
+    using Stored = std::pair<std::string, std::string>;
+
+    bool m_asked = false;
+};
+
+} // namespace
+
+TEST_F(Conflicts, AreSettledValueByValueAtApply) {
+    conflict();
+    whenAsked([](KorDSMDialogConflicts&, KorMFCGridCtrl& grid) {
+        ASSERT_EQ(grid.rowCount(), 2);
+        EXPECT_EQ(line(grid, 0),
+                  R"(Detail style "HB post 1:15" | Title position | Below detail | Upper left)");
+        EXPECT_EQ(line(grid, 1), R"(View request "HB railing post" | Scale | 1:75 | 1:25)");
+        EXPECT_TRUE(grid.hasFocus() && grid.isCellChecked(0, kMine) && grid.isCellChecked(1, kMine));
+        QTest::keyClick(&grid, Qt::Key_Down);
+        QTest::keyClick(&grid, Qt::Key_Right);
+        QTest::keyClick(&grid, Qt::Key_Return);
+    });
+    click(button(kApply));
+    EXPECT_TRUE(m_asked && m_dialog->isVisible());
+    EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
+    EXPECT_EQ(StyleDatabases::current().pending().steps().size(), 1U);
+    ASSERT_TRUE(button(kApply)->isEnabled());
+    click(button(kApply));
+    EXPECT_EQ(storedNow(), (Stored{"4", "25.0"}));
+}
+
+TEST_F(Conflicts, EscapeKeepsAllOfMineWhateverWasChosen) {
+    conflict();
+    whenAsked([](KorDSMDialogConflicts& dialog, KorMFCGridCtrl& grid) {
+        chooseAll(dialog, Qt::Key_S, kStored);
+        EXPECT_TRUE(grid.isCellChecked(1, kStored));
+        QTest::keyClick(&grid, Qt::Key_Escape);
+    });
+    QEvent activation(QEvent::WindowActivate);
+    QApplication::sendEvent(m_dialog.get(), &activation);
+    QApplication::processEvents();
+    ASSERT_TRUE(m_asked);
+    EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
+    click(button(kApply));
+    EXPECT_EQ(storedNow(), (Stored{"4", "75.0"}));
+}
+
+TEST_F(Conflicts, OfAllOneAnswerIsOneKeyAndWhatIsGoneIsOnlyTold) {
+    conflict();
+    storeElsewhere("user.dsdb", "DELETE FROM view_request WHERE name='HB railing post'");
+    whenAsked([](KorDSMDialogConflicts& dialog, KorMFCGridCtrl& grid) {
+        ASSERT_EQ(grid.rowCount(), 2);
+        EXPECT_EQ(line(grid, 1), "View request \"HB railing post\" | Scale | 1:75 | "
+                                 "The record was deleted.");
+        chooseAll(dialog, Qt::Key_S, kStored);
+        EXPECT_FALSE(grid.isCellChecked(1, kMine) || grid.isCellChecked(1, kStored));
+        chooseAll(dialog, Qt::Key_M, kMine);
+        chooseAll(dialog, Qt::Key_S, kStored);
+        click(KorControls::find<QPushButton>(&dialog, kOk));
+    });
+    click(button(kApply));
+    EXPECT_TRUE(m_asked && pageControl<QRadioButton>(kUpperLeft)->isChecked());
+    EXPECT_FALSE(button(kApply)->isEnabled());
+    EXPECT_EQ(storedNow(), (Stored{"6", ""}));
+}
