@@ -6,6 +6,8 @@
 #include "data/KorOdbcMan.h"
 #include "data/check/OrphanedParts.h"
 
+#include <algorithm>
+
 namespace {
 
 int refuse(const KorString& sentence) {
@@ -13,18 +15,28 @@ int refuse(const KorString& sentence) {
     return kExitFailed;
 }
 
-// What is removed, one sentence each; to be asked for before it is removed.
-std::vector<KorString> sentencesOf(StyleSource& source, bool dryRun) {
-    const KorString pattern =
-        dryRun ? translated("Would remove the %s \"%s\" (key %s) of \"%s\", whose owner does not exist.")
-               : translated("Removed the %s \"%s\" (key %s) of \"%s\", whose owner does not exist.");
+KorString sentenceOf(const KorString& pattern, StyleSource& source, eTableType table,
+                     const StructRecord& part) {
+    return KorString::format(pattern, {findTable(table)->rowName(), part.name, KorString::number(part.key),
+                                       source.store().name()});
+}
+
+std::vector<KorString> wouldRemove(StyleSource& source) {
     std::vector<KorString> sentences;
-    for (const RowRef& part : orphanedParts(source)) {
-        const StyleTable& table = source.table(part.table);
+    for (const RowRef& part : orphanedParts(source))
+        sentences.push_back(sentenceOf(
+            translated("Would remove the %s \"%s\" (key %s) of \"%s\", whose owner does not exist."), source,
+            part.table, *source.table(part.table).find(KorOdbcKey(part.key))));
+    return sentences;
+}
+
+// What is pending is what was removed, with all that went along.
+std::vector<KorString> removed(StyleSource& source) {
+    std::vector<KorString> sentences;
+    for (const PendingStep* step : StyleDatabases::current().pending().steps())
         sentences.push_back(
-            KorString::format(pattern, {table.schema().rowName(), table.find(KorOdbcKey(part.key))->name,
-                                        KorString::number(part.key), source.store().name()}));
-    }
+            sentenceOf(translated("Removed the %s \"%s\" (key %s) of \"%s\", whose owner does not exist."),
+                       source, step->table, *step->record));
     return sentences;
 }
 
@@ -35,24 +47,21 @@ int compactCommand(DataFolder&, const CompactOptions& options) {
     if (chosen.ids.empty())
         return refuse(chosen.error);
     const SourceId id = chosen.ids.front();
-    StyleDatabases& databases = StyleDatabases::current();
-    StyleSource& source = *databases.source(id);
-    if (!options.dryRun && !databases.isEditable(id))
+    StyleSource& source = *StyleDatabases::current().source(id);
+    if (!options.dryRun && !StyleDatabases::current().isEditable(id))
         return refuse(
             KorString::format(translated("The source \"%s\" is read-only, so nothing was removed from it."),
                               {SourceChoice::nameOf(id)}));
     if (const std::string reason = whyNotCompactable(source); !reason.empty())
         return refuse(KorString(reason));
-    const std::vector<KorString> sentences = sentencesOf(source, options.dryRun);
-    if (!options.dryRun) {
-        databases.setCurrentSource(id);
-        if (KorOdbcCompactDetailsTables::startCompactProcess(id.dsn, 0,
-                                                             KorOdbcCompactDetailsTables::kUnusedParts) < 0 ||
-            !keepChanges())
-            return kExitFailed;
-    }
-    for (const KorString& sentence : sentences)
-        Console::say(sentence);
+    StyleDatabases::current().setCurrentSource(id);
+    if (!options.dryRun && KorOdbcCompactDetailsTables::startCompactProcess(
+                               id.dsn, 0, KorOdbcCompactDetailsTables::kUnusedParts) < 0)
+        return kExitFailed;
+    const std::vector<KorString> sentences = options.dryRun ? wouldRemove(source) : removed(source);
+    if (!options.dryRun && !keepChanges())
+        return kExitFailed;
+    std::ranges::for_each(sentences, options.dryRun ? &Console::say : &Console::sayStored);
     if (sentences.empty())
         Console::say(KorString::format(translated("%s: nothing to remove"), {source.store().name()}));
     return kExitDone;

@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstring>
 #include <iostream>
+#include <utility>
 
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -22,6 +23,8 @@ namespace {
 constexpr int kNoLimit = 1 << 30;
 // Longer cells are printed whole, but the lines of others are not filled up to them.
 constexpr qsizetype kWidestColumn = 100;
+
+std::vector<KorString> g_stored;
 
 int outputWidth() {
     winsize size{};
@@ -81,7 +84,17 @@ void say(const KorString& line) {
     std::cout << oneLine(line).toStdString() << '\n';
 }
 
+void sayStored(const KorString& line) {
+    say(line);
+    noteStored(line);
+}
+
+void noteStored(const KorString& sentence) {
+    g_stored.push_back(sentence);
+}
+
 bool finish() {
+    const std::vector<KorString> stored = std::exchange(g_stored, {});
     errno = 0;
     std::cout.flush();
     const int error = errno;
@@ -91,6 +104,9 @@ bool finish() {
     complain(KorString::format(translated("The output could not be written to its end (%s); free some space "
                                           "or send it elsewhere."),
                                {std::strerror(error ? error : EIO)}));
+    if (!stored.empty())
+        complain(translated("All the same this was done:"));
+    std::ranges::for_each(stored, &complain);
     return false;
 }
 

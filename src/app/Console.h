@@ -14,7 +14,12 @@ namespace Console {
 void complain(const KorString& sentence);
 /// A line on standard output.
 void say(const KorString& line);
-/// Sends out what is held back, and complains where standard output did not take all. Returns whether it did.
+/// The same of something that is stored now: `finish` repeats it where standard output does not take all.
+void sayStored(const KorString& line);
+/// What a document on standard output says is stored, in a sentence for `finish` alone.
+void noteStored(const KorString& sentence);
+/// Sends out what is held back. Where standard output did not take all, complains and repeats on standard
+/// error what was stored since the last call. Returns whether it did.
 bool finish();
 /// A document on standard output, indented.
 void print(const QJsonArray& document);

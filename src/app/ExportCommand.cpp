@@ -33,7 +33,7 @@ int exportCommand(DataFolder&, const ExportOptions& options) {
         KorODBCDetailStyleExports::GetErrorMessage(error, result);
         return failed(error);
     }
-    Console::say(KorString::format(translated("The detail style \"%s\" was exported into \"%s\"."),
-                                   {row.record()->name, options.file}));
+    Console::sayStored(KorString::format(translated("The detail style \"%s\" was exported into \"%s\"."),
+                                         {row.record()->name, options.file}));
     return kExitDone;
 }

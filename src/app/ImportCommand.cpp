@@ -9,6 +9,8 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace {
 
 QJsonArray toJson(const std::vector<KorString>& names) {
@@ -30,14 +32,17 @@ void printJson(const ImportReport& report) {
                                {"recordsAdded", report.rowsAppended}});
 }
 
-void printText(const ImportReport& report) {
+std::vector<KorString> sentencesOf(const ImportReport& report) {
+    std::vector<KorString> sentences;
     for (const KorString& name : report.imported)
-        Console::say(KorString::format(translated("Imported the detail style \"%s\"."), {name}));
+        sentences.push_back(KorString::format(translated("Imported the detail style \"%s\"."), {name}));
     for (const KorString& name : report.alreadyThere)
-        Console::say(KorString::format(translated("The detail style \"%s\" is there already."), {name}));
+        sentences.push_back(
+            KorString::format(translated("The detail style \"%s\" is there already."), {name}));
     for (const ImportReport::Renamed& row : report.renamed)
-        Console::say(KorString::format(translated("The %s \"%s\" came in as \"%s\"."),
-                                       {findTable(row.table)->rowName(), row.from, row.to}));
+        sentences.push_back(KorString::format(translated("The %s \"%s\" came in as \"%s\"."),
+                                              {findTable(row.table)->rowName(), row.from, row.to}));
+    return sentences;
 }
 
 } // namespace
@@ -55,7 +60,6 @@ int importCommand(DataFolder&, const ImportOptions& options) {
         return kExitFailed;
     if (options.json)
         printJson(report);
-    else
-        printText(report);
+    std::ranges::for_each(sentencesOf(report), options.json ? &Console::noteStored : &Console::sayStored);
     return report.problems.empty() ? kExitDone : kExitFailed;
 }

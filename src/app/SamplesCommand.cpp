@@ -9,7 +9,7 @@ int samplesCommand(DataFolder& folder, const SamplesOptions& options) {
     const std::string target = options.folder.empty() ? folder.path().string() : options.folder;
     const StoreResult result = buildSampleData(KorResources::folder().string(), target);
     if (result)
-        Console::say(KorString::format(translated("The sample databases are in \"%s\"."), {target}));
+        Console::sayStored(KorString::format(translated("The sample databases are in \"%s\"."), {target}));
     else
         Console::complain(result.error);
     return result ? kExitDone : kExitFailed;

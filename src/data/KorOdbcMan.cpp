@@ -6,6 +6,8 @@
 #include "data/check/OrphanedParts.h"
 #include "data/schema/TableDeclarations.h"
 
+#include <algorithm>
+
 namespace {
 
 std::array<std::shared_ptr<StructRecord>, kEndOfTables> makeCurrentRecords() {
@@ -148,9 +150,10 @@ int KorOdbcCompactDetailsTables::startCompactProcess(eDSN dsn, int, eCompactType
         return -1;
     const std::vector<RowRef> orphans = orphanedParts(*source);
     databases().pending().beginGroup(translated("Compacting"));
-    for (const RowRef& part : orphans)
-        databases().remove(part.table, KorOdbcKey(part.key));
+    const auto removed = std::ranges::count_if(orphans, [](const RowRef& part) {
+        return databases().remove(part.table, KorOdbcKey(part.key)) == StyleDatabases::kWritten;
+    });
     databases().pending().endGroup();
-    m_bCompactPerformed = m_bCompactPerformed || !orphans.empty();
-    return static_cast<int>(orphans.size());
+    m_bCompactPerformed = m_bCompactPerformed || removed > 0;
+    return static_cast<int>(removed);
 }

@@ -84,15 +84,36 @@ TEST_F(OutputTest, AtItsFirstStartTheWindowFitsItsScreenWithAFrame) {
     }
 }
 
-TEST_F(OutputTest, WhatCouldNotBeWrittenToItsEndIsAFailure) {
+TEST_F(OutputTest, WhatCouldNotBeWrittenToItsEndIsAFailureThatSaysWhatWasStored) {
+    const auto name = [&](const char* file) { return QString::fromStdString((folder() / file).string()); };
+    sql("user.dsdb", "UPDATE detail_style SET name = 'Roof' WHERE name = 'Heavy beam'");
+    sql("user.dsdb", "INSERT INTO repr_map_entry(\"key\", name, repr_map) VALUES (1, 'Lost', 9)");
+    EXPECT_EQ(run({"export", "Heavy beam", name("in.dsdb"), "--source", "standard"}).exitCode, 0);
+    EXPECT_EQ(run({"export", "Beam", name("json.dsdb"), "--source", "bridges"}).exitCode, 0);
+    sql("../json.dsdb", "UPDATE detail_style SET name = 'Arch'");
     inChild = [] { dup2(::open("/dev/full", O_WRONLY), STDOUT_FILENO); };
-    for (const QStringList& command :
-         {QStringList{"list"}, {"list", "--json"}, {"show", "detail-style", "Beam"}, {"--help"}}) {
+    const std::vector<std::pair<QStringList, QString>> commands = {
+        {{"list"}, {}},
+        {{"list", "--json"}, {}},
+        {{"show", "detail-style", "Beam"}, {}},
+        {{"compact", "--dry-run"}, {}},
+        {{"--help"}, {}},
+        {{"import", name("in.dsdb")}, "Imported the detail style \"Heavy beam\"."},
+        {{"import", name("json.dsdb"), "--json"}, "Imported the detail style \"Arch\"."},
+        {{"compact"}, "Removed the representation map entry \"Lost\" (key 1)"},
+        {{"export", "Beam", name("out.dsdb")}, "out.dsdb"},
+        {{"samples", name("samples")}, "samples"},
+    };
+    for (const auto& [command, stored] : commands) {
         const ProgramRun cut = run(command);
         EXPECT_EQ(cut.exitCode, 1) << command.join(' ').toStdString();
-        ASSERT_EQ(cut.complaints.size(), 1);
-        EXPECT_TRUE(cut.complaints.first().contains("could not be written to its end"));
+        ASSERT_FALSE(cut.complaints.isEmpty());
+        EXPECT_TRUE(cut.complaints[0].contains("could not be written to its end"));
+        EXPECT_EQ(cut.complaints.size() > 1, !stored.isEmpty()) << command.join(' ').toStdString();
+        EXPECT_TRUE(cut.complaints.mid(1).join(' ').contains(stored))
+            << cut.complaints.join('\n').toStdString();
     }
+    EXPECT_EQ(run({"set", "detail-style", "Beam", "description", "new"}).exitCode, 0) << "says nothing";
 }
 
 TEST_F(OutputTest, WithoutAHomeNothingIsWrittenIntoTheWorkingFolder) {
