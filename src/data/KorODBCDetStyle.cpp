@@ -2,20 +2,46 @@
 
 #include "data/KorOdbcMan.h"
 
+namespace {
+
+// Whether the view may be filed under all of these categories: a write result.
+int judgeFilings(StyleDatabases& databases, std::int32_t view, const KorArray<std::int32_t>& categories) {
+    StyleSource* source = databases.here();
+    if (!source)
+        return StyleDatabases::kFailed;
+    if (!databases.isEditable())
+        return StyleDatabases::kReadOnlySource;
+    if (!source->complete())
+        return StyleDatabases::kIncompleteSource;
+    const bool allThere = source->table(kTableViewRequest).find(KorOdbcKey(view)) &&
+                          std::ranges::all_of(categories, [source](std::int32_t category) {
+                              return source->table(kTableBaseCategory).find(KorOdbcKey(category));
+                          });
+    return allThere && source->whyFull(kTableViewRequestCategory, categories.length()).empty()
+               ? StyleDatabases::kWritten
+               : StyleDatabases::kFailed;
+}
+
+} // namespace
+
 int KorODBCDetStyle::setDetViewRequestCategories(const StructDetViewRequest& request,
                                                  const KorArray<std::int32_t>& categories) {
     KorArray<StructDetViewRequestCategory> present;
     getDetViewRequestCategories(KorOdbcKey(request.key), present);
+    KorArray<std::int32_t> missing;
+    for (const std::int32_t category : categories)
+        if (std::ranges::find(present, category, &StructDetViewRequestCategory::categoryKey) == present.end())
+            missing.append(category);
     StyleDatabases& databases = StyleDatabases::current();
+    if (const int verdict = judgeFilings(databases, request.key, missing);
+        verdict != StyleDatabases::kWritten)
+        return verdict;
     int result = StyleDatabases::kWritten;
     databases.pending().beginGroup(request.name);
     for (const StructDetViewRequestCategory& filing : present)
         if (categories.find(filing.categoryKey) < 0)
             result = std::min(result, databases.remove(kTableViewRequestCategory, KorOdbcKey(filing.key)));
-    for (const std::int32_t category : categories) {
-        const auto has = [&](const StructDetViewRequestCategory& filing) { return filing.categoryKey == category; };
-        if (std::ranges::any_of(present, has))
-            continue;
+    for (const std::int32_t category : missing) {
         StructDetViewRequestCategory filing;
         filing.name = request.name;
         filing.viewRequestKey = request.key;
@@ -26,10 +52,12 @@ int KorODBCDetStyle::setDetViewRequestCategories(const StructDetViewRequest& req
     return result;
 }
 
-bool KorRequestObject::getSelected(const StructDetBaseCategory& category, const StructDetViewRequest& request) {
+bool KorRequestObject::getSelected(const StructDetBaseCategory& category,
+                                   const StructDetViewRequest& request) {
     KorArray<StructDetViewRequestCategory> present;
     KorODBCDetStyle::getDetViewRequestCategories(KorOdbcKey(request.key), present);
-    return std::ranges::find(present, category.key, &StructDetViewRequestCategory::categoryKey) != present.end();
+    return std::ranges::find(present, category.key, &StructDetViewRequestCategory::categoryKey) !=
+           present.end();
 }
 
 int KorRequestObject::setSelected(bool selected, const StructDetBaseCategory& category,

@@ -97,17 +97,7 @@ int KorOdbcMan::deleteRecord(eTableType table, const KorOdbcKey& key, eCopyDepth
 }
 
 int KorOdbcMan::storeCurrentRecord(eTableType table, eCopyDepth) {
-    const TableSchema* schema = findTable(table);
-    if (!schema)
-        return StyleDatabases::kFailed;
-    const StructRecord& record = currentRecord(table);
-    databases().pending().beginGroup(record.name);
-    int result = StyleDatabases::kWritten;
-    for (const Column& column : schema->columns)
-        if (result == StyleDatabases::kWritten)
-            result = databases().setCell(table, KorOdbcKey(record.key), column.number, column.read(&record));
-    databases().pending().endGroup();
-    return result;
+    return findTable(table) ? databases().store(table, currentRecord(table)) : StyleDatabases::kFailed;
 }
 
 KorOdbcKey KorOdbcMan::getRecordKey(eTableType table) {

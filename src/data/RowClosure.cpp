@@ -1,6 +1,7 @@
 #include "data/RowClosure.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 namespace {
@@ -55,6 +56,16 @@ std::vector<Referrer> partsOf(StyleSource& source, RowRef row) {
     std::vector<Referrer> parts = source.referrersOf(row.table, KorOdbcKey(row.key));
     std::erase_if(parts, [](const Referrer& part) { return part.column->role != eReferenceRole::kPartOf; });
     return parts;
+}
+
+std::string whyNotCopied(StyleSource& source, RowRef row) {
+    std::map<eTableType, int> counts{{row.table, 1}};
+    for (const Referrer& part : partsOf(source, row))
+        ++counts[part.table->type];
+    for (const auto& [table, count] : counts)
+        if (std::string reason = source.whyFull(table, count); !reason.empty())
+            return reason;
+    return {};
 }
 
 std::vector<RowRef> targetsOf(StyleSource& source, RowRef row) {

@@ -11,6 +11,9 @@ bool belongsToOthers(const TableSchema& table);
 /// The parts of a row, in the order of their tables and keys.
 std::vector<Referrer> partsOf(StyleSource& source, RowRef row);
 
+/// Why no copy of the row can be appended with copies of its parts, in one sentence; empty when it can.
+std::string whyNotCopied(StyleSource& source, RowRef row);
+
 /// The existing rows that the cells of `row` refer to, whatever the role of the reference.
 std::vector<RowRef> targetsOf(StyleSource& source, RowRef row);
 

@@ -63,6 +63,17 @@ bool canBeJudged(StyleSource& source, const TableSchema& table, const Column& co
     return column.number != 1 || source.readingOf(table.type).ok();
 }
 
+// Whether a cell of the row `key` may be written: a write result. What `held` holds in it already is taken.
+int judge(StyleSource& source, const TableSchema& table, const Column& column, std::int32_t key,
+          const StructRecord* held, const CellValue& value) {
+    if (held && value == column.read(held))
+        return StyleDatabases::kWritten;
+    if (!canBeJudged(source, table, column))
+        return StyleDatabases::kIncompleteSource;
+    return faultOf(source, table, column, key, value) == eCellFault::kNone ? StyleDatabases::kWritten
+                                                                           : StyleDatabases::kFailed;
+}
+
 } // namespace
 
 int StyleDatabases::setCell(eTableType type, KorOdbcKey key, int number, const CellValue& value) {
@@ -82,15 +93,36 @@ int StyleDatabases::writeCell(eTableType type, KorOdbcKey key, int number, const
     if (!row)
         return kFailed;
     const CellValue before = column->read(row);
-    if (!asStored && value != before && !canBeJudged(*open, *schema, *column))
-        return kIncompleteSource;
-    const bool taken =
-        asStored || value == before || faultOf(*open, *schema, *column, key, value) == eCellFault::kNone;
-    if (!taken || !open->setCell(type, key, *column, value))
+    if (const int verdict = asStored ? kWritten : judge(*open, *schema, *column, key, row, value);
+        verdict != kWritten)
+        return verdict;
+    if (!open->setCell(type, key, *column, value))
         return kFailed;
     const CellValue after = column->read(open->table(type).find(key));
     if (after != before)
         m_pending.record({m_currentId, type, PendingStep::eAction::kCell, key, column, before, after, {}});
+    return kWritten;
+}
+
+int StyleDatabases::store(eTableType type, const StructRecord& record) {
+    StyleSource* open = here();
+    const TableSchema* schema = findTable(type);
+    if (!open || !schema)
+        return kFailed;
+    if (!isEditable())
+        return kReadOnlySource;
+    const KorOdbcKey key(record.key);
+    const StructRecord* row = open->table(type).find(key);
+    if (!row)
+        return kFailed;
+    for (const Column& column : schema->columns)
+        if (const int verdict = judge(*open, *schema, column, key, row, column.read(&record));
+            verdict != kWritten)
+            return verdict;
+    m_pending.beginGroup(record.name);
+    for (const Column& column : schema->columns)
+        writeCell(type, key, column.number, column.read(&record), true);
+    m_pending.endGroup();
     return kWritten;
 }
 
@@ -102,15 +134,11 @@ int StyleDatabases::append(eTableType type, StructRecord& record) {
     if (!isEditable())
         return kReadOnlySource;
     const StructRecord* original = open->table(type).find(KorOdbcKey(record.key));
-    for (const Column& column : schema->columns) {
-        const CellValue value = column.read(&record);
-        if (column.number != 1 && original && value == column.read(original))
-            continue; // a copy may hold what its original holds
-        if (!canBeJudged(*open, *schema, column))
-            return kIncompleteSource;
-        if (faultOf(*open, *schema, column, 0, value) != eCellFault::kNone)
-            return kFailed;
-    }
+    for (const Column& column : schema->columns)
+        if (const int verdict = judge(*open, *schema, column, 0, column.number == 1 ? nullptr : original,
+                                      column.read(&record));
+            verdict != kWritten)
+            return verdict;
     return appendStored(type, record);
 }
 
@@ -124,19 +152,20 @@ int StyleDatabases::appendStored(eTableType type, StructRecord& record) {
     const bool isCopy = open->table(type).find(original) != nullptr;
     if (!(isCopy ? open->complete() : open->readingOf(type)))
         return kIncompleteSource;
+    if (!(isCopy ? whyNotCopied(*open, {type, original}) : open->whyFull(type)).empty())
+        return kFailed;
     m_pending.beginGroup(record.name);
-    const int result = appendRow(*open, type, record);
-    if (result == kWritten && isCopy)
+    appendRow(*open, type, record);
+    if (isCopy)
         copyParts(*open, type, original, record.key);
     m_pending.endGroup();
-    return result;
+    return kWritten;
 }
 
-int StyleDatabases::appendRow(StyleSource& source, eTableType type, StructRecord& record) {
+// The table must have a key left.
+void StyleDatabases::appendRow(StyleSource& source, eTableType type, StructRecord& record) {
     StyleTable& table = source.table(type);
     record.key = table.unusedKey();
-    if (record.key <= 0)
-        return kFailed;
     source.insert(type, record);
     m_pending.record({source.id(),
                       type,
@@ -146,7 +175,6 @@ int StyleDatabases::appendRow(StyleSource& source, eTableType type, StructRecord
                       {},
                       {},
                       table.rows().copyOf(&record)});
-    return kWritten;
 }
 
 void StyleDatabases::copyParts(StyleSource& source, eTableType type, KorOdbcKey from, std::int32_t to) {

@@ -67,9 +67,12 @@ public:
     /// Writes a cell of the current source. What the column must not hold (see `faultOf`) is refused, unless
     /// it is what the cell holds already.
     int setCell(eTableType type, KorOdbcKey key, int column, const CellValue& value);
+    /// Writes all columns of the row that has the record's key, each as `setCell` does, or none.
+    int store(eTableType type, const StructRecord& record);
     /// Appends a copy of `record` with a new key, which is put into `record`. Where the record still carries
     /// the key of a row, the parts of that row are copied along, and cells that hold what that row holds are
-    /// taken as they are; other cells are refused as by `setCell`.
+    /// taken as they are; other cells are refused as by `setCell`. Where keys are missing for any of these
+    /// rows (see `whyNotCopied`) nothing is appended.
     int append(eTableType type, StructRecord& record);
     /// The same for a record that another database holds: what is stored is taken as it is.
     int appendStored(eTableType type, StructRecord& record);
@@ -126,7 +129,7 @@ public:
 
 private:
     int writeCell(eTableType type, KorOdbcKey key, int column, const CellValue& value, bool asStored);
-    int appendRow(StyleSource& source, eTableType type, StructRecord& record);
+    void appendRow(StyleSource& source, eTableType type, StructRecord& record);
     void copyParts(StyleSource& source, eTableType type, KorOdbcKey from, std::int32_t to);
     void removeParts(StyleSource& source, eTableType type, KorOdbcKey key);
     void apply(const PendingStep& step, bool forward);

@@ -123,16 +123,15 @@ StoreResult StyleSource::readAnew(const std::set<eTableType>& types) {
     return {};
 }
 
-std::string StyleSource::whyFull(eTableType type) {
+std::string StyleSource::whyFull(eTableType type, int count) {
     const StyleTable& rows = table(type);
-    if (rows.unusedKey() > 0)
+    const std::int32_t highest = rows.highestKey();
+    if (count <= std::numeric_limits<std::int32_t>::max() - highest)
         return {};
     return KorString::format(
-               translated(
-                   "The style database \"%s\" holds a %s with the highest possible key (%s), so none can "
-                   "be added; give that one a lower key with a database tool."),
-               {m_store->name(), rows.schema().rowName(),
-                KorString::number(std::numeric_limits<std::int32_t>::max())})
+               translated("The style database \"%s\" holds a %s with so high a key (%s) that no more can "
+                          "be added; give that one a lower key with a database tool."),
+               {m_store->name(), rows.schema().rowName(), KorString::number(highest)})
         .toStdString();
 }
 

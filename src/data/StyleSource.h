@@ -39,8 +39,8 @@ public:
     /// Tries the tables again that could not be read. Returns whether any of them could.
     bool readFailedAgain();
 
-    /// Why no row can be appended to the table, in one sentence; empty when one can.
-    std::string whyFull(eTableType type);
+    /// Why no row, or not so many, can be appended to the table, in one sentence; empty when they can.
+    std::string whyFull(eTableType type, int count = 1);
 
     /// Cells that refer to this row, whatever their role. Reads the tables that can refer to it.
     std::vector<Referrer> referrersOf(eTableType target, KorOdbcKey key);

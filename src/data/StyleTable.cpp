@@ -56,8 +56,12 @@ void StyleTable::remove(KorOdbcKey key) {
     m_rows->removeAt(index);
 }
 
-std::int32_t StyleTable::unusedKey() const {
+std::int32_t StyleTable::highestKey() const {
     const std::int32_t last = m_rows->size() > 0 ? m_rows->at(m_rows->size() - 1).key : 0;
-    const std::int32_t highest = std::max({m_highestKey, last, 0});
+    return std::max({m_highestKey, last, 0});
+}
+
+std::int32_t StyleTable::unusedKey() const {
+    const std::int32_t highest = highestKey();
     return highest < std::numeric_limits<std::int32_t>::max() ? highest + 1 : 0;
 }

@@ -31,6 +31,8 @@ public:
     /// A key that no row of this table has or has had while it was in memory; 0 when the highest possible
     /// key is in use.
     std::int32_t unusedKey() const;
+    /// The highest key that a row of this table has or has had; 0 when there is none.
+    std::int32_t highestKey() const;
 
 private:
     NameIndex& names() const;

@@ -3,6 +3,7 @@
 #include "base/KorAssert.h"
 #include "data/KorOdbcGUI.h"
 #include "data/KorOdbcMan.h"
+#include "data/RowClosure.h"
 #include "data/exchange/KorDetailTableDependencies.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/Prompts.h"
@@ -103,7 +104,8 @@ CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
     PendingGroup group(label(kCopying, item.record()->name));
     if (!appendCopy(*copy, *findItemKind(item.m_Type), name)) {
         group.takeBack();
-        outcome.refusal = whyFull(item.tableType());
+        outcome.refusal =
+            whyNotCopied(*StyleDatabases::current().here(), {item.tableType(), item.recordKey()});
         if (outcome.refusal.isEmpty() && item.m_Type == KorDSMDefines::kDetailStyle)
             outcome.refusal = whyFull(kTableDetailMaster);
         return outcome;

@@ -260,6 +260,11 @@ TEST_F(ExchangeTest, DependenciesOfARecordAreGatheredAndSaved) {
     set.name = "Beams too";
     EXPECT_EQ(dependencies.Save(set, KorOdbcKey()), 1);
     EXPECT_EQ(partsOf(*databases.source(kUser), {kTableQualifierSet, set.key}).size(), 1u);
+    const auto steps = databases.pending().steps().size();
+    set.name = "Half";
+    set.groupKey = 4711;
+    EXPECT_EQ(dependencies.Save(set, KorOdbcKey(set.key)), StyleDatabases::kFailed);
+    EXPECT_EQ(databases.pending().steps().size(), steps) << "no column of a record that is refused";
     StructDetailMaster master = *row<StructDetailMaster>(kUser, "Column");
     EXPECT_EQ(dependencies.Save(master, KorOdbcKey()), 1);
     EXPECT_EQ(master.number, 3) << "2 is the number of the original";

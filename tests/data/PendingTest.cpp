@@ -1,6 +1,7 @@
 #include "StoreTestSupport.h"
 #include "StyleFixture.h"
 
+#include "data/KorODBCDetStyle.h"
 #include "data/KorOdbcGUI.h"
 
 #include <limits>
@@ -240,6 +241,33 @@ TEST_F(PendingTest, WritesThatCannotBeAreRefused) {
     StructDetObjQualifier qualifier;
     EXPECT_EQ(databases.append(kTableQualifier, qualifier), StyleDatabases::kFailed)
         << "no key is left above it";
+}
+
+TEST_F(PendingTest, AWholeOrARecordIsWrittenWithAllThatBelongsToItOrNotAtAll) {
+    for (const char* last : {"2147483647", "2147483646"}) { // of the two entries of a map
+        databases.closeSource(kUser);
+        others("UPDATE repr_map_entry SET \"key\" = " + std::string(last) + " WHERE name = 'Rest'");
+        open();
+        StructDetObjReprMap copy = *row<StructDetObjReprMap>(kUser, "Steel");
+        copy.name = "Copy";
+        EXPECT_EQ(databases.append(kTableReprMap, copy), StyleDatabases::kFailed) << last;
+        EXPECT_EQ(databases.appendStored(kTableReprMap, copy), StyleDatabases::kFailed) << last;
+        EXPECT_EQ(count<StructDetObjReprMap>(kUser), 1);
+    }
+    const KorDSNRequest request(kUser.dsn, kUser.index);
+    StructDetailStyle& style = KorOdbcMan::m_structDetailStyle = *row<StructDetailStyle>(kUser, m_style);
+    style.name = "Changed";
+    style.titlePosition = 99; // of 0 to 7
+    EXPECT_EQ(KorOdbcMan::storeCurrentRecord(kTableDetailStyle, KorOdbcMan::kThisRow),
+              StyleDatabases::kFailed);
+    const auto& front = *row<StructDetViewRequest>(kUser, "Column front");
+    EXPECT_EQ(KorODBCDetStyle::setDetViewRequestCategories(front, KorArray<std::int32_t>{4711}),
+              StyleDatabases::kFailed)
+        << "it stays where it is filed";
+    EXPECT_TRUE(databases.pending().isEmpty());
+    style.titlePosition = 5;
+    EXPECT_EQ(KorOdbcMan::storeCurrentRecord(kTableDetailStyle, KorOdbcMan::kThisRow), 1);
+    EXPECT_EQ(row<StructDetailStyle>(kUser, "Changed")->titlePosition, 5);
 }
 
 TEST_F(PendingTest, AColumnTakesOnlyWhatIsNotCalledDamageLater) {

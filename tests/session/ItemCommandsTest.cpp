@@ -158,6 +158,14 @@ TEST_F(ItemCommands, NothingIsMadeInATableWhoseKeysAreUsedUp) {
     EXPECT_EQ(KorDSMNewItem::whyNotMade(KorDSMDefines::kDetailStyle), copied.refusal);
     EXPECT_TRUE(databases.pending().isEmpty());
     EXPECT_FALSE(row<StructDetailStyle>(SourceId::user(), "New"));
+
+    StructDetObjQualifierWithRole part;
+    part.key = last.key - 1;
+    databases.source(kUser)->insert(kTableQualifierWithRole, part);
+    const CopyOutcome set = copyItem(item<StructDetObjQualifierSet>(kUser, "HB fitted parts"), "Copy");
+    EXPECT_FALSE(set.done) << "of its two parts one would be missing";
+    EXPECT_NE(set.refusal.toStdString().find("2147483646"), std::string::npos) << set.refusal.c_str();
+    EXPECT_TRUE(databases.pending().isEmpty());
 }
 
 TEST_F(ItemCommands, WhatCannotBeJudgedWhileATableIsLockedIsRefusedWithTheReason) {

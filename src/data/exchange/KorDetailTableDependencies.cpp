@@ -30,13 +30,7 @@ int KorDetailTableDependencies::storeRow(eTableType table, StructRecord& record,
     if (!source->table(table).find(key))
         return databases.append(table, record);
     record.key = key;
-    databases.pending().beginGroup(record.name);
-    int result = StyleDatabases::kWritten;
-    for (const Column& column : findTable(table)->columns)
-        if (result == StyleDatabases::kWritten)
-            result = databases.setCell(table, key, column.number, column.read(&record));
-    databases.pending().endGroup();
-    return result;
+    return databases.store(table, record);
 }
 
 int KorDetailTableDependencies::Save(StructDetailMaster& record, const KorOdbcKey& key) {
