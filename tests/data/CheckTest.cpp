@@ -80,7 +80,9 @@ TEST_F(CheckTest, CompactingTakesOutPartsWithoutAnOwnerInTheSourceThatIsNamed) {
     addStyle(kStandard, "Beam", 1);
     ASSERT_TRUE(commit());
     databases.closeSource(kUser);
-    OtherProgram(file("user.dsdb")).run("UPDATE repr_map_entry SET repr_map = 0 WHERE name = 'Rest'");
+    OtherProgram(file("user.dsdb"))
+        .run("UPDATE repr_map_entry SET repr_map = 0 WHERE name = 'Rest';"
+             "UPDATE detail_style SET title_position = 9"); // odd, but read
     ASSERT_EQ(databases.openFile(addIn, file("user.dsdb"), false).error, "");
     KorOdbcCompactDetailsTables::m_bCompactPerformed = false;
     EXPECT_EQ(compacted(KorDSNDefinitions::kUser), -1);

@@ -22,8 +22,9 @@ std::vector<RowRef> orphanedParts(StyleSource& source) {
 
 std::string whyNotCompactable(StyleSource& source) {
     std::string reason = source.complete().error;
-    if (reason.empty() && !source.problems().empty())
-        reason = source.problems().front().sentence;
+    const auto lost = std::ranges::find(source.problems(), false, &ReadProblem::kept);
+    if (reason.empty() && lost != source.problems().end())
+        reason = lost->sentence;
     return reason.empty()
                ? reason
                : KorString::format(
