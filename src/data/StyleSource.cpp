@@ -80,11 +80,14 @@ StoreResult StyleSource::complete() {
                 return {m_failures.at(schema.type)};
         m_isComplete = !m_isOutdated;
     }
-    return m_isComplete ? StoreResult{}
-                        : StoreResult::failure(KorString::format(
-                              translated("The style database \"%s\" was changed by another program while it "
-                                         "was being read, so nothing was done; try again."),
-                              {m_store->name()}));
+    if (m_isComplete)
+        return {};
+    if (const Reading reading(*m_store); !reading.result)
+        return reading.result;
+    return StoreResult::failure(
+        KorString::format(translated("The style database \"%s\" was changed by another program while it "
+                                     "was being read, so nothing was done; try again."),
+                          {m_store->name()}));
 }
 
 void StyleSource::setOutdated() {

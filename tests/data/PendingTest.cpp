@@ -175,9 +175,14 @@ TEST_F(PendingTest, AFileThatIsGoneLeavesEverythingAsItWas) {
     std::filesystem::rename(file("user.dsdb"), file("away"));
     auto changes = databases.refreshChanged();
     ASSERT_EQ(changes.size(), 1u);
-    EXPECT_TRUE(mentions(changes[0].error, "user.dsdb"));
+    const std::string gone = changes[0].error;
+    EXPECT_TRUE(mentions(gone, "user.dsdb"));
     EXPECT_EQ(description(), "mine");
     EXPECT_FALSE(commit());
+    EXPECT_EQ(report(kUser)->error, gone);
+    EXPECT_EQ(databases.source(kUser)->readingOf(kTableScale).error, gone);
+    EXPECT_EQ(databases.source(kUser)->complete().error, gone);
+    EXPECT_EQ(databases.source(kUser)->store().integrityFindings(), std::vector{gone});
     EXPECT_EQ(description(), "mine");
     std::filesystem::rename(file("away"), file("user.dsdb"));
     changes = databases.refreshChanged();

@@ -38,6 +38,8 @@ void UnreadableCells::forget(const TableSchema& table) {
 
 StoreResult SqliteDatabase::failure(int code) const {
     sqlite3* db = connection.get();
+    if (!db && !whyClosed)
+        return whyClosed;
     const char* detail = db && sqlite3_errcode(db) != SQLITE_OK ? sqlite3_errmsg(db) : sqlite3_errstr(code);
     return faultResult(faultOfCode(code, db ? sqlite3_system_errno(db) : 0), file, detail);
 }

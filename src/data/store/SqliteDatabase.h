@@ -36,8 +36,9 @@ public:
     std::string file; ///< as sentences name it
     SqliteConnection connection;
     UnreadableCells unreadable;
+    StoreResult whyClosed; ///< the failure that left no connection
 
-    /// The failure that a result code means.
+    /// The failure that a result code means; without a connection, why there is none.
     StoreResult failure(int code) const;
     /// The layout of `table`, valid until `forgetLayouts`.
     StoreResult layoutOf(const TableSchema& table, const TableLayout*& layout);

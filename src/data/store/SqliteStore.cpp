@@ -74,6 +74,7 @@ StoreResult SqliteStore::openChecked(eCheck check) {
 }
 
 StoreResult SqliteStore::openFile() {
+    m_database.whyClosed = {};
     if (StoreResult odd = refuseOddNeighbours(m_path, name()); !odd)
         return odd;
     if (const int code = m_database.connection.open(m_path, m_readOnly); code != SQLITE_OK)
@@ -239,9 +240,13 @@ bool SqliteStore::changedOutside() {
 
 StoreResult SqliteStore::reopen() {
     close();
-    if (const auto fault = faultOfReading(m_path))
-        return faultResult(*fault, name());
-    return openChecked(eCheck::kQuick);
+    const auto fault = faultOfReading(m_path);
+    const StoreResult result = fault ? faultResult(*fault, name()) : openChecked(eCheck::kQuick);
+    if (!result) {
+        close();
+        m_database.whyClosed = result;
+    }
+    return result;
 }
 
 void SqliteStore::acknowledge() {

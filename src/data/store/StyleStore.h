@@ -69,9 +69,10 @@ public:
     virtual StoreResult readTable(const TableSchema& table, RowArray& rows,
                                   std::vector<ReadProblem>& problems) = 0;
 
-    /// Until `endRead` all tables are read in one state of the database, whatever other programs write. `state`
-    /// becomes a number that differs from an earlier one when another program changed the database between.
-    /// After a failure nothing is open. Inside of a transaction of `begin` it reads in that transaction.
+    /// Until `endRead` all tables are read in one state of the database, whatever other programs write.
+    /// `state` becomes a number that differs from an earlier one when another program changed the database
+    /// between. After a failure nothing is open. Inside of a transaction of `begin` it reads in that
+    /// transaction.
     virtual StoreResult beginRead(std::int64_t& state) = 0;
     /// Harmless when nothing is open.
     virtual void endRead() = 0;
@@ -96,7 +97,7 @@ public:
     /// While another program is just writing it says what it knew before.
     virtual bool changedOutside() = 0;
     /// Opens the database anew under its name and takes its state as known. The caller then reads everything
-    /// again. On failure the store is of no more use.
+    /// again. On failure everything else fails for the same reason until it succeeds.
     virtual StoreResult reopen() = 0;
     /// Takes the present state as known without reading it; what differs will be a conflict when written.
     virtual void acknowledge() = 0;
