@@ -326,6 +326,23 @@ TEST_F(StoreBadInput, AThousandBadCellsMakeAFewSentences) {
     EXPECT_TRUE(mentions(problems.back().sentence, std::to_string(1000 - (problems.size() - 1)) + " more"));
 }
 
+TEST_F(StoreBadInput, RangesAreToldInFiguresThatPeopleRead) {
+    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 0);
+    OtherProgram(path).run("INSERT INTO length_clip(\"key\", name, interval) VALUES (1, 'Far', 1e21), "
+                           "(2, 'Near', 0.00001); INSERT INTO detail_style(\"key\", name, "
+                           "title_position) VALUES (1, 'Odd', 9)");
+    const auto store = open(path);
+    std::vector<ReadProblem> problems;
+    rowsOf<StructDetViewLengthClip>(*store, &problems);
+    ASSERT_EQ(problems.size(), 2u);
+    for (const char* phrase : {"holds 1000000000000000000000 in", "at most 100000000;"})
+        EXPECT_TRUE(mentions(problems[0].sentence, phrase)) << problems[0].sentence;
+    for (const char* phrase : {"holds 0.00001 in", "at least 1;"})
+        EXPECT_TRUE(mentions(problems[1].sentence, phrase)) << problems[1].sentence;
+    rowsOf<StructDetailStyle>(*store, &problems);
+    EXPECT_TRUE(mentions(problems.at(0).sentence, "from 0 to 7;")) << problems.at(0).sentence;
+}
+
 TEST_F(StoreBadInput, TriggersInAFileDoNothing) {
     const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
     OtherProgram(path).run(

@@ -15,9 +15,13 @@ namespace {
 constexpr int kSentencesPerTable = 20;
 constexpr std::size_t kLongestText = 60;
 
+// In full, unless that would be a row of zeros.
 std::string realText(double value) {
     std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    char* const last = digits.data() + digits.size();
+    auto end = std::to_chars(digits.data(), last, value, std::chars_format::fixed);
+    if (end.ec != std::errc())
+        end = std::to_chars(digits.data(), last, value);
     return {digits.data(), end.ptr};
 }
 
@@ -38,12 +42,17 @@ KorString expectation(const Column& column) {
     return column.isReal() ? translated("a number") : translated("a whole number of 32 bits");
 }
 
-KorString rangeText(const Column& column) {
+// What the column takes, where `value` is none of it.
+KorString rangeText(const Column& column, const CellValue& value) {
     const std::string lowest = realText(column.minimum);
     const std::string highest = realText(column.maximum);
-    if (column.minimum == -std::numeric_limits<double>::infinity())
+    const auto* real = std::get_if<double>(&value);
+    // The largest length is no part of what people think of as the range.
+    const bool isLength = real && column.kind == eColumnKind::kLength;
+    const bool isTooLong = isLength && *real > column.maximum;
+    if (isTooLong || column.minimum == -std::numeric_limits<double>::infinity())
         return KorString::format(translated("at most %s"), {highest});
-    if (column.maximum == std::numeric_limits<double>::infinity())
+    if (isLength || column.maximum == std::numeric_limits<double>::infinity())
         return KorString::format(translated("at least %s"), {lowest});
     return KorString::format(translated("from %s to %s"), {lowest, highest});
 }
@@ -104,7 +113,8 @@ void ReadReport::addCell(const StructRecord& record, const Column& column, sqlit
         add(translated(
                 "The style database \"%s\" holds %s in the column \"%s\" of the %s \"%s\" (key %s), which "
                 "takes %s; enter a value to replace it."),
-            {m_file, displayText(stored), name, m_table.rowName(), record.name, key, rangeText(column)},
+            {m_file, displayText(stored), name, m_table.rowName(), record.name, key,
+             rangeText(column, column.read(&record))},
             true);
     else
         add(translated(
