@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -26,6 +27,17 @@ TEST_F(UnitsTest, AFootIsExactAndThousandsMarksAreNoDecimalMarks) {
         EXPECT_FALSE(m_metric.parse(other, KorUnitsManager::kLength)) << other;
         EXPECT_FALSE(m_metric.parse(other, KorUnitsManager::kPlain)) << other;
         EXPECT_EQ(m_metric.parse(own, KorUnitsManager::kLength), 1.0);
+        // None of these can be thousands.
+        for (const auto& [text, value] :
+             {std::pair("0.125", 0.125), {".125", 0.125}, {"012.345", 12.345}, {"1234.567", 1234.567}})
+            for (const char typedMark : {'.', ','}) {
+                std::string typed = text;
+                std::ranges::replace(typed, '.', typedMark);
+                EXPECT_EQ(m_metric.parse(typed, KorUnitsManager::kLength), value) << typed;
+            }
+        for (const char* thousands : {"999", "12", "1"})
+            EXPECT_FALSE(m_metric.parse(thousands + std::string(mark == '.' ? ",125" : ".125"),
+                                        KorUnitsManager::kPlain));
     }
 }
 

@@ -46,10 +46,12 @@ void skipBlanks(std::string_view& text) {
         text.remove_prefix(1);
 }
 
-// A mark that is not the decimal mark in use and stands before three digits separates thousands.
+// A mark that is not the decimal mark in use may separate thousands: three digits come after it, and one to
+// three before it, which don't begin with 0.
 bool separatesThousands(std::string_view digits) {
     const auto mark = digits.find_first_of(".,");
-    return mark != std::string_view::npos && digits[mark] != g_decimalMark && digits.size() - mark == 4;
+    return mark != std::string_view::npos && digits[mark] != g_decimalMark && digits.size() - mark == 4 &&
+           mark >= 1 && mark <= 3 && digits.front() != '0';
 }
 
 // Takes a number off the front: digits with either decimal mark, no exponent, no thousands marks.
