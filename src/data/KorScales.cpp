@@ -1,5 +1,6 @@
 #include "data/KorScales.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -18,9 +19,13 @@ double toNumber(std::string_view text, bool& ok) {
 }
 
 KorString shortNumber(double value) {
-    char buffer[32];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 10).ptr;
-    return KorString(std::string_view(buffer, static_cast<std::size_t>(end - buffer)));
+    std::array<char, 400> buffer{};
+    const auto print = [&buffer](double number, auto... how) {
+        return std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, how...).ptr;
+    };
+    bool ok = false;
+    const double rounded = toNumber({buffer.data(), print(value, std::chars_format::general, 10)}, ok);
+    return KorString(std::string_view(buffer.data(), print(rounded, std::chars_format::fixed)));
 }
 
 KorArray<StructScale> scalesOf(ScaleUnitType unitType) {
@@ -42,21 +47,21 @@ double kor_odbc_getSpecificScale(const KorString& name) {
     StructScale scale;
     if (StyleReads::read(name, scale) == 1)
         return scale.factor;
-    const KorString withPoints = name.replaced(",", ".");
-    const std::string_view text = withPoints.view();
-    const auto mark = text.find_first_of(":/");
+    const std::string_view text = name.view();
+    const auto mark = text.find(':');
     if (mark == std::string_view::npos)
         return 0.0;
     bool paperOk = false;
     bool modelOk = false;
-    const double paper = toNumber(KorString(text.substr(0, mark)).trimmed().view(), paperOk);
-    const double model = toNumber(KorString(text.substr(mark + 1)).trimmed().view(), modelOk);
+    const double paper = toNumber(text.substr(0, mark), paperOk);
+    const double model = toNumber(text.substr(mark + 1), modelOk);
     const double factor = paperOk && modelOk && paper > 0.0 && model > 0.0 ? paper / model : 0.0;
     return std::isfinite(factor) ? factor : 0.0;
 }
 
 int kor_odbc_getScaleDescription(double factor, KorString& text, ScaleUnitType unitType, bool withFactor) {
-    const KorString suffix = withFactor ? KorString(" (") + shortNumber(factor) + KorString(")") : KorString();
+    const KorString suffix =
+        withFactor ? KorString(" (") + shortNumber(factor) + KorString(")") : KorString();
     for (const StructScale& scale : scalesOf(unitType)) {
         if (sameFactor(scale.factor, factor)) {
             text = scale.name + suffix;
@@ -82,7 +87,8 @@ int KorOdbcGrouping::getScaleList(ScaleUnitType unitType, KorArray<KorString>& g
     groups.clear();
     scales.clear();
     KorArray<StructScaleGroup> rows;
-    StyleReads::select(rows, [unitType](const StructScaleGroup& group) { return group.unitType == unitType; });
+    StyleReads::select(rows,
+                       [unitType](const StructScaleGroup& group) { return group.unitType == unitType; });
     const KorArray<StructScale> all = scalesOf(unitType);
     for (const StructScaleGroup& group : rows) {
         groups.append(group.name);
@@ -97,7 +103,8 @@ int KorOdbcGrouping::getScaleList(ScaleUnitType unitType, KorArray<KorString>& g
 
 int KorODBCDefaultUtilities::getCreationDefault(int family, const KorString& key, KorString& value) {
     KorArray<StructCreationDefault> found;
-    StyleReads::select(found, [&](const StructCreationDefault& row) { return row.family == family && row.name == key; });
+    StyleReads::select(
+        found, [&](const StructCreationDefault& row) { return row.family == family && row.name == key; });
     if (found.isEmpty())
         return 0;
     value = found[0].value;

@@ -10,8 +10,9 @@ enum ScaleUnitType : int { kScalesMetric = 1, kScalesImperial = 2 };
 /// Names of the scales of a unit type, in the order of the table. Returns how many there are.
 int kor_odbc_getScaleList(ScaleUnitType unitType, KorArray<KorString>& names);
 
-/// Turns a scale's name, or a typed ratio such as "1:25" or "1/2,5", into its factor (paper length over model
-/// length); 0 when the text is neither.
+/// The factor of a scale (paper length over model length) from its name, or from a ratio as
+/// `kor_odbc_getScaleDescription` writes it, with points as decimal marks ("1:2.5"); 0 when the text is
+/// neither.
 double kor_odbc_getSpecificScale(const KorString& name);
 
 /// The name of the scale of this factor, or, where no scale of the unit type has it, its ratio as text.
@@ -24,8 +25,8 @@ int kor_odbc_getDefault(const KorString& name, double& value);
 
 class KorOdbcGrouping {
 public:
-    /// The headings under which the scales of a unit type are listed, with their scales' names. Returns 1 when
-    /// there is at least one.
+    /// The headings under which the scales of a unit type are listed, with their scales' names. Returns 1
+    /// when there is at least one.
     static int getScaleList(ScaleUnitType unitType, KorArray<KorString>& groups,
                             KorArray<KorArray<KorString>>& scales);
 };

@@ -154,10 +154,25 @@ Parsed parseNumber(const TableSchema& table, const Column& column, const KorStri
     return {CellValue(*number), {}};
 }
 
+// The factor of "1:25" or "1/2.5", each side a number as people type it.
+std::optional<double> ratio(const KorString& text) {
+    const std::string_view view = text.view();
+    const auto mark = view.find_first_of(":/");
+    if (mark == std::string_view::npos)
+        return std::nullopt;
+    const KorUnitsManager& units = getUnitsOfCurrentDatabase();
+    const auto paper = units.parse(KorString(view.substr(0, mark)), KorUnitsManager::kPlain);
+    const auto model = units.parse(KorString(view.substr(mark + 1)), KorUnitsManager::kPlain);
+    const double factor = paper && model && *paper > 0.0 && *model > 0.0 ? *paper / *model : 0.0;
+    return std::isfinite(factor) && factor > 0.0 ? std::optional(factor) : std::nullopt;
+}
+
 // By name or ratio as the list shows them, or as the plain factor. Above 1 that could be meant either way.
 Parsed parseScale(const TableSchema& table, const Column& column, const KorString& text) {
-    if (const double named = kor_odbc_getSpecificScale(text); named > 0.0)
-        return {CellValue(named), {}};
+    if (StructScale scale; StyleReads::read(text, scale) == 1 && scale.factor > 0.0)
+        return {CellValue(scale.factor), {}};
+    if (const auto factor = ratio(text))
+        return {CellValue(*factor), {}};
     const auto factor = getUnitsOfCurrentDatabase().parse(text, KorUnitsManager::kPlain);
     if (factor && *factor > 1.0)
         return failure(kNoRatio, {columnCaption(table, column), text, text});

@@ -128,7 +128,8 @@ TEST_F(CommandTest, ScalesAreSetAndShownAsPeopleWriteThem) {
         EXPECT_EQ(shown()["text"], "1:15");
         EXPECT_EQ(shown()["value"], 1.0 / 15.0);
     }
-    for (const QString text : {"0", "-0.1", "1:0", "1:-5", "inf", "nan", "1e999", "1e308:1e-308", "12'", ""})
+    for (const QString text :
+         {"0", "-0.1", "1:0", "1:1,000", "1,000:1", "1:-5", "inf", "nan", "1e999", "1e308:1e-308", "12'", ""})
         EXPECT_EQ(set(text), 1) << text.toStdString();
     const ProgramRun bare = run({"set", "view-request", "Front", "scale", "17", "--shared"});
     EXPECT_EQ(bare.exitCode, 1) << "1:17 may be meant";
