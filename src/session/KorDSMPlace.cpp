@@ -22,8 +22,10 @@ bool isFiled(const KorDSMDatabaseItem& item) {
     return isGroupType(item.m_Type) || (item.m_pParent && isGroupType(item.m_pParent->m_Type));
 }
 
-bool rowExists(StyleSource& source, RowRef row) {
-    return row.table == kNoTable || source.table(row.table).find(KorOdbcKey(row.key));
+// What has not been read is believed to be there.
+bool mayExist(StyleSource& source, RowRef row) {
+    const TableSchema* table = findTable(row.table);
+    return !table || !source.isRead(*table) || source.table(row.table).find(KorOdbcKey(row.key));
 }
 
 } // namespace
@@ -72,14 +74,14 @@ bool KorDSMPlace::exists(KorDSMDataStructure& structure) const {
     StyleSource* source = StyleDatabases::current().source(m_source);
     if (!source || !KorDSMItemPath::findAddIn(*structure.getSection(m_section), m_source))
         return false;
-    if (!rowExists(*source, m_filed))
+    if (!mayExist(*source, m_filed))
         return false;
     // What has not been made yet is believed to be there while its row is.
     const KorDSMDatabaseItem* item = KorDSMWhereUsed::findLoaded(structure, m_source, m_filed);
     for (const Step& step : m_steps) {
         const bool isMade = item && (item->m_bExpanded || item->m_Type == kDetailStyle);
         item = item ? follow(*item, step) : nullptr;
-        if (!item && (isMade || !rowExists(*source, step.row)))
+        if (!item && (isMade || !mayExist(*source, step.row)))
             return false;
     }
     return true;

@@ -86,4 +86,11 @@ TEST_F(SelectionHistory, FindsPlacesInWhatWasLoadedAnew) {
         EXPECT_EQ(places[i].section(), KorDSMDefines::kViewDetailStyles);
     }
     EXPECT_EQ(names[1], "HB front");
+
+    StyleSource& source = *databases.source(SourceId::user());
+    source.dropTables();
+    for (const KorDSMPlace& place : places)
+        EXPECT_TRUE(place.exists(structure));
+    for (const TableSchema& table : allTables())
+        EXPECT_FALSE(source.isRead(table)) << table.name << " was read for it";
 }
