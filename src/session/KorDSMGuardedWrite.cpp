@@ -52,54 +52,60 @@ bool KorDSMGuardedWrite::needsConfirmation(eTableType table, const KorOdbcKey& k
            KorOdbcGUI::isShared(table, key);
 }
 
-int KorDSMGuardedWrite::ask(eTableType table, const KorOdbcKey& key) {
-    return g_askers.empty() ? kDecline : AskFunction(g_askers.back().second)(table, key);
+int KorDSMGuardedWrite::ask(RowRef shared) {
+    return g_askers.empty() ? kDecline
+                            : AskFunction(g_askers.back().second)(shared.table, KorOdbcKey(shared.key));
 }
 
-int KorDSMGuardedWrite::write(eTableType table, const KorOdbcKey& key, const std::function<int()>& writeNow) {
-    if (KorOdbcGUI::canBeShared(table) && !canJudge())
+int KorDSMGuardedWrite::write(bool mayBeShared, const FindShared& findShared,
+                              const std::function<int()>& writeNow) {
+    if (mayBeShared && !canJudge())
         return 0;
-    return writeAnswered(needsConfirmation(table, key) ? ask(table, key) : kWrite, writeNow);
-}
-
-int KorDSMGuardedWrite::writeAnswered(int answer, const std::function<int()>& writeNow) {
-    if (answer != kWrite)
+    const std::optional<RowRef> shared = findShared();
+    if (const int answer = shared ? ask(*shared) : kWrite; answer != kWrite)
         return answer;
     const int odbcResult = writeNow();
     if (!KorAssert::check(odbcResult > 0, "odbcResult > 0") || odbcResult != StyleDatabases::kWritten)
         return 0;
     KorDSMMainWindow::sendMessage(DsmDataChanged());
-    return answer;
+    return kWrite;
+}
+
+int KorDSMGuardedWrite::writeRow(eTableType table, const KorOdbcKey& key,
+                                 const std::function<int()>& writeNow) {
+    const auto shared = [&] {
+        return needsConfirmation(table, key) ? std::optional(RowRef{table, key}) : std::nullopt;
+    };
+    return write(KorOdbcGUI::canBeShared(table), shared, writeNow);
 }
 
 int KorDSMGuardedWrite::setAttributeString(eTableType table, const KorOdbcKey& key, int field,
                                            const KorString& text, int flags) {
-    return write(table, key, [&] { return KorOdbcMan::setAttribute(table, key, field, text, flags); });
+    return writeRow(table, key, [&] { return KorOdbcMan::setAttribute(table, key, field, text, flags); });
 }
 
 int KorDSMGuardedWrite::setAttributeInt(eTableType table, const KorOdbcKey& key, int field, long value) {
-    return write(table, key,
-                 [&] { return KorOdbcMan::setAttribute(table, key, field, value, KorOdbcMan::kThisRow); });
+    return writeRow(table, key,
+                    [&] { return KorOdbcMan::setAttribute(table, key, field, value, KorOdbcMan::kThisRow); });
 }
 
 int KorDSMGuardedWrite::setAttributeDouble(eTableType table, const KorOdbcKey& key, int field, double value) {
-    return write(table, key,
-                 [&] { return KorOdbcMan::setAttribute(table, key, field, value, KorOdbcMan::kThisRow); });
+    return writeRow(table, key,
+                    [&] { return KorOdbcMan::setAttribute(table, key, field, value, KorOdbcMan::kThisRow); });
 }
 
 int KorDSMGuardedWrite::setAttributeValue(eTableType table, const KorOdbcKey& key, int field,
                                           const CellValue& value) {
-    if (canChangeOthers(table) && !canJudge())
-        return 0;
     StyleDatabases& databases = StyleDatabases::current();
-    int answer = kWrite;
-    if (KorDSMDialogFactory::getDSMDataStructure().getShowWarning())
-        if (const auto whole = sharedWhole(databases, {table, key}))
-            answer = ask(whole->table, KorOdbcKey(whole->key));
-    return writeAnswered(answer, [&] { return databases.setCell(table, key, field, value); });
+    const auto shared = [&] {
+        return KorDSMDialogFactory::getDSMDataStructure().getShowWarning()
+                   ? sharedWhole(databases, {table, key})
+                   : std::nullopt;
+    };
+    return write(canChangeOthers(table), shared, [&] { return databases.setCell(table, key, field, value); });
 }
 
 int KorDSMGuardedWrite::storeCurrentRecord(eTableType table) {
-    return write(table, KorOdbcMan::getRecordKey(table),
-                 [table] { return KorOdbcMan::storeCurrentRecord(table, KorOdbcMan::kThisRow); });
+    return writeRow(table, KorOdbcMan::getRecordKey(table),
+                    [table] { return KorOdbcMan::storeCurrentRecord(table, KorOdbcMan::kThisRow); });
 }

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "data/KorOdbcMan.h"
+#include "data/RowRef.h"
 
 #include <functional>
+#include <optional>
 
 /// The guarded write, through which every edit of one column goes: where the row is shared and the user
 /// wants to be warned, it asks first; it writes; it announces the change to the main dialog. Pages, commands,
@@ -37,9 +39,13 @@ public:
     static bool needsConfirmation(eTableType table, const KorOdbcKey& key);
 
 private:
+    /// The record about which to ask, or nothing.
+    using FindShared = std::function<std::optional<RowRef>()>;
+
     /// The answer for a row that several others use.
-    static int ask(eTableType table, const KorOdbcKey& key);
-    /// Asks first where the row itself is shared.
-    static int write(eTableType table, const KorOdbcKey& key, const std::function<int()>& writeNow);
-    static int writeAnswered(int answer, const std::function<int()>& writeNow);
+    static int ask(RowRef shared);
+    /// Where the row may be shared it must be possible to judge that.
+    static int write(bool mayBeShared, const FindShared& findShared, const std::function<int()>& writeNow);
+    /// Asks where the row itself is shared.
+    static int writeRow(eTableType table, const KorOdbcKey& key, const std::function<int()>& writeNow);
 };
