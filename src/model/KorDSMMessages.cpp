@@ -3,25 +3,34 @@
 #include "model/KorDSMBusy.h"
 #include "services/KorHostPost.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace KorDSMMainWindow {
 
 namespace {
-std::vector<KorMessageTarget*> g_targets;
-}
+
+// A target that comes later can have the address of one that is gone.
+struct Added {
+    int number = 0;
+    KorMessageTarget* target = nullptr;
+};
+std::vector<Added> g_targets;
+
+} // namespace
 
 KorMessageTarget* get() {
-    return g_targets.empty() ? nullptr : g_targets.back();
+    return g_targets.empty() ? nullptr : g_targets.back().target;
 }
 
 void add(KorMessageTarget* target) {
+    static int number = 0;
     remove(target);
-    g_targets.push_back(target);
+    g_targets.push_back({++number, target});
 }
 
 void remove(const KorMessageTarget* target) {
-    std::erase(g_targets, target);
+    std::erase_if(g_targets, [target](const Added& added) { return added.target == target; });
 }
 
 void sendMessage(const KorMessage& message) {
@@ -30,9 +39,12 @@ void sendMessage(const KorMessage& message) {
 }
 
 void post(std::shared_ptr<const KorMessage> message) {
-    const auto deliver = [message, target = get()] {
-        if (target && target == get())
-            target->onMessage(*message);
+    if (g_targets.empty())
+        return;
+    const auto deliver = [message, number = g_targets.back().number] {
+        const auto it = std::ranges::find(g_targets, number, &Added::number);
+        if (it != g_targets.end())
+            it->target->onMessage(*message);
     };
     KorHostPost::post([deliver] { KorDSMBusy::whenFree(deliver); });
 }

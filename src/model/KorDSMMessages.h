@@ -118,7 +118,8 @@ void sendMessage(const KorMessage& message);
 
 void post(std::shared_ptr<const KorMessage> message);
 
-/// Delivers with the event loop, when nothing is busy, if the window is still there then.
+/// Delivers with the event loop, when nothing is busy, to the target of this moment, if that is still there
+/// then.
 template <typename Message>
 void postMessage(Message message) {
     post(std::make_shared<const Message>(std::move(message)));

@@ -1,4 +1,5 @@
 #include "model/KorDSMBusy.h"
+#include "model/KorDSMMessages.h"
 #include "services/KorHostPost.h"
 
 #include <gtest/gtest.h>
@@ -35,5 +36,28 @@ TEST(Busy, WhatIsAskedForMeanwhileIsDoneOnceTheLastHolderHasEnded) {
     posted[1]();
     EXPECT_EQ(done, "012");
     EXPECT_FALSE(KorDSMBusy::isBusy());
+    KorHostPost::setPost({});
+}
+
+TEST(Busy, APostedMessageReachesTheWindowThatPostedItWhileThatIsThere) {
+    struct Window : KorMessageTarget {
+        Window() { KorDSMMainWindow::add(this); }
+        ~Window() override { KorDSMMainWindow::remove(this); }
+        void onMessage(const KorMessage&) override { ++heard; }
+        int heard = 0;
+    };
+    std::vector<std::function<void()>> posted;
+    KorHostPost::setPost([&](std::function<void()> call) { posted.push_back(std::move(call)); });
+    Window first;
+    KorDSMMainWindow::postMessage(DsmSelectionChanged());
+    std::optional<Window> second;
+    second.emplace();
+    KorDSMMainWindow::postMessage(DsmSelectionChanged());
+    posted[0]();
+    EXPECT_EQ(first.heard, 1) << "another editor was opened meanwhile";
+    EXPECT_EQ(second->heard, 0);
+    second.emplace(); // in the place of the one that posted
+    posted[1]();
+    EXPECT_EQ(second->heard + first.heard, 1) << "none of these is meant";
     KorHostPost::setPost({});
 }
