@@ -15,7 +15,8 @@ public:
     using Tell = std::function<void(const KorString&)>;
 
     /// `databases` own the log, which is to own the writer. Where the file cannot be written, `tell` hears
-    /// one sentence, and later changes are not written down until nothing stands.
+    /// one sentence, and later changes are not written down until those that could not be written are taken
+    /// back, or, where the file would not be true any more and is removed, until nothing stands.
     RecoveryWriter(std::filesystem::path folder, StyleDatabases& databases, Tell tell);
     /// What still stands stays in the file.
     ~RecoveryWriter() override;
