@@ -2,6 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "base/Translation.h"
+#include "data/store/LockWait.h"
 
 #include <algorithm>
 #include <limits>
@@ -99,6 +100,7 @@ bool StyleSource::readFailedAgain() {
     if (m_failures.empty())
         return false;
     const std::size_t before = m_failures.size();
+    const LockWait::Brief brief;
     const Reading reading(*m_store);
     for (const TableSchema& schema : allTables())
         if (m_failures.contains(schema.type) && !read(schema, reading))

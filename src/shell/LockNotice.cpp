@@ -25,6 +25,18 @@ constexpr int kWidestName = 320; // pixels: a long path must not widen the windo
 std::vector<LockNotice*> g_notices;
 LockWait::Ask g_askedBefore;
 
+// Whatever the user does next is worth waiting for again.
+class CommandListener : public QObject {
+public:
+    explicit CommandListener(QObject* parent) : QObject(parent) { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (beginsCommand(*event))
+            LockWait::nextCommand();
+        return QObject::eventFilter(watched, event);
+    }
+};
+
 } // namespace
 
 LockNotice::LockNotice(QBoxLayout* line) : QObject(line->parentWidget()) {
@@ -44,6 +56,7 @@ LockNotice::LockNotice(QBoxLayout* line) : QObject(line->parentWidget()) {
     line->insertWidget(0, m_bar);
     m_end.setSingleShot(true);
     connect(&m_end, &QTimer::timeout, m_bar, &QWidget::hide);
+    new CommandListener(this);
     if (g_notices.empty())
         g_askedBefore = LockWait::setAsk(&LockNotice::ask);
     g_notices.push_back(this);

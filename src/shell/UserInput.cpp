@@ -22,6 +22,11 @@ bool swallowsInput(QEvent& event) {
     }
 }
 
+bool beginsCommand(const QEvent& event) {
+    return event.type() == QEvent::MouseButtonPress ||
+           (event.type() == QEvent::KeyPress && !static_cast<const QKeyEvent&>(event).isAutoRepeat());
+}
+
 bool isEscape(const QEvent& event) {
     const bool isKey = event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride;
     return isKey && static_cast<const QKeyEvent&>(event).key() == Qt::Key_Escape;

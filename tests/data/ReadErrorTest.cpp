@@ -190,6 +190,30 @@ TEST_F(ReadErrorTest, WhatCouldNotBeReadIsToldRefusedAndReadAgain) {
     EXPECT_EQ(databases.remove(kTableDetailStyle, KorOdbcKey(style)), StyleDatabases::kWritten);
 }
 
+TEST_F(ReadErrorTest, OfOneCommandOnlyTheFirstWaitForALockTakesTime) {
+    ASSERT_EQ(openUser(), "");
+    StyleSource& source = *databases.source(kUser);
+    OtherProgram other(file("user.dsdb"));
+    other.run("BEGIN EXCLUSIVE");
+    int asked = 0;
+    const auto before = LockWait::setAsk([&](const std::string&, std::chrono::milliseconds) {
+        ++asked;
+        return false;
+    });
+    for (const eTableType table : {kTableReprMap, kTableScale, kTableDetailStyle})
+        EXPECT_TRUE(mentions(source.readingOf(table).error, "locked by another program"));
+    EXPECT_FALSE(source.complete() || source.complete());
+    EXPECT_EQ(asked, 1);
+    LockWait::nextCommand();
+    EXPECT_TRUE(databases.refreshChanged().empty());
+    EXPECT_EQ(asked, 1) << "a look is repeated soon";
+    EXPECT_FALSE(source.complete());
+    EXPECT_EQ(asked, 2);
+    other.run("COMMIT");
+    EXPECT_TRUE(source.complete()) << "what was given up is tried all the same";
+    LockWait::setAsk(before);
+}
+
 TEST_F(ReadErrorTest, TablesOfTwoStatesAreNotTakenForOne) {
     ASSERT_EQ(openUser(), "");
     const std::int32_t style = row<StructDetailStyle>(kUser, "Column")->key;

@@ -111,12 +111,16 @@ TEST_F(LockedDatabase, IsAskedAboutByTheWindowWhileItLives) {
     applyWhileLocked([this](int) { press(Qt::Key_Escape); });
     EXPECT_EQ(m_calls, 1);
     EXPECT_EQ(asked, 0);
+    const auto tryToBegin = [] {
+        LockWait::nextCommand();
+        EXPECT_FALSE(StyleDatabases::current().source(SourceId::user())->store().begin());
+    };
     m_dialog->hide();
-    EXPECT_FALSE(StyleDatabases::current().source(SourceId::user())->store().begin());
+    tryToBegin();
     m_dialog->show();
     EXPECT_EQ(asked, 1) << "there is no status line to be seen";
     close();
-    EXPECT_FALSE(StyleDatabases::current().source(SourceId::user())->store().begin());
+    tryToBegin();
     EXPECT_EQ(asked, 2);
     LockWait::setAsk(before);
 }

@@ -9,6 +9,8 @@ namespace {
 LockWait::Ask g_ask;
 std::chrono::milliseconds g_limit = LockWait::kLimit;
 bool g_waiting = false;
+int g_command = 1;
+int g_briefs = 0;
 
 } // namespace
 
@@ -24,22 +26,45 @@ bool LockWait::isWaiting() {
     return g_waiting;
 }
 
+void LockWait::nextCommand() {
+    ++g_command;
+}
+
+LockWait::Brief::Brief() {
+    ++g_briefs;
+}
+
+LockWait::Brief::~Brief() {
+    --g_briefs;
+}
+
+bool LockWait::goesOn(std::chrono::milliseconds waited) const {
+    if (waited >= g_limit)
+        return false;
+    if (waited < kWordless || !g_ask)
+        return true;
+    g_waiting = true;
+    const bool answer = g_ask(m_file, waited);
+    g_waiting = false;
+    return answer;
+}
+
 bool LockWait::again(int attempt) {
     constexpr std::chrono::milliseconds kMoment{10};
     if (g_waiting) // what is asked meanwhile must not use the databases, far less wait for one
         return false;
-    const auto now = std::chrono::steady_clock::now();
+    const auto now = Clock::now();
+    if (m_givenUpIn == g_command && now - m_givenUp < g_limit)
+        return false;
     if (attempt == 0)
         m_start = now;
     const auto waited = std::chrono::duration_cast<std::chrono::milliseconds>(now - m_start);
-    if (waited >= (m_brief ? std::min(kWordless, g_limit) : g_limit))
+    if (g_briefs > 0 && waited >= std::min(kWordless, g_limit))
         return false;
-    if (waited >= kWordless && g_ask) {
-        g_waiting = true;
-        const bool goesOn = g_ask(m_file, waited);
-        g_waiting = false;
-        if (!goesOn)
-            return false;
+    if (!goesOn(waited)) {
+        m_givenUpIn = g_command;
+        m_givenUp = Clock::now();
+        return false;
     }
     std::this_thread::sleep_for(kMoment);
     return true;

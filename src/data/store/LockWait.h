@@ -5,7 +5,8 @@
 #include <string>
 
 /// Waiting for a database that another program has locked: a short while without a word, then with one,
-/// until the lock is gone, the user gives up or the time is over.
+/// until the lock is gone, the user gives up or the time is over. Whoever gave up once does not wait again
+/// for the same database in the same command.
 class LockWait {
 public:
     /// Called again and again while `file` is waited for; returns whether to go on waiting. It may run an
@@ -24,13 +25,29 @@ public:
     /// Whether a database is being waited for, so that nothing else may use the databases.
     static bool isWaiting();
 
+    /// The user began something new, for which a database is worth waiting for again. Without anybody who
+    /// says so it is after the longest wait.
+    static void nextCommand();
+
+    /// While one lives, waiting ends before a word would be due: for looks that are repeated soon.
+    class Brief {
+    public:
+        Brief();
+        ~Brief();
+        Brief(const Brief&) = delete;
+        Brief& operator=(const Brief&) = delete;
+    };
+
     /// Waits a moment; `attempt` counts from 0 for each lock. Returns whether to try again.
     bool again(int attempt);
-    /// Where waiting is not worth while: gives up before a word would be due.
-    void setBrief(bool brief) { m_brief = brief; }
 
 private:
+    using Clock = std::chrono::steady_clock;
+
+    bool goesOn(std::chrono::milliseconds waited) const;
+
     std::string m_file;
-    std::chrono::steady_clock::time_point m_start;
-    bool m_brief = false;
+    Clock::time_point m_start;
+    Clock::time_point m_givenUp;
+    int m_givenUpIn = 0; ///< the command, counted from 1
 };

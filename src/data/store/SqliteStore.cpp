@@ -34,7 +34,8 @@ bool isInWriteAheadMode(sqlite3* db) {
 } // namespace
 
 SqliteStore::SqliteStore(std::string path, std::string displayName)
-    : m_path(std::move(path)), m_wait(displayName), m_database(std::move(displayName)), m_writer(m_database) {}
+    : m_path(std::move(path)), m_wait(displayName), m_database(std::move(displayName)), m_writer(m_database) {
+}
 
 SqliteStore::~SqliteStore() {
     close();
@@ -90,7 +91,9 @@ StoreResult SqliteStore::openFile() {
 // The file may come from anybody: nothing that is stored in it may act, and its structure is not trusted.
 StoreResult SqliteStore::configure() {
     sqlite3* db = m_database.connection.get();
-    const auto again = [](void* wait, int attempt) { return int(static_cast<LockWait*>(wait)->again(attempt)); };
+    const auto again = [](void* wait, int attempt) {
+        return int(static_cast<LockWait*>(wait)->again(attempt));
+    };
     sqlite3_busy_handler(db, again, &m_wait);
     sqlite3_db_config(db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     for (const int option : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_TRIGGER,
@@ -232,9 +235,8 @@ void SqliteStore::rollback() {
 
 bool SqliteStore::changedOutside() {
     std::int64_t version = m_dataVersion;
-    m_wait.setBrief(true); // it is looked at again soon
+    const LockWait::Brief brief;
     m_database.connection.queryInteger("PRAGMA data_version", version);
-    m_wait.setBrief(false);
     return version != m_dataVersion || isReplaced();
 }
 
