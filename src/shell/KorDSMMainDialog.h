@@ -249,9 +249,9 @@ private:
     QWidgetList m_tabOrder;
 
     KorTreeHandle m_currentEntry = nullptr;
-    KorTreeHandle m_listedEntry = nullptr;          // whose children the list at the right shows
-    std::vector<QAction*> m_commandActions;         // one per item command, in the strip's order
-    std::map<SourceId, std::size_t> m_seenProblems; // how many of a source's problems have been shown
+    KorTreeHandle m_listedEntry = nullptr;                    // whose children the list at the right shows
+    std::vector<QAction*> m_commandActions;                   // one per item command, in the strip's order
+    std::map<SourceId, std::set<std::string>> m_toldProblems; // what stood when it was last looked at
     bool m_recording = true;
     bool m_handleSelection = true;
     bool m_followingItems = false;

@@ -63,12 +63,12 @@ void KorDSMMainDialog::followOutsideChanges(const std::vector<OutsideChange>& ch
 // What could not be read as declared since the last look; values outside their range are shown as they are.
 void KorDSMMainDialog::collectReadProblems() {
     for (const SourceId id : StyleDatabases::current().sources()) {
-        const std::vector<ReadProblem>& problems = StyleDatabases::current().source(id)->problems();
-        std::size_t& seen = m_seenProblems[id];
-        for (; seen < problems.size(); ++seen)
-            if (!problems[seen].kept)
-                KorHostReport::add(KorString(problems[seen].sentence));
-        seen = problems.size();
+        std::set<std::string> standing;
+        for (const ReadProblem& problem : StyleDatabases::current().source(id)->problems())
+            if (!problem.kept && standing.insert(problem.sentence).second &&
+                !m_toldProblems[id].contains(problem.sentence))
+                KorHostReport::add(KorString(problem.sentence));
+        m_toldProblems[id] = std::move(standing); // what went and comes again is told again
     }
 }
 

@@ -49,3 +49,22 @@ TEST_F(EditorFixture, AMakersImportGoesIntoTheSourceThatIsSelected) {
     EXPECT_NE(m_databases->source(standard)->table(kTableDetailStyle).find("HB post 1:15"), nullptr);
     EXPECT_EQ(m_databases->source(user)->table(kTableDetailStyle).find("HB post 1:15 1"), nullptr);
 }
+
+TEST_F(EditorFixture, WhatCannotBeReadIsToldWheneverItIsSomethingElse) {
+    open();
+    const auto toldAfter = [this](const std::string& value) {
+        storeElsewhere("user.dsdb", "UPDATE detail_style SET title_position = '" + value + "'" +
+                                        " WHERE \"key\" = (SELECT min(\"key\") FROM detail_style)");
+        std::string told;
+        whenShown<QMessageBox>([&told](QMessageBox& box) {
+            told = box.informativeText().toStdString();
+            box.close();
+        });
+        QEvent activation(QEvent::WindowActivate);
+        QApplication::sendEvent(m_dialog.get(), &activation);
+        QApplication::processEvents();
+        return told;
+    };
+    EXPECT_NE(toldAfter("far").find("\"far\" instead of"), std::string::npos);
+    EXPECT_NE(toldAfter("near").find("\"near\" instead of"), std::string::npos);
+}
