@@ -10,8 +10,7 @@ eCellFault faultOfName(StyleSource& source, const TableSchema& table, std::int32
         return eCellFault::kNone;
     if (name.trimmed().isEmpty())
         return eCellFault::kNoName;
-    const StructRecord* present = source.table(table.type).find(name);
-    return present && present->key != key ? eCellFault::kNameTaken : eCellFault::kNone;
+    return source.table(table.type).hasOther(name, key) ? eCellFault::kNameTaken : eCellFault::kNone;
 }
 
 eCellFault faultOfReference(StyleSource& source, const Column& column, std::int32_t target) {

@@ -34,6 +34,11 @@ std::int32_t NameIndex::lowestKey(const KorString& name) const {
     return entry == m_lowest.end() ? 0 : entry->second;
 }
 
+bool NameIndex::hasOther(const KorString& name, std::int32_t key) const {
+    const std::int32_t lowest = lowestKey(name);
+    return lowest != 0 && (lowest != key || m_others.contains(name));
+}
+
 KorString NameIndex::numberedFreeName(const KorString& base) {
     int& number = m_untried.try_emplace(base, 1).first->second;
     while (lowestKey(numberedName(base, number)))

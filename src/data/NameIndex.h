@@ -16,6 +16,8 @@ public:
 
     /// The lowest key of the rows of this name, or 0.
     std::int32_t lowestKey(const KorString& name) const;
+    /// Whether a row with another key has the name.
+    bool hasOther(const KorString& name, std::int32_t key) const;
     /// `base` with the first number behind it that makes a name no row has.
     KorString numberedFreeName(const KorString& base);
 

@@ -3,9 +3,16 @@
 #include "data/pending/PendingReplay.h"
 #include "data/store/LockWait.h"
 
+#include <algorithm>
 #include <utility>
 
 // The part of StyleDatabases that follows what other programs do to the files.
+
+bool StyleDatabases::isChangedOutside() const {
+    return !LockWait::isWaiting() && std::ranges::any_of(m_sources, [](const auto& each) {
+        return each.second->isOutdated() || each.second->store().changedOutside();
+    });
+}
 
 std::vector<OutsideChange> StyleDatabases::refreshChanged() {
     std::vector<OutsideChange> changes;
@@ -74,14 +81,19 @@ StoreResult StyleDatabases::readWhole(SourceId id) {
 }
 
 int StyleDatabases::keepMine(SourceId id, const OutsideConflict& conflict) {
-    const SourceId before = std::exchange(m_currentId, id);
+    StyleSource* open = source(id);
     const eTableType table = conflict.table->type;
     const KorOdbcKey key(conflict.key);
+    if (!open || !conflict.reason.isEmpty() || !open->table(table).find(key))
+        return kFailed;
     int result = kFailed;
-    if (conflict.kind == OutsideConflict::eKind::kCell)
-        result = writeCell(table, key, conflict.column->number, *conflict.mine, true);
-    else if (conflict.kind == OutsideConflict::eKind::kDelete)
-        result = remove(table, key);
+    const SourceId before = std::exchange(m_currentId, id);
+    if (conflict.kind == OutsideConflict::eKind::kCell) {
+        result = setCell(table, key, conflict.column->number, *conflict.mine);
+    } else if (conflict.kind == OutsideConflict::eKind::kDelete) {
+        removeRow(*open, table, key);
+        result = kWritten;
+    }
     m_currentId = before;
     return result;
 }

@@ -6,7 +6,7 @@
 #include <optional>
 
 /// A pending change that could not be kept because another program changed the same thing in the file. The
-/// source shows what is stored now.
+/// source shows what is stored now, or of a new row what is left of it.
 struct OutsideConflict {
     enum class eKind : std::uint8_t {
         kCell,   ///< a cell that both changed
@@ -17,12 +17,14 @@ struct OutsideConflict {
     eKind kind = eKind::kCell;
     const TableSchema* table = nullptr;
     std::int32_t key = 0;
-    const Column* column = nullptr; ///< that differs; null for a new row
+    const Column* column = nullptr; ///< that differs; null for a new row, and for one whose parts differ
     /// The row as it is stored now; one that is gone as it was known last, or null; a new one itself.
     std::shared_ptr<const StructRecord> record;
     KorString wholeName;             ///< of a new row: that of its whole that is gone, as far as known
     std::optional<CellValue> stored; ///< what the cell holds now; none when the row is gone
     std::optional<CellValue> mine;   ///< what this program wrote into the cell; none for a whole row
+    KorString targetName;            ///< of the row that `mine` refers to, as it was known last
+    KorString reason; ///< one sentence why this program's change does not hold any more; else empty
 };
 
 /// What reading one source again brought.

@@ -77,11 +77,6 @@ int judge(StyleSource& source, const TableSchema& table, const Column& column, s
 } // namespace
 
 int StyleDatabases::setCell(eTableType type, KorOdbcKey key, int number, const CellValue& value) {
-    return writeCell(type, key, number, value, false);
-}
-
-int StyleDatabases::writeCell(eTableType type, KorOdbcKey key, int number, const CellValue& value,
-                              bool asStored) {
     StyleSource* open = here();
     const TableSchema* schema = findTable(type);
     const Column* column = schema ? schema->column(number) : nullptr;
@@ -92,15 +87,18 @@ int StyleDatabases::writeCell(eTableType type, KorOdbcKey key, int number, const
     const StructRecord* row = open->table(type).find(key);
     if (!row)
         return kFailed;
-    const CellValue before = column->read(row);
-    if (const int verdict = asStored ? kWritten : judge(*open, *schema, *column, key, row, value);
-        verdict != kWritten)
-        return verdict;
-    if (!open->setCell(type, key, *column, value))
+    const int verdict = judge(*open, *schema, *column, key, row, value);
+    return verdict == kWritten ? writeCell(*open, type, key, *column, value) : verdict;
+}
+
+int StyleDatabases::writeCell(StyleSource& source, eTableType type, KorOdbcKey key, const Column& column,
+                              const CellValue& value) {
+    const CellValue before = column.read(source.table(type).find(key));
+    if (!source.setCell(type, key, column, value))
         return kFailed;
-    const CellValue after = column->read(open->table(type).find(key));
+    const CellValue after = column.read(source.table(type).find(key));
     if (after != before)
-        m_pending.record({m_currentId, type, PendingStep::eAction::kCell, key, column, before, after, {}});
+        m_pending.record({source.id(), type, PendingStep::eAction::kCell, key, &column, before, after, {}});
     return kWritten;
 }
 
@@ -121,7 +119,7 @@ int StyleDatabases::store(eTableType type, const StructRecord& record) {
             return verdict;
     m_pending.beginGroup(record.name);
     for (const Column& column : schema->columns)
-        writeCell(type, key, column.number, column.read(&record), true);
+        writeCell(*open, type, key, column, column.read(&record));
     m_pending.endGroup();
     return kWritten;
 }
@@ -186,9 +184,12 @@ void StyleDatabases::copyParts(StyleSource& source, eTableType type, KorOdbcKey 
     }
 }
 
-void StyleDatabases::removeParts(StyleSource& source, eTableType type, KorOdbcKey key) {
+void StyleDatabases::removeRow(StyleSource& source, eTableType type, KorOdbcKey key) {
     for (const Referrer& part : partsOf(source, {type, key}))
-        remove(part.table->type, KorOdbcKey(part.key));
+        removeRow(source, part.table->type, KorOdbcKey(part.key));
+    const auto copy = source.table(type).rows().copyOf(source.table(type).find(key));
+    source.remove(type, key);
+    m_pending.record({source.id(), type, PendingStep::eAction::kDelete, key, nullptr, {}, {}, copy});
 }
 
 int StyleDatabases::remove(eTableType type, KorOdbcKey key) {
@@ -202,11 +203,8 @@ int StyleDatabases::remove(eTableType type, KorOdbcKey key) {
         return kFailed;
     if (!open->complete())
         return kIncompleteSource;
-    const auto copy = open->table(type).rows().copyOf(row);
-    m_pending.beginGroup(copy->name);
-    removeParts(*open, type, key);
-    open->remove(type, key);
-    m_pending.record({m_currentId, type, PendingStep::eAction::kDelete, key, nullptr, {}, {}, copy});
+    m_pending.beginGroup(row->name);
+    removeRow(*open, type, key);
     m_pending.endGroup();
     return kWritten;
 }

@@ -111,10 +111,13 @@ public:
     /// what is stored now. Returns an entry for each such source; nothing is returned when nothing was
     /// changed.
     std::vector<OutsideChange> refreshChanged();
-    /// The same for one source, changed or not. What was pending is one step of undo afterwards.
+    /// Whether another program changed or replaced a source since it was read.
+    bool isChangedOutside() const;
+    /// The same for one source, changed or not. What was pending is one step of undo afterwards. Changes that
+    /// hold no more (a name that is taken, a reference to nothing, a row that is in use) are conflicts.
     OutsideChange refresh(SourceId id);
-    /// Makes the pending change of a conflict again, upon what is stored now. Returns a write result; a row
-    /// that is gone cannot be changed.
+    /// Makes the pending change of a conflict again, upon what is stored now. Reads nothing. Returns a write
+    /// result; what has a reason not to hold, or concerns a row that is gone, is not made.
     int keepMine(SourceId id, const OutsideConflict& conflict);
     /// Makes the changes that stand in `lost`, of another run of this program, upon what is stored now, as
     /// one group. Returns an entry for each source that has some. Where one of them has an error nothing was
@@ -128,10 +131,12 @@ public:
     std::vector<Referrer> users(eTableType type, KorOdbcKey key);
 
 private:
-    int writeCell(eTableType type, KorOdbcKey key, int column, const CellValue& value, bool asStored);
+    /// The value was judged.
+    int writeCell(StyleSource& source, eTableType type, KorOdbcKey key, const Column& column,
+                  const CellValue& value);
     void appendRow(StyleSource& source, eTableType type, StructRecord& record);
     void copyParts(StyleSource& source, eTableType type, KorOdbcKey from, std::int32_t to);
-    void removeParts(StyleSource& source, eTableType type, KorOdbcKey key);
+    void removeRow(StyleSource& source, eTableType type, KorOdbcKey key);
     void apply(const PendingStep& step, bool forward);
     void abandonWalk();
     void keepSourceTable(StyleSource& source, eTableType type);

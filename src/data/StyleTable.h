@@ -19,6 +19,8 @@ public:
     const StructRecord* find(KorOdbcKey key) const { return key.isValid() ? m_rows->find(key) : nullptr; }
     /// The row of this run name, the one with the lowest key where several have it, or null.
     const StructRecord* find(const KorString& runName) const;
+    /// Whether a row with another key has this run name.
+    bool hasOther(const KorString& runName, std::int32_t key) const { return names().hasOther(runName, key); }
     /// `base` with the first number behind it that makes a name no row has.
     KorString numberedFreeName(const KorString& base) const { return names().numberedFreeName(base); }
 

@@ -18,6 +18,7 @@ constexpr int kDeletion = 438;    // what this program did to a row that another
 constexpr int kNewRecord = 439;
 constexpr int kGone = 440;      // "The record was deleted."
 constexpr int kWholeGone = 441; // the same for what a new row was a part of
+constexpr int kPartsChanged = 550;
 constexpr int kUseDefault = 14101;
 
 constexpr std::size_t kLongestValue = 300;
@@ -114,7 +115,7 @@ void wordValues(const OutsideConflict& conflict, KorDSMConflictWords& words) {
     const Column& column = *conflict.column;
     const CellValue& mine = conflict.mine ? *conflict.mine : *conflict.stored;
     const CellValue& stored = conflict.stored ? *conflict.stored : mine;
-    words.mine = valueText(table, column, mine);
+    words.mine = conflict.targetName.isEmpty() ? valueText(table, column, mine) : conflict.targetName;
     words.stored = valueText(table, column, stored);
     if (words.mine == words.stored && mine != stored) {
         words.mine = exactText(table, column, mine);
@@ -124,6 +125,8 @@ void wordValues(const OutsideConflict& conflict, KorDSMConflictWords& words) {
 }
 
 KorString whyNotMine(const OutsideConflict& conflict) {
+    if (!conflict.reason.isEmpty())
+        return conflict.reason;
     if (conflict.kind != OutsideConflict::eKind::kGone)
         return {};
     if (conflict.column)
@@ -143,10 +146,11 @@ KorDSMConflictWords KorDSMConflictWords::of(SourceId source, const OutsideConfli
     words.reason = whyNotMine(conflict);
     if (conflict.column)
         wordValues(conflict, words);
+    const bool isDeletion = conflict.kind == OutsideConflict::eKind::kDelete;
     if (!conflict.mine)
-        words.mine = Prompts::dsm(conflict.column ? kDeletion : kNewRecord);
+        words.mine = Prompts::dsm(isDeletion ? kDeletion : kNewRecord);
     if (!conflict.stored)
-        words.stored = {};
+        words.stored = isDeletion ? Prompts::dsm(kPartsChanged) : KorString();
     return words;
 }
 

@@ -5,6 +5,7 @@
 #include "data/KorOdbcGUI.h"
 
 #include <limits>
+#include <map>
 
 namespace {
 
@@ -23,6 +24,10 @@ protected:
     }
     KorString description(SourceId id = kUser) { return row<StructDetailStyle>(id, m_style)->description; }
     void others(const std::string& sql) { OtherProgram(file("user.dsdb")).run(sql); }
+    void stopUsing(eTableType table, std::int32_t key) {
+        for (const Referrer& user : databases.users(table, KorOdbcKey(key)))
+            set(kUser, user.table->type, user.key, user.column->number, std::int64_t{0});
+    }
     const SourceCommit* report(SourceId id) {
         const auto& reports = databases.commitReport();
         const auto it = std::ranges::find(reports, id, &SourceCommit::source);
@@ -149,25 +154,95 @@ TEST_F(PendingTest, ChangesOfOthersBesideMineAreTakenOver) {
 TEST_F(PendingTest, RowsThatOthersDeletedOrChangedAreReported) {
     setDescription("mine");
     const auto map = row<StructDetObjReprMap>(kUser, "Steel")->key;
+    stopUsing(kTableReprMap, map);
     databases.remove(kTableReprMap, map);
     StructDetObjQualifierWithRole member;
     member.qualifierSetKey = row<StructDetObjQualifierSet>(kUser, "Beams")->key;
     add(kUser, "New member", member);
-    others("DELETE FROM detail_style; DELETE FROM qualifier_set; UPDATE repr_map SET description = 'new'");
+    others("DELETE FROM detail_style; DELETE FROM qualifier_set; UPDATE repr_map SET description = 'new';"
+           "INSERT INTO repr_map_entry(\"key\", name, repr_map) SELECT 77, 'New', \"key\" FROM repr_map");
     const auto changes = databases.refreshChanged();
     ASSERT_EQ(changes.size(), 1u);
     ASSERT_EQ(changes[0].conflicts.size(), 3u);
     int gone = 0;
+    OtherProgram again(file("user.dsdb"));
+    again.run("BEGIN EXCLUSIVE"); // while the user is asked
     for (const OutsideConflict& conflict : changes[0].conflicts) {
         const bool deletion = conflict.kind == OutsideConflict::eKind::kDelete;
         gone += conflict.kind == OutsideConflict::eKind::kGone ? 1 : 0;
         EXPECT_EQ(databases.keepMine(kUser, conflict) == 1, deletion);
     }
     EXPECT_EQ(gone, 2);
+    again.run("ROLLBACK");
     EXPECT_TRUE(commit());
     open(false);
     EXPECT_EQ(count<StructDetObjReprMap>(kUser), 0);
+    EXPECT_EQ(count<StructDetObjReprMapKey>(kUser), 0) << "with the part that another program added";
     EXPECT_FALSE(row<StructDetObjQualifierWithRole>(kUser, "New member"));
+}
+
+TEST_F(PendingTest, WhatHoldsNoMoreIsAConflictWithItsReasonAndNewRowsStay) {
+    const auto spare = add<StructDetObjReprMap>(kUser, "Spare");
+    const auto strategy = add<StructDetViewArrangeStrategy>(kUser, "Old");
+    ASSERT_TRUE(commit());
+    const auto view = [this](const char* name) { return row<StructDetViewRequest>(kUser, name)->key; };
+    const auto front = view("Column front");
+    const auto top = view("Column top");
+    const auto rename = [this](std::int32_t key, const char* name) {
+        EXPECT_EQ(set(kUser, kTableViewRequest, key, 1, KorString(name)), 1);
+    };
+    rename(front, "TWIN");
+    rename(top, "Column front");
+    const auto own = addStyle(kUser, "N", 7);
+    rename(view("N front"), "swap");
+    rename(view("N top"), "N front");
+    rename(view("swap"), "N top");
+    for (const std::int32_t style : {m_style, own})
+        EXPECT_EQ(set(kUser, kTableDetailStyle, style, 2, std::int64_t{strategy}), 1);
+    databases.remove(kTableReprMap, spare);
+    others("UPDATE detail_style SET name = 'N', description = 'theirs';"
+           "INSERT INTO view_request(\"key\", name, repr_map) VALUES (99, 'TWIN', " +
+           std::to_string(spare) +
+           "); DELETE FROM view_arrange_strategy;"
+           "INSERT INTO detail_master(\"key\", name, detail_key, number) VALUES (99, 'M', 7, 7)");
+    const auto changes = databases.refreshChanged();
+    ASSERT_EQ(changes.size(), 1u);
+    std::map<std::string, int> reasons;
+    for (const OutsideConflict& conflict : changes[0].conflicts) {
+        ++reasons[conflict.reason.toStdString()];
+        EXPECT_EQ(databases.keepMine(kUser, conflict), StyleDatabases::kFailed);
+    }
+    EXPECT_EQ(reasons, (std::map<std::string, int>{
+                           {"Another record has this name now.", 2},
+                           {"Another record has this name now, so the new one is called \"N 1\".", 1},
+                           {"The record that it refers to was deleted.", 2},
+                           {"Another record uses it now.", 1},
+                       }));
+    EXPECT_TRUE(commit());
+    open(false);
+    EXPECT_EQ(view("TWIN"), 99);
+    EXPECT_EQ(view("Column front"), front);
+    EXPECT_EQ(view("Column top"), top);
+    EXPECT_TRUE(row<StructDetObjReprMap>(kUser, spare));
+    const auto* style = row<StructDetailStyle>(kUser, "N 1");
+    ASSERT_TRUE(style);
+    EXPECT_EQ(style->arrangeStrategyKey, 0);
+    EXPECT_EQ(style->viewRequests[0], view("N top")) << "names that change places are no conflict";
+    EXPECT_NE(row<StructDetailMaster>(kUser, "N")->number, 7) << "the pair is another one's";
+    EXPECT_EQ(row<StructDetailStyle>(kUser, m_style)->description, "theirs");
+}
+
+TEST_F(PendingTest, ADeletionOfWhatOthersGaveNewPartsIsAsked) {
+    const auto map = row<StructDetObjReprMap>(kUser, "Steel")->key;
+    stopUsing(kTableReprMap, map);
+    databases.remove(kTableReprMap, map);
+    others("UPDATE repr_map_entry SET \"order\" = 9 WHERE name = 'Rest'");
+    const auto changes = databases.refreshChanged();
+    ASSERT_TRUE(changes.size() == 1 && changes[0].conflicts.size() == 1);
+    EXPECT_EQ(changes[0].conflicts[0].table->type, kTableReprMap);
+    EXPECT_EQ(partsOf(*databases.source(kUser), {kTableReprMap, map}).size(), 2u) << "all of it stays";
+    EXPECT_EQ(databases.keepMine(kUser, changes[0].conflicts[0]), 1);
+    EXPECT_EQ(count<StructDetObjReprMapKey>(kUser), 0);
 }
 
 TEST_F(PendingTest, AFileThatIsGoneLeavesEverythingAsItWas) {

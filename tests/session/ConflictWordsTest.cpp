@@ -97,8 +97,10 @@ TEST_F(ConflictWords, ValuesThatLookAlikeAreToldApart) {
 TEST_F(ConflictWords, RowsThatAreGoneAreNamedWithTheReason) {
     set<StructDetViewRequest>("HB top", "scale", 1.0 / 75);
     set<StructDetViewDimStrategyItem>("HB bays", "order", std::int64_t{7});
-    EXPECT_EQ(databases.remove(kTableLengthClip, row<StructDetViewLengthClip>(kUser, "HB long beams")->key),
-              1);
+    const std::int32_t clip = row<StructDetViewLengthClip>(kUser, "HB long beams")->key;
+    for (const Referrer& user : databases.users(kTableLengthClip, clip))
+        databases.setCell(user.table->type, user.key, user.column->number, std::int64_t{0});
+    EXPECT_EQ(databases.remove(kTableLengthClip, clip), 1);
     StructDetObjReprMapKey entry;
     entry.name = "New";
     entry.reprMapKey = row<StructDetObjReprMap>(kUser, "HB site")->key;

@@ -96,6 +96,8 @@ void ConsistencyCheck::checkCell(const TableSchema& table, const StructRecord& r
             translated("The %s \"%s\" (key %s) of \"%s\" has no name; give it one."));
         break;
     case eCellFault::kNameTaken:
+        if (m_source.table(table.type).find(row.name) == &row)
+            break; // told of the others
         add(find(eSeverity::kWarning),
             translated(
                 "The %s \"%s\" (key %s) of \"%s\" has the same name as the one with the key %s; rename one "

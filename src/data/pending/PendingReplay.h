@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/CellRules.h"
 #include "data/OutsideChanges.h"
 #include "data/RowRef.h"
 #include "data/pending/PendingLog.h"
@@ -21,8 +22,10 @@ public:
     StoreResult readAnew();
     /// Reads what the changes need, as far as it was not read yet.
     StoreResult read();
-    /// Makes the changes anew after either, as one group. Rows that were appended under a key that is taken
-    /// by now get another one, and what refers to them follows; those that are stored as they were are left.
+    /// Makes the changes anew after either, as one group. Rows that were appended under a key, a name or
+    /// numbers that are taken by now get others, and what refers to them follows; those that are stored as
+    /// they were are left. What another program changed too, and what does not hold any more, is not made,
+    /// and returned.
     std::vector<OutsideConflict> run();
 
 private:
@@ -32,24 +35,53 @@ private:
         std::vector<std::shared_ptr<StructRecord>> appended;
         std::vector<std::shared_ptr<StructRecord>> deleted;
     };
+    // A cell that was written in memory and is not logged yet.
+    struct Written {
+        eTableType table = kNoTable;
+        KorOdbcKey key;
+        const Column* column = nullptr;
+        CellValue before;
+    };
 
     std::set<eTableType> tables() const;
-    void giveKeys();
-    void followKeys(const TableSchema& table, StructRecord& record) const;
-    const Column* missingWhole(const TableSchema& table, const StructRecord& record) const;
     void remember(RowRef row);
     std::shared_ptr<const StructRecord> remembered(RowRef row) const;
-    void append(eTableType table, const std::shared_ptr<StructRecord>& record);
+    void rememberOddReferences(const TableSchema& table, const StructRecord& record);
+    void noteUnstored();
+
+    void giveKeys();
+    void followKeys(const TableSchema& table, StructRecord& record) const;
+    CellValue followed(const CellChange& cell) const;
+    const Column* missingWhole(const TableSchema& table, const StructRecord& record) const;
+    void leavePartsOfNothing();
+    void leaveLostReferences(const TableSchema& table, const std::shared_ptr<StructRecord>& record);
+    void insertRows();
     void writeCell(eTableType table, const CellChange& cell);
-    void remove(eTableType table, const StructRecord& before);
-    void addGone(eTableType table, const std::shared_ptr<StructRecord>& appended);
+    void settleNames();
+    void renameAppended();
+    void log();
+    void removeRows();
+    std::set<RowRef> wholesToRemove() const;
+    bool isGoing(RowRef row, const std::set<RowRef>& going) const;
+    void leaveThoseInUse(std::set<RowRef>& going);
+    bool addChanged(RowRef row);
+    bool hasChangedParts(RowRef row) const;
+    void removeWhole(RowRef row);
+
+    OutsideConflict& addConflict(OutsideConflict::eKind kind, RowRef row, const Column* column,
+                                 std::shared_ptr<const StructRecord> record);
+    void setMine(OutsideConflict& conflict, const CellValue& mine) const;
 
     StyleSource& m_source;
     PendingLog& m_pending;
     bool m_replacesPending;
     std::vector<Change> m_changes;
     std::map<RowRef, std::shared_ptr<const StructRecord>> m_before; ///< to name those that are gone
+    std::set<RowRef> m_odd; ///< rows that are referred to, and were not there before either
+    std::map<std::pair<RowRef, const Column*>, CellValue> m_stored; ///< of cells that show what is pending
+    std::map<RowRef, std::shared_ptr<StructRecord>> m_deleted;
     std::map<RowRef, std::int32_t> m_newKeys; ///< of appended rows, by the keys that they had
     std::set<RowRef> m_appended;              ///< by the keys that they have now
+    std::vector<Written> m_written;
     std::vector<OutsideConflict> m_conflicts;
 };
