@@ -72,6 +72,7 @@ void StyleDatabases::finishSource(StyleSource& source, eTableType type) {
     if (more || !report(source).error.empty())
         return;
     if (!written.empty()) {
+        m_pending.announceStoring(source.id(), written);
         if (const StoreResult result = source.store().commit(); !result) {
             fail(source, result.error);
             return;

@@ -5,6 +5,8 @@
 #include "model/KorDSMDialogFactory.h"
 #include "session/PendingGroup.h"
 
+#include <optional>
+
 namespace {
 
 KorDSMCommit::Outcome walk(int (*setStatus)(eTableType, KorOdbcMan::eCopyDepth)) {
@@ -76,16 +78,20 @@ void KorDSMCommit::discard() {
     KorOdbcMan::m_DSMReloadInfo = 1;
 }
 
-void KorDSMCommit::settle(const std::vector<OutsideChange>& changes, const ChooseMine& choose) {
+std::vector<OutsideChange> KorDSMCommit::settle(const Read& read, const ChooseMine& choose) {
+    std::optional<PendingLog::Hold> together(StyleDatabases::current().pending());
+    std::vector<OutsideChange> changes = read();
     if (countConflicts(changes) == 0)
-        return;
+        return changes;
     PendingGroup all({});
     keepMine(changes);
     all.close();
+    together.reset();
     const std::vector<OutsideChange> mine = choose(changes);
     if (countConflicts(mine) == countConflicts(changes))
-        return;
+        return changes;
     all.takeBack();
     const PendingGroup group({});
     keepMine(mine);
+    return changes;
 }

@@ -22,10 +22,13 @@ public:
     static Outcome keepAndGoOn();
     /// Takes the changes back that were not kept.
     static void discard();
+    /// Reads sources again, or brings changes back, and says what came of it.
+    using Read = std::function<std::vector<OutsideChange>()>;
     /// Given what reading sources again brought, says of which conflicts this program's change is kept.
     using ChooseMine = std::function<std::vector<OutsideChange>(const std::vector<OutsideChange>&)>;
-    /// Makes what was pending when another program changed the same data again, as one step of undo: it is
-    /// stored by the next commit. Where there are conflicts `choose` is asked first; while it is, all of mine
-    /// is pending, so that a crash loses nothing. What hung on rows that are gone is lost.
-    static void settle(const std::vector<OutsideChange>& changes, const ChooseMine& choose);
+    /// Reads, and makes what was pending when another program changed the same data again, as one step of
+    /// undo: it is stored by the next commit. Where there are conflicts `choose` is asked first; there is no
+    /// moment, before or while it is asked, at which a crash would lose any of mine. What hung on rows that
+    /// are gone is lost. Returns what was read.
+    static std::vector<OutsideChange> settle(const Read& read, const ChooseMine& choose);
 };

@@ -29,6 +29,7 @@ KorDSMMainDialog::KorDSMMainDialog(QWidget* parent)
 }
 
 KorDSMMainDialog::~KorDSMMainDialog() {
+    settleBroughtBack();
     if (m_ready) {
         m_memory.writeSetting();
         leave();
@@ -200,6 +201,7 @@ void KorDSMMainDialog::lookAround() {
         return;
     takeOver();
     offerRecovery();
+    settleBroughtBack();
     readOutsideChanges();
     showReports();
 }

@@ -2,6 +2,7 @@
 
 #include "controls/KorImageList.h"
 #include "controls/MemoryDlg.h"
+#include "data/pending/RecoveryFile.h"
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMDataStructure.h"
 #include "model/KorDSMMessages.h"
@@ -25,7 +26,6 @@ class KorButtonGroupMenu;
 class KorDSMUndoStrip;
 class KorListCtrl;
 class KorTabCtrl;
-class RecoveryFile;
 class QAction;
 class QLabel;
 class QLineEdit;
@@ -132,6 +132,8 @@ private:
     // Recovery
     void writeRecovery();
     void offerRecovery();
+    void settleBroughtBack();
+    static void showReportsSoon();
     /// Returns whether all was tried; what could not be brought back is shown.
     bool bringBack(RecoveryFile& lost);
 
@@ -212,8 +214,9 @@ private:
     void goToUsage(const KorDSMUsage& usage);
     void reloadPage();
     void reloadSections();
-    void readOutsideChanges();
-    void followOutsideChanges(const std::vector<OutsideChange>& changes);
+    /// Takes over what other programs changed, and asks about conflicts. Returns whether there were none.
+    bool readOutsideChanges();
+    std::vector<OutsideChange> followOutsideChanges(const KorDSMCommit::Read& read);
     void finishCurrentPage();
     void reportCommit(const KorDSMCommit::Outcome& outcome);
     void setModified(bool modified);
@@ -257,5 +260,6 @@ private:
     bool m_followingItems = false;
     bool m_itemsChangedPosted = false;
     bool m_ready = false;
+    std::vector<RecoveryFile> m_broughtBack; // whose changes are pending, and not written down again yet
     bool m_offeredRecovery = false;
 };

@@ -9,8 +9,10 @@
 #include "shell/KorDSMMainDialog.h"
 #include "shell/PendingQuestion.h"
 
+#include <QApplication>
 #include <QDateTime>
 #include <QLocale>
+#include <QTimer>
 
 #include <limits>
 
@@ -51,6 +53,12 @@ eAnswer askAbout(RecoveryFile& lost, QWidget* parent) {
 // Those of another data folder wait until that is open.
 void tellOfMissing(const RecoveryFile& lost) {
     std::error_code ignored;
+    for (const std::string& database : lost.readOnly())
+        KorHostReport::add(KorString::format(
+            translated(
+                "The file \"%s\" has changes of the database \"%s\", which can only be read now; start "
+                "the editor again when you may change the database, or delete the file."),
+            {lost.file().string(), database}));
     for (const std::string& database : lost.missing())
         if (!std::filesystem::exists(database, ignored))
             KorHostReport::add(KorString::format(
@@ -67,9 +75,18 @@ void KorDSMMainDialog::writeRecovery() {
     if (!KorDSMDialogFactory::recoversChanges)
         pending.dismissObserver();
     else if (!pending.isObserved() && !recoveryFolder().empty())
-        pending.setObserver(std::make_unique<RecoveryWriter>(
-            recoveryFolder(), StyleDatabases::current(),
-            [](const KorString& sentence) { KorHostReport::add(sentence); }));
+        pending.setObserver(std::make_unique<RecoveryWriter>(recoveryFolder(), StyleDatabases::current(),
+                                                             [](const KorString& sentence) {
+                                                                 KorHostReport::add(sentence);
+                                                                 showReportsSoon();
+                                                             }));
+}
+
+// Whoever wrote down what is pending may outlive this window.
+void KorDSMMainDialog::showReportsSoon() {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (auto* window = qobject_cast<KorDSMMainDialog*>(widget); window && window->isVisible())
+            return QTimer::singleShot(0, window, window->waiting(&KorDSMMainDialog::showReports));
 }
 
 void KorDSMMainDialog::offerRecovery() {
@@ -85,17 +102,28 @@ void KorDSMMainDialog::offerRecovery() {
                 tellOfMissing(lost);
         } else {
             const eAnswer answer = askAbout(lost, this);
-            if (answer == eAnswer::kNever || (answer == eAnswer::kYes && bringBack(lost)))
+            if (answer == eAnswer::kNever)
                 lost.settle();
+            else if (answer == eAnswer::kYes && bringBack(lost))
+                m_broughtBack.push_back(std::move(lost));
         }
     }
+    settleBroughtBack();
+}
+
+// What was brought back may be nowhere else yet.
+void KorDSMMainDialog::settleBroughtBack() {
+    if (!StyleDatabases::current().pending().isSafe())
+        return;
+    for (RecoveryFile& lost : m_broughtBack)
+        lost.settle();
+    m_broughtBack.clear();
 }
 
 bool KorDSMMainDialog::bringBack(RecoveryFile& lost) {
     const KorDSMBusy busy;
-    const std::vector<OutsideChange> changes =
-        StyleDatabases::current().bringBack(lost.changes(), Prompts::dsm(kStep));
-    followOutsideChanges(changes);
+    const std::vector<OutsideChange> changes = followOutsideChanges(
+        [&lost] { return StyleDatabases::current().bringBack(lost.changes(), Prompts::dsm(kStep)); });
     if (!std::ranges::all_of(changes, [](const OutsideChange& change) { return change.error.empty(); }))
         return false;
     for (const std::string& file : lost.missing())

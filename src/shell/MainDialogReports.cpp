@@ -8,6 +8,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <algorithm>
+
 // What the user has to hear of: changes that could not be stored, what other programs changed, damage.
 
 namespace {
@@ -38,26 +40,33 @@ void KorDSMMainDialog::reportCommit(const KorDSMCommit::Outcome& outcome) {
         readOutsideChanges();
 }
 
-void KorDSMMainDialog::readOutsideChanges() {
+bool KorDSMMainDialog::readOutsideChanges() {
     const KorDSMBusy busy;
-    followOutsideChanges(StyleDatabases::current().refreshChanged());
+    StyleDatabases& databases = StyleDatabases::current();
+    if (databases.isChangedOutside())
+        finishCurrentPage(); // what is being typed is a change of what was shown so far
+    const std::vector<OutsideChange> changes =
+        followOutsideChanges([&databases] { return databases.refreshChanged(); });
+    return std::ranges::all_of(changes, [](const OutsideChange& change) { return change.conflicts.empty(); });
 }
 
-void KorDSMMainDialog::followOutsideChanges(const std::vector<OutsideChange>& changes) {
+std::vector<OutsideChange> KorDSMMainDialog::followOutsideChanges(const KorDSMCommit::Read& read) {
+    const std::vector<OutsideChange> changes =
+        KorDSMCommit::settle(read, [this](const std::vector<OutsideChange>& conflicting) {
+            return KorDSMDialogConflicts::ask(conflicting, this);
+        });
     if (changes.empty())
-        return;
+        return changes;
     for (const OutsideChange& change : changes)
         if (!change.error.empty())
             KorHostReport::add(KorString(change.error));
-    KorDSMCommit::settle(changes, [this](const std::vector<OutsideChange>& conflicting) {
-        return KorDSMDialogConflicts::ask(conflicting, this);
-    });
     reloadSections();
     if (StyleDatabases::current().pending().isEmpty())
         m_apply->setEnabled(false);
     else
         setModified(true);
     m_undoStrip->update();
+    return changes;
 }
 
 // What could not be read as declared since the last look; values outside their range are shown as they are.

@@ -6,10 +6,11 @@
 #include "data/pending/RecoveryWriter.h"
 #include "data/store/ReadReport.h"
 
+#include "support/FullDisk.h"
+
 #include <csignal>
 #include <map>
 #include <sstream>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -22,7 +23,9 @@ protected:
     void SetUp() override {
         StyleFixture::SetUp();
         m_style = addStyle(kUser, "Column", 2);
-        m_map = row<StructDetObjReprMap>(kUser, "Steel")->key;
+        StructDetObjReprMapKey part;
+        part.reprMapKey = m_map = add<StructDetObjReprMap>(kUser, "Spare");
+        add(kUser, "Part", part);
         ASSERT_TRUE(commit());
         open(false);
         databases.setCurrentSource(kUser);
@@ -186,6 +189,22 @@ TEST_F(RecoveryTest, ChangesAreComparedWithWhatIsStoredNow) {
     EXPECT_TRUE(row<StructDetailStyle>(kUser, "Own"));
 }
 
+TEST_F(RecoveryTest, OfTwoRunsThatWereKilledTheLaterOneCountsAndNobodyElseIsBlamed) {
+    for (const char* text : {"one", "two"}) {
+        open(false); // what was left is not brought back yet
+        write();
+        describe(text);
+        crash();
+    }
+    open(false);
+    EXPECT_EQ(files().size(), 2u);
+    for (const OutsideChange& change : bringBackAll())
+        EXPECT_TRUE(change.conflicts.empty());
+    EXPECT_EQ(description(), "two");
+    databases.undo();
+    EXPECT_EQ(description(), "one");
+}
+
 TEST_F(RecoveryTest, WhatWasStoredBeforeTheCrashIsNotMadeTwice) {
     write();
     edit();
@@ -205,7 +224,10 @@ TEST_F(RecoveryTest, WhatWasStoredBeforeTheCrashIsNotMadeTwice) {
 TEST_F(RecoveryTest, AFileThatBreaksOffLosesOnlyWhatItBrokeOffIn) {
     write();
     std::map<std::size_t, std::size_t> commands{{0, 0}}; // that stand, by the size of the file
-    const auto note = [&] { commands[text().size()] = databases.pending().undoable(99).size(); };
+    const auto note = [&] {
+        commands.erase(commands.upper_bound(text().size()), commands.end()); // what is undone is taken off
+        commands[text().size()] = databases.pending().undoable(99).size();
+    };
     for (int i = 0; i < 3; ++i, note())
         describe(std::to_string(i).c_str());
     databases.undo();
@@ -253,7 +275,7 @@ TEST_F(RecoveryTest, HostileKeysAndRowsBringNothingDown) {
 TEST_F(RecoveryTest, ADamagedFileIsOneSentenceAndIsKept) {
     write();
     edit();
-    const std::string whole = unsealed(text());
+    const std::string whole = unsealed(text()) + "undo\n";
     const fs::path name = files()[0];
     crash();
     const auto damaged = [&](const char* what, const char* with) {
@@ -291,8 +313,11 @@ TEST_F(RecoveryTest, TwoProgramsNeverHaveOneFile) {
     others.setCell(kTableDetailStyle, KorOdbcKey(m_style), 3, KorString("theirs"));
     EXPECT_EQ(files().size(), 2u);
     crash();
+    const fs::path unlocked = folder() / "recovery-0";
+    writeBytes(unlocked, ""); // its writer has opened it, and waits for the lock
     const auto lost = RecoveryFile::abandonedIn(folder());
     ASSERT_EQ(lost.size(), 1u);
+    EXPECT_FALSE(fs::exists(unlocked)) << "nobody keeps that lock";
     EXPECT_TRUE(RecoveryFile::abandonedIn(folder()).empty()) << "one program offers it";
 }
 
@@ -315,10 +340,12 @@ TEST_F(RecoveryTest, ChangesOfAnotherFolderAreLeftAloneAndAReplacedDatabaseIsNam
     ASSERT_EQ(databases.openFile(kUser, file("copy.dsdb"), false).error, "");
     EXPECT_TRUE(look().changes().isEmpty());
     EXPECT_EQ(look().missing(), std::vector<std::string>{file("user.dsdb")});
+    EXPECT_TRUE(look().readOnly().empty());
     databases.setOwnerMode(false);
     fs::rename(file("copy.dsdb"), file("user.dsdb"));
     ASSERT_EQ(databases.openFile(kUser, file("user.dsdb"), true).error, "");
     EXPECT_TRUE(look().changes().isEmpty()) << "it may not be edited";
+    EXPECT_EQ(look().readOnly(), std::vector<std::string>{file("user.dsdb")});
     ASSERT_EQ(databases.openFile(kUser, file("user.dsdb"), false).error, "");
     EXPECT_FALSE(look().changes().isEmpty());
     EXPECT_EQ(look().replaced(), std::vector<std::string>{file("user.dsdb")});
@@ -345,32 +372,81 @@ TEST_F(RecoveryTest, ChangesOfADatabaseThatIsNotThereStayWhenTheOthersAreSettled
     EXPECT_TRUE(files().empty());
 }
 
-TEST_F(RecoveryTest, AFileThatCannotBeWrittenIsToldOnceAndClaimsNothingFalse) {
+TEST_F(RecoveryTest, WhatCannotBeWrittenIsToldOnceAndMadeUpForAndTheOnlyCopyStays) {
     const fs::path hindrance = m_folder.write("settings", "no folder");
+    const PendingLog& pending = databases.pending();
     write();
     describe("mine");
     describe("mine too");
     ASSERT_EQ(m_told.size(), 1u);
     EXPECT_TRUE(mentions(m_told[0].toStdString(), "recovery-"));
-    EXPECT_TRUE(commit());
+    EXPECT_FALSE(pending.isSafe());
     fs::remove(hindrance);
-    describe("first");
-    const std::string first = text();
-    rlimit limit{};
-    getrlimit(RLIMIT_FSIZE, &limit);
-    const rlimit small{first.size() + 9, limit.rlim_max};
-    signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &small);
-    describe("does not fit");
-    databases.undo();
-    setrlimit(RLIMIT_FSIZE, &limit);
-    EXPECT_EQ(m_told.size(), 2u);
-    EXPECT_EQ(text(), first);
-    describe("second");
-    EXPECT_TRUE(mentions(text(), "second")) << "what stands is known again";
-    setrlimit(RLIMIT_FSIZE, &small);
-    databases.undo(); // cannot be written: the file would bring it back
-    setrlimit(RLIMIT_FSIZE, &limit);
-    EXPECT_TRUE(files().empty());
-    EXPECT_FALSE(databases.pending().isEmpty());
+    describe("third");
+    EXPECT_TRUE(pending.isSafe());
+    EXPECT_EQ(parsed(text())->undoable(9).size(), 3u);
+    const std::string three = text();
+    describe("taken back");
+    OtherProgram(file("user.dsdb")).run("UPDATE detail_style SET title_position = 5");
+    {
+        const FullDisk full;
+        databases.undo();
+        EXPECT_TRUE(pending.isSafe());
+        EXPECT_EQ(text(), three);
+        describe("does not fit");
+        EXPECT_EQ(m_told.size(), 2u);
+        databases.undo();
+        EXPECT_TRUE(pending.isSafe()) << "what stands is known again";
+        EXPECT_EQ(databases.refreshChanged().size(), 1u);
+        EXPECT_EQ(m_told.size(), 2u);
+        EXPECT_FALSE(pending.isSafe());
+        EXPECT_EQ(text(), three);
+    }
+    describe("last");
+    EXPECT_TRUE(pending.isSafe());
+    EXPECT_EQ(parsed(text())->undoable(9).size(), 2u);
+    set(kStandard, kTableReprMap, add<StructDetObjReprMap>(kStandard, "New"), 2, KorString("d"));
+    databases.undo(), databases.undo(); // and the line that names the database
+    add<StructDetObjReprMap>(kStandard, "Other");
+    EXPECT_EQ(parsed(text())->undoable(9).size(), 3u);
+    OtherProgram(file("user.dsdb")).run("UPDATE detail_style SET title_position = 6");
+    databases.refreshChanged();
+    databases.undo(); // what was made anew is not at the end of the file by itself
+    EXPECT_EQ(parsed(text())->undoable(9).size(), 1u);
+}
+
+TEST_F(RecoveryTest, WhatACommitStoredIsNotOfferedThoughNobodySawItsEnd) {
+    class Copying : public RecoveryWriter {
+    public:
+        using RecoveryWriter::RecoveryWriter;
+        void storing(std::span<const PendingPlace> places) override {
+            RecoveryWriter::storing(places);
+            atCommit();
+        }
+        std::function<void()> atCommit;
+    };
+    const std::string before = bytesOf(file("user.dsdb"));
+    auto writer = std::make_unique<Copying>(folder(), databases, [](const KorString&) {});
+    std::string log;
+    fs::path name;
+    writer->atCommit = [&] { name = files().at(0), log = text(); };
+    databases.pending().setObserver(std::move(writer));
+    edit();
+    ASSERT_TRUE(commit());
+    crash();
+    databases.closeSource(kUser);
+    OtherProgram(file("user.dsdb")).run("UPDATE detail_style SET description = 'theirs' WHERE name = 'Own'");
+    const auto offered = [&](const std::string& bytes) {
+        writeBytes(name, bytes);
+        open(false);
+        auto lost = RecoveryFile::abandonedIn(folder());
+        EXPECT_TRUE(lost.size() == 1 && lost[0].read(databases));
+        return !lost[0].changes().isEmpty();
+    };
+    EXPECT_FALSE(offered(log));
+    RecoveryText::Seal seal = RecoveryText::kNoSeal;
+    EXPECT_TRUE(offered(RecoveryText::sealed(unsealed(log) + "undo\n", seal))) << "that commit failed";
+    databases.closeSource(kUser);
+    writeBytes(file("user.dsdb"), before);
+    EXPECT_TRUE(offered(log)) << "it was killed before";
 }

@@ -40,12 +40,18 @@ protected:
     /// Counts the steps that would be brought back after a crash.
     struct Writer : PendingObserver {
         explicit Writer(std::size_t& count) : steps(count) {}
-        void changed(std::span<const PendingPlace>, const PendingCommand& made) override {
-            steps = made.steps.size();
+        void changed(std::span<const PendingPlace>, std::span<const PendingCommand> made) override {
+            steps = made.empty() ? 0 : made.back().steps.size();
         }
         void takenBack() override { steps = 0; }
-        void emptied() override { steps = 0; }
+        void emptied() override {
+            steps = 0;
+            ++emptyTimes;
+        }
+        void storing(std::span<const PendingPlace>) override {}
+        bool isUpToDate() const override { return true; }
         std::size_t& steps;
+        int emptyTimes = 0;
     };
 };
 
@@ -95,24 +101,31 @@ TEST_F(Commit, WhileTheUserChoosesAllOfMineIsPendingAndAfterwardsWhatWasChosen) 
     change(SourceId::user(), "mine");
     changeOutside("user.dsdb");
     const auto shown = [&] { return row<StructDetailStyle>(SourceId::user(), "HB post 1:15")->description; };
-    const std::vector<OutsideChange> changes = databases.refreshChanged();
-    EXPECT_EQ(shown(), "theirs");
     std::size_t written = 0;
-    databases.pending().setObserver(std::make_unique<Writer>(written));
-    KorDSMCommit::settle(changes, [&](const auto& asked) {
+    auto observer = std::make_unique<Writer>(written);
+    const Writer& writer = *observer;
+    databases.pending().setObserver(std::move(observer));
+    const auto read = [&] {
+        auto changes = databases.refreshChanged();
+        EXPECT_EQ(shown(), "theirs");
+        return changes;
+    };
+    const auto changes = KorDSMCommit::settle(read, [&](const auto& asked) {
         EXPECT_EQ(asked.at(0).conflicts.size(), 1U);
         EXPECT_EQ(shown(), "mine");
         EXPECT_EQ(written, 1U);
+        EXPECT_EQ(writer.emptyTimes, 0) << "a crash would have lost it at that moment";
         return std::vector<OutsideChange>();
     });
     EXPECT_EQ(shown(), "theirs");
     EXPECT_EQ(written, 0U);
     EXPECT_FALSE(databases.pending().canUndo() || databases.pending().canRedo());
-    KorDSMCommit::settle(changes, [](const auto& asked) { return asked; });
+    KorDSMCommit::settle([&] { return changes; }, [](const auto& asked) { return asked; });
     EXPECT_EQ(shown(), "mine");
     EXPECT_TRUE(KorDSMCommit::keepAndGoOn().ok());
-    KorDSMCommit::settle(databases.refreshChanged(), [](const auto&) {
-        ADD_FAILURE() << "asked about nothing";
-        return std::vector<OutsideChange>();
-    });
+    KorDSMCommit::settle([&] { return databases.refreshChanged(); },
+                         [](const auto&) {
+                             ADD_FAILURE() << "asked about nothing";
+                             return std::vector<OutsideChange>();
+                         });
 }

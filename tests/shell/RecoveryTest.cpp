@@ -3,6 +3,7 @@
 #include "services/KOSettings.h"
 #include "session/KorDSMUndo.h"
 #include "shell/EditorFixture.h"
+#include "support/FullDisk.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -17,6 +18,7 @@ namespace {
 
 constexpr int kApply = 3;
 constexpr int kBelowDetail = 1035;
+constexpr int kUpperLeft = 1038;
 const std::vector<const char*> kStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
 const char* const kPosition = "SELECT title_position FROM detail_style WHERE name='HB post 1:15'";
 
@@ -148,14 +150,48 @@ TEST_F(Recovery, AHostThatDoesNotWantItFindsAndLeavesNothing) {
     EXPECT_EQ(files(m_folder.path() / "host"), 0);
 }
 
-TEST_F(Recovery, ADatabaseThatIsGoneIsNamedAndItsChangesStay) {
+TEST_F(Recovery, OnAFullDiskTheOnlyCopyStaysAndTheUserHearsOfItAtOnce) {
     crashWithAChange();
-    std::filesystem::remove(path("user.dsdb"));
+    {
+        const FullDisk full;
+        openAndAnswer({"&Bring back", "OK"});
+        ASSERT_EQ(m_said.size(), 2);
+        EXPECT_TRUE(m_said[1].contains("cannot be written")) << m_said[1].toStdString();
+        EXPECT_EQ(pendingCommands(), 1U);
+    }
+    m_dialog.reset();
+    m_databases.reset();
+    EXPECT_EQ(files(), 1);
+    openAndAnswer({"&Bring back"});
+    EXPECT_EQ(files(), 1) << "that of this process";
+    const FullDisk full;
+    QString said;
+    whenShown<QMessageBox>([&said](QMessageBox& box) {
+        said = box.informativeText();
+        box.close();
+    });
+    select(kStyle);
+    showTab(1);
+    click(pageControl<QRadioButton>(kUpperLeft));
+    QApplication::processEvents();
+    EXPECT_TRUE(said.contains("cannot be written")) << said.toStdString();
+}
+
+TEST_F(Recovery, ADatabaseThatIsGoneOrOnlyReadIsNamedAndItsChangesStay) {
+    crashWithAChange();
     m_databases = std::make_unique<StyleDatabases>();
     ASSERT_TRUE(m_databases->openFile(SourceId::standard(), path("standard.dsdb"), true));
+    ASSERT_TRUE(m_databases->openFile(SourceId::user(), path("user.dsdb"), true));
     openAndAnswer({"OK"});
     ASSERT_EQ(m_said.size(), 1);
-    EXPECT_TRUE(m_said[0].contains("user.dsdb")) << m_said[0].toStdString();
+    EXPECT_TRUE(m_said[0].contains("can only be read now")) << m_said[0].toStdString();
+    EXPECT_EQ(files(), 1);
+    close();
+    m_databases->closeSource(SourceId::user());
+    std::filesystem::remove(path("user.dsdb"));
+    openAndAnswer({"OK"});
+    ASSERT_EQ(m_said.size(), 1);
+    EXPECT_TRUE(m_said[0].contains("is not there any more")) << m_said[0].toStdString();
     EXPECT_EQ(files(), 1);
     m_dialog.reset();
     m_databases.reset();

@@ -10,8 +10,8 @@ void PendingLog::beginGroup(const KorString& label) {
 }
 
 void PendingLog::endGroup() {
-    if (--m_depth == 0)
-        tell();
+    --m_depth;
+    tell();
 }
 
 void PendingLog::record(PendingStep step) {
@@ -22,16 +22,14 @@ void PendingLog::record(PendingStep step) {
     count(step, 1);
     m_steps.push_back(std::move(step));
     m_position = m_steps.size();
-    if (m_depth == 0)
-        tell();
+    tell();
 }
 
 void PendingLog::setObserver(std::unique_ptr<PendingObserver> observer) {
     m_observer = std::move(observer);
     m_told = 0;
     m_forgotten.clear();
-    if (m_depth == 0)
-        tell();
+    tell();
 }
 
 void PendingLog::dismissObserver() {
@@ -40,22 +38,32 @@ void PendingLog::dismissObserver() {
     setObserver({});
 }
 
+void PendingLog::announceStoring(SourceId source, std::span<const eTableType> tables) {
+    std::vector<PendingPlace> places;
+    for (const eTableType table : tables)
+        places.emplace_back(source, table);
+    if (m_observer && !places.empty())
+        m_observer->storing(places);
+}
+
 void PendingLog::tell() {
+    if (m_depth > 0 || m_holds > 0)
+        return;
     const std::vector<PendingPlace> forgotten = std::exchange(m_forgotten, {});
     const std::size_t known = std::exchange(m_told, m_position);
-    if (!m_observer)
+    if (!m_observer || (known == m_position && forgotten.empty()))
         return;
-    if (m_position == 0 && (known > 0 || !forgotten.empty()))
+    if (m_position == 0)
         return m_observer->emptied();
-    if (known == m_position && !forgotten.empty())
-        return m_observer->changed(forgotten, {});
+    std::vector<PendingCommand> made;
     for (std::size_t first = known; first < m_position;) {
         std::size_t last = first + 1;
         while (last < m_position && m_steps[last].group == m_steps[first].group)
             ++last;
-        m_observer->changed(first == known ? forgotten : std::vector<PendingPlace>(), command(first, last));
+        made.push_back(command(first, last));
         first = last;
     }
+    m_observer->changed(forgotten, made);
 }
 
 void PendingLog::count(const PendingStep& step, int by) {
@@ -169,8 +177,7 @@ void PendingLog::forget(SourceId source, std::span<const eTableType> tables) {
     m_told -= static_cast<std::size_t>(std::ranges::count_if(known, isMeant));
     std::erase_if(m_steps, isMeant);
     m_position = m_steps.size();
-    if (m_depth == 0)
-        tell();
+    tell();
 }
 
 PendingCommand PendingLog::command(std::size_t first, std::size_t last) const {
@@ -227,7 +234,6 @@ std::vector<PendingStep> PendingLog::takeRedo() {
         taken.push_back(m_steps[m_position++]);
         count(taken.back(), 1);
     }
-    if (m_depth == 0)
-        tell();
+    tell();
     return taken;
 }

@@ -37,13 +37,18 @@ class PendingObserver {
 public:
     virtual ~PendingObserver() = default;
 
-    /// The steps of these tables were stored or dropped, then those of one command were made. Either may be
+    /// The steps of these tables were stored or dropped, then those of some commands were made. Either may be
     /// missing. Steps that were taken back and brought again are made anew.
-    virtual void changed(std::span<const PendingPlace> forgotten, const PendingCommand& made) = 0;
+    virtual void changed(std::span<const PendingPlace> forgotten, std::span<const PendingCommand> made) = 0;
     /// The last command that stood was taken back.
     virtual void takenBack() = 0;
     /// Nothing stands any more.
     virtual void emptied() = 0;
+    /// All steps of these tables are about to be committed together. They are forgotten next, unless that
+    /// fails.
+    virtual void storing(std::span<const PendingPlace> places) = 0;
+    /// Whether what the observer keeps of the log is what stands.
+    virtual bool isUpToDate() const = 0;
 };
 
 /// The changes of all sources since they were last stored, in the order in which they were made. The tables
@@ -95,8 +100,29 @@ public:
     bool isObserved() const { return m_observer != nullptr; }
     /// The observer is told that nothing stands, and leaves.
     void dismissObserver();
+    /// Tells the observer that a commit of all steps of these tables begins.
+    void announceStoring(SourceId source, std::span<const eTableType> tables);
+    /// Whether nothing would be lost with this process: an observer has all that stands, or nothing stands.
+    bool isSafe() const { return isEmpty() || (m_observer && m_observer->isUpToDate()); }
+
+    /// While one lives the observer hears nothing; then it hears at once what became of the log, so that it
+    /// never sees a state in between. Nothing is to be taken back meanwhile.
+    class Hold {
+    public:
+        explicit Hold(PendingLog& log) : m_log(log) { ++log.m_holds; }
+        ~Hold() {
+            --m_log.m_holds;
+            m_log.tell();
+        }
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+
+    private:
+        PendingLog& m_log;
+    };
 
 private:
+    /// When no group is open and nobody holds it.
     void tell();
     void addRowChange(const RowArray& rows, std::span<const PendingStep* const> steps, TableChange& change);
     PendingCommand command(std::size_t first, std::size_t last) const;
@@ -109,6 +135,7 @@ private:
     std::vector<std::shared_ptr<StructRecord>> m_scratch; // records that the last net change points to
     int m_group = 0;
     int m_depth = 0;
+    int m_holds = 0;
     std::unique_ptr<PendingObserver> m_observer;
     std::size_t m_told = 0;                // steps that the observer knows to stand
     std::vector<PendingPlace> m_forgotten; // of those, and not told yet

@@ -28,17 +28,45 @@ bool isOrdinaryFile(const fs::path& file) {
     return ::lstat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-// The lock, if the file has no owner and is still there; nobody waits for it.
+// The lock, if the file has no owner and is still there; nobody waits for it. An empty file holds nothing, or
+// belongs to a program that waits for its lock now and makes another one.
 int lockedDescriptor(const fs::path& file) {
     const int descriptor = ::open(file.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0)
         return -1;
     struct stat status {};
     if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0 && ::fstat(descriptor, &status) == 0 &&
-        status.st_nlink > 0)
-        return descriptor;
+        status.st_nlink > 0) {
+        if (status.st_size > 0)
+            return descriptor;
+        ::unlink(file.c_str());
+    }
     ::close(descriptor);
     return -1;
+}
+
+// Whether a commit of these tables of one source took place, of which nothing is known but that it began: it
+// stored all of the change or nothing. What other programs stored since may hide some of it.
+bool wasStored(StyleSource& source, PendingLog& changes, const std::vector<PendingPlace>& storing) {
+    int stored = 0;
+    const auto count = [&stored](bool isStored) { stored += isStored ? 1 : -1; };
+    for (const auto& [id, type] : storing) {
+        if (!source.readingOf(type))
+            return false;
+        const StyleTable& table = source.table(type);
+        const TableChange change = changes.netChange(id, type);
+        for (const CellChange& cell : change.cells)
+            if (const StructRecord* row = table.find(KorOdbcKey(cell.key)))
+                if (const CellValue now = cell.column->read(row); now == cell.wanted || now == cell.stored)
+                    count(now == cell.wanted);
+        for (const StructRecord* record : change.appended) {
+            const StructRecord* row = table.find(KorOdbcKey(record->key));
+            count(row && row->name == record->name);
+        }
+        for (const StructRecord* record : change.deleted)
+            count(!table.find(KorOdbcKey(record->key)));
+    }
+    return stored > 0;
 }
 
 } // namespace
@@ -71,7 +99,7 @@ RecoveryFile::RecoveryFile(RecoveryFile&& other) noexcept
     : m_file(std::move(other.m_file)), m_descriptor(std::exchange(other.m_descriptor, -1)),
       m_time(other.m_time), m_changes(std::move(other.m_changes)), m_settled(std::move(other.m_settled)),
       m_end(other.m_end), m_seal(other.m_seal), m_missing(std::move(other.m_missing)),
-      m_replaced(std::move(other.m_replaced)) {}
+      m_readOnly(std::move(other.m_readOnly)), m_replaced(std::move(other.m_replaced)) {}
 
 RecoveryFile::~RecoveryFile() {
     if (m_descriptor >= 0)
@@ -101,8 +129,12 @@ StoreResult RecoveryFile::read(StyleDatabases& databases) {
     const auto idOf = [&](const RecoverySource& source) {
         SourceId found = idOfMissing(source.number);
         for (const SourceId id : databases.sources())
-            if (databases.isEditable(id) && resolvedPath(databases.source(id)->store().name()) == source.path)
-                found = id;
+            if (resolvedPath(databases.source(id)->store().name()) == source.path) {
+                if (databases.isEditable(id))
+                    found = id;
+                else
+                    m_readOnly.push_back(source.path);
+            }
         named.emplace_back(found, source);
         return found;
     };
@@ -121,6 +153,10 @@ StoreResult RecoveryFile::read(StyleDatabases& databases) {
     m_seal = parsed.seal;
     for (const auto& [id, source] : named)
         sort(id, source);
+    std::erase_if(m_readOnly, [this](const std::string& path) {
+        return std::ranges::find(m_missing, path) == m_missing.end();
+    });
+    leaveStored(databases, parsed.storing);
     return {};
 }
 
@@ -137,6 +173,14 @@ void RecoveryFile::sort(SourceId id, const RecoverySource& source) {
     for (const TableSchema& table : allTables())
         if (m_changes->hasPending(id, table.type))
             m_settled += RecoveryText::forgotten(source.number, table.type);
+}
+
+void RecoveryFile::leaveStored(StyleDatabases& databases, const std::vector<PendingPlace>& storing) {
+    if (storing.empty() || !databases.source(storing.front().first) ||
+        !wasStored(*databases.source(storing.front().first), *m_changes, storing))
+        return;
+    for (const auto& [id, table] : storing)
+        m_changes->forget(id, table);
 }
 
 void RecoveryFile::settle() {

@@ -9,21 +9,24 @@
 /// the object lives no other program can have the file.
 class RecoveryFile {
 public:
-    /// Those in the folder that no running program owns, the oldest first.
+    /// Those in the folder that no running program owns, the oldest first. Empty ones are removed.
     static std::vector<RecoveryFile> abandonedIn(const std::filesystem::path& folder);
 
     RecoveryFile(RecoveryFile&& other) noexcept;
     RecoveryFile& operator=(RecoveryFile&&) = delete;
     ~RecoveryFile();
 
-    /// Takes from the file what stood at the end, for the databases that are open and may be edited. Fails
-    /// where the file is not as it was written; it is kept then.
+    /// Takes from the file what stood at the end, for the databases that are open and may be edited; what a
+    /// commit stored whose end the program did not live to see is left out. Fails where the file is not as it
+    /// was written; it is kept then.
     StoreResult read(StyleDatabases& databases);
     const std::filesystem::path& file() const { return m_file; }
     /// What was read; empty when nothing was pending, or nothing of these databases.
     PendingLog& changes() { return *m_changes; }
     /// The databases that have changes in the file, and are not open or not to be edited now.
     const std::vector<std::string>& missing() const { return m_missing; }
+    /// Those of them that are open, but must not be edited now.
+    const std::vector<std::string>& readOnly() const { return m_readOnly; }
     /// The databases of which another file has the name now.
     const std::vector<std::string>& replaced() const { return m_replaced; }
     /// When the last change was made, in seconds since 1970.
@@ -37,6 +40,7 @@ private:
     RecoveryFile(std::filesystem::path file, int descriptor);
     bool readText(std::string& text) const;
     void sort(SourceId id, const RecoverySource& source);
+    void leaveStored(StyleDatabases& databases, const std::vector<PendingPlace>& storing);
 
     std::filesystem::path m_file;
     int m_descriptor;
@@ -46,5 +50,6 @@ private:
     off_t m_end = 0;       ///< where they are to stand
     RecoveryText::Seal m_seal = RecoveryText::kNoSeal;
     std::vector<std::string> m_missing;
+    std::vector<std::string> m_readOnly;
     std::vector<std::string> m_replaced;
 };

@@ -16,6 +16,7 @@ constexpr std::string_view kCell = "cell";
 constexpr std::string_view kAppend = "append";
 constexpr std::string_view kDelete = "delete";
 constexpr std::string_view kForget = "forget";
+constexpr std::string_view kStoring = "storing";
 constexpr std::string_view kBegin = "begin";
 constexpr std::string_view kEnd = "end";
 constexpr std::string_view kUndo = "undo";
@@ -93,6 +94,8 @@ public:
     /// False when the line says nothing that can be understood.
     bool take(std::string_view text) {
         const Fields fields = fieldsOf(text, '\t');
+        if (!m_inGroup)
+            m_storing.clear();
         if (fields[0] == kBegin && fields.size() == 2 && !m_inGroup)
             return begin(fields[1]);
         if (fields[0] == kEnd && fields.size() == 1 && m_inGroup)
@@ -106,6 +109,7 @@ public:
 
     bool inGroup() const { return m_inGroup; }
     std::unique_ptr<PendingLog> takeLog() { return std::move(m_log); }
+    std::vector<PendingPlace> takeStoring() { return std::move(m_storing); }
 
 private:
     bool begin(std::string_view label) {
@@ -142,6 +146,10 @@ private:
             return false;
         if (fields[0] == kForget) {
             act([this, id = source->second, type = table->type] { m_log->forget(id, type); });
+            return fields[3].empty() && fields.size() == 4;
+        }
+        if (fields[0] == kStoring) {
+            act([this, id = source->second, type = table->type] { m_storing.emplace_back(id, type); });
             return fields[3].empty() && fields.size() == 4;
         }
         PendingStep step;
@@ -190,6 +198,7 @@ private:
     const SourceNames& m_idOf;
     std::unique_ptr<PendingLog> m_log = std::make_unique<PendingLog>();
     std::map<std::int64_t, SourceId> m_sources;
+    std::vector<PendingPlace> m_storing;
     bool m_inGroup = false;
     KorString m_label;
     std::vector<std::function<void()>> m_group; // what the open group says, done when it ends
@@ -234,6 +243,10 @@ std::string forgotten(int sourceNumber, eTableType table) {
     return line({kForget, std::to_string(sourceNumber), findTable(table)->name, ""});
 }
 
+std::string storing(int sourceNumber, eTableType table) {
+    return line({kStoring, std::to_string(sourceNumber), findTable(table)->name, ""});
+}
+
 std::string begin(const KorString& label) {
     return line({kBegin, TextFields::escaped(label.view())});
 }
@@ -266,6 +279,7 @@ Parsed parse(std::string_view text, const SourceNames& idOf) {
             return {};
     }
     parsed.changes = parser.takeLog();
+    parsed.storing = parser.takeStoring();
     return parsed;
 }
 

@@ -34,11 +34,14 @@ std::string forgotten(int sourceNumber, eTableType table);
 std::string begin(const KorString& label);
 std::string end();
 std::string undo();
+/// That a commit of this table begins; true until another line follows.
+std::string storing(int sourceNumber, eTableType table);
 
 /// What a file says.
 struct Parsed {
     std::unique_ptr<PendingLog>
-        changes;          ///< null when it was not written by this version, or changed afterwards
+        changes; ///< null when it was not written by this version, or changed afterwards
+    std::vector<PendingPlace> storing; ///< what was being committed at the end
     std::size_t size = 0; ///< in bytes, without what it broke off in: more lines may follow there
     Seal seal = kNoSeal;  ///< of its lines up to there
 };

@@ -10,7 +10,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <limits>
+#include <utility>
 
 namespace {
 
@@ -33,33 +36,53 @@ RecoveryWriter::~RecoveryWriter() {
     close();
 }
 
-void RecoveryWriter::changed(std::span<const PendingPlace> forgotten, const PendingCommand& made) {
-    if (m_isAbandoned)
+void RecoveryWriter::changed(std::span<const PendingPlace> forgotten, std::span<const PendingCommand> made) {
+    if (isUpToDate() ? write(forgotten, made) : rewrite())
         return;
-    if (m_unwritten > 0) {
-        ++m_unwritten;
-        return forgotten.empty() ? void() : abandon();
+    m_unwritten += made.size();
+    m_isOld = m_isOld || !forgotten.empty();
+}
+
+void RecoveryWriter::takenBack() {
+    if (m_isOld) {
+        rewrite();
+    } else if (m_unwritten > 0) {
+        --m_unwritten;
+    } else {
+        std::vector<Mark>& commands = m_file.commands;
+        if (!commands.empty())
+            commands.pop_back();
+        const bool isShort = !commands.empty() && shorten(commands.back());
+        if (isShort || append(RecoveryText::undo(), {}) || rewrite())
+            return;
+        remove(); // it would bring back what was taken back
+        m_isOld = true;
     }
-    std::string names = m_size == 0 ? RecoveryText::head() : std::string();
-    std::string lines;
-    for (const auto& [source, table] : forgotten)
-        lines += RecoveryText::forgotten(numberOf(source, names), table);
-    for (const PendingStep& step : made.steps)
-        lines += RecoveryText::step(numberOf(step.source, names), step);
-    if (!forgotten.empty() || made.steps.size() > 1 || !made.label.isEmpty())
-        lines = RecoveryText::begin(made.label) + lines + RecoveryText::end();
-    if (append(names + lines))
+}
+
+void RecoveryWriter::emptied() {
+    remove();
+    m_unwritten = 0;
+    m_isOld = m_isTold = false;
+}
+
+// Where it cannot be written nothing else needs to be done: what is stored is found to be so.
+void RecoveryWriter::storing(std::span<const PendingPlace> places) {
+    if (!isUpToDate())
         return;
-    m_unwritten = 1;
-    if (!forgotten.empty() || m_size == 0)
-        abandon();
+    std::string names;
+    std::string lines = RecoveryText::begin({});
+    for (const auto& [source, table] : places)
+        lines += RecoveryText::storing(numberOf(source, names), table);
+    append(names + lines + RecoveryText::end(), {});
 }
 
 // Adds the line that names the source to `names` when the file does not name it yet.
 int RecoveryWriter::numberOf(SourceId id, std::string& names) {
     StyleSource* source = m_databases.source(id);
     const std::string name = source ? source->store().name() : std::string();
-    const auto [place, isNew] = m_numbers.try_emplace({id, name}, static_cast<int>(m_numbers.size()) + 1);
+    const auto [place, isNew] =
+        m_file.numbers.try_emplace({id, name}, static_cast<int>(m_file.numbers.size()) + 1);
     if (isNew) {
         const std::string path = resolvedPath(name);
         names += RecoveryText::source({place->second, fileStamp(path), path});
@@ -67,66 +90,123 @@ int RecoveryWriter::numberOf(SourceId id, std::string& names) {
     return place->second;
 }
 
-void RecoveryWriter::takenBack() {
-    if (m_unwritten > 0)
-        --m_unwritten;
-    else if (!m_isAbandoned && !append(RecoveryText::undo()))
-        abandon();
+std::string RecoveryWriter::linesOf(std::span<const PendingPlace> forgotten, const PendingCommand& made) {
+    std::string names;
+    std::string lines;
+    for (const auto& [source, table] : forgotten)
+        lines += RecoveryText::forgotten(numberOf(source, names), table);
+    for (const PendingStep& step : made.steps)
+        lines += RecoveryText::step(numberOf(step.source, names), step);
+    const bool countTogether = !forgotten.empty() || made.steps.size() > 1 || !made.label.isEmpty();
+    return names + (countTogether ? RecoveryText::begin(made.label) + lines + RecoveryText::end() : lines);
 }
 
-void RecoveryWriter::emptied() {
-    abandon();
-    m_unwritten = 0;
-    m_isAbandoned = false;
+bool RecoveryWriter::write(std::span<const PendingPlace> forgotten, std::span<const PendingCommand> made) {
+    std::string lines = m_file.end.size == 0 ? RecoveryText::head() : std::string();
+    std::vector<Mark> commands;
+    if (made.empty())
+        lines += linesOf(forgotten, {});
+    for (const PendingCommand& command : made) {
+        lines += linesOf(commands.empty() ? forgotten : std::span<const PendingPlace>(), command);
+        commands.push_back({lines.size(), {}, m_file.numbers.size()});
+    }
+    if (!forgotten.empty())
+        m_file.commands.clear();
+    return append(lines, commands);
 }
 
-void RecoveryWriter::open() {
+// The marks hold the size of the lines up to them as they are given.
+bool RecoveryWriter::append(const std::string& lines, const std::vector<Mark>& commands) {
+    Mark end = m_file.end;
+    std::vector<Mark> marks;
+    std::string text;
+    std::size_t done = 0;
+    const auto seal = [&](std::size_t to) {
+        text += RecoveryText::sealed(std::string_view(lines).substr(done, to - done), end.seal);
+        done = to;
+    };
+    for (const Mark& command : commands) {
+        seal(command.size);
+        marks.push_back({m_file.end.size + text.size(), end.seal, command.sources});
+    }
+    seal(lines.size());
+    if (!open() || !writeAll(m_file.descriptor, text)) {
+        tellOnce();
+        if (m_file.end.size == 0)
+            remove();
+        else if (!shorten(m_file.end))
+            m_isOld = true;
+        return false;
+    }
+    m_file.end = {m_file.end.size + text.size(), end.seal, m_file.numbers.size()};
+    m_file.commands.insert(m_file.commands.end(), marks.begin(), marks.end());
+    m_isTold = false;
+    return true;
+}
+
+bool RecoveryWriter::open() {
+    if (m_file.descriptor >= 0)
+        return true;
     std::error_code ignored;
     std::filesystem::create_directories(m_folder, ignored);
     const std::string name = "recovery-" + std::to_string(::getpid());
     // The number of a process that crashed may come again.
-    for (int i = 1; m_descriptor < 0; ++i) {
-        m_file = m_folder / (i == 1 ? name : name + "-" + std::to_string(i));
-        m_descriptor =
-            ::open(m_file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600);
-        if (m_descriptor < 0 && errno != EEXIST)
-            return;
-        if (m_descriptor >= 0 && !lockNew(m_descriptor))
-            close();
+    for (int i = 1; m_file.descriptor < 0; ++i) {
+        m_file.path = m_folder / (i == 1 ? name : name + "-" + std::to_string(i));
+        m_file.descriptor = ::open(m_file.path.c_str(),
+                                   O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600);
+        if (m_file.descriptor < 0 && errno != EEXIST)
+            return false;
+        if (m_file.descriptor >= 0 && !lockNew(m_file.descriptor))
+            ::close(std::exchange(m_file.descriptor, -1));
     }
+    return true;
 }
 
-bool RecoveryWriter::append(const std::string& lines) {
-    if (m_descriptor < 0)
-        open();
-    RecoveryText::Seal seal = m_seal;
-    const std::string written = RecoveryText::sealed(lines, seal);
-    if (m_descriptor >= 0 && writeAll(m_descriptor, written)) {
-        m_size += written.size();
-        m_seal = seal;
-        return true;
+// Takes off what was written after `end`, for which a full disk has room.
+bool RecoveryWriter::shorten(const Mark& end) {
+    if (m_file.descriptor >= 0 && ::ftruncate(m_file.descriptor, static_cast<off_t>(end.size)) != 0)
+        return false;
+    m_file.end = end;
+    std::erase_if(m_file.numbers,
+                  [&](const auto& named) { return named.second > static_cast<int>(end.sources); });
+    return true;
+}
+
+// Writes all that stands into a new file, and removes the old one only then.
+bool RecoveryWriter::rewrite() {
+    File old = std::exchange(m_file, {});
+    std::vector<PendingCommand> commands =
+        m_databases.pending().undoable(std::numeric_limits<std::size_t>::max());
+    std::ranges::reverse(commands);
+    const bool isWritten = write({}, commands);
+    if (isWritten) {
+        m_unwritten = 0;
+        m_isOld = false;
+        std::swap(old, m_file);
     }
+    remove();
+    m_file = std::move(old);
+    return isWritten;
+}
+
+void RecoveryWriter::tellOnce() {
+    if (std::exchange(m_isTold, true))
+        return;
     m_tell(KorString::format(
         translated("The file \"%s\" cannot be written, so changes that are not stored would be "
                    "lost in a crash; apply them, and check the disk."),
-        {m_file.string()}));
-    if (m_descriptor >= 0 && ::ftruncate(m_descriptor, static_cast<off_t>(m_size)) != 0)
-        m_size = 0;
-    return false;
+        {m_file.path.string()}));
 }
 
-void RecoveryWriter::abandon() {
-    if (m_descriptor >= 0)
-        ::unlink(m_file.c_str());
+void RecoveryWriter::remove() {
+    if (m_file.descriptor >= 0)
+        ::unlink(m_file.path.c_str());
     close();
-    m_isAbandoned = true;
 }
 
 void RecoveryWriter::close() {
-    if (m_descriptor >= 0)
-        ::close(m_descriptor);
-    m_descriptor = -1;
-    m_size = 0;
-    m_seal = RecoveryText::kNoSeal;
-    m_numbers.clear();
+    if (m_file.descriptor >= 0)
+        ::close(m_file.descriptor);
+    m_file = {};
 }
