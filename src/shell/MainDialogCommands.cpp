@@ -46,6 +46,8 @@ void KorDSMMainDialog::finishCurrentPage() {
 void KorDSMMainDialog::apply() {
     const KorDSMBusy busy;
     finishCurrentPage();
+    if (!readOutsideChanges())
+        return;
     const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndGoOn();
     m_undoStrip->update();
     markPages();

@@ -41,6 +41,8 @@ KorDSMMainDialog::eLeaving KorDSMMainDialog::askBeforeLeaving() {
 }
 
 bool KorDSMMainDialog::keepBeforeLeaving() {
+    if (!readOutsideChanges())
+        return false;
     const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndClose(m_apply->isEnabled());
     if (!outcome.ok())
         reportCommit(outcome);

@@ -1,11 +1,13 @@
 #include "shell/EditorFixture.h"
 
+#include "controls/KorLineEdit.h"
 #include "controls/KorMFCGridCtrl.h"
 #include "dialogs/KorDSMDialogConflicts.h"
 
 #include <QComboBox>
 #include <QRadioButton>
 #include <QTest>
+#include <QTextEdit>
 
 // What the user is asked when another program changed the same things.
 
@@ -129,4 +131,55 @@ TEST_F(Conflicts, OfAllOneAnswerIsOneKeyAndWhatIsGoneIsOnlyTold) {
     EXPECT_TRUE(m_asked && pageControl<QRadioButton>(kUpperLeft)->isChecked());
     EXPECT_FALSE(button(kApply)->isEnabled());
     EXPECT_EQ(storedNow(), (Stored{"6", ""}));
+}
+
+TEST_F(Conflicts, WhatIsBeingTypedIsAskedAboutToo) {
+    for (const bool inField : {true, false}) {
+        showTab(inField ? 0 : 1);
+        QWidget* edit = inField ? page()->findChild<KorLineEdit*>()
+                                : static_cast<QWidget*>(pageControl<QWidget>(1012)->findChild<QTextEdit*>());
+        ASSERT_NE(edit, nullptr);
+        edit->setFocus();
+        QTest::keyClicks(edit, "mine ");
+        storeElsewhere("user.dsdb", inField ? "UPDATE detail_style SET description='theirs'"
+                                            : "UPDATE detail_style SET title_format='{L1}theirs'");
+        m_asked = false;
+        whenAsked([](KorDSMDialogConflicts& dialog, KorMFCGridCtrl& grid) {
+            EXPECT_TRUE(line(grid, 0).find("| theirs") != std::string::npos) << line(grid, 0);
+            EXPECT_TRUE(line(grid, 0).find("mine") != std::string::npos) << line(grid, 0);
+            chooseAll(dialog, Qt::Key_S, kStored);
+            click(KorControls::find<QPushButton>(&dialog, kOk));
+        });
+        if (inField) {
+            QEvent activation(QEvent::WindowActivate);
+            QApplication::sendEvent(m_dialog.get(), &activation);
+            QApplication::processEvents();
+        } else {
+            click(button(kApply));
+        }
+        EXPECT_TRUE(m_asked) << inField;
+        EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    }
+    close();
+    m_databases.reset();
+    EXPECT_EQ(stored("user.dsdb", "SELECT description FROM detail_style WHERE name='HB post 1:15'"),
+              "theirs");
+}
+
+TEST_F(Conflicts, ApplyStoresAtOnceWhatOthersDidNotTouch) {
+    click(pageControl<QRadioButton>(kBelowDetail));
+    m_databases->setCurrentSource(SourceId::user());
+    StructDetBaseCategory category;
+    category.name = "Mine";
+    ASSERT_EQ(m_databases->append(tableOf<StructDetBaseCategory>, category), 1);
+    storeElsewhere("user.dsdb", "INSERT INTO base_category(\"key\", name) VALUES (" +
+                                    std::to_string(category.key) + ", 'Theirs')");
+    click(button(kApply));
+    EXPECT_FALSE(button(kApply)->isEnabled());
+    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    close();
+    m_databases.reset();
+    EXPECT_EQ(stored("user.dsdb", "SELECT count(*) FROM base_category WHERE name IN ('Mine', 'Theirs')"),
+              "2");
+    EXPECT_EQ(stored("user.dsdb", kPosition), "4");
 }
