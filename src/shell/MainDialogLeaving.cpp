@@ -86,7 +86,8 @@ void KorDSMMainDialog::use() {
     const eLeaving leaving = askBeforeLeaving();
     switch (leaving) {
     case eLeaving::kKeep:
-        if (!keepBeforeLeaving())
+        // What others stored meanwhile was read, and the items were made anew.
+        if (!keepBeforeLeaving() || !(item = currentItem()))
             return;
         break;
     case eLeaving::kDrop:

@@ -134,6 +134,7 @@ TEST_F(Leaving, UseNamesNoStyleThatIsNotStored) {
     EXPECT_FALSE(queue.has("RESULT1")) << "the copy is gone";
     EXPECT_FALSE(pending());
     copyStyle();
+    storeElsewhere("user.dsdb", "UPDATE detail_style SET description='theirs' WHERE name='HB post 1:15'");
     answer("&Keep");
     click(button(kUse));
     EXPECT_FALSE(pending());
