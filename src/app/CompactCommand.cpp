@@ -52,8 +52,8 @@ int compactCommand(DataFolder&, const CompactOptions& options) {
         return refuse(
             KorString::format(translated("The source \"%s\" is read-only, so nothing was removed from it."),
                               {SourceChoice::nameOf(id)}));
-    if (const std::string reason = whyNotCompactable(source); !reason.empty())
-        return refuse(KorString(reason));
+    if (const StoreResult whole = source.complete(); !whole)
+        return refuse(KorString(whole.error));
     StyleDatabases::current().setCurrentSource(id);
     if (!options.dryRun && KorOdbcCompactDetailsTables::startCompactProcess(
                                id.dsn, 0, KorOdbcCompactDetailsTables::kUnusedParts) < 0)

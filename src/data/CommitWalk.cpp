@@ -78,6 +78,8 @@ void StyleDatabases::finishSource(StyleSource& source, eTableType type) {
             return;
         }
     }
+    for (const eTableType table : written)
+        source.forgetMended(m_pending.netChange(source.id(), table).cells);
     m_pending.forget(source.id(), written);
     written.clear();
     report(source).kept = true;

@@ -136,7 +136,7 @@ int KorOdbcCompactDetailsTables::startCompactProcess(eDSN dsn, int, eCompactType
     const SourceId id = sourceOf(dsn);
     const KorDSNRequest request(id.dsn, id.index);
     StyleSource* source = databases().here();
-    if (!source || !databases().isEditable() || !whyNotCompactable(*source).empty())
+    if (!source || !databases().isEditable() || !source->complete())
         return -1;
     const std::vector<RowRef> orphans = orphanedParts(*source);
     databases().pending().beginGroup(translated("Compacting"));

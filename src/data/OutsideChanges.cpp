@@ -72,12 +72,12 @@ StoreResult StyleDatabases::readWhole(SourceId id) {
     StyleSource* open = source(id);
     if (!KorAssert::check(open != nullptr, "open != nullptr"))
         return {};
-    const StoreResult result = open->complete();
+    const StoreResult result = open->readAll();
     if (!open->isOutdated() || m_pending.hasPending(id))
         return result;
     open->store().acknowledge();
     open->dropTables();
-    return open->complete();
+    return open->readAll();
 }
 
 int StyleDatabases::keepMine(SourceId id, const OutsideConflict& conflict) {

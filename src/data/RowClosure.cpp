@@ -81,8 +81,13 @@ std::vector<RowRef> targetsOf(StyleSource& source, RowRef row) {
 }
 
 std::vector<RowRef> closureOf(StyleSource& source, RowRef row) {
+    return closureOf(source, std::vector{row});
+}
+
+std::vector<RowRef> closureOf(StyleSource& source, const std::vector<RowRef>& rows) {
     Collector collector(source);
-    collector.add(row);
+    for (const RowRef& row : rows)
+        collector.add(row);
     return collector.take();
 }
 

@@ -21,6 +21,8 @@ std::vector<RowRef> targetsOf(StyleSource& source, RowRef row);
 /// parts of all that, and the rows that tell the host of it. Each row once, `row` first; empty when there is
 /// no such row.
 std::vector<RowRef> closureOf(StyleSource& source, RowRef row);
+/// The same for several rows.
+std::vector<RowRef> closureOf(StyleSource& source, const std::vector<RowRef>& rows);
 
 /// Rows that are looked up by name or value instead of being referred to, such as units, text sizes and
 /// creation defaults, with their closures. A database needs them all to be of use in the editor.

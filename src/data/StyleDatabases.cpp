@@ -96,9 +96,11 @@ int StyleDatabases::writeCell(StyleSource& source, eTableType type, KorOdbcKey k
     const CellValue before = column.read(source.table(type).find(key));
     if (!source.setCell(type, key, column, value))
         return kFailed;
-    const CellValue after = column.read(source.table(type).find(key));
-    if (after != before)
-        m_pending.record({source.id(), type, PendingStep::eAction::kCell, key, &column, before, after, {}});
+    PendingStep step{source.id(), type, PendingStep::eAction::kCell, key, &column, before, {}, {}};
+    step.after = column.read(source.table(type).find(key));
+    step.mends = source.isUnreadable(key, column);
+    if (step.mends || step.after != before)
+        m_pending.record(std::move(step));
     return kWritten;
 }
 

@@ -47,7 +47,7 @@ public:
     StyleSource* source(SourceId id);
     std::vector<SourceId> sources() const;
 
-    /// As `StyleSource::complete`, for an open source of which no record is held: where another program
+    /// As `StyleSource::readAll`, for an open source of which no record is held: where another program
     /// changed the database meanwhile and nothing is pending, all is read again.
     StoreResult readWhole(SourceId id);
 

@@ -73,15 +73,15 @@ bool StyleSource::isRead(const TableSchema& schema) const {
     return m_tables[static_cast<std::size_t>(schema.type)] && !m_failures.contains(schema.type);
 }
 
-StoreResult StyleSource::complete() {
-    if (!m_isComplete && !m_isOutdated) {
+StoreResult StyleSource::readAll() {
+    if (!m_isAllRead && !m_isOutdated) {
         const Reading reading(*m_store);
         for (const TableSchema& schema : allTables())
             if (!isRead(schema) && !read(schema, reading))
                 return {m_failures.at(schema.type)};
-        m_isComplete = !m_isOutdated;
+        m_isAllRead = !m_isOutdated;
     }
-    if (m_isComplete)
+    if (m_isAllRead)
         return {};
     if (const Reading reading(*m_store); !reading.result)
         return reading.result;
@@ -91,9 +91,42 @@ StoreResult StyleSource::complete() {
                           {m_store->name()}));
 }
 
+StoreResult StyleSource::complete() {
+    StoreResult read = readAll();
+    const auto lost = std::ranges::find(m_problems, false, &ReadProblem::kept);
+    return !read || lost == m_problems.end()
+               ? read
+               : StoreResult::failure(KorString::format(
+                     translated(
+                         "\"%s\" could not be read whole, so what depends on all of it is not done: %s"),
+                     {m_store->name(), lost->sentence}));
+}
+
+bool StyleSource::hasAllRows(eTableType type) const {
+    return std::ranges::none_of(m_problems, [&](const ReadProblem& problem) {
+        return !problem.kept && !problem.column && problem.table && problem.table->type == type;
+    });
+}
+
+bool StyleSource::isUnreadable(KorOdbcKey key, const Column& column) const {
+    return std::ranges::any_of(m_problems, [&](const ReadProblem& problem) {
+        return key.isValid() && !problem.kept && problem.column == &column && problem.key == key.getKey();
+    });
+}
+
+void StyleSource::forgetMended(const std::vector<CellChange>& cells) {
+    if (m_problems.empty())
+        return;
+    std::erase_if(m_problems, [&](const ReadProblem& problem) {
+        return problem.key > 0 && std::ranges::any_of(cells, [&](const CellChange& cell) {
+                   return problem.column == cell.column && problem.key == cell.key;
+               });
+    });
+}
+
 void StyleSource::setOutdated() {
     m_isOutdated = true;
-    m_isComplete = false;
+    m_isAllRead = false;
 }
 
 bool StyleSource::readFailedAgain() {
@@ -213,5 +246,5 @@ void StyleSource::dropTables() {
     m_problems.clear();
     m_failures.clear();
     m_state.reset();
-    m_isOutdated = m_isComplete = false;
+    m_isOutdated = m_isAllRead = false;
 }

@@ -32,7 +32,16 @@ public:
     /// Whether all tables are in memory and of one state of the database. Reads those that were not read yet
     /// or could not be read, all in one transaction. A failure is one sentence that names the file. Costs
     /// nothing once it succeeded.
+    StoreResult readAll();
+    /// The same, and whether they hold all that is stored: no table or column is missing, no row was left
+    /// out, no cell was replaced by its default.
     StoreResult complete();
+    /// Whether no row of a table that was read is left out.
+    bool hasAllRows(eTableType type) const;
+    /// Whether the default is shown in the place of what this cell holds.
+    bool isUnreadable(KorOdbcKey key, const Column& column) const;
+    /// To be told of cells that were stored: what could not be read there is replaced.
+    void forgetMended(const std::vector<CellChange>& cells);
     /// Whether another program changed the database between the reading of one table and of another.
     bool isOutdated() const { return m_isOutdated; }
     void setOutdated();
@@ -75,5 +84,5 @@ private:
     std::map<eTableType, std::string> m_failures; // tables that could not be read, with the reason
     std::optional<std::int64_t> m_state;          // of the database, as it was when the tables were read
     bool m_isOutdated = false;
-    bool m_isComplete = false;
+    bool m_isAllRead = false;
 };

@@ -26,10 +26,14 @@ void KorDSMGuardedWrite::removeAskFunction(const void* owner) {
 
 namespace {
 
-// Whether it can be said how many records use a row; if not, the host is told why.
-bool canJudge() {
+// Whether it can be said how many records use a row, or the user is to say it, because the write mends what
+// is in the way of that; if not, the host is told why.
+bool canJudge(eTableType table, const KorOdbcKey& key, int field) {
     StyleSource* source = StyleDatabases::current().here();
     if (!source || !KorDSMDialogFactory::getDSMDataStructure().getShowWarning())
+        return true;
+    const Column* column = findTable(table)->column(field);
+    if (column && source->isUnreadable(key, *column))
         return true;
     const StoreResult whole = source->complete();
     if (!whole)
@@ -57,9 +61,9 @@ int KorDSMGuardedWrite::ask(RowRef shared) {
                             : AskFunction(g_askers.back().second)(shared.table, KorOdbcKey(shared.key));
 }
 
-int KorDSMGuardedWrite::write(bool mayBeShared, const FindShared& findShared,
+int KorDSMGuardedWrite::write(bool canJudge, const FindShared& findShared,
                               const std::function<int()>& writeNow) {
-    if (mayBeShared && !canJudge())
+    if (!canJudge)
         return 0;
     const std::optional<RowRef> shared = findShared();
     if (const int answer = shared ? ask(*shared) : kWrite; answer != kWrite)
@@ -71,26 +75,27 @@ int KorDSMGuardedWrite::write(bool mayBeShared, const FindShared& findShared,
     return kWrite;
 }
 
-int KorDSMGuardedWrite::writeRow(eTableType table, const KorOdbcKey& key,
+int KorDSMGuardedWrite::writeRow(eTableType table, const KorOdbcKey& key, int field,
                                  const std::function<int()>& writeNow) {
     const auto shared = [&] {
         return needsConfirmation(table, key) ? std::optional(RowRef{table, key}) : std::nullopt;
     };
-    return write(KorOdbcGUI::canBeShared(table), shared, writeNow);
+    return write(!KorOdbcGUI::canBeShared(table) || canJudge(table, key, field), shared, writeNow);
 }
 
 int KorDSMGuardedWrite::setAttributeString(eTableType table, const KorOdbcKey& key, int field,
                                            const KorString& text, int flags) {
-    return writeRow(table, key, [&] { return KorOdbcMan::setAttribute(table, key, field, text, flags); });
+    return writeRow(table, key, field,
+                    [&] { return KorOdbcMan::setAttribute(table, key, field, text, flags); });
 }
 
 int KorDSMGuardedWrite::setAttributeInt(eTableType table, const KorOdbcKey& key, int field, long value) {
-    return writeRow(table, key,
+    return writeRow(table, key, field,
                     [&] { return KorOdbcMan::setAttribute(table, key, field, value, KorOdbcMan::kThisRow); });
 }
 
 int KorDSMGuardedWrite::setAttributeDouble(eTableType table, const KorOdbcKey& key, int field, double value) {
-    return writeRow(table, key,
+    return writeRow(table, key, field,
                     [&] { return KorOdbcMan::setAttribute(table, key, field, value, KorOdbcMan::kThisRow); });
 }
 
@@ -102,10 +107,11 @@ int KorDSMGuardedWrite::setAttributeValue(eTableType table, const KorOdbcKey& ke
                    ? sharedWhole(databases, {table, key})
                    : std::nullopt;
     };
-    return write(canChangeOthers(table), shared, [&] { return databases.setCell(table, key, field, value); });
+    return write(!canChangeOthers(table) || canJudge(table, key, field), shared,
+                 [&] { return databases.setCell(table, key, field, value); });
 }
 
 int KorDSMGuardedWrite::storeCurrentRecord(eTableType table) {
-    return writeRow(table, KorOdbcMan::getRecordKey(table),
+    return writeRow(table, KorOdbcMan::getRecordKey(table), 0,
                     [table] { return KorOdbcMan::storeCurrentRecord(table, KorOdbcMan::kThisRow); });
 }

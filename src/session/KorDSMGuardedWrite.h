@@ -24,7 +24,8 @@ public:
     /// Write one field of the current source, after the question where the row itself is shared. Return 1
     /// when it was written, the answer when it was declined, 0 when the write failed (after the check
     /// "odbcResult > 0" where the layer reports below 1) or nobody can say whether the row is shared, because
-    /// the source is not complete; the host report then says why.
+    /// the source is not complete; the host report then says why. A write that replaces a cell that could not
+    /// be read is asked about as if the row were shared.
     static int setAttributeString(eTableType table, const KorOdbcKey& key, int field, const KorString& text,
                                   int flags);
     static int setAttributeInt(eTableType table, const KorOdbcKey& key, int field, long value);
@@ -44,8 +45,8 @@ private:
 
     /// The answer for a row that several others use.
     static int ask(RowRef shared);
-    /// Where the row may be shared it must be possible to judge that.
-    static int write(bool mayBeShared, const FindShared& findShared, const std::function<int()>& writeNow);
+    static int write(bool canJudge, const FindShared& findShared, const std::function<int()>& writeNow);
     /// Asks where the row itself is shared.
-    static int writeRow(eTableType table, const KorOdbcKey& key, const std::function<int()>& writeNow);
+    static int writeRow(eTableType table, const KorOdbcKey& key, int field,
+                        const std::function<int()>& writeNow);
 };

@@ -41,8 +41,8 @@ void KorDSMMainDialog::addCompactCommand(QMenu& menu, const KorDSMDatabaseItem& 
 void KorDSMMainDialog::compact(SourceId id) {
     finishCurrentPage();
     StyleSource& source = *StyleDatabases::current().source(id);
-    if (const std::string reason = whyNotCompactable(source); !reason.empty())
-        return refuse(KorString(reason));
+    if (const StoreResult whole = source.complete(); !whole)
+        return refuse(KorString(whole.error));
     const KorString file(std::filesystem::path(source.store().name()).filename().string());
     const std::size_t parts = orphanedParts(source).size();
     const QString caption = toQt(Prompts::dsm(kCompact)).remove(u'…').trimmed();

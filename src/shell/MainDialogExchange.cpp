@@ -40,6 +40,18 @@ KorString summary(const ImportReport& report) {
                : KorString::format("%s %s", {imported, counted(report.alreadyThere, kOneThere, kManyThere)});
 }
 
+QStringList linesOf(const std::vector<std::string>& sentences) {
+    QStringList lines;
+    for (const std::string& sentence : sentences)
+        lines << QString::fromStdString(sentence);
+    return lines;
+}
+
+void showIn(QMessageBox& box, const QStringList& lines) {
+    if (!lines.isEmpty())
+        box.setDetailedText(lines.join('\n'));
+}
+
 // In advanced mode the messages tell of each row that could not keep its name.
 int importFile(const QString& file, SourceId to, ImportReport& report, QStringList& messages) {
     const ExchangeRun run;
@@ -47,8 +59,7 @@ int importFile(const QString& file, SourceId to, ImportReport& report, QStringLi
     const int result = KorODBCDetailStyleExports::importFile(fromQt(file), report, to);
     KorODBCDetailStyleExports::EnableAdvancedDeepCopyMode(0);
     messages = run.messages();
-    for (const std::string& problem : report.problems)
-        messages << QString::fromStdString(problem);
+    messages << linesOf(report.leftOut) << linesOf(report.problems);
     return result;
 }
 
@@ -68,17 +79,21 @@ void KorDSMMainDialog::exportStyle() {
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return;
     int result = 0;
+    std::vector<std::string> leftOut;
     {
         const ExchangeRun run;
         result = KorODBCDetailStyleExports::exportDetail(
             0, KorOdbcKey(item->recordKey()), KorOdbcMan::getCurrentDSN(), KorOdbcMan::getCurrentAddIn(),
-            fromQt(dialog.selectedFiles().first()));
+            fromQt(dialog.selectedFiles().first()), &leftOut);
     }
     if (result == KorODBCDetailStyleExports::kDone) {
-        QMessageBox::information(
-            this, toQt(Prompts::gui(45024)),
+        QMessageBox box(
+            leftOut.empty() ? QMessageBox::Information : QMessageBox::Warning, toQt(Prompts::gui(45024)),
             toQt(KorString::format(Prompts::ups(33526),
-                                   {KorDSMValueText::shortName(item->record()->getRunBezeichnung())})));
+                                   {KorDSMValueText::shortName(item->record()->getRunBezeichnung())})),
+            QMessageBox::Ok, this);
+        showIn(box, linesOf(leftOut));
+        box.exec();
         return;
     }
     KorString error;
@@ -106,9 +121,8 @@ void KorDSMMainDialog::importStyles() {
     if (report.rowsAppended > 0)
         setModified(true);
     reloadSections();
-    QMessageBox box(QMessageBox::Information, toQt(Prompts::dsm(kImportCaption)), toQt(summary(report)),
-                    QMessageBox::Ok, this);
-    if (!messages.isEmpty())
-        box.setDetailedText(messages.join('\n'));
+    QMessageBox box(report.leftOut.empty() ? QMessageBox::Information : QMessageBox::Warning,
+                    toQt(Prompts::dsm(kImportCaption)), toQt(summary(report)), QMessageBox::Ok, this);
+    showIn(box, messages);
     box.exec();
 }

@@ -57,7 +57,9 @@ TEST_F(CheckTest, EachFaultIsFoundOnceAndNothingElse) {
     const std::string sound = bytesOf(file("user.dsdb"));
     for (const Case& each : cases) {
         const std::vector<Finding> findings = findingsAfter(each.sql);
-        ASSERT_EQ(findings.size(), each.phrase ? 1u : 0u) << each.sql;
+        const bool isIncomplete = each.phrase && !each.table;
+        ASSERT_EQ(findings.size(), isIncomplete ? 2u : each.phrase ? 1u : 0u) << each.sql;
+        EXPECT_TRUE(!isIncomplete || mentions(findings.back().sentence, "nothing is said about"));
         if (!each.phrase)
             continue;
         const Finding& finding = findings.front();

@@ -2,6 +2,8 @@
 
 #include "data/KorOdbcGUI.h"
 #include "data/RowClosure.h"
+#include "services/KorHostReport.h"
+#include "support/OtherProgram.h"
 
 namespace {
 
@@ -130,4 +132,33 @@ TEST_F(GuardedWrite, TheFourWriteFunctionsAskOnlyForRecordsThatCanBeShared) {
     EXPECT_EQ(KorDSMGuardedWrite::setAttributeInt(kTableReprMap, KorOdbcKey(map), 3, 1),
               KorDSMGuardedWrite::kDecline);
     EXPECT_EQ(asked, (std::vector{RowRef{kTableReprMap, map}}));
+}
+
+TEST_F(GuardedWrite, WhatCannotBeReadIsMendedAfterAQuestionAndHindersOtherWrites) {
+    const RowArray& rows = databases.here()->table(kTableViewRequest).rows();
+    const std::int32_t damaged = rows.at(0).key;
+    const std::int32_t sound = rows.at(1).key;
+    OtherProgram(file("user.dsdb"))
+        .run(("UPDATE view_request SET scale = 'x' WHERE key = " + std::to_string(damaged)).c_str());
+    ASSERT_EQ(databases.openFile(kUser, file("user.dsdb"), false).error, "");
+    const auto write = [](std::int32_t key) {
+        return KorDSMGuardedWrite::setAttributeValue(kTableViewRequest, KorOdbcKey(key), 10, 0.5);
+    };
+    ASSERT_FALSE(databases.here()->complete());
+    KorHostReport::take();
+    EXPECT_EQ(write(sound), 0);
+    EXPECT_EQ(KorHostReport::take().size(), 1U);
+    EXPECT_TRUE(asked.empty());
+    EXPECT_EQ(write(damaged), KorDSMGuardedWrite::kDecline);
+    EXPECT_EQ(asked, (std::vector{RowRef{kTableViewRequest, damaged}}));
+    answer = KorDSMGuardedWrite::kWrite;
+    EXPECT_EQ(write(damaged), KorDSMGuardedWrite::kWrite);
+    EXPECT_FALSE(databases.here()->complete()) << "it is not stored yet";
+    {
+        const StyleDatabases::CommitWalk walk(databases);
+        for (const TableSchema& table : allTables())
+            EXPECT_EQ(databases.keepTable(table.type), 1);
+    }
+    EXPECT_EQ(databases.here()->complete().error, "");
+    EXPECT_NE(write(sound), 0);
 }

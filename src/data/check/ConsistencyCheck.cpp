@@ -23,13 +23,23 @@ bool isTargetOf(const TableSchema& table, eReferenceRole role) {
 
 std::vector<Finding> ConsistencyCheck::run() {
     m_findings.clear();
-    const bool isComplete = m_source.complete().ok();
+    const bool isRead = m_source.readAll().ok();
+    m_isComplete = m_source.complete().ok();
     checkFile();
-    if (!isComplete) // what is absent may only be unread
+    if (!isRead) // what is absent may only be unread
         return std::move(m_findings);
     for (const TableSchema& table : allTables())
         checkTable(table);
-    checkEntriesThatNeverAct();
+    if (m_isComplete)
+        checkEntriesThatNeverAct();
+    else
+        m_findings.push_back(
+            {.sentence =
+                 KorString::format(
+                     translated(
+                         "\"%s\" could not be read whole, so nothing is said about what is not used in it."),
+                     {m_source.store().name()})
+                     .toStdString()});
     return std::move(m_findings);
 }
 
@@ -47,9 +57,9 @@ void ConsistencyCheck::checkTable(const TableSchema& table) {
     for (int i = 0; i < rows.size(); ++i) {
         const StructRecord& row = rows.at(i);
         checkCells(table, row);
-        if (KorOdbcGUI::isMadeToBeUsed(table.type))
+        if (m_isComplete && KorOdbcGUI::isMadeToBeUsed(table.type))
             checkUse(table, row);
-        if (isIdentified && !isReferredTo(table, row, eReferenceRole::kIdentifies))
+        if (m_isComplete && isIdentified && !isReferredTo(table, row, eReferenceRole::kIdentifies))
             add({eSeverity::kWarning, &table, row.key, row.name},
                 translated(
                     "The %s \"%s\" (key %s) of \"%s\" has no number by which drawings find it; copy it and "
@@ -58,8 +68,34 @@ void ConsistencyCheck::checkTable(const TableSchema& table) {
 }
 
 void ConsistencyCheck::checkCells(const TableSchema& table, const StructRecord& row) {
-    for (const Column& column : table.columns)
-        checkCell(table, row, column, faultOf(m_source, table, column, row.key, column.read(&row)));
+    for (const Column& column : table.columns) {
+        const eCellFault fault = faultOf(m_source, table, column, row.key, column.read(&row));
+        if (isSure(column, fault))
+            checkCell(table, row, column, fault);
+    }
+}
+
+// A cell that could not be read holds its default: no name, no whole.
+bool ConsistencyCheck::isSure(const Column& column, eCellFault fault) const {
+    if (fault == eCellFault::kNoName || fault == eCellFault::kNoWhole)
+        return m_isComplete;
+    return fault != eCellFault::kNoTarget || m_source.hasAllRows(column.target);
+}
+
+std::vector<std::string> ConsistencyCheck::danglingReferences(const std::vector<RowRef>& rows) {
+    m_findings.clear();
+    for (const RowRef& ref : rows) {
+        const StyleTable& table = m_source.table(ref.table);
+        const StructRecord* row = table.find(KorOdbcKey(ref.key));
+        for (const Column& column : table.schema().columns)
+            if (row && column.isReference() &&
+                faultOf(m_source, table.schema(), column, row->key, column.read(row)) ==
+                    eCellFault::kNoTarget)
+                checkCell(table.schema(), *row, column, eCellFault::kNoTarget);
+    }
+    std::vector<std::string> sentences;
+    std::ranges::transform(m_findings, std::back_inserter(sentences), &Finding::sentence);
+    return sentences;
 }
 
 void ConsistencyCheck::checkCell(const TableSchema& table, const StructRecord& row, const Column& column,

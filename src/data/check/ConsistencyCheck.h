@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/CellRules.h"
+#include "data/RowRef.h"
 
 /// How much a finding matters.
 enum class eSeverity : std::uint8_t {
@@ -29,11 +30,14 @@ public:
 
     /// All findings: those of the file first, then table by table in the order of keys. Reads every table.
     std::vector<Finding> run();
+    /// Of these rows what refers to rows that do not exist, one sentence for each cell.
+    std::vector<std::string> danglingReferences(const std::vector<RowRef>& rows);
 
 private:
     void checkFile();
     void checkTable(const TableSchema& table);
     void checkCells(const TableSchema& table, const StructRecord& row);
+    bool isSure(const Column& column, eCellFault fault) const;
     void checkCell(const TableSchema& table, const StructRecord& row, const Column& column, eCellFault fault);
     /// Of the entries of a map the first whose qualifier set fits an object acts; a later one with the same
     /// set never does.
@@ -46,4 +50,5 @@ private:
 
     StyleSource& m_source;
     std::vector<Finding> m_findings;
+    bool m_isComplete = false;
 };

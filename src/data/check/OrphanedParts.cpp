@@ -1,7 +1,5 @@
 #include "data/check/OrphanedParts.h"
 
-#include "base/Translation.h"
-
 #include <algorithm>
 
 std::vector<RowRef> orphanedParts(StyleSource& source) {
@@ -18,17 +16,4 @@ std::vector<RowRef> orphanedParts(StyleSource& source) {
         }
     }
     return orphans;
-}
-
-std::string whyNotCompactable(StyleSource& source) {
-    std::string reason = source.complete().error;
-    const auto lost = std::ranges::find(source.problems(), false, &ReadProblem::kept);
-    if (reason.empty() && lost != source.problems().end())
-        reason = lost->sentence;
-    return reason.empty()
-               ? reason
-               : KorString::format(
-                     translated("\"%s\" could not be read whole, so nothing was removed from it: %s"),
-                     {source.store().name(), reason})
-                     .toStdString();
 }

@@ -15,6 +15,13 @@ ExchangeExport::ExchangeExport(StyleSource& source, RowRef row) : m_source(sourc
     }
 }
 
+std::vector<RowRef> ExchangeExport::rows() const {
+    std::vector<RowRef> rows;
+    for (const auto& [row, key] : m_newKeys)
+        rows.push_back(row);
+    return rows;
+}
+
 std::shared_ptr<StructRecord> ExchangeExport::translated(const StyleTable& table, std::int32_t key) const {
     auto copy = table.rows().copyOf(table.find(KorOdbcKey(key)));
     copy->key = m_newKeys.at({table.schema().type, key});

@@ -15,6 +15,7 @@ public:
 
     /// How many tables have rows to be written.
     std::size_t tableCount() const { return m_rows.size(); }
+    std::vector<RowRef> rows() const;
     /// Writes the rows into an empty store in which a transaction is open; one step of progress per table.
     StoreResult writeInto(StyleStore& store, ExchangeProgress& progress);
     bool isCancelled() const { return m_cancelled; }

@@ -3,11 +3,13 @@
 #include "base/Translation.h"
 #include "data/KorDSNManager.h"
 #include "data/RowClosure.h"
+#include "data/check/ConsistencyCheck.h"
 #include "data/exchange/ExchangeExport.h"
 #include "data/exchange/ExchangeImport.h"
 #include "data/exchange/KorDatabaseAccess.h"
 #include "data/store/SqliteStore.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <utility>
 
@@ -100,22 +102,33 @@ int importInOneGroup(const Route& route, const KorString& label, std::size_t ste
     return Exports::kDone;
 }
 
+// What an import of these rows did not bring, because the source does not have it.
+void tellLeftOut(const Route& route, const std::vector<RowRef>& rows, ImportReport& report) {
+    const auto sentences = ConsistencyCheck(*route.from).danglingReferences(closureOf(*route.from, rows));
+    report.leftOut.insert(report.leftOut.end(), sentences.begin(), sentences.end());
+}
+
 int importAllStyles(const Route& route, const KorString& path, ImportReport& report) {
     const RowArray& styles = route.from->table(kTableDetailStyle).rows();
     const KorString label(std::filesystem::path(path.toStdString()).filename().string());
-    const auto count = static_cast<std::size_t>(styles.size());
-    return importInOneGroup(
-        route, label, count, report, [&](ExchangeImport& import, ExchangeProgress& progress) {
-            for (int i = 0; i < styles.size(); ++i)
-                if (!import.bring({kTableDetailStyle, styles.at(i).key}) || !progress.step())
-                    return false;
-            return true;
-        });
+    std::vector<RowRef> rows;
+    for (int i = 0; i < styles.size(); ++i)
+        rows.push_back({kTableDetailStyle, styles.at(i).key});
+    const int result = importInOneGroup(route, label, rows.size(), report,
+                                        [&](ExchangeImport& import, ExchangeProgress& progress) {
+                                            return std::ranges::all_of(rows, [&](const RowRef& row) {
+                                                return import.bring(row) && progress.step();
+                                            });
+                                        });
+    if (result == Exports::kDone)
+        tellLeftOut(route, rows, report);
+    return result;
 }
 
 } // namespace
 
-int Exports::exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex index, const KorString& path) {
+int Exports::exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex index, const KorString& path,
+                          std::vector<std::string>* leftOut) {
     StyleSource* source = StyleDatabases::current().source({dsn, index});
     if (!source)
         return finish(kNoSuchSource);
@@ -131,6 +144,8 @@ int Exports::exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex ind
         path.toStdString(), [&](StyleStore& store) { return rows.writeInto(store, progress); });
     if (rows.isCancelled())
         return finish(kCancelled);
+    if (result && leftOut)
+        *leftOut = ConsistencyCheck(*source).danglingReferences(rows.rows());
     return result ? finish(kDone) : finish(kFileFailed, result.error);
 }
 
@@ -151,6 +166,8 @@ int Exports::importDetail(int eType, const KorOdbcKey& key, eDSN fromDSN, eIndex
         importInOneGroup(route, record->name, steps, told, [&](ExchangeImport& import, ExchangeProgress&) {
             return import.bringClosure(row) && import.bring(row);
         });
+    if (result == kDone)
+        tellLeftOut(route, {row}, told);
     return finish(result, KorString(told.error));
 }
 
@@ -162,8 +179,8 @@ int Exports::importFile(const KorString& path, ImportReport& report, SourceId to
         const Route route = routeBetween(file, to);
         result = route.fault == kDone ? importAllStyles(route, path, report) : route.fault;
         error = route.fault == kDone ? report.error : route.reason;
-        for (const ReadProblem& problem : route.from->problems())
-            if (problem.sentence != route.reason)
+        if (result == kDone)
+            for (const ReadProblem& problem : route.from->problems())
                 report.problems.push_back(problem.sentence);
     }
     deleteCache(0);

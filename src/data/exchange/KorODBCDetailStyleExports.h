@@ -31,7 +31,8 @@ struct ImportReport {
     std::vector<KorString> alreadyThere; ///< detail styles that the target has with the same content
     std::vector<Renamed> renamed;
     int rowsAppended = 0;
-    std::vector<std::string> problems; ///< cells of the file that could not be read as declared
+    std::vector<std::string> problems; ///< values that are taken although they are outside their range
+    std::vector<std::string> leftOut;  ///< references to rows that do not exist, one sentence each
     std::string error;                 ///< one sentence when nothing was imported, else empty
 };
 
@@ -52,8 +53,10 @@ public:
 
     /// Writes one row (`eType` is its table type, 0 for a detail style) with everything that it depends on
     /// into a new database file, which can be opened as a source. Pending changes are part of it. An existing
-    /// file is replaced; on failure it stays as it is. Returns 1, or another of `eResult`.
-    static int exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex index, const KorString& path);
+    /// file is replaced; on failure it stays as it is. References to rows that do not exist are left out and
+    /// told in `leftOut`, one sentence each. Returns 1, or another of `eResult`.
+    static int exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex index, const KorString& path,
+                            std::vector<std::string>* leftOut = nullptr);
 
     /// Copies one row with everything that it depends on from an open source into an editable one, as one
     /// group of pending changes. Rows that the target has with the same name and content are not copied

@@ -145,7 +145,7 @@ void PendingLog::addRowChange(const RowArray& rows, RowSteps steps, TableChange&
         forFirstChanges(steps, [&](const PendingStep& step) {
             const CellValue& wanted =
                 (*std::ranges::find(steps.rbegin(), steps.rend(), step.column, &PendingStep::column))->after;
-            if (wanted != step.before)
+            if (step.mends || wanted != step.before)
                 change.cells.push_back({step.key, step.column, step.before, wanted});
         });
     }

@@ -21,6 +21,7 @@ struct PendingStep {
     CellValue after;                      ///< cells only
     std::shared_ptr<StructRecord> record; ///< whole row as appended or deleted
     int group = 0;                        ///< steps of one group are taken back together
+    bool mends = false; ///< a cell that could not be read: written even where `before` is what is wanted
 };
 
 /// One table of one source.

@@ -91,7 +91,8 @@ ReadReport::~ReadReport() {
                  translated("The table \"%s\" of \"%s\" has %s more cells or rows of this kind; "
                             "restore the file from a copy, or correct them one by one."),
                  {m_table.rowName(), m_file, KorString::number(more)})
-                 .toStdString()});
+                 .toStdString(),
+             m_moreAreKept, &m_table});
 }
 
 void ReadReport::addMissingTable() {
@@ -103,7 +104,7 @@ void ReadReport::addMissingTable() {
 void ReadReport::addMissingColumn(const Column& column) {
     add(translated("The style database \"%s\" has no column \"%s\" in its table \"%s\"; the default is shown "
                    "and cannot be changed, restore the file from a copy."),
-        {m_file, column.name, m_table.name});
+        {m_file, column.name, m_table.name}, {.column = &column});
 }
 
 void ReadReport::addCell(const StructRecord& record, const Column& column, sqlite3_value* stored, bool kept) {
@@ -115,13 +116,14 @@ void ReadReport::addCell(const StructRecord& record, const Column& column, sqlit
                 "takes %s; enter a value to replace it."),
             {m_file, displayText(stored), name, m_table.rowName(), record.name, key,
              rangeText(column, column.read(&record))},
-            true);
+            {.kept = true});
     else
         add(translated(
                 "The style database \"%s\" holds %s instead of %s in the column \"%s\" of the %s \"%s\" "
                 "(key %s); %s is shown, enter a value to replace it."),
             {m_file, displayText(stored), expectation(column), name, m_table.rowName(), record.name, key,
-             displayText(column.read(&record))});
+             displayText(column.read(&record))},
+            {.column = &column, .key = record.key});
 }
 
 void ReadReport::addRow(sqlite3_value* key, bool isDuplicate) {
@@ -134,7 +136,13 @@ void ReadReport::addRow(sqlite3_value* key, bool isDuplicate) {
         {m_file, m_table.name, displayText(key)});
 }
 
-void ReadReport::add(const KorString& pattern, std::initializer_list<KorString> arguments, bool kept) {
-    if (++m_count <= kSentencesPerTable)
-        m_problems.push_back({KorString::format(pattern, arguments).toStdString(), kept});
+void ReadReport::add(const KorString& pattern, std::initializer_list<KorString> arguments,
+                     ReadProblem problem) {
+    if (++m_count > kSentencesPerTable) {
+        m_moreAreKept = m_moreAreKept && problem.kept;
+        return;
+    }
+    problem.table = &m_table;
+    problem.sentence = KorString::format(pattern, arguments).toStdString();
+    m_problems.push_back(std::move(problem));
 }

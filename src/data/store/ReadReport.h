@@ -23,12 +23,14 @@ public:
     void addRow(sqlite3_value* key, bool isDuplicate);
 
 private:
-    void add(const KorString& pattern, std::initializer_list<KorString> arguments, bool kept = false);
+    /// Adds `problem` with this sentence.
+    void add(const KorString& pattern, std::initializer_list<KorString> arguments, ReadProblem problem = {});
 
     const std::string& m_file;
     const TableSchema& m_table;
     std::vector<ReadProblem>& m_problems;
     int m_count = 0;
+    bool m_moreAreKept = true; // those that are only counted
 };
 
 /// A stored value as a user reads it, long texts cut.

@@ -47,9 +47,12 @@ struct StoreConflict {
 
 /// A cell, row, column or table that is not as declared.
 struct ReadProblem {
-    std::string sentence; ///< names file, table, row and column, and says what to do
-    bool kept = false;    ///< the stored value is used although it is outside its range; otherwise the
-                          ///< default stands in its place, or the row is left out
+    std::string sentence = {}; ///< names file, table, row and column, and says what to do
+    bool kept = false;         ///< the stored value is used although it is outside its range; otherwise the
+                               ///< default stands in its place, or the row is left out
+    const TableSchema* table = nullptr; ///< null where no table in particular is concerned
+    const Column* column = nullptr;     ///< null where whole rows are concerned
+    std::int32_t key = 0;               ///< of the row whose one cell is concerned, or 0; a write mends it
 };
 
 /// One style database in a database engine. A store reads tables whole and applies changes in transactions;
