@@ -90,9 +90,11 @@ void addEdit(CLI::App& app, Wanted& wanted) {
             int height = 0;
             char rest = 0;
             const bool read = std::sscanf(size.c_str(), "%dx%d%c", &width, &height, &rest) == 2;
-            return read && width > 0 && height > 0
+            constexpr int kMost = 8000; // more would not fit into memory on a screen of high resolution
+            return read && std::clamp(width, 1, kMost) == width && std::clamp(height, 1, kMost) == height
                        ? std::string()
-                       : translated("must be WIDTHxHEIGHT, such as 1280x800").toStdString();
+                       : translated("must be WIDTHxHEIGHT, such as 1280x800, and 8000x8000 at most")
+                             .toStdString();
         });
 }
 

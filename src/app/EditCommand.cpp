@@ -2,6 +2,7 @@
 
 #include "app/Console.h"
 #include "app/OutputFile.h"
+#include "app/ReadProblems.h"
 #include "app/StartSelection.h"
 #include "base/Translation.h"
 #include "controls/KorStyle.h"
@@ -23,6 +24,7 @@
 #include <QTranslator>
 #include <QWidget>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 
@@ -78,6 +80,15 @@ bool mayPaint(const EditOptions& options) {
     return hindrance.isEmpty();
 }
 
+// Whether nothing is missing in the picture; complains otherwise.
+bool isPictureWhole(const DataFolder& folder, const std::string& file) {
+    if (!complainOfReading() && folder.isComplete())
+        return true;
+    Console::complain(KorString::format(
+        translated("The picture \"%s\" was written, but shows only what could be read."), {file}));
+    return false;
+}
+
 // Qt ends the whole program where it finds no display. A picture needs none.
 bool prepareDisplay(bool forPicture) {
     for (const char* variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
@@ -106,12 +117,18 @@ int selectStyle(const RowOptions& wanted) {
     const eExitCode found = RowChoice::find(wanted, style, error);
     if (found == kExitDone && selectAtStart(style))
         return kExitDone;
-    Console::complain(
-        found == kExitDone
-            ? KorString::format(translated("The detail style \"%s\" has no category, so the editor does "
-                                           "not show it."),
-                                {wanted.name})
-            : error);
+    complainOfReading();
+    if (found != kExitDone) {
+        complainUnlessTold(error);
+        return kExitFailed;
+    }
+    StyleSource& source = *StyleDatabases::current().source(style.source);
+    Console::complain(KorString::format(
+        source.complete()
+            ? translated("The detail style \"%s\" has no category, so the editor does not show it.")
+            : translated("The editor cannot show the detail style \"%s\", because \"%s\" could not "
+                         "be read whole."),
+        {wanted.name, source.store().name()}));
     return kExitFailed;
 }
 
@@ -143,15 +160,15 @@ int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
     QTranslator libraryTexts;
     translateLibrary(libraryTexts);
     KOSettings::getInstance().setPathData(folder.path());
-    for (const KorString& problem : folder.problems())
-        KorHostReport::add(problem);
-
     KorDSMDialogFactory::asksBeforeLeaving = true;
     KorDSMDialogFactory::recoversChanges = options.screenshot.empty();
     KorDSMDialogFactory factory(nullptr);
     bool painted = false;
-    if (!options.screenshot.empty()) {
-        KorHostReport::take();
+    if (options.screenshot.empty()) {
+        for (const KorString& problem : folder.problems())
+            KorHostReport::add(problem);
+    } else {
+        std::ranges::for_each(KorHostReport::take(), &Console::complain);
         paintWhenOpen(factory.window(), options, painted);
     }
     factory.DoModal();
@@ -163,5 +180,5 @@ int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
         return kExitFailed;
     }
     printHandOver();
-    return options.screenshot.empty() || folder.isComplete() ? kExitDone : kExitFailed;
+    return options.screenshot.empty() || isPictureWhole(folder, options.screenshot) ? kExitDone : kExitFailed;
 }

@@ -18,22 +18,30 @@ int failed(const KorString& sentence) {
 int exportCommand(DataFolder&, const ExportOptions& options) {
     RowChoice row;
     KorString error;
-    const eExitCode found = RowChoice::findInWhole(options.row, row, error);
+    const eExitCode found = RowChoice::findInOneState(options.row, row, error);
     complainOfReading();
     if (found != kExitDone) {
-        Console::complain(error);
+        complainUnlessTold(error);
         return found;
     }
+    StyleSource& source = *StyleDatabases::current().source(row.source);
+    if (!source.complete())
+        return failed(
+            KorString::format(translated("\"%s\" could not be read whole, so nothing was exported from it."),
+                              {source.store().name()}));
     if (const KorString hindrance = OutputFile::hindrance(options.file, options.overwrite);
         !hindrance.isEmpty())
         return failed(hindrance);
+    std::vector<std::string> leftOut;
     const int result = KorODBCDetailStyleExports::exportDetail(row.table->type, row.key, row.source.dsn,
-                                                               row.source.index, options.file);
+                                                               row.source.index, options.file, &leftOut);
     if (result != KorODBCDetailStyleExports::kDone) {
         KorODBCDetailStyleExports::GetErrorMessage(error, result);
         return failed(error);
     }
     Console::sayStored(KorString::format(translated("The detail style \"%s\" was exported into \"%s\"."),
                                          {row.record()->name, options.file}));
-    return kExitDone;
+    for (const std::string& sentence : leftOut)
+        Console::complain(sentence);
+    return leftOut.empty() ? kExitDone : kExitFailed;
 }

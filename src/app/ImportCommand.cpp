@@ -50,8 +50,9 @@ std::vector<KorString> sentencesOf(const ImportReport& report) {
 int importCommand(DataFolder&, const ImportOptions& options) {
     ImportReport report;
     const int result = KorODBCDetailStyleExports::importFile(options.file, report);
-    for (const std::string& problem : report.problems)
-        Console::complain(problem);
+    for (const auto* sentences : {&report.problems, &report.leftOut})
+        for (const std::string& sentence : *sentences)
+            Console::complain(sentence);
     if (result != KorODBCDetailStyleExports::kDone) {
         Console::complain(report.error);
         return kExitFailed;
@@ -61,5 +62,5 @@ int importCommand(DataFolder&, const ImportOptions& options) {
     if (options.json)
         printJson(report);
     std::ranges::for_each(sentencesOf(report), options.json ? &Console::noteStored : &Console::sayStored);
-    return report.problems.empty() ? kExitDone : kExitFailed;
+    return report.leftOut.empty() ? kExitDone : kExitFailed;
 }

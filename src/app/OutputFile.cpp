@@ -8,8 +8,13 @@
 namespace fs = std::filesystem;
 
 KorString OutputFile::hindrance(const std::string& file, bool overwrite) {
+    constexpr std::size_t kLongestName = 255 - 32; // the new file has a longer one until it is whole
     std::error_code error;
-    if (!fs::exists(fs::symlink_status(file, error)))
+    const fs::file_status named = fs::symlink_status(file, error);
+    if (error == std::errc::filename_too_long || fs::path(file).filename().native().size() > kLongestName)
+        return KorString::format(translated("The file name \"%s\" is too long; choose a shorter one."),
+                                 {file});
+    if (!fs::exists(named))
         return {};
     const fs::file_status status = fs::status(file, error); // behind a link
     if (fs::exists(status) && !fs::is_regular_file(status))

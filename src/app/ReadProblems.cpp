@@ -4,6 +4,8 @@
 #include "base/Translation.h"
 #include "data/StyleDatabases.h"
 
+#include <algorithm>
+
 bool complainOfReading() {
     bool lost = false;
     StyleDatabases& databases = StyleDatabases::current();
@@ -23,4 +25,14 @@ bool complainOfReading() {
         }
     }
     return lost;
+}
+
+void complainUnlessTold(const KorString& reason) {
+    StyleDatabases& databases = StyleDatabases::current();
+    const bool told = std::ranges::any_of(databases.sources(), [&](SourceId id) {
+        const std::vector<ReadProblem>& problems = databases.source(id)->problems();
+        return std::ranges::find(problems, reason.toStdString(), &ReadProblem::sentence) != problems.end();
+    });
+    if (!told)
+        Console::complain(reason);
 }

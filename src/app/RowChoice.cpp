@@ -17,6 +17,48 @@ const TableSchema* RowChoice::findKind(const std::string& kind, KorString& error
     return table;
 }
 
+namespace {
+
+// Why it cannot be told that no row of the table has a name: empty when it can.
+KorString whyNamesAreUnknown(StyleSource& source, const TableSchema& table, const KorString& name) {
+    const bool known = std::ranges::none_of(source.problems(), [&](const ReadProblem& problem) {
+        return !problem.kept && problem.table == &table && (!problem.column || problem.column->number == 1);
+    });
+    return known
+               ? KorString()
+               : KorString::format(translated("\"%s\" could not be read whole, so it cannot be told whether "
+                                              "it holds a %s named \"%s\"."),
+                                   {source.store().name(), table.rowName(), name});
+}
+
+KorString noneNamed(const TableSchema& table, const RowOptions& options) {
+    const KorString missing = options.source.empty() ? SourceChoice::missing() : KorString();
+    if (!missing.isEmpty())
+        return KorString::format(translated("No %s named \"%s\" was found, but the source \"%s\", which may "
+                                            "hold it, cannot be used."),
+                                 {table.rowName(), options.name, missing});
+    return KorString::format(options.source.empty()
+                                 ? translated("There is no %s named \"%s\".")
+                                 : translated("There is no %s named \"%s\" in the source \"%s\"."),
+                             {table.rowName(), options.name, options.source});
+}
+
+} // namespace
+
+KorString RowChoice::severalNamed(const StyleTable& table, const std::vector<std::int32_t>& keys) {
+    constexpr std::size_t kMostTold = 8;
+    if (keys.size() < 2)
+        return {};
+    KorString told;
+    for (std::size_t i = 0; i < std::min(keys.size(), kMostTold); ++i)
+        told = told + KorString::format(i == 0 ? "\"[%s]\"" : ", \"[%s]\"", {KorString::number(keys[i])});
+    return KorString::format(
+        translated("There is more than one %s named \"%s\"; give the key of the one that is "
+                   "meant instead, which is one of %s."),
+        {table.schema().rowName(), table.find(KorOdbcKey(keys.front()))->name,
+         told + (keys.size() > kMostTold ? ", ..." : "")});
+}
+
 eExitCode RowChoice::find(const RowOptions& options, RowChoice& row, KorString& error) {
     row.table = findKind(options.kind, error);
     if (!row.table)
@@ -24,28 +66,28 @@ eExitCode RowChoice::find(const RowOptions& options, RowChoice& row, KorString& 
     SourceChoice::Sources sources = SourceChoice::choose(options.source);
     error = sources.error;
     std::ranges::stable_partition(sources.ids, [](SourceId id) { return id == SourceId::user(); });
-    for (const SourceId id : sources.ids) {
-        StyleSource& source = *StyleDatabases::current().source(id);
-        if (const StoreResult read = source.readingOf(row.table->type); !read) {
-            error = read.error;
-            return kExitFailed;
-        }
-        const StructRecord* record = KorDSMValueText::findRow(source.table(row.table->type), options.name);
-        if (!record)
+    for (auto id = sources.ids.begin(); error.isEmpty() && id != sources.ids.end(); ++id) {
+        StyleSource& source = *StyleDatabases::current().source(*id);
+        error = source.readingOf(row.table->type).error;
+        if (!error.isEmpty())
+            break;
+        const StyleTable& table = source.table(row.table->type);
+        const std::vector<std::int32_t> keys = KorDSMValueText::keysNamed(table, options.name);
+        if (keys.empty()) {
+            error = whyNamesAreUnknown(source, *row.table, options.name);
             continue;
-        row.source = id;
-        row.key = KorOdbcKey(record->key);
-        return kExitDone;
+        }
+        row.source = *id;
+        row.key = KorOdbcKey(keys.front());
+        error = severalNamed(table, keys);
+        return error.isEmpty() ? kExitDone : kExitFailed;
     }
     if (error.isEmpty())
-        error = KorString::format(options.source.empty()
-                                      ? translated("There is no %s named \"%s\".")
-                                      : translated("There is no %s named \"%s\" in the source \"%s\"."),
-                                  {row.table->rowName(), options.name, options.source});
+        error = noneNamed(*row.table, options);
     return kExitFailed;
 }
 
-eExitCode RowChoice::findInWhole(const RowOptions& options, RowChoice& row, KorString& error) {
+eExitCode RowChoice::findInOneState(const RowOptions& options, RowChoice& row, KorString& error) {
     const eExitCode found = find(options, row, error);
     if (found != kExitDone)
         return found;

@@ -5,11 +5,10 @@
 #include "base/Translation.h"
 #include "data/CellRules.h"
 #include "data/KorDSNManager.h"
+#include "data/KorScales.h"
 #include "data/RowUsers.h"
-#include "session/KorDSMGuardedWrite.h"
+#include "model/CurrentUnits.h"
 #include "session/KorDSMValueText.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -46,22 +45,62 @@ KorString whyNot(const RowChoice& row, const Column& column, const CellValue& va
 // one name.
 KorDSMValueText::Parsed parse(const RowChoice& row, const Column& column, const KorString& text) {
     const CellValue stored = column.read(row.record());
-    return KorDSMValueText::toText(*row.table, column, stored) == text
-               ? KorDSMValueText::Parsed{stored, {}}
-               : KorDSMValueText::parse(*row.table, column, text);
+    if (KorDSMValueText::toText(*row.table, column, stored) == text)
+        return {stored, {}};
+    if (column.isReference()) {
+        const StyleTable& targets = StyleDatabases::current().here()->table(column.target);
+        const std::vector<std::int32_t> keys = KorDSMValueText::keysNamed(targets, text);
+        if (const KorString several = RowChoice::severalNamed(targets, keys); !several.isEmpty())
+            return {{}, several};
+    }
+    return KorDSMValueText::parse(*row.table, column, text);
+}
+
+// Why others than the row that is named would change, or may: empty when that is not so.
+KorString whyShared(const RowChoice& row) {
+    StyleSource& source = *StyleDatabases::current().here();
+    const auto whole = sharedWhole(StyleDatabases::current(), {row.table->type, row.key});
+    if (!whole)
+        return {};
+    const KorString kind = findTable(whole->table)->rowName();
+    const KorString name = source.table(whole->table).find(KorOdbcKey(whole->key))->name;
+    return source.complete()
+               ? KorString::format(translated("The %s \"%s\" is used by several records, and all of them "
+                                              "would change; give --shared if that is meant."),
+                                   {kind, name})
+               : KorString::format(
+                     translated("\"%s\" could not be read whole, so it cannot be told what else "
+                                "uses the %s \"%s\" and would change; give --shared to change it "
+                                "all the same."),
+                     {source.store().name(), kind, name});
+}
+
+// Any scale can be drawn, but a slip of the finger looks like one.
+void tellUnlistedScale(const Column& column, const CellValue& value) {
+    KorArray<KorString> offered;
+    KorString ratio;
+    const ScaleUnitType units = getScaleUnitsOfCurrentDatabase();
+    if (column.kind == eColumnKind::kScale && kor_odbc_getScaleList(units, offered) > 0 &&
+        kor_odbc_getScaleDescription(std::get<double>(value), ratio, units, false) != 1)
+        Console::complain(KorString::format(
+            translated("The scale %s is stored, although it is none of those that the editor offers."),
+            {ratio}));
 }
 
 int write(const RowChoice& row, const Column& column, const CellValue& value) {
-    // Whoever asked for a shared row to be written has answered the question already.
-    KorDSMGuardedWrite::addAskFunction(
-        &row, [](eTableType, const KorOdbcKey&) { return KorDSMGuardedWrite::kWrite; });
-    const int result = KorDSMGuardedWrite::setAttributeValue(row.table->type, row.key, column.number, value);
-    KorDSMGuardedWrite::removeAskFunction(&row);
-    if (result != KorDSMGuardedWrite::kWrite)
+    StyleDatabases& databases = StyleDatabases::current();
+    if (databases.setCell(row.table->type, row.key, column.number, value) != StyleDatabases::kWritten)
         return refuse(
             kExitFailed,
             KorString::format(translated("The value could not be written to column \"%s\"."), {column.name}));
-    return keepChanges() ? kExitDone : kExitFailed;
+    if (!keepChanges())
+        return kExitFailed;
+    tellUnlistedScale(column, value);
+    if (databases.here()->complete())
+        return kExitDone;
+    return refuse(kExitFailed, KorString::format(
+                                   translated("The column \"%s\" of the %s \"%s\" was changed all the same."),
+                                   {column.name, row.table->rowName(), row.record()->name}));
 }
 
 int set(const RowChoice& row, const Column& column, const SetOptions& options) {
@@ -70,8 +109,9 @@ int set(const RowChoice& row, const Column& column, const SetOptions& options) {
             kExitFailed,
             row.source == SourceId::user()
                 ? translated("The User database is open for reading only, so nothing was written.")
-                : KorString::format(translated("The source \"%s\" is read-only; copy the record into the "
-                                               "User database and change it there."),
+                : KorString::format(translated("The source \"%s\" is read-only; export the detail style that "
+                                               "uses the record, import the file into the User database and "
+                                               "change the record there."),
                                     {SourceChoice::nameOf(row.source)}));
     const KorDSMValueText::Parsed parsed = parse(row, column, options.value);
     if (!parsed.value)
@@ -79,15 +119,8 @@ int set(const RowChoice& row, const Column& column, const SetOptions& options) {
                       KorString::format(translated("Column \"%s\": %s"), {column.name, parsed.error}));
     if (const KorString fault = whyNot(row, column, *parsed.value); !fault.isEmpty())
         return refuse(kExitFailed, fault);
-    if (const auto whole = sharedWhole(StyleDatabases::current(), {row.table->type, row.key});
-        whole && !options.shared) {
-        const StructRecord* record =
-            StyleDatabases::current().here()->table(whole->table).find(KorOdbcKey(whole->key));
-        return refuse(kExitFailed, KorString::format(
-                                       translated("The %s \"%s\" is used by several records, and all of them "
-                                                  "would change; give --shared if that is meant."),
-                                       {findTable(whole->table)->rowName(), record->name}));
-    }
+    if (const KorString shared = options.shared ? KorString() : whyShared(row); !shared.isEmpty())
+        return refuse(kExitFailed, shared);
     return write(row, column, *parsed.value);
 }
 
@@ -99,15 +132,17 @@ int setCommand(DataFolder&, const SetOptions& options) {
     RowOptions wanted = options.row;
     if (wanted.source.empty())
         wanted.source = "user";
-    const eExitCode found = RowChoice::findInWhole(wanted, row, error);
-    const bool lost = complainOfReading();
-    if (found != kExitDone)
-        return refuse(found, error);
+    const eExitCode found = RowChoice::findInOneState(wanted, row, error);
+    complainOfReading();
+    if (found != kExitDone) {
+        complainUnlessTold(error);
+        return found;
+    }
     const Column* column = row.table->column(std::string_view(options.column));
     if (!column)
         return refuse(kExitUsage, KorString::format(
                                       translated("The kind \"%s\" has no column \"%s\"; its columns are %s."),
                                       {row.table->kindName(), options.column, columnNames(*row.table)}));
     const KorDSNRequest request(row.source.dsn, row.source.index);
-    return std::max<int>(set(row, *column, options), lost ? kExitFailed : kExitDone);
+    return set(row, *column, options);
 }

@@ -123,12 +123,13 @@ int showCommand(DataFolder&, const ShowOptions& options) {
     StoreResult whole;
     eExitCode code = RowChoice::find(options.row, row, error);
     if (code == kExitDone) {
-        whole = StyleDatabases::current().readWhole(row.source);
+        StyleDatabases::current().readWhole(row.source);
+        whole = StyleDatabases::current().source(row.source)->complete();
         code = RowChoice::find(options.row, row, error); // reading the whole may have been reading anew
     }
     const bool lost = complainOfReading();
     if (code != kExitDone) {
-        Console::complain(error);
+        complainUnlessTold(error);
         return code;
     }
     const KorDSNRequest request(row.source.dsn, row.source.index);

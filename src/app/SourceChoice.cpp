@@ -58,6 +58,14 @@ KorString missingBefore(SourceId found) {
     return {};
 }
 
+KorString missing() {
+    KorString names;
+    for (const SourceId id : knownSources())
+        if (!StyleDatabases::current().source(id))
+            names = names + (names.isEmpty() ? "" : ", ") + nameOf(id);
+    return names;
+}
+
 Sources choose(const std::string& name) {
     if (name.empty())
         return {openSources(), {}};

@@ -13,6 +13,9 @@ KorString nameOf(SourceId id);
 /// (the User database, Standard, then the add-ins); empty when there is none.
 KorString missingBefore(SourceId found);
 
+/// The names of all sources that have no usable database, with commas; empty when there is none.
+KorString missing();
+
 /// What came of a choice: the sources meant, or a sentence for the user and none.
 struct Sources {
     std::vector<SourceId> ids;

@@ -192,6 +192,18 @@ const StructRecord* findRow(const StyleTable& rows, const KorString& text) {
     return rows.find(keyInBrackets(trimmed.view()));
 }
 
+std::vector<std::int32_t> keysNamed(const StyleTable& rows, const KorString& text) {
+    std::vector<std::int32_t> keys;
+    const StructRecord* found = findRow(rows, text);
+    const bool byName = found && (found->name == text || found->name == text.trimmed());
+    for (int i = 0; byName && i < rows.rows().size(); ++i)
+        if (rows.rows().at(i).name == found->name)
+            keys.push_back(rows.rows().at(i).key);
+    if (found && !byName)
+        keys.push_back(found->key);
+    return keys;
+}
+
 KorString shortName(const KorString& name) {
     constexpr std::size_t kLongest = 60;
     const std::string_view text = name.view();

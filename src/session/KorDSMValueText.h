@@ -31,6 +31,8 @@ int unitKind(const Column& column);
 /// The row that a text names: by its run name, or by its key in brackets, such as "[7]". Null when there is
 /// none.
 const StructRecord* findRow(const StyleTable& rows, const KorString& text);
+/// The keys of all rows that a text names in this way: several where they share a run name.
+std::vector<std::int32_t> keysNamed(const StyleTable& rows, const KorString& text);
 
 /// The cell as a user reads it. A reference that points nowhere, or to a row without a name, shows its key
 /// in brackets.

@@ -31,7 +31,13 @@ void DataFolder::open() {
     StyleDatabases::current().setOwnerMode(ownerMode);
 
     std::error_code error;
-    if (fs::is_directory(m_folder, error)) {
+    if (m_folder.is_relative()) {
+        m_complete = false;
+        tell(KorString::format(
+            translated("The working folder does not exist any more, so the data folder \"%s\" "
+                       "cannot be found from there; give --data a whole path."),
+            {m_folder.string()}));
+    } else if (fs::is_directory(m_folder, error)) {
         takeReports();
         AddInManager::getInstance().scan(m_folder);
         m_complete = !takeReports();

@@ -79,7 +79,7 @@ TEST_F(BadFilesTest, ALockedDatabaseIsLeftOut) {
     EXPECT_TRUE(listed.complaints[1].contains("user.dsdb") && listed.complaints[1].contains("locked"));
 }
 
-TEST_F(BadFilesTest, NothingOfAnotherSourceIsExportedInThePlaceOfWhatCannotBeRead) {
+TEST_F(BadFilesTest, NothingOfAnotherSourceIsTakenForWhatCannotBeRead) {
     writeFile(data() / "user.dsdb", "rubbish");
     const QString file = QString::fromStdString((folder() / "beam.dsdb").string());
     const ProgramRun refused = run({"export", "Beam", file});
@@ -92,6 +92,10 @@ TEST_F(BadFilesTest, NothingOfAnotherSourceIsExportedInThePlaceOfWhatCannotBeRea
     EXPECT_EQ(shown.exitCode, 1);
     EXPECT_TRUE(shown.output.contains("\"standard\"")) << shown.output.toStdString();
     EXPECT_TRUE(shown.complaints.join(' ').contains("searched first"));
+    const ProgramRun own = run({"show", "detail-style", "Own"});
+    EXPECT_EQ(own.exitCode, 1);
+    EXPECT_TRUE(own.complaints.last().contains("\"user\", which may hold it"))
+        << own.complaints.join('\n').toStdString();
 }
 
 TEST_F(BadFilesTest, RubbishInSettingsAndTextsIsToldAndHarmless) {

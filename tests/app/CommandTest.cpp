@@ -138,11 +138,36 @@ TEST_F(CommandTest, ScalesAreSetAndShownAsPeopleWriteThem) {
 
     sql("user.dsdb", "INSERT INTO scale (name, factor, unit_type) VALUES ('1\" = 1''-0\"', 1.0 / 12, 2)");
     sql("user.dsdb", "INSERT INTO numeric_default (name, value) VALUES ('C01_DistanceUnit', 1)");
+    const ProgramRun unlisted = run({"set", "view-request", "Front", "scale", "1:17", "--shared"});
+    EXPECT_EQ(unlisted.exitCode, 0) << "any scale can be drawn";
+    ASSERT_EQ(unlisted.complaints.size(), 1);
+    EXPECT_TRUE(unlisted.complaints[0].contains("1:17"));
     EXPECT_EQ(set("1:12"), 0);
     EXPECT_EQ(shown()["text"], "1\" = 1'-0\"");
     EXPECT_EQ(set("1:2"), 0);
     EXPECT_EQ(set("1\" = 1'-0\""), 0);
     EXPECT_EQ(shown()["value"], 1.0 / 12.0);
+}
+
+TEST_F(CommandTest, OfNamesakesNoneIsTakenUnasked) {
+    sql("user.dsdb", "UPDATE detail_style SET name = 'TWIN'; UPDATE view_request SET name = 'Front'");
+    const std::string before = contentOf(data() / "user.dsdb");
+    const QString file = QString::fromStdString((folder() / "twin.dsdb").string());
+    for (const QStringList& words : {QStringList{"set", "detail-style", "TWIN", "title_position", "1"},
+                                     {"set", "detail-style", "[2]", "view_2", "Front"},
+                                     {"show", "detail-style", "TWIN"},
+                                     {"export", "TWIN", file},
+                                     {"edit", "--style", "TWIN", "--screenshot", file}}) {
+        const ProgramRun asked = run(words);
+        EXPECT_EQ(asked.exitCode, 1) << words.join(' ').toStdString();
+        ASSERT_EQ(asked.complaints.size(), 1) << asked.complaints.join('\n').toStdString();
+        EXPECT_TRUE(asked.complaints[0].contains("\"[1]\", \"[2]\"")) << asked.complaints[0].toStdString();
+        EXPECT_EQ(asked.output, "");
+    }
+    EXPECT_FALSE(std::filesystem::exists(file.toStdString()));
+    EXPECT_EQ(contentOf(data() / "user.dsdb"), before);
+    EXPECT_EQ(run({"set", "detail-style", "[2]", "view_2", "[2]"}).exitCode, 0);
+    EXPECT_EQ(run({"export", "[2]", file}).exitCode, 0);
 }
 
 TEST_F(CommandTest, WhatShowPrintsCanBeSetAndChangesNothing) {
@@ -274,6 +299,7 @@ TEST_F(CommandTest, HelpAndWrongUsage) {
     }
     EXPECT_EQ(run({"nonsense"}).exitCode, 2);
     EXPECT_EQ(run({"list", "--nonsense"}).exitCode, 2);
+    EXPECT_EQ(run({"edit", "--screenshot", "none.png", "--size", "99999x99999"}).exitCode, 2);
     EXPECT_EQ(run({"list", "--kind", "nonsense"}).exitCode, 2);
     EXPECT_EQ(run({"list", "--source", "nonsense"}).exitCode, 1);
 }

@@ -51,6 +51,9 @@ TEST_F(OutputTest, NoOutputReplacesADatabaseThatIsOpenOrAnyOtherFileUnasked) {
     EXPECT_EQ(run({"edit", "--screenshot", QString::fromStdString(notes), "--overwrite"}).exitCode, 0);
     EXPECT_TRUE(contentOf(notes).starts_with("\x89PNG"));
 
+    expectRefused(folder() / std::string(300, 'n'), {});
+    expectRefused(folder() / std::string(250, 'n'), {"--overwrite"});
+
     const fs::path pipe = folder() / "pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     expectRefused(pipe, {"--overwrite"});
@@ -139,9 +142,12 @@ TEST_F(OutputTest, ADeletedWorkingFolderIsNoCrash) {
         if (chdir(place.c_str()) != 0 || rmdir(place.c_str()) != 0)
             _exit(99);
     };
-    const ProgramRun refused = runBare({"--data", "data", "list"});
-    EXPECT_EQ(refused.exitCode, 1);
-    EXPECT_EQ(refused.complaints.size(), 1) << refused.complaints.join('\n').toStdString();
-    fs::create_directories(place);
+    for (const char* relative : {"data", "../data"}) {
+        const ProgramRun refused = runBare({"--data", relative, "list"});
+        EXPECT_EQ(refused.exitCode, 1);
+        ASSERT_EQ(refused.complaints.size(), 1) << refused.complaints.join('\n').toStdString();
+        EXPECT_TRUE(refused.complaints[0].contains("working folder")) << refused.complaints[0].toStdString();
+        fs::create_directories(place);
+    }
     EXPECT_EQ(run({"list"}).exitCode, 0);
 }

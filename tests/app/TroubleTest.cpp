@@ -61,8 +61,9 @@ private:
 
 TEST_F(TroubleTest, AChangeThatAnotherProgramMadeMeanwhileIsKeptAndTold) {
     // Cells to complain of at length, between reading and writing.
-    sql("user.dsdb", "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 20) "
-                     "INSERT INTO detail_style (name, view_1) SELECT i || hex(zeroblob(200)), x'00' FROM n");
+    sql("user.dsdb",
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 20) "
+        "INSERT INTO detail_style (name, title_position) SELECT i || hex(zeroblob(200)), 99 FROM n");
     NarrowPipe errors(folder() / "errors");
     QProcess program;
     program.setProcessEnvironment(environment);
