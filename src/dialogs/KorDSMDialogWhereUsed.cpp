@@ -4,11 +4,13 @@
 #include "controls/KorListCtrl.h"
 #include "controls/KorQt.h"
 #include "dialogs/UsageList.h"
+#include "model/KorDSMBusy.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
 
 #include <QEvent>
 #include <QLabel>
+#include <QPointer>
 
 namespace {
 
@@ -47,5 +49,8 @@ void KorDSMDialogWhereUsed::look() {
 void KorDSMDialogWhereUsed::changeEvent(QEvent* event) {
     KorDSMDialog::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        look();
+        KorDSMBusy::whenFree([dialog = QPointer<KorDSMDialogWhereUsed>(this)] {
+            if (dialog)
+                dialog->look();
+        });
 }

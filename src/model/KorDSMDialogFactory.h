@@ -27,11 +27,13 @@ public:
     virtual ~KorDSMDialogFactory();
 
     /// Loads what has to be loaded and runs the editor. Returns 1 when it was left by OK or Use, 2 when it
-    /// was cancelled.
+    /// was cancelled or could not open: another editor is in the middle of filling, storing or exchanging, or
+    /// the parent was destroyed meanwhile.
     virtual int DoModal();
     /// Creates the editor without running it and without loading: it shows what the data structure holds.
-    /// Returns non-zero on success. The window belongs to the factory; one that is not shown when the next
-    /// editor is opened is destroyed then.
+    /// Returns non-zero on success, 0 while another editor is in the middle of filling, storing or
+    /// exchanging. The window belongs to the factory; one that is not shown when the next editor is opened is
+    /// destroyed then.
     int Create(CWnd* parent);
     /// The window that `DoModal` or `Create` opened last, else the one that the next of them will open; owned
     /// by the factory. That of `DoModal` is gone when it returns.

@@ -116,6 +116,11 @@ void KorDSMPage::finishEditing() {
     storePendingChanges(false);
 }
 
+void KorDSMPage::dropEdits() {
+    KorControls::dropEdits(this);
+    storePendingChanges(true);
+}
+
 void KorDSMPage::storePendingChanges(bool) {}
 
 bool KorDSMPage::PreTranslateMessage(QKeyEvent* event) {
@@ -157,12 +162,13 @@ int KorDSMPage::writeField(int column, const CellValue& value) {
     if (!shown || !shown->record())
         return 0;
     // What is stored already is no change, and nobody is asked about it.
-    const TableSchema* table = findTable(shown->tableType());
-    const Column* written = table ? table->column(column) : nullptr;
-    if (written && written->read(shown->record()) == value)
+    const eTableType type = shown->tableType();
+    const KorOdbcKey key(shown->recordKey());
+    const Column* written = findTable(type)->column(column);
+    const StructRecord* stored = StyleDatabases::current().here()->table(type).find(key);
+    if (written && stored && written->read(stored) == value)
         return KorDSMGuardedWrite::kWrite;
-    const int result = KorDSMGuardedWrite::setAttributeValue(shown->tableType(),
-                                                             KorOdbcKey(shown->recordKey()), column, value);
+    const int result = KorDSMGuardedWrite::setAttributeValue(type, key, column, value);
     if (result == KorDSMGuardedWrite::kWrite)
         KorDSMTwins::recordWritten(*shown);
     return result;

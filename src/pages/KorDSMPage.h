@@ -41,6 +41,8 @@ public:
 
     /// Lets the page take what was typed and store it.
     void finishEditing();
+    /// Lets the page forget what was typed and is not stored yet.
+    void dropEdits();
 
     void OnActivate(int active) override;
     void OnShow(int show) override;

@@ -1,11 +1,13 @@
 #include "pages/LabelField.h"
 
+#include "controls/KorFieldNote.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "pages/LabelDesignerSetup.h"
 
 LabelField::LabelField(KorDSMPage& page, VELLabelDesignerCtrlWrap& designer, int column, int objectType)
     : QObject(&page), m_page(page), m_designer(designer), m_column(column) {
     LabelDesignerSetup::apply(designer, objectType);
+    KorFieldNote::prepare(&designer);
     connect(&designer, &VELLabelDesignerCtrlWrap::changed, this, [this] {
         m_edited = true;
         m_page.notifyModified();
@@ -33,8 +35,7 @@ bool LabelField::isEdited() const {
 
 void LabelField::store(bool discard) {
     const bool write = !discard && isEdited();
-    if (!discard)
-        m_edited = false;
+    m_edited = false;
     if (write)
-        m_page.writeField(m_column, m_designer.GetString());
+        m_page.writeFrom(&m_designer, m_column, m_designer.GetString());
 }

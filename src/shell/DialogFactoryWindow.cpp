@@ -1,3 +1,4 @@
+#include "model/KorDSMBusy.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
 #include "services/KorHostReport.h"
@@ -69,6 +70,9 @@ void openDatabases() {
 } // namespace
 
 int KorDSMDialogFactory::DoModal() {
+    constexpr int kCancelled = 2;
+    if (KorDSMBusy::isBusy())
+        return kCancelled;
     ModuleResources::setUp(moduleHandle);
     // The host may end the factory, or the parent with the window, while the editor runs.
     const std::shared_ptr<Dialogs> dialogs = m_pDialogs;
@@ -76,13 +80,17 @@ int KorDSMDialogFactory::DoModal() {
     openDatabases();
     KorDSMMainDialog::releaseDataStructure();
     m_Loader.loadDataStructure(getDSMDataStructure());
+    if (!dialog)
+        return kCancelled;
     dialog->OnInitDialog();
-    const int result = dialog->exec() == QDialog::Accepted ? 1 : 2;
+    const int result = dialog->exec() == QDialog::Accepted ? 1 : kCancelled;
     delete dialog.data();
     return result;
 }
 
 int KorDSMDialogFactory::Create(CWnd* parent) {
+    if (KorDSMBusy::isBusy())
+        return 0;
     ModuleResources::setUp(moduleHandle);
     KorDSMMainDialog& dialog = m_pDialogs->fresh();
     dialog.setParent(parent, dialog.windowFlags());

@@ -54,6 +54,7 @@ void KorDSMMainDialog::compact(SourceId id) {
         return;
     const KorDSNRequest request(id.dsn, id.index);
     if (KorOdbcCompactDetailsTables::startCompactProcess(id.dsn, 0,
-                                                         KorOdbcCompactDetailsTables::kUnusedParts) > 0)
-        setModified(true);
+                                                         KorOdbcCompactDetailsTables::kUnusedParts) <= 0)
+        return refuse({});
+    setModified(true);
 }

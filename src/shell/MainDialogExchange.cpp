@@ -116,8 +116,10 @@ void KorDSMMainDialog::importStyles() {
         return;
     ImportReport report;
     QStringList messages;
-    if (importFile(file, to, report, messages) != KorODBCDetailStyleExports::kDone)
-        return refuse(KorString(report.error));
+    if (importFile(file, to, report, messages) != KorODBCDetailStyleExports::kDone) {
+        const bool isCancelled = report.error.empty();
+        return isCancelled ? void() : refuse(KorString(report.error));
+    }
     if (report.rowsAppended > 0)
         setModified(true);
     reloadSections();

@@ -31,6 +31,7 @@ namespace {
 
 constexpr int kRefused = 260;   // caption of the message that says why a command did nothing
 constexpr int kWhereUsed = 262; // "Where used..."
+constexpr int kNotDone = 412;   // "That could not be done, ..."
 constexpr int kNoGroup = 410;   // ""%s" has no group in which it could be filed."
 
 } // namespace
@@ -153,19 +154,20 @@ void KorDSMMainDialog::listUsers(const KorDSMDatabaseItem& item) {
     auto* dialog = new KorDSMDialogWhereUsed(item.getDisplayName(), KorDSMItemSource::sourceOf(&item),
                                              {item.tableType(), item.recordKey()}, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &KorDSMDialogWhereUsed::usageChosen, this, &KorDSMMainDialog::goToUsage);
+    connect(dialog, &KorDSMDialogWhereUsed::usageChosen, this, waiting(&KorDSMMainDialog::goToUsage));
     dialog->show();
 }
 
 void KorDSMMainDialog::refuse(const KorString& reason) {
-    if (!reason.isEmpty())
-        QMessageBox::information(this, toQt(Prompts::dsm(kRefused)), toQt(reason));
+    QMessageBox::information(this, toQt(Prompts::dsm(kRefused)),
+                             toQt(reason.isEmpty() ? Prompts::dsm(kNotDone) : reason));
 }
 
 // Where the item's source cannot be written the user is told so before being asked for anything.
 bool KorDSMMainDialog::refusesToWrite(const KorDSMDatabaseItem& item) {
     const KorString reason = KorDSMItemCommands::whyNotWritable(item);
-    refuse(reason);
+    if (!reason.isEmpty())
+        refuse(reason);
     return !reason.isEmpty();
 }
 
@@ -281,6 +283,9 @@ void KorDSMMainDialog::showContextMenu(KorTreeHandle entry, const QPoint& positi
         return;
     if (entry)
         currentTree().control()->selectItem(entry);
+    // A menu is no modal window: coming back to the editor by a click on an entry must not exchange the
+    // items.
+    const KorDSMBusy busy;
     QMenu menu(this);
     for (QAction* action : m_commandActions)
         menu.addAction(action);

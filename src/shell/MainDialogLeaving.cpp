@@ -79,7 +79,7 @@ void KorDSMMainDialog::reject() {
 }
 
 void KorDSMMainDialog::use() {
-    m_tabs->finishCurrentPage();
+    finishCurrentPage();
     KorDSMDatabaseItem* item = currentItem();
     if (!item)
         return;

@@ -86,9 +86,9 @@ void KorDSMMainDialog::fillSourceCombo(eViewSections section) {
 // Items came, went, moved or have other names. Every change of items ends here, whoever made it, so that no
 // part of the window shows or judges what was before.
 void KorDSMMainDialog::itemsChanged() {
+    m_itemsChangedPosted = false;
     if (m_followingItems)
         return;
-    m_itemsChangedPosted = false;
     followSelection();
     m_followingItems = true;
     for (const eViewSections section : kLoadingOrder)

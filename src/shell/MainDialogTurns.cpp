@@ -53,8 +53,12 @@ void KorDSMMainDialog::letGo() {
 }
 
 void KorDSMMainDialog::leave() {
-    if (KorDSMMainWindow::get() == this)
+    if (KorDSMMainWindow::get() == this) {
+        // What was to be kept has been taken by now; the rest must not come back as a pending change.
+        if (KorDSMPage* page = KorDSMPage::currentPage())
+            page->dropEdits();
         letGo();
+    }
     std::erase(g_open, this);
     const auto next =
         std::find_if(g_open.rbegin(), g_open.rend(), [](const auto* open) { return open->isVisible(); });

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QMenu>
 #include <QProgressBar>
 #include <QTimer>
 #include <QToolButton>
@@ -54,4 +55,25 @@ TEST_F(EditorFixture, NothingEntersASectionThatIsBeingLoaded) {
     const auto& groups =
         structure.getSection(KorDSMDefines::kViewQualifiers)->children()[1]->children()[0]->children();
     EXPECT_EQ(groups[0]->getDisplayName().view(), "Seen elsewhere");
+}
+
+TEST_F(EditorFixture, ComingBackByTheContextMenuExchangesNoItemBelowIt) {
+    open();
+    storeElsewhere("user.dsdb", "UPDATE detail_style SET name='Seen elsewhere' WHERE name='HB beam 1:15'");
+    const KorTreeHandle entry = select({"User", "Hallberg: posts and beams", "HB post 1:15"});
+    const KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(entry);
+    QEvent activation(QEvent::WindowActivate);
+    QApplication::sendEvent(m_dialog.get(), &activation);
+    bool shown = false;
+    QTimer::singleShot(0, m_dialog.get(), [&] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        QApplication::processEvents();
+        shown = tree().selectedItem() == entry && KorDSMSectionTree::itemOf(entry) == item;
+        menu->close();
+    });
+    Q_EMIT tree().contextMenuRequested(entry, QPoint(0, 0));
+    EXPECT_TRUE(shown);
+    QApplication::processEvents();
+    EXPECT_NE(select({"User", "Hallberg: posts and beams", "Seen elsewhere"}), nullptr);
 }

@@ -16,6 +16,7 @@
 namespace {
 
 constexpr int kCancel = 2;
+constexpr int kApply = 3;
 constexpr int kUse = 1098;
 constexpr int kCopy = 1033;
 constexpr int kBelowDetail = 1035;
@@ -46,6 +47,13 @@ protected:
             ADD_FAILURE() << "no button " << text;
         });
     }
+    /// Types into the drawing title, without finishing it.
+    void typeTitle() {
+        showTab(1);
+        auto* title = pageControl<QWidget>(1012)->findChild<QTextEdit*>();
+        title->setFocus();
+        QTest::keyClicks(title, "Shop ");
+    }
     bool pending() const { return !StyleDatabases::current().pending().isEmpty(); }
     std::string storedPosition() {
         m_databases.reset();
@@ -68,9 +76,10 @@ TEST_F(Leaving, EscapeNeverClosesWhileSomethingIsPending) {
     press(Qt::Key_Escape);
     EXPECT_TRUE(m_dialog->isVisible());
     EXPECT_TRUE(pending());
+    typeTitle();
     click(button(kCancel));
     EXPECT_EQ(m_result, QDialog::Rejected) << "a host that asks nothing: dropped at once";
-    EXPECT_FALSE(pending());
+    EXPECT_FALSE(pending()) << "also what was only typed";
     open();
     m_result = -1;
     press(Qt::Key_Escape);
@@ -93,16 +102,28 @@ TEST_F(Leaving, CancelAndTheCloseButtonAskWhereTheQuestionIsOn) {
     EXPECT_EQ(m_result, QDialog::Rejected);
     EXPECT_FALSE(pending());
     change();
-    showTab(1);
-    auto* title = pageControl<QWidget>(1012)->findChild<QTextEdit*>();
-    title->setFocus();
-    QTest::keyClicks(title, "Shop "); // not finished yet, and counted all the same
+    typeTitle(); // not finished yet, and counted all the same
     answer("&Keep");
     click(button(kCancel));
     EXPECT_TRUE(m_said.startsWith("2 changes")) << m_said.toStdString();
     EXPECT_EQ(m_result, QDialog::Accepted);
     close();
     EXPECT_EQ(storedPosition(), "4");
+}
+
+TEST_F(Leaving, WhoGoesOnEditingGoesOnWithThePage) {
+    KorDSMDialogFactory::asksBeforeLeaving = true;
+    change();
+    answer("&Go on editing");
+    click(button(kUse));
+    typeTitle();
+    click(button(kApply));
+    EXPECT_FALSE(pending());
+    close();
+    m_databases.reset();
+    EXPECT_EQ(stored("user.dsdb", "SELECT title_format LIKE '%Shop %' FROM detail_style "
+                                  "WHERE name='HB post 1:15'"),
+              "1");
 }
 
 TEST_F(Leaving, UseNamesNoStyleThatIsNotStored) {

@@ -109,3 +109,10 @@ void KorControls::commitEdits(QWidget* root) {
     for (KorLineEdit* edit : root->findChildren<KorLineEdit*>())
         edit->commit();
 }
+
+void KorControls::dropEdits(QWidget* root) {
+    for (KorMFCGridCtrl* grid : root->findChildren<KorMFCGridCtrl*>())
+        grid->dropEdit();
+    for (KorLineEdit* edit : root->findChildren<KorLineEdit*>())
+        edit->restore();
+}

@@ -45,4 +45,7 @@ void group(QWidget* root, std::span<const int> radios);
 /// left it.
 void commitEdits(QWidget* root);
 
+/// Lets every edit field and every open grid cell below `root` forget what was typed and does not count yet.
+void dropEdits(QWidget* root);
+
 } // namespace KorControls

@@ -259,6 +259,11 @@ void KorMFCGridCtrl::commitEdit() {
     }
 }
 
+void KorMFCGridCtrl::dropEdit() {
+    if (QWidget* editor = indexWidget(currentIndex()))
+        closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
+}
+
 void KorMFCGridCtrl::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool isChoice = std::ranges::find(m_kinds, eRadio) != m_kinds.end();

@@ -62,6 +62,8 @@ public:
 
     /// Lets an open cell editor take what was typed.
     void commitEdit();
+    /// Closes an open cell editor; what was typed in it is forgotten.
+    void dropEdit();
 
 Q_SIGNALS:
     /// The user changed a cell.
