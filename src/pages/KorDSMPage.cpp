@@ -161,6 +161,8 @@ int KorDSMPage::writeField(int column, const CellValue& value) {
     KorDSMDatabaseItem* shown = item();
     if (!shown || !shown->record())
         return 0;
+    // What was typed before counts before.
+    storePendingChanges(false);
     // What is stored already is no change, and nobody is asked about it.
     const eTableType type = shown->tableType();
     const KorOdbcKey key(shown->recordKey());

@@ -124,6 +124,9 @@ private:
     // Leaving
     enum class eLeaving { kNotAsked, kKeep, kDrop, kGoOn };
     eLeaving askBeforeLeaving();
+    /// Lets the page take what is being typed. Returns whether the window may be left: nothing that a field
+    /// shows was refused or declined, or the user leaves without it.
+    bool finishBeforeLeaving();
     /// Returns whether all is stored; says what is not.
     bool keepBeforeLeaving();
     /// Whether Esc may close the window: nothing is pending or being typed.

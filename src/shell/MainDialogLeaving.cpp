@@ -1,3 +1,5 @@
+#include "controls/KorFieldNote.h"
+#include "controls/KorQt.h"
 #include "controls/KorTabCtrl.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/Prompts.h"
@@ -7,6 +9,7 @@
 #include "shell/PendingQuestion.h"
 
 #include <QCloseEvent>
+#include <QMessageBox>
 #include <QPushButton>
 
 #include <limits>
@@ -21,6 +24,8 @@ constexpr int kChanges = 422; // "%d changes are not stored yet. ..."
 constexpr int kKeepChanges = 423;
 constexpr int kDropChanges = 424;
 constexpr int kGoOnEditing = 425;
+constexpr int kFieldNotStored = 413; // "A field shows what is not stored. ..."
+constexpr int kLeaveWithoutIt = 414;
 
 bool somethingIsPending() {
     return !StyleDatabases::current().pending().isEmpty();
@@ -40,6 +45,27 @@ KorDSMMainDialog::eLeaving KorDSMMainDialog::askBeforeLeaving() {
                                     {kKeepChanges, kDropChanges, kGoOnEditing})];
 }
 
+bool KorDSMMainDialog::finishBeforeLeaving() {
+    finishCurrentPage();
+    const KorDSMPage* page = KorDSMPage::currentPage();
+    QWidget* field = page ? KorFieldNote::first(page) : nullptr;
+    if (!field || !KorDSMDialogFactory::asksBeforeLeaving)
+        return true;
+    QMessageBox box(QMessageBox::Question, toQt(Prompts::dsm(kLeavingCaption)),
+                    toQt(Prompts::dsm(kFieldNotStored)), QMessageBox::NoButton, this);
+    const QString name = field->accessibleName();
+    const QString note = KorFieldNote::textOf(field);
+    box.setInformativeText(name.isEmpty() ? note : name + QStringLiteral(": ") + note);
+    QPushButton* goOn = box.addButton(toQt(Prompts::dsm(kGoOnEditing)), QMessageBox::RejectRole);
+    const QPushButton* leave =
+        box.addButton(toQt(Prompts::dsm(kLeaveWithoutIt)), QMessageBox::DestructiveRole);
+    box.setDefaultButton(goOn);
+    box.setEscapeButton(goOn);
+    box.exec();
+    field->setFocus();
+    return box.clickedButton() == leave;
+}
+
 bool KorDSMMainDialog::keepBeforeLeaving() {
     if (!readOutsideChanges())
         return false;
@@ -52,8 +78,7 @@ bool KorDSMMainDialog::keepBeforeLeaving() {
 void KorDSMMainDialog::accept() {
     if (KorDSMBusy::isBusy())
         return whenFree([this] { accept(); });
-    finishCurrentPage();
-    if (keepBeforeLeaving())
+    if (finishBeforeLeaving() && keepBeforeLeaving())
         QDialog::accept();
 }
 
@@ -61,8 +86,8 @@ void KorDSMMainDialog::reject() {
     if (KorDSMBusy::isBusy())
         return whenFree([this] { reject(); });
     // Whoever is asked is asked about what is still being typed too.
-    if (KorDSMDialogFactory::asksBeforeLeaving)
-        finishCurrentPage();
+    if (KorDSMDialogFactory::asksBeforeLeaving && !finishBeforeLeaving())
+        return;
     switch (askBeforeLeaving()) {
     case eLeaving::kKeep:
         if (keepBeforeLeaving())

@@ -15,6 +15,7 @@
 
 namespace {
 
+constexpr int kOk = 1;
 constexpr int kCancel = 2;
 constexpr int kApply = 3;
 constexpr int kUse = 1098;
@@ -109,6 +110,26 @@ TEST_F(Leaving, CancelAndTheCloseButtonAskWhereTheQuestionIsOn) {
     EXPECT_EQ(m_result, QDialog::Accepted);
     close();
     EXPECT_EQ(storedPosition(), "4");
+}
+
+TEST_F(Leaving, WhatAFieldShowsAndDoesNotStoreIsNotLeftWithoutAWord) {
+    KorDSMDialogFactory::asksBeforeLeaving = true;
+    open();
+    m_result = -1;
+    select({"User", "Hallberg: posts and beams", "HB beam, long, 1:10", "HB front, shortened"});
+    showTab(2);
+    auto* interval = pageControl<QLineEdit>(1095);
+    interval->setFocus();
+    interval->selectAll();
+    QTest::keyClicks(interval, "0");
+    answer("&Go on editing");
+    click(button(kOk));
+    EXPECT_TRUE(m_said.contains("1 mm")) << m_said.toStdString();
+    EXPECT_TRUE(m_dialog->isVisible());
+    EXPECT_EQ(interval->text(), "0") << "it stays to be corrected";
+    answer("&Leave without it");
+    click(button(kOk));
+    EXPECT_EQ(m_result, QDialog::Accepted);
 }
 
 TEST_F(Leaving, WhoGoesOnEditingGoesOnWithThePage) {

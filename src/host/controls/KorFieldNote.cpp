@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 class NoteLabel : public QLabel {
@@ -103,6 +105,13 @@ void KorFieldNote::show(QWidget* control, const QString& text) {
 
 QString KorFieldNote::textOf(const QWidget* control) {
     return control->property(kNote).toString();
+}
+
+QWidget* KorFieldNote::first(const QWidget* root) {
+    const auto controls = root->findChildren<QWidget*>();
+    const auto found =
+        std::ranges::find_if(controls, [](const QWidget* control) { return !textOf(control).isEmpty(); });
+    return found == controls.end() ? nullptr : *found;
 }
 
 void KorFieldNote::clear(QWidget* root) {

@@ -17,6 +17,9 @@ void show(QWidget* control, const QString& text);
 /// What is shown for the control now.
 QString textOf(const QWidget* control);
 
+/// The first control below `root`, in the order in which they were made, that has a note; null for none.
+QWidget* first(const QWidget* root);
+
 /// Takes away all notes below `root`.
 void clear(QWidget* root);
 
