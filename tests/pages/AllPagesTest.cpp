@@ -1,11 +1,13 @@
 #include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
+#include "controls/KorQt.h"
 #include "controls/KorStyle.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "data/KorOdbcGUI.h"
 #include "pages/KorDSMPlainPage.h"
 #include "pages/PageFields.h"
 #include "pages/PageFixture.h"
+#include "session/KorDSMValueText.h"
 #include "shell/KorDSMPageRegistry.h"
 #include "support/Readable.h"
 
@@ -15,6 +17,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTableWidget>
 #include <QTest>
 #include <QTextEdit>
 
@@ -112,6 +115,23 @@ protected:
         }
     }
 
+    // Expects that the lengths of the parts that the grid lists end in this unit. Returns how many there are.
+    static int expectUnits(const QTableWidget& grid, const char* unit) {
+        std::set<QString> captions;
+        for (const TableSchema& table : allTables())
+            for (const Column& column : table.columns)
+                if (column.kind == eColumnKind::kLength)
+                    captions.insert(toQt(KorDSMValueText::columnCaption(table, column)));
+        int lengths = 0;
+        for (int column = 0; column < grid.columnCount(); ++column)
+            for (int row = 0; row < grid.rowCount(); ++row)
+                if (captions.contains(grid.horizontalHeaderItem(column)->text())) {
+                    ++lengths;
+                    EXPECT_TRUE(grid.item(row, column)->text().endsWith(QLatin1String(unit)));
+                }
+        return lengths;
+    }
+
     // The notes beside the controls that are seen.
     std::string notes() {
         std::string found;
@@ -160,6 +180,43 @@ TEST_F(AllPages, EachFieldWritesItsOwnColumnOnceAndFollowsWhenThatIsTakenBack) {
         takeBack(*shown);
         EXPECT_EQ(shownState(), before);
     });
+}
+
+// In millimetres the captions name the unit once; feet and inches stand with every number.
+TEST_F(AllPages, LengthsNameTheirUnit) {
+    makeEditableSamples();
+    const auto isLength = [](const TableSchema& table, int column) {
+        return table.column(column)->kind == eColumnKind::kLength;
+    };
+    for (const bool imperial : {false, true}) {
+        store(kTableNumericDefault, row<StructNumericDefault>("C01_DistanceUnit").key, 2,
+              imperial ? 1.0 : 0.0);
+        int lengths = 0;
+        onEachPage([&] {
+            int expected = 0;
+            for (const ShownColumns& part : page().shownColumns())
+                for (const int column : part.columns)
+                    expected += isLength(*findTable(part.table), column);
+            for (PageFields* fields : page().findChildren<PageFields*>(QString(), Qt::FindDirectChildrenOnly))
+                for (const PageField& field : fields->fields())
+                    if (isLength(*findTable(fields->row().table), field.column)) {
+                        EXPECT_EQ(textOf(field.control).ends_with('"'), imperial) << textOf(field.control);
+                    }
+            int named = 0;
+            for (const QLabel* label : page().findChildren<QLabel*>())
+                named += label->isVisible() && label->text().contains(QStringLiteral("(mm)"));
+            EXPECT_EQ(named, imperial ? 0 : expected);
+            for (const QTableWidget* grid : page().findChildren<QTableWidget*>())
+                lengths += expectUnits(*grid, imperial ? "\"" : " mm");
+            lengths += expected;
+        });
+        EXPECT_GT(lengths, 10);
+        // Depths stand on no page of their own, but in lists and reports.
+        const auto& depth = row<StructDetailDepthPosition>("Near the start");
+        const TableSchema& depths = *findTable(kTableDepthPosition);
+        EXPECT_EQ(KorDSMValueText::toText(depths, *depths.column(3), depth),
+                  imperial ? "11.811023622\"" : "300 mm");
+    }
 }
 
 TEST_F(AllPages, WhatIsSharedIsNotWrittenWithoutConsent) {

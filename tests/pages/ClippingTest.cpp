@@ -136,15 +136,6 @@ TEST_F(Clipping, WhatIsNoChangeOrNoLengthIsNotWritten) {
     EXPECT_FALSE(std::signbit(rowOfKey<StructDetViewLengthClip>(m_clip)->keepEachSide));
 }
 
-TEST_F(Clipping, LengthsNameTheirUnit) {
-    open<KorDSMPageViewClipping>(view());
-    EXPECT_EQ(textOf(1175), "1. Clipping starting from constant intervals in the length (mm):");
-    store(kTableNumericDefault, row<StructNumericDefault>("C01_DistanceUnit").key, 2, 1.0);
-    show(view());
-    EXPECT_EQ(textOf(1175), "1. Clipping starting from constant intervals in the length:");
-    EXPECT_TRUE(textOf(1095).ends_with("\"")) << textOf(1095);
-}
-
 TEST_F(Clipping, UseDefaultStoresMinusOneAndLocksTheExtension) {
     auto& shown = view();
     open<KorDSMPageViewClipping>(shown);

@@ -89,7 +89,8 @@ void declareViewVocabulary(std::vector<TableSchema>& tables) {
         .committedWith(kTableViewRequest);
     TableBuilder<StructDetailDepthPosition>(tables, "depth_position")
         .integer(2, "position", &StructDetailDepthPosition::position)
-        .real(3, "distance", &StructDetailDepthPosition::distance)
+        .length(3, "distance", &StructDetailDepthPosition::distance,
+                -1e8) // in front of the plane or behind it
         .committedWith(kTableViewRequest);
     TableBuilder<StructDetailOrientation>(tables, "orientation")
         .integer(2, "orientation", &StructDetailOrientation::orientation)
