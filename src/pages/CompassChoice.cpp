@@ -4,8 +4,10 @@
 #include "controls/KorControls.h"
 #include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
+#include "controls/KorQt.h"
 #include "data/records/ViewRecords.h"
 #include "pages/KorDSMPage.h"
+#include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
 
 #include <QAbstractButton>
@@ -16,6 +18,7 @@ namespace {
 
 constexpr int kCorners = 4;
 
+constexpr int kFrame = 1254;
 constexpr int kCompass = 1252;
 constexpr int kPicture = 1253;
 constexpr int kFirstCorner = 1255;
@@ -29,10 +32,11 @@ constexpr int kCornerRadios[] = {kFirstCorner, 1256, 1257, kLastCorner};
 constexpr int kRepresentationRadios[] = {kArrow, kSymbol};
 constexpr int kChoices[] = {kFirstCorner, 1256, 1257, kLastCorner, kArrow, kSymbol};
 constexpr std::pair<int, int> kCaptions[] = {
-    {1254, 33951}, {kCompass, 33952}, {1255, 33953},   {1258, 33954},    {1256, 33955},
-    {1257, 33956}, {1261, 33960},     {kArrow, 33961}, {kSymbol, 33962},
+    {kFrame, 33951}, {kCompass, 33952}, {1255, 33953},   {1258, 33954},    {1256, 33955},
+    {1257, 33956},   {1261, 33960},     {kArrow, 33961}, {kSymbol, 33962},
 };
 constexpr int kCompassTooltip = 33957;
+constexpr int kFrameName = 460;
 
 } // namespace
 
@@ -42,6 +46,8 @@ CompassChoice::CompassChoice(KorDSMPage& page, ShowFunction shownFor)
 void CompassChoice::connectControls() {
     for (const auto& [control, prompt] : kCaptions)
         m_page.setCaption(control, prompt);
+    // The caption says where, not what.
+    KorControls::find(&m_page, kFrame)->setAccessibleName(toQt(Prompts::dsm(kFrameName)));
     m_page.addTooltip(kCompass, kCompassTooltip);
     auto* picture = KorControls::find<KorInfoCtrl>(&m_page, kPicture);
     picture->setFrame(true);

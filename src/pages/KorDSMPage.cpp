@@ -76,6 +76,7 @@ void KorDSMPage::OnShow(int show) {
         KorFieldNote::clear(this);
         loadData();
         afterLoad();
+        KorControls::nameByLabels(this);
         m_needsInit = false;
         return;
     }

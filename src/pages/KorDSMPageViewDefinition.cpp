@@ -97,7 +97,6 @@ bool KorDSMPageViewDefinition::OnInitDialog() {
         const Section& section = kSections[i];
         setCaption(section.frame, section.framePrompt);
         addTooltip(section.combo, section.comboPrompt);
-        KorControls::find(this, section.combo)->setAccessibleName(toQt(Prompts::ups(section.framePrompt)));
         setButton(section.goTo, 1196, 1211, 33557);
         KorControls::find<KorInfoCtrl>(this, section.info)
             ->setInfo(Prompts::ups(section.infoPrompt), kInfoPicture);
@@ -114,6 +113,8 @@ bool KorDSMPageViewDefinition::OnInitDialog() {
     connect(KorControls::find<QAbstractButton>(this, kRename), &QAbstractButton::clicked, this,
             &KorDSMPageViewDefinition::onRename);
     m_fields.connectControls();
+    for (const Section& section : kSections)
+        KorControls::setName(KorControls::find(this, section.combo), toQt(Prompts::ups(section.framePrompt)));
     connect(&m_fields, &PageFields::written, this, &KorDSMPageViewDefinition::replaceDependents);
     return true;
 }

@@ -10,6 +10,7 @@
 #include "model/CurrentUnits.h"
 #include "pages/SelectionFills.h"
 #include "services/Prompts.h"
+#include "session/KorDSMValueText.h"
 
 #include <algorithm>
 
@@ -120,9 +121,7 @@ void KorDSMPageViewProperties::fillScales() {
 }
 
 KorString KorDSMPageViewProperties::scaleName() const {
-    KorString name;
-    kor_odbc_getScaleDescription(request().scale, name, getScaleUnitsOfCurrentDatabase(), false);
-    return name;
+    return KorDSMValueText::scaleText(request().scale);
 }
 
 void KorDSMPageViewProperties::selectScale() {

@@ -54,12 +54,6 @@ KorString referenceText(const Column& column, std::int64_t key) {
     return row && !row->name.isEmpty() ? row->name : KorString::format("[%s]", {KorString::number(key)});
 }
 
-KorString scaleText(double factor) {
-    KorString text;
-    kor_odbc_getScaleDescription(factor, text, getScaleUnitsOfCurrentDatabase(), false);
-    return text;
-}
-
 // The symbol of the unit in which numbers of the kind are shown; none where they are printed with theirs.
 KorString unitSymbol(int kind) {
     const KorUnitsManager& units = getUnitsOfCurrentDatabase();
@@ -212,6 +206,14 @@ KorString shortName(const KorString& name) {
         if ((text[i] & 0xC0) != 0x80 && ++characters > kLongest)
             return KorString(text.substr(0, i)) + KorString("…");
     return name;
+}
+
+// Names of scales stand as they are; a ratio has the decimal mark in use.
+KorString scaleText(double factor) {
+    KorString text;
+    const bool isNamed =
+        kor_odbc_getScaleDescription(factor, text, getScaleUnitsOfCurrentDatabase(), false) == 1;
+    return isNamed ? text : text.replaced(".", KorString(std::string(1, KorUnitsManager::decimalMark())));
 }
 
 KorString tableCaption(const TableSchema& table) {

@@ -39,6 +39,8 @@ std::vector<std::int32_t> keysNamed(const StyleTable& rows, const KorString& tex
 KorString toText(const TableSchema& table, const Column& column, const StructRecord& record);
 /// The same for a single value.
 KorString toText(const TableSchema& table, const Column& column, const CellValue& value);
+/// A scale by its name, or as a ratio where it has none.
+KorString scaleText(double factor);
 
 /// What came of reading a typed text.
 struct Parsed {

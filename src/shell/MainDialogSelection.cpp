@@ -187,6 +187,7 @@ void KorDSMMainDialog::showList(KorDSMDatabaseItem* item) {
     m_list->show();
     m_list->deleteAllColumns();
     m_listedEntry = item ? item->m_hTreeItem : nullptr;
+    m_list->setAccessibleName(item ? toQt(item->getDisplayName()) : QString());
     if (!item)
         return;
     const KorDSMListContents contents = KorDSMListContents::of(*item);

@@ -127,7 +127,7 @@ void KorDSMMainDialog::setUpSections() {
         control->setAccessibleName(toQt(m_structure.getSection(section)->getDisplayName()));
         combo->setImageList(m_images);
         combo->setDisplayFullPath(true);
-        combo->setAccessibleName(control->accessibleName());
+        KorControls::setName(combo, control->accessibleName());
         slot(section).combo = combo;
         slot(section).tree =
             std::make_unique<KorDSMSectionTree>(control, m_structure, *m_structure.getSection(section),

@@ -11,6 +11,7 @@
 #include "services/KorHostReport.h"
 #include "services/KorResources.h"
 #include "services/KorUnitsManager.h"
+#include "services/Prompts.h"
 #include "shell/HelpWindow.h"
 #include "templates/Templates.h"
 
@@ -47,6 +48,9 @@ void ModuleResources::setUp(const KorString& folder) {
         KorHostReport::add(
             KorString::format(translated("The picture %s is missing in %s. Install the program again."),
                               {path, KorResources::folder().string()}));
+    });
+    KorPictures::setDescriptions([](int number) {
+        return Prompts::has("PIC", number) ? Prompts::getPrompt("PIC", number) : KorString();
     });
     KorTemplates::setFactory(makeTemplate);
     KorLayoutStore::setBackend(readLayout, writeLayout);

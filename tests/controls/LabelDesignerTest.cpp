@@ -2,8 +2,8 @@
 #include "controls/label/DrawingColors.h"
 #include "controls/label/LabelCombo.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
+#include "support/Accessibility.h"
 #include "support/RandomLabels.h"
-#include "support/Readable.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -9,7 +9,7 @@
 #include "pages/PageFixture.h"
 #include "session/KorDSMValueText.h"
 #include "shell/KorDSMPageRegistry.h"
-#include "support/Readable.h"
+#include "support/Accessibility.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -295,6 +295,16 @@ TEST_F(AllPages, InStandardNothingCanBeChanged) {
     });
     EXPECT_GT(copied, 10);
     EXPECT_TRUE(wroteNothing());
+}
+
+TEST_F(AllPages, EveryControlAndPictureHasAName) {
+    makeEditableSamples();
+    onEachPage([&] {
+        EXPECT_GT(expectNamed(page()), 0);
+        if (page().templateId() == 2020) {
+            EXPECT_EQ(accessibleName(control(1254)), QStringLiteral("Compass in the view"));
+        }
+    });
 }
 
 TEST_F(AllPages, WhatCannotBeChangedIsReadableInEveryPalette) {

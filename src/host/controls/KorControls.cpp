@@ -7,7 +7,10 @@
 
 #include <QAbstractButton>
 #include <QButtonGroup>
+#include <QComboBox>
 #include <QHash>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
 #include <QVariant>
 
@@ -94,6 +97,33 @@ void KorControls::setChecked(QAbstractButton* button, bool checked) {
     setExclusive(false);
     button->setChecked(checked);
     setExclusive(exclusive);
+}
+
+// Screen readers take the name of a combo box from the label that lies in the same widget, and from no other.
+void KorControls::setName(QWidget* control, const QString& name) {
+    control->setAccessibleName(name);
+    QWidget* parent = control->parentWidget();
+    if (!parent || !qobject_cast<QComboBox*>(control))
+        return;
+    for (QLabel* label : parent->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly))
+        if (label->buddy() == control)
+            return label->isHidden() ? label->setText(name) : void();
+    auto* label = new QLabel(name, parent);
+    label->setBuddy(control);
+    label->hide();
+}
+
+void KorControls::nameByLabels(QWidget* root) {
+    for (const QLabel* label : root->findChildren<QLabel*>()) {
+        if (label->isHidden())
+            continue;
+        QString name = label->text();
+        name.remove(QLatin1Char('&'));
+        if (name.endsWith(QLatin1Char(':')))
+            name.chop(1);
+        if (label->buddy() && !name.isEmpty())
+            setName(label->buddy(), name);
+    }
 }
 
 void KorControls::group(QWidget* root, std::span<const int> radios) {

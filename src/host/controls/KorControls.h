@@ -37,6 +37,12 @@ void setEditable(QWidget* control, bool editable);
 /// also lets up the last one that is down among exclusive buttons.
 void setChecked(QAbstractButton* button, bool checked);
 
+/// Names a control for those who do not see what stands beside it.
+void setName(QWidget* control, const QString& name);
+/// Names each control below `root` that a label stands for by the label's text, for those who do not see
+/// both.
+void nameByLabels(QWidget* root);
+
 /// Makes the buttons of these numbers one group, of which one is down at a time. Without it all radio buttons
 /// below one parent count as one group, also those in frames inside each other.
 void group(QWidget* root, std::span<const int> radios);

@@ -25,8 +25,7 @@ void KorInfoCtrl::setInfo(const KorString& text, int pictureId) {
     m_pictureId = pictureId;
     m_picture = pictureId ? KorPictures::bitmap(pictureId) : QIcon();
     m_pictureSize = pictureId ? KorPictures::bitmapSize(pictureId) : QSize(0, 0);
-    if (!text.isEmpty())
-        setAccessibleName(toQt(text));
+    setAccessibleName(toQt(text.isEmpty() && pictureId ? KorPictures::description(pictureId) : text));
     updateGeometry();
     update();
 }

@@ -6,7 +6,8 @@
 #include <QIcon>
 
 /// An information panel: a picture alone, or a picture with a text beside it. Pictures are the program's
-/// bitmaps (see KorPictures); one that is larger than the panel is made smaller, never larger.
+/// bitmaps (see KorPictures); one that is larger than the panel is made smaller, never larger. Its name for
+/// those who do not see it is the text, or what a picture alone shows.
 class KorInfoCtrl : public QFrame {
     Q_OBJECT
 

@@ -118,6 +118,8 @@ QVariant KorListModel::data(const QModelIndex& index, int role) const {
         return m_images->at(row.image);
     if (role == Qt::SizeHintRole && index.column() == 0 && m_rowHeight > 0)
         return QSize(m_rowHeight, m_rowHeight);
+    if (role == Qt::AccessibleTextRole && index.column() == 0 && m_checkBoxes && row.texts.size() > 1)
+        return toQt(row.texts[1]); // a box alone in its column stands for the text beside it
     if (role == Qt::CheckStateRole && index.column() == 0 && m_checkBoxes)
         return row.checked ? Qt::Checked : Qt::Unchecked;
     if (role == Qt::TextAlignmentRole && number)

@@ -12,6 +12,7 @@ namespace {
 struct Shelf {
     QString base;
     std::function<void(const KorString&)> missing;
+    std::function<KorString(int)> descriptions;
     QHash<QString, QIcon> icons;
     QSet<QString> reported;
 };
@@ -58,6 +59,14 @@ void KorPictures::setBase(const KorString& base) {
 
 void KorPictures::setMissingSink(std::function<void(const KorString&)> sink) {
     shelf().missing = std::move(sink);
+}
+
+void KorPictures::setDescriptions(std::function<KorString(int)> describe) {
+    shelf().descriptions = std::move(describe);
+}
+
+KorString KorPictures::description(int number) {
+    return shelf().descriptions ? shelf().descriptions(number) : KorString();
 }
 
 QIcon KorPictures::fromFile(const QString& file) {

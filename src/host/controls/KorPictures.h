@@ -19,6 +19,12 @@ void setBase(const KorString& base);
 /// empty sink is silent.
 void setMissingSink(std::function<void(const KorString& path)> sink);
 
+/// Says in the user's language what a bitmap shows, for those who do not see it; an empty text for one that
+/// says nothing of its own.
+void setDescriptions(std::function<KorString(int number)> describe);
+/// What the bitmap of that number shows; an empty text where nobody says it.
+KorString description(int number);
+
 /// The icon of that number, an empty one when it is missing.
 QIcon icon(int number);
 /// The bitmap of that number, an empty one when it is missing.

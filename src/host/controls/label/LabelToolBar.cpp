@@ -1,6 +1,7 @@
 #include "controls/label/LabelToolBar.h"
 
 #include "base/LabelVariables.h"
+#include "controls/KorControls.h"
 #include "controls/KorQt.h"
 #include "controls/label/DrawingColorMenu.h"
 #include "controls/label/DrawingColors.h"
@@ -110,8 +111,8 @@ void LabelToolBar::connectTools() {
 
 void LabelToolBar::setTexts(const LabelDesignerTexts& texts) {
     m_texts = texts;
-    m_fonts->setAccessibleName(texts.font);
-    m_sizeCombo->setAccessibleName(texts.size);
+    KorControls::setName(m_fonts, texts.font);
+    KorControls::setName(m_sizeCombo, texts.size);
     m_sizeCombo->setToolTip(texts.size);
     describe(m_insert, QString(texts.insertVariable).remove('&'), texts.insertVariableTip);
     m_insert->setText(texts.insertVariable);

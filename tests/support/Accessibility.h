@@ -1,8 +1,12 @@
 #pragma once
 
+#include "controls/KorInfoCtrl.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTextBlock>
@@ -65,6 +69,43 @@ inline int expectReadable(const QWidget& root) {
                                        palette.color(QPalette::Base)),
                           kEnough)
                     << run.fragment().text().toStdString();
+    }
+    return seen;
+}
+
+/// What a screen reader calls a widget. The name of a combo box is its chosen text on some systems; what it
+/// is for says the label that belongs to it.
+inline QString accessibleName(QWidget& widget) {
+    QAccessibleInterface* told = QAccessible::queryAccessibleInterface(&widget);
+    if (!told || !qobject_cast<QComboBox*>(&widget))
+        return told ? told->text(QAccessible::Name) : QString();
+    for (const auto& [label, relation] : told->relations(QAccessible::Label))
+        if (!qobject_cast<QGroupBox*>(label->object()))
+            return label->text(QAccessible::Name);
+    return {};
+}
+
+/// Expects that whatever takes the focus below `root`, every box in a list and every picture has a name for
+/// those who do not see it. Returns how many that were.
+inline int expectNamed(const QWidget& root) {
+    int seen = 0;
+    for (QWidget* widget : root.findChildren<QWidget*>()) {
+        const auto* panel = qobject_cast<const KorInfoCtrl*>(widget);
+        const bool takesFocus = (widget->focusPolicy() & Qt::TabFocus) != 0 && !widget->focusProxy();
+        if (!widget->isVisible() || !(takesFocus || (panel && panel->pictureId() != 0)))
+            continue;
+        ++seen;
+        EXPECT_FALSE(accessibleName(*widget).isEmpty())
+            << widget->metaObject()->className() << " " << widget->objectName().toStdString() << " in "
+            << widget->parentWidget()->metaObject()->className() << " picture "
+            << (panel ? panel->pictureId() : 0);
+        const auto* view = qobject_cast<const QAbstractItemView*>(widget);
+        for (int row = 0; view && view->model() && row < view->model()->rowCount(); ++row) {
+            const QModelIndex box = view->model()->index(row, 0);
+            if (box.data(Qt::CheckStateRole).isValid()) {
+                EXPECT_FALSE(box.data(Qt::AccessibleTextRole).toString().isEmpty()) << row;
+            }
+        }
     }
     return seen;
 }
