@@ -168,6 +168,23 @@ std::shared_ptr<const LinetypeFile> LinetypeFile::shared(const fs::path& path) {
 }
 
 fs::path LinetypeFile::pathOf(const KorString& folder, const KorString& name) {
-    const KorString path = folder.isEmpty() ? name : folder + "\\" + name;
-    return fs::path(path.replaced("\\", "/").toStdString());
+    return fs::path(joined(folder, name).replaced("\\", "/").toStdString());
+}
+
+std::pair<KorString, KorString> LinetypeFile::split(const KorString& path) {
+    const std::string_view text = path.view();
+    const std::size_t separator = text.rfind('\\');
+    if (separator == std::string_view::npos)
+        return {{}, path};
+    return {KorString(text.substr(0, std::max<std::size_t>(separator, 1))),
+            KorString(text.substr(separator + 1))};
+}
+
+KorString LinetypeFile::joined(const KorString& folder, const KorString& name) {
+    return folder.isEmpty() || folder.view().ends_with('\\') ? folder + name : folder + "\\" + name;
+}
+
+bool LinetypeFile::isSameFolder(const KorString& a, const KorString& b) {
+    const KorString left = joined(a.replaced("/", "\\"), {}).lowered();
+    return left == joined(b.replaced("/", "\\"), {}).lowered();
 }

@@ -37,6 +37,12 @@ public:
     /// The path of a file as records and settings store it, with backslashes. An empty folder means that
     /// `name` is a whole path.
     static std::filesystem::path pathOf(const KorString& folder, const KorString& name);
+    /// Folder and name of such a path, joined by `joined` again. A bare name has an empty folder; that of a
+    /// file in the root is the separator itself.
+    static std::pair<KorString, KorString> split(const KorString& path);
+    static KorString joined(const KorString& folder, const KorString& name);
+    /// Whether two folders are the same, written in whatever case and with or without a separator at the end.
+    static bool isSameFolder(const KorString& a, const KorString& b);
 
     eOutcome outcome() const { return m_outcome; }
     /// In the order of the file.

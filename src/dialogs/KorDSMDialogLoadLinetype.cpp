@@ -12,6 +12,8 @@
 #include <QFileDialog>
 #include <QLabel>
 
+#include <tuple>
+
 namespace {
 
 constexpr int kTemplate = 1165;
@@ -84,10 +86,7 @@ void KorDSMDialogLoadLinetype::onFileButton() {
         this, windowTitle(), folder, toQt(Prompts::ups(22553)) + QStringLiteral(" (*.lin)"));
     if (chosen.isEmpty())
         return;
-    const std::string path = fromQt(chosen).replaced("/", "\\").toStdString();
-    const std::size_t separator = path.rfind('\\');
-    m_directory = KorString(path.substr(0, separator));
-    m_fileName = KorString(path.substr(separator + 1));
+    std::tie(m_directory, m_fileName) = LinetypeFile::split(fromQt(chosen).replaced("/", "\\"));
     fillList();
     showMembers();
 }
@@ -96,8 +95,8 @@ void KorDSMDialogLoadLinetype::accept() {
     if (m_selectedLinetype.isEmpty())
         return;
     // What was typed into the field counts for nothing until a file was opened.
-    const bool inDefaultFolder = m_defaultDirectory.lowered() == m_directory.lowered();
-    m_fileReference = inDefaultFolder ? m_fileName : m_directory + "\\" + m_fileName;
+    const bool inDefaultFolder = LinetypeFile::isSameFolder(m_defaultDirectory, m_directory);
+    m_fileReference = inDefaultFolder ? m_fileName : LinetypeFile::joined(m_directory, m_fileName);
     if (const auto* edit = KorControls::find<KorLineEdit>(this, kFileName))
         m_fileName = fromQt(edit->text());
     KorDSMDialog::accept();

@@ -1,6 +1,7 @@
 #include "pages/ClippingLinetypes.h"
 
 #include "base/KorAssert.h"
+#include "base/LinetypeFile.h"
 #include "controls/linetype/KorLinetypeCombo.h"
 #include "data/KorODBCDetStyle.h"
 #include "data/KorOdbcGUI.h"
@@ -71,11 +72,9 @@ void ClippingLinetypes::fill() {
 }
 
 void ClippingLinetypes::load(const KorString& name, const KorString& filePath) {
-    const std::string_view path = filePath.view();
-    const std::size_t separator = path.rfind('\\');
-    const bool isBare = separator == std::string_view::npos;
-    m_combo->SetSupportPath(isBare ? m_supportPath : KorString(path.substr(0, separator)));
-    m_combo->SetLinetypeFile(isBare ? filePath : KorString(path.substr(separator + 1)));
+    const auto [folder, file] = LinetypeFile::split(filePath);
+    m_combo->SetSupportPath(folder.isEmpty() ? m_supportPath : folder);
+    m_combo->SetLinetypeFile(file);
     m_combo->LoadLinetype(name);
 }
 

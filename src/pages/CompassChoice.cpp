@@ -76,6 +76,8 @@ void CompassChoice::load() {
 }
 
 void CompassChoice::enableChoices() {
+    // Without a compass its picture is only hinted at.
+    KorControls::find(&m_page, kPicture)->setEnabled(button(kCompass)->isChecked());
     for (const int radio : kChoices)
         button(radio)->setEnabled(m_page.isEditable() && button(kCompass)->isChecked());
 }

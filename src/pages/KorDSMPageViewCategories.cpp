@@ -20,6 +20,8 @@ constexpr int kList = 1011;
 constexpr int kFrame = 1161;
 constexpr int kInfo = 1111;
 constexpr int kInfoPicture = 1020;
+constexpr int kBoxWidth = 20;
+constexpr int kNameWidth = 240; // at least
 
 const StructDetViewRequest& requestOf(const KorDSMDatabaseItem& item) {
     return static_cast<const StructDetViewRequest&>(*item.record());
@@ -50,8 +52,8 @@ bool KorDSMPageViewCategories::OnInitDialog() {
     m_list->setHeaderHidden(true);
     m_list->setCheckBoxes(true);
     m_list->setGridLines(true);
-    m_list->insertColumn(Prompts::ups(21951), 28);
-    m_list->insertColumn(Prompts::ups(21952));
+    m_list->insertColumn(Prompts::ups(21951), kBoxWidth);
+    m_list->insertColumn(Prompts::ups(21952), kNameWidth);
     connect(m_list, &KorListCtrl::checkToggled, this, &KorDSMPageViewCategories::onCheckToggled);
     return true;
 }
@@ -74,6 +76,8 @@ bool KorDSMPageViewCategories::loadData() {
         rows.push_back(row);
     }
     m_list->setItems(std::move(rows));
+    m_list->resizeColumnToContents(1);
+    m_list->setColumnWidth(1, std::max(m_list->columnWidth(1), kNameWidth));
     return true;
 }
 

@@ -8,6 +8,7 @@
 #include "controls/VELComboTree.h"
 #include "data/records/ViewRecords.h"
 #include "model/CurrentUnits.h"
+#include "pages/LabelDesignerSetup.h"
 #include "pages/SelectionFills.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
@@ -17,6 +18,7 @@
 namespace {
 
 constexpr int kScales = 2300;
+constexpr int kCalloutTemplate = 2022;
 constexpr int kInfo = 1112;
 constexpr int kInfoText = 22006;
 constexpr int kInfoPicture = 1020;
@@ -59,6 +61,7 @@ bool KorDSMPageViewProperties::OnInitDialog() {
         setCaption(control, prompt);
     for (const auto& [control, prompt] : kTooltips)
         addTooltip(control, prompt);
+    KorControls::find(this, kCalloutTemplate)->setToolTip(toQt(LabelDesignerSetup::variableHelp()));
     KorControls::find<KorInfoCtrl>(this, kInfo)->setInfo(Prompts::ups(kInfoText), kInfoPicture);
     alignFields();
     m_fields.connectControls();

@@ -288,6 +288,20 @@ std::vector<const Column*> partColumns(const TableSchema& table) {
     return columns;
 }
 
+// Parts that carry an order stand by it, the others as they were appended.
+std::vector<Referrer> partsInOrder(StyleSource& source, eTableType whole, KorOdbcKey key) {
+    std::vector<Referrer> parts;
+    for (const Referrer& referrer : source.referrersOf(whole, key))
+        if (referrer.column->role == eReferenceRole::kPartOf)
+            parts.push_back(referrer);
+    std::ranges::stable_sort(parts, {}, [&source](const Referrer& part) {
+        const auto order = std::ranges::find(part.table->columns, "order", &Column::name);
+        const StructRecord* row = source.table(part.table->type).find(KorOdbcKey(part.key));
+        return row && order != part.table->columns.end() ? order->integerIn(row) : 0;
+    });
+    return parts;
+}
+
 } // namespace
 
 QTableWidget* KorDSMPlainPage::addGrid(const TableSchema& table, const std::vector<const Column*>& columns) {
@@ -313,9 +327,7 @@ void KorDSMPlainPage::showParts(const StructRecord& record) {
     qDeleteAll(m_parts->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
     StyleSource* source = StyleDatabases::current().here();
     std::map<const TableSchema*, QTableWidget*> grids;
-    for (const Referrer& part : source->referrersOf(shownTable().type, KorOdbcKey(record.key))) {
-        if (part.column->role != eReferenceRole::kPartOf)
-            continue;
+    for (const Referrer& part : partsInOrder(*source, shownTable().type, KorOdbcKey(record.key))) {
         const std::vector<const Column*> columns = partColumns(*part.table);
         QTableWidget*& grid = grids[part.table];
         if (!grid)

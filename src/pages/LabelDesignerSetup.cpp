@@ -36,6 +36,7 @@ constexpr std::pair<QString LabelDesignerTexts::*, int> kTexts[] = {
 };
 constexpr int kFirstColorName = 516;
 constexpr int kFirstVariable = 530;
+constexpr int kVariableHelp = 461;
 
 QString prompt(int number) {
     return toQt(Prompts::dsm(number));
@@ -68,6 +69,15 @@ QString sizeText(const KorUnitsManager& units, double size) {
 }
 
 } // namespace
+
+KorString LabelDesignerSetup::variableHelp() {
+    KorString lines;
+    int number = kFirstVariable;
+    for (const LabelVariable& variable : kLabelVariables)
+        lines = lines + KorString::format("\n{%s}  %s",
+                                          {KorString(std::string(variable.name)), Prompts::dsm(number++)});
+    return Prompts::dsm(kVariableHelp) + lines;
+}
 
 void LabelDesignerSetup::apply(VELLabelDesignerCtrlWrap& designer, int objectTypeKey) {
     int status = 0;

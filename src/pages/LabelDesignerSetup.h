@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/KorString.h"
+
 class VELLabelDesignerCtrlWrap;
 
 /// Sets up the label designers of the title pages.
@@ -11,5 +13,8 @@ void apply(VELLabelDesignerCtrlWrap& designer, int objectTypeKey);
 
 /// What belongs to the current source: its units, the creation defaults for titles, its text sizes.
 void applySource(VELLabelDesignerCtrlWrap& designer);
+
+/// What variables a text can hold, one a line: for fields that have no designer.
+KorString variableHelp();
 
 } // namespace LabelDesignerSetup

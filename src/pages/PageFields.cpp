@@ -106,23 +106,21 @@ void PageFields::fillLists() {
 }
 
 void PageFields::fillCombo(const PageField& field, const Column& column, QComboBox& combo) {
-    QStringList entries;
-    for (const KorString& name : KorDSMValueText::valueNames(*findTable(row().table), column))
-        entries << toQt(name);
-    if (column.isReference()) {
-        const RowArray& rows = source()->table(column.target).rows();
-        std::vector<KorString> names;
-        for (int i = 0; i < rows.size(); ++i)
-            names.push_back(rows.at(i).name);
-        if (field.sorted)
-            std::ranges::sort(names, KorDetStructureUtilities::isNameBefore);
-        if (field.optional)
-            entries << toQt(KorDSMValueText::nothing());
-        for (const KorString& name : names)
-            entries << toQt(name);
-    }
     combo.clear();
-    combo.addItems(entries);
+    for (const KorString& name : KorDSMValueText::valueNames(*findTable(row().table), column))
+        combo.addItem(toQt(name));
+    if (!column.isReference())
+        return;
+    const RowArray& rows = source()->table(column.target).rows();
+    std::vector<const StructRecord*> targets;
+    for (int i = 0; i < rows.size(); ++i)
+        targets.push_back(&rows.at(i));
+    if (field.sorted)
+        std::ranges::stable_sort(targets, KorDetStructureUtilities::isNameBefore, &StructRecord::name);
+    if (field.optional)
+        combo.addItem(toQt(KorDSMValueText::nothing()), 0);
+    for (const StructRecord* target : targets)
+        combo.addItem(toQt(target->name), target->key);
 }
 
 void PageFields::load() {
@@ -160,11 +158,10 @@ void PageFields::loadCombo(const PageField& field, const Column& column, std::in
         return;
     }
     const StructRecord* target = source()->table(column.target).find(KorOdbcKey(value));
-    const bool isNone = field.optional && value <= 0;
-    combo.setCurrentIndex(isNone ? 0
-                          : target
-                              ? combo.findText(toQt(target->name), Qt::MatchExactly | Qt::MatchCaseSensitive)
-                              : -1);
+    int index = field.optional && value <= 0 ? 0 : target ? combo.findData(value) : -1;
+    if (target && (index < 0 || combo.itemText(index) != toQt(target->name)))
+        index = combo.findText(toQt(target->name), Qt::MatchExactly | Qt::MatchCaseSensitive);
+    combo.setCurrentIndex(index);
 }
 
 void PageFields::onEntryChosen(const PageField& field, QComboBox& combo) {
@@ -175,7 +172,13 @@ void PageFields::onEntryChosen(const PageField& field, QComboBox& combo) {
         return write(field, combo, std::int64_t{combo.currentIndex()});
     if (field.optional && combo.currentIndex() == 0)
         return write(field, combo, std::int64_t{0});
-    if (const StructRecord* target = source()->table(column->target).find(fromQt(combo.currentText())))
+    // Of rows of one name the entry's own is meant; entries that were added by name have none.
+    const StyleTable& targets = source()->table(column->target);
+    const KorString name = fromQt(combo.currentText());
+    const StructRecord* target = targets.find(KorOdbcKey(combo.currentData().toInt()));
+    if (!target || target->name != name)
+        target = targets.find(name);
+    if (target)
         write(field, combo, std::int64_t{target->key});
 }
 

@@ -137,6 +137,14 @@ TEST_F(LinetypeFileTest, TranslatesPathsAndNoticesChanges) {
     const fs::path file = LinetypeFile::pathOf(base, "a.lin");
     EXPECT_EQ(file, folder.path() / "Shared/Support/a.lin");
     EXPECT_EQ(LinetypeFile::pathOf({}, base + "\\a.lin"), file);
+    for (const KorString& path : {KorString("a.lin"), KorString("\\a.lin"), base + "\\a.lin"}) {
+        const auto [directory, name] = LinetypeFile::split(path);
+        EXPECT_EQ(name, "a.lin");
+        EXPECT_EQ(LinetypeFile::joined(directory, name), path);
+    }
+    EXPECT_EQ(LinetypeFile::split("\\a.lin").first, "\\");
+    EXPECT_TRUE(LinetypeFile::isSameFolder(base, base.lowered() + "/"));
+    EXPECT_FALSE(LinetypeFile::isSameFolder(base, base + "\\Other"));
     const auto before = LinetypeFile::shared(file);
     EXPECT_EQ(LinetypeFile::shared(file), before);
     folder.write("Shared/Support/a.lin", "*ONE,x\nA,1\n*TWO,x\nA,1\n");

@@ -62,6 +62,12 @@ TEST_F(ComboTree, EntriesAreNamedByTheirPaths) {
     EXPECT_NE(combo.findEntry(path({"Standard", "Columns"})), nullptr);
     EXPECT_FALSE(combo.selectPath(path({"Standard", "Rafters"})));
     EXPECT_TRUE(chosen.empty()) << "what the program chooses is not announced";
+
+    const KorString nameless = KorString("User") + VELComboTree::GetPathDelimiter();
+    const KorTreeHandle entry = combo.addEntry(nameless, -1, &mark);
+    EXPECT_NE(entry, combo.findEntry("User")) << "an empty name below an entry is not that entry";
+    EXPECT_EQ(combo.findEntry(nameless), entry);
+    EXPECT_EQ(combo.getPath(entry), nameless);
 }
 
 TEST(ComboTreeLanguage, SearchFieldSpeaksTheLanguageOfTheProgram) {

@@ -75,6 +75,7 @@ TEST_F(CompassPosition, TurningTheCompassOnAndOffLeavesTheOverviewCorner) {
     EXPECT_EQ(checked(), Radios());
     EXPECT_FALSE(choicesEnabled());
     EXPECT_EQ(picture(), kArrowPicture);
+    EXPECT_FALSE(isEnabled(1253)) << "the picture is only hinted at";
     EXPECT_TRUE(isChecked(1277));
 }
 

@@ -49,6 +49,9 @@ TEST_F(ModelObjectsSelection, EachStrategyHasItsButtonAndIsWrittenByItsKey) {
         EXPECT_EQ(chosen(), id);
         EXPECT_TRUE(wroteOnly(style, kColumnStrategy, std::int64_t{keyAt(id - kFirst)}));
         EXPECT_EQ(style.getRecord().objectSelectionStrategy, keyAt(id - kFirst));
+        const long changes = told<DsmDataChanged>() + told<DsmSetModified>();
+        click(id);
+        EXPECT_EQ(told<DsmDataChanged>() + told<DsmSetModified>(), changes) << "it is chosen already";
         takeBack(style);
     }
     arrange(style, kColumnStrategy, std::int64_t{keyAt(7)});

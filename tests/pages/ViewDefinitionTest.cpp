@@ -1,3 +1,4 @@
+#include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
 #include "model/KorDSMDependencies.h"
 #include "model/KorDSMSectionLoader.h"
@@ -5,11 +6,14 @@
 #include "pages/PageFixture.h"
 #include "pages/SelectionFills.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
+
+#include <set>
 
 namespace {
 
@@ -196,6 +200,30 @@ TEST_F(ViewDefinition, NoticesKeepTheListsCurrent) {
     notify(5, DsmListChanged::kReload, "");
     show(item<KorDsmViewRequestItem>("HB railing post"));
     EXPECT_EQ(path(), "Hallberg: railings/HB railing post");
+}
+
+TEST_F(ViewDefinition, OfTwoBoxesOfOneNameEachCanBeShownAndChosen) {
+    const std::int32_t first = row<StructDetViewSystemAndBox>().key;
+    const KorString name = row<StructDetViewSystemAndBox>().name;
+    const std::int32_t second = row<StructDetViewSystemAndBox>("Storey").key;
+    store(kTableSystemAndBox, second, 1, name);
+    auto& view = item<KorDsmViewRequestItem>("HB railing post");
+    arrange(view, 2, std::int64_t{0});
+    open<KorDSMPageViewDefinition>(view);
+    auto& boxes = control<QComboBox>(1011);
+    std::set<std::int32_t> written;
+    for (int i = 0; i < boxes.count(); ++i) {
+        if (fromQt(boxes.itemText(i)) != name)
+            continue;
+        boxes.setFocus();
+        boxes.showPopup();
+        boxes.view()->setCurrentIndex(boxes.model()->index(i, 0));
+        QTest::keyClick(boxes.view(), Qt::Key_Return);
+        written.insert(view.getRecord().systemAndBoxKey);
+        show(view);
+        EXPECT_EQ(boxes.currentIndex(), i);
+    }
+    EXPECT_EQ(written, (std::set{first, second}));
 }
 
 // Views without a category have a group of their own, and no group can be chosen as if it were a record.

@@ -4,6 +4,7 @@
 #include "pages/KorDSMPageViewCategories.h"
 #include "pages/KorDSMPageViewProperties.h"
 #include "pages/PageFixture.h"
+#include "services/KorUnitsManager.h"
 
 #include <QComboBox>
 #include <QTest>
@@ -68,6 +69,12 @@ TEST_F(ViewProperties, ScalesStandBelowTheirHeadings) {
     auto& scales = control<VELComboTree>(kScales);
     EXPECT_EQ(scale(), "");
     EXPECT_EQ(scales.placeholderText(), "1:7");
+    KorUnitsManager::setDecimalMark(',');
+    arrange(view, 10, 1.0 / 15.5);
+    show(view);
+    EXPECT_EQ(scales.placeholderText(), "1:15,5");
+    KorUnitsManager::setDecimalMark('.');
+    EXPECT_TRUE(control(2022).toolTip().contains(QStringLiteral("\n{view}  View\n")));
     EXPECT_EQ(scales.childCount(nullptr), 3);
     EXPECT_FALSE(scales.getChildAt(nullptr, 0)->selectable);
     QTest::keyClick(&scales, Qt::Key_Down);

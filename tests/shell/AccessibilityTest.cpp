@@ -56,8 +56,8 @@ TEST_F(Accessibility, EveryControlOfTheDialogsIsReadableAndHasAName) {
         dialogs.push_back(std::make_unique<KorDSMDialogLoadLinetype>(nullptr));
         dialogs.push_back(std::make_unique<KorDSMDialogNewItem>(KorDSMDefines::kDetailStyle, "HB post 1:15",
                                                                 false, nullptr));
-        dialogs.push_back(std::make_unique<KorDSMDialogNewItemWithGroup>(KorDSMDefines::kDetailStyle, "", "",
-                                                                         nullptr));
+        dialogs.push_back(
+            std::make_unique<KorDSMDialogNewItemWithGroup>(KorDSMDefines::kDetailStyle, "", "", nullptr));
         dialogs.push_back(
             std::make_unique<KorDSMDialogWhereUsed>("HB rails", SourceId::user(), rails, nullptr));
         for (const auto& dialog : dialogs) {

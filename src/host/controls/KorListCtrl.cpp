@@ -91,8 +91,10 @@ int KorListCtrl::insertColumn(const KorString& title, int width, EFormat format)
     const int column = m_model->addColumn(title, format);
     header()->setSectionResizeMode(column, width > 0 ? QHeaderView::Interactive : QHeaderView::Stretch);
     header()->setStretchLastSection(false);
-    if (width > 0)
+    if (width > 0) {
+        header()->setMinimumSectionSize(std::min(header()->minimumSectionSize(), width));
         header()->resizeSection(column, width);
+    }
     return column;
 }
 

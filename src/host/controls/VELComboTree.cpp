@@ -13,12 +13,15 @@ namespace {
 
 constexpr char kDelimiter = '\x1f'; // the "unit separator": nobody types it into a name
 
-/// The first name of a path, which is shortened by it.
-KorString takeName(std::string_view& path) {
-    const std::size_t end = path.find(kDelimiter);
-    const std::string_view name = path.substr(0, end);
-    path = end == std::string_view::npos ? std::string_view() : path.substr(end + 1);
-    return KorString(name);
+/// The names of a path. One can be empty, but an empty path has none.
+std::vector<KorString> namesOf(std::string_view path) {
+    std::vector<KorString> names;
+    for (std::size_t from = 0; !path.empty() && from <= path.size();) {
+        const std::size_t end = std::min(path.find(kDelimiter, from), path.size());
+        names.emplace_back(path.substr(from, end - from));
+        from = end + 1;
+    }
+    return names;
 }
 
 } // namespace
@@ -50,10 +53,8 @@ KorTreeHandle VELComboTree::child(KorTreeHandle parent, const KorString& name) c
 }
 
 KorTreeHandle VELComboTree::addEntry(const KorString& path, int image, void* entryData) {
-    std::string_view rest = path.view();
     KorTreeHandle entry = nullptr;
-    while (!rest.empty()) {
-        const KorString name = takeName(rest);
+    for (const KorString& name : namesOf(path.view())) {
         KorTreeHandle next = child(entry, name);
         if (!next) {
             next = m_model->insert(entry, -1, {name, -1, nullptr, false});
@@ -109,20 +110,17 @@ void VELComboTree::deleteAll() {
 }
 
 KorTreeHandle VELComboTree::findEntry(const KorString& path) const {
-    std::string_view rest = path.view();
     KorTreeHandle entry = nullptr;
-    while (!rest.empty()) {
-        entry = child(entry, takeName(rest));
-        if (!entry)
+    for (const KorString& name : namesOf(path.view()))
+        if (!(entry = child(entry, name)))
             return nullptr;
-    }
     return entry;
 }
 
 KorString VELComboTree::getPath(KorTreeHandle entry) const {
-    KorString path;
-    for (; entry; entry = m_model->parentOf(entry))
-        path = path.isEmpty() ? entry->text : entry->text + GetPathDelimiter() + path;
+    KorString path = getEntryText(entry);
+    while (entry && (entry = m_model->parentOf(entry)))
+        path = entry->text + GetPathDelimiter() + path;
     return path;
 }
 
