@@ -96,6 +96,9 @@ struct DsmSetOptionCheck : KorNumberedMessage<WM_USER + 22> {
     bool value = false;
 };
 
+/// A sentence for the user waits in the host report.
+struct DsmReportWaits : KorNumberedMessage<WM_USER + 24> {};
+
 /// Receives messages: the main dialog, pages, and what tests put in their place.
 class KorMessageTarget {
 public:

@@ -128,8 +128,8 @@ void CompassChoice::onChoiceClicked(int radio) {
 
 // The code is one value, of which all three parts are stored or none.
 void CompassChoice::mark(int control, int result) {
-    KorFieldNote::show(button(kCompass), {});
-    m_page.markStored(button(kFirstCorner), true);
-    m_page.markStored(button(kArrow), true);
-    m_page.markStored(button(control), result == KorDSMGuardedWrite::kWrite);
+    if (result != KorDSMGuardedWrite::kWrite)
+        return m_page.markStored(button(control), false);
+    for (const int part : {kCompass, kFirstCorner, kArrow})
+        m_page.markStored(button(part), true);
 }

@@ -5,6 +5,7 @@
 #include "controls/KorControls.h"
 #include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
+#include "controls/KorLineEdit.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "model/CurrentUnits.h"
@@ -150,6 +151,16 @@ void KorDSMPage::enableControl(int controlId, bool enable) {
 
 void KorDSMPage::notifyModified() {
     KorDSMMainWindow::sendMessage(DsmSetModified());
+}
+
+void KorDSMPage::notifyTyping() {
+    const auto fields = findChildren<KorLineEdit*>();
+    const auto labels = findChildren<LabelField*>(QString(), Qt::FindDirectChildrenOnly);
+    DsmSetModified message;
+    message.modified = !StyleDatabases::current().pending().isEmpty() ||
+                       std::ranges::any_of(fields, &KorLineEdit::isEdited) ||
+                       std::ranges::any_of(labels, &LabelField::isEdited);
+    KorDSMMainWindow::sendMessage(message);
 }
 
 void KorDSMPage::setOtherPagesModified(bool modified) {

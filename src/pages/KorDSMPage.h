@@ -61,6 +61,8 @@ public:
     virtual void enableControls();
     /// Tells the main dialog that something was changed.
     virtual void notifyModified();
+    /// Tells the main dialog whether there is anything to apply: what is pending, or is being typed here.
+    void notifyTyping();
     /// Tells the main dialog that the other pages of the group show something changed.
     virtual void setOtherPagesModified(bool modified);
     /// The Delete key; true when the page has deleted something.

@@ -312,11 +312,12 @@ void KorDSMPageViewClipping::onGapChosen() {
 }
 
 void KorDSMPageViewClipping::onUseDefaultClicked(bool useDefault) {
+    if (!writeClip(m_useDefault, kColumnExtension, useDefault ? -1.0 : 0.0))
+        return;
     m_extension->setText(toQt(formatValue(0.0, KorUnitsManager::kLength)));
     enableControl(kExtension, !useDefault);
     KorFieldNote::show(m_extension, {});
-    if (writeClip(m_useDefault, kColumnExtension, useDefault ? -1.0 : 0.0))
-        applySituation();
+    applySituation();
 }
 
 void KorDSMPageViewClipping::onTypeChosen() {
@@ -365,12 +366,13 @@ void KorDSMPageViewClipping::onRename() {
     if (!readClip(clip))
         return;
     KorDSMDialogNewItem dialog(kNewItemKind, clip.name, false, window());
-    if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty() || dialog.name() == clip.name ||
-        !writeClip(m_strategy, kColumnName, dialog.name())) {
-        // The box shows the strategy, not the name that was declined.
-        markStored(m_strategy, true);
+    if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty() || dialog.name() == clip.name)
         return;
-    }
+    const QString note = KorFieldNote::textOf(m_strategy);
+    const bool renamed = writeClip(m_strategy, kColumnName, dialog.name());
+    KorFieldNote::show(m_strategy, note); // about the strategy that is shown, not about its name
+    if (!renamed)
+        return;
     ClippingLists::fillStrategies(*m_strategy);
     ClippingLists::selectStrategy(*m_strategy, clip.key);
 }

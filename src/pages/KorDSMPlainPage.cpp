@@ -116,7 +116,7 @@ PageFields* KorDSMPlainPage::makeFields(std::vector<PageField> fields, bool ofIt
     auto* made = ofItem ? new PageFields(*this, std::move(fields))
                         : new PageFields(*this, std::move(fields), [this] { return shownRow(); });
     made->connectControls();
-    connect(made, &PageFields::refused, made, &PageFields::load);
+    connect(made, &PageFields::refused, made, &PageFields::loadColumn);
     return made;
 }
 

@@ -36,6 +36,6 @@ bool LabelField::isEdited() const {
 void LabelField::store(bool discard) {
     const bool write = !discard && isEdited();
     m_edited = false;
-    if (write)
-        m_page.writeFrom(&m_designer, m_column, m_designer.GetString());
+    if (write && !m_page.writeFrom(&m_designer, m_column, m_designer.GetString()))
+        m_page.notifyTyping(); // there may be nothing to apply any more
 }

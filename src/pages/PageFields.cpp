@@ -91,7 +91,13 @@ void PageFields::connectField(const PageField& field) {
         connect(combo, &QComboBox::activated, this, [this, &field, combo] { onEntryChosen(field, *combo); });
     } else if (auto* edit = qobject_cast<KorLineEdit*>(control)) {
         connect(edit, &KorLineEdit::committed, this, [this, &field, edit] { onTextCommitted(field, *edit); });
-        connect(edit, &KorLineEdit::restored, this, [edit] { KorFieldNote::show(edit, {}); });
+        connect(edit, &KorLineEdit::textEdited, &m_page, &KorDSMPage::notifyTyping);
+        connect(edit, &KorLineEdit::restored, this, [this, &field] {
+            // What was declined before is shown no longer, so that nobody takes it for stored.
+            if (const StructRecord* record = recordOf(row()))
+                loadField(field, *record);
+            m_page.notifyTyping();
+        });
     }
 }
 
@@ -128,6 +134,14 @@ void PageFields::load() {
     if (const StructRecord* record = recordOf(row()))
         for (const PageField& field : m_fields)
             loadField(field, *record);
+}
+
+void PageFields::loadColumn(int column) {
+    const QScopedValueRollback loading(m_loading, true);
+    if (const StructRecord* record = recordOf(row()))
+        for (const PageField& field : m_fields)
+            if (field.column == column)
+                loadField(field, *record);
 }
 
 void PageFields::loadField(const PageField& field, const StructRecord& record) {

@@ -55,6 +55,8 @@ public:
     void fillLists();
     /// Shows the row in the controls. A reference that points nowhere leaves its combo without a choice.
     void load();
+    /// The same for the field of one column; what was typed into others stays.
+    void loadColumn(int column);
 
     const std::vector<PageField>& fields() const { return m_fields; }
     Row row() const;

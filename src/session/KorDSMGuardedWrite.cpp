@@ -36,8 +36,10 @@ bool canJudge(eTableType table, const KorOdbcKey& key, int field) {
     if (column && source->isUnreadable(key, *column))
         return true;
     const StoreResult whole = source->complete();
-    if (!whole)
+    if (!whole) {
         KorHostReport::add(whole.error);
+        KorDSMMainWindow::postMessage(DsmReportWaits());
+    }
     return whole.ok();
 }
 

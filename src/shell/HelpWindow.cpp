@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QPointer>
+#include <QScreen>
 #include <QTextBrowser>
 #include <QToolBar>
 #include <QUrl>
@@ -27,7 +28,7 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent), m_browser(new QTextBr
     m_browser->setFrameShape(QFrame::NoFrame);
     m_browser->setOpenExternalLinks(false);
     m_browser->document()->setDocumentMargin(16);
-    resize(640, 620);
+    resize(QSize(640, 620).boundedTo(screen()->availableSize() * 9 / 10));
     connect(m_browser, &QTextBrowser::sourceChanged, this,
             [this] { setWindowTitle(m_browser->documentTitle()); });
 }

@@ -157,6 +157,9 @@ void KorDSMMainDialog::onMessage(const KorMessage& message) {
         m_sections->setCheck(option.index, option.value);
         break;
     }
+    case DsmReportWaits::kNumber:
+        showReports();
+        break;
     default:
         break;
     }

@@ -19,8 +19,8 @@
 
 namespace {
 
-constexpr int kCancelPrompt = 33741;
-constexpr int kWidestName = 320; // pixels: a long path must not widen the window
+constexpr int kGiveUpPrompt = 415; // "Stop waiting"
+constexpr int kWidestName = 320;   // pixels: a long name must not widen the window
 
 std::vector<LockNotice*> g_notices;
 LockWait::Ask g_askedBefore;
@@ -43,7 +43,7 @@ LockNotice::LockNotice(QBoxLayout* line) : QObject(line->parentWidget()) {
     m_bar = new QWidget(line->parentWidget());
     m_sentence = new QLabel(m_bar);
     m_sentence->setTextFormat(Qt::PlainText);
-    m_giveUp = new QPushButton(toQt(Prompts::ups(kCancelPrompt)), m_bar);
+    m_giveUp = new QPushButton(toQt(Prompts::dsm(kGiveUpPrompt)), m_bar);
     m_giveUp->setFocusPolicy(Qt::NoFocus);
     m_giveUp->setAutoDefault(false);
     KorControls::setId(m_sentence, kSentence);
@@ -92,12 +92,13 @@ bool LockNotice::goOn(const std::string& file) {
 }
 
 void LockNotice::show(const std::string& file) {
-    const QString name = QString::fromStdString(file);
+    const QString path = QString::fromStdString(file);
+    const QString name = path.section(u'/', -1);
     const QString shortened = m_sentence->fontMetrics().elidedText(name, Qt::ElideMiddle, kWidestName);
     m_sentence->setText(toQt(
         KorString::format(translated("Waiting for \"%s\", which another program has locked; Esc gives up."),
                           {fromQt(shortened)})));
-    m_sentence->setToolTip(name);
+    m_sentence->setToolTip(path);
     m_bar->show();
 }
 

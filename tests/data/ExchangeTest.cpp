@@ -93,7 +93,7 @@ TEST_F(ExchangeTest, ImportIsOnePendingGroupAndIsStoredByTheCommit) {
     ASSERT_EQ(import("Column", &report), Exports::kDone);
     ASSERT_EQ(report.imported, std::vector<KorString>{"Column"});
     EXPECT_EQ(report.rowsAppended, rowCount(kUser));
-    EXPECT_EQ(databases.pending().undoable(1).front().label, "Column");
+    EXPECT_EQ(databases.pending().undoable(1).front().label, "importing of \"Column\"");
     databases.undo();
     EXPECT_EQ(rowCount(kUser), 0);
     EXPECT_TRUE(databases.pending().isEmpty());

@@ -238,6 +238,13 @@ TEST_F(AllPages, WhatIsSharedIsNotWrittenWithoutConsent) {
         } else {
             EXPECT_NE(shownState(), before);
             EXPECT_EQ(notes(), "Not stored");
+            QWidget* chosen = field.radios.empty() ? &control(field.control) : nullptr;
+            if (auto* edit = qobject_cast<QLineEdit*>(chosen)) {
+                QTest::keyClicks(edit, "9");
+                QTest::keyClick(edit, Qt::Key_Escape);
+                EXPECT_EQ(shownState(), before) << "what is dropped leads back to what is stored";
+                EXPECT_EQ(notes(), "");
+            }
         }
         show(*shown);
         EXPECT_EQ(shownState(), before);

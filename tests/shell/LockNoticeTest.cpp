@@ -6,6 +6,7 @@
 #include "support/OtherProgram.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QLabel>
 #include <QMessageBox>
 #include <QRadioButton>
@@ -29,11 +30,14 @@ protected:
     /// Makes a change and applies it while the User database is locked; `whileWaiting` is called with the
     /// number of its call until the wait is over.
     void applyWhileLocked(std::function<void(int)> whileWaiting) {
+        whileLocked([this] { click(button(kApply)); }, std::move(whileWaiting));
+    }
+    void whileLocked(const std::function<void()>& act, std::function<void(int)> whileWaiting) {
         m_whileWaiting = std::move(whileWaiting);
         m_calls = 0;
         m_refusal.clear();
         m_timer.start(0);
-        click(button(kApply));
+        act();
         QApplication::processEvents(); // what waited meanwhile
         m_timer.stop();
     }
@@ -123,4 +127,16 @@ TEST_F(LockedDatabase, IsAskedAboutByTheWindowWhileItLives) {
     tryToBegin();
     EXPECT_EQ(asked, 2);
     LockWait::setAsk(before);
+}
+
+TEST_F(LockedDatabase, SaysAtOnceWhyAChangeThatMayConcernOthersIsNotWritten) {
+    open();
+    select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"});
+    showTab(1);
+    OtherProgram other(path("user.dsdb"));
+    other.run("BEGIN EXCLUSIVE");
+    whileLocked([this] { QTest::keyClick(pageControl<QComboBox>(1097), Qt::Key_Down); },
+                [this](int) { press(Qt::Key_Escape); });
+    EXPECT_TRUE(m_refusal.contains("locked by another program")) << m_refusal.toStdString();
+    EXPECT_FALSE(pending());
 }

@@ -84,7 +84,7 @@ int importInOneGroup(const Route& route, const KorString& label, std::size_t ste
     ImportReport done;
     ExchangeProgress progress(g_callbacks, steps, label);
     ExchangeImport import(databases, *route.from, *route.to, progress, done);
-    pending.beginGroup(label);
+    pending.beginGroup(KorString::format(translated("importing of \"%s\""), {label}));
     const bool ok = bring(import, progress);
     pending.endGroup();
     report.error = import.refusal();

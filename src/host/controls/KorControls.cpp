@@ -144,5 +144,6 @@ void KorControls::dropEdits(QWidget* root) {
     for (KorMFCGridCtrl* grid : root->findChildren<KorMFCGridCtrl*>())
         grid->dropEdit();
     for (KorLineEdit* edit : root->findChildren<KorLineEdit*>())
-        edit->restore();
+        if (edit->isEdited())
+            edit->restore();
 }
