@@ -2,8 +2,6 @@
 
 #include <QJsonArray>
 
-#include <sqlite3.h>
-
 namespace fs = std::filesystem;
 
 namespace {
@@ -41,7 +39,7 @@ protected:
 TEST_F(BadFilesTest, EachGetsOneSentenceAndTheRestIsListed) {
     const std::string addIn = "addins/bridges/styles.dsdb";
     const std::vector<BadInput> inputs = {
-        {"no database", [&] { writeFile(data() / "user.dsdb", std::string(8192, 'x')); }, "user.dsdb"},
+        {"no database", [&] { writeBytes(data() / "user.dsdb", std::string(8192, 'x')); }, "user.dsdb"},
         {"cut off", [&] { fs::resize_file(data() / "user.dsdb", 8192); }, "user.dsdb"},
         {"empty", [&] { fs::resize_file(data() / "standard.dsdb", 0); }, "standard.dsdb"},
         {"missing", [&] { fs::remove(data() / "standard.dsdb"); }, "standard.dsdb"},
@@ -67,20 +65,8 @@ TEST_F(BadFilesTest, EachGetsOneSentenceAndTheRestIsListed) {
         check(bad);
 }
 
-TEST_F(BadFilesTest, ALockedDatabaseIsLeftOut) {
-    sqlite3* other = nullptr;
-    ASSERT_EQ(sqlite3_open((data() / "user.dsdb").c_str(), &other), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
-    const ProgramRun listed = run({"list", "--json"});
-    sqlite3_close(other);
-    EXPECT_EQ(listed.json().array().size(), 4);
-    ASSERT_EQ(listed.complaints.size(), 2);
-    EXPECT_TRUE(listed.complaints[0].contains("Waiting for"));
-    EXPECT_TRUE(listed.complaints[1].contains("user.dsdb") && listed.complaints[1].contains("locked"));
-}
-
 TEST_F(BadFilesTest, NothingOfAnotherSourceIsTakenForWhatCannotBeRead) {
-    writeFile(data() / "user.dsdb", "rubbish");
+    writeBytes(data() / "user.dsdb", "rubbish");
     const QString file = QString::fromStdString((folder() / "beam.dsdb").string());
     const ProgramRun refused = run({"export", "Beam", file});
     EXPECT_EQ(refused.exitCode, 1);
@@ -100,7 +86,7 @@ TEST_F(BadFilesTest, NothingOfAnotherSourceIsTakenForWhatCannotBeRead) {
 
 TEST_F(BadFilesTest, RubbishInSettingsAndTextsIsToldAndHarmless) {
     fs::create_directories(folder() / "config" / "detailstyles");
-    writeFile(folder() / "config" / "detailstyles" / "settings.ini", "[DetailStylesManager]\nrubbish\n");
+    writeBytes(folder() / "config" / "detailstyles" / "settings.ini", "[DetailStylesManager]\nrubbish\n");
     const ProgramRun listed = run({"list", "--json"});
     EXPECT_EQ(listed.exitCode, 0);
     EXPECT_EQ(listed.json().array().size(), 6);

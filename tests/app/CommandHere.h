@@ -6,6 +6,7 @@
 #include "data/StyleDatabases.h"
 #include "services/KOSettings.h"
 #include "support/FaultVfs.h"
+#include "support/LockWaiting.h"
 
 #include <map>
 
@@ -39,7 +40,7 @@ protected:
         std::map<std::string, std::string> contents;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(folder()))
             if (entry.is_regular_file())
-                contents[entry.path()] = contentOf(entry.path());
+                contents[entry.path()] = bytesOf(entry.path());
         return contents;
     }
     void restore() const {
@@ -47,21 +48,25 @@ protected:
             if (!before.contains(name))
                 std::filesystem::remove(name);
         for (const auto& [name, content] : before)
-            if (contentOf(name) != content)
-                writeFile(name, content);
+            if (bytesOf(name) != content)
+                writeBytes(name, content);
     }
-    /// Runs the command while `disturbance` lives, and brings the files back.
-    Outcome runHere(const std::vector<std::string>& words, const FaultVfs* disturbance = nullptr) const {
+    /// Runs the command and returns its exit code.
+    int commandLine(const std::vector<std::string>& words) const {
         std::vector<std::string> arguments = {"detailstyles", "--data", data().string()};
         arguments.insert(arguments.end(), words.begin(), words.end());
         std::vector<char*> argv;
         for (std::string& argument : arguments)
             argv.push_back(argument.data());
         argv.push_back(nullptr);
+        return runCommandLine(static_cast<int>(argv.size()) - 1, argv.data());
+    }
+    /// Runs the command while `disturbance` lives, and brings the files back.
+    Outcome runHere(const std::vector<std::string>& words, const FaultVfs* disturbance = nullptr) const {
         Outcome outcome;
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
-        outcome.exitCode = runCommandLine(static_cast<int>(argv.size()) - 1, argv.data());
+        outcome.exitCode = commandLine(words);
         outcome.struck = disturbance && FaultVfs::hasStruck();
         closeAll();
         outcome.complained = testing::internal::GetCapturedStderr();
@@ -77,5 +82,8 @@ protected:
         begin();
     }
 
+    std::string user() const { return (data() / "user.dsdb").string(); }
+
     std::map<std::string, std::string> before;
+    LockWaiting waiting; ///< hardly at all
 };

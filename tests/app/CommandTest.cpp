@@ -75,8 +75,8 @@ TEST_F(CommandTest, SetStoresAValueInTheUserDatabase) {
 }
 
 TEST_F(CommandTest, SetWritesNothingThatItShouldNot) {
-    const std::string standard = contentOf(data() / "standard.dsdb");
-    const std::string user = contentOf(data() / "user.dsdb");
+    const std::string standard = bytesOf(data() / "standard.dsdb");
+    const std::string user = bytesOf(data() / "user.dsdb");
     const std::vector<std::pair<QStringList, int>> refused = {
         {{"set", "detail-style", "Beam", "title_position", "1", "--source", "standard"}, 1},
         {{"set", "detail-style", "Beam", "title_position", "1", "--source", "bridges"}, 1},
@@ -99,8 +99,8 @@ TEST_F(CommandTest, SetWritesNothingThatItShouldNot) {
         EXPECT_EQ(refusal.exitCode, exitCode) << arguments.join(' ').toStdString();
         EXPECT_FALSE(refusal.complaints.isEmpty()) << arguments.join(' ').toStdString();
     }
-    EXPECT_EQ(contentOf(data() / "standard.dsdb"), standard);
-    EXPECT_EQ(contentOf(data() / "user.dsdb"), user);
+    EXPECT_EQ(bytesOf(data() / "standard.dsdb"), standard);
+    EXPECT_EQ(bytesOf(data() / "user.dsdb"), user);
     EXPECT_TRUE(
         run({"set", "detail-style", "Beam", "title_position", "8"}).complaints[0].contains("title_position"));
     EXPECT_TRUE(run({"set", "detail-style", "Beam", "title_position", "nonsense"})
@@ -174,7 +174,7 @@ TEST_F(CommandTest, WhatShowPrintsCanBeSetAndChangesNothing) {
     sql("user.dsdb", "UPDATE view_request SET name = '', scale = 1e-7 / 3 WHERE name = 'Front'");
     sql("user.dsdb", "INSERT INTO numeric_default (name, value) VALUES ('C01_DistanceUnit', 1)");
     sql("user.dsdb", "UPDATE detail_style SET view_2 = 99 WHERE name = 'Beam'");
-    const std::string before = contentOf(data() / "user.dsdb");
+    const std::string before = bytesOf(data() / "user.dsdb");
     for (const QStringList& row :
          {QStringList{"detail-style", "Beam"}, {"view-request", "[1]"}, {"length-clip", "Long"}})
         for (const QJsonValue& cell : run(QStringList{"show", "--json"} + row).json()["columns"].toArray()) {
@@ -183,7 +183,7 @@ TEST_F(CommandTest, WhatShowPrintsCanBeSetAndChangesNothing) {
             EXPECT_EQ(run(QStringList{"set", "--shared"} + row + value).exitCode, refusal)
                 << (row + value).join(' ').toStdString();
         }
-    EXPECT_EQ(contentOf(data() / "user.dsdb"), before);
+    EXPECT_EQ(bytesOf(data() / "user.dsdb"), before);
     EXPECT_EQ(run({"set", "detail-style", "Heavy beam", "view_2", "[1]"}).exitCode, 0);
     EXPECT_EQ(column(run({"show", "detail-style", "Heavy beam", "--json"}), "view_2")["value"], 1);
 }
@@ -247,7 +247,7 @@ TEST_F(CommandTest, CheckFindsWhatIsWrongInAFile) {
     EXPECT_TRUE(found);
 
     const std::filesystem::path damaged = folder() / "damaged.dsdb";
-    writeFile(damaged, contentOf(data() / "standard.dsdb").substr(0, 8192));
+    writeBytes(damaged, bytesOf(data() / "standard.dsdb").substr(0, 8192));
     const ProgramRun broken = runBare({"check", QString::fromStdString(damaged.string())});
     EXPECT_EQ(broken.exitCode, 1);
     EXPECT_TRUE(broken.output.contains("damaged.dsdb"));
@@ -262,7 +262,7 @@ TEST_F(CommandTest, EditPaintsTheOpenEditorAtAStyle) {
     EXPECT_EQ(run({"edit", "--style", "Heavy beam", "--screenshot", file}).exitCode, 1)
         << "it has no category";
     EXPECT_EQ(run({"edit", "--style", "Beam", "--screenshot", file, "--size", "900x600"}).exitCode, 0);
-    EXPECT_TRUE(contentOf(file.toStdString()).starts_with("\x89PNG"));
+    EXPECT_TRUE(bytesOf(file.toStdString()).starts_with("\x89PNG"));
     EXPECT_EQ(run({"edit", "--screenshot", file, "--size", "large"}).exitCode, 2);
 }
 
@@ -278,9 +278,9 @@ TEST_F(CommandTest, FindsItsDataFolderAndMakesAUserDatabase) {
 TEST_F(CommandTest, CompactRemovesWhatCheckAdvisesToRemoveAndADryRunOnlySaysSo) {
     sql("user.dsdb", "INSERT INTO repr_map_entry(\"key\", name, repr_map) VALUES (1, 'Lost', 9)");
     EXPECT_TRUE(run({"check"}).output.contains("detailstyles compact"));
-    const std::string before = contentOf(data() / "user.dsdb");
+    const std::string before = bytesOf(data() / "user.dsdb");
     EXPECT_TRUE(run({"compact", "--dry-run"}).output.contains("Would remove"));
-    EXPECT_EQ(contentOf(data() / "user.dsdb"), before);
+    EXPECT_EQ(bytesOf(data() / "user.dsdb"), before);
     const ProgramRun compacted = run({"compact"});
     EXPECT_EQ(compacted.exitCode, 0);
     EXPECT_TRUE(compacted.output.contains("\"Lost\" (key 1)"));
@@ -309,7 +309,7 @@ TEST_F(CommandTest, SamplesAreBuiltOnceAndAreSound) {
     EXPECT_EQ(runBare({"samples", target}).exitCode, 0);
     EXPECT_EQ(runBare({"--data", target, "check"}).exitCode, 0);
     EXPECT_GE(runBare({"--data", target, "list", "--json"}).json().array().size(), 40);
-    const std::string standard = contentOf(folder() / "samples" / "standard.dsdb");
+    const std::string standard = bytesOf(folder() / "samples" / "standard.dsdb");
     EXPECT_EQ(runBare({"--data", target, "samples"}).exitCode, 0);
-    EXPECT_EQ(contentOf(folder() / "samples" / "standard.dsdb"), standard);
+    EXPECT_EQ(bytesOf(folder() / "samples" / "standard.dsdb"), standard);
 }

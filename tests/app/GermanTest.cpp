@@ -59,7 +59,7 @@ TEST_F(GermanTest, WhatIsWrongInADatabaseIsSaidInGermanAndNamedForPrograms) {
     EXPECT_EQ(run({"show", "detail-style", "Beam", "--json"}).json()["columns"][5]["column"],
               "title_position");
 
-    writeFile(data() / "user.dsdb", std::string(8192, 'x'));
+    writeBytes(data() / "user.dsdb", std::string(8192, 'x'));
     EXPECT_TRUE(run({"list"}).complaints.value(0).endsWith(
         "user.dsdb“ ist keine Datenbank; wählen Sie eine Detailstil-Datenbank, oder stellen Sie sie aus "
         "einer Kopie wieder her."));
@@ -73,7 +73,7 @@ TEST_F(GermanTest, WhatTheTextFilesLackComesInEnglishAndIsTold) {
         ASSERT_TRUE(file.open(QFile::ReadOnly));
         QString text = QString::fromUtf8(file.readAll());
         text.remove("DSM\t303\tKeine Angabe\n").remove("Filed under\tAbgelegt unter\n");
-        writeFile(resources / "prompts" / name, text.toStdString());
+        writeBytes(resources / "prompts" / name, text.toStdString());
     }
     environment.insert("DETAILSTYLES_RESOURCES", QString::fromStdString(resources.string()));
     const ProgramRun shown = run({"show", "detail-style", "Heavy beam"});

@@ -28,7 +28,7 @@ protected:
 
 // The head of a PNG says it.
 QSize sizeOfPicture(const std::string& file) {
-    const std::string bytes = contentOf(file);
+    const std::string bytes = bytesOf(file);
     return bytes.size() < 24 ? QSize()
                              : QSize(qFromBigEndian<qint32>(&bytes[16]), qFromBigEndian<qint32>(&bytes[20]));
 }
@@ -36,20 +36,20 @@ QSize sizeOfPicture(const std::string& file) {
 } // namespace
 
 TEST_F(OutputTest, NoOutputReplacesADatabaseThatIsOpenOrAnyOtherFileUnasked) {
-    const std::string user = contentOf(data() / "user.dsdb");
+    const std::string user = bytesOf(data() / "user.dsdb");
     expectRefused(data() / "user.dsdb", {});
     expectRefused(data() / "user.dsdb", {"--overwrite"});
     fs::create_symlink(data() / "user.dsdb", folder() / "link");
     expectRefused(folder() / "link", {"--overwrite"});
     EXPECT_TRUE(fs::is_symlink(folder() / "link"));
-    EXPECT_EQ(contentOf(data() / "user.dsdb"), user);
+    EXPECT_EQ(bytesOf(data() / "user.dsdb"), user);
 
     const fs::path notes = folder() / "notes";
-    writeFile(notes, "mine");
+    writeBytes(notes, "mine");
     expectRefused(notes, {});
-    EXPECT_EQ(contentOf(notes), "mine");
+    EXPECT_EQ(bytesOf(notes), "mine");
     EXPECT_EQ(run({"edit", "--screenshot", QString::fromStdString(notes), "--overwrite"}).exitCode, 0);
-    EXPECT_TRUE(contentOf(notes).starts_with("\x89PNG"));
+    EXPECT_TRUE(bytesOf(notes).starts_with("\x89PNG"));
 
     expectRefused(folder() / std::string(300, 'n'), {});
     expectRefused(folder() / std::string(250, 'n'), {"--overwrite"});
@@ -65,16 +65,16 @@ TEST_F(OutputTest, NoOutputReplacesADatabaseThatIsOpenOrAnyOtherFileUnasked) {
 TEST_F(OutputTest, APictureLeavesTheRememberedWindowAlone) {
     const fs::path settings = folder() / "config" / "detailstyles" / "settings.ini";
     fs::create_directories(settings.parent_path());
-    writeFile(settings, "[Layout]\nMainDialog = as the user left it\n");
-    const std::string before = contentOf(settings);
+    writeBytes(settings, "[Layout]\nMainDialog = as the user left it\n");
+    const std::string before = bytesOf(settings);
     const QString picture = QString::fromStdString((folder() / "editor.png").string());
     EXPECT_EQ(run({"edit", "--screenshot", picture, "--size", "900x600"}).exitCode, 0);
-    EXPECT_EQ(contentOf(settings), before);
+    EXPECT_EQ(bytesOf(settings), before);
 }
 
 TEST_F(OutputTest, AtItsFirstStartTheWindowFitsItsScreenWithAFrame) {
     const std::string screen = (folder() / "screen.json").string();
-    writeFile(screen, R"({"screens": [{"name": "S", "x": 0, "y": 0, "width": 1366, "height": 768}]})");
+    writeBytes(screen, R"({"screens": [{"name": "S", "x": 0, "y": 0, "width": 1366, "height": 768}]})");
     environment.insert("QT_QPA_PLATFORM", "offscreen:configfile=" + QString::fromStdString(screen));
     const QString picture = QString::fromStdString((folder() / "editor.png").string());
     for (const double scale : {1.0, 1.5, 2.0}) {

@@ -4,10 +4,6 @@
 
 #include <QProcess>
 
-#include <fstream>
-#include <sqlite3.h>
-#include <sstream>
-
 namespace fs = std::filesystem;
 
 namespace {
@@ -50,7 +46,7 @@ C01_DistanceUnit | 1
 void build(const fs::path& file, const std::string& text) {
     const fs::path source = file.parent_path() / (file.stem().string() + ".text");
     fs::create_directories(source);
-    writeFile(source / "all.txt", text);
+    writeBytes(source / "all.txt", text);
     const StoreResult result = buildDatabase(source.string(), file.string());
     ASSERT_TRUE(result) << result.error;
     fs::remove_all(source);
@@ -58,26 +54,15 @@ void build(const fs::path& file, const std::string& text) {
 
 } // namespace
 
-void writeFile(const fs::path& file, const std::string& content) {
-    std::ofstream(file, std::ios::binary) << content;
-}
-
-std::string contentOf(const fs::path& file) {
-    std::ostringstream content;
-    content << std::ifstream(file, std::ios::binary).rdbuf();
-    return content.str();
-}
-
 void ProgramTest::SetUp() {
-    m_folder = m_temporary.path().toStdString();
     fs::create_directories(data() / "addins" / "bridges");
     build(data() / "standard.dsdb", kStyles);
     build(data() / "user.dsdb", kStyles);
     build(data() / "addins" / "bridges" / "styles.dsdb", std::string(kStyles) + kInches);
-    writeFile(data() / "addins" / "bridges" / "addin.ini", "name = Road Bridges\n");
-    environment.insert("XDG_CONFIG_HOME", m_temporary.filePath("config"));
-    environment.insert("XDG_DATA_HOME", m_temporary.filePath("home"));
-    environment.insert("XDG_DATA_DIRS", m_temporary.filePath("system"));
+    writeBytes(data() / "addins" / "bridges" / "addin.ini", "name = Road Bridges\n");
+    for (const auto& [variable, name] :
+         {std::pair("XDG_CONFIG_HOME", "config"), {"XDG_DATA_HOME", "home"}, {"XDG_DATA_DIRS", "system"}})
+        environment.insert(variable, QString::fromStdString(m_folder.file(name)));
     environment.insert("LC_ALL", "C.UTF-8");
     environment.insert("LANG", "en_US.UTF-8");
     environment.remove("DETAILSTYLES_RESOURCES");
@@ -96,12 +81,4 @@ ProgramRun ProgramTest::runBare(const QStringList& arguments) {
         return {};
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError()).split('\n', Qt::SkipEmptyParts)};
-}
-
-void ProgramTest::sql(const std::string& file, const std::string& statements) {
-    sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open((data() / file).c_str(), &db), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(db, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(db);
-    sqlite3_close(db);
 }

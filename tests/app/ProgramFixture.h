@@ -1,11 +1,13 @@
 #pragma once
 
+#include "support/OtherProgram.h"
+#include "support/TempFolder.h"
+
 #include <gtest/gtest.h>
 
 #include <QJsonDocument>
 #include <QProcessEnvironment>
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include <filesystem>
 #include <functional>
@@ -28,19 +30,16 @@ protected:
     /// The same without the option that names the data folder.
     ProgramRun runBare(const QStringList& arguments);
 
-    std::filesystem::path data() const { return m_folder / "data"; }
-    std::filesystem::path folder() const { return m_folder; }
-    /// Runs SQL on a database file of the data folder, as another program would.
-    void sql(const std::string& file, const std::string& statements);
+    std::filesystem::path data() const { return folder() / "data"; }
+    std::filesystem::path folder() const { return m_folder.path(); }
+    /// Runs SQL on a database file of the data folder.
+    void sql(const std::string& file, const std::string& statements) {
+        OtherProgram(data() / file).run(statements);
+    }
 
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     std::function<void()> inChild; ///< runs in the program's process before the program
 
 private:
-    QTemporaryDir m_temporary;
-    std::filesystem::path m_folder;
+    TempFolder m_folder;
 };
-
-/// The content of a file.
-std::string contentOf(const std::filesystem::path& file);
-void writeFile(const std::filesystem::path& file, const std::string& content);

@@ -1,9 +1,7 @@
 #include "app/ProgramFixture.h"
-#include "support/OtherProgram.h"
 
 #include <QProcess>
 
-#include <array>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -18,10 +16,10 @@ class TroubleTest : public ProgramTest {
 protected:
     // Sets a value in the User database; returns the complaints of a run that could not.
     QString refusalOfSet() {
-        const std::string before = contentOf(data() / "user.dsdb");
+        const std::string before = bytesOf(data() / "user.dsdb");
         const ProgramRun refused = run({"set", "detail-style", "Beam", "description", "changed"});
         EXPECT_EQ(refused.exitCode, 1);
-        EXPECT_EQ(contentOf(data() / "user.dsdb"), before);
+        EXPECT_EQ(bytesOf(data() / "user.dsdb"), before);
         EXPECT_EQ(std::distance(fs::directory_iterator(data()), fs::directory_iterator()), 3)
             << "nothing is left over";
         return refused.complaints.join('\n');
@@ -80,39 +78,6 @@ TEST_F(TroubleTest, AChangeThatAnotherProgramMadeMeanwhileIsKeptAndTold) {
               std::string::npos)
         << said;
     EXPECT_TRUE(run({"show", "view-request", "Section", "--source", "user"}).output.contains("1:25"));
-}
-
-TEST_F(TroubleTest, ALockIsWaitedForWithOneLine) {
-    OtherProgram other(data() / "user.dsdb");
-    other.run("BEGIN EXCLUSIVE");
-    QProcess program;
-    program.setProcessEnvironment(environment);
-    program.setReadChannel(QProcess::StandardError);
-    program.start(DETAILSTYLES_PROGRAM, {"--data", QString::fromStdString(data().string()), "set",
-                                         "detail-style", "Beam", "description", "mine"});
-    ASSERT_TRUE(program.waitForReadyRead(60000)) << "not a word";
-    other.run("COMMIT");
-    ASSERT_TRUE(program.waitForFinished(60000));
-    EXPECT_EQ(program.exitCode(), 0);
-    const QString said = QString::fromUtf8(program.readAllStandardError());
-    EXPECT_TRUE(said.contains("Waiting for \"")) << said.toStdString();
-    EXPECT_TRUE(said.contains("user.dsdb\", which another program has locked")) << said.toStdString();
-    EXPECT_EQ(said.count('\n'), 1) << said.toStdString();
-}
-
-TEST_F(TroubleTest, FirstStartsAtOnceAllSucceed) {
-    for (int round = 0; round < 5; ++round) {
-        fs::remove(data() / "user.dsdb");
-        std::array<QProcess, 3> programs;
-        for (QProcess& program : programs) {
-            program.setProcessEnvironment(environment);
-            program.start(DETAILSTYLES_PROGRAM, {"--data", QString::fromStdString(data().string()), "list"});
-        }
-        for (QProcess& program : programs) {
-            ASSERT_TRUE(program.waitForFinished(60000));
-            EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
-        }
-    }
 }
 
 TEST_F(TroubleTest, AFolderThatMayNotBeWrittenIsTold) {

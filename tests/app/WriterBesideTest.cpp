@@ -1,9 +1,5 @@
 #include "app/CommandHere.h"
 
-#include <sqlite3.h>
-
-#include <utility>
-
 // Another program that stores a change of several tables before each reading of a command in turn: the
 // command works on what was there before or on what was there afterwards, or is refused.
 
@@ -25,10 +21,6 @@ protected:
         useUserAlone();
     }
 
-    static bool write(sqlite3* other) {
-        return sqlite3_exec(other, kChange, nullptr, nullptr, nullptr) == SQLITE_OK;
-    }
-
     /// Runs the command with the writer, who changes the file `written`, before each reading. It says, or
     /// puts into the file `product`, what belongs to one of the states; or it is refused, says why, and
     /// `product` is as before.
@@ -42,10 +34,7 @@ protected:
         const std::string nothing = unchanged == before.end() ? std::string() : unchanged->second;
         const std::string old = resultOf(runHere(words));
         const auto contents = before;
-        sqlite3* other = nullptr;
-        sqlite3_open(written.c_str(), &other);
-        EXPECT_TRUE(write(other));
-        sqlite3_close_v2(other);
+        OtherProgram(written).run(kChange);
         begin();
         const std::string changed = resultOf(runHere(words));
         before = contents;
@@ -56,13 +45,9 @@ protected:
         int sawChanged = 0;
         int didWrite = 0;
         for (int place = 1;; ++place) {
-            sqlite3_open(written.c_str(), &other);
-            Outcome outcome;
-            {
-                const FaultVfs writer(place, [&] { didWrite += write(other); });
-                outcome = runHere(words, &writer);
-            }
-            sqlite3_close_v2(other);
+            OtherProgram other(written);
+            const FaultVfs writer(place, [&] { didWrite += other.tries(kChange); });
+            const Outcome outcome = runHere(words, &writer);
             const std::string result = resultOf(outcome);
             if (result == old || result == changed)
                 ++(result == old ? sawOld : sawChanged);
@@ -77,7 +62,6 @@ protected:
         EXPECT_GT(sawOld, 0);
         EXPECT_GT(sawChanged, 0);
     }
-    std::string user() const { return (data() / "user.dsdb").string(); }
     std::string file(const char* name) const { return (folder() / name).string(); }
 };
 

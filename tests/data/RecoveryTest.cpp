@@ -4,7 +4,6 @@
 #include "data/pending/RecoveryFile.h"
 #include "data/pending/RecoveryText.h"
 #include "data/pending/RecoveryWriter.h"
-#include "data/store/ReadReport.h"
 
 #include "support/FullDisk.h"
 
@@ -64,19 +63,6 @@ protected:
         databases.undo();
         set(kUser, kTableDetailStyle, row<StructDetailStyle>(kUser, "Own")->key, 6, std::int64_t{4});
     }
-    /// All rows of the source, in words.
-    std::string rowsOf(SourceId id) {
-        std::string all;
-        for (const TableSchema& table : allTables())
-            for (int i = 0; i < databases.source(id)->table(table.type).rows().size(); ++i) {
-                const StructRecord& record = databases.source(id)->table(table.type).rows().at(i);
-                all += table.name + std::to_string(record.key);
-                for (const Column& column : table.columns)
-                    all += " " + displayText(column.read(&record));
-                all += "\n";
-            }
-        return all;
-    }
     static std::unique_ptr<PendingLog> parsed(const std::string& bytes) {
         return RecoveryText::parse(bytes, [](const RecoverySource&) { return kUser; }).changes;
     }
@@ -107,11 +93,11 @@ protected:
 
 TEST_F(RecoveryTest, WhatAKilledProgramHadPendingIsPendingAgainAndNothingIsStored) {
     const std::string stored = bytesOf(file("user.dsdb"));
-    const std::string before = rowsOf(kUser);
+    const std::string before = contentOf(kUser);
     edit();
-    const std::string wanted = rowsOf(kUser);
+    const std::string wanted = contentOf(kUser);
     open(false);
-    ASSERT_EQ(rowsOf(kUser), before);
+    ASSERT_EQ(contentOf(kUser), before);
     databases.closeSource(kUser);
     const pid_t child = fork();
     if (child == 0) {
@@ -129,17 +115,17 @@ TEST_F(RecoveryTest, WhatAKilledProgramHadPendingIsPendingAgainAndNothingIsStore
     const auto changes = bringBackAll();
     ASSERT_EQ(changes.size(), 1u);
     EXPECT_TRUE(changes[0].conflicts.empty());
-    EXPECT_EQ(rowsOf(kUser), wanted);
+    EXPECT_EQ(contentOf(kUser), wanted);
     EXPECT_EQ(bytesOf(file("user.dsdb")), stored);
     EXPECT_TRUE(files().empty());
     ASSERT_EQ(databases.pending().undoable(9).size(), 1u) << "one step of undo";
     EXPECT_EQ(databases.pending().undoable(1)[0].label, "brought back");
     databases.undo();
-    EXPECT_EQ(rowsOf(kUser), before);
+    EXPECT_EQ(contentOf(kUser), before);
     databases.redo();
     ASSERT_TRUE(commit());
     open(false);
-    EXPECT_EQ(rowsOf(kUser), wanted);
+    EXPECT_EQ(contentOf(kUser), wanted);
 }
 
 TEST_F(RecoveryTest, TheFileIsThereOnlyWhileSomethingIsPending) {
@@ -214,10 +200,10 @@ TEST_F(RecoveryTest, WhatWasStoredBeforeTheCrashIsNotMadeTwice) {
     crash();
     writeBytes(name, log); // killed between the commit and the end of the file
     open(false);
-    const std::string stored = rowsOf(kUser);
+    const std::string stored = contentOf(kUser);
     const auto changes = bringBackAll();
     EXPECT_EQ(changes.at(0).conflicts.size(), 0u);
-    EXPECT_EQ(rowsOf(kUser), stored);
+    EXPECT_EQ(contentOf(kUser), stored);
     EXPECT_TRUE(databases.pending().isEmpty());
 }
 

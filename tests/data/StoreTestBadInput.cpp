@@ -48,7 +48,7 @@ protected:
         return std::move(opened.store);
     }
 
-    StoreFolder m_folder;
+    TempFolder m_folder;
 };
 
 StoreResult applyTo(StyleStore& store, const TableChange& change, std::vector<StoreConflict>& conflicts) {
@@ -89,7 +89,7 @@ TEST_F(StoreBadInput, DamagedFilesAreRefused) {
 }
 
 TEST_F(StoreBadInput, LockedFilesAreTold) {
-    const auto before = LockWait::setLimit(std::chrono::milliseconds(20));
+    const LockWaiting hardly;
     const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
     OtherProgram other(path);
     other.run("BEGIN EXCLUSIVE");
@@ -103,7 +103,6 @@ TEST_F(StoreBadInput, LockedFilesAreTold) {
     EXPECT_TRUE(mentions(applyTo(*store, ofViews({newScale(1, 11, 2)}), conflicts).error, "locked"));
     other.run("COMMIT");
     EXPECT_EQ(applyTo(*store, ofViews({newScale(1, 11, 2)}), conflicts).error, "");
-    LockWait::setLimit(before);
 }
 
 TEST_F(StoreBadInput, ALockIsWaitedForWithAWordUntilTheUserGivesUp) {
@@ -111,12 +110,12 @@ TEST_F(StoreBadInput, ALockIsWaitedForWithAWordUntilTheUserGivesUp) {
     OtherProgram other(path);
     other.run("BEGIN EXCLUSIVE");
     std::vector<std::string> asked;
-    const auto before = LockWait::setAsk([&](const std::string& file, std::chrono::milliseconds waited) {
-        EXPECT_TRUE(LockWait::isWaiting());
-        EXPECT_LT(waited, LockWait::kLimit);
-        asked.push_back(file);
-        return false;
-    });
+    const LockWaiting withAWord(std::chrono::hours(1),
+                                [&](const std::string& file, std::chrono::milliseconds) {
+                                    EXPECT_TRUE(LockWait::isWaiting());
+                                    asked.push_back(file);
+                                    return false;
+                                });
     EXPECT_TRUE(mentions(SqliteStore::open(path, kRead).message, "locked by another program"));
     EXPECT_EQ(asked, std::vector{path});
     LockWait::setAsk([&](const std::string&, std::chrono::milliseconds) {
@@ -124,7 +123,6 @@ TEST_F(StoreBadInput, ALockIsWaitedForWithAWordUntilTheUserGivesUp) {
         return true;
     });
     EXPECT_NE(SqliteStore::open(path, kRead).store, nullptr);
-    LockWait::setAsk(before);
 }
 
 TEST_F(StoreBadInput, NothingThatAFileComputesIsEverRun) {
@@ -209,6 +207,7 @@ TEST_F(StoreBadInput, WhatMayNotBeWrittenIsReadWithoutATrace) {
     const auto allow = [](const std::filesystem::path& what, unsigned mode) {
         std::filesystem::permissions(what, std::filesystem::perms(mode));
     };
+    allow(m_folder.path(), 0755);
     allow(path, 0444);
     {
         const OrdinaryUser user;
@@ -228,7 +227,7 @@ TEST_F(StoreBadInput, WhatMayNotBeWrittenIsReadWithoutATrace) {
         const OrdinaryUser user;
         EXPECT_TRUE(mentions(SqliteStore::open(path, kRead).message, "may not be read"));
     }
-    allow(path, 0644);
+    allow(m_folder.path(), 0755);
     EXPECT_TRUE(mentions(SqliteStore::create(m_folder.file("none/new.dsdb")).error, "does not exist"));
 }
 

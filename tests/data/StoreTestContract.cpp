@@ -39,7 +39,7 @@ protected:
         return conflicts;
     }
 
-    StoreFolder m_folder;
+    TempFolder m_folder;
     std::string m_path = m_folder.file("user.dsdb");
 };
 

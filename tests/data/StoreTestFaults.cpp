@@ -111,7 +111,7 @@ private:
 } // namespace
 
 TEST(StoreFaults, WhatAKilledExportLeftIsRemovedByTheNextOneIntoItsFolder) {
-    const StoreFolder folder;
+    const TempFolder folder;
     HalfExport killed(folder.file("killed.dsdb"));
     const std::string gone = std::to_string(killed.die());
     HalfExport atWork(folder.file("live.dsdb"));
@@ -137,7 +137,7 @@ TEST(StoreFaults, WhatAKilledExportLeftIsRemovedByTheNextOneIntoItsFolder) {
 }
 
 TEST(StoreFaults, AProcessKilledWhileCommittingLeavesAllOrNothing) {
-    const StoreFolder folder;
+    const TempFolder folder;
     const std::string path = folder.file("user.dsdb");
     const std::string before = bytesOf(makeDatabase(path, kViews));
     int untouched = 0;
@@ -166,7 +166,7 @@ TEST(StoreFaults, AProcessKilledWhileCommittingLeavesAllOrNothing) {
 }
 
 TEST(StoreFaults, AJournalIsNotTakenBackIntoAFileThatWasPutThereLater) {
-    const StoreFolder folder;
+    const TempFolder folder;
     const std::string path = makeDatabase(folder.file("user.dsdb"), kViews);
     const std::string copy = bytesOf(path);
     for (int i = 0; i < 3; ++i)
@@ -188,7 +188,7 @@ TEST(StoreFaults, AJournalIsNotTakenBackIntoAFileThatWasPutThereLater) {
 }
 
 TEST(StoreFaults, AFullDiskIsToldAndLosesNothing) {
-    const StoreFolder folder;
+    const TempFolder folder;
     const std::string path = makeDatabase(folder.file("user.dsdb"), kViews);
     const TableChange change = doubledScales(true);
     int refused = 0;

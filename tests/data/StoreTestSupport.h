@@ -2,42 +2,10 @@
 
 #include "data/schema/TableDeclarations.h"
 #include "data/store/SqliteStore.h"
+#include "support/LockWaiting.h"
+#include "support/Mentions.h"
 #include "support/OtherProgram.h"
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-
-/// A folder that lasts as long as the test.
-class StoreFolder {
-public:
-    StoreFolder() {
-        std::string pattern = std::filesystem::temp_directory_path() / "stores-XXXXXX";
-        m_path = mkdtemp(pattern.data());
-        std::filesystem::permissions(m_path, std::filesystem::perms(0755));
-    }
-    ~StoreFolder() {
-        std::filesystem::permissions(m_path, std::filesystem::perms(0755));
-        std::filesystem::remove_all(m_path);
-    }
-    std::string file(const std::string& name) const { return m_path / name; }
-    const std::filesystem::path& path() const { return m_path; }
-    int count() const {
-        return static_cast<int>(std::distance(std::filesystem::directory_iterator(m_path), {}));
-    }
-
-private:
-    std::filesystem::path m_path;
-};
-
-inline std::string bytesOf(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-inline void writeBytes(const std::string& path, const std::string& bytes) {
-    std::ofstream(path, std::ios::binary) << bytes;
-}
+#include "support/TempFolder.h"
 
 template <typename R>
 using Rows = TypedRowArray<R>;
@@ -97,8 +65,4 @@ inline CellChange newScale(std::int32_t key, double stored, double wanted) {
 
 inline TableChange ofViews(std::vector<CellChange> cells) {
     return {&schemaOf<StructDetViewRequest>(), std::move(cells), {}, {}};
-}
-
-inline bool mentions(const std::string& sentence, const std::string& phrase) {
-    return sentence.find(phrase) != std::string::npos;
 }

@@ -3,6 +3,7 @@
 #include "data/KorOdbcMan.h"
 #include "data/RowClosure.h"
 #include "data/schema/TableDeclarations.h"
+#include "data/store/ReadReport.h"
 #include "data/store/SqliteStore.h"
 #include "support/TempFolder.h"
 
@@ -23,7 +24,7 @@ protected:
         ASSERT_EQ(databases.openFile(kStandard, file("standard.dsdb"), standardReadOnly).error, "");
         ASSERT_EQ(databases.openFile(kUser, file("user.dsdb"), false).error, "");
     }
-    std::string file(const std::string& name) const { return (m_folder.path() / name).string(); }
+    std::string file(const std::string& name) const { return m_folder.file(name); }
 
     bool commit() {
         const StyleDatabases::CommitWalk walk(databases);
@@ -59,6 +60,20 @@ protected:
             rows += databases.source(id)->table(table.type).rows().size();
         return rows;
     }
+    /// All rows of a source, in words.
+    static std::string contentOf(StyleSource& source) {
+        std::string all;
+        for (const TableSchema& table : allTables())
+            for (int i = 0; i < source.table(table.type).rows().size(); ++i) {
+                const StructRecord& record = source.table(table.type).rows().at(i);
+                all += table.name + std::to_string(record.key);
+                for (const Column& column : table.columns)
+                    all += " " + displayText(column.read(&record));
+                all += "\n";
+            }
+        return all;
+    }
+    std::string contentOf(SourceId id) { return contentOf(*databases.source(id)); }
     int set(SourceId id, eTableType table, std::int32_t key, int column, const CellValue& value) {
         const KorDSNRequest request(id.dsn, id.index);
         return databases.setCell(table, KorOdbcKey(key), column, value);

@@ -3,12 +3,12 @@
 #include "data/schema/TableDeclarations.h"
 #include "data/store/SqliteStore.h"
 #include "data/text/SampleData.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <set>
 
@@ -18,18 +18,9 @@ namespace {
 
 class TextFormTest : public testing::Test {
 protected:
-    TextFormTest() : m_folder(testing::TempDir() + "textform_" + std::to_string(getpid())) {
-        fs::remove_all(m_folder);
-        fs::create_directories(m_folder);
-    }
-    ~TextFormTest() override { fs::remove_all(m_folder); }
-
-    std::string path(const std::string& name) const { return (m_folder / name).string(); }
-
+    std::string path(const std::string& name) const { return m_folder.file(name); }
     std::string write(const std::string& name, const std::string& text) const {
-        fs::create_directories(fs::path(path(name)).parent_path());
-        std::ofstream(path(name), std::ios::binary) << text;
-        return path(name);
+        return m_folder.write(name, text);
     }
 
     TableRows stored(const std::string& database) const {
@@ -42,7 +33,7 @@ protected:
         return rows;
     }
 
-    fs::path m_folder;
+    TempFolder m_folder;
 };
 
 template <typename R>
@@ -220,11 +211,6 @@ double numericDefault(const TableRows& rows, const KorString& name) {
     return -1.0;
 }
 
-std::string contents(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 } // namespace
 
 TEST_F(TextFormTest, SamplesBuildIntoSoundDatabases) {
@@ -245,7 +231,7 @@ TEST_F(TextFormTest, SamplesBuildIntoSoundDatabases) {
         ASSERT_EQ(readTextForm(path("again.txt"), again).error, "");
         expectEqual(rows, again);
     }
-    EXPECT_FALSE(contents(path("data/addins/fabrication-imperial/addin.ini")).empty());
+    EXPECT_FALSE(bytesOf(path("data/addins/fabrication-imperial/addin.ini")).empty());
 }
 
 TEST_F(TextFormTest, StandardHasWhatAMakerShips) {
@@ -265,7 +251,7 @@ TEST_F(TextFormTest, StandardHasWhatAMakerShips) {
     EXPECT_TRUE(std::ranges::any_of(usersOfMaps, [](const auto& users) { return users.second == 1; }));
     EXPECT_TRUE(std::ranges::any_of(usersOfMaps, [](const auto& users) { return users.second > 1; }));
 
-    const std::string lines = contents(SOURCE_DIR "/resources/samples/Shared/Support/VELHcadIso.lin");
+    const std::string lines = bytesOf(SOURCE_DIR "/resources/samples/Shared/Support/VELHcadIso.lin");
     for (int i = 0; i < count(rows, kTableLinetypes); ++i) {
         const auto& type = static_cast<const StructLinetypes&>(rows.of(kTableLinetypes).at(i));
         EXPECT_TRUE(type.lineTypeId > 0 ||
@@ -283,11 +269,11 @@ TEST_F(TextFormTest, BuildingSamplesAgainTouchesNothing) {
     write("data/user.dsdb", "somebody's work");
     write("data/Shared/Support/VELHcadIso.lin", "my line types");
     ASSERT_EQ(buildSampleData(SOURCE_DIR "/resources", path("data")).error, "");
-    EXPECT_EQ(contents(path("data/user.dsdb")), "somebody's work");
-    EXPECT_EQ(contents(path("data/Shared/Support/VELHcadIso.lin")), "my line types");
+    EXPECT_EQ(bytesOf(path("data/user.dsdb")), "somebody's work");
+    EXPECT_EQ(bytesOf(path("data/Shared/Support/VELHcadIso.lin")), "my line types");
     EXPECT_TRUE(fs::exists(path("data/standard.dsdb")));
     EXPECT_NE(buildDatabase(SOURCE_DIR "/resources/samples/user", path("data/user.dsdb")).error, "");
-    EXPECT_EQ(contents(path("data/user.dsdb")), "somebody's work");
+    EXPECT_EQ(bytesOf(path("data/user.dsdb")), "somebody's work");
     EXPECT_NE(buildSampleData(path("nowhere"), path("data")).error.find("nowhere"), std::string::npos);
     EXPECT_NE(buildSampleData(SOURCE_DIR "/resources", path("data/user.dsdb")).error.find("user.dsdb"),
               std::string::npos);

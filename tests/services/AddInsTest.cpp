@@ -43,21 +43,21 @@ TEST_F(AddInsTest, IncompleteAddInsAreReportedAndLeftOut) {
     AddInManager::getInstance().scan(m_folder.path());
     const std::vector<KorString> sentences = KorHostReport::take();
     ASSERT_EQ(sentences.size(), 2u);
-    EXPECT_TRUE(contains(sentences[0].toStdString(), (m_folder.path() / "addins/a").string()));
-    EXPECT_TRUE(contains(sentences[1].toStdString(), (m_folder.path() / "addins/b/styles.dsdb").string()));
+    EXPECT_TRUE(mentions(sentences[0].toStdString(), (m_folder.path() / "addins/a").string()));
+    EXPECT_TRUE(mentions(sentences[1].toStdString(), (m_folder.path() / "addins/b/styles.dsdb").string()));
     ASSERT_EQ(AddInManager::getInstance().addIns().size(), 1u);
     EXPECT_EQ(AddInManager::getInstance().addIns()[0].id().number, 0) << "numbered without gaps";
 
     m_folder.write("addins/b/styles.dsdb-journal", "left over");
     AddInManager::getInstance().scan(m_folder.path());
-    EXPECT_TRUE(contains(KorHostReport::take()[1].toStdString(),
+    EXPECT_TRUE(mentions(KorHostReport::take()[1].toStdString(),
                          "moving " + (m_folder.path() / "addins/b/styles.dsdb-journal").string() + " away"));
 
     AddInManager::getInstance().scan(m_folder.path() / "nothing");
     EXPECT_TRUE(AddInManager::getInstance().addIns().empty() && KorHostReport::take().empty());
     m_folder.write("bad/addins", "a file");
     AddInManager::getInstance().scan(m_folder.path() / "bad");
-    EXPECT_TRUE(contains(onlySentence(), (m_folder.path() / "bad/addins").string()));
+    EXPECT_TRUE(mentions(onlySentence(), (m_folder.path() / "bad/addins").string()));
 }
 
 TEST_F(AddInsTest, AQueueHandsValuesFromOneModuleToAnother) {

@@ -85,9 +85,9 @@ TEST_F(PromptsTest, AdviceToRestoreAFileIsTheSameInBothLanguagesAndNeverThatOfAR
     int advising = 0;
     for (std::string line; std::getline(file, line);) {
         const std::string english = line.substr(0, line.find('\t'));
-        const bool advises = contains(english, "restore");
-        EXPECT_EQ(advises, contains(line.substr(english.size()), "wieder her")) << english;
-        EXPECT_FALSE(advises && (contains(english, "not be read") || contains(english, "cannot be read")))
+        const bool advises = mentions(english, "restore");
+        EXPECT_EQ(advises, mentions(line.substr(english.size()), "wieder her")) << english;
+        EXPECT_FALSE(advises && (mentions(english, "not be read") || mentions(english, "cannot be read")))
             << english;
         advising += advises;
     }
@@ -95,7 +95,7 @@ TEST_F(PromptsTest, AdviceToRestoreAFileIsTheSameInBothLanguagesAndNeverThatOfAR
     for (const char* language : {"en.tsv", "de.tsv"}) {
         std::ifstream texts(KorResources::folder() / "prompts" / language);
         for (std::string line; std::getline(texts, line);)
-            EXPECT_FALSE(contains(line, "restore") || contains(line, "wieder her")) << line;
+            EXPECT_FALSE(mentions(line, "restore") || mentions(line, "wieder her")) << line;
     }
 }
 
@@ -109,7 +109,7 @@ TEST_F(PromptsTest, SentencesComeInTheLanguageOfTheProgramOrAsTheyStand) {
     EXPECT_EQ(term("TAB", 0, "detail style"), "Detailstijl");
     EXPECT_EQ(term("TAB", 1, "view"), "view");
     const std::string damaged = onlySentence();
-    EXPECT_TRUE(contains(damaged, "nl.sentences.tsv") && contains(damaged, "2, 3")) << damaged;
+    EXPECT_TRUE(mentions(damaged, "nl.sentences.tsv") && mentions(damaged, "2, 3")) << damaged;
     Prompts::load(m_folder.path(), "en");
     EXPECT_EQ(translated("no \\\n%s"), "no \\\n%s");
     EXPECT_EQ(term("TAB", 0, "style"), "detail style");
@@ -177,7 +177,7 @@ TEST_F(PromptsTest, DamagedAndMissingLinesAreReportedAndTheRestIsUsed) {
     EXPECT_EQ(Prompts::getPrompt("UPS", 1), "one");
     EXPECT_EQ(Prompts::getPrompt("UPS", 4), "four");
     const std::string damaged = onlySentence();
-    EXPECT_TRUE(contains(damaged, (m_folder.path() / "en.tsv").string()) && contains(damaged, "2, 3, 6, 7"))
+    EXPECT_TRUE(mentions(damaged, (m_folder.path() / "en.tsv").string()) && mentions(damaged, "2, 3, 6, 7"))
         << damaged;
 
     EXPECT_EQ(Prompts::getPrompt("UPS", 2), "UPS 2");
@@ -194,7 +194,7 @@ TEST_F(PromptsTest, AThousandBrokenOrMissingLinesAreOneMessage) {
         for (int i = 2; i < 1000; ++i)
             EXPECT_EQ(Prompts::getPrompt("UPS", i), KorString("UPS ") + KorString::number(i));
         const std::string told = onlySentence();
-        EXPECT_TRUE(contains(told, "en.tsv") && contains(told, line.empty() ? "UPS 2" : "2, 3, 4, 5, 6, ..."))
+        EXPECT_TRUE(mentions(told, "en.tsv") && mentions(told, line.empty() ? "UPS 2" : "2, 3, 4, 5, 6, ..."))
             << told;
     }
 }
@@ -207,13 +207,13 @@ TEST_F(PromptsTest, WhatALanguageLacksIsShownInEnglish) {
     EXPECT_EQ(Prompts::getPrompt("UPS", 1), "een");
     EXPECT_EQ(Prompts::getPrompt("UPS", 2), "two");
     const std::string sentence = onlySentence();
-    EXPECT_TRUE(contains(sentence, "UPS 2") && contains(sentence, dutch.string())) << sentence;
+    EXPECT_TRUE(mentions(sentence, "UPS 2") && mentions(sentence, dutch.string())) << sentence;
 
     fs::remove(m_folder.path() / "en.tsv");
     fs::remove(dutch);
     EXPECT_FALSE(Prompts::load(m_folder.path(), "en"));
     EXPECT_EQ(Prompts::getPrompt("UPS", 1), "UPS 1");
-    EXPECT_TRUE(contains(onlySentence(), (m_folder.path() / "en.tsv").string()));
+    EXPECT_TRUE(mentions(onlySentence(), (m_folder.path() / "en.tsv").string()));
 }
 
 TEST_F(PromptsTest, TheSettingChoosesTheLanguageBeforeTheEnvironment) {
@@ -243,7 +243,7 @@ TEST_F(PromptsTest, HelpComesInTheLanguageOfTheProgramOrInEnglish) {
     EXPECT_TRUE(CKorHelp::showTopic("_only"));
     EXPECT_EQ(shown, m_folder.path() / "help/en/_only.html");
     EXPECT_FALSE(CKorHelp::showTopic("_none"));
-    EXPECT_TRUE(contains(onlySentence(), "_none"));
+    EXPECT_TRUE(mentions(onlySentence(), "_none"));
     CKorHelp::setViewer({});
 }
 
@@ -255,7 +255,7 @@ TEST_F(PromptsTest, TheShippedHelpIsWholeInBothLanguages) {
             const fs::path folder = KorResources::folder() / "help" / language;
             std::ifstream file(folder / entry.path().filename());
             const std::string text{std::istreambuf_iterator<char>(file), {}};
-            EXPECT_TRUE(contains(text, "<title>")) << language << entry.path().filename();
+            EXPECT_TRUE(mentions(text, "<title>")) << language << entry.path().filename();
             for (std::sregex_iterator it(text.begin(), text.end(), link), end; it != end; ++it)
                 EXPECT_TRUE(fs::exists(folder / (*it)[1].str())) << entry.path() << " leads to " << (*it)[1];
         }

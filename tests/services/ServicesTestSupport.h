@@ -3,6 +3,7 @@
 #include "services/KorHostReport.h"
 #include "services/KorResources.h"
 #include "services/Prompts.h"
+#include "support/Mentions.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -21,9 +22,6 @@ protected:
         const std::vector<KorString> sentences = KorHostReport::take();
         EXPECT_EQ(sentences.size(), 1u);
         return sentences.empty() ? std::string() : sentences.front().toStdString();
-    }
-    static bool contains(const std::string& text, const std::string& part) {
-        return text.find(part) != std::string::npos;
     }
 
     TempFolder m_folder;

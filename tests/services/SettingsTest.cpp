@@ -49,14 +49,14 @@ TEST_F(SettingsTest, RubbishIsReportedByLineAndNothingOfTheFileIsLost) {
     const fs::path file = m_folder.write("settings.ini", content);
     KOSettings& settings = start(file);
     const std::string sentence = onlySentence();
-    EXPECT_TRUE(contains(sentence, file.string()) && contains(sentence, "line 4, 5;")) << sentence;
+    EXPECT_TRUE(mentions(sentence, file.string()) && mentions(sentence, "line 4, 5;")) << sentence;
 
     bool flag = false;
     int width = 7;
     EXPECT_TRUE(settings.readBool(kKey, "ShowWarning", flag) && flag);
     EXPECT_FALSE(settings.readInt(kKey, "Width", width) || settings.readInt(kKey, "Width", width));
     EXPECT_EQ(width, 7);
-    EXPECT_TRUE(contains(onlySentence(), "\"wide\""));
+    EXPECT_TRUE(mentions(onlySentence(), "\"wide\""));
     EXPECT_EQ(m_folder.read("settings.ini"), content) << "reading changes nothing";
 
     settings.writeBool(kKey, "FullExpand", false);
@@ -72,7 +72,7 @@ TEST_F(SettingsTest, RubbishIsReportedByLineAndNothingOfTheFileIsLost) {
     settings.writeInt(kKey, "Width", 8);
     settings.writeInt(kKey, "Width", 9);
     EXPECT_TRUE(
-        contains(m_folder.read("settings.ini"), "\n# not a setting: Width = wide\nWidth = 9\nFullExpand"))
+        mentions(m_folder.read("settings.ini"), "\n# not a setting: Width = wide\nWidth = 9\nFullExpand"))
         << m_folder.read("settings.ini");
 }
 
@@ -85,7 +85,7 @@ TEST_F(SettingsTest, AFileThatIsTooLargeForSettingsIsToldAndLeftAlone) {
     int a = 0;
     EXPECT_FALSE(settings.readInt(kKey, "A", a));
     const std::string sentence = onlySentence();
-    EXPECT_TRUE(contains(sentence, file.string()) && contains(sentence, "larger than 1 MB")) << sentence;
+    EXPECT_TRUE(mentions(sentence, file.string()) && mentions(sentence, "larger than 1 MB")) << sentence;
     settings.writeInt(kKey, "A", 3);
     EXPECT_TRUE(settings.readInt(kKey, "A", a) && a == 3);
     EXPECT_EQ(m_folder.read("settings.ini"), content);
@@ -108,14 +108,14 @@ TEST_F(SettingsTest, WhereNothingCanBeWrittenSettingsLastInMemory) {
     int b = 0;
     EXPECT_TRUE(settings.readInt(kKey, "A", a) && settings.readInt(kKey, "B", b));
     EXPECT_EQ(a + b, 3);
-    EXPECT_TRUE(contains(onlySentence(), (m_folder.path() / "occupied" / "settings.ini").string()));
+    EXPECT_TRUE(mentions(onlySentence(), (m_folder.path() / "occupied" / "settings.ini").string()));
     EXPECT_EQ(m_folder.read("occupied"), "a file where the folder should be");
 
     const fs::path folder = m_folder.path() / "is.a.folder";
     fs::create_directory(folder);
     start(folder).writeInt(kKey, "A", 3);
     EXPECT_TRUE(settings.readInt(kKey, "A", a) && a == 3);
-    EXPECT_TRUE(contains(onlySentence(), folder.string()));
+    EXPECT_TRUE(mentions(onlySentence(), folder.string()));
     EXPECT_TRUE(fs::is_directory(folder));
 }
 
@@ -134,10 +134,10 @@ TEST_F(SettingsTest, AFullDiskLeavesTheOldFileWhole) {
     std::signal(SIGXFSZ, oldHandler);
     EXPECT_EQ(m_folder.read("settings.ini"), content);
     EXPECT_EQ(std::distance(fs::directory_iterator(m_folder.path()), {}), 1) << "nothing half-written stays";
-    EXPECT_TRUE(contains(onlySentence(), file.string()));
+    EXPECT_TRUE(mentions(onlySentence(), file.string()));
 
     settings.writeInt(kKey, "B", 3);
-    EXPECT_TRUE(contains(m_folder.read("settings.ini"), "A = 2\n"))
+    EXPECT_TRUE(mentions(m_folder.read("settings.ini"), "A = 2\n"))
         << "stored with the next write that works";
 }
 

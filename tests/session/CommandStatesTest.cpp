@@ -101,13 +101,3 @@ TEST(CommandStates, OfATypeDependOnNothingElse) {
                                  kAppearance, kAnnotationArrangement, kPointSelection})
         everywhere(type, "89", {&Facts::entryHasChildren, &Facts::standardHasOneChild});
 }
-
-TEST(CommandStates, WhatIsReadOnlyCanBeUsedAndExported) {
-    const SelectionFacts style = with(of(kDetailStyle), &SelectionFacts::inUserDatabase, false);
-    EXPECT_EQ(enabled(style), "1469");
-    EXPECT_EQ(enabled(with(style, &SelectionFacts::ownerMode)), "013456789");
-    const SelectionFacts filed =
-        with(of(kQualifierSet, kQualifierSetGroup), &SelectionFacts::inUserDatabase, false);
-    EXPECT_EQ(enabled(filed), "49");
-    EXPECT_EQ(enabled({}), "89") << "without a selection there is no owner to ask";
-}

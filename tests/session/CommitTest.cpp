@@ -1,8 +1,7 @@
 #include "SampleSession.h"
 
 #include "session/KorDSMCommit.h"
-
-#include <sqlite3.h>
+#include "support/OtherProgram.h"
 
 namespace {
 
@@ -26,14 +25,6 @@ protected:
         const KorDSNRequest request(id.dsn, id.index);
         const KorOdbcKey key(databases.here()->table(kTableDetailStyle).rows().at(0).key);
         EXPECT_EQ(KorOdbcMan::setAttribute(kTableDetailStyle, key, 3, KorString(text), 0), 1);
-    }
-    void changeOutside(const char* name) {
-        sqlite3* database = nullptr;
-        sqlite3_open(file(name).c_str(), &database);
-        EXPECT_EQ(sqlite3_exec(database, "UPDATE detail_style SET description = 'theirs'", nullptr, nullptr,
-                               nullptr),
-                  SQLITE_OK);
-        sqlite3_close(database);
     }
     using Flags = std::pair<int, int>; ///< reload, drop the cache of view requests
 
@@ -87,7 +78,7 @@ TEST_F(Commit, ApplyTellsAllAndCancelOnlyToReload) {
 
 TEST_F(Commit, TellsTheHostToReloadWhenOneSourceWasKeptAndAnotherNot) {
     change(SourceId::user(), "mine");
-    changeOutside("user.dsdb");
+    OtherProgram(file("user.dsdb")).run("UPDATE detail_style SET description = 'theirs'");
     EXPECT_FALSE(KorDSMCommit::keepAndClose(true).ok());
     EXPECT_EQ(flags(), (Flags{0, 0})) << "nothing was stored";
     change(SourceId::standard(), "maker's");

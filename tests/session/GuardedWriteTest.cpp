@@ -83,7 +83,9 @@ TEST_F(GuardedWrite, OfAnAppearanceAsksWhereSeveralEntriesUseIt) {
         const bool several = databases.ownerCount(row.table, KorOdbcKey(row.key)) > 1;
         shared += several;
         asked.clear();
+        const CellValue before = cell(row.table, row.key, 10);
         const int result = KorDSMGuardedWrite::setAttributeValue(row.table, KorOdbcKey(row.key), 10, 0.77);
+        EXPECT_EQ(cell(row.table, row.key, 10), several ? before : CellValue(0.77));
         EXPECT_EQ(result, several ? KorDSMGuardedWrite::kDecline : KorDSMGuardedWrite::kWrite);
         EXPECT_EQ(asked.size(), several ? 1u : 0u);
     }

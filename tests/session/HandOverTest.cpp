@@ -28,7 +28,6 @@ protected:
         structure.emptyDataStructure();
         KorDSMSectionLoader().loadDataStructure(structure);
     }
-    ~HandOver() override { AddInManager::getInstance().scan({}); }
 
     KorExchangeQueue& queue() {
         int status = 0;

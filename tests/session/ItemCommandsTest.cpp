@@ -3,8 +3,7 @@
 #include "services/KorHostReport.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMNewItem.h"
-
-#include <sqlite3.h>
+#include "support/OtherProgram.h"
 
 namespace {
 
@@ -171,9 +170,8 @@ TEST_F(ItemCommands, NothingIsMadeInATableWhoseKeysAreUsedUp) {
 TEST_F(ItemCommands, WhatCannotBeJudgedWhileATableIsLockedIsRefusedWithTheReason) {
     KorDSMDatabaseItem& used = item<StructDetObjAnnotationStrategy>(kUser, "HB crane mark");
     const KorOdbcKey key(used.recordKey());
-    sqlite3* other = nullptr;
-    sqlite3_open(file("user.dsdb").c_str(), &other);
-    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    OtherProgram other(file("user.dsdb"));
+    other.run("BEGIN EXCLUSIVE");
     EXPECT_NE(deleteItem(used).refusal.toStdString().find("user.dsdb"), std::string::npos);
     EXPECT_NE(copyItem(used, "Copy").refusal.toStdString().find("user.dsdb"), std::string::npos);
     databases.setCurrentSource(kUser);
@@ -181,7 +179,7 @@ TEST_F(ItemCommands, WhatCannotBeJudgedWhileATableIsLockedIsRefusedWithTheReason
     EXPECT_EQ(KorDSMGuardedWrite::setAttributeString(kTableAnnotationStrategy, key, 1, "Mine", 0), 0);
     ASSERT_EQ(KorHostReport::take().size(), 1u);
     EXPECT_TRUE(databases.pending().isEmpty() && assertions.empty());
-    sqlite3_close_v2(other);
+    other.run("COMMIT");
     EXPECT_EQ(KorDSMGuardedWrite::setAttributeString(kTableAnnotationStrategy, key, 1, "Mine", 0), 1);
 }
 

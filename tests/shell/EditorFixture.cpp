@@ -142,10 +142,3 @@ std::string EditorFixture::stored(const char* file, const std::string& sql) {
     sqlite3_close(database);
     return text;
 }
-
-void EditorFixture::storeElsewhere(const char* file, const std::string& sql) {
-    sqlite3* database = nullptr;
-    EXPECT_EQ(sqlite3_open(path(file).c_str(), &database), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sql;
-    sqlite3_close(database);
-}

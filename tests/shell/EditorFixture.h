@@ -4,6 +4,7 @@
 #include "controls/KorTabCtrl.h"
 #include "shell/KorDSMMainDialog.h"
 #include "support/FreshProcess.h"
+#include "support/OtherProgram.h"
 
 #include <QApplication>
 #include <QPushButton>
@@ -66,7 +67,7 @@ protected:
     /// A value in a database file, read by other means while the editor has no connection open.
     std::string stored(const char* file, const std::string& sql);
     /// Changes a database file as another program does, with a connection of its own.
-    void storeElsewhere(const char* file, const std::string& sql);
+    void storeElsewhere(const char* file, const std::string& sql) { OtherProgram(path(file)).run(sql); }
     std::string path(const char* file) const { return (m_folder.path() / "data" / file).string(); }
 
     TempFolder m_folder;

@@ -20,9 +20,7 @@
 #include <QTest>
 #include <QTextEdit>
 #include <QToolButton>
-#include <fstream>
 #include <sqlite3.h>
-#include <sstream>
 
 namespace {
 
@@ -36,13 +34,6 @@ constexpr int kAboveMainView = 1033;
 const std::vector<const char*> kUserStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
 const std::vector<const char*> kUserView = {"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"};
 const char* const kPosition = "SELECT title_position FROM detail_style WHERE name='HB post 1:15'";
-
-std::string bytesOf(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << stream.rdbuf();
-    return bytes.str();
-}
 
 int pendingSteps() {
     return static_cast<int>(StyleDatabases::current().pending().steps().size());

@@ -3,6 +3,7 @@
 #include "data/store/LockWait.h"
 #include "services/KorHostReport.h"
 #include "shell/EditorFixture.h"
+#include "support/LockWaiting.h"
 #include "support/OtherProgram.h"
 
 #include <QApplication>
@@ -50,6 +51,7 @@ protected:
     bool pending() const { return !StyleDatabases::current().pending().isEmpty(); }
     QLabel* sentence() { return control<QLabel>(LockNotice::kSentence); }
 
+    LockWaiting m_forLong{std::chrono::hours(1)};
     QTimer m_timer;
     QString m_refusal;
     int m_calls = 0;
@@ -105,7 +107,7 @@ TEST_F(LockedDatabase, IsWaitedForWithASentenceUntilTheUserGivesUp) {
 
 TEST_F(LockedDatabase, IsAskedAboutByTheWindowWhileItLives) {
     int asked = 0;
-    const auto before = LockWait::setAsk([&](const std::string&, std::chrono::milliseconds) {
+    const LockWaiting elsewhere(std::chrono::hours(1), [&](const std::string&, std::chrono::milliseconds) {
         ++asked;
         return false;
     });
@@ -126,7 +128,6 @@ TEST_F(LockedDatabase, IsAskedAboutByTheWindowWhileItLives) {
     close();
     tryToBegin();
     EXPECT_EQ(asked, 2);
-    LockWait::setAsk(before);
 }
 
 TEST_F(LockedDatabase, SaysAtOnceWhyAChangeThatMayConcernOthersIsNotWritten) {

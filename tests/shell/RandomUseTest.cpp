@@ -15,9 +15,7 @@
 #include <QTimer>
 #include <QToolButton>
 
-#include <fstream>
 #include <random>
-#include <sstream>
 
 namespace {
 
@@ -223,12 +221,6 @@ protected:
         return written;
     }
 
-    std::string fileBytes() {
-        std::ostringstream bytes;
-        bytes << std::ifstream(path("user.dsdb"), std::ios::binary).rdbuf();
-        return bytes.str();
-    }
-
     std::mt19937 m_random; // the same sequence for the same seed
     QObject m_answering;   // the answers end with the test
     bool m_changesOutside = false;
@@ -239,7 +231,7 @@ INSTANTIATE_TEST_SUITE_P(Seeds, RandomUse, testing::Range(1, 1 + setting("RANDOM
 } // namespace
 
 TEST_P(RandomUse, HoldsTogetherAndIsTakenBackWhole) {
-    const std::string before = fileBytes();
+    const std::string before = bytesOf(path("user.dsdb"));
     open();
     const std::size_t written = useEditor(setting("RANDOM_USE_STEPS", 1200));
     ASSERT_FALSE(HasFailure());
@@ -252,7 +244,7 @@ TEST_P(RandomUse, HoldsTogetherAndIsTakenBackWhole) {
     EXPECT_TRUE(databases.pending().isEmpty());
     click(button(1));
     m_databases.reset();
-    EXPECT_EQ(fileBytes(), before) << "what was taken back writes nothing";
+    EXPECT_EQ(bytesOf(path("user.dsdb")), before) << "what was taken back writes nothing";
 }
 
 TEST_P(RandomUse, HoldsTogetherBesideAnotherProgram) {

@@ -4,11 +4,14 @@
 #include "data/exchange/KorDetailTableDependencies.h"
 #include "data/exchange/KorODBCDetailStyleExports.h"
 #include "model/KorDSMDialogFactory.h"
+#include "services/AddInManager.h"
 #include "services/KOSettings.h"
 #include "services/KorExchangeUtilities.h"
 #include "services/KorHostReport.h"
 #include "services/KorResources.h"
+#include "services/KorUnitsManager.h"
 #include "services/Prompts.h"
+#include "support/LockWaiting.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -28,6 +31,8 @@ private:
         EXPECT_TRUE(Prompts::load(KorResources::folder() / "prompts", "en"));
         KOSettings::getInstance().useFile(settingsFile());
         KOSettings::getInstance().setPathData({});
+        AddInManager::getInstance().scan(m_settings.path());
+        KorUnitsManager::setDecimalMark('.');
         KorOdbcMan::m_DSMNewReloadInfo = 0;
         KorOdbcMan::m_DSMReloadInfo = 0;
         KorOdbcMan::m_DSMResetDetViewRequestCache = 0;
@@ -48,6 +53,7 @@ private:
 
     static void closeDatabases() {
         StyleDatabases& databases = StyleDatabases::current();
+        databases.pending().dismissObserver();
         for (const SourceId& source : databases.sources())
             databases.closeSource(source);
         databases.setCurrentSource(SourceId::standard());
@@ -71,5 +77,6 @@ private:
         KorDSMDataStructure::m_bApplyWasPressed = false;
     }
 
+    LockWaiting m_waiting;
     TempFolder m_settings;
 };
