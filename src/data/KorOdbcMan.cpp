@@ -68,11 +68,13 @@ bool KorOdbcMan::getEditableStatus() {
 }
 
 void KorOdbcMan::setCurrentDSN(eDSN dsn) {
-    databases().setCurrentSource({dsn, getCurrentAddIn()});
+    if (dsn != KorDSNDefinitions::kLast)
+        databases().setCurrentSource({dsn, getCurrentAddIn()});
 }
 
 void KorOdbcMan::setCurrentAddIn(eIndex index) {
-    databases().setCurrentSource({getCurrentDSN(), index});
+    if (index != KorDSNDefinitions::kNone)
+        databases().setCurrentSource({getCurrentDSN(), index});
 }
 
 int KorOdbcMan::setAttribute(eTableType table, const KorOdbcKey& key, int column, long value, eCopyDepth) {

@@ -44,6 +44,8 @@ void placeRecord(KorDSMItemPlacing::Filling<GroupItem>& filling, const KorString
 
 template <typename GroupItem, typename Item>
 void expand(KorDSMDatabaseItem& addIn) {
+    if (addIn.m_bExpanded)
+        return;
     const KorDSMBusy busy;
     KorArray<KorString> names;
     StyleReads::names<typename Item::Record>(names);

@@ -92,6 +92,10 @@ TEST_F(Items, AReplacedRecordDropsWhatHungOnTheOldOne) {
     view.setRecord(top);
     EXPECT_EQ(numbers, (std::vector<int>{DsmSetEntryText::kNumber, DsmAttachItemData::kNumber}))
         << "what was never opened has nothing to drop";
+    KorDsmDetailStyleCategoryItem category;
+    category.addChild(new KorDsmDetailStyleItem);
+    category.setRecord({});
+    EXPECT_EQ(category.children().length(), 1) << "styles do not hang on the record of their category";
 }
 
 TEST_F(Items, ADimensionRequestShowsItsNewName) {

@@ -53,6 +53,8 @@ TEST_F(Loading, GroupsComeByKeyAndTheirRecordsWhenTheAddInIsOpened) {
     EXPECT_EQ(namesBelow(content), (Names{"Welds", "Bolts"})) << "records go into the groups that are there";
     EXPECT_EQ(namesBelow(*content.children()[0]), Names{"All welds"});
     EXPECT_EQ(namesBelow(*content.children()[1]), Names{"All bolts"});
+    KorDSMDialogFactory::expandQualifiersAddInContent(&content);
+    EXPECT_EQ(namesBelow(*content.children()[0]), Names{"All welds"}) << "what is there is not loaded again";
     EXPECT_TRUE(content.m_bExpanded);
     ASSERT_GE(progress.size(), 4U);
     EXPECT_EQ(progress.front(), DsmProgress::kStart);

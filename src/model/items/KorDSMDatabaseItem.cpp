@@ -96,7 +96,8 @@ void KorDSMDatabaseItem::unlinkEqualItems() {
 }
 
 void KorDSMDatabaseItem::dropDependents() {
-    if (!m_bExpanded)
+    // What is filed in a category or group does not hang on its record.
+    if (!m_bExpanded || KorDSMDefines::isGroupType(m_Type))
         return;
     for (KorDSMDatabaseItem* child : m_Children) {
         if (!child->m_hTreeItem)
