@@ -62,8 +62,10 @@ void KorDSMDialogConfirmation::showUsers(eTableType table, const KorOdbcKey& key
     auto* button = KorControls::find<QToolButton>(this, kUnfold);
     std::vector<KorDSMUsage> users;
     if (findTable(table))
-        users = KorDSMWhereUsed::usagesOf(StyleDatabases::current().currentSource(), {table, key});
+        users = KorDSMWhereUsed::usagesUpToSharing(StyleDatabases::current().currentSource(), {table, key});
+    const bool hasUsers = !users.empty();
     (new UsageList(list, std::move(users), this))->foldBehind(button);
+    button->setChecked(hasUsers);
 }
 
 KorDSMDialogConfirmation::Texts KorDSMDialogConfirmation::prepareTexts(eTableType table,

@@ -28,7 +28,7 @@ private:
 
     Texts prepareTexts(eTableType table, const KorOdbcKey& key) const;
     void OnInitDialog(const Texts& texts);
-    // The reader can unfold who uses the record before answering.
+    // Who uses the record is seen before the answer; a small screen can fold it away.
     void showUsers(eTableType table, const KorOdbcKey& key);
 
     eAction m_action = kModify;

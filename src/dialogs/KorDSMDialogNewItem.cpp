@@ -18,7 +18,6 @@ constexpr int kTemplate = 1004;
 constexpr int kName = 1015;
 constexpr int kLabel = 1016;
 constexpr int kReason = 1017;
-constexpr int kCommonTitle = 230; // "New item"
 
 } // namespace
 
@@ -31,15 +30,13 @@ KorDSMDialogNewItem::KorDSMDialogNewItem(int itemType, const KorString& initialN
 void KorDSMDialogNewItem::OnInitDialog(const KorString& initialName, bool proposeName) {
     setCaption(1, 33740);
     setCaption(2, 33741);
-    setWindowTitle(toQt(Prompts::dsm(kCommonTitle)));
     auto* edit = KorControls::find<QLineEdit>(this, kName);
     const NewItemKind* kind = findNewItemKind(m_itemType);
     KorAssert::check(kind != nullptr, "false");
     KorString proposal = initialName;
     KorArray<KorString> existing;
     if (kind) {
-        if (kind->titlePrompt)
-            setWindowTitle(toQt(Prompts::ups(kind->titlePrompt)));
+        setWindowTitle(toQt(Prompts::ups(kind->titlePrompt ? kind->titlePrompt : kind->labelPrompt)));
         setCaption(kLabel, kind->labelPrompt);
         kind->existingNames(existing);
         if (proposeName && kind->defaultNameTable != kNoTable)

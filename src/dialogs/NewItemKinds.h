@@ -7,7 +7,7 @@
 /// What the new item dialogs show for one type of item.
 struct NewItemKind {
     int itemType = 0;
-    int titlePrompt = 0;                                        ///< "UPS"; 0: the common title
+    int titlePrompt = 0;                                        ///< "UPS"; 0: that of the label
     int labelPrompt = 0;                                        ///< "UPS"; what the name is a name of
     int (*existingNames)(KorArray<KorString>& names) = nullptr; ///< of the current source
     eTableType defaultNameTable = kNoTable; ///< where a proposed name is free; `kNoTable`: none is proposed

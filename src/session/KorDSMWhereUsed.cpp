@@ -42,6 +42,24 @@ std::vector<KorDSMUsage> usagesOf(SourceId source, RowRef row) {
     return usages;
 }
 
+std::vector<KorDSMUsage> usagesUpToSharing(SourceId source, RowRef row) {
+    std::vector<KorDSMUsage> usages;
+    std::set<RowRef> seen;
+    while (seen.insert(row).second) {
+        std::set<RowRef> own;
+        for (KorDSMUsage& user : usagesOf(source, row)) {
+            if (user.source == source)
+                own.insert(user.row);
+            if (std::ranges::find(usages, user) == usages.end())
+                usages.push_back(std::move(user));
+        }
+        if (own.size() != 1)
+            break;
+        row = *own.begin();
+    }
+    return usages;
+}
+
 std::vector<KorDSMUsage> usagesOf(const KorDSMDatabaseItem& item) {
     if (!item.record())
         return {};

@@ -1,5 +1,7 @@
 #include "controls/KorControls.h"
+#include "controls/KorListCtrl.h"
 #include "data/records/StyleRecords.h"
+#include "data/records/ViewRecords.h"
 #include "dialogs/KorDSMDialogConfirmation.h"
 #include "dialogs/UserDataFixture.h"
 #include "model/KorDSMMessages.h"
@@ -84,4 +86,34 @@ TEST_F(Confirmation, NamesTheRecordAndItsKind) {
     EXPECT_TRUE(KorControls::find<QLabel>(&other, 1235)->text().contains("item"));
     EXPECT_EQ(KorControls::find<QLabel>(&other, 1238)->text(), "");
     EXPECT_TRUE(KorControls::find<QAbstractButton>(&other, kMakeCopy)->isHidden());
+}
+
+TEST_F(Confirmation, ShowsWhomTheChangeReachesUpToThoseWhoShareIt) {
+    const auto users = [this](eTableType table, const char* name, QString& caption) {
+        const auto key = databases.here()->table(table).find(KorString(name))->key;
+        KorDSMDialogConfirmation dialog(table, KorOdbcKey(key), nullptr);
+        show(dialog);
+        caption = KorControls::find<QAbstractButton>(&dialog, 1241)->text();
+        auto* list = KorControls::find<KorListCtrl>(&dialog, 1242);
+        EXPECT_TRUE(list->isVisible());
+        std::vector<std::string> names;
+        for (int row = 0; row < list->getItemCount(); ++row)
+            names.push_back(list->getItemText(row, 0).toStdString());
+        return names;
+    };
+    QString caption;
+    const auto direct = users(kTableViewRequest, "HB front", caption);
+    ASSERT_GT(direct.size(), 1u);
+    EXPECT_EQ(caption, QStringLiteral("Used by (%1)").arg(direct.size()));
+    // A box that only one view uses is shared where that view is.
+    StructDetViewSystemAndBox box;
+    box.name = "Box of one view";
+    ASSERT_EQ(databases.append(kTableSystemAndBox, box), StyleDatabases::kWritten);
+    const auto view = databases.here()->table(kTableViewRequest).find("HB front")->key;
+    ASSERT_EQ(databases.setCell(kTableViewRequest, KorOdbcKey(view), 2, std::int64_t{box.key}),
+              StyleDatabases::kWritten);
+    auto reached = users(kTableSystemAndBox, "Box of one view", caption);
+    ASSERT_EQ(reached.size(), direct.size() + 1);
+    EXPECT_EQ(reached.front(), "HB front");
+    EXPECT_EQ(std::vector<std::string>(reached.begin() + 1, reached.end()), direct);
 }

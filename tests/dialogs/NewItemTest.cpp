@@ -35,7 +35,7 @@ public:
 TEST_F(NewItem, RefusesATakenNameWhileItIsTypedAndSaysWhy) {
     NameDialog dialog(KorDSMDefines::kDetailStyle, "HB post 1:15", true, nullptr);
     show(dialog);
-    EXPECT_EQ(dialog.windowTitle(), "Detail style");
+    EXPECT_EQ(dialog.windowTitle(), "Name of the detail style");
     EXPECT_EQ(dialog.label(), "Name of the detail style");
     EXPECT_EQ(dialog.name(), "HB post 1:15 1");
     EXPECT_TRUE(dialog.ok()->isEnabled());
@@ -79,6 +79,7 @@ TEST_F(NewItem, KnowsEveryKindOfItsTable) {
          {2, 3, 4, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 21, 22, 23, 24, 26, 27, 28, 29, 30}) {
         NameDialog dialog(type, "", true, nullptr);
         EXPECT_TRUE(dialog.label().startsWith("Name of the ")) << type;
+        EXPECT_TRUE(dialog.windowTitle().startsWith("Name of the ")) << type;
         const bool group = KorDSMDefines::isGroupType(KorDSMDefines::eItemType(type)) ||
                            KorDSMDefines::isSectionType(KorDSMDefines::eItemType(type));
         EXPECT_EQ(dialog.name().isEmpty(), group) << type;

@@ -98,20 +98,20 @@ TEST_F(WhereUsedDialog, TheRefusalUnfoldsTheListAndClosesToGoThere) {
     EXPECT_EQ(dialog.chosen()->name, usages[1].name);
 }
 
-TEST_F(WhereUsedDialog, TheConfirmationUnfoldsTheListBeforeItIsAnswered) {
+TEST_F(WhereUsedDialog, TheConfirmationShowsTheListUntilItIsFoldedAway) {
     KorDSMDialogConfirmation dialog(kTableQualifierSet, KorOdbcKey(rails), nullptr);
     show(dialog);
     auto* list = KorControls::find<KorListCtrl>(&dialog, 1242);
     auto* button = KorControls::find<QToolButton>(&dialog, 1241);
-    EXPECT_FALSE(list->isVisible());
-    button->setFocus();
-    QTest::keyClick(button, Qt::Key_Space);
     ASSERT_TRUE(list->isVisible());
     EXPECT_EQ(list->getItemCount(), static_cast<int>(usages.size()));
     clickRow(list, 0);
     EXPECT_TRUE(dialog.isVisible()) << "the question still wants its answer";
-    QTest::mouseClick(button, Qt::LeftButton);
+    button->setFocus();
+    QTest::keyClick(button, Qt::Key_Space);
     EXPECT_FALSE(list->isVisible());
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(list->isVisible());
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_EQ(dialog.result(), QDialog::Rejected);
 }
