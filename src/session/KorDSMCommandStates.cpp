@@ -1,5 +1,6 @@
 #include "session/KorDSMCommandStates.h"
 
+#include <algorithm>
 #include <initializer_list>
 
 using namespace KorDSMDefines;
@@ -73,5 +74,15 @@ CommandStates commandStates(const SelectionFacts& facts) {
     // What cannot be changed can still be used and exported.
     if (!facts.ownerMode && !facts.inUserDatabase)
         set(states, {0, 2, 3, 5, 7, 8}, false);
+    return states;
+}
+
+CommandStates commandStates(const std::vector<SelectionFacts>& selected) {
+    if (selected.size() < 2)
+        return commandStates(selected.empty() ? SelectionFacts() : selected.front());
+    CommandStates states;
+    set(states, {9}, true);
+    states.enabled[5] = std::ranges::all_of(
+        selected, [](const SelectionFacts& facts) { return commandStates(facts)[eItemCommand::kDelete]; });
     return states;
 }

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <optional>
+#include <vector>
 
 /// The ten commands of the item command strip, in the order of their buttons.
 enum class eItemCommand : int {
@@ -40,3 +41,5 @@ struct CommandStates {
 
 /// The command states for a selection. Nothing else decides them.
 CommandStates commandStates(const SelectionFacts& facts);
+/// Those for several selected entries: deleting, where each can be deleted, and help. Of one entry as above.
+CommandStates commandStates(const std::vector<SelectionFacts>& selected);

@@ -11,6 +11,8 @@
 #include "session/KorDSMItemKinds.h"
 #include "session/PendingGroup.h"
 
+#include <algorithm>
+
 // Copying and deleting.
 
 namespace KorDSMItemCommands {
@@ -19,9 +21,11 @@ using namespace ItemCommandParts;
 
 namespace {
 
-constexpr int kCopying = 245;  // "copying of "%s""
-constexpr int kDeleting = 244; // "deletion of "%s""
-constexpr int kReadOnly = 200; // ""%s" can be read, not changed"
+constexpr int kCopying = 245;      // "copying of "%s""
+constexpr int kDeleting = 244;     // "deletion of "%s""
+constexpr int kReadOnly = 200;     // ""%s" can be read, not changed"
+constexpr int kDeletingMany = 493; // "deletion of %s definitions"
+constexpr int kNoMaster = 494;     // ""%s" has no category any more, so it cannot be copied."
 constexpr int kInUse = 33521;
 
 // Announces a write that was made. Returns whether it was.
@@ -38,6 +42,12 @@ bool announcedOrReported(int result) {
 }
 
 // The host knows a style only by its master: without one the copy would be no style.
+bool lacksMaster(const KorDSMDatabaseItem& item) {
+    StructDetailMaster master;
+    return item.m_Type == KorDSMDefines::kDetailStyle &&
+           KorOdbcGUI::getDetailMaster(item.recordKey(), master) != 1;
+}
+
 bool copyMaster(std::int32_t originalKey, const StructRecord& copy) {
     StructDetailMaster master;
     if (KorOdbcGUI::getDetailMaster(originalKey, master) != 1)
@@ -98,6 +108,8 @@ CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
     outcome.refusal = whyNotNamed(item, name, 0);
     if (outcome.refusal.isEmpty())
         outcome.refusal = whyIncomplete();
+    if (outcome.refusal.isEmpty() && lacksMaster(item))
+        outcome.refusal = label(kNoMaster, item.record()->name);
     if (!outcome.refusal.isEmpty())
         return outcome;
     std::unique_ptr<KorDSMDatabaseItem> copy(item.clone());
@@ -132,16 +144,33 @@ std::vector<KorDSMUsage> usersThatForbidDeleting(const KorDSMDatabaseItem& item)
 
 namespace {
 
-bool deleteRow(const KorDSMDatabaseItem& item) {
+bool deleteRow(eTableType table, std::int32_t key) {
+    return announcedOrReported(KorOdbcMan::deleteRecord(table, KorOdbcKey(key), KorOdbcMan::kThisRow));
+}
+
+// The rows that say which views are listed in a category: parts of the views, which know nothing else.
+std::vector<std::int32_t> listingsIn(const KorDSMDatabaseItem& item) {
+    std::vector<std::int32_t> rows;
+    if (item.m_Type != KorDSMDefines::kDetailStyleCategory)
+        return rows;
+    for (const Referrer& referrer :
+         StyleDatabases::current().here()->referrersOf(item.tableType(), KorOdbcKey(item.recordKey())))
+        if (referrer.table->type == kTableViewRequestCategory)
+            rows.push_back(referrer.key);
+    return rows;
+}
+
+bool deleteRows(const KorDSMDatabaseItem& item) {
     const KorOdbcKey key(item.recordKey());
-    if (!announcedOrReported(KorOdbcMan::deleteRecord(item.tableType(), key, KorOdbcMan::kThisRow)))
+    for (const std::int32_t listing : listingsIn(item))
+        if (!deleteRow(kTableViewRequestCategory, listing))
+            return false;
+    if (!deleteRow(item.tableType(), key))
         return false;
     if (item.m_Type != KorDSMDefines::kDetailStyle)
         return true;
     StructDetailMaster master;
-    return KorOdbcGUI::getDetailMaster(key, master) == 1 &&
-           announcedOrReported(
-               KorOdbcMan::deleteRecord(kTableDetailMaster, KorOdbcKey(master.key), KorOdbcMan::kThisRow));
+    return KorOdbcGUI::getDetailMaster(key, master) == 1 && deleteRow(kTableDetailMaster, master.key);
 }
 
 // Nothing uses the row any more: what is still shown of it below other records is out of date, and those show
@@ -167,28 +196,55 @@ KorString inUseText() {
     return Prompts::ups(kInUse).replaced("\\n", "\n");
 }
 
+int viewsListedIn(const KorDSMDatabaseItem& category) {
+    const SourceRequest source(category);
+    return static_cast<int>(listingsIn(category).size());
+}
+
 DeleteOutcome deleteItem(KorDSMDatabaseItem& item) {
-    DeleteOutcome outcome;
-    if (!canDelete(item.m_Type) || !item.m_pParent)
-        return outcome;
-    const SourceRequest source(item);
-    outcome.refusal = whyNotWritable(item);
+    return deleteItems({&item});
+}
+
+namespace {
+
+// Fills in why the items cannot be deleted, if so. Their source must be current.
+bool forbidsDeleting(const std::vector<KorDSMDatabaseItem*>& items, DeleteOutcome& outcome) {
+    outcome.refusal = whyNotWritable(*items.front());
     if (outcome.refusal.isEmpty())
         outcome.refusal = whyIncomplete();
-    if (!outcome.refusal.isEmpty())
-        return outcome;
-    outcome.users = usersThatForbidDeleting(item);
-    if (!outcome.users.empty()) {
-        outcome.refusal = inUseText();
-        return outcome;
+    for (const KorDSMDatabaseItem* item : items) {
+        if (!outcome.refusal.isEmpty())
+            break;
+        outcome.users = usersThatForbidDeleting(*item);
+        if (!outcome.users.empty())
+            outcome.refusal = inUseText();
     }
-    const PendingGroup group(label(kDeleting, item.record()->name));
-    if (!deleteRow(item))
+    return !outcome.refusal.isEmpty();
+}
+
+} // namespace
+
+DeleteOutcome deleteItems(const std::vector<KorDSMDatabaseItem*>& items) {
+    DeleteOutcome outcome;
+    const bool areDeletable = !items.empty() && std::ranges::all_of(items, [](const auto* item) {
+        return canDelete(item->m_Type) && item->m_pParent;
+    });
+    if (!areDeletable)
         return outcome;
-    item.m_pParent->releaseChild(&item);
-    outcome.removed.emplace_back(&item);
-    dropTwins(item, outcome);
-    outcome.notice = noticeFor(item, DsmListChanged::kReload);
+    const SourceRequest source(*items.front());
+    if (forbidsDeleting(items, outcome))
+        return outcome;
+    const auto count = static_cast<std::int64_t>(items.size());
+    const PendingGroup group(count == 1 ? label(kDeleting, items.front()->record()->name)
+                                        : label(kDeletingMany, KorString::number(count)));
+    for (KorDSMDatabaseItem* item : items) {
+        if (!deleteRows(*item))
+            return outcome;
+        item->m_pParent->releaseChild(item);
+        outcome.removed.emplace_back(item);
+        outcome.notice = noticeFor(*item, DsmListChanged::kReload);
+        dropTwins(*item, outcome);
+    }
     outcome.done = true;
     return outcome;
 }

@@ -63,10 +63,15 @@ struct DeleteOutcome : Outcome {
     /// Refused because of these.
     std::vector<KorDSMUsage> users;
 };
-/// Deletes the item's row with its parts, for a detail style also its master. A record that is in use is not
-/// deleted. Where the master cannot be read, the style's row is deleted, but the command counts as not done
-/// and the item stays.
+/// Deletes the item's row with its parts, for a detail style also its master, for a category also the places
+/// of views in it. A record that is in use is not deleted. Where the master cannot be read, the style's row
+/// is deleted, but the command counts as not done and the item stays.
 DeleteOutcome deleteItem(KorDSMDatabaseItem& item);
+/// The same for several items of one source that lie in no branch of one another, as one step of undo. One
+/// that is in use keeps all.
+DeleteOutcome deleteItems(const std::vector<KorDSMDatabaseItem*>& items);
+/// How many views are listed in a category and leave it when it is deleted; 0 for other items.
+int viewsListedIn(const KorDSMDatabaseItem& category);
 
 /// Why nothing can be changed in an open source, or in the item's; empty when something can, and for no open
 /// source. Commands say so before they ask the user for anything.

@@ -14,13 +14,16 @@ struct Case {
     std::string enabled; ///< indexes of the buttons that are on, in ascending order
 };
 
-std::string enabled(const SelectionFacts& facts) {
+std::string buttonsOf(const CommandStates& states) {
     std::string buttons;
-    const CommandStates states = commandStates(facts);
     for (std::size_t i = 0; i < states.enabled.size(); ++i)
         if (states.enabled[i])
             buttons += std::to_string(i);
     return buttons;
+}
+
+std::string enabled(const SelectionFacts& facts) {
+    return buttonsOf(commandStates(facts));
 }
 
 SelectionFacts of(eItemType type, eItemType parent = kNoType) {
@@ -100,4 +103,13 @@ TEST(CommandStates, OfATypeDependOnNothingElse) {
     for (const eItemType type : {kViewRequest, kSystemAndBox, kReprMapRule, kViewDimensioning, kReprMap,
                                  kAppearance, kAnnotationArrangement, kPointSelection})
         everywhere(type, "89", {&Facts::entryHasChildren, &Facts::standardHasOneChild});
+}
+
+TEST(CommandStates, OfSeveralAreDeletingWhereEachCanBeDeletedAndHelp) {
+    const SelectionFacts style = of(kDetailStyle);
+    const SelectionFacts full = with(of(kDetailStyleCategory), &SelectionFacts::entryHasChildren);
+    EXPECT_EQ(buttonsOf(commandStates({style, style})), "59");
+    EXPECT_EQ(buttonsOf(commandStates({style, full})), "9");
+    EXPECT_EQ(buttonsOf(commandStates(std::vector{full})), enabled(full));
+    EXPECT_EQ(buttonsOf(commandStates(std::vector<SelectionFacts>())), "89");
 }

@@ -3,6 +3,7 @@
 #include "services/KorHostReport.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMNewItem.h"
+#include "session/KorDSMUndo.h"
 #include "support/OtherProgram.h"
 
 namespace {
@@ -95,7 +96,8 @@ TEST_F(ItemCommands, WhatCannotBeCopiedOrNamedChangesNothing) {
     databases.setCurrentSource(kUser);
     databases.remove(kTableDetailMaster, KorOdbcKey(master("HB post 1:15")->key));
     const std::size_t steps = databases.pending().steps().size();
-    EXPECT_FALSE(copyItem(original, "Other").done) << "a style without a master would be none";
+    EXPECT_EQ(copyItem(original, "Other").refusal,
+              "\"HB post 1:15\" has no category any more, so it cannot be copied.");
     EXPECT_EQ(databases.pending().steps().size(), steps);
     EXPECT_EQ(row<StructDetailStyle>(kUser, "Other"), nullptr);
     EXPECT_TRUE(assertions.empty());
@@ -112,7 +114,29 @@ TEST_F(ItemCommands, DeleteTakesTheMasterAlong) {
     EXPECT_EQ(row<StructDetailStyle>(kUser, "HB erection plan"), nullptr);
     EXPECT_EQ(master("HB erection plan"), nullptr);
     EXPECT_EQ(writes, 2);
+    const int listings = rows(kTableViewRequestCategory);
+    EXPECT_EQ(viewsListedIn(category), 2);
     EXPECT_TRUE(deleteItem(category).done) << "groups are not checked for use";
+    EXPECT_EQ(rows(kTableViewRequestCategory), listings - 2) << "no view is listed in what is gone";
+    databases.undo();
+    EXPECT_EQ(rows(kTableViewRequestCategory), listings) << "one step of undo";
+    EXPECT_NE(row<StructDetBaseCategory>(kUser, "Hallberg: site drawings"), nullptr);
+}
+
+TEST_F(ItemCommands, SeveralAreDeletedInOneStepOrNoneOfThem) {
+    KorDSMDatabaseItem& used = item<StructDetObjAnnotationStrategy>(kUser, "HB crane mark");
+    KorDSMDatabaseItem* free = copyItem(used, "Unused").added.at(0);
+    EXPECT_FALSE(deleteItems({free, &used}).users.empty());
+    EXPECT_NE(row<StructDetObjAnnotationStrategy>(kUser, "Unused"), nullptr);
+    const std::vector<KorDSMDatabaseItem*> styles = {&style("HB post 1:15"), &style("HB beam 1:15")};
+    const DeleteOutcome deleted = deleteItems(styles);
+    EXPECT_TRUE(deleted.done);
+    EXPECT_EQ(deleted.removed.size(), 2u);
+    EXPECT_EQ(master("HB beam 1:15"), nullptr);
+    EXPECT_EQ(KorDSMUndo::undoText(), "Undo deletion of 2 definitions");
+    databases.undo();
+    EXPECT_NE(master("HB post 1:15"), nullptr);
+    EXPECT_NE(master("HB beam 1:15"), nullptr);
 }
 
 TEST_F(ItemCommands, DeleteOfAStyleWithoutAMasterIsNotDone) {
