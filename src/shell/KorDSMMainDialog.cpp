@@ -73,7 +73,7 @@ int KorDSMMainDialog::OnInitDialog() {
     writeTiming("KorDSMMainDialog::OnInitDialog", timer.elapsed());
 
     m_ready = true;
-    updateCommandStates(nullptr);
+    updateCommandStates();
     showSection(true);
     setUpTexts();
     setUpTabOrder();

@@ -163,6 +163,8 @@ private:
     void goToFirstMatch();
     void refilter();
     bool clearFilter();
+    void forgetFilter();
+    void showWhatPassesTheFilter();
     void onOption(int index, bool checked);
 
     // Selection
@@ -176,15 +178,29 @@ private:
     void showList(KorDSMDatabaseItem* item);
     void rememberSelection(KorDSMDatabaseItem& item, KorTreeHandle entry);
     bool selectItemDatabase(const KorDSMDatabaseItem* item);
-    void updateCommandStates(const KorDSMTreeItemData* data);
+    void updateCommandStates();
     void enableItemCommand(int index, bool enable);
-    SelectionFacts factsOf(const KorDSMTreeItemData* data);
+    SelectionFacts factsOf(const KorDSMDatabaseItem& item);
     KorDSMSelectionHistory::Exists placeExists();
     void historyStep(bool forward);
     void goUp();
     void selectEntry(KorTreeHandle entry);
-    void onListActivated(int row);
-    KorDSMDatabaseItem* currentItem() const { return KorDSMSectionTree::itemOf(m_currentEntry); }
+    /// The item of the current entry; null while the filter hides that.
+    KorDSMDatabaseItem* currentItem() const {
+        return m_hiddenByFilter ? nullptr : KorDSMSectionTree::itemOf(m_currentEntry);
+    }
+
+    // The list at the right
+    void setUpList();
+    void fillList(KorDSMDatabaseItem& item);
+    std::vector<KorDSMDatabaseItem*> itemsSelectedInList() const;
+    void selectInList(const std::vector<KorDSMDatabaseItem*>& items);
+    void openRow(int row);
+    void showListMenu(const QPoint& position);
+    /// What commands act on: the rows selected in the list, or else the current entry.
+    std::vector<KorDSMDatabaseItem*> subjects() const;
+    /// The only one of them; null for none and for several.
+    KorDSMDatabaseItem* subject() const;
 
     // Commands
     void onItemCommand(int id);
@@ -195,13 +211,15 @@ private:
     void newItem();
     void copyItem();
     void renameItem();
-    void deleteItem();
+    void deleteItems();
+    bool wantsToDelete(const std::vector<KorDSMDatabaseItem*>& items);
     void importStyles();
     void undo(int steps);
     void redo(int steps);
     void followChanges(const std::vector<KorDSMRowChange>& changes);
     void followStep(const std::vector<KorDSMRowChange>& changes);
     void showContextMenu(KorTreeHandle entry, const QPoint& position);
+    void addItemCommands(QMenu& menu);
     void addViewCommands(QMenu& menu, KorDSMDatabaseItem& item);
     void addView(KorDSMDatabaseItem& item);
     void addCompactCommand(QMenu& menu, const KorDSMDatabaseItem& item);
@@ -260,6 +278,7 @@ private:
     std::map<SourceId, std::set<std::string>> m_toldProblems; // what stood when it was last looked at
     bool m_recording = true;
     bool m_handleSelection = true;
+    bool m_hiddenByFilter = false; // the current entry, and so what belongs to it at the right
     bool m_followingItems = false;
     bool m_itemsChangedPosted = false;
     bool m_ready = false;

@@ -143,7 +143,6 @@ bool loadAs(KorDSMDatabaseItem& item, void (*load)(AddIn*)) {
 
 } // namespace
 
-// Reads the records of an add-in that has not been opened yet. Returns whether the item is one.
 bool KorDSMSectionTree::loadContent(KorDSMDatabaseItem& item) {
     if (item.m_bExpanded || !dynamic_cast<KorDsmAddInContentItem*>(&item))
         return false;
@@ -224,12 +223,24 @@ void KorDSMSectionTree::openFirst(const std::vector<KorDSMDatabaseItem*>& found)
         reveal(*found[i]);
 }
 
+// What the user found and opened while a filter was set, from the top down.
+std::vector<KorTreeHandle> KorDSMSectionTree::openAboveSelection() const {
+    std::vector<KorTreeHandle> open;
+    for (KorTreeHandle entry = m_tree->selectedItem(); entry; entry = m_tree->getParentItem(entry))
+        if (m_tree->isExpanded(entry))
+            open.insert(open.begin(), entry);
+    return open;
+}
+
 bool KorDSMSectionTree::setFilter(const KorString& text) {
     const KorTreeHandle root = m_tree->getRoot();
     m_filter = text.trimmed().lowered();
     if (m_filter.isEmpty() || !root) {
         m_names.clear();
+        const std::vector<KorTreeHandle> open = openAboveSelection();
         m_tree->setFilter(nullptr);
+        for (KorTreeHandle entry : open)
+            m_tree->expand(entry);
         return true;
     }
     if (m_names.empty())

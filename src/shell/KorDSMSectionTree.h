@@ -28,8 +28,8 @@ public:
     void clear();
 
     /// Shows only items whose names contain `text`, in any case, with what is above them and below them,
-    /// opened at the first matches; an empty text shows everything, opened as it was before. Returns whether
-    /// there is anything to show.
+    /// opened at the first matches; an empty text shows everything, opened as it was before and down to what
+    /// is selected. Returns whether there is anything to show.
     bool setFilter(const KorString& text);
     /// The entry of the first item whose name contains the text of the filter, or null.
     KorTreeHandle firstMatch();
@@ -45,6 +45,9 @@ public:
     /// The entry at the end of a path of texts, as far as it can be followed; opens entries on its way.
     KorTreeHandle follow(const KorArray<KorString>& path, bool fullTree);
 
+    /// Reads what an add-in holds, if it was not opened yet. Returns whether it was read.
+    static bool loadContent(KorDSMDatabaseItem& item);
+
     /// Adds an entry for a new item at its place among its siblings.
     KorTreeHandle addEntry(KorDSMDatabaseItem& item);
 
@@ -55,7 +58,6 @@ public:
 
 private:
     void onExpanding(KorTreeHandle entry);
-    bool loadContent(KorDSMDatabaseItem& item);
     void loadChildren(KorDSMDatabaseItem& item);
     void insertChildren(KorDSMDatabaseItem& item, KorTreeHandle entry);
     void bind(KorDSMDatabaseItem& item, KorTreeHandle entry);
@@ -68,6 +70,7 @@ private:
     std::vector<KorDSMDatabaseItem*> findMatches();
     void openFirst(const std::vector<KorDSMDatabaseItem*>& found);
     bool passes(const KorDSMDatabaseItem& item) const;
+    std::vector<KorTreeHandle> openAboveSelection() const;
     KorTreeHandle childWithText(KorTreeHandle entry, const KorString& text) const;
 
     KorTreeCtrl* m_tree;

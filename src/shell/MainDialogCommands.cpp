@@ -22,7 +22,7 @@ void KorDSMMainDialog::onItemCommand(int id) {
         renameItem();
         break;
     case 1035:
-        deleteItem();
+        deleteItems();
         break;
     case 1039:
         importStyles();

@@ -66,7 +66,7 @@ int importFile(const QString& file, SourceId to, ImportReport& report, QStringLi
 } // namespace
 
 void KorDSMMainDialog::exportStyle() {
-    KorDSMDatabaseItem* item = currentItem();
+    KorDSMDatabaseItem* item = subject();
     if (!item || item->m_Type != KorDSMDefines::kDetailStyle)
         return;
     selectItemDatabase(item);
@@ -103,7 +103,7 @@ void KorDSMMainDialog::exportStyle() {
 }
 
 void KorDSMMainDialog::importStyles() {
-    const KorDSMDatabaseItem* item = currentItem();
+    const KorDSMDatabaseItem* item = subject();
     if (!item)
         return;
     selectItemDatabase(item);

@@ -23,21 +23,27 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <optional>
+#include <utility>
+
 // The commands of the main dialog that change which records exist, and their undo.
 
 using namespace KorDSMDefines;
 
 namespace {
 
-constexpr int kRefused = 260;   // caption of the message that says why a command did nothing
-constexpr int kWhereUsed = 262; // "Where used..."
-constexpr int kNotDone = 412;   // "That could not be done, ..."
-constexpr int kNoGroup = 410;   // ""%s" has no group in which it could be filed."
+constexpr int kRefused = 260;       // caption of the message that says why a command did nothing
+constexpr int kWhereUsed = 262;     // "Where used..."
+constexpr int kNotDone = 412;       // "That could not be done, ..."
+constexpr int kNoGroup = 410;       // ""%s" has no group in which it could be filed."
+constexpr int kDeleteMany = 495;    // "Do you want to delete these %s definitions?"
+constexpr int kOneViewLeaves = 496; // "One view is listed in it and stays; only the listing goes."
+constexpr int kViewsLeave = 497;    // "%s views are listed in it and stay; only the listing goes."
 
 } // namespace
 
 void KorDSMMainDialog::newItem() {
-    KorDSMDatabaseItem* selected = currentItem();
+    KorDSMDatabaseItem* selected = subject();
     const eItemType type = selected ? KorDSMNewItem::typeAt(*selected) : kNoType;
     if (type == kNoType || refusesToWrite(*selected))
         return;
@@ -58,7 +64,7 @@ void KorDSMMainDialog::newItem() {
 }
 
 void KorDSMMainDialog::copyItem() {
-    KorDSMDatabaseItem* item = currentItem();
+    KorDSMDatabaseItem* item = subject();
     if (!item || refusesToWrite(*item))
         return;
     finishCurrentPage();
@@ -90,7 +96,7 @@ void KorDSMMainDialog::showNewItems(const std::vector<KorDSMDatabaseItem*>& item
 }
 
 void KorDSMMainDialog::renameItem() {
-    KorDSMDatabaseItem* item = currentItem();
+    KorDSMDatabaseItem* item = subject();
     if (!item || !item->record() || refusesToWrite(*item))
         return;
     finishCurrentPage();
@@ -106,36 +112,53 @@ void KorDSMMainDialog::renameItem() {
     reloadPage();
 }
 
-void KorDSMMainDialog::deleteItem() {
-    KorDSMDatabaseItem* item = currentItem();
-    if (!item || refusesToWrite(*item))
+bool KorDSMMainDialog::wantsToDelete(const std::vector<KorDSMDatabaseItem*>& items) {
+    const auto count = static_cast<std::int64_t>(items.size());
+    int views = 0;
+    QStringList names;
+    for (const KorDSMDatabaseItem* item : items) {
+        names << toQt(KorDSMValueText::shortName(item->getDisplayName()));
+        views += KorDSMItemCommands::viewsListedIn(*item);
+    }
+    QMessageBox box(QMessageBox::Information, toQt(Prompts::ups(19960)), {},
+                    QMessageBox::Yes | QMessageBox::No, this);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(count == 1 ? toQt(KorString::format(Prompts::ups(19961), {fromQt(names.first())}))
+                           : toQt(KorString::format(Prompts::dsm(kDeleteMany), {KorString::number(count)})));
+    if (count > 1)
+        box.setDetailedText(names.join(u'\n'));
+    if (views > 0)
+        box.setInformativeText(toQt(KorString::format(Prompts::dsm(views == 1 ? kOneViewLeaves : kViewsLeave),
+                                                      {KorString::number(views)})));
+    return box.exec() == QMessageBox::Yes;
+}
+
+void KorDSMMainDialog::deleteItems() {
+    const std::vector<KorDSMDatabaseItem*> items = subjects();
+    if (items.empty() || refusesToWrite(*items.front()))
         return;
     finishCurrentPage();
-    if (const auto users = KorDSMItemCommands::usersThatForbidDeleting(*item); !users.empty()) {
-        showUsers(users);
-        return;
-    }
-    const QString question =
-        toQt(KorString::format(Prompts::ups(19961), {KorDSMValueText::shortName(item->getDisplayName())}));
-    QMessageBox box(QMessageBox::Information, toQt(Prompts::ups(19960)), question,
-                    QMessageBox::Yes | QMessageBox::No, this);
-    if (box.exec() != QMessageBox::Yes)
+    for (const KorDSMDatabaseItem* item : items)
+        if (const auto users = KorDSMItemCommands::usersThatForbidDeleting(*item); !users.empty())
+            return showUsers(users);
+    if (!wantsToDelete(items))
         return;
     const KorDSMBusy busy;
     // The page must let go of the item before it is gone.
     m_tabs->finishCurrentPage();
     m_tabs->setCurrentContent(nullptr);
-    KorDSMItemCommands::DeleteOutcome outcome = KorDSMItemCommands::deleteItem(*item);
-    if (!outcome.done) {
-        showRightSide(*item);
-        return refuse(outcome.refusal);
-    }
+    KorDSMItemCommands::DeleteOutcome outcome = KorDSMItemCommands::deleteItems(items);
+    m_list->deleteSelectedItems();
     for (const auto& removed : outcome.removed)
         if (KorDSMSectionTree* holder = treeOf(removed->m_hTreeItem))
             holder->deleteEntry(removed->m_hTreeItem);
-    m_list->deleteSelectedItems();
     itemsChanged();
     sendNotice(outcome.notice);
+    if (outcome.done)
+        return;
+    if (KorDSMDatabaseItem* shown = currentItem())
+        showRightSide(*shown);
+    refuse(outcome.refusal);
 }
 
 void KorDSMMainDialog::showUsers(const std::vector<KorDSMUsage>& users) {
@@ -249,10 +272,12 @@ void KorDSMMainDialog::reloadSections() {
     const KorDSMBusy busy;
     const eViewSections section = m_structure.getSelectedSection();
     const bool applyEnabled = m_apply->isEnabled();
+    const KorDSMDatabaseItem* shown = KorDSMSectionTree::itemOf(m_currentEntry);
+    const auto place = shown ? std::optional(KorDSMPlace(*shown)) : std::nullopt;
     std::array<KorArray<KorString>, kNumberOfSections> paths;
     for (int i = 0; i < kNumberOfSections; ++i)
         paths[static_cast<std::size_t>(i)] = m_structure.getSelectedPath(static_cast<eViewSections>(i));
-    clearFilter();
+    forgetFilter();
     m_tabs->finishCurrentPage();
     m_tabs->setCurrentContent(nullptr);
     m_handleSelection = false;
@@ -274,6 +299,13 @@ void KorDSMMainDialog::reloadSections() {
     for (const eViewSections loaded : kLoadingOrder)
         fillSourceCombo(loaded);
     showSectionAgain();
+    // The path of names does not lead to what was renamed meanwhile.
+    if (KorDSMDatabaseItem* item = place ? place->find(m_structure) : nullptr;
+        item && item != currentItem()) {
+        const bool recording = std::exchange(m_recording, false);
+        goToItem(*item);
+        m_recording = recording;
+    }
     if (applyEnabled)
         setModified(true);
 }
@@ -286,10 +318,17 @@ void KorDSMMainDialog::showContextMenu(KorTreeHandle entry, const QPoint& positi
     // A menu is no modal window: coming back to the editor by a click on an entry must not exchange the
     // items.
     const KorDSMBusy busy;
+    m_list->clearSelection();
     QMenu menu(this);
+    addItemCommands(menu);
+    menu.exec(position);
+}
+
+// The commands of what is selected, wherever that is.
+void KorDSMMainDialog::addItemCommands(QMenu& menu) {
     for (QAction* action : m_commandActions)
         menu.addAction(action);
-    KorDSMDatabaseItem* item = currentItem();
+    KorDSMDatabaseItem* item = subject();
     if (item) {
         addViewCommands(menu, *item);
         addCompactCommand(menu, *item);
@@ -302,7 +341,6 @@ void KorDSMMainDialog::showContextMenu(KorTreeHandle entry, const QPoint& positi
     menu.addSeparator();
     for (QAction* action : m_undoStrip->actions())
         menu.addAction(action);
-    menu.exec(position);
 }
 
 void KorDSMMainDialog::dropEntry(KorTreeHandle from, KorTreeHandle to) {

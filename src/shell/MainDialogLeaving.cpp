@@ -105,14 +105,15 @@ void KorDSMMainDialog::reject() {
 
 void KorDSMMainDialog::use() {
     finishCurrentPage();
-    KorDSMDatabaseItem* item = currentItem();
+    KorDSMDatabaseItem* item = subject();
     if (!item)
         return;
+    const int key = item->recordKey();
     const eLeaving leaving = askBeforeLeaving();
     switch (leaving) {
     case eLeaving::kKeep:
         // What others stored meanwhile was read, and the items were made anew.
-        if (!keepBeforeLeaving() || !(item = currentItem()))
+        if (!keepBeforeLeaving() || !(item = subject()) || item->recordKey() != key)
             return;
         break;
     case eLeaving::kDrop:

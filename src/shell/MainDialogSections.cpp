@@ -4,6 +4,7 @@
 #include "controls/KorListCtrl.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
+#include "controls/KorTabCtrl.h"
 #include "controls/VELComboTree.h"
 #include "services/KordoBitmaps.h"
 #include "services/Prompts.h"
@@ -254,7 +255,7 @@ bool KorDSMMainDialog::showPlaceOf(KorDSMDatabaseItem& item) {
     return true;
 }
 
-// What is shown at the right stays there, whether its entry passes the filter or not.
+// The current entry stays the current one where the filter hides it, and comes back with what belongs to it.
 void KorDSMMainDialog::applyFilter() {
     m_handleSelection = false;
     KorTreeCtrl* control = currentTree().control();
@@ -263,10 +264,25 @@ void KorDSMMainDialog::applyFilter() {
     if (m_currentEntry && !control->isHidden(m_currentEntry) && control->selectedItem() != m_currentEntry)
         control->selectItem(m_currentEntry);
     m_handleSelection = true;
+    showWhatPassesTheFilter();
     showStatus();
     if (!found)
         m_status->setText(
             toQt(KorString::format(Prompts::dsm(kNothingFound), {KorDSMValueText::shortName(text)})));
+}
+
+// Nobody edits what the tree does not show.
+void KorDSMMainDialog::showWhatPassesTheFilter() {
+    const bool hides = m_currentEntry && currentTree().control()->isHidden(m_currentEntry);
+    if (hides == std::exchange(m_hiddenByFilter, hides))
+        return;
+    if (hides) {
+        m_tabs->finishCurrentPage();
+        m_tabs->setCurrentContent(nullptr);
+        showList(nullptr);
+    } else if (KorDSMDatabaseItem* item = currentItem()) {
+        showRightSide(*item);
+    }
 }
 
 // From the filter the keys lead to the first entry that was found.
@@ -294,10 +310,16 @@ bool KorDSMMainDialog::clearFilter() {
     return true;
 }
 
+// The same where the trees are emptied, so that nothing comes back.
+void KorDSMMainDialog::forgetFilter() {
+    m_hiddenByFilter = false;
+    clearFilter();
+}
+
 void KorDSMMainDialog::rebuildTrees() {
     const KorDSMBusy busy;
     finishCurrentPage();
-    clearFilter();
+    forgetFilter();
     m_handleSelection = false;
     for (SectionSlot& section : m_slots)
         section.tree->clear();

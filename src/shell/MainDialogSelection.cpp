@@ -7,7 +7,6 @@
 #include "model/items/KorDsmItems.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemPath.h"
-#include "session/KorDSMListContents.h"
 #include "session/KorDSMValueText.h"
 #include "shell/KorDSMMainDialog.h"
 
@@ -84,6 +83,7 @@ void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
     // The page shown stores what was typed while its own source is still current.
     m_tabs->finishCurrentPage();
     m_currentEntry = entry;
+    m_hiddenByFilter = false;
     KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(entry);
     selectItemDatabase(item);
     if (m_recording && item)
@@ -106,6 +106,7 @@ void KorDSMMainDialog::onSelectionChanged(KorTreeHandle entry) {
 // What is shown at the right stays there, but commands have nothing to do with it.
 void KorDSMMainDialog::onRootSelected(KorTreeHandle root) {
     m_currentEntry = root;
+    m_hiddenByFilter = false;
     const bool isBlank = m_list->isHidden() ? !m_tabs->currentPage() : !m_listedEntry;
     if (!root || isBlank)
         showList(KorDSMSectionTree::itemOf(root));
@@ -124,7 +125,7 @@ void KorDSMMainDialog::showStatus() {
     }
     m_status->setText(status);
     m_readOnly->setText(readOnly);
-    updateCommandStates(KorDSMSectionTree::dataOf(m_currentEntry));
+    updateCommandStates();
 }
 
 // The entry that is selected in the tree becomes the current one; one that a filter hides stays it.
@@ -140,8 +141,10 @@ void KorDSMMainDialog::followSelection() {
 void KorDSMMainDialog::onEntryGone(KorTreeHandle entry) {
     if (!m_ready)
         return;
-    if (m_currentEntry == entry)
+    if (m_currentEntry == entry) {
         m_currentEntry = nullptr;
+        m_hiddenByFilter = false;
+    }
     if (m_listedEntry == entry) {
         m_listedEntry = nullptr;
         m_list->setItems({});
@@ -181,25 +184,6 @@ void KorDSMMainDialog::showPages(eItemType group, KorDSMDatabaseItem& item) {
     markPages();
 }
 
-void KorDSMMainDialog::showList(KorDSMDatabaseItem* item) {
-    m_tabs->finishCurrentPage();
-    m_tabs->hide();
-    m_list->show();
-    m_list->deleteAllColumns();
-    m_listedEntry = item ? item->m_hTreeItem : nullptr;
-    m_list->setAccessibleName(item ? toQt(item->getDisplayName()) : QString());
-    if (!item)
-        return;
-    const KorDSMListContents contents = KorDSMListContents::of(*item);
-    for (std::size_t i = 0; i < contents.titles.size(); ++i)
-        m_list->insertColumn(contents.titles[i], i == 0 ? 0 : 120,
-                             contents.numeric[i] ? KorListCtrl::eNumber : KorListCtrl::eText);
-    std::vector<KorListRow> rows;
-    for (const KorDSMListContents::Row& row : contents.rows)
-        rows.push_back({row.texts, row.icon, row.item});
-    m_list->setItems(std::move(rows));
-}
-
 void KorDSMMainDialog::rememberSelection(KorDSMDatabaseItem& item, KorTreeHandle entry) {
     const eViewSections section = m_structure.getSelectedSection();
     KorDSMDatabaseItem* group = KorDSMItemPath::groupOf(item);
@@ -219,27 +203,28 @@ void KorDSMMainDialog::rememberSelection(KorDSMDatabaseItem& item, KorTreeHandle
     slot(section).combo->selectPath(path);
 }
 
-SelectionFacts KorDSMMainDialog::factsOf(const KorDSMTreeItemData* entryData) {
+SelectionFacts KorDSMMainDialog::factsOf(const KorDSMDatabaseItem& item) {
     SelectionFacts facts;
-    KorDSMDatabaseItem* item = entryData ? entryData->getItem() : nullptr;
-    if (!item)
-        return facts;
     KorTreeCtrl* control = currentTree().control();
-    facts.type = item->m_Type;
-    if (item->m_pParent)
-        facts.parentType = item->m_pParent->m_Type;
-    facts.entryHasChildren = !item->children().isEmpty() || control->childCount(item->m_hTreeItem) > 0 ||
-                             control->isPlaceholder(item->m_hTreeItem);
-    facts.insideDetailStyle = item->ancestor(kDetailStyle) != nullptr;
+    KorTreeHandle entry = item.m_hTreeItem;
+    facts.type = item.m_Type;
+    if (item.m_pParent)
+        facts.parentType = item.m_pParent->m_Type;
+    const bool entryHasChildren = entry && (control->childCount(entry) > 0 || control->isPlaceholder(entry));
+    facts.entryHasChildren = entryHasChildren || !item.children().isEmpty();
+    facts.insideDetailStyle = item.ancestor(kDetailStyle) != nullptr;
     const KorArray<KorDSMDatabaseItem*>& databases = currentTree().section().children();
     facts.standardHasOneChild = !databases.isEmpty() && databases[0]->children().length() == 1;
     facts.ownerMode = KorOdbcMan::isCurrentOwnerVEL();
-    facts.inUserDatabase = KorDSMItemSource::sourceOf(item) == SourceId::user();
+    facts.inUserDatabase = KorDSMItemSource::sourceOf(&item) == SourceId::user();
     return facts;
 }
 
-void KorDSMMainDialog::updateCommandStates(const KorDSMTreeItemData* entryData) {
-    const CommandStates states = commandStates(factsOf(entryData));
+void KorDSMMainDialog::updateCommandStates() {
+    std::vector<SelectionFacts> facts;
+    for (const KorDSMDatabaseItem* item : subjects())
+        facts.push_back(factsOf(*item));
+    const CommandStates states = commandStates(facts);
     for (int i = 0; i < kNumberOfItemCommands; ++i)
         enableItemCommand(i, states.enabled[static_cast<std::size_t>(i)] &&
                                  isOffered(static_cast<eItemCommand>(i)));
@@ -283,7 +268,7 @@ void KorDSMMainDialog::historyStep(bool forward) {
         }
     }
     m_recording = recording;
-    updateCommandStates(KorDSMSectionTree::dataOf(m_currentEntry));
+    updateCommandStates();
 }
 
 // An entry that the filter hides can only be shown without the filter.
@@ -303,12 +288,6 @@ void KorDSMMainDialog::goUp() {
         selectEntry(parent);
     else
         m_navigation->enableButton(kUp, false);
-}
-
-void KorDSMMainDialog::onListActivated(int row) {
-    auto* item = static_cast<KorDSMDatabaseItem*>(m_list->getItemData(row));
-    if (item && !KorDSMBusy::isBusy())
-        goToItem(*item);
 }
 
 void KorDSMMainDialog::goToItem(KorDSMDatabaseItem& item) {

@@ -100,9 +100,8 @@ void KorDSMMainDialog::setUpImages() {
     setWindowIcon(m_images->at(kIconHost));
     m_tabs = KorControls::find<KorTabCtrl>(this, 1002);
     m_list = KorControls::find<KorListCtrl>(this, 1003);
-    m_list->setImageList(m_images);
-    connect(m_list, &KorListCtrl::itemActivated, this, &KorDSMMainDialog::onListActivated);
     m_tabs->hide();
+    setUpList();
     m_filter = KorControls::find<QLineEdit>(this, 1210);
     m_filter->setPlaceholderText(toQt(Prompts::dsm(kFilter)));
     m_filter->setAccessibleName(m_filter->placeholderText());

@@ -36,7 +36,7 @@ void KorDSMMainDialog::beginTurn() {
 void KorDSMMainDialog::letGo() {
     m_tabs->finishCurrentPage();
     m_tabs->setCurrentContent(nullptr);
-    clearFilter();
+    forgetFilter();
     m_handleSelection = false;
     for (SectionSlot& section : m_slots) {
         section.tree->clear();

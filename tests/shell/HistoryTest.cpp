@@ -82,6 +82,39 @@ TEST_F(History, OutlastsWhatRebuildsTheTrees) {
     command(1039);
     EXPECT_FALSE(said.isEmpty());
     expectStepsToWork();
+    m_dialog->activateWindow();
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    select(kView);
+    expectStepsToWork();
+}
+
+TEST_F(History, OutlastsWhatAnotherProgramStored) {
+    open();
+    select(kRailings);
+    select(kStyle);
+    select(kView);
+    const auto lookAround = [this] {
+        QEvent activated(QEvent::WindowActivate);
+        QApplication::sendEvent(m_dialog.get(), &activated);
+        QApplication::processEvents();
+    };
+    // Renamed there, it is the same place.
+    storeElsewhere("user.dsdb", "UPDATE detail_style SET name='HB post 1:16' WHERE name='HB post 1:15'");
+    lookAround();
+    EXPECT_EQ(selected(), "HB front");
+    go(kBack);
+    EXPECT_EQ(selected(), "HB post 1:16");
+    EXPECT_TRUE(page()->isVisible());
+    go(kForward);
+    EXPECT_EQ(selected(), "HB front");
+    // Deleted there, it is passed over.
+    storeElsewhere("user.dsdb", "DELETE FROM detail_master WHERE name='HB post 1:15';"
+                                "DELETE FROM detail_style WHERE name='HB post 1:16'");
+    lookAround();
+    go(kBack);
+    EXPECT_EQ(selected(), "Hallberg: railings");
+    EXPECT_FALSE(canGo(kForward)) << "everything after it is gone";
 }
 
 TEST_F(History, PassesOverWhatIsDeletedUntilItIsBack) {

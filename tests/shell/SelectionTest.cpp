@@ -146,3 +146,56 @@ TEST_F(Selection, IsReachedFromTheFilterByKeysAndAnEmptyResultHasAWord) {
     filter->clear();
     EXPECT_EQ(status(), before);
 }
+
+TEST_F(Selection, ThatTheFilterHidesTakesItsPageAndCommandsAlongUntilItIsSeenAgain) {
+    open();
+    const KorTreeHandle style = select(kUserStyle);
+    showTab(1);
+    auto* filter = control<QLineEdit>(1210);
+    const auto expectHidden = [this](bool hidden) {
+        EXPECT_EQ(page() == nullptr, hidden);
+        EXPECT_EQ(commands().empty(), hidden);
+        EXPECT_EQ(button(1098)->isEnabled(), !hidden);
+        EXPECT_EQ(status(), hidden ? "" : "Detail style");
+    };
+    for (const char* other : {"railings", "nowhere"}) {
+        filter->setText("rail");
+        filter->setText("post 1:15");
+        expectHidden(false);
+        filter->setText("railings");
+        expectHidden(true);
+        tree().setFocus();
+        QTest::keyClick(&tree(), Qt::Key_Delete);
+        press(Qt::Key_F2);
+        EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+        filter->setFocus();
+        filter->setText(other);
+        press(Qt::Key_Escape);
+        expectHidden(false);
+        EXPECT_EQ(tree().selectedItem(), style);
+        EXPECT_TRUE(page()->isVisible());
+    }
+    filter->setText("railings");
+    showOneSource();
+    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:15");
+    EXPECT_TRUE(page()->isVisible());
+}
+
+TEST_F(Selection, WhatWasOpenAndWhatWasFoundIsOpenWhenTheFilterGoes) {
+    open();
+    const KorTreeHandle open = select({"User", "Hallberg: posts and beams"});
+    tree().expand(open);
+    auto* filter = control<QLineEdit>(1210);
+    filter->setFocus();
+    filter->setText("gates");
+    QTest::keyClick(filter, Qt::Key_Return);
+    const KorTreeHandle found = tree().selectedItem();
+    ASSERT_EQ(tree().getItemText(found).view(), "HB railing, gates");
+    tree().expand(found);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(filter->text(), "");
+    EXPECT_TRUE(tree().isExpanded(open));
+    EXPECT_TRUE(tree().isExpanded(tree().getParentItem(found)));
+    EXPECT_TRUE(tree().isExpanded(found));
+    EXPECT_EQ(tree().selectedItem(), found);
+}
