@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 
+#include "app/CommitReport.h"
 #include "app/Console.h"
 #include "app/EditCommand.h"
 #include "app/HelpLanguage.h"
@@ -229,7 +230,8 @@ int run(char** argv, const Wanted& wanted) {
     else
         folder.takeReports();
     std::ranges::for_each(folder.problems(), &Console::complain);
-    const int code = wanted.command ? wanted.command(folder) : openEditor(argv, folder, wanted.edit);
+    const int code = wanted.command ? judgedAnew([&] { return wanted.command(folder); })
+                                    : openEditor(argv, folder, wanted.edit);
     std::ranges::for_each(KorHostReport::take(), &Console::complain);
     return Console::finish() ? code : kExitFailed;
 }

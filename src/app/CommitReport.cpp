@@ -6,24 +6,54 @@
 
 namespace {
 
-// What is stored now is read, to be told in the words of the editor.
-void tellConflicts(SourceId source) {
-    const OutsideChange change = StyleDatabases::current().refresh(source);
+int g_runsLeft = 0;       // of the command
+bool g_runsAgain = false; // it judged by what is not stored any more
+
+bool isOutdated(StyleSource& source) {
+    return source.isOutdated() || source.store().changedOutside();
+}
+
+// Reads what another program stored. Returns whether the command can be run again, or tells what conflicts,
+// in the words of the editor.
+bool canRunAgain(const SourceCommit& commit) {
+    const OutsideChange change = StyleDatabases::current().refresh(commit.source);
+    if (g_runsLeft > 0 && change.error.empty() && change.conflicts.empty())
+        return true;
+    Console::complain(commit.error);
     if (!change.error.empty())
         Console::complain(change.error);
     for (const OutsideConflict& conflict : change.conflicts)
-        Console::complain(KorDSMConflictWords::of(source, conflict).sentence());
+        Console::complain(KorDSMConflictWords::of(commit.source, conflict).sentence());
+    return false;
 }
 
 } // namespace
 
 bool keepChanges() {
     const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndClose(true);
-    for (const SourceCommit& commit : outcome.failed) {
-        if (!commit.error.empty())
+    bool runsAgain = !outcome.ok();
+    for (const SourceCommit& commit : outcome.failed)
+        if (isOutdated(*StyleDatabases::current().source(commit.source))) {
+            runsAgain = canRunAgain(commit) && runsAgain;
+        } else {
             Console::complain(commit.error);
-        if (!commit.conflicts.empty())
-            tellConflicts(commit.source);
-    }
+            runsAgain = false;
+        }
+    g_runsAgain = runsAgain;
     return outcome.ok();
+}
+
+int judgedAnew(const std::function<int()>& command) {
+    constexpr int kMostRuns = 5;
+    for (g_runsLeft = kMostRuns - 1;; --g_runsLeft) {
+        g_runsAgain = false;
+        const int code = command();
+        if (!g_runsAgain)
+            return code;
+        KorDSMCommit::discard();
+        StyleDatabases& databases = StyleDatabases::current();
+        for (const SourceId id :
+             databases.sources()) // so that new rows get the keys that they would have got
+            databases.source(id)->dropTables();
+    }
 }

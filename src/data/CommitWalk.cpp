@@ -6,6 +6,20 @@
 
 // The part of StyleDatabases that writes pending changes.
 
+namespace {
+
+// What is pending was judged by what was read: which names are taken, what is used, what has no owner.
+StoreResult refuseOutdated(StyleSource& source) {
+    if (!source.isOutdated() && !source.store().changedOutside())
+        return {};
+    return StoreResult::failure(KorString::format(
+        translated("Another program changed the style database \"%s\" meanwhile, so nothing "
+                   "was stored; look at what it stored and try again."),
+        {source.store().name()}));
+}
+
+} // namespace
+
 StyleDatabases::CommitWalk::CommitWalk(StyleDatabases& databases) : m_databases(databases) {
     m_databases.m_report.clear();
     m_databases.m_inWalk = true;
@@ -58,6 +72,8 @@ void StyleDatabases::keepSourceTable(StyleSource& source, eTableType type) {
     StoreResult result = written.empty() ? source.store().begin() : StoreResult();
     if (result)
         result = source.store().apply(change, report(source).conflicts);
+    if (result && written.empty() && report(source).conflicts.empty())
+        result = refuseOutdated(source);
     if (!result || !report(source).conflicts.empty())
         fail(source, result.error);
     else

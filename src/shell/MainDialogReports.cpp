@@ -36,8 +36,7 @@ void KorDSMMainDialog::reportCommit(const KorDSMCommit::Outcome& outcome) {
     if (!errors.isEmpty())
         QMessageBox::warning(this, toQt(Prompts::dsm(kNotKept)), errors.join("\n\n"));
     // What another program stored meanwhile is read, and asked about.
-    if (static_cast<std::size_t>(errors.size()) < outcome.failed.size())
-        readOutsideChanges();
+    readOutsideChanges();
 }
 
 bool KorDSMMainDialog::readOutsideChanges() {

@@ -145,6 +145,10 @@ TEST_F(PendingTest, ChangesOfOthersBesideMineAreTakenOver) {
     EXPECT_EQ(row<StructDetailStyle>(kUser, mine)->name, "Their own");
     EXPECT_NE(own->key, mine);
     EXPECT_EQ(row<StructDetailMaster>(kUser, "Own")->styleKey, own->key) << "references follow";
+    others("UPDATE repr_map SET name = 'Steel'");
+    EXPECT_FALSE(commit()) << "what is pending was judged by what is not stored any more";
+    EXPECT_TRUE(mentions(report(kUser)->error, "meanwhile")) << report(kUser)->error;
+    EXPECT_EQ(databases.refreshChanged().size(), 1u);
     ASSERT_TRUE(commit());
     open(false);
     EXPECT_EQ(row<StructDetailMaster>(kUser, "Own")->styleKey, row<StructDetailStyle>(kUser, "Own")->key);

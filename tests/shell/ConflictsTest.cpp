@@ -2,7 +2,9 @@
 
 #include "controls/KorLineEdit.h"
 #include "controls/KorMFCGridCtrl.h"
+#include "data/store/LockWait.h"
 #include "dialogs/KorDSMDialogConflicts.h"
+#include "support/OtherProgram.h"
 
 #include <QComboBox>
 #include <QRadioButton>
@@ -182,4 +184,25 @@ TEST_F(Conflicts, ApplyStoresAtOnceWhatOthersDidNotTouch) {
     EXPECT_EQ(stored("user.dsdb", "SELECT count(*) FROM base_category WHERE name IN ('Mine', 'Theirs')"),
               "2");
     EXPECT_EQ(stored("user.dsdb", kPosition), "4");
+}
+
+TEST_F(Conflicts, WhatIsStoredWhileApplyWaitsIsReadAndSaidBeforeMineIsStored) {
+    click(pageControl<QRadioButton>(kBelowDetail));
+    QString said;
+    readNextMessage(said);
+    {
+        OtherProgram other(path("user.dsdb"));
+        other.run("BEGIN IMMEDIATE; UPDATE view_request SET scale=1.0/25");
+        const auto before = LockWait::setAsk([&](const std::string&, std::chrono::milliseconds) {
+            other.run("COMMIT");
+            return true;
+        });
+        click(button(kApply));
+        LockWait::setAsk(before);
+    }
+    EXPECT_TRUE(said.contains("user.dsdb\" meanwhile")) << said.toStdString();
+    ASSERT_TRUE(m_dialog->isVisible() && button(kApply)->isEnabled());
+    click(button(kApply));
+    EXPECT_FALSE(button(kApply)->isEnabled());
+    EXPECT_EQ(storedNow(), (Stored{"4", "25.0"}));
 }
