@@ -31,14 +31,14 @@
 namespace {
 
 // Whole or not at all, as the other files that the program writes.
-bool writePicture(const QPixmap& picture, const std::string& file) {
+bool writePicture(const QPixmap& picture, const std::string& file, bool mayReplace) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     std::error_code error;
     const std::filesystem::path target = std::filesystem::absolute(file, error);
     return !error && picture.save(&buffer, "PNG") &&
            std::filesystem::is_directory(target.parent_path(), error) &&
-           KorTextFile::replace(target, bytes.toStdString());
+           KorTextFile::replace(target, bytes.toStdString(), mayReplace);
 }
 
 // Messages were told on the terminal already; nobody is there to close them.
@@ -64,7 +64,7 @@ void paintWhenOpen(QWidget* window, const EditOptions& options, bool& painted) {
         QTimer::singleShot(0, window, [window, &options, &painted] {
             QApplication::processEvents();
             closeMessages(window);
-            painted = writePicture(window->grab(), options.screenshot);
+            painted = writePicture(window->grab(), options.screenshot, options.overwrite);
             window->close();
         });
     });
@@ -173,6 +173,8 @@ int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
     }
     factory.DoModal();
     if (!options.screenshot.empty() && !painted) {
+        if (!mayPaint(options)) // something came there meanwhile
+            return kExitFailed;
         Console::complain(
             KorString::format(translated("The picture \"%s\" could not be written. Check that its "
                                          "folder exists and may be written."),

@@ -33,8 +33,9 @@ int exportCommand(DataFolder&, const ExportOptions& options) {
         !hindrance.isEmpty())
         return failed(hindrance);
     std::vector<std::string> leftOut;
-    const int result = KorODBCDetailStyleExports::exportDetail(row.table->type, row.key, row.source.dsn,
-                                                               row.source.index, options.file, &leftOut);
+    const int result =
+        KorODBCDetailStyleExports::exportDetail(row.table->type, row.key, row.source.dsn, row.source.index,
+                                                options.file, &leftOut, options.overwrite);
     if (result != KorODBCDetailStyleExports::kDone) {
         KorODBCDetailStyleExports::GetErrorMessage(error, result);
         return failed(error);

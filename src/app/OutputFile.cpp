@@ -8,16 +8,17 @@
 namespace fs = std::filesystem;
 
 KorString OutputFile::hindrance(const std::string& file, bool overwrite) {
-    constexpr std::size_t kLongestName = 255 - 32; // the new file has a longer one until it is whole
+    constexpr std::size_t kLongestName = 255 - 40; // the new file has a longer one until it is whole
     std::error_code error;
     const fs::file_status named = fs::symlink_status(file, error);
     if (error == std::errc::filename_too_long || fs::path(file).filename().native().size() > kLongestName)
         return KorString::format(translated("The file name \"%s\" is too long; choose a shorter one."),
                                  {file});
+    if (isNeighbourName(resolvedPath(file)) || isNeighbourName(file))
+        return faultSentence(eStoreFault::kNeighbour, file);
     if (!fs::exists(named))
         return {};
-    const fs::file_status status = fs::status(file, error); // behind a link
-    if (fs::exists(status) && !fs::is_regular_file(status))
+    if (!fs::is_regular_file(fs::status(file, error))) // what a link leads to, if anything
         return KorString::format(
             translated("\"%s\" is no ordinary file and is never replaced; choose another file name."),
             {file});

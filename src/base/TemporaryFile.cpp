@@ -3,6 +3,8 @@
 #include <cerrno>
 #include <charconv>
 #include <csignal>
+#include <cstdint>
+#include <cstdio>
 #include <filesystem>
 
 #include <fcntl.h>
@@ -28,7 +30,7 @@ bool isNamed(int handle, const std::string& path) {
            opened.st_ino == named.st_ino;
 }
 
-// Reads "TARGET.newPID-N".
+// Reads what `temporaryName` writes.
 bool readName(const std::string& name, std::string& target, pid_t& process) {
     const auto mark = name.rfind(kMark);
     if (mark == std::string::npos || mark == 0)
@@ -40,32 +42,79 @@ bool readName(const std::string& name, std::string& target, pid_t& process) {
     if (fault != std::errc() || process <= 0 || dash == end || *dash != '-')
         return false;
     const auto [rest, numberFault] = std::from_chars(dash + 1, end, number);
-    return numberFault == std::errc() && number >= 0 && rest == end;
+    return numberFault == std::errc() && number >= 0 && rest != end &&
+           temporaryName(target, process, number) == name;
 }
 
 bool isGone(pid_t process) {
     return kill(process, 0) != 0 && errno == ESRCH;
 }
 
+// Without this a power cut can bring the old name back.
+void syncFolder(const std::string& path) {
+    const int handle = open(path.c_str(), O_DIRECTORY | O_RDONLY | O_CLOEXEC);
+    if (handle < 0)
+        return;
+    fsync(handle);
+    close(handle);
+}
+
+// These return the errno, or 0.
+int renameTo(const std::string& from, const std::string& to) {
+    return std::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
+}
+
+int renameToNew(const std::string& from, const std::string& to) {
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+        return 0;
+    if (errno != EINVAL && errno != ENOSYS) // else a file system that cannot refuse to replace
+        return errno;
+    if (link(from.c_str(), to.c_str()) != 0)
+        return errno;
+    unlink(from.c_str());
+    return 0;
+}
+
 } // namespace
+
+std::string temporaryName(const std::string& target, pid_t process, int number) {
+    constexpr std::uint64_t kStart = 14695981039346656037U;
+    constexpr std::uint64_t kFactor = 1099511628211U;
+    const std::string marked = target + kMark + std::to_string(process) + "-" + std::to_string(number);
+    std::uint64_t check = kStart;
+    for (const char c : std::filesystem::path(marked).filename().string())
+        check = (check ^ static_cast<unsigned char>(c)) * kFactor;
+    return marked + "-" + std::to_string(check);
+}
 
 TemporaryFile::~TemporaryFile() {
     if (!m_path.empty())
         unlink(m_path.c_str());
-    release();
+    close();
 }
 
-void TemporaryFile::release() {
+void TemporaryFile::close() {
     m_path.clear();
     if (m_handle >= 0)
-        close(m_handle);
+        ::close(m_handle);
     m_handle = -1;
+}
+
+int TemporaryFile::publish(const std::string& target, bool mayReplace) {
+    if (fsync(m_handle) != 0)
+        return errno;
+    const int failed = mayReplace ? renameTo(m_path, target) : renameToNew(m_path, target);
+    if (failed)
+        return failed;
+    close();
+    syncFolder(std::filesystem::path(target).parent_path());
+    return 0;
 }
 
 int TemporaryFile::create(const std::string& target, mode_t mode) {
     constexpr int kAttempts = 1000;
     for (int i = 0; i < kAttempts; ++i) {
-        const std::string path = target + kMark + std::to_string(getpid()) + "-" + std::to_string(i);
+        const std::string path = temporaryName(target, getpid(), i);
         const int handle = open(path.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, mode);
         if (handle < 0 && errno == EEXIST)
             continue;
@@ -73,7 +122,7 @@ int TemporaryFile::create(const std::string& target, mode_t mode) {
             return errno;
         lock(handle); // where that cannot be done nobody can find out either, and the file is left alone
         if (!isNamed(handle, path)) { // somebody took it for a left one before it was locked
-            close(handle);
+            ::close(handle);
             continue;
         }
         m_path = path;

@@ -5,9 +5,13 @@
 
 #include <sys/types.h>
 
-/// A new file beside `target`, to be put in its place when it is whole, or removed. Its name is that of the
-/// target with ".newPID-N". It is locked as long as it is open here, so that others see whether somebody is
-/// at work with it, be it on another machine. The first byte is locked, which no database engine locks.
+/// The name of a temporary file beside `target`, with ".newPID-N-CHECK" behind it. The last part follows from
+/// the others, so that no name that somebody else gives to a file is taken for one.
+std::string temporaryName(const std::string& target, pid_t process, int number);
+
+/// A new file beside `target`, to be put in its place when it is whole, or removed. It is locked as long as
+/// it is open here, so that others see whether somebody is at work with it, be it on another machine. The
+/// first byte is locked, which no database engine locks.
 class TemporaryFile {
 public:
     TemporaryFile() = default;
@@ -22,10 +26,14 @@ public:
     const std::string& path() const { return m_path; }
     /// For reading and writing; owned by this.
     int handle() const { return m_handle; }
-    /// The file has another name now, and stays.
-    void release();
+    /// Puts the file in the place of `target`, through to the disk. What is there is replaced only where
+    /// `mayReplace`. Returns 0, or the errno, EEXIST where something is there; then the file is still
+    /// temporary.
+    int publish(const std::string& target, bool mayReplace);
 
 private:
+    void close();
+
     std::string m_path;
     int m_handle = -1;
 };

@@ -7,6 +7,7 @@
 #include "shell/KorDSMMainDialog.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -84,7 +85,8 @@ void KorDSMMainDialog::exportStyle() {
         const ExchangeRun run;
         result = KorODBCDetailStyleExports::exportDetail(
             0, KorOdbcKey(item->recordKey()), KorOdbcMan::getCurrentDSN(), KorOdbcMan::getCurrentAddIn(),
-            fromQt(dialog.selectedFiles().first()), &leftOut);
+            fromQt(dialog.selectedFiles().first()), &leftOut,
+            QFileInfo::exists(dialog.selectedFiles().first()));
     }
     if (result == KorODBCDetailStyleExports::kDone) {
         QMessageBox box(

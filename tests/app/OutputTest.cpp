@@ -42,6 +42,14 @@ TEST_F(OutputTest, NoOutputReplacesADatabaseThatIsOpenOrAnyOtherFileUnasked) {
     fs::create_symlink(data() / "user.dsdb", folder() / "link");
     expectRefused(folder() / "link", {"--overwrite"});
     EXPECT_TRUE(fs::is_symlink(folder() / "link"));
+    for (const char* target : {"nowhere", "lost"}) {
+        fs::create_symlink(target, folder() / "lost");
+        expectRefused(folder() / "lost", {"--overwrite"});
+        EXPECT_TRUE(fs::is_symlink(folder() / "lost"));
+        fs::remove(folder() / "lost");
+    }
+    for (const char* suffix : {"-journal", "-wal", "-shm"})
+        expectRefused(data() / (std::string("user.dsdb") + suffix), {"--overwrite"});
     EXPECT_EQ(bytesOf(data() / "user.dsdb"), user);
 
     const fs::path notes = folder() / "notes";

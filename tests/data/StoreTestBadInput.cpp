@@ -105,6 +105,23 @@ TEST_F(StoreBadInput, LockedFilesAreTold) {
     EXPECT_EQ(applyTo(*store, ofViews({newScale(1, 11, 2)}), conflicts).error, "");
 }
 
+TEST_F(StoreBadInput, AFileThatIsReplacedWhileAChangeIsStoredDoesNotHoldIt) {
+    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
+    const std::string newer = makeDatabase(m_folder.file("newer.dsdb"), 5);
+    const auto store = open(path);
+    OtherProgram reader(path);
+    reader.run("BEGIN; SELECT * FROM view_request");
+    const auto before = LockWait::setAsk([&](const std::string&, std::chrono::milliseconds) {
+        std::filesystem::rename(newer, path);
+        reader.run("COMMIT");
+        return true;
+    });
+    std::vector<StoreConflict> conflicts;
+    EXPECT_TRUE(mentions(applyTo(*store, ofViews({newScale(1, 11, 2)}), conflicts).error, "is not in it"));
+    LockWait::setAsk(before);
+    EXPECT_EQ(rowsOf<View>(*open(path)).at(0).scale, 11);
+}
+
 TEST_F(StoreBadInput, ALockIsWaitedForWithAWordUntilTheUserGivesUp) {
     const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
     OtherProgram other(path);
@@ -242,9 +259,36 @@ TEST_F(StoreBadInput, WriteAheadModeIsLeftByWritingAndNotByReading) {
     EXPECT_EQ(bytesOf(path), before) << "reading converts nothing";
     EXPECT_EQ(m_folder.count(), 1);
     std::vector<StoreConflict> conflicts;
-    EXPECT_EQ(applyTo(*open(path), ofViews({newScale(1, 11, 2)}), conflicts).error, "");
+    {
+        const auto store = open(path);
+        EXPECT_EQ(applyTo(*store, ofViews({newScale(1, 11, 2)}), conflicts).error, "");
+        EXPECT_FALSE(store->changedOutside());
+    }
     EXPECT_NE(SqliteStore::open(path, kRead).store, nullptr);
     EXPECT_EQ(m_folder.count(), 1);
+}
+
+TEST_F(StoreBadInput, ALogThatIsLeftBesideAFileIsNotMergedIntoIt) {
+    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
+    std::string log;
+    {
+        OtherProgram other(path);
+        other.run("PRAGMA journal_mode = WAL; DELETE FROM view_request");
+        log = bytesOf(path + "-wal");
+    }
+    writeBytes(path + "-wal", log);
+    expectRefused(path, "user.dsdb-wal\"");
+    std::filesystem::remove(path + "-wal");
+    std::filesystem::remove(path);
+    makeDatabase(path, 5);
+    const auto before = open(path);
+    writeBytes(path + "-wal", log);
+    expectRefused(path, "user.dsdb-wal\"");
+    std::int64_t state = 0;
+    EXPECT_TRUE(mentions(before->beginRead(state).error, "user.dsdb-wal\""));
+    EXPECT_TRUE(mentions(before->begin().error, "user.dsdb-wal\""));
+    EXPECT_EQ(bytesOf(path + "-wal"), log);
+    EXPECT_TRUE(mentions(faultSentence(eStoreFault::kEmpty, path), "Move \"" + path + "-wal\" away"));
 }
 
 TEST_F(StoreBadInput, MissingTablesAndColumnsAreToldAndNotWritten) {
@@ -362,10 +406,35 @@ TEST_F(StoreBadInput, ANewFileAppearsWholeOrNotAtAll) {
         const auto inUse = open(path);
         EXPECT_TRUE(mentions(SqliteStore::createWith(path, {}).error, "is open in this program"));
     }
+    EXPECT_TRUE(mentions(SqliteStore::createWith(path, {}, false).error, "exists already"));
+    const auto makesIt = [&](const std::string& rival) {
+        return [rival](StyleStore&) {
+            writeBytes(rival, "mine");
+            return StoreResult();
+        };
+    };
+    const std::string rival = m_folder.file("rival.dsdb");
+    EXPECT_TRUE(mentions(SqliteStore::createWith(rival, makesIt(rival), false).error, "exists already"));
+    EXPECT_EQ(bytesOf(rival), "mine");
+    std::filesystem::remove(rival);
+    for (const char* suffix : {"-journal", "-wal", "-shm"})
+        EXPECT_TRUE(mentions(SqliteStore::createWith(path + suffix, {}).error, "is a name under which"));
+    {
+        OtherProgram other(path);
+        other.run("BEGIN IMMEDIATE; UPDATE view_request SET scale = 1");
+        EXPECT_TRUE(mentions(SqliteStore::createWith(path, {}).error, "locked by another program"));
+        EXPECT_FALSE(mentions(faultSentence(eStoreFault::kDamaged, path), "-journal"));
+    }
     writeBytes(path + "-journal", "left over");
     EXPECT_TRUE(mentions(SqliteStore::createWith(path, {}).error, "interrupted change"));
     EXPECT_TRUE(mentions(SqliteStore::createWith(path, {}).error, "move it away"));
     std::filesystem::remove(path + "-journal");
+    for (const char* target : {"nowhere", "loop.dsdb"}) {
+        std::filesystem::create_symlink(target, m_folder.file("loop.dsdb"));
+        EXPECT_TRUE(mentions(SqliteStore::createWith(m_folder.file("loop.dsdb"), {}).error, "is not a file"));
+        EXPECT_TRUE(std::filesystem::is_symlink(m_folder.file("loop.dsdb")));
+        std::filesystem::remove(m_folder.file("loop.dsdb"));
+    }
     std::filesystem::create_symlink(path, m_folder.file("link.dsdb"));
     EXPECT_EQ(SqliteStore::createWith(m_folder.file("link.dsdb"), {}).error, "");
     EXPECT_TRUE(std::filesystem::is_symlink(m_folder.file("link.dsdb")));

@@ -1,4 +1,5 @@
 #include "StoreTestSupport.h"
+#include "base/TemporaryFile.h"
 #include "support/FaultVfs.h"
 
 #include <array>
@@ -88,7 +89,7 @@ public:
         EXPECT_EQ(::read(ready[0], &byte, 1), 1);
         for (const int end : ready)
             close(end);
-        m_file = path + ".new" + std::to_string(m_process) + "-0";
+        m_file = temporaryName(path, m_process, 0);
         EXPECT_TRUE(fileIdentity(m_file));
     }
     ~HalfExport() { die(); }
@@ -113,27 +114,28 @@ private:
 TEST(StoreFaults, WhatAKilledExportLeftIsRemovedByTheNextOneIntoItsFolder) {
     const TempFolder folder;
     HalfExport killed(folder.file("killed.dsdb"));
-    const std::string gone = std::to_string(killed.die());
+    const pid_t gone = killed.die();
     HalfExport atWork(folder.file("live.dsdb"));
     const std::string elsewhere =
-        folder.file("remote.dsdb.new" + gone + "-0"); // its process is not seen here
+        temporaryName(folder.file("remote.dsdb"), gone, 0); // its process is not seen here
     HalfExport remote(folder.file("remote.dsdb"));
     std::filesystem::rename(remote.file(), elsewhere);
-    const std::string empty = folder.file("early.dsdb.new" + gone + "-7");
+    const std::string empty = temporaryName(folder.file("early.dsdb"), gone, 7);
     writeBytes(empty, "");
-    const std::string notes = folder.file("notes.new" + gone + "-1");
+    const std::string notes = temporaryName(folder.file("notes"), gone, 1);
     writeBytes(notes, "somebody's own");
+    const std::string copy = makeDatabase(folder.file("user.dsdb.new" + std::to_string(gone) + "-1"), 1);
 
     EXPECT_EQ(SqliteStore::create(folder.file("next.dsdb")).error, "");
     EXPECT_FALSE(fileIdentity(killed.file()));
     EXPECT_FALSE(fileIdentity(empty));
-    for (const std::string& other : {atWork.file(), elsewhere, notes})
+    for (const std::string& other : {atWork.file(), elsewhere, notes, copy})
         EXPECT_TRUE(fileIdentity(other)) << other;
 
     remote.die();
     atWork.die();
     EXPECT_EQ(SqliteStore::createWith(folder.file("next.dsdb"), {}).error, "");
-    EXPECT_EQ(folder.count(), 2) << "the database and the notes";
+    EXPECT_EQ(folder.count(), 3) << "the database, the notes and the copy";
 }
 
 TEST(StoreFaults, AProcessKilledWhileCommittingLeavesAllOrNothing) {
@@ -165,26 +167,41 @@ TEST(StoreFaults, AProcessKilledWhileCommittingLeavesAllOrNothing) {
     EXPECT_GT(interrupted, 10);
 }
 
-TEST(StoreFaults, AJournalIsNotTakenBackIntoAFileThatWasPutThereLater) {
+// Copies of one file count their commits alike.
+TEST(StoreFaults, AJournalIsTakenBackIntoItsOwnFileAlone) {
     const TempFolder folder;
     const std::string path = makeDatabase(folder.file("user.dsdb"), kViews);
-    const std::string copy = bytesOf(path);
-    for (int i = 0; i < 3; ++i)
-        OtherProgram(path).run("UPDATE view_request SET name = name || 'x'");
-    for (int operation = 1; SqliteStore::open(path, SqliteStore::eMode::kRead).store; operation += 10)
-        ASSERT_FALSE(commitInProcessKilledAt(operation, path)) << "no journal was left";
-    const std::string own = bytesOf(path);
-    const std::string journal = bytesOf(path + "-journal");
-    writeBytes(path, copy);
-    for (const auto mode : {SqliteStore::eMode::kRead, SqliteStore::eMode::kWrite}) {
-        const OpenedStore later = SqliteStore::open(path, mode);
-        EXPECT_EQ(later.store, nullptr);
-        EXPECT_TRUE(mentions(later.message, "user.dsdb-journal\"")) << later.message;
+    const std::string ancestor = bytesOf(path);
+    const std::string other = folder.file("other.dsdb");
+    writeBytes(other, ancestor);
+    EXPECT_EQ(write(*opened(other), ofViews({newScale(1, 11, 50)})).error, "");
+    const std::string sibling = bytesOf(other);
+    const std::string twin = bytesOf(makeDatabase(other, kViews));
+    int interrupted = 0;
+    for (int operation = 1; !HasFailure(); operation += 2) {
+        writeBytes(path, ancestor);
+        const auto before = SqliteStore::open(path, SqliteStore::eMode::kRead).store;
+        if (commitInProcessKilledAt(operation, path))
+            break;
+        if (SqliteStore::open(path, SqliteStore::eMode::kRead).store)
+            continue; // before the change, or after it
+        ++interrupted;
+        const std::string own = bytesOf(path);
+        const std::string journal = bytesOf(path + "-journal");
+        for (const std::string& later : {sibling, twin}) {
+            writeBytes(path, later);
+            for (const auto mode : {SqliteStore::eMode::kRead, SqliteStore::eMode::kWrite})
+                EXPECT_TRUE(mentions(SqliteStore::open(path, mode).message, "user.dsdb-journal\""));
+            std::int64_t state = 0;
+            EXPECT_TRUE(mentions(before->beginRead(state).error, "user.dsdb-journal\"")) << "open already";
+            EXPECT_TRUE(before->changedOutside());
+            EXPECT_EQ(bytesOf(path), later);
+            EXPECT_EQ(bytesOf(path + "-journal"), journal);
+        }
+        writeBytes(path, own);
+        EXPECT_EQ(countDoubled(*opened(path)), 0) << "its own is taken back";
     }
-    EXPECT_EQ(bytesOf(path), copy);
-    EXPECT_EQ(bytesOf(path + "-journal"), journal);
-    writeBytes(path, own);
-    EXPECT_EQ(countDoubled(*opened(path)), 0) << "its own is taken back";
+    EXPECT_GT(interrupted, 5);
 }
 
 TEST(StoreFaults, AFullDiskIsToldAndLosesNothing) {

@@ -1,4 +1,6 @@
+#include "base/TemporaryFile.h"
 #include "services/KOSettings.h"
+#include "services/KorTextFile.h"
 #include "services/ServicesTestSupport.h"
 
 #include <csignal>
@@ -146,13 +148,26 @@ TEST_F(SettingsTest, WhatAKilledProgramLeftOfTheFileIsRemovedByTheNextWrite) {
     if (process == 0)
         _exit(0);
     waitpid(process, nullptr, 0);
-    const std::string ending = ".new" + std::to_string(process) + "-0";
     const fs::path file = m_folder.write("settings.ini", "[DetailStylesManager]\n");
-    m_folder.write("settings.ini" + ending, "[Detail");
-    const fs::path other = m_folder.write("other.ini" + ending, "[Detail");
+    const fs::path left = m_folder.write(temporaryName("settings.ini", process, 0), "[Detail");
+    const fs::path other = m_folder.write(temporaryName("other.ini", process, 0), "[Detail");
+    const fs::path copy = m_folder.write("settings.ini.new" + std::to_string(process) + "-1", "my copy");
     start(file).writeInt(kKey, "A", 2);
-    EXPECT_FALSE(fs::exists(file.string() + ending));
+    EXPECT_FALSE(fs::exists(left));
     EXPECT_TRUE(fs::exists(other));
+    EXPECT_TRUE(fs::exists(copy));
+}
+
+TEST_F(SettingsTest, ATextReplacesNothingUnaskedAndNoLinkThatLeadsNowhere) {
+    const fs::path file = m_folder.write("picture", "mine");
+    EXPECT_FALSE(KorTextFile::replace(file, "new", false));
+    EXPECT_EQ(m_folder.read("picture"), "mine");
+    EXPECT_TRUE(KorTextFile::replace(m_folder.path() / "other", "new", false));
+    const fs::path link = m_folder.path() / "link";
+    fs::create_symlink("nowhere", link);
+    EXPECT_FALSE(KorTextFile::replace(link, "new"));
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(std::distance(fs::directory_iterator(m_folder.path()), {}), 3) << "nothing half-written stays";
 }
 
 TEST_F(SettingsTest, TheFileKeepsItsPermissionsAndItsLink) {

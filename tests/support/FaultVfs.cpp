@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <cerrno>
 #include <csignal>
 #include <utility>
 
@@ -44,8 +45,16 @@ int write(sqlite3_file* file, const void* data, int size, sqlite3_int64 offset) 
 
 int read(sqlite3_file* file, void* data, int size, sqlite3_int64 offset) {
     if (g_fault == FaultVfs::eFault::kReadError && !g_meanwhile && ++g_count == g_at)
-        return SQLITE_IOERR_READ;
+        return SQLITE_IOERR_CORRUPTFS; // as of a device
     return real(file).xRead(file, data, size, offset);
+}
+
+int control(sqlite3_file* file, int operation, void* argument) {
+    const int code = real(file).xFileControl(file, operation, argument);
+    if (operation == SQLITE_FCNTL_LAST_ERRNO && g_fault == FaultVfs::eFault::kReadError && !g_meanwhile &&
+        g_count >= g_at)
+        *static_cast<int*>(argument) = EIO;
+    return code;
 }
 
 int lock(sqlite3_file* file, int level) {
@@ -77,6 +86,7 @@ int open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* out
         g_faulty[kind].xWrite = write;
         g_faulty[kind].xSync = sync;
         g_faulty[kind].xRead = read;
+        g_faulty[kind].xFileControl = control;
         if (kind == 1)
             g_faulty[kind].xLock = lock;
         file->pMethods = &g_faulty[kind];

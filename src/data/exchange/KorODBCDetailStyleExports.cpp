@@ -128,7 +128,7 @@ int importAllStyles(const Route& route, const KorString& path, ImportReport& rep
 } // namespace
 
 int Exports::exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex index, const KorString& path,
-                          std::vector<std::string>* leftOut) {
+                          std::vector<std::string>* leftOut, bool mayReplace) {
     StyleSource* source = StyleDatabases::current().source({dsn, index});
     if (!source)
         return finish(kNoSuchSource);
@@ -141,7 +141,7 @@ int Exports::exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex ind
     ExchangeExport rows(*source, {table->type, key});
     ExchangeProgress progress(g_callbacks, rows.tableCount(), record->name);
     const StoreResult result = SqliteStore::createWith(
-        path.toStdString(), [&](StyleStore& store) { return rows.writeInto(store, progress); });
+        path.toStdString(), [&](StyleStore& store) { return rows.writeInto(store, progress); }, mayReplace);
     if (rows.isCancelled())
         return finish(kCancelled);
     if (result && leftOut)

@@ -53,10 +53,11 @@ public:
 
     /// Writes one row (`eType` is its table type, 0 for a detail style) with everything that it depends on
     /// into a new database file, which can be opened as a source. Pending changes are part of it. An existing
-    /// file is replaced; on failure it stays as it is. References to rows that do not exist are left out and
-    /// told in `leftOut`, one sentence each. Returns 1, or another of `eResult`.
+    /// file is replaced, or refused where `mayReplace` is false; on failure it stays as it is. References to
+    /// rows that do not exist are left out and told in `leftOut`, one sentence each. Returns 1, or another of
+    /// `eResult`.
     static int exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex index, const KorString& path,
-                            std::vector<std::string>* leftOut = nullptr);
+                            std::vector<std::string>* leftOut = nullptr, bool mayReplace = true);
 
     /// Copies one row with everything that it depends on from an open source into an editable one, as one
     /// group of pending changes. Rows that the target has with the same name and content are not copied

@@ -19,9 +19,8 @@ bool isLiteral(std::string text) {
         return true;
     if (text.front() == '\'') {
         const auto end = text.find('\'', 1);
-        return end == text.size() - 1 ||
-               (end != std::string::npos && end + 1 < text.size() && text[end + 1] == '\'' &&
-                isLiteral(text.substr(end + 1)));
+        return end == text.size() - 1 || (end != std::string::npos && end + 1 < text.size() &&
+                                          text[end + 1] == '\'' && isLiteral(text.substr(end + 1)));
     }
     return text.find_first_not_of("+-.0123456789eE") == std::string::npos ||
            text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_") ==
@@ -53,8 +52,8 @@ int tablesToCheck(const SqliteConnection& connection, std::vector<std::string>& 
     if (code != SQLITE_OK || pages * size <= kSmallFile)
         return code;
     tables.emplace_back("sqlite_master");
-    return connection.queryTexts(
-        "SELECT name FROM sqlite_master WHERE type = 'table' AND rootpage > 0", tables);
+    return connection.queryTexts("SELECT name FROM sqlite_master WHERE type = 'table' AND rootpage > 0",
+                                 tables);
 }
 
 } // namespace
@@ -70,17 +69,28 @@ StoreResult refuseOddNeighbours(const std::string& path, const std::string& name
     return {};
 }
 
-StoreResult refuseForeignJournal(const SqliteDatabase& database, const std::string& path) {
-    const std::string journal = resolvedPath(path) + "-journal";
+StoreResult refuseLeftChanges(const SqliteDatabase& database, const std::string& path) {
+    if (!database.connection.get()) // nothing can be read, and the reason is known
+        return {};
+    const std::string resolved = resolvedPath(path);
+    const std::string log = resolved + "-wal";
+    std::error_code error;
+    if (const auto size = std::filesystem::file_size(log, error); !error && size > 0)
+        return faultResult(eStoreFault::kLeftLog, database.file, std::filesystem::path(log).filename());
+    const std::string journal = resolved + "-journal";
+    const std::string name = std::filesystem::path(journal).filename();
     constexpr int kLooks = 3; // a program that is at work changes both files between two looks
+    eLeftJournal found = eLeftJournal::kNone;
     for (int look = 0; look < kLooks; ++look) {
         if (look > 0)
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        if (!isJournalOfAnotherFile(journal, database.connection.get()))
+        found = judgeLeftJournal(journal, database.connection.get());
+        if (found == eLeftJournal::kNone || found == eLeftJournal::kOfThisFile)
             return {};
     }
-    return faultResult(eStoreFault::kForeignJournal, database.file,
-                       std::filesystem::path(journal).filename());
+    return faultResult(found == eLeftJournal::kUnreadable ? eStoreFault::kInputOutput
+                                                          : eStoreFault::kForeignJournal,
+                       database.file, name);
 }
 
 StoreResult refuseExpressions(const SqliteDatabase& database) {

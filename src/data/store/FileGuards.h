@@ -8,9 +8,10 @@
 /// Refuses a file with another kind of thing beside it where a journal would be: a pipe would keep the
 /// program waiting.
 StoreResult refuseOddNeighbours(const std::string& path, const std::string& name);
-/// Refuses a file beside which lies the journal of another one: taking back that journal's change would ruin
-/// this file. Must be called before anything is read through the connection.
-StoreResult refuseForeignJournal(const SqliteDatabase& database, const std::string& path);
+/// Refuses a file beside which lies a journal of which nothing proves that it is the file's own, or a log of
+/// write-ahead mode, which nothing binds to a file: what they hold would ruin another file. Must be called
+/// before anything is read through the connection, in each transaction.
+StoreResult refuseLeftChanges(const SqliteDatabase& database, const std::string& path);
 /// Refuses columns and indexes that are computed by expressions, which may run without end when a row is
 /// written or checked.
 StoreResult refuseExpressions(const SqliteDatabase& database);

@@ -65,6 +65,11 @@ std::string resolvedPath(const std::string& path) {
     return error ? path : resolved.string();
 }
 
+bool isNeighbourName(const std::string& path) {
+    constexpr std::string_view kSuffixes[] = {"-journal", "-wal", "-shm"};
+    return std::ranges::any_of(kSuffixes, [&](std::string_view suffix) { return path.ends_with(suffix); });
+}
+
 std::optional<eStoreFault> faultOfReading(const std::string& path) {
     struct stat status {};
     if (stat(path.c_str(), &status) != 0)

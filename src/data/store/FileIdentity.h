@@ -33,6 +33,8 @@ std::optional<FileIdentity> fileIdentity(const std::string& path);
 std::string fileStamp(const std::string& path);
 /// The absolute path without links: that of the file itself, beside which its journal stands.
 std::string resolvedPath(const std::string& path);
+/// Whether the file's name is one under which a database keeps what is being written.
+bool isNeighbourName(const std::string& path);
 /// What hinders reading `path` as a database: missing, no file, empty, not permitted.
 std::optional<eStoreFault> faultOfReading(const std::string& path);
 /// What hinders changing `path`: the file or its folder, in which the journal stands, may not be written.

@@ -1,13 +1,12 @@
 #include "data/store/SqliteCreation.h"
 
+#include "data/store/LeftJournal.h"
 #include "data/store/ReadReport.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 
@@ -29,14 +28,6 @@ std::string createTableSql(const TableSchema& table) {
     for (const Column& column : table.columns)
         sql += ", " + columnSql(column, *defaults);
     return sql + ")";
-}
-
-void syncFolder(const std::string& path) {
-    const int handle = ::open(path.c_str(), O_DIRECTORY | O_RDONLY | O_CLOEXEC);
-    if (handle < 0)
-        return;
-    fsync(handle);
-    ::close(handle);
 }
 
 // The identifier is written before anything else is.
@@ -103,13 +94,19 @@ StoreResult SqliteCreation::make(const std::function<StoreResult(StyleStore&)>& 
 StoreResult SqliteCreation::checkTarget() const {
     if (const auto hindrance = faultOfFolder(m_path))
         return fault(*hindrance);
+    if (isNeighbourName(m_path))
+        return fault(eStoreFault::kNeighbour);
     const auto present = fileIdentity(m_path);
     if (present && m_rule == eTarget::kMustBeNew)
         return fault(eStoreFault::kExists);
-    if (present && !std::filesystem::is_regular_file(m_path))
+    std::error_code error;
+    const auto status = std::filesystem::symlink_status(m_path, error);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
         return fault(eStoreFault::kNoFile);
     if (present && OpenFiles::contains(*present))
         return fault(eStoreFault::kOpenHere);
+    if (present && isBeingWritten(m_path))
+        return fault(eStoreFault::kLocked);
     for (const char* suffix : {"-journal", "-wal"})
         if (fileIdentity(m_path + suffix))
             return fault(eStoreFault::kLeftover, std::filesystem::path(m_path + suffix).filename());
@@ -141,18 +138,8 @@ StoreResult SqliteCreation::makeTables(SqliteStore& store) const {
 }
 
 StoreResult SqliteCreation::publish() {
-    if (fsync(m_temporary.handle()) != 0)
-        return fault(faultOfSystem(errno), std::strerror(errno));
-    const std::string& from = m_temporary.path();
-    const unsigned int flags = m_rule == eTarget::kMustBeNew ? RENAME_NOREPLACE : 0;
-    int failed = renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, m_path.c_str(), flags);
-    if (failed && errno == EINVAL && !fileIdentity(m_path)) // a file system that cannot refuse to replace
-        failed = std::rename(from.c_str(), m_path.c_str());
-    if (failed)
-        return fault(faultOfSystem(errno), std::strerror(errno));
-    m_temporary.release();
-    syncFolder(std::filesystem::path(m_path).parent_path());
-    return {};
+    const int error = m_temporary.publish(m_path, m_rule == eTarget::kMayExist);
+    return error ? fault(faultOfSystem(error), std::strerror(error)) : StoreResult();
 }
 
 StoreResult SqliteStore::create(const std::string& path) {
@@ -162,8 +149,9 @@ StoreResult SqliteStore::create(const std::string& path) {
 }
 
 StoreResult SqliteStore::createWith(const std::string& path,
-                                    const std::function<StoreResult(StyleStore&)>& fill) {
-    SqliteCreation creation(path, SqliteCreation::eTarget::kMayExist);
+                                    const std::function<StoreResult(StyleStore&)>& fill, bool mayReplace) {
+    SqliteCreation creation(path, mayReplace ? SqliteCreation::eTarget::kMayExist
+                                             : SqliteCreation::eTarget::kMustBeNew);
     const StoreResult made = creation.make(fill);
     return made ? creation.publish() : made;
 }

@@ -1,6 +1,7 @@
 #include "data/store/SqliteDatabase.h"
 
 #include <algorithm>
+#include <cstring>
 #include <set>
 
 namespace {
@@ -18,6 +19,12 @@ TableLayout layoutFrom(const TableSchema& table, const std::set<std::string>& co
         (columns.contains(foldedKey(table.name, column.name)) ? layout.present : layout.missing)
             .push_back(&column);
     return layout;
+}
+
+// The errno of the last read of the file that failed, or 0.
+int lastReadError(sqlite3* db) {
+    int error = 0;
+    return db && sqlite3_file_control(db, "main", SQLITE_FCNTL_LAST_ERRNO, &error) == SQLITE_OK ? error : 0;
 }
 
 } // namespace
@@ -40,6 +47,10 @@ StoreResult SqliteDatabase::failure(int code) const {
     sqlite3* db = connection.get();
     if (!db && !whyClosed)
         return whyClosed;
+    // What a device cannot read is called damage by the engine.
+    if ((code & 0xFF) == SQLITE_CORRUPT)
+        if (const int error = lastReadError(db))
+            return faultResult(eStoreFault::kInputOutput, file, std::strerror(error));
     const char* detail = db && sqlite3_errcode(db) != SQLITE_OK ? sqlite3_errmsg(db) : sqlite3_errstr(code);
     return faultResult(faultOfCode(code, db ? sqlite3_system_errno(db) : 0), file, detail);
 }

@@ -3,6 +3,7 @@
 #include "base/KorAssert.h"
 #include "base/Translation.h"
 #include "data/store/FileGuards.h"
+#include "data/store/LeftJournal.h"
 
 #include <algorithm>
 #include <array>
@@ -19,16 +20,17 @@ std::string absolutePath(const std::string& path) {
 }
 
 // Whether the file's header asks readers for a write-ahead log. Read through the database engine's own
-// handle, before anything else is, since reading the database would make the log.
-bool isInWriteAheadMode(sqlite3* db) {
+// handle, before anything else is, since reading the database would make the log. Returns a result code.
+int readWriteAheadMode(sqlite3* db, bool& on) {
     sqlite3_file* file = nullptr;
     std::array<unsigned char, 100> header{};
     if (!db || sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
         !file->pMethods)
-        return false;
+        return SQLITE_OK;
     constexpr std::size_t kReadVersion = 19;
-    return file->pMethods->xRead(file, header.data(), header.size(), 0) == SQLITE_OK &&
-           header[kReadVersion] == 2;
+    const int code = file->pMethods->xRead(file, header.data(), header.size(), 0);
+    on = code == SQLITE_OK && header[kReadVersion] == 2;
+    return code == SQLITE_IOERR_SHORT_READ ? SQLITE_OK : code;
 }
 
 } // namespace
@@ -99,15 +101,20 @@ StoreResult SqliteStore::configure() {
     for (const int option : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_TRIGGER,
                              SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_DQS_DDL})
         sqlite3_db_config(db, option, 0, nullptr);
-    if (StoreResult foreign = refuseForeignJournal(m_database, m_path); !foreign)
-        return foreign;
-    for (const char* pragma : {"PRAGMA cell_size_check = ON", "PRAGMA mmap_size = 0",
-                               "PRAGMA temp_store = MEMORY", "PRAGMA ignore_check_constraints = ON"})
+    if (StoreResult left = refuseLeftChanges(m_database, m_path); !left)
+        return left;
+    // No page is written before the commit: the mark of the change comes first.
+    for (const char* pragma :
+         {"PRAGMA cell_size_check = ON", "PRAGMA mmap_size = 0", "PRAGMA temp_store = MEMORY",
+          "PRAGMA ignore_check_constraints = ON", "PRAGMA cache_spill = OFF"})
         if (const int code = m_database.connection.execute(pragma); code != SQLITE_OK)
             return m_database.failure(code);
-    if (m_readOnly && isInWriteAheadMode(db))
+    bool ahead = false;
+    int code = m_readOnly ? readWriteAheadMode(db, ahead) : SQLITE_OK;
+    if (ahead)
         return faultResult(eStoreFault::kWriteAheadLog, name());
-    const int code = m_database.connection.execute("PRAGMA synchronous = EXTRA");
+    if (code == SQLITE_OK)
+        code = m_database.connection.execute("PRAGMA synchronous = EXTRA");
     return code == SQLITE_OK ? StoreResult{} : m_database.failure(code);
 }
 
@@ -156,6 +163,10 @@ StoreResult SqliteStore::readTable(const TableSchema& table, RowArray& rows,
 
 StoreResult SqliteStore::beginRead(std::int64_t& state) {
     m_isReading = !m_database.connection.isInTransaction();
+    if (StoreResult left = m_isReading ? refuseLeftChanges(m_database, m_path) : StoreResult(); !left) {
+        m_isReading = false;
+        return left;
+    }
     int code = m_isReading ? m_database.connection.execute("BEGIN") : SQLITE_OK;
     if (code == SQLITE_OK)
         code = m_database.connection.queryInteger("PRAGMA data_version", state);
@@ -189,10 +200,15 @@ bool SqliteStore::isReplaced() const {
 StoreResult SqliteStore::begin() {
     if (m_readOnly)
         return faultResult(eStoreFault::kReadOnly, name());
-    if (isInWriteAheadMode(m_database.connection.get()))
+    if (StoreResult left = refuseLeftChanges(m_database, m_path); !left)
+        return left;
+    bool ahead = false;
+    int code = readWriteAheadMode(m_database.connection.get(), ahead);
+    if (ahead)
         if (StoreResult left = leaveWriteAheadMode(); !left)
             return left;
-    const int code = m_database.connection.execute("BEGIN IMMEDIATE");
+    if (code == SQLITE_OK)
+        code = m_database.connection.execute("BEGIN IMMEDIATE");
     if (code != SQLITE_OK)
         return m_database.failure(code);
     if (!isReplaced())
@@ -216,10 +232,12 @@ StoreResult SqliteStore::commit() {
         return faultResult(eStoreFault::kOther, name(),
                            translated("a part of the change was not applied").toStdString());
     }
-    const int code = m_database.connection.execute("COMMIT");
+    int code = markChange(m_database.connection.get());
+    if (code == SQLITE_OK)
+        code = m_database.connection.execute("COMMIT");
     if (code == SQLITE_OK) {
         m_writer.finish(true);
-        return {};
+        return isReplaced() ? faultResult(eStoreFault::kReplacedMeanwhile, name()) : StoreResult();
     }
     const StoreResult result = m_database.failure(code);
     rollback();
@@ -234,6 +252,8 @@ void SqliteStore::rollback() {
 }
 
 bool SqliteStore::changedOutside() {
+    if (!refuseLeftChanges(m_database, m_path))
+        return true;
     std::int64_t version = m_dataVersion;
     const LockWait::Brief brief;
     m_database.connection.queryInteger("PRAGMA data_version", version);

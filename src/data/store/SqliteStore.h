@@ -38,9 +38,11 @@ public:
     /// Makes a new database with all tables, empty. An existing file of that name is an error.
     static StoreResult create(const std::string& path);
     /// Makes a new database with all tables, in which `fill` applies rows, and puts it in the place of
-    /// whatever `path` named before. It appears there whole and checked, or not at all.
+    /// whatever `path` named before, or only where it named nothing. It appears there whole and checked, or
+    /// not at all.
     static StoreResult createWith(const std::string& path,
-                                  const std::function<StoreResult(StyleStore&)>& fill);
+                                  const std::function<StoreResult(StyleStore&)>& fill,
+                                  bool mayReplace = true);
 
     ~SqliteStore() override;
 

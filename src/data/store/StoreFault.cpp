@@ -2,6 +2,7 @@
 
 #include "base/Translation.h"
 #include "data/store/FileIdentity.h"
+#include "data/store/LeftJournal.h"
 
 #include <sqlite3.h>
 
@@ -58,6 +59,9 @@ constexpr std::pair<eStoreFault, const char*> kPatterns[] = {
                   "once with permission to write, so that the change is taken back.")},
     {eStoreFault::kReplaced, translatable("The style database \"%s\" was replaced or removed by another "
                                           "program; read it again before you write.")},
+    {eStoreFault::kReplacedMeanwhile,
+     translatable("The style database \"%s\" was replaced or removed by another program while the change was "
+                  "being stored, so the change is not in it; read it again and repeat the change.")},
     {eStoreFault::kOpenHere,
      translatable("The style database \"%s\" is open in this program; choose another file name.")},
     {eStoreFault::kExists, translatable("The file \"%s\" exists already; choose another file name.")},
@@ -68,9 +72,17 @@ constexpr std::pair<eStoreFault, const char*> kPatterns[] = {
      translatable("Beside \"%s\" lies \"%s\", which is no ordinary file; move it away to open the style "
                   "database.")},
     {eStoreFault::kForeignJournal,
-     translatable("Beside \"%s\" lies \"%s\", the journal of an interrupted change to another state of the "
-                  "file; move the journal away to use the file as it is, or bring back the file that the "
-                  "journal belongs to.")},
+     translatable("Beside \"%s\" lies \"%s\", the journal of an interrupted change that does not fit this "
+                  "state of the file; move the journal away to use the file as it is, or bring back the file "
+                  "that the journal belongs to, or take the change back with the program that made it.")},
+    {eStoreFault::kLeftLog,
+     translatable(
+         "Beside \"%s\" lies \"%s\", the log of a program in write-ahead mode, which may belong to "
+         "another file; finish the work in that program, so that it removes the log, or move the log "
+         "away to use the file as it is.")},
+    {eStoreFault::kNeighbour,
+     translatable("\"%s\" is a name under which a database keeps changes that are being written; choose "
+                  "another file name.")},
     {eStoreFault::kComputed,
      translatable("The style database \"%s\" holds columns or indexes that are computed (%s), which is not "
                   "allowed; remove them with a database tool.")},
@@ -96,14 +108,18 @@ bool isDiskFull(int systemError) {
 std::string faultSentence(eStoreFault fault, const std::string& file, const std::string& detail) {
     const auto* found = std::ranges::find(kPatterns, fault, &std::pair<eStoreFault, const char*>::first);
     const std::string sentence = KorString::format(translated(found->second), {file, detail}).toStdString();
-    const std::string journal = resolvedPath(file) + "-journal";
-    if (std::string_view(found->second).find("restore") == std::string_view::npos || !fileIdentity(journal))
+    if (std::string_view(found->second).find("restore") == std::string_view::npos)
         return sentence;
-    return sentence + " " +
-           KorString::format(translated("Move \"%s\" away before you put a copy there, since it would change "
-                                        "the copy."),
-                             {journal})
-               .toStdString();
+    std::string advice;
+    for (const char* suffix : {"-journal", "-wal"})
+        if (const std::string left = resolvedPath(file) + suffix;
+            fileIdentity(left) && !isBeingWritten(resolvedPath(file)))
+            advice +=
+                " " + KorString::format(translated("Move \"%s\" away before you put a copy there, since "
+                                                   "it would change the copy."),
+                                        {left})
+                          .toStdString();
+    return sentence + advice;
 }
 
 eStoreFault faultOfOpening(int systemError) {

@@ -20,14 +20,17 @@ enum class eStoreFault {
     kFolderMissing,
     kFolderReadOnly,
     kDiskFull,
-    kWriteAheadLog,    ///< another program left it in a mode in which reading needs files beside it
-    kInterruptedWrite, ///< a change that a killed program left unfinished must be taken back first
-    kReplaced,         ///< the path names another file than the one that was opened, or none
+    kWriteAheadLog,     ///< another program left it in a mode in which reading needs files beside it
+    kInterruptedWrite,  ///< a change that a killed program left unfinished must be taken back first
+    kReplaced,          ///< the path names another file than the one that was opened, or none
+    kReplacedMeanwhile, ///< the same, seen after a change was stored in the file that was opened
     kOpenHere,
     kExists,
-    kLeftover, ///< a journal of an earlier file of that name would be applied to the new one
+    kLeftover,       ///< a journal of an earlier file of that name would be applied to the new one
     kOddNeighbour,   ///< a pipe, a device or a link where a journal would be
-    kForeignJournal, ///< the journal beside the file is that of another one
+    kForeignJournal, ///< nothing proves that the journal beside the file is its own
+    kLeftLog,        ///< a log of write-ahead mode lies beside the file
+    kNeighbour,      ///< a name under which a database keeps its journal
     kComputed,       ///< it holds expressions, which may run without end
     kNoTable,
     kNoColumn,

@@ -3,7 +3,6 @@
 #include "base/TemporaryFile.h"
 #include "base/WriteAll.h"
 
-#include <fcntl.h>
 #include <fstream>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -32,42 +31,28 @@ bool readLines(const fs::path& file, std::vector<KorString>& lines, std::uintmax
 
 namespace {
 
-bool writeSynced(int descriptor, const std::string& text, const fs::path& original) {
+bool writeInto(int descriptor, const std::string& text, const fs::path& original) {
     struct stat status {};
     if (::stat(original.c_str(), &status) == 0 && ::fchmod(descriptor, status.st_mode & 07777) != 0)
         return false;
-    return writeAll(descriptor, text) && ::fsync(descriptor) == 0;
-}
-
-// Without this a power cut can bring the old name back.
-void syncFolder(const fs::path& folder) {
-    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        return;
-    ::fsync(descriptor);
-    ::close(descriptor);
+    return writeAll(descriptor, text);
 }
 
 } // namespace
 
-bool replace(const fs::path& file, const std::string& text) {
+bool replace(const fs::path& file, const std::string& text, bool mayReplace) {
     std::error_code error;
     const fs::path target = fs::is_symlink(file, error) ? fs::weakly_canonical(file, error) : file;
-    if (const fs::file_status present = fs::status(target, error);
+    if (const fs::file_status present = fs::symlink_status(target, error); // a link to nothing is one still
         fs::exists(present) && !fs::is_regular_file(present))
         return false;
     fs::create_directories(target.parent_path(), error);
     removeLeftTemporaryFiles(target.parent_path().string(),
                              [&](const std::string& name, int) { return target.filename() == name; });
     TemporaryFile temporary; // of its own: two programs may write at the same time
-    if (temporary.create(target.string(), 0644) != 0 || !writeSynced(temporary.handle(), text, target))
+    if (temporary.create(target.string(), 0644) != 0 || !writeInto(temporary.handle(), text, target))
         return false;
-    fs::rename(temporary.path(), target, error);
-    if (error)
-        return false;
-    temporary.release();
-    syncFolder(target.parent_path());
-    return true;
+    return temporary.publish(target.string(), mayReplace) == 0;
 }
 
 KorString lineList(const std::vector<int>& numbers) {
