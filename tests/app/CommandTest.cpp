@@ -151,7 +151,7 @@ TEST_F(CommandTest, ScalesAreSetAndShownAsPeopleWriteThem) {
 
 TEST_F(CommandTest, OfNamesakesNoneIsTakenUnasked) {
     sql("user.dsdb", "UPDATE detail_style SET name = 'TWIN'; UPDATE view_request SET name = 'Front'");
-    const std::string before = contentOf(data() / "user.dsdb");
+    const std::string before = bytesOf(data() / "user.dsdb");
     const QString file = QString::fromStdString((folder() / "twin.dsdb").string());
     for (const QStringList& words : {QStringList{"set", "detail-style", "TWIN", "title_position", "1"},
                                      {"set", "detail-style", "[2]", "view_2", "Front"},
@@ -165,7 +165,7 @@ TEST_F(CommandTest, OfNamesakesNoneIsTakenUnasked) {
         EXPECT_EQ(asked.output, "");
     }
     EXPECT_FALSE(std::filesystem::exists(file.toStdString()));
-    EXPECT_EQ(contentOf(data() / "user.dsdb"), before);
+    EXPECT_EQ(bytesOf(data() / "user.dsdb"), before);
     EXPECT_EQ(run({"set", "detail-style", "[2]", "view_2", "[2]"}).exitCode, 0);
     EXPECT_EQ(run({"export", "[2]", file}).exitCode, 0);
 }

@@ -38,7 +38,7 @@ protected:
     Outcome keepHere(const std::vector<std::string>& words) {
         const Outcome outcome = runHere(words);
         for (const auto& [name, content] : outcome.files)
-            writeFile(name, content);
+            writeBytes(name, content);
         begin();
         return outcome;
     }
@@ -141,7 +141,7 @@ TEST_F(IncompleteTest, APictureOfWhatCouldNotBeReadSaysSo) {
     damageUser("DROP TABLE detail_style");
     const ProgramRun painted = run({"edit", "--screenshot", picture});
     EXPECT_EQ(painted.exitCode, 1);
-    EXPECT_TRUE(contentOf(path("editor.png")).starts_with("\x89PNG"));
+    EXPECT_TRUE(bytesOf(path("editor.png")).starts_with("\x89PNG"));
     const std::string told = painted.complaints.join('\n').toStdString();
     EXPECT_TRUE(has(told, "\"detail_style\"") && has(told, "shows only")) << told;
 

@@ -160,10 +160,11 @@ TEST_F(ExchangeTest, OfNamesakesEachComesInOnceWithItsOwnParts) {
     for (int round = 0; round < 2; ++round) {
         const RowArray& styles = databases.source(kStandard)->table(kTableDetailStyle).rows();
         for (int i = 0; i < styles.size(); ++i)
-            if (styles.at(i).name == "Twin")
+            if (styles.at(i).name == "Twin") {
                 ASSERT_EQ(Exports::importDetail(0, styles.at(i).key, kStandard.dsn, kStandard.index,
                                                 kUser.dsn, kUser.index, &report),
                           Exports::kDone);
+            }
         EXPECT_EQ(report.imported, (std::vector<KorString>{"Twin", "Twin 1", "Twin 2", "Twin 3"}));
         EXPECT_EQ(report.alreadyThere.size(), round == 0 ? 1u : 6u);
         EXPECT_EQ(count<StructDetObjReprMapKey>(kUser), 4);

@@ -90,7 +90,7 @@ TEST_F(Commit, TellsTheHostToReloadWhenOneSourceWasKeptAndAnotherNot) {
 
 TEST_F(Commit, WhileTheUserChoosesAllOfMineIsPendingAndAfterwardsWhatWasChosen) {
     change(SourceId::user(), "mine");
-    changeOutside("user.dsdb");
+    OtherProgram(file("user.dsdb")).run("UPDATE detail_style SET description = 'theirs'");
     const auto shown = [&] { return row<StructDetailStyle>(SourceId::user(), "HB post 1:15")->description; };
     std::size_t written = 0;
     auto observer = std::make_unique<Writer>(written);

@@ -2,8 +2,8 @@
 
 #include "controls/KorLineEdit.h"
 #include "controls/KorMFCGridCtrl.h"
-#include "data/store/LockWait.h"
 #include "dialogs/KorDSMDialogConflicts.h"
+#include "support/LockWaiting.h"
 #include "support/OtherProgram.h"
 
 #include <QComboBox>
@@ -193,12 +193,11 @@ TEST_F(Conflicts, WhatIsStoredWhileApplyWaitsIsReadAndSaidBeforeMineIsStored) {
     {
         OtherProgram other(path("user.dsdb"));
         other.run("BEGIN IMMEDIATE; UPDATE view_request SET scale=1.0/25");
-        const auto before = LockWait::setAsk([&](const std::string&, std::chrono::milliseconds) {
+        const LockWaiting forLong(std::chrono::hours(1), [&](const std::string&, std::chrono::milliseconds) {
             other.run("COMMIT");
             return true;
         });
         click(button(kApply));
-        LockWait::setAsk(before);
     }
     EXPECT_TRUE(said.contains("user.dsdb\" meanwhile")) << said.toStdString();
     ASSERT_TRUE(m_dialog->isVisible() && button(kApply)->isEnabled());

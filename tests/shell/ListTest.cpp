@@ -57,6 +57,7 @@ protected:
         const QPoint place = placeOf(name);
         QTest::mouseClick(list().viewport(), Qt::RightButton, {}, place);
         Q_EMIT list().customContextMenuRequested(place);
+        QApplication::processEvents(); // the command runs when the menu is gone
     }
 };
 
