@@ -40,16 +40,8 @@ TEST_F(BadFilesTest, EachGetsOneSentenceAndTheRestIsListed) {
     const std::string addIn = "addins/bridges/styles.dsdb";
     const std::vector<BadInput> inputs = {
         {"no database", [&] { writeBytes(data() / "user.dsdb", std::string(8192, 'x')); }, "user.dsdb"},
-        {"cut off", [&] { fs::resize_file(data() / "user.dsdb", 8192); }, "user.dsdb"},
-        {"empty", [&] { fs::resize_file(data() / "standard.dsdb", 0); }, "standard.dsdb"},
         {"missing", [&] { fs::remove(data() / "standard.dsdb"); }, "standard.dsdb"},
-        {"a folder", [&] { fs::remove(data() / "user.dsdb"), fs::create_directory(data() / "user.dsdb"); },
-         "user.dsdb"},
-        {"newer version", [&] { sql(addIn, "PRAGMA user_version = 99"); }, "styles.dsdb"},
-        {"other program", [&] { sql(addIn, "PRAGMA application_id = 7"); }, "styles.dsdb"},
         {"no table", [&] { sql("user.dsdb", "DROP TABLE detail_style"); }, "user.dsdb"},
-        {"no column", [&] { sql("user.dsdb", "ALTER TABLE detail_style DROP COLUMN description"); },
-         "user.dsdb", 6},
         {"text for a number",
          [&] { sql("user.dsdb", "UPDATE detail_style SET title_position = 'x' WHERE key = 1"); }, "user.dsdb",
          6},
@@ -67,7 +59,7 @@ TEST_F(BadFilesTest, EachGetsOneSentenceAndTheRestIsListed) {
 
 TEST_F(BadFilesTest, NothingOfAnotherSourceIsTakenForWhatCannotBeRead) {
     writeBytes(data() / "user.dsdb", "rubbish");
-    const QString file = QString::fromStdString((folder() / "beam.dsdb").string());
+    const QString file = named("beam.dsdb");
     const ProgramRun refused = run({"export", "Beam", file});
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_FALSE(fs::exists(folder() / "beam.dsdb"));
@@ -82,14 +74,4 @@ TEST_F(BadFilesTest, NothingOfAnotherSourceIsTakenForWhatCannotBeRead) {
     EXPECT_EQ(own.exitCode, 1);
     EXPECT_TRUE(own.complaints.last().contains("\"user\", which may hold it"))
         << own.complaints.join('\n').toStdString();
-}
-
-TEST_F(BadFilesTest, RubbishInSettingsAndTextsIsToldAndHarmless) {
-    fs::create_directories(folder() / "config" / "detailstyles");
-    writeBytes(folder() / "config" / "detailstyles" / "settings.ini", "[DetailStylesManager]\nrubbish\n");
-    const ProgramRun listed = run({"list", "--json"});
-    EXPECT_EQ(listed.exitCode, 0);
-    EXPECT_EQ(listed.json().array().size(), 6);
-    ASSERT_EQ(listed.complaints.size(), 1);
-    EXPECT_TRUE(listed.complaints[0].contains("settings.ini"));
 }

@@ -213,7 +213,7 @@ TEST_F(CommandTest, AnyNameIsStoredExactlyAndSteersNoTerminal) {
 }
 
 TEST_F(CommandTest, ExportedStylesComeInAgainWithAllTheyDependOn) {
-    const QString file = QString::fromStdString((folder() / "exported.dsdb").string());
+    const QString file = named("exported.dsdb");
     sql("standard.dsdb", "UPDATE detail_style SET name = 'Roof' WHERE name = 'Beam'");
     EXPECT_EQ(run({"export", "Roof", file}).exitCode, 0);
     EXPECT_EQ(run({"export", "Heavy beam", file}).exitCode, 1);
@@ -230,10 +230,7 @@ TEST_F(CommandTest, ExportedStylesComeInAgainWithAllTheyDependOn) {
 
     EXPECT_EQ(run({"export", "Heavy beam", file, "--overwrite"}).exitCode, 0);
     EXPECT_EQ(run({"import", file + "x"}).exitCode, 1);
-    EXPECT_EQ(
-        run({"export", "Heavy beam", QString::fromStdString((data() / "user.dsdb").string()), "--overwrite"})
-            .exitCode,
-        1);
+    EXPECT_EQ(run({"export", "Heavy beam", named("data/user.dsdb"), "--overwrite"}).exitCode, 1);
 }
 
 TEST_F(CommandTest, CheckFindsWhatIsWrongInAFile) {
@@ -258,7 +255,7 @@ TEST_F(CommandTest, EditPaintsTheOpenEditorAtAStyle) {
     for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
         environment.remove(variable);
     EXPECT_EQ(run({"edit"}).exitCode, 1);
-    const QString file = QString::fromStdString((folder() / "editor.png").string());
+    const QString file = named("editor.png");
     EXPECT_EQ(run({"edit", "--style", "Heavy beam", "--screenshot", file}).exitCode, 1)
         << "it has no category";
     EXPECT_EQ(run({"edit", "--style", "Beam", "--screenshot", file, "--size", "900x600"}).exitCode, 0);
@@ -305,7 +302,7 @@ TEST_F(CommandTest, HelpAndWrongUsage) {
 }
 
 TEST_F(CommandTest, SamplesAreBuiltOnceAndAreSound) {
-    const QString target = QString::fromStdString((folder() / "samples").string());
+    const QString target = named("samples");
     EXPECT_EQ(runBare({"samples", target}).exitCode, 0);
     EXPECT_EQ(runBare({"--data", target, "check"}).exitCode, 0);
     EXPECT_GE(runBare({"--data", target, "list", "--json"}).json().array().size(), 40);

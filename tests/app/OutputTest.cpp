@@ -75,7 +75,7 @@ TEST_F(OutputTest, APictureLeavesTheRememberedWindowAlone) {
     fs::create_directories(settings.parent_path());
     writeBytes(settings, "[Layout]\nMainDialog = as the user left it\n");
     const std::string before = bytesOf(settings);
-    const QString picture = QString::fromStdString((folder() / "editor.png").string());
+    const QString picture = named("editor.png");
     EXPECT_EQ(run({"edit", "--screenshot", picture, "--size", "900x600"}).exitCode, 0);
     EXPECT_EQ(bytesOf(settings), before);
 }
@@ -84,7 +84,7 @@ TEST_F(OutputTest, AtItsFirstStartTheWindowFitsItsScreenWithAFrame) {
     const std::string screen = (folder() / "screen.json").string();
     writeBytes(screen, R"({"screens": [{"name": "S", "x": 0, "y": 0, "width": 1366, "height": 768}]})");
     environment.insert("QT_QPA_PLATFORM", "offscreen:configfile=" + QString::fromStdString(screen));
-    const QString picture = QString::fromStdString((folder() / "editor.png").string());
+    const QString picture = named("editor.png");
     for (const double scale : {1.0, 1.5, 2.0}) {
         environment.insert("QT_SCALE_FACTOR", QString::number(scale));
         ASSERT_EQ(run({"edit", "--style", "Beam", "--screenshot", picture, "--overwrite"}).exitCode, 0);
@@ -96,11 +96,10 @@ TEST_F(OutputTest, AtItsFirstStartTheWindowFitsItsScreenWithAFrame) {
 }
 
 TEST_F(OutputTest, WhatCouldNotBeWrittenToItsEndIsAFailureThatSaysWhatWasStored) {
-    const auto name = [&](const char* file) { return QString::fromStdString((folder() / file).string()); };
     sql("user.dsdb", "UPDATE detail_style SET name = 'Roof' WHERE name = 'Heavy beam'");
     sql("user.dsdb", "INSERT INTO repr_map_entry(\"key\", name, repr_map) VALUES (1, 'Lost', 9)");
-    EXPECT_EQ(run({"export", "Heavy beam", name("in.dsdb"), "--source", "standard"}).exitCode, 0);
-    EXPECT_EQ(run({"export", "Beam", name("json.dsdb"), "--source", "bridges"}).exitCode, 0);
+    EXPECT_EQ(run({"export", "Heavy beam", named("in.dsdb"), "--source", "standard"}).exitCode, 0);
+    EXPECT_EQ(run({"export", "Beam", named("json.dsdb"), "--source", "bridges"}).exitCode, 0);
     sql("../json.dsdb", "UPDATE detail_style SET name = 'Arch'");
     inChild = [] { dup2(::open("/dev/full", O_WRONLY), STDOUT_FILENO); };
     const std::vector<std::pair<QStringList, QString>> commands = {
@@ -109,11 +108,11 @@ TEST_F(OutputTest, WhatCouldNotBeWrittenToItsEndIsAFailureThatSaysWhatWasStored)
         {{"show", "detail-style", "Beam"}, {}},
         {{"compact", "--dry-run"}, {}},
         {{"--help"}, {}},
-        {{"import", name("in.dsdb")}, "Imported the detail style \"Heavy beam\"."},
-        {{"import", name("json.dsdb"), "--json"}, "Imported the detail style \"Arch\"."},
+        {{"import", named("in.dsdb")}, "Imported the detail style \"Heavy beam\"."},
+        {{"import", named("json.dsdb"), "--json"}, "Imported the detail style \"Arch\"."},
         {{"compact"}, "Removed the representation map entry \"Lost\" (key 1)"},
-        {{"export", "Beam", name("out.dsdb")}, "out.dsdb"},
-        {{"samples", name("samples")}, "samples"},
+        {{"export", "Beam", named("out.dsdb")}, "out.dsdb"},
+        {{"samples", named("samples")}, "samples"},
     };
     for (const auto& [command, stored] : commands) {
         const ProgramRun cut = run(command);
@@ -138,7 +137,7 @@ TEST_F(OutputTest, WithoutAHomeNothingIsWrittenIntoTheWorkingFolder) {
         if (chdir(place.c_str()) != 0)
             _exit(99);
     };
-    const QString picture = QString::fromStdString((folder() / "editor.png").string());
+    const QString picture = named("editor.png");
     EXPECT_EQ(run({"edit", "--screenshot", picture}).exitCode, 0);
     EXPECT_TRUE(fs::is_empty(work));
 }

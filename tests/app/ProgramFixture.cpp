@@ -62,7 +62,7 @@ void ProgramTest::SetUp() {
     writeBytes(data() / "addins" / "bridges" / "addin.ini", "name = Road Bridges\n");
     for (const auto& [variable, name] :
          {std::pair("XDG_CONFIG_HOME", "config"), {"XDG_DATA_HOME", "home"}, {"XDG_DATA_DIRS", "system"}})
-        environment.insert(variable, QString::fromStdString(m_folder.file(name)));
+        environment.insert(variable, named(name));
     environment.insert("LC_ALL", "C.UTF-8");
     environment.insert("LANG", "en_US.UTF-8");
     environment.remove("DETAILSTYLES_RESOURCES");

@@ -32,6 +32,8 @@ protected:
 
     std::filesystem::path data() const { return folder() / "data"; }
     std::filesystem::path folder() const { return m_folder.path(); }
+    /// A file of the test's folder as an argument of the program.
+    QString named(const std::string& file) const { return QString::fromStdString(m_folder.file(file)); }
     /// Runs SQL on a database file of the data folder.
     void sql(const std::string& file, const std::string& statements) {
         OtherProgram(data() / file).run(statements);

@@ -1,4 +1,5 @@
 #include "app/CommandHere.h"
+#include "support/Mentions.h"
 
 // Another program that stores a change of several tables before each reading of a command in turn: the
 // command works on what was there before or on what was there afterwards, or is refused.
@@ -84,4 +85,29 @@ TEST_F(WriterBesideTest, CheckListAndShowSpeakOfOneState) {
     sweep({"check"}, user());
     sweep({"list"}, user());
     sweep({"show", "detail-style", "Beam"}, user());
+}
+
+TEST_F(WriterBesideTest, WhatItStoredBeforeAChangeIsStoredIsKeptAndTold) {
+    const std::string change = "UPDATE view_request SET scale = 1.0 / 25 WHERE name = 'Section'";
+    OtherProgram(user()).run(change);
+    const std::string theirs = bytesOf(user());
+    restore();
+    int refused = 0;
+    for (int place = 1;; ++place) {
+        OtherProgram other(user());
+        const FaultVfs writer(place, [&] { other.tries(change); });
+        const Outcome outcome = runHere({"set", "view-request", "Section", "scale", "1:75"}, &writer);
+        if (outcome.exitCode != 0) {
+            ++refused;
+            EXPECT_EQ(outcome.exitCode, 1);
+            EXPECT_TRUE(mentions(outcome.complained,
+                                 "View request \"Section\", Scale: another program stored \"1:25\" "
+                                 "meanwhile; \"1:75\" was not written."))
+                << outcome.complained;
+            EXPECT_EQ(outcome.files.at(user()), theirs);
+        }
+        if (!outcome.struck || HasFailure())
+            break;
+    }
+    EXPECT_GT(refused, 0);
 }

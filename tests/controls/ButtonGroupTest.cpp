@@ -1,11 +1,9 @@
 #include "controls/KorButtonGroup.h"
 #include "controls/KorButtonGroupMenu.h"
+#include "support/Widgets.h"
 
 #include <QMenu>
-#include <QTest>
 #include <QToolButton>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -16,9 +14,7 @@ protected:
             strip.addButton(id, KorString("Button ") + KorString::number(id), QIcon());
         QObject::connect(&strip, &KorButtonGroup::buttonPressed, &strip,
                          [this](int id) { pressed.push_back(id); });
-        strip.show();
-        strip.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&strip));
+        showActive(strip);
     }
 
     KorButtonGroup strip;

@@ -2,11 +2,7 @@
 #include "controls/KorTreeCtrl.h"
 #include "controls/VELComboTree.h"
 #include "controls/VELComboTreeBuilder.h"
-
-#include <QLineEdit>
-#include <QTest>
-
-#include <gtest/gtest.h>
+#include "support/Widgets.h"
 
 namespace {
 
@@ -124,18 +120,11 @@ TEST_F(ComboTree, AClickChoosesAndGroupsCanBeOutOfChoice) {
 }
 
 TEST_F(ComboTree, TheWheelOnlyStepsWithTheFocus) {
-    const auto wheel = [&] {
-        QWheelEvent event({5, 5}, combo.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {}, Qt::NoScrollPhase,
-                          false);
-        QCoreApplication::sendEvent(&combo, &event);
-        return event.isAccepted();
-    };
-    combo.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&combo));
-    EXPECT_TRUE(wheel());
+    showActive(combo);
+    EXPECT_TRUE(turnWheel(combo));
     EXPECT_EQ(chosen.size(), 1u);
     combo.clearFocus();
-    EXPECT_FALSE(wheel()) << "the page around must scroll instead";
+    EXPECT_FALSE(turnWheel(combo)) << "the page around must scroll instead";
     EXPECT_EQ(chosen.size(), 1u);
 }
 

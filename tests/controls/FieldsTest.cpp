@@ -2,14 +2,11 @@
 #include "controls/KorComboBox.h"
 #include "controls/KorControls.h"
 #include "controls/KorLineEdit.h"
+#include "support/Widgets.h"
 
 #include <QAction>
 #include <QDialog>
 #include <QPushButton>
-#include <QTest>
-#include <QVBoxLayout>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -26,9 +23,7 @@ protected:
         QObject::connect(ok, &QPushButton::clicked, &dialog, &QDialog::accept);
         QObject::connect(edit, &KorLineEdit::committed, edit,
                          [this](const QString& t) { committed.append(t); });
-        dialog.show();
-        dialog.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        showActive(dialog);
         edit->setFocus();
         edit->selectAll();
     }
@@ -101,15 +96,10 @@ TEST_F(Fields, CancellingTheDialogWithAHalfTypedTextCommitsNothing) {
 }
 
 TEST_F(Fields, TheWheelChangesAComboOnlyWithTheFocus) {
-    const auto wheel = [&] {
-        QWheelEvent event({5, 5}, combo->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {}, Qt::NoScrollPhase,
-                          false);
-        QCoreApplication::sendEvent(combo, &event);
-    };
-    wheel();
+    turnWheel(*combo);
     EXPECT_EQ(combo->currentIndex(), 0);
     combo->setFocus();
-    wheel();
+    turnWheel(*combo);
     EXPECT_EQ(combo->currentIndex(), 1);
 }
 

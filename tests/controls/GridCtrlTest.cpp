@@ -1,11 +1,8 @@
 #include "controls/KorComboBox.h"
 #include "controls/KorMFCGridCtrl.h"
+#include "support/Widgets.h"
 
 #include <QHeaderView>
-#include <QLineEdit>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -20,9 +17,7 @@ protected:
         grid.addRow({"first", "1", "beam", "1"}, &mark);
         grid.addRow({"second", "0", "column", "2"});
         grid.resize(500, 300);
-        grid.show();
-        grid.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&grid));
+        showActive(grid);
         QObject::connect(&grid, &KorMFCGridCtrl::cellEdited, &grid,
                          [this](int row, int column) { edited.emplace_back(row, column); });
     }

@@ -4,20 +4,14 @@
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "support/Accessibility.h"
 #include "support/RandomLabels.h"
+#include "support/Widgets.h"
 
-#include <QApplication>
 #include <QClipboard>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
 #include <QTableWidget>
-#include <QTest>
 #include <QTextEdit>
-#include <QVBoxLayout>
-#include <QWheelEvent>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -36,12 +30,7 @@ protected:
         QObject::connect(designer, &VELLabelDesignerCtrlWrap::changed, &page, [this] { ++edits; });
         page.show();
         designer->setFocus();
-        activate();
-    }
-
-    void activate() {
-        page.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&page));
+        showActive(page);
     }
 
     std::string text() const { return designer->GetString().toStdString(); }
@@ -58,7 +47,7 @@ protected:
             ASSERT_TRUE(menu);
             QTest::keyClick(menu->focusWidget() ? menu->focusWidget() : menu, Qt::Key(key));
         }
-        activate();
+        showActive(page);
         EXPECT_EQ(QApplication::focusWidget(), field);
     }
 
@@ -282,9 +271,7 @@ TEST_F(LabelDesigner, IsWalkedByTabAndLeavesTheWheelToThePage) {
     EXPECT_EQ(QApplication::focusWidget(), field);
     press(Qt::Key_Tab);
     EXPECT_TRUE(other->isAncestorOf(QApplication::focusWidget()));
-    QWheelEvent wheel({5, 5}, combos[1]->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton, {},
-                      Qt::NoScrollPhase, false);
-    QApplication::sendEvent(combos[1], &wheel);
+    turnWheel(*combos[1]);
     EXPECT_EQ(combos[1]->currentData().toDouble(), 3.5);
     EXPECT_EQ(text(), "{L1}a");
 }

@@ -3,12 +3,9 @@
 #include "controls/linetype/KorLinetypeCombo.h"
 #include "controls/linetype/LinetypePainter.h"
 #include "support/TempFolder.h"
+#include "support/Widgets.h"
 
-#include <QAbstractItemView>
 #include <QImage>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -78,8 +75,7 @@ TEST_F(LinetypeControls, TheListReportsWhatIsPicked) {
     EXPECT_EQ(list.count(), 3) << "none twice";
     EXPECT_TRUE(list.message().toStdString().ends_with("a.lin lacks 1"));
     list.show();
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
-                      list.visualRect(list.model()->index(1, 0)).center());
+    clickRow(list, 1);
     EXPECT_EQ(list.selectedLinetype(), "beta") << "sorted by name";
     QTest::keyClick(&list, Qt::Key_Down);
     list.RemoveAll();

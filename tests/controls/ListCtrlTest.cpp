@@ -1,10 +1,8 @@
 #include "controls/KorListCtrl.h"
+#include "support/Widgets.h"
 
 #include <QHeaderView>
 #include <QLocale>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace {
 

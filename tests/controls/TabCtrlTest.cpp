@@ -4,14 +4,10 @@
 #include "controls/KorTabCtrl.h"
 #include "controls/KorTabPage.h"
 #include "controls/KorTemplates.h"
+#include "support/Widgets.h"
 
-#include <QApplication>
 #include <QScrollArea>
 #include <QTabBar>
-#include <QTest>
-#include <QVBoxLayout>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -73,9 +69,7 @@ protected:
         tabs = new KorTabCtrl(&window);
         (new QVBoxLayout(&window))->addWidget(tabs);
         window.resize(400, 300);
-        window.show();
-        window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        showActive(window);
         calls.clear();
     }
 

@@ -1,12 +1,9 @@
 #include "controls/KorTreeCtrl.h"
+#include "support/Widgets.h"
 
-#include <QApplication>
 #include <QDropEvent>
 #include <QMimeData>
-#include <QTest>
 #include <QWindow>
-
-#include <gtest/gtest.h>
 
 namespace {
 

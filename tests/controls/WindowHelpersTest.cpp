@@ -5,12 +5,9 @@
 #include "controls/KorTemplates.h"
 #include "controls/KorVerticalSplitter.h"
 #include "controls/MemoryDlg.h"
+#include "support/Widgets.h"
 
 #include <QLabel>
-#include <QTest>
-#include <QVBoxLayout>
-
-#include <gtest/gtest.h>
 
 namespace {
 

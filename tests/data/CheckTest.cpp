@@ -1,7 +1,6 @@
 #include "StoreTestSupport.h"
 #include "StyleFixture.h"
 
-#include "data/RowUsers.h"
 #include "data/check/ConsistencyCheck.h"
 
 #include <algorithm>
@@ -110,19 +109,6 @@ TEST(SchemaTest, ReferencesFormNoCircleBetweenTables) {
                 settled.insert(table.type);
     }
     EXPECT_EQ(settled.size(), allTables().size());
-}
-
-TEST_F(CheckTest, UsersOfARowAreNamedByTheirWholesInAllSources) {
-    addStyle(kStandard, "Base plate", 1);
-    const auto* set = row<StructDetObjQualifierSet>(kUser, "Beams");
-    const auto users = usersInAllSources(databases, kUser, {kTableQualifierSet, set->key});
-    ASSERT_EQ(users.size(), 2u);
-    for (std::size_t i = 0; i < users.size(); ++i) {
-        EXPECT_EQ(users[i].source, i == 0 ? kStandard : kUser);
-        EXPECT_EQ(users[i].table->name, "repr_map");
-        EXPECT_EQ(users[i].name, "Steel");
-        EXPECT_EQ(users[i].column->name, "qualifier_set");
-    }
 }
 
 } // namespace

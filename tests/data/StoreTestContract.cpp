@@ -4,24 +4,16 @@
 
 namespace {
 
-struct StoreKind {
-    const char* name;
-    std::string (*make)(const std::string& path, int views);
-    std::unique_ptr<StyleStore> (*open)(const std::string& path, bool readOnly);
-};
-
-std::unique_ptr<StyleStore> openSqlite(const std::string& path, bool readOnly) {
-    OpenedStore opened =
-        SqliteStore::open(path, readOnly ? SqliteStore::eMode::kRead : SqliteStore::eMode::kWrite);
-    EXPECT_EQ(opened.message, "");
-    return std::move(opened.store);
-}
-
-class StoreContract : public testing::TestWithParam<StoreKind> {
+class StoreContract : public testing::Test {
 protected:
-    std::unique_ptr<StyleStore> open(bool readOnly = false) { return GetParam().open(m_path, readOnly); }
+    std::unique_ptr<StyleStore> open(bool readOnly = false) {
+        using enum SqliteStore::eMode;
+        OpenedStore opened = SqliteStore::open(m_path, readOnly ? kRead : kWrite);
+        EXPECT_EQ(opened.message, "");
+        return std::move(opened.store);
+    }
     std::unique_ptr<StyleStore> openNew(int views) {
-        GetParam().make(m_path, views);
+        makeDatabase(m_path, views);
         return open();
     }
     static void keep(StyleStore& store, const TableChange& change) {
@@ -54,7 +46,7 @@ CellValue sampleValue(const Column& column) {
 
 } // namespace
 
-TEST_P(StoreContract, KeepsEveryColumnOfEveryTable) {
+TEST_F(StoreContract, KeepsEveryColumnOfEveryTable) {
     auto store = openNew(0);
     std::vector<StoreConflict> conflicts;
     std::vector<std::shared_ptr<StructRecord>> written;
@@ -80,7 +72,7 @@ TEST_P(StoreContract, KeepsEveryColumnOfEveryTable) {
     EXPECT_TRUE(store->integrityFindings().empty());
 }
 
-TEST_P(StoreContract, WritesChangesDeletionsAndNewRowsTogether) {
+TEST_F(StoreContract, WritesChangesDeletionsAndNewRowsTogether) {
     auto store = openNew(5);
     auto rows = rowsOf<StructDetViewRequest>(*store);
     TableChange change = ofViews({newScale(4, 14, 25), newScale(2, 12, 20)});
@@ -102,7 +94,7 @@ TEST_P(StoreContract, WritesChangesDeletionsAndNewRowsTogether) {
     EXPECT_EQ(static_cast<const StructDetViewRequest&>(*rows.find(9)), added);
 }
 
-TEST_P(StoreContract, RollbackAndReadOnlyLeaveTheFileAsItIs) {
+TEST_F(StoreContract, RollbackAndReadOnlyLeaveTheFileAsItIs) {
     auto store = openNew(5);
     const std::string before = bytesOf(m_path);
     std::vector<StoreConflict> conflicts;
@@ -124,7 +116,7 @@ TEST_P(StoreContract, RollbackAndReadOnlyLeaveTheFileAsItIs) {
     EXPECT_EQ(m_folder.count(), 1);
 }
 
-TEST_P(StoreContract, WhatAnotherProgramChangedIsToldAndNotOverwritten) {
+TEST_F(StoreContract, WhatAnotherProgramChangedIsToldAndNotOverwritten) {
     auto mine = openNew(5);
     const auto read = rowsOf<StructDetViewRequest>(*mine);
     auto other = open();
@@ -163,7 +155,7 @@ TEST_P(StoreContract, WhatAnotherProgramChangedIsToldAndNotOverwritten) {
     EXPECT_EQ(bytesOf(m_path), after);
 }
 
-TEST_P(StoreContract, NoticesChangesAndReplacementFromOutside) {
+TEST_F(StoreContract, NoticesChangesAndReplacementFromOutside) {
     auto store = openNew(5);
     keep(*store, ofViews({newScale(1, 11, 12)}));
     EXPECT_FALSE(store->changedOutside());
@@ -172,7 +164,7 @@ TEST_P(StoreContract, NoticesChangesAndReplacementFromOutside) {
     store->acknowledge();
     EXPECT_FALSE(store->changedOutside());
 
-    const std::string newer = GetParam().make(m_folder.file("newer.dsdb"), 7);
+    const std::string newer = makeDatabase(m_folder.file("newer.dsdb"), 7);
     std::filesystem::rename(newer, m_path);
     EXPECT_TRUE(store->changedOutside());
     EXPECT_TRUE(mentions(store->begin().error, "replaced"));
@@ -186,7 +178,3 @@ TEST_P(StoreContract, NoticesChangesAndReplacementFromOutside) {
     EXPECT_TRUE(mentions(store->reopen().error, "does not exist"));
     EXPECT_FALSE(store->begin());
 }
-
-INSTANTIATE_TEST_SUITE_P(Stores, StoreContract,
-                         testing::Values(StoreKind{"sqlite", makeDatabase, openSqlite}),
-                         [](const auto& kind) { return kind.param.name; });

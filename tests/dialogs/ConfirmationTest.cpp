@@ -6,7 +6,6 @@
 #include "dialogs/UserDataFixture.h"
 #include "model/KorDSMMessages.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 #include <QRadioButton>

@@ -4,17 +4,13 @@
 #include "dialogs/KorDSMDialogLoadLinetype.h"
 #include "services/Prompts.h"
 #include "support/TempFolder.h"
+#include "support/Widgets.h"
 #include "templates/Templates.h"
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QFileDialog>
 #include <QLabel>
-#include <QLineEdit>
-#include <QTest>
 #include <QTimer>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -35,17 +31,12 @@ protected:
         dialog->setDirectory(directory);
         dialog->setDefaultDirectory(defaultDirectory);
         dialog->setFileName(file);
-        dialog->show();
-        dialog->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+        showActive(*dialog);
     }
     CKorlinetypelistctrl& list() { return *KorControls::find<CKorlinetypelistctrl>(dialog.get(), 1268); }
     QLineEdit& fileName() { return *KorControls::find<QLineEdit>(dialog.get(), 1063); }
     void click(int id) { QTest::mouseClick(KorControls::find(dialog.get(), id), Qt::LeftButton); }
-    void pick(int row) {
-        QTest::mouseClick(list().viewport(), Qt::LeftButton, {},
-                          list().visualRect(list().model()->index(row, 0)).center());
-    }
+    void pick(int row) { clickRow(list(), row); }
     /// "File...", and what the user does with the file dialog: an empty path cancels it.
     void chooseFile(const std::filesystem::path& file) {
         QTimer::singleShot(0, qApp, [file] {

@@ -8,7 +8,6 @@
 
 #include <QAbstractButton>
 #include <QLabel>
-#include <QLineEdit>
 
 namespace {
 
@@ -34,7 +33,7 @@ public:
 
 TEST_F(NewItem, RefusesATakenNameWhileItIsTypedAndSaysWhy) {
     NameDialog dialog(KorDSMDefines::kDetailStyle, "HB post 1:15", true, nullptr);
-    show(dialog);
+    showActive(dialog);
     EXPECT_EQ(dialog.windowTitle(), "Name of the detail style");
     EXPECT_EQ(dialog.label(), "Name of the detail style");
     EXPECT_EQ(dialog.name(), "HB post 1:15 1");
@@ -56,7 +55,7 @@ TEST_F(NewItem, RefusesATakenNameWhileItIsTypedAndSaysWhy) {
 
 TEST_F(NewItem, AnEmptyNameDoesNotDisableOkByItself) {
     NameDialog dialog(KorDSMDefines::kQualifierSetGroup, "", true, nullptr);
-    show(dialog);
+    showActive(dialog);
     EXPECT_EQ(dialog.name(), "") << "nothing is proposed for groups";
     type(dialog.edit(), "Hallberg: site");
     EXPECT_FALSE(dialog.ok()->isEnabled());
@@ -90,7 +89,7 @@ TEST_F(NewItem, KnowsEveryKindOfItsTable) {
 
 TEST_F(NewItem, WithGroupAsksForNameAndGroup) {
     KorDSMDialogNewItemWithGroup dialog(KorDSMDefines::kQualifierSet, "HB holes", "Hallberg: site", nullptr);
-    show(dialog);
+    showActive(dialog);
     EXPECT_EQ(dialog.windowTitle(), "Name of the qualifier set");
     EXPECT_EQ(dialog.name(), "HB holes 1");
     EXPECT_EQ(dialog.groupName(), "Hallberg: site");

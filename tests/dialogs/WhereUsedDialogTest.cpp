@@ -18,11 +18,6 @@ protected:
         usages = KorDSMWhereUsed::usagesOf(SourceId::user(), {kTableQualifierSet, rails});
     }
 
-    static void clickRow(KorListCtrl* list, int row) {
-        const QModelIndex index = list->model()->index(row, 0);
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(index).center());
-    }
-
     std::int32_t rails = 0;
     std::vector<KorDSMUsage> usages;
 };
@@ -35,12 +30,12 @@ TEST_F(WhereUsedDialog, GoesToWhatIsClickedOrEntered) {
     std::vector<KorString> chosen;
     QObject::connect(&dialog, &KorDSMDialogWhereUsed::usageChosen, &dialog,
                      [&](const KorDSMUsage& usage) { chosen.push_back(usage.name); });
-    show(dialog);
+    showActive(dialog);
     auto* list = KorControls::find<KorListCtrl>(&dialog, 2351);
     EXPECT_EQ(list->getItemCount(), static_cast<int>(usages.size()));
     EXPECT_EQ(dialog.windowTitle(), "Where \"HB rails\" is used");
     list->sortByColumn(0, Qt::DescendingOrder);
-    clickRow(list, 0);
+    clickRow(*list, 0);
     QTest::keyClick(list, Qt::Key_Down);
     EXPECT_EQ(chosen.size(), 1u) << "looking is not going";
     QTest::keyClick(list, Qt::Key_Return);
@@ -50,21 +45,21 @@ TEST_F(WhereUsedDialog, GoesToWhatIsClickedOrEntered) {
 
 TEST_F(WhereUsedDialog, LooksAgainWhenTheUserComesBack) {
     KorDSMDialogWhereUsed dialog("HB rails", SourceId::user(), {kTableQualifierSet, rails}, nullptr);
-    show(dialog);
+    showActive(dialog);
     auto* list = KorControls::find<KorListCtrl>(&dialog, 2351);
     QDialog editor;
-    show(editor);
+    showActive(editor);
     const Referrer user = databases.here()->referrersOf(kTableQualifierSet, KorOdbcKey(rails)).front();
     ASSERT_EQ(databases.setCell(user.table->type, KorOdbcKey(user.key), user.column->number, std::int64_t{0}),
               1);
     EXPECT_EQ(list->getItemCount(), static_cast<int>(usages.size()));
-    show(dialog);
+    showActive(dialog);
     EXPECT_EQ(list->getItemCount(), static_cast<int>(usages.size()) - 1);
 }
 
 TEST_F(WhereUsedDialog, SaysWhenNothingUsesTheRecord) {
     KorDSMDialogWhereUsed dialog("HB members", SourceId::user(), {kTableQualifierSet, 4711}, nullptr);
-    show(dialog);
+    showActive(dialog);
     EXPECT_TRUE(KorControls::find<QLabel>(&dialog, 2352)->isVisible());
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_FALSE(dialog.isVisible());
@@ -73,7 +68,7 @@ TEST_F(WhereUsedDialog, SaysWhenNothingUsesTheRecord) {
 TEST_F(WhereUsedDialog, SaysThatMoreMayUseTheRecordWhereADatabaseCouldNotBeReadWhole) {
     OtherProgram((folder.path() / "user.dsdb").string()).run("UPDATE detail_style SET description = 'new'");
     KorDSMDialogWhereUsed dialog("HB rails", SourceId::user(), {kTableQualifierSet, rails}, nullptr);
-    show(dialog);
+    showActive(dialog);
     auto* label = KorControls::find<QLabel>(&dialog, 2352);
     EXPECT_TRUE(label->isVisible());
     EXPECT_TRUE(label->text().contains("user.dsdb") && label->text().startsWith("More records may use it"))
@@ -87,12 +82,12 @@ TEST_F(WhereUsedDialog, SaysThatMoreMayUseTheRecordWhereADatabaseCouldNotBeReadW
 
 TEST_F(WhereUsedDialog, TheRefusalUnfoldsTheListAndClosesToGoThere) {
     KorDSMDialogInUse dialog("Still in use.", usages, nullptr);
-    show(dialog);
+    showActive(dialog);
     auto* list = KorControls::find<KorListCtrl>(&dialog, 2357);
     EXPECT_FALSE(list->isVisible());
     QTest::mouseClick(KorControls::find<QToolButton>(&dialog, 2356), Qt::LeftButton);
     ASSERT_TRUE(list->isVisible());
-    clickRow(list, 1);
+    clickRow(*list, 1);
     EXPECT_FALSE(dialog.isVisible());
     ASSERT_TRUE(dialog.chosen().has_value());
     EXPECT_EQ(dialog.chosen()->name, usages[1].name);
@@ -100,12 +95,12 @@ TEST_F(WhereUsedDialog, TheRefusalUnfoldsTheListAndClosesToGoThere) {
 
 TEST_F(WhereUsedDialog, TheConfirmationShowsTheListUntilItIsFoldedAway) {
     KorDSMDialogConfirmation dialog(kTableQualifierSet, KorOdbcKey(rails), nullptr);
-    show(dialog);
+    showActive(dialog);
     auto* list = KorControls::find<KorListCtrl>(&dialog, 1242);
     auto* button = KorControls::find<QToolButton>(&dialog, 1241);
     ASSERT_TRUE(list->isVisible());
     EXPECT_EQ(list->getItemCount(), static_cast<int>(usages.size()));
-    clickRow(list, 0);
+    clickRow(*list, 0);
     EXPECT_TRUE(dialog.isVisible()) << "the question still wants its answer";
     button->setFocus();
     QTest::keyClick(button, Qt::Key_Space);

@@ -14,8 +14,9 @@ protected:
         databases.setCurrentSource(kUser);
     }
     template <typename Item>
-    void initialize(Item& item, const KorString& name) {
+    void open(Item& item, const KorString& name) {
         item.initRecord(*row<typename Item::Record>(kUser, name));
+        KorDSMDependencies::createChildren(item);
     }
 };
 
@@ -29,8 +30,7 @@ TEST_F(Dependencies, AViewShowsWhatItUsesOnceInTheOrderOfItsColumns) {
     view.dimStrategyKey = add<StructDetViewDimStrategy>(kUser, "Lengths");
     add(kUser, "All", view);
     KorDsmViewRequestItem item;
-    initialize(item, "All");
-    KorDSMDependencies::createChildren(item);
+    open(item, "All");
     KorDSMDependencies::createChildren(item);
     EXPECT_EQ(namesBelow(item), (Names{"Whole", "Steel", "Lengths"}));
     EXPECT_TRUE(item.m_bExpanded);
@@ -48,8 +48,7 @@ TEST_F(Dependencies, ADimensionRequestShowsItsPointsFromStartToEnd) {
     request.startPointsKey = add<StructDetViewDimPointSelection>(kUser, "Start");
     add(kUser, "Along X", request);
     KorDsmDimRequestItem item;
-    initialize(item, "Along X");
-    KorDSMDependencies::createChildren(item);
+    open(item, "Along X");
     EXPECT_EQ(namesBelow(item), (Names{"Start", "Holes", "End"}));
 }
 
@@ -59,8 +58,7 @@ TEST_F(Dependencies, AnAnnotationShowsBothKindsOfArrangement) {
     annotation.arrangerControlKey = add<StructDetArrangerControl>(kUser, "Old kind");
     add(kUser, "Mark", annotation);
     KorDsmAnnotationStrategyItem item;
-    initialize(item, "Mark");
-    KorDSMDependencies::createChildren(item);
+    open(item, "Mark");
     EXPECT_EQ(namesBelow(item), (Names{"Old kind", "New kind"}));
     EXPECT_EQ(item.children()[0]->tableType(), kTableArrangerControl);
     EXPECT_EQ(item.children()[1]->tableType(), kTableArrangerStrategy);
@@ -69,7 +67,7 @@ TEST_F(Dependencies, AnAnnotationShowsBothKindsOfArrangement) {
 TEST_F(Dependencies, ARecordIsReadAgainAndOneThatIsGoneIsTold) {
     const std::int32_t key = add<StructDetViewDimPointSelection>(kUser, "End");
     KorDsmPointSelectionItem item;
-    initialize(item, "End");
+    open(item, "End");
     ASSERT_EQ(set(kUser, kTablePointSelection, key, 1, KorString("Far end")), StyleDatabases::kWritten);
     EXPECT_TRUE(KorDSMDependencies::refreshRecord(item));
     EXPECT_EQ(item.getDisplayName(), "Far end");

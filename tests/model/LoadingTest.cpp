@@ -95,15 +95,9 @@ TEST_F(Loading, ProgressCountsTheStylesOfAllSources) {
     EXPECT_EQ(resets, 1);
 }
 
-TEST_F(Loading, StylesWithoutMasterOrCategoryAreLeftOut) {
+TEST_F(Loading, TheFirstOfSeveralMastersFilesAStyleAndOneWithoutIsLeftOut) {
     addStyle(kUser, "Seen", 1);
     add<StructDetailStyle>(kUser, "Nameless to the host");
-    load();
-    EXPECT_EQ(namesBelow(*userContent(kViewDetailStyles).children()[0]), Names{"Seen"});
-}
-
-TEST_F(Loading, TheFirstOfSeveralMastersFilesAStyle) {
-    addStyle(kUser, "Seen", 1);
     StructDetailMaster second;
     second.styleKey = row<StructDetailStyle>(kUser, "Seen")->key;
     second.categoryKey = add<StructDetBaseCategory>(kUser, "Others");

@@ -1,16 +1,8 @@
-#include "controls/KorFieldNote.h"
-#include "controls/KorInfoCtrl.h"
 #include "controls/linetype/CKorlinetypelistctrl.h"
 #include "controls/linetype/KorLinetypeCombo.h"
 #include "pages/KorDSMPageViewClipping.h"
 #include "pages/PageFixture.h"
 #include "services/KOSettings.h"
-
-#include <QApplication>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QTest>
-#include <QTimer>
 
 #include <cmath>
 #include <functional>
@@ -54,15 +46,6 @@ protected:
     static void press(QWidget* dialog, int button) {
         QTest::mouseClick(KorControls::find(dialog, button), Qt::LeftButton);
     }
-    void answerName(const QString& name) {
-        inDialog([name](QWidget* dialog) {
-            auto* edit = KorControls::find<QLineEdit>(dialog, 1015);
-            edit->selectAll();
-            keys(*edit, name);
-            press(dialog, 1);
-        });
-    }
-
     std::int32_t m_clip = 0;
 };
 

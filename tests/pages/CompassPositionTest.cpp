@@ -1,9 +1,5 @@
-#include "controls/KorFieldNote.h"
-#include "controls/KorInfoCtrl.h"
 #include "pages/KorDSMPageCompassPosition.h"
 #include "pages/PageFixture.h"
-
-#include <QTest>
 
 #include <array>
 
@@ -135,14 +131,6 @@ TEST_F(CompassPosition, ADeclinedChangeStaysUnwrittenUntilTheNextLoad) {
     show(view);
     EXPECT_EQ(KorFieldNote::textOf(&control(1258)), QString());
     EXPECT_EQ(checked(), (Radios{1257, 1262}));
-}
-
-TEST_F(CompassPosition, NothingCanBeChangedInStandard) {
-    useSource(SourceId::standard());
-    auto& standard = item<KorDsmViewRequestItem>();
-    open<KorDSMPageCompassPosition>(standard);
-    for (const int id : {kCompass, 1255, 1256, 1257, 1258, 1262, 1263, 1275, 1276, 1277, 1278})
-        EXPECT_FALSE(isEnabled(id)) << id;
 }
 
 } // namespace

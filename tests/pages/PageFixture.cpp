@@ -6,10 +6,7 @@
 #include "shell/ModuleResources.h"
 
 #include <QAbstractItemView>
-#include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
-#include <QTest>
 #include <QVBoxLayout>
 
 namespace fs = std::filesystem;
@@ -92,9 +89,7 @@ void PageFixture::arrange(KorDSMDatabaseItem& shown, int column, const CellValue
 void PageFixture::show(TabContent& group, KorDSMDatabaseItem& shown) {
     group.setPageData(&shown, -1);
     m_tabs->setCurrentContent(&group);
-    m_window.show();
-    m_window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
+    showActive(m_window);
 }
 
 void PageFixture::show(KorDSMDatabaseItem& shown) {
@@ -152,6 +147,16 @@ void PageFixture::choose(int id, const QString& text) {
     combo.showPopup();
     combo.view()->setCurrentIndex(combo.model()->index(index, combo.modelColumn(), combo.rootModelIndex()));
     QTest::keyClick(combo.view(), Qt::Key_Return);
+}
+
+void PageFixture::answerName(const QString& name) {
+    QTimer::singleShot(0, qApp, [name] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        auto* edit = KorControls::find<QLineEdit>(dialog, 1015);
+        edit->selectAll();
+        keys(*edit, name);
+        QTest::mouseClick(KorControls::find(dialog, 1), Qt::LeftButton);
+    });
 }
 
 testing::AssertionResult PageFixture::wroteOnly(const KorDSMDatabaseItem& item, int column,

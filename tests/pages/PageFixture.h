@@ -1,6 +1,8 @@
 #pragma once
 
 #include "controls/KorControls.h"
+#include "controls/KorFieldNote.h"
+#include "controls/KorInfoCtrl.h"
 #include "controls/KorTabCtrl.h"
 #include "data/StyleDatabases.h"
 #include "model/KorDSMMessages.h"
@@ -8,8 +10,11 @@
 #include "pages/KorDSMPage.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "support/FreshProcess.h"
+#include "support/Widgets.h"
 
 #include <QAbstractButton>
+#include <QComboBox>
+#include <QTimer>
 
 /// Pages on copies of the sample databases, in a tab control in a window, driven by real clicks and keys. The
 /// User database is current and can be edited, Standard cannot. What pages tell the editor is
@@ -92,6 +97,9 @@ protected:
     static void keys(QWidget& target, const QString& text);
     /// Opens the list of a combo box, goes to the text and presses Return.
     void choose(int id, const QString& text);
+
+    /// Answers the next question for a name by typing this one.
+    static void answerName(const QString& name);
 
     /// What was written and not taken back, oldest first.
     std::vector<const PendingStep*> steps() { return databases.pending().steps(); }

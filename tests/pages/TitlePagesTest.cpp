@@ -1,4 +1,3 @@
-#include "controls/KorInfoCtrl.h"
 #include "controls/KorQt.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "pages/KorDSMPageCutViewTitleProperties.h"
@@ -6,17 +5,13 @@
 #include "pages/PageFixture.h"
 #include "services/Prompts.h"
 
-#include <QComboBox>
-#include <QTest>
 #include <QTextEdit>
 #include <QToolTip>
 
 namespace {
 
 constexpr int kDesigner = 1012;
-constexpr int kColumnFormat = 5;
 constexpr int kColumnPosition = 6;
-constexpr int kColumnCutFormat = 7;
 constexpr int kColumnCutPosition = 8;
 
 /// Both pages of one style, the detail's first.
@@ -79,42 +74,11 @@ TEST_F(TitlePages, AnUnknownPositionIsShownAsTheUsualOneAndKept) {
     EXPECT_TRUE(wroteOnly(style, kColumnPosition, std::int64_t{3}));
 }
 
-// The title counts when its page is left, each page's in its own column, and only when it differs.
-TEST_F(TitlePages, ATitleIsWrittenOnceWhenThePageIsLeft) {
+TEST_F(TitlePages, ATitleThatIsAgainWhatItWasIsNotWritten) {
     openBoth();
-    const KorString before = style.getRecord().titleFormat;
-    typeTitle("X");
-    EXPECT_TRUE(wroteNothing());
-    EXPECT_GE(told<DsmSetModified>(), 1);
-    turnTo(1);
-    const KorString after = style.getRecord().titleFormat;
-    EXPECT_NE(after, before);
-    EXPECT_TRUE(wroteOnly(style, kColumnFormat, after));
-    turnTo(0);
-    EXPECT_EQ(designer().GetString(), after);
-    turnTo(1);
-    EXPECT_EQ(steps().size(), 1U);
-    takeBack(style);
-
-    typeTitle("Y");
-    leave();
-    EXPECT_TRUE(wroteOnly(style, kColumnCutFormat, style.getRecord().cutViewTitleFormat));
-    takeBack(style);
     typeTitle("Z");
+    EXPECT_GE(told<DsmSetModified>(), 1);
     QTest::keyClick(&field(), Qt::Key_Backspace);
-    leave();
-    EXPECT_TRUE(wroteNothing());
-}
-
-TEST_F(TitlePages, ATitleThatCannotBeChangedCanStillBeRead) {
-    useSource(SourceId::standard());
-    auto& standard = item<KorDsmDetailStyleItem>();
-    open<KorDSMPageDetailStylesProperties>(standard);
-    EXPECT_FALSE(isEnabled(1033));
-    EXPECT_TRUE(isEnabled(kDesigner));
-    EXPECT_FALSE(designer().IsEnabled());
-    EXPECT_EQ(designer().GetString(), standard.getRecord().titleFormat);
-    typeTitle("X");
     leave();
     EXPECT_TRUE(wroteNothing());
 }

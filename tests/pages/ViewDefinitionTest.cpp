@@ -7,11 +7,6 @@
 #include "pages/SelectionFills.h"
 
 #include <QAbstractItemView>
-#include <QApplication>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QTest>
-#include <QTimer>
 
 #include <set>
 
@@ -38,15 +33,6 @@ protected:
     void nextView() { QTest::keyClick(&control(kViews), Qt::Key_Down); }
     std::string path() {
         return control<VELComboTree>(kViews).getSelectedPath().replaced("\x1f", "/").toStdString();
-    }
-    void answerName(const QString& name) {
-        QTimer::singleShot(0, qApp, [name] {
-            QWidget* dialog = QApplication::activeModalWidget();
-            auto* edit = KorControls::find<QLineEdit>(dialog, 1015);
-            edit->selectAll();
-            QTest::keyClicks(edit, name);
-            QTest::mouseClick(KorControls::find(dialog, 1), Qt::LeftButton);
-        });
     }
     void notify(int code, int action, const char* name) {
         DsmListChanged notice;
@@ -92,18 +78,6 @@ TEST_F(ViewDefinition, AChosenReferenceReplacesWhatHangsOnIt) {
     auto& combo = control<QComboBox>(1011);
     EXPECT_EQ(combo.itemText(0), "Assembly, cut");
     EXPECT_EQ(combo.itemText(combo.count() - 1), "Storey");
-}
-
-// A shared view is not changed when the user says no, and the choice stays as it was made.
-TEST_F(ViewDefinition, ADeclinedChoiceIsKeptInTheControlOnly) {
-    auto& view = item<KorDsmViewRequestItem>("HB section");
-    open<KorDSMPageViewDefinition>(view);
-    m_answer = KorDSMGuardedWrite::kDecline;
-    choose(1013, "HB site");
-    EXPECT_EQ(m_asked.size(), 1u);
-    EXPECT_TRUE(wroteNothing());
-    EXPECT_EQ(textOf(1013), "HB site");
-    EXPECT_EQ(view.getRecord(), row<StructDetViewRequest>("HB section"));
 }
 
 // Another view goes into the place of the style that the selected one has, even if the style shows it twice.

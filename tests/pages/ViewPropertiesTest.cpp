@@ -1,13 +1,9 @@
-#include "controls/KorInfoCtrl.h"
 #include "controls/KorListCtrl.h"
 #include "controls/VELComboTree.h"
 #include "pages/KorDSMPageViewCategories.h"
 #include "pages/KorDSMPageViewProperties.h"
 #include "pages/PageFixture.h"
 #include "services/KorUnitsManager.h"
-
-#include <QComboBox>
-#include <QTest>
 
 namespace {
 
@@ -164,11 +160,6 @@ TEST_F(ViewCategories, AClickOnABoxFilesTheView) {
     EXPECT_EQ(told<DsmMarkOtherPages>(), 2);
     show(view);
     EXPECT_EQ(checked(), (std::vector<bool>{true, false, false}));
-
-    useSource(SourceId::standard());
-    show(item<KorDsmViewRequestItem>("Part, front"));
-    EXPECT_FALSE(isEnabled(1011));
-    EXPECT_GT(list().getItemCount(), 3);
 }
 
 } // namespace

@@ -14,22 +14,43 @@ namespace fs = std::filesystem;
 
 class PromptsTest : public ServicesTest {};
 
+std::vector<std::string> linesOf(const fs::path& file) {
+    std::ifstream stream(file);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(stream, line);)
+        if (!line.empty() && line.front() != '#')
+            lines.push_back(line);
+    return lines;
+}
+
+// The sources of a room, or all, by their names.
+std::map<std::string, std::string> sourcesOf(const fs::path& room = {}) {
+    std::map<std::string, std::string> sources;
+    for (const auto& entry : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / "src" / room))
+        if (entry.is_regular_file())
+            sources[entry.path()] = bytesOf(entry.path());
+    return sources;
+}
+
+// Every match of the pattern in the text.
+std::vector<std::smatch> matchesIn(const std::string& text, const std::regex& pattern) {
+    return {std::sregex_iterator(text.begin(), text.end(), pattern), {}};
+}
+
 // The places for arguments of a sentence, in order.
 std::string placesIn(const std::string& sentence) {
     const std::regex place("%[sd%]");
     std::string found;
-    for (std::sregex_iterator it(sentence.begin(), sentence.end(), place), end; it != end; ++it)
-        found += it->str();
+    for (const std::smatch& match : matchesIn(sentence, place))
+        found += match.str();
     return found;
 }
 
 // The texts of a shipped file with the places for arguments that each has, in order.
 std::map<std::string, std::string> placesOf(const std::string& language) {
     std::map<std::string, std::string> places;
-    std::ifstream file(fs::path(SOURCE_DIR) / "resources" / "prompts" / (language + ".tsv"));
-    for (std::string line; std::getline(file, line);)
-        if (!line.empty() && line.front() != '#')
-            places[line.substr(0, line.find('\t', line.find('\t') + 1))] = placesIn(line);
+    for (const std::string& line : linesOf(fs::path(SOURCE_DIR) / "resources/prompts" / (language + ".tsv")))
+        places[line.substr(0, line.find('\t', line.find('\t') + 1))] = placesIn(line);
     return places;
 }
 
@@ -47,19 +68,14 @@ std::map<std::string, std::string> sentencesOfTheSources() {
     const std::regex marked(R"re(\btransla(?:ted|table)\(\s*((?:"(?:[^"\\\n]|\\.)*"\s*)+))re");
     const std::regex literal(R"re("((?:[^"\\\n]|\\.)*)")re");
     std::map<std::string, std::string> sentences;
-    for (const auto& entry : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / "src")) {
-        if (!entry.is_regular_file())
-            continue;
-        std::ifstream file(entry.path());
-        const std::string text{std::istreambuf_iterator<char>(file), {}};
-        for (std::sregex_iterator it(text.begin(), text.end(), marked), end; it != end; ++it) {
-            const std::string pieces = (*it)[1];
+    for (const auto& [name, text] : sourcesOf())
+        for (const std::smatch& match : matchesIn(text, marked)) {
             std::string sentence;
-            for (std::sregex_iterator piece(pieces.begin(), pieces.end(), literal); piece != end; ++piece)
-                sentence += (*piece)[1];
-            sentences.emplace(unescaped(sentence), entry.path().string());
+            const std::string pieces = match[1];
+            for (const std::smatch& piece : matchesIn(pieces, literal))
+                sentence += piece[1];
+            sentences.emplace(unescaped(sentence), name);
         }
-    }
     return sentences;
 }
 
@@ -68,10 +84,7 @@ std::map<std::string, std::string> sentencesOfTheSources() {
 TEST_F(PromptsTest, EverySentenceOfTheSourcesIsThereInGermanAndNoOther) {
     std::map<std::string, std::string> sources = sentencesOfTheSources();
     EXPECT_GT(sources.size(), 150u);
-    std::ifstream file(KorResources::folder() / "prompts" / "de.sentences.tsv");
-    for (std::string line; std::getline(file, line);) {
-        if (line.empty() || line.front() == '#')
-            continue;
+    for (const std::string& line : linesOf(KorResources::folder() / "prompts/de.sentences.tsv")) {
         const std::string english = unescaped(line.substr(0, line.find('\t')));
         EXPECT_EQ(sources.erase(english), 1u) << "no source says: " << english;
         EXPECT_EQ(placesIn(english), placesIn(line.substr(line.find('\t')))) << english;
@@ -81,9 +94,8 @@ TEST_F(PromptsTest, EverySentenceOfTheSourcesIsThereInGermanAndNoOther) {
 }
 
 TEST_F(PromptsTest, AdviceToRestoreAFileIsTheSameInBothLanguagesAndNeverThatOfAReadError) {
-    std::ifstream file(KorResources::folder() / "prompts" / "de.sentences.tsv");
     int advising = 0;
-    for (std::string line; std::getline(file, line);) {
+    for (const std::string& line : linesOf(KorResources::folder() / "prompts/de.sentences.tsv")) {
         const std::string english = line.substr(0, line.find('\t'));
         const bool advises = mentions(english, "restore");
         EXPECT_EQ(advises, mentions(line.substr(english.size()), "wieder her")) << english;
@@ -92,11 +104,9 @@ TEST_F(PromptsTest, AdviceToRestoreAFileIsTheSameInBothLanguagesAndNeverThatOfAR
         advising += advises;
     }
     EXPECT_GT(advising, 5);
-    for (const char* language : {"en.tsv", "de.tsv"}) {
-        std::ifstream texts(KorResources::folder() / "prompts" / language);
-        for (std::string line; std::getline(texts, line);)
+    for (const char* language : {"en.tsv", "de.tsv"})
+        for (const std::string& line : linesOf(KorResources::folder() / "prompts" / language))
             EXPECT_FALSE(mentions(line, "restore") || mentions(line, "wieder her")) << line;
-    }
 }
 
 TEST_F(PromptsTest, SentencesComeInTheLanguageOfTheProgramOrAsTheyStand) {
@@ -129,15 +139,13 @@ TEST_F(PromptsTest, EveryTextThatTheProgramNamesIsThere) {
     // Numbers of texts stand in tables and constants too; nothing else in the sources is in these ranges.
     const std::regex number(R"re(\b(14101|19\d{3}|2[12]\d{3}|33[5-9]\d\d|450\d\d|45100)\b)re");
     int seen = 0;
-    for (const char* room : {"model", "session", "dialogs", "pages", "shell"}) {
-        for (const auto& entry : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / "src" / room)) {
-            std::ifstream file(entry.path());
-            for (std::string line; std::getline(file, line);)
-                for (std::sregex_iterator it(line.begin(), line.end(), number), end; it != end; ++it, ++seen)
-                    EXPECT_TRUE(Prompts::has(it->str()[0] == '4' ? "GUI" : "UPS", std::stoi(it->str())))
-                        << entry.path() << ": " << line;
-        }
-    }
+    for (const char* room : {"model", "session", "dialogs", "pages", "shell"})
+        for (const auto& [name, text] : sourcesOf(room))
+            for (const std::smatch& match : matchesIn(text, number)) {
+                ++seen;
+                EXPECT_TRUE(Prompts::has(match.str()[0] == '4' ? "GUI" : "UPS", std::stoi(match.str())))
+                    << name << ": " << match.str();
+            }
     EXPECT_GT(seen, 10);
 }
 
@@ -145,22 +153,17 @@ TEST_F(PromptsTest, EveryTextOfTheModuleThatTheProgramNamesIsThere) {
     // The number stands in the call, or in a constant of the same file.
     const std::regex call(R"re(Prompts::dsm\((\w+)\))re");
     int seen = 0;
-    for (const auto& entry : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / "src")) {
-        if (!entry.is_regular_file())
-            continue;
-        std::ifstream file(entry.path());
-        const std::string text{std::istreambuf_iterator<char>(file), {}};
-        for (std::sregex_iterator it(text.begin(), text.end(), call), end; it != end; ++it) {
+    for (const auto& [name, text] : sourcesOf())
+        for (const std::smatch& match : matchesIn(text, call)) {
             std::smatch constant;
-            std::string number = it->str(1);
+            std::string number = match.str(1);
             if (std::regex_search(text, constant, std::regex("constexpr int " + number + " = (\\d+);")))
                 number = constant.str(1);
             if (!std::isdigit(static_cast<unsigned char>(number.front())))
                 continue;
             ++seen;
-            EXPECT_TRUE(Prompts::has("DSM", std::stoi(number))) << entry.path() << ": " << it->str();
+            EXPECT_TRUE(Prompts::has("DSM", std::stoi(number))) << name << ": " << match.str();
         }
-    }
     EXPECT_GT(seen, 30);
 }
 
@@ -253,11 +256,10 @@ TEST_F(PromptsTest, TheShippedHelpIsWholeInBothLanguages) {
     for (const auto& entry : fs::directory_iterator(KorResources::folder() / "help" / "en")) {
         for (const char* language : {"en", "de"}) {
             const fs::path folder = KorResources::folder() / "help" / language;
-            std::ifstream file(folder / entry.path().filename());
-            const std::string text{std::istreambuf_iterator<char>(file), {}};
+            const std::string text = bytesOf(folder / entry.path().filename());
             EXPECT_TRUE(mentions(text, "<title>")) << language << entry.path().filename();
-            for (std::sregex_iterator it(text.begin(), text.end(), link), end; it != end; ++it)
-                EXPECT_TRUE(fs::exists(folder / (*it)[1].str())) << entry.path() << " leads to " << (*it)[1];
+            for (const std::smatch& match : matchesIn(text, link))
+                EXPECT_TRUE(fs::exists(folder / match.str(1))) << entry.path() << " leads to " << match[1];
         }
         ++pages;
     }

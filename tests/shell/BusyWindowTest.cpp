@@ -1,14 +1,7 @@
 #include "shell/EditorFixture.h"
 
-#include "controls/KorButtonGroup.h"
-#include "model/KorDSMDialogFactory.h"
-
-#include <QApplication>
-#include <QLineEdit>
 #include <QMenu>
 #include <QProgressBar>
-#include <QTimer>
-#include <QToolButton>
 
 // What comes from the event loop while the window fills itself waits until it is done.
 

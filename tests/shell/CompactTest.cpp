@@ -1,13 +1,9 @@
 #include "data/KorOdbcMan.h"
-#include "model/KorDSMDialogFactory.h"
 #include "session/KorDSMUndo.h"
 #include "shell/EditorFixture.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QMenu>
-#include <QMessageBox>
-#include <QTimer>
 
 namespace {
 

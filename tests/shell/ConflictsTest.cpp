@@ -7,29 +7,23 @@
 #include "support/OtherProgram.h"
 
 #include <QComboBox>
-#include <QRadioButton>
-#include <QTest>
 #include <QTextEdit>
 
 // What the user is asked when another program changed the same things.
 
 namespace {
 
-constexpr int kOk = 1;
-constexpr int kApply = 3;
-constexpr int kBelowDetail = 1035;
 constexpr int kUpperLeft = 1038;
 constexpr int kGrid = 2362;
 constexpr int kMine = 2;
 constexpr int kStored = 3;
-const char* const kPosition = "SELECT title_position FROM detail_style WHERE name='HB post 1:15'";
 const char* const kScale = "SELECT round(1 / scale) FROM view_request WHERE name='HB railing post'";
 
 class Conflicts : public EditorFixture {
 protected:
     Conflicts() {
         open();
-        select({"User", "Hallberg: posts and beams", "HB post 1:15"});
+        select(kStyle);
         showTab(1);
     }
 

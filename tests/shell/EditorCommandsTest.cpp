@@ -1,46 +1,17 @@
 #include "shell/EditorFixture.h"
 
-#include "controls/KorButtonGroup.h"
-#include "data/KorODBCDetStyle.h"
 #include "dialogs/KorDSMDialogInUse.h"
-#include "model/KorDSMDialogFactory.h"
 #include "shell/HelpWindow.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QInputDialog>
-#include <QLineEdit>
 #include <QMenu>
-#include <QMessageBox>
-#include <QRadioButton>
-#include <QTest>
-#include <QTimer>
 #include <QToolBar>
-#include <QToolButton>
 
 namespace {
 
-constexpr int kCopy = 1033;
-constexpr int kNew = 1029;
-constexpr int kDelete = 1035;
-constexpr int kBelowDetail = 1035;
-constexpr int kAboveMainView = 1033;
-
-const std::vector<const char*> kStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
-
-std::vector<std::string> styleNames() {
-    const KorDSNRequest user(SourceId::user().dsn, SourceId::user().index);
-    KorArray<KorString> names;
-    KorODBCDetStyle::getDetailStyleList(names);
-    std::vector<std::string> texts;
-    for (const KorString& name : names)
-        texts.push_back(name.toStdString());
-    return texts;
-}
-
 bool has(const std::string& name) {
-    const auto names = styleNames();
-    return std::ranges::find(names, name) != names.end();
+    return StyleDatabases::current().source(SourceId::user())->table(kTableDetailStyle).find(KorString(name));
 }
 
 } // namespace
@@ -48,17 +19,16 @@ bool has(const std::string& name) {
 TEST_F(EditorFixture, AStyleIsCopiedRenamedDeletedAndBroughtBack) {
     open();
     select(kStyle);
-    auto* strip = control<KorButtonGroup>(1011);
     answerNext([](QWidget* modal) { typeName(modal, "HB post 1:20"); });
-    click(strip->button(kCopy));
+    command(kCopy);
     EXPECT_TRUE(has("HB post 1:20"));
-    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:20");
+    EXPECT_EQ(selected(), "HB post 1:20");
 
     answerNext([](QWidget* modal) { typeName(modal, "HB post 1:25"); });
     press(Qt::Key_F2);
     EXPECT_TRUE(has("HB post 1:25"));
     EXPECT_FALSE(has("HB post 1:20"));
-    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:25");
+    EXPECT_EQ(selected(), "HB post 1:25");
 
     answerNext([](QWidget* modal) {
         auto* box = qobject_cast<QMessageBox*>(modal);
@@ -66,30 +36,17 @@ TEST_F(EditorFixture, AStyleIsCopiedRenamedDeletedAndBroughtBack) {
         EXPECT_TRUE(box->text().contains("HB post 1:25"));
         QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
     });
-    click(strip->button(kDelete));
+    command(kDelete);
     EXPECT_FALSE(has("HB post 1:25"));
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_TRUE(has("HB post 1:25"));
     select({"User", "Hallberg: posts and beams", "HB post 1:25"});
     for (int step = 0; step < 2; ++step)
         press(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    EXPECT_FALSE(isPending());
     EXPECT_FALSE(has("HB post 1:20"));
     press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_TRUE(has("HB post 1:20"));
-}
-
-TEST_F(EditorFixture, UndoTakesTheLastEditBackInThePageThatShowsIt) {
-    open();
-    select(kStyle);
-    showTab(1);
-    click(pageControl<QRadioButton>(kBelowDetail));
-    press(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_TRUE(pageControl<QRadioButton>(kAboveMainView)->isChecked());
-    EXPECT_FALSE(button(3)->isEnabled());
-    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
-    EXPECT_TRUE(button(3)->isEnabled());
 }
 
 TEST_F(EditorFixture, TheUndoMenuNamesTheStepsAndTakesBackAllDownToTheOneChosen) {
@@ -99,6 +56,12 @@ TEST_F(EditorFixture, TheUndoMenuNamesTheStepsAndTakesBackAllDownToTheOneChosen)
     auto* strip = control<KorButtonGroup>(1211);
     EXPECT_FALSE(strip->isButtonEnabled(1));
     click(pageControl<QRadioButton>(kBelowDetail));
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(pageControl<QRadioButton>(kAboveMainView)->isChecked());
+    EXPECT_FALSE(button(kApply)->isEnabled());
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
+    EXPECT_TRUE(button(kApply)->isEnabled());
     showTab(3);
     click(pageControl<QRadioButton>(2310));
     ASSERT_TRUE(strip->isButtonEnabled(1));
@@ -107,7 +70,7 @@ TEST_F(EditorFixture, TheUndoMenuNamesTheStepsAndTakesBackAllDownToTheOneChosen)
     ASSERT_EQ(menu->actions().size(), 2);
     EXPECT_EQ(menu->actions()[1]->text(), "change of Title position of \"HB post 1:15\"");
     menu->actions()[1]->trigger();
-    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    EXPECT_FALSE(isPending());
     EXPECT_FALSE(strip->isButtonEnabled(1));
     click(strip->button(2));
     showTab(1);
@@ -121,7 +84,7 @@ TEST_F(EditorFixture, APageLetsGoOfWhatUndoTakesAwayEvenOutOfSight) {
     open();
     select(kStyle);
     answerNext([](QWidget* modal) { typeName(modal, "HB post 1:20"); });
-    click(control<KorButtonGroup>(1011)->button(kCopy));
+    command(kCopy);
     EXPECT_TRUE(page()->isVisible());
     control<QLineEdit>(1210)->setText("railing");
     click(control<KorButtonGroup>(1211)->button(1));
@@ -135,9 +98,8 @@ TEST_F(EditorFixture, APageLetsGoOfWhatUndoTakesAwayEvenOutOfSight) {
 TEST_F(EditorFixture, ANewStyleComesIntoItsCategoryAndARecordInUseStays) {
     open();
     select({"User", "Hallberg: railings"});
-    auto* strip = control<KorButtonGroup>(1011);
     answerNext([](QWidget* modal) { typeName(modal, "HB railing 1:5", 2304); });
-    click(strip->button(kNew));
+    command(kNew);
     EXPECT_TRUE(has("HB railing 1:5"));
     EXPECT_EQ(tree().getItemText(tree().getParentItem(tree().selectedItem())).view(), "Hallberg: railings");
 
@@ -147,15 +109,15 @@ TEST_F(EditorFixture, ANewStyleComesIntoItsCategoryAndARecordInUseStays) {
     const auto filed = tree().getChildItem(group);
     tree().expand(filed);
     tree().selectItem(tree().getChildItem(filed));
-    const std::string name = tree().getItemText(tree().selectedItem()).toStdString();
+    const std::string name = selected();
     bool refused = false;
     answerNext([&refused](QWidget* modal) {
         refused = qobject_cast<KorDSMDialogInUse*>(modal) != nullptr;
         QTest::keyClick(modal, Qt::Key_Escape);
     });
-    click(strip->button(kDelete));
+    command(kDelete);
     EXPECT_TRUE(refused);
-    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), name);
+    EXPECT_EQ(selected(), name);
 }
 
 TEST_F(EditorFixture, ADraggedStyleIsFiledWhereItIsDroppedAndRefusedInAnotherDatabase) {
@@ -177,7 +139,7 @@ TEST_F(EditorFixture, ADraggedStyleIsFiledWhereItIsDroppedAndRefusedInAnotherDat
     EXPECT_TRUE(refused);
     EXPECT_EQ(tree().getParentItem(moved), railings);
     press(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    EXPECT_FALSE(isPending());
     EXPECT_NE(select(kStyle), nullptr);
 }
 
@@ -194,12 +156,12 @@ TEST_F(EditorFixture, OddNamesAreKeptAsTheyWereTyped) {
     });
     press(Qt::Key_F2);
     EXPECT_TRUE(has(odd.toStdString()));
-    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), odd.toStdString());
+    EXPECT_EQ(selected(), odd.toStdString());
     answerNext([this](QWidget* question) {
         EXPECT_LT(question->width(), m_dialog->width()) << "no name makes a window larger than the screen";
         QTest::keyClick(question, Qt::Key_Escape);
     });
-    click(control<KorButtonGroup>(1011)->button(kDelete));
+    command(kDelete);
     EXPECT_TRUE(has(odd.toStdString()));
     showTab(1);
     click(button(1));
@@ -210,20 +172,17 @@ TEST_F(EditorFixture, OddNamesAreKeptAsTheyWereTyped) {
 
 TEST_F(EditorFixture, AStyleGoesIntoAFileAndComesInAgainUnlessEscapeIsPressed) {
     const std::string file = (m_folder.path() / "beam.dsdb").string();
-    constexpr int kExport = 1037;
-    constexpr int kImport = 1039;
     open();
-    auto* strip = control<KorButtonGroup>(1011);
     const auto general = select({"Standard", "General"});
     tree().expand(general);
     const auto category = tree().getChildItem(general);
     tree().expand(category);
     tree().selectItem(tree().getChildItem(category));
-    const std::string name = tree().getItemText(tree().selectedItem()).toStdString();
+    const std::string name = selected();
     QString said;
     answerNext([&](QWidget* dialog) { nameFile(dialog, file); });
     readNextMessage(said);
-    click(strip->button(kExport));
+    command(kExport);
     EXPECT_TRUE(said.contains(QString::fromStdString(name))) << said.toStdString();
     EXPECT_TRUE(std::filesystem::exists(file));
 
@@ -233,18 +192,18 @@ TEST_F(EditorFixture, AStyleGoesIntoAFileAndComesInAgainUnlessEscapeIsPressed) {
         auto* escape = new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, {});
         QApplication::postEvent(m_dialog.get(), escape, Qt::LowEventPriority);
     });
-    click(strip->button(kImport));
-    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    command(kImport);
+    EXPECT_FALSE(isPending());
     EXPECT_TRUE(m_dialog->isVisible());
 
     answerNext([&](QWidget* dialog) { nameFile(dialog, file); });
     readNextMessage(said);
-    click(strip->button(kImport));
+    command(kImport);
     EXPECT_TRUE(said.startsWith("1 detail style was imported.")) << said.toStdString();
-    EXPECT_FALSE(StyleDatabases::current().pending().isEmpty());
-    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:15");
+    EXPECT_TRUE(isPending());
+    EXPECT_EQ(selected(), "HB post 1:15");
     press(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    EXPECT_FALSE(isPending());
 }
 
 TEST_F(EditorFixture, WhatARecordRefersToFollowsInTheTreeAndIsTakenBack) {
@@ -300,10 +259,9 @@ TEST_F(EditorFixture, AStyleGetsLosesAndReordersItsViews) {
         Q_EMIT tree().contextMenuRequested(tree().selectedItem(), m_dialog->pos());
     };
     const auto views = [this] { return inView("HB post 1:15"); };
-    const auto selected = [this] { return tree().getItemText(tree().selectedItem()).toStdString(); };
     using Names = std::vector<std::string>;
     const Names before = {"HB front", "HB side", "HB section"};
-    select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"});
+    select(kView);
     EXPECT_EQ(views(), before);
     choose("Move view down");
     EXPECT_EQ(views(), (Names{"HB side", "HB front", "HB section"}));
@@ -323,7 +281,7 @@ TEST_F(EditorFixture, AStyleGetsLosesAndReordersItsViews) {
     for (int step = 0; step < 3; ++step)
         press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(views(), before);
-    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    EXPECT_FALSE(isPending());
     click(button(2));
 }
 
@@ -334,7 +292,7 @@ TEST_F(EditorFixture, ViewsAndClippingStrategiesAreRenamedByTheSameKeyOnTheirPag
     showTab(0);
     answerNext([](QWidget* modal) { typeName(modal, "HB front, cut"); });
     press(Qt::Key_F2);
-    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB front, cut");
+    EXPECT_EQ(selected(), "HB front, cut");
     showTab(2);
     answerNext([](QWidget* modal) { typeName(modal, "HB very long beams"); });
     press(Qt::Key_F2);
@@ -349,10 +307,9 @@ TEST_F(EditorFixture, WhatIsCopiedWhereItIsUsedComesIntoItsOwnSectionToo) {
     m_dialog->switchSection(KorDSMDefines::kViewDetailStyles);
     select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front", "HB chain", "HB holes, running",
             "HB start", "HB main profile"});
-    auto* strip = control<KorButtonGroup>(1011);
     answerNext([](QWidget* modal) { typeName(modal, "HB copied profile"); });
-    click(strip->button(kCopy));
-    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB copied profile");
+    command(kCopy);
+    EXPECT_EQ(selected(), "HB copied profile");
     EXPECT_EQ(inView("HB start").size(), 2U);
     m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
     EXPECT_EQ(inView("Hallberg: workshop").size(), before.size() + 1);
@@ -360,12 +317,10 @@ TEST_F(EditorFixture, WhatIsCopiedWhereItIsUsedComesIntoItsOwnSectionToo) {
 
     // Deleted in the one section it is gone in the other.
     m_dialog->switchSection(KorDSMDefines::kViewDetailStyles);
-    answerNext([](QWidget* modal) {
-        QTest::mouseClick(qobject_cast<QMessageBox*>(modal)->button(QMessageBox::Yes), Qt::LeftButton);
-    });
-    click(strip->button(kDelete));
+    answerYes();
+    command(kDelete);
     EXPECT_EQ(inView("HB start").size(), 1U);
     m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
     EXPECT_EQ(inView("Hallberg: workshop"), before);
-    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "Hallberg: workshop");
+    EXPECT_EQ(selected(), "Hallberg: workshop");
 }

@@ -2,14 +2,10 @@
 
 #include "base/KorAssert.h"
 #include "data/text/SampleData.h"
-#include "model/KorDSMDialogFactory.h"
 #include "shell/DataFolder.h"
 #include "shell/ModuleResources.h"
 
-#include <QLineEdit>
-#include <QMessageBox>
 #include <QTabBar>
-#include <QTest>
 #include <sqlite3.h>
 
 EditorFixture::EditorFixture() {
@@ -17,7 +13,7 @@ EditorFixture::EditorFixture() {
         m_failedChecks.push_back(std::string(expression) + " " + file + ":" + std::to_string(line));
     });
     ModuleResources::setUp({});
-    const StoreResult built = buildSampleData(SOURCE_DIR "/resources", (m_folder.path() / "data").string());
+    const StoreResult built = buildSampleData(SOURCE_DIR "/resources", m_folder.file("data"));
     EXPECT_TRUE(built) << built.error;
 }
 
@@ -73,7 +69,7 @@ KorTreeHandle EditorFixture::child(KorTreeHandle parent, const char* text) {
     return entry;
 }
 
-KorTreeHandle EditorFixture::select(const std::vector<const char*>& path) {
+KorTreeHandle EditorFixture::select(const Path& path) {
     KorTreeHandle entry = tree().getRoot();
     for (const char* text : path)
         if (!(entry = child(entry, text)))
@@ -95,6 +91,17 @@ void EditorFixture::click(QWidget* widget) {
     QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2));
 }
 
+std::string EditorFixture::selected() {
+    const KorTreeHandle entry = tree().selectedItem();
+    return entry ? tree().getItemText(entry).toStdString() : "";
+}
+
+void EditorFixture::changePosition() {
+    select(kStyle);
+    showTab(1);
+    click(pageControl<QRadioButton>(kBelowDetail));
+}
+
 void EditorFixture::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     m_dialog->activateWindow();
     QTest::keyClick(m_dialog.get(), key, modifiers);
@@ -105,6 +112,14 @@ void EditorFixture::answerNext(std::function<void(QWidget*)> answer) {
         QWidget* modal = QApplication::activeModalWidget();
         ASSERT_NE(modal, nullptr);
         answer(modal);
+    });
+}
+
+void EditorFixture::answerYes() {
+    answerNext([](QWidget* modal) {
+        auto* box = qobject_cast<QMessageBox*>(modal);
+        ASSERT_NE(box, nullptr);
+        QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
     });
 }
 

@@ -1,18 +1,37 @@
 #pragma once
 
+#include "controls/KorButtonGroup.h"
 #include "controls/KorControls.h"
 #include "controls/KorTabCtrl.h"
+#include "model/KorDSMDialogFactory.h"
 #include "shell/KorDSMMainDialog.h"
 #include "support/FreshProcess.h"
 #include "support/OtherProgram.h"
 
 #include <QApplication>
+#include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
 #include <QTimer>
+#include <QToolButton>
 
 /// The editor on a copy of the sample databases, with settings of its own.
 class EditorFixture : public FreshProcess {
 protected:
+    using Path = std::vector<const char*>;
+
+    // Numbers of the buttons at the bottom, of item commands, and of two places of a title.
+    static constexpr int kOk = 1, kCancel = 2, kApply = 3, kUse = 1098;
+    static constexpr int kNew = 1029, kCopy = 1033, kDelete = 1035, kExport = 1037, kImport = 1039;
+    static constexpr int kAboveMainView = 1033, kBelowDetail = 1035;
+    // A style with its title above the main view, its first view, and where its place is stored.
+    inline static const Path kStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
+    inline static const Path kView = {"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"};
+    static constexpr const char* kPosition =
+        "SELECT title_position FROM detail_style WHERE name='HB post 1:15'";
+
     EditorFixture();
     ~EditorFixture() override;
 
@@ -21,7 +40,7 @@ protected:
     void close();
 
     /// Walks down the tree by entry texts, from the root's children on, and selects the last one.
-    KorTreeHandle select(const std::vector<const char*>& path);
+    KorTreeHandle select(const Path& path);
     KorTreeHandle child(KorTreeHandle parent, const char* text);
     /// The texts below the entry of a text that the tree shows, as far as they are shown themselves.
     std::vector<std::string> inView(const char* text);
@@ -41,8 +60,15 @@ protected:
     /// A key of the window, where the focus is. Offscreen, a closed dialog does not hand the activation back.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     QPushButton* button(int id) { return control<QPushButton>(id); }
+    void command(int id) { click(control<KorButtonGroup>(1011)->button(id)); }
+    /// The text of the selected entry; empty without one.
+    std::string selected();
+    static bool isPending() { return !StyleDatabases::current().pending().isEmpty(); }
+    /// Makes one change: the title of the style goes below the detail.
+    void changePosition();
     /// Answers the next modal dialog by a click on its button with this number or text.
     void answerNext(std::function<void(QWidget*)> answer);
+    void answerYes();
     /// Types a name into the dialog that asks for one, and presses OK.
     static void typeName(QWidget* modal, const char* name, int field = 1015);
     /// Names a file in the file dialog that is open, and closes it by OK.
@@ -68,7 +94,7 @@ protected:
     std::string stored(const char* file, const std::string& sql);
     /// Changes a database file as another program does, with a connection of its own.
     void storeElsewhere(const char* file, const std::string& sql) { OtherProgram(path(file)).run(sql); }
-    std::string path(const char* file) const { return (m_folder.path() / "data" / file).string(); }
+    std::string path(const std::string& file) const { return m_folder.file("data/" + file); }
 
     TempFolder m_folder;
     std::unique_ptr<StyleDatabases> m_databases;

@@ -1,39 +1,19 @@
 #include "shell/EditorFixture.h"
 
-#include "controls/KorButtonGroup.h"
 #include "controls/KorButtonGroupMenu.h"
 #include "controls/KorListCtrl.h"
 #include "controls/VELComboTree.h"
-#include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "data/KorOdbcMan.h"
-#include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
 #include "services/KorExchangeUtilities.h"
 #include "session/KorDSMHandOver.h"
 
-#include <QApplication>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
-#include <QMessageBox>
-#include <QRadioButton>
-#include <QTest>
 #include <QTextEdit>
-#include <QToolButton>
 #include <sqlite3.h>
 
 namespace {
-
-constexpr int kOk = 1;
-constexpr int kCancel = 2;
-constexpr int kApply = 3;
-constexpr int kUse = 1098;
-constexpr int kBelowDetail = 1035;
-constexpr int kAboveMainView = 1033;
-
-const std::vector<const char*> kUserStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
-const std::vector<const char*> kUserView = {"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"};
-const char* const kPosition = "SELECT title_position FROM detail_style WHERE name='HB post 1:15'";
 
 int pendingSteps() {
     return static_cast<int>(StyleDatabases::current().pending().steps().size());
@@ -43,7 +23,7 @@ int pendingSteps() {
 
 TEST_F(EditorFixture, AChangedTitlePositionIsStoredByApplyAndFoundAgain) {
     open();
-    select(kUserStyle);
+    select(kStyle);
     showTab(1);
     EXPECT_TRUE(pageControl<QRadioButton>(kAboveMainView)->isChecked());
     EXPECT_FALSE(button(kApply)->isEnabled());
@@ -65,42 +45,34 @@ TEST_F(EditorFixture, AChangedTitlePositionIsStoredByApplyAndFoundAgain) {
 
     KorDSMDialogFactory::getDSMDataStructure().emptyDataStructure();
     open();
-    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:15");
+    EXPECT_EQ(selected(), "HB post 1:15");
     showTab(1);
     EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
 }
 
-TEST_F(EditorFixture, AnEditedTitleIsWrittenOnceWhenThePageIsLeft) {
+TEST_F(EditorFixture, ATitleThatIsBeingTypedIsStoredByOk) {
     open();
-    select(kUserStyle);
+    select(kStyle);
     showTab(1);
     auto* edit = pageControl<QWidget>(1012)->findChild<QTextEdit*>();
-    ASSERT_NE(edit, nullptr);
     edit->setFocus();
     QTest::keyClicks(edit, "Shop ");
     EXPECT_EQ(pendingSteps(), 0);
     EXPECT_TRUE(button(kApply)->isEnabled());
-    showTab(2);
-    EXPECT_EQ(pendingSteps(), 1);
-    showTab(1);
-    showTab(2);
-    EXPECT_EQ(pendingSteps(), 1);
-    showTab(1);
-    QTest::keyClicks(pageControl<QWidget>(1012)->findChild<QTextEdit*>(), "2 ");
     click(button(kOk));
     EXPECT_EQ(m_result, QDialog::Accepted);
     EXPECT_EQ(KorOdbcMan::m_DSMResetDetViewRequestCache, 1);
     close();
     m_databases.reset();
-    const std::string title =
-        stored("user.dsdb", "SELECT title_format FROM detail_style WHERE name='HB post 1:15'");
-    EXPECT_NE(title.find("Shop"), std::string::npos) << title;
+    EXPECT_EQ(stored("user.dsdb", "SELECT title_format LIKE '%Shop%' FROM detail_style "
+                                  "WHERE name='HB post 1:15'"),
+              "1");
 }
 
 TEST_F(EditorFixture, TheWaysOutTellTheHostWhatToReload) {
     const auto told = [this](int way, bool change) {
         open();
-        select(kUserStyle);
+        select(kStyle);
         showTab(1);
         if (change)
             click(pageControl<QRadioButton>(kBelowDetail));
@@ -115,45 +87,15 @@ TEST_F(EditorFixture, TheWaysOutTellTheHostWhatToReload) {
     EXPECT_EQ(told(kOk, true), Flags(1, 1));
 }
 
-TEST_F(EditorFixture, OkWithoutChangesAndCancelLeaveTheFilesAsTheyAre) {
-    const std::string user = bytesOf(path("user.dsdb"));
-    const std::string standard = bytesOf(path("standard.dsdb"));
+TEST_F(EditorFixture, WhatStandsInStandardIsCopiedAndUsedOnly) {
     open();
-    select(kUserStyle);
-    showTab(1);
-    click(button(kOk));
-    open();
-    select(kUserStyle);
-    showTab(1);
-    click(pageControl<QRadioButton>(kBelowDetail));
-    click(button(kCancel));
-    EXPECT_EQ(m_result, QDialog::Rejected);
-    EXPECT_EQ(pendingSteps(), 0);
-    open();
-    showTab(1);
-    EXPECT_TRUE(pageControl<QRadioButton>(kAboveMainView)->isChecked());
-    close();
-    m_databases.reset();
-    EXPECT_EQ(bytesOf(path("user.dsdb")), user);
-    EXPECT_EQ(bytesOf(path("standard.dsdb")), standard);
-}
-
-TEST_F(EditorFixture, StandardCanBeReadAndUsedButNotChanged) {
-    open();
-    const auto style = select({"Standard", "General", "Beams"});
-    const auto first = tree().getChildItem((tree().expand(style), style));
-    tree().selectItem(first);
-    showTab(1);
-    for (int radio = 1033; radio <= 1040; ++radio)
-        EXPECT_FALSE(pageControl<QRadioButton>(radio)->isEnabled()) << radio;
-    EXPECT_FALSE(pageControl<VELLabelDesignerCtrlWrap>(1012)->IsEnabled());
-    click(pageControl<QRadioButton>(kBelowDetail));
-    EXPECT_EQ(pendingSteps(), 0);
+    const auto category = select({"Standard", "General", "Beams"});
+    tree().expand(category);
+    tree().selectItem(tree().getChildItem(category));
     auto* strip = control<KorButtonGroup>(1011);
-    for (const int command : {1029, 1032, 1033, 1035, 1039, 1038})
-        EXPECT_FALSE(strip->isButtonEnabled(command)) << command;
-    EXPECT_TRUE(strip->isButtonEnabled(1030));
-    EXPECT_TRUE(strip->isButtonEnabled(1036));
+    for (const int id : {1029, 1032, 1033, 1035, 1039, 1038})
+        EXPECT_FALSE(strip->isButtonEnabled(id)) << id;
+    EXPECT_TRUE(strip->isButtonEnabled(1030) && strip->isButtonEnabled(1036));
     EXPECT_TRUE(button(kUse)->isEnabled());
 }
 
@@ -180,8 +122,8 @@ TEST_F(EditorFixture, EverySectionShowsItsRecordsAndEveryPageOpens) {
 
 TEST_F(EditorFixture, TheHistoryLeadsBackForwardAndUpAcrossSections) {
     open();
-    const auto style = select(kUserStyle);
-    const auto view = select(kUserView);
+    const auto style = select(kStyle);
+    const auto view = select(kView);
     auto* strip = control<KorButtonGroup>(1012);
     auto* sections = control<KorButtonGroupMenu>(1233)->buttonGroup();
     click(sections->button(sections->buttonId(2)));
@@ -208,7 +150,7 @@ TEST_F(EditorFixture, TheHistoryLeadsBackForwardAndUpAcrossSections) {
 
 TEST_F(EditorFixture, BySourceTheComboDecidesWhatTheTreeShows) {
     open();
-    select(kUserStyle);
+    select(kStyle);
     auto* combo = control<VELComboTree>(1200);
     EXPECT_FALSE(combo->isEnabled());
     auto* options = control<KorButtonGroupMenu>(1233);
@@ -219,7 +161,7 @@ TEST_F(EditorFixture, BySourceTheComboDecidesWhatTheTreeShows) {
     EXPECT_FALSE(stored);
     ASSERT_TRUE(combo->isEnabled());
     EXPECT_EQ(tree().getItemText(tree().getRoot()).view(), "User");
-    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:15");
+    EXPECT_EQ(selected(), "HB post 1:15");
     // The arrow keys step through the sources.
     combo->setFocus();
     for (const char* group : {"Hallberg: posts and beams", "User"}) {
@@ -234,27 +176,18 @@ TEST_F(EditorFixture, BySourceTheComboDecidesWhatTheTreeShows) {
 
 TEST_F(EditorFixture, UseHandsTheStyleOverAndKeepsWhatIsPending) {
     open();
-    int status = 0;
-    KorExchangeQueue& queue = KorExchangeUtilities::getNamedQueue(KorDSMHandOver::kQueue, status, 0);
-    queue.push("RESULT4", 2); // an earlier one used a style of an add-in
-    select(kUserView);
-    select(kUserStyle);
-    showTab(1);
-    click(pageControl<QRadioButton>(kBelowDetail));
+    changePosition();
     click(button(kUse));
     EXPECT_EQ(m_result, QDialog::Accepted);
-    EXPECT_TRUE(queue.has("RESULT1") && queue.has("RESULT2"));
-    EXPECT_EQ(queue.getString("RESULT3").view(), "User");
-    EXPECT_FALSE(queue.has("RESULT4"));
+    int status = 0;
+    EXPECT_EQ(
+        KorExchangeUtilities::getNamedQueue(KorDSMHandOver::kQueue, status, 0).getString("RESULT3").view(),
+        "User");
     EXPECT_EQ(pendingSteps(), 1);
     open();
     EXPECT_TRUE(button(kApply)->isEnabled());
     showTab(1);
     EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
-    // What is no detail style leaves no results, not those of the one before.
-    select({"User", "Hallberg: site drawings"});
-    KorDSMHandOver::put(KorDSMSectionTree::itemOf(tree().selectedItem()));
-    EXPECT_FALSE(queue.has("RESULT1") || queue.has("RESULT2") || queue.has("RESULT3"));
 }
 
 TEST_F(EditorFixture, NoPageOfOneSectionStaysOpenOverTheDatabaseOfAnother) {
@@ -262,7 +195,7 @@ TEST_F(EditorFixture, NoPageOfOneSectionStaysOpenOverTheDatabaseOfAnother) {
     m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
     select({"Standard", "General"});
     m_dialog->switchSection(KorDSMDefines::kViewDetailStyles);
-    select(kUserStyle);
+    select(kStyle);
     control<KorButtonGroupMenu>(1233)->menuButton()->menu()->actions().front()->trigger();
     EXPECT_TRUE(page()->isVisible());
     m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
@@ -283,7 +216,7 @@ TEST_F(EditorFixture, TheFilterKeepsMatchesWithWhatIsAboveThemAndEscapeClearsIt)
     open();
     select({"User", "Hallberg: site drawings"});
     tree().expand(tree().selectedItem());
-    select(kUserStyle);
+    select(kStyle);
     auto* filter = control<QLineEdit>(1210);
     filter->setFocus();
     QTest::keyClicks(filter, "RAILING");
@@ -292,7 +225,7 @@ TEST_F(EditorFixture, TheFilterKeepsMatchesWithWhatIsAboveThemAndEscapeClearsIt)
     QTest::keyClick(filter, Qt::Key_Escape);
     EXPECT_TRUE(filter->text().isEmpty());
     EXPECT_TRUE(m_dialog->isVisible());
-    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:15");
+    EXPECT_EQ(selected(), "HB post 1:15");
     KorTreeHandle user = child(tree().getRoot(), "User");
     EXPECT_EQ(inView("User").size(), 3U);
     EXPECT_TRUE(tree().isExpanded(child(user, "Hallberg: site drawings")));
@@ -301,7 +234,7 @@ TEST_F(EditorFixture, TheFilterKeepsMatchesWithWhatIsAboveThemAndEscapeClearsIt)
     // Where one has been before is still there, out of sight or not.
     QTest::keyClicks(filter, "railing");
     click(control<KorButtonGroup>(1012)->button(1042));
-    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "Hallberg: site drawings");
+    EXPECT_EQ(selected(), "Hallberg: site drawings");
     EXPECT_TRUE(filter->text().isEmpty());
     filter->setFocus();
     QTest::keyClick(filter, Qt::Key_Escape);
@@ -315,8 +248,8 @@ TEST_F(EditorFixture, WhatIsFoundCanBeDeletedAndBroughtBackWithTheFilterSet) {
     const std::vector<std::string> found = inView("Hallberg: posts and beams");
     ASSERT_EQ(found, std::vector<std::string>{"HB beam, long, 1:10"});
     select({"User", "Hallberg: posts and beams", "HB beam, long, 1:10"});
-    answerNext([this](QWidget* box) { click(static_cast<QMessageBox*>(box)->button(QMessageBox::Yes)); });
-    click(control<KorButtonGroup>(1011)->button(1035));
+    answerYes();
+    command(kDelete);
     EXPECT_TRUE(inView("Hallberg: posts and beams").empty());
     EXPECT_EQ(filter->text(), "beam,");
     press(Qt::Key_Z, Qt::ControlModifier);
@@ -325,7 +258,7 @@ TEST_F(EditorFixture, WhatIsFoundCanBeDeletedAndBroughtBackWithTheFilterSet) {
 
 TEST_F(EditorFixture, TheTabKeyWalksFromTheSectionsThroughTreeAndPageToTheButtons) {
     open();
-    select(kUserStyle);
+    select(kStyle);
     showTab(0);
     // The numbers of the controls where Tab stops, from the filter on around to it; 0 for those without.
     const auto walk = [this](Qt::Key key) {
@@ -346,7 +279,7 @@ TEST_F(EditorFixture, TheTabKeyWalksFromTheSectionsThroughTreeAndPageToTheButton
     std::vector<int> back = walk(Qt::Key_Backtab);
     std::reverse(back.begin() + 1, back.end());
     EXPECT_EQ(back, style);
-    select(kUserView);
+    select(kView);
     showTab(0);
     EXPECT_EQ(walk(Qt::Key_Tab), (std::vector<int>{1210, 1000, 1020, 1208, 1104, 1011, 1012, 1013, 1014, 1015,
                                                    1016, 1098, 1, 2, 1089}));

@@ -1,5 +1,4 @@
 #include "data/KorOdbcGUI.h"
-#include "model/KorDSMDialogFactory.h"
 #include "services/CKorHelp.h"
 #include "services/KOSettings.h"
 #include "services/KorResources.h"
@@ -7,16 +6,11 @@
 #include "shell/EditorFixture.h"
 #include "shell/HelpWindow.h"
 
-#include <QApplication>
 #include <QPointer>
-#include <QTest>
-#include <QTimer>
 
 // The ways in for hosts: one factory and several, modal and modeless, in any order.
 
 namespace {
-
-constexpr int kApply = 3;
 
 class EntryPoints : public EditorFixture {
 protected:

@@ -1,41 +1,26 @@
 #include "shell/EditorFixture.h"
 
-#include "controls/KorButtonGroup.h"
 #include "controls/KorButtonGroupMenu.h"
 #include "controls/VELComboTree.h"
 #include "data/exchange/KorODBCDetailStyleExports.h"
-#include "model/KorDSMDialogFactory.h"
 
 #include <QMenu>
-#include <QMessageBox>
-#include <QRadioButton>
-#include <QTest>
-#include <QToolButton>
 
 // Back, forward, and where undo leads.
 
 namespace {
 
-const std::vector<const char*> kStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
-const std::vector<const char*> kView = {"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"};
 const std::vector<const char*> kRailings = {"User", "Hallberg: railings"};
 constexpr int kBack = 1042;
 constexpr int kForward = 1041;
-constexpr int kCopy = 1033;
-constexpr int kDelete = 1035;
 
 class History : public EditorFixture {
 protected:
     void go(int button) { click(control<KorButtonGroup>(1012)->button(button)); }
     bool canGo(int button) { return control<KorButtonGroup>(1012)->isButtonEnabled(button); }
-    std::string selected() {
-        const KorTreeHandle entry = tree().selectedItem();
-        return entry ? tree().getItemText(entry).toStdString() : "";
-    }
     void toggleOption(int index) {
         control<KorButtonGroupMenu>(1233)->menuButton()->menu()->actions()[index]->trigger();
     }
-    void command(int id) { click(control<KorButtonGroup>(1011)->button(id)); }
 };
 
 } // namespace
@@ -124,7 +109,7 @@ TEST_F(History, PassesOverWhatIsDeletedUntilItIsBack) {
     answerNext([](QWidget* modal) { typeName(modal, "HB post 1:20"); });
     command(kCopy);
     ASSERT_EQ(selected(), "HB post 1:20");
-    whenShown<QMessageBox>([](QMessageBox& box) { click(box.button(QMessageBox::Yes)); });
+    answerYes();
     command(kDelete);
     ASSERT_NE(selected(), "HB post 1:20");
     select(kRailings);
@@ -147,10 +132,7 @@ TEST_F(History, PassesOverWhatIsDeletedUntilItIsBack) {
 TEST_F(History, UndoAndRedoLeadToWhatTheyChanged) {
     open();
     KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
-    select(kStyle);
-    showTab(1);
-    constexpr int kBelowDetail = 1035;
-    click(pageControl<QRadioButton>(kBelowDetail));
+    changePosition();
     m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
     select({"User", "Hallberg: workshop", "HB holes"});
     answerNext([](QWidget* modal) { typeName(modal, "HB bores"); });

@@ -1,19 +1,10 @@
 #include "shell/EditorFixture.h"
 
-#include "controls/KorButtonGroup.h"
 #include "controls/VELComboTree.h"
-
-#include <QApplication>
-#include <QMessageBox>
-#include <QTest>
-#include <QToolButton>
 
 // Every change of items reaches all parts of the window.
 
 namespace {
-
-constexpr int kNew = 1029;
-constexpr int kDelete = 1035;
 
 // The combo of the section that is shown.
 VELComboTree* sourceCombo(QWidget& window) {
@@ -30,12 +21,6 @@ KorString pathOf(std::initializer_list<const char*> names) {
     return path;
 }
 
-void sayYes(QWidget* modal) {
-    auto* box = qobject_cast<QMessageBox*>(modal);
-    ASSERT_NE(box, nullptr);
-    QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
-}
-
 } // namespace
 
 TEST_F(EditorFixture, SourceComboAndCommandsFollowDeletionAndUndoOfACategory) {
@@ -50,8 +35,8 @@ TEST_F(EditorFixture, SourceComboAndCommandsFollowDeletionAndUndoOfACategory) {
     int styles = 0;
     while (tree().childCount(category) > 0) {
         tree().selectItem(tree().getChildItem(category));
-        answerNext(sayYes);
-        click(strip->button(kDelete));
+        answerYes();
+        command(kDelete);
         ++styles;
     }
     tree().selectItem(category);
@@ -64,8 +49,8 @@ TEST_F(EditorFixture, SourceComboAndCommandsFollowDeletionAndUndoOfACategory) {
     EXPECT_EQ(tree().selectedItem(), category);
     ASSERT_TRUE(strip->isButtonEnabled(kDelete));
 
-    answerNext(sayYes);
-    click(strip->button(kDelete));
+    answerYes();
+    command(kDelete);
     EXPECT_EQ(combo->findEntry(path), nullptr);
     press(Qt::Key_Z, Qt::ControlModifier);
     const KorTreeHandle back = combo->findEntry(path);
@@ -76,5 +61,5 @@ TEST_F(EditorFixture, SourceComboAndCommandsFollowDeletionAndUndoOfACategory) {
     for (int step = 0; step < styles; ++step)
         press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(tree().childCount(shown), styles);
-    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    EXPECT_FALSE(isPending());
 }

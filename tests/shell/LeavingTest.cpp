@@ -1,28 +1,12 @@
-#include "controls/KorButtonGroup.h"
-#include "model/KorDSMDialogFactory.h"
 #include "services/KorExchangeUtilities.h"
 #include "session/KorDSMHandOver.h"
 #include "shell/EditorFixture.h"
 
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QRadioButton>
-#include <QTest>
 #include <QTextEdit>
-#include <QToolButton>
 
 // Leaving the window while changes are not stored.
 
 namespace {
-
-constexpr int kOk = 1;
-constexpr int kCancel = 2;
-constexpr int kApply = 3;
-constexpr int kUse = 1098;
-constexpr int kCopy = 1033;
-constexpr int kBelowDetail = 1035;
-const std::vector<const char*> kStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
-const char* const kPosition = "SELECT title_position FROM detail_style WHERE name='HB post 1:15'";
 
 class Leaving : public EditorFixture {
 protected:
@@ -32,9 +16,7 @@ protected:
     void change() {
         open();
         m_result = -1;
-        select(kStyle);
-        showTab(1);
-        click(pageControl<QRadioButton>(kBelowDetail));
+        changePosition();
     }
     /// Answers the next question by the button of this text, and notes what it said.
     void answer(const char* text) {
@@ -55,7 +37,6 @@ protected:
         title->setFocus();
         QTest::keyClicks(title, "Shop ");
     }
-    bool pending() const { return !StyleDatabases::current().pending().isEmpty(); }
     std::string storedPosition() {
         m_databases.reset();
         return stored("user.dsdb", kPosition);
@@ -76,11 +57,11 @@ TEST_F(Leaving, EscapeNeverClosesWhileSomethingIsPending) {
     EXPECT_TRUE(filter->text().isEmpty());
     press(Qt::Key_Escape);
     EXPECT_TRUE(m_dialog->isVisible());
-    EXPECT_TRUE(pending());
+    EXPECT_TRUE(isPending());
     typeTitle();
     click(button(kCancel));
     EXPECT_EQ(m_result, QDialog::Rejected) << "a host that asks nothing: dropped at once";
-    EXPECT_FALSE(pending()) << "also what was only typed";
+    EXPECT_FALSE(isPending()) << "also what was only typed";
     open();
     m_result = -1;
     press(Qt::Key_Escape);
@@ -97,11 +78,11 @@ TEST_F(Leaving, CancelAndTheCloseButtonAskWhereTheQuestionIsOn) {
     answer("&Go on editing");
     EXPECT_FALSE(m_dialog->close());
     EXPECT_TRUE(m_dialog->isVisible());
-    EXPECT_TRUE(pending());
+    EXPECT_TRUE(isPending());
     answer("&Drop");
     m_dialog->close();
     EXPECT_EQ(m_result, QDialog::Rejected);
-    EXPECT_FALSE(pending());
+    EXPECT_FALSE(isPending());
     change();
     typeTitle(); // not finished yet, and counted all the same
     answer("&Keep");
@@ -139,7 +120,7 @@ TEST_F(Leaving, WhoGoesOnEditingGoesOnWithThePage) {
     click(button(kUse));
     typeTitle();
     click(button(kApply));
-    EXPECT_FALSE(pending());
+    EXPECT_FALSE(isPending());
     close();
     m_databases.reset();
     EXPECT_EQ(stored("user.dsdb", "SELECT title_format LIKE '%Shop %' FROM detail_style "
@@ -161,9 +142,9 @@ TEST_F(Leaving, UseNamesNoStyleThatIsNotStored) {
             name->insert(QStringLiteral("HB post copied"));
             click(KorControls::find<QPushButton>(modal, 1));
         });
-        click(control<KorButtonGroup>(1011)->button(kCopy));
+        command(kCopy);
         QApplication::processEvents();
-        ASSERT_TRUE(pending());
+        ASSERT_TRUE(isPending());
     };
     copyStyle();
     answer("&Go on editing");
@@ -174,12 +155,12 @@ TEST_F(Leaving, UseNamesNoStyleThatIsNotStored) {
     click(button(kUse));
     EXPECT_EQ(m_result, QDialog::Accepted);
     EXPECT_FALSE(queue.has("RESULT1")) << "the copy is gone";
-    EXPECT_FALSE(pending());
+    EXPECT_FALSE(isPending());
     copyStyle();
     storeElsewhere("user.dsdb", "UPDATE detail_style SET description='theirs' WHERE name='HB post 1:15'");
     answer("&Keep");
     click(button(kUse));
-    EXPECT_FALSE(pending());
+    EXPECT_FALSE(isPending());
     const std::string named =
         std::to_string(queue.getInt("RESULT1")) + " " + std::to_string(queue.getInt("RESULT2"));
     close();

@@ -4,23 +4,12 @@
 #include "services/KorHostReport.h"
 #include "shell/EditorFixture.h"
 #include "support/LockWaiting.h"
-#include "support/OtherProgram.h"
 
-#include <QApplication>
-#include <QComboBox>
 #include <QLabel>
-#include <QMessageBox>
-#include <QRadioButton>
-#include <QTest>
-#include <QTimer>
 
 // What the window does while another program has locked a database.
 
 namespace {
-
-constexpr int kCancel = 2;
-constexpr int kApply = 3;
-constexpr int kBelowDetail = 1035;
 
 class LockedDatabase : public EditorFixture {
 protected:
@@ -44,11 +33,8 @@ protected:
     }
     void change() {
         open();
-        select({"User", "Hallberg: posts and beams", "HB post 1:15"});
-        showTab(1);
-        click(pageControl<QRadioButton>(kBelowDetail));
+        changePosition();
     }
-    bool pending() const { return !StyleDatabases::current().pending().isEmpty(); }
     QLabel* sentence() { return control<QLabel>(LockNotice::kSentence); }
 
     LockWaiting m_forLong{std::chrono::hours(1)};
@@ -93,7 +79,7 @@ TEST_F(LockedDatabase, IsWaitedForWithASentenceUntilTheUserGivesUp) {
     EXPECT_TRUE(m_refusal.endsWith("to be shown later")) << m_refusal.toStdString();
     EXPECT_FALSE(sentence()->isVisible());
     EXPECT_TRUE(m_dialog->isVisible());
-    EXPECT_TRUE(pending());
+    EXPECT_TRUE(isPending());
 
     applyWhileLocked([this](int) { QTest::mouseClick(button(LockNotice::kGiveUp), Qt::LeftButton); });
     EXPECT_EQ(m_calls, 1);
@@ -101,7 +87,7 @@ TEST_F(LockedDatabase, IsWaitedForWithASentenceUntilTheUserGivesUp) {
 
     applyWhileLocked([&](int) { other.run("COMMIT"); });
     EXPECT_EQ(m_refusal, "");
-    EXPECT_FALSE(pending());
+    EXPECT_FALSE(isPending());
     EXPECT_FALSE(sentence()->isVisible());
 }
 
@@ -139,5 +125,5 @@ TEST_F(LockedDatabase, SaysAtOnceWhyAChangeThatMayConcernOthersIsNotWritten) {
     whileLocked([this] { QTest::keyClick(pageControl<QComboBox>(1097), Qt::Key_Down); },
                 [this](int) { press(Qt::Key_Escape); });
     EXPECT_TRUE(m_refusal.contains("locked by another program")) << m_refusal.toStdString();
-    EXPECT_FALSE(pending());
+    EXPECT_FALSE(isPending());
 }

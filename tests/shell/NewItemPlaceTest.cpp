@@ -1,19 +1,13 @@
 #include "shell/EditorFixture.h"
 
-#include "controls/KorButtonGroup.h"
 #include "controls/KorComboBitmap.h"
 #include "controls/VELComboTree.h"
 #include "data/KorOdbcGUI.h"
-#include "model/KorDSMDialogFactory.h"
-
-#include <QTest>
-#include <QToolButton>
 
 // Where new records are filed and shown.
 
 namespace {
 
-constexpr int kNew = 1029;
 constexpr int kGroups = 2306;
 
 const std::vector<const char*> kSetBelowPoints = {
@@ -44,7 +38,7 @@ TEST_F(EditorFixture, ASetMadeBelowDimensionPointsIsFiledInTheGroupChosenAndShow
             QTest::keyClick(groups, Qt::Key_Down);
             typeName(modal, "HB site profile", 2304);
         });
-        click(control<KorButtonGroup>(1011)->button(kNew));
+        command(kNew);
         EXPECT_EQ(proposed, "Hallberg: workshop") << "where the selected set is filed";
         const KorDSMDatabaseItem* made = KorDSMSectionTree::itemOf(tree().selectedItem());
         ASSERT_NE(made, nullptr);
@@ -53,6 +47,6 @@ TEST_F(EditorFixture, ASetMadeBelowDimensionPointsIsFiledInTheGroupChosenAndShow
         EXPECT_EQ(made->m_pParent->getDisplayName().view(), "Hallberg: site");
         EXPECT_TRUE(page() && page()->getData() == made);
         close();
-        EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+        EXPECT_FALSE(isPending());
     }
 }

@@ -1,19 +1,12 @@
 #include "shell/EditorFixture.h"
 
-#include "controls/KorButtonGroup.h"
 #include "controls/KorButtonGroupMenu.h"
 #include "controls/VELComboTree.h"
-#include "model/KorDSMDialogFactory.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
-#include <QLineEdit>
 #include <QMenu>
 #include <QTabBar>
-#include <QTest>
-#include <QTimer>
-#include <QToolButton>
 
 #include <random>
 
@@ -257,5 +250,5 @@ TEST_P(RandomUse, HoldsTogetherBesideAnotherProgram) {
     useEditor(setting("RANDOM_USE_STEPS", 1200));
     ASSERT_FALSE(HasFailure());
     close();
-    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    EXPECT_FALSE(isPending());
 }

@@ -1,37 +1,32 @@
 #include "shell/EditorFixture.h"
 
-#include "controls/KorButtonGroup.h"
 #include "data/KorOdbcMan.h"
 #include "data/exchange/KorODBCDetailStyleExports.h"
 
-#include <QMessageBox>
-#include <QTest>
-#include <QToolButton>
-
 TEST_F(EditorFixture, WhereNothingCanBeWrittenACommandSaysSoBeforeItAsks) {
     open();
-    const KorTreeHandle style = select({"User", "Hallberg: posts and beams", "HB post 1:15"});
+    const KorTreeHandle style = select(kStyle);
     ASSERT_TRUE(m_databases->openFile(SourceId::user(), path("user.dsdb"), true));
     ASSERT_FALSE(KorOdbcMan::getEditableStatus());
     constexpr int kCommands[] = {1029, 1033, 1034, 1035, 1039};
-    for (const int command : kCommands) {
+    for (const int id : kCommands) {
         QString said;
         answerNext([&said](QWidget* modal) {
             if (auto* box = qobject_cast<QMessageBox*>(modal))
                 said = box->text();
             QTest::keyClick(modal, Qt::Key_Escape);
         });
-        click(control<KorButtonGroup>(1011)->button(command));
-        EXPECT_EQ(said, "\"User\" can be read, not changed") << command;
+        command(id);
+        EXPECT_EQ(said, "\"User\" can be read, not changed") << id;
         EXPECT_EQ(tree().selectedItem(), style);
     }
-    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
+    EXPECT_FALSE(isPending());
 }
 
 TEST_F(EditorFixture, AMakersImportGoesIntoTheSourceThatIsSelected) {
     open();
     const std::string file = (m_folder.path() / "post.dsdb").string();
-    const KorTreeHandle post = select({"User", "Hallberg: posts and beams", "HB post 1:15"});
+    const KorTreeHandle post = select(kStyle);
     const SourceId user = SourceId::user();
     const SourceId standard = SourceId::standard();
     ASSERT_EQ(KorODBCDetailStyleExports::exportDetail(0, KorDSMSectionTree::itemOf(post)->recordKey(),
@@ -45,7 +40,7 @@ TEST_F(EditorFixture, AMakersImportGoesIntoTheSourceThatIsSelected) {
     QString said;
     answerNext([&file](QWidget* dialog) { nameFile(dialog, file); });
     readNextMessage(said);
-    click(control<KorButtonGroup>(1011)->button(1039));
+    command(kImport);
     EXPECT_NE(m_databases->source(standard)->table(kTableDetailStyle).find("HB post 1:15"), nullptr);
     EXPECT_EQ(m_databases->source(user)->table(kTableDetailStyle).find("HB post 1:15 1"), nullptr);
 }

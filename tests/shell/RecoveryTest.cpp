@@ -1,14 +1,8 @@
 #include "controls/KorMFCGridCtrl.h"
-#include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
 #include "session/KorDSMUndo.h"
 #include "shell/EditorFixture.h"
 #include "support/FullDisk.h"
-
-#include <QApplication>
-#include <QMessageBox>
-#include <QRadioButton>
-#include <QTimer>
 
 #include <fstream>
 
@@ -16,11 +10,7 @@
 
 namespace {
 
-constexpr int kApply = 3;
-constexpr int kBelowDetail = 1035;
 constexpr int kUpperLeft = 1038;
-const std::vector<const char*> kStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
-const char* const kPosition = "SELECT title_position FROM detail_style WHERE name='HB post 1:15'";
 
 class Recovery : public EditorFixture {
 protected:
@@ -29,16 +19,11 @@ protected:
     /// Leaves one change as a process that is killed does: nobody drops or stores it.
     void crashWithAChange() {
         open();
-        change();
+        changePosition();
         ASSERT_EQ(files(), 1);
         m_dialog.reset();
         m_databases.reset();
         ASSERT_EQ(files(), 1);
-    }
-    void change() {
-        select(kStyle);
-        showTab(1);
-        click(pageControl<QRadioButton>(kBelowDetail));
     }
     int files() const { return files(settingsFile().parent_path()); }
     static int files(const std::filesystem::path& folder) {
@@ -137,12 +122,12 @@ TEST_F(Recovery, AHostThatDoesNotWantItFindsAndLeavesNothing) {
     crashWithAChange();
     KorDSMDialogFactory::recoversChanges = false;
     openAndAnswer({});
-    change();
+    changePosition();
     EXPECT_EQ(files(), 1) << "that of the crash";
     KorDSMDialogFactory::recoversChanges = true;
     KorDSMDialogFactory::recoveryFolder = KorString((m_folder.path() / "host").string());
     openAndAnswer({});
-    change();
+    changePosition();
     EXPECT_EQ(files(m_folder.path() / "host"), 1);
     KorDSMDialogFactory::recoversChanges = false;
     KorDSMMainDialog another(nullptr);

@@ -1,24 +1,17 @@
 #include "shell/EditorFixture.h"
 
-#include "controls/KorButtonGroup.h"
 #include "controls/KorButtonGroupMenu.h"
 #include "controls/KorListCtrl.h"
 #include "controls/VELComboTree.h"
-#include "model/KorDSMDialogFactory.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
-#include <QTest>
-#include <QToolButton>
 
 // What the window says and allows belongs to what is selected.
 
 namespace {
 
-const std::vector<const char*> kUserStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
 constexpr int kStatus = 1007;
 
 class Selection : public EditorFixture {
@@ -49,7 +42,7 @@ protected:
 
 TEST_F(Selection, OfARootTouchesNothingOfTheEntryBefore) {
     open();
-    select(kUserStyle);
+    select(kStyle);
     showTab(1);
     EXPECT_EQ(status(), "Detail style");
     ASSERT_FALSE(commands().empty());
@@ -65,8 +58,8 @@ TEST_F(Selection, OfARootTouchesNothingOfTheEntryBefore) {
     QTest::keyClick(&tree(), Qt::Key_Delete);
     press(Qt::Key_D, Qt::ControlModifier);
     press(Qt::Key_F2);
-    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
-    select(kUserStyle);
+    EXPECT_FALSE(isPending());
+    select(kStyle);
     EXPECT_EQ(status(), "Detail style");
     EXPECT_TRUE(button(1098)->isEnabled());
 
@@ -96,7 +89,7 @@ TEST_F(Selection, OfAnotherSourceByTheComboIsThatOfItsRoot) {
 TEST_F(Selection, StatusFollowsTheViewThatIsChosenForTheSlot) {
     open();
     KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
-    select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"});
+    select(kView);
     showTab(0);
     EXPECT_EQ(status(), "HB front");
     constexpr int kViews = 1020;
@@ -109,7 +102,7 @@ TEST_F(Selection, StatusFollowsTheViewThatIsChosenForTheSlot) {
     QTest::keyClick(views, Qt::Key_Down);
     QApplication::processEvents();
     EXPECT_NE(status(), "HB front");
-    EXPECT_EQ(status(), tree().getItemText(tree().selectedItem()).toStdString());
+    EXPECT_EQ(status(), selected());
 }
 
 TEST_F(Selection, OfADatabaseListsWhatItsTreeShows) {
@@ -121,7 +114,7 @@ TEST_F(Selection, OfADatabaseListsWhatItsTreeShows) {
     list->setCurrentIndex(list->model()->index(0, 0));
     list->setFocus();
     QTest::keyClick(list, Qt::Key_Return);
-    EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "Hallberg: posts and beams");
+    EXPECT_EQ(selected(), "Hallberg: posts and beams");
     EXPECT_EQ(list->model()->headerData(0, Qt::Horizontal).toString(), "Category");
 }
 
@@ -134,7 +127,7 @@ TEST_F(Selection, IsReachedFromTheFilterByKeysAndAnEmptyResultHasAWord) {
         filter->setText("railings");
         QTest::keyClick(filter, key);
         EXPECT_TRUE(tree().hasFocus());
-        EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "Hallberg: railings");
+        EXPECT_EQ(selected(), "Hallberg: railings");
         select({"User"});
     }
     filter->setFocus();

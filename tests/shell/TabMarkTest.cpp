@@ -2,23 +2,15 @@
 
 #include "controls/KorListCtrl.h"
 
-#include <QLineEdit>
-#include <QRadioButton>
 #include <QTabBar>
-#include <QTest>
 #include <QTextEdit>
 
 namespace {
 
-constexpr int kApply = 3;
-constexpr int kAboveMainView = 1033;
-constexpr int kBelowDetail = 1035;
 constexpr int kDesigner = 1012;
 constexpr int kCategories = 1011;
 
-const std::vector<const char*> kStyle = {"User", "Hallberg: posts and beams", "HB post 1:15"};
 const std::vector<const char*> kOtherStyle = {"User", "Hallberg: posts and beams", "HB beam 1:15"};
-const std::vector<const char*> kView = {"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"};
 const std::vector<const char*> kStandard = {"Standard", "General", "Beams"};
 
 class TabMarkTest : public EditorFixture {
