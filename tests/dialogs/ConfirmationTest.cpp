@@ -91,7 +91,7 @@ TEST_F(Confirmation, ShowsWhomTheChangeReachesUpToThoseWhoShareIt) {
     const auto users = [this](eTableType table, const char* name, QString& caption) {
         const auto key = databases.here()->table(table).find(KorString(name))->key;
         KorDSMDialogConfirmation dialog(table, KorOdbcKey(key), nullptr);
-        show(dialog);
+        showActive(dialog);
         caption = KorControls::find<QAbstractButton>(&dialog, 1241)->text();
         auto* list = KorControls::find<KorListCtrl>(&dialog, 1242);
         EXPECT_TRUE(list->isVisible());

@@ -62,7 +62,7 @@ protected:
 };
 
 constexpr int kNew = 1029;
-constexpr int kUse = 1030;
+constexpr int kUseStyle = 1030;
 constexpr int kRename = 1034;
 constexpr int kDelete = 1035;
 
@@ -74,9 +74,9 @@ TEST_F(List, SeveralRowsAreDeletedByDelInOneStep) {
     list().sortByColumn(0);
     const std::vector<std::string> before = names();
     clickRow("HB beam 1:15");
-    EXPECT_TRUE(isOn(kRename) && isOn(kUse));
+    EXPECT_TRUE(isOn(kRename) && isOn(kUseStyle));
     clickRow("HB post 1:15", Qt::ControlModifier);
-    EXPECT_FALSE(isOn(kRename) || isOn(kUse) || isOn(kNew));
+    EXPECT_FALSE(isOn(kRename) || isOn(kUseStyle) || isOn(kNew));
     EXPECT_TRUE(isOn(kDelete));
     answerNext([](QWidget* modal) {
         auto* box = qobject_cast<QMessageBox*>(modal);

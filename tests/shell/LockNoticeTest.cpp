@@ -5,6 +5,7 @@
 #include "shell/EditorFixture.h"
 #include "support/LockWaiting.h"
 
+#include <QComboBox>
 #include <QLabel>
 
 // What the window does while another program has locked a database.

@@ -2,6 +2,8 @@
 
 #include "data/KorOdbcMan.h"
 #include "data/exchange/KorODBCDetailStyleExports.h"
+#include "data/store/LockWait.h"
+#include "support/OtherProgram.h"
 
 TEST_F(EditorFixture, WhereNothingCanBeWrittenACommandSaysSoBeforeItAsks) {
     open();
@@ -45,11 +47,12 @@ TEST_F(EditorFixture, AMakersImportGoesIntoTheSourceThatIsSelected) {
     EXPECT_EQ(m_databases->source(user)->table(kTableDetailStyle).find("HB post 1:15 1"), nullptr);
 }
 
-TEST_F(EditorFixture, WhatCannotBeReadIsToldWheneverItIsSomethingElse) {
+TEST_F(EditorFixture, ACellThatCannotBeReadIsToldAlthoughTheTableWasLockedBefore) {
+    storeElsewhere("user.dsdb", "UPDATE hatch_settings SET spacing = 'far'");
     open();
-    const auto toldAfter = [this](const std::string& value) {
-        storeElsewhere("user.dsdb", "UPDATE detail_style SET title_position = '" + value + "'" +
-                                        " WHERE \"key\" = (SELECT min(\"key\") FROM detail_style)");
+    StyleSource& source = *StyleDatabases::current().source(SourceId::user());
+    ASSERT_FALSE(source.isRead(*findTable(kTableHatchSettings)));
+    const auto toldAtALook = [this] {
         std::string told;
         whenShown<QMessageBox>([&told](QMessageBox& box) {
             told = box.informativeText().toStdString();
@@ -60,6 +63,12 @@ TEST_F(EditorFixture, WhatCannotBeReadIsToldWheneverItIsSomethingElse) {
         QApplication::processEvents();
         return told;
     };
-    EXPECT_NE(toldAfter("far").find("\"far\" instead of"), std::string::npos);
-    EXPECT_NE(toldAfter("near").find("\"near\" instead of"), std::string::npos);
+    OtherProgram other(path("user.dsdb"));
+    other.run("BEGIN EXCLUSIVE");
+    const auto before = LockWait::setLimit(std::chrono::milliseconds(1));
+    source.table(kTableHatchSettings);
+    LockWait::setLimit(before);
+    EXPECT_NE(toldAtALook().find("locked by another program"), std::string::npos);
+    other.run("COMMIT");
+    EXPECT_NE(toldAtALook().find("\"far\" instead of"), std::string::npos);
 }

@@ -142,7 +142,7 @@ TEST_F(Selection, IsReachedFromTheFilterByKeysAndAnEmptyResultHasAWord) {
 
 TEST_F(Selection, ThatTheFilterHidesTakesItsPageAndCommandsAlongUntilItIsSeenAgain) {
     open();
-    const KorTreeHandle style = select(kUserStyle);
+    const KorTreeHandle style = select(kStyle);
     showTab(1);
     auto* filter = control<QLineEdit>(1210);
     const auto expectHidden = [this](bool hidden) {
