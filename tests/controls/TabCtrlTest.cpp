@@ -6,8 +6,12 @@
 #include "controls/KorTemplates.h"
 #include "support/Widgets.h"
 
+#include <QAccessible>
+#include <QCheckBox>
 #include <QScrollArea>
 #include <QTabBar>
+
+#include <array>
 
 namespace {
 
@@ -179,7 +183,15 @@ TEST_F(TabCtrl, DestroyingAPageWithAHalfTypedTextWritesNothing) {
     QObject::connect(edit(page), &KorLineEdit::committed, page, [&] { told = true; });
     edit(page)->setFocus();
     QTest::keyClicks(edit(page), "half");
+    // What screen readers know must go too: the address can be another widget's soon.
+    const auto known = [](QWidget* widget) {
+        return QAccessible::uniqueId(QAccessible::queryAccessibleInterface(widget));
+    };
+    auto* box = new QCheckBox(page);
+    const std::array<QAccessible::Id, 2> ids = {known(edit(page)), known(box)};
     content.reset();
+    for (const QAccessible::Id id : ids)
+        EXPECT_EQ(QAccessible::accessibleInterface(id), nullptr);
     EXPECT_FALSE(told);
     EXPECT_EQ(tabs->currentContent(), nullptr);
     EXPECT_EQ(tabs->findChild<QTabBar*>()->count(), 0);

@@ -1,5 +1,7 @@
 #include "controls/KorLineEdit.h"
 
+#include "controls/KorAccessible.h"
+
 #include <QKeyEvent>
 
 #include <utility>
@@ -7,6 +9,7 @@
 KorLineEdit::KorLineEdit(QWidget* parent) : QLineEdit(parent) {}
 
 KorLineEdit::~KorLineEdit() {
+    KorAccessible::forget(this);
     disconnect();
 }
 

@@ -1,6 +1,7 @@
 #include "controls/KorMFCGridCtrl.h"
 
 #include "base/KorAssert.h"
+#include "controls/KorAccessible.h"
 #include "controls/KorGridDelegate.h"
 #include "controls/KorQt.h"
 
@@ -64,6 +65,7 @@ KorMFCGridCtrl::KorMFCGridCtrl(QWidget* parent) : QTableWidget(parent) {
 }
 
 KorMFCGridCtrl::~KorMFCGridCtrl() {
+    KorAccessible::forget(this);
     disconnect();
     horizontalHeader()->disconnect(this);
 }

@@ -1,6 +1,7 @@
 #include "controls/KorTabPage.h"
 
 #include "base/KorAssert.h"
+#include "controls/KorAccessible.h"
 #include "controls/KorLineEdit.h"
 #include "controls/KorReadable.h"
 #include "controls/KorTemplates.h"
@@ -16,6 +17,8 @@ KorTabPage::KorTabPage(QWidget* parent, int templateId, const KorString& title)
 
 KorTabPage::~KorTabPage() {
     // The derived page is gone; losing the focus now must not call its handlers.
+    for (QWidget* child : findChildren<QWidget*>())
+        KorAccessible::forget(child);
     for (QObject* child : findChildren<QObject*>())
         child->blockSignals(true);
 }
