@@ -29,6 +29,7 @@ KorDSMMainDialog::KorDSMMainDialog(QWidget* parent)
 }
 
 KorDSMMainDialog::~KorDSMMainDialog() {
+    disconnect(qApp, nullptr, this, nullptr); // the focus still moves while the widgets go
     settleBroughtBack();
     if (m_ready) {
         m_memory.writeSetting();
