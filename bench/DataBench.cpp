@@ -1,10 +1,10 @@
 #include "GeneratedStandard.h"
 #include "Growth.h"
 
-#include "data/KorOdbcMan.h"
-#include "data/exchange/KorODBCDetailStyleExports.h"
 #include "data/pending/RecoveryWriter.h"
 #include "model/KorDSMDialogFactory.h"
+#include "operations/KorODBCDetailStyleExports.h"
+#include "operations/KorOdbcMan.h"
 #include "session/KorDSMCommit.h"
 
 #include <benchmark/benchmark.h>

@@ -1,6 +1,6 @@
 #include "GeneratedStandard.h"
 
-#include "data/schema/TableDeclarations.h"
+#include "records/TableDeclarations.h"
 
 #include <deque>
 #include <filesystem>

@@ -2,4 +2,4 @@
 
 /// Which source is current and whether it may be edited, and the reload flags between host and editor. Of
 /// KorOdbcMan only the members marked DETAILSTYLES_API can be reached from outside the module.
-#include "data/KorOdbcMan.h"
+#include "operations/KorOdbcMan.h"

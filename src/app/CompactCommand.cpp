@@ -3,8 +3,8 @@
 #include "app/Console.h"
 #include "app/SourceChoice.h"
 #include "base/Translation.h"
-#include "data/KorOdbcMan.h"
 #include "data/check/OrphanedParts.h"
+#include "operations/KorOdbcMan.h"
 
 #include <algorithm>
 

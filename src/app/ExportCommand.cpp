@@ -4,7 +4,7 @@
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
 #include "base/Translation.h"
-#include "data/exchange/KorODBCDetailStyleExports.h"
+#include "operations/KorODBCDetailStyleExports.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include "app/Console.h"
 #include "base/Translation.h"
 #include "controls/KorQt.h"
-#include "data/exchange/KorODBCDetailStyleExports.h"
-#include "data/schema/TableSchema.h"
+#include "operations/KorODBCDetailStyleExports.h"
+#include "records/TableSchema.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

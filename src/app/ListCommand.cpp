@@ -4,8 +4,8 @@
 #include "app/RowChoice.h"
 #include "base/Translation.h"
 #include "controls/KorQt.h"
-#include "data/KorDSNManager.h"
-#include "data/KorOdbcGUI.h"
+#include "operations/KorDSNManager.h"
+#include "operations/KorOdbcGUI.h"
 #include "shell/DataFolder.h"
 
 #include <QJsonArray>

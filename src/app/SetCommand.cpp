@@ -4,10 +4,10 @@
 #include "app/RowChoice.h"
 #include "base/Translation.h"
 #include "data/CellRules.h"
-#include "data/KorDSNManager.h"
-#include "data/KorScales.h"
 #include "data/RowUsers.h"
 #include "model/CurrentUnits.h"
+#include "operations/KorDSNManager.h"
+#include "operations/KorScales.h"
 #include "session/KorDSMValueText.h"
 
 namespace {

@@ -4,9 +4,9 @@
 #include "app/RowChoice.h"
 #include "base/Translation.h"
 #include "controls/KorQt.h"
-#include "data/KorDSNManager.h"
 #include "data/RowUsers.h"
 #include "data/text/TextFields.h"
+#include "operations/KorDSNManager.h"
 #include "session/KorDSMValueText.h"
 
 #include <QJsonArray>

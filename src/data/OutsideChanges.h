@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/KorDSNDefinitions.h"
 #include "data/store/StyleStore.h"
+#include "records/KorDSNDefinitions.h"
 
 #include <optional>
 

@@ -1,7 +1,5 @@
 #include "data/RowUsers.h"
 
-#include "data/KorOdbcGUI.h"
-
 #include <algorithm>
 
 RowRef wholeOf(StyleSource& source, RowRef row) {
@@ -24,8 +22,9 @@ std::optional<RowRef> sharedWhole(StyleDatabases& databases, RowRef row) {
     if (!source)
         return {};
     const RowRef whole = wholeOf(*source, row);
-    const bool isShared = KorOdbcGUI::isMadeToBeUsed(whole.table) &&
-                          databases.ownerCount(whole.table, KorOdbcKey(whole.key)) > 1;
+    const TableSchema* table = findTable(whole.table);
+    const bool isShared =
+        table && table->isMadeToBeUsed() && databases.ownerCount(whole.table, KorOdbcKey(whole.key)) > 1;
     return isShared ? std::optional(whole) : std::nullopt;
 }
 

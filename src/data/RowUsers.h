@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/RowRef.h"
 #include "data/StyleDatabases.h"
+#include "records/RowRef.h"
 
 #include <optional>
 

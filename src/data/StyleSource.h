@@ -1,9 +1,9 @@
 #pragma once
 
-#include "data/KorDSNDefinitions.h"
 #include "data/ReferenceIndex.h"
 #include "data/StyleTable.h"
 #include "data/store/StyleStore.h"
+#include "records/KorDSNDefinitions.h"
 
 #include <array>
 #include <map>

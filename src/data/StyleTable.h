@@ -1,8 +1,8 @@
 #pragma once
 
-#include "data/KorOdbcKey.h"
 #include "data/NameIndex.h"
-#include "data/schema/TableSchema.h"
+#include "records/KorOdbcKey.h"
+#include "records/TableSchema.h"
 
 /// One table of one source in memory, with its index by run name. Rows change only through this class, so
 /// that the index always fits them.

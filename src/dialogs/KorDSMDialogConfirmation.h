@@ -1,8 +1,8 @@
 #pragma once
 
-#include "data/KorOdbcKey.h"
-#include "data/schema/TableTypes.h"
 #include "dialogs/KorDSMDialog.h"
+#include "records/KorOdbcKey.h"
+#include "records/TableTypes.h"
 
 /// Asks what to do before a field of a shared record is changed.
 class KorDSMDialogConfirmation : public KorDSMDialog {

@@ -3,9 +3,9 @@
 #include "base/KorAssert.h"
 #include "controls/KorControls.h"
 #include "controls/KorQt.h"
-#include "data/exchange/KorDetailTableDependencies.h"
 #include "dialogs/NewItemKinds.h"
 #include "dialogs/NewNameCheck.h"
+#include "operations/KorDetailTableDependencies.h"
 #include "services/Prompts.h"
 
 #include <QAbstractButton>

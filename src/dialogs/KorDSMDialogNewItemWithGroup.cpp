@@ -6,9 +6,9 @@
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "data/FreeName.h"
-#include "data/exchange/KorDetailTableDependencies.h"
 #include "dialogs/NewItemKinds.h"
 #include "dialogs/NewNameCheck.h"
+#include "operations/KorDetailTableDependencies.h"
 #include "services/Prompts.h"
 
 #include <QAbstractButton>

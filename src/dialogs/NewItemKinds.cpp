@@ -1,9 +1,9 @@
 #include "dialogs/NewItemKinds.h"
 
-#include "data/KorDetStructureUtilities.h"
-#include "data/KorODBCDetStyle.h"
-#include "data/KorOdbcGUI.h"
 #include "model/KorDSMDefines.h"
+#include "operations/KorDetStructureUtilities.h"
+#include "operations/KorODBCDetStyle.h"
+#include "operations/KorOdbcGUI.h"
 
 #include <algorithm>
 #include <vector>

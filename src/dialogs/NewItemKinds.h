@@ -2,7 +2,7 @@
 
 #include "base/KorArray.h"
 #include "base/KorString.h"
-#include "data/schema/TableTypes.h"
+#include "records/TableTypes.h"
 
 /// What the new item dialogs show for one type of item.
 struct NewItemKind {

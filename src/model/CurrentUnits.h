@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/KorScales.h"
+#include "operations/KorScales.h"
 #include "services/KorUnitsManager.h"
 
 /// The units of the current database: imperial when its numeric default "C01_DistanceUnit" is 1, else

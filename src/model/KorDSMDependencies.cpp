@@ -1,6 +1,6 @@
 #include "model/KorDSMDependencies.h"
 
-#include "data/KorOdbcGUI.h"
+#include "operations/KorOdbcGUI.h"
 
 namespace KorDSMDependencies {
 

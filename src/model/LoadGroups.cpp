@@ -1,10 +1,10 @@
 #include "model/KorDSMSectionLoader.h"
 
-#include "data/KorODBCDetStyle.h"
-#include "data/KorOdbcGUI.h"
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMItemPlacing.h"
 #include "model/KorDSMMessages.h"
+#include "operations/KorODBCDetStyle.h"
+#include "operations/KorOdbcGUI.h"
 #include "services/Prompts.h"
 
 // The part of the loader that serves the three families that are filed in groups: their groups are read when

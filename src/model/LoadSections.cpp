@@ -1,13 +1,13 @@
 #include "model/KorDSMSectionLoader.h"
 
-#include "data/KorDSNManager.h"
-#include "data/KorODBCDetStyle.h"
-#include "data/KorOdbcGUI.h"
-#include "data/KorOdbcMan.h"
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMDataStructure.h"
 #include "model/KorDSMItemPlacing.h"
 #include "model/KorProgressCtrl.h"
+#include "operations/KorDSNManager.h"
+#include "operations/KorODBCDetStyle.h"
+#include "operations/KorOdbcGUI.h"
+#include "operations/KorOdbcMan.h"
 #include "services/AddInManager.h"
 #include "services/Prompts.h"
 

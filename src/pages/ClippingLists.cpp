@@ -1,11 +1,11 @@
 #include "pages/ClippingLists.h"
 
 #include "controls/KorQt.h"
-#include "data/KorDetStructureUtilities.h"
-#include "data/KorODBCDetStyle.h"
-#include "data/KorOdbcGUI.h"
 #include "data/StyleDatabases.h"
 #include "model/CurrentUnits.h"
+#include "operations/KorDetStructureUtilities.h"
+#include "operations/KorODBCDetStyle.h"
+#include "operations/KorOdbcGUI.h"
 #include "services/Prompts.h"
 
 #include <QComboBox>

@@ -5,8 +5,8 @@
 #include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
 #include "controls/KorQt.h"
-#include "data/records/ViewRecords.h"
 #include "pages/KorDSMPage.h"
+#include "records/ViewRecords.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "controls/KorTabPage.h"
-#include "data/KorOdbcMan.h"
 #include "model/KorDSMMessages.h"
 #include "model/items/KorDSMDatabaseItem.h"
+#include "operations/KorOdbcMan.h"
 #include "pages/ShownColumns.h"
 
 #include <optional>

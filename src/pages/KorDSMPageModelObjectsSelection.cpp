@@ -5,8 +5,8 @@
 #include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
 #include "controls/KorQt.h"
-#include "data/KorODBCDetStyle.h"
-#include "data/KorOdbcGUI.h"
+#include "operations/KorODBCDetStyle.h"
+#include "operations/KorOdbcGUI.h"
 #include "services/Prompts.h"
 
 #include <numeric>

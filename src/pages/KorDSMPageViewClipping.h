@@ -1,9 +1,9 @@
 #pragma once
 
-#include "data/records/ViewRecords.h"
 #include "pages/ClippingLinetypes.h"
 #include "pages/KorDSMPage.h"
 #include "pages/PageFields.h"
+#include "records/ViewRecords.h"
 
 class KorInfoCtrl;
 class KorLineEdit;

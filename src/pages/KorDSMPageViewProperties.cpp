@@ -6,10 +6,10 @@
 #include "controls/KorInfoCtrl.h"
 #include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
-#include "data/records/ViewRecords.h"
 #include "model/CurrentUnits.h"
 #include "pages/LabelDesignerSetup.h"
 #include "pages/SelectionFills.h"
+#include "records/ViewRecords.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/KorScales.h"
+#include "operations/KorScales.h"
 #include "pages/CompassChoice.h"
 #include "pages/KorDSMPage.h"
 #include "pages/PageFields.h"

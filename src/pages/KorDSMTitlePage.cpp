@@ -6,8 +6,8 @@
 #include "controls/KorInfoCtrl.h"
 #include "controls/KorQt.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
-#include "data/schema/TableSchema.h"
 #include "pages/LabelField.h"
+#include "records/TableSchema.h"
 #include "services/Prompts.h"
 
 #include <QRadioButton>

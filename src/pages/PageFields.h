@@ -1,8 +1,8 @@
 #pragma once
 
-#include "data/KorOdbcKey.h"
-#include "data/schema/TableSchema.h"
 #include "pages/ShownColumns.h"
+#include "records/KorOdbcKey.h"
+#include "records/TableSchema.h"
 
 #include <QObject>
 

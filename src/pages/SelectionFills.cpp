@@ -3,12 +3,12 @@
 #include "controls/KorPictures.h"
 #include "controls/VELComboTree.h"
 #include "controls/VELComboTreeBuilder.h"
-#include "data/KorDetStructureUtilities.h"
-#include "data/KorODBCDetStyle.h"
-#include "data/KorOdbcGUI.h"
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMDefines.h"
 #include "model/KorDSMMessages.h"
+#include "operations/KorDetStructureUtilities.h"
+#include "operations/KorODBCDetStyle.h"
+#include "operations/KorOdbcGUI.h"
 #include "services/Prompts.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/KorOdbcKey.h"
-#include "data/schema/TableTypes.h"
+#include "records/KorOdbcKey.h"
+#include "records/TableTypes.h"
 
 #include <vector>
 

@@ -1,8 +1,8 @@
 #include "session/ItemCommandParts.h"
 
-#include "data/KorOdbcGUI.h"
 #include "model/KorDSMSectionLoader.h"
 #include "model/items/KorDsmItems.h"
+#include "operations/KorOdbcGUI.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemKinds.h"
 #include "session/KorDSMValueText.h"

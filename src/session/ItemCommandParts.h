@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/KorDSNManager.h"
-#include "data/RowRef.h"
+#include "operations/KorDSNManager.h"
+#include "records/RowRef.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMItemSource.h"
 

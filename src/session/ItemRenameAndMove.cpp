@@ -1,4 +1,4 @@
-#include "data/KorOdbcGUI.h"
+#include "operations/KorOdbcGUI.h"
 #include "services/Prompts.h"
 #include "session/ItemCommandParts.h"
 #include "session/KorDSMGuardedWrite.h"

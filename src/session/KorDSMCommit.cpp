@@ -1,8 +1,8 @@
 #include "session/KorDSMCommit.h"
 
-#include "data/KorOdbcMan.h"
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMDialogFactory.h"
+#include "operations/KorOdbcMan.h"
 #include "session/PendingGroup.h"
 
 #include <optional>

@@ -2,8 +2,8 @@
 
 #include "base/LabelFormat.h"
 #include "base/Translation.h"
-#include "data/KorDSNManager.h"
 #include "data/store/ReadReport.h"
+#include "operations/KorDSNManager.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
 

@@ -1,10 +1,10 @@
 #include "session/KorDSMGuardedWrite.h"
 
 #include "base/KorAssert.h"
-#include "data/KorOdbcGUI.h"
 #include "data/RowUsers.h"
 #include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMMessages.h"
+#include "operations/KorOdbcGUI.h"
 #include "services/KorHostReport.h"
 
 #include <algorithm>
@@ -45,8 +45,8 @@ bool canJudge(eTableType table, const KorOdbcKey& key, int field) {
 
 // Rows that others use, or that are part of one.
 bool canChangeOthers(eTableType table) {
-    return KorOdbcGUI::isMadeToBeUsed(table) ||
-           std::ranges::any_of(findTable(table)->columns, [](const Column& column) {
+    const TableSchema& schema = *findTable(table);
+    return schema.isMadeToBeUsed() || std::ranges::any_of(schema.columns, [](const Column& column) {
                return column.isReference() && column.role == eReferenceRole::kPartOf;
            });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/KorOdbcMan.h"
-#include "data/RowRef.h"
+#include "operations/KorOdbcMan.h"
+#include "records/RowRef.h"
 
 #include <functional>
 #include <optional>

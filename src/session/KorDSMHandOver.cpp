@@ -1,7 +1,7 @@
 #include "session/KorDSMHandOver.h"
 
-#include "data/KorOdbcGUI.h"
-#include "data/KorOdbcMan.h"
+#include "operations/KorOdbcGUI.h"
+#include "operations/KorOdbcMan.h"
 #include "services/AddInManager.h"
 #include "services/KorExchangeUtilities.h"
 

@@ -1,8 +1,8 @@
 #include "session/KorDSMItemKinds.h"
 
-#include "data/KorOdbcGUI.h"
-#include "data/KorOdbcMan.h"
 #include "model/items/KorDsmItems.h"
+#include "operations/KorOdbcGUI.h"
+#include "operations/KorOdbcMan.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "session/KorDSMItemSource.h"
 
-#include "data/KorOdbcMan.h"
 #include "model/items/KorDsmAddInContentItem.h"
+#include "operations/KorOdbcMan.h"
 
 SourceId KorDSMItemSource::sourceOf(const KorDSMDatabaseItem* item) {
     if (!item)

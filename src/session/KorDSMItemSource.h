@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/KorDSNManager.h"
 #include "model/items/KorDSMDatabaseItem.h"
+#include "operations/KorDSNManager.h"
 
 #include <memory>
 

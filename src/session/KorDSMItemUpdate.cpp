@@ -1,11 +1,11 @@
 #include "session/KorDSMItemUpdate.h"
 
-#include "data/KorDSNManager.h"
-#include "data/KorOdbcGUI.h"
 #include "data/RowClosure.h"
 #include "model/KorDSMDependencies.h"
 #include "model/KorDSMItemPlacing.h"
 #include "model/KorDSMSectionLoader.h"
+#include "operations/KorDSNManager.h"
+#include "operations/KorOdbcGUI.h"
 #include "session/ItemCommandParts.h"
 #include "session/KorDSMItemKinds.h"
 #include "session/KorDSMItemPath.h"

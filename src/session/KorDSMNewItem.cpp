@@ -1,9 +1,9 @@
 #include "session/KorDSMNewItem.h"
 
-#include "data/KorOdbcMan.h"
-#include "data/exchange/KorDetailTableDependencies.h"
 #include "model/KorDSMMessages.h"
 #include "model/items/KorDsmItems.h"
+#include "operations/KorDetailTableDependencies.h"
+#include "operations/KorOdbcMan.h"
 #include "session/KorDSMItemKinds.h"
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMWhereUsed.h"

@@ -1,8 +1,8 @@
 #include "session/KorDSMPlace.h"
 
-#include "data/KorDSNManager.h"
 #include "data/StyleDatabases.h"
 #include "model/KorDSMDependencies.h"
+#include "operations/KorDSNManager.h"
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMWhereUsed.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/RowRef.h"
 #include "model/KorDSMDataStructure.h"
+#include "records/RowRef.h"
 
 #include <vector>
 

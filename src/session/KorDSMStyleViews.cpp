@@ -1,8 +1,8 @@
 #include "session/KorDSMStyleViews.h"
 
-#include "data/KorDetStructureUtilities.h"
-#include "data/KorOdbcGUI.h"
-#include "data/KorOdbcMan.h"
+#include "operations/KorDetStructureUtilities.h"
+#include "operations/KorOdbcGUI.h"
+#include "operations/KorOdbcMan.h"
 #include "session/ItemCommandParts.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMTwins.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "data/RowRef.h"
 #include "data/StyleDatabases.h"
 #include "model/KorDSMDataStructure.h"
+#include "records/RowRef.h"
 
 #include <memory>
 #include <vector>

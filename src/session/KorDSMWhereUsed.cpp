@@ -1,9 +1,9 @@
 #include "session/KorDSMWhereUsed.h"
 
-#include "data/KorDSNManager.h"
-#include "data/KorOdbcGUI.h"
 #include "model/KorDSMDependencies.h"
 #include "model/KorDSMSectionLoader.h"
+#include "operations/KorDSNManager.h"
+#include "operations/KorOdbcGUI.h"
 #include "services/AddInManager.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemPath.h"

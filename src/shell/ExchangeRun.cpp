@@ -1,8 +1,8 @@
 #include "shell/ExchangeRun.h"
 
 #include "controls/KorQt.h"
-#include "data/exchange/KorDetailTableDependencies.h"
 #include "data/store/LockWait.h"
+#include "operations/KorDetailTableDependencies.h"
 #include "services/Prompts.h"
 #include "shell/UserInput.h"
 
@@ -16,8 +16,11 @@ constexpr int kProgressText = 265; // "%s: Esc cancels"
 
 ExchangeRun::ExchangeRun() {
     m_previous = KorODBCDetailStyleExports::setCallbacks(
-        {[this](int steps, const KorString& name) { start(steps, name); }, [this](int done) { step(done); },
-         [this] { end(); }, [this](const KorString& text) { m_messages << toQt(text); }});
+        {[this](int steps, const KorString& name) { start(steps, name); },
+         [this](int done) { step(done); },
+         [this] { end(); },
+         [this](const KorString& text) { m_messages << toQt(text); },
+         {}});
     QApplication::setOverrideCursor(Qt::WaitCursor);
     qApp->installEventFilter(this);
 }

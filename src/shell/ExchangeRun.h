@@ -1,8 +1,8 @@
 #pragma once
 
-#include "data/exchange/KorODBCDetailStyleExports.h"
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMMessages.h"
+#include "operations/KorODBCDetailStyleExports.h"
 
 #include <QObject>
 #include <QStringList>

@@ -1,9 +1,9 @@
 #include "shell/KorDSMSectionTree.h"
 
-#include "data/KorDSNManager.h"
 #include "model/KorDSMDependencies.h"
 #include "model/KorDSMSectionLoader.h"
 #include "model/items/KorDsmItems.h"
+#include "operations/KorDSNManager.h"
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMItemSource.h"
 

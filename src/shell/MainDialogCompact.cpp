@@ -1,6 +1,6 @@
 #include "controls/KorQt.h"
-#include "data/KorOdbcMan.h"
 #include "data/check/OrphanedParts.h"
+#include "operations/KorOdbcMan.h"
 #include "services/Prompts.h"
 #include "shell/KorDSMMainDialog.h"
 

@@ -1,6 +1,6 @@
 #include "controls/KorQt.h"
-#include "data/KorOdbcMan.h"
-#include "data/exchange/KorDatabaseAccess.h"
+#include "operations/KorDatabaseAccess.h"
+#include "operations/KorOdbcMan.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
 #include "shell/ExchangeRun.h"

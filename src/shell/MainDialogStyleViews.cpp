@@ -1,5 +1,5 @@
 #include "controls/KorQt.h"
-#include "data/KorOdbcMan.h"
+#include "operations/KorOdbcMan.h"
 #include "services/Prompts.h"
 #include "session/KorDSMStyleViews.h"
 #include "shell/KorDSMMainDialog.h"

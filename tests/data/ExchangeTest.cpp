@@ -2,9 +2,9 @@
 
 #include "data/FreeName.h"
 #include "data/check/ConsistencyCheck.h"
-#include "data/exchange/KorDatabaseAccess.h"
-#include "data/exchange/KorDetailTableDependencies.h"
-#include "data/exchange/KorODBCDetailStyleExports.h"
+#include "operations/KorDatabaseAccess.h"
+#include "operations/KorDetailTableDependencies.h"
+#include "operations/KorODBCDetailStyleExports.h"
 
 #include <fstream>
 

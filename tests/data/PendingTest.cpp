@@ -1,8 +1,8 @@
 #include "StoreTestSupport.h"
 #include "StyleFixture.h"
 
-#include "data/KorODBCDetStyle.h"
-#include "data/KorOdbcGUI.h"
+#include "operations/KorODBCDetStyle.h"
+#include "operations/KorOdbcGUI.h"
 
 #include <limits>
 #include <map>

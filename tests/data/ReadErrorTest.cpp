@@ -2,7 +2,7 @@
 #include "StyleFixture.h"
 #include "support/FaultVfs.h"
 
-#include "data/KorOdbcGUI.h"
+#include "operations/KorOdbcGUI.h"
 
 // What is done with a source of which not all could be read, or which another program changes while several
 // tables are being read.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/schema/TableDeclarations.h"
 #include "data/store/SqliteStore.h"
+#include "records/TableDeclarations.h"
 #include "support/LockWaiting.h"
 #include "support/Mentions.h"
 #include "support/OtherProgram.h"

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "data/KorOdbcMan.h"
 #include "data/RowClosure.h"
-#include "data/schema/TableDeclarations.h"
 #include "data/store/ReadReport.h"
 #include "data/store/SqliteStore.h"
+#include "operations/KorOdbcMan.h"
+#include "records/TableDeclarations.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "data/text/TextForm.h"
 #include "base/LabelFormat.h"
-#include "data/schema/TableDeclarations.h"
 #include "data/store/SqliteStore.h"
 #include "data/text/SampleData.h"
+#include "records/TableDeclarations.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>

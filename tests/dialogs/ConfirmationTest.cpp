@@ -1,10 +1,10 @@
 #include "controls/KorControls.h"
 #include "controls/KorListCtrl.h"
-#include "data/records/StyleRecords.h"
-#include "data/records/ViewRecords.h"
 #include "dialogs/KorDSMDialogConfirmation.h"
 #include "dialogs/UserDataFixture.h"
 #include "model/KorDSMMessages.h"
+#include "records/StyleRecords.h"
+#include "records/ViewRecords.h"
 
 #include <QCheckBox>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "controls/KorTemplates.h"
-#include "data/KorDSNManager.h"
 #include "data/text/SampleData.h"
+#include "operations/KorDSNManager.h"
 #include "support/FreshProcess.h"
 #include "support/Widgets.h"
 #include "templates/Templates.h"

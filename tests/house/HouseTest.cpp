@@ -12,6 +12,9 @@ namespace {
 namespace fs = std::filesystem;
 using Edges = std::map<std::string, std::set<std::string>>;
 
+// Known to every room above them.
+const std::set<std::string> kGround = {"base", "records", "services"};
+
 Edges readEdges() {
     std::ifstream page(fs::path(SOURCE_DIR) / "ARCHITECTURE.md");
     const std::regex edge(R"(^(\w+)\s+->\s*([\w ]*)$)");
@@ -24,6 +27,8 @@ Edges readEdges() {
         for (std::string room; rooms >> room;)
             edges[match[1]].insert(room);
         edges[match[1]].insert(match[1]);
+        if (!kGround.contains(match[1]))
+            edges[match[1]].insert(kGround.begin(), kGround.end());
     }
     return edges;
 }
@@ -38,7 +43,7 @@ std::string roomOf(const fs::path& file) {
 
 TEST(House, RoomsIncludeOnlyAlongTheListedEdges) {
     const Edges edges = readEdges();
-    ASSERT_EQ(edges.size(), 10u);
+    ASSERT_EQ(edges.size(), 12u);
     const std::regex include(R"(^\s*#include\s*["<]([^">]+)[">])");
     const std::set<std::string> withWindows = {"controls", "dialogs", "pages", "shell", "app"};
     int seen = 0;

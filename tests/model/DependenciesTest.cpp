@@ -1,8 +1,8 @@
 #include "model/ModelFixture.h"
 
-#include "data/KorDSNManager.h"
 #include "model/KorDSMDependencies.h"
 #include "model/items/KorDsmItems.h"
+#include "operations/KorDSNManager.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #include "model/ModelFixture.h"
 
-#include "data/KorODBCDetStyle.h"
 #include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMItemPlacing.h"
 #include "model/KorProgressCtrl.h"
+#include "operations/KorODBCDetStyle.h"
 
 using namespace KorDSMDefines;
 

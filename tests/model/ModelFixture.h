@@ -1,11 +1,11 @@
 #pragma once
 
 #include "base/KorAssert.h"
-#include "data/KorOdbcGUI.h"
 #include "data/StyleFixture.h"
 #include "model/KorDSMDataStructure.h"
 #include "model/KorDSMMessages.h"
 #include "model/KorDSMSectionLoader.h"
+#include "operations/KorOdbcGUI.h"
 #include "services/KOSettings.h"
 #include "services/Prompts.h"
 

@@ -3,7 +3,7 @@
 #include "controls/KorQt.h"
 #include "controls/KorStyle.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
-#include "data/KorOdbcGUI.h"
+#include "operations/KorOdbcGUI.h"
 #include "pages/KorDSMPlainPage.h"
 #include "pages/PageFields.h"
 #include "pages/PageFixture.h"

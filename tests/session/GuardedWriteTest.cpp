@@ -1,7 +1,7 @@
 #include "SampleSession.h"
 
-#include "data/KorOdbcGUI.h"
 #include "data/RowClosure.h"
+#include "operations/KorOdbcGUI.h"
 #include "services/KorHostReport.h"
 #include "support/OtherProgram.h"
 

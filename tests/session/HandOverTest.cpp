@@ -1,6 +1,6 @@
 #include "SampleSession.h"
 
-#include "data/KorOdbcGUI.h"
+#include "operations/KorOdbcGUI.h"
 #include "services/AddInManager.h"
 #include "services/KorExchangeUtilities.h"
 #include "session/KorDSMHandOver.h"

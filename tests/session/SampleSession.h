@@ -1,12 +1,12 @@
 #pragma once
 
 #include "base/KorAssert.h"
-#include "data/KorDSNManager.h"
-#include "data/KorODBCDetStyle.h"
 #include "data/text/SampleData.h"
 #include "model/KorDSMDependencies.h"
 #include "model/KorDSMMessages.h"
 #include "model/items/KorDsmItems.h"
+#include "operations/KorDSNManager.h"
+#include "operations/KorODBCDetStyle.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMItemSource.h"

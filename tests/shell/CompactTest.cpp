@@ -1,4 +1,4 @@
-#include "data/KorOdbcMan.h"
+#include "operations/KorOdbcMan.h"
 #include "session/KorDSMUndo.h"
 #include "shell/EditorFixture.h"
 

@@ -3,7 +3,7 @@
 #include "controls/KorButtonGroupMenu.h"
 #include "controls/KorListCtrl.h"
 #include "controls/VELComboTree.h"
-#include "data/KorOdbcMan.h"
+#include "operations/KorOdbcMan.h"
 #include "services/KOSettings.h"
 #include "services/KorExchangeUtilities.h"
 #include "session/KorDSMHandOver.h"

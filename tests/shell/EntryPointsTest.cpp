@@ -1,4 +1,4 @@
-#include "data/KorOdbcGUI.h"
+#include "operations/KorOdbcGUI.h"
 #include "services/CKorHelp.h"
 #include "services/KOSettings.h"
 #include "services/KorResources.h"

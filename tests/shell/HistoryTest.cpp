@@ -2,7 +2,7 @@
 
 #include "controls/KorButtonGroupMenu.h"
 #include "controls/VELComboTree.h"
-#include "data/exchange/KorODBCDetailStyleExports.h"
+#include "operations/KorODBCDetailStyleExports.h"
 
 #include <QMenu>
 

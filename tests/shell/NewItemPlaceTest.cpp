@@ -2,7 +2,7 @@
 
 #include "controls/KorComboBitmap.h"
 #include "controls/VELComboTree.h"
-#include "data/KorOdbcGUI.h"
+#include "operations/KorOdbcGUI.h"
 
 // Where new records are filed and shown.
 

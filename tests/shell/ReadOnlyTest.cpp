@@ -1,8 +1,8 @@
 #include "shell/EditorFixture.h"
 
-#include "data/KorOdbcMan.h"
-#include "data/exchange/KorODBCDetailStyleExports.h"
 #include "data/store/LockWait.h"
+#include "operations/KorODBCDetailStyleExports.h"
+#include "operations/KorOdbcMan.h"
 #include "support/OtherProgram.h"
 
 TEST_F(EditorFixture, WhereNothingCanBeWrittenACommandSaysSoBeforeItAsks) {

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "data/KorOdbcMan.h"
-#include "data/exchange/KorDetailTableDependencies.h"
-#include "data/exchange/KorODBCDetailStyleExports.h"
 #include "model/KorDSMDialogFactory.h"
+#include "operations/KorDetailTableDependencies.h"
+#include "operations/KorODBCDetailStyleExports.h"
+#include "operations/KorOdbcMan.h"
 #include "services/AddInManager.h"
 #include "services/KOSettings.h"
 #include "services/KorExchangeUtilities.h"

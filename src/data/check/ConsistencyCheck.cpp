@@ -1,10 +1,9 @@
 #include "data/check/ConsistencyCheck.h"
 
 #include "base/Translation.h"
-#include "data/KorOdbcGUI.h"
 #include "data/RowClosure.h"
-#include "data/schema/TableDeclarations.h"
 #include "data/store/ReadReport.h"
+#include "records/TableDeclarations.h"
 
 #include <algorithm>
 #include <map>
@@ -57,7 +56,7 @@ void ConsistencyCheck::checkTable(const TableSchema& table) {
     for (int i = 0; i < rows.size(); ++i) {
         const StructRecord& row = rows.at(i);
         checkCells(table, row);
-        if (m_isComplete && KorOdbcGUI::isMadeToBeUsed(table.type))
+        if (m_isComplete && table.isMadeToBeUsed())
             checkUse(table, row);
         if (m_isComplete && isIdentified && !isReferredTo(table, row, eReferenceRole::kIdentifies))
             add({eSeverity::kWarning, &table, row.key, row.name},

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "data/CellRules.h"
-#include "data/RowRef.h"
+#include "records/RowRef.h"
 
 /// How much a finding matters.
 enum class eSeverity : std::uint8_t {

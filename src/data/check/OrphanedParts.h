@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/RowRef.h"
 #include "data/StyleSource.h"
+#include "records/RowRef.h"
 
 /// The parts (entries of maps, qualifiers of sets and the like) of a source whose owner does not exist, table
 /// by table in the order of keys. Reads all tables; means something only where the source is

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "data/RowRef.h"
 #include "data/StyleSource.h"
 #include "data/exchange/ExchangeProgress.h"
+#include "records/RowRef.h"
 
 #include <map>
 

@@ -91,11 +91,6 @@ void ExchangeImport::renameIfTaken(eTableType table, StructRecord& record) {
     const KorString before = record.name;
     record.name = freeName(m_to, table, before);
     m_report.renamed.push_back({table, before, record.name});
-    if (KorODBCDetailStyleExports::isAdvancedDeepCopyModeEnabled())
-        m_progress.message(KorString::format(
-            translated("The %s \"%s\" is imported as \"%s\", because there is another one of its "
-                       "name."),
-            {findTable(table)->rowName(), before, record.name}));
 }
 
 void ExchangeImport::identify(RowRef row, std::int32_t key) {

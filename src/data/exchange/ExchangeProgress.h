@@ -1,14 +1,12 @@
 #pragma once
 
-#include "data/exchange/KorDetailTableDependencies.h"
-#include "data/exchange/KorODBCDetailStyleExports.h"
+#include "data/exchange/ExchangeReport.h"
 
 /// Tells the installed callbacks of one exchange, from its construction to its destruction.
 class ExchangeProgress {
 public:
     ExchangeProgress(const ExchangeCallbacks& callbacks, std::size_t steps, const KorString& name)
         : m_callbacks(callbacks) {
-        KorDetailTableDependencies::ResetDeepCopyInfo();
         if (m_callbacks.start)
             m_callbacks.start(static_cast<int>(steps), name);
     }
@@ -24,7 +22,7 @@ public:
         ++m_done;
         if (m_callbacks.step)
             m_callbacks.step(m_done);
-        return !KorDetailTableDependencies::m_bDeepCopyCanceledByUser;
+        return !m_callbacks.isCancelled || !m_callbacks.isCancelled();
     }
     void message(const KorString& text) const {
         if (m_callbacks.message)

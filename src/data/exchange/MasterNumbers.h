@@ -1,7 +1,7 @@
 #pragma once
 
 #include "data/StyleSource.h"
-#include "data/records/StyleRecords.h"
+#include "records/StyleRecords.h"
 
 #include <map>
 #include <utility>

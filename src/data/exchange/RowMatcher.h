@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/RowRef.h"
 #include "data/StyleSource.h"
+#include "records/RowRef.h"
 
 #include <map>
 #include <memory>

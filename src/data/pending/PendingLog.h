@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/KorDSNDefinitions.h"
 #include "data/StyleSource.h"
+#include "records/KorDSNDefinitions.h"
 
 #include <map>
 #include <memory>

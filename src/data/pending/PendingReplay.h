@@ -2,8 +2,8 @@
 
 #include "data/CellRules.h"
 #include "data/OutsideChanges.h"
-#include "data/RowRef.h"
 #include "data/pending/PendingLog.h"
+#include "records/RowRef.h"
 
 #include <map>
 #include <set>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/schema/Column.h"
+#include "records/Column.h"
 
 #include <sqlite3.h>
 

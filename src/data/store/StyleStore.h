@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/schema/TableSchema.h"
+#include "records/TableSchema.h"
 
 #include <memory>
 #include <string>

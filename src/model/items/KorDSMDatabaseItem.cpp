@@ -1,8 +1,8 @@
 #include "model/items/KorDSMDatabaseItem.h"
 
-#include "data/records/StructRecord.h"
 #include "model/KorDSMMessages.h"
 #include "model/items/KorDsmAddInContentItem.h"
+#include "records/StructRecord.h"
 
 KorDSMDatabaseItem::~KorDSMDatabaseItem() {
     unlinkEqualItems();

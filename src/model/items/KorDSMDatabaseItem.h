@@ -1,8 +1,8 @@
 #pragma once
 
-#include "data/KorDSNDefinitions.h"
-#include "data/schema/TableTypes.h"
 #include "model/items/KorDSMTreeItemData.h"
+#include "records/KorDSNDefinitions.h"
+#include "records/TableTypes.h"
 
 #include <memory>
 #include <utility>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/schema/TableDeclarations.h"
 #include "model/items/KorDSMDatabaseItem.h"
+#include "records/TableDeclarations.h"
 
 /// An item that shows one record of type R. `Expanded` is the state of a new item: false for records whose
 /// dependent children are made when the entry is opened.

@@ -1,6 +1,0 @@
-#include "data/KorDSNManager.h"
-
-KorDSNManager& KorDSNManager::getInstance() {
-    static KorDSNManager manager;
-    return manager;
-}

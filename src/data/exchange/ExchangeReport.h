@@ -1,0 +1,37 @@
+#pragma once
+
+#include "base/KorString.h"
+#include "records/TableTypes.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+/// How an export, import or deep copy tells of its progress, and hears that it is to end. Any of the
+/// functions may be empty.
+struct ExchangeCallbacks {
+    std::function<void(int steps, const KorString& name)>
+        start;                          ///< what is being exchanged, in how many steps
+    std::function<void(int done)> step; ///< so many steps are done
+    std::function<void()> end;
+    std::function<void(const KorString& text)> message; ///< something that the user should know
+    std::function<bool()> isCancelled;                  ///< asked after each step
+};
+
+/// What an import brought.
+struct ImportReport {
+    /// A row that could not keep its name, because the target has another row of that name.
+    struct Renamed {
+        eTableType table = kNoTable;
+        KorString from;
+        KorString to;
+    };
+
+    std::vector<KorString> imported;     ///< detail styles, by the names that they have in the target
+    std::vector<KorString> alreadyThere; ///< detail styles that the target has with the same content
+    std::vector<Renamed> renamed;
+    int rowsAppended = 0;
+    std::vector<std::string> problems; ///< values that are taken although they are outside their range
+    std::vector<std::string> leftOut;  ///< references to rows that do not exist, one sentence each
+    std::string error;                 ///< one sentence when nothing was imported, else empty
+};

@@ -1,0 +1,6 @@
+#include "operations/KorDSNManager.h"
+
+KorDSNManager& KorDSNManager::getInstance() {
+    static KorDSNManager manager;
+    return manager;
+}

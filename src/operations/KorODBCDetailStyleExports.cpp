@@ -1,0 +1,239 @@
+#include "operations/KorODBCDetailStyleExports.h"
+
+#include "base/Translation.h"
+#include "data/RowClosure.h"
+#include "data/check/ConsistencyCheck.h"
+#include "data/exchange/ExchangeExport.h"
+#include "data/exchange/ExchangeImport.h"
+#include "data/store/SqliteStore.h"
+#include "operations/KorDSNManager.h"
+#include "operations/KorDatabaseAccess.h"
+#include "operations/KorDetailTableDependencies.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+namespace {
+
+using Exports = KorODBCDetailStyleExports;
+using Dependencies = KorDetailTableDependencies;
+
+ExchangeCallbacks cancellable(ExchangeCallbacks callbacks) {
+    if (!callbacks.isCancelled)
+        callbacks.isCancelled = [] { return Dependencies::m_bDeepCopyCanceledByUser; };
+    return callbacks;
+}
+
+ExchangeCallbacks g_callbacks = cancellable({});
+int g_result = Exports::kDone; // of the last operation
+KorString g_failure;           // what it has to say
+
+KorString sentenceOf(int code) {
+    switch (code) {
+    case Exports::kNoSuchSource:
+        return translated("The database is not open; open it and try again.");
+    case Exports::kNoSuchRow:
+        return translated("The definition no longer exists; reload the databases and try again.");
+    case Exports::kReadOnlyTarget:
+        return translated("The database may not be changed; choose the user's own database.");
+    case Exports::kSameSource:
+        return translated("The definition is in this database already; choose another database.");
+    case Exports::kFileFailed:
+        return translated("The file could not be read or written; choose another file.");
+    case Exports::kNotStored:
+        return translated(
+            "The database did not take all rows, so nothing was imported; check it for damage.");
+    default:
+        return {};
+    }
+}
+
+int finish(int code, const KorString& sentence = {}) {
+    g_failure = sentence.isEmpty() ? sentenceOf(code) : sentence;
+    return g_result = code;
+}
+
+// Both ends of an import, made sure of.
+struct Route {
+    StyleSource* from = nullptr;
+    StyleSource* to = nullptr;
+    int fault = Exports::kDone;
+    std::string reason = {}; ///< a sentence of its own for the fault
+};
+
+Route routeBetween(SourceId from, SourceId to) {
+    StyleDatabases& databases = StyleDatabases::current();
+    Route route{databases.source(from), databases.source(to)};
+    if (!route.from || !route.to)
+        route.fault = Exports::kNoSuchSource;
+    else if (from == to)
+        route.fault = Exports::kSameSource;
+    else if (!databases.isEditable(to))
+        route.fault = Exports::kReadOnlyTarget;
+    for (StyleSource* end : {route.from, route.to}) {
+        if (route.fault != Exports::kDone)
+            break;
+        route.reason = end->complete().error;
+        route.fault = route.reason.empty() ? Exports::kDone : Exports::kFileFailed;
+    }
+    return route;
+}
+
+void tellRenamed(const ImportReport& report, const ExchangeProgress& progress) {
+    for (const ImportReport::Renamed& row : report.renamed)
+        progress.message(KorString::format(
+            translated("The %s \"%s\" is imported as \"%s\", because there is another one of its name."),
+            {findTable(row.table)->rowName(), row.from, row.to}));
+}
+
+// Runs an import with the target as the current source, as one group of pending changes. What a failed one
+// did is taken back without a trace.
+template <typename Bring>
+int importInOneGroup(const Route& route, const KorString& label, std::size_t steps, ImportReport& report,
+                     Bring bring) {
+    StyleDatabases& databases = StyleDatabases::current();
+    PendingLog& pending = databases.pending();
+    const KorDSNRequest request(route.to->id().dsn, route.to->id().index);
+    const std::size_t before = pending.steps().size();
+    ImportReport done;
+    Dependencies::ResetDeepCopyInfo();
+    ExchangeProgress progress(g_callbacks, steps, label);
+    ExchangeImport import(databases, *route.from, *route.to, progress, done);
+    pending.beginGroup(KorString::format(translated("importing of \"%s\""), {label}));
+    const bool ok = bring(import, progress);
+    pending.endGroup();
+    report.error = import.refusal();
+    if (!ok) {
+        if (pending.steps().size() > before) {
+            databases.undo();
+            pending.forgetTakenBack();
+        }
+        return import.isRefused() ? Exports::kNotStored : Exports::kCancelled;
+    }
+    if (Exports::isAdvancedDeepCopyModeEnabled())
+        tellRenamed(done, progress);
+    report.imported.insert(report.imported.end(), done.imported.begin(), done.imported.end());
+    report.alreadyThere.insert(report.alreadyThere.end(), done.alreadyThere.begin(), done.alreadyThere.end());
+    report.renamed.insert(report.renamed.end(), done.renamed.begin(), done.renamed.end());
+    report.rowsAppended += done.rowsAppended;
+    return Exports::kDone;
+}
+
+// What an import of these rows did not bring, because the source does not have it.
+void tellLeftOut(const Route& route, const std::vector<RowRef>& rows, ImportReport& report) {
+    const auto sentences = ConsistencyCheck(*route.from).danglingReferences(closureOf(*route.from, rows));
+    report.leftOut.insert(report.leftOut.end(), sentences.begin(), sentences.end());
+}
+
+int importAllStyles(const Route& route, const KorString& path, ImportReport& report) {
+    const RowArray& styles = route.from->table(kTableDetailStyle).rows();
+    const KorString label(std::filesystem::path(path.toStdString()).filename().string());
+    std::vector<RowRef> rows;
+    for (int i = 0; i < styles.size(); ++i)
+        rows.push_back({kTableDetailStyle, styles.at(i).key});
+    const int result = importInOneGroup(route, label, rows.size(), report,
+                                        [&](ExchangeImport& import, ExchangeProgress& progress) {
+                                            return std::ranges::all_of(rows, [&](const RowRef& row) {
+                                                return import.bring(row) && progress.step();
+                                            });
+                                        });
+    if (result == Exports::kDone)
+        tellLeftOut(route, rows, report);
+    return result;
+}
+
+} // namespace
+
+int Exports::exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex index, const KorString& path,
+                          std::vector<std::string>* leftOut, bool mayReplace) {
+    StyleSource* source = StyleDatabases::current().source({dsn, index});
+    if (!source)
+        return finish(kNoSuchSource);
+    if (const StoreResult whole = source->complete(); !whole)
+        return finish(kFileFailed, whole.error);
+    const TableSchema* table = findTable(static_cast<eTableType>(eType));
+    const StructRecord* record = table ? source->table(table->type).find(key) : nullptr;
+    if (!record)
+        return finish(kNoSuchRow);
+    ExchangeExport rows(*source, {table->type, key});
+    Dependencies::ResetDeepCopyInfo();
+    ExchangeProgress progress(g_callbacks, rows.tableCount(), record->name);
+    const StoreResult result = SqliteStore::createWith(
+        path.toStdString(), [&](StyleStore& store) { return rows.writeInto(store, progress); }, mayReplace);
+    if (rows.isCancelled())
+        return finish(kCancelled);
+    if (result && leftOut)
+        *leftOut = ConsistencyCheck(*source).danglingReferences(rows.rows());
+    return result ? finish(kDone) : finish(kFileFailed, result.error);
+}
+
+int Exports::importDetail(int eType, const KorOdbcKey& key, eDSN fromDSN, eIndex fromIndex, eDSN toDSN,
+                          eIndex toIndex, ImportReport* report) {
+    const Route route = routeBetween({fromDSN, fromIndex}, {toDSN, toIndex});
+    if (route.fault != kDone)
+        return finish(route.fault, route.reason);
+    const TableSchema* table = findTable(static_cast<eTableType>(eType));
+    const StructRecord* record = table ? route.from->table(table->type).find(key) : nullptr;
+    if (!record || belongsToOthers(*table))
+        return finish(kNoSuchRow);
+    const RowRef row{table->type, key};
+    const std::size_t steps = closureOf(*route.from, row).size();
+    ImportReport unread;
+    ImportReport& told = report ? *report : unread;
+    const int result =
+        importInOneGroup(route, record->name, steps, told, [&](ExchangeImport& import, ExchangeProgress&) {
+            return import.bringClosure(row) && import.bring(row);
+        });
+    if (result == kDone)
+        tellLeftOut(route, {row}, told);
+    return finish(result, KorString(told.error));
+}
+
+int Exports::importFile(const KorString& path, ImportReport& report, SourceId to) {
+    const SourceId file = SourceId::exchange();
+    KorString error;
+    int result = kFileFailed;
+    if (KorDatabaseAccess::setConnection(file.dsn, file.index, path, error) == 1) {
+        const Route route = routeBetween(file, to);
+        result = route.fault == kDone ? importAllStyles(route, path, report) : route.fault;
+        error = route.fault == kDone ? report.error : route.reason;
+        if (result == kDone)
+            for (const ReadProblem& problem : route.from->problems())
+                report.problems.push_back(problem.sentence);
+    }
+    deleteCache(0);
+    finish(result, error);
+    if (result != kDone)
+        report.error = g_failure.toStdString();
+    return result;
+}
+
+int Exports::GetDSNAndIndexToUse(eDSN& dsn, eIndex& index) {
+    StyleDatabases& databases = StyleDatabases::current();
+    for (const SourceId id : {SourceId{dsn, index}, SourceId::user()}) {
+        if (!databases.isEditable(id))
+            continue;
+        dsn = id.dsn;
+        index = id.index;
+        return 1;
+    }
+    return 0;
+}
+
+int Exports::GetErrorMessage(KorString& text, int code) {
+    text = code == g_result ? g_failure : sentenceOf(code);
+    return text.isEmpty() ? 0 : 1;
+}
+
+void Exports::deleteCache(int) {
+    StyleDatabases::current().closeSource(SourceId::exchange());
+}
+
+bool Exports::isDatabaseOlderThan5_1(eDSN) {
+    return false;
+}
+
+ExchangeCallbacks Exports::setCallbacks(ExchangeCallbacks callbacks) {
+    return std::exchange(g_callbacks, cancellable(std::move(callbacks)));
+}

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "base/KorArray.h"
+#include "data/StyleDatabases.h"
+#include "records/TableDeclarations.h"
+
+/// How the named read operations work, whatever the table. Reads of one record return 1 when it was found
+/// and filled, else 0 and leave the record untouched. Lists return how many rows there are.
+namespace StyleReads {
+
+template <typename R>
+int fill(const StructRecord* row, R& record) {
+    if (row)
+        record = static_cast<const R&>(*row);
+    return row ? 1 : 0;
+}
+
+template <typename R>
+const RowArray* rows() {
+    StyleSource* source = StyleDatabases::current().here();
+    return source ? &source->table(tableOf<R>).rows() : nullptr;
+}
+
+/// The row itself, for readers that need no copy of their own; null when there is none. Valid until the table
+/// changes.
+template <typename R, typename Handle>
+const R* find(const Handle& keyOrName) {
+    StyleSource* source = StyleDatabases::current().here();
+    return source ? static_cast<const R*>(source->table(tableOf<R>).find(keyOrName)) : nullptr;
+}
+
+template <typename R>
+int read(const KorOdbcKey& key, R& record) {
+    StyleSource* source = StyleDatabases::current().here();
+    return source ? fill(source->table(tableOf<R>).find(key), record) : 0;
+}
+
+template <typename R>
+int read(const KorString& runName, R& record) {
+    StyleSource* source = StyleDatabases::current().here();
+    return source ? fill(source->table(tableOf<R>).find(runName), record) : 0;
+}
+
+template <typename R>
+int names(KorArray<KorString>& list) {
+    list.clear();
+    const RowArray* table = rows<R>();
+    const int count = table ? table->size() : 0;
+    list.reserve(count);
+    for (int i = 0; i < count; ++i)
+        list.append(table->at(i).name);
+    return count;
+}
+
+template <typename R, typename Wanted>
+int select(KorArray<R>& list, Wanted wanted) {
+    list.clear();
+    const RowArray* table = rows<R>();
+    for (int i = 0; table && i < table->size(); ++i)
+        if (const R& row = static_cast<const R&>(table->at(i)); wanted(row))
+            list.append(row);
+    return list.length();
+}
+
+template <typename R>
+int all(KorArray<R>& list) {
+    return select(list, [](const R&) { return true; });
+}
+
+/// The parts of a row: those records of type R whose column `whole` holds `key`.
+template <typename R>
+int parts(KorArray<R>& list, std::int32_t R::*whole, const KorOdbcKey& key) {
+    return select(list, [&](const R& row) { return row.*whole == key.getKey(); });
+}
+
+} // namespace StyleReads

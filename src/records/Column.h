@@ -1,0 +1,72 @@
+#pragma once
+
+#include "base/KorString.h"
+#include "records/TableTypes.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <variant>
+#include <vector>
+
+/// One cell as it travels between stores, the pending log and callers.
+using CellValue = std::variant<std::int64_t, double, KorString>;
+
+/// What a column holds. Integer, flag and reference cells are 32-bit integers, real, length and
+/// scale cells doubles; lengths are millimetres, scales paper length over model length.
+enum class eColumnKind : std::uint8_t { kInteger, kFlag, kReference, kReal, kLength, kScale, kText };
+
+/// What a reference means for the row that holds it.
+enum class eReferenceRole : std::uint8_t {
+    kUses,       ///< the row uses the target; counts for sharing and for "in use"
+    kPartOf,     ///< the row is a part of the target; it is copied and deleted with it
+    kFiledUnder, ///< the target is a group or category in which the row is filed
+    kIdentifies, ///< the row tells the host of the target; exported with it, written and deleted on its own
+};
+
+/// One column of one table. Numbers are the attribute indexes of `KorOdbcMan::setAttribute`; number 0 is
+/// the key and cannot be written, number 1 the run name.
+struct Column {
+    int number = 0;
+    std::string name; ///< SQL and command line name, words joined by '_'
+    eColumnKind kind = eColumnKind::kInteger;
+    std::size_t offset = 0; ///< of the member in its record
+    eTableType target = kNoTable;
+    eReferenceRole role = eReferenceRole::kUses;
+    int slot = -1; ///< place, from 0, among the slots of one kind; -1 for a column that is no slot
+    double minimum = -std::numeric_limits<double>::infinity(); ///< allowed range of numbers; what a store
+    double maximum = std::numeric_limits<double>::infinity();  ///< holds outside it is kept and reported
+    std::vector<std::string> valueNames; ///< what the values 0, 1, ... of an integer column are called
+
+    bool isText() const { return kind == eColumnKind::kText; }
+    bool isReal() const {
+        return kind == eColumnKind::kReal || kind == eColumnKind::kLength || kind == eColumnKind::kScale;
+    }
+    bool isInteger() const { return !isText() && !isReal(); }
+    bool isSlot() const { return slot >= 0; }
+    bool isReference() const { return kind == eColumnKind::kReference; }
+
+    /// Whether a cell can hold the value at all: text that is clean UTF-8, or a finite number that loses
+    /// nothing in the column's type.
+    bool canHold(const CellValue& value) const;
+    /// Whether a number lies in the allowed range.
+    bool isInRange(double value) const { return value >= minimum && value <= maximum; }
+
+    /// The cell of `record`, which must be a record of this column's table.
+    CellValue read(const void* record) const;
+    /// Stores a value of the column's own type; a number of the other kind is converted. Returns false, and
+    /// changes nothing, when the value does not fit the column's type.
+    bool write(void* record, const CellValue& value) const;
+
+    std::int32_t& integerIn(void* record) const { return *static_cast<std::int32_t*>(at(record)); }
+    std::int32_t integerIn(const void* record) const { return *static_cast<const std::int32_t*>(at(record)); }
+    double& realIn(void* record) const { return *static_cast<double*>(at(record)); }
+    double realIn(const void* record) const { return *static_cast<const double*>(at(record)); }
+    KorString& textIn(void* record) const { return *static_cast<KorString*>(at(record)); }
+    const KorString& textIn(const void* record) const { return *static_cast<const KorString*>(at(record)); }
+
+private:
+    void* at(void* record) const { return static_cast<std::byte*>(record) + offset; }
+    const void* at(const void* record) const { return static_cast<const std::byte*>(record) + offset; }
+};

@@ -1,0 +1,144 @@
+#pragma once
+
+#include "records/TableSchema.h"
+
+#include <array>
+
+/// Describes one table column by column. Each call adds the column of that number, with the record member
+/// that holds it; a table starts with its run name as column 1.
+template <typename R>
+class TableBuilder {
+public:
+    TableBuilder(std::vector<TableSchema>& tables, std::string name) : m_tables(tables) {
+        TableSchema table;
+        table.type = tableOf<R>;
+        table.name = std::move(name);
+        table.commitsWith = tableOf<R>;
+        table.makeRows = [] { return std::make_unique<TypedRowArray<R>>(); };
+        m_tables.push_back(std::move(table));
+        text(1, "name", &R::name);
+    }
+
+    template <typename C>
+    TableBuilder& text(int number, const char* name, KorString C::*member) {
+        return add(number, name, eColumnKind::kText, member);
+    }
+    template <typename C>
+    TableBuilder& integer(int number, const char* name, std::int32_t C::*member, int minimum, int maximum) {
+        add(number, name, eColumnKind::kInteger, member);
+        return range(minimum, maximum);
+    }
+    template <typename C>
+    TableBuilder& integer(int number, const char* name, std::int32_t C::*member) {
+        return add(number, name, eColumnKind::kInteger, member);
+    }
+    /// An integer whose values 0, 1, ... have names.
+    template <typename C>
+    TableBuilder& choice(int number, const char* name, std::int32_t C::*member,
+                         std::vector<std::string> names) {
+        add(number, name, eColumnKind::kInteger, member);
+        range(0, static_cast<double>(names.size()) - 1);
+        m_tables.back().columns.back().valueNames = std::move(names);
+        return *this;
+    }
+    template <typename C>
+    TableBuilder& flag(int number, const char* name, std::int32_t C::*member) {
+        add(number, name, eColumnKind::kFlag, member);
+        return range(0, 1);
+    }
+    template <typename C>
+    TableBuilder& real(int number, const char* name, double C::*member) {
+        return add(number, name, eColumnKind::kReal, member);
+    }
+    /// A length in millimetres, not below `minimum`.
+    template <typename C>
+    TableBuilder& length(int number, const char* name, double C::*member, double minimum = 0.0) {
+        add(number, name, eColumnKind::kLength, member);
+        constexpr double kLongest = 1e8; // 100 km
+        return range(minimum, kLongest);
+    }
+    template <typename C>
+    TableBuilder& scale(int number, const char* name, double C::*member) {
+        return add(number, name, eColumnKind::kScale, member);
+    }
+    template <typename C>
+    TableBuilder& uses(int number, const char* name, std::int32_t C::*member, eTableType target) {
+        return reference(number, name, member, target, eReferenceRole::kUses);
+    }
+    template <typename C>
+    TableBuilder& partOf(int number, const char* name, std::int32_t C::*member, eTableType target) {
+        return reference(number, name, member, target, eReferenceRole::kPartOf);
+    }
+    template <typename C>
+    TableBuilder& filedUnder(int number, const char* name, std::int32_t C::*member, eTableType target) {
+        return reference(number, name, member, target, eReferenceRole::kFiledUnder);
+    }
+    template <typename C>
+    TableBuilder& identifies(int number, const char* name, std::int32_t C::*member, eTableType target) {
+        return reference(number, name, member, target, eReferenceRole::kIdentifies);
+    }
+    /// Slots of one kind: the columns `number`, `number` + 1, ... named `name`_1, `name`_2, ...
+    template <typename C, std::size_t N>
+    TableBuilder& slots(int number, const char* name, std::array<std::int32_t, N> C::*member,
+                        eTableType target) {
+        const std::size_t first = offsetOf(member);
+        for (std::size_t i = 0; i < N; ++i) {
+            Column& column = append(number + static_cast<int>(i), name + ("_" + std::to_string(i + 1)),
+                                    eColumnKind::kReference, first + i * sizeof(std::int32_t));
+            column.target = target;
+            column.slot = static_cast<int>(i);
+        }
+        return *this;
+    }
+    /// A row may have several owners, so that writing it concerns all of them.
+    TableBuilder& shareable() {
+        m_tables.back().canBeShared = true;
+        return *this;
+    }
+    /// The table takes part in the commit of another table type.
+    TableBuilder& committedWith(eTableType owner) {
+        m_tables.back().commitsWith = owner;
+        return *this;
+    }
+
+private:
+    template <typename M, typename C>
+    static std::size_t offsetOf(M C::*member) {
+        static const R probe{};
+        return static_cast<std::size_t>(
+            reinterpret_cast<const char*>(&(probe.*member)) -
+            reinterpret_cast<const char*>(static_cast<const StructRecord*>(&probe)));
+    }
+
+    Column& append(int number, std::string name, eColumnKind kind, std::size_t offset) {
+        Column& column = m_tables.back().columns.emplace_back();
+        column.number = number;
+        column.name = std::move(name);
+        column.kind = kind;
+        column.offset = offset;
+        return column;
+    }
+
+    template <typename M, typename C>
+    TableBuilder& add(int number, const char* name, eColumnKind kind, M C::*member) {
+        append(number, name, kind, offsetOf(member));
+        return *this;
+    }
+
+    template <typename C>
+    TableBuilder& reference(int number, const char* name, std::int32_t C::*member, eTableType target,
+                            eReferenceRole role) {
+        add(number, name, eColumnKind::kReference, member);
+        m_tables.back().columns.back().target = target;
+        m_tables.back().columns.back().role = role;
+        return *this;
+    }
+
+    TableBuilder& range(double minimum, double maximum) {
+        m_tables.back().columns.back().minimum = minimum;
+        m_tables.back().columns.back().maximum = maximum;
+        return *this;
+    }
+
+    std::vector<TableSchema>& m_tables;
+};
