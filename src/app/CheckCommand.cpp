@@ -5,7 +5,7 @@
 #include "controls/KorQt.h"
 #include "data/check/ConsistencyCheck.h"
 #include "data/store/SqliteStore.h"
-#include "shell/DataFolder.h"
+#include "session/DataFolder.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

@@ -9,7 +9,8 @@
 #include "base/Utf8.h"
 #include "data/store/LockWait.h"
 #include "services/KorHostReport.h"
-#include "shell/DataFolder.h"
+#include "session/DataFolder.h"
+#include "shell/DataFolderPlace.h"
 
 #include <CLI/CLI.hpp>
 
@@ -224,7 +225,7 @@ LockWait::Ask tellOfLocks() {
 
 int run(char** argv, const Wanted& wanted) {
     LockWait::setAsk(tellOfLocks());
-    DataFolder folder(DataFolder::locate(wanted.data));
+    DataFolder folder(locateDataFolder(wanted.data));
     if (wanted.opensFolder)
         folder.open();
     else

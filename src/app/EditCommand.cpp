@@ -13,8 +13,8 @@
 #include "services/KorHostReport.h"
 #include "services/KorTextFile.h"
 #include "services/Prompts.h"
+#include "session/DataFolder.h"
 #include "session/KorDSMHandOver.h"
-#include "shell/DataFolder.h"
 
 #include <QApplication>
 #include <QBuffer>

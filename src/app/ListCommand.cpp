@@ -6,7 +6,7 @@
 #include "controls/KorQt.h"
 #include "operations/KorDSNManager.h"
 #include "operations/KorOdbcGUI.h"
-#include "shell/DataFolder.h"
+#include "session/DataFolder.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

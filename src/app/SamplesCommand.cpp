@@ -3,7 +3,7 @@
 #include "base/Translation.h"
 #include "data/text/SampleData.h"
 #include "services/KorResources.h"
-#include "shell/DataFolder.h"
+#include "session/DataFolder.h"
 
 int samplesCommand(DataFolder& folder, const SamplesOptions& options) {
     const std::string target = options.folder.empty() ? folder.path().string() : options.folder;

@@ -1,79 +1,120 @@
 #include "session/KorDSMCommandStates.h"
 
+#include "operations/KorOdbcMan.h"
+#include "session/KorDSMItemPath.h"
+#include "session/KorDSMItemSource.h"
+
 #include <algorithm>
-#include <initializer_list>
 
 using namespace KorDSMDefines;
 
 namespace {
 
-void set(CommandStates& states, std::initializer_list<int> buttons, bool on) {
-    for (const int button : buttons)
-        states.enabled[static_cast<std::size_t>(button)] = on;
+using Facts = const SelectionFacts&;
+
+bool isGroup(Facts facts) {
+    return facts.type && isGroupType(*facts.type);
 }
 
-void enableForGroup(CommandStates& states, const SelectionFacts& facts) {
-    set(states, {0, 2}, true);
-    states.enabled[5] = !facts.entryHasChildren;
-    states.enabled[7] = facts.type == kDetailStyleCategory;
+bool isSection(Facts facts) {
+    return facts.type && isSectionType(*facts.type);
 }
 
-void enableForFiledRecord(CommandStates& states, const SelectionFacts& facts) {
-    const bool filed = facts.parentType == kAnnotationGroup || facts.parentType == kDimRequestGroup ||
-                       facts.parentType == kQualifierSetGroup || facts.parentType == kPointSelection;
-    if (filed)
-        set(states, {0, 3, 4, 5}, true);
-    else
-        set(states, {1, 7}, true);
+bool isFamilyRecord(Facts facts) {
+    return facts.type == kAnnotationStrategy || facts.type == kDimRequest || facts.type == kQualifierSet;
 }
 
-void enableByType(CommandStates& states, const SelectionFacts& facts) {
-    switch (*facts.type) {
-    case kDatabaseContent:
-        states.enabled[7] = true;
-        states.enabled[2] = facts.standardHasOneChild;
-        break;
-    case kAddInContent:
-        set(states, {2, 7}, true);
-        break;
-    case kDetailStyle:
-        set(states, {0, 1, 3, 4, 5, 6, 7}, true);
-        break;
-    case kDetailStyleCategory:
-    case kAnnotationGroup:
-    case kDimRequestGroup:
-    case kQualifierSetGroup:
-        enableForGroup(states, facts);
-        break;
-    case kDetailStylesSection:
-    case kAnnotationsSection:
-    case kDimRequestsSection:
-    case kQualifiersSection:
-        states.enabled[2] = true;
-        states.enabled[7] = facts.type == kDetailStylesSection;
-        break;
-    case kAnnotationStrategy:
-    case kDimRequest:
-    case kQualifierSet:
-        enableForFiledRecord(states, facts);
-        break;
-    default:
-        set(states, {1, 7}, facts.insideDetailStyle);
-        break;
-    }
+// Styles, and records that are shown where they are filed: not those that another record only uses.
+bool isDefinition(Facts facts) {
+    const bool isFiled = facts.parentType == kAnnotationGroup || facts.parentType == kDimRequestGroup ||
+                         facts.parentType == kQualifierSetGroup || facts.parentType == kPointSelection;
+    return facts.type == kDetailStyle || (isFamilyRecord(facts) && isFiled);
 }
+
+// What a style consists of, and the style itself.
+bool isOfStyle(Facts facts) {
+    if (!facts.type || facts.type == kDatabaseContent || facts.type == kAddInContent || isGroup(facts) ||
+        isSection(facts))
+        return false;
+    return facts.type == kDetailStyle ||
+           (isFamilyRecord(facts) ? !isDefinition(facts) : facts.insideDetailStyle);
+}
+
+bool canMakeNew(Facts facts) {
+    return isDefinition(facts) || isGroup(facts);
+}
+
+bool canDeepCopy(Facts facts) {
+    return facts.type == kAddInContent || isGroup(facts) || isSection(facts) ||
+           (facts.type == kDatabaseContent && facts.standardHasOneChild);
+}
+
+bool canDelete(Facts facts) {
+    return isDefinition(facts) || (isGroup(facts) && !facts.entryHasChildren);
+}
+
+bool canExport(Facts facts) {
+    return facts.type == kDetailStyle;
+}
+
+bool canImport(Facts facts) {
+    return facts.type == kDatabaseContent || facts.type == kAddInContent ||
+           facts.type == kDetailStyleCategory || facts.type == kDetailStylesSection || isOfStyle(facts);
+}
+
+bool always(Facts) {
+    return true;
+}
+
+constexpr ItemCommandRow kRows[] = {
+    {eItemCommand::kNew, 1029, 1044, 33558, "Ctrl+N", canMakeNew, true},
+    {eItemCommand::kUse, 1030, 1045, 33559, "", isOfStyle},
+    {eItemCommand::kDeepCopy, 1032, 1046, 33555, "", canDeepCopy, true, false, false},
+    {eItemCommand::kCopy, 1033, 1043, 33560, "Ctrl+D", isDefinition, true},
+    {eItemCommand::kRename, 1034, 1047, 33561, "F2", isDefinition},
+    {eItemCommand::kDelete, 1035, 1048, 33562, "", canDelete, true, true},
+    {eItemCommand::kExport, 1037, 1051, 33563, "Ctrl+E", canExport},
+    {eItemCommand::kImport, 1039, 1052, 33564, "Ctrl+I", canImport, true},
+    {eItemCommand::kDimensionSettings, 1038, 1049, 33565, "", always, true, false, false},
+    {eItemCommand::kHelp, 1036, 1050, 33746, "", always, false, true},
+};
+
+constexpr bool standInOrder() {
+    for (std::size_t i = 0; i < std::size(kRows); ++i)
+        if (kRows[i].command != static_cast<eItemCommand>(i))
+            return false;
+    return std::size(kRows) == kNumberOfItemCommands;
+}
+static_assert(standInOrder(), "a row for each command, in the order of the enumeration");
 
 } // namespace
 
+std::span<const ItemCommandRow, kNumberOfItemCommands> itemCommandRows() {
+    return kRows;
+}
+
+SelectionFacts selectionFactsOf(KorDSMDatabaseItem& item, bool entryHasChildren) {
+    SelectionFacts facts;
+    facts.type = item.m_Type;
+    if (item.m_pParent)
+        facts.parentType = item.m_pParent->m_Type;
+    facts.entryHasChildren = entryHasChildren || !item.children().isEmpty();
+    facts.insideDetailStyle = item.ancestor(kDetailStyle) != nullptr;
+    const KorDsmSectionItem* section = KorDSMItemPath::sectionOf(item);
+    facts.standardHasOneChild =
+        section && !section->children().isEmpty() && section->children()[0]->children().length() == 1;
+    facts.ownerMode = KorOdbcMan::isCurrentOwnerVEL();
+    facts.inUserDatabase = KorDSMItemSource::sourceOf(&item) == SourceId::user();
+    return facts;
+}
+
+// What cannot be changed can still be used and exported.
 CommandStates commandStates(const SelectionFacts& facts) {
+    const bool isReadOnly = facts.type && !facts.ownerMode && !facts.inUserDatabase;
     CommandStates states;
-    set(states, {8, 9}, true);
-    if (!facts.type)
-        return states;
-    enableByType(states, facts);
-    // What cannot be changed can still be used and exported.
-    if (!facts.ownerMode && !facts.inUserDatabase)
-        set(states, {0, 2, 3, 5, 7, 8}, false);
+    for (const ItemCommandRow& row : kRows)
+        states.enabled[static_cast<std::size_t>(row.command)] =
+            row.isEnabled(facts) && !(row.changesSource && isReadOnly);
     return states;
 }
 
@@ -81,8 +122,11 @@ CommandStates commandStates(const std::vector<SelectionFacts>& selected) {
     if (selected.size() < 2)
         return commandStates(selected.empty() ? SelectionFacts() : selected.front());
     CommandStates states;
-    set(states, {9}, true);
-    states.enabled[5] = std::ranges::all_of(
-        selected, [](const SelectionFacts& facts) { return commandStates(facts)[eItemCommand::kDelete]; });
+    states.enabled.fill(true);
+    for (const SelectionFacts& facts : selected) {
+        const CommandStates ofOne = commandStates(facts);
+        for (const ItemCommandRow& row : kRows)
+            states.enabled[static_cast<std::size_t>(row.command)] &= row.isForSeveral && ofOne[row.command];
+    }
     return states;
 }

@@ -78,6 +78,18 @@ void KorDSMCommit::discard() {
     KorOdbcMan::m_DSMReloadInfo = 1;
 }
 
+bool KorDSMCommit::isAnythingPending() {
+    return !StyleDatabases::current().pending().isEmpty();
+}
+
+bool KorDSMCommit::isChangedOutside() {
+    return StyleDatabases::current().isChangedOutside();
+}
+
+std::vector<OutsideChange> KorDSMCommit::readChanged() {
+    return StyleDatabases::current().refreshChanged();
+}
+
 std::vector<OutsideChange> KorDSMCommit::settle(const Read& read, const ChooseMine& choose) {
     std::optional<PendingLog::Hold> together(StyleDatabases::current().pending());
     std::vector<OutsideChange> changes = read();

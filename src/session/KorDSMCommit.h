@@ -22,6 +22,13 @@ public:
     static Outcome keepAndGoOn();
     /// Takes the changes back that were not kept.
     static void discard();
+    /// Whether there are changes that are not kept yet.
+    static bool isAnythingPending();
+
+    /// Whether another program seems to have changed a database since it was read.
+    static bool isChangedOutside();
+    /// Reads the sources again that another program changed.
+    static std::vector<OutsideChange> readChanged();
     /// Reads sources again, or brings changes back, and says what came of it.
     using Read = std::function<std::vector<OutsideChange>()>;
     /// Given what reading sources again brought, says of which conflicts this program's change is kept.

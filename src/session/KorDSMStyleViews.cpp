@@ -70,6 +70,10 @@ KorDsmDetailStyleItem* styleOf(KorDSMDatabaseItem& item) {
     return dynamic_cast<KorDsmDetailStyleItem*>(item.m_pParent);
 }
 
+bool canChange(KorDSMDatabaseItem& item) {
+    return styleOf(item) && KorOdbcMan::getEditableStatus();
+}
+
 int slotOf(const KorDSMDatabaseItem& view) {
     const auto* style = dynamic_cast<const KorDsmDetailStyleItem*>(view.m_pParent);
     if (!style)

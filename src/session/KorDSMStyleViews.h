@@ -14,6 +14,9 @@ namespace KorDSMStyleViews {
 /// The style of which the item is a view, or the item itself where it is a style; null for others.
 KorDsmDetailStyleItem* styleOf(KorDSMDatabaseItem& item);
 
+/// Whether the item stands for a style or one of its views, and the current source may be edited.
+bool canChange(KorDSMDatabaseItem& item);
+
 /// The view slot, from 0, that a view's item stands for; -1 when it is no view of a style.
 int slotOf(const KorDSMDatabaseItem& view);
 

@@ -2,7 +2,8 @@
 #include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
 #include "services/KorHostReport.h"
-#include "shell/DataFolder.h"
+#include "session/DataFolder.h"
+#include "shell/DataFolderPlace.h"
 #include "shell/KorDSMMainDialog.h"
 #include "shell/ModuleResources.h"
 
@@ -59,9 +60,9 @@ namespace {
 // A host that brings no databases of its own gets those of the user's data folder.
 void openDatabases() {
     const bool hostBringsData = !KOSettings::getInstance().dataFolder().empty();
-    if (hostBringsData || !StyleDatabases::current().sources().empty())
+    if (hostBringsData || DataFolder::isAnyOpen())
         return;
-    DataFolder folder(DataFolder::locate({}));
+    DataFolder folder(locateDataFolder({}));
     folder.open();
     for (const KorString& problem : folder.problems())
         KorHostReport::add(problem);

@@ -1,9 +1,8 @@
 #include "shell/ExchangeRun.h"
 
 #include "controls/KorQt.h"
-#include "data/store/LockWait.h"
-#include "operations/KorDetailTableDependencies.h"
 #include "services/Prompts.h"
+#include "session/KorDSMLockWait.h"
 #include "shell/UserInput.h"
 
 #include <QApplication>
@@ -15,12 +14,11 @@ constexpr int kProgressText = 265; // "%s: Esc cancels"
 } // namespace
 
 ExchangeRun::ExchangeRun() {
-    m_previous = KorODBCDetailStyleExports::setCallbacks(
-        {[this](int steps, const KorString& name) { start(steps, name); },
-         [this](int done) { step(done); },
-         [this] { end(); },
-         [this](const KorString& text) { m_messages << toQt(text); },
-         {}});
+    m_previous = KorDSMExchange::tell({[this](int steps, const KorString& name) { start(steps, name); },
+                                       [this](int done) { step(done); },
+                                       [this] { end(); },
+                                       [this](const KorString& text) { m_messages << toQt(text); },
+                                       {}});
     QApplication::setOverrideCursor(Qt::WaitCursor);
     qApp->installEventFilter(this);
 }
@@ -28,7 +26,7 @@ ExchangeRun::ExchangeRun() {
 ExchangeRun::~ExchangeRun() {
     qApp->removeEventFilter(this);
     QApplication::restoreOverrideCursor();
-    KorODBCDetailStyleExports::setCallbacks(m_previous);
+    KorDSMExchange::tell(m_previous);
 }
 
 void ExchangeRun::start(int steps, const KorString& name) {
@@ -54,9 +52,9 @@ void ExchangeRun::end() {
 }
 
 bool ExchangeRun::eventFilter(QObject* watched, QEvent* event) {
-    if (LockWait::isWaiting() || !swallowsInput(*event)) // whoever waits has its own way out
+    if (KorDSMLockWait::isWaiting() || !swallowsInput(*event)) // whoever waits has its own way out
         return QObject::eventFilter(watched, event);
     if (isEscape(*event))
-        KorDetailTableDependencies::m_bDeepCopyCanceledByUser = true;
+        KorDSMExchange::cancel();
     return true;
 }

@@ -2,7 +2,7 @@
 
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMMessages.h"
-#include "operations/KorODBCDetailStyleExports.h"
+#include "session/KorDSMExchange.h"
 
 #include <QObject>
 #include <QStringList>

@@ -8,7 +8,6 @@
 #include "controls/KorTabCtrl.h"
 #include "controls/TabStops.h"
 #include "model/KorDSMDialogFactory.h"
-#include "operations/KorOdbcMan.h"
 #include "services/CKorHelp.h"
 #include "session/KorDSMItemPath.h"
 #include "shell/KorDSMUndoStrip.h"
@@ -30,7 +29,7 @@ KorDSMMainDialog::KorDSMMainDialog(QWidget* parent)
 
 KorDSMMainDialog::~KorDSMMainDialog() {
     disconnect(qApp, nullptr, this, nullptr); // the focus still moves while the widgets go
-    settleBroughtBack();
+    m_recovery.settle();
     if (m_ready) {
         m_memory.writeSetting();
         leave();
@@ -46,7 +45,7 @@ KorDSMMainDialog::~KorDSMMainDialog() {
 
 int KorDSMMainDialog::OnInitDialog() {
     KorDSMDataStructure::m_bApplyWasPressed = false;
-    writeRecovery();
+    KorDSMRecovery::writeDown(&KorDSMMainDialog::showReportsSoon);
     beginTurn();
     setUpImages();
     setUpSections();
@@ -205,7 +204,7 @@ void KorDSMMainDialog::lookAround() {
         return;
     takeOver();
     offerRecovery();
-    settleBroughtBack();
+    m_recovery.settle();
     readOutsideChanges();
     showReports();
 }

@@ -2,7 +2,6 @@
 
 #include "controls/KorImageList.h"
 #include "controls/MemoryDlg.h"
-#include "data/pending/RecoveryFile.h"
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMDataStructure.h"
 #include "model/KorDSMMessages.h"
@@ -11,6 +10,8 @@
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMItemSource.h"
+#include "session/KorDSMReadProblems.h"
+#include "session/KorDSMRecovery.h"
 #include "session/KorDSMSelectionHistory.h"
 #include "session/KorDSMUndo.h"
 #include "session/KorDSMWhereUsed.h"
@@ -133,12 +134,8 @@ private:
     bool mayEscape() const;
 
     // Recovery
-    void writeRecovery();
     void offerRecovery();
-    void settleBroughtBack();
     static void showReportsSoon();
-    /// Returns whether all was tried; what could not be brought back is shown.
-    bool bringBack(RecoveryFile& lost);
 
     // Sections
     SectionSlot& slot(eViewSections section) { return m_slots[static_cast<std::size_t>(section)]; }
@@ -180,7 +177,7 @@ private:
     bool selectItemDatabase(const KorDSMDatabaseItem* item);
     void updateCommandStates();
     void enableItemCommand(int index, bool enable);
-    SelectionFacts factsOf(const KorDSMDatabaseItem& item);
+    SelectionFacts factsOf(KorDSMDatabaseItem& item);
     KorDSMSelectionHistory::Exists placeExists();
     void historyStep(bool forward);
     void goUp();
@@ -244,7 +241,6 @@ private:
     void markPages();
     void lookAround();
     void showReports();
-    void collectReadProblems();
 
     // Progress
     void showProgress(const DsmProgress& progress);
@@ -273,15 +269,14 @@ private:
     QWidgetList m_tabOrder;
 
     KorTreeHandle m_currentEntry = nullptr;
-    KorTreeHandle m_listedEntry = nullptr;                    // whose children the list at the right shows
-    std::vector<QAction*> m_commandActions;                   // one per item command, in the strip's order
-    std::map<SourceId, std::set<std::string>> m_toldProblems; // what stood when it was last looked at
+    KorTreeHandle m_listedEntry = nullptr;  // whose children the list at the right shows
+    std::vector<QAction*> m_commandActions; // one per item command, in the strip's order
     bool m_recording = true;
     bool m_handleSelection = true;
     bool m_hiddenByFilter = false; // the current entry, and so what belongs to it at the right
     bool m_followingItems = false;
     bool m_itemsChangedPosted = false;
     bool m_ready = false;
-    std::vector<RecoveryFile> m_broughtBack; // whose changes are pending, and not written down again yet
-    bool m_offeredRecovery = false;
+    KorDSMRecovery m_recovery;
+    KorDSMReadProblems m_readProblems;
 };

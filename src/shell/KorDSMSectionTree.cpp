@@ -1,11 +1,9 @@
 #include "shell/KorDSMSectionTree.h"
 
 #include "model/KorDSMDependencies.h"
-#include "model/KorDSMSectionLoader.h"
 #include "model/items/KorDsmItems.h"
-#include "operations/KorDSNManager.h"
+#include "session/KorDSMItemContent.h"
 #include "session/KorDSMItemPath.h"
-#include "session/KorDSMItemSource.h"
 
 #include <algorithm>
 
@@ -112,7 +110,7 @@ void KorDSMSectionTree::buildFullTree() {
 
 void KorDSMSectionTree::fillFromSource(KorDsmAddInContentItem& source) {
     clear();
-    loadChildren(source);
+    KorDSMItemContent::loadChildren(source);
     const KorTreeItem entry = entryFor(source);
     KorTreeHandle root = m_tree->insertItem(entry.text, entry.image);
     bind(source, root);
@@ -127,44 +125,8 @@ void KorDSMSectionTree::onExpanding(KorTreeHandle entry) {
         item = item->children()[0];
     if (!item)
         return;
-    loadChildren(*item);
+    KorDSMItemContent::loadChildren(*item);
     insertChildren(*item, entry);
-}
-
-namespace {
-
-template <typename AddIn>
-bool loadAs(KorDSMDatabaseItem& item, void (*load)(AddIn*)) {
-    auto* addIn = dynamic_cast<AddIn*>(&item);
-    if (addIn)
-        load(addIn);
-    return addIn != nullptr;
-}
-
-} // namespace
-
-bool KorDSMSectionTree::loadContent(KorDSMDatabaseItem& item) {
-    if (item.m_bExpanded || !dynamic_cast<KorDsmAddInContentItem*>(&item))
-        return false;
-    const SourceId source = KorDSMItemSource::sourceOf(&item);
-    const KorDSNRequest request(source.dsn, source.index);
-    loadAs(item, &KorDSMSectionLoader::expandAnnotationsAddInContent) ||
-        loadAs(item, &KorDSMSectionLoader::expandDimRequestsAddInContent) ||
-        loadAs(item, &KorDSMSectionLoader::expandQualifiersAddInContent);
-    return true;
-}
-
-void KorDSMSectionTree::loadChildren(KorDSMDatabaseItem& item) {
-    if (item.m_bExpanded && item.m_Type != KorDSMDefines::kDetailStyle)
-        return;
-    if (loadContent(item))
-        return;
-    const SourceId source = KorDSMItemSource::sourceOf(&item);
-    const KorDSNRequest request(source.dsn, source.index);
-    // Items that were loaded with the section may have been edited through an equal item since.
-    for (KorDSMDatabaseItem* child : item.children())
-        KorDSMDependencies::refreshRecord(*child);
-    KorDSMDependencies::createChildren(item);
 }
 
 void KorDSMSectionTree::insertChildren(KorDSMDatabaseItem& item, KorTreeHandle entry) {
@@ -185,7 +147,7 @@ void KorDSMSectionTree::insertChildren(KorDSMDatabaseItem& item, KorTreeHandle e
 void KorDSMSectionTree::indexNames(KorDSMDatabaseItem& item) {
     if (KorDSMDependencies::canHaveDependents(item.m_Type))
         return;
-    loadContent(item);
+    KorDSMItemContent::load(item);
     for (KorDSMDatabaseItem* child : item.children()) {
         m_names.emplace_back(child->getDisplayName().lowered(), child);
         indexNames(*child);

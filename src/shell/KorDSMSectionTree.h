@@ -45,9 +45,6 @@ public:
     /// The entry at the end of a path of texts, as far as it can be followed; opens entries on its way.
     KorTreeHandle follow(const KorArray<KorString>& path, bool fullTree);
 
-    /// Reads what an add-in holds, if it was not opened yet. Returns whether it was read.
-    static bool loadContent(KorDSMDatabaseItem& item);
-
     /// Adds an entry for a new item at its place among its siblings.
     KorTreeHandle addEntry(KorDSMDatabaseItem& item);
 
@@ -58,7 +55,6 @@ public:
 
 private:
     void onExpanding(KorTreeHandle entry);
-    void loadChildren(KorDSMDatabaseItem& item);
     void insertChildren(KorDSMDatabaseItem& item, KorTreeHandle entry);
     void bind(KorDSMDatabaseItem& item, KorTreeHandle entry);
     void unbind(KorTreeHandle entry);

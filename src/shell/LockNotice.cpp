@@ -3,9 +3,9 @@
 #include "base/Translation.h"
 #include "controls/KorControls.h"
 #include "controls/KorQt.h"
-#include "data/store/LockWait.h"
 #include "model/KorDSMBusy.h"
 #include "services/Prompts.h"
+#include "session/KorDSMLockWait.h"
 #include "shell/UserInput.h"
 
 #include <QApplication>
@@ -23,7 +23,7 @@ constexpr int kGiveUpPrompt = 415; // "Stop waiting"
 constexpr int kWidestName = 320;   // pixels: a long name must not widen the window
 
 std::vector<LockNotice*> g_notices;
-LockWait::Ask g_askedBefore;
+KorDSMLockWait::Ask g_askedBefore;
 
 // Whatever the user does next is worth waiting for again.
 class CommandListener : public QObject {
@@ -32,7 +32,7 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (beginsCommand(*event))
-            LockWait::nextCommand();
+            KorDSMLockWait::nextCommand();
         return QObject::eventFilter(watched, event);
     }
 };
@@ -58,14 +58,14 @@ LockNotice::LockNotice(QBoxLayout* line) : QObject(line->parentWidget()) {
     connect(&m_end, &QTimer::timeout, m_bar, &QWidget::hide);
     new CommandListener(this);
     if (g_notices.empty())
-        g_askedBefore = LockWait::setAsk(&LockNotice::ask);
+        g_askedBefore = KorDSMLockWait::setAsk(&LockNotice::ask);
     g_notices.push_back(this);
 }
 
 LockNotice::~LockNotice() {
     std::erase(g_notices, this);
     if (g_notices.empty())
-        LockWait::setAsk(std::move(g_askedBefore));
+        KorDSMLockWait::setAsk(std::move(g_askedBefore));
 }
 
 bool LockNotice::ask(const std::string& file, std::chrono::milliseconds waited) {

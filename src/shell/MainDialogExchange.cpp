@@ -1,7 +1,6 @@
 #include "controls/KorQt.h"
-#include "operations/KorDatabaseAccess.h"
-#include "operations/KorOdbcMan.h"
 #include "services/Prompts.h"
+#include "session/KorDSMExchange.h"
 #include "session/KorDSMValueText.h"
 #include "shell/ExchangeRun.h"
 #include "shell/KorDSMMainDialog.h"
@@ -15,30 +14,11 @@
 
 namespace {
 
-constexpr int kOneImported = 486;  // "1 detail style was imported."
-constexpr int kManyImported = 261; // "%s detail styles were imported."
-constexpr int kOneThere = 487;     // "1 was there already."
-constexpr int kManyThere = 488;    // "%s were there already."
 constexpr int kImportCaption = 263;
 
 // The filter of file dialogs for style databases.
 QString fileFilter() {
-    return toQt(
-        KorString::format("%s (*.%s)", {Prompts::gui(45028), KorDatabaseAccess::getDatabaseExtension()}));
-}
-
-KorString counted(const std::vector<KorString>& names, int one, int many) {
-    return names.size() == 1
-               ? Prompts::dsm(one)
-               : KorString::format(Prompts::dsm(many),
-                                   {KorString::number(static_cast<std::int64_t>(names.size()))});
-}
-
-KorString summary(const ImportReport& report) {
-    const KorString imported = counted(report.imported, kOneImported, kManyImported);
-    return report.alreadyThere.empty()
-               ? imported
-               : KorString::format("%s %s", {imported, counted(report.alreadyThere, kOneThere, kManyThere)});
+    return toQt(KorString::format("%s (*.%s)", {Prompts::gui(45028), KorDSMExchange::fileExtension()}));
 }
 
 QStringList linesOf(const std::vector<std::string>& sentences) {
@@ -53,17 +33,6 @@ void showIn(QMessageBox& box, const QStringList& lines) {
         box.setDetailedText(lines.join('\n'));
 }
 
-// In advanced mode the messages tell of each row that could not keep its name.
-int importFile(const QString& file, SourceId to, ImportReport& report, QStringList& messages) {
-    const ExchangeRun run;
-    KorODBCDetailStyleExports::EnableAdvancedDeepCopyMode(1);
-    const int result = KorODBCDetailStyleExports::importFile(fromQt(file), report, to);
-    KorODBCDetailStyleExports::EnableAdvancedDeepCopyMode(0);
-    messages = run.messages();
-    messages << linesOf(report.leftOut) << linesOf(report.problems);
-    return result;
-}
-
 } // namespace
 
 void KorDSMMainDialog::exportStyle() {
@@ -74,34 +43,29 @@ void KorDSMMainDialog::exportStyle() {
     finishCurrentPage();
     QFileDialog dialog(this, toQt(Prompts::ups(33563)));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(toQt(KorDatabaseAccess::getDatabaseExtension()));
+    dialog.setDefaultSuffix(toQt(KorDSMExchange::fileExtension()));
     dialog.setNameFilter(fileFilter());
     dialog.selectFile(QStringLiteral("DetailStylesExport"));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return;
-    int result = 0;
-    std::vector<std::string> leftOut;
+    const QString file = dialog.selectedFiles().first();
+    KorDSMExchange::ExportOutcome outcome;
     {
         const ExchangeRun run;
-        result = KorODBCDetailStyleExports::exportDetail(
-            0, KorOdbcKey(item->recordKey()), KorOdbcMan::getCurrentDSN(), KorOdbcMan::getCurrentAddIn(),
-            fromQt(dialog.selectedFiles().first()), &leftOut,
-            QFileInfo::exists(dialog.selectedFiles().first()));
+        outcome = KorDSMExchange::exportStyle(*item, fromQt(file), QFileInfo::exists(file));
     }
-    if (result == KorODBCDetailStyleExports::kDone) {
-        QMessageBox box(
-            leftOut.empty() ? QMessageBox::Information : QMessageBox::Warning, toQt(Prompts::gui(45024)),
-            toQt(KorString::format(Prompts::ups(33526),
-                                   {KorDSMValueText::shortName(item->record()->getRunBezeichnung())})),
-            QMessageBox::Ok, this);
-        showIn(box, linesOf(leftOut));
-        box.exec();
+    if (!outcome.done) {
+        if (!outcome.error.isEmpty())
+            QMessageBox::warning(this, toQt(Prompts::gui(45063)), toQt(outcome.error));
         return;
     }
-    KorString error;
-    KorODBCDetailStyleExports::GetErrorMessage(error, result);
-    if (!error.isEmpty())
-        QMessageBox::warning(this, toQt(Prompts::gui(45063)), toQt(error));
+    QMessageBox box(
+        outcome.leftOut.empty() ? QMessageBox::Information : QMessageBox::Warning, toQt(Prompts::gui(45024)),
+        toQt(KorString::format(Prompts::ups(33526),
+                               {KorDSMValueText::shortName(item->record()->getRunBezeichnung())})),
+        QMessageBox::Ok, this);
+    showIn(box, linesOf(outcome.leftOut));
+    box.exec();
 }
 
 void KorDSMMainDialog::importStyles() {
@@ -109,16 +73,22 @@ void KorDSMMainDialog::importStyles() {
     if (!item)
         return;
     selectItemDatabase(item);
-    SourceId to{KorOdbcMan::getCurrentDSN(), KorOdbcMan::getCurrentAddIn()};
-    if (KorODBCDetailStyleExports::GetDSNAndIndexToUse(to.dsn, to.index) != 1)
+    const std::optional<SourceId> to = KorDSMExchange::importTarget();
+    if (!to)
         return refuse(KorDSMItemCommands::whyNotWritable(SourceId::user()));
     finishCurrentPage();
     const QString file = QFileDialog::getOpenFileName(this, toQt(Prompts::ups(33564)), {}, fileFilter());
     if (file.isEmpty())
         return;
-    ImportReport report;
+    KorDSMExchange::ImportOutcome outcome;
     QStringList messages;
-    if (importFile(file, to, report, messages) != KorODBCDetailStyleExports::kDone) {
+    {
+        const ExchangeRun run;
+        outcome = KorDSMExchange::importFile(fromQt(file), *to);
+        messages = run.messages();
+    }
+    const ImportReport& report = outcome.report;
+    if (!outcome.done) {
         const bool isCancelled = report.error.empty();
         return isCancelled ? void() : refuse(KorString(report.error));
     }
@@ -126,7 +96,8 @@ void KorDSMMainDialog::importStyles() {
         setModified(true);
     reloadSections();
     QMessageBox box(report.leftOut.empty() ? QMessageBox::Information : QMessageBox::Warning,
-                    toQt(Prompts::dsm(kImportCaption)), toQt(summary(report)), QMessageBox::Ok, this);
-    showIn(box, messages);
+                    toQt(Prompts::dsm(kImportCaption)), toQt(KorDSMExchange::summaryOf(report)),
+                    QMessageBox::Ok, this);
+    showIn(box, messages << linesOf(report.leftOut) << linesOf(report.problems));
     box.exec();
 }

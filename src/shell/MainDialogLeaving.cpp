@@ -27,14 +27,10 @@ constexpr int kGoOnEditing = 425;
 constexpr int kFieldNotStored = 413; // "A field shows what is not stored. ..."
 constexpr int kLeaveWithoutIt = 414;
 
-bool somethingIsPending() {
-    return !StyleDatabases::current().pending().isEmpty();
-}
-
 } // namespace
 
 KorDSMMainDialog::eLeaving KorDSMMainDialog::askBeforeLeaving() {
-    if (!KorDSMDialogFactory::asksBeforeLeaving || !somethingIsPending())
+    if (!KorDSMDialogFactory::asksBeforeLeaving || !KorDSMCommit::isAnythingPending())
         return eLeaving::kNotAsked;
     const std::vector<KorString> steps = KorDSMUndo::undoSteps(std::numeric_limits<std::size_t>::max());
     const KorString number = KorString::number(static_cast<std::int64_t>(steps.size()));
@@ -139,5 +135,5 @@ void KorDSMMainDialog::closeEvent(QCloseEvent* event) {
 }
 
 bool KorDSMMainDialog::mayEscape() const {
-    return !m_apply->isEnabled() && !somethingIsPending();
+    return !m_apply->isEnabled() && !KorDSMCommit::isAnythingPending();
 }

@@ -2,6 +2,7 @@
 #include "controls/KorQt.h"
 #include "controls/KorTabCtrl.h"
 #include "services/Prompts.h"
+#include "session/KorDSMItemContent.h"
 #include "session/KorDSMListContents.h"
 #include "shell/KorDSMMainDialog.h"
 
@@ -58,7 +59,7 @@ void KorDSMMainDialog::showList(KorDSMDatabaseItem* item) {
 void KorDSMMainDialog::fillList(KorDSMDatabaseItem& item) {
     // How much is in a group is known, and the group judged, when its records are there.
     const bool isSingle = item.m_Type == KorDSMDefines::kDatabaseContent && item.children().length() == 1;
-    KorDSMSectionTree::loadContent(isSingle ? *item.children()[0] : item);
+    KorDSMItemContent::load(isSingle ? *item.children()[0] : item);
     const KorDSMListContents contents = KorDSMListContents::of(item);
     // Columns that stay keep the order into which the user has sorted them.
     if (m_list->model()->headerData(0, Qt::Horizontal).toString() != toQt(contents.titles.front())) {

@@ -41,11 +41,9 @@ void KorDSMMainDialog::reportCommit(const KorDSMCommit::Outcome& outcome) {
 
 bool KorDSMMainDialog::readOutsideChanges() {
     const KorDSMBusy busy;
-    StyleDatabases& databases = StyleDatabases::current();
-    if (databases.isChangedOutside())
+    if (KorDSMCommit::isChangedOutside())
         finishCurrentPage(); // what is being typed is a change of what was shown so far
-    const std::vector<OutsideChange> changes =
-        followOutsideChanges([&databases] { return databases.refreshChanged(); });
+    const std::vector<OutsideChange> changes = followOutsideChanges(&KorDSMCommit::readChanged);
     return std::ranges::all_of(changes, [](const OutsideChange& change) { return change.conflicts.empty(); });
 }
 
@@ -60,28 +58,16 @@ std::vector<OutsideChange> KorDSMMainDialog::followOutsideChanges(const KorDSMCo
         if (!change.error.empty())
             KorHostReport::add(KorString(change.error));
     reloadSections();
-    if (StyleDatabases::current().pending().isEmpty())
-        m_apply->setEnabled(false);
-    else
+    if (KorDSMCommit::isAnythingPending())
         setModified(true);
+    else
+        m_apply->setEnabled(false);
     m_undoStrip->update();
     return changes;
 }
 
-// What could not be read as declared since the last look; values outside their range are shown as they are.
-void KorDSMMainDialog::collectReadProblems() {
-    for (const SourceId id : StyleDatabases::current().sources()) {
-        std::set<std::string> standing;
-        for (const ReadProblem& problem : StyleDatabases::current().source(id)->problems())
-            if (!problem.kept && standing.insert(problem.sentence).second &&
-                !m_toldProblems[id].contains(problem.sentence))
-                KorHostReport::add(KorString(problem.sentence));
-        m_toldProblems[id] = std::move(standing); // what went and comes again is told again
-    }
-}
-
 void KorDSMMainDialog::showReports() {
-    collectReadProblems();
+    m_readProblems.reportNew();
     QStringList lines;
     for (const KorString& sentence : KorHostReport::take())
         lines << toQt(sentence);

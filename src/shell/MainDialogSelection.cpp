@@ -4,7 +4,6 @@
 #include "controls/KorTabCtrl.h"
 #include "controls/VELComboTree.h"
 #include "model/items/KorDsmItems.h"
-#include "operations/KorOdbcMan.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMValueText.h"
@@ -203,26 +202,16 @@ void KorDSMMainDialog::rememberSelection(KorDSMDatabaseItem& item, KorTreeHandle
     slot(section).combo->selectPath(path);
 }
 
-SelectionFacts KorDSMMainDialog::factsOf(const KorDSMDatabaseItem& item) {
-    SelectionFacts facts;
+// Of what is not opened yet only the tree knows that it can be.
+SelectionFacts KorDSMMainDialog::factsOf(KorDSMDatabaseItem& item) {
     KorTreeCtrl* control = currentTree().control();
     KorTreeHandle entry = item.m_hTreeItem;
-    facts.type = item.m_Type;
-    if (item.m_pParent)
-        facts.parentType = item.m_pParent->m_Type;
-    const bool entryHasChildren = entry && (control->childCount(entry) > 0 || control->isPlaceholder(entry));
-    facts.entryHasChildren = entryHasChildren || !item.children().isEmpty();
-    facts.insideDetailStyle = item.ancestor(kDetailStyle) != nullptr;
-    const KorArray<KorDSMDatabaseItem*>& databases = currentTree().section().children();
-    facts.standardHasOneChild = !databases.isEmpty() && databases[0]->children().length() == 1;
-    facts.ownerMode = KorOdbcMan::isCurrentOwnerVEL();
-    facts.inUserDatabase = KorDSMItemSource::sourceOf(&item) == SourceId::user();
-    return facts;
+    return selectionFactsOf(item, entry && (control->childCount(entry) > 0 || control->isPlaceholder(entry)));
 }
 
 void KorDSMMainDialog::updateCommandStates() {
     std::vector<SelectionFacts> facts;
-    for (const KorDSMDatabaseItem* item : subjects())
+    for (KorDSMDatabaseItem* item : subjects())
         facts.push_back(factsOf(*item));
     const CommandStates states = commandStates(facts);
     for (int i = 0; i < kNumberOfItemCommands; ++i)

@@ -1,5 +1,4 @@
 #include "controls/KorQt.h"
-#include "operations/KorOdbcMan.h"
 #include "services/Prompts.h"
 #include "session/KorDSMStyleViews.h"
 #include "shell/KorDSMMainDialog.h"
@@ -21,7 +20,7 @@ constexpr int kNoRoom = 272; // "A detail style can have no more than %d views."
 } // namespace
 
 void KorDSMMainDialog::addViewCommands(QMenu& menu, KorDSMDatabaseItem& item) {
-    if (!KorDSMStyleViews::styleOf(item) || !KorOdbcMan::getEditableStatus())
+    if (!KorDSMStyleViews::canChange(item))
         return;
     menu.addSeparator();
     menu.addAction(toQt(Prompts::dsm(kAdd)), this, [this, &item] { addView(item); });

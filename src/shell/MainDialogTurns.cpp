@@ -88,6 +88,6 @@ void KorDSMMainDialog::takeOver() {
     }
     m_sections->buttonGroup()->setCheckedButton(
         m_sections->buttonGroup()->buttonId(m_structure.getSelectedSection()));
-    m_apply->setEnabled(!StyleDatabases::current().pending().isEmpty());
+    m_apply->setEnabled(KorDSMCommit::isAnythingPending());
     m_undoStrip->update();
 }

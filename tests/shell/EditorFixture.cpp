@@ -2,7 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "data/text/SampleData.h"
-#include "shell/DataFolder.h"
+#include "session/DataFolder.h"
 #include "shell/ModuleResources.h"
 
 #include <QTabBar>

@@ -1,4 +1,4 @@
-#include "shell/DataFolder.h"
+#include "session/DataFolder.h"
 
 #include "base/Translation.h"
 #include "data/store/SqliteCreation.h"
@@ -6,21 +6,10 @@
 #include "services/KOSettings.h"
 #include "services/KorHostReport.h"
 
-#include <QStandardPaths>
-
 namespace fs = std::filesystem;
 
-fs::path DataFolder::locate(const std::string& named) {
-    if (!named.empty()) {
-        std::error_code error; // the working folder may have been deleted
-        const fs::path folder = fs::absolute(named, error);
-        return (error ? fs::path(named) : folder).lexically_normal();
-    }
-    const auto place = QStandardPaths::GenericDataLocation;
-    QString folder = QStandardPaths::locate(place, "detailstyles", QStandardPaths::LocateDirectory);
-    if (folder.isEmpty())
-        folder = QStandardPaths::writableLocation(place) + "/detailstyles";
-    return fs::path(folder.toStdString());
+bool DataFolder::isAnyOpen() {
+    return !StyleDatabases::current().sources().empty();
 }
 
 void DataFolder::open() {

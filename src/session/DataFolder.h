@@ -8,15 +8,13 @@
 /// of `addins`. What cannot be used is left out and told, and the program goes on with the rest.
 class DataFolder {
 public:
-    /// The folder that the user named, else the first `detailstyles` folder among the places where the
-    /// desktop keeps data of programs, else the one that would be made in the user's own place.
-    static std::filesystem::path locate(const std::string& named);
-
     explicit DataFolder(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
     /// Opens all databases as sources of the current `StyleDatabases`. Where there is no User database yet an
     /// empty one is made, if the folder may be written.
     void open();
+    /// Whether there are open databases, wherever they came from.
+    static bool isAnyOpen();
 
     /// Adds what the services have reported so far to the problems. Returns whether there was anything.
     bool takeReports();

@@ -1,0 +1,15 @@
+#include "session/KorDSMLockWait.h"
+
+#include "data/store/LockWait.h"
+
+KorDSMLockWait::Ask KorDSMLockWait::setAsk(Ask ask) {
+    return LockWait::setAsk(std::move(ask));
+}
+
+bool KorDSMLockWait::isWaiting() {
+    return LockWait::isWaiting();
+}
+
+void KorDSMLockWait::nextCommand() {
+    LockWait::nextCommand();
+}

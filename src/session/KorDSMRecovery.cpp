@@ -1,0 +1,105 @@
+#include "session/KorDSMRecovery.h"
+
+#include "base/Translation.h"
+#include "data/pending/RecoveryWriter.h"
+#include "model/KorDSMBusy.h"
+#include "model/KorDSMDialogFactory.h"
+#include "services/KOSettings.h"
+#include "services/KorHostReport.h"
+#include "services/Prompts.h"
+#include "session/KorDSMUndo.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace {
+
+constexpr int kStep = 433; // what the undo menu calls it
+constexpr int kMissing = 434;
+
+std::filesystem::path folder() {
+    const KorString& chosen = KorDSMDialogFactory::recoveryFolder;
+    return chosen.isEmpty() ? KOSettings::getInstance().file().parent_path()
+                            : std::filesystem::path(chosen.toStdString());
+}
+
+// Those of another data folder wait until that is open.
+void tellOfMissing(const RecoveryFile& lost) {
+    std::error_code ignored;
+    for (const std::string& database : lost.readOnly())
+        KorHostReport::add(KorString::format(
+            translated(
+                "The file \"%s\" has changes of the database \"%s\", which can only be read now; start "
+                "the editor again when you may change the database, or delete the file."),
+            {lost.file().string(), database}));
+    for (const std::string& database : lost.missing())
+        if (!std::filesystem::exists(database, ignored))
+            KorHostReport::add(KorString::format(
+                translated(
+                    "The file \"%s\" has changes of the database \"%s\", which is not there any more; put "
+                    "the database back, or delete the file."),
+                {lost.file().string(), database}));
+}
+
+// Returns whether all was tried; what could not be brought back is shown.
+bool bringBack(RecoveryFile& lost, const KorDSMRecovery::Follow& follow) {
+    const KorDSMBusy busy;
+    const std::vector<OutsideChange> changes =
+        follow([&lost] { return StyleDatabases::current().bringBack(lost.changes(), Prompts::dsm(kStep)); });
+    if (!std::ranges::all_of(changes, [](const OutsideChange& change) { return change.error.empty(); }))
+        return false;
+    for (const std::string& file : lost.missing())
+        KorHostReport::add(KorString::format(Prompts::dsm(kMissing), {file}));
+    return true;
+}
+
+} // namespace
+
+void KorDSMRecovery::writeDown(std::function<void()> reportWaits) {
+    PendingLog& pending = StyleDatabases::current().pending();
+    if (!KorDSMDialogFactory::recoversChanges)
+        pending.dismissObserver();
+    else if (!pending.isObserved() && !folder().empty())
+        pending.setObserver(std::make_unique<RecoveryWriter>(folder(), StyleDatabases::current(),
+                                                             [reportWaits](const KorString& sentence) {
+                                                                 KorHostReport::add(sentence);
+                                                                 reportWaits();
+                                                             }));
+}
+
+void KorDSMRecovery::offer(const Ask& ask, const Follow& follow) {
+    if (!KorDSMDialogFactory::recoversChanges || std::exchange(m_offered, true))
+        return;
+    for (RecoveryFile& lost : RecoveryFile::abandonedIn(folder()))
+        offer(std::move(lost), ask, follow);
+    settle();
+}
+
+void KorDSMRecovery::offer(RecoveryFile lost, const Ask& ask, const Follow& follow) {
+    if (const StoreResult result = lost.read(StyleDatabases::current()); !result) {
+        KorHostReport::add(KorString(result.error));
+    } else if (lost.changes().isEmpty()) {
+        if (lost.missing().empty())
+            lost.settle();
+        else
+            tellOfMissing(lost);
+    } else {
+        const eAnswer answer =
+            ask({KorDSMUndo::stepsOf(lost.changes(), std::numeric_limits<std::size_t>::max()), lost.time(),
+                 lost.replaced()});
+        if (answer == eAnswer::kNever)
+            lost.settle();
+        else if (answer == eAnswer::kYes && bringBack(lost, follow))
+            m_broughtBack.push_back(std::move(lost));
+    }
+}
+
+// What was brought back may be nowhere else yet.
+void KorDSMRecovery::settle() {
+    if (!StyleDatabases::current().pending().isSafe())
+        return;
+    for (RecoveryFile& lost : m_broughtBack)
+        lost.settle();
+    m_broughtBack.clear();
+}
