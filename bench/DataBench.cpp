@@ -1,6 +1,7 @@
 #include "GeneratedStandard.h"
 #include "Growth.h"
 
+#include "data/StyleDatabases.h"
 #include "data/pending/RecoveryWriter.h"
 #include "model/KorDSMDialogFactory.h"
 #include "operations/KorODBCDetailStyleExports.h"

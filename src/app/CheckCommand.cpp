@@ -3,6 +3,7 @@
 #include "app/SourceChoice.h"
 #include "base/Translation.h"
 #include "controls/KorQt.h"
+#include "data/StyleDatabases.h"
 #include "data/check/ConsistencyCheck.h"
 #include "data/store/SqliteStore.h"
 #include "session/DataFolder.h"

@@ -1,6 +1,7 @@
 #include "app/CommitReport.h"
 
 #include "app/Console.h"
+#include "data/StyleDatabases.h"
 #include "session/KorDSMCommit.h"
 #include "session/KorDSMConflictWords.h"
 

@@ -3,6 +3,7 @@
 #include "app/Console.h"
 #include "app/SourceChoice.h"
 #include "base/Translation.h"
+#include "data/StyleDatabases.h"
 #include "data/check/OrphanedParts.h"
 #include "operations/KorOdbcMan.h"
 

@@ -6,6 +6,7 @@
 #include "app/StartSelection.h"
 #include "base/Translation.h"
 #include "controls/KorStyle.h"
+#include "data/StyleDatabases.h"
 #include "data/store/LockWait.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"

@@ -4,6 +4,7 @@
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
 #include "base/Translation.h"
+#include "data/StyleDatabases.h"
 #include "operations/KorODBCDetailStyleExports.h"
 
 namespace {

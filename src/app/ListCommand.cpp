@@ -4,6 +4,7 @@
 #include "app/RowChoice.h"
 #include "base/Translation.h"
 #include "controls/KorQt.h"
+#include "data/StyleDatabases.h"
 #include "operations/KorDSNManager.h"
 #include "operations/KorOdbcGUI.h"
 #include "session/DataFolder.h"

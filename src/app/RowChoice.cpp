@@ -1,6 +1,7 @@
 #include "app/RowChoice.h"
 
 #include "base/Translation.h"
+#include "data/StyleDatabases.h"
 #include "session/KorDSMValueText.h"
 
 #include <algorithm>

@@ -5,6 +5,7 @@
 #include "base/Translation.h"
 #include "data/CellRules.h"
 #include "data/RowUsers.h"
+#include "data/StyleDatabases.h"
 #include "model/CurrentUnits.h"
 #include "operations/KorDSNManager.h"
 #include "operations/KorScales.h"
@@ -89,7 +90,7 @@ void tellUnlistedScale(const Column& column, const CellValue& value) {
 
 int write(const RowChoice& row, const Column& column, const CellValue& value) {
     StyleDatabases& databases = StyleDatabases::current();
-    if (databases.setCell(row.table->type, row.key, column.number, value) != StyleDatabases::kWritten)
+    if (databases.setCell(row.table->type, row.key, column.number, value) != WriteResult::kWritten)
         return refuse(
             kExitFailed,
             KorString::format(translated("The value could not be written to column \"%s\"."), {column.name}));

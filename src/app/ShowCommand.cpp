@@ -5,6 +5,7 @@
 #include "base/Translation.h"
 #include "controls/KorQt.h"
 #include "data/RowUsers.h"
+#include "data/StyleDatabases.h"
 #include "data/text/TextFields.h"
 #include "operations/KorDSNManager.h"
 #include "session/KorDSMValueText.h"

@@ -1,6 +1,7 @@
 #include "app/SourceChoice.h"
 
 #include "base/Translation.h"
+#include "data/StyleDatabases.h"
 #include "services/AddInManager.h"
 
 #include <algorithm>

@@ -85,14 +85,14 @@ int StyleDatabases::keepMine(SourceId id, const OutsideConflict& conflict) {
     const eTableType table = conflict.table->type;
     const KorOdbcKey key(conflict.key);
     if (!open || !conflict.reason.isEmpty() || !open->table(table).find(key))
-        return kFailed;
-    int result = kFailed;
+        return WriteResult::kFailed;
+    int result = WriteResult::kFailed;
     const SourceId before = std::exchange(m_currentId, id);
     if (conflict.kind == OutsideConflict::eKind::kCell) {
         result = setCell(table, key, conflict.column->number, *conflict.mine);
     } else if (conflict.kind == OutsideConflict::eKind::kDelete) {
         removeRow(*open, table, key);
-        result = kWritten;
+        result = WriteResult::kWritten;
     }
     m_currentId = before;
     return result;

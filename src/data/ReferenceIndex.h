@@ -1,16 +1,9 @@
 #pragma once
 
-#include "records/TableSchema.h"
+#include "records/Referrer.h"
 
 #include <unordered_map>
 #include <vector>
-
-/// A cell that refers to a row.
-struct Referrer {
-    const TableSchema* table = nullptr;
-    const Column* column = nullptr;
-    std::int32_t key = 0; ///< of the row that holds the cell
-};
 
 /// Who refers to the rows of one table of one source, by the key referred to.
 class ReferenceIndex {

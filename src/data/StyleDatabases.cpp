@@ -67,11 +67,11 @@ bool canBeJudged(StyleSource& source, const TableSchema& table, const Column& co
 int judge(StyleSource& source, const TableSchema& table, const Column& column, std::int32_t key,
           const StructRecord* held, const CellValue& value) {
     if (held && value == column.read(held))
-        return StyleDatabases::kWritten;
+        return WriteResult::kWritten;
     if (!canBeJudged(source, table, column))
-        return StyleDatabases::kIncompleteSource;
-    return faultOf(source, table, column, key, value) == eCellFault::kNone ? StyleDatabases::kWritten
-                                                                           : StyleDatabases::kFailed;
+        return WriteResult::kIncompleteSource;
+    return faultOf(source, table, column, key, value) == eCellFault::kNone ? WriteResult::kWritten
+                                                                           : WriteResult::kFailed;
 }
 
 } // namespace
@@ -81,63 +81,63 @@ int StyleDatabases::setCell(eTableType type, KorOdbcKey key, int number, const C
     const TableSchema* schema = findTable(type);
     const Column* column = schema ? schema->column(number) : nullptr;
     if (!open || !column)
-        return kFailed;
+        return WriteResult::kFailed;
     if (!isEditable())
-        return kReadOnlySource;
+        return WriteResult::kReadOnlySource;
     const StructRecord* row = open->table(type).find(key);
     if (!row)
-        return kFailed;
+        return WriteResult::kFailed;
     const int verdict = judge(*open, *schema, *column, key, row, value);
-    return verdict == kWritten ? writeCell(*open, type, key, *column, value) : verdict;
+    return verdict == WriteResult::kWritten ? writeCell(*open, type, key, *column, value) : verdict;
 }
 
 int StyleDatabases::writeCell(StyleSource& source, eTableType type, KorOdbcKey key, const Column& column,
                               const CellValue& value) {
     const CellValue before = column.read(source.table(type).find(key));
     if (!source.setCell(type, key, column, value))
-        return kFailed;
+        return WriteResult::kFailed;
     PendingStep step{source.id(), type, PendingStep::eAction::kCell, key, &column, before, {}, {}};
     step.after = column.read(source.table(type).find(key));
     step.mends = source.isUnreadable(key, column);
     if (step.mends || step.after != before)
         m_pending.record(std::move(step));
-    return kWritten;
+    return WriteResult::kWritten;
 }
 
 int StyleDatabases::store(eTableType type, const StructRecord& record) {
     StyleSource* open = here();
     const TableSchema* schema = findTable(type);
     if (!open || !schema)
-        return kFailed;
+        return WriteResult::kFailed;
     if (!isEditable())
-        return kReadOnlySource;
+        return WriteResult::kReadOnlySource;
     const KorOdbcKey key(record.key);
     const StructRecord* row = open->table(type).find(key);
     if (!row)
-        return kFailed;
+        return WriteResult::kFailed;
     for (const Column& column : schema->columns)
         if (const int verdict = judge(*open, *schema, column, key, row, column.read(&record));
-            verdict != kWritten)
+            verdict != WriteResult::kWritten)
             return verdict;
     m_pending.beginGroup(record.name);
     for (const Column& column : schema->columns)
         writeCell(*open, type, key, column, column.read(&record));
     m_pending.endGroup();
-    return kWritten;
+    return WriteResult::kWritten;
 }
 
 int StyleDatabases::append(eTableType type, StructRecord& record) {
     StyleSource* open = here();
     const TableSchema* schema = findTable(type);
     if (!open || !schema)
-        return kFailed;
+        return WriteResult::kFailed;
     if (!isEditable())
-        return kReadOnlySource;
+        return WriteResult::kReadOnlySource;
     const StructRecord* original = open->table(type).find(KorOdbcKey(record.key));
     for (const Column& column : schema->columns)
         if (const int verdict = judge(*open, *schema, column, 0, column.number == 1 ? nullptr : original,
                                       column.read(&record));
-            verdict != kWritten)
+            verdict != WriteResult::kWritten)
             return verdict;
     return appendStored(type, record);
 }
@@ -145,21 +145,21 @@ int StyleDatabases::append(eTableType type, StructRecord& record) {
 int StyleDatabases::appendStored(eTableType type, StructRecord& record) {
     StyleSource* open = here();
     if (!open || !findTable(type))
-        return kFailed;
+        return WriteResult::kFailed;
     if (!isEditable())
-        return kReadOnlySource;
+        return WriteResult::kReadOnlySource;
     const KorOdbcKey original(record.key);
     const bool isCopy = open->table(type).find(original) != nullptr;
     if (!(isCopy ? open->complete() : open->readingOf(type)))
-        return kIncompleteSource;
+        return WriteResult::kIncompleteSource;
     if (!(isCopy ? whyNotCopied(*open, {type, original}) : open->whyFull(type)).empty())
-        return kFailed;
+        return WriteResult::kFailed;
     m_pending.beginGroup(record.name);
     appendRow(*open, type, record);
     if (isCopy)
         copyParts(*open, type, original, record.key);
     m_pending.endGroup();
-    return kWritten;
+    return WriteResult::kWritten;
 }
 
 // The table must have a key left.
@@ -197,18 +197,18 @@ void StyleDatabases::removeRow(StyleSource& source, eTableType type, KorOdbcKey 
 int StyleDatabases::remove(eTableType type, KorOdbcKey key) {
     StyleSource* open = here();
     if (!open || !findTable(type))
-        return kFailed;
+        return WriteResult::kFailed;
     if (!isEditable())
-        return kReadOnlySource;
+        return WriteResult::kReadOnlySource;
     const StructRecord* row = open->table(type).find(key);
     if (!row)
-        return kFailed;
+        return WriteResult::kFailed;
     if (!open->complete())
-        return kIncompleteSource;
+        return WriteResult::kIncompleteSource;
     m_pending.beginGroup(row->name);
     removeRow(*open, type, key);
     m_pending.endGroup();
-    return kWritten;
+    return WriteResult::kWritten;
 }
 
 void StyleDatabases::apply(const PendingStep& step, bool forward) {

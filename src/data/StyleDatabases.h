@@ -3,6 +3,7 @@
 #include "data/OutsideChanges.h"
 #include "data/StyleSource.h"
 #include "data/pending/PendingLog.h"
+#include "records/WriteResult.h"
 
 #include <functional>
 #include <set>
@@ -20,14 +21,6 @@ struct SourceCommit {
 /// operations (`KorOdbcMan`, `KorOdbcGUI`, ...) are one-line doors to the instance that `current` gives.
 class StyleDatabases {
 public:
-    /// Results of writes, besides 1 for success.
-    enum eWriteResult : int {
-        kWritten = 1,
-        kFailed = 0, ///< no such row or column, or a value that does not fit
-        kReadOnlySource = -1,
-        kIncompleteSource = -2, ///< a table could not be read; `StyleSource::complete` says why
-    };
-
     StyleDatabases();
     ~StyleDatabases();
     StyleDatabases(const StyleDatabases&) = delete;

@@ -1,5 +1,6 @@
 #include "model/KorDSMDependencies.h"
 
+#include "operations/CurrentRows.h"
 #include "operations/KorOdbcGUI.h"
 
 namespace KorDSMDependencies {
@@ -119,10 +120,9 @@ void createChildren(KorDSMDatabaseItem& item) {
 }
 
 bool refreshRecord(KorDSMDatabaseItem& item) {
-    StyleSource* source = StyleDatabases::current().here();
-    if (!source || !item.record())
+    if (!item.record() || !CurrentRows::all(item.tableType()))
         return true;
-    const StructRecord* row = source->table(item.tableType()).find(KorOdbcKey(item.recordKey()));
+    const StructRecord* row = CurrentRows::find(item.tableType(), KorOdbcKey(item.recordKey()));
     if (row)
         item.updateRecord(*row);
     return row != nullptr;

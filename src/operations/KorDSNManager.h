@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/StyleDatabases.h"
+#include "records/KorDSNDefinitions.h"
 
 /// Gives source pairs their numbers and tells which one is current.
 class KorDSNManager {
@@ -9,17 +9,15 @@ public:
 
     /// The index of installed add-in number i (from 0).
     eIndex getAddInIdx(int i) const { return SourceId::addIn(i).index; }
-    eDSN getCurrentDSN() const { return StyleDatabases::current().currentSource().dsn; }
-    eIndex getCurrentIndex() const { return StyleDatabases::current().currentSource().index; }
+    eDSN getCurrentDSN() const;
+    eIndex getCurrentIndex() const;
 };
 
 /// Makes a source current for its lifetime and restores the previous one when it ends.
 class KorDSNRequest {
 public:
-    KorDSNRequest(eDSN dsn, eIndex index) : m_previous(StyleDatabases::current().currentSource()) {
-        StyleDatabases::current().setCurrentSource({dsn, index});
-    }
-    virtual ~KorDSNRequest() { StyleDatabases::current().setCurrentSource(m_previous); }
+    KorDSNRequest(eDSN dsn, eIndex index);
+    virtual ~KorDSNRequest();
     KorDSNRequest(const KorDSNRequest&) = delete;
     KorDSNRequest& operator=(const KorDSNRequest&) = delete;
 

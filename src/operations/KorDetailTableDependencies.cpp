@@ -2,6 +2,7 @@
 
 #include "data/FreeName.h"
 #include "data/RowClosure.h"
+#include "data/StyleDatabases.h"
 #include "data/exchange/MasterNumbers.h"
 
 int KorDetailTableDependencies::gatherRows(RowRef row) {
@@ -26,7 +27,7 @@ int KorDetailTableDependencies::storeRow(eTableType table, StructRecord& record,
     StyleDatabases& databases = StyleDatabases::current();
     StyleSource* source = databases.here();
     if (!source)
-        return StyleDatabases::kFailed;
+        return WriteResult::kFailed;
     if (!source->table(table).find(key))
         return databases.append(table, record);
     record.key = key;
@@ -47,8 +48,4 @@ int KorDetailTableDependencies::GetDefaultNameForRow(eTableType table, KorString
         return 0;
     name = freeName(*source, table, name);
     return 1;
-}
-
-std::int32_t freeMasterNumber(StyleSource& source, const StructDetailMaster& master) {
-    return MasterNumbers(source, master.key).take(master);
 }

@@ -68,7 +68,3 @@ private:
     std::vector<RowRef> m_rows;
     std::size_t m_rowNumber = 0;
 };
-
-/// The first number from `master.number` on that gives no other row of the source the pair of numbers that
-/// `master` would have.
-std::int32_t freeMasterNumber(StyleSource& source, const StructDetailMaster& master);

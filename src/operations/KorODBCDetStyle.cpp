@@ -1,5 +1,6 @@
 #include "operations/KorODBCDetStyle.h"
 
+#include "data/StyleDatabases.h"
 #include "operations/KorOdbcMan.h"
 
 namespace {
@@ -8,18 +9,18 @@ namespace {
 int judgeFilings(StyleDatabases& databases, std::int32_t view, const KorArray<std::int32_t>& categories) {
     StyleSource* source = databases.here();
     if (!source)
-        return StyleDatabases::kFailed;
+        return WriteResult::kFailed;
     if (!databases.isEditable())
-        return StyleDatabases::kReadOnlySource;
+        return WriteResult::kReadOnlySource;
     if (!source->complete())
-        return StyleDatabases::kIncompleteSource;
+        return WriteResult::kIncompleteSource;
     const bool allThere = source->table(kTableViewRequest).find(KorOdbcKey(view)) &&
                           std::ranges::all_of(categories, [source](std::int32_t category) {
                               return source->table(kTableBaseCategory).find(KorOdbcKey(category));
                           });
     return allThere && source->whyFull(kTableViewRequestCategory, categories.length()).empty()
-               ? StyleDatabases::kWritten
-               : StyleDatabases::kFailed;
+               ? WriteResult::kWritten
+               : WriteResult::kFailed;
 }
 
 } // namespace
@@ -33,10 +34,9 @@ int KorODBCDetStyle::setDetViewRequestCategories(const StructDetViewRequest& req
         if (std::ranges::find(present, category, &StructDetViewRequestCategory::categoryKey) == present.end())
             missing.append(category);
     StyleDatabases& databases = StyleDatabases::current();
-    if (const int verdict = judgeFilings(databases, request.key, missing);
-        verdict != StyleDatabases::kWritten)
+    if (const int verdict = judgeFilings(databases, request.key, missing); verdict != WriteResult::kWritten)
         return verdict;
-    int result = StyleDatabases::kWritten;
+    int result = WriteResult::kWritten;
     databases.pending().beginGroup(request.name);
     for (const StructDetViewRequestCategory& filing : present)
         if (categories.find(filing.categoryKey) < 0)
@@ -98,7 +98,7 @@ int KorODBCGroup<Group>::save(Group& group) {
     if (group.key > 0)
         return KorOdbcMan::storeCurrentRecord(tableOf<Group>, KorOdbcMan::kThisRow);
     const int result = KorOdbcMan::appendNewRecord(tableOf<Group>, 0, KorOdbcMan::kThisRow);
-    if (result == StyleDatabases::kWritten)
+    if (result == WriteResult::kWritten)
         group = current;
     return result;
 }

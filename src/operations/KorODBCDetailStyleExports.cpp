@@ -2,6 +2,7 @@
 
 #include "base/Translation.h"
 #include "data/RowClosure.h"
+#include "data/StyleDatabases.h"
 #include "data/check/ConsistencyCheck.h"
 #include "data/exchange/ExchangeExport.h"
 #include "data/exchange/ExchangeImport.h"

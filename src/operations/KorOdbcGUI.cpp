@@ -1,5 +1,6 @@
 #include "operations/KorOdbcGUI.h"
 
+#include "data/StyleDatabases.h"
 int KorOdbcGUI::switchKordoDetailsCurrent(const KorAddInId& addIn) {
     return addIn.number >= 0 && StyleDatabases::current().source(SourceId::addIn(addIn.number)) ? 1 : 0;
 }
@@ -67,4 +68,13 @@ int KorOdbcGUI::getTokens(const KorString& text, const KorString& delimiter, Kor
 bool KorOdbcGUI::canBeShared(eTableType table) {
     const TableSchema* schema = findTable(table);
     return schema && schema->canBeShared;
+}
+
+bool KorOdbcGUI::isShared(eTableType table, const KorOdbcKey& key) {
+    return StyleDatabases::current().ownerCount(table, key) > 1;
+}
+
+bool KorOdbcGUI::isUsed(eTableType table, const KorOdbcKey& key) {
+    StyleDatabases& databases = StyleDatabases::current();
+    return !databases.users(table, key).empty() || (databases.here() && !databases.here()->complete());
 }

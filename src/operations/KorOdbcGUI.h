@@ -136,13 +136,8 @@ public:
 
     /// Whether rows of this table can be shared at all, that is whether one of the checks above is its own.
     static bool canBeShared(eTableType table);
-    static bool isShared(eTableType table, const KorOdbcKey& key) {
-        return StyleDatabases::current().ownerCount(table, key) > 1;
-    }
+    static bool isShared(eTableType table, const KorOdbcKey& key);
 
 private:
-    static bool isUsed(eTableType table, const KorOdbcKey& key) {
-        StyleDatabases& databases = StyleDatabases::current();
-        return !databases.users(table, key).empty() || (databases.here() && !databases.here()->complete());
-    }
+    static bool isUsed(eTableType table, const KorOdbcKey& key);
 };

@@ -2,6 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "base/Translation.h"
+#include "data/StyleDatabases.h"
 
 #include "data/check/OrphanedParts.h"
 #include "records/TableDeclarations.h"
@@ -62,6 +63,10 @@ eIndex KorOdbcMan::getCurrentAddIn() {
     return StyleDatabases::current().currentSource().index;
 }
 
+bool KorOdbcMan::isCurrentOwnerVEL() {
+    return databases().isOwnerMode();
+}
+
 bool KorOdbcMan::getEditableStatus() {
     return StyleDatabases::current().isEditable();
 }
@@ -98,7 +103,7 @@ int KorOdbcMan::deleteRecord(eTableType table, const KorOdbcKey& key, eCopyDepth
 }
 
 int KorOdbcMan::storeCurrentRecord(eTableType table, eCopyDepth) {
-    return findTable(table) ? databases().store(table, currentRecord(table)) : StyleDatabases::kFailed;
+    return findTable(table) ? databases().store(table, currentRecord(table)) : WriteResult::kFailed;
 }
 
 KorOdbcKey KorOdbcMan::getRecordKey(eTableType table) {
@@ -115,7 +120,7 @@ int KorOdbcMan::setStatusOnUpdate(eTableType table, eCopyDepth) {
 
 int KorOdbcMan::setStatusOnCancel(eTableType table, eCopyDepth) {
     databases().dropTable(table);
-    return StyleDatabases::kWritten;
+    return WriteResult::kWritten;
 }
 
 namespace {
@@ -142,7 +147,7 @@ int KorOdbcCompactDetailsTables::startCompactProcess(eDSN dsn, int, eCompactType
     const std::vector<RowRef> orphans = orphanedParts(*source);
     databases().pending().beginGroup(translated("Compacting"));
     const auto removed = std::ranges::count_if(orphans, [](const RowRef& part) {
-        return databases().remove(part.table, KorOdbcKey(part.key)) == StyleDatabases::kWritten;
+        return databases().remove(part.table, KorOdbcKey(part.key)) == WriteResult::kWritten;
     });
     databases().pending().endGroup();
     m_bCompactPerformed = m_bCompactPerformed || removed > 0;

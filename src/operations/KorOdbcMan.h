@@ -4,7 +4,9 @@
 #include "operations/KorDSNManager.h"
 #include "records/DimensionRecords.h"
 #include "records/StyleRecords.h"
+#include "records/TableDeclarations.h"
 #include "records/ViewRecords.h"
+#include "records/WriteResult.h"
 
 /// Writes, commits and the current source. Operations act on the current source. Writes return exactly 1
 /// on success; a result below 1 is a failure.
@@ -21,7 +23,7 @@ public:
     DETAILSTYLES_API static void setCurrentAddIn(eIndex index);
 
     /// True in a maker's installation, where every source may be edited.
-    static bool isCurrentOwnerVEL() { return StyleDatabases::current().isOwnerMode(); }
+    static bool isCurrentOwnerVEL();
     /// False when the current source must not be edited.
     DETAILSTYLES_API static bool getEditableStatus();
 

@@ -1,5 +1,6 @@
 #include "operations/KorScales.h"
 
+#include "data/StyleDatabases.h"
 #include <array>
 #include <charconv>
 #include <cmath>

@@ -1,5 +1,6 @@
 #include "operations/StyleReadOperations.h"
 
+#include "data/StyleDatabases.h"
 namespace {
 
 // The parts in the order of their key, which is the order in which they were appended; where they carry an

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/KorArray.h"
-#include "data/StyleDatabases.h"
+#include "operations/CurrentRows.h"
 #include "records/TableDeclarations.h"
 
 /// How the named read operations work, whatever the table. Reads of one record return 1 when it was found
@@ -17,28 +17,24 @@ int fill(const StructRecord* row, R& record) {
 
 template <typename R>
 const RowArray* rows() {
-    StyleSource* source = StyleDatabases::current().here();
-    return source ? &source->table(tableOf<R>).rows() : nullptr;
+    return CurrentRows::all(tableOf<R>);
 }
 
 /// The row itself, for readers that need no copy of their own; null when there is none. Valid until the table
 /// changes.
 template <typename R, typename Handle>
 const R* find(const Handle& keyOrName) {
-    StyleSource* source = StyleDatabases::current().here();
-    return source ? static_cast<const R*>(source->table(tableOf<R>).find(keyOrName)) : nullptr;
+    return static_cast<const R*>(CurrentRows::find(tableOf<R>, keyOrName));
 }
 
 template <typename R>
 int read(const KorOdbcKey& key, R& record) {
-    StyleSource* source = StyleDatabases::current().here();
-    return source ? fill(source->table(tableOf<R>).find(key), record) : 0;
+    return fill(CurrentRows::find(tableOf<R>, key), record);
 }
 
 template <typename R>
 int read(const KorString& runName, R& record) {
-    StyleSource* source = StyleDatabases::current().here();
-    return source ? fill(source->table(tableOf<R>).find(runName), record) : 0;
+    return fill(CurrentRows::find(tableOf<R>, runName), record);
 }
 
 template <typename R>

@@ -38,9 +38,9 @@ bool appendLinetype(const KorString& name, const KorString& filePath, int lineTy
     record.lineTypeId = lineTypeId;
     const int result = KorOdbcMan::appendNewRecord(kTableLinetypes, 0, KorOdbcMan::kThisRow);
     KorAssert::check(result > 0, "result > 0");
-    if (result == StyleDatabases::kWritten)
+    if (result == WriteResult::kWritten)
         KorDSMMainWindow::sendMessage(DsmDataChanged());
-    return result == StyleDatabases::kWritten;
+    return result == WriteResult::kWritten;
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include "pages/ClippingLists.h"
 
 #include "controls/KorQt.h"
-#include "data/StyleDatabases.h"
 #include "model/CurrentUnits.h"
+#include "operations/CurrentRows.h"
 #include "operations/KorDetStructureUtilities.h"
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
@@ -31,15 +31,7 @@ KorString ClippingLists::useDefault() {
 void ClippingLists::fillStrategies(QComboBox& combo) {
     combo.clear();
     combo.addItem(toQt(Prompts::dsm(kNoClippingPrompt)), kNoClipping);
-    StyleSource* source = StyleDatabases::current().here();
-    if (!source)
-        return;
-    const RowArray& rows = source->table(kTableLengthClip).rows();
-    std::vector<const StructRecord*> strategies;
-    for (int i = 0; i < rows.size(); ++i)
-        strategies.push_back(&rows.at(i));
-    std::ranges::stable_sort(strategies, KorDetStructureUtilities::isNameBefore, &StructRecord::name);
-    for (const StructRecord* strategy : strategies)
+    for (const StructRecord* strategy : CurrentRows::byName(kTableLengthClip))
         combo.addItem(toQt(strategy->name), strategy->key);
 }
 

@@ -9,11 +9,13 @@
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "model/CurrentUnits.h"
+#include "operations/CurrentRows.h"
 #include "pages/LabelField.h"
 #include "pages/PageFields.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMTwins.h"
+#include "session/KorDSMUndo.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -66,7 +68,7 @@ void KorDSMPage::OnShow(int show) {
     if (show && getData()) {
         g_currentPage = this;
         enableControls();
-        const SourceId here = StyleDatabases::current().currentSource();
+        const SourceId here = CurrentRows::source();
         if (m_needsInit || m_listsFrom != here) {
             m_listsFrom = here;
             fillLists();
@@ -157,8 +159,7 @@ void KorDSMPage::notifyTyping() {
     const auto fields = findChildren<KorLineEdit*>();
     const auto labels = findChildren<LabelField*>(QString(), Qt::FindDirectChildrenOnly);
     DsmSetModified message;
-    message.modified = !StyleDatabases::current().pending().isEmpty() ||
-                       std::ranges::any_of(fields, &KorLineEdit::isEdited) ||
+    message.modified = KorDSMUndo::isPending() || std::ranges::any_of(fields, &KorLineEdit::isEdited) ||
                        std::ranges::any_of(labels, &LabelField::isEdited);
     KorDSMMainWindow::sendMessage(message);
 }
@@ -179,7 +180,7 @@ int KorDSMPage::writeField(int column, const CellValue& value) {
     const eTableType type = shown->tableType();
     const KorOdbcKey key(shown->recordKey());
     const Column* written = findTable(type)->column(column);
-    const StructRecord* stored = StyleDatabases::current().here()->table(type).find(key);
+    const StructRecord* stored = CurrentRows::find(type, key);
     if (written && stored && written->read(stored) == value)
         return KorDSMGuardedWrite::kWrite;
     const int result = KorDSMGuardedWrite::setAttributeValue(type, key, column, value);

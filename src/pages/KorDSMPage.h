@@ -4,7 +4,7 @@
 #include "model/KorDSMMessages.h"
 #include "model/items/KorDSMDatabaseItem.h"
 #include "operations/KorOdbcMan.h"
-#include "pages/ShownColumns.h"
+#include "session/ShownColumns.h"
 
 #include <optional>
 #include <vector>

@@ -9,6 +9,7 @@
 #include "controls/linetype/KorLinetypeCombo.h"
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "model/items/KorDsmItems.h"
+#include "operations/CurrentRows.h"
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
 #include "pages/ClippingLists.h"
@@ -187,7 +188,7 @@ bool KorDSMPageViewClipping::readClip(StructDetViewLengthClip& clip) const {
 }
 
 bool KorDSMPageViewClipping::writeClip(QWidget* control, int column, const CellValue& value) {
-    const StructRecord* clip = StyleDatabases::current().here()->table(kTableLengthClip).find(clipKey());
+    const StructRecord* clip = CurrentRows::find(kTableLengthClip, clipKey());
     const Column& written = *findTable(kTableLengthClip)->column(column);
     const bool stored = clip && (written.read(clip) == value ||
                                  KorDSMGuardedWrite::setAttributeValue(kTableLengthClip, clipKey(), column,
@@ -353,7 +354,7 @@ void KorDSMPageViewClipping::onCopy() {
     copy.setRunBezeichnung(dialog.name());
     const PendingGroup step(copy.name);
     const int result = KorOdbcMan::appendNewRecord(kTableLengthClip, 0, KorOdbcMan::kThisRow);
-    if (!KorAssert::check(result > 0, "result > 0") || result != StyleDatabases::kWritten)
+    if (!KorAssert::check(result > 0, "result > 0") || result != WriteResult::kWritten)
         return;
     KorDSMMainWindow::sendMessage(DsmDataChanged());
     ClippingLists::fillStrategies(*m_strategy);

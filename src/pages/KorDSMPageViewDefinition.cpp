@@ -8,6 +8,7 @@
 #include "controls/VELComboTree.h"
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "model/items/KorDsmItems.h"
+#include "operations/CurrentRows.h"
 #include "operations/KorDetStructureUtilities.h"
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
@@ -250,9 +251,9 @@ void KorDSMPageViewDefinition::replaceDependents(int column) {
             owner->dropDependents();
             continue;
         }
-        StyleTable& table = StyleDatabases::current().here()->table((*child)->tableType());
         const Column* reference = findTable(kTableViewRequest)->column(column);
-        if (const StructRecord* chosen = table.find(KorOdbcKey(reference->integerIn(&request))))
+        if (const StructRecord* chosen =
+                CurrentRows::find((*child)->tableType(), KorOdbcKey(reference->integerIn(&request))))
             (*child)->assignRecord(*chosen);
     }
 }

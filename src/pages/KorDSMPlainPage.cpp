@@ -6,6 +6,7 @@
 #include "controls/KorQt.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "model/KorDSMDependencies.h"
+#include "operations/CurrentRows.h"
 #include "pages/LabelField.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
@@ -69,9 +70,8 @@ PageFields::Row KorDSMPlainPage::shownRow() const {
 }
 
 const StructRecord* KorDSMPlainPage::shownRecord() const {
-    StyleSource* source = StyleDatabases::current().here();
     const PageFields::Row row = shownRow();
-    return source ? source->table(row.table).find(row.key) : nullptr;
+    return CurrentRows::find(row.table, row.key);
 }
 
 // Only when first shown: most pages are never looked at. Items of one type can hold records of two tables.
@@ -289,14 +289,11 @@ std::vector<const Column*> partColumns(const TableSchema& table) {
 }
 
 // Parts that carry an order stand by it, the others as they were appended.
-std::vector<Referrer> partsInOrder(StyleSource& source, eTableType whole, KorOdbcKey key) {
-    std::vector<Referrer> parts;
-    for (const Referrer& referrer : source.referrersOf(whole, key))
-        if (referrer.column->role == eReferenceRole::kPartOf)
-            parts.push_back(referrer);
-    std::ranges::stable_sort(parts, {}, [&source](const Referrer& part) {
+std::vector<Referrer> partsInOrder(eTableType whole, KorOdbcKey key) {
+    std::vector<Referrer> parts = CurrentRows::partsOf(whole, key);
+    std::ranges::stable_sort(parts, {}, [](const Referrer& part) {
         const auto order = std::ranges::find(part.table->columns, "order", &Column::name);
-        const StructRecord* row = source.table(part.table->type).find(KorOdbcKey(part.key));
+        const StructRecord* row = CurrentRows::find(part.table->type, KorOdbcKey(part.key));
         return row && order != part.table->columns.end() ? order->integerIn(row) : 0;
     });
     return parts;
@@ -325,14 +322,13 @@ QTableWidget* KorDSMPlainPage::addGrid(const TableSchema& table, const std::vect
 
 void KorDSMPlainPage::showParts(const StructRecord& record) {
     qDeleteAll(m_parts->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
-    StyleSource* source = StyleDatabases::current().here();
     std::map<const TableSchema*, QTableWidget*> grids;
-    for (const Referrer& part : partsInOrder(*source, shownTable().type, KorOdbcKey(record.key))) {
+    for (const Referrer& part : partsInOrder(shownTable().type, KorOdbcKey(record.key))) {
         const std::vector<const Column*> columns = partColumns(*part.table);
         QTableWidget*& grid = grids[part.table];
         if (!grid)
             grid = addGrid(*part.table, columns);
-        const StructRecord* row = source->table(part.table->type).find(KorOdbcKey(part.key));
+        const StructRecord* row = CurrentRows::find(part.table->type, KorOdbcKey(part.key));
         const int place = grid->rowCount();
         grid->insertRow(place);
         for (std::size_t i = 0; i < columns.size(); ++i)

@@ -4,8 +4,8 @@
 #include "controls/KorFieldNote.h"
 #include "controls/KorLineEdit.h"
 #include "controls/KorQt.h"
-#include "data/StyleDatabases.h"
 #include "model/CurrentUnits.h"
+#include "operations/CurrentRows.h"
 #include "operations/KorDetStructureUtilities.h"
 #include "pages/KorDSMPage.h"
 #include "session/KorDSMGuardedWrite.h"
@@ -20,12 +20,8 @@
 
 namespace {
 
-StyleSource* source() {
-    return StyleDatabases::current().here();
-}
-
 const StructRecord* recordOf(const PageFields::Row& row) {
-    return source() && row.table != kNoTable ? source()->table(row.table).find(row.key) : nullptr;
+    return CurrentRows::find(row.table, row.key);
 }
 
 KorString numberText(const Column& column, const CellValue& value) {
@@ -106,7 +102,7 @@ void PageFields::fillLists() {
     for (const PageField& field : m_fields) {
         auto* combo = KorControls::find<QComboBox>(&m_page, field.control);
         const Column* column = columnOf(field);
-        if (combo && column && source())
+        if (combo && column)
             fillCombo(field, *column, *combo);
     }
 }
@@ -117,16 +113,16 @@ void PageFields::fillCombo(const PageField& field, const Column& column, QComboB
         combo.addItem(toQt(name));
     if (!column.isReference())
         return;
-    const RowArray& rows = source()->table(column.target).rows();
-    std::vector<const StructRecord*> targets;
-    for (int i = 0; i < rows.size(); ++i)
-        targets.push_back(&rows.at(i));
-    if (field.sorted)
-        std::ranges::stable_sort(targets, KorDetStructureUtilities::isNameBefore, &StructRecord::name);
     if (field.optional)
         combo.addItem(toQt(KorDSMValueText::nothing()), 0);
-    for (const StructRecord* target : targets)
-        combo.addItem(toQt(target->name), target->key);
+    if (field.sorted) {
+        for (const StructRecord* target : CurrentRows::byName(column.target))
+            combo.addItem(toQt(target->name), target->key);
+        return;
+    }
+    const RowArray* targets = CurrentRows::all(column.target);
+    for (int i = 0; targets && i < targets->size(); ++i)
+        combo.addItem(toQt(targets->at(i).name), targets->at(i).key);
 }
 
 void PageFields::load() {
@@ -171,7 +167,7 @@ void PageFields::loadCombo(const PageField& field, const Column& column, std::in
         combo.setCurrentIndex(value < combo.count() ? value : -1);
         return;
     }
-    const StructRecord* target = source()->table(column.target).find(KorOdbcKey(value));
+    const StructRecord* target = CurrentRows::find(column.target, KorOdbcKey(value));
     int index = field.optional && value <= 0 ? 0 : target ? combo.findData(value) : -1;
     if (target && (index < 0 || combo.itemText(index) != toQt(target->name)))
         index = combo.findText(toQt(target->name), Qt::MatchExactly | Qt::MatchCaseSensitive);
@@ -180,18 +176,17 @@ void PageFields::loadCombo(const PageField& field, const Column& column, std::in
 
 void PageFields::onEntryChosen(const PageField& field, QComboBox& combo) {
     const Column* column = columnOf(field);
-    if (!column || !source())
+    if (!column)
         return;
     if (!column->isReference())
         return write(field, combo, std::int64_t{combo.currentIndex()});
     if (field.optional && combo.currentIndex() == 0)
         return write(field, combo, std::int64_t{0});
     // Of rows of one name the entry's own is meant; entries that were added by name have none.
-    const StyleTable& targets = source()->table(column->target);
     const KorString name = fromQt(combo.currentText());
-    const StructRecord* target = targets.find(KorOdbcKey(combo.currentData().toInt()));
+    const StructRecord* target = CurrentRows::find(column->target, KorOdbcKey(combo.currentData().toInt()));
     if (!target || target->name != name)
-        target = targets.find(name);
+        target = CurrentRows::find(column->target, name);
     if (target)
         write(field, combo, std::int64_t{target->key});
 }

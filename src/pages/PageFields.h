@@ -1,8 +1,8 @@
 #pragma once
 
-#include "pages/ShownColumns.h"
 #include "records/KorOdbcKey.h"
 #include "records/TableSchema.h"
+#include "session/ShownColumns.h"
 
 #include <QObject>
 

@@ -1,6 +1,7 @@
 #include "session/DataFolder.h"
 
 #include "base/Translation.h"
+#include "data/StyleDatabases.h"
 #include "data/store/SqliteCreation.h"
 #include "services/AddInManager.h"
 #include "services/KOSettings.h"

@@ -1,5 +1,6 @@
 #include "session/ItemCommandParts.h"
 
+#include "data/StyleDatabases.h"
 #include "model/KorDSMSectionLoader.h"
 #include "model/items/KorDsmItems.h"
 #include "operations/KorOdbcGUI.h"

@@ -1,5 +1,6 @@
 #include "session/KorDSMCommit.h"
 
+#include "data/StyleDatabases.h"
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMDialogFactory.h"
 #include "operations/KorOdbcMan.h"

@@ -2,6 +2,7 @@
 
 #include "base/LabelFormat.h"
 #include "base/Translation.h"
+#include "data/StyleDatabases.h"
 #include "data/store/ReadReport.h"
 #include "operations/KorDSNManager.h"
 #include "services/Prompts.h"

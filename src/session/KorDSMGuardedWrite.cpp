@@ -2,6 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "data/RowUsers.h"
+#include "data/StyleDatabases.h"
 #include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMMessages.h"
 #include "operations/KorOdbcGUI.h"
@@ -71,7 +72,7 @@ int KorDSMGuardedWrite::write(bool canJudge, const FindShared& findShared,
     if (const int answer = shared ? ask(*shared) : kWrite; answer != kWrite)
         return answer;
     const int odbcResult = writeNow();
-    if (!KorAssert::check(odbcResult > 0, "odbcResult > 0") || odbcResult != StyleDatabases::kWritten)
+    if (!KorAssert::check(odbcResult > 0, "odbcResult > 0") || odbcResult != WriteResult::kWritten)
         return 0;
     KorDSMMainWindow::sendMessage(DsmDataChanged());
     return kWrite;

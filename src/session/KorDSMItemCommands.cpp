@@ -2,6 +2,8 @@
 
 #include "base/KorAssert.h"
 #include "data/RowClosure.h"
+#include "data/StyleDatabases.h"
+#include "data/exchange/MasterNumbers.h"
 #include "model/KorDSMDialogFactory.h"
 #include "operations/KorDetailTableDependencies.h"
 #include "operations/KorOdbcGUI.h"
@@ -30,9 +32,9 @@ constexpr int kInUse = 33521;
 
 // Announces a write that was made. Returns whether it was.
 bool announced(int result) {
-    if (result == StyleDatabases::kWritten)
+    if (result == WriteResult::kWritten)
         KorDSMMainWindow::sendMessage(DsmDataChanged());
-    return result == StyleDatabases::kWritten;
+    return result == WriteResult::kWritten;
 }
 
 // The same for writes that must not fail here.

@@ -1,5 +1,6 @@
 #include "session/KorDSMItemKinds.h"
 
+#include "data/StyleDatabases.h"
 #include "model/items/KorDsmItems.h"
 #include "operations/KorOdbcGUI.h"
 #include "operations/KorOdbcMan.h"
@@ -17,7 +18,7 @@ int appendRecord(KorDSMDatabaseItem& item, const KorString& name) {
     auto& current = KorOdbcMan::currentRecord<typename Item::Record>();
     current = record;
     const int result = KorOdbcMan::appendNewRecord(item.tableType(), 1, KorOdbcMan::kThisRow);
-    if (result == StyleDatabases::kWritten)
+    if (result == WriteResult::kWritten)
         record = current;
     return result;
 }

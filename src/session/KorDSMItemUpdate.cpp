@@ -1,6 +1,7 @@
 #include "session/KorDSMItemUpdate.h"
 
 #include "data/RowClosure.h"
+#include "data/StyleDatabases.h"
 #include "model/KorDSMDependencies.h"
 #include "model/KorDSMItemPlacing.h"
 #include "model/KorDSMSectionLoader.h"

@@ -1,5 +1,7 @@
 #include "session/KorDSMNewItem.h"
 
+#include "data/StyleDatabases.h"
+#include "data/exchange/MasterNumbers.h"
 #include "model/KorDSMMessages.h"
 #include "model/items/KorDsmItems.h"
 #include "operations/KorDetailTableDependencies.h"
@@ -15,7 +17,7 @@ namespace {
 
 template <typename Item>
 Item* append(typename Item::Record record) {
-    if (StyleDatabases::current().append(tableOf<typename Item::Record>, record) != StyleDatabases::kWritten)
+    if (StyleDatabases::current().append(tableOf<typename Item::Record>, record) != WriteResult::kWritten)
         return nullptr;
     auto* item = new Item;
     item->initRecord(record);
@@ -43,7 +45,7 @@ KorDSMDatabaseItem* newStyle(const KorString& name, const StructDetBaseCategory&
     master.detailKey = category.number;
     master.number = 1;
     master.number = freeMasterNumber(*StyleDatabases::current().here(), master);
-    if (StyleDatabases::current().append(kTableDetailMaster, master) == StyleDatabases::kWritten)
+    if (StyleDatabases::current().append(kTableDetailMaster, master) == WriteResult::kWritten)
         return style;
     delete style;
     return nullptr;

@@ -1,6 +1,7 @@
 #include "session/KorDSMUndo.h"
 
 #include "data/RowClosure.h"
+#include "data/StyleDatabases.h"
 #include "model/KorDSMMessages.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemSource.h"

@@ -1,11 +1,13 @@
 #pragma once
 
-#include "data/StyleDatabases.h"
 #include "model/KorDSMDataStructure.h"
 #include "records/RowRef.h"
+#include "records/TableSchema.h"
 
 #include <memory>
 #include <vector>
+
+class PendingLog;
 
 /// What one step of undo or redo did to one row.
 struct KorDSMRowChange {
@@ -24,6 +26,8 @@ struct KorDSMRowChange {
 /// command or one edit wrote.
 namespace KorDSMUndo {
 
+/// Whether anything is written that is not kept yet, in any source.
+bool isPending();
 bool canUndo();
 bool canRedo();
 /// What the menu says, as: Undo change of Title position of "Beam A". Only "Undo" or "Redo" with nothing

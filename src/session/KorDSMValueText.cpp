@@ -1,5 +1,6 @@
 #include "session/KorDSMValueText.h"
 
+#include "data/StyleDatabases.h"
 #include "model/CurrentUnits.h"
 #include "services/Prompts.h"
 

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "data/StyleDatabases.h"
+#include "records/TableSchema.h"
 
 #include <optional>
+
+class StyleTable;
 
 /// Cells as users read and type them: lengths in the unit of the current database, scales by name or as
 /// ratio, references by run name, flags as yes and no, named values by their names.

@@ -1,5 +1,6 @@
 #include "session/KorDSMWhereUsed.h"
 
+#include "data/StyleDatabases.h"
 #include "model/KorDSMDependencies.h"
 #include "model/KorDSMSectionLoader.h"
 #include "operations/KorDSNManager.h"

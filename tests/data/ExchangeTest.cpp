@@ -269,7 +269,7 @@ TEST_F(ExchangeTest, DependenciesOfARecordAreGatheredAndSaved) {
     const auto steps = databases.pending().steps().size();
     set.name = "Half";
     set.groupKey = 4711;
-    EXPECT_EQ(dependencies.Save(set, KorOdbcKey(set.key)), StyleDatabases::kFailed);
+    EXPECT_EQ(dependencies.Save(set, KorOdbcKey(set.key)), WriteResult::kFailed);
     EXPECT_EQ(databases.pending().steps().size(), steps) << "no column of a record that is refused";
     StructDetailMaster master = *row<StructDetailMaster>(kUser, "Column");
     EXPECT_EQ(dependencies.Save(master, KorOdbcKey()), 1);

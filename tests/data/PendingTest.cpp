@@ -1,6 +1,7 @@
 #include "StoreTestSupport.h"
 #include "StyleFixture.h"
 
+#include "data/StyleDatabases.h"
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
 
@@ -214,7 +215,7 @@ TEST_F(PendingTest, WhatHoldsNoMoreIsAConflictWithItsReasonAndNewRowsStay) {
     std::map<std::string, int> reasons;
     for (const OutsideConflict& conflict : changes[0].conflicts) {
         ++reasons[conflict.reason.toStdString()];
-        EXPECT_EQ(databases.keepMine(kUser, conflict), StyleDatabases::kFailed);
+        EXPECT_EQ(databases.keepMine(kUser, conflict), WriteResult::kFailed);
     }
     EXPECT_EQ(reasons, (std::map<std::string, int>{
                            {"Another record has this name now.", 2},
@@ -312,18 +313,18 @@ TEST_F(PendingTest, ATableKeptAloneIsStoredAtOnceAndNothingElse) {
 }
 
 TEST_F(PendingTest, WritesThatCannotBeAreRefused) {
-    EXPECT_EQ(set(kUser, kTableDetailStyle, 99, 3, KorString("x")), StyleDatabases::kFailed);
-    EXPECT_EQ(set(kUser, kTableDetailStyle, m_style, 0, std::int64_t{1}), StyleDatabases::kFailed);
-    EXPECT_EQ(set(kUser, kTableDetailStyle, m_style, 3, 1.5), StyleDatabases::kFailed);
-    EXPECT_EQ(set(kUser, kTableDetailStyle, m_style, 6, 1.5), StyleDatabases::kFailed);
+    EXPECT_EQ(set(kUser, kTableDetailStyle, 99, 3, KorString("x")), WriteResult::kFailed);
+    EXPECT_EQ(set(kUser, kTableDetailStyle, m_style, 0, std::int64_t{1}), WriteResult::kFailed);
+    EXPECT_EQ(set(kUser, kTableDetailStyle, m_style, 3, 1.5), WriteResult::kFailed);
+    EXPECT_EQ(set(kUser, kTableDetailStyle, m_style, 6, 1.5), WriteResult::kFailed);
     databases.setOwnerMode(false);
-    EXPECT_EQ(setDescription("x", kStandard), StyleDatabases::kReadOnlySource);
+    EXPECT_EQ(setDescription("x", kStandard), WriteResult::kReadOnlySource);
     EXPECT_EQ(databases.pending().steps().size(), 0u);
     databases.closeSource(kUser);
     others("INSERT INTO qualifier(\"key\", name) VALUES (2147483647, 'Last')");
     open();
     StructDetObjQualifier qualifier;
-    EXPECT_EQ(databases.append(kTableQualifier, qualifier), StyleDatabases::kFailed)
+    EXPECT_EQ(databases.append(kTableQualifier, qualifier), WriteResult::kFailed)
         << "no key is left above it";
 }
 
@@ -334,19 +335,18 @@ TEST_F(PendingTest, AWholeOrARecordIsWrittenWithAllThatBelongsToItOrNotAtAll) {
         open();
         StructDetObjReprMap copy = *row<StructDetObjReprMap>(kUser, "Steel");
         copy.name = "Copy";
-        EXPECT_EQ(databases.append(kTableReprMap, copy), StyleDatabases::kFailed) << last;
-        EXPECT_EQ(databases.appendStored(kTableReprMap, copy), StyleDatabases::kFailed) << last;
+        EXPECT_EQ(databases.append(kTableReprMap, copy), WriteResult::kFailed) << last;
+        EXPECT_EQ(databases.appendStored(kTableReprMap, copy), WriteResult::kFailed) << last;
         EXPECT_EQ(count<StructDetObjReprMap>(kUser), 1);
     }
     const KorDSNRequest request(kUser.dsn, kUser.index);
     StructDetailStyle& style = KorOdbcMan::m_structDetailStyle = *row<StructDetailStyle>(kUser, m_style);
     style.name = "Changed";
     style.titlePosition = 99; // of 0 to 7
-    EXPECT_EQ(KorOdbcMan::storeCurrentRecord(kTableDetailStyle, KorOdbcMan::kThisRow),
-              StyleDatabases::kFailed);
+    EXPECT_EQ(KorOdbcMan::storeCurrentRecord(kTableDetailStyle, KorOdbcMan::kThisRow), WriteResult::kFailed);
     const auto& front = *row<StructDetViewRequest>(kUser, "Column front");
     EXPECT_EQ(KorODBCDetStyle::setDetViewRequestCategories(front, KorArray<std::int32_t>{4711}),
-              StyleDatabases::kFailed)
+              WriteResult::kFailed)
         << "it stays where it is filed";
     EXPECT_TRUE(databases.pending().isEmpty());
     style.titlePosition = 5;
@@ -380,12 +380,12 @@ TEST_F(PendingTest, AColumnTakesOnlyWhatIsNotCalledDamageLater) {
         {kTableViewRequest, front, 10, std::numeric_limits<double>::quiet_NaN()},
     };
     for (const auto& each : refused)
-        EXPECT_EQ(set(kUser, each.table, each.key, each.column, each.value), StyleDatabases::kFailed)
+        EXPECT_EQ(set(kUser, each.table, each.key, each.column, each.value), WriteResult::kFailed)
             << findTable(each.table)->column(each.column)->name;
     EXPECT_EQ(databases.pending().steps().size(), steps) << "nothing was written";
-    EXPECT_EQ(set(kUser, kTableDetailStyle, m_style, 2, std::int64_t{0}), StyleDatabases::kWritten) << "none";
-    EXPECT_EQ(set(kUser, kTableViewRequest, front, 1, KorString("Column front")), StyleDatabases::kWritten);
-    EXPECT_EQ(set(kUser, kTableReprMapEntry, entry, 1, KorString("Beams")), StyleDatabases::kWritten)
+    EXPECT_EQ(set(kUser, kTableDetailStyle, m_style, 2, std::int64_t{0}), WriteResult::kWritten) << "none";
+    EXPECT_EQ(set(kUser, kTableViewRequest, front, 1, KorString("Column front")), WriteResult::kWritten);
+    EXPECT_EQ(set(kUser, kTableReprMapEntry, entry, 1, KorString("Beams")), WriteResult::kWritten)
         << "parts need no name of their own";
 }
 
@@ -395,21 +395,21 @@ TEST_F(PendingTest, ANewRowHoldsOnlyWhatItsColumnsTakeAndACopyWhatItsOriginalHol
         style.name = name;
         return databases.append(kTableDetailStyle, style);
     };
-    EXPECT_EQ(append("Column"), StyleDatabases::kFailed) << "taken";
-    EXPECT_EQ(append(""), StyleDatabases::kFailed);
+    EXPECT_EQ(append("Column"), WriteResult::kFailed) << "taken";
+    EXPECT_EQ(append(""), WriteResult::kFailed);
     style.titlePosition = 99;
-    EXPECT_EQ(append("New"), StyleDatabases::kFailed);
+    EXPECT_EQ(append("New"), WriteResult::kFailed);
     style.titlePosition = 0;
     style.arrangeStrategyKey = 4711;
-    EXPECT_EQ(append("New"), StyleDatabases::kFailed);
+    EXPECT_EQ(append("New"), WriteResult::kFailed);
 
     others("UPDATE detail_style SET title_position = 99, arrange_strategy = 4711");
     open();
     style = *row<StructDetailStyle>(kUser, m_style);
-    EXPECT_EQ(append("Copy"), StyleDatabases::kWritten);
+    EXPECT_EQ(append("Copy"), WriteResult::kWritten);
     EXPECT_EQ(style.titlePosition, 99) << "what another program stored is neither refused nor changed";
-    EXPECT_EQ(set(kUser, kTableDetailStyle, style.key, 6, std::int64_t{99}), StyleDatabases::kWritten);
-    EXPECT_EQ(set(kUser, kTableDetailStyle, style.key, 6, std::int64_t{1}), StyleDatabases::kWritten);
+    EXPECT_EQ(set(kUser, kTableDetailStyle, style.key, 6, std::int64_t{99}), WriteResult::kWritten);
+    EXPECT_EQ(set(kUser, kTableDetailStyle, style.key, 6, std::int64_t{1}), WriteResult::kWritten);
     databases.undo();
     EXPECT_EQ(row<StructDetailStyle>(kUser, "Copy")->titlePosition, 99);
 }

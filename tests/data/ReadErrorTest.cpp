@@ -2,6 +2,7 @@
 #include "StyleFixture.h"
 #include "support/FaultVfs.h"
 
+#include "data/StyleDatabases.h"
 #include "operations/KorOdbcGUI.h"
 
 // What is done with a source of which not all could be read, or which another program changes while several
@@ -42,15 +43,15 @@ TEST_F(ReadErrorTest, WhatCouldNotBeReadIsToldRefusedAndReadAgain) {
     EXPECT_TRUE(KorOdbcGUI::isViewRequestShared(4711) && KorOdbcGUI::findQualifierSet(4711)) << "they may be";
     EXPECT_EQ(count<StructDetObjReprMap>(kUser), 0);
     EXPECT_TRUE(mentions(source.problems().back().sentence, "user.dsdb"));
-    EXPECT_EQ(databases.remove(kTableDetailStyle, KorOdbcKey(style)), StyleDatabases::kIncompleteSource);
+    EXPECT_EQ(databases.remove(kTableDetailStyle, KorOdbcKey(style)), WriteResult::kIncompleteSource);
     StructDetObjReprMap map;
-    EXPECT_EQ(databases.append(kTableReprMap, map), StyleDatabases::kIncompleteSource);
+    EXPECT_EQ(databases.append(kTableReprMap, map), WriteResult::kIncompleteSource);
     other.run("COMMIT");
     EXPECT_EQ(databases.refreshChanged().size(), 1U);
     EXPECT_EQ(source.complete().error, "");
     EXPECT_TRUE(source.problems().empty());
     EXPECT_EQ(contentOf(source), whole);
-    EXPECT_EQ(databases.remove(kTableDetailStyle, KorOdbcKey(style)), StyleDatabases::kWritten);
+    EXPECT_EQ(databases.remove(kTableDetailStyle, KorOdbcKey(style)), WriteResult::kWritten);
 }
 
 TEST_F(ReadErrorTest, OfOneCommandOnlyTheFirstWaitForALockTakesTime) {

@@ -1,6 +1,7 @@
 #include "StoreTestSupport.h"
 #include "StyleFixture.h"
 
+#include "data/StyleDatabases.h"
 #include "data/pending/RecoveryFile.h"
 #include "data/pending/RecoveryText.h"
 #include "data/pending/RecoveryWriter.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/RowClosure.h"
+#include "data/StyleDatabases.h"
 #include "data/store/ReadReport.h"
 #include "data/store/SqliteStore.h"
 #include "operations/KorOdbcMan.h"
@@ -39,7 +40,7 @@ protected:
     std::int32_t add(SourceId id, const KorString& name, R record = {}) {
         const KorDSNRequest request(id.dsn, id.index);
         record.name = name;
-        EXPECT_EQ(databases.append(tableOf<R>, record), StyleDatabases::kWritten);
+        EXPECT_EQ(databases.append(tableOf<R>, record), WriteResult::kWritten);
         return record.key;
     }
     template <typename R>

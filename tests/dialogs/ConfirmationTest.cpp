@@ -107,10 +107,10 @@ TEST_F(Confirmation, ShowsWhomTheChangeReachesUpToThoseWhoShareIt) {
     // A box that only one view uses is shared where that view is.
     StructDetViewSystemAndBox box;
     box.name = "Box of one view";
-    ASSERT_EQ(databases.append(kTableSystemAndBox, box), StyleDatabases::kWritten);
+    ASSERT_EQ(databases.append(kTableSystemAndBox, box), WriteResult::kWritten);
     const auto view = databases.here()->table(kTableViewRequest).find("HB front")->key;
     ASSERT_EQ(databases.setCell(kTableViewRequest, KorOdbcKey(view), 2, std::int64_t{box.key}),
-              StyleDatabases::kWritten);
+              WriteResult::kWritten);
     auto reached = users(kTableSystemAndBox, "Box of one view", caption);
     ASSERT_EQ(reached.size(), direct.size() + 1);
     EXPECT_EQ(reached.front(), "HB front");

@@ -122,7 +122,7 @@ TEST_F(NewItem, WithGroupProposesDimensionRequestsByDimensioningNames) {
         EXPECT_EQ(unnamed.name(), next);
         StructDetViewDimRequestLinear request;
         request.name = unnamed.name();
-        ASSERT_EQ(databases.append(kTableDimRequest, request), StyleDatabases::kWritten);
+        ASSERT_EQ(databases.append(kTableDimRequest, request), WriteResult::kWritten);
     }
     KorDSMDialogNewItemWithGroup style(KorDSMDefines::kDetailStyle, "", "", nullptr);
     EXPECT_EQ(KorControls::find<QLabel>(&style, 2307)->text(), "Category");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/KorTemplates.h"
+#include "data/StyleDatabases.h"
 #include "data/text/SampleData.h"
 #include "operations/KorDSNManager.h"
 #include "support/FreshProcess.h"

@@ -68,9 +68,9 @@ TEST_F(Dependencies, ARecordIsReadAgainAndOneThatIsGoneIsTold) {
     const std::int32_t key = add<StructDetViewDimPointSelection>(kUser, "End");
     KorDsmPointSelectionItem item;
     open(item, "End");
-    ASSERT_EQ(set(kUser, kTablePointSelection, key, 1, KorString("Far end")), StyleDatabases::kWritten);
+    ASSERT_EQ(set(kUser, kTablePointSelection, key, 1, KorString("Far end")), WriteResult::kWritten);
     EXPECT_TRUE(KorDSMDependencies::refreshRecord(item));
     EXPECT_EQ(item.getDisplayName(), "Far end");
-    ASSERT_EQ(databases.remove(kTablePointSelection, KorOdbcKey(key)), StyleDatabases::kWritten);
+    ASSERT_EQ(databases.remove(kTablePointSelection, KorOdbcKey(key)), WriteResult::kWritten);
     EXPECT_FALSE(KorDSMDependencies::refreshRecord(item));
 }

@@ -1,6 +1,7 @@
 #include "SampleSession.h"
 
 #include "data/RowClosure.h"
+#include "data/StyleDatabases.h"
 #include "operations/KorOdbcGUI.h"
 #include "services/KorHostReport.h"
 #include "support/OtherProgram.h"

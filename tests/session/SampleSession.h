@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/KorAssert.h"
+#include "data/StyleDatabases.h"
 #include "data/text/SampleData.h"
 #include "model/KorDSMDependencies.h"
 #include "model/KorDSMMessages.h"

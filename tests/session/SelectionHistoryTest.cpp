@@ -1,3 +1,4 @@
+#include "data/StyleDatabases.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMSelectionHistory.h"
 #include "session/KorDSMUndo.h"

@@ -81,7 +81,7 @@ TEST_F(Undo, SaysInTheMenuWhatItTakesBack) {
 
     StructDetViewRequest request;
     request.name = "Another view";
-    ASSERT_EQ(databases.append(kTableViewRequest, request), StyleDatabases::kWritten);
+    ASSERT_EQ(databases.append(kTableViewRequest, request), WriteResult::kWritten);
     EXPECT_EQ(KorDSMUndo::undoText(), "Undo creation of \"Another view\"");
     KorArray<std::int32_t> categories{row<StructDetBaseCategory>(kUser, "Hallberg: railings")->key};
     ASSERT_EQ(KorODBCDetStyle::setDetViewRequestCategories(request, categories), 1);
@@ -90,7 +90,7 @@ TEST_F(Undo, SaysInTheMenuWhatItTakesBack) {
     EXPECT_EQ(KorDSMUndo::redoText(), "Redo change of View category of \"Another view\"");
     ASSERT_EQ(databases.remove(kTableQualifierSet,
                                KorOdbcKey(row<StructDetObjQualifierSet>(kUser, "HB fitted parts")->key)),
-              StyleDatabases::kWritten);
+              WriteResult::kWritten);
     EXPECT_EQ(KorDSMUndo::undoText(), "Undo deletion of \"HB fitted parts\"") << "its parts go with it";
 }
 

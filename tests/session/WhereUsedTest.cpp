@@ -1,6 +1,7 @@
 #include "SampleSession.h"
 
 #include "data/RowClosure.h"
+#include "data/StyleDatabases.h"
 
 namespace {
 
@@ -81,6 +82,6 @@ TEST_F(WhereUsed, WhatIsInNoTreeLeadsNowhere) {
     EXPECT_EQ(KorDSMWhereUsed::findItem(structure, SourceId::addIn(7), {kTableDetailStyle, 1}), nullptr);
     StructDetViewRequest unused;
     unused.name = "In no style";
-    ASSERT_EQ(databases.append(kTableViewRequest, unused), StyleDatabases::kWritten);
+    ASSERT_EQ(databases.append(kTableViewRequest, unused), WriteResult::kWritten);
     EXPECT_EQ(KorDSMWhereUsed::findItem(structure, kUser, {kTableViewRequest, unused.key}), nullptr);
 }

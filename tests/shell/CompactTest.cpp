@@ -1,3 +1,4 @@
+#include "data/StyleDatabases.h"
 #include "operations/KorOdbcMan.h"
 #include "session/KorDSMUndo.h"
 #include "shell/EditorFixture.h"

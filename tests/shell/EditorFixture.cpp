@@ -1,4 +1,5 @@
 #include "shell/EditorFixture.h"
+#include "data/StyleDatabases.h"
 
 #include "base/KorAssert.h"
 #include "data/text/SampleData.h"

@@ -3,6 +3,7 @@
 #include "controls/KorButtonGroup.h"
 #include "controls/KorControls.h"
 #include "controls/KorTabCtrl.h"
+#include "data/StyleDatabases.h"
 #include "model/KorDSMDialogFactory.h"
 #include "shell/KorDSMMainDialog.h"
 #include "support/FreshProcess.h"

@@ -1,3 +1,4 @@
+#include "data/StyleDatabases.h"
 #include "operations/KorOdbcGUI.h"
 #include "services/CKorHelp.h"
 #include "services/KOSettings.h"

@@ -1,3 +1,4 @@
+#include "data/StyleDatabases.h"
 #include "shell/EditorFixture.h"
 
 #include "controls/KorButtonGroup.h"

@@ -1,4 +1,5 @@
 #include "shell/LockNotice.h"
+#include "data/StyleDatabases.h"
 
 #include "data/store/LockWait.h"
 #include "services/KorHostReport.h"

@@ -1,4 +1,5 @@
 #include "controls/KorMFCGridCtrl.h"
+#include "data/StyleDatabases.h"
 #include "services/KOSettings.h"
 #include "session/KorDSMUndo.h"
 #include "shell/EditorFixture.h"

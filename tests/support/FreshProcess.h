@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/StyleDatabases.h"
 #include "model/KorDSMDialogFactory.h"
 #include "operations/KorDetailTableDependencies.h"
 #include "operations/KorODBCDetailStyleExports.h"

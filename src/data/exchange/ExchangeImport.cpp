@@ -77,7 +77,7 @@ void ExchangeImport::appendPart(const Referrer& part, const StructRecord& whole)
 }
 
 bool ExchangeImport::appendRecord(eTableType table, StructRecord& record) {
-    if (!m_refused && m_databases.appendStored(table, record) != StyleDatabases::kWritten) {
+    if (!m_refused && m_databases.appendStored(table, record) != WriteResult::kWritten) {
         m_refused = true;
         m_refusal = m_to.whyFull(table);
     }

@@ -32,3 +32,7 @@ void MasterNumbers::occupy(std::int32_t family, std::int32_t number) {
     const bool isLast = number == std::numeric_limits<std::int32_t>::max();
     m_next.try_emplace({family, number}, isLast ? 1 : number + 1);
 }
+
+std::int32_t freeMasterNumber(StyleSource& source, const StructDetailMaster& master) {
+    return MasterNumbers(source, master.key).take(master);
+}

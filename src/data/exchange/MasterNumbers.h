@@ -23,3 +23,7 @@ private:
 
     std::map<std::pair<std::int32_t, std::int32_t>, std::int32_t> m_next; // of a taken pair, a number to try
 };
+
+/// The first number from `master.number` on that gives no other row of the source the pair of numbers that
+/// `master` would have.
+std::int32_t freeMasterNumber(StyleSource& source, const StructDetailMaster& master);

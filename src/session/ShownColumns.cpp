@@ -1,4 +1,4 @@
-#include "pages/ShownColumns.h"
+#include "session/ShownColumns.h"
 
 #include "data/StyleDatabases.h"
 
