@@ -159,7 +159,7 @@ void KorDSMPage::notifyTyping() {
     const auto fields = findChildren<KorLineEdit*>();
     const auto labels = findChildren<LabelField*>(QString(), Qt::FindDirectChildrenOnly);
     DsmSetModified message;
-    message.modified = KorDSMUndo::isPending() || std::ranges::any_of(fields, &KorLineEdit::isEdited) ||
+    message.modified = KorDSMUndo::canUndo() || std::ranges::any_of(fields, &KorLineEdit::isEdited) ||
                        std::ranges::any_of(labels, &LabelField::isEdited);
     KorDSMMainWindow::sendMessage(message);
 }

@@ -27,7 +27,6 @@ struct KorDSMRowChange {
 namespace KorDSMUndo {
 
 /// Whether anything is written that is not kept yet, in any source.
-bool isPending();
 bool canUndo();
 bool canRedo();
 /// What the menu says, as: Undo change of Title position of "Beam A". Only "Undo" or "Redo" with nothing
