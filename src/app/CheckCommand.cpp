@@ -2,7 +2,6 @@
 #include "app/Console.h"
 #include "app/SourceChoice.h"
 #include "base/Translation.h"
-#include "controls/KorQt.h"
 #include "data/StyleDatabases.h"
 #include "data/check/ConsistencyCheck.h"
 #include "data/store/SqliteStore.h"
@@ -63,13 +62,13 @@ const char* nameOf(eSeverity severity) {
 
 // The sentence is for people, in their language; everything else is for programs, in any language the same.
 QJsonObject toJson(const std::string& file, const Finding& finding) {
-    return {{"file", toQt(file)},
+    return {{"file", Console::text(file)},
             {"severity", nameOf(finding.severity)},
-            {"kind", finding.table ? toQt(finding.table->kindName()) : QJsonValue()},
+            {"kind", finding.table ? Console::text(finding.table->kindName()) : QJsonValue()},
             {"key", finding.key > 0 ? QJsonValue(finding.key) : QJsonValue()},
-            {"name", toQt(finding.name)},
-            {"column", finding.column ? toQt(finding.column->name) : QJsonValue()},
-            {"sentence", toQt(finding.sentence)}};
+            {"name", Console::text(finding.name)},
+            {"column", finding.column ? Console::text(finding.column->name) : QJsonValue()},
+            {"sentence", Console::text(finding.sentence)}};
 }
 
 void printJson(const std::vector<FileFindings>& found) {

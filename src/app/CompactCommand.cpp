@@ -5,7 +5,7 @@
 #include "base/Translation.h"
 #include "data/StyleDatabases.h"
 #include "data/check/OrphanedParts.h"
-#include "operations/KorOdbcMan.h"
+#include "session/KorDSMCompaction.h"
 
 #include <algorithm>
 
@@ -56,9 +56,8 @@ int compactCommand(DataFolder&, const CompactOptions& options) {
     if (const StoreResult whole = source.complete(); !whole)
         return refuse(KorString(whole.error));
     StyleDatabases::current().setCurrentSource(id);
-    if (!options.dryRun && KorOdbcCompactDetailsTables::startCompactProcess(
-                               id.dsn, 0, KorOdbcCompactDetailsTables::kUnusedParts) < 0)
-        return kExitFailed;
+    if (!options.dryRun)
+        KorDSMCompaction::run(id);
     const std::vector<KorString> sentences = options.dryRun ? wouldRemove(source) : removed(source);
     if (!options.dryRun && !keepChanges())
         return kExitFailed;

@@ -110,6 +110,10 @@ bool finish() {
     return false;
 }
 
+QString text(const KorString& utf8) {
+    return QString::fromUtf8(utf8.view());
+}
+
 void print(const QJsonArray& document) {
     printDocument(QJsonDocument(document));
 }

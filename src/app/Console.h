@@ -6,6 +6,7 @@
 
 class QJsonArray;
 class QJsonObject;
+class QString;
 
 /// What the commands print.
 namespace Console {
@@ -21,6 +22,8 @@ void noteStored(const KorString& sentence);
 /// Sends out what is held back. Where standard output did not take all, complains and repeats on standard
 /// error what was stored since the last call. Returns whether it did.
 bool finish();
+/// Text as JSON documents take it.
+QString text(const KorString& utf8);
 /// A document on standard output, indented.
 void print(const QJsonArray& document);
 void print(const QJsonObject& document);

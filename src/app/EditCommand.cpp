@@ -3,26 +3,24 @@
 #include "app/Console.h"
 #include "app/OutputFile.h"
 #include "app/ReadProblems.h"
-#include "app/StartSelection.h"
+#include "app/RowChoice.h"
 #include "base/Translation.h"
-#include "controls/KorStyle.h"
 #include "data/StyleDatabases.h"
 #include "data/store/LockWait.h"
-#include "model/KorDSMDialogFactory.h"
+#include "detailstyles/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
 #include "services/KorExchangeUtilities.h"
 #include "services/KorHostReport.h"
 #include "services/KorTextFile.h"
-#include "services/Prompts.h"
 #include "session/DataFolder.h"
 #include "session/KorDSMHandOver.h"
+#include "session/KorDSMStartSelection.h"
+#include "shell/EditorApplication.h"
 
 #include <QApplication>
 #include <QBuffer>
-#include <QLibraryInfo>
 #include <QPixmap>
 #include <QTimer>
-#include <QTranslator>
 #include <QWidget>
 
 #include <algorithm>
@@ -104,19 +102,12 @@ bool prepareDisplay(bool forPicture) {
     return forPicture;
 }
 
-// The buttons and file dialogs of the library itself.
-void translateLibrary(QTranslator& texts) {
-    const QString name = "qtbase_" + QString::fromStdString(Prompts::language());
-    if (texts.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QApplication::installTranslator(&texts);
-}
-
 // Returns an exit code.
 int selectStyle(const RowOptions& wanted) {
     RowChoice style;
     KorString error;
     const eExitCode found = RowChoice::find(wanted, style, error);
-    if (found == kExitDone && selectAtStart(style))
+    if (found == kExitDone && KorDSMStartSelection::select(style.source, style.key))
         return kExitDone;
     complainOfReading();
     if (found != kExitDone) {
@@ -156,10 +147,7 @@ int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
         return kExitFailed;
     int argc = 1; // Qt would take options such as --style for its own
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("detailstyles"));
-    QApplication::setStyle(new KorStyle);
-    QTranslator libraryTexts;
-    translateLibrary(libraryTexts);
+    prepareEditorApplication();
     KOSettings::getInstance().setPathData(folder.path());
     KorDSMDialogFactory::asksBeforeLeaving = true;
     KorDSMDialogFactory::recoversChanges = options.screenshot.empty();

@@ -5,7 +5,7 @@
 #include "app/RowChoice.h"
 #include "base/Translation.h"
 #include "data/StyleDatabases.h"
-#include "operations/KorODBCDetailStyleExports.h"
+#include "session/KorDSMExchange.h"
 
 namespace {
 
@@ -33,17 +33,13 @@ int exportCommand(DataFolder&, const ExportOptions& options) {
     if (const KorString hindrance = OutputFile::hindrance(options.file, options.overwrite);
         !hindrance.isEmpty())
         return failed(hindrance);
-    std::vector<std::string> leftOut;
-    const int result =
-        KorODBCDetailStyleExports::exportDetail(row.table->type, row.key, row.source.dsn, row.source.index,
-                                                options.file, &leftOut, options.overwrite);
-    if (result != KorODBCDetailStyleExports::kDone) {
-        KorODBCDetailStyleExports::GetErrorMessage(error, result);
-        return failed(error);
-    }
+    const KorDSMExchange::ExportOutcome outcome =
+        KorDSMExchange::exportRow(row.source, {row.table->type, row.key}, options.file, options.overwrite);
+    if (!outcome.done)
+        return failed(outcome.error);
     Console::sayStored(KorString::format(translated("The detail style \"%s\" was exported into \"%s\"."),
                                          {row.record()->name, options.file}));
-    for (const std::string& sentence : leftOut)
+    for (const std::string& sentence : outcome.leftOut)
         Console::complain(sentence);
-    return leftOut.empty() ? kExitDone : kExitFailed;
+    return outcome.leftOut.empty() ? kExitDone : kExitFailed;
 }

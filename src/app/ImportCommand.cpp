@@ -2,9 +2,8 @@
 #include "app/CommitReport.h"
 #include "app/Console.h"
 #include "base/Translation.h"
-#include "controls/KorQt.h"
-#include "operations/KorODBCDetailStyleExports.h"
 #include "records/TableSchema.h"
+#include "session/KorDSMExchange.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -16,16 +15,16 @@ namespace {
 QJsonArray toJson(const std::vector<KorString>& names) {
     QJsonArray array;
     for (const KorString& name : names)
-        array.append(toQt(name));
+        array.append(Console::text(name));
     return array;
 }
 
 void printJson(const ImportReport& report) {
     QJsonArray renamed;
     for (const ImportReport::Renamed& row : report.renamed)
-        renamed.append(QJsonObject{{"kind", toQt(findTable(row.table)->kindName())},
-                                   {"from", toQt(row.from)},
-                                   {"to", toQt(row.to)}});
+        renamed.append(QJsonObject{{"kind", Console::text(findTable(row.table)->kindName())},
+                                   {"from", Console::text(row.from)},
+                                   {"to", Console::text(row.to)}});
     Console::print(QJsonObject{{"imported", toJson(report.imported)},
                                {"alreadyThere", toJson(report.alreadyThere)},
                                {"renamed", renamed},
@@ -48,12 +47,11 @@ std::vector<KorString> sentencesOf(const ImportReport& report) {
 } // namespace
 
 int importCommand(DataFolder&, const ImportOptions& options) {
-    ImportReport report;
-    const int result = KorODBCDetailStyleExports::importFile(options.file, report);
+    const auto [done, report] = KorDSMExchange::importFile(options.file, SourceId::user());
     for (const auto* sentences : {&report.problems, &report.leftOut})
         for (const std::string& sentence : *sentences)
             Console::complain(sentence);
-    if (result != KorODBCDetailStyleExports::kDone) {
+    if (!done) {
         Console::complain(report.error);
         return kExitFailed;
     }

@@ -3,10 +3,7 @@
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
 #include "base/Translation.h"
-#include "controls/KorQt.h"
 #include "data/StyleDatabases.h"
-#include "operations/KorDSNManager.h"
-#include "operations/KorOdbcGUI.h"
 #include "session/DataFolder.h"
 
 #include <QJsonArray>
@@ -29,18 +26,16 @@ KorString nameOf(StyleSource& source, const Column& column, const StructRecord& 
     return target ? target->name : KorString();
 }
 
-// The group or category of a row. A detail style is filed by its master row.
+// The group or category of a row. A detail style is filed by the row that tells the host of it.
 KorString filedUnder(StyleSource& source, const TableSchema& table, const StructRecord& record) {
-    StructDetailMaster master;
-    StructDetBaseCategory category;
-    if (table.type == kTableDetailStyle)
-        return KorOdbcGUI::getDetailMaster(static_cast<long>(record.key), master) == 1 &&
-                       KorOdbcGUI::getDetBaseCategory(KorOdbcKey(master.categoryKey), category) == 1
-                   ? category.name
-                   : KorString();
     for (const Column& column : table.columns)
         if (column.isReference() && column.role == eReferenceRole::kFiledUnder)
             return nameOf(source, column, record);
+    if (table.type == kTableDetailStyle)
+        for (const Referrer& master : source.referrersOf(table.type, KorOdbcKey(record.key)))
+            if (master.column->role == eReferenceRole::kIdentifies)
+                return filedUnder(source, *master.table,
+                                  *source.table(master.table->type).find(KorOdbcKey(master.key)));
     return {};
 }
 
@@ -57,7 +52,6 @@ std::set<eTableType> tablesFor(const TableSchema& table) {
 
 std::vector<ListedRow> rowsOf(SourceId id, const TableSchema& table) {
     std::vector<ListedRow> listed;
-    const KorDSNRequest request(id.dsn, id.index);
     StyleSource& source = *StyleDatabases::current().source(id);
     source.readAnew(tablesFor(table)); // of one state; where that fails, what can be read is listed
     const RowArray& rows = source.table(table.type).rows();
@@ -73,12 +67,12 @@ std::vector<ListedRow> rowsOf(SourceId id, const TableSchema& table) {
 void printJson(const TableSchema& table, const std::vector<ListedRow>& rows) {
     QJsonArray array;
     for (const ListedRow& row : rows)
-        array.append(QJsonObject{{"source", toQt(SourceChoice::nameOf(row.source))},
-                                 {"kind", toQt(table.kindName())},
+        array.append(QJsonObject{{"source", Console::text(SourceChoice::nameOf(row.source))},
+                                 {"kind", Console::text(table.kindName())},
                                  {"key", row.record->key},
-                                 {"name", toQt(row.record->name)},
-                                 {"filedUnder", toQt(row.filedUnder)},
-                                 {"description", toQt(row.description)}});
+                                 {"name", Console::text(row.record->name)},
+                                 {"filedUnder", Console::text(row.filedUnder)},
+                                 {"description", Console::text(row.description)}});
     Console::print(array);
 }
 

@@ -5,10 +5,7 @@
 #include "base/Translation.h"
 #include "data/CellRules.h"
 #include "data/RowUsers.h"
-#include "data/StyleDatabases.h"
-#include "model/CurrentUnits.h"
-#include "operations/KorDSNManager.h"
-#include "operations/KorScales.h"
+#include "data/ScopedSource.h"
 #include "session/KorDSMValueText.h"
 
 namespace {
@@ -78,14 +75,10 @@ KorString whyShared(const RowChoice& row) {
 
 // Any scale can be drawn, but a slip of the finger looks like one.
 void tellUnlistedScale(const Column& column, const CellValue& value) {
-    KorArray<KorString> offered;
-    KorString ratio;
-    const ScaleUnitType units = getScaleUnitsOfCurrentDatabase();
-    if (column.kind == eColumnKind::kScale && kor_odbc_getScaleList(units, offered) > 0 &&
-        kor_odbc_getScaleDescription(std::get<double>(value), ratio, units, false) != 1)
+    if (column.kind == eColumnKind::kScale && !KorDSMValueText::isOfferedScale(std::get<double>(value)))
         Console::complain(KorString::format(
             translated("The scale %s is stored, although it is none of those that the editor offers."),
-            {ratio}));
+            {KorDSMValueText::scaleText(std::get<double>(value))}));
 }
 
 int write(const RowChoice& row, const Column& column, const CellValue& value) {
@@ -144,6 +137,6 @@ int setCommand(DataFolder&, const SetOptions& options) {
         return refuse(kExitUsage, KorString::format(
                                       translated("The kind \"%s\" has no column \"%s\"; its columns are %s."),
                                       {row.table->kindName(), options.column, columnNames(*row.table)}));
-    const KorDSNRequest request(row.source.dsn, row.source.index);
+    const ScopedSource request(row.source);
     return set(row, *column, options);
 }

@@ -3,11 +3,9 @@
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
 #include "base/Translation.h"
-#include "controls/KorQt.h"
 #include "data/RowUsers.h"
-#include "data/StyleDatabases.h"
+#include "data/ScopedSource.h"
 #include "data/text/TextFields.h"
-#include "operations/KorDSNManager.h"
 #include "session/KorDSMValueText.h"
 
 #include <QJsonArray>
@@ -36,7 +34,7 @@ std::vector<RelatedRow> relatedRows(const RowChoice& row, eReferenceRole role) {
 QJsonValue rawValue(const Column& column, const StructRecord& record) {
     const CellValue value = column.read(&record);
     if (const auto* text = std::get_if<KorString>(&value))
-        return toQt(*text);
+        return Console::text(*text);
     if (const auto* real = std::get_if<double>(&value))
         return *real;
     return static_cast<qint64>(std::get<std::int64_t>(value));
@@ -45,20 +43,21 @@ QJsonValue rawValue(const Column& column, const StructRecord& record) {
 QJsonArray toJson(const std::vector<RelatedRow>& related) {
     QJsonArray array;
     for (const RelatedRow& other : related)
-        array.append(QJsonObject{{"kind", toQt(other.table->kindName())},
+        array.append(QJsonObject{{"kind", Console::text(other.table->kindName())},
                                  {"key", other.record->key},
-                                 {"name", toQt(other.record->name)},
-                                 {"column", toQt(other.column->name)}});
+                                 {"name", Console::text(other.record->name)},
+                                 {"column", Console::text(other.column->name)}});
     return array;
 }
 
 QJsonArray columnsToJson(const RowChoice& row, const StructRecord& record) {
     QJsonArray columns;
     for (const Column& column : row.table->columns)
-        columns.append(QJsonObject{{"number", column.number},
-                                   {"column", toQt(column.name)},
-                                   {"value", rawValue(column, record)},
-                                   {"text", toQt(KorDSMValueText::toText(*row.table, column, record))}});
+        columns.append(
+            QJsonObject{{"number", column.number},
+                        {"column", Console::text(column.name)},
+                        {"value", rawValue(column, record)},
+                        {"text", Console::text(KorDSMValueText::toText(*row.table, column, record))}});
     return columns;
 }
 
@@ -68,10 +67,10 @@ bool isShared(const RowChoice& row) {
 
 // Who uses a record of a source that could not be read whole is not known.
 void printJson(const RowChoice& row, const StructRecord& record, bool isWhole) {
-    Console::print(QJsonObject{{"source", toQt(SourceChoice::nameOf(row.source))},
-                               {"kind", toQt(row.table->kindName())},
+    Console::print(QJsonObject{{"source", Console::text(SourceChoice::nameOf(row.source))},
+                               {"kind", Console::text(row.table->kindName())},
                                {"key", record.key},
-                               {"name", toQt(record.name)},
+                               {"name", Console::text(record.name)},
                                {"editable", StyleDatabases::current().isEditable()},
                                {"complete", isWhole},
                                {"shared", isWhole ? QJsonValue(isShared(row)) : QJsonValue()},
@@ -133,7 +132,7 @@ int showCommand(DataFolder&, const ShowOptions& options) {
         complainUnlessTold(error);
         return code;
     }
-    const KorDSNRequest request(row.source.dsn, row.source.index);
+    const ScopedSource request(row.source);
     if (options.json)
         printJson(row, *row.record(), whole.ok());
     else

@@ -36,10 +36,15 @@ void KorDSMExchange::cancel() {
 
 KorDSMExchange::ExportOutcome KorDSMExchange::exportStyle(const KorDSMDatabaseItem& style,
                                                           const KorString& file, bool mayReplace) {
+    return exportRow({KorOdbcMan::getCurrentDSN(), KorOdbcMan::getCurrentAddIn()},
+                     {kTableDetailStyle, style.recordKey()}, file, mayReplace);
+}
+
+KorDSMExchange::ExportOutcome KorDSMExchange::exportRow(SourceId source, RowRef row, const KorString& file,
+                                                        bool mayReplace) {
     ExportOutcome outcome;
     const int result = KorODBCDetailStyleExports::exportDetail(
-        kTableDetailStyle, KorOdbcKey(style.recordKey()), KorOdbcMan::getCurrentDSN(),
-        KorOdbcMan::getCurrentAddIn(), file, &outcome.leftOut, mayReplace);
+        row.table, KorOdbcKey(row.key), source.dsn, source.index, file, &outcome.leftOut, mayReplace);
     outcome.done = result == KorODBCDetailStyleExports::kDone;
     if (!outcome.done)
         KorODBCDetailStyleExports::GetErrorMessage(outcome.error, result);

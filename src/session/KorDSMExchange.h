@@ -3,6 +3,7 @@
 #include "data/exchange/ExchangeReport.h"
 #include "model/items/KorDSMDatabaseItem.h"
 #include "records/KorDSNDefinitions.h"
+#include "records/RowRef.h"
 
 #include <optional>
 #include <string>
@@ -27,6 +28,8 @@ struct ExportOutcome {
 /// Writes a style of the current source with all that it depends on into a new file. An existing one is
 /// replaced, or refused where `mayReplace` is false.
 ExportOutcome exportStyle(const KorDSMDatabaseItem& style, const KorString& file, bool mayReplace);
+/// The same for a row of any table and source.
+ExportOutcome exportRow(SourceId source, RowRef row, const KorString& file, bool mayReplace);
 
 /// The source that an import goes into: the current one where it may be edited, else the User database;
 /// none where that may not be edited either.

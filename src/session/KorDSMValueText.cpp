@@ -217,6 +217,14 @@ KorString scaleText(double factor) {
     return isNamed ? text : text.replaced(".", KorString(std::string(1, KorUnitsManager::decimalMark())));
 }
 
+bool isOfferedScale(double factor) {
+    const ScaleUnitType units = getScaleUnitsOfCurrentDatabase();
+    KorArray<KorString> offered;
+    KorString name;
+    return kor_odbc_getScaleList(units, offered) == 0 ||
+           kor_odbc_getScaleDescription(factor, name, units, false) == 1;
+}
+
 KorString tableCaption(const TableSchema& table) {
     return named("TAB", table.type, table.name);
 }

@@ -43,6 +43,8 @@ KorString toText(const TableSchema& table, const Column& column, const StructRec
 KorString toText(const TableSchema& table, const Column& column, const CellValue& value);
 /// A scale by its name, or as a ratio where it has none.
 KorString scaleText(double factor);
+/// Whether the scale is one of those that lists offer; true in a source that offers none.
+bool isOfferedScale(double factor);
 
 /// What came of reading a typed text.
 struct Parsed {

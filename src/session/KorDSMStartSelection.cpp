@@ -1,4 +1,4 @@
-#include "app/StartSelection.h"
+#include "session/KorDSMStartSelection.h"
 
 #include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMSectionLoader.h"
@@ -16,17 +16,17 @@ KorDSMDatabaseItem* findStyle(KorDsmAddInContentItem& addIn, KorOdbcKey key) {
 
 } // namespace
 
-bool selectAtStart(const RowChoice& style) {
+bool KorDSMStartSelection::select(SourceId source, const KorOdbcKey& key) {
     constexpr auto kSection = KorDSMDefines::kViewDetailStyles;
     KorDSMDataStructure& structure = KorDSMDialogFactory::getDSMDataStructure();
     KorDSMSectionLoader().loadDataStructure(structure);
-    KorDsmAddInContentItem* addIn = KorDSMItemPath::findAddIn(*structure.getSection(kSection), style.source);
-    KorDSMDatabaseItem* item = addIn ? findStyle(*addIn, style.key) : nullptr;
+    KorDsmAddInContentItem* addIn = KorDSMItemPath::findAddIn(*structure.getSection(kSection), source);
+    KorDSMDatabaseItem* item = addIn ? findStyle(*addIn, key) : nullptr;
     if (!item)
         return false;
     structure.setSelectedSection(kSection);
-    structure.setTargetDatabase(kSection, style.source.dsn);
-    structure.setTargetAddIn(kSection, style.source.index);
+    structure.setTargetDatabase(kSection, source.dsn);
+    structure.setTargetAddIn(kSection, source.index);
     structure.getSelectedPath(kSection) = KorDSMItemPath::textsTo(*item);
     return true;
 }
