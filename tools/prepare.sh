@@ -58,8 +58,11 @@ prepare_packages() {
     cp "$root/tools/packages.txt" "$stamp"
 }
 
-# build_targets [TARGET...]: configures where it was never done, and builds the targets, or everything.
+# build_targets [TARGET...]: configures where it was never done, and builds the targets, or everything. With
+# DETAILSTYLES_STRICT a warning is an error.
 build_targets() {
-    [ -f "$build/build.ninja" ] || step "Configuring" configure cmake -S "$root" --preset release
+    local strict=${DETAILSTYLES_STRICT:+-DCMAKE_COMPILE_WARNING_AS_ERROR=ON}
+    { [ -f "$build/build.ninja" ] && [ -z "$strict" ]; } ||
+        step "Configuring" configure cmake -S "$root" --preset release $strict
     step "Building" build cmake --build "$build" ${1:+--target "$@"}
 }
