@@ -8,6 +8,8 @@
 #include "data/ScopedSource.h"
 #include "session/KorDSMValueText.h"
 
+#include <algorithm>
+
 namespace {
 
 int refuse(eExitCode code, const KorString& sentence) {
@@ -81,16 +83,28 @@ void tellUnlistedScale(const Column& column, const CellValue& value) {
             {KorDSMValueText::scaleText(std::get<double>(value))}));
 }
 
-int write(const RowChoice& row, const Column& column, const CellValue& value) {
+// The row that tells the host of another one has its name.
+bool writeCells(const RowChoice& row, const Column& column, const CellValue& value) {
     StyleDatabases& databases = StyleDatabases::current();
-    if (databases.setCell(row.table->type, row.key, column.number, value) != WriteResult::kWritten)
+    std::vector<RowRef> named = {{row.table->type, row.key}};
+    for (const Referrer& referrer : databases.here()->referrersOf(row.table->type, row.key))
+        if (column.number == 1 && referrer.column->role == eReferenceRole::kIdentifies)
+            named.push_back({referrer.table->type, referrer.key});
+    return std::ranges::all_of(named, [&](const RowRef& each) {
+        return databases.setCell(each.table, KorOdbcKey(each.key), column.number, value) ==
+               WriteResult::kWritten;
+    });
+}
+
+int write(const RowChoice& row, const Column& column, const CellValue& value) {
+    if (!writeCells(row, column, value))
         return refuse(
             kExitFailed,
             KorString::format(translated("The value could not be written to column \"%s\"."), {column.name}));
     if (!keepChanges())
         return kExitFailed;
     tellUnlistedScale(column, value);
-    if (databases.here()->complete())
+    if (StyleDatabases::current().here()->complete())
         return kExitDone;
     return refuse(kExitFailed, KorString::format(
                                    translated("The column \"%s\" of the %s \"%s\" was changed all the same."),

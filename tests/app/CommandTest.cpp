@@ -72,6 +72,9 @@ TEST_F(CommandTest, SetStoresAValueInTheUserDatabase) {
     EXPECT_EQ(column(style, "view_1")["text"], "Section");
     EXPECT_EQ(column(style, "automatic_clipping")["value"], 1);
     EXPECT_EQ(column(run({"show", "detail-style", "Beam", "--json"}), "automatic_clipping")["value"], 0);
+    // The host knows the style by its number row, which has the style's name.
+    EXPECT_EQ(run({"set", "detail-style", "Beam", "name", "Träger"}).exitCode, 0);
+    EXPECT_EQ(column(run({"show", "detail-master", "Träger", "--json"}), "style")["text"], "Träger");
 }
 
 TEST_F(CommandTest, SetWritesNothingThatItShouldNot) {
