@@ -11,6 +11,7 @@
 #include "services/KorResources.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "shell/KorDSMMainDialog.h"
+#include "shell/KorDSMSectionTree.h"
 #include "shell/ModuleResources.h"
 #include "templates/Templates.h"
 

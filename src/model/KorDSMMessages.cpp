@@ -6,6 +6,12 @@
 #include <algorithm>
 #include <vector>
 
+void KorMessageReceivers::onMessage(const KorMessage& message) {
+    const auto it = m_receivers.find(message.number);
+    if (it != m_receivers.end())
+        it->second(message);
+}
+
 namespace KorDSMMainWindow {
 
 namespace {

@@ -5,11 +5,14 @@
 #include "model/items/KorDSMTreeItemData.h"
 
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
 
 /// The numbered messages by which parts of the editor that don't know each other talk. The list is closed:
-/// every message is a type below, with its number and its payload. All go to the main dialog's window, except
-/// the list-change notice, which goes from page to page.
+/// every message is a type below, with its number and its payload, has a sender, and a receiver that
+/// registered for its type. All go to the main dialog's window, except the list-change notice, which goes from
+/// page to page.
 struct KorMessage {
     explicit KorMessage(int messageNumber) : number(messageNumber) {}
     virtual ~KorMessage() = default;
@@ -71,7 +74,7 @@ struct DsmDataChanged : KorNumberedMessage<WM_USER + 13> {};
 struct DsmCategoriesChanged : KorNumberedMessage<WM_USER + 15> {
     KorDSMDatabaseItem* item = nullptr;
 };
-/// The selection of the main tree changed.
+/// The selection of the main tree changed. The entry may be gone when this comes.
 struct DsmSelectionChanged : KorNumberedMessage<WM_USER + 17> {
     KorTreeHandle entry = nullptr;
 };
@@ -104,6 +107,25 @@ class KorMessageTarget {
 public:
     virtual ~KorMessageTarget() = default;
     virtual void onMessage(const KorMessage& message) = 0;
+};
+
+/// A target that hands each message to the function that was registered for its type. What nobody
+/// registered for is dropped.
+class KorMessageReceivers : public KorMessageTarget {
+public:
+    void onMessage(const KorMessage& message) override;
+
+protected:
+    /// `handle` gets the messages of this type from now on, in place of what got them before.
+    template <typename Message>
+    void receive(std::function<void(const Message&)> handle) {
+        m_receivers[Message::kNumber] = [handle = std::move(handle)](const KorMessage& message) {
+            handle(static_cast<const Message&>(message));
+        };
+    }
+
+private:
+    std::map<int, std::function<void(const KorMessage&)>> m_receivers; // by number
 };
 
 /// The way to the main dialog's window, which is kept process-wide.

@@ -12,7 +12,7 @@
 /// Base of every property page: the life of a page inside its group, the write of one field, the enable rule,
 /// and the helpers that pages share. A page adds its controls, its record and its rules. Every change is
 /// written to the database at once; a page buffers nothing.
-class KorDSMPage : public KorTabPage, public KorMessageTarget {
+class KorDSMPage : public KorTabPage, public KorMessageReceivers {
     Q_OBJECT
 
 public:
@@ -47,9 +47,6 @@ public:
     void OnActivate(int active) override;
     void OnShow(int show) override;
     bool PreTranslateMessage(QKeyEvent* event) override;
-    /// List-change notices from other pages.
-    void onMessage(const KorMessage&) override {}
-
     /// Writes an edit that is stored only when the page is left. Does nothing when `discard` is true.
     virtual void storePendingChanges(bool discard);
     virtual bool fillLists() { return true; }

@@ -82,6 +82,7 @@ KorDSMPageViewDefinition::KorDSMPageViewDefinition(QWidget* parent)
     : KorDSMPage(parent, 2004, {}), m_fields(*this, sectionFields()) {
     setTitle(Prompts::ups(33570));
     m_pageCode = kViewRequest;
+    receive<DsmListChanged>([this](const DsmListChanged& notice) { onNotice(notice); });
 }
 
 bool KorDSMPageViewDefinition::OnInitDialog() {
@@ -273,10 +274,9 @@ void KorDSMPageViewDefinition::goTo(int section) {
     KorDSMMainWindow::sendMessage(message);
 }
 
-void KorDSMPageViewDefinition::onMessage(const KorMessage& message) {
-    if (message.number != DsmListChanged::kNumber || !m_views)
+void KorDSMPageViewDefinition::onNotice(const DsmListChanged& notice) {
+    if (!m_views)
         return;
-    const auto& notice = static_cast<const DsmListChanged&>(message);
     if (notice.senderPageCode == kViewArrangementPage)
         return onViewNotice(notice.action, notice.name);
     for (const Section& section : kSections)

@@ -22,7 +22,6 @@ public:
     bool refreshLists() override;
     bool loadData() override;
     void enableControls() override;
-    void onMessage(const KorMessage& message) override;
     std::vector<ShownColumns> shownColumns() const override;
 
 private:
@@ -38,6 +37,7 @@ private:
     void showNewName(const KorString& oldName, const KorString& newName);
     void replaceDependents(int column);
     void goTo(int section);
+    void onNotice(const DsmListChanged& notice);
     void onViewNotice(int action, const KorString& name);
     void onSectionNotice(QComboBox& combo, int action, const KorString& name);
 

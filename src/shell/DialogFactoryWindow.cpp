@@ -79,7 +79,7 @@ int KorDSMDialogFactory::DoModal() {
     const std::shared_ptr<Dialogs> dialogs = m_pDialogs;
     const QPointer<KorDSMMainDialog> dialog = &dialogs->fresh();
     openDatabases();
-    KorDSMMainDialog::releaseDataStructure();
+    WindowTurn::releaseDataStructure();
     m_Loader.loadDataStructure(getDSMDataStructure());
     if (!dialog)
         return kCancelled;

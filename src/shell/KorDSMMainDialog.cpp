@@ -1,84 +1,81 @@
 #include "shell/KorDSMMainDialog.h"
 
-#include "controls/KorButtonGroup.h"
-#include "controls/KorButtonGroupMenu.h"
-#include "controls/KorListCtrl.h"
-#include "controls/KorQt.h"
 #include "controls/KorReadable.h"
-#include "controls/KorTabCtrl.h"
 #include "controls/TabStops.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/CKorHelp.h"
-#include "session/KorDSMItemPath.h"
-#include "shell/KorDSMUndoStrip.h"
+#include "services/KorOutputDebugString.h"
+#include "session/KorDSMRecovery.h"
+#include "shell/WhenFree.h"
+#include "shell/WindowParts.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QElapsedTimer>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QTimer>
 
+using namespace KorDSMDefines;
+
+namespace {
+
+void writeTiming(const char* label, qint64 milliseconds) {
+    char line[128];
+    const std::string text = KorString::format("%s lasted: ", {label}).toStdString();
+    std::snprintf(line, sizeof line, "\n%-50s%d ms", text.c_str(), static_cast<int>(milliseconds));
+    KorOutputDebugString(line);
+}
+
+} // namespace
+
 KorDSMMainDialog::KorDSMMainDialog(QWidget* parent)
     : QDialog(parent), m_structure(KorDSMDialogFactory::getDSMDataStructure()),
-      m_images(std::make_shared<KorImageList>()) {
+      m_images(std::make_shared<KorImageList>()),
+      m_turn(*this, *this, {[this] { letGo(); }, [this] { showStructure(); }}) {
     KorReadable::keep(this);
 }
 
 KorDSMMainDialog::~KorDSMMainDialog() {
-    disconnect(qApp, nullptr, this, nullptr); // the focus still moves while the widgets go
-    m_recovery.settle();
-    if (m_ready) {
+    if (m_parts) {
         m_memory.writeSetting();
-        leave();
+        m_turn.end();
     }
-    m_ready = false;
-    m_handleSelection = false;
     m_structure.setUseFullExpand(m_structure.getUseFullExpand());
-    for (SectionSlot& section : m_slots)
-        section.tree.reset();
-    m_pages.clear();
-    m_itemSource.release();
 }
 
 int KorDSMMainDialog::OnInitDialog() {
     KorDSMDataStructure::m_bApplyWasPressed = false;
     KorDSMRecovery::writeDown(&KorDSMMainDialog::showReportsSoon);
-    beginTurn();
+    m_turn.begin();
     setUpImages();
-    setUpSections();
-    setUpStrips();
+    m_parts = std::make_unique<WindowParts>(*this, m_structure, m_images);
+    connectSelection();
+    connectCommands();
+    receiveFromItems();
+    receiveFromPages();
     setUpKeys();
-    setUpStatus();
-    setUpButtons();
 
     QElapsedTimer timer;
     timer.start();
-    m_pages.createPages(this);
+    m_parts->rightSide.pages().createPages(this);
     writeTiming("KorDSMMainDialog::createPages", timer.elapsed());
 
     if (m_structure.getUpdateStatus() == KorDSMDataStructure::kKeepContent)
-        setModified(true);
+        m_parts->applyState.setModified(true);
     else
-        m_apply->setEnabled(false);
-    m_sections->setCheck(0, m_structure.getShowFullTree());
-    m_sections->setCheck(1, m_structure.getUseFullExpand());
-    m_sections->setCheck(2, m_structure.getShowWarning());
+        m_parts->applyState.setApplied();
+    m_parts->sectionStrip.showOptions();
 
     timer.restart();
-    for (const eViewSections section : KorDSMDefines::kLoadingOrder)
-        fillSourceCombo(section);
+    m_parts->sections.fillCombos();
     writeTiming("KorDSMMainDialog::OnInitDialog", timer.elapsed());
 
-    m_ready = true;
-    updateCommandStates();
-    showSection(true);
+    updateCommands();
+    m_parts->navigation.showSection(true);
     setUpTexts();
     setUpTabOrder();
-    m_sections->buttonGroup()->setCheckedButton(
-        m_sections->buttonGroup()->buttonId(m_structure.getSelectedSection()));
+    m_parts->sectionStrip.check(m_structure.getSelectedSection());
     constexpr int kSplitter = 1096;
     m_memory.registerControl(kSplitter, MemoryDlg::eStretchY);
     m_memory.setWindow(this);
@@ -86,101 +83,98 @@ int KorDSMMainDialog::OnInitDialog() {
     return 1;
 }
 
-void KorDSMMainDialog::onMessage(const KorMessage& message) {
-    switch (message.number) {
-    case DsmDeleteEntry::kNumber: {
-        const auto entry = static_cast<const DsmDeleteEntry&>(message).entry;
-        if (KorDSMSectionTree* shown = treeOf(entry))
-            shown->deleteEntry(entry);
-        postItemsChanged();
-        break;
-    }
-    case DsmInsertPlaceholder::kNumber: {
-        const auto entry = static_cast<const DsmInsertPlaceholder&>(message).entry;
-        if (KorDSMSectionTree* shown = treeOf(entry))
-            shown->showPlaceholder(entry);
-        postItemsChanged();
-        break;
-    }
-    case DsmCollapseEntry::kNumber: {
-        const auto entry = static_cast<const DsmCollapseEntry&>(message).entry;
-        if (KorDSMSectionTree* shown = treeOf(entry))
-            shown->control()->collapse(entry);
-        break;
-    }
-    case DsmSetEntryText::kNumber: {
-        const auto& text = static_cast<const DsmSetEntryText&>(message);
-        if (KorDSMSectionTree* shown = treeOf(text.entry))
-            shown->control()->setItemText(text.entry, text.text);
-        postItemsChanged();
-        break;
-    }
-    case DsmAttachItemData::kNumber: {
-        const auto& attach = static_cast<const DsmAttachItemData&>(message);
-        if (KorDSMSectionTree* shown = attach.data ? treeOf(attach.entry) : nullptr)
-            shown->attach(attach.entry, std::move(attach.data));
-        break;
-    }
-    case DsmGoToChild::kNumber: {
-        const auto& goTo = static_cast<const DsmGoToChild&>(message);
-        KorTreeCtrl* control = currentTree().control();
-        control->expand(goTo.entry);
-        KorTreeHandle child = control->getChildItem(goTo.entry);
-        for (int i = 0; child && i < goTo.childIndex; ++i)
-            child = control->getNextSiblingItem(child);
-        if (child)
-            selectEntry(child);
-        break;
-    }
-    case DsmProgress::kNumber:
-        showProgress(static_cast<const DsmProgress&>(message));
-        break;
-    case DsmDataChanged::kNumber:
-        setModified(true);
-        break;
-    case DsmSetModified::kNumber:
-        setModified(static_cast<const DsmSetModified&>(message).modified);
-        break;
-    case DsmMarkOtherPages::kNumber: {
-        const bool modified = static_cast<const DsmMarkOtherPages&>(message).modified;
-        TabContent* group = m_tabs->currentContent();
-        for (int i = 0; group && i < group->pageCount(); ++i) {
-            auto* page = qobject_cast<KorDSMPage*>(group->page(i));
-            if (!page || i == group->currentIndex())
-                continue;
-            page->requestRefresh(modified);
-        }
-        break;
-    }
-    case DsmSetOptionCheck::kNumber: {
-        const auto& option = static_cast<const DsmSetOptionCheck&>(message);
-        m_sections->setCheck(option.index, option.value);
-        break;
-    }
-    case DsmReportWaits::kNumber:
-        showReports();
-        break;
-    default:
-        break;
-    }
+KorDSMPageRegistry& KorDSMMainDialog::pages() {
+    return m_parts->rightSide.pages();
 }
 
-KorDSMSectionTree* KorDSMMainDialog::treeOf(KorTreeHandle entry) {
-    KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(entry);
-    const KorDsmSectionItem* section = item ? KorDSMItemPath::sectionOf(*item) : nullptr;
-    return section ? &tree(section->m_Section) : nullptr;
+const KorDSMSelectionHistory& KorDSMMainDialog::history() const {
+    return m_parts->navigation.history();
+}
+
+KorDSMSectionTree& KorDSMMainDialog::currentTree() {
+    return m_parts->sections.currentTree();
+}
+
+void KorDSMMainDialog::switchSection(eViewSections section) {
+    m_parts->navigation.switchSection(section);
+}
+
+void KorDSMMainDialog::letGo() {
+    m_parts->rightSide.letGo();
+    m_parts->selection.unhide();
+    m_parts->filter.clear();
+    m_parts->sections.clear();
+    m_parts->rightSide.list().clear();
+    m_parts->selection.forget();
+    m_parts->selection.announce();
+    m_parts->selection.release();
+}
+
+void KorDSMMainDialog::showStructure() {
+    // What is pending or was dropped meanwhile changed items and lists.
+    pages().requestInit();
+    const auto status = m_structure.getUpdateStatus();
+    if (status == KorDSMDataStructure::kReloadRequested || status == KorDSMDataStructure::kEmptied) {
+        m_parts->refresh.reload();
+    } else {
+        m_parts->sections.fillCombos();
+        m_parts->navigation.showSection(true);
+    }
+    m_parts->sectionStrip.check(m_structure.getSelectedSection());
+    m_parts->applyState.update();
+}
+
+void KorDSMMainDialog::leave(WindowLeaving::eWay way) {
+    if (way == WindowLeaving::eWay::kAccept)
+        QDialog::accept();
+    else if (way == WindowLeaving::eWay::kReject)
+        QDialog::reject();
+}
+
+void KorDSMMainDialog::accept() {
+    if (KorDSMBusy::isBusy())
+        return whenFree(this, [this] { accept(); });
+    leave(m_parts->leaving.accept());
+}
+
+void KorDSMMainDialog::reject() {
+    if (KorDSMBusy::isBusy())
+        return whenFree(this, [this] { reject(); });
+    if (m_parts)
+        return leave(m_parts->leaving.reject());
+    KorDSMCommit::discard();
+    QDialog::reject();
+}
+
+void KorDSMMainDialog::use() {
+    leave(m_parts->leaving.use());
+}
+
+void KorDSMMainDialog::done(int result) {
+    QDialog::done(result);
+    if (m_parts)
+        m_turn.end();
+}
+
+void KorDSMMainDialog::closeEvent(QCloseEvent* event) {
+    // Closing by the window's button counts as Cancel.
+    reject();
+    event->setAccepted(!isVisible());
 }
 
 void KorDSMMainDialog::keyPressEvent(QKeyEvent* event) {
+    if (!m_parts)
+        return QDialog::keyPressEvent(event);
     if (event->key() == Qt::Key_F1) {
         CKorHelp::showTopic("_korDisplayDetailStyles");
         return;
     }
-    if (event->key() == Qt::Key_Escape && (clearFilter() || !mayEscape()))
+    NameFilter& filter = m_parts->filter;
+    if (event->key() == Qt::Key_Escape && (filter.clear() || !m_parts->leaving.mayEscape()))
         return;
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (m_filter->hasFocus() && (isReturn || event->key() == Qt::Key_Down))
-        return whenFree([this] { goToFirstMatch(); });
+    if (filter.hasFocus() && (isReturn || event->key() == Qt::Key_Down))
+        return whenFree(this, [this] { m_parts->navigation.goToFirstMatch(); });
     // Return commits the field that has the focus; it never presses a button of the window.
     if (isReturn && !qobject_cast<QPushButton*>(QApplication::focusWidget()))
         return;
@@ -188,8 +182,8 @@ void KorDSMMainDialog::keyPressEvent(QKeyEvent* event) {
 }
 
 bool KorDSMMainDialog::event(QEvent* event) {
-    if (event->type() == QEvent::WindowActivate && m_ready)
-        QTimer::singleShot(0, this, waiting(&KorDSMMainDialog::lookAround));
+    if (event->type() == QEvent::WindowActivate && m_parts)
+        QTimer::singleShot(0, this, waiting(this, &KorDSMMainDialog::lookAround));
     return QDialog::event(event);
 }
 
@@ -202,37 +196,17 @@ void KorDSMMainDialog::lookAround() {
     const QWidget* modal = QApplication::activeModalWidget();
     if (!isVisible() || (modal && modal != this))
         return;
-    takeOver();
-    offerRecovery();
-    m_recovery.settle();
-    readOutsideChanges();
-    showReports();
+    m_turn.take();
+    m_parts->recovery.look();
+    m_parts->reports.readOutsideChanges();
+    m_parts->reports.show();
 }
 
-void KorDSMMainDialog::setModified(bool modified) {
-    m_apply->setEnabled(modified);
-    m_undoStrip->update();
-    markPages();
-    m_structure.setUpdateStatus(KorDSMDataStructure::kReloadRequested);
-}
-
-// The tabs of pages that show something that is not stored yet.
-void KorDSMMainDialog::markPages() {
-    TabContent* group = m_tabs->currentContent();
-    for (int i = 0; group && i < group->pageCount(); ++i)
-        if (auto* page = qobject_cast<KorDSMPage*>(group->page(i)))
-            page->updateMark();
-}
-
-void KorDSMMainDialog::showProgress(const DsmProgress& progress) {
-    m_progress->setVisible(progress.state == DsmProgress::kStep);
-    m_progressText->setVisible(progress.state == DsmProgress::kStep);
-    m_status->setVisible(progress.state != DsmProgress::kStep);
-    if (progress.state != DsmProgress::kStep)
-        return;
-    m_progress->setRange(0, progress.range);
-    m_progress->setValue(progress.percent);
-    m_progressText->setText(toQt(progress.text));
-    // The bar repaints while the work goes on; what the user does meanwhile waits.
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+// What is pending is written down whoever is there: the window that asked for it may be gone.
+void KorDSMMainDialog::showReportsSoon() {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (auto* window = qobject_cast<KorDSMMainDialog*>(widget);
+            window && window->isVisible() && window->m_parts)
+            return QTimer::singleShot(
+                0, window, [window] { whenFree(window, [window] { window->m_parts->reports.show(); }); });
 }

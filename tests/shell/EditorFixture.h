@@ -5,7 +5,10 @@
 #include "controls/KorTabCtrl.h"
 #include "data/StyleDatabases.h"
 #include "model/KorDSMDialogFactory.h"
+#include "session/KorDSMSelectionHistory.h"
 #include "shell/KorDSMMainDialog.h"
+#include "shell/KorDSMPageRegistry.h"
+#include "shell/KorDSMSectionTree.h"
 #include "support/FreshProcess.h"
 #include "support/OtherProgram.h"
 

@@ -1,20 +1,21 @@
+#include "shell/WindowLeaving.h"
+
 #include "controls/KorFieldNote.h"
 #include "controls/KorQt.h"
-#include "controls/KorTabCtrl.h"
+#include "model/KorDSMBusy.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/Prompts.h"
 #include "session/KorDSMHandOver.h"
 #include "session/KorDSMUndo.h"
-#include "shell/KorDSMMainDialog.h"
+#include "shell/ApplyState.h"
 #include "shell/PendingQuestion.h"
+#include "shell/Reports.h"
+#include "shell/TreeSelection.h"
 
-#include <QCloseEvent>
 #include <QMessageBox>
 #include <QPushButton>
 
 #include <limits>
-
-// The ways out of the window, and what becomes of the changes that are not stored then.
 
 namespace {
 
@@ -29,26 +30,41 @@ constexpr int kLeaveWithoutIt = 414;
 
 } // namespace
 
-KorDSMMainDialog::eLeaving KorDSMMainDialog::askBeforeLeaving() {
+void WindowLeaving::apply() {
+    const KorDSMBusy busy;
+    RightSide::finishEditing();
+    if (!m_reports.readOutsideChanges())
+        return;
+    const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndGoOn();
+    m_applyState.updateUndo();
+    if (outcome.ok())
+        m_applyState.setApplied();
+    else
+        m_reports.tell(outcome);
+}
+
+WindowLeaving::eAnswer WindowLeaving::askAboutPending() {
     if (!KorDSMDialogFactory::asksBeforeLeaving || !KorDSMCommit::isAnythingPending())
-        return eLeaving::kNotAsked;
+        return eAnswer::kNotAsked;
     const std::vector<KorString> steps = KorDSMUndo::undoSteps(std::numeric_limits<std::size_t>::max());
     const KorString number = KorString::number(static_cast<std::int64_t>(steps.size()));
     const KorString question =
         steps.size() == 1 ? Prompts::dsm(kOneChange) : KorString::format(Prompts::dsm(kChanges), {number});
-    constexpr eLeaving kAnswers[] = {eLeaving::kKeep, eLeaving::kDrop, eLeaving::kGoOn};
-    return kAnswers[askAboutChanges(this, Prompts::dsm(kLeavingCaption), question, steps,
+    constexpr eAnswer kAnswers[] = {eAnswer::kKeep, eAnswer::kDrop, eAnswer::kGoOn};
+    return kAnswers[askAboutChanges(&m_window, Prompts::dsm(kLeavingCaption), question, steps,
                                     {kKeepChanges, kDropChanges, kGoOnEditing})];
 }
 
-bool KorDSMMainDialog::finishBeforeLeaving() {
-    finishCurrentPage();
+// Lets the page take what is being typed. Returns whether the window may be left: nothing that a field shows
+// was refused or declined, or the user leaves without it.
+bool WindowLeaving::finishEditing() {
+    RightSide::finishEditing();
     const KorDSMPage* page = KorDSMPage::currentPage();
     QWidget* field = page ? KorFieldNote::first(page) : nullptr;
     if (!field || !KorDSMDialogFactory::asksBeforeLeaving)
         return true;
     QMessageBox box(QMessageBox::Question, toQt(Prompts::dsm(kLeavingCaption)),
-                    toQt(Prompts::dsm(kFieldNotStored)), QMessageBox::NoButton, this);
+                    toQt(Prompts::dsm(kFieldNotStored)), QMessageBox::NoButton, &m_window);
     const QString name = field->accessibleName();
     const QString note = KorFieldNote::textOf(field);
     box.setInformativeText(name.isEmpty() ? note : name + QStringLiteral(": ") + note);
@@ -62,78 +78,66 @@ bool KorDSMMainDialog::finishBeforeLeaving() {
     return box.clickedButton() == leave;
 }
 
-bool KorDSMMainDialog::keepBeforeLeaving() {
-    if (!readOutsideChanges())
+// Returns whether all is stored; says what is not.
+bool WindowLeaving::keep() {
+    if (!m_reports.readOutsideChanges())
         return false;
-    const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndClose(m_apply->isEnabled());
+    const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndClose(m_applyState.isModified());
     if (!outcome.ok())
-        reportCommit(outcome);
+        m_reports.tell(outcome);
     return outcome.ok();
 }
 
-void KorDSMMainDialog::accept() {
-    if (KorDSMBusy::isBusy())
-        return whenFree([this] { accept(); });
-    if (finishBeforeLeaving() && keepBeforeLeaving())
-        QDialog::accept();
+WindowLeaving::eWay WindowLeaving::accept() {
+    return finishEditing() && keep() ? eWay::kAccept : eWay::kStay;
 }
 
-void KorDSMMainDialog::reject() {
-    if (KorDSMBusy::isBusy())
-        return whenFree([this] { reject(); });
+WindowLeaving::eWay WindowLeaving::reject() {
     // Whoever is asked is asked about what is still being typed too.
-    if (KorDSMDialogFactory::asksBeforeLeaving && !finishBeforeLeaving())
-        return;
-    switch (askBeforeLeaving()) {
-    case eLeaving::kKeep:
-        if (keepBeforeLeaving())
-            QDialog::accept();
-        return;
-    case eLeaving::kGoOn:
-        return;
-    case eLeaving::kDrop:
-    case eLeaving::kNotAsked:
+    if (KorDSMDialogFactory::asksBeforeLeaving && !finishEditing())
+        return eWay::kStay;
+    switch (askAboutPending()) {
+    case eAnswer::kKeep:
+        return keep() ? eWay::kAccept : eWay::kStay;
+    case eAnswer::kGoOn:
+        return eWay::kStay;
+    case eAnswer::kDrop:
+    case eAnswer::kNotAsked:
         break;
     }
     KorDSMCommit::discard();
-    QDialog::reject();
+    return eWay::kReject;
 }
 
-void KorDSMMainDialog::use() {
-    finishCurrentPage();
-    KorDSMDatabaseItem* item = subject();
+WindowLeaving::eWay WindowLeaving::use() {
+    RightSide::finishEditing();
+    KorDSMDatabaseItem* item = m_selection.subject();
     if (!item)
-        return;
+        return eWay::kStay;
     const int key = item->recordKey();
-    const eLeaving leaving = askBeforeLeaving();
-    switch (leaving) {
-    case eLeaving::kKeep:
+    const eAnswer answer = askAboutPending();
+    switch (answer) {
+    case eAnswer::kKeep:
         // What others stored meanwhile was read, and the items were made anew.
-        if (!keepBeforeLeaving() || !(item = subject()) || item->recordKey() != key)
-            return;
+        if (!keep() || !(item = m_selection.subject()) || item->recordKey() != key)
+            return eWay::kStay;
         break;
-    case eLeaving::kDrop:
+    case eAnswer::kDrop:
         KorDSMCommit::discard(); // a style that was only pending is not found by the hand-over then
         break;
-    case eLeaving::kGoOn:
-        return;
-    case eLeaving::kNotAsked:
+    case eAnswer::kGoOn:
+        return eWay::kStay;
+    case eAnswer::kNotAsked:
         break;
     }
-    selectItemDatabase(item);
+    m_selection.selectDatabase(item);
     KorDSMHandOver::put(item);
-    if (leaving == eLeaving::kNotAsked &&
+    if (answer == eAnswer::kNotAsked &&
         m_structure.getUpdateStatus() == KorDSMDataStructure::kReloadRequested)
         m_structure.setUpdateStatus(KorDSMDataStructure::kKeepContent);
-    done(QDialog::Accepted);
+    return eWay::kAccept;
 }
 
-void KorDSMMainDialog::closeEvent(QCloseEvent* event) {
-    // Closing by the window's button counts as Cancel.
-    reject();
-    event->setAccepted(!isVisible());
-}
-
-bool KorDSMMainDialog::mayEscape() const {
-    return !m_apply->isEnabled() && !KorDSMCommit::isAnythingPending();
+bool WindowLeaving::mayEscape() const {
+    return !m_applyState.isModified() && !KorDSMCommit::isAnythingPending();
 }

@@ -1,14 +1,11 @@
+#include "shell/RecoveryOffer.h"
+
 #include "controls/KorQt.h"
 #include "services/Prompts.h"
-#include "shell/KorDSMMainDialog.h"
 #include "shell/PendingQuestion.h"
 
-#include <QApplication>
 #include <QDateTime>
 #include <QLocale>
-#include <QTimer>
-
-// What the user is asked about changes that were pending when the program crashed or was killed.
 
 namespace {
 
@@ -32,14 +29,8 @@ KorDSMRecovery::eAnswer askAbout(const KorDSMRecovery::Lost& lost, QWidget* pare
 
 } // namespace
 
-// Whoever wrote down what is pending may outlive this window.
-void KorDSMMainDialog::showReportsSoon() {
-    for (QWidget* widget : QApplication::topLevelWidgets())
-        if (auto* window = qobject_cast<KorDSMMainDialog*>(widget); window && window->isVisible())
-            return QTimer::singleShot(0, window, window->waiting(&KorDSMMainDialog::showReports));
-}
-
-void KorDSMMainDialog::offerRecovery() {
-    m_recovery.offer([this](const KorDSMRecovery::Lost& lost) { return askAbout(lost, this); },
-                     [this](const KorDSMCommit::Read& read) { return followOutsideChanges(read); });
+void RecoveryOffer::look() {
+    m_recovery.offer([this](const KorDSMRecovery::Lost& lost) { return askAbout(lost, &m_window); },
+                     m_follow);
+    m_recovery.settle();
 }

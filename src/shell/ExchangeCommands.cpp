@@ -1,16 +1,17 @@
+#include "shell/ExchangeCommands.h"
+
 #include "controls/KorQt.h"
 #include "services/Prompts.h"
 #include "session/KorDSMExchange.h"
 #include "session/KorDSMValueText.h"
+#include "shell/ApplyState.h"
 #include "shell/ExchangeRun.h"
-#include "shell/KorDSMMainDialog.h"
+#include "shell/Refusal.h"
+#include "shell/WindowRefresh.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
-#include <QPushButton>
-
-// Export and import of detail styles.
 
 namespace {
 
@@ -35,13 +36,13 @@ void showIn(QMessageBox& box, const QStringList& lines) {
 
 } // namespace
 
-void KorDSMMainDialog::exportStyle() {
-    KorDSMDatabaseItem* item = subject();
+void ExchangeCommands::exportStyle() {
+    KorDSMDatabaseItem* item = m_selection.subject();
     if (!item || item->m_Type != KorDSMDefines::kDetailStyle)
         return;
-    selectItemDatabase(item);
-    finishCurrentPage();
-    QFileDialog dialog(this, toQt(Prompts::ups(33563)));
+    m_selection.selectDatabase(item);
+    RightSide::finishEditing();
+    QFileDialog dialog(&m_window, toQt(Prompts::ups(33563)));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(toQt(KorDSMExchange::fileExtension()));
     dialog.setNameFilter(fileFilter());
@@ -56,28 +57,28 @@ void KorDSMMainDialog::exportStyle() {
     }
     if (!outcome.done) {
         if (!outcome.error.isEmpty())
-            QMessageBox::warning(this, toQt(Prompts::gui(45063)), toQt(outcome.error));
+            QMessageBox::warning(&m_window, toQt(Prompts::gui(45063)), toQt(outcome.error));
         return;
     }
     QMessageBox box(
         outcome.leftOut.empty() ? QMessageBox::Information : QMessageBox::Warning, toQt(Prompts::gui(45024)),
         toQt(KorString::format(Prompts::ups(33526),
                                {KorDSMValueText::shortName(item->record()->getRunBezeichnung())})),
-        QMessageBox::Ok, this);
+        QMessageBox::Ok, &m_window);
     showIn(box, linesOf(outcome.leftOut));
     box.exec();
 }
 
-void KorDSMMainDialog::importStyles() {
-    const KorDSMDatabaseItem* item = subject();
+void ExchangeCommands::importStyles() {
+    const KorDSMDatabaseItem* item = m_selection.subject();
     if (!item)
         return;
-    selectItemDatabase(item);
+    m_selection.selectDatabase(item);
     const std::optional<SourceId> to = KorDSMExchange::importTarget();
     if (!to)
-        return refuse(KorDSMItemCommands::whyNotWritable(SourceId::user()));
-    finishCurrentPage();
-    const QString file = QFileDialog::getOpenFileName(this, toQt(Prompts::ups(33564)), {}, fileFilter());
+        return refuse(&m_window, KorDSMItemCommands::whyNotWritable(SourceId::user()));
+    RightSide::finishEditing();
+    const QString file = QFileDialog::getOpenFileName(&m_window, toQt(Prompts::ups(33564)), {}, fileFilter());
     if (file.isEmpty())
         return;
     KorDSMExchange::ImportOutcome outcome;
@@ -90,14 +91,14 @@ void KorDSMMainDialog::importStyles() {
     const ImportReport& report = outcome.report;
     if (!outcome.done) {
         const bool isCancelled = report.error.empty();
-        return isCancelled ? void() : refuse(KorString(report.error));
+        return isCancelled ? void() : refuse(&m_window, KorString(report.error));
     }
     if (report.rowsAppended > 0)
-        setModified(true);
-    reloadSections();
+        m_applyState.setModified(true);
+    m_refresh.reload();
     QMessageBox box(report.leftOut.empty() ? QMessageBox::Information : QMessageBox::Warning,
                     toQt(Prompts::dsm(kImportCaption)), toQt(KorDSMExchange::summaryOf(report)),
-                    QMessageBox::Ok, this);
+                    QMessageBox::Ok, &m_window);
     showIn(box, messages << linesOf(report.leftOut) << linesOf(report.problems));
     box.exec();
 }

@@ -1,16 +1,16 @@
+#include "shell/Reports.h"
+
 #include "controls/KorQt.h"
 #include "dialogs/KorDSMDialogConflicts.h"
+#include "model/KorDSMBusy.h"
 #include "services/KorHostReport.h"
 #include "services/Prompts.h"
-#include "shell/KorDSMMainDialog.h"
-#include "shell/KorDSMUndoStrip.h"
+#include "shell/ApplyState.h"
+#include "shell/WindowRefresh.h"
 
 #include <QMessageBox>
-#include <QPushButton>
 
 #include <algorithm>
-
-// What the user has to hear of: changes that could not be stored, what other programs changed, damage.
 
 namespace {
 
@@ -28,52 +28,50 @@ void addLines(QMessageBox& box, const QStringList& lines) {
 
 } // namespace
 
-void KorDSMMainDialog::reportCommit(const KorDSMCommit::Outcome& outcome) {
+void Reports::tell(const KorDSMCommit::Outcome& outcome) {
     QStringList errors;
     for (const SourceCommit& commit : outcome.failed)
         if (commit.conflicts.empty())
             errors << QString::fromStdString(commit.error);
     if (!errors.isEmpty())
-        QMessageBox::warning(this, toQt(Prompts::dsm(kNotKept)), errors.join("\n\n"));
+        QMessageBox::warning(&m_window, toQt(Prompts::dsm(kNotKept)), errors.join("\n\n"));
     // What another program stored meanwhile is read, and asked about.
     readOutsideChanges();
 }
 
-bool KorDSMMainDialog::readOutsideChanges() {
+bool Reports::readOutsideChanges() {
     const KorDSMBusy busy;
     if (KorDSMCommit::isChangedOutside())
-        finishCurrentPage(); // what is being typed is a change of what was shown so far
-    const std::vector<OutsideChange> changes = followOutsideChanges(&KorDSMCommit::readChanged);
+        RightSide::finishEditing(); // what is being typed is a change of what was shown so far
+    const std::vector<OutsideChange> changes = follow(&KorDSMCommit::readChanged);
     return std::ranges::all_of(changes, [](const OutsideChange& change) { return change.conflicts.empty(); });
 }
 
-std::vector<OutsideChange> KorDSMMainDialog::followOutsideChanges(const KorDSMCommit::Read& read) {
+std::vector<OutsideChange> Reports::follow(const KorDSMCommit::Read& read) {
     const std::vector<OutsideChange> changes =
         KorDSMCommit::settle(read, [this](const std::vector<OutsideChange>& conflicting) {
-            return KorDSMDialogConflicts::ask(conflicting, this);
+            return KorDSMDialogConflicts::ask(conflicting, &m_window);
         });
     if (changes.empty())
         return changes;
     for (const OutsideChange& change : changes)
         if (!change.error.empty())
             KorHostReport::add(KorString(change.error));
-    reloadSections();
+    m_refresh.reload();
     if (KorDSMCommit::isAnythingPending())
-        setModified(true);
-    else
-        m_apply->setEnabled(false);
-    m_undoStrip->update();
+        m_applyState.setModified(true);
+    m_applyState.update();
     return changes;
 }
 
-void KorDSMMainDialog::showReports() {
+void Reports::show() {
     m_readProblems.reportNew();
     QStringList lines;
     for (const KorString& sentence : KorHostReport::take())
         lines << toQt(sentence);
     if (lines.isEmpty())
         return;
-    QMessageBox box(QMessageBox::Warning, toQt(Prompts::dsm(kReports)), {}, QMessageBox::Ok, this);
+    QMessageBox box(QMessageBox::Warning, toQt(Prompts::dsm(kReports)), {}, QMessageBox::Ok, &m_window);
     addLines(box, lines);
     box.exec();
 }

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "session/KorDSMCommandStates.h"
+
+#include <QObject>
+
+#include <array>
+#include <functional>
+
+class KorButtonGroup;
+class QAction;
+
+/// The strip of the item commands: their buttons, keys and menu entries, as the rows of the commands say.
+class CommandStrip : public QObject {
+    Q_OBJECT
+
+public:
+    /// Fills `buttons`, which must outlive the object, and gives the keys to its window.
+    explicit CommandStrip(KorButtonGroup& buttons);
+
+    /// What the command does; it waits while something is busy.
+    void on(eItemCommand command, std::function<void()> act);
+    /// Whether each command that is offered does something.
+    bool isComplete() const;
+
+    void enable(const CommandStates& states);
+    /// Presses the command's button, if it is enabled.
+    void trigger(eItemCommand command);
+    /// The entries for menus, in the order of the buttons.
+    const std::array<QAction*, kNumberOfItemCommands>& actions() const { return m_actions; }
+
+    /// Lets the Delete key delete in `control` alone: in a field or a grid it deletes what is there. Menus
+    /// name the key all the same.
+    void giveDeleteKey(const QList<QWidget*>& controls);
+
+private:
+    QAction& action(eItemCommand command) { return *m_actions[static_cast<std::size_t>(command)]; }
+
+    KorButtonGroup& m_buttons;
+    std::array<QAction*, kNumberOfItemCommands> m_actions{};
+    std::array<std::function<void()>, kNumberOfItemCommands> m_acts;
+};

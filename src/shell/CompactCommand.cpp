@@ -1,0 +1,44 @@
+#include "shell/CompactCommand.h"
+
+#include "controls/KorQt.h"
+#include "services/Prompts.h"
+#include "session/KorDSMCompaction.h"
+#include "session/KorDSMItemSource.h"
+#include "shell/ApplyState.h"
+#include "shell/Refusal.h"
+#include "shell/RightSide.h"
+
+#include <QMenu>
+#include <QMessageBox>
+
+namespace {
+
+constexpr int kCompact = 480;
+
+} // namespace
+
+void CompactCommand::addTo(QMenu& menu, const KorDSMDatabaseItem& item) {
+    if (!KorDSMCompaction::isFor(item))
+        return;
+    const SourceId source = KorDSMItemSource::sourceOf(&item);
+    menu.addSeparator();
+    menu.addAction(toQt(Prompts::dsm(kCompact)), this, [this, source] { compact(source); });
+}
+
+void CompactCommand::compact(SourceId source) {
+    RightSide::finishEditing();
+    const KorDSMCompaction::Plan plan = KorDSMCompaction::plan(source);
+    if (!plan.refusal.isEmpty())
+        return refuse(&m_window, plan.refusal);
+    const QString caption = toQt(Prompts::dsm(kCompact)).remove(u'…').trimmed();
+    if (plan.parts == 0) {
+        QMessageBox::information(&m_window, caption, toQt(plan.sentence));
+        return;
+    }
+    if (QMessageBox::question(&m_window, caption, toQt(plan.sentence)) != QMessageBox::Yes)
+        return;
+    if (KorDSMCompaction::run(source))
+        m_applyState.setModified(true);
+    else
+        refuse(&m_window, {});
+}

@@ -1,0 +1,155 @@
+#include "shell/DefinitionCommands.h"
+
+#include "controls/KorQt.h"
+#include "dialogs/KorDSMDialogNewItem.h"
+#include "dialogs/KorDSMDialogNewItemWithGroup.h"
+#include "model/KorDSMBusy.h"
+#include "services/Prompts.h"
+#include "session/KorDSMItemCommands.h"
+#include "session/KorDSMItemPath.h"
+#include "session/KorDSMNewItem.h"
+#include "session/KorDSMValueText.h"
+#include "shell/Refusal.h"
+#include "shell/UsageViews.h"
+#include "shell/WindowRefresh.h"
+
+#include <QMessageBox>
+
+using namespace KorDSMDefines;
+
+namespace {
+
+constexpr int kNoGroup = 410;       // ""%s" has no group in which it could be filed."
+constexpr int kDeleteMany = 495;    // "Do you want to delete these %s definitions?"
+constexpr int kOneViewLeaves = 496; // "One view is listed in it and stays; only the listing goes."
+constexpr int kViewsLeave = 497;    // "%s views are listed in it and stay; only the listing goes."
+
+} // namespace
+
+DefinitionCommands::DefinitionCommands(QWidget& window, KorDSMDataStructure& structure,
+                                       TreeSelection& selection, RightSide& rightSide, WindowRefresh& refresh,
+                                       UsageViews& usages)
+    : m_window(window), m_structure(structure), m_selection(selection), m_rightSide(rightSide),
+      m_refresh(refresh), m_usages(usages) {}
+
+void DefinitionCommands::makeNew() {
+    KorDSMDatabaseItem* selected = m_selection.subject();
+    const eItemType type = selected ? KorDSMNewItem::typeAt(*selected) : kNoType;
+    if (type == kNoType || refusesToWrite(&m_window, *selected))
+        return;
+    RightSide::finishEditing();
+    KorDSMDialogNewItemWithGroup dialog(type, {}, KorDSMNewItem::groupNameAt(*selected), &m_window);
+    if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
+        return;
+    const KorDSMBusy busy;
+    const SourceId source = KorDSMItemSource::sourceOf(selected);
+    KorDSMDatabaseItem* group = KorDSMNewItem::findGroup(m_structure, type, source, dialog.groupKey());
+    if (!group)
+        return refuse(&m_window,
+                      KorString::format(Prompts::dsm(kNoGroup), {KorDSMWhereUsed::sourceName(source)}));
+    m_rightSide.pages().requestPlainInit();
+    if (KorDSMDatabaseItem* item = KorDSMNewItem::create(type, dialog.name(), *group))
+        m_refresh.showNew({item});
+    else
+        refuse(&m_window, KorDSMNewItem::whyNotMade(type));
+}
+
+void DefinitionCommands::copy() {
+    KorDSMDatabaseItem* item = m_selection.subject();
+    if (!item || refusesToWrite(&m_window, *item))
+        return;
+    RightSide::finishEditing();
+    KorDSMDialogNewItem dialog(item->m_Type, item->getDisplayName(), true, &m_window);
+    if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
+        return;
+    const KorDSMBusy busy;
+    const KorDSMItemCommands::CopyOutcome outcome = KorDSMItemCommands::copyItem(*item, dialog.name());
+    if (!outcome.done)
+        return refuse(&m_window, outcome.refusal);
+    m_refresh.showNew(outcome.added);
+    m_rightSide.tellNames(outcome.notice);
+}
+
+void DefinitionCommands::rename() {
+    KorDSMDatabaseItem* item = m_selection.subject();
+    if (!item || !item->record() || refusesToWrite(&m_window, *item))
+        return;
+    RightSide::finishEditing();
+    KorDSMDialogNewItem dialog(item->m_Type, item->getDisplayName(), false, &m_window);
+    if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
+        return;
+    const KorDSMBusy busy;
+    const KorDSMItemCommands::Outcome outcome = KorDSMItemCommands::renameItem(*item, dialog.name());
+    if (!outcome.done)
+        return refuse(&m_window, outcome.refusal);
+    m_refresh.itemsChanged();
+    m_rightSide.tellNames(outcome.notice);
+    m_rightSide.leavePage();
+    m_rightSide.resume();
+}
+
+bool DefinitionCommands::agreesToRemove(const std::vector<KorDSMDatabaseItem*>& items) {
+    const auto count = static_cast<std::int64_t>(items.size());
+    int views = 0;
+    QStringList names;
+    for (const KorDSMDatabaseItem* item : items) {
+        names << toQt(KorDSMValueText::shortName(item->getDisplayName()));
+        views += KorDSMItemCommands::viewsListedIn(*item);
+    }
+    QMessageBox box(QMessageBox::Information, toQt(Prompts::ups(19960)), {},
+                    QMessageBox::Yes | QMessageBox::No, &m_window);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(count == 1 ? toQt(KorString::format(Prompts::ups(19961), {fromQt(names.first())}))
+                           : toQt(KorString::format(Prompts::dsm(kDeleteMany), {KorString::number(count)})));
+    if (count > 1)
+        box.setDetailedText(names.join(u'\n'));
+    if (views > 0)
+        box.setInformativeText(toQt(KorString::format(Prompts::dsm(views == 1 ? kOneViewLeaves : kViewsLeave),
+                                                      {KorString::number(views)})));
+    return box.exec() == QMessageBox::Yes;
+}
+
+void DefinitionCommands::remove() {
+    const std::vector<KorDSMDatabaseItem*> items = m_selection.subjects();
+    if (items.empty() || refusesToWrite(&m_window, *items.front()))
+        return;
+    RightSide::finishEditing();
+    for (const KorDSMDatabaseItem* item : items)
+        if (const auto users = KorDSMItemCommands::usersThatForbidDeleting(*item); !users.empty())
+            return m_usages.tellOf(users);
+    if (!agreesToRemove(items))
+        return;
+    const KorDSMBusy busy;
+    // The page must let go of the item before it is gone.
+    m_rightSide.letGo();
+    KorDSMItemCommands::DeleteOutcome outcome = KorDSMItemCommands::deleteItems(items);
+    m_rightSide.list().deleteSelectedRows();
+    m_refresh.removeEntries(outcome.removed);
+    m_refresh.itemsChanged();
+    m_rightSide.tellNames(outcome.notice);
+    if (outcome.done)
+        return;
+    m_selection.showAgain();
+    refuse(&m_window, outcome.refusal);
+}
+
+void DefinitionCommands::drop(KorTreeHandle from, KorTreeHandle to) {
+    KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(from);
+    KorDSMDatabaseItem* target = KorDSMSectionTree::itemOf(to);
+    KorDSMDatabaseItem* group = target ? KorDSMItemPath::groupOf(*target) : nullptr;
+    if (!item || !group || KorDSMBusy::isBusy())
+        return;
+    if (const KorString reason = KorDSMItemCommands::whyNotMovable(*item, *group); !reason.isEmpty())
+        return refuse(&m_window, reason);
+    RightSide::finishEditing();
+    const KorDSMBusy busy;
+    m_rightSide.letGo();
+    const KorDSMItemCommands::Outcome outcome = KorDSMItemCommands::moveToGroup(*item, *group);
+    if (!outcome.done) {
+        m_rightSide.show(*item);
+        return refuse(&m_window, outcome.refusal);
+    }
+    m_refresh.removeEntry(from);
+    m_refresh.showNew({item});
+    m_rightSide.tellNames(outcome.notice);
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "controls/KorTreeModel.h"
+#include "model/items/KorDSMDatabaseItem.h"
+
+class KorDSMDataStructure;
+class QWidget;
+class RightSide;
+class TreeSelection;
+class UsageViews;
+class WindowRefresh;
+
+/// The commands that change which definitions exist, what they are called and where they are filed.
+class DefinitionCommands {
+public:
+    /// All must outlive the object; `window` is the one that asks.
+    DefinitionCommands(QWidget& window, KorDSMDataStructure& structure, TreeSelection& selection,
+                       RightSide& rightSide, WindowRefresh& refresh, UsageViews& usages);
+
+    void makeNew();
+    void copy();
+    void rename();
+    void remove();
+    /// Files the record of one entry under the group of another one.
+    void drop(KorTreeHandle from, KorTreeHandle to);
+
+private:
+    bool agreesToRemove(const std::vector<KorDSMDatabaseItem*>& items);
+
+    QWidget& m_window;
+    KorDSMDataStructure& m_structure;
+    TreeSelection& m_selection;
+    RightSide& m_rightSide;
+    WindowRefresh& m_refresh;
+    UsageViews& m_usages;
+};

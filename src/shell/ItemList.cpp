@@ -1,0 +1,112 @@
+#include "shell/ItemList.h"
+
+#include "controls/KorListCtrl.h"
+#include "controls/KorQt.h"
+#include "session/KorDSMItemContent.h"
+#include "session/KorDSMListContents.h"
+#include "shell/KorDSMSectionTree.h"
+
+ItemList::ItemList(KorListCtrl& control, KorImageListPtr images) : m_control(control) {
+    m_control.setImageList(std::move(images));
+    m_control.setMultiSelection(true);
+    m_control.setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(&m_control, &KorListCtrl::itemActivated, this, [this](int row) {
+        if (KorDSMDatabaseItem* item = itemAt(row))
+            Q_EMIT opened(item);
+    });
+    connect(&m_control, &KorListCtrl::selectionChanged, this, &ItemList::selectionChanged);
+    connect(&m_control, &KorListCtrl::deletePressed, this, &ItemList::deletePressed);
+    connect(&m_control, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
+        Q_EMIT menuWanted(m_control.viewport()->mapToGlobal(position));
+    });
+}
+
+bool ItemList::isShown() const {
+    return !m_control.isHidden();
+}
+
+void ItemList::show(KorDSMDatabaseItem* item) {
+    m_control.show();
+    const KorTreeHandle listed = item ? item->m_hTreeItem : nullptr;
+    const bool isSame = listed && listed == m_listed;
+    const std::vector<KorDSMDatabaseItem*> selected =
+        isSame ? itemsOfSelectedRows() : std::vector<KorDSMDatabaseItem*>();
+    m_listed = listed;
+    m_control.setAccessibleName(item ? toQt(item->getDisplayName()) : QString());
+    if (!isSame)
+        m_control.deleteAllColumns();
+    if (item)
+        fill(*item);
+    select(selected);
+}
+
+void ItemList::hide() {
+    m_control.hide();
+}
+
+KorDSMDatabaseItem* ItemList::listedItem() const {
+    return KorDSMSectionTree::itemOf(m_listed);
+}
+
+void ItemList::clear() {
+    m_control.setItems({});
+}
+
+void ItemList::forget(KorTreeHandle entry) {
+    if (m_listed != entry)
+        return;
+    m_listed = nullptr;
+    clear();
+}
+
+void ItemList::fill(KorDSMDatabaseItem& item) {
+    // How much is in a group is known, and the group judged, when its records are there.
+    const bool isSingle = item.m_Type == KorDSMDefines::kDatabaseContent && item.children().length() == 1;
+    KorDSMItemContent::load(isSingle ? *item.children()[0] : item);
+    const KorDSMListContents contents = KorDSMListContents::of(item);
+    // Columns that stay keep the order into which the user has sorted them.
+    if (m_control.model()->headerData(0, Qt::Horizontal).toString() != toQt(contents.titles.front())) {
+        m_control.deleteAllColumns();
+        for (std::size_t i = 0; i < contents.titles.size(); ++i)
+            m_control.insertColumn(contents.titles[i], i == 0 ? 0 : 120,
+                                   contents.numeric[i] ? KorListCtrl::eNumber : KorListCtrl::eText);
+    }
+    std::vector<KorListRow> rows;
+    rows.reserve(contents.rows.size());
+    for (const KorDSMListContents::Row& row : contents.rows)
+        rows.push_back({row.texts, row.icon, row.item});
+    m_control.setItems(std::move(rows));
+}
+
+KorDSMDatabaseItem* ItemList::itemAt(int row) const {
+    return static_cast<KorDSMDatabaseItem*>(m_control.getItemData(row));
+}
+
+std::vector<KorDSMDatabaseItem*> ItemList::itemsOfSelectedRows() const {
+    std::vector<KorDSMDatabaseItem*> items;
+    for (const int row : m_control.selectedRows())
+        items.push_back(itemAt(row));
+    return items;
+}
+
+std::vector<KorDSMDatabaseItem*> ItemList::selectedItems() const {
+    return isShown() && m_listed ? itemsOfSelectedRows() : std::vector<KorDSMDatabaseItem*>();
+}
+
+// Those of the items that are listed; none of them may be looked into, for they may be gone.
+void ItemList::select(const std::vector<KorDSMDatabaseItem*>& items) {
+    QItemSelection selection;
+    for (const KorDSMDatabaseItem* item : items)
+        if (const int row = m_control.findItemData(item); row >= 0)
+            selection.select(m_control.model()->index(row, 0), m_control.model()->index(row, 0));
+    m_control.selectionModel()->select(selection,
+                                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void ItemList::clearSelection() {
+    m_control.clearSelection();
+}
+
+void ItemList::deleteSelectedRows() {
+    m_control.deleteSelectedItems();
+}

@@ -1,0 +1,191 @@
+#include "base/KorAssert.h"
+#include "controls/KorButtonGroupMenu.h"
+#include "controls/KorControls.h"
+#include "controls/KorListCtrl.h"
+#include "controls/KorPictures.h"
+#include "controls/KorQt.h"
+#include "controls/KorTabCtrl.h"
+#include "controls/KorTemplates.h"
+#include "services/CKorHelp.h"
+#include "services/KordoBitmaps.h"
+#include "services/Prompts.h"
+#include "session/KorDSMStatusTexts.h"
+#include "session/KorDSMValueText.h"
+#include "shell/KorDSMMainDialog.h"
+#include "shell/WhenFree.h"
+#include "shell/WindowParts.h"
+
+#include <QAction>
+#include <QPushButton>
+#include <QSplitter>
+
+// The layout of the window, and how its parts hear of each other.
+
+using namespace KorDSMDefines;
+
+namespace {
+
+constexpr int kTemplate = 1000;
+constexpr int kViewDefinitionPage = 2004;
+constexpr int kNothingFound = 411; // "No name contains "%s""
+
+QIcon iconOf(const Icon& icon) {
+    if (icon.file.isEmpty())
+        return KorPictures::icon(icon.resource);
+    return KorPictures::fromFile(QString::fromStdString(KordoBitmaps::pictureFile(icon.file).string()));
+}
+
+} // namespace
+
+void KorDSMMainDialog::setUpImages() {
+    KorTemplates::setUp(kTemplate, this);
+    loadGlobalIcons();
+    for (const Icon& icon : m_GlobalIcons)
+        m_images->append(iconOf(icon));
+    setWindowIcon(m_images->at(kIconHost));
+}
+
+void KorDSMMainDialog::setUpKeys() {
+    auto* find = new QAction(this);
+    find->setShortcut(QKeySequence::Find);
+    connect(find, &QAction::triggered, this, [this] { m_parts->filter.focus(); });
+    addAction(find);
+    m_parts->commands.giveDeleteKey(m_parts->sections.controls());
+}
+
+void KorDSMMainDialog::setUpTexts() {
+    setWindowTitle(toQt(Prompts::ups(33510)));
+    KorControls::find<QPushButton>(this, 1)->setText(toQt(Prompts::ups(33740)));
+    KorControls::find<QPushButton>(this, 2)->setText(toQt(Prompts::ups(33741)));
+    m_parts->apply.setText(toQt(Prompts::ups(33742)));
+    m_parts->use.setText(toQt(Prompts::ups(rowOf(eItemCommand::kUse).prompt)));
+}
+
+void KorDSMMainDialog::setUpTabOrder() {
+    const auto* sections = KorControls::find<KorButtonGroupMenu>(this, 1233);
+    m_tabOrder << sections->buttonGroup() << sections->menuButton() << KorControls::find<QWidget>(this, 1011)
+               << m_parts->sections.combos() << KorControls::find<QWidget>(this, 1210)
+               << m_parts->sections.controls() << KorControls::find<QSplitter>(this, 1096)->handle(1);
+    for (const int control : {1012, 1211, 1002, 1003, 1098, 1, 2, 3})
+        m_tabOrder << KorControls::find<QWidget>(this, control);
+}
+
+void KorDSMMainDialog::connectSelection() {
+    WindowParts& parts = *m_parts;
+    connect(&parts.selection, &TreeSelection::changed, this, &KorDSMMainDialog::showSelection);
+    connect(&parts.selection, &TreeSelection::subjectsChanged, this, &KorDSMMainDialog::updateCommands);
+    connect(&parts.filter, &NameFilter::applied, this, &KorDSMMainDialog::showFiltered);
+    connect(&parts.sectionStrip, &SectionStrip::sectionWanted, &parts.navigation, &Navigation::switchSection);
+    connect(&parts.sectionStrip, &SectionStrip::treesChanged, &parts.navigation, &Navigation::rebuildTrees);
+    connect(&parts.navigation, &Navigation::sectionSwitched, &parts.sectionStrip, &SectionStrip::check);
+    connect(&parts.rightSide.list(), &ItemList::opened, &parts.navigation, &Navigation::open);
+    connect(&parts.rightSide.list(), &ItemList::deletePressed, &parts.commands,
+            [&parts] { parts.commands.trigger(eItemCommand::kDelete); });
+    connect(&parts.sections, &SectionViews::dropWanted, this,
+            [&parts](KorTreeHandle from, KorTreeHandle to) { parts.definitions.drop(from, to); });
+}
+
+void KorDSMMainDialog::connectCommands() {
+    WindowParts& parts = *m_parts;
+    parts.commands.on(eItemCommand::kNew, [&parts] { parts.definitions.makeNew(); });
+    parts.commands.on(eItemCommand::kUse, [this] { use(); });
+    parts.commands.on(eItemCommand::kCopy, [&parts] { parts.definitions.copy(); });
+    parts.commands.on(eItemCommand::kRename, [&parts] { parts.definitions.rename(); });
+    parts.commands.on(eItemCommand::kDelete, [&parts] { parts.definitions.remove(); });
+    parts.commands.on(eItemCommand::kExport, [&parts] { parts.exchange.exportStyle(); });
+    parts.commands.on(eItemCommand::kImport, [&parts] { parts.exchange.importStyles(); });
+    parts.commands.on(eItemCommand::kHelp, [] { CKorHelp::showTopic("_Drawing_Style_Manager"); });
+    KorAssert::check(parts.commands.isComplete(), "every command that is offered does something");
+    connect(&parts.undo, &KorDSMUndoStrip::undoWanted, this, [this](int steps) {
+        whenFree(this, [this, steps] { m_parts->refresh.step(steps, &KorDSMUndo::undo); });
+    });
+    connect(&parts.undo, &KorDSMUndoStrip::redoWanted, this, [this](int steps) {
+        whenFree(this, [this, steps] { m_parts->refresh.step(steps, &KorDSMUndo::redo); });
+    });
+    connect(KorControls::find<QPushButton>(this, 1), &QPushButton::clicked, this, &QDialog::accept);
+    connect(KorControls::find<QPushButton>(this, 2), &QPushButton::clicked, this, &QDialog::reject);
+    connect(&parts.apply, &QPushButton::clicked, this,
+            [this] { whenFree(this, [this] { m_parts->leaving.apply(); }); });
+    connect(&parts.use, &QPushButton::clicked, this, waiting(this, &KorDSMMainDialog::use));
+}
+
+// What the entries of items have to look like.
+void KorDSMMainDialog::receiveFromItems() {
+    WindowParts& parts = *m_parts;
+    receive<DsmDeleteEntry>([&parts](const DsmDeleteEntry& message) {
+        parts.sections.deleteEntry(message.entry);
+        parts.refresh.itemsChangedSoon();
+    });
+    receive<DsmInsertPlaceholder>([&parts](const DsmInsertPlaceholder& message) {
+        if (KorDSMSectionTree* shown = parts.sections.treeOf(message.entry))
+            shown->showPlaceholder(message.entry);
+        parts.refresh.itemsChangedSoon();
+    });
+    receive<DsmCollapseEntry>([&parts](const DsmCollapseEntry& message) {
+        if (KorDSMSectionTree* shown = parts.sections.treeOf(message.entry))
+            shown->control()->collapse(message.entry);
+    });
+    receive<DsmSetEntryText>([&parts](const DsmSetEntryText& message) {
+        if (KorDSMSectionTree* shown = parts.sections.treeOf(message.entry))
+            shown->control()->setItemText(message.entry, message.text);
+        parts.refresh.itemsChangedSoon();
+    });
+    receive<DsmAttachItemData>([&parts](const DsmAttachItemData& message) {
+        if (KorDSMSectionTree* shown = message.data ? parts.sections.treeOf(message.entry) : nullptr)
+            shown->attach(message.entry, std::move(message.data));
+    });
+}
+
+void KorDSMMainDialog::receiveFromPages() {
+    WindowParts& parts = *m_parts;
+    receive<DsmGoToChild>([&parts](const DsmGoToChild& message) {
+        parts.navigation.goToChild(message.entry, message.childIndex);
+    });
+    receive<DsmProgress>([&parts](const DsmProgress& progress) { parts.status.showProgress(progress); });
+    receive<DsmDataChanged>([&parts](const DsmDataChanged&) { parts.applyState.setModified(true); });
+    receive<DsmSetModified>(
+        [&parts](const DsmSetModified& message) { parts.applyState.setModified(message.modified); });
+    receive<DsmMarkOtherPages>([&parts](const DsmMarkOtherPages& message) {
+        parts.rightSide.requestRefreshOfOthers(message.modified);
+    });
+    // Views are listed under the first of their categories.
+    receive<DsmCategoriesChanged>([this](const DsmCategoriesChanged&) {
+        if (KorDSMPage* page = pages().page(kViewDefinitionPage))
+            page->requestRefresh(true);
+    });
+    receive<DsmSelectionChanged>(
+        [&parts](const DsmSelectionChanged& message) { parts.selection.allowDragOf(message.entry); });
+    receive<DsmSetOptionCheck>([&parts](const DsmSetOptionCheck& message) {
+        parts.sectionStrip.setCheck(message.index, message.value);
+    });
+    receive<DsmReportWaits>([&parts](const DsmReportWaits&) { parts.reports.show(); });
+}
+
+// What the window says and allows about what is selected, beside the right side.
+void KorDSMMainDialog::showSelection() {
+    const TreeSelection& selection = m_parts->selection;
+    KorString status;
+    KorString whyNotWritable;
+    if (const KorDSMDatabaseItem* item = selection.item()) {
+        const KorString text = m_parts->sections.currentControl().getItemText(selection.entry());
+        status = KorDSMValueText::shortName(statusTextOf(*item, text));
+        whyNotWritable = KorDSMItemCommands::whyNotWritable(*item);
+    }
+    m_parts->status.show(status, whyNotWritable);
+    updateCommands();
+}
+
+void KorDSMMainDialog::updateCommands() {
+    const CommandStates states = commandStates(m_parts->selection.facts());
+    m_parts->commands.enable(states);
+    m_parts->use.setEnabled(states[eItemCommand::kUse]);
+    m_parts->navigation.updateStates();
+}
+
+void KorDSMMainDialog::showFiltered(bool found) {
+    m_parts->selection.followFilter();
+    showSelection();
+    if (!found)
+        m_parts->status.say(KorString::format(Prompts::dsm(kNothingFound),
+                                              {KorDSMValueText::shortName(m_parts->filter.text())}));
+}

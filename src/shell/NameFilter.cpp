@@ -1,0 +1,63 @@
+#include "shell/NameFilter.h"
+
+#include "controls/KorQt.h"
+#include "services/Prompts.h"
+#include "shell/SectionViews.h"
+#include "shell/WhenFree.h"
+
+#include <QLineEdit>
+
+namespace {
+
+constexpr int kPlaceholder = 264;
+
+} // namespace
+
+NameFilter::NameFilter(QLineEdit& field, SectionViews& sections) : m_field(field), m_sections(sections) {
+    m_field.setPlaceholderText(toQt(Prompts::dsm(kPlaceholder)));
+    m_field.setAccessibleName(m_field.placeholderText());
+    connect(&m_field, &QLineEdit::textChanged, this, waiting(this, &NameFilter::apply));
+}
+
+bool NameFilter::isSet() const {
+    return !m_field.text().isEmpty();
+}
+
+KorString NameFilter::text() const {
+    return fromQt(m_field.text());
+}
+
+bool NameFilter::hasFocus() const {
+    return m_field.hasFocus();
+}
+
+void NameFilter::focus() {
+    m_field.setFocus(Qt::ShortcutFocusReason);
+}
+
+bool NameFilter::clear() {
+    if (!isSet())
+        return false;
+    m_field.clear();
+    apply(); // at once, also where others have to wait
+    return true;
+}
+
+void NameFilter::refresh() {
+    m_sections.namesChanged();
+    if (isSet())
+        apply();
+}
+
+KorTreeHandle NameFilter::firstMatch() {
+    return isSet() ? m_sections.currentTree().firstMatch() : nullptr;
+}
+
+void NameFilter::apply() {
+    bool found = false;
+    {
+        const SectionViews::Quiet quiet(m_sections);
+        found = m_sections.currentTree().setFilter(text());
+    }
+    Q_EMIT applied(found);
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "session/KorDSMSelectionHistory.h"
+#include "shell/NameFilter.h"
+#include "shell/TreeSelection.h"
+
+class KorButtonGroup;
+
+/// The ways to a place: sections, sources and items by name or link, back and forward through what was
+/// selected, and up.
+class Navigation : public QObject {
+    Q_OBJECT
+
+public:
+    /// Fills `strip` with the buttons back, forward and up. All must outlive the object.
+    Navigation(KorDSMDataStructure& structure, SectionViews& sections, NameFilter& filter,
+               TreeSelection& selection, KorButtonGroup& strip);
+
+    const KorDSMSelectionHistory& history() const { return m_history; }
+
+    /// Shows the current section with what was selected there last; `restoreCombo` brings its combo in line.
+    void showSection(bool restoreCombo);
+    /// The same after its tree was emptied. The user selects nothing by that.
+    void showSectionAgain();
+    /// Makes a section current and shows it.
+    void switchSection(KorDSMDefines::eViewSections section);
+    /// Fills the trees anew, as the options say.
+    void rebuildTrees();
+    /// Brings up the section of the item, and its source where the section shows one at a time. Returns false
+    /// for an item outside any section.
+    bool showPlaceOf(KorDSMDatabaseItem& item);
+
+    /// Goes to an item of the list, unless something is busy.
+    void open(KorDSMDatabaseItem* item);
+    /// Selects the item's entry in its section.
+    void goToItem(KorDSMDatabaseItem& item);
+    /// The same where the user does not go there: it is no step of the history.
+    void returnToItem(KorDSMDatabaseItem& item);
+    /// Selects an entry of the tree that is shown, without the filter where that hides it.
+    void selectEntry(KorTreeHandle entry);
+    /// Selects a child of the entry by its place.
+    void goToChild(KorTreeHandle entry, int place);
+    /// From the filter the keys lead to the first entry that was found.
+    void goToFirstMatch();
+
+    void updateStates();
+
+Q_SIGNALS:
+    void sectionSwitched(KorDSMDefines::eViewSections section);
+
+private:
+    void onButton(int id);
+    void step(bool forward);
+    void goUp();
+    void onSourceWanted(KorDSMDefines::eViewSections section, KorDSMDatabaseItem* node);
+    void showSource(KorDSMDefines::eViewSections section, KorDSMDatabaseItem& node);
+    KorDSMSelectionHistory::Exists placeExists();
+
+    KorDSMDataStructure& m_structure;
+    SectionViews& m_sections;
+    NameFilter& m_filter;
+    TreeSelection& m_selection;
+    KorButtonGroup& m_strip;
+    KorDSMSelectionHistory m_history;
+    bool m_isRecording = true;
+};

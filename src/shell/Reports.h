@@ -1,0 +1,32 @@
+#pragma once
+
+#include "session/KorDSMCommit.h"
+#include "session/KorDSMReadProblems.h"
+
+class ApplyState;
+class QWidget;
+class WindowRefresh;
+
+/// What the user has to hear of: changes that could not be stored, what other programs changed, damage.
+class Reports {
+public:
+    /// All must outlive the object; `window` is the one that tells.
+    Reports(QWidget& window, ApplyState& applyState, WindowRefresh& refresh)
+        : m_window(window), m_applyState(applyState), m_refresh(refresh) {}
+
+    /// Says what could not be stored.
+    void tell(const KorDSMCommit::Outcome& outcome);
+    /// Shows what waits in the host's report, and what could not be read since the last time.
+    void show();
+
+    /// Takes over what other programs changed, and asks about conflicts. Returns whether there were none.
+    bool readOutsideChanges();
+    /// Reads, asks about conflicts and shows what came of it; returns that.
+    std::vector<OutsideChange> follow(const KorDSMCommit::Read& read);
+
+private:
+    QWidget& m_window;
+    ApplyState& m_applyState;
+    WindowRefresh& m_refresh;
+    KorDSMReadProblems m_readProblems;
+};

@@ -1,0 +1,60 @@
+#include "shell/SourceCombo.h"
+
+#include "controls/KorPictures.h"
+#include "controls/VELComboTree.h"
+#include "services/KordoBitmaps.h"
+
+SourceCombo::SourceCombo(VELComboTree& control, KorDSMDataStructure& structure,
+                         KorDSMDefines::eViewSections section, KorImageListPtr images)
+    : m_control(control), m_structure(structure), m_section(section), m_images(std::move(images)) {
+    m_control.setImageList(m_images);
+    m_control.setDisplayFullPath(true);
+    connect(&m_control, &VELComboTree::entrySelected, this, [this](KorTreeHandle entry) {
+        if (void* node = m_control.getEntryData(entry))
+            Q_EMIT chosen(static_cast<KorDSMDatabaseItem*>(node));
+    });
+}
+
+// An add-in brings its picture when it is listed for the first time.
+void SourceCombo::addPictures() {
+    for (KorDSMDatabaseItem* database : section().children()) {
+        if (database->children().length() < 2)
+            continue;
+        for (KorDSMDatabaseItem* child : database->children()) {
+            auto* addIn = static_cast<KorDsmAddInContentItem*>(child);
+            if (addIn->m_ImageIndex < 0 && !addIn->m_Image.isEmpty())
+                addIn->m_ImageIndex = m_images->append(KorPictures::fromFile(
+                    QString::fromStdString(KordoBitmaps::pictureFile(addIn->m_Image).string())));
+        }
+    }
+}
+
+void SourceCombo::fill() {
+    addPictures();
+    std::vector<KorDSMSources::Entry> entries =
+        KorDSMSources::entriesOf(section(), VELComboTree::GetPathDelimiter());
+    if (entries == m_entries)
+        return;
+    const KorString chosenPath = m_control.getSelectedPath();
+    const void* chosenNode = m_control.getEntryData(m_control.selectedEntry());
+    m_control.deleteAll();
+    const KorDSMSources::Entry* same = nullptr;
+    for (const KorDSMSources::Entry& entry : entries) {
+        m_control.addEntry(entry.path, entry.image, entry.node);
+        if (chosenNode && entry.node == chosenNode)
+            same = &entry;
+    }
+    if (!chosenPath.isEmpty() && !m_control.selectPath(same ? same->path : chosenPath))
+        if (const KorDsmAddInContentItem* source = KorDSMSources::current(m_structure, m_section))
+            choose(*source);
+    m_entries = std::move(entries);
+}
+
+void SourceCombo::clear() {
+    m_control.deleteAll();
+    m_entries.clear();
+}
+
+bool SourceCombo::choose(const KorDSMDatabaseItem& node) {
+    return m_control.selectPath(KorDSMSources::pathOf(section(), &node, VELComboTree::GetPathDelimiter()));
+}

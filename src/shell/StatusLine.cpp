@@ -1,0 +1,53 @@
+#include "shell/StatusLine.h"
+
+#include "controls/KorControls.h"
+#include "controls/KorQt.h"
+#include "model/KorDSMMessages.h"
+#include "shell/LockNotice.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+
+StatusLine::StatusLine(QWidget& window) : m_progressText(KorControls::find<QLabel>(&window, 1006)) {
+    auto* place = KorControls::find<QWidget>(&window, 1005);
+    auto* line = static_cast<QBoxLayout*>(place->layout());
+    m_status = new QLabel(place);
+    KorControls::setId(m_status, 1007);
+    m_status->setTextFormat(Qt::PlainText);
+    m_progressText->hide();
+    m_progress = new QProgressBar(place);
+    KorControls::setId(m_progress, 1008);
+    m_progress->setMaximumWidth(220);
+    m_progress->hide();
+    m_readOnly = new QLabel(place);
+    m_readOnly->setForegroundRole(QPalette::PlaceholderText);
+    line->insertWidget(0, m_status);
+    new LockNotice(line); // the line owns it
+    line->addWidget(m_progress);
+    line->addStretch(1);
+    line->addWidget(m_readOnly);
+}
+
+void StatusLine::show(const KorString& status, const KorString& whyNotWritable) {
+    m_status->setText(toQt(status));
+    m_readOnly->setText(toQt(whyNotWritable));
+}
+
+void StatusLine::say(const KorString& text) {
+    m_status->setText(toQt(text));
+}
+
+void StatusLine::showProgress(const DsmProgress& progress) {
+    const bool isUnderWay = progress.state == DsmProgress::kStep;
+    m_progress->setVisible(isUnderWay);
+    m_progressText->setVisible(isUnderWay);
+    m_status->setVisible(!isUnderWay);
+    if (!isUnderWay)
+        return;
+    m_progress->setRange(0, progress.range);
+    m_progress->setValue(progress.percent);
+    m_progressText->setText(toQt(progress.text));
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}

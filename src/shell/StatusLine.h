@@ -1,0 +1,28 @@
+#pragma once
+
+#include "base/KorString.h"
+
+class QLabel;
+class QProgressBar;
+class QWidget;
+struct DsmProgress;
+
+/// The line at the bottom of the window: what is selected and why it cannot be changed, the progress of
+/// longer work, and which database is waited for.
+class StatusLine {
+public:
+    /// Fills the line of the window's template. The window owns what is added.
+    explicit StatusLine(QWidget& window);
+
+    void show(const KorString& status, const KorString& whyNotWritable);
+    /// Says something else until the next status comes.
+    void say(const KorString& text);
+    /// Shows progress in place of the status; paints at once, while what the user does waits.
+    void showProgress(const DsmProgress& progress);
+
+private:
+    QLabel* m_status;
+    QLabel* m_readOnly;
+    QLabel* m_progressText;
+    QProgressBar* m_progress;
+};

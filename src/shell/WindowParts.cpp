@@ -1,0 +1,42 @@
+#include "shell/WindowParts.h"
+
+#include "controls/KorButtonGroup.h"
+#include "controls/KorButtonGroupMenu.h"
+#include "controls/KorControls.h"
+#include "controls/KorListCtrl.h"
+#include "controls/KorTabCtrl.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace {
+
+template <typename T>
+T& control(QWidget& window, int id) {
+    return *KorControls::find<T>(&window, id);
+}
+
+} // namespace
+
+WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorImageListPtr images)
+    : apply(control<QPushButton>(window, 3)), use(control<QPushButton>(window, 1098)),
+      sections(window, structure, images),
+      rightSide(control<KorTabCtrl>(window, 1002), control<KorListCtrl>(window, 1003), images),
+      filter(control<QLineEdit>(window, 1210), sections), selection(structure, sections, rightSide),
+      navigation(structure, sections, filter, selection, control<KorButtonGroup>(window, 1012)),
+      sectionStrip(control<KorButtonGroupMenu>(window, 1233), structure),
+      commands(control<KorButtonGroup>(window, 1011)),
+      undo(*new KorDSMUndoStrip(&control<KorButtonGroup>(window, 1211))), // its buttons own it
+      status(window), applyState(structure, apply, undo, rightSide),
+      refresh(structure, sections, filter, selection, navigation, applyState, rightSide),
+      reports(window, applyState, refresh),
+      recovery(window, [this](const KorDSMCommit::Read& read) { return reports.follow(read); }),
+      leaving(window, structure, selection, applyState, reports), usages(window, structure, navigation),
+      definitions(window, structure, selection, rightSide, refresh, usages),
+      views(window, sections, navigation, refresh), compaction(window, applyState),
+      exchange(window, selection, applyState, refresh),
+      menu(window, sections, rightSide, selection, commands, undo) {
+    menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { views.addTo(into, item); });
+    menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { compaction.addTo(into, item); });
+    menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { usages.addTo(into, item); });
+}

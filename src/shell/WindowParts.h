@@ -1,0 +1,52 @@
+#pragma once
+
+#include "shell/ApplyState.h"
+#include "shell/CommandStrip.h"
+#include "shell/CompactCommand.h"
+#include "shell/DefinitionCommands.h"
+#include "shell/ExchangeCommands.h"
+#include "shell/ItemMenu.h"
+#include "shell/KorDSMUndoStrip.h"
+#include "shell/Navigation.h"
+#include "shell/RecoveryOffer.h"
+#include "shell/Reports.h"
+#include "shell/SectionStrip.h"
+#include "shell/StatusLine.h"
+#include "shell/UsageViews.h"
+#include "shell/ViewCommands.h"
+#include "shell/WindowLeaving.h"
+#include "shell/WindowRefresh.h"
+
+/// The parts of an editor window. Each knows only those before it, and says by signals what others may want
+/// to know; the window connects them. They go in reverse order, before the window's controls.
+struct WindowParts {
+    /// `window` has its template already.
+    WindowParts(QWidget& window, KorDSMDataStructure& structure, KorImageListPtr images);
+
+    QPushButton& apply;
+    QPushButton& use;
+
+    SectionViews sections;
+    RightSide rightSide;
+    NameFilter filter;
+    TreeSelection selection;
+    Navigation navigation;
+
+    SectionStrip sectionStrip;
+    CommandStrip commands;
+    KorDSMUndoStrip& undo;
+    StatusLine status;
+    ApplyState applyState;
+
+    WindowRefresh refresh;
+    Reports reports;
+    RecoveryOffer recovery;
+    WindowLeaving leaving;
+
+    UsageViews usages;
+    DefinitionCommands definitions;
+    ViewCommands views;
+    CompactCommand compaction;
+    ExchangeCommands exchange;
+    ItemMenu menu;
+};

@@ -1,0 +1,135 @@
+#include "shell/WindowRefresh.h"
+
+#include "session/KorDSMItemPath.h"
+#include "session/KorDSMItemUpdate.h"
+#include "session/KorDSMReload.h"
+#include "shell/ApplyState.h"
+#include "shell/WhenFree.h"
+
+#include <QTimer>
+
+#include <algorithm>
+#include <optional>
+
+WindowRefresh::WindowRefresh(KorDSMDataStructure& structure, SectionViews& sections, NameFilter& filter,
+                             TreeSelection& selection, Navigation& navigation, ApplyState& applyState,
+                             RightSide& rightSide)
+    : m_structure(structure), m_sections(sections), m_filter(filter), m_selection(selection),
+      m_navigation(navigation), m_applyState(applyState), m_rightSide(rightSide) {}
+
+void WindowRefresh::itemsChanged() {
+    m_isPosted = false;
+    if (m_isFollowing)
+        return;
+    m_selection.follow();
+    m_isFollowing = true;
+    m_sections.fillCombos();
+    m_filter.refresh();
+    m_rightSide.refreshList();
+    m_selection.announce();
+    m_isFollowing = false;
+}
+
+void WindowRefresh::itemsChangedSoon() {
+    if (m_isFollowing || m_isPosted)
+        return;
+    m_isPosted = true;
+    QTimer::singleShot(0, this, [this] {
+        whenFree(this, [this] {
+            if (m_isPosted)
+                itemsChanged();
+        });
+    });
+}
+
+void WindowRefresh::showNew(const std::vector<KorDSMDatabaseItem*>& items) {
+    if (items.empty() || !m_navigation.showPlaceOf(*items.front()))
+        return;
+    m_filter.clear();
+    for (KorDSMDatabaseItem* item : items) {
+        KorDSMSectionTree& holder = m_sections.tree(KorDSMItemPath::sectionOf(*item)->m_Section);
+        holder.reveal(*item);
+        if (!item->m_hTreeItem)
+            holder.addEntry(*item);
+    }
+    if (KorTreeHandle first = items.front()->m_hTreeItem)
+        m_sections.currentControl().selectItem(first);
+    itemsChanged();
+}
+
+void WindowRefresh::removeEntries(const std::vector<std::unique_ptr<KorDSMDatabaseItem>>& items) {
+    for (const auto& item : items)
+        m_sections.deleteEntry(item->m_hTreeItem);
+}
+
+void WindowRefresh::addEntries(const std::vector<KorDSMDatabaseItem*>& items) {
+    for (KorDSMDatabaseItem* item : items)
+        if (KorDsmSectionItem* section = KorDSMItemPath::sectionOf(*item))
+            m_sections.tree(section->m_Section).addEntry(*item);
+}
+
+void WindowRefresh::step(int steps, std::vector<KorDSMRowChange> (*takeStep)()) {
+    RightSide::finishEditing();
+    for (; steps > 1; --steps)
+        follow(takeStep());
+    const std::vector<KorDSMRowChange> changes = takeStep();
+    follow(changes);
+    goToChanged(changes);
+}
+
+void WindowRefresh::goToChanged(const std::vector<KorDSMRowChange>& changes) {
+    KorDSMDatabaseItem* shown = m_selection.item();
+    KorDSMDatabaseItem* changed = nullptr;
+    {
+        const KorDSMBusy busy;
+        changed = KorDSMUndo::itemOf(m_structure, changes, shown);
+    }
+    if (changed && changed != shown)
+        m_navigation.goToItem(*changed);
+}
+
+void WindowRefresh::follow(const std::vector<KorDSMRowChange>& changes) {
+    if (changes.empty())
+        return;
+    const KorDSMBusy busy;
+    // The page lets go of an item that may be gone when the items have followed.
+    m_rightSide.leavePage();
+    KorDSMItemUpdate::Outcome outcome = KorDSMItemUpdate::follow(m_structure, changes);
+    // Filling lists with the names of a large database takes its time: only where names are different.
+    constexpr int kNameColumn = 1;
+    if (std::ranges::any_of(changes, [](const KorDSMRowChange& change) {
+            return change.kind != KorDSMRowChange::eKind::kChanged || change.changedColumn(kNameColumn);
+        }))
+        m_rightSide.pages().requestInit();
+    if (outcome.reload)
+        return reload();
+    removeEntries(outcome.removed);
+    for (const KorDSMDatabaseItem* item : outcome.moved)
+        m_sections.deleteEntry(item->m_hTreeItem);
+    addEntries(outcome.added);
+    addEntries(outcome.moved);
+    itemsChanged();
+    m_rightSide.resume();
+    m_rightSide.markPages();
+}
+
+void WindowRefresh::reload() {
+    const KorDSMBusy busy;
+    const bool wasModified = m_applyState.isModified();
+    const KorDSMDatabaseItem* shown = KorDSMSectionTree::itemOf(m_selection.entry());
+    const auto place = shown ? std::optional(KorDSMPlace(*shown)) : std::nullopt;
+    m_selection.unhide();
+    m_filter.clear();
+    m_rightSide.letGo();
+    m_sections.clear();
+    m_selection.forget();
+    reloadDataStructure(m_structure);
+    m_sections.fillCombos();
+    m_navigation.showSectionAgain();
+    // The path of names does not lead to what was renamed meanwhile.
+    if (KorDSMDatabaseItem* item = place ? place->find(m_structure) : nullptr;
+        item && item != m_selection.item())
+        m_navigation.returnToItem(*item);
+    if (wasModified)
+        m_applyState.setModified(true);
+}
