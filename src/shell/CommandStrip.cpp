@@ -9,11 +9,11 @@
 #include <algorithm>
 
 CommandStrip::CommandStrip(KorButtonGroup& buttons) : m_buttons(buttons) {
-    for (const ItemCommandRow& row : itemCommandRows())
+    for (const ItemCommandRow& row : kItemCommandRows)
         m_actions[static_cast<std::size_t>(row.command)] =
             addStripButton(m_buttons, {row.button, row.bitmap, row.prompt, row.key});
     connect(&m_buttons, &KorButtonGroup::buttonPressed, this, [this](int id) {
-        for (const ItemCommandRow& row : itemCommandRows())
+        for (const ItemCommandRow& row : kItemCommandRows)
             if (const auto& act = m_acts[static_cast<std::size_t>(row.command)]; row.button == id && act)
                 whenFree(this, act);
     });
@@ -24,14 +24,15 @@ void CommandStrip::on(eItemCommand command, std::function<void()> act) {
 }
 
 bool CommandStrip::isComplete() const {
-    return std::ranges::all_of(itemCommandRows(), [this](const ItemCommandRow& row) {
-        return row.isOffered == static_cast<bool>(m_acts[static_cast<std::size_t>(row.command)]);
+    return std::ranges::all_of(kItemCommandRows, [this](const ItemCommandRow& row) {
+        return row.is(ItemCommandRow::kNotOffered) !=
+               static_cast<bool>(m_acts[static_cast<std::size_t>(row.command)]);
     });
 }
 
 void CommandStrip::enable(const CommandStates& states) {
-    for (const ItemCommandRow& row : itemCommandRows()) {
-        const bool enabled = states[row.command] && row.isOffered;
+    for (const ItemCommandRow& row : kItemCommandRows) {
+        const bool enabled = states[row.command] && !row.is(ItemCommandRow::kNotOffered);
         m_buttons.enableButton(row.button, enabled);
         action(row.command).setEnabled(enabled);
     }

@@ -9,6 +9,7 @@
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMNewItem.h"
 #include "session/KorDSMValueText.h"
+#include "shell/CommandStrip.h"
 #include "shell/Refusal.h"
 #include "shell/UsageViews.h"
 #include "shell/WindowRefresh.h"
@@ -28,9 +29,14 @@ constexpr int kViewsLeave = 497;    // "%s views are listed in it and stay; only
 
 DefinitionCommands::DefinitionCommands(QWidget& window, KorDSMDataStructure& structure,
                                        TreeSelection& selection, RightSide& rightSide, WindowRefresh& refresh,
-                                       UsageViews& usages)
+                                       UsageViews& usages, CommandStrip& strip)
     : m_window(window), m_structure(structure), m_selection(selection), m_rightSide(rightSide),
-      m_refresh(refresh), m_usages(usages) {}
+      m_refresh(refresh), m_usages(usages) {
+    strip.on(eItemCommand::kNew, [this] { makeNew(); });
+    strip.on(eItemCommand::kCopy, [this] { copy(); });
+    strip.on(eItemCommand::kRename, [this] { rename(); });
+    strip.on(eItemCommand::kDelete, [this] { remove(); });
+}
 
 void DefinitionCommands::makeNew() {
     KorDSMDatabaseItem* selected = m_selection.subject();

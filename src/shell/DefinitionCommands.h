@@ -3,6 +3,7 @@
 #include "controls/KorTreeModel.h"
 #include "model/items/KorDSMDatabaseItem.h"
 
+class CommandStrip;
 class KorDSMDataStructure;
 class QWidget;
 class RightSide;
@@ -13,18 +14,19 @@ class WindowRefresh;
 /// The commands that change which definitions exist, what they are called and where they are filed.
 class DefinitionCommands {
 public:
-    /// All must outlive the object; `window` is the one that asks.
+    /// Gives the commands of `strip` their actions. All must outlive the object; `window` is the one that
+    /// asks.
     DefinitionCommands(QWidget& window, KorDSMDataStructure& structure, TreeSelection& selection,
-                       RightSide& rightSide, WindowRefresh& refresh, UsageViews& usages);
+                       RightSide& rightSide, WindowRefresh& refresh, UsageViews& usages, CommandStrip& strip);
 
-    void makeNew();
-    void copy();
-    void rename();
-    void remove();
     /// Files the record of one entry under the group of another one.
     void drop(KorTreeHandle from, KorTreeHandle to);
 
 private:
+    void makeNew();
+    void copy();
+    void rename();
+    void remove();
     bool agreesToRemove(const std::vector<KorDSMDatabaseItem*>& items);
 
     QWidget& m_window;

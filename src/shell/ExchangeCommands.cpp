@@ -5,6 +5,7 @@
 #include "session/KorDSMExchange.h"
 #include "session/KorDSMValueText.h"
 #include "shell/ApplyState.h"
+#include "shell/CommandStrip.h"
 #include "shell/ExchangeRun.h"
 #include "shell/Refusal.h"
 #include "shell/WindowRefresh.h"
@@ -35,6 +36,13 @@ void showIn(QMessageBox& box, const QStringList& lines) {
 }
 
 } // namespace
+
+ExchangeCommands::ExchangeCommands(QWidget& window, TreeSelection& selection, ApplyState& applyState,
+                                   WindowRefresh& refresh, CommandStrip& strip)
+    : m_window(window), m_selection(selection), m_applyState(applyState), m_refresh(refresh) {
+    strip.on(eItemCommand::kExport, [this] { exportStyle(); });
+    strip.on(eItemCommand::kImport, [this] { importStyles(); });
+}
 
 void ExchangeCommands::exportStyle() {
     KorDSMDatabaseItem* item = m_selection.subject();

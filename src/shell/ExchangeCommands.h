@@ -1,6 +1,7 @@
 #pragma once
 
 class ApplyState;
+class CommandStrip;
 class QWidget;
 class TreeSelection;
 class WindowRefresh;
@@ -8,15 +9,15 @@ class WindowRefresh;
 /// Export and import of detail styles.
 class ExchangeCommands {
 public:
-    /// All must outlive the object; `window` is the one that asks.
+    /// Gives the commands of `strip` their actions. All must outlive the object; `window` is the one that
+    /// asks.
     ExchangeCommands(QWidget& window, TreeSelection& selection, ApplyState& applyState,
-                     WindowRefresh& refresh)
-        : m_window(window), m_selection(selection), m_applyState(applyState), m_refresh(refresh) {}
+                     WindowRefresh& refresh, CommandStrip& strip);
 
+private:
     void exportStyle();
     void importStyles();
 
-private:
     QWidget& m_window;
     TreeSelection& m_selection;
     ApplyState& m_applyState;

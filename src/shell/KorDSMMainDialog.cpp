@@ -71,7 +71,7 @@ int KorDSMMainDialog::OnInitDialog() {
     m_parts->sections.fillCombos();
     writeTiming("KorDSMMainDialog::OnInitDialog", timer.elapsed());
 
-    updateCommands();
+    m_parts->selectionStatus.updateCommands();
     m_parts->navigation.showSection(true);
     setUpTexts();
     setUpTabOrder();

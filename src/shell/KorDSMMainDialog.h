@@ -69,9 +69,6 @@ private:
     void use();
     void lookAround();
     static void showReportsSoon();
-    void showSelection();
-    void updateCommands();
-    void showFiltered(bool found);
 
     KorDSMDataStructure& m_structure;
     KorImageListPtr m_images;

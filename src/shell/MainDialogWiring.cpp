@@ -1,16 +1,12 @@
 #include "base/KorAssert.h"
 #include "controls/KorButtonGroupMenu.h"
 #include "controls/KorControls.h"
-#include "controls/KorListCtrl.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
-#include "controls/KorTabCtrl.h"
 #include "controls/KorTemplates.h"
 #include "services/CKorHelp.h"
 #include "services/KordoBitmaps.h"
 #include "services/Prompts.h"
-#include "session/KorDSMStatusTexts.h"
-#include "session/KorDSMValueText.h"
 #include "shell/KorDSMMainDialog.h"
 #include "shell/WhenFree.h"
 #include "shell/WindowParts.h"
@@ -27,7 +23,6 @@ namespace {
 
 constexpr int kTemplate = 1000;
 constexpr int kViewDefinitionPage = 2004;
-constexpr int kNothingFound = 411; // "No name contains "%s""
 
 QIcon iconOf(const Icon& icon) {
     if (icon.file.isEmpty())
@@ -72,9 +67,6 @@ void KorDSMMainDialog::setUpTabOrder() {
 
 void KorDSMMainDialog::connectSelection() {
     WindowParts& parts = *m_parts;
-    connect(&parts.selection, &TreeSelection::changed, this, &KorDSMMainDialog::showSelection);
-    connect(&parts.selection, &TreeSelection::subjectsChanged, this, &KorDSMMainDialog::updateCommands);
-    connect(&parts.filter, &NameFilter::applied, this, &KorDSMMainDialog::showFiltered);
     connect(&parts.sectionStrip, &SectionStrip::sectionWanted, &parts.navigation, &Navigation::switchSection);
     connect(&parts.sectionStrip, &SectionStrip::treesChanged, &parts.navigation, &Navigation::rebuildTrees);
     connect(&parts.navigation, &Navigation::sectionSwitched, &parts.sectionStrip, &SectionStrip::check);
@@ -87,13 +79,7 @@ void KorDSMMainDialog::connectSelection() {
 
 void KorDSMMainDialog::connectCommands() {
     WindowParts& parts = *m_parts;
-    parts.commands.on(eItemCommand::kNew, [&parts] { parts.definitions.makeNew(); });
     parts.commands.on(eItemCommand::kUse, [this] { use(); });
-    parts.commands.on(eItemCommand::kCopy, [&parts] { parts.definitions.copy(); });
-    parts.commands.on(eItemCommand::kRename, [&parts] { parts.definitions.rename(); });
-    parts.commands.on(eItemCommand::kDelete, [&parts] { parts.definitions.remove(); });
-    parts.commands.on(eItemCommand::kExport, [&parts] { parts.exchange.exportStyle(); });
-    parts.commands.on(eItemCommand::kImport, [&parts] { parts.exchange.importStyles(); });
     parts.commands.on(eItemCommand::kHelp, [] { CKorHelp::showTopic("_Drawing_Style_Manager"); });
     KorAssert::check(parts.commands.isComplete(), "every command that is offered does something");
     connect(&parts.undo, &KorDSMUndoStrip::undoWanted, this, [this](int steps) {
@@ -159,33 +145,4 @@ void KorDSMMainDialog::receiveFromPages() {
         parts.sectionStrip.setCheck(message.index, message.value);
     });
     receive<DsmReportWaits>([&parts](const DsmReportWaits&) { parts.reports.show(); });
-}
-
-// What the window says and allows about what is selected, beside the right side.
-void KorDSMMainDialog::showSelection() {
-    const TreeSelection& selection = m_parts->selection;
-    KorString status;
-    KorString whyNotWritable;
-    if (const KorDSMDatabaseItem* item = selection.item()) {
-        const KorString text = m_parts->sections.currentControl().getItemText(selection.entry());
-        status = KorDSMValueText::shortName(statusTextOf(*item, text));
-        whyNotWritable = KorDSMItemCommands::whyNotWritable(*item);
-    }
-    m_parts->status.show(status, whyNotWritable);
-    updateCommands();
-}
-
-void KorDSMMainDialog::updateCommands() {
-    const CommandStates states = commandStates(m_parts->selection.facts());
-    m_parts->commands.enable(states);
-    m_parts->use.setEnabled(states[eItemCommand::kUse]);
-    m_parts->navigation.updateStates();
-}
-
-void KorDSMMainDialog::showFiltered(bool found) {
-    m_parts->selection.followFilter();
-    showSelection();
-    if (!found)
-        m_parts->status.say(KorString::format(Prompts::dsm(kNothingFound),
-                                              {KorDSMValueText::shortName(m_parts->filter.text())}));
 }

@@ -27,14 +27,15 @@ WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorIma
       sectionStrip(control<KorButtonGroupMenu>(window, 1233), structure),
       commands(control<KorButtonGroup>(window, 1011)),
       undo(*new KorDSMUndoStrip(&control<KorButtonGroup>(window, 1211))), // its buttons own it
-      status(window), applyState(structure, apply, undo, rightSide),
+      status(window), selectionStatus(sections, filter, selection, navigation, commands, use, status),
+      applyState(structure, apply, undo, rightSide),
       refresh(structure, sections, filter, selection, navigation, applyState, rightSide),
       reports(window, applyState, refresh),
       recovery(window, [this](const KorDSMCommit::Read& read) { return reports.follow(read); }),
       leaving(window, structure, selection, applyState, reports), usages(window, structure, navigation),
-      definitions(window, structure, selection, rightSide, refresh, usages),
+      definitions(window, structure, selection, rightSide, refresh, usages, commands),
       views(window, sections, navigation, refresh), compaction(window, applyState),
-      exchange(window, selection, applyState, refresh),
+      exchange(window, selection, applyState, refresh, commands),
       menu(window, sections, rightSide, selection, commands, undo) {
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { views.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { compaction.addTo(into, item); });

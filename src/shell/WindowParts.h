@@ -11,6 +11,7 @@
 #include "shell/RecoveryOffer.h"
 #include "shell/Reports.h"
 #include "shell/SectionStrip.h"
+#include "shell/SelectionStatus.h"
 #include "shell/StatusLine.h"
 #include "shell/UsageViews.h"
 #include "shell/ViewCommands.h"
@@ -36,6 +37,7 @@ struct WindowParts {
     CommandStrip commands;
     KorDSMUndoStrip& undo;
     StatusLine status;
+    SelectionStatus selectionStatus;
     ApplyState applyState;
 
     WindowRefresh refresh;

@@ -39,7 +39,38 @@ std::string roomOf(const fs::path& file) {
     return (*part == "host" ? *++part : *part).string();
 }
 
+std::string contentOf(const fs::path& file) {
+    std::ifstream stream(file);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return text.str();
+}
+
+// All types of messages, by name.
+std::vector<std::string> messages() {
+    const std::string text = contentOf(fs::path(SOURCE_DIR) / "src/model/KorDSMMessages.h");
+    const std::regex type(R"(struct (Dsm\w+) : KorNumberedMessage)");
+    std::vector<std::string> names;
+    for (std::sregex_iterator it(text.begin(), text.end(), type), end; it != end; ++it)
+        names.push_back((*it)[1]);
+    return names;
+}
+
 } // namespace
+
+TEST(House, EveryMessageHasASenderAndAReceiver) {
+    const std::vector<std::string> names = messages();
+    ASSERT_GT(names.size(), 10u);
+    std::string sources;
+    for (const auto& entry : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / "src"))
+        if (entry.is_regular_file() && entry.path().filename() != "KorDSMMessages.h")
+            sources += contentOf(entry.path());
+    for (const std::string& name : names) {
+        // A sender makes a message, by a variable or in place.
+        EXPECT_TRUE(std::regex_search(sources, std::regex(name + R"( \w+;|)" + name + R"(\(\))"))) << name;
+        EXPECT_TRUE(std::regex_search(sources, std::regex("receive<" + name + ">"))) << name;
+    }
+}
 
 TEST(House, RoomsIncludeOnlyAlongTheListedEdges) {
     const Edges edges = readEdges();

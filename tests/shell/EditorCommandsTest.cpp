@@ -123,7 +123,10 @@ TEST_F(EditorFixture, ANewStyleComesIntoItsCategoryAndARecordInUseStays) {
 
 TEST_F(EditorFixture, ADraggedStyleIsFiledWhereItIsDroppedAndRefusedInAnotherDatabase) {
     open();
+    select(kView);
+    EXPECT_FALSE(tree().isDragAllowed());
     const auto style = select(kStyle);
+    EXPECT_TRUE(tree().isDragAllowed());
     const auto railings = child(child(tree().getRoot(), "User"), "Hallberg: railings");
     Q_EMIT tree().dropRequested(style, railings);
     const auto moved = tree().selectedItem();

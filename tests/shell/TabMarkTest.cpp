@@ -87,3 +87,12 @@ TEST_F(TabMarkTest, AChangeThatOtherPagesMustShowMarksItsOwnPageOnly) {
     undo();
     EXPECT_EQ(marked(), "");
 }
+
+TEST_F(TabMarkTest, ACategoryThatChangesAnywhereLetsTheListOfViewsBeFilledAnew) {
+    open();
+    select(kStyle);
+    const KorDSMPage* definition = m_dialog->pages().page(2004);
+    EXPECT_FALSE(definition->needsRefresh());
+    KorDSMMainWindow::sendMessage(DsmCategoriesChanged());
+    EXPECT_TRUE(definition->needsRefresh());
+}

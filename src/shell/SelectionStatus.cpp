@@ -1,0 +1,53 @@
+#include "shell/SelectionStatus.h"
+
+#include "services/Prompts.h"
+#include "session/KorDSMStatusTexts.h"
+#include "session/KorDSMValueText.h"
+#include "shell/CommandStrip.h"
+#include "shell/Navigation.h"
+#include "shell/StatusLine.h"
+
+#include <QPushButton>
+
+namespace {
+
+constexpr int kNothingFound = 411; // "No name contains "%s""
+
+} // namespace
+
+SelectionStatus::SelectionStatus(SectionViews& sections, NameFilter& filter, TreeSelection& selection,
+                                 Navigation& navigation, CommandStrip& commands, QPushButton& use,
+                                 StatusLine& status)
+    : m_sections(sections), m_filter(filter), m_selection(selection), m_navigation(navigation),
+      m_commands(commands), m_use(use), m_status(status) {
+    connect(&m_selection, &TreeSelection::changed, this, &SelectionStatus::show);
+    connect(&m_selection, &TreeSelection::subjectsChanged, this, &SelectionStatus::updateCommands);
+    connect(&m_filter, &NameFilter::applied, this, &SelectionStatus::showFiltered);
+}
+
+void SelectionStatus::show() {
+    KorString status;
+    KorString whyNotWritable;
+    if (const KorDSMDatabaseItem* item = m_selection.item()) {
+        const KorString text = m_sections.currentControl().getItemText(m_selection.entry());
+        status = KorDSMValueText::shortName(statusTextOf(*item, text));
+        whyNotWritable = KorDSMItemCommands::whyNotWritable(*item);
+    }
+    m_status.show(status, whyNotWritable);
+    updateCommands();
+}
+
+void SelectionStatus::updateCommands() {
+    const CommandStates states = commandStates(m_selection.facts());
+    m_commands.enable(states);
+    m_use.setEnabled(states[eItemCommand::kUse]);
+    m_navigation.updateStates();
+}
+
+void SelectionStatus::showFiltered(bool found) {
+    m_selection.followFilter();
+    show();
+    if (!found)
+        m_status.say(
+            KorString::format(Prompts::dsm(kNothingFound), {KorDSMValueText::shortName(m_filter.text())}));
+}
