@@ -35,6 +35,7 @@ struct Column {
     eTableType target = kNoTable;
     eReferenceRole role = eReferenceRole::kUses;
     int slot = -1; ///< place, from 0, among the slots of one kind; -1 for a column that is no slot
+    int since = 1; ///< version of the schema in which databases got the column
     double minimum = -std::numeric_limits<double>::infinity(); ///< allowed range of numbers; what a store
     double maximum = std::numeric_limits<double>::infinity();  ///< holds outside it is kept and reported
     std::vector<std::string> valueNames; ///< what the values 0, 1, ... of an integer column are called

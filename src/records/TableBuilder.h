@@ -2,15 +2,18 @@
 
 #include "records/TableSchema.h"
 
+#include <algorithm>
 #include <array>
 
 /// Describes one table column by column. Each call adds the column of that number, with the record member
-/// that holds it; a table starts with its run name as column 1.
+/// that holds it; a table starts with its run name as column 1. A table of a later version of the schema than
+/// the first says so by `since`, and all of its columns are of that version.
 template <typename R>
 class TableBuilder {
 public:
-    TableBuilder(std::vector<TableSchema>& tables, std::string name) : m_tables(tables) {
+    TableBuilder(std::vector<TableSchema>& tables, std::string name, int since = 1) : m_tables(tables) {
         TableSchema table;
+        table.since = since;
         table.type = tableOf<R>;
         table.name = std::move(name);
         table.commitsWith = tableOf<R>;
@@ -90,6 +93,15 @@ public:
         }
         return *this;
     }
+    /// The column that was added last, or all slots of that kind, appeared in this version of the schema.
+    TableBuilder& since(int version) {
+        std::vector<Column>& columns = m_tables.back().columns;
+        const int first = columns.back().number - std::max(columns.back().slot, 0);
+        for (Column& column : columns)
+            if (column.number >= first)
+                column.since = version;
+        return *this;
+    }
     /// A row may have several owners, so that writing it concerns all of them.
     TableBuilder& shareable() {
         m_tables.back().canBeShared = true;
@@ -116,6 +128,7 @@ private:
         column.name = std::move(name);
         column.kind = kind;
         column.offset = offset;
+        column.since = m_tables.back().since;
         return column;
     }
 

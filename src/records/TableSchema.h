@@ -17,6 +17,7 @@ struct TableSchema {
     std::vector<Column> columns;       ///< ascending by number, from 1; the key is no column of its own
     eTableType commitsWith = kNoTable; ///< the table type in whose commit this table takes part
     bool canBeShared = false;          ///< rows may have several owners: those that the user is asked about
+    int since = 1;                     ///< version of the schema in which databases got the table
     std::function<std::unique_ptr<RowArray>()> makeRows;
 
     /// Whether users make rows of this table to be used by other records: those that can be shared, and
