@@ -54,6 +54,11 @@ bool StyleDatabases::isEditable(SourceId id) {
     return open && !open->isReadOnly() && (m_ownerMode || id == SourceId::user());
 }
 
+std::string StyleDatabases::whyTooNew(SourceId id) {
+    StyleSource* open = source(id);
+    return open && (m_ownerMode || id == SourceId::user()) ? open->store().whyTooNew() : std::string();
+}
+
 namespace {
 
 // Whether the table was read that says which values the column may hold.

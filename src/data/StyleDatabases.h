@@ -56,6 +56,9 @@ public:
     /// maker's installation.
     bool isEditable() { return isEditable(m_currentId); }
     bool isEditable(SourceId id);
+    /// One sentence when a source that might be edited must not be, because a newer version of the program
+    /// made it; otherwise empty.
+    std::string whyTooNew(SourceId id);
 
     /// Writes a cell of the current source. What the column must not hold (see `faultOf`) is refused, unless
     /// it is what the cell holds already.

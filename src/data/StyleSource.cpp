@@ -46,7 +46,8 @@ bool StyleSource::read(const TableSchema& schema, const Reading& reading) {
     if (result)
         result = m_store->readTable(schema, slot->rowsToFill(), problems);
     if (!result) {
-        noteFailure(schema, result.error);
+        m_failures[schema.type] = result.error;
+        note(result.error);
         return false;
     }
     if (const auto failure = m_failures.extract(schema.type); !failure.empty()) {
@@ -57,16 +58,17 @@ bool StyleSource::read(const TableSchema& schema, const Reading& reading) {
             std::erase_if(m_problems,
                           [&](const ReadProblem& each) { return each.sentence == failure.mapped(); });
     }
+    if (const std::string tooNew = m_store->whyTooNew(); !tooNew.empty())
+        note(tooNew);
     m_problems.insert(m_problems.end(), problems.begin(), problems.end());
     m_isOutdated = m_isOutdated || m_state.value_or(reading.state) != reading.state;
     m_state = reading.state;
     return true;
 }
 
-void StyleSource::noteFailure(const TableSchema& schema, const std::string& error) {
-    m_failures[schema.type] = error;
-    if (std::ranges::find(m_problems, error, &ReadProblem::sentence) == m_problems.end())
-        m_problems.push_back({error});
+void StyleSource::note(const std::string& sentence) {
+    if (std::ranges::find(m_problems, sentence, &ReadProblem::sentence) == m_problems.end())
+        m_problems.push_back({sentence});
 }
 
 bool StyleSource::isRead(const TableSchema& schema) const {

@@ -34,7 +34,8 @@ public:
     /// nothing once it succeeded.
     StoreResult readAll();
     /// The same, and whether they hold all that is stored: no table or column is missing, no row was left
-    /// out, no cell was replaced by its default.
+    /// out, no cell was replaced by its default, and the database is not of a newer version, which may hold
+    /// what this program does not know.
     StoreResult complete();
     /// Whether no row of a table that was read is left out.
     bool hasAllRows(eTableType type) const;
@@ -70,7 +71,7 @@ private:
     struct Reading;
 
     bool read(const TableSchema& schema, const Reading& reading);
-    void noteFailure(const TableSchema& schema, const std::string& error);
+    void note(const std::string& sentence);
     ReferenceIndex& references(eTableType target);
     // The index that the cells of this column are in, or null while nobody has asked for it.
     ReferenceIndex* builtReferences(const Column& column);

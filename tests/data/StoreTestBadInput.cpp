@@ -1,23 +1,13 @@
 #include "StoreTestSupport.h"
+#include "support/OrdinaryUser.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
 using enum SqliteStore::eMode;
 using Scale = StructScale;
 using View = StructDetViewRequest;
-
-// File permissions don't bind root; so the tests work as nobody in particular where they run as root.
-class OrdinaryUser {
-public:
-    OrdinaryUser() { EXPECT_EQ(m_wasRoot ? seteuid(65534) : 0, 0); }
-    ~OrdinaryUser() { EXPECT_EQ(m_wasRoot ? seteuid(0) : 0, 0); }
-
-private:
-    bool m_wasRoot = geteuid() == 0;
-};
 
 class StoreBadInput : public testing::Test {
 protected:
@@ -51,12 +41,6 @@ protected:
     TempFolder m_folder;
 };
 
-StoreResult applyTo(StyleStore& store, const TableChange& change, std::vector<StoreConflict>& conflicts) {
-    EXPECT_EQ(store.begin().error, "");
-    const StoreResult result = store.apply(change, conflicts);
-    return result && conflicts.empty() ? store.commit() : (store.rollback(), result);
-}
-
 } // namespace
 
 TEST_F(StoreBadInput, FilesThatAreNoStyleDatabaseAreRefused) {
@@ -70,9 +54,9 @@ TEST_F(StoreBadInput, FilesThatAreNoStyleDatabaseAreRefused) {
     expectRefused(m_folder.file("long.dsdb"), "not a database");
     OtherProgram(m_folder.file("photos.dsdb")).run("CREATE TABLE photo (id)");
     expectRefused(m_folder.file("photos.dsdb"), "another program");
-    const std::string path = makeDatabase(m_folder.file("newer.dsdb"), 1);
-    OtherProgram(path).run("PRAGMA user_version = 2");
-    expectRefused(path, "newer version");
+    const std::string path = makeDatabase(m_folder.file("before.dsdb"), 1);
+    OtherProgram(path).run("PRAGMA user_version = 0");
+    expectRefused(path, "unknown version");
 }
 
 TEST_F(StoreBadInput, DamagedFilesAreRefused) {

@@ -63,6 +63,15 @@ inline CellChange newScale(std::int32_t key, double stored, double wanted) {
     return {key, schemaOf<StructDetViewRequest>().column("scale"), stored, wanted};
 }
 
+/// Applies `change` in a transaction of its own, which is rolled back where that fails.
+inline StoreResult applyTo(StyleStore& store, const TableChange& change,
+                           std::vector<StoreConflict>& conflicts) {
+    StoreResult result = store.begin();
+    if (result)
+        result = store.apply(change, conflicts);
+    return result && conflicts.empty() ? store.commit() : (store.rollback(), result);
+}
+
 inline TableChange ofViews(std::vector<CellChange> cells) {
     return {&schemaOf<StructDetViewRequest>(), std::move(cells), {}, {}};
 }

@@ -1,5 +1,6 @@
 #include "data/store/LeftJournal.h"
 
+#include "data/store/DatabaseFile.h"
 #include "data/store/SqliteHandle.h"
 
 #include <fcntl.h>
@@ -27,7 +28,9 @@ std::uint32_t numberAt(const unsigned char* bytes) {
            bytes[3];
 }
 
-enum class eRead { kWhole, kShort, kFailed };
+bool hasFailed(int read) {
+    return read != SQLITE_OK && read != SQLITE_IOERR_SHORT_READ;
+}
 
 /// Which commit of which file a first page is of.
 struct Stamp {
@@ -106,38 +109,6 @@ private:
     std::uint64_t m_size = 0;
 };
 
-/// The database by the engine's own file handle.
-class DatabaseFile {
-public:
-    explicit DatabaseFile(sqlite3* db) {
-        if (!db || sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &m_file) != SQLITE_OK ||
-            !m_file->pMethods)
-            m_file = nullptr;
-    }
-    bool isBeingWritten() const {
-        int atWork = 0;
-        return m_file && m_file->pMethods->xCheckReservedLock(m_file, &atWork) == SQLITE_OK && atWork != 0;
-    }
-    eRead read(std::uint64_t offset, Bytes bytes) const {
-        if (!m_file)
-            return eRead::kFailed;
-        const int code = m_file->pMethods->xRead(m_file, bytes.data(), static_cast<int>(bytes.size()),
-                                                 static_cast<sqlite3_int64>(offset));
-        return code == SQLITE_OK                 ? eRead::kWhole
-               : code == SQLITE_IOERR_SHORT_READ ? eRead::kShort
-                                                 : eRead::kFailed;
-    }
-    std::optional<std::uint64_t> size() const {
-        sqlite3_int64 bytes = 0;
-        if (!m_file || m_file->pMethods->xFileSize(m_file, &bytes) != SQLITE_OK)
-            return std::nullopt;
-        return static_cast<std::uint64_t>(bytes);
-    }
-
-private:
-    sqlite3_file* m_file = nullptr;
-};
-
 /// What taking the journal back would do to the file.
 struct TakingBack {
     std::optional<Stamp> before; ///< of the first page, as the journal has it
@@ -158,10 +129,10 @@ TakingBack takingBack(JournalFile& journal, const DatabaseFile& database) {
             const unsigned char* original = record.data() + 4;
             if (number == 1)
                 found.before = Stamp(original);
-            const eRead read = database.read((number - 1) * segment->pageSize, page);
-            found.failed = found.failed || read == eRead::kFailed;
-            found.changesPages = found.changesPages || read != eRead::kWhole ||
-                                 !std::equal(page.begin(), page.end(), original);
+            const int read = database.read((number - 1) * segment->pageSize, page);
+            found.failed = found.failed || hasFailed(read);
+            found.changesPages =
+                found.changesPages || read != SQLITE_OK || !std::equal(page.begin(), page.end(), original);
         }
         start = segment->endFrom(start);
     }
@@ -195,12 +166,12 @@ eLeftJournal judgeLeftJournal(const std::string& path, sqlite3* db) {
     if (!first || database.isBeingWritten())
         return journal.hasFailed() ? eLeftJournal::kUnreadable : eLeftJournal::kNone;
     std::array<unsigned char, kHeaderSize> header{};
-    const eRead read = database.read(0, header);
+    const int read = database.read(0, header);
     const auto size = database.size();
-    if (read == eRead::kFailed || !size)
+    if (hasFailed(read) || !size)
         return eLeftJournal::kUnreadable;
     const std::uint32_t written = std::uint32_t{header[kPageSizeAt]} << 8U | header[kPageSizeAt + 1];
-    if (read == eRead::kShort || (written == 1 ? 65536 : written) != first->pageSize)
+    if (read == SQLITE_IOERR_SHORT_READ || (written == 1 ? 65536 : written) != first->pageSize)
         return eLeftJournal::kOfAnotherFile;
     const TakingBack taking = takingBack(journal, database);
     if (taking.failed)

@@ -1,34 +1,15 @@
 #include "data/store/SqliteCreation.h"
 
 #include "data/store/LeftJournal.h"
-#include "data/store/ReadReport.h"
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstring>
 #include <filesystem>
 
 namespace {
-
-std::string columnSql(const Column& column, const StructRecord& defaults) {
-    const CellValue value = column.read(&defaults);
-    const auto* text = std::get_if<KorString>(&value);
-    return quotedIdentifier(column.name) +
-           (column.isText()   ? " TEXT"
-            : column.isReal() ? " REAL"
-                              : " INTEGER") +
-           " NOT NULL DEFAULT " + (text ? quotedText(text->toStdString()) : displayText(value));
-}
-
-std::string createTableSql(const TableSchema& table) {
-    const auto defaults = table.makeRows()->copyOf(nullptr);
-    std::string sql = "CREATE TABLE " + quotedIdentifier(table.name) + " (\"key\" INTEGER PRIMARY KEY";
-    for (const Column& column : table.columns)
-        sql += ", " + columnSql(column, *defaults);
-    return sql + ")";
-}
 
 // The identifier is written before anything else is.
 bool isStyleDatabase(int handle) {
@@ -38,33 +19,13 @@ bool isStyleDatabase(int handle) {
     return pread(handle, title.data(), title.size(), 0) == static_cast<ssize_t>(title.size()) &&
            std::string_view(title.data(), title.size()) == std::string_view("SQLite format 3\0", 16) &&
            pread(handle, id.data(), id.size(), kIdentifierAt) == static_cast<ssize_t>(id.size()) &&
-           (id[0] << 24 | id[1] << 16 | id[2] << 8 | id[3]) == SqliteStore::kApplicationId;
-}
-
-eStoreFault faultOfSystem(int error) {
-    switch (error) {
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        return eStoreFault::kFolderReadOnly;
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
-        return eStoreFault::kDiskFull;
-    case ENOENT:
-    case ENOTDIR:
-        return eStoreFault::kFolderMissing;
-    case EEXIST:
-        return eStoreFault::kExists;
-    default:
-        return eStoreFault::kInputOutput;
-    }
+           (id[0] << 24 | id[1] << 16 | id[2] << 8 | id[3]) == FileVersion::kApplicationId;
 }
 
 } // namespace
 
-SqliteCreation::SqliteCreation(std::string target, eTarget rule)
-    : m_target(std::move(target)), m_path(resolvedPath(m_target)), m_rule(rule) {}
+SqliteCreation::SqliteCreation(std::string target, eTarget rule, const SchemaHistory& history)
+    : m_target(std::move(target)), m_path(resolvedPath(m_target)), m_rule(rule), m_history(history) {}
 
 StoreResult SqliteCreation::fault(eStoreFault kind, const std::string& detail) const {
     return faultResult(kind, m_target, detail);
@@ -77,7 +38,7 @@ StoreResult SqliteCreation::make(const std::function<StoreResult(StyleStore&)>& 
     removeLeftovers(std::filesystem::path(m_path).parent_path());
     if (const int error = m_temporary.create(m_path, 0666))
         return fault(faultOfSystem(error), std::strerror(error));
-    SqliteStore store(m_temporary.path(), m_target);
+    SqliteStore store(m_temporary.path(), m_target, m_history);
     store.m_readOnly = false;
     result = store.openFile();
     if (result)
@@ -125,12 +86,11 @@ StoreResult SqliteCreation::makeTables(SqliteStore& store) const {
     std::vector<std::string> statements = {
         "PRAGMA journal_mode = MEMORY",
         "PRAGMA synchronous = OFF",
-        "PRAGMA application_id = " + std::to_string(SqliteStore::kApplicationId),
-        "PRAGMA user_version = " + std::to_string(SqliteStore::kSchemaVersion),
+        "PRAGMA application_id = " + std::to_string(FileVersion::kApplicationId),
+        "PRAGMA user_version = " + std::to_string(m_history.current()),
         "BEGIN IMMEDIATE",
     };
-    for (const TableSchema& table : allTables())
-        statements.push_back(createTableSql(table));
+    std::ranges::move(m_history.creation(), std::back_inserter(statements));
     for (const std::string& statement : statements)
         if (const int code = connection.execute(statement); code != SQLITE_OK)
             return store.m_database.failure(code);
@@ -143,15 +103,14 @@ StoreResult SqliteCreation::publish() {
 }
 
 StoreResult SqliteStore::create(const std::string& path) {
-    SqliteCreation creation(path, SqliteCreation::eTarget::kMustBeNew);
-    const StoreResult made = creation.make({});
-    return made ? creation.publish() : made;
+    return createWith(path, {}, false);
 }
 
 StoreResult SqliteStore::createWith(const std::string& path,
-                                    const std::function<StoreResult(StyleStore&)>& fill, bool mayReplace) {
-    SqliteCreation creation(path, mayReplace ? SqliteCreation::eTarget::kMayExist
-                                             : SqliteCreation::eTarget::kMustBeNew);
+                                    const std::function<StoreResult(StyleStore&)>& fill, bool mayReplace,
+                                    const SchemaHistory& history) {
+    SqliteCreation creation(
+        path, mayReplace ? SqliteCreation::eTarget::kMayExist : SqliteCreation::eTarget::kMustBeNew, history);
     const StoreResult made = creation.make(fill);
     return made ? creation.publish() : made;
 }

@@ -9,7 +9,7 @@ class SqliteCreation {
 public:
     enum class eTarget { kMustBeNew, kMayExist };
 
-    SqliteCreation(std::string target, eTarget rule);
+    SqliteCreation(std::string target, eTarget rule, const SchemaHistory& history = SchemaHistory::own());
 
     /// Removes unfinished files that killed programs left in a folder.
     static void removeLeftovers(const std::string& folder);
@@ -29,4 +29,5 @@ private:
     std::string m_path;   ///< where it is, links followed
     TemporaryFile m_temporary;
     eTarget m_rule;
+    const SchemaHistory& m_history;
 };

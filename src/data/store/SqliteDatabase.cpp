@@ -1,23 +1,14 @@
 #include "data/store/SqliteDatabase.h"
 
-#include <algorithm>
 #include <cstring>
-#include <set>
 
 namespace {
 
-std::string foldedKey(const std::string& table, const std::string& column) {
-    std::string folded = table + '\n' + column; // names of SQL are the same in capitals
-    std::ranges::transform(folded, folded.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; });
-    return folded;
-}
-
-TableLayout layoutFrom(const TableSchema& table, const std::set<std::string>& columns) {
+TableLayout layoutFrom(const TableSchema& table, const StoredColumns& stored) {
     TableLayout layout;
-    layout.hasTable = columns.contains(foldedKey(table.name, "key"));
+    layout.hasTable = stored.hasTable(table);
     for (const Column& column : table.columns)
-        (columns.contains(foldedKey(table.name, column.name)) ? layout.present : layout.missing)
-            .push_back(&column);
+        (stored.has(table, column) ? layout.present : layout.missing).push_back(&column);
     return layout;
 }
 
@@ -56,29 +47,15 @@ StoreResult SqliteDatabase::failure(int code) const {
 }
 
 StoreResult SqliteDatabase::layoutOf(const TableSchema& table, const TableLayout*& layout) {
-    if (m_layouts.empty()) {
-        const StoreResult read = readLayouts();
-        if (!read)
-            return read;
+    if (!m_columns) {
+        StoredColumns stored;
+        if (const int code = stored.read(connection); code != SQLITE_OK)
+            return failure(code);
+        m_columns = std::move(stored);
     }
-    layout = &m_layouts[&table];
-    return {};
-}
-
-StoreResult SqliteDatabase::readLayouts() {
-    // Only ordinary tables count: views and virtual tables have no root page, and what they would compute is
-    // up to whoever made the file. Generated columns are not listed.
-    const SqliteStatement query(connection.get(), "SELECT t.name, c.name FROM sqlite_master t, "
-                                                  "pragma_table_info(t.name) c WHERE t.type = 'table' AND "
-                                                  "t.rootpage > 0");
-    std::set<std::string> columns;
-    int code = query.step();
-    for (; code == SQLITE_ROW; code = query.step())
-        columns.insert(foldedKey(reinterpret_cast<const char*>(sqlite3_column_text(query.get(), 0)),
-                                 reinterpret_cast<const char*>(sqlite3_column_text(query.get(), 1))));
-    if (code != SQLITE_DONE)
-        return failure(code);
-    for (const TableSchema& table : allTables())
-        m_layouts.emplace(&table, layoutFrom(table, columns));
+    auto it = m_layouts.find(&table);
+    if (it == m_layouts.end())
+        it = m_layouts.emplace(&table, layoutFrom(table, *m_columns)).first;
+    layout = &it->second;
     return {};
 }

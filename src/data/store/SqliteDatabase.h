@@ -1,9 +1,10 @@
 #pragma once
 
-#include "data/store/SqliteHandle.h"
 #include "data/store/StoreFault.h"
+#include "data/store/StoredColumns.h"
 
 #include <map>
+#include <optional>
 
 /// Which columns of a table a database has, and which are missing in it.
 struct TableLayout {
@@ -32,10 +33,12 @@ private:
 class SqliteDatabase {
 public:
     explicit SqliteDatabase(std::string fileName) : file(std::move(fileName)) {}
+    /// One that shares the file's name and what was not readable, but has no connection yet.
+    explicit SqliteDatabase(const SqliteDatabase* of) : file(of->file), unreadable(of->unreadable) {}
 
     std::string file; ///< as sentences name it
     SqliteConnection connection;
-    UnreadableCells unreadable;
+    std::shared_ptr<UnreadableCells> unreadable = std::make_shared<UnreadableCells>();
     StoreResult whyClosed; ///< the failure that left no connection
 
     /// The failure that a result code means; without a connection, why there is none.
@@ -43,10 +46,12 @@ public:
     /// The layout of `table`, valid until `forgetLayouts`.
     StoreResult layoutOf(const TableSchema& table, const TableLayout*& layout);
     /// For when another program may have changed the tables.
-    void forgetLayouts() { m_layouts.clear(); }
+    void forgetLayouts() {
+        m_layouts.clear();
+        m_columns.reset();
+    }
 
 private:
-    StoreResult readLayouts();
-
+    std::optional<StoredColumns> m_columns;
     std::map<const TableSchema*, TableLayout> m_layouts;
 };

@@ -34,13 +34,33 @@ SqliteValue storedCell(sqlite3_stmt* statement, int column) {
 }
 
 int SqliteConnection::open(const std::string& path, bool readOnly) {
+    return openWith(path, readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+}
+
+int SqliteConnection::openInMemory() {
+    return openWith(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY);
+}
+
+int SqliteConnection::openWith(const std::string& path, int flags) {
     // One thread uses the connection, so the mutex that every column access would take is left out.
-    const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX |
-                      SQLITE_OPEN_PRIVATECACHE | SQLITE_OPEN_EXRESCODE;
     sqlite3* db = nullptr;
-    const int code = sqlite3_open_v2(path.c_str(), &db, flags, nullptr);
+    const int code = sqlite3_open_v2(
+        path.c_str(), &db, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE | SQLITE_OPEN_EXRESCODE,
+        nullptr);
     m_db.reset(db);
     return code;
+}
+
+int SqliteConnection::distrust() const {
+    sqlite3_db_config(get(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    for (const int option : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_TRIGGER,
+                             SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_DQS_DDL})
+        sqlite3_db_config(get(), option, 0, nullptr);
+    for (const char* pragma : {"PRAGMA cell_size_check = ON", "PRAGMA mmap_size = 0",
+                               "PRAGMA temp_store = MEMORY", "PRAGMA ignore_check_constraints = ON"})
+        if (const int code = execute(pragma); code != SQLITE_OK)
+            return code;
+    return SQLITE_OK;
 }
 
 int SqliteConnection::execute(const std::string& sql) const {

@@ -51,6 +51,11 @@ public:
 
     /// Opens the existing file `path` (absolute, so that it is never taken for a URI).
     int open(const std::string& path, bool readOnly);
+    /// Makes an empty database in memory.
+    int openInMemory();
+    /// The database may come from anybody: nothing that is stored in it may act, and its structure is not
+    /// trusted.
+    int distrust() const;
     sqlite3* get() const { return m_db.get(); }
 
     /// Runs one statement that yields nothing of interest.
@@ -62,6 +67,8 @@ public:
     bool isInTransaction() const { return m_db && sqlite3_get_autocommit(get()) == 0; }
 
 private:
+    int openWith(const std::string& path, int flags);
+
     struct Closer {
         void operator()(sqlite3* db) const { sqlite3_close_v2(db); }
     };

@@ -71,7 +71,7 @@ private:
             SqliteValue stored = storedCell(m_select.get(), static_cast<int>(odd.place) + 1);
             m_report.addCell(record, column, stored.get(), odd.fit == eCellFit::kOutside);
             if (odd.fit == eCellFit::kMisfit)
-                m_database.unreadable.remember(record.key, column, std::move(stored));
+                m_database.unreadable->remember(record.key, column, std::move(stored));
         }
         m_odd.clear();
     }
@@ -160,7 +160,7 @@ StoreResult readSqliteTable(SqliteDatabase& database, const TableSchema& table, 
     }
     for (const Column* column : layout->missing)
         report.addMissingColumn(*column);
-    database.unreadable.forget(table);
+    database.unreadable->forget(table);
     rows.reserve(expectedRows(database, table, layout->present.size()));
     const int code = TableReading(database, table, *layout, rows, report).run();
     if (code == SQLITE_DONE)

@@ -2,6 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "base/Translation.h"
+#include "data/store/DatabaseFile.h"
 #include "data/store/FileGuards.h"
 #include "data/store/LeftJournal.h"
 
@@ -22,22 +23,18 @@ std::string absolutePath(const std::string& path) {
 // Whether the file's header asks readers for a write-ahead log. Read through the database engine's own
 // handle, before anything else is, since reading the database would make the log. Returns a result code.
 int readWriteAheadMode(sqlite3* db, bool& on) {
-    sqlite3_file* file = nullptr;
     std::array<unsigned char, 100> header{};
-    if (!db || sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
-        !file->pMethods)
-        return SQLITE_OK;
     constexpr std::size_t kReadVersion = 19;
-    const int code = file->pMethods->xRead(file, header.data(), header.size(), 0);
+    const int code = DatabaseFile(db).read(0, header);
     on = code == SQLITE_OK && header[kReadVersion] == 2;
     return code == SQLITE_IOERR_SHORT_READ ? SQLITE_OK : code;
 }
 
 } // namespace
 
-SqliteStore::SqliteStore(std::string path, std::string displayName)
-    : m_path(std::move(path)), m_wait(displayName), m_database(std::move(displayName)), m_writer(m_database) {
-}
+SqliteStore::SqliteStore(std::string path, std::string displayName, const SchemaHistory& history)
+    : m_path(std::move(path)), m_wait(displayName), m_database(std::move(displayName)), m_writer(m_database),
+      m_version(m_database, history) {}
 
 SqliteStore::~SqliteStore() {
     close();
@@ -46,17 +43,19 @@ SqliteStore::~SqliteStore() {
 void SqliteStore::close() {
     endRead();
     rollback();
+    m_version.forget();
     m_database.connection = {};
     if (m_identity)
         OpenFiles::remove(*m_identity);
     m_identity.reset();
 }
 
-OpenedStore SqliteStore::open(const std::string& path, eMode mode, eCheck check) {
+OpenedStore SqliteStore::open(const std::string& path, eMode mode, eCheck check,
+                              const SchemaHistory& history) {
     if (const auto fault = faultOfReading(path))
         return {nullptr, faultSentence(*fault, path)};
     const auto hindrance = mode == eMode::kWrite ? faultOfWriting(path) : std::nullopt;
-    auto store = std::unique_ptr<SqliteStore>(new SqliteStore(absolutePath(path), path));
+    auto store = std::unique_ptr<SqliteStore>(new SqliteStore(absolutePath(path), path, history));
     store->m_readOnly = mode == eMode::kRead || hindrance;
     if (const StoreResult result = store->openChecked(check); !result)
         return {nullptr, result.error};
@@ -66,7 +65,7 @@ OpenedStore SqliteStore::open(const std::string& path, eMode mode, eCheck check)
 StoreResult SqliteStore::openChecked(eCheck check) {
     StoreResult result = openFile();
     if (result)
-        result = checkVersion();
+        result = m_version.look();
     if (result)
         result = refuseExpressions(m_database);
     if (result)
@@ -90,27 +89,21 @@ StoreResult SqliteStore::openFile() {
     return configure();
 }
 
-// The file may come from anybody: nothing that is stored in it may act, and its structure is not trusted.
 StoreResult SqliteStore::configure() {
     sqlite3* db = m_database.connection.get();
     const auto again = [](void* wait, int attempt) {
         return int(static_cast<LockWait*>(wait)->again(attempt));
     };
     sqlite3_busy_handler(db, again, &m_wait);
-    sqlite3_db_config(db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    for (const int option : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_TRIGGER,
-                             SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_DQS_DDL})
-        sqlite3_db_config(db, option, 0, nullptr);
     if (StoreResult left = refuseLeftChanges(m_database, m_path); !left)
         return left;
+    int code = m_database.connection.distrust();
     // No page is written before the commit: the mark of the change comes first.
-    for (const char* pragma :
-         {"PRAGMA cell_size_check = ON", "PRAGMA mmap_size = 0", "PRAGMA temp_store = MEMORY",
-          "PRAGMA ignore_check_constraints = ON", "PRAGMA cache_spill = OFF"})
-        if (const int code = m_database.connection.execute(pragma); code != SQLITE_OK)
-            return m_database.failure(code);
+    if (code == SQLITE_OK)
+        code = m_database.connection.execute("PRAGMA cache_spill = OFF");
     bool ahead = false;
-    int code = m_readOnly ? readWriteAheadMode(db, ahead) : SQLITE_OK;
+    if (code == SQLITE_OK && m_readOnly)
+        code = readWriteAheadMode(db, ahead);
     if (ahead)
         return faultResult(eStoreFault::kWriteAheadLog, name());
     if (code == SQLITE_OK)
@@ -128,25 +121,6 @@ StoreResult SqliteStore::leaveWriteAheadMode() {
     return {};
 }
 
-StoreResult SqliteStore::checkVersion() {
-    std::int64_t application = 0;
-    std::int64_t version = 0;
-    int code = m_database.connection.queryInteger("PRAGMA application_id", application);
-    if (code == SQLITE_OK)
-        code = m_database.connection.queryInteger("PRAGMA user_version", version);
-    if (code != SQLITE_OK)
-        return m_database.failure(code);
-    if (application != kApplicationId)
-        return faultResult(eStoreFault::kOtherApplication, name());
-    if (version > kSchemaVersion)
-        return faultResult(
-            eStoreFault::kNewerVersion, name(),
-            KorString::format(translated("version %s"), {std::to_string(version)}).toStdString());
-    if (version < kSchemaVersion)
-        return faultResult(eStoreFault::kUnknownVersion, name(), std::to_string(version));
-    return {};
-}
-
 StoreResult SqliteStore::checkDamage(eCheck check) {
     if (check == eCheck::kNone)
         return {};
@@ -158,7 +132,14 @@ StoreResult SqliteStore::checkDamage(eCheck check) {
 
 StoreResult SqliteStore::readTable(const TableSchema& table, RowArray& rows,
                                    std::vector<ReadProblem>& problems) {
-    return readSqliteTable(m_database, table, rows, problems);
+    if (!m_version.isOlder() || m_database.connection.isInTransaction())
+        return readSqliteTable(m_version.toRead(), table, rows, problems);
+    std::int64_t state = 0;
+    StoreResult result = beginRead(state);
+    if (result)
+        result = readSqliteTable(m_version.toRead(), table, rows, problems);
+    endRead();
+    return result;
 }
 
 StoreResult SqliteStore::beginRead(std::int64_t& state) {
@@ -170,10 +151,11 @@ StoreResult SqliteStore::beginRead(std::int64_t& state) {
     int code = m_isReading ? m_database.connection.execute("BEGIN") : SQLITE_OK;
     if (code == SQLITE_OK)
         code = m_database.connection.queryInteger("PRAGMA data_version", state);
-    if (code == SQLITE_OK)
-        return {};
-    const StoreResult result = m_database.failure(code);
-    endRead();
+    StoreResult result = code == SQLITE_OK ? StoreResult() : m_database.failure(code);
+    if (result && m_isReading)
+        result = m_version.follow(state);
+    if (!result)
+        endRead();
     return result;
 }
 
@@ -202,6 +184,8 @@ StoreResult SqliteStore::begin() {
         return faultResult(eStoreFault::kReadOnly, name());
     if (StoreResult left = refuseLeftChanges(m_database, m_path); !left)
         return left;
+    if (m_version.isNewer()) // not even its mode is changed
+        return {whyTooNew()};
     bool ahead = false;
     int code = readWriteAheadMode(m_database.connection.get(), ahead);
     if (ahead)
@@ -211,10 +195,11 @@ StoreResult SqliteStore::begin() {
         code = m_database.connection.execute("BEGIN IMMEDIATE");
     if (code != SQLITE_OK)
         return m_database.failure(code);
-    if (!isReplaced())
-        return {};
-    rollback();
-    return faultResult(eStoreFault::kReplaced, name());
+    StoreResult result =
+        isReplaced() ? faultResult(eStoreFault::kReplaced, name()) : m_version.bringForward(m_path);
+    if (!result)
+        rollback();
+    return result;
 }
 
 StoreResult SqliteStore::apply(const TableChange& change, std::vector<StoreConflict>& conflicts) {
@@ -233,20 +218,24 @@ StoreResult SqliteStore::commit() {
                            translated("a part of the change was not applied").toStdString());
     }
     int code = markChange(m_database.connection.get());
-    if (code == SQLITE_OK)
+    StoreResult result = code == SQLITE_OK ? m_version.keepBackup() : m_database.failure(code);
+    if (result)
         code = m_database.connection.execute("COMMIT");
-    if (code == SQLITE_OK) {
-        m_writer.finish(true);
-        return isReplaced() ? faultResult(eStoreFault::kReplacedMeanwhile, name()) : StoreResult();
+    if (code != SQLITE_OK)
+        result = m_database.failure(code);
+    if (!result) {
+        rollback();
+        return result;
     }
-    const StoreResult result = m_database.failure(code);
-    rollback();
-    return result;
+    m_writer.finish(true);
+    m_version.finish(true);
+    return isReplaced() ? faultResult(eStoreFault::kReplacedMeanwhile, name()) : StoreResult();
 }
 
 void SqliteStore::rollback() {
     m_writer.finish(false);
     m_hasConflict = false;
+    m_version.finish(false);
     if (m_database.connection.isInTransaction())
         m_database.connection.execute("ROLLBACK");
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/store/FileIdentity.h"
+#include "data/store/FileVersion.h"
 #include "data/store/LockWait.h"
 #include "data/store/SqliteWriter.h"
 
@@ -11,17 +12,14 @@ class SqliteStore;
 /// What came of opening a file.
 struct OpenedStore {
     std::unique_ptr<SqliteStore> store; ///< null when the file cannot be used
-    std::string message; ///< why it cannot be used, or why it was opened for reading only although writing
-                         ///< was asked for; otherwise empty
+    std::string message; ///< why it cannot be used, or why it may only be read although writing was asked
+                         ///< for; empty for a newer version, of which `whyTooNew` tells
 };
 
 /// A style database in an SQLite file. While it is open the process must not touch the file by other means
 /// than its entry in the folder: closing any other handle of it would drop the locks held here.
 class SqliteStore final : public StyleStore {
 public:
-    static constexpr std::int32_t kApplicationId = 0x44534442; ///< "DSDB" in the file's header
-    static constexpr std::int32_t kSchemaVersion = 1;          ///< user_version in the file's header
-
     enum class eMode { kRead, kWrite };
     /// How thoroughly the file is checked for damage before it is used.
     enum class eCheck {
@@ -33,7 +31,8 @@ public:
     /// Opens an existing file. In `kRead` neither the file nor its folder is touched. Where `kWrite` is asked
     /// for and the file or its folder may not be written, it is opened for reading, with a message. A file in
     /// write-ahead mode can be opened in `kWrite` only, and leaves that mode when it is first written.
-    static OpenedStore open(const std::string& path, eMode mode, eCheck check = eCheck::kQuick);
+    static OpenedStore open(const std::string& path, eMode mode, eCheck check = eCheck::kQuick,
+                            const SchemaHistory& history = SchemaHistory::own());
 
     /// Makes a new database with all tables, empty. An existing file of that name is an error.
     static StoreResult create(const std::string& path);
@@ -41,13 +40,14 @@ public:
     /// whatever `path` named before, or only where it named nothing. It appears there whole and checked, or
     /// not at all.
     static StoreResult createWith(const std::string& path,
-                                  const std::function<StoreResult(StyleStore&)>& fill,
-                                  bool mayReplace = true);
+                                  const std::function<StoreResult(StyleStore&)>& fill, bool mayReplace = true,
+                                  const SchemaHistory& history = SchemaHistory::own());
 
     ~SqliteStore() override;
 
     const std::string& name() const override { return m_database.file; }
-    bool isReadOnly() const override { return m_readOnly; }
+    bool isReadOnly() const override { return m_readOnly || m_version.isNewer(); }
+    std::string whyTooNew() const override { return m_version.whyTooNew(); }
     StoreResult readTable(const TableSchema& table, RowArray& rows,
                           std::vector<ReadProblem>& problems) override;
     StoreResult beginRead(std::int64_t& state) override;
@@ -64,14 +64,13 @@ public:
 private:
     friend class SqliteCreation;
 
-    SqliteStore(std::string path, std::string displayName);
+    SqliteStore(std::string path, std::string displayName, const SchemaHistory& history);
 
     StoreResult openChecked(eCheck check);
     StoreResult openFile();
     void close();
     StoreResult configure();
     StoreResult leaveWriteAheadMode();
-    StoreResult checkVersion();
     StoreResult checkDamage(eCheck check);
     bool isReplaced() const;
 
@@ -80,6 +79,7 @@ private:
     LockWait m_wait;
     SqliteDatabase m_database;
     SqliteWriter m_writer;
+    FileVersion m_version;
     std::int64_t m_dataVersion = 0;
     bool m_readOnly = true;
     bool m_hasConflict = false; ///< in the open transaction

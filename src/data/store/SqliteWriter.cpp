@@ -73,7 +73,7 @@ void SqliteWriter::finish(bool kept) {
     m_statements.clear();
     if (kept)
         for (const auto& [key, column] : m_mended)
-            m_database.unreadable.forget(key, *column);
+            m_database.unreadable->forget(key, *column);
     m_mended.clear();
 }
 
@@ -204,13 +204,13 @@ StoreResult SqliteWriter::updateRow(const TableSchema& table, const SqliteStatem
     if (sqlite3_changes(m_database.connection.get()) == 0)
         return tellDifferences(table, cells, conflicts);
     for (const CellChange* cell : cells)
-        if (m_database.unreadable.find(cell->key, *cell->column))
+        if (m_database.unreadable->find(cell->key, *cell->column))
             m_mended.emplace_back(cell->key, cell->column);
     return {};
 }
 
 void SqliteWriter::bindStored(const SqliteStatement& statement, int parameter, const CellChange& cell) const {
-    if (sqlite3_value* stored = m_database.unreadable.find(cell.key, *cell.column))
+    if (sqlite3_value* stored = m_database.unreadable->find(cell.key, *cell.column))
         sqlite3_bind_value(statement.get(), parameter, stored);
     else
         statement.bind(parameter, cell.stored);

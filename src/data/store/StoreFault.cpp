@@ -24,10 +24,13 @@ constexpr std::pair<eStoreFault, const char*> kPatterns[] = {
     {eStoreFault::kOtherApplication,
      translatable("The database \"%s\" belongs to another program; choose a style database.")},
     {eStoreFault::kNewerVersion,
-     translatable("The style database \"%s\" was written by a newer version of this program "
-                  "(%s); update the program to open it.")},
+     translatable("The style database \"%s\" was made by a newer version of the program (%s); it can be "
+                  "read, but not changed.")},
     {eStoreFault::kUnknownVersion,
      translatable("The style database \"%s\" has an unknown version (%s); restore it from a copy.")},
+    {eStoreFault::kNotMigrated,
+     translatable("The style database \"%s\" is of an earlier version and cannot be brought to the present "
+                  "one (%s); restore it from a copy.")},
     {eStoreFault::kDamaged,
      translatable("The style database \"%s\" is damaged (%s); restore it from a copy.")},
     {eStoreFault::kLocked,
@@ -133,6 +136,22 @@ eStoreFault faultOfOpening(int systemError) {
         return eStoreFault::kInputOutput;
     default:
         return eStoreFault::kUnreadable;
+    }
+}
+
+eStoreFault faultOfSystem(int systemError) {
+    switch (systemError) {
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return eStoreFault::kFolderReadOnly;
+    case ENOENT:
+    case ENOTDIR:
+        return eStoreFault::kFolderMissing;
+    case EEXIST:
+        return eStoreFault::kExists;
+    default:
+        return isDiskFull(systemError) ? eStoreFault::kDiskFull : eStoreFault::kInputOutput;
     }
 }
 

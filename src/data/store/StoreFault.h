@@ -11,6 +11,7 @@ enum class eStoreFault {
     kOtherApplication,
     kNewerVersion,
     kUnknownVersion,
+    kNotMigrated, ///< an earlier version, with content that the present one cannot be made of
     kDamaged,
     kLocked,
     kUnreadable,
@@ -46,6 +47,9 @@ StoreResult faultResult(eStoreFault fault, const std::string& file, const std::s
 
 /// Why a file could not be opened; `systemError` is the errno that came with it, or 0.
 eStoreFault faultOfOpening(int systemError);
+
+/// What hindered making a file beside another one; `systemError` is the errno.
+eStoreFault faultOfSystem(int systemError);
 
 /// What an SQLite result code means; `systemError` is the errno that came with it, or 0.
 eStoreFault faultOfCode(int code, int systemError);

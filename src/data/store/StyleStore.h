@@ -64,6 +64,9 @@ public:
     /// File name or connection, for sentences to the user.
     virtual const std::string& name() const = 0;
     virtual bool isReadOnly() const = 0;
+    /// One sentence when a newer version of the program made the database: then it is read-only, and may hold
+    /// more than can be read here. Otherwise empty.
+    virtual std::string whyTooNew() const { return {}; }
 
     /// Reads all rows of `table`, sorted by key, into the empty array `rows`. Cells that do not fit their
     /// column keep the default and are reported in `problems`; a missing table or column likewise. A later
