@@ -49,6 +49,8 @@ int compactCommand(DataFolder&, const CompactOptions& options) {
         return refuse(chosen.error);
     const SourceId id = chosen.ids.front();
     StyleSource& source = *StyleDatabases::current().source(id);
+    if (const std::string tooNew = StyleDatabases::current().whyTooNew(id); !tooNew.empty())
+        return refuse(KorString(tooNew));
     if (!options.dryRun && !StyleDatabases::current().isEditable(id))
         return refuse(
             KorString::format(translated("The source \"%s\" is read-only, so nothing was removed from it."),

@@ -112,6 +112,10 @@ int write(const RowChoice& row, const Column& column, const CellValue& value) {
 }
 
 int set(const RowChoice& row, const Column& column, const SetOptions& options) {
+    if (const std::string tooNew = StyleDatabases::current().whyTooNew(row.source); !tooNew.empty()) {
+        complainUnlessTold(KorString(tooNew));
+        return kExitFailed;
+    }
     if (!StyleDatabases::current().isEditable())
         return refuse(
             kExitFailed,

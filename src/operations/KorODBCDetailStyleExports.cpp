@@ -70,8 +70,10 @@ Route routeBetween(SourceId from, SourceId to) {
         route.fault = Exports::kNoSuchSource;
     else if (from == to)
         route.fault = Exports::kSameSource;
-    else if (!databases.isEditable(to))
+    else if (!databases.isEditable(to)) {
         route.fault = Exports::kReadOnlyTarget;
+        route.reason = databases.whyTooNew(to);
+    }
     for (StyleSource* end : {route.from, route.to}) {
         if (route.fault != Exports::kDone)
             break;

@@ -79,13 +79,22 @@ KorDSMDatabaseItem* groupElsewhere(const KorDSMDatabaseItem& item) {
                   : nullptr;
 }
 
-} // namespace
-
-KorString whyNotWritable(SourceId source) {
+KorString noteOf(SourceId source) {
     StyleDatabases& databases = StyleDatabases::current();
     if (!databases.source(source) || databases.isEditable(source))
         return {};
     return KorString::format(Prompts::dsm(kReadOnly), {KorDSMWhereUsed::sourceName(source)});
+}
+
+} // namespace
+
+KorString whyNotWritable(SourceId source) {
+    const std::string tooNew = StyleDatabases::current().whyTooNew(source);
+    return tooNew.empty() ? noteOf(source) : KorString(tooNew);
+}
+
+KorString readOnlyNote(const KorDSMDatabaseItem& item) {
+    return noteOf(KorDSMItemSource::sourceOf(&item));
 }
 
 KorString whyNotWritable(const KorDSMDatabaseItem& item) {

@@ -77,6 +77,8 @@ int viewsListedIn(const KorDSMDatabaseItem& category);
 /// source. Commands say so before they ask the user for anything.
 KorString whyNotWritable(SourceId source);
 KorString whyNotWritable(const KorDSMDatabaseItem& item);
+/// The same in a few words, for the status line.
+KorString readOnlyNote(const KorDSMDatabaseItem& item);
 /// Gives the item's record another name; for a detail style also its master. All items that show the record
 /// take the name. Refused for an empty name, for one that is taken (upper and lower case differ), and where
 /// the source is read-only. The name that it has already is no change, and done.

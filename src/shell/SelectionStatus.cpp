@@ -27,13 +27,15 @@ SelectionStatus::SelectionStatus(SectionViews& sections, NameFilter& filter, Tre
 
 void SelectionStatus::show() {
     KorString status;
-    KorString whyNotWritable;
+    KorString note;
+    KorString reason;
     if (const KorDSMDatabaseItem* item = m_selection.item()) {
         const KorString text = m_sections.currentControl().getItemText(m_selection.entry());
         status = KorDSMValueText::shortName(statusTextOf(*item, text));
-        whyNotWritable = KorDSMItemCommands::whyNotWritable(*item);
+        note = KorDSMItemCommands::readOnlyNote(*item);
+        reason = KorDSMItemCommands::whyNotWritable(*item);
     }
-    m_status.show(status, whyNotWritable);
+    m_status.show(status, note, reason);
     updateCommands();
 }
 

@@ -30,9 +30,10 @@ StatusLine::StatusLine(QWidget& window) : m_progressText(KorControls::find<QLabe
     line->addWidget(m_readOnly);
 }
 
-void StatusLine::show(const KorString& status, const KorString& whyNotWritable) {
+void StatusLine::show(const KorString& status, const KorString& note, const KorString& reason) {
     m_status->setText(toQt(status));
-    m_readOnly->setText(toQt(whyNotWritable));
+    m_readOnly->setText(toQt(note));
+    m_readOnly->setToolTip(reason == note ? QString() : toQt(reason));
 }
 
 void StatusLine::say(const KorString& text) {

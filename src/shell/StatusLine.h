@@ -14,7 +14,8 @@ public:
     /// Fills the line of the window's template. The window owns what is added.
     explicit StatusLine(QWidget& window);
 
-    void show(const KorString& status, const KorString& whyNotWritable);
+    /// `note` says in a few words that nothing can be changed, `reason` why, where there is more to say.
+    void show(const KorString& status, const KorString& note, const KorString& reason);
     /// Says something else until the next status comes.
     void say(const KorString& text);
     /// Shows progress in place of the status; paints at once, while what the user does waits.

@@ -88,6 +88,30 @@ TEST_F(IncompleteTest, NothingIsConcludedFromWhatIsAbsent) {
     }
 }
 
+TEST_F(IncompleteTest, ANewerDatabaseIsShownAndRefusesWhatWouldChangeItOrLoseWhatIsNotKnown) {
+    damageUser("PRAGMA user_version = 99");
+    const std::vector<std::vector<std::string>> refused = {
+        {"export", "Beam", path("out.dsdb"), "--source", "user"},
+        {"import", path("sound.dsdb")},
+        {"compact"},
+        {"compact", "--dry-run"},
+        {"set", "length-clip", "Long", "name", "Zz"},
+    };
+    const std::string reason = "(version 99); it can be read, but not changed.";
+    for (const auto& words : refused) {
+        const Outcome outcome = runHere(words);
+        EXPECT_EQ(outcome.exitCode, 1) << words.front();
+        EXPECT_EQ(outcome.files, before) << words.front();
+        EXPECT_EQ(outcome.said, "");
+        EXPECT_TRUE(has(outcome.complained, reason)) << words.front() << outcome.complained;
+        EXPECT_EQ(outcome.complained.find(reason), outcome.complained.rfind(reason)) << "told once";
+    }
+    const Outcome listed = runHere({"list", "--source", "user"});
+    EXPECT_TRUE(has(listed.said, "Beam") && has(listed.complained, reason)) << listed.complained;
+    const Outcome checked = runHere({"check"});
+    EXPECT_TRUE(has(checked.said, reason) && has(checked.said, "nothing is said about")) << checked.said;
+}
+
 TEST_F(IncompleteTest, WhatIsMerelyOutOfRangeIsWhole) {
     damageUser("UPDATE detail_style SET title_position = 99");
     const Outcome exported = runHere({"export", "Beam", path("out.dsdb")});

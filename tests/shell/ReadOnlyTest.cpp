@@ -9,19 +9,27 @@
 TEST_F(EditorFixture, WhereNothingCanBeWrittenACommandSaysSoBeforeItAsks) {
     open();
     const KorTreeHandle style = select(kStyle);
-    ASSERT_TRUE(m_databases->openFile(SourceId::user(), path("user.dsdb"), true));
-    ASSERT_FALSE(KorOdbcMan::getEditableStatus());
     constexpr int kCommands[] = {1029, 1033, 1034, 1035, 1039};
-    for (const int id : kCommands) {
-        QString said;
-        answerNext([&said](QWidget* modal) {
-            if (auto* box = qobject_cast<QMessageBox*>(modal))
-                said = box->text();
-            QTest::keyClick(modal, Qt::Key_Escape);
-        });
-        command(id);
-        EXPECT_EQ(said, "\"User\" can be read, not changed") << id;
-        EXPECT_EQ(tree().selectedItem(), style);
+    const QString sentences[] = {"\"User\" can be read, not changed",
+                                 QString::fromStdString("The style database \"" + path("user.dsdb") +
+                                                        "\" was made by a newer version of the program "
+                                                        "(version 99); it can be read, but not changed.")};
+    for (const bool isNewer : {false, true}) {
+        if (isNewer)
+            storeElsewhere("user.dsdb", "PRAGMA user_version = 99");
+        ASSERT_TRUE(m_databases->openFile(SourceId::user(), path("user.dsdb"), !isNewer));
+        ASSERT_FALSE(KorOdbcMan::getEditableStatus());
+        for (const int id : kCommands) {
+            QString said;
+            answerNext([&said](QWidget* modal) {
+                if (auto* box = qobject_cast<QMessageBox*>(modal))
+                    said = box->text();
+                QTest::keyClick(modal, Qt::Key_Escape);
+            });
+            command(id);
+            EXPECT_EQ(said, sentences[isNewer]) << id;
+            EXPECT_EQ(tree().selectedItem(), style);
+        }
     }
     EXPECT_FALSE(isPending());
 }
