@@ -79,10 +79,6 @@ void KorDSMCommit::discard() {
     KorOdbcMan::m_DSMReloadInfo = 1;
 }
 
-bool KorDSMCommit::isAnythingPending() {
-    return !StyleDatabases::current().pending().isEmpty();
-}
-
 bool KorDSMCommit::isChangedOutside() {
     return StyleDatabases::current().isChangedOutside();
 }

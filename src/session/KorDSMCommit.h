@@ -22,9 +22,6 @@ public:
     static Outcome keepAndGoOn();
     /// Takes the changes back that were not kept.
     static void discard();
-    /// Whether there are changes that are not kept yet.
-    static bool isAnythingPending();
-
     /// Whether another program seems to have changed a database since it was read.
     static bool isChangedOutside();
     /// Reads the sources again that another program changed.

@@ -41,3 +41,16 @@ void KorDSMItemContent::loadChildren(KorDSMDatabaseItem& item) {
         KorDSMDependencies::refreshRecord(*child);
     KorDSMDependencies::createChildren(item);
 }
+
+bool KorDSMItemContent::canBeOpened(const KorDSMDatabaseItem& item, bool fullExpand) {
+    if (!item.children().isEmpty())
+        return true;
+    if (dynamic_cast<const KorDsmAddInContentItem*>(&item))
+        return !item.m_bExpanded;
+    if (item.m_bExpanded || !KorDSMDependencies::canHaveDependents(item.m_Type))
+        return false;
+    const KorDSMDatabaseItem* parent = item.m_pParent;
+    const bool isDependency = parent && parent->record() && !KorDSMDefines::isGroupType(parent->m_Type) &&
+                              parent->m_Type != KorDSMDefines::kDetailStyle;
+    return fullExpand || !isDependency;
+}

@@ -10,4 +10,8 @@ bool load(KorDSMDatabaseItem& item);
 /// Reads what is below the item, if it was not opened yet.
 void loadChildren(KorDSMDatabaseItem& item);
 
+/// Whether there is, or can be, anything below the item. Without `fullExpand` what a record depends on is
+/// shown, but not opened in turn.
+bool canBeOpened(const KorDSMDatabaseItem& item, bool fullExpand);
+
 } // namespace KorDSMItemContent

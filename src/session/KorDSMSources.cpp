@@ -15,6 +15,11 @@ KorString nameOf(const KorDsmSectionItem& section, const KorDSMDatabaseItem& dat
 
 } // namespace
 
+int KorDSMSources::imageOf(const KorDSMDatabaseItem& item) {
+    const auto* addIn = dynamic_cast<const KorDsmAddInContentItem*>(&item);
+    return addIn && addIn->m_ImageIndex >= 0 ? addIn->m_ImageIndex : item.m_IconIndex;
+}
+
 std::vector<KorDSMSources::Entry> KorDSMSources::entriesOf(KorDsmSectionItem& section,
                                                            const KorString& delimiter) {
     std::vector<Entry> entries;
@@ -32,10 +37,9 @@ std::vector<KorDSMSources::Entry> KorDSMSources::entriesOf(KorDsmSectionItem& se
             continue;
         }
         for (KorDSMDatabaseItem* child : database->children()) {
-            const auto& addIn = static_cast<const KorDsmAddInContentItem&>(*child);
-            const KorString addInPath = KorString::format("%s%s%s", {path, delimiter, addIn.m_Name});
-            entries.push_back(
-                {addInPath, addIn.m_ImageIndex >= 0 ? addIn.m_ImageIndex : addIn.m_IconIndex, child});
+            const KorString addInPath = KorString::format(
+                "%s%s%s", {path, delimiter, static_cast<const KorDsmAddInContentItem&>(*child).m_Name});
+            entries.push_back({addInPath, imageOf(*child), child});
             addGroups(*child, addInPath);
         }
     }

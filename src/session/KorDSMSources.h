@@ -15,6 +15,8 @@ struct Entry {
     KorDSMDatabaseItem* node = nullptr;
     bool operator==(const Entry&) const = default;
 };
+/// The picture of an item: of an add-in its own, once it was added to the pictures.
+int imageOf(const KorDSMDatabaseItem& item);
 /// All of a section, in the order in which they are shown. A single add-in of a database has no level of its
 /// own.
 std::vector<Entry> entriesOf(KorDsmSectionItem& section, const KorString& delimiter);

@@ -1,6 +1,6 @@
 #include "shell/ApplyState.h"
 
-#include "session/KorDSMCommit.h"
+#include "session/KorDSMUndo.h"
 #include "shell/KorDSMUndoStrip.h"
 #include "shell/RightSide.h"
 
@@ -26,7 +26,7 @@ void ApplyState::setApplied() {
 }
 
 void ApplyState::update() {
-    m_apply.setEnabled(KorDSMCommit::isAnythingPending());
+    m_apply.setEnabled(KorDSMUndo::canUndo());
     m_undo.update();
 }
 

@@ -4,6 +4,7 @@
 #include "model/items/KorDsmItems.h"
 #include "session/KorDSMItemContent.h"
 #include "session/KorDSMItemPath.h"
+#include "session/KorDSMSources.h"
 
 #include <algorithm>
 
@@ -30,24 +31,13 @@ KorDSMDatabaseItem* KorDSMSectionTree::itemOf(KorTreeHandle entry) {
 }
 
 bool KorDSMSectionTree::canBeOpened(const KorDSMDatabaseItem& item) const {
-    if (!item.children().isEmpty())
-        return true;
-    if (dynamic_cast<const KorDsmAddInContentItem*>(&item))
-        return !item.m_bExpanded;
-    if (item.m_bExpanded || !KorDSMDependencies::canHaveDependents(item.m_Type))
-        return false;
-    // Without full expansion, what a record depends on is shown but not opened in turn.
-    const KorDSMDatabaseItem* parent = item.m_pParent;
-    const bool isDependency = parent && parent->record() && !KorDSMDefines::isGroupType(parent->m_Type) &&
-                              parent->m_Type != KorDSMDefines::kDetailStyle;
-    return m_structure.getUseFullExpand() || !isDependency;
+    return KorDSMItemContent::canBeOpened(item, m_structure.getUseFullExpand());
 }
 
 KorTreeItem KorDSMSectionTree::entryFor(KorDSMDatabaseItem& item) const {
-    const auto* addIn = dynamic_cast<const KorDsmAddInContentItem*>(&item);
     KorTreeItem entry;
     entry.text = item.getDisplayName();
-    entry.image = addIn && addIn->m_ImageIndex >= 0 ? addIn->m_ImageIndex : item.m_IconIndex;
+    entry.image = KorDSMSources::imageOf(item);
     entry.placeholder = canBeOpened(item);
     return entry;
 }
@@ -134,49 +124,13 @@ void KorDSMSectionTree::insertChildren(KorDSMDatabaseItem& item, KorTreeHandle e
     entries.reserve(static_cast<std::size_t>(item.children().length()));
     for (KorDSMDatabaseItem* child : item.children()) {
         entries.push_back(entryFor(*child));
-        entries.back().hidden = !passes(*child);
+        entries.back().hidden = !m_search.passes(*child);
     }
     KorTreeHandle handle = m_tree->insertItems(entry, entries);
     for (KorDSMDatabaseItem* child : item.children()) {
         bind(*child, handle);
         handle = m_tree->getNextSiblingItem(handle);
     }
-}
-
-// What records depend on is not searched: it is made and dropped as the user works.
-void KorDSMSectionTree::indexNames(KorDSMDatabaseItem& item) {
-    if (KorDSMDependencies::canHaveDependents(item.m_Type))
-        return;
-    KorDSMItemContent::load(item);
-    for (KorDSMDatabaseItem* child : item.children()) {
-        m_names.emplace_back(child->getDisplayName().lowered(), child);
-        indexNames(*child);
-    }
-}
-
-// A scan over folded names takes a fraction of what filtering entries would.
-std::vector<KorDSMDatabaseItem*> KorDSMSectionTree::findMatches() {
-    std::vector<KorDSMDatabaseItem*> found;
-    m_matches.clear();
-    m_aboveMatches.clear();
-    for (const auto& [name, item] : m_names) {
-        if (name.view().find(m_filter.view()) == std::string_view::npos)
-            continue;
-        found.push_back(item);
-        m_matches.insert(item);
-        for (const KorDSMDatabaseItem* above = item->m_pParent; above && m_aboveMatches.insert(above).second;)
-            above = above->m_pParent;
-    }
-    return found;
-}
-
-bool KorDSMSectionTree::passes(const KorDSMDatabaseItem& item) const {
-    if (m_filter.isEmpty() || m_aboveMatches.contains(&item))
-        return true;
-    const KorDSMDatabaseItem* step = &item;
-    while (step && !m_matches.contains(step))
-        step = step->m_pParent;
-    return step != nullptr;
 }
 
 void KorDSMSectionTree::openFirst(const std::vector<KorDSMDatabaseItem*>& found) {
@@ -196,31 +150,26 @@ std::vector<KorTreeHandle> KorDSMSectionTree::openAboveSelection() const {
 
 bool KorDSMSectionTree::setFilter(const KorString& text) {
     const KorTreeHandle root = m_tree->getRoot();
-    m_filter = text.trimmed().lowered();
-    if (m_filter.isEmpty() || !root) {
-        m_names.clear();
+    if (text.trimmed().isEmpty() || !root) {
+        m_search.clear();
         const std::vector<KorTreeHandle> open = openAboveSelection();
         m_tree->setFilter(nullptr);
         for (KorTreeHandle entry : open)
             m_tree->expand(entry);
         return true;
     }
-    if (m_names.empty())
-        indexNames(*itemOf(root));
-    const std::vector<KorDSMDatabaseItem*> found = findMatches();
+    const std::vector<KorDSMDatabaseItem*> found = m_search.find(*itemOf(root), text);
     m_tree->setFilter([this, root](const KorTreeEntry& entry) {
         const auto* data = static_cast<const KorDSMTreeItemData*>(entry.data);
-        return &entry == root || (data && data->getItem() && passes(*data->getItem()));
+        return &entry == root || (data && data->getItem() && m_search.passes(*data->getItem()));
     });
     openFirst(found);
     return !found.empty();
 }
 
 KorTreeHandle KorDSMSectionTree::firstMatch() {
-    for (const auto& [name, item] : m_names)
-        if (m_matches.contains(item))
-            return reveal(*item);
-    return nullptr;
+    KorDSMDatabaseItem* item = m_search.first();
+    return item ? reveal(*item) : nullptr;
 }
 
 // Where the children of an item have their entries: the only content node of a database has none of its own.

@@ -2,9 +2,9 @@
 
 #include "controls/KorTreeCtrl.h"
 #include "model/KorDSMDataStructure.h"
+#include "session/KorDSMNameSearch.h"
 
 #include <functional>
-#include <unordered_set>
 
 /// One section's tree: shows items as entries, makes the entries below one when it is opened, and ties
 /// entries and items together.
@@ -34,7 +34,7 @@ public:
     /// The entry of the first item whose name contains the text of the filter, or null.
     KorTreeHandle firstMatch();
     /// Items came, went or changed their names: the next filter looks at all of them anew.
-    void namesChanged() { m_names.clear(); }
+    void namesChanged() { m_search.namesChanged(); }
 
     /// The entry's item data, or null.
     static KorDSMTreeItemData* dataOf(KorTreeHandle entry);
@@ -62,10 +62,7 @@ private:
     static KorTreeHandle entryOfChildren(const KorDSMDatabaseItem& item);
     bool canBeOpened(const KorDSMDatabaseItem& item) const;
     KorTreeItem entryFor(KorDSMDatabaseItem& item) const;
-    void indexNames(KorDSMDatabaseItem& item);
-    std::vector<KorDSMDatabaseItem*> findMatches();
     void openFirst(const std::vector<KorDSMDatabaseItem*>& found);
-    bool passes(const KorDSMDatabaseItem& item) const;
     std::vector<KorTreeHandle> openAboveSelection() const;
     KorTreeHandle childWithText(KorTreeHandle entry, const KorString& text) const;
 
@@ -73,8 +70,5 @@ private:
     KorDSMDataStructure& m_structure;
     KorDsmSectionItem& m_section;
     std::function<void(KorTreeHandle)> m_entryGone;
-    KorString m_filter;                                             // in lower case
-    std::vector<std::pair<KorString, KorDSMDatabaseItem*>> m_names; // in lower case, while a filter is set
-    std::unordered_set<const KorDSMDatabaseItem*> m_matches;
-    std::unordered_set<const KorDSMDatabaseItem*> m_aboveMatches;
+    KorDSMNameSearch m_search;
 };

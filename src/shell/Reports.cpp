@@ -5,6 +5,7 @@
 #include "model/KorDSMBusy.h"
 #include "services/KorHostReport.h"
 #include "services/Prompts.h"
+#include "session/KorDSMUndo.h"
 #include "shell/ApplyState.h"
 #include "shell/WindowRefresh.h"
 
@@ -58,7 +59,7 @@ std::vector<OutsideChange> Reports::follow(const KorDSMCommit::Read& read) {
         if (!change.error.empty())
             KorHostReport::add(KorString(change.error));
     m_refresh.reload();
-    if (KorDSMCommit::isAnythingPending())
+    if (KorDSMUndo::canUndo())
         m_applyState.setModified(true);
     m_applyState.update();
     return changes;

@@ -44,7 +44,7 @@ void WindowLeaving::apply() {
 }
 
 WindowLeaving::eAnswer WindowLeaving::askAboutPending() {
-    if (!KorDSMDialogFactory::asksBeforeLeaving || !KorDSMCommit::isAnythingPending())
+    if (!KorDSMDialogFactory::asksBeforeLeaving || !KorDSMUndo::canUndo())
         return eAnswer::kNotAsked;
     const std::vector<KorString> steps = KorDSMUndo::undoSteps(std::numeric_limits<std::size_t>::max());
     const KorString number = KorString::number(static_cast<std::int64_t>(steps.size()));
@@ -139,5 +139,5 @@ WindowLeaving::eWay WindowLeaving::use() {
 }
 
 bool WindowLeaving::mayEscape() const {
-    return !m_applyState.isModified() && !KorDSMCommit::isAnythingPending();
+    return !m_applyState.isModified() && !KorDSMUndo::canUndo();
 }
