@@ -2,7 +2,8 @@
 
 #include "base/Translation.h"
 #include "data/StyleDatabases.h"
-#include "data/store/SqliteCreation.h"
+#include "data/store/LeftDatabases.h"
+#include "data/store/SqliteStore.h"
 #include "services/AddInManager.h"
 #include "services/KOSettings.h"
 #include "services/KorHostReport.h"
@@ -64,7 +65,7 @@ void DataFolder::openUserDatabase(const fs::path& file) {
     std::error_code error;
     const bool isThere = fs::exists(fs::symlink_status(file, error));
     const StoreResult made = isThere ? StoreResult() : SqliteStore::create(file.string());
-    SqliteCreation::removeLeftovers(m_folder.string());
+    removeLeftDatabases(m_folder.string());
     if (made || fs::exists(file, error)) { // another start may have made it meanwhile
         openSource(SourceId::user(), file);
         return;

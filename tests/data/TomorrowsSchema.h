@@ -52,13 +52,13 @@ inline const TableSchema& tomorrowsTable(eTableType type) {
 }
 
 inline const SchemaHistory& tomorrowsHistory() {
-    static const SchemaHistory history(tomorrowsTables(),
-                                       {{1, "the first version"},
-                                        {2, "widths of lines, and plates"},
-                                        {3,
-                                         "scales in tenths",
-                                         {"UPDATE view_request SET scale = scale * 10",
-                                          "UPDATE linetype SET width = 0.5, note = 'thick' WHERE \"key\" = 1",
-                                          "INSERT INTO plate (\"key\", name) VALUES (1, 'Base plate')"}}});
+    static const SchemaHistory history(
+        tomorrowsTables(),
+        {{1, "the first version"},
+         {2, "widths of lines, and plates", {"INSERT INTO plate VALUES (1, 'Base plate', 12.5)"}},
+         {3,
+          "scales in tenths",
+          {"UPDATE view_request SET scale = scale * 10",
+           "UPDATE linetype SET width = 0.5, note = 'thick' WHERE \"key\" = 1"}}});
     return history;
 }

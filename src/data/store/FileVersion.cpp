@@ -10,7 +10,7 @@ StoreResult FileVersion::look() {
         code = m_database.connection.queryInteger("PRAGMA user_version", m_version);
     if (code != SQLITE_OK)
         return m_database.failure(code);
-    if (application != kApplicationId)
+    if (application != SchemaHistory::kApplicationId)
         return faultResult(eStoreFault::kOtherApplication, m_database.file);
     if (m_version < m_history.oldest())
         return faultResult(eStoreFault::kUnknownVersion, m_database.file, std::to_string(m_version));
@@ -63,15 +63,11 @@ StoreResult FileVersion::bringForward(const std::string& path) {
 }
 
 void FileVersion::finish(bool kept) {
-    if (!m_backup)
-        return;
-    m_backup.reset();
-    if (kept) {
+    if (m_backup && kept) {
         m_version = m_history.current();
         m_copy.reset();
-    } else {
-        m_database.forgetLayouts();
     }
+    m_backup.reset();
 }
 
 void FileVersion::forget() {

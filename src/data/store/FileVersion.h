@@ -9,8 +9,6 @@
 /// that is committed brings the file itself there. One of a newer version is read as it is, and not written.
 class FileVersion {
 public:
-    static constexpr std::int32_t kApplicationId = 0x44534442; ///< "DSDB" in the file's header
-
     /// `database` is the open file, and outlives this, as does `history`.
     FileVersion(SqliteDatabase& database, const SchemaHistory& history)
         : m_database(database), m_history(history), m_version(history.current()) {}

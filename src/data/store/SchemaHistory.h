@@ -14,6 +14,8 @@ struct SchemaVersion {
 /// them added. What a version adds follows from the declarations; what it converts is written out.
 class SchemaHistory {
 public:
+    static constexpr std::int32_t kApplicationId = 0x44534442; ///< "DSDB" in the header of every database
+
     /// `versions` count up by one; `tables` must outlive the history.
     SchemaHistory(const std::vector<TableSchema>& tables, std::vector<SchemaVersion> versions);
     /// That of this program.

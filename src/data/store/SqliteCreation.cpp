@@ -1,28 +1,11 @@
 #include "data/store/SqliteCreation.h"
 
+#include "data/store/LeftDatabases.h"
 #include "data/store/LeftJournal.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <filesystem>
-
-namespace {
-
-// The identifier is written before anything else is.
-bool isStyleDatabase(int handle) {
-    constexpr off_t kIdentifierAt = 68;
-    std::array<char, 16> title{};
-    std::array<unsigned char, 4> id{};
-    return pread(handle, title.data(), title.size(), 0) == static_cast<ssize_t>(title.size()) &&
-           std::string_view(title.data(), title.size()) == std::string_view("SQLite format 3\0", 16) &&
-           pread(handle, id.data(), id.size(), kIdentifierAt) == static_cast<ssize_t>(id.size()) &&
-           (id[0] << 24 | id[1] << 16 | id[2] << 8 | id[3]) == FileVersion::kApplicationId;
-}
-
-} // namespace
 
 SqliteCreation::SqliteCreation(std::string target, eTarget rule, const SchemaHistory& history)
     : m_target(std::move(target)), m_path(resolvedPath(m_target)), m_rule(rule), m_history(history) {}
@@ -35,7 +18,7 @@ StoreResult SqliteCreation::make(const std::function<StoreResult(StyleStore&)>& 
     StoreResult result = checkTarget();
     if (!result)
         return result;
-    removeLeftovers(std::filesystem::path(m_path).parent_path());
+    removeLeftDatabases(std::filesystem::path(m_path).parent_path());
     if (const int error = m_temporary.create(m_path, 0666))
         return fault(faultOfSystem(error), std::strerror(error));
     SqliteStore store(m_temporary.path(), m_target, m_history);
@@ -74,19 +57,13 @@ StoreResult SqliteCreation::checkTarget() const {
     return {};
 }
 
-void SqliteCreation::removeLeftovers(const std::string& folder) {
-    removeLeftTemporaryFiles(folder, [](const std::string&, int handle) {
-        return lseek(handle, 0, SEEK_END) == 0 || isStyleDatabase(handle);
-    });
-}
-
 // Nobody knows the file yet: neither a journal on the disk nor a sync in between would help anybody.
 StoreResult SqliteCreation::makeTables(SqliteStore& store) const {
     const SqliteConnection& connection = store.m_database.connection;
     std::vector<std::string> statements = {
         "PRAGMA journal_mode = MEMORY",
         "PRAGMA synchronous = OFF",
-        "PRAGMA application_id = " + std::to_string(FileVersion::kApplicationId),
+        "PRAGMA application_id = " + std::to_string(SchemaHistory::kApplicationId),
         "PRAGMA user_version = " + std::to_string(m_history.current()),
         "BEGIN IMMEDIATE",
     };

@@ -11,9 +11,6 @@ public:
 
     SqliteCreation(std::string target, eTarget rule, const SchemaHistory& history = SchemaHistory::own());
 
-    /// Removes unfinished files that killed programs left in a folder.
-    static void removeLeftovers(const std::string& folder);
-
     /// Makes the file with all tables and the rows that `fill` applies, in one transaction. Leftovers in its
     /// folder are removed first.
     StoreResult make(const std::function<StoreResult(StyleStore&)>& fill);

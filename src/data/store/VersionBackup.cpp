@@ -2,6 +2,7 @@
 
 #include "data/store/DatabaseFile.h"
 #include "data/store/FileIdentity.h"
+#include "data/store/LeftDatabases.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -76,6 +77,7 @@ StoreResult VersionBackup::fault(int systemError) const {
 }
 
 StoreResult VersionBackup::make(sqlite3* db) {
+    removeLeftDatabases(fs::path(m_path).parent_path());
     int error = m_temporary.create(m_path, m_mode);
     if (!error)
         error = copyFrom(db);
