@@ -206,6 +206,15 @@ TEST_F(EditorFixture, AStyleGoesIntoAFileAndComesInAgainUnlessEscapeIsPressed) {
     EXPECT_TRUE(said.startsWith("1 detail style was imported.")) << said.toStdString();
     EXPECT_TRUE(isPending());
     EXPECT_EQ(selected(), "HB post 1:15");
+
+    // Nothing new comes in, but what came before still has to be applied.
+    answerNext([&](QWidget* dialog) { nameFile(dialog, file); });
+    readNextMessage(said);
+    command(kImport);
+    EXPECT_TRUE(said.endsWith("1 was there already.")) << said.toStdString();
+    EXPECT_TRUE(button(kApply)->isEnabled());
+    EXPECT_EQ(KorDSMDialogFactory::getDSMDataStructure().getUpdateStatus(),
+              KorDSMDataStructure::kReloadRequested);
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_FALSE(isPending());
 }
@@ -309,11 +318,23 @@ TEST_F(EditorFixture, WhatIsCopiedWhereItIsUsedComesIntoItsOwnSectionToo) {
     tree().expand(select({"User", "Hallberg: workshop"}));
     const std::vector<std::string> before = inView("Hallberg: workshop");
     m_dialog->switchSection(KorDSMDefines::kViewDetailStyles);
-    select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front", "HB chain", "HB holes, running",
-            "HB start", "HB main profile"});
+    const auto isOffered = [this] {
+        const QList<QComboBox*> boxes = page()->findChildren<QComboBox*>();
+        return std::ranges::any_of(boxes, [](const QComboBox* box) {
+            return box->findText("HB copied profile", Qt::MatchEndsWith) >= 0;
+        });
+    };
+    const Path points = {"User",     "Hallberg: posts and beams", "HB post 1:15", "HB front",
+                         "HB chain", "HB holes, running",         "HB start"};
+    const auto entry = select(points);
+    EXPECT_FALSE(isOffered());
+    tree().selectItem(child(entry, "HB main profile"));
     answerNext([](QWidget* modal) { typeName(modal, "HB copied profile"); });
     command(kCopy);
     EXPECT_EQ(selected(), "HB copied profile");
+    select(points);
+    EXPECT_TRUE(isOffered());
+    tree().selectItem(child(entry, "HB copied profile"));
     EXPECT_EQ(inView("HB start").size(), 2U);
     m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
     EXPECT_EQ(inView("Hallberg: workshop").size(), before.size() + 1);

@@ -87,8 +87,10 @@ TEST_F(History, OutlastsWhatAnotherProgramStored) {
     };
     // Renamed there, it is the same place.
     storeElsewhere("user.dsdb", "UPDATE detail_style SET name='HB post 1:16' WHERE name='HB post 1:15'");
+    const std::size_t places = m_dialog->history().places().size();
     lookAround();
     EXPECT_EQ(selected(), "HB front");
+    EXPECT_EQ(m_dialog->history().places().size(), places);
     go(kBack);
     EXPECT_EQ(selected(), "HB post 1:16");
     EXPECT_TRUE(page()->isVisible());
