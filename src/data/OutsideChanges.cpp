@@ -1,4 +1,5 @@
 #include "base/KorAssert.h"
+#include "data/RowUsers.h"
 #include "data/StyleDatabases.h"
 #include "data/pending/PendingReplay.h"
 #include "data/store/LockWait.h"
@@ -80,20 +81,68 @@ StoreResult StyleDatabases::readWhole(SourceId id) {
     return open->readAll();
 }
 
+namespace {
+
+// What holds by now, not when the conflict was found.
+bool isUsed(StyleSource& source, RowRef row, const std::vector<RowRef>& going) {
+    return std::ranges::any_of(source.referrersOf(row.table, KorOdbcKey(row.key)), [&](const Referrer& user) {
+        return user.column->role != eReferenceRole::kPartOf &&
+               user.column->role != eReferenceRole::kIdentifies &&
+               std::ranges::find(going, wholeOf(source, {user.table->type, user.key})) == going.end();
+    });
+}
+
+} // namespace
+
 int StyleDatabases::keepMine(SourceId id, const OutsideConflict& conflict) {
     StyleSource* open = source(id);
-    const eTableType table = conflict.table->type;
-    const KorOdbcKey key(conflict.key);
-    if (!open || !conflict.reason.isEmpty() || !open->table(table).find(key))
+    if (!open || !conflict.reason.isEmpty() ||
+        !open->table(conflict.table->type).find(KorOdbcKey(conflict.key)))
         return WriteResult::kFailed;
-    int result = WriteResult::kFailed;
     const SourceId before = std::exchange(m_currentId, id);
-    if (conflict.kind == OutsideConflict::eKind::kCell) {
-        result = setCell(table, key, conflict.column->number, *conflict.mine);
-    } else if (conflict.kind == OutsideConflict::eKind::kDelete) {
-        removeRow(*open, table, key);
-        result = WriteResult::kWritten;
-    }
+    int result = WriteResult::kFailed;
+    if (conflict.kind == OutsideConflict::eKind::kCell)
+        result = keepCells(conflict.cells);
+    else if (conflict.kind == OutsideConflict::eKind::kDelete)
+        result = keepDeletion(*open, conflict);
     m_currentId = before;
     return result;
+}
+
+// All or none.
+int StyleDatabases::keepCells(const std::vector<WantedCell>& cells) {
+    std::vector<WantedCell> before;
+    int result = WriteResult::kWritten;
+    for (auto it = cells.begin(); it != cells.end() && result == WriteResult::kWritten; ++it) {
+        const StructRecord* row = here()->table(it->row.table).find(KorOdbcKey(it->row.key));
+        if (row)
+            before.push_back({it->row, it->column, it->column->read(row), {}});
+        result =
+            row ? setCell(it->row.table, it->row.key, it->column->number, it->mine) : WriteResult::kFailed;
+    }
+    for (auto it = before.rbegin(); it != before.rend() && result != WriteResult::kWritten; ++it)
+        setCell(it->row.table, it->row.key, it->column->number, it->mine);
+    return result;
+}
+
+int StyleDatabases::keepDeletion(StyleSource& source, const OutsideConflict& conflict) {
+    const RowRef row{conflict.table->type, conflict.key};
+    std::vector<RowRef> going = conflict.identifying;
+    going.push_back(row);
+    if (isUsed(source, row, going))
+        return WriteResult::kFailed;
+    const auto removeThere = [&](RowRef each) {
+        const bool isThere = source.table(each.table).find(KorOdbcKey(each.key));
+        if (isThere)
+            removeRow(source, each.table, KorOdbcKey(each.key));
+        return isThere;
+    };
+    for (const RowRef each : going)
+        removeThere(each);
+    for (bool again = true; again;) {
+        again = false;
+        for (const RowRef each : conflict.used)
+            again = (!isUsed(source, each, {each}) && removeThere(each)) || again;
+    }
+    return WriteResult::kWritten;
 }

@@ -2,11 +2,22 @@
 
 #include "data/store/StyleStore.h"
 #include "records/KorDSNDefinitions.h"
+#include "records/RowRef.h"
 
 #include <optional>
 
+/// A cell with what this program wants it to hold.
+struct WantedCell {
+    RowRef row;
+    const Column* column = nullptr;
+    CellValue mine;
+    KorString targetName = {}; ///< of the row that `mine` refers to, as it was known last
+};
+
 /// A pending change that could not be kept because another program changed the same thing in the file. The
-/// source shows what is stored now, or of a new row what is left of it.
+/// source shows what is stored now, or of a new row what is left of it. What belongs together is one
+/// conflict: the slots of one kind of a row, the names of a row and of what identifies it, and a row that was
+/// deleted with its parts, what identifies it, and what only it used.
 struct OutsideConflict {
     enum class eKind : std::uint8_t {
         kCell,   ///< a cell that both changed
@@ -24,7 +35,11 @@ struct OutsideConflict {
     std::optional<CellValue> stored; ///< what the cell holds now; none when the row is gone
     std::optional<CellValue> mine;   ///< what this program wrote into the cell; none for a whole row
     KorString targetName;            ///< of the row that `mine` refers to, as it was known last
-    KorString reason; ///< one sentence why this program's change does not hold any more; else empty
+    std::vector<WantedCell> cells;   ///< all that are decided with `column`, itself among them
+    std::vector<RowRef> identifying; ///< what goes with a row that was deleted, because it identifies it
+    std::vector<RowRef> used;        ///< what goes after it unless another row uses it by then
+    KorString reason;    ///< one sentence why this program's change does not hold any more; else empty
+    bool isMade = false; ///< whether the change is made all the same, in the way that `reason` says
 };
 
 /// What reading one source again brought.

@@ -112,8 +112,9 @@ public:
     /// The same for one source, changed or not. What was pending is one step of undo afterwards. Changes that
     /// hold no more (a name that is taken, a reference to nothing, a row that is in use) are conflicts.
     OutsideChange refresh(SourceId id);
-    /// Makes the pending change of a conflict again, upon what is stored now. Reads nothing. Returns a write
-    /// result; what has a reason not to hold, or concerns a row that is gone, is not made.
+    /// Makes the pending change of a conflict again, upon what is stored now, with all that belongs to it.
+    /// Reads nothing. Returns a write result; what has a reason not to hold, or concerns a row that is gone
+    /// or one that is in use, is not made.
     int keepMine(SourceId id, const OutsideConflict& conflict);
     /// Makes the changes that stand in `lost`, of another run of this program, upon what is stored now, as
     /// one group. Returns an entry for each source that has some. Where one of them has an error nothing was
@@ -133,6 +134,8 @@ private:
     void appendRow(StyleSource& source, eTableType type, StructRecord& record);
     void copyParts(StyleSource& source, eTableType type, KorOdbcKey from, std::int32_t to);
     void removeRow(StyleSource& source, eTableType type, KorOdbcKey key);
+    int keepCells(const std::vector<WantedCell>& cells);
+    int keepDeletion(StyleSource& source, const OutsideConflict& conflict);
     void apply(const PendingStep& step, bool forward);
     void abandonWalk();
     void keepSourceTable(StyleSource& source, eTableType type);

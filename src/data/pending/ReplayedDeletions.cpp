@@ -1,41 +1,103 @@
+#include "base/Translation.h"
 #include "data/RowClosure.h"
 #include "data/RowUsers.h"
 #include "data/pending/PendingReplay.h"
 
-#include "base/Translation.h"
-
 #include <algorithm>
 
-// The part of PendingReplay that deletes rows anew, each with its parts.
+// The part of PendingReplay that deletes rows anew, each with its parts and with what identifies it.
 
-void PendingReplay::removeRows() {
-    for (const Change& change : m_changes)
-        for (const auto& record : change.deleted)
-            m_deleted[{change.table, record->key}] = record;
-    std::set<RowRef> going = wholesToRemove();
-    leaveThoseInUse(going);
-    for (const RowRef row : going)
-        if (!addChanged(row))
-            removeWhole(row);
+namespace {
+
+bool belongs(const Column& column) {
+    return column.isReference() &&
+           (column.role == eReferenceRole::kPartOf || column.role == eReferenceRole::kIdentifies);
 }
 
-// Deleted rows that are still there, without parts that go with their whole or stay with it.
+} // namespace
+
+void PendingReplay::removeRows() {
+    std::set<RowRef> going = wholesToRemove();
+    if (going.empty())
+        return;
+    if (const StoreResult whole = m_source.complete(); !whole) {
+        for (const RowRef row : going)
+            refuseDeletion(row, KorString(whole.error));
+        return;
+    }
+    leaveOthers(going);
+    leaveThoseInUse(going);
+    askOfChanged(going);
+    for (const RowRef row : going) {
+        for (const RowRef other : identifying(row))
+            removeWhole(other);
+        removeWhole(row);
+    }
+}
+
+void PendingReplay::refuseDeletion(RowRef row, const KorString& reason) {
+    const StyleTable& table = m_source.table(row.table);
+    addConflict(OutsideConflict::eKind::kDelete, row, nullptr,
+                table.rows().copyOf(table.find(KorOdbcKey(row.key))))
+        .reason = reason;
+}
+
+// Deleted rows that are still there, without those that go with another one or stay with it.
 std::set<RowRef> PendingReplay::wholesToRemove() const {
     std::set<RowRef> wholes;
     for (const auto& [row, record] : m_deleted) {
-        const bool isPart = std::ranges::any_of(findTable(row.table)->columns, [&](const Column& column) {
-            return column.isReference() && column.role == eReferenceRole::kPartOf &&
-                   m_deleted.contains({column.target, column.integerIn(record.get())}) &&
-                   m_source.table(column.target).find(KorOdbcKey(column.integerIn(record.get())));
-        });
-        if (!isPart && m_source.table(row.table).find(KorOdbcKey(row.key)))
+        const bool isWithOther =
+            std::ranges::any_of(findTable(row.table)->columns, [&](const Column& column) {
+                return belongs(column) &&
+                       m_deleted.contains({column.target, column.integerIn(record.get())}) &&
+                       m_source.table(column.target).find(KorOdbcKey(column.integerIn(record.get())));
+            });
+        if (!isWithOther && m_source.table(row.table).find(KorOdbcKey(row.key)))
             wholes.insert(row);
     }
     return wholes;
 }
 
-bool PendingReplay::isGoing(RowRef row, const std::set<RowRef>& going) const {
-    return going.contains(row) || going.contains(wholeOf(m_source, row));
+// Neither a record that got the key of one that is gone nor a part that has an owner by now was meant.
+void PendingReplay::leaveOthers(std::set<RowRef>& going) {
+    std::erase_if(going, [&](const RowRef& row) {
+        const bool isOwned = m_orphans.contains(row) && wholeOf(m_source, row) != row;
+        if (m_before.isOther(row))
+            refuseDeletion(row, translated("It is a new record, or it was renamed and changed."));
+        else if (isOwned)
+            refuseDeletion(row, translated("It belongs to a record now."));
+        return isOwned || m_before.isOther(row);
+    });
+}
+
+std::vector<RowRef> PendingReplay::identifying(RowRef row) const {
+    std::vector<RowRef> rows;
+    if (m_identified.contains(row))
+        for (const Referrer& referrer : m_source.referrersOf(row.table, KorOdbcKey(row.key)))
+            if (referrer.column->role == eReferenceRole::kIdentifies)
+                rows.push_back({referrer.table->type, referrer.key});
+    return rows;
+}
+
+// The records that use a row or are filed in it, each as what it belongs to.
+std::vector<RowRef> PendingReplay::usersOf(RowRef row) const {
+    std::vector<RowRef> users;
+    for (const Referrer& referrer : m_source.referrersOf(row.table, KorOdbcKey(row.key))) {
+        if (belongs(*referrer.column))
+            continue;
+        RowRef user = wholeOf(m_source, {referrer.table->type, referrer.key});
+        for (const Column& column : findTable(user.table)->columns) {
+            if (!column.isReference() || column.role != eReferenceRole::kIdentifies)
+                continue;
+            const RowRef target{column.target,
+                                column.integerIn(m_source.table(user.table).find(KorOdbcKey(user.key)))};
+            if (m_identified.contains(target) && m_source.table(target.table).find(KorOdbcKey(target.key)))
+                user = target;
+        }
+        if (user != row)
+            users.push_back(user);
+    }
+    return users;
 }
 
 // What is kept uses others, which must be kept then.
@@ -43,44 +105,71 @@ void PendingReplay::leaveThoseInUse(std::set<RowRef>& going) {
     for (bool again = true; again;) {
         again = false;
         std::erase_if(going, [&](const RowRef& row) {
-            const bool isUsed = std::ranges::any_of(m_source.referrersOf(row.table, KorOdbcKey(row.key)),
-                                                    [&](const auto& user) {
-                                                        return user.column->role == eReferenceRole::kUses &&
-                                                               !isGoing({user.table->type, user.key}, going);
-                                                    });
-            if (!isUsed)
+            const bool isUsed =
+                std::ranges::any_of(usersOf(row), [&](const RowRef& user) { return !going.contains(user); });
+            if (isUsed)
+                refuseDeletion(row, translated("Another record uses it now."));
+            again = again || isUsed;
+            return isUsed;
+        });
+    }
+}
+
+// What is not as it was when it was deleted stays until the user has chosen, and what it uses stays with it.
+void PendingReplay::askOfChanged(std::set<RowRef>& going) {
+    std::map<RowRef, std::vector<std::size_t>> asked; // conflicts with which rows go or stay
+    for (const RowRef row : going) {
+        if (!isChanged(row))
+            continue;
+        const StyleTable& table = m_source.table(row.table);
+        const StructRecord* record = table.find(KorOdbcKey(row.key));
+        asked[row] = {m_conflicts.size()};
+        OutsideConflict& conflict = addConflict(OutsideConflict::eKind::kDelete, row, changedColumn(row),
+                                                table.rows().copyOf(record));
+        conflict.identifying = identifying(row);
+        if (conflict.column)
+            conflict.stored = conflict.column->read(record);
+    }
+    std::erase_if(going, [&](const RowRef& row) { return asked.contains(row); });
+    addUsed(going, asked);
+}
+
+void PendingReplay::addUsed(std::set<RowRef>& going, std::map<RowRef, std::vector<std::size_t>>& asked) {
+    for (bool again = !asked.empty(); again;) {
+        again = false;
+        std::erase_if(going, [&](const RowRef& row) {
+            std::set<std::size_t> conflicts;
+            for (const RowRef& user : usersOf(row))
+                if (const auto it = asked.find(user); it != asked.end())
+                    conflicts.insert(it->second.begin(), it->second.end());
+            if (conflicts.empty())
                 return false;
-            const StyleTable& table = m_source.table(row.table);
-            addConflict(OutsideConflict::eKind::kDelete, row, nullptr,
-                        table.rows().copyOf(table.find(KorOdbcKey(row.key))))
-                .reason = translated("Another record uses it now.");
+            for (const std::size_t conflict : conflicts)
+                m_conflicts[conflict].used.push_back(row);
+            asked[row].assign(conflicts.begin(), conflicts.end());
             return again = true;
         });
     }
 }
 
-// Whether the row, or what it consists of, is not as it was when it was deleted.
-bool PendingReplay::addChanged(RowRef ref) {
-    const StyleTable& table = m_source.table(ref.table);
-    const StructRecord* row = table.find(KorOdbcKey(ref.key));
-    const StructRecord* before = m_deleted.at(ref).get();
-    const auto& columns = table.schema().columns;
-    const auto changed = std::ranges::find_if(columns, [&](const Column& column) {
-        const auto unstored = m_stored.find({ref, &column});
-        return (unstored == m_stored.end() ? column.read(row) : unstored->second) != column.read(before);
-    });
-    if (changed == columns.end() && !hasChangedParts(ref))
-        return false;
-    OutsideConflict& conflict =
-        addConflict(OutsideConflict::eKind::kDelete, ref, changed == columns.end() ? nullptr : &*changed,
-                    table.rows().copyOf(row));
-    if (conflict.column)
-        conflict.stored = conflict.column->read(row);
-    return true;
+const Column* PendingReplay::changedColumn(RowRef row) const {
+    const StructRecord* before = m_deleted.at(row).get();
+    const auto& columns = findTable(row.table)->columns;
+    const auto changed = std::ranges::find_if(
+        columns, [&](const Column& column) { return storedIn(row, column) != column.read(before); });
+    return changed == columns.end() ? nullptr : &*changed;
 }
 
-bool PendingReplay::hasChangedParts(RowRef ref) const {
-    return std::ranges::any_of(partsOf(m_source, ref), [this](const Referrer& part) {
+// Whether the row, or what goes with it, is not as it was when it was deleted.
+bool PendingReplay::isChanged(RowRef row) const {
+    return changedColumn(row) || hasChangedParts(row) ||
+           std::ranges::any_of(identifying(row), [this](const RowRef& other) {
+               return !m_deleted.contains(other) || changedColumn(other) || hasChangedParts(other);
+           });
+}
+
+bool PendingReplay::hasChangedParts(RowRef row) const {
+    return std::ranges::any_of(partsOf(m_source, row), [this](const Referrer& part) {
         const RowRef own{part.table->type, part.key};
         const auto deleted = m_deleted.find(own);
         const StyleTable& table = m_source.table(own.table);
@@ -90,12 +179,12 @@ bool PendingReplay::hasChangedParts(RowRef ref) const {
     });
 }
 
-void PendingReplay::removeWhole(RowRef ref) {
-    for (const Referrer& part : partsOf(m_source, ref))
+void PendingReplay::removeWhole(RowRef row) {
+    for (const Referrer& part : partsOf(m_source, row))
         removeWhole({part.table->type, part.key});
-    const StyleTable& table = m_source.table(ref.table);
-    const auto copy = table.rows().copyOf(table.find(KorOdbcKey(ref.key)));
-    m_source.remove(ref.table, KorOdbcKey(ref.key));
+    const StyleTable& table = m_source.table(row.table);
+    const auto copy = table.rows().copyOf(table.find(KorOdbcKey(row.key)));
+    m_source.remove(row.table, KorOdbcKey(row.key));
     m_pending.record(
-        {m_source.id(), ref.table, PendingStep::eAction::kDelete, ref.key, nullptr, {}, {}, copy});
+        {m_source.id(), row.table, PendingStep::eAction::kDelete, row.key, nullptr, {}, {}, copy});
 }
