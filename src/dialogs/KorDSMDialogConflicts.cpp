@@ -83,8 +83,7 @@ void KorDSMDialogConflicts::addRows() {
                 severalSources
                     ? KorString::format("%s (%s)", {words.record, KorDSMWhereUsed::sourceName(change.source)})
                     : words.record;
-            const int row = m_grid->addRow(
-                {record, words.property, words.mine, words.canChoose() ? words.stored : words.reason});
+            const int row = m_grid->addRow({record, words.property, words.mine, words.beside()});
             for (int column = 0; column < m_grid->columnCount(); ++column)
                 m_grid->item(row, column)->setToolTip(wrapped(m_grid->item(row, column)->text()));
             for (const int column : {kMine, kStored})

@@ -37,10 +37,17 @@ std::size_t countConflicts(const std::vector<OutsideChange>& changes) {
     return count;
 }
 
+// What is still in use can be deleted once what uses it is.
 void keepMine(const std::vector<OutsideChange>& changes) {
+    std::vector<std::pair<SourceId, const OutsideConflict*>> left;
     for (const OutsideChange& change : changes)
         for (const OutsideConflict& conflict : change.conflicts)
-            StyleDatabases::current().keepMine(change.source, conflict);
+            left.emplace_back(change.source, &conflict);
+    const auto isKept = [](const auto& each) {
+        return StyleDatabases::current().keepMine(each.first, *each.second) == WriteResult::kWritten;
+    };
+    while (std::erase_if(left, isKept) > 0)
+        ;
 }
 
 } // namespace

@@ -21,6 +21,7 @@ constexpr int kGone = 440;      // "The record was deleted."
 constexpr int kWholeGone = 441; // the same for what a new row was a part of
 constexpr int kPartsChanged = 550;
 constexpr int kUseDefault = 14101;
+constexpr int kViews = 33704; // the slots that there are
 
 constexpr std::size_t kLongestValue = 300;
 constexpr std::size_t kBeforeDifference = 40;
@@ -111,6 +112,32 @@ void shorten(KorString& mine, KorString& stored) {
         *text = whole->empty() ? Prompts::dsm(kEmpty) : cut(*whole, std::min(from, whole->size()));
 }
 
+// The slots of the row as it is stored, or with the cells that this program wants; empty ones are left out.
+KorString listText(const OutsideConflict& conflict, bool isMine) {
+    KorString text;
+    for (const Column& column : conflict.table->columns) {
+        if (!column.isSlot() || !conflict.record)
+            continue;
+        const auto wanted = std::ranges::find(conflict.cells, &column, &WantedCell::column);
+        const bool isWanted = isMine && wanted != conflict.cells.end();
+        const CellValue value = isWanted ? wanted->mine : column.read(conflict.record.get());
+        if (value == CellValue(std::int64_t{0}))
+            continue;
+        const bool isKnown = isWanted && !wanted->targetName.isEmpty();
+        const KorString name =
+            isKnown ? wanted->targetName : KorDSMValueText::toText(*conflict.table, column, value);
+        text = text + KorString(text.isEmpty() ? "" : ", ") + name;
+    }
+    return text;
+}
+
+void wordSlots(const OutsideConflict& conflict, KorDSMConflictWords& words) {
+    words.property = Prompts::ups(kViews);
+    words.mine = listText(conflict, true);
+    words.stored = listText(conflict, false);
+    shorten(words.mine, words.stored);
+}
+
 void wordValues(const OutsideConflict& conflict, KorDSMConflictWords& words) {
     const TableSchema& table = *conflict.table;
     const Column& column = *conflict.column;
@@ -145,7 +172,11 @@ KorDSMConflictWords KorDSMConflictWords::of(SourceId source, const OutsideConfli
     words.property = conflict.column ? KorDSMValueText::columnCaption(*conflict.table, *conflict.column)
                                      : Prompts::dsm(kWholeRecord);
     words.reason = whyNotMine(conflict);
-    if (conflict.column)
+    if (!words.canChoose() && !conflict.isMade)
+        words.outcome = translated("Your change is not made.");
+    if (conflict.column && conflict.column->isSlot() && !conflict.isMade)
+        wordSlots(conflict, words);
+    else if (conflict.column)
         wordValues(conflict, words);
     const bool isDeletion = conflict.kind == OutsideConflict::eKind::kDelete;
     if (!conflict.mine)
@@ -153,6 +184,12 @@ KorDSMConflictWords KorDSMConflictWords::of(SourceId source, const OutsideConfli
     if (!conflict.stored)
         words.stored = isDeletion ? Prompts::dsm(kPartsChanged) : KorString();
     return words;
+}
+
+KorString KorDSMConflictWords::beside() const {
+    if (canChoose())
+        return stored;
+    return outcome.isEmpty() ? reason : KorString::format("%s %s", {reason, outcome});
 }
 
 KorString KorDSMConflictWords::sentence() const {

@@ -34,9 +34,9 @@ protected:
     std::multiset<std::string> lines() {
         std::multiset<std::string> lines;
         for (const KorDSMConflictWords& one : words())
-            lines.insert(KorString::format("%s | %s | %s | %s%s",
-                                           {one.record, one.property, one.mine, one.stored, one.reason})
-                             .toStdString());
+            lines.insert(
+                KorString::format("%s | %s | %s | %s", {one.record, one.property, one.mine, one.beside()})
+                    .toStdString());
         return lines;
     }
 };
@@ -110,9 +110,42 @@ TEST_F(ConflictWords, RowsThatAreGoneAreNamedWithTheReason) {
     EXPECT_EQ(
         lines(),
         (std::multiset<std::string>{
-            R"(View request "HB top" | Scale | 1:75 | The record was deleted.)",
-            R"(Representation map entry "New", Representation map "HB site" | Whole record | New record | Its owner was deleted.)",
+            R"(View request "HB top" | Scale | 1:75 | The record was deleted. Your change is not made.)",
+            R"(Representation map entry "New", Representation map "HB site" | Whole record | New record | Its owner was deleted. Your change is not made.)",
             R"(Dimension of the view "HB bays", View dimensioning "HB bays" | Order | 7 | 9)",
             R"(Clipping strategy "HB long beams" | Along Y | Deletion | Yes)",
         }));
+}
+
+TEST_F(ConflictWords, WhatBelongsTogetherIsOneLineWithWhatBecomesOfIt) {
+    const auto view = [this](const char* name) {
+        return std::int64_t{row<StructDetViewRequest>(kUser, name)->key};
+    };
+    set<StructDetailStyle>("HB post 1:15", "view_1", view("HB top"));
+    set<StructDetailStyle>("HB post 1:15", "view_2", view("HB front"));
+    set<StructDetailStyle>("HB post 1:15", "view_3", std::int64_t{0});
+    StructDetailStyle style;
+    style.name = "New";
+    EXPECT_EQ(databases.append(kTableDetailStyle, style), 1);
+    StructDetObjQualifierSet set;
+    set.name = "Mine";
+    set.groupKey = row<StructDetObjQualifierSet>(kUser, "HB rails")->groupKey;
+    const KorString group =
+        databases.here()->table(kTableQualifierSetGroup).find(KorOdbcKey(set.groupKey))->name;
+    EXPECT_EQ(databases.append(kTableQualifierSet, set), 1);
+    others("UPDATE detail_style SET view_1 = " + std::to_string(view("HB front")) +
+           ", view_2 = 0, view_3 = 0 WHERE name = 'HB post 1:15';"
+           "INSERT INTO detail_style(\"key\", name) VALUES (77, 'New');"
+           "DELETE FROM qualifier_set_group WHERE \"key\" = " +
+           std::to_string(set.groupKey));
+    const auto said = lines();
+    EXPECT_TRUE(said.contains(R"(Detail style "HB post 1:15" | Views | HB top, HB front | HB front)"));
+    EXPECT_TRUE(
+        said.contains(R"(Detail style "New 1" | Name | New | Another record has this name now, so the new )"
+                      R"(one is stored as "New 1".)"));
+    EXPECT_TRUE(
+        said.contains("Qualifier set group \"" + group.toStdString() +
+                      "\" | Whole record | New record | It was deleted meanwhile, but new records are "
+                      "filed in it, so it is made again."))
+        << testing::PrintToString(said);
 }

@@ -117,7 +117,7 @@ TEST_F(Conflicts, OfAllOneAnswerIsOneKeyAndWhatIsGoneIsOnlyTold) {
     whenAsked([](KorDSMDialogConflicts& dialog, KorMFCGridCtrl& grid) {
         ASSERT_EQ(grid.rowCount(), 2);
         EXPECT_EQ(line(grid, 1), "View request \"HB railing post\" | Scale | 1:75 | "
-                                 "The record was deleted.");
+                                 "The record was deleted. Your change is not made.");
         chooseAll(dialog, Qt::Key_S, kStored);
         EXPECT_FALSE(grid.isCellChecked(1, kMine) || grid.isCellChecked(1, kStored));
         chooseAll(dialog, Qt::Key_M, kMine);
