@@ -131,6 +131,30 @@ void importNamesakes(benchmark::State& state) {
     });
 }
 
+// As many changed cells, new rows and deleted rows, when another program stored something.
+void replayChanges(benchmark::State& state) {
+    reportGrowth(state, [&state](int count) {
+        const SourceId id = SourceId::user();
+        StyleDatabases databases;
+        databases.openFile(id, writableCopy().string(), false);
+        databases.setCurrentSource(id);
+        for (int key = 1; key <= count; ++key) {
+            databases.setCell(kTableViewRequest, KorOdbcKey(key), 10, static_cast<double>(key));
+            databases.remove(kTableDetailStyle, KorOdbcKey(key));
+            StructDetBaseCategory category;
+            category.name = KorString::number(std::int64_t{key});
+            databases.append(kTableBaseCategory, category);
+        }
+        const auto steps = databases.pending().steps().size();
+        const Stopwatch watch;
+        const OutsideChange change = databases.refresh(id);
+        const double seconds = watch.seconds();
+        if (!change.conflicts.empty() || databases.pending().steps().size() != steps)
+            state.SkipWithError("not every change was made anew");
+        return seconds;
+    });
+}
+
 // Pending column writes alone, and with each of them written down for the case of a crash.
 void recordSteps(benchmark::State& state) {
     StyleDatabases databases;
@@ -155,6 +179,7 @@ BENCHMARK(referenceScan)->Unit(benchmark::kMillisecond)->MinTime(2);
 BENCHMARK(loadSections)->Unit(benchmark::kMillisecond)->MinTime(2);
 BENCHMARK(referenceUpdates)->Unit(benchmark::kMillisecond)->MinTime(2);
 BENCHMARK(applyUpdates)->Unit(benchmark::kMillisecond)->MinTime(2);
+BENCHMARK(replayChanges)->Arg(kWrites / 4)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(importNamesakes)->Arg(4000)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();
