@@ -5,6 +5,7 @@
 #include "controls/KorControls.h"
 #include "controls/KorStyle.h"
 #include "controls/KorTabCtrl.h"
+#include "controls/KorTabPage.h"
 #include "data/StyleDatabases.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
