@@ -1,5 +1,6 @@
 #include "model/KorDSMAddedItemsCollection.h"
 
+#include "model/KorDSMFamilies.h"
 #include "model/items/KorDSMDatabaseItem.h"
 
 #include <algorithm>

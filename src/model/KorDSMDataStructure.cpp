@@ -21,19 +21,6 @@ void writeOption(const char* name, bool value) {
     KOSettings::getInstance().writeBool(KOSettings::getKeyDSM(), name, value);
 }
 
-struct SectionDescription {
-    KorDSMDefines::eViewSections section;
-    KorDSMDefines::eItemType type;
-    int namePrompt;
-};
-
-constexpr SectionDescription kSections[] = {
-    {KorDSMDefines::kViewDetailStyles, KorDSMDefines::kDetailStylesSection, 33511},
-    {KorDSMDefines::kViewQualifiers, KorDSMDefines::kQualifiersSection, 33518},
-    {KorDSMDefines::kViewAnnotations, KorDSMDefines::kAnnotationsSection, 33514},
-    {KorDSMDefines::kViewDimRequests, KorDSMDefines::kDimRequestsSection, 33516},
-};
-
 } // namespace
 
 bool KorDSMDataStructure::m_bApplyWasPressed = false;
@@ -72,7 +59,7 @@ KorDSMDataStructure::~KorDSMDataStructure() {
 }
 
 void KorDSMDataStructure::setUpSections() {
-    for (const SectionDescription& description : kSections) {
+    for (const KorDSMSection& description : KorDSMFamilies::sections()) {
         KorDsmSectionItem& section = *getSection(description.section);
         section.m_Type = description.type;
         section.m_Section = description.section;

@@ -16,6 +16,7 @@ enum eItemType : std::int32_t {
     kDetailStyleCategory = 3,
     kDetailStylesSection = 4,
     kAnnotationStrategy = 7,
+    kAnnotationTypeRecord = 8, ///< no item has it: records that only pages and dialogs show
     kAnnotationGroup = 9,
     kAnnotationsSection = 10,
     kDimRequest = 11,
@@ -27,6 +28,7 @@ enum eItemType : std::int32_t {
     kViewRequest = 17,
     kViewRequestCategory = 19,
     kSystemAndBox = 21,
+    kViewArrangeRecord = 22, ///< no item has it
     kReprMapRule = 23,
     kViewDimensioning = 24,
     kReprMap = 25,
@@ -34,29 +36,12 @@ enum eItemType : std::int32_t {
     kAnnotationArrangement = 27,
     kSecondArrangerControl = 28, ///< no item has it: the page group of the second arranger kind
     kPointSelection = 29,
+    kLengthClipRecord = 30, ///< no item has it
     kNoType = 34,
 };
 
 /// Number of item types, and of slots in the page registry.
 inline constexpr int kNumberOfItemTypes = 34;
-
-/// Whether an item of this type shows a record that can appear at several places in the tree.
-constexpr bool canHaveEqualItems(eItemType type) {
-    constexpr std::uint32_t kTypes = 1u << 7 | 1u << 11 | 1u << 14 | 1u << 17 | 1u << 21 | 1u << 23 | 1u << 24 |
-                                     1u << 25 | 1u << 27 | 1u << 29;
-    return type >= 0 && type <= 29 && (kTypes >> type & 1u) != 0;
-}
-
-/// Whether an item of this type is a category or group that records are filed under.
-constexpr bool isGroupType(eItemType type) {
-    return type == kDetailStyleCategory || type == kAnnotationGroup || type == kDimRequestGroup ||
-           type == kQualifierSetGroup;
-}
-
-constexpr bool isSectionType(eItemType type) {
-    return type == kDetailStylesSection || type == kAnnotationsSection || type == kDimRequestsSection ||
-           type == kQualifiersSection;
-}
 
 /// The four sections. Their numeric order differs from the order in which they are loaded.
 enum eViewSections : std::int32_t {
@@ -82,6 +67,9 @@ struct Icon {
     int resource = 0;
     KorString file;
 };
+
+/// Number of the module's icon at this place of the table; 0 for those that the host brings.
+int iconResource(int index);
 
 /// Process-wide icon table, in the order by which items give their icons. Empty until `loadGlobalIcons`.
 extern KorArray<Icon> m_GlobalIcons;

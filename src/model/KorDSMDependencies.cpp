@@ -8,114 +8,74 @@ namespace KorDSMDependencies {
 namespace {
 
 // A new item for the record with this key, or null when there is none.
-template <typename Item>
-Item* itemFor(std::int32_t key) {
-    typename Item::Record record;
-    if (StyleReads::read(KorOdbcKey(key), record) != 1)
-        return nullptr;
-    auto* item = new Item;
-    item->initRecord(record);
-    if constexpr (requires { item->m_AnnotationType; })
-        KorOdbcGUI::getDetAnnotationType(KorOdbcKey(record.annotationTypeKey), item->m_AnnotationType);
-    return item;
+std::unique_ptr<KorDSMDatabaseItem> itemFor(eTableType table, std::int32_t key) {
+    const StructRecord* record = CurrentRows::find(table, KorOdbcKey(key));
+    return record ? KorDSMFamilies::makeItem(*KorDSMFamilies::of(table), *record) : nullptr;
 }
 
-template <typename Item>
-void addChildFor(KorDSMDatabaseItem& parent, std::int32_t key) {
-    if (Item* child = itemFor<Item>(key))
-        parent.addChild(child);
-}
-
-void expand(KorDsmViewRequestItem& item) {
-    const StructDetViewRequest& record = item.getRecord();
-    addChildFor<KorDsmSystemAndBoxItem>(item, record.systemAndBoxKey);
-    addChildFor<KorDsmReprMapRuleItem>(item, record.reprMapKey);
-    addChildFor<KorDsmViewDimensioningItem>(item, record.dimStrategyKey);
-}
-
-void expand(KorDsmReprMapRuleItem& item) {
-    KorArray<StructDetObjReprMapKey> entries;
-    KorOdbcGUI::getDetObjReprMapEntries(KorOdbcKey(item.recordKey()), entries);
-    for (const StructDetObjReprMapKey& entry : entries)
-        addChildFor<KorDsmReprMapItem>(item, entry.key);
-}
-
-void expand(KorDsmReprMapItem& item) {
-    const StructDetObjReprMapKey& record = item.getRecord();
-    if (auto* child = itemFor<KorDsmQualifierSetItem>(record.qualifierSetKey))
-        item.createQualifierSet(child);
-    if (auto* child = itemFor<KorDsmAppearanceItem>(record.appearanceKey))
-        item.createAppearance(child);
-    if (auto* child = itemFor<KorDsmAnnotationStrategyItem>(record.annotationStrategyKey))
-        item.createAnnotationStrategy(child);
-}
-
-void addArrangement(KorDSMDatabaseItem& parent, const StructRecord& record, bool isStrategy) {
-    auto* child = new KorDsmAnnotationArrangementItem;
-    child->m_bStandsForStrategy = isStrategy;
-    child->updateRecord(record);
-    parent.addChild(child);
-}
-
-void expand(KorDsmAnnotationStrategyItem& item) {
-    StructDetArrangerControl control;
-    if (KorOdbcGUI::getDetArrangerControl(KorOdbcKey(item.getRecord().arrangerControlKey), control) == 1)
-        addArrangement(item, control, false);
-    StructDetArrangerStrategy strategy;
-    if (KorOdbcGUI::getDetArrangerStrategy(KorOdbcKey(item.getRecord().arrangerStrategyKey), strategy) == 1)
-        addArrangement(item, strategy, true);
-}
-
-void expand(KorDsmViewDimensioningItem& item) {
-    KorArray<StructDetViewDimStrategyItem> entries;
-    KorOdbcGUI::getDetViewDimStrategyItems(KorOdbcKey(item.recordKey()), entries);
-    for (const StructDetViewDimStrategyItem& entry : entries)
-        addChildFor<KorDsmDimRequestItem>(item, entry.dimRequestKey);
-}
-
-void expand(KorDsmDimRequestItem& item) {
-    const StructDetViewDimRequestLinear& record = item.getRecord();
-    for (const std::int32_t key : {record.startPointsKey, record.innerPointsKey, record.endPointsKey})
-        addChildFor<KorDsmPointSelectionItem>(item, key);
-}
-
-void expand(KorDsmPointSelectionItem& item) {
-    addChildFor<KorDsmQualifierSetItem>(item, item.getRecord().qualifierSetKey);
-}
-
-// Expands `item` when it is of one of these classes.
-template <typename... Items>
-bool expandAs(KorDSMDatabaseItem& item) {
-    const auto attempt = [&]<typename Item>(Item* typed) {
-        if (typed)
-            expand(*typed);
-        return typed != nullptr;
-    };
-    return (attempt(dynamic_cast<Items*>(&item)) || ...);
+void addChildFor(KorDSMDatabaseItem& parent, eTableType table, std::int32_t key) {
+    if (auto child = itemFor(table, key))
+        parent.addChild(child.release());
 }
 
 } // namespace
 
+void addDependents(KorDsmViewRequestItem& item) {
+    const StructDetViewRequest& record = item.getRecord();
+    addChildFor(item, kTableSystemAndBox, record.systemAndBoxKey);
+    addChildFor(item, kTableReprMap, record.reprMapKey);
+    addChildFor(item, kTableViewDimStrategy, record.dimStrategyKey);
+}
+
+void addDependents(KorDsmReprMapRuleItem& item) {
+    KorArray<StructDetObjReprMapKey> entries;
+    KorOdbcGUI::getDetObjReprMapEntries(KorOdbcKey(item.recordKey()), entries);
+    for (const StructDetObjReprMapKey& entry : entries)
+        addChildFor(item, kTableReprMapEntry, entry.key);
+}
+
+void addDependents(KorDsmReprMapItem& item) {
+    const StructDetObjReprMapKey& record = item.getRecord();
+    if (auto child = itemFor(kTableQualifierSet, record.qualifierSetKey))
+        item.createQualifierSet(static_cast<KorDsmQualifierSetItem*>(child.release()));
+    if (auto child = itemFor(kTableAppearance, record.appearanceKey))
+        item.createAppearance(static_cast<KorDsmAppearanceItem*>(child.release()));
+    if (auto child = itemFor(kTableAnnotationStrategy, record.annotationStrategyKey))
+        item.createAnnotationStrategy(static_cast<KorDsmAnnotationStrategyItem*>(child.release()));
+}
+
+void addDependents(KorDsmAnnotationStrategyItem& item) {
+    addChildFor(item, kTableArrangerControl, item.getRecord().arrangerControlKey);
+    addChildFor(item, kTableArrangerStrategy, item.getRecord().arrangerStrategyKey);
+}
+
+void addDependents(KorDsmViewDimensioningItem& item) {
+    KorArray<StructDetViewDimStrategyItem> entries;
+    KorOdbcGUI::getDetViewDimStrategyItems(KorOdbcKey(item.recordKey()), entries);
+    for (const StructDetViewDimStrategyItem& entry : entries)
+        addChildFor(item, kTableDimRequest, entry.dimRequestKey);
+}
+
+void addDependents(KorDsmDimRequestItem& item) {
+    const StructDetViewDimRequestLinear& record = item.getRecord();
+    for (const std::int32_t key : {record.startPointsKey, record.innerPointsKey, record.endPointsKey})
+        addChildFor(item, kTablePointSelection, key);
+}
+
+void addDependents(KorDsmPointSelectionItem& item) {
+    addChildFor(item, kTableQualifierSet, item.getRecord().qualifierSetKey);
+}
+
 bool canHaveDependents(KorDSMDefines::eItemType type) {
-    switch (type) {
-    case KorDSMDefines::kViewRequest:
-    case KorDSMDefines::kReprMapRule:
-    case KorDSMDefines::kReprMap:
-    case KorDSMDefines::kAnnotationStrategy:
-    case KorDSMDefines::kViewDimensioning:
-    case KorDSMDefines::kDimRequest:
-    case KorDSMDefines::kPointSelection:
-        return true;
-    default:
-        return false;
-    }
+    const KorDSMFamily* family = KorDSMFamilies::of(type);
+    return family && family->addDependents;
 }
 
 void createChildren(KorDSMDatabaseItem& item) {
     if (item.m_bExpanded)
         return;
-    expandAs<KorDsmViewRequestItem, KorDsmReprMapRuleItem, KorDsmReprMapItem, KorDsmAnnotationStrategyItem,
-             KorDsmViewDimensioningItem, KorDsmDimRequestItem, KorDsmPointSelectionItem>(item);
+    if (canHaveDependents(item.m_Type))
+        KorDSMFamilies::of(item.m_Type)->addDependents(item);
     item.m_bExpanded = true;
 }
 

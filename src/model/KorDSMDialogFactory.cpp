@@ -28,13 +28,13 @@ void KorDSMDialogFactory::loadDetailStylesDependencies(KorDsmDetailStyleItem* st
 }
 
 void KorDSMDialogFactory::expandAnnotationsAddInContent(KorDsmAnnotationsAddInItem* addIn) {
-    KorDSMSectionLoader::expandAnnotationsAddInContent(addIn);
+    KorDSMSectionLoader::expandAddInContent(*addIn);
 }
 
 void KorDSMDialogFactory::expandDimRequestsAddInContent(KorDsmDimRequestsAddInItem* addIn) {
-    KorDSMSectionLoader::expandDimRequestsAddInContent(addIn);
+    KorDSMSectionLoader::expandAddInContent(*addIn);
 }
 
 void KorDSMDialogFactory::expandQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn) {
-    KorDSMSectionLoader::expandQualifiersAddInContent(addIn);
+    KorDSMSectionLoader::expandAddInContent(*addIn);
 }

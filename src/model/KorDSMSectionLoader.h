@@ -1,11 +1,18 @@
 #pragma once
 
-#include "model/KorDSMItemPlacing.h"
 #include "model/items/KorDsmAddInContentItem.h"
 
 class KorDSMDataStructure;
 class KorDsmDetailStyleItem;
-struct StructDetailStyle;
+
+/// How far the loading of what is loaded at once has come: records of all sources.
+struct SectionLoadProgress {
+    int total = 0;
+    int done = 0;
+
+    /// Counts one more record and shows the percentage.
+    void step();
+};
 
 /// Fills the four sections of the data structure from the style databases when the editor opens, and an
 /// add-in's content when the user opens it for the first time. It never opens a database itself: it selects
@@ -15,25 +22,19 @@ public:
     /// Loads all sections where the structure's update status or the layer's reload flag asks for it.
     void loadDataStructure(KorDSMDataStructure& structure);
 
+    /// Loads the categories with their detail styles and those with their view requests.
+    static void loadDetailStylesAddInContent(KorDsmAddInContentItem& addIn, SectionLoadProgress& progress);
     /// Creates the view request children of a detail style from the current source.
     static void loadDetailStylesDependencies(KorDsmDetailStyleItem* style);
-    /// Load the records of an add-in into its groups. The caller selects the add-in's source first.
-    static void expandAnnotationsAddInContent(KorDsmAnnotationsAddInItem* addIn);
-    static void expandDimRequestsAddInContent(KorDsmDimRequestsAddInItem* addIn);
-    static void expandQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn);
+    /// Loads the records of an add-in into its groups, where they are not loaded yet. The caller selects the
+    /// add-in's source first.
+    static void expandAddInContent(KorDsmAddInContentItem& addIn);
 
 private:
-    using CategoryItems = KorDSMItemPlacing::Filling<KorDsmDetailStyleCategoryItem>;
-
     void StartProgressBar();
-    void loadSectionData(KorDSMDataStructure& structure, int section);
-    KorDsmAddInContentItem* loadAddIn(int section, eIndex index, const KorString& name);
-    void loadDetailStylesAddInContent(KorDsmDetailStylesAddInItem* addIn);
-    void loadDetailStyle(const StructDetailStyle& style, std::int32_t categoryKey, CategoryItems& categories);
-    void loadAnnotationsAddInContent(KorDsmAnnotationsAddInItem* addIn);
-    void loadDimRequestAddInContent(KorDsmDimRequestsAddInItem* addIn);
-    void loadQualifiersAddInContent(KorDsmQualifierSetsAddInItem* addIn);
+    void loadSectionData(KorDSMDataStructure& structure, const KorDSMSection& section);
+    KorDsmAddInContentItem* loadAddIn(const KorDSMSection& section, eIndex index, const KorString& name);
+    static void loadGroups(KorDsmAddInContentItem& addIn);
 
-    int m_Total = 0;
-    int m_Done = 0;
+    SectionLoadProgress m_progress;
 };

@@ -4,10 +4,12 @@
 #include "model/KorDSMDataStructure.h"
 #include "model/KorDSMItemPlacing.h"
 #include "model/KorProgressCtrl.h"
+#include "model/items/KorDsmItems.h"
 #include "operations/KorDSNManager.h"
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
 #include "operations/KorOdbcMan.h"
+#include "operations/StyleReads.h"
 #include "services/AddInManager.h"
 #include "services/Prompts.h"
 
@@ -24,7 +26,7 @@ void KorDSMSectionLoader::loadDataStructure(KorDSMDataStructure& structure) {
     structure.emptyDataStructure();
     StartProgressBar();
     for (const KorDSMDefines::eViewSections section : KorDSMDefines::kLoadingOrder)
-        loadSectionData(structure, section);
+        loadSectionData(structure, KorDSMFamilies::section(section));
     structure.setUpdateStatus(KorDSMDataStructure::kUpToDate);
     KorProgressCtrl::reset();
 }
@@ -57,8 +59,7 @@ KorString addInName(const KorAddInId& addIn) {
 void KorDSMSectionLoader::StartProgressBar() {
     KorProgressCtrl::setPercentage(0, 0);
     KorProgressCtrl::activate(KorString::format("%s %s", {Prompts::ups(21034), Prompts::ups(21001)}));
-    m_Total = 0;
-    m_Done = 0;
+    m_progress = {};
     KorArray<LoadedSource> sources = standardSideSources();
     sources.append({SourceId::user(), {}});
     for (const LoadedSource& source : sources) {
@@ -66,11 +67,11 @@ void KorDSMSectionLoader::StartProgressBar() {
             KorOdbcGUI::switchKordoDetailsCurrent(source.addIn);
         const KorDSNRequest request(source.id.dsn, source.id.index);
         KorArray<KorString> names;
-        m_Total += std::max(0, KorODBCDetStyle::getDetailStyleList(names));
+        m_progress.total += std::max(0, KorODBCDetStyle::getDetailStyleList(names));
     }
 }
 
-void KorDSMSectionLoader::loadSectionData(KorDSMDataStructure& structure, int section) {
+void KorDSMSectionLoader::loadSectionData(KorDSMDataStructure& structure, const KorDSMSection& section) {
     auto* standard = new KorDsmDatabaseContentItem;
     standard->m_IconIndex = KorDSMDefines::kIconHost;
     standard->m_Database = KorDSNDefinitions::kStandard;
@@ -98,34 +99,28 @@ void KorDSMSectionLoader::loadSectionData(KorDSMDataStructure& structure, int se
         user->addChild(loadAddIn(section, KorDSNDefinitions::kUserIndex, Prompts::ups(21022)));
     }
 
-    KorDsmSectionItem& node = *structure.getSection(static_cast<KorDSMDefines::eViewSections>(section));
+    KorDsmSectionItem& node = *structure.getSection(section.section);
     node.addChild(standard);
     node.addChild(user);
 }
 
-KorDsmAddInContentItem* KorDSMSectionLoader::loadAddIn(int section, eIndex index, const KorString& name) {
-    KorDsmAddInContentItem* item = nullptr;
-    switch (section) {
-    case KorDSMDefines::kViewQualifiers:
-        loadQualifiersAddInContent(
-            static_cast<KorDsmQualifierSetsAddInItem*>(item = new KorDsmQualifierSetsAddInItem));
-        break;
-    case KorDSMDefines::kViewAnnotations:
-        loadAnnotationsAddInContent(
-            static_cast<KorDsmAnnotationsAddInItem*>(item = new KorDsmAnnotationsAddInItem));
-        break;
-    case KorDSMDefines::kViewDimRequests:
-        loadDimRequestAddInContent(
-            static_cast<KorDsmDimRequestsAddInItem*>(item = new KorDsmDimRequestsAddInItem));
-        break;
-    default:
-        loadDetailStylesAddInContent(
-            static_cast<KorDsmDetailStylesAddInItem*>(item = new KorDsmDetailStylesAddInItem));
-        break;
-    }
+KorDsmAddInContentItem* KorDSMSectionLoader::loadAddIn(const KorDSMSection& section, eIndex index,
+                                                       const KorString& name) {
+    std::unique_ptr<KorDsmAddInContentItem> item = section.makeContent();
+    if (section.load)
+        section.load(*item, m_progress);
+    else
+        loadGroups(*item);
     item->m_AddInIndex = index;
     item->m_Name = name;
-    return item;
+    return item.release();
+}
+
+void SectionLoadProgress::step() {
+    ++done;
+    const int percent = total > 0 ? done * 100 / total : 100;
+    KorProgressCtrl::setPercentage(percent - 1, 1);
+    KorProgressCtrl::setPercentage(percent, 0);
 }
 
 namespace {
@@ -144,34 +139,25 @@ std::unordered_map<std::int32_t, const StructDetailMaster*> mastersByStyle() {
 
 } // namespace
 
-void KorDSMSectionLoader::loadDetailStylesAddInContent(KorDsmDetailStylesAddInItem* addIn) {
+void KorDSMSectionLoader::loadDetailStylesAddInContent(KorDsmAddInContentItem& addIn,
+                                                       SectionLoadProgress& progress) {
+    const KorDSMFamily& styles = *KorDSMFamilies::of(kTableDetailStyle);
     const auto masters = mastersByStyle();
-    CategoryItems filling(*addIn);
+    KorDSMItemPlacing::Filling filling(addIn, *KorDSMFamilies::of(kTableBaseCategory));
     const RowArray* rows = StyleReads::rows<StructDetailStyle>();
     for (int i = 0; rows && i < rows->size(); ++i) {
-        ++m_Done;
-        const int percent = m_Total > 0 ? m_Done * 100 / m_Total : 100;
-        KorProgressCtrl::setPercentage(percent - 1, 1);
-        KorProgressCtrl::setPercentage(percent, 0);
-        const auto& style = static_cast<const StructDetailStyle&>(rows->at(i));
-        if (const auto master = masters.find(style.key); master != masters.end())
-            loadDetailStyle(style, master->second->categoryKey, filling);
+        progress.step();
+        const auto master = masters.find(rows->at(i).key);
+        const auto* category =
+            master != masters.end()
+                ? StyleReads::find<StructDetBaseCategory>(KorOdbcKey(master->second->categoryKey))
+                : nullptr;
+        if (category)
+            filling.place(*category).addChild(KorDSMFamilies::makeItem(styles, rows->at(i)).release());
     }
-    KorArray<StructDetBaseCategory> categories;
-    KorOdbcGUI::getDetBaseCategoriesTable(categories);
-    for (const StructDetBaseCategory& category : categories)
-        filling.place(category);
-}
-
-void KorDSMSectionLoader::loadDetailStyle(const StructDetailStyle& style, std::int32_t categoryKey,
-                                          CategoryItems& categories) {
-    const auto* category = StyleReads::find<StructDetBaseCategory>(KorOdbcKey(categoryKey));
-    if (!category)
-        return;
-    auto* item = new KorDsmDetailStyleItem;
-    item->initRecord(style);
-    loadDetailStylesDependencies(item);
-    categories.place(*category).addChild(item);
+    const RowArray* categories = StyleReads::rows<StructDetBaseCategory>();
+    for (int i = 0; categories && i < categories->size(); ++i)
+        filling.place(categories->at(i));
 }
 
 void KorDSMSectionLoader::loadDetailStylesDependencies(KorDsmDetailStyleItem* style) {

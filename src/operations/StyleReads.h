@@ -37,15 +37,19 @@ int read(const KorString& runName, R& record) {
     return fill(CurrentRows::find(tableOf<R>, runName), record);
 }
 
-template <typename R>
-int names(KorArray<KorString>& list) {
+inline int names(eTableType table, KorArray<KorString>& list) {
     list.clear();
-    const RowArray* table = rows<R>();
-    const int count = table ? table->size() : 0;
+    const RowArray* rows = CurrentRows::all(table);
+    const int count = rows ? rows->size() : 0;
     list.reserve(count);
     for (int i = 0; i < count; ++i)
-        list.append(table->at(i).name);
+        list.append(rows->at(i).name);
     return count;
+}
+
+template <typename R>
+int names(KorArray<KorString>& list) {
+    return names(tableOf<R>, list);
 }
 
 template <typename R, typename Wanted>

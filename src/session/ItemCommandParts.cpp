@@ -1,11 +1,9 @@
 #include "session/ItemCommandParts.h"
 
 #include "data/StyleDatabases.h"
-#include "model/KorDSMSectionLoader.h"
-#include "model/items/KorDsmItems.h"
+#include "model/KorDSMFamilies.h"
 #include "operations/KorOdbcGUI.h"
 #include "services/Prompts.h"
-#include "session/KorDSMItemKinds.h"
 #include "session/KorDSMValueText.h"
 
 namespace ItemCommandParts {
@@ -39,23 +37,28 @@ KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std
 }
 
 KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int action) {
-    const KorDSMItemKind* kind = findItemKind(item.m_Type);
-    if (!kind || kind->listedBy.empty())
+    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
+    if (!family || family->listedBy.empty())
         return {};
-    const Column& filing = *filingColumn(item.tableType());
+    const Column& filing = *KorDSMFamilies::filingColumn(item.tableType());
     const StructRecord* group = StyleDatabases::current()
                                     .here()
                                     ->table(filing.target)
                                     .find(KorOdbcKey(filing.integerIn(item.record())));
-    return {item.m_Type, action, group ? group->name : KorString(), item.record()->name, kind->listedBy};
+    return {item.m_Type,
+            action,
+            group ? group->name : KorString(),
+            item.record()->name,
+            {family->listedBy.begin(), family->listedBy.end()}};
 }
 
-void loadBesideRecord(KorDSMDatabaseItem& item) {
-    if (auto* style = dynamic_cast<KorDsmDetailStyleItem*>(&item))
-        KorDSMSectionLoader::loadDetailStylesDependencies(style);
-    else if (auto* annotation = dynamic_cast<KorDsmAnnotationStrategyItem*>(&item))
-        KorOdbcGUI::getDetAnnotationType(KorOdbcKey(annotation->getRecord().annotationTypeKey),
-                                         annotation->m_AnnotationType);
+bool needsMaster(const KorDSMDatabaseItem& item) {
+    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
+    return family && family->filedBy == kTableDetailMaster;
+}
+
+bool readMaster(const KorDSMDatabaseItem& item, StructDetailMaster& master) {
+    return needsMaster(item) && KorOdbcGUI::getDetailMaster(item.recordKey(), master) == 1;
 }
 
 } // namespace ItemCommandParts

@@ -2,6 +2,7 @@
 
 #include "operations/KorDSNManager.h"
 #include "records/RowRef.h"
+#include "records/StyleRecords.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMItemSource.h"
 
@@ -35,7 +36,9 @@ KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std
 /// The notice for the pages that list records as the item's.
 KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int action);
 
-/// Reads what a new item shows beyond its record from the current source.
-void loadBesideRecord(KorDSMDatabaseItem& item);
+/// Whether the host knows the item's record only by a master row.
+bool needsMaster(const KorDSMDatabaseItem& item);
+/// Reads that row from the current source. Returns false, and leaves `master`, where there is none.
+bool readMaster(const KorDSMDatabaseItem& item, StructDetailMaster& master);
 
 } // namespace ItemCommandParts

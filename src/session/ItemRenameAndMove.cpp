@@ -1,8 +1,7 @@
-#include "operations/KorOdbcGUI.h"
+#include "model/KorDSMFamilies.h"
 #include "services/Prompts.h"
 #include "session/ItemCommandParts.h"
 #include "session/KorDSMGuardedWrite.h"
-#include "session/KorDSMItemKinds.h"
 #include "session/KorDSMTwins.h"
 #include "session/PendingGroup.h"
 
@@ -33,9 +32,7 @@ bool writeNames(const KorDSMDatabaseItem& item, const KorString& name) {
     if (!writeName(item.tableType(), item.recordKey(), name))
         return false;
     StructDetailMaster master;
-    const bool hasMaster = item.m_Type == KorDSMDefines::kDetailStyle &&
-                           KorOdbcGUI::getDetailMaster(item.recordKey(), master) == 1;
-    return !hasMaster || writeName(kTableDetailMaster, master.key, name);
+    return !readMaster(item, master) || writeName(kTableDetailMaster, master.key, name);
 }
 
 } // namespace
@@ -73,13 +70,12 @@ struct Filing {
 
 Filing filingOf(const KorDSMDatabaseItem& item) {
     Filing filing{item.tableType(), item.recordKey(), 0};
-    // A style is filed by its master.
-    if (item.m_Type == KorDSMDefines::kDetailStyle) {
+    if (needsMaster(item)) {
         StructDetailMaster master;
-        KorOdbcGUI::getDetailMaster(item.recordKey(), master);
+        readMaster(item, master);
         filing = {kTableDetailMaster, master.key, 0};
     }
-    filing.column = filingColumn(filing.table)->number;
+    filing.column = KorDSMFamilies::filingColumn(filing.table)->number;
     return filing;
 }
 
@@ -87,11 +83,11 @@ Filing filingOf(const KorDSMDatabaseItem& item) {
 
 KorString whyNotMovable(const KorDSMDatabaseItem& item, const KorDSMDatabaseItem& group) {
     const auto reason = [](int number) { return Prompts::dsm(number); };
-    const KorDSMItemKind* kind = findItemKind(item.m_Type);
+    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
     const SourceRequest source(item);
-    if (!kind || kind->group == KorDSMDefines::kNoType || group.m_Type != kind->group)
+    if (!family || !family->isFiled() || group.m_Type != family->group)
         return reason(kOtherKind);
-    if (!item.m_pParent || item.m_pParent->m_Type != kind->group)
+    if (!item.m_pParent || item.m_pParent->m_Type != family->group)
         return reason(kShownAsPart);
     if (KorDSMItemSource::sourceOf(&item) != KorDSMItemSource::sourceOf(&group))
         return reason(kOtherSource);

@@ -5,12 +5,11 @@
 #include "data/StyleDatabases.h"
 #include "data/exchange/MasterNumbers.h"
 #include "model/KorDSMDialogFactory.h"
-#include "operations/KorDetailTableDependencies.h"
-#include "operations/KorOdbcGUI.h"
+#include "model/KorDSMFamilies.h"
+#include "operations/CurrentRows.h"
 #include "operations/KorOdbcMan.h"
 #include "services/Prompts.h"
 #include "session/ItemCommandParts.h"
-#include "session/KorDSMItemKinds.h"
 #include "session/PendingGroup.h"
 
 #include <algorithm>
@@ -43,17 +42,13 @@ bool announcedOrReported(int result) {
     return announced(result);
 }
 
-// The host knows a style only by its master: without one the copy would be no style.
+// Without a master the copy would be unknown to the host.
 bool lacksMaster(const KorDSMDatabaseItem& item) {
     StructDetailMaster master;
-    return item.m_Type == KorDSMDefines::kDetailStyle &&
-           KorOdbcGUI::getDetailMaster(item.recordKey(), master) != 1;
+    return needsMaster(item) && !readMaster(item, master);
 }
 
-bool copyMaster(std::int32_t originalKey, const StructRecord& copy) {
-    StructDetailMaster master;
-    if (KorOdbcGUI::getDetailMaster(originalKey, master) != 1)
-        return false;
+bool copyMaster(StructDetailMaster master, const StructRecord& copy) {
     master.key = 0;
     master.name = copy.name;
     master.styleKey = copy.key;
@@ -62,17 +57,29 @@ bool copyMaster(std::int32_t originalKey, const StructRecord& copy) {
     return announced(KorOdbcMan::appendNewRecord(kTableDetailMaster, 0, KorOdbcMan::kThisRow));
 }
 
-bool appendCopy(KorDSMDatabaseItem& copy, const KorDSMItemKind& kind, const KorString& name) {
-    const std::int32_t originalKey = copy.recordKey();
-    return announced(kind.append(copy, name)) &&
-           (kind.type != KorDSMDefines::kDetailStyle || copyMaster(originalKey, *copy.record()));
+// Appends the item's record under the name as a new row and gives it the new row's key. Returns a write
+// result.
+int appendRecord(KorDSMDatabaseItem& item, const KorString& name) {
+    StructRecord& current = KorOdbcMan::currentRecord(item.tableType());
+    CurrentRows::all(item.tableType())->assign(current, *item.record());
+    current.setRunBezeichnung(name);
+    const int result = KorOdbcMan::appendNewRecord(item.tableType(), 1, KorOdbcMan::kThisRow);
+    if (result == WriteResult::kWritten)
+        item.updateRecord(current);
+    return result;
+}
+
+bool appendCopy(KorDSMDatabaseItem& copy, const KorString& name) {
+    StructDetailMaster master;
+    const bool hasMaster = readMaster(copy, master);
+    return announced(appendRecord(copy, name)) && (!hasMaster || copyMaster(master, *copy.record()));
 }
 
 // The loaded group in which a record that is shown as a part of another one is filed, or null.
 KorDSMDatabaseItem* groupElsewhere(const KorDSMDatabaseItem& item) {
     if (KorDSMDefines::isGroupType(item.m_pParent->m_Type))
         return nullptr;
-    const Column* filing = filingColumn(item.tableType());
+    const Column* filing = KorDSMFamilies::filingColumn(item.tableType());
     return filing ? KorDSMWhereUsed::findGroup(KorDSMDialogFactory::getDSMDataStructure(),
                                                KorDSMItemSource::sourceOf(&item),
                                                {filing->target, filing->integerIn(item.record())})
@@ -102,12 +109,12 @@ KorString whyNotWritable(const KorDSMDatabaseItem& item) {
 }
 
 bool canCopy(KorDSMDefines::eItemType type) {
-    const KorDSMItemKind* kind = findItemKind(type);
-    return kind && kind->append;
+    const KorDSMFamily* family = KorDSMFamilies::of(type);
+    return family && family->isFiled();
 }
 
 bool canDelete(KorDSMDefines::eItemType type) {
-    return findItemKind(type) != nullptr;
+    return canCopy(type) || KorDSMDefines::isGroupType(type);
 }
 
 CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
@@ -125,15 +132,16 @@ CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
         return outcome;
     std::unique_ptr<KorDSMDatabaseItem> copy(item.clone());
     PendingGroup group(label(kCopying, item.record()->name));
-    if (!appendCopy(*copy, *findItemKind(item.m_Type), name)) {
+    if (!appendCopy(*copy, name)) {
         group.takeBack();
         outcome.refusal =
             whyNotCopied(*StyleDatabases::current().here(), {item.tableType(), item.recordKey()});
-        if (outcome.refusal.isEmpty() && item.m_Type == KorDSMDefines::kDetailStyle)
+        if (outcome.refusal.isEmpty() && needsMaster(item))
             outcome.refusal = whyFull(kTableDetailMaster);
         return outcome;
     }
-    loadBesideRecord(*copy);
+    if (const auto complete = KorDSMFamilies::of(copy->m_Type)->complete)
+        complete(*copy);
     outcome.done = true;
     outcome.notice = noticeFor(*copy, DsmListChanged::kAdded);
     if (KorDSMDatabaseItem* home = groupElsewhere(item)) {
@@ -146,9 +154,9 @@ CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
 }
 
 std::vector<KorDSMUsage> usersThatForbidDeleting(const KorDSMDatabaseItem& item) {
-    const KorDSMItemKind* kind = findItemKind(item.m_Type);
+    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
     const SourceRequest source(item);
-    if (!kind || !kind->isUsed || !kind->isUsed(KorOdbcKey(item.recordKey())))
+    if (!family || !family->isUsed || !family->isUsed(KorOdbcKey(item.recordKey())))
         return {};
     return KorDSMWhereUsed::usagesOf(item);
 }
@@ -172,16 +180,13 @@ std::vector<std::int32_t> listingsIn(const KorDSMDatabaseItem& item) {
 }
 
 bool deleteRows(const KorDSMDatabaseItem& item) {
-    const KorOdbcKey key(item.recordKey());
     for (const std::int32_t listing : listingsIn(item))
         if (!deleteRow(kTableViewRequestCategory, listing))
             return false;
-    if (!deleteRow(item.tableType(), key))
+    if (!deleteRow(item.tableType(), item.recordKey()))
         return false;
-    if (item.m_Type != KorDSMDefines::kDetailStyle)
-        return true;
     StructDetailMaster master;
-    return KorOdbcGUI::getDetailMaster(key, master) == 1 && deleteRow(kTableDetailMaster, master.key);
+    return !needsMaster(item) || (readMaster(item, master) && deleteRow(kTableDetailMaster, master.key));
 }
 
 // Nothing uses the row any more: what is still shown of it below other records is out of date, and those show

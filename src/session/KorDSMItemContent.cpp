@@ -2,30 +2,16 @@
 
 #include "model/KorDSMDependencies.h"
 #include "model/KorDSMSectionLoader.h"
-#include "model/items/KorDsmItems.h"
 #include "operations/KorDSNManager.h"
 #include "session/KorDSMItemSource.h"
 
-namespace {
-
-template <typename AddIn>
-bool loadAs(KorDSMDatabaseItem& item, void (*load)(AddIn*)) {
-    auto* addIn = dynamic_cast<AddIn*>(&item);
-    if (addIn)
-        load(addIn);
-    return addIn != nullptr;
-}
-
-} // namespace
-
 bool KorDSMItemContent::load(KorDSMDatabaseItem& item) {
-    if (item.m_bExpanded || !dynamic_cast<KorDsmAddInContentItem*>(&item))
+    auto* addIn = dynamic_cast<KorDsmAddInContentItem*>(&item);
+    if (!addIn || addIn->m_bExpanded)
         return false;
-    const SourceId source = KorDSMItemSource::sourceOf(&item);
+    const SourceId source = KorDSMItemSource::sourceOf(addIn);
     const KorDSNRequest request(source.dsn, source.index);
-    loadAs(item, &KorDSMSectionLoader::expandAnnotationsAddInContent) ||
-        loadAs(item, &KorDSMSectionLoader::expandDimRequestsAddInContent) ||
-        loadAs(item, &KorDSMSectionLoader::expandQualifiersAddInContent);
+    KorDSMSectionLoader::expandAddInContent(*addIn);
     return true;
 }
 

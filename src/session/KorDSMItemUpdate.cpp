@@ -3,14 +3,14 @@
 #include "data/RowClosure.h"
 #include "data/StyleDatabases.h"
 #include "model/KorDSMDependencies.h"
+#include "model/KorDSMFamilies.h"
 #include "model/KorDSMItemPlacing.h"
 #include "model/KorDSMSectionLoader.h"
 #include "operations/KorDSNManager.h"
 #include "operations/KorOdbcGUI.h"
-#include "session/ItemCommandParts.h"
-#include "session/KorDSMItemKinds.h"
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMTwins.h"
+#include "session/KorDSMWhereUsed.h"
 
 #include <algorithm>
 #include <set>
@@ -44,53 +44,20 @@ bool reachesChildren(const KorDSMRowChange& change) {
     });
 }
 
-template <typename Item>
-KorDSMDatabaseItem* make(const StructRecord& record) {
-    auto* item = new Item;
-    item->updateRecord(record);
-    return item;
-}
-
-template <typename Item>
-KorDSMDatabaseItem* placeGroup(KorDSMDatabaseItem& addIn, const StructRecord& record) {
-    return &KorDSMItemPlacing::place<Item>(addIn, static_cast<const typename Item::Record&>(record));
-}
-
-// The tables whose rows have items of their own below an add-in.
-constexpr struct {
-    eTableType table;
-    KorDSMDatabaseItem* (*make)(const StructRecord& record);                             // filed records
-    KorDSMDatabaseItem* (*place)(KorDSMDatabaseItem& addIn, const StructRecord& record); // groups
-} kFiledTables[] = {
-    {kTableDetailStyle, make<KorDsmDetailStyleItem>, nullptr},
-    {kTableAnnotationStrategy, make<KorDsmAnnotationStrategyItem>, nullptr},
-    {kTableDimRequest, make<KorDsmDimRequestItem>, nullptr},
-    {kTableQualifierSet, make<KorDsmQualifierSetItem>, nullptr},
-    {kTableBaseCategory, nullptr, placeGroup<KorDsmDetailStyleCategoryItem>},
-    {kTableAnnotationGroup, nullptr, placeGroup<KorDsmAnnotationGroupItem>},
-    {kTableDimRequestGroup, nullptr, placeGroup<KorDsmDimRequestGroupItem>},
-    {kTableQualifierSetGroup, nullptr, placeGroup<KorDsmQualifierSetGroupItem>},
-};
-
-const auto* filedTable(eTableType table) {
-    const auto* row = std::ranges::find(kFiledTables, table, [](const auto& filed) { return filed.table; });
-    return row == std::end(kFiledTables) ? nullptr : row;
-}
-
 const StructRecord* rowOf(RowRef row) {
     return StyleDatabases::current().here()->table(row.table).find(KorOdbcKey(row.key));
 }
 
-// The group in which a row is filed; a style is filed by its master.
-RowRef groupOf(RowRef row) {
+// The group in which a row of the family is filed; a style is filed by its master.
+RowRef groupOf(const KorDSMFamily& family, RowRef row) {
     const StructRecord* record = rowOf(row);
     StructDetailMaster master;
-    if (row.table == kTableDetailStyle) {
+    if (family.filedBy == kTableDetailMaster) {
         KorOdbcGUI::getDetailMaster(row.key, master);
         record = &master;
         row.table = kTableDetailMaster;
     }
-    const Column* filing = record ? filingColumn(row.table) : nullptr;
+    const Column* filing = record ? KorDSMFamilies::filingColumn(row.table) : nullptr;
     return filing ? RowRef{filing->target, filing->integerIn(record)} : RowRef();
 }
 
@@ -176,19 +143,20 @@ void KorDSMItemUpdate::followPart(const KorDSMRowChange& change) {
 
 // Puts the row's item where the row is filed, where that is loaded.
 void KorDSMItemUpdate::file(SourceId source, RowRef row) {
-    const auto* filed = filedTable(row.table);
-    const StructRecord* record = filed ? rowOf(row) : nullptr;
+    const KorDSMFamily* family = KorDSMFamilies::of(row.table);
+    const StructRecord* record = family ? rowOf(row) : nullptr;
     if (!record)
         return;
-    if (filed->make) {
-        if (KorDSMDatabaseItem* group = KorDSMWhereUsed::findGroup(m_structure, source, groupOf(row)))
+    if (family->isFiled()) {
+        if (KorDSMDatabaseItem* group =
+                KorDSMWhereUsed::findGroup(m_structure, source, groupOf(*family, row)))
             fileUnder(*group, source, row);
         return;
     }
     KorDsmAddInContentItem* content = KorDSMWhereUsed::contentOf(m_structure, source, row.table);
     if (!content || KorDSMItemPlacing::findChild(*content, row.key))
         return;
-    m_outcome.added.push_back(filed->place(*content, *record));
+    m_outcome.added.push_back(&KorDSMItemPlacing::place(*content, *family, *record));
     fileMembers(source, row);
 }
 
@@ -215,8 +183,8 @@ void KorDSMItemUpdate::fileUnder(KorDSMDatabaseItem& group, SourceId source, Row
             m_outcome.moved.push_back(item);
             return;
         }
-    KorDSMDatabaseItem* item = filedTable(row.table)->make(*rowOf(row));
-    ItemCommandParts::loadBesideRecord(*item);
+    KorDSMDatabaseItem* item =
+        KorDSMFamilies::makeItem(*KorDSMFamilies::of(row.table), *rowOf(row)).release();
     group.addChild(item);
     m_outcome.added.push_back(item);
 }

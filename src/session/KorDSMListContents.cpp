@@ -1,5 +1,6 @@
 #include "session/KorDSMListContents.h"
 
+#include "model/KorDSMFamilies.h"
 #include "model/items/KorDsmAddInContentItem.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
@@ -10,6 +11,11 @@ namespace {
 
 constexpr int kColumnName = 310;
 constexpr int kColumnEntries = 311;
+
+bool isCategory(const KorDSMDatabaseItem& item) {
+    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
+    return family && family->isCategory;
+}
 
 // A database with a single content node shows what is in that, as the trees do.
 const KorDSMDatabaseItem& shownContent(const KorDSMDatabaseItem& item) {
@@ -23,7 +29,7 @@ KorString count(const KorDSMDatabaseItem& item) {
 
 // What the first column lists, in the words of the table where the children are records.
 KorString nameTitle(const KorDSMDatabaseItem& item) {
-    if (item.m_Type == kDetailStyleCategory)
+    if (isCategory(item))
         return Prompts::ups(33703);
     for (const KorDSMDatabaseItem* child : item.children())
         if (const TableSchema* table = findTable(child->tableType()))
@@ -36,12 +42,12 @@ KorString nameTitle(const KorDSMDatabaseItem& item) {
 KorDSMListContents KorDSMListContents::of(const KorDSMDatabaseItem& node) {
     const KorDSMDatabaseItem& item = shownContent(node);
     KorDSMListContents contents;
-    contents.titles = {nameTitle(item), item.m_Type == kDetailStyleCategory ? Prompts::ups(33704)
-                                                                            : Prompts::dsm(kColumnEntries)};
+    contents.titles = {nameTitle(item),
+                       isCategory(item) ? Prompts::ups(33704) : Prompts::dsm(kColumnEntries)};
     contents.numeric = {false, true};
     // Only what is filed in levels has numbers; records of the other families know theirs when opened.
     const bool withNumbers = isSectionType(item.m_Type) || item.m_Type == kDatabaseContent ||
-                             item.m_Type == kAddInContent || item.m_Type == kDetailStyleCategory;
+                             item.m_Type == kAddInContent || isCategory(item);
     if (!withNumbers) {
         contents.titles.pop_back();
         contents.numeric.pop_back();

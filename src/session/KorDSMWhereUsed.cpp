@@ -1,10 +1,11 @@
 #include "session/KorDSMWhereUsed.h"
 
 #include "data/StyleDatabases.h"
+#include "model/KorDSMBusy.h"
 #include "model/KorDSMDependencies.h"
+#include "model/KorDSMFamilies.h"
 #include "model/KorDSMSectionLoader.h"
 #include "operations/KorDSNManager.h"
-#include "operations/KorOdbcGUI.h"
 #include "services/AddInManager.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemPath.h"
@@ -67,6 +68,10 @@ std::vector<KorDSMUsage> usagesOf(const KorDSMDatabaseItem& item) {
     return usagesOf(KorDSMItemSource::sourceOf(&item), {item.tableType(), item.recordKey()});
 }
 
+void whenSettled(std::function<void()> look) {
+    KorDSMBusy::whenFree(std::move(look));
+}
+
 KorString whyIncomplete() {
     KorString reasons;
     StyleDatabases& databases = StyleDatabases::current();
@@ -76,29 +81,10 @@ KorString whyIncomplete() {
     return reasons;
 }
 
-namespace {
-
-constexpr struct {
-    eTableType table;
-    KorDSMDefines::eViewSections section;
-} kSectionsOfTables[] = {
-    {kTableDetailStyle, KorDSMDefines::kViewDetailStyles},
-    {kTableBaseCategory, KorDSMDefines::kViewDetailStyles},
-    {kTableAnnotationStrategy, KorDSMDefines::kViewAnnotations},
-    {kTableAnnotationGroup, KorDSMDefines::kViewAnnotations},
-    {kTableDimRequest, KorDSMDefines::kViewDimRequests},
-    {kTableDimRequestGroup, KorDSMDefines::kViewDimRequests},
-    {kTableQualifierSet, KorDSMDefines::kViewQualifiers},
-    {kTableQualifierSetGroup, KorDSMDefines::kViewQualifiers},
-};
-
-} // namespace
-
 KorDsmAddInContentItem* contentOf(KorDSMDataStructure& structure, SourceId source, eTableType table) {
-    for (const auto& filed : kSectionsOfTables)
-        if (filed.table == table)
-            return KorDSMItemPath::findAddIn(*structure.getSection(filed.section), source);
-    return nullptr;
+    const KorDSMFamily* family = KorDSMFamilies::of(table);
+    const KorDSMSection* section = family ? KorDSMFamilies::sectionOf(*family) : nullptr;
+    return section ? KorDSMItemPath::findAddIn(*structure.getSection(section->section), source) : nullptr;
 }
 
 namespace {
@@ -114,17 +100,6 @@ KorDSMDatabaseItem* childThatShows(const KorDSMDatabaseItem& parent, RowRef row)
     return nullptr;
 }
 
-void loadContent(KorDsmAddInContentItem& addIn) {
-    if (addIn.m_bExpanded)
-        return;
-    if (auto* annotations = dynamic_cast<KorDsmAnnotationsAddInItem*>(&addIn))
-        KorDSMSectionLoader::expandAnnotationsAddInContent(annotations);
-    else if (auto* requests = dynamic_cast<KorDsmDimRequestsAddInItem*>(&addIn))
-        KorDSMSectionLoader::expandDimRequestsAddInContent(requests);
-    else if (auto* sets = dynamic_cast<KorDsmQualifierSetsAddInItem*>(&addIn))
-        KorDSMSectionLoader::expandQualifiersAddInContent(sets);
-}
-
 // Among the groups below the add-in and what is filed under them.
 KorDSMDatabaseItem* findFiled(const KorDsmAddInContentItem& addIn, RowRef row) {
     if (KorDSMDatabaseItem* group = childThatShows(addIn, row))
@@ -135,13 +110,10 @@ KorDSMDatabaseItem* findFiled(const KorDsmAddInContentItem& addIn, RowRef row) {
     return nullptr;
 }
 
-constexpr eTableType kTablesOfItems[] = {
-    kTableDetailStyle,       kTableBaseCategory,    kTableViewRequest,      kTableSystemAndBox,
-    kTableReprMap,           kTableReprMapEntry,    kTableAppearance,       kTableAnnotationStrategy,
-    kTableAnnotationGroup,   kTableArrangerControl, kTableArrangerStrategy, kTableViewDimStrategy,
-    kTableDimRequest,        kTableDimRequestGroup, kTablePointSelection,   kTableQualifierSet,
-    kTableQualifierSetGroup,
-};
+bool hasItems(eTableType table) {
+    const KorDSMFamily* family = KorDSMFamilies::of(table);
+    return family && family->make;
+}
 
 // An entry of a view dimensioning has no item of its own: its dimension requests hang on the whole.
 RowRef itemRow(StyleSource& source, RowRef row) {
@@ -173,11 +145,10 @@ void forEachEditedRow(StyleSource& source, RowRef row, Take take) {
     for (std::vector<RowRef> level{row}; !level.empty();) {
         std::vector<RowRef> above;
         for (const RowRef candidate : level) {
-            const bool hasItems =
-                std::ranges::find(kTablesOfItems, candidate.table) != std::end(kTablesOfItems);
-            if (hasItems && take(candidate))
+            const bool isShown = hasItems(candidate.table);
+            if (isShown && take(candidate))
                 return;
-            if (!hasItems && known.insert(candidate).second)
+            if (!isShown && known.insert(candidate).second)
                 std::ranges::copy(rowsAbove(source, candidate), std::back_inserter(above));
         }
         level = std::move(above);
@@ -194,7 +165,7 @@ public:
         if (!m_seen.insert(row).second)
             return nullptr;
         if (KorDsmAddInContentItem* content = contentOf(m_structure, m_source.id(), row.table)) {
-            loadContent(*content);
+            KorDSMSectionLoader::expandAddInContent(*content);
             return findFiled(*content, row);
         }
         for (const RowRef above : rowsAbove(m_source, row))

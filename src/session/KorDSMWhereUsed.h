@@ -3,6 +3,7 @@
 #include "data/RowUsers.h"
 #include "model/KorDSMDataStructure.h"
 
+#include <functional>
 #include <vector>
 
 /// A record that uses another one, as it is shown to users.
@@ -31,6 +32,9 @@ std::vector<KorDSMUsage> usagesOf(SourceId source, RowRef row);
 std::vector<KorDSMUsage> usagesUpToSharing(SourceId source, RowRef row);
 /// Who uses an item's record; nothing for an item without one.
 std::vector<KorDSMUsage> usagesOf(const KorDSMDatabaseItem& item);
+
+/// Calls when nothing is being filled, stored or exchanged: at once, or when that has ended.
+void whenSettled(std::function<void()> look);
 
 /// Why `usagesOf` may lack some: one sentence for each open source that cannot be read whole, a space between
 /// them. Empty when none lacks. Reads what was not read yet.

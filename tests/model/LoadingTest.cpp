@@ -3,6 +3,7 @@
 #include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMItemPlacing.h"
 #include "model/KorProgressCtrl.h"
+#include "model/items/KorDsmItems.h"
 #include "operations/KorODBCDetStyle.h"
 
 using namespace KorDSMDefines;
@@ -139,7 +140,9 @@ TEST_F(Loading, AGroupThatComesLaterStandsAtThePlaceOfItsKey) {
         StructDetObjQualifierSetGroup group;
         group.key = key;
         group.name = KorString::number(key);
-        EXPECT_EQ(KorDSMItemPlacing::place<KorDsmQualifierSetGroupItem>(content, group).recordKey(), key);
+        EXPECT_EQ(
+            KorDSMItemPlacing::place(content, *KorDSMFamilies::of(kQualifierSetGroup), group).recordKey(),
+            key);
     }
     EXPECT_EQ(namesBelow(content), (Names{"3", "5", "9"}));
 }

@@ -1,8 +1,12 @@
 #include "model/items/KorDSMDatabaseItem.h"
 
+#include "model/KorDSMFamilies.h"
 #include "model/KorDSMMessages.h"
 #include "model/items/KorDsmAddInContentItem.h"
 #include "records/StructRecord.h"
+
+KorDSMDatabaseItem::KorDSMDatabaseItem(const KorDSMFamily& family)
+    : m_Type(family.type), m_IconIndex(family.icon), m_bExpanded(family.startsExpanded) {}
 
 KorDSMDatabaseItem::~KorDSMDatabaseItem() {
     unlinkEqualItems();

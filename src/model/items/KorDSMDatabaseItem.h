@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+struct KorDSMFamily;
 struct StructRecord;
 
 /// Root of everything that the editor shows in its trees: a record of a style database, or a node that
@@ -16,6 +17,8 @@ struct StructRecord;
 class KorDSMDatabaseItem {
 public:
     explicit KorDSMDatabaseItem(bool callerFlag = false) : m_bCallerFlag(callerFlag) {}
+    /// An item of a family: with its type, icon and first state.
+    explicit KorDSMDatabaseItem(const KorDSMFamily& family);
     virtual ~KorDSMDatabaseItem();
     KorDSMDatabaseItem(const KorDSMDatabaseItem&) = delete;
     KorDSMDatabaseItem& operator=(const KorDSMDatabaseItem&) = delete;

@@ -72,12 +72,6 @@ void KorDsmReprMapItem::dependentsDropped() {
     m_AnnotationStrategy = nullptr;
 }
 
-KorDsmAnnotationArrangementItem::KorDsmAnnotationArrangementItem() {
-    m_Type = KorDSMDefines::kAnnotationArrangement;
-    m_IconIndex = 10;
-    m_bExpanded = false;
-}
-
 bool KorDsmAnnotationArrangementItem::isEqual(const KorDSMDatabaseItem& other) const {
     const auto* same = dynamic_cast<const KorDsmAnnotationArrangementItem*>(&other);
     if (!same || same->m_bStandsForStrategy != m_bStandsForStrategy)

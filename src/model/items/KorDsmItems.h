@@ -5,41 +5,40 @@
 // The items that show records, one class per record kind.
 
 class KorDsmDetailStyleCategoryItem
-    : public KorDsmRecordItem<StructDetBaseCategory, KorDSMDefines::kDetailStyleCategory, 13, true> {};
+    : public KorDsmRecordItem<StructDetBaseCategory, KorDSMDefines::kDetailStyleCategory> {};
 
 /// A detail style; its children are its view requests.
-class KorDsmDetailStyleItem : public KorDsmRecordItem<StructDetailStyle, KorDSMDefines::kDetailStyle, 12, true> {
+class KorDsmDetailStyleItem : public KorDsmRecordItem<StructDetailStyle, KorDSMDefines::kDetailStyle> {
 public:
     KorDSMDatabaseItem* clone() const override;
 };
 
 class KorDsmViewRequestCategoryItem
-    : public KorDsmRecordItem<StructDetViewRequestCategory, KorDSMDefines::kViewRequestCategory, 13, true> {};
+    : public KorDsmRecordItem<StructDetViewRequestCategory, KorDSMDefines::kViewRequestCategory> {};
 
 /// A view request; its children are its system and box, representation map and view dimensioning.
-class KorDsmViewRequestItem
-    : public KorDsmRecordItem<StructDetViewRequest, KorDSMDefines::kViewRequest, 22, false> {
+class KorDsmViewRequestItem : public KorDsmRecordItem<StructDetViewRequest, KorDSMDefines::kViewRequest> {
 public:
     KorDSMDatabaseItem* clone() const override;
     void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
 };
 
 class KorDsmSystemAndBoxItem
-    : public KorDsmRecordItem<StructDetViewSystemAndBox, KorDSMDefines::kSystemAndBox, 23, true> {};
+    : public KorDsmRecordItem<StructDetViewSystemAndBox, KorDSMDefines::kSystemAndBox> {};
 
 /// A view dimensioning strategy; its children are its dimension requests.
 class KorDsmViewDimensioningItem
-    : public KorDsmRecordItem<StructDetViewDimStrategy, KorDSMDefines::kViewDimensioning, 16, false> {
+    : public KorDsmRecordItem<StructDetViewDimStrategy, KorDSMDefines::kViewDimensioning> {
 public:
     void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
 };
 
 class KorDsmDimRequestGroupItem
-    : public KorDsmRecordItem<StructDetViewDimRequestLinearGroup, KorDSMDefines::kDimRequestGroup, 0, true> {};
+    : public KorDsmRecordItem<StructDetViewDimRequestLinearGroup, KorDSMDefines::kDimRequestGroup> {};
 
 /// A dimension request; its children are its point selections.
 class KorDsmDimRequestItem
-    : public KorDsmRecordItem<StructDetViewDimRequestLinear, KorDSMDefines::kDimRequest, 11, false> {
+    : public KorDsmRecordItem<StructDetViewDimRequestLinear, KorDSMDefines::kDimRequest> {
 public:
     KorDSMDatabaseItem* clone() const override;
     /// Stores the name and shows it in the item's entry.
@@ -48,7 +47,7 @@ public:
 
 /// A point selection; its child is its qualifier set.
 class KorDsmPointSelectionItem
-    : public KorDsmRecordItem<StructDetViewDimPointSelection, KorDSMDefines::kPointSelection, 19, false> {
+    : public KorDsmRecordItem<StructDetViewDimPointSelection, KorDSMDefines::kPointSelection> {
 public:
     KorDSMDatabaseItem* clone() const override;
     void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
@@ -59,7 +58,7 @@ class KorDsmAppearanceItem;
 class KorDsmAnnotationStrategyItem;
 
 /// An entry of a representation map; it has exactly one qualifier set, appearance and annotation strategy.
-class KorDsmReprMapItem : public KorDsmRecordItem<StructDetObjReprMapKey, KorDSMDefines::kReprMap, 18, false> {
+class KorDsmReprMapItem : public KorDsmRecordItem<StructDetObjReprMapKey, KorDSMDefines::kReprMap> {
 public:
     // The three take the child over. Each may be created only while there is none.
     void createQualifierSet(KorDsmQualifierSetItem* child);
@@ -75,28 +74,27 @@ protected:
 };
 
 /// A representation map; its children are its entries.
-class KorDsmReprMapRuleItem
-    : public KorDsmRecordItem<StructDetObjReprMap, KorDSMDefines::kReprMapRule, 21, false> {
+class KorDsmReprMapRuleItem : public KorDsmRecordItem<StructDetObjReprMap, KorDSMDefines::kReprMapRule> {
 public:
     void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
 };
 
 class KorDsmQualifierSetGroupItem
-    : public KorDsmRecordItem<StructDetObjQualifierSetGroup, KorDSMDefines::kQualifierSetGroup, 0, true> {};
+    : public KorDsmRecordItem<StructDetObjQualifierSetGroup, KorDSMDefines::kQualifierSetGroup> {};
 
 class KorDsmQualifierSetItem
-    : public KorDsmRecordItem<StructDetObjQualifierSet, KorDSMDefines::kQualifierSet, 14, false> {
+    : public KorDsmRecordItem<StructDetObjQualifierSet, KorDSMDefines::kQualifierSet> {
 public:
     KorDSMDatabaseItem* clone() const override;
     void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
 };
 
 class KorDsmAnnotationGroupItem
-    : public KorDsmRecordItem<StructDetObjAnnotationGroup, KorDSMDefines::kAnnotationGroup, 0, true> {};
+    : public KorDsmRecordItem<StructDetObjAnnotationGroup, KorDSMDefines::kAnnotationGroup> {};
 
 /// An annotation strategy; its children are its annotation arrangements.
 class KorDsmAnnotationStrategyItem
-    : public KorDsmRecordItem<StructDetObjAnnotationStrategy, KorDSMDefines::kAnnotationStrategy, 10, false> {
+    : public KorDsmRecordItem<StructDetObjAnnotationStrategy, KorDSMDefines::kAnnotationStrategy> {
 public:
     KorDSMDatabaseItem* clone() const override;
     void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
@@ -104,13 +102,13 @@ public:
     StructDetAnnotationType m_AnnotationType;
 };
 
-class KorDsmAppearanceItem
-    : public KorDsmRecordItem<StructDetObjAppearance, KorDSMDefines::kAppearance, 20, false> {};
+class KorDsmAppearanceItem : public KorDsmRecordItem<StructDetObjAppearance, KorDSMDefines::kAppearance> {};
 
 /// An annotation arrangement: an arranger control record, or, as its flag says, an arranger strategy record.
 class KorDsmAnnotationArrangementItem : public KorDSMDatabaseItem {
 public:
-    KorDsmAnnotationArrangementItem();
+    KorDsmAnnotationArrangementItem()
+        : KorDSMDatabaseItem(*KorDSMFamilies::of(KorDSMDefines::kAnnotationArrangement)) {}
 
     bool isEqual(const KorDSMDatabaseItem& other) const override;
     KorString getDisplayName() const override;

@@ -1,20 +1,17 @@
 #pragma once
 
+#include "model/KorDSMFamilies.h"
 #include "model/items/KorDSMDatabaseItem.h"
 #include "records/TableDeclarations.h"
 
-/// An item that shows one record of type R. `Expanded` is the state of a new item: false for records whose
-/// dependent children are made when the entry is opened.
-template <typename R, KorDSMDefines::eItemType Type, int IconIndex, bool Expanded>
+/// An item that shows one record of type R. All else follows from the row of the type's family.
+template <typename R, KorDSMDefines::eItemType Type>
 class KorDsmRecordItem : public KorDSMDatabaseItem {
 public:
     using Record = R;
+    static constexpr KorDSMDefines::eItemType kType = Type;
 
-    KorDsmRecordItem() {
-        m_Type = Type;
-        m_IconIndex = IconIndex;
-        m_bExpanded = Expanded;
-    }
+    KorDsmRecordItem() : KorDSMDatabaseItem(*KorDSMFamilies::of(Type)) {}
 
     R& getRecord() { return m_Record; }
     const R& getRecord() const { return m_Record; }
