@@ -4,6 +4,11 @@
 #include "records/KorOdbcKey.h"
 #include "records/TableTypes.h"
 
+#include <vector>
+
+struct KorDSMSharedRecord;
+struct KorDSMUsage;
+
 /// Asks what to do before a field of a shared record is changed.
 class KorDSMDialogConfirmation : public KorDSMDialog {
     Q_OBJECT
@@ -21,15 +26,9 @@ public:
     eAction selectedAction() const { return m_action; }
 
 private:
-    struct Texts {
-        KorString kind;
-        KorString runName;
-    };
-
-    Texts prepareTexts(eTableType table, const KorOdbcKey& key) const;
-    void OnInitDialog(const Texts& texts);
+    void OnInitDialog(const KorDSMSharedRecord& record);
     // Who uses the record is seen before the answer; a small screen can fold it away.
-    void showUsers(eTableType table, const KorOdbcKey& key);
+    void showUsers(std::vector<KorDSMUsage> users);
 
     eAction m_action = kModify;
 };

@@ -4,7 +4,6 @@
 #include "controls/KorMFCGridCtrl.h"
 #include "controls/KorQt.h"
 #include "services/Prompts.h"
-#include "session/KorDSMConflictWords.h"
 #include "session/KorDSMWhereUsed.h"
 
 #include <QPushButton>

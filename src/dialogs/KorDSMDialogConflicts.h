@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/OutsideChanges.h"
 #include "dialogs/KorDSMDialog.h"
+#include "session/KorDSMConflictWords.h"
 
 class KorMFCGridCtrl;
 

@@ -3,10 +3,8 @@
 #include "base/KorAssert.h"
 #include "controls/KorControls.h"
 #include "controls/KorQt.h"
-#include "dialogs/NewItemKinds.h"
 #include "dialogs/NewNameCheck.h"
-#include "operations/KorDetailTableDependencies.h"
-#include "services/Prompts.h"
+#include "session/KorDSMItemWords.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -23,30 +21,26 @@ constexpr int kReason = 1017;
 
 KorDSMDialogNewItem::KorDSMDialogNewItem(int itemType, const KorString& initialName, bool proposeName,
                                          QWidget* parent)
-    : KorDSMDialog(kTemplate, parent), m_itemType(itemType) {
-    OnInitDialog(initialName, proposeName);
+    : KorDSMDialog(kTemplate, parent) {
+    OnInitDialog(itemType, initialName, proposeName);
 }
 
-void KorDSMDialogNewItem::OnInitDialog(const KorString& initialName, bool proposeName) {
+void KorDSMDialogNewItem::OnInitDialog(int itemType, const KorString& initialName, bool proposeName) {
     setCaption(1, 33740);
     setCaption(2, 33741);
     auto* edit = KorControls::find<QLineEdit>(this, kName);
-    const NewItemKind* kind = findNewItemKind(m_itemType);
-    KorAssert::check(kind != nullptr, "false");
-    KorString proposal = initialName;
-    KorArray<KorString> existing;
-    if (kind) {
-        setWindowTitle(toQt(Prompts::ups(kind->titlePrompt ? kind->titlePrompt : kind->labelPrompt)));
-        setCaption(kLabel, kind->labelPrompt);
-        kind->existingNames(existing);
-        if (proposeName && kind->defaultNameTable != kNoTable)
-            KorDetailTableDependencies::GetDefaultNameForRow(kind->defaultNameTable, proposal);
+    std::optional<KorDSMNaming> naming = KorDSMNaming::of(itemType, initialName, proposeName);
+    if (KorAssert::check(naming.has_value(), "false")) {
+        setWindowTitle(toQt(naming->title));
+        setCaption(kLabel, naming->label);
+    } else {
+        naming.emplace().name = initialName;
     }
-    edit->setText(toQt(proposal));
+    edit->setText(toQt(naming->name));
     edit->selectAll();
     m_check = new NewNameCheck(edit, KorControls::find<QLabel>(this, kReason),
                                KorControls::find<QAbstractButton>(this, 1), this);
-    m_check->setExistingNames(std::move(existing));
+    m_check->setExistingNames(std::move(naming->existing));
     if (proposeName)
         m_check->check();
 }

@@ -20,8 +20,7 @@ public:
     KorString name() const;
 
 private:
-    void OnInitDialog(const KorString& initialName, bool proposeName);
+    void OnInitDialog(int itemType, const KorString& initialName, bool proposeName);
 
-    int m_itemType;
     NewNameCheck* m_check = nullptr;
 };

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "dialogs/KorDSMDialog.h"
-#include "model/KorDSMDefines.h"
 
 class KorComboBitmap;
 class NewNameCheck;
+struct KorDSMFiledNaming;
 
 /// Asks for the name of a new detail style, annotation strategy, dimension request or qualifier set, and for
 /// the category or group into which it goes. Names that exist already are refused while the user types.
@@ -26,11 +26,8 @@ public:
     int groupKey() const;
 
 private:
-    void OnInitDialog(const KorString& name, const KorString& group);
-    void setTexts();
-    void fillGroups(const KorString& chosen);
+    void fillGroups(const KorDSMFiledNaming& naming, const KorString& chosen);
 
-    int m_itemType = KorDSMDefines::kQualifierSet;
     NewNameCheck* m_check = nullptr;
-    KorComboBitmap* m_groups = nullptr;
+    KorComboBitmap* m_groups;
 };

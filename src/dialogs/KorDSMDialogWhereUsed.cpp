@@ -4,7 +4,6 @@
 #include "controls/KorListCtrl.h"
 #include "controls/KorQt.h"
 #include "dialogs/UsageList.h"
-#include "model/KorDSMBusy.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
 
@@ -49,7 +48,7 @@ void KorDSMDialogWhereUsed::look() {
 void KorDSMDialogWhereUsed::changeEvent(QEvent* event) {
     KorDSMDialog::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        KorDSMBusy::whenFree([dialog = QPointer<KorDSMDialogWhereUsed>(this)] {
+        KorDSMWhereUsed::whenSettled([dialog = QPointer<KorDSMDialogWhereUsed>(this)] {
             if (dialog)
                 dialog->look();
         });

@@ -1,7 +1,7 @@
 #include "shell/SelectionStatus.h"
 
 #include "services/Prompts.h"
-#include "session/KorDSMStatusTexts.h"
+#include "session/KorDSMItemWords.h"
 #include "session/KorDSMValueText.h"
 #include "shell/CommandStrip.h"
 #include "shell/Navigation.h"
