@@ -1,6 +1,7 @@
 #include "shell/KorDSMPageRegistry.h"
 
 #include "base/KorAssert.h"
+#include "model/KorDSMFamilies.h"
 #include "pages/KorDSMPageCompassPosition.h"
 #include "pages/KorDSMPageCutViewTitleProperties.h"
 #include "pages/KorDSMPageDetailStylesProperties.h"
@@ -17,32 +18,6 @@
 using namespace KorDSMDefines;
 
 namespace {
-
-struct GroupRow {
-    const char* name;
-    eItemType type;
-    std::vector<int> pages; // template numbers, in tab order
-};
-
-// The tab order of every group.
-const std::vector<GroupRow>& groupRows() {
-    static const std::vector<GroupRow> rows = {
-        {"DetailStyle", kDetailStyle, {2001, 2002, 2309, 2003}},
-        {"Views", kViewRequest, {2004, 2005, 1086, 2020, 2006}},
-        {"ReprMapRule", kReprMapRule, {2007}},
-        {"ReprMapItem", kReprMap, {2009}},
-        {"ViewDimensioning", kViewDimensioning, {2010}},
-        {"DimPoints", kPointSelection, {2015}},
-        {"DimRequest", kDimRequest, {2014, 2321}},
-        {"SystemAndBox", kSystemAndBox, {2008}},
-        {"QualifierSet", kQualifierSet, {2011}},
-        {"AnnotationStrategy", kAnnotationStrategy, {2012}},
-        {"ArrangerControl", kAnnotationArrangement, {2013}},
-        {"ArrangerControlNew", kSecondArrangerControl, {2017}},
-        {"Appearance", kAppearance, {2016}},
-    };
-    return rows;
-}
 
 // Which pages hear of changes made on a page, by template numbers, in order.
 const std::vector<std::pair<int, std::vector<int>>>& linkRows() {
@@ -80,8 +55,10 @@ KorDSMPage* makePage(int templateId, QWidget* owner) {
 void KorDSMPageRegistry::createPages(QWidget* owner) {
     clear();
     const KorString key = KorString::format("%sTabs", {KOSettings::getKeyDSM()});
-    for (const GroupRow& row : groupRows()) {
-        auto group = std::make_unique<TabContent>(key, row.name);
+    for (const KorDSMFamily& row : KorDSMFamilies::all()) {
+        if (row.pages.empty())
+            continue;
+        auto group = std::make_unique<TabContent>(key, row.pageGroup);
         for (const int templateId : row.pages) {
             m_pages[templateId] = makePage(templateId, owner);
             group->addPage(m_pages[templateId]);
@@ -107,7 +84,7 @@ KorDSMPage* KorDSMPageRegistry::page(int templateId) const {
 }
 
 KorDSMPage* KorDSMPageRegistry::pageOfCode(int code) const {
-    for (const GroupRow& row : groupRows())
+    for (const KorDSMFamily& row : KorDSMFamilies::all())
         for (const int templateId : row.pages)
             if (KorDSMPage* candidate = page(templateId); candidate && candidate->pageCode() == code)
                 return candidate;
