@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/KorDSMDefines.h"
+#include "model/KorDSMFamilies.h"
 
 #include <iterator>
 #include <optional>
@@ -43,18 +43,26 @@ inline bool isSection(Facts facts) {
     return facts.type && KorDSMDefines::isSectionType(*facts.type);
 }
 
-inline bool isFamilyRecord(Facts facts) {
-    return facts.type == KorDSMDefines::kAnnotationStrategy || facts.type == KorDSMDefines::kDimRequest ||
-           facts.type == KorDSMDefines::kQualifierSet;
+inline const KorDSMFamily* familyOf(Facts facts) {
+    return facts.type ? KorDSMFamilies::of(*facts.type) : nullptr;
+}
+
+// Can be exported and imported on its own.
+inline bool isExchanged(Facts facts) {
+    const KorDSMFamily* family = familyOf(facts);
+    return family && family->isExchanged;
+}
+
+// Is filed in a group, to be used by other records.
+inline bool isShared(Facts facts) {
+    const KorDSMFamily* family = familyOf(facts);
+    return family && family->isFiled() && !family->isExchanged;
 }
 
 // Styles, and records that are shown where they are filed: not those that another record only uses.
 inline bool isDefinition(Facts facts) {
-    const bool isFiled = facts.parentType == KorDSMDefines::kAnnotationGroup ||
-                         facts.parentType == KorDSMDefines::kDimRequestGroup ||
-                         facts.parentType == KorDSMDefines::kQualifierSetGroup ||
-                         facts.parentType == KorDSMDefines::kPointSelection;
-    return facts.type == KorDSMDefines::kDetailStyle || (isFamilyRecord(facts) && isFiled);
+    return isExchanged(facts) || (isShared(facts) && (facts.parentType == familyOf(facts)->group ||
+                                                      facts.parentType == KorDSMDefines::kPointSelection));
 }
 
 // What a style consists of, and the style itself.
@@ -62,8 +70,7 @@ inline bool isOfStyle(Facts facts) {
     if (!facts.type || facts.type == KorDSMDefines::kDatabaseContent ||
         facts.type == KorDSMDefines::kAddInContent || isGroup(facts) || isSection(facts))
         return false;
-    return facts.type == KorDSMDefines::kDetailStyle ||
-           (isFamilyRecord(facts) ? !isDefinition(facts) : facts.insideDetailStyle);
+    return isExchanged(facts) || (isShared(facts) ? !isDefinition(facts) : facts.insideDetailStyle);
 }
 
 inline bool canMakeNew(Facts facts) {
@@ -79,14 +86,17 @@ inline bool canDelete(Facts facts) {
     return isDefinition(facts) || (isGroup(facts) && !facts.entryHasChildren);
 }
 
-inline bool canExport(Facts facts) {
-    return facts.type == KorDSMDefines::kDetailStyle;
+// A group or section of what is exchanged.
+inline bool holdsExchanged(Facts facts) {
+    const KorDSMFamily* filed = isGroup(facts) ? KorDSMFamilies::filedUnder(*familyOf(facts)) : nullptr;
+    if (isSection(facts))
+        filed = KorDSMFamilies::of(KorDSMFamilies::sectionOfType(*facts.type)->family);
+    return filed && filed->isExchanged;
 }
 
 inline bool canImport(Facts facts) {
     return facts.type == KorDSMDefines::kDatabaseContent || facts.type == KorDSMDefines::kAddInContent ||
-           facts.type == KorDSMDefines::kDetailStyleCategory ||
-           facts.type == KorDSMDefines::kDetailStylesSection || isOfStyle(facts);
+           holdsExchanged(facts) || isOfStyle(facts);
 }
 
 inline bool always(Facts) {
@@ -126,7 +136,7 @@ inline constexpr ItemCommandRow kItemCommandRows[] = {
     {eItemCommand::kRename, 1034, 1047, 33561, "F2", ItemCommandRules::isDefinition},
     {eItemCommand::kDelete, 1035, 1048, 33562, "", ItemCommandRules::canDelete,
      ItemCommandRow::kChangesSource | ItemCommandRow::kForSeveral},
-    {eItemCommand::kExport, 1037, 1051, 33563, "Ctrl+E", ItemCommandRules::canExport},
+    {eItemCommand::kExport, 1037, 1051, 33563, "Ctrl+E", ItemCommandRules::isExchanged},
     {eItemCommand::kImport, 1039, 1052, 33564, "Ctrl+I", ItemCommandRules::canImport,
      ItemCommandRow::kChangesSource},
     {eItemCommand::kDimensionSettings, 1038, 1049, 33565, "", ItemCommandRules::always,
