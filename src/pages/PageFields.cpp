@@ -86,7 +86,10 @@ void PageFields::connectField(const PageField& field) {
     } else if (auto* combo = qobject_cast<QComboBox*>(control)) {
         connect(combo, &QComboBox::activated, this, [this, &field, combo] { onEntryChosen(field, *combo); });
     } else if (auto* edit = qobject_cast<KorLineEdit*>(control)) {
-        connect(edit, &KorLineEdit::committed, this, [this, &field, edit] { onTextCommitted(field, *edit); });
+        connect(edit, &KorLineEdit::committed, this, [this, &field, edit] {
+            onTextCommitted(field, *edit);
+            m_page.notifyTyping(); // there may be nothing to apply any more
+        });
         connect(edit, &KorLineEdit::textEdited, &m_page, &KorDSMPage::notifyTyping);
         connect(edit, &KorLineEdit::restored, this, [this, &field] {
             // What was declined before is shown no longer, so that nobody takes it for stored.

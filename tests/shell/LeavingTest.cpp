@@ -1,3 +1,5 @@
+#include "controls/KorLineEdit.h"
+#include "dialogs/KorDSMDialogConfirmation.h"
 #include "services/KorExchangeUtilities.h"
 #include "session/KorDSMHandOver.h"
 #include "shell/EditorFixture.h"
@@ -111,6 +113,39 @@ TEST_F(Leaving, WhatAFieldShowsAndDoesNotStoreIsNotLeftWithoutAWord) {
     answer("&Leave without it");
     click(button(kOk));
     EXPECT_EQ(m_result, QDialog::Accepted);
+}
+
+TEST_F(Leaving, AfterTheSharedQuestionIsCancelledNothingIsToApply) {
+    for (const bool asks : {true, false}) {
+        open();
+        m_result = -1;
+        select(kStyle);
+        KorLineEdit* field = nullptr; // the spacing of rows, of an arrangement that several styles use
+        for (int tab = 0; !field && tab < 9; ++tab) {
+            showTab(tab);
+            for (auto* edit : page()->findChildren<KorLineEdit*>())
+                field = edit->isVisible() && edit->text().startsWith("12") ? edit : field;
+        }
+        ASSERT_NE(field, nullptr);
+        KorLineEdit& spacing = *field;
+        const QString before = spacing.text();
+        spacing.setFocus();
+        spacing.selectAll();
+        QTest::keyClicks(&spacing, asks ? "13" : "12.0");
+        EXPECT_TRUE(button(kApply)->isEnabled());
+        int asked = 0;
+        if (asks)
+            whenShown<KorDSMDialogConfirmation>([&asked](KorDSMDialogConfirmation& dialog) {
+                ++asked;
+                QTest::keyClick(&dialog, Qt::Key_Escape);
+            });
+        QTest::keyClick(&spacing, Qt::Key_Tab);
+        EXPECT_EQ(asked, asks);
+        EXPECT_EQ(spacing.text(), before);
+        EXPECT_FALSE(isPending() || button(kApply)->isEnabled());
+        press(Qt::Key_Escape);
+        EXPECT_EQ(m_result, QDialog::Rejected);
+    }
 }
 
 TEST_F(Leaving, WhoGoesOnEditingGoesOnWithThePage) {
