@@ -15,9 +15,12 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
+#include <iostream>
 #include <memory>
 #include <set>
+#include <sstream>
 
 namespace {
 
@@ -55,6 +58,11 @@ CLI::App* addCommand(CLI::App& app, Wanted& wanted, const char* name, const char
     return command;
 }
 
+// What names something must do so: an empty text, such as of a variable that is not set, is no choice.
+std::string refuseEmpty(const std::string& text) {
+    return text.empty() ? translated("must not be empty").toStdString() : std::string();
+}
+
 void addJson(CLI::App* command, bool& json) {
     command->add_flag("--json", json, translatable("Print JSON for other programs"));
 }
@@ -72,14 +80,18 @@ void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp) {
 
 void addEdit(CLI::App& app, Wanted& wanted) {
     CLI::App* command = app.add_subcommand("edit", translatable("Open the editor (the default)"));
-    CLI::Option* style = command->add_option("--style", wanted.edit.style.name,
-                                             translatable("Open with this detail style selected"));
+    CLI::Option* style = command
+                             ->add_option("--style", wanted.edit.style.name,
+                                          translatable("Open with this detail style selected"))
+                             ->check(refuseEmpty);
     command
         ->add_option("--source", wanted.edit.style.source,
                      translatable("Where the style is: standard, user, or an add-in"))
         ->needs(style);
-    auto* screenshot = command->add_option("--screenshot", wanted.edit.screenshot,
-                                           translatable("Paint the open editor into this PNG file instead"));
+    auto* screenshot = command
+                           ->add_option("--screenshot", wanted.edit.screenshot,
+                                        translatable("Paint the open editor into this PNG file instead"))
+                           ->check(refuseEmpty);
     command
         ->add_flag("--overwrite", wanted.edit.overwrite, translatable("Replace the file where there is one"))
         ->needs(screenshot);
@@ -143,7 +155,9 @@ void addExport(CLI::App& app, Wanted& wanted) {
         addCommand(app, wanted, "export", translatable("Export a detail style into a file of its own"),
                    &exportCommand, options);
     command->add_option("STYLE", options->row.name, translatable("Name of the detail style"))->required();
-    command->add_option("FILE", options->file, translatable("Database file to make"))->required();
+    command->add_option("FILE", options->file, translatable("Database file to make"))
+        ->required()
+        ->check(refuseEmpty);
     command->add_option("--source", options->row.source, translatable("standard, user, or an add-in"));
     command->add_flag("--overwrite", options->overwrite, translatable("Replace the file where there is one"));
 }
@@ -240,6 +254,7 @@ int run(char** argv, const Wanted& wanted) {
 } // namespace
 
 int runCommandLine(int argc, char** argv) {
+    std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow is an error like a full disk
     startServices();
     CLI::App app;
     Wanted wanted;
@@ -252,7 +267,9 @@ int runCommandLine(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        const int code = app.exit(error) == 0 ? kExitDone : kExitUsage;
+        std::ostringstream text;
+        const int code = app.exit(error, text, std::cerr) == 0 ? kExitDone : kExitUsage;
+        Console::sayAsItIs(text.str());
         return Console::finish() ? code : kExitFailed;
     }
     return run(argv, wanted);

@@ -19,6 +19,25 @@
 
 namespace {
 
+int g_outputError = 0; ///< the first; afterwards the stream takes nothing more
+
+void put(const std::string& text) {
+    errno = 0;
+    if (std::cout.good() && !(std::cout << text))
+        g_outputError = errno;
+}
+
+bool flush() {
+    if (!std::cout.good())
+        return false;
+    errno = 0;
+    if (std::cout.flush() && std::fflush(stdout) == 0 && !std::ferror(stdout))
+        return true;
+    g_outputError = errno;
+    std::cout.setstate(std::ios::badbit);
+    return false;
+}
+
 // Wide enough for anything: the output goes to a file or to another program.
 constexpr int kNoLimit = 1 << 30;
 // Longer cells are printed whole, but the lines of others are not filled up to them.
@@ -64,11 +83,11 @@ void printLine(QString line, int width) {
         line.chop(1);
     if (line.size() > width)
         line = line.left(std::max(width - 1, 0)) + QChar(0x2026);
-    std::cout << line.toStdString() << '\n';
+    put(line.toStdString() + '\n');
 }
 
 void printDocument(const QJsonDocument& document) {
-    std::cout << document.toJson(QJsonDocument::Indented).toStdString();
+    put(document.toJson(QJsonDocument::Indented).toStdString());
 }
 
 } // namespace
@@ -76,12 +95,16 @@ void printDocument(const QJsonDocument& document) {
 namespace Console {
 
 void complain(const KorString& sentence) {
-    std::cout.flush();
+    flush();
     std::cerr << "detailstyles: " << oneLine(sentence).toStdString() << '\n';
 }
 
 void say(const KorString& line) {
-    std::cout << oneLine(line).toStdString() << '\n';
+    put(oneLine(line).toStdString() + '\n');
+}
+
+void sayAsItIs(const std::string& text) {
+    put(text);
 }
 
 void sayStored(const KorString& line) {
@@ -95,12 +118,9 @@ void noteStored(const KorString& sentence) {
 
 bool finish() {
     const std::vector<KorString> stored = std::exchange(g_stored, {});
-    errno = 0;
-    std::cout.flush();
-    const int error = errno;
-    const bool stdioWhole = std::fflush(stdout) == 0 && !std::ferror(stdout);
-    if (std::cout.good() && stdioWhole)
+    if (flush())
         return true;
+    const int error = std::exchange(g_outputError, 0);
     complain(KorString::format(translated("The output could not be written to its end (%s); free some space "
                                           "or send it elsewhere."),
                                {std::strerror(error ? error : EIO)}));

@@ -15,6 +15,8 @@ namespace Console {
 void complain(const KorString& sentence);
 /// A line on standard output.
 void say(const KorString& line);
+/// Prints text that has line breaks of its own.
+void sayAsItIs(const std::string& text);
 /// The same of something that is stored now: `finish` repeats it where standard output does not take all.
 void sayStored(const KorString& line);
 /// What a document on standard output says is stored, in a sentence for `finish` alone.

@@ -4,6 +4,7 @@
 #include "app/OutputFile.h"
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
+#include "base/TemporaryFile.h"
 #include "base/Translation.h"
 #include "data/StyleDatabases.h"
 #include "data/store/LockWait.h"
@@ -26,8 +27,18 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <string_view>
+
+#include <unistd.h>
 
 namespace {
+
+bool isPicture(int handle) {
+    constexpr std::string_view kSignature = "\x89PNG";
+    char start[kSignature.size()] = {};
+    const ssize_t size = ::pread(handle, start, sizeof start, 0);
+    return size == 0 || std::string_view(start, sizeof start) == kSignature;
+}
 
 // Whole or not at all, as the other files that the program writes.
 bool writePicture(const QPixmap& picture, const std::string& file, bool mayReplace) {
@@ -35,6 +46,8 @@ bool writePicture(const QPixmap& picture, const std::string& file, bool mayRepla
     QBuffer buffer(&bytes);
     std::error_code error;
     const std::filesystem::path target = std::filesystem::absolute(file, error);
+    removeLeftTemporaryFiles(target.parent_path().string(),
+                             [](const std::string&, int handle) { return isPicture(handle); });
     return !error && picture.save(&buffer, "PNG") &&
            std::filesystem::is_directory(target.parent_path(), error) &&
            KorTextFile::replace(target, bytes.toStdString(), mayReplace);
@@ -130,10 +143,14 @@ void printHandOver() {
     const KorExchangeQueue& queue = KorExchangeUtilities::getNamedQueue(KorDSMHandOver::kQueue, status, 0);
     if (!queue.has("RESULT1"))
         return;
-    std::printf("used-detail-key %d\nused-number %d\nused-source %s\n", queue.getInt("RESULT1"),
-                queue.getInt("RESULT2"), queue.getString("RESULT3").c_str());
+    const auto say = [](const char* name, const KorString& value) {
+        Console::say(KorString::format("%s %s", {name, value}));
+    };
+    say("used-detail-key", KorString::number(std::int64_t{queue.getInt("RESULT1")}));
+    say("used-number", KorString::number(std::int64_t{queue.getInt("RESULT2")}));
+    say("used-source", queue.getString("RESULT3"));
     if (queue.has("RESULT4"))
-        std::printf("used-add-in %d\n", queue.getInt("RESULT4"));
+        say("used-add-in", KorString::number(std::int64_t{queue.getInt("RESULT4")}));
 }
 
 } // namespace

@@ -3,8 +3,12 @@
 #include <QSize>
 #include <QtEndian>
 
+#include "base/TemporaryFile.h"
+
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -118,12 +122,59 @@ TEST_F(OutputTest, WhatCouldNotBeWrittenToItsEndIsAFailureThatSaysWhatWasStored)
         const ProgramRun cut = run(command);
         EXPECT_EQ(cut.exitCode, 1) << command.join(' ').toStdString();
         ASSERT_FALSE(cut.complaints.isEmpty());
-        EXPECT_TRUE(cut.complaints[0].contains("could not be written to its end"));
+        EXPECT_TRUE(cut.complaints[0].contains("could not be written to its end (No space left"))
+            << command.join(' ').toStdString() << ": " << cut.complaints[0].toStdString();
         EXPECT_EQ(cut.complaints.size() > 1, !stored.isEmpty()) << command.join(' ').toStdString();
         EXPECT_TRUE(cut.complaints.mid(1).join(' ').contains(stored))
             << cut.complaints.join('\n').toStdString();
     }
     EXPECT_EQ(run({"set", "detail-style", "Beam", "description", "new"}).exitCode, 0) << "says nothing";
+}
+
+TEST_F(OutputTest, WhatNamesNothingIsWrongUsage) {
+    for (const QStringList& command :
+         {QStringList{"edit", "--screenshot", ""}, QStringList{"edit", "--screenshot="},
+          QStringList{"edit", "--style", "", "--screenshot", named("p.png")},
+          QStringList{"export", "Beam", ""}}) {
+        const ProgramRun refused = run(command);
+        EXPECT_EQ(refused.exitCode, 2) << command.join(' ').toStdString();
+        EXPECT_TRUE(refused.complaints.join(' ').contains("empty") || command[1] == "--screenshot=")
+            << refused.complaints.join(' ').toStdString();
+    }
+}
+
+TEST_F(OutputTest, AFileThatMayNotGrowIsTold) {
+    inChild = [] {
+        const rlimit small{16 << 10, 16 << 10};
+        setrlimit(RLIMIT_FSIZE, &small);
+    };
+    const auto files = [this] {
+        return std::distance(fs::directory_iterator(folder()), fs::directory_iterator());
+    };
+    const auto before = files();
+    for (const QStringList& command : {QStringList{"edit", "--screenshot", named("p.png")},
+                                       QStringList{"export", "Beam", named("p.dsdb")}}) {
+        const ProgramRun refused = run(command);
+        EXPECT_EQ(refused.exitCode, 1) << command.join(' ').toStdString();
+        ASSERT_FALSE(refused.complaints.isEmpty()) << command.join(' ').toStdString();
+        EXPECT_TRUE(refused.complaints.last().contains(command.last()))
+            << refused.complaints.join('\n').toStdString();
+        EXPECT_LE(files(), before + 1) << "no half file"; // the folder of the settings
+    }
+}
+
+TEST_F(OutputTest, APictureRemovesWhatAKilledOneLeft) {
+    const pid_t gone = fork();
+    if (gone == 0)
+        _exit(0);
+    waitpid(gone, nullptr, 0);
+    const fs::path half = temporaryName(named("other.png").toStdString(), gone, 0);
+    const fs::path notes = temporaryName(named("notes").toStdString(), gone, 1);
+    writeBytes(half, "\x89PNG half");
+    writeBytes(notes, "mine");
+    EXPECT_EQ(run({"edit", "--screenshot", named("p.png")}).exitCode, 0);
+    EXPECT_FALSE(fs::exists(half));
+    EXPECT_TRUE(fs::exists(notes));
 }
 
 TEST_F(OutputTest, WithoutAHomeNothingIsWrittenIntoTheWorkingFolder) {

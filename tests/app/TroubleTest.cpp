@@ -1,6 +1,5 @@
 #include "app/ProgramFixture.h"
 
-#include <csignal>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -42,7 +41,6 @@ TEST_F(TroubleTest, AFolderThatMayNotBeWrittenIsTold) {
 TEST_F(TroubleTest, AFullDiskIsTold) {
     inChild = [] { // no file may grow
         const rlimit none{0, 0};
-        std::signal(SIGXFSZ, SIG_IGN);
         setrlimit(RLIMIT_FSIZE, &none);
     };
     const QString refusal = refusalOfSet();
