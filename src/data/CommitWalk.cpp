@@ -88,8 +88,9 @@ void StyleDatabases::finishSource(StyleSource& source, eTableType type) {
     if (more || !report(source).error.empty())
         return;
     if (!written.empty()) {
-        m_pending.announceStoring(source.id(), written);
+        m_pending.announceStoring(source.id(), written, source.store().markOfChange());
         if (const StoreResult result = source.store().commit(); !result) {
+            m_pending.announceNotStored();
             fail(source, result.error);
             return;
         }

@@ -44,6 +44,7 @@ OutsideChange StyleDatabases::refresh(SourceId id) {
         result = replay.readAnew();
     if (result) {
         change.conflicts = replay.run();
+        change.newKeys = replay.newKeys();
     } else {
         change.error = result.error;
         open->setOutdated(); // what was not read yet would be of another state
@@ -51,7 +52,7 @@ OutsideChange StyleDatabases::refresh(SourceId id) {
     return change;
 }
 
-std::vector<OutsideChange> StyleDatabases::bringBack(PendingLog& lost, const KorString& label) {
+std::vector<OutsideChange> StyleDatabases::bringBack(PendingLog& lost) {
     std::vector<OutsideChange> changes;
     std::vector<PendingReplay> replays;
     bool all = true;
@@ -62,9 +63,11 @@ std::vector<OutsideChange> StyleDatabases::bringBack(PendingLog& lost, const Kor
         changes.push_back({id, source->store().name(), result.error, {}});
         all = all && result.ok();
     }
-    m_pending.beginGroup(label);
-    for (std::size_t i = 0; all && i < replays.size(); ++i)
+    m_pending.beginGroup({});
+    for (std::size_t i = 0; all && i < replays.size(); ++i) {
         changes[i].conflicts = replays[i].run();
+        changes[i].newKeys = replays[i].newKeys();
+    }
     m_pending.endGroup();
     return changes;
 }

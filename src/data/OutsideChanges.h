@@ -4,6 +4,7 @@
 #include "records/KorDSNDefinitions.h"
 #include "records/RowRef.h"
 
+#include <map>
 #include <optional>
 
 /// A cell with what this program wants it to hold.
@@ -49,4 +50,5 @@ struct OutsideChange {
     std::string error; ///< one sentence when the file cannot be read; then memory shows what it showed
                        ///< before, and reading can be tried again
     std::vector<OutsideConflict> conflicts;
+    std::map<RowRef, std::int32_t> newKeys = {}; ///< of pending new rows, by those that they had before
 };

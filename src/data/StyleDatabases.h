@@ -117,9 +117,9 @@ public:
     /// or one that is in use, is not made.
     int keepMine(SourceId id, const OutsideConflict& conflict);
     /// Makes the changes that stand in `lost`, of another run of this program, upon what is stored now, as
-    /// one group. Returns an entry for each source that has some. Where one of them has an error nothing was
+    /// one change. Returns an entry for each source that has some. Where one of them has an error nothing was
     /// done; it can be tried again.
-    std::vector<OutsideChange> bringBack(PendingLog& lost, const KorString& label);
+    std::vector<OutsideChange> bringBack(PendingLog& lost);
 
     /// How many rows own this one, followed upwards until two are found: 0, 1 or 2. A row with one owner
     /// that has several owners itself is owned by those. 2 in a source that is not complete: it may be.

@@ -1,12 +1,11 @@
 #include "session/KorDSMCommit.h"
 
 #include "data/StyleDatabases.h"
+#include "data/pending/ReplayedCommands.h"
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMDialogFactory.h"
 #include "operations/KorOdbcMan.h"
 #include "session/PendingGroup.h"
-
-#include <optional>
 
 namespace {
 
@@ -80,6 +79,7 @@ KorDSMCommit::Outcome KorDSMCommit::keepAndGoOn() {
 
 void KorDSMCommit::discard() {
     const KorDSMBusy busy;
+    const PendingLog::Hold together(StyleDatabases::current().pending());
     for (int table = 0; table < kNumberOfTableTypes; ++table)
         KorOdbcMan::setStatusOnCancel(static_cast<eTableType>(table), KorOdbcMan::kThisRow);
     KorOdbcCompactDetailsTables::m_bCompactPerformed = false;
@@ -95,19 +95,14 @@ std::vector<OutsideChange> KorDSMCommit::readChanged() {
 }
 
 std::vector<OutsideChange> KorDSMCommit::settle(const Read& read, const ChooseMine& choose) {
-    std::optional<PendingLog::Hold> together(StyleDatabases::current().pending());
-    std::vector<OutsideChange> changes = read();
-    if (countConflicts(changes) == 0)
-        return changes;
-    PendingGroup all({});
-    keepMine(changes);
-    all.close();
-    together.reset();
-    const std::vector<OutsideChange> mine = choose(changes);
-    if (countConflicts(mine) == countConflicts(changes))
-        return changes;
-    all.takeBack();
-    const PendingGroup group({});
-    keepMine(mine);
+    StyleDatabases& databases = StyleDatabases::current();
+    const PendingLog::Hold untilAnswered(databases.pending());
+    ReplayedCommands commands(databases, read.broughtBack());
+    const std::vector<OutsideChange> changes = read();
+    if (countConflicts(changes) > 0) {
+        const PendingGroup group({});
+        keepMine(choose(changes));
+    }
+    commands.settle(changes);
     return changes;
 }

@@ -3,6 +3,7 @@
 #include "data/StyleDatabases.h"
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 /// The three ways in which pending changes end. Each walks all 48 table types in ascending order.
@@ -26,13 +27,25 @@ public:
     static bool isChangedOutside();
     /// Reads the sources again that another program changed.
     static std::vector<OutsideChange> readChanged();
-    /// Reads sources again, or brings changes back, and says what came of it.
-    using Read = std::function<std::vector<OutsideChange>()>;
+    /// Reads sources again, or brings back what stands in another log, and says what came of it.
+    class Read {
+    public:
+        /// `broughtBack` is that log, or null.
+        template <typename Function>
+        Read(Function read, const PendingLog* broughtBack = nullptr)
+            : m_read(std::move(read)), m_broughtBack(broughtBack) {}
+        std::vector<OutsideChange> operator()() const { return m_read(); }
+        const PendingLog* broughtBack() const { return m_broughtBack; }
+
+    private:
+        std::function<std::vector<OutsideChange>()> m_read;
+        const PendingLog* m_broughtBack;
+    };
     /// Given what reading sources again brought, says of which conflicts this program's change is kept.
     using ChooseMine = std::function<std::vector<OutsideChange>(const std::vector<OutsideChange>&)>;
-    /// Reads, and makes what was pending when another program changed the same data again, as one step of
-    /// undo: it is stored by the next commit. Where there are conflicts `choose` is asked first; there is no
-    /// moment, before or while it is asked, at which a crash would lose any of mine. What hung on rows that
-    /// are gone is lost. Returns what was read.
+    /// Reads, and asks `choose` where there are conflicts; what is kept of mine is made again, as the
+    /// commands that it came from. Until that is done the log's observer hears of nothing: after a crash all
+    /// that was pending is compared anew, and the same is asked and told. What hung on rows that are gone is
+    /// lost. Returns what was read.
     static std::vector<OutsideChange> settle(const Read& read, const ChooseMine& choose);
 };

@@ -15,7 +15,6 @@
 
 namespace {
 
-constexpr int kStep = 433; // what the undo menu calls it
 constexpr int kMissing = 434;
 
 std::filesystem::path folder() {
@@ -42,16 +41,22 @@ void tellOfMissing(const RecoveryFile& lost) {
                 {lost.file().string(), database}));
 }
 
-// Returns whether all was tried; what could not be brought back is shown.
-bool bringBack(RecoveryFile& lost, const KorDSMRecovery::Follow& follow) {
+// What could not be brought back is shown. The file stays until what it held is written down anew.
+void bringBack(std::unique_ptr<RecoveryFile> lost, const KorDSMRecovery::Follow& follow) {
     const KorDSMBusy busy;
-    const std::vector<OutsideChange> changes =
-        follow([&lost] { return StyleDatabases::current().bringBack(lost.changes(), Prompts::dsm(kStep)); });
-    if (!std::ranges::all_of(changes, [](const OutsideChange& change) { return change.error.empty(); }))
-        return false;
-    for (const std::string& file : lost.missing())
-        KorHostReport::add(KorString::format(Prompts::dsm(kMissing), {file}));
-    return true;
+    const std::vector<std::string> missing = lost->missing();
+    bool isBack = false;
+    const auto read = [&] {
+        StyleDatabases& databases = StyleDatabases::current();
+        std::vector<OutsideChange> changes = databases.bringBack(lost->changes());
+        isBack = std::ranges::all_of(changes, &std::string::empty, &OutsideChange::error);
+        if (isBack)
+            databases.pending().takeOver(std::move(lost));
+        return changes;
+    };
+    follow({read, &lost->changes()});
+    for (std::size_t i = 0; isBack && i < missing.size(); ++i)
+        KorHostReport::add(KorString::format(Prompts::dsm(kMissing), {missing[i]}));
 }
 
 } // namespace
@@ -73,7 +78,6 @@ void KorDSMRecovery::offer(const Ask& ask, const Follow& follow) {
         return;
     for (RecoveryFile& lost : RecoveryFile::abandonedIn(folder()))
         offer(std::move(lost), ask, follow);
-    settle();
 }
 
 void KorDSMRecovery::offer(RecoveryFile lost, const Ask& ask, const Follow& follow) {
@@ -90,16 +94,7 @@ void KorDSMRecovery::offer(RecoveryFile lost, const Ask& ask, const Follow& foll
                  lost.replaced()});
         if (answer == eAnswer::kNever)
             lost.settle();
-        else if (answer == eAnswer::kYes && bringBack(lost, follow))
-            m_broughtBack.push_back(std::move(lost));
+        else if (answer == eAnswer::kYes)
+            bringBack(std::make_unique<RecoveryFile>(std::move(lost)), follow);
     }
-}
-
-// What was brought back may be nowhere else yet.
-void KorDSMRecovery::settle() {
-    if (!StyleDatabases::current().pending().isSafe())
-        return;
-    for (RecoveryFile& lost : m_broughtBack)
-        lost.settle();
-    m_broughtBack.clear();
 }

@@ -31,12 +31,9 @@ public:
     /// Offers each file that was left, once in the life of the object. What the user wants is pending again;
     /// what cannot be brought back is reported to the host.
     void offer(const Ask& ask, const Follow& follow);
-    /// Removes the files of what was brought back, as soon as that is written down anew or stored.
-    void settle();
 
 private:
     void offer(RecoveryFile lost, const Ask& ask, const Follow& follow);
 
-    std::vector<RecoveryFile> m_broughtBack;
     bool m_offered = false;
 };

@@ -32,5 +32,4 @@ KorDSMRecovery::eAnswer askAbout(const KorDSMRecovery::Lost& lost, QWidget* pare
 void RecoveryOffer::look() {
     m_recovery.offer([this](const KorDSMRecovery::Lost& lost) { return askAbout(lost, &m_window); },
                      m_follow);
-    m_recovery.settle();
 }

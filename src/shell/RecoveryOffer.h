@@ -10,12 +10,10 @@ public:
     /// `window` asks, and must outlive the object; `follow` shows what was brought back.
     RecoveryOffer(QWidget& window, KorDSMRecovery::Follow follow)
         : m_window(window), m_follow(std::move(follow)) {}
-    /// Files of what is safe by now go.
-    ~RecoveryOffer() { m_recovery.settle(); }
     RecoveryOffer(const RecoveryOffer&) = delete;
     RecoveryOffer& operator=(const RecoveryOffer&) = delete;
 
-    /// Asks about all that was left, once; removes the files of what is safe by now.
+    /// Asks about all that was left, once.
     void look();
 
 private:

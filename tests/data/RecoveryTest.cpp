@@ -3,10 +3,13 @@
 
 #include "data/StyleDatabases.h"
 #include "data/pending/RecoveryFile.h"
+#include "data/pending/RecoveryName.h"
 #include "data/pending/RecoveryText.h"
 #include "data/pending/RecoveryWriter.h"
 
 #include "support/FullDisk.h"
+#include "support/LockWaiting.h"
+#include "support/OtherProgram.h"
 
 #include <csignal>
 #include <map>
@@ -31,8 +34,10 @@ protected:
         databases.setCurrentSource(kUser);
     }
     void write() {
-        databases.pending().setObserver(std::make_unique<RecoveryWriter>(
-            folder(), databases, [this](const KorString& sentence) { m_told.push_back(sentence); }));
+        auto writer = std::make_unique<RecoveryWriter>(
+            folder(), databases, [this](const KorString& sentence) { m_told.push_back(sentence); });
+        m_writer = writer.get();
+        databases.pending().setObserver(std::move(writer));
     }
     /// Ends the program as a crash does: nothing is dropped or stored.
     void crash() { databases.pending().setObserver({}); }
@@ -78,13 +83,14 @@ protected:
         std::vector<OutsideChange> all;
         for (RecoveryFile& lost : RecoveryFile::abandonedIn(folder())) {
             EXPECT_EQ(lost.read(databases).error, "");
-            for (OutsideChange& change : databases.bringBack(lost.changes(), "brought back"))
+            for (OutsideChange& change : databases.bringBack(lost.changes()))
                 all.push_back(std::move(change));
             lost.settle();
         }
         return all;
     }
 
+    RecoveryWriter* m_writer = nullptr;
     std::int32_t m_style = 0;
     std::int32_t m_map = 0;
     std::vector<KorString> m_told;
@@ -119,8 +125,7 @@ TEST_F(RecoveryTest, WhatAKilledProgramHadPendingIsPendingAgainAndNothingIsStore
     EXPECT_EQ(contentOf(kUser), wanted);
     EXPECT_EQ(bytesOf(file("user.dsdb")), stored);
     EXPECT_TRUE(files().empty());
-    ASSERT_EQ(databases.pending().undoable(9).size(), 1u) << "one step of undo";
-    EXPECT_EQ(databases.pending().undoable(1)[0].label, "brought back");
+    ASSERT_EQ(databases.pending().undoable(9).size(), 1u);
     databases.undo();
     EXPECT_EQ(contentOf(kUser), before);
     databases.redo();
@@ -300,7 +305,7 @@ TEST_F(RecoveryTest, TwoProgramsNeverHaveOneFile) {
     others.setCell(kTableDetailStyle, KorOdbcKey(m_style), 3, KorString("theirs"));
     EXPECT_EQ(files().size(), 2u);
     crash();
-    const fs::path unlocked = folder() / "recovery-0";
+    const fs::path unlocked = folder() / RecoveryName::of(1, 1);
     writeBytes(unlocked, ""); // its writer has opened it, and waits for the lock
     const auto lost = RecoveryFile::abandonedIn(folder());
     ASSERT_EQ(lost.size(), 1u);
@@ -361,16 +366,15 @@ TEST_F(RecoveryTest, ChangesOfADatabaseThatIsNotThereStayWhenTheOthersAreSettled
 
 TEST_F(RecoveryTest, WhatCannotBeWrittenIsToldOnceAndMadeUpForAndTheOnlyCopyStays) {
     const fs::path hindrance = m_folder.write("settings", "no folder");
-    const PendingLog& pending = databases.pending();
     write();
     describe("mine");
     describe("mine too");
     ASSERT_EQ(m_told.size(), 1u);
     EXPECT_TRUE(mentions(m_told[0].toStdString(), "recovery-"));
-    EXPECT_FALSE(pending.isSafe());
+    EXPECT_FALSE(m_writer->isUpToDate());
     fs::remove(hindrance);
     describe("third");
-    EXPECT_TRUE(pending.isSafe());
+    EXPECT_TRUE(m_writer->isUpToDate());
     EXPECT_EQ(parsed(text())->undoable(9).size(), 3u);
     const std::string three = text();
     describe("taken back");
@@ -378,19 +382,19 @@ TEST_F(RecoveryTest, WhatCannotBeWrittenIsToldOnceAndMadeUpForAndTheOnlyCopyStay
     {
         const FullDisk full;
         databases.undo();
-        EXPECT_TRUE(pending.isSafe());
+        EXPECT_TRUE(m_writer->isUpToDate());
         EXPECT_EQ(text(), three);
         describe("does not fit");
         EXPECT_EQ(m_told.size(), 2u);
         databases.undo();
-        EXPECT_TRUE(pending.isSafe()) << "what stands is known again";
+        EXPECT_TRUE(m_writer->isUpToDate()) << "what stands is known again";
         EXPECT_EQ(databases.refreshChanged().size(), 1u);
         EXPECT_EQ(m_told.size(), 2u);
-        EXPECT_FALSE(pending.isSafe());
+        EXPECT_FALSE(m_writer->isUpToDate());
         EXPECT_EQ(text(), three);
     }
     describe("last");
-    EXPECT_TRUE(pending.isSafe());
+    EXPECT_TRUE(m_writer->isUpToDate());
     EXPECT_EQ(parsed(text())->undoable(9).size(), 2u);
     set(kStandard, kTableReprMap, add<StructDetObjReprMap>(kStandard, "New"), 2, KorString("d"));
     databases.undo(), databases.undo(); // and the line that names the database
@@ -406,8 +410,8 @@ TEST_F(RecoveryTest, WhatACommitStoredIsNotOfferedThoughNobodySawItsEnd) {
     class Copying : public RecoveryWriter {
     public:
         using RecoveryWriter::RecoveryWriter;
-        void storing(std::span<const PendingPlace> places) override {
-            RecoveryWriter::storing(places);
+        void storing(std::span<const PendingPlace> places, std::uint32_t mark) override {
+            RecoveryWriter::storing(places, mark);
             atCommit();
         }
         std::function<void()> atCommit;
@@ -419,6 +423,7 @@ TEST_F(RecoveryTest, WhatACommitStoredIsNotOfferedThoughNobodySawItsEnd) {
     writer->atCommit = [&] { name = files().at(0), log = text(); };
     databases.pending().setObserver(std::move(writer));
     edit();
+    const std::int32_t ownKey = row<StructDetailStyle>(kUser, "Own")->key;
     ASSERT_TRUE(commit());
     crash();
     databases.closeSource(kUser);
@@ -436,4 +441,37 @@ TEST_F(RecoveryTest, WhatACommitStoredIsNotOfferedThoughNobodySawItsEnd) {
     databases.closeSource(kUser);
     writeBytes(file("user.dsdb"), before);
     EXPECT_TRUE(offered(log)) << "it was killed before";
+    const std::string own = std::to_string(ownKey);
+    databases.closeSource(kUser);
+    OtherProgram(file("user.dsdb"))
+        .run("INSERT INTO detail_style(\"key\", name) VALUES (" + own + ", 'Own')"); // a namesake
+    ASSERT_TRUE(offered(log));
+    auto lost = RecoveryFile::abandonedIn(folder());
+    ASSERT_TRUE(lost.at(0).read(databases));
+    EXPECT_TRUE(lost[0].changes().hasPending(kUser, kTableDetailStyle));
+    EXPECT_TRUE(lost[0].changes().hasPending(kUser, kTableDetailMaster));
+}
+
+TEST_F(RecoveryTest, ACommitThatFailedIsNotTakenForOneThatMayHaveStored) {
+    write();
+    edit();
+    const std::string before = text();
+    {
+        OtherProgram reader(file("user.dsdb"));
+        reader.run("BEGIN; SELECT * FROM detail_style");
+        const LockWaiting hardly;
+        EXPECT_FALSE(commit());
+    }
+    EXPECT_EQ(text(), before);
+    EXPECT_TRUE(commit());
+    EXPECT_TRUE(files().empty());
+}
+
+TEST_F(RecoveryTest, FilesThatOnlyLookLikeOnesAreLeftAlone) {
+    fs::create_directories(folder());
+    for (const char* name : {"recovery-todo", "recovery-12", "recovery-12-1-99", "recovery-"})
+        writeBytes(folder() / name, "");
+    writeBytes(folder() / "recovery-notes.txt", "mine");
+    EXPECT_TRUE(RecoveryFile::abandonedIn(folder()).empty());
+    EXPECT_EQ(files().size(), 5u);
 }

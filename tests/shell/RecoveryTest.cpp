@@ -1,5 +1,6 @@
 #include "controls/KorMFCGridCtrl.h"
 #include "data/StyleDatabases.h"
+#include "dialogs/KorDSMDialogConflicts.h"
 #include "services/KOSettings.h"
 #include "session/KorDSMUndo.h"
 #include "shell/EditorFixture.h"
@@ -32,6 +33,30 @@ protected:
         for (const auto& entry : std::filesystem::directory_iterator(folder))
             count += entry.path().filename().string().starts_with("recovery-") ? 1 : 0;
         return count;
+    }
+    /// What a kill at this moment leaves: the files of the running program are its own.
+    void keepFiles() {
+        m_kept.clear();
+        for (const auto& entry : std::filesystem::directory_iterator(settingsFile().parent_path()))
+            if (entry.path().filename().string().starts_with("recovery-"))
+                m_kept.emplace_back(entry.path(), bytesOf(entry.path()));
+    }
+    /// Ends the program, and goes on as if it had been killed at that moment.
+    void killedThen() {
+        m_dialog.reset();
+        m_databases.reset();
+        ASSERT_EQ(m_kept.size(), 1U);
+        for (const auto& entry : std::filesystem::directory_iterator(settingsFile().parent_path()))
+            if (entry.path().filename().string().starts_with("recovery-"))
+                std::filesystem::remove(entry.path());
+        writeBytes(m_kept[0].first, m_kept[0].second);
+    }
+    /// Keeps the files while the list of conflicts is open, and answers it by all of mine.
+    void keepFilesInList() {
+        whenShown<KorDSMDialogConflicts>([this](KorDSMDialogConflicts& dialog) {
+            keepFiles();
+            dialog.reject();
+        });
     }
     /// Answers the boxes that come while the editor opens, by the buttons of these texts, and notes what they
     /// said.
@@ -67,7 +92,12 @@ protected:
     static std::size_t pendingCommands() { return StyleDatabases::current().pending().undoable(9).size(); }
 
     QStringList m_said;
+    std::vector<std::pair<std::filesystem::path, std::string>> m_kept;
 };
+
+constexpr const char* kQuestion =
+    R"(Detail style "HB post 1:15" | Title position | Below detail | Upper left)";
+constexpr const char* kTheirs = "UPDATE detail_style SET title_position=6 WHERE name='HB post 1:15'";
 
 } // namespace
 
@@ -86,7 +116,7 @@ TEST_F(Recovery, WhatACrashLeftIsOfferedAndBroughtBackAsPendingChanges) {
     select(kStyle);
     showTab(1);
     EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
-    EXPECT_EQ(KorDSMUndo::undoText(), "Undo bringing back of changes");
+    EXPECT_EQ(KorDSMUndo::undoText(), "Undo change of Title position of \"HB post 1:15\"");
     click(button(kApply));
     EXPECT_EQ(files(), 0);
     openAndAnswer({});
@@ -110,12 +140,90 @@ TEST_F(Recovery, WhatIsThrownAwayOrOfADamagedFileIsNotOfferedAgain) {
 
 TEST_F(Recovery, WhatWasStoredMeanwhileIsAskedAbout) {
     crashWithAChange();
-    storeElsewhere("user.dsdb", "UPDATE detail_style SET title_position=6 WHERE name='HB post 1:15'");
+    storeElsewhere("user.dsdb", kTheirs);
     openAndAnswer({"&Bring back", "All that is &stored", "OK"});
     ASSERT_EQ(m_said.size(), 3);
-    EXPECT_EQ(m_said[1], R"(Detail style "HB post 1:15" | Title position | Below detail | Upper left)");
+    EXPECT_EQ(m_said[1], kQuestion);
     EXPECT_EQ(pendingCommands(), 0U);
     EXPECT_FALSE(button(kApply)->isEnabled());
+    EXPECT_EQ(files(), 0);
+}
+
+TEST_F(Recovery, AKillWhileTheListIsOpenLeavesTheSameQuestion) {
+    open();
+    changePosition();
+    storeElsewhere("user.dsdb", kTheirs);
+    keepFilesInList();
+    click(button(kApply));
+    EXPECT_TRUE(isPending()) << "it was answered by mine";
+    for (int again = 0; again < 2; ++again) {
+        killedThen();
+        keepFilesInList(); // comes before the answer by a button
+        openAndAnswer({"&Bring back"});
+        EXPECT_TRUE(isPending());
+        EXPECT_EQ(files(), 1) << "exactly one copy";
+    }
+    killedThen();
+    openAndAnswer({"&Bring back", "All that is &stored", "OK"});
+    ASSERT_EQ(m_said.size(), 3);
+    EXPECT_EQ(m_said[1], kQuestion);
+    EXPECT_FALSE(isPending());
+    EXPECT_EQ(files(), 0);
+}
+
+TEST_F(Recovery, WhatAListOnlyTellsIsToldAgainAfterAKill) {
+    open();
+    changePosition();
+    storeElsewhere("user.dsdb", "DELETE FROM detail_style WHERE name='HB post 1:15'");
+    keepFilesInList();
+    click(button(kApply));
+    EXPECT_EQ(files(), 0) << "it was told";
+    killedThen();
+    openAndAnswer({"&Bring back", "OK"});
+    ASSERT_EQ(m_said.size(), 2);
+    EXPECT_TRUE(m_said[1].contains("was deleted")) << m_said[1].toStdString();
+    EXPECT_EQ(files(), 0);
+}
+
+TEST_F(Recovery, WhatWasBroughtBackIsNamedAndTakenBackStepByStep) {
+    open();
+    changePosition();
+    click(pageControl<QRadioButton>(kUpperLeft));
+    m_databases->setCurrentSource(SourceId::user());
+    StructDetBaseCategory category;
+    category.name = "Mine";
+    ASSERT_EQ(m_databases->append(tableOf<StructDetBaseCategory>, category), 1);
+    category.number = 77;
+    ASSERT_EQ(m_databases->store(tableOf<StructDetBaseCategory>, category), 1);
+    const std::vector<KorString> steps = KorDSMUndo::undoSteps(9);
+    ASSERT_EQ(steps.size(), 4U);
+    m_dialog.reset();
+    m_databases.reset();
+    storeElsewhere("user.dsdb", "INSERT INTO base_category(\"key\", name) VALUES (" +
+                                    std::to_string(category.key) + ", 'Theirs')");
+    openAndAnswer({"&Bring back"});
+    EXPECT_EQ(KorDSMUndo::undoSteps(9), steps);
+    const auto& categories = m_databases->source(SourceId::user())->table(tableOf<StructDetBaseCategory>);
+    const auto mine = [&] { return static_cast<const StructDetBaseCategory*>(categories.find("Mine")); };
+    ASSERT_NE(mine(), nullptr);
+    EXPECT_EQ(mine()->number, 77);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    ASSERT_NE(mine(), nullptr);
+    EXPECT_NE(mine()->number, 77);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(mine(), nullptr);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    KorDSMDialogFactory::asksBeforeLeaving = true;
+    QString said;
+    whenShown<QMessageBox>([&said](QMessageBox& box) {
+        said = box.text() + box.informativeText();
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    click(button(kCancel));
+    KorDSMDialogFactory::asksBeforeLeaving = false;
+    EXPECT_TRUE(said.startsWith("One change") && said.contains("HB post 1:15")) << said.toStdString();
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(isPending());
     EXPECT_EQ(files(), 0);
 }
 

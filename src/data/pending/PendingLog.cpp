@@ -1,5 +1,7 @@
 #include "data/pending/PendingLog.h"
 
+#include "data/pending/RecoveryFile.h"
+
 #include <algorithm>
 #include <functional>
 #include <utility>
@@ -38,12 +40,53 @@ void PendingLog::dismissObserver() {
     setObserver({});
 }
 
-void PendingLog::announceStoring(SourceId source, std::span<const eTableType> tables) {
+void PendingLog::announceStoring(SourceId source, std::span<const eTableType> tables, std::uint32_t mark) {
     std::vector<PendingPlace> places;
     for (const eTableType table : tables)
         places.emplace_back(source, table);
     if (m_observer && !places.empty())
-        m_observer->storing(places);
+        m_observer->storing(places, mark);
+}
+
+void PendingLog::announceNotStored() {
+    if (m_observer)
+        m_observer->notStored();
+}
+
+void PendingLog::takeOver(std::unique_ptr<RecoveryFile> file) {
+    if (!m_observer)
+        return;
+    m_observer->takeOver(std::move(file));
+    m_tookOver = true;
+    tell();
+}
+
+PendingLog::Commands PendingLog::commands() const {
+    Commands all;
+    for (std::size_t i = 0; i < m_position; ++i) {
+        const PendingStep& step = m_steps[i];
+        if (i == 0 || m_steps[i - 1].group != step.group)
+            all.emplace_back(command(i, i + 1).label, std::vector<PendingStep>());
+        all.back().second.push_back(step);
+    }
+    return all;
+}
+
+void PendingLog::standAs(Commands commands) {
+    const Hold together(*this);
+    for (std::size_t i = 0; i < m_told; ++i)
+        if (const PendingPlace place{m_steps[i].source, m_steps[i].table};
+            std::ranges::find(m_forgotten, place) == m_forgotten.end())
+            m_forgotten.push_back(place);
+    m_told = m_position = 0;
+    m_steps.clear();
+    m_counts.clear();
+    for (auto& [label, steps] : commands) {
+        beginGroup(label);
+        for (PendingStep& step : steps)
+            record(std::move(step));
+        endGroup();
+    }
 }
 
 void PendingLog::tell() {
@@ -51,7 +94,8 @@ void PendingLog::tell() {
         return;
     const std::vector<PendingPlace> forgotten = std::exchange(m_forgotten, {});
     const std::size_t known = std::exchange(m_told, m_position);
-    if (!m_observer || (known == m_position && forgotten.empty()))
+    const bool tookOver = std::exchange(m_tookOver, false);
+    if (!m_observer || (known == m_position && forgotten.empty() && !tookOver))
         return;
     if (m_position == 0)
         return m_observer->emptied();

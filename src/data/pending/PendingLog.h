@@ -27,6 +27,8 @@ struct PendingStep {
 /// One table of one source.
 using PendingPlace = std::pair<SourceId, eTableType>;
 
+class RecoveryFile;
+
 /// Steps that are taken back and brought again together.
 struct PendingCommand {
     KorString label;
@@ -45,11 +47,14 @@ public:
     virtual void takenBack() = 0;
     /// Nothing stands any more.
     virtual void emptied() = 0;
-    /// All steps of these tables are about to be committed together. They are forgotten next, unless that
-    /// fails.
-    virtual void storing(std::span<const PendingPlace> places) = 0;
-    /// Whether what the observer keeps of the log is what stands.
-    virtual bool isUpToDate() const = 0;
+    /// All steps of these tables, of one source, are about to be committed together, which leaves `mark` in
+    /// the database (see `StyleStore::markOfChange`). They are forgotten next, or `notStored` is said.
+    virtual void storing(std::span<const PendingPlace> places, std::uint32_t mark) = 0;
+    /// That commit failed: nothing of it was stored.
+    virtual void notStored() = 0;
+    /// What the file held is in the log by the next call of the others, or not wanted: it is to be settled
+    /// as soon as a crash would not lose it.
+    virtual void takeOver(std::unique_ptr<RecoveryFile> file) = 0;
 };
 
 /// The changes of all sources since they were last stored, in the order in which they were made. The tables
@@ -85,6 +90,13 @@ public:
     /// What has been taken back can no longer be brought again.
     void forgetTakenBack() { m_steps.resize(m_position); }
 
+    /// Lets these commands, each with its label, stand in the place of all that stands. They must come to
+    /// the same change.
+    using Commands = std::vector<std::pair<KorString, std::vector<PendingStep>>>;
+    void standAs(Commands commands);
+    /// Copies of the commands that stand, oldest first.
+    Commands commands() const;
+
     bool canUndo() const { return m_position > 0; }
     bool canRedo() const { return m_position < m_steps.size(); }
     /// What can be taken back, the latest first, or brought again, what is next first; no more than `most`.
@@ -101,10 +113,12 @@ public:
     bool isObserved() const { return m_observer != nullptr; }
     /// The observer is told that nothing stands, and leaves.
     void dismissObserver();
-    /// Tells the observer that a commit of all steps of these tables begins.
-    void announceStoring(SourceId source, std::span<const eTableType> tables);
-    /// Whether nothing would be lost with this process: an observer has all that stands, or nothing stands.
-    bool isSafe() const { return isEmpty() || (m_observer && m_observer->isUpToDate()); }
+    /// Tells the observer that a commit of all steps of these tables begins, and what mark it leaves.
+    void announceStoring(SourceId source, std::span<const eTableType> tables, std::uint32_t mark);
+    /// Tells it that the commit failed.
+    void announceNotStored();
+    /// Gives the observer a file whose changes are in this log now. Without one the file is kept.
+    void takeOver(std::unique_ptr<RecoveryFile> file);
 
     /// While one lives the observer hears nothing; then it hears at once what became of the log, so that it
     /// never sees a state in between. Nothing is to be taken back meanwhile.
@@ -138,6 +152,7 @@ private:
     int m_depth = 0;
     int m_holds = 0;
     std::unique_ptr<PendingObserver> m_observer;
+    bool m_tookOver = false;               // a file that the observer was not called for yet
     std::size_t m_told = 0;                // steps that the observer knows to stand
     std::vector<PendingPlace> m_forgotten; // of those, and not told yet
 };

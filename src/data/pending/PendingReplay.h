@@ -28,6 +28,8 @@ public:
     /// belongs to them are left. What another program changed too, and what does not hold any more, is not
     /// made, and returned.
     std::vector<OutsideConflict> run();
+    /// The keys that new rows got by it, by those that they had.
+    const std::map<RowRef, std::int32_t>& newKeys() const { return m_newKeys; }
 
 private:
     struct Change {

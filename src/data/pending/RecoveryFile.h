@@ -9,7 +9,8 @@
 /// the object lives no other program can have the file.
 class RecoveryFile {
 public:
-    /// Those in the folder that no running program owns, the oldest first. Empty ones are removed.
+    /// Those in the folder that no running program owns, the oldest first. Empty ones are removed, and what
+    /// came over into another one is taken from them.
     static std::vector<RecoveryFile> abandonedIn(const std::filesystem::path& folder);
 
     RecoveryFile(RecoveryFile&& other) noexcept;
@@ -31,6 +32,8 @@ public:
     const std::vector<std::string>& replaced() const { return m_replaced; }
     /// When the last change was made, in seconds since 1970.
     std::int64_t time() const { return m_time; }
+    /// What a file says into which what was read comes over.
+    std::vector<RecoveryText::TakenOver> takenOver() const;
 
     /// What was read is pending again, or not wanted: deletes the file, or takes only these changes from it
     /// where it has some of missing databases too.
@@ -38,16 +41,21 @@ public:
 
 private:
     RecoveryFile(std::filesystem::path file, int descriptor);
+    static std::vector<RecoveryFile> withoutTakenOver(std::vector<RecoveryFile> files);
     bool readText(std::string& text) const;
+    RecoveryText::Parsed parsed(const RecoveryText::SourceNames& idOf) const;
+    bool leave(const std::vector<std::string>& databases);
     void sort(SourceId id, const RecoverySource& source);
-    void leaveStored(StyleDatabases& databases, const std::vector<PendingPlace>& storing);
+    void leaveStored(StyleDatabases& databases, const RecoveryText::Storing& storing);
+    bool append(const std::string& lines);
 
     std::filesystem::path m_file;
     int m_descriptor;
     std::int64_t m_time = 0;
     std::unique_ptr<PendingLog> m_changes = std::make_unique<PendingLog>();
-    std::string m_settled; ///< the lines that take the changes from the file
-    off_t m_end = 0;       ///< where they are to stand
+    std::vector<std::string> m_databases; ///< that have changes in what was read
+    std::string m_settled;                ///< the lines that take the changes from the file
+    off_t m_end = 0;                      ///< where they are to stand
     RecoveryText::Seal m_seal = RecoveryText::kNoSeal;
     std::vector<std::string> m_missing;
     std::vector<std::string> m_readOnly;

@@ -18,7 +18,9 @@ constexpr std::string_view kDelete = "delete";
 constexpr std::string_view kForget = "forget";
 constexpr std::string_view kStoring = "storing";
 constexpr std::string_view kBegin = "begin";
+constexpr std::string_view kNext = "next";
 constexpr std::string_view kEnd = "end";
+constexpr std::string_view kTaken = "taken";
 constexpr std::string_view kUndo = "undo";
 
 std::string line(std::initializer_list<std::string_view> fields) {
@@ -95,9 +97,13 @@ public:
     bool take(std::string_view text) {
         const Fields fields = fieldsOf(text, '\t');
         if (!m_inGroup)
-            m_storing.clear();
+            m_storing = {};
         if (fields[0] == kBegin && fields.size() == 2 && !m_inGroup)
             return begin(fields[1]);
+        if (fields[0] == kNext && fields.size() == 2 && m_inGroup)
+            return takeNext(fields[1]);
+        if (fields[0] == kTaken && fields.size() == 4)
+            return takeTaken(fields);
         if (fields[0] == kEnd && fields.size() == 1 && m_inGroup)
             return end();
         if (fields[0] == kUndo && fields.size() == 1 && !m_inGroup)
@@ -109,7 +115,8 @@ public:
 
     bool inGroup() const { return m_inGroup; }
     std::unique_ptr<PendingLog> takeLog() { return std::move(m_log); }
-    std::vector<PendingPlace> takeStoring() { return std::move(m_storing); }
+    Storing takeStoring() { return std::move(m_storing); }
+    std::vector<TakenOver> takeTakenOver() { return std::move(m_takenOver); }
 
 private:
     bool begin(std::string_view label) {
@@ -126,6 +133,27 @@ private:
             each();
         m_log->endGroup();
         m_group.clear();
+        return true;
+    }
+
+    bool takeNext(std::string_view label) {
+        const auto text = TextFields::unescaped(label);
+        act([this, named = KorString(text.value_or(""))] {
+            m_log->endGroup();
+            m_log->beginGroup(named);
+        });
+        return text.has_value();
+    }
+
+    bool takeTaken(const Fields& fields) {
+        const auto file = TextFields::unescaped(fields[1]);
+        const auto seal = TextFields::toInteger(fields[2]);
+        const auto database = TextFields::unescaped(fields[3]);
+        if (!file || !seal || !database)
+            return false;
+        act([this, other = TakenOver{*file, static_cast<Seal>(*seal), *database}] {
+            m_takenOver.push_back(other);
+        });
         return true;
     }
 
@@ -149,8 +177,12 @@ private:
             return fields[3].empty() && fields.size() == 4;
         }
         if (fields[0] == kStoring) {
-            act([this, id = source->second, type = table->type] { m_storing.emplace_back(id, type); });
-            return fields[3].empty() && fields.size() == 4;
+            const auto mark = fields[3].empty() ? 0 : TextFields::toInteger(fields[3]);
+            act([this, id = source->second, type = table->type, number = mark.value_or(0)] {
+                m_storing.places.emplace_back(id, type);
+                m_storing.mark = static_cast<std::uint32_t>(number);
+            });
+            return mark && fields.size() == 4;
         }
         PendingStep step;
         step.source = source->second;
@@ -198,7 +230,8 @@ private:
     const SourceNames& m_idOf;
     std::unique_ptr<PendingLog> m_log = std::make_unique<PendingLog>();
     std::map<std::int64_t, SourceId> m_sources;
-    std::vector<PendingPlace> m_storing;
+    Storing m_storing;
+    std::vector<TakenOver> m_takenOver;
     bool m_inGroup = false;
     KorString m_label;
     std::vector<std::function<void()>> m_group; // what the open group says, done when it ends
@@ -243,12 +276,22 @@ std::string forgotten(int sourceNumber, eTableType table) {
     return line({kForget, std::to_string(sourceNumber), findTable(table)->name, ""});
 }
 
-std::string storing(int sourceNumber, eTableType table) {
-    return line({kStoring, std::to_string(sourceNumber), findTable(table)->name, ""});
+std::string storing(int sourceNumber, eTableType table, std::uint32_t mark) {
+    return line({kStoring, std::to_string(sourceNumber), findTable(table)->name,
+                 mark ? std::to_string(mark) : std::string()});
+}
+
+std::string takenOver(const TakenOver& other) {
+    return line({kTaken, TextFields::escaped(other.file), std::to_string(other.seal),
+                 TextFields::escaped(other.database)});
 }
 
 std::string begin(const KorString& label) {
     return line({kBegin, TextFields::escaped(label.view())});
+}
+
+std::string next(const KorString& label) {
+    return line({kNext, TextFields::escaped(label.view())});
 }
 
 std::string end() {
@@ -280,6 +323,7 @@ Parsed parse(std::string_view text, const SourceNames& idOf) {
     }
     parsed.changes = parser.takeLog();
     parsed.storing = parser.takeStoring();
+    parsed.takenOver = parser.takeTakenOver();
     return parsed;
 }
 

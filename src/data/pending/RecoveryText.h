@@ -32,16 +32,34 @@ std::string source(const RecoverySource& source);
 std::string step(int sourceNumber, const PendingStep& step);
 std::string forgotten(int sourceNumber, eTableType table);
 std::string begin(const KorString& label);
+/// Between `begin` and `end`: what follows is another command.
+std::string next(const KorString& label);
 std::string end();
 std::string undo();
-/// That a commit of this table begins; true until another line follows.
-std::string storing(int sourceNumber, eTableType table);
+/// That a commit of this table begins, which leaves `mark` in the database, or 0; true until another line
+/// follows.
+std::string storing(int sourceNumber, eTableType table, std::uint32_t mark);
+
+/// A file beside this one, as it was when what it held came into this one, so that it counts no more.
+struct TakenOver {
+    std::string file; ///< its name in the folder
+    Seal seal = kNoSeal;
+    std::string database; ///< whose changes came over; empty for all
+};
+std::string takenOver(const TakenOver& other);
+
+/// What was being committed at the end, of one source.
+struct Storing {
+    std::vector<PendingPlace> places;
+    std::uint32_t mark = 0;
+};
 
 /// What a file says.
 struct Parsed {
     std::unique_ptr<PendingLog>
         changes; ///< null when it was not written by this version, or changed afterwards
-    std::vector<PendingPlace> storing; ///< what was being committed at the end
+    Storing storing;
+    std::vector<TakenOver> takenOver;
     std::size_t size = 0; ///< in bytes, without what it broke off in: more lines may follow there
     Seal seal = kNoSeal;  ///< of its lines up to there
 };

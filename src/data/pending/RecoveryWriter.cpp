@@ -3,6 +3,8 @@
 #include "base/Translation.h"
 #include "base/WriteAll.h"
 #include "data/StyleDatabases.h"
+#include "data/pending/RecoveryFile.h"
+#include "data/pending/RecoveryName.h"
 #include "data/store/FileIdentity.h"
 
 #include <fcntl.h>
@@ -12,6 +14,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -37,15 +40,18 @@ RecoveryWriter::~RecoveryWriter() {
 }
 
 void RecoveryWriter::changed(std::span<const PendingPlace> forgotten, std::span<const PendingCommand> made) {
+    m_beforeStoring.reset();
     if (isUpToDate() ? write(forgotten, made) : rewrite())
-        return;
+        return settleTakenOver();
     m_unwritten += made.size();
     m_isOld = m_isOld || !forgotten.empty();
 }
 
 void RecoveryWriter::takenBack() {
+    m_beforeStoring.reset();
     if (m_isOld) {
-        rewrite();
+        if (rewrite())
+            settleTakenOver();
     } else if (m_unwritten > 0) {
         --m_unwritten;
     } else {
@@ -61,20 +67,41 @@ void RecoveryWriter::takenBack() {
 }
 
 void RecoveryWriter::emptied() {
+    settleTakenOver();
+    m_beforeStoring.reset();
     remove();
     m_unwritten = 0;
     m_isOld = m_isTold = false;
 }
 
 // Where it cannot be written nothing else needs to be done: what is stored is found to be so.
-void RecoveryWriter::storing(std::span<const PendingPlace> places) {
+void RecoveryWriter::storing(std::span<const PendingPlace> places, std::uint32_t mark) {
     if (!isUpToDate())
         return;
+    const Mark before = m_file.end;
     std::string names;
     std::string lines = RecoveryText::begin({});
     for (const auto& [source, table] : places)
-        lines += RecoveryText::storing(numberOf(source, names), table);
-    append(names + lines + RecoveryText::end(), {});
+        lines += RecoveryText::storing(numberOf(source, names), table, mark);
+    if (append(names + lines + RecoveryText::end(), {}))
+        m_beforeStoring = before;
+}
+
+void RecoveryWriter::notStored() {
+    if (!m_beforeStoring || shorten(*std::exchange(m_beforeStoring, {})))
+        return;
+    if (!append(RecoveryText::begin({}) + RecoveryText::end(), {}))
+        rewrite();
+}
+
+void RecoveryWriter::takeOver(std::unique_ptr<RecoveryFile> file) {
+    m_takenOver.push_back(std::move(file));
+}
+
+void RecoveryWriter::settleTakenOver() {
+    for (const auto& file : m_takenOver)
+        file->settle();
+    m_takenOver.clear();
 }
 
 // Adds the line that names the source to `names` when the file does not name it yet.
@@ -90,29 +117,52 @@ int RecoveryWriter::numberOf(SourceId id, std::string& names) {
     return place->second;
 }
 
-std::string RecoveryWriter::linesOf(std::span<const PendingPlace> forgotten, const PendingCommand& made) {
+std::string RecoveryWriter::linesOf(const PendingCommand& made) {
     std::string names;
     std::string lines;
-    for (const auto& [source, table] : forgotten)
-        lines += RecoveryText::forgotten(numberOf(source, names), table);
     for (const PendingStep& step : made.steps)
         lines += RecoveryText::step(numberOf(step.source, names), step);
-    const bool countTogether = !forgotten.empty() || made.steps.size() > 1 || !made.label.isEmpty();
+    const bool countTogether = made.steps.size() > 1 || !made.label.isEmpty();
     return names + (countTogether ? RecoveryText::begin(made.label) + lines + RecoveryText::end() : lines);
 }
 
 bool RecoveryWriter::write(std::span<const PendingPlace> forgotten, std::span<const PendingCommand> made) {
+    if (!forgotten.empty() || !m_takenOver.empty()) {
+        std::vector<RecoveryText::TakenOver> takenOver;
+        for (const auto& file : m_takenOver)
+            std::ranges::copy(file->takenOver(), std::back_inserter(takenOver));
+        return writeTogether(forgotten, made, takenOver);
+    }
     std::string lines = m_file.end.size == 0 ? RecoveryText::head() : std::string();
     std::vector<Mark> commands;
-    if (made.empty())
-        lines += linesOf(forgotten, {});
     for (const PendingCommand& command : made) {
-        lines += linesOf(commands.empty() ? forgotten : std::span<const PendingPlace>(), command);
+        lines += linesOf(command);
         commands.push_back({lines.size(), {}, m_file.numbers.size()});
     }
-    if (!forgotten.empty())
-        m_file.commands.clear();
     return append(lines, commands);
+}
+
+// All or nothing: what comes to stand may be what is forgotten, made anew.
+bool RecoveryWriter::writeTogether(std::span<const PendingPlace> forgotten,
+                                   std::span<const PendingCommand> made,
+                                   const std::vector<RecoveryText::TakenOver>& takenOver) {
+    std::string names = m_file.end.size == 0 ? RecoveryText::head() : std::string();
+    std::string lines = RecoveryText::begin(made.empty() ? KorString() : made.front().label);
+    for (const auto& [source, table] : forgotten)
+        lines += RecoveryText::forgotten(numberOf(source, names), table);
+    for (const RecoveryText::TakenOver& other : takenOver)
+        lines += RecoveryText::takenOver(other);
+    for (const PendingCommand& command : made) {
+        if (&command != &made.front())
+            lines += RecoveryText::next(command.label);
+        for (const PendingStep& step : command.steps)
+            lines += RecoveryText::step(numberOf(step.source, names), step);
+    }
+    m_file.commands.clear();
+    if (!append(names + lines + RecoveryText::end(), {}))
+        return false;
+    m_file.commands.push_back(m_file.end); // before it there is nothing to go back to
+    return true;
 }
 
 // The marks hold the size of the lines up to them as they are given.
@@ -149,10 +199,9 @@ bool RecoveryWriter::open() {
         return true;
     std::error_code ignored;
     std::filesystem::create_directories(m_folder, ignored);
-    const std::string name = "recovery-" + std::to_string(::getpid());
     // The number of a process that crashed may come again.
     for (int i = 1; m_file.descriptor < 0; ++i) {
-        m_file.path = m_folder / (i == 1 ? name : name + "-" + std::to_string(i));
+        m_file.path = m_folder / RecoveryName::of(::getpid(), i);
         m_file.descriptor = ::open(m_file.path.c_str(),
                                    O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600);
         if (m_file.descriptor < 0 && errno != EEXIST)
@@ -173,13 +222,19 @@ bool RecoveryWriter::shorten(const Mark& end) {
     return true;
 }
 
-// Writes all that stands into a new file, and removes the old one only then.
+// Writes all that stands into a new file, and removes the old one only then. The new one counts as soon as it
+// is whole, and from then on the old one does not.
 bool RecoveryWriter::rewrite() {
     File old = std::exchange(m_file, {});
     std::vector<PendingCommand> commands =
         m_databases.pending().undoable(std::numeric_limits<std::size_t>::max());
     std::ranges::reverse(commands);
-    const bool isWritten = write({}, commands);
+    std::vector<RecoveryText::TakenOver> takenOver;
+    for (const auto& file : m_takenOver)
+        std::ranges::copy(file->takenOver(), std::back_inserter(takenOver));
+    if (old.descriptor >= 0)
+        takenOver.push_back({old.path.filename().string(), old.end.seal, {}});
+    const bool isWritten = writeTogether({}, commands, takenOver);
     if (isWritten) {
         m_unwritten = 0;
         m_isOld = false;

@@ -3,14 +3,15 @@
 #include "data/pending/RecoveryText.h"
 
 #include <filesystem>
+#include <optional>
 
 class StyleDatabases;
 
 /// Writes down what stands in the log of the databases, as it changes, so that nothing pending is lost when
-/// the program crashes or is killed: into a file "recovery-" with the number of this process in a folder of
-/// the program's own. The file is there only while something is pending; it is locked as long as its writer
-/// lives. What cannot be written is made up for as soon as the file can be written again; until then the file
-/// stays as it was, unless it would bring back what was taken back.
+/// the program crashes or is killed: into a file of a `RecoveryName` in a folder of the program's own. The
+/// file is there only while something is pending; it is locked as long as its writer lives. What cannot be
+/// written is made up for as soon as the file can be written again; until then the file stays as it was,
+/// unless it would bring back what was taken back.
 class RecoveryWriter : public PendingObserver {
 public:
     using Tell = std::function<void(const KorString&)>;
@@ -26,8 +27,11 @@ public:
     void changed(std::span<const PendingPlace> forgotten, std::span<const PendingCommand> made) override;
     void takenBack() override;
     void emptied() override;
-    void storing(std::span<const PendingPlace> places) override;
-    bool isUpToDate() const override { return m_unwritten == 0 && !m_isOld; }
+    void storing(std::span<const PendingPlace> places, std::uint32_t mark) override;
+    void notStored() override;
+    void takeOver(std::unique_ptr<RecoveryFile> file) override;
+    /// Whether a crash would lose nothing of what stands.
+    bool isUpToDate() const { return m_unwritten == 0 && !m_isOld; }
 
 private:
     // Where the lines up to some command end.
@@ -46,8 +50,11 @@ private:
     };
 
     int numberOf(SourceId id, std::string& names);
-    std::string linesOf(std::span<const PendingPlace> forgotten, const PendingCommand& made);
+    std::string linesOf(const PendingCommand& made);
     bool write(std::span<const PendingPlace> forgotten, std::span<const PendingCommand> made);
+    bool writeTogether(std::span<const PendingPlace> forgotten, std::span<const PendingCommand> made,
+                       const std::vector<RecoveryText::TakenOver>& takenOver);
+    void settleTakenOver();
     bool append(const std::string& lines, const std::vector<Mark>& commands);
     bool open();
     bool shorten(const Mark& end);
@@ -60,6 +67,8 @@ private:
     StyleDatabases& m_databases;
     Tell m_tell;
     File m_file;
+    std::vector<std::unique_ptr<RecoveryFile>> m_takenOver; ///< what they held is not written yet
+    std::optional<Mark> m_beforeStoring;
     std::size_t m_unwritten = 0; ///< commands that stand and are missing at the end of the file
     bool m_isOld = false;        ///< what the file holds stood before something was forgotten or taken back
     bool m_isTold = false;

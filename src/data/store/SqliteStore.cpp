@@ -211,6 +211,16 @@ StoreResult SqliteStore::apply(const TableChange& change, std::vector<StoreConfl
     return result;
 }
 
+std::uint32_t SqliteStore::markOfChange() {
+    return markChange(m_database.connection.get()) == SQLITE_OK ? lastMark() : 0;
+}
+
+std::uint32_t SqliteStore::lastMark() {
+    std::int64_t mark = 0;
+    const int code = m_database.connection.queryInteger("PRAGMA schema_version", mark);
+    return code == SQLITE_OK ? static_cast<std::uint32_t>(mark) : 0;
+}
+
 StoreResult SqliteStore::commit() {
     if (!KorAssert::check(!m_hasConflict, "!m_hasConflict")) {
         rollback();

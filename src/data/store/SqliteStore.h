@@ -55,6 +55,8 @@ public:
     std::vector<std::string> integrityFindings() override;
     StoreResult begin() override;
     StoreResult apply(const TableChange& change, std::vector<StoreConflict>& conflicts) override;
+    std::uint32_t markOfChange() override;
+    std::uint32_t lastMark() override;
     StoreResult commit() override;
     void rollback() override;
     bool changedOutside() override;

@@ -2,6 +2,7 @@
 
 #include "records/TableSchema.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -94,6 +95,11 @@ public:
     /// deleted only while it is as it was, a row is appended only where its key is free; anything else is
     /// added to `conflicts`, and the rest is done. After any failure or conflict the caller must roll back.
     virtual StoreResult apply(const TableChange& change, std::vector<StoreConflict>& conflicts) = 0;
+    /// The number that `commit` leaves in the database, until another commit of this program leaves another
+    /// one: it tells whether the open transaction was stored. 0 where nothing can be told.
+    virtual std::uint32_t markOfChange() = 0;
+    /// The number that the last commit of this program left; 0 where nothing can be told.
+    virtual std::uint32_t lastMark() = 0;
     /// Keeps what was applied since `begin`. On failure nothing is kept and the transaction has ended.
     virtual StoreResult commit() = 0;
     /// Ends the transaction without keeping anything. Harmless when none is open.
