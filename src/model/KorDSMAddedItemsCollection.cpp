@@ -5,12 +5,7 @@
 
 #include <algorithm>
 
-KorDSMAddedItemsCollection::~KorDSMAddedItemsCollection() {
-    for (const auto& [data, key] : m_Keys)
-        delete data;
-}
-
-void KorDSMAddedItemsCollection::add(KorDSMTreeItemData* data) {
+void KorDSMAddedItemsCollection::add(std::unique_ptr<KorDSMTreeItemData> data) {
     KorDSMDatabaseItem* item = data->getItem();
     const std::int32_t key = item ? item->recordKey() : 0;
     if (item && KorDSMDefines::canHaveEqualItems(data->getType())) {
@@ -19,16 +14,16 @@ void KorDSMAddedItemsCollection::add(KorDSMTreeItemData* data) {
             if (KorDSMDatabaseItem* present = it->second->getItem(); present && present->isEqual(*item))
                 present->linkEqualItem(*item);
     }
-    m_ByKey.emplace(key, data);
-    m_Keys.emplace(data, key);
+    KorDSMTreeItemData* entry = data.get();
+    m_ByKey.emplace(key, entry);
+    m_Entries.emplace(entry, Entry{key, std::move(data)});
 }
 
-bool KorDSMAddedItemsCollection::remove(KorDSMTreeItemData* data) {
-    const auto found = m_Keys.find(data);
-    if (found == m_Keys.end())
-        return false;
-    const auto [first, last] = m_ByKey.equal_range(found->second);
+std::unique_ptr<KorDSMTreeItemData> KorDSMAddedItemsCollection::remove(const KorDSMTreeItemData* data) {
+    auto found = m_Entries.extract(data);
+    if (found.empty())
+        return nullptr;
+    const auto [first, last] = m_ByKey.equal_range(found.mapped().key);
     m_ByKey.erase(std::find_if(first, last, [data](const auto& entry) { return entry.second == data; }));
-    m_Keys.erase(found);
-    return true;
+    return std::move(found.mapped().data);
 }

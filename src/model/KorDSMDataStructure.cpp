@@ -54,10 +54,6 @@ KorDSMDataStructure& KorDSMDataStructure::operator=(const KorDSMDataStructure& o
     return *this;
 }
 
-KorDSMDataStructure::~KorDSMDataStructure() {
-    deleteAddedItems();
-}
-
 void KorDSMDataStructure::setUpSections() {
     for (const KorDSMSection& description : KorDSMFamilies::sections()) {
         KorDsmSectionItem& section = *getSection(description.section);
@@ -67,24 +63,19 @@ void KorDSMDataStructure::setUpSections() {
     }
 }
 
-void KorDSMDataStructure::appendAddedItemData(KorDSMTreeItemData* data) {
+void KorDSMDataStructure::appendAddedItemData(std::unique_ptr<KorDSMTreeItemData> data) {
     const auto it = std::ranges::find(m_AddedItems, data->getType(), &KorDSMAddedItemsCollection::getType);
     if (it != m_AddedItems.end())
-        return (*it)->add(data);
-    m_AddedItems.push_back(new KorDSMAddedItemsCollection(data->getType()));
-    m_AddedItems.back()->add(data);
+        return (*it)->add(std::move(data));
+    m_AddedItems.push_back(std::make_shared<KorDSMAddedItemsCollection>(data->getType()));
+    m_AddedItems.back()->add(std::move(data));
 }
 
-void KorDSMDataStructure::removeAddedItemData(KorDSMTreeItemData* data) {
-    const auto it = std::ranges::find(m_AddedItems, data->getType(), &KorDSMAddedItemsCollection::getType);
-    if (it != m_AddedItems.end())
-        (*it)->remove(data);
-}
-
-void KorDSMDataStructure::deleteAddedItems() {
-    for (KorDSMAddedItemsCollection* collection : m_AddedItems)
-        delete collection;
-    m_AddedItems.clear();
+std::unique_ptr<KorDSMTreeItemData> KorDSMDataStructure::removeAddedItemData(const KorDSMTreeItemData* data) {
+    const auto it = std::ranges::find_if(m_AddedItems, [&](const auto& collection) {
+        return data && collection->getType() == data->getType();
+    });
+    return it == m_AddedItems.end() ? nullptr : (*it)->remove(data);
 }
 
 void KorDSMDataStructure::resetTargets() {
@@ -109,8 +100,7 @@ void KorDSMDataStructure::initDataStructure() {
 }
 
 int KorDSMDataStructure::getNumberOfAddIns() {
-    const KorArray<KorDSMDatabaseItem*>& databases = getDetailStylesSection()->children();
-    const KorDSMDatabaseItem* standard = databases[0];
+    const KorDSMDatabaseItem* standard = getDetailStylesSection()->children()[0];
     return standard ? standard->children().length() : 0;
 }
 

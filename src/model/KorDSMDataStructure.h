@@ -26,10 +26,10 @@ public:
     /// An empty structure in its initial state; nothing is taken from `other`.
     KorDSMDataStructure(const KorDSMDataStructure& other);
     /// Copies the selection state, the options and the list of added items. The collections are shared, not
-    /// copied: only one of the two structures may delete them. The sections are not copied.
+    /// copied. The sections are not copied.
     KorDSMDataStructure& operator=(const KorDSMDataStructure& other);
-    /// Deletes the added items and all items of the sections.
-    virtual ~KorDSMDataStructure();
+    /// Deletes all items of the sections, and the added items that no other structure shares.
+    virtual ~KorDSMDataStructure() = default;
 
     KorDsmSectionItem* getDetailStylesSection() { return getSection(KorDSMDefines::kViewDetailStyles); }
     KorDsmSectionItem* getQualifiersSection() { return getSection(KorDSMDefines::kViewQualifiers); }
@@ -41,10 +41,10 @@ public:
     }
 
     /// Takes the entry over and links its item with equal ones.
-    void appendAddedItemData(KorDSMTreeItemData* data);
-    /// Gives the entry back to the caller; nothing happens when it is not here.
-    void removeAddedItemData(KorDSMTreeItemData* data);
-    void deleteAddedItems();
+    void appendAddedItemData(std::unique_ptr<KorDSMTreeItemData> data);
+    /// Gives the entry, which may be null, to the caller; null when it is not here.
+    std::unique_ptr<KorDSMTreeItemData> removeAddedItemData(const KorDSMTreeItemData* data);
+    void deleteAddedItems() { m_AddedItems.clear(); }
 
     /// Deletes all items and resets targets and selections; paths and options stay. Status `kEmptied`.
     void emptyDataStructure();
@@ -94,7 +94,7 @@ private:
     DETAILSTYLES_HIDDEN void setUpSections();
     DETAILSTYLES_HIDDEN void resetTargets();
 
-    std::vector<KorDSMAddedItemsCollection*> m_AddedItems; // owned
+    std::vector<std::shared_ptr<KorDSMAddedItemsCollection>> m_AddedItems;
     std::array<KorDsmSectionItem, KorDSMDefines::kNumberOfSections> m_Sections;
     eUpdateStatus m_UpdateStatus = kNotLoaded;
     std::array<KorArray<KorString>, KorDSMDefines::kNumberOfSections> m_SelectedPath;

@@ -15,7 +15,7 @@ std::unique_ptr<KorDSMDatabaseItem> itemFor(eTableType table, std::int32_t key) 
 
 void addChildFor(KorDSMDatabaseItem& parent, eTableType table, std::int32_t key) {
     if (auto child = itemFor(table, key))
-        parent.addChild(child.release());
+        parent.addChild(std::move(child));
 }
 
 } // namespace
@@ -37,11 +37,11 @@ void addDependents(KorDsmReprMapRuleItem& item) {
 void addDependents(KorDsmReprMapItem& item) {
     const StructDetObjReprMapKey& record = item.getRecord();
     if (auto child = itemFor(kTableQualifierSet, record.qualifierSetKey))
-        item.createQualifierSet(static_cast<KorDsmQualifierSetItem*>(child.release()));
+        item.createQualifierSet(std::move(child));
     if (auto child = itemFor(kTableAppearance, record.appearanceKey))
-        item.createAppearance(static_cast<KorDsmAppearanceItem*>(child.release()));
+        item.createAppearance(std::move(child));
     if (auto child = itemFor(kTableAnnotationStrategy, record.annotationStrategyKey))
-        item.createAnnotationStrategy(static_cast<KorDsmAnnotationStrategyItem*>(child.release()));
+        item.createAnnotationStrategy(std::move(child));
 }
 
 void addDependents(KorDsmAnnotationStrategyItem& item) {

@@ -4,6 +4,18 @@
 
 #include <algorithm>
 
+namespace {
+
+bool comesBeforeByName(const KorDSMDatabaseItem& a, const KorDSMDatabaseItem& b) {
+    return a.record()->name.compare(b.record()->name) < 0;
+}
+
+bool comesBeforeByKey(const KorDSMDatabaseItem& a, const KorDSMDatabaseItem& b) {
+    return a.recordKey() < b.recordKey();
+}
+
+} // namespace
+
 namespace KorDSMItemPlacing {
 
 KorDSMDatabaseItem* findChild(const KorDSMDatabaseItem& parent, std::int32_t key) {
@@ -22,18 +34,13 @@ Filling::Filling(KorDSMDatabaseItem& addIn, const KorDSMFamily& groups) : m_addI
 Filling::~Filling() {
     if (!m_grown)
         return;
-    const auto comesBefore = [byName = m_groups.isCategory](const KorDSMDatabaseItem* a,
-                                                            const KorDSMDatabaseItem* b) {
-        return byName ? a->record()->name.compare(b->record()->name) < 0 : a->recordKey() < b->recordKey();
-    };
-    std::stable_sort(m_addIn.children().begin(), m_addIn.children().end(), comesBefore);
+    m_addIn.sortChildren(m_groups.isCategory ? comesBeforeByName : comesBeforeByKey);
 }
 
 KorDSMDatabaseItem& Filling::place(const StructRecord& record) {
     KorDSMDatabaseItem*& item = m_present[record.key];
     if (!item) {
-        item = KorDSMFamilies::makeItem(m_groups, record).release();
-        m_addIn.addChild(item);
+        item = &m_addIn.addChild(KorDSMFamilies::makeItem(m_groups, record));
         m_grown = true;
     }
     return *item;
@@ -41,6 +48,10 @@ KorDSMDatabaseItem& Filling::place(const StructRecord& record) {
 
 KorDSMDatabaseItem& place(KorDSMDatabaseItem& addIn, const KorDSMFamily& groups, const StructRecord& record) {
     return Filling(addIn, groups).place(record);
+}
+
+KorDSMDatabaseItem& file(KorDSMDatabaseItem& group, std::unique_ptr<KorDSMDatabaseItem> item) {
+    return group.insertChild(std::move(item), comesBeforeByKey);
 }
 
 } // namespace KorDSMItemPlacing

@@ -37,4 +37,7 @@ private:
 /// a new one at its place.
 KorDSMDatabaseItem& place(KorDSMDatabaseItem& addIn, const KorDSMFamily& groups, const StructRecord& record);
 
+/// Puts a record's item below the category or group in which it is filed, where loading would put it.
+KorDSMDatabaseItem& file(KorDSMDatabaseItem& group, std::unique_ptr<KorDSMDatabaseItem> item);
+
 } // namespace KorDSMItemPlacing

@@ -33,7 +33,8 @@ public:
 private:
     void StartProgressBar();
     void loadSectionData(KorDSMDataStructure& structure, const KorDSMSection& section);
-    KorDsmAddInContentItem* loadAddIn(const KorDSMSection& section, eIndex index, const KorString& name);
+    std::unique_ptr<KorDsmAddInContentItem> loadAddIn(const KorDSMSection& section, eIndex index,
+                                                      const KorString& name);
     static void loadGroups(KorDsmAddInContentItem& addIn);
 
     SectionLoadProgress m_progress;

@@ -35,7 +35,7 @@ void placeRecord(KorDSMItemPlacing::Filling& filling, const KorDSMFamily& family
         return;
     const StructRecord* group = CurrentRows::find(filing.target, KorOdbcKey(filing.integerIn(record)));
     if (group)
-        filling.place(*group).addChild(KorDSMFamilies::makeItem(family, *record).release());
+        filling.place(*group).addChild(KorDSMFamilies::makeItem(family, *record));
 }
 
 } // namespace

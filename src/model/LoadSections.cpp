@@ -72,7 +72,7 @@ void KorDSMSectionLoader::StartProgressBar() {
 }
 
 void KorDSMSectionLoader::loadSectionData(KorDSMDataStructure& structure, const KorDSMSection& section) {
-    auto* standard = new KorDsmDatabaseContentItem;
+    auto standard = std::make_unique<KorDsmDatabaseContentItem>();
     standard->m_IconIndex = KorDSMDefines::kIconHost;
     standard->m_Database = KorDSNDefinitions::kStandard;
     standard->m_Name = Prompts::ups(21021);
@@ -83,14 +83,14 @@ void KorDSMSectionLoader::loadSectionData(KorDSMDataStructure& structure, const 
         if (isAddIn)
             KorOdbcGUI::switchKordoDetailsCurrent(source.addIn);
         const KorDSNRequest request(source.id.dsn, source.id.index);
-        KorDsmAddInContentItem* item =
+        std::unique_ptr<KorDsmAddInContentItem> item =
             loadAddIn(section, source.id.index, isAddIn ? addInName(source.addIn) : Prompts::ups(21023));
         item->m_Image = isAddIn ? AddInManager::getInstance().getAddIn(source.addIn).getIcon()
                                 : KorDSMDefines::m_GlobalIcons[KorDSMDefines::kIconInstallation].file;
-        standard->addChild(item);
+        standard->addChild(std::move(item));
     }
 
-    auto* user = new KorDsmDatabaseContentItem;
+    auto user = std::make_unique<KorDsmDatabaseContentItem>();
     user->m_IconIndex = 6;
     user->m_Database = KorDSNDefinitions::kUser;
     user->m_Name = Prompts::ups(21022);
@@ -100,12 +100,12 @@ void KorDSMSectionLoader::loadSectionData(KorDSMDataStructure& structure, const 
     }
 
     KorDsmSectionItem& node = *structure.getSection(section.section);
-    node.addChild(standard);
-    node.addChild(user);
+    node.addChild(std::move(standard));
+    node.addChild(std::move(user));
 }
 
-KorDsmAddInContentItem* KorDSMSectionLoader::loadAddIn(const KorDSMSection& section, eIndex index,
-                                                       const KorString& name) {
+std::unique_ptr<KorDsmAddInContentItem> KorDSMSectionLoader::loadAddIn(const KorDSMSection& section,
+                                                                       eIndex index, const KorString& name) {
     std::unique_ptr<KorDsmAddInContentItem> item = section.makeContent();
     if (section.load)
         section.load(*item, m_progress);
@@ -113,7 +113,7 @@ KorDsmAddInContentItem* KorDSMSectionLoader::loadAddIn(const KorDSMSection& sect
         loadGroups(*item);
     item->m_AddInIndex = index;
     item->m_Name = name;
-    return item.release();
+    return item;
 }
 
 void SectionLoadProgress::step() {
@@ -153,7 +153,7 @@ void KorDSMSectionLoader::loadDetailStylesAddInContent(KorDsmAddInContentItem& a
                 ? StyleReads::find<StructDetBaseCategory>(KorOdbcKey(master->second->categoryKey))
                 : nullptr;
         if (category)
-            filling.place(*category).addChild(KorDSMFamilies::makeItem(styles, rows->at(i)).release());
+            filling.place(*category).addChild(KorDSMFamilies::makeItem(styles, rows->at(i)));
     }
     const RowArray* categories = StyleReads::rows<StructDetBaseCategory>();
     for (int i = 0; categories && i < categories->size(); ++i)
@@ -162,13 +162,11 @@ void KorDSMSectionLoader::loadDetailStylesAddInContent(KorDsmAddInContentItem& a
 
 void KorDSMSectionLoader::loadDetailStylesDependencies(KorDsmDetailStyleItem* style) {
     const StructDetailStyle& record = style->getRecord();
-    style->children().reserve(record.getLengthItems());
+    style->reserveChildren(record.getLengthItems());
     for (int i = 0; i < record.getLengthItems(); ++i) {
         const auto* request = StyleReads::find<StructDetViewRequest>(KorOdbcKey(record.getViewRequestAt(i)));
         if (!request)
             continue;
-        auto* item = new KorDsmViewRequestItem;
-        item->initRecord(*request);
-        style->addChild(item);
+        style->addChild(std::make_unique<KorDsmViewRequestItem>()).initRecord(*request);
     }
 }

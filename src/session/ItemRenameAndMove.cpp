@@ -110,8 +110,7 @@ Outcome moveToGroup(KorDSMDatabaseItem& item, KorDSMDatabaseItem& group) {
     if (!outcome.done)
         return outcome;
     KorDSMTwins::recordWritten(item);
-    item.m_pParent->releaseChild(&item);
-    group.addChild(&item);
+    group.addChild(item.m_pParent->releaseChild(item));
     outcome.notice = noticeFor(item, DsmListChanged::kReload);
     return outcome;
 }

@@ -130,7 +130,7 @@ CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
         outcome.refusal = label(kNoMaster, item.record()->name);
     if (!outcome.refusal.isEmpty())
         return outcome;
-    std::unique_ptr<KorDSMDatabaseItem> copy(item.clone());
+    std::unique_ptr<KorDSMDatabaseItem> copy = item.clone();
     PendingGroup group(label(kCopying, item.record()->name));
     if (!appendCopy(*copy, name)) {
         group.takeBack();
@@ -145,11 +145,9 @@ CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
     outcome.done = true;
     outcome.notice = noticeFor(*copy, DsmListChanged::kAdded);
     if (KorDSMDatabaseItem* home = groupElsewhere(item)) {
-        home->addChild(copy->clone());
-        outcome.added.push_back(home->children()[home->children().length() - 1]);
+        outcome.added.push_back(&home->addChild(copy->clone()));
     }
-    item.m_pParent->addChild(copy.get());
-    outcome.added.insert(outcome.added.begin(), copy.release());
+    outcome.added.insert(outcome.added.begin(), &item.m_pParent->addChild(std::move(copy)));
     return outcome;
 }
 
@@ -197,8 +195,7 @@ void dropTwins(KorDSMDatabaseItem& item, DeleteOutcome& outcome) {
         KorDSMDatabaseItem* parent = twin->m_pParent;
         twin->unlinkEqualItems();
         if (parent && KorDSMDefines::isGroupType(parent->m_Type)) {
-            parent->releaseChild(twin);
-            outcome.removed.emplace_back(twin);
+            outcome.removed.push_back(parent->releaseChild(*twin));
         } else if (parent && parent != item.m_pParent && parent->record()) {
             parent->dropDependents();
         }
@@ -256,8 +253,7 @@ DeleteOutcome deleteItems(const std::vector<KorDSMDatabaseItem*>& items) {
     for (KorDSMDatabaseItem* item : items) {
         if (!deleteRows(*item))
             return outcome;
-        item->m_pParent->releaseChild(item);
-        outcome.removed.emplace_back(item);
+        outcome.removed.push_back(item->m_pParent->releaseChild(*item));
         outcome.notice = noticeFor(*item, DsmListChanged::kReload);
         dropTwins(*item, outcome);
     }

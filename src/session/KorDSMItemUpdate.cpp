@@ -178,20 +178,16 @@ void KorDSMItemUpdate::fileUnder(KorDSMDatabaseItem& group, SourceId source, Row
         return;
     for (KorDSMDatabaseItem* item : itemsOf(source, row))
         if (isFiled(*item)) {
-            item->m_pParent->releaseChild(item);
-            group.addChild(item);
+            KorDSMItemPlacing::file(group, item->m_pParent->releaseChild(*item));
             m_outcome.moved.push_back(item);
             return;
         }
-    KorDSMDatabaseItem* item =
-        KorDSMFamilies::makeItem(*KorDSMFamilies::of(row.table), *rowOf(row)).release();
-    group.addChild(item);
-    m_outcome.added.push_back(item);
+    m_outcome.added.push_back(&KorDSMItemPlacing::file(
+        group, KorDSMFamilies::makeItem(*KorDSMFamilies::of(row.table), *rowOf(row))));
 }
 
 void KorDSMItemUpdate::takeOut(KorDSMDatabaseItem& item) {
-    item.m_pParent->releaseChild(&item);
-    m_outcome.removed.emplace_back(&item);
+    m_outcome.removed.push_back(item.m_pParent->releaseChild(item));
 }
 
 // The children are made anew when the entry is opened; those of a style are always there.

@@ -77,10 +77,9 @@ KorDSMDatabaseItem* KorDSMNewItem::create(eItemType type, const KorString& name,
         step.takeBack();
         return nullptr;
     }
-    KorDSMDatabaseItem* item = made.release();
-    group.addChild(item);
+    KorDSMDatabaseItem& item = group.addChild(std::move(made));
     KorDSMMainWindow::sendMessage(DsmDataChanged());
-    return item;
+    return &item;
 }
 
 KorString KorDSMNewItem::whyNotMade(eItemType type) {

@@ -130,7 +130,8 @@ std::vector<RowRef> rowsAbove(StyleSource& source, RowRef row) {
     std::vector<RowRef> above;
     const StructRecord* record = source.table(row.table).find(KorOdbcKey(row.key));
     for (const Column& column : findTable(row.table)->columns)
-        if (record && column.isReference() && column.role == eReferenceRole::kPartOf)
+        if (record && (column.isReference()) &&
+            (column.role == eReferenceRole::kPartOf || column.role == eReferenceRole::kIdentifies))
             above.push_back({column.target, column.integerIn(record)});
     for (const Referrer& referrer : source.referrersOf(row.table, KorOdbcKey(row.key)))
         if (referrer.column->role == eReferenceRole::kUses)

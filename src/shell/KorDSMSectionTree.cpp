@@ -48,12 +48,9 @@ void KorDSMSectionTree::bind(KorDSMDatabaseItem& item, KorTreeHandle entry) {
 }
 
 void KorDSMSectionTree::attach(KorTreeHandle entry, std::unique_ptr<KorDSMTreeItemData> data) {
-    if (KorDSMTreeItemData* old = dataOf(entry)) {
-        m_structure.removeAddedItemData(old);
-        delete old;
-    }
+    m_structure.removeAddedItemData(dataOf(entry));
     m_tree->setItemData(entry, data.get());
-    m_structure.appendAddedItemData(data.release());
+    m_structure.appendAddedItemData(std::move(data));
 }
 
 void KorDSMSectionTree::unbind(KorTreeHandle entry) {
@@ -66,7 +63,6 @@ void KorDSMSectionTree::unbind(KorTreeHandle entry) {
         item->m_hTreeItem = nullptr;
     m_tree->setItemData(entry, nullptr);
     m_structure.removeAddedItemData(data);
-    delete data;
 }
 
 void KorDSMSectionTree::forgetBelow(KorTreeHandle entry) {

@@ -14,13 +14,12 @@ protected:
         second.m_AddInIndex = KorDSNDefinitions::kUserIndex;
     }
     KorDsmViewRequestItem& viewBelow(KorDSMDatabaseItem& parent, std::int32_t key = 4) {
-        auto* item = new KorDsmViewRequestItem;
         StructDetViewRequest record;
         record.key = key;
         record.name = "Front";
-        item->initRecord(record);
-        parent.addChild(item);
-        return *item;
+        auto& item = parent.addChild(std::make_unique<KorDsmViewRequestItem>());
+        item.initRecord(record);
+        return item;
     }
 
     KorDsmAddInContentItem first;
@@ -56,13 +55,12 @@ TEST_F(Items, AddedItemsFindTheirTwins) {
     KorDsmViewRequestItem& twin = viewBelow(first);
     KorDsmViewRequestItem& foreign = viewBelow(second);
     for (KorDsmViewRequestItem* item : {&view, &twin, &foreign})
-        structure->appendAddedItemData(new KorDSMTreeItemData(*item));
+        structure->appendAddedItemData(std::make_unique<KorDSMTreeItemData>(*item));
     EXPECT_EQ(view.equalItems(), KorArray<KorDSMDatabaseItem*>{&twin});
     EXPECT_EQ(twin.equalItems(), KorArray<KorDSMDatabaseItem*>{&view});
     EXPECT_TRUE(foreign.equalItems().isEmpty());
-    first.releaseChild(&twin);
     structure->deleteAddedItems();
-    delete &twin;
+    first.releaseChild(twin);
     EXPECT_TRUE(view.equalItems().isEmpty()) << "an item that goes leaves the lists of its twins";
 }
 
@@ -71,9 +69,8 @@ TEST_F(Items, AReplacedRecordDropsWhatHungOnTheOldOne) {
     KorDsmViewRequestItem& twin = viewBelow(first);
     view.linkEqualItem(twin);
     int entry = 0;
-    auto* box = new KorDsmSystemAndBoxItem;
-    box->m_hTreeItem = reinterpret_cast<KorTreeHandle>(&entry);
-    view.addChild(box);
+    view.addChild(std::make_unique<KorDsmSystemAndBoxItem>()).m_hTreeItem =
+        reinterpret_cast<KorTreeHandle>(&entry);
     view.m_bExpanded = true;
     view.m_hTreeItem = reinterpret_cast<KorTreeHandle>(&entry);
     StructDetViewRequest top;
@@ -93,7 +90,7 @@ TEST_F(Items, AReplacedRecordDropsWhatHungOnTheOldOne) {
     EXPECT_EQ(numbers, (std::vector<int>{DsmSetEntryText::kNumber, DsmAttachItemData::kNumber}))
         << "what was never opened has nothing to drop";
     KorDsmDetailStyleCategoryItem category;
-    category.addChild(new KorDsmDetailStyleItem);
+    category.addChild(std::make_unique<KorDsmDetailStyleItem>());
     category.setRecord({});
     EXPECT_EQ(category.children().length(), 1) << "styles do not hang on the record of their category";
 }
@@ -119,10 +116,9 @@ TEST_F(Items, AnArrangementStandsForOneOfItsRecords) {
     EXPECT_TRUE(strategy.usesNewArranger());
     EXPECT_FALSE(control.isEqual(strategy));
     const auto below = [](KorDSMDatabaseItem& parent) -> KorDsmAnnotationArrangementItem& {
-        auto* item = new KorDsmAnnotationArrangementItem;
-        item->m_Control.key = 3;
-        parent.addChild(item);
-        return *item;
+        auto& item = parent.addChild(std::make_unique<KorDsmAnnotationArrangementItem>());
+        item.m_Control.key = 3;
+        return item;
     };
     EXPECT_TRUE(below(first).isEqual(below(first)));
     EXPECT_FALSE(below(first).isEqual(below(second)));
@@ -135,7 +131,7 @@ TEST_F(Items, ACloneShowsTheSame) {
     item.initRecord(record);
     item.m_AnnotationType.name = "Bolt marks";
     item.m_IconIndex = 3;
-    const std::unique_ptr<KorDSMDatabaseItem> clone(item.clone());
+    const std::unique_ptr<KorDSMDatabaseItem> clone = item.clone();
     EXPECT_EQ(clone->recordKey(), 7);
     EXPECT_EQ(clone->m_IconIndex, 3);
     EXPECT_EQ(static_cast<KorDsmAnnotationStrategyItem&>(*clone).m_AnnotationType.name, "Bolt marks");
@@ -145,18 +141,18 @@ TEST_F(Items, AMapEntryTakesEachOfItsRecordsOnce) {
     std::vector<std::string> failed;
     KorAssert::setSink([&](const char* expression, const char*, int) { failed.push_back(expression); });
     KorDsmReprMapItem entry;
-    entry.createQualifierSet(new KorDsmQualifierSetItem);
+    entry.createQualifierSet(std::make_unique<KorDsmQualifierSetItem>());
     EXPECT_TRUE(failed.empty());
-    entry.createQualifierSet(new KorDsmQualifierSetItem);
+    entry.createQualifierSet(std::make_unique<KorDsmQualifierSetItem>());
     EXPECT_EQ(failed, std::vector<std::string>{"m_QualifierSet == NULL"});
     failed.clear();
-    entry.createAppearance(new KorDsmAppearanceItem);
-    entry.createAnnotationStrategy(new KorDsmAnnotationStrategyItem);
+    entry.createAppearance(std::make_unique<KorDsmAppearanceItem>());
+    entry.createAnnotationStrategy(std::make_unique<KorDsmAnnotationStrategyItem>());
     entry.m_bExpanded = true;
     entry.setRecord({});
-    entry.createQualifierSet(new KorDsmQualifierSetItem);
-    entry.createAppearance(new KorDsmAppearanceItem);
-    entry.createAnnotationStrategy(new KorDsmAnnotationStrategyItem);
+    entry.createQualifierSet(std::make_unique<KorDsmQualifierSetItem>());
+    entry.createAppearance(std::make_unique<KorDsmAppearanceItem>());
+    entry.createAnnotationStrategy(std::make_unique<KorDsmAnnotationStrategyItem>());
     KorAssert::setSink({});
     EXPECT_TRUE(failed.empty()) << "those of the record before are gone";
 }

@@ -151,9 +151,9 @@ TEST_F(Loading, OpeningForgetsTheItemsOfTheLastRun) {
     load();
     KorDsmViewRequestItem before;
     KorDsmViewRequestItem after;
-    structure->appendAddedItemData(new KorDSMTreeItemData(before));
+    structure->appendAddedItemData(std::make_unique<KorDSMTreeItemData>(before));
     load();
-    structure->appendAddedItemData(new KorDSMTreeItemData(after));
+    structure->appendAddedItemData(std::make_unique<KorDSMTreeItemData>(after));
     EXPECT_TRUE(after.equalItems().isEmpty());
 }
 

@@ -62,14 +62,16 @@ protected:
         return *found;
     }
     /// Makes the item's children, as opening its entry does.
-    KorArray<KorDSMDatabaseItem*>& expand(KorDSMDatabaseItem& item) {
+    KorDSMItemList expand(KorDSMDatabaseItem& item) {
         const SourceId source = KorDSMItemSource::sourceOf(&item);
         const KorDSNRequest request(source.dsn, source.index);
         KorDSMDependencies::createChildren(item);
         return item.children();
     }
     /// Attaches item data as the tree does, so that equal items know each other.
-    void bind(KorDSMDatabaseItem& item) { structure.appendAddedItemData(new KorDSMTreeItemData(item)); }
+    void bind(KorDSMDatabaseItem& item) {
+        structure.appendAddedItemData(std::make_unique<KorDSMTreeItemData>(item));
+    }
 
     TempFolder folder;
     StyleDatabases databases;

@@ -5,13 +5,13 @@
 #include "model/items/KorDsmAddInContentItem.h"
 #include "records/StructRecord.h"
 
+#include <algorithm>
+
 KorDSMDatabaseItem::KorDSMDatabaseItem(const KorDSMFamily& family)
     : m_Type(family.type), m_IconIndex(family.icon), m_bExpanded(family.startsExpanded) {}
 
 KorDSMDatabaseItem::~KorDSMDatabaseItem() {
     unlinkEqualItems();
-    for (KorDSMDatabaseItem* child : m_Children)
-        delete child;
 }
 
 bool KorDSMDatabaseItem::isEqual(const KorDSMDatabaseItem& other) const {
@@ -23,25 +23,32 @@ std::int32_t KorDSMDatabaseItem::recordKey() const {
     return own ? own->key : 0;
 }
 
-void KorDSMDatabaseItem::addChild(KorDSMDatabaseItem* child) {
-    insertChild(m_Children.length(), child);
-}
-
-void KorDSMDatabaseItem::insertChild(int index, KorDSMDatabaseItem* child) {
+void KorDSMDatabaseItem::insertChild(KorDSMItemList::Owned::iterator place,
+                                     std::unique_ptr<KorDSMDatabaseItem> child) {
     child->m_pParent = this;
-    m_Children.insertAt(index, child);
+    m_Children.insert(place, std::move(child));
 }
 
-void KorDSMDatabaseItem::releaseChild(KorDSMDatabaseItem* child) {
-    const int index = m_Children.find(child);
-    if (index >= 0)
-        m_Children.removeAt(index);
+KorDSMDatabaseItem& KorDSMDatabaseItem::insertChild(std::unique_ptr<KorDSMDatabaseItem> child,
+                                                    ComesBefore comesBefore) {
+    KorDSMDatabaseItem& added = *child;
+    const auto place =
+        std::ranges::find_if(m_Children, [&](const auto& sibling) { return comesBefore(added, *sibling); });
+    insertChild(place, std::move(child));
+    return added;
 }
 
-void KorDSMDatabaseItem::deleteChildren() {
-    for (KorDSMDatabaseItem* child : m_Children)
-        delete child;
-    m_Children.clear();
+std::unique_ptr<KorDSMDatabaseItem> KorDSMDatabaseItem::releaseChild(const KorDSMDatabaseItem& child) {
+    const auto place = std::ranges::find(m_Children, &child, &std::unique_ptr<KorDSMDatabaseItem>::get);
+    if (place == m_Children.end())
+        return nullptr;
+    std::unique_ptr<KorDSMDatabaseItem> released = std::move(*place);
+    m_Children.erase(place);
+    return released;
+}
+
+void KorDSMDatabaseItem::sortChildren(ComesBefore comesBefore) {
+    std::ranges::stable_sort(m_Children, [&](const auto& a, const auto& b) { return comesBefore(*a, *b); });
 }
 
 const KorDSMDatabaseItem* KorDSMDatabaseItem::ancestor(KorDSMDefines::eItemType type) const {
@@ -103,7 +110,7 @@ void KorDSMDatabaseItem::dropDependents() {
     // What is filed in a category or group does not hang on its record.
     if (!m_bExpanded || KorDSMDefines::isGroupType(m_Type))
         return;
-    for (KorDSMDatabaseItem* child : m_Children) {
+    for (const auto& child : m_Children) {
         if (!child->m_hTreeItem)
             continue;
         DsmDeleteEntry gone;

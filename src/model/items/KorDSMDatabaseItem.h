@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/items/KorDSMItemList.h"
 #include "model/items/KorDSMTreeItemData.h"
 #include "records/KorDSNDefinitions.h"
 #include "records/TableTypes.h"
@@ -16,6 +17,9 @@ struct StructRecord;
 /// and changes it through messages to the main dialog.
 class KorDSMDatabaseItem {
 public:
+    /// Whether the first of two siblings stands before the second.
+    using ComesBefore = bool (*)(const KorDSMDatabaseItem&, const KorDSMDatabaseItem&);
+
     explicit KorDSMDatabaseItem(bool callerFlag = false) : m_bCallerFlag(callerFlag) {}
     /// An item of a family: with its type, icon and first state.
     explicit KorDSMDatabaseItem(const KorDSMFamily& family);
@@ -26,8 +30,8 @@ public:
     /// Whether both items lie under the same add-in; items outside any add-in are equal. Record items
     /// compare their records first.
     virtual bool isEqual(const KorDSMDatabaseItem& other) const;
-    /// A copy of the item alone, owned by the caller, or null where items of this kind are not copied.
-    virtual KorDSMDatabaseItem* clone() const { return nullptr; }
+    /// A copy of the item alone, or null where items of this kind are not copied.
+    virtual std::unique_ptr<KorDSMDatabaseItem> clone() const { return nullptr; }
     /// Stores a name in the record, for kinds whose record carries one.
     virtual void setName(KorString) {}
 
@@ -43,14 +47,23 @@ public:
     virtual void updateRecord(const StructRecord&) {}
     std::int32_t recordKey() const;
 
-    /// Takes the child over and sets its parent.
-    void addChild(KorDSMDatabaseItem* child);
-    void insertChild(int index, KorDSMDatabaseItem* child);
-    /// Gives the child back to the caller without deleting it; the child keeps its parent pointer.
-    void releaseChild(KorDSMDatabaseItem* child);
-    void deleteChildren();
-    KorArray<KorDSMDatabaseItem*>& children() { return m_Children; }
-    const KorArray<KorDSMDatabaseItem*>& children() const { return m_Children; }
+    /// Takes the child over as the last one, sets its parent, and returns it.
+    template <typename Item>
+    Item& addChild(std::unique_ptr<Item> child) {
+        Item& added = *child;
+        insertChild(m_Children.end(), std::move(child));
+        return added;
+    }
+    /// The same at the place of its order among siblings that are in this order.
+    KorDSMDatabaseItem& insertChild(std::unique_ptr<KorDSMDatabaseItem> child, ComesBefore comesBefore);
+    /// Gives the child, which keeps its parent pointer, to the caller; null for one that is none.
+    std::unique_ptr<KorDSMDatabaseItem> releaseChild(const KorDSMDatabaseItem& child);
+    void deleteChildren() { m_Children.clear(); }
+    /// Room for `count` children.
+    void reserveChildren(int count) { m_Children.reserve(static_cast<std::size_t>(count)); }
+    /// Brings the children into this order; those of one place keep theirs.
+    void sortChildren(ComesBefore comesBefore);
+    KorDSMItemList children() const { return KorDSMItemList(m_Children); }
 
     /// The nearest of this item and its ancestors that has this type, or null.
     const KorDSMDatabaseItem* ancestor(KorDSMDefines::eItemType type) const;
@@ -95,7 +108,8 @@ protected:
 
 private:
     void addEqualItem(KorDSMDatabaseItem& other);
+    void insertChild(KorDSMItemList::Owned::iterator place, std::unique_ptr<KorDSMDatabaseItem> child);
 
-    KorArray<KorDSMDatabaseItem*> m_Children;                    // owned
+    KorDSMItemList::Owned m_Children;
     std::unique_ptr<KorArray<KorDSMDatabaseItem*>> m_EqualItems; // null while there are none
 };

@@ -5,8 +5,8 @@
 namespace {
 
 template <typename Item>
-Item* cloneOf(const Item& item) {
-    auto* copy = new Item;
+std::unique_ptr<Item> cloneOf(const Item& item) {
+    auto copy = std::make_unique<Item>();
     copy->initRecord(item.getRecord());
     copy->m_IconIndex = item.m_IconIndex;
     return copy;
@@ -14,28 +14,28 @@ Item* cloneOf(const Item& item) {
 
 } // namespace
 
-KorDSMDatabaseItem* KorDsmDetailStyleItem::clone() const {
+std::unique_ptr<KorDSMDatabaseItem> KorDsmDetailStyleItem::clone() const {
     return cloneOf(*this);
 }
 
-KorDSMDatabaseItem* KorDsmViewRequestItem::clone() const {
+std::unique_ptr<KorDSMDatabaseItem> KorDsmViewRequestItem::clone() const {
     return cloneOf(*this);
 }
 
-KorDSMDatabaseItem* KorDsmDimRequestItem::clone() const {
+std::unique_ptr<KorDSMDatabaseItem> KorDsmDimRequestItem::clone() const {
     return cloneOf(*this);
 }
 
-KorDSMDatabaseItem* KorDsmPointSelectionItem::clone() const {
+std::unique_ptr<KorDSMDatabaseItem> KorDsmPointSelectionItem::clone() const {
     return cloneOf(*this);
 }
 
-KorDSMDatabaseItem* KorDsmQualifierSetItem::clone() const {
+std::unique_ptr<KorDSMDatabaseItem> KorDsmQualifierSetItem::clone() const {
     return cloneOf(*this);
 }
 
-KorDSMDatabaseItem* KorDsmAnnotationStrategyItem::clone() const {
-    auto* copy = cloneOf(*this);
+std::unique_ptr<KorDSMDatabaseItem> KorDsmAnnotationStrategyItem::clone() const {
+    auto copy = cloneOf(*this);
     copy->m_AnnotationType = m_AnnotationType;
     return copy;
 }
@@ -48,22 +48,19 @@ void KorDsmDimRequestItem::setName(KorString name) {
     KorDSMMainWindow::sendMessage(message);
 }
 
-void KorDsmReprMapItem::createQualifierSet(KorDsmQualifierSetItem* child) {
+void KorDsmReprMapItem::createQualifierSet(std::unique_ptr<KorDSMDatabaseItem> child) {
     KorAssert::check(m_QualifierSet == nullptr, "m_QualifierSet == NULL");
-    m_QualifierSet = child;
-    addChild(child);
+    m_QualifierSet = static_cast<KorDsmQualifierSetItem*>(&addChild(std::move(child)));
 }
 
-void KorDsmReprMapItem::createAppearance(KorDsmAppearanceItem* child) {
+void KorDsmReprMapItem::createAppearance(std::unique_ptr<KorDSMDatabaseItem> child) {
     KorAssert::check(m_Appearance == nullptr, "m_Appearance == NULL");
-    m_Appearance = child;
-    addChild(child);
+    m_Appearance = static_cast<KorDsmAppearanceItem*>(&addChild(std::move(child)));
 }
 
-void KorDsmReprMapItem::createAnnotationStrategy(KorDsmAnnotationStrategyItem* child) {
+void KorDsmReprMapItem::createAnnotationStrategy(std::unique_ptr<KorDSMDatabaseItem> child) {
     KorAssert::check(m_AnnotationStrategy == nullptr, "m_AnnotationStrategy == NULL");
-    m_AnnotationStrategy = child;
-    addChild(child);
+    m_AnnotationStrategy = static_cast<KorDsmAnnotationStrategyItem*>(&addChild(std::move(child)));
 }
 
 void KorDsmReprMapItem::dependentsDropped() {

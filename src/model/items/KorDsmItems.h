@@ -10,7 +10,7 @@ class KorDsmDetailStyleCategoryItem
 /// A detail style; its children are its view requests.
 class KorDsmDetailStyleItem : public KorDsmRecordItem<StructDetailStyle, KorDSMDefines::kDetailStyle> {
 public:
-    KorDSMDatabaseItem* clone() const override;
+    std::unique_ptr<KorDSMDatabaseItem> clone() const override;
 };
 
 class KorDsmViewRequestCategoryItem
@@ -19,7 +19,7 @@ class KorDsmViewRequestCategoryItem
 /// A view request; its children are its system and box, representation map and view dimensioning.
 class KorDsmViewRequestItem : public KorDsmRecordItem<StructDetViewRequest, KorDSMDefines::kViewRequest> {
 public:
-    KorDSMDatabaseItem* clone() const override;
+    std::unique_ptr<KorDSMDatabaseItem> clone() const override;
     void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
 };
 
@@ -40,7 +40,7 @@ class KorDsmDimRequestGroupItem
 class KorDsmDimRequestItem
     : public KorDsmRecordItem<StructDetViewDimRequestLinear, KorDSMDefines::kDimRequest> {
 public:
-    KorDSMDatabaseItem* clone() const override;
+    std::unique_ptr<KorDSMDatabaseItem> clone() const override;
     /// Stores the name and shows it in the item's entry.
     void setName(KorString name) override;
 };
@@ -49,7 +49,7 @@ public:
 class KorDsmPointSelectionItem
     : public KorDsmRecordItem<StructDetViewDimPointSelection, KorDSMDefines::kPointSelection> {
 public:
-    KorDSMDatabaseItem* clone() const override;
+    std::unique_ptr<KorDSMDatabaseItem> clone() const override;
     void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
 };
 
@@ -61,9 +61,9 @@ class KorDsmAnnotationStrategyItem;
 class KorDsmReprMapItem : public KorDsmRecordItem<StructDetObjReprMapKey, KorDSMDefines::kReprMap> {
 public:
     // The three take the child over. Each may be created only while there is none.
-    void createQualifierSet(KorDsmQualifierSetItem* child);
-    void createAppearance(KorDsmAppearanceItem* child);
-    void createAnnotationStrategy(KorDsmAnnotationStrategyItem* child);
+    void createQualifierSet(std::unique_ptr<KorDSMDatabaseItem> child);
+    void createAppearance(std::unique_ptr<KorDSMDatabaseItem> child);
+    void createAnnotationStrategy(std::unique_ptr<KorDSMDatabaseItem> child);
 
     KorDsmQualifierSetItem* m_QualifierSet = nullptr;
     KorDsmAppearanceItem* m_Appearance = nullptr;
@@ -85,7 +85,7 @@ class KorDsmQualifierSetGroupItem
 class KorDsmQualifierSetItem
     : public KorDsmRecordItem<StructDetObjQualifierSet, KorDSMDefines::kQualifierSet> {
 public:
-    KorDSMDatabaseItem* clone() const override;
+    std::unique_ptr<KorDSMDatabaseItem> clone() const override;
     void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
 };
 
@@ -96,7 +96,7 @@ class KorDsmAnnotationGroupItem
 class KorDsmAnnotationStrategyItem
     : public KorDsmRecordItem<StructDetObjAnnotationStrategy, KorDSMDefines::kAnnotationStrategy> {
 public:
-    KorDSMDatabaseItem* clone() const override;
+    std::unique_ptr<KorDSMDatabaseItem> clone() const override;
     void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
 
     StructDetAnnotationType m_AnnotationType;
