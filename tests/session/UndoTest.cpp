@@ -155,6 +155,30 @@ TEST_F(Undo, TheItemsFollowEveryCommandThereAndBack) {
     EXPECT_EQ(difference(shown(), states.back()), "") << "as if it had been loaded so";
 }
 
+TEST_F(Undo, WhatComesBackStandsWhereItStoodAndIsLedTo) {
+    KorDSMDatabaseItem& first = *item<StructDetailStyle>(kUser, "HB beam 1:15").m_pParent->children()[0];
+    KorDSMDatabaseItem& home = *first.m_pParent;
+    const auto names = [&home] {
+        std::vector<KorString> below;
+        for (const KorDSMDatabaseItem* child : home.children())
+            below.push_back(child->getDisplayName());
+        return below;
+    };
+    const std::vector<KorString> before = names();
+    ASSERT_GT(before.size(), 2u);
+    auto& other = item<StructDetBaseCategory>(kUser, "Hallberg: railings");
+    ASSERT_NE(&other, &home);
+    ASSERT_TRUE(KorDSMItemCommands::moveToGroup(first, other).done);
+    const auto changes = KorDSMUndo::undo();
+    follow(changes);
+    EXPECT_EQ(names(), before);
+    EXPECT_EQ(KorDSMUndo::itemOf(structure, changes, nullptr), &first) << "it is filed by another row";
+
+    ASSERT_TRUE(KorDSMItemCommands::deleteItems({home.children()[0], home.children()[1]}).done);
+    follow(KorDSMUndo::undo());
+    EXPECT_EQ(names(), before);
+}
+
 TEST_F(Undo, ChildrenFollowWhatTheirParentsUse) {
     loadEverySection();
     KorDSMDatabaseItem& style = item<StructDetailStyle>(kUser, "HB railing, gates");
