@@ -46,9 +46,8 @@ protected:
 
     Items makeItems(const KorString& styleName, const KorString& viewName) {
         auto& style = item<KorDsmDetailStyleItem>(styleName);
-        auto* view = new KorDsmViewRequestItem;
+        auto* view = &style.addChild(std::make_unique<KorDsmViewRequestItem>());
         view->updateRecord(row<StructDetViewRequest>(viewName));
-        style.addChild(view);
         Items items = {{KorDSMDefines::kDetailStyle, &style}, {KorDSMDefines::kViewRequest, view}};
         add<KorDsmReprMapRuleItem, KorDsmReprMapItem, KorDsmAppearanceItem, KorDsmQualifierSetItem,
             KorDsmAnnotationStrategyItem, KorDsmDimRequestItem, KorDsmPointSelectionItem,
