@@ -58,6 +58,8 @@ public:
     StoreResult apply(const TableChange& change, std::vector<StoreConflict>& conflicts) override {
         return m_store->apply(change, conflicts);
     }
+    std::uint32_t markOfChange() override { return m_store->markOfChange(); }
+    std::uint32_t lastMark() override { return m_store->lastMark(); }
     StoreResult commit() override { return m_store->commit(); }
     void rollback() override { m_store->rollback(); }
     bool changedOutside() override { return m_store->changedOutside(); }

@@ -5,6 +5,8 @@
 #include "session/KorDSMCommit.h"
 #include "session/KorDSMConflictWords.h"
 
+#include <algorithm>
+
 namespace {
 
 int g_runsLeft = 0;       // of the command
@@ -15,10 +17,13 @@ bool isOutdated(StyleSource& source) {
 }
 
 // Reads what another program stored. Returns whether the command can be run again, or tells what conflicts,
-// in the words of the editor.
+// in the words of the editor. What does not hold any more is judged when the command runs again.
 bool canRunAgain(const SourceCommit& commit) {
     const OutsideChange change = StyleDatabases::current().refresh(commit.source);
-    if (g_runsLeft > 0 && change.error.empty() && change.conflicts.empty())
+    const bool isDecided = std::ranges::none_of(change.conflicts, [](const OutsideConflict& conflict) {
+        return conflict.reason.isEmpty(); // both changed it
+    });
+    if (g_runsLeft > 0 && change.error.empty() && isDecided)
         return true;
     Console::complain(commit.error);
     if (!change.error.empty())
