@@ -317,3 +317,16 @@ TEST_F(ReplayTest, ANewRecordBringsItsGroupBack) {
         EXPECT_TRUE(commit());
     }
 }
+
+TEST_F(ReplayTest, ACellThatCannotBeReadIsStillReplacedByItsDefault) {
+    others("UPDATE detail_style SET title_position = 'nonsense'");
+    settle();
+    mine().set<StructDetailStyle>("Column", 6, std::int64_t{3});
+    others("UPDATE detail_style SET description = 'theirs'");
+    EXPECT_TRUE(settle().empty());
+    EXPECT_TRUE(commit());
+    open(false);
+    databases.setCurrentSource(kUser);
+    EXPECT_EQ(row<StructDetailStyle>(kUser, "Column")->titlePosition, 3);
+    EXPECT_TRUE(databases.source(kUser)->complete().ok());
+}

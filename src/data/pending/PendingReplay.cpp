@@ -184,14 +184,11 @@ void PendingReplay::log() {
     for (const Change& change : m_changes)
         for (const auto& record : change.appended)
             m_pending.record({m_source.id(), change.table, kAppend, record->key, nullptr, {}, {}, record});
-    for (const Written& written : m_written)
-        m_pending.record(
-            {m_source.id(),
-             written.row.table,
-             kCell,
-             written.row.key,
-             written.column,
-             written.before,
-             written.column->read(m_source.table(written.row.table).find(KorOdbcKey(written.row.key))),
-             {}});
+    for (const Written& written : m_written) {
+        const RowRef row = written.row;
+        PendingStep step{m_source.id(), row.table, kCell, row.key, written.column, written.before, {}, {}};
+        step.after = written.column->read(m_source.table(row.table).find(KorOdbcKey(row.key)));
+        step.mends = written.mends;
+        m_pending.record(std::move(step));
+    }
 }

@@ -49,6 +49,7 @@ private:
         const Column* column = nullptr;
         CellValue before;
         std::size_t decision = 0;
+        bool mends = false;
     };
 
     std::set<eTableType> tables() const;

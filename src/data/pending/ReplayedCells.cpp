@@ -154,7 +154,8 @@ std::vector<WantedCell> PendingReplay::wantedCells(const Cells& cells) const {
     for (const Cell& cell : cells) {
         const CellValue mine = followed(*cell.change);
         const StructRecord* row = m_source.table(cell.row.table).find(KorOdbcKey(cell.row.key));
-        if (cell.change->column->read(row) != mine)
+        if (cell.change->column->read(row) != mine ||
+            m_source.isUnreadable(cell.row.key, *cell.change->column))
             wanted.push_back(wantedCell(cell.row, *cell.change->column, mine));
     }
     return wanted;
@@ -201,7 +202,7 @@ void PendingReplay::write(const WantedCell& cell, std::size_t decision) {
     const KorOdbcKey key(cell.row.key);
     const CellValue before = cell.column->read(m_source.table(cell.row.table).find(key));
     m_source.setCell(cell.row.table, key, *cell.column, cell.mine);
-    m_written.push_back({cell.row, cell.column, before, decision});
+    m_written.push_back({cell.row, cell.column, before, decision, m_source.isUnreadable(key, *cell.column)});
 }
 
 // A name that cannot be given leaves the old one, which another row may have got meanwhile.
