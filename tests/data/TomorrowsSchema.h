@@ -31,6 +31,11 @@ inline const std::vector<TableSchema>& tomorrowsTables() {
         using Linetype = TomorrowsLinetype;
         std::vector<TableSchema> all = allTables();
         std::erase_if(all, [](const TableSchema& table) { return table.type == kTableLinetypes; });
+        for (TableSchema& table : all) { // what the program itself has added since comes with version 2
+            table.since = std::min(table.since, 2);
+            for (Column& column : table.columns)
+                column.since = std::min(column.since, 2);
+        }
         TableBuilder<Linetype>(all, "linetype")
             .text(2, "file_path", &Linetype::filePath)
             .integer(3, "linetype_id", &Linetype::lineTypeId)
