@@ -105,10 +105,13 @@ TEST_F(OutputTest, WhatCouldNotBeWrittenToItsEndIsAFailureThatSaysWhatWasStored)
     EXPECT_EQ(run({"export", "Heavy beam", named("in.dsdb"), "--source", "standard"}).exitCode, 0);
     EXPECT_EQ(run({"export", "Beam", named("json.dsdb"), "--source", "bridges"}).exitCode, 0);
     sql("../json.dsdb", "UPDATE detail_style SET name = 'Arch'");
+    sql("user.dsdb", "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300) "
+                     "INSERT INTO base_category(\"key\", name) SELECT 1000 + i, 'Category ' || i FROM n");
     inChild = [] { dup2(::open("/dev/full", O_WRONLY), STDOUT_FILENO); };
     const std::vector<std::pair<QStringList, QString>> commands = {
         {{"list"}, {}},
         {{"list", "--json"}, {}},
+        {{"list", "--kind", "base-category"}, {}}, // more than is kept back before it is written
         {{"show", "detail-style", "Beam"}, {}},
         {{"compact", "--dry-run"}, {}},
         {{"--help"}, {}},

@@ -427,7 +427,9 @@ TEST_F(RecoveryTest, WhatACommitStoredIsNotOfferedThoughNobodySawItsEnd) {
     ASSERT_TRUE(commit());
     crash();
     databases.closeSource(kUser);
-    OtherProgram(file("user.dsdb")).run("UPDATE detail_style SET description = 'theirs' WHERE name = 'Own'");
+    const std::string stored = bytesOf(file("user.dsdb"));
+    const char* const theirs = "UPDATE detail_style SET description = 'theirs' WHERE name = 'Own'";
+    OtherProgram(file("user.dsdb")).run(theirs);
     const auto offered = [&](const std::string& bytes) {
         writeBytes(name, bytes);
         open(false);
@@ -441,6 +443,16 @@ TEST_F(RecoveryTest, WhatACommitStoredIsNotOfferedThoughNobodySawItsEnd) {
     databases.closeSource(kUser);
     writeBytes(file("user.dsdb"), before);
     EXPECT_TRUE(offered(log)) << "it was killed before";
+    // After another commit of this program only the rows tell.
+    databases.closeSource(kUser);
+    writeBytes(file("user.dsdb"), stored);
+    OtherProgram(file("user.dsdb")).run("PRAGMA schema_version = 99");
+    EXPECT_FALSE(offered(log));
+    databases.closeSource(kUser);
+    OtherProgram(file("user.dsdb")).run(theirs);
+    EXPECT_TRUE(offered(log)) << "a namesake with all of its rows, but others";
+    databases.closeSource(kUser);
+    writeBytes(file("user.dsdb"), before);
     const std::string own = std::to_string(ownKey);
     databases.closeSource(kUser);
     OtherProgram(file("user.dsdb"))
