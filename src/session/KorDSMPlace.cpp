@@ -104,3 +104,15 @@ KorDSMDatabaseItem* KorDSMPlace::find(KorDSMDataStructure& structure) const {
     }
     return item;
 }
+
+void KorDSMPlace::renumber(SourceId source, const std::map<RowRef, std::int32_t>& newKeys) {
+    if (source != m_source)
+        return;
+    const auto follow = [&](RowRef& row) {
+        if (const auto it = newKeys.find(row); it != newKeys.end())
+            row.key = it->second;
+    };
+    follow(m_filed);
+    for (Step& step : m_steps)
+        follow(step.row);
+}

@@ -3,6 +3,7 @@
 #include "model/KorDSMDataStructure.h"
 #include "records/RowRef.h"
 
+#include <map>
 #include <vector>
 
 /// Where an item stands, in terms that outlast the item: it is found again after the trees were filled
@@ -19,6 +20,10 @@ public:
     bool exists(KorDSMDataStructure& structure) const;
     /// The item that stands there now; loads content and makes children on the way. Null when there is none.
     KorDSMDatabaseItem* find(KorDSMDataStructure& structure) const;
+
+    /// To be told of rows of a source that have other keys now, by their old ones, so that the place does not
+    /// become that of a stranger who got such a key.
+    void renumber(SourceId source, const std::map<RowRef, std::int32_t>& newKeys);
 
     bool operator==(const KorDSMPlace&) const = default;
 

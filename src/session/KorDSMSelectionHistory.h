@@ -26,6 +26,12 @@ public:
     std::optional<KorDSMPlace> goBack(const Exists& exists) { return step(-1, exists); }
     std::optional<KorDSMPlace> goForward(const Exists& exists) { return step(1, exists); }
 
+    /// See `KorDSMPlace::renumber`.
+    void renumber(SourceId source, const std::map<RowRef, std::int32_t>& newKeys) {
+        for (KorDSMPlace& place : m_places)
+            place.renumber(source, newKeys);
+    }
+
     int position() const { return m_position; }
     const std::vector<KorDSMPlace>& places() const { return m_places; }
 

@@ -17,6 +17,10 @@ public:
                TreeSelection& selection, KorButtonGroup& strip);
 
     const KorDSMSelectionHistory& history() const { return m_history; }
+    /// See `KorDSMPlace::renumber`.
+    void renumber(SourceId source, const std::map<RowRef, std::int32_t>& newKeys) {
+        m_history.renumber(source, newKeys);
+    }
 
     /// Shows the current section with what was selected there last; `restoreCombo` brings its combo in line.
     void showSection(bool restoreCombo);

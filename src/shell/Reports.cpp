@@ -58,7 +58,7 @@ std::vector<OutsideChange> Reports::follow(const KorDSMCommit::Read& read) {
     for (const OutsideChange& change : changes)
         if (!change.error.empty())
             KorHostReport::add(KorString(change.error));
-    m_refresh.reload();
+    m_refresh.reload(changes);
     if (KorDSMUndo::canUndo())
         m_applyState.setModified(true);
     m_applyState.update();

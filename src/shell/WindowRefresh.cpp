@@ -113,11 +113,16 @@ void WindowRefresh::follow(const std::vector<KorDSMRowChange>& changes) {
     m_rightSide.markPages();
 }
 
-void WindowRefresh::reload() {
+void WindowRefresh::reload(const std::vector<OutsideChange>& read) {
     const KorDSMBusy busy;
     const bool wasModified = m_applyState.isModified();
     const KorDSMDatabaseItem* shown = KorDSMSectionTree::itemOf(m_selection.entry());
-    const auto place = shown ? std::optional(KorDSMPlace(*shown)) : std::nullopt;
+    auto place = shown ? std::optional(KorDSMPlace(*shown)) : std::nullopt;
+    for (const OutsideChange& change : read) {
+        m_navigation.renumber(change.source, change.newKeys);
+        if (place)
+            place->renumber(change.source, change.newKeys);
+    }
     m_selection.unhide();
     m_filter.clear();
     m_rightSide.letGo();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "session/KorDSMCommit.h"
 #include "session/KorDSMUndo.h"
 #include "shell/Navigation.h"
 
@@ -30,8 +31,9 @@ public:
     void step(int steps, std::vector<KorDSMRowChange> (*takeStep)());
     /// Brings items, trees and the page shown in line with rows that are different now.
     void follow(const std::vector<KorDSMRowChange>& changes);
-    /// Loads all sections anew and shows the place that was shown.
-    void reload();
+    /// Loads all sections anew and shows the place that was shown. `read` is what reading sources again
+    /// brought, where that is the reason.
+    void reload(const std::vector<OutsideChange>& read = {});
 
 private:
     void goToChanged(const std::vector<KorDSMRowChange>& changes);

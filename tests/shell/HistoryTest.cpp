@@ -170,3 +170,23 @@ TEST_F(History, ASectionShowsTheGroupThatItRemembersInItsCombo) {
     const KorString path = KorString("User") + VELComboTree::GetPathDelimiter() + "Hallberg: posts and beams";
     EXPECT_EQ(control<VELComboTree>(1200)->getSelectedPath().view(), path.view());
 }
+
+TEST_F(History, NeverTakesAForeignRecordForOneThatHadItsKey) {
+    open();
+    select(kStyle);
+    answerNext([](QWidget* modal) { typeName(modal, "Mine"); });
+    command(kCopy);
+    ASSERT_EQ(selected(), "Mine");
+    storeElsewhere("user.dsdb",
+                   "INSERT INTO detail_style (key, name) SELECT max(key) + 1, 'Theirs' FROM detail_style;"
+                   "INSERT INTO detail_master (key, name, detail_key, number, style, category) "
+                   "SELECT max(key) + 1, 'Theirs', 1, 99, (SELECT max(key) FROM detail_style), "
+                   "(SELECT category FROM detail_master WHERE name='HB post 1:15') FROM detail_master");
+    QEvent activation(QEvent::WindowActivate);
+    QApplication::sendEvent(m_dialog.get(), &activation);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(selected(), "Mine");
+    select(kStyle);
+    go(kBack);
+    EXPECT_EQ(selected(), "Mine");
+}
