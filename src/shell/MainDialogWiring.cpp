@@ -14,6 +14,7 @@
 #include <QAction>
 #include <QPushButton>
 #include <QSplitter>
+#include <QToolButton>
 
 // The layout of the window, and how its parts hear of each other.
 
