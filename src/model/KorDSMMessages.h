@@ -11,8 +11,8 @@
 
 /// The numbered messages by which parts of the editor that don't know each other talk. The list is closed:
 /// every message is a type below, with its number and its payload, has a sender, and a receiver that
-/// registered for its type. All go to the main dialog's window, except the list-change notice, which goes from
-/// page to page.
+/// registered for its type. All go to the main dialog's window, except the list-change notice, which goes
+/// from page to page.
 struct KorMessage {
     explicit KorMessage(int messageNumber) : number(messageNumber) {}
     virtual ~KorMessage() = default;
