@@ -74,8 +74,9 @@ void SectionStrip::setCheck(int option, bool checked) {
     m_strip.setCheck(option, checked);
 }
 
-void SectionStrip::onToggled(int option, bool checked) {
-    (m_structure.*kOptions[option].set)(checked);
-    if (kOptions[option].changesTrees)
+void SectionStrip::onToggled(int index, bool checked) {
+    const Option& option = kOptions[index];
+    (m_structure.*option.set)(checked);
+    if (option.changesTrees)
         Q_EMIT treesChanged();
 }

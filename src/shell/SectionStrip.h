@@ -27,7 +27,7 @@ Q_SIGNALS:
     void treesChanged();
 
 private:
-    void onToggled(int option, bool checked);
+    void onToggled(int index, bool checked);
 
     KorButtonGroupMenu& m_strip;
     KorDSMDataStructure& m_structure;
