@@ -98,7 +98,7 @@ std::vector<OutsideChange> KorDSMCommit::settle(const Read& read, const ChooseMi
     StyleDatabases& databases = StyleDatabases::current();
     const PendingLog::Hold untilAnswered(databases.pending());
     ReplayedCommands commands(databases, read.broughtBack());
-    const std::vector<OutsideChange> changes = read();
+    std::vector<OutsideChange> changes = read();
     if (countConflicts(changes) > 0) {
         const PendingGroup group({});
         keepMine(choose(changes));

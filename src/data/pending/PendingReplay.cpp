@@ -134,7 +134,7 @@ StoreResult PendingReplay::readAnew() {
 
 StoreResult PendingReplay::read() {
     for (const eTableType type : tables())
-        if (const StoreResult result = m_source.readingOf(type); !result)
+        if (StoreResult result = m_source.readingOf(type); !result)
             return result;
     return {};
 }
