@@ -57,6 +57,7 @@ constexpr KorDSMFamily shownBy(KorDSMFamily row) {
 
 constexpr KorDSMFamily kFamilies[] = {
     shownBy<KorDsmDetailStyleItem>({.icon = 12,
+                                    .bringsChildren = true,
                                     .complete = loadViews,
                                     .group = kDetailStyleCategory,
                                     .filedBy = kTableDetailMaster,
@@ -228,14 +229,14 @@ constexpr KorDSMFamily kFamilies[] = {
 };
 
 constexpr KorDSMSection kSections[] = {
-    {kViewDetailStyles, kDetailStylesSection, 33511, kDetailStyle,
+    {kViewDetailStyles, kDetailStylesSection, 33511, 1000, 1064, 1062, 1064, kDetailStyle,
      make<KorDsmDetailStylesAddInItem, KorDsmAddInContentItem>,
      KorDSMSectionLoader::loadDetailStylesAddInContent},
-    {kViewQualifiers, kQualifiersSection, 33518, kQualifierSet,
+    {kViewQualifiers, kQualifiersSection, 33518, 1007, 1061, 1060, 1061, kQualifierSet,
      make<KorDsmQualifierSetsAddInItem, KorDsmAddInContentItem>},
-    {kViewAnnotations, kAnnotationsSection, 33514, kAnnotationStrategy,
+    {kViewAnnotations, kAnnotationsSection, 33514, 1008, 1057, 1063, 1057, kAnnotationStrategy,
      make<KorDsmAnnotationsAddInItem, KorDsmAddInContentItem>},
-    {kViewDimRequests, kDimRequestsSection, 33516, kDimRequest,
+    {kViewDimRequests, kDimRequestsSection, 33516, 1009, 1059, 1058, 1059, kDimRequest,
      make<KorDsmDimRequestsAddInItem, KorDsmAddInContentItem>},
 };
 static_assert(std::size(kSections) == kNumberOfSections);
@@ -282,6 +283,11 @@ const KorDSMFamily* of(eTableType table) {
 const KorDSMFamily* filedUnder(const KorDSMFamily& group) {
     const auto* family = std::ranges::find(kFamilies, group.type, &KorDSMFamily::group);
     return family == std::end(kFamilies) ? nullptr : family;
+}
+
+bool bringsChildren(eItemType type) {
+    const KorDSMFamily* family = of(type);
+    return family && family->bringsChildren;
 }
 
 const KorDSMSection& section(eViewSections section) {

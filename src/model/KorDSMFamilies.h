@@ -26,7 +26,7 @@ public:
 
     constexpr const int* begin() const { return m_numbers.data(); }
     constexpr const int* end() const { return m_numbers.data() + m_count; }
-    constexpr bool empty() const { return m_count == 0; }
+    constexpr bool isEmpty() const { return m_count == 0; }
 
 private:
     std::array<int, 5> m_numbers{};
@@ -46,6 +46,8 @@ struct KorDSMFamily {
 
     int icon = 0;               ///< index in the icon table
     bool startsExpanded = true; ///< false: the dependent children are made when the entry is opened
+    bool bringsChildren =
+        false; ///< an item has its children from the start; they are read anew when it is opened
     bool hasEqualItems = false; ///< a record can appear at several places in the tree
     /// A new item with a default record; null for records that stand in no tree.
     std::unique_ptr<KorDSMDatabaseItem> (*make)() = nullptr;
@@ -90,6 +92,10 @@ struct KorDSMSection {
     KorDSMDefines::eViewSections section = KorDSMDefines::kViewDetailStyles;
     KorDSMDefines::eItemType type = KorDSMDefines::kNoType; ///< of the section's item
     int namePrompt = 0;                                     ///< "UPS"
+    int tree = 0;                                           ///< number of its tree control
+    int button = 0;                                         ///< number of its button
+    int bitmap = 0;                                         ///< picture of the button
+    int checkedBitmap = 0;                                  ///< and when the section is shown
     KorDSMDefines::eItemType family = KorDSMDefines::kNoType;
     /// A new item for the content of one database or add-in.
     std::unique_ptr<KorDsmAddInContentItem> (*makeContent)() = nullptr;
@@ -111,6 +117,9 @@ const KorDSMFamily* of(eTableType table);
 const KorDSMFamily* filedUnder(const KorDSMFamily& group);
 
 const KorDSMSection& section(KorDSMDefines::eViewSections section);
+/// Whether an item of this type has its children from the start.
+bool bringsChildren(KorDSMDefines::eItemType type);
+
 /// The section in whose items records of the family are filed or are the groups; null for other families.
 const KorDSMSection* sectionOf(const KorDSMFamily& family);
 /// The section whose own item has this type, or null.

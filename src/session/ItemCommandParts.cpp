@@ -38,7 +38,7 @@ KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std
 
 KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int action) {
     const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
-    if (!family || family->listedBy.empty())
+    if (!family || family->listedBy.isEmpty())
         return {};
     const Column& filing = *KorDSMFamilies::filingColumn(item.tableType());
     const StructRecord* group = StyleDatabases::current()

@@ -16,7 +16,7 @@ bool KorDSMItemContent::load(KorDSMDatabaseItem& item) {
 }
 
 void KorDSMItemContent::loadChildren(KorDSMDatabaseItem& item) {
-    if (item.m_bExpanded && item.m_Type != KorDSMDefines::kDetailStyle)
+    if (item.m_bExpanded && !KorDSMFamilies::bringsChildren(item.m_Type))
         return;
     if (load(item))
         return;
@@ -37,6 +37,6 @@ bool KorDSMItemContent::canBeOpened(const KorDSMDatabaseItem& item, bool fullExp
         return false;
     const KorDSMDatabaseItem* parent = item.m_pParent;
     const bool isDependency = parent && parent->record() && !KorDSMDefines::isGroupType(parent->m_Type) &&
-                              parent->m_Type != KorDSMDefines::kDetailStyle;
+                              !KorDSMFamilies::bringsChildren(parent->m_Type);
     return fullExpand || !isDependency;
 }

@@ -79,7 +79,7 @@ bool KorDSMPlace::exists(KorDSMDataStructure& structure) const {
     // What has not been made yet is believed to be there while its row is.
     const KorDSMDatabaseItem* item = KorDSMWhereUsed::findLoaded(structure, m_source, m_filed);
     for (const Step& step : m_steps) {
-        const bool isMade = item && (item->m_bExpanded || item->m_Type == kDetailStyle);
+        const bool isMade = item && (item->m_bExpanded || KorDSMFamilies::bringsChildren(item->m_Type));
         item = item ? follow(*item, step) : nullptr;
         if (!item && (isMade || !mayExist(*source, step.row)))
             return false;

@@ -104,7 +104,7 @@ bool hasRoom(const KorDsmDetailStyleItem& style) {
     return viewsOf(style).size() < style.getRecord().viewRequests.size();
 }
 
-std::vector<KorDSMRowChange> add(KorDSMDatabaseItem& item, const KorString& name) {
+std::vector<KorDSMRowChange> addView(KorDSMDatabaseItem& item, const KorString& name) {
     KorDsmDetailStyleItem* style = styleOf(item);
     StructDetViewRequest view;
     if (!style || !hasRoom(*style) || KorOdbcGUI::getDetViewRequest(name, view) != 1)
@@ -115,7 +115,7 @@ std::vector<KorDSMRowChange> add(KorDSMDatabaseItem& item, const KorString& name
     return write(*style, views);
 }
 
-std::vector<KorDSMRowChange> remove(KorDSMDatabaseItem& view) {
+std::vector<KorDSMRowChange> removeView(KorDSMDatabaseItem& view) {
     if (slotOf(view) < 0)
         return {};
     KorDsmDetailStyleItem& style = *styleOf(view);
@@ -132,7 +132,7 @@ bool canMove(const KorDSMDatabaseItem& view, int step) {
     return place >= 0 && place < static_cast<int>(viewsOf(style).size());
 }
 
-std::vector<KorDSMRowChange> move(KorDSMDatabaseItem& view, int step) {
+std::vector<KorDSMRowChange> moveView(KorDSMDatabaseItem& view, int step) {
     if (!canMove(view, step))
         return {};
     KorDsmDetailStyleItem& style = *styleOf(view);

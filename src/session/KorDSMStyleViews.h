@@ -26,12 +26,12 @@ std::vector<KorString> candidates();
 /// Whether the style has a slot left.
 bool hasRoom(const KorDsmDetailStyleItem& style);
 /// Adds the view of this name after `item`, or at the end where `item` is the style itself.
-std::vector<KorDSMRowChange> add(KorDSMDatabaseItem& item, const KorString& name);
+std::vector<KorDSMRowChange> addView(KorDSMDatabaseItem& item, const KorString& name);
 /// Takes a view out of its style. The view itself stays.
-std::vector<KorDSMRowChange> remove(KorDSMDatabaseItem& view);
+std::vector<KorDSMRowChange> removeView(KorDSMDatabaseItem& view);
 /// Whether the view has a neighbour `step` (-1 or 1) further.
 bool canMove(const KorDSMDatabaseItem& view, int step);
 /// Exchanges the view with that neighbour.
-std::vector<KorDSMRowChange> move(KorDSMDatabaseItem& view, int step);
+std::vector<KorDSMRowChange> moveView(KorDSMDatabaseItem& view, int step);
 
 } // namespace KorDSMStyleViews

@@ -56,7 +56,7 @@ void KorDSMPageRegistry::createPages(QWidget* owner) {
     clear();
     const KorString key = KorString::format("%sTabs", {KOSettings::getKeyDSM()});
     for (const KorDSMFamily& row : KorDSMFamilies::all()) {
-        if (row.pages.empty())
+        if (row.pages.isEmpty())
             continue;
         auto group = std::make_unique<TabContent>(key, row.pageGroup);
         for (const int templateId : row.pages) {

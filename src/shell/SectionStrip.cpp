@@ -3,25 +3,13 @@
 #include "controls/KorButtonGroupMenu.h"
 #include "controls/KorControls.h"
 #include "controls/KorPictures.h"
+#include "model/KorDSMFamilies.h"
 #include "services/Prompts.h"
 #include "shell/WhenFree.h"
 
 using namespace KorDSMDefines;
 
 namespace {
-
-struct SectionButton {
-    int id;
-    int prompt;
-    int bitmap;
-    int checkedBitmap;
-};
-
-// In the order of the sections.
-constexpr SectionButton kSectionButtons[] = {{1064, 33511, 1062, 1064},
-                                             {1061, 33518, 1060, 1061},
-                                             {1057, 33514, 1063, 1057},
-                                             {1059, 33516, 1058, 1059}};
 
 struct Option {
     int prompt;
@@ -47,13 +35,13 @@ SectionStrip::SectionStrip(KorButtonGroupMenu& strip, KorDSMDataStructure& struc
     KorButtonGroup* buttons = m_strip.buttonGroup();
     KorControls::setId(buttons, kStripId);
     buttons->setCheckable(true);
-    for (const SectionButton& button : kSectionButtons)
-        buttons->addButton(button.id, Prompts::ups(button.prompt),
-                           KorPictures::buttonBitmap(button.bitmap, button.checkedBitmap));
+    for (const KorDSMSection& section : KorDSMFamilies::sections())
+        buttons->addButton(section.button, Prompts::ups(section.namePrompt),
+                           KorPictures::buttonBitmap(section.bitmap, section.checkedBitmap));
     connect(buttons, &KorButtonGroup::buttonPressed, this, [this](int id) {
-        for (int i = 0; i < kNumberOfSections; ++i)
-            if (kSectionButtons[i].id == id)
-                whenFree(this, [this, i] { Q_EMIT sectionWanted(static_cast<eViewSections>(i)); });
+        for (const KorDSMSection& section : KorDSMFamilies::sections())
+            if (section.button == id)
+                whenFree(this, [this, wanted = section.section] { Q_EMIT sectionWanted(wanted); });
     });
     m_strip.setMenuButton(kOptionsButton, Prompts::gui(45100), KorPictures::bitmap(kOptionsBitmap));
     for (const Option& option : kOptions)
@@ -62,7 +50,7 @@ SectionStrip::SectionStrip(KorButtonGroupMenu& strip, KorDSMDataStructure& struc
 }
 
 void SectionStrip::check(eViewSections section) {
-    m_strip.buttonGroup()->setCheckedButton(kSectionButtons[section].id);
+    m_strip.buttonGroup()->setCheckedButton(KorDSMFamilies::section(section).button);
 }
 
 void SectionStrip::showOptions() {

@@ -3,6 +3,7 @@
 #include "controls/KorControls.h"
 #include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
+#include "model/KorDSMFamilies.h"
 #include "session/KorDSMItemPath.h"
 
 #include <QBoxLayout>
@@ -12,7 +13,6 @@ using namespace KorDSMDefines;
 
 namespace {
 
-constexpr int kTreeIds[] = {1000, 1007, 1008, 1009};
 constexpr int kFirstCombo = 1200;
 constexpr int kFilter = 1210;
 
@@ -20,18 +20,19 @@ constexpr int kFilter = 1210;
 
 SectionViews::SectionViews(QWidget& window, KorDSMDataStructure& structure, KorImageListPtr images)
     : m_structure(structure), m_images(std::move(images)) {
-    auto* firstTree = KorControls::find<KorTreeCtrl>(&window, kTreeIds[0]);
+    const std::span<const KorDSMSection> sections = KorDSMFamilies::sections();
+    auto* firstTree = KorControls::find<KorTreeCtrl>(&window, sections.front().tree);
     auto* firstCombo = KorControls::find<VELComboTree>(&window, kFirstCombo);
     auto* column = static_cast<QBoxLayout*>(firstTree->parentWidget()->layout());
-    setUp(kViewDetailStyles, firstTree, firstCombo);
+    setUp(sections.front().section, firstTree, firstCombo);
     // The template has the controls of the first section; the others are made like them.
-    for (int i = 1; i < kNumberOfSections; ++i) {
+    for (const KorDSMSection& section : sections.subspan(1)) {
         auto* control = new KorTreeCtrl(firstTree->parentWidget());
         auto* combo = new VELComboTree(firstCombo->parentWidget());
-        KorControls::setId(control, kTreeIds[i]);
+        KorControls::setId(control, section.tree);
         column->insertWidget(column->indexOf(KorControls::find<QLineEdit>(&window, kFilter)), combo);
         column->addWidget(control, 1);
-        setUp(static_cast<eViewSections>(i), control, combo);
+        setUp(section.section, control, combo);
     }
 }
 

@@ -32,12 +32,12 @@ void ViewCommands::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
     if (KorDSMStyleViews::slotOf(item) < 0)
         return;
     menu.addAction(toQt(Prompts::dsm(kRemove)), this,
-                   [this, &item] { show(item, KorDSMStyleViews::remove(item), -1); });
+                   [this, &item] { show(item, KorDSMStyleViews::removeView(item), -1); });
     for (const int step : {-1, 1}) {
         QAction* move =
             menu.addAction(toQt(Prompts::dsm(step < 0 ? kMoveUp : kMoveDown)), this, [this, &item, step] {
                 const int place = item.m_pParent->children().find(&item);
-                show(item, KorDSMStyleViews::move(item, step), place + step);
+                show(item, KorDSMStyleViews::moveView(item, step), place + step);
             });
         move->setEnabled(KorDSMStyleViews::canMove(item, step));
     }
@@ -59,7 +59,7 @@ void ViewCommands::add(KorDSMDatabaseItem& item) {
         return;
     const bool isStyle = &item == &style;
     const int place = isStyle ? style.children().length() : style.children().find(&item) + 1;
-    show(item, KorDSMStyleViews::add(item, fromQt(name)), place);
+    show(item, KorDSMStyleViews::addView(item, fromQt(name)), place);
 }
 
 // Shows the views of the item's style anew, and selects the one at a place, or the style itself.
