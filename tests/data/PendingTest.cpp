@@ -81,6 +81,19 @@ TEST_F(PendingTest, UndoAndRedoTakeWholeCommandsAndKeepIndexesRight) {
     EXPECT_EQ(count<StructDetObjReprMapKey>(kUser), 2);
 }
 
+TEST_F(PendingTest, TheKeyOfADeletedRowIsNotGivenAgain) {
+    const auto first = add<StructDetArrangerControl>(kUser, "First");
+    const auto last = add<StructDetArrangerControl>(kUser, "Last");
+    ASSERT_TRUE(commit());
+    open(false);
+    databases.remove(kTableArrangerControl, last);
+    EXPECT_GT(add<StructDetArrangerControl>(kUser, "Other"), last);
+    databases.undo();
+    databases.undo();
+    EXPECT_EQ(row<StructDetArrangerControl>(kUser, last)->name, "Last");
+    EXPECT_EQ(row<StructDetArrangerControl>(kUser, first)->name, "First");
+}
+
 TEST_F(PendingTest, CancelTakesBackEverythingOfEverySource) {
     const int rows = rowCount(kUser);
     setDescription("changed");
@@ -129,6 +142,7 @@ TEST_F(PendingTest, ASourceThatCannotBeWrittenKeepsItsChangesWhileOthersAreStore
 TEST_F(PendingTest, ChangesOfOthersBesideMineAreTakenOver) {
     setDescription("mine");
     const auto mine = addStyle(kUser, "Own", 5);
+    const auto next = add<StructDetailStyle>(kUser, "Next");
     const auto map = row<StructDetObjReprMap>(kUser, "Steel")->key;
     EXPECT_TRUE(databases.refreshChanged().empty());
     others("UPDATE detail_style SET title_position = 5; UPDATE repr_map SET name = 'Iron';"
@@ -145,6 +159,7 @@ TEST_F(PendingTest, ChangesOfOthersBesideMineAreTakenOver) {
     const auto* own = row<StructDetailStyle>(kUser, "Own");
     EXPECT_EQ(row<StructDetailStyle>(kUser, mine)->name, "Their own");
     EXPECT_NE(own->key, mine);
+    EXPECT_NE(own->key, next) << "the next new row has it";
     EXPECT_EQ(row<StructDetailMaster>(kUser, "Own")->styleKey, own->key) << "references follow";
     others("UPDATE repr_map SET name = 'Steel'");
     EXPECT_FALSE(commit()) << "what is pending was judged by what is not stored any more";
@@ -447,12 +462,19 @@ TEST_F(PendingTest, NamedReadsActOnTheCurrentSource) {
     EXPECT_EQ(KorOdbcGUI::getDetailMaster(long{style.key}, master), 1);
     EXPECT_EQ(KorOdbcGUI::getDetailMaster(7, 1, master), 1);
     EXPECT_EQ(KorOdbcGUI::getDetailMaster(7, 2, master), 0);
+    StructDetailMaster second;
+    second.styleKey = style.key;
+    add(kStandard, "Second", second);
+    EXPECT_EQ(KorOdbcGUI::getDetailMaster(long{style.key}, master), 1);
+    EXPECT_EQ(master.name, "Base plate") << "the first that names the style";
     KorArray<KorString> names;
     EXPECT_EQ(KorOdbcGUI::getDetViewRequestList(names), 2);
     EXPECT_EQ(names[1], "Base plate top");
     KorArray<StructDetObjReprMapKey> entries;
+    set(kStandard, kTableReprMapEntry, row<StructDetObjReprMapKey>(kStandard, "Beams")->key, 3,
+        std::int64_t{7});
     ASSERT_EQ(KorOdbcGUI::getDetObjReprMapEntries(style.viewRequests[0], entries), 2);
-    EXPECT_EQ(entries[1].name, "Rest") << "in the order of their order number";
+    EXPECT_EQ(entries[0].name, "Rest") << "in the order of their order number";
 }
 
 } // namespace

@@ -163,6 +163,8 @@ TEST_F(Loading, OptionsAreOnUntilTheyAreSwitchedOffAndThenStayOff) {
     structure->setShowWarning(false);
     const KorDSMDataStructure next;
     EXPECT_TRUE(!next.getShowFullTree() && next.getUseFullExpand() && !next.getShowWarning());
+    structure->setUseFullExpand(false);
+    EXPECT_FALSE(KorDSMDataStructure().getUseFullExpand());
 }
 
 TEST_F(Loading, EmptyingKeepsPathsAndOptionsAndForgetsTargets) {

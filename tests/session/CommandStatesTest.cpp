@@ -1,6 +1,5 @@
 #include "session/KorDSMCommandStates.h"
-
-#include <gtest/gtest.h>
+#include "session/SampleSession.h"
 
 #include <algorithm>
 
@@ -112,4 +111,33 @@ TEST(CommandStates, OfSeveralAreDeletingWhereEachCanBeDeletedAndHelp) {
     EXPECT_EQ(buttonsOf(commandStates({style, full})), "9");
     EXPECT_EQ(buttonsOf(commandStates(std::vector{full})), enabled(full));
     EXPECT_EQ(buttonsOf(commandStates(std::vector<SelectionFacts>())), "89");
+}
+
+namespace {
+
+/// The facts of items as they lie in the sections.
+class ItemFacts : public SampleSession {};
+
+} // namespace
+
+TEST_F(ItemFacts, SayWhereAnItemLiesAndWhatLiesBelowIt) {
+    KorDSMDatabaseItem& post = item<StructDetailStyle>(SourceId::user(), "HB post 1:15");
+    const SelectionFacts view = selectionFactsOf(*post.children()[0], false);
+    EXPECT_EQ(view.type, kViewRequest);
+    EXPECT_EQ(view.parentType, kDetailStyle);
+    EXPECT_TRUE(view.insideDetailStyle && view.inUserDatabase && view.standardHasOneChild);
+    EXPECT_FALSE(view.ownerMode || view.entryHasChildren);
+    EXPECT_TRUE(selectionFactsOf(*post.children()[0], true).entryHasChildren) << "it could be opened";
+    KorDSMDatabaseItem& category = *post.m_pParent;
+    EXPECT_FALSE(selectionFactsOf(category, false).insideDetailStyle);
+    EXPECT_FALSE(commandStates(selectionFactsOf(category, false))[eItemCommand::kDelete]) << "it is full";
+
+    KorDSMDatabaseItem& foreign = *structure.getSection(kViewDetailStyles)->children()[0]->children()[0];
+    EXPECT_FALSE(selectionFactsOf(foreign, false).inUserDatabase);
+    EXPECT_FALSE(commandStates(selectionFactsOf(foreign, false))[eItemCommand::kImport]);
+    databases.setOwnerMode(true);
+    EXPECT_TRUE(commandStates(selectionFactsOf(foreign, false))[eItemCommand::kImport]);
+    installAddIns({"bridges"});
+    KorDsmSectionItem& section = *structure.getSection(kViewDetailStyles);
+    EXPECT_FALSE(selectionFactsOf(section, false).standardHasOneChild);
 }

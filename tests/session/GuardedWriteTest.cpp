@@ -4,6 +4,7 @@
 #include "data/StyleDatabases.h"
 #include "operations/KorOdbcGUI.h"
 #include "services/KorHostReport.h"
+#include "session/KorDSMValueText.h"
 #include "support/OtherProgram.h"
 
 namespace {
@@ -74,6 +75,34 @@ TEST_F(GuardedWrite, OfAPartAsksForItsWhole) {
         EXPECT_TRUE(asked.empty());
         structure.setShowWarning(true);
     }
+}
+
+TEST_F(GuardedWrite, TheLimitsOfEachColumnCanBeTypedAndWrittenAndNothingBeyond) {
+    answer = KorDSMGuardedWrite::kWrite;
+    int limits = 0;
+    for (const TableSchema& table : allTables())
+        for (const Column& column : table.columns) {
+            const RowArray& rows = databases.here()->table(table.type).rows();
+            if (column.isReference() || column.isText() || column.maximum > 1e9 || rows.size() == 0)
+                continue;
+            SCOPED_TRACE(table.name + "." + column.name);
+            for (const double limit : {column.minimum, column.maximum}) {
+                const CellValue value =
+                    column.isInteger() ? CellValue(static_cast<std::int64_t>(limit)) : CellValue(limit);
+                const KorString typed = KorDSMValueText::toText(table, column, value);
+                const auto parsed = KorDSMValueText::parse(table, column, typed);
+                ASSERT_TRUE(parsed.value) << typed.c_str();
+                EXPECT_EQ(parsed.value, value);
+                EXPECT_EQ(databases.setCell(table.type, KorOdbcKey(rows.at(0).key), column.number, value),
+                          WriteResult::kWritten);
+                ++limits;
+            }
+            EXPECT_FALSE(column.isInRange(column.maximum + 1));
+            EXPECT_EQ(databases.setCell(table.type, KorOdbcKey(rows.at(0).key), column.number,
+                                        static_cast<std::int64_t>(column.maximum) + 1),
+                      WriteResult::kFailed);
+        }
+    EXPECT_GT(limits, 40);
 }
 
 TEST_F(GuardedWrite, OfAnAppearanceAsksWhereSeveralEntriesUseIt) {

@@ -1,10 +1,8 @@
 #include "SampleSession.h"
 
 #include "operations/KorOdbcGUI.h"
-#include "services/AddInManager.h"
 #include "services/KorExchangeUtilities.h"
 #include "session/KorDSMHandOver.h"
-#include "support/OtherProgram.h"
 
 namespace {
 
@@ -12,21 +10,7 @@ namespace {
 class HandOver : public SampleSession {
 protected:
     HandOver() {
-        std::filesystem::remove_all(folder.path() / "addins");
-        for (const char* name : {"bridges", "cranes"}) {
-            folder.write(std::string("addins/") + name + "/addin.ini",
-                         std::string("name = Made for ") + name);
-            std::filesystem::copy(file("user.dsdb"), folder.path() / "addins" / name / "styles.dsdb");
-        }
-        OtherProgram((folder.path() / "addins/cranes/styles.dsdb").string())
-            .run("UPDATE detail_master SET detail_key = 41, number = 17");
-        AddInManager::getInstance().scan(folder.path());
-        for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
-            EXPECT_EQ(
-                databases.openFile(SourceId::addIn(addIn.id().number), addIn.database().string(), true).error,
-                "");
-        structure.emptyDataStructure();
-        KorDSMSectionLoader().loadDataStructure(structure);
+        installAddIns({"bridges", "cranes"}, "UPDATE detail_master SET detail_key = 41, number = 17");
     }
 
     KorExchangeQueue& queue() {

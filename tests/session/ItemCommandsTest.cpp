@@ -51,6 +51,25 @@ TEST_F(ItemCommands, CopyGivesAStyleAMasterWithTheFirstFreeNumber) {
     EXPECT_TRUE(databases.pending().isEmpty());
 }
 
+TEST_F(ItemCommands, ANewStyleIsFiledWithTheFirstFreeNumberOfItsCategory) {
+    databases.setCurrentSource(kUser);
+    KorDSMDatabaseItem& category = *style("HB post 1:15").m_pParent;
+    for (const int number : {4, 5}) { // (1, 1), (1, 2) and (1, 3) are taken
+        const KorString name = KorString::format("New %d", {KorString::number(number)});
+        KorDSMDatabaseItem* made = KorDSMNewItem::create(KorDSMDefines::kDetailStyle, name, category);
+        ASSERT_NE(made, nullptr);
+        EXPECT_EQ(made->m_pParent, &category);
+        ASSERT_NE(master(name), nullptr);
+        EXPECT_EQ(master(name)->detailKey, 1);
+        EXPECT_EQ(master(name)->number, number);
+        EXPECT_EQ(master(name)->styleKey, made->recordKey());
+        EXPECT_EQ(master(name)->categoryKey, category.recordKey());
+    }
+    databases.undo();
+    databases.undo();
+    EXPECT_TRUE(databases.pending().isEmpty()) << "each is one step";
+}
+
 TEST_F(ItemCommands, CopyTakesPartsAlongAndTellsThePagesThatListTheRecord) {
     KorDSMDatabaseItem& original = item<StructDetObjQualifierSet>(kUser, "HB fitted parts");
     const int parts = rows(kTableQualifierWithRole);
@@ -82,6 +101,13 @@ TEST_F(ItemCommands, CopyOfWhatIsShownAsAPartAppearsInItsGroupToo) {
     const DeleteOutcome deleted = deleteItem(*copied.added[0]);
     EXPECT_EQ(deleted.removed.size(), 2u) << "both are gone with the row";
     EXPECT_EQ(points.children().length(), 1);
+
+    const CopyOutcome again = copyItem(part, "Rails again");
+    for (KorDSMDatabaseItem* added : again.added)
+        bind(*added);
+    EXPECT_EQ(deleteItem(*again.added[1]).removed.size(), 1u);
+    EXPECT_TRUE(points.children().isEmpty()) << "they are read anew when the entry is opened";
+    EXPECT_EQ(expand(points).length(), 1);
 }
 
 TEST_F(ItemCommands, WhatCannotBeCopiedOrNamedChangesNothing) {
@@ -180,6 +206,7 @@ TEST_F(ItemCommands, NothingIsMadeInATableWhoseKeysAreUsedUp) {
     EXPECT_EQ(KorDSMNewItem::create(KorDSMDefines::kDetailStyle, "New", *original.m_pParent), nullptr);
     EXPECT_EQ(KorDSMNewItem::whyNotMade(KorDSMDefines::kDetailStyle), copied.refusal);
     EXPECT_TRUE(databases.pending().isEmpty());
+    EXPECT_FALSE(databases.pending().canRedo()) << "a command that failed is none that was taken back";
     EXPECT_FALSE(row<StructDetailStyle>(SourceId::user(), "New"));
 
     StructDetObjQualifierWithRole part;

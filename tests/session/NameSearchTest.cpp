@@ -59,3 +59,13 @@ TEST_F(NameSearch, WhatARecordDependsOnOpensInTurnOnlyWithFullExpansion) {
         EXPECT_FALSE(KorDSMItemContent::canBeOpened(*part, false));
     }
 }
+
+TEST_F(NameSearch, OpeningAStyleShowsItsViewsAsTheyAreNow) {
+    KorDSMDatabaseItem& style = item<StructDetailStyle>(SourceId::user(), "HB post 1:15");
+    databases.setCurrentSource(SourceId::user());
+    ASSERT_EQ(
+        databases.setCell(kTableViewRequest, KorOdbcKey(style.children()[0]->recordKey()), 1, "Quay front"),
+        WriteResult::kWritten);
+    KorDSMItemContent::loadChildren(style);
+    EXPECT_EQ(style.children()[0]->getDisplayName(), "Quay front");
+}

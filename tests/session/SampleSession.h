@@ -8,11 +8,13 @@
 #include "model/items/KorDsmItems.h"
 #include "operations/KorDSNManager.h"
 #include "operations/KorODBCDetStyle.h"
+#include "services/AddInManager.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMWhereUsed.h"
 #include "support/FreshProcess.h"
+#include "support/OtherProgram.h"
 
 #include <set>
 
@@ -71,6 +73,24 @@ protected:
     /// Attaches item data as the tree does, so that equal items know each other.
     void bind(KorDSMDatabaseItem& item) {
         structure.appendAddedItemData(std::make_unique<KorDSMTreeItemData>(item));
+    }
+
+    /// Installs add-ins that hold what the User database holds, each called "Made for " and its name, in the
+    /// place of those that come with the samples; `change` alters the last one's. Loads everything anew.
+    void installAddIns(std::initializer_list<const char*> names, const char* change = "") {
+        std::filesystem::remove_all(folder.path() / "addins");
+        for (const std::string name : names) {
+            folder.write("addins/" + name + "/addin.ini", "name = Made for " + name);
+            std::filesystem::copy(file("user.dsdb"), file("addins/" + name + "/styles.dsdb"));
+        }
+        OtherProgram(file(std::string("addins/") + *(names.end() - 1) + "/styles.dsdb")).run(change);
+        AddInManager::getInstance().scan(folder.path());
+        for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
+            EXPECT_EQ(
+                databases.openFile(SourceId::addIn(addIn.id().number), addIn.database().string(), true).error,
+                "");
+        structure.emptyDataStructure();
+        KorDSMSectionLoader().loadDataStructure(structure);
     }
 
     TempFolder folder;

@@ -1,5 +1,7 @@
-#include "services/AddInManager.h"
+#include "services/KorHostReport.h"
 #include "session/KorDSMExchange.h"
+#include "session/KorDSMListContents.h"
+#include "session/KorDSMReadProblems.h"
 #include "session/KorDSMReload.h"
 #include "session/KorDSMSources.h"
 #include "session/SampleSession.h"
@@ -10,17 +12,6 @@ namespace {
 
 class Sources : public SampleSession {
 protected:
-    void addAddIn() {
-        std::filesystem::remove_all(folder.path() / "addins");
-        folder.write("addins/bridges/addin.ini", "name = Bridges");
-        std::filesystem::copy(file("user.dsdb"), folder.path() / "addins/bridges/styles.dsdb");
-        AddInManager::getInstance().scan(folder.path());
-        const KorAddIn& addIn = AddInManager::getInstance().addIns().front();
-        EXPECT_EQ(
-            databases.openFile(SourceId::addIn(addIn.id().number), addIn.database().string(), true).error,
-            "");
-        reloadDataStructure(structure);
-    }
     KorDsmSectionItem& styles() { return *structure.getSection(kViewDetailStyles); }
     std::vector<std::string> paths() {
         std::vector<std::string> paths;
@@ -42,16 +33,16 @@ TEST_F(Sources, OfADatabaseWithoutAddInsAreItsGroupsAndOtherwiseTheAddIns) {
     EXPECT_EQ(all.front(), "Standard");
     EXPECT_TRUE(has(all, "Standard/Beams"));
     EXPECT_TRUE(has(all, "User/Hallberg: railings"));
-    addAddIn();
+    installAddIns({"bridges"});
     all = paths();
     EXPECT_FALSE(has(all, "Standard/Beams"));
     EXPECT_TRUE(has(all, "Standard/General/Beams"));
-    EXPECT_TRUE(has(all, "Standard/Bridges/Hallberg: railings"));
+    EXPECT_TRUE(has(all, "Standard/Made for bridges/Hallberg: railings"));
     EXPECT_TRUE(has(all, "User/Hallberg: railings"));
 }
 
 TEST_F(Sources, ARememberedSourceThatIsGoneIsTheStandardOneInstead) {
-    addAddIn();
+    installAddIns({"bridges"});
     const SourceId bridges = SourceId::addIn(0);
     structure.setTargetDatabase(kViewDetailStyles, bridges.dsn);
     structure.setTargetAddIn(kViewDetailStyles, bridges.index);
@@ -80,6 +71,73 @@ TEST_F(Sources, LoadedAnewTheStructureKeepsItsPlaces) {
     EXPECT_EQ(structure.getTargetDatabase(kViewAnnotations), KorDSNDefinitions::kUser);
     EXPECT_EQ(structure.getSelectedPath(kViewQualifiers).length(), 1);
     EXPECT_EQ(structure.getUpdateStatus(), KorDSMDataStructure::kUpToDate);
+}
+
+TEST_F(Sources, AListCountsWhatLiesBelowEachRow) {
+    const auto rows = [](const KorDSMDatabaseItem& node) {
+        std::vector<std::string> rows;
+        const KorDSMListContents contents = KorDSMListContents::of(node);
+        EXPECT_EQ(contents.titles.size(), contents.numeric.size());
+        for (const KorDSMListContents::Row& row : contents.rows) {
+            EXPECT_EQ(row.texts.size(), contents.titles.size());
+            rows.push_back(row.texts.front().toStdString());
+            if (contents.numeric.back())
+                rows.back() += " " + row.texts.back().toStdString();
+        }
+        return rows;
+    };
+    KorDSMDatabaseItem& category = item<StructDetBaseCategory>(SourceId::user(), "Hallberg: posts and beams");
+    KorDSMDatabaseItem& post = item<StructDetailStyle>(SourceId::user(), "HB post 1:15");
+    using Rows = std::vector<std::string>;
+    const Rows categories = {"Hallberg: posts and beams 3", "Hallberg: railings 2",
+                             "Hallberg: site drawings 1"};
+    EXPECT_EQ(rows(category), (Rows{"HB post 1:15 3", "HB beam 1:15 3", "HB beam, long, 1:10 3"}));
+    EXPECT_EQ(rows(post), (Rows{"HB front", "HB side", "HB section"}))
+        << "views are counted when they are opened";
+    EXPECT_EQ(rows(*styles().children()[1]), categories) << "what is in its only content";
+    const std::string general = std::to_string(styles().children()[0]->children()[0]->children().length());
+    EXPECT_EQ(rows(styles()), (Rows{"Standard " + general, "User 3"}));
+    installAddIns({"bridges"});
+    EXPECT_EQ(rows(*styles().children()[0]), (Rows{"General " + general, "Made for bridges 3"}));
+    EXPECT_EQ(rows(*styles().children()[0]->children()[1]), categories);
+}
+
+TEST_F(Sources, ItemsOfAnAddInHaveItsSource) {
+    installAddIns({"bridges", "cranes"});
+    KorDSMItemSource selection;
+    for (const SourceId id :
+         {SourceId::standard(), SourceId::addIn(0), SourceId::addIn(1), SourceId::user()}) {
+        KorDSMDatabaseItem& content = *KorDSMItemPath::findAddIn(styles(), id);
+        KorDSMDatabaseItem& view = *content.children()[0]->children()[0]->children()[0];
+        for (KorDSMDatabaseItem* item : {&content, &view}) {
+            EXPECT_EQ(KorDSMItemSource::sourceOf(item), id);
+            EXPECT_TRUE(selection.select(item));
+            EXPECT_EQ(selection.selected(), id);
+            EXPECT_EQ(databases.currentSource(), id);
+        }
+    }
+    EXPECT_FALSE(selection.select(&styles())) << "a section has none";
+    EXPECT_EQ(databases.currentSource(), SourceId::user());
+    EXPECT_EQ(KorDSMItemSource::sourceOf(nullptr), SourceId::user());
+}
+
+TEST_F(Sources, WhatCannotBeReadIsToldOnceAndWhatIsOutOfRangeNever) {
+    KorDSMReadProblems problems;
+    const auto told = [&](const char* change) {
+        databases.closeSource(SourceId::user());
+        OtherProgram(file("user.dsdb")).run(change);
+        EXPECT_EQ(databases.openFile(SourceId::user(), file("user.dsdb"), false).error, "");
+        databases.source(SourceId::user())->complete();
+        KorHostReport::take();
+        problems.reportNew();
+        return KorHostReport::take().size();
+    };
+    EXPECT_EQ(told("UPDATE detail_style SET title_position = 99"), 0U);
+    const char* damage = "UPDATE view_request SET scale = 'x' WHERE name = 'HB front'";
+    EXPECT_EQ(told(damage), 1U);
+    EXPECT_EQ(told(damage), 0U);
+    EXPECT_EQ(told("UPDATE view_request SET scale = 0.1 WHERE name = 'HB front'"), 0U);
+    EXPECT_EQ(told(damage), 1U) << "it went and came again";
 }
 
 TEST(ExchangeSummary, CountsWhatCameAndWhatWasThere) {
