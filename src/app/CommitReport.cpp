@@ -1,6 +1,7 @@
 #include "app/CommitReport.h"
 
 #include "app/Console.h"
+#include "base/EditorSession.h"
 #include "data/StyleDatabases.h"
 #include "session/KorDSMCommit.h"
 #include "session/KorDSMConflictWords.h"
@@ -9,8 +10,14 @@
 
 namespace {
 
-int g_runsLeft = 0;       // of the command
-bool g_runsAgain = false; // it judged by what is not stored any more
+struct CommandRuns {
+    int left = 0;       // of the command
+    bool again = false; // it judged by what is not stored any more
+};
+
+CommandRuns& runs() {
+    return EditorSession::currentPart<CommandRuns>();
+}
 
 bool isOutdated(StyleSource& source) {
     return source.isOutdated() || source.store().changedOutside();
@@ -23,7 +30,7 @@ bool canRunAgain(const SourceCommit& commit) {
     const bool isDecided = std::ranges::none_of(change.conflicts, [](const OutsideConflict& conflict) {
         return conflict.reason.isEmpty(); // both changed it
     });
-    if (g_runsLeft > 0 && change.error.empty() && isDecided)
+    if (runs().left > 0 && change.error.empty() && isDecided)
         return true;
     Console::complain(commit.error);
     if (!change.error.empty())
@@ -45,16 +52,16 @@ bool keepChanges() {
             Console::complain(commit.error);
             runsAgain = false;
         }
-    g_runsAgain = runsAgain;
+    runs().again = runsAgain;
     return outcome.ok();
 }
 
 int judgedAnew(const std::function<int()>& command) {
     constexpr int kMostRuns = 5;
-    for (g_runsLeft = kMostRuns - 1;; --g_runsLeft) {
-        g_runsAgain = false;
+    for (runs().left = kMostRuns - 1;; --runs().left) {
+        runs().again = false;
         const int code = command();
-        if (!g_runsAgain)
+        if (!runs().again)
             return code;
         KorDSMCommit::discard();
         StyleDatabases& databases = StyleDatabases::current();

@@ -1,5 +1,6 @@
 #include "app/Console.h"
 
+#include "base/EditorSession.h"
 #include "base/Translation.h"
 
 #include <QJsonArray>
@@ -19,12 +20,19 @@
 
 namespace {
 
-int g_outputError = 0; ///< the first; afterwards the stream takes nothing more
+struct Output {
+    int error = 0; ///< the first; afterwards the stream takes nothing more
+    std::vector<KorString> stored;
+};
+
+Output& output() {
+    return EditorSession::currentPart<Output>();
+}
 
 void put(const std::string& text) {
     errno = 0;
     if (std::cout.good() && !(std::cout << text))
-        g_outputError = errno;
+        output().error = errno;
 }
 
 bool flush() {
@@ -33,7 +41,7 @@ bool flush() {
     errno = 0;
     if (std::cout.flush() && std::fflush(stdout) == 0 && !std::ferror(stdout))
         return true;
-    g_outputError = errno;
+    output().error = errno;
     std::cout.setstate(std::ios::badbit);
     return false;
 }
@@ -42,8 +50,6 @@ bool flush() {
 constexpr int kNoLimit = 1 << 30;
 // Longer cells are printed whole, but the lines of others are not filled up to them.
 constexpr qsizetype kWidestColumn = 100;
-
-std::vector<KorString> g_stored;
 
 int outputWidth() {
     winsize size{};
@@ -113,14 +119,14 @@ void sayStored(const KorString& line) {
 }
 
 void noteStored(const KorString& sentence) {
-    g_stored.push_back(sentence);
+    output().stored.push_back(sentence);
 }
 
 bool finish() {
-    const std::vector<KorString> stored = std::exchange(g_stored, {});
+    const std::vector<KorString> stored = std::exchange(output().stored, {});
     if (flush())
         return true;
-    const int error = std::exchange(g_outputError, 0);
+    const int error = std::exchange(output().error, 0);
     complain(KorString::format(translated("The output could not be written to its end (%s); free some space "
                                           "or send it elsewhere."),
                                {std::strerror(error ? error : EIO)}));

@@ -166,8 +166,8 @@ int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
     QApplication application(argc, argv);
     prepareEditorApplication();
     KOSettings::getInstance().setPathData(folder.path());
-    KorDSMDialogFactory::asksBeforeLeaving = true;
-    KorDSMDialogFactory::recoversChanges = options.screenshot.empty();
+    KorDSMDialogFactory::options().asksBeforeLeaving = true;
+    KorDSMDialogFactory::options().recoversChanges = options.screenshot.empty();
     KorDSMDialogFactory factory(nullptr);
     bool painted = false;
     if (options.screenshot.empty()) {

@@ -1,4 +1,5 @@
 #include "base/LinetypeFile.h"
+#include "base/EditorSession.h"
 
 #include "base/TextLines.h"
 
@@ -142,15 +143,22 @@ LinetypeDefinitionPtr LinetypeFile::find(const KorString& name) const {
     return it == m_index.end() ? nullptr : m_definitions[it->second];
 }
 
-std::shared_ptr<const LinetypeFile> LinetypeFile::shared(const fs::path& path) {
+namespace {
+
+struct KnownLinetypeFiles {
     struct Known {
         fs::file_time_type time;
         std::uintmax_t size;
         std::shared_ptr<const LinetypeFile> file;
     };
-    constexpr std::size_t kMostFiles = 8;
-    static std::map<fs::path, Known> known;
+    std::map<fs::path, Known> byPath;
+};
 
+} // namespace
+
+std::shared_ptr<const LinetypeFile> LinetypeFile::shared(const fs::path& path) {
+    constexpr std::size_t kMostFiles = 8;
+    auto& known = EditorSession::currentPart<KnownLinetypeFiles>().byPath;
     std::error_code timeError;
     std::error_code sizeError;
     const auto time = fs::last_write_time(path, timeError);

@@ -1,5 +1,6 @@
 #include "data/StyleDatabases.h"
 
+#include "base/EditorSession.h"
 #include "base/KorAssert.h"
 #include "data/CellRules.h"
 #include "data/RowClosure.h"
@@ -7,23 +8,27 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-StyleDatabases* g_current = nullptr;
+/// The instances of a session, the one in use last. The session has one of its own, made when none is there
+/// that is asked for.
+struct StyleDatabases::InUse {
+    std::shared_ptr<std::vector<StyleDatabases*>> instances =
+        std::make_shared<std::vector<StyleDatabases*>>();
+    std::unique_ptr<StyleDatabases> own;
+};
+
+StyleDatabases::StyleDatabases() : m_instances(EditorSession::currentPart<InUse>().instances) {
+    m_instances->push_back(this);
 }
 
-StyleDatabases::StyleDatabases() : m_previous(std::exchange(g_current, this)) {}
-
 StyleDatabases::~StyleDatabases() {
-    if (g_current == this)
-        g_current = m_previous;
+    std::erase(*m_instances, this);
 }
 
 StyleDatabases& StyleDatabases::current() {
-    if (!g_current) {
-        static StyleDatabases processWide;
-        g_current = &processWide;
-    }
-    return *g_current;
+    InUse& inUse = EditorSession::currentPart<InUse>();
+    if (inUse.instances->empty())
+        inUse.own = std::make_unique<StyleDatabases>();
+    return *inUse.instances->back();
 }
 
 void StyleDatabases::addSource(SourceId id, std::unique_ptr<StyleStore> store) {

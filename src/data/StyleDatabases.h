@@ -26,7 +26,8 @@ public:
     StyleDatabases(const StyleDatabases&) = delete;
     StyleDatabases& operator=(const StyleDatabases&) = delete;
 
-    /// The instance that the named operations work on.
+    /// The instance that the named operations work on: the one made last of those that the current session
+    /// has, which is its own where nobody made one.
     static StyleDatabases& current();
 
     /// Opens a database file as a source, replacing what was open there. A failure leaves the source absent;
@@ -128,6 +129,8 @@ public:
     std::vector<Referrer> users(eTableType type, KorOdbcKey key);
 
 private:
+    struct InUse;
+
     /// The value was judged.
     int writeCell(StyleSource& source, eTableType type, KorOdbcKey key, const Column& column,
                   const CellValue& value);
@@ -152,5 +155,5 @@ private:
     std::vector<SourceCommit> m_report;
     std::map<SourceId, std::vector<eTableType>> m_written; // tables written in the open transaction
     bool m_inWalk = false;
-    StyleDatabases* m_previous = nullptr;
+    std::shared_ptr<std::vector<StyleDatabases*>> m_instances; // those of its session
 };

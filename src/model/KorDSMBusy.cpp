@@ -1,41 +1,41 @@
 #include "model/KorDSMBusy.h"
 
+#include "base/EditorSession.h"
 #include "services/KorHostPost.h"
 
 #include <deque>
 
-namespace {
+/// What is busy in a session, and what waits for it.
+struct KorDSMBusy::Holders {
+    int count = 0;
+    std::deque<std::function<void()>> waiting;
 
-int g_holders = 0;
-std::deque<std::function<void()>> g_waiting;
-
-// A task, or the event loop that it runs, can be busy in its turn: the others wait on.
-void runWaiting() {
-    while (g_holders == 0 && !g_waiting.empty()) {
-        const std::function<void()> task = std::move(g_waiting.front());
-        g_waiting.pop_front();
-        task();
+    // A task, or the event loop that it runs, can be busy in its turn: the others wait on.
+    void runWaiting() {
+        while (count == 0 && !waiting.empty()) {
+            const std::function<void()> task = std::move(waiting.front());
+            waiting.pop_front();
+            task();
+        }
     }
-}
+};
 
-} // namespace
-
-KorDSMBusy::KorDSMBusy() {
-    ++g_holders;
+KorDSMBusy::KorDSMBusy() : m_holders(EditorSession::currentPart<Holders>()) {
+    ++m_holders.count;
 }
 
 KorDSMBusy::~KorDSMBusy() {
-    if (--g_holders == 0 && !g_waiting.empty())
-        KorHostPost::post(runWaiting);
+    if (--m_holders.count == 0 && !m_holders.waiting.empty())
+        KorHostPost::post([&holders = m_holders] { holders.runWaiting(); });
 }
 
 bool KorDSMBusy::isBusy() {
-    return g_holders > 0;
+    return EditorSession::currentPart<Holders>().count > 0;
 }
 
 void KorDSMBusy::whenFree(std::function<void()> task) {
-    if (g_holders > 0)
-        g_waiting.push_back(std::move(task));
+    if (isBusy())
+        EditorSession::currentPart<Holders>().waiting.push_back(std::move(task));
     else
         task();
 }

@@ -12,9 +12,14 @@ public:
     KorDSMBusy(const KorDSMBusy&) = delete;
     KorDSMBusy& operator=(const KorDSMBusy&) = delete;
 
-    /// Whether anybody holds one.
+    /// Whether anybody holds one in the current session.
     static bool isBusy();
     /// Runs the task: at once when nobody holds one, else from the event loop after the last holder has
     /// ended. Tasks that wait run in the order in which they came.
     static void whenFree(std::function<void()> task);
+
+private:
+    struct Holders;
+
+    Holders& m_holders;
 };

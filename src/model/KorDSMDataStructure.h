@@ -6,9 +6,9 @@
 
 #include <array>
 
-/// What the editor shows, kept process-wide from one opening to the next: the four sections with everything
+/// What the editor shows, kept by the session from one opening to the next: the four sections with everything
 /// loaded below them, the items created while the editor is open, what was selected in each section, where
-/// new items go, and the user's options. There is one instance, `KorDSMDialogFactory::getDSMDataStructure`.
+/// new items go, and the user's options. Each session has one, `KorDSMDialogFactory::getDSMDataStructure`.
 /// Used only from the host's user-interface thread.
 class DETAILSTYLES_API KorDSMDataStructure {
 public:

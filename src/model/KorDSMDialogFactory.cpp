@@ -1,26 +1,32 @@
 #include "model/KorDSMDialogFactory.h"
 
+#include "base/EditorSession.h"
 #include "services/KorResources.h"
 
 KorString KorDSMDialogFactory::moduleHandle;
-bool KorDSMDialogFactory::asksBeforeLeaving = false;
-bool KorDSMDialogFactory::recoversChanges = false;
-KorString KorDSMDialogFactory::recoveryFolder;
 
 namespace {
 
-// Its texts are the first that are looked up where a host comes here before it opens the editor.
-KorDSMDataStructure makeStructure() {
-    if (const KorString& folder = KorDSMDialogFactory::moduleHandle; !folder.isEmpty())
-        KorResources::setFolder(folder.toStdString());
-    return KorDSMDataStructure();
-}
+// The structure's texts are the first that are looked up where a host comes here before it opens the editor.
+struct ResourcesFound {
+    ResourcesFound() {
+        if (const KorString& folder = KorDSMDialogFactory::moduleHandle; !folder.isEmpty())
+            KorResources::setFolder(folder.toStdString());
+    }
+};
+
+struct ShownContent : ResourcesFound {
+    KorDSMDataStructure structure;
+};
 
 } // namespace
 
 KorDSMDataStructure& KorDSMDialogFactory::getDSMDataStructure() {
-    static KorDSMDataStructure structure = makeStructure();
-    return structure;
+    return EditorSession::currentPart<ShownContent>().structure;
+}
+
+KorDSMEditorOptions& KorDSMDialogFactory::options() {
+    return EditorSession::currentPart<KorDSMEditorOptions>();
 }
 
 void KorDSMDialogFactory::loadDetailStylesDependencies(KorDsmDetailStyleItem* style) {

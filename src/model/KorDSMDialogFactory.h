@@ -10,11 +10,27 @@ class QWidget;
 /// A window of the host.
 using CWnd = QWidget;
 
-/// The host's way into the editor: opens the detail styles manager on the process-wide data structure.
+/// What a host can ask of its editors.
+struct KorDSMEditorOptions {
+    /// Whether the editor asks - keep, drop, go on editing - when it is left by Cancel, by its close button
+    /// or by Use while changes are not stored. Otherwise Cancel drops them at once, and Use leaves them
+    /// pending.
+    bool asksBeforeLeaving = false;
+    /// Whether changes that are not stored are written, as they are made, into a file beside the settings,
+    /// and are offered again by the next editor when the process ends without storing or dropping them.
+    /// Looked at when an editor opens.
+    bool recoversChanges = false;
+    /// Another folder for that file, of the host's own; it is made when it is needed. Empty: that of the
+    /// settings.
+    KorString recoveryFolder;
+};
+
+/// The host's way into the editor: opens the detail styles manager on the data structure of the session.
 ///
 /// The operations that open a window need a QApplication, which the host brings. Everything runs on the
 /// host's user-interface thread. One factory serves any number of openings, one after the other and one
-/// beside the other; of several open editors the active one shows the data structure.
+/// beside the other; of several open editors the active one shows the data structure. A host that wants
+/// editors with data of their own makes an `EditorSession` for them.
 class DETAILSTYLES_API KorDSMDialogFactory {
 public:
     /// Creates the main dialog for a parent window (may be null); it is not shown yet. The parent may be
@@ -39,7 +55,8 @@ public:
     /// by the factory. That of `DoModal` is gone when it returns.
     CWnd* window() const;
 
-    /// The one data structure, made on the first call and kept until the module is unloaded.
+    /// The one data structure of the current session, made on the first call and kept until the session ends.
+    /// That of the process, where the host makes none, ends when the module is unloaded.
     static KorDSMDataStructure& getDSMDataStructure();
 
     /// Lets the user pick one view request. Returns 1 when one was confirmed, otherwise -1.
@@ -56,17 +73,8 @@ public:
     /// the module itself looks for them. The host's own resources are never touched.
     static KorString moduleHandle;
 
-    /// Whether the editor asks - keep, drop, go on editing - when it is left by Cancel, by its close button
-    /// or by Use while changes are not stored. Off at first: Cancel drops them at once, Use leaves them
-    /// pending.
-    static bool asksBeforeLeaving;
-    /// Whether changes that are not stored are written, as they are made, into a file beside the settings,
-    /// and are offered again by the next editor when the process ends without storing or dropping them. Off
-    /// at first. Looked at when an editor opens.
-    static bool recoversChanges;
-    /// Another folder for that file, of the host's own; it is made when it is needed. Empty: that of the
-    /// settings.
-    static KorString recoveryFolder;
+    /// What the host wants of the editors of the current session.
+    static KorDSMEditorOptions& options();
 
 private:
     class Dialogs;

@@ -1,5 +1,6 @@
 #include "model/KorDSMMessages.h"
 
+#include "base/EditorSession.h"
 #include "model/KorDSMBusy.h"
 #include "services/KorHostPost.h"
 
@@ -21,22 +22,28 @@ struct Added {
     int number = 0;
     KorMessageTarget* target = nullptr;
 };
-std::vector<Added> g_targets;
+struct Targets {
+    std::vector<Added> added;
+    int lastNumber = 0;
+};
+
+std::vector<Added>& targets() {
+    return EditorSession::currentPart<Targets>().added;
+}
 
 } // namespace
 
 KorMessageTarget* get() {
-    return g_targets.empty() ? nullptr : g_targets.back().target;
+    return targets().empty() ? nullptr : targets().back().target;
 }
 
 void add(KorMessageTarget* target) {
-    static int number = 0;
     remove(target);
-    g_targets.push_back({++number, target});
+    targets().push_back({++EditorSession::currentPart<Targets>().lastNumber, target});
 }
 
 void remove(const KorMessageTarget* target) {
-    std::erase_if(g_targets, [target](const Added& added) { return added.target == target; });
+    std::erase_if(targets(), [target](const Added& added) { return added.target == target; });
 }
 
 void sendMessage(const KorMessage& message) {
@@ -45,11 +52,11 @@ void sendMessage(const KorMessage& message) {
 }
 
 void post(std::shared_ptr<const KorMessage> message) {
-    if (g_targets.empty())
+    if (targets().empty())
         return;
-    const auto deliver = [message, number = g_targets.back().number] {
-        const auto it = std::ranges::find(g_targets, number, &Added::number);
-        if (it != g_targets.end())
+    const auto deliver = [message, number = targets().back().number] {
+        const auto it = std::ranges::find(targets(), number, &Added::number);
+        if (it != targets().end())
             it->target->onMessage(*message);
     };
     KorHostPost::post([deliver] { KorDSMBusy::whenFree(deliver); });

@@ -128,7 +128,7 @@ private:
     std::map<int, std::function<void(const KorMessage&)>> m_receivers; // by number
 };
 
-/// The way to the main dialog's window, which is kept process-wide.
+/// The way to the main dialog's window, which the current session knows.
 namespace KorDSMMainWindow {
 
 /// The target: the one added last of those that are still there, or null while no editor is open. Not owned.

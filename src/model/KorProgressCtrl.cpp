@@ -1,34 +1,40 @@
 #include "model/KorProgressCtrl.h"
 
+#include "base/EditorSession.h"
+
 #include <utility>
 
 namespace {
-KorProgressCtrl::Display g_display;
-int g_percent = -1;
+
+struct Progress {
+    KorProgressCtrl::Display display;
+    int percent = -1;
+};
+
+Progress& progress() {
+    return EditorSession::currentPart<Progress>();
+}
+
 } // namespace
 
 void KorProgressCtrl::install(Display display) {
-    g_display = std::move(display);
-    g_percent = -1;
+    progress() = {std::move(display)};
 }
 
 void KorProgressCtrl::activate(const KorString& text) {
-    g_percent = -1;
-    if (g_display.activate)
-        g_display.activate(text);
+    progress().percent = -1;
+    if (progress().display.activate)
+        progress().display.activate(text);
 }
 
 void KorProgressCtrl::setPercentage(int percent, int step) {
     const int reached = percent + step;
-    if (reached == g_percent)
-        return;
-    g_percent = reached;
-    if (g_display.setPercentage)
-        g_display.setPercentage(reached);
+    if (std::exchange(progress().percent, reached) != reached && progress().display.setPercentage)
+        progress().display.setPercentage(reached);
 }
 
 void KorProgressCtrl::reset() {
-    g_percent = -1;
-    if (g_display.reset)
-        g_display.reset();
+    progress().percent = -1;
+    if (progress().display.reset)
+        progress().display.reset();
 }

@@ -1,5 +1,6 @@
 #include "operations/KorODBCDetailStyleExports.h"
 
+#include "base/EditorSession.h"
 #include "base/Translation.h"
 #include "data/RowClosure.h"
 #include "data/StyleDatabases.h"
@@ -26,9 +27,16 @@ ExchangeCallbacks cancellable(ExchangeCallbacks callbacks) {
     return callbacks;
 }
 
-ExchangeCallbacks g_callbacks = cancellable({});
-int g_result = Exports::kDone; // of the last operation
-KorString g_failure;           // what it has to say
+struct Exchange {
+    ExchangeCallbacks callbacks = cancellable({});
+    bool isAdvanced = false;
+    int result = Exports::kDone; // of the last operation
+    KorString failure;           // what it has to say
+};
+
+Exchange& exchange() {
+    return EditorSession::currentPart<Exchange>();
+}
 
 KorString sentenceOf(int code) {
     switch (code) {
@@ -51,8 +59,8 @@ KorString sentenceOf(int code) {
 }
 
 int finish(int code, const KorString& sentence = {}) {
-    g_failure = sentence.isEmpty() ? sentenceOf(code) : sentence;
-    return g_result = code;
+    exchange().failure = sentence.isEmpty() ? sentenceOf(code) : sentence;
+    return exchange().result = code;
 }
 
 // Both ends of an import, made sure of.
@@ -101,7 +109,7 @@ int importInOneGroup(const Route& route, const KorString& label, std::size_t ste
     const std::size_t before = pending.steps().size();
     ImportReport done;
     Dependencies::ResetDeepCopyInfo();
-    ExchangeProgress progress(g_callbacks, steps, label);
+    ExchangeProgress progress(exchange().callbacks, steps, label);
     ExchangeImport import(databases, *route.from, *route.to, progress, done);
     pending.beginGroup(KorString::format(translated("importing of \"%s\""), {label}));
     const bool ok = bring(import, progress);
@@ -161,7 +169,7 @@ int Exports::exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex ind
         return finish(kNoSuchRow);
     ExchangeExport rows(*source, {table->type, key});
     Dependencies::ResetDeepCopyInfo();
-    ExchangeProgress progress(g_callbacks, rows.tableCount(), record->name);
+    ExchangeProgress progress(exchange().callbacks, rows.tableCount(), record->name);
     const StoreResult result = SqliteStore::createWith(
         path.toStdString(), [&](StyleStore& store) { return rows.writeInto(store, progress); }, mayReplace);
     if (rows.isCancelled())
@@ -208,7 +216,7 @@ int Exports::importFile(const KorString& path, ImportReport& report, SourceId to
     deleteCache(0);
     finish(result, error);
     if (result != kDone)
-        report.error = g_failure.toStdString();
+        report.error = exchange().failure.toStdString();
     return result;
 }
 
@@ -225,7 +233,7 @@ int Exports::GetDSNAndIndexToUse(eDSN& dsn, eIndex& index) {
 }
 
 int Exports::GetErrorMessage(KorString& text, int code) {
-    text = code == g_result ? g_failure : sentenceOf(code);
+    text = code == exchange().result ? exchange().failure : sentenceOf(code);
     return text.isEmpty() ? 0 : 1;
 }
 
@@ -233,10 +241,18 @@ void Exports::deleteCache(int) {
     StyleDatabases::current().closeSource(SourceId::exchange());
 }
 
+void Exports::EnableAdvancedDeepCopyMode(int on) {
+    exchange().isAdvanced = on != 0;
+}
+
+bool Exports::isAdvancedDeepCopyModeEnabled() {
+    return exchange().isAdvanced;
+}
+
 bool Exports::isDatabaseOlderThan5_1(eDSN) {
     return false;
 }
 
 ExchangeCallbacks Exports::setCallbacks(ExchangeCallbacks callbacks) {
-    return std::exchange(g_callbacks, cancellable(std::move(callbacks)));
+    return std::exchange(exchange().callbacks, cancellable(std::move(callbacks)));
 }

@@ -57,12 +57,9 @@ public:
     static bool isDatabaseOlderThan5_1(eDSN dsn);
 
     /// In advanced mode the message callback is told of each row that could not keep its name.
-    static void EnableAdvancedDeepCopyMode(int on) { m_bAdvanced = on != 0; }
-    static bool isAdvancedDeepCopyModeEnabled() { return m_bAdvanced; }
+    static void EnableAdvancedDeepCopyMode(int on);
+    static bool isAdvancedDeepCopyModeEnabled();
 
     /// Installs the functions that are told of progress and returns the previous ones.
     static ExchangeCallbacks setCallbacks(ExchangeCallbacks callbacks);
-
-private:
-    inline static bool m_bAdvanced = false;
 };

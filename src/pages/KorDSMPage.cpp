@@ -1,5 +1,6 @@
 #include "pages/KorDSMPage.h"
 
+#include "base/EditorSession.h"
 #include "base/KorAssert.h"
 #include "controls/KorButtonGroup.h"
 #include "controls/KorControls.h"
@@ -30,7 +31,13 @@
 
 namespace {
 
-KorDSMPage* g_currentPage = nullptr;
+struct CurrentPage {
+    KorDSMPage* page = nullptr;
+};
+
+KorDSMPage*& current() {
+    return EditorSession::currentPart<CurrentPage>().page;
+}
 
 constexpr int kFirstTemplate = 1086;
 constexpr int kLastTemplate = 2321;
@@ -45,12 +52,12 @@ KorDSMPage::KorDSMPage(QWidget* parent, int templateId, const KorString& title)
 }
 
 KorDSMPage::~KorDSMPage() {
-    if (g_currentPage == this)
-        g_currentPage = nullptr;
+    if (current() == this)
+        current() = nullptr;
 }
 
 KorDSMPage* KorDSMPage::currentPage() {
-    return g_currentPage;
+    return current();
 }
 
 void KorDSMPage::addLinkedPage(KorDSMPage* page) {
@@ -59,14 +66,14 @@ void KorDSMPage::addLinkedPage(KorDSMPage* page) {
 }
 
 void KorDSMPage::OnActivate(int active) {
-    g_currentPage = active ? this : nullptr;
+    current() = active ? this : nullptr;
     KorTabPage::OnActivate(active);
 }
 
 void KorDSMPage::OnShow(int show) {
     KorTabPage::OnShow(show);
     if (show && getData()) {
-        g_currentPage = this;
+        current() = this;
         enableControls();
         const SourceId here = CurrentRows::source();
         if (m_needsInit || m_listsFrom != here) {
@@ -83,10 +90,10 @@ void KorDSMPage::OnShow(int show) {
         m_needsInit = false;
         return;
     }
-    if (g_currentPage == this && getData()) {
+    if (current() == this && getData()) {
         finishEditing();
         updateMark();
-        g_currentPage = nullptr;
+        current() = nullptr;
     }
 }
 

@@ -1,5 +1,6 @@
 #include "session/KorDSMGuardedWrite.h"
 
+#include "base/EditorSession.h"
 #include "base/KorAssert.h"
 #include "data/RowUsers.h"
 #include "data/StyleDatabases.h"
@@ -13,16 +14,24 @@
 #include <vector>
 
 namespace {
-std::vector<std::pair<const void*, KorDSMGuardedWrite::AskFunction>> g_askers;
+
+struct Askers {
+    std::vector<std::pair<const void*, KorDSMGuardedWrite::AskFunction>> functions;
+};
+
+auto& askers() {
+    return EditorSession::currentPart<Askers>().functions;
 }
+
+} // namespace
 
 void KorDSMGuardedWrite::addAskFunction(const void* owner, AskFunction ask) {
     removeAskFunction(owner);
-    g_askers.emplace_back(owner, std::move(ask));
+    askers().emplace_back(owner, std::move(ask));
 }
 
 void KorDSMGuardedWrite::removeAskFunction(const void* owner) {
-    std::erase_if(g_askers, [owner](const auto& asker) { return asker.first == owner; });
+    std::erase_if(askers(), [owner](const auto& asker) { return asker.first == owner; });
 }
 
 namespace {
@@ -60,8 +69,8 @@ bool KorDSMGuardedWrite::needsConfirmation(eTableType table, const KorOdbcKey& k
 }
 
 int KorDSMGuardedWrite::ask(RowRef shared) {
-    return g_askers.empty() ? kDecline
-                            : AskFunction(g_askers.back().second)(shared.table, KorOdbcKey(shared.key));
+    return askers().empty() ? kDecline
+                            : AskFunction(askers().back().second)(shared.table, KorOdbcKey(shared.key));
 }
 
 int KorDSMGuardedWrite::write(bool canJudge, const FindShared& findShared,

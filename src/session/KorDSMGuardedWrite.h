@@ -15,8 +15,9 @@ public:
     enum eAnswer : int { kDecline = 0, kWrite = 1, kCopy = 2 };
     using AskFunction = std::function<int(eTableType table, const KorOdbcKey& key)>;
 
-    /// Says who is asked before a shared row is written: of those that are still there the one whose owner
-    /// was added last. Without anybody to ask a shared row is not written. `owner` only names the function.
+    /// Says who is asked in the current session before a shared row is written: of those that are still there
+    /// the one whose owner was added last. Without anybody to ask a shared row is not written. `owner` only
+    /// names the function.
     static void addAskFunction(const void* owner, AskFunction ask);
     /// Takes the owner's function out, in any order; nothing happens when it has none.
     static void removeAskFunction(const void* owner);

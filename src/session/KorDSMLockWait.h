@@ -11,7 +11,7 @@ namespace KorDSMLockWait {
 /// loop, but must not use the databases.
 using Ask = std::function<bool(const std::string& file, std::chrono::milliseconds waited)>;
 
-/// What is asked in this process; an empty one waits without a word. Returns the one before.
+/// What is asked in the current session; an empty one waits without a word. Returns the one before.
 Ask setAsk(Ask ask);
 /// Whether a database is being waited for, so that nothing else may use the databases.
 bool isWaiting();

@@ -18,7 +18,7 @@ namespace {
 constexpr int kMissing = 434;
 
 std::filesystem::path folder() {
-    const KorString& chosen = KorDSMDialogFactory::recoveryFolder;
+    const KorString& chosen = KorDSMDialogFactory::options().recoveryFolder;
     return chosen.isEmpty() ? KOSettings::getInstance().file().parent_path()
                             : std::filesystem::path(chosen.toStdString());
 }
@@ -63,7 +63,7 @@ void bringBack(std::unique_ptr<RecoveryFile> lost, const KorDSMRecovery::Follow&
 
 void KorDSMRecovery::writeDown(std::function<void()> reportWaits) {
     PendingLog& pending = StyleDatabases::current().pending();
-    if (!KorDSMDialogFactory::recoversChanges)
+    if (!KorDSMDialogFactory::options().recoversChanges)
         pending.dismissObserver();
     else if (!pending.isObserved() && !folder().empty())
         pending.setObserver(std::make_unique<RecoveryWriter>(folder(), StyleDatabases::current(),
@@ -74,7 +74,7 @@ void KorDSMRecovery::writeDown(std::function<void()> reportWaits) {
 }
 
 void KorDSMRecovery::offer(const Ask& ask, const Follow& follow) {
-    if (!KorDSMDialogFactory::recoversChanges || std::exchange(m_offered, true))
+    if (!KorDSMDialogFactory::options().recoversChanges || std::exchange(m_offered, true))
         return;
     for (RecoveryFile& lost : RecoveryFile::abandonedIn(folder()))
         offer(std::move(lost), ask, follow);

@@ -1,5 +1,6 @@
 #include "shell/HelpWindow.h"
 
+#include "base/EditorSession.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "services/CKorHelp.h"
@@ -17,6 +18,10 @@
 namespace {
 
 constexpr int kContents = 266;
+
+struct HelpShown {
+    QPointer<HelpWindow> window;
+};
 
 } // namespace
 
@@ -51,7 +56,7 @@ QToolBar* HelpWindow::makeTools() {
 }
 
 void HelpWindow::show(const std::filesystem::path& page) {
-    static QPointer<HelpWindow> window;
+    QPointer<HelpWindow>& window = EditorSession::currentPart<HelpShown>().window;
     if (!window)
         window = new HelpWindow(QApplication::activeWindow());
     window->m_browser->setSource(QUrl::fromLocalFile(QString::fromStdString(page.string())));

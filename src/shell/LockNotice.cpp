@@ -1,5 +1,6 @@
 #include "shell/LockNotice.h"
 
+#include "base/EditorSession.h"
 #include "base/Translation.h"
 #include "controls/KorControls.h"
 #include "controls/KorQt.h"
@@ -22,9 +23,6 @@ namespace {
 constexpr int kGiveUpPrompt = 415; // "Stop waiting"
 constexpr int kWidestName = 320;   // pixels: a long name must not widen the window
 
-std::vector<LockNotice*> g_notices;
-KorDSMLockWait::Ask g_askedBefore;
-
 // Whatever the user does next is worth waiting for again.
 class CommandListener : public QObject {
 public:
@@ -39,7 +37,14 @@ public:
 
 } // namespace
 
-LockNotice::LockNotice(QBoxLayout* line) : QObject(line->parentWidget()) {
+/// The notices of a session, and who was asked before there was any.
+struct LockNotice::Notices {
+    std::vector<LockNotice*> all;
+    KorDSMLockWait::Ask askedBefore;
+};
+
+LockNotice::LockNotice(QBoxLayout* line)
+    : QObject(line->parentWidget()), m_notices(EditorSession::currentPart<Notices>()) {
     m_bar = new QWidget(line->parentWidget());
     m_sentence = new QLabel(m_bar);
     m_sentence->setTextFormat(Qt::PlainText);
@@ -57,23 +62,24 @@ LockNotice::LockNotice(QBoxLayout* line) : QObject(line->parentWidget()) {
     m_end.setSingleShot(true);
     connect(&m_end, &QTimer::timeout, m_bar, &QWidget::hide);
     new CommandListener(this);
-    if (g_notices.empty())
-        g_askedBefore = KorDSMLockWait::setAsk(&LockNotice::ask);
-    g_notices.push_back(this);
+    if (m_notices.all.empty())
+        m_notices.askedBefore = KorDSMLockWait::setAsk(&LockNotice::ask);
+    m_notices.all.push_back(this);
 }
 
 LockNotice::~LockNotice() {
-    std::erase(g_notices, this);
-    if (g_notices.empty())
-        KorDSMLockWait::setAsk(std::move(g_askedBefore));
+    std::erase(m_notices.all, this);
+    if (m_notices.all.empty())
+        KorDSMLockWait::setAsk(std::move(m_notices.askedBefore));
 }
 
 bool LockNotice::ask(const std::string& file, std::chrono::milliseconds waited) {
+    const Notices& notices = EditorSession::currentPart<Notices>();
     const auto isShown = [](const LockNotice* notice) { return notice->m_bar->window()->isVisible(); };
-    const auto latest = std::find_if(g_notices.rbegin(), g_notices.rend(), isShown);
-    if (latest != g_notices.rend())
+    const auto latest = std::find_if(notices.all.rbegin(), notices.all.rend(), isShown);
+    if (latest != notices.all.rend())
         return (*latest)->goOn(file);
-    return !g_askedBefore || g_askedBefore(file, waited);
+    return !notices.askedBefore || notices.askedBefore(file, waited);
 }
 
 bool LockNotice::goOn(const std::string& file) {

@@ -30,10 +30,13 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    struct Notices;
+
     static bool ask(const std::string& file, std::chrono::milliseconds waited);
     bool goOn(const std::string& file);
     void show(const std::string& file);
 
+    Notices& m_notices;
     QWidget* m_bar;
     QLabel* m_sentence;
     QPushButton* m_giveUp;

@@ -44,7 +44,7 @@ void WindowLeaving::apply() {
 }
 
 WindowLeaving::eAnswer WindowLeaving::askAboutPending() {
-    if (!KorDSMDialogFactory::asksBeforeLeaving || !KorDSMUndo::canUndo())
+    if (!KorDSMDialogFactory::options().asksBeforeLeaving || !KorDSMUndo::canUndo())
         return eAnswer::kNotAsked;
     const std::vector<KorString> steps = KorDSMUndo::undoSteps(std::numeric_limits<std::size_t>::max());
     const KorString number = KorString::number(static_cast<std::int64_t>(steps.size()));
@@ -61,7 +61,7 @@ bool WindowLeaving::finishEditing() {
     RightSide::finishEditing();
     const KorDSMPage* page = KorDSMPage::currentPage();
     QWidget* field = page ? KorFieldNote::first(page) : nullptr;
-    if (!field || !KorDSMDialogFactory::asksBeforeLeaving)
+    if (!field || !KorDSMDialogFactory::options().asksBeforeLeaving)
         return true;
     QMessageBox box(QMessageBox::Question, toQt(Prompts::dsm(kLeavingCaption)),
                     toQt(Prompts::dsm(kFieldNotStored)), QMessageBox::NoButton, &m_window);
@@ -94,7 +94,7 @@ WindowLeaving::eWay WindowLeaving::accept() {
 
 WindowLeaving::eWay WindowLeaving::reject() {
     // Whoever is asked is asked about what is still being typed too.
-    if (KorDSMDialogFactory::asksBeforeLeaving && !finishEditing())
+    if (KorDSMDialogFactory::options().asksBeforeLeaving && !finishEditing())
         return eWay::kStay;
     switch (askAboutPending()) {
     case eAnswer::kKeep:

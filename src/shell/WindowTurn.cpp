@@ -1,5 +1,6 @@
 #include "shell/WindowTurn.h"
 
+#include "base/EditorSession.h"
 #include "dialogs/KorDSMDialogConfirmation.h"
 #include "model/KorDSMMessages.h"
 #include "session/KorDSMGuardedWrite.h"
@@ -11,17 +12,23 @@
 namespace {
 
 // In the order of their turns; the last one has the data structure, unless it was released.
-std::vector<WindowTurn*> g_open;
+struct OpenWindows {
+    std::vector<WindowTurn*> turns;
+};
+
+std::vector<WindowTurn*>& open() {
+    return EditorSession::currentPart<OpenWindows>().turns;
+}
 
 } // namespace
 
 WindowTurn::~WindowTurn() {
-    std::erase(g_open, this);
+    std::erase(open(), this);
 }
 
 void WindowTurn::releaseDataStructure() {
-    if (!g_open.empty() && g_open.back()->isMine())
-        g_open.back()->letGo();
+    if (!open().empty() && open().back()->isMine())
+        open().back()->letGo();
 }
 
 bool WindowTurn::isMine() const {
@@ -30,8 +37,8 @@ bool WindowTurn::isMine() const {
 
 void WindowTurn::begin() {
     releaseDataStructure();
-    std::erase(g_open, this);
-    g_open.push_back(this);
+    std::erase(open(), this);
+    open().push_back(this);
     KorDSMMainWindow::add(&m_target);
     KorDSMGuardedWrite::addAskFunction(this, [this](eTableType table, const KorOdbcKey& key) {
         return KorDSMDialogConfirmation::ask(table, key, &m_window);
@@ -57,9 +64,9 @@ void WindowTurn::end() {
         RightSide::dropEdits();
         letGo();
     }
-    std::erase(g_open, this);
-    const auto next = std::find_if(g_open.rbegin(), g_open.rend(),
-                                   [](const WindowTurn* open) { return open->m_window.isVisible(); });
-    if (next != g_open.rend())
+    std::erase(open(), this);
+    const auto next = std::find_if(open().rbegin(), open().rend(),
+                                   [](const WindowTurn* turn) { return turn->m_window.isVisible(); });
+    if (next != open().rend())
         (*next)->take();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/EditorSession.h"
 #include "data/RowClosure.h"
 #include "data/StyleDatabases.h"
 #include "data/store/ReadReport.h"
@@ -102,6 +103,7 @@ protected:
 
     static constexpr SourceId kStandard = SourceId::standard();
     static constexpr SourceId kUser = SourceId::user();
+    EditorSession m_session;
     TempFolder m_folder;
     StyleDatabases databases;
 

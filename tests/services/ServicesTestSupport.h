@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/EditorSession.h"
 #include "services/KorHostReport.h"
 #include "services/KorResources.h"
 #include "services/Prompts.h"
@@ -8,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-/// A test with a folder of its own, the program's own texts in English, and an empty report.
+/// A test with a session and a folder of its own, the program's own texts in English, and an empty report.
 class ServicesTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -24,5 +25,6 @@ protected:
         return sentences.empty() ? std::string() : sentences.front().toStdString();
     }
 
+    EditorSession m_session;
     TempFolder m_folder;
 };

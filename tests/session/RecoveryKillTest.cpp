@@ -66,8 +66,8 @@ class RecoveryKill : public StyleFixture {
 protected:
     void SetUp() override {
         StyleFixture::SetUp();
-        KorDSMDialogFactory::recoversChanges = true;
-        KorDSMDialogFactory::recoveryFolder = KorString(file("settings"));
+        KorDSMDialogFactory::options().recoversChanges = true;
+        KorDSMDialogFactory::options().recoveryFolder = KorString(file("settings"));
         g_kill.folder = file("settings");
         for (int i = 0; i < kRows; ++i)
             add<StructDetObjReprMap>(kUser, nameOf(i));
@@ -77,8 +77,8 @@ protected:
         m_before = bytesOf(file("user.dsdb"));
     }
     void TearDown() override {
-        KorDSMDialogFactory::recoversChanges = false;
-        KorDSMDialogFactory::recoveryFolder = {};
+        KorDSMDialogFactory::options().recoversChanges = false;
+        KorDSMDialogFactory::options().recoveryFolder = {};
     }
     static constexpr int kRows = 6;
     static KorString nameOf(int i) { return KorString("Row " + std::to_string(i)); }

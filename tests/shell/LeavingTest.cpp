@@ -12,7 +12,7 @@ namespace {
 
 class Leaving : public EditorFixture {
 protected:
-    ~Leaving() override { KorDSMDialogFactory::asksBeforeLeaving = false; }
+    ~Leaving() override { KorDSMDialogFactory::options().asksBeforeLeaving = false; }
 
     /// Opens the editor with one change pending.
     void change() {
@@ -71,7 +71,7 @@ TEST_F(Leaving, EscapeNeverClosesWhileSomethingIsPending) {
 }
 
 TEST_F(Leaving, CancelAndTheCloseButtonAskWhereTheQuestionIsOn) {
-    KorDSMDialogFactory::asksBeforeLeaving = true;
+    KorDSMDialogFactory::options().asksBeforeLeaving = true;
     change();
     answer("&Go on editing");
     click(button(kCancel));
@@ -96,7 +96,7 @@ TEST_F(Leaving, CancelAndTheCloseButtonAskWhereTheQuestionIsOn) {
 }
 
 TEST_F(Leaving, WhatAFieldShowsAndDoesNotStoreIsNotLeftWithoutAWord) {
-    KorDSMDialogFactory::asksBeforeLeaving = true;
+    KorDSMDialogFactory::options().asksBeforeLeaving = true;
     open();
     m_result = -1;
     select({"User", "Hallberg: posts and beams", "HB beam, long, 1:10", "HB front, shortened"});
@@ -149,7 +149,7 @@ TEST_F(Leaving, AfterTheSharedQuestionIsCancelledNothingIsToApply) {
 }
 
 TEST_F(Leaving, WhoGoesOnEditingGoesOnWithThePage) {
-    KorDSMDialogFactory::asksBeforeLeaving = true;
+    KorDSMDialogFactory::options().asksBeforeLeaving = true;
     change();
     answer("&Go on editing");
     click(button(kUse));
@@ -164,7 +164,7 @@ TEST_F(Leaving, WhoGoesOnEditingGoesOnWithThePage) {
 }
 
 TEST_F(Leaving, UseNamesNoStyleThatIsNotStored) {
-    KorDSMDialogFactory::asksBeforeLeaving = true;
+    KorDSMDialogFactory::options().asksBeforeLeaving = true;
     int status = 0;
     KorExchangeQueue& queue = KorExchangeUtilities::getNamedQueue(KorDSMHandOver::kQueue, status, 0);
     const auto copyStyle = [this] {

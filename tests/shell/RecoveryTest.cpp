@@ -16,7 +16,7 @@ constexpr int kUpperLeft = 1038;
 
 class Recovery : public EditorFixture {
 protected:
-    Recovery() { KorDSMDialogFactory::recoversChanges = true; }
+    Recovery() { KorDSMDialogFactory::options().recoversChanges = true; }
 
     /// Leaves one change as a process that is killed does: nobody drops or stores it.
     void crashWithAChange() {
@@ -213,14 +213,14 @@ TEST_F(Recovery, WhatWasBroughtBackIsNamedAndTakenBackStepByStep) {
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(mine(), nullptr);
     press(Qt::Key_Z, Qt::ControlModifier);
-    KorDSMDialogFactory::asksBeforeLeaving = true;
+    KorDSMDialogFactory::options().asksBeforeLeaving = true;
     QString said;
     whenShown<QMessageBox>([&said](QMessageBox& box) {
         said = box.text() + box.informativeText();
         QTest::keyClick(&box, Qt::Key_Escape);
     });
     click(button(kCancel));
-    KorDSMDialogFactory::asksBeforeLeaving = false;
+    KorDSMDialogFactory::options().asksBeforeLeaving = false;
     EXPECT_TRUE(said.startsWith("One change") && said.contains("HB post 1:15")) << said.toStdString();
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_FALSE(isPending());
@@ -229,16 +229,16 @@ TEST_F(Recovery, WhatWasBroughtBackIsNamedAndTakenBackStepByStep) {
 
 TEST_F(Recovery, AHostThatDoesNotWantItFindsAndLeavesNothing) {
     crashWithAChange();
-    KorDSMDialogFactory::recoversChanges = false;
+    KorDSMDialogFactory::options().recoversChanges = false;
     openAndAnswer({});
     changePosition();
     EXPECT_EQ(files(), 1) << "that of the crash";
-    KorDSMDialogFactory::recoversChanges = true;
-    KorDSMDialogFactory::recoveryFolder = KorString((m_folder.path() / "host").string());
+    KorDSMDialogFactory::options().recoversChanges = true;
+    KorDSMDialogFactory::options().recoveryFolder = KorString((m_folder.path() / "host").string());
     openAndAnswer({});
     changePosition();
     EXPECT_EQ(files(m_folder.path() / "host"), 1);
-    KorDSMDialogFactory::recoversChanges = false;
+    KorDSMDialogFactory::options().recoversChanges = false;
     KorDSMMainDialog another(nullptr);
     another.OnInitDialog();
     EXPECT_EQ(files(m_folder.path() / "host"), 0);

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "data/StyleDatabases.h"
+#include "base/EditorSession.h"
 #include "model/KorDSMDialogFactory.h"
 #include "operations/KorDetailTableDependencies.h"
-#include "operations/KorODBCDetailStyleExports.h"
 #include "operations/KorOdbcMan.h"
-#include "services/AddInManager.h"
 #include "services/KOSettings.h"
 #include "services/KorExchangeUtilities.h"
 #include "services/KorHostReport.h"
@@ -17,67 +15,38 @@
 
 #include <gtest/gtest.h>
 
-/// Base of the fixtures above the data layer: whatever the process keeps is as at its start, with settings of
-/// the test's own and the program's own texts in English.
+/// Base of the fixtures above the data layer: a session of the test's own, and whatever else the process
+/// keeps as at its start, with settings of the test's own and the program's own texts in English.
 class FreshProcess : public testing::Test {
 protected:
-    FreshProcess() { begin(); }
-
-    /// The settings file of the test.
-    std::filesystem::path settingsFile() const { return m_settings.path() / "settings.ini"; }
-
-private:
-    void begin() const {
+    FreshProcess() {
         KorResources::setFolder(SOURCE_DIR "/resources");
         EXPECT_TRUE(Prompts::load(KorResources::folder() / "prompts", "en"));
         KOSettings::getInstance().useFile(settingsFile());
         KOSettings::getInstance().setPathData({});
-        AddInManager::getInstance().scan(m_settings.path());
         KorUnitsManager::setDecimalMark('.');
         KorOdbcMan::m_DSMNewReloadInfo = 0;
         KorOdbcMan::m_DSMReloadInfo = 0;
         KorOdbcMan::m_DSMResetDetViewRequestCache = 0;
         KorOdbcCompactDetailsTables::m_bCompactPerformed = false;
-        KorODBCDetailStyleExports::EnableAdvancedDeepCopyMode(0);
         KorDetailTableDependencies::m_bDeepCopyCanceledByUser = false;
         KorDSMDialogFactory::moduleHandle = {};
-        KorDSMDialogFactory::asksBeforeLeaving = false;
-        KorDSMDialogFactory::recoversChanges = false;
-        KorDSMDialogFactory::recoveryFolder = {};
-        closeDatabases();
-        emptyStructure();
+        KorDSMDataStructure::m_bApplyWasPressed = false;
+        for (const TableSchema& table : allTables()) {
+            const auto rows = table.makeRows();
+            rows->assign(KorOdbcMan::currentRecord(table.type), *rows->copyOf(nullptr));
+        }
         int status = 0;
         for (const char* queue : {"DETAILSTYLESMANAGERNEW", "REQUESTDIALOG"})
             KorExchangeUtilities::getNamedQueue(queue, status, 0).clear();
         KorHostReport::take();
     }
 
-    static void closeDatabases() {
-        StyleDatabases& databases = StyleDatabases::current();
-        databases.pending().dismissObserver();
-        for (const SourceId& source : databases.sources())
-            databases.closeSource(source);
-        databases.setCurrentSource(SourceId::standard());
-        databases.setOwnerMode(false);
-        for (const TableSchema& table : allTables()) {
-            const auto rows = table.makeRows();
-            rows->assign(KorOdbcMan::currentRecord(table.type), *rows->copyOf(nullptr));
-        }
-    }
+    /// The settings file of the test.
+    std::filesystem::path settingsFile() const { return m_settings.path() / "settings.ini"; }
 
-    static void emptyStructure() {
-        KorDSMDataStructure& structure = KorDSMDialogFactory::getDSMDataStructure();
-        structure.emptyDataStructure();
-        structure.initDataStructure();
-        structure.setSelectedSection(KorDSMDefines::kViewDetailStyles);
-        for (int section = 0; section < KorDSMDefines::kNumberOfSections; ++section)
-            structure.getSelectedPath(static_cast<KorDSMDefines::eViewSections>(section)).clear();
-        structure.setShowFullTree(true);
-        structure.setUseFullExpand(true);
-        structure.setShowWarning(true);
-        KorDSMDataStructure::m_bApplyWasPressed = false;
-    }
-
-    LockWaiting m_waiting;
+private:
     TempFolder m_settings;
+    EditorSession m_session;
+    LockWaiting m_waiting;
 };

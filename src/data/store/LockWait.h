@@ -18,7 +18,7 @@ public:
 
     explicit LockWait(std::string file) : m_file(std::move(file)) {}
 
-    /// What is asked in this process; an empty one waits without a word. Returns the one before.
+    /// What is asked in the current session; an empty one waits without a word. Returns the one before.
     static Ask setAsk(Ask ask);
     /// The longest wait. Returns the one before.
     static std::chrono::milliseconds setLimit(std::chrono::milliseconds limit);

@@ -1,5 +1,7 @@
 #include "controls/KorLayoutStore.h"
 
+#include "base/EditorSession.h"
+
 #include <unordered_map>
 
 namespace {
@@ -11,8 +13,7 @@ struct Backend {
 };
 
 Backend& backend() {
-    static Backend instance;
-    return instance;
+    return EditorSession::currentPart<Backend>();
 }
 
 } // namespace

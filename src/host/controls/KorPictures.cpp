@@ -1,5 +1,6 @@
 #include "controls/KorPictures.h"
 
+#include "base/EditorSession.h"
 #include "controls/KorQt.h"
 
 #include <QFile>
@@ -18,8 +19,7 @@ struct Shelf {
 };
 
 Shelf& shelf() {
-    static Shelf instance;
-    return instance;
+    return EditorSession::currentPart<Shelf>();
 }
 
 /// The full file name of a picture, or an empty text (and a report, the first time) when there is none.

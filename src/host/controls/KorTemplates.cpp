@@ -1,14 +1,19 @@
 #include "controls/KorTemplates.h"
 
+#include "base/EditorSession.h"
+
 #include <QVariant>
 
 namespace {
 
 constexpr char kTemplateProperty[] = "templateId";
 
+struct TemplateFactory {
+    KorTemplates::Factory make;
+};
+
 KorTemplates::Factory& factory() {
-    static KorTemplates::Factory instance;
-    return instance;
+    return EditorSession::currentPart<TemplateFactory>().make;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "services/AddInManager.h"
 
+#include "base/EditorSession.h"
 #include "services/KorHostReport.h"
 #include "services/KorTextFile.h"
 
@@ -17,8 +18,7 @@ constexpr int kNoDatabaseButJournal = 492;
 } // namespace
 
 AddInManager& AddInManager::getInstance() {
-    static AddInManager manager;
-    return manager;
+    return EditorSession::currentPart<AddInManager>();
 }
 
 void AddInManager::scan(const fs::path& dataFolder) {

@@ -35,6 +35,7 @@ private:
 /// The add-ins that are installed, in the order of their folders' names.
 class AddInManager {
 public:
+    /// That of the current session.
     static AddInManager& getInstance();
 
     /// Looks for add-ins in the folder `addins` of a data folder. An add-in without its `addin.ini` or its

@@ -1,5 +1,6 @@
 #include "services/CKorHelp.h"
 
+#include "base/EditorSession.h"
 #include "services/KorHostReport.h"
 #include "services/KorResources.h"
 #include "services/Prompts.h"
@@ -11,11 +12,13 @@ namespace fs = std::filesystem;
 namespace {
 constexpr int kPageMissing = 8;
 
-CKorHelp::Viewer g_viewer;
+struct HelpViewer {
+    CKorHelp::Viewer show;
+};
 } // namespace
 
 void CKorHelp::setViewer(Viewer viewer) {
-    g_viewer = std::move(viewer);
+    EditorSession::currentPart<HelpViewer>().show = std::move(viewer);
 }
 
 fs::path CKorHelp::pageOf(const KorString& topic) {
@@ -34,7 +37,7 @@ bool CKorHelp::showTopic(const KorString& topic) {
         KorHostReport::add(kPageMissing, topic, (KorResources::folder() / "help").string());
         return false;
     }
-    if (g_viewer)
-        g_viewer(page);
+    if (const Viewer& show = EditorSession::currentPart<HelpViewer>().show)
+        show(page);
     return true;
 }

@@ -1,20 +1,27 @@
 #include "services/KorHostPost.h"
 
+#include "base/EditorSession.h"
+
 #include <utility>
 
 namespace KorHostPost {
 
 namespace {
-Post g_post;
-}
 
-void setPost(Post newPost) {
-    g_post = std::move(newPost);
+struct PostedCalls {
+    Post run;
+};
+
+} // namespace
+
+void setPost(Post post) {
+    EditorSession::currentPart<PostedCalls>().run = std::move(post);
 }
 
 void post(std::function<void()> call) {
-    if (g_post)
-        g_post(std::move(call));
+    EditorSession& session = EditorSession::current();
+    if (const Post& run = session.part<PostedCalls>().run)
+        run(session.forLater(std::move(call)));
     else
         call();
 }

@@ -1,5 +1,6 @@
 #include "services/KorHostReport.h"
 
+#include "base/EditorSession.h"
 #include "services/Prompts.h"
 
 #include <algorithm>
@@ -15,11 +16,14 @@ struct Entry {
     bool operator==(const Entry&) const = default;
 };
 
-std::vector<Entry> g_entries;
+struct WaitingReport {
+    std::vector<Entry> entries;
+};
 
 void addOnce(Entry entry) {
-    if (std::ranges::find(g_entries, entry) == g_entries.end())
-        g_entries.push_back(std::move(entry));
+    std::vector<Entry>& entries = EditorSession::currentPart<WaitingReport>().entries;
+    if (std::ranges::find(entries, entry) == entries.end())
+        entries.push_back(std::move(entry));
 }
 
 KorString sentenceOf(const Entry& entry) {
@@ -47,7 +51,7 @@ void KorHostReport::add(int number, const KorString& first, const KorString& sec
 std::vector<KorString> KorHostReport::take() {
     Prompts::language(); // reading the texts can report too
     std::vector<KorString> sentences;
-    for (const Entry& entry : std::exchange(g_entries, {}))
+    for (const Entry& entry : std::exchange(EditorSession::currentPart<WaitingReport>().entries, {}))
         sentences.push_back(sentenceOf(entry));
     return sentences;
 }

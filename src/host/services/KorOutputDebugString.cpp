@@ -1,20 +1,24 @@
 #include "services/KorOutputDebugString.h"
 
+#include "base/EditorSession.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
 
 namespace {
-std::function<void(const KorString&)> g_sink;
-}
+struct DebugOutput {
+    std::function<void(const KorString&)> sink;
+};
+} // namespace
 
 void KorOutputDebugString(const KorString& text) {
-    if (g_sink)
-        g_sink(text);
+    if (const auto& sink = EditorSession::currentPart<DebugOutput>().sink)
+        sink(text);
     else if (std::getenv("DETAILSTYLES_DEBUG"))
         std::fputs(text.c_str(), stderr);
 }
 
 void setDebugOutputSink(std::function<void(const KorString&)> sink) {
-    g_sink = std::move(sink);
+    EditorSession::currentPart<DebugOutput>().sink = std::move(sink);
 }
