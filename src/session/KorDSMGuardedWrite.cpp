@@ -123,6 +123,15 @@ int KorDSMGuardedWrite::setAttributeValue(eTableType table, const KorOdbcKey& ke
                  [&] { return databases.setCell(table, key, field, value); });
 }
 
+int KorDSMGuardedWrite::changeParts(RowRef whole, const std::function<int()>& writeNow) {
+    const auto shared = [&] {
+        return KorDSMDialogFactory::getDSMDataStructure().getShowWarning()
+                   ? sharedWhole(StyleDatabases::current(), whole)
+                   : std::nullopt;
+    };
+    return write(canJudge(whole.table, KorOdbcKey(whole.key), 0), shared, writeNow);
+}
+
 int KorDSMGuardedWrite::storeCurrentRecord(eTableType table) {
     return writeRow(table, KorOdbcMan::getRecordKey(table), 0,
                     [table] { return KorOdbcMan::storeCurrentRecord(table, KorOdbcMan::kThisRow); });

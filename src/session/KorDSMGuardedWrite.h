@@ -34,6 +34,9 @@ public:
     /// The same for a value of the column's own type, as pages and the command line write it. A part changes
     /// the users of its whole, so the question is asked for the whole; and it is asked for appearances too.
     static int setAttributeValue(eTableType table, const KorOdbcKey& key, int field, const CellValue& value);
+    /// Changes the parts of a row by `writeNow`, which returns a write result, after the question where the
+    /// row is shared.
+    static int changeParts(RowRef whole, const std::function<int()>& writeNow);
     /// Stores the layer's current record of the table.
     static int storeCurrentRecord(eTableType table);
 

@@ -44,6 +44,11 @@ bool reachesChildren(const KorDSMRowChange& change) {
     });
 }
 
+// Whether the row stands at another place among the parts of its whole.
+bool changedPlace(const KorDSMRowChange& change) {
+    return std::ranges::any_of(change.columns, [](const Column* column) { return column->name == "order"; });
+}
+
 const StructRecord* rowOf(RowRef row) {
     return StyleDatabases::current().here()->table(row.table).find(KorOdbcKey(row.key));
 }
@@ -133,7 +138,7 @@ void KorDSMItemUpdate::followMaster(const KorDSMRowChange& change) {
 void KorDSMItemUpdate::followPart(const KorDSMRowChange& change) {
     const bool changed = change.kind == KorDSMRowChange::eKind::kChanged;
     const StructRecord* part = changed ? rowOf(change.row) : change.record.get();
-    if (!part || (changed && !itemsOf(change.source, change.row).empty()))
+    if (!part || (changed && !changedPlace(change) && !itemsOf(change.source, change.row).empty()))
         return;
     for (const Column& column : findTable(change.row.table)->columns)
         if (column.isReference() && column.role == eReferenceRole::kPartOf)

@@ -12,10 +12,6 @@
 #include <map>
 #include <span>
 
-bool KorDSMRowChange::changedColumn(int number) const {
-    return std::ranges::any_of(columns, [number](const Column* column) { return column->number == number; });
-}
-
 namespace KorDSMUndo {
 
 namespace {
@@ -108,10 +104,11 @@ KorString menuText(int prompt, int promptWithoutStep, const std::vector<KorStrin
 }
 
 // What was done to the rows, when all steps of the group have been applied.
-std::vector<KorDSMRowChange> changesOf(const std::vector<PendingStep>& steps) {
+std::vector<KorDSMRowChange> changesOf(const std::vector<const PendingStep*>& steps) {
     std::vector<KorDSMRowChange> changes;
     std::map<std::pair<SourceId, RowRef>, std::size_t> places;
-    for (const PendingStep& step : steps) {
+    for (const PendingStep* each : steps) {
+        const PendingStep& step = *each;
         const RowRef row{step.table, step.key};
         const auto [place, isNew] = places.try_emplace({step.source, row}, changes.size());
         if (isNew)
@@ -136,7 +133,10 @@ std::vector<KorDSMRowChange> applied(const std::vector<PendingStep>& steps) {
     DsmSetModified message;
     message.modified = canUndo();
     KorDSMMainWindow::sendMessage(message);
-    return changesOf(steps);
+    std::vector<const PendingStep*> pointers;
+    for (const PendingStep& step : steps)
+        pointers.push_back(&step);
+    return changesOf(pointers);
 }
 
 } // namespace
@@ -167,6 +167,12 @@ std::vector<KorString> redoSteps(std::size_t most) {
 
 std::vector<KorString> stepsOf(const PendingLog& log, std::size_t most) {
     return describe(log, log.undoable(most));
+}
+
+std::vector<KorDSMRowChange> changesSince(std::size_t before) {
+    std::vector<const PendingStep*> steps = pending().steps();
+    steps.erase(steps.begin(), steps.begin() + static_cast<std::ptrdiff_t>(std::min(before, steps.size())));
+    return changesOf(steps);
 }
 
 std::vector<KorDSMRowChange> undo() {

@@ -1,26 +1,11 @@
 #pragma once
 
 #include "model/KorDSMDataStructure.h"
-#include "records/RowRef.h"
-#include "records/TableSchema.h"
+#include "model/KorDSMRowChange.h"
 
-#include <memory>
 #include <vector>
 
 class PendingLog;
-
-/// What one step of undo or redo did to one row.
-struct KorDSMRowChange {
-    enum class eKind { kChanged, kAppended, kDeleted };
-
-    SourceId source;
-    RowRef row;
-    eKind kind = eKind::kChanged;
-    std::vector<const Column*> columns;         ///< of a changed row: those that have another value now
-    std::shared_ptr<const StructRecord> record; ///< of an appended or deleted row: as it came or went
-
-    bool changedColumn(int number) const;
-};
 
 /// Takes pending writes back and brings them again, in all sources, until they are kept. A step is what one
 /// command or one edit wrote.
@@ -39,6 +24,9 @@ std::vector<KorString> undoSteps(std::size_t most);
 std::vector<KorString> redoSteps(std::size_t most);
 /// The same for what stands in another log of the open sources.
 std::vector<KorString> stepsOf(const PendingLog& log, std::size_t most);
+
+/// What was done to the rows by the steps that stand since there were `before` of them, each row once.
+std::vector<KorDSMRowChange> changesSince(std::size_t before);
 
 /// Take back, or bring again, one step. They return the rows that are different now, each once, in the order
 /// in which the step reached them; none when there is no step. The main dialog is told whether changes are

@@ -15,6 +15,9 @@ public:
     PendingGroup(const PendingGroup&) = delete;
     PendingGroup& operator=(const PendingGroup&) = delete;
 
+    /// How many steps stood before it.
+    std::size_t begin() const { return m_before; }
+
     /// Ends the group before its time.
     void close() {
         if (std::exchange(m_open, false))

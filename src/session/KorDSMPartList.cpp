@@ -1,0 +1,217 @@
+#include "session/KorDSMPartList.h"
+
+#include "operations/KorDSNManager.h"
+#include "services/Prompts.h"
+#include "session/ItemCommandParts.h"
+#include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMUndo.h"
+#include "session/KorDSMValueText.h"
+#include "session/PendingGroup.h"
+
+#include <algorithm>
+
+namespace {
+
+// Captions of the steps, for one row and for several.
+constexpr int kAdding = 560;
+constexpr int kRemoving = 561;
+constexpr int kRemovingMany = 562;
+constexpr int kDuplicating = 563;
+constexpr int kDuplicatingMany = 564;
+constexpr int kMoving = 565;
+constexpr int kMovingMany = 566;
+constexpr int kChanging = 567;
+constexpr int kChangingMany = 568;
+
+bool contains(const KorDSMPartList::Keys& keys, std::int32_t key) {
+    return std::ranges::find(keys, key) != keys.end();
+}
+
+const Column* ownerColumn(const TableSchema& parts, eTableType whole) {
+    const auto owner = std::ranges::find_if(parts.columns, [whole](const Column& column) {
+        return column.isReference() && column.role == eReferenceRole::kPartOf && column.target == whole;
+    });
+    return owner == parts.columns.end() ? nullptr : &*owner;
+}
+
+} // namespace
+
+KorDSMPartList::KorDSMPartList(SourceId source, RowRef whole, eTableType parts)
+    : m_source(source), m_whole(whole), m_table(*findTable(parts)),
+      m_owner(ownerColumn(m_table, whole.table)), m_order(m_table.column(std::string_view("order"))) {}
+
+// Where a view is listed is chosen on a page of its own.
+std::vector<eTableType> KorDSMPartList::listedParts(eTableType whole) {
+    std::vector<eTableType> parts;
+    for (const TableSchema& table : allTables())
+        if (table.type != kTableViewRequestCategory && ownerColumn(table, whole))
+            parts.push_back(table.type);
+    return parts;
+}
+
+std::vector<const Column*> KorDSMPartList::cells() const {
+    std::vector<const Column*> cells;
+    for (const Column& column : m_table.columns)
+        if (column.number != 1 && &column != m_owner && &column != m_order)
+            cells.push_back(&column);
+    return cells;
+}
+
+const StructRecord* KorDSMPartList::row(std::int32_t key) const {
+    StyleSource* source = StyleDatabases::current().source(m_source);
+    return source ? source->table(m_table.type).find(KorOdbcKey(key)) : nullptr;
+}
+
+KorDSMPartList::Keys KorDSMPartList::keys() const {
+    StyleSource* source = StyleDatabases::current().source(m_source);
+    Keys keys;
+    if (!source)
+        return keys;
+    for (const Referrer& part : source->referrersOf(m_whole.table, KorOdbcKey(m_whole.key)))
+        if (part.column == m_owner)
+            keys.push_back(part.key);
+    std::ranges::sort(keys, {}, [this](std::int32_t key) {
+        return std::pair(m_order ? m_order->integerIn(row(key)) : 0, key);
+    });
+    return keys;
+}
+
+template <typename Write>
+KorDSMPartList::Outcome KorDSMPartList::change(const KorString& caption, Write write) {
+    Outcome outcome;
+    const KorDSNRequest request(m_source.dsn, m_source.index);
+    outcome.refusal = KorDSMItemCommands::whyNotWritable(m_source);
+    if (!outcome.refusal.isEmpty())
+        return outcome;
+    PendingGroup group(caption);
+    const auto writeAll = [&] { return write(outcome) ? WriteResult::kWritten : WriteResult::kFailed; };
+    if (KorDSMGuardedWrite::changeParts(m_whole, writeAll) != KorDSMGuardedWrite::kWrite) {
+        group.takeBack();
+        return {};
+    }
+    outcome.done = true;
+    outcome.changes = KorDSMUndo::changesSince(group.begin());
+    return outcome;
+}
+
+KorString KorDSMPartList::caption(int one, int many, std::size_t count) const {
+    StyleSource* source = StyleDatabases::current().source(m_source);
+    const StructRecord* whole = source ? source->table(m_whole.table).find(KorOdbcKey(m_whole.key)) : nullptr;
+    const KorString name = KorDSMValueText::shortName(whole ? whole->name : KorString());
+    return count == 1 ? KorString::format(Prompts::dsm(one), {name})
+                      : KorString::format(Prompts::dsm(many),
+                                          {KorString::number(static_cast<std::int64_t>(count)), name});
+}
+
+// Only rows whose number changes are written.
+bool KorDSMPartList::number(const Keys& rows) {
+    if (!m_order)
+        return true;
+    std::int32_t order = 0;
+    return std::ranges::all_of(rows, [&](std::int32_t key) {
+        ++order;
+        return m_order->integerIn(row(key)) == order ||
+               StyleDatabases::current().setCell(m_table.type, KorOdbcKey(key), m_order->number,
+                                                 std::int64_t{order}) == WriteResult::kWritten;
+    });
+}
+
+KorDSMPartList::Keys KorDSMPartList::without(const Keys& rows) const {
+    Keys rest = keys();
+    std::erase_if(rest, [&rows](std::int32_t key) { return contains(rows, key); });
+    return rest;
+}
+
+bool KorDSMPartList::append(StructRecord& record) {
+    return StyleDatabases::current().append(m_table.type, record) == WriteResult::kWritten;
+}
+
+KorDSMPartList::Outcome KorDSMPartList::add(std::int32_t after) {
+    return change(caption(kAdding, kAdding, 1), [&](Outcome& outcome) {
+        Keys order = keys();
+        const auto place = std::ranges::find(order, after);
+        StyleTable& table = StyleDatabases::current().source(m_source)->table(m_table.type);
+        const std::shared_ptr<StructRecord> record = table.rows().copyOf(nullptr);
+        record->name = KorDSMValueText::tableCaption(m_table);
+        m_owner->integerIn(record.get()) = m_whole.key;
+        if (!append(*record))
+            return false;
+        outcome.selected = {record->key};
+        order.insert(place == order.end() ? place : place + 1, record->key);
+        return number(order);
+    });
+}
+
+KorDSMPartList::Outcome KorDSMPartList::remove(const Keys& rows) {
+    const Keys before = keys();
+    const auto first = std::ranges::find_if(before, [&](std::int32_t key) { return contains(rows, key); });
+    return change(caption(kRemoving, kRemovingMany, rows.size()), [&](Outcome& outcome) {
+        for (const std::int32_t key : rows)
+            if (StyleDatabases::current().remove(m_table.type, KorOdbcKey(key)) != WriteResult::kWritten)
+                return false;
+        const Keys rest = keys();
+        const auto place = std::min<std::size_t>(static_cast<std::size_t>(first - before.begin()),
+                                                 rest.empty() ? 0 : rest.size() - 1);
+        if (!rest.empty())
+            outcome.selected = {rest[place]};
+        return number(rest);
+    });
+}
+
+KorDSMPartList::Outcome KorDSMPartList::duplicate(const Keys& rows) {
+    return change(caption(kDuplicating, kDuplicatingMany, rows.size()), [&](Outcome& outcome) {
+        Keys order = keys();
+        StyleTable& table = StyleDatabases::current().source(m_source)->table(m_table.type);
+        auto last = order.end();
+        for (auto it = order.begin(); it != order.end(); ++it) {
+            if (!contains(rows, *it))
+                continue;
+            last = it + 1;
+            const std::shared_ptr<StructRecord> copy = table.rows().copyOf(row(*it));
+            if (!append(*copy))
+                return false;
+            outcome.selected.push_back(copy->key);
+        }
+        order.insert(last, outcome.selected.begin(), outcome.selected.end());
+        return number(order);
+    });
+}
+
+KorDSMPartList::Outcome KorDSMPartList::moveTo(const Keys& rows, int place) {
+    const Keys before = keys();
+    Keys moved;
+    std::ranges::copy_if(before, std::back_inserter(moved),
+                         [&](std::int32_t key) { return contains(rows, key); });
+    // Those above the place that move along leave it.
+    const auto end = before.begin() + std::clamp(place, 0, static_cast<int>(before.size()));
+    const auto above =
+        std::count_if(before.begin(), end, [&](std::int32_t key) { return !contains(rows, key); });
+    Keys order = without(rows);
+    order.insert(order.begin() + above, moved.begin(), moved.end());
+    if (!m_order || order == before)
+        return {.done = false, .refusal = {}, .selected = moved, .changes = {}};
+    return change(caption(kMoving, kMovingMany, moved.size()), [&](Outcome& outcome) {
+        outcome.selected = moved;
+        return number(order);
+    });
+}
+
+KorDSMPartList::Outcome KorDSMPartList::moveBy(const Keys& rows, int step) {
+    const Keys before = keys();
+    const auto isMoved = [&](std::int32_t key) { return contains(rows, key); };
+    const auto first = static_cast<int>(std::ranges::find_if(before, isMoved) - before.begin());
+    const auto last = static_cast<int>(std::find_if(before.rbegin(), before.rend(), isMoved).base() -
+                                       before.begin()); // one behind
+    return moveTo(rows, step < 0 ? std::max(first + step, 0) : last + step);
+}
+
+KorDSMPartList::Outcome KorDSMPartList::set(const Keys& rows, const Column& column, const CellValue& value) {
+    return change(caption(kChanging, kChangingMany, rows.size()), [&](Outcome& outcome) {
+        outcome.selected = rows;
+        return std::ranges::all_of(rows, [&](std::int32_t key) {
+            return column.read(row(key)) == value ||
+                   StyleDatabases::current().setCell(m_table.type, KorOdbcKey(key), column.number, value) ==
+                       WriteResult::kWritten;
+        });
+    });
+}
