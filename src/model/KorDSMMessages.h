@@ -2,6 +2,7 @@
 
 #include "base/KorString.h"
 #include "model/KorDSMDefines.h"
+#include "model/KorDSMRowChange.h"
 #include "model/items/KorDSMTreeItemData.h"
 
 #include <cstdint>
@@ -67,6 +68,15 @@ struct DsmProgress : KorNumberedMessage<WM_USER + 11> {
     int percent = 0;
     int range = 100;
     KorString text;
+};
+/// A page changed which rows there are, or their places: trees and lists are to show them.
+struct DsmRowsChanged : KorNumberedMessage<WM_USER + 25> {
+    std::vector<KorDSMRowChange> changes;
+};
+/// A page wants the record to be shown; nothing happens where no entry stands for it.
+struct DsmGoToRecord : KorNumberedMessage<WM_USER + 26> {
+    SourceId source;
+    RowRef row;
 };
 /// A write succeeded: changes are pending.
 struct DsmDataChanged : KorNumberedMessage<WM_USER + 13> {};

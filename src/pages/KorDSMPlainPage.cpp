@@ -8,19 +8,17 @@
 #include "model/KorDSMDependencies.h"
 #include "operations/CurrentRows.h"
 #include "pages/LabelField.h"
+#include "pages/PartListEditor.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
 #include <QGroupBox>
-#include <QHeaderView>
 #include <QLabel>
-#include <QTableWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <map>
 
 namespace {
 
@@ -82,6 +80,7 @@ void KorDSMPlainPage::build() {
     delete m_body;
     m_own = nullptr;
     m_labels.clear();
+    m_parts.clear();
     m_captions.clear();
     m_values.clear();
     m_table = &shownTable();
@@ -103,10 +102,8 @@ void KorDSMPlainPage::build() {
     m_record->setLayout(m_form);
     lines->addWidget(m_record);
     addColumns();
-    m_parts = new QWidget;
-    lines->addWidget(m_parts);
-    auto* parts = new QVBoxLayout(m_parts);
-    parts->setContentsMargins(0, 0, 0, 0);
+    for (const eTableType parts : KorDSMPartList::listedParts(m_table->type))
+        lines->addWidget(m_parts.emplace_back(new PartListEditor(*this, parts)));
     lines->addStretch(1);
     m_body->show();
     requestInit();
@@ -221,6 +218,8 @@ void KorDSMPlainPage::enableControls() {
     KorDSMPage::enableControls();
     for (LabelField* label : m_labels)
         label->enable();
+    for (PartListEditor* list : m_parts)
+        list->enable();
 }
 
 void KorDSMPlainPage::storePendingChanges(bool discard) {
@@ -252,7 +251,8 @@ bool KorDSMPlainPage::loadData() {
         m_own->load();
     const StructRecord* record = shownRecord();
     m_record->setVisible(record);
-    m_parts->setVisible(record);
+    for (PartListEditor* list : m_parts)
+        list->setVisible(record);
     if (!record)
         return false;
     for (const Caption& value : m_values) {
@@ -262,7 +262,8 @@ bool KorDSMPlainPage::loadData() {
     m_fields->load();
     for (LabelField* label : m_labels)
         label->load();
-    showParts(*record);
+    for (PartListEditor* list : m_parts)
+        list->load({shownTable().type, record->key});
     return true;
 }
 
@@ -273,73 +274,4 @@ void KorDSMPlainPage::onWritten(int column) {
         return;
     for (KorDSMDatabaseItem* owner : item()->itemsOfRecord())
         owner->dropDependents();
-}
-
-namespace {
-
-constexpr int kMostRowsShown = 14;
-
-// The columns of a part worth showing: not its own name, nor the reference to its whole.
-std::vector<const Column*> partColumns(const TableSchema& table) {
-    std::vector<const Column*> columns;
-    for (const Column& column : table.columns)
-        if (column.number != 1 && !(column.isReference() && column.role == eReferenceRole::kPartOf))
-            columns.push_back(&column);
-    return columns;
-}
-
-// Parts that carry an order stand by it, the others as they were appended.
-std::vector<Referrer> partsInOrder(eTableType whole, KorOdbcKey key) {
-    std::vector<Referrer> parts = CurrentRows::partsOf(whole, key);
-    std::ranges::stable_sort(parts, {}, [](const Referrer& part) {
-        const auto order = std::ranges::find(part.table->columns, "order", &Column::name);
-        const StructRecord* row = CurrentRows::find(part.table->type, KorOdbcKey(part.key));
-        return row && order != part.table->columns.end() ? order->integerIn(row) : 0;
-    });
-    return parts;
-}
-
-} // namespace
-
-QTableWidget* KorDSMPlainPage::addGrid(const TableSchema& table, const std::vector<const Column*>& columns) {
-    auto* caption = new QLabel(toQt(KorDSMValueText::tableCaption(table)));
-    caption->setContentsMargins(0, 12, 0, 2);
-    auto* grid = new QTableWidget(0, static_cast<int>(columns.size()));
-    QStringList titles;
-    for (const Column* column : columns)
-        titles << toQt(KorDSMValueText::columnCaption(table, *column));
-    grid->setHorizontalHeaderLabels(titles);
-    grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    grid->verticalHeader()->hide();
-    grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    grid->setSelectionBehavior(QAbstractItemView::SelectRows);
-    grid->setTabKeyNavigation(false);
-    grid->setAccessibleName(caption->text());
-    m_parts->layout()->addWidget(caption);
-    m_parts->layout()->addWidget(grid);
-    return grid;
-}
-
-void KorDSMPlainPage::showParts(const StructRecord& record) {
-    qDeleteAll(m_parts->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
-    std::map<const TableSchema*, QTableWidget*> grids;
-    for (const Referrer& part : partsInOrder(shownTable().type, KorOdbcKey(record.key))) {
-        const std::vector<const Column*> columns = partColumns(*part.table);
-        QTableWidget*& grid = grids[part.table];
-        if (!grid)
-            grid = addGrid(*part.table, columns);
-        const StructRecord* row = CurrentRows::find(part.table->type, KorOdbcKey(part.key));
-        const int place = grid->rowCount();
-        grid->insertRow(place);
-        for (std::size_t i = 0; i < columns.size(); ++i)
-            grid->setItem(
-                place, static_cast<int>(i),
-                new QTableWidgetItem(toQt(KorDSMValueText::toText(*part.table, *columns[i], *row))));
-    }
-    for (const auto& [table, grid] : grids) {
-        const int rows =
-            std::min(grid->rowCount(), kMostRowsShown) * grid->verticalHeader()->defaultSectionSize();
-        grid->setFixedHeight(grid->horizontalHeader()->sizeHint().height() + rows + 2 * grid->frameWidth() +
-                             2);
-    }
 }

@@ -4,9 +4,9 @@
 #include "pages/PageFields.h"
 
 class LabelField;
+class PartListEditor;
 class QFormLayout;
 class QLabel;
-class QTableWidget;
 
 /// What a plain page shows. Data only: a page that gets controls of its own takes the row's place.
 struct PlainPageDescription {
@@ -21,7 +21,7 @@ struct PlainPageDescription {
 };
 
 /// A page made from the declaration of a table: a field for each column of the record, with captions,
-/// references by name, values by their names; below them the record's parts, for reading. Where the record is
+/// references by name, values by their names; below them the record's parts as lists. Where the record is
 /// filed is shown only: that is changed in the tree.
 class KorDSMPlainPage : public KorDSMPage {
     Q_OBJECT
@@ -67,8 +67,6 @@ private:
     void addField(const TableSchema& table, const Column& column, int control);
     PageFields* makeFields(std::vector<PageField> fields, bool ofItem);
     void onWritten(int column);
-    QTableWidget* addGrid(const TableSchema& table, const std::vector<const Column*>& columns);
-    void showParts(const StructRecord& record);
 
     PlainPageDescription m_description;
     const TableSchema* m_table = nullptr; // for which the fields were made
@@ -80,5 +78,5 @@ private:
     std::vector<Caption> m_captions; // of the fields
     std::vector<Caption> m_values;   // of what is only shown: the label takes the value
     std::vector<LabelField*> m_labels;
-    QWidget* m_parts = nullptr;
+    std::vector<PartListEditor*> m_parts;
 };

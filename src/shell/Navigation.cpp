@@ -1,6 +1,7 @@
 #include "shell/Navigation.h"
 
 #include "controls/KorButtonGroup.h"
+#include "session/KorDSMItemContent.h"
 #include "session/KorDSMItemPath.h"
 #include "shell/StripButton.h"
 #include "shell/WhenFree.h"
@@ -119,6 +120,23 @@ void Navigation::goToItem(KorDSMDatabaseItem& item) {
     for (KorDSMDatabaseItem* step = &item; step; step = step->m_pParent)
         if (KorTreeHandle entry = m_sections.currentTree().reveal(*step))
             return selectEntry(entry);
+}
+
+void Navigation::goToRecord(SourceId source, RowRef row) {
+    KorDSMDatabaseItem* found = nullptr;
+    {
+        const KorDSMBusy busy;
+        if (KorDSMDatabaseItem* shown = m_selection.item()) {
+            KorDSMItemContent::loadChildren(*shown);
+            for (KorDSMDatabaseItem* child : shown->children())
+                if (child->record() && child->tableType() == row.table && child->recordKey() == row.key)
+                    found = child;
+        }
+        if (!found)
+            found = KorDSMWhereUsed::findItem(m_structure, source, row);
+    }
+    if (found)
+        goToItem(*found);
 }
 
 void Navigation::returnToItem(KorDSMDatabaseItem& item) {

@@ -2,28 +2,48 @@
 
 #include "controls/KorComboBox.h"
 #include "controls/KorMFCGridCtrl.h"
+#include "controls/KorQt.h"
+#include "controls/VELComboTree.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+
+void KorGridDelegate::setTree(int column, std::function<void(VELComboTree&)> fill) {
+    m_trees[column] = std::move(fill);
+}
+
+void KorGridDelegate::endEditing(QWidget* editor) {
+    Q_EMIT commitData(editor);
+    Q_EMIT closeEditor(editor);
+}
+
+QWidget* KorGridDelegate::createTree(QWidget* parent, const std::function<void(VELComboTree&)>& fill) const {
+    auto* combo = new VELComboTree(parent);
+    fill(*combo);
+    auto* self = const_cast<KorGridDelegate*>(this);
+    connect(combo, &VELComboTree::entrySelected, self, [self, combo] { self->endEditing(combo); });
+    return combo;
+}
 
 QWidget* KorGridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                        const QModelIndex& index) const {
     const QVariant choices = index.data(kChoicesRole);
     if (!choices.isValid())
         return QStyledItemDelegate::createEditor(parent, option, index);
+    if (const auto tree = m_trees.find(index.column()); tree != m_trees.end())
+        return createTree(parent, tree->second);
     auto* combo = new KorComboBox(parent);
     combo->addItems(choices.toStringList());
     auto* self = const_cast<KorGridDelegate*>(this);
-    connect(combo, &QComboBox::activated, self, [self, combo] {
-        Q_EMIT self->commitData(combo);
-        Q_EMIT self->closeEditor(combo);
-    });
+    connect(combo, &QComboBox::activated, self, [self, combo] { self->endEditing(combo); });
     return combo;
 }
 
 void KorGridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
-    if (auto* combo = qobject_cast<KorComboBox*>(editor))
+    if (auto* tree = qobject_cast<VELComboTree*>(editor))
+        tree->selectName(fromQt(index.data().toString()));
+    else if (auto* combo = qobject_cast<KorComboBox*>(editor))
         combo->setCurrentIndex(combo->findText(index.data().toString()));
     else
         QStyledItemDelegate::setEditorData(editor, index);
@@ -32,7 +52,10 @@ void KorGridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) c
 void KorGridDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
                                    const QModelIndex& index) const {
     const auto* combo = qobject_cast<KorComboBox*>(editor);
-    if (!combo)
+    if (const auto* tree = qobject_cast<VELComboTree*>(editor)) {
+        if (tree->selectedEntry())
+            model->setData(index, toQt(tree->getEntryText(tree->selectedEntry())), Qt::EditRole);
+    } else if (!combo)
         QStyledItemDelegate::setModelData(editor, model, index);
     else if (combo->currentIndex() >= 0)
         model->setData(index, combo->currentText(), Qt::EditRole);

@@ -2,6 +2,11 @@
 
 #include <QStyledItemDelegate>
 
+#include <functional>
+#include <map>
+
+class VELComboTree;
+
 /// Edits and paints the cells of a KorMFCGridCtrl.
 class KorGridDelegate : public QStyledItemDelegate {
     Q_OBJECT
@@ -14,6 +19,9 @@ public:
     static constexpr int kRadioRole = Qt::UserRole + 3;
 
     using QStyledItemDelegate::QStyledItemDelegate;
+
+    /// The cells of the column choose from the tree that `fill` makes.
+    void setTree(int column, std::function<void(VELComboTree& combo)> fill);
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;
@@ -28,5 +36,9 @@ protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 
 private:
+    void endEditing(QWidget* editor);
+    QWidget* createTree(QWidget* parent, const std::function<void(VELComboTree&)>& fill) const;
     void paintRadio(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
+
+    std::map<int, std::function<void(VELComboTree&)>> m_trees;
 };

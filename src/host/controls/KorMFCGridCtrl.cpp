@@ -5,8 +5,10 @@
 #include "controls/KorGridDelegate.h"
 #include "controls/KorQt.h"
 
+#include <QDropEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScopedValueRollback>
 
 #include <algorithm>
@@ -96,6 +98,11 @@ void KorMFCGridCtrl::setCellChoices(int row, int column, const std::vector<KorSt
         item->setData(KorGridDelegate::kChoicesRole, toQtList(choices));
 }
 
+void KorMFCGridCtrl::setColumnTree(int column, std::function<void(VELComboTree&)> fill) {
+    static_cast<KorGridDelegate*>(itemDelegate())->setTree(column, std::move(fill));
+    setColumnChoices(column, {});
+}
+
 void KorMFCGridCtrl::setColumnWidths(const std::vector<int>& percentages) {
     m_percentages = percentages;
     applyColumnWidths();
@@ -171,6 +178,67 @@ void KorMFCGridCtrl::selectRow(int row) {
         setCurrentCell(row, 0);
     else
         clearSelection();
+}
+
+void KorMFCGridCtrl::setSelectsSeveral(bool on) {
+    setSelectionMode(on ? ExtendedSelection : SingleSelection);
+}
+
+std::vector<int> KorMFCGridCtrl::selectedRows() const {
+    std::vector<int> rows;
+    for (const QModelIndex& index : selectionModel()->selectedRows())
+        rows.push_back(index.row());
+    std::ranges::sort(rows);
+    return rows;
+}
+
+void KorMFCGridCtrl::selectRows(const std::vector<int>& rows) {
+    const QScopedValueRollback filling(m_filling, true);
+    clearSelection();
+    if (rows.empty())
+        return;
+    setCurrentCell(rows.front(), std::max(currentColumn(), 0));
+    for (const int row : rows)
+        selectionModel()->select(model()->index(row, 0),
+                                 QItemSelectionModel::Select | QItemSelectionModel::Rows);
+}
+
+void KorMFCGridCtrl::setOpensRows(bool on) {
+    m_opensRows = on;
+    setEditTriggers(on ? SelectedClicked | EditKeyPressed | AnyKeyPressed
+                       : DoubleClicked | SelectedClicked | EditKeyPressed | AnyKeyPressed);
+}
+
+void KorMFCGridCtrl::setRowsMovable(bool on) {
+    setDragEnabled(on);
+    setDragDropMode(on ? InternalMove : NoDragDrop);
+    setDragDropOverwriteMode(false); // the mark is a line between rows
+}
+
+void KorMFCGridCtrl::dropEvent(QDropEvent* event) {
+    const bool isOwn = event->source() == this && m_enabled;
+    const QModelIndex under = indexAt(event->position().toPoint());
+    const bool isBelow = under.isValid() && event->position().y() > visualRect(under).center().y();
+    // The rows are not the toolkit's to take away.
+    event->setDropAction(Qt::IgnoreAction);
+    event->accept();
+    setState(NoState);
+    viewport()->update();
+    if (isOwn)
+        Q_EMIT rowsDropped(under.isValid() ? under.row() + isBelow : rowCount());
+}
+
+void KorMFCGridCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
+    QTableWidget::mouseDoubleClickEvent(event);
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (m_opensRows && index.isValid() && event->button() == Qt::LeftButton)
+        Q_EMIT rowOpened(index.row(), index.column());
+}
+
+void KorMFCGridCtrl::editCell(int row, int column) {
+    setCurrentCell(row, column);
+    if (m_enabled)
+        QTableWidget::edit(currentIndex());
 }
 
 QTableWidgetItem* KorMFCGridCtrl::cell(int row, int column) const {
@@ -274,7 +342,11 @@ void KorMFCGridCtrl::keyPressEvent(QKeyEvent* event) {
         event->accept();
     } else if (enter && currentIndex().isValid() && !isChoice) {
         event->accept();             // Enter in a grid must not press the dialog's default button
-        if (state() != EditingState) // the Enter that ends editing comes by here, too
+        if (state() == EditingState) // the Enter that ends editing comes by here, too
+            return;
+        if (m_opensRows)
+            Q_EMIT rowOpened(currentRow(), currentColumn());
+        else
             QTableWidget::edit(currentIndex());
     } else if (event->key() == Qt::Key_Delete && m_enabled && selectedRow() >= 0) {
         event->accept();

@@ -4,7 +4,11 @@
 
 #include <QTableWidget>
 
+#include <functional>
+#include <map>
 #include <vector>
+
+class VELComboTree;
 
 /// A grid whose cells are edited in place. Enter, F2, a double click or typing edits a cell; Enter commits
 /// it, Escape restores it, Space turns a check. The Tab key leaves the grid, and so does Enter where the grid
@@ -32,6 +36,9 @@ public:
     /// The choices of a combo column, or of a single cell of it.
     void setColumnChoices(int column, const std::vector<KorString>& choices);
     void setCellChoices(int row, int column, const std::vector<KorString>& choices);
+    /// The choices of a combo column are those of a tree, which `fill` puts into the combo when a cell is
+    /// opened. A cell holds the last name of the path.
+    void setColumnTree(int column, std::function<void(VELComboTree& combo)> fill);
 
     /// Distributes the grid's width: one percentage per column, in order. A column that ends within 20
     /// pixels of the right edge takes exactly the rest. Applied again whenever the grid is resized, until
@@ -46,6 +53,20 @@ public:
     void* getRowData(int row) const;
     int selectedRow() const;
     void selectRow(int row);
+
+    /// Whether several rows can be selected at once. Off at first.
+    void setSelectsSeveral(bool on);
+    /// The selected rows from the top down.
+    std::vector<int> selectedRows() const;
+    /// Selects these rows, the first of which becomes the current one; announces nothing.
+    void selectRows(const std::vector<int>& rows);
+    /// Whether Enter and a double click open a row (`rowOpened`) instead of editing its cell. Off at first.
+    void setOpensRows(bool on);
+    /// Whether the selected rows can be dragged to another place among the rows, which a line shows. The grid
+    /// moves nothing itself (`rowsDropped`). Off at first.
+    void setRowsMovable(bool on);
+    /// Opens the editor of a cell.
+    void editCell(int row, int column);
 
     KorString getCellText(int row, int column) const;
     void setCellText(int row, int column, const KorString& text);
@@ -71,8 +92,13 @@ Q_SIGNALS:
     /// Delete pressed on a row of a grid that can be changed. The grid deletes nothing itself.
     void deletePressed(int row);
     void rowSelected(int row);
+    void rowOpened(int row, int column);
+    /// The selected rows were dropped before the row at `place`, or behind the last one.
+    void rowsDropped(int place);
 
 protected:
+    void dropEvent(QDropEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
@@ -86,6 +112,7 @@ private:
 
     std::vector<EKind> m_kinds;
     std::vector<int> m_percentages;
+    bool m_opensRows = false;
     bool m_filling = false;
     bool m_sizing = false;
     bool m_enabled = true;

@@ -145,6 +145,14 @@ bool VELComboTree::selectPath(const KorString& path) {
     return m_selected || path.isEmpty();
 }
 
+bool VELComboTree::selectName(const KorString& name) {
+    KorTreeHandle entry = m_model->nextInOrder(nullptr);
+    while (entry && !(canChoose(entry) && entry->text == name))
+        entry = m_model->nextInOrder(entry);
+    setSelected(entry);
+    return entry != nullptr;
+}
+
 KorString VELComboTree::getSelectedPath() const {
     return getPath(m_selected);
 }

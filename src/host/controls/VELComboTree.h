@@ -52,6 +52,8 @@ public:
     /// Chooses an entry without announcing it; an empty path chooses none. Returns false, and chooses
     /// none, when there is no such path.
     bool selectPath(const KorString& path);
+    /// The same for the first entry of that name that can be chosen, wherever it stands.
+    bool selectName(const KorString& name);
     /// The path of the chosen entry, an empty text when there is none.
     KorString getSelectedPath() const;
     KorTreeHandle selectedEntry() const { return m_selected; }

@@ -1,0 +1,343 @@
+#include "pages/PartListEditor.h"
+
+#include "controls/KorButtonGroup.h"
+#include "controls/KorMFCGridCtrl.h"
+#include "controls/KorPictures.h"
+#include "controls/KorQt.h"
+#include "controls/VELComboTree.h"
+#include "model/KorDSMFamilies.h"
+#include "model/KorDSMMessages.h"
+#include "operations/CurrentRows.h"
+#include "pages/KorDSMPage.h"
+#include "pages/SelectionFills.h"
+#include "services/Prompts.h"
+#include "session/KorDSMValueText.h"
+
+#include <QBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QToolButton>
+
+#include <algorithm>
+#include <limits>
+#include <map>
+
+namespace {
+
+constexpr int kMostRowsShown = 14;
+constexpr int kLeastRowsShown = 4;
+constexpr int kGoTo = 583; // "Go to "%s""
+constexpr int kAll = std::numeric_limits<int>::max() / 2;
+
+// Tables whose rows are chosen from a tree of their groups.
+const std::map<eTableType, SelectionFills::eFill>& trees() {
+    static const std::map<eTableType, SelectionFills::eFill> trees = {
+        {kTableQualifierSet, SelectionFills::kQualifierSets},
+        {kTableAnnotationStrategy, SelectionFills::kAnnotationStrategies},
+        {kTableDimRequest, SelectionFills::kDimRequests},
+    };
+    return trees;
+}
+
+// What the head of a list says of its order; 0: nothing.
+int headPrompt(eTableType parts) {
+    constexpr int kFirstThatFits = 579;
+    return parts == kTableReprMapEntry ? kFirstThatFits : 0;
+}
+
+KorMFCGridCtrl::EKind kindOf(const Column& column) {
+    if (column.kind == eColumnKind::kFlag)
+        return KorMFCGridCtrl::eCheck;
+    if (column.isReference() || !column.valueNames.empty())
+        return KorMFCGridCtrl::eCombo;
+    return column.isText() ? KorMFCGridCtrl::eText : KorMFCGridCtrl::eNumber;
+}
+
+std::vector<KorString> choicesOf(const TableSchema& table, const Column& column) {
+    if (!column.isReference())
+        return KorDSMValueText::valueNames(table, column);
+    std::vector<KorString> names = {KorDSMValueText::nothing()};
+    for (const StructRecord* target : CurrentRows::byName(column.target))
+        names.push_back(target->name);
+    return names;
+}
+
+} // namespace
+
+struct PartListEditor::Command {
+    int button;
+    int bitmap;
+    int prompt;
+    QKeySequence key;
+    bool needsRows;
+    bool needsOrder;
+    KorDSMPartList::Outcome (*act)(KorDSMPartList& list, const KorDSMPartList::Keys& rows);
+};
+
+const std::vector<PartListEditor::Command>& PartListEditor::commands() {
+    using List = KorDSMPartList;
+    static const std::vector<Command> commands = {
+        {1, 1701, 571, Qt::Key_Insert, false, false,
+         [](List& list, const List::Keys& rows) { return list.add(rows.empty() ? 0 : rows.back()); }},
+        {2, 1702, 572, Qt::Key_Delete, true, false,
+         [](List& list, const List::Keys& rows) { return list.remove(rows); }},
+        {3, 1043, 573, Qt::CTRL | Qt::Key_D, true, false,
+         [](List& list, const List::Keys& rows) { return list.duplicate(rows); }},
+        {4, 1703, 574, Qt::ALT | Qt::Key_Up, true, true,
+         [](List& list, const List::Keys& rows) { return list.moveBy(rows, -1); }},
+        {5, 1704, 575, Qt::ALT | Qt::Key_Down, true, true,
+         [](List& list, const List::Keys& rows) { return list.moveBy(rows, 1); }},
+        {6, 0, 584, Qt::ALT | Qt::Key_Home, true, true,
+         [](List& list, const List::Keys& rows) { return list.moveTo(rows, 0); }},
+        {7, 0, 585, Qt::ALT | Qt::Key_End, true, true,
+         [](List& list, const List::Keys& rows) { return list.moveTo(rows, kAll); }},
+    };
+    return commands;
+}
+
+PartListEditor::PartListEditor(KorDSMPage& page, eTableType parts)
+    : m_page(page), m_parts(parts), m_grid(new KorMFCGridCtrl), m_buttons(new KorButtonGroup),
+      m_head(new QLabel) {
+    auto* lines = new QVBoxLayout(this);
+    lines->setContentsMargins(0, 12, 0, 0);
+    lines->setSpacing(2);
+    auto* line = new QHBoxLayout;
+    m_head->setWordWrap(true);
+    line->addWidget(m_head, 1);
+    line->addWidget(m_buttons);
+    lines->addLayout(line);
+    lines->addWidget(m_grid);
+    setUpCommands();
+    m_grid->setSelectsSeveral(true);
+    m_grid->setOpensRows(true);
+    m_grid->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_grid->installEventFilter(this);
+    connect(m_grid, &QWidget::customContextMenuRequested, this, &PartListEditor::showMenu);
+    connect(m_grid, &QTableWidget::itemSelectionChanged, this, &PartListEditor::updateCommands);
+    connect(m_grid, &KorMFCGridCtrl::cellEdited, this, &PartListEditor::onCellEdited);
+    connect(m_grid, &KorMFCGridCtrl::rowOpened, this, &PartListEditor::open);
+    connect(m_grid, &KorMFCGridCtrl::rowsDropped, this, [this](int place) {
+        if (m_list)
+            finish(m_list->moveTo(selected(), place));
+    });
+}
+
+void PartListEditor::setUpCommands() {
+    m_buttons->setIconSize({16, 16});
+    for (const Command& command : commands()) {
+        if (command.bitmap == 0)
+            continue;
+        const KorString text = Prompts::dsm(command.prompt);
+        m_buttons->addButton(command.button, text, KorPictures::bitmap(command.bitmap));
+        m_buttons->setButtonText(command.button, text, command.key);
+    }
+    connect(m_buttons, &KorButtonGroup::buttonPressed, this, [this](int id) {
+        for (const Command& command : commands())
+            if (command.button == id)
+                run(command);
+    });
+}
+
+std::vector<const Column*> PartListEditor::shownColumns() const {
+    std::vector<const Column*> columns = m_list->cells();
+    if (KorDSMFamilies::of(m_parts))
+        columns.insert(columns.begin(), m_list->table().column(1));
+    return columns;
+}
+
+void PartListEditor::setUpColumns() {
+    m_columns = shownColumns();
+    const TableSchema& table = m_list->table();
+    const QString caption = toQt(KorDSMValueText::tableCaption(table));
+    const int head = headPrompt(m_parts);
+    m_head->setText(head == 0 ? caption : QStringLiteral("%1. %2").arg(caption, toQt(Prompts::dsm(head))));
+    m_grid->setAccessibleName(caption);
+    for (const Column* column : m_columns) {
+        const int place =
+            m_grid->insertColumn(KorDSMValueText::captionWithUnit(table, *column), kindOf(*column));
+        const auto tree = trees().find(column->isReference() ? column->target : kNoTable);
+        if (tree != trees().end())
+            m_grid->setColumnTree(place, [fill = tree->second](VELComboTree& combo) {
+                SelectionFills::fill(fill, combo);
+                combo.addEntry(KorDSMValueText::nothing());
+            });
+    }
+    m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    m_grid->setRowsMovable(m_list->isOrdered());
+    if (m_list->isOrdered())
+        m_grid->verticalHeader()->show();
+}
+
+void PartListEditor::load(RowRef whole) {
+    const bool isOther = !m_list || m_list->whole() != whole;
+    m_list.emplace(CurrentRows::source(), whole, m_parts);
+    if (m_columns.empty())
+        setUpColumns();
+    if (isOther)
+        m_selected.clear();
+    for (std::size_t i = 0; i < m_columns.size(); ++i)
+        if (kindOf(*m_columns[i]) == KorMFCGridCtrl::eCombo &&
+            !trees().contains(m_columns[i]->isReference() ? m_columns[i]->target : kNoTable))
+            m_grid->setColumnChoices(static_cast<int>(i), choicesOf(m_list->table(), *m_columns[i]));
+    fill();
+}
+
+std::vector<KorString> PartListEditor::textsOf(const StructRecord& row) const {
+    std::vector<KorString> texts;
+    for (const Column* column : m_columns)
+        texts.push_back(column->kind == eColumnKind::kFlag
+                            ? KorString(column->integerIn(&row) != 0 ? "1" : "0")
+                            : KorDSMValueText::toText(m_list->table(), *column, row));
+    return texts;
+}
+
+void PartListEditor::fill() {
+    m_grid->deleteAllRows();
+    m_keys = m_list->keys();
+    for (const std::int32_t key : m_keys)
+        m_grid->addRow(textsOf(*m_list->row(key)));
+    const int rows = std::clamp(m_grid->rowCount(), kLeastRowsShown, kMostRowsShown);
+    m_grid->setFixedHeight(m_grid->horizontalHeader()->sizeHint().height() +
+                           rows * m_grid->verticalHeader()->defaultSectionSize() + 2 * m_grid->frameWidth() +
+                           2);
+    std::vector<int> places;
+    for (const std::int32_t key : m_selected)
+        if (const auto it = std::ranges::find(m_keys, key); it != m_keys.end())
+            places.push_back(static_cast<int>(it - m_keys.begin()));
+    m_grid->selectRows(places);
+    updateCommands();
+}
+
+KorDSMPartList::Keys PartListEditor::selected() const {
+    KorDSMPartList::Keys keys;
+    for (const int row : m_grid->selectedRows())
+        keys.push_back(m_keys[static_cast<std::size_t>(row)]);
+    return keys;
+}
+
+void PartListEditor::enable() {
+    m_grid->enableWindow(m_page.isEditable());
+    updateCommands();
+}
+
+bool PartListEditor::canDo(const Command& command) const {
+    return m_list && m_page.isEditable() && (!command.needsRows || !m_grid->selectedRows().empty()) &&
+           (!command.needsOrder || m_list->isOrdered());
+}
+
+void PartListEditor::updateCommands() {
+    for (const Command& command : commands())
+        if (m_buttons->button(command.button))
+            m_buttons->enableButton(command.button, canDo(command));
+}
+
+void PartListEditor::run(const Command& command) {
+    m_grid->commitEdit();
+    if (canDo(command))
+        finish(command.act(*m_list, selected()));
+}
+
+// The window follows with the trees, which loads the page anew.
+void PartListEditor::finish(KorDSMPartList::Outcome outcome) {
+    refuse(outcome.refusal);
+    if (outcome.done)
+        m_selected = outcome.selected;
+    fill();
+    if (outcome.changes.empty())
+        return;
+    DsmRowsChanged message;
+    message.changes = std::move(outcome.changes);
+    KorDSMMainWindow::sendMessage(message);
+    m_grid->setFocus();
+}
+
+void PartListEditor::refuse(const KorString& sentence) {
+    if (!sentence.isEmpty())
+        QMessageBox::information(window(), window()->windowTitle(), toQt(sentence));
+}
+
+void PartListEditor::showRow(int row) {
+    const std::vector<KorString> texts = textsOf(*m_list->row(m_keys[static_cast<std::size_t>(row)]));
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        if (m_columns[i]->kind == eColumnKind::kFlag)
+            m_grid->setCellCheck(row, static_cast<int>(i), texts[i] == "1");
+        else
+            m_grid->setCellText(row, static_cast<int>(i), texts[i]);
+}
+
+// The cell's editor is still open: the rows stay, and the window follows when it is closed.
+void PartListEditor::onCellEdited(int row, int column) {
+    const Column& edited = *m_columns[static_cast<std::size_t>(column)];
+    const std::int32_t key = m_keys[static_cast<std::size_t>(row)];
+    KorDSMValueText::Parsed parsed;
+    if (edited.kind == eColumnKind::kFlag)
+        parsed.value = std::int64_t{m_grid->isCellChecked(row, column)};
+    else
+        parsed = KorDSMValueText::parse(m_list->table(), edited, m_grid->getCellText(row, column));
+    if (!parsed.value) {
+        showRow(row);
+        return refuse(parsed.error);
+    }
+    // A cell of several selected rows is set in all of them; a name is the row's own.
+    m_selected = selected();
+    const bool isSelected = std::ranges::find(m_selected, key) != m_selected.end();
+    const auto written = isSelected && edited.number != 1 ? m_selected : KorDSMPartList::Keys{key};
+    const bool isChange = std::ranges::any_of(
+        written, [&](std::int32_t each) { return edited.read(m_list->row(each)) != *parsed.value; });
+    const KorDSMPartList::Outcome outcome =
+        isChange ? m_list->set(written, edited, *parsed.value) : KorDSMPartList::Outcome();
+    refuse(outcome.refusal);
+    for (int each = 0; each < m_grid->rowCount(); ++each)
+        showRow(each);
+    if (outcome.changes.empty())
+        return;
+    DsmRowsChanged message;
+    message.changes = outcome.changes;
+    KorDSMMainWindow::postMessage(std::move(message));
+}
+
+void PartListEditor::open(int row, int column) {
+    const Column& opened = *m_columns[static_cast<std::size_t>(column)];
+    const std::int32_t key = m_keys[static_cast<std::size_t>(row)];
+    DsmGoToRecord message;
+    message.row = {m_parts, key};
+    if (opened.isReference())
+        message.row = {opened.target, opened.integerIn(m_list->row(key))};
+    message.source = CurrentRows::source();
+    KorDSMMainWindow::sendMessage(message);
+}
+
+bool PartListEditor::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != m_grid || (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride))
+        return QWidget::eventFilter(watched, event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const auto command = std::ranges::find(commands(), QKeySequence(key->keyCombination()), &Command::key);
+    if (command == commands().end())
+        return QWidget::eventFilter(watched, event);
+    // The keys are the list's also where the window has them for something else.
+    event->accept();
+    if (event->type() == QEvent::KeyPress)
+        run(*command);
+    return true;
+}
+
+void PartListEditor::showMenu(const QPoint& position) {
+    QMenu menu;
+    const QModelIndex cell = m_grid->indexAt(position);
+    if (cell.isValid() && m_columns[static_cast<std::size_t>(cell.column())]->isReference()) {
+        const KorString name = m_grid->getCellText(cell.row(), cell.column());
+        menu.addAction(toQt(KorString::format(Prompts::dsm(kGoTo), {KorDSMValueText::shortName(name)})), this,
+                       [this, cell] { open(cell.row(), cell.column()); });
+        menu.addSeparator();
+    }
+    for (const Command& command : commands()) {
+        QAction* action =
+            menu.addAction(toQt(Prompts::dsm(command.prompt)), this, [this, &command] { run(command); });
+        action->setShortcut(command.key);
+        action->setEnabled(canDo(command));
+    }
+    menu.exec(m_grid->viewport()->mapToGlobal(position));
+}

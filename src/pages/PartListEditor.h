@@ -1,0 +1,66 @@
+#pragma once
+
+#include "session/KorDSMPartList.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+class KorButtonGroup;
+class KorDSMPage;
+class KorMFCGridCtrl;
+class QLabel;
+class QMenu;
+
+/// The parts of the page's record as a list that is edited where it stands. Buttons, keys and the context
+/// menu do the same: Ins adds behind the selected row, Del removes, Ctrl+D duplicates, Alt and the arrow
+/// keys, Home or End move, and rows can be dragged; Enter or a double click goes to what a cell names.
+class PartListEditor : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `page` is not owned.
+    PartListEditor(KorDSMPage& page, eTableType parts);
+
+    /// Shows the parts of this row of the current source. Rows that were selected stay selected.
+    void load(RowRef whole);
+    /// Whether the list can be changed, which is the page's and the source's to say.
+    void enable();
+
+    /// The rows that are selected, from the top down.
+    KorDSMPartList::Keys selected() const;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    struct Command;
+    static const std::vector<Command>& commands();
+
+    void setUpColumns();
+    void setUpCommands();
+    void fill();
+    std::vector<KorString> textsOf(const StructRecord& row) const;
+    void updateCommands();
+    bool canDo(const Command& command) const;
+    void run(const Command& command);
+    void finish(KorDSMPartList::Outcome outcome);
+    void refuse(const KorString& sentence);
+    void showRow(int row);
+    void onCellEdited(int row, int column);
+    void open(int row, int column);
+    void showMenu(const QPoint& position);
+    /// The columns with the name in front where users know the rows by it.
+    std::vector<const Column*> shownColumns() const;
+
+    KorDSMPage& m_page;
+    const eTableType m_parts;
+    std::optional<KorDSMPartList> m_list;
+    std::vector<const Column*> m_columns;
+    KorMFCGridCtrl* m_grid;
+    KorButtonGroup* m_buttons;
+    QLabel* m_head;
+    KorDSMPartList::Keys m_keys;     // of the rows shown
+    KorDSMPartList::Keys m_selected; // to be selected when the page is loaded again
+};

@@ -1,0 +1,171 @@
+#include "pages/PartListEditor.h"
+#include "controls/KorMFCGridCtrl.h"
+#include "controls/KorQt.h"
+#include "controls/VELComboTree.h"
+#include "pages/KorDSMPlainPage.h"
+#include "pages/PageFixture.h"
+
+#include <QMessageBox>
+#include <QToolButton>
+
+namespace {
+
+class PartListEditorTest : public PageFixture {
+protected:
+    PartListEditorTest() : group("Tabs", "Group") {
+        for (const int page : {2007, 2010, 2011})
+            group.addPage(KorDSMPlainPage::make(&m_window, page));
+        group.createPages();
+    }
+
+    void onMessage(const KorMessage& message) override {
+        PageFixture::onMessage(message);
+        if (message.number == DsmGoToRecord::kNumber)
+            gone = static_cast<const DsmGoToRecord&>(message).row;
+        if (message.number == DsmRowsChanged::kNumber)
+            changed = static_cast<const DsmRowsChanged&>(message).changes.size();
+    }
+
+    /// Shows the page of that place in the group on the item.
+    void open(KorDSMDatabaseItem& item, int page) {
+        show(group, item);
+        turnTo(page);
+    }
+    PartListEditor& editor() { return *page().findChild<PartListEditor*>(); }
+    KorMFCGridCtrl& grid() { return *page().findChild<KorMFCGridCtrl*>(); }
+    std::string column(int column) {
+        std::string texts;
+        for (int row = 0; row < grid().rowCount(); ++row)
+            texts += grid().getCellText(row, column).toStdString() + ";";
+        return texts;
+    }
+    std::string enabledButtons() {
+        std::string buttons;
+        for (const QToolButton* button : editor().findChildren<QToolButton*>())
+            buttons += button->isEnabled() ? '1' : '0';
+        return buttons;
+    }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(&grid(), key, modifiers); }
+    /// Opens a cell and chooses a name in it, by typing its beginning.
+    void chooseInTree(int row, int column, const QString& name) {
+        grid().editCell(row, column);
+        auto* combo = grid().findChild<VELComboTree*>();
+        ASSERT_NE(combo, nullptr);
+        combo->showPopup();
+        auto* search = combo->findChild<QLineEdit*>();
+        ASSERT_NE(search, nullptr);
+        keys(*search, name);
+        QTest::keyClick(search, Qt::Key_Return);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    TabContent group;
+    KorDsmReprMapRuleItem& map = item<KorDsmReprMapRuleItem>("HB workshop");
+    RowRef gone;
+    std::size_t changed = 0;
+};
+
+} // namespace
+
+TEST_F(PartListEditorTest, KeysAndButtonsEditTheListWhereItStands) {
+    open(map, 0);
+    ASSERT_EQ(column(0), "Main part;Fitted parts;Holes;");
+    EXPECT_EQ(enabledButtons(), "10000");
+    clickRow(grid(), 0);
+    EXPECT_EQ(enabledButtons(), "11111");
+
+    key(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(column(0), "Fitted parts;Main part;Holes;");
+    EXPECT_EQ(grid().selectedRows(), std::vector{1}) << "what is moved stays selected";
+    EXPECT_EQ(changed, 2U);
+    key(Qt::Key_End, Qt::AltModifier);
+    EXPECT_EQ(column(0), "Fitted parts;Holes;Main part;");
+    key(Qt::Key_Home, Qt::AltModifier);
+    EXPECT_EQ(column(0), "Main part;Fitted parts;Holes;");
+
+    QTest::keyClick(&grid(), Qt::Key_Down, Qt::ShiftModifier);
+    key(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(column(0), "Main part;Fitted parts;Main part;Fitted parts;Holes;");
+    EXPECT_EQ(grid().selectedRows(), (std::vector{2, 3}));
+    key(Qt::Key_Delete);
+    EXPECT_EQ(column(0), "Main part;Fitted parts;Holes;");
+    EXPECT_EQ(grid().selectedRows(), std::vector{2});
+
+    key(Qt::Key_Insert);
+    EXPECT_EQ(grid().rowCount(), 4);
+    EXPECT_EQ(grid().selectedRows(), std::vector{3});
+    QTest::mouseClick(editor().findChildren<QToolButton*>().at(3), Qt::LeftButton);
+    EXPECT_EQ(grid().selectedRows(), std::vector{2});
+    Q_EMIT grid().rowsDropped(0);
+    EXPECT_EQ(grid().selectedRows(), std::vector{0});
+    EXPECT_EQ(grid().getCellText(1, 0), "Main part");
+}
+
+TEST_F(PartListEditorTest, CellsAreChosenTypedAndChecked) {
+    open(map, 0);
+    clickRow(grid(), 1);
+    chooseInTree(1, 1, QStringLiteral("HB rails"));
+    const auto& rails = row<StructDetObjQualifierSet>("HB rails");
+    const auto entry = editor().selected().at(0);
+    EXPECT_TRUE(wroteOnly(kTableReprMapEntry, entry, 4, std::int64_t{rails.key}));
+    EXPECT_EQ(grid().getCellText(1, 1), "HB rails");
+
+    // A value of one of several selected rows is that of all of them.
+    clickRow(grid(), 0);
+    QTest::keyClick(&grid(), Qt::Key_Down, Qt::ShiftModifier);
+    grid().editCell(0, 2);
+    grid().selectRows({0, 1});
+    auto* combo = grid().findChild<QComboBox*>();
+    ASSERT_NE(combo, nullptr);
+    combo->setCurrentText(QStringLiteral("HB holes"));
+    Q_EMIT combo->activated(combo->currentIndex());
+    EXPECT_EQ(grid().getCellText(0, 2), "HB holes");
+    EXPECT_EQ(grid().getCellText(1, 2), "HB holes");
+
+    auto& set = item<KorDsmQualifierSetItem>("HB main profile");
+    open(set, 2);
+    ASSERT_GT(grid().rowCount(), 0);
+    const int negate = grid().columnCount() - 1;
+    EXPECT_EQ(enabledButtons().substr(3), "00") << "the order of qualifiers means nothing";
+    const bool before = grid().isCellChecked(0, negate);
+    grid().setCurrentCell(0, negate);
+    key(Qt::Key_Space);
+    EXPECT_EQ(grid().isCellChecked(0, negate), !before);
+    EXPECT_EQ(steps().back()->table, kTableQualifierWithRole);
+}
+
+TEST_F(PartListEditorTest, EnterGoesToWhatACellNames) {
+    open(map, 0);
+    clickRow(grid(), 0);
+    key(Qt::Key_Return);
+    EXPECT_EQ(gone, (RowRef{kTableReprMapEntry, editor().selected().at(0)}));
+    grid().setCurrentCell(0, 2);
+    key(Qt::Key_Return);
+    EXPECT_EQ(gone.table, kTableAppearance);
+    EXPECT_TRUE(wroteNothing());
+}
+
+TEST_F(PartListEditorTest, WithoutConsentOrRightNothingIsWritten) {
+    m_answer = KorDSMGuardedWrite::kDecline;
+    auto& set = item<KorDsmQualifierSetItem>("HB holes");
+    open(set, 2);
+    const int before = grid().rowCount();
+    clickRow(grid(), 0);
+    key(Qt::Key_Insert);
+    EXPECT_FALSE(m_asked.empty());
+    EXPECT_EQ(grid().rowCount(), before);
+    EXPECT_TRUE(wroteNothing());
+
+    useSource(SourceId::standard());
+    auto& standard = item<KorDsmReprMapRuleItem>("Single part");
+    open(standard, 0);
+    clickRow(grid(), 0);
+    EXPECT_EQ(enabledButtons(), "00000");
+    key(Qt::Key_Insert);
+    key(Qt::Key_Delete);
+    key(Qt::Key_F2);
+    EXPECT_EQ(grid().findChild<QComboBox*>(), nullptr);
+    EXPECT_EQ(grid().rowCount(), 3);
+    key(Qt::Key_Return);
+    EXPECT_EQ(gone.table, kTableReprMapEntry) << "looking is always possible";
+}
