@@ -42,10 +42,13 @@ const std::map<eTableType, SelectionFills::eFill>& trees() {
     return trees;
 }
 
-// What the head of a list says of its order; 0: nothing.
-int headPrompt(eTableType parts) {
-    constexpr int kFirstThatFits = 579;
-    return parts == kTableReprMapEntry ? kFirstThatFits : 0;
+// What stands above the list.
+KorString headOf(eTableType parts) {
+    static const std::map<eTableType, int> heads = {
+        {kTableReprMapEntry, 579}, {kTableDimStrategyItem, 586}, {kTableQualifierWithRole, 587}};
+    const auto head = heads.find(parts);
+    return head == heads.end() ? KorDSMValueText::tableCaption(*findTable(parts))
+                               : Prompts::dsm(head->second);
 }
 
 KorMFCGridCtrl::EKind kindOf(const Column& column) {
@@ -151,10 +154,8 @@ std::vector<const Column*> PartListEditor::shownColumns() const {
 void PartListEditor::setUpColumns() {
     m_columns = shownColumns();
     const TableSchema& table = m_list->table();
-    const QString caption = toQt(KorDSMValueText::tableCaption(table));
-    const int head = headPrompt(m_parts);
-    m_head->setText(head == 0 ? caption : QStringLiteral("%1. %2").arg(caption, toQt(Prompts::dsm(head))));
-    m_grid->setAccessibleName(caption);
+    m_head->setText(toQt(headOf(m_parts)));
+    m_grid->setAccessibleName(m_head->text());
     for (const Column* column : m_columns) {
         const int place =
             m_grid->insertColumn(KorDSMValueText::captionWithUnit(table, *column), kindOf(*column));

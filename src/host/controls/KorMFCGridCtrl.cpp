@@ -133,7 +133,7 @@ int KorMFCGridCtrl::addRow(const std::vector<KorString>& texts, void* rowData) {
         const EKind kind = m_kinds[at];
         const QString text = at < texts.size() ? toQt(texts[at]) : QString();
         auto* item = new QTableWidgetItem(kind == eCheck ? QString() : text);
-        item->setFlags(flagsOf(kind));
+        item->setFlags(flagsOf(kind) | (dragEnabled() ? Qt::ItemIsDragEnabled : Qt::NoItemFlags));
         if (kind == eCheck)
             item->setCheckState(text == u"1" ? Qt::Checked : Qt::Unchecked);
         if (kind == eRadio) {
