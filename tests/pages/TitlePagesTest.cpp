@@ -3,6 +3,7 @@
 #include "pages/KorDSMPageCutViewTitleProperties.h"
 #include "pages/KorDSMPageDetailStylesProperties.h"
 #include "pages/PageFixture.h"
+#include "services/KorExchangeUtilities.h"
 #include "services/Prompts.h"
 
 #include <QTextEdit>
@@ -96,6 +97,14 @@ TEST_F(TitlePages, TextSizesNameTheUnitOfTheDatabase) {
     store(kTableNumericDefault, row<StructNumericDefault>("C01_DistanceUnit").key, 2, 1.0);
     show(style);
     EXPECT_EQ(sizes(), "0.071\"|0.098\"|0.138\"|0.197\"|0.276\"|0.394\"");
+}
+
+TEST_F(TitlePages, TheHostSaysOnWhichBackgroundTitlesAreDrawn) {
+    int status = 0;
+    constexpr int kBlue = 0x203040;
+    KorExchangeUtilities::getNamedQueue("DETAILSTYLESMANAGERNEW", status, 0).push("LDBKCOLOR", double{kBlue});
+    openBoth();
+    EXPECT_EQ(field().palette().color(QPalette::Base), QColor(QRgb{kBlue}));
 }
 
 // The designer speaks the user's language and is explained where its page has a word to say.

@@ -176,6 +176,22 @@ TEST_F(ViewDefinition, NoticesKeepTheListsCurrent) {
     EXPECT_EQ(path(), "Hallberg: railings/HB railing post");
 }
 
+TEST_F(ViewDefinition, ListsAreFilledAnewOnceWhenThatIsAskedFor) {
+    auto& view = item<KorDsmViewRequestItem>("HB railing post");
+    auto& opened = open<KorDSMPageViewDefinition>(view);
+    const auto showsAfter = [&](void (*ask)(KorDSMPage&), const char* name) {
+        store(kTableSystemAndBox, view.getRecord().systemAndBoxKey, 1, KorString(name));
+        show(view);
+        EXPECT_EQ(control<QComboBox>(1011).findText(name), -1) << "nobody asked";
+        ask(opened);
+        show(view);
+        EXPECT_EQ(textOf(1011), name);
+        EXPECT_FALSE(opened.needsRefresh());
+    };
+    showsAfter([](KorDSMPage& shown) { shown.requestRefresh(true); }, "Refreshed");
+    showsAfter([](KorDSMPage& shown) { shown.requestInit(); }, "Filled");
+}
+
 TEST_F(ViewDefinition, OfTwoBoxesOfOneNameEachCanBeShownAndChosen) {
     const std::int32_t first = row<StructDetViewSystemAndBox>().key;
     const KorString name = row<StructDetViewSystemAndBox>().name;

@@ -160,6 +160,14 @@ TEST_F(ViewCategories, AClickOnABoxFilesTheView) {
     EXPECT_EQ(told<DsmMarkOtherPages>(), 2);
     show(view);
     EXPECT_EQ(checked(), (std::vector<bool>{true, false, false}));
+
+    StructDetViewRequestCategory last;
+    last.key = std::numeric_limits<std::int32_t>::max();
+    databases.here()->insert(kTableViewRequestCategory, last);
+    clickCell(2, 0);
+    EXPECT_EQ(checked(), (std::vector<bool>{true, false, false})) << "no key is left, so it is filed nowhere";
+    EXPECT_EQ(steps().size(), 2u);
+    EXPECT_EQ(told<DsmDataChanged>(), 2);
 }
 
 } // namespace

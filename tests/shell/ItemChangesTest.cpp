@@ -23,6 +23,37 @@ KorString pathOf(std::initializer_list<const char*> names) {
 
 } // namespace
 
+TEST_F(EditorFixture, ListsOfPagesFollowANewNameThatIsTakenBackOrStoredByAnotherWindow) {
+    open();
+    KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
+    select(kView);
+    showTab(0);
+    constexpr int kViews = 1020;
+    constexpr int kRename = 1104;
+    const KorString path = pathOf({"Hallberg: posts and beams", "HB front"});
+    const auto shown = [this] { return pageControl<VELComboTree>(kViews)->getSelectedPath(); };
+    const auto rename = [this](QWidget* page, const char* name) {
+        answerNext([name](QWidget* modal) { typeName(modal, name); });
+        click(KorControls::find(page, kRename));
+    };
+    ASSERT_EQ(shown().view(), path.view());
+    rename(page(), "Quay front");
+    EXPECT_NE(shown().view(), path.view());
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(shown().view(), path.view());
+
+    KorDSMMainDialog other(nullptr);
+    other.OnInitDialog();
+    other.show();
+    QApplication::processEvents();
+    KorDSMDatabaseItem* view = KorDSMSectionTree::itemOf(other.currentTree().control()->selectedItem());
+    ASSERT_TRUE(view && view->getDisplayName() == KorString("HB front"));
+    rename(KorControls::find<KorTabCtrl>(&other, 1002)->currentPage(), "Pier front");
+    click(KorControls::find(&other, kOk));
+    select({"User", "Hallberg: posts and beams", "HB post 1:15", "Pier front"});
+    EXPECT_EQ(shown().view(), pathOf({"Hallberg: posts and beams", "Pier front"}).view());
+}
+
 TEST_F(EditorFixture, SourceComboAndCommandsFollowDeletionAndUndoOfACategory) {
     open();
     auto* strip = control<KorButtonGroup>(1011);
