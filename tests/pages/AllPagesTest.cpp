@@ -3,7 +3,6 @@
 #include "controls/KorQt.h"
 #include "controls/KorStyle.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
-#include "operations/CurrentRows.h"
 #include "operations/KorOdbcGUI.h"
 #include "pages/KorDSMPlainPage.h"
 #include "pages/PageFields.h"
@@ -202,30 +201,6 @@ TEST_F(AllPages, WhatIsStoredAlreadyIsNoChangeAndNobodyIsAsked) {
     });
     EXPECT_GT(again, 60);
     EXPECT_EQ(told<DsmDataChanged>(), 0);
-}
-
-// What uses a record is no part of it, and the order is that of the parts, not of their keys.
-TEST_F(AllPages, PartsAreListedInTheirOrderAndNothingElse) {
-    makeEditableSamples();
-    KorDSMDatabaseItem& map = *samples.at(KorDSMDefines::kReprMapRule);
-    std::vector<Referrer> entries = CurrentRows::partsOf(kTableReprMap, KorOdbcKey(map.recordKey()));
-    ASSERT_GT(entries.size(), 1U);
-    ASSERT_FALSE(databases.users(kTableReprMap, KorOdbcKey(map.recordKey())).empty());
-    constexpr int kOrder = 3;
-    int place = static_cast<int>(entries.size());
-    for (const Referrer& entry : entries)
-        store(kTableReprMapEntry, entry.key, kOrder, std::int64_t{place--});
-    show(*registry.group(KorDSMDefines::kReprMapRule), map);
-    const auto grids = page().findChildren<QTableWidget*>();
-    ASSERT_EQ(grids.size(), 1);
-    ASSERT_EQ(grids.front()->rowCount(), static_cast<int>(entries.size()));
-    int column = 0;
-    const QString caption = toQt(KorDSMValueText::columnCaption(
-        *findTable(kTableReprMapEntry), *findTable(kTableReprMapEntry)->column(kOrder)));
-    while (grids.front()->horizontalHeaderItem(column)->text() != caption)
-        ++column;
-    for (int row = 0; row < grids.front()->rowCount(); ++row)
-        EXPECT_EQ(grids.front()->item(row, column)->text().toInt(), row + 1);
 }
 
 // In millimetres the captions name the unit once; feet and inches stand with every number.

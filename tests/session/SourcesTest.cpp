@@ -75,16 +75,16 @@ TEST_F(Sources, LoadedAnewTheStructureKeepsItsPlaces) {
 
 TEST_F(Sources, AListCountsWhatLiesBelowEachRow) {
     const auto rows = [](const KorDSMDatabaseItem& node) {
-        std::vector<std::string> rows;
+        std::vector<std::string> texts;
         const KorDSMListContents contents = KorDSMListContents::of(node);
         EXPECT_EQ(contents.titles.size(), contents.numeric.size());
         for (const KorDSMListContents::Row& row : contents.rows) {
             EXPECT_EQ(row.texts.size(), contents.titles.size());
-            rows.push_back(row.texts.front().toStdString());
+            texts.push_back(row.texts.front().toStdString());
             if (contents.numeric.back())
-                rows.back() += " " + row.texts.back().toStdString();
+                texts.back() += " " + row.texts.back().toStdString();
         }
-        return rows;
+        return texts;
     };
     KorDSMDatabaseItem& category = item<StructDetBaseCategory>(SourceId::user(), "Hallberg: posts and beams");
     KorDSMDatabaseItem& post = item<StructDetailStyle>(SourceId::user(), "HB post 1:15");
