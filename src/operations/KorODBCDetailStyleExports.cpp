@@ -180,7 +180,7 @@ int Exports::exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex ind
 }
 
 int Exports::importDetail(int eType, const KorOdbcKey& key, eDSN fromDSN, eIndex fromIndex, eDSN toDSN,
-                          eIndex toIndex, ImportReport* report) {
+                          eIndex toIndex, ImportReport* report, const KorString& asName) {
     const Route route = routeBetween({fromDSN, fromIndex}, {toDSN, toIndex});
     if (route.fault != kDone)
         return finish(route.fault, route.reason);
@@ -194,7 +194,7 @@ int Exports::importDetail(int eType, const KorOdbcKey& key, eDSN fromDSN, eIndex
     ImportReport& told = report ? *report : unread;
     const int result =
         importInOneGroup(route, record->name, steps, told, [&](ExchangeImport& import, ExchangeProgress&) {
-            return import.bringClosure(row) && import.bring(row);
+            return import.bringClosure(row) && import.bring(row, asName);
         });
     if (result == kDone)
         tellLeftOut(route, {row}, told);

@@ -31,9 +31,10 @@ public:
     /// group of pending changes. Rows that the target has with the same name and content are not copied
     /// again; rows of the same name and other content come in under a free name. Groups and categories are
     /// matched by name alone. Returns 1, or another of `eResult`; then nothing is changed. What was done is
-    /// added to `report`.
+    /// added to `report`. With `asName`, which must be free in the target, the row itself becomes a new one
+    /// of that name, even where the target has the same already.
     static int importDetail(int eType, const KorOdbcKey& key, eDSN fromDSN, eIndex fromIndex, eDSN toDSN,
-                            eIndex toIndex, ImportReport* report = nullptr);
+                            eIndex toIndex, ImportReport* report = nullptr, const KorString& asName = {});
 
     /// Imports all detail styles of an exchange file into an editable source, as one group of pending
     /// changes. The file is checked for damage before anything is taken from it. Returns 1, or another of

@@ -16,15 +16,21 @@ namespace {
 
 constexpr int kViewsOf = 248; // "change of the views of "%s""
 
-using Views = std::vector<std::int32_t>;
-
-// The views in their order, without the empty slots between them.
-Views viewsOf(const KorDsmDetailStyleItem& style) {
+Views withoutGaps(const StructDetailStyle& style) {
     Views views;
-    for (const std::int32_t key : style.getRecord().viewRequests)
+    for (const std::int32_t key : style.viewRequests)
         if (key > 0)
             views.push_back(key);
     return views;
+}
+
+Views viewsOf(const KorDsmDetailStyleItem& style) {
+    return withoutGaps(style.getRecord());
+}
+
+const StructDetailStyle& styleAt(SourceId source, std::int32_t key) {
+    return static_cast<const StructDetailStyle&>(
+        *StyleDatabases::current().source(source)->table(kTableDetailStyle).find(KorOdbcKey(key)));
 }
 
 // The place of a view in that order.
@@ -36,21 +42,38 @@ int placeOf(const KorDSMDatabaseItem& view, const KorDsmDetailStyleItem& style) 
                                                      [](std::int32_t key) { return key > 0; }));
 }
 
-// Writes the slots that change, all or none.
 std::vector<KorDSMRowChange> write(KorDsmDetailStyleItem& style, const Views& views) {
     const ItemCommandParts::SourceRequest source(style);
-    const auto before = style.getRecord().viewRequests;
+    const auto changes = setViews(KorDSMItemSource::sourceOf(&style), style.recordKey(), views);
+    if (!changes.empty())
+        KorDSMTwins::recordWritten(style);
+    return changes;
+}
+
+} // namespace
+
+Views viewsOf(SourceId source, std::int32_t style) {
+    return withoutGaps(styleAt(source, style));
+}
+
+std::size_t mostViews() {
+    return StructDetailStyle().viewRequests.size();
+}
+
+// All slots that change, or none.
+std::vector<KorDSMRowChange> setViews(SourceId source, std::int32_t style, const Views& views) {
+    const KorDSNRequest request(source.dsn, source.index);
+    const auto before = styleAt(source, style).viewRequests;
     const TableSchema& table = *findTable(kTableDetailStyle);
-    KorDSMRowChange change{
-        KorDSMItemSource::sourceOf(&style), {kTableDetailStyle, style.recordKey()}, {}, {}, {}};
-    PendingGroup group(ItemCommandParts::label(kViewsOf, style.getRecord().name));
+    KorDSMRowChange change{source, {kTableDetailStyle, style}, {}, {}, {}};
+    PendingGroup group(ItemCommandParts::label(kViewsOf, styleAt(source, style).name));
     for (std::size_t slot = 0; slot < before.size(); ++slot) {
         const std::int32_t key = slot < views.size() ? views[slot] : 0;
         if (key == before[slot])
             continue;
         const int column = KorOdbcMan::m_numberOfColumns[kTableDetailStyle] + static_cast<int>(slot);
-        if (KorDSMGuardedWrite::setAttributeInt(kTableDetailStyle, KorOdbcKey(style.recordKey()), column,
-                                                key) != KorDSMGuardedWrite::kWrite) {
+        if (KorDSMGuardedWrite::setAttributeInt(kTableDetailStyle, KorOdbcKey(style), column, key) !=
+            KorDSMGuardedWrite::kWrite) {
             group.takeBack();
             return {};
         }
@@ -58,11 +81,8 @@ std::vector<KorDSMRowChange> write(KorDsmDetailStyleItem& style, const Views& vi
     }
     if (change.columns.empty())
         return {};
-    KorDSMTwins::recordWritten(style);
     return {change};
 }
-
-} // namespace
 
 KorDsmDetailStyleItem* styleOf(KorDSMDatabaseItem& item) {
     if (auto* style = dynamic_cast<KorDsmDetailStyleItem*>(&item))
@@ -101,7 +121,7 @@ std::vector<KorString> candidates() {
 }
 
 bool hasRoom(const KorDsmDetailStyleItem& style) {
-    return viewsOf(style).size() < style.getRecord().viewRequests.size();
+    return viewsOf(style).size() < mostViews();
 }
 
 std::vector<KorDSMRowChange> addView(KorDSMDatabaseItem& item, const KorString& name) {

@@ -11,6 +11,16 @@
 /// written.
 namespace KorDSMStyleViews {
 
+/// Keys of views in their order, without the empty slots between them.
+using Views = std::vector<std::int32_t>;
+
+/// The views of a style, which exists.
+Views viewsOf(SourceId source, std::int32_t style);
+/// How many views a style can have.
+std::size_t mostViews();
+/// Gives the style these views and no others, `mostViews` at most.
+std::vector<KorDSMRowChange> setViews(SourceId source, std::int32_t style, const Views& views);
+
 /// The style of which the item is a view, or the item itself where it is a style; null for others.
 KorDsmDetailStyleItem* styleOf(KorDSMDatabaseItem& item);
 

@@ -21,9 +21,9 @@ bool ExchangeImport::bringClosure(RowRef row) {
     return true;
 }
 
-bool ExchangeImport::bring(RowRef row) {
+bool ExchangeImport::bring(RowRef row, const KorString& asName) {
     const int before = m_report.rowsAppended;
-    const std::int32_t key = counterpart(row);
+    const std::int32_t key = asName.isEmpty() ? counterpart(row) : bringNew(row, asName);
     if (!m_refused && key > 0)
         identify(row, key);
     if (m_refused)
@@ -39,10 +39,14 @@ bool ExchangeImport::bring(RowRef row) {
 std::int32_t ExchangeImport::counterpart(RowRef row) {
     if (const std::int32_t key = m_matcher.find(row))
         return key;
+    return bringNew(row, {});
+}
+
+std::int32_t ExchangeImport::bringNew(RowRef row, const KorString& asName) {
     bringTargets(row);
     for (const Referrer& part : partsOf(m_from, row))
         bringTargets({part.table->type, part.key});
-    return m_refused ? 0 : append(row);
+    return m_refused ? 0 : append(row, asName);
 }
 
 void ExchangeImport::bringTargets(RowRef row) {
@@ -54,13 +58,16 @@ void ExchangeImport::bringTargets(RowRef row) {
             counterpart({column.target, column.integerIn(record)});
 }
 
-std::int32_t ExchangeImport::append(RowRef row) {
+std::int32_t ExchangeImport::append(RowRef row, const KorString& asName) {
     const auto record = m_matcher.translated(row);
     if (!record)
         m_refused = true;
     if (m_refused)
         return 0;
-    renameIfTaken(row.table, *record);
+    if (asName.isEmpty())
+        renameIfTaken(row.table, *record);
+    else
+        record->name = asName;
     if (!appendRecord(row.table, *record))
         return 0;
     m_matcher.set(row, record->key);

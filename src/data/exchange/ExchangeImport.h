@@ -17,8 +17,9 @@ public:
     /// the target refused a row (see `isRefused`).
     bool bringClosure(RowRef row);
     /// Brings the row with everything that it depends on, and tells the host of it where the source did. The
-    /// result as for `bringClosure`.
-    bool bring(RowRef row);
+    /// result as for `bringClosure`. With a name, which must be free, the row itself comes in as a new one of
+    /// that name, whatever the target holds.
+    bool bring(RowRef row, const KorString& asName = {});
     bool isRefused() const { return m_refused; }
     /// Why the target refused a row, where that is known: one sentence.
     const std::string& refusal() const { return m_refusal; }
@@ -26,7 +27,8 @@ public:
 private:
     std::int32_t counterpart(RowRef row);
     void bringTargets(RowRef row);
-    std::int32_t append(RowRef row);
+    std::int32_t bringNew(RowRef row, const KorString& asName);
+    std::int32_t append(RowRef row, const KorString& asName);
     void appendPart(const Referrer& part, const StructRecord& whole);
     void identify(RowRef row, std::int32_t key);
     bool appendRecord(eTableType table, StructRecord& record);

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "data/StyleDatabases.h"
+#include "records/RowRef.h"
+
+#include <map>
+
+/// Copies rows of the current source together with all that they use and users make, so that a change of the
+/// copy reaches no other record. Vocabulary, groups and categories stay common. What is used twice is copied
+/// once while the object lives.
+class DeepCopy {
+public:
+    explicit DeepCopy(StyleDatabases& databases) : m_databases(databases), m_source(*databases.here()) {}
+
+    /// Appends a copy of the row and its parts under `name`; what goes along gets free names. Returns the
+    /// copy's key, or 0 when a row was refused: what was appended by then stands, and the caller takes it
+    /// back.
+    std::int32_t copy(RowRef row, const KorString& name);
+
+private:
+    std::int32_t copyOf(RowRef row);
+    bool append(RowRef row, StructRecord& record);
+
+    StyleDatabases& m_databases;
+    StyleSource& m_source;
+    std::map<RowRef, std::int32_t> m_copies;
+};
