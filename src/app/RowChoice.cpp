@@ -1,7 +1,9 @@
 #include "app/RowChoice.h"
 
+#include "app/DidYouMean.h"
+#include "app/ReadProblems.h"
 #include "base/Translation.h"
-#include "data/StyleDatabases.h"
+#include "data/RowUsers.h"
 #include "session/KorDSMValueText.h"
 
 #include <algorithm>
@@ -10,12 +12,35 @@ const StructRecord* RowChoice::record() const {
     return StyleDatabases::current().source(source)->table(table->type).find(key);
 }
 
+KorString RowChoice::whyShared() const {
+    StyleSource& here = *StyleDatabases::current().here();
+    const auto whole = sharedWhole(StyleDatabases::current(), ref());
+    if (!whole)
+        return {};
+    const KorString kind = findTable(whole->table)->rowName();
+    const KorString name = here.table(whole->table).find(KorOdbcKey(whole->key))->name;
+    return here.complete()
+               ? KorString::format(translated("The %s \"%s\" is used by several records, and all of them "
+                                              "would change; give --shared if that is meant."),
+                                   {kind, name})
+               : KorString::format(
+                     translated("\"%s\" could not be read whole, so it cannot be told what else "
+                                "uses the %s \"%s\" and would change; give --shared to change it "
+                                "all the same."),
+                     {here.store().name(), kind, name});
+}
+
 const TableSchema* RowChoice::findKind(const std::string& kind, KorString& error) {
     const TableSchema* table = findTable(std::string_view(kind));
-    if (!table)
-        error = KorString::format(
-            translated("There is no kind \"%s\"; \"detailstyles list --help\" names them all."), {kind});
-    return table;
+    if (table)
+        return table;
+    std::vector<KorString> kinds;
+    for (const TableSchema& each : allTables())
+        kinds.emplace_back(each.kindName());
+    error = KorString::format(
+                translated("There is no kind \"%s\"; \"detailstyles list --help\" names them all."), {kind}) +
+            didYouMean(kind, kinds);
+    return nullptr;
 }
 
 namespace {
@@ -38,13 +63,25 @@ KorString noneNamed(const TableSchema& table, const RowOptions& options) {
         return KorString::format(translated("No %s named \"%s\" was found, but the source \"%s\", which may "
                                             "hold it, cannot be used."),
                                  {table.rowName(), options.name, missing});
+    std::vector<KorString> names;
+    for (const SourceId id : SourceChoice::choose(options.source).ids)
+        std::ranges::move(RowChoice::namesIn(StyleDatabases::current().source(id)->table(table.type)),
+                          std::back_inserter(names));
     return KorString::format(options.source.empty()
                                  ? translated("There is no %s named \"%s\".")
                                  : translated("There is no %s named \"%s\" in the source \"%s\"."),
-                             {table.rowName(), options.name, options.source});
+                             {table.rowName(), options.name, options.source}) +
+           didYouMean(options.name, names);
 }
 
 } // namespace
+
+std::vector<KorString> RowChoice::namesIn(const StyleTable& table) {
+    std::vector<KorString> names;
+    for (int i = 0; i < table.rows().size(); ++i)
+        names.push_back(table.rows().at(i).name);
+    return names;
+}
 
 KorString RowChoice::severalNamed(const StyleTable& table, const std::vector<std::int32_t>& keys) {
     constexpr std::size_t kMostTold = 8;
@@ -107,4 +144,16 @@ eExitCode RowChoice::findInOneState(const RowOptions& options, RowChoice& row, K
         return kExitFailed;
     }
     return find(options, row, error); // reading the whole may have been reading anew
+}
+
+eExitCode RowChoice::findToChange(const RowOptions& options, RowChoice& row) {
+    RowOptions wanted = options;
+    if (wanted.source.empty())
+        wanted.source = "user";
+    KorString error;
+    const eExitCode found = findInOneState(wanted, row, error);
+    complainOfReading();
+    if (found != kExitDone)
+        complainUnlessTold(error);
+    return found;
 }

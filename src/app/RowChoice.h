@@ -2,6 +2,7 @@
 
 #include "app/Commands.h"
 #include "app/SourceChoice.h"
+#include "records/RowRef.h"
 
 /// One row that the user named.
 struct RowChoice {
@@ -10,6 +11,11 @@ struct RowChoice {
     KorOdbcKey key;
 
     const StructRecord* record() const;
+    RowRef ref() const { return {table->type, key}; }
+
+    /// Why others than this row would change with it, or may, in one sentence; empty when that is not so. Its
+    /// source must be current.
+    KorString whyShared() const;
 
     /// Finds the row in the sources that the user means. It has the run name `options.name`, or, where no row
     /// is called so, the key in brackets, as "[12]": parts of other rows often have no name of their own. The
@@ -20,6 +26,12 @@ struct RowChoice {
     /// The same in a source of which every table was read, in one state.
     static eExitCode findInOneState(const RowOptions& options, RowChoice& row, KorString& error);
 
+    /// The same for a row that is to be changed: without a source in the User database. Tells the user why
+    /// there is none, and what could not be read.
+    static eExitCode findToChange(const RowOptions& options, RowChoice& row);
+
+    /// The names of all rows of a table.
+    static std::vector<KorString> namesIn(const StyleTable& table);
     /// What to say where a name stands for several rows of a table; empty for one key.
     static KorString severalNamed(const StyleTable& table, const std::vector<std::int32_t>& keys);
 

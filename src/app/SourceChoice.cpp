@@ -1,5 +1,6 @@
 #include "app/SourceChoice.h"
 
+#include "app/DidYouMean.h"
 #include "base/Translation.h"
 #include "data/StyleDatabases.h"
 #include "services/AddInManager.h"
@@ -70,10 +71,12 @@ KorString missing() {
 Sources choose(const std::string& name) {
     if (name.empty())
         return {openSources(), {}};
+    std::vector<KorString> known;
     KorString names;
     for (const SourceId id : knownSources()) {
         if (!isCalled(id, name)) {
-            names = names + (names.isEmpty() ? "" : ", ") + nameOf(id);
+            known.push_back(nameOf(id));
+            names = names + (names.isEmpty() ? "" : ", ") + known.back();
             continue;
         }
         if (StyleDatabases::current().source(id))
@@ -82,7 +85,9 @@ Sources choose(const std::string& name) {
                 KorString::format(translated("The source \"%s\" has no database that can be used."),
                                   {nameOf(id)})};
     }
-    return {{}, KorString::format(translated("There is no source \"%s\"; there are %s."), {name, names})};
+    return {{},
+            KorString::format(translated("There is no source \"%s\"; there are %s."), {name, names}) +
+                didYouMean(name, known)};
 }
 
 } // namespace SourceChoice

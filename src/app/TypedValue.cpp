@@ -1,0 +1,112 @@
+#include "app/TypedValue.h"
+
+#include "app/Console.h"
+#include "app/DidYouMean.h"
+#include "app/RowChoice.h"
+#include "base/Translation.h"
+#include "data/CellRules.h"
+#include "session/KorDSMValueText.h"
+
+#include <algorithm>
+
+namespace TypedValue {
+
+namespace {
+
+StyleTable& tableOf(eTableType type) {
+    return StyleDatabases::current().here()->table(type);
+}
+
+KorString whyNot(RowRef row, const Column& column, const CellValue& stored, const CellValue& value) {
+    const TableSchema& table = *findTable(row.table);
+    if (column.number != 1 && value == stored)
+        return {};
+    switch (faultOf(*StyleDatabases::current().here(), table, column, row.key, value)) {
+    case eCellFault::kNone:
+        return {};
+    case eCellFault::kNoName:
+        return translated("The name must not be empty.");
+    case eCellFault::kNameTaken:
+        return KorString::format(translated("Another %s is named \"%s\"; choose another name."),
+                                 {table.rowName(), std::get<KorString>(value)});
+    default:
+        return KorString::format(translated("Column \"%s\" cannot hold this value; enter another one."),
+                                 {column.name});
+    }
+}
+
+KorString severalNamed(const Column& column, const KorString& text) {
+    if (!column.isReference())
+        return {};
+    const StyleTable& targets = tableOf(column.target);
+    return RowChoice::severalNamed(targets, KorDSMValueText::keysNamed(targets, text));
+}
+
+// Where else the row that a text names can be had, or what else may be meant.
+KorString adviceOn(const Column& column, const KorString& text) {
+    if (!column.isReference())
+        return {};
+    const TableSchema& target = *findTable(column.target);
+    for (const SourceId id : SourceChoice::choose({}).ids)
+        if (!text.isEmpty() && StyleDatabases::current().source(id)->table(target.type).find(text))
+            return KorString(" ") +
+                   KorString::format(
+                       translated("The source \"%s\" has it; \"detailstyles copy %s\" brings it."),
+                       {SourceChoice::nameOf(id), target.kindName()});
+    return didYouMean(text, RowChoice::namesIn(tableOf(target.type)));
+}
+
+} // namespace
+
+Typed read(RowRef row, const Column& column, const KorString& text) {
+    const TableSchema& table = *findTable(row.table);
+    const CellValue stored = column.read(tableOf(row.table).find(KorOdbcKey(row.key)));
+    std::optional<CellValue> value;
+    if (KorDSMValueText::toText(table, column, stored) == text) {
+        value = stored;
+    } else if (const KorString several = severalNamed(column, text); !several.isEmpty()) {
+        return {{}, KorString::format(translated("Column \"%s\": %s"), {column.name, several})};
+    } else {
+        const KorDSMValueText::Parsed parsed = KorDSMValueText::parse(table, column, text);
+        if (!parsed.value)
+            return {{},
+                    KorString::format(translated("Column \"%s\": %s"), {column.name, parsed.error}) +
+                        adviceOn(column, text)};
+        value = parsed.value;
+    }
+    const KorString fault = whyNot(row, column, stored, *value);
+    return fault.isEmpty() ? Typed{value, {}} : Typed{{}, fault};
+}
+
+std::vector<const Column*> columnsOf(const TableSchema& table) {
+    std::vector<const Column*> columns;
+    for (const Column& column : table.columns)
+        columns.push_back(&column);
+    return columns;
+}
+
+const Column* findColumn(const TableSchema& table, const std::vector<const Column*>& columns,
+                         const std::string& name, KorString& error) {
+    const auto found = std::ranges::find(columns, name, &Column::name);
+    if (found != columns.end())
+        return *found;
+    std::vector<KorString> names;
+    KorString list;
+    for (const Column* column : columns) {
+        names.emplace_back(column->name);
+        list = list + (list.isEmpty() ? "" : ", ") + column->name;
+    }
+    error = KorString::format(translated("The kind \"%s\" has no column \"%s\"; its columns are %s."),
+                              {table.kindName(), name, list}) +
+            didYouMean(name, names);
+    return nullptr;
+}
+
+void tellUnlistedScale(const Column& column, const CellValue& value) {
+    if (column.kind == eColumnKind::kScale && !KorDSMValueText::isOfferedScale(std::get<double>(value)))
+        Console::complain(KorString::format(
+            translated("The scale %s is stored, although it is none of those that the editor offers."),
+            {KorDSMValueText::scaleText(std::get<double>(value))}));
+}
+
+} // namespace TypedValue
