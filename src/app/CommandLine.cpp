@@ -1,8 +1,8 @@
 #include "app/CommandLine.h"
 
+#include "app/CommandDeclarations.h"
 #include "app/CommitReport.h"
 #include "app/Console.h"
-#include "app/EditCommand.h"
 #include "app/HelpLanguage.h"
 #include "app/ProgramStart.h"
 #include "base/Translation.h"
@@ -12,25 +12,14 @@
 #include "session/DataFolder.h"
 #include "shell/DataFolderPlace.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <iostream>
-#include <memory>
 #include <set>
 #include <sstream>
 
 namespace {
-
-/// What the command line asks for: the data folder, and what to do with it once it is open.
-struct Wanted {
-    std::string data;
-    EditOptions edit;
-    std::function<int(DataFolder&)> command;
-    bool opensFolder = true;
-};
 
 std::string kindList() {
     std::string text = translated("KIND is one of:").toStdString();
@@ -47,21 +36,12 @@ std::string kindList() {
     return text;
 }
 
-/// A command with options of its own, which live as long as the command line is read.
-template <typename Options>
-CLI::App* addCommand(CLI::App& app, Wanted& wanted, const char* name, const char* help,
-                     int (*run)(DataFolder&, const Options&), std::shared_ptr<Options> options) {
-    CLI::App* command = app.add_subcommand(name, help);
-    command->callback([&wanted, run, options] {
-        wanted.command = [run, options](DataFolder& folder) { return run(folder, *options); };
-    });
-    return command;
-}
-
 // What names something must do so: an empty text, such as of a variable that is not set, is no choice.
 std::string refuseEmpty(const std::string& text) {
     return text.empty() ? translated("must not be empty").toStdString() : std::string();
 }
+
+} // namespace
 
 void addJson(CLI::App* command, bool& json) {
     command->add_flag("--json", json, translatable("Print JSON for other programs"));
@@ -77,6 +57,8 @@ void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp) {
     command->add_option("--source", row.source, sourceHelp);
     command->footer(kindList());
 }
+
+namespace {
 
 void addEdit(CLI::App& app, Wanted& wanted) {
     CLI::App* command = app.add_subcommand("edit", translatable("Open the editor (the default)"));
@@ -215,6 +197,7 @@ void declare(CLI::App& app, Wanted& wanted) {
     addList(app, wanted);
     addShow(app, wanted);
     addSet(app, wanted);
+    declareChanges(app, wanted);
     addExport(app, wanted);
     addImport(app, wanted);
     addCheck(app, wanted);

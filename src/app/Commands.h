@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,52 @@ struct SetOptions {
     bool shared = false; ///< write although several records show this row
 };
 
+/// How a command changes records.
+struct ChangeOptions {
+    bool json = false;
+    bool dryRun = false; ///< only say what would be done
+    bool shared = false; ///< write although several records show the row
+};
+
+struct NewOptions {
+    RowOptions row;
+    std::string group;               ///< in which it is filed; empty: none
+    std::vector<std::string> values; ///< of its columns, as COLUMN=VALUE
+    ChangeOptions how;
+};
+
+struct CopyOptions {
+    RowOptions row;
+    std::string newName;
+    std::string to;    ///< source of the copy; empty: the User database
+    bool deep = false; ///< copy all along that it uses
+    ChangeOptions how;
+};
+
+struct RenameOptions {
+    RowOptions row;
+    std::string newName;
+    ChangeOptions how;
+};
+
+struct DeleteOptions {
+    RowOptions row;
+    ChangeOptions how;
+};
+
+enum class eEntryAction : std::uint8_t { kAdd, kRemove, kMove, kSet };
+
+struct EntryOptions {
+    eEntryAction action = eEntryAction::kAdd;
+    RowOptions owner;                ///< the record whose list it is
+    std::string entry;               ///< its place, from 1, or its name
+    std::string place;               ///< where it is put; empty: at the end
+    std::vector<std::string> values; ///< of a new one, as COLUMN=VALUE, or the value of its first column
+    std::string column;
+    std::string value;
+    ChangeOptions how;
+};
+
 struct ExportOptions {
     RowOptions row{"detail-style", {}, {}};
     std::string file;
@@ -75,6 +122,15 @@ struct SamplesOptions {
 int listCommand(DataFolder& folder, const ListOptions& options);
 int showCommand(DataFolder& folder, const ShowOptions& options);
 int setCommand(DataFolder& folder, const SetOptions& options);
+/// Makes a record with the defaults of its kind.
+int newCommand(DataFolder& folder, const NewOptions& options);
+/// Copies a record under a new name, within its source or into another one with all that it uses.
+int copyCommand(DataFolder& folder, const CopyOptions& options);
+int renameCommand(DataFolder& folder, const RenameOptions& options);
+/// Deletes a record that nothing uses.
+int deleteCommand(DataFolder& folder, const DeleteOptions& options);
+/// Edits the list of a record: entries of a map, qualifiers of a set, dimensions, views of a style, ...
+int entryCommand(DataFolder& folder, const EntryOptions& options);
 /// Writes a detail style with all that it depends on into a database file of its own.
 int exportCommand(DataFolder& folder, const ExportOptions& options);
 /// Takes all detail styles of such a file into the User database.

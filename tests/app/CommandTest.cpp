@@ -292,8 +292,8 @@ TEST_F(CommandTest, CompactRemovesWhatCheckAdvisesToRemoveAndADryRunOnlySaysSo) 
 TEST_F(CommandTest, HelpAndWrongUsage) {
     const ProgramRun help = runBare({"--help"});
     EXPECT_EQ(help.exitCode, 0);
-    for (const char* command :
-         {"edit", "list", "show", "set", "export", "import", "check", "compact", "samples"}) {
+    for (const char* command : {"edit", "list", "show", "set", "new", "copy", "rename", "delete", "entry",
+                                "export", "import", "check", "compact", "samples"}) {
         EXPECT_TRUE(help.output.contains(command)) << command;
         EXPECT_EQ(runBare({command, "--help"}).exitCode, 0) << command;
     }

@@ -33,6 +33,8 @@ TEST_F(GermanTest, HelpWrongUsageAndWrongNamesAreGerman) {
         {{"set", "detail-style", "Beam", "title_position", "8"},
          "Titelposition: „8“ ist keiner der Werte; wählen Sie einen von Kein Titel, Unten links, "},
         {{"list", "--kind", "detail-stil"}, "Die Art „detail-stil“ gibt es nicht"},
+        {{"show", "detail-style", "Baem"}, "Meinten Sie „Beam“?"},
+        {{"delete", "view-request", "Front"}, "Detailstil „Beam“ verwendet ihn als „Ansicht 1“ (Benutzer)."},
     };
     for (const auto& [arguments, expected] : wrong) {
         const QString said = run(arguments).complaints.join('\n');

@@ -1,0 +1,109 @@
+#include "app/ChangeReport.h"
+
+#include "app/CommitReport.h"
+#include "app/Console.h"
+#include "base/Translation.h"
+#include "data/ScopedSource.h"
+#include "session/KorDSMCommit.h"
+#include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMRecordCommands.h"
+#include "session/KorDSMValueText.h"
+
+#include <QJsonArray>
+
+#include <algorithm>
+
+namespace {
+
+// The row as it is now, or as it was when it went.
+const StructRecord& recordOf(const PendingStep& step) {
+    const StructRecord* row =
+        StyleDatabases::current().source(step.source)->table(step.table).find(KorOdbcKey(step.key));
+    return row ? *row : *step.record;
+}
+
+QJsonObject toJson(const PendingStep& step) {
+    const TableSchema& table = *findTable(step.table);
+    const StructRecord& record = recordOf(step);
+    QJsonObject row{
+        {"kind", Console::text(table.kindName())}, {"key", step.key}, {"name", Console::text(record.name)}};
+    if (step.column) {
+        row["column"] = Console::text(step.column->name);
+        row["text"] = Console::text(KorDSMValueText::toText(table, *step.column, step.after));
+    }
+    return row;
+}
+
+} // namespace
+
+ChangeReport::ChangeReport(const char* command, const ChangeOptions& options)
+    : m_options(options), m_document{{"command", command}, {"dryRun", options.dryRun}} {
+    KorDSMGuardedWrite::addAskFunction(
+        this, [](eTableType, const KorOdbcKey&) { return int(KorDSMGuardedWrite::kWrite); });
+}
+
+ChangeReport::~ChangeReport() {
+    KorDSMGuardedWrite::removeAskFunction(this);
+}
+
+void ChangeReport::isAbout(SourceId source, RowRef row) {
+    m_row = row;
+    m_document["source"] = Console::text(SourceChoice::nameOf(source));
+    m_document["kind"] = Console::text(findTable(row.table)->kindName());
+    m_document["key"] = row.key;
+    const StructRecord* record =
+        StyleDatabases::current().source(source)->table(row.table).find(KorOdbcKey(row.key));
+    if (record)
+        m_document["name"] = Console::text(record->name);
+}
+
+void ChangeReport::sayCompanions() {
+    for (const PendingStep* step : StyleDatabases::current().pending().steps()) {
+        const TableSchema& table = *findTable(step->table);
+        if (step->action == PendingStep::eAction::kAppend && RowRef{step->table, step->key} != m_row &&
+            KorDSMRecordCommands::isMade(table.type))
+            say(KorString::format(translated("With it came the %s \"%s\" (key %s)."),
+                                  {table.rowName(), step->record->name, KorString::number(step->key)}));
+    }
+}
+
+void ChangeReport::listSteps() {
+    QJsonArray added;
+    QJsonArray removed;
+    QJsonArray changed;
+    for (const PendingStep* step : StyleDatabases::current().pending().steps()) {
+        const ScopedSource source(step->source);
+        QJsonArray& list = step->action == PendingStep::eAction::kAppend   ? added
+                           : step->action == PendingStep::eAction::kDelete ? removed
+                                                                           : changed;
+        list.append(toJson(*step));
+    }
+    m_document["added"] = added;
+    m_document["removed"] = removed;
+    m_document["changed"] = changed;
+}
+
+int ChangeReport::finish() {
+    if (m_options.json)
+        listSteps();
+    if (m_options.dryRun)
+        KorDSMCommit::discard();
+    else if (!keepChanges())
+        return kExitFailed;
+    if (m_options.json)
+        Console::print(m_document);
+    else if (m_options.dryRun)
+        m_sentences.push_back(translated("This was a dry run: nothing was written."));
+    const auto tell = m_options.dryRun ? &Console::say
+                      : m_options.json ? &Console::noteStored
+                                       : &Console::sayStored;
+    if (!m_options.dryRun || !m_options.json)
+        std::ranges::for_each(m_sentences, tell);
+    return kExitDone;
+}
+
+int ChangeReport::refuse(const KorString& sentence, eExitCode code) {
+    KorDSMCommit::discard();
+    Console::complain(sentence);
+    return code;
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/EditCommand.h"
+
+#include <CLI/CLI.hpp>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+/// What the command line asks for: the data folder, and what to do with it once it is open.
+struct Wanted {
+    std::string data;
+    EditOptions edit;
+    std::function<int(DataFolder&)> command;
+    bool opensFolder = true;
+};
+
+/// A command with options of its own, which live as long as the command line is read.
+template <typename Options>
+CLI::App* addCommand(CLI::App& app, Wanted& wanted, const char* name, const char* help,
+                     int (*run)(DataFolder&, const Options&), std::shared_ptr<Options> options) {
+    CLI::App* command = app.add_subcommand(name, help);
+    command->callback([&wanted, run, options] {
+        wanted.command = [run, options](DataFolder& folder) { return run(folder, *options); };
+    });
+    return command;
+}
+
+void addJson(CLI::App* command, bool& json);
+/// KIND, NAME and --source.
+void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp);
+
+/// The commands that make, copy, rename and delete records, and edit their lists.
+void declareChanges(CLI::App& app, Wanted& wanted);

@@ -1,0 +1,246 @@
+#include "app/ChangeReport.h"
+#include "app/Commands.h"
+#include "app/Console.h"
+#include "app/DidYouMean.h"
+#include "app/ReadProblems.h"
+#include "app/TypedValue.h"
+#include "base/Translation.h"
+#include "data/RowClosure.h"
+#include "data/ScopedSource.h"
+#include "data/exchange/ExchangeReport.h"
+#include "session/KorDSMRecordCommands.h"
+
+#include <QJsonArray>
+
+#include <algorithm>
+
+// Records that are made, copied, renamed and deleted.
+
+namespace {
+
+using Outcome = KorDSMRecordCommands::Outcome;
+
+KorString listOf(const std::vector<KorString>& names) {
+    constexpr std::size_t kMostTold = 20;
+    KorString list;
+    for (std::size_t i = 0; i < std::min(names.size(), kMostTold); ++i)
+        list = list + (i == 0 ? "" : ", ") + KorString::format("\"%s\"", {names[i]});
+    return names.size() > kMostTold ? list + ", ..." : list;
+}
+
+KorString sentence(const char* pattern, RowRef row, const KorString& name, const KorString& more = {}) {
+    return KorString::format(translated(pattern), {findTable(row.table)->rowName(), name, more});
+}
+
+// Why a record cannot be made or deleted on its own: empty where it can.
+KorString whyNotOnItsOwn(const TableSchema& table) {
+    return belongsToOthers(table)
+               ? KorString::format(
+                     translated("A record of the kind \"%s\" belongs to another one; \"detailstyles "
+                                "entry\" changes the parts of records."),
+                     {table.kindName()})
+               : KorString();
+}
+
+// Finds a record of its own that is to be changed; tells the user why not.
+eExitCode find(const RowOptions& options, RowChoice& row) {
+    const eExitCode found = RowChoice::findToChange(options, row);
+    if (found != kExitDone)
+        return found;
+    const KorString why = whyNotOnItsOwn(*row.table);
+    if (!why.isEmpty())
+        Console::complain(why);
+    return why.isEmpty() ? kExitDone : kExitUsage;
+}
+
+// Finds one open source by its name; tells the user why not.
+bool findSource(const std::string& name, SourceId& source) {
+    const SourceChoice::Sources sources = SourceChoice::choose(name.empty() ? "user" : name);
+    KorString error = sources.error;
+    if (error.isEmpty()) {
+        source = sources.ids.front();
+        error = StyleDatabases::current().readWhole(source).error;
+    }
+    complainOfReading();
+    if (!error.isEmpty())
+        complainUnlessTold(error);
+    return error.isEmpty();
+}
+
+KorString kindsThatAreMade() {
+    KorString kinds;
+    for (const TableSchema& table : allTables())
+        if (KorDSMRecordCommands::isMade(table.type))
+            kinds = kinds + (kinds.isEmpty() ? "" : ", ") + table.kindName();
+    return kinds;
+}
+
+// The key of the group that NAME --in means, 0 for none. An error says why it cannot be told.
+std::int32_t groupKey(const TableSchema& table, const std::string& name, KorString& error) {
+    const eTableType type = KorDSMRecordCommands::groupsOf(table.type);
+    if (type == kNoTable) {
+        if (!name.empty())
+            error =
+                KorString::format(translated("Records of the kind \"%s\" are filed nowhere; leave out --in."),
+                                  {table.kindName()});
+        return 0;
+    }
+    const TableSchema& groups = *findTable(type);
+    const StyleTable& rows = StyleDatabases::current().here()->table(type);
+    const std::vector<KorString> names = RowChoice::namesIn(rows);
+    const StructRecord* group = rows.find(KorString(name));
+    if (group)
+        return group->key;
+    error =
+        !name.empty()
+            ? KorString::format(translated("There is no %s named \"%s\"."), {groups.rowName(), name}) +
+                  didYouMean(name, names)
+        : names.empty()
+            ? KorString::format(translated("A %s is filed in a %s, and there is none; make one by "
+                                           "\"detailstyles new %s NAME\", and name it with --in."),
+                                {table.rowName(), groups.rowName(), groups.kindName()})
+            : KorString::format(translated("A %s is filed in a %s; name one with --in, which is one of %s."),
+                                {table.rowName(), groups.rowName(), listOf(names)});
+    return 0;
+}
+
+// Writes COLUMN=VALUE into the new row. An error says why not.
+KorString setValue(RowRef row, const std::string& text) {
+    const auto mark = text.find('=');
+    if (mark == std::string::npos)
+        return KorString::format(translated("\"%s\" is no COLUMN=VALUE, such as scale=1:10."), {text});
+    KorString error;
+    const TableSchema& table = *findTable(row.table);
+    const Column* column =
+        TypedValue::findColumn(table, TypedValue::columnsOf(table), text.substr(0, mark), error);
+    if (!column)
+        return error;
+    const TypedValue::Typed typed = TypedValue::read(row, *column, text.substr(mark + 1));
+    if (!typed.value)
+        return typed.error;
+    StyleDatabases::current().setCell(row.table, KorOdbcKey(row.key), column->number, *typed.value);
+    TypedValue::tellUnlistedScale(*column, *typed.value);
+    return {};
+}
+
+} // namespace
+
+int newCommand(DataFolder&, const NewOptions& options) {
+    KorString error;
+    const TableSchema* table = RowChoice::findKind(options.row.kind, error);
+    if (table && !KorDSMRecordCommands::isMade(table->type))
+        error = KorString::format(
+            translated("Records of the kind \"%s\" are not made here; they are made of %s."),
+            {table->kindName(), kindsThatAreMade()});
+    if (!error.isEmpty())
+        return ChangeReport::refuse(error, kExitUsage);
+    SourceId source;
+    if (!findSource(options.row.source, source))
+        return kExitFailed;
+    const ScopedSource request(source);
+    const std::int32_t group = groupKey(*table, options.group, error);
+    if (!error.isEmpty())
+        return ChangeReport::refuse(error);
+    ChangeReport report("new", options.how);
+    const Outcome made = KorDSMRecordCommands::create(source, table->type, options.row.name, group);
+    if (!made.done)
+        return ChangeReport::refuse(made.refusal);
+    for (const std::string& value : options.values)
+        if (error = setValue(made.row, value); !error.isEmpty())
+            return ChangeReport::refuse(error);
+    report.isAbout(source, made.row);
+    report.say(sentence(translatable("Made the %s \"%s\" (key %s)."), made.row, options.row.name,
+                        KorString::number(made.row.key)));
+    return report.finish();
+}
+
+int copyCommand(DataFolder&, const CopyOptions& options) {
+    RowChoice row;
+    KorString error;
+    const eExitCode found = RowChoice::findInOneState(options.row, row, error);
+    complainOfReading();
+    if (found != kExitDone) {
+        complainUnlessTold(error);
+        return found;
+    }
+    if (const KorString why = whyNotOnItsOwn(*row.table); !why.isEmpty())
+        return ChangeReport::refuse(why, kExitUsage);
+    SourceId to;
+    if (!findSource(options.to, to))
+        return kExitFailed;
+    ChangeReport report("copy", options.how);
+    ImportReport brought;
+    const auto depth =
+        options.deep ? KorDSMRecordCommands::eDepth::kAllThatUsed : KorDSMRecordCommands::eDepth::kRecord;
+    const KorString name = row.record()->name;
+    const Outcome copied =
+        to == row.source
+            ? KorDSMRecordCommands::copy(to, row.ref(), options.newName, depth)
+            : KorDSMRecordCommands::copyInto(to, row.source, row.ref(), options.newName, brought);
+    if (!copied.done)
+        return ChangeReport::refuse(copied.refusal);
+    report.isAbout(to, copied.row);
+    report.say(
+        KorString::format(translated("Copied the %s \"%s\" as \"%s\" (key %s)."),
+                          {row.table->rowName(), name, options.newName, KorString::number(copied.row.key)}));
+    report.sayCompanions();
+    QJsonArray renamed;
+    for (const ImportReport::Renamed& each : brought.renamed) {
+        report.say(KorString::format(translated("The %s \"%s\" came in as \"%s\"."),
+                                     {findTable(each.table)->rowName(), each.from, each.to}));
+        renamed.append(QJsonObject{{"kind", Console::text(findTable(each.table)->kindName())},
+                                   {"from", Console::text(each.from)},
+                                   {"to", Console::text(each.to)}});
+    }
+    report.add("renamed", renamed);
+    for (const std::string& left : brought.leftOut)
+        Console::complain(left);
+    return report.finish();
+}
+
+int renameCommand(DataFolder&, const RenameOptions& options) {
+    RowChoice row;
+    if (const eExitCode found = find(options.row, row); found != kExitDone)
+        return found;
+    const ScopedSource request(row.source);
+    if (const KorString shared = options.how.shared ? KorString() : row.whyShared(); !shared.isEmpty())
+        return ChangeReport::refuse(shared);
+    ChangeReport report("rename", options.how);
+    const KorString before = row.record()->name;
+    const Outcome renamed = KorDSMRecordCommands::rename(row.source, row.ref(), options.newName);
+    if (!renamed.done)
+        return ChangeReport::refuse(renamed.refusal);
+    report.isAbout(row.source, row.ref());
+    report.say(
+        sentence(translatable("Renamed the %s \"%s\" to \"%s\"."), row.ref(), before, options.newName));
+    return report.finish();
+}
+
+namespace {
+
+// Each user on a line of its own, as the editor lists them.
+int refuseToDelete(const Outcome& refused) {
+    ChangeReport::refuse(refused.refusal.replaced("\n", " "));
+    for (const KorDSMUsage& user : refused.users)
+        Console::complain(KorString::format(translated("%s \"%s\" uses it as \"%s\" (%s)."),
+                                            {user.kind, user.name, user.as, user.database}));
+    if (!refused.filed.empty())
+        Console::complain(KorString::format(translated("It holds %s."), {listOf(refused.filed)}));
+    return kExitFailed;
+}
+
+} // namespace
+
+int deleteCommand(DataFolder&, const DeleteOptions& options) {
+    RowChoice row;
+    if (const eExitCode found = find(options.row, row); found != kExitDone)
+        return found;
+    ChangeReport report("delete", options.how);
+    report.isAbout(row.source, row.ref());
+    const KorString name = row.record()->name;
+    const Outcome removed = KorDSMRecordCommands::remove(row.source, row.ref());
+    if (!removed.done)
+        return refuseToDelete(removed);
+    report.say(sentence(translatable("Deleted the %s \"%s\"."), row.ref(), name));
+    return report.finish();
+}
