@@ -298,7 +298,7 @@ TEST_F(AllPages, AnEditedLabelIsWrittenOnceWhenItsPageIsLeft) {
 TEST_F(AllPages, InStandardNothingCanBeChanged) {
     const std::set<std::pair<int, int>> goTo = {{2004, 1012}, {2004, 1014}, {2004, 1016}};
     useSource(SourceId::standard());
-    makeSamples({}, {});
+    makeSamples({}, "Beam, front, clipped");
     int copied = 0;
     onEachPage([&] {
         for (QWidget* part : KorControls::all(&page())) {

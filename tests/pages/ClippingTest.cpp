@@ -175,11 +175,18 @@ TEST_F(Clipping, ThePictureAndTheLocksFollowTheSituation) {
 
 TEST_F(Clipping, AStrategyIsChosenAndLeftAgain) {
     auto& shown = view("HB front");
+    auto& twin = view("HB front");
+    shown.linkEqualItem(twin);
     open<KorDSMPageViewClipping>(shown);
     EXPECT_EQ(textOf(1091), "No clipping");
-    choose(1091, QStringLiteral("HB long beams"));
-    const std::int32_t key = row<StructDetViewLengthClip>("HB long beams").key;
+    choose(1091, QStringLiteral("HB railing panels"));
+    const std::int32_t key = row<StructDetViewLengthClip>("HB railing panels").key;
     EXPECT_TRUE(wroteOnly(shown, kClipOfView, std::int64_t{key}));
+    EXPECT_EQ(twin.getRecord().lengthClipKey, key);
+    EXPECT_EQ(textOf(1095), "1500");
+    EXPECT_EQ(linetype(), kDefaultLinetype.toStdString());
+    EXPECT_FALSE(isEnabled(1098)) << "its extension is the default";
+    choose(1091, QStringLiteral("HB long beams"));
     for (const int control : {1092, 1093, 1094, 1095, 1096, 1097, 1098, 1099, 1100, kLinetype, 1104, 1208})
         EXPECT_TRUE(isEnabled(control)) << control;
     choose(1091, QStringLiteral("No clipping"));
@@ -212,19 +219,6 @@ TEST_F(Clipping, ShowsOnlyWhatTheViewHas) {
     EXPECT_FALSE(isEnabled(1096)) << "the style clips automatically";
     leave();
     EXPECT_TRUE(wroteNothing());
-}
-
-TEST_F(Clipping, AChosenStrategyIsWrittenToTheViewAndItsTwins) {
-    auto& shown = view();
-    auto& twin = view();
-    shown.linkEqualItem(twin);
-    open<KorDSMPageViewClipping>(shown);
-    choose(1091, QStringLiteral("HB railing panels"));
-    const std::int32_t chosen = row<StructDetViewLengthClip>("HB railing panels").key;
-    EXPECT_TRUE(wroteOnly(shown, kClipOfView, std::int64_t{chosen}));
-    EXPECT_EQ(twin.getRecord().lengthClipKey, chosen);
-    EXPECT_EQ(textOf(1095), "1500");
-    EXPECT_EQ(linetype(), kDefaultLinetype.toStdString());
 }
 
 TEST_F(Clipping, ASharedStrategyIsAskedAboutAndARefusalWritesNothing) {
@@ -314,18 +308,6 @@ TEST_F(Clipping, CopiesAndRenamesTheStrategy) {
     EXPECT_TRUE(wroteClip(1, KorString("HB renamed")));
     EXPECT_EQ(textOf(1091), "HB renamed");
     EXPECT_EQ(control<QComboBox>(1091).findText(QStringLiteral("HB long beams")), -1);
-}
-
-TEST_F(Clipping, AReadOnlySourceLeavesNothingToChange) {
-    useSource(SourceId::standard());
-    auto& made = item<KorDsmViewRequestItem>();
-    made.m_pParent = &item<KorDsmDetailStyleItem>();
-    const_cast<StructDetViewRequest&>(made.getRecord()).lengthClipKey =
-        row<StructDetViewLengthClip>("Long members").key;
-    open<KorDSMPageViewClipping>(made);
-    EXPECT_EQ(textOf(1091), "Long members");
-    for (const int id : {1091, 1092, 1093, 1094, 1095, 1096, 1097, 1098, 1099, 1100, 1104, 1208, kLinetype})
-        EXPECT_FALSE(isEnabled(id)) << id;
 }
 
 } // namespace

@@ -102,9 +102,7 @@ TEST_F(Conflicts, EscapeKeepsAllOfMineWhateverWasChosen) {
         EXPECT_TRUE(grid.isCellChecked(1, kStored));
         QTest::keyClick(&grid, Qt::Key_Escape);
     });
-    QEvent activation(QEvent::WindowActivate);
-    QApplication::sendEvent(m_dialog.get(), &activation);
-    QApplication::processEvents();
+    comeBack();
     ASSERT_TRUE(m_asked);
     EXPECT_TRUE(pageControl<QRadioButton>(kBelowDetail)->isChecked());
     click(button(kApply));
@@ -147,13 +145,10 @@ TEST_F(Conflicts, WhatIsBeingTypedIsAskedAboutToo) {
             chooseAll(dialog, Qt::Key_S, kStored);
             click(KorControls::find<QPushButton>(&dialog, kOk));
         });
-        if (inField) {
-            QEvent activation(QEvent::WindowActivate);
-            QApplication::sendEvent(m_dialog.get(), &activation);
-            QApplication::processEvents();
-        } else {
+        if (inField)
+            comeBack();
+        else
             click(button(kApply));
-        }
         EXPECT_TRUE(m_asked) << inField;
         EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
     }
@@ -161,24 +156,6 @@ TEST_F(Conflicts, WhatIsBeingTypedIsAskedAboutToo) {
     m_databases.reset();
     EXPECT_EQ(stored("user.dsdb", "SELECT description FROM detail_style WHERE name='HB post 1:15'"),
               "theirs");
-}
-
-TEST_F(Conflicts, ApplyStoresAtOnceWhatOthersDidNotTouch) {
-    click(pageControl<QRadioButton>(kBelowDetail));
-    m_databases->setCurrentSource(SourceId::user());
-    StructDetBaseCategory category;
-    category.name = "Mine";
-    ASSERT_EQ(m_databases->append(tableOf<StructDetBaseCategory>, category), 1);
-    storeElsewhere("user.dsdb", "INSERT INTO base_category(\"key\", name) VALUES (" +
-                                    std::to_string(category.key) + ", 'Theirs')");
-    click(button(kApply));
-    EXPECT_FALSE(button(kApply)->isEnabled());
-    EXPECT_TRUE(StyleDatabases::current().pending().isEmpty());
-    close();
-    m_databases.reset();
-    EXPECT_EQ(stored("user.dsdb", "SELECT count(*) FROM base_category WHERE name IN ('Mine', 'Theirs')"),
-              "2");
-    EXPECT_EQ(stored("user.dsdb", kPosition), "4");
 }
 
 TEST_F(Conflicts, WhatIsStoredWhileApplyWaitsIsReadAndSaidBeforeMineIsStored) {

@@ -17,39 +17,6 @@ bool has(const std::string& name) {
 
 } // namespace
 
-TEST_F(EditorFixture, AStyleIsCopiedRenamedDeletedAndBroughtBack) {
-    open();
-    select(kStyle);
-    answerNext([](QWidget* modal) { typeName(modal, "HB post 1:20"); });
-    command(kCopy);
-    EXPECT_TRUE(has("HB post 1:20"));
-    EXPECT_EQ(selected(), "HB post 1:20");
-
-    answerNext([](QWidget* modal) { typeName(modal, "HB post 1:25"); });
-    press(Qt::Key_F2);
-    EXPECT_TRUE(has("HB post 1:25"));
-    EXPECT_FALSE(has("HB post 1:20"));
-    EXPECT_EQ(selected(), "HB post 1:25");
-
-    answerNext([](QWidget* modal) {
-        auto* box = qobject_cast<QMessageBox*>(modal);
-        ASSERT_NE(box, nullptr);
-        EXPECT_TRUE(box->text().contains("HB post 1:25"));
-        QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
-    });
-    command(kDelete);
-    EXPECT_FALSE(has("HB post 1:25"));
-    press(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_TRUE(has("HB post 1:25"));
-    select({"User", "Hallberg: posts and beams", "HB post 1:25"});
-    for (int step = 0; step < 2; ++step)
-        press(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_FALSE(isPending());
-    EXPECT_FALSE(has("HB post 1:20"));
-    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_TRUE(has("HB post 1:20"));
-}
-
 TEST_F(EditorFixture, TheUndoMenuNamesTheStepsAndTakesBackAllDownToTheOneChosen) {
     open();
     select(kStyle);
@@ -260,15 +227,7 @@ TEST_F(EditorFixture, HelpOpensBesideTheEditorAndLeadsBack) {
 TEST_F(EditorFixture, AStyleGetsLosesAndReordersItsViews) {
     open();
     const auto choose = [this](const char* command) {
-        QTimer::singleShot(0, m_dialog.get(), [command] {
-            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            ASSERT_NE(menu, nullptr);
-            menu->close();
-            for (QAction* action : menu->actions())
-                if (action->text() == command)
-                    return action->trigger();
-            ADD_FAILURE() << "no command " << command;
-        });
+        chooseInMenu(command);
         Q_EMIT tree().contextMenuRequested(tree().selectedItem(), m_dialog->pos());
     };
     const auto views = [this] { return inView("HB post 1:15"); };

@@ -6,6 +6,7 @@
 #include "session/DataFolder.h"
 #include "shell/ModuleResources.h"
 
+#include <QMenu>
 #include <QTabBar>
 #include <sqlite3.h>
 
@@ -106,6 +107,24 @@ void EditorFixture::changePosition() {
 void EditorFixture::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     m_dialog->activateWindow();
     QTest::keyClick(m_dialog.get(), key, modifiers);
+}
+
+void EditorFixture::comeBack() {
+    QEvent activation(QEvent::WindowActivate);
+    QApplication::sendEvent(m_dialog.get(), &activation);
+    QApplication::processEvents();
+}
+
+void EditorFixture::chooseInMenu(const char* command) {
+    QTimer::singleShot(0, m_dialog.get(), [command] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        menu->close();
+        for (QAction* action : menu->actions())
+            if (action->text() == command && action->isEnabled())
+                return action->trigger();
+        ADD_FAILURE() << "no command " << command;
+    });
 }
 
 void EditorFixture::answerNext(std::function<void(QWidget*)> answer) {

@@ -70,6 +70,10 @@ protected:
     static bool isPending() { return !StyleDatabases::current().pending().isEmpty(); }
     /// Makes one change: the title of the style goes below the detail.
     void changePosition();
+    /// Comes back to the window from another program.
+    void comeBack();
+    /// Chooses a command of the context menu that comes up next, where it is there and on.
+    void chooseInMenu(const char* command);
     /// Answers the next modal dialog by a click on its button with this number or text.
     void answerNext(std::function<void(QWidget*)> answer);
     void answerYes();

@@ -88,18 +88,6 @@ TEST_F(EditorFixture, TheWaysOutTellTheHostWhatToReload) {
     EXPECT_EQ(told(kOk, true), Flags(1, 1));
 }
 
-TEST_F(EditorFixture, WhatStandsInStandardIsCopiedAndUsedOnly) {
-    open();
-    const auto category = select({"Standard", "General", "Beams"});
-    tree().expand(category);
-    tree().selectItem(tree().getChildItem(category));
-    auto* strip = control<KorButtonGroup>(1011);
-    for (const int id : {1029, 1032, 1033, 1035, 1039, 1038})
-        EXPECT_FALSE(strip->isButtonEnabled(id)) << id;
-    EXPECT_TRUE(strip->isButtonEnabled(1030) && strip->isButtonEnabled(1036));
-    EXPECT_TRUE(button(kUse)->isEnabled());
-}
-
 TEST_F(EditorFixture, EverySectionShowsItsRecordsAndEveryPageOpens) {
     open();
     auto* sections = control<KorButtonGroupMenu>(1233)->buttonGroup();

@@ -80,15 +80,10 @@ TEST_F(History, OutlastsWhatAnotherProgramStored) {
     select(kRailings);
     select(kStyle);
     select(kView);
-    const auto lookAround = [this] {
-        QEvent activated(QEvent::WindowActivate);
-        QApplication::sendEvent(m_dialog.get(), &activated);
-        QApplication::processEvents();
-    };
     // Renamed there, it is the same place.
     storeElsewhere("user.dsdb", "UPDATE detail_style SET name='HB post 1:16' WHERE name='HB post 1:15'");
     const std::size_t places = m_dialog->history().places().size();
-    lookAround();
+    comeBack();
     EXPECT_EQ(selected(), "HB front");
     EXPECT_EQ(m_dialog->history().places().size(), places);
     go(kBack);
@@ -99,7 +94,7 @@ TEST_F(History, OutlastsWhatAnotherProgramStored) {
     // Deleted there, it is passed over.
     storeElsewhere("user.dsdb", "DELETE FROM detail_master WHERE name='HB post 1:15';"
                                 "DELETE FROM detail_style WHERE name='HB post 1:16'");
-    lookAround();
+    comeBack();
     go(kBack);
     EXPECT_EQ(selected(), "Hallberg: railings");
     EXPECT_FALSE(canGo(kForward)) << "everything after it is gone";
@@ -112,7 +107,12 @@ TEST_F(History, PassesOverWhatIsDeletedUntilItIsBack) {
     answerNext([](QWidget* modal) { typeName(modal, "HB post 1:20"); });
     command(kCopy);
     ASSERT_EQ(selected(), "HB post 1:20");
-    answerYes();
+    answerNext([](QWidget* modal) {
+        auto* box = qobject_cast<QMessageBox*>(modal);
+        ASSERT_NE(box, nullptr);
+        EXPECT_TRUE(box->text().contains("HB post 1:20"));
+        click(box->button(QMessageBox::Yes));
+    });
     command(kDelete);
     ASSERT_NE(selected(), "HB post 1:20");
     select(kRailings);
@@ -182,9 +182,7 @@ TEST_F(History, NeverTakesAForeignRecordForOneThatHadItsKey) {
                    "INSERT INTO detail_master (key, name, detail_key, number, style, category) "
                    "SELECT max(key) + 1, 'Theirs', 1, 99, (SELECT max(key) FROM detail_style), "
                    "(SELECT category FROM detail_master WHERE name='HB post 1:15') FROM detail_master");
-    QEvent activation(QEvent::WindowActivate);
-    QApplication::sendEvent(m_dialog.get(), &activation);
-    QCoreApplication::processEvents();
+    comeBack();
     EXPECT_EQ(selected(), "Mine");
     select(kStyle);
     go(kBack);

@@ -45,16 +45,8 @@ protected:
     }
     std::string selectedEntry() { return tree().getItemText(tree().selectedItem()).toStdString(); }
     // Chooses a command of the menu that comes up at a row.
-    void chooseAt(const char* name, const QString& command) {
-        QTimer::singleShot(0, m_dialog.get(), [command] {
-            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            ASSERT_NE(menu, nullptr);
-            menu->close();
-            for (QAction* action : menu->actions())
-                if (action->text() == command && action->isEnabled())
-                    return action->trigger();
-            ADD_FAILURE() << "no command " << command.toStdString();
-        });
+    void chooseAt(const char* name, const char* command) {
+        chooseInMenu(command);
         const QPoint place = placeOf(name);
         QTest::mouseClick(list().viewport(), Qt::RightButton, {}, place);
         Q_EMIT list().customContextMenuRequested(place);

@@ -67,9 +67,7 @@ TEST_F(EditorFixture, ACellThatCannotBeReadIsToldAlthoughTheTableWasLockedBefore
             told = box.informativeText().toStdString();
             box.close();
         });
-        QEvent activation(QEvent::WindowActivate);
-        QApplication::sendEvent(m_dialog.get(), &activation);
-        QApplication::processEvents();
+        comeBack();
         return told;
     };
     OtherProgram other(path("user.dsdb"));
