@@ -1,7 +1,7 @@
 #include "session/KorDSMRecordCommands.h"
 
 #include "base/Translation.h"
-#include "data/DeepCopy.h"
+#include "data/IndependentCopy.h"
 #include "data/RowClosure.h"
 #include "data/exchange/MasterNumbers.h"
 #include "model/KorDSMFamilies.h"
@@ -119,7 +119,7 @@ std::int32_t append(const KorDSMFamily& family, const KorString& name, std::int3
 
 std::int32_t appendCopy(RowRef row, const KorString& name, eDepth depth) {
     if (depth == eDepth::kAllThatUsed)
-        return DeepCopy(databases()).copy(row, name);
+        return IndependentCopy(databases()).copy(row, name);
     const auto record = databases().here()->table(row.table).rows().copyOf(find(row));
     record->name = name;
     return databases().append(row.table, *record) == WriteResult::kWritten ? record->key : 0;

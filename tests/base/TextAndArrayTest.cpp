@@ -1,5 +1,6 @@
 #include "base/KorArray.h"
 #include "base/KorString.h"
+#include "base/SimilarWord.h"
 
 #include <gtest/gtest.h>
 
@@ -33,6 +34,18 @@ TEST(KorString, OrdersByCodePointsAndFoldsCase) {
     EXPECT_EQ(KorString("ÄRGER İ Ω").lowered(), KorString("ärger i ω"));
     EXPECT_EQ(KorString(" \t a b \r\n").trimmed(), "a b");
     EXPECT_TRUE(KorString(" \n").trimmed().isEmpty());
+}
+
+TEST(KorString, ASlipOfTheFingerIsLikeWhatWasMeant) {
+    const std::vector<KorString> words = {"", "scale", "Träger", "view_1", "view_2", "No"};
+    EXPECT_EQ(similarWord("sclae", words), "scale") << "exchanged letters are one slip";
+    EXPECT_EQ(similarWord("SCALE", words), "scale");
+    EXPECT_EQ(similarWord("Trager", words), "Träger") << "a letter, however many bytes it has";
+    EXPECT_EQ(similarWord("viev_1", words), "view_1");
+    EXPECT_EQ(similarWord("view_3", words), "view_1") << "the first of those that are as like";
+    EXPECT_EQ(similarWord("Na", words), KorString()) << "half of it is another word";
+    EXPECT_EQ(similarWord("", words), KorString());
+    EXPECT_EQ(similarWord("something else", words), KorString());
 }
 
 TEST(KorString, WideTextsComeAndGoUnchanged) {

@@ -8,9 +8,10 @@
 /// Copies rows of the current source together with all that they use and users make, so that a change of the
 /// copy reaches no other record. Vocabulary, groups and categories stay common. What is used twice is copied
 /// once while the object lives.
-class DeepCopy {
+class IndependentCopy {
 public:
-    explicit DeepCopy(StyleDatabases& databases) : m_databases(databases), m_source(*databases.here()) {}
+    explicit IndependentCopy(StyleDatabases& databases)
+        : m_databases(databases), m_source(*databases.here()) {}
 
     /// Appends a copy of the row and its parts under `name`; what goes along gets free names. Returns the
     /// copy's key, or 0 when a row was refused: what was appended by then stands, and the caller takes it

@@ -1,11 +1,11 @@
-#include "data/DeepCopy.h"
+#include "data/IndependentCopy.h"
 
 #include "data/FreeName.h"
 #include "data/RowClosure.h"
 
 #include <algorithm>
 
-std::int32_t DeepCopy::copy(RowRef row, const KorString& name) {
+std::int32_t IndependentCopy::copy(RowRef row, const KorString& name) {
     const RowArray& rows = m_source.table(row.table).rows();
     const auto record = rows.copyOf(rows.find(row.key));
     record->name = name;
@@ -23,14 +23,14 @@ std::int32_t DeepCopy::copy(RowRef row, const KorString& name) {
 }
 
 // References form no circle between tables, so this ends.
-std::int32_t DeepCopy::copyOf(RowRef row) {
+std::int32_t IndependentCopy::copyOf(RowRef row) {
     if (const auto known = m_copies.find(row); known != m_copies.end())
         return known->second;
     const StructRecord* record = m_source.table(row.table).find(KorOdbcKey(row.key));
     return record ? copy(row, freeName(m_source, row.table, record->name)) : 0;
 }
 
-bool DeepCopy::append(RowRef row, StructRecord& record) {
+bool IndependentCopy::append(RowRef row, StructRecord& record) {
     record.key = 0;
     for (const Column& column : findTable(row.table)->columns) {
         if (!column.isReference() || column.role != eReferenceRole::kUses ||
