@@ -37,8 +37,9 @@ void addCopy(CLI::App& app, Wanted& wanted) {
            translatable(
                "standard, user, or an add-in; by default the first of user, standard, add-ins that has it"));
     command->add_option("NEWNAME", options->newName, translatable("The name of the copy"))->required();
-    command->add_flag("--deep", options->deep,
-                      translatable("Copy along all that it uses, so that the copy shares nothing"));
+    command->add_flag(
+        "--deep", options->deep,
+        translatable("Within one source: copy along all that it uses, so that the copy shares nothing"));
     command->add_option(
         "--to", options->to,
         translatable("Source of the copy, by default user; into another source comes all that "

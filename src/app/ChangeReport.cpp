@@ -2,6 +2,7 @@
 
 #include "app/CommitReport.h"
 #include "app/Console.h"
+#include "app/TypedValue.h"
 #include "base/Translation.h"
 #include "data/ScopedSource.h"
 #include "session/KorDSMCommit.h"
@@ -86,10 +87,17 @@ void ChangeReport::listSteps() {
 int ChangeReport::finish() {
     if (m_options.json)
         listSteps();
+    std::vector<std::pair<const Column*, CellValue>> written;
+    for (const PendingStep* step : StyleDatabases::current().pending().steps())
+        if (step->column)
+            written.emplace_back(step->column, step->after);
     if (m_options.dryRun)
         KorDSMCommit::discard();
     else if (!keepChanges())
         return kExitFailed;
+    for (const auto& [column, value] : written)
+        if (!m_options.dryRun)
+            TypedValue::tellUnlistedScale(*column, value);
     if (m_options.json)
         Console::print(m_document);
     else if (m_options.dryRun)
@@ -104,6 +112,7 @@ int ChangeReport::finish() {
 
 int ChangeReport::refuse(const KorString& sentence, eExitCode code) {
     KorDSMCommit::discard();
-    Console::complain(sentence);
+    Console::complain(sentence.isEmpty() ? translated("The change could not be made, so nothing was written.")
+                                         : sentence);
     return code;
 }

@@ -2,6 +2,7 @@
 #include "app/Commands.h"
 #include "app/Console.h"
 #include "app/DidYouMean.h"
+#include "app/EntryList.h"
 #include "app/ReadProblems.h"
 #include "app/TypedValue.h"
 #include "base/Translation.h"
@@ -20,16 +21,12 @@ namespace {
 
 using Outcome = KorDSMRecordCommands::Outcome;
 
-KorString listOf(const std::vector<KorString>& names) {
-    constexpr std::size_t kMostTold = 20;
-    KorString list;
-    for (std::size_t i = 0; i < std::min(names.size(), kMostTold); ++i)
-        list = list + (i == 0 ? "" : ", ") + KorString::format("\"%s\"", {names[i]});
-    return names.size() > kMostTold ? list + ", ..." : list;
-}
-
 KorString sentence(const char* pattern, RowRef row, const KorString& name, const KorString& more = {}) {
     return KorString::format(translated(pattern), {findTable(row.table)->rowName(), name, more});
+}
+
+KorString nameOf(SourceId source, RowRef row) {
+    return StyleDatabases::current().source(source)->table(row.table).find(KorOdbcKey(row.key))->name;
 }
 
 // Why a record cannot be made or deleted on its own: empty where it can.
@@ -78,13 +75,8 @@ KorString kindsThatAreMade() {
 // The key of the group that NAME --in means, 0 for none. An error says why it cannot be told.
 std::int32_t groupKey(const TableSchema& table, const std::string& name, KorString& error) {
     const eTableType type = KorDSMRecordCommands::groupsOf(table.type);
-    if (type == kNoTable) {
-        if (!name.empty())
-            error =
-                KorString::format(translated("Records of the kind \"%s\" are filed nowhere; leave out --in."),
-                                  {table.kindName()});
+    if (type == kNoTable)
         return 0;
-    }
     const TableSchema& groups = *findTable(type);
     const StyleTable& rows = StyleDatabases::current().here()->table(type);
     const std::vector<KorString> names = RowChoice::namesIn(rows);
@@ -100,8 +92,18 @@ std::int32_t groupKey(const TableSchema& table, const std::string& name, KorStri
                                            "\"detailstyles new %s NAME\", and name it with --in."),
                                 {table.rowName(), groups.rowName(), groups.kindName()})
             : KorString::format(translated("A %s is filed in a %s; name one with --in, which is one of %s."),
-                                {table.rowName(), groups.rowName(), listOf(names)});
+                                {table.rowName(), groups.rowName(), RowChoice::listOf(names)});
     return 0;
+}
+
+// Lists a record in a category that is listed in several, such as a view. An error says why not.
+KorString listIn(SourceId source, RowRef row, const std::string& category) {
+    const RowChoice record{source, findTable(row.table), KorOdbcKey(row.key)};
+    const std::unique_ptr<EntryList> list = EntryList::of(record);
+    if (!list || list->columns().front()->role != eReferenceRole::kFiledUnder)
+        return KorString::format(translated("Records of the kind \"%s\" are filed nowhere; leave out --in."),
+                                 {record.table->kindName()});
+    return list->add(0, KorString(category));
 }
 
 // Writes COLUMN=VALUE into the new row. An error says why not.
@@ -111,16 +113,22 @@ KorString setValue(RowRef row, const std::string& text) {
         return KorString::format(translated("\"%s\" is no COLUMN=VALUE, such as scale=1:10."), {text});
     KorString error;
     const TableSchema& table = *findTable(row.table);
-    const Column* column =
-        TypedValue::findColumn(table, TypedValue::columnsOf(table), text.substr(0, mark), error);
+    std::vector<const Column*> columns = TypedValue::columnsOf(table);
+    std::erase(columns, table.column(1)); // the name was given
+    const Column* column = TypedValue::findColumn(table, columns, text.substr(0, mark), error);
     if (!column)
         return error;
     const TypedValue::Typed typed = TypedValue::read(row, *column, text.substr(mark + 1));
     if (!typed.value)
         return typed.error;
-    StyleDatabases::current().setCell(row.table, KorOdbcKey(row.key), column->number, *typed.value);
-    TypedValue::tellUnlistedScale(*column, *typed.value);
-    return {};
+    StyleDatabases& databases = StyleDatabases::current();
+    const StructRecord* record = databases.here()->table(row.table).find(KorOdbcKey(row.key));
+    const bool isStored = column->read(record) == *typed.value ||
+                          databases.setCell(row.table, KorOdbcKey(row.key), column->number, *typed.value) ==
+                              WriteResult::kWritten;
+    return isStored ? KorString()
+                    : KorString::format(translated("The value could not be written to column \"%s\"."),
+                                        {column->name});
 }
 
 } // namespace
@@ -145,14 +153,35 @@ int newCommand(DataFolder&, const NewOptions& options) {
     const Outcome made = KorDSMRecordCommands::create(source, table->type, options.row.name, group);
     if (!made.done)
         return ChangeReport::refuse(made.refusal);
+    if (!options.group.empty() && KorDSMRecordCommands::groupsOf(table->type) == kNoTable)
+        error = listIn(source, made.row, options.group);
+    if (!error.isEmpty())
+        return ChangeReport::refuse(error);
     for (const std::string& value : options.values)
         if (error = setValue(made.row, value); !error.isEmpty())
             return ChangeReport::refuse(error);
     report.isAbout(source, made.row);
-    report.say(sentence(translatable("Made the %s \"%s\" (key %s)."), made.row, options.row.name,
+    report.say(sentence(translatable("Made the %s \"%s\" (key %s)."), made.row, nameOf(source, made.row),
                         KorString::number(made.row.key)));
     return report.finish();
 }
+
+namespace {
+
+// What could not keep its name in the target.
+void tellRenamed(const ImportReport& brought, ChangeReport& report) {
+    QJsonArray renamed;
+    for (const ImportReport::Renamed& each : brought.renamed) {
+        report.say(KorString::format(translated("The %s \"%s\" came in as \"%s\"."),
+                                     {findTable(each.table)->rowName(), each.from, each.to}));
+        renamed.append(QJsonObject{{"kind", Console::text(findTable(each.table)->kindName())},
+                                   {"from", Console::text(each.from)},
+                                   {"to", Console::text(each.to)}});
+    }
+    report.add("renamed", renamed);
+}
+
+} // namespace
 
 int copyCommand(DataFolder&, const CopyOptions& options) {
     RowChoice row;
@@ -180,19 +209,11 @@ int copyCommand(DataFolder&, const CopyOptions& options) {
     if (!copied.done)
         return ChangeReport::refuse(copied.refusal);
     report.isAbout(to, copied.row);
-    report.say(
-        KorString::format(translated("Copied the %s \"%s\" as \"%s\" (key %s)."),
-                          {row.table->rowName(), name, options.newName, KorString::number(copied.row.key)}));
+    report.say(KorString::format(
+        translated("Copied the %s \"%s\" as \"%s\" (key %s)."),
+        {row.table->rowName(), name, nameOf(to, copied.row), KorString::number(copied.row.key)}));
     report.sayCompanions();
-    QJsonArray renamed;
-    for (const ImportReport::Renamed& each : brought.renamed) {
-        report.say(KorString::format(translated("The %s \"%s\" came in as \"%s\"."),
-                                     {findTable(each.table)->rowName(), each.from, each.to}));
-        renamed.append(QJsonObject{{"kind", Console::text(findTable(each.table)->kindName())},
-                                   {"from", Console::text(each.from)},
-                                   {"to", Console::text(each.to)}});
-    }
-    report.add("renamed", renamed);
+    tellRenamed(brought, report);
     for (const std::string& left : brought.leftOut)
         Console::complain(left);
     return report.finish();
@@ -212,7 +233,7 @@ int renameCommand(DataFolder&, const RenameOptions& options) {
         return ChangeReport::refuse(renamed.refusal);
     report.isAbout(row.source, row.ref());
     report.say(
-        sentence(translatable("Renamed the %s \"%s\" to \"%s\"."), row.ref(), before, options.newName));
+        sentence(translatable("Renamed the %s \"%s\" to \"%s\"."), row.ref(), before, row.record()->name));
     return report.finish();
 }
 
@@ -225,7 +246,7 @@ int refuseToDelete(const Outcome& refused) {
         Console::complain(KorString::format(translated("%s \"%s\" uses it as \"%s\" (%s)."),
                                             {user.kind, user.name, user.as, user.database}));
     if (!refused.filed.empty())
-        Console::complain(KorString::format(translated("It holds %s."), {listOf(refused.filed)}));
+        Console::complain(KorString::format(translated("It holds %s."), {RowChoice::listOf(refused.filed)}));
     return kExitFailed;
 }
 

@@ -83,6 +83,14 @@ std::vector<KorString> RowChoice::namesIn(const StyleTable& table) {
     return names;
 }
 
+KorString RowChoice::listOf(const std::vector<KorString>& names) {
+    constexpr std::size_t kMostTold = 20;
+    KorString list;
+    for (std::size_t i = 0; i < std::min(names.size(), kMostTold); ++i)
+        list = list + (i == 0 ? "" : ", ") + KorString::format("\"%s\"", {names[i]});
+    return names.size() > kMostTold ? list + ", ..." : list;
+}
+
 KorString RowChoice::severalNamed(const StyleTable& table, const std::vector<std::int32_t>& keys) {
     constexpr std::size_t kMostTold = 8;
     if (keys.size() < 2)

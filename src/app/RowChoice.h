@@ -32,6 +32,8 @@ struct RowChoice {
 
     /// The names of all rows of a table.
     static std::vector<KorString> namesIn(const StyleTable& table);
+    /// Names in quotes with commas; of many only the first.
+    static KorString listOf(const std::vector<KorString>& names);
     /// What to say where a name stands for several rows of a table; empty for one key.
     static KorString severalNamed(const StyleTable& table, const std::vector<std::int32_t>& keys);
 

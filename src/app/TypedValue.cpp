@@ -53,7 +53,12 @@ KorString adviceOn(const Column& column, const KorString& text) {
                    KorString::format(
                        translated("The source \"%s\" has it; \"detailstyles copy %s\" brings it."),
                        {SourceChoice::nameOf(id), target.kindName()});
-    return didYouMean(text, RowChoice::namesIn(tableOf(target.type)));
+    constexpr std::size_t kFew = 20;
+    const std::vector<KorString> names = RowChoice::namesIn(tableOf(target.type));
+    const KorString similar = didYouMean(text, names);
+    return !similar.isEmpty() || names.empty() || names.size() > kFew
+               ? similar
+               : KorString(" ") + KorString::format(translated("There are %s."), {RowChoice::listOf(names)});
 }
 
 } // namespace

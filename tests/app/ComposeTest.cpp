@@ -112,11 +112,11 @@ void ComposeTest::compose() {
     does({"new", "view-dim-strategy", "Along"});
     does({"entry", "add", "view-dim-strategy", "Along", "--value", "Length"});
     does({"new", "system-and-box", "Box", "--value", "system_source=Part", "--value", "orientation=Front"});
-    for (const QString view : {"Front", "Section"}) {
-        does({"new", "view-request", view, "--value", "scale=1:10", "--value", "system_and_box=Box",
-              "--value", "repr_map=Map", "--value", "select_mode=Always"});
-        does({"entry", "add", "view-request", view, "--value", "Workshop"});
-    }
+    const QStringList cells = {"--value", "scale=1:10",   "--value", "system_and_box=Box",
+                               "--value", "repr_map=Map", "--value", "select_mode=Always"};
+    does(QStringList{"new", "view-request", "Front"} + cells);
+    does({"entry", "add", "view-request", "Front", "--value", "Workshop"});
+    does(QStringList{"new", "view-request", "Section", "--in", "Workshop"} + cells);
     does({"set", "view-request", "Front", "dim_strategy", "Along"});
     does({"new", "view-arrange-strategy", "Rows", "--value", "projection=Third angle"});
     does({"new", "detail-style", "Rail", "--in", "Workshop", "--value", "arrange_strategy=Rows"});
@@ -268,7 +268,7 @@ TEST_F(ComposeTest, WhatIsMistypedIsAnsweredWithWhatIsMeant) {
     refuses({"list", "--source", "standart"}, 1, "Did you mean \"standard\"?");
     refuses({"set", "view-request", "Front", "scael", "1:5"}, 2, "Did you mean \"scale\"?");
     refuses({"set", "detail-style", "Rail", "view_1", "Frnot"}, 1, "Did you mean \"Front\"?");
-    refuses({"set", "view-request", "Front", "select_mode", "Never at all"}, 1, "named \"Never at all\".");
+    refuses({"set", "view-request", "Front", "select_mode", "Never at all"}, 1, "There are \"Always\".");
     refuses({"set", "view-request", "Front", "orientation", "Top"}, 2, "no column");
     refuses({"set", "system-and-box", "Box", "orientation", "Top", "--shared"}, 1,
             "The source \"standard\" has it; \"detailstyles copy orientation\" brings it.");
@@ -283,4 +283,6 @@ TEST_F(ComposeTest, WhatIsMistypedIsAnsweredWithWhatIsMeant) {
     refuses({"new", "arranger-control", "Other", "--value", "side_preference=Over"}, 1,
             "Nearest, Left, Right, Above, Below");
     refuses({"new", "view-request", "Other", "--value", "1:10"}, 1, "COLUMN=VALUE");
+    refuses({"new", "view-request", "Other", "--value", "name=Another"}, 1, "no column \"name\"");
+    refuses({"new", "view-request", "Other", "--in", "Workship"}, 1, "Did you mean \"Workshop\"?");
 }
