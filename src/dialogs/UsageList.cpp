@@ -39,8 +39,7 @@ void UsageList::setUsages(std::vector<KorDSMUsage> usages) {
     std::vector<KorListRow> rows;
     rows.reserve(m_usages.size());
     for (const KorDSMUsage& usage : m_usages)
-        rows.push_back(
-            {{usage.name, usage.kind, usage.as, usage.database}, -1, const_cast<KorDSMUsage*>(&usage)});
+        rows.push_back({{usage.name, usage.kind, usage.as, usage.database}, -1, &usage});
     m_list->setItems(std::move(rows));
     m_list->setAccessibleName(toQt(caption()));
 }
@@ -51,7 +50,7 @@ KorString UsageList::caption() const {
 }
 
 void UsageList::choose(int row) {
-    if (const auto* usage = static_cast<const KorDSMUsage*>(m_list->getItemData(row)))
+    if (const auto* usage = m_list->getItemData(row).as<const KorDSMUsage>())
         Q_EMIT chosen(*usage);
 }
 

@@ -55,12 +55,8 @@ KorDSMDataStructure& KorDSMDataStructure::operator=(const KorDSMDataStructure& o
 }
 
 void KorDSMDataStructure::setUpSections() {
-    for (const KorDSMSection& description : KorDSMFamilies::sections()) {
-        KorDsmSectionItem& section = *getSection(description.section);
-        section.m_Type = description.type;
-        section.m_Section = description.section;
-        section.m_Name = Prompts::ups(description.namePrompt);
-    }
+    for (const KorDSMSection& section : KorDSMFamilies::sections())
+        getSection(section.section)->describe(section, Prompts::ups(section.namePrompt));
 }
 
 void KorDSMDataStructure::appendAddedItemData(std::unique_ptr<KorDSMTreeItemData> data) {

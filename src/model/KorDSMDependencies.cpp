@@ -72,11 +72,11 @@ bool canHaveDependents(KorDSMDefines::eItemType type) {
 }
 
 void createChildren(KorDSMDatabaseItem& item) {
-    if (item.m_bExpanded)
+    if (item.isExpanded())
         return;
-    if (canHaveDependents(item.m_Type))
-        KorDSMFamilies::of(item.m_Type)->addDependents(item);
-    item.m_bExpanded = true;
+    if (canHaveDependents(item.type()))
+        KorDSMFamilies::of(item.type())->addDependents(item);
+    item.setExpanded();
 }
 
 bool refreshRecord(KorDSMDatabaseItem& item) {

@@ -17,9 +17,7 @@ std::unique_ptr<Base> make() {
 }
 
 std::unique_ptr<KorDSMDatabaseItem> makeStrategyArrangement() {
-    auto item = std::make_unique<KorDsmAnnotationArrangementItem>();
-    item->m_bStandsForStrategy = true;
-    return item;
+    return std::make_unique<KorDsmAnnotationArrangementItem>(true);
 }
 
 // A node can be given another type than its own.
@@ -35,8 +33,9 @@ void loadViews(KorDSMDatabaseItem& item) {
 
 void readAnnotationType(KorDSMDatabaseItem& item) {
     auto& annotation = static_cast<KorDsmAnnotationStrategyItem&>(item);
-    KorOdbcGUI::getDetAnnotationType(KorOdbcKey(annotation.getRecord().annotationTypeKey),
-                                     annotation.m_AnnotationType);
+    StructDetAnnotationType type = annotation.annotationType();
+    KorOdbcGUI::getDetAnnotationType(KorOdbcKey(annotation.getRecord().annotationTypeKey), type);
+    annotation.setAnnotationType(type);
 }
 
 template <typename R, int (*Compare)(const R&, const R&)>

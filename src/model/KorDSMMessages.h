@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/KorString.h"
+#include "base/KorTreeHandle.h"
 #include "model/KorDSMDefines.h"
 #include "model/KorDSMRowChange.h"
 #include "model/items/KorDSMTreeItemData.h"

@@ -13,7 +13,7 @@
 namespace {
 
 const KorDSMFamily& familyIn(const KorDsmAddInContentItem& addIn) {
-    return *KorDSMFamilies::of(addIn.m_pSection->family);
+    return *KorDSMFamilies::of(addIn.section()->family);
 }
 
 const KorDSMFamily& groupsIn(const KorDsmAddInContentItem& addIn) {
@@ -49,7 +49,7 @@ void KorDSMSectionLoader::loadGroups(KorDsmAddInContentItem& addIn) {
 }
 
 void KorDSMSectionLoader::expandAddInContent(KorDsmAddInContentItem& addIn) {
-    if (addIn.m_bExpanded || !addIn.m_pSection)
+    if (addIn.isExpanded() || !addIn.section())
         return;
     const KorDSMBusy busy;
     const KorDSMFamily& family = familyIn(addIn);
@@ -67,5 +67,5 @@ void KorDSMSectionLoader::expandAddInContent(KorDsmAddInContentItem& addIn) {
         placeRecord(filling, family, filing, names[i]);
     }
     sendProgress(DsmProgress::kDone, 100);
-    addIn.m_bExpanded = true;
+    addIn.setExpanded();
 }

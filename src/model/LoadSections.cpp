@@ -72,10 +72,8 @@ void KorDSMSectionLoader::StartProgressBar() {
 }
 
 void KorDSMSectionLoader::loadSectionData(KorDSMDataStructure& structure, const KorDSMSection& section) {
-    auto standard = std::make_unique<KorDsmDatabaseContentItem>();
-    standard->m_IconIndex = KorDSMDefines::kIconHost;
-    standard->m_Database = KorDSNDefinitions::kStandard;
-    standard->m_Name = Prompts::ups(21021);
+    auto standard = std::make_unique<KorDsmDatabaseContentItem>(
+        KorDSNDefinitions::kStandard, KorDSMDefines::kIconHost, Prompts::ups(21021));
     if (KorDSMDefines::m_GlobalIcons.isEmpty())
         KorDSMDefines::loadGlobalIcons();
     for (const LoadedSource& source : standardSideSources()) {
@@ -85,15 +83,14 @@ void KorDSMSectionLoader::loadSectionData(KorDSMDataStructure& structure, const 
         const KorDSNRequest request(source.id.dsn, source.id.index);
         std::unique_ptr<KorDsmAddInContentItem> item =
             loadAddIn(section, source.id.index, isAddIn ? addInName(source.addIn) : Prompts::ups(21023));
-        item->m_Image = isAddIn ? AddInManager::getInstance().getAddIn(source.addIn).getIcon()
-                                : KorDSMDefines::m_GlobalIcons[KorDSMDefines::kIconInstallation].file;
+        item->setImage(isAddIn ? AddInManager::getInstance().getAddIn(source.addIn).getIcon()
+                               : KorDSMDefines::m_GlobalIcons[KorDSMDefines::kIconInstallation].file);
         standard->addChild(std::move(item));
     }
 
-    auto user = std::make_unique<KorDsmDatabaseContentItem>();
-    user->m_IconIndex = 6;
-    user->m_Database = KorDSNDefinitions::kUser;
-    user->m_Name = Prompts::ups(21022);
+    constexpr std::int32_t kUserIcon = 6;
+    auto user =
+        std::make_unique<KorDsmDatabaseContentItem>(KorDSNDefinitions::kUser, kUserIcon, Prompts::ups(21022));
     {
         const KorDSNRequest request(KorDSNDefinitions::kUser, KorDSNDefinitions::kUserIndex);
         user->addChild(loadAddIn(section, KorDSNDefinitions::kUserIndex, Prompts::ups(21022)));
@@ -111,8 +108,7 @@ std::unique_ptr<KorDsmAddInContentItem> KorDSMSectionLoader::loadAddIn(const Kor
         section.load(*item, m_progress);
     else
         loadGroups(*item);
-    item->m_AddInIndex = index;
-    item->m_Name = name;
+    item->describe(index, name);
     return item;
 }
 

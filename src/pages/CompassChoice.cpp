@@ -95,7 +95,7 @@ int CompassChoice::checkedIn(int first, int last) const {
 }
 
 int CompassChoice::storedCode() const {
-    const auto* item = static_cast<const KorDSMDatabaseItem*>(m_page.getData());
+    const auto* item = m_page.getData().as<KorDSMDatabaseItem>();
     return item ? static_cast<const StructDetViewRequest*>(item->record())->compassKey : 0;
 }
 

@@ -92,7 +92,7 @@ protected:
     /// What every page shows, and these columns of the item's own record.
     std::vector<ShownColumns> shownWith(std::vector<int> columns) const;
     /// The item that the page shows, or null.
-    KorDSMDatabaseItem* item() const { return static_cast<KorDSMDatabaseItem*>(getData()); }
+    KorDSMDatabaseItem* item() const { return getData().as<KorDSMDatabaseItem>(); }
 
     /// Enables a control where the source may be edited; disables it always.
     void enableControl(int controlId, bool enable);

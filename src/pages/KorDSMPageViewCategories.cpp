@@ -71,7 +71,7 @@ bool KorDSMPageViewCategories::loadData() {
             continue;
         KorListRow row;
         row.texts = {{}, name};
-        row.data = reinterpret_cast<void*>(static_cast<std::intptr_t>(category.key));
+        row.data = KorEntryData(category.key);
         row.checked = KorRequestObject::getSelected(category, requestOf(*item()));
         rows.push_back(row);
     }
@@ -87,8 +87,7 @@ std::vector<ShownColumns> KorDSMPageViewCategories::shownColumns() const {
 
 void KorDSMPageViewCategories::onCheckToggled(int row) {
     StructDetBaseCategory category;
-    const auto key = static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(m_list->getItemData(row)));
-    if (!item() || KorOdbcGUI::getDetBaseCategory(KorOdbcKey(key), category) != 1)
+    if (!item() || KorOdbcGUI::getDetBaseCategory(KorOdbcKey(m_list->getItemData(row).key()), category) != 1)
         return;
     const WaitCursor wait;
     const bool select = !KorRequestObject::getSelected(category, requestOf(*item()));

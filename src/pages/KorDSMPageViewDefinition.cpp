@@ -158,7 +158,7 @@ KorDsmViewRequestItem* KorDSMPageViewDefinition::viewItem() const {
 }
 
 KorDsmDetailStyleItem* KorDSMPageViewDefinition::styleItem() const {
-    return item() ? dynamic_cast<KorDsmDetailStyleItem*>(item()->m_pParent) : nullptr;
+    return item() ? dynamic_cast<KorDsmDetailStyleItem*>(item()->parent()) : nullptr;
 }
 
 int KorDSMPageViewDefinition::placeInStyle() const {
@@ -244,9 +244,9 @@ void KorDSMPageViewDefinition::replaceDependents(int column) {
     const Section& section = *std::ranges::find(kSections, column, &Section::column);
     const StructDetViewRequest request = viewItem()->getRecord();
     for (KorDSMDatabaseItem* owner : item()->itemsOfRecord()) {
-        if (!owner->m_bExpanded)
+        if (!owner->isExpanded())
             continue;
-        const auto child = std::ranges::find(owner->children(), section.type, &KorDSMDatabaseItem::m_Type);
+        const auto child = std::ranges::find(owner->children(), section.type, &KorDSMDatabaseItem::type);
         if (child == owner->children().end()) {
             // It had none so far: its children are made anew when its entry is opened.
             owner->dropDependents();
@@ -264,7 +264,7 @@ void KorDSMPageViewDefinition::goTo(int section) {
         return;
     // A reference that points nowhere has no entry, so those after it stand one further up.
     DsmGoToChild message;
-    message.entry = item()->m_hTreeItem;
+    message.entry = item()->entry();
     for (int i = 0; i <= section; ++i) {
         const bool present = KorControls::find<QComboBox>(this, kSections[i].combo)->currentIndex() >= 0;
         if (i == section && !present)

@@ -270,7 +270,7 @@ bool KorDSMPlainPage::loadData() {
 // What a record refers to hangs below its entries, and is made anew there.
 void KorDSMPlainPage::onWritten(int column) {
     if (m_description.viaColumn != 0 || !shownTable().column(column)->isReference() ||
-        !KorDSMDependencies::canHaveDependents(item()->m_Type))
+        !KorDSMDependencies::canHaveDependents(item()->type()))
         return;
     for (KorDSMDatabaseItem* owner : item()->itemsOfRecord())
         owner->dropDependents();

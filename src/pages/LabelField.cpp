@@ -15,7 +15,7 @@ LabelField::LabelField(KorDSMPage& page, VELLabelDesignerCtrlWrap& designer, int
 }
 
 CellValue LabelField::stored() const {
-    const auto& item = *static_cast<const KorDSMDatabaseItem*>(m_page.getData());
+    const auto& item = *m_page.getData().as<KorDSMDatabaseItem>();
     return findTable(item.tableType())->column(m_column)->read(item.record());
 }
 

@@ -42,7 +42,7 @@ PageFields::PageFields(KorDSMPage& page, std::vector<PageField> fields, std::fun
 PageFields::Row PageFields::row() const {
     if (m_rowToEdit)
         return m_rowToEdit();
-    const auto* item = static_cast<const KorDSMDatabaseItem*>(m_page.getData());
+    const auto* item = m_page.getData().as<KorDSMDatabaseItem>();
     return item && item->record() ? Row{item->tableType(), KorOdbcKey(item->recordKey())} : Row();
 }
 

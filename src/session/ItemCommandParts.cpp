@@ -37,7 +37,7 @@ KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std
 }
 
 KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int action) {
-    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
+    const KorDSMFamily* family = KorDSMFamilies::of(item.type());
     if (!family || family->listedBy.isEmpty())
         return {};
     const Column& filing = *KorDSMFamilies::filingColumn(item.tableType());
@@ -45,7 +45,7 @@ KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int act
                                     .here()
                                     ->table(filing.target)
                                     .find(KorOdbcKey(filing.integerIn(item.record())));
-    return {item.m_Type,
+    return {item.type(),
             action,
             group ? group->name : KorString(),
             item.record()->name,
@@ -53,7 +53,7 @@ KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int act
 }
 
 bool needsMaster(const KorDSMDatabaseItem& item) {
-    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
+    const KorDSMFamily* family = KorDSMFamilies::of(item.type());
     return family && family->filedBy == kTableDetailMaster;
 }
 

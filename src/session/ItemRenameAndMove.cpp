@@ -83,15 +83,15 @@ Filing filingOf(const KorDSMDatabaseItem& item) {
 
 KorString whyNotMovable(const KorDSMDatabaseItem& item, const KorDSMDatabaseItem& group) {
     const auto reason = [](int number) { return Prompts::dsm(number); };
-    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
+    const KorDSMFamily* family = KorDSMFamilies::of(item.type());
     const SourceRequest source(item);
-    if (!family || !family->isFiled() || group.m_Type != family->group)
+    if (!family || !family->isFiled() || group.type() != family->group)
         return reason(kOtherKind);
-    if (!item.m_pParent || item.m_pParent->m_Type != family->group)
+    if (!item.parent() || item.parent()->type() != family->group)
         return reason(kShownAsPart);
     if (KorDSMItemSource::sourceOf(&item) != KorDSMItemSource::sourceOf(&group))
         return reason(kOtherSource);
-    if (item.m_pParent == &group)
+    if (item.parent() == &group)
         return reason(kAlreadyThere);
     return whyNotWritable(item);
 }
@@ -110,7 +110,7 @@ Outcome moveToGroup(KorDSMDatabaseItem& item, KorDSMDatabaseItem& group) {
     if (!outcome.done)
         return outcome;
     KorDSMTwins::recordWritten(item);
-    group.addChild(item.m_pParent->releaseChild(item));
+    group.addChild(item.parent()->releaseChild(item));
     outcome.notice = noticeFor(item, DsmListChanged::kReload);
     return outcome;
 }

@@ -10,9 +10,9 @@ using namespace KorDSMDefines;
 
 SelectionFacts selectionFactsOf(KorDSMDatabaseItem& item, bool entryHasChildren) {
     SelectionFacts facts;
-    facts.type = item.m_Type;
-    if (item.m_pParent)
-        facts.parentType = item.m_pParent->m_Type;
+    facts.type = item.type();
+    if (item.parent())
+        facts.parentType = item.parent()->type();
     facts.entryHasChildren = entryHasChildren || !item.children().isEmpty();
     facts.insideDetailStyle = item.ancestor(kDetailStyle) != nullptr;
     const KorDsmSectionItem* section = KorDSMItemPath::sectionOf(item);

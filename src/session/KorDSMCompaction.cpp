@@ -25,7 +25,7 @@ KorString sentenceOf(std::size_t parts, const KorString& file) {
 
 bool KorDSMCompaction::isFor(const KorDSMDatabaseItem& item) {
     const bool isSource =
-        item.m_Type == KorDSMDefines::kDatabaseContent || item.m_Type == KorDSMDefines::kAddInContent;
+        item.type() == KorDSMDefines::kDatabaseContent || item.type() == KorDSMDefines::kAddInContent;
     return isSource && StyleDatabases::current().isEditable(KorDSMItemSource::sourceOf(&item));
 }
 

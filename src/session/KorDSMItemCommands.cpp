@@ -77,7 +77,7 @@ bool appendCopy(KorDSMDatabaseItem& copy, const KorString& name) {
 
 // The loaded group in which a record that is shown as a part of another one is filed, or null.
 KorDSMDatabaseItem* groupElsewhere(const KorDSMDatabaseItem& item) {
-    if (KorDSMDefines::isGroupType(item.m_pParent->m_Type))
+    if (KorDSMDefines::isGroupType(item.parent()->type()))
         return nullptr;
     const Column* filing = KorDSMFamilies::filingColumn(item.tableType());
     return filing ? KorDSMWhereUsed::findGroup(KorDSMDialogFactory::getDSMDataStructure(),
@@ -119,7 +119,7 @@ bool canDelete(KorDSMDefines::eItemType type) {
 
 CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
     CopyOutcome outcome;
-    if (!canCopy(item.m_Type) || !item.m_pParent)
+    if (!canCopy(item.type()) || !item.parent())
         return outcome;
     const SourceRequest source(item);
     const KorString name = newName.trimmed();
@@ -140,19 +140,19 @@ CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
             outcome.refusal = whyFull(kTableDetailMaster);
         return outcome;
     }
-    if (const auto complete = KorDSMFamilies::of(copy->m_Type)->complete)
+    if (const auto complete = KorDSMFamilies::of(copy->type())->complete)
         complete(*copy);
     outcome.done = true;
     outcome.notice = noticeFor(*copy, DsmListChanged::kAdded);
     if (KorDSMDatabaseItem* home = groupElsewhere(item)) {
         outcome.added.push_back(&home->addChild(copy->clone()));
     }
-    outcome.added.insert(outcome.added.begin(), &item.m_pParent->addChild(std::move(copy)));
+    outcome.added.insert(outcome.added.begin(), &item.parent()->addChild(std::move(copy)));
     return outcome;
 }
 
 std::vector<KorDSMUsage> usersThatForbidDeleting(const KorDSMDatabaseItem& item) {
-    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
+    const KorDSMFamily* family = KorDSMFamilies::of(item.type());
     const SourceRequest source(item);
     if (!family || !family->isUsed || !family->isUsed(KorOdbcKey(item.recordKey())))
         return {};
@@ -168,7 +168,7 @@ bool deleteRow(eTableType table, std::int32_t key) {
 // The rows that say which views are listed in a category: parts of the views, which know nothing else.
 std::vector<std::int32_t> listingsIn(const KorDSMDatabaseItem& item) {
     std::vector<std::int32_t> rows;
-    if (item.m_Type != KorDSMDefines::kDetailStyleCategory)
+    if (item.type() != KorDSMDefines::kDetailStyleCategory)
         return rows;
     for (const Referrer& referrer :
          StyleDatabases::current().here()->referrersOf(item.tableType(), KorOdbcKey(item.recordKey())))
@@ -192,11 +192,11 @@ bool deleteRows(const KorDSMDatabaseItem& item) {
 void dropTwins(KorDSMDatabaseItem& item, DeleteOutcome& outcome) {
     while (!item.equalItems().isEmpty()) {
         KorDSMDatabaseItem* twin = item.equalItems()[0];
-        KorDSMDatabaseItem* parent = twin->m_pParent;
+        KorDSMDatabaseItem* parent = twin->parent();
         twin->unlinkEqualItems();
-        if (parent && KorDSMDefines::isGroupType(parent->m_Type)) {
+        if (parent && KorDSMDefines::isGroupType(parent->type())) {
             outcome.removed.push_back(parent->releaseChild(*twin));
-        } else if (parent && parent != item.m_pParent && parent->record()) {
+        } else if (parent && parent != item.parent() && parent->record()) {
             parent->dropDependents();
         }
     }
@@ -240,7 +240,7 @@ bool forbidsDeleting(const std::vector<KorDSMDatabaseItem*>& items, DeleteOutcom
 DeleteOutcome deleteItems(const std::vector<KorDSMDatabaseItem*>& items) {
     DeleteOutcome outcome;
     const bool areDeletable = !items.empty() && std::ranges::all_of(items, [](const auto* item) {
-        return canDelete(item->m_Type) && item->m_pParent;
+        return canDelete(item->type()) && item->parent();
     });
     if (!areDeletable)
         return outcome;
@@ -253,7 +253,7 @@ DeleteOutcome deleteItems(const std::vector<KorDSMDatabaseItem*>& items) {
     for (KorDSMDatabaseItem* item : items) {
         if (!deleteRows(*item))
             return outcome;
-        outcome.removed.push_back(item->m_pParent->releaseChild(*item));
+        outcome.removed.push_back(item->parent()->releaseChild(*item));
         outcome.notice = noticeFor(*item, DsmListChanged::kReload);
         dropTwins(*item, outcome);
     }

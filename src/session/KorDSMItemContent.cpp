@@ -7,7 +7,7 @@
 
 bool KorDSMItemContent::load(KorDSMDatabaseItem& item) {
     auto* addIn = dynamic_cast<KorDsmAddInContentItem*>(&item);
-    if (!addIn || addIn->m_bExpanded)
+    if (!addIn || addIn->isExpanded())
         return false;
     const SourceId source = KorDSMItemSource::sourceOf(addIn);
     const KorDSNRequest request(source.dsn, source.index);
@@ -16,7 +16,7 @@ bool KorDSMItemContent::load(KorDSMDatabaseItem& item) {
 }
 
 void KorDSMItemContent::loadChildren(KorDSMDatabaseItem& item) {
-    if (item.m_bExpanded && !KorDSMFamilies::bringsChildren(item.m_Type))
+    if (item.isExpanded() && !KorDSMFamilies::bringsChildren(item.type()))
         return;
     if (load(item))
         return;
@@ -32,11 +32,11 @@ bool KorDSMItemContent::canBeOpened(const KorDSMDatabaseItem& item, bool fullExp
     if (!item.children().isEmpty())
         return true;
     if (dynamic_cast<const KorDsmAddInContentItem*>(&item))
-        return !item.m_bExpanded;
-    if (item.m_bExpanded || !KorDSMDependencies::canHaveDependents(item.m_Type))
+        return !item.isExpanded();
+    if (item.isExpanded() || !KorDSMDependencies::canHaveDependents(item.type()))
         return false;
-    const KorDSMDatabaseItem* parent = item.m_pParent;
-    const bool isDependency = parent && parent->record() && !KorDSMDefines::isGroupType(parent->m_Type) &&
-                              !KorDSMFamilies::bringsChildren(parent->m_Type);
+    const KorDSMDatabaseItem* parent = item.parent();
+    const bool isDependency = parent && parent->record() && !KorDSMDefines::isGroupType(parent->type()) &&
+                              !KorDSMFamilies::bringsChildren(parent->type());
     return fullExpand || !isDependency;
 }

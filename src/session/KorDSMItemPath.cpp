@@ -8,7 +8,7 @@ namespace KorDSMItemPath {
 
 std::vector<KorDSMDatabaseItem*> itemsTo(KorDSMDatabaseItem& item) {
     std::vector<KorDSMDatabaseItem*> items;
-    for (KorDSMDatabaseItem* step = &item; step; step = step->m_pParent)
+    for (KorDSMDatabaseItem* step = &item; step; step = step->parent())
         items.push_back(step);
     std::ranges::reverse(items);
     return items;
@@ -27,8 +27,8 @@ KorDsmSectionItem* sectionOf(KorDSMDatabaseItem& item) {
 
 KorDSMDatabaseItem* groupOf(KorDSMDatabaseItem& item) {
     KorDSMDatabaseItem* step = &item;
-    while (step && !KorDSMDefines::isGroupType(step->m_Type))
-        step = step->m_pParent;
+    while (step && !KorDSMDefines::isGroupType(step->type()))
+        step = step->parent();
     return step;
 }
 

@@ -7,11 +7,11 @@ SourceId KorDSMItemSource::sourceOf(const KorDSMDatabaseItem* item) {
     if (!item)
         return SourceId::user();
     SourceId source;
-    for (; item; item = item->m_pParent) {
+    for (; item; item = item->parent()) {
         if (const auto* addIn = dynamic_cast<const KorDsmAddInContentItem*>(item))
-            source.index = addIn->m_AddInIndex;
+            source.index = addIn->index();
         else if (const auto* database = dynamic_cast<const KorDsmDatabaseContentItem*>(item))
-            source.dsn = database->m_Database;
+            source.dsn = database->database();
     }
     if (source.dsn == KorDSNDefinitions::kLast)
         return source;

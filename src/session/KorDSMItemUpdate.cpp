@@ -34,7 +34,7 @@ void collectAll(KorDSMDatabaseItem& item, std::set<KorDSMDatabaseItem*>& found) 
 }
 
 bool isFiled(const KorDSMDatabaseItem& item) {
-    return item.m_pParent && KorDSMDefines::isGroupType(item.m_pParent->m_Type);
+    return item.parent() && KorDSMDefines::isGroupType(item.parent()->type());
 }
 
 // Whether an item's children follow from the columns that changed.
@@ -119,10 +119,10 @@ void KorDSMItemUpdate::followChanged(const KorDSMRowChange& change, const Struct
 void KorDSMItemUpdate::followDeleted(const KorDSMRowChange& change) {
     std::set<KorDSMDatabaseItem*> parents; // one record can be used by another several times
     for (KorDSMDatabaseItem* item : itemsOf(change.source, change.row)) {
-        if (isFiled(*item) || KorDSMDefines::isGroupType(item->m_Type))
+        if (isFiled(*item) || KorDSMDefines::isGroupType(item->type()))
             takeOut(*item);
-        else if (item->m_pParent)
-            parents.insert(item->m_pParent);
+        else if (item->parent())
+            parents.insert(item->parent());
     }
     for (KorDSMDatabaseItem* parent : parents)
         dropChildren(*parent);
@@ -183,7 +183,7 @@ void KorDSMItemUpdate::fileUnder(KorDSMDatabaseItem& group, SourceId source, Row
         return;
     for (KorDSMDatabaseItem* item : itemsOf(source, row))
         if (isFiled(*item)) {
-            KorDSMItemPlacing::file(group, item->m_pParent->releaseChild(*item));
+            KorDSMItemPlacing::file(group, item->parent()->releaseChild(*item));
             m_outcome.moved.push_back(item);
             return;
         }
@@ -192,19 +192,19 @@ void KorDSMItemUpdate::fileUnder(KorDSMDatabaseItem& group, SourceId source, Row
 }
 
 void KorDSMItemUpdate::takeOut(KorDSMDatabaseItem& item) {
-    m_outcome.removed.push_back(item.m_pParent->releaseChild(item));
+    m_outcome.removed.push_back(item.parent()->releaseChild(item));
 }
 
 // The children are made anew when the entry is opened; those of a style are always there.
 void KorDSMItemUpdate::dropChildren(KorDSMDatabaseItem& item) {
     auto* style = dynamic_cast<KorDsmDetailStyleItem*>(&item);
-    if (!item.record() || (!style && !KorDSMDependencies::canHaveDependents(item.m_Type)))
+    if (!item.record() || (!style && !KorDSMDependencies::canHaveDependents(item.type())))
         return;
     item.dropDependents();
     if (!style)
         return;
     KorDSMSectionLoader::loadDetailStylesDependencies(style);
-    style->m_bExpanded = true;
+    style->setExpanded();
     m_outcome.added.insert(m_outcome.added.end(), style->children().begin(), style->children().end());
 }
 

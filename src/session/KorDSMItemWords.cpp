@@ -63,9 +63,9 @@ std::vector<KorDSMFiledNaming::Group> sortedGroups(const KorDSMFamily& family) {
 } // namespace
 
 KorString statusTextOf(const KorDSMDatabaseItem& item, const KorString& entryText) {
-    if (isSectionType(item.m_Type))
+    if (isSectionType(item.type()))
         return entryText;
-    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
+    const KorDSMFamily* family = KorDSMFamilies::of(item.type());
     if (!family || family->statusPrompt == 0)
         return {};
     return family->statusPrompt == KorDSMFamily::kEntryText ? entryText : Prompts::ups(family->statusPrompt);

@@ -13,13 +13,13 @@ constexpr int kColumnName = 310;
 constexpr int kColumnEntries = 311;
 
 bool isCategory(const KorDSMDatabaseItem& item) {
-    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
+    const KorDSMFamily* family = KorDSMFamilies::of(item.type());
     return family && family->isCategory;
 }
 
 // A database with a single content node shows what is in that, as the trees do.
 const KorDSMDatabaseItem& shownContent(const KorDSMDatabaseItem& item) {
-    const bool isSingle = item.m_Type == kDatabaseContent && item.children().length() == 1;
+    const bool isSingle = item.type() == kDatabaseContent && item.children().length() == 1;
     return isSingle ? *item.children()[0] : item;
 }
 
@@ -46,8 +46,8 @@ KorDSMListContents KorDSMListContents::of(const KorDSMDatabaseItem& node) {
                        isCategory(item) ? Prompts::ups(33704) : Prompts::dsm(kColumnEntries)};
     contents.numeric = {false, true};
     // Only what is filed in levels has numbers; records of the other families know theirs when opened.
-    const bool withNumbers = isSectionType(item.m_Type) || item.m_Type == kDatabaseContent ||
-                             item.m_Type == kAddInContent || isCategory(item);
+    const bool withNumbers = isSectionType(item.type()) || item.type() == kDatabaseContent ||
+                             item.type() == kAddInContent || isCategory(item);
     if (!withNumbers) {
         contents.titles.pop_back();
         contents.numeric.pop_back();
@@ -58,7 +58,7 @@ KorDSMListContents KorDSMListContents::of(const KorDSMDatabaseItem& node) {
         if (withNumbers)
             row.texts.push_back(count(*child));
         const auto* addIn = dynamic_cast<const KorDsmAddInContentItem*>(child);
-        row.icon = addIn && addIn->m_ImageIndex >= 0 ? addIn->m_ImageIndex : child->m_IconIndex;
+        row.icon = addIn && addIn->imageIndex() >= 0 ? addIn->imageIndex() : child->icon();
         row.item = child;
         contents.rows.push_back(std::move(row));
     }

@@ -16,8 +16,8 @@ std::vector<KorDSMDatabaseItem*> KorDSMNameSearch::find(KorDSMDatabaseItem& root
             continue;
         found.push_back(item);
         m_found.insert(item);
-        for (const KorDSMDatabaseItem* above = item->m_pParent; above && m_aboveFound.insert(above).second;)
-            above = above->m_pParent;
+        for (const KorDSMDatabaseItem* above = item->parent(); above && m_aboveFound.insert(above).second;)
+            above = above->parent();
     }
     return found;
 }
@@ -34,7 +34,7 @@ bool KorDSMNameSearch::passes(const KorDSMDatabaseItem& item) const {
         return true;
     const KorDSMDatabaseItem* step = &item;
     while (step && !m_found.contains(step))
-        step = step->m_pParent;
+        step = step->parent();
     return step != nullptr;
 }
 
@@ -46,7 +46,7 @@ KorDSMDatabaseItem* KorDSMNameSearch::first() const {
 }
 
 void KorDSMNameSearch::gather(KorDSMDatabaseItem& item) {
-    if (KorDSMDependencies::canHaveDependents(item.m_Type))
+    if (KorDSMDependencies::canHaveDependents(item.type()))
         return;
     KorDSMItemContent::load(item);
     for (KorDSMDatabaseItem* child : item.children()) {

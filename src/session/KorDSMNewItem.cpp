@@ -47,15 +47,15 @@ std::unique_ptr<KorDSMDatabaseItem> make(const KorDSMFamily& family, const KorSt
 } // namespace
 
 eItemType KorDSMNewItem::typeAt(const KorDSMDatabaseItem& item) {
-    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
+    const KorDSMFamily* family = KorDSMFamilies::of(item.type());
     if (family && family->isGroup())
         family = KorDSMFamilies::filedUnder(*family);
     return family && family->isFiled() ? family->type : kNoType;
 }
 
 KorString KorDSMNewItem::groupNameAt(const KorDSMDatabaseItem& item) {
-    for (const KorDSMDatabaseItem* near : {&item, static_cast<const KorDSMDatabaseItem*>(item.m_pParent)})
-        if (near && isGroupType(near->m_Type))
+    for (const KorDSMDatabaseItem* near : {&item, static_cast<const KorDSMDatabaseItem*>(item.parent())})
+        if (near && isGroupType(near->type()))
             return near->getDisplayName();
     StyleSource* source = StyleDatabases::current().source(KorDSMItemSource::sourceOf(&item));
     const Column* filing = item.record() && source ? KorDSMFamilies::filingColumn(item.tableType()) : nullptr;

@@ -19,7 +19,7 @@ RowRef rowOf(const KorDSMDatabaseItem& item) {
 
 // A group, or a record in its group: where such a row stands can be looked up.
 bool isFiled(const KorDSMDatabaseItem& item) {
-    return isGroupType(item.m_Type) || (item.m_pParent && isGroupType(item.m_pParent->m_Type));
+    return isGroupType(item.type()) || (item.parent() && isGroupType(item.parent()->type()));
 }
 
 // What has not been read is believed to be there.
@@ -31,11 +31,11 @@ bool mayExist(StyleSource& source, RowRef row) {
 } // namespace
 
 KorDSMPlace::Step KorDSMPlace::stepTo(const KorDSMDatabaseItem& item) {
-    Step step{item.m_Type, rowOf(item), 0};
-    for (const KorDSMDatabaseItem* sibling : item.m_pParent->children()) {
+    Step step{item.type(), rowOf(item), 0};
+    for (const KorDSMDatabaseItem* sibling : item.parent()->children()) {
         if (sibling == &item)
             break;
-        step.occurrence += sibling->m_Type == step.type && rowOf(*sibling) == step.row;
+        step.occurrence += sibling->type() == step.type && rowOf(*sibling) == step.row;
     }
     return step;
 }
@@ -44,7 +44,7 @@ KorDSMDatabaseItem* KorDSMPlace::follow(const KorDSMDatabaseItem& item, const St
     KorDSMDatabaseItem* last = nullptr;
     int left = step.occurrence;
     for (KorDSMDatabaseItem* child : item.children())
-        if (child->m_Type == step.type && rowOf(*child) == step.row) {
+        if (child->type() == step.type && rowOf(*child) == step.row) {
             last = child;
             if (left-- == 0)
                 break;
@@ -54,20 +54,20 @@ KorDSMDatabaseItem* KorDSMPlace::follow(const KorDSMDatabaseItem& item, const St
 
 KorDSMPlace::KorDSMPlace(const KorDSMDatabaseItem& item) : m_source(KorDSMItemSource::sourceOf(&item)) {
     const KorDSMDatabaseItem* step = &item;
-    while (step->m_pParent && !isFiled(*step) && step->m_Type != kAddInContent &&
-           step->m_Type != kDatabaseContent) {
+    while (step->parent() && !isFiled(*step) && step->type() != kAddInContent &&
+           step->type() != kDatabaseContent) {
         m_steps.push_back(stepTo(*step));
-        step = step->m_pParent;
+        step = step->parent();
     }
     std::ranges::reverse(m_steps);
     if (isFiled(*step))
         m_filed = rowOf(*step);
     else
-        m_node = step->m_Type;
-    while (step->m_pParent)
-        step = step->m_pParent;
+        m_node = step->type();
+    while (step->parent())
+        step = step->parent();
     if (const auto* home = dynamic_cast<const KorDsmSectionItem*>(step))
-        m_section = home->m_Section;
+        m_section = home->section();
 }
 
 bool KorDSMPlace::exists(KorDSMDataStructure& structure) const {
@@ -79,7 +79,7 @@ bool KorDSMPlace::exists(KorDSMDataStructure& structure) const {
     // What has not been made yet is believed to be there while its row is.
     const KorDSMDatabaseItem* item = KorDSMWhereUsed::findLoaded(structure, m_source, m_filed);
     for (const Step& step : m_steps) {
-        const bool isMade = item && (item->m_bExpanded || KorDSMFamilies::bringsChildren(item->m_Type));
+        const bool isMade = item && (item->isExpanded() || KorDSMFamilies::bringsChildren(item->type()));
         item = item ? follow(*item, step) : nullptr;
         if (!item && (isMade || !mayExist(*source, step.row)))
             return false;
@@ -92,7 +92,7 @@ KorDSMDatabaseItem* KorDSMPlace::find(KorDSMDataStructure& structure) const {
         return nullptr;
     if (m_node != kNoType) {
         KorDSMDatabaseItem* addIn = KorDSMItemPath::findAddIn(*structure.getSection(m_section), m_source);
-        return m_node == kDatabaseContent ? addIn->m_pParent : addIn;
+        return m_node == kDatabaseContent ? addIn->parent() : addIn;
     }
     KorDSMDatabaseItem* item = KorDSMWhereUsed::findItem(structure, m_source, m_filed);
     const KorDSNRequest request(m_source.dsn, m_source.index);

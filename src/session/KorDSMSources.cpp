@@ -17,7 +17,7 @@ KorString nameOf(const KorDsmSectionItem& section, const KorDSMDatabaseItem& dat
 
 int KorDSMSources::imageOf(const KorDSMDatabaseItem& item) {
     const auto* addIn = dynamic_cast<const KorDsmAddInContentItem*>(&item);
-    return addIn && addIn->m_ImageIndex >= 0 ? addIn->m_ImageIndex : item.m_IconIndex;
+    return addIn && addIn->imageIndex() >= 0 ? addIn->imageIndex() : item.icon();
 }
 
 std::vector<KorDSMSources::Entry> KorDSMSources::entriesOf(KorDsmSectionItem& section,
@@ -26,19 +26,19 @@ std::vector<KorDSMSources::Entry> KorDSMSources::entriesOf(KorDsmSectionItem& se
     const auto addGroups = [&](KorDSMDatabaseItem& addIn, const KorString& parentPath) {
         for (KorDSMDatabaseItem* group : addIn.children())
             entries.push_back({KorString::format("%s%s%s", {parentPath, delimiter, group->getDisplayName()}),
-                               group->m_IconIndex, group});
+                               group->icon(), group});
     };
     for (KorDSMDatabaseItem* database : section.children()) {
         const KorString path = nameOf(section, *database);
-        entries.push_back({path, database->m_IconIndex, database});
+        entries.push_back({path, database->icon(), database});
         if (database->children().length() < 2) {
             if (!database->children().isEmpty())
                 addGroups(*database->children()[0], path);
             continue;
         }
         for (KorDSMDatabaseItem* child : database->children()) {
-            const KorString addInPath = KorString::format(
-                "%s%s%s", {path, delimiter, static_cast<const KorDsmAddInContentItem&>(*child).m_Name});
+            const KorString addInPath =
+                KorString::format("%s%s%s", {path, delimiter, child->getDisplayName()});
             entries.push_back({addInPath, imageOf(*child), child});
             addGroups(*child, addInPath);
         }
@@ -49,12 +49,12 @@ std::vector<KorDSMSources::Entry> KorDSMSources::entriesOf(KorDsmSectionItem& se
 KorString KorDSMSources::pathOf(const KorDsmSectionItem& section, const KorDSMDatabaseItem* node,
                                 const KorString& delimiter) {
     KorString path;
-    for (const KorDSMDatabaseItem* step = node; step && step->m_pParent; step = step->m_pParent) {
-        const bool isOnlyContent = step->m_Type == kAddInContent && step->m_pParent->children().length() == 1;
+    for (const KorDSMDatabaseItem* step = node; step && step->parent(); step = step->parent()) {
+        const bool isOnlyContent = step->type() == kAddInContent && step->parent()->children().length() == 1;
         if (isOnlyContent)
             continue;
         const KorString name =
-            step->m_Type == kDatabaseContent ? nameOf(section, *step) : step->getDisplayName();
+            step->type() == kDatabaseContent ? nameOf(section, *step) : step->getDisplayName();
         path = path.isEmpty() ? name : KorString::format("%s%s%s", {name, delimiter, path});
     }
     return path;

@@ -87,7 +87,7 @@ std::vector<KorDSMRowChange> setViews(SourceId source, std::int32_t style, const
 KorDsmDetailStyleItem* styleOf(KorDSMDatabaseItem& item) {
     if (auto* style = dynamic_cast<KorDsmDetailStyleItem*>(&item))
         return style;
-    return dynamic_cast<KorDsmDetailStyleItem*>(item.m_pParent);
+    return dynamic_cast<KorDsmDetailStyleItem*>(item.parent());
 }
 
 bool canChange(KorDSMDatabaseItem& item) {
@@ -95,7 +95,7 @@ bool canChange(KorDSMDatabaseItem& item) {
 }
 
 int slotOf(const KorDSMDatabaseItem& view) {
-    const auto* style = dynamic_cast<const KorDsmDetailStyleItem*>(view.m_pParent);
+    const auto* style = dynamic_cast<const KorDsmDetailStyleItem*>(view.parent());
     if (!style)
         return -1;
     // A style can show one view twice: which of its slots is meant, the items before this one tell.
@@ -147,7 +147,7 @@ std::vector<KorDSMRowChange> removeView(KorDSMDatabaseItem& view) {
 bool canMove(const KorDSMDatabaseItem& view, int step) {
     if (slotOf(view) < 0)
         return false;
-    const auto& style = static_cast<const KorDsmDetailStyleItem&>(*view.m_pParent);
+    const auto& style = static_cast<const KorDsmDetailStyleItem&>(*view.parent());
     const int place = placeOf(view, style) + step;
     return place >= 0 && place < static_cast<int>(viewsOf(style).size());
 }

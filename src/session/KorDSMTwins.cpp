@@ -16,7 +16,7 @@ void KorDSMTwins::recordWritten(KorDSMDatabaseItem& item) {
 
 void KorDSMTwins::sendName(const KorDSMDatabaseItem& item) {
     DsmSetEntryText message;
-    message.entry = item.m_hTreeItem;
+    message.entry = item.entry();
     message.text = item.getDisplayName();
     KorDSMMainWindow::sendMessage(message);
 }

@@ -196,7 +196,7 @@ KorDSMDatabaseItem* findItem(KorDSMDataStructure& structure, SourceId id, RowRef
 
 KorDSMDatabaseItem* findGroup(KorDSMDataStructure& structure, SourceId source, RowRef group) {
     KorDsmAddInContentItem* content = contentOf(structure, source, group.table);
-    return content && content->m_bExpanded ? childThatShows(*content, group) : nullptr;
+    return content && content->isExpanded() ? childThatShows(*content, group) : nullptr;
 }
 
 KorDSMDatabaseItem* findLoaded(KorDSMDataStructure& structure, SourceId source, RowRef row) {

@@ -65,7 +65,7 @@ void DefinitionCommands::copy() {
     if (!item || refusesToWrite(&m_window, *item))
         return;
     RightSide::finishEditing();
-    KorDSMDialogNewItem dialog(item->m_Type, item->getDisplayName(), true, &m_window);
+    KorDSMDialogNewItem dialog(item->type(), item->getDisplayName(), true, &m_window);
     if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
         return;
     const KorDSMBusy busy;
@@ -81,7 +81,7 @@ void DefinitionCommands::rename() {
     if (!item || !item->record() || refusesToWrite(&m_window, *item))
         return;
     RightSide::finishEditing();
-    KorDSMDialogNewItem dialog(item->m_Type, item->getDisplayName(), false, &m_window);
+    KorDSMDialogNewItem dialog(item->type(), item->getDisplayName(), false, &m_window);
     if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
         return;
     const KorDSMBusy busy;

@@ -46,7 +46,7 @@ ExchangeCommands::ExchangeCommands(QWidget& window, TreeSelection& selection, Ap
 
 void ExchangeCommands::exportStyle() {
     KorDSMDatabaseItem* item = m_selection.subject();
-    if (!item || item->m_Type != KorDSMDefines::kDetailStyle)
+    if (!item || item->type() != KorDSMDefines::kDetailStyle)
         return;
     m_selection.selectDatabase(item);
     RightSide::finishEditing();

@@ -27,7 +27,7 @@ bool ItemList::isShown() const {
 
 void ItemList::show(KorDSMDatabaseItem* item) {
     m_control.show();
-    const KorTreeHandle listed = item ? item->m_hTreeItem : nullptr;
+    const KorTreeHandle listed = item ? item->entry() : nullptr;
     const bool isSame = listed && listed == m_listed;
     const std::vector<KorDSMDatabaseItem*> selected =
         isSame ? itemsOfSelectedRows() : std::vector<KorDSMDatabaseItem*>();
@@ -61,7 +61,7 @@ void ItemList::forget(KorTreeHandle entry) {
 
 void ItemList::fill(KorDSMDatabaseItem& item) {
     // How much is in a group is known, and the group judged, when its records are there.
-    const bool isSingle = item.m_Type == KorDSMDefines::kDatabaseContent && item.children().length() == 1;
+    const bool isSingle = item.type() == KorDSMDefines::kDatabaseContent && item.children().length() == 1;
     KorDSMItemContent::load(isSingle ? *item.children()[0] : item);
     const KorDSMListContents contents = KorDSMListContents::of(item);
     // Columns that stay keep the order into which the user has sorted them.
@@ -79,7 +79,7 @@ void ItemList::fill(KorDSMDatabaseItem& item) {
 }
 
 KorDSMDatabaseItem* ItemList::itemAt(int row) const {
-    return static_cast<KorDSMDatabaseItem*>(m_control.getItemData(row));
+    return m_control.getItemData(row).as<KorDSMDatabaseItem>();
 }
 
 std::vector<KorDSMDatabaseItem*> ItemList::itemsOfSelectedRows() const {

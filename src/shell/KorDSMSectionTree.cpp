@@ -22,7 +22,7 @@ KorDSMSectionTree::~KorDSMSectionTree() {
 }
 
 KorDSMTreeItemData* KorDSMSectionTree::dataOf(KorTreeHandle entry) {
-    return entry ? static_cast<KorDSMTreeItemData*>(entry->data) : nullptr;
+    return entry ? entry->data.as<KorDSMTreeItemData>() : nullptr;
 }
 
 KorDSMDatabaseItem* KorDSMSectionTree::itemOf(KorTreeHandle entry) {
@@ -43,7 +43,7 @@ KorTreeItem KorDSMSectionTree::entryFor(KorDSMDatabaseItem& item) const {
 }
 
 void KorDSMSectionTree::bind(KorDSMDatabaseItem& item, KorTreeHandle entry) {
-    item.m_hTreeItem = entry;
+    item.setEntry(entry);
     attach(entry, std::make_unique<KorDSMTreeItemData>(item));
 }
 
@@ -59,8 +59,8 @@ void KorDSMSectionTree::unbind(KorTreeHandle entry) {
     if (!data)
         return;
     // An item that is being destroyed has already let go of its entry.
-    if (KorDSMDatabaseItem* item = data->getItem(); item && item->m_hTreeItem == entry)
-        item->m_hTreeItem = nullptr;
+    if (KorDSMDatabaseItem* item = data->getItem(); item && item->entry() == entry)
+        item->setEntry(nullptr);
     m_tree->setItemData(entry, nullptr);
     m_structure.removeAddedItemData(data);
 }
@@ -79,7 +79,7 @@ void KorDSMSectionTree::clear() {
 
 void KorDSMSectionTree::buildFullTree() {
     clear();
-    KorTreeHandle root = m_tree->insertItem(m_section.getDisplayName(), m_section.m_IconIndex);
+    KorTreeHandle root = m_tree->insertItem(m_section.getDisplayName(), m_section.icon());
     bind(m_section, root);
     for (KorDSMDatabaseItem* database : m_section.children()) {
         const KorTreeItem entry = entryFor(*database);
@@ -107,7 +107,7 @@ void KorDSMSectionTree::onExpanding(KorTreeHandle entry) {
     if (!m_tree->isPlaceholder(entry))
         return;
     KorDSMDatabaseItem* item = itemOf(entry);
-    if (item && item->m_Type == KorDSMDefines::kDatabaseContent && item->children().length() == 1)
+    if (item && item->type() == KorDSMDefines::kDatabaseContent && item->children().length() == 1)
         item = item->children()[0];
     if (!item)
         return;
@@ -156,7 +156,7 @@ bool KorDSMSectionTree::setFilter(const KorString& text) {
     }
     const std::vector<KorDSMDatabaseItem*> found = m_search.find(*itemOf(root), text);
     m_tree->setFilter([this, root](const KorTreeEntry& entry) {
-        const auto* data = static_cast<const KorDSMTreeItemData*>(entry.data);
+        const auto* data = entry.data.as<KorDSMTreeItemData>();
         return &entry == root || (data && data->getItem() && m_search.passes(*data->getItem()));
     });
     openFirst(found);
@@ -170,21 +170,21 @@ KorTreeHandle KorDSMSectionTree::firstMatch() {
 
 // Where the children of an item have their entries: the only content node of a database has none of its own.
 KorTreeHandle KorDSMSectionTree::entryOfChildren(const KorDSMDatabaseItem& item) {
-    const KorDSMDatabaseItem* above = item.m_pParent;
+    const KorDSMDatabaseItem* above = item.parent();
     const bool isOnlyContent =
-        item.m_Type == KorDSMDefines::kAddInContent && above && above->children().length() == 1;
-    return item.m_hTreeItem || !isOnlyContent ? item.m_hTreeItem : above->m_hTreeItem;
+        item.type() == KorDSMDefines::kAddInContent && above && above->children().length() == 1;
+    return item.entry() || !isOnlyContent ? item.entry() : above->entry();
 }
 
 KorTreeHandle KorDSMSectionTree::addEntry(KorDSMDatabaseItem& item) {
-    KorTreeHandle parent = item.m_pParent ? entryOfChildren(*item.m_pParent) : nullptr;
+    KorTreeHandle parent = item.parent() ? entryOfChildren(*item.parent()) : nullptr;
     if (!parent || m_tree->isPlaceholder(parent))
         return nullptr;
     KorTreeHandle after = KorTreeCtrl::first();
-    for (const KorDSMDatabaseItem* sibling : item.m_pParent->children()) {
+    for (const KorDSMDatabaseItem* sibling : item.parent()->children()) {
         if (sibling == &item)
             break;
-        after = sibling->m_hTreeItem ? sibling->m_hTreeItem : after;
+        after = sibling->entry() ? sibling->entry() : after;
     }
     const KorTreeItem entry = entryFor(item);
     KorTreeHandle handle = m_tree->insertItem(entry.text, entry.image, parent, nullptr, after);
@@ -195,9 +195,9 @@ KorTreeHandle KorDSMSectionTree::addEntry(KorDSMDatabaseItem& item) {
 
 KorTreeHandle KorDSMSectionTree::reveal(KorDSMDatabaseItem& item) {
     for (KorDSMDatabaseItem* step : KorDSMItemPath::itemsTo(item))
-        if (step->m_hTreeItem && step != &item)
-            m_tree->expand(step->m_hTreeItem);
-    return item.m_hTreeItem;
+        if (step->entry() && step != &item)
+            m_tree->expand(step->entry());
+    return item.entry();
 }
 
 KorTreeHandle KorDSMSectionTree::childWithText(KorTreeHandle entry, const KorString& text) const {
@@ -229,5 +229,5 @@ void KorDSMSectionTree::deleteEntry(KorTreeHandle entry) {
 
 void KorDSMSectionTree::showPlaceholder(KorTreeHandle entry) {
     const KorDSMDatabaseItem* item = itemOf(entry);
-    m_tree->setPlaceholder(entry, item && KorDSMDependencies::canHaveDependents(item->m_Type));
+    m_tree->setPlaceholder(entry, item && KorDSMDependencies::canHaveDependents(item->type()));
 }

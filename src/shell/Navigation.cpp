@@ -97,7 +97,7 @@ bool Navigation::showPlaceOf(KorDSMDatabaseItem& item) {
     KorDsmSectionItem* home = KorDSMItemPath::sectionOf(item);
     if (!home)
         return false;
-    const eViewSections section = home->m_Section;
+    const eViewSections section = home->section();
     if (section != m_structure.getSelectedSection())
         switchSection(section);
     KorDsmAddInContentItem* source = KorDSMItemPath::addInOf(item);
@@ -117,7 +117,7 @@ void Navigation::goToItem(KorDSMDatabaseItem& item) {
     if (!showPlaceOf(item))
         return;
     // What is not opened in turn has no entry: its nearest ancestor that has one is shown instead.
-    for (KorDSMDatabaseItem* step = &item; step; step = step->m_pParent)
+    for (KorDSMDatabaseItem* step = &item; step; step = step->parent())
         if (KorTreeHandle entry = m_sections.currentTree().reveal(*step))
             return selectEntry(entry);
 }

@@ -17,7 +17,7 @@ RightSide::~RightSide() {
 }
 
 void RightSide::show(KorDSMDatabaseItem& item) {
-    eItemType group = item.m_Type;
+    eItemType group = item.type();
     if (group == kAnnotationArrangement) {
         if (!item.record()) {
             m_tabs.hide();
@@ -84,7 +84,8 @@ void RightSide::resume() {
 void RightSide::forget(KorTreeHandle entry) {
     m_list.forget(entry);
     const KorTabPage* page = m_tabs.currentPage();
-    if (!page || !page->getData() || page->getData() != KorDSMSectionTree::itemOf(entry))
+    if (!page || !page->getData() ||
+        page->getData().as<KorDSMDatabaseItem>() != KorDSMSectionTree::itemOf(entry))
         return;
     TabContent* content = m_tabs.currentContent();
     m_tabs.setCurrentContent(nullptr);

@@ -67,7 +67,7 @@ void SectionViews::setUp(eViewSections section, KorTreeCtrl* control, VELComboTr
 KorDSMSectionTree* SectionViews::treeOf(KorTreeHandle entry) {
     KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(entry);
     const KorDsmSectionItem* section = item ? KorDSMItemPath::sectionOf(*item) : nullptr;
-    return section ? &tree(section->m_Section) : nullptr;
+    return section ? &tree(section->section()) : nullptr;
 }
 
 void SectionViews::show(KorDsmAddInContentItem& source) {
@@ -76,12 +76,12 @@ void SectionViews::show(KorDsmAddInContentItem& source) {
     {
         const Quiet quiet(*this);
         if (tree(section).isEmpty()) {
-            const bool loads = !source.m_bExpanded;
+            const bool loads = !source.isExpanded();
             if (full)
                 tree(section).buildFullTree();
             else
                 tree(section).fillFromSource(source);
-            if (loads && source.m_bExpanded)
+            if (loads && source.isExpanded())
                 combo(section).fill();
         }
         selectRemembered(section);

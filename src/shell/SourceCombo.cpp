@@ -10,8 +10,8 @@ SourceCombo::SourceCombo(VELComboTree& control, KorDSMDataStructure& structure,
     m_control.setImageList(m_images);
     m_control.setDisplayFullPath(true);
     connect(&m_control, &VELComboTree::entrySelected, this, [this](KorTreeHandle entry) {
-        if (void* node = m_control.getEntryData(entry))
-            Q_EMIT chosen(static_cast<KorDSMDatabaseItem*>(node));
+        if (auto* node = m_control.getEntryData(entry).as<KorDSMDatabaseItem>())
+            Q_EMIT chosen(node);
     });
 }
 
@@ -22,9 +22,9 @@ void SourceCombo::addPictures() {
             continue;
         for (KorDSMDatabaseItem* child : database->children()) {
             auto* addIn = static_cast<KorDsmAddInContentItem*>(child);
-            if (addIn->m_ImageIndex < 0 && !addIn->m_Image.isEmpty())
-                addIn->m_ImageIndex = m_images->append(KorPictures::fromFile(
-                    QString::fromStdString(KordoBitmaps::pictureFile(addIn->m_Image).string())));
+            if (addIn->imageIndex() < 0 && !addIn->image().isEmpty())
+                addIn->setImageIndex(m_images->append(KorPictures::fromFile(
+                    QString::fromStdString(KordoBitmaps::pictureFile(addIn->image()).string()))));
         }
     }
 }
@@ -36,7 +36,7 @@ void SourceCombo::fill() {
     if (entries == m_entries)
         return;
     const KorString chosenPath = m_control.getSelectedPath();
-    const void* chosenNode = m_control.getEntryData(m_control.selectedEntry());
+    const auto* chosenNode = m_control.getEntryData(m_control.selectedEntry()).as<KorDSMDatabaseItem>();
     m_control.deleteAll();
     const KorDSMSources::Entry* same = nullptr;
     for (const KorDSMSources::Entry& entry : entries) {

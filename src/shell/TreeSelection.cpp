@@ -39,7 +39,7 @@ std::vector<SelectionFacts> TreeSelection::facts() const {
     const KorTreeCtrl& control = m_sections.currentControl();
     std::vector<SelectionFacts> facts;
     for (KorDSMDatabaseItem* item : subjects()) {
-        KorTreeHandle entry = item->m_hTreeItem;
+        KorTreeHandle entry = item->entry();
         facts.push_back(selectionFactsOf(
             *item, entry && (control.childCount(entry) > 0 || control.isPlaceholder(entry))));
     }
@@ -134,7 +134,7 @@ void TreeSelection::allowDragOf(KorTreeHandle entry) {
         return;
     KorTreeCtrl& control = m_sections.currentControl();
     const KorDSMDatabaseItem* above = KorDSMSectionTree::itemOf(control.getParentItem(entry));
-    control.setDragAllowed(above && isGroupType(above->m_Type));
+    control.setDragAllowed(above && isGroupType(above->type()));
 }
 
 void TreeSelection::remember(KorDSMDatabaseItem& item) {

@@ -36,7 +36,7 @@ void ViewCommands::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
     for (const int step : {-1, 1}) {
         QAction* move =
             menu.addAction(toQt(Prompts::dsm(step < 0 ? kMoveUp : kMoveDown)), this, [this, &item, step] {
-                const int place = item.m_pParent->children().find(&item);
+                const int place = item.parent()->children().find(&item);
                 show(item, KorDSMStyleViews::moveView(item, step), place + step);
             });
         move->setEnabled(KorDSMStyleViews::canMove(item, step));
@@ -68,7 +68,7 @@ void ViewCommands::show(KorDSMDatabaseItem& item, const std::vector<KorDSMRowCha
         return;
     KorDsmDetailStyleItem& style = *KorDSMStyleViews::styleOf(item);
     m_refresh.follow(changes);
-    m_sections.currentControl().expand(style.m_hTreeItem);
+    m_sections.currentControl().expand(style.entry());
     const bool isThere = place >= 0 && place < style.children().length();
-    m_navigation.selectEntry(isThere ? style.children()[place]->m_hTreeItem : style.m_hTreeItem);
+    m_navigation.selectEntry(isThere ? style.children()[place]->entry() : style.entry());
 }

@@ -47,25 +47,25 @@ void WindowRefresh::showNew(const std::vector<KorDSMDatabaseItem*>& items) {
         return;
     m_filter.clear();
     for (KorDSMDatabaseItem* item : items) {
-        KorDSMSectionTree& holder = m_sections.tree(KorDSMItemPath::sectionOf(*item)->m_Section);
+        KorDSMSectionTree& holder = m_sections.tree(KorDSMItemPath::sectionOf(*item)->section());
         holder.reveal(*item);
-        if (!item->m_hTreeItem)
+        if (!item->entry())
             holder.addEntry(*item);
     }
-    if (KorTreeHandle first = items.front()->m_hTreeItem)
+    if (KorTreeHandle first = items.front()->entry())
         m_sections.currentControl().selectItem(first);
     itemsChanged();
 }
 
 void WindowRefresh::removeEntries(const std::vector<std::unique_ptr<KorDSMDatabaseItem>>& items) {
     for (const auto& item : items)
-        m_sections.deleteEntry(item->m_hTreeItem);
+        m_sections.deleteEntry(item->entry());
 }
 
 void WindowRefresh::addEntries(const std::vector<KorDSMDatabaseItem*>& items) {
     for (KorDSMDatabaseItem* item : items)
         if (KorDsmSectionItem* section = KorDSMItemPath::sectionOf(*item))
-            m_sections.tree(section->m_Section).addEntry(*item);
+            m_sections.tree(section->section()).addEntry(*item);
 }
 
 void WindowRefresh::step(int steps, std::vector<KorDSMRowChange> (*takeStep)()) {
@@ -105,7 +105,7 @@ void WindowRefresh::follow(const std::vector<KorDSMRowChange>& changes) {
         return reload();
     removeEntries(outcome.removed);
     for (const KorDSMDatabaseItem* item : outcome.moved)
-        m_sections.deleteEntry(item->m_hTreeItem);
+        m_sections.deleteEntry(item->entry());
     addEntries(outcome.added);
     addEntries(outcome.moved);
     itemsChanged();

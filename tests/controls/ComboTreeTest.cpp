@@ -43,7 +43,7 @@ protected:
 
 TEST_F(ComboTree, EntriesAreNamedByTheirPaths) {
     EXPECT_EQ(combo.childCount(nullptr), 2);
-    EXPECT_EQ(combo.getEntryData(combo.findEntry(path({"Standard", "Beams", "Girder"}))), &mark);
+    EXPECT_EQ(combo.getEntryData(combo.findEntry(path({"Standard", "Beams", "Girder"}))).as<int>(), &mark);
     EXPECT_TRUE(combo.selectPath(path({"Standard", "Beams", "Girder"})));
     EXPECT_EQ(combo.currentText(), QStringLiteral("Girder"));
     combo.setDisplayFullPath(true);

@@ -47,7 +47,7 @@ TEST_F(ListCtrl, HeadersSortTextsAsPeopleDoAndNumbersByValue) {
     clickHeader(1);
     EXPECT_EQ(column(list, 1), (std::vector<std::string>{"1.200,5", "99", "-"}));
     EXPECT_EQ(list.insertItem({{"Plan 3", "500"}}), 1) << "a new row goes to its place";
-    EXPECT_EQ(list.getItemData(3), &mark);
+    EXPECT_EQ(list.getItemData(3).as<int>(), &mark);
 }
 
 TEST_F(ListCtrl, KeysActivateAndDeleteRows) {

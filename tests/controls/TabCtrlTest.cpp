@@ -40,7 +40,7 @@ public:
 
 private:
     void note(const std::string& what) {
-        const char* item = getData() ? static_cast<const char*>(getData()) : "-";
+        const char* item = getData() ? getData().as<char>() : "-";
         calls.push_back(m_name + " " + what + " " + item + (isVisible() ? "" : " hidden"));
     }
 

@@ -33,7 +33,7 @@ TEST_F(Dependencies, AViewShowsWhatItUsesOnceInTheOrderOfItsColumns) {
     open(item, "All");
     KorDSMDependencies::createChildren(item);
     EXPECT_EQ(namesBelow(item), (Names{"Whole", "Steel", "Lengths"}));
-    EXPECT_TRUE(item.m_bExpanded);
+    EXPECT_TRUE(item.isExpanded());
     KorDSMDatabaseItem& map = *item.children()[1];
     KorDSMDependencies::createChildren(map);
     EXPECT_EQ(namesBelow(map), (Names{"Beams", "Rest"}));

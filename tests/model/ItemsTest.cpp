@@ -10,8 +10,8 @@ class Items : public ModelFixture {
 protected:
     void SetUp() override {
         ModelFixture::SetUp();
-        first.m_AddInIndex = KorDSNDefinitions::kStandardIndex;
-        second.m_AddInIndex = KorDSNDefinitions::kUserIndex;
+        first.describe(KorDSNDefinitions::kStandardIndex, "Standard");
+        second.describe(KorDSNDefinitions::kUserIndex, "User");
     }
     KorDsmViewRequestItem& viewBelow(KorDSMDatabaseItem& parent, std::int32_t key = 4) {
         StructDetViewRequest record;
@@ -41,9 +41,8 @@ TEST_F(Items, RecordsAreEqualOnlyUnderOneAddIn) {
 
 TEST_F(Items, RequestItemsAndWhatIsBelowThemAreEqualOnlyUnderOneIndex) {
     KorDsmAddInRequestItem standard;
-    KorDsmAddInRequestItem user;
-    EXPECT_TRUE(standard.isEqual(user));
-    user.m_AddInIndex = KorDSNDefinitions::kUserIndex;
+    KorDsmAddInRequestItem user(KorDSNDefinitions::kUserIndex);
+    EXPECT_TRUE(standard.isEqual(KorDsmAddInRequestItem()));
     EXPECT_FALSE(standard.isEqual(user));
     KorDsmViewRequestItem& view = viewBelow(standard);
     EXPECT_TRUE(view.isEqual(viewBelow(standard)));
@@ -69,16 +68,16 @@ TEST_F(Items, AReplacedRecordDropsWhatHungOnTheOldOne) {
     KorDsmViewRequestItem& twin = viewBelow(first);
     view.linkEqualItem(twin);
     int entry = 0;
-    view.addChild(std::make_unique<KorDsmSystemAndBoxItem>()).m_hTreeItem =
-        reinterpret_cast<KorTreeHandle>(&entry);
-    view.m_bExpanded = true;
-    view.m_hTreeItem = reinterpret_cast<KorTreeHandle>(&entry);
+    view.addChild(std::make_unique<KorDsmSystemAndBoxItem>())
+        .setEntry(reinterpret_cast<KorTreeHandle>(&entry));
+    view.setExpanded();
+    view.setEntry(reinterpret_cast<KorTreeHandle>(&entry));
     StructDetViewRequest top;
     top.key = 9;
     top.name = "Top";
     view.setRecord(top);
     EXPECT_TRUE(view.children().isEmpty());
-    EXPECT_FALSE(view.m_bExpanded);
+    EXPECT_FALSE(view.isExpanded());
     EXPECT_TRUE(view.equalItems().isEmpty());
     EXPECT_TRUE(twin.equalItems().isEmpty());
     EXPECT_EQ(texts, Names{"Top"});
@@ -104,10 +103,13 @@ TEST_F(Items, ADimensionRequestShowsItsNewName) {
 
 TEST_F(Items, AnArrangementStandsForOneOfItsRecords) {
     KorDsmAnnotationArrangementItem control;
-    KorDsmAnnotationArrangementItem strategy;
-    control.m_Control.key = strategy.m_Control.key = 3;
-    strategy.m_Strategy.key = 8;
-    strategy.m_bStandsForStrategy = true;
+    KorDsmAnnotationArrangementItem strategy(true);
+    StructDetArrangerControl controlRecord;
+    controlRecord.key = 3;
+    control.updateRecord(controlRecord);
+    StructDetArrangerStrategy strategyRecord;
+    strategyRecord.key = 8;
+    strategy.updateRecord(strategyRecord);
     EXPECT_EQ(control.recordKey(), 3);
     EXPECT_EQ(control.tableType(), kTableArrangerControl);
     EXPECT_FALSE(control.usesNewArranger());
@@ -115,9 +117,9 @@ TEST_F(Items, AnArrangementStandsForOneOfItsRecords) {
     EXPECT_EQ(strategy.tableType(), kTableArrangerStrategy);
     EXPECT_TRUE(strategy.usesNewArranger());
     EXPECT_FALSE(control.isEqual(strategy));
-    const auto below = [](KorDSMDatabaseItem& parent) -> KorDsmAnnotationArrangementItem& {
+    const auto below = [&](KorDSMDatabaseItem& parent) -> KorDsmAnnotationArrangementItem& {
         auto& item = parent.addChild(std::make_unique<KorDsmAnnotationArrangementItem>());
-        item.m_Control.key = 3;
+        item.updateRecord(controlRecord);
         return item;
     };
     EXPECT_TRUE(below(first).isEqual(below(first)));
@@ -129,12 +131,12 @@ TEST_F(Items, ACloneShowsTheSame) {
     StructDetObjAnnotationStrategy record;
     record.key = 7;
     item.initRecord(record);
-    item.m_AnnotationType.name = "Bolt marks";
-    item.m_IconIndex = 3;
+    StructDetAnnotationType type;
+    type.name = "Bolt marks";
+    item.setAnnotationType(type);
     const std::unique_ptr<KorDSMDatabaseItem> clone = item.clone();
     EXPECT_EQ(clone->recordKey(), 7);
-    EXPECT_EQ(clone->m_IconIndex, 3);
-    EXPECT_EQ(static_cast<KorDsmAnnotationStrategyItem&>(*clone).m_AnnotationType.name, "Bolt marks");
+    EXPECT_EQ(static_cast<KorDsmAnnotationStrategyItem&>(*clone).annotationType().name, "Bolt marks");
 }
 
 TEST_F(Items, AMapEntryTakesEachOfItsRecordsOnce) {
@@ -148,7 +150,7 @@ TEST_F(Items, AMapEntryTakesEachOfItsRecordsOnce) {
     failed.clear();
     entry.createAppearance(std::make_unique<KorDsmAppearanceItem>());
     entry.createAnnotationStrategy(std::make_unique<KorDsmAnnotationStrategyItem>());
-    entry.m_bExpanded = true;
+    entry.setExpanded();
     entry.setRecord({});
     entry.createQualifierSet(std::make_unique<KorDsmQualifierSetItem>());
     entry.createAppearance(std::make_unique<KorDsmAppearanceItem>());

@@ -47,7 +47,7 @@ TEST_F(Loading, GroupsComeByKeyAndTheirRecordsWhenTheAddInIsOpened) {
     auto& content = static_cast<KorDsmQualifierSetsAddInItem&>(userContent(kViewQualifiers));
     EXPECT_EQ(namesBelow(content), (Names{"Welds", "Bolts"}));
     EXPECT_TRUE(content.children()[0]->children().isEmpty());
-    EXPECT_FALSE(content.m_bExpanded);
+    EXPECT_FALSE(content.isExpanded());
 
     const KorDSNRequest request(kUser.dsn, kUser.index);
     KorDSMDialogFactory::expandQualifiersAddInContent(&content);
@@ -56,7 +56,7 @@ TEST_F(Loading, GroupsComeByKeyAndTheirRecordsWhenTheAddInIsOpened) {
     EXPECT_EQ(namesBelow(*content.children()[1]), Names{"All bolts"});
     KorDSMDialogFactory::expandQualifiersAddInContent(&content);
     EXPECT_EQ(namesBelow(*content.children()[0]), Names{"All welds"}) << "what is there is not loaded again";
-    EXPECT_TRUE(content.m_bExpanded);
+    EXPECT_TRUE(content.isExpanded());
     ASSERT_GE(progress.size(), 4U);
     EXPECT_EQ(progress.front(), DsmProgress::kStart);
     EXPECT_EQ(progress[1], DsmProgress::kStep);
@@ -130,8 +130,8 @@ TEST_F(Loading, AnAnnotationBringsItsType) {
     const KorDSNRequest request(kUser.dsn, kUser.index);
     KorDSMDialogFactory::expandAnnotationsAddInContent(&content);
     auto* item = static_cast<KorDsmAnnotationStrategyItem*>(content.children()[0]->children()[0]);
-    EXPECT_EQ(item->m_AnnotationType.name, "Bolt marks");
-    EXPECT_EQ(item->m_AnnotationType.annotationKind, 3);
+    EXPECT_EQ(item->annotationType().name, "Bolt marks");
+    EXPECT_EQ(item->annotationType().annotationKind, 3);
 }
 
 TEST_F(Loading, AGroupThatComesLaterStandsAtThePlaceOfItsKey) {

@@ -59,11 +59,11 @@ protected:
     }
     template <typename... Added>
     void add(Items& items) {
-        (items.emplace(Added().m_Type, &item<Added>()), ...);
+        (items.emplace(Added().type(), &item<Added>()), ...);
     }
     KorDSMDatabaseItem* arrangement(const StructRecord& record, bool isStrategy) {
-        auto& made = *arrangements.emplace_back(std::make_unique<KorDsmAnnotationArrangementItem>());
-        made.m_bStandsForStrategy = isStrategy;
+        auto& made =
+            *arrangements.emplace_back(std::make_unique<KorDsmAnnotationArrangementItem>(isStrategy));
         made.updateRecord(record);
         return &made;
     }

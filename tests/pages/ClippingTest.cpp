@@ -22,9 +22,13 @@ protected:
     KorDsmViewRequestItem& view(const char* name = "HB front, shortened", bool withStyle = true) {
         auto& style = item<KorDsmDetailStyleItem>();
         arrange(style, kAutomaticClipping, 0);
-        auto& made = item<KorDsmViewRequestItem>(name);
-        made.m_pParent = withStyle ? &style : nullptr;
+        auto& made = withStyle ? viewBelow(style, name) : item<KorDsmViewRequestItem>(name);
         m_clip = made.getRecord().lengthClipKey;
+        return made;
+    }
+    KorDsmViewRequestItem& viewBelow(KorDsmDetailStyleItem& style, const KorString& name = {}) {
+        auto& made = style.addChild(std::make_unique<KorDsmViewRequestItem>());
+        made.updateRecord(row<StructDetViewRequest>(name));
         return made;
     }
     /// Changes the strategy behind the page's back.
@@ -212,7 +216,7 @@ TEST_F(Clipping, ShowsOnlyWhatTheViewHas) {
     setClip(10, 1.25); // no gap of the table
     setClip(8, std::int64_t{77777});
     setClip(7, std::int64_t{77777});
-    arrange(static_cast<KorDSMDatabaseItem&>(*odd.m_pParent), kAutomaticClipping, 1);
+    arrange(static_cast<KorDSMDatabaseItem&>(*odd.parent()), kAutomaticClipping, 1);
     show(odd);
     EXPECT_EQ(control<QComboBox>(1094).placeholderText(), QStringLiteral("1.25"));
     EXPECT_EQ(textOf(1100) + linetype(), "");

@@ -128,7 +128,7 @@ TEST_F(ItemFacts, SayWhereAnItemLiesAndWhatLiesBelowIt) {
     EXPECT_TRUE(view.insideDetailStyle && view.inUserDatabase && view.standardHasOneChild);
     EXPECT_FALSE(view.ownerMode || view.entryHasChildren);
     EXPECT_TRUE(selectionFactsOf(*post.children()[0], true).entryHasChildren) << "it could be opened";
-    KorDSMDatabaseItem& category = *post.m_pParent;
+    KorDSMDatabaseItem& category = *post.parent();
     EXPECT_FALSE(selectionFactsOf(category, false).insideDetailStyle);
     EXPECT_FALSE(commandStates(selectionFactsOf(category, false))[eItemCommand::kDelete]) << "it is full";
 

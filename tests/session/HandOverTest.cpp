@@ -52,5 +52,5 @@ TEST_F(HandOver, TheFourResultsSayWhichStyleOfWhichSourceIsUsed) {
     EXPECT_EQ(used(item<StructDetailStyle>(SourceId::user(), user)),
               numbersOf(SourceId::user(), user) + " - User")
         << "nothing of the add-in stays behind";
-    EXPECT_EQ(used(*crane.m_pParent), "- - - -") << "a category";
+    EXPECT_EQ(used(*crane.parent()), "- - - -") << "a category";
 }

@@ -23,16 +23,16 @@ protected:
 
 TEST_F(ItemCommands, CopyGivesAStyleAMasterWithTheFirstFreeNumber) {
     KorDSMDatabaseItem& original = style("HB post 1:15");
-    const int siblings = original.m_pParent->children().length();
+    const int siblings = original.parent()->children().length();
     CopyOutcome copied = copyItem(original, " My post ");
     ASSERT_TRUE(copied.done);
     ASSERT_EQ(copied.added.size(), 1u);
     const auto* copy = row<StructDetailStyle>(kUser, "My post");
     ASSERT_NE(copy, nullptr);
     EXPECT_EQ(copied.added[0]->recordKey(), copy->key);
-    EXPECT_EQ(copied.added[0]->m_pParent, original.m_pParent);
-    EXPECT_EQ(original.m_pParent->children().length(), siblings + 1);
-    EXPECT_EQ(original.m_pParent->children()[siblings], copied.added[0]);
+    EXPECT_EQ(copied.added[0]->parent(), original.parent());
+    EXPECT_EQ(original.parent()->children().length(), siblings + 1);
+    EXPECT_EQ(original.parent()->children()[siblings], copied.added[0]);
     EXPECT_EQ(copied.added[0]->children().length(), original.children().length());
     EXPECT_EQ(copy->viewRequests, row<StructDetailStyle>(kUser, "HB post 1:15")->viewRequests);
 
@@ -53,12 +53,12 @@ TEST_F(ItemCommands, CopyGivesAStyleAMasterWithTheFirstFreeNumber) {
 
 TEST_F(ItemCommands, ANewStyleIsFiledWithTheFirstFreeNumberOfItsCategory) {
     databases.setCurrentSource(kUser);
-    KorDSMDatabaseItem& category = *style("HB post 1:15").m_pParent;
+    KorDSMDatabaseItem& category = *style("HB post 1:15").parent();
     for (const int number : {4, 5}) { // (1, 1), (1, 2) and (1, 3) are taken
         const KorString name = KorString::format("New %d", {KorString::number(number)});
         KorDSMDatabaseItem* made = KorDSMNewItem::create(KorDSMDefines::kDetailStyle, name, category);
         ASSERT_NE(made, nullptr);
-        EXPECT_EQ(made->m_pParent, &category);
+        EXPECT_EQ(made->parent(), &category);
         ASSERT_NE(master(name), nullptr);
         EXPECT_EQ(master(name)->detailKey, 1);
         EXPECT_EQ(master(name)->number, number);
@@ -85,7 +85,7 @@ TEST_F(ItemCommands, CopyTakesPartsAlongAndTellsThePagesThatListTheRecord) {
     const CopyOutcome mark = copyItem(label, "HB mark 2");
     EXPECT_EQ(mark.notice.senderPageCode, 7);
     EXPECT_EQ(mark.notice.receivers, (std::vector<int>{25, 23}));
-    EXPECT_EQ(static_cast<KorDsmAnnotationStrategyItem*>(mark.added.at(0))->m_AnnotationType.name, "HB mark");
+    EXPECT_EQ(static_cast<KorDsmAnnotationStrategyItem*>(mark.added.at(0))->annotationType().name, "HB mark");
 }
 
 TEST_F(ItemCommands, CopyOfWhatIsShownAsAPartAppearsInItsGroupToo) {
@@ -94,8 +94,8 @@ TEST_F(ItemCommands, CopyOfWhatIsShownAsAPartAppearsInItsGroupToo) {
     KorDSMDatabaseItem& part = *expand(points)[0];
     const CopyOutcome copied = copyItem(part, "Rails again");
     ASSERT_EQ(copied.added.size(), 2u);
-    EXPECT_EQ(copied.added[0]->m_pParent, &points);
-    EXPECT_EQ(copied.added[1]->m_pParent->getDisplayName(), "Hallberg: workshop");
+    EXPECT_EQ(copied.added[0]->parent(), &points);
+    EXPECT_EQ(copied.added[1]->parent()->getDisplayName(), "Hallberg: workshop");
     for (KorDSMDatabaseItem* added : copied.added)
         bind(*added);
     const DeleteOutcome deleted = deleteItem(*copied.added[0]);
@@ -114,7 +114,7 @@ TEST_F(ItemCommands, WhatCannotBeCopiedOrNamedChangesNothing) {
     KorDSMDatabaseItem& original = style("HB post 1:15");
     EXPECT_FALSE(copyItem(original, "HB beam 1:15").refusal.isEmpty());
     EXPECT_FALSE(copyItem(original, "  ").refusal.isEmpty());
-    EXPECT_FALSE(copyItem(*original.m_pParent, "Other").done) << "categories are not copied";
+    EXPECT_FALSE(copyItem(*original.parent(), "Other").done) << "categories are not copied";
     EXPECT_FALSE(copyItem(*original.children()[0], "Other").done) << "views neither";
     KorDSMDatabaseItem& foreign = item<StructDetObjQualifierSetGroup>(SourceId::standard(), "Plates");
     EXPECT_NE(renameItem(foreign, "Mine").refusal.toStdString().find("Standard"), std::string::npos);
@@ -131,7 +131,7 @@ TEST_F(ItemCommands, WhatCannotBeCopiedOrNamedChangesNothing) {
 
 TEST_F(ItemCommands, DeleteTakesTheMasterAlong) {
     KorDSMDatabaseItem& doomed = style("HB erection plan");
-    KorDSMDatabaseItem& category = *doomed.m_pParent;
+    KorDSMDatabaseItem& category = *doomed.parent();
     DeleteOutcome deleted = deleteItem(doomed);
     ASSERT_TRUE(deleted.done);
     ASSERT_EQ(deleted.removed.size(), 1u);
@@ -172,7 +172,7 @@ TEST_F(ItemCommands, DeleteOfAStyleWithoutAMasterIsNotDone) {
     const DeleteOutcome deleted = deleteItem(doomed);
     EXPECT_FALSE(deleted.done);
     EXPECT_TRUE(deleted.removed.empty());
-    EXPECT_GE(doomed.m_pParent->children().find(&doomed), 0);
+    EXPECT_GE(doomed.parent()->children().find(&doomed), 0);
     EXPECT_EQ(row<StructDetailStyle>(kUser, "HB erection plan"), nullptr);
 }
 
@@ -203,7 +203,7 @@ TEST_F(ItemCommands, NothingIsMadeInATableWhoseKeysAreUsedUp) {
     EXPECT_FALSE(copied.done);
     EXPECT_NE(copied.refusal.toStdString().find("2147483647"), std::string::npos) << copied.refusal.c_str();
     const KorDSNRequest request(SourceId::user().dsn, SourceId::user().index);
-    EXPECT_EQ(KorDSMNewItem::create(KorDSMDefines::kDetailStyle, "New", *original.m_pParent), nullptr);
+    EXPECT_EQ(KorDSMNewItem::create(KorDSMDefines::kDetailStyle, "New", *original.parent()), nullptr);
     EXPECT_EQ(KorDSMNewItem::whyNotMade(KorDSMDefines::kDetailStyle), copied.refusal);
     EXPECT_TRUE(databases.pending().isEmpty());
     EXPECT_FALSE(databases.pending().canRedo()) << "a command that failed is none that was taken back";
@@ -266,17 +266,17 @@ TEST_F(ItemCommands, MoveFilesUnderAnotherGroupOfTheSameKindAndSource) {
     KorDSMDatabaseItem& columns = item<StructDetBaseCategory>(SourceId::standard(), "Columns");
     KorDSMDatabaseItem& site = item<StructDetObjQualifierSetGroup>(kUser, "Hallberg: site");
     std::set<std::string> reasons;
-    for (KorDSMDatabaseItem* wrong : {&columns, &site, post.m_pParent})
+    for (KorDSMDatabaseItem* wrong : {&columns, &site, post.parent()})
         reasons.insert(whyNotMovable(post, *wrong).toStdString());
     reasons.insert(whyNotMovable(*post.children()[0], railings).toStdString());
     EXPECT_FALSE(reasons.contains(""));
     EXPECT_EQ(reasons.size(), 3u) << "another database, another kind, already there";
     EXPECT_FALSE(moveToGroup(post, columns).done);
 
-    KorDSMDatabaseItem& old = *post.m_pParent;
+    KorDSMDatabaseItem& old = *post.parent();
     ASSERT_TRUE(canMove(post, railings));
     ASSERT_TRUE(moveToGroup(post, railings).done);
-    EXPECT_EQ(post.m_pParent, &railings);
+    EXPECT_EQ(post.parent(), &railings);
     EXPECT_EQ(old.children().find(&post), -1);
     EXPECT_EQ(master("HB post 1:15")->categoryKey, railings.recordKey());
 

@@ -27,7 +27,7 @@ TEST_F(NameSearch, FindsWhatHasTheTextAndLetsPassWhatLiesAboveAndBelow) {
     EXPECT_EQ(find(kViewDetailStyles, " hb POST 1:15 "), std::vector<std::string>{"HB post 1:15"});
     EXPECT_EQ(search.first(), &style);
     EXPECT_TRUE(search.passes(style));
-    EXPECT_TRUE(search.passes(*style.m_pParent));
+    EXPECT_TRUE(search.passes(*style.parent()));
     EXPECT_TRUE(search.passes(*style.children()[0]));
     EXPECT_FALSE(search.passes(railings));
     EXPECT_TRUE(find(kViewDetailStyles, "no such name").empty());
@@ -42,7 +42,7 @@ TEST_F(NameSearch, ReadsWhatWasNotOpenedAndFollowsNewNames) {
         *KorDSMItemPath::findAddIn(*structure.getSection(kViewQualifiers), SourceId::user());
     EXPECT_TRUE(KorDSMItemContent::canBeOpened(content, false));
     ASSERT_FALSE(find(kViewQualifiers, "").empty());
-    EXPECT_TRUE(content.m_bExpanded);
+    EXPECT_TRUE(content.isExpanded());
     KorDSMDatabaseItem& set = *content.children()[0]->children()[0];
     set.setName("Quite another name");
     EXPECT_TRUE(find(kViewQualifiers, "quite another").empty());
@@ -55,7 +55,7 @@ TEST_F(NameSearch, WhatARecordDependsOnOpensInTurnOnlyWithFullExpansion) {
     EXPECT_TRUE(KorDSMItemContent::canBeOpened(view, false));
     for (KorDSMDatabaseItem* part : expand(view)) {
         const bool hasMore = KorDSMItemContent::canBeOpened(*part, true);
-        EXPECT_EQ(hasMore, KorDSMDependencies::canHaveDependents(part->m_Type));
+        EXPECT_EQ(hasMore, KorDSMDependencies::canHaveDependents(part->type()));
         EXPECT_FALSE(KorDSMItemContent::canBeOpened(*part, false));
     }
 }

@@ -45,7 +45,7 @@ TEST_F(SelectionHistory, PassesOverStalePlacesAndStaysWhereThereIsNoOther) {
     EXPECT_FALSE(canGoBack()) << "only a stale place and the same one are left";
     EXPECT_EQ(back(), "nothing");
     EXPECT_EQ(history.position(), 2);
-    history.record(KorDSMPlace(*style("HB post 1:15").m_pParent));
+    history.record(KorDSMPlace(*style("HB post 1:15").parent()));
     EXPECT_EQ(back(), "HB post 1:15");
     EXPECT_EQ(history.position(), 2);
     EXPECT_FALSE(canGoBack());
@@ -69,10 +69,10 @@ TEST_F(SelectionHistory, FindsPlacesInWhatWasLoadedAnew) {
     KorDSMDatabaseItem* deep = view.children()[view.children().length() - 1];
     const std::vector<KorDSMPlace> places = {KorDSMPlace(*deep),
                                              KorDSMPlace(view),
-                                             KorDSMPlace(*view.m_pParent),
-                                             KorDSMPlace(*view.m_pParent->m_pParent),
+                                             KorDSMPlace(*view.parent()),
+                                             KorDSMPlace(*view.parent()->parent()),
                                              KorDSMPlace(*KorDSMItemPath::addInOf(view)),
-                                             KorDSMPlace(*KorDSMItemPath::addInOf(view)->m_pParent)};
+                                             KorDSMPlace(*KorDSMItemPath::addInOf(view)->parent())};
     std::vector<std::string> names;
     for (const KorDSMPlace& place : places)
         names.push_back(nameAt(place));

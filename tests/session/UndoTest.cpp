@@ -32,7 +32,7 @@ protected:
         const std::string own = path + "/" + item.getDisplayName().toStdString();
         lines.insert(own);
         for (KorDSMDatabaseItem* child : item.children()) {
-            EXPECT_EQ(child->m_pParent, &item);
+            EXPECT_EQ(child->parent(), &item);
             add(*child, own, lines);
         }
     }
@@ -156,8 +156,8 @@ TEST_F(Undo, TheItemsFollowEveryCommandThereAndBack) {
 }
 
 TEST_F(Undo, WhatComesBackStandsWhereItStoodAndIsLedTo) {
-    KorDSMDatabaseItem& first = *item<StructDetailStyle>(kUser, "HB beam 1:15").m_pParent->children()[0];
-    KorDSMDatabaseItem& home = *first.m_pParent;
+    KorDSMDatabaseItem& first = *item<StructDetailStyle>(kUser, "HB beam 1:15").parent()->children()[0];
+    KorDSMDatabaseItem& home = *first.parent();
     const auto names = [&home] {
         std::vector<KorString> below;
         for (const KorDSMDatabaseItem* child : home.children())
@@ -216,7 +216,7 @@ TEST_F(Undo, ChildrenFollowWhatTheirParentsUse) {
                      KorOdbcKey(row<StructDetViewDimStrategyItem>(kUser, "HB holes, running")->key));
     follow(KorDSMUndo::undo());
     follow(KorDSMUndo::redo());
-    EXPECT_FALSE(chain.m_bExpanded) << "made anew when it is opened";
+    EXPECT_FALSE(chain.isExpanded()) << "made anew when it is opened";
     EXPECT_EQ(expand(chain).length(), 3);
     EXPECT_TRUE(assertions.empty());
 }

@@ -87,7 +87,7 @@ TEST_F(EditorFixture, SourceComboAndCommandsFollowDeletionAndUndoOfACategory) {
     const KorTreeHandle back = combo->findEntry(path);
     ASSERT_NE(back, nullptr);
     const auto shown = select({"User", "Hallberg: railings"});
-    EXPECT_EQ(combo->getEntryData(back), KorDSMSectionTree::itemOf(shown));
+    EXPECT_EQ(combo->getEntryData(back).as<KorDSMDatabaseItem>(), KorDSMSectionTree::itemOf(shown));
     EXPECT_EQ(combo->getSelectedPath().view(), path.view());
     for (int step = 0; step < styles; ++step)
         press(Qt::Key_Z, Qt::ControlModifier);

@@ -44,8 +44,8 @@ TEST_F(EditorFixture, ASetMadeBelowDimensionPointsIsFiledInTheGroupChosenAndShow
         ASSERT_NE(made, nullptr);
         EXPECT_EQ(structure.getSelectedSection(), KorDSMDefines::kViewQualifiers);
         EXPECT_EQ(made->getDisplayName().view(), "HB site profile");
-        EXPECT_EQ(made->m_pParent->getDisplayName().view(), "Hallberg: site");
-        EXPECT_TRUE(page() && page()->getData() == made);
+        EXPECT_EQ(made->parent()->getDisplayName().view(), "Hallberg: site");
+        EXPECT_TRUE(page() && page()->getData().as<KorDSMDatabaseItem>() == made);
         close();
         EXPECT_FALSE(isPending());
     }

@@ -151,20 +151,14 @@ void KorListCtrl::setItemText(int row, int column, const KorString& text) {
     m_model->changed(row);
 }
 
-void* KorListCtrl::getItemData(int row) const {
+KorEntryData KorListCtrl::getItemData(int row) const {
     const KorListRow* at = m_model->rowAt(row);
-    return isRow(at) ? at->data : nullptr;
+    return isRow(at) ? at->data : KorEntryData();
 }
 
-void KorListCtrl::setItemData(int row, void* itemData) {
-    if (KorListRow* at = m_model->rowAt(row); isRow(at))
-        at->data = itemData;
-}
-
-int KorListCtrl::findItemData(const void* wanted) const {
+int KorListCtrl::findRow(const std::function<bool(const KorListRow&)>& isWanted) const {
     const auto& rows = m_model->rows();
-    const auto at =
-        std::find_if(rows.begin(), rows.end(), [&](const KorListRow& row) { return row.data == wanted; });
+    const auto at = std::ranges::find_if(rows, isWanted);
     return at == rows.end() ? -1 : static_cast<int>(at - rows.begin());
 }
 

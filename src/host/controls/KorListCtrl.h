@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/KorString.h"
+#include "controls/KorEntryData.h"
 #include "controls/KorImageList.h"
 
 #include <QTreeView>
@@ -13,8 +14,8 @@ class KorListModel;
 /// One row of a list: the texts of its columns, an icon for the first, the caller's data.
 struct KorListRow {
     std::vector<KorString> texts;
-    int image = -1;       ///< Index in the image list, -1 for none.
-    void* data = nullptr; ///< The caller's own data; never touched, never deleted.
+    int image = -1; ///< Index in the image list, -1 for none.
+    KorEntryData data = {};
     bool checked = false; ///< Whether the row's check box is checked, in a list that has them.
 };
 
@@ -54,10 +55,12 @@ public:
     int getItemCount() const;
     KorString getItemText(int row, int column) const;
     void setItemText(int row, int column, const KorString& text);
-    void* getItemData(int row) const;
-    void setItemData(int row, void* data);
-    /// The first row with this data, -1 when there is none.
-    int findItemData(const void* data) const;
+    KorEntryData getItemData(int row) const;
+    /// The first row with this object, -1 when there is none.
+    template <typename T>
+    int findItemData(const T* object) const {
+        return findRow([object](const KorListRow& row) { return row.data.as<T>() == object; });
+    }
 
     /// Sorts by a column; -1 goes on without sorting, in the present order.
     void sortByColumn(int column, Qt::SortOrder order = Qt::AscendingOrder);
@@ -95,6 +98,8 @@ protected:
                  const QModelIndex& index) const override;
 
 private:
+    int findRow(const std::function<bool(const KorListRow&)>& isWanted) const;
+
     KorListModel* m_model;
     bool m_gridLines = false;
 };

@@ -17,8 +17,6 @@
 
 namespace {
 
-constexpr int kDataRole = Qt::UserRole + 2; ///< The row's data, kept by its first cell.
-
 QStringList toQtList(const std::vector<KorString>& texts) {
     QStringList list;
     for (const KorString& text : texts)
@@ -124,7 +122,7 @@ void KorMFCGridCtrl::applyColumnWidths() {
     }
 }
 
-int KorMFCGridCtrl::addRow(const std::vector<KorString>& texts, void* rowData) {
+int KorMFCGridCtrl::addRow(const std::vector<KorString>& texts) {
     const QScopedValueRollback filling(m_filling, true);
     const int row = rowCount();
     setRowCount(row + 1);
@@ -147,8 +145,6 @@ int KorMFCGridCtrl::addRow(const std::vector<KorString>& texts, void* rowData) {
                           horizontalHeaderItem(column)->data(KorGridDelegate::kChoicesRole));
         setItem(row, column, item);
     }
-    if (QTableWidgetItem* first = item(row, 0))
-        first->setData(kDataRole, QVariant::fromValue(rowData));
     return row;
 }
 
@@ -160,11 +156,6 @@ void KorMFCGridCtrl::deleteRow(int row) {
 void KorMFCGridCtrl::deleteAllRows() {
     const QScopedValueRollback filling(m_filling, true);
     setRowCount(0);
-}
-
-void* KorMFCGridCtrl::getRowData(int row) const {
-    const QTableWidgetItem* item = cell(row, 0);
-    return item ? item->data(kDataRole).value<void*>() : nullptr;
 }
 
 int KorMFCGridCtrl::selectedRow() const {

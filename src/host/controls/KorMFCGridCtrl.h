@@ -46,11 +46,9 @@ public:
     void setColumnWidths(const std::vector<int>& percentages);
 
     /// Appends a row with the texts of its columns (of a check: "1" is checked) and returns its number.
-    int addRow(const std::vector<KorString>& texts, void* data = nullptr);
+    int addRow(const std::vector<KorString>& texts);
     void deleteRow(int row);
     void deleteAllRows();
-    /// The caller's own data of a row; never touched, never deleted.
-    void* getRowData(int row) const;
     int selectedRow() const;
     void selectRow(int row);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/KorString.h"
+#include "controls/KorEntryData.h"
 
 #include <QWidget>
 
@@ -33,8 +34,8 @@ public:
     void setModified(bool modified);
     bool isModified() const { return m_modified; }
 
-    /// What the page shows, as its group was given it; null when nothing is shown.
-    void* getData() const { return m_data; }
+    /// What the page shows, as its group was given it; nothing when nothing is shown.
+    const KorEntryData& getData() const { return m_data; }
 
     /// Makes the controls from the template and initialises them, once; later calls do nothing. A page
     /// whose template is unknown stays empty, which is reported, and is initialised all the same.
@@ -61,12 +62,12 @@ protected:
 
 private:
     friend class TabContent;
-    void setData(void* newData) { m_data = newData; }
+    void setData(const KorEntryData& newData) { m_data = newData; }
     void enter();
     void leave();
 
     KorString m_title;
-    void* m_data = nullptr;
+    KorEntryData m_data;
     int m_templateId;
     bool m_modified = false;
     bool m_created = false;

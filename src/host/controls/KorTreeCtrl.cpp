@@ -54,8 +54,8 @@ KorTreeHandle KorTreeCtrl::first() {
     return &beforeAll;
 }
 
-KorTreeHandle KorTreeCtrl::insertItem(const KorString& text, int image, KorTreeHandle parent, void* itemData,
-                                      KorTreeHandle after) {
+KorTreeHandle KorTreeCtrl::insertItem(const KorString& text, int image, KorTreeHandle parent,
+                                      const KorEntryData& itemData, KorTreeHandle after) {
     if (parent && !KorAssert::check(m_model->owns(parent), "m_model->owns( parent )"))
         return nullptr;
     const int row = after == first() ? 0 : after ? after->row + 1 : -1;
@@ -157,11 +157,11 @@ void KorTreeCtrl::setItemImage(KorTreeHandle entry, int image) {
         m_model->setImage(entry, image);
 }
 
-void* KorTreeCtrl::getItemData(KorTreeHandle entry) const {
-    return isEntry(entry) ? entry->data : nullptr;
+KorEntryData KorTreeCtrl::getItemData(KorTreeHandle entry) const {
+    return isEntry(entry) ? entry->data : KorEntryData();
 }
 
-void KorTreeCtrl::setItemData(KorTreeHandle entry, void* itemData) {
+void KorTreeCtrl::setItemData(KorTreeHandle entry, const KorEntryData& itemData) {
     if (isEntry(entry))
         entry->data = itemData;
 }

@@ -26,7 +26,7 @@ public:
 
     /// Inserts an entry under `parent`, after its child `after` (null: at the end). Returns its handle.
     KorTreeHandle insertItem(const KorString& text, int image = -1, KorTreeHandle parent = nullptr,
-                             void* data = nullptr, KorTreeHandle after = nullptr);
+                             const KorEntryData& data = {}, KorTreeHandle after = nullptr);
     /// Appends many entries under `parent` in one step. Returns the first of them (the others follow as
     /// its siblings), or null when `items` is empty.
     KorTreeHandle insertItems(KorTreeHandle parent, const std::vector<KorTreeItem>& items);
@@ -53,9 +53,8 @@ public:
     void setItemText(KorTreeHandle entry, const KorString& text);
     int getItemImage(KorTreeHandle entry) const;
     void setItemImage(KorTreeHandle entry, int image);
-    /// The caller's data, not owned.
-    void* getItemData(KorTreeHandle entry) const;
-    void setItemData(KorTreeHandle entry, void* data);
+    KorEntryData getItemData(KorTreeHandle entry) const;
+    void setItemData(KorTreeHandle entry, const KorEntryData& data);
 
     /// The entry can be opened although it has no children yet: `expanding` asks for them once. An entry
     /// that has none after that shows as a leaf.

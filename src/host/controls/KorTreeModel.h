@@ -2,6 +2,7 @@
 
 #include "base/KorString.h"
 #include "base/KorTreeHandle.h"
+#include "controls/KorEntryData.h"
 #include "controls/KorImageList.h"
 
 #include <QAbstractItemModel>
@@ -13,8 +14,8 @@
 /// What a new tree entry shows and carries.
 struct KorTreeItem {
     KorString text;
-    int image = -1;           ///< Index in the image list, -1 for none.
-    void* data = nullptr;     ///< The caller's own data; never touched, never deleted.
+    int image = -1; ///< Index in the image list, -1 for none.
+    KorEntryData data = {};
     bool placeholder = false; ///< Children are made when the entry is first opened.
     bool hidden = false;      ///< Kept out of sight by the filter that is set; without one it has no effect.
 };
@@ -22,7 +23,7 @@ struct KorTreeItem {
 /// One entry of a KorTreeModel. Texts are shared with the records they come from.
 struct KorTreeEntry {
     KorString text;
-    void* data = nullptr;
+    KorEntryData data;
     KorTreeEntry* parent = nullptr;
     std::vector<std::unique_ptr<KorTreeEntry>> children;
     std::vector<KorTreeEntry*> shown; // the children in sight; kept only while a filter is set

@@ -31,7 +31,7 @@ KorTabPage* TabContent::page(int index) const {
     return index >= 0 && index < pageCount() ? m_pages[static_cast<std::size_t>(index)].data() : nullptr;
 }
 
-void TabContent::setPageData(void* data, int index) {
+void TabContent::setPageData(const KorEntryData& data, int index) {
     KorTabPage* shown = currentPage();
     const bool again = shown && shown->isActive() && (index < 0 || index == m_current);
     if (again)

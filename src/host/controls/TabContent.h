@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/KorString.h"
+#include "controls/KorEntryData.h"
 
 #include <QObject>
 #include <QPointer>
@@ -30,10 +31,10 @@ public:
     /// The page at an index, null when there is none.
     KorTabPage* page(int index) const;
 
-    /// Gives data to the page at `index`, or to all pages when it is -1. The data is not owned. When a
+    /// Gives data to the page at `index`, or to all pages when it is -1. When a
     /// page concerned is being shown, it is left with the old data before, and shown with the new data
     /// after. Data that a left page had is never touched, so it may be gone.
-    void setPageData(void* data, int index);
+    void setPageData(const KorEntryData& data, int index);
 
     /// The page whose tab is or was last active.
     int currentIndex() const { return m_current; }

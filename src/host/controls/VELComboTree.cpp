@@ -52,7 +52,7 @@ KorTreeHandle VELComboTree::child(KorTreeHandle parent, const KorString& name) c
     return found == m_children.end() ? nullptr : found->second;
 }
 
-KorTreeHandle VELComboTree::addEntry(const KorString& path, int image, void* entryData) {
+KorTreeHandle VELComboTree::addEntry(const KorString& path, int image, const KorEntryData& entryData) {
     KorTreeHandle entry = nullptr;
     for (const KorString& name : namesOf(path.view())) {
         KorTreeHandle next = child(entry, name);
@@ -128,8 +128,8 @@ KorString VELComboTree::getEntryText(KorTreeHandle entry) const {
     return entry ? entry->text : KorString();
 }
 
-void* VELComboTree::getEntryData(KorTreeHandle entry) const {
-    return entry ? entry->data : nullptr;
+KorEntryData VELComboTree::getEntryData(KorTreeHandle entry) const {
+    return entry ? entry->data : KorEntryData();
 }
 
 int VELComboTree::childCount(KorTreeHandle parent) const {

@@ -32,7 +32,7 @@ public:
 
     /// Adds an entry by its path; names on the way that do not exist yet are added without picture and
     /// data. A path that exists takes the new picture and data. Returns the entry.
-    KorTreeHandle addEntry(const KorString& path, int image = -1, void* data = nullptr);
+    KorTreeHandle addEntry(const KorString& path, int image = -1, const KorEntryData& data = {});
     /// Deletes an entry with all below it. Returns false when there is no such path.
     bool deleteEntry(const KorString& path);
     /// Gives the entry another name (not a path). Returns false when there is no such path, or when a
@@ -44,7 +44,7 @@ public:
     KorTreeHandle findEntry(const KorString& path) const;
     KorString getPath(KorTreeHandle entry) const;
     KorString getEntryText(KorTreeHandle entry) const;
-    void* getEntryData(KorTreeHandle entry) const;
+    KorEntryData getEntryData(KorTreeHandle entry) const;
     /// Number of children of an entry; with null, of the top level.
     int childCount(KorTreeHandle parent) const;
     KorTreeHandle getChildAt(KorTreeHandle parent, int index) const;
@@ -80,7 +80,7 @@ private:
     };
     struct ChildHash {
         std::size_t operator()(const ChildKey& key) const noexcept {
-            return std::hash<KorString>{}(key.name) ^ (std::hash<void*>{}(key.parent) * 31);
+            return std::hash<KorString>{}(key.name) ^ (std::hash<KorTreeHandle>{}(key.parent) * 31);
         }
     };
 

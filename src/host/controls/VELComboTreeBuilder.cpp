@@ -17,7 +17,7 @@ void VELComboTreeBuilder::build(VELComboTree& combo) const {
     std::size_t done = 0;
     std::size_t percent = 0;
     for (const Entry& entry : m_entries) {
-        if (const KorTreeHandle added = combo.addEntry(entry.path, entry.image, entry.data))
+        if (const KorTreeHandle added = combo.addEntry(entry.path, entry.image))
             added->selectable = entry.selectable;
         const std::size_t now = ++done * 100 / m_entries.size();
         if (now != percent && m_step)

@@ -13,13 +13,9 @@ public:
     void clear() { m_entries.clear(); }
 
     /// Adds an entry that only holds others and cannot be chosen.
-    void addGroup(const KorString& path, int image = -1, void* data = nullptr) {
-        m_entries.push_back({path, image, data, false});
-    }
+    void addGroup(const KorString& path, int image = -1) { m_entries.push_back({path, image, false}); }
     /// Adds an entry by its path (names joined by `VELComboTree::GetPathDelimiter()`).
-    void addEntry(const KorString& path, int image = -1, void* data = nullptr) {
-        m_entries.push_back({path, image, data, true});
-    }
+    void addEntry(const KorString& path, int image = -1) { m_entries.push_back({path, image, true}); }
 
     /// What to call when building starts (with the number of entries), after each hundredth of it (with
     /// the percentage done), and when it ends. Each can be empty.
@@ -33,7 +29,6 @@ private:
     struct Entry {
         KorString path;
         int image;
-        void* data;
         bool selectable;
     };
 

@@ -53,17 +53,17 @@ void KorDSMDatabaseItem::sortChildren(ComesBefore comesBefore) {
 
 const KorDSMDatabaseItem* KorDSMDatabaseItem::ancestor(KorDSMDefines::eItemType type) const {
     const KorDSMDatabaseItem* item = this;
-    while (item && item->m_Type != type)
-        item = item->m_pParent;
+    while (item && item->type() != type)
+        item = item->parent();
     return item;
 }
 
 int KorDSMDatabaseItem::addInIndex() const {
     const KorDSMDatabaseItem* addIn = ancestor(KorDSMDefines::kAddInContent);
     if (const auto* content = dynamic_cast<const KorDsmAddInContentItem*>(addIn))
-        return content->m_AddInIndex;
+        return content->index();
     const auto* request = dynamic_cast<const KorDsmAddInRequestItem*>(addIn);
-    return request ? request->m_AddInIndex : -1;
+    return request ? request->index() : -1;
 }
 
 void KorDSMDatabaseItem::refreshTreeItemData() {
@@ -111,10 +111,10 @@ void KorDSMDatabaseItem::dropDependents() {
     if (!m_bExpanded || KorDSMDefines::isGroupType(m_Type))
         return;
     for (const auto& child : m_Children) {
-        if (!child->m_hTreeItem)
+        if (!child->entry())
             continue;
         DsmDeleteEntry gone;
-        gone.entry = child->m_hTreeItem;
+        gone.entry = child->entry();
         KorDSMMainWindow::sendMessage(gone);
     }
     deleteChildren();

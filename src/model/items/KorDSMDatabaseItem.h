@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/KorTreeHandle.h"
 #include "model/items/KorDSMItemList.h"
 #include "model/items/KorDSMTreeItemData.h"
 #include "records/KorDSNDefinitions.h"
@@ -20,12 +21,29 @@ public:
     /// Whether the first of two siblings stands before the second.
     using ComesBefore = bool (*)(const KorDSMDatabaseItem&, const KorDSMDatabaseItem&);
 
-    explicit KorDSMDatabaseItem(bool callerFlag = false) : m_bCallerFlag(callerFlag) {}
+    /// A node without a record, which is expanded at once where there is nothing to be made below it.
+    explicit KorDSMDatabaseItem(KorDSMDefines::eItemType type = KorDSMDefines::kNoType, std::int32_t icon = 0,
+                                bool isExpanded = true)
+        : m_Type(type), m_IconIndex(icon), m_bExpanded(isExpanded) {}
     /// An item of a family: with its type, icon and first state.
     explicit KorDSMDatabaseItem(const KorDSMFamily& family);
     virtual ~KorDSMDatabaseItem();
     KorDSMDatabaseItem(const KorDSMDatabaseItem&) = delete;
     KorDSMDatabaseItem& operator=(const KorDSMDatabaseItem&) = delete;
+
+    KorDSMDefines::eItemType type() const { return m_Type; }
+    /// Index in the table of icons.
+    std::int32_t icon() const { return m_IconIndex; }
+    /// Null for sections, and for items that nobody has taken over.
+    KorDSMDatabaseItem* parent() const { return m_pParent; }
+    /// The item's entry in the tree, null while the item is not shown. The tree says which one it is.
+    KorTreeHandle entry() const { return m_hTreeItem; }
+    void setEntry(KorTreeHandle entry) { m_hTreeItem = entry; }
+    /// True when the item's dependent children are there, or there are none to show. While it is false the
+    /// entry has the placeholder child.
+    bool isExpanded() const { return m_bExpanded; }
+    /// What hangs on the item was made.
+    void setExpanded() { m_bExpanded = true; }
 
     /// Whether both items lie under the same add-in; items outside any add-in are equal. Record items
     /// compare their records first.
@@ -88,19 +106,8 @@ public:
     /// The equal items and, last, this one: all that show its record.
     std::vector<KorDSMDatabaseItem*> itemsOfRecord();
 
-    // Tens of thousands of items are in memory at a time: the order of the members leaves no gaps.
-    KorTreeHandle m_hTreeItem = nullptr;     ///< null while the item is not shown
-    KorTreeHandle m_hSecondItem = nullptr;   ///< filled by the tree side
-    KorDSMDatabaseItem* m_pParent = nullptr; ///< null for sections
-    KorDSMDefines::eItemType m_Type = KorDSMDefines::kNoType;
-    std::int32_t m_IconIndex = 0;
-    /// True when the item's dependent children are in the tree, or there are none to show. While it is false
-    /// the entry has the placeholder child.
-    bool m_bExpanded = true;
-    bool m_bFlag = false;
-    bool m_bCallerFlag = false;
-
 protected:
+    void setType(KorDSMDefines::eItemType type) { m_Type = type; }
     /// What every replaced record brings with it: see `assignRecord`.
     void recordReplaced();
     /// Called when the children that hang on the record are gone.
@@ -110,6 +117,12 @@ private:
     void addEqualItem(KorDSMDatabaseItem& other);
     void insertChild(KorDSMItemList::Owned::iterator place, std::unique_ptr<KorDSMDatabaseItem> child);
 
+    // Tens of thousands of items are in memory at a time: the order of the members leaves no gaps.
+    KorTreeHandle m_hTreeItem = nullptr;
+    KorDSMDatabaseItem* m_pParent = nullptr;
+    KorDSMDefines::eItemType m_Type = KorDSMDefines::kNoType;
+    std::int32_t m_IconIndex = 0;
+    bool m_bExpanded = true;
     KorDSMItemList::Owned m_Children;
     std::unique_ptr<KorArray<KorDSMDatabaseItem*>> m_EqualItems; // null while there are none
 };

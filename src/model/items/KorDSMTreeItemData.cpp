@@ -2,5 +2,4 @@
 
 #include "model/items/KorDSMDatabaseItem.h"
 
-KorDSMTreeItemData::KorDSMTreeItemData(KorDSMDatabaseItem& item)
-    : m_hTreeItem(item.m_hTreeItem), m_Type(item.m_Type), m_pItem(&item) {}
+KorDSMTreeItemData::KorDSMTreeItemData(KorDSMDatabaseItem& item) : m_Type(item.type()), m_pItem(&item) {}

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "base/KorTreeHandle.h"
 #include "model/KorDSMDefines.h"
 
 class KorDSMDatabaseItem;
 
-/// The record attached to each tree entry.
+/// The record attached to each tree entry: which item it shows.
 class KorDSMTreeItemData {
 public:
     KorDSMTreeItemData() = default;
@@ -15,8 +14,7 @@ public:
     KorDSMDefines::eItemType getType() const { return m_Type; }
     KorDSMDatabaseItem* getItem() const { return m_pItem; }
 
-    KorTreeHandle m_hTreeItem = nullptr;
-    KorTreeHandle m_hSecondItem = nullptr;
+private:
     KorDSMDefines::eItemType m_Type = KorDSMDefines::kNoType;
     KorDSMDatabaseItem* m_pItem = nullptr; ///< not owned
 };

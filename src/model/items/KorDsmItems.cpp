@@ -8,7 +8,6 @@ template <typename Item>
 std::unique_ptr<Item> cloneOf(const Item& item) {
     auto copy = std::make_unique<Item>();
     copy->initRecord(item.getRecord());
-    copy->m_IconIndex = item.m_IconIndex;
     return copy;
 }
 
@@ -41,26 +40,26 @@ std::unique_ptr<KorDSMDatabaseItem> KorDsmAnnotationStrategyItem::clone() const 
 }
 
 void KorDsmDimRequestItem::setName(KorString name) {
-    m_Record.setRunBezeichnung(name);
+    getRecord().setRunBezeichnung(name);
     DsmSetEntryText message;
-    message.entry = m_hTreeItem;
-    message.text = m_Record.getRunBezeichnung();
+    message.entry = entry();
+    message.text = getRecord().getRunBezeichnung();
     KorDSMMainWindow::sendMessage(message);
 }
 
 void KorDsmReprMapItem::createQualifierSet(std::unique_ptr<KorDSMDatabaseItem> child) {
     KorAssert::check(m_QualifierSet == nullptr, "m_QualifierSet == NULL");
-    m_QualifierSet = static_cast<KorDsmQualifierSetItem*>(&addChild(std::move(child)));
+    m_QualifierSet = &addChild(std::move(child));
 }
 
 void KorDsmReprMapItem::createAppearance(std::unique_ptr<KorDSMDatabaseItem> child) {
     KorAssert::check(m_Appearance == nullptr, "m_Appearance == NULL");
-    m_Appearance = static_cast<KorDsmAppearanceItem*>(&addChild(std::move(child)));
+    m_Appearance = &addChild(std::move(child));
 }
 
 void KorDsmReprMapItem::createAnnotationStrategy(std::unique_ptr<KorDSMDatabaseItem> child) {
     KorAssert::check(m_AnnotationStrategy == nullptr, "m_AnnotationStrategy == NULL");
-    m_AnnotationStrategy = static_cast<KorDsmAnnotationStrategyItem*>(&addChild(std::move(child)));
+    m_AnnotationStrategy = &addChild(std::move(child));
 }
 
 void KorDsmReprMapItem::dependentsDropped() {

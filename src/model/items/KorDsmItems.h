@@ -20,7 +20,7 @@ class KorDsmViewRequestCategoryItem
 class KorDsmViewRequestItem : public KorDsmRecordItem<StructDetViewRequest, KorDSMDefines::kViewRequest> {
 public:
     std::unique_ptr<KorDSMDatabaseItem> clone() const override;
-    void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
+    void setName(KorString name) override { getRecord().setRunBezeichnung(name); }
 };
 
 class KorDsmSystemAndBoxItem
@@ -30,7 +30,7 @@ class KorDsmSystemAndBoxItem
 class KorDsmViewDimensioningItem
     : public KorDsmRecordItem<StructDetViewDimStrategy, KorDSMDefines::kViewDimensioning> {
 public:
-    void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
+    void setName(KorString name) override { getRecord().setRunBezeichnung(name); }
 };
 
 class KorDsmDimRequestGroupItem
@@ -50,12 +50,8 @@ class KorDsmPointSelectionItem
     : public KorDsmRecordItem<StructDetViewDimPointSelection, KorDSMDefines::kPointSelection> {
 public:
     std::unique_ptr<KorDSMDatabaseItem> clone() const override;
-    void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
+    void setName(KorString name) override { getRecord().setRunBezeichnung(name); }
 };
-
-class KorDsmQualifierSetItem;
-class KorDsmAppearanceItem;
-class KorDsmAnnotationStrategyItem;
 
 /// An entry of a representation map; it has exactly one qualifier set, appearance and annotation strategy.
 class KorDsmReprMapItem : public KorDsmRecordItem<StructDetObjReprMapKey, KorDSMDefines::kReprMap> {
@@ -65,18 +61,19 @@ public:
     void createAppearance(std::unique_ptr<KorDSMDatabaseItem> child);
     void createAnnotationStrategy(std::unique_ptr<KorDSMDatabaseItem> child);
 
-    KorDsmQualifierSetItem* m_QualifierSet = nullptr;
-    KorDsmAppearanceItem* m_Appearance = nullptr;
-    KorDsmAnnotationStrategyItem* m_AnnotationStrategy = nullptr;
-
 protected:
     void dependentsDropped() override;
+
+private:
+    KorDSMDatabaseItem* m_QualifierSet = nullptr;
+    KorDSMDatabaseItem* m_Appearance = nullptr;
+    KorDSMDatabaseItem* m_AnnotationStrategy = nullptr;
 };
 
 /// A representation map; its children are its entries.
 class KorDsmReprMapRuleItem : public KorDsmRecordItem<StructDetObjReprMap, KorDSMDefines::kReprMapRule> {
 public:
-    void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
+    void setName(KorString name) override { getRecord().setRunBezeichnung(name); }
 };
 
 class KorDsmQualifierSetGroupItem
@@ -86,7 +83,7 @@ class KorDsmQualifierSetItem
     : public KorDsmRecordItem<StructDetObjQualifierSet, KorDSMDefines::kQualifierSet> {
 public:
     std::unique_ptr<KorDSMDatabaseItem> clone() const override;
-    void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
+    void setName(KorString name) override { getRecord().setRunBezeichnung(name); }
 };
 
 class KorDsmAnnotationGroupItem
@@ -97,8 +94,12 @@ class KorDsmAnnotationStrategyItem
     : public KorDsmRecordItem<StructDetObjAnnotationStrategy, KorDSMDefines::kAnnotationStrategy> {
 public:
     std::unique_ptr<KorDSMDatabaseItem> clone() const override;
-    void setName(KorString name) override { m_Record.setRunBezeichnung(name); }
+    void setName(KorString name) override { getRecord().setRunBezeichnung(name); }
 
+    const StructDetAnnotationType& annotationType() const { return m_AnnotationType; }
+    void setAnnotationType(const StructDetAnnotationType& type) { m_AnnotationType = type; }
+
+private:
     StructDetAnnotationType m_AnnotationType;
 };
 
@@ -107,8 +108,9 @@ class KorDsmAppearanceItem : public KorDsmRecordItem<StructDetObjAppearance, Kor
 /// An annotation arrangement: an arranger control record, or, as its flag says, an arranger strategy record.
 class KorDsmAnnotationArrangementItem : public KorDSMDatabaseItem {
 public:
-    KorDsmAnnotationArrangementItem()
-        : KorDSMDatabaseItem(*KorDSMFamilies::of(KorDSMDefines::kAnnotationArrangement)) {}
+    explicit KorDsmAnnotationArrangementItem(bool standsForStrategy = false)
+        : KorDSMDatabaseItem(*KorDSMFamilies::of(KorDSMDefines::kAnnotationArrangement)),
+          m_bStandsForStrategy(standsForStrategy) {}
 
     bool isEqual(const KorDSMDatabaseItem& other) const override;
     KorString getDisplayName() const override;
@@ -120,7 +122,8 @@ public:
     /// Whether the pages of the second arranger kind serve the item.
     bool usesNewArranger() const;
 
+private:
     StructDetArrangerControl m_Control;
     StructDetArrangerStrategy m_Strategy;
-    bool m_bStandsForStrategy = false;
+    const bool m_bStandsForStrategy;
 };

@@ -36,6 +36,6 @@ public:
     void assignRecord(const StructRecord& newRecord) override { setRecord(static_cast<const R&>(newRecord)); }
     void updateRecord(const StructRecord& changed) override { m_Record = static_cast<const R&>(changed); }
 
-protected:
+private:
     R m_Record;
 };
