@@ -2,6 +2,7 @@
 
 #include "base/Translation.h"
 #include "data/store/FileIdentity.h"
+#include "data/store/StoreFault.h"
 
 #include <filesystem>
 

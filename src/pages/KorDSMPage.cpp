@@ -11,8 +11,7 @@
 #include "controls/KorQt.h"
 #include "model/CurrentUnits.h"
 #include "operations/CurrentRows.h"
-#include "pages/LabelField.h"
-#include "pages/PageFields.h"
+#include "pages/PagePart.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMTwins.h"
@@ -97,15 +96,15 @@ void KorDSMPage::OnShow(int show) {
     }
 }
 
+std::vector<PagePart*> KorDSMPage::parts() const {
+    const auto found = findChildren<PagePart*>(QString(), Qt::FindDirectChildrenOnly);
+    return {found.begin(), found.end()};
+}
+
 std::vector<ShownColumns> KorDSMPage::shownColumns() const {
     std::vector<ShownColumns> shown;
-    for (const PageFields* fields : findChildren<PageFields*>(QString(), Qt::FindDirectChildrenOnly))
-        shown.push_back(fields->shownColumns());
-    std::vector<int> labels;
-    for (const LabelField* label : findChildren<LabelField*>(QString(), Qt::FindDirectChildrenOnly))
-        labels.push_back(label->column());
-    if (!labels.empty())
-        shown.push_back({item()->tableType(), KorOdbcKey(item()->recordKey()), std::move(labels)});
+    for (const PagePart* part : parts())
+        shown.push_back(part->shownColumns());
     return shown;
 }
 
@@ -116,9 +115,8 @@ std::vector<ShownColumns> KorDSMPage::shownWith(std::vector<int> columns) const 
 }
 
 void KorDSMPage::updateMark() {
-    const auto labels = findChildren<LabelField*>(QString(), Qt::FindDirectChildrenOnly);
     setModified(item() && item()->record() &&
-                (std::ranges::any_of(labels, &LabelField::isEdited) ||
+                (std::ranges::any_of(parts(), &PagePart::isEdited) ||
                  std::ranges::any_of(shownColumns(), &ShownColumns::isPending)));
 }
 
@@ -164,10 +162,9 @@ void KorDSMPage::notifyModified() {
 
 void KorDSMPage::notifyTyping() {
     const auto fields = findChildren<KorLineEdit*>();
-    const auto labels = findChildren<LabelField*>(QString(), Qt::FindDirectChildrenOnly);
     DsmSetModified message;
     message.modified = KorDSMUndo::canUndo() || std::ranges::any_of(fields, &KorLineEdit::isEdited) ||
-                       std::ranges::any_of(labels, &LabelField::isEdited);
+                       std::ranges::any_of(parts(), &PagePart::isEdited);
     KorDSMMainWindow::sendMessage(message);
 }
 

@@ -9,6 +9,8 @@
 #include <optional>
 #include <vector>
 
+class PagePart;
+
 /// Base of every property page: the life of a page inside its group, the write of one field, the enable rule,
 /// and the helpers that pages share. A page adds its controls, its record and its rules. Every change is
 /// written to the database at once; a page buffers nothing.
@@ -116,6 +118,8 @@ protected:
     int m_pageCode = KorDSMDefines::kNoType;
 
 private:
+    std::vector<PagePart*> parts() const;
+
     std::vector<KorDSMPage*> m_linkedPages;
     SourceId m_listsFrom; // the source whose names the lists hold
     bool m_needsInit = true;

@@ -5,13 +5,18 @@
 #include "pages/LabelDesignerSetup.h"
 
 LabelField::LabelField(KorDSMPage& page, VELLabelDesignerCtrlWrap& designer, int column, int objectType)
-    : QObject(&page), m_page(page), m_designer(designer), m_column(column) {
+    : PagePart(&page), m_page(page), m_designer(designer), m_column(column) {
     LabelDesignerSetup::apply(designer, objectType);
     KorFieldNote::prepare(&designer);
     connect(&designer, &VELLabelDesignerCtrlWrap::changed, this, [this] {
         m_edited = true;
         m_page.notifyModified();
     });
+}
+
+ShownColumns LabelField::shownColumns() const {
+    const auto& item = *m_page.getData().as<KorDSMDatabaseItem>();
+    return {item.tableType(), KorOdbcKey(item.recordKey()), {m_column}};
 }
 
 CellValue LabelField::stored() const {

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "pages/KorDSMPage.h"
+#include "pages/PagePart.h"
 
 class VELLabelDesignerCtrlWrap;
 
 /// A label designer that shows and writes a text column of a page's record. What was edited is written when
 /// the page is left, once and only when it differs from what is stored.
-class LabelField : public QObject {
+class LabelField : public PagePart {
     Q_OBJECT
 
 public:
@@ -22,8 +23,8 @@ public:
     /// What was edited so far counts as seen.
     void forgetEdits() { m_edited = false; }
     /// Whether there is something that `store` would write.
-    bool isEdited() const;
-    int column() const { return m_column; }
+    bool isEdited() const override;
+    ShownColumns shownColumns() const override;
 
 private:
     CellValue stored() const;

@@ -37,7 +37,7 @@ KorString fieldText(const Column& column, const StructRecord& record) {
 } // namespace
 
 PageFields::PageFields(KorDSMPage& page, std::vector<PageField> fields, std::function<Row()> rowToEdit)
-    : QObject(&page), m_page(page), m_fields(std::move(fields)), m_rowToEdit(std::move(rowToEdit)) {}
+    : PagePart(&page), m_page(page), m_fields(std::move(fields)), m_rowToEdit(std::move(rowToEdit)) {}
 
 PageFields::Row PageFields::row() const {
     if (m_rowToEdit)

@@ -1,10 +1,8 @@
 #pragma once
 
+#include "pages/PagePart.h"
 #include "records/KorOdbcKey.h"
 #include "records/TableSchema.h"
-#include "session/ShownColumns.h"
-
-#include <QObject>
 
 #include <functional>
 #include <limits>
@@ -35,7 +33,7 @@ struct PageField {
 
 /// The table of a page at work: fills lists, loads the record into the controls, hears changes, and writes
 /// each through the guarded write. Rules of a page's own hang on `written`.
-class PageFields : public QObject {
+class PageFields : public PagePart {
     Q_OBJECT
 
 public:
@@ -61,7 +59,7 @@ public:
     const std::vector<PageField>& fields() const { return m_fields; }
     Row row() const;
     /// What of the row the fields show.
-    ShownColumns shownColumns() const;
+    ShownColumns shownColumns() const override;
 
 Q_SIGNALS:
     /// The column was written.

@@ -42,7 +42,7 @@ protected:
         }
         void storing(std::span<const PendingPlace>, std::uint32_t) override {}
         void notStored() override {}
-        void takeOver(std::unique_ptr<RecoveryFile>) override {}
+        void takeOver(std::shared_ptr<RecoveryFile>) override {}
         std::size_t& steps;
         int emptyTimes = 0;
     };

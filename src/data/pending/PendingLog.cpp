@@ -1,7 +1,5 @@
 #include "data/pending/PendingLog.h"
 
-#include "data/pending/RecoveryFile.h"
-
 #include <algorithm>
 #include <functional>
 #include <utility>
@@ -53,7 +51,7 @@ void PendingLog::announceNotStored() {
         m_observer->notStored();
 }
 
-void PendingLog::takeOver(std::unique_ptr<RecoveryFile> file) {
+void PendingLog::takeOver(std::shared_ptr<RecoveryFile> file) {
     if (!m_observer)
         return;
     m_observer->takeOver(std::move(file));

@@ -54,7 +54,7 @@ public:
     virtual void notStored() = 0;
     /// What the file held is in the log by the next call of the others, or not wanted: it is to be settled
     /// as soon as a crash would not lose it.
-    virtual void takeOver(std::unique_ptr<RecoveryFile> file) = 0;
+    virtual void takeOver(std::shared_ptr<RecoveryFile> file) = 0;
 };
 
 /// The changes of all sources since they were last stored, in the order in which they were made. The tables
@@ -118,7 +118,7 @@ public:
     /// Tells it that the commit failed.
     void announceNotStored();
     /// Gives the observer a file whose changes are in this log now. Without one the file is kept.
-    void takeOver(std::unique_ptr<RecoveryFile> file);
+    void takeOver(std::shared_ptr<RecoveryFile> file);
 
     /// While one lives the observer hears nothing; then it hears at once what became of the log, so that it
     /// never sees a state in between. Nothing is to be taken back meanwhile.

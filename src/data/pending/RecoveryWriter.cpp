@@ -94,7 +94,7 @@ void RecoveryWriter::notStored() {
         rewrite();
 }
 
-void RecoveryWriter::takeOver(std::unique_ptr<RecoveryFile> file) {
+void RecoveryWriter::takeOver(std::shared_ptr<RecoveryFile> file) {
     m_takenOver.push_back(std::move(file));
 }
 

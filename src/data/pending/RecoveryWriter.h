@@ -29,7 +29,7 @@ public:
     void emptied() override;
     void storing(std::span<const PendingPlace> places, std::uint32_t mark) override;
     void notStored() override;
-    void takeOver(std::unique_ptr<RecoveryFile> file) override;
+    void takeOver(std::shared_ptr<RecoveryFile> file) override;
     /// Whether a crash would lose nothing of what stands.
     bool isUpToDate() const { return m_unwritten == 0 && !m_isOld; }
 
@@ -67,7 +67,7 @@ private:
     StyleDatabases& m_databases;
     Tell m_tell;
     File m_file;
-    std::vector<std::unique_ptr<RecoveryFile>> m_takenOver; ///< what they held is not written yet
+    std::vector<std::shared_ptr<RecoveryFile>> m_takenOver; ///< what they held is not written yet
     std::optional<Mark> m_beforeStoring;
     std::size_t m_unwritten = 0; ///< commands that stand and are missing at the end of the file
     bool m_isOld = false;        ///< what the file holds stood before something was forgotten or taken back

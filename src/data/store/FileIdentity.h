@@ -1,7 +1,5 @@
 #pragma once
 
-#include "data/store/StoreFault.h"
-
 #include <sys/types.h>
 
 #include <optional>
@@ -35,9 +33,3 @@ std::string fileStamp(const std::string& path);
 std::string resolvedPath(const std::string& path);
 /// Whether the file's name is one under which a database keeps what is being written.
 bool isNeighbourName(const std::string& path);
-/// What hinders reading `path` as a database: missing, no file, empty, not permitted.
-std::optional<eStoreFault> faultOfReading(const std::string& path);
-/// What hinders changing `path`: the file or its folder, in which the journal stands, may not be written.
-std::optional<eStoreFault> faultOfWriting(const std::string& path);
-/// What hinders making a new file in the folder of `path`.
-std::optional<eStoreFault> faultOfFolder(const std::string& path);

@@ -1,4 +1,5 @@
 #include "data/store/SqliteCreation.h"
+#include "data/store/FileFaults.h"
 
 #include "data/store/LeftDatabases.h"
 #include "data/store/LeftJournal.h"

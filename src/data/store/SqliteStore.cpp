@@ -1,4 +1,5 @@
 #include "data/store/SqliteStore.h"
+#include "data/store/FileFaults.h"
 
 #include "base/KorAssert.h"
 #include "base/Translation.h"

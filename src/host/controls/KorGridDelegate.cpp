@@ -1,7 +1,6 @@
 #include "controls/KorGridDelegate.h"
 
 #include "controls/KorComboBox.h"
-#include "controls/KorMFCGridCtrl.h"
 #include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
 
@@ -108,6 +107,6 @@ void KorGridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModel
         option->font.setBold(option->checkState == Qt::Checked);
         option->fontMetrics = QFontMetrics(option->font);
     }
-    if (const auto* grid = qobject_cast<const KorMFCGridCtrl*>(parent()); grid && !grid->isWindowEnabled())
+    if (!m_enabled)
         option->state &= ~QStyle::State_Enabled;
 }

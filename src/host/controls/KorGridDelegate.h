@@ -22,6 +22,8 @@ public:
 
     /// The cells of the column choose from the tree that `fill` makes.
     void setTree(int column, std::function<void(VELComboTree& combo)> fill);
+    /// Whether cells are painted as such that can be changed. On at first.
+    void setEnabled(bool on) { m_enabled = on; }
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;
@@ -41,4 +43,5 @@ private:
     void paintRadio(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
 
     std::map<int, std::function<void(VELComboTree&)>> m_trees;
+    bool m_enabled = true;
 };

@@ -88,7 +88,7 @@ void KorListCtrl::drawRow(QPainter* painter, const QStyleOptionViewItem& options
 }
 
 int KorListCtrl::insertColumn(const KorString& title, int width, EFormat format) {
-    const int column = m_model->addColumn(title, format);
+    const int column = m_model->addColumn(title, format == eNumber);
     header()->setSectionResizeMode(column, width > 0 ? QHeaderView::Interactive : QHeaderView::Stretch);
     header()->setStretchLastSection(false);
     if (width > 0) {

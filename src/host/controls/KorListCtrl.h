@@ -1,8 +1,7 @@
 #pragma once
 
-#include "base/KorString.h"
-#include "controls/KorEntryData.h"
 #include "controls/KorImageList.h"
+#include "controls/KorListRow.h"
 
 #include <QTreeView>
 
@@ -10,14 +9,6 @@
 #include <vector>
 
 class KorListModel;
-
-/// One row of a list: the texts of its columns, an icon for the first, the caller's data.
-struct KorListRow {
-    std::vector<KorString> texts;
-    int image = -1; ///< Index in the image list, -1 for none.
-    KorEntryData data = {};
-    bool checked = false; ///< Whether the row's check box is checked, in a list that has them.
-};
 
 /// A report list: columns, whole-row selection, sorted by a click on a column's header. Rows are numbered
 /// from 0 in the order shown, so a number holds until rows are inserted, deleted or sorted.

@@ -37,10 +37,10 @@ KorListModel::KorListModel(QObject* parent) : QAbstractTableModel(parent), m_col
     m_collator.setCaseSensitivity(Qt::CaseInsensitive);
 }
 
-int KorListModel::addColumn(const KorString& title, KorListCtrl::EFormat format) {
+int KorListModel::addColumn(const KorString& title, bool ofNumbers) {
     const int column = columnCount();
     beginInsertColumns({}, column, column);
-    m_columns.push_back({title, format});
+    m_columns.push_back({title, ofNumbers});
     endInsertColumns();
     return column;
 }
@@ -55,7 +55,7 @@ void KorListModel::clearColumns() {
 
 KorListModel::Key KorListModel::keyOf(const KorListRow& row) const {
     const QString text = toQt(textOf(row, m_sortColumn));
-    const bool number = m_columns[static_cast<std::size_t>(m_sortColumn)].format == KorListCtrl::eNumber;
+    const bool number = m_columns[static_cast<std::size_t>(m_sortColumn)].ofNumbers;
     return {number ? numberOf(text) : 0.0, m_collator.sortKey(number ? QString() : text)};
 }
 
@@ -111,7 +111,7 @@ QVariant KorListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid())
         return {};
     const KorListRow& row = m_rows[static_cast<std::size_t>(index.row())];
-    const bool number = m_columns[static_cast<std::size_t>(index.column())].format == KorListCtrl::eNumber;
+    const bool number = m_columns[static_cast<std::size_t>(index.column())].ofNumbers;
     if (role == Qt::DisplayRole)
         return toQt(textOf(row, index.column()));
     if (role == Qt::DecorationRole && index.column() == 0 && m_images && row.image >= 0)
@@ -149,8 +149,7 @@ QVariant KorListModel::headerData(int section, Qt::Orientation orientation, int 
     if (role == Qt::DisplayRole)
         return toQt(column.title);
     if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(Qt::AlignVCenter |
-                                   (column.format == KorListCtrl::eNumber ? Qt::AlignRight : Qt::AlignLeft));
+        return QVariant::fromValue(Qt::AlignVCenter | (column.ofNumbers ? Qt::AlignRight : Qt::AlignLeft));
     return {};
 }
 

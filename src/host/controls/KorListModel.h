@@ -1,6 +1,7 @@
 #pragma once
 
-#include "controls/KorListCtrl.h"
+#include "controls/KorImageList.h"
+#include "controls/KorListRow.h"
 
 #include <QAbstractTableModel>
 #include <QCollator>
@@ -13,7 +14,8 @@ public:
     explicit KorListModel(QObject* parent);
 
     void setImageList(KorImageListPtr images) { m_images = std::move(images); }
-    int addColumn(const KorString& title, KorListCtrl::EFormat format);
+    /// Of numbers: right-aligned, and sorted by their values.
+    int addColumn(const KorString& title, bool ofNumbers);
     void clearColumns();
     int insert(KorListRow row);
     void replace(std::vector<KorListRow> rows);
@@ -42,7 +44,7 @@ Q_SIGNALS:
 private:
     struct Column {
         KorString title;
-        KorListCtrl::EFormat format;
+        bool ofNumbers;
     };
     /// What a cell sorts by, worked out once per cell and sorting: either the number or the text counts.
     struct Key {

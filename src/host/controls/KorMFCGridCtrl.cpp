@@ -39,8 +39,9 @@ Qt::ItemFlags flagsOf(KorMFCGridCtrl::EKind kind) {
 
 } // namespace
 
-KorMFCGridCtrl::KorMFCGridCtrl(QWidget* parent) : QTableWidget(parent) {
-    setItemDelegate(new KorGridDelegate(this));
+KorMFCGridCtrl::KorMFCGridCtrl(QWidget* parent)
+    : QTableWidget(parent), m_delegate(new KorGridDelegate(this)) {
+    setItemDelegate(m_delegate);
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setEditTriggers(DoubleClicked | SelectedClicked | EditKeyPressed | AnyKeyPressed);
@@ -97,7 +98,7 @@ void KorMFCGridCtrl::setCellChoices(int row, int column, const std::vector<KorSt
 }
 
 void KorMFCGridCtrl::setColumnTree(int column, std::function<void(VELComboTree&)> fill) {
-    static_cast<KorGridDelegate*>(itemDelegate())->setTree(column, std::move(fill));
+    m_delegate->setTree(column, std::move(fill));
     setColumnChoices(column, {});
 }
 
@@ -305,6 +306,7 @@ void KorMFCGridCtrl::enableWindow(bool enable) {
     if (m_enabled == enable)
         return;
     m_enabled = enable;
+    m_delegate->setEnabled(enable);
     viewport()->update();
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 class VELComboTree;
+class KorGridDelegate;
 
 /// A grid whose cells are edited in place. Enter, F2, a double click or typing edits a cell; Enter commits
 /// it, Escape restores it, Space turns a check. The Tab key leaves the grid, and so does Enter where the grid
@@ -108,6 +109,7 @@ private:
     bool chooseNextRadio(int step);
     void applyColumnWidths();
 
+    KorGridDelegate* m_delegate;
     std::vector<EKind> m_kinds;
     std::vector<int> m_percentages;
     bool m_opensRows = false;

@@ -235,9 +235,17 @@ void VELComboTree::showPopup() {
 }
 
 void VELComboTree::openPopup(const QString& search) {
-    if (!m_popup)
-        m_popup = new VELComboTreePopup(*this);
-    m_popup->open(search);
+    if (!m_popup) {
+        m_popup = new VELComboTreePopup(*this, *m_model);
+        connect(m_popup, &VELComboTreePopup::wanted, this, [this](KorTreeHandle entry) {
+            if (!canChoose(entry))
+                return;
+            m_popup->hide();
+            setFocus();
+            choose(entry);
+        });
+    }
+    m_popup->open(m_selected, search, m_dropDownHeight);
 }
 
 void VELComboTree::hidePopup() {

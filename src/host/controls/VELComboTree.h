@@ -71,8 +71,6 @@ protected:
     void initStyleOption(QStyleOptionComboBox* option) const override;
 
 private:
-    friend class VELComboTreePopup;
-
     struct ChildKey {
         KorTreeHandle parent;
         KorString name;

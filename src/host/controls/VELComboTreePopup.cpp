@@ -3,7 +3,6 @@
 #include "base/Translation.h"
 #include "controls/KorQt.h"
 #include "controls/KorTreeCtrl.h"
-#include "controls/VELComboTree.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -13,9 +12,9 @@
 
 #include <algorithm>
 
-VELComboTreePopup::VELComboTreePopup(VELComboTree& combo)
-    : QFrame(&combo, Qt::Popup), m_combo(combo), m_search(new QLineEdit(this)),
-      m_tree(new KorTreeCtrl(combo.m_model, this)) {
+VELComboTreePopup::VELComboTreePopup(QWidget& combo, KorTreeModel& entries)
+    : QFrame(&combo, Qt::Popup), m_combo(combo), m_entries(entries), m_search(new QLineEdit(this)),
+      m_tree(new KorTreeCtrl(&entries, this)) {
     setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
     setAttribute(Qt::WA_NoMouseReplay); // a click on the combo closes the drop-down, and that is all
     auto* layout = new QVBoxLayout(this);
@@ -31,7 +30,7 @@ VELComboTreePopup::VELComboTreePopup(VELComboTree& combo)
     m_tree->setFrameStyle(QFrame::NoFrame);
     connect(m_search, &QLineEdit::textEdited, this, [this] { find(nullptr, true); });
     connect(m_tree, &QTreeView::clicked, this,
-            [this](const QModelIndex& index) { choose(KorTreeModel::entryOf(index)); });
+            [this](const QModelIndex& index) { Q_EMIT wanted(KorTreeModel::entryOf(index)); });
 }
 
 VELComboTreePopup::~VELComboTreePopup() {
@@ -39,22 +38,21 @@ VELComboTreePopup::~VELComboTreePopup() {
     m_tree->disconnect(this);
 }
 
-void VELComboTreePopup::open(const QString& search) {
-    place();
+void VELComboTreePopup::open(KorTreeHandle chosen, const QString& search, int height) {
+    place(height);
     show();
     m_search->setText(search);
     m_search->setFocus();
-    m_tree->selectItem(m_combo.selectedEntry() ? m_combo.selectedEntry() : m_tree->getRoot());
+    m_tree->selectItem(chosen ? chosen : m_tree->getRoot());
     find(nullptr, true);
     if (const KorTreeHandle selected = m_tree->selectedItem())
         m_tree->ensureVisible(selected);
 }
 
-void VELComboTreePopup::place() {
+void VELComboTreePopup::place(int height) {
     const QRect screen = m_combo.screen()->availableGeometry();
     const QRect combo(m_combo.mapToGlobal(QPoint(0, 0)), m_combo.size());
-    QRect popup(combo.bottomLeft() + QPoint(0, 1),
-                QSize(std::max(combo.width(), 240), m_combo.m_dropDownHeight));
+    QRect popup(combo.bottomLeft() + QPoint(0, 1), QSize(std::max(combo.width(), 240), height));
     if (popup.bottom() > screen.bottom() && combo.top() - popup.height() >= screen.top())
         popup.moveBottom(combo.top() - 1);
     popup.moveRight(std::min(popup.right(), screen.right()));
@@ -67,21 +65,12 @@ void VELComboTreePopup::find(KorTreeHandle from, bool forward) {
     const QString wanted = m_search->text();
     if (wanted.isEmpty())
         return;
-    const KorTreeModel& model = *m_combo.m_model;
     const auto next = [&](KorTreeHandle at) {
-        return forward ? model.nextInOrder(at) : model.previousInOrder(at);
+        return forward ? m_entries.nextInOrder(at) : m_entries.previousInOrder(at);
     };
     for (KorTreeHandle at = next(from); at; at = next(at))
         if (toQt(at->text).contains(wanted, Qt::CaseInsensitive))
             return m_tree->selectItem(at);
-}
-
-void VELComboTreePopup::choose(KorTreeHandle entry) {
-    if (!m_combo.canChoose(entry))
-        return;
-    hide();
-    m_combo.setFocus();
-    m_combo.choose(entry);
 }
 
 bool VELComboTreePopup::onKey(QKeyEvent& event) {
@@ -90,7 +79,7 @@ bool VELComboTreePopup::onKey(QKeyEvent& event) {
     switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        choose(m_tree->selectedItem());
+        Q_EMIT wanted(m_tree->selectedItem());
         return true;
     case Qt::Key_Escape:
         if (searching)

@@ -6,7 +6,7 @@
 
 class KorTreeCtrl;
 class QLineEdit;
-class VELComboTree;
+class KorTreeModel;
 
 /// The drop-down of a VELComboTree: a search field above the tree. The keyboard stays in the search field,
 /// which passes the keys on that move in the tree.
@@ -14,11 +14,16 @@ class VELComboTreePopup : public QFrame {
     Q_OBJECT
 
 public:
-    explicit VELComboTreePopup(VELComboTree& combo);
+    /// `combo` owns it, and `entries` must outlive it.
+    VELComboTreePopup(QWidget& combo, KorTreeModel& entries);
     ~VELComboTreePopup() override;
 
-    /// Shows the drop-down at its combo, on the chosen entry, or on what `search` finds.
-    void open(const QString& search);
+    /// Shows the drop-down at its combo, on the chosen entry, or on what `search` finds. `height` in pixels.
+    void open(KorTreeHandle chosen, const QString& search, int height);
+
+Q_SIGNALS:
+    /// The user wants this entry, which may be null; it need not be one that can be chosen.
+    void wanted(KorTreeHandle entry);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -26,10 +31,10 @@ protected:
 private:
     bool onKey(QKeyEvent& event);
     void find(KorTreeHandle from, bool forward);
-    void choose(KorTreeHandle entry);
-    void place();
+    void place(int height);
 
-    VELComboTree& m_combo;
+    QWidget& m_combo;
+    KorTreeModel& m_entries;
     QLineEdit* m_search;
     KorTreeCtrl* m_tree;
 };

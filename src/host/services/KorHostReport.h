@@ -2,6 +2,7 @@
 
 #include "base/KorString.h"
 
+#include <array>
 #include <vector>
 
 /// Sentences for the user about things that went wrong outside the program: each names the file concerned
@@ -16,4 +17,16 @@ public:
                     const KorString& third = {});
     /// The sentences since the last call, oldest first.
     static std::vector<KorString> take();
+
+private:
+    struct Entry {
+        int number = 0; ///< 0: the sentence is ready, as the first text
+        std::array<KorString, 3> texts;
+
+        bool operator==(const Entry&) const = default;
+    };
+
+    static std::vector<Entry>& entries();
+    static void addOnce(Entry entry);
+    static KorString sentenceOf(const Entry& entry);
 };

@@ -2,7 +2,6 @@
 
 #include "model/KorDSMFamilies.h"
 #include "model/KorDSMMessages.h"
-#include "model/items/KorDsmAddInContentItem.h"
 #include "records/StructRecord.h"
 
 #include <algorithm>
@@ -56,14 +55,6 @@ const KorDSMDatabaseItem* KorDSMDatabaseItem::ancestor(KorDSMDefines::eItemType 
     while (item && item->type() != type)
         item = item->parent();
     return item;
-}
-
-int KorDSMDatabaseItem::addInIndex() const {
-    const KorDSMDatabaseItem* addIn = ancestor(KorDSMDefines::kAddInContent);
-    if (const auto* content = dynamic_cast<const KorDsmAddInContentItem*>(addIn))
-        return content->index();
-    const auto* request = dynamic_cast<const KorDsmAddInRequestItem*>(addIn);
-    return request ? request->index() : -1;
 }
 
 void KorDSMDatabaseItem::refreshTreeItemData() {

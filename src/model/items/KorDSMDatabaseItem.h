@@ -1,8 +1,9 @@
 #pragma once
 
+#include "base/KorArray.h"
 #include "base/KorTreeHandle.h"
+#include "model/KorDSMDefines.h"
 #include "model/items/KorDSMItemList.h"
-#include "model/items/KorDSMTreeItemData.h"
 #include "records/KorDSNDefinitions.h"
 #include "records/TableTypes.h"
 
@@ -88,8 +89,8 @@ public:
     KorDSMDatabaseItem* ancestor(KorDSMDefines::eItemType type) {
         return const_cast<KorDSMDatabaseItem*>(std::as_const(*this).ancestor(type));
     }
-    /// Add-in index of the add-in content node above, or -1 without one.
-    int addInIndex() const;
+    /// Add-in index of the add-in content node above, or its own; -1 without one.
+    virtual int addInIndex() const { return m_pParent ? m_pParent->addInIndex() : -1; }
 
     /// Makes new item data and hands it, with the entry handle, to the main dialog.
     void refreshTreeItemData();

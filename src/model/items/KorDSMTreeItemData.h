@@ -8,7 +8,9 @@ class KorDSMDatabaseItem;
 class KorDSMTreeItemData {
 public:
     KorDSMTreeItemData() = default;
-    explicit KorDSMTreeItemData(KorDSMDatabaseItem& item);
+    /// For a `KorDSMDatabaseItem`, whatever its class: items attach these to their entries.
+    template <typename Item>
+    explicit KorDSMTreeItemData(Item& item) : m_Type(item.type()), m_pItem(&item) {}
     virtual ~KorDSMTreeItemData() = default;
 
     KorDSMDefines::eItemType getType() const { return m_Type; }

@@ -61,6 +61,7 @@ public:
     const KorDSMSection* section() const { return m_pSection; }
     /// 0 Standard, 1 User, i + 3 installed add-in i.
     eIndex index() const { return m_AddInIndex; }
+    int addInIndex() const override { return m_AddInIndex; }
     KorString getDisplayName() const override { return m_Name; }
     /// Picture file shown beside the add-in; empty: none.
     const KorString& image() const { return m_Image; }
@@ -98,7 +99,7 @@ public:
     explicit KorDsmAddInRequestItem(eIndex index = KorDSNDefinitions::kStandardIndex)
         : KorDSMDatabaseItem(KorDSMDefines::kAddInContent), m_AddInIndex(index) {}
 
-    eIndex index() const { return m_AddInIndex; }
+    int addInIndex() const override { return m_AddInIndex; }
 
 private:
     eIndex m_AddInIndex;

@@ -1,6 +1,5 @@
-#include "model/KorDSMFamilies.h"
-
 #include "model/KorDSMDependencies.h"
+#include "model/KorDSMFamilies.h"
 #include "model/KorDSMSectionLoader.h"
 #include "operations/KorDetStructureUtilities.h"
 #include "operations/KorOdbcGUI.h"

@@ -1,5 +1,3 @@
-#include "session/KorDSMItemCommands.h"
-
 #include "base/KorAssert.h"
 #include "data/RowClosure.h"
 #include "data/StyleDatabases.h"
@@ -10,6 +8,7 @@
 #include "operations/KorOdbcMan.h"
 #include "services/Prompts.h"
 #include "session/ItemCommandParts.h"
+#include "session/KorDSMItemCommands.h"
 #include "session/PendingGroup.h"
 
 #include <algorithm>
