@@ -1,3 +1,4 @@
+#include <detailstyles/EditorSession.h>
 #include <detailstyles/KorDSMDialogFactory.h>
 #include <detailstyles/KorExchangeUtilities.h>
 #include <detailstyles/KorOdbcMan.h>
@@ -77,6 +78,7 @@ void printEditable(const char* source, eDSN dsn, eIndex index) {
 // presses a button in each of the editors that it opens.
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
+    const EditorSession session; // what its editors share
     KorDSMDataStructure& structure = KorDSMDialogFactory::getDSMDataStructure();
     std::printf("section %s\n", structure.getDetailStylesSection()->getDisplayName().c_str());
 

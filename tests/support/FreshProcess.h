@@ -42,6 +42,7 @@ protected:
         KorHostReport::take();
     }
 
+    EditorSession& session() { return m_session; }
     /// The settings file of the test.
     std::filesystem::path settingsFile() const { return m_settings.path() / "settings.ini"; }
 
