@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-CellValue Column::read(const void* record) const {
+CellValue Column::read(const StructRecord* record) const {
     if (isText())
         return textIn(record);
     if (isReal())
@@ -25,7 +25,7 @@ bool Column::canHold(const CellValue& value) const {
                     : figure >= kLowest && figure <= kHighest && figure == std::trunc(figure);
 }
 
-bool Column::write(void* record, const CellValue& value) const {
+bool Column::write(StructRecord* record, const CellValue& value) const {
     if (!canHold(value))
         return false;
     if (const auto* text = std::get_if<KorString>(&value)) {

@@ -10,6 +10,8 @@
 #include <variant>
 #include <vector>
 
+struct StructRecord;
+
 /// One cell as it travels between stores, the pending log and callers.
 using CellValue = std::variant<std::int64_t, double, KorString>;
 
@@ -55,19 +57,25 @@ struct Column {
     bool isInRange(double value) const { return value >= minimum && value <= maximum; }
 
     /// The cell of `record`, which must be a record of this column's table.
-    CellValue read(const void* record) const;
+    CellValue read(const StructRecord* record) const;
     /// Stores a value of the column's own type; a number of the other kind is converted. Returns false, and
     /// changes nothing, when the value does not fit the column's type.
-    bool write(void* record, const CellValue& value) const;
+    bool write(StructRecord* record, const CellValue& value) const;
 
-    std::int32_t& integerIn(void* record) const { return *static_cast<std::int32_t*>(at(record)); }
-    std::int32_t integerIn(const void* record) const { return *static_cast<const std::int32_t*>(at(record)); }
-    double& realIn(void* record) const { return *static_cast<double*>(at(record)); }
-    double realIn(const void* record) const { return *static_cast<const double*>(at(record)); }
-    KorString& textIn(void* record) const { return *static_cast<KorString*>(at(record)); }
-    const KorString& textIn(const void* record) const { return *static_cast<const KorString*>(at(record)); }
+    std::int32_t& integerIn(StructRecord* record) const { return at<std::int32_t>(record); }
+    std::int32_t integerIn(const StructRecord* record) const { return at<std::int32_t>(record); }
+    double& realIn(StructRecord* record) const { return at<double>(record); }
+    double realIn(const StructRecord* record) const { return at<double>(record); }
+    KorString& textIn(StructRecord* record) const { return at<KorString>(record); }
+    const KorString& textIn(const StructRecord* record) const { return at<KorString>(record); }
 
 private:
-    void* at(void* record) const { return static_cast<std::byte*>(record) + offset; }
-    const void* at(const void* record) const { return static_cast<const std::byte*>(record) + offset; }
+    template <typename T>
+    T& at(StructRecord* record) const {
+        return *reinterpret_cast<T*>(reinterpret_cast<std::byte*>(record) + offset);
+    }
+    template <typename T>
+    const T& at(const StructRecord* record) const {
+        return *reinterpret_cast<const T*>(reinterpret_cast<const std::byte*>(record) + offset);
+    }
 };
