@@ -46,24 +46,24 @@ public:
 
     const std::string& name() const override { return m_store->name(); }
     bool isReadOnly() const override { return m_store->isReadOnly(); }
-    StoreResult readTable(const TableSchema& table, RowArray& rows,
-                          std::vector<ReadProblem>& problems) override {
+    Result<> readTable(const TableSchema& table, RowArray& rows,
+                       std::vector<ReadProblem>& problems) override {
         ++reads;
         return m_store->readTable(table, rows, problems);
     }
-    StoreResult beginRead(std::int64_t& state) override { return m_store->beginRead(state); }
+    Result<> beginRead(std::int64_t& state) override { return m_store->beginRead(state); }
     void endRead() override { m_store->endRead(); }
     std::vector<std::string> integrityFindings() override { return m_store->integrityFindings(); }
-    StoreResult begin() override { return m_store->begin(); }
-    StoreResult apply(const TableChange& change, std::vector<StoreConflict>& conflicts) override {
+    Result<> begin() override { return m_store->begin(); }
+    Result<> apply(const TableChange& change, std::vector<StoreConflict>& conflicts) override {
         return m_store->apply(change, conflicts);
     }
     std::uint32_t markOfChange() override { return m_store->markOfChange(); }
     std::uint32_t lastMark() override { return m_store->lastMark(); }
-    StoreResult commit() override { return m_store->commit(); }
+    Result<> commit() override { return m_store->commit(); }
     void rollback() override { m_store->rollback(); }
     bool changedOutside() override { return m_store->changedOutside(); }
-    StoreResult reopen() override { return m_store->reopen(); }
+    Result<> reopen() override { return m_store->reopen(); }
     void acknowledge() override { m_store->acknowledge(); }
 
 private:

@@ -12,7 +12,7 @@ namespace {
 using Rows = std::deque<std::unique_ptr<StructRecord>>;
 
 template <typename R, typename Fill>
-StoreResult add(StyleStore& store, int count, Fill fill) {
+Result<> add(StyleStore& store, int count, Fill fill) {
     Rows rows;
     TableChange change;
     change.table = findTable(tableOf<R>);
@@ -41,8 +41,8 @@ constexpr int kSets = 4000;
 constexpr int kAnnotations = 4000;
 constexpr int kGroups = 50;
 
-StoreResult addStyles(StyleStore& store, int categoriesInUse) {
-    StoreResult result = add<StructDetBaseCategory>(store, kCategories, [](auto& category, int i) {
+Result<> addStyles(StyleStore& store, int categoriesInUse) {
+    Result<> result = add<StructDetBaseCategory>(store, kCategories, [](auto& category, int i) {
         category.name = name("Category of drawings", i);
         category.number = i;
     });
@@ -71,8 +71,8 @@ StoreResult addStyles(StyleStore& store, int categoriesInUse) {
     return result;
 }
 
-StoreResult addViews(StyleStore& store) {
-    StoreResult result =
+Result<> addViews(StyleStore& store) {
+    Result<> result =
         add<StructDetViewRequest>(store, GeneratedStandard::kViewRequests, [](auto& view, int i) {
             view.name = name("View request of the works", i);
             view.systemAndBoxKey = i % kBoxes + 1;
@@ -99,8 +99,8 @@ StoreResult addViews(StyleStore& store) {
     return result;
 }
 
-StoreResult addObjects(StyleStore& store) {
-    StoreResult result =
+Result<> addObjects(StyleStore& store) {
+    Result<> result =
         add<StructDetObjReprMap>(store, kMaps, [](auto& map, int i) { map.name = name("Map", i); });
     if (result)
         result = add<StructDetObjReprMapKey>(store, kMaps * 4, [](auto& entry, int i) {
@@ -139,8 +139,8 @@ StoreResult addObjects(StyleStore& store) {
     return result;
 }
 
-StoreResult addDimensions(StyleStore& store) {
-    StoreResult result = add<StructDetViewDimStrategy>(
+Result<> addDimensions(StyleStore& store) {
+    Result<> result = add<StructDetViewDimStrategy>(
         store, kStrategies, [](auto& strategy, int i) { strategy.name = name("View dimensioning", i); });
     if (result)
         result = add<StructDetViewDimStrategyItem>(store, kStrategies * 6, [](auto& item, int i) {
@@ -171,9 +171,9 @@ StoreResult addDimensions(StyleStore& store) {
 
 } // namespace
 
-StoreResult GeneratedStandard::write(const std::string& path, int categoriesInUse) {
+Result<> GeneratedStandard::write(const std::string& path, int categoriesInUse) {
     return SqliteStore::createWith(path, [categoriesInUse](StyleStore& store) {
-        StoreResult result = addStyles(store, categoriesInUse);
+        Result<> result = addStyles(store, categoriesInUse);
         for (const auto& addFamily : {addViews, addObjects, addDimensions})
             if (result)
                 result = addFamily(store);
@@ -181,9 +181,9 @@ StoreResult GeneratedStandard::write(const std::string& path, int categoriesInUs
     });
 }
 
-StoreResult GeneratedStandard::writeNamesakes(const std::string& path, int count) {
+Result<> GeneratedStandard::writeNamesakes(const std::string& path, int count) {
     return SqliteStore::createWith(path, [count](StyleStore& store) {
-        StoreResult result =
+        Result<> result =
             add<StructDetBaseCategory>(store, 1, [](auto& category, int) { category.name = "Beams"; });
         if (result)
             result = add<StructDetViewRequest>(store, count, [](auto& view, int i) {
@@ -206,9 +206,9 @@ StoreResult GeneratedStandard::writeNamesakes(const std::string& path, int count
     });
 }
 
-StoreResult GeneratedStandard::writeCategories(const std::string& path, int count) {
+Result<> GeneratedStandard::writeCategories(const std::string& path, int count) {
     return SqliteStore::createWith(path, [count](StyleStore& store) {
-        StoreResult result = add<StructDetBaseCategory>(store, count, [](auto& category, int i) {
+        Result<> result = add<StructDetBaseCategory>(store, count, [](auto& category, int i) {
             category.name = name("Category", i);
             category.number = i;
         });
@@ -229,7 +229,7 @@ StoreResult GeneratedStandard::writeCategories(const std::string& path, int coun
 const std::string& GeneratedStandard::file() {
     static const std::string path = [] {
         std::string made = std::filesystem::temp_directory_path() / "detailstyles-bench-standard.dsdb";
-        if (const StoreResult result = write(made); !result)
+        if (const Result<> result = write(made); !result)
             throw std::runtime_error(result.error);
         return made;
     }();

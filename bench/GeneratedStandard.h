@@ -12,13 +12,13 @@ inline constexpr int kStyles = 10000;
 inline constexpr int kViewRequests = 30000;
 
 /// Writes the database; replaces what is there. The styles are spread evenly over so many categories.
-StoreResult write(const std::string& path, int categoriesInUse = 60);
+Result<> write(const std::string& path, int categoriesInUse = 60);
 
 /// Writes a database of `count` detail styles of one name, each with a view of its own, also of one name, in
 /// one category. No two of them hold the same.
-StoreResult writeNamesakes(const std::string& path, int count);
+Result<> writeNamesakes(const std::string& path, int count);
 /// Writes a database of `count` categories with one detail style each.
-StoreResult writeCategories(const std::string& path, int count);
+Result<> writeCategories(const std::string& path, int count);
 
 /// The database in the temporary folder, written on the first call. Throws when it cannot be.
 const std::string& file();

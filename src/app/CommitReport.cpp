@@ -43,7 +43,7 @@ bool canRunAgain(const SourceCommit& commit) {
 } // namespace
 
 bool keepChanges() {
-    const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndClose(true);
+    const KorDSMCommit::Report outcome = KorDSMCommit::keepAndClose(true);
     bool runsAgain = !outcome.ok();
     for (const SourceCommit& commit : outcome.failed)
         if (isOutdated(*StyleDatabases::current().source(commit.source))) {

@@ -55,7 +55,7 @@ int compactCommand(DataFolder&, const CompactOptions& options) {
         return refuse(
             KorString::format(translated("The source \"%s\" is read-only, so nothing was removed from it."),
                               {SourceChoice::nameOf(id)}));
-    if (const StoreResult whole = source.complete(); !whole)
+    if (const Result<> whole = source.complete(); !whole)
         return refuse(KorString(whole.error));
     StyleDatabases::current().setCurrentSource(id);
     if (!options.dryRun)

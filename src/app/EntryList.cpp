@@ -47,7 +47,7 @@ public:
 
     KorString add(std::size_t place, const std::optional<KorString>& first) override {
         const KorDSMPartList::Outcome added = m_list.add(0);
-        if (!added.done)
+        if (!added.isStored())
             return whyNot(added);
         if (isOrdered())
             m_list.moveTo(added.selected, static_cast<int>(place));
@@ -68,7 +68,9 @@ public:
 private:
     std::int32_t keyAt(std::size_t place) const { return m_list.keys()[place]; }
     static KorString whyNot(const KorDSMPartList::Outcome& outcome) {
-        return outcome.done ? KorString() : outcome.refusal.isEmpty() ? notWritten() : outcome.refusal;
+        return !outcome.isFailed() && outcome != WriteResult::kDeclined ? KorString()
+               : outcome.error.empty()                                  ? notWritten()
+                                                                        : KorString(outcome.error);
     }
 
     KorDSMPartList m_list;

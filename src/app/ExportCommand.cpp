@@ -33,9 +33,9 @@ int exportCommand(DataFolder&, const ExportOptions& options) {
     if (const KorString hindrance = OutputFile::hindrance(options.file, options.overwrite);
         !hindrance.isEmpty())
         return failed(hindrance);
-    const KorDSMExchange::ExportOutcome outcome =
+    const KorDSMExchange::ExportResult outcome =
         KorDSMExchange::exportRow(row.source, {row.table->type, row.key}, options.file, options.overwrite);
-    if (!outcome.done)
+    if (!outcome.isStored())
         return failed(outcome.error);
     Console::sayStored(KorString::format(translated("The detail style \"%s\" was exported into \"%s\"."),
                                          {row.record()->name, options.file}));

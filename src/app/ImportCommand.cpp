@@ -47,12 +47,13 @@ std::vector<KorString> sentencesOf(const ImportReport& report) {
 } // namespace
 
 int importCommand(DataFolder&, const ImportOptions& options) {
-    const auto [done, report] = KorDSMExchange::importFile(options.file, SourceId::user());
+    const KorDSMExchange::ImportResult outcome = KorDSMExchange::importFile(options.file, SourceId::user());
+    const ImportReport& report = outcome.report;
     for (const auto* sentences : {&report.problems, &report.leftOut})
         for (const std::string& sentence : *sentences)
             Console::complain(sentence);
-    if (!done) {
-        Console::complain(report.error);
+    if (!outcome.isStored()) {
+        Console::complain(outcome.error);
         return kExitFailed;
     }
     if (!keepChanges())

@@ -53,7 +53,8 @@ std::set<eTableType> tablesFor(const TableSchema& table) {
 std::vector<ListedRow> rowsOf(SourceId id, const TableSchema& table) {
     std::vector<ListedRow> listed;
     StyleSource& source = *StyleDatabases::current().source(id);
-    source.readAnew(tablesFor(table)); // of one state; where that fails, what can be read is listed
+    static_cast<void>(
+        source.readAnew(tablesFor(table))); // of one state; where that fails, what can be read is listed
     const RowArray& rows = source.table(table.type).rows();
     const Column* description = table.column("description");
     for (int i = 0; i < rows.size(); ++i) {

@@ -151,8 +151,8 @@ int newCommand(DataFolder&, const NewOptions& options) {
         return ChangeReport::refuse(error);
     ChangeReport report("new", options.how);
     const Outcome made = KorDSMRecordCommands::create(source, table->type, options.row.name, group);
-    if (!made.done)
-        return ChangeReport::refuse(made.refusal);
+    if (!made.isStored())
+        return ChangeReport::refuse(made.error);
     if (!options.group.empty() && KorDSMRecordCommands::groupsOf(table->type) == kNoTable)
         error = listIn(source, made.row, options.group);
     if (!error.isEmpty())
@@ -206,8 +206,8 @@ int copyCommand(DataFolder&, const CopyOptions& options) {
         to == row.source
             ? KorDSMRecordCommands::copy(to, row.ref(), options.newName, depth)
             : KorDSMRecordCommands::copyInto(to, row.source, row.ref(), options.newName, brought);
-    if (!copied.done)
-        return ChangeReport::refuse(copied.refusal);
+    if (!copied.isStored())
+        return ChangeReport::refuse(copied.error);
     report.isAbout(to, copied.row);
     report.say(KorString::format(
         translated("Copied the %s \"%s\" as \"%s\" (key %s)."),
@@ -229,8 +229,8 @@ int renameCommand(DataFolder&, const RenameOptions& options) {
     ChangeReport report("rename", options.how);
     const KorString before = row.record()->name;
     const Outcome renamed = KorDSMRecordCommands::rename(row.source, row.ref(), options.newName);
-    if (!renamed.done)
-        return ChangeReport::refuse(renamed.refusal);
+    if (!renamed.isStored())
+        return ChangeReport::refuse(renamed.error);
     report.isAbout(row.source, row.ref());
     report.say(
         sentence(translatable("Renamed the %s \"%s\" to \"%s\"."), row.ref(), before, row.record()->name));
@@ -241,7 +241,7 @@ namespace {
 
 // Each user on a line of its own, as the editor lists them.
 int refuseToDelete(const Outcome& refused) {
-    ChangeReport::refuse(refused.refusal.replaced("\n", " "));
+    ChangeReport::refuse(KorString(refused.error).replaced("\n", " "));
     for (const KorDSMUsage& user : refused.users)
         Console::complain(KorString::format(translated("%s \"%s\" uses it as \"%s\" (%s)."),
                                             {user.kind, user.name, user.as, user.database}));
@@ -260,7 +260,7 @@ int deleteCommand(DataFolder&, const DeleteOptions& options) {
     report.isAbout(row.source, row.ref());
     const KorString name = row.record()->name;
     const Outcome removed = KorDSMRecordCommands::remove(row.source, row.ref());
-    if (!removed.done)
+    if (!removed.isStored())
         return refuseToDelete(removed);
     report.say(sentence(translatable("Deleted the %s \"%s\"."), row.ref(), name));
     return report.finish();

@@ -147,7 +147,7 @@ eExitCode RowChoice::findInOneState(const RowOptions& options, RowChoice& row, K
             {missing});
         return kExitFailed;
     }
-    if (const StoreResult whole = StyleDatabases::current().readWhole(row.source); !whole) {
+    if (const Result<> whole = StyleDatabases::current().readWhole(row.source); !whole) {
         error = whole.error;
         return kExitFailed;
     }

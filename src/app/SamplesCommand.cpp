@@ -7,7 +7,7 @@
 
 int samplesCommand(DataFolder& folder, const SamplesOptions& options) {
     const std::string target = options.folder.empty() ? folder.path().string() : options.folder;
-    const StoreResult result = buildSampleData(KorResources::folder().string(), target);
+    const Result<> result = buildSampleData(KorResources::folder().string(), target);
     if (result)
         Console::sayStored(KorString::format(translated("The sample databases are in \"%s\"."), {target}));
     else

@@ -23,8 +23,7 @@ bool writeCells(const RowChoice& row, const Column& column, const CellValue& val
         if (column.number == 1 && referrer.column->role == eReferenceRole::kIdentifies)
             named.push_back({referrer.table->type, referrer.key});
     return std::ranges::all_of(named, [&](const RowRef& each) {
-        return databases.setCell(each.table, KorOdbcKey(each.key), column.number, value) ==
-               WriteResult::kWritten;
+        return databases.setCell(each.table, KorOdbcKey(each.key), column.number, value).isStored();
     });
 }
 

@@ -120,10 +120,10 @@ void printText(const RowChoice& row, const StructRecord& record, bool isWhole) {
 int showCommand(DataFolder&, const ShowOptions& options) {
     RowChoice row;
     KorString error;
-    StoreResult whole;
+    Result<> whole;
     eExitCode code = RowChoice::find(options.row, row, error);
     if (code == kExitDone) {
-        StyleDatabases::current().readWhole(row.source);
+        static_cast<void>(StyleDatabases::current().readWhole(row.source)); // `complete` tells
         whole = StyleDatabases::current().source(row.source)->complete();
         code = RowChoice::find(options.row, row, error); // reading the whole may have been reading anew
     }

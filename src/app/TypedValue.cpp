@@ -73,7 +73,7 @@ Typed read(RowRef row, const Column& column, const KorString& text) {
         return {{}, KorString::format(translated("Column \"%s\": %s"), {column.name, several})};
     } else {
         const KorDSMValueText::Parsed parsed = KorDSMValueText::parse(table, column, text);
-        if (!parsed.value)
+        if (!parsed)
             return {{},
                     KorString::format(translated("Column \"%s\": %s"), {column.name, parsed.error}) +
                         adviceOn(column, text)};

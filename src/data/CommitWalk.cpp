@@ -9,10 +9,10 @@
 namespace {
 
 // What is pending was judged by what was read: which names are taken, what is used, what has no owner.
-StoreResult refuseOutdated(StyleSource& source) {
+Result<> refuseOutdated(StyleSource& source) {
     if (!source.isOutdated() && !source.store().changedOutside())
         return {};
-    return StoreResult::failure(KorString::format(
+    return Result<>::failure(KorString::format(
         translated("Another program changed the style database \"%s\" meanwhile, so nothing "
                    "was stored; look at what it stored and try again."),
         {source.store().name()}));
@@ -30,7 +30,7 @@ StyleDatabases::CommitWalk::~CommitWalk() {
     m_databases.abandonWalk();
 }
 
-int StyleDatabases::keepTable(eTableType type) {
+bool StyleDatabases::keepTable(eTableType type) {
     if (!m_inWalk)
         m_report.clear();
     for (const auto& [id, source] : m_sources) {
@@ -41,7 +41,7 @@ int StyleDatabases::keepTable(eTableType type) {
                 keepSourceTable(*source, table.type);
         finishSource(*source, type);
     }
-    return std::ranges::all_of(m_report, [](const SourceCommit& commit) { return commit.error.empty(); });
+    return std::ranges::all_of(m_report, [](const SourceCommit& commit) { return commit.ok(); });
 }
 
 // A walk that ends before the last table leaves transactions open: what they hold is still pending, so the
@@ -57,11 +57,11 @@ SourceCommit& StyleDatabases::report(StyleSource& source) {
     const auto it = std::ranges::find(m_report, source.id(), &SourceCommit::source);
     if (it != m_report.end())
         return *it;
-    return m_report.emplace_back(SourceCommit{source.id(), source.store().name(), false, {}, {}});
+    return m_report.emplace_back(SourceCommit{{}, source.id(), source.store().name()});
 }
 
 void StyleDatabases::keepSourceTable(StyleSource& source, eTableType type) {
-    if (!report(source).error.empty())
+    if (!report(source).ok())
         return;
     const TableChange change = m_pending.netChange(source.id(), type);
     if (change.isEmpty()) {
@@ -69,7 +69,7 @@ void StyleDatabases::keepSourceTable(StyleSource& source, eTableType type) {
         return;
     }
     std::vector<eTableType>& written = m_written[source.id()];
-    StoreResult result = written.empty() ? source.store().begin() : StoreResult();
+    Result<> result = written.empty() ? source.store().begin() : Result<>();
     if (result)
         result = source.store().apply(change, report(source).conflicts);
     if (result && written.empty() && report(source).conflicts.empty())
@@ -85,11 +85,11 @@ void StyleDatabases::finishSource(StyleSource& source, eTableType type) {
     const bool more = m_inWalk && std::ranges::any_of(allTables(), [&](const TableSchema& table) {
                           return table.commitsWith > type && m_pending.hasPending(source.id(), table.type);
                       });
-    if (more || !report(source).error.empty())
+    if (more || !report(source).ok())
         return;
     if (!written.empty()) {
         m_pending.announceStoring(source.id(), written, source.store().markOfChange());
-        if (const StoreResult result = source.store().commit(); !result) {
+        if (const Result<> result = source.store().commit(); !result) {
             m_pending.announceNotStored();
             fail(source, result.error);
             return;

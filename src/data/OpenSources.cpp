@@ -1,12 +1,12 @@
 #include "data/StyleDatabases.h"
 #include "data/store/SqliteStore.h"
 
-StoreResult StyleDatabases::openFile(SourceId id, const std::string& path, bool readOnly) {
+Result<> StyleDatabases::openFile(SourceId id, const std::string& path, bool readOnly) {
     OpenedStore opened =
         SqliteStore::open(path, readOnly ? SqliteStore::eMode::kRead : SqliteStore::eMode::kWrite);
     if (opened.store)
         addSource(id, std::move(opened.store));
     else
         closeSource(id);
-    return {opened.message};
+    return {opened.error};
 }

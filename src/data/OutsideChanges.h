@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Result.h"
 #include "data/store/StyleStore.h"
 #include "records/KorDSNDefinitions.h"
 #include "records/RowRef.h"
@@ -43,12 +44,11 @@ struct OutsideConflict {
     bool isMade = false; ///< whether the change is made all the same, in the way that `reason` says
 };
 
-/// What reading one source again brought.
-struct OutsideChange {
-    SourceId source;
-    std::string file;
-    std::string error; ///< one sentence when the file cannot be read; then memory shows what it showed
-                       ///< before, and reading can be tried again
-    std::vector<OutsideConflict> conflicts;
+/// What reading one source again brought. After a failure memory shows what it showed before, and reading can
+/// be tried again.
+struct OutsideChange : Result<> {
+    SourceId source = {};
+    std::string file = {};
+    std::vector<OutsideConflict> conflicts = {};
     std::map<RowRef, std::int32_t> newKeys = {}; ///< of pending new rows, by those that they had before
 };

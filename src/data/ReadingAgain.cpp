@@ -1,6 +1,8 @@
 #include "base/KorAssert.h"
+#include "base/Translation.h"
 #include "data/RowUsers.h"
 #include "data/StyleDatabases.h"
+#include "data/WriteRefusal.h"
 #include "data/pending/PendingReplay.h"
 #include "data/store/LockWait.h"
 
@@ -26,7 +28,7 @@ std::vector<OutsideChange> StyleDatabases::refreshChanged() {
             if (change.error.empty() || !wasOutdated) // a reason is told once
                 changes.push_back(std::move(change));
         } else if (source->readFailedAgain()) {
-            changes.push_back({id, source->store().name(), {}, {}});
+            changes.push_back({{}, id, source->store().name()});
         }
     }
     return changes;
@@ -35,11 +37,11 @@ std::vector<OutsideChange> StyleDatabases::refreshChanged() {
 OutsideChange StyleDatabases::refresh(SourceId id) {
     StyleSource* open = source(id);
     if (!KorAssert::check(open != nullptr, "open != nullptr"))
-        return {id, {}, {}, {}};
-    OutsideChange change{id, open->store().name(), {}, {}};
+        return {{}, id};
+    OutsideChange change{{}, id, open->store().name()};
     m_written.erase(id);
     PendingReplay replay(*open, m_pending);
-    StoreResult result = open->store().reopen();
+    Result<> result = open->store().reopen();
     if (result)
         result = replay.readAnew();
     if (result) {
@@ -59,9 +61,9 @@ std::vector<OutsideChange> StyleDatabases::bringBack(PendingLog& lost) {
     for (const auto& [id, source] : m_sources) {
         if (!lost.hasPending(id))
             continue;
-        const StoreResult result = replays.emplace_back(*source, m_pending, lost).read();
-        changes.push_back({id, source->store().name(), result.error, {}});
-        all = all && result.ok();
+        changes.push_back(
+            {replays.emplace_back(*source, m_pending, lost).read(), id, source->store().name()});
+        all = all && changes.back().ok();
     }
     m_pending.beginGroup({});
     for (std::size_t i = 0; all && i < replays.size(); ++i) {
@@ -72,11 +74,11 @@ std::vector<OutsideChange> StyleDatabases::bringBack(PendingLog& lost) {
     return changes;
 }
 
-StoreResult StyleDatabases::readWhole(SourceId id) {
+Result<> StyleDatabases::readWhole(SourceId id) {
     StyleSource* open = source(id);
     if (!KorAssert::check(open != nullptr, "open != nullptr"))
         return {};
-    const StoreResult result = open->readAll();
+    const Result<> result = open->readAll();
     if (!open->isOutdated() || m_pending.hasPending(id))
         return result;
     open->store().acknowledge();
@@ -97,43 +99,43 @@ bool isUsed(StyleSource& source, RowRef row, const std::vector<RowRef>& going) {
 
 } // namespace
 
-int StyleDatabases::keepMine(SourceId id, const OutsideConflict& conflict) {
+WriteResult StyleDatabases::keepMine(SourceId id, const OutsideConflict& conflict) {
     StyleSource* open = source(id);
-    if (!open || !conflict.reason.isEmpty() ||
-        !open->table(conflict.table->type).find(KorOdbcKey(conflict.key)))
-        return WriteResult::kFailed;
+    if (!conflict.reason.isEmpty())
+        return {WriteResult::kFailed, conflict.reason.toStdString()};
+    const bool isThere = open && open->table(conflict.table->type).find(KorOdbcKey(conflict.key));
+    if (!isThere || conflict.kind == OutsideConflict::eKind::kGone)
+        return WriteRefusal::noRow();
     const SourceId before = std::exchange(m_currentId, id);
-    int result = WriteResult::kFailed;
-    if (conflict.kind == OutsideConflict::eKind::kCell)
-        result = keepCells(conflict.cells);
-    else if (conflict.kind == OutsideConflict::eKind::kDelete)
-        result = keepDeletion(*open, conflict);
+    WriteResult result = conflict.kind == OutsideConflict::eKind::kCell ? keepCells(conflict.cells)
+                                                                        : keepDeletion(*open, conflict);
     m_currentId = before;
     return result;
 }
 
 // All or none.
-int StyleDatabases::keepCells(const std::vector<WantedCell>& cells) {
+WriteResult StyleDatabases::keepCells(const std::vector<WantedCell>& cells) {
     std::vector<WantedCell> before;
-    int result = WriteResult::kWritten;
-    for (auto it = cells.begin(); it != cells.end() && result == WriteResult::kWritten; ++it) {
+    WriteResult result;
+    for (auto it = cells.begin(); it != cells.end() && !result.isFailed(); ++it) {
         const StructRecord* row = here()->table(it->row.table).find(KorOdbcKey(it->row.key));
         if (row)
             before.push_back({it->row, it->column, it->column->read(row), {}});
-        result =
-            row ? setCell(it->row.table, it->row.key, it->column->number, it->mine) : WriteResult::kFailed;
+        result = setCell(it->row.table, it->row.key, it->column->number, it->mine);
     }
-    for (auto it = before.rbegin(); it != before.rend() && result != WriteResult::kWritten; ++it)
+    if (!result.isFailed())
+        return {};
+    for (auto it = before.rbegin(); it != before.rend(); ++it)
         setCell(it->row.table, it->row.key, it->column->number, it->mine);
     return result;
 }
 
-int StyleDatabases::keepDeletion(StyleSource& source, const OutsideConflict& conflict) {
+WriteResult StyleDatabases::keepDeletion(StyleSource& source, const OutsideConflict& conflict) {
     const RowRef row{conflict.table->type, conflict.key};
     std::vector<RowRef> going = conflict.identifying;
     going.push_back(row);
     if (isUsed(source, row, going))
-        return WriteResult::kFailed;
+        return {WriteResult::kFailed, translated("Another record uses it now.").toStdString()};
     const auto removeThere = [&](RowRef each) {
         const bool isThere = source.table(each.table).find(KorOdbcKey(each.key));
         if (isThere)
@@ -147,5 +149,5 @@ int StyleDatabases::keepDeletion(StyleSource& source, const OutsideConflict& con
         for (const RowRef each : conflict.used)
             again = (!isUsed(source, each, {each}) && removeThere(each)) || again;
     }
-    return WriteResult::kWritten;
+    return {};
 }

@@ -4,6 +4,7 @@
 #include "base/KorAssert.h"
 #include "data/CellRules.h"
 #include "data/RowClosure.h"
+#include "data/WriteRefusal.h"
 
 #include <algorithm>
 #include <utility>
@@ -66,110 +67,121 @@ std::string StyleDatabases::whyTooNew(SourceId id) {
 
 namespace {
 
-// Whether the table was read that says which values the column may hold.
-bool canBeJudged(StyleSource& source, const TableSchema& table, const Column& column) {
+// The reading of the table that says which values the column may hold.
+Result<> judgedBy(StyleSource& source, const TableSchema& table, const Column& column) {
     if (column.isReference())
-        return source.readingOf(column.target).ok();
-    return column.number != 1 || source.readingOf(table.type).ok();
+        return source.readingOf(column.target);
+    return column.number == 1 ? source.readingOf(table.type) : Result<>();
 }
 
-// Whether a cell of the row `key` may be written: a write result. What `held` holds in it already is taken.
-int judge(StyleSource& source, const TableSchema& table, const Column& column, std::int32_t key,
-          const StructRecord* held, const CellValue& value) {
+// What would come of writing a cell of the row `key`. What `held` holds in it already is taken.
+WriteResult judge(StyleSource& source, const TableSchema& table, const Column& column, std::int32_t key,
+                  const StructRecord* held, const CellValue& value) {
     if (held && value == column.read(held))
-        return WriteResult::kWritten;
-    if (!canBeJudged(source, table, column))
-        return WriteResult::kIncompleteSource;
-    return faultOf(source, table, column, key, value) == eCellFault::kNone ? WriteResult::kWritten
-                                                                           : WriteResult::kFailed;
+        return {};
+    if (Result<> known = judgedBy(source, table, column); !known)
+        return WriteRefusal::incomplete(std::move(known));
+    const eCellFault fault = faultOf(source, table, column, key, value);
+    return fault == eCellFault::kNone ? WriteResult() : WriteRefusal::unfit(table, column, value, fault);
 }
 
 } // namespace
 
-int StyleDatabases::setCell(eTableType type, KorOdbcKey key, int number, const CellValue& value) {
+WriteResult StyleDatabases::setCell(eTableType type, KorOdbcKey key, int number, const CellValue& value) {
     StyleSource* open = here();
     const TableSchema* schema = findTable(type);
     const Column* column = schema ? schema->column(number) : nullptr;
-    if (!open || !column)
-        return WriteResult::kFailed;
+    if (!open)
+        return WriteRefusal::notOpen();
+    if (!column)
+        return WriteRefusal::noColumn();
     if (!isEditable())
-        return WriteResult::kReadOnlySource;
+        return WriteRefusal::readOnly(whyTooNew(open->id()));
     const StructRecord* row = open->table(type).find(key);
     if (!row)
-        return WriteResult::kFailed;
-    const int verdict = judge(*open, *schema, *column, key, row, value);
-    return verdict == WriteResult::kWritten ? writeCell(*open, type, key, *column, value) : verdict;
+        return WriteRefusal::noRow();
+    WriteResult verdict = judge(*open, *schema, *column, key, row, value);
+    return verdict.isFailed() ? verdict : writeCell(*open, type, key, *column, value);
 }
 
-int StyleDatabases::writeCell(StyleSource& source, eTableType type, KorOdbcKey key, const Column& column,
-                              const CellValue& value) {
+WriteResult StyleDatabases::writeCell(StyleSource& source, eTableType type, KorOdbcKey key,
+                                      const Column& column, const CellValue& value) {
     const CellValue before = column.read(source.table(type).find(key));
     if (!source.setCell(type, key, column, value))
-        return WriteResult::kFailed;
+        return WriteRefusal::unfit(*findTable(type), column, value, eCellFault::kWrongType);
     PendingStep step{source.id(), type, PendingStep::eAction::kCell, key, &column, before, {}, {}};
     step.after = column.read(source.table(type).find(key));
     step.mends = source.isUnreadable(key, column);
-    if (step.mends || step.after != before)
-        m_pending.record(std::move(step));
-    return WriteResult::kWritten;
+    if (!step.mends && step.after == before)
+        return {WriteResult::kUnchanged};
+    m_pending.record(std::move(step));
+    return {};
 }
 
-int StyleDatabases::store(eTableType type, const StructRecord& record) {
+WriteResult StyleDatabases::store(eTableType type, const StructRecord& record) {
     StyleSource* open = here();
     const TableSchema* schema = findTable(type);
-    if (!open || !schema)
-        return WriteResult::kFailed;
+    if (!open)
+        return WriteRefusal::notOpen();
+    if (!schema)
+        return WriteRefusal::noRow();
     if (!isEditable())
-        return WriteResult::kReadOnlySource;
+        return WriteRefusal::readOnly(whyTooNew(open->id()));
     const KorOdbcKey key(record.key);
     const StructRecord* row = open->table(type).find(key);
     if (!row)
-        return WriteResult::kFailed;
+        return WriteRefusal::noRow();
     for (const Column& column : schema->columns)
-        if (const int verdict = judge(*open, *schema, column, key, row, column.read(&record));
-            verdict != WriteResult::kWritten)
+        if (WriteResult verdict = judge(*open, *schema, column, key, row, column.read(&record));
+            verdict.isFailed())
             return verdict;
     m_pending.beginGroup(record.name);
+    WriteResult result{WriteResult::kUnchanged};
     for (const Column& column : schema->columns)
-        writeCell(*open, type, key, column, column.read(&record));
+        if (writeCell(*open, type, key, column, column.read(&record)) == WriteResult::kWritten)
+            result.kind = WriteResult::kWritten;
     m_pending.endGroup();
-    return WriteResult::kWritten;
+    return result;
 }
 
-int StyleDatabases::append(eTableType type, StructRecord& record) {
+WriteResult StyleDatabases::append(eTableType type, StructRecord& record) {
     StyleSource* open = here();
     const TableSchema* schema = findTable(type);
-    if (!open || !schema)
-        return WriteResult::kFailed;
+    if (!open)
+        return WriteRefusal::notOpen();
+    if (!schema)
+        return WriteRefusal::noRow();
     if (!isEditable())
-        return WriteResult::kReadOnlySource;
+        return WriteRefusal::readOnly(whyTooNew(open->id()));
     const StructRecord* original = open->table(type).find(KorOdbcKey(record.key));
     for (const Column& column : schema->columns)
-        if (const int verdict = judge(*open, *schema, column, 0, column.number == 1 ? nullptr : original,
-                                      column.read(&record));
-            verdict != WriteResult::kWritten)
+        if (WriteResult verdict = judge(*open, *schema, column, 0, column.number == 1 ? nullptr : original,
+                                        column.read(&record));
+            verdict.isFailed())
             return verdict;
     return appendStored(type, record);
 }
 
-int StyleDatabases::appendStored(eTableType type, StructRecord& record) {
+WriteResult StyleDatabases::appendStored(eTableType type, StructRecord& record) {
     StyleSource* open = here();
-    if (!open || !findTable(type))
-        return WriteResult::kFailed;
+    if (!open)
+        return WriteRefusal::notOpen();
+    if (!findTable(type))
+        return WriteRefusal::noRow();
     if (!isEditable())
-        return WriteResult::kReadOnlySource;
+        return WriteRefusal::readOnly(whyTooNew(open->id()));
     const KorOdbcKey original(record.key);
     const bool isCopy = open->table(type).find(original) != nullptr;
-    if (!(isCopy ? open->complete() : open->readingOf(type)))
-        return WriteResult::kIncompleteSource;
-    if (!(isCopy ? whyNotCopied(*open, {type, original}) : open->whyFull(type)).empty())
-        return WriteResult::kFailed;
+    if (Result<> known = isCopy ? open->complete() : open->readingOf(type); !known)
+        return WriteRefusal::incomplete(std::move(known));
+    if (std::string why = isCopy ? whyNotCopied(*open, {type, original}) : open->whyFull(type); !why.empty())
+        return WriteRefusal::full(std::move(why));
     m_pending.beginGroup(record.name);
     appendRow(*open, type, record);
     if (isCopy)
         copyParts(*open, type, original, record.key);
     m_pending.endGroup();
-    return WriteResult::kWritten;
+    return {};
 }
 
 // The table must have a key left.
@@ -204,21 +216,21 @@ void StyleDatabases::removeRow(StyleSource& source, eTableType type, KorOdbcKey 
     m_pending.record({source.id(), type, PendingStep::eAction::kDelete, key, nullptr, {}, {}, copy});
 }
 
-int StyleDatabases::remove(eTableType type, KorOdbcKey key) {
+WriteResult StyleDatabases::remove(eTableType type, KorOdbcKey key) {
     StyleSource* open = here();
-    if (!open || !findTable(type))
-        return WriteResult::kFailed;
+    if (!open)
+        return WriteRefusal::notOpen();
     if (!isEditable())
-        return WriteResult::kReadOnlySource;
-    const StructRecord* row = open->table(type).find(key);
+        return WriteRefusal::readOnly(whyTooNew(open->id()));
+    const StructRecord* row = findTable(type) ? open->table(type).find(key) : nullptr;
     if (!row)
-        return WriteResult::kFailed;
-    if (!open->complete())
-        return WriteResult::kIncompleteSource;
+        return WriteRefusal::noRow();
+    if (Result<> whole = open->complete(); !whole)
+        return WriteRefusal::incomplete(std::move(whole));
     m_pending.beginGroup(row->name);
     removeRow(*open, type, key);
     m_pending.endGroup();
-    return WriteResult::kWritten;
+    return {};
 }
 
 void StyleDatabases::apply(const PendingStep& step, bool forward) {

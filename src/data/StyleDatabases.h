@@ -8,13 +8,12 @@
 #include <functional>
 #include <set>
 
-/// What the last commit walk did with one source.
-struct SourceCommit {
-    SourceId source;
-    std::string file;
+/// What the last commit walk did with one source. After a failure its pending changes are all still there.
+struct SourceCommit : Result<> {
+    SourceId source = {};
+    std::string file = {};
     bool kept = false; ///< all of its change is stored
-    std::string error; ///< one sentence when it is not; its pending changes are all still there
-    std::vector<StoreConflict> conflicts;
+    std::vector<StoreConflict> conflicts = {};
 };
 
 /// All open style databases, the current source, and the changes that are not stored yet. The named
@@ -32,7 +31,7 @@ public:
 
     /// Opens a database file as a source, replacing what was open there. A failure leaves the source absent;
     /// a file that can only be read is opened all the same, with a message.
-    StoreResult openFile(SourceId id, const std::string& path, bool readOnly);
+    Result<> openFile(SourceId id, const std::string& path, bool readOnly);
     /// Makes an open store a source, replacing what was open there.
     void addSource(SourceId id, std::unique_ptr<StyleStore> store);
     /// Closes the source, if it is open. Its pending changes are dropped.
@@ -43,7 +42,7 @@ public:
 
     /// As `StyleSource::readAll`, for an open source of which no record is held: where another program
     /// changed the database meanwhile and nothing is pending, all is read again.
-    StoreResult readWhole(SourceId id);
+    Result<> readWhole(SourceId id);
 
     SourceId currentSource() const { return m_currentId; }
     void setCurrentSource(SourceId id) { m_currentId = id; }
@@ -63,18 +62,18 @@ public:
 
     /// Writes a cell of the current source. What the column must not hold (see `faultOf`) is refused, unless
     /// it is what the cell holds already.
-    int setCell(eTableType type, KorOdbcKey key, int column, const CellValue& value);
+    WriteResult setCell(eTableType type, KorOdbcKey key, int column, const CellValue& value);
     /// Writes all columns of the row that has the record's key, each as `setCell` does, or none.
-    int store(eTableType type, const StructRecord& record);
+    WriteResult store(eTableType type, const StructRecord& record);
     /// Appends a copy of `record` with a new key, which is put into `record`. Where the record still carries
     /// the key of a row, the parts of that row are copied along, and cells that hold what that row holds are
     /// taken as they are; other cells are refused as by `setCell`. Where keys are missing for any of these
     /// rows (see `whyNotCopied`) nothing is appended.
-    int append(eTableType type, StructRecord& record);
+    WriteResult append(eTableType type, StructRecord& record);
     /// The same for a record that another database holds: what is stored is taken as it is.
-    int appendStored(eTableType type, StructRecord& record);
+    WriteResult appendStored(eTableType type, StructRecord& record);
     /// Deletes the row and its parts.
-    int remove(eTableType type, KorOdbcKey key);
+    WriteResult remove(eTableType type, KorOdbcKey key);
 
     PendingLog& pending() { return m_pending; }
     /// Takes back or brings again the last group of changes; returns its steps, empty when there is none.
@@ -96,9 +95,9 @@ public:
     };
 
     /// Writes the pending changes of this table (and of the catalogues that follow it) in every source;
-    /// outside a walk in a transaction of its own, which is closed when the call returns. Returns 1, or 0
-    /// when something could not be kept (see `commitReport`).
-    int keepTable(eTableType type);
+    /// outside a walk in a transaction of its own, which is closed when the call returns. Returns whether all
+    /// could be kept (see `commitReport`).
+    bool keepTable(eTableType type);
     /// Takes the pending changes of this table back, in every source.
     void dropTable(eTableType type);
     /// What the last walk, or table kept alone, did, per source that had something pending.
@@ -114,9 +113,9 @@ public:
     /// hold no more (a name that is taken, a reference to nothing, a row that is in use) are conflicts.
     OutsideChange refresh(SourceId id);
     /// Makes the pending change of a conflict again, upon what is stored now, with all that belongs to it.
-    /// Reads nothing. Returns a write result; what has a reason not to hold, or concerns a row that is gone
-    /// or one that is in use, is not made.
-    int keepMine(SourceId id, const OutsideConflict& conflict);
+    /// Reads nothing. What has a reason not to hold, or concerns a row that is gone or one that is in use, is
+    /// not made.
+    WriteResult keepMine(SourceId id, const OutsideConflict& conflict);
     /// Makes the changes that stand in `lost`, of another run of this program, upon what is stored now, as
     /// one change. Returns an entry for each source that has some. Where one of them has an error nothing was
     /// done; it can be tried again.
@@ -132,13 +131,13 @@ private:
     struct InUse;
 
     /// The value was judged.
-    int writeCell(StyleSource& source, eTableType type, KorOdbcKey key, const Column& column,
-                  const CellValue& value);
+    WriteResult writeCell(StyleSource& source, eTableType type, KorOdbcKey key, const Column& column,
+                          const CellValue& value);
     void appendRow(StyleSource& source, eTableType type, StructRecord& record);
     void copyParts(StyleSource& source, eTableType type, KorOdbcKey from, std::int32_t to);
     void removeRow(StyleSource& source, eTableType type, KorOdbcKey key);
-    int keepCells(const std::vector<WantedCell>& cells);
-    int keepDeletion(StyleSource& source, const OutsideConflict& conflict);
+    WriteResult keepCells(const std::vector<WantedCell>& cells);
+    WriteResult keepDeletion(StyleSource& source, const OutsideConflict& conflict);
     void apply(const PendingStep& step, bool forward);
     void abandonWalk();
     void keepSourceTable(StyleSource& source, eTableType type);

@@ -17,7 +17,7 @@ struct StyleSource::Reading {
 
     StyleStore& store;
     std::int64_t state = 0;
-    StoreResult result;
+    Result<> result;
 };
 
 StyleTable& StyleSource::table(eTableType type) {
@@ -30,10 +30,10 @@ StyleTable& StyleSource::table(eTableType type) {
     return *slot;
 }
 
-StoreResult StyleSource::readingOf(eTableType type) {
+Result<> StyleSource::readingOf(eTableType type) {
     table(type);
     const auto it = m_failures.find(type);
-    return it == m_failures.end() ? StoreResult{} : StoreResult{it->second};
+    return it == m_failures.end() ? Result<>{} : Result<>{it->second};
 }
 
 // A table that is read at a second try is filled in its place: its address is known to others.
@@ -42,7 +42,7 @@ bool StyleSource::read(const TableSchema& schema, const Reading& reading) {
     if (!slot)
         slot = std::make_unique<StyleTable>(schema);
     std::vector<ReadProblem> problems;
-    StoreResult result = reading.result;
+    Result<> result = reading.result;
     if (result)
         result = m_store->readTable(schema, slot->rowsToFill(), problems);
     if (!result) {
@@ -75,7 +75,7 @@ bool StyleSource::isRead(const TableSchema& schema) const {
     return m_tables[static_cast<std::size_t>(schema.type)] && !m_failures.contains(schema.type);
 }
 
-StoreResult StyleSource::readAll() {
+Result<> StyleSource::readAll() {
     if (!m_isAllRead && !m_isOutdated) {
         const Reading reading(*m_store);
         for (const TableSchema& schema : allTables())
@@ -87,18 +87,18 @@ StoreResult StyleSource::readAll() {
         return {};
     if (const Reading reading(*m_store); !reading.result)
         return reading.result;
-    return StoreResult::failure(
+    return Result<>::failure(
         KorString::format(translated("The style database \"%s\" was changed by another program while it "
                                      "was being read, so nothing was done; try again."),
                           {m_store->name()}));
 }
 
-StoreResult StyleSource::complete() {
-    StoreResult read = readAll();
+Result<> StyleSource::complete() {
+    Result<> read = readAll();
     const auto lost = std::ranges::find(m_problems, false, &ReadProblem::kept);
     return !read || lost == m_problems.end()
                ? read
-               : StoreResult::failure(KorString::format(
+               : Result<>::failure(KorString::format(
                      translated(
                          "\"%s\" could not be read whole, so what depends on all of it is not done: %s"),
                      {m_store->name(), lost->sentence}));
@@ -143,10 +143,10 @@ bool StyleSource::readFailedAgain() {
     return m_failures.size() < before;
 }
 
-StoreResult StyleSource::readAnew(const std::set<eTableType>& types) {
+Result<> StyleSource::readAnew(const std::set<eTableType>& types) {
     StyleSource fresh(m_id, nullptr);
     std::swap(fresh.m_store, m_store);
-    StoreResult result;
+    Result<> result;
     {
         const Reading reading(*fresh.m_store);
         for (auto it = types.begin(); result && it != types.end(); ++it)

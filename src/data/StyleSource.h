@@ -24,7 +24,7 @@ public:
     /// must be concluded from what is absent before `complete` has been asked.
     StyleTable& table(eTableType type);
     /// Why the table is empty although the database may hold rows of it; success when it was read.
-    StoreResult readingOf(eTableType type);
+    Result<> readingOf(eTableType type);
 
     /// Whether the table is in memory already.
     bool isRead(const TableSchema& schema) const;
@@ -32,11 +32,11 @@ public:
     /// Whether all tables are in memory and of one state of the database. Reads those that were not read yet
     /// or could not be read, all in one transaction. A failure is one sentence that names the file. Costs
     /// nothing once it succeeded.
-    StoreResult readAll();
+    Result<> readAll();
     /// The same, and whether they hold all that is stored: no table or column is missing, no row was left
     /// out, no cell was replaced by its default, and the database is not of a newer version, which may hold
     /// what this program does not know.
-    StoreResult complete();
+    Result<> complete();
     /// Whether no row of a table that was read is left out.
     bool hasAllRows(eTableType type) const;
     /// Whether the default is shown in the place of what this cell holds.
@@ -62,7 +62,7 @@ public:
     /// Forgets all that was read, so that the next touch reads it again.
     void dropTables();
     /// The same, but reads `types` at once, in one transaction. On failure nothing is forgotten.
-    StoreResult readAnew(const std::set<eTableType>& types);
+    Result<> readAnew(const std::set<eTableType>& types);
 
     /// What could not be read as declared, in the order in which it was met.
     const std::vector<ReadProblem>& problems() const { return m_problems; }

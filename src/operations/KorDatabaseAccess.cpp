@@ -15,29 +15,24 @@ bool isOfEarlierInstallation(const KorString& path) {
 
 } // namespace
 
-int KorDatabaseAccess::setConnection(eDSN dsn, eIndex index, const KorString& path, KorString& error) {
+Result<> KorDatabaseAccess::setConnection(eDSN dsn, eIndex index, const KorString& path) {
     const SourceId id{dsn, index};
     StyleDatabases& databases = StyleDatabases::current();
     databases.closeSource(id);
     if (isOfEarlierInstallation(path))
-        return migrateMdb(path, error);
+        return migrateMdb(path);
     const std::string file = path.toStdString();
     const auto identity = fileIdentity(file);
-    if (identity && OpenFiles::contains(*identity)) {
-        error = faultSentence(eStoreFault::kOpenHere, file);
-        return 0;
-    }
+    if (identity && OpenFiles::contains(*identity))
+        return faultResult(eStoreFault::kOpenHere, file);
     OpenedStore opened = SqliteStore::open(file, SqliteStore::eMode::kRead, SqliteStore::eCheck::kFull);
-    if (!opened.store) {
-        error = opened.message;
-        return 0;
-    }
+    if (!opened.store)
+        return {std::move(opened.error)};
     databases.addSource(id, std::move(opened.store));
-    return 1;
+    return {};
 }
 
-int KorDatabaseAccess::setConnectionString(eDSN dsn, eIndex index, const KorString& connection,
-                                           KorString& error) {
+Result<> KorDatabaseAccess::setConnectionString(eDSN dsn, eIndex index, const KorString& connection) {
     std::string_view rest = connection.view();
     while (!rest.empty()) {
         const std::string_view entry = rest.substr(0, rest.find(';'));
@@ -45,12 +40,11 @@ int KorDatabaseAccess::setConnectionString(eDSN dsn, eIndex index, const KorStri
         const auto equals = entry.find('=');
         const KorString name = KorString(entry.substr(0, equals)).trimmed().lowered();
         if (equals != std::string_view::npos && (name == "dbq" || name == "database"))
-            return setConnection(dsn, index, KorString(entry.substr(equals + 1)).trimmed(), error);
+            return setConnection(dsn, index, KorString(entry.substr(equals + 1)).trimmed());
     }
-    error = KorString::format(
+    return Result<>::failure(KorString::format(
         translated("The connection \"%s\" names no file; add an entry \"DBQ=\" with its path."),
-        {connection});
-    return 0;
+        {connection}));
 }
 
 int KorDatabaseAccess::detachDatabase(eDSN dsn, eIndex index) {
@@ -60,11 +54,10 @@ int KorDatabaseAccess::detachDatabase(eDSN dsn, eIndex index) {
     return wasOpen ? 1 : 0;
 }
 
-int KorDatabaseAccess::migrateMdb(const KorString& path, KorString& error) {
-    error = KorString::format(
+Result<> KorDatabaseAccess::migrateMdb(const KorString& path) {
+    return Result<>::failure(KorString::format(
         translated(
             "The file \"%s\" has the format of an earlier installation, which this program cannot read; "
             "export its styles there into a .%s file and import that."),
-        {path, getDatabaseExtension()});
-    return 0;
+        {path, getDatabaseExtension()}));
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/KorString.h"
+#include "base/Result.h"
 #include "records/KorDSNDefinitions.h"
 
 /// Opening of database files as sources, beside those that the data folder gives.
@@ -14,16 +14,16 @@ public:
     static KorString getDatabaseLogExtension() { return "dsdb-journal"; }
 
     /// Opens a database file for reading as the source (dsn, index), in the place of what was open there,
-    /// after a check for damage. The file must not be open as another source. Returns 1, or 0 and a sentence
-    /// for the user; then the source is absent.
-    static int setConnection(eDSN dsn, eIndex index, const KorString& path, KorString& error);
+    /// after a check for damage. The file must not be open as another source. After a failure the source is
+    /// absent.
+    static Result<> setConnection(eDSN dsn, eIndex index, const KorString& path);
     /// The same for a connection string such as "DBQ=/path/to/styles.dsdb;ReadOnly=1": the entry named "DBQ"
     /// or "Database" gives the path, other entries are ignored.
-    static int setConnectionString(eDSN dsn, eIndex index, const KorString& connection, KorString& error);
+    static Result<> setConnectionString(eDSN dsn, eIndex index, const KorString& connection);
     /// Closes a source; its pending changes are dropped. Returns 1, or 0 when it was not open.
     static int detachDatabase(eDSN dsn, eIndex index);
 
     /// Would turn a database file of an earlier installation into a style database. Such files cannot be
-    /// read: returns 0 and a sentence for the user that says what to do instead.
-    static int migrateMdb(const KorString& path, KorString& error);
+    /// read: it always fails, and says what to do instead.
+    static Result<> migrateMdb(const KorString& path);
 };

@@ -29,9 +29,9 @@ int KorDetailTableDependencies::storeRow(eTableType table, StructRecord& record,
     if (!source)
         return WriteResult::kFailed;
     if (!source->table(table).find(key))
-        return databases.append(table, record);
+        return databases.append(table, record).code();
     record.key = key;
-    return databases.store(table, record);
+    return databases.store(table, record).code();
 }
 
 int KorDetailTableDependencies::Save(StructDetailMaster& record, const KorOdbcKey& key) {

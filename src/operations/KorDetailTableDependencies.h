@@ -25,7 +25,7 @@ public:
 
     /// Writes `record` into the row `key`, or appends it where `key` is no row and gives it its new key. An
     /// appended record that still carries the key of another row gets copies of that row's parts. Return 1,
-    /// or a write result below 1.
+    /// or a code below 1 of `WriteResult`.
     int Save(StructDetObjQualifierSet& record, const KorOdbcKey& key) { return store(record, key); }
     int Save(StructDetViewDimRequestLinear& record, const KorOdbcKey& key) { return store(record, key); }
     int Save(StructDetObjAnnotationStrategy& record, const KorOdbcKey& key) { return store(record, key); }

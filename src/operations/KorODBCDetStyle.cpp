@@ -1,55 +1,66 @@
 #include "operations/KorODBCDetStyle.h"
 
 #include "data/StyleDatabases.h"
+#include "data/WriteRefusal.h"
 #include "operations/KorOdbcMan.h"
 
 namespace {
 
-// Whether the view may be filed under all of these categories: a write result.
-int judgeFilings(StyleDatabases& databases, std::int32_t view, const KorArray<std::int32_t>& categories) {
+// What would come of filing the view under all of these categories.
+WriteResult judgeFilings(StyleDatabases& databases, std::int32_t view,
+                         const KorArray<std::int32_t>& categories) {
     StyleSource* source = databases.here();
     if (!source)
-        return WriteResult::kFailed;
+        return WriteRefusal::notOpen();
     if (!databases.isEditable())
-        return WriteResult::kReadOnlySource;
-    if (!source->complete())
-        return WriteResult::kIncompleteSource;
+        return WriteRefusal::readOnly(databases.whyTooNew(source->id()));
+    if (Result<> whole = source->complete(); !whole)
+        return WriteRefusal::incomplete(std::move(whole));
     const bool allThere = source->table(kTableViewRequest).find(KorOdbcKey(view)) &&
                           std::ranges::all_of(categories, [source](std::int32_t category) {
                               return source->table(kTableBaseCategory).find(KorOdbcKey(category));
                           });
-    return allThere && source->whyFull(kTableViewRequestCategory, categories.length()).empty()
-               ? WriteResult::kWritten
-               : WriteResult::kFailed;
+    if (!allThere)
+        return WriteRefusal::noRow();
+    std::string why = source->whyFull(kTableViewRequestCategory, categories.length());
+    return why.empty() ? WriteResult() : WriteRefusal::full(std::move(why));
+}
+
+WriteResult fileUnder(const StructDetViewRequest& request, const KorArray<std::int32_t>& categories) {
+    KorArray<StructDetViewRequestCategory> present;
+    KorODBCDetStyle::getDetViewRequestCategories(KorOdbcKey(request.key), present);
+    KorArray<std::int32_t> missing;
+    for (const std::int32_t category : categories)
+        if (std::ranges::find(present, category, &StructDetViewRequestCategory::categoryKey) == present.end())
+            missing.append(category);
+    StyleDatabases& databases = StyleDatabases::current();
+    WriteResult result = judgeFilings(databases, request.key, missing);
+    if (result.isFailed())
+        return result;
+    const auto note = [&result](const WriteResult& write) {
+        if (write.isFailed())
+            result = write;
+    };
+    databases.pending().beginGroup(request.name);
+    for (const StructDetViewRequestCategory& filing : present)
+        if (categories.find(filing.categoryKey) < 0)
+            note(databases.remove(kTableViewRequestCategory, KorOdbcKey(filing.key)));
+    for (const std::int32_t category : missing) {
+        StructDetViewRequestCategory filing;
+        filing.name = request.name;
+        filing.viewRequestKey = request.key;
+        filing.categoryKey = category;
+        note(databases.append(kTableViewRequestCategory, filing));
+    }
+    databases.pending().endGroup();
+    return result;
 }
 
 } // namespace
 
 int KorODBCDetStyle::setDetViewRequestCategories(const StructDetViewRequest& request,
                                                  const KorArray<std::int32_t>& categories) {
-    KorArray<StructDetViewRequestCategory> present;
-    getDetViewRequestCategories(KorOdbcKey(request.key), present);
-    KorArray<std::int32_t> missing;
-    for (const std::int32_t category : categories)
-        if (std::ranges::find(present, category, &StructDetViewRequestCategory::categoryKey) == present.end())
-            missing.append(category);
-    StyleDatabases& databases = StyleDatabases::current();
-    if (const int verdict = judgeFilings(databases, request.key, missing); verdict != WriteResult::kWritten)
-        return verdict;
-    int result = WriteResult::kWritten;
-    databases.pending().beginGroup(request.name);
-    for (const StructDetViewRequestCategory& filing : present)
-        if (categories.find(filing.categoryKey) < 0)
-            result = std::min(result, databases.remove(kTableViewRequestCategory, KorOdbcKey(filing.key)));
-    for (const std::int32_t category : missing) {
-        StructDetViewRequestCategory filing;
-        filing.name = request.name;
-        filing.viewRequestKey = request.key;
-        filing.categoryKey = category;
-        result = std::min(result, databases.append(kTableViewRequestCategory, filing));
-    }
-    databases.pending().endGroup();
-    return result;
+    return fileUnder(request, categories).code();
 }
 
 bool KorRequestObject::getSelected(const StructDetBaseCategory& category,
@@ -60,8 +71,8 @@ bool KorRequestObject::getSelected(const StructDetBaseCategory& category,
            present.end();
 }
 
-int KorRequestObject::setSelected(bool selected, const StructDetBaseCategory& category,
-                                  const StructDetViewRequest& request) {
+WriteResult KorRequestObject::setSelected(bool selected, const StructDetBaseCategory& category,
+                                          const StructDetViewRequest& request) {
     KorArray<StructDetViewRequestCategory> present;
     KorODBCDetStyle::getDetViewRequestCategories(KorOdbcKey(request.key), present);
     KorArray<std::int32_t> keys;
@@ -70,7 +81,7 @@ int KorRequestObject::setSelected(bool selected, const StructDetBaseCategory& ca
             keys.append(filing.categoryKey);
     if (selected)
         keys.append(category.key);
-    return KorODBCDetStyle::setDetViewRequestCategories(request, keys);
+    return fileUnder(request, keys);
 }
 
 int KorODBCTextSizes::getTextSizesList(KorArray<double>& sizes) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "operations/StyleReadOperations.h"
+#include "records/WriteResult.h"
 
 /// Detail styles and what they are made of, mostly by key.
 class KorODBCDetStyle : public StyleReadOperations {
@@ -25,7 +26,8 @@ public:
         return StyleReads::parts(rows, &StructDetObjQualifierSet::groupKey, group);
     }
 
-    /// Makes the categories of a view request exactly `categories` (base category keys). Returns 1.
+    /// Makes the categories of a view request exactly `categories` (base category keys). Returns 1, or a code
+    /// below 1 of `WriteResult`; then nothing was written.
     static int setDetViewRequestCategories(const StructDetViewRequest& request,
                                            const KorArray<std::int32_t>& categories);
 };
@@ -34,10 +36,9 @@ public:
 class KorRequestObject {
 public:
     static bool getSelected(const StructDetBaseCategory& category, const StructDetViewRequest& request);
-    /// Files the request under the category or takes it out, as a pending change. Returns 1, or a write
-    /// result below 1.
-    static int setSelected(bool selected, const StructDetBaseCategory& category,
-                           const StructDetViewRequest& request);
+    /// Files the request under the category or takes it out, as a pending change.
+    static WriteResult setSelected(bool selected, const StructDetBaseCategory& category,
+                                   const StructDetViewRequest& request);
 };
 
 class KorODBCTextSizes {

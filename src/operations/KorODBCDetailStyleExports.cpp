@@ -4,6 +4,7 @@
 #include "base/Translation.h"
 #include "data/RowClosure.h"
 #include "data/StyleDatabases.h"
+#include "data/WriteRefusal.h"
 #include "data/check/ConsistencyCheck.h"
 #include "data/exchange/ExchangeExport.h"
 #include "data/exchange/ExchangeImport.h"
@@ -41,11 +42,11 @@ Exchange& exchange() {
 KorString sentenceOf(int code) {
     switch (code) {
     case Exports::kNoSuchSource:
-        return translated("The database is not open; open it and try again.");
+        return WriteRefusal::notOpen().error;
     case Exports::kNoSuchRow:
-        return translated("The definition no longer exists; reload the databases and try again.");
+        return WriteRefusal::noRow().error;
     case Exports::kReadOnlyTarget:
-        return translated("The database may not be changed; choose the user's own database.");
+        return WriteRefusal::readOnly().error;
     case Exports::kSameSource:
         return translated("The definition is in this database already; choose another database.");
     case Exports::kFileFailed:
@@ -58,35 +59,38 @@ KorString sentenceOf(int code) {
     }
 }
 
-int finish(int code, const KorString& sentence = {}) {
-    exchange().failure = sentence.isEmpty() ? sentenceOf(code) : sentence;
-    return exchange().result = code;
+// A result, with a sentence of its own where it has one.
+struct Ending {
+    int code = Exports::kDone;
+    std::string reason = {};
+};
+
+int finish(const Ending& ending) {
+    exchange().failure = ending.reason.empty() ? sentenceOf(ending.code) : KorString(ending.reason);
+    return exchange().result = ending.code;
 }
 
 // Both ends of an import, made sure of.
 struct Route {
     StyleSource* from = nullptr;
     StyleSource* to = nullptr;
-    int fault = Exports::kDone;
-    std::string reason = {}; ///< a sentence of its own for the fault
+    Ending fault = {}; // `kDone` where there is none
 };
 
 Route routeBetween(SourceId from, SourceId to) {
     StyleDatabases& databases = StyleDatabases::current();
     Route route{databases.source(from), databases.source(to)};
     if (!route.from || !route.to)
-        route.fault = Exports::kNoSuchSource;
+        route.fault = {Exports::kNoSuchSource};
     else if (from == to)
-        route.fault = Exports::kSameSource;
-    else if (!databases.isEditable(to)) {
-        route.fault = Exports::kReadOnlyTarget;
-        route.reason = databases.whyTooNew(to);
-    }
+        route.fault = {Exports::kSameSource};
+    else if (!databases.isEditable(to))
+        route.fault = {Exports::kReadOnlyTarget, databases.whyTooNew(to)};
     for (StyleSource* end : {route.from, route.to}) {
-        if (route.fault != Exports::kDone)
+        if (route.fault.code != Exports::kDone)
             break;
-        route.reason = end->complete().error;
-        route.fault = route.reason.empty() ? Exports::kDone : Exports::kFileFailed;
+        if (Result<> whole = end->complete(); !whole)
+            route.fault = {Exports::kFileFailed, std::move(whole.error)};
     }
     return route;
 }
@@ -101,8 +105,8 @@ void tellRenamed(const ImportReport& report, const ExchangeProgress& progress) {
 // Runs an import with the target as the current source, as one group of pending changes. What a failed one
 // did is taken back without a trace.
 template <typename Bring>
-int importInOneGroup(const Route& route, const KorString& label, std::size_t steps, ImportReport& report,
-                     Bring bring) {
+Ending importInOneGroup(const Route& route, const KorString& label, std::size_t steps, ImportReport& report,
+                        Bring bring) {
     StyleDatabases& databases = StyleDatabases::current();
     PendingLog& pending = databases.pending();
     const KorDSNRequest request(route.to->id().dsn, route.to->id().index);
@@ -114,13 +118,12 @@ int importInOneGroup(const Route& route, const KorString& label, std::size_t ste
     pending.beginGroup(KorString::format(translated("importing of \"%s\""), {label}));
     const bool ok = bring(import, progress);
     pending.endGroup();
-    report.error = import.refusal();
     if (!ok) {
         if (pending.steps().size() > before) {
             databases.undo();
             pending.forgetTakenBack();
         }
-        return import.isRefused() ? Exports::kNotStored : Exports::kCancelled;
+        return {import.isRefused() ? Exports::kNotStored : Exports::kCancelled, import.refusal()};
     }
     if (Exports::isAdvancedDeepCopyModeEnabled())
         tellRenamed(done, progress);
@@ -128,7 +131,7 @@ int importInOneGroup(const Route& route, const KorString& label, std::size_t ste
     report.alreadyThere.insert(report.alreadyThere.end(), done.alreadyThere.begin(), done.alreadyThere.end());
     report.renamed.insert(report.renamed.end(), done.renamed.begin(), done.renamed.end());
     report.rowsAppended += done.rowsAppended;
-    return Exports::kDone;
+    return {};
 }
 
 // What an import of these rows did not bring, because the source does not have it.
@@ -137,21 +140,21 @@ void tellLeftOut(const Route& route, const std::vector<RowRef>& rows, ImportRepo
     report.leftOut.insert(report.leftOut.end(), sentences.begin(), sentences.end());
 }
 
-int importAllStyles(const Route& route, const KorString& path, ImportReport& report) {
+Ending importAllStyles(const Route& route, const KorString& path, ImportReport& report) {
     const RowArray& styles = route.from->table(kTableDetailStyle).rows();
     const KorString label(std::filesystem::path(path.toStdString()).filename().string());
     std::vector<RowRef> rows;
     for (int i = 0; i < styles.size(); ++i)
         rows.push_back({kTableDetailStyle, styles.at(i).key});
-    const int result = importInOneGroup(route, label, rows.size(), report,
-                                        [&](ExchangeImport& import, ExchangeProgress& progress) {
-                                            return std::ranges::all_of(rows, [&](const RowRef& row) {
-                                                return import.bring(row) && progress.step();
-                                            });
-                                        });
-    if (result == Exports::kDone)
+    Ending ending = importInOneGroup(route, label, rows.size(), report,
+                                     [&](ExchangeImport& import, ExchangeProgress& progress) {
+                                         return std::ranges::all_of(rows, [&](const RowRef& row) {
+                                             return import.bring(row) && progress.step();
+                                         });
+                                     });
+    if (ending.code == Exports::kDone)
         tellLeftOut(route, rows, report);
-    return result;
+    return ending;
 }
 
 } // namespace
@@ -160,64 +163,61 @@ int Exports::exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex ind
                           std::vector<std::string>* leftOut, bool mayReplace) {
     StyleSource* source = StyleDatabases::current().source({dsn, index});
     if (!source)
-        return finish(kNoSuchSource);
-    if (const StoreResult whole = source->complete(); !whole)
-        return finish(kFileFailed, whole.error);
+        return finish({kNoSuchSource});
+    if (Result<> whole = source->complete(); !whole)
+        return finish({kFileFailed, std::move(whole.error)});
     const TableSchema* table = findTable(static_cast<eTableType>(eType));
     const StructRecord* record = table ? source->table(table->type).find(key) : nullptr;
     if (!record)
-        return finish(kNoSuchRow);
+        return finish({kNoSuchRow});
     ExchangeExport rows(*source, {table->type, key});
     Dependencies::ResetDeepCopyInfo();
     ExchangeProgress progress(exchange().callbacks, rows.tableCount(), record->name);
-    const StoreResult result = SqliteStore::createWith(
+    const Result<> result = SqliteStore::createWith(
         path.toStdString(), [&](StyleStore& store) { return rows.writeInto(store, progress); }, mayReplace);
     if (rows.isCancelled())
-        return finish(kCancelled);
+        return finish({kCancelled});
     if (result && leftOut)
         *leftOut = ConsistencyCheck(*source).danglingReferences(rows.rows());
-    return result ? finish(kDone) : finish(kFileFailed, result.error);
+    return result ? finish({}) : finish({kFileFailed, result.error});
 }
 
 int Exports::importDetail(int eType, const KorOdbcKey& key, eDSN fromDSN, eIndex fromIndex, eDSN toDSN,
                           eIndex toIndex, ImportReport* report, const KorString& asName) {
     const Route route = routeBetween({fromDSN, fromIndex}, {toDSN, toIndex});
-    if (route.fault != kDone)
-        return finish(route.fault, route.reason);
+    if (route.fault.code != kDone)
+        return finish(route.fault);
     const TableSchema* table = findTable(static_cast<eTableType>(eType));
     const StructRecord* record = table ? route.from->table(table->type).find(key) : nullptr;
     if (!record || belongsToOthers(*table))
-        return finish(kNoSuchRow);
+        return finish({kNoSuchRow});
     const RowRef row{table->type, key};
     const std::size_t steps = closureOf(*route.from, row).size();
     ImportReport unread;
     ImportReport& told = report ? *report : unread;
-    const int result =
+    const Ending ending =
         importInOneGroup(route, record->name, steps, told, [&](ExchangeImport& import, ExchangeProgress&) {
             return import.bringClosure(row) && import.bring(row, asName);
         });
-    if (result == kDone)
+    if (ending.code == kDone)
         tellLeftOut(route, {row}, told);
-    return finish(result, KorString(told.error));
+    return finish(ending);
 }
 
 int Exports::importFile(const KorString& path, ImportReport& report, SourceId to) {
     const SourceId file = SourceId::exchange();
-    KorString error;
-    int result = kFileFailed;
-    if (KorDatabaseAccess::setConnection(file.dsn, file.index, path, error) == 1) {
+    Ending ending;
+    if (Result<> opened = KorDatabaseAccess::setConnection(file.dsn, file.index, path); !opened) {
+        ending = {kFileFailed, std::move(opened.error)};
+    } else {
         const Route route = routeBetween(file, to);
-        result = route.fault == kDone ? importAllStyles(route, path, report) : route.fault;
-        error = route.fault == kDone ? report.error : route.reason;
-        if (result == kDone)
+        ending = route.fault.code == kDone ? importAllStyles(route, path, report) : route.fault;
+        if (ending.code == kDone)
             for (const ReadProblem& problem : route.from->problems())
                 report.problems.push_back(problem.sentence);
     }
     deleteCache(0);
-    finish(result, error);
-    if (result != kDone)
-        report.error = exchange().failure.toStdString();
-    return result;
+    return finish(ending);
 }
 
 int Exports::GetDSNAndIndexToUse(eDSN& dsn, eIndex& index) {

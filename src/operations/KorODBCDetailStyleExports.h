@@ -38,7 +38,7 @@ public:
 
     /// Imports all detail styles of an exchange file into an editable source, as one group of pending
     /// changes. The file is checked for damage before anything is taken from it. Returns 1, or another of
-    /// `eResult`; then nothing is changed and `report.error` says why.
+    /// `eResult`; then nothing is changed.
     static int importFile(const KorString& path, ImportReport& report, SourceId to = SourceId::user());
 
     /// The source that an import goes into: the given one where it may be edited, else the User database.

@@ -82,28 +82,28 @@ void KorOdbcMan::setCurrentAddIn(eIndex index) {
 }
 
 int KorOdbcMan::setAttribute(eTableType table, const KorOdbcKey& key, int column, long value, eCopyDepth) {
-    return databases().setCell(table, key, column, std::int64_t{value});
+    return databases().setCell(table, key, column, std::int64_t{value}).code();
 }
 
 int KorOdbcMan::setAttribute(eTableType table, const KorOdbcKey& key, int column, double value, eCopyDepth) {
-    return databases().setCell(table, key, column, value);
+    return databases().setCell(table, key, column, value).code();
 }
 
 int KorOdbcMan::setAttribute(eTableType table, const KorOdbcKey& key, int column, const KorString& value,
                              int) {
-    return databases().setCell(table, key, column, value);
+    return databases().setCell(table, key, column, value).code();
 }
 
 int KorOdbcMan::appendNewRecord(eTableType table, int, eCopyDepth) {
-    return databases().append(table, currentRecord(table));
+    return databases().append(table, currentRecord(table)).code();
 }
 
 int KorOdbcMan::deleteRecord(eTableType table, const KorOdbcKey& key, eCopyDepth) {
-    return databases().remove(table, key);
+    return databases().remove(table, key).code();
 }
 
 int KorOdbcMan::storeCurrentRecord(eTableType table, eCopyDepth) {
-    return findTable(table) ? databases().store(table, currentRecord(table)) : WriteResult::kFailed;
+    return findTable(table) ? databases().store(table, currentRecord(table)).code() : WriteResult::kFailed;
 }
 
 KorOdbcKey KorOdbcMan::getRecordKey(eTableType table) {
@@ -111,16 +111,16 @@ KorOdbcKey KorOdbcMan::getRecordKey(eTableType table) {
 }
 
 int KorOdbcMan::setStatusOnOK(eTableType table, eCopyDepth) {
-    return databases().keepTable(table);
+    return databases().keepTable(table) ? 1 : 0;
 }
 
 int KorOdbcMan::setStatusOnUpdate(eTableType table, eCopyDepth) {
-    return databases().keepTable(table);
+    return databases().keepTable(table) ? 1 : 0;
 }
 
 int KorOdbcMan::setStatusOnCancel(eTableType table, eCopyDepth) {
     databases().dropTable(table);
-    return WriteResult::kWritten;
+    return 1;
 }
 
 namespace {
@@ -147,7 +147,7 @@ int KorOdbcCompactDetailsTables::startCompactProcess(eDSN dsn, int, eCompactType
     const std::vector<RowRef> orphans = orphanedParts(*source);
     databases().pending().beginGroup(translated("Compacting"));
     const auto removed = std::ranges::count_if(orphans, [](const RowRef& part) {
-        return databases().remove(part.table, KorOdbcKey(part.key)) == WriteResult::kWritten;
+        return databases().remove(part.table, KorOdbcKey(part.key)).isStored();
     });
     databases().pending().endGroup();
     m_bCompactPerformed = m_bCompactPerformed || removed > 0;

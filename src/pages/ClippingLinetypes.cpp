@@ -10,6 +10,7 @@
 #include "operations/KorOdbcMan.h"
 #include "services/KOSettings.h"
 #include "services/Prompts.h"
+#include "session/KorDSMGuardedWrite.h"
 
 namespace {
 
@@ -36,11 +37,7 @@ bool appendLinetype(const KorString& name, const KorString& filePath, int lineTy
     record.setRunBezeichnung(name);
     record.filePath = filePath;
     record.lineTypeId = lineTypeId;
-    const int result = KorOdbcMan::appendNewRecord(kTableLinetypes, 0, KorOdbcMan::kThisRow);
-    KorAssert::check(result > 0, "result > 0");
-    if (result == WriteResult::kWritten)
-        KorDSMMainWindow::sendMessage(DsmDataChanged());
-    return result == WriteResult::kWritten;
+    return KorDSMGuardedWrite::appendCurrentRecord(kTableLinetypes).isStored();
 }
 
 } // namespace

@@ -127,8 +127,8 @@ void CompassChoice::onChoiceClicked(int radio) {
 }
 
 // The code is one value, of which all three parts are stored or none.
-void CompassChoice::mark(int control, int result) {
-    if (result != KorDSMGuardedWrite::kWrite)
+void CompassChoice::mark(int control, const WriteResult& result) {
+    if (!result.isStored())
         return m_page.markStored(button(control), false);
     for (const int part : {kCompass, kFirstCorner, kArrow})
         m_page.markStored(button(part), true);

@@ -4,6 +4,7 @@
 
 class KorDSMPage;
 class QAbstractButton;
+struct WriteResult;
 
 /// Whether a north compass is drawn on a view, in which corner and how: the controls for the compass code of
 /// a view request, which two pages have. Each click is written at once.
@@ -38,7 +39,7 @@ private:
     int checkedIn(int first, int last) const;
     int storedCode() const;
     void showPicture(bool symbol);
-    void mark(int control, int result);
+    void mark(int control, const WriteResult& result);
     void onCompassClicked(bool on);
     void onChoiceClicked(int radio);
 

@@ -174,10 +174,10 @@ void KorDSMPage::setOtherPagesModified(bool modified) {
     KorDSMMainWindow::sendMessage(message);
 }
 
-int KorDSMPage::writeField(int column, const CellValue& value) {
+WriteResult KorDSMPage::writeField(int column, const CellValue& value) {
     KorDSMDatabaseItem* shown = item();
     if (!shown || !shown->record())
-        return 0;
+        return {WriteResult::kFailed};
     // What was typed before counts before.
     storePendingChanges(false);
     // What is stored already is no change, and nobody is asked about it.
@@ -186,9 +186,9 @@ int KorDSMPage::writeField(int column, const CellValue& value) {
     const Column* written = findTable(type)->column(column);
     const StructRecord* stored = CurrentRows::find(type, key);
     if (written && stored && written->read(stored) == value)
-        return KorDSMGuardedWrite::kWrite;
-    const int result = KorDSMGuardedWrite::setAttributeValue(type, key, column, value);
-    if (result == KorDSMGuardedWrite::kWrite)
+        return {WriteResult::kUnchanged};
+    WriteResult result = KorDSMGuardedWrite::setAttributeValue(type, key, column, value);
+    if (result.isStored())
         KorDSMTwins::recordWritten(*shown);
     return result;
 }
@@ -202,7 +202,7 @@ void KorDSMPage::markStored(QWidget* control, bool stored) {
 }
 
 bool KorDSMPage::writeFrom(QWidget* control, int column, const CellValue& value) {
-    const bool stored = writeField(column, value) == KorDSMGuardedWrite::kWrite;
+    const bool stored = writeField(column, value).isStored();
     markStored(control, stored);
     return stored;
 }

@@ -4,6 +4,7 @@
 #include "model/KorDSMMessages.h"
 #include "model/items/KorDSMDatabaseItem.h"
 #include "operations/KorOdbcMan.h"
+#include "records/WriteResult.h"
 #include "session/ShownColumns.h"
 
 #include <optional>
@@ -74,9 +75,8 @@ public:
     void updateMark();
 
     /// Writes one column of the item's own record through the guarded write. On success the item and all
-    /// that show the same record take the new value. Returns 1 when the value is stored, also
-    /// where it was so before; any other value means that nothing changed.
-    int writeField(int column, const CellValue& value);
+    /// that show the same record take the new value. Fails without a sentence where no record is shown.
+    WriteResult writeField(int column, const CellValue& value);
 
     /// Says beside a control that the choice it shows is not stored, because the user declined the question
     /// or the write failed; or takes that back, for radio buttons of the whole group.

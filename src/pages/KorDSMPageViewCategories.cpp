@@ -8,6 +8,7 @@
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
 #include "services/Prompts.h"
+#include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMTwins.h"
 
 #include <QGuiApplication>
@@ -93,11 +94,10 @@ void KorDSMPageViewCategories::onCheckToggled(int row) {
     const bool select = !KorRequestObject::getSelected(category, requestOf(*item()));
     m_list->setChecked(row, select);
     // Where a view is offered changes no drawing, so nobody is asked even if several styles use it.
-    if (KorRequestObject::setSelected(select, category, requestOf(*item())) != 1) {
+    if (!KorDSMGuardedWrite::announce(KorRequestObject::setSelected(select, category, requestOf(*item())))) {
         m_list->setChecked(row, !select);
         return;
     }
-    KorDSMMainWindow::sendMessage(DsmDataChanged());
     KorDSMTwins::recordWritten(*item());
     setOtherPagesModified(true);
     DsmCategoriesChanged message;

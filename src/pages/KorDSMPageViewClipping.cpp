@@ -190,9 +190,10 @@ bool KorDSMPageViewClipping::readClip(StructDetViewLengthClip& clip) const {
 bool KorDSMPageViewClipping::writeClip(QWidget* control, int column, const CellValue& value) {
     const StructRecord* clip = CurrentRows::find(kTableLengthClip, clipKey());
     const Column& written = *findTable(kTableLengthClip)->column(column);
-    const bool stored = clip && (written.read(clip) == value ||
-                                 KorDSMGuardedWrite::setAttributeValue(kTableLengthClip, clipKey(), column,
-                                                                       value) == KorDSMGuardedWrite::kWrite);
+    const bool stored =
+        clip &&
+        (written.read(clip) == value ||
+         KorDSMGuardedWrite::setAttributeValue(kTableLengthClip, clipKey(), column, value).isStored());
     markStored(control, stored);
     return stored;
 }
@@ -353,10 +354,8 @@ void KorDSMPageViewClipping::onCopy() {
     copy = clip;
     copy.setRunBezeichnung(dialog.name());
     const PendingGroup step(copy.name);
-    const int result = KorOdbcMan::appendNewRecord(kTableLengthClip, 0, KorOdbcMan::kThisRow);
-    if (!KorAssert::check(result > 0, "result > 0") || result != WriteResult::kWritten)
+    if (!KorDSMGuardedWrite::appendCurrentRecord(kTableLengthClip).isStored())
         return;
-    KorDSMMainWindow::sendMessage(DsmDataChanged());
     ClippingLists::fillStrategies(*m_strategy);
     ClippingLists::selectStrategy(*m_strategy, copy.key);
     onStrategyChosen();

@@ -168,8 +168,9 @@ int KorDSMPageViewDefinition::placeInStyle() const {
 bool KorDSMPageViewDefinition::putIntoStyle(const StructDetViewRequest& request) {
     KorDsmDetailStyleItem* style = styleItem();
     const int place = placeInStyle();
-    if (place < 0 || KorDSMGuardedWrite::setAttributeInt(kTableDetailStyle, KorOdbcKey(style->recordKey()),
-                                                         firstViewSlot() + place, request.key) != 1)
+    if (place < 0 || !KorDSMGuardedWrite::setField(kTableDetailStyle, KorOdbcKey(style->recordKey()),
+                                                   firstViewSlot() + place, std::int64_t{request.key})
+                          .isStored())
         return false;
     KorDSMTwins::recordWritten(*style);
     viewItem()->setRecord(request);
@@ -202,12 +203,8 @@ void KorDSMPageViewDefinition::onCopy() {
     copy.setRunBezeichnung(dialog.name());
     {
         const PendingGroup step(copy.name);
-        const int result = KorOdbcMan::appendNewRecord(kTableViewRequest, 0, KorOdbcMan::kThisRow);
-        KorAssert::check(result > 0, "result > 0");
-        if (result == 1) {
-            KorDSMMainWindow::sendMessage(DsmDataChanged());
+        if (KorDSMGuardedWrite::appendCurrentRecord(kTableViewRequest).isStored())
             putIntoStyle(copy);
-        }
     }
     if (item()->recordKey() != copy.key)
         return;
@@ -225,8 +222,9 @@ void KorDSMPageViewDefinition::onRename() {
     if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty() || dialog.name() == oldName)
         return;
     const KorString newName = dialog.name();
-    if (KorDSMGuardedWrite::setAttributeString(kTableViewRequest, KorOdbcKey(item()->recordKey()),
-                                               kColumnName, newName, 0) != 1)
+    if (!KorDSMGuardedWrite::setField(kTableViewRequest, KorOdbcKey(item()->recordKey()), kColumnName,
+                                      newName)
+             .isStored())
         return;
     KorDSMTwins::recordWritten(*item());
     showNewName(oldName, newName);

@@ -207,16 +207,16 @@ void PageFields::onTextCommitted(const PageField& field, KorLineEdit& edit) {
     Column limited = *column;
     limited.minimum = std::max(column->minimum, field.lowest);
     const auto parsed = KorDSMValueText::parse(*findTable(row().table), limited, text);
-    if (!parsed.value) {
+    if (!parsed) {
         // It stays to be corrected.
         edit.refuse();
         KorFieldNote::show(&edit, toQt(parsed.note));
         return;
     }
-    if (numberText(*column, *parsed.value) != fieldText(*column, *record))
-        write(field, edit, *parsed.value);
+    if (numberText(*column, parsed.value) != fieldText(*column, *record))
+        write(field, edit, parsed.value);
     record = recordOf(row());
-    if (record && numberText(*column, *parsed.value) == fieldText(*column, *record))
+    if (record && numberText(*column, parsed.value) == fieldText(*column, *record))
         loadField(field, *record);
 }
 
@@ -228,14 +228,14 @@ void PageFields::write(const PageField& field, QWidget& control, const CellValue
     // A click on what is stored already is no change, and nobody is asked about it.
     if (column->read(record) == value)
         return m_page.markStored(&control, true);
-    int result = 0;
+    WriteResult result;
     if (m_rowToEdit) {
         const Row edited = row();
         result = KorDSMGuardedWrite::setAttributeValue(edited.table, edited.key, field.column, value);
     } else {
         result = m_page.writeField(field.column, value);
     }
-    const bool stored = result == KorDSMGuardedWrite::kWrite;
+    const bool stored = result.isStored();
     m_page.markStored(&control, stored);
     if (stored)
         Q_EMIT written(field.column);

@@ -243,8 +243,9 @@ void PartListEditor::run(const Command& command) {
 
 // The window follows with the trees, which loads the page anew.
 void PartListEditor::finish(KorDSMPartList::Outcome outcome) {
-    refuse(outcome.refusal);
-    if (outcome.done)
+    if (outcome.isFailed() && !outcome.isTold)
+        refuse(outcome.error);
+    if (outcome == WriteResult::kWritten)
         m_selected = outcome.selected;
     fill();
     if (outcome.changes.empty())
@@ -273,12 +274,12 @@ void PartListEditor::showRow(int row) {
 void PartListEditor::onCellEdited(int row, int column) {
     const Column& edited = *m_columns[static_cast<std::size_t>(column)];
     const std::int32_t key = m_keys[static_cast<std::size_t>(row)];
-    KorDSMValueText::Parsed parsed;
+    KorDSMValueText::Parsed parsed = CellValue();
     if (edited.kind == eColumnKind::kFlag)
         parsed.value = std::int64_t{m_grid->isCellChecked(row, column)};
     else
         parsed = KorDSMValueText::parse(m_list->table(), edited, m_grid->getCellText(row, column));
-    if (!parsed.value) {
+    if (!parsed) {
         showRow(row);
         return refuse(parsed.error);
     }
@@ -287,10 +288,11 @@ void PartListEditor::onCellEdited(int row, int column) {
     const bool isSelected = std::ranges::find(m_selected, key) != m_selected.end();
     const auto written = isSelected && edited.number != 1 ? m_selected : KorDSMPartList::Keys{key};
     const bool isChange = std::ranges::any_of(
-        written, [&](std::int32_t each) { return edited.read(m_list->row(each)) != *parsed.value; });
+        written, [&](std::int32_t each) { return edited.read(m_list->row(each)) != parsed.value; });
     const KorDSMPartList::Outcome outcome =
-        isChange ? m_list->set(written, edited, *parsed.value) : KorDSMPartList::Outcome();
-    refuse(outcome.refusal);
+        isChange ? m_list->set(written, edited, parsed.value) : KorDSMPartList::Outcome();
+    if (outcome.isFailed() && !outcome.isTold)
+        refuse(outcome.error);
     for (int each = 0; each < m_grid->rowCount(); ++each)
         showRow(each);
     if (outcome.changes.empty())

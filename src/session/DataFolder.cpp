@@ -55,7 +55,7 @@ bool DataFolder::takeReports() {
 void DataFolder::openSource(SourceId id, const fs::path& file) {
     StyleDatabases& databases = StyleDatabases::current();
     const bool writable = databases.isOwnerMode() || id == SourceId::user();
-    const StoreResult result = databases.openFile(id, file.string(), !writable);
+    const Result<> result = databases.openFile(id, file.string(), !writable);
     if (!result)
         tell(result.error);
     m_complete = m_complete && databases.source(id);
@@ -64,7 +64,7 @@ void DataFolder::openSource(SourceId id, const fs::path& file) {
 void DataFolder::openUserDatabase(const fs::path& file) {
     std::error_code error;
     const bool isThere = fs::exists(fs::symlink_status(file, error));
-    const StoreResult made = isThere ? StoreResult() : SqliteStore::create(file.string());
+    const Result<> made = isThere ? Result<>() : SqliteStore::create(file.string());
     removeLeftDatabases(m_folder.string());
     if (made || fs::exists(file, error)) { // another start may have made it meanwhile
         openSource(SourceId::user(), file);

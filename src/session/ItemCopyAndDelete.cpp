@@ -1,6 +1,7 @@
 #include "base/KorAssert.h"
 #include "data/RowClosure.h"
 #include "data/StyleDatabases.h"
+#include "data/WriteRefusal.h"
 #include "data/exchange/MasterNumbers.h"
 #include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMFamilies.h"
@@ -28,17 +29,18 @@ constexpr int kDeletingMany = 493; // "deletion of %s definitions"
 constexpr int kNoMaster = 494;     // ""%s" has no category any more, so it cannot be copied."
 constexpr int kInUse = 33521;
 
-// Announces a write that was made. Returns whether it was.
-bool announced(int result) {
-    if (result == WriteResult::kWritten)
+// Announces a write that was made.
+WriteResult announced(WriteResult result) {
+    if (result.isStored())
         KorDSMMainWindow::sendMessage(DsmDataChanged());
-    return result == WriteResult::kWritten;
+    return result;
 }
 
 // The same for writes that must not fail here.
-bool announcedOrReported(int result) {
+WriteResult announcedOrReported(const WriteResult& write) {
+    const int result = write.code();
     KorAssert::check(result > 0, "result > 0");
-    return announced(result);
+    return announced(write);
 }
 
 // Without a master the copy would be unknown to the host.
@@ -47,31 +49,31 @@ bool lacksMaster(const KorDSMDatabaseItem& item) {
     return needsMaster(item) && !readMaster(item, master);
 }
 
-bool copyMaster(StructDetailMaster master, const StructRecord& copy) {
+WriteResult copyMaster(StructDetailMaster master, const StructRecord& copy) {
     master.key = 0;
     master.name = copy.name;
     master.styleKey = copy.key;
     master.number = freeMasterNumber(*StyleDatabases::current().here(), master);
     KorOdbcMan::m_structDetailMaster = master;
-    return announced(KorOdbcMan::appendNewRecord(kTableDetailMaster, 0, KorOdbcMan::kThisRow));
+    return announced(StyleDatabases::current().append(kTableDetailMaster, KorOdbcMan::m_structDetailMaster));
 }
 
-// Appends the item's record under the name as a new row and gives it the new row's key. Returns a write
-// result.
-int appendRecord(KorDSMDatabaseItem& item, const KorString& name) {
+// Appends the item's record under the name as a new row and gives it the new row's key.
+WriteResult appendRecord(KorDSMDatabaseItem& item, const KorString& name) {
     StructRecord& current = KorOdbcMan::currentRecord(item.tableType());
     CurrentRows::all(item.tableType())->assign(current, *item.record());
     current.setRunBezeichnung(name);
-    const int result = KorOdbcMan::appendNewRecord(item.tableType(), 1, KorOdbcMan::kThisRow);
-    if (result == WriteResult::kWritten)
+    WriteResult result = StyleDatabases::current().append(item.tableType(), current);
+    if (result.isStored())
         item.updateRecord(current);
     return result;
 }
 
-bool appendCopy(KorDSMDatabaseItem& copy, const KorString& name) {
+WriteResult appendCopy(KorDSMDatabaseItem& copy, const KorString& name) {
     StructDetailMaster master;
     const bool hasMaster = readMaster(copy, master);
-    return announced(appendRecord(copy, name)) && (!hasMaster || copyMaster(master, *copy.record()));
+    WriteResult result = announced(appendRecord(copy, name));
+    return result.isStored() && hasMaster ? copyMaster(master, *copy.record()) : result;
 }
 
 // The loaded group in which a record that is shown as a part of another one is filed, or null.
@@ -116,32 +118,27 @@ bool canDelete(KorDSMDefines::eItemType type) {
     return canCopy(type) || KorDSMDefines::isGroupType(type);
 }
 
-CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
-    CopyOutcome outcome;
+CopyResult copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
+    CopyResult outcome;
     if (!canCopy(item.type()) || !item.parent())
         return outcome;
     const SourceRequest source(item);
     const KorString name = newName.trimmed();
-    outcome.refusal = whyNotNamed(item, name, 0);
-    if (outcome.refusal.isEmpty())
-        outcome.refusal = whyIncomplete();
-    if (outcome.refusal.isEmpty() && lacksMaster(item))
-        outcome.refusal = label(kNoMaster, item.record()->name);
-    if (!outcome.refusal.isEmpty())
+    outcome.error = whyNotNamed(item, name, 0).toStdString();
+    if (outcome.error.empty())
+        outcome.error = whyIncomplete().toStdString();
+    if (outcome.error.empty() && lacksMaster(item))
+        outcome.error = label(kNoMaster, item.record()->name).toStdString();
+    if (!outcome.error.empty())
         return outcome;
     std::unique_ptr<KorDSMDatabaseItem> copy = item.clone();
     PendingGroup group(label(kCopying, item.record()->name));
-    if (!appendCopy(*copy, name)) {
+    if (!outcome.settle(appendCopy(*copy, name))) {
         group.takeBack();
-        outcome.refusal =
-            whyNotCopied(*StyleDatabases::current().here(), {item.tableType(), item.recordKey()});
-        if (outcome.refusal.isEmpty() && needsMaster(item))
-            outcome.refusal = whyFull(kTableDetailMaster);
         return outcome;
     }
     if (const auto complete = KorDSMFamilies::of(copy->type())->complete)
         complete(*copy);
-    outcome.done = true;
     outcome.notice = noticeFor(*copy, DsmListChanged::kAdded);
     if (KorDSMDatabaseItem* home = groupElsewhere(item)) {
         outcome.added.push_back(&home->addChild(copy->clone()));
@@ -160,8 +157,8 @@ std::vector<KorDSMUsage> usersThatForbidDeleting(const KorDSMDatabaseItem& item)
 
 namespace {
 
-bool deleteRow(eTableType table, std::int32_t key) {
-    return announcedOrReported(KorOdbcMan::deleteRecord(table, KorOdbcKey(key), KorOdbcMan::kThisRow));
+WriteResult deleteRow(eTableType table, std::int32_t key) {
+    return announcedOrReported(StyleDatabases::current().remove(table, KorOdbcKey(key)));
 }
 
 // The rows that say which views are listed in a category: parts of the views, which know nothing else.
@@ -176,19 +173,20 @@ std::vector<std::int32_t> listingsIn(const KorDSMDatabaseItem& item) {
     return rows;
 }
 
-bool deleteRows(const KorDSMDatabaseItem& item) {
+WriteResult deleteRows(const KorDSMDatabaseItem& item) {
     for (const std::int32_t listing : listingsIn(item))
-        if (!deleteRow(kTableViewRequestCategory, listing))
-            return false;
-    if (!deleteRow(item.tableType(), item.recordKey()))
-        return false;
+        if (WriteResult result = deleteRow(kTableViewRequestCategory, listing); result.isFailed())
+            return result;
+    WriteResult result = deleteRow(item.tableType(), item.recordKey());
+    if (result.isFailed() || !needsMaster(item))
+        return result;
     StructDetailMaster master;
-    return !needsMaster(item) || (readMaster(item, master) && deleteRow(kTableDetailMaster, master.key));
+    return readMaster(item, master) ? deleteRow(kTableDetailMaster, master.key) : WriteRefusal::noRow();
 }
 
 // Nothing uses the row any more: what is still shown of it below other records is out of date, and those show
 // their children anew when they are opened. What is filed goes with the item.
-void dropTwins(KorDSMDatabaseItem& item, DeleteOutcome& outcome) {
+void dropTwins(KorDSMDatabaseItem& item, DeleteResult& outcome) {
     while (!item.equalItems().isEmpty()) {
         KorDSMDatabaseItem* twin = item.equalItems()[0];
         KorDSMDatabaseItem* parent = twin->parent();
@@ -213,31 +211,31 @@ int viewsListedIn(const KorDSMDatabaseItem& category) {
     return static_cast<int>(listingsIn(category).size());
 }
 
-DeleteOutcome deleteItem(KorDSMDatabaseItem& item) {
+DeleteResult deleteItem(KorDSMDatabaseItem& item) {
     return deleteItems({&item});
 }
 
 namespace {
 
 // Fills in why the items cannot be deleted, if so. Their source must be current.
-bool forbidsDeleting(const std::vector<KorDSMDatabaseItem*>& items, DeleteOutcome& outcome) {
-    outcome.refusal = whyNotWritable(*items.front());
-    if (outcome.refusal.isEmpty())
-        outcome.refusal = whyIncomplete();
+bool forbidsDeleting(const std::vector<KorDSMDatabaseItem*>& items, DeleteResult& outcome) {
+    outcome.error = whyNotWritable(*items.front()).toStdString();
+    if (outcome.error.empty())
+        outcome.error = whyIncomplete().toStdString();
     for (const KorDSMDatabaseItem* item : items) {
-        if (!outcome.refusal.isEmpty())
+        if (!outcome.error.empty())
             break;
         outcome.users = usersThatForbidDeleting(*item);
         if (!outcome.users.empty())
-            outcome.refusal = inUseText();
+            outcome.error = inUseText().toStdString();
     }
-    return !outcome.refusal.isEmpty();
+    return !outcome.error.empty();
 }
 
 } // namespace
 
-DeleteOutcome deleteItems(const std::vector<KorDSMDatabaseItem*>& items) {
-    DeleteOutcome outcome;
+DeleteResult deleteItems(const std::vector<KorDSMDatabaseItem*>& items) {
+    DeleteResult outcome;
     const bool areDeletable = !items.empty() && std::ranges::all_of(items, [](const auto* item) {
         return canDelete(item->type()) && item->parent();
     });
@@ -250,13 +248,12 @@ DeleteOutcome deleteItems(const std::vector<KorDSMDatabaseItem*>& items) {
     const PendingGroup group(count == 1 ? label(kDeleting, items.front()->record()->name)
                                         : label(kDeletingMany, KorString::number(count)));
     for (KorDSMDatabaseItem* item : items) {
-        if (!deleteRows(*item))
+        if (!outcome.settle(deleteRows(*item)))
             return outcome;
         outcome.removed.push_back(item->parent()->releaseChild(*item));
         outcome.notice = noticeFor(*item, DsmListChanged::kReload);
         dropTwins(*item, outcome);
     }
-    outcome.done = true;
     return outcome;
 }
 

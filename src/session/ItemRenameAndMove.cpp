@@ -23,33 +23,31 @@ constexpr int kAlreadyThere = 239; // not movable: there already
 
 constexpr int kNameColumn = 1;
 
-bool writeName(eTableType table, std::int32_t key, const KorString& name) {
-    return KorDSMGuardedWrite::setAttributeValue(table, KorOdbcKey(key), kNameColumn, name) ==
-           KorDSMGuardedWrite::kWrite;
+WriteResult writeName(eTableType table, std::int32_t key, const KorString& name) {
+    return KorDSMGuardedWrite::setAttributeValue(table, KorOdbcKey(key), kNameColumn, name);
 }
 
-bool writeNames(const KorDSMDatabaseItem& item, const KorString& name) {
-    if (!writeName(item.tableType(), item.recordKey(), name))
-        return false;
+WriteResult writeNames(const KorDSMDatabaseItem& item, const KorString& name) {
+    WriteResult result = writeName(item.tableType(), item.recordKey(), name);
     StructDetailMaster master;
-    return !readMaster(item, master) || writeName(kTableDetailMaster, master.key, name);
+    return result.isStored() && readMaster(item, master) ? writeName(kTableDetailMaster, master.key, name)
+                                                         : result;
 }
 
 } // namespace
 
-Outcome renameItem(KorDSMDatabaseItem& item, const KorString& newName) {
-    Outcome outcome;
+CommandResult renameItem(KorDSMDatabaseItem& item, const KorString& newName) {
+    CommandResult outcome;
     if (!item.record())
         return outcome;
     const SourceRequest source(item);
     const KorString name = newName.trimmed();
-    outcome.refusal = whyNotNamed(item, name, item.recordKey());
-    if (!outcome.refusal.isEmpty())
+    outcome.error = whyNotNamed(item, name, item.recordKey()).toStdString();
+    if (!outcome.error.empty())
         return outcome;
     const KorString oldName = item.record()->name;
     PendingGroup group(label(kRenaming, oldName));
-    outcome.done = name == oldName || writeNames(item, name);
-    if (!outcome.done) {
+    if (!outcome.settle(name == oldName ? WriteResult{WriteResult::kUnchanged} : writeNames(item, name))) {
         group.takeBack();
         return outcome;
     }
@@ -96,18 +94,16 @@ KorString whyNotMovable(const KorDSMDatabaseItem& item, const KorDSMDatabaseItem
     return whyNotWritable(item);
 }
 
-Outcome moveToGroup(KorDSMDatabaseItem& item, KorDSMDatabaseItem& group) {
-    Outcome outcome;
-    outcome.refusal = whyNotMovable(item, group);
-    if (!outcome.refusal.isEmpty())
+CommandResult moveToGroup(KorDSMDatabaseItem& item, KorDSMDatabaseItem& group) {
+    CommandResult outcome;
+    outcome.error = whyNotMovable(item, group).toStdString();
+    if (!outcome.error.empty())
         return outcome;
     const SourceRequest source(item);
     const Filing filing = filingOf(item);
     PendingGroup pending(label(kMoving, item.record()->name));
-    const int answer = KorDSMGuardedWrite::setAttributeInt(filing.table, KorOdbcKey(filing.key),
-                                                           filing.column, group.recordKey());
-    outcome.done = answer == KorDSMGuardedWrite::kWrite;
-    if (!outcome.done)
+    if (!outcome.settle(KorDSMGuardedWrite::setField(filing.table, KorOdbcKey(filing.key), filing.column,
+                                                     std::int64_t{group.recordKey()})))
         return outcome;
     KorDSMTwins::recordWritten(item);
     group.addChild(item.parent()->releaseChild(item));

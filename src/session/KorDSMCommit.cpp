@@ -9,14 +9,14 @@
 
 namespace {
 
-KorDSMCommit::Outcome walk(int (*setStatus)(eTableType, KorOdbcMan::eCopyDepth)) {
+KorDSMCommit::Report walk(int (*setStatus)(eTableType, KorOdbcMan::eCopyDepth)) {
     const KorDSMBusy busy;
     {
         const StyleDatabases::CommitWalk oneTransaction(StyleDatabases::current());
         for (int table = 0; table < kNumberOfTableTypes; ++table)
             setStatus(static_cast<eTableType>(table), KorOdbcMan::kThisRow);
     }
-    KorDSMCommit::Outcome outcome;
+    KorDSMCommit::Report outcome;
     bool keptSome = false;
     for (const SourceCommit& commit : StyleDatabases::current().commitReport()) {
         keptSome = keptSome || commit.kept;
@@ -43,7 +43,7 @@ void keepMine(const std::vector<OutsideChange>& changes) {
         for (const OutsideConflict& conflict : change.conflicts)
             left.emplace_back(change.source, &conflict);
     const auto isKept = [](const auto& each) {
-        return StyleDatabases::current().keepMine(each.first, *each.second) == WriteResult::kWritten;
+        return StyleDatabases::current().keepMine(each.first, *each.second).isStored();
     };
     while (std::erase_if(left, isKept) > 0)
         ;
@@ -51,8 +51,8 @@ void keepMine(const std::vector<OutsideChange>& changes) {
 
 } // namespace
 
-KorDSMCommit::Outcome KorDSMCommit::keepAndClose(bool applyEnabled) {
-    Outcome outcome = walk(&KorOdbcMan::setStatusOnOK);
+KorDSMCommit::Report KorDSMCommit::keepAndClose(bool applyEnabled) {
+    Report outcome = walk(&KorOdbcMan::setStatusOnOK);
     if (!outcome.ok())
         return outcome;
     KorDSMDataStructure& structure = KorDSMDialogFactory::getDSMDataStructure();
@@ -66,8 +66,8 @@ KorDSMCommit::Outcome KorDSMCommit::keepAndClose(bool applyEnabled) {
     return outcome;
 }
 
-KorDSMCommit::Outcome KorDSMCommit::keepAndGoOn() {
-    Outcome outcome = walk(&KorOdbcMan::setStatusOnUpdate);
+KorDSMCommit::Report KorDSMCommit::keepAndGoOn() {
+    Report outcome = walk(&KorOdbcMan::setStatusOnUpdate);
     if (!outcome.ok())
         return outcome;
     KorDSMDialogFactory::getDSMDataStructure().setUpdateStatus(KorDSMDataStructure::kUpToDate);

@@ -10,7 +10,7 @@
 class KorDSMCommit {
 public:
     /// What could not be kept; empty when all is stored.
-    struct Outcome {
+    struct Report {
         std::vector<SourceCommit> failed;
 
         bool ok() const { return failed.empty(); }
@@ -18,9 +18,9 @@ public:
 
     /// Keeps the changes for good. `applyEnabled` says whether changes were pending at all. On failure
     /// nothing but the stored part is ended: the rest stays pending and the editor should stay open.
-    static Outcome keepAndClose(bool applyEnabled);
+    static Report keepAndClose(bool applyEnabled);
     /// Keeps the changes and goes on.
-    static Outcome keepAndGoOn();
+    static Report keepAndGoOn();
     /// Takes the changes back that were not kept.
     static void discard();
     /// Whether another program seems to have changed a database since it was read.

@@ -29,16 +29,12 @@ bool KorDSMCompaction::isFor(const KorDSMDatabaseItem& item) {
     return isSource && StyleDatabases::current().isEditable(KorDSMItemSource::sourceOf(&item));
 }
 
-KorDSMCompaction::Plan KorDSMCompaction::plan(SourceId id) {
-    Plan plan;
+Result<KorDSMCompaction::Plan> KorDSMCompaction::plan(SourceId id) {
     StyleSource& source = *StyleDatabases::current().source(id);
-    if (const StoreResult whole = source.complete(); !whole) {
-        plan.refusal = KorString(whole.error);
-        return plan;
-    }
-    plan.parts = orphanedParts(source).size();
-    plan.sentence = sentenceOf(plan.parts, std::filesystem::path(source.store().name()).filename().string());
-    return plan;
+    if (Result<> whole = source.complete(); !whole)
+        return whole;
+    const std::size_t parts = orphanedParts(source).size();
+    return Plan{parts, sentenceOf(parts, std::filesystem::path(source.store().name()).filename().string())};
 }
 
 bool KorDSMCompaction::run(SourceId source) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Result.h"
 #include "model/items/KorDSMDatabaseItem.h"
 #include "records/KorDSNDefinitions.h"
 
@@ -12,12 +13,11 @@ bool isFor(const KorDSMDatabaseItem& item);
 
 /// What would be done.
 struct Plan {
-    KorString refusal; ///< why nothing can be done, for the user; else empty
     std::size_t parts = 0;
     KorString sentence; ///< asks whether these parts are to go; without parts it says that there are none
 };
-/// Reads all of the source, which is open.
-Plan plan(SourceId source);
+/// Reads all of the source, which is open. Fails where not all can be read.
+Result<Plan> plan(SourceId source);
 
 /// Deletes them as one step of undo. Returns whether any went.
 bool run(SourceId source);

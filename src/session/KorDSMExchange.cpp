@@ -20,6 +20,16 @@ KorString counted(const std::vector<KorString>& names, int one, int many) {
                                    {KorString::number(static_cast<std::int64_t>(names.size()))});
 }
 
+// Of the last operation of the layer.
+WriteResult resultOf(int code) {
+    if (code == KorODBCDetailStyleExports::kDone)
+        return {};
+    KorString error;
+    KorODBCDetailStyleExports::GetErrorMessage(error, code);
+    return {code == KorODBCDetailStyleExports::kCancelled ? WriteResult::kDeclined : WriteResult::kFailed,
+            error.toStdString()};
+}
+
 } // namespace
 
 KorString KorDSMExchange::fileExtension() {
@@ -34,20 +44,18 @@ void KorDSMExchange::cancel() {
     KorDetailTableDependencies::m_bDeepCopyCanceledByUser = true;
 }
 
-KorDSMExchange::ExportOutcome KorDSMExchange::exportStyle(const KorDSMDatabaseItem& style,
-                                                          const KorString& file, bool mayReplace) {
+KorDSMExchange::ExportResult KorDSMExchange::exportStyle(const KorDSMDatabaseItem& style,
+                                                         const KorString& file, bool mayReplace) {
     return exportRow({KorOdbcMan::getCurrentDSN(), KorOdbcMan::getCurrentAddIn()},
                      {kTableDetailStyle, style.recordKey()}, file, mayReplace);
 }
 
-KorDSMExchange::ExportOutcome KorDSMExchange::exportRow(SourceId source, RowRef row, const KorString& file,
-                                                        bool mayReplace) {
-    ExportOutcome outcome;
-    const int result = KorODBCDetailStyleExports::exportDetail(
+KorDSMExchange::ExportResult KorDSMExchange::exportRow(SourceId source, RowRef row, const KorString& file,
+                                                       bool mayReplace) {
+    ExportResult outcome;
+    const int code = KorODBCDetailStyleExports::exportDetail(
         row.table, KorOdbcKey(row.key), source.dsn, source.index, file, &outcome.leftOut, mayReplace);
-    outcome.done = result == KorODBCDetailStyleExports::kDone;
-    if (!outcome.done)
-        KorODBCDetailStyleExports::GetErrorMessage(outcome.error, result);
+    static_cast<WriteResult&>(outcome) = resultOf(code);
     return outcome;
 }
 
@@ -58,11 +66,11 @@ std::optional<SourceId> KorDSMExchange::importTarget() {
     return to;
 }
 
-KorDSMExchange::ImportOutcome KorDSMExchange::importFile(const KorString& file, SourceId to) {
-    ImportOutcome outcome;
+KorDSMExchange::ImportResult KorDSMExchange::importFile(const KorString& file, SourceId to) {
+    ImportResult outcome;
     KorODBCDetailStyleExports::EnableAdvancedDeepCopyMode(1);
-    outcome.done =
-        KorODBCDetailStyleExports::importFile(file, outcome.report, to) == KorODBCDetailStyleExports::kDone;
+    static_cast<WriteResult&>(outcome) =
+        resultOf(KorODBCDetailStyleExports::importFile(file, outcome.report, to));
     KorODBCDetailStyleExports::EnableAdvancedDeepCopyMode(0);
     return outcome;
 }

@@ -4,12 +4,14 @@
 #include "model/items/KorDSMDatabaseItem.h"
 #include "records/KorDSNDefinitions.h"
 #include "records/RowRef.h"
+#include "records/WriteResult.h"
 
 #include <optional>
 #include <string>
 #include <vector>
 
-/// Detail styles out of the current source into a file, and from files into a source.
+/// Detail styles out of the current source into a file, and from files into a source. One that the user
+/// cancelled is declined.
 namespace KorDSMExchange {
 
 /// Extension of the files, without the dot.
@@ -20,27 +22,24 @@ ExchangeCallbacks tell(ExchangeCallbacks callbacks);
 /// Ends the exchange that is under way; what it did so far is taken back.
 void cancel();
 
-struct ExportOutcome {
-    bool done = false;
-    KorString error;                  ///< why not, for the user; empty when done or cancelled
-    std::vector<std::string> leftOut; ///< references to rows that do not exist, one sentence each
+struct ExportResult : WriteResult {
+    std::vector<std::string> leftOut = {}; ///< references to rows that do not exist, one sentence each
 };
 /// Writes a style of the current source with all that it depends on into a new file. An existing one is
 /// replaced, or refused where `mayReplace` is false.
-ExportOutcome exportStyle(const KorDSMDatabaseItem& style, const KorString& file, bool mayReplace);
+ExportResult exportStyle(const KorDSMDatabaseItem& style, const KorString& file, bool mayReplace);
 /// The same for a row of any table and source.
-ExportOutcome exportRow(SourceId source, RowRef row, const KorString& file, bool mayReplace);
+ExportResult exportRow(SourceId source, RowRef row, const KorString& file, bool mayReplace);
 
 /// The source that an import goes into: the current one where it may be edited, else the User database;
 /// none where that may not be edited either.
 std::optional<SourceId> importTarget();
-struct ImportOutcome {
-    bool done = false; ///< otherwise `report.error` says why, or is empty when the user cancelled
-    ImportReport report;
+struct ImportResult : WriteResult {
+    ImportReport report = {};
 };
 /// Imports all styles of a file as pending changes. The callbacks hear of each row that could not keep its
 /// name.
-ImportOutcome importFile(const KorString& file, SourceId to);
+ImportResult importFile(const KorString& file, SourceId to);
 /// How many styles came in, and how many were there already, in words.
 KorString summaryOf(const ImportReport& report);
 

@@ -4,9 +4,11 @@
 #include "base/KorAssert.h"
 #include "data/RowUsers.h"
 #include "data/StyleDatabases.h"
+#include "data/WriteRefusal.h"
 #include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMMessages.h"
 #include "operations/KorOdbcGUI.h"
+#include "operations/KorOdbcMan.h"
 #include "services/KorHostReport.h"
 
 #include <algorithm>
@@ -36,21 +38,30 @@ void KorDSMGuardedWrite::removeAskFunction(const void* owner) {
 
 namespace {
 
-// Whether it can be said how many records use a row, or the user is to say it, because the write mends what
-// is in the way of that; if not, the host is told why.
-bool canJudge(eTableType table, const KorOdbcKey& key, int field) {
+// The answer for a row that several others use.
+int ask(RowRef shared) {
+    return askers().empty() ? KorDSMGuardedWrite::kDecline
+                            : KorDSMGuardedWrite::AskFunction(askers().back().second)(shared.table,
+                                                                                      KorOdbcKey(shared.key));
+}
+
+// The reading that says how many records use a row; success also where nobody is asked, and where the user is
+// to say it, because the write mends what is in the way of that.
+Result<> judgedBy(eTableType table, const KorOdbcKey& key, int field) {
     StyleSource* source = StyleDatabases::current().here();
     if (!source || !KorDSMDialogFactory::getDSMDataStructure().getShowWarning())
-        return true;
+        return {};
     const Column* column = findTable(table)->column(field);
-    if (column && source->isUnreadable(key, *column))
-        return true;
-    const StoreResult whole = source->complete();
-    if (!whole) {
-        KorHostReport::add(whole.error);
-        KorDSMMainWindow::postMessage(DsmReportWaits());
-    }
-    return whole.ok();
+    return column && source->isUnreadable(key, *column) ? Result<>() : source->complete();
+}
+
+void tell(const WriteResult& result) {
+    KorHostReport::add(result.error);
+    KorDSMMainWindow::postMessage(DsmReportWaits());
+}
+
+WriteResult refusal(int answer) {
+    return {answer == KorDSMGuardedWrite::kCopy ? WriteResult::kMakeCopy : WriteResult::kDeclined};
 }
 
 // Rows that others use, or that are part of one.
@@ -63,76 +74,100 @@ bool canChangeOthers(eTableType table) {
 
 } // namespace
 
+bool KorDSMGuardedWrite::announce(const WriteResult& result) {
+    if (result.isStored())
+        KorDSMMainWindow::sendMessage(DsmDataChanged());
+    else
+        tell(result);
+    return result.isStored();
+}
+
 bool KorDSMGuardedWrite::needsConfirmation(eTableType table, const KorOdbcKey& key) {
     return KorDSMDialogFactory::getDSMDataStructure().getShowWarning() && KorOdbcGUI::canBeShared(table) &&
            KorOdbcGUI::isShared(table, key);
 }
 
-int KorDSMGuardedWrite::ask(RowRef shared) {
-    return askers().empty() ? kDecline
-                            : AskFunction(askers().back().second)(shared.table, KorOdbcKey(shared.key));
-}
-
-int KorDSMGuardedWrite::write(bool canJudge, const FindShared& findShared,
-                              const std::function<int()>& writeNow) {
-    if (!canJudge)
-        return 0;
+KorDSMGuardedWrite::Answered KorDSMGuardedWrite::write(const Result<>& judgedBy, const FindShared& findShared,
+                                                       const Write& writeNow) {
+    if (!judgedBy) {
+        const WriteResult unknown = WriteRefusal::incomplete(judgedBy);
+        tell(unknown);
+        return {unknown};
+    }
     const std::optional<RowRef> shared = findShared();
     if (const int answer = shared ? ask(*shared) : kWrite; answer != kWrite)
-        return answer;
-    const int odbcResult = writeNow();
-    if (!KorAssert::check(odbcResult > 0, "odbcResult > 0") || odbcResult != WriteResult::kWritten)
-        return 0;
-    KorDSMMainWindow::sendMessage(DsmDataChanged());
-    return kWrite;
+        return {refusal(answer), answer};
+    const WriteResult result = writeNow();
+    const int odbcResult = result.code();
+    KorAssert::check(odbcResult > 0, "odbcResult > 0");
+    announce(result);
+    return {result};
 }
 
-int KorDSMGuardedWrite::writeRow(eTableType table, const KorOdbcKey& key, int field,
-                                 const std::function<int()>& writeNow) {
+KorDSMGuardedWrite::Answered KorDSMGuardedWrite::writeRow(eTableType table, const KorOdbcKey& key, int field,
+                                                          const Write& writeNow) {
     const auto shared = [&] {
         return needsConfirmation(table, key) ? std::optional(RowRef{table, key}) : std::nullopt;
     };
-    return write(!KorOdbcGUI::canBeShared(table) || canJudge(table, key, field), shared, writeNow);
+    return write(KorOdbcGUI::canBeShared(table) ? judgedBy(table, key, field) : Result<>(), shared, writeNow);
+}
+
+KorDSMGuardedWrite::Answered KorDSMGuardedWrite::writeRow(eTableType table, const KorOdbcKey& key, int field,
+                                                          const CellValue& value) {
+    return writeRow(table, key, field,
+                    [&] { return StyleDatabases::current().setCell(table, key, field, value); });
 }
 
 int KorDSMGuardedWrite::setAttributeString(eTableType table, const KorOdbcKey& key, int field,
-                                           const KorString& text, int flags) {
-    return writeRow(table, key, field,
-                    [&] { return KorOdbcMan::setAttribute(table, key, field, text, flags); });
+                                           const KorString& text, int) {
+    return writeRow(table, key, field, text).code();
 }
 
 int KorDSMGuardedWrite::setAttributeInt(eTableType table, const KorOdbcKey& key, int field, long value) {
-    return writeRow(table, key, field,
-                    [&] { return KorOdbcMan::setAttribute(table, key, field, value, KorOdbcMan::kThisRow); });
+    return writeRow(table, key, field, std::int64_t{value}).code();
 }
 
 int KorDSMGuardedWrite::setAttributeDouble(eTableType table, const KorOdbcKey& key, int field, double value) {
-    return writeRow(table, key, field,
-                    [&] { return KorOdbcMan::setAttribute(table, key, field, value, KorOdbcMan::kThisRow); });
+    return writeRow(table, key, field, value).code();
 }
 
-int KorDSMGuardedWrite::setAttributeValue(eTableType table, const KorOdbcKey& key, int field,
-                                          const CellValue& value) {
+int KorDSMGuardedWrite::storeCurrentRecord(eTableType table) {
+    const StructRecord& record = KorOdbcMan::currentRecord(table);
+    return writeRow(table, KorOdbcKey(record.key), 0,
+                    [&] { return StyleDatabases::current().store(table, record); })
+        .code();
+}
+
+WriteResult KorDSMGuardedWrite::setField(eTableType table, const KorOdbcKey& key, int field,
+                                         const CellValue& value) {
+    return writeRow(table, key, field, value).result;
+}
+
+WriteResult KorDSMGuardedWrite::setAttributeValue(eTableType table, const KorOdbcKey& key, int field,
+                                                  const CellValue& value) {
     StyleDatabases& databases = StyleDatabases::current();
     const auto shared = [&] {
         return KorDSMDialogFactory::getDSMDataStructure().getShowWarning()
                    ? sharedWhole(databases, {table, key})
                    : std::nullopt;
     };
-    return write(!canChangeOthers(table) || canJudge(table, key, field), shared,
-                 [&] { return databases.setCell(table, key, field, value); });
+    return write(canChangeOthers(table) ? judgedBy(table, key, field) : Result<>(), shared,
+                 [&] { return databases.setCell(table, key, field, value); })
+        .result;
 }
 
-int KorDSMGuardedWrite::changeParts(RowRef whole, const std::function<int()>& writeNow) {
+WriteResult KorDSMGuardedWrite::appendCurrentRecord(eTableType table) {
+    const WriteResult result = StyleDatabases::current().append(table, KorOdbcMan::currentRecord(table));
+    KorAssert::check(result.code() > 0, "result > 0");
+    announce(result);
+    return result;
+}
+
+WriteResult KorDSMGuardedWrite::changeParts(RowRef whole, const Write& writeNow) {
     const auto shared = [&] {
         return KorDSMDialogFactory::getDSMDataStructure().getShowWarning()
                    ? sharedWhole(StyleDatabases::current(), whole)
                    : std::nullopt;
     };
-    return write(canJudge(whole.table, KorOdbcKey(whole.key), 0), shared, writeNow);
-}
-
-int KorDSMGuardedWrite::storeCurrentRecord(eTableType table) {
-    return writeRow(table, KorOdbcMan::getRecordKey(table), 0,
-                    [table] { return KorOdbcMan::storeCurrentRecord(table, KorOdbcMan::kThisRow); });
+    return write(judgedBy(whole.table, KorOdbcKey(whole.key), 0), shared, writeNow).result;
 }

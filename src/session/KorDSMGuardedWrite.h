@@ -1,7 +1,10 @@
 #pragma once
 
-#include "operations/KorOdbcMan.h"
+#include "base/Result.h"
+#include "records/KorOdbcKey.h"
 #include "records/RowRef.h"
+#include "records/TableSchema.h"
+#include "records/WriteResult.h"
 
 #include <functional>
 #include <optional>
@@ -24,21 +27,32 @@ public:
 
     /// Write one field of the current source, after the question where the row itself is shared. Return 1
     /// when it was written, the answer when it was declined, 0 when the write failed (after the check
-    /// "odbcResult > 0" where the layer reports below 1) or nobody can say whether the row is shared, because
-    /// the source is not complete; the host report then says why. A write that replaces a cell that could not
-    /// be read is asked about as if the row were shared.
+    /// "odbcResult > 0") or nobody can say whether the row is shared, because the source is not complete. The
+    /// host report then says why. A write that replaces a cell that could not be read is asked about as if
+    /// the row were shared.
     static int setAttributeString(eTableType table, const KorOdbcKey& key, int field, const KorString& text,
                                   int flags);
     static int setAttributeInt(eTableType table, const KorOdbcKey& key, int field, long value);
     static int setAttributeDouble(eTableType table, const KorOdbcKey& key, int field, double value);
-    /// The same for a value of the column's own type, as pages and the command line write it. A part changes
-    /// the users of its whole, so the question is asked for the whole; and it is asked for appearances too.
-    static int setAttributeValue(eTableType table, const KorOdbcKey& key, int field, const CellValue& value);
-    /// Changes the parts of a row by `writeNow`, which returns a write result, after the question where the
-    /// row is shared.
-    static int changeParts(RowRef whole, const std::function<int()>& writeNow);
-    /// Stores the layer's current record of the table.
+    /// Stores the layer's current record of the table in the same way.
     static int storeCurrentRecord(eTableType table);
+
+    /// The same for a value of the column's own type, with all that can come of it.
+    static WriteResult setField(eTableType table, const KorOdbcKey& key, int field, const CellValue& value);
+    /// As pages and commands write. A part changes the users of its whole, so the question is asked for the
+    /// whole; and it is asked for appearances too.
+    static WriteResult setAttributeValue(eTableType table, const KorOdbcKey& key, int field,
+                                         const CellValue& value);
+    /// Changes the parts of a row by `writeNow`, after the question where the row is shared.
+    using Write = std::function<WriteResult()>;
+    static WriteResult changeParts(RowRef whole, const Write& writeNow);
+    /// Appends the layer's current record of the table as a new row of the current source and gives it its
+    /// new key (see `StyleDatabases::append`). Nobody is asked: nothing uses a new row.
+    static WriteResult appendCurrentRecord(eTableType table);
+
+    /// Announces a write that was made without a question, or tells the user why it failed. Returns whether
+    /// it is stored.
+    static bool announce(const WriteResult& result);
 
     /// Whether one of the four functions would ask about a write to this row.
     static bool needsConfirmation(eTableType table, const KorOdbcKey& key);
@@ -46,11 +60,16 @@ public:
 private:
     /// The record about which to ask, or nothing.
     using FindShared = std::function<std::optional<RowRef>()>;
+    /// What came of a write, and the answer as it was given; `kWrite` where nobody was asked.
+    struct Answered {
+        WriteResult result = {};
+        int answer = kWrite;
 
-    /// The answer for a row that several others use.
-    static int ask(RowRef shared);
-    static int write(bool canJudge, const FindShared& findShared, const std::function<int()>& writeNow);
+        int code() const { return result.isFailed() ? 0 : answer; }
+    };
+
+    static Answered write(const Result<>& judgedBy, const FindShared& findShared, const Write& writeNow);
     /// Asks where the row itself is shared.
-    static int writeRow(eTableType table, const KorOdbcKey& key, int field,
-                        const std::function<int()>& writeNow);
+    static Answered writeRow(eTableType table, const KorOdbcKey& key, int field, const Write& writeNow);
+    static Answered writeRow(eTableType table, const KorOdbcKey& key, int field, const CellValue& value);
 };

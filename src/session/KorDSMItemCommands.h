@@ -2,6 +2,7 @@
 
 #include "model/KorDSMMessages.h"
 #include "model/items/KorDSMDatabaseItem.h"
+#include "records/WriteResult.h"
 #include "session/KorDSMWhereUsed.h"
 
 #include <memory>
@@ -27,20 +28,25 @@ struct ListNotice {
     }
 };
 
-/// What a command came to.
-struct Outcome {
-    bool done = false;
-    /// Why nothing was done, for the user. Empty when it was done, when the user declined, and after failed
-    /// writes that were reported as an internal error.
-    KorString refusal;
-    ListNotice notice;
+/// What a command came to. A failure without a sentence is one that the user was told already, or a command
+/// that the item does not have.
+struct CommandResult : WriteResult {
+    CommandResult() : WriteResult{kFailed} {}
+
+    /// Takes over what came of the command's writes. Returns whether they are stored.
+    bool settle(WriteResult writes) {
+        static_cast<WriteResult&>(*this) = std::move(writes);
+        return isStored();
+    }
+
+    ListNotice notice = {};
 };
 
 /// Whether items of this type are copied and deleted.
 bool canCopy(KorDSMDefines::eItemType type);
 bool canDelete(KorDSMDefines::eItemType type);
 
-struct CopyOutcome : Outcome {
+struct CopyResult : CommandResult {
     /// The new items, in the structure already and owned there: the copy beside the original first; when the
     /// original is shown as a part of another record, also the one in its group. Each needs a tree entry;
     /// the first one's is to be selected.
@@ -48,7 +54,7 @@ struct CopyOutcome : Outcome {
 };
 /// Stores a copy of the item's record under `newName` as a new row of the same source. A detail style gets a
 /// master with the first free number from its original's on. When it fails nothing is changed.
-CopyOutcome copyItem(KorDSMDatabaseItem& item, const KorString& newName);
+CopyResult copyItem(KorDSMDatabaseItem& item, const KorString& newName);
 
 /// The refusal to delete what is in use.
 KorString inUseText();
@@ -56,7 +62,7 @@ KorString inUseText();
 /// sources are named too, but only users in the item's own source forbid it.
 std::vector<KorDSMUsage> usersThatForbidDeleting(const KorDSMDatabaseItem& item);
 
-struct DeleteOutcome : Outcome {
+struct DeleteResult : CommandResult {
     /// The items that are gone from the structure: the deleted one first. Their entries are still there:
     /// remove them while these live.
     std::vector<std::unique_ptr<KorDSMDatabaseItem>> removed;
@@ -66,10 +72,10 @@ struct DeleteOutcome : Outcome {
 /// Deletes the item's row with its parts, for a detail style also its master, for a category also the places
 /// of views in it. A record that is in use is not deleted. Where the master cannot be read, the style's row
 /// is deleted, but the command counts as not done and the item stays.
-DeleteOutcome deleteItem(KorDSMDatabaseItem& item);
+DeleteResult deleteItem(KorDSMDatabaseItem& item);
 /// The same for several items of one source that lie in no branch of one another, as one step of undo. One
 /// that is in use keeps all.
-DeleteOutcome deleteItems(const std::vector<KorDSMDatabaseItem*>& items);
+DeleteResult deleteItems(const std::vector<KorDSMDatabaseItem*>& items);
 /// How many views are listed in a category and leave it when it is deleted; 0 for other items.
 int viewsListedIn(const KorDSMDatabaseItem& category);
 
@@ -81,8 +87,8 @@ KorString whyNotWritable(const KorDSMDatabaseItem& item);
 KorString readOnlyNote(const KorDSMDatabaseItem& item);
 /// Gives the item's record another name; for a detail style also its master. All items that show the record
 /// take the name. Refused for an empty name, for one that is taken (upper and lower case differ), and where
-/// the source is read-only. The name that it has already is no change, and done.
-Outcome renameItem(KorDSMDatabaseItem& item, const KorString& newName);
+/// the source is read-only. The name that it has already is no change.
+CommandResult renameItem(KorDSMDatabaseItem& item, const KorString& newName);
 
 /// Why the item cannot be moved to the group; empty when it can.
 KorString whyNotMovable(const KorDSMDatabaseItem& item, const KorDSMDatabaseItem& group);
@@ -91,6 +97,6 @@ inline bool canMove(const KorDSMDatabaseItem& item, const KorDSMDatabaseItem& gr
 }
 /// Files the item's record under the group or category, and puts the item there as the last child. Its entry
 /// is still in the old place: delete it and add one below the new parent.
-Outcome moveToGroup(KorDSMDatabaseItem& item, KorDSMDatabaseItem& group);
+CommandResult moveToGroup(KorDSMDatabaseItem& item, KorDSMDatabaseItem& group);
 
 } // namespace KorDSMItemCommands

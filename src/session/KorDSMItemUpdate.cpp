@@ -68,7 +68,7 @@ RowRef groupOf(const KorDSMFamily& family, RowRef row) {
 
 } // namespace
 
-KorDSMItemUpdate::Outcome KorDSMItemUpdate::follow(KorDSMDataStructure& structure,
+KorDSMItemUpdate::Changes KorDSMItemUpdate::follow(KorDSMDataStructure& structure,
                                                    const std::vector<KorDSMRowChange>& changes) {
     KorDSMItemUpdate update(structure);
     update.m_outcome.reload = changes.size() > kMostRows;

@@ -12,7 +12,7 @@ class KorDSMItemUpdate {
 public:
     /// What is then to be done in the window. Entries of children that were dropped are gone already, by the
     /// messages of their items.
-    struct Outcome {
+    struct Changes {
         /// No longer in the structure; their entries are still there. Remove those while these live.
         std::vector<std::unique_ptr<KorDSMDatabaseItem>> removed;
         std::vector<KorDSMDatabaseItem*> added;   ///< in the structure, without entries
@@ -23,7 +23,7 @@ public:
         bool reload = false;
     };
 
-    static Outcome follow(KorDSMDataStructure& structure, const std::vector<KorDSMRowChange>& changes);
+    static Changes follow(KorDSMDataStructure& structure, const std::vector<KorDSMRowChange>& changes);
 
 private:
     explicit KorDSMItemUpdate(KorDSMDataStructure& structure) : m_structure(structure) {}
@@ -42,5 +42,5 @@ private:
     std::vector<KorDSMDatabaseItem*> itemsOf(SourceId source, RowRef row);
 
     KorDSMDataStructure& m_structure;
-    Outcome m_outcome;
+    Changes m_outcome;
 };

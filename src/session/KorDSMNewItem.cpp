@@ -12,19 +12,17 @@ using namespace KorDSMDefines;
 
 namespace {
 
-// A row of the family with the defaults, filed under the group; null where it was not written.
-std::unique_ptr<KorDSMDatabaseItem> append(const KorDSMFamily& family, const KorString& name,
-                                           std::int32_t groupKey) {
-    const std::shared_ptr<StructRecord> record = CurrentRows::all(family.table)->copyOf(nullptr);
+// A record of the family with the defaults, filed under the group.
+std::shared_ptr<StructRecord> recordOf(const KorDSMFamily& family, const KorString& name,
+                                       std::int32_t groupKey) {
+    std::shared_ptr<StructRecord> record = CurrentRows::all(family.table)->copyOf(nullptr);
     record->name = name;
     if (const Column* filing = KorDSMFamilies::filingColumn(family.table))
         filing->integerIn(record.get()) = groupKey;
-    if (StyleDatabases::current().append(family.table, *record) != WriteResult::kWritten)
-        return nullptr;
-    return KorDSMFamilies::makeItem(family, *record);
+    return record;
 }
 
-bool appendMaster(const KorDSMDatabaseItem& style, const StructDetBaseCategory& category) {
+WriteResult appendMaster(const KorDSMDatabaseItem& style, const StructDetBaseCategory& category) {
     StructDetailMaster master;
     master.name = style.record()->name;
     master.styleKey = style.recordKey();
@@ -32,16 +30,7 @@ bool appendMaster(const KorDSMDatabaseItem& style, const StructDetBaseCategory& 
     master.detailKey = category.number;
     master.number = 1;
     master.number = freeMasterNumber(*StyleDatabases::current().here(), master);
-    return StyleDatabases::current().append(kTableDetailMaster, master) == WriteResult::kWritten;
-}
-
-std::unique_ptr<KorDSMDatabaseItem> make(const KorDSMFamily& family, const KorString& name,
-                                         const KorDSMDatabaseItem& group) {
-    auto item = append(family, name, group.recordKey());
-    if (!item || !ItemCommandParts::needsMaster(*item) ||
-        appendMaster(*item, static_cast<const StructDetBaseCategory&>(*group.record())))
-        return item;
-    return nullptr;
+    return StyleDatabases::current().append(kTableDetailMaster, master);
 }
 
 } // namespace
@@ -70,21 +59,20 @@ KorDSMDatabaseItem* KorDSMNewItem::findGroup(KorDSMDataStructure& structure, eIt
     return KorDSMWhereUsed::findItem(structure, source, {groups.table, key});
 }
 
-KorDSMDatabaseItem* KorDSMNewItem::create(eItemType type, const KorString& name, KorDSMDatabaseItem& group) {
+Result<KorDSMDatabaseItem*> KorDSMNewItem::create(eItemType type, const KorString& name,
+                                                  KorDSMDatabaseItem& group) {
+    const KorDSMFamily& family = *KorDSMFamilies::of(type);
     PendingGroup step(name);
-    std::unique_ptr<KorDSMDatabaseItem> made = make(*KorDSMFamilies::of(type), name, group);
-    if (!made) {
+    const std::shared_ptr<StructRecord> record = recordOf(family, name, group.recordKey());
+    WriteResult written = StyleDatabases::current().append(family.table, *record);
+    std::unique_ptr<KorDSMDatabaseItem> made = KorDSMFamilies::makeItem(family, *record);
+    if (written.isStored() && ItemCommandParts::needsMaster(*made))
+        written = appendMaster(*made, static_cast<const StructDetBaseCategory&>(*group.record()));
+    if (written.isFailed()) {
         step.takeBack();
-        return nullptr;
+        return Result<>::failure(written.error);
     }
     KorDSMDatabaseItem& item = group.addChild(std::move(made));
     KorDSMMainWindow::sendMessage(DsmDataChanged());
     return &item;
-}
-
-KorString KorDSMNewItem::whyNotMade(eItemType type) {
-    const KorDSMFamily& family = *KorDSMFamilies::of(type);
-    const KorString reason = ItemCommandParts::whyFull(family.table);
-    const bool needsAnother = reason.isEmpty() && family.filedBy != kNoTable;
-    return needsAnother ? ItemCommandParts::whyFull(family.filedBy) : reason;
 }

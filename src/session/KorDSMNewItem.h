@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Result.h"
 #include "model/KorDSMDataStructure.h"
 
 /// Creates records from nothing: a detail style, annotation strategy, dimension request or qualifier set with
@@ -20,10 +21,8 @@ KorDSMDatabaseItem* findGroup(KorDSMDataStructure& structure, KorDSMDefines::eIt
 
 /// Appends the record, filed under the category or group with this key, as one step of undo in the current
 /// source; a detail style gets a master with a free pair of numbers. Returns the new item, already below
-/// `group`, or null when nothing was written.
-KorDSMDatabaseItem* create(KorDSMDefines::eItemType type, const KorString& name, KorDSMDatabaseItem& group);
-/// Why `create` made nothing of the kind in the current source, in one sentence; empty where nothing is
-/// known.
-KorString whyNotMade(KorDSMDefines::eItemType type);
+/// `group`, which owns it; after a failure nothing was written.
+Result<KorDSMDatabaseItem*> create(KorDSMDefines::eItemType type, const KorString& name,
+                                   KorDSMDatabaseItem& group);
 
 } // namespace KorDSMNewItem

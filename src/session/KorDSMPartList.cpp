@@ -80,16 +80,17 @@ template <typename Write>
 KorDSMPartList::Outcome KorDSMPartList::change(const KorString& caption, Write write) {
     Outcome outcome;
     const KorDSNRequest request(m_source.dsn, m_source.index);
-    outcome.refusal = KorDSMItemCommands::whyNotWritable(m_source);
-    if (!outcome.refusal.isEmpty())
+    outcome.error = KorDSMItemCommands::whyNotWritable(m_source).toStdString();
+    if (!outcome.error.empty()) {
+        outcome.kind = WriteResult::kReadOnlySource;
         return outcome;
-    PendingGroup group(caption);
-    const auto writeAll = [&] { return write(outcome) ? WriteResult::kWritten : WriteResult::kFailed; };
-    if (KorDSMGuardedWrite::changeParts(m_whole, writeAll) != KorDSMGuardedWrite::kWrite) {
-        group.takeBack();
-        return {};
     }
-    outcome.done = true;
+    PendingGroup group(caption);
+    WriteResult result = KorDSMGuardedWrite::changeParts(m_whole, [&] { return write(outcome); });
+    if (!result.isStored()) {
+        group.takeBack();
+        return {std::move(result), {}, {}, true};
+    }
     outcome.changes = KorDSMUndo::changesSince(group.begin());
     return outcome;
 }
@@ -104,16 +105,15 @@ KorString KorDSMPartList::caption(int one, int many, std::size_t count) const {
 }
 
 // Only rows whose number changes are written.
-bool KorDSMPartList::number(const Keys& rows) {
-    if (!m_order)
-        return true;
+WriteResult KorDSMPartList::number(const Keys& rows) {
     std::int32_t order = 0;
-    return std::ranges::all_of(rows, [&](std::int32_t key) {
-        ++order;
-        return m_order->integerIn(row(key)) == order ||
-               StyleDatabases::current().setCell(m_table.type, KorOdbcKey(key), m_order->number,
-                                                 std::int64_t{order}) == WriteResult::kWritten;
-    });
+    for (const std::int32_t key : m_order ? rows : Keys()) {
+        WriteResult result = StyleDatabases::current().setCell(m_table.type, KorOdbcKey(key), m_order->number,
+                                                               std::int64_t{++order});
+        if (result.isFailed())
+            return result;
+    }
+    return {};
 }
 
 KorDSMPartList::Keys KorDSMPartList::without(const Keys& rows) const {
@@ -122,8 +122,8 @@ KorDSMPartList::Keys KorDSMPartList::without(const Keys& rows) const {
     return rest;
 }
 
-bool KorDSMPartList::append(StructRecord& record) {
-    return StyleDatabases::current().append(m_table.type, record) == WriteResult::kWritten;
+WriteResult KorDSMPartList::append(StructRecord& record) {
+    return StyleDatabases::current().append(m_table.type, record);
 }
 
 KorDSMPartList::Outcome KorDSMPartList::add(std::int32_t after) {
@@ -134,8 +134,8 @@ KorDSMPartList::Outcome KorDSMPartList::add(std::int32_t after) {
         const std::shared_ptr<StructRecord> record = table.rows().copyOf(nullptr);
         record->name = KorDSMValueText::tableCaption(m_table);
         m_owner->integerIn(record.get()) = m_whole.key;
-        if (!append(*record))
-            return false;
+        if (WriteResult result = append(*record); result.isFailed())
+            return result;
         outcome.selected = {record->key};
         order.insert(place == order.end() ? place : place + 1, record->key);
         return number(order);
@@ -147,8 +147,9 @@ KorDSMPartList::Outcome KorDSMPartList::remove(const Keys& rows) {
     const auto first = std::ranges::find_if(before, [&](std::int32_t key) { return contains(rows, key); });
     return change(caption(kRemoving, kRemovingMany, rows.size()), [&](Outcome& outcome) {
         for (const std::int32_t key : rows)
-            if (StyleDatabases::current().remove(m_table.type, KorOdbcKey(key)) != WriteResult::kWritten)
-                return false;
+            if (WriteResult result = StyleDatabases::current().remove(m_table.type, KorOdbcKey(key));
+                result.isFailed())
+                return result;
         const Keys rest = keys();
         const auto place = std::min<std::size_t>(static_cast<std::size_t>(first - before.begin()),
                                                  rest.empty() ? 0 : rest.size() - 1);
@@ -168,8 +169,8 @@ KorDSMPartList::Outcome KorDSMPartList::duplicate(const Keys& rows) {
                 continue;
             last = it + 1;
             const std::shared_ptr<StructRecord> copy = table.rows().copyOf(row(*it));
-            if (!append(*copy))
-                return false;
+            if (WriteResult result = append(*copy); result.isFailed())
+                return result;
             outcome.selected.push_back(copy->key);
         }
         order.insert(last, outcome.selected.begin(), outcome.selected.end());
@@ -189,7 +190,7 @@ KorDSMPartList::Outcome KorDSMPartList::moveTo(const Keys& rows, int place) {
     Keys order = without(rows);
     order.insert(order.begin() + above, moved.begin(), moved.end());
     if (!m_order || order == before)
-        return {.done = false, .refusal = {}, .selected = moved, .changes = {}};
+        return {{WriteResult::kUnchanged}, moved};
     return change(caption(kMoving, kMovingMany, moved.size()), [&](Outcome& outcome) {
         outcome.selected = moved;
         return number(order);
@@ -208,10 +209,11 @@ KorDSMPartList::Outcome KorDSMPartList::moveBy(const Keys& rows, int step) {
 KorDSMPartList::Outcome KorDSMPartList::set(const Keys& rows, const Column& column, const CellValue& value) {
     return change(caption(kChanging, kChangingMany, rows.size()), [&](Outcome& outcome) {
         outcome.selected = rows;
-        return std::ranges::all_of(rows, [&](std::int32_t key) {
-            return column.read(row(key)) == value ||
-                   StyleDatabases::current().setCell(m_table.type, KorOdbcKey(key), column.number, value) ==
-                       WriteResult::kWritten;
-        });
+        for (const std::int32_t key : rows)
+            if (WriteResult result =
+                    StyleDatabases::current().setCell(m_table.type, KorOdbcKey(key), column.number, value);
+                result.isFailed())
+                return result;
+        return WriteResult();
     });
 }

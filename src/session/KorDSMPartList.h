@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/KorDSMRowChange.h"
+#include "records/WriteResult.h"
 
 #include <vector>
 
@@ -28,12 +29,11 @@ public:
     Keys keys() const;
     const StructRecord* row(std::int32_t key) const;
 
-    /// What a command came to.
-    struct Outcome {
-        bool done = false; ///< otherwise the user declined, or a write failed and was reported
-        KorString refusal; ///< why nothing was tried, for the user
-        Keys selected;     ///< the rows to be selected now
-        std::vector<KorDSMRowChange> changes; ///< for the items that show the rows
+    /// What a command came to. Of a write that failed the user was told already.
+    struct Outcome : WriteResult {
+        Keys selected = {};                        ///< the rows to be selected now
+        std::vector<KorDSMRowChange> changes = {}; ///< for the items that show the rows
+        bool isTold = false;                       ///< whether the user was told of the failure
     };
 
     /// A new row with defaults behind the row `after`; at the end where there is no such row.
@@ -51,13 +51,13 @@ public:
     Outcome set(const Keys& rows, const Column& column, const CellValue& value);
 
 private:
-    /// Does `write` as one step of undo with this caption; `write` returns whether all was written.
+    /// Does `write` as one step of undo with this caption; `write` returns a write result.
     template <typename Write>
     Outcome change(const KorString& caption, Write write);
     KorString caption(int one, int many, std::size_t count) const;
-    bool number(const Keys& rows);
+    WriteResult number(const Keys& rows);
     Keys without(const Keys& rows) const;
-    bool append(StructRecord& record);
+    WriteResult append(StructRecord& record);
 
     SourceId m_source;
     RowRef m_whole;

@@ -71,7 +71,16 @@ KorString whyNotAppended(eTableType table) {
 }
 
 Outcome refused(const KorString& why) {
-    return {.refusal = why};
+    Outcome outcome;
+    outcome.error = why.toStdString();
+    return outcome;
+}
+
+Outcome stored(WriteResult::eKind kind, RowRef row) {
+    Outcome outcome;
+    outcome.kind = kind;
+    outcome.row = row;
+    return outcome;
 }
 
 // Does `write` as one step of undo, and announces it. `write` returns the record's key, or 0 for a failure.
@@ -84,7 +93,7 @@ Outcome inOneStep(const KorString& label, eTableType table, Write write) {
         return refused(whyNotAppended(table));
     }
     KorDSMMainWindow::sendMessage(DsmDataChanged());
-    return {.done = true, .row = {table, key}};
+    return stored(WriteResult::kWritten, {table, key});
 }
 
 // A new group or category comes behind the others.
@@ -160,8 +169,8 @@ Outcome copy(SourceId source, RowRef row, const KorString& newName, eDepth depth
             key != 0 && (!needsMaster(row.table) || appendMaster(master, *find({row.table, key})));
         return done ? key : 0;
     });
-    if (!outcome.done && outcome.refusal.isEmpty())
-        outcome.refusal = whyNotCopied(*databases().here(), row);
+    if (outcome.isFailed() && outcome.error.empty())
+        outcome.error = whyNotCopied(*databases().here(), row);
     return outcome;
 }
 
@@ -173,20 +182,18 @@ Outcome copyInto(SourceId to, SourceId from, RowRef row, const KorString& newNam
     using Exports = KorODBCDetailStyleExports;
     const int result = Exports::importDetail(row.table, KorOdbcKey(row.key), from.dsn, from.index, to.dsn,
                                              to.index, &report, name);
-    Outcome outcome;
-    outcome.done = result == Exports::kDone;
-    if (!outcome.done)
-        Exports::GetErrorMessage(outcome.refusal, result);
-    else
-        outcome.row = {row.table, databases().here()->table(row.table).find(name)->key};
-    return outcome;
+    if (result == Exports::kDone)
+        return stored(WriteResult::kWritten,
+                      {row.table, databases().here()->table(row.table).find(name)->key});
+    KorString why;
+    Exports::GetErrorMessage(why, result);
+    return refused(why);
 }
 
 namespace {
 
-bool writeName(RowRef row, const KorString& name) {
-    return KorDSMGuardedWrite::setAttributeValue(row.table, KorOdbcKey(row.key), kNameColumn, name) ==
-           KorDSMGuardedWrite::kWrite;
+WriteResult writeName(RowRef row, const KorString& name) {
+    return KorDSMGuardedWrite::setAttributeValue(row.table, KorOdbcKey(row.key), kNameColumn, name);
 }
 
 } // namespace
@@ -198,14 +205,17 @@ Outcome rename(SourceId source, RowRef row, const KorString& newName) {
         return refused(why);
     const KorString before = find(row)->name;
     if (name == before)
-        return {.done = true, .row = row};
+        return stored(WriteResult::kUnchanged, row);
     PendingGroup group(ItemCommandParts::label(kRenaming, before));
     StructDetailMaster master;
-    const bool done = writeName(row, name) &&
-                      (!readMaster(row, master) || writeName({kTableDetailMaster, master.key}, name));
-    if (!done)
+    WriteResult written = writeName(row, name);
+    if (written.isStored() && readMaster(row, master))
+        written = writeName({kTableDetailMaster, master.key}, name);
+    if (!written.isStored())
         group.takeBack();
-    return {.done = done, .row = row};
+    Outcome outcome = stored(written.kind, row);
+    outcome.error = std::move(written.error);
+    return outcome;
 }
 
 namespace {
@@ -223,11 +233,13 @@ Outcome whyKept(SourceId source, RowRef row) {
         if (referrer.column->role == eReferenceRole::kFiledUnder && !isListing(referrer))
             outcome.filed.push_back(find({referrer.table->type, referrer.key})->name);
     if (!outcome.users.empty())
-        outcome.refusal = KorDSMItemCommands::inUseText();
+        outcome.error = KorDSMItemCommands::inUseText().toStdString();
     else if (!outcome.filed.empty())
-        outcome.refusal = KorString::format(
-            translated("\"%s\" is not empty; file what it holds elsewhere, or delete that first."),
-            {find(row)->name});
+        outcome.error =
+            KorString::format(
+                translated("\"%s\" is not empty; file what it holds elsewhere, or delete that first."),
+                {find(row)->name})
+                .toStdString();
     return outcome;
 }
 
@@ -250,7 +262,7 @@ Outcome remove(SourceId source, RowRef row) {
         why = ItemCommandParts::whyIncomplete();
     if (!why.isEmpty())
         return refused(why);
-    if (Outcome kept = whyKept(source, row); !kept.refusal.isEmpty())
+    if (Outcome kept = whyKept(source, row); !kept.error.empty())
         return kept;
     return inOneStep(ItemCommandParts::label(kDeleting, find(row)->name), row.table, [&] {
         const bool done = std::ranges::all_of(rowsThatGo(row), [](RowRef each) {

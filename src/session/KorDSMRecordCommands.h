@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/RowRef.h"
+#include "records/WriteResult.h"
 #include "session/KorDSMWhereUsed.h"
 
 #include <vector>
@@ -12,9 +13,9 @@ struct ImportReport;
 namespace KorDSMRecordCommands {
 
 /// What a command came to.
-struct Outcome {
-    bool done = false;
-    KorString refusal = {};              ///< why nothing was done, for the user; else empty
+struct Outcome : WriteResult {
+    Outcome() : WriteResult{kFailed} {}
+
     RowRef row = {};                     ///< the record that was made or changed
     std::vector<KorDSMUsage> users = {}; ///< refused because these use the record
     std::vector<KorString> filed = {};   ///< refused because these are filed under it
@@ -41,7 +42,7 @@ Outcome copy(SourceId source, RowRef row, const KorString& name, eDepth depth);
 Outcome copyInto(SourceId to, SourceId from, RowRef row, const KorString& name, ImportReport& report);
 
 /// Gives a record another name; for a detail style also its master. The name that it has already is no
-/// change, and done.
+/// change.
 Outcome rename(SourceId source, RowRef row, const KorString& name);
 
 /// Deletes a record with its parts, for a detail style also its master, for a category also the places of

@@ -81,7 +81,7 @@ void KorDSMRecovery::offer(const Ask& ask, const Follow& follow) {
 }
 
 void KorDSMRecovery::offer(RecoveryFile lost, const Ask& ask, const Follow& follow) {
-    if (const StoreResult result = lost.read(StyleDatabases::current()); !result) {
+    if (const Result<> result = lost.read(StyleDatabases::current()); !result) {
         KorHostReport::add(KorString(result.error));
     } else if (lost.changes().isEmpty()) {
         if (lost.missing().empty())

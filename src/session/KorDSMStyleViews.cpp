@@ -72,8 +72,8 @@ std::vector<KorDSMRowChange> setViews(SourceId source, std::int32_t style, const
         if (key == before[slot])
             continue;
         const int column = KorOdbcMan::m_numberOfColumns[kTableDetailStyle] + static_cast<int>(slot);
-        if (KorDSMGuardedWrite::setAttributeInt(kTableDetailStyle, KorOdbcKey(style), column, key) !=
-            KorDSMGuardedWrite::kWrite) {
+        if (!KorDSMGuardedWrite::setField(kTableDetailStyle, KorOdbcKey(style), column, std::int64_t{key})
+                 .isStored()) {
             group.takeBack();
             return {};
         }

@@ -74,7 +74,9 @@ bool same(const KorString& a, const KorString& b) {
 }
 
 Parsed failure(int promptNumber, std::initializer_list<KorString> arguments, const KorString& note = {}) {
-    return {std::nullopt, KorString::format(Prompts::dsm(promptNumber), arguments), note};
+    Parsed failed(Result<>::failure(KorString::format(Prompts::dsm(promptNumber), arguments)));
+    failed.note = note;
+    return failed;
 }
 
 Parsed outOfRange(const TableSchema& table, const Column& column, double number) {
@@ -102,20 +104,20 @@ KorOdbcKey keyInBrackets(std::string_view text) {
 Parsed parseReference(const TableSchema& table, const Column& column, const KorString& text) {
     StyleSource* source = StyleDatabases::current().here();
     if (const StructRecord* row = source ? findRow(source->table(column.target), text) : nullptr)
-        return {CellValue(std::int64_t{row->key}), {}};
+        return CellValue(std::int64_t{row->key});
     const KorString trimmed = text.trimmed();
     if (trimmed.isEmpty() || trimmed == "0" || same(trimmed, Prompts::dsm(kNothing)))
-        return {CellValue(std::int64_t{0}), {}};
+        return CellValue(std::int64_t{0});
     return failure(kNoSuchRow, {columnCaption(table, column), tableCaption(*findTable(column.target)), text});
 }
 
 Parsed parseFlag(const TableSchema& table, const Column& column, const KorString& text) {
     for (const KorString& yes : {Prompts::dsm(kYes), KorString("yes"), KorString("true"), KorString("1")})
         if (same(text, yes))
-            return {CellValue(std::int64_t{1}), {}};
+            return CellValue(std::int64_t{1});
     for (const KorString& no : {Prompts::dsm(kNo), KorString("no"), KorString("false"), KorString("0")})
         if (same(text, no))
-            return {CellValue(std::int64_t{0}), {}};
+            return CellValue(std::int64_t{0});
     return failure(kNotYesOrNo, {columnCaption(table, column), text});
 }
 
@@ -131,7 +133,7 @@ Parsed parseNumber(const TableSchema& table, const Column& column, const KorStri
     for (std::int64_t value = 0; value < count; ++value)
         if (same(text, valueName(table, column, value)) ||
             same(text, column.valueNames[static_cast<std::size_t>(value)]))
-            return {CellValue(value), {}};
+            return CellValue(value);
     const int kind = unitKind(column);
     const auto number = getUnitsOfCurrentDatabase().parse(text, kind);
     constexpr double kHighest = std::numeric_limits<std::int32_t>::max();
@@ -145,8 +147,8 @@ Parsed parseNumber(const TableSchema& table, const Column& column, const KorStri
     if (!column.isInRange(*number))
         return outOfRange(table, column, *number);
     if (column.isInteger())
-        return {CellValue(static_cast<std::int64_t>(*number)), {}};
-    return {CellValue(*number), {}};
+        return CellValue(static_cast<std::int64_t>(*number));
+    return CellValue(*number);
 }
 
 // The factor of "1:25" or "1/2.5", each side a number as people type it.
@@ -165,14 +167,14 @@ std::optional<double> ratio(const KorString& text) {
 // By name or ratio as the list shows them, or as the plain factor. Above 1 that could be meant either way.
 Parsed parseScale(const TableSchema& table, const Column& column, const KorString& text) {
     if (StructScale scale; StyleReads::read(text, scale) == 1 && scale.factor > 0.0)
-        return {CellValue(scale.factor), {}};
+        return CellValue(scale.factor);
     if (const auto factor = ratio(text))
-        return {CellValue(*factor), {}};
+        return CellValue(*factor);
     const auto factor = getUnitsOfCurrentDatabase().parse(text, KorUnitsManager::kPlain);
     if (factor && *factor > 1.0)
         return failure(kNoRatio, {columnCaption(table, column), text, text});
     if (factor && *factor > 0.0)
-        return {CellValue(*factor), {}};
+        return CellValue(*factor);
     return failure(kNotANumber, {columnCaption(table, column), text});
 }
 
@@ -282,7 +284,7 @@ KorString toText(const TableSchema& table, const Column& column, const CellValue
 
 Parsed parse(const TableSchema& table, const Column& column, const KorString& text) {
     if (column.isText())
-        return {CellValue(text), {}};
+        return CellValue(text);
     if (column.isReference())
         return parseReference(table, column, text);
     const KorString trimmed = text.trimmed();

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "base/Result.h"
 #include "records/TableSchema.h"
-
-#include <optional>
 
 class StyleTable;
 
@@ -47,10 +46,10 @@ KorString scaleText(double factor);
 bool isOfferedScale(double factor);
 
 /// What came of reading a typed text.
-struct Parsed {
-    std::optional<CellValue> value;
-    KorString error;     ///< a sentence for the user when there is no value
-    KorString note = {}; ///< the same in a word, for beside the field where a number was typed
+struct Parsed : Result<CellValue> {
+    using Result::Result;
+
+    KorString note = {}; ///< of a failure: the same in a word, for beside the field where a number was typed
 };
 /// Reads what a user typed, or what `toText` gave. References are looked up in the current source.
 Parsed parse(const TableSchema& table, const Column& column, const KorString& text);

@@ -76,7 +76,7 @@ KorString whyIncomplete() {
     KorString reasons;
     StyleDatabases& databases = StyleDatabases::current();
     for (const SourceId id : databases.sources())
-        if (const StoreResult whole = databases.source(id)->complete(); !whole)
+        if (const Result<> whole = databases.source(id)->complete(); !whole)
             reasons = reasons + (reasons.isEmpty() ? "" : " ") + whole.error;
     return reasons;
 }

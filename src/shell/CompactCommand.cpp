@@ -27,9 +27,10 @@ void CompactCommand::addTo(QMenu& menu, const KorDSMDatabaseItem& item) {
 
 void CompactCommand::compact(SourceId source) {
     RightSide::finishEditing();
-    const KorDSMCompaction::Plan plan = KorDSMCompaction::plan(source);
-    if (!plan.refusal.isEmpty())
-        return refuse(&m_window, plan.refusal);
+    const auto planned = KorDSMCompaction::plan(source);
+    if (!planned)
+        return refuse(&m_window, planned.error);
+    const KorDSMCompaction::Plan& plan = planned.value;
     const QString caption = toQt(Prompts::dsm(kCompact)).remove(u'…').trimmed();
     if (plan.parts == 0) {
         QMessageBox::information(&m_window, caption, toQt(plan.sentence));

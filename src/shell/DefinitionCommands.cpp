@@ -54,10 +54,10 @@ void DefinitionCommands::makeNew() {
         return refuse(&m_window,
                       KorString::format(Prompts::dsm(kNoGroup), {KorDSMWhereUsed::sourceName(source)}));
     m_rightSide.pages().requestPlainInit();
-    if (KorDSMDatabaseItem* item = KorDSMNewItem::create(type, dialog.name(), *group))
-        m_refresh.showNew({item});
-    else
-        refuse(&m_window, KorDSMNewItem::whyNotMade(type));
+    const Result<KorDSMDatabaseItem*> made = KorDSMNewItem::create(type, dialog.name(), *group);
+    if (!made)
+        return refuse(&m_window, made.error);
+    m_refresh.showNew({made.value});
 }
 
 void DefinitionCommands::copy() {
@@ -69,9 +69,9 @@ void DefinitionCommands::copy() {
     if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
         return;
     const KorDSMBusy busy;
-    const KorDSMItemCommands::CopyOutcome outcome = KorDSMItemCommands::copyItem(*item, dialog.name());
-    if (!outcome.done)
-        return refuse(&m_window, outcome.refusal);
+    const KorDSMItemCommands::CopyResult outcome = KorDSMItemCommands::copyItem(*item, dialog.name());
+    if (!outcome.isStored())
+        return refuse(&m_window, outcome.error);
     m_refresh.showNew(outcome.added);
     m_rightSide.tellNames(outcome.notice);
 }
@@ -85,9 +85,9 @@ void DefinitionCommands::rename() {
     if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
         return;
     const KorDSMBusy busy;
-    const KorDSMItemCommands::Outcome outcome = KorDSMItemCommands::renameItem(*item, dialog.name());
-    if (!outcome.done)
-        return refuse(&m_window, outcome.refusal);
+    const KorDSMItemCommands::CommandResult outcome = KorDSMItemCommands::renameItem(*item, dialog.name());
+    if (!outcome.isStored())
+        return refuse(&m_window, outcome.error);
     m_refresh.itemsChanged();
     m_rightSide.tellNames(outcome.notice);
     m_rightSide.leavePage();
@@ -128,15 +128,15 @@ void DefinitionCommands::remove() {
     const KorDSMBusy busy;
     // The page must let go of the item before it is gone.
     m_rightSide.letGo();
-    KorDSMItemCommands::DeleteOutcome outcome = KorDSMItemCommands::deleteItems(items);
+    KorDSMItemCommands::DeleteResult outcome = KorDSMItemCommands::deleteItems(items);
     m_rightSide.list().deleteSelectedRows();
     m_refresh.removeEntries(outcome.removed);
     m_refresh.itemsChanged();
     m_rightSide.tellNames(outcome.notice);
-    if (outcome.done)
+    if (outcome.isStored())
         return;
     m_selection.showAgain();
-    refuse(&m_window, outcome.refusal);
+    refuse(&m_window, outcome.error);
 }
 
 void DefinitionCommands::drop(KorTreeHandle from, KorTreeHandle to) {
@@ -150,10 +150,10 @@ void DefinitionCommands::drop(KorTreeHandle from, KorTreeHandle to) {
     RightSide::finishEditing();
     const KorDSMBusy busy;
     m_rightSide.letGo();
-    const KorDSMItemCommands::Outcome outcome = KorDSMItemCommands::moveToGroup(*item, *group);
-    if (!outcome.done) {
+    const KorDSMItemCommands::CommandResult outcome = KorDSMItemCommands::moveToGroup(*item, *group);
+    if (!outcome.isStored()) {
         m_rightSide.show(*item);
-        return refuse(&m_window, outcome.refusal);
+        return refuse(&m_window, outcome.error);
     }
     m_refresh.removeEntry(from);
     m_refresh.showNew({item});

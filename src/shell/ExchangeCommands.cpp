@@ -58,14 +58,14 @@ void ExchangeCommands::exportStyle() {
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return;
     const QString file = dialog.selectedFiles().first();
-    KorDSMExchange::ExportOutcome outcome;
+    KorDSMExchange::ExportResult outcome;
     {
         const ExchangeRun run;
         outcome = KorDSMExchange::exportStyle(*item, fromQt(file), QFileInfo::exists(file));
     }
-    if (!outcome.done) {
-        if (!outcome.error.isEmpty())
-            QMessageBox::warning(&m_window, toQt(Prompts::gui(45063)), toQt(outcome.error));
+    if (!outcome.isStored()) {
+        if (outcome.isFailed())
+            QMessageBox::warning(&m_window, toQt(Prompts::gui(45063)), toQt(KorString(outcome.error)));
         return;
     }
     QMessageBox box(
@@ -89,18 +89,16 @@ void ExchangeCommands::importStyles() {
     const QString file = QFileDialog::getOpenFileName(&m_window, toQt(Prompts::ups(33564)), {}, fileFilter());
     if (file.isEmpty())
         return;
-    KorDSMExchange::ImportOutcome outcome;
+    KorDSMExchange::ImportResult outcome;
     QStringList messages;
     {
         const ExchangeRun run;
         outcome = KorDSMExchange::importFile(fromQt(file), *to);
         messages = run.messages();
     }
+    if (!outcome.isStored())
+        return outcome.isFailed() ? refuse(&m_window, outcome.error) : void();
     const ImportReport& report = outcome.report;
-    if (!outcome.done) {
-        const bool isCancelled = report.error.empty();
-        return isCancelled ? void() : refuse(&m_window, KorString(report.error));
-    }
     if (report.rowsAppended > 0)
         m_applyState.setModified(true);
     m_refresh.reload();

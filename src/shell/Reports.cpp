@@ -29,7 +29,7 @@ void addLines(QMessageBox& box, const QStringList& lines) {
 
 } // namespace
 
-void Reports::tell(const KorDSMCommit::Outcome& outcome) {
+void Reports::tell(const KorDSMCommit::Report& outcome) {
     QStringList errors;
     for (const SourceCommit& commit : outcome.failed)
         if (commit.conflicts.empty())

@@ -15,7 +15,7 @@ public:
         : m_window(window), m_applyState(applyState), m_refresh(refresh) {}
 
     /// Says what could not be stored.
-    void tell(const KorDSMCommit::Outcome& outcome);
+    void tell(const KorDSMCommit::Report& outcome);
     /// Shows what waits in the host's report, and what could not be read since the last time.
     void show();
 

@@ -35,7 +35,7 @@ void WindowLeaving::apply() {
     RightSide::finishEditing();
     if (!m_reports.readOutsideChanges())
         return;
-    const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndGoOn();
+    const KorDSMCommit::Report outcome = KorDSMCommit::keepAndGoOn();
     m_applyState.updateUndo();
     if (outcome.ok())
         m_applyState.setApplied();
@@ -82,7 +82,7 @@ bool WindowLeaving::finishEditing() {
 bool WindowLeaving::keep() {
     if (!m_reports.readOutsideChanges())
         return false;
-    const KorDSMCommit::Outcome outcome = KorDSMCommit::keepAndClose(m_applyState.isModified());
+    const KorDSMCommit::Report outcome = KorDSMCommit::keepAndClose(m_applyState.isModified());
     if (!outcome.ok())
         m_reports.tell(outcome);
     return outcome.ok();

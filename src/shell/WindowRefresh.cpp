@@ -94,7 +94,7 @@ void WindowRefresh::follow(const std::vector<KorDSMRowChange>& changes) {
     const KorDSMBusy busy;
     // The page lets go of an item that may be gone when the items have followed.
     m_rightSide.leavePage();
-    KorDSMItemUpdate::Outcome outcome = KorDSMItemUpdate::follow(m_structure, changes);
+    KorDSMItemUpdate::Changes outcome = KorDSMItemUpdate::follow(m_structure, changes);
     // Filling lists with the names of a large database takes its time: only where names are different.
     constexpr int kNameColumn = 1;
     if (std::ranges::any_of(changes, [](const KorDSMRowChange& change) {

@@ -47,7 +47,7 @@ void build(const fs::path& file, const std::string& text) {
     const fs::path source = file.parent_path() / (file.stem().string() + ".text");
     fs::create_directories(source);
     writeBytes(source / "all.txt", text);
-    const StoreResult result = buildDatabase(source.string(), file.string());
+    const Result<> result = buildDatabase(source.string(), file.string());
     ASSERT_TRUE(result) << result.error;
     fs::remove_all(source);
 }

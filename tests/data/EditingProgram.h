@@ -39,7 +39,7 @@ public:
         const Group group(*this);
         StructDetailStyle style;
         style.name = name;
-        EXPECT_EQ(m_databases.append(kTableDetailStyle, style), 1);
+        EXPECT_EQ(m_databases.append(kTableDetailStyle, style), WriteResult::kWritten);
         addMaster(name, style.key, keyOf(kTableBaseCategory, category));
     }
     void copyStyle(const KorString& from, const KorString& name) {
@@ -56,12 +56,12 @@ public:
         const Group group(*this);
         const std::int32_t key = keyOf(kTableDetailStyle, name);
         const std::int32_t master = masterOf(key)->key;
-        EXPECT_EQ(m_databases.remove(kTableDetailStyle, KorOdbcKey(key)), 1);
-        EXPECT_EQ(m_databases.remove(kTableDetailMaster, KorOdbcKey(master)), 1);
+        EXPECT_EQ(m_databases.remove(kTableDetailStyle, KorOdbcKey(key)), WriteResult::kWritten);
+        EXPECT_EQ(m_databases.remove(kTableDetailMaster, KorOdbcKey(master)), WriteResult::kWritten);
     }
     template <typename R>
     void removeRow(const KorString& name) {
-        EXPECT_EQ(m_databases.remove(tableOf<R>, KorOdbcKey(keyOf(tableOf<R>, name))), 1);
+        EXPECT_EQ(m_databases.remove(tableOf<R>, KorOdbcKey(keyOf(tableOf<R>, name))), WriteResult::kWritten);
     }
     void rename(const KorString& name, const KorString& to) {
         const Group group(*this);
@@ -125,13 +125,13 @@ private:
     };
 
     void write(eTableType type, std::int32_t key, int column, const CellValue& value) {
-        EXPECT_EQ(m_databases.setCell(type, KorOdbcKey(key), column, value), 1)
+        EXPECT_TRUE(m_databases.setCell(type, KorOdbcKey(key), column, value).isStored())
             << findTable(type)->name << " " << key << " " << column;
     }
     std::int32_t append(eTableType type, std::int32_t from, const KorString& name) {
         const auto copy = table(type).rows().copyOf(table(type).find(KorOdbcKey(from)));
         copy->name = name;
-        EXPECT_EQ(m_databases.append(type, *copy), 1);
+        EXPECT_EQ(m_databases.append(type, *copy), WriteResult::kWritten);
         return copy->key;
     }
     void addMaster(const KorString& name, std::int32_t style, std::int32_t category) {
@@ -142,7 +142,7 @@ private:
         master.number = MasterNumbers(*m_databases.here()).take(master);
         master.styleKey = style;
         master.categoryKey = category;
-        EXPECT_EQ(m_databases.append(kTableDetailMaster, master), 1);
+        EXPECT_EQ(m_databases.append(kTableDetailMaster, master), WriteResult::kWritten);
     }
 
     std::unique_ptr<StyleDatabases> m_own;

@@ -5,6 +5,7 @@
 #include "operations/KorDatabaseAccess.h"
 #include "operations/KorDetailTableDependencies.h"
 #include "operations/KorODBCDetailStyleExports.h"
+#include "support/Mentions.h"
 
 #include <fstream>
 
@@ -45,10 +46,8 @@ protected:
 
 TEST_F(ExchangeTest, ExportedFileHoldsTheStyleWithAllItNeedsAndNothingElse) {
     ASSERT_EQ(exportColumn(), Exports::kDone);
-    KorString error;
     const SourceId exported = SourceId::exchange();
-    ASSERT_EQ(KorDatabaseAccess::setConnection(exported.dsn, exported.index, file("column.dsdb"), error), 1)
-        << error.c_str();
+    ASSERT_EQ(KorDatabaseAccess::setConnection(exported.dsn, exported.index, file("column.dsdb")).error, "");
     const auto* style = row<StructDetailStyle>(exported, "Column");
     ASSERT_TRUE(style);
     EXPECT_EQ(style->key, 1);
@@ -147,13 +146,13 @@ TEST_F(ExchangeTest, OfNamesakesEachComesInOnceWithItsOwnParts) {
         StructDetailStyle style;
         entry.name = map.name = view.name = style.name = "Twin";
         const KorDSNRequest request(kStandard.dsn, kStandard.index);
-        ASSERT_EQ(databases.appendStored(kTableReprMap, map), 1);
+        ASSERT_EQ(databases.appendStored(kTableReprMap, map), WriteResult::kWritten);
         entry.reprMapKey = view.reprMapKey = map.key;
         entry.order = std::min(i, 3);
-        ASSERT_EQ(databases.appendStored(kTableReprMapEntry, entry), 1);
-        ASSERT_EQ(databases.appendStored(kTableViewRequest, view), 1);
+        ASSERT_EQ(databases.appendStored(kTableReprMapEntry, entry), WriteResult::kWritten);
+        ASSERT_EQ(databases.appendStored(kTableViewRequest, view), WriteResult::kWritten);
         style.viewRequests[0] = view.key;
-        ASSERT_EQ(databases.appendStored(kTableDetailStyle, style), 1);
+        ASSERT_EQ(databases.appendStored(kTableDetailStyle, style), WriteResult::kWritten);
     }
     ASSERT_TRUE(commit());
     ImportReport report;
@@ -180,7 +179,7 @@ TEST_F(ExchangeTest, OfNamesakesEachComesInOnceWithItsOwnParts) {
 TEST_F(ExchangeTest, ImportFileTakesAllOfASoundFileOrNothing) {
     ASSERT_EQ(exportColumn(), Exports::kDone);
     ImportReport report;
-    ASSERT_EQ(Exports::importFile(file("column.dsdb"), report), Exports::kDone) << report.error;
+    ASSERT_EQ(Exports::importFile(file("column.dsdb"), report), Exports::kDone);
     EXPECT_TRUE(row<StructDetailStyle>(kUser, "Column"));
     EXPECT_FALSE(databases.source(SourceId::exchange()));
 
@@ -190,10 +189,9 @@ TEST_F(ExchangeTest, ImportFileTakesAllOfASoundFileOrNothing) {
     for (const char* name : {"rubbish.dsdb", "old.MDB", "missing.dsdb", "user.dsdb"}) {
         ImportReport failed;
         EXPECT_EQ(Exports::importFile(file(name), failed), Exports::kFileFailed) << name;
-        EXPECT_NE(failed.error.find(name), std::string::npos) << failed.error;
         KorString shown;
         EXPECT_EQ(Exports::GetErrorMessage(shown, Exports::kFileFailed), 1);
-        EXPECT_EQ(shown, KorString(failed.error));
+        EXPECT_TRUE(mentions(shown.toStdString(), name)) << shown.c_str();
     }
     EXPECT_EQ(rowCount(kUser), rows);
     eDSN dsn = kStandard.dsn;

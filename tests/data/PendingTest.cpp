@@ -20,7 +20,7 @@ protected:
         open(false);
         databases.setCurrentSource(kUser);
     }
-    int setDescription(const char* text, SourceId id = kUser) {
+    WriteResult setDescription(const char* text, SourceId id = kUser) {
         return set(id, kTableDetailStyle, m_style, 3, KorString(text));
     }
     KorString description(SourceId id = kUser) { return row<StructDetailStyle>(id, m_style)->description; }
@@ -42,7 +42,7 @@ TEST_F(PendingTest, AValueSetBackAndARowDeletedAgainWriteNothing) {
     setDescription("changed");
     setDescription("");
     const auto key = add<StructDetArrangerControl>(kUser, "New");
-    EXPECT_EQ(databases.remove(kTableArrangerControl, key), 1);
+    EXPECT_EQ(databases.remove(kTableArrangerControl, key), WriteResult::kWritten);
     EXPECT_TRUE(databases.pending().hasPending(kUser));
     others("UPDATE detail_style SET description = 'theirs'");
     const std::string before = bytesOf(file("user.dsdb"));
@@ -53,7 +53,7 @@ TEST_F(PendingTest, AValueSetBackAndARowDeletedAgainWriteNothing) {
 
 TEST_F(PendingTest, UndoAndRedoTakeWholeCommandsAndKeepIndexesRight) {
     const auto map = row<StructDetObjReprMap>(kUser, "Steel")->key;
-    EXPECT_EQ(databases.remove(kTableReprMap, map), 1);
+    EXPECT_EQ(databases.remove(kTableReprMap, map), WriteResult::kWritten);
     EXPECT_EQ(count<StructDetObjReprMapKey>(kUser), 0) << "its parts go with it";
     EXPECT_EQ(databases.pending().undoable(1).front().label, "Steel");
     EXPECT_EQ(databases.undo().size(), 3u);
@@ -72,7 +72,7 @@ TEST_F(PendingTest, UndoAndRedoTakeWholeCommandsAndKeepIndexesRight) {
 
     StructDetObjReprMap copy = *row<StructDetObjReprMap>(kUser, map);
     copy.name = "Copy";
-    EXPECT_EQ(databases.append(kTableReprMap, copy), 1);
+    EXPECT_EQ(databases.append(kTableReprMap, copy), WriteResult::kWritten);
     EXPECT_EQ(partsOf(*databases.source(kUser), {kTableReprMap, copy.key}).size(), 2u);
     const auto users =
         databases.users(kTableQualifierSet, row<StructDetObjQualifierSet>(kUser, "Beams")->key);
@@ -131,7 +131,7 @@ TEST_F(PendingTest, ASourceThatCannotBeWrittenKeepsItsChangesWhileOthersAreStore
     ASSERT_EQ(changes[0].conflicts.size(), 1u);
     EXPECT_EQ(description(), "theirs") << "never overwritten without being asked for";
     EXPECT_TRUE(row<StructDetailStyle>(kUser, "Own"));
-    EXPECT_EQ(databases.keepMine(kUser, changes[0].conflicts[0]), 1);
+    EXPECT_EQ(databases.keepMine(kUser, changes[0].conflicts[0]), WriteResult::kWritten);
     EXPECT_TRUE(commit());
     open(false);
     EXPECT_EQ(description(), "mine");
@@ -190,7 +190,7 @@ TEST_F(PendingTest, RowsThatOthersDeletedOrChangedAreReported) {
     for (const OutsideConflict& conflict : changes[0].conflicts) {
         const bool deletion = conflict.kind == OutsideConflict::eKind::kDelete;
         gone += conflict.kind == OutsideConflict::eKind::kGone ? 1 : 0;
-        EXPECT_EQ(databases.keepMine(kUser, conflict) == 1, deletion);
+        EXPECT_EQ(databases.keepMine(kUser, conflict).isStored(), deletion);
     }
     EXPECT_EQ(gone, 2);
     again.run("ROLLBACK");
@@ -209,7 +209,7 @@ TEST_F(PendingTest, WhatHoldsNoMoreIsAConflictWithItsReasonAndNewRowsStay) {
     const auto front = view("Column front");
     const auto top = view("Column top");
     const auto rename = [this](std::int32_t key, const char* name) {
-        EXPECT_EQ(set(kUser, kTableViewRequest, key, 1, KorString(name)), 1);
+        EXPECT_EQ(set(kUser, kTableViewRequest, key, 1, KorString(name)), WriteResult::kWritten);
     };
     rename(front, "TWIN");
     rename(top, "Column front");
@@ -218,7 +218,7 @@ TEST_F(PendingTest, WhatHoldsNoMoreIsAConflictWithItsReasonAndNewRowsStay) {
     rename(view("N top"), "N front");
     rename(view("swap"), "N top");
     for (const std::int32_t style : {m_style, own})
-        EXPECT_EQ(set(kUser, kTableDetailStyle, style, 2, std::int64_t{strategy}), 1);
+        EXPECT_EQ(set(kUser, kTableDetailStyle, style, 2, std::int64_t{strategy}), WriteResult::kWritten);
     databases.remove(kTableReprMap, spare);
     others("UPDATE detail_style SET name = 'N', description = 'theirs';"
            "INSERT INTO view_request(\"key\", name, repr_map) VALUES (99, 'TWIN', " +
@@ -263,7 +263,7 @@ TEST_F(PendingTest, ADeletionOfWhatOthersGaveNewPartsIsAsked) {
     ASSERT_TRUE(changes.size() == 1 && changes[0].conflicts.size() == 1);
     EXPECT_EQ(changes[0].conflicts[0].table->type, kTableReprMap);
     EXPECT_EQ(partsOf(*databases.source(kUser), {kTableReprMap, map}).size(), 2u) << "all of it stays";
-    EXPECT_EQ(databases.keepMine(kUser, changes[0].conflicts[0]), 1);
+    EXPECT_EQ(databases.keepMine(kUser, changes[0].conflicts[0]), WriteResult::kWritten);
     EXPECT_EQ(count<StructDetObjReprMapKey>(kUser), 0);
 }
 
@@ -390,8 +390,8 @@ TEST_F(PendingTest, AColumnTakesOnlyWhatIsNotCalledDamageLater) {
     databases.setOwnerMode(false);
     EXPECT_EQ(setDescription("x", kStandard), WriteResult::kReadOnlySource);
     EXPECT_EQ(databases.pending().steps().size(), steps) << "nothing was written";
-    EXPECT_EQ(set(kUser, kTableDetailStyle, m_style, 2, std::int64_t{0}), WriteResult::kWritten) << "none";
-    EXPECT_EQ(set(kUser, kTableViewRequest, front, 1, KorString("Column front")), WriteResult::kWritten);
+    EXPECT_EQ(set(kUser, kTableDetailStyle, m_style, 2, std::int64_t{0}), WriteResult::kUnchanged) << "none";
+    EXPECT_EQ(set(kUser, kTableViewRequest, front, 1, KorString("Column front")), WriteResult::kUnchanged);
     EXPECT_EQ(set(kUser, kTableReprMapEntry, entry, 1, KorString("Beams")), WriteResult::kWritten)
         << "parts need no name of their own";
 }
@@ -415,7 +415,7 @@ TEST_F(PendingTest, ANewRowHoldsOnlyWhatItsColumnsTakeAndACopyWhatItsOriginalHol
     style = *row<StructDetailStyle>(kUser, m_style);
     EXPECT_EQ(append("Copy"), WriteResult::kWritten);
     EXPECT_EQ(style.titlePosition, 99) << "what another program stored is neither refused nor changed";
-    EXPECT_EQ(set(kUser, kTableDetailStyle, style.key, 6, std::int64_t{99}), WriteResult::kWritten);
+    EXPECT_EQ(set(kUser, kTableDetailStyle, style.key, 6, std::int64_t{99}), WriteResult::kUnchanged);
     EXPECT_EQ(set(kUser, kTableDetailStyle, style.key, 6, std::int64_t{1}), WriteResult::kWritten);
     databases.undo();
     EXPECT_EQ(row<StructDetailStyle>(kUser, "Copy")->titlePosition, 99);

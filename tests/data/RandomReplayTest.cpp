@@ -82,7 +82,7 @@ private:
             if (std::ranges::any_of(
                     users, [](const Referrer& user) { return user.column->role != eReferenceRole::kPartOf; }))
                 continue;
-            EXPECT_EQ(m_program.databases().remove(type, KorOdbcKey(rows.at(i).key)), 1);
+            EXPECT_EQ(m_program.databases().remove(type, KorOdbcKey(rows.at(i).key)), WriteResult::kWritten);
             return;
         }
     }
@@ -115,7 +115,7 @@ private:
             return;
         const RowArray& rows = m_program.table(kTableReprMapEntry).rows();
         const int key = rows.at(static_cast<int>(below(static_cast<std::size_t>(rows.size())))).key;
-        EXPECT_EQ(m_program.databases().remove(kTableReprMapEntry, KorOdbcKey(key)), 1);
+        EXPECT_EQ(m_program.databases().remove(kTableReprMapEntry, KorOdbcKey(key)), WriteResult::kWritten);
     }
 
     EditingProgram& m_program;

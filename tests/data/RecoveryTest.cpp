@@ -50,7 +50,7 @@ protected:
         return found;
     }
     std::string text() const { return files().size() == 1 ? bytesOf(files()[0]) : std::string(); }
-    int describe(const char* description) {
+    WriteResult describe(const char* description) {
         return set(kUser, kTableDetailStyle, m_style, 3, KorString(description));
     }
     KorString description() { return row<StructDetailStyle>(kUser, m_style)->description; }
@@ -175,7 +175,7 @@ TEST_F(RecoveryTest, ChangesAreComparedWithWhatIsStoredNow) {
     ASSERT_EQ(changes.size(), 1u);
     ASSERT_EQ(changes[0].conflicts.size(), 2u);
     for (const OutsideConflict& conflict : changes[0].conflicts)
-        EXPECT_EQ(databases.keepMine(kUser, conflict) == 1, conflict.column->name == "title_position");
+        EXPECT_EQ(databases.keepMine(kUser, conflict).isStored(), conflict.column->name == "title_position");
     EXPECT_EQ(row<StructDetailStyle>(kUser, m_style)->titlePosition, 2);
     EXPECT_TRUE(mentions(description().toStdString(), "there"));
     EXPECT_TRUE(row<StructDetailStyle>(kUser, "Own"));

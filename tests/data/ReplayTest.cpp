@@ -21,7 +21,7 @@ protected:
         style.viewRequests[1] = row<StructDetViewRequest>(kUser, "Column top")->key;
         style.viewRequests[2] = addView("Column section");
         databases.setCurrentSource(kUser);
-        ASSERT_EQ(databases.store(kTableDetailStyle, style), 1);
+        ASSERT_EQ(databases.store(kTableDetailStyle, style), WriteResult::kWritten);
         addView("Column side");
         m_category = add<StructDetBaseCategory>(kUser, "Empty");
         ASSERT_TRUE(commit());
@@ -59,7 +59,7 @@ protected:
         }
         for (const OutsideConflict& conflict : conflicts) {
             const bool canKeep = conflict.reason.isEmpty() && conflict.kind != OutsideConflict::eKind::kGone;
-            EXPECT_TRUE(!mine || (databases.keepMine(kUser, conflict) == 1) == canKeep);
+            EXPECT_TRUE(!mine || databases.keepMine(kUser, conflict).isStored() == canKeep);
         }
         return conflicts;
     }
@@ -228,7 +228,7 @@ TEST_F(ReplayTest, AGroupThatCameIntoUseStays) {
 TEST_F(ReplayTest, NothingIsDeletedWhereUseCannotBeJudged) {
     const auto set = add<StructDetObjQualifierSet>(kUser, "Unused");
     ASSERT_TRUE(commit());
-    ASSERT_EQ(databases.remove(kTableQualifierSet, set), 1);
+    ASSERT_EQ(databases.remove(kTableQualifierSet, set), WriteResult::kWritten);
     others("UPDATE repr_map_entry SET qualifier_set = " + std::to_string(set) +
            " WHERE name = 'Rest'; ALTER TABLE repr_map_entry RENAME TO away");
     const std::string told = reasonOf(settle(true));
@@ -241,13 +241,13 @@ TEST_F(ReplayTest, NothingIsDeletedWhereUseCannotBeJudged) {
 TEST_F(ReplayTest, APartThatGotItsOwnerStays) {
     others("INSERT INTO qualifier_with_role(\"key\", name, qualifier_set) VALUES (50, 'Left', 77)");
     settle();
-    ASSERT_EQ(databases.remove(kTableQualifierWithRole, KorOdbcKey(50)), 1);
+    ASSERT_EQ(databases.remove(kTableQualifierWithRole, KorOdbcKey(50)), WriteResult::kWritten);
     others("INSERT INTO qualifier_set(\"key\", name) VALUES (77, 'Back')");
     EXPECT_EQ(reasonOf(settle(true)), "It belongs to a record now.");
     EXPECT_TRUE(row<StructDetObjQualifierWithRole>(kUser, 50));
 
     const auto own = row<StructDetObjQualifierWithRole>(kUser, "Section is I")->key;
-    ASSERT_EQ(databases.remove(kTableQualifierWithRole, KorOdbcKey(own)), 1);
+    ASSERT_EQ(databases.remove(kTableQualifierWithRole, KorOdbcKey(own)), WriteResult::kWritten);
     others("UPDATE qualifier_set SET description = 'theirs'");
     EXPECT_TRUE(settle().empty()) << "what had its owner all the time is deleted";
     EXPECT_FALSE(row<StructDetObjQualifierWithRole>(kUser, own));

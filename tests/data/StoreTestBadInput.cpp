@@ -18,7 +18,7 @@ protected:
         for (const auto mode : {kRead, kWrite}) {
             const OpenedStore opened = SqliteStore::open(path, mode);
             EXPECT_EQ(opened.store, nullptr) << phrase;
-            EXPECT_TRUE(mentions(opened.message, phrase) && mentions(opened.message, path)) << opened.message;
+            EXPECT_TRUE(mentions(opened.error, phrase) && mentions(opened.error, path)) << opened.error;
         }
         EXPECT_FALSE(integrityFindings(path).empty());
         EXPECT_EQ(std::filesystem::is_regular_file(path) ? bytesOf(path) : "", before);
@@ -27,14 +27,14 @@ protected:
     void expectReadOnly(const std::string& path, const std::string& phrase) {
         const OpenedStore opened = SqliteStore::open(path, kWrite);
         ASSERT_NE(opened.store, nullptr);
-        EXPECT_TRUE(mentions(opened.message, phrase) && mentions(opened.message, path)) << opened.message;
+        EXPECT_TRUE(mentions(opened.error, phrase) && mentions(opened.error, path)) << opened.error;
         EXPECT_TRUE(opened.store->isReadOnly());
         EXPECT_EQ(rowsOf<View>(*opened.store).size(), 5);
         EXPECT_FALSE(opened.store->begin());
     }
     std::unique_ptr<SqliteStore> open(const std::string& path) {
         OpenedStore opened = SqliteStore::open(path, kWrite);
-        EXPECT_EQ(opened.message, "");
+        EXPECT_EQ(opened.error, "");
         return std::move(opened.store);
     }
 
@@ -117,7 +117,7 @@ TEST_F(StoreBadInput, ALockIsWaitedForWithAWordUntilTheUserGivesUp) {
                                     asked.push_back(file);
                                     return false;
                                 });
-    EXPECT_TRUE(mentions(SqliteStore::open(path, kRead).message, "locked by another program"));
+    EXPECT_TRUE(mentions(SqliteStore::open(path, kRead).error, "locked by another program"));
     EXPECT_EQ(asked, std::vector{path});
     LockWait::setAsk([&](const std::string&, std::chrono::milliseconds) {
         other.run("COMMIT");
@@ -166,8 +166,8 @@ TEST_F(StoreBadInput, WhatLiesWhereAJournalWouldBeIsLookedAtFirst) {
 TEST_F(StoreBadInput, AdviceToRestoreSaysWhatToDoWithTheJournal) {
     const std::string path = m_folder.file("user.dsdb");
     writeBytes(path, "");
-    EXPECT_FALSE(mentions(SqliteStore::open(path, kRead).message, "journal"));
-    EXPECT_FALSE(mentions(SqliteStore::open(path, kRead).message, "delete"));
+    EXPECT_FALSE(mentions(SqliteStore::open(path, kRead).error, "journal"));
+    EXPECT_FALSE(mentions(SqliteStore::open(path, kRead).error, "delete"));
     writeBytes(path + "-journal", "left over");
     expectRefused(path, "user.dsdb-journal\" away before");
     for (int fault = 0; fault <= static_cast<int>(eStoreFault::kOther); ++fault) {
@@ -226,7 +226,7 @@ TEST_F(StoreBadInput, WhatMayNotBeWrittenIsReadWithoutATrace) {
     allow(path, 0000);
     {
         const OrdinaryUser user;
-        EXPECT_TRUE(mentions(SqliteStore::open(path, kRead).message, "may not be read"));
+        EXPECT_TRUE(mentions(SqliteStore::open(path, kRead).error, "may not be read"));
     }
     allow(m_folder.path(), 0755);
     EXPECT_TRUE(mentions(SqliteStore::create(m_folder.file("none/new.dsdb")).error, "does not exist"));
@@ -236,7 +236,7 @@ TEST_F(StoreBadInput, WriteAheadModeIsLeftByWritingAndNotByReading) {
     const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
     OtherProgram(path).run("PRAGMA journal_mode = WAL");
     const std::string before = bytesOf(path);
-    EXPECT_TRUE(mentions(SqliteStore::open(path, kRead).message, "write-ahead"));
+    EXPECT_TRUE(mentions(SqliteStore::open(path, kRead).error, "write-ahead"));
     EXPECT_EQ(bytesOf(path), before);
     EXPECT_EQ(m_folder.count(), 1);
     EXPECT_EQ(rowsOf<View>(*open(path)).size(), 5);
@@ -332,7 +332,7 @@ TEST_F(StoreBadInput, CellsThatDoNotFitAreToldAndCanBeMended) {
     const TableChange mend{&table, {{1, factor, Scale().factor, 10.0}}, {}, {}};
     std::vector<StoreConflict> conflicts;
     OtherProgram(path).run("UPDATE scale SET factor = 'nine' WHERE name = '1:10'");
-    applyTo(*store, mend, conflicts);
+    EXPECT_TRUE(applyTo(*store, mend, conflicts));
     ASSERT_EQ(conflicts.size(), 1u);
     EXPECT_EQ(conflicts[0].stored, "\"nine\"");
     rowsOf<Scale>(*store, &problems);
@@ -382,7 +382,7 @@ TEST_F(StoreBadInput, TriggersInAFileDoNothing) {
 
 TEST_F(StoreBadInput, ANewFileAppearsWholeOrNotAtAll) {
     const std::string path = makeDatabase(m_folder.file("export.dsdb"), 5);
-    const auto fails = [](StyleStore&) { return StoreResult::failure("no rows"); };
+    const auto fails = [](StyleStore&) { return Result<>::failure("no rows"); };
     EXPECT_EQ(SqliteStore::createWith(path, fails).error, "no rows");
     EXPECT_EQ(rowsOf<View>(*open(path)).size(), 5);
     EXPECT_TRUE(mentions(SqliteStore::create(path).error, "exists already"));
@@ -394,7 +394,7 @@ TEST_F(StoreBadInput, ANewFileAppearsWholeOrNotAtAll) {
     const auto makesIt = [&](const std::string& rival) {
         return [rival](StyleStore&) {
             writeBytes(rival, "mine");
-            return StoreResult();
+            return Result<>();
         };
     };
     const std::string rival = m_folder.file("rival.dsdb");

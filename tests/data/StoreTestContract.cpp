@@ -9,7 +9,7 @@ protected:
     std::unique_ptr<StyleStore> open(bool readOnly = false) {
         using enum SqliteStore::eMode;
         OpenedStore opened = SqliteStore::open(m_path, readOnly ? kRead : kWrite);
-        EXPECT_EQ(opened.message, "");
+        EXPECT_EQ(opened.error, "");
         return std::move(opened.store);
     }
     std::unique_ptr<StyleStore> openNew(int views) {

@@ -25,9 +25,9 @@ TableChange doubledScales(bool growing) {
     return change;
 }
 
-StoreResult write(StyleStore& store, const TableChange& change) {
+Result<> write(StyleStore& store, const TableChange& change) {
     std::vector<StoreConflict> conflicts;
-    StoreResult result = store.begin();
+    Result<> result = store.begin();
     if (result)
         result = store.apply(change, conflicts);
     if (result)
@@ -51,7 +51,7 @@ int countDoubled(StyleStore& store) {
 
 std::unique_ptr<SqliteStore> opened(const std::string& path) {
     OpenedStore result = SqliteStore::open(path, SqliteStore::eMode::kWrite);
-    EXPECT_EQ(result.message, "");
+    EXPECT_EQ(result.error, "");
     return std::move(result.store);
 }
 
@@ -77,12 +77,12 @@ public:
         EXPECT_EQ(pipe(ready.data()), 0);
         m_process = fork();
         if (m_process == 0) {
-            SqliteStore::createWith(path, [&](StyleStore&) {
+            static_cast<void>(SqliteStore::createWith(path, [&](StyleStore&) {
                 [[maybe_unused]] const ssize_t told = ::write(ready[1], "r", 1);
                 while (true)
                     pause();
-                return StoreResult();
-            });
+                return Result<>();
+            }));
             _exit(1);
         }
         char byte = 0;
@@ -149,7 +149,7 @@ TEST(StoreFaults, AProcessKilledWhileCommittingLeavesAllOrNothing) {
         const bool finished = commitInProcessKilledAt(operation, path);
         const OpenedStore reader = SqliteStore::open(path, SqliteStore::eMode::kRead);
         if (!reader.store) {
-            EXPECT_TRUE(mentions(reader.message, "interrupted")) << reader.message;
+            EXPECT_TRUE(mentions(reader.error, "interrupted")) << reader.error;
             ++interrupted;
         }
         auto store = opened(path);
@@ -191,7 +191,7 @@ TEST(StoreFaults, AJournalIsTakenBackIntoItsOwnFileAlone) {
         for (const std::string& later : {sibling, twin}) {
             writeBytes(path, later);
             for (const auto mode : {SqliteStore::eMode::kRead, SqliteStore::eMode::kWrite})
-                EXPECT_TRUE(mentions(SqliteStore::open(path, mode).message, "user.dsdb-journal\""));
+                EXPECT_TRUE(mentions(SqliteStore::open(path, mode).error, "user.dsdb-journal\""));
             std::int64_t state = 0;
             EXPECT_TRUE(mentions(before->beginRead(state).error, "user.dsdb-journal\"")) << "open already";
             EXPECT_TRUE(before->changedOutside());
@@ -212,7 +212,7 @@ TEST(StoreFaults, AFullDiskIsToldAndLosesNothing) {
     for (int operation = 1;; operation += 10) {
         const FaultVfs faults(operation, FaultVfs::eFault::kDiskFull);
         const auto store = opened(path);
-        const StoreResult result = write(*store, change);
+        const Result<> result = write(*store, change);
         if (result)
             break;
         ++refused;

@@ -50,7 +50,7 @@ TableChange appending(const Rows<R>& rows) {
 
 inline std::string makeDatabase(const std::string& path, int views) {
     const auto rows = someViews(views);
-    const StoreResult made = SqliteStore::createWith(path, [&](StyleStore& store) {
+    const Result<> made = SqliteStore::createWith(path, [&](StyleStore& store) {
         std::vector<StoreConflict> conflicts;
         return store.apply(appending(rows), conflicts);
     });
@@ -64,9 +64,8 @@ inline CellChange newScale(std::int32_t key, double stored, double wanted) {
 }
 
 /// Applies `change` in a transaction of its own, which is rolled back where that fails.
-inline StoreResult applyTo(StyleStore& store, const TableChange& change,
-                           std::vector<StoreConflict>& conflicts) {
-    StoreResult result = store.begin();
+inline Result<> applyTo(StyleStore& store, const TableChange& change, std::vector<StoreConflict>& conflicts) {
+    Result<> result = store.begin();
     if (result)
         result = store.apply(change, conflicts);
     return result && conflicts.empty() ? store.commit() : (store.rollback(), result);

@@ -76,7 +76,7 @@ protected:
         return all;
     }
     std::string contentOf(SourceId id) { return contentOf(*databases.source(id)); }
-    int set(SourceId id, eTableType table, std::int32_t key, int column, const CellValue& value) {
+    WriteResult set(SourceId id, eTableType table, std::int32_t key, int column, const CellValue& value) {
         const KorDSNRequest request(id.dsn, id.index);
         return databases.setCell(table, KorOdbcKey(key), column, value);
     }

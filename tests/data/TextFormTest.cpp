@@ -27,7 +27,7 @@ protected:
         TableRows rows;
         const OpenedStore opened = SqliteStore::open(database, SqliteStore::eMode::kRead);
         std::vector<ReadProblem> problems;
-        EXPECT_TRUE(opened.store) << opened.message;
+        EXPECT_TRUE(opened.store) << opened.error;
         EXPECT_TRUE(opened.store && rows.readFrom(*opened.store, problems));
         EXPECT_TRUE(problems.empty()) << problems.front().sentence;
         return rows;
@@ -135,7 +135,7 @@ TEST_F(TextFormTest, ErrorsNameFileLineAndFault) {
     };
     for (const auto& [text, expected] : faults) {
         const std::string file = write("faulty/x.txt", text);
-        const StoreResult result = buildDatabase(path("faulty"), path("y.dsdb"));
+        const Result<> result = buildDatabase(path("faulty"), path("y.dsdb"));
         EXPECT_TRUE(result.error.starts_with("\"" + file + "\", " + expected)) << result.error;
     }
     EXPECT_FALSE(fs::exists(path("y.dsdb")));

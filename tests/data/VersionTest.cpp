@@ -54,12 +54,12 @@ protected:
 
     std::unique_ptr<SqliteStore> open(SqliteStore::eMode mode = kWrite) {
         OpenedStore opened = SqliteStore::open(m_path, mode, SqliteStore::eCheck::kFull, tomorrowsHistory());
-        EXPECT_EQ(opened.message, "");
+        EXPECT_EQ(opened.error, "");
         return std::move(opened.store);
     }
-    static StoreResult change(SqliteStore& store, double stored, double wanted) {
+    static Result<> change(SqliteStore& store, double stored, double wanted) {
         std::vector<StoreConflict> conflicts;
-        StoreResult result = applyTo(store, newScaleOf(stored, wanted), conflicts);
+        Result<> result = applyTo(store, newScaleOf(stored, wanted), conflicts);
         EXPECT_TRUE(conflicts.empty());
         return result;
     }
@@ -268,7 +268,7 @@ TEST_F(VersionTest, AFullDiskLeavesTheOldFile) {
     for (bool done = false; !done && !HasFailure(); refused += !done) {
         const FaultVfs faults(refused + 1, FaultVfs::eFault::kDiskFull);
         auto store = open();
-        const StoreResult result = change(*store, 2, 7);
+        const Result<> result = change(*store, 2, 7);
         done = result.ok();
         EXPECT_TRUE(done || mentions(result.error, "disk is full")) << result.error;
         EXPECT_EQ(scale(*store), done ? 7 : 2);
@@ -290,8 +290,7 @@ TEST_F(VersionTest, AReadErrorIsToldAndLeavesNoWrongBackup) {
             const FaultVfs faults(operation, FaultVfs::eFault::kReadError);
             const OpenedStore opened =
                 SqliteStore::open(m_path, kWrite, SqliteStore::eCheck::kNone, tomorrowsHistory());
-            const StoreResult result =
-                opened.store ? change(*opened.store, 2, 7) : StoreResult{opened.message};
+            const Result<> result = opened.store ? change(*opened.store, 2, 7) : Result<>{opened.error};
             struck = FaultVfs::hasStruck();
             done = result.ok();
             EXPECT_TRUE(done || mentions(result.error, "could not be read")) << result.error;
@@ -380,7 +379,7 @@ TEST_F(VersionTest, ANewerFileIsReadButNotChangedAndNotTakenForWhole) {
               WriteResult::kReadOnlySource);
     databases.closeSource(SourceId::user());
     other.run("ALTER TABLE linetype DROP COLUMN file_path");
-    databases.openFile(SourceId::user(), m_path, false);
+    EXPECT_TRUE(databases.openFile(SourceId::user(), m_path, false));
     EXPECT_EQ(databases.source(SourceId::user())->table(kTableLinetypes).rows().size(), 3);
     EXPECT_TRUE(mentions(databases.source(SourceId::user())->problems().back().sentence, "no column"));
     databases.closeSource(SourceId::user());
@@ -389,11 +388,13 @@ TEST_F(VersionTest, ANewerFileIsReadButNotChangedAndNotTakenForWhole) {
     StyleDatabases others;
     const std::string user = m_folder.file("user.dsdb");
     ASSERT_EQ(SqliteStore::create(user).error, "");
-    others.openFile(SourceId::user(), user, false);
+    EXPECT_TRUE(others.openFile(SourceId::user(), user, false));
     ImportReport report;
     EXPECT_EQ(KorODBCDetailStyleExports::importFile(KorString(m_path), report),
               KorODBCDetailStyleExports::kFileFailed);
-    EXPECT_TRUE(mentions(report.error, "version 99")) << report.error;
+    KorString reason;
+    EXPECT_EQ(KorODBCDetailStyleExports::GetErrorMessage(reason, KorODBCDetailStyleExports::kFileFailed), 1);
+    EXPECT_TRUE(mentions(reason.toStdString(), "version 99")) << reason.c_str();
     EXPECT_TRUE(others.pending().isEmpty());
 }
 

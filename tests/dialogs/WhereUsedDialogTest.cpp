@@ -51,7 +51,7 @@ TEST_F(WhereUsedDialog, LooksAgainWhenTheUserComesBack) {
     showActive(editor);
     const Referrer user = databases.here()->referrersOf(kTableQualifierSet, KorOdbcKey(rails)).front();
     ASSERT_EQ(databases.setCell(user.table->type, KorOdbcKey(user.key), user.column->number, std::int64_t{0}),
-              1);
+              WriteResult::kWritten);
     EXPECT_EQ(list->getItemCount(), static_cast<int>(usages.size()));
     showActive(dialog);
     EXPECT_EQ(list->getItemCount(), static_cast<int>(usages.size()) - 1);

@@ -228,7 +228,8 @@ TEST_F(Clipping, ShowsOnlyWhatTheViewHas) {
 TEST_F(Clipping, ASharedStrategyIsAskedAboutAndARefusalWritesNothing) {
     auto& shown = view();
     const std::int32_t other = row<StructDetViewRequest>("HB side").key;
-    ASSERT_EQ(databases.setCell(kTableViewRequest, KorOdbcKey(other), kClipOfView, std::int64_t{m_clip}), 1);
+    ASSERT_EQ(databases.setCell(kTableViewRequest, KorOdbcKey(other), kClipOfView, std::int64_t{m_clip}),
+              WriteResult::kWritten);
     databases.pending().forget(databases.currentSource(), kTableViewRequest);
     m_answer = KorDSMGuardedWrite::kDecline;
     open<KorDSMPageViewClipping>(shown);

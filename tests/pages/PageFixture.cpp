@@ -16,7 +16,7 @@ namespace {
 // Built once per run; every test gets copies.
 const fs::path& samples() {
     static const TempFolder folder;
-    static const StoreResult built = buildSampleData(SOURCE_DIR "/resources", folder.path().string());
+    static const Result<> built = buildSampleData(SOURCE_DIR "/resources", folder.path().string());
     EXPECT_EQ(built.error, "");
     return folder.path();
 }
@@ -48,8 +48,8 @@ PageFixture::PageFixture() {
     ModuleResources::setUp({});
     for (const char* name : {"standard.dsdb", "user.dsdb"})
         fs::copy_file(samples() / name, m_folder.path() / name);
-    databases.openFile(SourceId::standard(), (m_folder.path() / "standard.dsdb").string(), true);
-    databases.openFile(SourceId::user(), (m_folder.path() / "user.dsdb").string(), false);
+    EXPECT_TRUE(databases.openFile(SourceId::standard(), (m_folder.path() / "standard.dsdb").string(), true));
+    EXPECT_TRUE(databases.openFile(SourceId::user(), (m_folder.path() / "user.dsdb").string(), false));
     useSource(SourceId::user());
     auto* column = new QVBoxLayout(&m_window);
     column->addWidget(m_tabs = new KorTabCtrl);

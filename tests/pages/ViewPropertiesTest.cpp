@@ -3,6 +3,7 @@
 #include "pages/KorDSMPageViewCategories.h"
 #include "pages/KorDSMPageViewProperties.h"
 #include "pages/PageFixture.h"
+#include "services/KorHostReport.h"
 #include "services/KorUnitsManager.h"
 
 namespace {
@@ -168,6 +169,9 @@ TEST_F(ViewCategories, AClickOnABoxFilesTheView) {
     EXPECT_EQ(checked(), (std::vector<bool>{true, false, false})) << "no key is left, so it is filed nowhere";
     EXPECT_EQ(steps().size(), 2u);
     EXPECT_EQ(told<DsmDataChanged>(), 2);
+    const std::vector<KorString> said = KorHostReport::take();
+    ASSERT_EQ(said.size(), 1u) << "why it is not";
+    EXPECT_NE(said[0].toStdString().find("2147483647"), std::string::npos) << said[0].c_str();
 }
 
 } // namespace

@@ -17,7 +17,7 @@ protected:
         const TableSchema& table = *findTable(tableOf<R>);
         EXPECT_EQ(databases.setCell(table.type, KorOdbcKey(row<R>(kUser, name)->key),
                                     table.column(std::string_view(column))->number, value),
-                  1)
+                  WriteResult::kWritten)
             << name;
     }
     void others(const std::string& sql) { OtherProgram(file("user.dsdb")).run(sql); }
@@ -100,11 +100,11 @@ TEST_F(ConflictWords, RowsThatAreGoneAreNamedWithTheReason) {
     const std::int32_t clip = row<StructDetViewLengthClip>(kUser, "HB long beams")->key;
     for (const Referrer& user : databases.users(kTableLengthClip, clip))
         databases.setCell(user.table->type, user.key, user.column->number, std::int64_t{0});
-    EXPECT_EQ(databases.remove(kTableLengthClip, clip), 1);
+    EXPECT_EQ(databases.remove(kTableLengthClip, clip), WriteResult::kWritten);
     StructDetObjReprMapKey entry;
     entry.name = "New";
     entry.reprMapKey = row<StructDetObjReprMap>(kUser, "HB site")->key;
-    EXPECT_EQ(databases.append(kTableReprMapEntry, entry), 1);
+    EXPECT_EQ(databases.append(kTableReprMapEntry, entry), WriteResult::kWritten);
     others("DELETE FROM view_request WHERE name = 'HB top'; DELETE FROM repr_map WHERE name = 'HB site';"
            "UPDATE dim_strategy_item SET \"order\" = 9; UPDATE length_clip SET along_y = 1");
     EXPECT_EQ(
@@ -126,13 +126,13 @@ TEST_F(ConflictWords, WhatBelongsTogetherIsOneLineWithWhatBecomesOfIt) {
     set<StructDetailStyle>("HB post 1:15", "view_3", std::int64_t{0});
     StructDetailStyle style;
     style.name = "New";
-    EXPECT_EQ(databases.append(kTableDetailStyle, style), 1);
+    EXPECT_EQ(databases.append(kTableDetailStyle, style), WriteResult::kWritten);
     StructDetObjQualifierSet set;
     set.name = "Mine";
     set.groupKey = row<StructDetObjQualifierSet>(kUser, "HB rails")->groupKey;
     const KorString group =
         databases.here()->table(kTableQualifierSetGroup).find(KorOdbcKey(set.groupKey))->name;
-    EXPECT_EQ(databases.append(kTableQualifierSet, set), 1);
+    EXPECT_EQ(databases.append(kTableQualifierSet, set), WriteResult::kWritten);
     others("UPDATE detail_style SET view_1 = " + std::to_string(view("HB front")) +
            ", view_2 = 0, view_3 = 0 WHERE name = 'HB post 1:15';"
            "INSERT INTO detail_style(\"key\", name) VALUES (77, 'New');"

@@ -62,16 +62,16 @@ TEST_F(GuardedWrite, OfAPartAsksForItsWhole) {
         };
         asked.clear();
         answer = KorDSMGuardedWrite::kDecline;
-        EXPECT_EQ(write(), KorDSMGuardedWrite::kDecline);
+        EXPECT_EQ(write(), WriteResult::kDeclined);
         EXPECT_EQ(asked, std::vector{whole}) << "once, for the whole";
         EXPECT_EQ(cell(table, part.key, each.column), before);
         answer = KorDSMGuardedWrite::kWrite;
-        EXPECT_EQ(write(), KorDSMGuardedWrite::kWrite);
+        EXPECT_EQ(write(), WriteResult::kWritten);
         EXPECT_EQ(cell(table, part.key, each.column), other);
         structure.setShowWarning(false);
         asked.clear();
         databases.undo();
-        EXPECT_EQ(write(), KorDSMGuardedWrite::kWrite);
+        EXPECT_EQ(write(), WriteResult::kWritten);
         EXPECT_TRUE(asked.empty());
         structure.setShowWarning(true);
     }
@@ -91,10 +91,10 @@ TEST_F(GuardedWrite, TheLimitsOfEachColumnCanBeTypedAndWrittenAndNothingBeyond) 
                     column.isInteger() ? CellValue(static_cast<std::int64_t>(limit)) : CellValue(limit);
                 const KorString typed = KorDSMValueText::toText(table, column, value);
                 const auto parsed = KorDSMValueText::parse(table, column, typed);
-                ASSERT_TRUE(parsed.value) << typed.c_str();
+                ASSERT_TRUE(parsed) << typed.c_str();
                 EXPECT_EQ(parsed.value, value);
-                EXPECT_EQ(databases.setCell(table.type, KorOdbcKey(rows.at(0).key), column.number, value),
-                          WriteResult::kWritten);
+                EXPECT_TRUE(databases.setCell(table.type, KorOdbcKey(rows.at(0).key), column.number, value)
+                                .isStored());
                 ++limits;
             }
             EXPECT_FALSE(column.isInRange(column.maximum + 1));
@@ -114,9 +114,10 @@ TEST_F(GuardedWrite, OfAnAppearanceAsksWhereSeveralEntriesUseIt) {
         shared += several;
         asked.clear();
         const CellValue before = cell(row.table, row.key, 10);
-        const int result = KorDSMGuardedWrite::setAttributeValue(row.table, KorOdbcKey(row.key), 10, 0.77);
+        const WriteResult result =
+            KorDSMGuardedWrite::setAttributeValue(row.table, KorOdbcKey(row.key), 10, 0.77);
         EXPECT_EQ(cell(row.table, row.key, 10), several ? before : CellValue(0.77));
-        EXPECT_EQ(result, several ? KorDSMGuardedWrite::kDecline : KorDSMGuardedWrite::kWrite);
+        EXPECT_EQ(result.kind, several ? WriteResult::kDeclined : WriteResult::kWritten);
         EXPECT_EQ(asked.size(), several ? 1u : 0u);
     }
     EXPECT_GT(shared, 0);
@@ -178,13 +179,13 @@ TEST_F(GuardedWrite, WhatCannotBeReadIsMendedAfterAQuestionAndHindersOtherWrites
     };
     ASSERT_FALSE(databases.here()->complete());
     KorHostReport::take();
-    EXPECT_EQ(write(sound), 0);
+    EXPECT_TRUE(write(sound).isFailed());
     EXPECT_EQ(KorHostReport::take().size(), 1U);
     EXPECT_TRUE(asked.empty());
-    EXPECT_EQ(write(damaged), KorDSMGuardedWrite::kDecline);
+    EXPECT_EQ(write(damaged), WriteResult::kDeclined);
     EXPECT_EQ(asked, (std::vector{RowRef{kTableViewRequest, damaged}}));
     answer = KorDSMGuardedWrite::kWrite;
-    EXPECT_EQ(write(damaged), KorDSMGuardedWrite::kWrite);
+    EXPECT_EQ(write(damaged), WriteResult::kWritten);
     EXPECT_FALSE(databases.here()->complete()) << "it is not stored yet";
     {
         const StyleDatabases::CommitWalk walk(databases);
@@ -192,5 +193,5 @@ TEST_F(GuardedWrite, WhatCannotBeReadIsMendedAfterAQuestionAndHindersOtherWrites
             EXPECT_EQ(databases.keepTable(table.type), 1);
     }
     EXPECT_EQ(databases.here()->complete().error, "");
-    EXPECT_NE(write(sound), 0);
+    EXPECT_FALSE(write(sound).isFailed());
 }

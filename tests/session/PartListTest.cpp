@@ -55,13 +55,13 @@ TEST_F(PartList, EachCommandIsOneStepThatKeepsTheOrder) {
     ASSERT_EQ(names(list), "Main part;Fitted parts;Holes;");
 
     KorDSMPartList::Outcome added = list.add(keys[0]);
-    ASSERT_TRUE(added.done);
+    ASSERT_TRUE(added.isStored());
     EXPECT_EQ(list.keys()[1], added.selected.at(0));
     EXPECT_EQ(orders(list), (std::vector{1, 2, 3, 4}));
     EXPECT_EQ(KorDSMUndo::undoText(), "Undo adding to \"HB workshop\"");
-    EXPECT_TRUE(list.add(0).done);
+    EXPECT_TRUE(list.add(0).isStored());
     EXPECT_EQ(list.keys().size(), 5u);
-    ASSERT_TRUE(list.remove({list.keys()[1], list.keys()[4]}).done);
+    ASSERT_TRUE(list.remove({list.keys()[1], list.keys()[4]}).isStored());
     EXPECT_EQ(KorDSMUndo::undoText(), "Undo removal of 2 entries from \"HB workshop\"");
     EXPECT_EQ(names(list), "Main part;Fitted parts;Holes;");
     EXPECT_EQ(orders(list), (std::vector{1, 2, 3}));
@@ -80,9 +80,9 @@ TEST_F(PartList, EachCommandIsOneStepThatKeepsTheOrder) {
 }
 
 TEST_F(PartList, AMoveWritesOnlyRowsWhoseNumberChanges) {
-    EXPECT_FALSE(list.moveBy({keys[0]}, -1).done) << "there is nothing above";
-    EXPECT_FALSE(list.moveTo({keys[1]}, 1).done);
-    EXPECT_FALSE(list.moveTo({keys[1]}, 2).done);
+    EXPECT_EQ(list.moveBy({keys[0]}, -1), WriteResult::kUnchanged) << "there is nothing above";
+    EXPECT_EQ(list.moveTo({keys[1]}, 1), WriteResult::kUnchanged);
+    EXPECT_EQ(list.moveTo({keys[1]}, 2), WriteResult::kUnchanged);
     EXPECT_EQ(steps(), 0u);
     const KorDSMPartList::Outcome up = list.moveBy({keys[2]}, -1);
     EXPECT_EQ(names(list), "Main part;Holes;Fitted parts;");
@@ -90,22 +90,23 @@ TEST_F(PartList, AMoveWritesOnlyRowsWhoseNumberChanges) {
     EXPECT_EQ(up.changes.size(), 2u);
     EXPECT_EQ(steps(), 2u);
     // Rows that don't stand together come together, in their order.
-    EXPECT_TRUE(list.moveTo({keys[1], keys[0]}, 3).done);
+    EXPECT_TRUE(list.moveTo({keys[1], keys[0]}, 3).isStored());
     EXPECT_EQ(names(list), "Holes;Main part;Fitted parts;");
     EXPECT_EQ(KorDSMUndo::undoText(), "Undo move of 2 entries of \"HB workshop\"");
-    EXPECT_TRUE(list.moveBy({keys[2]}, 99).done);
+    EXPECT_TRUE(list.moveBy({keys[2]}, 99).isStored());
     EXPECT_EQ(names(list), "Main part;Fitted parts;Holes;");
 }
 
 TEST_F(PartList, GapsAndTiesStandStillUntilACommandMendsThem) {
     const auto order = [&](std::size_t row, int value) {
-        ASSERT_EQ(databases.setCell(kTableReprMapEntry, KorOdbcKey(keys[row]), 3, std::int64_t{value}), 1);
+        ASSERT_EQ(databases.setCell(kTableReprMapEntry, KorOdbcKey(keys[row]), 3, std::int64_t{value}),
+                  WriteResult::kWritten);
     };
     order(0, 7);
     order(1, 7);
     order(2, -3);
     EXPECT_EQ(list.keys(), (Keys{keys[2], keys[0], keys[1]}));
-    ASSERT_TRUE(list.moveBy({keys[1]}, -1).done);
+    ASSERT_TRUE(list.moveBy({keys[1]}, -1).isStored());
     EXPECT_EQ(list.keys(), (Keys{keys[2], keys[1], keys[0]}));
     EXPECT_EQ(orders(list), (std::vector{1, 2, 3}));
 }
@@ -113,7 +114,7 @@ TEST_F(PartList, GapsAndTiesStandStillUntilACommandMendsThem) {
 TEST_F(PartList, IsNotWrittenWithoutConsentOrWhereNothingMayBeWritten) {
     answer = KorDSMGuardedWrite::kDecline;
     const auto shared = list.remove({keys[0]});
-    const bool wasAsked = !shared.done;
+    const bool wasAsked = !shared.isStored();
     EXPECT_EQ(wasAsked, KorDSMGuardedWrite::needsConfirmation(kTableReprMap, KorOdbcKey(list.whole().key)));
     if (wasAsked) {
         EXPECT_EQ(list.keys(), keys);
@@ -125,8 +126,8 @@ TEST_F(PartList, IsNotWrittenWithoutConsentOrWhereNothingMayBeWritten) {
         {kTableReprMap, row<StructDetObjReprMap>(SourceId::standard(), "Single part")->key},
         kTableReprMapEntry);
     const auto refused = standard.add(0);
-    EXPECT_FALSE(refused.done);
-    EXPECT_NE(refused.refusal, "");
+    EXPECT_FALSE(refused.isStored());
+    EXPECT_NE(refused.error, "");
 }
 
 // Whatever is done, the order stays whole, the items show it, and all of it can be taken back.
@@ -142,7 +143,7 @@ TEST_F(PartList, RandomCommandsKeepTheOrderAndAreTakenBack) {
             if (random() % 3 == 0)
                 rows.push_back(key);
         const int place = static_cast<int>(random() % (now.size() + 1));
-        KorDSMPartList::Outcome outcome;
+        KorDSMPartList::Outcome outcome{{WriteResult::kUnchanged}};
         switch (now.size() > 12 ? 1 : random() % 5) {
         case 0:
             outcome = list.add(now.empty() ? 0 : now[random() % now.size()]);
@@ -160,7 +161,7 @@ TEST_F(PartList, RandomCommandsKeepTheOrderAndAreTakenBack) {
             outcome = rows.empty() ? outcome : list.moveBy(rows, random() % 2 ? 1 : -1);
             break;
         }
-        done += outcome.done;
+        done += outcome == WriteResult::kWritten;
         KorDSMItemUpdate::follow(structure, outcome.changes);
         for (KorDSMDatabaseItem* view : expand(style))
             for (KorDSMDatabaseItem* part : expand(*view))

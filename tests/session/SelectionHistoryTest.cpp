@@ -31,7 +31,7 @@ protected:
 TEST_F(SelectionHistory, PassesOverStalePlacesAndStaysWhereThereIsNoOther) {
     EXPECT_FALSE(canGoBack() || canGoForward());
     const auto copied = KorDSMItemCommands::copyItem(style("HB post 1:15"), "HB post 1:20");
-    ASSERT_TRUE(copied.done);
+    ASSERT_TRUE(copied.isStored());
     history.record(KorDSMPlace(*copied.added.front()));
     history.record(KorDSMPlace(style("HB post 1:15")));
     history.record(KorDSMPlace(style("HB post 1:15")));
@@ -40,7 +40,7 @@ TEST_F(SelectionHistory, PassesOverStalePlacesAndStaysWhereThereIsNoOther) {
     EXPECT_FALSE(canGoForward());
     {
         const auto deleted = KorDSMItemCommands::deleteItem(*copied.added.front());
-        ASSERT_TRUE(deleted.done);
+        ASSERT_TRUE(deleted.isStored());
     }
     EXPECT_FALSE(canGoBack()) << "only a stale place and the same one are left";
     EXPECT_EQ(back(), "nothing");

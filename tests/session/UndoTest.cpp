@@ -53,7 +53,7 @@ protected:
         item<StructDetObjAnnotationStrategy>(kUser, "HB mark");
         item<StructDetViewDimRequestLinear>(kUser, "HB overall");
     }
-    KorDSMItemUpdate::Outcome follow(const std::vector<KorDSMRowChange>& changes) {
+    KorDSMItemUpdate::Changes follow(const std::vector<KorDSMRowChange>& changes) {
         return KorDSMItemUpdate::follow(structure, changes);
     }
 
@@ -72,9 +72,9 @@ TEST_F(Undo, SaysInTheMenuWhatItTakesBack) {
     ASSERT_EQ(KorDSMGuardedWrite::setAttributeInt(kTableDetailStyle, KorOdbcKey(post), 6, 2), 1);
     EXPECT_EQ(KorDSMUndo::undoText(), "Undo change of Title position of \"HB post 1:15\"");
     KorDSMDatabaseItem& style = item<StructDetailStyle>(kUser, "HB post 1:15");
-    ASSERT_TRUE(KorDSMItemCommands::copyItem(style, KorString(std::string(10000, 'x'))).done);
+    ASSERT_TRUE(KorDSMItemCommands::copyItem(style, KorString(std::string(10000, 'x'))).isStored());
     EXPECT_EQ(KorDSMUndo::undoText(), "Undo copying of \"HB post 1:15\"");
-    ASSERT_TRUE(KorDSMItemCommands::renameItem(style, KorString(std::string(10000, 'y'))).done);
+    ASSERT_TRUE(KorDSMItemCommands::renameItem(style, KorString(std::string(10000, 'y'))).isStored());
     EXPECT_EQ(KorDSMUndo::undoText(), "Undo renaming of \"HB post 1:15\"");
     ASSERT_EQ(KorDSMGuardedWrite::setAttributeInt(kTableDetailStyle, KorOdbcKey(post), 6, 3), 1);
     EXPECT_LT(KorDSMUndo::undoText().size(), 100u) << "no menu is as wide as a name can be";
@@ -98,7 +98,7 @@ TEST_F(Undo, TellsWhichRowsAreDifferentAndWhetherAnythingIsLeft) {
     const RowRef post{kTableDetailStyle, row<StructDetailStyle>(kUser, "HB post 1:15")->key};
     KorDSMGuardedWrite::setAttributeInt(post.table, KorOdbcKey(post.key), 6, 2);
     KorDSMDatabaseItem& style = item<StructDetailStyle>(kUser, "HB post 1:15");
-    ASSERT_TRUE(KorDSMItemCommands::copyItem(style, "Copy").done);
+    ASSERT_TRUE(KorDSMItemCommands::copyItem(style, "Copy").isStored());
 
     const auto gone = KorDSMUndo::undo();
     ASSERT_EQ(gone.size(), 2u);
@@ -127,16 +127,18 @@ TEST_F(Undo, TheItemsFollowEveryCommandThereAndBack) {
         states.push_back(shown());
     };
     KorDSMDatabaseItem& post = item<StructDetailStyle>(kUser, "HB post 1:15");
-    did(KorDSMItemCommands::copyItem(post, "Copy of post").done);
-    did(KorDSMItemCommands::renameItem(post, "Post").done);
-    did(KorDSMItemCommands::moveToGroup(post, item<StructDetBaseCategory>(kUser, "Hallberg: railings")).done);
-    did(KorDSMItemCommands::deleteItem(post).done);
-    did(KorDSMItemCommands::copyItem(item<StructDetObjQualifierSet>(kUser, "HB rails"), "Rails").done);
+    did(KorDSMItemCommands::copyItem(post, "Copy of post").isStored());
+    did(KorDSMItemCommands::renameItem(post, "Post").isStored());
+    did(KorDSMItemCommands::moveToGroup(post, item<StructDetBaseCategory>(kUser, "Hallberg: railings"))
+            .isStored());
+    did(KorDSMItemCommands::deleteItem(post).isStored());
+    did(KorDSMItemCommands::copyItem(item<StructDetObjQualifierSet>(kUser, "HB rails"), "Rails").isStored());
     did(KorDSMItemCommands::moveToGroup(item<StructDetObjQualifierSet>(kUser, "Rails"),
                                         item<StructDetObjQualifierSetGroup>(kUser, "Hallberg: site"))
-            .done);
-    did(KorDSMItemCommands::deleteItem(item<StructDetObjQualifierSet>(kUser, "Rails")).done);
-    did(KorDSMItemCommands::deleteItem(item<StructDetBaseCategory>(kUser, "Hallberg: site drawings")).done);
+            .isStored());
+    did(KorDSMItemCommands::deleteItem(item<StructDetObjQualifierSet>(kUser, "Rails")).isStored());
+    did(KorDSMItemCommands::deleteItem(item<StructDetBaseCategory>(kUser, "Hallberg: site drawings"))
+            .isStored());
 
     for (std::size_t i = states.size() - 1; i > 0; --i) {
         const std::string what = KorDSMUndo::undoText().toStdString();
@@ -168,13 +170,13 @@ TEST_F(Undo, WhatComesBackStandsWhereItStoodAndIsLedTo) {
     ASSERT_GT(before.size(), 2u);
     auto& other = item<StructDetBaseCategory>(kUser, "Hallberg: railings");
     ASSERT_NE(&other, &home);
-    ASSERT_TRUE(KorDSMItemCommands::moveToGroup(first, other).done);
+    ASSERT_TRUE(KorDSMItemCommands::moveToGroup(first, other).isStored());
     const auto changes = KorDSMUndo::undo();
     follow(changes);
     EXPECT_EQ(names(), before);
     EXPECT_EQ(KorDSMUndo::itemOf(structure, changes, nullptr), &first) << "it is filed by another row";
 
-    ASSERT_TRUE(KorDSMItemCommands::deleteItems({home.children()[0], home.children()[1]}).done);
+    ASSERT_TRUE(KorDSMItemCommands::deleteItems({home.children()[0], home.children()[1]}).isStored());
     follow(KorDSMUndo::undo());
     EXPECT_EQ(names(), before);
 }

@@ -15,7 +15,7 @@ EditorFixture::EditorFixture() {
         m_failedChecks.push_back(std::string(expression) + " " + file + ":" + std::to_string(line));
     });
     ModuleResources::setUp({});
-    const StoreResult built = buildSampleData(SOURCE_DIR "/resources", m_folder.file("data"));
+    const Result<> built = buildSampleData(SOURCE_DIR "/resources", m_folder.file("data"));
     EXPECT_TRUE(built) << built.error;
 }
 

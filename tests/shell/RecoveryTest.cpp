@@ -181,9 +181,9 @@ TEST_F(Recovery, WhatWasBroughtBackIsNamedAndTakenBackStepByStep) {
     m_databases->setCurrentSource(SourceId::user());
     StructDetBaseCategory category;
     category.name = "Mine";
-    ASSERT_EQ(m_databases->append(tableOf<StructDetBaseCategory>, category), 1);
+    ASSERT_EQ(m_databases->append(tableOf<StructDetBaseCategory>, category), WriteResult::kWritten);
     category.number = 77;
-    ASSERT_EQ(m_databases->store(tableOf<StructDetBaseCategory>, category), 1);
+    ASSERT_EQ(m_databases->store(tableOf<StructDetBaseCategory>, category), WriteResult::kWritten);
     const std::vector<KorString> steps = KorDSMUndo::undoSteps(9);
     ASSERT_EQ(steps.size(), 4U);
     m_dialog.reset();

@@ -35,8 +35,8 @@ std::shared_ptr<StructRecord> ExchangeExport::translated(const StyleTable& table
     return copy;
 }
 
-StoreResult ExchangeExport::writeTable(StyleStore& store, eTableType type,
-                                       const std::vector<std::int32_t>& keys) {
+Result<> ExchangeExport::writeTable(StyleStore& store, eTableType type,
+                                    const std::vector<std::int32_t>& keys) {
     const StyleTable& table = m_source.table(type);
     std::vector<std::shared_ptr<StructRecord>> records;
     TableChange change;
@@ -47,13 +47,13 @@ StoreResult ExchangeExport::writeTable(StyleStore& store, eTableType type,
     return store.apply(change, conflicts);
 }
 
-StoreResult ExchangeExport::writeInto(StyleStore& store, ExchangeProgress& progress) {
-    StoreResult result;
+Result<> ExchangeExport::writeInto(StyleStore& store, ExchangeProgress& progress) {
+    Result<> result;
     for (auto it = m_rows.begin(); result && it != m_rows.end(); ++it) {
         result = writeTable(store, it->first, it->second);
         m_cancelled = !progress.step();
         if (m_cancelled)
-            return StoreResult::failure("cancelled"); // so that nothing is kept; nobody reads it
+            return Result<>::failure("cancelled"); // so that nothing is kept; nobody reads it
     }
     return result;
 }

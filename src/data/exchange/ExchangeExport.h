@@ -17,12 +17,12 @@ public:
     std::size_t tableCount() const { return m_rows.size(); }
     std::vector<RowRef> rows() const;
     /// Writes the rows into an empty store in which a transaction is open; one step of progress per table.
-    StoreResult writeInto(StyleStore& store, ExchangeProgress& progress);
+    Result<> writeInto(StyleStore& store, ExchangeProgress& progress);
     bool isCancelled() const { return m_cancelled; }
 
 private:
     std::shared_ptr<StructRecord> translated(const StyleTable& table, std::int32_t key) const;
-    StoreResult writeTable(StyleStore& store, eTableType type, const std::vector<std::int32_t>& keys);
+    Result<> writeTable(StyleStore& store, eTableType type, const std::vector<std::int32_t>& keys);
 
     StyleSource& m_source;
     std::map<eTableType, std::vector<std::int32_t>> m_rows; ///< the keys of the rows, ascending

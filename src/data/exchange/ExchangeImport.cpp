@@ -84,9 +84,10 @@ void ExchangeImport::appendPart(const Referrer& part, const StructRecord& whole)
 }
 
 bool ExchangeImport::appendRecord(eTableType table, StructRecord& record) {
-    if (!m_refused && m_databases.appendStored(table, record) != WriteResult::kWritten) {
-        m_refused = true;
-        m_refusal = m_to.whyFull(table);
+    if (!m_refused) {
+        const WriteResult result = m_databases.appendStored(table, record);
+        m_refused = result.isFailed();
+        m_refusal = result.error;
     }
     m_report.rowsAppended += m_refused ? 0 : 1;
     return !m_refused;

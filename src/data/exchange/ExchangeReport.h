@@ -33,5 +33,4 @@ struct ImportReport {
     int rowsAppended = 0;
     std::vector<std::string> problems; ///< values that are taken although they are outside their range
     std::vector<std::string> leftOut;  ///< references to rows that do not exist, one sentence each
-    std::string error;                 ///< one sentence when nothing was imported, else empty
 };

@@ -128,13 +128,13 @@ std::set<eTableType> PendingReplay::tables() const {
     return types;
 }
 
-StoreResult PendingReplay::readAnew() {
+Result<> PendingReplay::readAnew() {
     return m_source.readAnew(tables());
 }
 
-StoreResult PendingReplay::read() {
+Result<> PendingReplay::read() {
     for (const eTableType type : tables())
-        if (StoreResult result = m_source.readingOf(type); !result)
+        if (Result<> result = m_source.readingOf(type); !result)
             return result;
     return {};
 }

@@ -19,9 +19,9 @@ public:
 
     /// Forgets what was read and reads what the changes need again, in one state. On failure all is as
     /// before.
-    StoreResult readAnew();
+    Result<> readAnew();
     /// Reads what the changes need, as far as it was not read yet.
-    StoreResult read();
+    Result<> read();
     /// Makes the changes anew after either, as one group. Rows that were appended under a key, a name or
     /// numbers that are taken by now get others, and what refers to them follows; a group in which they are
     /// filed is made again where it is gone. Of what another run left, rows that are there with all that

@@ -210,7 +210,7 @@ std::vector<RecoveryText::TakenOver> RecoveryFile::takenOver() const {
     return all;
 }
 
-StoreResult RecoveryFile::read(StyleDatabases& databases) {
+Result<> RecoveryFile::read(StyleDatabases& databases) {
     std::vector<std::pair<SourceId, RecoverySource>> named;
     const auto idOf = [&](const RecoverySource& source) {
         SourceId found = idOfMissing(source.number);
@@ -226,7 +226,7 @@ StoreResult RecoveryFile::read(StyleDatabases& databases) {
     };
     RecoveryText::Parsed content = parsed(idOf);
     if (!content.changes)
-        return StoreResult::failure(KorString::format(
+        return Result<>::failure(KorString::format(
             translated(
                 "The file \"%s\" with the changes of an earlier run is damaged or of another version, so "
                 "they were not offered; delete it when you do not need them."),

@@ -20,7 +20,7 @@ public:
     /// Takes from the file what stood at the end, for the databases that are open and may be edited; what a
     /// commit stored whose end the program did not live to see is left out. Fails where the file is not as it
     /// was written; it is kept then.
-    StoreResult read(StyleDatabases& databases);
+    Result<> read(StyleDatabases& databases);
     const std::filesystem::path& file() const { return m_file; }
     /// What was read; empty when nothing was pending, or nothing of these databases.
     PendingLog& changes() { return *m_changes; }

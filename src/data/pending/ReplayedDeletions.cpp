@@ -20,7 +20,7 @@ void PendingReplay::removeRows() {
     std::set<RowRef> going = wholesToRemove();
     if (going.empty())
         return;
-    if (const StoreResult whole = m_source.complete(); !whole) {
+    if (const Result<> whole = m_source.complete(); !whole) {
         for (const RowRef row : going)
             refuseDeletion(row, KorString(whole.error));
         return;

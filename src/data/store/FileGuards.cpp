@@ -58,7 +58,7 @@ int tablesToCheck(const SqliteConnection& connection, std::vector<std::string>& 
 
 } // namespace
 
-StoreResult refuseOddNeighbours(const std::string& path, const std::string& name) {
+Result<> refuseOddNeighbours(const std::string& path, const std::string& name) {
     for (const char* suffix : {"-journal", "-wal", "-shm"}) {
         const std::filesystem::path neighbour = resolvedPath(path) + suffix;
         std::error_code error;
@@ -69,7 +69,7 @@ StoreResult refuseOddNeighbours(const std::string& path, const std::string& name
     return {};
 }
 
-StoreResult refuseLeftChanges(const SqliteDatabase& database, const std::string& path) {
+Result<> refuseLeftChanges(const SqliteDatabase& database, const std::string& path) {
     if (!database.connection.get()) // nothing can be read, and the reason is known
         return {};
     const std::string resolved = resolvedPath(path);
@@ -93,7 +93,7 @@ StoreResult refuseLeftChanges(const SqliteDatabase& database, const std::string&
                        database.file, name);
 }
 
-StoreResult refuseExpressions(const SqliteDatabase& database) {
+Result<> refuseExpressions(const SqliteDatabase& database) {
     std::vector<std::string> computed;
     int code = database.connection.queryTexts(
         "SELECT t.name || '.' || c.name FROM sqlite_master t, pragma_table_xinfo(t.name) c "
@@ -113,12 +113,12 @@ StoreResult refuseExpressions(const SqliteDatabase& database) {
         return database.failure(code);
     if (const auto it = std::ranges::find_if_not(defaults, &isLiteral); it != defaults.end())
         computed.push_back("DEFAULT " + it->substr(0, 40));
-    return computed.empty() ? StoreResult()
+    return computed.empty() ? Result<>()
                             : faultResult(eStoreFault::kComputed, database.file, computed.front());
 }
 
-StoreResult findDamage(const SqliteDatabase& database, bool indexes, int most,
-                       std::vector<std::string>& findings) {
+Result<> findDamage(const SqliteDatabase& database, bool indexes, int most,
+                    std::vector<std::string>& findings) {
     std::vector<std::string> tables;
     int code = tablesToCheck(database.connection, tables);
     const std::string pragma = indexes ? "PRAGMA integrity_check(" : "PRAGMA quick_check(";
@@ -137,5 +137,5 @@ StoreResult findDamage(const SqliteDatabase& database, bool indexes, int most,
             code = readErrorIn(finding);
     if (findings.size() > static_cast<std::size_t>(most))
         findings.resize(static_cast<std::size_t>(most));
-    return code == SQLITE_OK ? StoreResult() : database.failure(code);
+    return code == SQLITE_OK ? Result<>() : database.failure(code);
 }

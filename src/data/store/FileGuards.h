@@ -7,17 +7,17 @@
 
 /// Refuses a file with another kind of thing beside it where a journal would be: a pipe would keep the
 /// program waiting.
-StoreResult refuseOddNeighbours(const std::string& path, const std::string& name);
+Result<> refuseOddNeighbours(const std::string& path, const std::string& name);
 /// Refuses a file beside which lies a journal of which nothing proves that it is the file's own, or a log of
 /// write-ahead mode, which nothing binds to a file: what they hold would ruin another file. Must be called
 /// before anything is read through the connection, in each transaction.
-StoreResult refuseLeftChanges(const SqliteDatabase& database, const std::string& path);
+Result<> refuseLeftChanges(const SqliteDatabase& database, const std::string& path);
 /// Refuses columns and indexes that are computed by expressions, which may run without end when a row is
 /// written or checked.
-StoreResult refuseExpressions(const SqliteDatabase& database);
+Result<> refuseExpressions(const SqliteDatabase& database);
 
 /// The findings of the database engine about the file's structure, at most `most`; with `indexes` about what
 /// they hold too. A large file is looked at table by table, so that no lock is held for long. What could not
 /// be read is a failure, not a finding.
-StoreResult findDamage(const SqliteDatabase& database, bool indexes, int most,
-                       std::vector<std::string>& findings);
+Result<> findDamage(const SqliteDatabase& database, bool indexes, int most,
+                    std::vector<std::string>& findings);

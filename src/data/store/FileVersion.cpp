@@ -3,7 +3,7 @@
 #include "base/Translation.h"
 #include "data/store/SchemaMigration.h"
 
-StoreResult FileVersion::look() {
+Result<> FileVersion::look() {
     std::int64_t application = 0;
     int code = m_database.connection.queryInteger("PRAGMA application_id", application);
     if (code == SQLITE_OK)
@@ -26,11 +26,11 @@ std::string FileVersion::whyTooNew() const {
 }
 
 // Another program may bring the file to another version, or change one of an earlier version, at any time.
-StoreResult FileVersion::follow(std::int64_t state) {
+Result<> FileVersion::follow(std::int64_t state) {
     if (m_state == state)
         return m_whyNoCopy;
     forget();
-    StoreResult result = look();
+    Result<> result = look();
     if (result && isOlder())
         result = copyForward();
     if (result || !m_whyNoCopy)
@@ -38,9 +38,9 @@ StoreResult FileVersion::follow(std::int64_t state) {
     return result;
 }
 
-StoreResult FileVersion::copyForward() {
+Result<> FileVersion::copyForward() {
     auto copy = std::make_unique<SqliteDatabase>(&m_database);
-    if (StoreResult copied = copyToMemory(m_database, *copy); !copied)
+    if (Result<> copied = copyToMemory(m_database, *copy); !copied)
         return copied;
     m_whyNoCopy = migrate(*copy, m_history, static_cast<int>(m_version));
     if (m_whyNoCopy)
@@ -48,8 +48,8 @@ StoreResult FileVersion::copyForward() {
     return m_whyNoCopy;
 }
 
-StoreResult FileVersion::bringForward(const std::string& path) {
-    StoreResult result = look();
+Result<> FileVersion::bringForward(const std::string& path) {
+    Result<> result = look();
     if (result && isNewer())
         return {whyTooNew()};
     if (!result || !isOlder())

@@ -14,7 +14,7 @@ public:
         : m_database(database), m_history(history), m_version(history.current()) {}
 
     /// Looks at what the file is; refuses those of other applications and of unknown versions.
-    StoreResult look();
+    Result<> look();
     bool isOlder() const { return m_version < m_history.current(); }
     bool isNewer() const { return m_version > m_history.current(); }
     /// As `StyleStore::whyTooNew` says.
@@ -22,15 +22,15 @@ public:
 
     /// In an open read transaction: takes care that `toRead` is what the file holds in it. `state` differs
     /// from an earlier one when another program changed the file between.
-    StoreResult follow(std::int64_t state);
+    Result<> follow(std::int64_t state);
     /// What tables are read from while a transaction is open.
     SqliteDatabase& toRead() { return isOlder() && !m_backup ? *m_copy : m_database; }
 
     /// In an open write transaction that has written nothing yet: refuses a newer file; brings an older one,
     /// of which `path` is the absolute path, to the current version.
-    StoreResult bringForward(const std::string& path);
+    Result<> bringForward(const std::string& path);
     /// Before that transaction is committed: puts the backup in its place.
-    StoreResult keepBackup() { return m_backup ? m_backup->publish() : StoreResult(); }
+    Result<> keepBackup() { return m_backup ? m_backup->publish() : Result<>(); }
     /// After it. Harmless where there is none.
     void finish(bool kept);
 
@@ -38,13 +38,13 @@ public:
     void forget();
 
 private:
-    StoreResult copyForward();
+    Result<> copyForward();
 
     SqliteDatabase& m_database;
     const SchemaHistory& m_history;
     std::int64_t m_version;                  ///< that the file has
     std::optional<std::int64_t> m_state;     ///< in which the file was looked at for reading
     std::unique_ptr<SqliteDatabase> m_copy;  ///< of an older file, in the current version
-    StoreResult m_whyNoCopy;                 ///< why there can be none
+    Result<> m_whyNoCopy;                    ///< why there can be none
     std::unique_ptr<VersionBackup> m_backup; ///< while the open transaction brings the file forward
 };

@@ -32,7 +32,7 @@ bool isOfContent(int code) {
 
 } // namespace
 
-StoreResult migrate(const SqliteDatabase& database, const SchemaHistory& history, int from) {
+Result<> migrate(const SqliteDatabase& database, const SchemaHistory& history, int from) {
     for (const SchemaVersion& version : history.versions()) {
         if (version.number <= from)
             continue;
@@ -46,7 +46,7 @@ StoreResult migrate(const SqliteDatabase& database, const SchemaHistory& history
     return {};
 }
 
-StoreResult copyToMemory(const SqliteDatabase& database, SqliteDatabase& copy) {
+Result<> copyToMemory(const SqliteDatabase& database, SqliteDatabase& copy) {
     if (const int code = copy.connection.openInMemory(); code != SQLITE_OK)
         return copy.failure(code);
     sqlite3_backup* backup =
@@ -58,5 +58,5 @@ StoreResult copyToMemory(const SqliteDatabase& database, SqliteDatabase& copy) {
     if (code != SQLITE_DONE)
         return database.failure(code);
     const int distrusted = copy.connection.distrust();
-    return distrusted == SQLITE_OK ? StoreResult() : copy.failure(distrusted);
+    return distrusted == SQLITE_OK ? Result<>() : copy.failure(distrusted);
 }

@@ -5,7 +5,7 @@
 
 /// Brings a database from the version `from` to the current one, in the transaction that is open. A database
 /// that this cannot be done with is a failure; what was done until then must be rolled back.
-StoreResult migrate(const SqliteDatabase& database, const SchemaHistory& history, int from);
+Result<> migrate(const SqliteDatabase& database, const SchemaHistory& history, int from);
 
 /// Makes `copy`, which is not open, a database in memory with what `database` holds in its open transaction.
-StoreResult copyToMemory(const SqliteDatabase& database, SqliteDatabase& copy);
+Result<> copyToMemory(const SqliteDatabase& database, SqliteDatabase& copy);

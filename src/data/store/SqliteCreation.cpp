@@ -11,12 +11,12 @@
 SqliteCreation::SqliteCreation(std::string target, eTarget rule, const SchemaHistory& history)
     : m_target(std::move(target)), m_path(resolvedPath(m_target)), m_rule(rule), m_history(history) {}
 
-StoreResult SqliteCreation::fault(eStoreFault kind, const std::string& detail) const {
+Result<> SqliteCreation::fault(eStoreFault kind, const std::string& detail) const {
     return faultResult(kind, m_target, detail);
 }
 
-StoreResult SqliteCreation::make(const std::function<StoreResult(StyleStore&)>& fill) {
-    StoreResult result = checkTarget();
+Result<> SqliteCreation::make(const std::function<Result<>(StyleStore&)>& fill) {
+    Result<> result = checkTarget();
     if (!result)
         return result;
     removeLeftDatabases(std::filesystem::path(m_path).parent_path());
@@ -36,7 +36,7 @@ StoreResult SqliteCreation::make(const std::function<StoreResult(StyleStore&)>& 
     return result;
 }
 
-StoreResult SqliteCreation::checkTarget() const {
+Result<> SqliteCreation::checkTarget() const {
     if (const auto hindrance = faultOfFolder(m_path))
         return fault(*hindrance);
     if (isNeighbourName(m_path))
@@ -59,7 +59,7 @@ StoreResult SqliteCreation::checkTarget() const {
 }
 
 // Nobody knows the file yet: neither a journal on the disk nor a sync in between would help anybody.
-StoreResult SqliteCreation::makeTables(SqliteStore& store) const {
+Result<> SqliteCreation::makeTables(SqliteStore& store) const {
     const SqliteConnection& connection = store.m_database.connection;
     std::vector<std::string> statements = {
         "PRAGMA journal_mode = MEMORY",
@@ -75,20 +75,19 @@ StoreResult SqliteCreation::makeTables(SqliteStore& store) const {
     return {};
 }
 
-StoreResult SqliteCreation::publish() {
+Result<> SqliteCreation::publish() {
     const int error = m_temporary.publish(m_path, m_rule == eTarget::kMayExist);
-    return error ? fault(faultOfSystem(error), std::strerror(error)) : StoreResult();
+    return error ? fault(faultOfSystem(error), std::strerror(error)) : Result<>();
 }
 
-StoreResult SqliteStore::create(const std::string& path) {
+Result<> SqliteStore::create(const std::string& path) {
     return createWith(path, {}, false);
 }
 
-StoreResult SqliteStore::createWith(const std::string& path,
-                                    const std::function<StoreResult(StyleStore&)>& fill, bool mayReplace,
-                                    const SchemaHistory& history) {
+Result<> SqliteStore::createWith(const std::string& path, const std::function<Result<>(StyleStore&)>& fill,
+                                 bool mayReplace, const SchemaHistory& history) {
     SqliteCreation creation(
         path, mayReplace ? SqliteCreation::eTarget::kMayExist : SqliteCreation::eTarget::kMustBeNew, history);
-    const StoreResult made = creation.make(fill);
+    const Result<> made = creation.make(fill);
     return made ? creation.publish() : made;
 }

@@ -13,14 +13,14 @@ public:
 
     /// Makes the file with all tables and the rows that `fill` applies, in one transaction. Leftovers in its
     /// folder are removed first.
-    StoreResult make(const std::function<StoreResult(StyleStore&)>& fill);
+    Result<> make(const std::function<Result<>(StyleStore&)>& fill);
     /// Puts it in place.
-    StoreResult publish();
+    Result<> publish();
 
 private:
-    StoreResult checkTarget() const;
-    StoreResult makeTables(SqliteStore& store) const;
-    StoreResult fault(eStoreFault kind, const std::string& detail = {}) const;
+    Result<> checkTarget() const;
+    Result<> makeTables(SqliteStore& store) const;
+    Result<> fault(eStoreFault kind, const std::string& detail = {}) const;
 
     std::string m_target; ///< as sentences name it
     std::string m_path;   ///< where it is, links followed

@@ -34,7 +34,7 @@ void UnreadableCells::forget(const TableSchema& table) {
     });
 }
 
-StoreResult SqliteDatabase::failure(int code) const {
+Result<> SqliteDatabase::failure(int code) const {
     sqlite3* db = connection.get();
     if (!db && !whyClosed)
         return whyClosed;
@@ -46,7 +46,7 @@ StoreResult SqliteDatabase::failure(int code) const {
     return faultResult(faultOfCode(code, db ? sqlite3_system_errno(db) : 0), file, detail);
 }
 
-StoreResult SqliteDatabase::layoutOf(const TableSchema& table, const TableLayout*& layout) {
+Result<> SqliteDatabase::layoutOf(const TableSchema& table, const TableLayout*& layout) {
     if (!m_columns) {
         StoredColumns stored;
         if (const int code = stored.read(connection); code != SQLITE_OK)

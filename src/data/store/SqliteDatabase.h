@@ -39,12 +39,12 @@ public:
     std::string file; ///< as sentences name it
     SqliteConnection connection;
     std::shared_ptr<UnreadableCells> unreadable = std::make_shared<UnreadableCells>();
-    StoreResult whyClosed; ///< the failure that left no connection
+    Result<> whyClosed; ///< the failure that left no connection
 
     /// The failure that a result code means; without a connection, why there is none.
-    StoreResult failure(int code) const;
+    Result<> failure(int code) const;
     /// The layout of `table`, valid until `forgetLayouts`.
-    StoreResult layoutOf(const TableSchema& table, const TableLayout*& layout);
+    Result<> layoutOf(const TableSchema& table, const TableLayout*& layout);
     /// For when another program may have changed the tables.
     void forgetLayouts() {
         m_layouts.clear();

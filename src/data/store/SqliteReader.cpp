@@ -148,10 +148,10 @@ std::string selectSql(const TableSchema& table, const std::vector<const Column*>
     return sql + " FROM " + quotedIdentifier(table.name);
 }
 
-StoreResult readSqliteTable(SqliteDatabase& database, const TableSchema& table, RowArray& rows,
-                            std::vector<ReadProblem>& problems) {
+Result<> readSqliteTable(SqliteDatabase& database, const TableSchema& table, RowArray& rows,
+                         std::vector<ReadProblem>& problems) {
     const TableLayout* layout = nullptr;
-    if (StoreResult known = database.layoutOf(table, layout); !known)
+    if (Result<> known = database.layoutOf(table, layout); !known)
         return known;
     ReadReport report(database.file, table, problems);
     if (!layout->hasTable) {

@@ -40,5 +40,5 @@ private:
 std::string selectSql(const TableSchema& table, const std::vector<const Column*>& columns);
 
 /// Reads a table as `StyleStore::readTable` says.
-StoreResult readSqliteTable(SqliteDatabase& database, const TableSchema& table, RowArray& rows,
-                            std::vector<ReadProblem>& problems);
+Result<> readSqliteTable(SqliteDatabase& database, const TableSchema& table, RowArray& rows,
+                         std::vector<ReadProblem>& problems);

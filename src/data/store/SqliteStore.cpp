@@ -54,17 +54,17 @@ void SqliteStore::close() {
 OpenedStore SqliteStore::open(const std::string& path, eMode mode, eCheck check,
                               const SchemaHistory& history) {
     if (const auto fault = faultOfReading(path))
-        return {nullptr, faultSentence(*fault, path)};
+        return {faultResult(*fault, path)};
     const auto hindrance = mode == eMode::kWrite ? faultOfWriting(path) : std::nullopt;
     auto store = std::unique_ptr<SqliteStore>(new SqliteStore(absolutePath(path), path, history));
     store->m_readOnly = mode == eMode::kRead || hindrance;
-    if (const StoreResult result = store->openChecked(check); !result)
-        return {nullptr, result.error};
-    return {std::move(store), hindrance ? faultSentence(*hindrance, path) : std::string()};
+    if (Result<> result = store->openChecked(check); !result)
+        return {std::move(result)};
+    return {hindrance ? faultResult(*hindrance, path) : Result<>(), std::move(store)};
 }
 
-StoreResult SqliteStore::openChecked(eCheck check) {
-    StoreResult result = openFile();
+Result<> SqliteStore::openChecked(eCheck check) {
+    Result<> result = openFile();
     if (result)
         result = m_version.look();
     if (result)
@@ -76,9 +76,9 @@ StoreResult SqliteStore::openChecked(eCheck check) {
     return result;
 }
 
-StoreResult SqliteStore::openFile() {
+Result<> SqliteStore::openFile() {
     m_database.whyClosed = {};
-    if (StoreResult odd = refuseOddNeighbours(m_path, name()); !odd)
+    if (Result<> odd = refuseOddNeighbours(m_path, name()); !odd)
         return odd;
     if (const int code = m_database.connection.open(m_path, m_readOnly); code != SQLITE_OK)
         return (code & 0xFF) == SQLITE_CANTOPEN
@@ -90,13 +90,13 @@ StoreResult SqliteStore::openFile() {
     return configure();
 }
 
-StoreResult SqliteStore::configure() {
+Result<> SqliteStore::configure() {
     sqlite3* db = m_database.connection.get();
     const auto again = [](void* wait, int attempt) {
         return int(static_cast<LockWait*>(wait)->again(attempt));
     };
     sqlite3_busy_handler(db, again, &m_wait);
-    if (StoreResult left = refuseLeftChanges(m_database, m_path); !left)
+    if (Result<> left = refuseLeftChanges(m_database, m_path); !left)
         return left;
     int code = m_database.connection.distrust();
     // No page is written before the commit: the mark of the change comes first.
@@ -109,10 +109,10 @@ StoreResult SqliteStore::configure() {
         return faultResult(eStoreFault::kWriteAheadLog, name());
     if (code == SQLITE_OK)
         code = m_database.connection.execute("PRAGMA synchronous = EXTRA");
-    return code == SQLITE_OK ? StoreResult{} : m_database.failure(code);
+    return code == SQLITE_OK ? Result<>{} : m_database.failure(code);
 }
 
-StoreResult SqliteStore::leaveWriteAheadMode() {
+Result<> SqliteStore::leaveWriteAheadMode() {
     std::vector<std::string> mode;
     const int code = m_database.connection.queryTexts("PRAGMA journal_mode = DELETE", mode);
     if (code != SQLITE_OK)
@@ -122,37 +122,37 @@ StoreResult SqliteStore::leaveWriteAheadMode() {
     return {};
 }
 
-StoreResult SqliteStore::checkDamage(eCheck check) {
+Result<> SqliteStore::checkDamage(eCheck check) {
     if (check == eCheck::kNone)
         return {};
     std::vector<std::string> findings;
-    const StoreResult result = findDamage(m_database, check == eCheck::kFull, 1, findings);
+    const Result<> result = findDamage(m_database, check == eCheck::kFull, 1, findings);
     return !result || findings.empty() ? result
                                        : faultResult(eStoreFault::kDamaged, name(), findings.front());
 }
 
-StoreResult SqliteStore::readTable(const TableSchema& table, RowArray& rows,
-                                   std::vector<ReadProblem>& problems) {
+Result<> SqliteStore::readTable(const TableSchema& table, RowArray& rows,
+                                std::vector<ReadProblem>& problems) {
     if (!m_version.isOlder() || m_database.connection.isInTransaction())
         return readSqliteTable(m_version.toRead(), table, rows, problems);
     std::int64_t state = 0;
-    StoreResult result = beginRead(state);
+    Result<> result = beginRead(state);
     if (result)
         result = readSqliteTable(m_version.toRead(), table, rows, problems);
     endRead();
     return result;
 }
 
-StoreResult SqliteStore::beginRead(std::int64_t& state) {
+Result<> SqliteStore::beginRead(std::int64_t& state) {
     m_isReading = !m_database.connection.isInTransaction();
-    if (StoreResult left = m_isReading ? refuseLeftChanges(m_database, m_path) : StoreResult(); !left) {
+    if (Result<> left = m_isReading ? refuseLeftChanges(m_database, m_path) : Result<>(); !left) {
         m_isReading = false;
         return left;
     }
     int code = m_isReading ? m_database.connection.execute("BEGIN") : SQLITE_OK;
     if (code == SQLITE_OK)
         code = m_database.connection.queryInteger("PRAGMA data_version", state);
-    StoreResult result = code == SQLITE_OK ? StoreResult() : m_database.failure(code);
+    Result<> result = code == SQLITE_OK ? Result<>() : m_database.failure(code);
     if (result && m_isReading)
         result = m_version.follow(state);
     if (!result)
@@ -168,7 +168,7 @@ void SqliteStore::endRead() {
 
 std::vector<std::string> SqliteStore::integrityFindings() {
     std::vector<std::string> findings;
-    if (const StoreResult result = findDamage(m_database, true, kFindings, findings); !result)
+    if (const Result<> result = findDamage(m_database, true, kFindings, findings); !result)
         return {result.error};
     std::ranges::transform(findings, findings.begin(), [this](const std::string& finding) {
         return faultSentence(eStoreFault::kDamaged, name(), finding);
@@ -180,34 +180,34 @@ bool SqliteStore::isReplaced() const {
     return fileIdentity(m_path) != m_identity;
 }
 
-StoreResult SqliteStore::begin() {
+Result<> SqliteStore::begin() {
     if (m_readOnly)
         return faultResult(eStoreFault::kReadOnly, name());
-    if (StoreResult left = refuseLeftChanges(m_database, m_path); !left)
+    if (Result<> left = refuseLeftChanges(m_database, m_path); !left)
         return left;
     if (m_version.isNewer()) // not even its mode is changed
         return {whyTooNew()};
     bool ahead = false;
     int code = readWriteAheadMode(m_database.connection.get(), ahead);
     if (ahead)
-        if (StoreResult left = leaveWriteAheadMode(); !left)
+        if (Result<> left = leaveWriteAheadMode(); !left)
             return left;
     if (code == SQLITE_OK)
         code = m_database.connection.execute("BEGIN IMMEDIATE");
     if (code != SQLITE_OK)
         return m_database.failure(code);
-    StoreResult result =
+    Result<> result =
         isReplaced() ? faultResult(eStoreFault::kReplaced, name()) : m_version.bringForward(m_path);
     if (!result)
         rollback();
     return result;
 }
 
-StoreResult SqliteStore::apply(const TableChange& change, std::vector<StoreConflict>& conflicts) {
+Result<> SqliteStore::apply(const TableChange& change, std::vector<StoreConflict>& conflicts) {
     if (!KorAssert::check(m_database.connection.isInTransaction(), "isInTransaction()"))
         return faultResult(eStoreFault::kOther, name(), translated("no transaction").toStdString());
     const std::size_t before = conflicts.size();
-    const StoreResult result = m_writer.apply(change, conflicts);
+    const Result<> result = m_writer.apply(change, conflicts);
     m_hasConflict |= conflicts.size() > before;
     return result;
 }
@@ -222,14 +222,14 @@ std::uint32_t SqliteStore::lastMark() {
     return code == SQLITE_OK ? static_cast<std::uint32_t>(mark) : 0;
 }
 
-StoreResult SqliteStore::commit() {
+Result<> SqliteStore::commit() {
     if (!KorAssert::check(!m_hasConflict, "!m_hasConflict")) {
         rollback();
         return faultResult(eStoreFault::kOther, name(),
                            translated("a part of the change was not applied").toStdString());
     }
     int code = markChange(m_database.connection.get());
-    StoreResult result = code == SQLITE_OK ? m_version.keepBackup() : m_database.failure(code);
+    Result<> result = code == SQLITE_OK ? m_version.keepBackup() : m_database.failure(code);
     if (result)
         code = m_database.connection.execute("COMMIT");
     if (code != SQLITE_OK)
@@ -240,7 +240,7 @@ StoreResult SqliteStore::commit() {
     }
     m_writer.finish(true);
     m_version.finish(true);
-    return isReplaced() ? faultResult(eStoreFault::kReplacedMeanwhile, name()) : StoreResult();
+    return isReplaced() ? faultResult(eStoreFault::kReplacedMeanwhile, name()) : Result<>();
 }
 
 void SqliteStore::rollback() {
@@ -260,10 +260,10 @@ bool SqliteStore::changedOutside() {
     return version != m_dataVersion || isReplaced();
 }
 
-StoreResult SqliteStore::reopen() {
+Result<> SqliteStore::reopen() {
     close();
     const auto fault = faultOfReading(m_path);
-    const StoreResult result = fault ? faultResult(*fault, name()) : openChecked(eCheck::kQuick);
+    const Result<> result = fault ? faultResult(*fault, name()) : openChecked(eCheck::kQuick);
     if (!result) {
         close();
         m_database.whyClosed = result;
@@ -278,5 +278,5 @@ void SqliteStore::acknowledge() {
 
 std::vector<std::string> integrityFindings(const std::string& path) {
     const OpenedStore opened = SqliteStore::open(path, SqliteStore::eMode::kRead, SqliteStore::eCheck::kNone);
-    return opened.store ? opened.store->integrityFindings() : std::vector{opened.message};
+    return opened.store ? opened.store->integrityFindings() : std::vector{opened.error};
 }

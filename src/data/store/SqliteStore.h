@@ -9,11 +9,10 @@
 
 class SqliteStore;
 
-/// What came of opening a file.
-struct OpenedStore {
-    std::unique_ptr<SqliteStore> store; ///< null when the file cannot be used
-    std::string message; ///< why it cannot be used, or why it may only be read although writing was asked
-                         ///< for; empty for a newer version, of which `whyTooNew` tells
+/// What came of opening a file. A failure with a store says why the file may only be read although writing
+/// was asked for; of a newer version the store itself tells by `whyTooNew`.
+struct OpenedStore : Result<> {
+    std::unique_ptr<SqliteStore> store = {}; ///< null when the file cannot be used
 };
 
 /// A style database in an SQLite file. While it is open the process must not touch the file by other means
@@ -35,32 +34,30 @@ public:
                             const SchemaHistory& history = SchemaHistory::own());
 
     /// Makes a new database with all tables, empty. An existing file of that name is an error.
-    static StoreResult create(const std::string& path);
+    static Result<> create(const std::string& path);
     /// Makes a new database with all tables, in which `fill` applies rows, and puts it in the place of
     /// whatever `path` named before, or only where it named nothing. It appears there whole and checked, or
     /// not at all.
-    static StoreResult createWith(const std::string& path,
-                                  const std::function<StoreResult(StyleStore&)>& fill, bool mayReplace = true,
-                                  const SchemaHistory& history = SchemaHistory::own());
+    static Result<> createWith(const std::string& path, const std::function<Result<>(StyleStore&)>& fill,
+                               bool mayReplace = true, const SchemaHistory& history = SchemaHistory::own());
 
     ~SqliteStore() override;
 
     const std::string& name() const override { return m_database.file; }
     bool isReadOnly() const override { return m_readOnly || m_version.isNewer(); }
     std::string whyTooNew() const override { return m_version.whyTooNew(); }
-    StoreResult readTable(const TableSchema& table, RowArray& rows,
-                          std::vector<ReadProblem>& problems) override;
-    StoreResult beginRead(std::int64_t& state) override;
+    Result<> readTable(const TableSchema& table, RowArray& rows, std::vector<ReadProblem>& problems) override;
+    Result<> beginRead(std::int64_t& state) override;
     void endRead() override;
     std::vector<std::string> integrityFindings() override;
-    StoreResult begin() override;
-    StoreResult apply(const TableChange& change, std::vector<StoreConflict>& conflicts) override;
+    Result<> begin() override;
+    Result<> apply(const TableChange& change, std::vector<StoreConflict>& conflicts) override;
     std::uint32_t markOfChange() override;
     std::uint32_t lastMark() override;
-    StoreResult commit() override;
+    Result<> commit() override;
     void rollback() override;
     bool changedOutside() override;
-    StoreResult reopen() override;
+    Result<> reopen() override;
     void acknowledge() override;
 
 private:
@@ -68,12 +65,12 @@ private:
 
     SqliteStore(std::string path, std::string displayName, const SchemaHistory& history);
 
-    StoreResult openChecked(eCheck check);
-    StoreResult openFile();
+    Result<> openChecked(eCheck check);
+    Result<> openFile();
     void close();
-    StoreResult configure();
-    StoreResult leaveWriteAheadMode();
-    StoreResult checkDamage(eCheck check);
+    Result<> configure();
+    Result<> leaveWriteAheadMode();
+    Result<> checkDamage(eCheck check);
     bool isReplaced() const;
 
     std::string m_path; ///< absolute

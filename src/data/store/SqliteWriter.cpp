@@ -54,10 +54,10 @@ bool isKeyTaken(int code) {
 
 } // namespace
 
-StoreResult SqliteWriter::apply(const TableChange& change, std::vector<StoreConflict>& conflicts) {
+Result<> SqliteWriter::apply(const TableChange& change, std::vector<StoreConflict>& conflicts) {
     const TableSchema& table = *change.table;
     const TableLayout* layout = nullptr;
-    StoreResult result = m_database.layoutOf(table, layout);
+    Result<> result = m_database.layoutOf(table, layout);
     if (result)
         result = refuseMissing(change, *layout);
     for (auto it = change.deleted.begin(); result && it != change.deleted.end(); ++it)
@@ -78,7 +78,7 @@ void SqliteWriter::finish(bool kept) {
 }
 
 // A row may be appended where a column is missing if nothing is lost by it: reading gives the default again.
-StoreResult SqliteWriter::refuseMissing(const TableChange& change, const TableLayout& layout) const {
+Result<> SqliteWriter::refuseMissing(const TableChange& change, const TableLayout& layout) const {
     if (!layout.hasTable && !change.isEmpty())
         return faultResult(eStoreFault::kNoTable, m_database.file, change.table->name);
     const auto defaults = change.table->makeRows()->copyOf(nullptr);
@@ -108,8 +108,8 @@ void SqliteWriter::tellRowDifferences(const TableSchema& table, const TableLayou
                 {&table, before.key, column, displayText(now), "", displayText(column->read(&before))});
 }
 
-StoreResult SqliteWriter::deleteRow(const TableSchema& table, const TableLayout& layout,
-                                    const StructRecord& record, std::vector<StoreConflict>& conflicts) {
+Result<> SqliteWriter::deleteRow(const TableSchema& table, const TableLayout& layout,
+                                 const StructRecord& record, std::vector<StoreConflict>& conflicts) {
     const SqliteStatement& select = prepared(selectSql(table, layout.present) + " WHERE \"key\" = ?");
     select.bind(1, std::int64_t{record.key});
     const int found = select.step();
@@ -129,11 +129,11 @@ StoreResult SqliteWriter::deleteRow(const TableSchema& table, const TableLayout&
     remove.bind(1, std::int64_t{record.key});
     const int code = remove.step();
     remove.reset();
-    return code == SQLITE_DONE ? StoreResult{} : m_database.failure(code);
+    return code == SQLITE_DONE ? Result<>{} : m_database.failure(code);
 }
 
-StoreResult SqliteWriter::insertRows(const TableChange& change, const TableLayout& layout,
-                                     std::vector<StoreConflict>& conflicts) {
+Result<> SqliteWriter::insertRows(const TableChange& change, const TableLayout& layout,
+                                  std::vector<StoreConflict>& conflicts) {
     const TableSchema& table = *change.table;
     const SqliteStatement& insert = prepared(insertSql(table, layout.present));
     std::vector<CellValue> values(layout.present.size()); // they must outlive their binding
@@ -145,7 +145,7 @@ StoreResult SqliteWriter::insertRows(const TableChange& change, const TableLayou
         }
         const int code = insert.step();
         insert.reset();
-        StoreResult result;
+        Result<> result;
         if (isKeyTaken(code)) {
             conflicts.push_back({&table, record->key, nullptr, "", displayText(record->name), ""});
             result = tellHolder(table, conflicts.back());
@@ -159,7 +159,7 @@ StoreResult SqliteWriter::insertRows(const TableChange& change, const TableLayou
 }
 
 // Says which row has the key that was to be given to a new one.
-StoreResult SqliteWriter::tellHolder(const TableSchema& table, StoreConflict& conflict) {
+Result<> SqliteWriter::tellHolder(const TableSchema& table, StoreConflict& conflict) {
     const SqliteStatement& select = prepared("SELECT " + quotedIdentifier(table.columns.front().name) +
                                              " FROM " + quotedIdentifier(table.name) + " WHERE \"key\" = ?");
     select.bind(1, std::int64_t{conflict.key});
@@ -167,11 +167,11 @@ StoreResult SqliteWriter::tellHolder(const TableSchema& table, StoreConflict& co
     if (code == SQLITE_ROW)
         conflict.stored = displayText(storedCell(select.get(), 0).get());
     select.reset();
-    return code == SQLITE_ROW ? StoreResult{} : m_database.failure(code);
+    return code == SQLITE_ROW ? Result<>{} : m_database.failure(code);
 }
 
 // Changes mostly come in runs of the same columns, so the statement of the row before is tried first.
-StoreResult SqliteWriter::updateRows(const TableChange& change, std::vector<StoreConflict>& conflicts) {
+Result<> SqliteWriter::updateRows(const TableChange& change, std::vector<StoreConflict>& conflicts) {
     const std::vector<const CellChange*> cells = sortedCells(change);
     const SqliteStatement* update = nullptr;
     Cells before;
@@ -181,7 +181,7 @@ StoreResult SqliteWriter::updateRows(const TableChange& change, std::vector<Stor
         const Cells row(first, last);
         if (!std::ranges::equal(row, before, {}, &CellChange::column, &CellChange::column))
             update = &prepared(updateSql(*change.table, row));
-        if (StoreResult result = updateRow(*change.table, *update, row, conflicts); !result)
+        if (Result<> result = updateRow(*change.table, *update, row, conflicts); !result)
             return result;
         before = row;
         first = last;
@@ -189,8 +189,8 @@ StoreResult SqliteWriter::updateRows(const TableChange& change, std::vector<Stor
     return {};
 }
 
-StoreResult SqliteWriter::updateRow(const TableSchema& table, const SqliteStatement& update, Cells cells,
-                                    std::vector<StoreConflict>& conflicts) {
+Result<> SqliteWriter::updateRow(const TableSchema& table, const SqliteStatement& update, Cells cells,
+                                 std::vector<StoreConflict>& conflicts) {
     int parameter = 0;
     for (const CellChange* cell : cells)
         update.bind(++parameter, cell->wanted);
@@ -216,8 +216,8 @@ void SqliteWriter::bindStored(const SqliteStatement& statement, int parameter, c
         statement.bind(parameter, cell.stored);
 }
 
-StoreResult SqliteWriter::tellDifferences(const TableSchema& table, Cells cells,
-                                          std::vector<StoreConflict>& conflicts) {
+Result<> SqliteWriter::tellDifferences(const TableSchema& table, Cells cells,
+                                       std::vector<StoreConflict>& conflicts) {
     const std::int32_t key = cells.front()->key;
     for (const CellChange* cell : cells) {
         const std::string column = quotedIdentifier(cell->column->name);

@@ -11,26 +11,26 @@ public:
     explicit SqliteWriter(SqliteDatabase& database) : m_database(database) {}
 
     /// As `StyleStore::apply` says.
-    StoreResult apply(const TableChange& change, std::vector<StoreConflict>& conflicts);
+    Result<> apply(const TableChange& change, std::vector<StoreConflict>& conflicts);
     /// Ends the work on one transaction.
     void finish(bool kept);
 
 private:
     using Cells = std::span<const CellChange* const>;
 
-    StoreResult refuseMissing(const TableChange& change, const TableLayout& layout) const;
-    StoreResult deleteRow(const TableSchema& table, const TableLayout& layout, const StructRecord& record,
-                          std::vector<StoreConflict>& conflicts);
+    Result<> refuseMissing(const TableChange& change, const TableLayout& layout) const;
+    Result<> deleteRow(const TableSchema& table, const TableLayout& layout, const StructRecord& record,
+                       std::vector<StoreConflict>& conflicts);
     void tellRowDifferences(const TableSchema& table, const TableLayout& layout,
                             const SqliteStatement& select, const StructRecord& before,
                             std::vector<StoreConflict>& conflicts) const;
-    StoreResult insertRows(const TableChange& change, const TableLayout& layout,
-                           std::vector<StoreConflict>& conflicts);
-    StoreResult updateRows(const TableChange& change, std::vector<StoreConflict>& conflicts);
-    StoreResult tellHolder(const TableSchema& table, StoreConflict& conflict);
-    StoreResult updateRow(const TableSchema& table, const SqliteStatement& update, Cells cells,
-                          std::vector<StoreConflict>& conflicts);
-    StoreResult tellDifferences(const TableSchema& table, Cells cells, std::vector<StoreConflict>& conflicts);
+    Result<> insertRows(const TableChange& change, const TableLayout& layout,
+                        std::vector<StoreConflict>& conflicts);
+    Result<> updateRows(const TableChange& change, std::vector<StoreConflict>& conflicts);
+    Result<> tellHolder(const TableSchema& table, StoreConflict& conflict);
+    Result<> updateRow(const TableSchema& table, const SqliteStatement& update, Cells cells,
+                       std::vector<StoreConflict>& conflicts);
+    Result<> tellDifferences(const TableSchema& table, Cells cells, std::vector<StoreConflict>& conflicts);
     void bindStored(const SqliteStatement& statement, int parameter, const CellChange& cell) const;
     /// The prepared statement, kept until the transaction ends.
     const SqliteStatement& prepared(const std::string& sql);

@@ -155,8 +155,8 @@ eStoreFault faultOfSystem(int systemError) {
     }
 }
 
-StoreResult faultResult(eStoreFault fault, const std::string& file, const std::string& detail) {
-    return StoreResult::failure(faultSentence(fault, file, detail));
+Result<> faultResult(eStoreFault fault, const std::string& file, const std::string& detail) {
+    return Result<>::failure(faultSentence(fault, file, detail));
 }
 
 eStoreFault faultOfCode(int code, int systemError) {

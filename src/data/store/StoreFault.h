@@ -43,7 +43,7 @@ enum class eStoreFault {
 /// it advises to restore the file and a journal lies beside it, a second sentence says what to do with that.
 std::string faultSentence(eStoreFault fault, const std::string& file, const std::string& detail = {});
 
-StoreResult faultResult(eStoreFault fault, const std::string& file, const std::string& detail = {});
+Result<> faultResult(eStoreFault fault, const std::string& file, const std::string& detail = {});
 
 /// Why a file could not be opened; `systemError` is the errno that came with it, or 0.
 eStoreFault faultOfOpening(int systemError);

@@ -1,21 +1,12 @@
 #pragma once
 
+#include "base/Result.h"
 #include "records/TableSchema.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
-
-/// Outcome of an operation that can fail for reasons outside the program: empty text on success, otherwise
-/// one sentence for the user that names the file and says what to do.
-struct StoreResult {
-    std::string error = {};
-
-    bool ok() const { return error.empty(); }
-    explicit operator bool() const { return ok(); }
-    static StoreResult failure(const KorString& sentence) { return {sentence.toStdString()}; }
-};
 
 /// One stored cell of a row to be changed, with the value that it must still hold.
 struct CellChange {
@@ -73,14 +64,14 @@ public:
     /// column keep the default and are reported in `problems`; a missing table or column likewise. A later
     /// write to such a cell replaces what is stored there, if it is still the same. When reading breaks off,
     /// the result is a failure and `rows` is empty: half a table would look like deleted rows.
-    virtual StoreResult readTable(const TableSchema& table, RowArray& rows,
-                                  std::vector<ReadProblem>& problems) = 0;
+    virtual Result<> readTable(const TableSchema& table, RowArray& rows,
+                               std::vector<ReadProblem>& problems) = 0;
 
     /// Until `endRead` all tables are read in one state of the database, whatever other programs write.
     /// `state` becomes a number that differs from an earlier one when another program changed the database
     /// between. After a failure nothing is open. Inside of a transaction of `begin` it reads in that
     /// transaction.
-    virtual StoreResult beginRead(std::int64_t& state) = 0;
+    virtual Result<> beginRead(std::int64_t& state) = 0;
     /// Harmless when nothing is open.
     virtual void endRead() = 0;
 
@@ -90,18 +81,18 @@ public:
 
     /// Opens the transaction in which the following `apply` calls take part. Fails when the store is
     /// read-only, when another program holds the database, or when its file was replaced.
-    virtual StoreResult begin() = 0;
+    virtual Result<> begin() = 0;
     /// Writes one table's change. A cell is written only where the row still holds the old value, a row is
     /// deleted only while it is as it was, a row is appended only where its key is free; anything else is
     /// added to `conflicts`, and the rest is done. After any failure or conflict the caller must roll back.
-    virtual StoreResult apply(const TableChange& change, std::vector<StoreConflict>& conflicts) = 0;
+    virtual Result<> apply(const TableChange& change, std::vector<StoreConflict>& conflicts) = 0;
     /// The number that `commit` leaves in the database, until another commit of this program leaves another
     /// one: it tells whether the open transaction was stored. 0 where nothing can be told.
     virtual std::uint32_t markOfChange() = 0;
     /// The number that the last commit of this program left; 0 where nothing can be told.
     virtual std::uint32_t lastMark() = 0;
     /// Keeps what was applied since `begin`. On failure nothing is kept and the transaction has ended.
-    virtual StoreResult commit() = 0;
+    virtual Result<> commit() = 0;
     /// Ends the transaction without keeping anything. Harmless when none is open.
     virtual void rollback() = 0;
 
@@ -110,7 +101,7 @@ public:
     virtual bool changedOutside() = 0;
     /// Opens the database anew under its name and takes its state as known. The caller then reads everything
     /// again. On failure everything else fails for the same reason until it succeeds.
-    virtual StoreResult reopen() = 0;
+    virtual Result<> reopen() = 0;
     /// Takes the present state as known without reading it; what differs will be a conflict when written.
     virtual void acknowledge() = 0;
 };

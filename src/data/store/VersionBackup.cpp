@@ -72,16 +72,16 @@ bool areEqual(int a, int b) {
 VersionBackup::VersionBackup(const std::string& path, std::string name, int version)
     : m_path(backupPath(path, version)), m_name(std::move(name)), m_mode(modeOf(path)) {}
 
-StoreResult VersionBackup::fault(int systemError) const {
+Result<> VersionBackup::fault(int systemError) const {
     return faultResult(faultOfSystem(systemError), m_name, std::strerror(systemError));
 }
 
-StoreResult VersionBackup::make(sqlite3* db) {
+Result<> VersionBackup::make(sqlite3* db) {
     removeLeftDatabases(fs::path(m_path).parent_path());
     int error = m_temporary.create(m_path, m_mode);
     if (!error)
         error = copyFrom(db);
-    return error ? fault(error) : StoreResult();
+    return error ? fault(error) : Result<>();
 }
 
 // Returns the errno, or 0.
@@ -115,7 +115,7 @@ bool VersionBackup::isAt(const std::string& path) const {
     return isEqual;
 }
 
-StoreResult VersionBackup::publish() {
+Result<> VersionBackup::publish() {
     constexpr int kMostNames = 1000;
     for (int number = 1; number <= kMostNames; ++number) {
         const std::string path = numbered(m_path, number);
@@ -123,7 +123,7 @@ StoreResult VersionBackup::publish() {
             return {};
         const int error = m_temporary.publish(path, false);
         if (error != EEXIST)
-            return error ? fault(error) : StoreResult();
+            return error ? fault(error) : Result<>();
     }
     return fault(EEXIST);
 }

@@ -14,13 +14,13 @@ public:
 
     /// Copies the file, under a name of its own that goes with this object. The open transaction of `db` must
     /// keep other writers off, and must not have written anything itself yet.
-    StoreResult make(sqlite3* db);
+    Result<> make(sqlite3* db);
     /// Gives the copy its name, through to the disk. Where the very same one lies there already, of an
     /// earlier try, that is the one.
-    StoreResult publish();
+    Result<> publish();
 
 private:
-    StoreResult fault(int systemError) const;
+    Result<> fault(int systemError) const;
     int copyFrom(sqlite3* db);
     bool isAt(const std::string& path) const;
 

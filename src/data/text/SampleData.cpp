@@ -10,30 +10,30 @@ namespace fs = std::filesystem;
 
 namespace {
 
-StoreResult systemFailure(const KorString& pattern, const fs::path& path, const std::error_code& error) {
-    return StoreResult::failure(KorString::format(pattern, {path.string(), error.message()}));
+Result<> systemFailure(const KorString& pattern, const fs::path& path, const std::error_code& error) {
+    return Result<>::failure(KorString::format(pattern, {path.string(), error.message()}));
 }
 
-StoreResult makeFolder(const fs::path& folder) {
+Result<> makeFolder(const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder, error);
     return error ? systemFailure(translated("The folder \"%s\" could not be written (%s); check the "
                                             "permissions and the free space."),
                                  folder, error)
-                 : StoreResult();
+                 : Result<>();
 }
 
-StoreResult buildMissing(const fs::path& text, const fs::path& database) {
+Result<> buildMissing(const fs::path& text, const fs::path& database) {
     std::error_code error;
     if (fs::exists(database, error))
         return {};
-    const StoreResult result = buildDatabase(text.string(), database.string());
+    const Result<> result = buildDatabase(text.string(), database.string());
     // Another program that starts at the same time may have made it meanwhile.
-    return !result && fs::exists(database, error) ? StoreResult() : result;
+    return !result && fs::exists(database, error) ? Result<>() : result;
 }
 
 // By way of another name, so that nobody meets half a file.
-StoreResult copyMissing(const fs::path& from, const fs::path& to) {
+Result<> copyMissing(const fs::path& from, const fs::path& to) {
     std::error_code error;
     if (fs::exists(to, error))
         return {};
@@ -45,11 +45,11 @@ StoreResult copyMissing(const fs::path& from, const fs::path& to) {
     return error ? systemFailure(translated("The file \"%s\" could not be written (%s); check the "
                                             "permissions and the free space."),
                                  to, error)
-                 : StoreResult();
+                 : Result<>();
 }
 
-StoreResult copyFiles(const fs::path& from, const fs::path& to) {
-    StoreResult result = makeFolder(to);
+Result<> copyFiles(const fs::path& from, const fs::path& to) {
+    Result<> result = makeFolder(to);
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(from, error))
         if (result && entry.is_regular_file(error))
@@ -58,8 +58,8 @@ StoreResult copyFiles(const fs::path& from, const fs::path& to) {
 }
 
 // The database comes first: a folder counts as an add-in as soon as its description lies in it.
-StoreResult buildAddIn(const fs::path& from, const fs::path& to) {
-    StoreResult result = makeFolder(to);
+Result<> buildAddIn(const fs::path& from, const fs::path& to) {
+    Result<> result = makeFolder(to);
     if (result)
         result = buildMissing(from / "styles", to / "styles.dsdb");
     return result ? copyFiles(from, to) : result;
@@ -67,16 +67,16 @@ StoreResult buildAddIn(const fs::path& from, const fs::path& to) {
 
 } // namespace
 
-StoreResult buildSampleData(const std::string& resourceFolder, const std::string& dataFolder) {
+Result<> buildSampleData(const std::string& resourceFolder, const std::string& dataFolder) {
     const fs::path samples = fs::path(resourceFolder) / "samples";
     const fs::path data = dataFolder;
     std::error_code error;
     if (!fs::is_directory(samples, error))
-        return StoreResult::failure(KorString::format(
+        return Result<>::failure(KorString::format(
             translated("The folder \"%s\" with the definitions to begin with is missing; install "
                        "the program again."),
             {samples.string()}));
-    StoreResult result = makeFolder(data);
+    Result<> result = makeFolder(data);
     if (result)
         result = buildMissing(samples / "standard", data / "standard.dsdb");
     if (result)

@@ -7,16 +7,16 @@ TableRows::TableRows() {
         m_rows[static_cast<std::size_t>(table.type)] = table.makeRows();
 }
 
-StoreResult TableRows::readFrom(StyleStore& store, std::vector<ReadProblem>& problems) {
+Result<> TableRows::readFrom(StyleStore& store, std::vector<ReadProblem>& problems) {
     for (const TableSchema& table : allTables()) {
         of(table.type).clear();
-        if (const StoreResult result = store.readTable(table, of(table.type), problems); !result)
+        if (const Result<> result = store.readTable(table, of(table.type), problems); !result)
             return result;
     }
     return {};
 }
 
-StoreResult TableRows::appendTo(StyleStore& store) const {
+Result<> TableRows::appendTo(StyleStore& store) const {
     for (const TableSchema& table : allTables()) {
         const RowArray& rows = of(table.type);
         TableChange change;
@@ -24,10 +24,10 @@ StoreResult TableRows::appendTo(StyleStore& store) const {
         for (int i = 0; i < rows.size(); ++i)
             change.appended.push_back(&rows.at(i));
         std::vector<StoreConflict> conflicts;
-        if (const StoreResult result = store.apply(change, conflicts); !result)
+        if (const Result<> result = store.apply(change, conflicts); !result)
             return result;
         if (!conflicts.empty())
-            return StoreResult::failure(KorString::format(
+            return Result<>::failure(KorString::format(
                 translated("The %s with the key %s is already in \"%s\"; choose an empty database."),
                 {table.rowName(), KorString::number(conflicts.front().key), store.name()}));
     }

@@ -13,9 +13,9 @@ public:
     const RowArray& of(eTableType type) const { return *m_rows[static_cast<std::size_t>(type)]; }
 
     /// Reads every table of `store`; what was here before is dropped.
-    StoreResult readFrom(StyleStore& store, std::vector<ReadProblem>& problems);
+    Result<> readFrom(StyleStore& store, std::vector<ReadProblem>& problems);
     /// Appends all rows to the open transaction of `store`.
-    StoreResult appendTo(StyleStore& store) const;
+    Result<> appendTo(StyleStore& store) const;
 
 private:
     std::array<std::unique_ptr<RowArray>, kEndOfTables> m_rows; // null at the number that is no table

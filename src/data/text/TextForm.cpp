@@ -7,26 +7,26 @@
 
 #include <fstream>
 
-StoreResult readTextForm(const std::string& path, TableRows& rows) {
+Result<> readTextForm(const std::string& path, TableRows& rows) {
     TextFormReader reader(rows);
-    const StoreResult result = reader.read(path);
+    const Result<> result = reader.read(path);
     return result ? reader.resolveReferences() : result;
 }
 
-StoreResult writeTextForm(const TableRows& rows, const std::string& file) {
+Result<> writeTextForm(const TableRows& rows, const std::string& file) {
     std::ofstream stream(file, std::ios::binary);
     stream << TextFormWriter(rows).text();
     stream.close();
     if (!stream)
-        return StoreResult::failure(KorString::format(
+        return Result<>::failure(KorString::format(
             translated("The file \"%s\" cannot be written; check the folder's permissions and free space."),
             {file}));
     return {};
 }
 
-StoreResult buildDatabase(const std::string& textFolder, const std::string& targetFile) {
+Result<> buildDatabase(const std::string& textFolder, const std::string& targetFile) {
     TableRows rows;
-    StoreResult result = readTextForm(textFolder, rows);
+    Result<> result = readTextForm(textFolder, rows);
     if (!result)
         return result;
     SqliteCreation creation(targetFile, SqliteCreation::eTarget::kMustBeNew);

@@ -32,12 +32,12 @@
 
 /// Reads the file `path`, or all `*.txt` files of the folder `path` in the order of their names, into `rows`,
 /// which must be empty. On failure the sentence names file and line, and `rows` holds part of the rows.
-StoreResult readTextForm(const std::string& path, TableRows& rows);
+Result<> readTextForm(const std::string& path, TableRows& rows);
 
 /// Writes all tables that have rows into one file, replacing it. What is read back equals `rows`, keys
 /// included. Columns that hold nothing but defaults are left out.
-StoreResult writeTextForm(const TableRows& rows, const std::string& file);
+Result<> writeTextForm(const TableRows& rows, const std::string& file);
 
 /// Makes the database file `targetFile` from the text form in `textFolder`. An existing file is an error and
 /// stays as it is; nothing appears before it is complete.
-StoreResult buildDatabase(const std::string& textFolder, const std::string& targetFile);
+Result<> buildDatabase(const std::string& textFolder, const std::string& targetFile);

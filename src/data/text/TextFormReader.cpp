@@ -33,38 +33,38 @@ KorString number(std::size_t value) {
 
 } // namespace
 
-StoreResult TextFormReader::failureAt(const Place& place, const KorString& pattern,
-                                      std::initializer_list<KorString> arguments) {
-    return StoreResult::failure(
+Result<> TextFormReader::failureAt(const Place& place, const KorString& pattern,
+                                   std::initializer_list<KorString> arguments) {
+    return Result<>::failure(
         KorString::format(translated("\"%s\", line %s: %s"), {place.file, KorString::number(place.line),
                                                               KorString::format(pattern, arguments)}));
 }
 
-StoreResult TextFormReader::read(const std::string& path) {
+Result<> TextFormReader::read(const std::string& path) {
     const std::vector<fs::path> files = filesOf(path);
     if (files.empty())
-        return StoreResult::failure(KorString::format(
+        return Result<>::failure(KorString::format(
             translated("The folder \"%s\" holds no definitions (*.txt); choose another one."), {path}));
     for (const fs::path& file : files)
-        if (const StoreResult result = readFile(file.string()); !result)
+        if (const Result<> result = readFile(file.string()); !result)
             return result;
     return {};
 }
 
-StoreResult TextFormReader::readFile(const std::string& file) {
+Result<> TextFormReader::readFile(const std::string& file) {
     std::error_code error;
     if (!m_files.insert(fs::weakly_canonical(file, error).string()).second)
         return {};
     std::ifstream stream(file, std::ios::binary);
     const Place outer = std::exchange(m_place, {file, 0});
-    const StoreResult result = readLines(stream);
+    const Result<> result = readLines(stream);
     m_table = nullptr;
     m_columns.clear();
     m_place = outer;
     return result;
 }
 
-StoreResult TextFormReader::readLines(std::istream& stream) {
+Result<> TextFormReader::readLines(std::istream& stream) {
     m_table = nullptr;
     for (std::string line; std::getline(stream, line);) {
         ++m_place.line;
@@ -73,17 +73,17 @@ StoreResult TextFormReader::readLines(std::istream& stream) {
             text.remove_prefix(3);
         if (text.ends_with('\r'))
             text.remove_suffix(1);
-        if (const StoreResult result = readLine(TextFields::trimmed(text)); !result)
+        if (const Result<> result = readLine(TextFields::trimmed(text)); !result)
             return result;
     }
     if (stream.eof())
         return {};
-    return StoreResult::failure(KorString::format(
+    return Result<>::failure(KorString::format(
         translated("The file \"%s\" cannot be read; check that it is there and may be read."),
         {m_place.file}));
 }
 
-StoreResult TextFormReader::include(std::string_view path) {
+Result<> TextFormReader::include(std::string_view path) {
     const fs::path target = (fs::path(m_place.file).parent_path() / path).lexically_normal();
     std::error_code error;
     return fs::exists(target, error)
@@ -91,7 +91,7 @@ StoreResult TextFormReader::include(std::string_view path) {
                : failure(translated("there is no \"%s\" to include; correct the path."), {target.string()});
 }
 
-StoreResult TextFormReader::readLine(std::string_view line) {
+Result<> TextFormReader::readLine(std::string_view line) {
     if (line.empty() || line.front() == '#')
         return {};
     if (!isCleanUtf8(line))
@@ -104,17 +104,16 @@ StoreResult TextFormReader::readLine(std::string_view line) {
     return m_columns.empty() ? readHeader(line) : readRow(line);
 }
 
-StoreResult TextFormReader::openSection(std::string_view name) {
+Result<> TextFormReader::openSection(std::string_view name) {
     constexpr std::string_view kInclude = "include ";
     m_columns.clear();
     if (name.starts_with(kInclude))
         return include(TextFields::trimmed(name.substr(kInclude.size())));
     m_table = findTable(TextFields::trimmed(name));
-    return m_table ? StoreResult()
-                   : failure(translated("there is no table \"%s\"; correct the name."), {name});
+    return m_table ? Result<>() : failure(translated("there is no table \"%s\"; correct the name."), {name});
 }
 
-StoreResult TextFormReader::readHeader(std::string_view line) {
+Result<> TextFormReader::readHeader(std::string_view line) {
     const std::vector<TextColumn> all = TextFields::columnsOf(*m_table);
     for (const std::string_view name : TextFields::split(line, '|')) {
         if (std::ranges::find(m_columns, name, &TextColumn::name) != m_columns.end())
@@ -131,7 +130,7 @@ StoreResult TextFormReader::readHeader(std::string_view line) {
     return {};
 }
 
-StoreResult TextFormReader::readRow(std::string_view line) {
+Result<> TextFormReader::readRow(std::string_view line) {
     const std::vector<std::string_view> fields = TextFields::split(line, '|');
     if (fields.size() > m_columns.size())
         return failure(translated("the row has %s fields for %s columns; remove the surplus, or write \\| in "
@@ -144,18 +143,18 @@ StoreResult TextFormReader::readRow(std::string_view line) {
     // Cells take the row's key along, so that comes first.
     for (std::size_t i = 0; i < fields.size(); ++i)
         if (m_columns[i].cells.empty())
-            if (const StoreResult result = readKey(record, fields[i]); !result)
+            if (const Result<> result = readKey(record, fields[i]); !result)
                 return result;
     if (record.key <= lastKey)
         return failure(translated("the key %s does not follow %s; keys must ascend."),
                        {KorString::number(record.key), KorString::number(lastKey)});
     for (std::size_t i = 0; i < fields.size(); ++i)
-        if (const StoreResult result = readField(record, m_columns[i], fields[i]); !result)
+        if (const Result<> result = readField(record, m_columns[i], fields[i]); !result)
             return result;
     return registerName(record);
 }
 
-StoreResult TextFormReader::readKey(StructRecord& record, std::string_view field) {
+Result<> TextFormReader::readKey(StructRecord& record, std::string_view field) {
     const auto key = TextFields::toInteger(field);
     if (!key || *key <= 0 || *key > std::numeric_limits<std::int32_t>::max())
         return failure(translated("\"%s\" is no key; write a whole number above 0."), {field});
@@ -163,8 +162,7 @@ StoreResult TextFormReader::readKey(StructRecord& record, std::string_view field
     return {};
 }
 
-StoreResult TextFormReader::readField(StructRecord& record, const TextColumn& column,
-                                      std::string_view field) {
+Result<> TextFormReader::readField(StructRecord& record, const TextColumn& column, std::string_view field) {
     if (column.cells.empty())
         return {};
     if (!column.isList())
@@ -174,12 +172,12 @@ StoreResult TextFormReader::readField(StructRecord& record, const TextColumn& co
         return failure(translated("the column \"%s\" takes at most %s elements; remove the surplus."),
                        {column.name, number(column.cells.size())});
     for (std::size_t i = 0; i < elements.size(); ++i)
-        if (const StoreResult result = readCell(record, *column.cells[i], elements[i]); !result)
+        if (const Result<> result = readCell(record, *column.cells[i], elements[i]); !result)
             return result;
     return {};
 }
 
-StoreResult TextFormReader::readCell(StructRecord& record, const Column& column, std::string_view field) {
+Result<> TextFormReader::readCell(StructRecord& record, const Column& column, std::string_view field) {
     if (column.isText()) {
         const auto text = TextFields::unescaped(field);
         if (!text)
@@ -208,8 +206,7 @@ StoreResult TextFormReader::readCell(StructRecord& record, const Column& column,
                    {field, column.name});
 }
 
-StoreResult TextFormReader::readReference(StructRecord& record, const Column& column,
-                                          std::string_view field) {
+Result<> TextFormReader::readReference(StructRecord& record, const Column& column, std::string_view field) {
     if (field.front() == '<') {
         const auto key =
             field.back() == '>' ? TextFields::toInteger(field.substr(1, field.size() - 2)) : std::nullopt;
@@ -228,29 +225,29 @@ bool TextFormReader::hasKeyColumn() const {
     return std::ranges::any_of(m_columns, [](const TextColumn& column) { return column.cells.empty(); });
 }
 
-StoreResult TextFormReader::registerName(const StructRecord& record) {
+Result<> TextFormReader::registerName(const StructRecord& record) {
     Names& names = m_names[static_cast<std::size_t>(m_table->type)];
     const bool isFree = TextFields::isPartTable(*m_table) || hasKeyColumn();
     if (record.name.isEmpty())
-        return isFree ? StoreResult()
+        return isFree ? Result<>()
                       : failure(translated("the %s has no name; give it one."), {m_table->rowName()});
     if (names.keys.emplace(record.name, record.key).second)
         return {};
     names.ambiguous.insert(record.name);
-    return isFree ? StoreResult()
+    return isFree ? Result<>()
                   : failure(translated("another %s is called \"%s\" already; rename one."),
                             {m_table->rowName(), record.name});
 }
 
-StoreResult TextFormReader::resolveReferences() {
+Result<> TextFormReader::resolveReferences() {
     for (const OpenReference& reference : m_open)
-        if (const StoreResult result = resolve(reference); !result)
+        if (const Result<> result = resolve(reference); !result)
             return result;
     m_open.clear();
     return {};
 }
 
-StoreResult TextFormReader::resolve(const OpenReference& reference) {
+Result<> TextFormReader::resolve(const OpenReference& reference) {
     const Names& names = m_names[static_cast<std::size_t>(reference.column->target)];
     const TableSchema& target = *findTable(reference.column->target);
     const auto found = names.keys.find(reference.target);

@@ -13,9 +13,9 @@ public:
     explicit TextFormReader(TableRows& rows) : m_rows(rows) {}
 
     /// A file, or all files of a folder.
-    StoreResult read(const std::string& path);
+    Result<> read(const std::string& path);
     /// After the last file.
-    StoreResult resolveReferences();
+    Result<> resolveReferences();
 
 private:
     struct Place {
@@ -34,26 +34,26 @@ private:
         std::set<KorString> ambiguous;
     };
 
-    StoreResult readFile(const std::string& file);
-    StoreResult readLines(std::istream& stream);
-    StoreResult include(std::string_view path);
-    StoreResult readLine(std::string_view line);
-    StoreResult openSection(std::string_view name);
-    StoreResult readHeader(std::string_view line);
-    StoreResult readRow(std::string_view line);
-    StoreResult readField(StructRecord& record, const TextColumn& column, std::string_view field);
-    StoreResult readKey(StructRecord& record, std::string_view field);
-    StoreResult readCell(StructRecord& record, const Column& column, std::string_view field);
-    StoreResult readReference(StructRecord& record, const Column& column, std::string_view field);
-    StoreResult registerName(const StructRecord& record);
-    StoreResult resolve(const OpenReference& reference);
+    Result<> readFile(const std::string& file);
+    Result<> readLines(std::istream& stream);
+    Result<> include(std::string_view path);
+    Result<> readLine(std::string_view line);
+    Result<> openSection(std::string_view name);
+    Result<> readHeader(std::string_view line);
+    Result<> readRow(std::string_view line);
+    Result<> readField(StructRecord& record, const TextColumn& column, std::string_view field);
+    Result<> readKey(StructRecord& record, std::string_view field);
+    Result<> readCell(StructRecord& record, const Column& column, std::string_view field);
+    Result<> readReference(StructRecord& record, const Column& column, std::string_view field);
+    Result<> registerName(const StructRecord& record);
+    Result<> resolve(const OpenReference& reference);
 
     bool hasKeyColumn() const;
-    StoreResult failure(const KorString& pattern, std::initializer_list<KorString> arguments = {}) const {
+    Result<> failure(const KorString& pattern, std::initializer_list<KorString> arguments = {}) const {
         return failureAt(m_place, pattern, arguments);
     }
-    static StoreResult failureAt(const Place& place, const KorString& pattern,
-                                 std::initializer_list<KorString> arguments);
+    static Result<> failureAt(const Place& place, const KorString& pattern,
+                              std::initializer_list<KorString> arguments);
 
     TableRows& m_rows;
     std::set<std::string> m_files; ///< read so far; each counts once
