@@ -13,14 +13,13 @@ public:
     explicit IndependentCopy(StyleDatabases& databases)
         : m_databases(databases), m_source(*databases.here()) {}
 
-    /// Appends a copy of the row and its parts under `name`; what goes along gets free names. Returns the
-    /// copy's key, or 0 when a row was refused: what was appended by then stands, and the caller takes it
-    /// back.
-    std::int32_t copy(RowRef row, const KorString& name);
+    /// Appends a copy of the row and its parts under `name`; what goes along gets free names. `key` becomes
+    /// that of the copy. When a row is refused, what was appended by then stands: the caller takes it back.
+    WriteResult copy(RowRef row, const KorString& name, std::int32_t& key);
 
 private:
-    std::int32_t copyOf(RowRef row);
-    bool append(RowRef row, StructRecord& record);
+    WriteResult copyTargets(RowRef row, StructRecord& record);
+    WriteResult append(RowRef row, StructRecord& record);
 
     StyleDatabases& m_databases;
     StyleSource& m_source;

@@ -8,13 +8,6 @@
 
 namespace ItemCommandParts {
 
-namespace {
-
-constexpr int kTaken = 231;      // "There is one of this name already."
-constexpr int kNameNeeded = 232; // "A name is needed."
-
-} // namespace
-
 KorString label(int number, const KorString& name) {
     return KorString::format(Prompts::dsm(number), {KorDSMValueText::shortName(name)});
 }
@@ -25,15 +18,6 @@ KorString whyIncomplete() {
 
 KorString whyFull(eTableType table) {
     return StyleDatabases::current().here()->whyFull(table);
-}
-
-KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std::int32_t exceptKey) {
-    if (KorString readOnly = KorDSMItemCommands::whyNotWritable(item); !readOnly.isEmpty())
-        return readOnly;
-    if (name.isEmpty())
-        return Prompts::dsm(kNameNeeded);
-    const StructRecord* present = StyleDatabases::current().here()->table(item.tableType()).find(name);
-    return present && present->key != exceptKey ? Prompts::dsm(kTaken) : KorString();
 }
 
 KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int action) {
@@ -52,13 +36,13 @@ KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int act
             {family->listedBy.begin(), family->listedBy.end()}};
 }
 
-bool needsMaster(const KorDSMDatabaseItem& item) {
-    const KorDSMFamily* family = KorDSMFamilies::of(item.type());
+bool needsMaster(eTableType table) {
+    const KorDSMFamily* family = KorDSMFamilies::of(table);
     return family && family->filedBy == kTableDetailMaster;
 }
 
-bool readMaster(const KorDSMDatabaseItem& item, StructDetailMaster& master) {
-    return needsMaster(item) && KorOdbcGUI::getDetailMaster(item.recordKey(), master) == 1;
+bool readMaster(RowRef row, StructDetailMaster& master) {
+    return needsMaster(row.table) && KorOdbcGUI::getDetailMaster(row.key, master) == 1;
 }
 
 } // namespace ItemCommandParts

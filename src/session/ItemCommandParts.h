@@ -21,6 +21,10 @@ private:
     KorDSNRequest m_request;
 };
 
+inline RowRef rowOf(const KorDSMDatabaseItem& item) {
+    return {item.tableType(), item.recordKey()};
+}
+
 /// Text of a command in the undo menu: prompt "DSM" `number` with the name of what it was done to.
 KorString label(int number, const KorString& name);
 
@@ -30,15 +34,13 @@ KorString label(int number, const KorString& name);
 KorString whyIncomplete();
 /// For a table that did not take a row.
 KorString whyFull(eTableType table);
-/// `exceptKey` is the row that may have the name: the item's own, or 0.
-KorString whyNotNamed(const KorDSMDatabaseItem& item, const KorString& name, std::int32_t exceptKey);
 
 /// The notice for the pages that list records as the item's.
 KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int action);
 
-/// Whether the host knows the item's record only by a master row.
-bool needsMaster(const KorDSMDatabaseItem& item);
-/// Reads that row from the current source. Returns false, and leaves `master`, where there is none.
-bool readMaster(const KorDSMDatabaseItem& item, StructDetailMaster& master);
+/// Whether the host knows records of the table only by master rows.
+bool needsMaster(eTableType table);
+/// Reads that of a record of the current source. Returns false, and leaves `master`, where there is none.
+bool readMaster(RowRef row, StructDetailMaster& master);
 
 } // namespace ItemCommandParts

@@ -2,14 +2,13 @@
 #include "data/RowClosure.h"
 #include "data/StyleDatabases.h"
 #include "data/WriteRefusal.h"
-#include "data/exchange/MasterNumbers.h"
 #include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMFamilies.h"
 #include "operations/CurrentRows.h"
-#include "operations/KorOdbcMan.h"
 #include "services/Prompts.h"
 #include "session/ItemCommandParts.h"
 #include "session/KorDSMItemCommands.h"
+#include "session/KorDSMRecordCommands.h"
 #include "session/PendingGroup.h"
 
 #include <algorithm>
@@ -22,11 +21,9 @@ using namespace ItemCommandParts;
 
 namespace {
 
-constexpr int kCopying = 245;      // "copying of "%s""
 constexpr int kDeleting = 244;     // "deletion of "%s""
 constexpr int kReadOnly = 200;     // ""%s" can be read, not changed"
 constexpr int kDeletingMany = 493; // "deletion of %s definitions"
-constexpr int kNoMaster = 494;     // ""%s" has no category any more, so it cannot be copied."
 constexpr int kInUse = 33521;
 
 // Announces a write that was made.
@@ -41,39 +38,6 @@ WriteResult announcedOrReported(const WriteResult& write) {
     const int result = write.code();
     KorAssert::check(result > 0, "result > 0");
     return announced(write);
-}
-
-// Without a master the copy would be unknown to the host.
-bool lacksMaster(const KorDSMDatabaseItem& item) {
-    StructDetailMaster master;
-    return needsMaster(item) && !readMaster(item, master);
-}
-
-WriteResult copyMaster(StructDetailMaster master, const StructRecord& copy) {
-    master.key = 0;
-    master.name = copy.name;
-    master.styleKey = copy.key;
-    master.number = freeMasterNumber(*StyleDatabases::current().here(), master);
-    KorOdbcMan::m_structDetailMaster = master;
-    return announced(StyleDatabases::current().append(kTableDetailMaster, KorOdbcMan::m_structDetailMaster));
-}
-
-// Appends the item's record under the name as a new row and gives it the new row's key.
-WriteResult appendRecord(KorDSMDatabaseItem& item, const KorString& name) {
-    StructRecord& current = KorOdbcMan::currentRecord(item.tableType());
-    CurrentRows::all(item.tableType())->assign(current, *item.record());
-    current.setRunBezeichnung(name);
-    WriteResult result = StyleDatabases::current().append(item.tableType(), current);
-    if (result.isStored())
-        item.updateRecord(current);
-    return result;
-}
-
-WriteResult appendCopy(KorDSMDatabaseItem& copy, const KorString& name) {
-    StructDetailMaster master;
-    const bool hasMaster = readMaster(copy, master);
-    WriteResult result = announced(appendRecord(copy, name));
-    return result.isStored() && hasMaster ? copyMaster(master, *copy.record()) : result;
 }
 
 // The loaded group in which a record that is shown as a part of another one is filed, or null.
@@ -123,20 +87,13 @@ CopyResult copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
     if (!canCopy(item.type()) || !item.parent())
         return outcome;
     const SourceRequest source(item);
-    const KorString name = newName.trimmed();
-    outcome.error = whyNotNamed(item, name, 0).toStdString();
-    if (outcome.error.empty())
-        outcome.error = whyIncomplete().toStdString();
-    if (outcome.error.empty() && lacksMaster(item))
-        outcome.error = label(kNoMaster, item.record()->name).toStdString();
-    if (!outcome.error.empty())
+    KorDSMRecordCommands::Outcome copied =
+        KorDSMRecordCommands::copy(KorDSMItemSource::sourceOf(&item), rowOf(item), newName);
+    const RowRef row = copied.row;
+    if (!outcome.settle(std::move(copied)))
         return outcome;
     std::unique_ptr<KorDSMDatabaseItem> copy = item.clone();
-    PendingGroup group(label(kCopying, item.record()->name));
-    if (!outcome.settle(appendCopy(*copy, name))) {
-        group.takeBack();
-        return outcome;
-    }
+    copy->updateRecord(*CurrentRows::find(row.table, KorOdbcKey(row.key)));
     if (const auto complete = KorDSMFamilies::of(copy->type())->complete)
         complete(*copy);
     outcome.notice = noticeFor(*copy, DsmListChanged::kAdded);
@@ -178,10 +135,11 @@ WriteResult deleteRows(const KorDSMDatabaseItem& item) {
         if (WriteResult result = deleteRow(kTableViewRequestCategory, listing); result.isFailed())
             return result;
     WriteResult result = deleteRow(item.tableType(), item.recordKey());
-    if (result.isFailed() || !needsMaster(item))
+    if (result.isFailed() || !needsMaster(item.tableType()))
         return result;
     StructDetailMaster master;
-    return readMaster(item, master) ? deleteRow(kTableDetailMaster, master.key) : WriteRefusal::noRow();
+    return readMaster(rowOf(item), master) ? deleteRow(kTableDetailMaster, master.key)
+                                           : WriteRefusal::noRow();
 }
 
 // Nothing uses the row any more: what is still shown of it below other records is out of date, and those show

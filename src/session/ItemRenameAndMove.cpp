@@ -2,6 +2,7 @@
 #include "services/Prompts.h"
 #include "session/ItemCommandParts.h"
 #include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMRecordCommands.h"
 #include "session/KorDSMTwins.h"
 #include "session/PendingGroup.h"
 
@@ -13,26 +14,12 @@ using namespace ItemCommandParts;
 
 namespace {
 
-constexpr int kRenaming = 246; // "renaming of "%s""
-constexpr int kMoving = 247;   // "moving of "%s""
+constexpr int kMoving = 247; // "moving of "%s""
 
 constexpr int kShownAsPart = 236;  // not movable: shown as a part of another record
 constexpr int kOtherKind = 237;    // not movable: groups of another kind
 constexpr int kOtherSource = 238;  // not movable: another database
 constexpr int kAlreadyThere = 239; // not movable: there already
-
-constexpr int kNameColumn = 1;
-
-WriteResult writeName(eTableType table, std::int32_t key, const KorString& name) {
-    return KorDSMGuardedWrite::setAttributeValue(table, KorOdbcKey(key), kNameColumn, name);
-}
-
-WriteResult writeNames(const KorDSMDatabaseItem& item, const KorString& name) {
-    WriteResult result = writeName(item.tableType(), item.recordKey(), name);
-    StructDetailMaster master;
-    return result.isStored() && readMaster(item, master) ? writeName(kTableDetailMaster, master.key, name)
-                                                         : result;
-}
 
 } // namespace
 
@@ -41,16 +28,9 @@ CommandResult renameItem(KorDSMDatabaseItem& item, const KorString& newName) {
     if (!item.record())
         return outcome;
     const SourceRequest source(item);
-    const KorString name = newName.trimmed();
-    outcome.error = whyNotNamed(item, name, item.recordKey()).toStdString();
-    if (!outcome.error.empty())
+    if (!outcome.settle(
+            KorDSMRecordCommands::rename(KorDSMItemSource::sourceOf(&item), rowOf(item), newName)))
         return outcome;
-    const KorString oldName = item.record()->name;
-    PendingGroup group(label(kRenaming, oldName));
-    if (!outcome.settle(name == oldName ? WriteResult{WriteResult::kUnchanged} : writeNames(item, name))) {
-        group.takeBack();
-        return outcome;
-    }
     KorDSMTwins::recordWritten(item);
     KorDSMTwins::showName(item);
     outcome.notice = noticeFor(item, DsmListChanged::kRenamed);
@@ -68,9 +48,9 @@ struct Filing {
 
 Filing filingOf(const KorDSMDatabaseItem& item) {
     Filing filing{item.tableType(), item.recordKey(), 0};
-    if (needsMaster(item)) {
+    if (needsMaster(item.tableType())) {
         StructDetailMaster master;
-        readMaster(item, master);
+        readMaster(rowOf(item), master);
         filing = {kTableDetailMaster, master.key, 0};
     }
     filing.column = KorDSMFamilies::filingColumn(filing.table)->number;

@@ -1,39 +1,12 @@
 #include "session/KorDSMNewItem.h"
 
 #include "data/StyleDatabases.h"
-#include "data/exchange/MasterNumbers.h"
 #include "model/KorDSMFamilies.h"
-#include "model/KorDSMMessages.h"
 #include "operations/CurrentRows.h"
-#include "session/ItemCommandParts.h"
-#include "session/PendingGroup.h"
+#include "session/KorDSMItemSource.h"
+#include "session/KorDSMRecordCommands.h"
 
 using namespace KorDSMDefines;
-
-namespace {
-
-// A record of the family with the defaults, filed under the group.
-std::shared_ptr<StructRecord> recordOf(const KorDSMFamily& family, const KorString& name,
-                                       std::int32_t groupKey) {
-    std::shared_ptr<StructRecord> record = CurrentRows::all(family.table)->copyOf(nullptr);
-    record->name = name;
-    if (const Column* filing = KorDSMFamilies::filingColumn(family.table))
-        filing->integerIn(record.get()) = groupKey;
-    return record;
-}
-
-WriteResult appendMaster(const KorDSMDatabaseItem& style, const StructDetBaseCategory& category) {
-    StructDetailMaster master;
-    master.name = style.record()->name;
-    master.styleKey = style.recordKey();
-    master.categoryKey = category.key;
-    master.detailKey = category.number;
-    master.number = 1;
-    master.number = freeMasterNumber(*StyleDatabases::current().here(), master);
-    return StyleDatabases::current().append(kTableDetailMaster, master);
-}
-
-} // namespace
 
 eItemType KorDSMNewItem::typeAt(const KorDSMDatabaseItem& item) {
     const KorDSMFamily* family = KorDSMFamilies::of(item.type());
@@ -62,17 +35,10 @@ KorDSMDatabaseItem* KorDSMNewItem::findGroup(KorDSMDataStructure& structure, eIt
 Result<KorDSMDatabaseItem*> KorDSMNewItem::create(eItemType type, const KorString& name,
                                                   KorDSMDatabaseItem& group) {
     const KorDSMFamily& family = *KorDSMFamilies::of(type);
-    PendingGroup step(name);
-    const std::shared_ptr<StructRecord> record = recordOf(family, name, group.recordKey());
-    WriteResult written = StyleDatabases::current().append(family.table, *record);
-    std::unique_ptr<KorDSMDatabaseItem> made = KorDSMFamilies::makeItem(family, *record);
-    if (written.isStored() && ItemCommandParts::needsMaster(*made))
-        written = appendMaster(*made, static_cast<const StructDetBaseCategory&>(*group.record()));
-    if (written.isFailed()) {
-        step.takeBack();
-        return Result<>::failure(written.error);
-    }
-    KorDSMDatabaseItem& item = group.addChild(std::move(made));
-    KorDSMMainWindow::sendMessage(DsmDataChanged());
-    return &item;
+    const KorDSMRecordCommands::Outcome made =
+        KorDSMRecordCommands::create(CurrentRows::source(), family.table, name, group.recordKey());
+    if (!made.isStored())
+        return Result<>::failure(made.error);
+    return &group.addChild(
+        KorDSMFamilies::makeItem(family, *CurrentRows::find(family.table, KorOdbcKey(made.row.key))));
 }

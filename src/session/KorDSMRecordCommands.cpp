@@ -2,13 +2,13 @@
 
 #include "base/Translation.h"
 #include "data/IndependentCopy.h"
-#include "data/RowClosure.h"
+#include "data/WriteRefusal.h"
 #include "data/exchange/MasterNumbers.h"
 #include "model/KorDSMFamilies.h"
 #include "model/KorDSMMessages.h"
 #include "operations/KorDSNManager.h"
 #include "operations/KorODBCDetailStyleExports.h"
-#include "operations/KorOdbcGUI.h"
+#include "operations/KorOdbcMan.h"
 #include "services/Prompts.h"
 #include "session/ItemCommandParts.h"
 #include "session/KorDSMGuardedWrite.h"
@@ -17,6 +17,9 @@
 #include <algorithm>
 
 namespace KorDSMRecordCommands {
+
+using ItemCommandParts::needsMaster;
+using ItemCommandParts::readMaster;
 
 namespace {
 
@@ -37,21 +40,11 @@ const StructRecord* find(RowRef row) {
     return databases().here()->table(row.table).find(KorOdbcKey(row.key));
 }
 
-bool needsMaster(eTableType table) {
-    const KorDSMFamily* family = KorDSMFamilies::of(table);
-    return family && family->filedBy == kTableDetailMaster;
-}
-
-bool readMaster(RowRef row, StructDetailMaster& master) {
-    return needsMaster(row.table) && KorOdbcGUI::getDetailMaster(row.key, master) == 1;
-}
-
-bool appendMaster(StructDetailMaster master, const StructRecord& style) {
-    master.key = 0;
-    master.name = style.name;
-    master.styleKey = style.key;
-    master.number = freeMasterNumber(*databases().here(), master);
-    return databases().append(kTableDetailMaster, master) == WriteResult::kWritten;
+// Announces a write that was made.
+WriteResult announced(WriteResult result) {
+    if (result == WriteResult::kWritten)
+        KorDSMMainWindow::sendMessage(DsmDataChanged());
+    return result;
 }
 
 // Why a record of the source must not get the name; `exceptKey` is the row that may have it.
@@ -61,39 +54,29 @@ KorString whyNotNamed(SourceId source, eTableType table, const KorString& name, 
     if (name.isEmpty())
         return Prompts::dsm(kNameNeeded);
     const StructRecord* present = databases().source(source)->table(table).find(name);
-    return present && present->key != exceptKey ? Prompts::dsm(kTaken) : ItemCommandParts::whyIncomplete();
+    return present && present->key != exceptKey ? Prompts::dsm(kTaken) : KorString();
 }
 
-// Why the tables did not take a record with its master.
-KorString whyNotAppended(eTableType table) {
-    const KorString reason = ItemCommandParts::whyFull(table);
-    return reason.isEmpty() && needsMaster(table) ? ItemCommandParts::whyFull(kTableDetailMaster) : reason;
-}
-
-Outcome refused(const KorString& why) {
+Outcome outcomeOf(WriteResult result, RowRef row) {
     Outcome outcome;
-    outcome.error = why.toStdString();
-    return outcome;
-}
-
-Outcome stored(WriteResult::eKind kind, RowRef row) {
-    Outcome outcome;
-    outcome.kind = kind;
+    static_cast<WriteResult&>(outcome) = std::move(result);
     outcome.row = row;
     return outcome;
 }
 
-// Does `write` as one step of undo, and announces it. `write` returns the record's key, or 0 for a failure.
+Outcome refused(const KorString& why) {
+    return outcomeOf({WriteResult::kFailed, why.toStdString()}, {});
+}
+
+// Does `write` as one step of undo, or leaves nothing behind. `write` is given the row, and puts the key of a
+// new one into it.
 template <typename Write>
-Outcome inOneStep(const KorString& label, eTableType table, Write write) {
+Outcome inOneStep(const KorString& label, RowRef row, Write write) {
     PendingGroup group(label);
-    const std::int32_t key = write();
-    if (key == 0) {
+    WriteResult result = write(row);
+    if (!result.isStored())
         group.takeBack();
-        return refused(whyNotAppended(table));
-    }
-    KorDSMMainWindow::sendMessage(DsmDataChanged());
-    return stored(WriteResult::kWritten, {table, key});
+    return outcomeOf(std::move(result), row);
 }
 
 // A new group or category comes behind the others.
@@ -109,29 +92,46 @@ void placeLast(const KorDSMFamily& family, StructRecord& record) {
     order->integerIn(&record) = last + 1;
 }
 
-std::int32_t append(const KorDSMFamily& family, const KorString& name, std::int32_t group) {
-    const auto record = databases().here()->table(family.table).rows().copyOf(nullptr);
-    record->name = name;
-    if (const Column* filing = KorDSMFamilies::filingColumn(family.table))
-        filing->integerIn(record.get()) = group;
-    placeLast(family, *record);
-    if (databases().append(family.table, *record) != WriteResult::kWritten)
-        return 0;
-    if (!needsMaster(family.table))
-        return record->key;
-    StructDetailMaster master;
-    master.categoryKey = group;
-    master.detailKey = static_cast<const StructDetBaseCategory*>(find({kTableBaseCategory, group}))->number;
-    master.number = 1;
-    return appendMaster(master, *record) ? record->key : 0;
+WriteResult appendMaster(StructDetailMaster master, RowRef style) {
+    master.key = 0;
+    master.name = find(style)->name;
+    master.styleKey = style.key;
+    master.number = freeMasterNumber(*databases().here(), master);
+    KorOdbcMan::m_structDetailMaster = master;
+    return announced(databases().append(kTableDetailMaster, KorOdbcMan::m_structDetailMaster));
 }
 
-std::int32_t appendCopy(RowRef row, const KorString& name, eDepth depth) {
-    if (depth == eDepth::kAllThatUsed)
-        return IndependentCopy(databases()).copy(row, name);
-    const auto record = databases().here()->table(row.table).rows().copyOf(find(row));
+WriteResult append(RowRef& row, const KorString& name, std::int32_t group) {
+    const auto record = databases().here()->table(row.table).rows().copyOf(nullptr);
     record->name = name;
-    return databases().append(row.table, *record) == WriteResult::kWritten ? record->key : 0;
+    if (const Column* filing = KorDSMFamilies::filingColumn(row.table))
+        filing->integerIn(record.get()) = group;
+    placeLast(*KorDSMFamilies::of(row.table), *record);
+    WriteResult result = announced(databases().append(row.table, *record));
+    row.key = record->key;
+    if (!result.isStored() || !needsMaster(row.table))
+        return result;
+    const auto* category = static_cast<const StructDetBaseCategory*>(find({kTableBaseCategory, group}));
+    if (!category)
+        return WriteRefusal::noRow();
+    StructDetailMaster master;
+    master.categoryKey = group;
+    master.detailKey = category->number;
+    master.number = 1;
+    return appendMaster(master, row);
+}
+
+// The layer's current record of the table is the copy afterwards.
+WriteResult appendCopy(RowRef& row, const KorString& name, eDepth depth) {
+    const RowRef original = row;
+    if (depth == eDepth::kAllThatUsed)
+        return announced(IndependentCopy(databases()).copy(original, name, row.key));
+    StructRecord& current = KorOdbcMan::currentRecord(row.table);
+    databases().here()->table(row.table).rows().assign(current, *find(original));
+    current.setRunBezeichnung(name);
+    WriteResult result = announced(databases().append(row.table, current));
+    row.key = current.key;
+    return result;
 }
 
 } // namespace
@@ -151,27 +151,27 @@ Outcome create(SourceId source, eTableType table, const KorString& newName, std:
     const KorString name = newName.trimmed();
     if (const KorString why = whyNotNamed(source, table, name, 0); !why.isEmpty())
         return refused(why);
-    return inOneStep(name, table, [&] { return append(*KorDSMFamilies::of(table), name, group); });
+    return inOneStep(name, {table, 0}, [&](RowRef& row) { return append(row, name, group); });
 }
 
 Outcome copy(SourceId source, RowRef row, const KorString& newName, eDepth depth) {
     const KorDSNRequest request(source.dsn, source.index);
     const KorString name = newName.trimmed();
-    if (const KorString why = whyNotNamed(source, row.table, name, 0); !why.isEmpty())
+    KorString why = whyNotNamed(source, row.table, name, 0);
+    if (why.isEmpty())
+        why = ItemCommandParts::whyIncomplete();
+    if (!why.isEmpty())
         return refused(why);
-    const KorString original = find(row)->name;
+    const StructRecord* original = find(row);
+    if (!original)
+        return outcomeOf(WriteRefusal::noRow(), row);
     StructDetailMaster master;
     if (needsMaster(row.table) && !readMaster(row, master))
-        return refused(ItemCommandParts::label(kNoMaster, original));
-    Outcome outcome = inOneStep(ItemCommandParts::label(kCopying, original), row.table, [&] {
-        const std::int32_t key = appendCopy(row, name, depth);
-        const bool done =
-            key != 0 && (!needsMaster(row.table) || appendMaster(master, *find({row.table, key})));
-        return done ? key : 0;
+        return refused(ItemCommandParts::label(kNoMaster, original->name));
+    return inOneStep(ItemCommandParts::label(kCopying, original->name), row, [&](RowRef& copied) {
+        WriteResult result = appendCopy(copied, name, depth);
+        return result.isStored() && needsMaster(row.table) ? appendMaster(master, copied) : result;
     });
-    if (outcome.isFailed() && outcome.error.empty())
-        outcome.error = whyNotCopied(*databases().here(), row);
-    return outcome;
 }
 
 Outcome copyInto(SourceId to, SourceId from, RowRef row, const KorString& newName, ImportReport& report) {
@@ -183,8 +183,7 @@ Outcome copyInto(SourceId to, SourceId from, RowRef row, const KorString& newNam
     const int result = Exports::importDetail(row.table, KorOdbcKey(row.key), from.dsn, from.index, to.dsn,
                                              to.index, &report, name);
     if (result == Exports::kDone)
-        return stored(WriteResult::kWritten,
-                      {row.table, databases().here()->table(row.table).find(name)->key});
+        return outcomeOf({}, {row.table, databases().here()->table(row.table).find(name)->key});
     KorString why;
     Exports::GetErrorMessage(why, result);
     return refused(why);
@@ -203,19 +202,18 @@ Outcome rename(SourceId source, RowRef row, const KorString& newName) {
     const KorString name = newName.trimmed();
     if (const KorString why = whyNotNamed(source, row.table, name, row.key); !why.isEmpty())
         return refused(why);
-    const KorString before = find(row)->name;
-    if (name == before)
-        return stored(WriteResult::kUnchanged, row);
-    PendingGroup group(ItemCommandParts::label(kRenaming, before));
-    StructDetailMaster master;
-    WriteResult written = writeName(row, name);
-    if (written.isStored() && readMaster(row, master))
-        written = writeName({kTableDetailMaster, master.key}, name);
-    if (!written.isStored())
-        group.takeBack();
-    Outcome outcome = stored(written.kind, row);
-    outcome.error = std::move(written.error);
-    return outcome;
+    const StructRecord* record = find(row);
+    if (!record)
+        return outcomeOf(WriteRefusal::noRow(), row);
+    if (name == record->name)
+        return outcomeOf({WriteResult::kUnchanged}, row);
+    return inOneStep(ItemCommandParts::label(kRenaming, record->name), row, [&](RowRef& renamed) {
+        StructDetailMaster master;
+        WriteResult result = writeName(renamed, name);
+        return result.isStored() && readMaster(renamed, master)
+                   ? writeName({kTableDetailMaster, master.key}, name)
+                   : result;
+    });
 }
 
 namespace {
@@ -262,13 +260,17 @@ Outcome remove(SourceId source, RowRef row) {
         why = ItemCommandParts::whyIncomplete();
     if (!why.isEmpty())
         return refused(why);
+    const StructRecord* record = find(row);
+    if (!record)
+        return outcomeOf(WriteRefusal::noRow(), row);
     if (Outcome kept = whyKept(source, row); !kept.error.empty())
         return kept;
-    return inOneStep(ItemCommandParts::label(kDeleting, find(row)->name), row.table, [&] {
-        const bool done = std::ranges::all_of(rowsThatGo(row), [](RowRef each) {
-            return databases().remove(each.table, KorOdbcKey(each.key)) == WriteResult::kWritten;
-        });
-        return done ? row.key : 0;
+    return inOneStep(ItemCommandParts::label(kDeleting, record->name), row, [](RowRef& deleted) {
+        WriteResult result;
+        for (const RowRef& each : rowsThatGo(deleted))
+            if (result.isStored())
+                result = announced(databases().remove(each.table, KorOdbcKey(each.key)));
+        return result;
     });
 }
 

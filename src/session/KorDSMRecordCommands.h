@@ -36,7 +36,7 @@ enum class eDepth : std::uint8_t {
 };
 /// Copies a record within its source. A detail style gets a master with the first free number from its
 /// original's on.
-Outcome copy(SourceId source, RowRef row, const KorString& name, eDepth depth);
+Outcome copy(SourceId source, RowRef row, const KorString& name, eDepth depth = eDepth::kRecord);
 /// Copies a record of one source into another one with all that it depends on. What the target has with the
 /// same name and content is used, what has another content there comes in under a free name (see `report`).
 Outcome copyInto(SourceId to, SourceId from, RowRef row, const KorString& name, ImportReport& report);
