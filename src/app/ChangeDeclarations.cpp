@@ -1,10 +1,21 @@
 #include "app/CommandDeclarations.h"
 #include "app/Commands.h"
+#include "app/EntryList.h"
 #include "base/Translation.h"
+#include "data/RowClosure.h"
+#include "session/KorDSMRecordCommands.h"
 
 namespace {
 
 constexpr const char* kSourceHelp = translatable("standard, user, or an add-in; by default user");
+
+bool isMade(const TableSchema& table) {
+    return KorDSMRecordCommands::isMade(table.type);
+}
+
+bool standsAlone(const TableSchema& table) {
+    return !belongsToOthers(table);
+}
 
 void addHow(CLI::App* command, ChangeOptions& how, bool canBeShared) {
     if (canBeShared)
@@ -19,7 +30,7 @@ void addNew(CLI::App& app, Wanted& wanted) {
     CLI::App* command =
         addCommand(app, wanted, "new", translatable("Make a record with the defaults of its kind"),
                    &newCommand, options);
-    addRow(command, options->row, kSourceHelp);
+    addRow(command, options->row, kSourceHelp, &isMade);
     command->add_option("--in", options->group, translatable("The category or group in which it is filed"));
     command
         ->add_option("--value", options->values,
@@ -35,7 +46,8 @@ void addCopy(CLI::App& app, Wanted& wanted) {
                                    &copyCommand, options);
     addRow(command, options->row,
            translatable(
-               "standard, user, or an add-in; by default the first of user, standard, add-ins that has it"));
+               "standard, user, or an add-in; by default the first of user, standard, add-ins that has it"),
+           &standsAlone);
     command->add_option("NEWNAME", options->newName, translatable("The name of the copy"))->required();
     command->add_flag(
         "--deep", options->deep,
@@ -51,7 +63,7 @@ void addRename(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<RenameOptions>();
     CLI::App* command = addCommand(app, wanted, "rename", translatable("Give a record another name"),
                                    &renameCommand, options);
-    addRow(command, options->row, kSourceHelp);
+    addRow(command, options->row, kSourceHelp, &standsAlone);
     command->add_option("NEWNAME", options->newName, translatable("Its new name"))->required();
     addHow(command, options->how, true);
 }
@@ -60,14 +72,14 @@ void addDelete(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<DeleteOptions>();
     CLI::App* command = addCommand(app, wanted, "delete", translatable("Delete a record that nothing uses"),
                                    &deleteCommand, options);
-    addRow(command, options->row, kSourceHelp);
+    addRow(command, options->row, kSourceHelp, &standsAlone);
     addHow(command, options->how, false);
 }
 
 CLI::App* addEntryCommand(CLI::App& entry, Wanted& wanted, const char* name, const char* help,
                           const std::shared_ptr<EntryOptions>& options) {
     CLI::App* command = addCommand(entry, wanted, name, help, &entryCommand, options);
-    addRow(command, options->owner, kSourceHelp);
+    addRow(command, options->owner, kSourceHelp, &EntryList::isFor);
     if (options->action != eEntryAction::kAdd)
         command
             ->add_option("ENTRY", options->entry, translatable("Its place in the list, from 1, or its name"))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/EditCommand.h"
+#include "records/TableSchema.h"
 
 #include <CLI/CLI.hpp>
 
@@ -28,8 +29,9 @@ CLI::App* addCommand(CLI::App& app, Wanted& wanted, const char* name, const char
 }
 
 void addJson(CLI::App* command, bool& json);
-/// KIND, NAME and --source.
-void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp);
+/// KIND, NAME and --source. The help names the kinds that are meant; without a function all of them.
+void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp,
+            const std::function<bool(const TableSchema&)>& isMeant = {});
 
 /// The commands that make, copy, rename and delete records, and edit their lists.
 void declareChanges(CLI::App& app, Wanted& wanted);

@@ -21,10 +21,12 @@
 
 namespace {
 
-std::string kindList() {
+std::string kindList(const std::function<bool(const TableSchema&)>& isMeant = {}) {
     std::string text = translated("KIND is one of:").toStdString();
     std::size_t column = 200;
     for (const TableSchema& table : allTables()) {
+        if (isMeant && !isMeant(table))
+            continue;
         const std::string name = table.kindName();
         column += name.size() + 1;
         if (column > 78) {
@@ -47,7 +49,8 @@ void addJson(CLI::App* command, bool& json) {
     command->add_flag("--json", json, translatable("Print JSON for other programs"));
 }
 
-void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp) {
+void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp,
+            const std::function<bool(const TableSchema&)>& isMeant) {
     command
         ->add_option("KIND", row.kind,
                      translatable("What the record is, such as detail-style or view-request"))
@@ -55,7 +58,7 @@ void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp) {
     command->add_option("NAME", row.name, translatable("Its name, or its key as [KEY] where it has none"))
         ->required();
     command->add_option("--source", row.source, sourceHelp);
-    command->footer(kindList());
+    command->footer(kindList(isMeant));
 }
 
 namespace {

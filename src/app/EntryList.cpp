@@ -142,10 +142,6 @@ private:
     RowChoice m_style;
 };
 
-bool hasList(const TableSchema& table) {
-    return table.type == kTableDetailStyle || !partTablesOf(table.type).empty();
-}
-
 } // namespace
 
 std::unique_ptr<EntryList> EntryList::of(const RowChoice& owner) {
@@ -155,10 +151,14 @@ std::unique_ptr<EntryList> EntryList::of(const RowChoice& owner) {
     return parts.empty() ? nullptr : std::make_unique<PartEntries>(owner, parts.front());
 }
 
+bool EntryList::isFor(const TableSchema& kind) {
+    return kind.type == kTableDetailStyle || !partTablesOf(kind.type).empty();
+}
+
 KorString EntryList::owners() {
     KorString kinds;
     for (const TableSchema& table : allTables())
-        if (hasList(table))
+        if (isFor(table))
             kinds = kinds + (kinds.isEmpty() ? "" : ", ") + table.kindName();
     return kinds;
 }

@@ -17,7 +17,9 @@ public:
 
     /// The list of a record of the current source; null where records of the kind have none.
     static std::unique_ptr<EntryList> of(const RowChoice& owner);
-    /// The kinds of records that have a list, with commas.
+    /// Whether records of the kind have a list.
+    static bool isFor(const TableSchema& kind);
+    /// The kinds of records that have one, with commas.
     static KorString owners();
 
     virtual ~EntryList() = default;

@@ -297,6 +297,8 @@ TEST_F(CommandTest, HelpAndWrongUsage) {
         EXPECT_TRUE(help.output.contains(command)) << command;
         EXPECT_EQ(runBare({command, "--help"}).exitCode, 0) << command;
     }
+    EXPECT_FALSE(runBare({"new", "--help"}).output.contains("point-type")) << "which nobody makes";
+    EXPECT_TRUE(runBare({"entry", "add", "--help"}).output.contains("  detail-style view-request repr-map"));
     EXPECT_EQ(run({"nonsense"}).exitCode, 2);
     EXPECT_EQ(run({"list", "--nonsense"}).exitCode, 2);
     EXPECT_EQ(run({"edit", "--screenshot", "none.png", "--size", "99999x99999"}).exitCode, 2);
