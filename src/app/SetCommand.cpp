@@ -52,10 +52,11 @@ int set(const RowChoice& row, const Column& column, const SetOptions& options) {
             kExitFailed,
             row.source == SourceId::user()
                 ? translated("The User database is open for reading only, so nothing was written.")
-                : KorString::format(translated("The source \"%s\" is read-only; export the detail style that "
-                                               "uses the record, import the file into the User database and "
-                                               "change the record there."),
-                                    {SourceChoice::nameOf(row.source)}));
+                : KorString::format(
+                      translated(
+                          "The source \"%s\" is read-only; copy the detail style that uses the record by "
+                          "\"detailstyles copy\", and change what came along in the User database."),
+                      {SourceChoice::nameOf(row.source)}));
     const TypedValue::Typed typed = TypedValue::read({row.table->type, row.key}, column, options.value);
     if (!typed.value)
         return refuse(kExitFailed, typed.error);

@@ -16,10 +16,6 @@ KorString whyIncomplete() {
     return StyleDatabases::current().here()->complete().error;
 }
 
-KorString whyFull(eTableType table) {
-    return StyleDatabases::current().here()->whyFull(table);
-}
-
 KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int action) {
     const KorDSMFamily* family = KorDSMFamilies::of(item.type());
     if (!family || family->listedBy.isEmpty())

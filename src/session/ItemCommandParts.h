@@ -32,8 +32,6 @@ KorString label(int number, const KorString& name);
 
 /// For commands that conclude from what is absent.
 KorString whyIncomplete();
-/// For a table that did not take a row.
-KorString whyFull(eTableType table);
 
 /// The notice for the pages that list records as the item's.
 KorDSMItemCommands::ListNotice noticeFor(const KorDSMDatabaseItem& item, int action);
