@@ -105,33 +105,42 @@ void tellRenamed(const ImportReport& report, const ExchangeProgress& progress) {
 // Runs an import with the target as the current source, as one group of pending changes. What a failed one
 // did is taken back without a trace.
 template <typename Bring>
-Ending importInOneGroup(const Route& route, const KorString& label, std::size_t steps, ImportReport& report,
-                        Bring bring) {
+Ending bringInOneGroup(const Route& route, const KorString& label, const KorString& name, std::size_t steps,
+                       ImportReport& report, Bring bring, bool isTrial = false) {
     StyleDatabases& databases = StyleDatabases::current();
     PendingLog& pending = databases.pending();
     const KorDSNRequest request(route.to->id().dsn, route.to->id().index);
     const std::size_t before = pending.steps().size();
     ImportReport done;
     Dependencies::ResetDeepCopyInfo();
-    ExchangeProgress progress(exchange().callbacks, steps, label);
+    ExchangeProgress progress(exchange().callbacks, steps, name);
     ExchangeImport import(databases, *route.from, *route.to, progress, done);
-    pending.beginGroup(KorString::format(translated("importing of \"%s\""), {label}));
+    pending.beginGroup(label);
     const bool ok = bring(import, progress);
     pending.endGroup();
-    if (!ok) {
+    if (!ok || isTrial) {
         if (pending.steps().size() > before) {
             databases.undo();
             pending.forgetTakenBack();
         }
-        return {import.isRefused() ? Exports::kNotStored : Exports::kCancelled, import.refusal()};
+        if (!ok)
+            return {import.isRefused() ? Exports::kNotStored : Exports::kCancelled, import.refusal()};
     }
     if (Exports::isAdvancedDeepCopyModeEnabled())
         tellRenamed(done, progress);
     report.imported.insert(report.imported.end(), done.imported.begin(), done.imported.end());
     report.alreadyThere.insert(report.alreadyThere.end(), done.alreadyThere.begin(), done.alreadyThere.end());
     report.renamed.insert(report.renamed.end(), done.renamed.begin(), done.renamed.end());
+    report.rows.insert(report.rows.end(), done.rows.begin(), done.rows.end());
     report.rowsAppended += done.rowsAppended;
     return {};
+}
+
+template <typename Bring>
+Ending importInOneGroup(const Route& route, const KorString& name, std::size_t steps, ImportReport& report,
+                     Bring bring) {
+    return bringInOneGroup(route, KorString::format(translated("importing of \"%s\""), {name}), name, steps,
+                           report, bring);
 }
 
 // What an import of these rows did not bring, because the source does not have it.
@@ -201,6 +210,25 @@ int Exports::importDetail(int eType, const KorOdbcKey& key, eDSN fromDSN, eIndex
         });
     if (ending.code == kDone)
         tellLeftOut(route, {row}, told);
+    return finish(ending);
+}
+
+int Exports::copyRows(const CopyWish& wish, ImportReport& report) {
+    const Route route = routeBetween(wish.from, wish.to);
+    if (route.fault.code != kDone)
+        return finish(route.fault);
+    PendingLog& pending = StyleDatabases::current().pending();
+    const auto trial = wish.isTrial ? std::make_unique<PendingLog::Trial>(pending) : nullptr;
+    const Ending ending = bringInOneGroup(
+        route, wish.label, wish.label, wish.rows.size(), report,
+        [&](ExchangeImport& import, ExchangeProgress& progress) {
+            import.setNamesakes(wish.namesakes);
+            return std::ranges::all_of(
+                wish.rows, [&](const RowRef& row) { return import.bring(row) && progress.step(); });
+        },
+        wish.isTrial);
+    if (ending.code == kDone)
+        tellLeftOut(route, wish.rows, report);
     return finish(ending);
 }
 

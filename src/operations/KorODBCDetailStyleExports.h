@@ -3,6 +3,7 @@
 #include "data/exchange/ExchangeReport.h"
 #include "records/KorDSNDefinitions.h"
 #include "records/KorOdbcKey.h"
+#include "records/RowRef.h"
 
 /// Detail styles on their way between databases.
 class KorODBCDetailStyleExports {
@@ -35,6 +36,18 @@ public:
     /// of that name, even where the target has the same already.
     static int importDetail(int eType, const KorOdbcKey& key, eDSN fromDSN, eIndex fromIndex, eDSN toDSN,
                             eIndex toIndex, ImportReport* report = nullptr, const KorString& asName = {});
+
+    /// Rows on their way from one open source into another.
+    struct CopyWish {
+        SourceId from;
+        SourceId to; ///< must be one that may be edited
+        std::vector<RowRef> rows;
+        KorString label; ///< of the step of undo
+        eNamesakes namesakes = eNamesakes::kKeepBoth;
+        bool isTrial = false; ///< everything is done and reported, and then taken back without a trace
+    };
+    /// As `importDetail` for several rows, as one step. What became of each row stands in `report.rows`.
+    static int copyRows(const CopyWish& wish, ImportReport& report);
 
     /// Imports all detail styles of an exchange file into an editable source, as one group of pending
     /// changes. The file is checked for damage before anything is taken from it. Returns 1, or another of

@@ -130,7 +130,7 @@ inline constexpr ItemCommandRow kItemCommandRows[] = {
      ItemCommandRow::kChangesSource},
     {eItemCommand::kUse, 1030, 1045, 33559, "", ItemCommandRules::isOfStyle},
     {eItemCommand::kDeepCopy, 1032, 1046, 33555, "", ItemCommandRules::canDeepCopy,
-     ItemCommandRow::kChangesSource | ItemCommandRow::kNotOffered},
+     ItemCommandRow::kChangesSource},
     {eItemCommand::kCopy, 1033, 1043, 33560, "Ctrl+D", ItemCommandRules::isDefinition,
      ItemCommandRow::kChangesSource},
     {eItemCommand::kRename, 1034, 1047, 33561, "F2", ItemCommandRules::isDefinition},

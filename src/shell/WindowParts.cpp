@@ -36,8 +36,10 @@ WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorIma
       definitions(window, structure, selection, rightSide, refresh, usages, commands),
       views(window, sections, navigation, refresh), compaction(window, applyState),
       exchange(window, selection, applyState, refresh, commands),
+      deepCopy(window, structure, selection, refresh, commands),
       menu(window, sections, rightSide, selection, commands, undo) {
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { views.addTo(into, item); });
+    menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { deepCopy.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { compaction.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { usages.addTo(into, item); });
 }

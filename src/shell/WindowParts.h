@@ -3,6 +3,7 @@
 #include "shell/ApplyState.h"
 #include "shell/CommandStrip.h"
 #include "shell/CompactCommand.h"
+#include "shell/DeepCopyCommand.h"
 #include "shell/DefinitionCommands.h"
 #include "shell/ExchangeCommands.h"
 #include "shell/ItemMenu.h"
@@ -50,5 +51,6 @@ struct WindowParts {
     ViewCommands views;
     CompactCommand compaction;
     ExchangeCommands exchange;
+    DeepCopyCommand deepCopy;
     ItemMenu menu;
 };

@@ -6,6 +6,18 @@
 
 #include <algorithm>
 
+namespace {
+
+using eFate = ImportReport::Row::eFate;
+
+// The row of the target that has the row's name, whatever its content.
+const StructRecord* namesakeOf(StyleSource& from, StyleSource& to, RowRef row) {
+    const KorString& name = from.table(row.table).find(KorOdbcKey(row.key))->name;
+    return name.isEmpty() ? nullptr : to.table(row.table).find(name);
+}
+
+} // namespace
+
 ExchangeImport::ExchangeImport(StyleDatabases& databases, StyleSource& from, StyleSource& to,
                                ExchangeProgress& progress, ImportReport& report)
     : m_databases(databases), m_from(from), m_to(to), m_progress(progress), m_report(report),
@@ -37,16 +49,57 @@ bool ExchangeImport::bring(RowRef row, const KorString& asName) {
 
 // References form no circle between tables, so this ends.
 std::int32_t ExchangeImport::counterpart(RowRef row) {
-    if (const std::int32_t key = m_matcher.find(row))
+    if (const std::int32_t key = m_matcher.find(row)) {
+        note(row, eFate::kEqual);
         return key;
-    return bringNew(row, {});
+    }
+    const StructRecord* theirs = namesakeOf(m_from, m_to, row);
+    if (theirs && m_namesakes == eNamesakes::kUseTheirs) {
+        note(row, eFate::kUsedTheirs);
+        m_matcher.set(row, theirs->key);
+        return theirs->key;
+    }
+    if (!theirs || m_namesakes != eNamesakes::kReplace)
+        return bringNew(row, {});
+    bringWhatItUses(row);
+    return m_refused ? 0 : replace(row, *theirs);
 }
 
-std::int32_t ExchangeImport::bringNew(RowRef row, const KorString& asName) {
+void ExchangeImport::bringWhatItUses(RowRef row) {
     bringTargets(row);
     for (const Referrer& part : partsOf(m_from, row))
         bringTargets({part.table->type, part.key});
+}
+
+std::int32_t ExchangeImport::bringNew(RowRef row, const KorString& asName) {
+    bringWhatItUses(row);
     return m_refused ? 0 : append(row, asName);
+}
+
+// Each row once, by what became of it first.
+void ExchangeImport::note(RowRef row, eFate fate) {
+    if (m_noted.insert(row).second)
+        m_report.rows.push_back({row.table, m_from.table(row.table).find(KorOdbcKey(row.key))->name, fate});
+}
+
+std::int32_t ExchangeImport::replace(RowRef row, const StructRecord& theirs) {
+    const std::int32_t key = theirs.key;
+    const auto record = m_matcher.translated(row);
+    if (!record) {
+        m_refused = true;
+        return 0;
+    }
+    record->key = key;
+    m_refused = m_databases.store(row.table, *record) != WriteResult::kWritten;
+    for (const Referrer& part : partsOf(m_to, {row.table, key}))
+        m_refused =
+            m_refused || m_databases.remove(part.table->type, KorOdbcKey(part.key)) != WriteResult::kWritten;
+    note(row, eFate::kReplaced);
+    m_matcher.set(row, key);
+    for (const Referrer& part : partsOf(m_from, row))
+        if (!m_refused)
+            appendPart(part, *record);
+    return key;
 }
 
 void ExchangeImport::bringTargets(RowRef row) {
@@ -64,12 +117,15 @@ std::int32_t ExchangeImport::append(RowRef row, const KorString& asName) {
         m_refused = true;
     if (m_refused)
         return 0;
+    if (asName.isEmpty() && namesakeOf(m_from, m_to, row))
+        note(row, eFate::kKeptBoth);
     if (asName.isEmpty())
         renameIfTaken(row.table, *record);
     else
         record->name = asName;
     if (!appendRecord(row.table, *record))
         return 0;
+    note(row, eFate::kNew);
     m_matcher.set(row, record->key);
     for (const Referrer& part : partsOf(m_from, row))
         appendPart(part, *record);

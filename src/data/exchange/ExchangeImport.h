@@ -5,6 +5,8 @@
 #include "data/exchange/MasterNumbers.h"
 #include "data/exchange/RowMatcher.h"
 
+#include <set>
+
 /// Copies rows of one open source with everything that they depend on into another one, as pending changes.
 /// The caller has made sure that the target may be edited, makes it current and keeps the changes in one
 /// group.
@@ -12,6 +14,9 @@ class ExchangeImport {
 public:
     ExchangeImport(StyleDatabases& databases, StyleSource& from, StyleSource& to, ExchangeProgress& progress,
                    ImportReport& report);
+
+    /// What to do with rows of the same name and other content; both are kept at first.
+    void setNamesakes(eNamesakes namesakes) { m_namesakes = namesakes; }
 
     /// Brings what a row depends on, one step of progress each. Returns false when the user has cancelled or
     /// the target refused a row (see `isRefused`).
@@ -27,11 +32,14 @@ public:
 private:
     std::int32_t counterpart(RowRef row);
     void bringTargets(RowRef row);
+    void bringWhatItUses(RowRef row);
     std::int32_t bringNew(RowRef row, const KorString& asName);
     std::int32_t append(RowRef row, const KorString& asName);
     void appendPart(const Referrer& part, const StructRecord& whole);
     void identify(RowRef row, std::int32_t key);
     bool appendRecord(eTableType table, StructRecord& record);
+    void note(RowRef row, ImportReport::Row::eFate fate);
+    std::int32_t replace(RowRef row, const StructRecord& theirs);
     void renameIfTaken(eTableType table, StructRecord& record);
 
     StyleDatabases& m_databases;
@@ -41,6 +49,8 @@ private:
     ImportReport& m_report;
     RowMatcher m_matcher;
     std::optional<MasterNumbers> m_masterNumbers; // of the target, made for the first master
+    eNamesakes m_namesakes = eNamesakes::kKeepBoth;
+    std::set<RowRef> m_noted;
     bool m_refused = false;
     std::string m_refusal;
 };

@@ -3,6 +3,7 @@
 #include "base/KorString.h"
 #include "records/TableTypes.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -18,8 +19,24 @@ struct ExchangeCallbacks {
     std::function<bool()> isCancelled;                  ///< asked after each step
 };
 
+/// What is done with a row whose name the target has for a row of other content.
+enum class eNamesakes : std::uint8_t {
+    kKeepBoth,  ///< the row comes in under a free name
+    kUseTheirs, ///< the target's row takes its place
+    kReplace,   ///< the target's row gets the row's content and parts
+};
+
 /// What an import brought.
 struct ImportReport {
+    /// What became of one row that is no part of another.
+    struct Row {
+        enum class eFate : std::uint8_t { kNew, kEqual, kKeptBoth, kUsedTheirs, kReplaced };
+
+        eTableType table = kNoTable;
+        KorString name; ///< in the source that it came from
+        eFate fate = eFate::kNew;
+    };
+
     /// A row that could not keep its name, because the target has another row of that name.
     struct Renamed {
         eTableType table = kNoTable;
@@ -31,6 +48,7 @@ struct ImportReport {
     std::vector<KorString> alreadyThere; ///< detail styles that the target has with the same content
     std::vector<Renamed> renamed;
     int rowsAppended = 0;
+    std::vector<Row> rows;             ///< each once, those that others use before them
     std::vector<std::string> problems; ///< values that are taken although they are outside their range
     std::vector<std::string> leftOut;  ///< references to rows that do not exist, one sentence each
 };

@@ -254,6 +254,20 @@ std::vector<PendingCommand> PendingLog::redoable(std::size_t most) const {
     return commands;
 }
 
+PendingLog::Trial::Trial(PendingLog& log)
+    : m_log(log),
+      m_takenBack(log.m_steps.begin() + static_cast<std::ptrdiff_t>(log.m_position), log.m_steps.end()) {
+    ++m_log.m_holds;
+    m_log.forgetTakenBack();
+}
+
+PendingLog::Trial::~Trial() {
+    m_log.forgetTakenBack();
+    m_log.m_steps.insert(m_log.m_steps.end(), m_takenBack.begin(), m_takenBack.end());
+    --m_log.m_holds;
+    m_log.tell();
+}
+
 std::vector<PendingStep> PendingLog::takeUndo() {
     std::vector<PendingStep> taken;
     while (canUndo() && (taken.empty() || m_steps[m_position - 1].group == taken.front().group)) {

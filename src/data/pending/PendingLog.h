@@ -136,6 +136,20 @@ public:
         PendingLog& m_log;
     };
 
+    /// While one lives what is done is only tried: the observer hears nothing of it. The caller takes it back
+    /// before the trial ends; then what could be brought again before can be brought again.
+    class Trial {
+    public:
+        explicit Trial(PendingLog& log);
+        ~Trial();
+        Trial(const Trial&) = delete;
+        Trial& operator=(const Trial&) = delete;
+
+    private:
+        PendingLog& m_log;
+        std::vector<PendingStep> m_takenBack;
+    };
+
 private:
     /// When no group is open and nobody holds it.
     void tell();

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "dialogs/KorDSMDialog.h"
+#include "session/KorDSMDeepCopy.h"
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QTreeWidget;
+
+/// Asks where records are copied with all that they use, and shows before what would become of each of them.
+/// What it shows is what is done.
+class KorDSMDialogDeepCopy : public KorDSMDialog {
+    Q_OBJECT
+
+public:
+    /// Copies these records of the source, which has a target.
+    KorDSMDialogDeepCopy(SourceId from, std::vector<RowRef> records, QWidget* parent);
+    /// Lets the user choose among the records of a section, in all sources but the target.
+    KorDSMDialogDeepCopy(SourceId to, const KorDSMSection& section, QWidget* parent);
+
+    /// What is to be copied, when the dialog was accepted.
+    const KorDSMDeepCopy::Wish& wish() const { return m_wish; }
+
+private:
+    KorDSMDialogDeepCopy(KorDSMDeepCopy::Wish wish, const KorDSMSection* section, QWidget* parent);
+    void setTexts();
+    void setUpSources();
+    void setUpChoices();
+    void fillChoices();
+    void onChecked();
+    void preview();
+    void showRows(const ImportReport& report);
+
+    KorDSMDeepCopy::Wish m_wish;
+    const KorDSMSection* m_section;
+    std::vector<SourceId> m_sources; // of which one can be chosen: targets, or where to copy from
+    std::vector<KorDSMDeepCopy::Choice> m_choices;
+    bool m_filling = false;
+    QLabel* m_head;
+    QLabel* m_summary;
+    QComboBox* m_source;
+    QTreeWidget* m_choice;
+    QTreeWidget* m_rows;
+    QPushButton* m_copy;
+};

@@ -1,0 +1,104 @@
+#include "shell/DeepCopyCommand.h"
+
+#include "controls/KorQt.h"
+#include "dialogs/KorDSMDialogDeepCopy.h"
+#include "services/Prompts.h"
+#include "session/KorDSMDeepCopy.h"
+#include "session/KorDSMItemCommands.h"
+#include "session/KorDSMItemSource.h"
+#include "session/KorDSMWhereUsed.h"
+#include "shell/CommandStrip.h"
+#include "shell/ExchangeRun.h"
+#include "shell/Refusal.h"
+#include "shell/WhenFree.h"
+#include "shell/WindowRefresh.h"
+
+#include <QAction>
+#include <QMenu>
+
+namespace {
+
+constexpr int kNoTarget = 614;
+constexpr int kCopyOut = 615; // "Copy with all that it uses..."
+
+bool isReadOnly(const KorDSMDatabaseItem& item) {
+    return !KorDSMItemCommands::whyNotWritable(item).isEmpty();
+}
+
+} // namespace
+
+DeepCopyCommand::DeepCopyCommand(QWidget& window, KorDSMDataStructure& structure, TreeSelection& selection,
+                                 WindowRefresh& refresh, CommandStrip& strip)
+    : m_window(window), m_structure(structure), m_selection(selection), m_refresh(refresh),
+      m_copyOut(new QAction(toQt(Prompts::dsm(kCopyOut)), &window)) {
+    strip.on(eItemCommand::kDeepCopy, [this] { bringInto(); });
+    m_copyOut->setShortcut(QKeySequence(QString::fromLatin1(rowOf(eItemCommand::kCopy).key)));
+    window.addAction(m_copyOut);
+    connect(m_copyOut, &QAction::triggered, this, waiting(this, &DeepCopyCommand::copyOut));
+    connect(&m_selection, &TreeSelection::changed, this, &DeepCopyCommand::follow);
+    connect(&m_selection, &TreeSelection::subjectsChanged, this, &DeepCopyCommand::follow);
+    follow();
+}
+
+// In a source that may be changed the key belongs to the copy beside the original.
+void DeepCopyCommand::follow() {
+    KorDSMDatabaseItem* item = m_selection.subject();
+    m_copyOut->setEnabled(item && isReadOnly(*item) && item->record());
+}
+
+void DeepCopyCommand::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
+    if (!isReadOnly(item) || selectedRecords().empty())
+        return;
+    menu.addSeparator();
+    menu.addAction(m_copyOut);
+}
+
+std::vector<RowRef> DeepCopyCommand::selectedRecords() {
+    std::vector<RowRef> records;
+    for (KorDSMDatabaseItem* item : m_selection.subjects())
+        for (const RowRef& row : KorDSMDeepCopy::recordsOf(*item))
+            records.push_back(row);
+    return records;
+}
+
+void DeepCopyCommand::bringInto() {
+    KorDSMDatabaseItem* item = m_selection.subject();
+    const KorDSMSection* section = item ? KorDSMDeepCopy::sectionOf(*item) : nullptr;
+    if (!section || refusesToWrite(&m_window, *item))
+        return;
+    const SourceId source = KorDSMItemSource::sourceOf(item);
+    KorDSMDialogDeepCopy dialog(source, *section, &m_window);
+    run(dialog);
+}
+
+void DeepCopyCommand::copyOut() {
+    KorDSMDatabaseItem* item = m_selection.subject();
+    const std::vector<RowRef> records = selectedRecords();
+    if (!item || records.empty())
+        return;
+    const SourceId source = KorDSMItemSource::sourceOf(item);
+    if (KorDSMDeepCopy::targetsFor(source).empty())
+        return refuse(&m_window, Prompts::dsm(kNoTarget));
+    KorDSMDialogDeepCopy dialog(source, records, &m_window);
+    run(dialog);
+}
+
+void DeepCopyCommand::run(KorDSMDialogDeepCopy& dialog) {
+    RightSide::finishEditing();
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    KorDSMDeepCopy::Outcome outcome;
+    {
+        const ExchangeRun progress;
+        outcome = KorDSMDeepCopy::copy(dialog.wish());
+    }
+    if (!outcome.done)
+        return outcome.error.isEmpty() ? void() : refuse(&m_window, outcome.error);
+    m_refresh.follow(outcome.changes);
+    std::vector<KorDSMDatabaseItem*> copies;
+    for (const KorDSMRowChange& change : outcome.changes)
+        if (change.row.table == dialog.wish().records.front().table)
+            if (KorDSMDatabaseItem* copy = KorDSMWhereUsed::findItem(m_structure, change.source, change.row))
+                copies.push_back(copy);
+    m_refresh.showNew(copies);
+}
