@@ -9,6 +9,7 @@
 #include "operations/CurrentRows.h"
 #include "pages/LabelField.h"
 #include "pages/PartListEditor.h"
+#include "pages/RecordButtons.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
 
@@ -81,6 +82,7 @@ void KorDSMPlainPage::build() {
     m_own = nullptr;
     m_labels.clear();
     m_parts.clear();
+    m_records.clear();
     m_captions.clear();
     m_values.clear();
     m_table = &shownTable();
@@ -147,6 +149,8 @@ void KorDSMPlainPage::addOwnColumns() {
     }
     m_own = makeFields(std::move(fields), true);
     connect(m_own, &PageFields::written, this, [this](int column) {
+        for (RecordButtons* buttons : m_records)
+            buttons->enable();
         if (column == m_description.viaColumn)
             loadData();
     });
@@ -202,8 +206,27 @@ void KorDSMPlainPage::addField(const TableSchema& table, const Column& column, i
     field->setAccessibleName(caption);
     auto* label = new QLabel;
     label->setBuddy(field);
-    m_form->addRow(label, field);
+    m_form->addRow(label, RecordButtons::areFor(column) ? withButtons(field, table, column) : field);
     m_captions.push_back({label, &table, &column});
+}
+
+QWidget* KorDSMPlainPage::withButtons(QWidget* field, const TableSchema& table, const Column& column) {
+    auto* both = new QWidget;
+    auto* line = new QHBoxLayout(both);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->addWidget(field);
+    const bool isOwn = &table == &itemTable();
+    m_records.push_back(new RecordButtons(*this, [this, isOwn, &column] {
+        KorDSMRecordUse::Use use{{}, &column, {}};
+        if (isOwn && item()->record())
+            use.row = {item()->tableType(), item()->recordKey()};
+        else if (!isOwn)
+            use.row = {shownRow().table, static_cast<std::int32_t>(shownRow().key.getKey())};
+        return use;
+    }));
+    line->addWidget(m_records.back());
+    line->addStretch(1);
+    return both;
 }
 
 void KorDSMPlainPage::OnShow(int show) {
@@ -220,6 +243,8 @@ void KorDSMPlainPage::enableControls() {
         label->enable();
     for (PartListEditor* list : m_parts)
         list->enable();
+    for (RecordButtons* buttons : m_records)
+        buttons->enable();
 }
 
 void KorDSMPlainPage::storePendingChanges(bool discard) {
@@ -249,6 +274,8 @@ bool KorDSMPlainPage::loadData() {
         caption.label->setText(toQt(KorDSMValueText::captionWithUnit(*caption.table, *caption.column)));
     if (m_own)
         m_own->load();
+    for (RecordButtons* buttons : m_records)
+        buttons->enable();
     const StructRecord* record = shownRecord();
     m_record->setVisible(record);
     for (PartListEditor* list : m_parts)
@@ -269,6 +296,8 @@ bool KorDSMPlainPage::loadData() {
 
 // What a record refers to hangs below its entries, and is made anew there.
 void KorDSMPlainPage::onWritten(int column) {
+    for (RecordButtons* buttons : m_records)
+        buttons->enable();
     if (m_description.viaColumn != 0 || !shownTable().column(column)->isReference() ||
         !KorDSMDependencies::canHaveDependents(item()->type()))
         return;

@@ -5,6 +5,7 @@
 
 class LabelField;
 class PartListEditor;
+class RecordButtons;
 class QFormLayout;
 class QLabel;
 
@@ -65,6 +66,7 @@ private:
     void addValue(const TableSchema& table, const Column& column);
     void addLabel(const TableSchema& table, const Column& column, int control);
     void addField(const TableSchema& table, const Column& column, int control);
+    QWidget* withButtons(QWidget* field, const TableSchema& table, const Column& column);
     PageFields* makeFields(std::vector<PageField> fields, bool ofItem);
     void onWritten(int column);
 
@@ -79,4 +81,5 @@ private:
     std::vector<Caption> m_values;   // of what is only shown: the label takes the value
     std::vector<LabelField*> m_labels;
     std::vector<PartListEditor*> m_parts;
+    std::vector<RecordButtons*> m_records; // beside the choices of records that users make
 };

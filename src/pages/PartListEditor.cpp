@@ -9,6 +9,7 @@
 #include "model/KorDSMMessages.h"
 #include "operations/CurrentRows.h"
 #include "pages/KorDSMPage.h"
+#include "pages/RecordButtons.h"
 #include "pages/SelectionFills.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
@@ -30,6 +31,8 @@ namespace {
 constexpr int kMostRowsShown = 14;
 constexpr int kLeastRowsShown = 4;
 constexpr int kGoTo = 583; // "Go to "%s""
+constexpr int kNewFor = 625;
+constexpr int kCopyFor = 626;
 constexpr int kAll = std::numeric_limits<int>::max() / 2;
 
 // Tables whose rows are chosen from a tree of their groups.
@@ -334,6 +337,15 @@ void PartListEditor::showMenu(const QPoint& position) {
         const KorString name = m_grid->getCellText(cell.row(), cell.column());
         menu.addAction(toQt(KorString::format(Prompts::dsm(kGoTo), {KorDSMValueText::shortName(name)})), this,
                        [this, cell] { open(cell.row(), cell.column()); });
+        const KorDSMRecordUse::Use use{{m_parts, m_keys[static_cast<std::size_t>(cell.row())]},
+                                       m_columns[static_cast<std::size_t>(cell.column())],
+                                       {}};
+        if (RecordButtons::areFor(*use.column) && m_page.isEditable()) {
+            menu.addAction(toQt(Prompts::dsm(kNewFor)), this,
+                           [this, use] { RecordButtons::makeFor(m_page, use); });
+            menu.addAction(toQt(Prompts::dsm(kCopyFor)), this,
+                           [this, use] { RecordButtons::copyFor(m_page, use); });
+        }
         menu.addSeparator();
     }
     for (const Command& command : commands()) {

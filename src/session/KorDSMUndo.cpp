@@ -169,6 +169,10 @@ std::vector<KorString> stepsOf(const PendingLog& log, std::size_t most) {
     return describe(log, log.undoable(most));
 }
 
+std::size_t stepCount() {
+    return pending().steps().size();
+}
+
 std::vector<KorDSMRowChange> changesSince(std::size_t before) {
     std::vector<const PendingStep*> steps = pending().steps();
     steps.erase(steps.begin(), steps.begin() + static_cast<std::ptrdiff_t>(std::min(before, steps.size())));

@@ -25,6 +25,8 @@ std::vector<KorString> redoSteps(std::size_t most);
 /// The same for what stands in another log of the open sources.
 std::vector<KorString> stepsOf(const PendingLog& log, std::size_t most);
 
+/// How many steps of all rows stand.
+std::size_t stepCount();
 /// What was done to the rows by the steps that stand since there were `before` of them, each row once.
 std::vector<KorDSMRowChange> changesSince(std::size_t before);
 

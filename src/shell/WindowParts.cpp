@@ -37,7 +37,9 @@ WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorIma
       views(window, sections, navigation, refresh), compaction(window, applyState),
       exchange(window, selection, applyState, refresh, commands),
       deepCopy(window, structure, selection, refresh, commands),
+      records(window, structure, selection, refresh, usages),
       menu(window, sections, rightSide, selection, commands, undo) {
+    menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { records.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { views.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { deepCopy.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { compaction.addTo(into, item); });

@@ -9,6 +9,7 @@
 #include "shell/ItemMenu.h"
 #include "shell/KorDSMUndoStrip.h"
 #include "shell/Navigation.h"
+#include "shell/RecordMenu.h"
 #include "shell/RecoveryOffer.h"
 #include "shell/Reports.h"
 #include "shell/SectionStrip.h"
@@ -52,5 +53,6 @@ struct WindowParts {
     CompactCommand compaction;
     ExchangeCommands exchange;
     DeepCopyCommand deepCopy;
+    RecordMenu records;
     ItemMenu menu;
 };

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "session/KorDSMRecordUse.h"
+
+#include <QWidget>
+
+#include <functional>
+
+class KorButtonGroup;
+class KorDSMPage;
+
+/// Buttons beside the choice of a record: make a new one, copy the chosen one for this user alone, and go to
+/// it. What is made is chosen at once, as one step of undo.
+class RecordButtons : public QWidget {
+    Q_OBJECT
+
+public:
+    using FindUse = std::function<KorDSMRecordUse::Use()>;
+
+    /// `page` is not owned. `use` gives the cell that chooses; its row is 0 while nothing is shown.
+    RecordButtons(KorDSMPage& page, FindUse use);
+
+    /// Whether users make records that the column refers to.
+    static bool areFor(const Column& column);
+    /// Brings the buttons in line with what is chosen and with what the page may change.
+    void enable();
+
+    /// Makes or copies a record for the cell after asking for its name; the window follows. For lists that
+    /// offer the same in a menu.
+    static void makeFor(KorDSMPage& page, const KorDSMRecordUse::Use& use);
+    static void copyFor(KorDSMPage& page, const KorDSMRecordUse::Use& use);
+    static void goTo(const KorDSMRecordUse::Use& use);
+
+private:
+    KorDSMPage& m_page;
+    FindUse m_use;
+    KorButtonGroup* m_buttons;
+};

@@ -1,0 +1,142 @@
+#include "shell/RecordMenu.h"
+
+#include "controls/KorQt.h"
+#include "dialogs/KorDSMDialogNewItem.h"
+#include "model/KorDSMBusy.h"
+#include "model/KorDSMFamilies.h"
+#include "services/Prompts.h"
+#include "session/KorDSMDeepCopy.h"
+#include "session/KorDSMItemCommands.h"
+#include "session/KorDSMItemSource.h"
+#include "session/KorDSMRecordCommands.h"
+#include "session/KorDSMRecordUse.h"
+#include "session/KorDSMUndo.h"
+#include "session/KorDSMWhereUsed.h"
+#include "shell/CommandStrip.h"
+#include "shell/Refusal.h"
+#include "shell/UsageViews.h"
+#include "shell/WhenFree.h"
+#include "shell/WindowRefresh.h"
+
+#include <QAction>
+#include <QMenu>
+
+namespace {
+
+constexpr int kNewGroup = 620;    // "New group..."
+constexpr int kNewCategory = 621; // "New category..."
+constexpr int kRename = 622;
+constexpr int kOnlyHere = 623; // "A copy for "%s" alone..."
+constexpr int kDelete = 624;
+
+// The row of the strip's command: where it is enabled the menu has it already.
+bool isInStrip(eItemCommand command, KorDSMDatabaseItem& item) {
+    return commandStates(selectionFactsOf(item, false))[command];
+}
+
+bool isMadeByUsers(const KorDSMDatabaseItem& item) {
+    return item.record() && KorDSMRecordCommands::isMade(item.tableType());
+}
+
+} // namespace
+
+RecordMenu::RecordMenu(QWidget& window, KorDSMDataStructure& structure, TreeSelection& selection,
+                       WindowRefresh& refresh, UsageViews& usages)
+    : m_window(window), m_structure(structure), m_selection(selection), m_refresh(refresh), m_usages(usages),
+      m_rename(new QAction(toQt(Prompts::dsm(kRename)), &window)) {
+    m_rename->setShortcut(QKeySequence(QString::fromLatin1(rowOf(eItemCommand::kRename).key)));
+    window.addAction(m_rename);
+    connect(m_rename, &QAction::triggered, this, waiting(this, &RecordMenu::rename));
+    connect(&m_selection, &TreeSelection::changed, this, &RecordMenu::follow);
+    connect(&m_selection, &TreeSelection::subjectsChanged, this, &RecordMenu::follow);
+    follow();
+}
+
+// In the strip's place where that cannot rename: a window has one use of a key at a time.
+void RecordMenu::follow() {
+    KorDSMDatabaseItem* item = m_selection.subject();
+    m_rename->setEnabled(item && isMadeByUsers(*item) &&
+                         KorDSMItemCommands::whyNotWritable(*item).isEmpty() &&
+                         !isInStrip(eItemCommand::kRename, *item));
+}
+
+void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
+    if (!KorDSMItemCommands::whyNotWritable(item).isEmpty())
+        return;
+    menu.addSeparator();
+    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
+    const KorDSMSection* section = KorDSMDeepCopy::sectionOf(item);
+    if (section && !(family && !family->isGroup() && item.record())) {
+        const bool isCategory = KorDSMFamilies::of(KorDSMFamilies::of(section->family)->group)->isCategory;
+        menu.addAction(toQt(Prompts::dsm(isCategory ? kNewCategory : kNewGroup)), this,
+                       [this, &item] { makeGroup(item); });
+    }
+    if (m_rename->isEnabled())
+        menu.addAction(m_rename);
+    if (const auto user = KorDSMRecordUse::userOf(item))
+        menu.addAction(toQt(KorString::format(Prompts::dsm(kOnlyHere), {user->name})), this,
+                       [this, &item] { copyForUser(item); });
+    if (isMadeByUsers(item) && !isInStrip(eItemCommand::kDelete, item) && !(family && family->isGroup()))
+        menu.addAction(toQt(Prompts::dsm(kDelete)), this, [this, &item] { remove(item); });
+}
+
+KorString RecordMenu::askName(int itemType, const KorString& initial, bool proposes) {
+    KorDSMDialogNewItem dialog(itemType, initial, proposes, &m_window);
+    return dialog.exec() == QDialog::Accepted ? dialog.name() : KorString();
+}
+
+void RecordMenu::makeGroup(KorDSMDatabaseItem& item) {
+    const KorDSMFamily& groups =
+        *KorDSMFamilies::of(KorDSMFamilies::of(KorDSMDeepCopy::sectionOf(item)->family)->group);
+    const SourceId source = KorDSMItemSource::sourceOf(&item);
+    const KorString name = askName(groups.type, {}, false);
+    if (name.isEmpty())
+        return;
+    const std::size_t before = KorDSMUndo::stepCount();
+    const auto outcome = KorDSMRecordCommands::create(source, groups.table, name, 0);
+    if (!outcome.done)
+        return refuse(&m_window, outcome.refusal);
+    m_refresh.follow(KorDSMUndo::changesSince(before));
+    if (KorDSMDatabaseItem* made = KorDSMWhereUsed::findItem(m_structure, source, outcome.row))
+        m_refresh.showNew({made});
+}
+
+void RecordMenu::rename() {
+    KorDSMDatabaseItem* item = m_selection.subject();
+    if (!item || !isMadeByUsers(*item))
+        return;
+    RightSide::finishEditing();
+    const KorString name = askName(item->m_Type, item->record()->name, false);
+    if (name.isEmpty())
+        return;
+    const std::size_t before = KorDSMUndo::stepCount();
+    const auto outcome = KorDSMRecordCommands::rename(KorDSMItemSource::sourceOf(item),
+                                                      {item->tableType(), item->recordKey()}, name);
+    if (!outcome.refusal.isEmpty())
+        return refuse(&m_window, outcome.refusal);
+    m_refresh.follow(KorDSMUndo::changesSince(before));
+}
+
+void RecordMenu::copyForUser(KorDSMDatabaseItem& item) {
+    RightSide::finishEditing();
+    const KorString name = askName(item.m_Type, item.record()->name, true);
+    if (name.isEmpty())
+        return;
+    const std::size_t before = KorDSMUndo::stepCount();
+    const auto outcome = KorDSMRecordUse::copyForUser(item, name);
+    if (!outcome.done)
+        return refuse(&m_window, outcome.refusal);
+    m_refresh.follow(KorDSMUndo::changesSince(before));
+}
+
+void RecordMenu::remove(KorDSMDatabaseItem& item) {
+    RightSide::finishEditing();
+    const std::size_t before = KorDSMUndo::stepCount();
+    const auto outcome =
+        KorDSMRecordCommands::remove(KorDSMItemSource::sourceOf(&item), {item.tableType(), item.recordKey()});
+    if (!outcome.users.empty())
+        return m_usages.tellOf(outcome.users);
+    if (!outcome.done)
+        return refuse(&m_window, outcome.refusal);
+    m_refresh.follow(KorDSMUndo::changesSince(before));
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "model/items/KorDSMDatabaseItem.h"
+
+#include <QObject>
+
+class KorDSMDataStructure;
+class QAction;
+class QMenu;
+class QWidget;
+class TreeSelection;
+class UsageViews;
+class WindowRefresh;
+
+/// What can be done in the trees beside the commands of the strip: groups and categories are made and
+/// renamed, and records that others use are renamed, copied for one user alone, and deleted where nobody uses
+/// them.
+class RecordMenu : public QObject {
+    Q_OBJECT
+
+public:
+    /// All must outlive the object; `window` is the one that asks and has the key of renaming.
+    RecordMenu(QWidget& window, KorDSMDataStructure& structure, TreeSelection& selection,
+               WindowRefresh& refresh, UsageViews& usages);
+
+    /// Adds what can be done with the item, where its source may be changed.
+    void addTo(QMenu& menu, KorDSMDatabaseItem& item);
+
+private:
+    void follow();
+    void makeGroup(KorDSMDatabaseItem& item);
+    void rename();
+    void copyForUser(KorDSMDatabaseItem& item);
+    void remove(KorDSMDatabaseItem& item);
+    KorString askName(int itemType, const KorString& initial, bool proposes);
+
+    QWidget& m_window;
+    KorDSMDataStructure& m_structure;
+    TreeSelection& m_selection;
+    WindowRefresh& m_refresh;
+    UsageViews& m_usages;
+    QAction* m_rename; // where the strip's command cannot rename
+};
