@@ -12,6 +12,7 @@
 #include "pages/RecordButtons.h"
 #include "pages/SelectionFills.h"
 #include "services/Prompts.h"
+#include "session/KorDSMQualifierWords.h"
 #include "session/KorDSMValueText.h"
 
 #include <QBoxLayout>
@@ -47,8 +48,7 @@ const std::map<eTableType, SelectionFills::eFill>& trees() {
 
 // What stands above the list.
 KorString headOf(eTableType parts) {
-    static const std::map<eTableType, int> heads = {
-        {kTableReprMapEntry, 579}, {kTableDimStrategyItem, 586}, {kTableQualifierWithRole, 587}};
+    static const std::map<eTableType, int> heads = {{kTableReprMapEntry, 579}, {kTableDimStrategyItem, 586}};
     const auto head = heads.find(parts);
     return head == heads.end() ? KorDSMValueText::tableCaption(*findTable(parts))
                                : Prompts::dsm(head->second);
@@ -158,7 +158,7 @@ void PartListEditor::setUpColumns() {
     m_columns = shownColumns();
     const TableSchema& table = m_list->table();
     m_head->setText(toQt(headOf(m_parts)));
-    m_grid->setAccessibleName(m_head->text());
+    m_grid->setAccessibleName(toQt(headOf(m_parts)));
     for (const Column* column : m_columns) {
         const int place =
             m_grid->insertColumn(KorDSMValueText::captionWithUnit(table, *column), kindOf(*column));
@@ -212,7 +212,22 @@ void PartListEditor::fill() {
         if (const auto it = std::ranges::find(m_keys, key); it != m_keys.end())
             places.push_back(static_cast<int>(it - m_keys.begin()));
     m_grid->selectRows(places);
+    explain();
     updateCommands();
+}
+
+// Qualifier sets in words: the one that is edited at the head of its list, others as tooltips.
+void PartListEditor::explain() {
+    constexpr int kSelects = 638;
+    if (m_list->whole().table == kTableQualifierSet)
+        m_head->setText(toQt(KorString::format(Prompts::dsm(kSelects),
+                                               {KorDSMQualifierWords::sentenceOf(m_list->whole().key)})));
+    for (std::size_t column = 0; column < m_columns.size(); ++column)
+        if (m_columns[column]->isReference() && m_columns[column]->target == kTableQualifierSet)
+            for (int row = 0; row < m_grid->rowCount(); ++row)
+                m_grid->item(row, static_cast<int>(column))
+                    ->setToolTip(toQt(KorDSMQualifierWords::sentenceOf(
+                        m_columns[column]->integerIn(m_list->row(m_keys[static_cast<std::size_t>(row)])))));
 }
 
 KorDSMPartList::Keys PartListEditor::selected() const {
@@ -298,6 +313,7 @@ void PartListEditor::onCellEdited(int row, int column) {
         refuse(outcome.error);
     for (int each = 0; each < m_grid->rowCount(); ++each)
         showRow(each);
+    explain();
     if (outcome.changes.empty())
         return;
     DsmRowsChanged message;

@@ -41,6 +41,7 @@ private:
     void setUpColumns();
     void setUpCommands();
     void fill();
+    void explain();
     std::vector<KorString> textsOf(const StructRecord& row) const;
     void updateCommands();
     bool canDo(const Command& command) const;

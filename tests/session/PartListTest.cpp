@@ -2,6 +2,7 @@
 
 #include "session/KorDSMItemUpdate.h"
 #include "session/KorDSMPartList.h"
+#include "session/KorDSMQualifierWords.h"
 #include "session/KorDSMUndo.h"
 
 #include <random>
@@ -180,4 +181,18 @@ TEST_F(PartList, RandomCommandsKeepTheOrderAndAreTakenBack) {
         KorDSMItemUpdate::follow(structure, KorDSMUndo::undo());
     EXPECT_FALSE(KorDSMUndo::canUndo());
     EXPECT_EQ(list.keys(), before);
+}
+
+TEST_F(PartList, QualifierSetsReadAsSentences) {
+    databases.setCurrentSource(SourceId::standard());
+    const auto sentence = [&](const char* set) {
+        return KorDSMQualifierWords::sentenceOf(
+            row<StructDetObjQualifierSet>(SourceId::standard(), set)->key);
+    };
+    EXPECT_EQ(sentence("Beams"), "Profile family is I, H and channel sections as Main part, and "
+                                 "Profile inclination is not Upright");
+    EXPECT_EQ(sentence("All profiles"), "any Profile");
+    EXPECT_NE(sentence("Bracing members").view().find(", or Profile family is Round bars"),
+              std::string_view::npos);
+    EXPECT_EQ(KorDSMQualifierWords::sentenceOf(0), "");
 }

@@ -1,0 +1,54 @@
+#include "session/KorDSMQualifierWords.h"
+
+#include "operations/CurrentRows.h"
+#include "records/ObjectRecords.h"
+#include "records/TableDeclarations.h"
+#include "services/Prompts.h"
+#include "session/KorDSMPartList.h"
+
+namespace {
+
+constexpr int kIs = 630;      // "%s is %s"
+constexpr int kIsNot = 631;   // "%s is not %s"
+constexpr int kAny = 632;     // "any %s"
+constexpr int kNone = 633;    // "no %s"
+constexpr int kAs = 634;      // "%s as %s"
+constexpr int kAnd = 635;     // "%s, and %s"
+constexpr int kOr = 636;      // "%s, or %s"
+constexpr int kNothing = 637; // "It has no qualifiers, so it selects nothing yet"
+
+template <typename R>
+const R* rowOf(std::int32_t key) {
+    return static_cast<const R*>(CurrentRows::find(tableOf<R>, KorOdbcKey(key)));
+}
+
+KorString phraseOf(const StructDetObjQualifierWithRole& row) {
+    const auto* qualifier = rowOf<StructDetObjQualifier>(row.qualifierKey);
+    const auto* filter = rowOf<StructDetObjQualifierFilter>(row.filterKey);
+    const auto* type = qualifier ? rowOf<StructDetModelType>(qualifier->modelTypeKey) : nullptr;
+    const KorString what = qualifier ? qualifier->name : KorString("?");
+    const KorString phrase =
+        filter ? KorString::format(Prompts::dsm(row.negate ? kIsNot : kIs), {what, filter->name})
+               : KorString::format(Prompts::dsm(row.negate ? kNone : kAny), {type ? type->name : what});
+    const auto* role = rowOf<StructModelRole>(row.modelRoleKey);
+    return role && role->role != 0 ? KorString::format(Prompts::dsm(kAs), {phrase, role->name}) : phrase;
+}
+
+} // namespace
+
+KorString KorDSMQualifierWords::sentenceOf(std::int32_t key) {
+    const auto* set = rowOf<StructDetObjQualifierSet>(key);
+    if (!set)
+        return {};
+    const KorDSMPartList qualifiers(CurrentRows::source(), {kTableQualifierSet, key},
+                                    kTableQualifierWithRole);
+    KorString sentence;
+    for (const std::int32_t row : qualifiers.keys()) {
+        const KorString phrase =
+            phraseOf(static_cast<const StructDetObjQualifierWithRole&>(*qualifiers.row(row)));
+        sentence = sentence.isEmpty() ? phrase
+                                      : KorString::format(Prompts::dsm(set->combination == 0 ? kAnd : kOr),
+                                                          {sentence, phrase});
+    }
+    return sentence.isEmpty() ? Prompts::dsm(kNothing) : sentence;
+}
