@@ -21,6 +21,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
+#include <QSignalBlocker>
 #include <QToolButton>
 
 #include <algorithm>
@@ -219,6 +220,7 @@ void PartListEditor::fill() {
 // Qualifier sets in words: the one that is edited at the head of its list, others as tooltips.
 void PartListEditor::explain() {
     constexpr int kSelects = 638;
+    const QSignalBlocker quiet(m_grid); // a tooltip is no edit
     if (m_list->whole().table == kTableQualifierSet)
         m_head->setText(toQt(KorString::format(Prompts::dsm(kSelects),
                                                {KorDSMQualifierWords::sentenceOf(m_list->whole().key)})));
