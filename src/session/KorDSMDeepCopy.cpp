@@ -105,7 +105,7 @@ std::vector<SourceId> originsFor(SourceId to) {
 
 const KorDSMSection* sectionOf(KorDSMDatabaseItem& item) {
     const KorDsmSectionItem* section = KorDSMItemPath::sectionOf(item);
-    return section ? &KorDSMFamilies::section(section->m_Section) : nullptr;
+    return section ? &KorDSMFamilies::section(section->section()) : nullptr;
 }
 
 std::vector<Choice> choicesOf(SourceId id, const KorDSMSection& section) {
@@ -132,7 +132,7 @@ std::vector<RowRef> recordsOf(KorDSMDatabaseItem& item) {
     StyleSource* source = StyleDatabases::current().source(KorDSMItemSource::sourceOf(&item));
     if (!source)
         return {};
-    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
+    const KorDSMFamily* family = KorDSMFamilies::of(item.type());
     if (item.record() && family && !family->isGroup())
         return belongsToOthers(*findTable(item.tableType()))
                    ? std::vector<RowRef>()

@@ -64,7 +64,7 @@ void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
     if (!KorDSMItemCommands::whyNotWritable(item).isEmpty())
         return;
     menu.addSeparator();
-    const KorDSMFamily* family = KorDSMFamilies::of(item.m_Type);
+    const KorDSMFamily* family = KorDSMFamilies::of(item.type());
     const KorDSMSection* section = KorDSMDeepCopy::sectionOf(item);
     if (section && !(family && !family->isGroup() && item.record())) {
         const bool isCategory = KorDSMFamilies::of(KorDSMFamilies::of(section->family)->group)->isCategory;
@@ -106,7 +106,7 @@ void RecordMenu::rename() {
     if (!item || !isMadeByUsers(*item))
         return;
     RightSide::finishEditing();
-    const KorString name = askName(item->m_Type, item->record()->name, false);
+    const KorString name = askName(item->type(), item->record()->name, false);
     if (name.isEmpty())
         return;
     const std::size_t before = KorDSMUndo::stepCount();
@@ -119,7 +119,7 @@ void RecordMenu::rename() {
 
 void RecordMenu::copyForUser(KorDSMDatabaseItem& item) {
     RightSide::finishEditing();
-    const KorString name = askName(item.m_Type, item.record()->name, true);
+    const KorString name = askName(item.type(), item.record()->name, true);
     if (name.isEmpty())
         return;
     const std::size_t before = KorDSMUndo::stepCount();

@@ -52,7 +52,7 @@ protected:
 TEST_F(DeepCopy, WhatIsPreviewedIsDoneAndLeavesNoTraceBefore) {
     // Something that can be brought again must survive a preview.
     const auto& post = *row<StructDetailStyle>(SourceId::user(), "HB post 1:15");
-    ASSERT_EQ(KorDSMGuardedWrite::setAttributeInt(kTableDetailStyle, KorOdbcKey(post.key), 6, 3), 1);
+    ASSERT_EQ(KorDSMGuardedWrite::setAttributeInt(kTableDetailStyle, KorOdbcKey(post.key), 6, post.titlePosition == 3 ? 2 : 3), 1);
     KorDSMUndo::undo();
     ASSERT_TRUE(KorDSMUndo::canRedo());
 
