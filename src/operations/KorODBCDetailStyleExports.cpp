@@ -138,7 +138,7 @@ Ending bringInOneGroup(const Route& route, const KorString& label, const KorStri
 
 template <typename Bring>
 Ending importInOneGroup(const Route& route, const KorString& name, std::size_t steps, ImportReport& report,
-                     Bring bring) {
+                        Bring bring) {
     return bringInOneGroup(route, KorString::format(translated("importing of \"%s\""), {name}), name, steps,
                            report, bring);
 }

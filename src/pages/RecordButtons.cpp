@@ -33,9 +33,10 @@ const StructRecord* chosen(const KorDSMRecordUse::Use& use) {
 }
 
 void follow(KorDSMPage& page, const KorDSMRecordCommands::Outcome& outcome, std::size_t before) {
-    if (!outcome.refusal.isEmpty())
-        QMessageBox::information(page.window(), page.window()->windowTitle(), toQt(outcome.refusal));
-    if (!outcome.done)
+    if (outcome.isFailed())
+        QMessageBox::information(page.window(), page.window()->windowTitle(),
+                                 QString::fromStdString(outcome.error));
+    if (!outcome.isStored())
         return;
     page.fillLists();
     page.loadData();

@@ -42,12 +42,11 @@ KorDSMRecordCommands::Outcome makeAndUse(SourceId source, const Use& use, Make m
     const std::size_t before = pending.steps().size();
     pending.beginGroup({});
     KorDSMRecordCommands::Outcome outcome = make();
-    if (outcome.done)
-        outcome.done = KorDSMGuardedWrite::setAttributeValue(
-                           use.row.table, KorOdbcKey(use.row.key), use.column->number,
-                           std::int64_t{outcome.row.key}) == KorDSMGuardedWrite::kWrite;
+    if (outcome.isStored())
+        static_cast<WriteResult&>(outcome) = KorDSMGuardedWrite::setAttributeValue(
+            use.row.table, KorOdbcKey(use.row.key), use.column->number, std::int64_t{outcome.row.key});
     pending.endGroup();
-    if (!outcome.done && pending.steps().size() > before) {
+    if (!outcome.isStored() && pending.steps().size() > before) {
         StyleDatabases::current().undo();
         pending.forgetTakenBack();
     }

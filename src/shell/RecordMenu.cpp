@@ -44,7 +44,6 @@ RecordMenu::RecordMenu(QWidget& window, KorDSMDataStructure& structure, TreeSele
                        WindowRefresh& refresh, UsageViews& usages)
     : m_window(window), m_structure(structure), m_selection(selection), m_refresh(refresh), m_usages(usages),
       m_rename(new QAction(toQt(Prompts::dsm(kRename)), &window)) {
-    m_rename->setShortcut(QKeySequence(QString::fromLatin1(rowOf(eItemCommand::kRename).key)));
     window.addAction(m_rename);
     connect(m_rename, &QAction::triggered, this, waiting(this, &RecordMenu::rename));
     connect(&m_selection, &TreeSelection::changed, this, &RecordMenu::follow);
@@ -52,12 +51,16 @@ RecordMenu::RecordMenu(QWidget& window, KorDSMDataStructure& structure, TreeSele
     follow();
 }
 
-// In the strip's place where that cannot rename: a window has one use of a key at a time.
+// In the strip's place where that cannot rename: a window has one use of a key at a time, and the pages of
+// views have that key for what they choose.
 void RecordMenu::follow() {
     KorDSMDatabaseItem* item = m_selection.subject();
     m_rename->setEnabled(item && isMadeByUsers(*item) &&
                          KorDSMItemCommands::whyNotWritable(*item).isEmpty() &&
                          !isInStrip(eItemCommand::kRename, *item));
+    const bool hasKey = m_rename->isEnabled() && item->type() != KorDSMDefines::kViewRequest;
+    m_rename->setShortcut(hasKey ? QKeySequence(QString::fromLatin1(rowOf(eItemCommand::kRename).key))
+                                 : QKeySequence());
 }
 
 void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
@@ -94,8 +97,8 @@ void RecordMenu::makeGroup(KorDSMDatabaseItem& item) {
         return;
     const std::size_t before = KorDSMUndo::stepCount();
     const auto outcome = KorDSMRecordCommands::create(source, groups.table, name, 0);
-    if (!outcome.done)
-        return refuse(&m_window, outcome.refusal);
+    if (!outcome.isStored())
+        return refuse(&m_window, KorString(outcome.error));
     m_refresh.follow(KorDSMUndo::changesSince(before));
     if (KorDSMDatabaseItem* made = KorDSMWhereUsed::findItem(m_structure, source, outcome.row))
         m_refresh.showNew({made});
@@ -112,8 +115,8 @@ void RecordMenu::rename() {
     const std::size_t before = KorDSMUndo::stepCount();
     const auto outcome = KorDSMRecordCommands::rename(KorDSMItemSource::sourceOf(item),
                                                       {item->tableType(), item->recordKey()}, name);
-    if (!outcome.refusal.isEmpty())
-        return refuse(&m_window, outcome.refusal);
+    if (outcome.isFailed())
+        return refuse(&m_window, KorString(outcome.error));
     m_refresh.follow(KorDSMUndo::changesSince(before));
 }
 
@@ -124,8 +127,8 @@ void RecordMenu::copyForUser(KorDSMDatabaseItem& item) {
         return;
     const std::size_t before = KorDSMUndo::stepCount();
     const auto outcome = KorDSMRecordUse::copyForUser(item, name);
-    if (!outcome.done)
-        return refuse(&m_window, outcome.refusal);
+    if (!outcome.isStored())
+        return refuse(&m_window, KorString(outcome.error));
     m_refresh.follow(KorDSMUndo::changesSince(before));
 }
 
@@ -136,7 +139,7 @@ void RecordMenu::remove(KorDSMDatabaseItem& item) {
         KorDSMRecordCommands::remove(KorDSMItemSource::sourceOf(&item), {item.tableType(), item.recordKey()});
     if (!outcome.users.empty())
         return m_usages.tellOf(outcome.users);
-    if (!outcome.done)
-        return refuse(&m_window, outcome.refusal);
+    if (!outcome.isStored())
+        return refuse(&m_window, KorString(outcome.error));
     m_refresh.follow(KorDSMUndo::changesSince(before));
 }

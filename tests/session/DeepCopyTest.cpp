@@ -52,7 +52,9 @@ protected:
 TEST_F(DeepCopy, WhatIsPreviewedIsDoneAndLeavesNoTraceBefore) {
     // Something that can be brought again must survive a preview.
     const auto& post = *row<StructDetailStyle>(SourceId::user(), "HB post 1:15");
-    ASSERT_EQ(KorDSMGuardedWrite::setAttributeInt(kTableDetailStyle, KorOdbcKey(post.key), 6, post.titlePosition == 3 ? 2 : 3), 1);
+    ASSERT_EQ(KorDSMGuardedWrite::setAttributeInt(kTableDetailStyle, KorOdbcKey(post.key), 6,
+                                                  post.titlePosition == 3 ? 2 : 3),
+              1);
     KorDSMUndo::undo();
     ASSERT_TRUE(KorDSMUndo::canRedo());
 
@@ -87,7 +89,8 @@ TEST_F(DeepCopy, OfNamesakesBothStayOrTheirsIsUsedOrReplaced) {
     const std::string name = arrangement->name.toStdString();
     const double spacing = arrangement->rowSpacing;
     const std::int32_t key = arrangement->key;
-    ASSERT_EQ(databases.setCell(kTableViewArrangeStrategy, KorOdbcKey(key), 3, spacing + 1.0), 1);
+    ASSERT_EQ(databases.setCell(kTableViewArrangeStrategy, KorOdbcKey(key), 3, spacing + 1.0),
+              WriteResult::kWritten);
 
     const Outcome both = KorDSMDeepCopy::preview(wishFor(style.c_str()));
     EXPECT_EQ(find(both, kTableViewArrangeStrategy, name.c_str())->fate, eFate::kKeptBoth);

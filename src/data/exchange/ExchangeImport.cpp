@@ -90,10 +90,9 @@ std::int32_t ExchangeImport::replace(RowRef row, const StructRecord& theirs) {
         return 0;
     }
     record->key = key;
-    m_refused = m_databases.store(row.table, *record) != WriteResult::kWritten;
+    m_refused = !m_databases.store(row.table, *record).isStored();
     for (const Referrer& part : partsOf(m_to, {row.table, key}))
-        m_refused =
-            m_refused || m_databases.remove(part.table->type, KorOdbcKey(part.key)) != WriteResult::kWritten;
+        m_refused = m_refused || !m_databases.remove(part.table->type, KorOdbcKey(part.key)).isStored();
     note(row, eFate::kReplaced);
     m_matcher.set(row, key);
     for (const Referrer& part : partsOf(m_from, row))
