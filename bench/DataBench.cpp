@@ -45,7 +45,7 @@ void loadSections(benchmark::State& state) {
     for (auto run : state) {
         state.PauseTiming();
         auto databases = std::make_unique<StyleDatabases>();
-        databases->openFile(SourceId::standard(), GeneratedStandard::file(), true);
+        static_cast<void>(databases->openFile(SourceId::standard(), GeneratedStandard::file(), true));
         structure.emptyDataStructure();
         state.ResumeTiming();
         KorDSMSectionLoader().loadDataStructure(structure);
@@ -90,7 +90,7 @@ void referenceUpdates(benchmark::State& state) {
 void applyUpdates(benchmark::State& state) {
     const fs::path file = writableCopy();
     StyleDatabases databases;
-    databases.openFile(SourceId::user(), file.string(), false);
+    static_cast<void>(databases.openFile(SourceId::user(), file.string(), false));
     const KorDSNRequest request(SourceId::user().dsn, SourceId::user().index);
     int round = 0;
     for (auto run : state) {
@@ -110,12 +110,12 @@ void importNamesakes(benchmark::State& state) {
     reportGrowth(state, [&state](int count) {
         const fs::path folder = fs::temp_directory_path() / "detailstyles-bench-import";
         fs::create_directory(folder);
-        GeneratedStandard::writeNamesakes(folder / "file.dsdb", count);
-        SqliteStore::create(folder / "user.dsdb");
+        static_cast<void>(GeneratedStandard::writeNamesakes(folder / "file.dsdb", count));
+        static_cast<void>(SqliteStore::create(folder / "user.dsdb"));
         double seconds = 0;
         {
             StyleDatabases databases;
-            databases.openFile(SourceId::user(), folder / "user.dsdb", false);
+            static_cast<void>(databases.openFile(SourceId::user(), folder / "user.dsdb", false));
             const Stopwatch watch;
             for (int round = 0; round < 2; ++round) {
                 ImportReport report;
@@ -136,7 +136,7 @@ void replayChanges(benchmark::State& state) {
     reportGrowth(state, [&state](int count) {
         const SourceId id = SourceId::user();
         StyleDatabases databases;
-        databases.openFile(id, writableCopy().string(), false);
+        static_cast<void>(databases.openFile(id, writableCopy().string(), false));
         databases.setCurrentSource(id);
         for (int key = 1; key <= count; ++key) {
             databases.setCell(kTableViewRequest, KorOdbcKey(key), 10, static_cast<double>(key));
@@ -158,7 +158,7 @@ void replayChanges(benchmark::State& state) {
 // Pending column writes alone, and with each of them written down for the case of a crash.
 void recordSteps(benchmark::State& state) {
     StyleDatabases databases;
-    databases.openFile(SourceId::user(), writableCopy().string(), false);
+    static_cast<void>(databases.openFile(SourceId::user(), writableCopy().string(), false));
     if (state.range(0))
         databases.pending().setObserver(std::make_unique<RecoveryWriter>(
             fs::temp_directory_path() / "detailstyles-bench", databases, [](const KorString&) {}));

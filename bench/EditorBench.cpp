@@ -176,7 +176,7 @@ void selectItem(benchmark::State& state) {
 
 void openTenThousand(benchmark::State& state) {
     const std::string file = fs::temp_directory_path() / "detailstyles-bench-one-category.dsdb";
-    GeneratedStandard::write(file, 1);
+    static_cast<void>(GeneratedStandard::write(file, 1));
     for (auto run : state) {
         state.PauseTiming();
         auto editor = std::make_unique<OpenEditor>(file);
@@ -196,7 +196,7 @@ void openTenThousand(benchmark::State& state) {
 void openCategories(benchmark::State& state) {
     reportGrowth(state, [&state](int count) {
         const std::string file = fs::temp_directory_path() / "detailstyles-bench-categories.dsdb";
-        GeneratedStandard::writeCategories(file, count);
+        static_cast<void>(GeneratedStandard::writeCategories(file, count));
         const Stopwatch watch;
         OpenEditor editor(file);
         QApplication::processEvents();
@@ -225,7 +225,7 @@ void filterKey(benchmark::State& state) {
 struct WritableEditor {
     WritableEditor() : databases(openDatabases()) {
         fs::copy_file(GeneratedStandard::file(), file, fs::copy_options::overwrite_existing);
-        databases->openFile(SourceId::user(), file.string(), false);
+        static_cast<void>(databases->openFile(SourceId::user(), file.string(), false));
         load();
         dialog = std::make_unique<KorDSMMainDialog>(nullptr);
         dialog->OnInitDialog();
