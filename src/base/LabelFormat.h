@@ -42,8 +42,6 @@ struct LabelReading {
     eOutcome outcome = kLabel;
     LabelRuns runs;           ///< neighbours in one style are one run; empty when the text is not understood
     std::size_t position = 0; ///< kNotUnderstood: the byte where the first thing not understood begins
-
-    bool understood() const { return outcome == kLabel || outcome == kPlain; }
 };
 
 /// The text form of labels: titles and contents of annotations, with variables and character formatting,

@@ -36,7 +36,7 @@ std::vector<OutsideChange> StyleDatabases::refreshChanged() {
 
 OutsideChange StyleDatabases::refresh(SourceId id) {
     StyleSource* open = source(id);
-    if (!KorAssert::check(open != nullptr, "open != nullptr"))
+    if (!KorAssert::check(open != nullptr, "only open sources are read again"))
         return {{}, id};
     OutsideChange change{{}, id, open->store().name()};
     m_written.erase(id);
@@ -76,7 +76,7 @@ std::vector<OutsideChange> StyleDatabases::bringBack(PendingLog& lost) {
 
 Result<> StyleDatabases::readWhole(SourceId id) {
     StyleSource* open = source(id);
-    if (!KorAssert::check(open != nullptr, "open != nullptr"))
+    if (!KorAssert::check(open != nullptr, "only open sources are read again"))
         return {};
     const Result<> result = open->readAll();
     if (!open->isOutdated() || m_pending.hasPending(id))

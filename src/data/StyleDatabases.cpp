@@ -235,7 +235,7 @@ WriteResult StyleDatabases::remove(eTableType type, KorOdbcKey key) {
 
 void StyleDatabases::apply(const PendingStep& step, bool forward) {
     StyleSource* open = source(step.source);
-    if (!KorAssert::check(open != nullptr, "open != nullptr"))
+    if (!KorAssert::check(open != nullptr, "what is pending belongs to open sources"))
         return;
     const KorOdbcKey key(step.key);
     if (step.action == PendingStep::eAction::kCell)

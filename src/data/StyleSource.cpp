@@ -22,7 +22,7 @@ struct StyleSource::Reading {
 
 StyleTable& StyleSource::table(eTableType type) {
     const TableSchema* schema = findTable(type);
-    if (!KorAssert::check(schema != nullptr, "schema != nullptr"))
+    if (!KorAssert::check(schema != nullptr, "each table type has a declaration"))
         schema = &allTables().front();
     auto& slot = m_tables[static_cast<std::size_t>(schema->type)];
     if (!slot)

@@ -33,7 +33,7 @@ LinetypeListPrompts listPrompts() {
 KorDSMDialogLoadLinetype::KorDSMDialogLoadLinetype(QWidget* parent) : KorDSMDialog(kTemplate, parent) {
     m_list = KorControls::find<CKorlinetypelistctrl>(this, kList);
     auto* file = KorControls::find<QAbstractButton>(this, kFileButton);
-    if (!KorAssert::check(m_list && file, "m_list && file"))
+    if (!KorAssert::check(m_list && file, "the template has a list and a file field"))
         return;
     m_list->setPrompts(listPrompts());
     connect(file, &QAbstractButton::clicked, this, &KorDSMDialogLoadLinetype::onFileButton);

@@ -46,7 +46,7 @@ const std::array<int, kNumberOfTableTypes> KorOdbcMan::m_numberOfColumns = first
 StructRecord& KorOdbcMan::currentRecord(eTableType table) {
     static const auto records = makeCurrentRecords();
     const TableSchema* schema = findTable(table);
-    KorAssert::check(schema != nullptr, "schema != nullptr");
+    KorAssert::check(schema != nullptr, "each table type has a declaration");
     return *records[schema ? static_cast<std::size_t>(table) : 0];
 }
 

@@ -47,7 +47,7 @@ constexpr int kNotStored = 454;
 KorDSMPage::KorDSMPage(QWidget* parent, int templateId, const KorString& title)
     : KorTabPage(parent, templateId, title) {
     KorAssert::check(templateId >= kFirstTemplate && templateId <= kLastTemplate,
-                     "templateId >= 1086 && templateId <= 2321");
+                     "page templates are numbered 1086 to 2321");
 }
 
 KorDSMPage::~KorDSMPage() {

@@ -30,7 +30,6 @@ public:
     int pageCode() const { return m_pageCode; }
     /// A page of another group that must hear of changes made here. Not owned; null is ignored.
     void addLinkedPage(KorDSMPage* page);
-    const std::vector<KorDSMPage*>& linkedPages() const { return m_linkedPages; }
 
     /// The lists are filled again at the next show: names that they show have changed.
     void requestInit() { m_needsInit = true; }

@@ -48,7 +48,7 @@ bool KorDSMPageModelObjectsSelection::OnInitDialog() {
     for (std::size_t i = 0; i < kButtons; ++i) {
         const int control = kFirstButton + static_cast<int>(i);
         m_buttons[i] = KorControls::find<QRadioButton>(this, control);
-        if (!KorAssert::check(m_buttons[i] != nullptr, "bRes"))
+        if (!KorAssert::check(m_buttons[i] != nullptr, "the template has a button for each choice"))
             return false;
         KorFieldNote::prepare(m_buttons[i]);
         addTooltip(control, kButtonTooltip);

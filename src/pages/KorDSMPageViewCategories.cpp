@@ -44,7 +44,7 @@ KorDSMPageViewCategories::KorDSMPageViewCategories(QWidget* parent) : KorDSMPage
 bool KorDSMPageViewCategories::OnInitDialog() {
     KorDSMPage::OnInitDialog();
     m_list = KorControls::find<KorListCtrl>(this, kList);
-    if (!KorAssert::check(m_list != nullptr, "bRes"))
+    if (!KorAssert::check(m_list != nullptr, "the template has a list"))
         return false;
     setCaption(kFrame, 33671);
     addTooltip(kList, 33845);

@@ -120,7 +120,7 @@ KorDSMPageViewClipping::KorDSMPageViewClipping(QWidget* parent)
 
 bool KorDSMPageViewClipping::OnInitDialog() {
     KorDSMPage::OnInitDialog();
-    if (!KorAssert::check(findControls(), "bRes"))
+    if (!KorAssert::check(findControls(), "the template has all controls"))
         return false;
     setTexts();
     connectControls();

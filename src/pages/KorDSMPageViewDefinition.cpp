@@ -88,7 +88,7 @@ KorDSMPageViewDefinition::KorDSMPageViewDefinition(QWidget* parent)
 bool KorDSMPageViewDefinition::OnInitDialog() {
     KorDSMPage::OnInitDialog();
     m_views = KorControls::find<VELComboTree>(this, kViewCombo);
-    if (!KorAssert::check(m_views != nullptr, "bRes"))
+    if (!KorAssert::check(m_views != nullptr, "the template has a view combo"))
         return false;
     setCaption(kViewCaption, 33591);
     addTooltip(kViewCombo, 33530);

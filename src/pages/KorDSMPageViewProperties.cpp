@@ -55,7 +55,7 @@ KorDSMPageViewProperties::KorDSMPageViewProperties(QWidget* parent)
 bool KorDSMPageViewProperties::OnInitDialog() {
     KorDSMPage::OnInitDialog();
     m_scales = KorControls::find<VELComboTree>(this, kScales);
-    if (!KorAssert::check(m_scales != nullptr, "bRes"))
+    if (!KorAssert::check(m_scales != nullptr, "the template has a scale combo"))
         return false;
     for (const auto& [control, prompt] : kCaptions)
         setCaption(control, prompt);

@@ -64,7 +64,6 @@ TEST_F(TreeCtrl, EntriesKeepTheirOrderAndPlace) {
     EXPECT_EQ(tree.getRoot(), root);
     EXPECT_EQ(tree.getNextSiblingItem(a), b);
     EXPECT_EQ(tree.getNextSiblingItem(b), c);
-    EXPECT_EQ(tree.getPrevSiblingItem(c), b);
     EXPECT_EQ(tree.getNextSiblingItem(c), nullptr);
     EXPECT_EQ(tree.getParentItem(a2), a);
     EXPECT_EQ(tree.getParentItem(root), nullptr);

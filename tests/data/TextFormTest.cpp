@@ -28,32 +28,14 @@ protected:
         const OpenedStore opened = SqliteStore::open(database, SqliteStore::eMode::kRead);
         std::vector<ReadProblem> problems;
         EXPECT_TRUE(opened.store) << opened.error;
-        EXPECT_TRUE(opened.store && rows.readFrom(*opened.store, problems));
+        for (const TableSchema& table : allTables())
+            EXPECT_TRUE(opened.store && opened.store->readTable(table, rows.of(table.type), problems));
         EXPECT_TRUE(problems.empty()) << problems.front().sentence;
         return rows;
     }
 
     TempFolder m_folder;
 };
-
-template <typename R>
-R& append(TableRows& rows, std::int32_t key, const char* name) {
-    R& record = static_cast<R&>(rows.of(tableOf<R>).append());
-    record.key = key;
-    record.name = name;
-    return record;
-}
-
-void expectEqual(const TableRows& a, const TableRows& b) {
-    for (const TableSchema& table : allTables()) {
-        const RowArray& rowsA = a.of(table.type);
-        const RowArray& rowsB = b.of(table.type);
-        ASSERT_EQ(rowsA.size(), rowsB.size()) << table.name;
-        for (int i = 0; i < rowsA.size(); ++i)
-            EXPECT_TRUE(rowsA.equal(rowsA.at(i), rowsB.at(i)))
-                << table.name << " " << rowsA.at(i).name.view();
-    }
-}
 
 } // namespace
 
@@ -84,28 +66,6 @@ TEST_F(TextFormTest, ReadsWhatPeopleWriteInAnyOrderOfFilesAndSections) {
     EXPECT_EQ(clip.linetypeKey, 7);
     EXPECT_EQ(clip.gap, 25.0);
     EXPECT_EQ(static_cast<const StructDetViewLengthClip&>(rows.of(kTableLengthClip).at(1)).linetypeKey, -1);
-}
-
-TEST_F(TextFormTest, WrittenRowsReadBackExactly) {
-    TableRows rows;
-    auto& hatch = append<StructDetHatchSettings>(rows, 3, "[x]");
-    hatch.pattern = "";
-    hatch.angle = 0.1 + 0.2;
-    hatch.spacing = 1e-300;
-    append<StructDetHatchSettings>(rows, 8, "").pattern = " <a>|b;\\c\t\r\n ";
-    append<StructDetViewRequest>(rows, 1, "<1>").compassKey = -2147483647;
-    append<StructDetViewRequest>(rows, 2, "same; name");
-    append<StructDetViewRequest>(rows, 5, "twice").areaTypeKey = 77;
-    append<StructDetViewRequest>(rows, 6, "twice");
-    append<StructDetailStyle>(rows, 1, "#1").viewRequests = {1, 0, 2, 5, -4, 0};
-    append<StructDetailStyle>(rows, 2, "key").viewRequests.back() = 6;
-    append<StructDetViewLengthClip>(rows, 1, "clip").clippingTypeKey = 0;
-    append<StructDetObjReprMapKey>(rows, 1, "");
-    append<StructDetObjReprMapKey>(rows, 2, "");
-    ASSERT_EQ(writeTextForm(rows, path("rows.txt")).error, "");
-    TableRows back;
-    ASSERT_EQ(readTextForm(path("rows.txt"), back).error, "");
-    expectEqual(rows, back);
 }
 
 TEST_F(TextFormTest, ErrorsNameFileLineAndFault) {
@@ -210,10 +170,6 @@ TEST_F(TextFormTest, SamplesBuildIntoSoundDatabases) {
         expectLabelsUnderstood(rows);
         expectStylesComplete(rows);
         EXPECT_EQ(numericDefault(rows, "C01_DistanceUnit"), unit) << name;
-        ASSERT_EQ(writeTextForm(rows, path("again.txt")).error, "");
-        TableRows again;
-        ASSERT_EQ(readTextForm(path("again.txt"), again).error, "");
-        expectEqual(rows, again);
     }
     EXPECT_FALSE(bytesOf(path("data/addins/fabrication-imperial/addin.ini")).empty());
 }

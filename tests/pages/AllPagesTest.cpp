@@ -1,7 +1,6 @@
 #include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
 #include "controls/KorQt.h"
-#include "controls/KorStyle.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "operations/KorOdbcGUI.h"
 #include "pages/KorDSMPlainPage.h"
@@ -10,6 +9,7 @@
 #include "session/KorDSMValueText.h"
 #include "shell/KorDSMPageRegistry.h"
 #include "support/Accessibility.h"
+#include "support/Palettes.h"
 
 #include <QAbstractItemView>
 #include <QClipboard>
@@ -339,7 +339,7 @@ TEST_F(AllPages, WhatCannotBeChangedIsReadableInEveryPalette) {
     useSource(SourceId::standard());
     makeSamples({}, {});
     for (const bool dark : {false, true}) {
-        m_window.setPalette(KorStyle::palette(dark));
+        m_window.setPalette(desktopPalette(dark));
         onEachPage([&] {
             EXPECT_EQ(page().palette().color(QPalette::Window).lightness() < 128, dark);
             EXPECT_GT(expectReadable(page()), 0);

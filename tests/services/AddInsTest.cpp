@@ -81,6 +81,5 @@ TEST_F(AddInsTest, PicturesAreFoundByNumber) {
     EXPECT_TRUE(exists(KordoBitmaps::ReadDIBFromDll("KorDetailBitmaps.dll", 1106)));
     EXPECT_TRUE(KordoBitmaps::ReadDIBFromDll("Another.dll", 1106).empty());
     EXPECT_TRUE(KordoBitmaps::ReadDIBFromDll("KorDetailBitmaps.dll", 999999).empty());
-    EXPECT_TRUE(exists(KordoBitmaps::iconFile(1055)));
     EXPECT_TRUE(exists(KordoBitmaps::pictureFile(AddInManager::getInstance().getCurrentInstalationFlag())));
 }

@@ -1,6 +1,5 @@
 #include "support/Accessibility.h"
 #include "controls/KorListCtrl.h"
-#include "controls/KorStyle.h"
 #include "dialogs/KorDSMDialogConfirmation.h"
 #include "dialogs/KorDSMDialogInUse.h"
 #include "dialogs/KorDSMDialogLoadLinetype.h"
@@ -8,6 +7,7 @@
 #include "dialogs/KorDSMDialogNewItemWithGroup.h"
 #include "dialogs/KorDSMDialogWhereUsed.h"
 #include "shell/EditorFixture.h"
+#include "support/Palettes.h"
 
 namespace {
 
@@ -18,7 +18,7 @@ protected:
     // Visits in light and dark; windows take the palette that is there when they are made.
     static void inBothPalettes(const std::function<void()>& visit) {
         for (const bool dark : {false, true}) {
-            QApplication::setPalette(KorStyle::palette(dark));
+            QApplication::setPalette(desktopPalette(dark));
             visit();
         }
     }

@@ -204,7 +204,7 @@ Result<> SqliteStore::begin() {
 }
 
 Result<> SqliteStore::apply(const TableChange& change, std::vector<StoreConflict>& conflicts) {
-    if (!KorAssert::check(m_database.connection.isInTransaction(), "isInTransaction()"))
+    if (!KorAssert::check(m_database.connection.isInTransaction(), "changes are applied in a transaction"))
         return faultResult(eStoreFault::kOther, name(), translated("no transaction").toStdString());
     const std::size_t before = conflicts.size();
     const Result<> result = m_writer.apply(change, conflicts);
@@ -223,7 +223,7 @@ std::uint32_t SqliteStore::lastMark() {
 }
 
 Result<> SqliteStore::commit() {
-    if (!KorAssert::check(!m_hasConflict, "!m_hasConflict")) {
+    if (!KorAssert::check(!m_hasConflict, "what conflicts is not committed")) {
         rollback();
         return faultResult(eStoreFault::kOther, name(),
                            translated("a part of the change was not applied").toStdString());

@@ -7,15 +7,6 @@ TableRows::TableRows() {
         m_rows[static_cast<std::size_t>(table.type)] = table.makeRows();
 }
 
-Result<> TableRows::readFrom(StyleStore& store, std::vector<ReadProblem>& problems) {
-    for (const TableSchema& table : allTables()) {
-        of(table.type).clear();
-        if (const Result<> result = store.readTable(table, of(table.type), problems); !result)
-            return result;
-    }
-    return {};
-}
-
 Result<> TableRows::appendTo(StyleStore& store) const {
     for (const TableSchema& table : allTables()) {
         const RowArray& rows = of(table.type);

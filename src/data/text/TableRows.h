@@ -12,8 +12,6 @@ public:
     RowArray& of(eTableType type) { return *m_rows[static_cast<std::size_t>(type)]; }
     const RowArray& of(eTableType type) const { return *m_rows[static_cast<std::size_t>(type)]; }
 
-    /// Reads every table of `store`; what was here before is dropped.
-    Result<> readFrom(StyleStore& store, std::vector<ReadProblem>& problems);
     /// Appends all rows to the open transaction of `store`.
     Result<> appendTo(StyleStore& store) const;
 

@@ -23,9 +23,8 @@
 ///   brackets: `<17>`, `<-1>`. Run names are unique and not empty, but for the parts of other rows and in
 ///   sections with the column `key`.
 /// - Numbers have a point as decimal mark; real numbers may be fractions: `1/48`.
-/// - Columns that the schema numbers (`view_1`, `view_2`, ...) are one column here (`views`), a list
-/// separated
-///   by `;`. Elements left out, at the end or between two `;`, have the default.
+/// - Columns that the schema numbers (`view_1`, `view_2`, ...) are one column here (`views`), a list with `;`
+///   between its elements. Elements left out, at the end or between two `;`, have the default.
 /// - A backslash takes the meaning from the sign after it: `\|`, `\;`, `\\`, and `\#`, `\[` or `\<` where one
 ///   of them begins a text. `\n`, `\r` and `\t` are a line break, a carriage return and a tab, `\s` a blank
 ///   at the end of a text.
@@ -33,10 +32,6 @@
 /// Reads the file `path`, or all `*.txt` files of the folder `path` in the order of their names, into `rows`,
 /// which must be empty. On failure the sentence names file and line, and `rows` holds part of the rows.
 Result<> readTextForm(const std::string& path, TableRows& rows);
-
-/// Writes all tables that have rows into one file, replacing it. What is read back equals `rows`, keys
-/// included. Columns that hold nothing but defaults are left out.
-Result<> writeTextForm(const TableRows& rows, const std::string& file);
 
 /// Makes the database file `targetFile` from the text form in `textFolder`. An existing file is an error and
 /// stays as it is; nothing appears before it is complete.

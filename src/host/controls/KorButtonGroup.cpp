@@ -61,7 +61,7 @@ void KorButtonGroup::addButton(int id, const KorString& tooltip, const QIcon& ic
 
 void KorButtonGroup::setButtonText(int id, const KorString& text, const QKeySequence& key) {
     QToolButton* widget = button(id);
-    if (!KorAssert::check(widget != nullptr, "widget != NULL"))
+    if (!KorAssert::check(widget != nullptr, "the strip has such a button"))
         return;
     widget->setAccessibleName(toQt(text));
     widget->setToolTip(
@@ -71,7 +71,7 @@ void KorButtonGroup::setButtonText(int id, const KorString& text, const QKeySequ
 
 void KorButtonGroup::setButtonMenu(int id, QMenu* menu) {
     QToolButton* widget = button(id);
-    if (!KorAssert::check(widget != nullptr, "widget != NULL"))
+    if (!KorAssert::check(widget != nullptr, "the strip has such a button"))
         return;
     widget->setMenu(menu);
     widget->setPopupMode(QToolButton::MenuButtonPopup);
@@ -79,12 +79,10 @@ void KorButtonGroup::setButtonMenu(int id, QMenu* menu) {
                           style()->pixelMetric(QStyle::PM_MenuButtonIndicator, nullptr, widget));
 }
 
-int KorButtonGroup::buttonCount() const {
-    return static_cast<int>(m_buttons.size());
-}
-
 int KorButtonGroup::buttonId(int index) const {
-    return index >= 0 && index < buttonCount() ? m_buttons[static_cast<std::size_t>(index)].id : -1;
+    return index >= 0 && index < static_cast<int>(m_buttons.size())
+               ? m_buttons[static_cast<std::size_t>(index)].id
+               : -1;
 }
 
 KorButtonGroup::Button* KorButtonGroup::find(int id) {
@@ -138,10 +136,6 @@ void KorButtonGroup::enableWindow(bool enable) {
     for (const Button& button : m_buttons)
         button.widget->setEnabled(button.enabled && enable);
     keepOneTabStop();
-}
-
-bool KorButtonGroup::isWindowEnabled() const {
-    return m_enabled;
 }
 
 /// The Tab key stops at the focused or pressed-down button, else at the first one that can be used.

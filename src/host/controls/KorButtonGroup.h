@@ -33,7 +33,6 @@ public:
     void setButtonText(int id, const KorString& text, const QKeySequence& key);
     /// Gives a button a menu, opened by the arrow beside its picture, or by Alt and the down key.
     void setButtonMenu(int id, QMenu* menu);
-    int buttonCount() const;
     /// The id of the button at a position, -1 when there is none.
     int buttonId(int index) const;
     /// The button itself, for menus and key accelerators; null when there is none of that id.
@@ -51,7 +50,6 @@ public:
     bool isButtonEnabled(int id) const;
     /// Disables the strip as a whole, or brings each button back to its own state.
     void enableWindow(bool enable);
-    bool isWindowEnabled() const;
 
 Q_SIGNALS:
     /// The user pressed a button.

@@ -17,7 +17,7 @@ namespace {
 constexpr int kRoomForLines = 8;
 
 bool isRow(const KorListRow* row) {
-    return KorAssert::check(row != nullptr, "isValid( row )");
+    return KorAssert::check(row != nullptr, "the list has such a row");
 }
 
 } // namespace
@@ -120,10 +120,6 @@ void KorListCtrl::deleteItem(int row) {
         m_model->remove(row);
 }
 
-void KorListCtrl::deleteAllItems() {
-    m_model->replace({});
-}
-
 int KorListCtrl::deleteSelectedItems() {
     const std::vector<int> rows = selectedRows();
     for (auto row = rows.rbegin(); row != rows.rend(); ++row)
@@ -143,7 +139,7 @@ KorString KorListCtrl::getItemText(int row, int column) const {
 
 void KorListCtrl::setItemText(int row, int column, const KorString& text) {
     KorListRow* at = m_model->rowAt(row);
-    if (!isRow(at) || !KorAssert::check(column >= 0 && column < columnCount(), "isValid( column )"))
+    if (!isRow(at) || !KorAssert::check(column >= 0 && column < columnCount(), "the list has such a column"))
         return;
     const auto cell = static_cast<std::size_t>(column);
     at->texts.resize(std::max(at->texts.size(), cell + 1));

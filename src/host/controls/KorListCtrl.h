@@ -39,7 +39,6 @@ public:
     /// Replaces all rows in one step, keeping the sorting.
     void setItems(std::vector<KorListRow> rows);
     void deleteItem(int row);
-    void deleteAllItems();
     /// Deletes the selected rows and returns how many they were.
     int deleteSelectedItems();
 

@@ -84,7 +84,7 @@ int KorMFCGridCtrl::insertColumn(const KorString& title, EKind kind) {
 
 void KorMFCGridCtrl::setColumnChoices(int column, const std::vector<KorString>& choices) {
     QTableWidgetItem* header = horizontalHeaderItem(column);
-    if (!KorAssert::check(header != nullptr, "isValid( column )"))
+    if (!KorAssert::check(header != nullptr, "the grid has such a column"))
         return;
     header->setData(KorGridDelegate::kChoicesRole, toQtList(choices));
     for (int row = 0; row < rowCount(); ++row)
@@ -150,7 +150,7 @@ int KorMFCGridCtrl::addRow(const std::vector<KorString>& texts) {
 }
 
 void KorMFCGridCtrl::deleteRow(int row) {
-    if (KorAssert::check(row >= 0 && row < rowCount(), "isValid( row )"))
+    if (KorAssert::check(row >= 0 && row < rowCount(), "the grid has such a row"))
         removeRow(row);
 }
 
@@ -235,7 +235,7 @@ void KorMFCGridCtrl::editCell(int row, int column) {
 
 QTableWidgetItem* KorMFCGridCtrl::cell(int row, int column) const {
     QTableWidgetItem* found = item(row, column);
-    KorAssert::check(found != nullptr, "isValid( row, column )");
+    KorAssert::check(found != nullptr, "the grid has such a cell");
     return found;
 }
 

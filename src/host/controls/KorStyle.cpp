@@ -80,49 +80,9 @@ QPixmap highlighted(const QPixmap& pixmap, QColor text) {
     return QPixmap::fromImage(image);
 }
 
-QPalette darkPalette() {
-    const QColor window(45, 47, 50);
-    const QColor base(32, 34, 36);
-    const QColor text(228, 230, 232);
-    const QColor disabled(128, 131, 135);
-    QPalette palette(window);
-    palette.setColor(QPalette::Window, window);
-    palette.setColor(QPalette::Base, base);
-    palette.setColor(QPalette::AlternateBase, QColor(38, 40, 43));
-    palette.setColor(QPalette::Button, QColor(56, 59, 63));
-    palette.setColor(QPalette::Mid, QColor(80, 84, 88));
-    palette.setColor(QPalette::ToolTipBase, base);
-    palette.setColor(QPalette::Link, QColor(110, 175, 240));
-    palette.setColor(QPalette::Highlight, QColor(45, 110, 185));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(80, 84, 88));
-    palette.setColor(QPalette::Disabled, QPalette::Base, window);
-    for (const auto role :
-         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
-        palette.setColor(role, text);
-        palette.setColor(QPalette::Disabled, role, disabled);
-    }
-    palette.setColor(QPalette::PlaceholderText, disabled);
-    return palette;
-}
-
 } // namespace
 
 KorStyle::KorStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
-
-QPalette KorStyle::palette(bool dark) {
-    if (dark)
-        return darkPalette();
-    const QColor window(239, 240, 241);
-    QPalette light(window);
-    light.setColor(QPalette::Base, Qt::white);
-    light.setColor(QPalette::Disabled, QPalette::Base, window);
-    light.setColor(QPalette::AlternateBase, QColor(247, 248, 249));
-    light.setColor(QPalette::Highlight, QColor(48, 115, 190));
-    light.setColor(QPalette::HighlightedText, Qt::white);
-    light.setColor(QPalette::Disabled, QPalette::Highlight, QColor(170, 174, 178));
-    return light;
-}
 
 QColor KorStyle::lineColor(const QPalette& palette, QPalette::ColorRole ground) {
     constexpr double kShareOfText = 0.25;

@@ -12,9 +12,6 @@ class KorStyle : public QProxyStyle {
 public:
     KorStyle();
 
-    /// A complete light or dark palette that goes with this style.
-    static QPalette palette(bool dark);
-
     /// The colour of thin lines that divide what stands on `ground`: seen, not shouting, in any palette.
     static QColor lineColor(const QPalette& palette, QPalette::ColorRole ground);
 

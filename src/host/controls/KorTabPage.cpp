@@ -39,7 +39,7 @@ void KorTabPage::create() {
     if (m_created)
         return;
     m_created = true;
-    KorAssert::check(KorTemplates::setUp(m_templateId, this), "KorTemplates::setUp( m_templateId, this )");
+    KorAssert::check(KorTemplates::setUp(m_templateId, this), "the page has a template");
     OnInitDialog();
 }
 

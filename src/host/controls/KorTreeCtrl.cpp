@@ -10,7 +10,7 @@
 namespace {
 
 bool isEntry(KorTreeHandle entry) {
-    return KorAssert::check(entry != nullptr, "entry != NULL");
+    return KorAssert::check(entry != nullptr, "an entry is given");
 }
 
 } // namespace
@@ -56,7 +56,7 @@ KorTreeHandle KorTreeCtrl::first() {
 
 KorTreeHandle KorTreeCtrl::insertItem(const KorString& text, int image, KorTreeHandle parent,
                                       const KorEntryData& itemData, KorTreeHandle after) {
-    if (parent && !KorAssert::check(m_model->owns(parent), "m_model->owns( parent )"))
+    if (parent && !KorAssert::check(m_model->owns(parent), "the parent is an entry of this tree"))
         return nullptr;
     const int row = after == first() ? 0 : after ? after->row + 1 : -1;
     return m_model->insert(parent, row, {text, image, itemData, false});
@@ -91,7 +91,7 @@ KorTreeHandle KorTreeCtrl::shownSibling(KorTreeHandle entry, int step) const {
 }
 
 void KorTreeCtrl::deleteItem(KorTreeHandle entry) {
-    if (!isEntry(entry) || !KorAssert::check(m_model->owns(entry), "m_model->owns( entry )"))
+    if (!isEntry(entry) || !KorAssert::check(m_model->owns(entry), "the entry is one of this tree"))
         return;
     KorTreeHandle heir = shownSibling(entry, 1);
     if (!heir)
@@ -131,10 +131,6 @@ KorTreeHandle KorTreeCtrl::getNextSiblingItem(KorTreeHandle entry) const {
     return isEntry(entry) ? m_model->sibling(entry, 1) : nullptr;
 }
 
-KorTreeHandle KorTreeCtrl::getPrevSiblingItem(KorTreeHandle entry) const {
-    return isEntry(entry) ? m_model->sibling(entry, -1) : nullptr;
-}
-
 int KorTreeCtrl::childCount(KorTreeHandle parent) const {
     return m_model->childCount(parent);
 }
@@ -146,15 +142,6 @@ KorString KorTreeCtrl::getItemText(KorTreeHandle entry) const {
 void KorTreeCtrl::setItemText(KorTreeHandle entry, const KorString& text) {
     if (isEntry(entry))
         m_model->setText(entry, text);
-}
-
-int KorTreeCtrl::getItemImage(KorTreeHandle entry) const {
-    return isEntry(entry) ? entry->image : -1;
-}
-
-void KorTreeCtrl::setItemImage(KorTreeHandle entry, int image) {
-    if (isEntry(entry))
-        m_model->setImage(entry, image);
 }
 
 KorEntryData KorTreeCtrl::getItemData(KorTreeHandle entry) const {
@@ -194,7 +181,7 @@ void KorTreeCtrl::onExpanded(const QModelIndex& index) {
 }
 
 void KorTreeCtrl::expand(KorTreeHandle entry) {
-    if (!isEntry(entry) || !KorAssert::check(m_model->owns(entry), "m_model->owns( entry )") ||
+    if (!isEntry(entry) || !KorAssert::check(m_model->owns(entry), "the entry is one of this tree") ||
         isExpanded(entry))
         return;
     const QPersistentModelIndex index(m_model->indexOf(entry));
@@ -249,7 +236,7 @@ void KorTreeCtrl::setFilter(const std::function<bool(const KorTreeEntry&)>& isSh
 }
 
 void KorTreeCtrl::selectItem(KorTreeHandle entry) {
-    if (entry && !KorAssert::check(m_model->owns(entry), "m_model->owns( entry )"))
+    if (entry && !KorAssert::check(m_model->owns(entry), "the entry is one of this tree"))
         return;
     setCurrentIndex(m_model->indexOf(entry));
     if (!entry)

@@ -45,14 +45,11 @@ public:
     /// The first child, null when there is none. Does not make children on demand.
     KorTreeHandle getChildItem(KorTreeHandle entry) const;
     KorTreeHandle getNextSiblingItem(KorTreeHandle entry) const;
-    KorTreeHandle getPrevSiblingItem(KorTreeHandle entry) const;
     /// Number of children made so far; with null, of the top level.
     int childCount(KorTreeHandle parent) const;
 
     KorString getItemText(KorTreeHandle entry) const;
     void setItemText(KorTreeHandle entry, const KorString& text);
-    int getItemImage(KorTreeHandle entry) const;
-    void setItemImage(KorTreeHandle entry, int image);
     KorEntryData getItemData(KorTreeHandle entry) const;
     void setItemData(KorTreeHandle entry, const KorEntryData& data);
 

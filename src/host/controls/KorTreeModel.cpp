@@ -133,11 +133,6 @@ void KorTreeModel::setText(KorTreeHandle entry, const KorString& text) {
     Q_EMIT dataChanged(indexOf(entry), indexOf(entry));
 }
 
-void KorTreeModel::setImage(KorTreeHandle entry, int image) {
-    entry->image = image;
-    Q_EMIT dataChanged(indexOf(entry), indexOf(entry), {Qt::DecorationRole});
-}
-
 void KorTreeModel::setPlaceholder(KorTreeHandle entry, bool placeholder) {
     if (!entry || entry->placeholder == placeholder)
         return;

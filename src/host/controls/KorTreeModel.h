@@ -58,7 +58,6 @@ public:
     void removeChildren(KorTreeHandle parent);
 
     void setText(KorTreeHandle entry, const KorString& text);
-    void setImage(KorTreeHandle entry, int image);
     /// Whether the entry shows that it can be opened although it has no children yet.
     void setPlaceholder(KorTreeHandle entry, bool placeholder);
     /// Shows only entries for which `isShown` answers yes; below one that is hidden nothing is shown. Null

@@ -62,7 +62,7 @@ KorTreeHandle VELComboTree::addEntry(const KorString& path, int image, const Kor
         }
         entry = next;
     }
-    if (!KorAssert::check(entry != nullptr, "entry != NULL"))
+    if (!KorAssert::check(entry != nullptr, "an entry is given"))
         return nullptr;
     entry->image = image;
     entry->data = entryData;
@@ -158,7 +158,7 @@ KorString VELComboTree::getSelectedPath() const {
 }
 
 bool VELComboTree::canChoose(KorTreeHandle entry) const {
-    return entry && entry->selectable && (!m_leavesOnly || m_model->childCount(entry) == 0);
+    return entry && entry->selectable;
 }
 
 void VELComboTree::choose(KorTreeHandle entry) {
@@ -245,7 +245,7 @@ void VELComboTree::openPopup(const QString& search) {
             choose(entry);
         });
     }
-    m_popup->open(m_selected, search, m_dropDownHeight);
+    m_popup->open(m_selected, search);
 }
 
 void VELComboTree::hidePopup() {

@@ -25,10 +25,6 @@ public:
     void setImageList(KorImageListPtr images);
     /// Whether the closed combo shows the whole path of the chosen entry. Off at first: its name only.
     void setDisplayFullPath(bool on);
-    /// Height of the drop-down in pixels at 100 %; 200 at first.
-    void setDropDownHeight(int height) { m_dropDownHeight = height; }
-    /// Whether only entries without children can be chosen. Off at first.
-    void setLeavesOnly(bool on) { m_leavesOnly = on; }
 
     /// Adds an entry by its path; names on the way that do not exist yet are added without picture and
     /// data. A path that exists takes the new picture and data. Returns the entry.
@@ -95,7 +91,5 @@ private:
     std::unordered_map<ChildKey, KorTreeHandle, ChildHash> m_children;
     QPointer<VELComboTreePopup> m_popup;
     KorTreeHandle m_selected = nullptr;
-    int m_dropDownHeight = 200;
     bool m_displayFullPath = false;
-    bool m_leavesOnly = false;
 };

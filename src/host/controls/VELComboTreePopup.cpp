@@ -12,6 +12,10 @@
 
 #include <algorithm>
 
+namespace {
+constexpr QSize kLeast(240, 200); // what is chosen from can be read in it
+}
+
 VELComboTreePopup::VELComboTreePopup(QWidget& combo, KorTreeModel& entries)
     : QFrame(&combo, Qt::Popup), m_combo(combo), m_entries(entries), m_search(new QLineEdit(this)),
       m_tree(new KorTreeCtrl(&entries, this)) {
@@ -38,8 +42,8 @@ VELComboTreePopup::~VELComboTreePopup() {
     m_tree->disconnect(this);
 }
 
-void VELComboTreePopup::open(KorTreeHandle chosen, const QString& search, int height) {
-    place(height);
+void VELComboTreePopup::open(KorTreeHandle chosen, const QString& search) {
+    place();
     show();
     m_search->setText(search);
     m_search->setFocus();
@@ -49,10 +53,11 @@ void VELComboTreePopup::open(KorTreeHandle chosen, const QString& search, int he
         m_tree->ensureVisible(selected);
 }
 
-void VELComboTreePopup::place(int height) {
+void VELComboTreePopup::place() {
     const QRect screen = m_combo.screen()->availableGeometry();
     const QRect combo(m_combo.mapToGlobal(QPoint(0, 0)), m_combo.size());
-    QRect popup(combo.bottomLeft() + QPoint(0, 1), QSize(std::max(combo.width(), 240), height));
+    QRect popup(combo.bottomLeft() + QPoint(0, 1),
+                QSize(std::max(combo.width(), kLeast.width()), kLeast.height()));
     if (popup.bottom() > screen.bottom() && combo.top() - popup.height() >= screen.top())
         popup.moveBottom(combo.top() - 1);
     popup.moveRight(std::min(popup.right(), screen.right()));

@@ -18,8 +18,8 @@ public:
     VELComboTreePopup(QWidget& combo, KorTreeModel& entries);
     ~VELComboTreePopup() override;
 
-    /// Shows the drop-down at its combo, on the chosen entry, or on what `search` finds. `height` in pixels.
-    void open(KorTreeHandle chosen, const QString& search, int height);
+    /// Shows the drop-down at its combo, on the chosen entry, or on what `search` finds.
+    void open(KorTreeHandle chosen, const QString& search);
 
 Q_SIGNALS:
     /// The user wants this entry, which may be null; it need not be one that can be chosen.
@@ -31,7 +31,7 @@ protected:
 private:
     bool onKey(QKeyEvent& event);
     void find(KorTreeHandle from, bool forward);
-    void place(int height);
+    void place();
 
     QWidget& m_combo;
     KorTreeModel& m_entries;

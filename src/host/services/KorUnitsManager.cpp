@@ -225,7 +225,7 @@ const KorUnitsManager& KorUnitsManager::imperial() {
 
 const KorUnit& KorUnitsManager::getUnit(int kind) const {
     const auto* row = std::ranges::find(kKinds, kind, &KindOfUnit::kind);
-    if (!KorAssert::check(row != std::end(kKinds), "unit kind"))
+    if (!KorAssert::check(row != std::end(kKinds), "the unit kind is known"))
         return kPlainUnit;
     return m_imperial ? row->imperial : row->metric;
 }

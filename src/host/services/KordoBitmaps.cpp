@@ -11,18 +11,14 @@ fs::path existing(const fs::path& file) {
     return fs::exists(file, ignored) ? file : fs::path();
 }
 
-fs::path numbered(const char* folder, int number) {
-    return existing(KorResources::folder() / folder / (std::to_string(number) + ".svg"));
+fs::path bitmapFile(int number) {
+    return existing(KorResources::folder() / "bitmaps" / (std::to_string(number) + ".svg"));
 }
 
 } // namespace
 
 fs::path KordoBitmaps::ReadDIBFromDll(const KorString& library, int number) {
-    return library == kLibrary ? numbered("bitmaps", number) : fs::path();
-}
-
-fs::path KordoBitmaps::iconFile(int number) {
-    return numbered("icons", number);
+    return library == kLibrary ? bitmapFile(number) : fs::path();
 }
 
 fs::path KordoBitmaps::pictureFile(const KorString& name) {

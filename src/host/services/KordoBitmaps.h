@@ -4,15 +4,13 @@
 
 #include <filesystem>
 
-/// The bitmap store: pictures of the bitmap library and icons of the module, by number.
+/// The bitmap store: pictures of the bitmap library by number, and pictures of the module by name.
 class KordoBitmaps {
 public:
     static constexpr const char* kLibrary = "KorDetailBitmaps.dll";
 
     /// Picture file of a bitmap of the library. Empty for another library, or when there is no such number.
     static std::filesystem::path ReadDIBFromDll(const KorString& library, int number);
-    /// Picture file of an icon of the module; empty when there is no such number.
-    static std::filesystem::path iconFile(int number);
     /// Absolute path of a picture file given by name below the resources; absolute paths stay.
     static std::filesystem::path pictureFile(const KorString& name);
 };

@@ -133,7 +133,7 @@ void VELLabelDesignerCtrlWrap::SetDefaultFont(const KorString& family) {
 }
 
 void VELLabelDesignerCtrlWrap::SetDefaultSize(double size) {
-    if (!KorAssert::check(size > 0, "size > 0"))
+    if (!KorAssert::check(size > 0, "text sizes are above 0"))
         return;
     setDefault(&LabelStyle::size, size);
     SetListOfSizes(m_sizes);
