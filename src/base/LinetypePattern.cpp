@@ -51,7 +51,7 @@ public:
     /// Everything up to one of `stops`, which stays, without blanks at its ends.
     KorString takeUntil(std::string_view stops) {
         const std::size_t length = std::min(m_rest.find_first_of(stops), m_rest.size());
-        const KorString text = KorString(m_rest.substr(0, length)).trimmed();
+        KorString text = KorString(m_rest.substr(0, length)).trimmed();
         m_rest.remove_prefix(length);
         return text;
     }

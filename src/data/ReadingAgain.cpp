@@ -78,7 +78,7 @@ Result<> StyleDatabases::readWhole(SourceId id) {
     StyleSource* open = source(id);
     if (!KorAssert::check(open != nullptr, "only open sources are read again"))
         return {};
-    const Result<> result = open->readAll();
+    Result<> result = open->readAll();
     if (!open->isOutdated() || m_pending.hasPending(id))
         return result;
     open->store().acknowledge();

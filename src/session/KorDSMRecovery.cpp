@@ -66,11 +66,12 @@ void KorDSMRecovery::writeDown(std::function<void()> reportWaits) {
     if (!KorDSMDialogFactory::options().recoversChanges)
         pending.dismissObserver();
     else if (!pending.isObserved() && !folder().empty())
-        pending.setObserver(std::make_unique<RecoveryWriter>(folder(), StyleDatabases::current(),
-                                                             [reportWaits](const KorString& sentence) {
-                                                                 KorHostReport::add(sentence);
-                                                                 reportWaits();
-                                                             }));
+        pending.setObserver(std::make_unique<RecoveryWriter>(
+            folder(), StyleDatabases::current(),
+            [reportWaits = std::move(reportWaits)](const KorString& sentence) {
+                KorHostReport::add(sentence);
+                reportWaits();
+            }));
 }
 
 void KorDSMRecovery::offer(const Ask& ask, const Follow& follow) {

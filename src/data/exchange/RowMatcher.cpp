@@ -124,7 +124,7 @@ std::shared_ptr<StructRecord> RowMatcher::translated(RowRef row, const Column* k
     const StructRecord* record = table.find(KorOdbcKey(row.key));
     if (!record)
         return nullptr;
-    const auto copy = table.rows().copyOf(record);
+    auto copy = table.rows().copyOf(record);
     copy->key = 0;
     for (const Column& column : table.schema().columns) {
         if (!column.isReference())

@@ -109,9 +109,10 @@ void PendingLog::tell() {
 }
 
 void PendingLog::count(const PendingStep& step, int by) {
-    const PendingPlace place{step.source, step.table};
-    if ((m_counts[place] += by) == 0)
-        m_counts.erase(place);
+    const auto counted = m_counts.try_emplace({step.source, step.table}).first;
+    counted->second += by;
+    if (counted->second == 0)
+        m_counts.erase(counted);
 }
 
 bool PendingLog::hasPending(SourceId source) const {

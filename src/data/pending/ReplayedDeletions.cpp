@@ -46,11 +46,11 @@ void PendingReplay::refuseDeletion(RowRef row, const KorString& reason) {
 std::set<RowRef> PendingReplay::wholesToRemove() const {
     std::set<RowRef> wholes;
     for (const auto& [row, record] : m_deleted) {
+        const StructRecord* deleted = record.get();
         const bool isWithOther =
             std::ranges::any_of(findTable(row.table)->columns, [&](const Column& column) {
-                return belongs(column) &&
-                       m_deleted.contains({column.target, column.integerIn(record.get())}) &&
-                       m_source.table(column.target).find(KorOdbcKey(column.integerIn(record.get())));
+                return belongs(column) && m_deleted.contains({column.target, column.integerIn(deleted)}) &&
+                       m_source.table(column.target).find(KorOdbcKey(column.integerIn(deleted)));
             });
         if (!isWithOther && m_source.table(row.table).find(KorOdbcKey(row.key)))
             wholes.insert(row);

@@ -207,7 +207,7 @@ Result<> SqliteStore::apply(const TableChange& change, std::vector<StoreConflict
     if (!KorAssert::check(m_database.connection.isInTransaction(), "changes are applied in a transaction"))
         return faultResult(eStoreFault::kOther, name(), translated("no transaction").toStdString());
     const std::size_t before = conflicts.size();
-    const Result<> result = m_writer.apply(change, conflicts);
+    Result<> result = m_writer.apply(change, conflicts);
     m_hasConflict |= conflicts.size() > before;
     return result;
 }
@@ -263,7 +263,7 @@ bool SqliteStore::changedOutside() {
 Result<> SqliteStore::reopen() {
     close();
     const auto fault = faultOfReading(m_path);
-    const Result<> result = fault ? faultResult(*fault, name()) : openChecked(eCheck::kQuick);
+    Result<> result = fault ? faultResult(*fault, name()) : openChecked(eCheck::kQuick);
     if (!result) {
         close();
         m_database.whyClosed = result;

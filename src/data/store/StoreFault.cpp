@@ -110,7 +110,7 @@ bool isDiskFull(int systemError) {
 
 std::string faultSentence(eStoreFault fault, const std::string& file, const std::string& detail) {
     const auto* found = std::ranges::find(kPatterns, fault, &std::pair<eStoreFault, const char*>::first);
-    const std::string sentence = KorString::format(translated(found->second), {file, detail}).toStdString();
+    std::string sentence = KorString::format(translated(found->second), {file, detail}).toStdString();
     if (std::string_view(found->second).find("restore") == std::string_view::npos)
         return sentence;
     std::string advice;

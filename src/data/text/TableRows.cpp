@@ -15,7 +15,7 @@ Result<> TableRows::appendTo(StyleStore& store) const {
         for (int i = 0; i < rows.size(); ++i)
             change.appended.push_back(&rows.at(i));
         std::vector<StoreConflict> conflicts;
-        if (const Result<> result = store.apply(change, conflicts); !result)
+        if (Result<> result = store.apply(change, conflicts); !result)
             return result;
         if (!conflicts.empty())
             return Result<>::failure(KorString::format(

@@ -5,7 +5,7 @@
 
 Result<> readTextForm(const std::string& path, TableRows& rows) {
     TextFormReader reader(rows);
-    const Result<> result = reader.read(path);
+    Result<> result = reader.read(path);
     return result ? reader.resolveReferences() : result;
 }
 

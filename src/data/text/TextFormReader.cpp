@@ -46,7 +46,7 @@ Result<> TextFormReader::read(const std::string& path) {
         return Result<>::failure(KorString::format(
             translated("The folder \"%s\" holds no definitions (*.txt); choose another one."), {path}));
     for (const fs::path& file : files)
-        if (const Result<> result = readFile(file.string()); !result)
+        if (Result<> result = readFile(file.string()); !result)
             return result;
     return {};
 }
@@ -57,7 +57,7 @@ Result<> TextFormReader::readFile(const std::string& file) {
         return {};
     std::ifstream stream(file, std::ios::binary);
     const Place outer = std::exchange(m_place, {file, 0});
-    const Result<> result = readLines(stream);
+    Result<> result = readLines(stream);
     m_table = nullptr;
     m_columns.clear();
     m_place = outer;
@@ -73,7 +73,7 @@ Result<> TextFormReader::readLines(std::istream& stream) {
             text.remove_prefix(3);
         if (text.ends_with('\r'))
             text.remove_suffix(1);
-        if (const Result<> result = readLine(TextFields::trimmed(text)); !result)
+        if (Result<> result = readLine(TextFields::trimmed(text)); !result)
             return result;
     }
     if (stream.eof())
@@ -143,13 +143,13 @@ Result<> TextFormReader::readRow(std::string_view line) {
     // Cells take the row's key along, so that comes first.
     for (std::size_t i = 0; i < fields.size(); ++i)
         if (m_columns[i].cells.empty())
-            if (const Result<> result = readKey(record, fields[i]); !result)
+            if (Result<> result = readKey(record, fields[i]); !result)
                 return result;
     if (record.key <= lastKey)
         return failure(translated("the key %s does not follow %s; keys must ascend."),
                        {KorString::number(record.key), KorString::number(lastKey)});
     for (std::size_t i = 0; i < fields.size(); ++i)
-        if (const Result<> result = readField(record, m_columns[i], fields[i]); !result)
+        if (Result<> result = readField(record, m_columns[i], fields[i]); !result)
             return result;
     return registerName(record);
 }
@@ -172,7 +172,7 @@ Result<> TextFormReader::readField(StructRecord& record, const TextColumn& colum
         return failure(translated("the column \"%s\" takes at most %s elements; remove the surplus."),
                        {column.name, number(column.cells.size())});
     for (std::size_t i = 0; i < elements.size(); ++i)
-        if (const Result<> result = readCell(record, *column.cells[i], elements[i]); !result)
+        if (Result<> result = readCell(record, *column.cells[i], elements[i]); !result)
             return result;
     return {};
 }
@@ -241,7 +241,7 @@ Result<> TextFormReader::registerName(const StructRecord& record) {
 
 Result<> TextFormReader::resolveReferences() {
     for (const OpenReference& reference : m_open)
-        if (const Result<> result = resolve(reference); !result)
+        if (Result<> result = resolve(reference); !result)
             return result;
     m_open.clear();
     return {};

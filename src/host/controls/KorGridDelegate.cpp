@@ -67,7 +67,7 @@ void KorGridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
         paintRadio(painter, option, index);
     if (!index.data(kChoicesRole).isValid() || !(index.flags() & Qt::ItemIsEditable))
         return;
-    QStyleOption arrow = option;
+    QStyleOptionViewItem arrow = option;
     arrow.rect = QRect(option.rect.right() - 13, option.rect.center().y() - 5, 10, 10);
     option.widget->style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, painter, option.widget);
 }

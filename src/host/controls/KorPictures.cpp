@@ -25,7 +25,7 @@ Shelf& shelf() {
 /// The full file name of a picture, or an empty text (and a report, the first time) when there is none.
 QString find(const QString& path) {
     Shelf& s = shelf();
-    const QString file = s.base + u'/' + path;
+    QString file = s.base + u'/' + path;
     if (QFile::exists(file))
         return file;
     if (!s.reported.contains(path)) {

@@ -111,9 +111,11 @@ void VELComboTree::deleteAll() {
 
 KorTreeHandle VELComboTree::findEntry(const KorString& path) const {
     KorTreeHandle entry = nullptr;
-    for (const KorString& name : namesOf(path.view()))
-        if (!(entry = child(entry, name)))
+    for (const KorString& name : namesOf(path.view())) {
+        entry = child(entry, name);
+        if (!entry)
             return nullptr;
+    }
     return entry;
 }
 
@@ -220,7 +222,7 @@ void VELComboTree::keyPressEvent(QKeyEvent* event) {
         if (!typed.isEmpty() && typed.front().isPrint() && !alt &&
             !(event->modifiers() & Qt::ControlModifier))
             return openPopup(typed);
-        QWidget::keyPressEvent(event);
+        QWidget::keyPressEvent(event); // NOLINT(bugprone-parent-virtual-call): a combo would choose by itself
     }
 }
 

@@ -24,7 +24,7 @@ void CKorHelp::setViewer(Viewer viewer) {
 fs::path CKorHelp::pageOf(const KorString& topic) {
     std::error_code ignored;
     for (const std::string& language : {Prompts::language(), std::string("en")}) {
-        const fs::path page = KorResources::folder() / "help" / language / (topic.toStdString() + ".html");
+        fs::path page = KorResources::folder() / "help" / language / (topic.toStdString() + ".html");
         if (fs::exists(page, ignored))
             return page;
     }

@@ -22,7 +22,7 @@ std::filesystem::path findFolder() {
     std::error_code error;
     for (std::filesystem::path folder = moduleFile().parent_path(); folder.has_relative_path();
          folder = folder.parent_path())
-        if (const auto resources = folder / "share" / "detailstyles";
+        if (auto resources = folder / "share" / "detailstyles";
             std::filesystem::is_directory(resources, error))
             return resources;
     return DETAILSTYLES_SOURCE_RESOURCES;

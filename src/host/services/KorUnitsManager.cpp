@@ -146,8 +146,9 @@ std::string feetInches(double inches) {
         std::abs(inches) > 1e7)
         return {};
     auto rest = static_cast<long long>(std::abs(sixtyFourths));
-    const long long feet = rest / (64 * 12);
-    rest %= 64 * 12;
+    constexpr long long kPartsOfAFoot = 64LL * 12;
+    const long long feet = rest / kPartsOfAFoot;
+    rest %= kPartsOfAFoot;
     long long numerator = rest % 64;
     long long divisor = 64;
     while (numerator > 0 && numerator % 2 == 0) {
