@@ -167,6 +167,26 @@ TEST_F(GuardedWrite, TheFourWriteFunctionsAskOnlyForRecordsThatCanBeShared) {
     EXPECT_EQ(asked, (std::vector{RowRef{kTableReprMap, map}}));
 }
 
+TEST_F(GuardedWrite, TellsWhyAWriteFailed) {
+    const KorOdbcKey key(databases.here()->table(kTableQualifierSet).rows().at(0).key);
+    const KorOdbcKey gone(4711);
+    structure.setShowWarning(false);
+    KorHostReport::take();
+    const auto failed = KorDSMGuardedWrite::setAttributeValue(kTableQualifierSet, key, 1, KorString(" "));
+    EXPECT_EQ(failed, WriteResult::kFailed);
+    EXPECT_EQ(failed.error, "The name must not be empty.");
+    EXPECT_EQ(KorDSMGuardedWrite::setAttributeString(kTableQualifierSet, gone, 1, "Any", 0), 0);
+    const std::vector<KorString> told = KorHostReport::take();
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_EQ(told[0], KorString(failed.error));
+    EXPECT_TRUE(databases.pending().isEmpty());
+    const KorString name = databases.here()->table(kTableQualifierSet).find(key)->name;
+    EXPECT_EQ(KorDSMGuardedWrite::setAttributeValue(kTableQualifierSet, key, 1, name),
+              WriteResult::kUnchanged);
+    EXPECT_TRUE(KorHostReport::take().empty());
+    structure.setShowWarning(true);
+}
+
 TEST_F(GuardedWrite, WhatCannotBeReadIsMendedAfterAQuestionAndHindersOtherWrites) {
     const RowArray& rows = databases.here()->table(kTableViewRequest).rows();
     const std::int32_t damaged = rows.at(0).key;
