@@ -4,6 +4,7 @@
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMFamilies.h"
+#include "model/KorDSMMessages.h"
 #include "services/Prompts.h"
 #include "session/KorDSMDeepCopy.h"
 #include "session/KorDSMItemCommands.h"
@@ -125,11 +126,17 @@ void RecordMenu::copyForUser(KorDSMDatabaseItem& item) {
     const KorString name = askName(item.type(), item.record()->name, true);
     if (name.isEmpty())
         return;
+    const SourceId source = KorDSMItemSource::sourceOf(&item);
     const std::size_t before = KorDSMUndo::stepCount();
     const auto outcome = KorDSMRecordUse::copyForUser(item, name);
     if (!outcome.isStored())
         return refuse(&m_window, KorString(outcome.error));
     m_refresh.follow(KorDSMUndo::changesSince(before));
+    // The copy stands where the original stood.
+    DsmGoToRecord message;
+    message.source = source;
+    message.row = outcome.row;
+    KorDSMMainWindow::sendMessage(message);
 }
 
 void RecordMenu::remove(KorDSMDatabaseItem& item) {

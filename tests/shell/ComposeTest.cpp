@@ -1,0 +1,132 @@
+#include "shell/EditorFixture.h"
+
+#include "controls/KorMFCGridCtrl.h"
+#include "dialogs/KorDSMDialogDeepCopy.h"
+#include "dialogs/KorDSMDialogNewItem.h"
+
+#include <QLabel>
+#include <QTreeWidget>
+
+namespace {
+
+// Styles put together and taken over in the window.
+class Compose : public EditorFixture {
+protected:
+    Compose() {
+        open();
+        KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
+    }
+
+    void choose(const char* command) {
+        chooseInMenu(command);
+        Q_EMIT tree().contextMenuRequested(tree().selectedItem(), m_dialog->pos());
+        QApplication::processEvents();
+    }
+    void answerName(const char* name) {
+        whenShown<KorDSMDialogNewItem>([name](KorDSMDialogNewItem& dialog) { typeName(&dialog, name); });
+    }
+    template <typename R>
+    const R* row(const char* name) {
+        return static_cast<const R*>(
+            m_databases->source(SourceId::user())->table(tableOf<R>).find(KorString(name)));
+    }
+    std::string parentOfSelected() {
+        return tree().getItemText(tree().getParentItem(tree().selectedItem())).toStdString();
+    }
+    KorMFCGridCtrl& grid() { return *page()->findChild<KorMFCGridCtrl*>(); }
+};
+
+} // namespace
+
+TEST_F(Compose, AStandardStyleComesOverByTheKeyThatCopiesElsewhere) {
+    select({"Standard", "General", "Assemblies", "Assembly, general"});
+    QString summary;
+    whenShown<KorDSMDialogDeepCopy>([&summary](KorDSMDialogDeepCopy& dialog) {
+        summary = KorControls::find<QLabel>(&dialog, 2380)->text();
+        EXPECT_FALSE(KorControls::find<QTreeWidget>(&dialog, 2374)->isVisible());
+        EXPECT_FALSE(isPending()) << "looking changes nothing";
+        click(KorControls::find(&dialog, 1));
+    });
+    press(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_TRUE(summary.contains(QStringLiteral(" new"))) << summary.toStdString();
+    EXPECT_EQ(selected(), "Assembly, general");
+    EXPECT_TRUE(isPending());
+    tree().expand(tree().selectedItem());
+    EXPECT_NE(tree().getChildItem(tree().selectedItem()), nullptr);
+    ASSERT_NE(row<StructDetailStyle>("Assembly, general"), nullptr);
+
+    // What the User database has by now is not copied again.
+    select({"Standard", "General", "Assemblies", "Assembly, general"});
+    whenShown<KorDSMDialogDeepCopy>([](KorDSMDialogDeepCopy& dialog) {
+        EXPECT_FALSE(KorControls::find(&dialog, 1)->isEnabled());
+        click(KorControls::find(&dialog, 2));
+    });
+    press(Qt::Key_D, Qt::ControlModifier);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(row<StructDetailStyle>("Assembly, general"), nullptr);
+    EXPECT_FALSE(isPending());
+}
+
+TEST_F(Compose, WhatIsToComeIntoTheUserDatabaseIsChosenThere) {
+    constexpr int kDeepCopy = 1032;
+    m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
+    select({"User", "Hallberg: workshop"});
+    QString first;
+    whenShown<KorDSMDialogDeepCopy>([&first](KorDSMDialogDeepCopy& dialog) {
+        EXPECT_FALSE(KorControls::find(&dialog, 1)->isEnabled()) << "nothing is chosen yet";
+        auto* choice = KorControls::find<QTreeWidget>(&dialog, 2374);
+        QTreeWidgetItem* group = choice->topLevelItem(0);
+        first = group->child(0)->text(0);
+        group->child(0)->setCheckState(0, Qt::Checked);
+        QApplication::processEvents();
+        click(KorControls::find(&dialog, 1));
+    });
+    command(kDeepCopy);
+    EXPECT_EQ(selected(), first.toStdString());
+    EXPECT_NE(row<StructDetObjQualifierSet>(first.toUtf8().constData()), nullptr);
+}
+
+TEST_F(Compose, GroupsAreMadeAndRenamedAndWhatOthersUseIsRenamedCopiedAndKept) {
+    select({"User"});
+    answerName("Hallberg: stairs");
+    choose("New category…");
+    EXPECT_EQ(selected(), "Hallberg: stairs");
+    answerName("Hallberg: stairs and ladders");
+    press(Qt::Key_F2);
+    EXPECT_EQ(selected(), "Hallberg: stairs and ladders");
+    EXPECT_NE(row<StructDetBaseCategory>("Hallberg: stairs and ladders"), nullptr);
+
+    select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front", "HB workshop"});
+    answerName("HB workshop map");
+    press(Qt::Key_F2);
+    EXPECT_EQ(selected(), "HB workshop map");
+    answerName("HB front map");
+    choose("A copy for \"HB front\" alone…");
+    const auto* copy = row<StructDetObjReprMap>("HB front map");
+    ASSERT_NE(copy, nullptr);
+    EXPECT_EQ(row<StructDetViewRequest>("HB front")->reprMapKey, copy->key);
+    EXPECT_EQ(row<StructDetViewRequest>("HB side")->reprMapKey,
+              row<StructDetObjReprMap>("HB workshop map")->key);
+    EXPECT_EQ(grid().rowCount(), 3) << "its entries are copied along";
+    QString said;
+    select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB side", "HB workshop map"});
+    readNextMessage(said);
+    whenShown<QDialog>([](QDialog& dialog) { dialog.reject(); });
+    choose("Delete");
+    EXPECT_NE(row<StructDetObjReprMap>("HB workshop map"), nullptr) << "it is in use";
+}
+
+TEST_F(Compose, TheTreesFollowTheListOfAMap) {
+    const auto map = select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front", "HB workshop"});
+    tree().expand(map);
+    EXPECT_EQ(inView("HB workshop"), (std::vector<std::string>{"Main part", "Fitted parts", "Holes"}));
+    grid().selectRows({0});
+    QTest::keyClick(&grid(), Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(selected(), "HB workshop");
+    EXPECT_EQ(grid().selectedRows(), std::vector{1});
+    tree().expand(tree().selectedItem());
+    EXPECT_EQ(inView("HB workshop"), (std::vector<std::string>{"Fitted parts", "Main part", "Holes"}));
+    QTest::keyClick(&grid(), Qt::Key_Return);
+    EXPECT_EQ(selected(), "Main part");
+    EXPECT_EQ(parentOfSelected(), "HB workshop");
+}
