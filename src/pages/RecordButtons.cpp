@@ -4,7 +4,7 @@
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "dialogs/KorDSMDialogNewItem.h"
-#include "dialogs/KorDSMDialogNewItemWithGroup.h"
+#include "dialogs/NewRecordQuestion.h"
 #include "model/KorDSMFamilies.h"
 #include "model/KorDSMMessages.h"
 #include "operations/CurrentRows.h"
@@ -81,25 +81,12 @@ void RecordButtons::enable() {
 
 void RecordButtons::makeFor(KorDSMPage& page, const KorDSMRecordUse::Use& use) {
     page.finishEditing();
-    const KorDSMFamily& family = *KorDSMFamilies::of(use.column->target);
-    KorString name;
-    std::int32_t group = 0;
-    if (family.isFiled()) {
-        KorDSMDialogNewItemWithGroup dialog(family.type, {}, {}, page.window());
-        if (dialog.exec() != QDialog::Accepted)
-            return;
-        name = dialog.name();
-        group = dialog.groupKey();
-    } else {
-        KorDSMDialogNewItem dialog(family.type, {}, true, page.window());
-        if (dialog.exec() != QDialog::Accepted)
-            return;
-        name = dialog.name();
-    }
-    if (name.isEmpty())
-        return;
     const std::size_t before = KorDSMUndo::stepCount();
-    follow(page, KorDSMRecordUse::makeFor(CurrentRows::source(), use, name, group), before);
+    const SourceId source = CurrentRows::source();
+    const std::optional<NewRecord> wanted = askForNewRecord(use.column->target, source, page.window());
+    if (!wanted)
+        return;
+    follow(page, KorDSMRecordUse::makeFor(source, use, wanted->name, wanted->group), before);
 }
 
 void RecordButtons::copyFor(KorDSMPage& page, const KorDSMRecordUse::Use& use) {

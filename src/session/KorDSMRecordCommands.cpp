@@ -141,6 +141,11 @@ bool isMade(eTableType table) {
     return family && family->namePrompt != 0;
 }
 
+KorDSMDefines::eItemType itemTypeOf(eTableType table) {
+    const KorDSMFamily* family = KorDSMFamilies::of(table);
+    return family ? family->type : KorDSMDefines::kNoType;
+}
+
 eTableType groupsOf(eTableType table) {
     const KorDSMFamily* family = KorDSMFamilies::of(table);
     return family && family->isFiled() ? KorDSMFamilies::of(family->group)->table : kNoTable;

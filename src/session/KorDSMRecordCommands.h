@@ -23,6 +23,8 @@ struct Outcome : WriteResult {
 
 /// Whether users make records of this kind: those that have names which the editor asks for.
 bool isMade(eTableType table);
+/// The item type by which dialogs and words know records of this kind; `kNoType` for none.
+KorDSMDefines::eItemType itemTypeOf(eTableType table);
 /// The table of the groups or categories in which records of this kind are filed; `kNoTable` for none.
 eTableType groupsOf(eTableType table);
 

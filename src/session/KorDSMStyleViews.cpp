@@ -5,6 +5,7 @@
 #include "operations/KorOdbcMan.h"
 #include "session/ItemCommandParts.h"
 #include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMRecordCommands.h"
 #include "session/KorDSMTwins.h"
 #include "session/PendingGroup.h"
 
@@ -133,6 +134,19 @@ std::vector<KorDSMRowChange> addView(KorDSMDatabaseItem& item, const KorString& 
     const int place = placeOf(item, *style);
     views.insert(place < 0 ? views.end() : views.begin() + place + 1, view.key);
     return write(*style, views);
+}
+
+std::vector<KorDSMRowChange> addNewView(KorDSMDatabaseItem& item, const KorString& name, KorString& error) {
+    const ItemCommandParts::SourceRequest source(item);
+    PendingGroup group({});
+    const auto made =
+        KorDSMRecordCommands::create(KorDSMItemSource::sourceOf(&item), kTableViewRequest, name, 0);
+    error = KorString(made.error);
+    if (!made.isStored() || addView(item, name).empty()) {
+        group.takeBack();
+        return {};
+    }
+    return KorDSMUndo::changesSince(group.begin());
 }
 
 std::vector<KorDSMRowChange> removeView(KorDSMDatabaseItem& view) {

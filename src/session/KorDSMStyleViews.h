@@ -37,6 +37,9 @@ std::vector<KorString> candidates();
 bool hasRoom(const KorDsmDetailStyleItem& style);
 /// Adds the view of this name after `item`, or at the end where `item` is the style itself.
 std::vector<KorDSMRowChange> addView(KorDSMDatabaseItem& item, const KorString& name);
+/// Makes a view with the defaults of such records and adds it in the same way, as one step. Why it could not
+/// be made stands in `error`.
+std::vector<KorDSMRowChange> addNewView(KorDSMDatabaseItem& item, const KorString& name, KorString& error);
 /// Takes a view out of its style. The view itself stays.
 std::vector<KorDSMRowChange> removeView(KorDSMDatabaseItem& view);
 /// Whether the view has a neighbour `step` (-1 or 1) further.

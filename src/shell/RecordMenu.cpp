@@ -2,6 +2,7 @@
 
 #include "controls/KorQt.h"
 #include "dialogs/KorDSMDialogNewItem.h"
+#include "dialogs/NewRecordQuestion.h"
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMFamilies.h"
 #include "model/KorDSMMessages.h"
@@ -12,6 +13,7 @@
 #include "session/KorDSMRecordCommands.h"
 #include "session/KorDSMRecordUse.h"
 #include "session/KorDSMUndo.h"
+#include "session/KorDSMValueText.h"
 #include "session/KorDSMWhereUsed.h"
 #include "shell/CommandStrip.h"
 #include "shell/Refusal.h"
@@ -24,6 +26,7 @@
 
 namespace {
 
+constexpr int kNewForHere = 628;  // "New, used here"
 constexpr int kNewGroup = 620;    // "New group..."
 constexpr int kNewCategory = 621; // "New category..."
 constexpr int kRename = 622;
@@ -75,6 +78,7 @@ void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
         menu.addAction(toQt(Prompts::dsm(isCategory ? kNewCategory : kNewGroup)), this,
                        [this, &item] { makeGroup(item); });
     }
+    addMakers(menu, item);
     if (m_rename->isEnabled())
         menu.addAction(m_rename);
     if (const auto user = KorDSMRecordUse::userOf(item))
@@ -82,6 +86,44 @@ void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
                        [this, &item] { copyForUser(item); });
     if (isMadeByUsers(item) && !isInStrip(eItemCommand::kDelete, item) && !(family && family->isGroup()))
         menu.addAction(toQt(Prompts::dsm(kDelete)), this, [this, &item] { remove(item); });
+}
+
+// What the record can use, each made anew and chosen at once.
+void RecordMenu::addMakers(QMenu& menu, KorDSMDatabaseItem& item) {
+    const TableSchema* table = findTable(item.tableType());
+    if (!table || !item.record())
+        return;
+    QMenu* makers = nullptr;
+    for (const Column& column : table->columns) {
+        const bool isMade = column.isReference() && column.role == eReferenceRole::kUses &&
+                            !column.isSlot() && KorDSMRecordCommands::isMade(column.target);
+        if (!isMade)
+            continue;
+        if (!makers)
+            makers = menu.addMenu(toQt(Prompts::dsm(kNewForHere)));
+        makers->addAction(toQt(KorDSMValueText::columnCaption(*table, column)) + u'…', this,
+                          [this, &item, &column] { makeFor(item, column); });
+    }
+}
+
+void RecordMenu::makeFor(KorDSMDatabaseItem& item, const Column& column) {
+    RightSide::finishEditing();
+    const SourceId source = KorDSMItemSource::sourceOf(&item);
+    const std::size_t before = KorDSMUndo::stepCount();
+    const std::optional<NewRecord> wanted = askForNewRecord(column.target, source, &m_window);
+    if (!wanted)
+        return;
+    const KorDSMRecordUse::Use use{{item.tableType(), item.recordKey()}, &column, {}};
+    const auto outcome = KorDSMRecordUse::makeFor(source, use, wanted->name, wanted->group);
+    if (outcome.isFailed())
+        refuse(&m_window, KorString(outcome.error));
+    m_refresh.follow(KorDSMUndo::changesSince(before));
+    if (!outcome.isStored())
+        return;
+    DsmGoToRecord message;
+    message.source = source;
+    message.row = outcome.row;
+    KorDSMMainWindow::sendMessage(message);
 }
 
 KorString RecordMenu::askName(int itemType, const KorString& initial, bool proposes) {

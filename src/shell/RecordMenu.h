@@ -5,6 +5,7 @@
 #include <QObject>
 
 class KorDSMDataStructure;
+struct Column;
 class QAction;
 class QMenu;
 class QWidget;
@@ -28,6 +29,8 @@ public:
 
 private:
     void follow();
+    void addMakers(QMenu& menu, KorDSMDatabaseItem& item);
+    void makeFor(KorDSMDatabaseItem& item, const Column& column);
     void makeGroup(KorDSMDatabaseItem& item);
     void rename();
     void copyForUser(KorDSMDatabaseItem& item);

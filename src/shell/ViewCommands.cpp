@@ -1,7 +1,9 @@
 #include "shell/ViewCommands.h"
 
 #include "controls/KorQt.h"
+#include "dialogs/NewRecordQuestion.h"
 #include "services/Prompts.h"
+#include "session/KorDSMItemSource.h"
 #include "session/KorDSMStyleViews.h"
 #include "shell/Refusal.h"
 #include "shell/WindowRefresh.h"
@@ -12,6 +14,7 @@
 namespace {
 
 constexpr int kAdd = 267;
+constexpr int kNew = 629; // "New view..."
 constexpr int kRemove = 268;
 constexpr int kMoveUp = 269;
 constexpr int kMoveDown = 270;
@@ -29,6 +32,7 @@ void ViewCommands::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
         return;
     menu.addSeparator();
     menu.addAction(toQt(Prompts::dsm(kAdd)), this, [this, &item] { add(item); });
+    menu.addAction(toQt(Prompts::dsm(kNew)), this, [this, &item] { addNew(item); });
     if (KorDSMStyleViews::slotOf(item) < 0)
         return;
     menu.addAction(toQt(Prompts::dsm(kRemove)), this,
@@ -43,11 +47,35 @@ void ViewCommands::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
     }
 }
 
-void ViewCommands::add(KorDSMDatabaseItem& item) {
+bool ViewCommands::hasRoom(KorDSMDatabaseItem& item) {
+    if (KorDSMStyleViews::hasRoom(*KorDSMStyleViews::styleOf(item)))
+        return true;
+    refuse(&m_window,
+           KorString::format(Prompts::dsm(kNoRoom), {KorString::number(StructDetailStyle::kViewSlots)}));
+    return false;
+}
+
+void ViewCommands::addNew(KorDSMDatabaseItem& item) {
+    if (!hasRoom(item))
+        return;
+    const auto wanted = askForNewRecord(kTableViewRequest, KorDSMItemSource::sourceOf(&item), &m_window);
+    if (!wanted)
+        return;
+    const int place = placeBehind(item);
+    KorString error;
+    show(item, KorDSMStyleViews::addNewView(item, wanted->name, error), place);
+    if (!error.isEmpty())
+        refuse(&m_window, error);
+}
+
+int ViewCommands::placeBehind(KorDSMDatabaseItem& item) {
     const KorDsmDetailStyleItem& style = *KorDSMStyleViews::styleOf(item);
-    if (!KorDSMStyleViews::hasRoom(style))
-        return refuse(&m_window, KorString::format(Prompts::dsm(kNoRoom),
-                                                   {KorString::number(StructDetailStyle::kViewSlots)}));
+    return &item == &style ? style.children().length() : style.children().find(&item) + 1;
+}
+
+void ViewCommands::add(KorDSMDatabaseItem& item) {
+    if (!hasRoom(item))
+        return;
     QStringList names;
     for (const KorString& name : KorDSMStyleViews::candidates())
         names << toQt(name);
@@ -57,8 +85,7 @@ void ViewCommands::add(KorDSMDatabaseItem& item) {
                                                toQt(Prompts::dsm(kView)), names, 0, false, &chosen);
     if (!chosen || name.isEmpty())
         return;
-    const bool isStyle = &item == &style;
-    const int place = isStyle ? style.children().length() : style.children().find(&item) + 1;
+    const int place = placeBehind(item);
     show(item, KorDSMStyleViews::addView(item, fromQt(name)), place);
 }
 

@@ -22,7 +22,10 @@ public:
     void addTo(QMenu& menu, KorDSMDatabaseItem& item);
 
 private:
+    bool hasRoom(KorDSMDatabaseItem& item);
     void add(KorDSMDatabaseItem& item);
+    void addNew(KorDSMDatabaseItem& item);
+    static int placeBehind(KorDSMDatabaseItem& item);
     void show(KorDSMDatabaseItem& item, const std::vector<KorDSMRowChange>& changes, int place);
 
     QWidget& m_window;
