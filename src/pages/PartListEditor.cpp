@@ -9,6 +9,7 @@
 #include "model/KorDSMMessages.h"
 #include "operations/CurrentRows.h"
 #include "pages/KorDSMPage.h"
+#include "pages/PartClipboard.h"
 #include "pages/RecordButtons.h"
 #include "pages/SelectionFills.h"
 #include "services/Prompts.h"
@@ -81,25 +82,42 @@ struct PartListEditor::Command {
     QKeySequence key;
     bool needsRows;
     bool needsOrder;
+    bool onlyReads;
     KorDSMPartList::Outcome (*act)(KorDSMPartList& list, const KorDSMPartList::Keys& rows);
 };
 
 const std::vector<PartListEditor::Command>& PartListEditor::commands() {
     using List = KorDSMPartList;
     static const std::vector<Command> commands = {
-        {1, 1701, 571, Qt::Key_Insert, false, false,
+        {1, 1701, 571, Qt::Key_Insert, false, false, false,
          [](List& list, const List::Keys& rows) { return list.add(rows.empty() ? 0 : rows.back()); }},
-        {2, 1702, 572, Qt::Key_Delete, true, false,
+        {2, 1702, 572, Qt::Key_Delete, true, false, false,
          [](List& list, const List::Keys& rows) { return list.remove(rows); }},
-        {3, 1043, 573, Qt::CTRL | Qt::Key_D, true, false,
+        {3, 1043, 573, Qt::CTRL | Qt::Key_D, true, false, false,
          [](List& list, const List::Keys& rows) { return list.duplicate(rows); }},
-        {4, 1703, 574, Qt::ALT | Qt::Key_Up, true, true,
+        {8, 0, 576, Qt::CTRL | Qt::Key_X, true, false, false,
+         [](List& list, const List::Keys& rows) {
+             PartClipboard::put(list, rows);
+             return list.remove(rows);
+         }},
+        {9, 0, 577, Qt::CTRL | Qt::Key_C, true, false, true,
+         [](List& list, const List::Keys& rows) {
+             PartClipboard::put(list, rows);
+             return List::Outcome{{WriteResult::kUnchanged}, rows};
+         }},
+        {10, 0, 578, Qt::CTRL | Qt::Key_V, false, false, false,
+         [](List& list, const List::Keys& rows) {
+             const KorString text = PartClipboard::take(list);
+             return text.isEmpty() ? List::Outcome{{WriteResult::kUnchanged}, rows}
+                                   : list.paste(rows.empty() ? 0 : rows.back(), text);
+         }},
+        {4, 1703, 574, Qt::ALT | Qt::Key_Up, true, true, false,
          [](List& list, const List::Keys& rows) { return list.moveBy(rows, -1); }},
-        {5, 1704, 575, Qt::ALT | Qt::Key_Down, true, true,
+        {5, 1704, 575, Qt::ALT | Qt::Key_Down, true, true, false,
          [](List& list, const List::Keys& rows) { return list.moveBy(rows, 1); }},
-        {6, 0, 584, Qt::ALT | Qt::Key_Home, true, true,
+        {6, 0, 584, Qt::ALT | Qt::Key_Home, true, true, false,
          [](List& list, const List::Keys& rows) { return list.moveTo(rows, 0); }},
-        {7, 0, 585, Qt::ALT | Qt::Key_End, true, true,
+        {7, 0, 585, Qt::ALT | Qt::Key_End, true, true, false,
          [](List& list, const List::Keys& rows) { return list.moveTo(rows, kAll); }},
     };
     return commands;
@@ -245,7 +263,8 @@ void PartListEditor::enable() {
 }
 
 bool PartListEditor::canDo(const Command& command) const {
-    return m_list && m_page.isEditable() && (!command.needsRows || !m_grid->selectedRows().empty()) &&
+    return m_list && (command.onlyReads || m_page.isEditable()) &&
+           (!command.needsRows || !m_grid->selectedRows().empty()) &&
            (!command.needsOrder || m_list->isOrdered());
 }
 
@@ -265,8 +284,7 @@ void PartListEditor::run(const Command& command) {
 void PartListEditor::finish(KorDSMPartList::Outcome outcome) {
     if (outcome.isFailed() && !outcome.isTold)
         refuse(outcome.error);
-    if (outcome == WriteResult::kWritten)
-        m_selected = outcome.selected;
+    m_selected = outcome.isStored() ? outcome.selected : selected();
     fill();
     if (outcome.changes.empty())
         return;

@@ -22,6 +22,25 @@ constexpr int kMoving = 565;
 constexpr int kMovingMany = 566;
 constexpr int kChanging = 567;
 constexpr int kChangingMany = 568;
+constexpr int kPasting = 569;
+constexpr int kPastingMany = 570;
+
+// A text that ends neither its field nor its line.
+KorString oneField(const KorString& text) {
+    return text.replaced("\t", " ").replaced("\n", " ");
+}
+
+std::vector<std::string_view> split(std::string_view text, char separator) {
+    std::vector<std::string_view> parts;
+    std::size_t begin = 0;
+    for (std::size_t end = text.find(separator); end != std::string_view::npos;
+         end = text.find(separator, begin)) {
+        parts.push_back(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    parts.push_back(text.substr(begin));
+    return parts;
+}
 
 bool contains(const KorDSMPartList::Keys& keys, std::int32_t key) {
     return std::ranges::find(keys, key) != keys.end();
@@ -138,6 +157,65 @@ KorDSMPartList::Outcome KorDSMPartList::add(std::int32_t after) {
             return result;
         outcome.selected = {record->key};
         order.insert(place == order.end() ? place : place + 1, record->key);
+        return number(order);
+    });
+}
+
+KorString KorDSMPartList::textOf(const Keys& rows) const {
+    const KorDSNRequest request(m_source.dsn, m_source.index);
+    KorString text;
+    for (const std::int32_t key : rows) {
+        const StructRecord& record = *row(key);
+        text = text + oneField(record.name);
+        for (const Column* column : cells())
+            text = text + "\t" + oneField(KorDSMValueText::toText(m_table, *column, record));
+        text = text + "\n";
+    }
+    return text;
+}
+
+// A new row from one line; null, with the reason, where a cell names nothing here.
+std::shared_ptr<StructRecord> KorDSMPartList::read(std::string_view line, std::string& error) const {
+    const std::vector<std::string_view> fields = split(line, '\t');
+    const std::vector<const Column*> columns = cells();
+    const std::shared_ptr<StructRecord> record =
+        StyleDatabases::current().source(m_source)->table(m_table.type).rows().copyOf(nullptr);
+    record->name = KorString(fields.front());
+    m_owner->integerIn(record.get()) = m_whole.key;
+    for (std::size_t i = 0; i < columns.size() && i + 1 < fields.size(); ++i) {
+        const auto parsed = KorDSMValueText::parse(m_table, *columns[i], KorString(fields[i + 1]));
+        if (!parsed) {
+            error = KorString::format("%s: %s", {KorDSMValueText::columnCaption(m_table, *columns[i]),
+                                                 KorString(parsed.error)})
+                        .toStdString();
+            return nullptr;
+        }
+        columns[i]->write(record.get(), parsed.value);
+    }
+    return record;
+}
+
+KorDSMPartList::Outcome KorDSMPartList::paste(std::int32_t after, const KorString& text) {
+    const KorDSNRequest request(m_source.dsn, m_source.index);
+    std::vector<std::shared_ptr<StructRecord>> records;
+    for (const std::string_view line : split(text.view(), '\n')) {
+        std::string error;
+        if (line.empty())
+            continue;
+        records.push_back(read(line, error));
+        if (!records.back())
+            return {{WriteResult::kFailed, std::move(error)}};
+    }
+    return change(caption(kPasting, kPastingMany, records.size()), [&](Outcome& outcome) -> WriteResult {
+        Keys order = keys();
+        const auto place = std::ranges::find(order, after);
+        for (const std::shared_ptr<StructRecord>& record : records) {
+            if (WriteResult result = append(*record); !result.isStored())
+                return result;
+            outcome.selected.push_back(record->key);
+        }
+        order.insert(place == order.end() ? place : place + 1, outcome.selected.begin(),
+                     outcome.selected.end());
         return number(order);
     });
 }

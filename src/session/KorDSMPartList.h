@@ -3,6 +3,7 @@
 #include "model/KorDSMRowChange.h"
 #include "records/WriteResult.h"
 
+#include <string_view>
 #include <vector>
 
 /// A list that is edited where it stands: the parts of one record, in their order. What it shows of them
@@ -47,6 +48,11 @@ public:
     Outcome moveTo(const Keys& rows, int place);
     /// The same by `step` rows up (negative) or down, as far as there is room.
     Outcome moveBy(const Keys& rows, int step);
+    /// The rows as text: a line for each, with its name and its cells as users read them, tabs between them.
+    KorString textOf(const Keys& rows) const;
+    /// New rows from such a text behind the row `after`, all or none; at the end where there is no such row.
+    /// What a cell names must be in the list's source.
+    Outcome paste(std::int32_t after, const KorString& text);
     /// Writes one column of several rows.
     Outcome set(const Keys& rows, const Column& column, const CellValue& value);
 
@@ -58,6 +64,7 @@ private:
     WriteResult number(const Keys& rows);
     Keys without(const Keys& rows) const;
     WriteResult append(StructRecord& record);
+    std::shared_ptr<StructRecord> read(std::string_view line, std::string& error) const;
 
     SourceId m_source;
     RowRef m_whole;

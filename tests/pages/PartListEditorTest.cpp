@@ -5,7 +5,10 @@
 #include "pages/KorDSMPlainPage.h"
 #include "pages/PageFixture.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QToolButton>
 
 namespace {
@@ -132,6 +135,45 @@ TEST_F(PartListEditorTest, CellsAreChosenTypedAndChecked) {
     key(Qt::Key_Space);
     EXPECT_EQ(grid().isCellChecked(0, negate), !before);
     EXPECT_EQ(steps().back()->table, kTableQualifierWithRole);
+}
+
+// What was copied is what is pasted, whatever became of it meanwhile, all of it or nothing.
+TEST_F(PartListEditorTest, RowsGoOverTheClipboard) {
+    open(map, 0);
+    clickRow(grid(), 0);
+    QTest::keyClick(&grid(), Qt::Key_Down, Qt::ShiftModifier);
+    key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(wroteNothing());
+    EXPECT_EQ(QApplication::clipboard()->text().count(u'\t'), 6);
+    key(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(column(0), "Holes;");
+    show(item<KorDsmReprMapRuleItem>("HB railing"));
+    clickRow(grid(), 0);
+    key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(column(0), "Rails;Main part;Fitted parts;Fitted parts;Holes;");
+    EXPECT_EQ(grid().getCellText(1, 3), "HB mark");
+    EXPECT_EQ(grid().selectedRows(), (std::vector{1, 2}));
+
+    // In a list of another kind there is nothing to paste, and what names nothing here is refused whole.
+    open(item<KorDsmViewDimensioningItem>("HB chain"), 1);
+    const int before = grid().rowCount();
+    key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(grid().rowCount(), before);
+    open(map, 0);
+    auto* strange = new QMimeData;
+    strange->setData(QStringLiteral("application/x-detail-style-rows.repr_map_entry"),
+                     "Good\tHB holes\tNone\tNone\nBad\tNo such set\tNone\tNone\n");
+    QApplication::clipboard()->setMimeData(strange);
+    QString told;
+    QTimer::singleShot(0, qApp, [&told] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        told = box->text();
+        box->accept();
+    });
+    key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(column(0), "Holes;");
+    EXPECT_TRUE(told.contains(QStringLiteral("No such set"))) << told.toStdString();
 }
 
 TEST_F(PartListEditorTest, EnterGoesToWhatACellNames) {
