@@ -2,6 +2,7 @@
 
 #include "controls/KorMFCGridCtrl.h"
 #include "dialogs/KorDSMDialogDeepCopy.h"
+#include "dialogs/KorDSMDialogInUse.h"
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "dialogs/KorDSMDialogNewItemWithGroup.h"
 
@@ -110,10 +111,8 @@ TEST_F(Compose, GroupsAreMadeAndRenamedAndWhatOthersUseIsRenamedCopiedAndKept) {
     EXPECT_EQ(row<StructDetViewRequest>("HB side")->reprMapKey,
               row<StructDetObjReprMap>("HB workshop map")->key);
     EXPECT_EQ(grid().rowCount(), 3) << "its entries are copied along";
-    QString said;
     select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB side", "HB workshop map"});
-    readNextMessage(said);
-    whenShown<QDialog>([](QDialog& dialog) { dialog.reject(); });
+    whenShown<KorDSMDialogInUse>([](KorDSMDialogInUse& dialog) { dialog.reject(); });
     choose("Delete");
     EXPECT_NE(row<StructDetObjReprMap>("HB workshop map"), nullptr) << "it is in use";
 }
