@@ -40,8 +40,8 @@ public:
     void goToItem(KorDSMDatabaseItem& item);
     /// The same where the user does not go there: it is no step of the history.
     void returnToItem(KorDSMDatabaseItem& item);
-    /// Goes to what shows the row: a child of the item that is shown, or the record where it is filed or used.
-    /// Nothing happens where there is no such item.
+    /// Goes to what shows the row: a child of the item that is shown, or the record where it is filed or
+    /// used. Nothing happens where there is no such item.
     void goToRecord(SourceId source, RowRef row);
     /// Selects an entry of the tree that is shown, without the filter where that hides it.
     void selectEntry(KorTreeHandle entry);
