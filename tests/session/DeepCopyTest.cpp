@@ -13,10 +13,10 @@ class DeepCopy : public SampleSession {
 protected:
     DeepCopy() { databases.setCurrentSource(SourceId::user()); }
 
-    Wish wishFor(const char* style, eNamesakes namesakes = eNamesakes::kKeepBoth) {
+    Wish wishFor(const char* name, eNamesakes namesakes = eNamesakes::kKeepBoth) {
         return {SourceId::standard(),
                 SourceId::user(),
-                {{kTableDetailStyle, row<StructDetailStyle>(SourceId::standard(), style)->key}},
+                {{kTableDetailStyle, row<StructDetailStyle>(SourceId::standard(), name)->key}},
                 namesakes};
     }
     static std::string told(const Outcome& outcome) {
