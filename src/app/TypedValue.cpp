@@ -4,7 +4,7 @@
 #include "app/DidYouMean.h"
 #include "app/RowChoice.h"
 #include "base/Translation.h"
-#include "data/CellRules.h"
+#include "data/WriteRefusal.h"
 #include "session/KorDSMValueText.h"
 
 #include <algorithm>
@@ -21,18 +21,9 @@ KorString whyNot(RowRef row, const Column& column, const CellValue& stored, cons
     const TableSchema& table = *findTable(row.table);
     if (column.number != 1 && value == stored)
         return {};
-    switch (faultOf(*StyleDatabases::current().here(), table, column, row.key, value)) {
-    case eCellFault::kNone:
-        return {};
-    case eCellFault::kNoName:
-        return translated("The name must not be empty.");
-    case eCellFault::kNameTaken:
-        return KorString::format(translated("Another %s is named \"%s\"; choose another name."),
-                                 {table.rowName(), std::get<KorString>(value)});
-    default:
-        return KorString::format(translated("Column \"%s\" cannot hold this value; enter another one."),
-                                 {column.name});
-    }
+    const eCellFault fault = faultOf(*StyleDatabases::current().here(), table, column, row.key, value);
+    return fault == eCellFault::kNone ? KorString()
+                                      : KorString(WriteRefusal::unfit(table, column, value, fault).error);
 }
 
 KorString severalNamed(const Column& column, const KorString& text) {
