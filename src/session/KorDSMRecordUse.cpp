@@ -2,6 +2,7 @@
 
 #include "data/RowClosure.h"
 #include "data/StyleDatabases.h"
+#include "model/KorDSMMessages.h"
 #include "operations/KorDSNManager.h"
 #include "services/Prompts.h"
 #include "session/ItemCommandParts.h"
@@ -49,6 +50,9 @@ KorDSMRecordCommands::Outcome makeAndUse(SourceId source, const Use& use, Make m
     if (!outcome.isStored() && pending.steps().size() > before) {
         StyleDatabases::current().undo();
         pending.forgetTakenBack();
+        DsmSetModified message; // making the record was announced already
+        message.modified = pending.canUndo();
+        KorDSMMainWindow::sendMessage(message);
     }
     return outcome;
 }

@@ -19,6 +19,10 @@ protected:
         PageFixture::onMessage(message);
         if (message.number == DsmGoToRecord::kNumber)
             gone = static_cast<const DsmGoToRecord&>(message).row;
+        if (message.number == DsmDataChanged::kNumber)
+            isModified = true;
+        if (message.number == DsmSetModified::kNumber)
+            isModified = static_cast<const DsmSetModified&>(message).modified;
     }
 
     /// The buttons beside the choice of an appearance: new, copy, go.
@@ -35,6 +39,7 @@ protected:
     TabContent group;
     KorDsmReprMapItem& shown = item<KorDsmReprMapItem>("Main part");
     RowRef gone;
+    bool isModified = false; // as the window's Apply would show
 };
 
 } // namespace
@@ -74,6 +79,14 @@ TEST_F(RecordButtonsTest, WhatIsDeclinedOrOnlyReadMakesNothing) {
         press(button);
     }
     EXPECT_TRUE(wroteNothing());
+
+    // The map is shared, and the user does not want it changed: then there is no new record either.
+    m_answer = KorDSMGuardedWrite::kDecline;
+    answerName("For nothing");
+    press(0);
+    EXPECT_FALSE(m_asked.empty());
+    EXPECT_TRUE(wroteNothing());
+    EXPECT_FALSE(isModified) << "there is nothing to apply";
 
     useSource(SourceId::standard());
     auto& standard = item<KorDsmReprMapItem>("Part");
