@@ -2,6 +2,9 @@
 
 #include "data/RowClosure.h"
 #include "data/StyleDatabases.h"
+#include "session/KorDSMPartList.h"
+#include "session/KorDSMRecordCommands.h"
+#include "session/KorDSMRecordState.h"
 
 namespace {
 
@@ -84,4 +87,40 @@ TEST_F(WhereUsed, WhatIsInNoTreeLeadsNowhere) {
     unused.name = "In no style";
     ASSERT_EQ(databases.append(kTableViewRequest, unused), WriteResult::kWritten);
     EXPECT_EQ(KorDSMWhereUsed::findItem(structure, kUser, {kTableViewRequest, unused.key}), nullptr);
+}
+
+TEST_F(WhereUsed, IsSaidInANumberAndWhatIsMissingByName) {
+    const auto useText = [this](eTableType table, const char* name) {
+        const RowRef record{table, databases.source(kUser)->table(table).find(KorString(name))->key};
+        return KorDSMRecordState::useText(record, KorDSMRecordState::useCountOf(kUser, record));
+    };
+    EXPECT_EQ(useText(kTableDetailStyle, "HB post 1:15"), "");
+    EXPECT_EQ(useText(kTableReprMap, "HB site"), "In 2 views of 1 style");
+    EXPECT_EQ(useText(kTableAnnotationStrategy, "HB crane mark"), "In 1 map of 1 style");
+
+    for (const TableSchema& table : allTables()) {
+        const RowArray& rows = databases.source(kUser)->table(table.type).rows();
+        for (int i = 0; i < rows.size(); ++i)
+            EXPECT_EQ(KorDSMRecordState::missingText(kUser, {table.type, rows.at(i).key}), "")
+                << rows.at(i).name.c_str();
+    }
+    const std::pair<eTableType, const char*> fresh[] = {
+        {kTableDetailStyle, "Still missing: View arrangement, Model object selection, Views"},
+        {kTableViewRequest, "Still missing: System and box, Representation map"},
+        {kTableReprMap, "Still missing: Entries"},
+        {kTableQualifierSet, "Still missing: Qualifiers"},
+        {kTableViewDimStrategy, "Still missing: Dimensions"},
+        {kTableDimRequest, "Still missing: Kind of dimension, Start points"},
+        {kTableViewArrangeStrategy, ""},
+    };
+    for (const auto& [table, missing] : fresh) {
+        const auto made = KorDSMRecordCommands::create(kUser, table, "Fresh", 1);
+        ASSERT_TRUE(made.isStored()) << made.error;
+        EXPECT_EQ(KorDSMRecordState::missingText(kUser, made.row), missing);
+    }
+    // A part that lacks something is told of at its whole.
+    const RowRef set{kTableQualifierSet, row<StructDetObjQualifierSet>(kUser, "Fresh")->key};
+    ASSERT_TRUE(KorDSMPartList(kUser, set, kTableQualifierWithRole).add(0).isStored());
+    EXPECT_EQ(KorDSMRecordState::missingText(kUser, set), "Still missing: Qualifier");
+    EXPECT_EQ(useText(kTableQualifierSet, "Fresh"), "Not used by anything");
 }

@@ -1,0 +1,69 @@
+#include "data/check/StillMissing.h"
+
+#include <algorithm>
+
+namespace {
+
+struct Need {
+    eTableType table;
+    const char* column;          // that must refer to something; null: there must be parts
+    eTableType parts = kNoTable; // of which one must exist
+};
+
+constexpr Need kNeeds[] = {
+    {kTableDetailStyle, "arrange_strategy"},
+    {kTableDetailStyle, "object_selection_strategy"},
+    {kTableDetailStyle, "view_1"},
+    {kTableViewRequest, "system_and_box"},
+    {kTableViewRequest, "repr_map"},
+    {kTableSystemAndBox, "system_source"},
+    {kTableReprMap, nullptr, kTableReprMapEntry},
+    {kTableReprMapEntry, "qualifier_set"},
+    {kTableReprMapEntry, "appearance"},
+    {kTableAppearance, "visible_linetype"},
+    {kTableViewDimStrategy, nullptr, kTableDimStrategyItem},
+    {kTableDimStrategyItem, "dim_request"},
+    {kTableDimRequest, "request_type"},
+    {kTableDimRequest, "start_points"},
+    {kTablePointSelection, "qualifier_set"},
+    {kTablePointSelection, "point_type"},
+    {kTableAnnotationStrategy, "annotation_type"},
+    {kTableAnnotationStrategy, "arranger_control"},
+    {kTableQualifierSet, nullptr, kTableQualifierWithRole},
+    {kTableQualifierWithRole, "qualifier"},
+};
+
+bool isChosen(const TableSchema& table, const Column& column, const StructRecord& record) {
+    if (!column.isSlot())
+        return column.integerIn(&record) > 0;
+    return std::ranges::any_of(table.columns, [&](const Column& other) {
+        return other.isSlot() && other.target == column.target && other.integerIn(&record) > 0;
+    });
+}
+
+bool hasParts(StyleSource& source, RowRef row, eTableType parts) {
+    const auto referrers = source.referrersOf(row.table, KorOdbcKey(row.key));
+    return std::ranges::any_of(referrers, [parts](const Referrer& referrer) {
+        return referrer.table->type == parts && referrer.column->role == eReferenceRole::kPartOf;
+    });
+}
+
+} // namespace
+
+std::vector<StillMissing> stillMissing(StyleSource& source, RowRef row) {
+    std::vector<StillMissing> missing;
+    const TableSchema* table = findTable(row.table);
+    const StructRecord* record = table ? source.table(row.table).find(KorOdbcKey(row.key)) : nullptr;
+    if (!record)
+        return missing;
+    for (const Need& need : kNeeds) {
+        if (need.table != row.table)
+            continue;
+        const Column* column = need.column ? table->column(std::string_view(need.column)) : nullptr;
+        if (!column && !hasParts(source, row, need.parts))
+            missing.push_back({findTable(need.parts), nullptr});
+        else if (column && !isChosen(*table, *column, *record))
+            missing.push_back({table, column});
+    }
+    return missing;
+}

@@ -1,0 +1,143 @@
+#include "session/KorDSMRecordState.h"
+
+#include "data/RowClosure.h"
+#include "data/RowUsers.h"
+#include "data/check/StillMissing.h"
+#include "operations/KorDSNManager.h"
+#include "services/Prompts.h"
+#include "session/KorDSMValueText.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace KorDSMRecordState {
+
+namespace {
+
+constexpr int kMissing = 640;  // "Still missing: %s"
+constexpr int kIn = 641;       // "In %s"
+constexpr int kInOfOne = 642;  // "In %s of %s style"
+constexpr int kInOfMany = 643; // "In %s of %s styles"
+constexpr int kUnused = 644;
+constexpr int kAnd = 645; // "%s and %s"
+constexpr int kViews = 646;
+
+/// What users and parts of a kind are called; the others are records.
+struct Kind {
+    eTableType table;
+    int one, many; // "1 view", "%s views"
+};
+constexpr Kind kUsers[] = {
+    {kTableDetailStyle, 650, 651},     {kTableViewRequest, 652, 653}, {kTableReprMap, 654, 655},
+    {kTableViewDimStrategy, 656, 657}, {kTableDimRequest, 658, 659},  {kTableAnnotationStrategy, 660, 661},
+    {kTablePointSelection, 662, 663},
+};
+constexpr Kind kOthers{kNoTable, 664, 665};
+
+struct Parts {
+    eTableType table;
+    int prompt; // what several of them are called
+};
+constexpr Parts kParts[] = {
+    {kTableReprMapEntry, 647}, {kTableDimStrategyItem, 648}, {kTableQualifierWithRole, 649}};
+
+// Further rows than these are not looked at on the way to the styles.
+constexpr std::size_t kMostRows = 4000;
+
+std::set<RowRef> usersOf(StyleSource& source, RowRef row) {
+    std::set<RowRef> users;
+    for (const Referrer& referrer : source.referrersOf(row.table, KorOdbcKey(row.key)))
+        if (referrer.column->role == eReferenceRole::kUses)
+            users.insert(wholeOf(source, {referrer.table->type, referrer.key}));
+    return users;
+}
+
+int countStyles(StyleSource& source, const std::set<RowRef>& first) {
+    std::set<RowRef> seen = first;
+    std::vector<RowRef> waiting(first.begin(), first.end());
+    int styles = 0;
+    while (!waiting.empty()) {
+        if (seen.size() > kMostRows)
+            return -1;
+        const RowRef row = waiting.back();
+        waiting.pop_back();
+        styles += row.table == kTableDetailStyle;
+        for (const RowRef user : usersOf(source, row))
+            if (seen.insert(user).second)
+                waiting.push_back(user);
+    }
+    return styles;
+}
+
+KorString counted(const Kind& kind, int count) {
+    return KorString::format(Prompts::dsm(count == 1 ? kind.one : kind.many), {KorString::number(count)});
+}
+
+KorString kindsOf(const UseCount& count) {
+    KorString text;
+    for (const auto& [table, users] : count.users) {
+        const auto* kind = std::ranges::find(kUsers, table, &Kind::table);
+        const KorString words = counted(kind == std::end(kUsers) ? kOthers : *kind, users);
+        text = text.isEmpty() ? words : KorString::format(Prompts::dsm(kAnd), {text, words});
+    }
+    return text;
+}
+
+KorString captionOf(const StillMissing& missing) {
+    if (!missing.column) {
+        const auto* parts = std::ranges::find(kParts, missing.table->type, &Parts::table);
+        return parts == std::end(kParts) ? KorDSMValueText::tableCaption(*missing.table)
+                                         : Prompts::dsm(parts->prompt);
+    }
+    return missing.column->isSlot() ? Prompts::dsm(kViews)
+                                    : KorDSMValueText::columnCaption(*missing.table, *missing.column);
+}
+
+} // namespace
+
+UseCount useCountOf(SourceId id, RowRef row) {
+    UseCount count;
+    StyleSource* source = StyleDatabases::current().source(id);
+    if (!source || !findTable(row.table))
+        return count;
+    row = wholeOf(*source, row);
+    const std::set<RowRef> users = usersOf(*source, row);
+    std::map<eTableType, int> byTable;
+    for (const RowRef user : users)
+        ++byTable[user.table];
+    count.users.assign(byTable.begin(), byTable.end());
+    count.styles = countStyles(*source, users);
+    const KorDSNRequest request(id.dsn, id.index);
+    count.isShared = users.size() > 1 || (users.size() == 1 && sharedWhole(StyleDatabases::current(), row));
+    return count;
+}
+
+KorString useText(RowRef row, const UseCount& count) {
+    if (!count.isUsed()) {
+        const TableSchema* table = findTable(row.table);
+        return table && table->isMadeToBeUsed() ? Prompts::dsm(kUnused) : KorString();
+    }
+    const KorString kinds = kindsOf(count);
+    if (count.styles <= 0 || count.users.front().first == kTableDetailStyle)
+        return KorString::format(Prompts::dsm(kIn), {kinds});
+    return KorString::format(Prompts::dsm(count.styles == 1 ? kInOfOne : kInOfMany),
+                             {kinds, KorString::number(count.styles)});
+}
+
+KorString missingText(SourceId id, RowRef row) {
+    StyleSource* source = StyleDatabases::current().source(id);
+    if (!source || !findTable(row.table))
+        return {};
+    std::vector<StillMissing> missing = stillMissing(*source, row);
+    for (const Referrer& part : partsOf(*source, row))
+        for (const StillMissing& lack : stillMissing(*source, {part.table->type, part.key}))
+            if (std::ranges::find(missing, lack) == missing.end())
+                missing.push_back(lack);
+    KorString text;
+    for (const StillMissing& lack : missing)
+        text = text + (text.isEmpty() ? "" : ", ") + captionOf(lack);
+    return text.isEmpty() ? text : KorString::format(Prompts::dsm(kMissing), {text});
+}
+
+} // namespace KorDSMRecordState

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "base/KorString.h"
+#include "records/KorDSNDefinitions.h"
+#include "records/RowRef.h"
+
+#include <utility>
+#include <vector>
+
+/// What is said of a record as a whole: who uses it, and what it lacks.
+namespace KorDSMRecordState {
+
+/// How often a record is used in its own source.
+struct UseCount {
+    std::vector<std::pair<eTableType, int>> users; ///< records of a kind that use it, by table
+    int styles = -1; ///< detail styles that it is reached from; -1 where it would take too long to count them
+    bool isShared = false; ///< whether a change of it reaches several records
+
+    bool isUsed() const { return !users.empty(); }
+};
+
+/// Of a part this is said of its whole.
+UseCount useCountOf(SourceId source, RowRef row);
+/// As "In 6 views of 4 styles"; "Not used" where users make such records to be used by others; empty for what
+/// is used by none because that is so.
+KorString useText(RowRef row, const UseCount& count);
+
+/// As "Still missing: view arrangement, views": what the row and its parts lack before drawings can be made
+/// with it; empty where nothing is.
+KorString missingText(SourceId source, RowRef row);
+
+} // namespace KorDSMRecordState
