@@ -59,7 +59,10 @@ public:
     /// That of the process, where the host makes none, ends when the module is unloaded.
     static KorDSMDataStructure& getDSMDataStructure();
 
-    /// Lets the user pick one view request. Returns 1 when one was confirmed, otherwise -1.
+    /// Lets the user pick one view request of any source. The queue "REQUESTDIALOG" says by "RequestKey"
+    /// which one is selected at first, and gets "RequestKey", "DSNForRequestKey" and "IdxForRequestKey" of
+    /// the one that was chosen. Returns 1 when one was confirmed, otherwise -1 and the queue stays as it is:
+    /// the user cancelled, or an editor is in the middle of filling, storing or exchanging.
     static int openRequestDialog();
 
     /// Creates the view request children of a detail style from the current source.

@@ -101,6 +101,17 @@ WriteResult appendMaster(StructDetailMaster master, RowRef style) {
     return announced(databases().append(kTableDetailMaster, KorOdbcMan::m_structDetailMaster));
 }
 
+// Views are listed in categories by rows of their own.
+WriteResult listUnder(RowRef view, std::int32_t category) {
+    if (!find({kTableBaseCategory, category}))
+        return WriteRefusal::noRow();
+    StructDetViewRequestCategory listing;
+    listing.name = find(view)->name;
+    listing.viewRequestKey = view.key;
+    listing.categoryKey = category;
+    return announced(databases().append(kTableViewRequestCategory, listing));
+}
+
 WriteResult append(RowRef& row, const KorString& name, std::int32_t group) {
     const auto record = databases().here()->table(row.table).rows().copyOf(nullptr);
     record->name = name;
@@ -109,6 +120,8 @@ WriteResult append(RowRef& row, const KorString& name, std::int32_t group) {
     placeLast(*KorDSMFamilies::of(row.table), *record);
     WriteResult result = announced(databases().append(row.table, *record));
     row.key = record->key;
+    if (result.isStored() && row.table == kTableViewRequest && group != 0)
+        return listUnder(row, group);
     if (!result.isStored() || !needsMaster(row.table))
         return result;
     const auto* category = static_cast<const StructDetBaseCategory*>(find({kTableBaseCategory, group}));

@@ -29,7 +29,8 @@ KorDSMDefines::eItemType itemTypeOf(eTableType table);
 eTableType groupsOf(eTableType table);
 
 /// Makes a record with the defaults of its kind, filed under the group with this key where such records are
-/// filed. A detail style gets a master with a free pair of numbers; a group or category comes last.
+/// filed. A view is listed in that category, or in none for 0. A detail style gets a master with a free pair
+/// of numbers; a group or category comes last.
 Outcome create(SourceId source, eTableType table, const KorString& name, std::int32_t group);
 
 enum class eDepth : std::uint8_t {

@@ -187,6 +187,12 @@ std::vector<KorDSMRowChange> redo() {
     return applied(StyleDatabases::current().redo());
 }
 
+void takeBackTo(std::size_t before) {
+    while (stepCount() > before)
+        undo();
+    StyleDatabases::current().pending().forgetTakenBack();
+}
+
 namespace {
 
 // The row by which the change is shown: of one that is gone, what it stood in.

@@ -36,6 +36,9 @@ std::vector<KorDSMRowChange> changesSince(std::size_t before);
 std::vector<KorDSMRowChange> undo();
 std::vector<KorDSMRowChange> redo();
 
+/// Takes back, without a trace, the steps that were made since there were `before` of them.
+void takeBackTo(std::size_t before);
+
 /// The item to show after a step that made these changes: `shown` where its pages show one of them, else the
 /// first that can be found; for a row that is gone its group or what it was a part of. Null for none.
 KorDSMDatabaseItem* itemOf(KorDSMDataStructure& structure, const std::vector<KorDSMRowChange>& changes,

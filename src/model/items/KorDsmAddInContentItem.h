@@ -96,11 +96,14 @@ class KorDsmQualifierSetsAddInItem : public KorDsmFilledAddInItem<KorDSMDefines:
 /// A database or add-in in the view request dialog.
 class KorDsmAddInRequestItem : public KorDSMDatabaseItem {
 public:
-    explicit KorDsmAddInRequestItem(eIndex index = KorDSNDefinitions::kStandardIndex)
-        : KorDSMDatabaseItem(KorDSMDefines::kAddInContent), m_AddInIndex(index) {}
+    explicit KorDsmAddInRequestItem(eIndex index = KorDSNDefinitions::kStandardIndex,
+                                    const KorString& name = {}, std::int32_t icon = 0)
+        : KorDSMDatabaseItem(KorDSMDefines::kAddInContent, icon), m_AddInIndex(index), m_Name(name) {}
 
     int addInIndex() const override { return m_AddInIndex; }
+    KorString getDisplayName() const override { return m_Name; }
 
 private:
     eIndex m_AddInIndex;
+    KorString m_Name;
 };
