@@ -25,14 +25,14 @@ set(ENV{XDG_RUNTIME_DIR} ${WORK}/runtime)
 file(MAKE_DIRECTORY ${WORK}/runtime)
 file(CHMOD ${WORK}/runtime PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
 # Seen from outside: the ways out, the reload flags, and the results of Use for styles of an add-in and of one's
-# own.
+# own, and the view request that was chosen.
 set(addin "Shop fabrication, imperial")
 run(${WORK}/build/host OK --at "Standard/${addin}/Fittings/Plate, shop" Use
-    --at "User/User/Hallberg: posts and beams/HB beam, long, 1:10" Use Cancel)
+    --at "User/User/Hallberg: posts and beams/HB beam, long, 1:10" Use Cancel --request 40)
 set(left "applied 0\nreload 1\ndrop view requests 0\n")
 set(used "result 1\napplied 0\nreload 0\ndrop view requests 0\n")
 set(expected "section Detail styles\nresult 1\n${left}"
-    "${used}used 2 1 of ${addin}\nadd-in number 1\n${used}used 1 3 of User\nresult 2\n${left}"
+    "${used}used 2 1 of ${addin}\nadd-in number 1\n${used}used 1 3 of User\nresult 2\n${left}view request 40 of 1, 0\n"
     "add-ins 3\nStandard may be edited 0\nUser may be edited 1\n")
 list(JOIN expected "" expected)
 if(NOT output STREQUAL expected)

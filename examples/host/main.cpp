@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -38,6 +39,23 @@ void pressWhenOpen(const KorDSMDialogFactory& factory, const char* button) {
         if (window->isVisible())
             static_cast<QDialog*>(window)->reject();
     });
+}
+
+/// Lets the user choose a view request; the one of this key is selected at first. `isPressed` stands for a
+/// user who takes it.
+void chooseViewRequest(int key, bool isPressed) {
+    int status = 0;
+    KorExchangeQueue& queue = KorExchangeUtilities::getNamedQueue("REQUESTDIALOG", status, 0);
+    queue.push("RequestKey", key);
+    if (isPressed)
+        QTimer::singleShot(0, qApp, [] {
+            if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+                dialog->accept();
+        });
+    if (KorDSMDialogFactory::openRequestDialog() == 1)
+        std::printf("view request %d of %d, %d\n", queue.getInt("RequestKey"),
+                    queue.getInt("DSNForRequestKey"), queue.getInt("IdxForRequestKey"));
+    queue.clear();
 }
 
 /// Which style the user chose by Use. A host takes the results out, or they are still there when the editor
@@ -74,8 +92,9 @@ void printEditable(const char* source, eDSN dsn, eIndex index) {
 } // namespace
 
 // The least that a host does: it brings the application, opens the editor as often as the user wants, and
-// looks at what came of it. `host [--at DATABASE/ADD-IN/CATEGORY/STYLE] BUTTON ...` runs without a user: it
-// presses a button in each of the editors that it opens.
+// looks at what came of it. `host [--at DATABASE/ADD-IN/CATEGORY/STYLE] BUTTON ... [--request KEY]` runs
+// without a user: it presses a button in each of the editors that it opens, and takes the view request of
+// that key.
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     const EditorSession session; // what its editors share
@@ -87,6 +106,10 @@ int main(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--at") == 0 && i + 1 < argc) {
             selectEntry(structure, argv[++i]);
+            continue;
+        }
+        if (std::strcmp(argv[i], "--request") == 0 && i + 1 < argc) {
+            chooseViewRequest(std::atoi(argv[++i]), true);
             continue;
         }
         pressWhenOpen(factory, argv[i]);

@@ -14,6 +14,7 @@ struct Wanted {
     std::string data;
     EditOptions edit;
     std::function<int(DataFolder&)> command;
+    std::function<int(char** argv, DataFolder&)> window; ///< where neither is set the editor is opened
     bool opensFolder = true;
 };
 

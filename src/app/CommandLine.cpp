@@ -5,6 +5,7 @@
 #include "app/Console.h"
 #include "app/HelpLanguage.h"
 #include "app/ProgramStart.h"
+#include "app/RequestCommand.h"
 #include "base/Translation.h"
 #include "base/Utf8.h"
 #include "data/store/LockWait.h"
@@ -13,6 +14,7 @@
 #include "shell/DataFolderPlace.h"
 
 #include <algorithm>
+#include <charconv>
 #include <csignal>
 #include <cstdio>
 #include <iostream>
@@ -63,26 +65,12 @@ void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp,
 
 namespace {
 
-void addEdit(CLI::App& app, Wanted& wanted) {
-    CLI::App* command = app.add_subcommand("edit", translatable("Open the editor (the default)"));
-    CLI::Option* style = command
-                             ->add_option("--style", wanted.edit.style.name,
-                                          translatable("Open with this detail style selected"))
-                             ->check(refuseEmpty);
-    command
-        ->add_option("--source", wanted.edit.style.source,
-                     translatable("Where the style is: standard, user, or an add-in"))
-        ->needs(style);
-    auto* screenshot = command
-                           ->add_option("--screenshot", wanted.edit.screenshot,
-                                        translatable("Paint the open editor into this PNG file instead"))
-                           ->check(refuseEmpty);
-    command
-        ->add_flag("--overwrite", wanted.edit.overwrite, translatable("Replace the file where there is one"))
+void addPicture(CLI::App* command, PictureOptions& picture, const char* help) {
+    auto* screenshot = command->add_option("--screenshot", picture.file, help)->check(refuseEmpty);
+    command->add_flag("--overwrite", picture.overwrite, translatable("Replace the file where there is one"))
         ->needs(screenshot);
     command
-        ->add_option("--size", wanted.edit.size,
-                     translatable("Size of the picture in pixels, such as 1280x800"))
+        ->add_option("--size", picture.size, translatable("Size of the picture in pixels, such as 1280x800"))
         ->needs(screenshot)
         ->check([](const std::string& size) {
             int width = 0;
@@ -95,6 +83,46 @@ void addEdit(CLI::App& app, Wanted& wanted) {
                        : translated("must be WIDTHxHEIGHT, such as 1280x800, and 8000x8000 at most")
                              .toStdString();
         });
+}
+
+void addEdit(CLI::App& app, Wanted& wanted) {
+    CLI::App* command = app.add_subcommand("edit", translatable("Open the editor (the default)"));
+    CLI::Option* style = command
+                             ->add_option("--style", wanted.edit.style.name,
+                                          translatable("Open with this detail style selected"))
+                             ->check(refuseEmpty);
+    command
+        ->add_option("--source", wanted.edit.style.source,
+                     translatable("Where the style is: standard, user, or an add-in"))
+        ->needs(style);
+    addPicture(command, wanted.edit.picture,
+               translatable("Paint the open editor into this PNG file instead"));
+}
+
+void addRequest(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<RequestOptions>();
+    CLI::App* command = app.add_subcommand(
+        "request", translatable("Choose a view request in a dialog and print its key and source"));
+    command->callback([&wanted, options] {
+        wanted.window = [options](char** argv, DataFolder& folder) {
+            return chooseRequest(argv, folder, *options);
+        };
+    });
+    command
+        ->add_option("--key", options->key, translatable("Open with the view request of this key selected"))
+        ->check([](const std::string& text) {
+            int key = 0;
+            const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), key);
+            return error == std::errc() && end == text.data() + text.size() && key > 0
+                       ? std::string()
+                       : translated("must be the key of a view request, such as 12").toStdString();
+        });
+    command
+        ->add_option("--source", options->source,
+                     translatable("Choose in this source alone: standard, user, or an add-in"))
+        ->check(refuseEmpty);
+    addPicture(command, options->picture, translatable("Paint the open dialog into this PNG file instead"));
+    addJson(command, options->json);
 }
 
 void addList(CLI::App& app, Wanted& wanted) {
@@ -197,6 +225,7 @@ void declare(CLI::App& app, Wanted& wanted) {
     app.fallthrough();
     app.footer(translatable("Exit codes: 0 done, 1 could not or found something, 2 wrong usage."));
     addEdit(app, wanted);
+    addRequest(app, wanted);
     addList(app, wanted);
     addShow(app, wanted);
     addSet(app, wanted);
@@ -231,8 +260,9 @@ int run(char** argv, const Wanted& wanted) {
     else
         folder.takeReports();
     std::ranges::for_each(folder.problems(), &Console::complain);
-    const int code = wanted.command ? judgedAnew([&] { return wanted.command(folder); })
-                                    : openEditor(argv, folder, wanted.edit);
+    const int code = wanted.command  ? judgedAnew([&] { return wanted.command(folder); })
+                     : wanted.window ? wanted.window(argv, folder)
+                                     : openEditor(argv, folder, wanted.edit);
     std::ranges::for_each(KorHostReport::take(), &Console::complain);
     return Console::finish() ? code : kExitFailed;
 }

@@ -26,11 +26,23 @@ struct RowOptions {
     std::string source; ///< empty: the command's own choice
 };
 
+/// A picture of a window that is painted instead of opening it for a user.
+struct PictureOptions {
+    std::string file;       ///< PNG; empty: no picture, the window is the user's
+    bool overwrite = false; ///< replace the file where there is one
+    std::string size;       ///< of the window, "WxH" in pixels; empty: as the window likes
+};
+
 struct EditOptions {
     RowOptions style{"detail-style", {}, {}}; ///< the style to open with; without a name the last place
-    std::string screenshot; ///< file into which a picture of the open editor goes instead of running it
-    bool overwrite = false; ///< replace the file where there is one
-    std::string size;       ///< of the window, "WxH" in pixels; empty: as the editor likes
+    PictureOptions picture;
+};
+
+struct RequestOptions {
+    int key = 0;        ///< of the view request that is selected at first; 0: none
+    std::string source; ///< in which alone one can be chosen; empty: in all
+    bool json = false;
+    PictureOptions picture;
 };
 
 struct ShowOptions {

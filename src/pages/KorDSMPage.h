@@ -38,6 +38,8 @@ public:
     bool needsRefresh() const { return m_needsRefresh; }
     /// Dialogs that show a page only to look at it set this to false.
     void setEditable(bool editable) { m_editable = editable; }
+    /// Whether the window of the page can go to the records that it refers to.
+    bool leadsElsewhere() const { return m_editable; }
     /// Whether the page allows editing and the current source does.
     bool isEditable() const { return m_editable && KorOdbcMan::getEditableStatus(); }
 

@@ -143,7 +143,7 @@ void KorDSMPageViewDefinition::enableControls() {
     KorDSMPage::enableControls();
     // Going to a definition changes nothing, so it is allowed in every source.
     for (const Section& section : kSections)
-        KorControls::find(this, section.goTo)->setEnabled(true);
+        KorControls::find(this, section.goTo)->setEnabled(leadsElsewhere());
 }
 
 std::vector<ShownColumns> KorDSMPageViewDefinition::shownColumns() const {

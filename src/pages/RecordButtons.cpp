@@ -76,7 +76,7 @@ void RecordButtons::enable() {
     const bool isEditable = m_page.isEditable() && cell.row.key != 0;
     m_buttons->enableButton(kNew, isEditable);
     m_buttons->enableButton(kCopy, isEditable && chosen(cell));
-    m_buttons->enableButton(kGo, chosen(cell));
+    m_buttons->enableButton(kGo, m_page.leadsElsewhere() && chosen(cell));
 }
 
 void RecordButtons::makeFor(KorDSMPage& page, const KorDSMRecordUse::Use& use) {

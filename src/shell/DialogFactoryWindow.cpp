@@ -3,8 +3,10 @@
 #include "services/KOSettings.h"
 #include "services/KorHostReport.h"
 #include "session/DataFolder.h"
+#include "session/KorDSMRequestQueue.h"
 #include "shell/DataFolderPlace.h"
 #include "shell/KorDSMMainDialog.h"
+#include "shell/KorDSMViewRequestDialog.h"
 #include "shell/ModuleResources.h"
 
 #include <QPointer>
@@ -103,5 +105,15 @@ CWnd* KorDSMDialogFactory::window() const {
 }
 
 int KorDSMDialogFactory::openRequestDialog() {
-    return -1;
+    constexpr int kNotConfirmed = -1;
+    if (KorDSMBusy::isBusy())
+        return kNotConfirmed;
+    ModuleResources::setUp(moduleHandle);
+    openDatabases();
+    KorDSMViewRequestDialog dialog(KorDSMRequestQueue::wantedKey(), nullptr);
+    dialog.setRequestMode(true);
+    if (dialog.DoModal() != 1)
+        return kNotConfirmed;
+    KorDSMRequestQueue::put(dialog.requestKey());
+    return 1;
 }

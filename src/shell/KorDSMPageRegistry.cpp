@@ -54,22 +54,31 @@ KorDSMPage* makePage(int templateId, QWidget* owner) {
 
 void KorDSMPageRegistry::createPages(QWidget* owner) {
     clear();
-    const KorString key = KorString::format("%sTabs", {KOSettings::getKeyDSM()});
-    for (const KorDSMFamily& row : KorDSMFamilies::all()) {
-        if (row.pages.isEmpty())
-            continue;
-        auto group = std::make_unique<TabContent>(key, row.pageGroup);
-        for (const int templateId : row.pages) {
-            m_pages[templateId] = makePage(templateId, owner);
-            group->addPage(m_pages[templateId]);
-        }
-        group->createPages();
-        m_groups[static_cast<std::size_t>(row.type)] = std::move(group);
-    }
+    for (const KorDSMFamily& row : KorDSMFamilies::all())
+        if (!row.pages.isEmpty())
+            createGroup(owner, row);
     for (const auto& [from, targets] : linkRows())
         for (const int target : targets)
             if (KorDSMPage* sender = page(from))
                 sender->addLinkedPage(page(target));
+}
+
+void KorDSMPageRegistry::createForLooking(QWidget* owner, eItemType type) {
+    clear();
+    createGroup(owner, *KorDSMFamilies::of(type));
+    for (const auto& [templateId, registered] : m_pages)
+        registered->setEditable(false);
+}
+
+void KorDSMPageRegistry::createGroup(QWidget* owner, const KorDSMFamily& row) {
+    const KorString key = KorString::format("%sTabs", {KOSettings::getKeyDSM()});
+    auto group = std::make_unique<TabContent>(key, row.pageGroup);
+    for (const int templateId : row.pages) {
+        m_pages[templateId] = makePage(templateId, owner);
+        group->addPage(m_pages[templateId]);
+    }
+    group->createPages();
+    m_groups[static_cast<std::size_t>(row.type)] = std::move(group);
 }
 
 TabContent* KorDSMPageRegistry::group(eItemType type) const {

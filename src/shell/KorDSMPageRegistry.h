@@ -8,12 +8,17 @@
 #include <map>
 #include <memory>
 
+struct KorDSMFamily;
+
 /// Which group of pages edits which kind of item. All pages of all groups are made once, hidden, and serve
 /// every item of their kind as long as the editor is open.
 class KorDSMPageRegistry {
 public:
     /// Makes the 13 groups with their pages; `owner` is the editor window.
     void createPages(QWidget* owner);
+    /// Makes the group for items of one type alone, only to be looked at; `owner` is the window that shows
+    /// it.
+    void createForLooking(QWidget* owner, KorDSMDefines::eItemType type);
 
     /// The group for items of this type, or null when such items have no pages.
     TabContent* group(KorDSMDefines::eItemType type) const;
@@ -31,6 +36,8 @@ public:
     void clear();
 
 private:
+    void createGroup(QWidget* owner, const KorDSMFamily& row);
+
     std::array<std::unique_ptr<TabContent>, KorDSMDefines::kNumberOfItemTypes> m_groups;
     std::map<int, KorDSMPage*> m_pages; // by template number
 };

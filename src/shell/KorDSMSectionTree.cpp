@@ -86,7 +86,7 @@ void KorDSMSectionTree::buildFullTree() {
         KorTreeHandle handle = m_tree->insertItem(entry.text, entry.image, root);
         bind(*database, handle);
         // A database with a single content node shows that node's groups directly.
-        if (database->children().length() == 1)
+        if (database->type() == KorDSMDefines::kDatabaseContent && database->children().length() == 1)
             m_tree->setPlaceholder(handle, canBeOpened(*database->children()[0]));
         else
             insertChildren(*database, handle);
@@ -174,6 +174,16 @@ KorTreeHandle KorDSMSectionTree::entryOfChildren(const KorDSMDatabaseItem& item)
     const bool isOnlyContent =
         item.type() == KorDSMDefines::kAddInContent && above && above->children().length() == 1;
     return item.entry() || !isOnlyContent ? item.entry() : above->entry();
+}
+
+void KorDSMSectionTree::fillAgain(KorDSMDatabaseItem& item, const std::function<void()>& make) {
+    const KorTreeHandle entry = item.entry();
+    for (const auto& child : entry->children)
+        forgetBelow(child.get());
+    m_tree->deleteChildren(entry);
+    m_search.clear();
+    make();
+    insertChildren(item, entry);
 }
 
 KorTreeHandle KorDSMSectionTree::addEntry(KorDSMDatabaseItem& item) {

@@ -45,6 +45,10 @@ public:
     /// The entry at the end of a path of texts, as far as it can be followed; opens entries on its way.
     KorTreeHandle follow(const KorArray<KorString>& path, bool fullTree);
 
+    /// Makes the entries below an item anew; `make` makes the items, after the entries of those from before
+    /// are gone.
+    void fillAgain(KorDSMDatabaseItem& item, const std::function<void()>& make);
+
     /// Adds an entry for a new item at its place among its siblings.
     KorTreeHandle addEntry(KorDSMDatabaseItem& item);
 

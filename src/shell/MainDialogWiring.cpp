@@ -1,12 +1,11 @@
 #include "base/KorAssert.h"
 #include "controls/KorButtonGroupMenu.h"
 #include "controls/KorControls.h"
-#include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "controls/KorTemplates.h"
 #include "services/CKorHelp.h"
-#include "services/KordoBitmaps.h"
 #include "services/Prompts.h"
+#include "shell/GlobalIcons.h"
 #include "shell/KorDSMMainDialog.h"
 #include "shell/WhenFree.h"
 #include "shell/WindowParts.h"
@@ -25,19 +24,11 @@ namespace {
 constexpr int kTemplate = 1000;
 constexpr int kViewDefinitionPage = 2004;
 
-QIcon iconOf(const Icon& icon) {
-    if (icon.file.isEmpty())
-        return KorPictures::icon(icon.resource);
-    return KorPictures::fromFile(QString::fromStdString(KordoBitmaps::pictureFile(icon.file).string()));
-}
-
 } // namespace
 
 void KorDSMMainDialog::setUpImages() {
     KorTemplates::setUp(kTemplate, this);
-    loadGlobalIcons();
-    for (const Icon& icon : m_GlobalIcons)
-        m_images->append(iconOf(icon));
+    appendGlobalIcons(*m_images);
     setWindowIcon(m_images->at(kIconHost));
 }
 

@@ -1,8 +1,7 @@
 #include "shell/SourceCombo.h"
 
-#include "controls/KorPictures.h"
 #include "controls/VELComboTree.h"
-#include "services/KordoBitmaps.h"
+#include "shell/GlobalIcons.h"
 
 SourceCombo::SourceCombo(VELComboTree& control, KorDSMDataStructure& structure,
                          KorDSMDefines::eViewSections section, KorImageListPtr images)
@@ -23,8 +22,7 @@ void SourceCombo::addPictures() {
         for (KorDSMDatabaseItem* child : database->children()) {
             auto* addIn = static_cast<KorDsmAddInContentItem*>(child);
             if (addIn->imageIndex() < 0 && !addIn->image().isEmpty())
-                addIn->setImageIndex(m_images->append(KorPictures::fromFile(
-                    QString::fromStdString(KordoBitmaps::pictureFile(addIn->image()).string()))));
+                addIn->setImageIndex(m_images->append(broughtIcon(addIn->image())));
         }
     }
 }
