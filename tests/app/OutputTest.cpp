@@ -74,14 +74,19 @@ TEST_F(OutputTest, NoOutputReplacesADatabaseThatIsOpenOrAnyOtherFileUnasked) {
     EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
-TEST_F(OutputTest, APictureLeavesTheRememberedWindowAlone) {
+TEST_F(OutputTest, APictureLeavesTheRememberedWindowsAlone) {
     const fs::path settings = folder() / "config" / "detailstyles" / "settings.ini";
     fs::create_directories(settings.parent_path());
     writeBytes(settings, "[Layout]\nMainDialog = as the user left it\n");
     const std::string before = bytesOf(settings);
     const QString picture = named("editor.png");
-    EXPECT_EQ(run({"edit", "--screenshot", picture, "--size", "900x600"}).exitCode, 0);
+    for (const char* window : {"edit", "request"}) {
+        EXPECT_EQ(run({window, "--screenshot", picture, "--size", "900x600", "--overwrite"}).exitCode, 0);
+        EXPECT_EQ(sizeOfPicture(picture.toStdString()), QSize(900, 600)) << window;
+    }
     EXPECT_EQ(bytesOf(settings), before);
+    EXPECT_EQ(run({"request", "--key", "99999", "--screenshot", named("none.png")}).exitCode, 1);
+    EXPECT_FALSE(fs::exists(named("none.png").toStdString()));
 }
 
 TEST_F(OutputTest, AtItsFirstStartTheWindowFitsItsScreenWithAFrame) {
