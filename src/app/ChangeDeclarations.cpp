@@ -25,6 +25,22 @@ void addHow(CLI::App* command, ChangeOptions& how, bool canBeShared) {
     addJson(command, how.json);
 }
 
+void addSet(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<SetOptions>();
+    CLI::App* command =
+        addCommand(app, wanted, "set", translatable("Change one value of a record"), &setCommand, options);
+    addRow(command, options->row, kSourceHelp);
+    command->add_option("COLUMN", options->column, translatable("The column, as \"show\" names it"))
+        ->required();
+    command
+        ->add_option(
+            "VALUE", options->value,
+            translatable("The value as it is shown: a length in the database's unit, a scale such as 1:15, "
+                         "another record by its name, yes or no"))
+        ->required();
+    addHow(command, options->how, true);
+}
+
 void addNew(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<NewOptions>();
     CLI::App* command =
@@ -130,6 +146,7 @@ void addEntry(CLI::App& app, Wanted& wanted) {
 } // namespace
 
 void declareChanges(CLI::App& app, Wanted& wanted) {
+    addSet(app, wanted);
     addNew(app, wanted);
     addCopy(app, wanted);
     addRename(app, wanted);

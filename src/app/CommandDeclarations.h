@@ -34,5 +34,5 @@ void addJson(CLI::App* command, bool& json);
 void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp,
             const std::function<bool(const TableSchema&)>& isMeant = {});
 
-/// The commands that make, copy, rename and delete records, and edit their lists.
+/// The commands that change, make, copy, rename and delete records, and edit their lists.
 void declareChanges(CLI::App& app, Wanted& wanted);

@@ -145,23 +145,6 @@ void addShow(CLI::App& app, Wanted& wanted) {
     addJson(command, options->json);
 }
 
-void addSet(CLI::App& app, Wanted& wanted) {
-    const auto options = std::make_shared<SetOptions>();
-    CLI::App* command =
-        addCommand(app, wanted, "set", translatable("Change one value of a record"), &setCommand, options);
-    addRow(command, options->row, translatable("standard, user, or an add-in; by default user"));
-    command->add_option("COLUMN", options->column, translatable("The column, as \"show\" names it"))
-        ->required();
-    command
-        ->add_option(
-            "VALUE", options->value,
-            translatable("The value as it is shown: a length in the database's unit, a scale such as 1:15, "
-                         "another record by its name, yes or no"))
-        ->required();
-    command->add_flag("--shared", options->shared,
-                      translatable("Change the record although several others use it"));
-}
-
 void addExport(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<ExportOptions>();
     CLI::App* command =
@@ -228,7 +211,6 @@ void declare(CLI::App& app, Wanted& wanted) {
     addRequest(app, wanted);
     addList(app, wanted);
     addShow(app, wanted);
-    addSet(app, wanted);
     declareChanges(app, wanted);
     addExport(app, wanted);
     addImport(app, wanted);

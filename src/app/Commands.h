@@ -50,18 +50,18 @@ struct ShowOptions {
     bool json = false;
 };
 
-struct SetOptions {
-    RowOptions row;
-    std::string column;
-    std::string value;
-    bool shared = false; ///< write although several records show this row
-};
-
 /// How a command changes records.
 struct ChangeOptions {
     bool json = false;
     bool dryRun = false; ///< only say what would be done
     bool shared = false; ///< write although several records show the row
+};
+
+struct SetOptions {
+    RowOptions row;
+    std::string column;
+    std::string value;
+    ChangeOptions how;
 };
 
 struct NewOptions {

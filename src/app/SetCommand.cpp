@@ -1,19 +1,16 @@
-#include "app/CommitReport.h"
+#include "app/ChangeReport.h"
+#include "app/Commands.h"
 #include "app/Console.h"
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
 #include "app/TypedValue.h"
 #include "base/Translation.h"
 #include "data/ScopedSource.h"
+#include "session/KorDSMValueText.h"
 
 #include <algorithm>
 
 namespace {
-
-int refuse(eExitCode code, const KorString& sentence) {
-    Console::complain(sentence);
-    return code;
-}
 
 // The row that tells the host of another one has its name.
 bool writeCells(const RowChoice& row, const Column& column, const CellValue& value) {
@@ -27,19 +24,38 @@ bool writeCells(const RowChoice& row, const Column& column, const CellValue& val
     });
 }
 
-int write(const RowChoice& row, const Column& column, const CellValue& value) {
+// Why the user may not change the row; empty where he may.
+KorString whyNotChanged(const RowChoice& row) {
+    if (StyleDatabases::current().isEditable())
+        return {};
+    return row.source == SourceId::user()
+               ? translated("The User database is open for reading only, so nothing was written.")
+               : KorString::format(
+                     translated(
+                         "The source \"%s\" is read-only; copy the detail style that uses the record by "
+                         "\"detailstyles copy\", and change what came along in the User database."),
+                     {SourceChoice::nameOf(row.source)});
+}
+
+int write(const RowChoice& row, const Column& column, const CellValue& value, const ChangeOptions& how) {
+    ChangeReport report("set", how);
+    const KorString before = KorDSMValueText::toText(*row.table, column, *row.record());
+    const KorString name = row.record()->name;
     if (!writeCells(row, column, value))
-        return refuse(
-            kExitFailed,
+        return ChangeReport::refuse(
             KorString::format(translated("The value could not be written to column \"%s\"."), {column.name}));
-    if (!keepChanges())
-        return kExitFailed;
-    TypedValue::tellUnlistedScale(column, value);
-    if (StyleDatabases::current().here()->complete())
-        return kExitDone;
-    return refuse(kExitFailed, KorString::format(
-                                   translated("The column \"%s\" of the %s \"%s\" was changed all the same."),
-                                   {column.name, row.table->rowName(), row.record()->name}));
+    report.isAbout(row.source, row.ref());
+    if (how.dryRun)
+        report.say(KorString::format(translated("Changed \"%s\" of the %s \"%s\" from \"%s\" to \"%s\"."),
+                                     {row.table->columnName(column), row.table->rowName(), name, before,
+                                      KorDSMValueText::toText(*row.table, column, *row.record())}));
+    const int done = report.finish();
+    if (done != kExitDone || how.dryRun || StyleDatabases::current().here()->complete())
+        return done;
+    Console::complain(
+        KorString::format(translated("The column \"%s\" of the %s \"%s\" was changed all the same."),
+                          {column.name, row.table->rowName(), row.record()->name}));
+    return kExitFailed;
 }
 
 int set(const RowChoice& row, const Column& column, const SetOptions& options) {
@@ -47,22 +63,14 @@ int set(const RowChoice& row, const Column& column, const SetOptions& options) {
         complainUnlessTold(KorString(tooNew));
         return kExitFailed;
     }
-    if (!StyleDatabases::current().isEditable())
-        return refuse(
-            kExitFailed,
-            row.source == SourceId::user()
-                ? translated("The User database is open for reading only, so nothing was written.")
-                : KorString::format(
-                      translated(
-                          "The source \"%s\" is read-only; copy the detail style that uses the record by "
-                          "\"detailstyles copy\", and change what came along in the User database."),
-                      {SourceChoice::nameOf(row.source)}));
+    if (const KorString why = whyNotChanged(row); !why.isEmpty())
+        return ChangeReport::refuse(why);
     const TypedValue::Typed typed = TypedValue::read({row.table->type, row.key}, column, options.value);
     if (!typed.value)
-        return refuse(kExitFailed, typed.error);
-    if (const KorString shared = options.shared ? KorString() : row.whyShared(); !shared.isEmpty())
-        return refuse(kExitFailed, shared);
-    return write(row, column, *typed.value);
+        return ChangeReport::refuse(typed.error);
+    if (const KorString shared = options.how.shared ? KorString() : row.whyShared(); !shared.isEmpty())
+        return ChangeReport::refuse(shared);
+    return write(row, column, *typed.value, options.how);
 }
 
 } // namespace
@@ -76,7 +84,7 @@ int setCommand(DataFolder&, const SetOptions& options) {
     const Column* column =
         TypedValue::findColumn(*row.table, TypedValue::columnsOf(*row.table), options.column, error);
     if (!column)
-        return refuse(kExitUsage, error);
+        return ChangeReport::refuse(error, kExitUsage);
     const ScopedSource request(row.source);
     return set(row, *column, options);
 }
