@@ -20,7 +20,7 @@ protected:
         databases.closeSource(kUser);
         OtherProgram(file("user.dsdb")).run(sql);
         open();
-        return ConsistencyCheck(*databases.source(kUser)).run();
+        return faultsOf(*databases.source(kUser));
     }
 };
 
@@ -44,11 +44,14 @@ TEST_F(CheckTest, EachFaultIsFoundOnceAndNothingElse) {
         {"UPDATE detail_master SET style = 0", eSeverity::kWarning, "detail_style", nullptr, "no number"},
         {"UPDATE repr_map_entry SET appearance = 1 WHERE name = 'Rest'", eSeverity::kNote, "appearance",
          nullptr, "\"Dashed\" (key 2)"},
+        {"UPDATE repr_map_entry SET \"order\" = 2 WHERE name = 'Beams'", eSeverity::kNote, "repr_map",
+         nullptr, "not 1, 2, 3"},
         {"INSERT INTO select_mode(\"key\", name) VALUES (1, 'Nobody uses this word')", eSeverity::kNote,
          nullptr, nullptr, nullptr},
         {"UPDATE view_request SET scale = 'large' WHERE \"key\" = 1", eSeverity::kError, nullptr, nullptr,
          "\"large\" instead of a number"},
-        {"UPDATE repr_map_entry SET qualifier_set = 1, \"order\" = -1 WHERE name = 'Rest';"
+        {"UPDATE repr_map_entry SET \"order\" = 3 - \"order\";"
+         "UPDATE repr_map_entry SET qualifier_set = 1 WHERE name = 'Rest';"
          "DELETE FROM qualifier_set WHERE name = 'Others'",
          eSeverity::kWarning, "repr_map_entry", "qualifier_set", "\"Beams\" (key 1)"},
         {"DROP TABLE scale", eSeverity::kError, nullptr, nullptr, "no table \"scale\""},
@@ -70,6 +73,22 @@ TEST_F(CheckTest, EachFaultIsFoundOnceAndNothingElse) {
         databases.closeSource(kUser);
         writeBytes(file("user.dsdb"), sound);
     }
+}
+
+TEST_F(CheckTest, WhatADrawingCouldNotBeMadeWithIsNoted) {
+    const auto lacks = [this](const char* sentence) {
+        return std::ranges::count_if(
+            ConsistencyCheck(*databases.source(kUser)).run(), [&](const Finding& each) {
+                return each.severity == eSeverity::kNote && mentions(each.sentence, sentence);
+            });
+    };
+    EXPECT_EQ(lacks("detail style \"Column\" (key 1)"), 2);
+    EXPECT_EQ(lacks("it has no view arrange strategy"), 1);
+    EXPECT_EQ(lacks("it has no repr map entry") + lacks("it has no view request"), 0);
+    add<StructDetObjReprMap>(kUser, "Empty");
+    add<StructDetailStyle>(kUser, "New");
+    EXPECT_EQ(lacks("it has no repr map entry"), 1);
+    EXPECT_EQ(lacks("it has no view request"), 1);
 }
 
 TEST_F(CheckTest, CompactingTakesOutPartsWithoutAnOwnerInTheSourceThatIsNamed) {

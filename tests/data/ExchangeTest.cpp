@@ -63,7 +63,7 @@ TEST_F(ExchangeTest, ExportedFileHoldsTheStyleWithAllItNeedsAndNothingElse) {
     EXPECT_EQ(count<StructBitmapIndex>(exported), 1);
     EXPECT_TRUE(row<StructNumericDefault>(exported, "C01_DistanceUnit"));
     EXPECT_EQ(count<StructTextSize>(exported), 1);
-    const auto findings = ConsistencyCheck(*databases.source(exported)).run();
+    const auto findings = faultsOf(*databases.source(exported));
     EXPECT_TRUE(findings.empty()) << findings.front().sentence;
     EXPECT_EQ(exportColumn(), Exports::kFileFailed) << "the file is open as a source";
     Exports::deleteCache(0);
@@ -103,7 +103,7 @@ TEST_F(ExchangeTest, ImportIsOnePendingGroupAndIsStoredByTheCommit) {
     EXPECT_EQ(row<StructDetailMaster>(kUser, "Column")->styleKey, styleKey(kUser, "Column"));
     EXPECT_EQ(count<StructDetViewRequestCategory>(kUser), 2);
     EXPECT_EQ(count<StructTextSize>(kUser), 0) << "the target has its own";
-    EXPECT_TRUE(ConsistencyCheck(*databases.source(kUser)).run().empty());
+    EXPECT_TRUE(faultsOf(*databases.source(kUser)).empty());
 }
 
 TEST_F(ExchangeTest, ImportReusesEqualRowsAndRenamesDifferentOnes) {

@@ -2,6 +2,7 @@
 
 #include "base/Translation.h"
 #include "data/RowClosure.h"
+#include "data/check/StillMissing.h"
 #include "data/store/ReadReport.h"
 #include "records/TableDeclarations.h"
 
@@ -18,6 +19,23 @@ bool isTargetOf(const TableSchema& table, eReferenceRole role) {
     });
 }
 
+// The order numbers of the parts of each whole.
+std::map<std::int32_t, std::vector<std::int32_t>> numbersOf(const RowArray& parts, const Column& owner,
+                                                            const Column& order) {
+    std::map<std::int32_t, std::vector<std::int32_t>> numbers;
+    for (int i = 0; i < parts.size(); ++i)
+        numbers[owner.integerIn(&parts.at(i))].push_back(order.integerIn(&parts.at(i)));
+    return numbers;
+}
+
+bool areCounted(std::vector<std::int32_t> numbers) {
+    std::ranges::sort(numbers);
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        if (numbers[i] != static_cast<std::int32_t>(i + 1))
+            return false;
+    return true;
+}
+
 } // namespace
 
 std::vector<Finding> ConsistencyCheck::run() {
@@ -29,9 +47,10 @@ std::vector<Finding> ConsistencyCheck::run() {
         return std::move(m_findings);
     for (const TableSchema& table : allTables())
         checkTable(table);
-    if (m_isComplete)
+    if (m_isComplete) {
         checkEntriesThatNeverAct();
-    else
+        checkOrders();
+    } else {
         m_findings.push_back(
             {.sentence =
                  KorString::format(
@@ -39,6 +58,7 @@ std::vector<Finding> ConsistencyCheck::run() {
                          "\"%s\" could not be read whole, so nothing is said about what is not used in it."),
                      {m_source.store().name()})
                      .toStdString()});
+    }
     return std::move(m_findings);
 }
 
@@ -58,6 +78,8 @@ void ConsistencyCheck::checkTable(const TableSchema& table) {
         checkCells(table, row);
         if (m_isComplete && table.isMadeToBeUsed())
             checkUse(table, row);
+        if (m_isComplete)
+            checkMissing(table, row);
         if (m_isComplete && isIdentified && !isReferredTo(table, row, eReferenceRole::kIdentifies))
             add({eSeverity::kWarning, &table, row.key, row.name},
                 translated(
@@ -164,6 +186,30 @@ void ConsistencyCheck::checkEntriesThatNeverAct() {
                            "the same map with the same qualifier set; choose another set or delete it."),
                 first->second->name);
     }
+}
+
+void ConsistencyCheck::checkOrders() {
+    for (const TableSchema& parts : allTables()) {
+        const Column* order = parts.column(std::string_view("order"));
+        const auto owner = std::ranges::find(parts.columns, eReferenceRole::kPartOf, &Column::role);
+        if (!order || owner == parts.columns.end())
+            continue;
+        const TableSchema& wholes = *findTable(owner->target);
+        for (const auto& [key, numbers] : numbersOf(m_source.table(parts.type).rows(), *owner, *order))
+            if (const StructRecord* whole = m_source.table(wholes.type).find(KorOdbcKey(key));
+                whole && !areCounted(numbers))
+                add({eSeverity::kNote, &wholes, key, whole->name},
+                    translated("The %s \"%s\" (key %s) of \"%s\" has a list whose numbers are not 1, 2, 3 "
+                               "and so on; it is shown in their order, of equal numbers the older one "
+                               "first, and is numbered anew when it is changed."));
+    }
+}
+
+void ConsistencyCheck::checkMissing(const TableSchema& table, const StructRecord& row) {
+    for (const StillMissing& missing : stillMissing(m_source, {table.type, row.key}))
+        add({eSeverity::kNote, &table, row.key, row.name, missing.column},
+            translated("The %s \"%s\" (key %s) of \"%s\" is not ready for drawings yet: it has no %s."),
+            (missing.column ? findTable(missing.column->target) : missing.table)->rowName());
 }
 
 void ConsistencyCheck::checkUse(const TableSchema& table, const StructRecord& row) {

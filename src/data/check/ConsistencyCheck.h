@@ -22,7 +22,7 @@ struct Finding {
 
 /// Looks through one source, pending changes included: damage of the file, cells that could not be read,
 /// references that point nowhere, parts without an owner, cells outside their range, run names that occur
-/// twice, definitions that nothing uses, entries that can never act and detail styles that the host is not
+/// twice, definitions that nothing uses or that lack something, entries that can never act, lists with gaps or ties in their order, and detail styles that the host is not
 /// told of.
 class ConsistencyCheck {
 public:
@@ -42,6 +42,10 @@ private:
     /// Of the entries of a map the first whose qualifier set fits an object acts; a later one with the same
     /// set never does.
     void checkEntriesThatNeverAct();
+    /// Lists whose stored order has gaps or ties.
+    void checkOrders();
+    /// What a record lacks before drawings can be made with it.
+    void checkMissing(const TableSchema& table, const StructRecord& row);
     void checkUse(const TableSchema& table, const StructRecord& row);
     bool isReferredTo(const TableSchema& table, const StructRecord& row, eReferenceRole role);
     /// Puts the sentence together: the row's kind, name and key and the database, then the arguments.
