@@ -47,6 +47,11 @@ bool ExchangeImport::bring(RowRef row, const KorString& asName) {
     return true;
 }
 
+std::int32_t ExchangeImport::bringTarget(RowRef row) {
+    const std::int32_t key = counterpart(row);
+    return m_refused ? 0 : key;
+}
+
 // References form no circle between tables, so this ends.
 std::int32_t ExchangeImport::counterpart(RowRef row) {
     if (const std::int32_t key = m_matcher.find(row)) {

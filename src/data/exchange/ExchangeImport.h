@@ -25,6 +25,9 @@ public:
     /// result as for `bringClosure`. With a name, which must be free, the row itself comes in as a new one of
     /// that name, whatever the target holds.
     bool bring(RowRef row, const KorString& asName = {});
+    /// Brings a row that others refer to with everything that it depends on, and returns the key of its
+    /// counterpart; 0 as `bring` returns false.
+    std::int32_t bringTarget(RowRef row);
     bool isRefused() const { return m_refused; }
     /// Why the target refused a row, where that is known: one sentence.
     const std::string& refusal() const { return m_refusal; }
