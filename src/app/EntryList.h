@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/RowChoice.h"
+#include "session/KorDSMEditedList.h"
 
 #include <memory>
 #include <optional>
@@ -22,25 +23,31 @@ public:
     /// The kinds of records that have one, with commas.
     static KorString owners();
 
-    virtual ~EntryList() = default;
+    explicit EntryList(std::unique_ptr<KorDSMEditedList> list) : m_list(std::move(list)) {}
 
-    virtual std::vector<Entry> entries() const = 0;
+    std::vector<Entry> entries() const;
     /// The table of the columns below.
-    virtual const TableSchema& table() const = 0;
+    const TableSchema& table() const { return m_list->table(); }
     /// The columns that entries have; the first one is what a value without a column means.
-    virtual std::vector<const Column*> columns() const = 0;
+    std::vector<const Column*> columns() const;
     /// Whether an entry can stand without a value in its first column.
-    virtual bool canBeEmpty() const = 0;
+    bool canBeEmpty() const { return m_list->canBeEmpty(); }
     /// Whether entries have an order; otherwise they stand as they were made, and cannot be moved.
-    virtual bool isOrdered() const = 0;
+    bool isOrdered() const { return m_list->isOrdered(); }
 
     /// Puts an entry in; its first column has the value where one is given.
-    virtual KorString add(std::size_t place, const std::optional<KorString>& first) = 0;
-    virtual KorString remove(std::size_t place) = 0;
-    virtual KorString move(std::size_t from, std::size_t to) = 0;
-    virtual KorString set(std::size_t place, const Column& column, const KorString& value) = 0;
+    KorString add(std::size_t place, const std::optional<KorString>& first);
+    KorString remove(std::size_t place);
+    KorString move(std::size_t from, std::size_t to);
+    KorString set(std::size_t place, const Column& column, const KorString& value);
 
     /// The place that a user names: 1 for the first one, or its name, or what its first column says. Nothing,
     /// with a sentence for the user, where there is none or several.
     std::optional<std::size_t> find(const KorString& named, KorString& error) const;
+
+private:
+    std::int32_t keyAt(std::size_t place) const { return m_list->keys()[place]; }
+    KorString whyListed(const Column& column, const KorString& value, std::int32_t exceptKey) const;
+
+    std::unique_ptr<KorDSMEditedList> m_list;
 };

@@ -1,6 +1,7 @@
 #include "pages/PartClipboard.h"
 
 #include "controls/KorQt.h"
+#include "session/KorDSMCopiedRows.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -8,8 +9,8 @@
 
 namespace {
 
-QString formatOf(const KorDSMPartList& list) {
-    return QStringLiteral("application/x-detail-style-rows.") + QString::fromStdString(list.table().name);
+QString formatOf(const KorDSMEditedList& list) {
+    return QStringLiteral("application/x-detail-style-rows.") + toQt(KorDSMCopiedRows::kindOf(list));
 }
 
 const QMimeData* held() {
@@ -18,18 +19,22 @@ const QMimeData* held() {
 
 } // namespace
 
-void PartClipboard::put(const KorDSMPartList& list, const KorDSMPartList::Keys& rows) {
-    const QString text = toQt(list.textOf(rows));
+KorString PartClipboard::put(const KorDSMEditedList& list, const KorDSMEditedList::Keys& rows) {
+    const Result<KorString> copied = KorDSMCopiedRows::textOf(list, rows);
+    if (!copied)
+        return KorString(copied.error);
     auto* data = new QMimeData;
-    data->setData(formatOf(list), text.toUtf8());
-    data->setText(text);
+    data->setData(formatOf(list), QByteArray::fromStdString(copied.value.toStdString()));
+    data->setText(toQt(list.textOf(rows)));
     QGuiApplication::clipboard()->setMimeData(data);
+    return {};
 }
 
-bool PartClipboard::holds(const KorDSMPartList& list) {
+bool PartClipboard::holds(const KorDSMEditedList& list) {
     return held() && held()->hasFormat(formatOf(list));
 }
 
-KorString PartClipboard::take(const KorDSMPartList& list) {
-    return holds(list) ? fromQt(QString::fromUtf8(held()->data(formatOf(list)))) : KorString();
+std::unique_ptr<KorDSMCopiedRows> PartClipboard::take(const KorDSMEditedList& list) {
+    return holds(list) ? KorDSMCopiedRows::read(KorString(held()->data(formatOf(list)).toStdString()), list)
+                       : nullptr;
 }

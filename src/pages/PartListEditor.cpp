@@ -10,7 +10,9 @@
 #include "operations/CurrentRows.h"
 #include "pages/KorDSMPage.h"
 #include "pages/PartClipboard.h"
+#include "pages/PartListCommands.h"
 #include "pages/RecordButtons.h"
+#include "pages/RestRow.h"
 #include "pages/SelectionFills.h"
 #include "services/Prompts.h"
 #include "session/KorDSMQualifierWords.h"
@@ -26,7 +28,6 @@
 #include <QToolButton>
 
 #include <algorithm>
-#include <limits>
 #include <map>
 
 namespace {
@@ -36,7 +37,8 @@ constexpr int kLeastRowsShown = 4;
 constexpr int kGoTo = 583; // "Go to "%s""
 constexpr int kNewFor = 625;
 constexpr int kCopyFor = 626;
-constexpr int kAll = std::numeric_limits<int>::max() / 2;
+constexpr int kPasteOnly = 767;
+constexpr int kView = 774;
 
 // Tables whose rows are chosen from a tree of their groups.
 const std::map<eTableType, SelectionFills::eFill>& trees() {
@@ -44,13 +46,15 @@ const std::map<eTableType, SelectionFills::eFill>& trees() {
         {kTableQualifierSet, SelectionFills::kQualifierSets},
         {kTableAnnotationStrategy, SelectionFills::kAnnotationStrategies},
         {kTableDimRequest, SelectionFills::kDimRequests},
+        {kTableViewRequest, SelectionFills::kViewRequests},
     };
     return trees;
 }
 
 // What stands above the list.
 KorString headOf(eTableType parts) {
-    static const std::map<eTableType, int> heads = {{kTableReprMapEntry, 579}, {kTableDimStrategyItem, 586}};
+    static const std::map<eTableType, int> heads = {
+        {kTableReprMapEntry, 579}, {kTableDimStrategyItem, 586}, {kTableDetailStyle, 773}};
     const auto head = heads.find(parts);
     return head == heads.end() ? KorDSMValueText::tableCaption(*findTable(parts))
                                : Prompts::dsm(head->second);
@@ -75,54 +79,6 @@ std::vector<KorString> choicesOf(const TableSchema& table, const Column& column)
 
 } // namespace
 
-struct PartListEditor::Command {
-    int button;
-    int bitmap;
-    int prompt;
-    QKeySequence key;
-    bool needsRows;
-    bool needsOrder;
-    bool onlyReads;
-    KorDSMPartList::Outcome (*act)(KorDSMPartList& list, const KorDSMPartList::Keys& rows);
-};
-
-const std::vector<PartListEditor::Command>& PartListEditor::commands() {
-    using List = KorDSMPartList;
-    static const std::vector<Command> commands = {
-        {1, 1701, 571, Qt::Key_Insert, false, false, false,
-         [](List& list, const List::Keys& rows) { return list.add(rows.empty() ? 0 : rows.back()); }},
-        {2, 1702, 572, Qt::Key_Delete, true, false, false,
-         [](List& list, const List::Keys& rows) { return list.remove(rows); }},
-        {3, 1043, 573, Qt::CTRL | Qt::Key_D, true, false, false,
-         [](List& list, const List::Keys& rows) { return list.duplicate(rows); }},
-        {8, 0, 576, Qt::CTRL | Qt::Key_X, true, false, false,
-         [](List& list, const List::Keys& rows) {
-             PartClipboard::put(list, rows);
-             return list.remove(rows);
-         }},
-        {9, 0, 577, Qt::CTRL | Qt::Key_C, true, false, true,
-         [](List& list, const List::Keys& rows) {
-             PartClipboard::put(list, rows);
-             return List::Outcome{{WriteResult::kUnchanged}, rows};
-         }},
-        {10, 0, 578, Qt::CTRL | Qt::Key_V, false, false, false,
-         [](List& list, const List::Keys& rows) {
-             const KorString text = PartClipboard::take(list);
-             return text.isEmpty() ? List::Outcome{{WriteResult::kUnchanged}, rows}
-                                   : list.paste(rows.empty() ? 0 : rows.back(), text);
-         }},
-        {4, 1703, 574, Qt::ALT | Qt::Key_Up, true, true, false,
-         [](List& list, const List::Keys& rows) { return list.moveBy(rows, -1); }},
-        {5, 1704, 575, Qt::ALT | Qt::Key_Down, true, true, false,
-         [](List& list, const List::Keys& rows) { return list.moveBy(rows, 1); }},
-        {6, 0, 584, Qt::ALT | Qt::Key_Home, true, true, false,
-         [](List& list, const List::Keys& rows) { return list.moveTo(rows, 0); }},
-        {7, 0, 585, Qt::ALT | Qt::Key_End, true, true, false,
-         [](List& list, const List::Keys& rows) { return list.moveTo(rows, kAll); }},
-    };
-    return commands;
-}
-
 PartListEditor::PartListEditor(KorDSMPage& page, eTableType parts)
     : m_page(page), m_parts(parts), m_grid(new KorMFCGridCtrl), m_buttons(new KorButtonGroup),
       m_head(new QLabel) {
@@ -135,6 +91,8 @@ PartListEditor::PartListEditor(KorDSMPage& page, eTableType parts)
     line->addWidget(m_buttons);
     lines->addLayout(line);
     lines->addWidget(m_grid);
+    if (RestRow::isFor(parts))
+        lines->addWidget(m_rest = new RestRow(page, parts));
     setUpCommands();
     m_grid->setSelectsSeveral(true);
     m_grid->setOpensRows(true);
@@ -152,7 +110,7 @@ PartListEditor::PartListEditor(KorDSMPage& page, eTableType parts)
 
 void PartListEditor::setUpCommands() {
     m_buttons->setIconSize({16, 16});
-    for (const Command& command : commands()) {
+    for (const PartListCommand& command : PartListCommand::all()) {
         if (command.bitmap == 0)
             continue;
         const KorString text = Prompts::dsm(command.prompt);
@@ -160,7 +118,7 @@ void PartListEditor::setUpCommands() {
         m_buttons->setButtonText(command.button, text, command.key);
     }
     connect(m_buttons, &KorButtonGroup::buttonPressed, this, [this](int id) {
-        for (const Command& command : commands())
+        for (const PartListCommand& command : PartListCommand::all())
             if (command.button == id)
                 run(command);
     });
@@ -168,7 +126,7 @@ void PartListEditor::setUpCommands() {
 
 std::vector<const Column*> PartListEditor::shownColumns() const {
     std::vector<const Column*> columns = m_list->cells();
-    if (KorDSMFamilies::of(m_parts))
+    if (m_list->hasNames() && KorDSMFamilies::of(m_parts))
         columns.insert(columns.begin(), m_list->table().column(1));
     return columns;
 }
@@ -179,14 +137,17 @@ void PartListEditor::setUpColumns() {
     m_head->setText(toQt(headOf(m_parts)));
     m_grid->setAccessibleName(toQt(headOf(m_parts)));
     for (const Column* column : m_columns) {
-        const int place =
-            m_grid->insertColumn(KorDSMValueText::captionWithUnit(table, *column), kindOf(*column));
+        const int place = m_grid->insertColumn(
+            m_list->hasNames() ? KorDSMValueText::captionWithUnit(table, *column) : Prompts::dsm(kView),
+            kindOf(*column));
         const auto tree = trees().find(column->isReference() ? column->target : kNoTable);
         if (tree != trees().end())
-            m_grid->setColumnTree(place, [fill = tree->second](VELComboTree& combo) {
-                SelectionFills::fill(fill, combo);
-                combo.addEntry(KorDSMValueText::nothing());
-            });
+            m_grid->setColumnTree(
+                place, [fill = tree->second, canBeEmpty = m_list->canBeEmpty()](VELComboTree& combo) {
+                    SelectionFills::fill(fill, combo);
+                    if (canBeEmpty)
+                        combo.addEntry(KorDSMValueText::nothing());
+                });
     }
     m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_grid->setRowsMovable(m_list->isOrdered());
@@ -196,7 +157,7 @@ void PartListEditor::setUpColumns() {
 
 void PartListEditor::load(RowRef whole) {
     const bool isOther = !m_list || m_list->whole() != whole;
-    m_list.emplace(CurrentRows::source(), whole, m_parts);
+    m_list = KorDSMEditedList::of(CurrentRows::source(), whole, m_parts);
     if (m_columns.empty())
         setUpColumns();
     if (isOther)
@@ -206,14 +167,21 @@ void PartListEditor::load(RowRef whole) {
             !trees().contains(m_columns[i]->isReference() ? m_columns[i]->target : kNoTable))
             m_grid->setColumnChoices(static_cast<int>(i), choicesOf(m_list->table(), *m_columns[i]));
     fill();
+    if (m_rest)
+        m_rest->load(whole);
 }
 
-std::vector<KorString> PartListEditor::textsOf(const StructRecord& row) const {
+std::int32_t PartListEditor::referenceAt(int row, const Column& column) const {
+    return static_cast<std::int32_t>(
+        std::get<std::int64_t>(m_list->value(m_keys[static_cast<std::size_t>(row)], column)));
+}
+
+std::vector<KorString> PartListEditor::textsOf(std::int32_t key) const {
     std::vector<KorString> texts;
     for (const Column* column : m_columns)
         texts.push_back(column->kind == eColumnKind::kFlag
-                            ? KorString(column->integerIn(&row) != 0 ? "1" : "0")
-                            : KorDSMValueText::toText(m_list->table(), *column, row));
+                            ? KorString(m_list->value(key, *column) != CellValue(std::int64_t{0}) ? "1" : "0")
+                            : m_list->text(key, *column));
     return texts;
 }
 
@@ -221,7 +189,7 @@ void PartListEditor::fill() {
     m_grid->deleteAllRows();
     m_keys = m_list->keys();
     for (const std::int32_t key : m_keys)
-        m_grid->addRow(textsOf(*m_list->row(key)));
+        m_grid->addRow(textsOf(key));
     const int rows = std::clamp(m_grid->rowCount(), kLeastRowsShown, kMostRowsShown);
     m_grid->setFixedHeight(m_grid->horizontalHeader()->sizeHint().height() +
                            rows * m_grid->verticalHeader()->defaultSectionSize() + 2 * m_grid->frameWidth() +
@@ -246,12 +214,12 @@ void PartListEditor::explain() {
         if (m_columns[column]->isReference() && m_columns[column]->target == kTableQualifierSet)
             for (int row = 0; row < m_grid->rowCount(); ++row)
                 m_grid->item(row, static_cast<int>(column))
-                    ->setToolTip(toQt(KorDSMQualifierWords::sentenceOf(
-                        m_columns[column]->integerIn(m_list->row(m_keys[static_cast<std::size_t>(row)])))));
+                    ->setToolTip(
+                        toQt(KorDSMQualifierWords::sentenceOf(referenceAt(row, *m_columns[column]))));
 }
 
-KorDSMPartList::Keys PartListEditor::selected() const {
-    KorDSMPartList::Keys keys;
+KorDSMEditedList::Keys PartListEditor::selected() const {
+    KorDSMEditedList::Keys keys;
     for (const int row : m_grid->selectedRows())
         keys.push_back(m_keys[static_cast<std::size_t>(row)]);
     return keys;
@@ -262,26 +230,26 @@ void PartListEditor::enable() {
     updateCommands();
 }
 
-bool PartListEditor::canDo(const Command& command) const {
+bool PartListEditor::canDo(const PartListCommand& command) const {
     return m_list && (command.onlyReads || m_page.isEditable()) &&
            (!command.needsRows || !m_grid->selectedRows().empty()) &&
            (!command.needsOrder || m_list->isOrdered());
 }
 
 void PartListEditor::updateCommands() {
-    for (const Command& command : commands())
+    for (const PartListCommand& command : PartListCommand::all())
         if (m_buttons->button(command.button))
             m_buttons->enableButton(command.button, canDo(command));
 }
 
-void PartListEditor::run(const Command& command) {
+void PartListEditor::run(const PartListCommand& command) {
     m_grid->commitEdit();
     if (canDo(command))
-        finish(command.act(*m_list, selected()));
+        finish(command.act(*m_list, selected(), *window()));
 }
 
 // The window follows with the trees, which loads the page anew.
-void PartListEditor::finish(KorDSMPartList::Outcome outcome) {
+void PartListEditor::finish(KorDSMEditedList::Outcome outcome) {
     if (outcome.isFailed() && !outcome.isTold)
         refuse(outcome.error);
     m_selected = outcome.isStored() ? outcome.selected : selected();
@@ -300,7 +268,7 @@ void PartListEditor::refuse(const KorString& sentence) {
 }
 
 void PartListEditor::showRow(int row) {
-    const std::vector<KorString> texts = textsOf(*m_list->row(m_keys[static_cast<std::size_t>(row)]));
+    const std::vector<KorString> texts = textsOf(m_keys[static_cast<std::size_t>(row)]);
     for (std::size_t i = 0; i < texts.size(); ++i)
         if (m_columns[i]->kind == eColumnKind::kFlag)
             m_grid->setCellCheck(row, static_cast<int>(i), texts[i] == "1");
@@ -324,11 +292,11 @@ void PartListEditor::onCellEdited(int row, int column) {
     // A cell of several selected rows is set in all of them; a name is the row's own.
     m_selected = selected();
     const bool isSelected = std::ranges::find(m_selected, key) != m_selected.end();
-    const auto written = isSelected && edited.number != 1 ? m_selected : KorDSMPartList::Keys{key};
+    const auto written = isSelected && edited.number != 1 ? m_selected : KorDSMEditedList::Keys{key};
     const bool isChange = std::ranges::any_of(
-        written, [&](std::int32_t each) { return edited.read(m_list->row(each)) != parsed.value; });
-    const KorDSMPartList::Outcome outcome =
-        isChange ? m_list->set(written, edited, parsed.value) : KorDSMPartList::Outcome();
+        written, [&](std::int32_t each) { return m_list->value(each, edited) != parsed.value; });
+    const KorDSMEditedList::Outcome outcome =
+        isChange ? m_list->set(written, edited, parsed.value) : KorDSMEditedList::Outcome();
     if (outcome.isFailed() && !outcome.isTold)
         refuse(outcome.error);
     for (int each = 0; each < m_grid->rowCount(); ++each)
@@ -345,9 +313,8 @@ void PartListEditor::open(int row, int column) {
     const Column& opened = *m_columns[static_cast<std::size_t>(column)];
     const std::int32_t key = m_keys[static_cast<std::size_t>(row)];
     DsmGoToRecord message;
-    message.row = {m_parts, key};
-    if (opened.isReference())
-        message.row = {opened.target, opened.integerIn(m_list->row(key))};
+    message.row =
+        opened.isReference() ? RowRef{opened.target, referenceAt(row, opened)} : m_list->record(key);
     message.source = CurrentRows::source();
     KorDSMMainWindow::sendMessage(message);
 }
@@ -356,14 +323,27 @@ bool PartListEditor::eventFilter(QObject* watched, QEvent* event) {
     if (watched != m_grid || (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride))
         return QWidget::eventFilter(watched, event);
     const auto* key = static_cast<QKeyEvent*>(event);
-    const auto command = std::ranges::find(commands(), QKeySequence(key->keyCombination()), &Command::key);
-    if (command == commands().end())
+    const auto command =
+        std::ranges::find(PartListCommand::all(), QKeySequence(key->keyCombination()), &PartListCommand::key);
+    if (command == PartListCommand::all().end())
         return QWidget::eventFilter(watched, event);
     // The keys are the list's also where the window has them for something else.
     event->accept();
     if (event->type() == QEvent::KeyPress)
         run(*command);
     return true;
+}
+
+// One aspect of copied rows alone, for the selected ones.
+void PartListEditor::addPasteOnly(QMenu& menu) {
+    if (!m_list->hasNames())
+        return;
+    QMenu* only = menu.addMenu(toQt(Prompts::dsm(kPasteOnly)));
+    only->setEnabled(m_page.isEditable() && !m_grid->selectedRows().empty() && PartClipboard::holds(*m_list));
+    for (const Column* column : m_list->cells())
+        only->addAction(toQt(KorDSMValueText::columnCaption(m_list->table(), *column)), this, [this, column] {
+            finish(PartListCommand::pasteColumn(*m_list, selected(), *column, *window()));
+        });
 }
 
 void PartListEditor::showMenu(const QPoint& position) {
@@ -373,9 +353,9 @@ void PartListEditor::showMenu(const QPoint& position) {
         const KorString name = m_grid->getCellText(cell.row(), cell.column());
         menu.addAction(toQt(KorString::format(Prompts::dsm(kGoTo), {KorDSMValueText::shortName(name)})), this,
                        [this, cell] { open(cell.row(), cell.column()); });
-        const KorDSMRecordUse::Use use{{m_parts, m_keys[static_cast<std::size_t>(cell.row())]},
-                                       m_columns[static_cast<std::size_t>(cell.column())],
-                                       {}};
+        const auto [user, column] = m_list->cell(m_keys[static_cast<std::size_t>(cell.row())],
+                                                 *m_columns[static_cast<std::size_t>(cell.column())]);
+        const KorDSMRecordUse::Use use{user, column, {}};
         if (RecordButtons::areFor(*use.column) && m_page.isEditable()) {
             menu.addAction(toQt(Prompts::dsm(kNewFor)), this,
                            [this, use] { RecordButtons::makeFor(m_page, use); });
@@ -384,11 +364,12 @@ void PartListEditor::showMenu(const QPoint& position) {
         }
         menu.addSeparator();
     }
-    for (const Command& command : commands()) {
+    for (const PartListCommand& command : PartListCommand::all()) {
         QAction* action =
             menu.addAction(toQt(Prompts::dsm(command.prompt)), this, [this, &command] { run(command); });
         action->setShortcut(command.key);
         action->setEnabled(canDo(command));
     }
+    addPasteOnly(menu);
     menu.exec(m_grid->viewport()->mapToGlobal(position));
 }

@@ -4,18 +4,20 @@
 
 #include <QWidget>
 
-#include <functional>
-#include <optional>
+#include <memory>
 
 class KorButtonGroup;
 class KorDSMPage;
 class KorMFCGridCtrl;
 class QLabel;
 class QMenu;
+class RestRow;
+struct PartListCommand;
 
-/// The parts of the page's record as a list that is edited where it stands. Buttons, keys and the context
-/// menu do the same: Ins adds behind the selected row, Del removes, Ctrl+D duplicates, Alt and the arrow
-/// keys, Home or End move, and rows can be dragged; Enter or a double click goes to what a cell names.
+/// The parts of the page's record, or the views of a style, as a list that is edited where it stands.
+/// Buttons, keys and the context menu do the same: Ins adds behind the selected row, Del removes, Ctrl+D
+/// duplicates, Alt and the arrow keys, Home or End move, and rows can be dragged; Enter or a double click
+/// goes to what a cell names.
 class PartListEditor : public QWidget {
     Q_OBJECT
 
@@ -29,39 +31,39 @@ public:
     void enable();
 
     /// The rows that are selected, from the top down.
-    KorDSMPartList::Keys selected() const;
+    KorDSMEditedList::Keys selected() const;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    struct Command;
-    static const std::vector<Command>& commands();
-
     void setUpColumns();
     void setUpCommands();
     void fill();
     void explain();
-    std::vector<KorString> textsOf(const StructRecord& row) const;
+    std::vector<KorString> textsOf(std::int32_t key) const;
+    std::int32_t referenceAt(int row, const Column& column) const;
     void updateCommands();
-    bool canDo(const Command& command) const;
-    void run(const Command& command);
-    void finish(KorDSMPartList::Outcome outcome);
+    bool canDo(const PartListCommand& command) const;
+    void run(const PartListCommand& command);
+    void finish(KorDSMEditedList::Outcome outcome);
     void refuse(const KorString& sentence);
     void showRow(int row);
     void onCellEdited(int row, int column);
     void open(int row, int column);
+    void addPasteOnly(QMenu& menu);
     void showMenu(const QPoint& position);
     /// The columns with the name in front where users know the rows by it.
     std::vector<const Column*> shownColumns() const;
 
     KorDSMPage& m_page;
     const eTableType m_parts;
-    std::optional<KorDSMPartList> m_list;
+    std::unique_ptr<KorDSMEditedList> m_list;
     std::vector<const Column*> m_columns;
     KorMFCGridCtrl* m_grid;
     KorButtonGroup* m_buttons;
     QLabel* m_head;
-    KorDSMPartList::Keys m_keys;     // of the rows shown
-    KorDSMPartList::Keys m_selected; // to be selected when the page is loaded again
+    RestRow* m_rest = nullptr;         // of a list that has one
+    KorDSMEditedList::Keys m_keys;     // of the rows shown
+    KorDSMEditedList::Keys m_selected; // to be selected when the page is loaded again
 };

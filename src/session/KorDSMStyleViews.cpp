@@ -1,89 +1,39 @@
 #include "session/KorDSMStyleViews.h"
 
-#include "operations/KorDetStructureUtilities.h"
-#include "operations/KorOdbcGUI.h"
 #include "operations/KorOdbcMan.h"
-#include "session/ItemCommandParts.h"
-#include "session/KorDSMGuardedWrite.h"
-#include "session/KorDSMRecordCommands.h"
+#include "session/KorDSMItemSource.h"
 #include "session/KorDSMTwins.h"
-#include "session/PendingGroup.h"
-
-#include <algorithm>
 
 namespace KorDSMStyleViews {
 
 namespace {
 
-constexpr int kViewsOf = 248; // "change of the views of "%s""
-
-Views withoutGaps(const StructDetailStyle& style) {
-    Views views;
-    for (const std::int32_t key : style.viewRequests)
-        if (key > 0)
-            views.push_back(key);
-    return views;
+KorDSMViewList listOf(const KorDsmDetailStyleItem& style) {
+    return {KorDSMItemSource::sourceOf(&style), style.recordKey()};
 }
 
-Views viewsOf(const KorDsmDetailStyleItem& style) {
-    return withoutGaps(style.getRecord());
+// The row of a view in that list; 0 for the style itself, behind which something is added at the end.
+std::int32_t rowOf(const KorDSMDatabaseItem& item, const KorDsmDetailStyleItem& style) {
+    const int slot = slotOf(item);
+    return slot < 0 ? 0 : listOf(style).keyOfSlot(slot);
 }
 
-const StructDetailStyle& styleAt(SourceId source, std::int32_t key) {
-    return static_cast<const StructDetailStyle&>(
-        *StyleDatabases::current().source(source)->table(kTableDetailStyle).find(KorOdbcKey(key)));
-}
-
-// The place of a view in that order.
-int placeOf(const KorDSMDatabaseItem& view, const KorDsmDetailStyleItem& style) {
-    const auto& slots = style.getRecord().viewRequests;
-    const int slot = slotOf(view);
-    return slot < 0 ? -1
-                    : static_cast<int>(std::count_if(slots.begin(), slots.begin() + slot,
-                                                     [](std::int32_t key) { return key > 0; }));
-}
-
-std::vector<KorDSMRowChange> write(KorDsmDetailStyleItem& style, const Views& views) {
-    const ItemCommandParts::SourceRequest source(style);
-    const auto changes = setViews(KorDSMItemSource::sourceOf(&style), style.recordKey(), views);
-    if (!changes.empty())
-        KorDSMTwins::recordWritten(style);
-    return changes;
+// Does a command on the list of the item's style, if it has one.
+template <typename Command>
+std::vector<KorDSMRowChange> onList(KorDSMDatabaseItem& item, KorString* error, Command command) {
+    KorDsmDetailStyleItem* style = styleOf(item);
+    if (!style)
+        return {};
+    KorDSMViewList list = listOf(*style);
+    KorDSMEditedList::Outcome outcome = command(list, rowOf(item, *style));
+    if (error && !outcome.isTold)
+        *error = KorString(outcome.error);
+    if (!outcome.changes.empty())
+        KorDSMTwins::recordWritten(*style);
+    return std::move(outcome.changes);
 }
 
 } // namespace
-
-Views viewsOf(SourceId source, std::int32_t style) {
-    return withoutGaps(styleAt(source, style));
-}
-
-std::size_t mostViews() {
-    return StructDetailStyle().viewRequests.size();
-}
-
-// All slots that change, or none.
-std::vector<KorDSMRowChange> setViews(SourceId source, std::int32_t style, const Views& views) {
-    const KorDSNRequest request(source.dsn, source.index);
-    const auto before = styleAt(source, style).viewRequests;
-    const TableSchema& table = *findTable(kTableDetailStyle);
-    KorDSMRowChange change{source, {kTableDetailStyle, style}, {}, {}, {}};
-    PendingGroup group(ItemCommandParts::label(kViewsOf, styleAt(source, style).name));
-    for (std::size_t slot = 0; slot < before.size(); ++slot) {
-        const std::int32_t key = slot < views.size() ? views[slot] : 0;
-        if (key == before[slot])
-            continue;
-        const int column = KorOdbcMan::m_numberOfColumns[kTableDetailStyle] + static_cast<int>(slot);
-        if (!KorDSMGuardedWrite::setField(kTableDetailStyle, KorOdbcKey(style), column, std::int64_t{key})
-                 .isStored()) {
-            group.takeBack();
-            return {};
-        }
-        change.columns.push_back(table.column(column));
-    }
-    if (change.columns.empty())
-        return {};
-    return {change};
-}
 
 KorDsmDetailStyleItem* styleOf(KorDSMDatabaseItem& item) {
     if (auto* style = dynamic_cast<KorDsmDetailStyleItem*>(&item))
@@ -113,67 +63,36 @@ int slotOf(const KorDSMDatabaseItem& view) {
     return -1;
 }
 
-std::vector<KorString> candidates() {
-    KorArray<KorString> names;
-    KorOdbcGUI::getDetViewRequestList(names);
-    std::vector<KorString> sorted(names.begin(), names.end());
-    std::ranges::sort(sorted, KorDetStructureUtilities::isNameBefore);
-    return sorted;
+KorString whyFull(KorDSMDatabaseItem& item) {
+    const KorDsmDetailStyleItem* style = styleOf(item);
+    return style ? listOf(*style).whyFull(1) : KorString();
 }
 
-bool hasRoom(const KorDsmDetailStyleItem& style) {
-    return viewsOf(style).size() < mostViews();
-}
-
-std::vector<KorDSMRowChange> addView(KorDSMDatabaseItem& item, const KorString& name) {
-    KorDsmDetailStyleItem* style = styleOf(item);
-    StructDetViewRequest view;
-    if (!style || !hasRoom(*style) || KorOdbcGUI::getDetViewRequest(name, view) != 1)
-        return {};
-    Views views = viewsOf(*style);
-    const int place = placeOf(item, *style);
-    views.insert(place < 0 ? views.end() : views.begin() + place + 1, view.key);
-    return write(*style, views);
-}
-
-std::vector<KorDSMRowChange> addNewView(KorDSMDatabaseItem& item, const KorString& name, KorString& error) {
-    const ItemCommandParts::SourceRequest source(item);
-    PendingGroup group({});
-    const auto made =
-        KorDSMRecordCommands::create(KorDSMItemSource::sourceOf(&item), kTableViewRequest, name, 0);
-    error = KorString(made.error);
-    if (!made.isStored() || addView(item, name).empty()) {
-        group.takeBack();
-        return {};
-    }
-    return KorDSMUndo::changesSince(group.begin());
+std::vector<KorDSMRowChange> add(KorDSMDatabaseItem& item, const KorDSMViewList::Wish& wish,
+                                 KorString& error) {
+    return onList(item, &error,
+                  [&](KorDSMViewList& list, std::int32_t row) { return list.addView(row, wish); });
 }
 
 std::vector<KorDSMRowChange> removeView(KorDSMDatabaseItem& view) {
     if (slotOf(view) < 0)
         return {};
-    KorDsmDetailStyleItem& style = *styleOf(view);
-    Views views = viewsOf(style);
-    views.erase(views.begin() + placeOf(view, style));
-    return write(style, views);
+    return onList(view, nullptr, [](KorDSMViewList& list, std::int32_t row) { return list.remove({row}); });
 }
 
 bool canMove(const KorDSMDatabaseItem& view, int step) {
     if (slotOf(view) < 0)
         return false;
     const auto& style = static_cast<const KorDsmDetailStyleItem&>(*view.parent());
-    const int place = placeOf(view, style) + step;
-    return place >= 0 && place < static_cast<int>(viewsOf(style).size());
+    const auto row = static_cast<std::size_t>(rowOf(view, style) + step);
+    return row >= 1 && row <= listOf(style).keys().size();
 }
 
 std::vector<KorDSMRowChange> moveView(KorDSMDatabaseItem& view, int step) {
     if (!canMove(view, step))
         return {};
-    KorDsmDetailStyleItem& style = *styleOf(view);
-    Views views = viewsOf(style);
-    const int place = placeOf(view, style);
-    std::iter_swap(views.begin() + place, views.begin() + place + step);
-    return write(style, views);
+    return onList(view, nullptr,
+                  [step](KorDSMViewList& list, std::int32_t row) { return list.moveBy({row}, step); });
 }
 
 } // namespace KorDSMStyleViews

@@ -2,13 +2,13 @@
 
 #include "controls/KorQt.h"
 #include "dialogs/NewRecordQuestion.h"
+#include "pages/ViewQuestion.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMStyleViews.h"
 #include "shell/Refusal.h"
 #include "shell/WindowRefresh.h"
 
-#include <QInputDialog>
 #include <QMenu>
 
 namespace {
@@ -18,8 +18,6 @@ constexpr int kNew = 629; // "New view..."
 constexpr int kRemove = 268;
 constexpr int kMoveUp = 269;
 constexpr int kMoveDown = 270;
-constexpr int kView = 271;
-constexpr int kNoRoom = 272; // "A detail style can have no more than %d views."
 
 } // namespace
 
@@ -31,7 +29,7 @@ void ViewCommands::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
     if (!KorDSMStyleViews::canChange(item))
         return;
     menu.addSeparator();
-    menu.addAction(toQt(Prompts::dsm(kAdd)), this, [this, &item] { add(item); });
+    menu.addAction(toQt(Prompts::dsm(kAdd)), this, [this, &item] { addChosen(item); });
     menu.addAction(toQt(Prompts::dsm(kNew)), this, [this, &item] { addNew(item); });
     if (KorDSMStyleViews::slotOf(item) < 0)
         return;
@@ -48,24 +46,17 @@ void ViewCommands::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
 }
 
 bool ViewCommands::hasRoom(KorDSMDatabaseItem& item) {
-    if (KorDSMStyleViews::hasRoom(*KorDSMStyleViews::styleOf(item)))
-        return true;
-    refuse(&m_window,
-           KorString::format(Prompts::dsm(kNoRoom), {KorString::number(StructDetailStyle::kViewSlots)}));
-    return false;
+    const KorString full = KorDSMStyleViews::whyFull(item);
+    if (!full.isEmpty())
+        refuse(&m_window, full);
+    return full.isEmpty();
 }
 
 void ViewCommands::addNew(KorDSMDatabaseItem& item) {
     if (!hasRoom(item))
         return;
-    const auto wanted = askForNewRecord(kTableViewRequest, KorDSMItemSource::sourceOf(&item), &m_window);
-    if (!wanted)
-        return;
-    const int place = placeBehind(item);
-    KorString error;
-    show(item, KorDSMStyleViews::addNewView(item, wanted->name, error), place);
-    if (!error.isEmpty())
-        refuse(&m_window, error);
+    if (const auto wanted = askForNewRecord(kTableViewRequest, KorDSMItemSource::sourceOf(&item), &m_window))
+        add(item, {KorDSMViewList::Wish::eWhat::kNew, 0, wanted->name});
 }
 
 int ViewCommands::placeBehind(KorDSMDatabaseItem& item) {
@@ -73,20 +64,19 @@ int ViewCommands::placeBehind(KorDSMDatabaseItem& item) {
     return &item == &style ? style.children().length() : style.children().find(&item) + 1;
 }
 
-void ViewCommands::add(KorDSMDatabaseItem& item) {
+void ViewCommands::addChosen(KorDSMDatabaseItem& item) {
     if (!hasRoom(item))
         return;
-    QStringList names;
-    for (const KorString& name : KorDSMStyleViews::candidates())
-        names << toQt(name);
-    bool chosen = false;
-    QString title = toQt(Prompts::dsm(kAdd));
-    const QString name = QInputDialog::getItem(&m_window, title.remove(u'…').trimmed(),
-                                               toQt(Prompts::dsm(kView)), names, 0, false, &chosen);
-    if (!chosen || name.isEmpty())
-        return;
+    if (const auto wish = askForView(&m_window))
+        add(item, *wish);
+}
+
+void ViewCommands::add(KorDSMDatabaseItem& item, const KorDSMViewList::Wish& wish) {
     const int place = placeBehind(item);
-    show(item, KorDSMStyleViews::addView(item, fromQt(name)), place);
+    KorString error;
+    show(item, KorDSMStyleViews::add(item, wish, error), place);
+    if (!error.isEmpty())
+        refuse(&m_window, error);
 }
 
 // Shows the views of the item's style anew, and selects the one at a place, or the style itself.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/KorDSMUndo.h"
+#include "session/KorDSMStyleViews.h"
 
 #include <QObject>
 
@@ -23,7 +23,8 @@ public:
 
 private:
     bool hasRoom(KorDSMDatabaseItem& item);
-    void add(KorDSMDatabaseItem& item);
+    void addChosen(KorDSMDatabaseItem& item);
+    void add(KorDSMDatabaseItem& item, const KorDSMViewList::Wish& wish);
     void addNew(KorDSMDatabaseItem& item);
     static int placeBehind(KorDSMDatabaseItem& item);
     void show(KorDSMDatabaseItem& item, const std::vector<KorDSMRowChange>& changes, int place);

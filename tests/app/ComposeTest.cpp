@@ -71,7 +71,8 @@ void ComposeTest::compose() {
         {"qualifier", {"Profile name", "Plate purpose"}},
         {"model-role", {"Main part"}},
         {"visibility-status", {"Visible"}},
-        {"linetype", {"HIDDEN"}},
+        {"linetype", {"HIDDEN", "CONTINUOUS"}},
+        {"selection-strategy", {"Whole model"}},
         {"point-type", {"Outline corner"}},
         {"request-type", {"Linear"}},
         {"linear-direction", {"Horizontal"}},
@@ -93,17 +94,20 @@ void ComposeTest::compose() {
           "model_role=Main part"});
     does({"entry", "add", "qualifier-set", "Rails", "--value", "negate=yes", "--value",
           "qualifier=Plate purpose"});
+    does({"new", "qualifier-set", "All", "--in", "Ours"});
+    does({"entry", "add", "qualifier-set", "All", "--value", "Profile name"});
     does({"new", "appearance", "Fine", "--value", "visible_status=Visible", "--value",
-          "hidden_linetype=HIDDEN", "--value", "visible_color=3"});
+          "hidden_linetype=HIDDEN", "--value", "visible_color=3", "--value", "visible_linetype=CONTINUOUS"});
     does({"new", "annotation-type", "Mark", "--value", "annotation_kind=Part mark", "--value",
           "leader_style=Open arrow", "--value", "text_size=3.5"});
     does({"new", "arranger-control", "Near", "--value", "distance=12"});
     does({"new", "annotation-strategy", "Rail mark", "--in", "Ours", "--value", "annotation_type=Mark",
           "--value", "arranger_control=Near"});
     does({"new", "repr-map", "Map"});
-    does({"entry", "add", "repr-map", "Map", "--value", "appearance=Fine", "--value", "name=Rest"});
+    does({"entry", "add", "repr-map", "Map", "--value", "appearance=Fine", "--value", "name=Rest", "--value",
+          "All"});
     does({"entry", "add", "repr-map", "Map", "--value", "Rails", "--value", "annotation_strategy=Rail mark",
-          "--value", "name=Rails", "--at", "1"});
+          "--value", "appearance=Fine", "--value", "name=Rails", "--at", "1"});
 
     does({"new", "point-selection", "Corners", "--value", "qualifier_set=Rails", "--value",
           "point_type=Outline corner"});
@@ -119,7 +123,8 @@ void ComposeTest::compose() {
     does(QStringList{"new", "view-request", "Section", "--in", "Workshop"} + cells);
     does({"set", "view-request", "Front", "dim_strategy", "Along"});
     does({"new", "view-arrange-strategy", "Rows", "--value", "projection=Third angle"});
-    does({"new", "detail-style", "Rail", "--in", "Workshop", "--value", "arrange_strategy=Rows"});
+    does({"new", "detail-style", "Rail", "--in", "Workshop", "--value", "arrange_strategy=Rows", "--value",
+          "object_selection_strategy=Whole model"});
     does({"entry", "add", "detail-style", "Rail", "--value", "Section"});
     does({"entry", "add", "detail-style", "Rail", "--value", "view=Front", "--at", "1"});
     does({"set", "detail-style", "Rail", "title_position", "Below detail"});
@@ -175,7 +180,7 @@ TEST_F(ComposeTest, AStyleIsComposedFromNothingAndIsTheSameWhereItIsImported) {
 
     EXPECT_EQ(run({"export", "Rail", named("rail.dsdb")}).exitCode, 0);
     const auto composed = content();
-    EXPECT_EQ(composed.size(), 26);
+    EXPECT_EQ(composed.size(), 28);
     begin(data());
     does({"import", named("rail.dsdb")});
     const auto imported = content();
@@ -192,6 +197,7 @@ TEST_F(ComposeTest, ADryRunSaysWhatIsThenDoneAndWritesNothing) {
         {"entry", "add", "repr-map", "Map", "--value", "name=Second"},
         {"entry", "move", "repr-map", "Map", "Second", "1"},
         {"entry", "set", "repr-map", "Map", "2", "name", "Last"},
+        {"set", "repr-map", "Map", "hide_unmatched", "yes"},
         {"entry", "remove", "repr-map", "Map", "Second"},
         {"copy", "detail-style", "Column base", "Ours", "--source", "standard"},
         {"copy", "detail-style", "Ours", "Ours alone", "--deep"},
@@ -250,7 +256,7 @@ TEST_F(ComposeTest, WhatIsUsedOrFullStaysAndItsUsersAreNamed) {
     does({"rename", "repr-map", "Map", "Ours", "--shared"});
     for (int i = 2; i < 20; ++i)
         does({"entry", "add", "detail-style", "Rail", "--value", "Front"});
-    refuses({"entry", "add", "detail-style", "Rail", "--value", "Front"}, 1, "20 views at most");
+    refuses({"entry", "add", "detail-style", "Rail", "--value", "Front"}, 1, "no more than 20 views");
     refuses({"entry", "remove", "detail-style", "Rail", "Front"}, 1, "one of 1, 3, 4");
 
     // A deleted style takes its master along, and frees its views; a category the places of views in it.
@@ -284,5 +290,6 @@ TEST_F(ComposeTest, WhatIsMistypedIsAnsweredWithWhatIsMeant) {
             "Nearest, Left, Right, Above, Below");
     refuses({"new", "view-request", "Other", "--value", "1:10"}, 1, "COLUMN=VALUE");
     refuses({"new", "view-request", "Other", "--value", "name=Another"}, 1, "no column \"name\"");
+    refuses({"entry", "add", "view-request", "Front", "--value", "Workshop"}, 1, "\"Workshop\" already");
     refuses({"new", "view-request", "Other", "--in", "Workship"}, 1, "Did you mean \"Workshop\"?");
 }

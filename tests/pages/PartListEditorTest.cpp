@@ -2,13 +2,15 @@
 #include "controls/KorMFCGridCtrl.h"
 #include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
+#include "operations/CurrentRows.h"
 #include "pages/KorDSMPlainPage.h"
 #include "pages/PageFixture.h"
 
 #include <QApplication>
 #include <QClipboard>
+#include <QMenu>
 #include <QMessageBox>
-#include <QMimeData>
+#include <QRadioButton>
 #include <QToolButton>
 
 namespace {
@@ -154,26 +156,88 @@ TEST_F(PartListEditorTest, RowsGoOverTheClipboard) {
     EXPECT_EQ(grid().getCellText(1, 3), "HB mark");
     EXPECT_EQ(grid().selectedRows(), (std::vector{1, 2}));
 
-    // In a list of another kind there is nothing to paste, and what names nothing here is refused whole.
+    // In a list of another kind there is nothing to paste.
     open(item<KorDsmViewDimensioningItem>("HB chain"), 1);
     const int before = grid().rowCount();
     key(Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(grid().rowCount(), before);
+}
+
+TEST_F(PartListEditorTest, RowsOfAnotherSourceAreLinkedOrBringWhatTheyUseAfterAQuestion) {
+    useSource(SourceId::standard());
+    open(item<KorDsmReprMapRuleItem>("Single part"), 0);
+    clickRow(grid(), 0);
+    key(Qt::Key_C, Qt::ControlModifier);
+    const std::string set = grid().getCellText(0, 1).toStdString();
+    useSource(SourceId::user());
+    const auto sets = [this] { return databases.here()->table(kTableQualifierSet).rows().size(); };
+    const auto answer = [](const char* button, QString& asked) {
+        QTimer::singleShot(0, qApp, [button, &asked] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            asked = box->text();
+            for (QAbstractButton* each : box->buttons())
+                if (each->text() == QString::fromUtf8(button))
+                    return each->click();
+            ADD_FAILURE() << "there is no " << button;
+        });
+    };
     open(map, 0);
-    auto* strange = new QMimeData;
-    strange->setData(QStringLiteral("application/x-detail-style-rows.repr_map_entry"),
-                     "Good\tHB holes\tNone\tNone\nBad\tNo such set\tNone\tNone\n");
-    QApplication::clipboard()->setMimeData(strange);
-    QString told;
-    QTimer::singleShot(0, qApp, [&told] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        ASSERT_NE(box, nullptr);
-        told = box->text();
-        box->accept();
-    });
+    clickRow(grid(), 2);
+    const int before = sets();
+    QString asked;
+    answer("Cancel", asked);
     key(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(column(0), "Holes;");
-    EXPECT_TRUE(told.contains(QStringLiteral("No such set"))) << told.toStdString();
+    EXPECT_TRUE(wroteNothing()) << "asking leaves nothing behind";
+    answer("&Copy", asked);
+    key(Qt::Key_V, Qt::ControlModifier);
+    ASSERT_EQ(grid().rowCount(), 4);
+    EXPECT_EQ(grid().getCellText(3, 1).toStdString().substr(0, set.size()), set);
+    EXPECT_TRUE(asked.contains(QStringLiteral("copied along: "))) << asked.toStdString();
+    const int copied = sets();
+    EXPECT_GT(copied, before);
+
+    // What is there now is used, without a question; of another content it may be linked.
+    key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(grid().rowCount(), 5);
+    EXPECT_EQ(sets(), copied);
+    const auto& mine = *CurrentRows::find(kTableQualifierSet, grid().getCellText(4, 1));
+    ASSERT_TRUE(databases.setCell(kTableQualifierSet, KorOdbcKey(mine.key), 4, KorString("Ours")).isStored());
+    answer("&Link", asked);
+    key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(grid().getCellText(5, 1), mine.name);
+    EXPECT_EQ(sets(), copied);
+    EXPECT_TRUE(asked.contains(QStringLiteral("another content: 1"))) << asked.toStdString();
+}
+
+TEST_F(PartListEditorTest, OneAspectOfACopiedRowGoesOntoAllSelectedOnes) {
+    open(map, 0);
+    clickRow(grid(), 0);
+    key(Qt::Key_C, Qt::ControlModifier);
+    const KorString appearance = grid().getCellText(0, 2);
+    const std::string sets = column(1);
+    grid().selectRows({1, 2});
+    QTimer::singleShot(0, qApp, [] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        menu->close();
+        for (QAction* action : menu->actions())
+            if (action->menu())
+                action->menu()->actions().at(1)->trigger();
+    });
+    Q_EMIT grid().customContextMenuRequested(grid().visualItemRect(grid().item(1, 2)).center());
+    EXPECT_EQ(column(2), (appearance + ";" + appearance + ";" + appearance + ";").toStdString());
+    EXPECT_EQ(column(1), sets);
+}
+
+TEST_F(PartListEditorTest, TheLastRowOfAMapSaysWhatBecomesOfTheRest) {
+    open(map, 0);
+    auto& leftOut = control<QRadioButton>(5891);
+    ASSERT_FALSE(leftOut.isChecked());
+    click(5891);
+    EXPECT_TRUE(wroteOnly(map, 3, std::int64_t{1}));
+    takeBack(map);
+    EXPECT_FALSE(leftOut.isChecked());
 }
 
 TEST_F(PartListEditorTest, EnterGoesToWhatACellNames) {
