@@ -64,7 +64,7 @@ constexpr KorDSMFamily kFamilies[] = {
                                     .namePrompt = 33705,
                                     .proposesName = true,
                                     .pageGroup = "DetailStyle",
-                                    .pages = {2001, 2002, 2309, 2003},
+                                    .pages = {2001, 2002, 2309, 2003, 2025},
                                     .isExchanged = true}),
     shownBy<KorDsmDetailStyleCategoryItem>(
         {.icon = 13,

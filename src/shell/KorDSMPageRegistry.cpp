@@ -6,6 +6,7 @@
 #include "pages/KorDSMPageCutViewTitleProperties.h"
 #include "pages/KorDSMPageDetailStylesProperties.h"
 #include "pages/KorDSMPageModelObjectsSelection.h"
+#include "pages/KorDSMPageStyleViews.h"
 #include "pages/KorDSMPageViewCategories.h"
 #include "pages/KorDSMPageViewClipping.h"
 #include "pages/KorDSMPageViewDefinition.h"
@@ -40,6 +41,7 @@ const std::map<int, MakePage>& pageRows() {
         {2005, [](QWidget* owner) { return new KorDSMPageViewProperties(owner); }},
         {2006, [](QWidget* owner) { return new KorDSMPageViewCategories(owner); }},
         {2020, [](QWidget* owner) { return new KorDSMPageCompassPosition(owner); }},
+        {2025, [](QWidget* owner) { return new KorDSMPageStyleViews(owner); }},
         {2309, [](QWidget* owner) { return new KorDSMPageCutViewTitleProperties(owner); }},
     };
     return rows;

@@ -84,7 +84,7 @@ protected:
                 ++visited;
             }
         }
-        EXPECT_EQ(visited, 21);
+        EXPECT_EQ(visited, 22);
     }
     void onEachField(const std::function<void(PageFields&, const PageField&)>& visit) {
         onEachPage([&] {
