@@ -10,7 +10,8 @@
 namespace {
 
 QString formatOf(const KorDSMEditedList& list) {
-    return QStringLiteral("application/x-detail-style-rows.") + toQt(KorDSMCopiedRows::kindOf(list));
+    return QStringLiteral("application/x-detail-style-rows.") +
+           QString::fromStdString(findTable(list.recordTable())->name);
 }
 
 const QMimeData* held() {
@@ -20,7 +21,10 @@ const QMimeData* held() {
 } // namespace
 
 KorString PartClipboard::put(const KorDSMEditedList& list, const KorDSMEditedList::Keys& rows) {
-    const Result<KorString> copied = KorDSMCopiedRows::textOf(list, rows);
+    std::vector<RowRef> records;
+    for (const std::int32_t key : rows)
+        records.push_back(list.record(key));
+    const Result<KorString> copied = KorDSMCopiedRows::textOf(list.source(), records);
     if (!copied)
         return KorString(copied.error);
     auto* data = new QMimeData;
@@ -35,6 +39,7 @@ bool PartClipboard::holds(const KorDSMEditedList& list) {
 }
 
 std::unique_ptr<KorDSMCopiedRows> PartClipboard::take(const KorDSMEditedList& list) {
-    return holds(list) ? KorDSMCopiedRows::read(KorString(held()->data(formatOf(list)).toStdString()), list)
+    return holds(list) ? KorDSMCopiedRows::read(KorString(held()->data(formatOf(list)).toStdString()),
+                                                list.recordTable())
                        : nullptr;
 }

@@ -69,7 +69,8 @@ List::Outcome pasteBy(List& list, const List::Keys& rows, const Column* only, QW
     const std::unique_ptr<KorDSMCopiedRows> copied = PartClipboard::take(list);
     if (!copied)
         return nothingDone(rows);
-    const KorDSMCopiedRows::Comparison comparison = copied->compareWith(list, only);
+    const KorDSMCopiedRows::Comparison comparison =
+        copied->compareWith(list.source(), only ? std::vector{only} : list.cells());
     if (!comparison.error.isEmpty())
         return refused(comparison.error, rows);
     const std::optional<eNamesakes> namesakes = askAbout(comparison, window);

@@ -23,29 +23,18 @@ std::int32_t sameHere(StyleSource& here, FrozenRecords& frozen, RowRef row) {
 
 } // namespace
 
-KorString KorDSMCopiedRows::kindOf(const KorDSMEditedList& list) {
-    const KorString table(list.table().name);
-    return list.hasNames() ? table : table + "." + KorString(list.cells().front()->name);
-}
-
-Result<KorString> KorDSMCopiedRows::textOf(const KorDSMEditedList& list, const KorDSMEditedList::Keys& rows) {
-    StyleSource* source = StyleDatabases::current().source(list.source());
-    std::vector<RowRef> records;
-    for (const std::int32_t key : rows)
-        records.push_back(list.record(key));
-    Result<std::string> text = FrozenRecords::textOf(*source, records);
+Result<KorString> KorDSMCopiedRows::textOf(SourceId source, const std::vector<RowRef>& rows) {
+    Result<std::string> text = FrozenRecords::textOf(*StyleDatabases::current().source(source), rows);
     if (!text)
         return Result<>(text);
     return KorString(text.value);
 }
 
-std::unique_ptr<KorDSMCopiedRows> KorDSMCopiedRows::read(const KorString& text,
-                                                         const KorDSMEditedList& list) {
+std::unique_ptr<KorDSMCopiedRows> KorDSMCopiedRows::read(const KorString& text, eTableType table) {
     std::unique_ptr<FrozenRecords> frozen = FrozenRecords::read(text.view());
-    const Column& first = *list.cells().front();
-    const bool isFor = frozen && (frozen->table() == list.table().type ||
-                                  (!list.canBeEmpty() && frozen->table() == first.target));
-    return isFor ? std::unique_ptr<KorDSMCopiedRows>(new KorDSMCopiedRows(std::move(frozen))) : nullptr;
+    if (!frozen || frozen->table() != table)
+        return nullptr;
+    return std::unique_ptr<KorDSMCopiedRows>(new KorDSMCopiedRows(std::move(frozen)));
 }
 
 // What a copied row uses in a cell: of a record that stands in the list itself, the record.
@@ -86,18 +75,18 @@ WriteResult KorDSMCopiedRows::bring(const std::vector<const Column*>& columns, e
     return {};
 }
 
-KorDSMCopiedRows::Comparison KorDSMCopiedRows::compareWith(const KorDSMEditedList& list, const Column* only) {
+KorDSMCopiedRows::Comparison KorDSMCopiedRows::compareWith(SourceId source,
+                                                           const std::vector<const Column*>& columns) {
     Comparison comparison;
-    const KorDSNRequest request(list.source().dsn, list.source().index);
-    comparison.error = KorDSMItemCommands::whyNotWritable(list.source());
+    const KorDSNRequest request(source.dsn, source.index);
+    comparison.error = KorDSMItemCommands::whyNotWritable(source);
     if (!comparison.error.isEmpty())
         return comparison;
     const PendingLog::Trial trial(StyleDatabases::current().pending());
     PendingGroup group({});
     std::vector<std::vector<CellValue>> values;
     ImportReport report;
-    const WriteResult brought =
-        bring(only ? std::vector{only} : list.cells(), eNamesakes::kKeepBoth, values, report);
+    const WriteResult brought = bring(columns, eNamesakes::kKeepBoth, values, report);
     group.takeBack();
     comparison.error = KorString(brought.error);
     using eFate = ImportReport::Row::eFate;

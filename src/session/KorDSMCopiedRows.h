@@ -2,34 +2,31 @@
 
 #include "data/exchange/ExchangeReport.h"
 #include "data/exchange/FrozenRecords.h"
-#include "session/KorDSMEditedList.h"
+#include "records/WriteResult.h"
 
-#include <map>
+#include <memory>
 
 /// Rows of a list as they were when they were copied, with all that they use: for lists of the same kind,
 /// also in another source or another running editor, after the originals are gone.
 class KorDSMCopiedRows {
 public:
-    /// What is to be kept of rows; fails where their source cannot tell all that they use.
-    static Result<KorString> textOf(const KorDSMEditedList& list, const KorDSMEditedList::Keys& rows);
-    /// What rows of such a list are called: those of one kind can be pasted into all lists of that kind.
-    static KorString kindOf(const KorDSMEditedList& list);
-    /// Reads such a text; null where it is none of rows of such a list.
-    static std::unique_ptr<KorDSMCopiedRows> read(const KorString& text, const KorDSMEditedList& list);
+    /// What is to be kept of rows of one table; fails where their source cannot tell all that they use.
+    static Result<KorString> textOf(SourceId source, const std::vector<RowRef>& rows);
+    /// Reads such a text; null where it is none of rows of this table.
+    static std::unique_ptr<KorDSMCopiedRows> read(const KorString& text, eTableType table);
 
     std::size_t count() const { return m_frozen->rows().size(); }
     KorString name(std::size_t row) const { return m_frozen->rows()[row]->name; }
 
-    /// How many of the records that the rows use the list's source has.
+    /// How many of the records that the rows use another source has.
     struct Comparison {
         int equal = 0;
         int different = 0; ///< of the same name, but with another content
         int missing = 0;
         KorString error = {}; ///< why they cannot be brought at all
     };
-    /// It is found by bringing them, which is taken back without a trace. With a column only what the rows
-    /// use by it.
-    Comparison compareWith(const KorDSMEditedList& list, const Column* only = nullptr);
+    /// It is found by bringing what the rows use by these columns, which is taken back without a trace.
+    Comparison compareWith(SourceId source, const std::vector<const Column*>& columns);
 
     /// Brings what the rows use by these columns into the current source, within the step of a command;
     /// `values` gets, for each row, what its cells are there.

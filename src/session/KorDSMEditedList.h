@@ -51,6 +51,8 @@ public:
     KorString text(std::int32_t key, const Column& column) const;
     /// The record that stands in the list: a part of the whole, or one that it refers to.
     virtual RowRef record(std::int32_t key) const = 0;
+    /// The table of such records.
+    virtual eTableType recordTable() const = 0;
     /// Its name.
     KorString name(std::int32_t key) const;
 

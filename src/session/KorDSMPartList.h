@@ -21,6 +21,7 @@ public:
     Keys keys() const override;
     Cell cell(std::int32_t key, const Column& column) const override;
     RowRef record(std::int32_t key) const override { return {table().type, key}; }
+    eTableType recordTable() const override { return table().type; }
     const StructRecord* row(std::int32_t key) const;
 
 private:

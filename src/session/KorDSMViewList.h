@@ -37,6 +37,7 @@ public:
     Keys keys() const override;
     Cell cell(std::int32_t key, const Column& column) const override;
     RowRef record(std::int32_t key) const override;
+    eTableType recordTable() const override { return kTableViewRequest; }
 
 private:
     const StructDetailStyle& style() const;

@@ -89,13 +89,13 @@ void ComposeTest::compose() {
     for (const QString group : {"qualifier-set-group", "annotation-group", "dim-request-group"})
         does({"new", group, "Ours"});
 
+    does({"new", "qualifier-set", "All", "--in", "Ours"});
+    does({"entry", "add", "qualifier-set", "All", "--value", "Profile name"});
     does({"new", "qualifier-set", "Rails", "--in", "Ours", "--value", "combination=Any qualifier"});
     does({"entry", "add", "qualifier-set", "Rails", "--value", "Profile name", "--value",
           "model_role=Main part"});
     does({"entry", "add", "qualifier-set", "Rails", "--value", "negate=yes", "--value",
           "qualifier=Plate purpose"});
-    does({"new", "qualifier-set", "All", "--in", "Ours"});
-    does({"entry", "add", "qualifier-set", "All", "--value", "Profile name"});
     does({"new", "appearance", "Fine", "--value", "visible_status=Visible", "--value",
           "hidden_linetype=HIDDEN", "--value", "visible_color=3", "--value", "visible_linetype=CONTINUOUS"});
     does({"new", "annotation-type", "Mark", "--value", "annotation_kind=Part mark", "--value",
@@ -174,7 +174,7 @@ TEST_F(ComposeTest, AStyleIsComposedFromNothingAndIsTheSameWhereItIsImported) {
     EXPECT_EQ(shown("repr-map-entry", "Rest")["order"], "2");
     EXPECT_EQ(shown("detail-master", "Rail")["category"], "Workshop");
     EXPECT_EQ(shown("dim-strategy-item", "[1]")["dim_request"], "Length");
-    EXPECT_EQ(shown("qualifier-with-role", "[2]")["negate"], "Yes");
+    EXPECT_EQ(shown("qualifier-with-role", "[3]")["negate"], "Yes");
     const ProgramRun checked = run({"check"});
     EXPECT_EQ(checked.exitCode, 0) << checked.output.toStdString();
 

@@ -1,11 +1,12 @@
+#include "controls/KorMFCGridCtrl.h"
+#include "controls/VELComboTree.h"
 #include "data/StyleDatabases.h"
-#include "shell/EditorFixture.h"
-
+#include "dialogs/KorDSMDialogAddView.h"
 #include "dialogs/KorDSMDialogInUse.h"
+#include "shell/EditorFixture.h"
 #include "shell/HelpWindow.h"
 
 #include <QComboBox>
-#include <QInputDialog>
 #include <QMenu>
 #include <QToolBar>
 
@@ -242,15 +243,37 @@ TEST_F(EditorFixture, AStyleGetsLosesAndReordersItsViews) {
     EXPECT_EQ(views(), (Names{"HB side", "HB section"}));
     EXPECT_EQ(selected(), "HB post 1:15");
     select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB side"});
-    whenShown<QInputDialog>([](QInputDialog& dialog) {
-        dialog.setTextValue("HB top");
-        dialog.accept();
-    });
+    const auto answer = [](int radio, const char* view) {
+        whenShown<KorDSMDialogAddView>([radio, view](KorDSMDialogAddView& dialog) {
+            click(KorControls::find(&dialog, radio));
+            auto* combo = KorControls::find<VELComboTree>(&dialog, 2395);
+            ASSERT_TRUE(combo->selectName(view));
+            Q_EMIT combo->entrySelected(combo->selectedEntry());
+            click(KorControls::find(&dialog, 1));
+        });
+    };
+    answer(2391, "HB top");
     choose("Add view…");
     EXPECT_EQ(views(), (Names{"HB side", "HB top", "HB section"}));
     EXPECT_EQ(selected(), "HB top");
     EXPECT_TRUE(page()->isVisible());
-    for (int step = 0; step < 3; ++step)
+
+    // The same in the list on the style's page, and across styles.
+    select({"User", "Hallberg: posts and beams", "HB post 1:15"});
+    showTab(4);
+    auto& grid = *page()->findChild<KorMFCGridCtrl*>();
+    grid.selectRows({0});
+    answer(2392, "HB section");
+    QTest::keyClick(&grid, Qt::Key_Insert);
+    EXPECT_EQ(views(), (Names{"HB side", "HB section 1", "HB top", "HB section"}));
+    QTest::keyClick(&grid, Qt::Key_End, Qt::AltModifier);
+    EXPECT_EQ(views(), (Names{"HB side", "HB top", "HB section", "HB section 1"}));
+    EXPECT_EQ(grid.selectedRows(), std::vector{3});
+    QTest::keyClick(&grid, Qt::Key_X, Qt::ControlModifier);
+    grid.selectRows({0});
+    QTest::keyClick(&grid, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(views(), (Names{"HB side", "HB section 1", "HB top", "HB section"}));
+    for (int step = 0; step < 7; ++step)
         press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(views(), before);
     EXPECT_FALSE(isPending());
