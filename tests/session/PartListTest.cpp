@@ -1,10 +1,14 @@
 #include "SampleSession.h"
 
+#include "session/KorDSMCommit.h"
+#include "session/KorDSMCopiedRows.h"
 #include "session/KorDSMItemUpdate.h"
 #include "session/KorDSMPartList.h"
 #include "session/KorDSMQualifierWords.h"
+#include "session/KorDSMRecordCommands.h"
 #include "session/KorDSMUndo.h"
 
+#include <array>
 #include <random>
 
 namespace {
@@ -131,56 +135,130 @@ TEST_F(PartList, IsNotWrittenWithoutConsentOrWhereNothingMayBeWritten) {
     EXPECT_NE(refused.error, "");
 }
 
-// Whatever is done, the order stays whole, the items show it, and all of it can be taken back.
-TEST_F(PartList, RandomCommandsKeepTheOrderAndAreTakenBack) {
-    std::mt19937 random(7);
+// Whatever is done to lists and records, orders stay whole, the items show it, and all of it can be taken
+// back, so that the file stays as it was to the last byte.
+TEST_F(PartList, RandomCommandsKeepTheOrderAndAreAllTakenBack) {
+    constexpr int kCommands = 10'000;
+    const std::string bytes = bytesOf(file("user.dsdb"));
     KorDSMDatabaseItem& style = item<StructDetailStyle>(SourceId::user(), "HB post 1:15");
-    const Keys before = keys;
-    int done = 0;
-    for (int i = 0; i < 400; ++i) {
-        const Keys now = list.keys();
+    std::mt19937 random(7);
+    const auto below = [&random](std::size_t limit) { return static_cast<int>(random() % limit); };
+    const auto open = [this](eTableType whole, const char* name, eTableType parts) {
+        return KorDSMEditedList::of(
+            SourceId::user(),
+            {whole, databases.source(SourceId::user())->table(whole).find(KorString(name))->key}, parts);
+    };
+    const std::unique_ptr<KorDSMEditedList> lists[] = {
+        open(kTableReprMap, "HB workshop", kTableReprMapEntry),
+        open(kTableDetailStyle, "HB post 1:15", kTableDetailStyle),
+        open(kTableQualifierSet, "HB holes", kTableQualifierWithRole),
+        open(kTableViewDimStrategy, "HB chain", kTableDimStrategyItem)};
+    const auto firstView = [this] {
+        return databases.source(SourceId::user())->table(kTableViewRequest).rows().at(0).key;
+    };
+    const auto edit = [&](KorDSMEditedList& edited) -> KorDSMEditedList::Outcome {
+        const Keys now = edited.keys();
         Keys rows;
-        for (const std::int32_t key : now)
-            if (random() % 3 == 0)
-                rows.push_back(key);
-        const int place = static_cast<int>(random() % (now.size() + 1));
-        KorDSMPartList::Outcome outcome{{WriteResult::kUnchanged}};
-        switch (now.size() > 12 ? 1 : random() % 5) {
+        std::ranges::copy_if(now, std::back_inserter(rows), [&](std::int32_t) { return below(3) == 0; });
+        if (rows.empty())
+            return edited.canBeEmpty() ? edited.add(0) : edited.add(0, std::int64_t{firstView()});
+        switch (now.size() > 12 ? 0 : below(6)) {
         case 0:
-            outcome = list.add(now.empty() ? 0 : now[random() % now.size()]);
-            break;
+            return edited.remove(rows);
         case 1:
-            outcome = rows.empty() ? outcome : list.remove(rows);
-            break;
+            return edited.duplicate(rows);
         case 2:
-            outcome = rows.empty() ? outcome : list.duplicate(rows);
-            break;
+            return edited.moveTo(rows, below(now.size() + 1));
         case 3:
-            outcome = rows.empty() ? outcome : list.moveTo(rows, place);
-            break;
-        default:
-            outcome = rows.empty() ? outcome : list.moveBy(rows, random() % 2 ? 1 : -1);
-            break;
+            return edited.moveBy(rows, below(2) ? 1 : -1);
+        case 4:
+            return edited.set(rows, *edited.cells().front(),
+                              edited.value(now.back(), *edited.cells().front()));
+        default: {
+            std::vector<RowRef> records;
+            for (const std::int32_t key : rows)
+                records.push_back(edited.record(key));
+            const auto text = KorDSMCopiedRows::textOf(SourceId::user(), records);
+            return edited.paste(now.front(), *KorDSMCopiedRows::read(text.value, edited.recordTable()),
+                                eNamesakes::kUseTheirs);
         }
-        done += outcome == WriteResult::kWritten;
-        KorDSMItemUpdate::follow(structure, outcome.changes);
-        for (KorDSMDatabaseItem* view : expand(style))
-            for (KorDSMDatabaseItem* part : expand(*view))
-                if (part->tableType() == kTableReprMap && part->recordKey() == list.whole().key) {
-                    Keys shown;
-                    for (const KorDSMDatabaseItem* entry : expand(*part))
-                        shown.push_back(entry->recordKey());
-                    ASSERT_EQ(shown, list.keys());
-                }
+        }
+    };
+    const auto treat = [&](eTableType table) {
+        const RowArray& rows = databases.source(SourceId::user())->table(table).rows();
+        const RowRef one{table, rows.at(below(static_cast<std::size_t>(rows.size()))).key};
+        const KorString name("Random " + std::to_string(random()));
+        const bool isListed =
+            std::ranges::any_of(lists, [one](const auto& each) { return each->whole() == one; });
+        switch (rows.size() > 40 ? 2 : below(isListed ? 2 : 3)) {
+        case 0:
+            return KorDSMRecordCommands::copy(SourceId::user(), one, name,
+                                              static_cast<KorDSMRecordCommands::eDepth>(below(2)));
+        case 1:
+            return KorDSMRecordCommands::rename(SourceId::user(), one, name);
+        default:
+            return KorDSMRecordCommands::remove(SourceId::user(), one);
+        }
+    };
+    for (int i = 0; i < kCommands; ++i) {
+        const std::size_t before = KorDSMUndo::stepCount();
+        KorDSMEditedList& edited = *lists[below(std::size(lists))];
+        if (below(4) != 0)
+            edit(edited);
+        else
+            treat(std::array{kTableViewRequest, kTableReprMap, kTableAppearance,
+                             kTableSystemAndBox}[static_cast<std::size_t>(below(4))]);
+        KorDSMItemUpdate::follow(structure, KorDSMUndo::changesSince(before));
         int expected = 0;
         for (const int order : orders(list))
             ASSERT_EQ(order, ++expected);
+        if (i % 100 == 0)
+            for (KorDSMDatabaseItem* view : expand(style))
+                for (KorDSMDatabaseItem* part : expand(*view))
+                    if (part->tableType() == kTableReprMap && part->recordKey() == list.whole().key) {
+                        Keys shown;
+                        for (const KorDSMDatabaseItem* entry : expand(*part))
+                            shown.push_back(entry->recordKey());
+                        ASSERT_EQ(shown, list.keys());
+                    }
     }
-    EXPECT_GT(done, 200);
-    while (done-- > 0)
+    int undone = 0;
+    for (; KorDSMUndo::canUndo(); ++undone)
         KorDSMItemUpdate::follow(structure, KorDSMUndo::undo());
-    EXPECT_FALSE(KorDSMUndo::canUndo());
-    EXPECT_EQ(list.keys(), before);
+    EXPECT_GT(undone, kCommands / 2);
+    EXPECT_EQ(list.keys(), keys);
+    EXPECT_TRUE(KorDSMCommit::keepAndGoOn().ok());
+    EXPECT_EQ(bytesOf(file("user.dsdb")), bytes);
+}
+
+// What is pasted is what was copied, whatever became of the original, and brings what is not there.
+TEST_F(PartList, CopiedRowsOutliveTheirOriginals) {
+    const KorString set = list.text(keys[0], *list.cells()[0]);
+    const auto text = KorDSMCopiedRows::textOf(SourceId::user(), {list.record(keys[0])});
+    const auto copied = KorDSMCopiedRows::read(text.value, kTableReprMapEntry);
+    ASSERT_NE(copied, nullptr);
+    EXPECT_EQ(KorDSMCopiedRows::read(text.value, kTableDimStrategyItem), nullptr);
+    EXPECT_EQ(KorDSMCopiedRows::read(text.value + " ", kTableReprMapEntry), nullptr)
+        << "it was tampered with";
+    EXPECT_EQ(copied->compareWith(SourceId::user(), list.cells()).missing, 0);
+
+    // The record of that name is meant where it was copied, whatever it holds by now.
+    const std::int32_t key = row<StructDetObjQualifierSet>(SourceId::user(), set)->key;
+    ASSERT_TRUE(databases.setCell(kTableQualifierSet, KorOdbcKey(key), 4, KorString("Changed")).isStored());
+    EXPECT_EQ(copied->compareWith(SourceId::user(), list.cells()).different, 0);
+    ASSERT_TRUE(databases.setCell(kTableQualifierSet, KorOdbcKey(key), 1, KorString("Renamed")).isStored());
+    EXPECT_EQ(copied->compareWith(SourceId::user(), {list.cells()[0]}).missing, 1);
+    const std::size_t before = steps();
+    const KorDSMEditedList::Outcome pasted = list.paste(keys[2], *copied, eNamesakes::kUseTheirs);
+    ASSERT_TRUE(pasted.isStored()) << pasted.error;
+    EXPECT_EQ(list.text(pasted.selected.at(0), *list.cells()[0]), set);
+    EXPECT_NE(row<StructDetObjQualifierSet>(SourceId::user(), set), nullptr);
+    KorDSMUndo::undo();
+    EXPECT_EQ(steps(), before) << "it is one step";
+    EXPECT_EQ(list.paste(0, *copied, eNamesakes::kUseTheirs).selected.size(), 1u);
+    EXPECT_TRUE(
+        list.pasteCells({keys[0], keys[1]}, *list.cells()[1], *copied, eNamesakes::kUseTheirs).isStored());
+    EXPECT_EQ(list.text(keys[1], *list.cells()[1]), list.text(keys[0], *list.cells()[1]));
 }
 
 TEST_F(PartList, QualifierSetsReadAsSentences) {
