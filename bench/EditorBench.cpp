@@ -3,14 +3,17 @@
 
 #include "controls/KorButtonGroup.h"
 #include "controls/KorControls.h"
+#include "controls/KorMFCGridCtrl.h"
 #include "controls/KorStyle.h"
 #include "controls/KorTabCtrl.h"
 #include "controls/KorTabPage.h"
 #include "data/StyleDatabases.h"
 #include "model/KorDSMDialogFactory.h"
+#include "model/KorDSMMessages.h"
 #include "services/KOSettings.h"
 #include "services/KorResources.h"
 #include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMPartList.h"
 #include "shell/KorDSMMainDialog.h"
 #include "shell/KorDSMSectionTree.h"
 #include "shell/ModuleResources.h"
@@ -18,6 +21,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTabBar>
@@ -326,6 +330,70 @@ void copyAndDelete(benchmark::State& state) {
     }
 }
 
+// A map with so many entries in the writable editor, and the way to it.
+struct LongList {
+    explicit LongList(std::size_t count) {
+        const RowArray& maps = editor.databases->source(SourceId::user())->table(kTableReprMap).rows();
+        place.source = SourceId::user();
+        place.row = {kTableReprMap, maps.at(0).key};
+        editor.databases->setCurrentSource(SourceId::user());
+        KorDSMPartList list(place.source, place.row, kTableReprMapEntry);
+        KorDSMGuardedWrite::addAskFunction(
+            this, [](eTableType, const KorOdbcKey&) { return int(KorDSMGuardedWrite::kWrite); });
+        while (list.keys().size() < count) {
+            const auto keys = list.keys();
+            const auto more = std::min(keys.size(), count - keys.size());
+            static_cast<void>(list.duplicate({keys.begin(), keys.begin() + static_cast<long>(more)}));
+        }
+    }
+    ~LongList() { KorDSMGuardedWrite::removeAskFunction(this); }
+
+    void open() {
+        KorDSMMainWindow::sendMessage(place);
+        QApplication::processEvents();
+    }
+    void leave() {
+        editor.dialog->currentTree().control()->selectItem(editor.style->entry());
+        QApplication::processEvents();
+    }
+    KorMFCGridCtrl* grid() {
+        auto* tabs = KorControls::find<KorTabCtrl>(editor.dialog.get(), 1002);
+        return tabs->currentPage() ? tabs->currentPage()->findChild<KorMFCGridCtrl*>() : nullptr;
+    }
+
+    WritableEditor editor;
+    DsmGoToRecord place;
+};
+
+void openList(benchmark::State& state) {
+    LongList list(static_cast<std::size_t>(state.range(0)));
+    for (auto run : state) {
+        state.PauseTiming();
+        list.leave();
+        state.ResumeTiming();
+        list.open();
+        if (!list.grid() || list.grid()->rowCount() != state.range(0))
+            state.SkipWithError("the list did not open");
+    }
+}
+
+// The row in the middle, up and down by keys.
+void moveInList(benchmark::State& state) {
+    LongList list(static_cast<std::size_t>(state.range(0)));
+    list.open();
+    list.grid()->selectRows({static_cast<int>(state.range(0)) / 2});
+    bool isDown = false;
+    for (auto run : state) {
+        const std::vector<int> before = list.grid()->selectedRows();
+        isDown = !isDown;
+        QKeyEvent press(QEvent::KeyPress, isDown ? Qt::Key_Down : Qt::Key_Up, Qt::AltModifier);
+        QApplication::sendEvent(list.grid(), &press);
+        QApplication::processEvents();
+        if (list.grid()->selectedRows() == before)
+            state.SkipWithError("the row did not move");
+    }
+}
+
 double residentMegabytes() {
     std::ifstream statm("/proc/self/statm");
     long pages = 0;
@@ -358,6 +426,8 @@ BENCHMARK(filterKey)->Unit(benchmark::kMillisecond);
 BENCHMARK(referenceUpdate)->Unit(benchmark::kMillisecond);
 BENCHMARK(guardedWriteWithTwins)->Unit(benchmark::kMillisecond);
 BENCHMARK(copyAndDelete)->Unit(benchmark::kMillisecond);
+BENCHMARK(openList)->Arg(500)->Unit(benchmark::kMillisecond);
+BENCHMARK(moveInList)->Arg(500)->Unit(benchmark::kMillisecond);
 BENCHMARK(openTenThousand)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(openCategories)->Arg(2500)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 

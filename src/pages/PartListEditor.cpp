@@ -186,10 +186,14 @@ std::vector<KorString> PartListEditor::textsOf(std::int32_t key) const {
 }
 
 void PartListEditor::fill() {
-    m_grid->deleteAllRows();
     m_keys = m_list->keys();
-    for (const std::int32_t key : m_keys)
-        m_grid->addRow(textsOf(key));
+    // Rows that are there already take other texts: a new row costs much more.
+    while (m_grid->rowCount() > std::ssize(m_keys))
+        m_grid->deleteRow(m_grid->rowCount() - 1);
+    for (int row = 0; row < m_grid->rowCount(); ++row)
+        showRow(row);
+    for (auto row = static_cast<std::size_t>(m_grid->rowCount()); row < m_keys.size(); ++row)
+        m_grid->addRow(textsOf(m_keys[row]));
     const int rows = std::clamp(m_grid->rowCount(), kLeastRowsShown, kMostRowsShown);
     m_grid->setFixedHeight(m_grid->horizontalHeader()->sizeHint().height() +
                            rows * m_grid->verticalHeader()->defaultSectionSize() + 2 * m_grid->frameWidth() +
@@ -210,12 +214,18 @@ void PartListEditor::explain() {
     if (m_list->whole().table == kTableQualifierSet)
         m_head->setText(toQt(KorString::format(Prompts::dsm(kSelects),
                                                {KorDSMQualifierWords::sentenceOf(m_list->whole().key)})));
+    std::map<std::int32_t, QString> sentences;
+    const auto sentenceOf = [&sentences](std::int32_t set) {
+        const auto [sentence, isNew] = sentences.try_emplace(set);
+        if (isNew)
+            sentence->second = toQt(KorDSMQualifierWords::sentenceOf(set));
+        return sentence->second;
+    };
     for (std::size_t column = 0; column < m_columns.size(); ++column)
         if (m_columns[column]->isReference() && m_columns[column]->target == kTableQualifierSet)
             for (int row = 0; row < m_grid->rowCount(); ++row)
                 m_grid->item(row, static_cast<int>(column))
-                    ->setToolTip(
-                        toQt(KorDSMQualifierWords::sentenceOf(referenceAt(row, *m_columns[column]))));
+                    ->setToolTip(sentenceOf(referenceAt(row, *m_columns[column])));
 }
 
 KorDSMEditedList::Keys PartListEditor::selected() const {

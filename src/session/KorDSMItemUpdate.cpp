@@ -27,10 +27,13 @@ void collect(KorDSMDatabaseItem& item, RowRef row, std::vector<KorDSMDatabaseIte
         collect(*child, row, found);
 }
 
-void collectAll(KorDSMDatabaseItem& item, std::set<KorDSMDatabaseItem*>& found) {
-    found.insert(&item);
+// Which of some items are still there: only their addresses are known.
+void collectAlive(KorDSMDatabaseItem& item, const std::set<KorDSMDatabaseItem*>& wanted,
+                  std::set<KorDSMDatabaseItem*>& found) {
+    if (wanted.contains(&item))
+        found.insert(&item);
     for (KorDSMDatabaseItem* child : item.children())
-        collectAll(*child, found);
+        collectAlive(*child, wanted, found);
 }
 
 bool isFiled(const KorDSMDatabaseItem& item) {
@@ -210,9 +213,12 @@ void KorDSMItemUpdate::dropChildren(KorDSMDatabaseItem& item) {
 
 // A later row can have taken away what an earlier one brought.
 void KorDSMItemUpdate::forgetWhatIsGone() {
+    std::set<KorDSMDatabaseItem*> wanted;
+    for (const auto* items : {&m_outcome.added, &m_outcome.moved, &m_outcome.changed})
+        wanted.insert(items->begin(), items->end());
     std::set<KorDSMDatabaseItem*> alive;
     for (const KorDSMDefines::eViewSections section : KorDSMDefines::kLoadingOrder)
-        collectAll(*m_structure.getSection(section), alive);
+        collectAlive(*m_structure.getSection(section), wanted, alive);
     for (auto* items : {&m_outcome.added, &m_outcome.moved, &m_outcome.changed}) {
         std::set<KorDSMDatabaseItem*> seen;
         std::erase_if(*items, [&](KorDSMDatabaseItem* item) {

@@ -86,9 +86,11 @@ void KorMFCGridCtrl::setColumnChoices(int column, const std::vector<KorString>& 
     QTableWidgetItem* header = horizontalHeaderItem(column);
     if (!KorAssert::check(header != nullptr, "the grid has such a column"))
         return;
-    header->setData(KorGridDelegate::kChoicesRole, toQtList(choices));
+    const QScopedValueRollback filling(m_filling, true);
+    const QStringList list = toQtList(choices); // which all cells share
+    header->setData(KorGridDelegate::kChoicesRole, list);
     for (int row = 0; row < rowCount(); ++row)
-        setCellChoices(row, column, choices);
+        cell(row, column)->setData(KorGridDelegate::kChoicesRole, list);
 }
 
 void KorMFCGridCtrl::setCellChoices(int row, int column, const std::vector<KorString>& choices) {
