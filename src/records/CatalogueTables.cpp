@@ -15,10 +15,12 @@ void declareCatalogueTables(std::vector<TableSchema>& tables) {
         .committedWith(kTableModelType);
     TableBuilder<StructScaleGroup>(tables, "scale_group")
         .integer(2, "unit_type", &StructScaleGroup::unitType, 1, 2)
+        .named(1, {"Metric", "Imperial"})
         .committedWith(kTableModelType);
     TableBuilder<StructScale>(tables, "scale")
         .real(2, "factor", &StructScale::factor)
         .integer(3, "unit_type", &StructScale::unitType, 1, 2)
+        .named(1, {"Metric", "Imperial"})
         .filedUnder(4, "group", &StructScale::groupKey, kTableScaleGroup)
         .committedWith(kTableModelType);
     TableBuilder<StructNumericDefault>(tables, "numeric_default")

@@ -27,6 +27,12 @@ enum class eReferenceRole : std::uint8_t {
     kIdentifies, ///< the row tells the host of the target; exported with it, written and deleted on its own
 };
 
+/// A number that means something by itself, and what it is called.
+struct NamedValue {
+    std::int32_t value = 0;
+    std::string name;
+};
+
 /// One column of one table. Numbers are the attribute indexes of `KorOdbcMan::setAttribute`; number 0 is
 /// the key and cannot be written, number 1 the run name.
 struct Column {
@@ -40,7 +46,10 @@ struct Column {
     int since = 1; ///< version of the schema in which databases got the column
     double minimum = -std::numeric_limits<double>::infinity(); ///< allowed range of numbers; what a store
     double maximum = std::numeric_limits<double>::infinity();  ///< holds outside it is kept and reported
-    std::vector<std::string> valueNames; ///< what the values 0, 1, ... of an integer column are called
+    std::vector<NamedValue> valueNames; ///< what users choose from, in the order offered; a value without a
+                                        ///< name may be stored all the same where the range allows it
+    std::vector<NamedValue> specialValues; ///< amounts that mean something else, such as -1 for the default
+    bool isColor = false; ///< drawing colours: 1 to 255, 0 that of the block, 256 that of the layer
 
     bool isText() const { return kind == eColumnKind::kText; }
     bool isReal() const {
@@ -49,6 +58,8 @@ struct Column {
     bool isInteger() const { return !isText() && !isReal(); }
     bool isSlot() const { return slot >= 0; }
     bool isReference() const { return kind == eColumnKind::kReference; }
+    /// Whether users choose the value from a list instead of typing it.
+    bool isChosen() const { return isReference() || isColor || !valueNames.empty(); }
 
     /// Whether a cell can hold the value at all: text that is clean UTF-8, or a finite number that loses
     /// nothing in the column's type.

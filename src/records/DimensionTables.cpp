@@ -29,6 +29,7 @@ void declareRequests(std::vector<TableSchema>& tables) {
         .uses(7, "ordinate_reference", &Request::ordinateReferenceKey, kTableOrdinateReference)
         .text(8, "title_format", &Request::titleFormat)
         .integer(9, "title_position", &Request::titlePosition)
+        .named(0, {"Above the line", "Below the line", "Before the line", "Behind the line"})
         .length(10, "minimum_length", &Request::minimumLength)
         .flag(11, "chained", &Request::chained)
         .uses(12, "start_points", &Request::startPointsKey, kTablePointSelection)
@@ -49,6 +50,7 @@ void declarePoints(std::vector<TableSchema>& tables) {
         .uses(5, "parent_position", &Points::parentRelaPosKey, kTableParentRelaPos)
         .uses(6, "geometric_restriction", &Points::geometricRestrictionKey, kTableGeometricRestrictions)
         .integer(7, "maximum_count", &Points::maximumCount, 0, 1000)
+        .meaning(0, "All")
         .flag(8, "include_hidden", &Points::includeHidden);
 
     TableBuilder<StructDetViewDimPointtype>(tables, "point_type")
@@ -68,9 +70,11 @@ void declarePoints(std::vector<TableSchema>& tables) {
 void declareDimensionVocabulary(std::vector<TableSchema>& tables) {
     TableBuilder<StructDetRequestType>(tables, "request_type")
         .integer(2, "request_type", &StructDetRequestType::requestType)
+        .named(0, {"Linear", "Ordinate", "Radial", "Angular", "Level"})
         .uses(3, "bitmap", &StructDetRequestType::bitmapKey, kTableBitmap);
     TableBuilder<StructDetRequestLinearDirection>(tables, "linear_direction")
         .integer(2, "direction", &StructDetRequestLinearDirection::direction)
+        .named(0, {"Horizontal", "Vertical", "Along the part", "Across the part"})
         .real(3, "angle", &StructDetRequestLinearDirection::angle);
     TableBuilder<StructDetOrdinateDimType>(tables, "ordinate_type")
         .integer(2, "ordinate_type", &StructDetOrdinateDimType::ordinateType);

@@ -22,10 +22,10 @@ void declareRepresentation(std::vector<TableSchema>& tables) {
     TableBuilder<Appearance>(tables, "appearance")
         .uses(2, "visible_status", &Appearance::visibleStatusKey, kTableVisibilityStatus)
         .uses(3, "visible_linetype", &Appearance::visibleLinetypeKey, kTableLinetypes)
-        .integer(4, "visible_color", &Appearance::visibleColor, 0, 256)
+        .color(4, "visible_color", &Appearance::visibleColor)
         .uses(5, "hidden_status", &Appearance::hiddenStatusKey, kTableVisibilityStatus)
         .uses(6, "hidden_linetype", &Appearance::hiddenLinetypeKey, kTableLinetypes)
-        .integer(7, "hidden_color", &Appearance::hiddenColor, 0, 256)
+        .color(7, "hidden_color", &Appearance::hiddenColor)
         .flag(8, "centre_lines", &Appearance::centreLines)
         .uses(9, "hatch", &Appearance::hatchKey, kTableHatchSettings)
         .length(10, "line_weight", &Appearance::lineWeight);
@@ -35,7 +35,7 @@ void declareRepresentation(std::vector<TableSchema>& tables) {
         .text(2, "pattern", &Hatch::pattern)
         .real(3, "angle", &Hatch::angle)
         .length(4, "spacing", &Hatch::spacing)
-        .integer(5, "color", &Hatch::color, 0, 256);
+        .color(5, "color", &Hatch::color);
 }
 
 void declareAnnotation(std::vector<TableSchema>& tables) {
@@ -57,11 +57,13 @@ void declareAnnotation(std::vector<TableSchema>& tables) {
         .uses(3, "leader_style", &Type::leaderStyleKey, kTableLeaderStyle)
         .length(4, "text_size", &Type::textSize)
         .choice(5, "frame", &Type::frame, {"None", "Box", "Circle"})
-        .integer(6, "object_type", &Type::objectTypeKey);
+        .integer(6, "object_type", &Type::objectTypeKey)
+        .named(17, {"Part", "Assembly", "Weld", "Bolt or hole", "Level or grid line", "Cut view"});
 
     using Leader = StructDetLeaderStyle;
     TableBuilder<Leader>(tables, "leader_style")
         .integer(2, "arrow", &Leader::arrow)
+        .named(0, {"None", "Filled arrow", "Open arrow", "Dot"})
         .length(3, "arrow_size", &Leader::arrowSize)
         .length(4, "landing", &Leader::landing);
 

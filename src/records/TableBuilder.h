@@ -39,9 +39,25 @@ public:
     template <typename C>
     TableBuilder& choice(int number, const char* name, std::int32_t C::*member,
                          std::vector<std::string> names) {
-        add(number, name, eColumnKind::kInteger, member);
-        range(0, static_cast<double>(names.size()) - 1);
-        m_tables.back().columns.back().valueNames = std::move(names);
+        integer(number, name, member, 0, static_cast<int>(names.size()) - 1);
+        return named(0, std::move(names));
+    }
+    /// The values `first`, `first` + 1, ... of the column that was added last are chosen by these names.
+    TableBuilder& named(std::int32_t first, std::vector<std::string> names) {
+        for (std::string& name : names)
+            m_tables.back().columns.back().valueNames.push_back({first++, std::move(name)});
+        return *this;
+    }
+    /// The number is no amount in the column that was added last, but has this meaning.
+    TableBuilder& meaning(std::int32_t value, const char* name) {
+        m_tables.back().columns.back().specialValues.push_back({value, name});
+        return *this;
+    }
+    /// A drawing colour.
+    template <typename C>
+    TableBuilder& color(int number, const char* name, std::int32_t C::*member) {
+        integer(number, name, member, 0, 256);
+        m_tables.back().columns.back().isColor = true;
         return *this;
     }
     template <typename C>

@@ -3,6 +3,8 @@
 
 namespace {
 
+constexpr const char* kDefault = "Default";
+
 void declareViewRequests(std::vector<TableSchema>& tables) {
     using View = StructDetViewRequest;
     TableBuilder<View>(tables, "view_request")
@@ -56,12 +58,18 @@ void declareClipping(std::vector<TableSchema>& tables) {
         .length(4, "keep_each_side", &Clip::keepEachSide)
         .length(5, "interval", &Clip::interval, 1.0)
         .length(6, "extension", &Clip::extension, -1.0)
+        .meaning(-1, kDefault)
         .uses(7, "clipping_type", &Clip::clippingTypeKey, kTableClippingType)
+        .meaning(-1, kDefault)
         .uses(8, "linetype", &Clip::linetypeKey, kTableLinetypes)
+        .meaning(-1, kDefault)
         .flag(9, "clip_oblique_lines", &Clip::clipObliqueLines)
-        .length(10, "gap", &Clip::gap, -1.0);
+        .length(10, "gap", &Clip::gap, -1.0)
+        .meaning(-1, kDefault);
 
-    TableBuilder<StructClippingGap>(tables, "clipping_gap").length(2, "gap", &StructClippingGap::gap, -1.0);
+    TableBuilder<StructClippingGap>(tables, "clipping_gap")
+        .length(2, "gap", &StructClippingGap::gap, -1.0)
+        .meaning(-1, kDefault);
 
     using Type = StructClippingType;
     TableBuilder<Type>(tables, "clipping_type")
@@ -72,7 +80,8 @@ void declareClipping(std::vector<TableSchema>& tables) {
 
     TableBuilder<StructLinetypes>(tables, "linetype")
         .text(2, "file_path", &StructLinetypes::filePath)
-        .integer(3, "linetype_id", &StructLinetypes::lineTypeId);
+        .integer(3, "linetype_id", &StructLinetypes::lineTypeId)
+        .meaning(0, "From a file");
 }
 
 void declareViewVocabulary(std::vector<TableSchema>& tables) {

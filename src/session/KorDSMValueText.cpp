@@ -3,11 +3,13 @@
 #include "data/StyleDatabases.h"
 #include "model/CurrentUnits.h"
 #include "services/Prompts.h"
+#include "session/KorDSMColorNames.h"
 
 #include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <numeric>
 
 namespace KorDSMValueText {
 
@@ -39,11 +41,29 @@ KorString named(const char* category, int number, std::string english) {
     return KorString(english);
 }
 
+// Those below 0 are counted from the end of the column's hundred.
+KorString nameOf(const TableSchema& table, const Column& column, const NamedValue& value) {
+    const int place = value.value < 0 ? 100 + value.value : value.value;
+    return named("VAL", table.type * 10000 + column.number * 100 + place, value.name);
+}
+
+KorString nameIn(const std::vector<NamedValue>& names, const TableSchema& table, const Column& column,
+                 double value) {
+    const auto found =
+        std::ranges::find_if(names, [&](const NamedValue& each) { return each.value == value; });
+    return found == names.end() ? KorString() : nameOf(table, column, *found);
+}
+
 KorString valueName(const TableSchema& table, const Column& column, std::int64_t value) {
-    if (value < 0 || value >= static_cast<std::int64_t>(column.valueNames.size()))
-        return KorString::number(value);
-    const int number = table.type * 10000 + column.number * 100 + static_cast<int>(value);
-    return named("VAL", number, column.valueNames[static_cast<std::size_t>(value)]);
+    if (column.isColor)
+        return KorDSMColorNames::text(value);
+    const KorString name = nameIn(column.valueNames, table, column, static_cast<double>(value));
+    return name.isEmpty() ? KorString::number(value) : name;
+}
+
+double numberIn(const CellValue& value) {
+    const auto* real = std::get_if<double>(&value);
+    return real ? *real : static_cast<double>(std::get<std::int64_t>(value));
 }
 
 KorString referenceText(const Column& column, std::int64_t key) {
@@ -101,11 +121,24 @@ KorOdbcKey keyInBrackets(std::string_view text) {
     return error == std::errc() && end == last ? KorOdbcKey(key) : KorOdbcKey();
 }
 
+// The value that a text names in the program's language or in English.
+std::optional<CellValue> meantBy(const TableSchema& table, const Column& column, const KorString& text) {
+    for (const auto* names : {&column.valueNames, &column.specialValues})
+        for (const NamedValue& each : *names)
+            if (same(text, nameOf(table, column, each)) || same(text, each.name))
+                return column.isReal() ? CellValue(static_cast<double>(each.value))
+                                       : CellValue(std::int64_t{each.value});
+    const auto color = column.isColor ? KorDSMColorNames::parse(text) : std::nullopt;
+    return color ? std::optional<CellValue>(std::int64_t{*color}) : std::nullopt;
+}
+
 Parsed parseReference(const TableSchema& table, const Column& column, const KorString& text) {
     StyleSource* source = StyleDatabases::current().here();
     if (const StructRecord* row = source ? findRow(source->table(column.target), text) : nullptr)
         return CellValue(std::int64_t{row->key});
     const KorString trimmed = text.trimmed();
+    if (const auto meant = meantBy(table, column, trimmed))
+        return *meant;
     if (trimmed.isEmpty() || trimmed == "0" || same(trimmed, Prompts::dsm(kNothing)))
         return CellValue(std::int64_t{0});
     return failure(kNoSuchRow, {columnCaption(table, column), tableCaption(*findTable(column.target)), text});
@@ -129,17 +162,14 @@ KorString listed(const std::vector<KorString>& words) {
 }
 
 Parsed parseNumber(const TableSchema& table, const Column& column, const KorString& text) {
-    const auto count = static_cast<std::int64_t>(column.valueNames.size());
-    for (std::int64_t value = 0; value < count; ++value)
-        if (same(text, valueName(table, column, value)) ||
-            same(text, column.valueNames[static_cast<std::size_t>(value)]))
-            return CellValue(value);
+    if (const auto meant = meantBy(table, column, text); meant && column.isInRange(numberIn(*meant)))
+        return *meant;
     const int kind = unitKind(column);
     const auto number = getUnitsOfCurrentDatabase().parse(text, kind);
     constexpr double kHighest = std::numeric_limits<std::int32_t>::max();
     const bool fits =
         number && (!column.isInteger() || (std::abs(*number) <= kHighest && *number == std::trunc(*number)));
-    if (count > 0 && !(fits && column.isInRange(*number)))
+    if (!column.valueNames.empty() && !(fits && column.isInRange(*number)))
         return failure(kNotAWord, {columnCaption(table, column), text, listed(valueNames(table, column))});
     if (!fits)
         return failure(kNotANumber, {columnCaption(table, column), text},
@@ -252,9 +282,26 @@ KorString withLengthUnit(const KorString& caption) {
 
 std::vector<KorString> valueNames(const TableSchema& table, const Column& column) {
     std::vector<KorString> names;
-    for (std::size_t value = 0; value < column.valueNames.size(); ++value)
-        names.push_back(valueName(table, column, static_cast<std::int64_t>(value)));
+    for (const std::int32_t value : valuesOf(column))
+        names.push_back(valueName(table, column, value));
     return names;
+}
+
+std::vector<std::int32_t> valuesOf(const Column& column) {
+    std::vector<std::int32_t> values;
+    for (const NamedValue& each : column.valueNames)
+        values.push_back(each.value);
+    if (column.isColor) { // those that come from elsewhere after the colours
+        values.resize(KorDSMColorNames::kByLayer + 1);
+        std::iota(values.begin(), values.end(), 1);
+        values.back() = 0;
+    }
+    return values;
+}
+
+KorString specialName(const TableSchema& table, const Column& column, const CellValue& value) {
+    return column.specialValues.empty() ? KorString()
+                                        : nameIn(column.specialValues, table, column, numberIn(value));
 }
 
 KorString nothing() {
@@ -272,6 +319,8 @@ KorString toText(const TableSchema& table, const Column& column, const StructRec
 KorString toText(const TableSchema& table, const Column& column, const CellValue& value) {
     if (const auto* text = std::get_if<KorString>(&value))
         return *text;
+    if (const KorString special = specialName(table, column, value); !special.isEmpty())
+        return special;
     if (const auto* real = std::get_if<double>(&value))
         return column.kind == eColumnKind::kScale ? scaleText(*real) : withUnit(*real, unitKind(column));
     const std::int64_t whole = std::get<std::int64_t>(value);

@@ -22,8 +22,12 @@ KorString captionWithUnit(const TableSchema& table, const Column& column);
 /// A caption of a length with the unit, before the colon where it ends in one; unchanged where the current
 /// database's units print the unit with the number.
 KorString withLengthUnit(const KorString& caption);
-/// What the values 0, 1, ... of the column are called; empty for a column whose values have no names.
+/// The values that users choose from, in the order offered; empty for a column whose values have no names.
+std::vector<std::int32_t> valuesOf(const Column& column);
+/// What these values are called, in the same order.
 std::vector<KorString> valueNames(const TableSchema& table, const Column& column);
+/// What a number is called that is no amount, such as -1 for the default; an empty text for any other value.
+KorString specialName(const TableSchema& table, const Column& column, const CellValue& value);
 /// What a reference to no row is called.
 KorString nothing();
 /// The unit kind of the column's numbers for the units manager.
