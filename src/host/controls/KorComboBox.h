@@ -2,6 +2,8 @@
 
 #include <QComboBox>
 
+#include <vector>
+
 /// A combo box that the wheel changes only while it has the focus: a user who scrolls a page with the
 /// mouse over a combo must not change a stored value.
 class KorComboBox : public QComboBox {
@@ -9,6 +11,13 @@ class KorComboBox : public QComboBox {
 
 public:
     explicit KorComboBox(QWidget* parent = nullptr);
+
+    /// Shows a picture before each entry, in their order, none larger than `size`. The entries make room for
+    /// the widest; without any picture all stay as they are.
+    void setPictures(const std::vector<QIcon>& pictures, QSize size);
+
+    /// The row that is pointed at is marked so softly that its picture stays visible.
+    void showPopup() override;
 
 protected:
     void wheelEvent(QWheelEvent* event) override;

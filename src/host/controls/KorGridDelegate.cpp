@@ -12,6 +12,10 @@ void KorGridDelegate::setTree(int column, std::function<void(VELComboTree&)> fil
     m_trees[column] = std::move(fill);
 }
 
+void KorGridDelegate::setPictures(int column, std::vector<QIcon> pictures) {
+    m_pictures[column] = std::move(pictures);
+}
+
 void KorGridDelegate::endEditing(QWidget* editor) {
     Q_EMIT commitData(editor);
     Q_EMIT closeEditor(editor);
@@ -34,6 +38,8 @@ QWidget* KorGridDelegate::createEditor(QWidget* parent, const QStyleOptionViewIt
         return createTree(parent, tree->second);
     auto* combo = new KorComboBox(parent);
     combo->addItems(choices.toStringList());
+    if (const auto known = m_pictures.find(index.column()); known != m_pictures.end())
+        combo->setPictures(known->second, option.decorationSize);
     auto* self = const_cast<KorGridDelegate*>(this);
     connect(combo, &QComboBox::activated, self, [self, combo] { self->endEditing(combo); });
     return combo;

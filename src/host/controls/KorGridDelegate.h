@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QIcon>
 #include <QStyledItemDelegate>
 
 #include <functional>
 #include <map>
+#include <vector>
 
 class VELComboTree;
 
@@ -22,6 +24,8 @@ public:
 
     /// The cells of the column choose from the tree that `fill` makes.
     void setTree(int column, std::function<void(VELComboTree& combo)> fill);
+    /// The pictures of the choices of the column, in their order; none where it is empty.
+    void setPictures(int column, std::vector<QIcon> pictures);
     /// Whether cells are painted as such that can be changed. On at first.
     void setEnabled(bool on) { m_enabled = on; }
 
@@ -43,5 +47,6 @@ private:
     void paintRadio(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
 
     std::map<int, std::function<void(VELComboTree&)>> m_trees;
+    std::map<int, std::vector<QIcon>> m_pictures;
     bool m_enabled = true;
 };

@@ -6,19 +6,21 @@ namespace KorItemSelection {
 
 /// Shows selected rows in a soft tone of the highlight colour with the text as elsewhere, so that coloured
 /// pictures in them stay visible, on light and dark.
-inline void soften(QStyleOptionViewItem* option) {
+inline void soften(QPalette& palette) {
     constexpr double kShare = 0.3;
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        const QColor base = option->palette.color(group, QPalette::Base);
-        const QColor highlight = option->palette.color(group, QPalette::Highlight);
+        const QColor base = palette.color(group, QPalette::Base);
+        const QColor highlight = palette.color(group, QPalette::Highlight);
         const auto mix = [](int from, int to) { return from + static_cast<int>((to - from) * kShare); };
-        option->palette.setColor(group, QPalette::Highlight,
-                                 QColor(mix(base.red(), highlight.red()),
-                                        mix(base.green(), highlight.green()),
-                                        mix(base.blue(), highlight.blue())));
-        option->palette.setColor(group, QPalette::HighlightedText,
-                                 option->palette.color(group, QPalette::Text));
+        palette.setColor(group, QPalette::Highlight,
+                         QColor(mix(base.red(), highlight.red()), mix(base.green(), highlight.green()),
+                                mix(base.blue(), highlight.blue())));
+        palette.setColor(group, QPalette::HighlightedText, palette.color(group, QPalette::Text));
     }
+}
+
+inline void soften(QStyleOptionViewItem* option) {
+    soften(option->palette);
 }
 
 } // namespace KorItemSelection

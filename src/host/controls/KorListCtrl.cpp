@@ -1,6 +1,8 @@
 #include "controls/KorListCtrl.h"
 
 #include "controls/KorItemSelection.h"
+#include "controls/KorLayoutStore.h"
+#include "controls/KorQt.h"
 #include "controls/KorStyle.h"
 
 #include "base/KorAssert.h"
@@ -11,6 +13,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace {
 
@@ -160,6 +163,21 @@ int KorListCtrl::findRow(const std::function<bool(const KorListRow&)>& isWanted)
 
 void KorListCtrl::sortByColumn(int column, Qt::SortOrder order) {
     header()->setSortIndicator(column, order); // sorts: the view follows its header
+}
+
+void KorListCtrl::keepSorting(const KorString& name) {
+    m_sortingName = name;
+    connect(header(), &QHeaderView::sectionClicked, this, [this] {
+        const int order = header()->sortIndicatorOrder() == Qt::AscendingOrder ? 1 : -1;
+        KorLayoutStore::write(m_sortingName,
+                              KorString::number(order * (header()->sortIndicatorSection() + 1)));
+    });
+}
+
+void KorListCtrl::restoreSorting() {
+    const int kept = toQt(KorLayoutStore::read(m_sortingName)).toInt();
+    if (kept != 0 && std::abs(kept) <= columnCount())
+        sortByColumn(std::abs(kept) - 1, kept > 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
 }
 
 void KorListCtrl::setMultiSelection(bool on) {

@@ -54,6 +54,10 @@ public:
 
     /// Sorts by a column; -1 goes on without sorting, in the present order.
     void sortByColumn(int column, Qt::SortOrder order = Qt::AscendingOrder);
+    /// From now on the sorting that the user chooses is kept under this name in the layout store.
+    void keepSorting(const KorString& name);
+    /// Sorts as was kept, where that column is there. For lists whose columns were made anew.
+    void restoreSorting();
 
     /// Whether each row has a check box before its first text. Off at first.
     void setCheckBoxes(bool on);
@@ -92,4 +96,5 @@ private:
 
     KorListModel* m_model;
     bool m_gridLines = false;
+    KorString m_sortingName; // under which the sorting is kept; empty: it is not
 };

@@ -82,13 +82,15 @@ int KorMFCGridCtrl::insertColumn(const KorString& title, EKind kind) {
     return column;
 }
 
-void KorMFCGridCtrl::setColumnChoices(int column, const std::vector<KorString>& choices) {
+void KorMFCGridCtrl::setColumnChoices(int column, const std::vector<KorString>& choices,
+                                      const std::vector<QIcon>& pictures) {
     QTableWidgetItem* header = horizontalHeaderItem(column);
     if (!KorAssert::check(header != nullptr, "the grid has such a column"))
         return;
     const QScopedValueRollback filling(m_filling, true);
     const QStringList list = toQtList(choices); // which all cells share
     header->setData(KorGridDelegate::kChoicesRole, list);
+    m_delegate->setPictures(column, pictures);
     for (int row = 0; row < rowCount(); ++row)
         cell(row, column)->setData(KorGridDelegate::kChoicesRole, list);
 }
@@ -250,6 +252,13 @@ void KorMFCGridCtrl::setCellText(int row, int column, const KorString& text) {
     const QScopedValueRollback filling(m_filling, true);
     if (QTableWidgetItem* item = cell(row, column))
         item->setText(toQt(text));
+}
+
+void KorMFCGridCtrl::setCellPicture(int row, int column, const QIcon& picture) {
+    const QScopedValueRollback filling(m_filling, true);
+    QTableWidgetItem* item = cell(row, column);
+    if (item && !(picture.isNull() && item->icon().isNull()))
+        item->setIcon(picture);
 }
 
 bool KorMFCGridCtrl::isCellChecked(int row, int column) const {

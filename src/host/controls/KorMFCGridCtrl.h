@@ -2,6 +2,7 @@
 
 #include "base/KorString.h"
 
+#include <QIcon>
 #include <QTableWidget>
 
 #include <functional>
@@ -34,8 +35,10 @@ public:
 
     /// Appends a column and returns its number.
     int insertColumn(const KorString& title, EKind kind = eText);
-    /// The choices of a combo column, or of a single cell of it.
-    void setColumnChoices(int column, const std::vector<KorString>& choices);
+    /// The choices of a combo column, or of a single cell of it; those of a column with the pictures that
+    /// stand beside them, where there are any.
+    void setColumnChoices(int column, const std::vector<KorString>& choices,
+                          const std::vector<QIcon>& pictures = {});
     void setCellChoices(int row, int column, const std::vector<KorString>& choices);
     /// The choices of a combo column are those of a tree, which `fill` puts into the combo when a cell is
     /// opened. A cell holds the last name of the path.
@@ -69,6 +72,8 @@ public:
 
     KorString getCellText(int row, int column) const;
     void setCellText(int row, int column, const KorString& text);
+    /// The picture before a cell's text, no larger than the grid's icon size.
+    void setCellPicture(int row, int column, const QIcon& picture);
     bool isCellChecked(int row, int column) const;
     void setCellCheck(int row, int column, bool checked);
     /// Whether the user can change a cell; on at first, except in read-only columns. A radio cell that cannot

@@ -1,6 +1,7 @@
 #include "controls/linetype/KorLinetypeCombo.h"
 
 #include "controls/KorQt.h"
+#include "controls/linetype/HostLinetypes.h"
 #include "controls/linetype/LinetypeDelegate.h"
 #include "controls/linetype/LinetypeModel.h"
 #include "controls/linetype/LinetypePainter.h"
@@ -9,18 +10,6 @@
 #include <QStylePainter>
 
 namespace {
-
-struct HostLinetype {
-    int id;
-    const char* name;
-    const char* pattern;
-};
-
-// What the host draws without a file.
-constexpr HostLinetype kHostLinetypes[] = {
-    {1, "CONTINUOUS", "A,1"}, {2, "DASH", "A,6,-3"},          {3, "LONG_DASH", "A,12,-4"},
-    {4, "DOT", "A,0,-1.5"},   {5, "DASH_DOT", "A,9,-2,0,-2"}, {6, "DASH_DOT_DOT", "A,9,-2,0,-2,0,-2"},
-};
 
 LinetypeDefinitionPtr define(const KorString& name, const KorString& pattern) {
     auto definition = std::make_shared<LinetypeDefinition>();
@@ -78,7 +67,7 @@ void KorLinetypeCombo::setDefaultProperties() {
 }
 
 void KorLinetypeCombo::initializeList() {
-    for (const HostLinetype& linetype : kHostLinetypes)
+    for (const HostLinetype& linetype : HostLinetypes::kAll)
         m_model->add(define(linetype.name, linetype.pattern), linetype.id);
 }
 

@@ -56,6 +56,11 @@ void paintSign(QPainter& painter, QPointF at, const LinetypeElement& element, do
     painter.restore();
 }
 
+void paintDot(QPainter& painter, QPointF at) {
+    const double size = std::max(kDot, painter.pen().widthF());
+    painter.fillRect(QRectF(at.x() - size / 2, at.y() - size / 2, size, size), painter.pen().color());
+}
+
 /// Draws one period from `x` on, as far as it lies in the area. Returns where it ends.
 double paintPeriod(QPainter& painter, const QRectF& area, double x, const LinetypePattern& pattern,
                    double perUnit) {
@@ -67,12 +72,21 @@ double paintPeriod(QPainter& painter, const QRectF& area, double x, const Linety
         if (isSign(element))
             paintSign(painter, {x, y}, element, perUnit);
         else if (element.kind == LinetypeElement::kDot)
-            painter.fillRect(QRectF(x - kDot / 2, y - kDot / 2, kDot, kDot), painter.pen().color());
+            paintDot(painter, {x, y});
         else if (element.kind == LinetypeElement::kDash)
             painter.drawLine(QPointF(x, y), QPointF(std::min(std::max(end, x + 1), area.right()), y));
         x = end;
     }
     return x;
+}
+
+void repeatPattern(QPainter& painter, const QRectF& area, const LinetypePattern& pattern, double perUnit) {
+    for (double x = area.left(); x < area.right();) {
+        const double end = paintPeriod(painter, area, x, pattern, perUnit);
+        if (end <= x) // dots alone take no length
+            break;
+        x = end;
+    }
 }
 
 } // namespace
@@ -88,21 +102,23 @@ double LinetypePainter::pixelsPerUnit(const LinetypePattern& pattern, double wid
     return std::min(perUnit, width / (kPeriodsShown * period));
 }
 
-void LinetypePainter::paintLine(QPainter& painter, const QRectF& area, const LinetypePattern& pattern) {
+void LinetypePainter::paintLine(QPainter& painter, const QRectF& area, const LinetypePattern& pattern,
+                                double weight) {
     if (!isSeen(pattern) || area.width() < 1.0)
         return;
     const double perUnit = pixelsPerUnit(pattern, area.width());
     painter.save();
     painter.setClipRect(area, Qt::IntersectClip);
-    QPen pen(painter.pen().color(), 1.2);
+    QPen pen(painter.pen().color(), weight);
     pen.setCapStyle(Qt::FlatCap);
     painter.setPen(pen);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (double x = area.left(); x < area.right();) {
-        const double end = paintPeriod(painter, area, x, pattern, perUnit);
-        if (end <= x) // dots alone take no length
-            break;
-        x = end;
+    // Dashes that meet would show a seam.
+    if (std::ranges::all_of(pattern, [](const auto& e) { return e.kind == LinetypeElement::kDash; })) {
+        const double y = std::floor(area.center().y()) + 0.5;
+        painter.drawLine(QPointF(area.left(), y), QPointF(area.right(), y));
+    } else {
+        repeatPattern(painter, area, pattern, perUnit);
     }
     painter.restore();
 }
