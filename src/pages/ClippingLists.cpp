@@ -6,6 +6,7 @@
 #include "operations/KorDetStructureUtilities.h"
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
+#include "pages/ValuePictures.h"
 #include "services/Prompts.h"
 
 #include <QComboBox>
@@ -17,6 +18,7 @@ namespace {
 constexpr int kUseDefaultPrompt = 14101;
 constexpr int kNoClippingPrompt = 450;
 constexpr double kDefaultGap = -1.0;
+constexpr int kColumnType = 7; // of the clipping strategy
 
 QString lengthText(double value) {
     return toQt(getUnitsOfCurrentDatabase().format(value, KorUnitsManager::kLength));
@@ -69,11 +71,15 @@ std::optional<double> ClippingLists::selectedGap(const QComboBox& combo) {
 void ClippingLists::fillTypes(QComboBox& combo) {
     KorArray<KorString> names;
     KorOdbcGUI::getClippingTypeList(names);
+    const TableSchema& types = *findTable(kTableClippingType);
     combo.clear();
     combo.addItem(toQt(useDefault()), kDefaultKey);
     for (const KorString& name : names) {
         StructClippingType type;
         const bool found = KorODBCClippingType::getClippingType(name, type) == 1;
-        combo.addItem(toQt(name), found ? type.key : kDefaultKey);
+        combo.addItem(found ? ValuePictures::ofRow(types, type) : QIcon(), toQt(name),
+                      found ? type.key : kDefaultKey);
     }
+    combo.setIconSize(ValuePictures::sizeFor(*findTable(kTableLengthClip),
+                                             *findTable(kTableLengthClip)->column(kColumnType)));
 }

@@ -34,7 +34,7 @@ constexpr int kLabelHeight = 180;
 constexpr int kAllVariables = 0; // an object type that offers every variable
 
 QWidget* makeControl(const Column& column) {
-    if (column.isReference() || !column.valueNames.empty()) {
+    if (column.isChosen()) {
         auto* combo = new KorComboBox;
         combo->setFixedWidth(kFieldWidth);
         return combo;

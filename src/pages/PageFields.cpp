@@ -8,9 +8,12 @@
 #include "operations/CurrentRows.h"
 #include "operations/KorDetStructureUtilities.h"
 #include "pages/KorDSMPage.h"
+#include "pages/ValuePictures.h"
+#include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMValueText.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QRadioButton>
@@ -30,8 +33,27 @@ KorString numberText(const Column& column, const CellValue& value) {
     return getUnitsOfCurrentDatabase().format(number, KorDSMValueText::unitKind(column));
 }
 
-KorString fieldText(const Column& column, const StructRecord& record) {
-    return column.isText() ? column.textIn(&record) : numberText(column, column.read(&record));
+KorString fieldText(const TableSchema& table, const Column& column, const CellValue& value) {
+    if (const auto* text = std::get_if<KorString>(&value))
+        return *text;
+    const KorString special = KorDSMValueText::specialName(table, column, value);
+    return special.isEmpty() ? numberText(column, value) : special;
+}
+
+// What comes of a typed value, at the end of its field.
+void showSample(KorLineEdit& edit, const QIcon& sample) {
+    constexpr const char* kSample = "valueSample";
+    constexpr int kSampleName = 680;
+    auto* shown = edit.findChild<QAction*>(QLatin1String(kSample), Qt::FindDirectChildrenOnly);
+    if (!shown && sample.isNull())
+        return;
+    if (!shown) {
+        shown = edit.addAction(sample, QLineEdit::TrailingPosition);
+        shown->setObjectName(QLatin1String(kSample));
+        shown->setText(toQt(Prompts::dsm(kSampleName)));
+    }
+    shown->setIcon(sample);
+    shown->setVisible(!sample.isNull());
 }
 
 } // namespace
@@ -111,21 +133,34 @@ void PageFields::fillLists() {
 }
 
 void PageFields::fillCombo(const PageField& field, const Column& column, QComboBox& combo) {
+    const TableSchema& table = *findTable(row().table);
+    const QSize size = ValuePictures::sizeFor(table, column);
     combo.clear();
-    for (const KorString& name : KorDSMValueText::valueNames(*findTable(row().table), column))
-        combo.addItem(toQt(name));
-    if (!column.isReference())
-        return;
-    if (field.optional)
-        combo.addItem(toQt(KorDSMValueText::nothing()), 0);
-    if (field.sorted) {
-        for (const StructRecord* target : CurrentRows::byName(column.target))
-            combo.addItem(toQt(target->name), target->key);
+    if (!size.isEmpty())
+        combo.setIconSize(size);
+    if (!column.isReference()) {
+        const std::vector<KorString> names = KorDSMValueText::valueNames(table, column);
+        const std::vector<std::int32_t> values = KorDSMValueText::valuesOf(column);
+        for (std::size_t i = 0; i < values.size(); ++i)
+            combo.addItem(ValuePictures::of(table, column, std::int64_t{values[i]}), toQt(names[i]),
+                          values[i]);
         return;
     }
-    const RowArray* targets = CurrentRows::all(column.target);
-    for (int i = 0; targets && i < targets->size(); ++i)
-        combo.addItem(toQt(targets->at(i).name), targets->at(i).key);
+    if (field.optional)
+        combo.addItem(toQt(KorDSMValueText::nothing()), 0);
+    const TableSchema& targets = *findTable(column.target);
+    const auto add = [&](const StructRecord& target) {
+        combo.addItem(size.isEmpty() ? QIcon() : ValuePictures::ofRow(targets, target), toQt(target.name),
+                      target.key);
+    };
+    if (field.sorted) {
+        for (const StructRecord* target : CurrentRows::byName(column.target))
+            add(*target);
+        return;
+    }
+    const RowArray* all = CurrentRows::all(column.target);
+    for (int i = 0; all && i < all->size(); ++i)
+        add(all->at(i));
 }
 
 void PageFields::load() {
@@ -160,14 +195,27 @@ void PageFields::loadField(const PageField& field, const StructRecord& record) {
     } else if (auto* combo = qobject_cast<QComboBox*>(control)) {
         loadCombo(field, *column, column->integerIn(&record), *combo);
     } else if (auto* edit = qobject_cast<KorLineEdit*>(control)) {
-        edit->setText(toQt(fieldText(*column, record)));
+        const TableSchema& table = *findTable(row().table);
+        edit->setText(toQt(fieldText(table, *column, column->read(&record))));
+        showSample(*edit, ValuePictures::inField(table, *column, record));
     }
+}
+
+// Others than the one that was written can show what came of it.
+void PageFields::showSamples() {
+    const TableSchema& table = *findTable(row().table);
+    const StructRecord* record = recordOf(row());
+    for (const PageField& field : m_fields)
+        if (auto* edit = KorControls::find<KorLineEdit>(&m_page, field.control); edit && record)
+            showSample(*edit, ValuePictures::inField(table, *columnOf(field), *record));
 }
 
 void PageFields::loadCombo(const PageField& field, const Column& column, std::int32_t value,
                            QComboBox& combo) {
     if (!column.isReference()) {
-        combo.setCurrentIndex(value < combo.count() ? value : -1);
+        combo.setCurrentIndex(combo.findData(value));
+        // A value without a name is shown all the same.
+        combo.setPlaceholderText(toQt(KorString::number(value)));
         return;
     }
     const StructRecord* target = CurrentRows::find(column.target, KorOdbcKey(value));
@@ -182,7 +230,7 @@ void PageFields::onEntryChosen(const PageField& field, QComboBox& combo) {
     if (!column)
         return;
     if (!column->isReference())
-        return write(field, combo, std::int64_t{combo.currentIndex()});
+        return write(field, combo, std::int64_t{combo.currentData().toInt()});
     if (field.optional && combo.currentIndex() == 0)
         return write(field, combo, std::int64_t{0});
     // Of rows of one name the entry's own is meant; entries that were added by name have none.
@@ -202,21 +250,25 @@ void PageFields::onTextCommitted(const PageField& field, KorLineEdit& edit) {
     const KorString text = fromQt(edit.text());
     if (column->isText())
         return write(field, edit, text);
-    if (text == fieldText(*column, *record))
+    const TableSchema& table = *findTable(row().table);
+    const auto isShown = [&](const CellValue& value) {
+        return fieldText(table, *column, value) == fieldText(table, *column, column->read(record));
+    };
+    if (text == fieldText(table, *column, column->read(record)))
         return m_page.markStored(&edit, true);
     Column limited = *column;
     limited.minimum = std::max(column->minimum, field.lowest);
-    const auto parsed = KorDSMValueText::parse(*findTable(row().table), limited, text);
+    const auto parsed = KorDSMValueText::parse(table, limited, text);
     if (!parsed) {
         // It stays to be corrected.
         edit.refuse();
         KorFieldNote::show(&edit, toQt(parsed.note));
         return;
     }
-    if (numberText(*column, parsed.value) != fieldText(*column, *record))
+    if (!isShown(parsed.value))
         write(field, edit, parsed.value);
     record = recordOf(row());
-    if (record && numberText(*column, parsed.value) == fieldText(*column, *record))
+    if (record && isShown(parsed.value))
         loadField(field, *record);
 }
 
@@ -237,6 +289,8 @@ void PageFields::write(const PageField& field, QWidget& control, const CellValue
     }
     const bool stored = result.isStored();
     m_page.markStored(&control, stored);
+    if (stored)
+        showSamples();
     if (stored)
         Q_EMIT written(field.column);
     else

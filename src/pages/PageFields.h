@@ -75,6 +75,7 @@ private:
     void write(const PageField& field, QWidget& control, const CellValue& value);
     void onTextCommitted(const PageField& field, KorLineEdit& edit);
     void onEntryChosen(const PageField& field, QComboBox& combo);
+    void showSamples();
     void fillCombo(const PageField& field, const Column& column, QComboBox& combo);
     void loadCombo(const PageField& field, const Column& column, std::int32_t value, QComboBox& combo);
 

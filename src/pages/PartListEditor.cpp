@@ -14,6 +14,7 @@
 #include "pages/RecordButtons.h"
 #include "pages/RestRow.h"
 #include "pages/SelectionFills.h"
+#include "pages/ValuePictures.h"
 #include "services/Prompts.h"
 #include "session/KorDSMQualifierWords.h"
 #include "session/KorDSMValueText.h"
@@ -63,18 +64,32 @@ KorString headOf(eTableType parts) {
 KorMFCGridCtrl::EKind kindOf(const Column& column) {
     if (column.kind == eColumnKind::kFlag)
         return KorMFCGridCtrl::eCheck;
-    if (column.isReference() || !column.valueNames.empty())
+    if (column.isChosen())
         return KorMFCGridCtrl::eCombo;
     return column.isText() ? KorMFCGridCtrl::eText : KorMFCGridCtrl::eNumber;
 }
 
-std::vector<KorString> choicesOf(const TableSchema& table, const Column& column) {
-    if (!column.isReference())
-        return KorDSMValueText::valueNames(table, column);
-    std::vector<KorString> names = {KorDSMValueText::nothing()};
-    for (const StructRecord* target : CurrentRows::byName(column.target))
-        names.push_back(target->name);
-    return names;
+struct Choices {
+    std::vector<KorString> names;
+    std::vector<QIcon> pictures;
+};
+
+Choices choicesOf(const TableSchema& table, const Column& column) {
+    Choices choices;
+    if (!column.isReference()) {
+        choices.names = KorDSMValueText::valueNames(table, column);
+        for (const std::int32_t value : KorDSMValueText::valuesOf(column))
+            choices.pictures.push_back(ValuePictures::of(table, column, std::int64_t{value}));
+        return choices;
+    }
+    const TableSchema& targets = *findTable(column.target);
+    const bool hasPictures = !ValuePictures::sizeFor(table, column).isEmpty();
+    choices = {{KorDSMValueText::nothing()}, {QIcon()}};
+    for (const StructRecord* target : CurrentRows::byName(column.target)) {
+        choices.names.push_back(target->name);
+        choices.pictures.push_back(hasPictures ? ValuePictures::ofRow(targets, *target) : QIcon());
+    }
+    return choices;
 }
 
 } // namespace
@@ -96,6 +111,7 @@ PartListEditor::PartListEditor(KorDSMPage& page, eTableType parts)
     setUpCommands();
     m_grid->setSelectsSeveral(true);
     m_grid->setOpensRows(true);
+    m_grid->setIconSize(ValuePictures::largestSize());
     m_grid->setContextMenuPolicy(Qt::CustomContextMenu);
     m_grid->installEventFilter(this);
     connect(m_grid, &QWidget::customContextMenuRequested, this, &PartListEditor::showMenu);
@@ -164,8 +180,10 @@ void PartListEditor::load(RowRef whole) {
         m_selected.clear();
     for (std::size_t i = 0; i < m_columns.size(); ++i)
         if (kindOf(*m_columns[i]) == KorMFCGridCtrl::eCombo &&
-            !trees().contains(m_columns[i]->isReference() ? m_columns[i]->target : kNoTable))
-            m_grid->setColumnChoices(static_cast<int>(i), choicesOf(m_list->table(), *m_columns[i]));
+            !trees().contains(m_columns[i]->isReference() ? m_columns[i]->target : kNoTable)) {
+            const Choices choices = choicesOf(m_list->table(), *m_columns[i]);
+            m_grid->setColumnChoices(static_cast<int>(i), choices.names, choices.pictures);
+        }
     fill();
     if (m_rest)
         m_rest->load(whole);
@@ -193,7 +211,7 @@ void PartListEditor::fill() {
     for (int row = 0; row < m_grid->rowCount(); ++row)
         showRow(row);
     for (auto row = static_cast<std::size_t>(m_grid->rowCount()); row < m_keys.size(); ++row)
-        m_grid->addRow(textsOf(m_keys[row]));
+        showPictures(m_grid->addRow(textsOf(m_keys[row])));
     const int rows = std::clamp(m_grid->rowCount(), kLeastRowsShown, kMostRowsShown);
     m_grid->setFixedHeight(m_grid->horizontalHeader()->sizeHint().height() +
                            rows * m_grid->verticalHeader()->defaultSectionSize() + 2 * m_grid->frameWidth() +
@@ -284,6 +302,17 @@ void PartListEditor::showRow(int row) {
             m_grid->setCellCheck(row, static_cast<int>(i), texts[i] == "1");
         else
             m_grid->setCellText(row, static_cast<int>(i), texts[i]);
+    showPictures(row);
+}
+
+void PartListEditor::showPictures(int row) {
+    const std::int32_t key = m_keys[static_cast<std::size_t>(row)];
+    const TableSchema& table = m_list->table();
+    for (std::size_t i = 0; i < m_columns.size(); ++i)
+        if (!ValuePictures::sizeFor(table, *m_columns[i]).isEmpty())
+            m_grid->setCellPicture(
+                row, static_cast<int>(i),
+                ValuePictures::of(table, *m_columns[i], m_list->value(key, *m_columns[i])));
 }
 
 // The cell's editor is still open: the rows stay, and the window follows when it is closed.

@@ -49,6 +49,7 @@ private:
     void finish(KorDSMEditedList::Outcome outcome);
     void refuse(const KorString& sentence);
     void showRow(int row);
+    void showPictures(int row);
     void onCellEdited(int row, int column);
     void open(int row, int column);
     void addPasteOnly(QMenu& menu);
