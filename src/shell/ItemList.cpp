@@ -9,6 +9,7 @@
 ItemList::ItemList(KorListCtrl& control, KorImageListPtr images) : m_control(control) {
     m_control.setImageList(std::move(images));
     m_control.setMultiSelection(true);
+    m_control.keepSorting("ItemListSorting");
     m_control.setContextMenuPolicy(Qt::CustomContextMenu);
     connect(&m_control, &KorListCtrl::itemActivated, this, [this](int row) {
         if (KorDSMDatabaseItem* item = itemAt(row))
@@ -70,6 +71,7 @@ void ItemList::fill(KorDSMDatabaseItem& item) {
         for (std::size_t i = 0; i < contents.titles.size(); ++i)
             m_control.insertColumn(contents.titles[i], i == 0 ? 0 : 120,
                                    contents.numeric[i] ? KorListCtrl::eNumber : KorListCtrl::eText);
+        m_control.restoreSorting();
     }
     std::vector<KorListRow> rows;
     rows.reserve(contents.rows.size());

@@ -5,6 +5,7 @@
 #include "controls/KorListCtrl.h"
 #include "dialogs/KorDSMDialogNewItem.h"
 
+#include <QHeaderView>
 #include <QMenu>
 #include <QMessageBox>
 #include <QTest>
@@ -143,4 +144,26 @@ TEST_F(List, OfASectionThatWasNotOpenedKnowsWhatIsInItsGroups) {
     EXPECT_NE(list().getItemText(0, 1).view(), "0");
     clickRow(rows.front().c_str());
     EXPECT_FALSE(isOn(kDelete)) << "a group with something in it";
+}
+
+TEST_F(List, IsSortedByAClickOnAHeaderWhichOtherListsAndTheNextWindowKeep) {
+    open();
+    select(kCategory);
+    const auto clickHeader = [this] {
+        QHeaderView& header = *list().header();
+        QTest::mouseClick(header.viewport(), Qt::LeftButton, {},
+                          {header.sectionViewportPosition(0) + 20, header.height() / 2});
+    };
+    clickHeader();
+    const auto ascending = names();
+    EXPECT_EQ(ascending, (std::vector<std::string>{"HB beam 1:15", "HB beam, long, 1:10", "HB post 1:15"}));
+    clickHeader();
+    const std::vector<std::string> descending(ascending.rbegin(), ascending.rend());
+    EXPECT_EQ(names(), descending);
+    select({"User"});
+    auto groups = names();
+    EXPECT_TRUE(groups.size() > 1 && std::ranges::is_sorted(groups, std::greater()));
+    open();
+    select(kCategory);
+    EXPECT_EQ(names(), descending);
 }
