@@ -1,0 +1,54 @@
+#pragma once
+
+#include "drawing/Geometry.h"
+
+#include <cstdint>
+
+/// A point in a view: where, and how far away.
+struct ViewPoint {
+    Vec2 at;
+    double depth = 0;
+};
+
+/// A face as a view sees it. Its depth is base + du * u + dv * v.
+struct ViewFace {
+    std::vector<Loop2> loops;
+    double base = 0;
+    double du = 0;
+    double dv = 0;
+    Box2 box;
+    double nearest = 0;
+
+    double depthAt(Vec2 p) const { return base + du * p.u + dv * p.v; }
+};
+
+/// Faces that may hide what lies behind them, found by where they are.
+class FaceGrid {
+public:
+    using Found = std::vector<std::int32_t>;
+
+    void add(ViewFace face) {
+        m_box.add(face.box);
+        m_faces.push_back(std::move(face));
+    }
+    /// To be called when all faces were added.
+    void sort();
+
+    /// The faces that may hide a piece of the segment.
+    Found near(const ViewPoint& a, const ViewPoint& b) const;
+    /// Where, in parts of the way from a to b, their borders or planes are crossed; with 0 and 1, ascending.
+    std::vector<double> crossings(const Found& faces, const ViewPoint& a, const ViewPoint& b) const;
+    /// Whether one of them lies before the point.
+    bool cover(const Found& faces, const ViewPoint& point) const;
+
+private:
+    static constexpr int kCells = 48; ///< in each direction
+
+    int cell(double value, double low, double size) const;
+
+    std::vector<ViewFace> m_faces;
+    std::vector<Found> m_cells;
+    Box2 m_box;
+    mutable std::vector<std::uint32_t> m_asked; // per face: the last question that met it
+    mutable std::uint32_t m_question = 0;
+};

@@ -1,0 +1,136 @@
+#include "drawing/HiddenLines.h"
+
+#include "drawing/CutSolid.h"
+#include "drawing/FaceGrid.h"
+#include "drawing/LineCover.h"
+
+namespace {
+
+constexpr double kSide = 0.02; // beside a line, where it is asked what covers it
+
+// Keeps of a segment what lies between the two values of a coordinate, which is linear along it.
+bool clip(double atA, double atB, double low, double high, double& from, double& to) {
+    const double d = atB - atA;
+    if (std::abs(d) < 1e-9)
+        return atA >= low - 1e-6 && atA <= high + 1e-6 && from < to;
+    double first = (low - atA) / d;
+    double last = (high - atA) / d;
+    if (first > last)
+        std::swap(first, last);
+    from = std::max(from, first);
+    to = std::min(to, last);
+    return to - from > 1e-9;
+}
+
+class Projection {
+public:
+    Projection(const SamplePart& part, const ViewCamera& camera) : m_part(part), m_camera(camera) {}
+
+    void add(int index) {
+        const PartObject& object = m_part.objects[static_cast<std::size_t>(index)];
+        CutSolid cut = cutSolid(object.solid, m_camera);
+        for (ViewFace& face : cut.faces)
+            m_faces.add(std::move(face));
+        std::vector<int> circles;
+        for (const Circle3& circle : object.solid.circles) {
+            const bool round = std::abs(dot(circle.axis, m_camera.frame.y)) > 1 - 1e-6;
+            circles.push_back(round ? static_cast<int>(seen.circles.size()) : -1);
+            if (round)
+                seen.circles.push_back({m_camera.flat(circle.centre), circle.radius});
+        }
+        for (const Edge& edge : object.solid.edges) {
+            const double a = dot(edge.normalA, m_camera.frame.y);
+            const double b = dot(edge.normalB, m_camera.frame.y);
+            const bool isSilhouette = (a < -1e-9) != (b < -1e-9);
+            if (!edge.smooth || isSilhouette)
+                m_segments.push_back({edge.a, edge.b, ViewLine::kEdge, index,
+                                      edge.circle < 0 ? -1 : circles[static_cast<std::size_t>(edge.circle)]});
+        }
+        for (const Loop3& path : object.paths)
+            for (std::size_t i = 1; i < path.size(); ++i)
+                m_segments.push_back({path[i - 1], path[i], ViewLine::kPath, index, -1});
+        for (const Loop2& loop : cut.loops)
+            for (std::size_t i = 0; i < loop.size(); ++i) {
+                const Vec2 a = loop[i];
+                const Vec2 b = loop[(i + 1) % loop.size()];
+                addPiece({a, b, m_camera.nearDepth, true, ViewLine::kCut, index, -1});
+            }
+        if (!cut.loops.empty())
+            seen.cutFaces.emplace_back(index, std::move(cut.loops));
+    }
+
+    void finish() {
+        m_faces.sort();
+        for (const Segment& segment : m_segments)
+            addSegment(segment);
+        seen.lines = withoutCovered(std::move(seen.lines));
+    }
+
+    ViewLines seen;
+
+private:
+    struct Segment {
+        Vec3 a;
+        Vec3 b;
+        ViewLine::eKind kind;
+        int object;
+        int circle;
+    };
+
+    // The piece of a line inside of the window.
+    void addPiece(ViewLine line) {
+        double from = 0;
+        double to = 1;
+        if (!clip(line.a.u, line.b.u, m_camera.window.low.u, m_camera.window.high.u, from, to) ||
+            !clip(line.a.v, line.b.v, m_camera.window.low.v, m_camera.window.high.v, from, to))
+            return;
+        const Vec2 d = line.b - line.a;
+        line.b = line.a + d * to;
+        line.a = line.a + d * from;
+        if ((line.b - line.a).length() > 1e-3)
+            seen.lines.push_back(line);
+    }
+
+    void addSegment(const Segment& segment) {
+        const double depthA = m_camera.depth(segment.a);
+        const double depthB = m_camera.depth(segment.b);
+        double from = 0;
+        double to = 1;
+        if (!clip(depthA, depthB, m_camera.nearDepth, m_camera.farDepth, from, to))
+            return;
+        const Vec2 a = m_camera.flat(segment.a);
+        const Vec2 d = m_camera.flat(segment.b) - a;
+        if (d.length() < 1e-3)
+            return;
+        const auto at = [&](double t) { return ViewPoint{a + d * t, depthA + (depthB - depthA) * t}; };
+        const auto candidates = m_faces.near(at(from), at(to));
+        std::vector<double> stops = m_faces.crossings(candidates, at(from), at(to));
+        for (double& stop : stops)
+            stop = from + stop * (to - from);
+        const Vec2 beside = Vec2{-d.v, d.u} * (kSide / d.length());
+        for (std::size_t i = 1; i < stops.size(); ++i) {
+            const ViewPoint middle = at((stops[i] + stops[i - 1]) / 2);
+            if ((stops[i] - stops[i - 1]) * d.length() < 1e-3)
+                continue;
+            const bool hidden = m_faces.cover(candidates, {middle.at + beside, middle.depth}) &&
+                                m_faces.cover(candidates, {middle.at - beside, middle.depth});
+            addPiece({at(stops[i - 1]).at, at(stops[i]).at, middle.depth, !hidden, segment.kind,
+                      segment.object, segment.circle});
+        }
+    }
+
+    const SamplePart& m_part;
+    const ViewCamera& m_camera;
+    FaceGrid m_faces;
+    std::vector<Segment> m_segments;
+};
+
+} // namespace
+
+ViewLines linesOf(const SamplePart& part, const std::vector<int>& shown, const ViewCamera& camera) {
+    Projection projection(part, camera);
+    for (const int index : shown)
+        projection.add(index);
+    projection.finish();
+    return std::move(projection.seen);
+}

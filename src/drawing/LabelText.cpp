@@ -1,0 +1,82 @@
+#include "drawing/LabelText.h"
+
+#include "data/text/TextFields.h"
+
+namespace {
+
+std::string wordsOf(const LabelRun& run, const LabelText::Values& values) {
+    if (run.kind == LabelRun::kText)
+        return run.text.toStdString();
+    const std::string name = run.text.toStdString();
+    return values(name).value_or("{" + name + "}");
+}
+
+} // namespace
+
+Primitives LabelText::lay(const KorString& label, const LabelStyle& defaults, const Values& values,
+                          const Pen& pen, Primitive::ePurpose purpose, const ProvenancePtr& provenance) {
+    const LabelReading reading = LabelFormat::parse(label, defaults);
+    LabelRuns runs = reading.runs;
+    if (reading.outcome > LabelReading::kPlain) // shown as it is stored
+        runs = {{LabelRun::kText, label, defaults}};
+    Primitives texts;
+    std::size_t lineStart = 0;
+    double u = 0;
+    double top = 0;
+    const auto endLine = [&](double fallback) {
+        double height = texts.size() == lineStart ? fallback : 0;
+        for (std::size_t i = lineStart; i < texts.size(); ++i)
+            height = std::max(height, texts[i].style.size);
+        for (std::size_t i = lineStart; i < texts.size(); ++i)
+            texts[i].points[0].v = top - height;
+        top -= height * 1.5;
+        lineStart = texts.size();
+        u = 0;
+    };
+    for (const LabelRun& run : runs) {
+        if (run.kind == LabelRun::kLineBreak) {
+            endLine(run.style.size);
+            continue;
+        }
+        Primitive text;
+        text.kind = Primitive::kText;
+        text.purpose = purpose;
+        text.text = wordsOf(run, values);
+        text.style = run.style;
+        if (text.style.font.isEmpty())
+            text.style.font = defaults.font;
+        text.pen = pen;
+        text.pen.color = run.style.color;
+        text.provenance = provenance;
+        const double whole = text.textWidth();
+        const std::size_t blanks = std::min(text.text.find_first_not_of(' '), text.text.size());
+        text.text.erase(0, blanks); // programs that show pictures drop them
+        text.points = {{u + whole - text.textWidth(), 0}};
+        u += whole;
+        if (!text.text.empty())
+            texts.push_back(std::move(text));
+    }
+    endLine(0);
+    return texts;
+}
+
+std::string LabelText::plain(const KorString& label, const Values& values) {
+    LabelReading reading = LabelFormat::parse(label, {});
+    if (reading.outcome == LabelReading::kPlain)
+        if (LabelReading marked = LabelFormat::parse(KorString("{L1}") + label, {});
+            marked.outcome == LabelReading::kLabel)
+            reading = std::move(marked);
+    std::string text;
+    for (const LabelRun& run : reading.runs)
+        text += run.kind == LabelRun::kLineBreak ? " " : wordsOf(run, values);
+    return text;
+}
+
+std::string LabelText::number(double value, int places) {
+    const double power = std::pow(10, places);
+    return TextFields::number(std::round(value * power) / power);
+}
+
+std::string LabelText::scale(double factor) {
+    return factor >= 1 ? number(factor, 2) + ":1" : "1:" + number(1 / factor, 2);
+}

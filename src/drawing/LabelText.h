@@ -1,0 +1,26 @@
+#pragma once
+
+#include "drawing/Primitive.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+/// Labels as texts on the sheet.
+namespace LabelText {
+
+/// The value of a variable; nothing where nobody but the host knows it.
+using Values = std::function<std::optional<std::string>(const std::string& name)>;
+
+/// The texts of a label, its upper left corner at 0, 0. Variables without a value stand as "{name}".
+Primitives lay(const KorString& label, const LabelStyle& defaults, const Values& values, const Pen& pen,
+               Primitive::ePurpose purpose, const ProvenancePtr& provenance);
+/// The same as one plain text. Variables are filled in even where the label has no version mark.
+std::string plain(const KorString& label, const Values& values);
+
+/// A number with a point as decimal mark and at most `places` decimals.
+std::string number(double value, int places);
+/// A scale as people write it, such as 1:10.
+std::string scale(double factor);
+
+} // namespace LabelText

@@ -1,0 +1,88 @@
+#include "drawing/SampleParts.h"
+
+#include "base/TextLines.h"
+#include "base/Translation.h"
+#include "drawing/PartReader.h"
+
+#include <fstream>
+
+namespace {
+
+constexpr const char* kEnding = ".part";
+
+Result<> wrongLine(const std::filesystem::path& file, std::size_t line, const std::string& what) {
+    return Result<>::failure(KorString::format(translated("Line %d of the sample part \"%s\" is wrong: %s"),
+                                               {std::to_string(line), file.filename().string(), what}));
+}
+
+} // namespace
+
+Result<SamplePart> SampleParts::readFile(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream)
+        return Result<>::failure(
+            KorString::format(translated("The sample part \"%s\" cannot be read."), {file.string()}));
+    PartReader reader;
+    TextLines lines(stream);
+    std::size_t number = 0;
+    constexpr std::size_t kMostLines = 5000;
+    for (std::string line; lines.next(line);) {
+        std::string wrong;
+        PartStatement statement = PartStatement::read(line, wrong);
+        if (++number > kMostLines)
+            wrong = translated("A part has 5000 lines at most.").toStdString();
+        if (wrong.empty())
+            wrong = reader.take(statement);
+        if (!wrong.empty())
+            return wrongLine(file, number, wrong);
+    }
+    std::size_t statement = 0;
+    if (const std::string wrong = reader.finish(statement); !wrong.empty())
+        return wrongLine(file, statement + 1, wrong);
+    return std::move(reader.part);
+}
+
+std::vector<std::string> SampleParts::names(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, error))
+        if (entry.path().extension() == kEnding)
+            names.push_back(entry.path().stem().string());
+    std::ranges::sort(names);
+    return names;
+}
+
+Result<SamplePart> SampleParts::read(const std::filesystem::path& folder, const std::string& name) {
+    const std::vector<std::string> known = names(folder);
+    if (std::ranges::find(known, name) != known.end())
+        return readFile(folder / (name + kEnding));
+    std::string list;
+    for (const std::string& other : known)
+        list += (list.empty() ? "" : ", ") + other;
+    return Result<>::failure(
+        KorString::format(translated("There is no sample part \"%s\"; there are: %s."), {name, list}));
+}
+
+std::string SampleParts::suiting(const std::filesystem::path& folder, const std::vector<std::string>& texts) {
+    const std::vector<std::string> all = names(folder);
+    std::vector<std::pair<std::string, std::vector<std::string>>> words;
+    for (const std::string& name : all)
+        if (const Result<SamplePart> part = read(folder, name))
+            words.emplace_back(name, part.value.categories);
+    for (const std::string& text : texts) {
+        const std::string folded = KorString(text).lowered().toStdString();
+        std::pair<std::size_t, std::size_t> best = {std::string::npos, 0}; // where, and how much is left
+        std::string suited;
+        for (const auto& [name, categories] : words)
+            for (const std::string& word : categories)
+                if (const std::pair place = {folded.find(word),
+                                             folded.size() - std::min(word.size(), folded.size())};
+                    place.first != std::string::npos && (suited.empty() || place < best)) {
+                    best = place;
+                    suited = name;
+                }
+        if (!suited.empty())
+            return suited;
+    }
+    return all.empty() ? std::string() : all.front();
+}
