@@ -1,0 +1,164 @@
+#include "drawing/DrawingFixture.h"
+
+#include "drawing/Arrangement.h"
+#include "drawing/AxisMap.h"
+#include "drawing/HiddenLines.h"
+#include "drawing/LengthClipping.h"
+
+namespace {
+
+SamplePart partOf(const std::string& lines) {
+    const TempFolder folder;
+    writeBytes(folder.path() / "x.part", "part Test\n" + lines);
+    Result<SamplePart> part = SampleParts::readFile(folder.path() / "x.part");
+    EXPECT_EQ(part.error, "");
+    return part.value;
+}
+
+// From the front, with all that there is.
+ViewCamera frontCamera() {
+    ViewCamera camera;
+    camera.nearDepth = -1e4;
+    camera.farDepth = 1e4;
+    camera.window.add(Vec2{-1e5, -1e5});
+    camera.window.add(Vec2{1e5, 1e5});
+    return camera;
+}
+
+ViewLines seen(const SamplePart& part, const ViewCamera& camera) {
+    std::vector<int> all;
+    for (std::size_t i = 0; i < part.objects.size(); ++i)
+        all.push_back(static_cast<int>(i));
+    return linesOf(part, all, camera);
+}
+
+double lengthOf(const ViewLines& seen, bool visible, int object = -1) {
+    double length = 0;
+    for (const ViewLine& line : seen.lines)
+        if (line.visible == visible && (object < 0 || line.object == object))
+            length += (line.b - line.a).length();
+    return length;
+}
+
+const std::string kBeam = "profile B family=I section=400,180,8,14 from=0,0,0 to=1000,0,0\n";
+
+} // namespace
+
+// A box of 200 x 300 before one of 400 x 100: what lies behind is hidden, what lies upon an edge is there
+// once.
+TEST(GeometryTest, HiddenEdgesAreToldFromVisibleOnes) {
+    const SamplePart part = partOf("plate front at=0,0,0 size=200,300 thickness=20\n"
+                                   "plate behind at=-100,50,100 size=400,100 thickness=20\n");
+    const ViewLines lines = seen(part, frontCamera());
+    EXPECT_NEAR(lengthOf(lines, true, 0), 2 * (200 + 300), 0.1);
+    EXPECT_NEAR(lengthOf(lines, true, 1), 2 * (400 + 100) - 2 * 200, 0.1);
+    EXPECT_NEAR(lengthOf(lines, false, 1), 2 * 200, 0.1);
+}
+
+// From the front an I shows flanges of 14 mm; its web lies behind nothing, and its far edges upon the near
+// ones.
+TEST(GeometryTest, AProfileShowsItsFlangesAndACopeTakesThemAway) {
+    const ViewLines plain = seen(partOf(kBeam), frontCamera());
+    EXPECT_NEAR(lengthOf(plain, true), 4 * 1000 + 2 * 400, 0.1);
+    EXPECT_NEAR(lengthOf(plain, false), 0, 0.1);
+    const ViewLines coped =
+        seen(partOf(kBeam + "cut c in=B end=end side=top length=100 depth=50\n"), frontCamera());
+    // Flange and web end at 900, the web goes on at a height of 350.
+    EXPECT_NEAR(lengthOf(coped, true), 2 * 900 + 2 * 1000 + 400 + 350 + 100 + 50, 0.1);
+    for (const ViewLine& line : coped.lines)
+        EXPECT_FALSE(line.a.u > 901 && line.a.v > 151) << line.a.u << " " << line.a.v;
+}
+
+TEST(GeometryTest, HolesAreCirclesWithTheirPitchAndCanBeSeenThrough) {
+    const SamplePart part = partOf("plate p at=0,0,0 size=400,200 thickness=10\n"
+                                   "plate behind at=0,60,0 size=400,200 thickness=10\n"
+                                   "plate strip at=95,30,0 size=10,200 thickness=10\n"
+                                   "hole h in=p diameter=40 at=100,0,100 axis=y columns=3 gauge=80,0,0\n");
+    const ViewLines lines = seen(part, frontCamera());
+    std::set<int> centres;
+    double strip = 0;
+    for (const ViewLine& line : lines.lines) {
+        if (line.circle >= 0 && line.visible)
+            centres.insert(
+                static_cast<int>(std::lround(lines.circles[static_cast<std::size_t>(line.circle)].centre.u)));
+        if (line.object == 2 && line.visible)
+            strip += (line.b - line.a).length();
+    }
+    EXPECT_EQ(centres, (std::set<int>{100, 180, 260}));
+    EXPECT_NEAR(strip, 2 * 2 * std::sqrt(20 * 20 - 5 * 5.0), 1); // both edges, through the first hole
+}
+
+TEST(GeometryTest, ACutClosesTheSolidAndKeepsWhatIsHollowHollow) {
+    ViewCamera camera = frontCamera();
+    camera.frame = {{}, {0, -1, 0}, {1, 0, 0}, {0, 0, 1}}; // along the profile
+    camera.nearDepth = 500;
+    const ViewLines lines =
+        seen(partOf("profile T family=RHS section=200,100,8 from=0,0,0 to=1000,0,0\n"), camera);
+    ASSERT_EQ(lines.cutFaces.size(), 1u);
+    const std::vector<Loop2>& loops = lines.cutFaces[0].second;
+    ASSERT_EQ(loops.size(), 2u);
+    EXPECT_TRUE(contains(loops, {46, 0}));
+    EXPECT_FALSE(contains(loops, {0, 0}));
+    EXPECT_NEAR(lengthOf(lines, true), 2 * (200 + 100) + 2 * (184 + 84), 0.1);
+}
+
+// Along 10 m with details at both ends and at 4 m: two stretches, each with 200 mm left at its sides.
+TEST(GeometryTest, StretchesWithoutDetailsAreCutOut) {
+    const SamplePart part = partOf("plate p at=0,0,0 size=10000,200 thickness=10\n"
+                                   "hole h in=p diameter=20 at=4000,0,100 axis=y\n");
+    const ViewLines lines = seen(part, frontCamera());
+    LengthClipping::Strategy strategy;
+    strategy.keep = 200;
+    strategy.interval = 2500;
+    const auto cuts = LengthClipping::stretches(lines, 0, strategy);
+    ASSERT_EQ(cuts.size(), 2u);
+    EXPECT_NEAR(cuts[0].first, 200, 1);
+    EXPECT_NEAR(cuts[0].second, 3990 - 200, 1);
+    EXPECT_NEAR(cuts[1].first, 4010 + 200, 1);
+    EXPECT_NEAR(cuts[1].second, 9800, 1);
+    const AxisMap map(0.1, cuts, 5);
+    EXPECT_NEAR(map.at(4000), 20 + 5 + 20 + 1, 0.2); // 200 mm at both sides and half the hole, at 1:10
+    EXPECT_NEAR(map.at(10000), 4 * 20 + 2 * 5 + 2, 0.3);
+    strategy.interval = 4500;
+    EXPECT_EQ(LengthClipping::stretches(lines, 0, strategy).size(), 1u);
+    // A line that runs obliquely through it keeps a stretch, unless such lines are clipped too.
+    ViewLines oblique = lines;
+    oblique.lines.push_back({{100, 10}, {9900, 190}, 0, true, ViewLine::kEdge, 0, -1});
+    EXPECT_TRUE(LengthClipping::stretches(oblique, 0, strategy).empty());
+    strategy.oblique = true;
+    EXPECT_FALSE(LengthClipping::stretches(oblique, 0, strategy).empty());
+}
+
+TEST(GeometryTest, ViewsStandWhereTheirDirectionOrTheProjectionPutsThem) {
+    const Vec3 x = {1, 0, 0}, y = {0, 1, 0}, z = {0, 0, 1};
+    const auto view = [](int direction, Vec3 right, Vec3 up, double width, double height) {
+        ArrangedView v;
+        v.direction = direction;
+        v.right = right;
+        v.up = up;
+        v.box.add(Vec2{-width / 2, -height / 2});
+        v.box.add(Vec2{width / 2, height / 2});
+        return v;
+    };
+    StructDetViewArrangeStrategy strategy;
+    strategy.columnSpacing = 20;
+    strategy.rowSpacing = 10;
+    for (const int projection : {0, 1}) {
+        strategy.projection = projection;
+        const double side =
+            projection == 0 ? 1 : -1; // first angle: the view from the left stands at the right
+        std::vector<ArrangedView> views = {view(0, x, z, 100, 40), view(-1, y * -1, z, 30, 40),
+                                           view(-1, x, y, 100, 20), view(2, y, z, 30, 40),
+                                           view(5, x, z, 60, 60)};
+        arrangeViews(views, strategy);
+        EXPECT_EQ(views[1].moved, (Vec2{side * (50 + 20 + 15), 0})) << projection;
+        EXPECT_EQ(views[2].moved, (Vec2{0, -side * (20 + 10 + 10)})) << projection;
+        EXPECT_EQ(views[3].moved.u, projection == 0 ? -50 - 20 - 15 : -80 - 20 - 20 - 15) << projection;
+        EXPECT_LT(views[4].moved.v + 30, views[2].moved.v - 10) << projection;
+    }
+    strategy.stackSections = 1;
+    std::vector<ArrangedView> views = {view(0, x, z, 100, 40), view(5, y, z, 30, 30), view(5, y, z, 50, 20)};
+    arrangeViews(views, strategy);
+    EXPECT_EQ(views[1].moved, (Vec2{50 + 20 + 15, 20 - 15}));
+    EXPECT_EQ(views[2].moved, (Vec2{50 + 20 + 25, 20 - 30 - 10 - 10}));
+}

@@ -1,0 +1,180 @@
+#include "drawing/DrawingFixture.h"
+
+#include "drawing/SvgWriter.h"
+
+#include <clocale>
+#include <random>
+
+namespace {
+
+class SampleDrawingTest : public DrawingTest {
+protected:
+    template <typename Visit>
+    void eachStyle(Visit visit) {
+        for (const SourceId id : databases.sources()) {
+            const RowArray& styles = databases.source(id)->table(kTableDetailStyle).rows();
+            for (int i = 0; i < styles.size(); ++i)
+                visit(id, styles.at(i));
+        }
+    }
+    static std::string partFor(const StructRecord& style) {
+        return SampleParts::suiting(partsFolder(), {style.name.toStdString()});
+    }
+};
+
+// The first thing that is seen of a purpose, or fails the test.
+const Primitive& first(const Drawing& drawing, Primitive::ePurpose purpose, int object) {
+    for (const Primitive* primitive : drawing.all())
+        if (primitive->purpose == purpose && primitive->object == object)
+            return *primitive;
+    throw std::runtime_error("nothing of this purpose");
+}
+
+std::set<std::string> texts(const Drawing& drawing) {
+    std::set<std::string> all;
+    for (const Primitive* primitive : drawing.all())
+        if (primitive->kind == Primitive::kText)
+            all.insert(primitive->text);
+    return all;
+}
+
+} // namespace
+
+TEST_F(SampleDrawingTest, EveryStyleShowsViewsOfEveryPartAndEachLineSaysWhoMadeIt) {
+    std::vector<SamplePart> parts;
+    for (const std::string& name : SampleParts::names(partsFolder()))
+        parts.push_back(part(name));
+    int drawn = 0;
+    eachStyle([&](SourceId id, const StructRecord& style) {
+        for (const SamplePart& sample : parts) {
+            const Drawing drawing = draw(style.key, sample, id);
+            drawn += !drawing.views.empty();
+            for (const Primitive* primitive : drawing.all()) {
+                ASSERT_TRUE(primitive->provenance);
+                EXPECT_EQ(primitive->provenance->back().row, (RowRef{kTableDetailStyle, style.key}));
+                for (const Vec2 p : primitive->points)
+                    ASSERT_TRUE(std::isfinite(p.u) && std::isfinite(p.v));
+            }
+        }
+        EXPECT_FALSE(draw(style.key, part(partFor(style)), id).views.empty()) << style.name.toStdString();
+    });
+    EXPECT_GT(drawn, 800);
+}
+
+TEST_F(SampleDrawingTest, TheSameDrawingIsTheSameFileInEveryLocale) {
+    const std::string before = svgOf(draw("Beam, shop drawing", "beam"), "schematic");
+    const std::string old = std::setlocale(LC_ALL, nullptr);
+    std::setlocale(LC_ALL, "de_DE.UTF-8");
+    EXPECT_EQ(svgOf(draw("Beam, shop drawing", "beam"), "schematic"), before);
+    std::setlocale(LC_ALL, old.c_str());
+    EXPECT_NE(before.find(">schematic</text>"), std::string::npos);
+    EXPECT_EQ(before.find("nan"), std::string::npos);
+}
+
+TEST_F(SampleDrawingTest, AppearanceDecidesHowEdgesAreDrawn) {
+    const auto& main = row<StructDetObjAppearance>("Main part");
+    const auto style = row<StructDetailStyle>("Beam, single part").key;
+    set(kTableAppearance, main.key, "visible_color", std::int64_t(5));
+    set(kTableAppearance, main.key, "line_weight", 0.9);
+    Drawing drawing = draw(style, part("beam"));
+    const Primitive& edge = first(drawing, Primitive::kVisibleEdge, 0);
+    EXPECT_EQ(edge.pen.color, 5);
+    EXPECT_EQ(edge.pen.weight, 0.9);
+    EXPECT_EQ(edge.pen.layer, "PART");
+    EXPECT_EQ(edge.provenance->front().row, (RowRef{kTableAppearance, main.key}));
+    const Primitive& hidden = first(drawing, Primitive::kHiddenEdge, 0);
+    ASSERT_TRUE(hidden.pen.linetype);
+    EXPECT_EQ(hidden.pen.linetype->name.toStdString(), "HIDDEN");
+    EXPECT_EQ(hidden.pen.patternScale, 0.5);
+    set(kTableAppearance, main.key, "visible_status", std::int64_t(0));
+    set(kTableAppearance, main.key, "hidden_status",
+        std::int64_t(row<StructDetailVisibilityStatus>("Not drawn").key));
+    drawing = draw(style, part("beam"));
+    for (const Primitive* primitive : drawing.all())
+        EXPECT_FALSE(primitive->object == 0 && primitive->purpose == Primitive::kHiddenEdge);
+}
+
+TEST_F(SampleDrawingTest, ScalesAndClippingAreThoseOfTheView) {
+    const auto& view = row<StructDetViewRequest>("Beam, front, clipped");
+    const auto style = row<StructDetailStyle>("Beam, shop drawing, clipped").key;
+    const SamplePart girder = part("long-beam");
+    const auto widthAt = [&] {
+        return draw(style, girder, SourceId::standard(), view.key).views.at(0).box.width();
+    };
+    EXPECT_EQ(draw(style, girder).views.at(0).scale, 0.1);
+    const double clipped = widthAt();
+    set(kTableLengthClip, view.lengthClipKey, "along_x", std::int64_t(0));
+    const Drawing whole = draw(style, girder, SourceId::standard(), view.key);
+    EXPECT_EQ(whole.views.at(0).scale, 1.0 / 40); // 24 m fit on the sheet at 1:40, 600 mm
+    EXPECT_NEAR(whole.views.at(0).box.width(), 24060 / 40.0 + 2 * 2.5, 0.1); // with the axes of the end holes
+    EXPECT_LT(clipped, 400);
+    set(kTableViewRequest, view.key, "process_scale_override",
+        std::int64_t(row<StructDetailProcessScaleOverride>("Twice the scale").key));
+    EXPECT_NEAR(widthAt(), 24060 * 0.2, 10);
+}
+
+TEST_F(SampleDrawingTest, TitlesStandWhereTheStylePutsThemAndTellWhatIsKnown) {
+    const auto& style = row<StructDetailStyle>("HB post 1:15", SourceId::user());
+    const Drawing drawing = draw(style.key, part("column"), SourceId::user());
+    const std::set<std::string> shown = texts(drawing);
+    for (const char* text : {"C3", "HEB 240", "{project}", "Section A"})
+        EXPECT_TRUE(shown.contains(text)) << text;
+    for (int position = 0; position < 8; ++position) {
+        set(kTableDetailStyle, style.key, "title_position", std::int64_t(position), SourceId::user());
+        const Drawing placed = draw(style.key, part("column"), SourceId::user());
+        Box2 views;
+        for (const ViewPicture& view : placed.views)
+            views.add(view.box);
+        Box2 title;
+        for (const Primitive& primitive : placed.sheet)
+            if (primitive.purpose == Primitive::kTitle)
+                title.add(primitive.box());
+        const bool isAbout = position != 0 && position != 3;
+        ASSERT_EQ(title.isEmpty(), !isAbout) << position;
+        if (!isAbout)
+            continue;
+        const bool below = position == 1 || position == 4 || position == 5;
+        EXPECT_EQ(below, title.high.v < views.low.v) << position;
+        EXPECT_EQ(!below, title.low.v > views.high.v) << position;
+        EXPECT_EQ(position == 1 || position == 6, std::abs(title.low.u - views.low.u) < 1) << position;
+        EXPECT_EQ(position == 5 || position == 7, std::abs(title.high.u - views.high.u) < 1) << position;
+    }
+}
+
+// Cells that no page would store: whatever they hold, what can be drawn is drawn and the rest is told.
+TEST_F(SampleDrawingTest, DamagedRecordsGiveWhatCanBeDrawn) {
+    std::mt19937 random(11);
+    std::vector<SamplePart> parts = {part("beam"), part("column"), part("storey")};
+    const double numbers[] = {0, -1, 1e12, -1e12, 1e-12, 77};
+    int told = 0;
+    for (int round = 0; round < 400; ++round) {
+        const SourceId id = SourceId::standard();
+        StyleSource& source = *databases.source(id);
+        const TableSchema& table = allTables()[random() % allTables().size()];
+        const RowArray& rows = source.table(table.type).rows();
+        if (rows.size() == 0)
+            continue;
+        const StructRecord& record = rows.at(static_cast<int>(random() % static_cast<unsigned>(rows.size())));
+        const Column& column = table.columns[random() % table.columns.size()];
+        const double number = numbers[random() % 6];
+        const CellValue before = column.read(&record);
+        const CellValue value = column.isText() ? CellValue(KorString("{L1}{x{"))
+                                : column.isReal()
+                                    ? CellValue(number)
+                                    : CellValue(static_cast<std::int64_t>(std::clamp(number, -1e9, 1e9)));
+        source.setCell(table.type, KorOdbcKey(record.key), column, value);
+        const RowArray& styles = source.table(kTableDetailStyle).rows();
+        const std::int32_t style =
+            styles.at(static_cast<int>(random() % static_cast<unsigned>(styles.size()))).key;
+        const Drawing drawing = draw(style, parts[static_cast<std::size_t>(round % 3)]);
+        told += !drawing.notes.empty();
+        for (const Primitive* primitive : drawing.all())
+            ASSERT_LT(primitive->points.size(), 1000u);
+        if (round % 40 == 39)
+            continue; // some damage stays
+        source.setCell(table.type, KorOdbcKey(record.key), column, before);
+    }
+    EXPECT_GT(told, 0);
+    EXPECT_TRUE(draw(-5, parts[0]).views.empty());
+    EXPECT_FALSE(draw(4711, parts[0]).notes.empty());
+}
