@@ -158,6 +158,29 @@ void addExport(CLI::App& app, Wanted& wanted) {
     command->add_flag("--overwrite", options->overwrite, translatable("Replace the file where there is one"));
 }
 
+void addDrawing(CLI::App& app, Wanted& wanted) {
+    const auto options = std::make_shared<DrawingOptions>();
+    CLI::App* command = addCommand(app, wanted, "picture",
+                                   translatable("Draw a sample part as a detail style says, schematically"),
+                                   &pictureCommand, options);
+    command->add_option("STYLE", options->row.name, translatable("Name of the detail style"))->required();
+    command
+        ->add_option("--out", options->file, translatable("SVG file to make, with a name that ends in .svg"))
+        ->required()
+        ->check(refuseEmpty);
+    command
+        ->add_option("--part", options->part,
+                     translatable("Name of the sample part; by default the one that suits the style"))
+        ->check(refuseEmpty);
+    command
+        ->add_option("--view", options->view,
+                     translatable("Name of the one view of the style that is wanted; by default all"))
+        ->check(refuseEmpty);
+    command->add_option("--source", options->row.source, translatable("standard, user, or an add-in"));
+    command->add_flag("--overwrite", options->overwrite, translatable("Replace the file where there is one"));
+    addJson(command, options->json);
+}
+
 void addImport(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<ImportOptions>();
     CLI::App* command = addCommand(app, wanted, "import",
@@ -213,6 +236,7 @@ void declare(CLI::App& app, Wanted& wanted) {
     addShow(app, wanted);
     declareChanges(app, wanted);
     addExport(app, wanted);
+    addDrawing(app, wanted);
     addImport(app, wanted);
     addCheck(app, wanted);
     addCompact(app, wanted);

@@ -109,6 +109,16 @@ struct ExportOptions {
     bool overwrite = false;
 };
 
+/// A drawing that a style makes of a sample part.
+struct DrawingOptions {
+    RowOptions row{"detail-style", {}, {}};
+    std::string part; ///< name of the sample part; empty: the one that suits the style
+    std::string view; ///< the one view that is wanted; empty: all
+    std::string file;
+    bool overwrite = false;
+    bool json = false;
+};
+
 struct ImportOptions {
     std::string file;
     bool json = false;
@@ -145,6 +155,8 @@ int deleteCommand(DataFolder& folder, const DeleteOptions& options);
 int entryCommand(DataFolder& folder, const EntryOptions& options);
 /// Writes a detail style with all that it depends on into a database file of its own.
 int exportCommand(DataFolder& folder, const ExportOptions& options);
+/// Draws a sample part as a detail style says, into an SVG file. What could not be shown is told.
+int pictureCommand(DataFolder& folder, const DrawingOptions& options);
 /// Takes all detail styles of such a file into the User database.
 int importCommand(DataFolder& folder, const ImportOptions& options);
 /// Looks for damage, dangling references and unused records.

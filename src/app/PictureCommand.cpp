@@ -1,0 +1,114 @@
+#include "app/Commands.h"
+#include "app/Console.h"
+#include "app/OutputFile.h"
+#include "app/ReadProblems.h"
+#include "app/RowChoice.h"
+#include "base/Translation.h"
+#include "drawing/SampleParts.h"
+#include "drawing/StyleDrawing.h"
+#include "drawing/SvgWriter.h"
+#include "records/StyleRecords.h"
+#include "services/KorResources.h"
+#include "services/KorTextFile.h"
+#include "session/DataFolder.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace {
+
+int failed(const KorString& sentence) {
+    Console::complain(sentence);
+    return kExitFailed;
+}
+
+// The name of the view that is wanted alone, as a key; 0 where all are.
+Result<std::int32_t> viewOf(const RowChoice& style, const std::string& name) {
+    if (name.empty())
+        return 0;
+    StyleSource& source = *StyleDatabases::current().source(style.source);
+    const auto& record = static_cast<const StructDetailStyle&>(*style.record());
+    const StructRecord* view = source.table(kTableViewRequest).find(KorString(name));
+    for (int i = 0; view && i < record.getLengthItems(); ++i)
+        if (record.getViewRequestAt(i) == view->key)
+            return view->key;
+    return Result<>::failure(
+        KorString::format(translated("The detail style \"%s\" has no view \"%s\"."), {record.name, name}));
+}
+
+std::string suitingPart(const RowChoice& style, const std::filesystem::path& parts) {
+    StyleSource& source = *StyleDatabases::current().source(style.source);
+    std::vector<std::string> texts = {style.record()->name.toStdString()};
+    for (const Referrer& referrer : source.referrersOf(kTableDetailStyle, style.key))
+        if (referrer.table->type == kTableDetailMaster) {
+            const auto* master = static_cast<const StructDetailMaster*>(
+                source.table(kTableDetailMaster).find(KorOdbcKey(referrer.key)));
+            if (const StructRecord* category =
+                    source.table(kTableBaseCategory).find(KorOdbcKey(master->categoryKey)))
+                texts.push_back(category->name.toStdString());
+        }
+    return SampleParts::suiting(parts, texts);
+}
+
+void report(const Drawing& drawing, const DrawingOptions& options) {
+    if (!options.json) {
+        for (const std::string& note : drawing.notes)
+            Console::complain(note);
+        Console::sayStored(KorString::format(translated("\"%s\" of the part \"%s\" was drawn into \"%s\"."),
+                                             {drawing.style, drawing.part, options.file}));
+        return;
+    }
+    QJsonArray views;
+    for (const ViewPicture& view : drawing.views)
+        views.append(QJsonObject{{"name", Console::text(view.name)},
+                                 {"scale", view.scale},
+                                 {"primitives", static_cast<qint64>(view.primitives.size())}});
+    QJsonArray notes;
+    for (const std::string& note : drawing.notes)
+        notes.append(Console::text(note));
+    Console::print(QJsonObject{{"style", Console::text(drawing.style)},
+                               {"part", Console::text(drawing.part)},
+                               {"file", Console::text(options.file)},
+                               {"width", drawing.box().width()},
+                               {"height", drawing.box().height()},
+                               {"views", views},
+                               {"notes", notes}});
+}
+
+} // namespace
+
+int pictureCommand(DataFolder& folder, const DrawingOptions& options) {
+    const std::filesystem::path target = options.file;
+    if (target.extension() != ".svg")
+        return failed(KorString::format(
+            translated("\"%s\" was not drawn: a picture is an SVG file, with a name that ends in .svg."),
+            {options.file}));
+    if (const KorString hindrance = OutputFile::hindrance(options.file, options.overwrite);
+        !hindrance.isEmpty())
+        return failed(hindrance);
+    RowChoice row;
+    KorString error;
+    const eExitCode found = RowChoice::find(options.row, row, error);
+    const bool lost = complainOfReading();
+    if (found != kExitDone) {
+        complainUnlessTold(error);
+        return found;
+    }
+    const Result<std::int32_t> view = viewOf(row, options.view);
+    if (!view)
+        return failed(view.error);
+    const std::filesystem::path parts = KorResources::folder() / "parts";
+    const Result<SamplePart> part =
+        SampleParts::read(parts, options.part.empty() ? suitingPart(row, parts) : options.part);
+    if (!part)
+        return failed(part.error);
+    const Drawing drawing = drawStyle(*StyleDatabases::current().source(row.source), part.value,
+                                      {row.key, view.value, folder.path() / "Shared" / "Support"});
+    const KorString schematic = KorString::format(
+        translated("Schematic, of the sample part \"%s\"; not the host's drawing"), {drawing.part});
+    if (!KorTextFile::replace(std::filesystem::absolute(target), svgOf(drawing, schematic.toStdString()),
+                              options.overwrite))
+        return failed(KorString::format(translated("\"%s\" could not be written."), {options.file}));
+    report(drawing, options);
+    return complainOfReading() || lost ? kExitFailed : kExitDone;
+}

@@ -1,0 +1,63 @@
+#include "app/ProgramFixture.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace {
+
+class PictureTest : public ProgramTest {
+protected:
+    void SetUp() override {
+        ProgramTest::SetUp();
+        ASSERT_EQ(runBare({"samples", named("samples")}).exitCode, 0);
+    }
+    ProgramRun picture(const QStringList& arguments) {
+        return runBare(QStringList{"--data", named("samples"), "picture"} + arguments);
+    }
+};
+
+} // namespace
+
+TEST_F(PictureTest, DrawsAStyleIntoAFileThatSaysItIsSchematic) {
+    const QStringList column = {"Column, shop drawing", "--out", named("c.svg"), "--json"};
+    const ProgramRun drawn = picture(column);
+    EXPECT_EQ(drawn.exitCode, 0) << drawn.complaints.join('\n').toStdString();
+    EXPECT_EQ(drawn.json()["part"].toString(), "Column with base plate and anchors");
+    EXPECT_EQ(drawn.json()["views"].toArray().size(), 5);
+    const std::string file = bytesOf(folder() / "c.svg");
+    EXPECT_TRUE(file.starts_with("<?xml") && file.find("Schematic, of the sample part") != std::string::npos);
+    EXPECT_EQ(picture(column).exitCode, 1); // it is there
+    environment.insert("LC_ALL", "de_DE.UTF-8");
+    EXPECT_EQ(picture(column + QStringList{"--overwrite"}).exitCode, 0);
+    std::string german = bytesOf(folder() / "c.svg");
+    EXPECT_NE(german.find("Schematisch"), std::string::npos);
+    const auto last = [](const std::string& text) { return text.rfind("<text"); };
+    EXPECT_EQ(german.substr(german.find("<g "), last(german)).size(),
+              file.substr(file.find("<g "), last(file)).size());
+}
+
+TEST_F(PictureTest, ShowsOneViewOfAnotherPart) {
+    const ProgramRun drawn = picture({"Beam, shop drawing", "--part", "long-beam", "--view", "Beam, top",
+                                      "--out", named("t.svg"), "--json"});
+    ASSERT_EQ(drawn.exitCode, 0);
+    ASSERT_EQ(drawn.json()["views"].toArray().size(), 1);
+    EXPECT_EQ(drawn.json()["views"][0]["name"].toString(), "Beam, top");
+}
+
+TEST_F(PictureTest, RefusesInOneSentence) {
+    const std::pair<QStringList, QString> cases[] = {
+        {{"Beam, shop drawing", "--out", named("x.bmp")}, "a picture is an SVG file"},
+        {{"Beam, shop drawing", "--out", named("x.svg"), "--part", "barn"},
+         "There is no sample part \"barn\""},
+        {{"Beam, shop drawing", "--out", named("x.svg"), "--view", "Column, front"},
+         "has no view \"Column, front\""},
+        {{"Baem", "--out", named("x.svg")}, "Baem"},
+    };
+    for (const auto& [arguments, expected] : cases) {
+        const ProgramRun refused = picture(arguments);
+        EXPECT_EQ(refused.exitCode, 1) << expected.toStdString();
+        EXPECT_TRUE(refused.complaints.join('\n').contains(expected))
+            << refused.complaints.join('\n').toStdString();
+        EXPECT_FALSE(std::filesystem::exists(folder() / "x.svg"));
+    }
+}
