@@ -3,6 +3,8 @@
 #include "drawing/Pens.h"
 #include "drawing/SamplePart.h"
 
+#include <set>
+
 /// What all views of one drawing share.
 struct DrawingContext {
     StyleRows& rows;
@@ -12,6 +14,8 @@ struct DrawingContext {
     ProvenancePtr chain;    ///< of the style
     std::vector<int> shown; ///< indexes of the objects that the style selects
     bool isOverview = false;
+    std::set<std::pair<std::int32_t, int>> labelled =
+        {}; ///< strategies and objects that have a label already
 
     const PartObject& object(int index) const { return part.objects[static_cast<std::size_t>(index)]; }
 };

@@ -1,7 +1,9 @@
 #include "drawing/StyleDrawing.h"
 
 #include "base/Translation.h"
+#include "drawing/Annotations.h"
 #include "drawing/Arrangement.h"
+#include "drawing/Dimensions.h"
 #include "drawing/Titles.h"
 #include "drawing/ViewFigures.h"
 
@@ -23,6 +25,8 @@ ViewPicture pictureOf(DrawingContext& context, const ViewScene& scene) {
     append(picture.primitives, centreLinesOf(context, scene));
     append(picture.primitives, breaksOf(context, scene));
     append(picture.primitives, gridOf(context, scene));
+    append(picture.primitives, dimensionsOf(context, scene));
+    append(picture.primitives, annotationsOf(context, scene, picture.primitives));
     append(picture.primitives, compassOf(context, scene, boxOf(picture.primitives)));
     moveAll(picture.primitives, scene.onSheet(scene.camera.reference) * -1);
     picture.box = boxOf(picture.primitives);

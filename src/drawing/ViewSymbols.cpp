@@ -1,39 +1,10 @@
 #include "base/Translation.h"
+#include "drawing/Figures.h"
 #include "drawing/ViewFigures.h"
 
 #include <numbers>
 
 namespace {
-
-Primitive line(std::vector<Vec2> points, const Pen& pen, Primitive::ePurpose purpose,
-               const ProvenancePtr& provenance, int object = -1) {
-    Primitive primitive;
-    primitive.points = std::move(points);
-    primitive.pen = pen;
-    primitive.purpose = purpose;
-    primitive.provenance = provenance;
-    primitive.object = object;
-    return primitive;
-}
-
-Primitive circle(Vec2 centre, double radius, const Pen& pen, Primitive::ePurpose purpose,
-                 const ProvenancePtr& provenance, int object = -1) {
-    Primitive primitive = line({centre}, pen, purpose, provenance, object);
-    primitive.kind = Primitive::kArc;
-    primitive.radius = radius;
-    primitive.to = 360;
-    return primitive;
-}
-
-Primitive text(const DrawingContext& context, Vec2 middle, double size, const std::string& words,
-               const ProvenancePtr& provenance, int object) {
-    Primitive primitive = line({middle}, context.pens.thin(), Primitive::kSymbol, provenance, object);
-    primitive.kind = Primitive::kText;
-    primitive.text = words;
-    primitive.style = {context.pens.settings().textFont, size, 7};
-    primitive.points[0] = middle - Vec2{primitive.textWidth() / 2, size / 2};
-    return primitive;
-}
 
 // Lines of a hatch through loops on the sheet.
 void addHatch(Primitives& hatch, const std::vector<Loop2>& loops, double degrees, double spacing,
@@ -56,8 +27,8 @@ void addHatch(Primitives& hatch, const std::vector<Loop2>& loops, double degrees
         const Vec2 from = across * a + along * (length.u - 1);
         const Vec2 to = across * a + along * (length.v + 1);
         for (const auto& [first, last] : insideParts(loops, from, to))
-            hatch.push_back(line({from + (to - from) * first, from + (to - from) * last}, pen,
-                                 Primitive::kHatch, provenance, object));
+            hatch.push_back(Figures::line({from + (to - from) * first, from + (to - from) * last}, pen,
+                                          Primitive::kHatch, provenance, object));
     }
 }
 
@@ -72,10 +43,10 @@ void addCentreLines(Primitives& lines, const ViewScene& scene, const PartObject&
             continue;
         if (scene.looksAlong(object.axis)) {
             const double reach = object.diameter / 2 * scene.scale() + kBeyond;
-            lines.push_back(line({at - Vec2{reach, 0}, at + Vec2{reach, 0}}, pen, Primitive::kCentreLine,
-                                 provenance, index));
-            lines.push_back(line({at - Vec2{0, reach}, at + Vec2{0, reach}}, pen, Primitive::kCentreLine,
-                                 provenance, index));
+            lines.push_back(Figures::line({at - Vec2{reach, 0}, at + Vec2{reach, 0}}, pen,
+                                          Primitive::kCentreLine, provenance, index));
+            lines.push_back(Figures::line({at - Vec2{0, reach}, at + Vec2{0, reach}}, pen,
+                                          Primitive::kCentreLine, provenance, index));
             continue;
         }
         // Through all of the hole or bolt, as far as it is seen.
@@ -93,7 +64,8 @@ void addCentreLines(Primitives& lines, const ViewScene& scene, const PartObject&
         const Vec2 to = scene.onSheet(centre + object.axis * reach.v);
         const double length = std::max((to - from).length(), 1e-6);
         const Vec2 more = (to - from) * (kBeyond / length);
-        lines.push_back(line({from - more, to + more}, pen, Primitive::kCentreLine, provenance, index));
+        lines.push_back(
+            Figures::line({from - more, to + more}, pen, Primitive::kCentreLine, provenance, index));
     }
 }
 
@@ -158,7 +130,8 @@ Primitives centreLinesOf(DrawingContext& context, const ViewScene& scene) {
         const Vec2 b = scene.onSheet(kept(scene, scene.camera.flat(object.end)));
         if (isTube && (b - a).length() > 1) {
             const Vec2 more = (b - a) * (kBeyond / (b - a).length());
-            lines.push_back(line({a - more, b + more}, pen, Primitive::kCentreLine, provenance, index));
+            lines.push_back(
+                Figures::line({a - more, b + more}, pen, Primitive::kCentreLine, provenance, index));
         }
     }
     return lines;
@@ -211,21 +184,22 @@ Primitives gridOf(DrawingContext& context, const ViewScene& scene) {
         const Vec2 along = (to - from) * (1 / (to - from).length());
         from = from - along * overhang;
         to = to + along * overhang;
-        grid.push_back(line({from, to}, pen, Primitive::kGridLine, provenance, index));
+        grid.push_back(Figures::line({from, to}, pen, Primitive::kGridLine, provenance, index));
         if (isGrid && settings->bubbleDiameter > 0) {
             const double radius = settings->bubbleDiameter / 2;
             const Vec2 centre =
                 isPlan && std::abs(along.u) > std::abs(along.v) ? from - along * radius : to + along * radius;
-            grid.push_back(circle(centre, radius, context.pens.thin(appearance.visibleColor),
-                                  Primitive::kSymbol, provenance, index));
-            grid.push_back(text(context, centre, radius, object.name, provenance, index));
+            grid.push_back(Figures::circle(centre, radius, context.pens.thin(appearance.visibleColor),
+                                           Primitive::kSymbol, provenance, index));
+            grid.push_back(Figures::text(context.pens, centre, radius, object.name, Primitive::kSymbol,
+                                         provenance, index));
         }
         if (!isGrid) {
             constexpr double kMark = 2.5;
             const Vec2 at = from + along * 6;
-            grid.push_back(line({at, at + Vec2{-kMark, kMark * 1.5}, at + Vec2{kMark, kMark * 1.5}, at},
-                                context.pens.thin(appearance.visibleColor), Primitive::kSymbol, provenance,
-                                index));
+            grid.push_back(Figures::line(
+                {at, at + Vec2{-kMark, kMark * 1.5}, at + Vec2{kMark, kMark * 1.5}, at},
+                context.pens.thin(appearance.visibleColor), Primitive::kSymbol, provenance, index));
         }
     }
     return grid;
@@ -259,14 +233,16 @@ Primitives compassOf(DrawingContext& context, const ViewScene& scene, const Box2
     const ProvenancePtr provenance =
         nearer(context.rows.step(view, {"compass", "compass_in_overviews"}), context.chain);
     Primitives compass;
-    compass.push_back(line({at - d * kSize, at + d * kSize}, pen, Primitive::kSymbol, provenance));
+    compass.push_back(Figures::line({at - d * kSize, at + d * kSize}, pen, Primitive::kSymbol, provenance));
     compass.push_back(
-        line({at + d * (kSize * 0.5) + side * 2, at + d * kSize, at + d * (kSize * 0.5) - side * 2}, pen,
-             Primitive::kSymbol, provenance));
+        Figures::line({at + d * (kSize * 0.5) + side * 2, at + d * kSize, at + d * (kSize * 0.5) - side * 2},
+                      pen, Primitive::kSymbol, provenance));
     if (isSymbol) {
-        compass.push_back(circle(at, kSize * 0.6, pen, Primitive::kSymbol, provenance));
-        compass.push_back(line({at - side * kSize, at + side * kSize}, pen, Primitive::kSymbol, provenance));
+        compass.push_back(Figures::circle(at, kSize * 0.6, pen, Primitive::kSymbol, provenance));
+        compass.push_back(
+            Figures::line({at - side * kSize, at + side * kSize}, pen, Primitive::kSymbol, provenance));
     }
-    compass.push_back(text(context, at + d * (kSize + 3), 3.5, "N", provenance, -1));
+    compass.push_back(
+        Figures::text(context.pens, at + d * (kSize + 3), 3.5, "N", Primitive::kSymbol, provenance, -1));
     return compass;
 }

@@ -1,0 +1,154 @@
+#include "drawing/DimensionPoints.h"
+
+#include "drawing/ObjectMatch.h"
+
+namespace {
+
+enum ePointType {
+    kAxisEnd,
+    kCorner,
+    kHoleCentre,
+    kGroupCentre,
+    kWorkPoint,
+    kCrossing,
+    kWeldStart,
+    kLevelMark
+};
+enum ePosition { kAnywhere, kAtStart, kAtEnd, kBetween, kNearSide, kFarSide };
+constexpr int kExtremesOnly = 7;
+
+double along(Vec2 p, Vec2 d) {
+    return p.u * d.u + p.v * d.v;
+}
+
+// Where an object sits on the axis of the main one.
+Vec3 onMainAxis(const PartObject& object, const PartObject& main) {
+    const Vec3 middle = object.box().middle();
+    const bool isAcross = std::abs(dot(object.axis, main.axis)) < 0.9 && object.type == eObjectType::kProfile;
+    const Vec3 at = isAcross ? object.start : middle;
+    return main.start + main.axis * dot(at - main.start, main.axis);
+}
+
+std::vector<Vec3> corners(const PartObject& object) {
+    std::vector<Vec3> found;
+    for (const Edge& edge : object.solid.edges) {
+        found.push_back(edge.a);
+        found.push_back(edge.b);
+    }
+    return found.empty() ? object.centres : found;
+}
+
+std::vector<Vec3> pointsOn(const DrawingContext& context, int type, const PartObject& object) {
+    switch (type) {
+    case kCorner:
+        return corners(object);
+    case kHoleCentre: {
+        std::vector<Vec3> found = object.centres;
+        for (const int index : context.shown)
+            if (const PartObject& hole = context.object(index);
+                hole.type == eObjectType::kHole && std::ranges::find(hole.in, object.name) != hole.in.end())
+                found.insert(found.end(), hole.centres.begin(), hole.centres.end());
+        return found;
+    }
+    case kGroupCentre: {
+        Box3 box;
+        std::ranges::for_each(object.centres, [&](const Vec3& p) { box.add(p); });
+        return box.isEmpty() ? std::vector<Vec3>() : std::vector{box.middle()};
+    }
+    case kCrossing:
+        if (object.type == eObjectType::kGrid)
+            return {(object.start + object.end) * 0.5};
+        return {onMainAxis(object, *context.part.main())};
+    case kWeldStart:
+    case kLevelMark:
+        return {object.start};
+    default:
+        return {object.start, object.end};
+    }
+}
+
+bool fitsPosition(const DrawingContext& context, const ViewScene& scene, int position, const Vec3& p) {
+    const PartObject& main = *context.part.main();
+    const double length = (main.end - main.start).length();
+    const double t = dot(p - main.start, main.axis);
+    const double middle = scene.camera.depth(main.box().middle());
+    switch (position) {
+    case kAtStart:
+        return t < length / 2;
+    case kAtEnd:
+        return t > length / 2;
+    case kBetween:
+        return t > 1 && t < length - 1;
+    case kNearSide:
+        return scene.camera.depth(p) <= middle + 0.5;
+    case kFarSide:
+        return scene.camera.depth(p) >= middle - 0.5;
+    default:
+        return true;
+    }
+}
+
+// Whether a line of the grid runs in the direction that is measured.
+bool isParallel(const ViewScene& scene, const PartObject& line, Vec2 direction) {
+    const Vec2 d = scene.camera.flat(line.end) - scene.camera.flat(line.start);
+    return d.length() > 1 && std::abs(cross(d, direction)) < 0.01 * d.length();
+}
+
+bool isSeen(const ViewScene& scene, int index) {
+    return std::ranges::any_of(scene.seen.lines,
+                               [&](const ViewLine& line) { return line.object == index && line.visible; });
+}
+
+} // namespace
+
+void keepEachPlaceOnce(std::vector<DimensionPoint>& points, Vec2 direction) {
+    const Vec2 normal = {direction.v, -direction.u};
+    // Of several at one place the one nearest to the line is kept.
+    std::ranges::stable_sort(points, {}, [&](const DimensionPoint& p) {
+        return std::pair(std::lround(along(p.flat, direction) * 2), -along(p.flat, normal));
+    });
+    const auto same = [&](const DimensionPoint& a, const DimensionPoint& b) {
+        return std::abs(along(a.flat, direction) - along(b.flat, direction)) < 0.5;
+    };
+    points.erase(std::unique(points.begin(), points.end(), same), points.end());
+}
+
+std::vector<DimensionPoint> pointsOf(DrawingContext& context, const ViewScene& scene, std::int32_t selection,
+                                     Vec2 direction) {
+    const auto* record = context.rows.row<StructDetViewDimPointSelection>(selection);
+    std::vector<DimensionPoint> points;
+    if (!record)
+        return points;
+    const auto* type = context.rows.row<StructDetViewDimPointtype>(record->pointTypeKey);
+    const auto* position = context.rows.row<StructDetVwDimParentRelaPosRestriction>(record->parentRelaPosKey);
+    const auto* restriction = context.rows.row<StructDetVwDimGeomRestrictions>(record->geomRestrictionsKey);
+    const Box2& window = scene.camera.window;
+    for (const auto& [index, look] : scene.looks) {
+        const PartObject& object = context.object(index);
+        const bool isLine = object.type == eObjectType::kGrid || object.type == eObjectType::kLevel ||
+                            object.type == eObjectType::kCut;
+        if (ObjectMatch::picks(context.rows, record->qualifierSetKey, object) != eAnswer::kYes ||
+            (!isLine && record->includeHidden == 0 && !isSeen(scene, index)))
+            continue;
+        if (object.type == eObjectType::kGrid && isParallel(scene, object, direction))
+            continue;
+        std::vector<DimensionPoint> own;
+        for (const Vec3& p : pointsOn(context, type ? type->pointType : 0, object)) {
+            const Vec2 flat = scene.camera.flat(p);
+            const double depth = scene.camera.depth(p);
+            const bool isInside = flat.u >= window.low.u && flat.u <= window.high.u &&
+                                  flat.v >= window.low.v && flat.v <= window.high.v &&
+                                  depth >= scene.camera.nearDepth && depth <= scene.camera.farDepth;
+            if ((isInside || isLine) && fitsPosition(context, scene, position ? position->position : 0, p))
+                own.push_back({p, flat, index});
+        }
+        keepEachPlaceOnce(own, direction);
+        if (restriction && restriction->restriction == kExtremesOnly && own.size() > 2)
+            own.erase(own.begin() + 1, own.end() - 1);
+        points.insert(points.end(), own.begin(), own.end());
+    }
+    keepEachPlaceOnce(points, direction);
+    if (record->maximumCount > 0 && points.size() > static_cast<std::size_t>(record->maximumCount))
+        points.resize(static_cast<std::size_t>(record->maximumCount));
+    return points;
+}

@@ -1,0 +1,354 @@
+#include "drawing/Dimensions.h"
+
+#include "drawing/DimensionPoints.h"
+#include "drawing/Figures.h"
+#include "drawing/LabelText.h"
+#include "drawing/Titles.h"
+
+#include <numbers>
+
+namespace {
+
+enum eRequestType { kLinear, kOrdinate, kRadial, kAngular, kLevel };
+enum eOrdinatePlace { kAtObject, kOnLine, kAtLineEnd };
+enum eOrdinateOrigin { kFromStart, kFromEnd, kFromWorkPoint, kFromGrid };
+
+constexpr double kTextSize = 2.5;
+constexpr double kTick = 1.2;
+
+double along(Vec2 p, Vec2 d) {
+    return p.u * d.u + p.v * d.v;
+}
+
+double degreesOf(Vec2 d) {
+    return std::atan2(d.v, d.u) * 180 / std::numbers::pi;
+}
+
+// To whole millimetres, as shops measure.
+std::string measure(double value) {
+    return LabelText::number(std::abs(value), 0);
+}
+
+class Dimensioning {
+public:
+    Dimensioning(DrawingContext& context, const ViewScene& scene, const StructDetViewDimStrategy& strategy)
+        : m_context(context), m_scene(scene), m_strategy(strategy) {}
+
+    void add(const StructDetViewDimStrategyItem& item, const StructDetViewDimRequestLinear& request) {
+        const auto* type = m_context.rows.row<StructDetRequestType>(request.requestTypeKey);
+        const auto* direction = m_context.rows.row<StructDetRequestLinearDirection>(request.directionKey);
+        m_request = &request;
+        m_direction = directionOf(direction);
+        m_provenance = nearer(
+            m_context.rows.step(request, {"request_type", "direction", "minimum_length", "chained",
+                                          "start_points", "inner_points", "end_points", "title_format"}),
+            nearer(m_context.rows.step(item, {"order", "dim_request"}),
+                   nearer(m_context.rows.step(m_strategy,
+                                              {"first_line_distance", "line_spacing", "merge_equal"}),
+                          m_scene.chain)));
+        switch (type ? type->requestType : static_cast<int>(kLinear)) {
+        case kOrdinate:
+            addOrdinates();
+            break;
+        case kRadial:
+            addRadii();
+            break;
+        case kAngular:
+            addSlopes();
+            break;
+        case kLevel:
+            addLevels();
+            break;
+        default:
+            addLinear();
+        }
+    }
+
+    Primitives figures;
+
+private:
+    Vec2 directionOf(const StructDetRequestLinearDirection* direction) const {
+        Vec2 base = {1, 0};
+        const PartObject& main = *m_context.part.main();
+        const Vec2 axis = m_scene.camera.flat(m_scene.camera.frame.origin + main.axis) -
+                          m_scene.camera.flat(m_scene.camera.frame.origin);
+        if (direction && direction->direction >= 2 && axis.length() > 0.5)
+            base = axis * (1 / axis.length());
+        const double angle = (direction ? direction->angle : 0) * std::numbers::pi / 180;
+        Vec2 d = {base.u * std::cos(angle) - base.v * std::sin(angle),
+                  base.u * std::sin(angle) + base.v * std::cos(angle)};
+        const auto clean = [](double value) { return std::abs(value) < 1e-9 ? 0 : value; };
+        d = {clean(d.u), clean(d.v)};
+        return d.u < 0 || (d.u == 0 && d.v < 0) ? d * -1 : d;
+    }
+    Vec2 normal() const { return {m_direction.v, -m_direction.u}; }
+
+    std::vector<DimensionPoint> points(std::int32_t selection) {
+        return pointsOf(m_context, m_scene, selection, m_direction);
+    }
+    // From the first start point to the last end point, with what lies between.
+    std::vector<DimensionPoint> allPoints() {
+        const std::vector<DimensionPoint> first = points(m_request->startPointsKey);
+        const std::vector<DimensionPoint> last = points(m_request->endPointsKey);
+        std::vector<DimensionPoint> all = points(m_request->innerPointsKey);
+        if (!first.empty())
+            all.push_back(first.front());
+        if (!last.empty())
+            all.push_back(last.back());
+        keepEachPlaceOnce(all, m_direction);
+        return all;
+    }
+    double distance(const DimensionPoint& a, const DimensionPoint& b) const {
+        return along(b.flat, m_direction) - along(a.flat, m_direction);
+    }
+
+    // The next free line beside the view: a point of it, as seen along its normal.
+    double nextLine() {
+        const std::pair<long, long> key = {std::lround(m_direction.u * 1000),
+                                           std::lround(m_direction.v * 1000)};
+        double edge = -1e300;
+        for (const double u : {m_scene.outline.low.u, m_scene.outline.high.u})
+            for (const double v : {m_scene.outline.low.v, m_scene.outline.high.v})
+                edge = std::max(edge, along({u, v}, normal()));
+        const int number = m_lines[key]++;
+        return edge + m_strategy.firstLineDistance + number * m_strategy.lineSpacing;
+    }
+
+    void line(std::vector<Vec2> points) {
+        figures.push_back(
+            Figures::line(std::move(points), m_context.pens.thin(), Primitive::kDimension, m_provenance));
+    }
+    void text(Vec2 middle, const std::string& words, double degrees) {
+        figures.push_back(Figures::text(m_context.pens, middle, kTextSize, words, Primitive::kDimension,
+                                        m_provenance, -1, degrees));
+    }
+    // The point of the line opposite to a point of the view.
+    Vec2 onLine(Vec2 p, double level) const { return p + normal() * (level - along(p, normal())); }
+    // From the point to the line, and the stroke that marks it there.
+    void extension(Vec2 from, Vec2 to) {
+        const double length = (to - from).length();
+        if (length > 2)
+            line({from + (to - from) * (1 / length), to + (to - from) * (1.5 / length)});
+        const Vec2 slant = (m_direction - normal()) * kTick;
+        line({to - slant, to + slant});
+    }
+
+    std::string titleWith(std::size_t count) const {
+        const auto values = [&](const std::string& name) -> std::optional<std::string> {
+            return name == "quantity" ? std::optional(std::to_string(count))
+                                      : labelValue(m_context.part, nullptr, name);
+        };
+        return LabelText::plain(m_request->titleFormat, values);
+    }
+
+    struct Span {
+        const DimensionPoint* from;
+        const DimensionPoint* to;
+        int count = 1; ///< of equal ones
+    };
+
+    void dimension(const Span& span, double level, const std::string& title) {
+        const Vec2 a = m_scene.onSheet(span.from->flat);
+        const Vec2 b = m_scene.onSheet(span.to->flat);
+        const Vec2 from = onLine(a, level);
+        const Vec2 to = onLine(b, level);
+        extension(a, from);
+        extension(b, to);
+        line({from, to});
+        const double whole = distance(*span.from, *span.to);
+        std::string words = span.count > 1 ? std::to_string(span.count) + " x " +
+                                                 measure(whole / span.count) + " = " + measure(whole)
+                                           : measure(whole);
+        const bool isBeside = m_request->titlePosition != 0;
+        if (!title.empty() && !isBeside)
+            words += " " + title;
+        text((from + to) * 0.5 - normal() * (kTextSize * 0.8), words, degreesOf(m_direction));
+        if (!title.empty() && isBeside)
+            text((from + to) * 0.5 + normal() * (kTextSize * 0.9), title, degreesOf(m_direction));
+    }
+
+    // Whether a line of the view measures the same already.
+    bool isRepeated(const std::vector<Span>& spans) {
+        std::vector<long> places = {std::lround(m_direction.u * 1000), std::lround(m_direction.v * 1000)};
+        for (const Span& span : spans)
+            for (const DimensionPoint* point : {span.from, span.to})
+                places.push_back(std::lround(along(point->flat, m_direction)));
+        return m_request->titleFormat.isEmpty() && !m_measured.insert(places).second;
+    }
+
+    void addLinear() {
+        const std::vector<DimensionPoint> all = allPoints();
+        std::vector<Span> spans;
+        for (std::size_t i = 1; i < all.size(); ++i) {
+            const DimensionPoint& from = m_request->chained != 0 ? all[i - 1] : all[0];
+            if (distance(from, all[i]) < std::max(m_request->minimumLength, 0.5))
+                continue;
+            const bool isEqual =
+                m_request->chained != 0 && m_strategy.mergeEqual != 0 && !spans.empty() &&
+                spans.back().to == &from &&
+                std::abs(distance(*spans.back().from, *spans.back().to) / spans.back().count -
+                         distance(from, all[i])) < 0.5;
+            if (isEqual) {
+                spans.back().to = &all[i];
+                ++spans.back().count;
+            } else {
+                spans.push_back({&from, &all[i]});
+            }
+        }
+        if (spans.empty() || isRepeated(spans))
+            return;
+        const std::string title = titleWith(all.size() - 1);
+        double level = nextLine();
+        for (std::size_t i = 0; i < spans.size(); ++i) {
+            if (i > 0 && m_request->chained == 0)
+                level = nextLine();
+            dimension(spans[i], level, i == 0 ? title : std::string());
+        }
+    }
+
+    double ordinateOrigin(const std::vector<DimensionPoint>& all) {
+        const auto* reference =
+            m_context.rows.row<StructDetOrdinateReference>(m_request->ordinateReferenceKey);
+        const int from = reference ? reference->reference : static_cast<int>(kFromStart);
+        double origin = along(all.front().flat, m_direction);
+        if (from == kFromEnd) {
+            const PartObject& main = *m_context.part.main();
+            origin = std::max(along(m_scene.camera.flat(main.start), m_direction),
+                              along(m_scene.camera.flat(main.end), m_direction));
+        }
+        double nearest = 1e300;
+        for (const int index : m_context.shown)
+            if (const PartObject& object = m_context.object(index);
+                from == kFromGrid && object.type == eObjectType::kGrid) {
+                const double place = along(m_scene.camera.flat(object.start), m_direction);
+                if (std::abs(place - along(all.front().flat, m_direction)) < nearest) {
+                    nearest = std::abs(place - along(all.front().flat, m_direction));
+                    origin = place;
+                }
+            }
+        return origin;
+    }
+
+    void addOrdinates() {
+        const std::vector<DimensionPoint> all = allPoints();
+        if (all.size() < 2)
+            return;
+        const double origin = ordinateOrigin(all);
+        const auto* place = m_context.rows.row<StructDetOrdinatePosition>(m_request->ordinatePositionKey);
+        const auto* kind = m_context.rows.row<StructDetOrdinateDimType>(m_request->ordinateTypeKey);
+        const int where = place ? place->position : static_cast<int>(kAtObject);
+        const double level = nextLine();
+        const double last = along(all.back().flat, m_direction);
+        m_provenance = nearer(
+            m_context.rows.step(*m_request, {"ordinate_type", "ordinate_position", "ordinate_reference"}),
+            m_provenance);
+        line({onLine(m_scene.onSheet(all.front().flat), level),
+              onLine(m_scene.onSheet(all.back().flat), level)});
+        for (const DimensionPoint& point : all) {
+            const Vec2 from = m_scene.onSheet(point.flat);
+            const Vec2 to = onLine(from, level);
+            extension(from, to);
+            std::string words = measure(along(point.flat, m_direction) - origin);
+            if (kind && kind->ordinateType == 2) // from both ends
+                words += " / " + measure(last - along(point.flat, m_direction));
+            const double room = static_cast<double>(words.size()) * kTextSize * 0.36 + 2.5;
+            if (where == kOnLine)
+                text(to + m_direction * (room * 0.9) - normal() * (kTextSize * 0.8), words,
+                     degreesOf(m_direction));
+            else
+                text(to + normal() * (where == kAtObject ? -room : room) -
+                         m_direction * (where == kAtObject ? kTextSize * 0.8 : 0),
+                     words, degreesOf(normal() * -1));
+        }
+    }
+
+    void addRadii() {
+        for (const DimensionPoint& point : points(m_request->startPointsKey)) {
+            const PartObject& object = m_context.object(point.object);
+            if (object.diameter <= 0 || !m_scene.looksAlong(object.axis))
+                continue;
+            const Vec2 at = m_scene.onSheet(point.flat);
+            const Vec2 rim = at + Vec2{0.7071, 0.7071} * (object.diameter / 2 * m_scene.scale());
+            const Vec2 end = rim + Vec2{4, 4};
+            line({rim, end, end + Vec2{6, 0}});
+            const std::string title = titleWith(1);
+            text(end + Vec2{4, kTextSize}, (title.empty() ? "R" : title) + measure(object.diameter / 2), 0);
+            break; // equal ones are not repeated
+        }
+    }
+
+    void addSlopes() {
+        for (const DimensionPoint& point : points(m_request->startPointsKey)) {
+            const PartObject& object = m_context.object(point.object);
+            Vec2 axis = m_scene.camera.flat(object.end) - m_scene.camera.flat(object.start);
+            if (axis.length() < 1)
+                continue;
+            axis = axis.u < 0 ? axis * -1 : axis;
+            const double degrees = degreesOf(axis);
+            if (std::abs(degrees) < 0.5 || std::abs(degrees) > 89.5)
+                continue;
+            const Vec2 start = m_scene.camera.flat(object.start);
+            const Vec2 end = m_scene.camera.flat(object.end);
+            const Vec2 at = m_scene.onSheet(start.u < end.u ? start : end);
+            constexpr double kRadius = 18;
+            Primitive arc =
+                Figures::circle(at, kRadius, m_context.pens.thin(), Primitive::kDimension, m_provenance);
+            arc.from = std::min(degrees, 0.0);
+            arc.to = std::max(degrees, 0.0);
+            figures.push_back(arc);
+            line({at, at + Vec2{kRadius + 4, 0}});
+            const double half = degrees / 2 * std::numbers::pi / 180;
+            text(at + Vec2{std::cos(half), std::sin(half)} * (kRadius + 8),
+                 LabelText::number(std::abs(degrees), 1) + "°", 0);
+            break;
+        }
+    }
+
+    void addLevels() {
+        if (m_scene.camera.frame.z.z < 0.99)
+            return;
+        double before = -1e300; // on the sheet
+        for (const DimensionPoint& point : points(m_request->startPointsKey)) {
+            const Vec2 at = {m_scene.outline.high.u + 4, m_scene.onSheet(point.flat).v};
+            if (std::abs(at.v - before) < 2 * kTextSize)
+                continue;
+            before = at.v;
+            line({at, at + Vec2{-1.8, 2.6}, at + Vec2{1.8, 2.6}, at});
+            line({at - Vec2{3, 0}, at + Vec2{16, 0}});
+            std::string words = LabelText::number(point.model.z / 1000, 3);
+            if (words.find('.') == std::string::npos)
+                words += ".";
+            words.append(3 - std::min<std::size_t>(3, words.size() - words.find('.') - 1), '0');
+            const std::string title = titleWith(1);
+            words = (title.empty() ? "" : title + " ") + (point.model.z >= 0 ? "+" : "") + words;
+            text(at + Vec2{3.5, kTextSize}, words, 0);
+            figures.back().move({figures.back().textWidth() / 2, 0});
+        }
+    }
+
+    DrawingContext& m_context;
+    const ViewScene& m_scene;
+    const StructDetViewDimStrategy& m_strategy;
+    const StructDetViewDimRequestLinear* m_request = nullptr;
+    Vec2 m_direction;
+    ProvenancePtr m_provenance;
+    std::set<std::vector<long>> m_measured;
+    std::map<std::pair<long, long>, int> m_lines; // used already, by their direction
+};
+
+} // namespace
+
+Primitives dimensionsOf(DrawingContext& context, const ViewScene& scene) {
+    const auto* strategy = context.rows.row<StructDetViewDimStrategy>(scene.request->dimStrategyKey);
+    if (!strategy || !scene.showsAnything || scene.outline.isEmpty())
+        return {};
+    Dimensioning dimensioning(context, scene, *strategy);
+    constexpr int kMostLines = 60;
+    int lines = 0;
+    for (const StructDetViewDimStrategyItem* item : context.rows.parts<StructDetViewDimStrategyItem>(
+             &StructDetViewDimStrategyItem::strategyKey, strategy->key, &StructDetViewDimStrategyItem::order))
+        if (const auto* request = context.rows.row<StructDetViewDimRequestLinear>(item->dimRequestKey);
+            request && ++lines < kMostLines)
+            dimensioning.add(*item, *request);
+    return std::move(dimensioning.figures);
+}

@@ -1,0 +1,129 @@
+#include "drawing/DrawingFixture.h"
+
+#include "drawing/NotShown.h"
+#include "drawing/SvgWriter.h"
+
+namespace {
+
+class CoverageTest : public DrawingTest {
+protected:
+    struct Sample {
+        SourceId source;
+        std::int32_t style;
+        SamplePart part;
+        std::string before;
+        std::set<RowRef> reached;
+    };
+
+    // All rows that a row leads to: what it uses, and its parts.
+    void reach(StyleSource& source, const RowRef& from, std::set<RowRef>& reached) {
+        const StructRecord* record = source.table(from.table).find(KorOdbcKey(from.key));
+        if (!record || !reached.insert(from).second)
+            return;
+        for (const Column& column : findTable(from.table)->columns)
+            if (column.isReference() && column.role == eReferenceRole::kUses)
+                reach(source, {column.target, column.integerIn(record)}, reached);
+        for (const Referrer& referrer : source.referrersOf(from.table, KorOdbcKey(from.key)))
+            if (referrer.column->role == eReferenceRole::kPartOf)
+                reach(source, {referrer.table->type, referrer.key}, reached);
+    }
+    std::string pictureOf(const Sample& sample) {
+        const Drawing drawing = draw(sample.style, sample.part, sample.source);
+        std::string layers; // are in no SVG
+        for (const Primitive* primitive : drawing.all())
+            layers += primitive->pen.layer.substr(0, 1);
+        return svgOf(drawing, "") + layers;
+    }
+    void addSamples(SourceId id) {
+        StyleSource& source = *databases.source(id);
+        const RowArray& styles = source.table(kTableDetailStyle).rows();
+        for (int i = 0; i < styles.size(); ++i) {
+            const std::string name = styles.at(i).name.toStdString();
+            Sample sample{id, styles.at(i).key, part(SampleParts::suiting(partsFolder(), {name})), {}, {}};
+            sample.before = pictureOf(sample);
+            reach(source, {kTableDetailStyle, sample.style}, sample.reached);
+            m_samples.push_back(std::move(sample));
+        }
+    }
+
+    std::vector<CellValue> otherValues(StyleSource& source, const Column& column, const CellValue& value) {
+        std::vector<CellValue> others;
+        if (const auto* text = std::get_if<KorString>(&value))
+            return {KorString("{L1}other {mark}"), KorString("= 77"), *text + KorString("X")};
+        if (const auto* real = std::get_if<double>(&value))
+            return {*real * 2 + 5, *real * 0.25, -*real - 1, 0.0};
+        const auto number = std::get<std::int64_t>(value);
+        if (column.isReference()) {
+            const RowArray& rows = source.table(column.target).rows();
+            for (int i = 0; i < std::min(rows.size(), 6); ++i)
+                others.push_back(std::int64_t(rows.at((static_cast<int>(number) + i) % rows.size()).key));
+            others.push_back(std::int64_t(0));
+        } else {
+            for (const std::int64_t other : {number == 0 ? 1 : 0, 1, 2, 3, 4, 7})
+                others.push_back(other);
+        }
+        return others;
+    }
+
+    // Whether changing a cell of the column changes any picture.
+    bool isShown(const TableSchema& table, const Column& column) {
+        constexpr int kMostPictures = 400;
+        int pictures = 0;
+        std::set<std::pair<SourceId, RowRef>> tried;
+        for (int round = 0; round < 2; ++round)
+            for (const Sample& sample : m_samples)
+                for (const RowRef& row : sample.reached) {
+                    StyleSource& source = *databases.source(sample.source);
+                    const StructRecord* record =
+                        row.table == table.type ? source.table(row.table).find(KorOdbcKey(row.key)) : nullptr;
+                    if (!record || (round == 0 && !tried.insert({sample.source, row}).second))
+                        continue;
+                    const CellValue before = column.read(record);
+                    for (const CellValue& other : otherValues(source, column, before)) {
+                        if (other == before || ++pictures > kMostPictures)
+                            continue;
+                        source.setCell(row.table, KorOdbcKey(row.key), column, other);
+                        const bool changed = pictureOf(sample) != sample.before;
+                        source.setCell(row.table, KorOdbcKey(row.key), column, before);
+                        if (changed)
+                            return true;
+                    }
+                }
+        return false;
+    }
+
+    std::vector<Sample> m_samples;
+};
+
+} // namespace
+
+TEST_F(CoverageTest, EachColumnChangesADrawingOrIsListedWithItsReason) {
+    addSamples(SourceId::standard());
+    addSamples(SourceId::user());
+    std::set<eTableType> tables;
+    for (const Sample& sample : m_samples)
+        for (const RowRef& row : sample.reached)
+            tables.insert(row.table);
+    EXPECT_GT(tables.size(), 35u);
+    std::set<std::pair<eTableType, std::string_view>> listed;
+    for (const NotShownColumn& column : notShownColumns()) {
+        EXPECT_TRUE(findTable(column.table)->column(column.column)) << column.column;
+        EXPECT_TRUE(listed.insert({column.table, column.column}).second) << column.column << " twice";
+        EXPECT_FALSE(std::string_view(column.reason).empty());
+    }
+    int seen = 0;
+    for (const eTableType type : tables) {
+        const TableSchema& table = *findTable(type);
+        for (const Column& column : table.columns) {
+            if (column.number == 1 || column.name == "description" || column.slot > 0 ||
+                column.role == eReferenceRole::kFiledUnder)
+                continue;
+            ++seen;
+            const bool isListed = listed.contains({type, column.name});
+            if (isListed)
+                continue;
+            EXPECT_TRUE(isShown(table, column)) << table.name << "." << column.name << " changes nothing";
+        }
+    }
+    EXPECT_GT(seen, 100);
+}
