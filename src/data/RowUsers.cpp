@@ -23,8 +23,7 @@ std::optional<RowRef> sharedWhole(StyleDatabases& databases, RowRef row) {
         return {};
     const RowRef whole = wholeOf(*source, row);
     const TableSchema* table = findTable(whole.table);
-    const bool isShared =
-        table && table->isMadeToBeUsed() && databases.ownerCount(whole.table, KorOdbcKey(whole.key)) > 1;
+    const bool isShared = table && databases.ownerCount(whole.table, KorOdbcKey(whole.key)) > 1;
     return isShared ? std::optional(whole) : std::nullopt;
 }
 

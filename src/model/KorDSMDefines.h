@@ -15,6 +15,8 @@ enum eItemType : std::int32_t {
     kDetailStyle = 2,
     kDetailStyleCategory = 3,
     kDetailStylesSection = 4,
+    kGridReferenceRecord = 5,     ///< no item has it, nor the other kinds of records: only pages show them
+    kSelectionStrategyRecord = 6,
     kAnnotationStrategy = 7,
     kAnnotationTypeRecord = 8, ///< no item has it: records that only pages and dialogs show
     kAnnotationGroup = 9,
@@ -26,7 +28,9 @@ enum eItemType : std::int32_t {
     kQualifierSetGroup = 15,
     kQualifiersSection = 16,
     kViewRequest = 17,
+    kDrawingSettingsRecord = 18,
     kViewRequestCategory = 19,
+    kHatchRecord = 20,
     kSystemAndBox = 21,
     kViewArrangeRecord = 22, ///< no item has it
     kReprMapRule = 23,
@@ -37,6 +41,8 @@ enum eItemType : std::int32_t {
     kSecondArrangerControl = 28, ///< no item has it: the page group of the second arranger kind
     kPointSelection = 29,
     kLengthClipRecord = 30, ///< no item has it
+    kLeaderStyleRecord = 31,
+    kValueRangeRecord = 32,
     kNoType = 34,
 };
 

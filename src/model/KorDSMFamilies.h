@@ -37,7 +37,9 @@ private:
 struct KorDSMFamily {
     using eItemType = KorDSMDefines::eItemType;
 
-    static constexpr int kEntryText = -1; ///< in the place of a prompt: the text of the item's tree entry
+    // In the place of a prompt.
+    static constexpr int kEntryText = -1; ///< the text of the item's tree entry
+    static constexpr int kTableName = -2; ///< what rows of the table are called
 
     eItemType type = KorDSMDefines::kNoType; ///< of its items
     eTableType table = kNoTable;

@@ -53,6 +53,15 @@ constexpr KorDSMFamily shownBy(KorDSMFamily row) {
     return row;
 }
 
+// Records that are edited beside the choice of them.
+constexpr KorDSMFamily chosenBeside(eItemType type, eTableType table) {
+    return {.type = type,
+            .table = table,
+            .confirmationPrompt = KorDSMFamily::kTableName,
+            .namePrompt = KorDSMFamily::kTableName,
+            .proposesName = true};
+}
+
 constexpr KorDSMFamily kFamilies[] = {
     shownBy<KorDsmDetailStyleItem>({.icon = 12,
                                     .bringsChildren = true,
@@ -224,6 +233,12 @@ constexpr KorDSMFamily kFamilies[] = {
      .confirmationPrompt = 33759,
      .namePrompt = 33721,
      .proposesName = true},
+    chosenBeside(kGridReferenceRecord, kTableGridRefSettings),
+    chosenBeside(kSelectionStrategyRecord, kTableSelectionStrategy),
+    chosenBeside(kDrawingSettingsRecord, kTableHcadSettings),
+    chosenBeside(kHatchRecord, kTableHatchSettings),
+    chosenBeside(kLeaderStyleRecord, kTableLeaderStyle),
+    chosenBeside(kValueRangeRecord, kTableQualifierFilter),
 };
 
 constexpr KorDSMSection kSections[] = {

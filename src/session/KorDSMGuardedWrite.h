@@ -40,7 +40,7 @@ public:
     /// The same for a value of the column's own type, with all that can come of it.
     static WriteResult setField(eTableType table, const KorOdbcKey& key, int field, const CellValue& value);
     /// As pages and commands write. A part changes the users of its whole, so the question is asked for the
-    /// whole; and it is asked for appearances too.
+    /// whole; and it is asked for whatever several records use.
     static WriteResult setAttributeValue(eTableType table, const KorOdbcKey& key, int field,
                                          const CellValue& value);
     /// Changes the parts of a row by `writeNow`, after the question where the row is shared.

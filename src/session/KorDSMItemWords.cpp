@@ -6,6 +6,7 @@
 #include "operations/KorDetailTableDependencies.h"
 #include "operations/StyleReads.h"
 #include "services/Prompts.h"
+#include "session/KorDSMValueText.h"
 
 #include <algorithm>
 #include <set>
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int kCategory = 33703;  // "UPS"
 constexpr int kGroupPrompt = 233; // "Group", with its key
+constexpr int kNamePrompt = 234;  // "Name", with its key
 
 // The family of what is named: in a section new groups are.
 const KorDSMFamily* namedFamily(int itemType) {
@@ -27,8 +29,11 @@ const KorDSMFamily* namedFamily(int itemType) {
 
 KorDSMNaming namingOf(const KorDSMFamily& family) {
     KorDSMNaming naming;
-    naming.label = Prompts::ups(family.namePrompt);
-    naming.title = family.titlePrompt != 0 ? Prompts::ups(family.titlePrompt) : naming.label;
+    const bool isNamedByTable = family.namePrompt == KorDSMFamily::kTableName;
+    naming.label = isNamedByTable ? Prompts::dsm(kNamePrompt) : Prompts::ups(family.namePrompt);
+    naming.title = isNamedByTable            ? KorDSMValueText::tableCaption(*findTable(family.table))
+                   : family.titlePrompt != 0 ? Prompts::ups(family.titlePrompt)
+                                             : naming.label;
     StyleReads::names(family.table, naming.existing);
     return naming;
 }

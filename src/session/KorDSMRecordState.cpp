@@ -3,7 +3,6 @@
 #include "data/RowClosure.h"
 #include "data/RowUsers.h"
 #include "data/check/StillMissing.h"
-#include "operations/KorDSNManager.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
 
@@ -44,6 +43,8 @@ constexpr Parts kParts[] = {
 
 // Further rows than these are not looked at on the way to the styles.
 constexpr std::size_t kMostRows = 4000;
+// Nor more of them that use each other in a row: they may do so in a circle.
+constexpr std::size_t kMostSteps = 20;
 
 std::set<RowRef> usersOf(StyleSource& source, RowRef row) {
     std::set<RowRef> users;
@@ -108,8 +109,10 @@ UseCount useCountOf(SourceId id, RowRef row) {
         ++byTable[user.table];
     count.users.assign(byTable.begin(), byTable.end());
     count.styles = countStyles(*source, users);
-    const KorDSNRequest request(id.dsn, id.index);
-    count.isShared = users.size() > 1 || (users.size() == 1 && sharedWhole(StyleDatabases::current(), row));
+    std::set<RowRef> above = users;
+    for (std::size_t steps = 0; above.size() == 1 && steps < kMostSteps; ++steps)
+        above = usersOf(*source, *above.begin());
+    count.isShared = above.size() > 1;
     return count;
 }
 

@@ -6,6 +6,7 @@
 #include "model/KorDSMMessages.h"
 #include "operations/CurrentRows.h"
 #include "services/Prompts.h"
+#include "session/KorDSMValueText.h"
 
 namespace {
 
@@ -20,11 +21,14 @@ KorDSMSharedRecord KorDSMSharedRecord::of(eTableType table, const KorOdbcKey& ke
     const bool initialized = KorAssert::check(table != kNoTable && key.isValid(),
                                               "0 && _T(\"The messages were not initialized\")");
     const KorDSMFamily* family = initialized ? KorDSMFamilies::of(table) : nullptr;
-    if (!family || family->confirmationPrompt == 0) {
+    const bool isNamedByTable =
+        initialized && (!family || family->confirmationPrompt == KorDSMFamily::kTableName);
+    if (!isNamedByTable && (!family || family->confirmationPrompt == 0)) {
         record.kind = "item";
         return record;
     }
-    record.kind = Prompts::ups(family->confirmationPrompt);
+    record.kind = isNamedByTable ? KorDSMValueText::tableCaption(*findTable(table))
+                                 : Prompts::ups(family->confirmationPrompt);
     if (const StructRecord* row = CurrentRows::find(table, key))
         record.name = row->getRunBezeichnung();
     return record;
