@@ -104,7 +104,8 @@ std::vector<PagePart*> KorDSMPage::parts() const {
 std::vector<ShownColumns> KorDSMPage::shownColumns() const {
     std::vector<ShownColumns> shown;
     for (const PagePart* part : parts())
-        shown.push_back(part->shownColumns());
+        if (ShownColumns columns = part->shownColumns(); CurrentRows::find(columns.table, columns.key))
+            shown.push_back(std::move(columns));
     return shown;
 }
 

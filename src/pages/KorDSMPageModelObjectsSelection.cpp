@@ -7,7 +7,10 @@
 #include "controls/KorQt.h"
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
+#include "pages/FormBody.h"
 #include "services/Prompts.h"
+
+#include <QBoxLayout>
 
 #include <numeric>
 
@@ -19,6 +22,17 @@ constexpr int kInfo = 1110;
 constexpr int kInfoText = 33668;
 constexpr int kInfoPicture = 1020;
 constexpr int kColumnStrategy = 4;
+
+constexpr int kFirstField = 6000;
+
+const std::vector<FormGroup> kGroups = {
+    {.fields = {{.column = 4},
+                {.column = 2, .via = {4}},
+                {.column = 3, .via = {4}},
+                {.column = 4, .via = {4}},
+                {.column = 5, .via = {4}}},
+     .named = kTableSelectionStrategy},
+};
 
 constexpr std::pair<int, int> kFrames[] = {{1159, 33666}, {1160, 33667}};
 constexpr std::pair<int, int> kHeadings[] = {{1241, 33898}, {1242, 33899}, {1243, 33900}};
@@ -57,6 +71,15 @@ bool KorDSMPageModelObjectsSelection::OnInitDialog() {
     std::vector<int> radios(kButtons);
     std::iota(radios.begin(), radios.end(), kFirstButton);
     KorControls::group(this, radios);
+    m_form = new FormBody(*this, kGroups, kTableDetailStyle, kFirstField);
+    // Beside the buttons.
+    QWidget* buttons = KorControls::find(this, kFrames[0].first);
+    auto* line = new QHBoxLayout;
+    static_cast<QBoxLayout*>(layout())->insertLayout(0, line);
+    line->addWidget(buttons, 1);
+    line->addWidget(m_form, 1);
+    m_form->connectControls();
+    connect(m_form, &FormBody::written, this, &KorDSMPageModelObjectsSelection::loadData);
     return true;
 }
 
@@ -69,6 +92,7 @@ bool KorDSMPageModelObjectsSelection::fillLists() {
         if (used)
             m_buttons[i]->setText(toQt(m_names[static_cast<int>(i)]).replace('&', "&&"));
     }
+    m_form->fillLists();
     return true;
 }
 
@@ -83,7 +107,13 @@ bool KorDSMPageModelObjectsSelection::loadData() {
     const int shown = found ? m_names.find(strategy.name) : -1;
     for (std::size_t i = 0; i < kButtons; ++i)
         KorControls::setChecked(m_buttons[i], static_cast<int>(i) == shown);
+    m_form->load();
     return true;
+}
+
+void KorDSMPageModelObjectsSelection::enableControls() {
+    KorDSMPage::enableControls();
+    m_form->enable();
 }
 
 std::vector<ShownColumns> KorDSMPageModelObjectsSelection::shownColumns() const {
@@ -94,4 +124,5 @@ void KorDSMPageModelObjectsSelection::onButtonClicked(std::size_t index) {
     StructDetObjSelectionStrategy strategy;
     if (item() && KorOdbcGUI::getDetObjSelectionStrategy(m_names[static_cast<int>(index)], strategy) == 1)
         writeFrom(m_buttons[index], kColumnStrategy, std::int64_t{strategy.key});
+    m_form->load();
 }

@@ -6,7 +6,10 @@
 
 #include <array>
 
-/// Which model objects a drawing made with a detail style selects: one button per selection strategy.
+class FormBody;
+
+/// Which model objects a drawing made with a detail style selects: one button per selection strategy, and
+/// what the chosen one says.
 class KorDSMPageModelObjectsSelection : public KorDSMPage {
     Q_OBJECT
 
@@ -16,6 +19,7 @@ public:
     bool OnInitDialog() override;
     bool fillLists() override;
     bool loadData() override;
+    void enableControls() override;
     std::vector<ShownColumns> shownColumns() const override;
 
 private:
@@ -24,5 +28,6 @@ private:
     void onButtonClicked(std::size_t index);
 
     std::array<QRadioButton*, kButtons> m_buttons{};
+    FormBody* m_form = nullptr;
     KorArray<KorString> m_names; // of the buttons; a caption shows its ampersands otherwise
 };

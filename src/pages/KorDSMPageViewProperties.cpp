@@ -7,11 +7,14 @@
 #include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
 #include "model/CurrentUnits.h"
+#include "pages/FormBody.h"
 #include "pages/LabelDesignerSetup.h"
 #include "pages/SelectionFills.h"
 #include "records/ViewRecords.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
+
+#include <QBoxLayout>
 
 #include <algorithm>
 
@@ -35,6 +38,20 @@ constexpr std::pair<int, int> kTooltips[] = {
     {1097, 33862},
 };
 constexpr int kFieldLabels[] = {1169, 1170, 1171, 1242, 2033};
+
+constexpr int kFirstField = 6000;
+constexpr int kPlaceOfForm = 2; // below the frames of the template
+constexpr int kDepth = 675;
+constexpr int kAreaAndScale = 676;
+
+const std::vector<FormGroup> kGroups = {
+    {.caption = kDepth, .fields = {{.column = 4}, {.column = 3, .via = {4}}, {.column = 7}}},
+    {.caption = kAreaAndScale,
+     .fields = {{.column = 8},
+                {.column = 15},
+                {.column = 3, .via = {14}, .live = {.column = 2, .values = {0}, .isNoneOf = true}}},
+     .side = eFormSide::kRight},
+};
 
 // The code is split by plain division here although it is composed of corners from 1 on. The two don't match
 // for the upper right corner (4 and 8), and users know the display as it is: keep it so.
@@ -68,6 +85,11 @@ bool KorDSMPageViewProperties::OnInitDialog() {
     KorFieldNote::prepare(m_scales);
     connect(m_scales, &VELComboTree::entrySelected, this, &KorDSMPageViewProperties::onScaleChosen);
     m_compass.connectControls();
+    m_form = new FormBody(*this, kGroups, kTableViewRequest, kFirstField);
+    static_cast<QBoxLayout*>(layout())->insertWidget(kPlaceOfForm, m_form);
+    m_form->connectControls();
+    // The factor is that of the way in which the scale is adapted.
+    connect(&m_fields, &PageFields::written, m_form, &FormBody::load);
     return true;
 }
 
@@ -83,6 +105,7 @@ void KorDSMPageViewProperties::alignFields() {
 bool KorDSMPageViewProperties::fillLists() {
     fillScales();
     m_fields.fillLists();
+    m_form->fillLists();
     return true;
 }
 
@@ -92,7 +115,13 @@ bool KorDSMPageViewProperties::loadData() {
     selectScale();
     m_fields.load();
     m_compass.load();
+    m_form->load();
     return true;
+}
+
+void KorDSMPageViewProperties::enableControls() {
+    KorDSMPage::enableControls();
+    m_form->enable();
 }
 
 std::vector<ShownColumns> KorDSMPageViewProperties::shownColumns() const {

@@ -5,10 +5,11 @@
 #include "pages/KorDSMPage.h"
 #include "pages/PageFields.h"
 
+class FormBody;
 class VELComboTree;
 struct StructDetViewRequest;
 
-/// Scale, choice, arrangement and use of a view, and its compass.
+/// Scale, choice, arrangement, depth and use of a view, and its compass.
 class KorDSMPageViewProperties : public KorDSMPage {
     Q_OBJECT
 
@@ -18,6 +19,7 @@ public:
     bool OnInitDialog() override;
     bool fillLists() override;
     bool loadData() override;
+    void enableControls() override;
     std::vector<ShownColumns> shownColumns() const override;
 
 private:
@@ -31,4 +33,5 @@ private:
     PageFields m_fields;
     CompassChoice m_compass;
     VELComboTree* m_scales = nullptr;
+    FormBody* m_form = nullptr;
 };

@@ -176,8 +176,7 @@ void PartListEditor::load(RowRef whole) {
     m_list = KorDSMEditedList::of(CurrentRows::source(), whole, m_parts);
     if (m_columns.empty())
         setUpColumns();
-    if (isOther)
-        m_selected.clear();
+    m_selected = isOther ? KorDSMPartList::Keys() : selected();
     for (std::size_t i = 0; i < m_columns.size(); ++i)
         if (kindOf(*m_columns[i]) == KorMFCGridCtrl::eCombo &&
             !trees().contains(m_columns[i]->isReference() ? m_columns[i]->target : kNoTable)) {

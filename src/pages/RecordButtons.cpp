@@ -17,14 +17,14 @@
 
 namespace {
 
-enum eButton : int { kNew = 1, kCopy, kGo };
+enum eButton : int { kNew = 1, kCopy, kRename, kGo };
 
 struct Button {
     eButton id;
     int bitmap;
     int prompt;
 };
-constexpr Button kButtons[] = {{kNew, 1044, 625}, {kCopy, 1043, 626}, {kGo, 1196, 627}};
+constexpr Button kButtons[] = {{kNew, 1044, 625}, {kCopy, 1043, 626}, {kRename, 1024, 622}, {kGo, 1196, 627}};
 
 const StructRecord* chosen(const KorDSMRecordUse::Use& use) {
     const StructRecord* user =
@@ -61,14 +61,16 @@ RecordButtons::RecordButtons(KorDSMPage& page, FindUse use)
             makeFor(m_page, cell);
         else if (id == kCopy)
             copyFor(m_page, cell);
+        else if (id == kRename)
+            renameFor(m_page, cell);
         else
             goTo(cell);
     });
 }
 
 bool RecordButtons::areFor(const Column& column) {
-    return column.isReference() && column.role == eReferenceRole::kUses &&
-           KorDSMRecordCommands::isMade(column.target);
+    const bool isChosen = column.role == eReferenceRole::kUses || column.role == eReferenceRole::kFiledUnder;
+    return column.isReference() && isChosen && KorDSMRecordCommands::isMade(column.target);
 }
 
 void RecordButtons::enable() {
@@ -76,7 +78,10 @@ void RecordButtons::enable() {
     const bool isEditable = m_page.isEditable() && cell.row.key != 0;
     m_buttons->enableButton(kNew, isEditable);
     m_buttons->enableButton(kCopy, isEditable && chosen(cell));
-    m_buttons->enableButton(kGo, m_page.leadsElsewhere() && chosen(cell));
+    m_buttons->enableButton(kRename, isEditable && chosen(cell));
+    // What stands in no tree is edited beside its choice.
+    const KorDSMFamily* family = cell.column ? KorDSMFamilies::of(cell.column->target) : nullptr;
+    m_buttons->enableButton(kGo, m_page.leadsElsewhere() && family && family->make && chosen(cell));
 }
 
 void RecordButtons::makeFor(KorDSMPage& page, const KorDSMRecordUse::Use& use) {
@@ -100,6 +105,19 @@ void RecordButtons::copyFor(KorDSMPage& page, const KorDSMRecordUse::Use& use) {
         return;
     const std::size_t before = KorDSMUndo::stepCount();
     follow(page, KorDSMRecordUse::copyFor(CurrentRows::source(), use, dialog.name()), before);
+}
+
+void RecordButtons::renameFor(KorDSMPage& page, const KorDSMRecordUse::Use& use) {
+    page.finishEditing();
+    const StructRecord* named = chosen(use);
+    if (!named)
+        return;
+    const RowRef row{use.column->target, named->key};
+    KorDSMDialogNewItem dialog(KorDSMFamilies::of(row.table)->type, named->name, false, page.window());
+    if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
+        return;
+    const std::size_t before = KorDSMUndo::stepCount();
+    follow(page, KorDSMRecordCommands::rename(CurrentRows::source(), row, dialog.name()), before);
 }
 
 void RecordButtons::goTo(const KorDSMRecordUse::Use& use) {

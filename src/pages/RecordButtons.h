@@ -9,8 +9,8 @@
 class KorButtonGroup;
 class KorDSMPage;
 
-/// Buttons beside the choice of a record: make a new one, copy the chosen one for this user alone, and go to
-/// it. What is made is chosen at once, as one step of undo.
+/// Buttons beside the choice of a record: make a new one, copy the chosen one for this user alone, rename it,
+/// and go to it. What is made is chosen at once, as one step of undo.
 class RecordButtons : public QWidget {
     Q_OBJECT
 
@@ -25,10 +25,11 @@ public:
     /// Brings the buttons in line with what is chosen and with what the page may change.
     void enable();
 
-    /// Makes or copies a record for the cell after asking for its name; the window follows. For lists that
-    /// offer the same in a menu.
+    /// Makes, copies or renames a record for the cell after asking for its name; the window follows. For
+    /// lists that offer the same in a menu.
     static void makeFor(KorDSMPage& page, const KorDSMRecordUse::Use& use);
     static void copyFor(KorDSMPage& page, const KorDSMRecordUse::Use& use);
+    static void renameFor(KorDSMPage& page, const KorDSMRecordUse::Use& use);
     static void goTo(const KorDSMRecordUse::Use& use);
 
 private:

@@ -53,7 +53,7 @@ void DefinitionCommands::makeNew() {
     if (!group)
         return refuse(&m_window,
                       KorString::format(Prompts::dsm(kNoGroup), {KorDSMWhereUsed::sourceName(source)}));
-    m_rightSide.pages().requestPlainInit();
+    m_rightSide.pages().requestFormInit();
     const Result<KorDSMDatabaseItem*> made = KorDSMNewItem::create(type, dialog.name(), *group);
     if (!made)
         return refuse(&m_window, made.error);

@@ -2,19 +2,29 @@
 
 #include "base/KorAssert.h"
 #include "model/KorDSMFamilies.h"
+#include "pages/KorDSMPageAnnotationStrategy.h"
+#include "pages/KorDSMPageAppearance.h"
+#include "pages/KorDSMPageArrangerControl.h"
+#include "pages/KorDSMPageArrangerControlNew.h"
 #include "pages/KorDSMPageCompassPosition.h"
 #include "pages/KorDSMPageCutViewTitleProperties.h"
 #include "pages/KorDSMPageDetailStylesProperties.h"
+#include "pages/KorDSMPageDimPointSelection.h"
+#include "pages/KorDSMPageDimRequest.h"
+#include "pages/KorDSMPageDimensionTitleProperties.h"
 #include "pages/KorDSMPageModelObjectsSelection.h"
+#include "pages/KorDSMPageQualifierSet.h"
+#include "pages/KorDSMPageReprMapItem.h"
+#include "pages/KorDSMPageReprMapRule.h"
 #include "pages/KorDSMPageStyleViews.h"
+#include "pages/KorDSMPageSystemAndBox.h"
+#include "pages/KorDSMPageViewArrangement.h"
 #include "pages/KorDSMPageViewCategories.h"
 #include "pages/KorDSMPageViewClipping.h"
 #include "pages/KorDSMPageViewDefinition.h"
+#include "pages/KorDSMPageViewDimensioning.h"
 #include "pages/KorDSMPageViewProperties.h"
-#include "pages/KorDSMPlainPage.h"
 #include "services/KOSettings.h"
-
-#include <functional>
 
 using namespace KorDSMDefines;
 
@@ -30,26 +40,38 @@ const std::vector<std::pair<int, std::vector<int>>>& linkRows() {
     return rows;
 }
 
-// Pages with controls of their own; all others are made from their table's declaration.
-using MakePage = std::function<KorDSMPage*(QWidget*)>;
-const std::map<int, MakePage>& pageRows() {
-    static const std::map<int, MakePage> rows = {
-        {2002, [](QWidget* owner) { return new KorDSMPageDetailStylesProperties(owner); }},
-        {1086, [](QWidget* owner) { return new KorDSMPageViewClipping(owner); }},
-        {2003, [](QWidget* owner) { return new KorDSMPageModelObjectsSelection(owner); }},
-        {2004, [](QWidget* owner) { return new KorDSMPageViewDefinition(owner); }},
-        {2005, [](QWidget* owner) { return new KorDSMPageViewProperties(owner); }},
-        {2006, [](QWidget* owner) { return new KorDSMPageViewCategories(owner); }},
-        {2020, [](QWidget* owner) { return new KorDSMPageCompassPosition(owner); }},
-        {2025, [](QWidget* owner) { return new KorDSMPageStyleViews(owner); }},
-        {2309, [](QWidget* owner) { return new KorDSMPageCutViewTitleProperties(owner); }},
-    };
-    return rows;
+template <typename Page>
+KorDSMPage* make(QWidget* owner) {
+    return new Page(owner);
 }
 
-KorDSMPage* makePage(int templateId, QWidget* owner) {
-    const auto it = pageRows().find(templateId);
-    return it == pageRows().end() ? KorDSMPlainPage::make(owner, templateId) : it->second(owner);
+using MakePage = KorDSMPage* (*)(QWidget* owner);
+const std::map<int, MakePage>& pageRows() {
+    static const std::map<int, MakePage> rows = {
+        {1086, make<KorDSMPageViewClipping>},
+        {2001, make<KorDSMPageViewArrangement>},
+        {2002, make<KorDSMPageDetailStylesProperties>},
+        {2003, make<KorDSMPageModelObjectsSelection>},
+        {2004, make<KorDSMPageViewDefinition>},
+        {2005, make<KorDSMPageViewProperties>},
+        {2006, make<KorDSMPageViewCategories>},
+        {2007, make<KorDSMPageReprMapRule>},
+        {2008, make<KorDSMPageSystemAndBox>},
+        {2009, make<KorDSMPageReprMapItem>},
+        {2010, make<KorDSMPageViewDimensioning>},
+        {2011, make<KorDSMPageQualifierSet>},
+        {2012, make<KorDSMPageAnnotationStrategy>},
+        {2013, make<KorDSMPageArrangerControl>},
+        {2014, make<KorDSMPageDimRequest>},
+        {2015, make<KorDSMPageDimPointSelection>},
+        {2016, make<KorDSMPageAppearance>},
+        {2017, make<KorDSMPageArrangerControlNew>},
+        {2020, make<KorDSMPageCompassPosition>},
+        {2025, make<KorDSMPageStyleViews>},
+        {2309, make<KorDSMPageCutViewTitleProperties>},
+        {2321, make<KorDSMPageDimensionTitleProperties>},
+    };
+    return rows;
 }
 
 } // namespace
@@ -76,7 +98,7 @@ void KorDSMPageRegistry::createGroup(QWidget* owner, const KorDSMFamily& row) {
     const KorString key = KorString::format("%sTabs", {KOSettings::getKeyDSM()});
     auto group = std::make_unique<TabContent>(key, row.pageGroup);
     for (const int templateId : row.pages) {
-        m_pages[templateId] = makePage(templateId, owner);
+        m_pages[templateId] = pageRows().at(templateId)(owner);
         group->addPage(m_pages[templateId]);
     }
     group->createPages();
@@ -108,10 +130,10 @@ void KorDSMPageRegistry::requestInit() {
             registered->requestInit();
 }
 
-void KorDSMPageRegistry::requestPlainInit() {
+void KorDSMPageRegistry::requestFormInit() {
     for (const auto& [templateId, registered] : m_pages)
-        if (auto* plain = qobject_cast<KorDSMPlainPage*>(registered))
-            plain->requestInit();
+        if (auto* form = qobject_cast<KorDSMFormPage*>(registered))
+            form->requestInit();
 }
 
 void KorDSMPageRegistry::clear() {

@@ -29,8 +29,8 @@ public:
 
     /// The lists of every page are filled again at the next show.
     void requestInit();
-    /// The same for the pages that are made from their table: those hear no notices about names.
-    void requestPlainInit();
+    /// The same for the pages that consist of forms: they offer names of many kinds.
+    void requestFormInit();
 
     /// Deletes every group with its pages.
     void clear();

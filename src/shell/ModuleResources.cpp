@@ -4,7 +4,7 @@
 #include "controls/KorLayoutStore.h"
 #include "controls/KorPictures.h"
 #include "controls/KorTemplates.h"
-#include "pages/KorDSMPlainPage.h"
+#include "pages/KorDSMFormPage.h"
 #include "services/CKorHelp.h"
 #include "services/KOSettings.h"
 #include "services/KorHostPost.h"
@@ -24,8 +24,8 @@ namespace {
 constexpr const char* kLayoutKey = "Layout";
 
 bool makeTemplate(int number, QWidget* window) {
-    // A plain page needs no form: it is made from its table's declaration.
-    return Templates::setUp(number, window) || KorDSMPlainPage::isPlainTemplate(number);
+    // Pages that consist of a declared form make their controls themselves.
+    return Templates::setUp(number, window) || qobject_cast<KorDSMFormPage*>(window);
 }
 
 KorString readLayout(const KorString& name) {

@@ -16,16 +16,23 @@ RightSide::~RightSide() {
     m_pages.clear();
 }
 
+namespace {
+
+// The type whose pages serve the item.
+eItemType groupOf(const KorDSMDatabaseItem& item) {
+    const bool isSecond = item.type() == kAnnotationArrangement && item.record() &&
+                          static_cast<const KorDsmAnnotationArrangementItem&>(item).usesNewArranger();
+    return isSecond ? kSecondArrangerControl : item.type();
+}
+
+} // namespace
+
 void RightSide::show(KorDSMDatabaseItem& item) {
-    eItemType group = item.type();
-    if (group == kAnnotationArrangement) {
-        if (!item.record()) {
-            m_tabs.hide();
-            m_list.hide();
-            return;
-        }
-        if (static_cast<KorDsmAnnotationArrangementItem&>(item).usesNewArranger())
-            group = kSecondArrangerControl;
+    const eItemType group = groupOf(item);
+    if (group == kAnnotationArrangement && !item.record()) {
+        m_tabs.hide();
+        m_list.hide();
+        return;
     }
     if (group < kNumberOfItemTypes && m_pages.group(group))
         showPages(group, item);
@@ -78,6 +85,10 @@ void RightSide::letGo() {
 }
 
 void RightSide::resume() {
+    const KorTabPage* page = m_tabs.currentPage();
+    auto* item = page && page->getData() ? page->getData().as<KorDSMDatabaseItem>() : nullptr;
+    if (item && m_pages.group(groupOf(*item)) != m_tabs.currentContent())
+        return show(*item);
     m_tabs.resumeCurrentPage();
 }
 
@@ -115,7 +126,7 @@ void RightSide::requestRefreshOfOthers(bool needed) {
 }
 
 void RightSide::tellNames(const KorDSMItemCommands::ListNotice& notice) {
-    m_pages.requestPlainInit();
+    m_pages.requestFormInit();
     DsmListChanged message;
     message.senderPageCode = notice.senderPageCode;
     message.action = notice.action;

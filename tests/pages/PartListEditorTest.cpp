@@ -3,7 +3,9 @@
 #include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
 #include "operations/CurrentRows.h"
-#include "pages/KorDSMPlainPage.h"
+#include "pages/KorDSMPageQualifierSet.h"
+#include "pages/KorDSMPageReprMapRule.h"
+#include "pages/KorDSMPageViewDimensioning.h"
 #include "pages/PageFixture.h"
 
 #include <QApplication>
@@ -18,8 +20,9 @@ namespace {
 class PartListEditorTest : public PageFixture {
 protected:
     PartListEditorTest() : group("Tabs", "Group") {
-        for (const int page : {2007, 2010, 2011})
-            group.addPage(KorDSMPlainPage::make(&m_window, page));
+        group.addPage(new KorDSMPageReprMapRule(&m_window));
+        group.addPage(new KorDSMPageViewDimensioning(&m_window));
+        group.addPage(new KorDSMPageQualifierSet(&m_window));
         group.createPages();
     }
 

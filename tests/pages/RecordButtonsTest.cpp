@@ -1,5 +1,6 @@
 #include "pages/RecordButtons.h"
-#include "pages/KorDSMPlainPage.h"
+#include "pages/KorDSMPageDimPointSelection.h"
+#include "pages/KorDSMPageReprMapItem.h"
 #include "pages/PageFixture.h"
 
 #include <QDialog>
@@ -10,8 +11,8 @@ namespace {
 class RecordButtonsTest : public PageFixture {
 protected:
     RecordButtonsTest() : group("Tabs", "Group") {
-        group.addPage(KorDSMPlainPage::make(&m_window, 2015)); // point selections
-        group.addPage(KorDSMPlainPage::make(&m_window, 2009)); // entries of maps
+        group.addPage(new KorDSMPageDimPointSelection(&m_window));
+        group.addPage(new KorDSMPageReprMapItem(&m_window));
         group.createPages();
     }
 
@@ -25,7 +26,7 @@ protected:
             isModified = static_cast<const DsmSetModified&>(message).modified;
     }
 
-    /// The buttons beside the choice of an appearance: new, copy, go.
+    /// The buttons beside the choice of an appearance: new, copy, rename, go.
     QList<QToolButton*> buttons() {
         for (const RecordButtons* each : page().findChildren<RecordButtons*>())
             if (each->parentWidget()->isAncestorOf(&control(kAppearance)))
@@ -47,9 +48,9 @@ protected:
 TEST_F(RecordButtonsTest, MakeCopyAndReachWhatTheFieldChooses) {
     show(group, shown);
     turnTo(1);
-    ASSERT_EQ(buttons().size(), 3);
+    ASSERT_EQ(buttons().size(), 4);
     const std::int32_t before = entry().appearanceKey;
-    press(2);
+    press(3);
     EXPECT_EQ(gone, (RowRef{kTableAppearance, before}));
     EXPECT_TRUE(wroteNothing());
 
@@ -63,6 +64,10 @@ TEST_F(RecordButtonsTest, MakeCopyAndReachWhatTheFieldChooses) {
     EXPECT_LT(this->steps().size() + 1, steps) << "record and choice are one step";
 
     show(shown);
+    answerName("Renamed here");
+    press(2);
+    EXPECT_EQ(textOf(kAppearance), "Renamed here");
+    EXPECT_EQ(rowOfKey<StructDetObjAppearance>(before)->name, "Renamed here");
     answerName("Only here");
     press(1);
     EXPECT_EQ(entry().appearanceKey, row<StructDetObjAppearance>("Only here").key);
@@ -94,5 +99,5 @@ TEST_F(RecordButtonsTest, WhatIsDeclinedOrOnlyReadMakesNothing) {
     turnTo(1);
     EXPECT_FALSE(buttons().at(0)->isEnabled());
     EXPECT_FALSE(buttons().at(1)->isEnabled());
-    EXPECT_TRUE(buttons().at(2)->isEnabled());
+    EXPECT_TRUE(buttons().at(3)->isEnabled());
 }

@@ -47,6 +47,8 @@ void KorLineEdit::setText(const QString& newText) {
     m_committedText = newText;
     QLineEdit::setText(newText);
     m_committedText = text(); // the field can shorten it
+    if (!hasFocus())
+        setCursorPosition(0); // a long text is read from its beginning
 }
 
 // A white field would look as if one could write into it.
