@@ -2,6 +2,14 @@
 
 #include <algorithm>
 
+bool canBeUsed(eTableType table) {
+    return std::ranges::any_of(allTables(), [table](const TableSchema& user) {
+        return std::ranges::any_of(user.columns, [table](const Column& column) {
+            return column.isReference() && column.role == eReferenceRole::kUses && column.target == table;
+        });
+    });
+}
+
 RowRef wholeOf(StyleSource& source, RowRef row) {
     const TableSchema* table = findTable(row.table);
     const StructRecord* record = table ? source.table(row.table).find(KorOdbcKey(row.key)) : nullptr;
@@ -22,8 +30,8 @@ std::optional<RowRef> sharedWhole(StyleDatabases& databases, RowRef row) {
     if (!source)
         return {};
     const RowRef whole = wholeOf(*source, row);
-    const TableSchema* table = findTable(whole.table);
-    const bool isShared = table && databases.ownerCount(whole.table, KorOdbcKey(whole.key)) > 1;
+    const bool isShared =
+        canBeUsed(whole.table) && databases.ownerCount(whole.table, KorOdbcKey(whole.key)) > 1;
     return isShared ? std::optional(whole) : std::nullopt;
 }
 

@@ -15,6 +15,9 @@ struct RowUser {
     const TableSchema* columnTable = nullptr; ///< of the column: that of the row or of its part
 };
 
+/// Whether rows of this table can be used by others.
+bool canBeUsed(eTableType table);
+
 /// The whole that a row is part of, over any number of steps; the row itself when it is no part.
 RowRef wholeOf(StyleSource& source, RowRef row);
 

@@ -11,7 +11,9 @@
 #include "controls/KorQt.h"
 #include "model/CurrentUnits.h"
 #include "operations/CurrentRows.h"
+#include "pages/PageHead.h"
 #include "pages/PagePart.h"
+#include "services/CKorHelp.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMTwins.h"
@@ -19,6 +21,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QBoxLayout>
 #include <QButtonGroup>
 #include <QGroupBox>
 #include <QKeyEvent>
@@ -45,7 +48,8 @@ constexpr int kNotStored = 454;
 } // namespace
 
 KorDSMPage::KorDSMPage(QWidget* parent, int templateId, const KorString& title)
-    : KorTabPage(parent, templateId, title) {
+    : KorTabPage(parent, templateId, title), m_head(new PageHead(this)) {
+    connect(m_head, &PageHead::typing, this, &KorDSMPage::notifyTyping);
     KorAssert::check(templateId >= kFirstTemplate && templateId <= kLastTemplate,
                      "page templates are numbered 1086 to 2321");
 }
@@ -83,6 +87,7 @@ void KorDSMPage::OnShow(int show) {
             m_needsRefresh = false;
         }
         KorFieldNote::clear(this);
+        loadHead();
         loadData();
         afterLoad();
         KorControls::nameByLabels(this);
@@ -94,6 +99,12 @@ void KorDSMPage::OnShow(int show) {
         updateMark();
         current() = nullptr;
     }
+}
+
+void KorDSMPage::loadHead() {
+    if (auto* lines = qobject_cast<QBoxLayout*>(layout()); lines && lines->indexOf(m_head) < 0)
+        lines->insertWidget(0, m_head);
+    m_head->load(item(), isEditable());
 }
 
 std::vector<PagePart*> KorDSMPage::parts() const {
@@ -133,7 +144,13 @@ void KorDSMPage::dropEdits() {
 
 void KorDSMPage::storePendingChanges(bool) {}
 
+KorString KorDSMPage::helpTopic() const {
+    return KorString::format("_%s", {KorString(metaObject()->className())});
+}
+
 bool KorDSMPage::PreTranslateMessage(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F1 && event->modifiers() == Qt::NoModifier)
+        return CKorHelp::showTopic(helpTopic());
     return event->key() == Qt::Key_Delete && event->modifiers() == Qt::NoModifier && onDeleteKey();
 }
 
@@ -189,8 +206,10 @@ WriteResult KorDSMPage::writeField(int column, const CellValue& value) {
     if (written && stored && written->read(stored) == value)
         return {WriteResult::kUnchanged};
     WriteResult result = KorDSMGuardedWrite::setAttributeValue(type, key, column, value);
-    if (result.isStored())
+    if (result.isStored()) {
         KorDSMTwins::recordWritten(*shown);
+        m_head->refresh(); // it may lack less now
+    }
     return result;
 }
 

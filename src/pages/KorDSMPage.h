@@ -10,6 +10,7 @@
 #include <optional>
 #include <vector>
 
+class PageHead;
 class PagePart;
 
 /// Base of every property page: the life of a page inside its group, the write of one field, the enable rule,
@@ -28,6 +29,8 @@ public:
 
     /// The page's own item-type code, which it sends with its notices.
     int pageCode() const { return m_pageCode; }
+    /// The page's own topic of the help, which F1 opens while the focus is in the page.
+    KorString helpTopic() const;
     /// A page of another group that must hear of changes made here. Not owned; null is ignored.
     void addLinkedPage(KorDSMPage* page);
 
@@ -120,10 +123,12 @@ protected:
 
 private:
     std::vector<PagePart*> parts() const;
+    void loadHead();
 
     std::vector<KorDSMPage*> m_linkedPages;
     SourceId m_listsFrom; // the source whose names the lists hold
     bool m_needsInit = true;
     bool m_needsRefresh = false;
     bool m_editable = true;
+    PageHead* m_head; // first of all controls, so that the Tab key stops there first
 };

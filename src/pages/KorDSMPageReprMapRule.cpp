@@ -9,7 +9,7 @@ const FormTable kForm{
     .table = kTableReprMap,
     .groups =
         {
-            {.fields = {{.column = 2}, {.column = 3}}},
+            {.fields = {{.column = 2}}},
         },
 };
 

@@ -2,7 +2,7 @@
 
 #include "pages/KorDSMFormPage.h"
 
-/// A representation map: what becomes of objects that none of its entries selects, and the entries.
+/// A representation map: its entries, below which stands what becomes of objects that none of them selects.
 class KorDSMPageReprMapRule : public KorDSMFormPage {
     Q_OBJECT
 

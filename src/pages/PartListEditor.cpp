@@ -176,7 +176,7 @@ void PartListEditor::load(RowRef whole) {
     m_list = KorDSMEditedList::of(CurrentRows::source(), whole, m_parts);
     if (m_columns.empty())
         setUpColumns();
-    m_selected = isOther ? KorDSMPartList::Keys() : selected();
+    m_selected = isOther ? KorDSMEditedList::Keys() : selected();
     for (std::size_t i = 0; i < m_columns.size(); ++i)
         if (kindOf(*m_columns[i]) == KorMFCGridCtrl::eCombo &&
             !trees().contains(m_columns[i]->isReference() ? m_columns[i]->target : kNoTable)) {

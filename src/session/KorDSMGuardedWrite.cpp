@@ -66,15 +66,9 @@ WriteResult refusal(int answer) {
 
 // Rows that others use, or that are part of one.
 bool canChangeOthers(eTableType table) {
-    const auto isPart = [](const Column& column) {
-        return column.isReference() && column.role == eReferenceRole::kPartOf;
-    };
-    const auto uses = [table](const Column& column) {
-        return column.isReference() && column.role == eReferenceRole::kUses && column.target == table;
-    };
-    return std::ranges::any_of(findTable(table)->columns, isPart) ||
-           std::ranges::any_of(
-               allTables(), [&](const TableSchema& user) { return std::ranges::any_of(user.columns, uses); });
+    return canBeUsed(table) || std::ranges::any_of(findTable(table)->columns, [](const Column& column) {
+               return column.isReference() && column.role == eReferenceRole::kPartOf;
+           });
 }
 
 } // namespace

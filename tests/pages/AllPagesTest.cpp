@@ -1,11 +1,17 @@
 #include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
+#include "controls/KorLineEdit.h"
+#include "controls/KorMFCGridCtrl.h"
 #include "controls/KorQt.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "operations/KorOdbcGUI.h"
-#include "pages/KorDSMPlainPage.h"
+#include "pages/ColumnsOnNoPage.h"
+#include "pages/FormBody.h"
+#include "pages/KorDSMFormPage.h"
 #include "pages/PageFields.h"
 #include "pages/PageFixture.h"
+#include "pages/RecordButtons.h"
+#include "services/CKorHelp.h"
 #include "session/KorDSMValueText.h"
 #include "shell/KorDSMPageRegistry.h"
 #include "support/Accessibility.h"
@@ -23,6 +29,8 @@
 
 namespace {
 
+constexpr int kNameColumn = 1;
+
 // What holds for every page and for every row of its table.
 class AllPages : public PageFixture {
 protected:
@@ -37,10 +45,27 @@ protected:
             sample->linkEqualItem(*twins.at(type));
     }
 
-    // The extension of the clipping is open to change only while it is not the default.
+    // What is open to change only for some values has such.
     void makeEditableSamples() {
         makeSamples("HB railing, workshop", "HB railing panel");
         store(kTableLengthClip, row<StructDetViewRequest>("HB railing panel").lengthClipKey, 6, 3.0);
+        const std::int32_t grid = row<StructDetailStyle>("HB railing, workshop").gridRefSettingsKey;
+        const std::int32_t fromFile = row<StructLinetypes>("HIDDEN").key;
+        store(kTableGridRefSettings, grid, 2, std::int64_t{1});
+        store(kTableGridRefSettings, grid, 5, std::int64_t{fromFile});
+        store(kTableAppearance, row<StructDetObjAppearance>().key, 3, std::int64_t{fromFile});
+        for (const StructDetObjQualifierWithRole* part : rows<StructDetObjQualifierWithRole>())
+            if (part->qualifierSetKey == row<StructDetObjQualifierSet>().key)
+                store(kTableQualifierWithRole, part->key, 5,
+                      std::int64_t{row<StructDetObjQualifierFilter>().key});
+    }
+    template <typename R>
+    std::vector<const R*> rows() {
+        std::vector<const R*> all;
+        const RowArray& table = databases.here()->table(tableOf<R>).rows();
+        for (int i = 0; i < table.size(); ++i)
+            all.push_back(static_cast<const R*>(&table.at(i)));
+        return all;
     }
 
     using Items = std::map<int, KorDSMDatabaseItem*>;
@@ -79,6 +104,8 @@ protected:
                 twin = twins.at(type);
                 show(*group, *shown);
                 turnTo(i);
+                if (auto* list = page().findChild<KorMFCGridCtrl*>())
+                    list->selectRows({0}); // a page can show more of what is selected
                 SCOPED_TRACE("page " + std::to_string(page().templateId()));
                 visit();
                 ++visited;
@@ -90,11 +117,21 @@ protected:
         onEachPage([&] {
             for (PageFields* fields : page().findChildren<PageFields*>(QString(), Qt::FindDirectChildrenOnly))
                 for (const PageField& field : fields->fields()) {
+                    if (field.radios.empty() && !isOpen(field.control))
+                        continue;
                     SCOPED_TRACE("column " + std::to_string(field.column));
                     visit(*fields, field);
                 }
         });
     }
+
+    bool isInForm(const PageField& field) {
+        const auto forms = page().findChildren<FormBody*>();
+        return qobject_cast<KorDSMFormPage*>(&page()) || std::ranges::any_of(forms, [&](const FormBody* form) {
+                   return form->isAncestorOf(&control(field.control));
+               });
+    }
+    bool isOpen(int id) { return isShown(id) && isEnabled(id); }
 
     // Changes the field to another value as a user does.
     void change(const PageField& field) {
@@ -178,6 +215,65 @@ TEST_F(AllPages, EachFieldWritesItsOwnColumnOnceAndFollowsWhenThatIsTakenBack) {
     });
 }
 
+// The tables whose rows a detail style consists of.
+std::set<eTableType> tablesOfAStyle() {
+    std::set<eTableType> reached = {kTableDetailStyle};
+    for (std::size_t before = 0; before != reached.size();) {
+        before = reached.size();
+        for (const TableSchema& table : allTables())
+            for (const Column& column : table.columns) {
+                if (!column.isReference())
+                    continue;
+                const bool belongs =
+                    column.role == eReferenceRole::kPartOf || column.role == eReferenceRole::kIdentifies;
+                if (reached.contains(table.type))
+                    reached.insert(column.target);
+                else if (belongs && reached.contains(column.target))
+                    reached.insert(table.type);
+            }
+    }
+    return reached;
+}
+
+TEST_F(AllPages, EveryColumnThatAStyleReachesIsOnAPageOrSaysWhyNot) {
+    makeEditableSamples();
+    std::set<std::pair<eTableType, int>> written;
+    std::set<std::pair<eTableType, int>> fields;
+    onEachField([&](PageFields&, const PageField& field) {
+        change(field);
+        for (const PendingStep* step : steps())
+            written.emplace(step->table, step->column->number);
+        takeBack(*shown);
+    });
+    onEachPage([&] {
+        for (PageFields* part : page().findChildren<PageFields*>())
+            for (const PageField& field : part->fields())
+                fields.emplace(part->row().table, field.column);
+        // What a page writes by other means has tests of its own.
+        for (const ShownColumns& row : page().shownColumns()) {
+            for (const int column : row.columns)
+                if (!fields.contains({row.table, column}))
+                    written.emplace(row.table, column);
+            for (const eTableType parts : row.parts)
+                for (const Column& column : findTable(parts)->columns)
+                    if (column.role != eReferenceRole::kPartOf)
+                        written.emplace(parts, column.number);
+        }
+        written.emplace(shown->tableType(), kNameColumn); // at the head
+        for (const TableSchema& table : allTables())
+            for (const Column& column : table.columns)
+                if (written.contains({table.type, column.number}) && RecordButtons::areFor(column))
+                    written.emplace(column.target, kNameColumn);
+    });
+    for (const eTableType type : tablesOfAStyle())
+        for (const Column& column : findTable(type)->columns) {
+            const bool isOnPage =
+                written.contains({type, column.isSlot() ? findTable(type)->firstSlot() : column.number});
+            EXPECT_NE(isOnPage, !whyOnNoPage(type, column).empty())
+                << findTable(type)->name << ' ' << column.name;
+        }
+}
+
 TEST_F(AllPages, WhatIsStoredAlreadyIsNoChangeAndNobodyIsAsked) {
     makeEditableSamples();
     int again = 0;
@@ -244,7 +340,7 @@ TEST_F(AllPages, WhatIsSharedIsNotWrittenWithoutConsent) {
     m_answer = KorDSMGuardedWrite::kDecline;
     makeEditableSamples();
     onEachField([this](PageFields& fields, const PageField& field) {
-        if (!KorOdbcGUI::canBeShared(fields.row().table))
+        if (databases.ownerCount(fields.row().table, fields.row().key) < 2)
             return;
         const std::string before = shownState();
         m_asked.clear();
@@ -252,8 +348,8 @@ TEST_F(AllPages, WhatIsSharedIsNotWrittenWithoutConsent) {
         ASSERT_EQ(m_asked.size(), 1U);
         EXPECT_EQ(m_asked[0].second, fields.row().key.getKey());
         EXPECT_TRUE(wroteNothing());
-        // Plain pages show what is stored again; the others keep the choice and say that it is not stored.
-        if (qobject_cast<KorDSMPlainPage*>(&page())) {
+        // Forms show what is stored again; the others keep the choice and say that it is not stored.
+        if (isInForm(field)) {
             EXPECT_EQ(shownState(), before);
             EXPECT_EQ(notes(), "");
         } else {
@@ -309,7 +405,8 @@ TEST_F(AllPages, InStandardNothingCanBeChanged) {
                        !qobject_cast<KorInfoCtrl*>(part)) {
                 EXPECT_EQ(isEnabled(id), goTo.contains({page().templateId(), id})) << id;
             }
-            if (auto* field = qobject_cast<QLineEdit*>(part); field && field->isEnabled()) {
+            if (auto* field = qobject_cast<QLineEdit*>(part);
+                field && field->isVisible() && field->isEnabled()) {
                 const QString before = field->text();
                 QApplication::clipboard()->clear();
                 type(id, QStringLiteral("7"));
@@ -325,9 +422,18 @@ TEST_F(AllPages, InStandardNothingCanBeChanged) {
     EXPECT_TRUE(wroteNothing());
 }
 
-TEST_F(AllPages, EveryControlAndPictureHasAName) {
+TEST_F(AllPages, EveryControlAndPictureHasANameAndEveryPageItsHelp) {
     makeEditableSamples();
+    std::filesystem::path shownHelp;
+    std::set<std::filesystem::path> topics;
+    CKorHelp::setViewer([&](const std::filesystem::path& topic) { shownHelp = topic; });
     onEachPage([&] {
+        page().findChild<KorLineEdit*>()->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F1);
+        EXPECT_TRUE(topics.insert(shownHelp).second) << shownHelp << " is that of another page too";
+        const std::filesystem::path german =
+            shownHelp.parent_path().parent_path() / "de" / shownHelp.filename();
+        EXPECT_TRUE(std::filesystem::exists(german)) << german;
         EXPECT_GT(expectNamed(page()), 0);
         if (page().templateId() == 2020) {
             EXPECT_EQ(accessibleName(control(1254)), QStringLiteral("Compass in the view"));

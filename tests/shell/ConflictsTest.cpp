@@ -131,7 +131,7 @@ TEST_F(Conflicts, OfAllOneAnswerIsOneKeyAndWhatIsGoneIsOnlyTold) {
 TEST_F(Conflicts, WhatIsBeingTypedIsAskedAboutToo) {
     for (const bool inField : {true, false}) {
         showTab(inField ? 0 : 1);
-        QWidget* edit = inField ? page()->findChild<KorLineEdit*>()
+        QWidget* edit = inField ? pageControl<QWidget>(6003) // description
                                 : static_cast<QWidget*>(pageControl<QWidget>(1012)->findChild<QTextEdit*>());
         ASSERT_NE(edit, nullptr);
         edit->setFocus();

@@ -262,8 +262,8 @@ TEST_F(EditorFixture, TheTabKeyWalksFromTheSectionsThroughTreeAndPageToTheButton
         return stops;
     };
     // This page was made only when it was shown.
-    const std::vector<int> style = {1210, 1000, 5903, 5909, 5910, 5911, 5902, 6002, 6003,
-                                    6004, 6005, 6006, 6007, 1098, 1,    2,    1089};
+    const std::vector<int> style = {1210, 1000, 6003, 6009, 6100, 6101, 6002, 6102, 6103, 6104, 6105, 6106,
+                                    6107, 6010, 6108, 6011, 6113, 6114, 6115, 6116, 1098, 1,    2,    1089};
     EXPECT_EQ(walk(Qt::Key_Tab), style);
     std::vector<int> back = walk(Qt::Key_Backtab);
     std::reverse(back.begin() + 1, back.end());

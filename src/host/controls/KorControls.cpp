@@ -136,8 +136,11 @@ void KorControls::group(QWidget* root, std::span<const int> radios) {
 void KorControls::commitEdits(QWidget* root) {
     for (KorMFCGridCtrl* grid : root->findChildren<KorMFCGridCtrl*>())
         grid->commitEdit();
-    for (KorLineEdit* edit : root->findChildren<KorLineEdit*>())
-        edit->commit();
+    // What is stored can bring a page to make its controls anew.
+    const auto found = root->findChildren<KorLineEdit*>();
+    for (const QPointer<KorLineEdit>& edit : std::vector<QPointer<KorLineEdit>>(found.begin(), found.end()))
+        if (edit)
+            edit->commit();
 }
 
 void KorControls::dropEdits(QWidget* root) {

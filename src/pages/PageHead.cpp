@@ -1,0 +1,212 @@
+#include "pages/PageHead.h"
+
+#include "controls/KorFieldNote.h"
+#include "controls/KorLineEdit.h"
+#include "controls/KorPictures.h"
+#include "controls/KorQt.h"
+#include "controls/KorStyle.h"
+#include "dialogs/KorDSMDialogWhereUsed.h"
+#include "model/KorDSMMessages.h"
+#include "model/items/KorDSMDatabaseItem.h"
+#include "operations/CurrentRows.h"
+#include "services/Prompts.h"
+#include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMItemPath.h"
+#include "session/KorDSMRecordCommands.h"
+#include "session/KorDSMRecordState.h"
+#include "session/KorDSMTwins.h"
+#include "session/KorDSMUndo.h"
+#include "session/KorDSMValueText.h"
+
+#include <QBoxLayout>
+#include <QFrame>
+#include <QLabel>
+#include <QResizeEvent>
+#include <QToolButton>
+
+namespace {
+
+constexpr int kNameColumn = 1;
+constexpr int kPicture = 16;
+constexpr int kReadOnlyIcon = 1152;
+constexpr int kSharedIcon = 386;
+constexpr int kNotStored = 454;
+constexpr int kReadOnly = 678;
+constexpr int kShared = 679;
+constexpr int kWhereUsed = 262; // "Where used…"
+
+/// A text that loses its middle where there is no room for it.
+class ElidedLabel : public QLabel {
+public:
+    ElidedLabel() { setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); }
+    void setWhole(const QString& text) {
+        m_whole = text;
+        setToolTip(text);
+        setAccessibleName(text);
+        fit();
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QLabel::resizeEvent(event);
+        fit();
+    }
+
+private:
+    void fit() { setText(fontMetrics().elidedText(m_whole, Qt::ElideMiddle, width())); }
+
+    QString m_whole;
+};
+
+QLabel* plainLabel() {
+    auto* label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+QWidget* makeMark(int icon, int prompt) {
+    auto* mark = new QWidget;
+    auto* line = new QHBoxLayout(mark);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(4);
+    auto* picture = new QLabel;
+    picture->setPixmap(KorPictures::icon(icon).pixmap(QSize(kPicture, kPicture), mark->devicePixelRatio()));
+    picture->setAccessibleName(toQt(Prompts::dsm(prompt)));
+    line->addWidget(picture);
+    QLabel* text = plainLabel();
+    text->setText(picture->accessibleName());
+    line->addWidget(text);
+    return mark;
+}
+
+// Where the item stands, from its source down to what is above it.
+KorString pathTo(KorDSMDatabaseItem& item, SourceId source) {
+    KorString path = KorDSMWhereUsed::sourceName(source);
+    const KorArray<KorString> texts = KorDSMItemPath::textsTo(item);
+    for (int i = KorDSMItemPath::kLevelsAboveSource; i < texts.length() - 1; ++i)
+        path = KorString::format("%s › %s", {path, texts[i]});
+    return path;
+}
+
+} // namespace
+
+void PageHead::build() {
+    auto* lines = new QVBoxLayout(this);
+    lines->setContentsMargins(0, 0, 0, 0);
+    lines->setSpacing(2);
+    auto* first = new QHBoxLayout;
+    first->setSpacing(8);
+    auto* second = new QHBoxLayout;
+    second->setSpacing(12);
+    lines->addLayout(first);
+    lines->addLayout(second);
+    first->addWidget(m_icon = new QLabel);
+    first->addWidget(m_kind = plainLabel());
+    QFont bold = m_kind->font();
+    bold.setBold(true);
+    m_kind->setFont(bold);
+    first->addWidget(m_name = new KorLineEdit, 3);
+    first->addStretch(2);
+    first->addWidget(m_shared = makeMark(kSharedIcon, kShared));
+    first->addWidget(m_readOnly = makeMark(kReadOnlyIcon, kReadOnly));
+    second->addWidget(m_path = new ElidedLabel, 1);
+    second->addWidget(m_missing = plainLabel());
+    second->addWidget(m_users = new QToolButton);
+    m_users->setAutoRaise(true);
+    m_users->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    m_users->setToolTip(toQt(Prompts::dsm(kWhereUsed)));
+    auto* line = new QFrame;
+    line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+    lines->addWidget(line);
+    KorFieldNote::prepare(m_name);
+    connect(m_name, &KorLineEdit::committed, this, &PageHead::onNameCommitted);
+    connect(m_name, &KorLineEdit::textEdited, this, &PageHead::typing);
+    connect(m_name, &KorLineEdit::restored, this, [this] {
+        KorFieldNote::show(m_name, {});
+        Q_EMIT typing();
+    });
+    connect(m_users, &QToolButton::clicked, this, &PageHead::listUsers);
+}
+
+void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
+    m_item = item;
+    m_isEditable = editable;
+    const TableSchema* table = item ? findTable(item->tableType()) : nullptr;
+    setVisible(table && item->record());
+    if (!table || !item->record())
+        return;
+    if (!m_name)
+        build();
+    const SourceId source = CurrentRows::source();
+    m_shown = {table->type, item->recordKey()};
+    m_icon->setPixmap(KorPictures::icon(KorDSMDefines::iconResource(item->icon()))
+                          .pixmap(QSize(kPicture, kPicture), devicePixelRatio()));
+    m_kind->setText(toQt(KorDSMValueText::tableCaption(*table)));
+    m_icon->setAccessibleName(m_kind->text());
+    m_name->setText(toQt(item->record()->name));
+    m_name->setReadOnly(!editable);
+    m_name->setAccessibleName(toQt(KorDSMValueText::columnCaption(*table, *table->column(kNameColumn))));
+    static_cast<ElidedLabel*>(m_path)->setWhole(toQt(pathTo(*item, source)));
+    const KorDSMRecordState::UseCount use = KorDSMRecordState::useCountOf(source, m_shown);
+    m_users->setText(toQt(KorDSMRecordState::useText(m_shown, use)));
+    m_users->setVisible(!m_users->text().isEmpty());
+    m_users->setEnabled(use.isUsed());
+    m_shared->setVisible(use.isShared);
+    m_readOnly->setVisible(!editable);
+    m_missing->setText(toQt(KorDSMRecordState::missingText(source, m_shown)));
+    m_missing->setVisible(!m_missing->text().isEmpty());
+    QPalette warning;
+    warning.setColor(QPalette::WindowText, KorStyle::noteColor(palette()));
+    m_missing->setPalette(warning);
+}
+
+void PageHead::onNameCommitted() {
+    const KorString name = fromQt(m_name->text().trimmed());
+    const StructRecord* record = CurrentRows::find(m_shown.table, KorOdbcKey(m_shown.key));
+    if (!record || !m_isEditable)
+        return;
+    if (name == record->name) {
+        m_name->setText(toQt(record->name));
+        KorFieldNote::show(m_name, {});
+    } else {
+        rename(m_shown, name);
+    }
+    Q_EMIT typing(); // there may be nothing to apply any more
+}
+
+// Parts of a list can have the names of parts of others.
+void PageHead::rename(RowRef row, const KorString& name) {
+    const std::size_t before = KorDSMUndo::stepCount();
+    WriteResult result;
+    if (KorDSMRecordCommands::isMade(row.table))
+        result = KorDSMRecordCommands::rename(CurrentRows::source(), row, name);
+    else
+        result = KorDSMGuardedWrite::setAttributeValue(row.table, KorOdbcKey(row.key), kNameColumn, name);
+    KorFieldNote::show(m_name, result.isStored() ? QString() : toQt(Prompts::dsm(kNotStored)));
+    if (result.isFailed()) {
+        m_name->refuse();
+        KorFieldNote::show(m_name, QString::fromStdString(result.error));
+    }
+    if (!result.isStored())
+        return;
+    KorDSMTwins::recordWritten(*m_item);
+    KorDSMTwins::showName(*m_item);
+    DsmRowsChanged message;
+    message.changes = KorDSMUndo::changesSince(before);
+    KorDSMMainWindow::sendMessage(message);
+}
+
+void PageHead::listUsers() {
+    auto* dialog =
+        new KorDSMDialogWhereUsed(fromQt(m_name->text()), CurrentRows::source(), m_shown, window());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &KorDSMDialogWhereUsed::usageChosen, this, [](const KorDSMUsage& usage) {
+        KorDSMWhereUsed::whenSettled([usage] {
+            DsmGoToRecord message;
+            message.source = usage.source;
+            message.row = usage.row;
+            KorDSMMainWindow::sendMessage(message);
+        });
+    });
+    dialog->show();
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "base/KorString.h"
+#include "records/RowRef.h"
+
+#include <QWidget>
+
+class KorDSMDatabaseItem;
+class KorLineEdit;
+class QLabel;
+class QToolButton;
+
+/// The head of a page: what kind of record it shows, its name, which can be changed here, whether it can only
+/// be read or is shared, where it stands, who uses it, and what it still lacks. Made when first shown.
+class PageHead : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit PageHead(QWidget* page) : QWidget(page) {}
+
+    /// Shows what is so of the item, a record of the current source; nothing for null.
+    void load(KorDSMDatabaseItem* item, bool editable);
+    /// The same anew of the item that is shown.
+    void refresh() { load(m_item, m_isEditable); }
+
+Q_SIGNALS:
+    /// The name is being typed, or is no longer.
+    void typing();
+
+private:
+    void build();
+    void onNameCommitted();
+    void rename(RowRef row, const KorString& name);
+    void listUsers();
+
+    KorDSMDatabaseItem* m_item = nullptr; // of the page; not owned
+    bool m_isEditable = false;
+    RowRef m_shown;
+    QLabel* m_icon = nullptr;
+    QLabel* m_kind = nullptr;
+    KorLineEdit* m_name = nullptr;
+    QWidget* m_shared = nullptr;
+    QWidget* m_readOnly = nullptr;
+    QLabel* m_path = nullptr;
+    QToolButton* m_users = nullptr;
+    QLabel* m_missing = nullptr;
+};

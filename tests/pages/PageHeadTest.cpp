@@ -1,0 +1,82 @@
+#include "pages/PageHead.h"
+#include "controls/KorLineEdit.h"
+#include "dialogs/KorDSMDialogWhereUsed.h"
+#include "pages/KorDSMPageAppearance.h"
+#include "pages/KorDSMPageReprMapRule.h"
+#include "pages/PageFixture.h"
+
+#include <QLabel>
+#include <QToolButton>
+
+namespace {
+
+class PageHeadTest : public PageFixture {
+protected:
+    KorLineEdit& name() { return *page().findChild<PageHead*>()->findChild<KorLineEdit*>(); }
+    QToolButton& users() { return *page().findChild<PageHead*>()->findChild<QToolButton*>(); }
+    /// All that the head says now.
+    std::string words() {
+        std::string all;
+        for (const QLabel* label : page().findChild<PageHead*>()->findChildren<QLabel*>())
+            if (label->isVisible() && label->pixmap().isNull())
+                all += label->text().toStdString() + ";";
+        return all + (users().isVisible() ? users().text().toStdString() : "");
+    }
+    void rename(const QString& text) {
+        name().setFocus();
+        name().selectAll();
+        QTest::keyClicks(&name(), text);
+        QTest::keyClick(&name(), Qt::Key_Return);
+    }
+};
+
+} // namespace
+
+TEST_F(PageHeadTest, SaysWhatIsShownAndWhoUsesItAndWhatItLacks) {
+    auto& map = item<KorDsmReprMapRuleItem>("HB workshop");
+    open<KorDSMPageReprMapRule>(map);
+    EXPECT_EQ(name().text(), "HB workshop");
+    EXPECT_EQ(words(), "Representation map;Shared;User;In 5 views of 3 styles");
+    QTest::mouseClick(&users(), Qt::LeftButton);
+    auto* list = m_window.findChild<KorDSMDialogWhereUsed*>();
+    ASSERT_NE(list, nullptr);
+    EXPECT_TRUE(list->isVisible());
+    for (const Referrer& entry : databases.here()->referrersOf(kTableReprMap, KorOdbcKey(map.recordKey())))
+        if (entry.table->type == kTableReprMapEntry)
+            databases.remove(kTableReprMapEntry, KorOdbcKey(entry.key));
+    show(map);
+    EXPECT_NE(words().find("Still missing: Entries"), std::string::npos) << words();
+}
+
+TEST_F(PageHeadTest, RenamesWithTheChecksOfTheCommand) {
+    auto& shown = item<KorDsmAppearanceItem>("HB main part");
+    auto& twin = item<KorDsmAppearanceItem>("HB main part");
+    shown.linkEqualItem(twin);
+    open<KorDSMPageAppearance>(shown);
+    const QString taken =
+        QString::fromStdString(std::string(row<StructDetObjAppearance>("HB holes").name.view()));
+    for (const auto& [text, why] : {std::pair(taken, "There is one of this name already."),
+                                    std::pair(QStringLiteral(" "), "A name is needed.")}) {
+        rename(text);
+        EXPECT_EQ(KorFieldNote::textOf(&name()), QString::fromLatin1(why));
+        EXPECT_TRUE(wroteNothing());
+        QTest::keyClick(&name(), Qt::Key_Escape);
+        EXPECT_EQ(name().text(), "HB main part");
+    }
+    m_answer = KorDSMGuardedWrite::kDecline;
+    rename("Main profile");
+    EXPECT_TRUE(wroteNothing());
+    EXPECT_FALSE(m_asked.empty());
+    m_answer = KorDSMGuardedWrite::kWrite;
+    show(shown);
+    rename("Main profile");
+    EXPECT_TRUE(wroteOnly(shown, 1, KorString("Main profile")));
+    EXPECT_EQ(twin.getDisplayName(), "Main profile");
+    EXPECT_EQ(told<DsmRowsChanged>(), 1);
+
+    useSource(SourceId::standard());
+    auto& standard = item<KorDsmAppearanceItem>();
+    open<KorDSMPageAppearance>(standard);
+    EXPECT_TRUE(name().isReadOnly());
+    EXPECT_NE(words().find("Can only be read"), std::string::npos);
+}
