@@ -9,6 +9,7 @@
 #include "model/KorDSMFamilies.h"
 #include "operations/CurrentRows.h"
 #include "pages/KorDSMPage.h"
+#include "pages/PictureChoice.h"
 #include "pages/RecordButtons.h"
 #include "services/Prompts.h"
 #include "session/KorDSMUndo.h"
@@ -109,7 +110,19 @@ QString FormBody::captionOf(const FormGroup& group) const {
                                    : KorDSMValueText::tableCaption(table));
 }
 
+void FormBody::addPictures(const FormGroup& group, QVBoxLayout& column) {
+    Section& section = m_sections[sectionFor({group.part, group.via})];
+    const int number = group.fields.front().column;
+    auto* choice = new PictureChoice(*section.table, *section.table->column(number), m_nextOther);
+    m_nextOther += static_cast<int>(choice->radios().size());
+    section.declared.push_back({.column = number, .radios = choice->radios()});
+    column.addWidget(choice);
+    m_frames.push_back({choice, &group});
+}
+
 void FormBody::addFrame(const FormGroup& group, QVBoxLayout& column) {
+    if (group.fields.front().isPictured)
+        return addPictures(group, column);
     auto* box = new QGroupBox(captionOf(group));
     auto* form = new QFormLayout(box);
     form->setHorizontalSpacing(12);
@@ -248,7 +261,8 @@ void FormBody::forgetEdits() {
 
 void FormBody::updateShown() {
     for (const Frame& frame : m_frames) {
-        bool isShown = false;
+        const Origin origin{frame.group->part, frame.group->via};
+        bool isShown = frame.group->fields.front().isPictured && rowOf(origin).key != 0;
         for (const Line& line : m_lines) {
             if (line.form != frame.box->layout())
                 continue;

@@ -82,6 +82,7 @@ private:
     RowRef rowOf(const Origin& origin) const;
     std::size_t sectionFor(const Origin& origin);
     QString captionOf(const FormGroup& group) const;
+    void addPictures(const FormGroup& group, QVBoxLayout& column);
     void addFrame(const FormGroup& group, QVBoxLayout& column);
     void addLine(const FormGroup& group, const FormField& field, QFormLayout& form);
     QWidget* makeControl(const Line& line);

@@ -21,6 +21,7 @@ struct FormField {
     FormCondition live = {};
     bool decidesPages = false; ///< the value says which pages serve the record
     bool isLabel = false;      ///< a text as the label designer encodes it, alone in its frame
+    bool isPictured = false;   ///< values that are chosen on pictures, alone in their frame
 };
 
 enum class eFormSide : std::uint8_t { kLeft, kRight, kBelow };

@@ -2,8 +2,6 @@
 
 namespace {
 
-constexpr int kPlacing = 677;
-
 const FormTable kForm{
     .templateId = 2321,
     .pageCode = 33,
@@ -11,7 +9,7 @@ const FormTable kForm{
     .table = kTableDimRequest,
     .groups =
         {
-            {.caption = kPlacing, .fields = {{.column = 9}}},
+            {.fields = {{.column = 9, .isPictured = true}}},
             {.fields = {{.column = 8, .isLabel = true}}, .side = eFormSide::kBelow},
         },
 };

@@ -1,7 +1,8 @@
 #include "pages/ValuePictures.h"
 #include "controls/KorMFCGridCtrl.h"
 #include "controls/samples/KorSamples.h"
-#include "pages/KorDSMPlainPage.h"
+#include "pages/KorDSMPageAppearance.h"
+#include "pages/KorDSMPageReprMapRule.h"
 #include "pages/PageFixture.h"
 #include "session/KorDSMValueText.h"
 #include "support/Palettes.h"
@@ -168,8 +169,8 @@ TEST_F(ValuePicturesTest, LinesHatchesLeadersAndColoursAreDrawnAsTheyComeOut) {
 
 TEST_F(ValuePicturesTest, FieldsAndCellsShowValuesAsPicturesAndNames) {
     TabContent group("Tabs", "Group");
-    for (const int page : {2016, 2007})
-        group.addPage(KorDSMPlainPage::make(&m_window, page));
+    group.addPage(new KorDSMPageAppearance(&m_window));
+    group.addPage(new KorDSMPageReprMapRule(&m_window));
     group.createPages();
     auto& look = item<KorDsmAppearanceItem>("HB main part");
     show(group, look);
