@@ -182,4 +182,9 @@ BENCHMARK(applyUpdates)->Unit(benchmark::kMillisecond)->MinTime(2);
 BENCHMARK(replayChanges)->Arg(kWrites / 4)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(importNamesakes)->Arg(4000)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+    GeneratedStandard::takeScale(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -2,10 +2,13 @@
 
 #include "records/TableDeclarations.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <deque>
 #include <filesystem>
 #include <sqlite3.h>
 #include <stdexcept>
+#include <string_view>
 
 namespace {
 
@@ -32,14 +35,34 @@ KorString name(const char* what, int number) {
 }
 
 constexpr int kCategories = 60;
-constexpr int kBoxes = 5000;
-constexpr int kMaps = 3000;
-constexpr int kStrategies = 3000;
-constexpr int kRequests = 6000;
-constexpr int kPoints = 4000;
-constexpr int kSets = 4000;
-constexpr int kAnnotations = 4000;
+constexpr int kClips = 1000;
+constexpr int kAppearances = 2000;
 constexpr int kGroups = 50;
+
+int g_scale = 1;
+
+// Records of a kind that there are more of in a larger database.
+int boxes() {
+    return 5000 * g_scale;
+}
+int maps() {
+    return 3000 * g_scale;
+}
+int strategies() {
+    return 3000 * g_scale;
+}
+int requests() {
+    return 6000 * g_scale;
+}
+int points() {
+    return 4000 * g_scale;
+}
+int sets() {
+    return 4000 * g_scale;
+}
+int annotations() {
+    return 4000 * g_scale;
+}
 
 Result<> addStyles(StyleStore& store, int categoriesInUse) {
     Result<> result = add<StructDetBaseCategory>(store, kCategories, [](auto& category, int i) {
@@ -47,7 +70,7 @@ Result<> addStyles(StyleStore& store, int categoriesInUse) {
         category.number = i;
     });
     if (result)
-        result = add<StructDetailStyle>(store, GeneratedStandard::kStyles, [](auto& style, int i) {
+        result = add<StructDetailStyle>(store, GeneratedStandard::styles(), [](auto& style, int i) {
             style.name = name("Detail style of the works", i);
             style.arrangeStrategyKey = i % 20 + 1;
             style.description = name("For parts of the assembly group", i % 700);
@@ -57,10 +80,10 @@ Result<> addStyles(StyleStore& store, int categoriesInUse) {
             style.titlePosition = i % 8;
             for (std::size_t slot = 0; slot < 3; ++slot)
                 style.viewRequests[slot] =
-                    (i * 3 + static_cast<int>(slot) * 7) % GeneratedStandard::kViewRequests + 1;
+                    (i * 3 + static_cast<int>(slot) * 7) % GeneratedStandard::viewRequests() + 1;
         });
     if (result)
-        result = add<StructDetailMaster>(store, GeneratedStandard::kStyles,
+        result = add<StructDetailMaster>(store, GeneratedStandard::styles(),
                                          [categoriesInUse](auto& master, int i) {
                                              master.name = name("Detail style of the works", i);
                                              master.detailKey = i / 100 + 1;
@@ -73,18 +96,18 @@ Result<> addStyles(StyleStore& store, int categoriesInUse) {
 
 Result<> addViews(StyleStore& store) {
     Result<> result =
-        add<StructDetViewRequest>(store, GeneratedStandard::kViewRequests, [](auto& view, int i) {
+        add<StructDetViewRequest>(store, GeneratedStandard::viewRequests(), [](auto& view, int i) {
             view.name = name("View request of the works", i);
-            view.systemAndBoxKey = i % kBoxes + 1;
-            view.reprMapKey = i % kMaps + 1;
-            view.dimStrategyKey = i % kStrategies + 1;
+            view.systemAndBoxKey = i % boxes() + 1;
+            view.reprMapKey = i % maps() + 1;
+            view.dimStrategyKey = i % strategies() + 1;
             view.selectModeKey = i % 5 + 1;
-            view.lengthClipKey = i % 1000 + 1;
+            view.lengthClipKey = i % kClips + 1;
             view.scale = 1.0 / (5 + i % 20);
             view.calloutTitleTemplate = "{L1}Detail {name}";
         });
     if (result)
-        result = add<StructDetViewRequestCategory>(store, GeneratedStandard::kViewRequests,
+        result = add<StructDetViewRequestCategory>(store, GeneratedStandard::viewRequests(),
                                                    [](auto& filing, int i) {
                                                        filing.name = name("View request of the works", i);
                                                        filing.viewRequestKey = i;
@@ -92,46 +115,46 @@ Result<> addViews(StyleStore& store) {
                                                    });
     if (result)
         result = add<StructDetViewSystemAndBox>(
-            store, kBoxes, [](auto& box, int i) { box.name = name("System and box", i); });
+            store, boxes(), [](auto& box, int i) { box.name = name("System and box", i); });
     if (result)
-        result = add<StructDetViewLengthClip>(store, 1000,
+        result = add<StructDetViewLengthClip>(store, kClips,
                                               [](auto& clip, int i) { clip.name = name("Length clip", i); });
     return result;
 }
 
 Result<> addObjects(StyleStore& store) {
     Result<> result =
-        add<StructDetObjReprMap>(store, kMaps, [](auto& map, int i) { map.name = name("Map", i); });
+        add<StructDetObjReprMap>(store, maps(), [](auto& map, int i) { map.name = name("Map", i); });
     if (result)
-        result = add<StructDetObjReprMapKey>(store, kMaps * 4, [](auto& entry, int i) {
+        result = add<StructDetObjReprMapKey>(store, maps() * 4, [](auto& entry, int i) {
             entry.name = name("Entry", i);
-            entry.reprMapKey = i % kMaps + 1;
-            entry.order = i / kMaps;
-            entry.qualifierSetKey = i % kSets + 1;
-            entry.appearanceKey = i % 2000 + 1;
-            entry.annotationStrategyKey = i % kAnnotations + 1;
+            entry.reprMapKey = i % maps() + 1;
+            entry.order = i / maps();
+            entry.qualifierSetKey = i % sets() + 1;
+            entry.appearanceKey = i % kAppearances + 1;
+            entry.annotationStrategyKey = i % annotations() + 1;
         });
     if (result)
         result = add<StructDetObjQualifierSetGroup>(store, kGroups,
                                                     [](auto& group, int i) { group.name = name("Sets", i); });
     if (result)
-        result = add<StructDetObjQualifierSet>(store, kSets, [](auto& set, int i) {
+        result = add<StructDetObjQualifierSet>(store, sets(), [](auto& set, int i) {
             set.name = name("Qualifier set", i);
             set.groupKey = i % kGroups + 1;
         });
     if (result)
-        result = add<StructDetObjQualifierWithRole>(store, 9760, [](auto& part, int i) {
+        result = add<StructDetObjQualifierWithRole>(store, 9760 * g_scale, [](auto& part, int i) {
             part.name = name("Qualifier of a set", i);
-            part.qualifierSetKey = i % kSets + 1;
+            part.qualifierSetKey = i % sets() + 1;
         });
     if (result)
-        result = add<StructDetObjAppearance>(store, 2000,
+        result = add<StructDetObjAppearance>(store, kAppearances,
                                              [](auto& look, int i) { look.name = name("Appearance", i); });
     if (result)
         result = add<StructDetObjAnnotationGroup>(store, kGroups,
                                                   [](auto& group, int i) { group.name = name("Labels", i); });
     if (result)
-        result = add<StructDetObjAnnotationStrategy>(store, kAnnotations, [](auto& strategy, int i) {
+        result = add<StructDetObjAnnotationStrategy>(store, annotations(), [](auto& strategy, int i) {
             strategy.name = name("Annotation strategy", i);
             strategy.groupKey = i % kGroups + 1;
             strategy.contents = "{L1}{mark} {profile}";
@@ -141,27 +164,27 @@ Result<> addObjects(StyleStore& store) {
 
 Result<> addDimensions(StyleStore& store) {
     Result<> result = add<StructDetViewDimStrategy>(
-        store, kStrategies, [](auto& strategy, int i) { strategy.name = name("View dimensioning", i); });
+        store, strategies(), [](auto& strategy, int i) { strategy.name = name("View dimensioning", i); });
     if (result)
-        result = add<StructDetViewDimStrategyItem>(store, kStrategies * 6, [](auto& item, int i) {
+        result = add<StructDetViewDimStrategyItem>(store, strategies() * 6, [](auto& item, int i) {
             item.name = name("Item", i);
-            item.strategyKey = i % kStrategies + 1;
-            item.order = i / kStrategies;
-            item.dimRequestKey = i % kRequests + 1;
+            item.strategyKey = i % strategies() + 1;
+            item.order = i / strategies();
+            item.dimRequestKey = i % requests() + 1;
         });
     if (result)
         result = add<StructDetViewDimRequestLinearGroup>(
             store, kGroups, [](auto& group, int i) { group.name = name("Dimensions", i); });
     if (result)
-        result = add<StructDetViewDimRequestLinear>(store, kRequests, [](auto& request, int i) {
+        result = add<StructDetViewDimRequestLinear>(store, requests(), [](auto& request, int i) {
             request.name = name("Dimension request", i);
             request.groupKey = i % kGroups + 1;
-            request.startPointsKey = i % kPoints + 1;
+            request.startPointsKey = i % points() + 1;
         });
     if (result)
-        result = add<StructDetViewDimPointSelection>(store, kPoints, [](auto& points, int i) {
+        result = add<StructDetViewDimPointSelection>(store, points(), [](auto& points, int i) {
             points.name = name("Point selection", i);
-            points.qualifierSetKey = i % kSets + 1;
+            points.qualifierSetKey = i % sets() + 1;
         });
     if (result)
         result = add<StructDetViewArrangeStrategy>(
@@ -170,6 +193,28 @@ Result<> addDimensions(StyleStore& store) {
 }
 
 } // namespace
+
+void GeneratedStandard::setScale(int scale) {
+    g_scale = scale;
+}
+
+void GeneratedStandard::takeScale(int& argc, char** argv) {
+    for (int i = 1; i + 1 < argc; ++i)
+        if (std::string_view(argv[i]) == "--scale") {
+            setScale(std::max(1, std::atoi(argv[i + 1])));
+            std::copy(argv + i + 2, argv + argc + 1, argv + i);
+            argc -= 2;
+            return;
+        }
+}
+
+int GeneratedStandard::styles() {
+    return 10000 * g_scale;
+}
+
+int GeneratedStandard::viewRequests() {
+    return 30000 * g_scale;
+}
 
 Result<> GeneratedStandard::write(const std::string& path, int categoriesInUse) {
     return SqliteStore::createWith(path, [categoriesInUse](StyleStore& store) {
@@ -228,7 +273,8 @@ Result<> GeneratedStandard::writeCategories(const std::string& path, int count) 
 
 const std::string& GeneratedStandard::file() {
     static const std::string path = [] {
-        std::string made = std::filesystem::temp_directory_path() / "detailstyles-bench-standard.dsdb";
+        std::string made = std::filesystem::temp_directory_path() /
+                           ("detailstyles-bench-standard-" + std::to_string(g_scale) + ".dsdb");
         if (const Result<> result = write(made); !result)
             throw std::runtime_error(result.error);
         return made;

@@ -5,11 +5,15 @@
 #include <string>
 
 /// A Standard database of the size that a large maker ships: 10,000 detail styles in 60 categories, 30,000
-/// view requests, and 150,000 rows in all.
+/// view requests, and 150,000 rows in all; or a multiple of it.
 namespace GeneratedStandard {
 
-inline constexpr int kStyles = 10000;
-inline constexpr int kViewRequests = 30000;
+/// How many times as many records the database has; 1 at first. To be set before it is written.
+void setScale(int scale);
+/// Takes `--scale N` out of the arguments of a benchmark and sets it.
+void takeScale(int& argc, char** argv);
+int styles();
+int viewRequests();
 
 /// Writes the database; replaces what is there. The styles are spread evenly over so many categories.
 Result<> write(const std::string& path, int categoriesInUse = 60);

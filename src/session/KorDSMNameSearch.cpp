@@ -3,54 +3,96 @@
 #include "model/KorDSMDependencies.h"
 #include "session/KorDSMItemContent.h"
 
-// A scan over folded names takes a fraction of what filtering entries would.
-std::vector<KorDSMDatabaseItem*> KorDSMNameSearch::find(KorDSMDatabaseItem& root, const KorString& text) {
+#include <algorithm>
+
+int KorDSMNameSearch::find(KorDSMDatabaseItem& root, const KorString& text) {
+    const KorString before = m_text;
     m_text = text.trimmed().lowered();
-    m_found.clear();
-    m_aboveFound.clear();
+    m_root = &root;
+    prepare(root);
+    // A text that became longer can only be in the names that had the shorter one.
+    look(!m_aboveFound.empty() && m_text.view().find(before.view()) != std::string_view::npos);
+    return static_cast<int>(m_found.size());
+}
+
+void KorDSMNameSearch::prepare(KorDSMDatabaseItem& root) {
     if (m_names.empty())
-        gather(root);
-    std::vector<KorDSMDatabaseItem*> found;
-    for (const auto& [name, item] : m_names) {
-        if (name.view().find(m_text.view()) == std::string_view::npos)
-            continue;
-        found.push_back(item);
-        m_found.insert(item);
-        for (const KorDSMDatabaseItem* above = item->parent(); above && m_aboveFound.insert(above).second;)
-            above = above->parent();
-    }
-    return found;
+        gather(root, {});
 }
 
 void KorDSMNameSearch::clear() {
     m_text = {};
-    m_names.clear();
-    m_found.clear();
-    m_aboveFound.clear();
+    namesChanged();
+}
+
+void KorDSMNameSearch::namesChanged() {
+    m_names = {};
+    m_folded = {};
+    m_numbers = {};
+    m_found = {};
+    m_aboveFound = {};
 }
 
 bool KorDSMNameSearch::passes(const KorDSMDatabaseItem& item) const {
-    if (m_text.isEmpty() || m_aboveFound.contains(&item))
+    if (m_text.isEmpty() || isAboveFound(item))
         return true;
+    const auto isFound = [this](const KorDSMDatabaseItem& step) {
+        return step.getDisplayName().lowered().view().find(m_text.view()) != std::string_view::npos;
+    };
     const KorDSMDatabaseItem* step = &item;
-    while (step && !m_found.contains(step))
+    while (step && step != m_root && !isFound(*step))
         step = step->parent();
-    return step != nullptr;
+    return step && step != m_root;
 }
 
-KorDSMDatabaseItem* KorDSMNameSearch::first() const {
-    for (const auto& [name, item] : m_names)
-        if (m_found.contains(item))
-            return item;
-    return nullptr;
+bool KorDSMNameSearch::isAboveFound(const KorDSMDatabaseItem& item) const {
+    const auto it = m_numbers.find(&item);
+    return it != m_numbers.end() && !m_aboveFound.empty() && m_aboveFound[it->second];
 }
 
-void KorDSMNameSearch::gather(KorDSMDatabaseItem& item) {
+std::vector<KorDSMDatabaseItem*> KorDSMNameSearch::first(int atMost) const {
+    std::vector<KorDSMDatabaseItem*> items;
+    for (std::size_t i = 0; i < std::min(m_found.size(), static_cast<std::size_t>(atMost)); ++i)
+        items.push_back(m_names[m_found[i]].item);
+    return items;
+}
+
+// Hundreds of thousands of names are looked through at a key, and most of them may have the text: nothing is
+// allocated for one of them.
+void KorDSMNameSearch::look(bool onlyAmongFound) {
+    if (onlyAmongFound) {
+        std::erase_if(m_found, [this](std::uint32_t number) { return !hasText(number); });
+    } else {
+        m_found.clear();
+        for (std::uint32_t number = 0; number < m_names.size(); ++number)
+            if (hasText(number))
+                m_found.push_back(number);
+    }
+    m_aboveFound.assign(m_names.size(), false);
+    for (const std::uint32_t number : m_found)
+        for (std::uint32_t at = number, above = m_names[at].parent; above != at && !m_aboveFound[above];
+             at = above, above = m_names[at].parent)
+            m_aboveFound[above] = true;
+}
+
+bool KorDSMNameSearch::hasText(std::uint32_t number) const {
+    const Name& name = m_names[number];
+    return std::string_view(m_folded).substr(name.begin, name.length).find(m_text.view()) !=
+           std::string_view::npos;
+}
+
+void KorDSMNameSearch::gather(KorDSMDatabaseItem& item, std::optional<std::uint32_t> number) {
     if (KorDSMDependencies::canHaveDependents(item.type()))
         return;
     KorDSMItemContent::load(item);
     for (KorDSMDatabaseItem* child : item.children()) {
-        m_names.emplace_back(child->getDisplayName().lowered(), child);
-        gather(*child);
+        const KorString name = child->getDisplayName().lowered();
+        const auto own = static_cast<std::uint32_t>(m_names.size());
+        m_names.push_back({child, number.value_or(own), static_cast<std::uint32_t>(m_folded.size()),
+                           static_cast<std::uint32_t>(name.size())});
+        m_folded += name.view();
+        gather(*child, own);
+        if (m_names.size() > own + 1) // what is below it was looked at
+            m_numbers.emplace(child, own);
     }
 }

@@ -129,10 +129,10 @@ void KorDSMSectionTree::insertChildren(KorDSMDatabaseItem& item, KorTreeHandle e
     }
 }
 
-void KorDSMSectionTree::openFirst(const std::vector<KorDSMDatabaseItem*>& found) {
-    constexpr std::size_t kMostOpened = 40;
-    for (std::size_t i = 0; i < std::min(found.size(), kMostOpened); ++i)
-        reveal(*found[i]);
+void KorDSMSectionTree::openFirst() {
+    constexpr int kMostOpened = 40;
+    for (KorDSMDatabaseItem* found : m_search.first(kMostOpened))
+        reveal(*found);
 }
 
 // What the user found and opened while a filter was set, from the top down.
@@ -142,6 +142,11 @@ std::vector<KorTreeHandle> KorDSMSectionTree::openAboveSelection() const {
         if (m_tree->isExpanded(entry))
             open.insert(open.begin(), entry);
     return open;
+}
+
+void KorDSMSectionTree::prepareFilter() {
+    if (const KorTreeHandle root = m_tree->getRoot())
+        m_search.prepare(*itemOf(root));
 }
 
 bool KorDSMSectionTree::setFilter(const KorString& text) {
@@ -154,18 +159,18 @@ bool KorDSMSectionTree::setFilter(const KorString& text) {
             m_tree->expand(entry);
         return true;
     }
-    const std::vector<KorDSMDatabaseItem*> found = m_search.find(*itemOf(root), text);
+    const int found = m_search.find(*itemOf(root), text);
     m_tree->setFilter([this, root](const KorTreeEntry& entry) {
         const auto* data = entry.data.as<KorDSMTreeItemData>();
         return &entry == root || (data && data->getItem() && m_search.passes(*data->getItem()));
     });
-    openFirst(found);
-    return !found.empty();
+    openFirst();
+    return found > 0;
 }
 
 KorTreeHandle KorDSMSectionTree::firstMatch() {
-    KorDSMDatabaseItem* item = m_search.first();
-    return item ? reveal(*item) : nullptr;
+    const std::vector<KorDSMDatabaseItem*> first = m_search.first(1);
+    return first.empty() ? nullptr : reveal(*first[0]);
 }
 
 // Where the children of an item have their entries: the only content node of a database has none of its own.

@@ -31,6 +31,8 @@ public:
     /// opened at the first matches; an empty text shows everything, opened as it was before and down to what
     /// is selected. Returns whether there is anything to show.
     bool setFilter(const KorString& text);
+    /// Gathers the names beforehand, so that the first key of a filter does not wait for them.
+    void prepareFilter();
     /// The entry of the first item whose name contains the text of the filter, or null.
     KorTreeHandle firstMatch();
     /// Items came, went or changed their names: the next filter looks at all of them anew.
@@ -66,7 +68,7 @@ private:
     static KorTreeHandle entryOfChildren(const KorDSMDatabaseItem& item);
     bool canBeOpened(const KorDSMDatabaseItem& item) const;
     KorTreeItem entryFor(KorDSMDatabaseItem& item) const;
-    void openFirst(const std::vector<KorDSMDatabaseItem*>& found);
+    void openFirst();
     std::vector<KorTreeHandle> openAboveSelection() const;
     KorTreeHandle childWithText(KorTreeHandle entry, const KorString& text) const;
 

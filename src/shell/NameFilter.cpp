@@ -5,6 +5,7 @@
 #include "shell/SectionViews.h"
 #include "shell/WhenFree.h"
 
+#include <QEvent>
 #include <QLineEdit>
 
 namespace {
@@ -16,6 +17,7 @@ constexpr int kPlaceholder = 264;
 NameFilter::NameFilter(QLineEdit& field, SectionViews& sections) : m_field(field), m_sections(sections) {
     m_field.setPlaceholderText(toQt(Prompts::dsm(kPlaceholder)));
     m_field.setAccessibleName(m_field.placeholderText());
+    m_field.installEventFilter(this);
     connect(&m_field, &QLineEdit::textChanged, this, waiting(this, &NameFilter::apply));
 }
 
@@ -51,6 +53,17 @@ void NameFilter::refresh() {
 
 KorTreeHandle NameFilter::firstMatch() {
     return isSet() ? m_sections.currentTree().firstMatch() : nullptr;
+}
+
+bool NameFilter::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusIn)
+        waiting(this, &NameFilter::prepare)();
+    return QObject::eventFilter(watched, event);
+}
+
+void NameFilter::prepare() {
+    const SectionViews::Quiet quiet(m_sections);
+    m_sections.currentTree().prepareFilter();
 }
 
 void NameFilter::apply() {

@@ -32,8 +32,12 @@ Q_SIGNALS:
     /// The tree shows what passes now, and whether that is anything.
     void applied(bool found);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void apply();
+    void prepare();
 
     QLineEdit& m_field;
     SectionViews& m_sections;

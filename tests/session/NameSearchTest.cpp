@@ -10,8 +10,10 @@ class NameSearch : public SampleSession {
 protected:
     std::vector<std::string> find(eViewSections section, const char* text) {
         std::vector<std::string> names;
-        for (const KorDSMDatabaseItem* found : search.find(*structure.getSection(section), text))
+        const int count = search.find(*structure.getSection(section), text);
+        for (const KorDSMDatabaseItem* found : search.first(count))
             names.push_back(found->getDisplayName().toStdString());
+        EXPECT_EQ(static_cast<int>(names.size()), count);
         return names;
     }
 
@@ -25,13 +27,13 @@ TEST_F(NameSearch, FindsWhatHasTheTextAndLetsPassWhatLiesAboveAndBelow) {
     auto& railings = item<StructDetBaseCategory>(SourceId::user(), "Hallberg: railings");
     EXPECT_TRUE(search.passes(railings));
     EXPECT_EQ(find(kViewDetailStyles, " hb POST 1:15 "), std::vector<std::string>{"HB post 1:15"});
-    EXPECT_EQ(search.first(), &style);
+    EXPECT_EQ(search.first(1), std::vector<KorDSMDatabaseItem*>{&style});
     EXPECT_TRUE(search.passes(style));
     EXPECT_TRUE(search.passes(*style.parent()));
     EXPECT_TRUE(search.passes(*style.children()[0]));
     EXPECT_FALSE(search.passes(railings));
     EXPECT_TRUE(find(kViewDetailStyles, "no such name").empty());
-    EXPECT_EQ(search.first(), nullptr);
+    EXPECT_TRUE(search.first(1).empty());
     EXPECT_FALSE(search.passes(style));
     search.clear();
     EXPECT_TRUE(search.passes(railings));
