@@ -40,7 +40,7 @@ void KorDSMDialogNewItem::OnInitDialog(int itemType, const KorString& initialNam
     edit->selectAll();
     m_check = new NewNameCheck(edit, KorControls::find<QLabel>(this, kReason),
                                KorControls::find<QAbstractButton>(this, 1), this);
-    m_check->setExistingNames(std::move(naming->existing));
+    m_check->setTaken(std::move(naming->isTaken));
     if (proposeName)
         m_check->check();
 }

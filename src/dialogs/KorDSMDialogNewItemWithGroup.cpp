@@ -43,7 +43,7 @@ KorDSMDialogNewItemWithGroup::KorDSMDialogNewItemWithGroup(int itemType, const K
     setCaption(kGroupLabel, naming->groupLabel);
     fillGroups(*naming, group);
     edit->setText(toQt(naming->name));
-    m_check->setExistingNames(naming->existing);
+    m_check->setTaken(naming->isTaken);
     edit->selectAll();
     m_check->check();
 }

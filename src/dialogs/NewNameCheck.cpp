@@ -24,7 +24,7 @@ KorString NewNameCheck::name() const {
 }
 
 bool NewNameCheck::isTaken(const KorString& name) const {
-    return !name.isEmpty() && m_existingNames.find(name) >= 0;
+    return !name.isEmpty() && m_isTaken(name);
 }
 
 void NewNameCheck::check() {

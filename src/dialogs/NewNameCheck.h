@@ -1,9 +1,10 @@
 #pragma once
 
-#include "base/KorArray.h"
 #include "base/KorString.h"
 
 #include <QObject>
+
+#include <functional>
 
 class QAbstractButton;
 class QLabel;
@@ -19,8 +20,8 @@ public:
     /// The widgets belong to the dialog; `reason` or `ok` may be null.
     NewNameCheck(QLineEdit* edit, QLabel* reason, QAbstractButton* ok, QObject* parent);
 
-    /// The names that are taken, as stored. Says nothing about the text that is there already.
-    void setExistingNames(KorArray<KorString> names) { m_existingNames = std::move(names); }
+    /// Tells names that are taken. Says nothing about the text that is there already.
+    void setTaken(std::function<bool(const KorString&)> isTaken) { m_isTaken = std::move(isTaken); }
     /// Judges the present text.
     void check();
     /// What was typed, without blanks at its ends.
@@ -32,5 +33,5 @@ private:
     QLineEdit* m_edit;
     QLabel* m_reason;
     QAbstractButton* m_ok;
-    KorArray<KorString> m_existingNames;
+    std::function<bool(const KorString&)> m_isTaken = [](const KorString&) { return false; };
 };

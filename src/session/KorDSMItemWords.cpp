@@ -9,7 +9,6 @@
 #include "session/KorDSMValueText.h"
 
 #include <algorithm>
-#include <set>
 
 using namespace KorDSMDefines;
 
@@ -34,18 +33,20 @@ KorDSMNaming namingOf(const KorDSMFamily& family) {
     naming.title = isNamedByTable            ? KorDSMValueText::tableCaption(*findTable(family.table))
                    : family.titlePrompt != 0 ? Prompts::ups(family.titlePrompt)
                                              : naming.label;
-    StyleReads::names(family.table, naming.existing);
+    naming.isTaken = [table = family.table](const KorString& name) {
+        return CurrentRows::find(table, name) != nullptr;
+    };
     return naming;
 }
 
 // The table for the proposal can be another one than that of the names which exist.
-KorString proposedName(eTableType table, const KorString& wanted, const KorArray<KorString>& existing) {
+KorString proposedName(eTableType table, const KorString& wanted,
+                       const std::function<bool(const KorString&)>& isTaken) {
     KorString name = wanted;
     KorDetailTableDependencies::GetDefaultNameForRow(table, name);
-    const std::set<KorString> taken(existing.begin(), existing.end());
     const KorString stem = nameWithoutNumber(name);
     const KorString base = stem.isEmpty() ? name : stem;
-    for (std::int64_t number = 1; taken.contains(name); ++number) {
+    for (std::int64_t number = 1; isTaken(name); ++number) {
         name = KorString::format("%s %d", {base, KorString::number(number)});
         KorDetailTableDependencies::GetDefaultNameForRow(table, name);
     }
@@ -94,7 +95,7 @@ std::optional<KorDSMFiledNaming> KorDSMFiledNaming::of(int itemType, const KorSt
     KorDSMFiledNaming naming{namingOf(*family), {}, 0, {}};
     naming.title = naming.label;
     naming.name = proposedName(family->namedLike == kNoTable ? family->table : family->namedLike, initialName,
-                               naming.existing);
+                               naming.isTaken);
     const KorDSMFamily& groups = *KorDSMFamilies::of(family->group);
     naming.groupLabel = groups.isCategory ? Prompts::ups(kCategory) : Prompts::dsm(kGroupPrompt);
     naming.groupPicture = iconResource(groups.icon);

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "base/KorArray.h"
 #include "model/items/KorDSMDatabaseItem.h"
 
+#include <functional>
 #include <optional>
 
 /// What the status bar says of an item whose tree entry has this text; empty where it says nothing.
@@ -11,9 +11,10 @@ KorString statusTextOf(const KorDSMDatabaseItem& item, const KorString& entryTex
 /// What a dialog shows that asks for the name of a record.
 struct KorDSMNaming {
     KorString title;
-    KorString label;              ///< what the name is a name of
-    KorString name;               ///< where the user starts
-    KorArray<KorString> existing; ///< names that are taken in the current source
+    KorString label; ///< what the name is a name of
+    KorString name;  ///< where the user starts
+    /// Whether the name is taken in the current source.
+    std::function<bool(const KorString&)> isTaken = [](const KorString&) { return false; };
 
     /// For an item type, which is a `KorDSMDefines::eItemType`; nothing where such items are not named. With
     /// `proposeName` the name is a free one made from `initialName` (from what such records are called when

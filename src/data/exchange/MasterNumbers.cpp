@@ -3,11 +3,27 @@
 #include <limits>
 #include <vector>
 
-MasterNumbers::MasterNumbers(StyleSource& source, std::int32_t except) {
+namespace {
+
+template <typename Visit>
+void forEachMaster(StyleSource& source, Visit visit) {
     const RowArray& rows = source.table(kTableDetailMaster).rows();
     for (int i = 0; i < rows.size(); ++i)
-        if (const auto& master = static_cast<const StructDetailMaster&>(rows.at(i)); master.key != except)
+        visit(static_cast<const StructDetailMaster&>(rows.at(i)));
+}
+
+} // namespace
+
+MasterNumbers::MasterNumbers(StyleSource& source) {
+    forEachMaster(source, [this](const auto& master) { occupy(master.detailKey, master.number); });
+}
+
+// Most masters are of other families: what is not asked for is not entered.
+MasterNumbers::MasterNumbers(StyleSource& source, const StructDetailMaster& asked) {
+    forEachMaster(source, [this, &asked](const auto& master) {
+        if (master.detailKey == asked.detailKey && master.key != asked.key)
             occupy(master.detailKey, master.number);
+    });
 }
 
 std::int32_t MasterNumbers::take(const StructDetailMaster& master) {
@@ -34,5 +50,5 @@ void MasterNumbers::occupy(std::int32_t family, std::int32_t number) {
 }
 
 std::int32_t freeMasterNumber(StyleSource& source, const StructDetailMaster& master) {
-    return MasterNumbers(source, master.key).take(master);
+    return MasterNumbers(source, master).take(master);
 }

@@ -10,8 +10,10 @@
 /// any number of masters theirs costs no more than sorting them.
 class MasterNumbers {
 public:
-    /// Takes the pairs of all masters of the source but the one with the key `except`.
-    explicit MasterNumbers(StyleSource& source, std::int32_t except = 0);
+    /// Takes the pairs of all masters of the source.
+    explicit MasterNumbers(StyleSource& source);
+    /// Takes those of the family of `asked` alone, and not its own.
+    MasterNumbers(StyleSource& source, const StructDetailMaster& asked);
 
     /// The first number from `master.number` on that no other master of its family has. It is taken from now
     /// on.
