@@ -178,6 +178,26 @@ void selectItem(benchmark::State& state) {
     state.counters["reads"] = CountingStore::reads;
 }
 
+// The first look at a view: its page offers all other views, below their categories.
+void firstLists(benchmark::State& state) {
+    for (auto run : state) {
+        state.PauseTiming();
+        auto editor = std::make_unique<OpenEditor>();
+        KorTreeCtrl& tree = editor->tree();
+        tree.expand(editor->category);
+        const KorTreeHandle style = tree.getChildItem(editor->category);
+        tree.selectItem(style);
+        tree.expand(style);
+        QApplication::processEvents();
+        state.ResumeTiming();
+        tree.selectItem(tree.getChildItem(style));
+        QApplication::processEvents();
+        state.PauseTiming();
+        editor.reset();
+        state.ResumeTiming();
+    }
+}
+
 void openTenThousand(benchmark::State& state) {
     const std::string file = fs::temp_directory_path() / "detailstyles-bench-one-category.dsdb";
     static_cast<void>(GeneratedStandard::write(file, 1));
@@ -428,6 +448,7 @@ void reportMemory() {
 BENCHMARK(referenceOpen)->Unit(benchmark::kMillisecond)->MinTime(3);
 BENCHMARK(openEditor)->Unit(benchmark::kMillisecond)->MinTime(3);
 BENCHMARK(selectItem)->Unit(benchmark::kMillisecond);
+BENCHMARK(firstLists)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(filterKey)->Unit(benchmark::kMillisecond);
 BENCHMARK(referenceUpdate)->Unit(benchmark::kMillisecond);
 BENCHMARK(guardedWriteWithTwins)->Unit(benchmark::kMillisecond);
