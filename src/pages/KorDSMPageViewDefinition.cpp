@@ -227,15 +227,13 @@ void KorDSMPageViewDefinition::onRename() {
              .isStored())
         return;
     KorDSMTwins::recordWritten(*item());
-    showNewName(oldName, newName);
+    showNewName();
 }
 
-void KorDSMPageViewDefinition::showNewName(const KorString& oldName, const KorString& newName) {
+void KorDSMPageViewDefinition::showNewName() {
     KorDSMTwins::showName(*item());
-    for (int i = 0; i < m_views->childCount(nullptr); ++i) {
-        const KorString category = m_views->getPath(m_views->getChildAt(nullptr, i));
-        m_views->renameEntry(SelectionFills::path(category, oldName), newName);
-    }
+    SelectionFills::fill(SelectionFills::kViewRequests, *m_views);
+    loadData();
 }
 
 void KorDSMPageViewDefinition::replaceDependents(int column) {

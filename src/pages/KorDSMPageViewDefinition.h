@@ -34,7 +34,7 @@ private:
     void onViewChosen();
     void onCopy();
     void onRename();
-    void showNewName(const KorString& oldName, const KorString& newName);
+    void showNewName();
     void replaceDependents(int column);
     void goTo(int section);
     void onNotice(const DsmListChanged& notice);

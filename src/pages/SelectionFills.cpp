@@ -154,19 +154,23 @@ KorImageListPtr globalImages() {
     return images;
 }
 
-} // namespace
-
-void SelectionFills::fill(eFill what, VELComboTree& combo) {
+void build(const FillRow& row, VELComboTree& combo) {
     const KorDSMBusy busy;
-    const FillRow& row = *std::ranges::find(kRows, what, &FillRow::what);
     VELComboTreeBuilder tree;
     const KorString text = Prompts::ups(row.prompt);
     tree.installHandlers([](int) { sendProgress(DsmProgress::kStart, 0, {}); },
                          [&](int percent) { sendProgress(DsmProgress::kStep, percent, text); },
                          [] { sendProgress(DsmProgress::kDone, 100, {}); });
     row.collect(tree, row);
-    combo.setImageList(globalImages());
     tree.build(combo);
+}
+
+} // namespace
+
+void SelectionFills::fill(eFill what, VELComboTree& combo) {
+    const FillRow& row = *std::ranges::find(kRows, what, &FillRow::what);
+    combo.setImageList(globalImages());
+    combo.fillWhenNeeded([&row](VELComboTree& opened) { build(row, opened); }, row.recordIcon);
 }
 
 KorString SelectionFills::path(const KorString& group, const KorString& name) {

@@ -11,7 +11,8 @@ namespace SelectionFills {
 
 enum eFill : int { kQualifierSets, kAnnotationStrategies, kDimRequests, kPointSelections, kViewRequests };
 
-/// Replaces the entries of the combo; the path that was chosen stays chosen where it is still there.
+/// Replaces the entries of the combo, by those that are there when they are first needed; the path that was
+/// chosen stays chosen where it is still there.
 void fill(eFill what, VELComboTree& combo);
 
 /// Names from the top down as a path of a selection tree.

@@ -9,6 +9,8 @@
 #include <QStyleOptionComboBox>
 #include <QWheelEvent>
 
+#include <utility>
+
 namespace {
 
 constexpr char kDelimiter = '\x1f'; // the "unit separator": nobody types it into a name
@@ -52,7 +54,27 @@ KorTreeHandle VELComboTree::child(KorTreeHandle parent, const KorString& name) c
     return found == m_children.end() ? nullptr : found->second;
 }
 
-KorTreeHandle VELComboTree::addEntry(const KorString& path, int image, const KorEntryData& entryData) {
+void VELComboTree::fillWhenNeeded(std::function<void(VELComboTree&)> fill, int image) {
+    const KorString chosen = getSelectedPath();
+    deleteAll();
+    m_fill = std::move(fill);
+    m_unfilledImage = image;
+    selectPath(chosen);
+}
+
+// To be filled late is not a change that anybody sees: the choice stays, and nothing is announced.
+void VELComboTree::fillNow() const {
+    if (!m_fill)
+        return;
+    auto& self = const_cast<VELComboTree&>(*this);
+    const KorString chosen = getSelectedPath();
+    const auto fill = std::exchange(self.m_fill, {});
+    self.deleteAll();
+    fill(self);
+    self.selectPath(chosen);
+}
+
+KorTreeHandle VELComboTree::insertPath(const KorString& path) {
     KorTreeHandle entry = nullptr;
     for (const KorString& name : namesOf(path.view())) {
         KorTreeHandle next = child(entry, name);
@@ -62,6 +84,12 @@ KorTreeHandle VELComboTree::addEntry(const KorString& path, int image, const Kor
         }
         entry = next;
     }
+    return entry;
+}
+
+KorTreeHandle VELComboTree::addEntry(const KorString& path, int image, const KorEntryData& entryData) {
+    fillNow();
+    KorTreeHandle entry = insertPath(path);
     if (!KorAssert::check(entry != nullptr, "an entry is given"))
         return nullptr;
     entry->image = image;
@@ -103,6 +131,7 @@ bool VELComboTree::renameEntry(const KorString& path, const KorString& name) {
 }
 
 void VELComboTree::deleteAll() {
+    m_fill = {};
     delete m_popup;
     m_children.clear();
     m_model->removeChildren(nullptr);
@@ -110,6 +139,11 @@ void VELComboTree::deleteAll() {
 }
 
 KorTreeHandle VELComboTree::findEntry(const KorString& path) const {
+    fillNow();
+    return entryOf(path);
+}
+
+KorTreeHandle VELComboTree::entryOf(const KorString& path) const {
     KorTreeHandle entry = nullptr;
     for (const KorString& name : namesOf(path.view())) {
         entry = child(entry, name);
@@ -135,19 +169,27 @@ KorEntryData VELComboTree::getEntryData(KorTreeHandle entry) const {
 }
 
 int VELComboTree::childCount(KorTreeHandle parent) const {
+    fillNow();
     return m_model->childCount(parent);
 }
 
 KorTreeHandle VELComboTree::getChildAt(KorTreeHandle parent, int index) const {
+    fillNow();
     return m_model->childAt(parent, index);
 }
 
 bool VELComboTree::selectPath(const KorString& path) {
-    setSelected(findEntry(path));
+    KorTreeHandle entry = entryOf(path);
+    if (!entry && m_fill && !path.isEmpty()) {
+        entry = insertPath(path);
+        entry->image = m_unfilledImage;
+    }
+    setSelected(entry);
     return m_selected || path.isEmpty();
 }
 
 bool VELComboTree::selectName(const KorString& name) {
+    fillNow();
     KorTreeHandle entry = m_model->nextInOrder(nullptr);
     while (entry && !(canChoose(entry) && entry->text == name))
         entry = m_model->nextInOrder(entry);
@@ -198,6 +240,7 @@ void VELComboTree::initStyleOption(QStyleOptionComboBox* option) const {
 }
 
 void VELComboTree::step(int by) {
+    fillNow();
     KorTreeHandle entry = m_selected;
     do
         entry = by > 0 ? m_model->nextInOrder(entry) : m_model->previousInOrder(entry);
@@ -237,6 +280,7 @@ void VELComboTree::showPopup() {
 }
 
 void VELComboTree::openPopup(const QString& search) {
+    fillNow();
     if (!m_popup) {
         m_popup = new VELComboTreePopup(*this, *m_model);
         connect(m_popup, &VELComboTreePopup::wanted, this, [this](KorTreeHandle entry) {

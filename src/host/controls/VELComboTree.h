@@ -5,6 +5,7 @@
 
 #include <QPointer>
 
+#include <functional>
 #include <unordered_map>
 
 class VELComboTreePopup;
@@ -35,6 +36,13 @@ public:
     /// sibling has that name already.
     bool renameEntry(const KorString& path, const KorString& name);
     void deleteAll();
+    /// Entries that are made when they are first needed: opened, stepped through, or asked for by path, name
+    /// or number. `fill` makes all of them, in a combo that is empty; it is called at most once. What was
+    /// chosen stays chosen where it is there then.
+    ///
+    /// Until then `selectPath` takes the path as it is, and shows it with the picture `image`: a list of tens
+    /// of thousands of entries costs nothing where nobody opens it.
+    void fillWhenNeeded(std::function<void(VELComboTree&)> fill, int image);
 
     /// The entry of a path, null when there is none.
     KorTreeHandle findEntry(const KorString& path) const;
@@ -78,6 +86,9 @@ private:
         }
     };
 
+    KorTreeHandle insertPath(const KorString& path);
+    KorTreeHandle entryOf(const KorString& path) const;
+    void fillNow() const;
     KorTreeHandle child(KorTreeHandle parent, const KorString& name) const;
     bool canChoose(KorTreeHandle entry) const;
     void choose(KorTreeHandle entry);
@@ -92,4 +103,6 @@ private:
     QPointer<VELComboTreePopup> m_popup;
     KorTreeHandle m_selected = nullptr;
     bool m_displayFullPath = false;
+    std::function<void(VELComboTree&)> m_fill; // empty: the entries are there
+    int m_unfilledImage = -1;
 };
