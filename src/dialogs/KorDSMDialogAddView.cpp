@@ -75,7 +75,7 @@ void KorDSMDialogAddView::proposeName() {
     const bool isMade = what() != Wish::eWhat::kExisting;
     const bool isReady = what() == Wish::eWhat::kNew || !view().isEmpty();
     const auto naming = KorDSMNaming::of(KorDSMDefines::kViewRequest, view(), true);
-    m_check->setExistingNames(isMade && naming ? naming->existing : KorArray<KorString>());
+    m_check->setTaken(isMade && naming ? naming->isTaken : KorDSMNaming().isTaken);
     edit->setText(isMade && isReady && naming ? toQt(naming->name) : QString());
     edit->setEnabled(isMade && isReady);
     m_view->setEnabled(what() != Wish::eWhat::kNew);
