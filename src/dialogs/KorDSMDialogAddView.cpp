@@ -80,7 +80,7 @@ void KorDSMDialogAddView::proposeName() {
     edit->setEnabled(isMade && isReady);
     m_view->setEnabled(what() != Wish::eWhat::kNew);
     m_check->check();
-    if (!isMade)
+    if (!isMade || !isReady)
         KorControls::find<QLabel>(this, kReason)->clear();
     KorControls::find<QPushButton>(this, 1)->setEnabled(isReady);
 }

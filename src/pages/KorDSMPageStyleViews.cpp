@@ -21,6 +21,7 @@ bool KorDSMPageStyleViews::OnInitDialog() {
     m_views = new PartListEditor(*this, kTableDetailStyle);
     auto* lines = static_cast<QBoxLayout*>(layout());
     lines->insertWidget(lines->count() - 1, m_views);
+    lines->setStretch(lines->count() - 1, 1);
     return true;
 }
 

@@ -144,18 +144,30 @@ std::vector<const Column*> PartListEditor::shownColumns() const {
     std::vector<const Column*> columns = m_list->cells();
     if (m_list->hasNames() && KorDSMFamilies::of(m_parts))
         columns.insert(columns.begin(), m_list->table().column(1));
+    const std::vector<const Column*> details = m_list->details();
+    columns.insert(columns.end(), details.begin(), details.end());
     return columns;
+}
+
+bool PartListEditor::isDetail(const Column& column) const {
+    const std::vector<const Column*> details = m_list->details();
+    return std::ranges::find(details, &column) != details.end();
+}
+
+KorString PartListEditor::captionOf(const Column& column) const {
+    if (isDetail(column))
+        return KorDSMValueText::captionWithUnit(*findTable(m_list->recordTable()), column);
+    return m_list->hasNames() ? KorDSMValueText::captionWithUnit(m_list->table(), column)
+                              : Prompts::dsm(kView);
 }
 
 void PartListEditor::setUpColumns() {
     m_columns = shownColumns();
-    const TableSchema& table = m_list->table();
     m_head->setText(toQt(headOf(m_parts)));
     m_grid->setAccessibleName(toQt(headOf(m_parts)));
     for (const Column* column : m_columns) {
         const int place = m_grid->insertColumn(
-            m_list->hasNames() ? KorDSMValueText::captionWithUnit(table, *column) : Prompts::dsm(kView),
-            kindOf(*column));
+            captionOf(*column), isDetail(*column) ? KorMFCGridCtrl::eReadOnly : kindOf(*column));
         const auto tree = trees().find(column->isReference() ? column->target : kNoTable);
         if (tree != trees().end())
             m_grid->setColumnTree(
@@ -178,7 +190,7 @@ void PartListEditor::load(RowRef whole) {
         setUpColumns();
     m_selected = isOther ? KorDSMEditedList::Keys() : selected();
     for (std::size_t i = 0; i < m_columns.size(); ++i)
-        if (kindOf(*m_columns[i]) == KorMFCGridCtrl::eCombo &&
+        if (kindOf(*m_columns[i]) == KorMFCGridCtrl::eCombo && !isDetail(*m_columns[i]) &&
             !trees().contains(m_columns[i]->isReference() ? m_columns[i]->target : kNoTable)) {
             const Choices choices = choicesOf(m_list->table(), *m_columns[i]);
             m_grid->setColumnChoices(static_cast<int>(i), choices.names, choices.pictures);
@@ -308,7 +320,7 @@ void PartListEditor::showPictures(int row) {
     const std::int32_t key = m_keys[static_cast<std::size_t>(row)];
     const TableSchema& table = m_list->table();
     for (std::size_t i = 0; i < m_columns.size(); ++i)
-        if (!ValuePictures::sizeFor(table, *m_columns[i]).isEmpty())
+        if (!isDetail(*m_columns[i]) && !ValuePictures::sizeFor(table, *m_columns[i]).isEmpty())
             m_grid->setCellPicture(
                 row, static_cast<int>(i),
                 ValuePictures::of(table, *m_columns[i], m_list->value(key, *m_columns[i])));
@@ -394,7 +406,7 @@ void PartListEditor::showMenu(const QPoint& position) {
         const auto [user, column] = m_list->cell(m_keys[static_cast<std::size_t>(cell.row())],
                                                  *m_columns[static_cast<std::size_t>(cell.column())]);
         const KorDSMRecordUse::Use use{user, column, {}};
-        if (RecordButtons::areFor(*use.column) && m_page.isEditable()) {
+        if (RecordButtons::areFor(*use.column) && m_page.isEditable() && !isDetail(*use.column)) {
             menu.addAction(toQt(Prompts::dsm(kNewFor)), this,
                            [this, use] { RecordButtons::makeFor(m_page, use); });
             menu.addAction(toQt(Prompts::dsm(kCopyFor)), this,

@@ -57,6 +57,10 @@ private:
     /// The columns with the name in front where users know the rows by it.
     std::vector<const Column*> shownColumns() const;
 
+    /// Whether it is only shown.
+    bool isDetail(const Column& column) const;
+    KorString captionOf(const Column& column) const;
+
     KorDSMPage& m_page;
     const eTableType m_parts;
     std::unique_ptr<KorDSMEditedList> m_list;

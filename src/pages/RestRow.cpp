@@ -43,6 +43,7 @@ RestRow::RestRow(KorDSMPage& page, eTableType parts) : m_page(page), m_column(re
         line->addWidget(radio);
     }
     line->addStretch(1);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::AlternateBase);
 }

@@ -29,6 +29,8 @@ public:
     const TableSchema& table() const { return m_table; }
     /// The columns to show, in the order of their numbers.
     virtual std::vector<const Column*> cells() const = 0;
+    /// Columns of the records that stand in the list, which are only shown behind those.
+    virtual std::vector<const Column*> details() const { return {}; }
     /// Whether the rows have names of their own.
     virtual bool hasNames() const = 0;
     /// Whether a row can stand without a value in its first cell.
@@ -40,7 +42,7 @@ public:
     /// The rows from the top down.
     virtual Keys keys() const = 0;
 
-    /// Where the value of a row stands that belongs to one of `cells`, or to the name.
+    /// Where the value of a row stands that belongs to one of `cells` or `details`, or to the name.
     struct Cell {
         RowRef row;
         const Column* column = nullptr;

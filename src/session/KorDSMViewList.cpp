@@ -53,13 +53,23 @@ std::vector<const Column*> KorDSMViewList::cells() const {
     return {table().column(table().firstSlot())};
 }
 
+std::vector<const Column*> KorDSMViewList::details() const {
+    const TableSchema& views = *findTable(kTableViewRequest);
+    std::vector<const Column*> details;
+    for (const char* column : {"repr_map", "dim_strategy", "scale"})
+        details.push_back(views.column(std::string_view(column)));
+    return details;
+}
+
 KorDSMEditedList::Keys KorDSMViewList::keys() const {
     Keys keys(views().size());
     std::iota(keys.begin(), keys.end(), 1);
     return keys;
 }
 
-KorDSMEditedList::Cell KorDSMViewList::cell(std::int32_t key, const Column&) const {
+KorDSMEditedList::Cell KorDSMViewList::cell(std::int32_t key, const Column& column) const {
+    if (!column.isSlot())
+        return {record(key), &column};
     int slot = 0;
     while (slot < StructDetailStyle::kViewSlots - 1 &&
            (style().getViewRequestAt(slot) <= 0 || keyOfSlot(slot) < key))

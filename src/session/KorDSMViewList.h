@@ -30,6 +30,7 @@ public:
     Outcome addView(std::int32_t after, const Wish& wish);
 
     std::vector<const Column*> cells() const override;
+    std::vector<const Column*> details() const override;
     bool hasNames() const override { return false; }
     bool canBeEmpty() const override { return false; }
     bool isOrdered() const override { return true; }
