@@ -8,6 +8,7 @@
 #include "operations/CurrentRows.h"
 #include "operations/KorDetStructureUtilities.h"
 #include "pages/KorDSMPage.h"
+#include "pages/QualifierHints.h"
 #include "pages/ValuePictures.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
@@ -129,6 +130,8 @@ void PageFields::fillLists() {
         const Column* column = columnOf(field);
         if (combo && column)
             fillCombo(field, *column, *combo);
+        if (combo && column && column->target == kTableQualifierSet)
+            QualifierHints::addTo(*combo);
     }
 }
 

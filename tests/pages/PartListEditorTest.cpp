@@ -10,10 +10,12 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QMenu>
 #include <QMessageBox>
 #include <QRadioButton>
 #include <QToolButton>
+#include <QToolTip>
 
 namespace {
 
@@ -231,6 +233,21 @@ TEST_F(PartListEditorTest, OneAspectOfACopiedRowGoesOntoAllSelectedOnes) {
     Q_EMIT grid().customContextMenuRequested(grid().visualItemRect(grid().item(1, 2)).center());
     EXPECT_EQ(column(2), (appearance + ";" + appearance + ";" + appearance + ";").toStdString());
     EXPECT_EQ(column(1), sets);
+}
+
+TEST_F(PartListEditorTest, AChosenQualifierSetIsSaidInWords) {
+    TabContent entries("Tabs", "Entries");
+    entries.addPage(KorDSMPlainPage::make(&m_window, 2009));
+    entries.createPages();
+    show(entries, item<KorDsmReprMapItem>("Main part"));
+    QComboBox* sets = nullptr;
+    for (auto* combo : page().findChildren<QComboBox*>())
+        if (combo->accessibleName() == QStringLiteral("Qualifier set"))
+            sets = combo;
+    ASSERT_NE(sets, nullptr);
+    QHelpEvent pointed(QEvent::ToolTip, {}, {});
+    QApplication::sendEvent(sets, &pointed);
+    EXPECT_TRUE(QToolTip::text().contains(QStringLiteral("Profile"))) << QToolTip::text().toStdString();
 }
 
 TEST_F(PartListEditorTest, TheLastRowOfAMapSaysWhatBecomesOfTheRest) {
