@@ -148,13 +148,19 @@ void addShow(CLI::App& app, Wanted& wanted) {
 void addExport(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<ExportOptions>();
     CLI::App* command =
-        addCommand(app, wanted, "export", translatable("Export a detail style into a file of its own"),
+        addCommand(app, wanted, "export", translatable("Export detail styles into a file of their own"),
                    &exportCommand, options);
-    command->add_option("STYLE", options->row.name, translatable("Name of the detail style"))->required();
+    command->add_option("STYLE", options->style, translatable("Name of the detail style"))->required();
     command->add_option("FILE", options->file, translatable("Database file to make"))
         ->required()
         ->check(refuseEmpty);
-    command->add_option("--source", options->row.source, translatable("standard, user, or an add-in"));
+    command
+        ->add_option("--also", options->others,
+                     translatable("Another detail style for the same file; can be repeated"))
+        ->expected(1)
+        ->take_all()
+        ->check(refuseEmpty);
+    command->add_option("--source", options->source, translatable("standard, user, or an add-in"));
     command->add_flag("--overwrite", options->overwrite, translatable("Replace the file where there is one"));
 }
 
@@ -183,10 +189,28 @@ void addDrawing(CLI::App& app, Wanted& wanted) {
 
 void addImport(CLI::App& app, Wanted& wanted) {
     const auto options = std::make_shared<ImportOptions>();
-    CLI::App* command = addCommand(app, wanted, "import",
-                                   translatable("Import the detail styles of a file into the User database"),
+    CLI::App* command = addCommand(app, wanted, "import", translatable("Import detail styles of a file"),
                                    &importCommand, options);
     command->add_option("FILE", options->file, translatable("File that was exported"))->required();
+    command
+        ->add_option("--style", options->styles,
+                     translatable("Import this detail style alone; can be repeated"))
+        ->expected(1)
+        ->take_all()
+        ->check(refuseEmpty);
+    command->add_option("--to", options->to,
+                        translatable("Where they come: standard, user, or an add-in; by default user"));
+    command
+        ->add_option(
+            "--same-name", options->sameName,
+            translatable("What is done with a record whose name another one has there: both, mine or "
+                         "replace; by default both are kept"))
+        ->check([](const std::string& word) {
+            return word == "both" || word == "mine" || word == "replace"
+                       ? std::string()
+                       : translated("must be both, mine or replace").toStdString();
+        });
+    command->add_flag("--dry-run", options->dryRun, translatable("Only say what would be done"));
     addJson(command, options->json);
 }
 

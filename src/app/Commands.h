@@ -104,7 +104,9 @@ struct EntryOptions {
 };
 
 struct ExportOptions {
-    RowOptions row{"detail-style", {}, {}};
+    std::string style;               ///< its name
+    std::vector<std::string> others; ///< those that go into the same file
+    std::string source;              ///< empty: the first that has the first of them
     std::string file;
     bool overwrite = false;
 };
@@ -121,6 +123,10 @@ struct DrawingOptions {
 
 struct ImportOptions {
     std::string file;
+    std::vector<std::string> styles; ///< by their names; empty: all of the file
+    std::string to;                  ///< source that they come into; empty: the User database
+    std::string sameName;            ///< "both", "mine" or "replace"; empty: both are kept
+    bool dryRun = false;             ///< only say what would be done
     bool json = false;
 };
 
@@ -153,11 +159,11 @@ int renameCommand(DataFolder& folder, const RenameOptions& options);
 int deleteCommand(DataFolder& folder, const DeleteOptions& options);
 /// Edits the list of a record: entries of a map, qualifiers of a set, dimensions, views of a style, ...
 int entryCommand(DataFolder& folder, const EntryOptions& options);
-/// Writes a detail style with all that it depends on into a database file of its own.
+/// Writes detail styles of one source with all that they depend on into a database file of their own.
 int exportCommand(DataFolder& folder, const ExportOptions& options);
 /// Draws a sample part as a detail style says, into an SVG file. What could not be shown is told.
 int pictureCommand(DataFolder& folder, const DrawingOptions& options);
-/// Takes all detail styles of such a file into the User database.
+/// Takes detail styles of such a file into a source.
 int importCommand(DataFolder& folder, const ImportOptions& options);
 /// Looks for damage, dangling references and unused records.
 int checkCommand(DataFolder& folder, const CheckOptions& options);

@@ -7,6 +7,8 @@
 #include "data/StyleDatabases.h"
 #include "session/KorDSMExchange.h"
 
+#include <algorithm>
+
 namespace {
 
 int failed(const KorString& sentence) {
@@ -14,18 +16,36 @@ int failed(const KorString& sentence) {
     return kExitFailed;
 }
 
+// The styles that are meant, of one source. Returns an exit code, and tells why there are none.
+eExitCode choose(const ExportOptions& options, SourceId& source, std::vector<RowRef>& styles) {
+    std::string sourceName = options.source;
+    std::vector<std::string> names = options.others;
+    names.insert(names.begin(), options.style);
+    for (const std::string& name : names) {
+        RowChoice row;
+        KorString error;
+        const eExitCode found = RowChoice::findInOneState({"detail-style", name, sourceName}, row, error);
+        complainOfReading();
+        if (found != kExitDone) {
+            complainUnlessTold(error);
+            return found;
+        }
+        source = row.source;
+        sourceName = SourceChoice::nameOf(source).toStdString();
+        if (std::ranges::find(styles, row.ref()) == styles.end())
+            styles.push_back(row.ref());
+    }
+    return kExitDone;
+}
+
 } // namespace
 
 int exportCommand(DataFolder&, const ExportOptions& options) {
-    RowChoice row;
-    KorString error;
-    const eExitCode found = RowChoice::findInOneState(options.row, row, error);
-    complainOfReading();
-    if (found != kExitDone) {
-        complainUnlessTold(error);
+    SourceId id;
+    std::vector<RowRef> styles;
+    if (const eExitCode found = choose(options, id, styles); found != kExitDone)
         return found;
-    }
-    StyleSource& source = *StyleDatabases::current().source(row.source);
+    StyleSource& source = *StyleDatabases::current().source(id);
     if (!source.complete())
         return failed(
             KorString::format(translated("\"%s\" could not be read whole, so nothing was exported from it."),
@@ -34,11 +54,13 @@ int exportCommand(DataFolder&, const ExportOptions& options) {
         !hindrance.isEmpty())
         return failed(hindrance);
     const KorDSMExchange::ExportResult outcome =
-        KorDSMExchange::exportRow(row.source, {row.table->type, row.key}, options.file, options.overwrite);
+        KorDSMExchange::exportRows(id, styles, options.file, options.overwrite);
     if (!outcome.isStored())
         return failed(outcome.error);
-    Console::sayStored(KorString::format(translated("The detail style \"%s\" was exported into \"%s\"."),
-                                         {row.record()->name, options.file}));
+    for (const RowRef& style : styles)
+        Console::sayStored(
+            KorString::format(translated("The detail style \"%s\" was exported into \"%s\"."),
+                              {source.table(style.table).find(KorOdbcKey(style.key))->name, options.file}));
     for (const std::string& sentence : outcome.leftOut)
         Console::complain(sentence);
     return outcome.leftOut.empty() ? kExitDone : kExitFailed;

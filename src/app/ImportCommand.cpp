@@ -1,9 +1,11 @@
 #include "app/Commands.h"
 #include "app/CommitReport.h"
 #include "app/Console.h"
+#include "app/DidYouMean.h"
+#include "app/SourceChoice.h"
 #include "base/Translation.h"
 #include "records/TableSchema.h"
-#include "session/KorDSMExchange.h"
+#include "session/KorDSMImport.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -19,7 +21,7 @@ QJsonArray toJson(const std::vector<KorString>& names) {
     return array;
 }
 
-void printJson(const ImportReport& report) {
+void printJson(const ImportReport& report, bool isDryRun) {
     QJsonArray renamed;
     for (const ImportReport::Renamed& row : report.renamed)
         renamed.append(QJsonObject{{"kind", Console::text(findTable(row.table)->kindName())},
@@ -28,7 +30,8 @@ void printJson(const ImportReport& report) {
     Console::print(QJsonObject{{"imported", toJson(report.imported)},
                                {"alreadyThere", toJson(report.alreadyThere)},
                                {"renamed", renamed},
-                               {"recordsAdded", report.rowsAppended}});
+                               {"recordsAdded", report.rowsAppended},
+                               {"dryRun", isDryRun}});
 }
 
 std::vector<KorString> sentencesOf(const ImportReport& report) {
@@ -44,22 +47,74 @@ std::vector<KorString> sentencesOf(const ImportReport& report) {
     return sentences;
 }
 
+void tell(const ImportReport& report, const ImportOptions& options) {
+    if (options.json)
+        printJson(report, options.dryRun);
+    const std::vector<KorString> sentences = sentencesOf(report);
+    if (!options.dryRun)
+        return static_cast<void>(
+            std::ranges::for_each(sentences, options.json ? &Console::noteStored : &Console::sayStored));
+    if (options.json)
+        return;
+    std::ranges::for_each(sentences, &Console::say);
+    Console::say(translated("This was a dry run: nothing was written."));
+}
+
+int failed(const KorString& sentence) {
+    Console::complain(sentence);
+    return kExitFailed;
+}
+
+// The styles that are meant, of all that the file has; a sentence about one that it does not have.
+KorString choose(const KorDSMImport& import, const std::vector<std::string>& names,
+                 KorDSMDeepCopy::Wish& wish) {
+    if (names.empty())
+        return {};
+    wish.records.clear();
+    const std::vector<KorDSMDeepCopy::Choice> styles = import.styles();
+    for (const std::string& name : names) {
+        const std::size_t before = wish.records.size();
+        std::vector<KorString> known;
+        for (const KorDSMDeepCopy::Choice& style : styles) {
+            known.push_back(style.name);
+            if (style.name == KorString(name))
+                wish.records.push_back(style.row);
+        }
+        if (wish.records.size() == before)
+            return KorString::format(translated("The file has no detail style \"%s\"."), {name}) +
+                   didYouMean(name, known);
+    }
+    return {};
+}
+
+eNamesakes namesakesOf(const std::string& word) {
+    return word == "mine"      ? eNamesakes::kUseTheirs
+           : word == "replace" ? eNamesakes::kReplace
+                               : eNamesakes::kKeepBoth;
+}
+
 } // namespace
 
 int importCommand(DataFolder&, const ImportOptions& options) {
-    const KorDSMExchange::ImportResult outcome = KorDSMExchange::importFile(options.file, SourceId::user());
-    const ImportReport& report = outcome.report;
-    for (const auto* sentences : {&report.problems, &report.leftOut})
-        for (const std::string& sentence : *sentences)
+    const SourceChoice::Sources to = SourceChoice::choose(options.to.empty() ? "user" : options.to);
+    if (!to.error.isEmpty())
+        return failed(to.error);
+    const KorDSMImport import(options.file);
+    if (!import.error().isEmpty())
+        return failed(import.error());
+    KorDSMDeepCopy::Wish wish = import.wishFor(to.ids.front());
+    if (const KorString error = choose(import, options.styles, wish); !error.isEmpty())
+        return failed(error);
+    wish.namesakes = namesakesOf(options.sameName);
+    const KorDSMDeepCopy::Outcome outcome =
+        options.dryRun ? KorDSMDeepCopy::preview(wish) : KorDSMDeepCopy::copy(wish);
+    for (const auto& sentences : {import.problems(), outcome.report.leftOut})
+        for (const std::string& sentence : sentences)
             Console::complain(sentence);
-    if (!outcome.isStored()) {
-        Console::complain(outcome.error);
+    if (!outcome.done && !wish.records.empty())
+        return failed(outcome.error);
+    if (!options.dryRun && !keepChanges())
         return kExitFailed;
-    }
-    if (!keepChanges())
-        return kExitFailed;
-    if (options.json)
-        printJson(report);
-    std::ranges::for_each(sentencesOf(report), options.json ? &Console::noteStored : &Console::sayStored);
-    return report.leftOut.empty() ? kExitDone : kExitFailed;
+    tell(outcome.report, options);
+    return outcome.report.leftOut.empty() ? kExitDone : kExitFailed;
 }

@@ -3,10 +3,8 @@
 #include "dialogs/KorDSMDialog.h"
 #include "session/KorDSMDeepCopy.h"
 
-class QComboBox;
-class QLabel;
-class QPushButton;
-class QTreeWidget;
+class CopyPreview;
+class RecordChoice;
 
 /// Asks where records are copied with all that they use, and shows before what would become of each of them.
 /// What it shows is what is done.
@@ -26,21 +24,11 @@ private:
     KorDSMDialogDeepCopy(KorDSMDeepCopy::Wish wish, const KorDSMSection* section, QWidget* parent);
     void setTexts();
     void setUpSources();
-    void setUpChoices();
     void fillChoices();
-    void onChecked();
-    void preview();
-    void showRows(const ImportReport& report);
 
     KorDSMDeepCopy::Wish m_wish;
     const KorDSMSection* m_section;
     std::vector<SourceId> m_sources; // of which one can be chosen: targets, or where to copy from
-    std::vector<KorDSMDeepCopy::Choice> m_choices;
-    bool m_filling = false;
-    QLabel* m_head;
-    QLabel* m_summary;
-    QComboBox* m_source;
-    QTreeWidget* m_choice;
-    QTreeWidget* m_rows;
-    QPushButton* m_copy;
+    RecordChoice* m_choice;          // null where the records are given
+    CopyPreview* m_preview;
 };

@@ -136,11 +136,14 @@ Ending bringInOneGroup(const Route& route, const KorString& label, const KorStri
     return {};
 }
 
+KorString labelOf(const KorString& imported) {
+    return KorString::format(translated("importing of \"%s\""), {imported});
+}
+
 template <typename Bring>
 Ending importInOneGroup(const Route& route, const KorString& name, std::size_t steps, ImportReport& report,
                         Bring bring) {
-    return bringInOneGroup(route, KorString::format(translated("importing of \"%s\""), {name}), name, steps,
-                           report, bring);
+    return bringInOneGroup(route, labelOf(name), name, steps, report, bring);
 }
 
 // What an import of these rows did not bring, because the source does not have it.
@@ -149,45 +152,41 @@ void tellLeftOut(const Route& route, const std::vector<RowRef>& rows, ImportRepo
     report.leftOut.insert(report.leftOut.end(), sentences.begin(), sentences.end());
 }
 
-Ending importAllStyles(const Route& route, const KorString& path, ImportReport& report) {
-    const RowArray& styles = route.from->table(kTableDetailStyle).rows();
-    const KorString label(std::filesystem::path(path.toStdString()).filename().string());
-    std::vector<RowRef> rows;
-    for (int i = 0; i < styles.size(); ++i)
-        rows.push_back({kTableDetailStyle, styles.at(i).key});
-    Ending ending = importInOneGroup(route, label, rows.size(), report,
-                                     [&](ExchangeImport& import, ExchangeProgress& progress) {
-                                         return std::ranges::all_of(rows, [&](const RowRef& row) {
-                                             return import.bring(row) && progress.step();
-                                         });
-                                     });
-    if (ending.code == Exports::kDone)
-        tellLeftOut(route, rows, report);
-    return ending;
-}
-
 } // namespace
 
 int Exports::exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex index, const KorString& path,
                           std::vector<std::string>* leftOut, bool mayReplace) {
     StyleSource* source = StyleDatabases::current().source({dsn, index});
+    const TableSchema* table = findTable(static_cast<eTableType>(eType));
+    if (source && !table)
+        return finish({kNoSuchRow});
+    const StructRecord* record = source ? source->table(table->type).find(key) : nullptr;
+    return exportRows({dsn, index}, {{table ? table->type : kNoTable, key}},
+                      record ? record->name : KorString(), path, leftOut, mayReplace);
+}
+
+int Exports::exportRows(SourceId from, const std::vector<RowRef>& rows, const KorString& name,
+                        const KorString& path, std::vector<std::string>* leftOut, bool mayReplace) {
+    StyleSource* source = StyleDatabases::current().source(from);
     if (!source)
         return finish({kNoSuchSource});
     if (Result<> whole = source->complete(); !whole)
         return finish({kFileFailed, std::move(whole.error)});
-    const TableSchema* table = findTable(static_cast<eTableType>(eType));
-    const StructRecord* record = table ? source->table(table->type).find(key) : nullptr;
-    if (!record)
+    const auto isThere = [source](const RowRef& row) {
+        return source->table(row.table).find(KorOdbcKey(row.key)) != nullptr;
+    };
+    if (rows.empty() || !std::ranges::all_of(rows, isThere))
         return finish({kNoSuchRow});
-    ExchangeExport rows(*source, {table->type, key});
+    ExchangeExport exported(*source, rows);
     Dependencies::ResetDeepCopyInfo();
-    ExchangeProgress progress(exchange().callbacks, rows.tableCount(), record->name);
+    ExchangeProgress progress(exchange().callbacks, exported.tableCount(), name);
     const Result<> result = SqliteStore::createWith(
-        path.toStdString(), [&](StyleStore& store) { return rows.writeInto(store, progress); }, mayReplace);
-    if (rows.isCancelled())
+        path.toStdString(), [&](StyleStore& store) { return exported.writeInto(store, progress); },
+        mayReplace);
+    if (exported.isCancelled())
         return finish({kCancelled});
     if (result && leftOut)
-        *leftOut = ConsistencyCheck(*source).danglingReferences(rows.rows());
+        *leftOut = ConsistencyCheck(*source).danglingReferences(exported.rows());
     return result ? finish({}) : finish({kFileFailed, result.error});
 }
 
@@ -222,7 +221,7 @@ int Exports::copyRows(const CopyWish& wish, ImportReport& report) {
     const Ending ending = bringInOneGroup(
         route, wish.label, wish.label, wish.rows.size(), report,
         [&](ExchangeImport& import, ExchangeProgress& progress) {
-            import.setNamesakes(wish.namesakes);
+            import.setNamesakes(wish.namesakes, wish.single);
             return std::ranges::all_of(
                 wish.rows, [&](const RowRef& row) { return import.bring(row) && progress.step(); });
         },
@@ -232,20 +231,18 @@ int Exports::copyRows(const CopyWish& wish, ImportReport& report) {
     return finish(ending);
 }
 
-int Exports::importFile(const KorString& path, ImportReport& report, SourceId to) {
+int Exports::openFile(const KorString& path) {
     const SourceId file = SourceId::exchange();
-    Ending ending;
-    if (Result<> opened = KorDatabaseAccess::setConnection(file.dsn, file.index, path); !opened) {
-        ending = {kFileFailed, std::move(opened.error)};
-    } else {
-        const Route route = routeBetween(file, to);
-        ending = route.fault.code == kDone ? importAllStyles(route, path, report) : route.fault;
-        if (ending.code == kDone)
-            for (const ReadProblem& problem : route.from->problems())
-                report.problems.push_back(problem.sentence);
-    }
-    deleteCache(0);
-    return finish(ending);
+    Result<> opened = KorDatabaseAccess::setConnection(file.dsn, file.index, path);
+    if (opened)
+        opened = StyleDatabases::current().source(file)->complete();
+    if (!opened)
+        deleteCache(0);
+    return opened ? finish({}) : finish({kFileFailed, std::move(opened.error)});
+}
+
+KorString Exports::labelOfImport(const KorString& path) {
+    return labelOf(KorString(std::filesystem::path(path.toStdString()).filename().string()));
 }
 
 int Exports::GetDSNAndIndexToUse(eDSN& dsn, eIndex& index) {

@@ -5,6 +5,8 @@
 #include "records/KorOdbcKey.h"
 #include "records/RowRef.h"
 
+#include <map>
+
 /// Detail styles on their way between databases.
 class KorODBCDetailStyleExports {
 public:
@@ -28,6 +30,11 @@ public:
     static int exportDetail(int eType, const KorOdbcKey& key, eDSN dsn, eIndex index, const KorString& path,
                             std::vector<std::string>* leftOut = nullptr, bool mayReplace = true);
 
+    /// The same for several rows of a source, `name` being what they are called while progress is told.
+    static int exportRows(SourceId from, const std::vector<RowRef>& rows, const KorString& name,
+                          const KorString& path, std::vector<std::string>* leftOut = nullptr,
+                          bool mayReplace = true);
+
     /// Copies one row with everything that it depends on from an open source into an editable one, as one
     /// group of pending changes. Rows that the target has with the same name and content are not copied
     /// again; rows of the same name and other content come in under a free name. Groups and categories are
@@ -44,15 +51,18 @@ public:
         std::vector<RowRef> rows;
         KorString label; ///< of the step of undo
         eNamesakes namesakes = eNamesakes::kKeepBoth;
+        std::map<RowRef, eNamesakes> single = {}; ///< of rows for which another one was chosen
         bool isTrial = false; ///< everything is done and reported, and then taken back without a trace
     };
     /// As `importDetail` for several rows, as one step. What became of each row stands in `report.rows`.
     static int copyRows(const CopyWish& wish, ImportReport& report);
 
-    /// Imports all detail styles of an exchange file into an editable source, as one group of pending
-    /// changes. The file is checked for damage before anything is taken from it. Returns 1, or another of
-    /// `eResult`; then nothing is changed.
-    static int importFile(const KorString& path, ImportReport& report, SourceId to = SourceId::user());
+    /// Opens an exchange file as the source `SourceId::exchange()`, in the place of one that is open. It is
+    /// checked for damage and read whole before anything is taken from it. Returns 1, or another of
+    /// `eResult`. `deleteCache` closes it.
+    static int openFile(const KorString& path);
+    /// What a step of undo that imports from the file is called.
+    static KorString labelOfImport(const KorString& path);
 
     /// The source that an import goes into: the given one where it may be edited, else the User database.
     /// Returns 1, or 0 and leaves the pair untouched when neither may be edited.

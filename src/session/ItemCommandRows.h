@@ -94,6 +94,11 @@ inline bool holdsExchanged(Facts facts) {
     return filed && filed->isExchanged;
 }
 
+// A style, or a category with what is in it.
+inline bool canExport(Facts facts) {
+    return isExchanged(facts) || (isGroup(facts) && holdsExchanged(facts) && facts.entryHasChildren);
+}
+
 inline bool canImport(Facts facts) {
     return facts.type == KorDSMDefines::kDatabaseContent || facts.type == KorDSMDefines::kAddInContent ||
            holdsExchanged(facts) || isOfStyle(facts);
@@ -136,7 +141,8 @@ inline constexpr ItemCommandRow kItemCommandRows[] = {
     {eItemCommand::kRename, 1034, 1047, 33561, "F2", ItemCommandRules::isDefinition},
     {eItemCommand::kDelete, 1035, 1048, 33562, "", ItemCommandRules::canDelete,
      ItemCommandRow::kChangesSource | ItemCommandRow::kForSeveral},
-    {eItemCommand::kExport, 1037, 1051, 33563, "Ctrl+E", ItemCommandRules::isExchanged},
+    {eItemCommand::kExport, 1037, 1051, 33563, "Ctrl+E", ItemCommandRules::canExport,
+     ItemCommandRow::kForSeveral},
     {eItemCommand::kImport, 1039, 1052, 33564, "Ctrl+I", ItemCommandRules::canImport,
      ItemCommandRow::kChangesSource},
     {eItemCommand::kDimensionSettings, 1038, 1049, 33565, "", ItemCommandRules::always,

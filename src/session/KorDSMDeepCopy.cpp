@@ -2,6 +2,7 @@
 
 #include "data/RowClosure.h"
 #include "data/StyleDatabases.h"
+#include "model/KorDSMBusy.h"
 #include "model/KorDSMFamilies.h"
 #include "model/KorDSMMessages.h"
 #include "operations/KorDetStructureUtilities.h"
@@ -15,6 +16,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 namespace KorDSMDeepCopy {
 
@@ -24,6 +26,7 @@ constexpr int kCopying = 245;     // "copying of "%s""
 constexpr int kCopyingMany = 590; // "copying of %s definitions"
 constexpr int kHead = 602;        // ""%s" comes with all that it uses from %s."
 constexpr int kHeadMany = 603;
+constexpr int kWithoutCategory = 33728; // "UPS"
 
 // What becomes of a row, and how many there are of it.
 struct FateWords {
@@ -69,11 +72,15 @@ Outcome run(const Wish& wish, bool isTrial) {
     Outcome outcome;
     if (wish.records.empty())
         return outcome;
-    const KorString label = KorString::format(
-        Prompts::dsm(wish.records.size() == 1 ? kCopying : kCopyingMany), {subjectOf(wish)});
+    const KorDSMBusy busy;
+    const KorString label =
+        !wish.label.isEmpty()
+            ? wish.label
+            : KorString::format(Prompts::dsm(wish.records.size() == 1 ? kCopying : kCopyingMany),
+                                {subjectOf(wish)});
     const std::size_t before = StyleDatabases::current().pending().steps().size();
     const int result = KorODBCDetailStyleExports::copyRows(
-        {wish.from, wish.to, wish.records, label, wish.namesakes, isTrial}, outcome.report);
+        {wish.from, wish.to, wish.records, label, wish.namesakes, wish.single, isTrial}, outcome.report);
     outcome.done = result == KorODBCDetailStyleExports::kDone;
     if (!outcome.done)
         KorODBCDetailStyleExports::GetErrorMessage(outcome.error, result);
@@ -115,16 +122,22 @@ std::vector<Choice> choicesOf(SourceId id, const KorDSMSection& section) {
         return choices;
     const KorDSMFamily& family = *KorDSMFamilies::of(section.family);
     const RowArray& groups = source->table(KorDSMFamilies::of(family.group)->table).rows();
+    std::set<std::int32_t> filed;
     for (int i = 0; i < groups.size(); ++i) {
         const RowRef group{KorDSMFamilies::of(family.group)->table, groups.at(i).key};
         for (const RowRef& row : membersOf(*source, family, &group))
-            choices.push_back(
-                {row, source->table(row.table).find(KorOdbcKey(row.key))->name, groups.at(i).name});
+            if (const StructRecord* record = source->table(row.table).find(KorOdbcKey(row.key));
+                record && filed.insert(row.key).second)
+                choices.push_back({row, record->name, groups.at(i).name});
     }
     std::ranges::stable_sort(choices, [](const Choice& a, const Choice& b) {
         return a.group == b.group ? KorDetStructureUtilities::isNameBefore(a.name, b.name)
                                   : KorDetStructureUtilities::isNameBefore(a.group, b.group);
     });
+    for (const RowRef& row : membersOf(*source, family, nullptr))
+        if (!filed.contains(row.key))
+            choices.push_back({row, source->table(row.table).find(KorOdbcKey(row.key))->name,
+                               Prompts::ups(kWithoutCategory)});
     return choices;
 }
 

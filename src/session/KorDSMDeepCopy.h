@@ -5,6 +5,7 @@
 #include "model/KorDSMRowChange.h"
 #include "model/items/KorDSMDatabaseItem.h"
 
+#include <map>
 #include <vector>
 
 /// Copies records with all that they use out of one source into another one that may be edited. What the
@@ -24,7 +25,7 @@ std::vector<RowRef> recordsOf(KorDSMDatabaseItem& item);
 /// The section in which the item lies; null for one outside any.
 const KorDSMSection* sectionOf(KorDSMDatabaseItem& item);
 /// All records of a section in a source, with the name of the group that each is filed in, in the order of
-/// groups and names.
+/// groups and names; those that are filed nowhere come last, under a name that says so.
 struct Choice {
     RowRef row;
     KorString name;
@@ -37,6 +38,8 @@ struct Wish {
     SourceId to;
     std::vector<RowRef> records;
     eNamesakes namesakes = eNamesakes::kKeepBoth;
+    std::map<RowRef, eNamesakes> single = {}; ///< of records for which another one was chosen
+    KorString label = {};                     ///< of the step of undo; empty: that of copying
 };
 
 /// What is copied from where, in a sentence.

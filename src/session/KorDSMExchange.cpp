@@ -5,9 +5,15 @@
 #include "operations/KorODBCDetailStyleExports.h"
 #include "operations/KorOdbcMan.h"
 #include "services/Prompts.h"
+#include "session/KorDSMDeepCopy.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <string_view>
 
 namespace {
 
+constexpr const char* kUsualFile = "DetailStylesExport";
 constexpr int kOneImported = 486;  // "1 detail style was imported."
 constexpr int kManyImported = 261; // "%s detail styles were imported."
 constexpr int kOneThere = 487;     // "1 was there already."
@@ -18,6 +24,15 @@ KorString counted(const std::vector<KorString>& names, int one, int many) {
                ? Prompts::dsm(one)
                : KorString::format(Prompts::dsm(many),
                                    {KorString::number(static_cast<std::int64_t>(names.size()))});
+}
+
+// Where the sign of a UTF-8 text begins that the byte at `at` belongs to.
+std::size_t startOfSign(const std::string& text, std::size_t at) {
+    constexpr unsigned kTop = 0xC0;
+    constexpr unsigned kGoesOn = 0x80;
+    while (at > 0 && (static_cast<unsigned char>(text[at]) & kTop) == kGoesOn)
+        --at;
+    return at;
 }
 
 // Of the last operation of the layer.
@@ -44,19 +59,38 @@ void KorDSMExchange::cancel() {
     KorDetailTableDependencies::m_bDeepCopyCanceledByUser = true;
 }
 
-KorDSMExchange::ExportResult KorDSMExchange::exportStyle(const KorDSMDatabaseItem& style,
-                                                         const KorString& file, bool mayReplace) {
-    return exportRow({KorOdbcMan::getCurrentDSN(), KorOdbcMan::getCurrentAddIn()},
-                     {kTableDetailStyle, style.recordKey()}, file, mayReplace);
-}
-
-KorDSMExchange::ExportResult KorDSMExchange::exportRow(SourceId source, RowRef row, const KorString& file,
-                                                       bool mayReplace) {
+KorDSMExchange::ExportResult KorDSMExchange::exportRows(SourceId source, const std::vector<RowRef>& rows,
+                                                        const KorString& file, bool mayReplace) {
     ExportResult outcome;
-    const int code = KorODBCDetailStyleExports::exportDetail(
-        row.table, KorOdbcKey(row.key), source.dsn, source.index, file, &outcome.leftOut, mayReplace);
+    const KorString name(std::filesystem::path(file.toStdString()).filename().string());
+    const int code =
+        KorODBCDetailStyleExports::exportRows(source, rows, name, file, &outcome.leftOut, mayReplace);
     static_cast<WriteResult&>(outcome) = resultOf(code);
     return outcome;
+}
+
+std::vector<RowRef> KorDSMExchange::stylesOf(const std::vector<KorDSMDatabaseItem*>& items) {
+    std::vector<RowRef> rows;
+    for (KorDSMDatabaseItem* item : items)
+        for (const RowRef& row : KorDSMDeepCopy::recordsOf(*item))
+            if (row.table == kTableDetailStyle && std::ranges::find(rows, row) == rows.end())
+                rows.push_back(row);
+    return rows;
+}
+
+KorString KorDSMExchange::proposedFile(const std::vector<KorDSMDatabaseItem*>& items) {
+    if (items.size() != 1)
+        return kUsualFile;
+    constexpr std::size_t kLongest = 100; // bytes; file systems take 255, with the extension
+    std::string name = items.front()->getDisplayName().trimmed().toStdString();
+    for (char& sign : name)
+        if (static_cast<unsigned char>(sign) < ' ' ||
+            std::string_view("/\\:*?\"<>|").find(sign) != std::string_view::npos)
+            sign = '-';
+    if (name.size() > kLongest)
+        name.resize(startOfSign(name, kLongest));
+    const bool isHidden = name.empty() || name.front() == '.';
+    return isHidden ? KorString("-") + KorString(name) : KorString(name);
 }
 
 std::optional<SourceId> KorDSMExchange::importTarget() {
@@ -64,15 +98,6 @@ std::optional<SourceId> KorDSMExchange::importTarget() {
     if (KorODBCDetailStyleExports::GetDSNAndIndexToUse(to.dsn, to.index) != 1)
         return std::nullopt;
     return to;
-}
-
-KorDSMExchange::ImportResult KorDSMExchange::importFile(const KorString& file, SourceId to) {
-    ImportResult outcome;
-    KorODBCDetailStyleExports::EnableAdvancedDeepCopyMode(1);
-    static_cast<WriteResult&>(outcome) =
-        resultOf(KorODBCDetailStyleExports::importFile(file, outcome.report, to));
-    KorODBCDetailStyleExports::EnableAdvancedDeepCopyMode(0);
-    return outcome;
 }
 
 KorString KorDSMExchange::summaryOf(const ImportReport& report) {

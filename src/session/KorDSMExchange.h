@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-/// Detail styles out of the current source into a file, and from files into a source. One that the user
+/// Detail styles out of a source into a file, and from files into a source. One that the user
 /// cancelled is declined.
 namespace KorDSMExchange {
 
@@ -25,21 +25,18 @@ void cancel();
 struct ExportResult : WriteResult {
     std::vector<std::string> leftOut = {}; ///< references to rows that do not exist, one sentence each
 };
-/// Writes a style of the current source with all that it depends on into a new file. An existing one is
-/// replaced, or refused where `mayReplace` is false.
-ExportResult exportStyle(const KorDSMDatabaseItem& style, const KorString& file, bool mayReplace);
-/// The same for a row of any table and source.
-ExportResult exportRow(SourceId source, RowRef row, const KorString& file, bool mayReplace);
+/// Writes rows of a source with all that they depend on into a new file. An existing one is replaced, or
+/// refused where `mayReplace` is false.
+ExportResult exportRows(SourceId source, const std::vector<RowRef>& rows, const KorString& file,
+                        bool mayReplace);
+/// The styles that are exported for these items: styles, and all that are filed in categories; each once.
+std::vector<RowRef> stylesOf(const std::vector<KorDSMDatabaseItem*>& items);
+/// A name for the file of these items: that of a single one, as far as file names can have it.
+KorString proposedFile(const std::vector<KorDSMDatabaseItem*>& items);
 
 /// The source that an import goes into: the current one where it may be edited, else the User database;
 /// none where that may not be edited either.
 std::optional<SourceId> importTarget();
-struct ImportResult : WriteResult {
-    ImportReport report = {};
-};
-/// Imports all styles of a file as pending changes. The callbacks hear of each row that could not keep its
-/// name.
-ImportResult importFile(const KorString& file, SourceId to);
 /// How many styles came in, and how many were there already, in words.
 KorString summaryOf(const ImportReport& report);
 

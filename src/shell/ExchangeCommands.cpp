@@ -1,10 +1,11 @@
 #include "shell/ExchangeCommands.h"
 
 #include "controls/KorQt.h"
+#include "dialogs/KorDSMDialogImport.h"
 #include "services/Prompts.h"
 #include "session/KorDSMExchange.h"
 #include "session/KorDSMValueText.h"
-#include "shell/ApplyState.h"
+#include "session/KorDSMWhereUsed.h"
 #include "shell/CommandStrip.h"
 #include "shell/ExchangeRun.h"
 #include "shell/Refusal.h"
@@ -17,6 +18,7 @@
 namespace {
 
 constexpr int kImportCaption = 263;
+constexpr int kExported = 726; // "%s detail styles were exported."
 
 // The filter of file dialogs for style databases.
 QString fileFilter() {
@@ -37,42 +39,55 @@ void showIn(QMessageBox& box, const QStringList& lines) {
 
 } // namespace
 
-ExchangeCommands::ExchangeCommands(QWidget& window, TreeSelection& selection, ApplyState& applyState,
+ExchangeCommands::ExchangeCommands(QWidget& window, KorDSMDataStructure& structure, TreeSelection& selection,
                                    WindowRefresh& refresh, CommandStrip& strip)
-    : m_window(window), m_selection(selection), m_applyState(applyState), m_refresh(refresh) {
-    strip.on(eItemCommand::kExport, [this] { exportStyle(); });
+    : m_window(window), m_structure(structure), m_selection(selection), m_refresh(refresh) {
+    strip.on(eItemCommand::kExport, [this] { exportStyles(); });
     strip.on(eItemCommand::kImport, [this] { importStyles(); });
 }
 
-void ExchangeCommands::exportStyle() {
-    KorDSMDatabaseItem* item = m_selection.subject();
-    if (!item || item->type() != KorDSMDefines::kDetailStyle)
-        return;
-    m_selection.selectDatabase(item);
-    RightSide::finishEditing();
+QString ExchangeCommands::askFile(const std::vector<KorDSMDatabaseItem*>& items) {
     QFileDialog dialog(&m_window, toQt(Prompts::ups(33563)));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(toQt(KorDSMExchange::fileExtension()));
     dialog.setNameFilter(fileFilter());
-    dialog.selectFile(QStringLiteral("DetailStylesExport"));
+    // A name may have points of its own, of which none begins an extension.
+    dialog.selectFile(toQt(KorDSMExchange::proposedFile(items)) + u'.' +
+                      toQt(KorDSMExchange::fileExtension()));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return dialog.selectedFiles().first();
+}
+
+void ExchangeCommands::exportStyles() {
+    const std::vector<KorDSMDatabaseItem*> items = m_selection.subjects();
+    const std::vector<RowRef> styles = KorDSMExchange::stylesOf(items);
+    if (styles.empty())
         return;
-    const QString file = dialog.selectedFiles().first();
+    m_selection.selectDatabase(items.front());
+    RightSide::finishEditing();
+    const KorString name = KorDSMValueText::shortName(items.front()->getDisplayName());
+    const SourceId source = KorDSMItemSource::sourceOf(items.front());
+    const QString file = askFile(items);
+    if (file.isEmpty())
+        return;
     KorDSMExchange::ExportResult outcome;
     {
         const ExchangeRun run;
-        outcome = KorDSMExchange::exportStyle(*item, fromQt(file), QFileInfo::exists(file));
+        outcome = KorDSMExchange::exportRows(source, styles, fromQt(file), QFileInfo::exists(file));
     }
     if (!outcome.isStored()) {
         if (outcome.isFailed())
             QMessageBox::warning(&m_window, toQt(Prompts::gui(45063)), toQt(KorString(outcome.error)));
         return;
     }
-    QMessageBox box(
-        outcome.leftOut.empty() ? QMessageBox::Information : QMessageBox::Warning, toQt(Prompts::gui(45024)),
-        toQt(KorString::format(Prompts::ups(33526),
-                               {KorDSMValueText::shortName(item->record()->getRunBezeichnung())})),
-        QMessageBox::Ok, &m_window);
+    const auto count = static_cast<std::int64_t>(styles.size());
+    QMessageBox box(outcome.leftOut.empty() ? QMessageBox::Information : QMessageBox::Warning,
+                    toQt(Prompts::gui(45024)),
+                    toQt(count == 1 && items.front()->type() == KorDSMDefines::kDetailStyle
+                             ? KorString::format(Prompts::ups(33526), {name})
+                             : KorString::format(Prompts::dsm(kExported), {KorString::number(count)})),
+                    QMessageBox::Ok, &m_window);
     showIn(box, linesOf(outcome.leftOut));
     box.exec();
 }
@@ -89,22 +104,40 @@ void ExchangeCommands::importStyles() {
     const QString file = QFileDialog::getOpenFileName(&m_window, toQt(Prompts::ups(33564)), {}, fileFilter());
     if (file.isEmpty())
         return;
-    KorDSMExchange::ImportResult outcome;
+    const KorDSMImport import(fromQt(file));
+    if (!import.error().isEmpty())
+        return refuse(&m_window, import.error());
+    KorDSMDialogImport dialog(import, *to, &m_window);
+    if (dialog.exec() == QDialog::Accepted)
+        bring(import, dialog.wish());
+}
+
+void ExchangeCommands::bring(const KorDSMImport& import, const KorDSMDeepCopy::Wish& wish) {
+    KorDSMDeepCopy::Outcome outcome;
     QStringList messages;
     {
         const ExchangeRun run;
-        outcome = KorDSMExchange::importFile(fromQt(file), *to);
+        outcome = KorDSMDeepCopy::copy(wish);
         messages = run.messages();
     }
-    if (!outcome.isStored())
-        return outcome.isFailed() ? refuse(&m_window, outcome.error) : void();
+    if (!outcome.done)
+        return outcome.error.isEmpty() ? void() : refuse(&m_window, outcome.error);
     const ImportReport& report = outcome.report;
-    if (report.rowsAppended > 0)
-        m_applyState.setModified(true);
     m_refresh.reload();
+    m_refresh.showNew(itemsOf(outcome.changes));
     QMessageBox box(report.leftOut.empty() ? QMessageBox::Information : QMessageBox::Warning,
                     toQt(Prompts::dsm(kImportCaption)), toQt(KorDSMExchange::summaryOf(report)),
                     QMessageBox::Ok, &m_window);
-    showIn(box, messages << linesOf(report.leftOut) << linesOf(report.problems));
+    showIn(box, messages << linesOf(report.leftOut) << linesOf(import.problems()));
     box.exec();
+}
+
+// The styles that came.
+std::vector<KorDSMDatabaseItem*> ExchangeCommands::itemsOf(const std::vector<KorDSMRowChange>& changes) {
+    std::vector<KorDSMDatabaseItem*> items;
+    for (const KorDSMRowChange& change : changes)
+        if (change.row.table == kTableDetailStyle)
+            if (KorDSMDatabaseItem* item = KorDSMWhereUsed::findItem(m_structure, change.source, change.row))
+                items.push_back(item);
+    return items;
 }

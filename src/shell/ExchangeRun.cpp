@@ -1,9 +1,9 @@
 #include "shell/ExchangeRun.h"
 
 #include "controls/KorQt.h"
+#include "controls/UserInput.h"
 #include "services/Prompts.h"
 #include "session/KorDSMLockWait.h"
-#include "shell/UserInput.h"
 
 #include <QApplication>
 

@@ -4,10 +4,10 @@
 #include "base/Translation.h"
 #include "controls/KorControls.h"
 #include "controls/KorQt.h"
+#include "controls/UserInput.h"
 #include "model/KorDSMBusy.h"
 #include "services/Prompts.h"
 #include "session/KorDSMLockWait.h"
-#include "shell/UserInput.h"
 
 #include <QApplication>
 #include <QBoxLayout>

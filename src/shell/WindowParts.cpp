@@ -35,7 +35,7 @@ WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorIma
       leaving(window, structure, selection, applyState, reports), usages(window, structure, navigation),
       definitions(window, structure, selection, rightSide, refresh, usages, commands),
       views(window, sections, navigation, refresh), compaction(window, applyState),
-      exchange(window, selection, applyState, refresh, commands),
+      exchange(window, structure, selection, refresh, commands),
       deepCopy(window, structure, selection, refresh, commands),
       records(window, structure, selection, refresh, usages),
       menu(window, sections, rightSide, selection, commands, undo) {

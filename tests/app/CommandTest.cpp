@@ -232,7 +232,21 @@ TEST_F(CommandTest, ExportedStylesComeInAgainWithAllTheyDependOn) {
     EXPECT_EQ(run({"import", file, "--json"}).json()["alreadyThere"], QJsonArray{"Roof"});
     EXPECT_EQ(run({"list", "--source", "user", "--json"}).json().array().size(), 3);
 
-    EXPECT_EQ(run({"export", "Heavy beam", file, "--overwrite"}).exitCode, 0);
+    EXPECT_EQ(
+        run({"export", "Heavy beam", file, "--also", "Beam", "--overwrite", "--source", "user"}).exitCode, 0);
+    sql("user.dsdb", "UPDATE detail_style SET title_position = 7 WHERE name = 'Beam'");
+    const QStringList wanted{"import", file, "--style", "Beam", "--same-name", "replace", "--json"};
+    QJsonObject dry = run(wanted + QStringList{"--dry-run"}).json().object();
+    EXPECT_EQ(column(run({"show", "detail-style", "Beam", "--source", "user", "--json"}),
+                     "title_position")["value"],
+              7);
+    QJsonObject done = run(wanted).json().object();
+    EXPECT_NE(dry.take("dryRun"), done.take("dryRun"));
+    EXPECT_EQ(dry, done) << "what is said before is done";
+    EXPECT_NE(column(run({"show", "detail-style", "Beam", "--source", "user", "--json"}),
+                     "title_position")["value"],
+              7);
+    EXPECT_EQ(run({"import", file, "--style", "Roof"}).exitCode, 1) << "the file has no such style";
     EXPECT_EQ(run({"import", file + "x"}).exitCode, 1);
     EXPECT_EQ(run({"export", "Heavy beam", named("data/user.dsdb"), "--overwrite"}).exitCode, 1);
 }

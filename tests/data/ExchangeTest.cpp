@@ -176,19 +176,18 @@ TEST_F(ExchangeTest, OfNamesakesEachComesInOnceWithItsOwnParts) {
     }
 }
 
-TEST_F(ExchangeTest, ImportFileTakesAllOfASoundFileOrNothing) {
+TEST_F(ExchangeTest, OnlyASoundFileIsOpenedForImport) {
     ASSERT_EQ(exportColumn(), Exports::kDone);
-    ImportReport report;
-    ASSERT_EQ(Exports::importFile(file("column.dsdb"), report), Exports::kDone);
-    EXPECT_TRUE(row<StructDetailStyle>(kUser, "Column"));
-    EXPECT_FALSE(databases.source(SourceId::exchange()));
+    ASSERT_EQ(Exports::openFile(file("column.dsdb")), Exports::kDone);
+    EXPECT_TRUE(row<StructDetailStyle>(SourceId::exchange(), "Column"));
+    Exports::deleteCache(0);
 
     std::ofstream(file("rubbish.dsdb")) << "no database at all, whatever it is called";
     std::ofstream(file("old.MDB")) << "old";
     const int rows = rowCount(kUser);
     for (const char* name : {"rubbish.dsdb", "old.MDB", "missing.dsdb", "user.dsdb"}) {
-        ImportReport failed;
-        EXPECT_EQ(Exports::importFile(file(name), failed), Exports::kFileFailed) << name;
+        EXPECT_EQ(Exports::openFile(file(name)), Exports::kFileFailed) << name;
+        EXPECT_FALSE(databases.source(SourceId::exchange()));
         KorString shown;
         EXPECT_EQ(Exports::GetErrorMessage(shown, Exports::kFileFailed), 1);
         EXPECT_TRUE(mentions(shown.toStdString(), name)) << shown.c_str();

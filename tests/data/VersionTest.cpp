@@ -389,9 +389,7 @@ TEST_F(VersionTest, ANewerFileIsReadButNotChangedAndNotTakenForWhole) {
     const std::string user = m_folder.file("user.dsdb");
     ASSERT_EQ(SqliteStore::create(user).error, "");
     EXPECT_TRUE(others.openFile(SourceId::user(), user, false));
-    ImportReport report;
-    EXPECT_EQ(KorODBCDetailStyleExports::importFile(KorString(m_path), report),
-              KorODBCDetailStyleExports::kFileFailed);
+    EXPECT_EQ(KorODBCDetailStyleExports::openFile(KorString(m_path)), KorODBCDetailStyleExports::kFileFailed);
     KorString reason;
     EXPECT_EQ(KorODBCDetailStyleExports::GetErrorMessage(reason, KorODBCDetailStyleExports::kFileFailed), 1);
     EXPECT_TRUE(mentions(reason.toStdString(), "version 99")) << reason.c_str();

@@ -50,7 +50,7 @@ TEST(CommandStates, FollowTheSelection) {
         {"add-in", of(kAddInContent), "2789"},
         {"detail style", of(kDetailStyle), "013456789"},
         {"empty category", of(kDetailStyleCategory), "025789"},
-        {"full category", with(of(kDetailStyleCategory), &SelectionFacts::entryHasChildren), "02789"},
+        {"full category", with(of(kDetailStyleCategory), &SelectionFacts::entryHasChildren), "026789"},
         {"empty annotation group", of(kAnnotationGroup), "02589"},
         {"empty dimension request group", of(kDimRequestGroup), "02589"},
         {"full qualifier set group", with(of(kQualifierSetGroup), &SelectionFacts::entryHasChildren), "0289"},
@@ -104,11 +104,11 @@ TEST(CommandStates, OfATypeDependOnNothingElse) {
         everywhere(type, "89", {&Facts::entryHasChildren, &Facts::standardHasOneChild});
 }
 
-TEST(CommandStates, OfSeveralAreDeletingWhereEachCanBeDeletedAndHelp) {
+TEST(CommandStates, OfSeveralAreHelpAndWhatCanBeDoneWithEach) {
     const SelectionFacts style = of(kDetailStyle);
     const SelectionFacts full = with(of(kDetailStyleCategory), &SelectionFacts::entryHasChildren);
-    EXPECT_EQ(buttonsOf(commandStates({style, style})), "59");
-    EXPECT_EQ(buttonsOf(commandStates({style, full})), "9");
+    EXPECT_EQ(buttonsOf(commandStates({style, style})), "569");
+    EXPECT_EQ(buttonsOf(commandStates({style, full})), "69");
     EXPECT_EQ(buttonsOf(commandStates(std::vector{full})), enabled(full));
     EXPECT_EQ(buttonsOf(commandStates(std::vector<SelectionFacts>())), "89");
 }

@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QMenu>
 #include <QToolBar>
+#include <QTreeWidget>
 
 namespace {
 
@@ -159,27 +160,34 @@ TEST_F(EditorFixture, AStyleGoesIntoAFileAndComesInAgainUnlessEscapeIsPressed) {
     EXPECT_TRUE(std::filesystem::exists(file));
 
     select(kStyle);
-    answerNext([&](QWidget* dialog) {
-        nameFile(dialog, file);
+    importFile(file, [this](KorDSMDialogImport& dialog) {
+        EXPECT_FALSE(isPending()) << "looking changes nothing";
         auto* escape = new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, {});
         QApplication::postEvent(m_dialog.get(), escape, Qt::LowEventPriority);
+        click(KorControls::find(&dialog, 1));
     });
-    command(kImport);
     EXPECT_FALSE(isPending());
     EXPECT_TRUE(m_dialog->isVisible());
 
-    answerNext([&](QWidget* dialog) { nameFile(dialog, file); });
     readNextMessage(said);
-    command(kImport);
+    importFile(file, [](KorDSMDialogImport& dialog) {
+        auto* style = KorControls::find<QTreeWidget>(&dialog, 2374)->topLevelItem(0)->child(0);
+        style->setCheckState(0, Qt::Unchecked);
+        QApplication::processEvents();
+        EXPECT_FALSE(KorControls::find(&dialog, 1)->isEnabled()) << "nothing is chosen";
+        style->setCheckState(0, Qt::Checked);
+        QApplication::processEvents();
+        click(KorControls::find(&dialog, 1));
+    });
     EXPECT_TRUE(said.startsWith("1 detail style was imported.")) << said.toStdString();
     EXPECT_TRUE(isPending());
-    EXPECT_EQ(selected(), "HB post 1:15");
+    EXPECT_EQ(selected(), name);
 
-    // Nothing new comes in, but what came before still has to be applied.
-    answerNext([&](QWidget* dialog) { nameFile(dialog, file); });
-    readNextMessage(said);
-    command(kImport);
-    EXPECT_TRUE(said.endsWith("1 was there already.")) << said.toStdString();
+    // Nothing new would come, but what came before still has to be applied.
+    importFile(file, [](KorDSMDialogImport& dialog) {
+        EXPECT_FALSE(KorControls::find(&dialog, 1)->isEnabled());
+        dialog.reject();
+    });
     EXPECT_TRUE(button(kApply)->isEnabled());
     EXPECT_EQ(KorDSMDialogFactory::getDSMDataStructure().getUpdateStatus(),
               KorDSMDataStructure::kReloadRequested);

@@ -158,6 +158,12 @@ void EditorFixture::nameFile(QWidget* dialog, const std::string& file) {
     QMetaObject::invokeMethod(dialog, "accept");
 }
 
+void EditorFixture::importFile(const std::string& file, std::function<void(KorDSMDialogImport&)> answer) {
+    answerNext([&file](QWidget* dialog) { nameFile(dialog, file); });
+    whenShown<KorDSMDialogImport>(std::move(answer));
+    command(kImport);
+}
+
 void EditorFixture::readNextMessage(QString& said) {
     whenShown<QMessageBox>([&said](QMessageBox& box) {
         said = box.text();

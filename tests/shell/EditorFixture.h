@@ -4,6 +4,7 @@
 #include "controls/KorControls.h"
 #include "controls/KorTabCtrl.h"
 #include "data/StyleDatabases.h"
+#include "dialogs/KorDSMDialogImport.h"
 #include "model/KorDSMDialogFactory.h"
 #include "session/KorDSMSelectionHistory.h"
 #include "shell/KorDSMMainDialog.h"
@@ -81,6 +82,8 @@ protected:
     static void typeName(QWidget* modal, const char* name, int field = 1015);
     /// Names a file in the file dialog that is open, and closes it by OK.
     static void nameFile(QWidget* dialog, const std::string& file);
+    /// Imports the file as `answer` says in the dialog that comes up for it.
+    void importFile(const std::string& file, std::function<void(KorDSMDialogImport&)> answer);
     /// Answers the next modal dialog of that class, once it is there.
     template <typename Dialog>
     static void whenShown(std::function<void(Dialog&)> answer) {

@@ -57,16 +57,17 @@ TEST_F(History, OutlastsWhatRebuildsTheTrees) {
     expectStepsToWork();
 
     const std::string file = (m_folder.path() / "railing.dsdb").string();
-    const SourceId user = SourceId::user();
-    StyleTable& styles = m_databases->source(user)->table(kTableDetailStyle);
-    ASSERT_EQ(KorODBCDetailStyleExports::exportDetail(0, styles.find("HB post 1:15")->key, user.dsn,
-                                                      user.index, KorString(file)),
-              KorODBCDetailStyleExports::kDone);
+    const SourceId standard = SourceId::standard();
+    const std::int32_t style = m_databases->source(standard)->table(kTableDetailStyle).rows().at(0).key;
+    ASSERT_EQ(
+        KorODBCDetailStyleExports::exportDetail(0, style, standard.dsn, standard.index, KorString(file)),
+        KorODBCDetailStyleExports::kDone);
     QString said;
-    answerNext([&file](QWidget* dialog) { nameFile(dialog, file); });
     readNextMessage(said);
-    command(1039);
+    importFile(file, [](KorDSMDialogImport& dialog) { click(KorControls::find(&dialog, 1)); });
     EXPECT_FALSE(said.isEmpty());
+    select(kStyle);
+    select(kView);
     expectStepsToWork();
     m_dialog->activateWindow();
     press(Qt::Key_Z, Qt::ControlModifier);

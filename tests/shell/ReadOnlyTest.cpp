@@ -49,9 +49,8 @@ TEST_F(EditorFixture, AMakersImportGoesIntoTheSourceThatIsSelected) {
     tree().expand(general);
     tree().selectItem(tree().getChildItem(general));
     QString said;
-    answerNext([&file](QWidget* dialog) { nameFile(dialog, file); });
     readNextMessage(said);
-    command(kImport);
+    importFile(file, [](KorDSMDialogImport& dialog) { click(KorControls::find(&dialog, 1)); });
     EXPECT_NE(m_databases->source(standard)->table(kTableDetailStyle).find("HB post 1:15"), nullptr);
     EXPECT_EQ(m_databases->source(user)->table(kTableDetailStyle).find("HB post 1:15 1"), nullptr);
 }

@@ -4,9 +4,9 @@
 
 #include <set>
 
-ExchangeExport::ExchangeExport(StyleSource& source, RowRef row) : m_source(source) {
+ExchangeExport::ExchangeExport(StyleSource& source, const std::vector<RowRef>& wanted) : m_source(source) {
     std::set<RowRef> rows;
-    for (const std::vector<RowRef>& reached : {closureOf(source, row), lookUpRows(source)})
+    for (const std::vector<RowRef>& reached : {closureOf(source, wanted), lookUpRows(source)})
         rows.insert(reached.begin(), reached.end());
     for (const RowRef& each : rows) {
         std::vector<std::int32_t>& keys = m_rows[each.table];

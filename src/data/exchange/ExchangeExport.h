@@ -11,7 +11,7 @@
 class ExchangeExport {
 public:
     /// `source` must outlive the export.
-    ExchangeExport(StyleSource& source, RowRef row);
+    ExchangeExport(StyleSource& source, const std::vector<RowRef>& wanted);
 
     /// How many tables have rows to be written.
     std::size_t tableCount() const { return m_rows.size(); }

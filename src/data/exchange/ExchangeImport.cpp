@@ -59,12 +59,13 @@ std::int32_t ExchangeImport::counterpart(RowRef row) {
         return key;
     }
     const StructRecord* theirs = namesakeOf(m_from, m_to, row);
-    if (theirs && m_namesakes == eNamesakes::kUseTheirs) {
+    const eNamesakes namesakes = namesakesOf(row);
+    if (theirs && namesakes == eNamesakes::kUseTheirs) {
         note(row, eFate::kUsedTheirs);
         m_matcher.set(row, theirs->key);
         return theirs->key;
     }
-    if (!theirs || m_namesakes != eNamesakes::kReplace)
+    if (!theirs || namesakes != eNamesakes::kReplace)
         return bringNew(row, {});
     bringWhatItUses(row);
     return m_refused ? 0 : replace(row, *theirs);
@@ -81,10 +82,16 @@ std::int32_t ExchangeImport::bringNew(RowRef row, const KorString& asName) {
     return m_refused ? 0 : append(row, asName);
 }
 
+eNamesakes ExchangeImport::namesakesOf(RowRef row) const {
+    const auto it = m_single.find(row);
+    return it == m_single.end() ? m_namesakes : it->second;
+}
+
 // Each row once, by what became of it first.
 void ExchangeImport::note(RowRef row, eFate fate) {
     if (m_noted.insert(row).second)
-        m_report.rows.push_back({row.table, m_from.table(row.table).find(KorOdbcKey(row.key))->name, fate});
+        m_report.rows.push_back(
+            {row.table, m_from.table(row.table).find(KorOdbcKey(row.key))->name, fate, row.key});
 }
 
 std::int32_t ExchangeImport::replace(RowRef row, const StructRecord& theirs) {

@@ -5,6 +5,7 @@
 #include "data/exchange/MasterNumbers.h"
 #include "data/exchange/RowMatcher.h"
 
+#include <map>
 #include <set>
 
 /// Copies rows of one open source with everything that they depend on into another one, as pending changes.
@@ -15,8 +16,12 @@ public:
     ExchangeImport(StyleDatabases& databases, StyleSource& from, StyleSource& to, ExchangeProgress& progress,
                    ImportReport& report);
 
-    /// What to do with rows of the same name and other content; both are kept at first.
-    void setNamesakes(eNamesakes namesakes) { m_namesakes = namesakes; }
+    /// What to do with rows of the same name and other content; both are kept at first. `single` says it of
+    /// some rows apart.
+    void setNamesakes(eNamesakes namesakes, const std::map<RowRef, eNamesakes>& single = {}) {
+        m_namesakes = namesakes;
+        m_single = single;
+    }
 
     /// Brings what a row depends on, one step of progress each. Returns false when the user has cancelled or
     /// the target refused a row (see `isRefused`).
@@ -41,6 +46,7 @@ private:
     void appendPart(const Referrer& part, const StructRecord& whole);
     void identify(RowRef row, std::int32_t key);
     bool appendRecord(eTableType table, StructRecord& record);
+    eNamesakes namesakesOf(RowRef row) const;
     void note(RowRef row, ImportReport::Row::eFate fate);
     std::int32_t replace(RowRef row, const StructRecord& theirs);
     void renameIfTaken(eTableType table, StructRecord& record);
@@ -53,6 +59,7 @@ private:
     RowMatcher m_matcher;
     std::optional<MasterNumbers> m_masterNumbers; // of the target, made for the first master
     eNamesakes m_namesakes = eNamesakes::kKeepBoth;
+    std::map<RowRef, eNamesakes> m_single;
     std::set<RowRef> m_noted;
     bool m_refused = false;
     std::string m_refusal;

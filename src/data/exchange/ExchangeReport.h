@@ -35,6 +35,10 @@ struct ImportReport {
         eTableType table = kNoTable;
         KorString name; ///< in the source that it came from
         eFate fate = eFate::kNew;
+        std::int32_t key = 0; ///< in that source
+
+        /// Whether the target has a row of its name and other content.
+        bool hasNamesake() const { return fate != eFate::kNew && fate != eFate::kEqual; }
     };
 
     /// A row that could not keep its name, because the target has another row of that name.

@@ -1,4 +1,4 @@
-#include "shell/UserInput.h"
+#include "controls/UserInput.h"
 
 #include <QKeyEvent>
 
