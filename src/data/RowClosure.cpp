@@ -52,6 +52,15 @@ bool belongsToOthers(const TableSchema& table) {
     });
 }
 
+bool isListing(const TableSchema& table) {
+    const auto has = [&table](eReferenceRole role) {
+        return std::ranges::any_of(table.columns, [role](const Column& column) {
+            return column.isReference() && column.role == role;
+        });
+    };
+    return has(eReferenceRole::kPartOf) && has(eReferenceRole::kFiledUnder) && !has(eReferenceRole::kUses);
+}
+
 std::vector<Referrer> partsOf(StyleSource& source, RowRef row) {
     std::vector<Referrer> parts = source.referrersOf(row.table, KorOdbcKey(row.key));
     std::erase_if(parts, [](const Referrer& part) { return part.column->role != eReferenceRole::kPartOf; });

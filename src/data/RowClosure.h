@@ -8,6 +8,9 @@
 /// Whether rows of this table stand for others: they are parts of them or tell the host of them.
 bool belongsToOthers(const TableSchema& table);
 
+/// Whether rows of this table only say where another row is listed: a place that is needed by nobody else.
+bool isListing(const TableSchema& table);
+
 /// The parts of a row, in the order of their tables and keys.
 std::vector<Referrer> partsOf(StyleSource& source, RowRef row);
 

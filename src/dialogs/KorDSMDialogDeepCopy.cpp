@@ -11,6 +11,8 @@
 #include <QScreen>
 #include <QTreeWidget>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kTemplate = 2370;
@@ -31,10 +33,11 @@ constexpr double kMostOfScreen = 0.9;
 
 } // namespace
 
-KorDSMDialogDeepCopy::KorDSMDialogDeepCopy(SourceId from, std::vector<RowRef> records, QWidget* parent)
+KorDSMDialogDeepCopy::KorDSMDialogDeepCopy(SourceId from, std::vector<RowRef> records, QWidget* parent,
+                                           std::optional<SourceId> to)
     : KorDSMDialogDeepCopy(
-          KorDSMDeepCopy::Wish{from, KorDSMDeepCopy::targetsFor(from).front(), std::move(records)}, nullptr,
-          parent) {}
+          KorDSMDeepCopy::Wish{from, to ? *to : KorDSMDeepCopy::targetsFor(from).front(), std::move(records)},
+          nullptr, parent) {}
 
 KorDSMDialogDeepCopy::KorDSMDialogDeepCopy(SourceId to, const KorDSMSection& section, QWidget* parent)
     : KorDSMDialogDeepCopy(KorDSMDeepCopy::Wish{SourceId::standard(), to, {}}, &section, parent) {}
@@ -74,6 +77,8 @@ void KorDSMDialogDeepCopy::setUpSources() {
         combo->addItem(toQt(KorDSMWhereUsed::sourceName(id)));
     if (m_section && !m_sources.empty())
         m_wish.from = m_sources.front();
+    if (!m_section)
+        combo->setCurrentIndex(static_cast<int>(std::ranges::find(m_sources, m_wish.to) - m_sources.begin()));
     connect(combo, &QComboBox::activated, this, [this](int index) {
         (m_section ? m_wish.from : m_wish.to) = m_sources[static_cast<std::size_t>(index)];
         fillChoices();

@@ -3,6 +3,8 @@
 #include "dialogs/KorDSMDialog.h"
 #include "session/KorDSMDeepCopy.h"
 
+#include <optional>
+
 class CopyPreview;
 class RecordChoice;
 
@@ -12,8 +14,9 @@ class KorDSMDialogDeepCopy : public KorDSMDialog {
     Q_OBJECT
 
 public:
-    /// Copies these records of the source, which has a target.
-    KorDSMDialogDeepCopy(SourceId from, std::vector<RowRef> records, QWidget* parent);
+    /// Copies these records of the source, which has a target; `to` is the one that is proposed.
+    KorDSMDialogDeepCopy(SourceId from, std::vector<RowRef> records, QWidget* parent,
+                         std::optional<SourceId> to = {});
     /// Lets the user choose among the records of a section, in all sources but the target.
     KorDSMDialogDeepCopy(SourceId to, const KorDSMSection& section, QWidget* parent);
 

@@ -205,6 +205,7 @@ int Exports::importDetail(int eType, const KorOdbcKey& key, eDSN fromDSN, eIndex
     ImportReport& told = report ? *report : unread;
     const Ending ending =
         importInOneGroup(route, record->name, steps, told, [&](ExchangeImport& import, ExchangeProgress&) {
+            import.bringPlaces({row});
             return import.bringClosure(row) && import.bring(row, asName);
         });
     if (ending.code == kDone)
@@ -222,6 +223,7 @@ int Exports::copyRows(const CopyWish& wish, ImportReport& report) {
         route, wish.label, wish.label, wish.rows.size(), report,
         [&](ExchangeImport& import, ExchangeProgress& progress) {
             import.setNamesakes(wish.namesakes, wish.single);
+            import.bringPlaces(wish.rows);
             return std::ranges::all_of(
                 wish.rows, [&](const RowRef& row) { return import.bring(row) && progress.step(); });
         },

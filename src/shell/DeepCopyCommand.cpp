@@ -2,6 +2,7 @@
 
 #include "controls/KorQt.h"
 #include "dialogs/KorDSMDialogDeepCopy.h"
+#include "model/KorDSMBusy.h"
 #include "services/Prompts.h"
 #include "session/KorDSMDeepCopy.h"
 #include "session/KorDSMItemCommands.h"
@@ -10,6 +11,7 @@
 #include "shell/CommandStrip.h"
 #include "shell/ExchangeRun.h"
 #include "shell/Refusal.h"
+#include "shell/TreeSelection.h"
 #include "shell/WhenFree.h"
 #include "shell/WindowRefresh.h"
 
@@ -47,10 +49,31 @@ void DeepCopyCommand::follow() {
 }
 
 void DeepCopyCommand::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
-    if (!isReadOnly(item) || selectedRecords().empty())
+    const SourceId source = KorDSMItemSource::sourceOf(&item);
+    const bool hasWay = isReadOnly(item) || !KorDSMDeepCopy::targetsFor(source).empty();
+    if (!hasWay || selectedRecords().empty())
         return;
     menu.addSeparator();
-    menu.addAction(m_copyOut);
+    if (isReadOnly(item)) {
+        menu.addAction(m_copyOut);
+        return;
+    }
+    menu.addAction(m_copyOut->text(), this, &DeepCopyCommand::copyOut);
+}
+
+bool DeepCopyCommand::drop(KorTreeHandle from, KorTreeHandle to) {
+    KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(from);
+    KorDSMDatabaseItem* target = KorDSMSectionTree::itemOf(to);
+    const SourceId source = KorDSMItemSource::sourceOf(item);
+    const SourceId into = KorDSMItemSource::sourceOf(target);
+    if (!item || !target || source == into || into.dsn == KorDSNDefinitions::kLast || KorDSMBusy::isBusy())
+        return false;
+    const std::vector<RowRef> records = KorDSMDeepCopy::recordsOf(*item);
+    if (!records.empty() && !refusesToWrite(&m_window, *target)) {
+        KorDSMDialogDeepCopy dialog(source, records, &m_window, into);
+        run(dialog);
+    }
+    return true;
 }
 
 std::vector<RowRef> DeepCopyCommand::selectedRecords() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/KorTreeModel.h"
 #include "model/items/KorDSMDatabaseItem.h"
 #include "records/RowRef.h"
 
@@ -28,6 +29,9 @@ public:
 
     /// The entry of the context menu, where there is something to copy.
     void addTo(QMenu& menu, KorDSMDatabaseItem& item);
+    /// An entry was dropped on another one. Copies where that lies in another source; returns whether it
+    /// does.
+    bool drop(KorTreeHandle from, KorTreeHandle to);
 
 private:
     void bringInto();

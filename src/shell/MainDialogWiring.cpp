@@ -65,8 +65,10 @@ void KorDSMMainDialog::connectSelection() {
     connect(&parts.rightSide.list(), &ItemList::opened, &parts.navigation, &Navigation::open);
     connect(&parts.rightSide.list(), &ItemList::deletePressed, &parts.commands,
             [&parts] { parts.commands.trigger(eItemCommand::kDelete); });
-    connect(&parts.sections, &SectionViews::dropWanted, this,
-            [&parts](KorTreeHandle from, KorTreeHandle to) { parts.definitions.drop(from, to); });
+    connect(&parts.sections, &SectionViews::dropWanted, this, [&parts](KorTreeHandle from, KorTreeHandle to) {
+        if (!parts.deepCopy.drop(from, to))
+            parts.definitions.drop(from, to);
+    });
 }
 
 void KorDSMMainDialog::connectCommands() {

@@ -126,3 +126,22 @@ TEST_F(DeepCopy, AGroupStandsForWhatIsFiledInIt) {
     EXPECT_FALSE(refused.done);
     EXPECT_NE(refused.error, "");
 }
+
+TEST_F(DeepCopy, OneRecordAloneIsTreatedOtherwiseAndAViewBringsNoEmptyCategory) {
+    const auto* view = row<StructDetViewRequest>(SourceId::standard(), "Part, front");
+    ASSERT_NE(view, nullptr);
+    const int categories = databases.source(SourceId::user())->table(kTableBaseCategory).rows().size();
+    Wish wish{SourceId::standard(), SourceId::user(), {{kTableViewRequest, view->key}}};
+    ASSERT_TRUE(KorDSMDeepCopy::copy(wish).done);
+    EXPECT_EQ(databases.source(SourceId::user())->table(kTableBaseCategory).rows().size(), categories);
+    EXPECT_EQ(find(KorDSMDeepCopy::preview(wish), kTableViewRequest, "Part, front")->fate, eFate::kEqual);
+
+    const auto* copied = row<StructDetViewRequest>(SourceId::user(), "Part, front");
+    databases.setCurrentSource(SourceId::user());
+    ASSERT_TRUE(
+        KorDSMGuardedWrite::setField(kTableViewRequest, KorOdbcKey(copied->key), 10, 0.25).isStored());
+    wish.single[{kTableViewRequest, view->key}] = eNamesakes::kReplace;
+    const Outcome replaced = KorDSMDeepCopy::preview(wish);
+    EXPECT_EQ(find(replaced, kTableViewRequest, "Part, front")->fate, eFate::kReplaced);
+    EXPECT_EQ(count(replaced, eFate::kKeptBoth), 0);
+}

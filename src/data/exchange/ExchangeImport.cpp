@@ -16,6 +16,14 @@ const StructRecord* namesakeOf(StyleSource& from, StyleSource& to, RowRef row) {
     return name.isEmpty() ? nullptr : to.table(row.table).find(name);
 }
 
+bool isListingPlace(eTableType table) {
+    return std::ranges::any_of(allTables(), [table](const TableSchema& other) {
+        return isListing(other) && std::ranges::any_of(other.columns, [table](const Column& column) {
+                   return column.role == eReferenceRole::kFiledUnder && column.target == table;
+               });
+    });
+}
+
 } // namespace
 
 ExchangeImport::ExchangeImport(StyleDatabases& databases, StyleSource& from, StyleSource& to,
@@ -23,9 +31,16 @@ ExchangeImport::ExchangeImport(StyleDatabases& databases, StyleSource& from, Sty
     : m_databases(databases), m_from(from), m_to(to), m_progress(progress), m_report(report),
       m_matcher(from, to) {}
 
+void ExchangeImport::bringPlaces(const std::vector<RowRef>& rows) {
+    for (const RowRef& row : rows)
+        for (const Referrer& referrer : m_from.referrersOf(row.table, KorOdbcKey(row.key)))
+            if (referrer.column->role == eReferenceRole::kIdentifies && !m_refused)
+                bringTargets({referrer.table->type, referrer.key});
+}
+
 bool ExchangeImport::bringClosure(RowRef row) {
     for (const RowRef& each : closureOf(m_from, row)) {
-        if (each != row && !belongsToOthers(*findTable(each.table)))
+        if (each != row && !belongsToOthers(*findTable(each.table)) && !isListingPlace(each.table))
             counterpart(each);
         if (m_refused || !m_progress.step())
             return false;
@@ -74,7 +89,8 @@ std::int32_t ExchangeImport::counterpart(RowRef row) {
 void ExchangeImport::bringWhatItUses(RowRef row) {
     bringTargets(row);
     for (const Referrer& part : partsOf(m_from, row))
-        bringTargets({part.table->type, part.key});
+        if (!isListing(*part.table))
+            bringTargets({part.table->type, part.key});
 }
 
 std::int32_t ExchangeImport::bringNew(RowRef row, const KorString& asName) {
@@ -144,10 +160,21 @@ std::int32_t ExchangeImport::append(RowRef row, const KorString& asName) {
 }
 
 void ExchangeImport::appendPart(const Referrer& part, const StructRecord& whole) {
+    if (isListing(*part.table) && !hasPlace(part))
+        return;
     if (const auto record = m_matcher.translatedPart(part, whole))
         appendRecord(part.table->type, *record);
     else
         m_refused = true;
+}
+
+// Whether the category of a listing is in the target.
+bool ExchangeImport::hasPlace(const Referrer& listing) {
+    const StructRecord* record = m_from.table(listing.table->type).find(KorOdbcKey(listing.key));
+    return std::ranges::all_of(listing.table->columns, [&](const Column& column) {
+        return column.role != eReferenceRole::kFiledUnder || !column.isReference() ||
+               m_matcher.find({column.target, column.integerIn(record)}) != 0;
+    });
 }
 
 bool ExchangeImport::appendRecord(eTableType table, StructRecord& record) {

@@ -23,6 +23,9 @@ public:
         m_single = single;
     }
 
+    /// Brings the categories in which these rows are filed. Others, in which only views are listed, don't
+    /// come along: a listing comes where its category is in the target by then.
+    void bringPlaces(const std::vector<RowRef>& rows);
     /// Brings what a row depends on, one step of progress each. Returns false when the user has cancelled or
     /// the target refused a row (see `isRefused`).
     bool bringClosure(RowRef row);
@@ -43,6 +46,7 @@ private:
     void bringWhatItUses(RowRef row);
     std::int32_t bringNew(RowRef row, const KorString& asName);
     std::int32_t append(RowRef row, const KorString& asName);
+    bool hasPlace(const Referrer& listing);
     void appendPart(const Referrer& part, const StructRecord& whole);
     void identify(RowRef row, std::int32_t key);
     bool appendRecord(eTableType table, StructRecord& record);

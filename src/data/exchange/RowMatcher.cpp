@@ -32,6 +32,13 @@ private:
     std::size_t m_value = 0;
 };
 
+// Where a row is listed is not what it is.
+std::vector<Referrer> contentOf(StyleSource& source, RowRef row) {
+    std::vector<Referrer> parts = partsOf(source, row);
+    std::erase_if(parts, [](const Referrer& part) { return isListing(*part.table); });
+    return parts;
+}
+
 } // namespace
 
 std::int32_t RowMatcher::find(RowRef row) {
@@ -66,7 +73,7 @@ const RowMatcher::Namesakes& RowMatcher::namesakes(eTableType type, const KorStr
     const StyleTable& table = m_to.table(type);
     const auto next = [&] { return table.find(found.known == 0 ? name : numberedName(name, found.known)); };
     for (const StructRecord* row = next(); row; row = next()) {
-        Candidate candidate{row->key, partsOf(m_to, {type, row->key})};
+        Candidate candidate{row->key, contentOf(m_to, {type, row->key})};
         ContentHash hash;
         hash.add(table.schema(), *row, nullptr);
         for (const Referrer& part : candidate.parts)
@@ -85,7 +92,7 @@ std::optional<std::size_t> RowMatcher::contentHash(RowRef row) {
     wanted->key = row.key; // a whole that its parts can refer to
     ContentHash hash;
     hash.add(*findTable(row.table), *wanted, nullptr);
-    for (const Referrer& part : partsOf(m_from, row)) {
+    for (const Referrer& part : contentOf(m_from, row)) {
         const auto record = translatedPart(part, *wanted);
         if (!record)
             return std::nullopt;
@@ -116,7 +123,7 @@ bool RowMatcher::equalParts(RowRef row, const Candidate& candidate) {
             wanted->key = other.key;
         return wanted && table.rows().equal(*wanted, *table.find(KorOdbcKey(other.key)));
     };
-    return std::ranges::equal(partsOf(m_from, row), candidate.parts, equal);
+    return std::ranges::equal(contentOf(m_from, row), candidate.parts, equal);
 }
 
 std::shared_ptr<StructRecord> RowMatcher::translated(RowRef row, const Column* known, std::int32_t key) {

@@ -11,7 +11,8 @@
 /// Finds rows of one source in another one. A row is the same as a row of the target when it has the same
 /// name, or that name with a number behind it (which an import gives where a name is taken), and the same
 /// content: equal cells, references to rows that are the same, and equal parts. Groups and categories are the
-/// same when they have the same name: whatever else they hold only orders them.
+/// same when they have the same name: whatever else they hold only orders them. Where a row is listed does
+/// not count.
 class RowMatcher {
 public:
     /// Both sources must outlive the matcher.
