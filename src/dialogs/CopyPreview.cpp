@@ -18,6 +18,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSplitter>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
 
@@ -186,6 +187,8 @@ void CopyPreview::setUpRows() {
     m_rows.header()->setSectionResizeMode(0, QHeaderView::Stretch);
     m_rows.header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     m_rows.header()->setStretchLastSection(false);
+    if (auto* splitter = qobject_cast<QSplitter*>(m_rows.parentWidget()))
+        splitter->setSizes({1000, 2000}); // shares: verdicts are long
     m_rows.setUniformRowHeights(true);
     m_rows.setAccessibleName(toQt(Prompts::dsm(kFateTitle)));
     m_rows.setEditTriggers(QAbstractItemView::AllEditTriggers);
@@ -230,6 +233,7 @@ void CopyPreview::showRows(const ImportReport& report) {
         });
         auto* kind = new QTreeWidgetItem(
             &m_rows, {toQt(counted(KorDSMValueText::tableCaption(*findTable(table)), rows.size()))});
+        kind->setFirstColumnSpanned(true);
         for (const Row* row : rows) {
             auto* item =
                 new QTreeWidgetItem(kind, {toQt(row->name), toQt(KorDSMDeepCopy::fateText(row->fate))});

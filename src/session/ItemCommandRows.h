@@ -115,7 +115,6 @@ struct ItemCommandRow {
     enum eTrait : unsigned {
         kChangesSource = 1, ///< only in a source that may be changed
         kForSeveral = 2,    ///< also for several entries, where it is enabled for each
-        kNotOffered = 4,    ///< has nothing behind it
     };
 
     eItemCommand command;
@@ -146,7 +145,7 @@ inline constexpr ItemCommandRow kItemCommandRows[] = {
     {eItemCommand::kImport, 1039, 1052, 33564, "Ctrl+I", ItemCommandRules::canImport,
      ItemCommandRow::kChangesSource},
     {eItemCommand::kDimensionSettings, 1038, 1049, 33565, "", ItemCommandRules::always,
-     ItemCommandRow::kChangesSource | ItemCommandRow::kNotOffered},
+     ItemCommandRow::kChangesSource},
     {eItemCommand::kHelp, 1036, 1050, 33746, "", ItemCommandRules::always, ItemCommandRow::kForSeveral},
 };
 inline constexpr int kNumberOfItemCommands = static_cast<int>(std::size(kItemCommandRows));

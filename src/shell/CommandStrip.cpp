@@ -25,14 +25,13 @@ void CommandStrip::on(eItemCommand command, std::function<void()> act) {
 
 bool CommandStrip::isComplete() const {
     return std::ranges::all_of(kItemCommandRows, [this](const ItemCommandRow& row) {
-        return row.is(ItemCommandRow::kNotOffered) !=
-               static_cast<bool>(m_acts[static_cast<std::size_t>(row.command)]);
+        return static_cast<bool>(m_acts[static_cast<std::size_t>(row.command)]);
     });
 }
 
 void CommandStrip::enable(const CommandStates& states) {
     for (const ItemCommandRow& row : kItemCommandRows) {
-        const bool enabled = states[row.command] && !row.is(ItemCommandRow::kNotOffered);
+        const bool enabled = states[row.command];
         m_buttons.enableButton(row.button, enabled);
         action(row.command).setEnabled(enabled);
     }

@@ -35,6 +35,7 @@ WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorIma
       leaving(window, structure, selection, applyState, reports), usages(window, structure, navigation),
       definitions(window, structure, selection, rightSide, refresh, usages, commands),
       views(window, sections, navigation, refresh), compaction(window, applyState),
+      dimensionSettings(window, selection, rightSide, commands),
       exchange(window, structure, selection, refresh, commands),
       deepCopy(window, structure, selection, refresh, commands),
       records(window, structure, selection, refresh, usages),
@@ -42,6 +43,7 @@ WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorIma
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { records.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { views.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { deepCopy.addTo(into, item); });
+    menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { dimensionSettings.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { compaction.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { usages.addTo(into, item); });
 }

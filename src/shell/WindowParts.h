@@ -5,6 +5,7 @@
 #include "shell/CompactCommand.h"
 #include "shell/DeepCopyCommand.h"
 #include "shell/DefinitionCommands.h"
+#include "shell/DimensionSettingsCommand.h"
 #include "shell/ExchangeCommands.h"
 #include "shell/ItemMenu.h"
 #include "shell/KorDSMUndoStrip.h"
@@ -51,6 +52,7 @@ struct WindowParts {
     DefinitionCommands definitions;
     ViewCommands views;
     CompactCommand compaction;
+    DimensionSettingsCommand dimensionSettings;
     ExchangeCommands exchange;
     DeepCopyCommand deepCopy;
     RecordMenu records;

@@ -2,6 +2,7 @@
 
 #include "controls/KorMFCGridCtrl.h"
 #include "dialogs/KorDSMDialogDeepCopy.h"
+#include "dialogs/KorDSMDialogDimensionSettings.h"
 #include "dialogs/KorDSMDialogInUse.h"
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "dialogs/KorDSMDialogNewItemWithGroup.h"
@@ -87,6 +88,41 @@ TEST_F(Compose, WhatIsToComeIntoTheUserDatabaseIsChosenThere) {
     command(kDeepCopy);
     EXPECT_EQ(selected(), first.toStdString());
     EXPECT_NE(row<StructDetObjQualifierSet>(first.toUtf8().constData()), nullptr);
+}
+
+TEST_F(Compose, AStyleDroppedOnAnotherSourceIsCopiedThere) {
+    const KorTreeHandle target = select({"User", "Hallberg: railings"});
+    const KorTreeHandle style = select({"Standard", "General", "Assemblies", "Assembly, general"});
+    whenShown<KorDSMDialogDeepCopy>([](KorDSMDialogDeepCopy& dialog) {
+        EXPECT_EQ(dialog.wish().to, SourceId::user());
+        click(KorControls::find(&dialog, 1));
+    });
+    Q_EMIT tree().dropRequested(style, target);
+    EXPECT_NE(row<StructDetailStyle>("Assembly, general"), nullptr);
+}
+
+TEST_F(Compose, DimensionSettingsAreChangedInTheirDialogAndOnlyShownWhereTheyCannotBe) {
+    constexpr int kSettings = 1038;
+    const auto value = [](QDialog& dialog) {
+        return KorControls::find<QTreeWidget>(&dialog, 2411)->topLevelItem(0)->child(3);
+    };
+    select({"User"});
+    whenShown<KorDSMDialogDimensionSettings>([&value](KorDSMDialogDimensionSettings& dialog) {
+        value(dialog)->setText(1, "9");
+        click(KorControls::find(&dialog, 1));
+    });
+    command(kSettings);
+    EXPECT_EQ(row<StructNumericDefault>("C40_DimLineDistance")->value, 9.0);
+    EXPECT_TRUE(button(kApply)->isEnabled());
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(isPending());
+    select({"Standard", "General"});
+    whenShown<KorDSMDialogDimensionSettings>([&value](KorDSMDialogDimensionSettings& dialog) {
+        EXPECT_FALSE(value(dialog)->flags().testFlag(Qt::ItemIsEditable));
+        EXPECT_FALSE(KorControls::find(&dialog, 1)->isEnabled());
+        dialog.reject();
+    });
+    choose("Dimension settings…");
 }
 
 TEST_F(Compose, GroupsAreMadeAndRenamedAndWhatOthersUseIsRenamedCopiedAndKept) {
