@@ -15,8 +15,6 @@ enum eItemType : std::int32_t {
     kDetailStyle = 2,
     kDetailStyleCategory = 3,
     kDetailStylesSection = 4,
-    kGridReferenceRecord = 5,     ///< no item has it, nor the other kinds of records: only pages show them
-    kSelectionStrategyRecord = 6,
     kAnnotationStrategy = 7,
     kAnnotationTypeRecord = 8, ///< no item has it: records that only pages and dialogs show
     kAnnotationGroup = 9,
@@ -28,9 +26,7 @@ enum eItemType : std::int32_t {
     kQualifierSetGroup = 15,
     kQualifiersSection = 16,
     kViewRequest = 17,
-    kDrawingSettingsRecord = 18,
     kViewRequestCategory = 19,
-    kHatchRecord = 20,
     kSystemAndBox = 21,
     kViewArrangeRecord = 22, ///< no item has it
     kReprMapRule = 23,
@@ -41,13 +37,19 @@ enum eItemType : std::int32_t {
     kSecondArrangerControl = 28, ///< no item has it: the page group of the second arranger kind
     kPointSelection = 29,
     kLengthClipRecord = 30, ///< no item has it
-    kLeaderStyleRecord = 31,
-    kValueRangeRecord = 32,
     kNoType = 34,
+    kGridReferenceRecord = 35, ///< no item has this or one of the following: only pages show such records
+    kSelectionStrategyRecord = 36,
+    kDrawingSettingsRecord = 37,
+    kHatchRecord = 38,
+    kLeaderStyleRecord = 39,
+    kValueRangeRecord = 40,
 };
 
 /// Number of item types, and of slots in the page registry.
 inline constexpr int kNumberOfItemTypes = 34;
+/// One more than the highest kind, with those that no item has.
+inline constexpr int kNumberOfKinds = 41;
 
 /// The four sections. Their numeric order differs from the order in which they are loaded.
 enum eViewSections : std::int32_t {

@@ -284,7 +284,7 @@ std::span<const KorDSMSection> sections() {
 }
 
 const KorDSMFamily* of(eItemType type) {
-    static constexpr auto kPlaces = placesOf<kNumberOfItemTypes>(&KorDSMFamily::type);
+    static constexpr auto kPlaces = placesOf<kNumberOfKinds>(&KorDSMFamily::type);
     return at(kPlaces, type);
 }
 
