@@ -4,6 +4,7 @@
 #include "controls/VELComboTree.h"
 #include "operations/CurrentRows.h"
 #include "pages/KorDSMPageQualifierSet.h"
+#include "pages/KorDSMPageReprMapItem.h"
 #include "pages/KorDSMPageReprMapRule.h"
 #include "pages/KorDSMPageViewDimensioning.h"
 #include "pages/PageFixture.h"
@@ -237,7 +238,7 @@ TEST_F(PartListEditorTest, OneAspectOfACopiedRowGoesOntoAllSelectedOnes) {
 
 TEST_F(PartListEditorTest, AChosenQualifierSetIsSaidInWords) {
     TabContent entries("Tabs", "Entries");
-    entries.addPage(KorDSMPlainPage::make(&m_window, 2009));
+    entries.addPage(new KorDSMPageReprMapItem(&m_window));
     entries.createPages();
     show(entries, item<KorDsmReprMapItem>("Main part"));
     QComboBox* sets = nullptr;
