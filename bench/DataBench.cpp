@@ -4,9 +4,9 @@
 #include "data/StyleDatabases.h"
 #include "data/pending/RecoveryWriter.h"
 #include "model/KorDSMDialogFactory.h"
-#include "operations/KorODBCDetailStyleExports.h"
 #include "operations/KorOdbcMan.h"
 #include "session/KorDSMCommit.h"
+#include "session/KorDSMImport.h"
 
 #include <benchmark/benchmark.h>
 #include <filesystem>
@@ -118,8 +118,8 @@ void importNamesakes(benchmark::State& state) {
             static_cast<void>(databases.openFile(SourceId::user(), folder / "user.dsdb", false));
             const Stopwatch watch;
             for (int round = 0; round < 2; ++round) {
-                ImportReport report;
-                KorODBCDetailStyleExports::importFile(KorString((folder / "file.dsdb").string()), report);
+                const KorDSMImport import((folder / "file.dsdb").string());
+                const ImportReport report = KorDSMDeepCopy::copy(import.wishFor(SourceId::user())).report;
                 const auto& list = round == 0 ? report.imported : report.alreadyThere;
                 if (list.size() != static_cast<std::size_t>(count))
                     state.SkipWithError("not every style was imported once");
