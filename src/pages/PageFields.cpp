@@ -204,6 +204,19 @@ void PageFields::loadField(const PageField& field, const StructRecord& record) {
     }
 }
 
+void PageFields::showPictures() {
+    const TableSchema* table = findTable(row().table);
+    for (const PageField& field : m_fields) {
+        auto* combo = KorControls::find<QComboBox>(&m_page, field.control);
+        const Column* column = table ? table->column(field.column) : nullptr;
+        if (!combo || !column || !column->isReference() || ValuePictures::sizeFor(*table, *column).isEmpty())
+            continue;
+        for (int entry = 0; entry < combo->count(); ++entry)
+            combo->setItemIcon(entry,
+                               ValuePictures::of(*table, *column, combo->itemData(entry).toLongLong()));
+    }
+}
+
 // Others than the one that was written can show what came of it.
 void PageFields::showSamples() {
     const TableSchema& table = *findTable(row().table);
@@ -292,8 +305,12 @@ void PageFields::write(const PageField& field, QWidget& control, const CellValue
     }
     const bool stored = result.isStored();
     m_page.markStored(&control, stored);
-    if (stored)
+    if (stored) {
         showSamples();
+        // What is edited here can be what another field of the page chooses.
+        for (PageFields* fields : m_page.findChildren<PageFields*>(Qt::FindDirectChildrenOnly))
+            fields->showPictures();
+    }
     if (stored)
         Q_EMIT written(field.column);
     else

@@ -76,6 +76,7 @@ private:
     void onTextCommitted(const PageField& field, KorLineEdit& edit);
     void onEntryChosen(const PageField& field, QComboBox& combo);
     void showSamples();
+    void showPictures();
     void fillCombo(const PageField& field, const Column& column, QComboBox& combo);
     void loadCombo(const PageField& field, const Column& column, std::int32_t value, QComboBox& combo);
 

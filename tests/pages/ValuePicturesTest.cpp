@@ -2,8 +2,10 @@
 #include "controls/KorMFCGridCtrl.h"
 #include "controls/samples/KorSamples.h"
 #include "pages/KorDSMPageAppearance.h"
+#include "pages/KorDSMPageDimensionTitleProperties.h"
 #include "pages/KorDSMPageReprMapRule.h"
 #include "pages/PageFixture.h"
+#include "pages/PictureChoice.h"
 #include "session/KorDSMValueText.h"
 #include "support/Palettes.h"
 
@@ -171,6 +173,7 @@ TEST_F(ValuePicturesTest, FieldsAndCellsShowValuesAsPicturesAndNames) {
     TabContent group("Tabs", "Group");
     group.addPage(new KorDSMPageAppearance(&m_window));
     group.addPage(new KorDSMPageReprMapRule(&m_window));
+    group.addPage(new KorDSMPageDimensionTitleProperties(&m_window));
     group.createPages();
     auto& look = item<KorDsmAppearanceItem>("HB main part");
     show(group, look);
@@ -186,12 +189,28 @@ TEST_F(ValuePicturesTest, FieldsAndCellsShowValuesAsPicturesAndNames) {
     const QImage thin = drawn(sample(), KorSamples::kShortSize);
     type(6010, "2");
     EXPECT_NE(drawn(sample(), KorSamples::kShortSize), thin);
+    const auto hatch = [&] { return drawn(control<QComboBox>(6009).itemIcon(1), KorSamples::kSampleSize); };
+    const QImage aslant = hatch();
+    type(6103, "0");
+    EXPECT_NE(hatch(), aslant) << "the hatch in the list is the one that was edited below it";
 
     show(group, item<KorDsmReprMapRuleItem>("HB workshop"));
     turnTo(1);
     const auto& grid = *page().findChild<KorMFCGridCtrl*>();
     EXPECT_FALSE(grid.item(0, 2)->icon().isNull()) << "the appearance of the entry";
     EXPECT_TRUE(grid.item(0, 1)->icon().isNull()) << "a qualifier set looks like nothing";
+
+    auto& request = item<KorDsmDimRequestItem>();
+    show(group, request);
+    turnTo(2);
+    const auto* choice = page().findChild<PictureChoice*>();
+    for (const int position : {3, 1}) {
+        click(choice->radios()[static_cast<std::size_t>(position)].first);
+        EXPECT_EQ(request.getRecord().titlePosition, position);
+        EXPECT_EQ(choice->findChild<KorInfoCtrl*>()->accessibleName(),
+                  position == 3 ? "The title behind the dimension line"
+                                : "The title below the dimension line");
+    }
 }
 
 TEST_F(ValuePicturesTest, NumbersThatMeanSomethingElseAreReadAndTypedAsWords) {
