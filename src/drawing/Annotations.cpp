@@ -39,7 +39,7 @@ std::optional<Vec2> anchorOf(const DrawingContext& context, const ViewScene& sce
         }
     }
     const bool isLine = object.type == eObjectType::kCut || object.type == eObjectType::kLevel;
-    if (isLine && !object.box().isEmpty())
+    if (isLine && !object.box.isEmpty())
         anchor = scene.onSheet(object.start);
     if (anchor && object.type == eObjectType::kLevel)
         anchor->u = scene.outline.low.u;

@@ -23,7 +23,7 @@ double along(Vec2 p, Vec2 d) {
 
 // Where an object sits on the axis of the main one.
 Vec3 onMainAxis(const PartObject& object, const PartObject& main) {
-    const Vec3 middle = object.box().middle();
+    const Vec3 middle = object.box.middle();
     const bool isAcross = std::abs(dot(object.axis, main.axis)) < 0.9 && object.type == eObjectType::kProfile;
     const Vec3 at = isAcross ? object.start : middle;
     return main.start + main.axis * dot(at - main.start, main.axis);
@@ -71,7 +71,7 @@ bool fitsPosition(const DrawingContext& context, const ViewScene& scene, int pos
     const PartObject& main = *context.part.main();
     const double length = (main.end - main.start).length();
     const double t = dot(p - main.start, main.axis);
-    const double middle = scene.camera.depth(main.box().middle());
+    const double middle = scene.camera.depth(main.box.middle());
     switch (position) {
     case kAtStart:
         return t < length / 2;

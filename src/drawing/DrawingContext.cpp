@@ -25,13 +25,13 @@ void selectObjects(DrawingContext& context) {
     for (const PartObject& object : context.part.objects)
         if (object.role != eObjectRole::kNeighbour && object.type != eObjectType::kGrid &&
             object.type != eObjectType::kLevel)
-            own.add(strategy.drawingKind == kSinglePart ? (main == &object ? object.box() : Box3())
-                                                        : object.box());
+            own.add(strategy.drawingKind == kSinglePart ? (main == &object ? object.box : Box3())
+                                                        : object.box);
     for (std::size_t i = 0; i < context.part.objects.size(); ++i) {
         const PartObject& object = context.part.objects[i];
         const bool isWeld = object.type == eObjectType::kWeld;
         const bool isNear =
-            strategy.neighbourDistance > 0 && object.box().distance(own) <= strategy.neighbourDistance;
+            strategy.neighbourDistance > 0 && object.box.distance(own) <= strategy.neighbourDistance;
         bool wantedHere = true;
         if (isWeld)
             wantedHere = strategy.includeWelds != 0;

@@ -1,5 +1,6 @@
 #include "drawing/Figures.h"
 
+#include <cmath>
 #include <numbers>
 
 Primitive Figures::line(std::vector<Vec2> points, const Pen& pen, Primitive::ePurpose purpose,
@@ -29,8 +30,10 @@ Primitive Figures::text(const Pens& pens, Vec2 middle, double size, const std::s
     primitive.kind = Primitive::kText;
     primitive.text = words;
     primitive.style = {pens.settings().textFont, size, 7};
-    primitive.turned = degrees;
-    const double angle = degrees * std::numbers::pi / 180;
+    primitive.turned = std::remainder(degrees, 180);
+    if (primitive.turned <= -90)
+        primitive.turned += 180;
+    const double angle = primitive.turned * std::numbers::pi / 180;
     const Vec2 along = {std::cos(angle), std::sin(angle)};
     primitive.points[0] = middle - along * (primitive.textWidth() / 2) - Vec2{-along.v, along.u} * (size / 2);
     return primitive;

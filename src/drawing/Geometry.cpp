@@ -33,7 +33,8 @@ double crossing(Vec2 a0, Vec2 a1, Vec2 b0, Vec2 b1) {
     const Vec2 a = a1 - a0;
     const Vec2 b = b1 - b0;
     const double area = cross(a, b);
-    if (std::abs(area) < 1e-12 * a.length() * b.length() || area == 0)
+    const double lengths = (a.u * a.u + a.v * a.v) * (b.u * b.u + b.v * b.v);
+    if (area * area <= 1e-24 * lengths)
         return -1;
     const double onA = cross(b0 - a0, b) / area;
     const double onB = cross(b0 - a0, a) / area;

@@ -39,6 +39,14 @@ Outline hexagon(double acrossFlats) {
     return {{piece}};
 }
 
+Box3 boxOf(const PartObject& object) {
+    Box3 box = object.solid.box();
+    for (const Loop3& path : object.paths)
+        std::ranges::for_each(path, [&](const Vec3& p) { box.add(p); });
+    std::ranges::for_each(object.centres, [&](const Vec3& p) { box.add(p); });
+    return box;
+}
+
 } // namespace
 
 std::string PartReader::finish(std::size_t& line) {
@@ -60,6 +68,8 @@ std::string PartReader::finish(std::size_t& line) {
             if (!wrong.empty())
                 return wrong;
         }
+    for (PartObject& object : part.objects)
+        object.box = boxOf(object);
     line = 0;
     if (part.name.empty() || part.objects.empty())
         return translated("The part has no name or no objects.").toStdString();

@@ -50,7 +50,7 @@ struct PartObject {
     Vec3 end;
     std::vector<std::string> in; ///< names of the objects that a hole or cut is in
 
-    Box3 box() const;
+    Box3 box; ///< around all of it
     bool isRound() const {
         return type == eObjectType::kHole || type == eObjectType::kBolt || type == eObjectType::kAnchor;
     }

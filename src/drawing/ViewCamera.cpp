@@ -122,7 +122,7 @@ Box3 measured(int source, const StructDetailAreaType* area, const SamplePart& pa
                 for (const Vec3& corner : loop)
                     box.add(frame.in(corner));
         if (object.solid.faces.empty())
-            box.add(object.box().seenFrom(frame));
+            box.add(object.box.seenFrom(frame));
     };
     if (source == kPartSystem || source == kFlange || source == kWeb)
         add(*part.main());

@@ -73,11 +73,11 @@ bool hasHoles(const DrawingContext& context, const ViewCamera& camera) {
 }
 
 bool hasFittings(const DrawingContext& context, const ViewCamera& camera) {
-    const double front = context.part.main()->box().seenFrom(camera.frame).low.y;
+    const double front = context.part.main()->box.seenFrom(camera.frame).low.y;
     return std::ranges::any_of(context.shown, [&](int index) {
         const PartObject& object = context.object(index);
         const bool isFitted = object.role == eObjectRole::kFitting || object.role == eObjectRole::kSecondary;
-        return isFitted && object.box().seenFrom(camera.frame).low.y < front - 0.5;
+        return isFitted && object.box.seenFrom(camera.frame).low.y < front - 0.5;
     });
 }
 

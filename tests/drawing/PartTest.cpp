@@ -24,7 +24,7 @@ TEST(PartTest, SampleFilesAreReadAndReachBeyondASheet) {
         const Result<SamplePart> part = SampleParts::read(partsFolder(), name);
         ASSERT_EQ(part.error, "") << name;
         EXPECT_FALSE(part.value.categories.empty()) << name;
-        longest = std::max(longest, part.value.main()->box().high.x);
+        longest = std::max(longest, part.value.main()->box.high.x);
         for (const PartObject& object : part.value.objects)
             types.insert(object.type);
     }

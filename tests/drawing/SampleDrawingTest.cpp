@@ -51,6 +51,7 @@ TEST_F(SampleDrawingTest, EveryStyleShowsViewsOfEveryPartAndEachLineSaysWhoMadeI
             drawn += !drawing.views.empty();
             for (const Primitive* primitive : drawing.all()) {
                 ASSERT_TRUE(primitive->provenance);
+                EXPECT_TRUE(primitive->turned > -90 && primitive->turned <= 90) << "upside down";
                 EXPECT_EQ(primitive->provenance->back().row, (RowRef{kTableDetailStyle, style.key}));
                 for (const Vec2 p : primitive->points)
                     ASSERT_TRUE(std::isfinite(p.u) && std::isfinite(p.v));
