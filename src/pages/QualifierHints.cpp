@@ -24,8 +24,8 @@ bool QualifierHints::eventFilter(QObject* watched, QEvent* event) {
         return QObject::eventFilter(watched, event);
     const auto* combo = static_cast<QComboBox*>(parent());
     const auto* help = static_cast<QHelpEvent*>(event);
-    const QString name = watched == combo ? combo->currentText()
-                                          : combo->view()->indexAt(help->pos()).data().toString();
+    const QString name =
+        watched == combo ? combo->currentText() : combo->view()->indexAt(help->pos()).data().toString();
     const StructRecord* set = CurrentRows::find(kTableQualifierSet, fromQt(name));
     if (!set)
         return QObject::eventFilter(watched, event);

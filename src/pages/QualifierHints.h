@@ -4,8 +4,8 @@
 
 class QComboBox;
 
-/// Says in words what a qualifier set selects, while the pointer rests on a combo that has chosen it or on its
-/// name in the list of that combo.
+/// Says in words what a qualifier set selects, while the pointer rests on a combo that has chosen it or on
+/// its name in the list of that combo.
 class QualifierHints : public QObject {
     Q_OBJECT
 

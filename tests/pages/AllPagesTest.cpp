@@ -127,9 +127,9 @@ protected:
 
     bool isInForm(const PageField& field) {
         const auto forms = page().findChildren<FormBody*>();
-        return qobject_cast<KorDSMFormPage*>(&page()) || std::ranges::any_of(forms, [&](const FormBody* form) {
-                   return form->isAncestorOf(&control(field.control));
-               });
+        return qobject_cast<KorDSMFormPage*>(&page()) ||
+               std::ranges::any_of(
+                   forms, [&](const FormBody* form) { return form->isAncestorOf(&control(field.control)); });
     }
     bool isOpen(int id) { return isShown(id) && isEnabled(id); }
 

@@ -22,8 +22,8 @@ struct Finding {
 
 /// Looks through one source, pending changes included: damage of the file, cells that could not be read,
 /// references that point nowhere, parts without an owner, cells outside their range, run names that occur
-/// twice, definitions that nothing uses or that lack something, entries that can never act, lists with gaps or ties in their order, and detail styles that the host is not
-/// told of.
+/// twice, definitions that nothing uses or that lack something, entries that can never act, lists with gaps
+/// or ties in their order, and detail styles that the host is not told of.
 class ConsistencyCheck {
 public:
     explicit ConsistencyCheck(StyleSource& source) : m_source(source) {}
