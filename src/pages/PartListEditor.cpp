@@ -10,6 +10,7 @@
 #include "operations/CurrentRows.h"
 #include "pages/KorDSMPage.h"
 #include "pages/PartClipboard.h"
+#include "pages/PartListColumns.h"
 #include "pages/PartListCommands.h"
 #include "pages/RecordButtons.h"
 #include "pages/RestRow.h"
@@ -40,57 +41,6 @@ constexpr int kNewFor = 625;
 constexpr int kCopyFor = 626;
 constexpr int kPasteOnly = 767;
 constexpr int kView = 774;
-
-// Tables whose rows are chosen from a tree of their groups.
-const std::map<eTableType, SelectionFills::eFill>& trees() {
-    static const std::map<eTableType, SelectionFills::eFill> trees = {
-        {kTableQualifierSet, SelectionFills::kQualifierSets},
-        {kTableAnnotationStrategy, SelectionFills::kAnnotationStrategies},
-        {kTableDimRequest, SelectionFills::kDimRequests},
-        {kTableViewRequest, SelectionFills::kViewRequests},
-    };
-    return trees;
-}
-
-// What stands above the list.
-KorString headOf(eTableType parts) {
-    static const std::map<eTableType, int> heads = {
-        {kTableReprMapEntry, 579}, {kTableDimStrategyItem, 586}, {kTableDetailStyle, 773}};
-    const auto head = heads.find(parts);
-    return head == heads.end() ? KorDSMValueText::tableCaption(*findTable(parts))
-                               : Prompts::dsm(head->second);
-}
-
-KorMFCGridCtrl::EKind kindOf(const Column& column) {
-    if (column.kind == eColumnKind::kFlag)
-        return KorMFCGridCtrl::eCheck;
-    if (column.isChosen())
-        return KorMFCGridCtrl::eCombo;
-    return column.isText() ? KorMFCGridCtrl::eText : KorMFCGridCtrl::eNumber;
-}
-
-struct Choices {
-    std::vector<KorString> names;
-    std::vector<QIcon> pictures;
-};
-
-Choices choicesOf(const TableSchema& table, const Column& column) {
-    Choices choices;
-    if (!column.isReference()) {
-        choices.names = KorDSMValueText::valueNames(table, column);
-        for (const std::int32_t value : KorDSMValueText::valuesOf(column))
-            choices.pictures.push_back(ValuePictures::of(table, column, std::int64_t{value}));
-        return choices;
-    }
-    const TableSchema& targets = *findTable(column.target);
-    const bool hasPictures = !ValuePictures::sizeFor(table, column).isEmpty();
-    choices = {{KorDSMValueText::nothing()}, {QIcon()}};
-    for (const StructRecord* target : CurrentRows::byName(column.target)) {
-        choices.names.push_back(target->name);
-        choices.pictures.push_back(hasPictures ? ValuePictures::ofRow(targets, *target) : QIcon());
-    }
-    return choices;
-}
 
 } // namespace
 
@@ -163,19 +113,19 @@ KorString PartListEditor::captionOf(const Column& column) const {
 
 void PartListEditor::setUpColumns() {
     m_columns = shownColumns();
-    m_head->setText(toQt(headOf(m_parts)));
-    m_grid->setAccessibleName(toQt(headOf(m_parts)));
+    m_head->setText(toQt(PartListColumns::headOf(m_parts)));
+    m_grid->setAccessibleName(toQt(PartListColumns::headOf(m_parts)));
     for (const Column* column : m_columns) {
-        const int place = m_grid->insertColumn(
-            captionOf(*column), isDetail(*column) ? KorMFCGridCtrl::eReadOnly : kindOf(*column));
-        const auto tree = trees().find(column->isReference() ? column->target : kNoTable);
-        if (tree != trees().end())
-            m_grid->setColumnTree(
-                place, [fill = tree->second, canBeEmpty = m_list->canBeEmpty()](VELComboTree& combo) {
-                    SelectionFills::fill(fill, combo);
-                    if (canBeEmpty)
-                        combo.addEntry(KorDSMValueText::nothing());
-                });
+        const int place =
+            m_grid->insertColumn(captionOf(*column), isDetail(*column) ? KorMFCGridCtrl::eReadOnly
+                                                                       : PartListColumns::kindOf(*column));
+        if (const auto tree = PartListColumns::treeFor(*column))
+            m_grid->setColumnTree(place,
+                                  [fill = *tree, canBeEmpty = m_list->canBeEmpty()](VELComboTree& combo) {
+                                      SelectionFills::fill(fill, combo);
+                                      if (canBeEmpty)
+                                          combo.addEntry(KorDSMValueText::nothing());
+                                  });
     }
     m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_grid->setRowsMovable(m_list->isOrdered());
@@ -190,9 +140,9 @@ void PartListEditor::load(RowRef whole) {
         setUpColumns();
     m_selected = isOther ? KorDSMEditedList::Keys() : selected();
     for (std::size_t i = 0; i < m_columns.size(); ++i)
-        if (kindOf(*m_columns[i]) == KorMFCGridCtrl::eCombo && !isDetail(*m_columns[i]) &&
-            !trees().contains(m_columns[i]->isReference() ? m_columns[i]->target : kNoTable)) {
-            const Choices choices = choicesOf(m_list->table(), *m_columns[i]);
+        if (PartListColumns::kindOf(*m_columns[i]) == KorMFCGridCtrl::eCombo && !isDetail(*m_columns[i]) &&
+            !PartListColumns::treeFor(*m_columns[i])) {
+            const auto choices = PartListColumns::choicesOf(m_list->table(), *m_columns[i]);
             m_grid->setColumnChoices(static_cast<int>(i), choices.names, choices.pictures);
         }
     fill();
