@@ -48,7 +48,7 @@ FileFindings checkFile(const std::string& file) {
 std::vector<FileFindings> checkAll(const CheckOptions& options) {
     std::vector<FileFindings> found;
     if (options.files.empty())
-        for (const SourceId id : SourceChoice::choose({}).ids)
+        for (const SourceId id : SourceChoice::choose({}).value)
             found.push_back(checkSource(StyleDatabases::current(), id));
     std::ranges::transform(options.files, std::back_inserter(found), &checkFile);
     return found;

@@ -44,10 +44,10 @@ std::vector<KorString> removed(StyleSource& source) {
 } // namespace
 
 int compactCommand(DataFolder&, const CompactOptions& options) {
-    const SourceChoice::Sources chosen = SourceChoice::choose(options.source);
-    if (chosen.ids.empty())
-        return refuse(chosen.error);
-    const SourceId id = chosen.ids.front();
+    const Result<std::vector<SourceId>> chosen = SourceChoice::choose(options.source);
+    if (!chosen)
+        return refuse(KorString(chosen.error));
+    const SourceId id = chosen.value.front();
     StyleSource& source = *StyleDatabases::current().source(id);
     if (const std::string tooNew = StyleDatabases::current().whyTooNew(id); !tooNew.empty())
         return refuse(KorString(tooNew));

@@ -23,16 +23,12 @@ namespace {
 
 // Returns an exit code.
 int selectStyle(const RowOptions& wanted) {
-    RowChoice style;
-    KorString error;
-    const eExitCode found = RowChoice::find(wanted, style, error);
-    if (found == kExitDone && KorDSMStartSelection::select(style.source, style.key))
+    const FoundRow found = RowChoice::find(wanted);
+    const RowChoice& style = found.value;
+    if (found && KorDSMStartSelection::select(style.source, style.key))
         return kExitDone;
-    complainOfReading();
-    if (found != kExitDone) {
-        complainUnlessTold(error);
+    if (found.tell() != kExitDone)
         return kExitFailed;
-    }
     StyleSource& source = *StyleDatabases::current().source(style.source);
     Console::complain(KorString::format(
         source.complete()

@@ -112,9 +112,10 @@ private:
         const std::vector<const Column*> columns = m_list.columns();
         if (m_owner.table->type == kTableDetailStyle && name == "view")
             return columns.front();
-        const Column* column = TypedValue::findColumn(m_list.table(), columns, name, m_error);
-        m_code = column ? kExitFailed : kExitUsage;
-        return column;
+        const Result<const Column*> column = TypedValue::findColumn(m_list.table(), columns, name);
+        if (!column)
+            refuse(KorString(column.error), kExitUsage);
+        return column.value;
     }
     // COLUMN=VALUE, or a value of the first column.
     bool readValue(const std::string& text, std::vector<std::pair<const Column*, KorString>>& values) {
@@ -158,9 +159,10 @@ constexpr const char* kNames[] = {"entry add", "entry remove", "entry move", "en
 } // namespace
 
 int entryCommand(DataFolder&, const EntryOptions& options) {
-    RowChoice owner;
-    if (const eExitCode found = RowChoice::findToChange(options.owner, owner); found != kExitDone)
-        return found;
+    const FoundRow found = RowChoice::findToChange(options.owner);
+    if (found.tell() != kExitDone)
+        return found.code;
+    const RowChoice& owner = found.value;
     const ScopedSource request(owner.source);
     const std::unique_ptr<EntryList> list = EntryList::of(owner);
     if (!list)

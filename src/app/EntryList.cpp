@@ -48,10 +48,11 @@ KorString EntryList::add(std::size_t place, const std::optional<KorString>& firs
         return why;
     std::optional<CellValue> value;
     if (!canBeEmpty()) {
-        TypedValue::Typed typed = TypedValue::read(m_list->whole(), column, first.value_or(KorString()));
-        if (!typed.value)
-            return typed.error;
-        value = std::move(typed.value);
+        const Result<CellValue> typed =
+            TypedValue::read(m_list->whole(), column, first.value_or(KorString()));
+        if (!typed)
+            return KorString(typed.error);
+        value = typed.value;
     }
     const KorDSMEditedList::Keys now = m_list->keys();
     const KorDSMEditedList::Outcome added = m_list->add(place == 0 ? 0 : now[place - 1], value);
@@ -77,12 +78,12 @@ KorString EntryList::set(std::size_t place, const Column& column, const KorStrin
     if (KorString why = whyListed(column, value, key); !why.isEmpty())
         return why;
     const KorDSMEditedList::Cell cell = m_list->cell(key, column);
-    const TypedValue::Typed typed = TypedValue::read(cell.row, *cell.column, value);
-    if (!typed.value)
-        return typed.error;
-    if (!canBeEmpty() && *typed.value == CellValue(std::int64_t{0}))
+    const Result<CellValue> typed = TypedValue::read(cell.row, *cell.column, value);
+    if (!typed)
+        return KorString(typed.error);
+    if (!canBeEmpty() && typed.value == CellValue(std::int64_t{0}))
         return translated("A view must be named; \"entry remove\" takes one out.");
-    return whyNot(m_list->set({key}, column, *typed.value));
+    return whyNot(m_list->set({key}, column, typed.value));
 }
 
 std::unique_ptr<EntryList> EntryList::of(const RowChoice& owner) {

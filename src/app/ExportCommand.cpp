@@ -22,14 +22,10 @@ eExitCode choose(const ExportOptions& options, SourceId& source, std::vector<Row
     std::vector<std::string> names = options.others;
     names.insert(names.begin(), options.style);
     for (const std::string& name : names) {
-        RowChoice row;
-        KorString error;
-        const eExitCode found = RowChoice::findInOneState({"detail-style", name, sourceName}, row, error);
-        complainOfReading();
-        if (found != kExitDone) {
-            complainUnlessTold(error);
-            return found;
-        }
+        const FoundRow found = RowChoice::findInOneState({"detail-style", name, sourceName});
+        if (found.tell() != kExitDone)
+            return found.code;
+        const RowChoice& row = found.value;
         source = row.source;
         sourceName = SourceChoice::nameOf(source).toStdString();
         if (std::ranges::find(styles, row.ref()) == styles.end())

@@ -96,13 +96,13 @@ eNamesakes namesakesOf(const std::string& word) {
 } // namespace
 
 int importCommand(DataFolder&, const ImportOptions& options) {
-    const SourceChoice::Sources to = SourceChoice::choose(options.to.empty() ? "user" : options.to);
-    if (!to.error.isEmpty())
-        return failed(to.error);
+    const Result<std::vector<SourceId>> to = SourceChoice::choose(options.to.empty() ? "user" : options.to);
+    if (!to)
+        return failed(KorString(to.error));
     const KorDSMImport import(options.file);
     if (!import.error().isEmpty())
         return failed(import.error());
-    KorDSMDeepCopy::Wish wish = import.wishFor(to.ids.front());
+    KorDSMDeepCopy::Wish wish = import.wishFor(to.value.front());
     if (const KorString error = choose(import, options.styles, wish); !error.isEmpty())
         return failed(error);
     wish.namesakes = namesakesOf(options.sameName);

@@ -99,18 +99,17 @@ void printColumns(const std::vector<ListedRow>& rows) {
 } // namespace
 
 int listCommand(DataFolder& folder, const ListOptions& options) {
-    KorString error;
-    const TableSchema* table = RowChoice::findKind(options.kind, error);
-    const SourceChoice::Sources sources = SourceChoice::choose(options.source);
-    if (!table || !sources.error.isEmpty()) {
-        Console::complain(table ? sources.error : error);
+    const Result<const TableSchema*> table = RowChoice::findKind(options.kind);
+    const Result<std::vector<SourceId>> sources = SourceChoice::choose(options.source);
+    if (!table || !sources) {
+        Console::complain(KorString(table ? sources.error : table.error));
         return table ? kExitFailed : kExitUsage;
     }
     std::vector<ListedRow> rows;
-    for (const SourceId id : sources.ids)
-        std::ranges::move(rowsOf(id, *table), std::back_inserter(rows));
+    for (const SourceId id : sources.value)
+        std::ranges::move(rowsOf(id, *table.value), std::back_inserter(rows));
     if (options.json)
-        printJson(*table, rows);
+        printJson(*table.value, rows);
     else
         printColumns(rows);
     const bool lost = complainOfReading();

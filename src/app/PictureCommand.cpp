@@ -86,14 +86,11 @@ int pictureCommand(DataFolder& folder, const DrawingOptions& options) {
     if (const KorString hindrance = OutputFile::hindrance(options.file, options.overwrite);
         !hindrance.isEmpty())
         return failed(hindrance);
-    RowChoice row;
-    KorString error;
-    const eExitCode found = RowChoice::find(options.row, row, error);
+    const FoundRow found = RowChoice::find(options.row);
     const bool lost = complainOfReading();
-    if (found != kExitDone) {
-        complainUnlessTold(error);
-        return found;
-    }
+    if (found.tell() != kExitDone)
+        return found.code;
+    const RowChoice& row = found.value;
     const Result<std::int32_t> view = viewOf(row, options.view);
     if (!view)
         return failed(view.error);

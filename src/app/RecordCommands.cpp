@@ -39,29 +39,31 @@ KorString whyNotOnItsOwn(const TableSchema& table) {
                : KorString();
 }
 
-// Finds a record of its own that is to be changed; tells the user why not.
-eExitCode find(const RowOptions& options, RowChoice& row) {
-    const eExitCode found = RowChoice::findToChange(options, row);
-    if (found != kExitDone)
-        return found;
-    const KorString why = whyNotOnItsOwn(*row.table);
-    if (!why.isEmpty())
-        Console::complain(why);
-    return why.isEmpty() ? kExitDone : kExitUsage;
+// Finds a record of its own that is to be changed.
+FoundRow find(const RowOptions& options) {
+    FoundRow found = RowChoice::findToChange(options);
+    const KorString why = found ? whyNotOnItsOwn(*found.value.table) : KorString();
+    return why.isEmpty() ? found : FoundRow(Result<>::failure(why), kExitUsage);
 }
 
-// Finds one open source by its name; tells the user why not.
-bool findSource(const std::string& name, SourceId& source) {
-    const SourceChoice::Sources sources = SourceChoice::choose(name.empty() ? "user" : name);
-    KorString error = sources.error;
-    if (error.isEmpty()) {
-        source = sources.ids.front();
-        error = StyleDatabases::current().readWhole(source).error;
-    }
+// Finds one open source by its name, and reads it whole.
+Result<SourceId> findSource(const std::string& name) {
+    const Result<std::vector<SourceId>> sources = SourceChoice::choose(name.empty() ? "user" : name);
+    if (!sources)
+        return static_cast<const Result<>&>(sources);
+    const SourceId source = sources.value.front();
+    if (Result<> whole = StyleDatabases::current().readWhole(source); !whole)
+        return whole;
+    return source;
+}
+
+// The same, and tells the user why not.
+Result<SourceId> findSourceOrTell(const std::string& name) {
+    Result<SourceId> source = findSource(name);
     complainOfReading();
-    if (!error.isEmpty())
-        complainUnlessTold(error);
-    return error.isEmpty();
+    if (!source)
+        complainUnlessTold(KorString(source.error));
+    return source;
 }
 
 KorString kindsThatAreMade() {
@@ -72,8 +74,8 @@ KorString kindsThatAreMade() {
     return kinds;
 }
 
-// The key of the group that NAME --in means, 0 for none. An error says why it cannot be told.
-std::int32_t groupKey(const TableSchema& table, const std::string& name, KorString& error) {
+// The key of the group that NAME --in means, 0 for none.
+Result<std::int32_t> groupKey(const TableSchema& table, const std::string& name) {
     const eTableType type = KorDSMRecordCommands::groupsOf(table.type);
     if (type == kNoTable)
         return 0;
@@ -83,7 +85,7 @@ std::int32_t groupKey(const TableSchema& table, const std::string& name, KorStri
     const StructRecord* group = rows.find(KorString(name));
     if (group)
         return group->key;
-    error =
+    return Result<>::failure(
         !name.empty()
             ? KorString::format(translated("There is no %s named \"%s\"."), {groups.rowName(), name}) +
                   didYouMean(name, names)
@@ -92,8 +94,7 @@ std::int32_t groupKey(const TableSchema& table, const std::string& name, KorStri
                                            "\"detailstyles new %s NAME\", and name it with --in."),
                                 {table.rowName(), groups.rowName(), groups.kindName()})
             : KorString::format(translated("A %s is filed in a %s; name one with --in, which is one of %s."),
-                                {table.rowName(), groups.rowName(), RowChoice::listOf(names)});
-    return 0;
+                                {table.rowName(), groups.rowName(), RowChoice::listOf(names)}));
 }
 
 // Lists a record in a category that is listed in several, such as a view. An error says why not.
@@ -111,20 +112,20 @@ KorString setValue(RowRef row, const std::string& text) {
     const auto mark = text.find('=');
     if (mark == std::string::npos)
         return KorString::format(translated("\"%s\" is no COLUMN=VALUE, such as scale=1:10."), {text});
-    KorString error;
     const TableSchema& table = *findTable(row.table);
     std::vector<const Column*> columns = TypedValue::columnsOf(table);
     std::erase(columns, table.column(1)); // the name was given
-    const Column* column = TypedValue::findColumn(table, columns, text.substr(0, mark), error);
-    if (!column)
-        return error;
-    const TypedValue::Typed typed = TypedValue::read(row, *column, text.substr(mark + 1));
-    if (!typed.value)
-        return typed.error;
+    const Result<const Column*> found = TypedValue::findColumn(table, columns, text.substr(0, mark));
+    if (!found)
+        return KorString(found.error);
+    const Column* column = found.value;
+    const Result<CellValue> typed = TypedValue::read(row, *column, text.substr(mark + 1));
+    if (!typed)
+        return KorString(typed.error);
     StyleDatabases& databases = StyleDatabases::current();
     const StructRecord* record = databases.here()->table(row.table).find(KorOdbcKey(row.key));
-    const bool isStored = column->read(record) == *typed.value ||
-                          databases.setCell(row.table, KorOdbcKey(row.key), column->number, *typed.value) ==
+    const bool isStored = column->read(record) == typed.value ||
+                          databases.setCell(row.table, KorOdbcKey(row.key), column->number, typed.value) ==
                               WriteResult::kWritten;
     return isStored ? KorString()
                     : KorString::format(translated("The value could not be written to column \"%s\"."),
@@ -134,26 +135,30 @@ KorString setValue(RowRef row, const std::string& text) {
 } // namespace
 
 int newCommand(DataFolder&, const NewOptions& options) {
-    KorString error;
-    const TableSchema* table = RowChoice::findKind(options.row.kind, error);
-    if (table && !KorDSMRecordCommands::isMade(table->type))
-        error = KorString::format(
-            translated("Records of the kind \"%s\" are not made here; they are made of %s."),
-            {table->kindName(), kindsThatAreMade()});
-    if (!error.isEmpty())
-        return ChangeReport::refuse(error, kExitUsage);
-    SourceId source;
-    if (!findSource(options.row.source, source))
+    const Result<const TableSchema*> kind = RowChoice::findKind(options.row.kind);
+    if (!kind)
+        return ChangeReport::refuse(KorString(kind.error), kExitUsage);
+    const TableSchema& table = *kind.value;
+    if (!KorDSMRecordCommands::isMade(table.type))
+        return ChangeReport::refuse(
+            KorString::format(
+                translated("Records of the kind \"%s\" are not made here; they are made of %s."),
+                {table.kindName(), kindsThatAreMade()}),
+            kExitUsage);
+    const Result<SourceId> found = findSourceOrTell(options.row.source);
+    if (!found)
         return kExitFailed;
+    const SourceId source = found.value;
     const ScopedSource request(source);
-    const std::int32_t group = groupKey(*table, options.group, error);
-    if (!error.isEmpty())
-        return ChangeReport::refuse(error);
+    const Result<std::int32_t> group = groupKey(table, options.group);
+    if (!group)
+        return ChangeReport::refuse(KorString(group.error));
     ChangeReport report("new", options.how);
-    const Outcome made = KorDSMRecordCommands::create(source, table->type, options.row.name, group);
+    const Outcome made = KorDSMRecordCommands::create(source, table.type, options.row.name, group.value);
     if (!made.isStored())
         return ChangeReport::refuse(made.error);
-    if (!options.group.empty() && KorDSMRecordCommands::groupsOf(table->type) == kNoTable)
+    KorString error;
+    if (!options.group.empty() && KorDSMRecordCommands::groupsOf(table.type) == kNoTable)
         error = listIn(source, made.row, options.group);
     if (!error.isEmpty())
         return ChangeReport::refuse(error);
@@ -184,19 +189,16 @@ void tellRenamed(const ImportReport& brought, ChangeReport& report) {
 } // namespace
 
 int copyCommand(DataFolder&, const CopyOptions& options) {
-    RowChoice row;
-    KorString error;
-    const eExitCode found = RowChoice::findInOneState(options.row, row, error);
-    complainOfReading();
-    if (found != kExitDone) {
-        complainUnlessTold(error);
-        return found;
-    }
+    const FoundRow found = RowChoice::findInOneState(options.row);
+    if (found.tell() != kExitDone)
+        return found.code;
+    const RowChoice& row = found.value;
     if (const KorString why = whyNotOnItsOwn(*row.table); !why.isEmpty())
         return ChangeReport::refuse(why, kExitUsage);
-    SourceId to;
-    if (!findSource(options.to, to))
+    const Result<SourceId> target = findSourceOrTell(options.to);
+    if (!target)
         return kExitFailed;
+    const SourceId to = target.value;
     ChangeReport report("copy", options.how);
     ImportReport brought;
     const auto depth =
@@ -220,9 +222,10 @@ int copyCommand(DataFolder&, const CopyOptions& options) {
 }
 
 int renameCommand(DataFolder&, const RenameOptions& options) {
-    RowChoice row;
-    if (const eExitCode found = find(options.row, row); found != kExitDone)
-        return found;
+    const FoundRow found = find(options.row);
+    if (found.tell() != kExitDone)
+        return found.code;
+    const RowChoice& row = found.value;
     const ScopedSource request(row.source);
     if (const KorString shared = options.how.shared ? KorString() : row.whyShared(); !shared.isEmpty())
         return ChangeReport::refuse(shared);
@@ -253,9 +256,10 @@ int refuseToDelete(const Outcome& refused) {
 } // namespace
 
 int deleteCommand(DataFolder&, const DeleteOptions& options) {
-    RowChoice row;
-    if (const eExitCode found = find(options.row, row); found != kExitDone)
-        return found;
+    const FoundRow found = find(options.row);
+    if (found.tell() != kExitDone)
+        return found.code;
+    const RowChoice& row = found.value;
     ChangeReport report("delete", options.how);
     report.isAbout(row.source, row.ref());
     const KorString name = row.record()->name;

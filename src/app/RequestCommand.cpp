@@ -72,9 +72,9 @@ void printChosen(bool json) {
 
 int chooseRequest(char** argv, DataFolder& folder, const RequestOptions& options) {
     const bool paints = !options.picture.file.empty();
-    const SourceChoice::Sources sources = SourceChoice::choose(options.source);
-    KorString error = sources.error;
-    if (error.isEmpty() && options.key != 0 && !isInAny(options.key, sources.ids))
+    const Result<std::vector<SourceId>> sources = SourceChoice::choose(options.source);
+    KorString error(sources.error);
+    if (sources && options.key != 0 && !isInAny(options.key, sources.value))
         error = KorString::format(translated("There is no view request with the key %s."),
                                   {KorString::number(std::int64_t{options.key})});
     if (!error.isEmpty()) {
@@ -93,7 +93,7 @@ int chooseRequest(char** argv, DataFolder& folder, const RequestOptions& options
     std::ranges::for_each(KorHostReport::take(), &Console::complain);
     if (paints)
         picture.paintWhenOpen(&openDialog);
-    const bool isChosen = choose(options, sources.ids.empty() ? SourceId() : sources.ids.front());
+    const bool isChosen = choose(options, sources.value.empty() ? SourceId() : sources.value.front());
     if (paints)
         return picture.finish(folder);
     if (isChosen)

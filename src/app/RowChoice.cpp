@@ -30,17 +30,16 @@ KorString RowChoice::whyShared() const {
                      {here.store().name(), kind, name});
 }
 
-const TableSchema* RowChoice::findKind(const std::string& kind, KorString& error) {
-    const TableSchema* table = findTable(std::string_view(kind));
-    if (table)
+Result<const TableSchema*> RowChoice::findKind(const std::string& kind) {
+    if (const TableSchema* table = findTable(std::string_view(kind)))
         return table;
     std::vector<KorString> kinds;
     for (const TableSchema& each : allTables())
         kinds.emplace_back(each.kindName());
-    error = KorString::format(
-                translated("There is no kind \"%s\"; \"detailstyles list --help\" names them all."), {kind}) +
-            didYouMean(kind, kinds);
-    return nullptr;
+    return Result<>::failure(
+        KorString::format(translated("There is no kind \"%s\"; \"detailstyles list --help\" names them all."),
+                          {kind}) +
+        didYouMean(kind, kinds));
 }
 
 namespace {
@@ -64,7 +63,7 @@ KorString noneNamed(const TableSchema& table, const RowOptions& options) {
                                             "hold it, cannot be used."),
                                  {table.rowName(), options.name, missing});
     std::vector<KorString> names;
-    for (const SourceId id : SourceChoice::choose(options.source).ids)
+    for (const SourceId id : SourceChoice::choose(options.source).value)
         std::ranges::move(RowChoice::namesIn(StyleDatabases::current().source(id)->table(table.type)),
                           std::back_inserter(names));
     return KorString::format(options.source.empty()
@@ -105,63 +104,58 @@ KorString RowChoice::severalNamed(const StyleTable& table, const std::vector<std
          told + (keys.size() > kMostTold ? ", ..." : "")});
 }
 
-eExitCode RowChoice::find(const RowOptions& options, RowChoice& row, KorString& error) {
-    row.table = findKind(options.kind, error);
-    if (!row.table)
-        return kExitUsage;
-    SourceChoice::Sources sources = SourceChoice::choose(options.source);
-    error = sources.error;
-    std::ranges::stable_partition(sources.ids, [](SourceId id) { return id == SourceId::user(); });
-    for (auto id = sources.ids.begin(); error.isEmpty() && id != sources.ids.end(); ++id) {
-        StyleSource& source = *StyleDatabases::current().source(*id);
-        error = source.readingOf(row.table->type).error;
-        if (!error.isEmpty())
-            break;
-        const StyleTable& table = source.table(row.table->type);
+FoundRow RowChoice::find(const RowOptions& options) {
+    const Result<const TableSchema*> kind = findKind(options.kind);
+    if (!kind)
+        return {kind, kExitUsage};
+    const TableSchema& schema = *kind.value;
+    Result<std::vector<SourceId>> sources = SourceChoice::choose(options.source);
+    if (!sources)
+        return {sources};
+    std::ranges::stable_partition(sources.value, [](SourceId id) { return id == SourceId::user(); });
+    for (const SourceId id : sources.value) {
+        StyleSource& source = *StyleDatabases::current().source(id);
+        if (const Result<> reading = source.readingOf(schema.type); !reading)
+            return {reading};
+        const StyleTable& table = source.table(schema.type);
         const std::vector<std::int32_t> keys = KorDSMValueText::keysNamed(table, options.name);
-        if (keys.empty()) {
-            error = whyNamesAreUnknown(source, *row.table, options.name);
-            continue;
-        }
-        row.source = *id;
-        row.key = KorOdbcKey(keys.front());
-        error = severalNamed(table, keys);
-        return error.isEmpty() ? kExitDone : kExitFailed;
+        if (const KorString several = severalNamed(table, keys); !several.isEmpty())
+            return {Result<>::failure(several)};
+        if (!keys.empty())
+            return {RowChoice{id, &schema, KorOdbcKey(keys.front())}};
+        if (const KorString unknown = whyNamesAreUnknown(source, schema, options.name); !unknown.isEmpty())
+            return {Result<>::failure(unknown)};
     }
-    if (error.isEmpty())
-        error = noneNamed(*row.table, options);
-    return kExitFailed;
+    return {Result<>::failure(noneNamed(schema, options))};
 }
 
-eExitCode RowChoice::findInOneState(const RowOptions& options, RowChoice& row, KorString& error) {
-    const eExitCode found = find(options, row, error);
-    if (found != kExitDone)
+FoundRow RowChoice::findInOneState(const RowOptions& options) {
+    const FoundRow found = find(options);
+    if (!found)
         return found;
-    if (const KorString missing =
-            options.source.empty() ? SourceChoice::missingBefore(row.source) : KorString();
-        !missing.isEmpty()) {
-        error = KorString::format(
+    const SourceId source = found.value.source;
+    const KorString missing = options.source.empty() ? SourceChoice::missingBefore(source) : KorString();
+    if (!missing.isEmpty())
+        return {Result<>::failure(KorString::format(
             translated(
                 "The source \"%s\", which is searched first, cannot be used, so nothing was done; mend "
                 "that first, or name another source with --source."),
-            {missing});
-        return kExitFailed;
-    }
-    if (const Result<> whole = StyleDatabases::current().readWhole(row.source); !whole) {
-        error = whole.error;
-        return kExitFailed;
-    }
-    return find(options, row, error); // reading the whole may have been reading anew
+            {missing}))};
+    if (const Result<> whole = StyleDatabases::current().readWhole(source); !whole)
+        return {whole};
+    return find(options); // reading the whole may have been reading anew
 }
 
-eExitCode RowChoice::findToChange(const RowOptions& options, RowChoice& row) {
+FoundRow RowChoice::findToChange(const RowOptions& options) {
     RowOptions wanted = options;
     if (wanted.source.empty())
         wanted.source = "user";
-    KorString error;
-    const eExitCode found = findInOneState(wanted, row, error);
+    return findInOneState(wanted);
+}
+
+eExitCode FoundRow::tell() const {
     complainOfReading();
-    if (found != kExitDone)
-        complainUnlessTold(error);
-    return found;
+    if (!ok())
+        complainUnlessTold(KorString(error));
+    return code;
 }

@@ -2,7 +2,10 @@
 
 #include "app/Commands.h"
 #include "app/SourceChoice.h"
+#include "base/Result.h"
 #include "records/RowRef.h"
+
+struct FoundRow;
 
 /// One row that the user named.
 struct RowChoice {
@@ -20,15 +23,13 @@ struct RowChoice {
     /// Finds the row in the sources that the user means. It has the run name `options.name`, or, where no row
     /// is called so, the key in brackets, as "[12]": parts of other rows often have no name of their own. The
     /// User database comes first, then Standard, then the add-ins. Of several rows of one name none is found.
-    /// On failure an exit code above 0, with a sentence for the user in `error`.
-    static eExitCode find(const RowOptions& options, RowChoice& row, KorString& error);
+    static FoundRow find(const RowOptions& options);
 
     /// The same in a source of which every table was read, in one state.
-    static eExitCode findInOneState(const RowOptions& options, RowChoice& row, KorString& error);
+    static FoundRow findInOneState(const RowOptions& options);
 
-    /// The same for a row that is to be changed: without a source in the User database. Tells the user why
-    /// there is none, and what could not be read.
-    static eExitCode findToChange(const RowOptions& options, RowChoice& row);
+    /// The same for a row that is to be changed: without a source in the User database.
+    static FoundRow findToChange(const RowOptions& options);
 
     /// The names of all rows of a table.
     static std::vector<KorString> namesIn(const StyleTable& table);
@@ -37,6 +38,17 @@ struct RowChoice {
     /// What to say where a name stands for several rows of a table; empty for one key.
     static KorString severalNamed(const StyleTable& table, const std::vector<std::int32_t>& keys);
 
-    /// The table of a kind; null, with a sentence for the user, when there is none.
-    static const TableSchema* findKind(const std::string& kind, KorString& error);
+    /// The table of a kind.
+    static Result<const TableSchema*> findKind(const std::string& kind);
+};
+
+/// What came of a search for a row.
+struct FoundRow : Result<RowChoice> {
+    eExitCode code = kExitDone; ///< above 0 after a failure
+
+    FoundRow(RowChoice row) : Result(std::move(row)) {}
+    FoundRow(Result<> failed, eExitCode why = kExitFailed) : Result(std::move(failed)), code(why) {}
+
+    /// Tells the user what could not be read, and why there is no row; returns the code.
+    eExitCode tell() const;
 };

@@ -65,26 +65,25 @@ int set(const RowChoice& row, const Column& column, const SetOptions& options) {
     }
     if (const KorString why = whyNotChanged(row); !why.isEmpty())
         return ChangeReport::refuse(why);
-    const TypedValue::Typed typed = TypedValue::read({row.table->type, row.key}, column, options.value);
-    if (!typed.value)
-        return ChangeReport::refuse(typed.error);
+    const Result<CellValue> typed = TypedValue::read({row.table->type, row.key}, column, options.value);
+    if (!typed)
+        return ChangeReport::refuse(KorString(typed.error));
     if (const KorString shared = options.how.shared ? KorString() : row.whyShared(); !shared.isEmpty())
         return ChangeReport::refuse(shared);
-    return write(row, column, *typed.value, options.how);
+    return write(row, column, typed.value, options.how);
 }
 
 } // namespace
 
 int setCommand(DataFolder&, const SetOptions& options) {
-    RowChoice row;
-    const eExitCode found = RowChoice::findToChange(options.row, row);
-    if (found != kExitDone)
-        return found;
-    KorString error;
-    const Column* column =
-        TypedValue::findColumn(*row.table, TypedValue::columnsOf(*row.table), options.column, error);
+    const FoundRow found = RowChoice::findToChange(options.row);
+    if (found.tell() != kExitDone)
+        return found.code;
+    const RowChoice& row = found.value;
+    const Result<const Column*> column =
+        TypedValue::findColumn(*row.table, TypedValue::columnsOf(*row.table), options.column);
     if (!column)
-        return ChangeReport::refuse(error, kExitUsage);
+        return ChangeReport::refuse(KorString(column.error), kExitUsage);
     const ScopedSource request(row.source);
-    return set(row, *column, options);
+    return set(row, *column.value, options);
 }

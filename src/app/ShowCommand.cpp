@@ -118,20 +118,17 @@ void printText(const RowChoice& row, const StructRecord& record, bool isWhole) {
 } // namespace
 
 int showCommand(DataFolder&, const ShowOptions& options) {
-    RowChoice row;
-    KorString error;
     Result<> whole;
-    eExitCode code = RowChoice::find(options.row, row, error);
-    if (code == kExitDone) {
-        static_cast<void>(StyleDatabases::current().readWhole(row.source)); // `complete` tells
-        whole = StyleDatabases::current().source(row.source)->complete();
-        code = RowChoice::find(options.row, row, error); // reading the whole may have been reading anew
+    FoundRow found = RowChoice::find(options.row);
+    if (found) {
+        static_cast<void>(StyleDatabases::current().readWhole(found.value.source)); // `complete` tells
+        whole = StyleDatabases::current().source(found.value.source)->complete();
+        found = RowChoice::find(options.row); // reading the whole may have been reading anew
     }
     const bool lost = complainOfReading();
-    if (code != kExitDone) {
-        complainUnlessTold(error);
-        return code;
-    }
+    if (found.tell() != kExitDone)
+        return found.code;
+    const RowChoice& row = found.value;
     const ScopedSource request(row.source);
     if (options.json)
         printJson(row, *row.record(), whole.ok());

@@ -68,9 +68,9 @@ KorString missing() {
     return names;
 }
 
-Sources choose(const std::string& name) {
+Result<std::vector<SourceId>> choose(const std::string& name) {
     if (name.empty())
-        return {openSources(), {}};
+        return openSources();
     std::vector<KorString> known;
     KorString names;
     for (const SourceId id : knownSources()) {
@@ -80,14 +80,13 @@ Sources choose(const std::string& name) {
             continue;
         }
         if (StyleDatabases::current().source(id))
-            return {{id}, {}};
-        return {{},
-                KorString::format(translated("The source \"%s\" has no database that can be used."),
-                                  {nameOf(id)})};
+            return std::vector{id};
+        return Result<>::failure(KorString::format(
+            translated("The source \"%s\" has no database that can be used."), {nameOf(id)}));
     }
-    return {{},
-            KorString::format(translated("There is no source \"%s\"; there are %s."), {name, names}) +
-                didYouMean(name, known)};
+    return Result<>::failure(
+        KorString::format(translated("There is no source \"%s\"; there are %s."), {name, names}) +
+        didYouMean(name, known));
 }
 
 } // namespace SourceChoice

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Result.h"
 #include "data/StyleDatabases.h"
 
 /// How sources are named on the command line: `standard`, `user`, and add-ins by their folder or by the name
@@ -16,13 +17,7 @@ KorString missingBefore(SourceId found);
 /// The names of all sources that have no usable database, with commas; empty when there is none.
 KorString missing();
 
-/// What came of a choice: the sources meant, or a sentence for the user and none.
-struct Sources {
-    std::vector<SourceId> ids;
-    KorString error;
-};
-
 /// The open source of this name; without a name all open ones in the order Standard, add-ins, User.
-Sources choose(const std::string& name);
+Result<std::vector<SourceId>> choose(const std::string& name);
 
 } // namespace SourceChoice

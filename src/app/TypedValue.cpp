@@ -38,7 +38,7 @@ KorString adviceOn(const Column& column, const KorString& text) {
     if (!column.isReference())
         return {};
     const TableSchema& target = *findTable(column.target);
-    for (const SourceId id : SourceChoice::choose({}).ids)
+    for (const SourceId id : SourceChoice::choose({}).value)
         if (!text.isEmpty() && StyleDatabases::current().source(id)->table(target.type).find(text))
             return KorString(" ") +
                    KorString::format(
@@ -54,24 +54,26 @@ KorString adviceOn(const Column& column, const KorString& text) {
 
 } // namespace
 
-Typed read(RowRef row, const Column& column, const KorString& text) {
+Result<CellValue> read(RowRef row, const Column& column, const KorString& text) {
     const TableSchema& table = *findTable(row.table);
     const CellValue stored = column.read(tableOf(row.table).find(KorOdbcKey(row.key)));
     std::optional<CellValue> value;
     if (KorDSMValueText::toText(table, column, stored) == text) {
         value = stored;
     } else if (const KorString several = severalNamed(column, text); !several.isEmpty()) {
-        return {{}, KorString::format(translated("Column \"%s\": %s"), {column.name, several})};
+        return Result<>::failure(KorString::format(translated("Column \"%s\": %s"), {column.name, several}));
     } else {
         const KorDSMValueText::Parsed parsed = KorDSMValueText::parse(table, column, text);
         if (!parsed)
-            return {{},
-                    KorString::format(translated("Column \"%s\": %s"), {column.name, parsed.error}) +
-                        adviceOn(column, text)};
+            return Result<>::failure(
+                KorString::format(translated("Column \"%s\": %s"), {column.name, parsed.error}) +
+                adviceOn(column, text));
         value = parsed.value;
     }
     const KorString fault = whyNot(row, column, stored, *value);
-    return fault.isEmpty() ? Typed{value, {}} : Typed{{}, fault};
+    if (!fault.isEmpty())
+        return Result<>::failure(fault);
+    return *value;
 }
 
 std::vector<const Column*> columnsOf(const TableSchema& table) {
@@ -81,8 +83,8 @@ std::vector<const Column*> columnsOf(const TableSchema& table) {
     return columns;
 }
 
-const Column* findColumn(const TableSchema& table, const std::vector<const Column*>& columns,
-                         const std::string& name, KorString& error) {
+Result<const Column*> findColumn(const TableSchema& table, const std::vector<const Column*>& columns,
+                                 const std::string& name) {
     const auto found = std::ranges::find(columns, name, &Column::name);
     if (found != columns.end())
         return *found;
@@ -92,10 +94,10 @@ const Column* findColumn(const TableSchema& table, const std::vector<const Colum
         names.emplace_back(column->name);
         list = list + (list.isEmpty() ? "" : ", ") + column->name;
     }
-    error = KorString::format(translated("The kind \"%s\" has no column \"%s\"; its columns are %s."),
-                              {table.kindName(), name, list}) +
-            didYouMean(name, names);
-    return nullptr;
+    return Result<>::failure(
+        KorString::format(translated("The kind \"%s\" has no column \"%s\"; its columns are %s."),
+                          {table.kindName(), name, list}) +
+        didYouMean(name, names));
 }
 
 void tellUnlistedScale(const Column& column, const CellValue& value) {
