@@ -171,7 +171,8 @@ void addDrawing(CLI::App& app, Wanted& wanted) {
                                    &pictureCommand, options);
     command->add_option("STYLE", options->row.name, translatable("Name of the detail style"))->required();
     command
-        ->add_option("--out", options->file, translatable("SVG file to make, with a name that ends in .svg"))
+        ->add_option("--out", options->file,
+                     translatable("File to make, with a name that ends in .svg, .png or .pdf"))
         ->required()
         ->check(refuseEmpty);
     command

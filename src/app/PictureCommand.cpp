@@ -1,12 +1,12 @@
 #include "app/Commands.h"
 #include "app/Console.h"
+#include "app/DrawingFile.h"
 #include "app/OutputFile.h"
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
 #include "base/Translation.h"
 #include "drawing/SampleParts.h"
 #include "drawing/StyleDrawing.h"
-#include "drawing/SvgWriter.h"
 #include "records/StyleRecords.h"
 #include "services/KorResources.h"
 #include "services/KorTextFile.h"
@@ -79,9 +79,10 @@ void report(const Drawing& drawing, const DrawingOptions& options) {
 
 int pictureCommand(DataFolder& folder, const DrawingOptions& options) {
     const std::filesystem::path target = options.file;
-    if (target.extension() != ".svg")
+    if (!DrawingFile::isKnown(target))
         return failed(KorString::format(
-            translated("\"%s\" was not drawn: a picture is an SVG file, with a name that ends in .svg."),
+            translated(
+                "\"%s\" was not drawn: a picture is a file with a name that ends in .svg, .png or .pdf."),
             {options.file}));
     if (const KorString hindrance = OutputFile::hindrance(options.file, options.overwrite);
         !hindrance.isEmpty())
@@ -103,7 +104,8 @@ int pictureCommand(DataFolder& folder, const DrawingOptions& options) {
                                       {row.key, view.value, folder.path() / "Shared" / "Support"});
     const KorString schematic = KorString::format(
         translated("Schematic, of the sample part \"%s\"; not the host's drawing"), {drawing.part});
-    if (!KorTextFile::replace(std::filesystem::absolute(target), svgOf(drawing, schematic.toStdString()),
+    const PicturePage page = pageOf(drawing, schematic.toStdString());
+    if (!KorTextFile::replace(std::filesystem::absolute(target), DrawingFile::bytes(target, page),
                               options.overwrite))
         return failed(KorString::format(translated("\"%s\" could not be written."), {options.file}));
     report(drawing, options);

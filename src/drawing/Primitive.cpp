@@ -1,5 +1,6 @@
 #include "drawing/Primitive.h"
 
+#include <array>
 #include <numbers>
 
 bool Primitive::operator==(const Primitive& o) const {
@@ -11,12 +12,45 @@ bool Primitive::operator==(const Primitive& o) const {
            turned == o.turned && object == o.object && sameSteps(provenance, o.provenance);
 }
 
+std::vector<double> Pen::dashes() const {
+    std::vector<double> lengths;
+    if (!linetype)
+        return lengths;
+    for (const LinetypeElement& element : linetype->pattern) {
+        const bool isGap = element.kind == LinetypeElement::kGap;
+        if (element.kind == LinetypeElement::kShape || element.kind == LinetypeElement::kText)
+            continue;
+        const double length = element.kind == LinetypeElement::kDot ? 0.1 : element.length;
+        if (lengths.size() % 2 == (isGap ? 1u : 0u))
+            lengths.push_back(length * patternScale);
+        else if (!lengths.empty())
+            lengths.back() += length * patternScale;
+    }
+    if (lengths.size() < 2)
+        return {};
+    if (lengths.size() % 2)
+        lengths.push_back(0);
+    return lengths;
+}
+
 double Primitive::textWidth() const {
-    constexpr double kWide = 0.72; // of the height of capitals, as sans serif letters mostly are
-    std::size_t letters = 0;
-    for (const char c : text)
-        letters += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-    return static_cast<double>(letters) * style.size * (style.bold ? kWide * 1.1 : kWide);
+    // Widths of sans serif letters from blank to tilde, in thousandths of the size of the font.
+    static constexpr std::array<short, 95> kWidths = {
+        278, 278, 355, 556, 556, 889, 667, 191, 333, 333, 389, 584, 278, 333,  278, 278, 556, 556, 556,
+        556, 556, 556, 556, 556, 556, 556, 278, 278, 584, 584, 584, 556, 1015, 667, 667, 722, 722, 667,
+        611, 778, 722, 278, 500, 667, 556, 833, 722, 778, 667, 778, 722, 667,  611, 722, 667, 944, 667,
+        667, 611, 278, 278, 278, 469, 556, 333, 556, 556, 500, 556, 556, 278,  556, 556, 222, 222, 500,
+        222, 833, 556, 556, 556, 556, 333, 500, 278, 556, 500, 722, 500, 500,  500, 334, 260, 334, 584};
+    constexpr int kOther = 600;
+    int width = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= ' ' && byte <= '~')
+            width += kWidths[byte - static_cast<unsigned char>(' ')];
+        else if ((byte & 0xC0) != 0x80)
+            width += kOther;
+    }
+    return width / 1000.0 / kCapitals * style.size * (style.bold ? 1.08 : 1.0);
 }
 
 Box2 Primitive::box() const {

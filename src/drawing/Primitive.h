@@ -32,6 +32,10 @@ struct Pen {
     double weight = 0.25; ///< mm on paper
     std::string layer;
 
+    /// The lengths of dashes and gaps in turn, beginning with a dash, in millimetres on paper; none where the
+    /// line is continuous.
+    std::vector<double> dashes() const;
+
     bool operator==(const Pen&) const = default;
 };
 
@@ -71,8 +75,11 @@ struct Primitive {
     int object = -1;   ///< index in the part of what it shows; -1: none
     ProvenancePtr provenance;
 
+    /// Height of capitals in parts of the size of a font: sizes of texts are heights of capitals.
+    static constexpr double kCapitals = 0.716;
+
     bool operator==(const Primitive& o) const;
-    /// How wide a text is about, in millimetres: fonts differ, so that this is an estimate.
+    /// How wide a text is, in millimetres. Fonts differ: whoever draws it stretches it to this width.
     double textWidth() const;
     /// The box of it, with about the size that a text has.
     Box2 box() const;

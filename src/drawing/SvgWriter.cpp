@@ -1,14 +1,12 @@
 #include "drawing/SvgWriter.h"
 
 #include "drawing/LabelText.h"
+#include "drawing/PaperColor.h"
 
-#include <array>
 #include <cstdio>
 #include <numbers>
 
 namespace {
-
-constexpr double kMargin = 5; // mm around the drawing
 
 std::string number(double value) {
     const std::string text = LabelText::number(value, 3);
@@ -37,31 +35,51 @@ std::string escaped(const std::string& text) {
     return out;
 }
 
+std::string named(const PaperColor::Rgb& rgb) {
+    char text[8];
+    std::snprintf(text, sizeof text, "#%02x%02x%02x", rgb.red & 255, rgb.green & 255, rgb.blue & 255);
+    return text;
+}
+
+std::string colorOnPaper(int color) {
+    return named(PaperColor::of(color, PaperColor::eGround::kPaper));
+}
+
 class Writer {
 public:
     explicit Writer(const Box2& box) : m_box(box) {}
 
-    std::string at(Vec2 p) const { return number(p.u - m_box.low.u) + "," + number(m_box.high.v - p.v); }
-
-    void stroke(const Primitive& primitive, const std::string& shape) {
-        text += "<path d=\"" + shape + "\" stroke=\"" + colorOnPaper(primitive.pen.color) +
-                "\" stroke-width=\"" + number(primitive.pen.weight) + "\"" + dashes(primitive.pen) + "/>\n";
+    // What is pointed out has a pale band around it, below all lines.
+    void surround(const Primitive& primitive) {
+        std::vector<Vec2> points = primitive.points;
+        if (primitive.kind == Primitive::kText) {
+            const Box2 box = primitive.box();
+            points = {box.low, {box.high.u, box.low.v}, box.high, {box.low.u, box.high.v}, box.low};
+        }
+        const std::string shape = primitive.kind == Primitive::kArc ? arcOf(primitive) : pathOf(points);
+        const PaperColor::Rgb pale = PaperColor::paleHighlight(PaperColor::eGround::kPaper);
+        band(shape, PaperColor::highlight(PaperColor::eGround::kPaper), 2.4);
+        band(shape, pale, 2.0);
     }
 
-    void add(const Primitive& primitive) {
+    void add(const Primitive& primitive, bool highlighted) {
+        const bool isText = primitive.kind == Primitive::kText;
+        const std::string color = highlighted
+                                      ? named(PaperColor::highlight(PaperColor::eGround::kPaper))
+                                      : colorOnPaper(isText ? primitive.style.color : primitive.pen.color);
         switch (primitive.kind) {
         case Primitive::kLine:
-            stroke(primitive, pathOf(primitive.points));
+            stroke(primitive, pathOf(primitive.points), color);
             break;
         case Primitive::kFill:
-            text += "<path d=\"" + pathOf(primitive.points) + "Z\" fill=\"" +
-                    colorOnPaper(primitive.pen.color) + "\" stroke=\"none\"/>\n";
+            text +=
+                "<path d=\"" + pathOf(primitive.points) + "Z\" fill=\"" + color + "\" stroke=\"none\"/>\n";
             break;
         case Primitive::kArc:
-            stroke(primitive, arcOf(primitive));
+            stroke(primitive, arcOf(primitive), color);
             break;
         case Primitive::kText:
-            addText(primitive);
+            addText(primitive, color);
             break;
         }
     }
@@ -69,28 +87,23 @@ public:
     std::string text;
 
 private:
+    std::string at(Vec2 p) const { return number(p.u - m_box.low.u) + "," + number(m_box.high.v - p.v); }
+
+    void stroke(const Primitive& primitive, const std::string& shape, const std::string& color) {
+        text += "<path d=\"" + shape + "\" stroke=\"" + color + "\" stroke-width=\"" +
+                number(primitive.pen.weight) + "\"" + dashes(primitive.pen) + "/>\n";
+    }
+
+    void band(const std::string& shape, const PaperColor::Rgb& color, double width) {
+        text += "<path d=\"" + shape + "\" stroke=\"" + named(color) + "\" stroke-width=\"" + number(width) +
+                "\"/>\n";
+    }
+
     static std::string dashes(const Pen& pen) {
-        if (!pen.linetype)
-            return {};
-        std::vector<double> lengths; // dash and gap in turn, beginning with a dash
-        for (const LinetypeElement& element : pen.linetype->pattern) {
-            const bool isGap = element.kind == LinetypeElement::kGap;
-            if (element.kind == LinetypeElement::kShape || element.kind == LinetypeElement::kText)
-                continue;
-            const double length = element.kind == LinetypeElement::kDot ? 0.1 : element.length;
-            if (lengths.size() % 2 == (isGap ? 1u : 0u))
-                lengths.push_back(length * pen.patternScale);
-            else if (!lengths.empty())
-                lengths.back() += length * pen.patternScale;
-        }
-        if (lengths.size() < 2)
-            return {};
-        if (lengths.size() % 2)
-            lengths.push_back(0);
         std::string list;
-        for (const double length : lengths)
+        for (const double length : pen.dashes())
             list += (list.empty() ? "" : " ") + number(length);
-        return " stroke-dasharray=\"" + list + "\"";
+        return list.empty() ? list : " stroke-dasharray=\"" + list + "\"";
     }
 
     std::string pathOf(const std::vector<Vec2>& points) const {
@@ -115,16 +128,15 @@ private:
         return isFull ? path + piece(arc.from + 360, false) : path;
     }
 
-    void addText(const Primitive& primitive) {
+    void addText(const Primitive& primitive, const std::string& color) {
         const LabelStyle& style = primitive.style;
-        const double kCapitals = 0.716; // height of capitals in parts of the font size
         const std::string place = at(primitive.points[0]);
         const auto comma = place.find(',');
         text += "<text x=\"" + place.substr(0, comma) + "\" y=\"" + place.substr(comma + 1) +
                 "\" font-family=\"" + escaped(style.font.isEmpty() ? "Arial" : style.font.toStdString()) +
-                ", sans-serif\" font-size=\"" + number(style.size / kCapitals) + "\" textLength=\"" +
-                number(primitive.textWidth()) + "\" lengthAdjust=\"spacingAndGlyphs\" fill=\"" +
-                colorOnPaper(style.color) + "\"";
+                ", sans-serif\" font-size=\"" + number(style.size / Primitive::kCapitals) +
+                "\" textLength=\"" + number(primitive.textWidth()) +
+                "\" lengthAdjust=\"spacingAndGlyphs\" fill=\"" + color + "\"";
         if (style.bold)
             text += " font-weight=\"bold\"";
         if (style.italic)
@@ -142,48 +154,20 @@ private:
 
 } // namespace
 
-std::string colorOnPaper(int color) {
-    constexpr std::array<const char*, 10> kNamed = {"#000000", "#c00000", "#a08000", "#008000", "#008080",
-                                                    "#0000c0", "#a000a0", "#000000", "#606060", "#909090"};
-    if (color >= 0 && color < static_cast<int>(kNamed.size()))
-        return kNamed[static_cast<std::size_t>(color)];
-    if (color >= 250 || color < 0)
-        return "#404040";
-    // 10 to 249: a wheel of hues, each in five shades.
-    const double hue = (color - 10) / 10 * 15.0;
-    const double value = 0.75 - (color % 10) / 2 * 0.12;
-    const auto part = [&](double shift) {
-        const double place = std::fmod(hue + shift, 360.0) / 60;
-        const double level = std::clamp(std::abs(place - 3) - 1, 0.0, 1.0);
-        return static_cast<int>(std::lround(value * level * 255));
-    };
-    char text[8];
-    std::snprintf(text, sizeof text, "#%02x%02x%02x", part(0), part(240), part(120));
-    return text;
-}
-
-std::string svgOf(const Drawing& drawing, const std::string& schematic) {
-    Box2 box = drawing.box();
-    if (box.isEmpty())
-        box.add(Vec2{});
-    Primitive note;
-    note.kind = Primitive::kText;
-    note.text = schematic;
-    note.style = {"Arial", 2.5, 8};
-    note.points = {box.low - Vec2{0, 6}};
-    box.add(note.box());
-    box.low = box.low - Vec2{kMargin, kMargin};
-    box.high = box.high + Vec2{kMargin, kMargin};
-    const std::string width = number(box.width());
-    const std::string height = number(box.height());
-    Writer writer(box);
-    for (const Primitive* primitive : drawing.all())
-        writer.add(*primitive);
-    writer.add(note);
+std::string svgOf(const PicturePage& page) {
+    const std::string width = number(page.box.width());
+    const std::string height = number(page.box.height());
+    Writer writer(page.box);
+    for (const std::size_t index : page.highlighted)
+        writer.surround(page.primitives[index]);
+    std::vector<bool> isHighlighted(page.primitives.size());
+    for (const std::size_t index : page.highlighted)
+        isHighlighted[index] = true;
+    for (std::size_t i = 0; i < page.primitives.size(); ++i)
+        writer.add(page.primitives[i], isHighlighted[i]);
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
            width + "mm\" height=\"" + height + "mm\" viewBox=\"0 0 " + width + " " + height + "\">\n<title>" +
-           escaped(drawing.style + ", " + drawing.part) +
-           "</title>\n<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n" +
+           escaped(page.title) + "</title>\n<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n" +
            "<g fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n" + writer.text +
            "</g>\n</svg>\n";
 }

@@ -1,5 +1,6 @@
 #include "app/ProgramFixture.h"
 
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -44,9 +45,30 @@ TEST_F(PictureTest, ShowsOneViewOfAnotherPart) {
     EXPECT_EQ(drawn.json()["views"][0]["name"].toString(), "Beam, top");
 }
 
+// The same primitives in each kind of file; what is drawn twice is the same, byte for byte.
+TEST_F(PictureTest, DrawsPicturesOfPixelsAndOnPaper) {
+    for (const auto& [ending, start] : {std::pair("png", "\x89PNG"), std::pair("pdf", "%PDF")}) {
+        const QString file = named("p.") + ending;
+        std::string before;
+        for (int i = 0; i < 2; ++i) {
+            ASSERT_EQ(picture({"Plate, single part", "--overwrite", "--out", file}).exitCode, 0) << ending;
+            const std::string bytes = bytesOf(file.toStdString());
+            EXPECT_TRUE(bytes.starts_with(start) && bytes.size() > 5000) << ending;
+            EXPECT_TRUE(before.empty() || before == bytes) << ending;
+            before = bytes;
+        }
+    }
+    const QImage image(named("p.png"));
+    std::set<QRgb> colors; // of lines and texts, save what smoothing mixes
+    for (int y = 0; y < image.height(); y += 2)
+        for (int x = 0; x < image.width(); x += 2)
+            colors.insert(image.pixel(x, y));
+    EXPECT_TRUE(colors.contains(qRgb(255, 255, 255)) && colors.size() > 20);
+}
+
 TEST_F(PictureTest, RefusesInOneSentence) {
     const std::pair<QStringList, QString> cases[] = {
-        {{"Beam, shop drawing", "--out", named("x.bmp")}, "a picture is an SVG file"},
+        {{"Beam, shop drawing", "--out", named("x.bmp")}, "ends in .svg, .png or .pdf"},
         {{"Beam, shop drawing", "--out", named("x.svg"), "--part", "barn"},
          "There is no sample part \"barn\""},
         {{"Beam, shop drawing", "--out", named("x.svg"), "--view", "Column, front"},

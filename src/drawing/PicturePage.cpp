@@ -1,0 +1,23 @@
+#include "drawing/PicturePage.h"
+
+PicturePage pageOf(const Drawing& drawing, const std::string& schematic) {
+    constexpr double kMargin = 5; // mm around the drawing
+    PicturePage page;
+    page.title = drawing.style + ", " + drawing.part;
+    for (const Primitive* primitive : drawing.all())
+        page.primitives.push_back(*primitive);
+    page.box = drawing.box();
+    if (page.box.isEmpty())
+        page.box.add(Vec2{});
+    Primitive note;
+    note.kind = Primitive::kText;
+    note.purpose = Primitive::kTitle;
+    note.text = schematic;
+    note.style = {"Arial", 2.5, 8};
+    note.points = {page.box.low - Vec2{0, 6}};
+    page.box.add(note.box());
+    page.primitives.push_back(std::move(note));
+    page.box.low = page.box.low - Vec2{kMargin, kMargin};
+    page.box.high = page.box.high + Vec2{kMargin, kMargin};
+    return page;
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "drawing/Primitive.h"
+
+#include <string>
+
+/// A drawing as it is shown in a file: with a margin and the line that says it is schematic.
+struct PicturePage {
+    std::string title; ///< of the file
+    Primitives primitives;
+    std::vector<std::size_t> highlighted; ///< indexes of primitives that are pointed out
+    Box2 box;                             ///< of the page
+};
+
+/// The page of a drawing; `schematic` is written below it.
+PicturePage pageOf(const Drawing& drawing, const std::string& schematic);
