@@ -1,20 +1,13 @@
 # Installs the module into an empty folder, builds the example host against that package alone, and runs it
 # on sample databases.
+include(${CMAKE_CURRENT_LIST_DIR}/support/Run.cmake)
 file(REMOVE_RECURSE ${WORK})
-function(run)
-    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE out)
-    if(NOT result EQUAL 0)
-        message(FATAL_ERROR "${ARGN} failed (${result}):\n${out}")
-    endif()
-    set(output "${out}" PARENT_SCOPE)
-endfunction()
-
 # As after building the program alone.
 file(GLOB built ${BUILD}/src/libdetailstyles.so*)
 if(built)
     file(REMOVE ${built})
 endif()
-run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/prefix --component module)
+run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/prefix --component sdk)
 run(${CMAKE_COMMAND} -S ${SOURCE}/examples/host -B ${WORK}/build -G Ninja -DCMAKE_BUILD_TYPE=Debug
     -DCMAKE_PREFIX_PATH=${WORK}/prefix -DCMAKE_CXX_FLAGS=${CXX_FLAGS})
 run(${CMAKE_COMMAND} --build ${WORK}/build)
@@ -59,7 +52,8 @@ run(${CMAKE_COMMAND} --build ${WORK}/alone/build)
 
 # The module shows what is listed, no more and no less. Inline functions show or not as the compiler likes.
 find_program(NM nm REQUIRED)
-run(${NM} -DC --defined-only ${WORK}/prefix/lib/libdetailstyles.so)
+file(GLOB_RECURSE library ${WORK}/prefix/*/libdetailstyles.so)
+run(${NM} -DC --defined-only ${library})
 string(REGEX MATCHALL "[0-9a-f]+ [TDBR] [^\n]*" lines "${output}")
 list(TRANSFORM lines REPLACE "^[0-9a-f]+ . " "")
 list(FILTER lines EXCLUDE REGEX "^_|^typeinfo|^vtable")

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # What ./run and ./test share; sourced by them. Sets `root`, `build` and `state`, and gives the steps.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -47,7 +48,7 @@ prepare_packages() {
         missing=$(missing_packages)
         if [ -n "$missing" ] && [ "$(id -u)" != 0 ] && ! sudo -n true 2>/dev/null; then
             echo "Packages are missing. Install them, then try again:" >&2
-            echo "  sudo apt-get install --no-install-recommends" $missing >&2
+            echo "  sudo apt-get install --no-install-recommends" "${missing//$'\n'/ }" >&2
             exit 1
         fi
         # shellcheck disable=SC2086
@@ -61,8 +62,9 @@ prepare_packages() {
 # build_targets [TARGET...]: configures where it was never done, and builds the targets, or everything. With
 # DETAILSTYLES_STRICT a warning is an error.
 build_targets() {
-    local strict=${DETAILSTYLES_STRICT:+-DCMAKE_COMPILE_WARNING_AS_ERROR=ON}
-    { [ -f "$build/build.ninja" ] && [ -z "$strict" ]; } ||
-        step "Configuring" configure cmake -S "$root" --preset release $strict
+    local strict=()
+    [ -z "${DETAILSTYLES_STRICT:-}" ] || strict=(-DCMAKE_COMPILE_WARNING_AS_ERROR=ON)
+    { [ -f "$build/build.ninja" ] && [ ${#strict[@]} = 0 ]; } ||
+        step "Configuring" configure cmake -S "$root" --preset release "${strict[@]}"
     step "Building" build cmake --build "$build" ${1:+--target "$@"}
 }

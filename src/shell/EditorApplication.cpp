@@ -21,6 +21,7 @@ void translateLibrary() {
 
 void prepareEditorApplication() {
     QApplication::setApplicationName(QStringLiteral("detailstyles"));
+    QApplication::setDesktopFileName(QStringLiteral("arpa.home.detailstyles"));
     QApplication::setStyle(new KorStyle);
     translateLibrary();
 }

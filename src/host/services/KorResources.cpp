@@ -25,7 +25,7 @@ std::filesystem::path findFolder() {
         if (auto resources = folder / "share" / "detailstyles";
             std::filesystem::is_directory(resources, error))
             return resources;
-    return DETAILSTYLES_SOURCE_RESOURCES;
+    return DETAILSTYLES_INSTALLED_RESOURCES;
 }
 
 std::filesystem::path& current() {

@@ -6,7 +6,7 @@
 class KorResources {
 public:
     /// The folder; until `setFolder` it is the one that the environment variable DETAILSTYLES_RESOURCES
-    /// names, else the one beside the installed module or program, else that of the source tree.
+    /// names, else the one beside the module or program, else where the program was to be installed.
     static const std::filesystem::path& folder();
     static void setFolder(const std::filesystem::path& folder);
 };
