@@ -14,6 +14,7 @@ struct DrawingContext {
     ProvenancePtr chain;    ///< of the style
     std::vector<int> shown; ///< indexes of the objects that the style selects
     bool isOverview = false;
+    std::set<std::int32_t> entriesOff = {}; ///< keys of entries of maps that decide nothing
     std::set<std::pair<std::int32_t, int>> labelled =
         {}; ///< strategies and objects that have a label already
 

@@ -2,40 +2,35 @@
 
 #include "base/Translation.h"
 
-eAnswer ObjectMatch::holds(StyleRows& rows, const StructDetObjQualifierWithRole& qualifier,
-                           const PartObject& object) {
-    const auto* asked = rows.row<StructDetObjQualifier>(qualifier.qualifierKey);
-    const auto* type = asked ? rows.row<StructDetModelType>(asked->modelTypeKey) : nullptr;
-    const auto* role = rows.row<StructModelRole>(qualifier.modelRoleKey);
-    const auto* filter = rows.row<StructDetObjQualifierFilter>(qualifier.filterKey);
-    if (!type || (!role && qualifier.modelRoleKey > 0) || (!filter && qualifier.filterKey > 0))
+eAnswer ObjectMatch::holds(StyleRows& rows, const AskedQualifier& qualifier, const PartObject& object) {
+    if (!qualifier.isKnown)
         return eAnswer::kUnknown;
     eAnswer answer = eAnswer::kNo;
-    const bool playsRole = !role || role->role == 0 || role->role == static_cast<int>(object.role);
-    if (type->modelType == static_cast<int>(object.type) && playsRole) {
-        const std::string property = asked->property.toStdString();
-        answer = QualifierExpression::holds(filter ? filter->expression.view() : std::string_view(),
-                                            filter ? filter->minimum : 0, filter ? filter->maximum : 0,
-                                            property, object.properties);
+    const bool playsRole = qualifier.roleNumber == 0 || qualifier.roleNumber == static_cast<int>(object.role);
+    if (qualifier.type == static_cast<int>(object.type) && playsRole) {
+        answer = qualifier.test.holds(object.properties);
         if (answer == eAnswer::kUnknown)
             rows.note(KorString::format(
                 translated("What the filter \"%s\" with the expression \"%s\" means is not known here."),
-                {filter->name, filter->expression}));
+                {qualifier.filterName, qualifier.expression}));
     }
-    return qualifier.negate != 0 ? !answer : answer;
+    return qualifier.negate ? !answer : answer;
+}
+
+eAnswer ObjectMatch::picks(StyleRows& rows, const AskedSet& set, const PartObject& object) {
+    if (set.saysNothing())
+        return eAnswer::kUnknown;
+    const eAnswer settled = set.all ? eAnswer::kNo : eAnswer::kYes;
+    eAnswer answer = !settled;
+    for (const AskedQualifier& qualifier : set.qualifiers)
+        if (answer != settled)
+            answer = set.all ? (answer && holds(rows, qualifier, object))
+                             : (answer || holds(rows, qualifier, object));
+    return answer;
 }
 
 eAnswer ObjectMatch::picks(StyleRows& rows, std::int32_t set, const PartObject& object) {
-    const auto* record = rows.row<StructDetObjQualifierSet>(set);
-    const auto qualifiers = rows.parts<StructDetObjQualifierWithRole>(
-        &StructDetObjQualifierWithRole::qualifierSetKey, set, &StructDetObjQualifierWithRole::key);
-    if (!record || qualifiers.empty())
-        return eAnswer::kUnknown;
-    eAnswer answer = record->combination == 0 ? eAnswer::kYes : eAnswer::kNo;
-    for (const StructDetObjQualifierWithRole* qualifier : qualifiers)
-        answer = record->combination == 0 ? (answer && holds(rows, *qualifier, object))
-                                          : (answer || holds(rows, *qualifier, object));
-    return answer;
+    return picks(rows, AskedSet::of(rows, set), object);
 }
 
 ObjectMatch::Decision ObjectMatch::decide(StyleRows& rows,
@@ -49,4 +44,9 @@ ObjectMatch::Decision ObjectMatch::decide(StyleRows& rows,
             return {nullptr, true};
     }
     return {};
+}
+
+std::vector<const StructDetObjReprMapKey*> ObjectMatch::entriesOf(StyleRows& rows, std::int32_t map) {
+    return rows.parts<StructDetObjReprMapKey>(&StructDetObjReprMapKey::reprMapKey, map,
+                                              &StructDetObjReprMapKey::order);
 }

@@ -158,7 +158,7 @@ void PartReader::describe(PartStatement& statement, PartObject& object) const {
     for (const char* value : kValues)
         if (statement.has(value))
             object.values[value] = statement.text(value);
-    object.properties["name"] = {object.name, {}};
+    object.properties["name"] = {object.name, numberIn(object.name)};
     object.values["name"] = object.name;
     object.in = statement.list("in");
     const std::string role = statement.text("role");

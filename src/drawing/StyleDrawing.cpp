@@ -123,6 +123,7 @@ Drawing drawStyle(StyleSource& source, const SamplePart& part, const DrawingRequ
         context.chain = std::make_shared<const Provenance>(Provenance{
             rows.step(*style, {"arrange_strategy", "object_selection_strategy", "automatic_clipping",
                                "grid_reference_settings", "drawing_settings"})});
+        context.entriesOff = request.entriesOff;
         selectObjects(context);
         Composer composer(context, drawing);
         for (int i = 0; i < style->getLengthItems(); ++i)

@@ -4,8 +4,10 @@
 #include "drawing/Primitive.h"
 #include "records/TableDeclarations.h"
 
+#include <map>
 #include <set>
 #include <string>
+#include <typeindex>
 
 /// The records of one source, as a drawing reads them, and what is wrong with them.
 class StyleRows {
@@ -39,6 +41,14 @@ public:
         std::ranges::stable_sort(found, {}, [&](const R* record) { return record->*order; });
         return found;
     }
+    /// What is made of the row with this key, and of those that it leads to: made once.
+    template <typename T, typename Make>
+    const T& once(std::int32_t key, Make make) {
+        std::shared_ptr<const void>& made = m_made[{typeid(T), key}];
+        if (!made)
+            made = std::make_shared<const T>(make());
+        return *static_cast<const T*>(made.get());
+    }
     /// A numeric default of the database; `otherwise` where there is none.
     double numericDefault(const char* name, double otherwise);
 
@@ -58,6 +68,7 @@ private:
     void noteMissing(eTableType table, std::int32_t key);
 
     StyleSource& m_source;
+    std::map<std::pair<std::type_index, std::int32_t>, std::shared_ptr<const void>> m_made;
     std::set<std::string> m_noted;
     std::vector<std::string> m_notes;
 };

@@ -13,8 +13,8 @@ std::map<int, ObjectLook> looksOf(DrawingContext& context, const StructDetViewRe
                                   const ProvenancePtr& chain) {
     StyleRows& rows = context.rows;
     const auto* map = rows.row<StructDetObjReprMap>(view.reprMapKey);
-    const auto entries = rows.parts<StructDetObjReprMapKey>(
-        &StructDetObjReprMapKey::reprMapKey, map ? map->key : 0, &StructDetObjReprMapKey::order);
+    auto entries = ObjectMatch::entriesOf(rows, map ? map->key : 0);
+    std::erase_if(entries, [&](const auto* entry) { return context.entriesOff.contains(entry->key); });
     const ProvenancePtr ofMap = map ? nearer(rows.step(*map, {"hide_unmatched"}), chain) : chain;
     const auto fitting = [&](const StructDetObjReprMapKey& entry) {
         ObjectLook look;

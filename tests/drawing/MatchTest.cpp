@@ -35,7 +35,7 @@ bool holds(const Asked& asked, const PartObject& object) {
 
 } // namespace
 
-TEST(QualifierExpressionTest, SaysYesNoOrThatItIsNotKnown) {
+TEST(PropertyTestTest, SaysYesNoOrThatItIsNotKnown) {
     const Properties steel = {
         {"family", {"RHS", {}}}, {"length", {"3000", 3000}}, {"name", {"P12", {}}}, {"bent", {"1", 1}}};
     const struct {
@@ -72,7 +72,7 @@ TEST(QualifierExpressionTest, SaysYesNoOrThatItIsNotKnown) {
         {"= ", 0, 0, "family", kUnknown},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(QualifierExpression::holds(c.expression, c.minimum, c.maximum, c.property, steel), c.answer)
+        EXPECT_EQ(PropertyTest::read(c.expression, c.minimum, c.maximum, c.property).holds(steel), c.answer)
             << c.expression << " of " << c.property;
     for (const eAnswer other : {kYes, kNo, kUnknown}) {
         EXPECT_EQ(kNo && other, kNo);

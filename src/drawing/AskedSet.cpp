@@ -1,0 +1,47 @@
+#include "drawing/AskedSet.h"
+
+namespace {
+
+AskedQualifier qualifierOf(StyleRows& rows, const StructDetObjQualifierWithRole& record) {
+    AskedQualifier asked;
+    asked.key = record.key;
+    asked.property = record.qualifierKey;
+    asked.role = std::max(record.modelRoleKey, 0);
+    asked.filter = std::max(record.filterKey, 0);
+    asked.negate = record.negate != 0;
+    const auto* property = rows.row<StructDetObjQualifier>(record.qualifierKey);
+    const auto* type = property ? rows.row<StructDetModelType>(property->modelTypeKey) : nullptr;
+    const auto* role = rows.row<StructModelRole>(record.modelRoleKey);
+    const auto* filter = rows.row<StructDetObjQualifierFilter>(record.filterKey);
+    asked.isKnown = type && (role || asked.role == 0) && (filter || asked.filter == 0);
+    if (!asked.isKnown)
+        return asked;
+    asked.type = type->modelType;
+    asked.roleNumber = role ? role->role : 0;
+    asked.propertyName = property->name;
+    asked.filterName = filter ? filter->name : KorString();
+    asked.expression = filter ? filter->expression : KorString();
+    asked.test = PropertyTest::read(asked.expression.view(), filter ? filter->minimum : 0,
+                                    filter ? filter->maximum : 0, property->property.toStdString());
+    return asked;
+}
+
+AskedSet setOf(StyleRows& rows, std::int32_t key) {
+    AskedSet asked;
+    const auto* record = rows.row<StructDetObjQualifierSet>(key);
+    asked.isThere = record != nullptr;
+    if (!record)
+        return asked;
+    asked.name = record->name;
+    asked.all = record->combination == 0;
+    for (const auto* qualifier : rows.parts<StructDetObjQualifierWithRole>(
+             &StructDetObjQualifierWithRole::qualifierSetKey, key, &StructDetObjQualifierWithRole::key))
+        asked.qualifiers.push_back(qualifierOf(rows, *qualifier));
+    return asked;
+}
+
+} // namespace
+
+const AskedSet& AskedSet::of(StyleRows& rows, std::int32_t key) {
+    return rows.once<AskedSet>(key, [&] { return setOf(rows, key); });
+}
