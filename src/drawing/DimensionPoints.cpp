@@ -38,10 +38,15 @@ std::vector<Vec3> corners(const PartObject& object) {
     return found.empty() ? object.centres : found;
 }
 
+// Treads are measured at the upper edge of their front.
+std::vector<Vec3> nosing(const PartObject& object) {
+    return {{object.box.low.x, object.box.low.y, object.box.high.z}};
+}
+
 std::vector<Vec3> pointsOn(const DrawingContext& context, int type, const PartObject& object) {
     switch (type) {
     case kCorner:
-        return corners(object);
+        return object.type == eObjectType::kGrating ? nosing(object) : corners(object);
     case kHoleCentre: {
         std::vector<Vec3> found = object.centres;
         for (const int index : context.shown)

@@ -1,6 +1,9 @@
 #include "drawing/Dimensions.h"
 
+#include "base/Translation.h"
+#include "data/text/TextFields.h"
 #include "drawing/DimensionPoints.h"
+#include "drawing/DimensionTexts.h"
 #include "drawing/Figures.h"
 #include "drawing/LabelText.h"
 #include "drawing/Titles.h"
@@ -32,7 +35,13 @@ std::string measure(double value) {
 class Dimensioning {
 public:
     Dimensioning(DrawingContext& context, const ViewScene& scene, const StructDetViewDimStrategy& strategy)
-        : m_context(context), m_scene(scene), m_strategy(strategy) {}
+        : m_context(context), m_scene(scene), m_strategy(strategy) {
+        for (const ViewLine& edge : scene.seen.lines)
+            if (edge.visible)
+                m_edges.emplace_back(scene.onSheet(edge.a), scene.onSheet(edge.b));
+        if (m_edges.empty())
+            m_edges.emplace_back(scene.outline.low, scene.outline.high);
+    }
 
     void add(const StructDetViewDimStrategyItem& item, const StructDetViewDimRequestLinear& request) {
         const auto* type = m_context.rows.row<StructDetRequestType>(request.requestTypeKey);
@@ -107,9 +116,8 @@ private:
         const std::pair<long, long> key = {std::lround(m_direction.u * 1000),
                                            std::lround(m_direction.v * 1000)};
         double edge = -1e300;
-        for (const double u : {m_scene.outline.low.u, m_scene.outline.high.u})
-            for (const double v : {m_scene.outline.low.v, m_scene.outline.high.v})
-                edge = std::max(edge, along({u, v}, normal()));
+        for (const auto& [a, b] : m_edges)
+            edge = std::max({edge, along(a, normal()), along(b, normal())});
         const int number = m_lines[key]++;
         return edge + m_strategy.firstLineDistance + number * m_strategy.lineSpacing;
     }
@@ -124,8 +132,18 @@ private:
     }
     // The point of the line opposite to a point of the view.
     Vec2 onLine(Vec2 p, double level) const { return p + normal() * (level - along(p, normal())); }
-    // From the point to the line, and the stroke that marks it there.
-    void extension(Vec2 from, Vec2 to) {
+    // Where the way from a point to its dimension line leaves all that is drawn.
+    Vec2 leaving(Vec2 from, Vec2 to) const {
+        double last = 0;
+        for (const auto& [a, b] : m_edges)
+            if (std::min(along(a, m_direction), along(b, m_direction)) < along(from, m_direction) + 1e-6 &&
+                std::max(along(a, m_direction), along(b, m_direction)) > along(from, m_direction) - 1e-6)
+                last = std::max(last, crossing(from, to, a, b));
+        return from + (to - from) * last;
+    }
+    // From the outline to the line, and the stroke that marks it there.
+    void extension(Vec2 point, Vec2 to) {
+        const Vec2 from = leaving(point, to);
         const double length = (to - from).length();
         if (length > 2)
             line({from + (to - from) * (1 / length), to + (to - from) * (1.5 / length)});
@@ -145,6 +163,8 @@ private:
         const DimensionPoint* from;
         const DimensionPoint* to;
         int count = 1; ///< of equal ones
+        bool isFirst = true;
+        bool isLast = true;
     };
 
     void dimension(const Span& span, double level, const std::string& title) {
@@ -162,22 +182,56 @@ private:
         const bool isBeside = m_request->titlePosition != 0;
         if (!title.empty() && !isBeside)
             words += " " + title;
-        text((from + to) * 0.5 - normal() * (kTextSize * 0.8), words, degreesOf(m_direction));
+        textOf({from, to, normal(), span.isFirst, span.isLast}, words);
         if (!title.empty() && isBeside)
             text((from + to) * 0.5 + normal() * (kTextSize * 0.9), title, degreesOf(m_direction));
     }
 
-    // Whether a line of the view measures the same already.
+    void textOf(const DimensionTexts::Span& span, const std::string& words) {
+        Primitive written = Figures::text(m_context.pens, {}, kTextSize, words, Primitive::kDimension,
+                                          m_provenance, -1, degreesOf(m_direction));
+        const DimensionTexts::Place place = m_texts.place(span, {written.textWidth(), kTextSize});
+        written.move(place.middle);
+        if (!place.leader.empty())
+            line(place.leader);
+        figures.push_back(std::move(written));
+    }
+
+    // Whether lines of the view measure all of it already.
     bool isRepeated(const std::vector<Span>& spans) {
-        std::vector<long> places = {std::lround(m_direction.u * 1000), std::lround(m_direction.v * 1000)};
+        bool isNew = !m_request->titleFormat.isEmpty();
         for (const Span& span : spans)
-            for (const DimensionPoint* point : {span.from, span.to})
-                places.push_back(std::lround(along(point->flat, m_direction)));
-        return m_request->titleFormat.isEmpty() && !m_measured.insert(places).second;
+            for (const int count : {1, span.count}) // the sum of equal ones is written beside them
+                isNew |= m_measured
+                             .insert({std::lround(m_direction.u * 1000), std::lround(m_direction.v * 1000),
+                                      std::lround(along(span.from->flat, m_direction)),
+                                      std::lround(along(span.to->flat, m_direction)), count})
+                             .second;
+        return !isNew;
+    }
+
+    // Without those that would lie upon each other on the sheet.
+    std::vector<DimensionPoint> apart(std::vector<DimensionPoint> all) {
+        constexpr double kLeast = 0.8; // mm
+        std::vector<DimensionPoint> kept;
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            const auto place = [&](const DimensionPoint& p) {
+                return along(m_scene.onSheet(p.flat), m_direction);
+            };
+            if (!kept.empty() && place(all[i]) - place(kept.back()) < kLeast) {
+                m_context.rows.note(translated(
+                    "Points of dimensions that lie less than a millimetre apart on paper are left out."));
+                if (i + 1 < all.size() || kept.size() < 2)
+                    continue;
+                kept.pop_back(); // the end counts
+            }
+            kept.push_back(all[i]);
+        }
+        return kept;
     }
 
     void addLinear() {
-        const std::vector<DimensionPoint> all = allPoints();
+        const std::vector<DimensionPoint> all = apart(allPoints());
         std::vector<Span> spans;
         for (std::size_t i = 1; i < all.size(); ++i) {
             const DimensionPoint& from = m_request->chained != 0 ? all[i - 1] : all[0];
@@ -202,6 +256,9 @@ private:
         for (std::size_t i = 0; i < spans.size(); ++i) {
             if (i > 0 && m_request->chained == 0)
                 level = nextLine();
+            spans[i].isFirst = i == 0 || m_request->chained == 0 || spans[i].from != spans[i - 1].to;
+            spans[i].isLast =
+                i + 1 == spans.size() || m_request->chained == 0 || spans[i + 1].from != spans[i].to;
             dimension(spans[i], level, i == 0 ? title : std::string());
         }
     }
@@ -244,6 +301,7 @@ private:
             m_provenance);
         line({onLine(m_scene.onSheet(all.front().flat), level),
               onLine(m_scene.onSheet(all.back().flat), level)});
+        double next = -1e300; // so that the values stand side by side
         for (const DimensionPoint& point : all) {
             const Vec2 from = m_scene.onSheet(point.flat);
             const Vec2 to = onLine(from, level);
@@ -251,14 +309,18 @@ private:
             std::string words = measure(along(point.flat, m_direction) - origin);
             if (kind && kind->ordinateType == 2) // from both ends
                 words += " / " + measure(last - along(point.flat, m_direction));
-            const double room = static_cast<double>(words.size()) * kTextSize * 0.36 + 2.5;
-            if (where == kOnLine)
-                text(to + m_direction * (room * 0.9) - normal() * (kTextSize * 0.8), words,
-                     degreesOf(m_direction));
-            else
-                text(to + normal() * (where == kAtObject ? -room : room) -
-                         m_direction * (where == kAtObject ? kTextSize * 0.8 : 0),
-                     words, degreesOf(normal() * -1));
+            const double room = static_cast<double>(words.size()) * kTextSize * 0.4 + 2.5;
+            const Vec2 away = normal() * (where == kAtObject ? -room : room) -
+                              m_direction * (where == kAtObject ? kTextSize * 0.8 : 0);
+            if (where == kOnLine) {
+                textOf({to, to + m_direction * (2 * room), normal(), true, true}, words);
+                continue;
+            }
+            const double shift = std::max(0.0, next - along(to, m_direction));
+            next = along(to, m_direction) + shift + kTextSize * 1.3;
+            if (shift > 0.01 && where != kAtObject)
+                line({to + normal() * 1.5, to + normal() * 2.5 + m_direction * shift});
+            text(to + away + m_direction * shift, words, degreesOf(normal() * -1));
         }
     }
 
@@ -277,6 +339,19 @@ private:
         }
     }
 
+    // The left end of the axis, as far as the view shows it.
+    std::optional<Vec2> leftEnd(const PartObject& object) const {
+        const Box2& window = m_scene.camera.window;
+        Vec2 a = m_scene.camera.flat(object.start);
+        Vec2 b = m_scene.camera.flat(object.end);
+        if (b.u < a.u)
+            std::swap(a, b);
+        const Loop2 frame = {
+            window.low, {window.high.u, window.low.v}, window.high, {window.low.u, window.high.v}};
+        const auto inside = insideParts({frame}, a, b);
+        return inside.empty() ? std::nullopt : std::optional(a + (b - a) * inside.front().first);
+    }
+
     void addSlopes() {
         for (const DimensionPoint& point : points(m_request->startPointsKey)) {
             const PartObject& object = m_context.object(point.object);
@@ -287,9 +362,10 @@ private:
             const double degrees = degreesOf(axis);
             if (std::abs(degrees) < 0.5 || std::abs(degrees) > 89.5)
                 continue;
-            const Vec2 start = m_scene.camera.flat(object.start);
-            const Vec2 end = m_scene.camera.flat(object.end);
-            const Vec2 at = m_scene.onSheet(start.u < end.u ? start : end);
+            const std::optional<Vec2> seen = leftEnd(object);
+            if (!seen)
+                continue;
+            const Vec2 at = m_scene.onSheet(*seen);
             constexpr double kRadius = 18;
             Primitive arc =
                 Figures::circle(at, kRadius, m_context.pens.thin(), Primitive::kDimension, m_provenance);
@@ -309,21 +385,31 @@ private:
             return;
         double before = -1e300; // on the sheet
         for (const DimensionPoint& point : points(m_request->startPointsKey)) {
-            const Vec2 at = {m_scene.outline.high.u + 4, m_scene.onSheet(point.flat).v};
+            Vec3 top = point.model; // steel is measured at its upper side
+            const PartObject& object = m_context.object(point.object);
+            if (object.type == eObjectType::kProfile && !object.box.isEmpty())
+                top.z = object.box.high.z;
+            const Vec2 at = {m_scene.outline.low.u - 6, m_scene.onSheet(top).v};
             if (std::abs(at.v - before) < 2 * kTextSize)
                 continue;
             before = at.v;
             line({at, at + Vec2{-1.8, 2.6}, at + Vec2{1.8, 2.6}, at});
-            line({at - Vec2{3, 0}, at + Vec2{16, 0}});
-            std::string words = LabelText::number(point.model.z / 1000, 3);
+            line({at + Vec2{4, 0}, at - Vec2{17, 0}});
+            std::string words = LabelText::number(level(top), 3);
             if (words.find('.') == std::string::npos)
                 words += ".";
             words.append(3 - std::min<std::size_t>(3, words.size() - words.find('.') - 1), '0');
             const std::string title = titleWith(1);
-            words = (title.empty() ? "" : title + " ") + (point.model.z >= 0 ? "+" : "") + words;
-            text(at + Vec2{3.5, kTextSize}, words, 0);
-            figures.back().move({figures.back().textWidth() / 2, 0});
+            words = (title.empty() ? "" : title + " ") + (level(top) >= 0 ? "+" : "") + words;
+            text(at + Vec2{-3.5, kTextSize}, words, 0);
+            figures.back().move({-figures.back().textWidth() / 2, 0});
         }
+    }
+    // Metres above the zero of the building, which the part file tells for its own zero.
+    double level(const Vec3& point) const {
+        const auto own = m_context.part.values.find("elevation");
+        const auto zero = own == m_context.part.values.end() ? std::nullopt : TextFields::toReal(own->second);
+        return zero.value_or(0.0) + point.z / 1000;
     }
 
     DrawingContext& m_context;
@@ -332,6 +418,8 @@ private:
     const StructDetViewDimRequestLinear* m_request = nullptr;
     Vec2 m_direction;
     ProvenancePtr m_provenance;
+    DimensionTexts m_texts;
+    std::vector<std::pair<Vec2, Vec2>> m_edges; // visible ones, on the sheet
     std::set<std::vector<long>> m_measured;
     std::map<std::pair<long, long>, int> m_lines; // used already, by their direction
 };
