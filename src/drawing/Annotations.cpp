@@ -1,9 +1,12 @@
 #include "drawing/Annotations.h"
 
 #include "drawing/Figures.h"
+#include "drawing/LabelAnchors.h"
 #include "drawing/LabelPlacing.h"
 #include "drawing/LabelText.h"
 #include "drawing/Titles.h"
+
+#include <numbers>
 
 namespace {
 
@@ -21,37 +24,18 @@ struct Label {
     ProvenancePtr provenance;
     Primitives texts; ///< about 0, 0
     Vec2 size;        ///< with frame and symbol
-    Vec2 anchor;
+    std::vector<Vec2> anchors;
+    Vec2 anchor;    ///< the one that is used
+    double rim = 0; ///< around the anchor, where that is the centre of something round
     int object = -1;
+    double turned = 0; ///< degrees
 };
-
-// Where a leader ends: the middle of the longest line that is seen of the object, or its first hole.
-std::optional<Vec2> anchorOf(const DrawingContext& context, const ViewScene& scene, int index) {
-    const PartObject& object = context.object(index);
-    double longest = 0;
-    std::optional<Vec2> anchor;
-    for (const ViewLine& line : scene.seen.lines) {
-        const Vec2 a = scene.onSheet(line.a);
-        const Vec2 b = scene.onSheet(line.b);
-        if (line.object == index && line.visible && (b - a).length() > longest) {
-            longest = (b - a).length();
-            anchor = (a + b) * 0.5;
-        }
-    }
-    const bool isLine = object.type == eObjectType::kCut || object.type == eObjectType::kLevel;
-    if (isLine && !object.box.isEmpty())
-        anchor = scene.onSheet(object.start);
-    if (anchor && object.type == eObjectType::kLevel)
-        anchor->u = scene.outline.low.u;
-    if (anchor && !object.centres.empty() && object.type != eObjectType::kCut)
-        anchor = scene.onSheet(object.centres.front());
-    return anchor;
-}
 
 class Labelling {
 public:
     Labelling(DrawingContext& context, const ViewScene& scene, const Primitives& drawn)
-        : m_context(context), m_scene(scene), m_box(boxOf(drawn)), m_placing(drawn) {}
+        : m_context(context), m_scene(scene), m_anchors(context, scene, drawn), m_box(boxOf(drawn)),
+          m_placing(drawn) {}
 
     void collect() {
         std::set<std::pair<std::int32_t, std::string>> named;
@@ -61,12 +45,13 @@ public:
                     ? m_context.rows.row<StructDetObjAnnotationStrategy>(look.entry->annotationStrategyKey)
                     : nullptr;
             const PartObject& object = m_context.object(index);
-            const std::optional<Vec2> anchor = strategy ? anchorOf(m_context, m_scene, index) : std::nullopt;
-            if (!anchor || (!m_context.isOverview && !named.insert({look.entry->key, object.name}).second) ||
+            const std::vector<Vec2> anchors = strategy ? m_anchors.of(index) : std::vector<Vec2>();
+            if (anchors.empty() ||
+                (!m_context.isOverview && !named.insert({look.entry->key, object.name}).second) ||
                 (strategy->repeatPerView == 0 && m_context.labelled.contains({strategy->key, index})))
                 continue;
             m_context.labelled.insert({strategy->key, index});
-            add(*strategy, look, index, *anchor);
+            add(*strategy, look, index, anchors);
         }
         std::ranges::stable_sort(m_labels, std::greater(),
                                  [](const Label& label) { return label.order ? label.order->priority : 0; });
@@ -74,15 +59,16 @@ public:
 
     void place() {
         for (Label& label : m_labels)
-            if (!label.control || label.control->newArranger == 0)
-                draw(label, m_placing.place(wanted(label)));
+            if (!isLinedUp(label))
+                placeAlone(label);
         lineUp();
     }
 
     Primitives figures;
 
 private:
-    void add(const StructDetObjAnnotationStrategy& strategy, const ObjectLook& look, int index, Vec2 anchor) {
+    void add(const StructDetObjAnnotationStrategy& strategy, const ObjectLook& look, int index,
+             const std::vector<Vec2>& anchors) {
         StyleRows& rows = m_context.rows;
         Label label;
         label.strategy = &strategy;
@@ -90,10 +76,13 @@ private:
         label.control = rows.row<StructDetArrangerControl>(strategy.arrangerControlKey);
         label.order = rows.row<StructDetArrangerStrategy>(strategy.arrangerStrategyKey);
         label.leader = label.type ? rows.row<StructDetLeaderStyle>(label.type->leaderStyleKey) : nullptr;
-        label.anchor = anchor;
+        label.anchors = anchors;
+        label.anchor = anchors.front();
         label.object = index;
         label.provenance = provenanceOf(label, look);
         const PartObject& object = m_context.object(index);
+        if (object.isRound() && m_scene.looksAlong(object.axis))
+            label.rim = object.diameter / 2 * m_scene.scale();
         const auto values = [&](const std::string& name) -> std::optional<std::string> {
             if (name == "scale")
                 return LabelText::scale(m_scene.scale());
@@ -140,16 +129,98 @@ private:
                       chain);
     }
 
-    static WantedLabel wanted(const Label& label) {
-        WantedLabel wanted{label.anchor, label.size};
+    static bool isOnObject(const Label& label) {
+        return label.control && label.control->newArranger == 0 && label.control->maxLeaderLength <= 0;
+    }
+
+    // Whether the label goes to a row or column, which is not too far for its leader.
+    bool isLinedUp(const Label& label) const {
+        if (!label.control || label.control->newArranger == 0)
+            return false;
+        if (!label.leader)
+            return true;
+        const int side = sideOf(label);
+        const Vec2 p = label.anchor;
+        const double away = side == kLeft    ? p.u - m_box.low.u
+                            : side == kRight ? m_box.high.u - p.u
+                            : side == kBelow ? p.v - m_box.low.v
+                                             : m_box.high.v - p.v;
+        const double distance = std::clamp(label.control->distance, 0.0, 1000.0);
+        return away + distance <= std::max(label.control->maxLeaderLength, distance);
+    }
+
+    void placeAlone(Label& label) {
+        if (isOnObject(label) && alongObject(label))
+            return;
+        const LabelPlacing::Place place = m_placing.place(wanted(label));
+        label.anchor = place.anchor;
+        draw(label, place.middle);
+    }
+
+    // Upon a long object, read along it. False where it is not long enough.
+    bool alongObject(Label& label) {
+        const std::optional<Vec2> d = m_anchors.directionOf(label.object);
+        const Box2 box = m_anchors.boxOf(label.object);
+        const bool isFramed = label.type && label.type->frame != kNoFrame;
+        if (!d || isFramed || std::abs(d->u) * box.width() + std::abs(d->v) * box.height() < label.size.u)
+            return false;
+        const Vec2 up = {-d->v, d->u};
+        const bool isLevel = std::abs(d->u) > 1 - 1e-9 || std::abs(d->v) > 1 - 1e-9;
+        const double half = isLevel ? (std::abs(up.u) * box.width() + std::abs(up.v) * box.height()) / 2 : 2;
+        const double beside = half + label.size.v / 2 + 0.8;
+        const Vec2 whole = {std::abs(d->u) * label.size.u + std::abs(d->v) * label.size.v,
+                            std::abs(d->v) * label.size.u + std::abs(d->u) * label.size.v};
+        const double length = std::abs(d->u) * box.width() + std::abs(d->v) * box.height();
+        Vec2 middle = box.middle() + up * beside;
+        for (const double part : {0.0, -0.2, 0.2, -0.33, 0.33})
+            for (const double side : {beside, -beside}) {
+                const Vec2 tried = box.middle() + *d * (part * length) + up * side;
+                Box2 taken;
+                taken.add(tried - whole * 0.5);
+                taken.add(tried + whole * 0.5);
+                if (m_placing.coversLabel(taken))
+                    continue;
+                middle = tried;
+                return drawAlong(label, middle, *d, whole);
+            }
+        return drawAlong(label, middle, *d, whole);
+    }
+    bool drawAlong(Label& label, Vec2 middle, Vec2 d, Vec2 whole) {
+        m_placing.take(middle, whole);
+        for (Primitive& text : label.texts) {
+            const Vec2 p = text.points[0];
+            text.points[0] = middle + Vec2{p.u * d.u - p.v * d.v, p.u * d.v + p.v * d.u};
+            text.turned = std::atan2(d.v, d.u) * 180 / std::numbers::pi;
+            figures.push_back(text);
+        }
+        return true;
+    }
+
+    WantedLabel wanted(const Label& label) const {
+        WantedLabel wanted{label.anchors, label.size};
+        wanted.hasLeader = label.leader != nullptr;
         if (label.control) {
             wanted.distance = std::clamp(label.control->distance, 0.0, 1000.0);
             wanted.farthest = std::clamp(label.control->maxLeaderLength, wanted.distance, 1000.0);
             wanted.side = label.control->sidePreference;
             wanted.mayCover = label.control->allowOverlap != 0;
         }
-        if (wanted.farthest == 0) // on the object itself
-            wanted.distance = -std::min(label.size.u, label.size.v) / 2;
+        wanted.distance += label.rim;
+        wanted.farthest += label.rim;
+        if (isOnObject(label)) {
+            const Box2 box = m_anchors.boxOf(label.object);
+            const bool isFramed = label.type && label.type->frame != kNoFrame;
+            const bool isSmall = !box.isEmpty() && !isFramed && box.width() < label.size.u;
+            if (isSmall) {
+                wanted.anchors = {box.middle()};
+                wanted.mayCover = false;
+            }
+            wanted.distance =
+                isSmall ? (box.width() + box.height()) / 4 : -std::min(label.size.u, label.size.v) / 2;
+            wanted.farthest = wanted.distance + label.size.v * 3; // where another one has its place already
+        }
+        if (label.control && label.control->newArranger != 0) // too far from its row
+            wanted.distance = std::min(wanted.distance, 8.0);
         return wanted;
     }
 
@@ -157,7 +228,7 @@ private:
     void lineUp() {
         std::map<int, std::vector<Label*>> sides;
         for (Label& label : m_labels)
-            if (label.control && label.control->newArranger != 0)
+            if (isLinedUp(label))
                 sides[sideOf(label)].push_back(&label);
         for (auto& [side, labels] : sides) {
             const bool isRow = side == kAbove || side == kBelow;
@@ -167,23 +238,44 @@ private:
             for (Label* label : labels) {
                 const double length = isRow ? label->size.u : label->size.v;
                 const double wantedAt = (isRow ? label->anchor.u : -label->anchor.v) - length / 2;
-                const double at = std::max(next, wantedAt);
+                double at = std::max(next, wantedAt);
+                constexpr double kStep = 2;
+                for (int tries = 0; tries < 60 && m_placing.coversLabel(boxOn(*label, side, at)); ++tries)
+                    at += kStep;
                 next = at + length + std::clamp(label->order ? label->order->spacing : 5.0, 0.0, 1000.0);
                 const Vec2 middle = besides(*label, side, at + length / 2);
                 m_placing.take(middle, label->size);
+                label->anchor = m_placing.bestAnchor(middle, label->size, label->anchors);
                 draw(*label, middle);
             }
         }
     }
+    // The box of a label whose beginning stands there along its row or column.
+    Box2 boxOn(const Label& label, int side, double at) const {
+        const bool isRow = side == kAbove || side == kBelow;
+        const Vec2 middle = besides(label, side, at + (isRow ? label.size.u : label.size.v) / 2);
+        Box2 box;
+        box.add(middle - label.size * 0.5);
+        box.add(middle + label.size * 0.5);
+        return box;
+    }
 
-    static int sideOf(const Label& label) {
+    // Where nothing is wanted, the side that is nearest to what the label points to.
+    int sideOf(const Label& label) const {
         const int wanted = label.control->sidePreference;
         const int direction = label.order ? label.order->direction : 0;
+        const Vec2 p = label.anchor;
+        const bool isUp = m_box.high.v - p.v <= p.v - m_box.low.v;
+        const bool isLeft = p.u - m_box.low.u <= m_box.high.u - p.u;
         if (direction == 1)
-            return wanted == kBelow ? kBelow : kAbove;
+            return wanted == kBelow || wanted == kAbove ? wanted : isUp ? kAbove : kBelow;
         if (direction == 2)
-            return wanted == kLeft ? kLeft : kRight;
-        return wanted == kNearest ? kAbove : wanted;
+            return wanted == kLeft || wanted == kRight ? wanted : isLeft ? kLeft : kRight;
+        if (wanted != kNearest)
+            return wanted;
+        const double up = std::min(m_box.high.v - p.v, p.v - m_box.low.v);
+        const double aside = std::min(p.u - m_box.low.u, m_box.high.u - p.u);
+        return up <= aside ? (isUp ? kAbove : kBelow) : isLeft ? kLeft : kRight;
     }
 
     // Beside the view, or beside the part where the labels follow that.
@@ -230,6 +322,12 @@ private:
                          {low.u - 1, low.v - 0.8},
                          {low.u - 4, low.v + 2.2},
                          {low.u - 4, low.v - 0.8}});
+        if (kind == kWeldSymbol && m_context.object(label.object).role == eObjectRole::kSite) {
+            const Vec2 foot = {label.anchor.u > middle.u ? high.u : low.u - 4, low.v - 0.8};
+            line(label, {foot, foot + Vec2{0, 6}});
+            line(label, {foot + Vec2{0, 6}, foot + Vec2{-3, 5}, foot + Vec2{0, 4}});
+            figures.back().kind = Primitive::kFill;
+        }
         if (kind == kLevelMark)
             line(label, {{low.u, low.v - 0.8}, {high.u, low.v - 0.8}});
         if (kind == kHoleMark || kind == kBoltMark)
@@ -245,22 +343,25 @@ private:
                            hasFrame ? middle.v : middle.v - label.size.v / 2 - 0.6};
         const double landing = label.leader ? std::clamp(label.leader->landing, 0.0, 100.0) : 0;
         const Vec2 knee = edge + Vec2{isLeft ? landing : -landing, 0};
-        const Vec2 d = label.anchor - knee;
+        const Vec2 way = label.anchor - knee;
+        const Vec2 end =
+            label.anchor - way * (std::min(label.rim, way.length()) / std::max(way.length(), 1e-9));
+        const Vec2 d = end - knee;
         if (!label.leader ||
             (label.anchor - middle).length() < std::hypot(label.size.u, label.size.v) / 2 + 1 ||
             d.length() < 1)
             return;
-        line(label, {edge, knee, label.anchor});
+        line(label, {edge, knee, end});
         const double size = std::clamp(label.leader->arrowSize, 0.0, 50.0);
         const Vec2 back = d * (-size / d.length());
         const Vec2 side = Vec2{-back.v, back.u} * 0.2;
         if (label.leader->arrow == 1) {
-            line(label, {label.anchor, label.anchor + back + side, label.anchor + back - side});
+            line(label, {end, end + back + side, end + back - side});
             figures.back().kind = Primitive::kFill;
         } else if (label.leader->arrow == 2) {
-            line(label, {label.anchor + back + side, label.anchor, label.anchor + back - side});
+            line(label, {end + back + side, end, end + back - side});
         } else if (label.leader->arrow == 3) {
-            const Loop2 dot = Outline::circle(label.anchor, size / 2).corners;
+            const Loop2 dot = Outline::circle(end, size / 2).corners;
             line(label, dot);
             figures.back().kind = Primitive::kFill;
         }
@@ -268,6 +369,7 @@ private:
 
     DrawingContext& m_context;
     const ViewScene& m_scene;
+    LabelAnchors m_anchors;
     Box2 m_box;
     LabelPlacing m_placing;
     std::vector<Label> m_labels;

@@ -4,6 +4,11 @@
 
 namespace {
 
+constexpr double kCoversLine = 25; // costs, as millimetres of a longer leader
+constexpr double kLeaderThroughLabel = 60;
+constexpr double kLeaderThroughLeader = 40;
+constexpr double kLeaderThroughLine = 2.5;
+
 Box2 boxAt(Vec2 middle, Vec2 size) {
     Box2 box;
     box.add(middle - size * 0.5);
@@ -13,6 +18,25 @@ Box2 boxAt(Vec2 middle, Vec2 size) {
 
 bool meet(const Box2& a, const Box2& b) {
     return a.low.u < b.high.u && b.low.u < a.high.u && a.low.v < b.high.v && b.low.v < a.high.v;
+}
+
+bool meets(const std::pair<Vec2, Vec2>& line, const Box2& box) {
+    Box2 around;
+    around.add(line.first);
+    around.add(line.second);
+    if (around.low.u > box.high.u || around.high.u < box.low.u || around.low.v > box.high.v ||
+        around.high.v < box.low.v)
+        return false;
+    const auto inside = [&](Vec2 p) {
+        return p.u >= box.low.u && p.u <= box.high.u && p.v >= box.low.v && p.v <= box.high.v;
+    };
+    if (inside(line.first) || inside(line.second))
+        return true;
+    const Vec2 corners[] = {box.low, {box.high.u, box.low.v}, box.high, {box.low.u, box.high.v}};
+    for (int i = 0; i < 4; ++i)
+        if (crossing(line.first, line.second, corners[i], corners[(i + 1) % 4]) >= 0)
+            return true;
+    return false;
 }
 
 // The directions in which a place is sought, the preferred side first.
@@ -41,33 +65,53 @@ LabelPlacing::LabelPlacing(const Primitives& lines) {
         if (primitive.kind == Primitive::kLine && primitive.purpose != Primitive::kHatch)
             for (std::size_t i = 1; i < primitive.points.size(); ++i)
                 m_lines.emplace_back(primitive.points[i - 1], primitive.points[i]);
+        if (primitive.kind == Primitive::kArc) {
+            const Vec2 reach = {primitive.radius, 0};
+            m_lines.emplace_back(primitive.points[0] - reach, primitive.points[0] + reach);
+        }
     }
 }
 
-Vec2 LabelPlacing::place(const WantedLabel& label) {
-    const auto at = [&](Vec2 direction, double distance) {
-        return label.anchor +
-               Vec2{direction.u * (distance + label.size.u / 2), direction.v * (distance + label.size.v / 2)};
-    };
+LabelPlacing::Place LabelPlacing::place(const WantedLabel& label) {
     const std::array<Vec2, 8> tried = directions(label.side);
     constexpr double kStep = 4;
-    Vec2 found = at(tried[0], label.distance);
-    bool isClear = false;
-    for (const bool covers : {false, true}) {
-        for (double distance = label.distance; distance <= label.farthest && !isClear; distance += kStep)
-            for (const Vec2 direction : tried) {
-                const Box2 box = boxAt(at(direction, distance), label.size);
-                if (coversLabel(box) || (!covers && !label.mayCover && coversLine(box)))
+    constexpr double kLessWanted = 1.5; // of each further direction, and each further anchor
+    constexpr double kNever = 1e9;
+    const auto at = [&](Vec2 anchor, Vec2 d, double distance) {
+        return anchor + Vec2{d.u * (distance + label.size.u / 2), d.v * (distance + label.size.v / 2)};
+    };
+    Place best = {at(label.anchors[0], tried[0], label.distance), label.anchors[0]};
+    double least = kNever;
+    for (double distance = label.distance; distance <= label.farthest; distance += kStep)
+        for (std::size_t i = 0; i < label.anchors.size(); ++i)
+            for (std::size_t k = 0; k < tried.size(); ++k) {
+                double cost = distance - label.distance +
+                              kLessWanted * static_cast<double>(k + (label.side ? 2 * i : i));
+                if (cost >= least)
                     continue;
-                found = at(direction, distance);
-                isClear = true;
-                break;
+                const Box2 box = boxAt(at(label.anchors[i], tried[k], distance), label.size);
+                if (coversLabel(box) ||
+                    std::ranges::any_of(m_leaders, [&](const Line& leader) { return meets(leader, box); }))
+                    continue;
+                if (!label.mayCover && coversLine(box))
+                    cost += kCoversLine;
+                if (label.hasLeader && cost < least)
+                    cost += leaderCost(box, label.anchors[i]);
+                if (cost < least) {
+                    least = cost;
+                    best = {box.middle(), label.anchors[i]};
+                }
             }
-        if (isClear)
-            break;
-    }
-    take(found, label.size);
-    return found;
+    take(best.middle, label.size);
+    if (label.hasLeader)
+        m_leaders.emplace_back(best.middle, best.anchor);
+    return best;
+}
+
+Vec2 LabelPlacing::bestAnchor(Vec2 middle, Vec2 size, const std::vector<Vec2>& anchors) const {
+    const Box2 box = boxAt(middle, size);
+    return *std::ranges::min_element(
+        anchors, {}, [&](Vec2 anchor) { return leaderCost(box, anchor) + 0.5 * (anchor - middle).length(); });
 }
 
 void LabelPlacing::take(Vec2 middle, Vec2 size) {
@@ -79,22 +123,22 @@ bool LabelPlacing::coversLabel(const Box2& box) const {
 }
 
 bool LabelPlacing::coversLine(const Box2& box) const {
-    const Vec2 corners[] = {box.low, {box.high.u, box.low.v}, box.high, {box.low.u, box.high.v}};
-    return std::ranges::any_of(m_lines, [&](const std::pair<Vec2, Vec2>& line) {
-        Box2 around;
-        around.add(line.first);
-        around.add(line.second);
-        if (around.low.u > box.high.u || around.high.u < box.low.u || around.low.v > box.high.v ||
-            around.high.v < box.low.v)
-            return false;
-        const auto inside = [&](Vec2 p) {
-            return p.u >= box.low.u && p.u <= box.high.u && p.v >= box.low.v && p.v <= box.high.v;
-        };
-        if (inside(line.first) || inside(line.second))
-            return true;
-        for (int i = 0; i < 4; ++i)
-            if (crossing(line.first, line.second, corners[i], corners[(i + 1) % 4]) >= 0)
-                return true;
-        return false;
-    });
+    return std::ranges::any_of(m_lines, [&](const Line& line) { return meets(line, box); });
+}
+
+// What a leader from the label crosses on its way to the anchor.
+double LabelPlacing::leaderCost(const Box2& box, Vec2 anchor) const {
+    const Vec2 edge = {anchor.u > box.middle().u ? box.high.u : box.low.u, box.low.v};
+    const Line leader = {edge, anchor};
+    double cost = 0;
+    for (const Box2& taken : m_taken)
+        cost += meets(leader, taken) ? kLeaderThroughLabel : 0;
+    for (const Line& other : m_leaders)
+        cost += crossing(edge, anchor, other.first, other.second) >= 0 ? kLeaderThroughLeader : 0;
+    constexpr double kArrived = 0.97; // what is crossed there belongs to the object
+    for (const Line& line : m_lines) {
+        const double part = crossing(edge, anchor, line.first, line.second);
+        cost += part >= 0 && part < kArrived ? kLeaderThroughLine : 0;
+    }
+    return cost;
 }

@@ -4,30 +4,43 @@
 
 /// A label that wants a place.
 struct WantedLabel {
-    Vec2 anchor; ///< what it points to
+    std::vector<Vec2> anchors; ///< what it may point to, the best one first; at least one
     Vec2 size;
     double distance = 8; ///< from its anchor where nothing is in the way
     double farthest = 60;
     int side = 0; ///< tried first: 0 nearest, 1 left, 2 right, 3 above, 4 below
     bool mayCover = false;
+    bool hasLeader = true;
 };
 
-/// Places labels one after the other, so that they keep clear of each other and of lines.
+/// Places labels one after the other, so that they keep clear of each other, of leaders and of lines, and
+/// their leaders cross as little as possible.
 class LabelPlacing {
 public:
+    struct Place {
+        Vec2 middle;
+        Vec2 anchor; ///< that its leader goes to
+    };
+
     /// What labels keep clear of: its lines and texts.
     explicit LabelPlacing(const Primitives& lines);
 
-    /// The middle of the label. One that finds no free place within reach stays near, and covers something.
-    Vec2 place(const WantedLabel& label);
+    /// One that finds no free place within reach stays near, and covers something.
+    Place place(const WantedLabel& label);
     /// Takes a place that was found otherwise.
     void take(Vec2 middle, Vec2 size);
     /// Whether a label would cover another one.
     bool coversLabel(const Box2& box) const;
+    /// Of several anchors the one whose leader from a label crosses least.
+    Vec2 bestAnchor(Vec2 middle, Vec2 size, const std::vector<Vec2>& anchors) const;
 
 private:
-    bool coversLine(const Box2& box) const;
+    using Line = std::pair<Vec2, Vec2>;
 
-    std::vector<std::pair<Vec2, Vec2>> m_lines;
+    bool coversLine(const Box2& box) const;
+    double leaderCost(const Box2& box, Vec2 anchor) const;
+
+    std::vector<Line> m_lines;
+    std::vector<Line> m_leaders;
     std::vector<Box2> m_taken;
 };

@@ -126,10 +126,10 @@ TEST(LabelPlacingTest, KeepsLabelsApartWithinTheirReach) {
     Primitive line;
     line.points = {{-100, 12}, {100, 12}};
     LabelPlacing placing({line});
-    WantedLabel label{{0, 0}, {20, 4}, 8, 60, 3, false};
+    WantedLabel label{{{0, 0}}, {20, 4}, 8, 60, 3, false, false};
     std::vector<Box2> boxes;
     for (int i = 0; i < 6; ++i) {
-        const Vec2 middle = placing.place(label);
+        const Vec2 middle = placing.place(label).middle;
         Box2 box;
         box.add(middle - label.size * 0.5);
         box.add(middle + label.size * 0.5);
@@ -138,10 +138,10 @@ TEST(LabelPlacingTest, KeepsLabelsApartWithinTheirReach) {
             EXPECT_TRUE(box.low.u >= other.high.u || other.low.u >= box.high.u || box.low.v >= other.high.v ||
                         other.low.v >= box.high.v)
                 << i;
-        EXPECT_LE((middle - label.anchor).length(), 60 + 15);
+        EXPECT_LE((middle - label.anchors[0]).length(), 60 + 15);
         boxes.push_back(box);
     }
     label.farthest = label.distance = 8;
     label.mayCover = true;
-    EXPECT_NE(placing.place(label), Vec2{});
+    EXPECT_NE(placing.place(label).middle, Vec2{});
 }

@@ -38,6 +38,25 @@ std::set<std::string> texts(const Drawing& drawing) {
     return all;
 }
 
+// Texts of the drawing that cover another one, save those that are written along a slope.
+std::string covered(const Drawing& drawing) {
+    std::vector<const Primitive*> level;
+    for (const Primitive* primitive : drawing.all())
+        if (primitive->kind == Primitive::kText && (primitive->turned == 0 || primitive->turned == 90))
+            level.push_back(primitive);
+    std::string pairs;
+    constexpr double kTouch = 0.3; // mm
+    for (std::size_t i = 0; i < level.size(); ++i)
+        for (std::size_t k = 0; k < i; ++k) {
+            const Box2 a = level[i]->box();
+            const Box2 b = level[k]->box();
+            if (std::min(a.high.u, b.high.u) - std::max(a.low.u, b.low.u) > kTouch &&
+                std::min(a.high.v, b.high.v) - std::max(a.low.v, b.low.v) > kTouch)
+                pairs += level[k]->text + " and " + level[i]->text + "; ";
+        }
+    return pairs;
+}
+
 } // namespace
 
 TEST_F(SampleDrawingTest, EveryStyleShowsViewsOfEveryPartAndEachLineSaysWhoMadeIt) {
@@ -57,7 +76,9 @@ TEST_F(SampleDrawingTest, EveryStyleShowsViewsOfEveryPartAndEachLineSaysWhoMadeI
                     ASSERT_TRUE(std::isfinite(p.u) && std::isfinite(p.v));
             }
         }
-        EXPECT_FALSE(draw(style.key, part(partFor(style)), id).views.empty()) << style.name.toStdString();
+        const Drawing suiting = draw(style.key, part(partFor(style)), id);
+        EXPECT_FALSE(suiting.views.empty()) << style.name.toStdString();
+        EXPECT_EQ(covered(suiting), "") << style.name.toStdString();
     });
     EXPECT_GT(drawn, 800);
 }

@@ -167,3 +167,66 @@ TEST_F(Compose, TheTreesFollowTheListOfAMap) {
     EXPECT_EQ(selected(), "Main part");
     EXPECT_EQ(parentOfSelected(), "HB workshop");
 }
+
+TEST_F(Compose, AStyleIsBuiltFromNothing) {
+    const auto makeHere = [this](const char* what, const char* name, bool isFiled) {
+        QTimer::singleShot(0, m_dialog.get(), [what] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            menu->close();
+            for (QAction* action : menu->actions())
+                if (action->menu())
+                    for (QAction* maker : action->menu()->actions())
+                        if (maker->text() == what)
+                            return maker->trigger();
+            ADD_FAILURE() << "nothing to make a " << what;
+        });
+        if (isFiled)
+            whenShown<KorDSMDialogNewItemWithGroup>(
+                [name](KorDSMDialogNewItemWithGroup& dialog) { typeName(&dialog, name, 2304); });
+        else
+            answerName(name);
+        Q_EMIT tree().contextMenuRequested(tree().selectedItem(), m_dialog->pos());
+        QApplication::processEvents();
+        EXPECT_EQ(selected(), name);
+    };
+    select({"User"});
+    answerName("New shop");
+    choose("New category…");
+    whenShown<KorDSMDialogNewItemWithGroup>(
+        [](KorDSMDialogNewItemWithGroup& dialog) { typeName(&dialog, "Stair", 2304); });
+    command(kNew);
+    const Path style = {"User", "New shop", "Stair"};
+    const Path map = {"User", "New shop", "Stair", "Flight", "Steps and strings"};
+    select(style);
+    answerName("Flight");
+    choose("New view…");
+    EXPECT_EQ(selected(), "Flight");
+    makeHere("System and box…", "Along the flight", false);
+    select({"User", "New shop", "Stair", "Flight"});
+    makeHere("Representation map…", "Steps and strings", false);
+    QTest::keyClick(&grid(), Qt::Key_Insert);
+    ASSERT_EQ(grid().rowCount(), 1);
+    QTest::keyClick(&grid(), Qt::Key_Return);
+    makeHere("Qualifier set…", "Strings", true);
+    EXPECT_EQ(parentOfSelected(), "Representation map entry");
+    QTest::keyClick(&grid(), Qt::Key_Insert);
+    EXPECT_EQ(grid().rowCount(), 1);
+    select(map);
+    tree().expand(tree().selectedItem());
+    tree().selectItem(tree().getChildItem(tree().selectedItem()));
+    makeHere("Appearance…", "Thick lines", false);
+
+    click(button(kApply));
+    const auto* view = row<StructDetViewRequest>("Flight");
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(row<StructDetailStyle>("Stair")->viewRequests[0], view->key);
+    EXPECT_EQ(view->systemAndBoxKey, row<StructDetViewSystemAndBox>("Along the flight")->key);
+    EXPECT_EQ(view->reprMapKey, row<StructDetObjReprMap>("Steps and strings")->key);
+    EXPECT_FALSE(isPending());
+    EXPECT_EQ(stored("user.dsdb",
+                     "SELECT count(*) FROM repr_map_entry e, qualifier_set q, appearance a WHERE "
+                     "e.qualifier_set = q.key AND e.appearance = a.key AND q.name = 'Strings' AND "
+                     "a.name = 'Thick lines'"),
+              "1");
+}
