@@ -34,9 +34,7 @@ struct PictureOptions {
 };
 
 struct EditOptions {
-    std::string file; ///< a style database that is shown beside the others
-    RowOptions style{
-        "detail-style", {}, {}}; ///< the style to open with; without a name the file's, or the last place
+    RowOptions style{"detail-style", {}, {}}; ///< the style to open with; without a name the last place
     PictureOptions picture;
 };
 

@@ -21,6 +21,7 @@ public:
     Sheet(const StructDetViewArrangeStrategy& strategy, const Box2& main)
         : m_strategy(strategy), m_main(main) {
         m_all = main;
+        m_taken = {main};
     }
 
     void place(ArrangedView& view, int side) {
@@ -43,7 +44,7 @@ public:
             view.moved = {level.u, m_below - row - view.box.high.v};
             break;
         case kFreePlace:
-            view.moved = {m_all.high.u + column - view.box.low.u, m_all.high.v - view.box.high.v};
+            view.moved = freePlace(view.box);
             break;
         default:
             view.moved = {m_all.low.u - view.box.low.u, m_all.low.v - row - view.box.high.v};
@@ -74,11 +75,47 @@ public:
     }
 
 private:
+    // Beside or below something that stands already, where the drawing grows least.
+    Vec2 freePlace(const Box2& box) const {
+        const Vec2 apart = {m_strategy.columnSpacing, m_strategy.rowSpacing};
+        Vec2 best = {m_all.high.u + apart.u - box.low.u, m_all.high.v - box.high.v};
+        double least = grownArea(box, best);
+        std::vector<Box2> beside = m_taken;
+        beside.push_back(m_all);
+        for (const Box2& other : beside)
+            for (const Vec2 corner :
+                 {Vec2{other.high.u + apart.u, other.high.v}, Vec2{other.low.u, other.low.v - apart.v},
+                  Vec2{other.high.u + apart.u, m_all.high.v}, Vec2{m_all.low.u, other.low.v - apart.v}}) {
+                const Vec2 moved = corner - Vec2{box.low.u, box.high.v};
+                if (const double area = grownArea(box, moved);
+                    area < least - 1e-6 && isFree(box, moved, apart)) {
+                    least = area;
+                    best = moved;
+                }
+            }
+        return best;
+    }
+    double grownArea(const Box2& box, Vec2 moved) const {
+        Box2 all = m_all;
+        all.add(box.low + moved);
+        all.add(box.high + moved);
+        return all.width() * all.height();
+    }
+    bool isFree(const Box2& box, Vec2 moved, Vec2 apart) const {
+        const Vec2 low = box.low + moved - apart * 0.99;
+        const Vec2 high = box.high + moved + apart * 0.99;
+        return std::ranges::none_of(m_taken, [&](const Box2& other) {
+            return other.low.u < high.u && low.u < other.high.u && other.low.v < high.v &&
+                   low.v < other.high.v;
+        });
+    }
+
     void take(const ArrangedView& view, int side) {
         Box2 box = view.box;
         box.low = box.low + view.moved;
         box.high = box.high + view.moved;
         m_all.add(box);
+        m_taken.push_back(box);
         if (side == kAbove)
             m_above = box.high.v;
         if (side == kBelow)
@@ -88,6 +125,7 @@ private:
     const StructDetViewArrangeStrategy& m_strategy;
     Box2 m_main;
     Box2 m_all;
+    std::vector<Box2> m_taken;
     double m_above = m_main.high.v;
     double m_below = m_main.low.v;
 };

@@ -66,6 +66,21 @@ std::vector<Stretch> LengthClipping::stretches(const ViewLines& seen, int direct
     return found;
 }
 
+std::optional<Stretch> LengthClipping::alongOblique(const ViewLines& seen, int direction,
+                                                    const Stretch& stretch) {
+    for (const ViewLine& line : seen.lines) {
+        const double a = along(line.a, direction);
+        const double b = along(line.b, direction);
+        if (!isOblique(line, direction) || std::min(a, b) > stretch.first || std::max(a, b) < stretch.second)
+            continue;
+        const auto other = [&](double at) {
+            return along(line.a + (line.b - line.a) * ((at - a) / (b - a)), 1 - direction);
+        };
+        return std::minmax({other(stretch.first), other(stretch.second)});
+    }
+    return std::nullopt;
+}
+
 std::vector<ViewLine> LengthClipping::without(const std::vector<ViewLine>& lines, int direction,
                                               const std::vector<Stretch>& cuts) {
     std::vector<ViewLine> kept;

@@ -4,6 +4,8 @@
 #include "drawing/StyleRows.h"
 #include "drawing/ViewLine.h"
 
+#include <optional>
+
 /// How long parts are shortened.
 namespace LengthClipping {
 
@@ -25,6 +27,11 @@ struct Strategy {
 /// interval after something was kept at both sides.
 std::vector<std::pair<double, double>> stretches(const ViewLines& seen, int direction,
                                                  const Strategy& strategy);
+
+/// What has to go in the other direction with a stretch along x (0) or y (1), so that an oblique line that
+/// goes through it stays one line; nothing where none does.
+std::optional<std::pair<double, double>> alongOblique(const ViewLines& seen, int direction,
+                                                      const std::pair<double, double>& stretch);
 
 /// The lines as they are left when `cuts` are taken out in a direction; pieces in a cut are gone.
 std::vector<ViewLine> without(const std::vector<ViewLine>& lines, int direction,

@@ -91,6 +91,8 @@ using Primitives = std::vector<Primitive>;
 Box2 boxOf(const Primitives& primitives);
 void moveAll(Primitives& primitives, Vec2 by);
 
+struct ViewPlace;
+
 /// One view of a drawing.
 struct ViewPicture {
     std::int32_t key = 0; ///< of its request
@@ -99,7 +101,8 @@ struct ViewPicture {
     bool isCut = false; ///< it serves as a cut or callout
     std::string letter; ///< of a cut
     Primitives primitives;
-    Box2 box; ///< of all of them
+    Box2 box;                                         ///< of all of them
+    std::shared_ptr<const ViewPlace> place = nullptr; ///< of the picture before it was arranged
 };
 
 /// What a style makes of a part.

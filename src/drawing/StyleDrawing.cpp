@@ -3,9 +3,12 @@
 #include "base/Translation.h"
 #include "drawing/Annotations.h"
 #include "drawing/Arrangement.h"
+#include "drawing/BrokenEdges.h"
+#include "drawing/CutMarks.h"
 #include "drawing/Dimensions.h"
 #include "drawing/Titles.h"
 #include "drawing/ViewFigures.h"
+#include "drawing/ViewPlace.h"
 
 namespace {
 
@@ -24,11 +27,17 @@ ViewPicture pictureOf(DrawingContext& context, const ViewScene& scene) {
     append(picture.primitives, edgesOf(context, scene));
     append(picture.primitives, centreLinesOf(context, scene));
     append(picture.primitives, breaksOf(context, scene));
+    append(picture.primitives, brokenEdgesOf(context, scene));
     append(picture.primitives, gridOf(context, scene));
     append(picture.primitives, dimensionsOf(context, scene));
     append(picture.primitives, annotationsOf(context, scene, picture.primitives));
     append(picture.primitives, compassOf(context, scene, boxOf(picture.primitives)));
-    moveAll(picture.primitives, scene.onSheet(scene.camera.reference) * -1);
+    const Vec2 zero = scene.onSheet(scene.camera.reference);
+    moveAll(picture.primitives, zero * -1);
+    ViewPlace place{scene.camera, {scene.maps[0], scene.maps[1]}, {}};
+    if (!scene.outline.isEmpty())
+        place.outline = {scene.outline.low - zero, scene.outline.high - zero};
+    picture.place = std::make_shared<const ViewPlace>(std::move(place));
     picture.box = boxOf(picture.primitives);
     return picture;
 }
@@ -69,9 +78,11 @@ public:
         if (m_places.empty())
             return;
         const auto found = std::ranges::find(m_places, 0, &ArrangedView::direction);
-        ViewPicture& main =
-            m_drawing.views[found == m_places.end() ? 0 : static_cast<std::size_t>(found - m_places.begin())];
+        const std::size_t first =
+            found == m_places.end() ? 0 : static_cast<std::size_t>(found - m_places.begin());
+        ViewPicture& main = m_drawing.views[first];
         addCutViewTitles(m_context, m_drawing.views);
+        addCutMarks(m_context, m_drawing.views, first);
         addTitleAboveMainView(m_context, main);
         for (std::size_t i = 0; i < m_places.size(); ++i)
             m_places[i].box = m_drawing.views[i].box;

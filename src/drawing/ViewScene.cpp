@@ -224,6 +224,13 @@ std::optional<ViewScene> ViewScenes::of(DrawingContext& context, const StructDet
     for (const int direction : {0, 1})
         if (scene.clipping.along[direction])
             cuts[direction] = LengthClipping::stretches(scene.seen, direction, scene.clipping);
+    for (const int direction : {0, 1})
+        if (cuts[1 - direction].empty())
+            for (const auto& stretch : cuts[direction])
+                if (const auto also = LengthClipping::alongOblique(scene.seen, direction, stretch))
+                    cuts[1 - direction].push_back(*also);
+    for (auto& along : cuts)
+        std::ranges::sort(along);
     const double scale = scaleOf(context, scene, cuts);
     for (const int direction : {0, 1})
         scene.maps[direction] = AxisMap(scale, cuts[direction], scene.clipping.gap);

@@ -1,6 +1,5 @@
 #include "pages/KorDSMPageStyleViews.h"
 
-#include "operations/CurrentRows.h"
 #include "pages/PartListEditor.h"
 #include "services/Prompts.h"
 
@@ -27,10 +26,7 @@ bool KorDSMPageStyleViews::OnInitDialog() {
 }
 
 bool KorDSMPageStyleViews::loadData() {
-    const bool exists =
-        item() && item()->record() && CurrentRows::find(kTableDetailStyle, KorOdbcKey(item()->recordKey()));
-    m_views->setVisible(exists);
-    if (!exists)
+    if (!item() || !item()->record())
         return false;
     m_views->load({kTableDetailStyle, item()->recordKey()});
     return true;

@@ -1,0 +1,176 @@
+#include "drawing/CutMarks.h"
+
+#include "drawing/Figures.h"
+#include "drawing/ViewPlace.h"
+
+namespace {
+
+constexpr double kStroke = 6; // mm, of the mark of a cut
+constexpr double kArrow = 5;
+constexpr double kLetter = 5;
+
+double along(Vec2 p, Vec2 d) {
+    return p.u * d.u + p.v * d.v;
+}
+
+// The corners of what a cut view shows, at the depth of its plane.
+std::array<Vec3, 4> cornersOf(const ViewCamera& camera) {
+    const Box2& window = camera.window;
+    std::array<Vec3, 4> corners;
+    std::size_t i = 0;
+    for (const Vec2 flat :
+         {window.low, Vec2{window.high.u, window.low.v}, window.high, Vec2{window.low.u, window.high.v}})
+        corners[i++] = camera.frame.origin + camera.frame.x * (camera.mirrored ? -flat.u : flat.u) +
+                       camera.frame.y * camera.nearDepth + camera.frame.z * flat.v;
+    return corners;
+}
+
+class Marking {
+public:
+    Marking(DrawingContext& context, const ViewPicture& cut) : m_context(context), m_cut(cut) {
+        m_pen = context.pens.thin();
+        m_pen.weight = 0.5;
+        const auto* request = context.rows.row<StructDetViewRequest>(cut.key);
+        m_provenance = request ? nearer(context.rows.step(*request, {"used_for_cuts_and_callouts",
+                                                                     "system_and_box", "depth_position"}),
+                                        context.chain)
+                               : context.chain;
+    }
+
+    // False where the cut cannot be shown in the view.
+    bool markIn(ViewPicture& view) {
+        const Vec3 looking = m_cut.place->camera.frame.y;
+        const double same = dot(looking, view.place->camera.frame.y);
+        const Vec2 d = view.place->camera.flat(view.place->camera.frame.origin + looking) -
+                       view.place->camera.flat(view.place->camera.frame.origin);
+        if (std::abs(same) < 0.02 && d.length() > 0.99)
+            return markCut(view, d * (1 / d.length()));
+        return same > 0.98 && markPiece(view);
+    }
+
+private:
+    // The stretch of the plane in the view, along `across`, where something of the part is.
+    bool markCut(ViewPicture& view, Vec2 looking) {
+        const Vec2 across = {-looking.v, looking.u};
+        Box2 plane; // as seen across and along the way of looking
+        for (const Vec3& corner : cornersOf(m_cut.place->camera)) {
+            const Vec2 p = view.place->onPicture(corner);
+            plane.add(Vec2{along(p, across), along(p, looking)});
+        }
+        const Box2& outline = view.place->outline;
+        Box2 part;
+        Box2 all;
+        for (const auto& [box, turned] :
+             {std::pair(&outline, &part), std::pair(&std::as_const(view.box), &all)})
+            for (const Vec2 p :
+                 {box->low, Vec2{box->high.u, box->low.v}, box->high, Vec2{box->low.u, box->high.v}})
+                turned->add(Vec2{along(p, across), along(p, looking)});
+        const double at = plane.low.v;
+        if (outline.isEmpty() || at < part.low.v - 2 || at > part.high.v + 2)
+            return false;
+        const double low = std::max(part.low.u, plane.low.u);
+        const double high = std::min(part.high.u, plane.high.u);
+        if (low >= high)
+            return false;
+        Primitives marks = strokes(looking, across, at, low - 2, high + 2);
+        if (std::ranges::any_of(marks, [&](const Primitive& mark) { return covers(view, mark.box()); }))
+            marks =
+                strokes(looking, across, at, std::min(low - 2, all.low.u), std::max(high + 2, all.high.u));
+        take(view, std::move(marks));
+        return true;
+    }
+
+    Primitives strokes(Vec2 looking, Vec2 across, double at, double low, double high) {
+        Primitives marks;
+        for (const auto& [place, outward] : {std::pair(low, -1.0), std::pair(high, 1.0)}) {
+            const Vec2 from = across * place + looking * at;
+            const Vec2 to = from + across * (outward * kStroke);
+            marks.push_back(Figures::line({from, to}, m_pen, Primitive::kSymbol, m_provenance));
+            const Vec2 tip = to + looking * kArrow;
+            const Vec2 side = across * 0.9;
+            marks.push_back(
+                Figures::line({to, tip}, m_context.pens.thin(), Primitive::kSymbol, m_provenance));
+            Primitive head = Figures::line({tip, tip - looking * 2.5 + side, tip - looking * 2.5 - side},
+                                           m_context.pens.thin(), Primitive::kSymbol, m_provenance);
+            head.kind = Primitive::kFill;
+            marks.push_back(std::move(head));
+            marks.push_back(letter(to + looking * (kArrow / 2) + across * (outward * kLetter)));
+        }
+        return marks;
+    }
+
+    bool markPiece(ViewPicture& view) {
+        Box2 piece;
+        for (const Vec3& corner : cornersOf(m_cut.place->camera))
+            piece.add(view.place->onPicture(corner));
+        const Box2& outline = view.place->outline;
+        const Vec2 size = {piece.width(), piece.height()};
+        constexpr double kPiece = 0.7; // of the view, from which on it would be all of it
+        const bool isInside = !outline.isEmpty() && piece.low.u < outline.high.u &&
+                              piece.high.u > outline.low.u && piece.low.v < outline.high.v &&
+                              piece.high.v > outline.low.v;
+        if (!isInside || (size.u > kPiece * outline.width() && size.v > kPiece * outline.height()) ||
+            size.u > outline.width() * 0.95)
+            return false;
+        const double radius = std::min(size.length() / 2, std::max(size.u, size.v) * 0.6);
+        Primitives marks;
+        Pen pen = m_context.pens.centreLine(7);
+        marks.push_back(Figures::circle(piece.middle(), radius, pen, Primitive::kSymbol, m_provenance));
+        Primitives called;
+        for (const Vec2 d : {Vec2{1, 1}, Vec2{-1, 1}, Vec2{1, -1}, Vec2{-1, -1}}) {
+            const Vec2 rim = piece.middle() + d * (0.7071 * radius);
+            const Vec2 end = rim + d * 4;
+            called = {Figures::line({rim, end, end + Vec2{7 * d.u, 0}}, m_context.pens.thin(),
+                                    Primitive::kSymbol, m_provenance),
+                      letter(end + Vec2{3.5 * d.u, kLetter / 2 + 1})};
+            if (!covers(view, called.back().box()))
+                break;
+        }
+        marks.insert(marks.end(), called.begin(), called.end());
+        take(view, std::move(marks));
+        return true;
+    }
+
+    Primitive letter(Vec2 middle) const {
+        return Figures::text(m_context.pens, middle, kLetter, m_cut.letter, Primitive::kSymbol, m_provenance);
+    }
+
+    static bool covers(const ViewPicture& view, const Box2& mark) {
+        return std::ranges::any_of(view.primitives, [&](const Primitive& other) {
+            if (other.kind != Primitive::kText && other.purpose != Primitive::kDimension)
+                return false;
+            const Box2 box = other.box();
+            return box.low.u < mark.high.u && mark.low.u < box.high.u && box.low.v < mark.high.v &&
+                   mark.low.v < box.high.v;
+        });
+    }
+
+    static void take(ViewPicture& view, Primitives marks) {
+        view.box.add(boxOf(marks));
+        view.primitives.insert(view.primitives.end(), std::make_move_iterator(marks.begin()),
+                               std::make_move_iterator(marks.end()));
+    }
+
+    DrawingContext& m_context;
+    const ViewPicture& m_cut;
+    Pen m_pen;
+    ProvenancePtr m_provenance;
+};
+
+} // namespace
+
+void addCutMarks(DrawingContext& context, std::vector<ViewPicture>& views, std::size_t main) {
+    std::vector<std::size_t> order = {main};
+    for (std::size_t i = 0; i < views.size(); ++i)
+        if (i != main && !views[i].isCut)
+            order.push_back(i);
+    for (std::size_t i = 0; i < views.size(); ++i) {
+        if (!views[i].isCut || !views[i].place)
+            continue;
+        const ViewPicture cut = views[i];
+        Marking marking(context, cut);
+        for (const std::size_t other : order)
+            if (other != i && views[other].place && marking.markIn(views[other]))
+                break;
+    }
+}
