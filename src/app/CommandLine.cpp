@@ -17,6 +17,7 @@
 #include <charconv>
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 #include <iostream>
 #include <set>
 #include <sstream>
@@ -85,8 +86,32 @@ void addPicture(CLI::App* command, PictureOptions& picture, const char* help) {
         });
 }
 
+// A mistyped command is no file.
+void refuseUnlessFile(const std::string& text) {
+    std::error_code error;
+    if (text.find_first_of("./") == std::string::npos && !std::filesystem::exists(text, error))
+        throw CLI::ExtrasError({text});
+}
+
+void addFile(CLI::App& command, Wanted& wanted) {
+    command
+        .add_option("FILE", wanted.edit.file,
+                    translatable("A style database to show beside the others, to look at and to copy from"))
+        ->check([](const std::string& text) {
+            refuseUnlessFile(text);
+            return refuseEmpty(text);
+        });
+}
+
 void addEdit(CLI::App& app, Wanted& wanted) {
     CLI::App* command = app.add_subcommand("edit", translatable("Open the editor (the default)"));
+    addFile(*command, wanted);
+    // Without a command the file is the program's own argument; what another command has too much is none.
+    addFile(app, wanted);
+    app.callback([&app, command, &wanted] {
+        if (!wanted.edit.file.empty() && !app.get_subcommands().empty() && !command->parsed())
+            throw CLI::ExtrasError({wanted.edit.file});
+    });
     CLI::Option* style = command
                              ->add_option("--style", wanted.edit.style.name,
                                           translatable("Open with this detail style selected"))

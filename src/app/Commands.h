@@ -34,7 +34,9 @@ struct PictureOptions {
 };
 
 struct EditOptions {
-    RowOptions style{"detail-style", {}, {}}; ///< the style to open with; without a name the last place
+    std::string file; ///< a style database that is shown beside the others
+    RowOptions style{
+        "detail-style", {}, {}}; ///< the style to open with; without a name the file's, or the last place
     PictureOptions picture;
 };
 

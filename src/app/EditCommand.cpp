@@ -1,43 +1,24 @@
 #include "app/EditCommand.h"
 
 #include "app/Console.h"
-#include "app/ReadProblems.h"
-#include "app/RowChoice.h"
+#include "app/OpenWindow.h"
 #include "app/WindowPicture.h"
 #include "base/Translation.h"
-#include "data/StyleDatabases.h"
 #include "detailstyles/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
 #include "services/KorExchangeUtilities.h"
 #include "services/KorHostReport.h"
 #include "session/DataFolder.h"
 #include "session/KorDSMHandOver.h"
-#include "session/KorDSMStartSelection.h"
 #include "shell/EditorApplication.h"
 
 #include <QApplication>
 
 #include <algorithm>
+#include <filesystem>
+#include <optional>
 
 namespace {
-
-// Returns an exit code.
-int selectStyle(const RowOptions& wanted) {
-    const FoundRow found = RowChoice::find(wanted);
-    const RowChoice& style = found.value;
-    if (found && KorDSMStartSelection::select(style.source, style.key))
-        return kExitDone;
-    if (found.tell() != kExitDone)
-        return kExitFailed;
-    StyleSource& source = *StyleDatabases::current().source(style.source);
-    Console::complain(KorString::format(
-        source.complete()
-            ? translated("The detail style \"%s\" has no category, so the editor does not show it.")
-            : translated("The editor cannot show the detail style \"%s\", because \"%s\" could not "
-                         "be read whole."),
-        {wanted.name, source.store().name()}));
-    return kExitFailed;
-}
 
 // What was handed over, one "name value" pair a line.
 void printHandOver() {
@@ -55,14 +36,25 @@ void printHandOver() {
         say("used-add-in", KorString::number(std::int64_t{queue.getInt("RESULT4")}));
 }
 
+OpenRequest requestFor(const EditOptions& options) {
+    const std::string file = options.file.empty() ? "" : std::filesystem::absolute(options.file).string();
+    return {QString::fromStdString(file), QString::fromStdString(options.style.name),
+            QString::fromStdString(options.style.source), qEnvironmentVariable("XDG_ACTIVATION_TOKEN")};
+}
+
 } // namespace
 
 int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
     const bool paints = !options.picture.file.empty();
     if (!WindowPicture::prepareDisplay(options.picture))
         return kExitFailed;
-    if (!options.style.name.empty() && selectStyle(options.style) != kExitDone)
+    if (selectStart(options) != kExitDone)
         return kExitFailed;
+    if (!paints && RunningEditor::handOver(folder.path(), requestFor(options))) {
+        Console::say(translated("The editor is open already; its window shows what was wanted."));
+        KorHostReport::take(); // was told, and is told by the window
+        return kExitDone;
+    }
     int argc = 1; // Qt would take options such as --style for its own
     QApplication application(argc, argv);
     prepareEditorApplication();
@@ -71,7 +63,9 @@ int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
     KorDSMDialogFactory::options().recoversChanges = !paints;
     KorDSMDialogFactory factory(nullptr);
     WindowPicture picture(options.picture);
+    std::optional<OpenWindow> window;
     if (!paints) {
+        window.emplace(*factory.window(), folder.path());
         for (const KorString& problem : folder.problems())
             KorHostReport::add(problem);
     } else {

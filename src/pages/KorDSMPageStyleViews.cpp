@@ -1,5 +1,6 @@
 #include "pages/KorDSMPageStyleViews.h"
 
+#include "operations/CurrentRows.h"
 #include "pages/PartListEditor.h"
 #include "services/Prompts.h"
 
@@ -26,7 +27,10 @@ bool KorDSMPageStyleViews::OnInitDialog() {
 }
 
 bool KorDSMPageStyleViews::loadData() {
-    if (!item() || !item()->record())
+    const bool exists =
+        item() && item()->record() && CurrentRows::find(kTableDetailStyle, KorOdbcKey(item()->recordKey()));
+    m_views->setVisible(exists);
+    if (!exists)
         return false;
     m_views->load({kTableDetailStyle, item()->recordKey()});
     return true;

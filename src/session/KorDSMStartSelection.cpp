@@ -6,6 +6,15 @@
 
 namespace {
 
+constexpr auto kSection = KorDSMDefines::kViewDetailStyles;
+
+// Null where the sections do not show the source.
+KorDsmAddInContentItem* loadedSource(SourceId source) {
+    KorDSMDataStructure& structure = KorDSMDialogFactory::getDSMDataStructure();
+    KorDSMSectionLoader().loadDataStructure(structure);
+    return KorDSMItemPath::findAddIn(*structure.getSection(kSection), source);
+}
+
 KorDSMDatabaseItem* findStyle(KorDsmAddInContentItem& addIn, KorOdbcKey key) {
     for (KorDSMDatabaseItem* category : addIn.children())
         for (KorDSMDatabaseItem* style : category->children())
@@ -14,19 +23,31 @@ KorDSMDatabaseItem* findStyle(KorDsmAddInContentItem& addIn, KorOdbcKey key) {
     return nullptr;
 }
 
-} // namespace
-
-bool KorDSMStartSelection::select(SourceId source, const KorOdbcKey& key) {
-    constexpr auto kSection = KorDSMDefines::kViewDetailStyles;
+void remember(SourceId source, KorDSMDatabaseItem& item) {
     KorDSMDataStructure& structure = KorDSMDialogFactory::getDSMDataStructure();
-    KorDSMSectionLoader().loadDataStructure(structure);
-    KorDsmAddInContentItem* addIn = KorDSMItemPath::findAddIn(*structure.getSection(kSection), source);
-    KorDSMDatabaseItem* item = addIn ? findStyle(*addIn, key) : nullptr;
-    if (!item)
-        return false;
     structure.setSelectedSection(kSection);
     structure.setTargetDatabase(kSection, source.dsn);
     structure.setTargetAddIn(kSection, source.index);
-    structure.getSelectedPath(kSection) = KorDSMItemPath::textsTo(*item);
-    return true;
+    structure.getSelectedPath(kSection) = KorDSMItemPath::textsTo(item);
+}
+
+} // namespace
+
+bool KorDSMStartSelection::select(SourceId source, const KorOdbcKey& key) {
+    KorDsmAddInContentItem* addIn = loadedSource(source);
+    KorDSMDatabaseItem* item = addIn ? findStyle(*addIn, key) : nullptr;
+    if (item)
+        remember(source, *item);
+    return item != nullptr;
+}
+
+void KorDSMStartSelection::selectFirst(SourceId source) {
+    KorDsmAddInContentItem* addIn = loadedSource(source);
+    if (!addIn)
+        return;
+    KorDSMDatabaseItem* first = addIn;
+    for (KorDSMDatabaseItem* category : addIn->children())
+        if (first == addIn && !category->children().isEmpty())
+            first = category->children()[0];
+    remember(source, *first);
 }

@@ -10,4 +10,8 @@ namespace KorDSMStartSelection {
 /// not show it, such as a style without a category.
 bool select(SourceId source, const KorOdbcKey& style);
 
+/// The same with the first style that the sections show of the source, or with the source where there is
+/// none.
+void selectFirst(SourceId source);
+
 } // namespace KorDSMStartSelection

@@ -1,4 +1,5 @@
 #include "app/ProgramFixture.h"
+#include "support/Composition.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -65,69 +66,14 @@ protected:
     QMap<QString, QMap<QString, QString>> content();
 };
 
-// Commands alone; what they make is used at once by those that follow.
 void ComposeTest::compose() {
-    const std::vector<std::pair<QString, QStringList>> vocabulary = {
-        {"qualifier", {"Profile name", "Plate purpose"}},
-        {"model-role", {"Main part"}},
-        {"visibility-status", {"Visible"}},
-        {"linetype", {"HIDDEN", "CONTINUOUS"}},
-        {"selection-strategy", {"Whole model"}},
-        {"point-type", {"Outline corner"}},
-        {"request-type", {"Linear"}},
-        {"linear-direction", {"Horizontal"}},
-        {"leader-style", {"Open arrow"}},
-        {"system-source", {"Part"}},
-        {"orientation", {"Front"}},
-        {"select-mode", {"Always"}},
-    };
-    for (const auto& [kind, records] : vocabulary)
-        for (const QString& name : records)
-            does({"copy", kind, name, name, "--source", "standard"});
-
-    does({"new", "base-category", "Workshop"});
-    for (const QString group : {"qualifier-set-group", "annotation-group", "dim-request-group"})
-        does({"new", group, "Ours"});
-
-    does({"new", "qualifier-set", "All", "--in", "Ours"});
-    does({"entry", "add", "qualifier-set", "All", "--value", "Profile name"});
-    does({"new", "qualifier-set", "Rails", "--in", "Ours", "--value", "combination=Any qualifier"});
-    does({"entry", "add", "qualifier-set", "Rails", "--value", "Profile name", "--value",
-          "model_role=Main part"});
-    does({"entry", "add", "qualifier-set", "Rails", "--value", "negate=yes", "--value",
-          "qualifier=Plate purpose"});
-    does({"new", "appearance", "Fine", "--value", "visible_status=Visible", "--value",
-          "hidden_linetype=HIDDEN", "--value", "visible_color=3", "--value", "visible_linetype=CONTINUOUS"});
-    does({"new", "annotation-type", "Mark", "--value", "annotation_kind=Part mark", "--value",
-          "leader_style=Open arrow", "--value", "text_size=3.5"});
-    does({"new", "arranger-control", "Near", "--value", "distance=12"});
-    does({"new", "annotation-strategy", "Rail mark", "--in", "Ours", "--value", "annotation_type=Mark",
-          "--value", "arranger_control=Near"});
-    does({"new", "repr-map", "Map"});
-    does({"entry", "add", "repr-map", "Map", "--value", "appearance=Fine", "--value", "name=Rest", "--value",
-          "All"});
-    does({"entry", "add", "repr-map", "Map", "--value", "Rails", "--value", "annotation_strategy=Rail mark",
-          "--value", "appearance=Fine", "--value", "name=Rails", "--at", "1"});
-
-    does({"new", "point-selection", "Corners", "--value", "qualifier_set=Rails", "--value",
-          "point_type=Outline corner"});
-    does({"new", "dim-request", "Length", "--in", "Ours", "--value", "request_type=Linear", "--value",
-          "direction=Horizontal", "--value", "start_points=Corners"});
-    does({"new", "view-dim-strategy", "Along"});
-    does({"entry", "add", "view-dim-strategy", "Along", "--value", "Length"});
-    does({"new", "system-and-box", "Box", "--value", "system_source=Part", "--value", "orientation=Front"});
-    const QStringList cells = {"--value", "scale=1:10",   "--value", "system_and_box=Box",
-                               "--value", "repr_map=Map", "--value", "select_mode=Always"};
-    does(QStringList{"new", "view-request", "Front"} + cells);
-    does({"entry", "add", "view-request", "Front", "--value", "Workshop"});
-    does(QStringList{"new", "view-request", "Section", "--in", "Workshop"} + cells);
-    does({"set", "view-request", "Front", "dim_strategy", "Along"});
-    does({"new", "view-arrange-strategy", "Rows", "--value", "projection=Third angle"});
-    does({"new", "detail-style", "Rail", "--in", "Workshop", "--value", "arrange_strategy=Rows", "--value",
-          "object_selection_strategy=Whole model"});
-    does({"entry", "add", "detail-style", "Rail", "--value", "Section"});
-    does({"entry", "add", "detail-style", "Rail", "--value", "view=Front", "--at", "1"});
-    does({"set", "detail-style", "Rail", "title_position", "Below detail"});
+    for (const auto& commands : {Composition::words(), Composition::commands()})
+        for (const QStringList& command : commands)
+            does(command);
+    does({"set", "view-request", "Front", "scale", "1:10"});
+    does({"set", "appearance", "Fine", "visible_color", "3", "--shared"});
+    for (const char* view : {"Front", "Section"})
+        does({"entry", "add", "view-request", view, "--value", "Workshop"});
 }
 
 // All that the User database holds, by kind, name and place.

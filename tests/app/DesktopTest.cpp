@@ -2,7 +2,10 @@
 
 #include "support/OtherProgram.h"
 
+#include <QDeadlineTimer>
+#include <QDir>
 #include <QMimeDatabase>
+#include <QProcess>
 
 namespace fs = std::filesystem;
 
@@ -26,4 +29,35 @@ TEST_F(DesktopTest, AStyleDatabaseIsKnownByItsHeaderAndAPlainDatabaseIsNotTaken)
     EXPECT_EQ(typeOf(data() / "user.dsdb").name(), "application/x-dsdb");
     EXPECT_TRUE(typeOf(data() / "user.dsdb").inherits("application/vnd.sqlite3"));
     EXPECT_EQ(typeOf(folder() / "plain" / "database").name(), "application/vnd.sqlite3");
+}
+
+TEST_F(DesktopTest, ASecondStartLeavesItsFileToTheOpenWindow) {
+    fs::create_directories(folder() / "run");
+    fs::permissions(folder() / "run", fs::perms::owner_all);
+    fs::copy_file(data() / "user.dsdb", folder() / "mail.dsdb");
+    environment.insert("XDG_RUNTIME_DIR", named("run"));
+    environment.insert("QT_QPA_PLATFORM", "minimal");
+    const QStringList bad = run({named("letter")}).complaints;
+    EXPECT_EQ(bad.size(), 1);
+    QProcess first;
+    first.setProcessEnvironment(environment);
+    first.start(DETAILSTYLES_PROGRAM, {"--data", QString::fromStdString(data().string())});
+    const auto waitFor = [](const std::function<bool()>& isSo) {
+        for (const QDeadlineTimer end(30000); !isSo() && !end.hasExpired();)
+            QProcess().waitForFinished(1);
+        return isSo();
+    };
+    ASSERT_TRUE(waitFor([this] { return !fs::is_empty(folder() / "run"); }));
+    const ProgramRun second = run({named("mail.dsdb")});
+    EXPECT_EQ(second.exitCode, 0);
+    EXPECT_TRUE(second.output.startsWith("The editor is open already"));
+    const QDir held(QString("/proc/%1/fd").arg(first.processId()));
+    EXPECT_TRUE(waitFor([this, &held] {
+        for (const QFileInfo& file : held.entryInfoList(QDir::Files))
+            if (file.symLinkTarget() == named("mail.dsdb"))
+                return true;
+        return false;
+    }));
+    first.kill();
+    first.waitForFinished();
 }

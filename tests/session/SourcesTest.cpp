@@ -1,6 +1,7 @@
 #include "services/KorHostReport.h"
 #include "session/KorDSMExchange.h"
 #include "session/KorDSMListContents.h"
+#include "session/KorDSMOpenedFile.h"
 #include "session/KorDSMReadProblems.h"
 #include "session/KorDSMReload.h"
 #include "session/KorDSMSources.h"
@@ -150,4 +151,27 @@ TEST(ExchangeSummary, CountsWhatCameAndWhatWasThere) {
               "2 detail styles were imported. 1 was there already.");
     report.alreadyThere = {"C", "D"};
     EXPECT_TRUE(KorDSMExchange::summaryOf(report).view().ends_with("2 were there already."));
+}
+
+TEST_F(Sources, AnOpenedFileIsOneMoreSourceThatCanOnlyBeReadAndIsOpenOnce) {
+    std::filesystem::copy(file("user.dsdb"), file("by mail.dsdb"));
+    const std::size_t open = databases.sources().size();
+    EXPECT_EQ(KorDSMOpenedFile::open(file("standard.dsdb")).value, SourceId::standard());
+    const SourceId source = KorDSMOpenedFile::open(file("by mail.dsdb")).value;
+    std::filesystem::create_symlink(file("by mail.dsdb"), file("link.dsdb"));
+    EXPECT_EQ(KorDSMOpenedFile::open(file("link.dsdb")).value, source);
+    EXPECT_EQ(databases.sources().size(), open + 1);
+    folder.write("letter.dsdb", "Dear colleague");
+    for (const char* wrong : {"letter.dsdb", "nowhere.dsdb"})
+        EXPECT_NE(KorDSMOpenedFile::open(file(wrong)).error, "") << wrong;
+    EXPECT_EQ(AddInManager::getInstance().addIns().size(), 1U);
+    databases.setOwnerMode(true);
+    EXPECT_FALSE(databases.isEditable(source));
+
+    KorDSMOpenedFile::select(source);
+    const KorArray<KorString>& place = structure.getSelectedPath(kViewDetailStyles);
+    ASSERT_GE(place.length(), 5);
+    EXPECT_EQ(place[2], "by mail.dsdb");
+    EXPECT_EQ(KorDSMItemPath::findAddIn(styles(), source)->children()[0]->children()[0]->getDisplayName(),
+              place[4]);
 }

@@ -31,7 +31,7 @@ KorDSMMainDialog& EditorFixture::open() {
     close();
     if (!m_databases) {
         m_databases = std::make_unique<StyleDatabases>();
-        DataFolder folder(m_folder.path() / "data");
+        DataFolder folder(m_folder.path() / m_data);
         folder.open();
         for (const KorString& problem : folder.problems())
             ADD_FAILURE() << problem.view();

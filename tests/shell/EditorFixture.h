@@ -105,9 +105,10 @@ protected:
     std::string stored(const char* file, const std::string& sql);
     /// Changes a database file as another program does, with a connection of its own.
     void storeElsewhere(const char* file, const std::string& sql) { OtherProgram(path(file)).run(sql); }
-    std::string path(const std::string& file) const { return m_folder.file("data/" + file); }
+    std::string path(const std::string& file) const { return m_folder.file(m_data + "/" + file); }
 
     TempFolder m_folder;
+    std::string m_data = "data"; ///< folder that the window is opened on
     std::unique_ptr<StyleDatabases> m_databases;
     std::unique_ptr<KorDSMMainDialog> m_dialog;
     std::vector<std::string> m_failedChecks; ///< internal checks that failed; a test expects none

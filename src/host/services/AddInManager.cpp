@@ -41,6 +41,14 @@ void AddInManager::scan(const fs::path& dataFolder) {
     }
 }
 
+void AddInManager::addFile(const fs::path& database) {
+    KorAddIn addIn;
+    addIn.m_id = {database.string(), static_cast<int>(m_addIns.size())};
+    addIn.m_info.name = database.filename().string();
+    addIn.m_database = database;
+    m_addIns.push_back(std::move(addIn));
+}
+
 bool AddInManager::read(const fs::path& folder, KorAddIn& addIn) const {
     std::vector<KorString> lines;
     if (!KorTextFile::readLines(folder / "addin.ini", lines)) {

@@ -41,6 +41,8 @@ public:
     /// Looks for add-ins in the folder `addins` of a data folder. An add-in without its `addin.ini` or its
     /// database is left out and reported.
     void scan(const std::filesystem::path& dataFolder);
+    /// Puts a style database that is no add-in behind them, under its file's name, until the next scan.
+    void addFile(const std::filesystem::path& database);
     const std::vector<KorAddIn>& addIns() const { return m_addIns; }
     /// The add-in, or one without icon and name when it is not installed.
     const KorAddIn& getAddIn(const KorAddInId& id) const;

@@ -1,0 +1,133 @@
+#include "app/RunningEditor.h"
+
+#include <QCryptographicHash>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSocketNotifier>
+#include <QStandardPaths>
+
+#include <cstring>
+#include <utility>
+
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr char kTaken = '+';
+constexpr qsizetype kLongest = 64 * 1024; // of a request
+
+/// A socket that is closed with it.
+class Socket {
+public:
+    explicit Socket(int handle = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) : m_handle(handle) {
+        const timeval patience{3, 0};
+        ::setsockopt(m_handle, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+        ::setsockopt(m_handle, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
+    }
+    Socket(const Socket&) = delete;
+    Socket& operator=(const Socket&) = delete;
+    ~Socket() {
+        if (m_handle >= 0)
+            ::close(m_handle);
+    }
+    int handle() const { return m_handle; }
+    int release() { return std::exchange(m_handle, -1); }
+
+    bool send(const QByteArray& bytes) const {
+        return ::send(m_handle, bytes.data(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL) ==
+               bytes.size();
+    }
+    /// All up to the end that the other side makes.
+    QByteArray receive() const {
+        QByteArray bytes;
+        char part[4096];
+        for (ssize_t read = 0;
+             bytes.size() < kLongest && (read = ::recv(m_handle, part, sizeof part, 0)) > 0;)
+            bytes.append(part, read);
+        return bytes;
+    }
+
+private:
+    int m_handle;
+};
+
+std::string placeOf(const std::filesystem::path& dataFolder) {
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::weakly_canonical(dataFolder, error);
+    const QByteArray name =
+        QCryptographicHash::hash(QByteArray::fromStdString(folder.string()), QCryptographicHash::Sha256);
+    const QString place = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    return place.isEmpty() ? std::string() : (place + "/detailstyles-" + name.toHex().left(16)).toStdString();
+}
+
+/// Does something with the address of a place; false where the name is too long for one, or empty.
+template <typename Call>
+bool at(const std::string& place, Call call) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (place.empty() || place.size() >= sizeof address.sun_path)
+        return false;
+    std::memcpy(address.sun_path, place.data(), place.size());
+    return call(reinterpret_cast<const sockaddr*>(&address), socklen_t{sizeof address}) == 0;
+}
+
+bool connects(const Socket& socket, const std::string& place) {
+    return at(place, [&socket](const sockaddr* address, socklen_t size) {
+        return ::connect(socket.handle(), address, size);
+    });
+}
+
+} // namespace
+
+bool RunningEditor::handOver(const std::filesystem::path& dataFolder, const OpenRequest& request) {
+    const Socket socket;
+    if (!connects(socket, placeOf(dataFolder)))
+        return false;
+    const QJsonObject document{{"file", request.file},
+                               {"style", request.style},
+                               {"source", request.source},
+                               {"activation", request.activation}};
+    return socket.send(QJsonDocument(document).toJson(QJsonDocument::Compact)) &&
+           ::shutdown(socket.handle(), SHUT_WR) == 0 && socket.receive().startsWith(kTaken);
+}
+
+RunningEditor::RunningEditor(const std::filesystem::path& dataFolder,
+                             std::function<void(const OpenRequest&)> onRequest)
+    : m_place(placeOf(dataFolder)), m_onRequest(std::move(onRequest)) {
+    if (connects(Socket(), m_place))
+        return;                // another one that did not take the request
+    ::unlink(m_place.c_str()); // left by one that was killed
+    Socket socket;
+    const bool isBound = at(m_place, [&socket](const sockaddr* address, socklen_t size) {
+        return ::bind(socket.handle(), address, size);
+    });
+    constexpr int kWaiting = 8;
+    if (!isBound || ::listen(socket.handle(), kWaiting) != 0)
+        return;
+    m_socket = socket.release();
+    auto* notifier = new QSocketNotifier(m_socket, QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, &RunningEditor::answer);
+}
+
+RunningEditor::~RunningEditor() {
+    if (m_socket < 0)
+        return;
+    ::unlink(m_place.c_str());
+    ::close(m_socket);
+}
+
+void RunningEditor::answer() {
+    OpenRequest request;
+    {
+        const Socket other(::accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC));
+        const QJsonDocument document = QJsonDocument::fromJson(other.receive());
+        if (!document.isObject() || !other.send({1, kTaken}))
+            return;
+        request = {document["file"].toString(), document["style"].toString(), document["source"].toString(),
+                   document["activation"].toString()};
+    }
+    m_onRequest(request);
+}
