@@ -45,6 +45,10 @@ bool isReferredTo(const TableSchema& table) {
 
 } // namespace
 
+bool isLookedUp(const TableSchema& table) {
+    return !isReferredTo(table) && !belongsToOthers(table);
+}
+
 bool belongsToOthers(const TableSchema& table) {
     return std::ranges::any_of(table.columns, [](const Column& column) {
         return column.isReference() && column.role != eReferenceRole::kUses &&
@@ -103,7 +107,7 @@ std::vector<RowRef> closureOf(StyleSource& source, const std::vector<RowRef>& ro
 std::vector<RowRef> lookUpRows(StyleSource& source) {
     Collector collector(source);
     for (const TableSchema& table : allTables()) {
-        if (isReferredTo(table) || belongsToOthers(table))
+        if (!isLookedUp(table))
             continue;
         const RowArray& rows = source.table(table.type).rows();
         for (int i = 0; i < rows.size(); ++i)

@@ -116,7 +116,7 @@ Ending bringInOneGroup(const Route& route, const KorString& label, const KorStri
     ExchangeProgress progress(exchange().callbacks, steps, name);
     ExchangeImport import(databases, *route.from, *route.to, progress, done);
     pending.beginGroup(label);
-    const bool ok = bring(import, progress);
+    const bool ok = bring(import, progress) && import.bringMissingLists();
     pending.endGroup();
     if (!ok || isTrial) {
         if (pending.steps().size() > before) {

@@ -3,12 +3,22 @@
 #include "base/Translation.h"
 #include "data/StyleDatabases.h"
 #include "data/store/LeftDatabases.h"
-#include "data/store/SqliteStore.h"
+#include "data/text/TextForm.h"
 #include "services/AddInManager.h"
 #include "services/KOSettings.h"
 #include "services/KorHostReport.h"
+#include "services/KorResources.h"
 
 namespace fs = std::filesystem;
+
+namespace {
+
+// A database without styles, with the lists that their choices offer.
+Result<> makeUserDatabase(const fs::path& file) {
+    return buildDatabase((KorResources::folder() / "samples" / "lists").string(), file.string());
+}
+
+} // namespace
 
 bool DataFolder::isAnyOpen() {
     return !StyleDatabases::current().sources().empty();
@@ -64,7 +74,7 @@ void DataFolder::openSource(SourceId id, const fs::path& file) {
 void DataFolder::openUserDatabase(const fs::path& file) {
     std::error_code error;
     const bool isThere = fs::exists(fs::symlink_status(file, error));
-    const Result<> made = isThere ? Result<>() : SqliteStore::create(file.string());
+    const Result<> made = isThere ? Result<>() : makeUserDatabase(file);
     removeLeftDatabases(m_folder.string());
     if (made || fs::exists(file, error)) { // another start may have made it meanwhile
         openSource(SourceId::user(), file);

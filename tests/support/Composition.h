@@ -2,34 +2,15 @@
 
 #include <QStringList>
 
-#include <utility>
 #include <vector>
 
-/// A detail style with all that it uses, composed in a User database that is empty: by the command line as it
+/// A detail style with all that it uses, composed in a User database without styles: by the command line as it
 /// stands here, and in the window by hand.
 namespace Composition {
 
-/// The words of the Standard that it needs.
+/// What it needs beside the lists that a new database has.
 inline std::vector<QStringList> words() {
-    const std::vector<std::pair<QString, QStringList>> vocabulary = {
-        {"qualifier", {"Profile name", "Plate purpose"}},
-        {"model-role", {"Main part"}},
-        {"visibility-status", {"Visible"}},
-        {"linetype", {"HIDDEN", "CONTINUOUS"}},
-        {"selection-strategy", {"Whole model"}},
-        {"point-type", {"Outline corner"}},
-        {"request-type", {"Linear"}},
-        {"linear-direction", {"Horizontal"}},
-        {"leader-style", {"Open arrow"}},
-        {"system-source", {"Part"}},
-        {"orientation", {"Front"}},
-        {"select-mode", {"Always"}},
-    };
-    std::vector<QStringList> commands;
-    for (const auto& [kind, records] : vocabulary)
-        for (const QString& name : records)
-            commands.push_back({"copy", kind, name, name, "--source", "standard"});
-    return commands;
+    return {{"copy", "leader-style", "Open arrow", "Open arrow", "--source", "standard"}};
 }
 
 /// Commands alone; what they make is used at once by those that follow.

@@ -67,6 +67,17 @@ std::int32_t ExchangeImport::bringTarget(RowRef row) {
     return m_refused ? 0 : key;
 }
 
+bool ExchangeImport::bringMissingLists() {
+    for (const TableSchema& table : allTables()) {
+        if (!isLookedUp(table) || m_to.table(table.type).rows().size() > 0)
+            continue;
+        const RowArray& rows = m_from.table(table.type).rows();
+        for (int i = 0; i < rows.size() && !m_refused; ++i)
+            counterpart({table.type, rows.at(i).key});
+    }
+    return !m_refused;
+}
+
 // References form no circle between tables, so this ends.
 std::int32_t ExchangeImport::counterpart(RowRef row) {
     if (const std::int32_t key = m_matcher.find(row)) {
