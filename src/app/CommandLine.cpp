@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 
+#include "app/ArgumentTypes.h"
 #include "app/CommandDeclarations.h"
 #include "app/CommitReport.h"
 #include "app/Console.h"
@@ -273,7 +274,7 @@ void addSamples(CLI::App& app, Wanted& wanted) {
 
 void declare(CLI::App& app, Wanted& wanted) {
     app.description(translatable("Manages the detail styles of steel drawings in their databases."));
-    app.set_version_flag("--version", std::string(DETAILSTYLES_VERSION));
+    app.set_version_flag("--version", &versionText);
     app.add_option("--data", wanted.data,
                    translatable("Folder with the style databases; by default the desktop's data folders"))
         ->take_last();
@@ -291,6 +292,8 @@ void declare(CLI::App& app, Wanted& wanted) {
     addCheck(app, wanted);
     addCompact(app, wanted);
     addSamples(app, wanted);
+    declareMachinery(app, wanted);
+    nameArguments(app);
 }
 
 bool areTextsClean(int argc, char** argv) {

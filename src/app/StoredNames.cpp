@@ -1,0 +1,48 @@
+#include "app/StoredNames.h"
+
+#include "data/store/SqliteStore.h"
+#include "services/AddInManager.h"
+#include "services/KorHostReport.h"
+#include "shell/DataFolderPlace.h"
+
+#include <set>
+
+StoredNames::StoredNames(const std::string& data) : m_folder(locateDataFolder(data)) {}
+
+std::vector<std::pair<std::string, std::filesystem::path>> StoredNames::files() const {
+    std::vector<std::pair<std::string, std::filesystem::path>> files = {
+        {"standard", m_folder / "standard.dsdb"}, {"user", m_folder / "user.dsdb"}};
+    AddInManager::getInstance().scan(m_folder);
+    for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
+        files.emplace_back(addIn.id().id.toStdString(), addIn.database());
+    KorHostReport::take(); // a report has no place in the middle of typing
+    return files;
+}
+
+std::vector<std::string> StoredNames::sources() const {
+    std::vector<std::string> names;
+    for (const auto& [name, file] : files())
+        names.push_back(name);
+    return names;
+}
+
+std::vector<std::string> StoredNames::records(const TableSchema& table, const std::string& source) const {
+    LockWait::setLimit({});
+    std::set<std::string> names;
+    for (const auto& [name, file] : files()) {
+        if (!source.empty() && source != name)
+            continue;
+        OpenedStore opened =
+            SqliteStore::open(file.string(), SqliteStore::eMode::kRead, SqliteStore::eCheck::kNone);
+        if (!opened.store)
+            continue;
+        const std::unique_ptr<RowArray> rows = table.makeRows();
+        std::vector<ReadProblem> problems;
+        static_cast<void>(opened.store->readTable(table, *rows, problems));
+        for (int i = 0; i < rows->size(); ++i)
+            if (const std::string text = rows->at(i).name.toStdString();
+                !text.empty() && text.find_first_of("\t\n") == std::string::npos)
+                names.insert(text);
+    }
+    return {names.begin(), names.end()};
+}
