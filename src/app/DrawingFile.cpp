@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QBuffer>
+#include <QHashFunctions>
 #include <QImage>
 #include <QPainter>
 #include <QPdfWriter>
@@ -88,9 +89,11 @@ std::string pdfOf(const PicturePage& page) {
     writer.setPageLayout(
         QPageLayout(QPageSize(QSizeF(page.box.width(), page.box.height()), QPageSize::Millimeter),
                     QPageLayout::Portrait, {}));
+    QHashSeed::setDeterministicGlobalSeed(); // by which the library orders the fonts in the file
     QPainter painter(&writer);
     paint(painter, page, kResolution / kInch);
     painter.end();
+    QHashSeed::resetRandomGlobalSeed();
     std::string pdf = buffer.data().toStdString();
     withoutDate(pdf);
     return pdf;
