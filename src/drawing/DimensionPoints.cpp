@@ -1,6 +1,7 @@
 #include "drawing/DimensionPoints.h"
 
 #include "drawing/ObjectMatch.h"
+#include "drawing/PointRestriction.h"
 
 namespace {
 
@@ -106,14 +107,14 @@ bool isSeen(const ViewScene& scene, int index) {
 
 } // namespace
 
-void keepEachPlaceOnce(std::vector<DimensionPoint>& points, Vec2 direction) {
+void keepEachPlaceOnce(std::vector<DimensionPoint>& points, Vec2 direction, double sameness) {
     const Vec2 normal = {direction.v, -direction.u};
     // Of several at one place the one nearest to the line is kept.
     std::ranges::stable_sort(points, {}, [&](const DimensionPoint& p) {
         return std::pair(std::lround(along(p.flat, direction) * 2), -along(p.flat, normal));
     });
     const auto same = [&](const DimensionPoint& a, const DimensionPoint& b) {
-        return std::abs(along(a.flat, direction) - along(b.flat, direction)) < 0.5;
+        return std::abs(along(a.flat, direction) - along(b.flat, direction)) < sameness;
     };
     points.erase(std::unique(points.begin(), points.end(), same), points.end());
 }
@@ -127,6 +128,7 @@ std::vector<DimensionPoint> pointsOf(DrawingContext& context, const ViewScene& s
     const auto* type = context.rows.row<StructDetViewDimPointtype>(record->pointTypeKey);
     const auto* position = context.rows.row<StructDetVwDimParentRelaPosRestriction>(record->parentRelaPosKey);
     const auto* restriction = context.rows.row<StructDetVwDimGeomRestrictions>(record->geomRestrictionsKey);
+    PointRestriction further(context, scene, record->geometricRestrictionKey);
     const Box2& window = scene.camera.window;
     for (const auto& [index, look] : scene.looks) {
         const PartObject& object = context.object(index);
@@ -144,7 +146,8 @@ std::vector<DimensionPoint> pointsOf(DrawingContext& context, const ViewScene& s
             const bool isInside = flat.u >= window.low.u && flat.u <= window.high.u &&
                                   flat.v >= window.low.v && flat.v <= window.high.v &&
                                   depth >= scene.camera.nearDepth && depth <= scene.camera.farDepth;
-            if ((isInside || isLine) && fitsPosition(context, scene, position ? position->position : 0, p))
+            if ((isInside || isLine) && fitsPosition(context, scene, position ? position->position : 0, p) &&
+                further.allows(object, p))
                 own.push_back({p, flat, index});
         }
         keepEachPlaceOnce(own, direction);
@@ -152,7 +155,7 @@ std::vector<DimensionPoint> pointsOf(DrawingContext& context, const ViewScene& s
             own.erase(own.begin() + 1, own.end() - 1);
         points.insert(points.end(), own.begin(), own.end());
     }
-    keepEachPlaceOnce(points, direction);
+    keepEachPlaceOnce(points, direction, further.sameness());
     if (record->maximumCount > 0 && points.size() > static_cast<std::size_t>(record->maximumCount))
         points.resize(static_cast<std::size_t>(record->maximumCount));
     return points;

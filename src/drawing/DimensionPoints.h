@@ -14,5 +14,6 @@ struct DimensionPoint {
 std::vector<DimensionPoint> pointsOf(DrawingContext& context, const ViewScene& scene, std::int32_t selection,
                                      Vec2 direction);
 
-/// Sorts points along the direction. Of several at one place the one that lies farthest to its right is kept.
-void keepEachPlaceOnce(std::vector<DimensionPoint>& points, Vec2 direction);
+/// Sorts points along the direction. Of several at one place, which is `sameness` millimetres long, the one
+/// that lies farthest to its right is kept.
+void keepEachPlaceOnce(std::vector<DimensionPoint>& points, Vec2 direction, double sameness = 0.5);

@@ -48,13 +48,13 @@ public:
         const auto* direction = m_context.rows.row<StructDetRequestLinearDirection>(request.directionKey);
         m_request = &request;
         m_direction = directionOf(direction);
-        m_provenance = nearer(
-            m_context.rows.step(request, {"request_type", "direction", "minimum_length", "chained",
-                                          "start_points", "inner_points", "end_points", "title_format"}),
-            nearer(m_context.rows.step(item, {"order", "dim_request"}),
-                   nearer(m_context.rows.step(m_strategy,
-                                              {"first_line_distance", "line_spacing", "merge_equal"}),
-                          m_scene.chain)));
+        m_provenance = nearer(m_context.rows.step(request, {"request_type", "direction", "minimum_length",
+                                                            "chained", "start_points", "inner_points",
+                                                            "end_points", "title_format", "title_position"}),
+                              nearer(m_context.rows.step(item, {"order", "dim_request"}),
+                                     nearer(m_context.rows.step(m_strategy, {"first_line_distance",
+                                                                             "line_spacing", "merge_equal"}),
+                                            m_scene.chain)));
         switch (type ? type->requestType : static_cast<int>(kLinear)) {
         case kOrdinate:
             addOrdinates();

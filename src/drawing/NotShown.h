@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/TableTypes.h"
+#include "records/TableSchema.h"
 
 #include <span>
 #include <string_view>
@@ -12,5 +12,10 @@ struct NotShownColumn {
     const char* reason; ///< goes on after "not shown, because"; to be translated where it is used
 };
 
-/// All of them. Names, and descriptions for users, are in no drawing and not in the list.
+/// All of them. What only the editor's own lists show is not among them.
 std::span<const NotShownColumn> notShownColumns();
+
+/// Why a column is for the editor's lists alone, whatever record it is of: names, descriptions, where
+/// something is filed, and the pictures of lists. A sentence to be translated; null for a column that says
+/// something about drawings.
+const char* whyForListsAlone(const TableSchema& table, const Column& column);

@@ -15,9 +15,8 @@ KorString whyNever(const TableSchema& table, const Column& column) {
     });
     if (listed != notShownColumns().end())
         return KorString::format(translated("Not shown, because %s."), {translated(listed->reason)});
-    if (column.number == 1 || column.name == "description" || column.role == eReferenceRole::kFiledUnder)
-        return translated("Names, descriptions and groups are in no drawing.");
-    return {};
+    const char* ofLists = whyForListsAlone(table, column);
+    return ofLists ? translated(ofLists) : KorString();
 }
 
 } // namespace
