@@ -30,6 +30,7 @@ const std::vector<ArgumentType>& types() {
         {"--out", "FILE", eArgument::kFile},
         {"--screenshot", "FILE", eArgument::kFile},
         {"--size", "WxH"},
+        {"--highlight", "KIND NAME COLUMN"},
         {"--key", "KEY"},
         {"--at", "PLACE"},
     };

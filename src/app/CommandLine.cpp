@@ -209,6 +209,14 @@ void addDrawing(CLI::App& app, Wanted& wanted) {
         ->add_option("--view", options->view,
                      translatable("Name of the one view of the style that is wanted; by default all"))
         ->check(refuseEmpty);
+    command
+        ->add_option(
+            "--highlight", options->highlight,
+            translatable("Point out what a column of a record governs: its kind, its name, the column"))
+        ->type_size(3)
+        ->expected(1);
+    command->add_flag("--sheet", options->sheet,
+                      translatable("With the views and their scales, and what the style says in words"));
     command->add_option("--source", options->row.source, translatable("standard, user, or an add-in"));
     command->add_flag("--overwrite", options->overwrite, translatable("Replace the file where there is one"));
     addJson(command, options->json);

@@ -116,8 +116,10 @@ struct ExportOptions {
 /// A drawing that a style makes of a sample part.
 struct DrawingOptions {
     RowOptions row{"detail-style", {}, {}};
-    std::string part; ///< name of the sample part; empty: the one that suits the style
-    std::string view; ///< the one view that is wanted; empty: all
+    std::string part;                   ///< name of the sample part; empty: the one that suits the style
+    std::string view;                   ///< the one view that is wanted; empty: all
+    std::vector<std::string> highlight; ///< kind and name of a record, and a column of it; empty: none
+    bool sheet = false;                 ///< with what the style says in words
     std::string file;
     bool overwrite = false;
     bool json = false;

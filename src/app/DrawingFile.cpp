@@ -24,6 +24,7 @@ public:
             return;
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
+        QHashSeed::setDeterministicGlobalSeed(); // fonts come into a file in the order of a hash
         m_application.emplace(m_count, m_arguments);
     }
 

@@ -4,9 +4,13 @@
 #include "app/OutputFile.h"
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
+#include "app/StyleSheet.h"
+#include "app/TypedValue.h"
 #include "base/Translation.h"
+#include "drawing/Governed.h"
 #include "drawing/SampleParts.h"
 #include "drawing/StyleDrawing.h"
+#include "drawing/WhyNothing.h"
 #include "records/StyleRecords.h"
 #include "services/KorResources.h"
 #include "services/KorTextFile.h"
@@ -50,7 +54,28 @@ std::string suitingPart(const RowChoice& style, const std::filesystem::path& par
     return SampleParts::suiting(parts, texts);
 }
 
-void report(const Drawing& drawing, const DrawingOptions& options) {
+// The primitives of the drawing that a column of a record governs; where none, the drawing notes why.
+Result<Governed::Places> highlighted(Drawing& drawing, const DrawingOptions& options, const RowChoice& style,
+                                     const SamplePart& part, const DrawingRequest& request) {
+    if (options.highlight.size() != 3)
+        return Governed::Places();
+    const FoundRow found = RowChoice::find(
+        {options.highlight[0], options.highlight[1], SourceChoice::nameOf(style.source).toStdString()});
+    if (!found)
+        return Result<>::failure(found.error);
+    const RowChoice& row = found.value;
+    const Result<const Column*> column =
+        TypedValue::findColumn(*row.table, TypedValue::columnsOf(*row.table), options.highlight[2]);
+    if (!column)
+        return Result<>::failure(column.error);
+    const Governed::Places places = Governed(drawing).by(style.source, row.ref(), column.value->number);
+    if (places.empty())
+        drawing.notes.push_back(WhyNothing::sentenceFor(*StyleDatabases::current().source(style.source),
+                                                        row.ref(), column.value->number, part, request));
+    return places;
+}
+
+void report(const Drawing& drawing, std::size_t highlighted, const DrawingOptions& options) {
     if (!options.json) {
         for (const std::string& note : drawing.notes)
             Console::complain(note);
@@ -72,6 +97,7 @@ void report(const Drawing& drawing, const DrawingOptions& options) {
                                {"width", drawing.box().width()},
                                {"height", drawing.box().height()},
                                {"views", views},
+                               {"highlighted", static_cast<qint64>(highlighted)},
                                {"notes", notes}});
 }
 
@@ -100,14 +126,20 @@ int pictureCommand(DataFolder& folder, const DrawingOptions& options) {
         SampleParts::read(parts, options.part.empty() ? suitingPart(row, parts) : options.part);
     if (!part)
         return failed(part.error);
-    const Drawing drawing = drawStyle(*StyleDatabases::current().source(row.source), part.value,
-                                      {row.key, view.value, folder.path() / "Shared" / "Support"});
+    const DrawingRequest request = {row.key, view.value, folder.path() / "Shared" / "Support", {}};
+    Drawing drawing = drawStyle(*StyleDatabases::current().source(row.source), part.value, request);
+    const Result<Governed::Places> places = highlighted(drawing, options, row, part.value, request);
+    if (!places)
+        return failed(places.error);
     const KorString schematic = KorString::format(
         translated("Schematic, of the sample part \"%s\"; not the host's drawing"), {drawing.part});
-    const PicturePage page = pageOf(drawing, schematic.toStdString());
+    PicturePage page = pageOf(drawing, schematic.toStdString());
+    page.highlighted = places.value;
+    if (options.sheet)
+        page = StyleSheet::pageOf(page, drawing, row.source, row.key);
     if (!KorTextFile::replace(std::filesystem::absolute(target), DrawingFile::bytes(target, page),
                               options.overwrite))
         return failed(KorString::format(translated("\"%s\" could not be written."), {options.file}));
-    report(drawing, options);
+    report(drawing, places.value.size(), options);
     return complainOfReading() || lost ? kExitFailed : kExitDone;
 }

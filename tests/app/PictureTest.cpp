@@ -66,6 +66,24 @@ TEST_F(PictureTest, DrawsPicturesOfPixelsAndOnPaper) {
     EXPECT_TRUE(colors.contains(qRgb(255, 255, 255)) && colors.size() > 20);
 }
 
+TEST_F(PictureTest, PointsOutWhatAColumnGovernsAndTellsTheStyleInWords) {
+    const QStringList beam = {"Beam, shop drawing", "--out", named("h.svg"), "--overwrite", "--json"};
+    const auto governed = [&](const char* record) {
+        return picture(beam + QStringList{"--highlight", "appearance", record, "line_weight"}).json().object();
+    };
+    const int some = governed("Main part")["highlighted"].toInt();
+    EXPECT_GT(some, 50);
+    EXPECT_EQ(QString::fromStdString(bytesOf(folder() / "h.svg")).count("stroke-width=\"2.4\""), some);
+    const QJsonObject none = governed("Bolts");
+    EXPECT_EQ(none["highlighted"].toInt(), 0);
+    EXPECT_TRUE(none["notes"].toArray().last().toString().contains("does not use the appearance \"Bolts\""));
+    ASSERT_EQ(picture(beam + QStringList{"--sheet"}).exitCode, 0);
+    const std::string sheet = bytesOf(folder() / "h.svg");
+    for (const char* words : {">Beam, front, 1:15<", "2. Plate purpose is Purpose: end plate as Fitting<",
+                              "drawn as &quot;Plate&quot;, labelled by", ">8. Overall length<"})
+        EXPECT_NE(sheet.find(words), std::string::npos) << words;
+}
+
 TEST_F(PictureTest, RefusesInOneSentence) {
     const std::pair<QStringList, QString> cases[] = {
         {{"Beam, shop drawing", "--out", named("x.bmp")}, "ends in .svg, .png or .pdf"},
@@ -74,6 +92,8 @@ TEST_F(PictureTest, RefusesInOneSentence) {
         {{"Beam, shop drawing", "--out", named("x.svg"), "--view", "Column, front"},
          "has no view \"Column, front\""},
         {{"Baem", "--out", named("x.svg")}, "Baem"},
+        {{"Beam, shop drawing", "--out", named("x.svg"), "--highlight", "appearance", "Main part", "width"},
+         "has no column \"width\""},
     };
     for (const auto& [arguments, expected] : cases) {
         const ProgramRun refused = picture(arguments);
