@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/DimensionPoints.h"
+#include "drawing/ViewScene.h"
 
 /// The further condition of a point selection, within its tolerance. One that is not there allows all.
 class PointRestriction {
