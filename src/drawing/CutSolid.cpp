@@ -5,6 +5,8 @@
 
 namespace {
 
+constexpr double kEdgeOn = -1e-6; // faces beyond it are seen from behind, or not at all
+
 struct Cut {
     Vec2 a;
     Vec2 b;
@@ -90,7 +92,7 @@ std::vector<Loop2> chained(const std::vector<Cut>& cuts) {
 std::optional<ViewFace> seenFace(const std::vector<Loop3>& loops, const Vec3& normal,
                                  const ViewCamera& camera) {
     const double facing = dot(normal, camera.frame.y);
-    if (facing > -1e-6 || loops.empty() || loops[0].empty())
+    if (loops.empty() || loops[0].empty())
         return std::nullopt;
     ViewFace face;
     face.nearest = 1e300;
@@ -118,11 +120,13 @@ CutSolid cutSolid(const Solid& solid, const ViewCamera& camera) {
     // Faces in the plane of the cut would make it ambiguous.
     const double depth = camera.nearDepth + 1.234e-4;
     for (const Face& face : solid.faces) {
+        addCuts(face, camera, depth, cuts);
+        if (dot(face.normal, camera.frame.y) > kEdgeOn)
+            continue;
         std::vector<Loop3> loops;
         for (const Loop3& loop : face.loops)
             if (Loop3 kept = behind(loop, camera, depth); kept.size() > 2)
                 loops.push_back(std::move(kept));
-        addCuts(face, camera, depth, cuts);
         if (std::optional<ViewFace> seen = seenFace(loops, face.normal, camera))
             cut.faces.push_back(std::move(*seen));
     }

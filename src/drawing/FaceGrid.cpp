@@ -10,52 +10,73 @@ int FaceGrid::cell(double value, double low, double size) const {
     return std::clamp(static_cast<int>((value - low) / std::max(size, 1e-9) * kCells), 0, kCells - 1);
 }
 
-void FaceGrid::sort() {
-    m_cells.assign(static_cast<std::size_t>(kCells * kCells), {});
-    m_asked.assign(m_faces.size(), 0);
-    for (std::size_t i = 0; i < m_faces.size(); ++i) {
-        const Box2& box = m_faces[i].box;
-        for (int row = cell(box.low.v, m_box.low.v, m_box.height());
-             row <= cell(box.high.v, m_box.low.v, m_box.height()); ++row)
-            for (int column = cell(box.low.u, m_box.low.u, m_box.width());
-                 column <= cell(box.high.u, m_box.low.u, m_box.width()); ++column)
-                m_cells[static_cast<std::size_t>(row * kCells + column)].push_back(
-                    static_cast<std::int32_t>(i));
-    }
+FaceGrid::Cells FaceGrid::cellsOf(const Box2& box) const {
+    return {cell(box.low.u, m_box.low.u, m_box.width()), cell(box.high.u, m_box.low.u, m_box.width()),
+            cell(box.low.v, m_box.low.v, m_box.height()), cell(box.high.v, m_box.low.v, m_box.height())};
 }
 
-FaceGrid::Found FaceGrid::near(const ViewPoint& a, const ViewPoint& b) const {
+void FaceGrid::sort() {
+    m_asked.assign(m_faces.size(), 0);
+    m_firsts.assign(static_cast<std::size_t>(kCells * kCells) + 1, 0);
+    const auto eachCell = [&](const ViewFace& face, const auto& take) {
+        const Cells cells = cellsOf(face.box);
+        for (int row = cells.bottom; row <= cells.top; ++row)
+            for (int column = cells.left; column <= cells.right; ++column)
+                take(static_cast<std::size_t>(row * kCells + column));
+    };
+    for (const ViewFace& face : m_faces)
+        eachCell(face, [&](std::size_t number) { ++m_firsts[number + 1]; });
+    for (std::size_t i = 1; i < m_firsts.size(); ++i)
+        m_firsts[i] += m_firsts[i - 1];
+    std::vector<std::size_t> next(m_firsts.begin(), m_firsts.end() - 1);
+    m_inCells.resize(m_firsts.back());
+    for (std::size_t i = 0; i < m_faces.size(); ++i)
+        eachCell(m_faces[i],
+                 [&](std::size_t number) { m_inCells[next[number]++] = static_cast<std::int32_t>(i); });
+}
+
+const FaceGrid::Found& FaceGrid::near(const ViewPoint& a, const ViewPoint& b) const {
     Box2 box;
     box.add(a.at);
     box.add(b.at);
     const double farthest = std::max(a.depth, b.depth);
-    Found found;
+    m_found.clear();
     ++m_question;
-    for (int row = cell(box.low.v, m_box.low.v, m_box.height());
-         row <= cell(box.high.v, m_box.low.v, m_box.height()); ++row)
-        for (int column = cell(box.low.u, m_box.low.u, m_box.width());
-             column <= cell(box.high.u, m_box.low.u, m_box.width()); ++column)
-            for (const std::int32_t index : m_cells[static_cast<std::size_t>(row * kCells + column)]) {
-                const auto i = static_cast<std::size_t>(index);
-                const ViewFace& face = m_faces[i];
-                if (m_asked[i] == m_question || face.nearest > farthest || face.box.low.u > box.high.u + 1 ||
-                    face.box.high.u < box.low.u - 1 || face.box.low.v > box.high.v + 1 ||
-                    face.box.high.v < box.low.v - 1)
-                    continue;
-                m_asked[i] = m_question;
-                found.push_back(index);
-            }
-    return found;
+    const Cells cells = cellsOf(box);
+    for (int row = cells.bottom; row <= cells.top; ++row)
+        for (std::size_t i = m_firsts[static_cast<std::size_t>(row * kCells + cells.left)];
+             i < m_firsts[static_cast<std::size_t>(row * kCells + cells.right) + 1]; ++i) {
+            const auto index = static_cast<std::size_t>(m_inCells[i]);
+            const ViewFace& face = m_faces[index];
+            if (m_asked[index] == m_question || face.nearest > farthest || face.box.low.u > box.high.u + 1 ||
+                face.box.high.u < box.low.u - 1 || face.box.low.v > box.high.v + 1 ||
+                face.box.high.v < box.low.v - 1)
+                continue;
+            m_asked[index] = m_question;
+            m_found.push_back(m_inCells[i]);
+        }
+    return m_found;
 }
 
-std::vector<double> FaceGrid::crossings(const Found& faces, const ViewPoint& a, const ViewPoint& b) const {
-    std::vector<double> stops = {0, 1};
+void FaceGrid::crossings(const Found& faces, const ViewPoint& a, const ViewPoint& b,
+                         std::vector<double>& stops) const {
+    stops.assign({0, 1});
+    constexpr double kBeside = 0.01; // more than a crossing may lie beside the segment
+    const double left = std::min(a.at.u, b.at.u) - kBeside;
+    const double right = std::max(a.at.u, b.at.u) + kBeside;
+    const double bottom = std::min(a.at.v, b.at.v) - kBeside;
+    const double top = std::max(a.at.v, b.at.v) + kBeside;
+    const auto isApart = [&](Vec2 p, Vec2 q) {
+        return (p.u < left && q.u < left) || (p.u > right && q.u > right) || (p.v < bottom && q.v < bottom) ||
+               (p.v > top && q.v > top);
+    };
     for (const std::int32_t index : faces) {
         const ViewFace& face = m_faces[static_cast<std::size_t>(index)];
         for (const Loop2& loop : face.loops)
-            for (std::size_t i = 0; i < loop.size(); ++i)
-                if (const double at = crossing(a.at, b.at, loop[i], loop[(i + 1) % loop.size()]); at > 0)
-                    stops.push_back(at);
+            for (std::size_t i = 0, last = loop.size() - 1; i < loop.size(); last = i++)
+                if (!isApart(loop[last], loop[i]))
+                    if (const double at = crossing(a.at, b.at, loop[last], loop[i]); at > 0)
+                        stops.push_back(at);
         const double beforeA = face.depthAt(a.at) - a.depth;
         const double beforeB = face.depthAt(b.at) - b.depth;
         if ((beforeA < -kDepthApart && beforeB > kDepthApart) ||
@@ -63,12 +84,13 @@ std::vector<double> FaceGrid::crossings(const Found& faces, const ViewPoint& a, 
             stops.push_back(beforeA / (beforeA - beforeB));
     }
     std::ranges::sort(stops);
-    return stops;
 }
 
 bool FaceGrid::cover(const Found& faces, const ViewPoint& point) const {
     return std::ranges::any_of(faces, [&](std::int32_t index) {
         const ViewFace& face = m_faces[static_cast<std::size_t>(index)];
-        return face.depthAt(point.at) < point.depth - kDepthApart && contains(face.loops, point.at);
+        return face.box.low.u <= point.at.u && point.at.u <= face.box.high.u &&
+               face.box.low.v <= point.at.v && point.at.v <= face.box.high.v &&
+               face.depthAt(point.at) < point.depth - kDepthApart && contains(face.loops, point.at);
     });
 }

@@ -34,21 +34,29 @@ public:
     /// To be called when all faces were added.
     void sort();
 
-    /// The faces that may hide a piece of the segment.
-    Found near(const ViewPoint& a, const ViewPoint& b) const;
+    /// The faces that may hide a piece of the segment. Valid until the next question.
+    const Found& near(const ViewPoint& a, const ViewPoint& b) const;
     /// Where, in parts of the way from a to b, their borders or planes are crossed; with 0 and 1, ascending.
-    std::vector<double> crossings(const Found& faces, const ViewPoint& a, const ViewPoint& b) const;
+    void crossings(const Found& faces, const ViewPoint& a, const ViewPoint& b,
+                   std::vector<double>& stops) const;
     /// Whether one of them lies before the point.
     bool cover(const Found& faces, const ViewPoint& point) const;
 
 private:
     static constexpr int kCells = 48; ///< in each direction
 
+    struct Cells {
+        int left, right, bottom, top;
+    };
+
     int cell(double value, double low, double size) const;
+    Cells cellsOf(const Box2& box) const;
 
     std::vector<ViewFace> m_faces;
-    std::vector<Found> m_cells;
+    Found m_inCells;                   // faces, cell after cell
+    std::vector<std::size_t> m_firsts; // where each cell begins in them, and where the last one ends
     Box2 m_box;
+    mutable Found m_found;
     mutable std::vector<std::uint32_t> m_asked; // per face: the last question that met it
     mutable std::uint32_t m_question = 0;
 };

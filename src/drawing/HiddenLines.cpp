@@ -103,8 +103,9 @@ private:
         if (d.length() < 1e-3)
             return;
         const auto at = [&](double t) { return ViewPoint{a + d * t, depthA + (depthB - depthA) * t}; };
-        const auto candidates = m_faces.near(at(from), at(to));
-        std::vector<double> stops = m_faces.crossings(candidates, at(from), at(to));
+        const FaceGrid::Found& candidates = m_faces.near(at(from), at(to));
+        std::vector<double>& stops = m_stops;
+        m_faces.crossings(candidates, at(from), at(to), stops);
         for (double& stop : stops)
             stop = from + stop * (to - from);
         const Vec2 beside = Vec2{-d.v, d.u} * (kSide / d.length());
@@ -123,6 +124,7 @@ private:
     const ViewCamera& m_camera;
     FaceGrid m_faces;
     std::vector<Segment> m_segments;
+    std::vector<double> m_stops; // of the segment in question
 };
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "drawing/LineCover.h"
 
 #include <array>
-#include <map>
+#include <unordered_map>
 
 namespace {
 
@@ -12,7 +12,16 @@ struct Placed {
     double to;
 };
 
-using Key = std::array<long, 3>;
+using Key = std::array<long, 3>; // of the straight line that it lies on
+
+struct KeyHash {
+    std::size_t operator()(const Key& key) const {
+        std::uint64_t hash = 0;
+        for (const long part : key)
+            hash = (hash ^ static_cast<std::uint64_t>(part)) * 0x9E3779B97F4A7C15ULL;
+        return hash ^ hash >> 32;
+    }
+};
 
 Placed placed(const ViewLine& line, Key& key) {
     Vec2 d = (line.b - line.a) * (1 / (line.b - line.a).length());
@@ -26,22 +35,30 @@ Placed placed(const ViewLine& line, Key& key) {
     return {&line, d, std::min(a, b), std::max(a, b)};
 }
 
-// Takes what is covered already out of the stretch, and covers it. Returns the rest.
-std::vector<std::pair<double, double>> uncovered(double from, double to,
-                                                 std::vector<std::pair<double, double>>& covered) {
-    std::vector<std::pair<double, double>> rest;
-    double at = from;
-    for (const auto& [low, high] : covered) {
-        if (high <= at || low >= to)
-            continue;
-        if (low > at)
-            rest.emplace_back(at, low);
-        at = std::max(at, high);
+using Stretch = std::pair<double, double>;
+
+// Covers the stretch of a line whose covered ones are apart from each other, and ascending. Gives `take` what
+// was not covered yet.
+template <typename Take>
+void cover(const Stretch& stretch, std::vector<Stretch>& covered, const Take& take) {
+    const auto first = std::ranges::upper_bound(covered, stretch.first, {}, &Stretch::second);
+    Stretch all = stretch;
+    double at = stretch.first;
+    auto last = first;
+    for (; last != covered.end() && last->first < stretch.second; ++last) {
+        if (last->first > at)
+            take(at, last->first);
+        at = std::max(at, last->second);
+        all = {std::min(all.first, last->first), std::max(all.second, last->second)};
     }
-    if (at < to)
-        rest.emplace_back(at, to);
-    covered.insert(std::ranges::upper_bound(covered, std::pair(from, to)), {from, to});
-    return rest;
+    if (at < stretch.second)
+        take(at, stretch.second);
+    if (first == last) {
+        covered.insert(first, all);
+    } else {
+        *first = all;
+        covered.erase(first + 1, last);
+    }
 }
 
 } // namespace
@@ -50,7 +67,8 @@ std::vector<ViewLine> withoutCovered(std::vector<ViewLine> lines) {
     std::ranges::stable_sort(lines, [](const ViewLine& a, const ViewLine& b) {
         return a.visible != b.visible ? a.visible : a.depth < b.depth - 1e-6;
     });
-    std::map<Key, std::vector<std::pair<double, double>>> covered;
+    std::unordered_map<Key, std::vector<Stretch>, KeyHash> covered;
+    covered.reserve(lines.size());
     std::vector<ViewLine> kept;
     for (const ViewLine& line : lines) {
         Key key;
@@ -58,14 +76,14 @@ std::vector<ViewLine> withoutCovered(std::vector<ViewLine> lines) {
         const bool forward =
             (line.b.u - line.a.u) * place.direction.u + (line.b.v - line.a.v) * place.direction.v > 0;
         const Vec2 foot = line.a - place.direction * (forward ? place.from : place.to);
-        for (const auto& [from, to] : uncovered(place.from, place.to, covered[key])) {
+        cover({place.from, place.to}, covered[key], [&](double from, double to) {
             if (to - from < 5e-3)
-                continue;
+                return;
             ViewLine piece = line;
             piece.a = foot + place.direction * from;
             piece.b = foot + place.direction * to;
             kept.push_back(piece);
-        }
+        });
     }
     return kept;
 }
