@@ -8,6 +8,7 @@
 #include "drawing/MapExplanation.h"
 #include "drawing/SampleParts.h"
 #include "drawing/Shadowing.h"
+#include "drawing/StyleDrawing.h"
 #include "records/TableDeclarations.h"
 
 #include <benchmark/benchmark.h>

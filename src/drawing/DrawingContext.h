@@ -1,5 +1,6 @@
 #pragma once
 
+#include "drawing/HiddenLines.h"
 #include "drawing/Pens.h"
 #include "drawing/SamplePart.h"
 
@@ -11,6 +12,7 @@ struct DrawingContext {
     Pens& pens;
     const StructDetailStyle& style;
     const SamplePart& part;
+    SeenLines& seen;
     ProvenancePtr chain;    ///< of the style
     std::vector<int> shown; ///< indexes of the objects that the style selects
     bool isOverview = false;

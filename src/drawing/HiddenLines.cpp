@@ -4,6 +4,8 @@
 #include "drawing/FaceGrid.h"
 #include "drawing/LineCover.h"
 
+#include <array>
+
 namespace {
 
 constexpr double kSide = 0.02; // beside a line, where it is asked what covers it
@@ -135,4 +137,31 @@ ViewLines linesOf(const SamplePart& part, const std::vector<int>& shown, const V
         projection.add(index);
     projection.finish();
     return std::move(projection.seen);
+}
+
+const ViewLines& SeenLines::of(const SamplePart& part, const std::vector<int>& shown,
+                               const ViewCamera& camera) {
+    std::string asked;
+    const auto add = [&](const auto& value) {
+        asked.append(reinterpret_cast<const char*>(&value), sizeof(value));
+    };
+    const Frame& frame = camera.frame;
+    for (const Vec3& axis : {frame.origin, frame.x, frame.y, frame.z})
+        add(axis);
+    add(std::array{camera.nearDepth, camera.farDepth});
+    add(std::array{camera.window.low, camera.window.high});
+    add(camera.mirrored);
+    for (const int index : shown)
+        add(index);
+    const auto known = m_known.find(asked);
+    if (known != m_known.end())
+        return known->second;
+    constexpr std::size_t kMostLines = 200'000; // some megabytes
+    if (m_lines > kMostLines) {
+        m_known.clear();
+        m_lines = 0;
+    }
+    ViewLines& seen = m_known[asked] = linesOf(part, shown, camera);
+    m_lines += seen.lines.size() + 1;
+    return seen;
 }

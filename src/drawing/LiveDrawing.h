@@ -1,14 +1,18 @@
 #pragma once
 
-#include "drawing/StyleDrawing.h"
+#include "drawing/DrawingRequest.h"
+#include "drawing/HiddenLines.h"
+#include "drawing/Primitive.h"
 
-#include <memory>
+class StyleSource;
 
 /// The drawing that a style makes of a sample part, which follows the style's records. It writes nothing and
 /// keeps no pointer into a source: whatever becomes of that, the next update is right.
 class LiveDrawing {
 public:
-    LiveDrawing(std::shared_ptr<const SamplePart> part, DrawingRequest request);
+    /// `seen` is that of another drawing of the same part, which makes this one faster.
+    LiveDrawing(std::shared_ptr<const SamplePart> part, DrawingRequest request,
+                std::shared_ptr<SeenLines> seen = nullptr);
     ~LiveDrawing();
 
     /// The drawing as the records are now, with pending changes: what `drawStyle` gives. Only views that read
@@ -24,6 +28,7 @@ public:
 
     const DrawingRequest& request() const { return m_request; }
     const SamplePart& part() const { return *m_part; }
+    const std::shared_ptr<SeenLines>& seen() const { return m_seen; }
     /// Entries of maps that are left out on trial from the next update on; nothing of that is stored.
     void setEntriesOff(std::set<std::int32_t> entries) { m_request.entriesOff = std::move(entries); }
 
@@ -32,5 +37,6 @@ private:
 
     std::shared_ptr<const SamplePart> m_part;
     DrawingRequest m_request;
+    std::shared_ptr<SeenLines> m_seen;
     std::unique_ptr<Kept> m_kept;
 };

@@ -9,8 +9,9 @@ namespace {
 // The word of the source for a number, as the list that users choose from has it.
 template <typename R>
 KorString wordFor(StyleRows& rows, std::int32_t R::*number, int value) {
-    const auto found = rows.rows<R>([&](const R& row) { return row.*number == value; });
-    return found.empty() ? KorString::number(value) : found.front()->name;
+    const auto all = rows.rows<R>([](const R&) { return true; });
+    const auto found = std::ranges::find_if(all, [&](const R* row) { return row->*number == value; });
+    return found == all.end() ? KorString::number(value) : (*found)->name;
 }
 
 std::string wordsOf(const PropertyTest& test) {
@@ -190,7 +191,8 @@ std::vector<int> MapExplanation::objectsOf(StyleSource& source, std::int32_t sty
     if (record && part.main()) {
         static const StructDetHcadSettings kPlain;
         Pens pens(rows, kPlain, {});
-        DrawingContext context{rows, pens, *record, part, {}, {}};
+        SeenLines seen;
+        DrawingContext context{rows, pens, *record, part, seen, {}, {}};
         selectObjects(context);
         return context.shown;
     }

@@ -17,7 +17,7 @@ const LinetypeDefinitionPtr& axisLine() {
 
 } // namespace
 
-LinetypeDefinitionPtr Pens::linetype(std::int32_t key) {
+LinetypeDefinitionPtr Pens::read(std::int32_t key) {
     const auto* row = m_rows.row<StructLinetypes>(key);
     if (!row || row->lineTypeId != 0)
         return nullptr; // those of the host are drawn through
@@ -25,11 +25,18 @@ LinetypeDefinitionPtr Pens::linetype(std::int32_t key) {
     const std::filesystem::path file =
         folder.isEmpty() ? m_support / row->filePath.toStdString() : LinetypeFile::pathOf(folder, name);
     LinetypeDefinitionPtr found = LinetypeFile::shared(file)->find(row->name);
+    m_rows.noteOutside(kTableLinetypes, key, [file, found, name = row->name] {
+        return LinetypeFile::shared(file)->find(name) == found;
+    });
     if (!found)
         m_rows.note(KorString::format(
             translated("The line type \"%s\" is not in \"%s\", so its lines are drawn through."),
             {row->name, row->filePath}));
     return found;
+}
+
+LinetypeDefinitionPtr Pens::linetype(std::int32_t key) {
+    return m_rows.once<LinetypeDefinitionPtr>(key, [&] { return read(key); });
 }
 
 Pen Pens::pen(std::int32_t key, int color, double weight) {

@@ -22,6 +22,8 @@ public:
     const StructDetHcadSettings& settings() const { return m_settings; }
 
 private:
+    LinetypeDefinitionPtr read(std::int32_t key);
+
     StyleRows& m_rows;
     const StructDetHcadSettings& m_settings;
     std::filesystem::path m_support;

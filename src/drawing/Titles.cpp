@@ -112,7 +112,7 @@ void addCutViewTitles(DrawingContext& context, std::vector<ViewPicture>& views) 
         moveAll(title, {view.box.middle().u - box.middle().u,
                         above ? view.box.high.v + kApart - box.low.v : view.box.low.v - kApart - box.high.v});
         view.primitives.insert(view.primitives.end(), title.begin(), title.end());
-        view.box = boxOf(view.primitives);
+        view.box.add(boxOf(title));
     }
 }
 
@@ -123,7 +123,7 @@ void addTitleAboveMainView(DrawingContext& context, ViewPicture& main) {
     const Box2 box = boxOf(title);
     moveAll(title, {main.box.middle().u - box.middle().u, main.box.high.v + kApart - box.low.v});
     main.primitives.insert(main.primitives.end(), title.begin(), title.end());
-    main.box = boxOf(main.primitives);
+    main.box.add(boxOf(title));
 }
 
 Primitives titleAbout(DrawingContext& context, const ViewPicture& main, const Box2& all) {

@@ -183,8 +183,8 @@ KorString whyLeftOut(DrawingContext& context, const ViewScene& scene) {
                    ? KorString()
                    : translated("The view \"%s\" is left out: the part has no holes on this side.");
     case kIfDifferent: {
-        const ViewLines other =
-            linesOf(context.part, bodies(context, scene.looks), ViewCameras::opposite(scene.camera));
+        const ViewLines& other =
+            context.seen.of(context.part, bodies(context, scene.looks), ViewCameras::opposite(scene.camera));
         return looksDifferent(scene.seen, other)
                    ? KorString()
                    : translated("The view \"%s\" is left out: it does not differ from the opposite one.");
@@ -210,7 +210,7 @@ std::optional<ViewScene> ViewScenes::of(DrawingContext& context, const StructDet
     scene.looks = looksOf(context, view, scene.chain);
     const std::vector<int> seen = bodies(context, scene.looks);
     scene.camera = ViewCameras::of(context.rows, view, context.part, seen);
-    scene.seen = linesOf(context.part, seen, scene.camera);
+    scene.seen = context.seen.of(context.part, seen, scene.camera);
     if (const KorString why = askedFor ? KorString() : whyLeftOut(context, scene); !why.isEmpty()) {
         context.rows.note(KorString::format(why, {view.name}));
         return std::nullopt;
