@@ -49,9 +49,10 @@ void drawInto(DrawnView& view, DrawingContext& context, const StructDetViewReque
     view.place.right = scene->camera.frame.x;
     view.place.up = scene->camera.frame.z;
     view.place.isSection = view.picture.isCut;
-    std::ranges::copy_if(view.picture.primitives, std::back_inserter(view.written), [](const Primitive& each) {
-        return each.kind == Primitive::kText || each.purpose == Primitive::kDimension;
-    });
+    std::ranges::copy_if(view.picture.primitives, std::back_inserter(view.written),
+                         [](const Primitive& each) {
+                             return each.kind == Primitive::kText || each.purpose == Primitive::kDimension;
+                         });
 }
 
 } // namespace

@@ -116,6 +116,7 @@ struct LiveDrawing::Kept {
         const auto* style = rows->row<StructDetailStyle>(request.style);
         const Primitives sheet = std::move(drawing.sheet);
         const std::size_t count = drawing.views.size();
+        const std::string name = drawing.style;
         drawing.sheet = {};
         if ((style || (request.style == 0 && request.view > 0)) && part.main()) {
             drawing.style = style ? style->name.toStdString() : std::string();
@@ -127,8 +128,9 @@ struct LiveDrawing::Kept {
             layout = SheetLayout();
             drawing = Drawing();
         }
-        hasChanged = drawing.views.size() != count || drawing.notes != work.notes() ||
-                     drawing.sheet != sheet || std::ranges::count(layout.changed(), true) > 0;
+        hasChanged = drawing.views.size() != count || drawing.style != name ||
+                     drawing.notes != work.notes() || drawing.sheet != sheet ||
+                     std::ranges::count(layout.changed(), true) > 0;
         drawing.notes = work.notes();
         rows->forgetChanged();
     }

@@ -11,6 +11,11 @@ Box2 moved(Box2 box, Vec2 by) {
     return box;
 }
 
+bool looksAlike(const ViewPicture& a, const ViewPicture& b) {
+    return a.key == b.key && a.name == b.name && a.scale == b.scale && a.letter == b.letter &&
+           a.primitives == b.primitives;
+}
+
 Primitive frameAbout(DrawingContext& context, const StructDetViewArrangeStrategy& strategy, const Box2& box) {
     const Vec2 margin = {strategy.frameMargin, strategy.frameMargin};
     const Vec2 low = box.low - margin;
@@ -65,8 +70,9 @@ void SheetLayout::lay(DrawingContext& context, const Views& views, Drawing& draw
         Box2 all;
         for (std::size_t i = 0; i < views.size(); ++i) {
             laid.push_back({views[i], std::move(titled[i]), places[i].moved});
-            m_changed[i] = i >= m_laid.size() || laid[i] != m_laid[i];
-            pictures.push_back(m_changed[i] ? laid[i].picture() : std::move(drawing.views[i]));
+            const bool stands = i < m_laid.size() && laid[i] == m_laid[i];
+            pictures.push_back(stands ? std::move(drawing.views[i]) : laid[i].picture());
+            m_changed[i] = !stands && (i >= m_laid.size() || !looksAlike(pictures[i], drawing.views[i]));
             all.add(pictures[i].box);
         }
         drawing.sheet = titleAbout(context, pictures[mainView], all);

@@ -17,18 +17,6 @@ protected:
         std::set<RowRef> reached;
     };
 
-    // All rows that a row leads to: what it uses, and its parts.
-    void reach(StyleSource& source, const RowRef& from, std::set<RowRef>& reached) {
-        const StructRecord* record = source.table(from.table).find(KorOdbcKey(from.key));
-        if (!record || !reached.insert(from).second)
-            return;
-        for (const Column& column : findTable(from.table)->columns)
-            if (column.isReference() && column.role == eReferenceRole::kUses)
-                reach(source, {column.target, column.integerIn(record)}, reached);
-        for (const Referrer& referrer : source.referrersOf(from.table, KorOdbcKey(from.key)))
-            if (referrer.column->role == eReferenceRole::kPartOf)
-                reach(source, {referrer.table->type, referrer.key}, reached);
-    }
     std::string pictureOf(const Sample& sample) {
         const Drawing drawing = draw(sample.style, sample.part, sample.source);
         std::string layers; // are in no SVG

@@ -56,9 +56,22 @@ protected:
         EXPECT_EQ(part.error, "");
         return part.value;
     }
+    static std::filesystem::path supportFolder() { return s_folder->path() / "Shared/Support"; }
+    // All rows that a row leads to: what it uses, and its parts.
+    static void reach(StyleSource& source, const RowRef& from, std::set<RowRef>& reached) {
+        const StructRecord* record = source.table(from.table).find(KorOdbcKey(from.key));
+        if (!record || !reached.insert(from).second)
+            return;
+        for (const Column& column : findTable(from.table)->columns)
+            if (column.isReference() && column.role == eReferenceRole::kUses)
+                reach(source, {column.target, column.integerIn(record)}, reached);
+        for (const Referrer& referrer : source.referrersOf(from.table, KorOdbcKey(from.key)))
+            if (referrer.column->role == eReferenceRole::kPartOf)
+                reach(source, {referrer.table->type, referrer.key}, reached);
+    }
     Drawing draw(std::int32_t style, const SamplePart& part, SourceId id = SourceId::standard(),
                  std::int32_t view = 0) {
-        return drawStyle(*databases.source(id), part, {style, view, s_folder->path() / "Shared/Support"});
+        return drawStyle(*databases.source(id), part, {style, view, supportFolder()});
     }
     Drawing draw(const KorString& style, const std::string& part) {
         return draw(row<StructDetailStyle>(style).key, DrawingTest::part(part));
