@@ -128,6 +128,10 @@ private:
         const Column* column = isNamed ? findColumn(name) : m_list.columns().front();
         if (!column)
             return false;
+        if (std::ranges::any_of(values, [column](const auto& value) { return value.first == column; })) {
+            refuse(TypedValue::givenTwice(*column), kExitUsage);
+            return false;
+        }
         const auto behind =
             column == m_list.columns().front() ? values.begin() : values.end(); // it stands first
         values.insert(behind, {column, isNamed ? text.substr(mark + 1) : text});

@@ -27,9 +27,15 @@ void printJson(const ImportReport& report, bool isDryRun) {
         renamed.append(QJsonObject{{"kind", Console::text(findTable(row.table)->kindName())},
                                    {"from", Console::text(row.from)},
                                    {"to", Console::text(row.to)}});
+    QJsonArray replaced;
+    for (const ImportReport::Row& row : report.rows)
+        if (row.fate == ImportReport::Row::eFate::kReplaced)
+            replaced.append(QJsonObject{{"kind", Console::text(findTable(row.table)->kindName())},
+                                        {"name", Console::text(row.name)}});
     Console::print(QJsonObject{{"imported", toJson(report.imported)},
                                {"alreadyThere", toJson(report.alreadyThere)},
                                {"renamed", renamed},
+                               {"replaced", replaced},
                                {"recordsAdded", report.rowsAppended},
                                {"dryRun", isDryRun}});
 }
@@ -41,6 +47,10 @@ std::vector<KorString> sentencesOf(const ImportReport& report) {
     for (const KorString& name : report.alreadyThere)
         sentences.push_back(
             KorString::format(translated("The detail style \"%s\" is there already."), {name}));
+    for (const ImportReport::Row& row : report.rows)
+        if (row.fate == ImportReport::Row::eFate::kReplaced)
+            sentences.push_back(KorString::format(translated("Replaced the %s \"%s\" for all that use it."),
+                                                  {findTable(row.table)->rowName(), row.name}));
     for (const ImportReport::Renamed& row : report.renamed)
         sentences.push_back(KorString::format(translated("The %s \"%s\" came in as \"%s\"."),
                                               {findTable(row.table)->rowName(), row.from, row.to}));

@@ -17,6 +17,9 @@ KorString OutputFile::hindrance(const std::string& file, bool overwrite) {
                                  {file});
     if (isNeighbourName(resolvedPath(file)) || isNeighbourName(file))
         return faultSentence(eStoreFault::kNeighbour, file);
+    if (const fs::path folder = fs::path(resolvedPath(file)).parent_path();
+        !folder.empty() && !fs::is_directory(folder, error))
+        return faultSentence(eStoreFault::kFolderMissing, file);
     if (!fs::exists(named))
         return {};
     if (!fs::is_regular_file(fs::status(file, error))) // what a link leads to, if anything

@@ -107,19 +107,35 @@ KorString listIn(SourceId source, RowRef row, const std::string& category) {
     return list->add(0, KorString(category));
 }
 
-// Writes COLUMN=VALUE into the new row. An error says why not.
-KorString setValue(RowRef row, const std::string& text) {
-    const auto mark = text.find('=');
-    if (mark == std::string::npos)
-        return KorString::format(translated("\"%s\" is no COLUMN=VALUE, such as scale=1:10."), {text});
-    const TableSchema& table = *findTable(row.table);
+struct GivenValue {
+    const Column* column;
+    std::string text;
+};
+
+// The values that are given as COLUMN=VALUE.
+Result<std::vector<GivenValue>> readValues(const TableSchema& table, const std::vector<std::string>& texts) {
     std::vector<const Column*> columns = TypedValue::columnsOf(table);
     std::erase(columns, table.column(1)); // the name was given
-    const Result<const Column*> found = TypedValue::findColumn(table, columns, text.substr(0, mark));
-    if (!found)
-        return KorString(found.error);
-    const Column* column = found.value;
-    const Result<CellValue> typed = TypedValue::read(row, *column, text.substr(mark + 1));
+    std::vector<GivenValue> values;
+    for (const std::string& text : texts) {
+        const auto mark = text.find('=');
+        if (mark == std::string::npos)
+            return Result<>::failure(
+                KorString::format(translated("\"%s\" is no COLUMN=VALUE, such as scale=1:10."), {text}));
+        const Result<const Column*> column = TypedValue::findColumn(table, columns, text.substr(0, mark));
+        if (!column)
+            return static_cast<const Result<>&>(column);
+        if (std::ranges::find(values, column.value, &GivenValue::column) != values.end())
+            return Result<>::failure(TypedValue::givenTwice(*column.value));
+        values.push_back({column.value, text.substr(mark + 1)});
+    }
+    return values;
+}
+
+// Writes a value into the new row. An error says why not.
+KorString setValue(RowRef row, const GivenValue& value) {
+    const Column* column = value.column;
+    const Result<CellValue> typed = TypedValue::read(row, *column, value.text);
     if (!typed)
         return KorString(typed.error);
     StyleDatabases& databases = StyleDatabases::current();
@@ -145,6 +161,9 @@ int newCommand(DataFolder&, const NewOptions& options) {
                 translated("Records of the kind \"%s\" are not made here; they are made of %s."),
                 {table.kindName(), kindsThatAreMade()}),
             kExitUsage);
+    const Result<std::vector<GivenValue>> values = readValues(table, options.values);
+    if (!values)
+        return ChangeReport::refuse(KorString(values.error), kExitUsage);
     const Result<SourceId> found = findSourceOrTell(options.row.source);
     if (!found)
         return kExitFailed;
@@ -162,7 +181,7 @@ int newCommand(DataFolder&, const NewOptions& options) {
         error = listIn(source, made.row, options.group);
     if (!error.isEmpty())
         return ChangeReport::refuse(error);
-    for (const std::string& value : options.values)
+    for (const GivenValue& value : values.value)
         if (error = setValue(made.row, value); !error.isEmpty())
             return ChangeReport::refuse(error);
     report.isAbout(source, made.row);

@@ -5,12 +5,31 @@
 #include "base/Translation.h"
 #include "data/RowUsers.h"
 #include "session/KorDSMValueText.h"
+#include "session/KorDSMWhereUsed.h"
 
 #include <algorithm>
 
 const StructRecord* RowChoice::record() const {
     return StyleDatabases::current().source(source)->table(table->type).find(key);
 }
+
+namespace {
+
+// Those whom a change reaches, each once; of many only the first.
+KorString usersOf(SourceId source, RowRef row) {
+    constexpr std::size_t kMostTold = 6;
+    std::vector<KorString> users;
+    for (const KorDSMUsage& usage : KorDSMWhereUsed::usagesUpToSharing(source, row))
+        if (KorString user = KorString::format("%s \"%s\"", {usage.kind, usage.name});
+            std::ranges::find(users, user) == users.end())
+            users.push_back(std::move(user));
+    KorString list;
+    for (std::size_t i = 0; i < std::min(users.size(), kMostTold); ++i)
+        list = list + (i == 0 ? "" : ", ") + users[i];
+    return users.size() > kMostTold ? list + ", ..." : list;
+}
+
+} // namespace
 
 KorString RowChoice::whyShared() const {
     StyleSource& here = *StyleDatabases::current().here();
@@ -19,15 +38,15 @@ KorString RowChoice::whyShared() const {
         return {};
     const KorString kind = findTable(whole->table)->rowName();
     const KorString name = here.table(whole->table).find(KorOdbcKey(whole->key))->name;
-    return here.complete()
-               ? KorString::format(translated("The %s \"%s\" is used by several records, and all of them "
-                                              "would change; give --shared if that is meant."),
-                                   {kind, name})
-               : KorString::format(
-                     translated("\"%s\" could not be read whole, so it cannot be told what else "
-                                "uses the %s \"%s\" and would change; give --shared to change it "
-                                "all the same."),
-                     {here.store().name(), kind, name});
+    return here.complete() ? KorString::format(
+                                 translated("A change of the %s \"%s\" reaches %s; give --shared if that is "
+                                            "meant."),
+                                 {kind, name, usersOf(source, *whole)})
+                           : KorString::format(
+                                 translated("\"%s\" could not be read whole, so it cannot be told what else "
+                                            "uses the %s \"%s\" and would change; give --shared to change it "
+                                            "all the same."),
+                                 {here.store().name(), kind, name});
 }
 
 Result<const TableSchema*> RowChoice::findKind(const std::string& kind) {

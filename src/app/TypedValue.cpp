@@ -76,6 +76,11 @@ Result<CellValue> read(RowRef row, const Column& column, const KorString& text) 
     return *value;
 }
 
+KorString givenTwice(const Column& column) {
+    return KorString::format(translated("The column \"%s\" is given twice; which value is meant?"),
+                             {column.name});
+}
+
 std::vector<const Column*> columnsOf(const TableSchema& table) {
     std::vector<const Column*> columns;
     for (const Column& column : table.columns)

@@ -14,6 +14,8 @@ Result<CellValue> read(RowRef row, const Column& column, const KorString& text);
 /// The column of this name among some.
 Result<const Column*> findColumn(const TableSchema& table, const std::vector<const Column*>& columns,
                                  const std::string& name);
+/// What to say where a column is given more than one value.
+KorString givenTwice(const Column& column);
 /// All columns of a table.
 std::vector<const Column*> columnsOf(const TableSchema& table);
 

@@ -54,6 +54,13 @@ void addUsers(StyleSource& source, RowRef row, std::vector<RowUser>& users) {
 
 } // namespace
 
+std::vector<RowUser> usersInItsSource(StyleDatabases& databases, SourceId id, RowRef row) {
+    std::vector<RowUser> users;
+    if (StyleSource* source = databases.source(id))
+        addUsers(*source, wholeOf(*source, row), users);
+    return users;
+}
+
 std::vector<RowUser> usersInAllSources(StyleDatabases& databases, SourceId id, RowRef row) {
     std::vector<RowUser> users;
     StyleSource* own = databases.source(id);

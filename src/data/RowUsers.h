@@ -25,6 +25,10 @@ RowRef wholeOf(StyleSource& source, RowRef row);
 /// whole.
 std::optional<RowRef> sharedWhole(StyleDatabases& databases, RowRef row);
 
+/// Who uses a row of one source, or its whole, in that source: all that a change of it reaches. In the order
+/// of tables, keys and columns; a whole that uses the row through several parts occurs once per column.
+std::vector<RowUser> usersInItsSource(StyleDatabases& databases, SourceId id, RowRef row);
+
 /// Who uses a row of one source, or its whole: in that source the users of the row itself, in all other open
 /// sources the users of the row of the same table and run name. In the order of sources, tables, keys and
 /// columns; a whole that uses the row through several parts occurs once per column.

@@ -56,6 +56,9 @@ Result<SamplePart> SampleParts::read(const std::filesystem::path& folder, const 
     const std::vector<std::string> known = names(folder);
     if (std::ranges::find(known, name) != known.end())
         return readFile(folder / (name + kEnding));
+    for (const std::string& other : known)
+        if (Result<SamplePart> part = readFile(folder / (other + kEnding)); part && part.value.name == name)
+            return part;
     std::string list;
     for (const std::string& other : known)
         list += (list.empty() ? "" : ", ") + other;

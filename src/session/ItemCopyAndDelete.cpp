@@ -109,7 +109,8 @@ std::vector<KorDSMUsage> usersThatForbidDeleting(const KorDSMDatabaseItem& item)
     const SourceRequest source(item);
     if (!family || !family->isUsed || !family->isUsed(KorOdbcKey(item.recordKey())))
         return {};
-    return KorDSMWhereUsed::usagesOf(item);
+    return KorDSMWhereUsed::usagesHere(KorDSMItemSource::sourceOf(&item),
+                                       {item.tableType(), item.recordKey()});
 }
 
 namespace {

@@ -15,6 +15,7 @@
 #include "session/PendingGroup.h"
 
 #include <algorithm>
+#include <array>
 
 namespace KorDSMRecordCommands {
 
@@ -47,12 +48,32 @@ WriteResult announced(WriteResult result) {
     return result;
 }
 
+// Control signs, and those that turn the direction of what follows: what is read would not be what is there.
+bool hasUnseenSigns(std::string_view name) {
+    constexpr std::array<std::string_view, 11> kTurning = {"\u200E", "\u200F", "\u202A", "\u202B",
+                                                           "\u202C", "\u202D", "\u202E", "\u2066",
+                                                           "\u2067", "\u2068", "\u2069"};
+    return std::ranges::any_of(name, [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }) ||
+           std::ranges::any_of(kTurning,
+                               [name](std::string_view sign) { return name.find(sign) != name.npos; });
+}
+
+// "[12]" means the record with the key 12, where a name is asked for.
+bool isKeyInBrackets(std::string_view name) {
+    return name.size() > 2 && name.front() == '[' && name.back() == ']' &&
+           name.find_first_not_of("0123456789", 1) == name.size() - 1;
+}
+
 // Why a record of the source must not get the name; `exceptKey` is the row that may have it.
 KorString whyNotNamed(SourceId source, eTableType table, const KorString& name, std::int32_t exceptKey) {
     if (KorString readOnly = KorDSMItemCommands::whyNotWritable(source); !readOnly.isEmpty())
         return readOnly;
     if (name.isEmpty())
         return Prompts::dsm(kNameNeeded);
+    if (hasUnseenSigns(name.view()))
+        return translated("A name is one line of signs that can be seen; leave out line breaks and tabs.");
+    if (isKeyInBrackets(name.view()))
+        return KorString::format(translated("\"%s\" would be taken for a key; choose another name."), {name});
     const StructRecord* present = databases().source(source)->table(table).find(name);
     return present && present->key != exceptKey ? Prompts::dsm(kTaken) : KorString();
 }
@@ -244,7 +265,7 @@ bool isListing(const Referrer& referrer) {
 Outcome whyKept(SourceId source, RowRef row) {
     Outcome outcome;
     if (!databases().users(row.table, KorOdbcKey(row.key)).empty())
-        outcome.users = KorDSMWhereUsed::usagesOf(source, row);
+        outcome.users = KorDSMWhereUsed::usagesHere(source, row);
     for (const Referrer& referrer : databases().here()->referrersOf(row.table, KorOdbcKey(row.key)))
         if (referrer.column->role == eReferenceRole::kFiledUnder && !isListing(referrer))
             outcome.filed.push_back(find({referrer.table->type, referrer.key})->name);

@@ -33,9 +33,11 @@ KorString sourceName(SourceId source) {
     return info.isValid() ? info.name : addIns[number].id;
 }
 
-std::vector<KorDSMUsage> usagesOf(SourceId source, RowRef row) {
+namespace {
+
+std::vector<KorDSMUsage> usagesBy(const std::vector<RowUser>& users) {
     std::vector<KorDSMUsage> usages;
-    for (const RowUser& user : usersInAllSources(StyleDatabases::current(), source, row)) {
+    for (const RowUser& user : users) {
         // The column can be one of a part: its caption is that of the part's table.
         usages.push_back({user.source, user.row, sourceName(user.source),
                           KorDSMValueText::tableCaption(*user.table), user.name,
@@ -44,14 +46,23 @@ std::vector<KorDSMUsage> usagesOf(SourceId source, RowRef row) {
     return usages;
 }
 
+} // namespace
+
+std::vector<KorDSMUsage> usagesOf(SourceId source, RowRef row) {
+    return usagesBy(usersInAllSources(StyleDatabases::current(), source, row));
+}
+
+std::vector<KorDSMUsage> usagesHere(SourceId source, RowRef row) {
+    return usagesBy(usersInItsSource(StyleDatabases::current(), source, row));
+}
+
 std::vector<KorDSMUsage> usagesUpToSharing(SourceId source, RowRef row) {
     std::vector<KorDSMUsage> usages;
     std::set<RowRef> seen;
     while (seen.insert(row).second) {
         std::set<RowRef> own;
-        for (KorDSMUsage& user : usagesOf(source, row)) {
-            if (user.source == source)
-                own.insert(user.row);
+        for (KorDSMUsage& user : usagesHere(source, row)) {
+            own.insert(user.row);
             if (std::ranges::find(usages, user) == usages.end())
                 usages.push_back(std::move(user));
         }

@@ -27,8 +27,10 @@ KorString sourceName(SourceId source);
 /// Who uses the row: in its own source the row itself, in all other open sources the one of the same table
 /// and run name. A source at a time, in the order Standard, User, add-ins.
 std::vector<KorDSMUsage> usagesOf(SourceId source, RowRef row);
-/// The same, and where a single record of its source uses the row, who uses that in turn, up to the first
-/// record with several users: all that a change of a shared row reaches.
+/// Who uses the row in its own source: what a change of it reaches, and what forbids to delete it.
+std::vector<KorDSMUsage> usagesHere(SourceId source, RowRef row);
+/// The same, and where a single record uses the row, who uses that in turn, up to the first record with
+/// several users: all that a change of a shared row reaches.
 std::vector<KorDSMUsage> usagesUpToSharing(SourceId source, RowRef row);
 /// Who uses an item's record; nothing for an item without one.
 std::vector<KorDSMUsage> usagesOf(const KorDSMDatabaseItem& item);

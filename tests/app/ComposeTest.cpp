@@ -238,8 +238,19 @@ TEST_F(ComposeTest, WhatIsMistypedIsAnsweredWithWhatIsMeant) {
     refuses({"new", "point-type", "Other"}, 2, "point-selection");
     refuses({"new", "arranger-control", "Other", "--value", "side_preference=Over"}, 1,
             "Nearest, Left, Right, Above, Below");
-    refuses({"new", "view-request", "Other", "--value", "1:10"}, 1, "COLUMN=VALUE");
-    refuses({"new", "view-request", "Other", "--value", "name=Another"}, 1, "no column \"name\"");
+    refuses({"new", "view-request", "Other", "--value", "1:10"}, 2, "COLUMN=VALUE");
+    refuses({"new", "view-request", "Other", "--value", "name=Another"}, 2, "no column \"name\"");
+    refuses({"new", "view-request", "Other", "--value", "scale=1:5", "--value", "scale=1:2"}, 2,
+            "given twice");
+    refuses(
+        {"entry", "add", "repr-map", "Map", "--value", "All", "--value", "qualifier_set=Rails", "--shared"},
+        2, "given twice");
+    refuses({"new", "repr-map", "Two\nlines"}, 1, "one line");
+    refuses({"copy", "repr-map", "Map", QString::fromUtf8("\u202Epam")}, 1, "one line");
+    refuses({"rename", "repr-map", "Map", "[1]", "--shared"}, 1, "taken for a key");
+    refuses({"set", "appearance", "Fine", "visible_color", "4"}, 1,
+            "reaches Representation map \"Map\", View");
+    refuses({"picture", "Rail", "--out", named("no/folder.svg")}, 1, "does not exist; create it");
     refuses({"entry", "add", "view-request", "Front", "--value", "Workshop"}, 1, "\"Workshop\" already");
     refuses({"new", "view-request", "Other", "--in", "Workship"}, 1, "Did you mean \"Workshop\"?");
 }
