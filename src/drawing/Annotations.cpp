@@ -336,20 +336,26 @@ private:
             line(label, {{low.u, low.v - 0.6}, {high.u, low.v - 0.6}});
     }
 
+    // From the end of the label that is nearer, with a landing as far as there is room; from a ring straight.
     void drawLeader(const Label& label, Vec2 middle) {
-        const bool isLeft = label.anchor.u > middle.u;
-        const bool hasFrame = label.type && label.type->frame != kNoFrame;
-        const Vec2 edge = {middle.u + (isLeft ? 0.5 : -0.5) * label.size.u,
-                           hasFrame ? middle.v : middle.v - label.size.v / 2 - 0.6};
-        const double landing = label.leader ? std::clamp(label.leader->landing, 0.0, 100.0) : 0;
-        const Vec2 knee = edge + Vec2{isLeft ? landing : -landing, 0};
+        const Vec2 half = label.size * 0.5;
+        const Vec2 away = label.anchor - middle;
+        const int frame = label.type ? label.type->frame : static_cast<int>(kNoFrame);
+        const bool isUpon = std::abs(away.u) < half.u + 0.5 && std::abs(away.v) < half.v + 1;
+        if (!label.leader || isUpon)
+            return;
+        const double outward = away.u > 0 ? 1 : -1;
+        const double landing = std::clamp(label.leader->landing, 0.0, 100.0);
+        const double room = std::clamp(std::abs(away.u) - half.u, 0.0, landing);
+        const bool isRing = frame == kCircleFrame;
+        const Vec2 edge = isRing ? middle + away * (half.u / away.length())
+                                 : middle + Vec2{outward * half.u, frame == kNoFrame ? -half.v - 0.6 : 0};
+        const Vec2 knee = isRing ? edge : edge + Vec2{outward * room, 0};
         const Vec2 way = label.anchor - knee;
         const Vec2 end =
             label.anchor - way * (std::min(label.rim, way.length()) / std::max(way.length(), 1e-9));
         const Vec2 d = end - knee;
-        if (!label.leader ||
-            (label.anchor - middle).length() < std::hypot(label.size.u, label.size.v) / 2 + 1 ||
-            d.length() < 1)
+        if (d.length() < 1)
             return;
         line(label, {edge, knee, end});
         const double size = std::clamp(label.leader->arrowSize, 0.0, 50.0);

@@ -1,6 +1,5 @@
 #include "drawing/DrawingFixture.h"
-
-#include "drawing/SvgWriter.h"
+#include "drawing/KeptPictures.h"
 
 #include <clocale>
 #include <random>
@@ -59,15 +58,23 @@ std::string covered(const Drawing& drawing) {
 
 } // namespace
 
-TEST_F(SampleDrawingTest, EveryStyleShowsViewsOfEveryPartAndEachLineSaysWhoMadeIt) {
-    std::vector<SamplePart> parts;
+// Pictures that are meant to change are kept anew with KEEP_DRAWINGS=1 in the environment.
+TEST_F(SampleDrawingTest, EveryStyleDrawsEveryPartAsAgreedAndEachLineSaysWhoMadeIt) {
+    std::map<std::string, SamplePart> parts;
     for (const std::string& name : SampleParts::names(partsFolder()))
-        parts.push_back(part(name));
+        parts[name] = part(name);
+    KeptPictures kept(std::filesystem::path(SOURCE_DIR) / "tests/drawing/kept");
     int drawn = 0;
     eachStyle([&](SourceId id, const StructRecord& style) {
-        for (const SamplePart& sample : parts) {
+        const std::string suiting = partFor(style);
+        for (const auto& [name, sample] : parts) {
             const Drawing drawing = draw(style.key, sample, id);
             drawn += !drawing.views.empty();
+            kept.add(style.name.toStdString() + " | " + name, drawing, name == suiting);
+            if (name == suiting) {
+                EXPECT_FALSE(drawing.views.empty()) << style.name.toStdString();
+                EXPECT_EQ(covered(drawing), "") << style.name.toStdString();
+            }
             for (const Primitive* primitive : drawing.all()) {
                 ASSERT_TRUE(primitive->provenance);
                 EXPECT_TRUE(primitive->turned > -90 && primitive->turned <= 90) << "upside down";
@@ -76,11 +83,11 @@ TEST_F(SampleDrawingTest, EveryStyleShowsViewsOfEveryPartAndEachLineSaysWhoMadeI
                     ASSERT_TRUE(std::isfinite(p.u) && std::isfinite(p.v));
             }
         }
-        const Drawing suiting = draw(style.key, part(partFor(style)), id);
-        EXPECT_FALSE(suiting.views.empty()) << style.name.toStdString();
-        EXPECT_EQ(covered(suiting), "") << style.name.toStdString();
     });
     EXPECT_GT(drawn, 800);
+    if (std::getenv("KEEP_DRAWINGS"))
+        return kept.keep();
+    EXPECT_EQ(kept.changed(), std::vector<std::string>()) << "see " << kept.writePage();
 }
 
 TEST_F(SampleDrawingTest, TheSameDrawingIsTheSameFileInEveryLocale) {
