@@ -12,6 +12,8 @@ namespace {
 
 enum eKind { kText, kPartMark, kWeldSymbol, kBoltMark, kLevelMark, kHoleMark };
 enum eFrame { kNoFrame, kBoxFrame, kCircleFrame };
+constexpr double kSymbol = 4.5; // mm beside the text of a weld
+
 enum eSide { kNearest, kLeft, kRight, kAbove, kBelow };
 
 // A label before it has its place.
@@ -106,6 +108,10 @@ private:
             label.size = label.size + Vec2{3, 3};
         if (label.type && label.type->frame == kCircleFrame)
             label.size = Vec2{1, 1} * (std::hypot(box.width(), box.height()) + 1.5);
+        if (label.type && label.type->annotationKind == kWeldSymbol) {
+            label.size.u += kSymbol;
+            moveAll(label.texts, {kSymbol / 2, 0});
+        }
         m_labels.push_back(std::move(label));
     }
 
@@ -317,13 +323,13 @@ private:
                                 label.provenance, label.object));
         const int kind = label.type ? label.type->annotationKind : static_cast<int>(kText);
         if (kind == kWeldSymbol) // a fillet weld on its reference line
-            line(label, {{low.u - 4, low.v - 0.8},
-                         {high.u, low.v - 0.8},
-                         {low.u - 1, low.v - 0.8},
-                         {low.u - 4, low.v + 2.2},
-                         {low.u - 4, low.v - 0.8}});
+            line(label, {{low.u, low.v - 0.6},
+                         {high.u, low.v - 0.6},
+                         {low.u + 3, low.v - 0.6},
+                         {low.u, low.v + 2.4},
+                         {low.u, low.v - 0.6}});
         if (kind == kWeldSymbol && m_context.object(label.object).role == eObjectRole::kSite) {
-            const Vec2 foot = {label.anchor.u > middle.u ? high.u : low.u - 4, low.v - 0.8};
+            const Vec2 foot = {label.anchor.u > middle.u ? high.u : low.u, low.v - 0.6};
             line(label, {foot, foot + Vec2{0, 6}});
             line(label, {foot + Vec2{0, 6}, foot + Vec2{-3, 5}, foot + Vec2{0, 4}});
             figures.back().kind = Primitive::kFill;

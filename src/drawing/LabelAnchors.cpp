@@ -24,7 +24,7 @@ std::vector<Vec2> LabelAnchors::of(int index) const {
     }
     const auto found = m_edges.find(index);
     if (found == m_edges.end())
-        return {};
+        return object.type == eObjectType::kWeld ? alongWeld(object) : std::vector<Vec2>();
     constexpr std::size_t kMost = 12;
     if (!object.centres.empty()) {
         std::vector<Vec2> centres;
@@ -54,6 +54,23 @@ std::vector<Vec2> LabelAnchors::of(int index) const {
             anchors.push_back(edge->kind == Primitive::kLine
                                   ? edge->points[0] + (edge->points[1] - edge->points[0]) * part
                                   : edge->points[0] + Vec2{std::cos(angle), std::sin(angle)} * edge->radius);
+        }
+    return anchors;
+}
+
+// A weld in the corner of two parts has no line of its own.
+std::vector<Vec2> LabelAnchors::alongWeld(const PartObject& weld) const {
+    const ViewCamera& camera = m_scene.camera;
+    const Box2& window = camera.window;
+    std::vector<Vec2> anchors;
+    for (const Loop3& path : weld.paths)
+        for (std::size_t i = 1; i < path.size(); ++i) {
+            const Vec3 middle = (path[i - 1] + path[i]) * 0.5;
+            const Vec2 flat = camera.flat(middle);
+            const double depth = camera.depth(middle);
+            if (flat.u >= window.low.u && flat.u <= window.high.u && flat.v >= window.low.v &&
+                flat.v <= window.high.v && depth >= camera.nearDepth && depth <= camera.farDepth)
+                anchors.push_back(m_scene.onSheet(flat));
         }
     return anchors;
 }

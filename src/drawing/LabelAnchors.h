@@ -18,6 +18,8 @@ public:
     Box2 boxOf(int object) const;
 
 private:
+    std::vector<Vec2> alongWeld(const PartObject& weld) const;
+
     const DrawingContext& m_context;
     const ViewScene& m_scene;
     std::map<int, std::vector<const Primitive*>> m_edges; ///< visible ones
