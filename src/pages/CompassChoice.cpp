@@ -43,6 +43,12 @@ constexpr int kFrameName = 460;
 CompassChoice::CompassChoice(KorDSMPage& page, ShowFunction shownFor)
     : QObject(&page), m_page(page), m_shownFor(shownFor) {}
 
+std::vector<int> CompassChoice::controls() {
+    std::vector<int> all = {kCompass};
+    all.insert(all.end(), std::begin(kChoices), std::end(kChoices));
+    return all;
+}
+
 void CompassChoice::connectControls() {
     for (const auto& [control, prompt] : kCaptions)
         m_page.setCaption(control, prompt);

@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+#include <vector>
+
 class KorDSMPage;
 class QAbstractButton;
 struct WriteResult;
@@ -26,6 +28,9 @@ public:
 
     /// `page` is not owned and shows a view request. `shownFor` is asked for codes above 0.
     CompassChoice(KorDSMPage& page, ShowFunction shownFor);
+
+    /// The numbers of the controls that together show the code.
+    static std::vector<int> controls();
 
     /// Sets texts and the frame of the picture and connects the controls; once, when they exist.
     void connectControls();

@@ -13,6 +13,7 @@
 #include "operations/CurrentRows.h"
 #include "pages/PageHead.h"
 #include "pages/PagePart.h"
+#include "pages/PartListEditor.h"
 #include "services/CKorHelp.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
@@ -44,6 +45,7 @@ KorDSMPage*& current() {
 constexpr int kFirstTemplate = 1086;
 constexpr int kLastTemplate = 2321;
 constexpr int kNotStored = 454;
+constexpr int kNameColumn = 1;
 
 } // namespace
 
@@ -124,6 +126,45 @@ std::vector<ShownColumns> KorDSMPage::shownWith(std::vector<int> columns) const 
     std::vector<ShownColumns> shown = KorDSMPage::shownColumns();
     shown.push_back({item()->tableType(), KorOdbcKey(item()->recordKey()), std::move(columns)});
     return shown;
+}
+
+std::vector<FieldPlaces*> KorDSMPage::places() const {
+    const std::vector<PagePart*> own = parts();
+    std::vector<FieldPlaces*> all(own.begin(), own.end());
+    for (PartListEditor* list : findChildren<PartListEditor*>())
+        all.push_back(list);
+    return all;
+}
+
+std::optional<FieldPlace> KorDSMPage::fieldAt(const QWidget& control) const {
+    if (!item() || !item()->record())
+        return std::nullopt;
+    const std::vector<FieldPlaces*> all = places();
+    const std::vector<OwnField> own = ownFields();
+    for (const QWidget* each = &control; each && each != this; each = each->parentWidget()) {
+        if (each == m_head)
+            return FieldPlace{{item()->tableType(), item()->recordKey()}, kNameColumn};
+        for (const FieldPlaces* shown : all)
+            if (auto place = shown->placeOf(*each))
+                return place;
+        const int id = KorControls::id(each);
+        if (const auto field = std::ranges::find(own, id, &OwnField::control); id != 0 && field != own.end())
+            return FieldPlace{field->row, field->column};
+    }
+    return std::nullopt;
+}
+
+bool KorDSMPage::focusField(RowRef row, int column) {
+    QWidget* control = nullptr;
+    for (FieldPlaces* shown : places())
+        if (!control)
+            control = shown->bringUp(row, column);
+    for (const OwnField& field : ownFields())
+        if (!control && field.row == row && field.column == column)
+            control = KorControls::find(this, field.control);
+    if (control)
+        control->setFocus(Qt::OtherFocusReason);
+    return control != nullptr;
 }
 
 void KorDSMPage::updateMark() {

@@ -5,11 +5,13 @@
 #include "model/items/KorDSMDatabaseItem.h"
 #include "operations/KorOdbcMan.h"
 #include "records/WriteResult.h"
+#include "session/FieldPlace.h"
 #include "session/ShownColumns.h"
 
 #include <optional>
 #include <vector>
 
+class FieldPlaces;
 class PageHead;
 class PagePart;
 
@@ -78,6 +80,12 @@ public:
     /// Marks the tab when something that the page shows is not stored yet, and only then.
     void updateMark();
 
+    /// The cell that is edited in this control, or in the one that it is a part of; nothing where it shows
+    /// none.
+    std::optional<FieldPlace> fieldAt(const QWidget& control) const;
+    /// Gives the focus to the control of the cell, which the shown page may have. Returns whether it has it.
+    bool focusField(RowRef row, int column);
+
     /// Writes one column of the item's own record through the guarded write. On success the item and all
     /// that show the same record take the new value. Fails without a sentence where no record is shown.
     WriteResult writeField(int column, const CellValue& value);
@@ -94,7 +102,19 @@ public:
     /// Sets the text of a label, button or group box.
     void setCaption(int controlId, int promptNumber);
 
+Q_SIGNALS:
+    /// The control that has the focus shows another cell now.
+    void fieldChanged();
+
 protected:
+    /// A control that the page fills and hears itself.
+    struct OwnField {
+        int control = 0; ///< number
+        RowRef row;
+        int column = 0;
+    };
+    virtual std::vector<OwnField> ownFields() const { return {}; }
+
     /// What every page shows, and these columns of the item's own record.
     std::vector<ShownColumns> shownWith(std::vector<int> columns) const;
     /// The item that the page shows, or null.
@@ -123,6 +143,7 @@ protected:
 
 private:
     std::vector<PagePart*> parts() const;
+    std::vector<FieldPlaces*> places() const;
     void loadHead();
 
     std::vector<KorDSMPage*> m_linkedPages;

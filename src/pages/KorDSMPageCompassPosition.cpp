@@ -48,3 +48,10 @@ void KorDSMPageCompassPosition::enableControls() {
     KorDSMPage::enableControls();
     m_compass.enableChoices();
 }
+
+std::vector<KorDSMPage::OwnField> KorDSMPageCompassPosition::ownFields() const {
+    std::vector<OwnField> fields;
+    for (const int control : CompassChoice::controls())
+        fields.push_back({control, {item()->tableType(), item()->recordKey()}, CompassChoice::kColumn});
+    return fields;
+}

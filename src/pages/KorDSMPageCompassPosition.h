@@ -16,6 +16,9 @@ public:
     void enableControls() override;
     std::vector<ShownColumns> shownColumns() const override;
 
+protected:
+    std::vector<OwnField> ownFields() const override;
+
 private:
     PageFields m_fields;
     CompassChoice m_compass;

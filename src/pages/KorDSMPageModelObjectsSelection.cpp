@@ -120,6 +120,15 @@ std::vector<ShownColumns> KorDSMPageModelObjectsSelection::shownColumns() const 
     return shownWith({kColumnStrategy});
 }
 
+std::vector<KorDSMPage::OwnField> KorDSMPageModelObjectsSelection::ownFields() const {
+    std::vector<OwnField> fields;
+    for (std::size_t i = 0; i < kButtons; ++i)
+        fields.push_back({kFirstButton + static_cast<int>(i),
+                          {item()->tableType(), item()->recordKey()},
+                          kColumnStrategy});
+    return fields;
+}
+
 void KorDSMPageModelObjectsSelection::onButtonClicked(std::size_t index) {
     StructDetObjSelectionStrategy strategy;
     if (item() && KorOdbcGUI::getDetObjSelectionStrategy(m_names[static_cast<int>(index)], strategy) == 1)

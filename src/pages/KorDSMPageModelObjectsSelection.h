@@ -22,6 +22,9 @@ public:
     void enableControls() override;
     std::vector<ShownColumns> shownColumns() const override;
 
+protected:
+    std::vector<OwnField> ownFields() const override;
+
 private:
     static constexpr std::size_t kButtons = 11;
 

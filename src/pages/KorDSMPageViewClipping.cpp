@@ -183,6 +183,15 @@ std::vector<ShownColumns> KorDSMPageViewClipping::shownColumns() const {
     return shown;
 }
 
+std::vector<KorDSMPage::OwnField> KorDSMPageViewClipping::ownFields() const {
+    const RowRef clip{kTableLengthClip, clipKey().getKey()};
+    return {{kStrategy, {item()->tableType(), item()->recordKey()}, kColumnOfView},
+            {kGap, clip, kColumnGap},
+            {kUseDefault, clip, kColumnExtension},
+            {kType, clip, kColumnType},
+            {kLinetype, clip, kColumnLinetype}};
+}
+
 bool KorDSMPageViewClipping::readClip(StructDetViewLengthClip& clip) const {
     return KorODBCDetStyle::getDetViewLengthClip(clipKey(), clip) == 1;
 }

@@ -21,6 +21,9 @@ public:
     bool loadData() override;
     std::vector<ShownColumns> shownColumns() const override;
 
+protected:
+    std::vector<OwnField> ownFields() const override;
+
 private:
     bool findControls();
     void setTexts();

@@ -153,6 +153,12 @@ std::vector<ShownColumns> KorDSMPageViewDefinition::shownColumns() const {
     return shown;
 }
 
+std::vector<KorDSMPage::OwnField> KorDSMPageViewDefinition::ownFields() const {
+    if (const int place = placeInStyle(); place >= 0)
+        return {{kViewCombo, {kTableDetailStyle, styleItem()->recordKey()}, firstViewSlot() + place}};
+    return {};
+}
+
 KorDsmViewRequestItem* KorDSMPageViewDefinition::viewItem() const {
     return dynamic_cast<KorDsmViewRequestItem*>(item());
 }

@@ -24,6 +24,9 @@ public:
     void enableControls() override;
     std::vector<ShownColumns> shownColumns() const override;
 
+protected:
+    std::vector<OwnField> ownFields() const override;
+
 private:
     KorDsmViewRequestItem* viewItem() const;
     /// The detail style that the view belongs to, or null, and the view's place in it, or -1.

@@ -128,6 +128,14 @@ std::vector<ShownColumns> KorDSMPageViewProperties::shownColumns() const {
     return shownWith({kColumnScale});
 }
 
+std::vector<KorDSMPage::OwnField> KorDSMPageViewProperties::ownFields() const {
+    const RowRef view{item()->tableType(), item()->recordKey()};
+    std::vector<OwnField> fields = {{kScales, view, kColumnScale}};
+    for (const int control : CompassChoice::controls())
+        fields.push_back({control, view, CompassChoice::kColumn});
+    return fields;
+}
+
 const StructDetViewRequest& KorDSMPageViewProperties::request() const {
     return static_cast<const StructDetViewRequest&>(*item()->record());
 }

@@ -22,6 +22,9 @@ public:
     void enableControls() override;
     std::vector<ShownColumns> shownColumns() const override;
 
+protected:
+    std::vector<OwnField> ownFields() const override;
+
 private:
     const StructDetViewRequest& request() const;
     void alignFields();

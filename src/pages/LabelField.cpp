@@ -19,6 +19,22 @@ ShownColumns LabelField::shownColumns() const {
     return {item.tableType(), KorOdbcKey(item.recordKey()), {m_column}};
 }
 
+std::optional<FieldPlace> LabelField::placeOf(const QWidget& control) const {
+    const auto* item = m_page.getData().as<KorDSMDatabaseItem>();
+    if (&control != &m_designer || !item || !item->record())
+        return std::nullopt;
+    FieldPlace place{{item->tableType(), item->recordKey()}, m_column};
+    if (isEdited())
+        place.typed = m_designer.GetString();
+    return place;
+}
+
+QWidget* LabelField::bringUp(RowRef row, int column) {
+    const auto* item = m_page.getData().as<KorDSMDatabaseItem>();
+    const bool isHere = item && row == RowRef{item->tableType(), item->recordKey()} && column == m_column;
+    return isHere ? &m_designer : nullptr;
+}
+
 CellValue LabelField::stored() const {
     const auto& item = *m_page.getData().as<KorDSMDatabaseItem>();
     return findTable(item.tableType())->column(m_column)->read(item.record());

@@ -25,6 +25,8 @@ public:
     /// Whether there is something that `store` would write.
     bool isEdited() const override;
     ShownColumns shownColumns() const override;
+    std::optional<FieldPlace> placeOf(const QWidget& control) const override;
+    QWidget* bringUp(RowRef row, int column) override;
 
 private:
     CellValue stored() const;

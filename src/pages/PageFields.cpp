@@ -77,6 +77,47 @@ ShownColumns PageFields::shownColumns() const {
     return columns;
 }
 
+std::optional<FieldPlace> PageFields::placeOf(const QWidget& control) const {
+    const int id = KorControls::id(&control);
+    const auto field = std::ranges::find_if(m_fields, [id](const PageField& each) {
+        return id != 0 && (each.control == id || std::ranges::any_of(each.radios, [id](const auto& radio) {
+                               return radio.first == id;
+                           }));
+    });
+    const Row shown = row();
+    if (field == m_fields.end() || !recordOf(shown))
+        return std::nullopt;
+    FieldPlace place{{shown.table, shown.key.getKey()}, field->column};
+    if (const auto* edit = qobject_cast<const KorLineEdit*>(&control); edit && edit->isEdited())
+        place.typed = typedIn(*edit, *field);
+    return place;
+}
+
+// What would be written; nothing where it would be refused.
+std::optional<CellValue> PageFields::typedIn(const KorLineEdit& edit, const PageField& field) const {
+    const Column& column = *columnOf(field);
+    const KorString text = fromQt(edit.text());
+    if (column.isText())
+        return text;
+    Column limited = column;
+    limited.minimum = std::max(column.minimum, field.lowest);
+    const auto parsed = KorDSMValueText::parse(*findTable(row().table), limited, text);
+    return parsed ? std::optional(parsed.value) : std::nullopt;
+}
+
+QWidget* PageFields::bringUp(RowRef shown, int column) {
+    const Row here = row();
+    const auto field = std::ranges::find(m_fields, column, &PageField::column);
+    if (field == m_fields.end() || here.table != shown.table || here.key.getKey() != shown.key)
+        return nullptr;
+    QWidget* control = KorControls::find(&m_page, field->control);
+    for (const auto& [number, value] : field->radios)
+        if (auto* radio = KorControls::find<QRadioButton>(&m_page, number);
+            radio && (!control || radio->isChecked()))
+            control = radio;
+    return control;
+}
+
 const Column* PageFields::columnOf(const PageField& field) const {
     const TableSchema* table = findTable(row().table);
     return table ? table->column(field.column) : nullptr;

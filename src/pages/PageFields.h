@@ -60,6 +60,8 @@ public:
     Row row() const;
     /// What of the row the fields show.
     ShownColumns shownColumns() const override;
+    std::optional<FieldPlace> placeOf(const QWidget& control) const override;
+    QWidget* bringUp(RowRef shown, int column) override;
 
 Q_SIGNALS:
     /// The column was written.
@@ -70,6 +72,7 @@ Q_SIGNALS:
 
 private:
     const Column* columnOf(const PageField& field) const;
+    std::optional<CellValue> typedIn(const KorLineEdit& edit, const PageField& field) const;
     void connectField(const PageField& field);
     void loadField(const PageField& field, const StructRecord& record);
     void write(const PageField& field, QWidget& control, const CellValue& value);

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "pages/FieldPlaces.h"
 #include "session/ShownColumns.h"
 
 #include <QObject>
 
 /// A child of a page that shows and writes values of records for it.
-class PagePart : public QObject {
+class PagePart : public QObject, public FieldPlaces {
     Q_OBJECT
 
 public:

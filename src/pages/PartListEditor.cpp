@@ -66,6 +66,7 @@ PartListEditor::PartListEditor(KorDSMPage& page, eTableType parts)
     m_grid->installEventFilter(this);
     connect(m_grid, &QWidget::customContextMenuRequested, this, &PartListEditor::showMenu);
     connect(m_grid, &QTableWidget::itemSelectionChanged, this, &PartListEditor::updateCommands);
+    connect(m_grid, &QTableWidget::currentCellChanged, &m_page, &KorDSMPage::fieldChanged);
     connect(m_grid, &KorMFCGridCtrl::cellEdited, this, &PartListEditor::onCellEdited);
     connect(m_grid, &KorMFCGridCtrl::rowOpened, this, &PartListEditor::open);
     connect(m_grid, &KorMFCGridCtrl::rowsDropped, this, [this](int place) {
@@ -212,6 +213,28 @@ KorDSMEditedList::Keys PartListEditor::selected() const {
     for (const int row : m_grid->selectedRows())
         keys.push_back(m_keys[static_cast<std::size_t>(row)]);
     return keys;
+}
+
+std::optional<FieldPlace> PartListEditor::placeOf(const QWidget& control) const {
+    const int row = m_grid->currentRow();
+    const int column = m_grid->currentColumn();
+    if (&control != m_grid || row < 0 || column < 0 || row >= std::ssize(m_keys))
+        return std::nullopt;
+    const auto cell =
+        m_list->cell(m_keys[static_cast<std::size_t>(row)], *m_columns[static_cast<std::size_t>(column)]);
+    return FieldPlace{cell.row, cell.column->number};
+}
+
+QWidget* PartListEditor::bringUp(RowRef row, int column) {
+    for (std::size_t i = 0; i < m_keys.size(); ++i) {
+        if (m_list->record(m_keys[i]) != row)
+            continue;
+        const auto shown = std::ranges::find(m_columns, column, &Column::number);
+        const auto place = shown == m_columns.end() ? 0 : shown - m_columns.begin();
+        m_grid->setCurrentCell(static_cast<int>(i), static_cast<int>(place));
+        return m_grid;
+    }
+    return nullptr;
 }
 
 void PartListEditor::enable() {

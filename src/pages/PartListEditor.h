@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pages/FieldPlaces.h"
 #include "session/KorDSMPartList.h"
 
 #include <QWidget>
@@ -18,7 +19,7 @@ struct PartListCommand;
 /// Buttons, keys and the context menu do the same: Ins adds behind the selected row, Del removes, Ctrl+D
 /// duplicates, Alt and the arrow keys, Home or End move, and rows can be dragged; Enter or a double click
 /// goes to what a cell names.
-class PartListEditor : public QWidget {
+class PartListEditor : public QWidget, public FieldPlaces {
     Q_OBJECT
 
 public:
@@ -32,6 +33,11 @@ public:
 
     /// The rows that are selected, from the top down.
     KorDSMEditedList::Keys selected() const;
+
+    /// That of the current cell.
+    std::optional<FieldPlace> placeOf(const QWidget& control) const override;
+    /// A row that stands in the list is found by any of its columns.
+    QWidget* bringUp(RowRef row, int column) override;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
