@@ -13,7 +13,6 @@
 #include "operations/CurrentRows.h"
 #include "pages/PageHead.h"
 #include "pages/PagePart.h"
-#include "pages/PartListEditor.h"
 #include "services/CKorHelp.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
@@ -131,8 +130,9 @@ std::vector<ShownColumns> KorDSMPage::shownWith(std::vector<int> columns) const 
 std::vector<FieldPlaces*> KorDSMPage::places() const {
     const std::vector<PagePart*> own = parts();
     std::vector<FieldPlaces*> all(own.begin(), own.end());
-    for (PartListEditor* list : findChildren<PartListEditor*>())
-        all.push_back(list);
+    for (QWidget* control : findChildren<QWidget*>())
+        if (auto* shown = dynamic_cast<FieldPlaces*>(control))
+            all.push_back(shown);
     return all;
 }
 

@@ -167,6 +167,20 @@ void forEachEditedRow(StyleSource& source, RowRef row, Take take) {
     }
 }
 
+// What stands nearest to the top comes first.
+KorDSMDatabaseItem* nearestBelow(KorDSMDatabaseItem& top, RowRef row) {
+    constexpr std::size_t kMost = 5000; // records that use each other in a circle have no end
+    std::vector<KorDSMDatabaseItem*> items = {&top};
+    for (std::size_t i = 0; i < items.size() && items.size() < kMost; ++i) {
+        if (shows(*items[i], row))
+            return items[i];
+        KorDSMDependencies::createChildren(*items[i]);
+        const auto& children = items[i]->children();
+        items.insert(items.end(), children.begin(), children.end());
+    }
+    return nullptr;
+}
+
 // Climbs from a row to what uses it until it meets one that is filed, and comes back down through the items.
 class ItemSearch {
 public:
@@ -221,6 +235,15 @@ KorDSMDatabaseItem* findEditor(KorDSMDataStructure& structure, SourceId id, RowR
     if (source && findTable(row.table))
         forEachEditedRow(*source, row,
                          [&](RowRef edited) { return (found = findItem(structure, id, edited)) != nullptr; });
+    return found;
+}
+
+KorDSMDatabaseItem* findEditorBelow(KorDSMDatabaseItem& top, RowRef row) {
+    StyleSource* source = StyleDatabases::current().source(KorDSMItemSource::sourceOf(&top));
+    KorDSMDatabaseItem* found = nullptr;
+    if (source && findTable(row.table))
+        forEachEditedRow(*source, row,
+                         [&](RowRef edited) { return (found = nearestBelow(top, edited)) != nullptr; });
     return found;
 }
 

@@ -59,6 +59,8 @@ KorDSMDatabaseItem* findLoaded(KorDSMDataStructure& structure, SourceId source, 
 /// The item on whose pages the row is edited: its own, or that of the nearest row which it is a part of or
 /// which uses it. Null when no tree shows any.
 KorDSMDatabaseItem* findEditor(KorDSMDataStructure& structure, SourceId source, RowRef row);
+/// The same among an item and what is below it.
+KorDSMDatabaseItem* findEditorBelow(KorDSMDatabaseItem& top, RowRef row);
 /// Whether the item is such a one for a row of its source.
 bool isEditor(const KorDSMDatabaseItem& item, RowRef row);
 

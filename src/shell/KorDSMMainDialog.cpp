@@ -59,6 +59,7 @@ int KorDSMMainDialog::OnInitDialog() {
     QElapsedTimer timer;
     timer.start();
     m_parts->rightSide.pages().createPages(this);
+    m_parts->preview.connectPages();
     writeTiming("KorDSMMainDialog::createPages", timer.elapsed());
 
     if (m_structure.getUpdateStatus() == KorDSMDataStructure::kKeepContent)
@@ -79,6 +80,7 @@ int KorDSMMainDialog::OnInitDialog() {
     constexpr int kSplitter = 1096;
     m_memory.registerControl(kSplitter, MemoryDlg::eStretchY);
     m_memory.setWindow(this);
+    resize(width() + m_parts->preview.wantedWidth(), height());
     m_memory.restore();
     return 1;
 }

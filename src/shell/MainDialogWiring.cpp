@@ -53,7 +53,10 @@ void KorDSMMainDialog::setUpTabOrder() {
     m_tabOrder << sections->buttonGroup() << sections->menuButton() << KorControls::find<QWidget>(this, 1011)
                << m_parts->sections.combos() << KorControls::find<QWidget>(this, 1210)
                << m_parts->sections.controls() << KorControls::find<QSplitter>(this, 1096)->handle(1);
-    for (const int control : {1012, 1211, 1002, 1003, 1098, 1, 2, 3})
+    for (const int control : {1012, 1211, 1212, 1002, 1003})
+        m_tabOrder << KorControls::find<QWidget>(this, control);
+    m_tabOrder << KorControls::find<QSplitter>(this, 1097)->handle(1) << &m_parts->preview.pane();
+    for (const int control : {1098, 1, 2, 3})
         m_tabOrder << KorControls::find<QWidget>(this, control);
 }
 
@@ -62,6 +65,7 @@ void KorDSMMainDialog::connectSelection() {
     connect(&parts.sectionStrip, &SectionStrip::sectionWanted, &parts.navigation, &Navigation::switchSection);
     connect(&parts.sectionStrip, &SectionStrip::treesChanged, &parts.navigation, &Navigation::rebuildTrees);
     connect(&parts.navigation, &Navigation::sectionSwitched, &parts.sectionStrip, &SectionStrip::check);
+    connect(&parts.refresh, &WindowRefresh::followed, &parts.preview, &StylePreview::follow);
     connect(&parts.rightSide.list(), &ItemList::opened, &parts.navigation, &Navigation::open);
     connect(&parts.rightSide.list(), &ItemList::deletePressed, &parts.commands,
             [&parts] { parts.commands.trigger(eItemCommand::kDelete); });
@@ -84,8 +88,12 @@ void KorDSMMainDialog::connectCommands() {
     });
     connect(KorControls::find<QPushButton>(this, 1), &QPushButton::clicked, this, &QDialog::accept);
     connect(KorControls::find<QPushButton>(this, 2), &QPushButton::clicked, this, &QDialog::reject);
-    connect(&parts.apply, &QPushButton::clicked, this,
-            [this] { whenFree(this, [this] { m_parts->leaving.apply(); }); });
+    connect(&parts.apply, &QPushButton::clicked, this, [this] {
+        whenFree(this, [this] {
+            m_parts->leaving.apply();
+            m_parts->preview.follow();
+        });
+    });
     connect(&parts.use, &QPushButton::clicked, this, waiting(this, &KorDSMMainDialog::use));
 }
 
@@ -126,9 +134,14 @@ void KorDSMMainDialog::receiveFromPages() {
         [&parts](const DsmRowsChanged& message) { parts.refresh.follow(message.changes); });
     receive<DsmGoToRecord>(
         [&parts](const DsmGoToRecord& message) { parts.navigation.goToRecord(message.source, message.row); });
-    receive<DsmDataChanged>([&parts](const DsmDataChanged&) { parts.applyState.setModified(true); });
-    receive<DsmSetModified>(
-        [&parts](const DsmSetModified& message) { parts.applyState.setModified(message.modified); });
+    receive<DsmDataChanged>([&parts](const DsmDataChanged&) {
+        parts.applyState.setModified(true);
+        parts.preview.follow();
+    });
+    receive<DsmSetModified>([&parts](const DsmSetModified& message) {
+        parts.applyState.setModified(message.modified);
+        parts.preview.followTyping();
+    });
     receive<DsmMarkOtherPages>([&parts](const DsmMarkOtherPages& message) {
         parts.rightSide.requestRefreshOfOthers(message.modified);
     });

@@ -22,8 +22,9 @@ constexpr StripButton kButtons[] = {
 } // namespace
 
 Navigation::Navigation(KorDSMDataStructure& structure, SectionViews& sections, NameFilter& filter,
-                       TreeSelection& selection, KorButtonGroup& strip)
-    : m_structure(structure), m_sections(sections), m_filter(filter), m_selection(selection), m_strip(strip) {
+                       TreeSelection& selection, RightSide& rightSide, KorButtonGroup& strip)
+    : m_structure(structure), m_sections(sections), m_filter(filter), m_selection(selection),
+      m_rightSide(rightSide), m_strip(strip) {
     for (const StripButton& button : kButtons) {
         addStripButton(m_strip, button);
         m_strip.enableButton(button.id, false);
@@ -137,6 +138,27 @@ void Navigation::goToRecord(SourceId source, RowRef row) {
     }
     if (found)
         goToItem(*found);
+}
+
+void Navigation::goToField(SourceId source, RowRef row, int column, RowRef within) {
+    KorDSMDatabaseItem* found = nullptr;
+    {
+        const KorDSMBusy busy;
+        const KorDSMDatabaseItem* shown = m_selection.item();
+        KorDSMDatabaseItem* top =
+            within.key > 0 ? KorDSMWhereUsed::findItem(m_structure, source, within) : nullptr;
+        if (top)
+            found = KorDSMWhereUsed::findEditorBelow(*top, row);
+        if (!found)
+            found = KorDSMWhereUsed::findEditor(m_structure, source, row);
+        if (found && shown && found->record() && shown->tableType() == found->tableType() &&
+            shown->recordKey() == found->recordKey())
+            found = m_selection.item();
+    }
+    if (found && found != m_selection.item())
+        goToItem(*found);
+    if (found)
+        m_rightSide.focusField(row, column);
 }
 
 void Navigation::returnToItem(KorDSMDatabaseItem& item) {

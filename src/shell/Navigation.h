@@ -14,7 +14,7 @@ class Navigation : public QObject {
 public:
     /// Fills `strip` with the buttons back, forward and up. All must outlive the object.
     Navigation(KorDSMDataStructure& structure, SectionViews& sections, NameFilter& filter,
-               TreeSelection& selection, KorButtonGroup& strip);
+               TreeSelection& selection, RightSide& rightSide, KorButtonGroup& strip);
 
     const KorDSMSelectionHistory& history() const { return m_history; }
     /// See `KorDSMPlace::renumber`.
@@ -43,6 +43,9 @@ public:
     /// Goes to what shows the row: a child of the item that is shown, or the record where it is filed or
     /// used. Nothing happens where there is no such item.
     void goToRecord(SourceId source, RowRef row);
+    /// Goes to the page that shows the cell, below the record `within` where that is one, and gives the field
+    /// the focus; column 0 stands for the row alone. What a row has no field for leads to its page.
+    void goToField(SourceId source, RowRef row, int column, RowRef within = {});
     /// Selects an entry of the tree that is shown, without the filter where that hides it.
     void selectEntry(KorTreeHandle entry);
     /// Selects a child of the entry by its place.
@@ -67,6 +70,7 @@ private:
     SectionViews& m_sections;
     NameFilter& m_filter;
     TreeSelection& m_selection;
+    RightSide& m_rightSide;
     KorButtonGroup& m_strip;
     KorDSMSelectionHistory m_history;
     bool m_isRecording = true;

@@ -156,10 +156,20 @@ void PrimitivePainter::highlight(QPainter& painter, std::span<const Primitive* c
     const double distance = std::max(1.0, 4 / pixels);
     QPainterPath around;
     around.setFillRule(Qt::WindingFill);
-    for (const Primitive* primitive : primitives)
-        around.addPath(outlineOf(*primitive, distance));
+    // Many outlines would hide what they point out.
+    constexpr std::size_t kMost = 60;
+    if (primitives.size() <= kMost) {
+        for (const Primitive* primitive : primitives)
+            around.addPath(outlineOf(*primitive, distance));
+    } else {
+        Box2 box;
+        for (const Primitive* primitive : primitives)
+            box.add(primitive->box());
+        around.addRect(QRectF(pointOf({box.low.u, box.high.v}), pointOf({box.high.u, box.low.v}))
+                           .adjusted(-distance, -distance, distance, distance));
+    }
     QColor halo = color;
-    halo.setAlpha(55); // it lies above what is drawn
+    halo.setAlpha(primitives.size() <= kMost ? 55 : 25); // it lies above what is drawn
     painter.setPen(QPen(color, std::max(0.18, 1 / pixels)));
     painter.setBrush(halo);
     painter.drawPath(around);

@@ -22,8 +22,8 @@ struct Ground {
 QColor paper(const Ground& ground);
 /// Paints them as their pens and styles say, with texts stretched to the width that the drawing reserved.
 void paint(QPainter& painter, std::span<const Primitive* const> primitives, const Ground& ground);
-/// Paints them once more in the colour of what is pointed out, each with an outline around it, so that who
-/// sees no colours sees it, too.
+/// Paints them once more in the colour of what is pointed out, each with an outline around it, or one around
+/// all where they are many, so that who sees no colours sees it, too.
 void highlight(QPainter& painter, std::span<const Primitive* const> primitives, const Ground& ground);
 
 } // namespace PrimitivePainter

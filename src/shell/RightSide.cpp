@@ -113,6 +113,30 @@ std::vector<KorDSMPage*> RightSide::shownPages() const {
     return pages;
 }
 
+bool RightSide::focusField(RowRef row, int column) {
+    TabContent* group = m_tabs.currentContent();
+    const auto focusOn = [&](int index) {
+        auto* page = qobject_cast<KorDSMPage*>(group->page(index));
+        return page && page->focusField(row, column);
+    };
+    if (!group || focusOn(group->currentIndex()))
+        return group != nullptr;
+    // Only a page that was shown knows all that it shows.
+    const int before = group->currentIndex();
+    m_tabs.setUpdatesEnabled(false);
+    bool found = false;
+    for (int i = 0; i < group->pageCount() && !found; ++i) {
+        if (i == before)
+            continue;
+        group->setCurrentIndex(i);
+        found = focusOn(i);
+    }
+    if (!found)
+        group->setCurrentIndex(before);
+    m_tabs.setUpdatesEnabled(true);
+    return found;
+}
+
 void RightSide::markPages() {
     for (KorDSMPage* page : shownPages())
         page->updateMark();

@@ -42,6 +42,10 @@ public:
     /// Nothing may hold on to an entry that goes, nor to the item that it stands for.
     void forget(KorTreeHandle entry);
 
+    /// Gives the focus to the field that shows the cell, on whichever page it is. Returns whether there is
+    /// one.
+    bool focusField(RowRef row, int column);
+
     /// Marks the tabs of pages that show something that is not stored yet.
     void markPages();
     /// Whether the pages beside the one that is shown are refreshed at their next show.

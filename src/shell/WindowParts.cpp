@@ -5,6 +5,7 @@
 #include "controls/KorControls.h"
 #include "controls/KorListCtrl.h"
 #include "controls/KorTabCtrl.h"
+#include "controls/KorVerticalSplitter.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -23,7 +24,9 @@ WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorIma
       sections(window, structure, images),
       rightSide(control<KorTabCtrl>(window, 1002), control<KorListCtrl>(window, 1003), images),
       filter(control<QLineEdit>(window, 1210), sections), selection(structure, sections, rightSide),
-      navigation(structure, sections, filter, selection, control<KorButtonGroup>(window, 1012)),
+      navigation(structure, sections, filter, selection, rightSide, control<KorButtonGroup>(window, 1012)),
+      preview(window, control<KorVerticalSplitter>(window, 1097), control<KorButtonGroup>(window, 1212),
+              selection, navigation),
       sectionStrip(control<KorButtonGroupMenu>(window, 1233), structure),
       commands(control<KorButtonGroup>(window, 1011)),
       undo(*new KorDSMUndoStrip(&control<KorButtonGroup>(window, 1211))), // its buttons own it

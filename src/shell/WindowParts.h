@@ -16,6 +16,7 @@
 #include "shell/SectionStrip.h"
 #include "shell/SelectionStatus.h"
 #include "shell/StatusLine.h"
+#include "shell/StylePreview.h"
 #include "shell/UsageViews.h"
 #include "shell/ViewCommands.h"
 #include "shell/WindowLeaving.h"
@@ -35,6 +36,7 @@ struct WindowParts {
     NameFilter filter;
     TreeSelection selection;
     Navigation navigation;
+    StylePreview preview;
 
     SectionStrip sectionStrip;
     CommandStrip commands;

@@ -111,6 +111,7 @@ void WindowRefresh::follow(const std::vector<KorDSMRowChange>& changes) {
     itemsChanged();
     m_rightSide.resume();
     m_rightSide.markPages();
+    Q_EMIT followed();
 }
 
 void WindowRefresh::reload(const std::vector<OutsideChange>& read) {
@@ -137,4 +138,5 @@ void WindowRefresh::reload(const std::vector<OutsideChange>& read) {
         m_navigation.returnToItem(*item);
     if (wasModified)
         m_applyState.setModified(true);
+    Q_EMIT followed();
 }

@@ -35,6 +35,10 @@ public:
     /// brought, where that is the reason.
     void reload(const std::vector<OutsideChange>& read = {});
 
+Q_SIGNALS:
+    /// What is shown is in line with other rows now.
+    void followed();
+
 private:
     void goToChanged(const std::vector<KorDSMRowChange>& changes);
     void addEntries(const std::vector<KorDSMDatabaseItem*>& items);

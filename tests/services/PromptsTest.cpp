@@ -76,6 +76,11 @@ std::map<std::string, std::string> sentencesOfTheSources() {
                 sentence += piece[1];
             sentences.emplace(unescaped(sentence), name);
         }
+    // Sample parts are called so in their files.
+    for (const auto& file : std::filesystem::directory_iterator(KorResources::folder() / "parts"))
+        for (const std::string& line : linesOf(file.path()))
+            if (line.starts_with("part \""))
+                sentences.emplace(line.substr(6, line.rfind('"') - 6), file.path().string());
     return sentences;
 }
 

@@ -2,6 +2,7 @@
 #include "data/StyleDatabases.h"
 
 #include "base/KorAssert.h"
+#include "controls/KorLayoutStore.h"
 #include "data/text/SampleData.h"
 #include "session/DataFolder.h"
 #include "shell/ModuleResources.h"
@@ -15,6 +16,7 @@ EditorFixture::EditorFixture() {
         m_failedChecks.push_back(std::string(expression) + " " + file + ":" + std::to_string(line));
     });
     ModuleResources::setUp({});
+    KorLayoutStore::write("PreviewShown", "0");
     const Result<> built = buildSampleData(SOURCE_DIR "/resources", m_folder.file("data"));
     EXPECT_TRUE(built) << built.error;
 }

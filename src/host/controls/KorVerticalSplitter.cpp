@@ -16,7 +16,7 @@ constexpr int kStep = 16;
 
 class Bar : public QSplitterHandle {
 public:
-    explicit Bar(KorVerticalSplitter* splitter) : QSplitterHandle(Qt::Horizontal, splitter) {
+    explicit Bar(KorVerticalSplitter* splitter) : QSplitterHandle(splitter->orientation(), splitter) {
         setFocusPolicy(Qt::TabFocus);
         setAccessibleName(toQt(translated("Divider")));
     }
@@ -26,13 +26,15 @@ protected:
         auto* owner = static_cast<KorVerticalSplitter*>(splitter());
         switch (event->key()) {
         case Qt::Key_Left:
+        case Qt::Key_Up:
             return owner->setLeftWidth(owner->leftWidth() - kStep);
         case Qt::Key_Right:
+        case Qt::Key_Down:
             return owner->setLeftWidth(owner->leftWidth() + kStep);
         case Qt::Key_Home:
             return owner->setLeftWidth(0);
         case Qt::Key_End:
-            return owner->setLeftWidth(owner->width());
+            return owner->setLeftWidth(std::max(owner->width(), owner->height()));
         default:
             QSplitterHandle::keyPressEvent(event);
         }
@@ -40,9 +42,11 @@ protected:
 
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        const int middle = width() / 2;
         painter.setPen(KorStyle::lineColor(palette(), QPalette::Window));
-        painter.drawLine(middle, 0, middle, height());
+        if (orientation() == Qt::Horizontal)
+            painter.drawLine(width() / 2, 0, width() / 2, height());
+        else
+            painter.drawLine(0, height() / 2, width(), height() / 2);
         if (!hasFocus())
             return;
         QStyleOptionFocusRect option;

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "drawing/Primitive.h"
+
+/// Two drawings of the same style and part, compared in words.
+namespace KorDSMDrawingDifferences {
+
+/// What came, went, moved and looks different, counted by kind: one text for each view, as
+/// "HB front – dimensions: 3 came, 1 moved; labels: 1 went", and one for the sheet. Nothing where they are
+/// equal. A view that stands elsewhere as a whole is compared where it stands now.
+std::vector<KorString> wordsOf(const Drawing& before, const Drawing& after);
+
+} // namespace KorDSMDrawingDifferences

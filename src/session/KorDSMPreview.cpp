@@ -1,0 +1,144 @@
+#include "session/KorDSMPreview.h"
+
+#include "drawing/MapExplanation.h"
+#include "drawing/WhyNothing.h"
+#include "session/KorDSMProvenanceWords.h"
+#include "session/StoredState.h"
+
+#include <algorithm>
+
+KorDSMPreview::KorDSMPreview(std::filesystem::path parts, std::filesystem::path support)
+    : m_parts(std::move(parts)), m_support(std::move(support)) {}
+
+KorDSMPreview::~KorDSMPreview() = default;
+
+StyleSource* KorDSMPreview::source() const {
+    return m_subject.style != 0 ? StyleDatabases::current().source(m_subject.source) : nullptr;
+}
+
+KorString KorDSMPreview::styleName() const {
+    StyleSource* from = source();
+    const StructRecord* style =
+        from ? from->table(kTableDetailStyle).find(KorOdbcKey(m_subject.style)) : nullptr;
+    return style ? style->name : KorString();
+}
+
+DrawingRequest KorDSMPreview::request() const {
+    DrawingRequest wanted;
+    wanted.style = m_subject.style;
+    wanted.support = m_support;
+    return wanted;
+}
+
+void KorDSMPreview::choosePart(const std::string& name) {
+    m_chosen[{m_subject.source, m_subject.style}] = name;
+}
+
+void KorDSMPreview::rest() {
+    m_subject = {};
+    m_live.reset();
+    m_drawing.reset();
+    m_governed = {};
+}
+
+bool KorDSMPreview::update(const KorDSMDatabaseItem* item, const std::optional<FieldPlace>& typed) {
+    const KorDSMPreviewSubject before = std::exchange(m_subject, KorDSMPreviewSubject::of(item));
+    StyleSource* from = source();
+    if (!from) {
+        m_live.reset();
+        return std::exchange(m_drawing, nullptr) != nullptr;
+    }
+    std::string& chosen = m_chosen[{m_subject.source, m_subject.style}];
+    if (chosen.empty())
+        chosen = m_parts.suiting(*from, m_subject.style);
+    const bool isSame = m_live && before.source == m_subject.source && before.style == m_subject.style &&
+                        m_partName == chosen;
+    if (!isSame) {
+        m_partName = chosen;
+        const SamplePart* part = m_parts.find(chosen);
+        m_part = part ? std::make_shared<const SamplePart>(*part) : std::make_shared<const SamplePart>();
+        m_live = std::make_unique<LiveDrawing>(m_part, request());
+    }
+    const TypedState trial(typed);
+    const Drawing& drawn = m_live->update(*from);
+    if (isSame && m_drawing && !m_live->hasChanged())
+        return false;
+    m_drawing = std::make_shared<const Drawing>(drawn);
+    m_governed = Governed(*m_drawing);
+    return true;
+}
+
+std::shared_ptr<const Drawing> KorDSMPreview::drawStored() const {
+    StyleSource* from = source();
+    if (!from || !m_part)
+        return nullptr;
+    const StoredState stored(StyleDatabases::current());
+    return std::make_shared<const Drawing>(drawStyle(*from, *m_part, request()));
+}
+
+bool KorDSMPreview::isPending() const {
+    return source() && StyleDatabases::current().pending().hasPending(m_subject.source);
+}
+
+Governed::Places KorDSMPreview::governedBy(const RowRef& row, int column) const {
+    return m_governed.by(m_subject.source, row, column);
+}
+
+Box2 KorDSMPreview::boxOf(const RowRef& row) const {
+    return m_governed.box(m_subject.source, row);
+}
+
+KorString KorDSMPreview::whyNothing(const RowRef& row, int column) {
+    StyleSource* from = source();
+    return from && m_drawing ? KorString(WhyNothing::sentenceFor(*from, row, column, *m_part, request()))
+                             : KorString();
+}
+
+std::string KorDSMPreview::partThatShows(const RowRef& row, int column) {
+    StyleSource* from = source();
+    std::vector<const SamplePart*> others;
+    for (const KorDSMSampleParts::Entry& entry : m_parts.all())
+        if (entry.name != m_partName)
+            others.push_back(&entry.part);
+    const SamplePart* found =
+        from ? WhyNothing::partThatShows(*from, row, column, request(), others) : nullptr;
+    const auto entry = std::ranges::find(m_parts.all(), found,
+                                         [](const KorDSMSampleParts::Entry& each) { return &each.part; });
+    return found && entry != m_parts.all().end() ? entry->name : std::string();
+}
+
+const Primitive* KorDSMPreview::primitiveAt(std::size_t place) const {
+    if (!m_drawing)
+        return nullptr;
+    const std::vector<const Primitive*> all = m_drawing->all();
+    return place < all.size() ? all[place] : nullptr;
+}
+
+std::vector<KorDSMPreview::Maker> KorDSMPreview::makersOf(std::size_t place) const {
+    std::vector<Maker> makers;
+    const Primitive* primitive = primitiveAt(place);
+    if (!primitive || !primitive->provenance)
+        return makers;
+    for (const ProvenanceStep& step : *primitive->provenance)
+        makers.push_back({step.row, step.columns.empty() ? 0 : step.columns.front(),
+                          KorDSMProvenanceWords::sentenceOf(step)});
+    return makers;
+}
+
+std::vector<KorDSMPreview::Reason> KorDSMPreview::reasonsFor(std::size_t place) const {
+    std::vector<Reason> reasons;
+    const Primitive* primitive = primitiveAt(place);
+    StyleSource* from = source();
+    if (!primitive || !primitive->provenance || primitive->object < 0 || !from)
+        return reasons;
+    const auto map = std::ranges::find(*primitive->provenance, kTableReprMap,
+                                       [](const ProvenanceStep& step) { return step.row.table; });
+    if (map == primitive->provenance->end())
+        return reasons;
+    MapExplanation explanation(*from, map->row.key, *m_part,
+                               MapExplanation::objectsOf(*from, m_subject.style, *m_part));
+    for (const EntryReason& reason : explanation.reasonsFor(primitive->object))
+        reasons.push_back(
+            {{kTableReprMapEntry, reason.entry}, reason.reason == EntryReason::kDecides, reason.sentence});
+    return reasons;
+}

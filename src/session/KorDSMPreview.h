@@ -1,0 +1,86 @@
+#pragma once
+
+#include "drawing/Governed.h"
+#include "drawing/LiveDrawing.h"
+#include "session/FieldPlace.h"
+#include "session/KorDSMPreviewSubject.h"
+#include "session/KorDSMSampleParts.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <span>
+
+/// The drawing of a sample part that is shown while a record is edited: of the style that the record belongs
+/// to, as it would be with what is pending and what is being typed. It writes nothing, and draws nothing
+/// unless it is asked to.
+class KorDSMPreview {
+public:
+    /// The folders of the sample parts, and of line type files without a path.
+    KorDSMPreview(std::filesystem::path parts, std::filesystem::path support);
+    ~KorDSMPreview();
+
+    KorDSMSampleParts& parts() { return m_parts; }
+    const KorDSMPreviewSubject& subject() const { return m_subject; }
+    KorString styleName() const;
+    /// The name of the part of which the style is drawn: chosen for the style, or suiting it.
+    const std::string& partName() const { return m_partName; }
+    /// The part itself; null where there is none.
+    const SamplePart* part() const { return m_part.get(); }
+    /// The style that is shown is drawn of this part from the next update on.
+    void choosePart(const std::string& name);
+
+    /// Draws what belongs to the item, with what is being typed into this field. Returns whether the drawing
+    /// is another one.
+    bool update(const KorDSMDatabaseItem* item, const std::optional<FieldPlace>& typed);
+    /// Draws nothing, and forgets what was drawn; what was chosen stays.
+    void rest();
+
+    /// The drawing of the last update; null where there is none.
+    const std::shared_ptr<const Drawing>& drawing() const { return m_drawing; }
+    /// The same style and part as the database has it stored; null where there is none.
+    std::shared_ptr<const Drawing> drawStored() const;
+    bool isPending() const;
+
+    /// The primitives that a cell of the source has a say in, by their places.
+    Governed::Places governedBy(const RowRef& row, int column) const;
+    /// Where the record acts on the sheet.
+    Box2 boxOf(const RowRef& row) const;
+    /// Why the cell governs nothing, in one sentence.
+    KorString whyNothing(const RowRef& row, int column);
+    /// The name of another part of which the drawing would have something that the cell governs; empty where
+    /// there is none. Draws them.
+    std::string partThatShows(const RowRef& row, int column);
+
+    /// What made a primitive what it is, nearest first.
+    struct Maker {
+        RowRef row;
+        int column = 0; ///< the first one that had a say; 0: none
+        KorString text; ///< kind, name and columns
+    };
+    std::vector<Maker> makersOf(std::size_t place) const;
+
+    /// Why an entry of the map decides how an object looks, or does not.
+    struct Reason {
+        RowRef entry;
+        bool decides = false;
+        KorString text;
+    };
+    /// For the object that a primitive shows, all entries of the map that decided; none where no map did.
+    std::vector<Reason> reasonsFor(std::size_t place) const;
+
+private:
+    const Primitive* primitiveAt(std::size_t place) const;
+    StyleSource* source() const;
+    DrawingRequest request() const;
+
+    KorDSMSampleParts m_parts;
+    std::filesystem::path m_support;
+    KorDSMPreviewSubject m_subject;
+    std::string m_partName;
+    std::shared_ptr<const SamplePart> m_part;
+    std::map<std::pair<SourceId, std::int32_t>, std::string> m_chosen; // by style
+    std::unique_ptr<LiveDrawing> m_live;
+    std::shared_ptr<const Drawing> m_drawing;
+    Governed m_governed;
+};

@@ -1,0 +1,52 @@
+#include "session/KorDSMSampleParts.h"
+
+#include "data/StyleSource.h"
+#include "drawing/SampleParts.h"
+#include "records/StyleRecords.h"
+
+#include <algorithm>
+
+void KorDSMSampleParts::read() {
+    if (m_all)
+        return;
+    m_all.emplace();
+    for (const std::string& name : SampleParts::names(m_folder)) {
+        Result<SamplePart> part = SampleParts::read(m_folder, name);
+        if (part)
+            m_all->push_back({name, std::move(part.value)});
+        else
+            m_problems.push_back(part.error);
+    }
+}
+
+const std::vector<KorDSMSampleParts::Entry>& KorDSMSampleParts::all() {
+    read();
+    return *m_all;
+}
+
+const SamplePart* KorDSMSampleParts::find(const std::string& name) {
+    read();
+    const auto found = std::ranges::find(*m_all, name, &Entry::name);
+    return found == m_all->end() ? nullptr : &found->part;
+}
+
+const std::vector<std::string>& KorDSMSampleParts::problems() {
+    read();
+    return m_problems;
+}
+
+std::string KorDSMSampleParts::suiting(StyleSource& source, std::int32_t style) const {
+    std::vector<std::string> texts;
+    if (const StructRecord* record = source.table(kTableDetailStyle).find(KorOdbcKey(style)))
+        texts.push_back(record->name.toStdString());
+    for (const Referrer& referrer : source.referrersOf(kTableDetailStyle, KorOdbcKey(style))) {
+        if (referrer.table->type != kTableDetailMaster)
+            continue;
+        const auto* master = static_cast<const StructDetailMaster*>(
+            source.table(kTableDetailMaster).find(KorOdbcKey(referrer.key)));
+        if (const StructRecord* category =
+                source.table(kTableBaseCategory).find(KorOdbcKey(master->categoryKey)))
+            texts.push_back(category->name.toStdString());
+    }
+    return SampleParts::suiting(m_folder, texts);
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "drawing/SamplePart.h"
+
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+class StyleSource;
+
+/// The sample parts that pictures of styles can be made of. Their files are read when they are first asked
+/// for, and once.
+class KorDSMSampleParts {
+public:
+    explicit KorDSMSampleParts(std::filesystem::path folder) : m_folder(std::move(folder)) {}
+
+    struct Entry {
+        std::string name; ///< of the file, by which the command line knows the part
+        SamplePart part;
+    };
+    /// Those that can be read, in the order of their files.
+    const std::vector<Entry>& all();
+    /// The part of this name; null where there is none.
+    const SamplePart* find(const std::string& name);
+    /// One sentence for each file that cannot be read.
+    const std::vector<std::string>& problems();
+
+    /// The name of the part that suits a style best, by the style's name and that of its category. Empty
+    /// where there are no parts.
+    std::string suiting(StyleSource& source, std::int32_t style) const;
+
+private:
+    void read();
+
+    std::filesystem::path m_folder;
+    std::optional<std::vector<Entry>> m_all;
+    std::vector<std::string> m_problems;
+};

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "base/KorString.h"
+#include "shell/PreviewView.h"
+
+class KorButtonGroup;
+class KorComboBox;
+class QLabel;
+class QListWidget;
+
+/// What stands beside the pages: a picture of a sample part with what can be done to look at it, what the
+/// picture is and is not, and a list of what made a line of it. It decides nothing.
+class PreviewPane : public QWidget {
+    Q_OBJECT
+
+public:
+    /// The buttons, by their numbers.
+    enum eTool : int { kFit = 2091, kActualSize, kZoomIn, kZoomOut, kBefore, kPlace };
+
+    explicit PreviewPane(QWidget* parent = nullptr);
+
+    PreviewView& view() const { return *m_view; }
+
+    /// The sample parts that can be chosen, by the names of their files and as users read them.
+    void setParts(const std::vector<std::pair<std::string, KorString>>& parts);
+    bool hasParts() const;
+    void setPart(const std::string& name);
+    /// What is drawn, and on whose behalf.
+    void setHead(const QString& text);
+    /// What the picture is not, and one sentence for each thing that it does not show.
+    void setFoot(const QString& schematic, const QStringList& notes);
+    /// Why nothing is marked, or what became different; nothing for an empty text. With a text for a link,
+    /// that stands behind it.
+    void setNote(const QString& text, const QString& link = {});
+    /// Whether the picture can be compared with the one of what is stored, and is that one.
+    void setComparison(bool isPossible, bool isBefore);
+    void setPlaceText(const QString& text);
+
+    /// Brings up a list, of which one row may stand out; the rows can be chosen.
+    void showList(const QString& caption, const QStringList& rows, int marked = -1);
+    void hideList();
+    bool hasList() const;
+
+Q_SIGNALS:
+    void partChosen(const QString& name);
+    void toolPressed(int tool);
+    void linkFollowed();
+    /// A row of the list was chosen.
+    void rowChosen(int row);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QWidget* makeTools();
+    QWidget* makeList();
+
+    KorComboBox* m_parts;
+    KorButtonGroup* m_tools;
+    QLabel* m_head;
+    PreviewView* m_view;
+    QLabel* m_note;
+    QWidget* m_listBox;
+    QLabel* m_listCaption;
+    QListWidget* m_list;
+    QLabel* m_foot;
+    QLabel* m_notes;
+};

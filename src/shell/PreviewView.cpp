@@ -1,0 +1,363 @@
+#include "shell/PreviewView.h"
+
+#include "controls/KorStyle.h"
+#include "shell/PrimitivePainter.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QGestureEvent>
+#include <QKeyEvent>
+#include <QNativeGestureEvent>
+#include <QPainter>
+#include <QPinchGesture>
+#include <QStyleOptionFocusRect>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double kStep = 1.25;  // of a zoom
+constexpr int kMargin = 8;      // pixels around a whole drawing
+constexpr double kReach = 6;    // pixels in which a pointer means a line
+constexpr double kLeast = 0.01; // pixels in a millimetre
+constexpr double kMost = 400;
+
+PrimitivePainter::Ground groundOf(const QPalette& palette) {
+    const bool isDark = palette.color(QPalette::Base).lightness() < 128;
+    return {isDark ? PaperColor::eGround::kDark : PaperColor::eGround::kPaper, 1.0};
+}
+
+double distanceToSegment(const QPointF& p, const QPointF& a, const QPointF& b) {
+    const QPointF along = b - a;
+    const double length = QPointF::dotProduct(along, along);
+    const double part = length > 0 ? std::clamp(QPointF::dotProduct(p - a, along) / length, 0.0, 1.0) : 0.0;
+    const QPointF apart = p - (a + along * part);
+    return std::hypot(apart.x(), apart.y());
+}
+
+} // namespace
+
+PreviewView::PreviewView(QWidget* parent) : QWidget(parent) {
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    grabGesture(Qt::PinchGesture);
+    setMinimumSize(160, 120);
+}
+
+void PreviewView::show(std::shared_ptr<const Drawing> drawing) {
+    m_drawing = std::move(drawing);
+    m_all = m_drawing ? m_drawing->all() : std::vector<const Primitive*>();
+    m_starts.clear();
+    std::size_t start = 0;
+    for (const ViewPicture& view : m_drawing ? m_drawing->views : std::vector<ViewPicture>())
+        m_starts.push_back(start += view.primitives.size());
+    m_marked.clear();
+    m_picture = {};
+    pointAt(std::nullopt);
+    if (m_follows)
+        showWanted();
+    update();
+}
+
+void PreviewView::setEmptyText(const QString& text) {
+    m_emptyText = text;
+    update();
+}
+
+void PreviewView::mark(Places places) {
+    if (m_marked == places)
+        return;
+    m_marked = std::move(places);
+    update();
+}
+
+QPointF PreviewView::toView(Vec2 point) const {
+    return {width() / 2.0 + (point.u - m_centre.u) * m_scale,
+            height() / 2.0 - (point.v - m_centre.v) * m_scale};
+}
+
+Vec2 PreviewView::toSheet(const QPointF& position) const {
+    return {m_centre.u + (position.x() - width() / 2.0) / m_scale,
+            m_centre.v - (position.y() - height() / 2.0) / m_scale};
+}
+
+void PreviewView::place(Vec2 centre, double scale) {
+    m_centre = centre;
+    m_scale = std::clamp(scale, kLeast, kMost);
+    m_picture = {};
+    update();
+    Q_EMIT zoomed();
+}
+
+void PreviewView::showWanted() {
+    const Box2 whole = m_drawing ? m_drawing->box() : Box2();
+    const Box2& box = m_wanted.isEmpty() ? whole : m_wanted;
+    if (box.isEmpty())
+        return;
+    const double across = (width() - 2 * kMargin) / std::max(box.width(), 1.0);
+    const double up = (height() - 2 * kMargin) / std::max(box.height(), 1.0);
+    // A single line does not fill the view, and what lies around belongs to a part of the drawing.
+    constexpr double kNearest = 12; // pixels in a millimetre
+    constexpr double kAround = 1.25;
+    const double scale = std::min(across, up);
+    place(box.middle(), m_wanted.isEmpty() ? scale : std::min(scale / kAround, kNearest));
+}
+
+void PreviewView::fit() {
+    zoomTo({});
+}
+
+void PreviewView::zoomTo(const Box2& box) {
+    m_follows = true;
+    m_wanted = box;
+    showWanted();
+}
+
+void PreviewView::actualSize() {
+    constexpr double kInch = 25.4;
+    m_follows = false;
+    place(m_centre, logicalDpiX() / kInch);
+}
+
+void PreviewView::zoomBy(double factor) {
+    zoomAbout(QPointF(width(), height()) / 2, factor);
+}
+
+void PreviewView::zoomAbout(const QPointF& position, double factor) {
+    const Vec2 held = toSheet(position);
+    const double scale = std::clamp(m_scale * factor, kLeast, kMost);
+    m_follows = false;
+    place({held.u - (position.x() - width() / 2.0) / scale, held.v + (position.y() - height() / 2.0) / scale},
+          scale);
+}
+
+void PreviewView::move(const QPointF& by) {
+    m_follows = false;
+    place({m_centre.u - by.x() / m_scale, m_centre.v + by.y() / m_scale}, m_scale);
+}
+
+std::vector<const Primitive*> PreviewView::primitivesOf(const Places& places) const {
+    std::vector<const Primitive*> primitives;
+    for (const std::size_t each : places)
+        if (each < m_all.size())
+            primitives.push_back(m_all[each]);
+    return primitives;
+}
+
+std::optional<std::size_t> PreviewView::placeAt(const QPointF& position) const {
+    std::optional<std::size_t> nearest;
+    double least = kReach;
+    const auto consider = [&](std::size_t place, double distance) {
+        if (distance <= least) {
+            least = distance;
+            nearest = place;
+        }
+    };
+    for (std::size_t i = 0; i < m_all.size(); ++i) {
+        const Primitive& primitive = *m_all[i];
+        if (primitive.points.empty())
+            continue;
+        if (primitive.kind == Primitive::kLine) {
+            for (std::size_t k = 1; k < primitive.points.size(); ++k)
+                consider(i, distanceToSegment(position, toView(primitive.points[k - 1]),
+                                              toView(primitive.points[k])));
+        } else if (primitive.kind == Primitive::kArc) {
+            const QPointF from = position - toView(primitive.points[0]);
+            const double angle = std::atan2(-from.y(), from.x()) * 180 / M_PI;
+            const double behind = std::fmod(angle - primitive.from + 720, 360);
+            if (behind <= primitive.to - primitive.from)
+                consider(i, std::abs(std::hypot(from.x(), from.y()) - primitive.radius * m_scale));
+        } else {
+            // Lines in front of an area, and around a text, are meant before it.
+            constexpr double kInside = 2;
+            const Box2 box = primitive.box();
+            const Vec2 point = toSheet(position);
+            const bool isInside = primitive.kind == Primitive::kFill
+                                      ? contains({primitive.points}, point)
+                                      : point.u >= box.low.u && point.u <= box.high.u &&
+                                            point.v >= box.low.v && point.v <= box.high.v;
+            if (isInside)
+                consider(i, kInside);
+        }
+    }
+    return nearest;
+}
+
+void PreviewView::pointAt(std::optional<std::size_t> place) {
+    if (m_pointed == place)
+        return;
+    m_pointed = place;
+    update();
+    Q_EMIT pointedAt(place);
+}
+
+// What is marked, or stands in the middle.
+std::optional<std::size_t> PreviewView::placeForKeys() const {
+    if (!m_marked.empty())
+        return m_marked.front();
+    return placeAt(QPointF(width(), height()) / 2);
+}
+
+void PreviewView::setUpPainter(QPainter& painter) const {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(width() / 2.0, height() / 2.0);
+    painter.scale(m_scale, m_scale);
+    painter.translate(-m_centre.u, m_centre.v);
+}
+
+void PreviewView::paintPicture() {
+    const double ratio = devicePixelRatioF();
+    m_picture = QPixmap((QSizeF(size()) * ratio).toSize());
+    m_picture.setDevicePixelRatio(ratio);
+    const PrimitivePainter::Ground ground = groundOf(palette());
+    m_picture.fill(PrimitivePainter::paper(ground));
+    QPainter painter(&m_picture);
+    if (m_all.empty()) {
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
+                         Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
+        return;
+    }
+    setUpPainter(painter);
+    PrimitivePainter::paint(painter, m_all, ground);
+}
+
+void PreviewView::paintMarks(QPainter& painter) const {
+    const PrimitivePainter::Ground ground = groundOf(palette());
+    painter.save();
+    setUpPainter(painter);
+    for (auto from = m_marked.begin(); from != m_marked.end();) {
+        const auto end = std::ranges::upper_bound(m_starts, *from);
+        const auto to = end == m_starts.end() ? m_marked.end() : std::ranges::lower_bound(m_marked, *end);
+        PrimitivePainter::highlight(painter, primitivesOf({from, to}), ground);
+        from = to;
+    }
+    if (m_pointed) {
+        painter.setOpacity(0.5);
+        PrimitivePainter::highlight(painter, primitivesOf({*m_pointed}), ground);
+    }
+    painter.restore();
+}
+
+void PreviewView::paintEvent(QPaintEvent*) {
+    if (m_picture.isNull() || m_picture.devicePixelRatio() != devicePixelRatioF())
+        paintPicture();
+    QPainter painter(this);
+    painter.drawPixmap(0, 0, m_picture);
+    paintMarks(painter);
+    painter.setPen(hasFocus() ? palette().color(QPalette::Highlight)
+                              : KorStyle::lineColor(palette(), QPalette::Window));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+void PreviewView::resizeEvent(QResizeEvent*) {
+    m_picture = {};
+    if (m_follows)
+        showWanted();
+}
+
+void PreviewView::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) {
+        m_picture = {};
+        update();
+    }
+}
+
+bool PreviewView::event(QEvent* event) {
+    if (event->type() == QEvent::Gesture) {
+        if (const auto* pinch =
+                static_cast<QPinchGesture*>(static_cast<QGestureEvent*>(event)->gesture(Qt::PinchGesture))) {
+            zoomAbout(mapFromGlobal(pinch->centerPoint().toPoint()), pinch->scaleFactor());
+            return true;
+        }
+    }
+    if (event->type() == QEvent::NativeGesture) {
+        const auto* gesture = static_cast<QNativeGestureEvent*>(event);
+        if (gesture->gestureType() == Qt::ZoomNativeGesture) {
+            zoomAbout(gesture->position(), 1 + gesture->value());
+            return true;
+        }
+    }
+    return QWidget::event(event);
+}
+
+void PreviewView::wheelEvent(QWheelEvent* event) {
+    constexpr double kNotch = 120;
+    zoomAbout(event->position(), std::pow(kStep, event->angleDelta().y() / kNotch));
+    event->accept();
+}
+
+void PreviewView::mousePressEvent(QMouseEvent* event) {
+    m_pressed = event->position();
+    m_isDragging = event->button() == Qt::MiddleButton;
+}
+
+void PreviewView::mouseMoveEvent(QMouseEvent* event) {
+    if (!(event->buttons() & (Qt::LeftButton | Qt::MiddleButton)))
+        return pointAt(placeAt(event->position()));
+    const QPointF by = event->position() - m_pressed;
+    if (!m_isDragging && by.manhattanLength() < QApplication::startDragDistance())
+        return;
+    m_isDragging = true;
+    setCursor(Qt::ClosedHandCursor);
+    m_pressed = event->position();
+    move(by);
+}
+
+void PreviewView::mouseReleaseEvent(QMouseEvent* event) {
+    unsetCursor();
+    const bool wasDragging = std::exchange(m_isDragging, false);
+    if (wasDragging || event->button() != Qt::LeftButton)
+        return;
+    if (const auto place = placeAt(event->position()))
+        Q_EMIT clicked(*place, event->globalPosition().toPoint());
+}
+
+void PreviewView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (const auto place = placeAt(event->position()); place && event->button() == Qt::LeftButton)
+        Q_EMIT doubleClicked(*place);
+    m_isDragging = true; // the release that follows is no click
+}
+
+void PreviewView::leaveEvent(QEvent*) {
+    pointAt(std::nullopt);
+}
+
+void PreviewView::contextMenuEvent(QContextMenuEvent* event) {
+    const bool isByKey = event->reason() == QContextMenuEvent::Keyboard;
+    const auto place = isByKey ? placeForKeys() : placeAt(event->pos());
+    Q_EMIT menuWanted(place, isByKey ? mapToGlobal(rect().center()) : event->globalPos());
+}
+
+void PreviewView::keyPressEvent(QKeyEvent* event) {
+    constexpr int kPan = 40; // pixels
+    switch (event->key()) {
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+        return zoomBy(kStep);
+    case Qt::Key_Minus:
+        return zoomBy(1 / kStep);
+    case Qt::Key_0:
+        return fit();
+    case Qt::Key_1:
+        return actualSize();
+    case Qt::Key_Left:
+        return move({kPan, 0});
+    case Qt::Key_Right:
+        return move({-kPan, 0});
+    case Qt::Key_Up:
+        return move({0, kPan});
+    case Qt::Key_Down:
+        return move({0, -kPan});
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (const auto place = placeForKeys())
+            Q_EMIT clicked(*place, mapToGlobal(toView(m_all[*place]->box().middle()).toPoint()));
+        return;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}

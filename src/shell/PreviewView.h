@@ -1,0 +1,97 @@
+#pragma once
+
+#include "drawing/Primitive.h"
+
+#include <QPixmap>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+/// Shows a drawing: as a whole, or as near as the user wants it. The wheel and pinching zoom about the
+/// pointer, dragging moves, + and - zoom, the arrow keys move, 0 shows all of it and 1 the size on the sheet.
+/// What is marked is painted above a picture of the drawing that is kept, so that marks cost no new drawing.
+class PreviewView : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Places of primitives in the order of `Drawing::all`, ascending.
+    using Places = std::vector<std::size_t>;
+
+    explicit PreviewView(QWidget* parent = nullptr);
+
+    /// Shows the drawing, nothing for null; the same place at the same size, unless all of it was shown.
+    void show(std::shared_ptr<const Drawing> drawing);
+    const Drawing* drawing() const { return m_drawing.get(); }
+    /// What stands in the place of a drawing.
+    void setEmptyText(const QString& text);
+
+    void mark(Places places);
+    const Places& marked() const { return m_marked; }
+
+    void fit();
+    void actualSize();
+    /// Zooms about the middle.
+    void zoomBy(double factor);
+    /// Brings this part of the sheet up as large as the view has room for; all of it for an empty box.
+    void zoomTo(const Box2& box);
+    /// Whether all of the drawing is shown, whatever its size.
+    bool isFitted() const { return m_follows && m_wanted.isEmpty(); }
+    /// Pixels in a millimetre.
+    double scale() const { return m_scale; }
+
+    /// The primitive that a pointer there means; none farther away than a few pixels.
+    std::optional<std::size_t> placeAt(const QPointF& position) const;
+    QPointF toView(Vec2 point) const;
+
+Q_SIGNALS:
+    /// The pointer rests on another primitive, or on none.
+    void pointedAt(std::optional<std::size_t> place);
+    void clicked(std::size_t place, const QPoint& globalPosition);
+    void doubleClicked(std::size_t place);
+    void menuWanted(std::optional<std::size_t> place, const QPoint& globalPosition);
+    /// The zoom is another one.
+    void zoomed();
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    Vec2 toSheet(const QPointF& position) const;
+    void zoomAbout(const QPointF& position, double factor);
+    void move(const QPointF& by);
+    void place(Vec2 centre, double scale);
+    void showWanted();
+    void pointAt(std::optional<std::size_t> place);
+    std::optional<std::size_t> placeForKeys() const;
+    void paintPicture();
+    void paintMarks(QPainter& painter) const;
+    void setUpPainter(QPainter& painter) const;
+    std::vector<const Primitive*> primitivesOf(const Places& places) const;
+
+    std::shared_ptr<const Drawing> m_drawing;
+    std::vector<const Primitive*> m_all; // of the drawing
+    Places m_starts;                     // in that, of the second view and those behind it, and of the sheet
+    QString m_emptyText;
+    Places m_marked;
+    std::optional<std::size_t> m_pointed;
+
+    Vec2 m_centre;        // of the sheet in the middle of the view
+    double m_scale = 1.0; // pixels in a millimetre
+    bool m_follows = true; // the size of the view, until the user zooms or moves
+    Box2 m_wanted;         // what is shown then; empty: all of the drawing
+    QPixmap m_picture; // of the drawing as it is placed; null: to be painted
+    QPointF m_pressed; // where a drag began, or the pointer was last while it lasts
+    bool m_isDragging = false;
+};

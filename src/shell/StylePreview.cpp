@@ -1,0 +1,395 @@
+#include "shell/StylePreview.h"
+
+#include "base/Translation.h"
+#include "controls/KorButtonGroup.h"
+#include "controls/KorLayoutStore.h"
+#include "controls/KorPictures.h"
+#include "controls/KorQt.h"
+#include "controls/KorVerticalSplitter.h"
+#include "services/CKorHelp.h"
+#include "services/KOSettings.h"
+#include "services/KorResources.h"
+#include "services/Prompts.h"
+#include "session/KorDSMDrawingDifferences.h"
+#include "shell/Navigation.h"
+#include "shell/WhenFree.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QScreen>
+#include <QToolButton>
+
+namespace {
+
+constexpr int kButton = 2097; // and its picture
+constexpr const char* kKey = "F9";
+constexpr int kName = 900;
+constexpr int kBelow = 907;
+constexpr int kBeside = 915;
+constexpr int kFirstUser = 916;  // "%s, which uses what is selected"
+constexpr int kMadeBy = 917;     // "What made it"
+constexpr int kWhy = 918;        // "Why does this look so?"
+constexpr int kEntries = 919;    // "Which entry decides"
+constexpr int kShowPart = 920;   // "Show %s"
+constexpr int kStoredHead = 921; // "%s, as it is stored"
+constexpr int kEqual = 922;
+constexpr int kHelp = 923;
+constexpr int kNothingMade = 924;
+
+constexpr int kTypingPause = 150; // milliseconds
+constexpr int kOfferPause = 400;
+constexpr int kWideScreen = 1700; // pixels, in which pages and preview stand side by side
+constexpr int kWidth = 460;
+constexpr int kHeight = 260;
+
+constexpr const char* kShownSetting = "PreviewShown";
+constexpr const char* kPlaceSetting = "PreviewPlace";
+constexpr const char* kWidthSetting = "PreviewWidth";
+constexpr const char* kHeightSetting = "PreviewHeight";
+
+QString joined(const std::vector<KorString>& texts) {
+    QStringList all;
+    for (const KorString& text : texts)
+        all << toQt(text);
+    return all.join(QStringLiteral("\n"));
+}
+
+} // namespace
+
+StylePreview::StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorButtonGroup& strip,
+                           TreeSelection& selection, Navigation& navigation)
+    : m_window(window), m_splitter(splitter), m_strip(strip), m_selection(selection),
+      m_navigation(navigation), m_preview(KorResources::folder() / "parts",
+                                          KOSettings::getInstance().dataFolder() / "Shared" / "Support"),
+      m_pane(new PreviewPane) {
+    m_pane->hide();
+    m_splitter.addWidget(m_pane);
+    const QString text = toQt(Prompts::dsm(kName));
+    m_strip.addButton(kButton, fromQt(text), KorPictures::bitmap(kButton));
+    m_strip.setButtonText(kButton, fromQt(text), QKeySequence(QLatin1String(kKey)));
+    m_strip.button(kButton)->setCheckable(true);
+    auto* action = new QAction(text, &m_strip);
+    action->setShortcut(QKeySequence(QLatin1String(kKey)));
+    connect(action, &QAction::triggered, m_strip.button(kButton), &QToolButton::click);
+    window.addAction(action);
+    connect(&m_strip, &KorButtonGroup::buttonPressed, this, [this] {
+        setShown(!m_isShown);
+        remember();
+    });
+    m_typing.setSingleShot(true);
+    m_typing.setInterval(kTypingPause);
+    connect(&m_typing, &QTimer::timeout, this, &StylePreview::follow);
+    m_offering.setSingleShot(true);
+    m_offering.setInterval(kOfferPause);
+    connect(&m_offering, &QTimer::timeout, this, &StylePreview::offerPart);
+    connect(&m_selection, &TreeSelection::changed, this, &StylePreview::follow);
+    connect(&m_selection, &TreeSelection::subjectsChanged, this, &StylePreview::follow);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget*, const QWidget* now) { followFocus(now); });
+    connect(m_pane, &PreviewPane::toolPressed, this, &StylePreview::onTool);
+    connect(m_pane, &PreviewPane::partChosen, this,
+            [this](const QString& name) { onPartChosen(name.toStdString()); });
+    connect(m_pane, &PreviewPane::linkFollowed, this, [this] { onPartChosen(m_offered); });
+    connect(m_pane, &PreviewPane::rowChosen, this, &StylePreview::onRowChosen);
+    connect(&m_splitter, &QSplitter::splitterMoved, this, &StylePreview::remember);
+    connect(&m_pane->view(), &PreviewView::pointedAt, this, &StylePreview::onPointedAt);
+    connect(&m_pane->view(), &PreviewView::clicked, this, &StylePreview::listMakers);
+    connect(&m_pane->view(), &PreviewView::menuWanted, this, &StylePreview::showMenu);
+    connect(&m_pane->view(), &PreviewView::doubleClicked, this, [this](std::size_t place) {
+        if (const auto makers = m_preview.makersOf(place); !makers.empty())
+            goTo(makers.front().row, makers.front().column);
+    });
+    m_splitter.installEventFilter(this);
+    restorePlace();
+}
+
+int StylePreview::wantedWidth() const {
+    return m_isShown && m_splitter.orientation() == Qt::Horizontal ? kWidth : 0;
+}
+
+void StylePreview::restorePlace() {
+    const bool isWide = m_window.screen()->availableGeometry().width() >= kWideScreen;
+    const KorString place = KorLayoutStore::read(kPlaceSetting);
+    const bool isBelow = place.isEmpty() ? !isWide : place == KorString("below");
+    setOrientation(isBelow ? Qt::Vertical : Qt::Horizontal);
+    const KorString shown = KorLayoutStore::read(kShownSetting);
+    setShown(shown.isEmpty() ? isWide : shown == KorString("1"));
+}
+
+void StylePreview::remember() const {
+    const bool isBelow = m_splitter.orientation() == Qt::Vertical;
+    KorLayoutStore::write(kShownSetting, m_isShown ? "1" : "0");
+    KorLayoutStore::write(kPlaceSetting, isBelow ? "below" : "beside");
+    if (m_isShown)
+        KorLayoutStore::write(isBelow ? kHeightSetting : kWidthSetting,
+                              KorString::number(m_splitter.sizes().value(1)));
+}
+
+void StylePreview::setOrientation(Qt::Orientation orientation) {
+    m_splitter.setOrientation(orientation);
+    m_pane->setPlaceText(toQt(Prompts::dsm(orientation == Qt::Vertical ? kBeside : kBelow)));
+}
+
+void StylePreview::setShown(bool shown) {
+    m_isShown = shown;
+    m_strip.button(kButton)->setChecked(shown);
+    if (m_pane->isVisibleTo(&m_splitter) == shown)
+        return;
+    m_pane->setVisible(shown);
+    if (!shown) {
+        m_preview.rest();
+        m_pane->view().show(nullptr);
+        m_pane->hideList();
+        return;
+    }
+    layOut();
+    follow();
+}
+
+// The pages keep what the preview leaves them. Before the window is shown nothing has its size.
+void StylePreview::layOut() {
+    if (!m_isShown || !m_splitter.isVisible())
+        return;
+    const bool isBelow = m_splitter.orientation() == Qt::Vertical;
+    const int room = isBelow ? m_splitter.height() : m_splitter.width();
+    const int stored = toQt(KorLayoutStore::read(isBelow ? kHeightSetting : kWidthSetting)).toInt();
+    const int size = stored > 0 ? stored : isBelow ? kHeight : kWidth;
+    m_splitter.setSizes({std::max(room - size, 1), size});
+}
+
+bool StylePreview::eventFilter(QObject*, QEvent* event) {
+    // The window gives the splitter its size after that.
+    if (event->type() == QEvent::Show)
+        QTimer::singleShot(0, this, &StylePreview::layOut);
+    return false;
+}
+
+void StylePreview::onTool(int tool) {
+    PreviewView& view = m_pane->view();
+    constexpr double kZoom = 1.5;
+    switch (tool) {
+    case PreviewPane::kFit:
+        return view.fit();
+    case PreviewPane::kActualSize:
+        return view.actualSize();
+    case PreviewPane::kZoomIn:
+        return view.zoomBy(kZoom);
+    case PreviewPane::kZoomOut:
+        return view.zoomBy(1 / kZoom);
+    case PreviewPane::kBefore:
+        return compare(!m_isBefore);
+    default:
+        setOrientation(m_splitter.orientation() == Qt::Vertical ? Qt::Horizontal : Qt::Vertical);
+        layOut();
+        remember();
+    }
+}
+
+void StylePreview::onPartChosen(const std::string& name) {
+    m_preview.choosePart(name);
+    m_pane->view().fit();
+    follow();
+}
+
+void StylePreview::connectPages() {
+    for (KorDSMPage* page : m_window.findChildren<KorDSMPage*>())
+        connect(page, &KorDSMPage::fieldChanged, this, [this] { followFocus(QApplication::focusWidget()); });
+}
+
+void StylePreview::follow() {
+    if (!m_isShown || std::exchange(m_isDue, true))
+        return;
+    QTimer::singleShot(0, this, [this] {
+        whenFree(this, [this] {
+            m_isDue = false;
+            if (m_isShown)
+                update();
+        });
+    });
+}
+
+void StylePreview::followTyping() {
+    if (m_isShown)
+        m_typing.start();
+}
+
+void StylePreview::finishTyping() {
+    if (m_typing.isActive()) {
+        m_typing.stop();
+        follow();
+    }
+}
+
+void StylePreview::update() {
+    followFocus(QApplication::focusWidget());
+    const auto typed = m_typing.isActive() ? std::nullopt : m_field;
+    const bool isOther = m_preview.update(m_selection.subject(), typed);
+    if (!m_pane->hasParts()) {
+        std::vector<std::pair<std::string, KorString>> parts;
+        for (const KorDSMSampleParts::Entry& entry : m_preview.parts().all())
+            parts.emplace_back(entry.name, translated(entry.part.name));
+        m_pane->setParts(parts);
+    }
+    m_isBefore = m_isBefore && m_preview.isPending();
+    m_pane->setComparison(m_preview.isPending(), m_isBefore);
+    showHead();
+    if (isOther) {
+        ++m_drawings;
+        showDrawing();
+    }
+    if (std::exchange(m_shownRow, m_preview.subject().row) != m_preview.subject().row)
+        showRecord();
+    markField();
+}
+
+void StylePreview::showHead() {
+    const KorDSMPreviewSubject& subject = m_preview.subject();
+    const KorString style = m_preview.styleName();
+    m_pane->setPart(m_preview.partName());
+    m_pane->view().setEmptyText(QString::fromStdString(subject.why));
+    m_pane->setHead(subject.style == 0     ? QString()
+                    : m_isBefore           ? toQt(KorString::format(Prompts::dsm(kStoredHead), {style}))
+                    : subject.isBelowStyle ? toQt(style)
+                                           : toQt(KorString::format(Prompts::dsm(kFirstUser), {style})));
+}
+
+void StylePreview::showDrawing() {
+    const auto stored = m_isBefore ? m_preview.drawStored() : nullptr;
+    m_pane->view().show(stored ? stored : m_preview.drawing());
+    m_pane->hideList();
+    QString schematic;
+    QStringList notes;
+    if (const auto& drawing = m_preview.drawing()) {
+        schematic =
+            toQt(KorString::format(translated("Schematic, of the sample part \"%s\"; not the host's drawing"),
+                                   {translated(drawing->part)}));
+        for (const std::string& note : drawing->notes)
+            notes << QString::fromStdString(note);
+    }
+    for (const std::string& problem : m_preview.parts().problems())
+        notes << QString::fromStdString(problem);
+    m_pane->setFoot(schematic, notes);
+}
+
+// A selected style is shown whole, and of what it consists of where that acts.
+void StylePreview::showRecord() {
+    const KorDSMPreviewSubject& subject = m_preview.subject();
+    const Box2 box = subject.row.table == kTableDetailStyle ? Box2() : m_preview.boxOf(subject.row);
+    m_pane->view().zoomTo(box);
+}
+
+void StylePreview::followFocus(const QWidget* focus) {
+    // Another program, or the preview itself, does not change what is looked at.
+    if (!m_isShown || !focus || m_pane->isAncestorOf(focus))
+        return;
+    const KorDSMPage* page = KorDSMPage::currentPage();
+    const auto field =
+        page && page->isAncestorOf(focus) ? page->fieldAt(*focus) : std::optional<FieldPlace>();
+    const bool isSame = m_field && field && m_field->row == field->row && m_field->column == field->column;
+    m_field = field;
+    if (!isSame)
+        markField();
+}
+
+void StylePreview::markField() {
+    if (m_isBefore || !m_preview.drawing())
+        return;
+    const auto places = m_field ? m_preview.governedBy(m_field->row, m_field->column) : PreviewView::Places();
+    m_pane->view().mark(places);
+    if (m_field && places.empty())
+        return explainNothing();
+    m_pane->setNote({});
+}
+
+void StylePreview::explainNothing() {
+    m_offered.clear();
+    m_pane->setNote(toQt(m_preview.whyNothing(m_field->row, m_field->column)));
+    m_offering.start();
+}
+
+// It takes drawings of the other parts, for which a user who goes on does not wait.
+void StylePreview::offerPart() {
+    if (KorDSMBusy::isBusy() || !m_isShown || !m_field || !m_pane->view().marked().empty())
+        return;
+    m_offered = m_preview.partThatShows(m_field->row, m_field->column);
+    if (const SamplePart* part = m_preview.parts().find(m_offered))
+        m_pane->setNote(toQt(m_preview.whyNothing(m_field->row, m_field->column)),
+                        toQt(KorString::format(Prompts::dsm(kShowPart), {translated(part->name)})));
+}
+
+void StylePreview::onPointedAt(std::optional<std::size_t> place) {
+    const auto makers =
+        place && !m_isBefore ? m_preview.makersOf(*place) : std::vector<KorDSMPreview::Maker>();
+    m_pane->view().setToolTip(makers.empty() ? QString() : toQt(makers.front().text));
+}
+
+void StylePreview::listMakers(std::size_t place) {
+    if (m_isBefore)
+        return;
+    m_listed.clear();
+    QStringList rows;
+    for (const KorDSMPreview::Maker& maker : m_preview.makersOf(place)) {
+        m_listed.emplace_back(maker.row, maker.column);
+        rows << toQt(maker.text);
+    }
+    m_pane->showList(toQt(Prompts::dsm(rows.isEmpty() ? kNothingMade : kMadeBy)), rows);
+}
+
+void StylePreview::listReasons(std::size_t place) {
+    m_listed.clear();
+    QStringList rows;
+    int decides = -1;
+    for (const KorDSMPreview::Reason& reason : m_preview.reasonsFor(place)) {
+        if (reason.decides)
+            decides = static_cast<int>(rows.size());
+        m_listed.emplace_back(reason.entry, 0);
+        rows << toQt(reason.text);
+    }
+    m_pane->showList(toQt(Prompts::dsm(kEntries)), rows, decides);
+}
+
+void StylePreview::onRowChosen(int row) {
+    if (row >= 0 && row < std::ssize(m_listed)) {
+        const auto [record, column] = m_listed[static_cast<std::size_t>(row)];
+        goTo(record, column);
+    }
+}
+
+void StylePreview::goTo(RowRef row, int column) {
+    whenFree(this, [this, row, column] {
+        const KorDSMPreviewSubject& subject = m_preview.subject();
+        m_navigation.goToField(subject.source, row, column, {kTableDetailStyle, subject.style});
+    });
+}
+
+void StylePreview::showMenu(std::optional<std::size_t> place, const QPoint& position) {
+    QMenu menu;
+    if (place && !m_isBefore) {
+        menu.addAction(toQt(Prompts::dsm(kMadeBy)), this, [this, place] { listMakers(*place); });
+        QAction* why = menu.addAction(toQt(Prompts::dsm(kWhy)), this, [this, place] { listReasons(*place); });
+        why->setEnabled(!m_preview.reasonsFor(*place).empty());
+        menu.addSeparator();
+    }
+    menu.addAction(toQt(Prompts::dsm(902)), &m_pane->view(), &PreviewView::fit)->setShortcut(Qt::Key_0);
+    menu.addAction(toQt(Prompts::dsm(903)), &m_pane->view(), &PreviewView::actualSize)
+        ->setShortcut(Qt::Key_1);
+    menu.addSeparator();
+    menu.addAction(toQt(Prompts::dsm(kHelp)), [] { CKorHelp::showTopic("_Style_Preview"); })
+        ->setShortcut(Qt::Key_F1);
+    menu.exec(position);
+}
+
+void StylePreview::compare(bool before) {
+    m_isBefore = before && m_preview.isPending();
+    m_pane->setComparison(m_preview.isPending(), m_isBefore);
+    showHead();
+    showDrawing();
+    if (!m_isBefore)
+        return markField();
+    const auto stored = m_preview.drawStored();
+    const QString words = stored && m_preview.drawing()
+                              ? joined(KorDSMDrawingDifferences::wordsOf(*stored, *m_preview.drawing()))
+                              : QString();
+    m_pane->setNote(words.isEmpty() ? toQt(Prompts::dsm(kEqual)) : words);
+}

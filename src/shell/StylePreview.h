@@ -1,0 +1,89 @@
+#pragma once
+
+#include "session/KorDSMPreview.h"
+#include "shell/PreviewPane.h"
+
+#include <QTimer>
+
+class KorButtonGroup;
+class KorVerticalSplitter;
+class Navigation;
+class TreeSelection;
+
+/// The preview beside the pages: it follows what is selected, changed, typed and focused, and leads from a
+/// line to the field that made it so. While it is hidden nothing is drawn.
+class StylePreview : public QObject {
+    Q_OBJECT
+
+public:
+    /// Puts a pane into the splitter, behind what it has, and a button into `strip`. All must outlive the
+    /// object; `window` is asked for its screen.
+    StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorButtonGroup& strip,
+                 TreeSelection& selection, Navigation& navigation);
+
+    bool isShown() const { return m_isShown; }
+    void setShown(bool shown);
+    /// How much wider a window is to open, that was never opened before.
+    int wantedWidth() const;
+
+    /// Something may be different from what is drawn: it is looked at as soon as nothing is busy.
+    void follow();
+    /// Something is being typed, or was: it is drawn after a pause.
+    void followTyping();
+    /// What is waited for after a key is to be drawn now.
+    void finishTyping();
+
+    /// Connects the pages, which are made after the preview.
+    void connectPages();
+
+    PreviewPane& pane() const { return *m_pane; }
+    KorDSMPreview& preview() { return m_preview; }
+    /// How often something was drawn since the window was opened.
+    int drawings() const { return m_drawings; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void layOut();
+    void remember() const;
+    void restorePlace();
+    void setOrientation(Qt::Orientation orientation);
+    void onTool(int tool);
+    void onPartChosen(const std::string& name);
+
+    void update();
+    void showDrawing();
+    void showRecord();
+    void showHead();
+    void followFocus(const QWidget* focus);
+    void markField();
+    void explainNothing();
+    void offerPart();
+
+    void onPointedAt(std::optional<std::size_t> place);
+    void listMakers(std::size_t place);
+    void listReasons(std::size_t place);
+    void goTo(RowRef row, int column);
+    void onRowChosen(int row);
+    void showMenu(std::optional<std::size_t> place, const QPoint& position);
+    void compare(bool before);
+
+    QWidget& m_window;
+    KorVerticalSplitter& m_splitter;
+    KorButtonGroup& m_strip;
+    TreeSelection& m_selection;
+    Navigation& m_navigation;
+    KorDSMPreview m_preview;
+    PreviewPane* m_pane;
+    QTimer m_typing;
+    QTimer m_offering;
+    bool m_isShown = false;
+    bool m_isDue = false;
+    bool m_isBefore = false;
+    int m_drawings = 0;
+    RowRef m_shownRow;
+    std::optional<FieldPlace> m_field;            // that has the focus, or had it before the pane got it
+    std::vector<std::pair<RowRef, int>> m_listed; // what the rows of the list lead to
+    std::string m_offered;                        // the part that the link leads to
+};

@@ -1,0 +1,169 @@
+#include "shell/EditorFixture.h"
+
+#include "controls/KorLineEdit.h"
+#include "drawing/Governed.h"
+#include "records/TableDeclarations.h"
+#include "session/KorDSMUndo.h"
+#include "shell/PreviewPane.h"
+
+#include <QListWidget>
+#include <QTabBar>
+
+namespace {
+
+// What stands beside the pages.
+class Preview : public EditorFixture {
+protected:
+    Preview() {
+        open();
+        KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
+        m_dialog->resize(1700, 900);
+    }
+
+    void showPreview(const Path& path) {
+        select(path);
+        press(Qt::Key_F9);
+        settle();
+    }
+    static void settle() {
+        QApplication::processEvents();
+        QApplication::processEvents();
+    }
+    PreviewPane& pane() { return *m_dialog->findChild<PreviewPane*>(); }
+    PreviewView& view() { return pane().view(); }
+    Drawing drawn() {
+        settle();
+        return view().drawing() ? *view().drawing() : Drawing();
+    }
+    static bool isEqual(const Drawing& a, const Drawing& b) {
+        const auto first = a.all();
+        const auto second = b.all();
+        return std::ranges::equal(first, second,
+                                  [](const Primitive* x, const Primitive* y) { return *x == *y; });
+    }
+    std::optional<FieldPlace> focused() {
+        const QWidget* focus = QApplication::focusWidget();
+        const auto* shown = KorDSMPage::currentPage();
+        return shown && focus && shown->isAncestorOf(focus) ? shown->fieldAt(*focus) : std::nullopt;
+    }
+    PreviewView::Places governed(const FieldPlace& field) {
+        return Governed(*view().drawing()).by(SourceId::user(), field.row, field.column);
+    }
+};
+
+} // namespace
+
+TEST_F(Preview, DrawsNothingWhileItIsHidden) {
+    select(kStyle);
+    settle();
+    EXPECT_EQ(view().drawing(), nullptr);
+    press(Qt::Key_F9);
+    EXPECT_FALSE(drawn().all().empty());
+    press(Qt::Key_F9);
+    EXPECT_EQ(view().drawing(), nullptr);
+    changePosition();
+    settle();
+    EXPECT_EQ(view().drawing(), nullptr);
+
+    // How it was left is remembered.
+    press(Qt::Key_F9);
+    close();
+    open();
+    EXPECT_TRUE(pane().isVisible());
+}
+
+TEST_F(Preview, FollowsAChangeAndItsUndoAndWritesNothingItself) {
+    showPreview(kStyle);
+    const Drawing before = drawn();
+    ASSERT_FALSE(before.all().empty());
+    EXPECT_EQ(KorDSMUndo::stepCount(), 0u);
+    changePosition();
+    EXPECT_FALSE(isEqual(drawn(), before));
+    EXPECT_EQ(KorDSMUndo::stepCount(), 1u);
+
+    // The stored drawing can be looked at meanwhile.
+    Q_EMIT pane().toolPressed(PreviewPane::kBefore);
+    EXPECT_TRUE(isEqual(drawn(), before));
+    EXPECT_EQ(KorDSMUndo::stepCount(), 1u);
+    Q_EMIT pane().toolPressed(PreviewPane::kBefore);
+    EXPECT_FALSE(isEqual(drawn(), before));
+
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(isEqual(drawn(), before));
+    EXPECT_FALSE(isPending());
+}
+
+TEST_F(Preview, ShowsWhatIsTypedAfterAPauseWithoutWritingIt) {
+    showPreview(kStyle);
+    showTab(0);
+    const Drawing before = drawn();
+    const auto* style = static_cast<const StructDetailStyle*>(
+        m_databases->source(SourceId::user())->table(kTableDetailStyle).find("HB post 1:15"));
+    const RowRef arrangement{kTableViewArrangeStrategy, style->arrangeStrategyKey};
+    KorLineEdit* margin = nullptr;
+    const Column* column = findTable(arrangement.table)->column("frame_margin");
+    ASSERT_NE(column, nullptr);
+    ASSERT_TRUE(KorDSMPage::currentPage()->focusField(arrangement, column->number));
+    margin = qobject_cast<KorLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(margin, nullptr);
+    EXPECT_EQ(focused()->column, column->number);
+
+    margin->selectAll();
+    QTest::keyClicks(margin, "50");
+    EXPECT_TRUE(isEqual(drawn(), before)) << "while keys come nothing between is shown";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !isEqual(drawn(), before); }));
+    EXPECT_FALSE(isPending());
+    const Drawing typed = drawn();
+    QTest::keyClick(margin, Qt::Key_Return);
+    EXPECT_TRUE(isEqual(drawn(), typed)) << "what was shown is what is written";
+    EXPECT_EQ(KorDSMUndo::stepCount(), 1u);
+}
+
+TEST_F(Preview, MarksWhatTheFocusedFieldGoverns) {
+    showPreview(kView);
+    int marks = 0;
+    int silent = 0;
+    for (int tab = 0; tab < 3; ++tab) {
+        showTab(tab);
+        for (int step = 0; step < 60; ++step) {
+            press(Qt::Key_Tab);
+            const auto field = focused();
+            if (!field)
+                continue;
+            EXPECT_EQ(view().marked(), governed(*field))
+                << findTable(field->row.table)->name << " " << field->column;
+            view().marked().empty() ? ++silent : ++marks;
+        }
+    }
+    EXPECT_GT(marks, 3);
+    EXPECT_GT(silent, 0);
+}
+
+TEST_F(Preview, LeadsFromALineToTheFieldThatMadeItSo) {
+    showPreview(kStyle);
+    // The line of an edge that nothing covers, and where it is alone.
+    std::optional<std::size_t> place;
+    QPoint position;
+    const auto all = view().drawing()->all();
+    for (std::size_t i = 0; i < all.size() && !place; ++i) {
+        if (all[i]->purpose != Primitive::kVisibleEdge || all[i]->kind != Primitive::kLine)
+            continue;
+        position = view().toView((all[i]->points[0] + all[i]->points[1]) * 0.5).toPoint();
+        if (view().placeAt(position) == i)
+            place = i;
+    }
+    ASSERT_TRUE(place);
+    const ProvenanceStep nearest = all[*place]->provenance->front();
+    ASSERT_EQ(nearest.row.table, kTableAppearance);
+    QTest::mouseClick(&view(), Qt::LeftButton, {}, position);
+    auto* list = pane().findChild<QListWidget*>();
+    ASSERT_TRUE(list->isVisible());
+    EXPECT_EQ(list->count(), static_cast<int>(all[*place]->provenance->size()));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
+    settle();
+    ASSERT_TRUE(focused());
+    EXPECT_EQ(focused()->row, nearest.row);
+    EXPECT_EQ(focused()->column, nearest.columns.front());
+    EXPECT_EQ(view().marked(), governed(*focused()));
+    EXPECT_FALSE(view().isFitted()) << "the record is looked at where it acts";
+}
