@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 
 namespace {
 
@@ -194,9 +195,16 @@ void KorMFCGridCtrl::selectRows(const std::vector<int>& rows) {
     if (rows.empty())
         return;
     setCurrentCell(rows.front(), std::max(currentColumn(), 0));
-    for (const int row : rows)
-        selectionModel()->select(model()->index(row, 0),
-                                 QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    // At once, and few ranges: whoever hears of a selection asks for all of its rows.
+    QItemSelection selection;
+    for (auto first = rows.begin(); first != rows.end();) {
+        auto last = first;
+        while (std::next(last) != rows.end() && *std::next(last) == *last + 1)
+            ++last;
+        selection.select(model()->index(*first, 0), model()->index(*last, columnCount() - 1));
+        first = std::next(last);
+    }
+    selectionModel()->select(selection, QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
 void KorMFCGridCtrl::setOpensRows(bool on) {
