@@ -24,7 +24,7 @@ endif()
 set(ENV{XDG_DATA_DIRS} ${share}:/usr/share)
 silent(update-mime-database ${share}/mime)
 silent(shellcheck -x -P SCRIPTDIR ${SOURCE}/run ${SOURCE}/test ${SOURCE}/tools/prepare.sh ${SOURCE}/tools/check
-    ${SOURCE}/tools/bare-machine ${SOURCE}/tools/pictures ${SOURCE}/.ci/run ${share}/bash-completion/completions/detailstyles)
+    ${SOURCE}/tools/bare-machine ${SOURCE}/tools/pictures ${SOURCE}/tools/pseudo-language ${SOURCE}/.ci/run ${share}/bash-completion/completions/detailstyles)
 foreach(page man1/detailstyles.1.gz man5/dsdb.5.gz de/man1/detailstyles.1.gz de/man5/dsdb.5.gz)
     silent(sh -c "LC_ALL=C.UTF-8 MANROFFSEQ= man --warnings -E UTF-8 -l -Tutf8 -Z ${share}/man/${page} >/dev/null")
 endforeach()

@@ -11,14 +11,12 @@
 
 namespace {
 
-constexpr int kNothing = 481;   // ""%s" has no parts without an owner ..."
-constexpr int kOnePart = 482;   // "In "%s" there is one part ..."
-constexpr int kManyParts = 483; // "In "%s" there are %s parts ..."
+constexpr int kNothing = 481; // ""%s" has no parts without an owner ..."
+constexpr int kParts = 483;   // "In "%s" there are %s parts ..."
 
-KorString sentenceOf(std::size_t parts, const KorString& file) {
-    return parts > 1 ? KorString::format(Prompts::dsm(kManyParts),
-                                         {file, KorString::number(static_cast<std::int64_t>(parts))})
-                     : KorString::format(Prompts::dsm(parts == 0 ? kNothing : kOnePart), {file});
+KorString sentenceOf(std::int64_t parts, const KorString& file) {
+    return KorString::format(parts == 0 ? Prompts::dsm(kNothing) : Prompts::counted(kParts, parts),
+                             {file, KorString::number(parts)});
 }
 
 } // namespace
@@ -34,7 +32,8 @@ Result<KorDSMCompaction::Plan> KorDSMCompaction::plan(SourceId id) {
     if (Result<> whole = source.complete(); !whole)
         return whole;
     const std::size_t parts = orphanedParts(source).size();
-    return Plan{parts, sentenceOf(parts, std::filesystem::path(source.store().name()).filename().string())};
+    return Plan{parts, sentenceOf(static_cast<std::int64_t>(parts),
+                                  std::filesystem::path(source.store().name()).filename().string())};
 }
 
 bool KorDSMCompaction::run(SourceId source) {

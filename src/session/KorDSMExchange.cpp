@@ -14,16 +14,12 @@
 namespace {
 
 constexpr const char* kUsualFile = "DetailStylesExport";
-constexpr int kOneImported = 486;  // "1 detail style was imported."
-constexpr int kManyImported = 261; // "%s detail styles were imported."
-constexpr int kOneThere = 487;     // "1 was there already."
-constexpr int kManyThere = 488;    // "%s were there already."
+constexpr int kImported = 261; // "%s detail styles were imported."
+constexpr int kThere = 488;    // "%s were there already."
 
-KorString counted(const std::vector<KorString>& names, int one, int many) {
-    return names.size() == 1
-               ? Prompts::dsm(one)
-               : KorString::format(Prompts::dsm(many),
-                                   {KorString::number(static_cast<std::int64_t>(names.size()))});
+KorString counted(const std::vector<KorString>& names, int text) {
+    const auto many = static_cast<std::int64_t>(names.size());
+    return KorString::format(Prompts::counted(text, many), {KorString::number(many)});
 }
 
 // Where the sign of a UTF-8 text begins that the byte at `at` belongs to.
@@ -101,8 +97,8 @@ std::optional<SourceId> KorDSMExchange::importTarget() {
 }
 
 KorString KorDSMExchange::summaryOf(const ImportReport& report) {
-    const KorString imported = counted(report.imported, kOneImported, kManyImported);
+    const KorString imported = counted(report.imported, kImported);
     return report.alreadyThere.empty()
                ? imported
-               : KorString::format("%s %s", {imported, counted(report.alreadyThere, kOneThere, kManyThere)});
+               : KorString::format("%s %s", {imported, counted(report.alreadyThere, kThere)});
 }

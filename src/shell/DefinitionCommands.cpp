@@ -20,10 +20,9 @@ using namespace KorDSMDefines;
 
 namespace {
 
-constexpr int kNoGroup = 410;       // ""%s" has no group in which it could be filed."
-constexpr int kDeleteMany = 495;    // "Do you want to delete these %s definitions?"
-constexpr int kOneViewLeaves = 496; // "One view is listed in it and stays; only the listing goes."
-constexpr int kViewsLeave = 497;    // "%s views are listed in it and stay; only the listing goes."
+constexpr int kNoGroup = 410;    // ""%s" has no group in which it could be filed."
+constexpr int kDeleteMany = 495; // "Do you want to delete these %s definitions?"
+constexpr int kViewsLeave = 497; // "%s views are listed in it and stay; only the listing goes."
 
 } // namespace
 
@@ -110,8 +109,8 @@ bool DefinitionCommands::agreesToRemove(const std::vector<KorDSMDatabaseItem*>& 
     if (count > 1)
         box.setDetailedText(names.join(u'\n'));
     if (views > 0)
-        box.setInformativeText(toQt(KorString::format(Prompts::dsm(views == 1 ? kOneViewLeaves : kViewsLeave),
-                                                      {KorString::number(views)})));
+        box.setInformativeText(
+            toQt(KorString::format(Prompts::counted(kViewsLeave, views), {KorString::number(views)})));
     return box.exec() == QMessageBox::Yes;
 }
 

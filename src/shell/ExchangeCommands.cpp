@@ -82,12 +82,12 @@ void ExchangeCommands::exportStyles() {
         return;
     }
     const auto count = static_cast<std::int64_t>(styles.size());
-    QMessageBox box(outcome.leftOut.empty() ? QMessageBox::Information : QMessageBox::Warning,
-                    toQt(Prompts::gui(45024)),
-                    toQt(count == 1 && items.front()->type() == KorDSMDefines::kDetailStyle
-                             ? KorString::format(Prompts::ups(33526), {name})
-                             : KorString::format(Prompts::dsm(kExported), {KorString::number(count)})),
-                    QMessageBox::Ok, &m_window);
+    QMessageBox box(
+        outcome.leftOut.empty() ? QMessageBox::Information : QMessageBox::Warning, toQt(Prompts::gui(45024)),
+        toQt(count == 1 && items.front()->type() == KorDSMDefines::kDetailStyle
+                 ? KorString::format(Prompts::ups(33526), {name})
+                 : KorString::format(Prompts::counted(kExported, count), {KorString::number(count)})),
+        QMessageBox::Ok, &m_window);
     showIn(box, linesOf(outcome.leftOut));
     box.exec();
 }

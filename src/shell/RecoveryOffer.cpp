@@ -10,17 +10,16 @@
 namespace {
 
 constexpr int kCaption = 426;
-constexpr int kOneChange = 427; // "The program ended before a change made on %s was stored. ..."
-constexpr int kChanges = 428;   // "The program ended before %d changes were stored, the last ... on %s. ..."
+constexpr int kChanges = 428; // "The program ended before %d changes were stored, the last ... on %s. ..."
 constexpr int kReplaced = 429;
 constexpr std::array kButtons = {430, 431, 432};
 
 KorDSMRecovery::eAnswer askAbout(const KorDSMRecovery::Lost& lost, QWidget* parent) {
     const QDateTime time = QDateTime::fromSecsSinceEpoch(lost.time);
     const KorString made = fromQt(QLocale().toString(time, QLocale::ShortFormat));
-    const KorString number = KorString::number(static_cast<std::int64_t>(lost.steps.size()));
-    KorString question = lost.steps.size() == 1 ? KorString::format(Prompts::dsm(kOneChange), {made})
-                                                : KorString::format(Prompts::dsm(kChanges), {number, made});
+    const auto number = static_cast<std::int64_t>(lost.steps.size());
+    KorString question =
+        KorString::format(Prompts::counted(kChanges, number), {KorString::number(number), made});
     for (const std::string& file : lost.replaced)
         question = question + KorString("\n\n") + KorString::format(Prompts::dsm(kReplaced), {file});
     return static_cast<KorDSMRecovery::eAnswer>(

@@ -20,7 +20,6 @@
 namespace {
 
 constexpr int kLeavingCaption = 420;
-constexpr int kOneChange = 421;
 constexpr int kChanges = 422; // "%d changes are not stored yet. ..."
 constexpr int kKeepChanges = 423;
 constexpr int kDropChanges = 424;
@@ -47,9 +46,9 @@ WindowLeaving::eAnswer WindowLeaving::askAboutPending() {
     if (!KorDSMDialogFactory::options().asksBeforeLeaving || !KorDSMUndo::canUndo())
         return eAnswer::kNotAsked;
     const std::vector<KorString> steps = KorDSMUndo::undoSteps(std::numeric_limits<std::size_t>::max());
-    const KorString number = KorString::number(static_cast<std::int64_t>(steps.size()));
+    const auto number = static_cast<std::int64_t>(steps.size());
     const KorString question =
-        steps.size() == 1 ? Prompts::dsm(kOneChange) : KorString::format(Prompts::dsm(kChanges), {number});
+        KorString::format(Prompts::counted(kChanges, number), {KorString::number(number)});
     constexpr eAnswer kAnswers[] = {eAnswer::kKeep, eAnswer::kDrop, eAnswer::kGoOn};
     return kAnswers[askAboutChanges(&m_window, Prompts::dsm(kLeavingCaption), question, steps,
                                     {kKeepChanges, kDropChanges, kGoOnEditing})];

@@ -156,7 +156,7 @@ TEST_F(PromptsTest, EveryTextThatTheProgramNamesIsThere) {
 
 TEST_F(PromptsTest, EveryTextOfTheModuleThatTheProgramNamesIsThere) {
     // The number stands in the call, or in a constant of the same file.
-    const std::regex call(R"re(Prompts::dsm\((\w+)\))re");
+    const std::regex call(R"re(Prompts::(?:dsm\(|counted\()(\w+)[,)])re");
     int seen = 0;
     for (const auto& [name, text] : sourcesOf())
         for (const std::smatch& match : matchesIn(text, call)) {
@@ -236,6 +236,29 @@ TEST_F(PromptsTest, TheSettingChoosesTheLanguageBeforeTheEnvironment) {
     setenv("LC_ALL", "C", 1);
     EXPECT_EQ(Prompts::chooseLanguage(m_folder.path()), "en") << "neither is there";
     unsetenv("LC_ALL");
+    m_folder.write("more.ini", "[DetailStylesManager]\nLangage = de\n[Layout]\nFrame = 1\n");
+    KorHostReport::take();
+    KOSettings::getInstance().useFile(m_folder.path() / "more.ini");
+    KOSettings::getInstance().reportOthers("DetailStylesManager", {"Language", "OwnerMode"});
+    Prompts::load(KorResources::folder() / "prompts", "en");
+    const std::string told = onlySentence();
+    EXPECT_TRUE(mentions(told, "\"Langage\"") && mentions(told, "Language, OwnerMode")) << told;
+}
+
+TEST_F(PromptsTest, ATextHasTheFormThatGoesWithItsNumber) {
+    m_folder.write("en.tsv", "RULE\t1\tone-other\nDSM\t1\t%s style|%s styles\n");
+    m_folder.write("pl.tsv", "RULE\t1\tpolish\nDSM\t1\tstyl|style|stylów\n");
+    m_folder.write("ja.tsv", "RULE\t1\tother\nDSM\t1\tsutairu\n");
+    for (const char* name : {"pl.sentences.tsv", "ja.sentences.tsv"})
+        m_folder.write(name, "");
+    const std::vector<std::tuple<const char*, int, const char*>> forms = {
+        {"en", 0, "%s styles"}, {"en", 1, "%s style"}, {"en", 21, "%s styles"}, {"pl", 1, "styl"},
+        {"pl", 22, "style"},    {"pl", 12, "stylów"},  {"pl", 5, "stylów"},     {"ja", 1, "sutairu"},
+    };
+    for (const auto& [language, many, form] : forms) {
+        Prompts::load(m_folder.path(), language);
+        EXPECT_EQ(Prompts::counted(1, many), form) << language << ' ' << many;
+    }
 }
 
 TEST_F(PromptsTest, HelpComesInTheLanguageOfTheProgramOrInEnglish) {

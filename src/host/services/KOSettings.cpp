@@ -16,6 +16,7 @@ constexpr int kCannotRead = 1;
 constexpr int kNoSetting = 2;
 constexpr int kCannotWrite = 3;
 constexpr int kWrongValue = 4;
+constexpr int kUnknownName = 940;
 constexpr int kTooLarge = 489;
 constexpr std::uintmax_t kLargestFile = 1U << 20; // each write reads and writes all of it
 constexpr std::string_view kRubbishMark = "# not a setting: ";
@@ -130,6 +131,15 @@ bool KOSettings::readInt(const KorString& key, const KorString& name, int& out) 
 void KOSettings::reportValue(const KorString& name, const KorString& value) const {
     if (m_reportedNames.insert(name).second)
         KorHostReport::add(kWrongValue, name, m_file.string(), value);
+}
+
+void KOSettings::reportOthers(const KorString& key, const std::vector<KorString>& known) const {
+    KorString list;
+    for (const KorString& name : known)
+        list = list + (list.isEmpty() ? "" : ", ") + name;
+    for (const Line& line : m_lines)
+        if (line.key == key && !line.name.isEmpty() && std::ranges::find(known, line.name) == known.end())
+            KorHostReport::add(kUnknownName, line.name, m_file.string(), list);
 }
 
 void KOSettings::writeString(const KorString& key, const KorString& name, const KorString& value) {

@@ -23,6 +23,11 @@ public:
     bool readInt(const KorString& key, const KorString& name, int& out) const;
     bool readString(const KorString& key, const KorString& name, KorString& out) const;
 
+    /// Reports once that a value, which was read as a text, cannot be used.
+    void refuse(const KorString& name, const KorString& value) const { reportValue(name, value); }
+    /// Reports the names under a key that are none of these: they do nothing.
+    void reportOthers(const KorString& key, const std::vector<KorString>& known) const;
+
     void writeBool(const KorString& key, const KorString& name, bool value);
     void writeInt(const KorString& key, const KorString& name, int value);
     /// Line breaks become blanks; blanks at both ends are not kept.

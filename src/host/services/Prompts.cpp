@@ -5,6 +5,7 @@
 #include "services/KorHostReport.h"
 #include "services/KorResources.h"
 #include "services/KorTextFile.h"
+#include "services/PluralForms.h"
 
 #include <cctype>
 #include <charconv>
@@ -117,6 +118,12 @@ Texts termsOf(const Texts& texts, bool isEnglish) {
     return terms;
 }
 
+bool hasLanguage(const fs::path& folder, const std::string& name) {
+    std::error_code ignored;
+    return !name.empty() && name.find_first_of("/.") == std::string::npos &&
+           fs::exists(folder / (name + ".tsv"), ignored);
+}
+
 void loadOnce() {
     if (store().loaded)
         return;
@@ -137,6 +144,11 @@ KorString Prompts::getPrompt(const KorString& category, int number) {
         KorHostReport::add(kTextMissing, KorString(id), store().file.string());
     const auto it = store().english.find(id);
     return it == store().english.end() ? KorString(id) : it->second;
+}
+
+KorString Prompts::counted(int number, std::int64_t many) {
+    const std::string rule = getPrompt("RULE", 1).toStdString();
+    return PluralForms::choose(dsm(number), PluralForms::formFor(rule, many));
 }
 
 bool Prompts::load(const fs::path& folder, const std::string& language) {
@@ -171,8 +183,12 @@ const std::string& Prompts::language() {
 std::string Prompts::chooseLanguage(const fs::path& folder) {
     std::vector<std::string> wishes;
     KorString setting;
-    if (KOSettings::getInstance().readString(KOSettings::getKeyDSM(), "Language", setting))
+    const KOSettings& settings = KOSettings::getInstance();
+    if (settings.readString(KOSettings::getKeyDSM(), "Language", setting)) {
+        if (!hasLanguage(folder, setting.toStdString()))
+            settings.refuse("Language", setting);
         wishes.push_back(setting.toStdString());
+    }
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
         const char* value = std::getenv(variable);
         if (!value || !*value)
@@ -180,9 +196,8 @@ std::string Prompts::chooseLanguage(const fs::path& folder) {
         wishes.emplace_back(std::string(value).substr(0, 2));
         break;
     }
-    std::error_code ignored;
     for (const std::string& wish : wishes)
-        if (wish.find_first_of("/.") == std::string::npos && fs::exists(folder / (wish + ".tsv"), ignored))
+        if (hasLanguage(folder, wish))
             return wish;
     return "en";
 }

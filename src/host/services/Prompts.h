@@ -2,6 +2,7 @@
 
 #include "base/KorString.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
@@ -22,6 +23,9 @@ public:
     static KorString ups(int number) { return getPrompt("UPS", number); }
     static KorString gui(int number) { return getPrompt("GUI", number); }
     static KorString dsm(int number) { return getPrompt("DSM", number); }
+    /// The form of the module's own text that goes with this many: a text has forms with '|' between them, by
+    /// the rule that the language's file names as "RULE 1" (see PluralForms).
+    static KorString counted(int number, std::int64_t many);
 
     /// Reads the texts of a language, and those in English, from a folder; forgets everything read before,
     /// and makes the language that of `translated` and `term`. Lines that are no prompts, or repeat one, are
