@@ -26,6 +26,7 @@ endif()
 
 # dpkg(ARGUMENT...): on a system of its own, in which nothing else is installed.
 set(root ${WORK}/root)
+set(ENV{PATH} "$ENV{PATH}:/usr/sbin:/sbin")
 function(dpkg)
     run(fakeroot dpkg --root=${root} --log=/dev/null --force-depends --force-not-root --no-triggers ${ARGN})
 endfunction()
