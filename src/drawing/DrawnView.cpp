@@ -13,6 +13,20 @@ void append(Primitives& all, Primitives more) {
     all.insert(all.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
 }
 
+// Leaves out what damaged records put beyond any sheet, or what is more than anybody can see.
+void keepWhatCanBeSeen(DrawingContext& context, const ViewScene& scene, Primitives& primitives) {
+    constexpr std::size_t kMost = 60'000;
+    const std::size_t all = primitives.size();
+    std::erase_if(primitives, [](const Primitive& each) { return !each.isOnSheet(); });
+    if (primitives.size() > kMost)
+        primitives.resize(kMost);
+    if (primitives.size() < all)
+        context.rows.note(KorString::format(
+            translated(
+                "Some of what the view \"%s\" shows lies beyond any sheet, or is too much, and is left out."),
+            {scene.request->name}));
+}
+
 // The primitives of a view about its reference.
 void addPrimitives(DrawingContext& context, const ViewScene& scene, ViewPicture& picture) {
     append(picture.primitives, hatchesOf(context, scene));
@@ -26,6 +40,7 @@ void addPrimitives(DrawingContext& context, const ViewScene& scene, ViewPicture&
     append(picture.primitives, compassOf(context, scene, boxOf(picture.primitives)));
     const Vec2 zero = scene.onSheet(scene.camera.reference);
     moveAll(picture.primitives, zero * -1);
+    keepWhatCanBeSeen(context, scene, picture.primitives);
     ViewPlace place{scene.camera, {scene.maps[0], scene.maps[1]}, {}};
     if (!scene.outline.isEmpty())
         place.outline = {scene.outline.low - zero, scene.outline.high - zero};

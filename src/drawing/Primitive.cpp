@@ -77,6 +77,14 @@ void Primitive::move(Vec2 by) {
         p = p + by;
 }
 
+bool Primitive::isOnSheet() const {
+    constexpr double kMost = 1e6; // mm
+    const auto isSmall = [](double value) { return std::abs(value) < kMost; };
+    return std::ranges::all_of(points, [&](Vec2 p) { return isSmall(p.u) && isSmall(p.v); }) &&
+           isSmall(radius) && isSmall(from) && isSmall(to) && isSmall(turned) && isSmall(style.size) &&
+           isSmall(textWidth());
+}
+
 Box2 boxOf(const Primitives& primitives) {
     Box2 box;
     for (const Primitive& primitive : primitives)

@@ -84,6 +84,8 @@ struct Primitive {
     /// The box of it, with about the size that a text has.
     Box2 box() const;
     void move(Vec2 by);
+    /// Whether all of it lies on a sheet of some size: damaged records can put it anywhere.
+    bool isOnSheet() const;
 };
 
 using Primitives = std::vector<Primitive>;

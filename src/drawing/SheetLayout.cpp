@@ -1,9 +1,12 @@
 #include "drawing/SheetLayout.h"
 
+#include "base/Translation.h"
 #include "drawing/CutMarks.h"
 #include "drawing/Titles.h"
 
 namespace {
+
+constexpr double kFarthest = 1e6; // mm that a view may stand away from the main one
 
 Box2 moved(Box2 box, Vec2 by) {
     box.low = box.low + by;
@@ -14,6 +17,10 @@ Box2 moved(Box2 box, Vec2 by) {
 bool looksAlike(const ViewPicture& a, const ViewPicture& b) {
     return a.key == b.key && a.name == b.name && a.scale == b.scale && a.letter == b.letter &&
            a.primitives == b.primitives;
+}
+
+bool isBeyond(const Primitive& primitive) {
+    return !primitive.isOnSheet();
 }
 
 Primitive frameAbout(DrawingContext& context, const StructDetViewArrangeStrategy& strategy, const Box2& box) {
@@ -64,9 +71,20 @@ void SheetLayout::lay(DrawingContext& context, const Views& views, Drawing& draw
         for (std::size_t i = 0; i < views.size(); ++i) {
             Primitives& added = titled[i].primitives;
             added.erase(added.begin(), added.begin() + static_cast<std::ptrdiff_t>(views[i]->written.size()));
+            if (std::erase_if(added, isBeyond) > 0) {
+                titled[i].box = boxOf(added);
+                titled[i].box.add(views[i]->picture.box);
+            }
             places[i].box = titled[i].box;
         }
         arrangeViews(places, strategy);
+        for (ArrangedView& place : places)
+            if (!(place.moved.length() < kFarthest)) {
+                place.moved = {};
+                context.rows.note(
+                    translated("The arrangement leads beyond any sheet, so some views stand upon "
+                               "each other."));
+            }
         Box2 all;
         for (std::size_t i = 0; i < views.size(); ++i) {
             laid.push_back({views[i], std::move(titled[i]), places[i].moved});
@@ -79,6 +97,7 @@ void SheetLayout::lay(DrawingContext& context, const Views& views, Drawing& draw
         Box2 box = boxOf(drawing.sheet);
         box.add(all);
         drawing.sheet.push_back(frameAbout(context, strategy, box));
+        std::erase_if(drawing.sheet, isBeyond);
     }
     drawing.views = std::move(pictures);
     m_laid = std::move(laid);
