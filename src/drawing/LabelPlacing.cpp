@@ -82,7 +82,8 @@ LabelPlacing::Place LabelPlacing::place(const WantedLabel& label) {
     };
     Place best = {at(label.anchors[0], tried[0], label.distance), label.anchors[0]};
     double least = kNever;
-    for (double distance = label.distance; distance <= label.farthest; distance += kStep)
+    for (double distance = label.distance; distance <= label.farthest && m_effort < kMostEffort;
+         distance += kStep)
         for (std::size_t i = 0; i < label.anchors.size(); ++i)
             for (std::size_t k = 0; k < tried.size(); ++k) {
                 double cost = distance - label.distance +
@@ -90,6 +91,7 @@ LabelPlacing::Place LabelPlacing::place(const WantedLabel& label) {
                 if (cost >= least)
                     continue;
                 const Box2 box = boxAt(at(label.anchors[i], tried[k], distance), label.size);
+                m_effort += m_taken.size() + m_lines.size() + m_leaders.size();
                 if (coversLabel(box) ||
                     std::ranges::any_of(m_leaders, [&](const Line& leader) { return meets(leader, box); }))
                     continue;

@@ -43,4 +43,8 @@ private:
     std::vector<Line> m_lines;
     std::vector<Line> m_leaders;
     std::vector<Box2> m_taken;
+
+    // What damaged records make of labels can be in each other's way without end.
+    static constexpr std::size_t kMostEffort = 40'000'000;
+    std::size_t m_effort = 0; // boxes and lines looked at
 };
