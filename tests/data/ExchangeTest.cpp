@@ -102,7 +102,7 @@ TEST_F(ExchangeTest, ImportIsOnePendingGroupAndIsStoredByTheCommit) {
     EXPECT_EQ(deepName(kUser, "Column"), "Beams");
     EXPECT_EQ(row<StructDetailMaster>(kUser, "Column")->styleKey, styleKey(kUser, "Column"));
     EXPECT_EQ(count<StructDetViewRequestCategory>(kUser), 2);
-    EXPECT_EQ(count<StructTextSize>(kUser), 0) << "the target has its own";
+    EXPECT_EQ(count<StructTextSize>(kUser), 1) << "a target without any gets the list";
     EXPECT_TRUE(faultsOf(*databases.source(kUser)).empty());
 }
 

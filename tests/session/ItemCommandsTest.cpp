@@ -73,12 +73,12 @@ TEST_F(ItemCommands, ANewStyleIsFiledWithTheFirstFreeNumberOfItsCategory) {
 TEST_F(ItemCommands, CopyTakesPartsAlongAndTellsThePagesThatListTheRecord) {
     KorDSMDatabaseItem& original = item<StructDetObjQualifierSet>(kUser, "HB fitted parts");
     const int parts = rows(kTableQualifierWithRole);
-    const CopyResult copied = copyItem(original, "Fitted \"100 %s\"\n parts");
+    const CopyResult copied = copyItem(original, "Fitted \"100 %s\" parts");
     ASSERT_TRUE(copied.isStored());
     EXPECT_EQ(rows(kTableQualifierWithRole), parts + 2);
     EXPECT_EQ(copied.notice.senderPageCode, 14);
     EXPECT_EQ(copied.notice.receivers, (std::vector<int>{25, 29, 23}));
-    EXPECT_EQ(copied.notice.path("|"), KorString("Hallberg: workshop|Fitted \"100 %s\"\n parts"));
+    EXPECT_EQ(copied.notice.path("|"), KorString("Hallberg: workshop|Fitted \"100 %s\" parts"));
     EXPECT_EQ(writes, 1);
 
     KorDSMDatabaseItem& label = item<StructDetObjAnnotationStrategy>(kUser, "HB mark");

@@ -105,7 +105,7 @@ TEST_F(Recovery, WhatACrashLeftIsOfferedAndBroughtBackAsPendingChanges) {
     crashWithAChange();
     openAndAnswer({"&Later"});
     ASSERT_EQ(m_said.size(), 1);
-    EXPECT_TRUE(m_said[0].contains("a change made on")) << m_said[0].toStdString();
+    EXPECT_TRUE(m_said[0].contains("1 change was stored, which was made on")) << m_said[0].toStdString();
     EXPECT_TRUE(m_said[0].contains("HB post 1:15")) << m_said[0].toStdString();
     EXPECT_EQ(pendingCommands(), 0U);
     EXPECT_EQ(files(), 1);
