@@ -87,11 +87,11 @@ private:
     Places m_marked;
     std::optional<std::size_t> m_pointed;
 
-    Vec2 m_centre;        // of the sheet in the middle of the view
-    double m_scale = 1.0; // pixels in a millimetre
+    Vec2 m_centre;         // of the sheet in the middle of the view
+    double m_scale = 1.0;  // pixels in a millimetre
     bool m_follows = true; // the size of the view, until the user zooms or moves
     Box2 m_wanted;         // what is shown then; empty: all of the drawing
-    QPixmap m_picture; // of the drawing as it is placed; null: to be painted
-    QPointF m_pressed; // where a drag began, or the pointer was last while it lasts
+    QPixmap m_picture;     // of the drawing as it is placed; null: to be painted
+    QPointF m_pressed;     // where a drag began, or the pointer was last while it lasts
     bool m_isDragging = false;
 };
