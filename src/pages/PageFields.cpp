@@ -1,14 +1,15 @@
 #include "pages/PageFields.h"
 
+#include "controls/KorComboBox.h"
 #include "controls/KorControls.h"
 #include "controls/KorFieldNote.h"
 #include "controls/KorLineEdit.h"
 #include "controls/KorQt.h"
 #include "model/CurrentUnits.h"
 #include "operations/CurrentRows.h"
-#include "operations/KorDetStructureUtilities.h"
 #include "pages/KorDSMPage.h"
 #include "pages/QualifierHints.h"
+#include "pages/RecordNames.h"
 #include "pages/ValuePictures.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
@@ -17,6 +18,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QListView>
 #include <QRadioButton>
 #include <QScopedValueRollback>
 
@@ -39,6 +41,11 @@ KorString fieldText(const TableSchema& table, const Column& column, const CellVa
         return *text;
     const KorString special = KorDSMValueText::specialName(table, column, value);
     return special.isEmpty() ? numberText(column, value) : special;
+}
+
+// The list of a combo of references; null before it was filled.
+RecordNames* namesIn(const QComboBox& combo) {
+    return qobject_cast<RecordNames*>(combo.model());
 }
 
 // What comes of a typed value, at the end of its field.
@@ -179,32 +186,27 @@ void PageFields::fillLists() {
 void PageFields::fillCombo(const PageField& field, const Column& column, QComboBox& combo) {
     const TableSchema& table = *findTable(row().table);
     const QSize size = ValuePictures::sizeFor(table, column);
-    combo.clear();
     if (!size.isEmpty())
         combo.setIconSize(size);
     if (!column.isReference()) {
         const std::vector<KorString> names = KorDSMValueText::valueNames(table, column);
         const std::vector<std::int32_t> values = KorDSMValueText::valuesOf(column);
+        combo.clear();
         for (std::size_t i = 0; i < values.size(); ++i)
             combo.addItem(ValuePictures::of(table, column, std::int64_t{values[i]}), toQt(names[i]),
                           values[i]);
         return;
     }
-    if (field.optional)
-        combo.addItem(toQt(KorDSMValueText::nothing()), 0);
-    const TableSchema& targets = *findTable(column.target);
-    const auto add = [&](const StructRecord& target) {
-        combo.addItem(size.isEmpty() ? QIcon() : ValuePictures::ofRow(targets, target), toQt(target.name),
-                      target.key);
-    };
-    if (field.sorted) {
-        for (const StructRecord* target : CurrentRows::byName(column.target))
-            add(*target);
-        return;
+    RecordNames* names = namesIn(combo);
+    if (!names) {
+        names = new RecordNames(&combo);
+        combo.setModel(names);
+        if (auto* list = qobject_cast<QListView*>(combo.view()))
+            list->setUniformItemSizes(true);
+        if (auto* box = qobject_cast<KorComboBox*>(&combo))
+            connect(box, &KorComboBox::choosing, names, &RecordNames::putInOrder);
     }
-    const RowArray* all = CurrentRows::all(column.target);
-    for (int i = 0; all && i < all->size(); ++i)
-        add(all->at(i));
+    names->fill(*findTable(column.target), field.sorted, field.optional, !size.isEmpty());
 }
 
 void PageFields::load() {
@@ -246,16 +248,10 @@ void PageFields::loadField(const PageField& field, const StructRecord& record) {
 }
 
 void PageFields::showPictures() {
-    const TableSchema* table = findTable(row().table);
-    for (const PageField& field : m_fields) {
-        auto* combo = KorControls::find<QComboBox>(&m_page, field.control);
-        const Column* column = table ? table->column(field.column) : nullptr;
-        if (!combo || !column || !column->isReference() || ValuePictures::sizeFor(*table, *column).isEmpty())
-            continue;
-        for (int entry = 0; entry < combo->count(); ++entry)
-            combo->setItemIcon(entry,
-                               ValuePictures::of(*table, *column, combo->itemData(entry).toLongLong()));
-    }
+    for (const PageField& field : m_fields)
+        if (auto* combo = KorControls::find<QComboBox>(&m_page, field.control))
+            if (RecordNames* names = namesIn(*combo))
+                names->forgetPictures();
 }
 
 // Others than the one that was written can show what came of it.
@@ -275,8 +271,13 @@ void PageFields::loadCombo(const PageField& field, const Column& column, std::in
         combo.setPlaceholderText(toQt(KorString::number(value)));
         return;
     }
+    RecordNames* names = namesIn(combo);
+    if (!names)
+        return;
     const StructRecord* target = CurrentRows::find(column.target, KorOdbcKey(value));
-    int index = field.optional && value <= 0 ? 0 : target ? combo.findData(value) : -1;
+    if (target && names->entryOf(value) < 0) // it is newer than the list
+        fillCombo(field, column, combo);
+    int index = field.optional && value <= 0 ? 0 : target ? names->entryOf(value) : -1;
     if (target && (index < 0 || combo.itemText(index) != toQt(target->name)))
         index = combo.findText(toQt(target->name), Qt::MatchExactly | Qt::MatchCaseSensitive);
     combo.setCurrentIndex(index);

@@ -23,7 +23,13 @@ void KorComboBox::setPictures(const std::vector<QIcon>& pictures, QSize size) {
         setIconSize(room);
 }
 
+void KorComboBox::keyPressEvent(QKeyEvent* event) {
+    Q_EMIT choosing();
+    QComboBox::keyPressEvent(event);
+}
+
 void KorComboBox::showPopup() {
+    Q_EMIT choosing();
     QPalette soft = palette();
     KorItemSelection::soften(soft);
     view()->setPalette(soft);
@@ -31,8 +37,8 @@ void KorComboBox::showPopup() {
 }
 
 void KorComboBox::wheelEvent(QWheelEvent* event) {
-    if (hasFocus())
-        QComboBox::wheelEvent(event);
-    else
-        event->ignore();
+    if (!hasFocus())
+        return event->ignore();
+    Q_EMIT choosing();
+    QComboBox::wheelEvent(event);
 }

@@ -19,6 +19,11 @@ public:
     /// The row that is pointed at is marked so softly that its picture stays visible.
     void showPopup() override;
 
+Q_SIGNALS:
+    /// The user opens the list or goes through it by keys or wheel: what is expensive about it is due now.
+    void choosing();
+
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 };
