@@ -2,14 +2,13 @@
 
 #include "records/Referrer.h"
 
-#include <unordered_map>
 #include <vector>
 
 /// Who refers to the rows of one table of one source, by the key referred to.
 class ReferenceIndex {
 public:
     /// Room for `count` more cells.
-    void reserve(int count) { m_referrers.reserve(m_referrers.size() + static_cast<std::size_t>(count)); }
+    void reserve(int count);
     /// Adds what the reference columns of `record`, a row of `table`, say about rows of `target`.
     void add(const TableSchema& table, const StructRecord& record, eTableType target);
     void add(std::int32_t targetKey, const Referrer& referrer);
@@ -19,5 +18,18 @@ public:
     std::vector<Referrer> referrersOf(std::int32_t targetKey) const;
 
 private:
-    std::unordered_multimap<std::int32_t, Referrer> m_referrers;
+    /// A chain goes through all cells of one bucket; buckets are a power of two.
+    struct Cell {
+        std::int32_t target = 0;
+        std::int32_t next = kEnd;
+        Referrer referrer;
+    };
+    static constexpr std::int32_t kEnd = -1;
+
+    std::size_t bucketOf(std::int32_t targetKey) const;
+    void rehash(std::size_t buckets);
+
+    std::vector<std::int32_t> m_buckets; // first cells
+    std::vector<Cell> m_cells;
+    std::int32_t m_free = kEnd; // first cell of those that were removed
 };
