@@ -27,6 +27,16 @@ constexpr int kFirstRadioText = 753;
 constexpr int kViewText = 756;
 constexpr int kNameText = 234;
 
+// Categories are listed without views, too.
+bool hasView(const VELComboTree& views, KorTreeHandle parent) {
+    for (int i = 0; i < views.childCount(parent); ++i) {
+        const KorTreeHandle entry = views.getChildAt(parent, i);
+        if (entry->selectable || hasView(views, entry))
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 KorDSMDialogAddView::KorDSMDialogAddView(const Fill& fill, QWidget* parent)
@@ -37,7 +47,7 @@ KorDSMDialogAddView::KorDSMDialogAddView(const Fill& fill, QWidget* parent)
     setCaption(kViewLabel, kViewText, "DSM");
     setCaption(kNameLabel, kNameText, "DSM");
     fill(*m_view);
-    const bool hasViews = m_view->childCount(nullptr) > 0;
+    const bool hasViews = hasView(*m_view, nullptr);
     m_check =
         new NewNameCheck(KorControls::find<QLineEdit>(this, kName), KorControls::find<QLabel>(this, kReason),
                          KorControls::find<QPushButton>(this, 1), this);

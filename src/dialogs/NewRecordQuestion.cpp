@@ -3,6 +3,7 @@
 #include "controls/KorQt.h"
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "dialogs/KorDSMDialogNewItemWithGroup.h"
+#include "services/Prompts.h"
 #include "session/KorDSMItemWords.h"
 #include "session/KorDSMRecordCommands.h"
 
@@ -16,7 +17,10 @@ KorString askName(int itemType, bool proposes, QWidget* parent) {
 }
 
 bool makeFirstGroup(eTableType groups, SourceId source, QWidget* parent) {
-    const KorString name = askName(KorDSMRecordCommands::itemTypeOf(groups), false, parent);
+    constexpr int kFirst = 833;
+    KorDSMDialogNewItem dialog(KorDSMRecordCommands::itemTypeOf(groups), {}, false, parent);
+    dialog.setWindowTitle(toQt(Prompts::dsm(kFirst)));
+    const KorString name = dialog.exec() == QDialog::Accepted ? dialog.name() : KorString();
     if (name.isEmpty())
         return false;
     const KorDSMRecordCommands::Outcome outcome = KorDSMRecordCommands::create(source, groups, name, 0);

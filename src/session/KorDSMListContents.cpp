@@ -3,6 +3,7 @@
 #include "model/KorDSMFamilies.h"
 #include "model/items/KorDsmAddInContentItem.h"
 #include "services/Prompts.h"
+#include "session/KorDSMItemCommands.h"
 #include "session/KorDSMValueText.h"
 
 using namespace KorDSMDefines;
@@ -11,6 +12,8 @@ namespace {
 
 constexpr int kColumnName = 310;
 constexpr int kColumnEntries = 311;
+constexpr int kNothingYet = 831;
+constexpr int kNothingFiled = 832;
 
 bool isCategory(const KorDSMDatabaseItem& item) {
     const KorDSMFamily* family = KorDSMFamilies::of(item.type());
@@ -62,5 +65,7 @@ KorDSMListContents KorDSMListContents::of(const KorDSMDatabaseItem& node) {
         row.item = child;
         contents.rows.push_back(std::move(row));
     }
+    if (contents.rows.empty() && KorDSMItemCommands::whyNotWritable(item).isEmpty())
+        contents.whenEmpty = Prompts::dsm(isGroupType(item.type()) ? kNothingFiled : kNothingYet);
     return contents;
 }

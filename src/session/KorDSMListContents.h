@@ -16,6 +16,7 @@ struct KorDSMListContents {
     std::vector<KorString> titles;
     std::vector<bool> numeric; ///< per column
     std::vector<Row> rows;
+    KorString whenEmpty; ///< of a list without rows: what to do first; empty where nothing can be done
 
     /// The contents for `item`; its children must have been loaded. A database with a
     /// single content node lists what is in that.

@@ -18,6 +18,7 @@ constexpr int kMissing = 640;  // "Still missing: %s"
 constexpr int kIn = 641;       // "In %s"
 constexpr int kInOfOne = 642;  // "In %s of %s style"
 constexpr int kInOfMany = 643; // "In %s of %s styles"
+constexpr int kInOfMore = 830; // "In %s of more than %s styles"
 constexpr int kUnused = 644;
 constexpr int kAnd = 645; // "%s and %s"
 constexpr int kViews = 646;
@@ -41,34 +42,48 @@ struct Parts {
 constexpr Parts kParts[] = {
     {kTableReprMapEntry, 647}, {kTableDimStrategyItem, 648}, {kTableQualifierWithRole, 649}};
 
-// Further rows than these are not looked at on the way to the styles.
-constexpr std::size_t kMostRows = 4000;
+// The users of further rows than these are not looked for on the way to the styles.
+constexpr int kMostRows = 500;
 // Nor more of them that use each other in a row: they may do so in a circle.
 constexpr std::size_t kMostSteps = 20;
 
-std::set<RowRef> usersOf(StyleSource& source, RowRef row) {
-    std::set<RowRef> users;
+std::vector<RowRef> usersOf(StyleSource& source, RowRef row) {
+    std::vector<RowRef> users;
     for (const Referrer& referrer : source.referrersOf(row.table, KorOdbcKey(row.key)))
         if (referrer.column->role == eReferenceRole::kUses)
-            users.insert(wholeOf(source, {referrer.table->type, referrer.key}));
+            users.push_back(wholeOf(source, {referrer.table->type, referrer.key}));
+    std::ranges::sort(users);
+    const auto repeated = std::ranges::unique(users);
+    users.erase(repeated.begin(), repeated.end());
     return users;
 }
 
-int countStyles(StyleSource& source, const std::set<RowRef>& first) {
-    std::set<RowRef> seen = first;
-    std::vector<RowRef> waiting(first.begin(), first.end());
-    int styles = 0;
-    while (!waiting.empty()) {
-        if (seen.size() > kMostRows)
-            return -1;
+// A round number that is not too large.
+int roundedDown(int number) {
+    int unit = 1;
+    while (number / unit >= 10)
+        unit *= 10;
+    return number / unit * unit;
+}
+
+void countStyles(StyleSource& source, const std::vector<RowRef>& first, UseCount& count) {
+    std::set<RowRef> seen(first.begin(), first.end());
+    std::vector<RowRef> waiting = first;
+    for (int asked = 0; !waiting.empty();) {
         const RowRef row = waiting.back();
         waiting.pop_back();
-        styles += row.table == kTableDetailStyle;
-        for (const RowRef user : usersOf(source, row))
-            if (seen.insert(user).second)
-                waiting.push_back(user);
+        if (row.table == kTableDetailStyle) {
+            ++count.styles;
+        } else if (++asked > kMostRows) {
+            count.areMoreStyles = true;
+        } else {
+            for (const RowRef user : usersOf(source, row))
+                if (seen.insert(user).second)
+                    waiting.push_back(user);
+        }
     }
-    return styles;
+    if (count.areMoreStyles)
+        count.styles = roundedDown(count.styles);
 }
 
 KorString counted(const Kind& kind, int count) {
@@ -85,7 +100,18 @@ KorString kindsOf(const UseCount& count) {
     return text;
 }
 
+/// What the page of views calls what a view refers to.
+struct PageWords {
+    std::string_view column;
+    int prompt; // "UPS"
+};
+constexpr PageWords kOfViews[] = {{"system_and_box", 33571}, {"repr_map", 33572}, {"dim_strategy", 33573}};
+
 KorString captionOf(const StillMissing& missing) {
+    if (missing.column && missing.table->type == kTableViewRequest)
+        for (const PageWords& words : kOfViews)
+            if (missing.column->name == words.column)
+                return Prompts::ups(words.prompt);
     if (!missing.column) {
         const auto* parts = std::ranges::find(kParts, missing.table->type, &Parts::table);
         return parts == std::end(kParts) ? KorDSMValueText::tableCaption(*missing.table)
@@ -103,15 +129,15 @@ UseCount useCountOf(SourceId id, RowRef row) {
     if (!source || !findTable(row.table))
         return count;
     row = wholeOf(*source, row);
-    const std::set<RowRef> users = usersOf(*source, row);
+    const std::vector<RowRef> users = usersOf(*source, row);
     std::map<eTableType, int> byTable;
     for (const RowRef user : users)
         ++byTable[user.table];
     count.users.assign(byTable.begin(), byTable.end());
-    count.styles = countStyles(*source, users);
-    std::set<RowRef> above = users;
+    countStyles(*source, users, count);
+    std::vector<RowRef> above = users;
     for (std::size_t steps = 0; above.size() == 1 && steps < kMostSteps; ++steps)
-        above = usersOf(*source, *above.begin());
+        above = usersOf(*source, above.front());
     count.isShared = above.size() > 1;
     return count;
 }
@@ -124,8 +150,8 @@ KorString useText(RowRef row, const UseCount& count) {
     const KorString kinds = kindsOf(count);
     if (count.styles <= 0 || count.users.front().first == kTableDetailStyle)
         return KorString::format(Prompts::dsm(kIn), {kinds});
-    return KorString::format(Prompts::dsm(count.styles == 1 ? kInOfOne : kInOfMany),
-                             {kinds, KorString::number(count.styles)});
+    const int words = count.areMoreStyles ? kInOfMore : count.styles == 1 ? kInOfOne : kInOfMany;
+    return KorString::format(Prompts::dsm(words), {kinds, KorString::number(count.styles)});
 }
 
 KorString missingText(SourceId id, RowRef row) {

@@ -13,8 +13,9 @@ namespace KorDSMRecordState {
 /// How often a record is used in its own source.
 struct UseCount {
     std::vector<std::pair<eTableType, int>> users; ///< records of a kind that use it, by table
-    int styles = -1; ///< detail styles that it is reached from; -1 where it would take too long to count them
-    bool isShared = false; ///< whether a change of it reaches several records
+    int styles = 0;                                ///< detail styles that it is reached from
+    bool areMoreStyles = false; ///< whether there are more than `styles`: nobody waits for all to be counted
+    bool isShared = false;      ///< whether a change of it reaches several records
 
     bool isUsed() const { return !users.empty(); }
 };

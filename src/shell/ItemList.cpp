@@ -78,6 +78,7 @@ void ItemList::fill(KorDSMDatabaseItem& item) {
     for (const KorDSMListContents::Row& row : contents.rows)
         rows.push_back({row.texts, row.icon, row.item});
     m_control.setItems(std::move(rows));
+    m_control.setTextWhenEmpty(contents.whenEmpty);
 }
 
 KorDSMDatabaseItem* ItemList::itemAt(int row) const {

@@ -47,6 +47,23 @@ KorListCtrl::~KorListCtrl() {
     selectionModel()->disconnect(this);
 }
 
+void KorListCtrl::setTextWhenEmpty(const KorString& text) {
+    m_whenEmpty = toQt(text);
+    setAccessibleDescription(m_whenEmpty);
+    viewport()->update();
+}
+
+void KorListCtrl::paintEvent(QPaintEvent* event) {
+    QTreeView::paintEvent(event);
+    if (m_model->rowCount() > 0 || m_whenEmpty.isEmpty())
+        return;
+    constexpr int kMargin = 24;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
+                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, m_whenEmpty);
+}
+
 void KorListCtrl::setImageList(KorImageListPtr images) {
     m_model->setImageList(std::move(images));
     viewport()->update();

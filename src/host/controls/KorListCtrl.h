@@ -28,6 +28,9 @@ public:
     /// The icons that the rows' image indices mean.
     void setImageList(KorImageListPtr images);
 
+    /// What the list says in the place of rows while it has none.
+    void setTextWhenEmpty(const KorString& text);
+
     /// Appends a column and returns its number. `width` in pixels at 100 %; 0 shares what is left.
     int insertColumn(const KorString& title, int width = 0, EFormat format = eText);
     /// Removes all columns and rows, and the sorting.
@@ -87,6 +90,7 @@ Q_SIGNALS:
 
 protected:
     void initViewItemOption(QStyleOptionViewItem* option) const override;
+    void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& options,
                  const QModelIndex& index) const override;
@@ -97,4 +101,5 @@ private:
     KorListModel* m_model;
     bool m_gridLines = false;
     KorString m_sortingName; // under which the sorting is kept; empty: it is not
+    QString m_whenEmpty;
 };
