@@ -34,10 +34,12 @@ constexpr double kMostOfScreen = 0.9;
 } // namespace
 
 KorDSMDialogDeepCopy::KorDSMDialogDeepCopy(SourceId from, std::vector<RowRef> records, QWidget* parent,
-                                           std::optional<SourceId> to)
-    : KorDSMDialogDeepCopy(
-          KorDSMDeepCopy::Wish{from, to ? *to : KorDSMDeepCopy::targetsFor(from).front(), std::move(records)},
-          nullptr, parent) {}
+                                           std::optional<SourceId> to, RowRef group)
+    : KorDSMDialogDeepCopy(KorDSMDeepCopy::Wish{.from = from,
+                                                .to = to ? *to : KorDSMDeepCopy::targetsFor(from).front(),
+                                                .records = std::move(records),
+                                                .group = group},
+                           nullptr, parent) {}
 
 KorDSMDialogDeepCopy::KorDSMDialogDeepCopy(SourceId to, const KorDSMSection& section, QWidget* parent)
     : KorDSMDialogDeepCopy(KorDSMDeepCopy::Wish{SourceId::standard(), to, {}}, &section, parent) {}
@@ -80,6 +82,7 @@ void KorDSMDialogDeepCopy::setUpSources() {
     if (!m_section)
         combo->setCurrentIndex(static_cast<int>(std::ranges::find(m_sources, m_wish.to) - m_sources.begin()));
     connect(combo, &QComboBox::activated, this, [this](int index) {
+        m_wish.group = {}; // it lies in one of them
         (m_section ? m_wish.from : m_wish.to) = m_sources[static_cast<std::size_t>(index)];
         fillChoices();
         m_preview->show();

@@ -14,9 +14,10 @@ class KorDSMDialogDeepCopy : public KorDSMDialog {
     Q_OBJECT
 
 public:
-    /// Copies these records of the source, which has a target; `to` is the one that is proposed.
+    /// Copies these records of the source, which has a target; `to` is the one that is proposed, and `group`
+    /// the group there under which new records are filed.
     KorDSMDialogDeepCopy(SourceId from, std::vector<RowRef> records, QWidget* parent,
-                         std::optional<SourceId> to = {});
+                         std::optional<SourceId> to = {}, RowRef group = {});
     /// Lets the user choose among the records of a section, in all sources but the target.
     KorDSMDialogDeepCopy(SourceId to, const KorDSMSection& section, QWidget* parent);
 

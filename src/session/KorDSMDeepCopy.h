@@ -40,6 +40,7 @@ struct Wish {
     eNamesakes namesakes = eNamesakes::kKeepBoth;
     std::map<RowRef, eNamesakes> single = {}; ///< of records for which another one was chosen
     KorString label = {};                     ///< of the step of undo; empty: that of copying
+    RowRef group = {}; ///< of the target, under which new records are filed; none: where they were filed
 };
 
 /// What is copied from where, in a sentence.

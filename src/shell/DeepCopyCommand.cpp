@@ -6,6 +6,7 @@
 #include "services/Prompts.h"
 #include "session/KorDSMDeepCopy.h"
 #include "session/KorDSMItemCommands.h"
+#include "session/KorDSMItemPath.h"
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMWhereUsed.h"
 #include "shell/CommandStrip.h"
@@ -70,7 +71,9 @@ bool DeepCopyCommand::drop(KorTreeHandle from, KorTreeHandle to) {
         return false;
     const std::vector<RowRef> records = KorDSMDeepCopy::recordsOf(*item);
     if (!records.empty() && !refusesToWrite(&m_window, *target)) {
-        KorDSMDialogDeepCopy dialog(source, records, &m_window, into);
+        const KorDSMDatabaseItem* group = KorDSMItemPath::groupOf(*target);
+        KorDSMDialogDeepCopy dialog(source, records, &m_window, into,
+                                    group ? RowRef{group->tableType(), group->recordKey()} : RowRef());
         run(dialog);
     }
     return true;
