@@ -346,6 +346,11 @@ bool PartListEditor::eventFilter(QObject* watched, QEvent* event) {
     if (watched != m_grid || (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride))
         return QWidget::eventFilter(watched, event);
     const auto* key = static_cast<QKeyEvent*>(event);
+    // The window renames by the key that edits a cell here.
+    if (key->key() == Qt::Key_F2 && event->type() == QEvent::ShortcutOverride) {
+        event->accept();
+        return true;
+    }
     const auto command =
         std::ranges::find(PartListCommand::all(), QKeySequence(key->keyCombination()), &PartListCommand::key);
     if (command == PartListCommand::all().end())
@@ -374,16 +379,20 @@ void PartListEditor::showMenu(const QPoint& position) {
     const QModelIndex cell = m_grid->indexAt(position);
     if (cell.isValid() && m_columns[static_cast<std::size_t>(cell.column())]->isReference()) {
         const KorString name = m_grid->getCellText(cell.row(), cell.column());
-        menu.addAction(toQt(KorString::format(Prompts::dsm(kGoTo), {KorDSMValueText::shortName(name)})), this,
-                       [this, cell] { open(cell.row(), cell.column()); });
+        const bool isChosen =
+            referenceAt(cell.row(), *m_columns[static_cast<std::size_t>(cell.column())]) > 0;
+        if (isChosen)
+            menu.addAction(toQt(KorString::format(Prompts::dsm(kGoTo), {KorDSMValueText::shortName(name)})),
+                           this, [this, cell] { open(cell.row(), cell.column()); });
         const auto [user, column] = m_list->cell(m_keys[static_cast<std::size_t>(cell.row())],
                                                  *m_columns[static_cast<std::size_t>(cell.column())]);
         const KorDSMRecordUse::Use use{user, column, {}};
         if (RecordButtons::areFor(*use.column) && m_page.isEditable() && !isDetail(*use.column)) {
             menu.addAction(toQt(Prompts::dsm(kNewFor)), this,
                            [this, use] { RecordButtons::makeFor(m_page, use); });
-            menu.addAction(toQt(Prompts::dsm(kCopyFor)), this,
-                           [this, use] { RecordButtons::copyFor(m_page, use); });
+            if (isChosen)
+                menu.addAction(toQt(Prompts::dsm(kCopyFor)), this,
+                               [this, use] { RecordButtons::copyFor(m_page, use); });
         }
         menu.addSeparator();
     }

@@ -12,6 +12,8 @@ CommandStrip::CommandStrip(KorButtonGroup& buttons) : m_buttons(buttons) {
     for (const ItemCommandRow& row : kItemCommandRows)
         m_actions[static_cast<std::size_t>(row.command)] =
             addStripButton(m_buttons, {row.button, row.bitmap, row.prompt, row.key});
+    for (const ItemCommandRow& row : kItemCommandRows)
+        action(row.command).setData(static_cast<int>(row.command));
     connect(&m_buttons, &KorButtonGroup::buttonPressed, this, [this](int id) {
         for (const ItemCommandRow& row : kItemCommandRows)
             if (const auto& act = m_acts[static_cast<std::size_t>(row.command)]; row.button == id && act)

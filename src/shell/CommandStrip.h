@@ -26,7 +26,7 @@ public:
     void enable(const CommandStates& states);
     /// Presses the command's button, if it is enabled.
     void trigger(eItemCommand command);
-    /// The entries for menus, in the order of the buttons.
+    /// The entries for menus, in the order of the buttons; the data of each is its command's number.
     const std::array<QAction*, kNumberOfItemCommands>& actions() const { return m_actions; }
 
     /// Lets the Delete key delete in `control` alone: in a field or a grid it deletes what is there. Menus

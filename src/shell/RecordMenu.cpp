@@ -24,6 +24,8 @@
 #include <QAction>
 #include <QMenu>
 
+using KorDSMDefines::eItemType;
+
 namespace {
 
 constexpr int kNewForHere = 628;  // "New, used here"
@@ -38,6 +40,24 @@ bool isInStrip(eItemCommand command, KorDSMDatabaseItem& item) {
     return commandStates(selectionFactsOf(item, false))[command];
 }
 
+// The menu has something better for the item than the strip's command, which is off.
+void leaveOut(QMenu& menu, eItemCommand command) {
+    for (QAction* action : menu.actions())
+        if (!action->isEnabled() && action->data() == static_cast<int>(command))
+            menu.removeAction(action);
+}
+
+// Where groups or categories stand, or definitions without one.
+bool canHaveGroups(KorDSMDatabaseItem& item) {
+    const KorDSMFamily* family = KorDSMFamilies::of(item.type());
+    return KorDSMDeepCopy::sectionOf(item) && !(family && !family->isGroup() && item.record()) &&
+           KorDSMItemCommands::whyNotWritable(item).isEmpty();
+}
+
+QKeySequence keyOf(eItemCommand command) {
+    return QKeySequence(QString::fromLatin1(rowOf(command).key));
+}
+
 bool isMadeByUsers(const KorDSMDatabaseItem& item) {
     return item.record() && KorDSMRecordCommands::isMade(item.tableType());
 }
@@ -47,8 +67,10 @@ bool isMadeByUsers(const KorDSMDatabaseItem& item) {
 RecordMenu::RecordMenu(QWidget& window, KorDSMDataStructure& structure, TreeSelection& selection,
                        WindowRefresh& refresh, UsageViews& usages)
     : m_window(window), m_structure(structure), m_selection(selection), m_refresh(refresh), m_usages(usages),
-      m_rename(new QAction(toQt(Prompts::dsm(kRename)), &window)) {
+      m_rename(new QAction(toQt(Prompts::dsm(kRename)), &window)), m_newGroup(new QAction(&window)) {
     window.addAction(m_rename);
+    window.addAction(m_newGroup);
+    connect(m_newGroup, &QAction::triggered, this, waiting(this, &RecordMenu::makeGroupHere));
     connect(m_rename, &QAction::triggered, this, waiting(this, &RecordMenu::rename));
     connect(&m_selection, &TreeSelection::changed, this, &RecordMenu::follow);
     connect(&m_selection, &TreeSelection::subjectsChanged, this, &RecordMenu::follow);
@@ -63,8 +85,11 @@ void RecordMenu::follow() {
                          KorDSMItemCommands::whyNotWritable(*item).isEmpty() &&
                          !isInStrip(eItemCommand::kRename, *item));
     const bool hasKey = m_rename->isEnabled() && item->type() != KorDSMDefines::kViewRequest;
-    m_rename->setShortcut(hasKey ? QKeySequence(QString::fromLatin1(rowOf(eItemCommand::kRename).key))
-                                 : QKeySequence());
+    m_rename->setShortcut(hasKey ? keyOf(eItemCommand::kRename) : QKeySequence());
+    // Where no definition can be made, the first thing to make is what it is filed in.
+    const bool isFirst = item && canHaveGroups(*item) && !isInStrip(eItemCommand::kNew, *item);
+    m_newGroup->setEnabled(isFirst);
+    m_newGroup->setShortcut(isFirst ? keyOf(eItemCommand::kNew) : QKeySequence());
 }
 
 void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
@@ -72,20 +97,30 @@ void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
         return;
     menu.addSeparator();
     const KorDSMFamily* family = KorDSMFamilies::of(item.type());
-    const KorDSMSection* section = KorDSMDeepCopy::sectionOf(item);
-    if (section && !(family && !family->isGroup() && item.record())) {
-        const bool isCategory = KorDSMFamilies::of(KorDSMFamilies::of(section->family)->group)->isCategory;
-        menu.addAction(toQt(Prompts::dsm(isCategory ? kNewCategory : kNewGroup)), this,
-                       [this, &item] { makeGroup(item); });
+    if (canHaveGroups(item)) {
+        const eItemType filed = KorDSMDeepCopy::sectionOf(item)->family;
+        const bool isCategory = KorDSMFamilies::of(KorDSMFamilies::of(filed)->group)->isCategory;
+        const QString text = toQt(Prompts::dsm(isCategory ? kNewCategory : kNewGroup));
+        if (m_newGroup->isEnabled()) {
+            leaveOut(menu, eItemCommand::kNew);
+            m_newGroup->setText(text);
+            menu.addAction(m_newGroup);
+        } else {
+            menu.addAction(text, this, [this, &item] { makeGroup(item); });
+        }
     }
     addMakers(menu, item);
-    if (m_rename->isEnabled())
+    if (m_rename->isEnabled()) {
+        leaveOut(menu, eItemCommand::kRename);
         menu.addAction(m_rename);
+    }
     if (const auto user = KorDSMRecordUse::userOf(item))
         menu.addAction(toQt(KorString::format(Prompts::dsm(kOnlyHere), {user->name})), this,
                        [this, &item] { copyForUser(item); });
-    if (isMadeByUsers(item) && !isInStrip(eItemCommand::kDelete, item) && !(family && family->isGroup()))
+    if (isMadeByUsers(item) && !isInStrip(eItemCommand::kDelete, item) && !(family && family->isGroup())) {
+        leaveOut(menu, eItemCommand::kDelete);
         menu.addAction(toQt(Prompts::dsm(kDelete)), this, [this, &item] { remove(item); });
+    }
 }
 
 // What the record can use, each made anew and chosen at once.
@@ -129,6 +164,11 @@ void RecordMenu::makeFor(KorDSMDatabaseItem& item, const Column& column) {
 KorString RecordMenu::askName(int itemType, const KorString& initial, bool proposes) {
     KorDSMDialogNewItem dialog(itemType, initial, proposes, &m_window);
     return dialog.exec() == QDialog::Accepted ? dialog.name() : KorString();
+}
+
+void RecordMenu::makeGroupHere() {
+    if (KorDSMDatabaseItem* item = m_selection.subject(); item && canHaveGroups(*item))
+        makeGroup(*item);
 }
 
 void RecordMenu::makeGroup(KorDSMDatabaseItem& item) {

@@ -32,6 +32,7 @@ private:
     void addMakers(QMenu& menu, KorDSMDatabaseItem& item);
     void makeFor(KorDSMDatabaseItem& item, const Column& column);
     void makeGroup(KorDSMDatabaseItem& item);
+    void makeGroupHere();
     void rename();
     void copyForUser(KorDSMDatabaseItem& item);
     void remove(KorDSMDatabaseItem& item);
@@ -42,5 +43,6 @@ private:
     TreeSelection& m_selection;
     WindowRefresh& m_refresh;
     UsageViews& m_usages;
-    QAction* m_rename; // where the strip's command cannot rename
+    QAction* m_rename;   // where the strip's command cannot rename
+    QAction* m_newGroup; // has the key of new definitions where none can be made
 };
