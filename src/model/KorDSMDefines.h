@@ -44,12 +44,15 @@ enum eItemType : std::int32_t {
     kHatchRecord = 38,
     kLeaderStyleRecord = 39,
     kValueRangeRecord = 40,
+    kQualifierRecord = 41,
+    kModelTypeRecord = 42,
+    kModelRoleRecord = 43,
 };
 
 /// Number of item types, and of slots in the page registry.
 inline constexpr int kNumberOfItemTypes = 34;
 /// One more than the highest kind, with those that no item has.
-inline constexpr int kNumberOfKinds = 41;
+inline constexpr int kNumberOfKinds = 44;
 
 /// The four sections. Their numeric order differs from the order in which they are loaded.
 enum eViewSections : std::int32_t {

@@ -239,6 +239,9 @@ constexpr KorDSMFamily kFamilies[] = {
     chosenBeside(kHatchRecord, kTableHatchSettings),
     chosenBeside(kLeaderStyleRecord, kTableLeaderStyle),
     chosenBeside(kValueRangeRecord, kTableQualifierFilter),
+    chosenBeside(kQualifierRecord, kTableQualifier),
+    chosenBeside(kModelTypeRecord, kTableModelType),
+    chosenBeside(kModelRoleRecord, kTableModelRole),
 };
 
 constexpr KorDSMSection kSections[] = {

@@ -16,9 +16,9 @@ struct ColumnsOnNoPage {
 inline const std::vector<ColumnsOnNoPage>& columnsOnNoPage() {
     static const std::vector<ColumnsOnNoPage> rows = {
         {{kTableViewSelectMode, kTableProcessScaleOverride, kTableParentRelaPos, kTableLinearDirection,
-          kTableOrdinateDimType, kTableOrdinatePosition, kTableOrdinateReference, kTableModelType,
-          kTableAreaType, kTableDepthPosition, kTableOrientation, kTableReferenceAxis, kTableVisibilityStatus,
-          kTableBeamPositionCalculation, kTableModelRole},
+          kTableOrdinateDimType, kTableOrdinatePosition, kTableOrdinateReference, kTableAreaType,
+          kTableDepthPosition, kTableOrientation, kTableReferenceAxis, kTableVisibilityStatus,
+          kTableBeamPositionCalculation},
          {1, 2},
          "a word that hosts know by its number"},
         {{kTableArrangeDirection, kTableSystemSource, kTableRequestType, kTablePointType,
@@ -26,7 +26,6 @@ inline const std::vector<ColumnsOnNoPage>& columnsOnNoPage() {
          {1, 2, 3},
          "a word that hosts know by its number, with the picture for it"},
         {{kTableGeometricRestrictions}, {1, 2, 4}, "the same, with a tolerance that is on a page"},
-        {{kTableQualifier}, {1}, "the word for a property"},
         {{kTableBitmap, kTableBitmapIndex}, {1, 2, 3}, "the pictures that the program brings"},
         {{kTableClippingType},
          {1, 2, 3, 4, 5},
