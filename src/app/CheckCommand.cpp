@@ -97,7 +97,10 @@ int checkCommand(DataFolder& folder, const CheckOptions& options) {
         printJson(found);
     else
         printText(found);
-    const bool sound =
-        std::ranges::all_of(found, [](const FileFindings& file) { return file.findings.empty(); });
+    // What is only noted needs nobody to do anything.
+    const bool sound = std::ranges::all_of(found, [](const FileFindings& file) {
+        return std::ranges::all_of(
+            file.findings, [](eSeverity each) { return each == eSeverity::kNote; }, &Finding::severity);
+    });
     return sound && folder.isComplete() ? kExitDone : kExitFailed;
 }

@@ -158,7 +158,8 @@ int newCommand(DataFolder&, const NewOptions& options) {
     if (!KorDSMRecordCommands::isMade(table.type))
         return ChangeReport::refuse(
             KorString::format(
-                translated("Records of the kind \"%s\" are not made here; they are made of %s."),
+                translated(
+                    "Records of the kind \"%s\" are not made here; the kinds that are made here are %s."),
                 {table.kindName(), kindsThatAreMade()}),
             kExitUsage);
     const Result<std::vector<GivenValue>> values = readValues(table, options.values);

@@ -76,6 +76,7 @@ void ConsistencyCheck::checkTable(const TableSchema& table) {
     for (int i = 0; i < rows.size(); ++i) {
         const StructRecord& row = rows.at(i);
         checkCells(table, row);
+        checkSlots(table, row);
         if (m_isComplete && table.isMadeToBeUsed())
             checkUse(table, row);
         if (m_isComplete)
@@ -202,6 +203,22 @@ void ConsistencyCheck::checkOrders() {
                     translated("The %s \"%s\" (key %s) of \"%s\" has a list whose numbers are not 1, 2, 3 "
                                "and so on; it is shown in their order, of equal numbers the older one "
                                "first, and is numbered anew when it is changed."));
+    }
+}
+
+// Slots that are empty in front of one that is not.
+void ConsistencyCheck::checkSlots(const TableSchema& table, const StructRecord& row) {
+    const Column* empty = nullptr;
+    for (const Column& column : table.columns) {
+        if (!column.isSlot())
+            continue;
+        if (column.integerIn(&row) <= 0)
+            empty = empty ? empty : &column;
+        else if (empty)
+            return add({eSeverity::kNote, &table, row.key, row.name, empty},
+                       translated("The %s \"%s\" (key %s) of \"%s\" has a gap in its list at \"%s\"; the gap "
+                                  "goes when the list is changed."),
+                       table.columnName(*empty));
     }
 }
 

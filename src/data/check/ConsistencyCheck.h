@@ -45,6 +45,7 @@ private:
     /// Lists whose stored order has gaps or ties.
     void checkOrders();
     /// What a record lacks before drawings can be made with it.
+    void checkSlots(const TableSchema& table, const StructRecord& row);
     void checkMissing(const TableSchema& table, const StructRecord& row);
     void checkUse(const TableSchema& table, const StructRecord& row);
     bool isReferredTo(const TableSchema& table, const StructRecord& row, eReferenceRole role);
