@@ -136,14 +136,21 @@ bool KorDSMPageViewDefinition::loadData() {
         return false;
     m_views->selectPath(SelectionFills::viewRequestPath(viewItem()->getRecord()));
     m_fields.load();
+    enableWays();
     return true;
 }
 
 void KorDSMPageViewDefinition::enableControls() {
     KorDSMPage::enableControls();
-    // Going to a definition changes nothing, so it is allowed in every source.
+    enableWays();
+}
+
+// Going to a definition changes nothing, so it is allowed in every source.
+void KorDSMPageViewDefinition::enableWays() {
     for (const Section& section : kSections)
-        KorControls::find(this, section.goTo)->setEnabled(leadsElsewhere());
+        KorControls::find(this, section.goTo)
+            ->setEnabled(leadsElsewhere() &&
+                         KorControls::find<QComboBox>(this, section.combo)->currentIndex() >= 0);
 }
 
 std::vector<ShownColumns> KorDSMPageViewDefinition::shownColumns() const {
@@ -243,6 +250,7 @@ void KorDSMPageViewDefinition::showNewName() {
 }
 
 void KorDSMPageViewDefinition::replaceDependents(int column) {
+    enableWays();
     const Section& section = *std::ranges::find(kSections, column, &Section::column);
     const StructDetViewRequest request = viewItem()->getRecord();
     for (KorDSMDatabaseItem* owner : item()->itemsOfRecord()) {

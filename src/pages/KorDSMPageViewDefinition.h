@@ -38,6 +38,7 @@ private:
     void onCopy();
     void onRename();
     void showNewName();
+    void enableWays();
     void replaceDependents(int column);
     void goTo(int section);
     void onNotice(const DsmListChanged& notice);

@@ -1,6 +1,8 @@
 #include "session/KorDSMPartList.h"
 
 #include "data/StyleDatabases.h"
+#include "model/KorDSMFamilies.h"
+#include "session/KorDSMValueText.h"
 #include "session/KorDSMViewList.h"
 
 #include <algorithm>
@@ -94,12 +96,25 @@ WriteResult KorDSMPartList::insertRows(std::size_t place, const std::vector<NewR
     std::vector<std::shared_ptr<StructRecord>> records;
     for (const NewRow& row : rows) {
         const std::shared_ptr<StructRecord>& record = records.emplace_back(present.copyOf(nullptr));
-        record->name = row.name;
+        record->name = row.name.isEmpty() && KorDSMFamilies::of(table().type)
+                           ? numberedName(keys().size() + records.size())
+                           : row.name;
         m_owner->integerIn(record.get()) = whole().key;
         for (std::size_t i = 0; i < row.values.size(); ++i)
             cells()[i]->write(record.get(), row.values[i]);
     }
     return insert(place, records, made);
+}
+
+// What users know by its name has one of its own in its list.
+KorString KorDSMPartList::numberedName(std::size_t number) const {
+    const Keys present = keys();
+    KorString name;
+    do
+        name = KorString::format("%s %d", {KorDSMValueText::tableCaption(table()),
+                                           KorString::number(static_cast<std::int64_t>(number++))});
+    while (std::ranges::any_of(present, [&](std::int32_t key) { return row(key)->name == name; }));
+    return name;
 }
 
 WriteResult KorDSMPartList::copyRows(const Keys& rows, std::size_t place, Keys& made) {

@@ -25,6 +25,7 @@ public:
     const StructRecord* row(std::int32_t key) const;
 
 private:
+    KorString numberedName(std::size_t number) const;
     WriteResult insertRows(std::size_t place, const std::vector<NewRow>& rows, Keys& made) override;
     WriteResult copyRows(const Keys& rows, std::size_t place, Keys& made) override;
     WriteResult removeRows(const Keys& rows) override;
