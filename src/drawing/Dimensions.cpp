@@ -1,11 +1,11 @@
 #include "drawing/Dimensions.h"
 
 #include "base/Translation.h"
-#include "data/text/TextFields.h"
 #include "drawing/DimensionPoints.h"
 #include "drawing/DimensionTexts.h"
 #include "drawing/Figures.h"
 #include "drawing/LabelText.h"
+#include "drawing/PointDimensions.h"
 #include "drawing/Titles.h"
 
 #include <numbers>
@@ -16,7 +16,6 @@ enum eRequestType { kLinear, kOrdinate, kRadial, kAngular, kLevel };
 enum eOrdinatePlace { kAtObject, kOnLine, kAtLineEnd };
 enum eOrdinateOrigin { kFromStart, kFromEnd, kFromWorkPoint, kFromGrid };
 
-constexpr double kTextSize = 2.5;
 constexpr double kTick = 1.2;
 
 double along(Vec2 p, Vec2 d) {
@@ -60,13 +59,13 @@ public:
             addOrdinates();
             break;
         case kRadial:
-            addRadii();
+            append(atPoints().radius(points(request.startPointsKey)));
             break;
         case kAngular:
-            addSlopes();
+            append(atPoints().slope(points(request.startPointsKey)));
             break;
         case kLevel:
-            addLevels();
+            append(atPoints().levels(points(request.startPointsKey)));
             break;
         default:
             addLinear();
@@ -76,6 +75,12 @@ public:
     Primitives figures;
 
 private:
+    PointDimensions atPoints() const { return {m_context, m_scene, m_provenance, titleWith(1)}; }
+    void append(Primitives more) {
+        figures.insert(figures.end(), std::make_move_iterator(more.begin()),
+                       std::make_move_iterator(more.end()));
+    }
+
     Vec2 directionOf(const StructDetRequestLinearDirection* direction) const {
         Vec2 base = {1, 0};
         const PartObject& main = *m_context.part.main();
@@ -127,7 +132,7 @@ private:
             Figures::line(std::move(points), m_context.pens.thin(), Primitive::kDimension, m_provenance));
     }
     void text(Vec2 middle, const std::string& words, double degrees) {
-        figures.push_back(Figures::text(m_context.pens, middle, kTextSize, words, Primitive::kDimension,
+        figures.push_back(Figures::text(m_context.pens, middle, kDimensionText, words, Primitive::kDimension,
                                         m_provenance, -1, degrees));
     }
     // The point of the line opposite to a point of the view.
@@ -184,13 +189,13 @@ private:
             words += " " + title;
         textOf({from, to, normal(), span.isFirst, span.isLast}, words);
         if (!title.empty() && isBeside)
-            text((from + to) * 0.5 + normal() * (kTextSize * 0.9), title, degreesOf(m_direction));
+            text((from + to) * 0.5 + normal() * (kDimensionText * 0.9), title, degreesOf(m_direction));
     }
 
     void textOf(const DimensionTexts::Span& span, const std::string& words) {
-        Primitive written = Figures::text(m_context.pens, {}, kTextSize, words, Primitive::kDimension,
+        Primitive written = Figures::text(m_context.pens, {}, kDimensionText, words, Primitive::kDimension,
                                           m_provenance, -1, degreesOf(m_direction));
-        const DimensionTexts::Place place = m_texts.place(span, {written.textWidth(), kTextSize});
+        const DimensionTexts::Place place = m_texts.place(span, {written.textWidth(), kDimensionText});
         written.move(place.middle);
         if (!place.leader.empty())
             line(place.leader);
@@ -309,107 +314,19 @@ private:
             std::string words = measure(along(point.flat, m_direction) - origin);
             if (kind && kind->ordinateType == 2) // from both ends
                 words += " / " + measure(last - along(point.flat, m_direction));
-            const double room = static_cast<double>(words.size()) * kTextSize * 0.4 + 2.5;
+            const double room = static_cast<double>(words.size()) * kDimensionText * 0.4 + 2.5;
             const Vec2 away = normal() * (where == kAtObject ? -room : room) -
-                              m_direction * (where == kAtObject ? kTextSize * 0.8 : 0);
+                              m_direction * (where == kAtObject ? kDimensionText * 0.8 : 0);
             if (where == kOnLine) {
                 textOf({to, to + m_direction * (2 * room), normal(), true, true}, words);
                 continue;
             }
             const double shift = std::max(0.0, next - along(to, m_direction));
-            next = along(to, m_direction) + shift + kTextSize * 1.3;
+            next = along(to, m_direction) + shift + kDimensionText * 1.3;
             if (shift > 0.01 && where != kAtObject)
                 line({to + normal() * 1.5, to + normal() * 2.5 + m_direction * shift});
             text(to + away + m_direction * shift, words, degreesOf(normal() * -1));
         }
-    }
-
-    void addRadii() {
-        for (const DimensionPoint& point : points(m_request->startPointsKey)) {
-            const PartObject& object = m_context.object(point.object);
-            if (object.diameter <= 0 || !m_scene.looksAlong(object.axis))
-                continue;
-            const Vec2 at = m_scene.onSheet(point.flat);
-            const Vec2 rim = at + Vec2{0.7071, 0.7071} * (object.diameter / 2 * m_scene.scale());
-            const Vec2 end = rim + Vec2{4, 4};
-            line({rim, end, end + Vec2{6, 0}});
-            const std::string title = titleWith(1);
-            text(end + Vec2{4, kTextSize}, (title.empty() ? "R" : title) + measure(object.diameter / 2), 0);
-            break; // equal ones are not repeated
-        }
-    }
-
-    // The left end of the axis, as far as the view shows it.
-    std::optional<Vec2> leftEnd(const PartObject& object) const {
-        const Box2& window = m_scene.camera.window;
-        Vec2 a = m_scene.camera.flat(object.start);
-        Vec2 b = m_scene.camera.flat(object.end);
-        if (b.u < a.u)
-            std::swap(a, b);
-        const Loop2 frame = {
-            window.low, {window.high.u, window.low.v}, window.high, {window.low.u, window.high.v}};
-        const auto inside = insideParts({frame}, a, b);
-        return inside.empty() ? std::nullopt : std::optional(a + (b - a) * inside.front().first);
-    }
-
-    void addSlopes() {
-        for (const DimensionPoint& point : points(m_request->startPointsKey)) {
-            const PartObject& object = m_context.object(point.object);
-            Vec2 axis = m_scene.camera.flat(object.end) - m_scene.camera.flat(object.start);
-            if (axis.length() < 1)
-                continue;
-            axis = axis.u < 0 ? axis * -1 : axis;
-            const double degrees = degreesOf(axis);
-            if (std::abs(degrees) < 0.5 || std::abs(degrees) > 89.5)
-                continue;
-            const std::optional<Vec2> seen = leftEnd(object);
-            if (!seen)
-                continue;
-            const Vec2 at = m_scene.onSheet(*seen);
-            constexpr double kRadius = 18;
-            Primitive arc =
-                Figures::circle(at, kRadius, m_context.pens.thin(), Primitive::kDimension, m_provenance);
-            arc.from = std::min(degrees, 0.0);
-            arc.to = std::max(degrees, 0.0);
-            figures.push_back(arc);
-            line({at, at + Vec2{kRadius + 4, 0}});
-            const double half = degrees / 2 * std::numbers::pi / 180;
-            text(at + Vec2{std::cos(half), std::sin(half)} * (kRadius + 8),
-                 LabelText::number(std::abs(degrees), 1) + "°", 0);
-            break;
-        }
-    }
-
-    void addLevels() {
-        if (m_scene.camera.frame.z.z < 0.99)
-            return;
-        double before = -1e300; // on the sheet
-        for (const DimensionPoint& point : points(m_request->startPointsKey)) {
-            Vec3 top = point.model; // steel is measured at its upper side
-            const PartObject& object = m_context.object(point.object);
-            if (object.type == eObjectType::kProfile && !object.box.isEmpty())
-                top.z = object.box.high.z;
-            const Vec2 at = {m_scene.outline.low.u - 6, m_scene.onSheet(top).v};
-            if (std::abs(at.v - before) < 2 * kTextSize)
-                continue;
-            before = at.v;
-            line({at, at + Vec2{-1.8, 2.6}, at + Vec2{1.8, 2.6}, at});
-            line({at + Vec2{4, 0}, at - Vec2{17, 0}});
-            std::string words = LabelText::number(level(top), 3);
-            if (words.find('.') == std::string::npos)
-                words += ".";
-            words.append(3 - std::min<std::size_t>(3, words.size() - words.find('.') - 1), '0');
-            const std::string title = titleWith(1);
-            words = (title.empty() ? "" : title + " ") + (level(top) >= 0 ? "+" : "") + words;
-            text(at + Vec2{-3.5, kTextSize}, words, 0);
-            figures.back().move({-figures.back().textWidth() / 2, 0});
-        }
-    }
-    // Metres above the zero of the building, which the part file tells for its own zero.
-    double level(const Vec3& point) const {
-        const auto own = m_context.part.values.find("elevation");
-        const auto zero = own == m_context.part.values.end() ? std::nullopt : TextFields::toReal(own->second);
-        return zero.value_or(0.0) + point.z / 1000;
     }
 
     DrawingContext& m_context;

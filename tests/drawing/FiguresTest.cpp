@@ -46,6 +46,12 @@ TEST_F(FiguresTest, DimensionsShowThePitchesOfHoles) {
               (Texts{"50", "10", "70", "50", "30", "80", "130", "420"}));
     EXPECT_EQ(dimensions("Plate, single part", "Plate, flat", {"Plate holes across", "Plate width"}, plate),
               (Texts{"60", "80", "90", "50", "280"}));
+    // Within 12 mm the slot at 60 stands on one line with the hole at 50.
+    const auto line = row<StructDetGeometricRestrictions>("Same line").key;
+    set(kTableGeometricRestrictions, line, "tolerance", 12.0);
+    EXPECT_EQ(dimensions("Plate, single part", "Plate, flat", {"Plate holes along"}, plate),
+              (Texts{"50", "80", "50", "30", "80", "130"}));
+    set(kTableGeometricRestrictions, line, "tolerance", 1.0);
     const auto along = row<StructDetViewDimRequestLinear>("Plate holes along").key;
     set(kTablePointSelection, row<StructDetViewDimPointSelection>("Hole centres").key, "qualifier_set",
         std::int64_t(row<StructDetObjQualifierSet>("Round holes").key));
@@ -92,6 +98,27 @@ TEST_F(FiguresTest, DimensionLinesStandAtTheirDistances) {
     set(kTableViewDimStrategy, strategy.key, "first_line_distance", 14.0);
     set(kTableViewDimStrategy, strategy.key, "line_spacing", 9.0);
     EXPECT_NEAR(lineAt(), 14 + 9, 0.01);
+}
+
+// The section looks along the beam from 10 mm before the middle of the connection, which goes from -20 to
+// 350: at 155. The end plate begins at -20; the scale is 1:15.
+TEST_F(FiguresTest, CutsAreMarkedWhereTheyAreTaken) {
+    const Drawing drawing = draw("Beam, shop drawing with sections", "beam");
+    const ViewPicture& main = drawing.views.at(0);
+    double edge = 1e300;
+    std::vector<double> strokes;
+    int letters = 0;
+    for (const Primitive& primitive : main.primitives) {
+        if (primitive.purpose == Primitive::kVisibleEdge && primitive.kind == Primitive::kLine)
+            edge = std::min({edge, primitive.points[0].u, primitive.points[1].u});
+        if (primitive.purpose == Primitive::kSymbol && primitive.pen.weight == 0.5)
+            strokes.push_back(primitive.points[0].u);
+        letters += primitive.purpose == Primitive::kSymbol && primitive.text == "A";
+    }
+    ASSERT_EQ(strokes.size(), 2u);
+    for (const double stroke : strokes)
+        EXPECT_NEAR(stroke - edge, (155 + 20) / 15.0, 0.01);
+    EXPECT_EQ(letters, 2);
 }
 
 TEST_F(FiguresTest, LabelsTellOfTheirObjectsAsTheirStrategySays) {

@@ -63,7 +63,7 @@ TEST_F(SampleDrawingTest, EveryStyleDrawsEveryPartAsAgreedAndEachLineSaysWhoMade
     std::map<std::string, SamplePart> parts;
     for (const std::string& name : SampleParts::names(partsFolder()))
         parts[name] = part(name);
-    KeptPictures kept(std::filesystem::path(SOURCE_DIR) / "tests/drawing/kept");
+    KeptPictures kept(std::filesystem::path(SOURCE_DIR) / "tests/data/drawings");
     int drawn = 0;
     eachStyle([&](SourceId id, const StructRecord& style) {
         const std::string suiting = partFor(style);
