@@ -62,4 +62,3 @@ configure_file(${packaging}/${desktop_id}.metainfo.xml.in ${desktop}/${desktop_i
 install(FILES ${desktop}/${desktop_id}.metainfo.xml COMPONENT program DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 
 add_custom_target(desktop DEPENDS ${icon_pictures} ${screenshot_pictures})
-build_at_install(desktop program)

@@ -6,7 +6,7 @@ function(install_manual page section what folder locale)
     set(file ${manual}/${locale}/${page}.${section})
     file(MAKE_DIRECTORY ${manual}/${locale})
     add_custom_command(OUTPUT ${file}.gz DEPENDS detailstyles ${CMAKE_SOURCE_DIR}/resources/prompts/de.sentences.tsv
-            ${CMAKE_SOURCE_DIR}/resources/prompts/de.tsv
+            ${CMAKE_SOURCE_DIR}/resources/prompts/de.tsv ${CMAKE_SOURCE_DIR}/resources/prompts/en.tsv
         COMMAND ${CMAKE_COMMAND} -E env LC_ALL=${locale}.UTF-8 XDG_CONFIG_HOME=${manual} $<TARGET_FILE:detailstyles> manual ${what} > ${file}
         COMMAND gzip -9nf ${file})
     install(FILES ${file}.gz COMPONENT program DESTINATION ${CMAKE_INSTALL_MANDIR}/${folder}man${section})
@@ -17,7 +17,6 @@ install_manual(dsdb 5 dsdb "" C)
 install_manual(detailstyles 1 program de/ de_DE)
 install_manual(dsdb 5 dsdb de/ de_DE)
 add_custom_target(manual DEPENDS ${manual_pages})
-build_at_install(manual program)
 
 set(completion ${packaging}/completion)
 install(FILES ${completion}/detailstyles.bash COMPONENT program RENAME detailstyles

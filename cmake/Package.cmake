@@ -20,7 +20,10 @@ function(install_part component)
     endforeach()
 endfunction()
 
-build_at_install(detailstyles program)
+# Before the rules that take what is there.
+foreach(target detailstyles desktop manual)
+    build_at_install(${target} program)
+endforeach()
 install(TARGETS detailstyles RUNTIME COMPONENT program)
 include(${CMAKE_SOURCE_DIR}/cmake/Desktop.cmake)
 include(${CMAKE_SOURCE_DIR}/cmake/Manual.cmake)

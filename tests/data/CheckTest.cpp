@@ -82,7 +82,8 @@ TEST_F(CheckTest, WhatADrawingCouldNotBeMadeWithIsNoted) {
                 return each.severity == eSeverity::kNote && mentions(each.sentence, sentence);
             });
     };
-    EXPECT_EQ(lacks("detail style \"Column\" (key 1)"), 2);
+    EXPECT_EQ(lacks("detail style \"Column\" (key 1)"), 3);
+    EXPECT_EQ(lacks("has a gap in its list at \"view_2\""), 1);
     EXPECT_EQ(lacks("it has no view arrange strategy"), 1);
     EXPECT_EQ(lacks("it has no repr map entry") + lacks("it has no view request"), 0);
     add<StructDetObjReprMap>(kUser, "Empty");

@@ -29,11 +29,13 @@ protected:
     }
     std::string file(const std::string& name) const { return m_folder.file(name); }
 
-    /// What is found in a source but for what the fixture's styles lack before they can be drawn with.
+    /// What is found in a source but for the gap in the fixture's list of views, and what its styles lack
+    /// before they can be drawn with.
     static std::vector<Finding> faultsOf(StyleSource& source) {
         std::vector<Finding> findings = ConsistencyCheck(source).run();
         std::erase_if(findings, [](const Finding& finding) {
-            return finding.sentence.find("not ready for drawings") != std::string::npos;
+            return finding.sentence.find("not ready for drawings") != std::string::npos ||
+                   finding.sentence.find("has a gap in its list") != std::string::npos;
         });
         return findings;
     }

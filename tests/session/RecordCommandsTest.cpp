@@ -64,7 +64,7 @@ TEST_F(RecordCommands, RecordsOfEachKindAreMadeCopiedRenamedAndDeletedEachInOneS
         EXPECT_EQ(counts(), before);
         EXPECT_FALSE(KorDSMUndo::canUndo());
     }
-    EXPECT_EQ(kinds, 25);
+    EXPECT_EQ(kinds, 28);
     EXPECT_TRUE(assertions.empty());
 }
 

@@ -106,7 +106,7 @@ TEST_F(WhereUsed, IsSaidInANumberAndWhatIsMissingByName) {
     }
     const std::pair<eTableType, const char*> fresh[] = {
         {kTableDetailStyle, "Still missing: View arrangement, Model object selection, Views"},
-        {kTableViewRequest, "Still missing: System and box, Representation map"},
+        {kTableViewRequest, "Still missing: View direction and model box, Object presentation and labeling"},
         {kTableReprMap, "Still missing: Entries"},
         {kTableQualifierSet, "Still missing: Qualifiers"},
         {kTableViewDimStrategy, "Still missing: Dimensions"},
