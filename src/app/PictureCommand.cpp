@@ -68,7 +68,8 @@ Result<Governed::Places> highlighted(Drawing& drawing, const DrawingOptions& opt
         TypedValue::findColumn(*row.table, TypedValue::columnsOf(*row.table), options.highlight[2]);
     if (!column)
         return Result<>::failure(column.error);
-    const Governed::Places places = Governed(drawing).by(style.source, row.ref(), column.value->number);
+    const Governed::Places places = Governed(drawing).by(*StyleDatabases::current().source(style.source),
+                                                         row.ref(), column.value->number);
     if (places.empty())
         drawing.notes.push_back(WhyNothing::sentenceFor(*StyleDatabases::current().source(style.source),
                                                         row.ref(), column.value->number, part, request));

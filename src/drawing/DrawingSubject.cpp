@@ -65,8 +65,10 @@ DrawingSubject DrawingSubject::of(StyleSource& source, const RowRef& row, std::i
                    : translated("There is nothing to be drawn.").toStdString();
         return subject;
     }
-    for (int i = 0; i < style->getLengthItems() && subject.view == 0; ++i)
+    for (int i = 0; i < style->getLengthItems(); ++i)
         if (users.met(kTableViewRequest, style->getViewRequestAt(i)))
-            subject.view = style->getViewRequestAt(i);
+            subject.views.push_back(style->getViewRequestAt(i));
+    if (!subject.views.empty())
+        subject.view = subject.views.front();
     return subject;
 }

@@ -1,11 +1,29 @@
 #include "drawing/Governed.h"
 
+#include "data/StyleSource.h"
+
 #include <algorithm>
 
 namespace {
 
 std::uint64_t placeOf(const RowRef& row) {
     return static_cast<std::uint64_t>(row.table) << 32 | static_cast<std::uint32_t>(row.key);
+}
+
+// Whether provenance names the columns of this table itself: where it does not, nothing hangs on them.
+bool tellsItself(const TableSchema& table, const Column& column) {
+    constexpr eTableType kTold[] = {kTableDetailStyle,     kTableViewRequest,        kTableReprMapEntry,
+                                    kTableReprMap,         kTableSystemAndBox,       kTableAppearance,
+                                    kTableViewDimStrategy, kTableDimStrategyItem,    kTableDimRequest,
+                                    kTableLengthClip,      kTableAnnotationStrategy, kTableAnnotationType,
+                                    kTableArrangerControl, kTableArrangerStrategy,   kTableHatchSettings,
+                                    kTableLeaderStyle,     kTableGridRefSettings};
+    return std::ranges::find(kTold, table.type) != std::end(kTold) || column.name == "frame_margin";
+}
+
+void keepEachOnce(Governed::Places& places) {
+    std::ranges::sort(places);
+    places.erase(std::unique(places.begin(), places.end()), places.end());
 }
 
 } // namespace
@@ -53,4 +71,46 @@ Box2 Governed::box(SourceId source, const RowRef& row, int column) const {
     for (const Chain* chain : chainsOf(source, row, column))
         box.add(chain->box);
     return box;
+}
+
+Governed::Places Governed::by(StyleSource& source, const RowRef& row, int number) const {
+    Places places = by(source.id(), row, number);
+    const TableSchema* table = findTable(row.table);
+    const Column* column = table ? table->column(number) : nullptr;
+    const StructRecord* record = table ? source.table(row.table).find(KorOdbcKey(row.key)) : nullptr;
+    if (!places.empty() || !column || !record || column->role == eReferenceRole::kFiledUnder ||
+        column->number == 1)
+        return places;
+    if (column->isReference() && column->role == eReferenceRole::kPartOf) {
+        places = by(source.id(), row);
+    } else if (column->isSlot() || column->name == "dim_strategy") {
+        const Places own = by(source.id(), row);
+        const Places chosen = by(source.id(), {column->target, column->integerIn(record)});
+        std::ranges::set_intersection(own, chosen, std::back_inserter(places));
+    }
+    std::set<RowRef> seen;
+    if (places.empty() && !tellsItself(*table, *column))
+        addThrough(source, row, seen, places);
+    keepEachOnce(places);
+    return places;
+}
+
+// What is governed by the cells that refer to a row, or to the row that it is a part of.
+void Governed::addThrough(StyleSource& source, const RowRef& row, std::set<RowRef>& seen,
+                          Places& places) const {
+    const StructRecord* record = source.table(row.table).find(KorOdbcKey(row.key));
+    if (!record || !seen.insert(row).second)
+        return;
+    for (const Column& column : findTable(row.table)->columns)
+        if (column.isReference() && column.role == eReferenceRole::kPartOf)
+            addThrough(source, {column.target, column.integerIn(record)}, seen, places);
+    for (const Referrer& referrer : source.referrersOf(row.table, KorOdbcKey(row.key))) {
+        if (referrer.column->role != eReferenceRole::kUses)
+            continue;
+        const RowRef user = {referrer.table->type, referrer.key};
+        const Places own = by(source.id(), user, referrer.column->number);
+        places.insert(places.end(), own.begin(), own.end());
+        if (!tellsItself(*referrer.table, *referrer.column))
+            addThrough(source, user, seen, places);
+    }
 }

@@ -52,7 +52,7 @@ ProvenancePtr chainOf(DrawingContext& context, const StructDetViewRequest& view)
                        chain);
     return nearer(context.rows.step(view, {"system_and_box", "repr_map", "depth_position", "select_mode",
                                            "visibility_status", "area_type", "length_clip", "scale",
-                                           "process_scale_override"}),
+                                           "process_scale_override", "arrange_direction"}),
                   chain);
 }
 

@@ -81,7 +81,8 @@ bool KorDSMPreview::isPending() const {
 }
 
 Governed::Places KorDSMPreview::governedBy(const RowRef& row, int column) const {
-    return m_governed.by(m_subject.source, row, column);
+    StyleSource* from = source();
+    return from ? m_governed.by(*from, row, column) : Governed::Places();
 }
 
 Box2 KorDSMPreview::boxOf(const RowRef& row) const {
