@@ -9,6 +9,7 @@
 #include "model/KorDSMMessages.h"
 #include "operations/CurrentRows.h"
 #include "pages/KorDSMPage.h"
+#include "pages/ListEffect.h"
 #include "pages/PartClipboard.h"
 #include "pages/PartListColumns.h"
 #include "pages/PartListCommands.h"
@@ -17,6 +18,7 @@
 #include "pages/SelectionFills.h"
 #include "pages/ValuePictures.h"
 #include "services/Prompts.h"
+#include "session/KorDSMPreview.h"
 #include "session/KorDSMQualifierWords.h"
 #include "session/KorDSMValueText.h"
 
@@ -128,6 +130,8 @@ void PartListEditor::setUpColumns() {
                                           combo.addEntry(KorDSMValueText::nothing());
                                   });
     }
+    if (KorDSMListEffect::isFor(m_parts))
+        m_effect = new ListEffect(*m_grid);
     m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_grid->setRowsMovable(m_list->isOrdered());
     if (m_list->isOrdered())
@@ -184,7 +188,28 @@ void PartListEditor::fill() {
             places.push_back(static_cast<int>(it - m_keys.begin()));
     m_grid->selectRows(places);
     explain();
+    showEffect();
     updateCommands();
+}
+
+const Column* PartListEditor::columnAt(int place) const {
+    return place >= 0 && place < std::ssize(m_columns) ? m_columns[static_cast<std::size_t>(place)] : nullptr;
+}
+
+void PartListEditor::showEffect() {
+    constexpr int kPicks = 930;
+    const KorDSMPreview* preview = KorDSMPreview::shown();
+    if (m_effect && m_list)
+        m_effect->show(m_list->whole(), m_keys);
+    if (!m_list || m_list->whole().table != kTableQualifierSet)
+        return;
+    explain();
+    if (!preview)
+        return;
+    const auto [picked, all] = preview->pickedBy(m_list->whole().key);
+    m_head->setText(
+        m_head->text() + u' ' +
+        toQt(KorString::format(Prompts::dsm(kPicks), {KorString::number(picked), KorString::number(all)})));
 }
 
 // Qualifier sets in words: the one that is edited at the head of its list, others as tooltips.
@@ -220,8 +245,11 @@ std::optional<FieldPlace> PartListEditor::placeOf(const QWidget& control) const 
     const int column = m_grid->currentColumn();
     if (&control != m_grid || row < 0 || column < 0 || row >= std::ssize(m_keys))
         return std::nullopt;
-    const auto cell =
-        m_list->cell(m_keys[static_cast<std::size_t>(row)], *m_columns[static_cast<std::size_t>(column)]);
+    const std::int32_t key = m_keys[static_cast<std::size_t>(row)];
+    if (!columnAt(column))
+        return FieldPlace{
+            m_list->record(key), 0, {}, m_effect ? m_effect->objectsAt(row, column) : std::vector<int>()};
+    const auto cell = m_list->cell(key, *columnAt(column));
     return FieldPlace{cell.row, cell.column->number};
 }
 
@@ -333,11 +361,11 @@ void PartListEditor::onCellEdited(int row, int column) {
 }
 
 void PartListEditor::open(int row, int column) {
-    const Column& opened = *m_columns[static_cast<std::size_t>(column)];
+    const Column* opened = columnAt(column);
     const std::int32_t key = m_keys[static_cast<std::size_t>(row)];
     DsmGoToRecord message;
-    message.row =
-        opened.isReference() ? RowRef{opened.target, referenceAt(row, opened)} : m_list->record(key);
+    message.row = opened && opened->isReference() ? RowRef{opened->target, referenceAt(row, *opened)}
+                                                  : m_list->record(key);
     message.source = CurrentRows::source();
     KorDSMMainWindow::sendMessage(message);
 }
@@ -377,7 +405,8 @@ void PartListEditor::addPasteOnly(QMenu& menu) {
 void PartListEditor::showMenu(const QPoint& position) {
     QMenu menu;
     const QModelIndex cell = m_grid->indexAt(position);
-    if (cell.isValid() && m_columns[static_cast<std::size_t>(cell.column())]->isReference()) {
+    const Column* pointedAt = cell.isValid() ? columnAt(cell.column()) : nullptr;
+    if (pointedAt && pointedAt->isReference()) {
         const KorString name = m_grid->getCellText(cell.row(), cell.column());
         const bool isChosen =
             referenceAt(cell.row(), *m_columns[static_cast<std::size_t>(cell.column())]) > 0;
@@ -403,5 +432,7 @@ void PartListEditor::showMenu(const QPoint& position) {
         action->setEnabled(canDo(command));
     }
     addPasteOnly(menu);
+    if (m_effect && cell.isValid())
+        m_effect->addTo(menu, m_keys[static_cast<std::size_t>(cell.row())]);
     menu.exec(m_grid->viewport()->mapToGlobal(position));
 }

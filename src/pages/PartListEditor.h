@@ -10,6 +10,7 @@
 class KorButtonGroup;
 class KorDSMPage;
 class KorMFCGridCtrl;
+class ListEffect;
 class QLabel;
 class QMenu;
 class RestRow;
@@ -30,6 +31,9 @@ public:
     void load(RowRef whole);
     /// Whether the list can be changed, which is the page's and the source's to say.
     void enable();
+
+    /// Shows what the list does with the objects of the sample part that the preview shows.
+    void showEffect();
 
     /// The rows that are selected, from the top down.
     KorDSMEditedList::Keys selected() const;
@@ -63,6 +67,8 @@ private:
     /// The columns with the name in front where users know the rows by it.
     std::vector<const Column*> shownColumns() const;
 
+    /// What the grid shows in this column; null behind the list's own.
+    const Column* columnAt(int place) const;
     /// Whether it is only shown.
     bool isDetail(const Column& column) const;
     KorString captionOf(const Column& column) const;
@@ -75,6 +81,7 @@ private:
     KorButtonGroup* m_buttons;
     QLabel* m_head;
     RestRow* m_rest = nullptr;         // of a list that has one
+    ListEffect* m_effect = nullptr;    // of a list that has one
     KorDSMEditedList::Keys m_keys;     // of the rows shown
     KorDSMEditedList::Keys m_selected; // to be selected when the page is loaded again
 };

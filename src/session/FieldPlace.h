@@ -4,12 +4,14 @@
 #include "records/TableSchema.h"
 
 #include <optional>
+#include <vector>
 
-/// The cell of the current source that a control shows.
+/// What a control shows of the current source: a cell, or what a row does with objects of the sample part.
 struct FieldPlace {
     RowRef row;
-    int column = 0;                      ///< number
+    int column = 0;                      ///< number; 0: no cell
     std::optional<CellValue> typed = {}; ///< what is being typed and is not written yet
+    std::vector<int> objects = {};       ///< that the control counts, by their index in the part
 
     bool operator==(const FieldPlace&) const = default;
 };

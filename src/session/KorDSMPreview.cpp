@@ -1,16 +1,35 @@
 #include "session/KorDSMPreview.h"
 
-#include "drawing/MapExplanation.h"
+#include "base/EditorSession.h"
 #include "drawing/WhyNothing.h"
 #include "session/KorDSMProvenanceWords.h"
 #include "session/StoredState.h"
 
 #include <algorithm>
 
+namespace {
+
+struct ShownPreview {
+    KorDSMPreview* preview = nullptr;
+};
+
+KorDSMPreview*& current() {
+    return EditorSession::currentPart<ShownPreview>().preview;
+}
+
+} // namespace
+
+KorDSMPreview* KorDSMPreview::shown() {
+    return current();
+}
+
 KorDSMPreview::KorDSMPreview(std::filesystem::path parts, std::filesystem::path support)
     : m_parts(std::move(parts)), m_support(std::move(support)) {}
 
-KorDSMPreview::~KorDSMPreview() = default;
+KorDSMPreview::~KorDSMPreview() {
+    if (current() == this)
+        current() = nullptr;
+}
 
 StyleSource* KorDSMPreview::source() const {
     return m_subject.style != 0 ? StyleDatabases::current().source(m_subject.source) : nullptr;
@@ -35,6 +54,8 @@ void KorDSMPreview::choosePart(const std::string& name) {
 }
 
 void KorDSMPreview::rest() {
+    if (current() == this)
+        current() = nullptr;
     m_subject = {};
     m_live.reset();
     m_drawing.reset();
@@ -43,7 +64,10 @@ void KorDSMPreview::rest() {
 
 bool KorDSMPreview::update(const KorDSMDatabaseItem* item, const std::optional<FieldPlace>& typed) {
     const KorDSMPreviewSubject before = std::exchange(m_subject, KorDSMPreviewSubject::of(item));
+    if (before.source != m_subject.source)
+        m_leftOut.clear(); // keys mean something in one source only
     StyleSource* from = source();
+    current() = from ? this : nullptr;
     if (!from) {
         m_live.reset();
         return std::exchange(m_drawing, nullptr) != nullptr;
@@ -59,6 +83,7 @@ bool KorDSMPreview::update(const KorDSMDatabaseItem* item, const std::optional<F
         m_part = part ? std::make_shared<const SamplePart>(*part) : std::make_shared<const SamplePart>();
         m_live = std::make_unique<LiveDrawing>(m_part, request());
     }
+    m_live->setEntriesOff(m_leftOut);
     const TypedState trial(typed);
     const Drawing& drawn = m_live->update(*from);
     if (isSame && m_drawing && !m_live->hasChanged())
@@ -85,6 +110,15 @@ Governed::Places KorDSMPreview::governedBy(const RowRef& row, int column) const 
     return from ? m_governed.by(*from, row, column) : Governed::Places();
 }
 
+Governed::Places KorDSMPreview::placesOf(const std::vector<int>& objects) const {
+    Governed::Places places;
+    const auto all = m_drawing ? m_drawing->all() : std::vector<const Primitive*>();
+    for (std::size_t i = 0; i < all.size(); ++i)
+        if (all[i]->object >= 0 && std::ranges::find(objects, all[i]->object) != objects.end())
+            places.push_back(i);
+    return places;
+}
+
 Box2 KorDSMPreview::boxOf(const RowRef& row) const {
     return m_governed.box(m_subject.source, row);
 }
@@ -106,6 +140,30 @@ std::string KorDSMPreview::partThatShows(const RowRef& row, int column) {
     const auto entry = std::ranges::find(m_parts.all(), found,
                                          [](const KorDSMSampleParts::Entry& each) { return &each.part; });
     return found && entry != m_parts.all().end() ? entry->name : std::string();
+}
+
+std::vector<EntryCount> KorDSMPreview::countsOf(std::int32_t map) const {
+    StyleSource* from = source();
+    if (!from)
+        return {};
+    return MapExplanation(*from, map, *m_part, MapExplanation::objectsOf(*from, m_subject.style, *m_part),
+                          m_leftOut)
+        .counts();
+}
+
+std::pair<std::size_t, std::size_t> KorDSMPreview::pickedBy(std::int32_t set) const {
+    StyleSource* from = source();
+    return from ? std::pair(SetExplanation(*from, set, *m_part).picked().size(), m_part->objects.size())
+                : std::pair<std::size_t, std::size_t>();
+}
+
+void KorDSMPreview::leaveOut(std::int32_t entry, bool out) {
+    if (out)
+        m_leftOut.insert(entry);
+    else
+        m_leftOut.erase(entry);
+    if (m_tell)
+        m_tell();
 }
 
 const Primitive* KorDSMPreview::primitiveAt(std::size_t place) const {
@@ -137,7 +195,7 @@ std::vector<KorDSMPreview::Reason> KorDSMPreview::reasonsFor(std::size_t place) 
     if (map == primitive->provenance->end())
         return reasons;
     MapExplanation explanation(*from, map->row.key, *m_part,
-                               MapExplanation::objectsOf(*from, m_subject.style, *m_part));
+                               MapExplanation::objectsOf(*from, m_subject.style, *m_part), m_leftOut);
     for (const EntryReason& reason : explanation.reasonsFor(primitive->object))
         reasons.push_back(
             {{kTableReprMapEntry, reason.entry}, reason.reason == EntryReason::kDecides, reason.sentence});

@@ -2,10 +2,12 @@
 
 #include "drawing/Governed.h"
 #include "drawing/LiveDrawing.h"
+#include "drawing/MapExplanation.h"
 #include "session/FieldPlace.h"
 #include "session/KorDSMPreviewSubject.h"
 #include "session/KorDSMSampleParts.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -19,6 +21,9 @@ public:
     /// The folders of the sample parts, and of line type files without a path.
     KorDSMPreview(std::filesystem::path parts, std::filesystem::path support);
     ~KorDSMPreview();
+
+    /// The preview that is shown in the current session, with a drawing; null for none.
+    static KorDSMPreview* shown();
 
     KorDSMSampleParts& parts() { return m_parts; }
     const KorDSMPreviewSubject& subject() const { return m_subject; }
@@ -44,6 +49,8 @@ public:
 
     /// The primitives that a cell of the source has a say in, by their places.
     Governed::Places governedBy(const RowRef& row, int column) const;
+    /// Those that show one of these objects of the part.
+    Governed::Places placesOf(const std::vector<int>& objects) const;
     /// Where the record acts on the sheet.
     Box2 boxOf(const RowRef& row) const;
     /// Why the cell governs nothing, in one sentence.
@@ -59,6 +66,17 @@ public:
         KorString text; ///< kind, name and columns
     };
     std::vector<Maker> makersOf(std::size_t place) const;
+
+    /// What the entries of a map do with the objects that the style selects of the part.
+    std::vector<EntryCount> countsOf(std::int32_t map) const;
+    /// How many objects of the part a qualifier set of the source picks, and of how many.
+    std::pair<std::size_t, std::size_t> pickedBy(std::int32_t set) const;
+
+    /// Leaves an entry of a map out on trial, or no more. Nothing of that is stored.
+    void leaveOut(std::int32_t entry, bool out);
+    bool isLeftOut(std::int32_t entry) const { return m_leftOut.contains(entry); }
+    /// To be told when something was left out, or is no more.
+    void whenLeftOut(std::function<void()> tell) { m_tell = std::move(tell); }
 
     /// Why an entry of the map decides how an object looks, or does not.
     struct Reason {
@@ -83,4 +101,6 @@ private:
     std::unique_ptr<LiveDrawing> m_live;
     std::shared_ptr<const Drawing> m_drawing;
     Governed m_governed;
+    std::set<std::int32_t> m_leftOut; // of the subject's source
+    std::function<void()> m_tell;
 };

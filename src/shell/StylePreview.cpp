@@ -6,6 +6,7 @@
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "controls/KorVerticalSplitter.h"
+#include "pages/PartListEditor.h"
 #include "services/CKorHelp.h"
 #include "services/KOSettings.h"
 #include "services/KorResources.h"
@@ -100,6 +101,7 @@ StylePreview::StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorBu
         if (const auto makers = m_preview.makersOf(place); !makers.empty())
             goTo(makers.front().row, makers.front().column);
     });
+    m_preview.whenLeftOut([this] { follow(); });
     m_splitter.installEventFilter(this);
     restorePlace();
 }
@@ -141,6 +143,7 @@ void StylePreview::setShown(bool shown) {
         m_preview.rest();
         m_pane->view().show(nullptr);
         m_pane->hideList();
+        showEffects();
         return;
     }
     layOut();
@@ -240,7 +243,18 @@ void StylePreview::update() {
     }
     if (std::exchange(m_shownRow, m_preview.subject().row) != m_preview.subject().row)
         showRecord();
+    showEffects();
     markField();
+}
+
+// What lists of the page say of the part.
+void StylePreview::showEffects() {
+    if (const KorDSMPage* page = KorDSMPage::currentPage())
+        for (PartListEditor* list : page->findChildren<PartListEditor*>())
+            list->showEffect();
+    const QWidget* focus = QApplication::focusWidget();
+    if (m_field && focus)
+        followFocus(focus);
 }
 
 void StylePreview::showHead() {
@@ -286,7 +300,8 @@ void StylePreview::followFocus(const QWidget* focus) {
     const KorDSMPage* page = KorDSMPage::currentPage();
     const auto field =
         page && page->isAncestorOf(focus) ? page->fieldAt(*focus) : std::optional<FieldPlace>();
-    const bool isSame = m_field && field && m_field->row == field->row && m_field->column == field->column;
+    const bool isSame = m_field && field && m_field->row == field->row && m_field->column == field->column &&
+                        m_field->objects == field->objects;
     m_field = field;
     if (!isSame)
         markField();
@@ -295,9 +310,12 @@ void StylePreview::followFocus(const QWidget* focus) {
 void StylePreview::markField() {
     if (m_isBefore || !m_preview.drawing())
         return;
-    const auto places = m_field ? m_preview.governedBy(m_field->row, m_field->column) : PreviewView::Places();
+    const bool isCount = m_field && m_field->column == 0;
+    const auto places = isCount   ? m_preview.placesOf(m_field->objects)
+                        : m_field ? m_preview.governedBy(m_field->row, m_field->column)
+                                  : PreviewView::Places();
     m_pane->view().mark(places);
-    if (m_field && places.empty())
+    if (m_field && !isCount && places.empty())
         return explainNothing();
     m_pane->setNote({});
 }

@@ -55,6 +55,7 @@ private:
     void update();
     void showDrawing();
     void showRecord();
+    void showEffects();
     void showHead();
     void followFocus(const QWidget* focus);
     void markField();

@@ -1,8 +1,10 @@
 #include "shell/EditorFixture.h"
 
 #include "controls/KorLineEdit.h"
+#include "controls/KorMFCGridCtrl.h"
 #include "drawing/Governed.h"
 #include "records/TableDeclarations.h"
+#include "session/KorDSMPreview.h"
 #include "session/KorDSMUndo.h"
 #include "shell/PreviewPane.h"
 
@@ -166,4 +168,32 @@ TEST_F(Preview, LeadsFromALineToTheFieldThatMadeItSo) {
     EXPECT_EQ(focused()->column, nearest.columns.front());
     EXPECT_EQ(view().marked(), governed(*focused()));
     EXPECT_FALSE(view().isFitted()) << "the record is looked at where it acts";
+}
+
+TEST_F(Preview, CountsWhatTheEntriesOfAMapTakeAndLeavesOneOutOnTrialOnly) {
+    showPreview({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front", "HB workshop"});
+    auto* grid = page()->findChild<KorMFCGridCtrl*>();
+    const int takes = grid->columnCount() - 2;
+    ASSERT_FALSE(grid->isColumnHidden(takes));
+    const Drawing whole = drawn();
+    grid->setFocus();
+    grid->setCurrentCell(2, takes); // the holes
+    settle();
+    const int count = std::stoi("0" + grid->getCellText(2, takes).toStdString());
+    std::set<int> marked;
+    for (const std::size_t place : view().marked())
+        marked.insert(whole.all()[place]->object);
+    EXPECT_FALSE(marked.empty());
+    EXPECT_LE(std::ssize(marked), count) << "of those that are taken some may be out of sight";
+
+    KorDSMPreview& preview = *KorDSMPreview::shown();
+    ASSERT_TRUE(focused());
+    const std::int32_t holes = focused()->row.key;
+    preview.leaveOut(holes, true);
+    EXPECT_FALSE(isEqual(drawn(), whole));
+    EXPECT_FALSE(isPending());
+    preview.leaveOut(holes, false);
+    EXPECT_TRUE(isEqual(drawn(), whole));
+    press(Qt::Key_F9);
+    EXPECT_TRUE(grid->isColumnHidden(takes));
 }

@@ -1,0 +1,78 @@
+#include "pages/ListEffect.h"
+
+#include "controls/KorMFCGridCtrl.h"
+#include "controls/KorPictures.h"
+#include "controls/KorQt.h"
+#include "operations/CurrentRows.h"
+#include "services/Prompts.h"
+#include "session/KorDSMPreview.h"
+
+#include <QMenu>
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kTakes = 925;
+constexpr int kTakenBefore = 926;
+constexpr int kNever = 927;
+constexpr int kOff = 928;
+constexpr int kLeaveOut = 929;
+constexpr int kWarning = 394; // icon
+
+} // namespace
+
+ListEffect::ListEffect(KorMFCGridCtrl& grid)
+    : QObject(&grid), m_grid(grid),
+      m_takes(grid.insertColumn(Prompts::dsm(kTakes), KorMFCGridCtrl::eReadOnly)),
+      m_takenBefore(grid.insertColumn(Prompts::dsm(kTakenBefore), KorMFCGridCtrl::eReadOnly)) {}
+
+void ListEffect::show(RowRef whole, const std::vector<std::int32_t>& keys) {
+    const KorDSMPreview* preview = KorDSMPreview::shown();
+    const auto effects = KorDSMListEffect::of(CurrentRows::source(), whole, preview);
+    const bool isKnown = preview || std::ranges::any_of(effects, [](const KorDSMListEffect::Row& row) {
+                             return !row.never.isEmpty();
+                         });
+    m_grid.setColumnHidden(m_takes, !isKnown);
+    m_grid.setColumnHidden(m_takenBefore, !preview);
+    m_rows.clear();
+    for (const std::int32_t key : keys) {
+        const auto effect = std::ranges::find(effects, key, &KorDSMListEffect::Row::key);
+        m_rows.push_back(effect == effects.end() ? KorDSMListEffect::Row{key} : *effect);
+        showRow(static_cast<int>(m_rows.size()) - 1, m_rows.back());
+    }
+}
+
+void ListEffect::showRow(int place, const KorDSMListEffect::Row& row) {
+    const QSignalBlocker quiet(m_grid); // a tooltip is no edit
+    const bool isCounted = KorDSMPreview::shown() != nullptr;
+    KorString text = isCounted ? KorString::number(row.takes.size()) : KorString();
+    if (!row.never.isEmpty())
+        text = Prompts::dsm(kNever);
+    if (row.isOff)
+        text = Prompts::dsm(kOff);
+    m_grid.setCellText(place, m_takes, text);
+    m_grid.setCellPicture(place, m_takes, row.never.isEmpty() ? QIcon() : KorPictures::icon(kWarning));
+    m_grid.setCellText(place, m_takenBefore,
+                       isCounted ? KorString::number(row.takenBefore.size()) : KorString());
+    if (QTableWidgetItem* item = m_grid.item(place, m_takes))
+        item->setToolTip(toQt(row.never));
+}
+
+std::vector<int> ListEffect::objectsAt(int row, int column) const {
+    if (row < 0 || row >= std::ssize(m_rows))
+        return {};
+    const KorDSMListEffect::Row& shown = m_rows[static_cast<std::size_t>(row)];
+    return column == m_takes ? shown.takes : column == m_takenBefore ? shown.takenBefore : std::vector<int>();
+}
+
+void ListEffect::addTo(QMenu& menu, std::int32_t key) const {
+    KorDSMPreview* preview = KorDSMPreview::shown();
+    if (!preview)
+        return;
+    QAction* action = menu.addAction(toQt(Prompts::dsm(kLeaveOut)), this,
+                                     [preview, key](bool off) { preview->leaveOut(key, off); });
+    action->setCheckable(true);
+    action->setChecked(preview->isLeftOut(key));
+}

@@ -1,0 +1,35 @@
+#include "session/KorDSMListEffect.h"
+
+#include "data/StyleDatabases.h"
+#include "drawing/MapExplanation.h"
+#include "drawing/Shadowing.h"
+#include "session/KorDSMPreview.h"
+
+#include <algorithm>
+
+bool KorDSMListEffect::isFor(eTableType parts) {
+    return parts == kTableReprMapEntry;
+}
+
+std::vector<KorDSMListEffect::Row> KorDSMListEffect::of(SourceId id, RowRef whole,
+                                                        const KorDSMPreview* preview) {
+    std::vector<Row> rows;
+    StyleSource* source = StyleDatabases::current().source(id);
+    if (!source || whole.table != kTableReprMap)
+        return rows;
+    for (EntryCount& count : preview ? preview->countsOf(whole.key) : std::vector<EntryCount>()) {
+        Row& row = rows.emplace_back();
+        row.key = count.entry;
+        row.isOff = count.isOff;
+        row.takes = std::move(count.takes);
+        for (const EntryCount::Taken& taken : count.takenBefore)
+            row.takenBefore.push_back(taken.object);
+    }
+    for (const ShadowedEntry& shadowed : Shadowing::of(*source, whole.key)) {
+        auto row = std::ranges::find(rows, shadowed.entry, &Row::key);
+        if (row == rows.end())
+            row = rows.insert(rows.end(), Row{shadowed.entry});
+        row->never = shadowed.sentence;
+    }
+    return rows;
+}

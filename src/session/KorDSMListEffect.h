@@ -1,0 +1,28 @@
+#pragma once
+
+#include "base/KorString.h"
+#include "records/KorDSNDefinitions.h"
+#include "records/RowRef.h"
+
+#include <vector>
+
+class KorDSMPreview;
+
+/// What the rows of a list in which the first fitting one decides do with the objects of the sample part that
+/// the preview shows.
+namespace KorDSMListEffect {
+
+struct Row {
+    std::int32_t key = 0;
+    bool isOff = false;                ///< left out on trial
+    std::vector<int> takes = {};       ///< objects of the part that it decides
+    std::vector<int> takenBefore = {}; ///< those that it fits, and a row before decides
+    KorString never = {}; ///< why it can never act, and what to do; empty where that is not proven
+};
+
+/// Whether rows of this table stand in such a list.
+bool isFor(eTableType parts);
+/// Of the rows of a record of the source. Without a preview only what holds of every part is known.
+std::vector<Row> of(SourceId source, RowRef whole, const KorDSMPreview* preview);
+
+} // namespace KorDSMListEffect
