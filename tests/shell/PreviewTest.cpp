@@ -49,7 +49,8 @@ protected:
         return shown && focus && shown->isAncestorOf(focus) ? shown->fieldAt(*focus) : std::nullopt;
     }
     PreviewView::Places governed(const FieldPlace& field) {
-        return Governed(*view().drawing()).by(SourceId::user(), field.row, field.column);
+        return Governed(*view().drawing())
+            .by(*StyleDatabases::current().source(SourceId::user()), field.row, field.column);
     }
 };
 
