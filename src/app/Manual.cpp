@@ -18,8 +18,8 @@ std::string written(const CLI::Option& option) {
 }
 
 std::string inBrackets(const CLI::Option& option) {
-    const bool isMore = option.get_expected_max() > 1 ||
-                        option.get_multi_option_policy() == CLI::MultiOptionPolicy::TakeAll;
+    const bool isMore =
+        option.get_expected_max() > 1 || option.get_multi_option_policy() == CLI::MultiOptionPolicy::TakeAll;
     const std::string text = written(option);
     return (option.get_required() ? text : "[" + text + "]") + (isMore ? "..." : "");
 }

@@ -27,8 +27,8 @@ std::vector<RowRef> closureOf(StyleSource& source, RowRef row);
 /// The same for several rows.
 std::vector<RowRef> closureOf(StyleSource& source, const std::vector<RowRef>& rows);
 
-/// Whether rows of this table are looked up by name or value instead of being referred to: units, text sizes, scales
-/// and creation defaults.
+/// Whether rows of this table are looked up by name or value instead of being referred to: units, text sizes,
+/// scales and creation defaults.
 bool isLookedUp(const TableSchema& table);
 
 /// Rows that are looked up by name or value instead of being referred to, such as units, text sizes and

@@ -10,8 +10,8 @@ class DataFolder {
 public:
     explicit DataFolder(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
-    /// Opens all databases as sources of the current `StyleDatabases`. Where there is no User database yet one is
-    /// made, if the folder may be written: without styles, with the lists that their choices offer.
+    /// Opens all databases as sources of the current `StyleDatabases`. Where there is no User database yet
+    /// one is made, if the folder may be written: without styles, with the lists that their choices offer.
     void open();
     /// Whether there are open databases, wherever they came from.
     static bool isAnyOpen();

@@ -69,7 +69,9 @@ TEST_F(PictureTest, DrawsPicturesOfPixelsAndOnPaper) {
 TEST_F(PictureTest, PointsOutWhatAColumnGovernsAndTellsTheStyleInWords) {
     const QStringList beam = {"Beam, shop drawing", "--out", named("h.svg"), "--overwrite", "--json"};
     const auto governed = [&](const char* record) {
-        return picture(beam + QStringList{"--highlight", "appearance", record, "line_weight"}).json().object();
+        return picture(beam + QStringList{"--highlight", "appearance", record, "line_weight"})
+            .json()
+            .object();
     };
     const int some = governed("Main part")["highlighted"].toInt();
     EXPECT_GT(some, 50);

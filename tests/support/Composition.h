@@ -4,8 +4,8 @@
 
 #include <vector>
 
-/// A detail style with all that it uses, composed in a User database without styles: by the command line as it
-/// stands here, and in the window by hand.
+/// A detail style with all that it uses, composed in a User database without styles: by the command line as
+/// it stands here, and in the window by hand.
 namespace Composition {
 
 /// What it needs beside the lists that a new database has.

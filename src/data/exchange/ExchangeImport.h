@@ -37,8 +37,8 @@ public:
     /// counterpart; 0 as `bring` returns false.
     std::int32_t bringTarget(RowRef row);
     /// Brings the lists that are looked up, such as scales, where the target has nothing in them: without the
-    /// list of scales a view that takes the next larger one is drawn in another. Returns false when the target
-    /// refused a row.
+    /// list of scales a view that takes the next larger one is drawn in another. Returns false when the
+    /// target refused a row.
     bool bringMissingLists();
     bool isRefused() const { return m_refused; }
     /// Why the target refused a row, where that is known: one sentence.
