@@ -40,13 +40,13 @@ function(install_screenshot name caption german)
         COMMAND ${CMAKE_COMMAND} -E make_directory ${desktop}/screenshots
         COMMAND ${CMAKE_COMMAND} -E env LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen:configfile=${CMAKE_SOURCE_DIR}/tests/support/screen.json
             XDG_CONFIG_HOME=${desktop}/config $<TARGET_FILE:detailstyles> --data ${samples} edit ${ARGN}
-            --size 1366x768 --screenshot ${picture} --overwrite)
+            --size 1880x1056 --screenshot ${picture} --overwrite)
     install(FILES ${picture} COMPONENT program DESTINATION ${CMAKE_INSTALL_DOCDIR}/screenshots)
     string(CONCAT screenshot
         "    <screenshot>\n"
         "      <caption>${caption}</caption>\n"
         "      <caption xml:lang=\"de\">${german}</caption>\n"
-        "      <image type=\"source\" width=\"1366\" height=\"768\">${DETAILSTYLES_SCREENSHOTS_URL}/${name}.png</image>\n"
+        "      <image type=\"source\" width=\"1880\" height=\"1056\">${DETAILSTYLES_SCREENSHOTS_URL}/${name}.png</image>\n"
         "    </screenshot>\n")
     if(NOT screenshots)
         string(REPLACE "<screenshot>" "<screenshot type=\"default\">" screenshot "${screenshot}")
