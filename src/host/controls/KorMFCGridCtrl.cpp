@@ -89,7 +89,10 @@ void KorMFCGridCtrl::setColumnChoices(int column, const std::vector<KorString>& 
     if (!KorAssert::check(header != nullptr, "the grid has such a column"))
         return;
     const QScopedValueRollback filling(m_filling, true);
-    const QStringList list = toQtList(choices); // which all cells share
+    // All cells share one list: where they share it already, none of them has to compare its texts.
+    QStringList list = header->data(KorGridDelegate::kChoicesRole).toStringList();
+    if (QStringList wanted = toQtList(choices); wanted != list)
+        list = std::move(wanted);
     header->setData(KorGridDelegate::kChoicesRole, list);
     m_delegate->setPictures(column, pictures);
     for (int row = 0; row < rowCount(); ++row)
