@@ -15,6 +15,7 @@
 #include "services/KorResources.h"
 #include "services/KorTextFile.h"
 #include "session/DataFolder.h"
+#include "session/KorDSMSampleParts.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -38,20 +39,6 @@ Result<std::int32_t> viewOf(const RowChoice& style, const std::string& name) {
             return view->key;
     return Result<>::failure(
         KorString::format(translated("The detail style \"%s\" has no view \"%s\"."), {record.name, name}));
-}
-
-std::string suitingPart(const RowChoice& style, const std::filesystem::path& parts) {
-    StyleSource& source = *StyleDatabases::current().source(style.source);
-    std::vector<std::string> texts = {style.record()->name.toStdString()};
-    for (const Referrer& referrer : source.referrersOf(kTableDetailStyle, style.key))
-        if (referrer.table->type == kTableDetailMaster) {
-            const auto* master = static_cast<const StructDetailMaster*>(
-                source.table(kTableDetailMaster).find(KorOdbcKey(referrer.key)));
-            if (const StructRecord* category =
-                    source.table(kTableBaseCategory).find(KorOdbcKey(master->categoryKey)))
-                texts.push_back(category->name.toStdString());
-        }
-    return SampleParts::suiting(parts, texts);
 }
 
 // The primitives of the drawing that a column of a record governs; where none, the drawing notes why.
@@ -123,12 +110,13 @@ int pictureCommand(DataFolder& folder, const DrawingOptions& options) {
     if (!view)
         return failed(view.error);
     const std::filesystem::path parts = KorResources::folder() / "parts";
-    const Result<SamplePart> part =
-        SampleParts::read(parts, options.part.empty() ? suitingPart(row, parts) : options.part);
+    StyleSource& source = *StyleDatabases::current().source(row.source);
+    const Result<SamplePart> part = SampleParts::read(
+        parts, options.part.empty() ? KorDSMSampleParts(parts).suiting(source, row.key) : options.part);
     if (!part)
         return failed(part.error);
     const DrawingRequest request = {row.key, view.value, folder.path() / "Shared" / "Support", {}};
-    Drawing drawing = drawStyle(*StyleDatabases::current().source(row.source), part.value, request);
+    Drawing drawing = drawStyle(source, part.value, request);
     const Result<Governed::Places> places = highlighted(drawing, options, row, part.value, request);
     if (!places)
         return failed(places.error);
