@@ -68,7 +68,10 @@ PartListEditor::PartListEditor(KorDSMPage& page, eTableType parts)
     m_grid->installEventFilter(this);
     connect(m_grid, &QWidget::customContextMenuRequested, this, &PartListEditor::showMenu);
     connect(m_grid, &QTableWidget::itemSelectionChanged, this, &PartListEditor::updateCommands);
-    connect(m_grid, &QTableWidget::currentCellChanged, &m_page, &KorDSMPage::fieldChanged);
+    connect(m_grid, &QTableWidget::currentCellChanged, this, [this] {
+        if (!m_isFilling) // rows that come and go make cells current that mean nothing yet
+            Q_EMIT m_page.fieldChanged();
+    });
     connect(m_grid, &KorMFCGridCtrl::cellEdited, this, &PartListEditor::onCellEdited);
     connect(m_grid, &KorMFCGridCtrl::rowOpened, this, &PartListEditor::open);
     connect(m_grid, &KorMFCGridCtrl::rowsDropped, this, [this](int place) {
@@ -170,6 +173,7 @@ std::vector<KorString> PartListEditor::textsOf(std::int32_t key) const {
 }
 
 void PartListEditor::fill() {
+    m_isFilling = true;
     m_keys = m_list->keys();
     // Rows that are there already take other texts: a new row costs much more.
     while (m_grid->rowCount() > std::ssize(m_keys))
@@ -187,6 +191,7 @@ void PartListEditor::fill() {
         if (const auto it = std::ranges::find(m_keys, key); it != m_keys.end())
             places.push_back(static_cast<int>(it - m_keys.begin()));
     m_grid->selectRows(places);
+    m_isFilling = false;
     explain();
     showEffect();
     updateCommands();
@@ -236,7 +241,8 @@ void PartListEditor::explain() {
 KorDSMEditedList::Keys PartListEditor::selected() const {
     KorDSMEditedList::Keys keys;
     for (const int row : m_grid->selectedRows())
-        keys.push_back(m_keys[static_cast<std::size_t>(row)]);
+        if (row < std::ssize(m_keys)) // while rows are taken away there are more of them
+            keys.push_back(m_keys[static_cast<std::size_t>(row)]);
     return keys;
 }
 

@@ -80,8 +80,9 @@ private:
     KorMFCGridCtrl* m_grid;
     KorButtonGroup* m_buttons;
     QLabel* m_head;
-    RestRow* m_rest = nullptr;         // of a list that has one
-    ListEffect* m_effect = nullptr;    // of a list that has one
-    KorDSMEditedList::Keys m_keys;     // of the rows shown
+    RestRow* m_rest = nullptr;      // of a list that has one
+    ListEffect* m_effect = nullptr; // of a list that has one
+    KorDSMEditedList::Keys m_keys;  // of the rows shown
+    bool m_isFilling = false;
     KorDSMEditedList::Keys m_selected; // to be selected when the page is loaded again
 };

@@ -2,7 +2,9 @@
 #include "shell/EditorFixture.h"
 
 #include "controls/KorButtonGroupMenu.h"
+#include "controls/KorLayoutStore.h"
 #include "controls/VELComboTree.h"
+#include "shell/PreviewPane.h"
 
 #include <QComboBox>
 #include <QFileDialog>
@@ -23,7 +25,10 @@ int setting(const char* name, int usual) {
 // The internal checks of the program report what is not, and fail the test.
 class RandomUse : public EditorFixture, public testing::WithParamInterface<int> {
 protected:
-    RandomUse() : m_random(static_cast<unsigned>(GetParam())) { keepAnswering(); }
+    RandomUse() : m_random(static_cast<unsigned>(GetParam())) {
+        KorLayoutStore::write("PreviewShown", GetParam() % 2 == 0 ? "1" : "0");
+        keepAnswering();
+    }
 
     // A timer of its own each time: what an answer opens is answered while the answer is still under way.
     void keepAnswering() {
@@ -193,6 +198,10 @@ protected:
         case 15:
             if (m_changesOutside && below(8) == 0)
                 changeOutside();
+            return;
+        case 16:
+            if (auto* pane = m_dialog->findChild<PreviewPane*>(); pane->isVisible())
+                useSomeControlOf(*pane);
             return;
         default:
             if (page())
