@@ -1,4 +1,5 @@
 #include "GeneratedStandard.h"
+#include "ProcessorTime.h"
 
 #include "base/EditorSession.h"
 #include "data/StyleDatabases.h"
@@ -13,40 +14,13 @@
 
 #include <benchmark/benchmark.h>
 
-#include <ctime>
 #include <random>
 
-// The middle, the 95th of a hundred and the worst, in milliseconds of the processor, so that other programs
-// do not count. The reference of "change" is "first" of the same run: a drawing from nothing.
+// The reference of "change" is "first" of the same run: a drawing from nothing.
 
 namespace {
 
 namespace fs = std::filesystem;
-
-double now() {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-}
-
-double since(double start) {
-    return now() - start;
-}
-
-void report(benchmark::State& state, std::vector<double> times) {
-    if (times.empty())
-        return;
-    std::ranges::sort(times);
-    double sum = 0;
-    for (const double time : times)
-        sum += time;
-    state.SetIterationTime(sum / 1000);
-    state.counters["mean"] = sum / static_cast<double>(times.size());
-    state.counters["p50"] = times[times.size() / 2];
-    state.counters["p95"] = times[times.size() * 95 / 100];
-    state.counters["worst"] = times.back();
-    state.counters["count"] = static_cast<double>(times.size());
-}
 
 struct Subject {
     StyleSource* source;
@@ -104,7 +78,9 @@ private:
         for (int i = 0; i < styles.size(); i += step) {
             const DrawingRequest request{styles.at(i).key, 0, m_support};
             const std::string suiting =
-                id == kLarge ? "beam" : SampleParts::suiting(parts(), {styles.at(i).name.toStdString()});
+                id == kLarge
+                    ? "beam"
+                    : SampleParts::suiting(SampleParts::words(parts()), {styles.at(i).name.toStdString()});
             for (const auto& [name, part] : m_parts)
                 if (withAllParts || name == suiting)
                     subjects.push_back({source, request, part});

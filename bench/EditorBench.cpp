@@ -1,5 +1,5 @@
-#include "GeneratedStandard.h"
 #include "Growth.h"
+#include "OpenEditor.h"
 
 #include "controls/KorButtonGroup.h"
 #include "controls/KorControls.h"
@@ -40,65 +40,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-// Counts what is read from the database while the editor is at work.
-class CountingStore final : public StyleStore {
-public:
-    explicit CountingStore(std::unique_ptr<StyleStore> store) : m_store(std::move(store)) {}
-
-    static inline int reads = 0;
-
-    const std::string& name() const override { return m_store->name(); }
-    bool isReadOnly() const override { return m_store->isReadOnly(); }
-    Result<> readTable(const TableSchema& table, RowArray& rows,
-                       std::vector<ReadProblem>& problems) override {
-        ++reads;
-        return m_store->readTable(table, rows, problems);
-    }
-    Result<> beginRead(std::int64_t& state) override { return m_store->beginRead(state); }
-    void endRead() override { m_store->endRead(); }
-    std::vector<std::string> integrityFindings() override { return m_store->integrityFindings(); }
-    Result<> begin() override { return m_store->begin(); }
-    Result<> apply(const TableChange& change, std::vector<StoreConflict>& conflicts) override {
-        return m_store->apply(change, conflicts);
-    }
-    std::uint32_t markOfChange() override { return m_store->markOfChange(); }
-    std::uint32_t lastMark() override { return m_store->lastMark(); }
-    Result<> commit() override { return m_store->commit(); }
-    void rollback() override { m_store->rollback(); }
-    bool changedOutside() override { return m_store->changedOutside(); }
-    Result<> reopen() override { return m_store->reopen(); }
-    void acknowledge() override { m_store->acknowledge(); }
-
-private:
-    std::unique_ptr<StyleStore> m_store;
-};
-
-KorDSMDataStructure& structure() {
-    return KorDSMDialogFactory::getDSMDataStructure();
-}
-
-std::unique_ptr<StyleDatabases> openDatabases(const std::string& standard = GeneratedStandard::file()) {
-    auto databases = std::make_unique<StyleDatabases>();
-    databases->addSource(
-        SourceId::standard(),
-        std::make_unique<CountingStore>(SqliteStore::open(standard, SqliteStore::eMode::kRead).store));
-    structure().emptyDataStructure();
-    for (int section = 0; section < KorDSMDefines::kNumberOfSections; ++section)
-        structure().getSelectedPath(static_cast<KorDSMDefines::eViewSections>(section)).clear();
-    return databases;
-}
-
-void load() {
-    KorDSMSectionLoader().loadDataStructure(structure());
-}
-
-void paint(QWidget& window) {
-    window.resize(1280, 760);
-    window.show();
-    QApplication::processEvents();
-    window.grab();
-}
 
 // The forms of the pages that have one, in the tabs of an otherwise empty dialog.
 void referenceDialog(QDialog& dialog) {
@@ -142,26 +83,6 @@ void openEditor(benchmark::State& state) {
         state.ResumeTiming();
     }
 }
-
-// An editor on the generated Standard, with the first category open.
-struct OpenEditor {
-    explicit OpenEditor(const std::string& standard = GeneratedStandard::file())
-        : databases(openDatabases(standard)) {
-        load();
-        dialog = std::make_unique<KorDSMMainDialog>(nullptr);
-        dialog->OnInitDialog();
-        paint(*dialog);
-        KorTreeHandle database = tree().getChildItem(tree().getRoot());
-        tree().expand(database);
-        category = tree().getChildItem(database);
-    }
-
-    KorTreeCtrl& tree() { return *dialog->currentTree().control(); }
-
-    std::unique_ptr<StyleDatabases> databases;
-    std::unique_ptr<KorDSMMainDialog> dialog;
-    KorTreeHandle category = nullptr;
-};
 
 void selectItem(benchmark::State& state) {
     OpenEditor editor;
@@ -244,39 +165,6 @@ void filterKey(benchmark::State& state) {
         QApplication::processEvents();
     }
 }
-
-// A database that may be written, as the User source, with an editor on it.
-struct WritableEditor {
-    WritableEditor() : databases(openDatabases()) {
-        fs::copy_file(GeneratedStandard::file(), file, fs::copy_options::overwrite_existing);
-        static_cast<void>(databases->openFile(SourceId::user(), file.string(), false));
-        load();
-        dialog = std::make_unique<KorDSMMainDialog>(nullptr);
-        dialog->OnInitDialog();
-        paint(*dialog);
-        KorTreeCtrl& tree = *dialog->currentTree().control();
-        KorTreeHandle entry = tree.getNextSiblingItem(tree.getChildItem(tree.getRoot()));
-        for (int level = 0; level < 3; ++level) {
-            tree.selectItem(entry);
-            if (level == 2)
-                break;
-            tree.expand(entry);
-            entry = tree.getChildItem(entry);
-        }
-        style = KorDSMSectionTree::itemOf(tree.selectedItem());
-        QApplication::processEvents();
-    }
-    ~WritableEditor() {
-        dialog.reset();
-        databases.reset();
-        fs::remove(file);
-    }
-
-    fs::path file = fs::temp_directory_path() / "detailstyles-bench-writable.dsdb";
-    std::unique_ptr<StyleDatabases> databases;
-    std::unique_ptr<KorDSMMainDialog> dialog;
-    KorDSMDatabaseItem* style = nullptr;
-};
 
 void referenceUpdate(benchmark::State& state) {
     const fs::path file = fs::temp_directory_path() / "detailstyles-bench-update.dsdb";

@@ -66,17 +66,20 @@ Result<SamplePart> SampleParts::read(const std::filesystem::path& folder, const 
         KorString::format(translated("There is no sample part \"%s\"; there are: %s."), {name, list}));
 }
 
-std::string SampleParts::suiting(const std::filesystem::path& folder, const std::vector<std::string>& texts) {
-    const std::vector<std::string> all = names(folder);
-    std::vector<std::pair<std::string, std::vector<std::string>>> words;
-    for (const std::string& name : all)
+SampleParts::Words SampleParts::words(const std::filesystem::path& folder) {
+    Words words;
+    for (const std::string& name : names(folder))
         if (const Result<SamplePart> part = read(folder, name))
             words.emplace_back(name, part.value.categories);
+    return words;
+}
+
+std::string SampleParts::suiting(const Words& parts, const std::vector<std::string>& texts) {
     for (const std::string& text : texts) {
         const std::string folded = KorString(text).lowered().toStdString();
         std::pair<std::size_t, std::size_t> best = {std::string::npos, 0}; // where, and how much is left
         std::string suited;
-        for (const auto& [name, categories] : words)
+        for (const auto& [name, categories] : parts)
             for (const std::string& word : categories)
                 if (const std::pair place = {folded.find(word),
                                              folded.size() - std::min(word.size(), folded.size())};
@@ -87,5 +90,5 @@ std::string SampleParts::suiting(const std::filesystem::path& folder, const std:
         if (!suited.empty())
             return suited;
     }
-    return all.empty() ? std::string() : all.front();
+    return parts.empty() ? std::string() : parts.front().first;
 }

@@ -15,8 +15,13 @@ Result<SamplePart> readFile(const std::filesystem::path& file);
 /// Reads the part of this name, that of its file or its own. Where there is none the failure names those that
 /// there are.
 Result<SamplePart> read(const std::filesystem::path& folder, const std::string& name);
-/// The part that suits a style best: whose word occurs first in one of these texts, tried in their order; of
-/// several the longest word. The first part where none does.
-std::string suiting(const std::filesystem::path& folder, const std::vector<std::string>& texts);
+
+/// Names of parts, each with the words that say for which styles it is.
+using Words = std::vector<std::pair<std::string, std::vector<std::string>>>;
+/// Of all parts of the folder that can be read.
+Words words(const std::filesystem::path& folder);
+/// The name of the part that suits a style best: whose word occurs first in one of these texts, tried in
+/// their order; of several the longest word. The first part where none does; empty without any.
+std::string suiting(const Words& parts, const std::vector<std::string>& texts);
 
 } // namespace SampleParts

@@ -35,7 +35,7 @@ const std::vector<std::string>& KorDSMSampleParts::problems() {
     return m_problems;
 }
 
-std::string KorDSMSampleParts::suiting(StyleSource& source, std::int32_t style) const {
+std::string KorDSMSampleParts::suiting(StyleSource& source, std::int32_t style) {
     std::vector<std::string> texts;
     if (const StructRecord* record = source.table(kTableDetailStyle).find(KorOdbcKey(style)))
         texts.push_back(record->name.toStdString());
@@ -48,5 +48,8 @@ std::string KorDSMSampleParts::suiting(StyleSource& source, std::int32_t style) 
                 source.table(kTableBaseCategory).find(KorOdbcKey(master->categoryKey)))
             texts.push_back(category->name.toStdString());
     }
-    return SampleParts::suiting(m_folder, texts);
+    SampleParts::Words words;
+    for (const Entry& entry : all())
+        words.emplace_back(entry.name, entry.part.categories);
+    return SampleParts::suiting(words, texts);
 }

@@ -27,7 +27,7 @@ public:
 
     /// The name of the part that suits a style best, by the style's name and that of its category. Empty
     /// where there are no parts.
-    std::string suiting(StyleSource& source, std::int32_t style) const;
+    std::string suiting(StyleSource& source, std::int32_t style);
 
 private:
     void read();

@@ -29,7 +29,11 @@ protected:
         const RowArray& styles = source.table(kTableDetailStyle).rows();
         for (int i = 0; i < styles.size(); ++i) {
             const std::string name = styles.at(i).name.toStdString();
-            Sample sample{id, styles.at(i).key, part(SampleParts::suiting(partsFolder(), {name})), {}, {},
+            Sample sample{id,
+                          styles.at(i).key,
+                          part(SampleParts::suiting(SampleParts::words(partsFolder()), {name})),
+                          {},
+                          {},
                           {}};
             sample.before = pictureOf(sample);
             sample.governed = Governed(draw(sample.style, sample.part, id));

@@ -17,7 +17,7 @@ protected:
         }
     }
     static std::string partFor(const StructRecord& style) {
-        return SampleParts::suiting(partsFolder(), {style.name.toStdString()});
+        return SampleParts::suiting(SampleParts::words(partsFolder()), {style.name.toStdString()});
     }
 };
 
