@@ -210,6 +210,19 @@ std::vector<int> SetExplanation::picked(eAnswer answer) {
     return picked;
 }
 
+std::vector<QualifierCount> SetExplanation::counts() {
+    std::vector<QualifierCount> counts;
+    for (const AskedQualifier& qualifier : AskedSet::of(m_rows, m_set).qualifiers) {
+        QualifierCount& count = counts.emplace_back(QualifierCount{qualifier.key, {}, {}});
+        for (std::size_t i = 0; i < m_part.objects.size(); ++i) {
+            const eAnswer answer = ObjectMatch::holds(m_rows, qualifier, m_part.objects[i]);
+            if (answer != eAnswer::kNo)
+                (answer == eAnswer::kYes ? count.holds : count.unknown).push_back(static_cast<int>(i));
+        }
+    }
+    return counts;
+}
+
 std::string SetExplanation::whyFor(int object) {
     const Answered answered =
         answerOf(m_rows, AskedSet::of(m_rows, m_set), m_part.objects.at(static_cast<std::size_t>(object)));

@@ -63,6 +63,13 @@ private:
     std::set<std::int32_t> m_off;
 };
 
+/// What one qualifier of a set says of the objects of a part, told by their index.
+struct QualifierCount {
+    std::int32_t qualifier = 0; ///< key
+    std::vector<int> holds;
+    std::vector<int> unknown; ///< nobody knows whether it holds for them
+};
+
 /// What a qualifier set does with the objects of a part.
 class SetExplanation {
 public:
@@ -71,6 +78,8 @@ public:
 
     /// The objects that it picks, or of which it is not known.
     std::vector<int> picked(eAnswer answer = eAnswer::kYes);
+    /// All of its qualifiers, each by itself, in their order.
+    std::vector<QualifierCount> counts();
     /// Why it picks the object, does not, or why that is not known: one sentence for the user.
     std::string whyFor(int object);
     /// The qualifier that made it so (see `whyFor`); 0: no single one did.

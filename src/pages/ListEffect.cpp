@@ -19,14 +19,18 @@ constexpr int kTakenBefore = 926;
 constexpr int kNever = 927;
 constexpr int kOff = 928;
 constexpr int kLeaveOut = 929;
+constexpr int kHoldsFor = 961;
+constexpr int kUnknown = 962; // "%s, of %s not known"
 constexpr int kWarning = 394; // icon
 
 } // namespace
 
-ListEffect::ListEffect(KorMFCGridCtrl& grid)
-    : QObject(&grid), m_grid(grid),
-      m_takes(grid.insertColumn(Prompts::dsm(kTakes), KorMFCGridCtrl::eReadOnly)),
-      m_takenBefore(grid.insertColumn(Prompts::dsm(kTakenBefore), KorMFCGridCtrl::eReadOnly)) {}
+ListEffect::ListEffect(KorMFCGridCtrl& grid, eTableType parts)
+    : QObject(&grid), m_grid(grid), m_isFirstMatch(KorDSMListEffect::isFirstMatch(parts)),
+      m_takes(
+          grid.insertColumn(Prompts::dsm(m_isFirstMatch ? kTakes : kHoldsFor), KorMFCGridCtrl::eReadOnly)),
+      m_takenBefore(m_isFirstMatch ? grid.insertColumn(Prompts::dsm(kTakenBefore), KorMFCGridCtrl::eReadOnly)
+                                   : -1) {}
 
 void ListEffect::show(RowRef whole, const std::vector<std::int32_t>& keys) {
     const KorDSMPreview* preview = KorDSMPreview::shown();
@@ -35,7 +39,8 @@ void ListEffect::show(RowRef whole, const std::vector<std::int32_t>& keys) {
                              return !row.never.isEmpty();
                          });
     m_grid.setColumnHidden(m_takes, !isKnown);
-    m_grid.setColumnHidden(m_takenBefore, !preview);
+    if (m_isFirstMatch)
+        m_grid.setColumnHidden(m_takenBefore, !preview);
     m_rows.clear();
     for (const std::int32_t key : keys) {
         const auto effect = std::ranges::find(effects, key, &KorDSMListEffect::Row::key);
@@ -48,14 +53,17 @@ void ListEffect::showRow(int place, const KorDSMListEffect::Row& row) {
     const QSignalBlocker quiet(m_grid); // a tooltip is no edit
     const bool isCounted = KorDSMPreview::shown() != nullptr;
     KorString text = isCounted ? KorString::number(row.takes.size()) : KorString();
+    if (isCounted && !row.unknown.empty())
+        text = KorString::format(Prompts::dsm(kUnknown), {text, KorString::number(row.unknown.size())});
     if (!row.never.isEmpty())
         text = Prompts::dsm(kNever);
     if (row.isOff)
         text = Prompts::dsm(kOff);
     m_grid.setCellText(place, m_takes, text);
     m_grid.setCellPicture(place, m_takes, row.never.isEmpty() ? QIcon() : KorPictures::icon(kWarning));
-    m_grid.setCellText(place, m_takenBefore,
-                       isCounted ? KorString::number(row.takenBefore.size()) : KorString());
+    if (m_isFirstMatch)
+        m_grid.setCellText(place, m_takenBefore,
+                           isCounted ? KorString::number(row.takenBefore.size()) : KorString());
     if (QTableWidgetItem* item = m_grid.item(place, m_takes))
         item->setToolTip(toQt(row.never));
 }
@@ -64,12 +72,14 @@ std::vector<int> ListEffect::objectsAt(int row, int column) const {
     if (row < 0 || row >= std::ssize(m_rows))
         return {};
     const KorDSMListEffect::Row& shown = m_rows[static_cast<std::size_t>(row)];
-    return column == m_takes ? shown.takes : column == m_takenBefore ? shown.takenBefore : std::vector<int>();
+    return column == m_takes                           ? shown.takes
+           : m_isFirstMatch && column == m_takenBefore ? shown.takenBefore
+                                                       : std::vector<int>();
 }
 
 void ListEffect::addTo(QMenu& menu, std::int32_t key) const {
     KorDSMPreview* preview = KorDSMPreview::shown();
-    if (!preview)
+    if (!preview || !m_isFirstMatch)
         return;
     QAction* action = menu.addAction(toQt(Prompts::dsm(kLeaveOut)), this,
                                      [preview, key](bool off) { preview->leaveOut(key, off); });

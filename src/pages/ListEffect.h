@@ -7,14 +7,15 @@
 class KorMFCGridCtrl;
 class QMenu;
 
-/// Two columns behind those of an edited list: how many objects of the preview's sample part each row takes,
-/// and how many it fits that a row before takes. They are there while a preview is, or a row never acts.
+/// Columns behind those of an edited list: how many objects of the preview's sample part each row takes, and,
+/// where rows are asked in their order, how many it fits that a row before takes. They are there while a
+/// preview is, or a row never acts.
 class ListEffect : public QObject {
     Q_OBJECT
 
 public:
-    /// `grid` is not owned and has its own columns already.
-    explicit ListEffect(KorMFCGridCtrl& grid);
+    /// `grid`, which shows rows of this table, is not owned and has its own columns already.
+    ListEffect(KorMFCGridCtrl& grid, eTableType parts);
 
     /// Shows what is so of the record whose rows, with these keys, the grid shows.
     void show(RowRef whole, const std::vector<std::int32_t>& keys);
@@ -27,7 +28,8 @@ private:
     void showRow(int place, const KorDSMListEffect::Row& row);
 
     KorMFCGridCtrl& m_grid;
+    bool m_isFirstMatch;
     int m_takes;
-    int m_takenBefore;
+    int m_takenBefore;                         // -1: no row can be taken before another
     std::vector<KorDSMListEffect::Row> m_rows; // as the grid has them
 };

@@ -134,7 +134,7 @@ void PartListEditor::setUpColumns() {
                                   });
     }
     if (KorDSMListEffect::isFor(m_parts))
-        m_effect = new ListEffect(*m_grid);
+        m_effect = new ListEffect(*m_grid, m_parts);
     m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_grid->setRowsMovable(m_list->isOrdered());
     if (m_list->isOrdered())

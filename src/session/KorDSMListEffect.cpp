@@ -8,12 +8,23 @@
 #include <algorithm>
 
 bool KorDSMListEffect::isFor(eTableType parts) {
+    return isFirstMatch(parts) || parts == kTableQualifierWithRole;
+}
+
+bool KorDSMListEffect::isFirstMatch(eTableType parts) {
     return parts == kTableReprMapEntry;
 }
 
 std::vector<KorDSMListEffect::Row> KorDSMListEffect::of(SourceId id, RowRef whole,
                                                         const KorDSMPreview* preview) {
     std::vector<Row> rows;
+    if (preview && whole.table == kTableQualifierSet)
+        for (QualifierCount& count : preview->countsOfSet(whole.key)) {
+            Row& row = rows.emplace_back();
+            row.key = count.qualifier;
+            row.takes = std::move(count.holds);
+            row.unknown = std::move(count.unknown);
+        }
     StyleSource* source = StyleDatabases::current().source(id);
     if (!source || whole.table != kTableReprMap)
         return rows;
@@ -22,6 +33,7 @@ std::vector<KorDSMListEffect::Row> KorDSMListEffect::of(SourceId id, RowRef whol
         row.key = count.entry;
         row.isOff = count.isOff;
         row.takes = std::move(count.takes);
+        row.unknown = std::move(count.unknown);
         for (const EntryCount::Taken& taken : count.takenBefore)
             row.takenBefore.push_back(taken.object);
     }

@@ -157,6 +157,11 @@ std::pair<std::size_t, std::size_t> KorDSMPreview::pickedBy(std::int32_t set) co
                 : std::pair<std::size_t, std::size_t>();
 }
 
+std::vector<QualifierCount> KorDSMPreview::countsOfSet(std::int32_t set) const {
+    StyleSource* from = source();
+    return from ? SetExplanation(*from, set, *m_part).counts() : std::vector<QualifierCount>();
+}
+
 void KorDSMPreview::leaveOut(std::int32_t entry, bool out) {
     if (out)
         m_leftOut.insert(entry);

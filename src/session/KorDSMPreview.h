@@ -69,6 +69,8 @@ public:
 
     /// What the entries of a map do with the objects that the style selects of the part.
     std::vector<EntryCount> countsOf(std::int32_t map) const;
+    /// What the qualifiers of a set of the source say of the objects of the part.
+    std::vector<QualifierCount> countsOfSet(std::int32_t set) const;
     /// How many objects of the part a qualifier set of the source picks, and of how many.
     std::pair<std::size_t, std::size_t> pickedBy(std::int32_t set) const;
 

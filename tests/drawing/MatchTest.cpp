@@ -130,6 +130,7 @@ TEST_F(MatchTest, RandomMapsDecideAsAPlainEvaluatorAndShadowOnlyWhatNeverActs) {
                                                                            : std::nullopt};
         sample.objects.push_back(object);
     }
+    StyleSource& source = *databases.source(SourceId::standard());
     std::vector<std::int32_t> qualifiers;
     for (int type = 1; type <= 2; ++type)
         for (const char* property : {"p", "q"}) {
@@ -172,8 +173,13 @@ TEST_F(MatchTest, RandomMapsDecideAsAPlainEvaluatorAndShadowOnlyWhatNeverActs) {
         picked.emplace_back();
         for (const PartObject& object : sample.objects)
             picked.back().push_back(fits(all, plain, object));
+        const auto counts = SetExplanation(source, sets.back(), sample).counts();
+        ASSERT_EQ(counts.size(), plain.size());
+        for (std::size_t n = 0; n < plain.size(); ++n)
+            for (int object = 0; object < 400; ++object)
+                ASSERT_EQ(fits(true, {plain[n]}, sample.objects[static_cast<std::size_t>(object)]) == true,
+                          std::ranges::count(counts[n].holds, object) == 1);
     }
-    StyleSource& source = *databases.source(SourceId::standard());
     const std::int32_t map = add(StructDetObjReprMap{}, "Random map");
     std::vector<std::int32_t> entries;
     for (int i = 0; i < 4; ++i)

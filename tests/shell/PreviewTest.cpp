@@ -198,3 +198,27 @@ TEST_F(Preview, CountsWhatTheEntriesOfAMapTakeAndLeavesOneOutOnTrialOnly) {
     press(Qt::Key_F9);
     EXPECT_TRUE(grid->isColumnHidden(takes));
 }
+
+TEST_F(Preview, CountsForWhichObjectsEachQualifierOfASetHolds) {
+    showPreview(kStyle);
+    const auto* set = StyleDatabases::current()
+                          .source(SourceId::user())
+                          ->table(kTableQualifierSet)
+                          .find(KorString("HB holes"));
+    ASSERT_NE(set, nullptr);
+    DsmGoToRecord place;
+    place.source = SourceId::user();
+    place.row = {kTableQualifierSet, set->key};
+    KorDSMMainWindow::sendMessage(place);
+    settle();
+    auto* grid = page()->findChild<KorMFCGridCtrl*>();
+    const int holds = grid->columnCount() - 1;
+    ASSERT_FALSE(grid->isColumnHidden(holds));
+    grid->setFocus();
+    grid->setCurrentCell(0, holds);
+    settle();
+    ASSERT_TRUE(focused());
+    EXPECT_EQ(grid->getCellText(0, holds), KorString::number(focused()->objects.size()));
+    EXPECT_FALSE(focused()->objects.empty());
+    EXPECT_FALSE(view().marked().empty());
+}
