@@ -153,6 +153,22 @@ const Drawing& LiveDrawing::update(StyleSource& source) {
     return m_kept->drawing;
 }
 
+bool LiveDrawing::isAsItWas(StyleSource& source) {
+    const bool isAsItWas = m_kept->isAsItWas(source, m_request);
+    if (!isAsItWas)
+        m_kept = std::make_unique<Kept>();
+    return isAsItWas;
+}
+
+Drawing LiveDrawing::take() {
+    m_kept->views.clear();
+    m_kept->layout = {};
+    m_kept->shared.reset();
+    if (m_kept->rows)
+        m_kept->rows->forgetMade();
+    return std::exchange(m_kept->drawing, {});
+}
+
 const Drawing& LiveDrawing::drawing() const {
     return m_kept->drawing;
 }

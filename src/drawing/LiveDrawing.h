@@ -26,6 +26,12 @@ public:
     /// Whether the last update changed this view, or the place where it stands; by its index in the drawing.
     bool hasChanged(std::size_t view) const;
 
+    /// Whether all that the last update read is still so. After a no the next update draws all anew.
+    bool isAsItWas(StyleSource& source);
+    /// Gives the drawing away and keeps only what was read for it, for who wants to know whether it still
+    /// holds: there is no update after that without a no of `isAsItWas`.
+    Drawing take();
+
     const DrawingRequest& request() const { return m_request; }
     const SamplePart& part() const { return *m_part; }
     const std::shared_ptr<SeenLines>& seen() const { return m_seen; }

@@ -42,6 +42,8 @@ public:
     bool comeBack(StyleSource& source);
     /// Whether all that a piece of work read is as it was when the source was last come back to.
     bool stand(const RowReads::Numbers& reads) const { return m_reads.stand(reads); }
+    /// Keeps nothing that was made of rows, only what was read.
+    void forgetMade() { m_made.clear(); }
     /// To be called when nobody keeps reads that do not stand.
     void forgetChanged() { m_reads.reuse(); }
 

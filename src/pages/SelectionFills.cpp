@@ -6,6 +6,7 @@
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMDefines.h"
 #include "model/KorDSMMessages.h"
+#include "operations/CurrentRows.h"
 #include "operations/KorDetStructureUtilities.h"
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
@@ -154,6 +155,15 @@ KorImageListPtr globalImages() {
     return images;
 }
 
+// What a thumbnail of an entry shows.
+KorThumbnails::Subject viewOf(KorTreeHandle entry) {
+    const StructRecord* view =
+        entry && entry->selectable ? CurrentRows::find(kTableViewRequest, entry->text) : nullptr;
+    const SourceId source = CurrentRows::source();
+    return view ? KorThumbnails::Subject{source.dsn, source.index, kTableViewRequest, view->key}
+                : KorThumbnails::Subject();
+}
+
 void build(const FillRow& row, VELComboTree& combo) {
     const KorDSMBusy busy;
     VELComboTreeBuilder tree;
@@ -170,6 +180,8 @@ void build(const FillRow& row, VELComboTree& combo) {
 void SelectionFills::fill(eFill what, VELComboTree& combo) {
     const FillRow& row = *std::ranges::find(kRows, what, &FillRow::what);
     combo.setImageList(globalImages());
+    if (what == kViewRequests)
+        combo.setThumbnails(&viewOf);
     combo.fillWhenNeeded([&row](VELComboTree& opened) { build(row, opened); }, row.recordIcon);
 }
 

@@ -2,11 +2,18 @@
 
 #include "controls/KorListCtrl.h"
 #include "controls/KorQt.h"
+#include "controls/KorRowThumbnails.h"
 #include "session/KorDSMItemContent.h"
 #include "session/KorDSMListContents.h"
 #include "shell/KorDSMSectionTree.h"
+#include "shell/StyleThumbnails.h"
+
+#include <algorithm>
 
 ItemList::ItemList(KorListCtrl& control, KorImageListPtr images) : m_control(control) {
+    StyleThumbnails::ofSession();
+    m_thumbnails = new KorRowThumbnails(
+        control, [this](const QModelIndex& row) { return StyleThumbnails::subjectOf(itemAt(row.row())); });
     m_control.setImageList(std::move(images));
     m_control.setMultiSelection(true);
     m_control.keepSorting("ItemListSorting");
@@ -77,6 +84,8 @@ void ItemList::fill(KorDSMDatabaseItem& item) {
     rows.reserve(contents.rows.size());
     for (const KorDSMListContents::Row& row : contents.rows)
         rows.push_back({row.texts, row.icon, row.item});
+    m_thumbnails->setWanted(std::ranges::any_of(
+        item.children(), [](const auto* child) { return bool(StyleThumbnails::subjectOf(child)); }));
     m_control.setItems(std::move(rows));
     m_control.setTextWhenEmpty(contents.whenEmpty);
 }

@@ -7,6 +7,7 @@
 #include <QObject>
 
 class KorListCtrl;
+class KorRowThumbnails;
 
 /// The list at the right: the children of an item without pages.
 class ItemList : public QObject {
@@ -52,5 +53,6 @@ private:
     void select(const std::vector<KorDSMDatabaseItem*>& items);
 
     KorListCtrl& m_control;
+    KorRowThumbnails* m_thumbnails;   // the control owns them
     KorTreeHandle m_listed = nullptr; // the entry of the item whose children are shown
 };

@@ -5,6 +5,7 @@
 #include "controls/KorPictures.h"
 #include "model/KorDSMFamilies.h"
 #include "services/Prompts.h"
+#include "shell/StyleThumbnails.h"
 #include "shell/WhenFree.h"
 
 using namespace KorDSMDefines;
@@ -12,16 +13,30 @@ using namespace KorDSMDefines;
 namespace {
 
 struct Option {
+    const char* category;
     int prompt;
-    bool (KorDSMDataStructure::*get)() const;
-    void (KorDSMDataStructure::*set)(bool);
+    bool (*get)(const KorDSMDataStructure&);
+    void (*set)(KorDSMDataStructure&, bool);
     bool changesTrees;
 };
 
+template <bool (KorDSMDataStructure::*Get)() const>
+bool stored(const KorDSMDataStructure& structure) {
+    return (structure.*Get)();
+}
+template <void (KorDSMDataStructure::*Set)(bool)>
+void store(KorDSMDataStructure& structure, bool on) {
+    (structure.*Set)(on);
+}
+
+using Structure = KorDSMDataStructure;
+
 constexpr Option kOptions[] = {
-    {33527, &KorDSMDataStructure::getShowFullTree, &KorDSMDataStructure::setShowFullTree, true},
-    {33528, &KorDSMDataStructure::getUseFullExpand, &KorDSMDataStructure::setUseFullExpand, true},
-    {33529, &KorDSMDataStructure::getShowWarning, &KorDSMDataStructure::setShowWarning, false},
+    {"UPS", 33527, &stored<&Structure::getShowFullTree>, &store<&Structure::setShowFullTree>, true},
+    {"UPS", 33528, &stored<&Structure::getUseFullExpand>, &store<&Structure::setUseFullExpand>, true},
+    {"UPS", 33529, &stored<&Structure::getShowWarning>, &store<&Structure::setShowWarning>, false},
+    {"DSM", 960, [](const Structure&) { return StyleThumbnails::ofSession().areShown(); },
+     [](Structure&, bool shown) { StyleThumbnails::ofSession().setShown(shown); }, false},
 };
 
 constexpr int kStripId = 1234;
@@ -45,7 +60,7 @@ SectionStrip::SectionStrip(KorButtonGroupMenu& strip, KorDSMDataStructure& struc
     });
     m_strip.setMenuButton(kOptionsButton, Prompts::gui(45100), KorPictures::bitmap(kOptionsBitmap));
     for (const Option& option : kOptions)
-        m_strip.addMenuItem(Prompts::ups(option.prompt));
+        m_strip.addMenuItem(Prompts::getPrompt(option.category, option.prompt));
     connect(&m_strip, &KorButtonGroupMenu::toggled, this, waiting(this, &SectionStrip::onToggled));
 }
 
@@ -55,7 +70,7 @@ void SectionStrip::check(eViewSections section) {
 
 void SectionStrip::showOptions() {
     for (int i = 0; i < static_cast<int>(std::size(kOptions)); ++i)
-        setCheck(i, (m_structure.*kOptions[i].get)());
+        setCheck(i, kOptions[i].get(m_structure));
 }
 
 void SectionStrip::setCheck(int option, bool checked) {
@@ -64,7 +79,7 @@ void SectionStrip::setCheck(int option, bool checked) {
 
 void SectionStrip::onToggled(int index, bool checked) {
     const Option& option = kOptions[index];
-    (m_structure.*option.set)(checked);
+    option.set(m_structure, checked);
     if (option.changesTrees)
         Q_EMIT treesChanged();
 }

@@ -283,6 +283,9 @@ void VELComboTree::openPopup(const QString& search) {
     fillNow();
     if (!m_popup) {
         m_popup = new VELComboTreePopup(*this, *m_model);
+        if (m_thumbnailOf)
+            m_popup->setThumbnails(
+                [this](const QModelIndex& row) { return m_thumbnailOf(KorTreeModel::entryOf(row)); });
         connect(m_popup, &VELComboTreePopup::wanted, this, [this](KorTreeHandle entry) {
             if (!canChoose(entry))
                 return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/KorComboBox.h"
+#include "controls/KorThumbnails.h"
 #include "controls/KorTreeModel.h"
 
 #include <QPointer>
@@ -43,6 +44,10 @@ public:
     /// Until then `selectPath` takes the path as it is, and shows it with the picture `image`: a list of tens
     /// of thousands of entries costs nothing where nobody opens it.
     void fillWhenNeeded(std::function<void(VELComboTree&)> fill, int image);
+
+    /// What thumbnails of the entries in the drop-down show; without a function there are none.
+    using SubjectOf = std::function<KorThumbnails::Subject(KorTreeHandle entry)>;
+    void setThumbnails(SubjectOf subjectOf) { m_thumbnailOf = std::move(subjectOf); }
 
     /// The entry of a path, null when there is none.
     KorTreeHandle findEntry(const KorString& path) const;
@@ -105,4 +110,5 @@ private:
     bool m_displayFullPath = false;
     std::function<void(VELComboTree&)> m_fill; // empty: the entries are there
     int m_unfilledImage = -1;
+    SubjectOf m_thumbnailOf;
 };

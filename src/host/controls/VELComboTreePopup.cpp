@@ -14,7 +14,8 @@
 
 namespace {
 constexpr QSize kLeast(240, 200); // what is chosen from can be read in it
-}
+constexpr QSize kLeastWithThumbnails(320, 440);
+} // namespace
 
 VELComboTreePopup::VELComboTreePopup(QWidget& combo, KorTreeModel& entries)
     : QFrame(&combo, Qt::Popup), m_combo(combo), m_entries(entries), m_search(new QLineEdit(this)),
@@ -42,7 +43,14 @@ VELComboTreePopup::~VELComboTreePopup() {
     m_tree->disconnect(this);
 }
 
+void VELComboTreePopup::setThumbnails(KorRowThumbnails::SubjectOf subjectOf) {
+    m_hasThumbnails = true;
+    (new KorRowThumbnails(*m_tree, std::move(subjectOf)))->setWanted(true);
+}
+
 void VELComboTreePopup::open(KorTreeHandle chosen, const QString& search) {
+    if (KorThumbnails* thumbnails = KorThumbnails::current(); thumbnails && m_hasThumbnails)
+        thumbnails->lookAgain(); // something was changed while it was closed, perhaps
     place();
     show();
     m_search->setText(search);
@@ -56,8 +64,11 @@ void VELComboTreePopup::open(KorTreeHandle chosen, const QString& search) {
 void VELComboTreePopup::place() {
     const QRect screen = m_combo.screen()->availableGeometry();
     const QRect combo(m_combo.mapToGlobal(QPoint(0, 0)), m_combo.size());
+    const KorThumbnails* thumbnails = KorThumbnails::current();
+    const bool isLarge = m_hasThumbnails && thumbnails && thumbnails->areShown();
+    const QSize least = isLarge ? kLeastWithThumbnails : kLeast;
     QRect popup(combo.bottomLeft() + QPoint(0, 1),
-                QSize(std::max(combo.width(), kLeast.width()), kLeast.height()));
+                QSize(std::max(combo.width(), least.width()), least.height()));
     if (popup.bottom() > screen.bottom() && combo.top() - popup.height() >= screen.top())
         popup.moveBottom(combo.top() - 1);
     popup.moveRight(std::min(popup.right(), screen.right()));

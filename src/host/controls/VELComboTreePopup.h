@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/KorTreeHandle.h"
+#include "controls/KorRowThumbnails.h"
 
 #include <QFrame>
 
@@ -21,6 +22,9 @@ public:
     /// Shows the drop-down at its combo, on the chosen entry, or on what `search` finds.
     void open(KorTreeHandle chosen, const QString& search);
 
+    /// Shows thumbnails of entries from now on, and is larger then.
+    void setThumbnails(KorRowThumbnails::SubjectOf subjectOf);
+
 Q_SIGNALS:
     /// The user wants this entry, which may be null; it need not be one that can be chosen.
     void wanted(KorTreeHandle entry);
@@ -37,4 +41,5 @@ private:
     KorTreeModel& m_entries;
     QLineEdit* m_search;
     KorTreeCtrl* m_tree;
+    bool m_hasThumbnails = false;
 };
