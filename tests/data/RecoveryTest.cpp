@@ -181,6 +181,34 @@ TEST_F(RecoveryTest, ChangesAreComparedWithWhatIsStoredNow) {
     EXPECT_TRUE(row<StructDetailStyle>(kUser, "Own"));
 }
 
+TEST_F(RecoveryTest, WhatIsAboveNewRowsIsStillKnownByNameWhenItIsGone) {
+    StructDetObjQualifierSetGroup group;
+    const std::int32_t key = add(kUser, "Own group", group);
+    ASSERT_TRUE(commit());
+    write();
+    StructDetObjQualifierSet set;
+    set.groupKey = key;
+    add(kUser, "First", set);
+    add(kUser, "Second", set);
+    StructDetObjReprMapKey part;
+    part.reprMapKey = m_map;
+    add(kUser, "Part of it", part);
+    crash();
+    OtherProgram(file("user.dsdb")).run("DELETE FROM qualifier_set_group; DELETE FROM repr_map");
+    open(false);
+    const std::vector<OutsideChange> changes = bringBackAll();
+    ASSERT_EQ(changes.size(), 1u);
+    const std::vector<OutsideConflict>& conflicts = changes[0].conflicts;
+    ASSERT_EQ(conflicts.size(), 2u);
+    EXPECT_EQ(conflicts[0].wholeName, "Spare");
+    EXPECT_EQ(conflicts[1].record->name, "Own group");
+    EXPECT_TRUE(conflicts[1].isMade);
+    const auto* again = row<StructDetObjQualifierSetGroup>(kUser, "Own group");
+    ASSERT_NE(again, nullptr);
+    EXPECT_EQ(row<StructDetObjQualifierSet>(kUser, "First")->groupKey, again->key);
+    EXPECT_EQ(row<StructDetObjQualifierSet>(kUser, "Second")->groupKey, again->key);
+}
+
 TEST_F(RecoveryTest, OfTwoRunsThatWereKilledTheLaterOneCountsAndNobodyElseIsBlamed) {
     for (const char* text : {"one", "two"}) {
         open(false); // what was left is not brought back yet

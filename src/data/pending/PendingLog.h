@@ -2,6 +2,7 @@
 
 #include "data/StyleSource.h"
 #include "records/KorDSNDefinitions.h"
+#include "records/RowRef.h"
 
 #include <map>
 #include <memory>
@@ -87,6 +88,10 @@ public:
     /// Forgets all steps of a source that is being closed.
     void forget(SourceId source);
 
+    /// Notes what a row was called that steps refer to, for the case that it is not there any more.
+    void noteName(SourceId source, RowRef row, const KorString& name) { m_names[{source, row}] = name; }
+    const std::map<std::pair<SourceId, RowRef>, KorString>& names() const { return m_names; }
+
     /// What has been taken back can no longer be brought again.
     void forgetTakenBack() { m_steps.resize(m_position); }
 
@@ -102,6 +107,9 @@ public:
     /// What can be taken back, the latest first, or brought again, what is next first; no more than `most`.
     std::vector<PendingCommand> undoable(std::size_t most) const;
     std::vector<PendingCommand> redoable(std::size_t most) const;
+    /// The number that the steps of the first that can be taken back have together; 0 for none. No other
+    /// command ever has it.
+    int undoableGroup() const { return canUndo() ? m_steps[m_position - 1].group : 0; }
     /// The steps of the first of these, in the order in which the caller must apply them to the tables
     /// (backwards for undo). Empty when there is none.
     std::vector<PendingStep> takeUndo();
@@ -161,7 +169,8 @@ private:
     std::size_t m_position = 0; // steps from here on have been taken back
     std::map<PendingPlace, int> m_counts;
     std::map<int, KorString> m_labels;
-    std::vector<std::shared_ptr<StructRecord>> m_scratch; // records that the last net change points to
+    std::map<std::pair<SourceId, RowRef>, KorString> m_names; // of rows that steps refer to
+    std::vector<std::shared_ptr<StructRecord>> m_scratch;     // records that the last net change points to
     int m_group = 0;
     int m_depth = 0;
     int m_holds = 0;

@@ -29,7 +29,7 @@ PendingReplay::PendingReplay(StyleSource& source, PendingLog& pending, PendingLo
     if (m_replacesPending)
         remember();
     else
-        noteUnstored(); // the tables do not show what another run left
+        noteUnstored(lost); // the tables do not show what another run left
 }
 
 void PendingReplay::remember() {
@@ -77,10 +77,16 @@ void PendingReplay::noteOrphans() {
 }
 
 // Cells that another run left changed are compared with what is stored, whatever is pending in them by now.
-void PendingReplay::noteUnstored() {
+void PendingReplay::noteUnstored(const PendingLog& lost) {
     for (const Change& change : m_changes)
         for (const CellChange& cell : m_pending.netChange(m_source.id(), change.table).cells)
             m_stored[{{change.table, cell.key}, cell.column}] = cell.stored;
+    for (const auto& [place, name] : lost.names())
+        if (place.first == m_source.id())
+            m_before.noteName(place.second, name);
+    for (const PendingStep* step : lost.steps())
+        if (step->source == m_source.id() && step->column && step->column->number == 1)
+            m_before.noteName({step->table, step->key}, std::get<KorString>(step->after));
 }
 
 namespace {
@@ -172,11 +178,9 @@ OutsideConflict& PendingReplay::addConflict(OutsideConflict::eKind kind, RowRef 
 }
 
 KorString PendingReplay::targetName(const Column& column, const CellValue& mine) const {
-    const auto target =
-        column.isReference()
-            ? m_before.shown({column.target, static_cast<std::int32_t>(std::get<std::int64_t>(mine))})
-            : nullptr;
-    return target ? target->name : KorString();
+    return column.isReference()
+               ? m_before.nameOf({column.target, static_cast<std::int32_t>(std::get<std::int64_t>(mine))})
+               : KorString();
 }
 
 void PendingReplay::log() {

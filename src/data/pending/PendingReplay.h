@@ -55,7 +55,7 @@ private:
     std::set<eTableType> tables() const;
     void remember();
     void rememberReferences(const TableSchema& table, const StructRecord& record);
-    void noteUnstored();
+    void noteUnstored(const PendingLog& lost);
     void noteOrphans();
 
     // Rows that were appended.

@@ -193,8 +193,19 @@ private:
         if (step.key <= 0 || std::to_string(step.key) != fields[3] ||
             !(isRow ? takeRow(*table, fields, step) : takeCell(*table, fields, step)))
             return false;
-        act([this, step] { m_log->record(step); });
+        act([this, step] {
+            if (isNameAlone(step))
+                m_log->noteName(step.source, {step.table, step.key}, std::get<KorString>(step.after));
+            else
+                m_log->record(step);
+        });
         return true;
+    }
+
+    // A name that stays as it is is told for those who refer to the row.
+    static bool isNameAlone(const PendingStep& step) {
+        return step.column && step.column->number == 1 && step.before == step.after &&
+               std::holds_alternative<KorString>(step.after);
     }
 
     static bool takeCell(const TableSchema& table, const Fields& fields, PendingStep& step) {

@@ -28,7 +28,8 @@ std::string sealed(std::string_view lines, Seal& seal);
 
 std::string head();
 std::string source(const RecoverySource& source);
-/// `sourceNumber` is that of the step's source.
+/// `sourceNumber` is that of the step's source. A name that stays as it is makes no step of the log that is
+/// read, but one of its `names`.
 std::string step(int sourceNumber, const PendingStep& step);
 std::string forgotten(int sourceNumber, eTableType table);
 std::string begin(const KorString& label);

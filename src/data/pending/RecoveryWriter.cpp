@@ -117,12 +117,56 @@ int RecoveryWriter::numberOf(SourceId id, std::string& names) {
     return place->second;
 }
 
+// What is filed in a group or is a part knows the key of that alone. For the case that it is deleted by the
+// time the file is read, a cell that stays as it is tells its name; where it is pending itself its steps do.
+std::string RecoveryWriter::namesAbove(const PendingStep& step, int number, std::set<RowRef>& told) const {
+    StyleSource* source = m_databases.source(step.source);
+    std::string lines;
+    if (step.action != PendingStep::eAction::kAppend || !source)
+        return lines;
+    for (const Column& column : findTable(step.table)->columns) {
+        if (!column.isReference() || column.role == eReferenceRole::kUses)
+            continue;
+        const RowRef above{column.target, column.integerIn(step.record.get())};
+        const auto isOfIt = [&](const PendingStep* other) {
+            return other->source == step.source && RowRef{other->table, other->key} == above;
+        };
+        const StructRecord* record = source->table(above.table).find(KorOdbcKey(above.key));
+        const PendingLog& pending = m_databases.pending();
+        if (!record || !told.insert(above).second ||
+            (pending.hasPending(step.source, above.table) && std::ranges::any_of(pending.steps(), isOfIt)))
+            continue;
+        const Column* name = findTable(above.table)->column(1);
+        lines += RecoveryText::step(number, {step.source,
+                                             above.table,
+                                             PendingStep::eAction::kCell,
+                                             above.key,
+                                             name,
+                                             record->name,
+                                             record->name,
+                                             {}});
+    }
+    return lines;
+}
+
+std::string RecoveryWriter::linesOf(std::span<const PendingStep> steps, std::string& names,
+                                    std::set<RowRef>& told) {
+    for (const PendingStep& step : steps)
+        if (step.action == PendingStep::eAction::kAppend)
+            told.insert({step.table, step.key});
+    std::string lines;
+    for (const PendingStep& step : steps) {
+        const int number = numberOf(step.source, names);
+        lines += RecoveryText::step(number, step) + namesAbove(step, number, told);
+    }
+    return lines;
+}
+
 std::string RecoveryWriter::linesOf(const PendingCommand& made) {
     std::string names;
-    std::string lines;
-    for (const PendingStep& step : made.steps)
-        lines += RecoveryText::step(numberOf(step.source, names), step);
-    const bool countTogether = made.steps.size() > 1 || !made.label.isEmpty();
+    std::set<RowRef> told;
+    const std::string lines = linesOf(made.steps, names, told);
+    const bool countTogether = std::ranges::count(lines, '\n') > 1 || !made.label.isEmpty();
     return names + (countTogether ? RecoveryText::begin(made.label) + lines + RecoveryText::end() : lines);
 }
 
@@ -152,11 +196,11 @@ bool RecoveryWriter::writeTogether(std::span<const PendingPlace> forgotten,
         lines += RecoveryText::forgotten(numberOf(source, names), table);
     for (const RecoveryText::TakenOver& other : takenOver)
         lines += RecoveryText::takenOver(other);
+    std::set<RowRef> told;
     for (const PendingCommand& command : made) {
         if (&command != &made.front())
             lines += RecoveryText::next(command.label);
-        for (const PendingStep& step : command.steps)
-            lines += RecoveryText::step(numberOf(step.source, names), step);
+        lines += linesOf(command.steps, names, told);
     }
     m_file.commands.clear();
     if (!append(names + lines + RecoveryText::end(), {}))

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <set>
 
 class StyleDatabases;
 
@@ -50,6 +51,8 @@ private:
     };
 
     int numberOf(SourceId id, std::string& names);
+    std::string namesAbove(const PendingStep& step, int number, std::set<RowRef>& told) const;
+    std::string linesOf(std::span<const PendingStep> steps, std::string& names, std::set<RowRef>& told);
     std::string linesOf(const PendingCommand& made);
     bool write(std::span<const PendingPlace> forgotten, std::span<const PendingCommand> made);
     bool writeTogether(std::span<const PendingPlace> forgotten, std::span<const PendingCommand> made,

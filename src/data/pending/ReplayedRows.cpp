@@ -120,9 +120,7 @@ void PendingReplay::leavePartsOfNothing() {
                 OutsideConflict& conflict =
                     addConflict(OutsideConflict::eKind::kGone, {change.table, record->key}, nullptr, record);
                 if (missing)
-                    if (const auto whole =
-                            m_before.shown({missing->target, missing->integerIn(record.get())}))
-                        conflict.wholeName = whole->name;
+                    conflict.wholeName = m_before.nameOf({missing->target, missing->integerIn(record.get())});
                 return again = true;
             });
     }
@@ -150,15 +148,15 @@ void PendingReplay::keepGroups() {
 std::int32_t PendingReplay::groupInstead(RowRef group) {
     const StyleTable& table = m_source.table(group.table);
     const auto shown = m_before.shown(group);
-    if (const StructRecord* namesake = shown ? table.find(shown->name) : nullptr)
+    const KorString name = m_before.nameOf(group);
+    if (const StructRecord* namesake = name.isEmpty() ? nullptr : table.find(name))
         return namesake->key;
     const std::int32_t key = table.find(KorOdbcKey(group.key)) ? takeKey(group.table) : group.key;
     if (key < 0)
         return key;
     const auto record = table.rows().copyOf(shown.get());
     record->key = key;
-    if (!shown)
-        record->name = freeName(m_source, group.table, {});
+    record->name = name.isEmpty() ? freeName(m_source, group.table, {}) : name;
     m_appended[{group.table, key}] = record;
     auto change = std::ranges::find(m_changes, group.table, &Change::table);
     if (change == m_changes.end())

@@ -91,6 +91,13 @@ std::shared_ptr<const StructRecord> RowsBefore::shown(RowRef row) const {
     return it == m_rows.end() ? nullptr : it->second.shown;
 }
 
+KorString RowsBefore::nameOf(RowRef row) const {
+    if (const auto record = shown(row))
+        return record->name;
+    const auto it = m_names.find(row);
+    return it == m_names.end() ? KorString() : it->second;
+}
+
 const StructRecord* RowsBefore::stored(RowRef row) const {
     const auto it = m_rows.find(row);
     return it == m_rows.end() ? nullptr : it->second.before();

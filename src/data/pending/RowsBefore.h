@@ -17,6 +17,8 @@ public:
 
     /// Takes a copy of the row as it is shown. Nothing is taken of a table that was not read.
     void remember(RowRef row);
+    /// What the row, of which nothing else may be known, was called.
+    void noteName(RowRef row, const KorString& name) { m_names[row] = name; }
     /// What the row, which is remembered, has stored in a cell that shows something else.
     void noteStored(RowRef row, const Column& column, const CellValue& stored);
     /// Takes a row that is not shown any more.
@@ -28,6 +30,8 @@ public:
 
     /// The row as it was shown, or null where it is not known.
     std::shared_ptr<const StructRecord> shown(RowRef row) const;
+    /// What the row was called; empty where that is not known.
+    KorString nameOf(RowRef row) const;
     /// The row as it was stored, or null where it is not known.
     const StructRecord* stored(RowRef row) const;
     /// Whether the record has ceased to be there. Neither its name nor its other values need stay the same,
@@ -56,5 +60,6 @@ private:
 
     StyleSource& m_source;
     std::map<RowRef, Known> m_rows;
+    std::map<RowRef, KorString> m_names;
     std::set<RowRef> m_others;
 };
