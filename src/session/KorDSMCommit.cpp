@@ -101,7 +101,9 @@ std::vector<OutsideChange> KorDSMCommit::settle(const Read& read, const ChooseMi
     std::vector<OutsideChange> changes = read();
     if (countConflicts(changes) > 0) {
         const PendingGroup group({});
-        keepMine(choose(changes));
+        const std::vector<OutsideChange> mine = choose(changes);
+        keepMine(mine);
+        commands.dropWhatWasMadeFor(changes, mine);
     }
     commands.settle(changes);
     return changes;

@@ -2,6 +2,7 @@
 
 #include "data/pending/RecoveryFile.h"
 #include "session/KorDSMCommit.h"
+#include "session/KorDSMEditedList.h"
 #include "support/OtherProgram.h"
 
 namespace {
@@ -120,4 +121,29 @@ TEST_F(Commit, WhileTheUserChoosesNothingIsWrittenDownAndAfterwardsWhatWasChosen
                              ADD_FAILURE() << "asked about nothing";
                              return std::vector<OutsideChange>();
                          });
+}
+
+TEST_F(Commit, WhatWasMadeForAChangeThatIsDroppedGoesWithItAndNothingElse) {
+    const auto style = [&] { return row<StructDetailStyle>(SourceId::user(), "HB post 1:15"); };
+    const auto made = [&](const char* name) {
+        return row<StructDetViewRequest>(SourceId::user(), name) != nullptr;
+    };
+    databases.setCurrentSource(SourceId::user());
+    for (const bool isMine : {true, false}) {
+        const auto views =
+            KorDSMEditedList::of(SourceId::user(), {kTableDetailStyle, style()->key}, kTableDetailStyle);
+        ASSERT_TRUE(views->duplicate({views->keys().front()}).isStored());
+        StructDetViewRequest apart;
+        apart.name = isMine ? "Made apart" : "Made apart too";
+        databases.append(kTableViewRequest, apart);
+        OtherProgram(file("user.dsdb"))
+            .run("UPDATE detail_style SET view_3 = view_2, view_2 = view_1 WHERE name = 'HB post 1:15'");
+        KorDSMCommit::settle(&KorDSMCommit::readChanged, [isMine](const auto& asked) {
+            return isMine ? asked : std::vector<OutsideChange>();
+        });
+        EXPECT_EQ(made("HB front 1"), isMine);
+        EXPECT_TRUE(made(apart.name.toStdString().c_str()));
+        KorDSMCommit::discard();
+        EXPECT_FALSE(databases.pending().canUndo());
+    }
 }

@@ -1,9 +1,11 @@
 #include "data/pending/ReplayedCommands.h"
 
 #include "data/CellRules.h"
+#include "data/ScopedSource.h"
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 
 namespace {
 
@@ -52,6 +54,55 @@ void ReplayedCommands::add(const PendingLog::Commands& commands) {
     }
 }
 
+void ReplayedCommands::dropWhatWasMadeFor(const std::vector<OutsideChange>& changes,
+                                          const std::vector<OutsideChange>& mine) {
+    const auto isMine = [&](SourceId source, const OutsideConflict& conflict) {
+        return std::ranges::any_of(mine, [&](const OutsideChange& change) {
+            return change.source == source &&
+                   std::ranges::any_of(change.conflicts, [&](const OutsideConflict& other) {
+                       return other.table == conflict.table && other.key == conflict.key &&
+                              other.column == conflict.column;
+                   });
+        });
+    };
+    for (const OutsideChange& change : changes)
+        for (const OutsideConflict& conflict : change.conflicts)
+            if (conflict.kind == OutsideConflict::eKind::kCell && !conflict.isMade &&
+                !isMine(change.source, conflict))
+                for (const WantedCell& cell : conflict.cells)
+                    dropMadeFor(change, cell);
+}
+
+void ReplayedCommands::dropMadeFor(const OutsideChange& change, const WantedCell& cell) {
+    if (!cell.column->isReference())
+        return;
+    StyleSource& source = *m_databases.source(change.source);
+    const RowRef row{cell.column->target, static_cast<std::int32_t>(std::get<std::int64_t>(cell.mine))};
+    const auto users = source.referrersOf(row.table, KorOdbcKey(row.key));
+    const bool isUsed = std::ranges::any_of(
+        users, [](const Referrer& user) { return user.column->role == eReferenceRole::kUses; });
+    if (isUsed || !source.table(row.table).find(KorOdbcKey(row.key)) || !isMadeFor(change, row, cell))
+        return;
+    const ScopedSource there(change.source);
+    static_cast<void>(m_databases.remove(row.table, KorOdbcKey(row.key)));
+}
+
+bool ReplayedCommands::isMadeFor(const OutsideChange& change, RowRef row, const WantedCell& cell) const {
+    const auto now = [&](eTableType table, std::int32_t key) {
+        const auto it = change.newKeys.find({table, key});
+        return RowRef{table, it == change.newKeys.end() ? key : it->second};
+    };
+    std::set<std::size_t> making;
+    for (const auto& [command, step, isReplayed, result] : m_made)
+        if (step.source == change.source && isAction(step, eAction::kAppend) &&
+            now(step.table, step.key) == row)
+            making.insert(command);
+    return std::ranges::any_of(m_made, [&](const Made& made) {
+        return making.contains(made.command) && isAction(made.step, eAction::kCell) &&
+               made.step.column == cell.column && now(made.step.table, made.step.key) == cell.row;
+    });
+}
+
 void ReplayedCommands::settle(const std::vector<OutsideChange>& changes) {
     const std::map<Row, Steps> steps = replayed();
     if (steps.empty())
@@ -61,6 +112,8 @@ void ReplayedCommands::settle(const std::vector<OutsideChange>& changes) {
             follow(change);
     const std::map<Row, Places> places = placesOfRows();
     for (const auto& [row, made] : steps) {
+        if (isAction(made.front(), eAction::kAppend) && isAction(made.back(), eAction::kDelete))
+            continue; // it was dropped
         const auto it = places.find(row);
         place(made, it == places.end() ? Places() : it->second);
     }

@@ -14,6 +14,11 @@ public:
     /// null.
     ReplayedCommands(StyleDatabases& databases, const PendingLog* lost);
 
+    /// After the replay: of the conflicts in `changes` only those in `mine` are decided for what this program
+    /// wants. Deletes new records that a command made for a cell that is not to refer to them now, where
+    /// nothing else uses them.
+    void dropWhatWasMadeFor(const std::vector<OutsideChange>& changes,
+                            const std::vector<OutsideChange>& mine);
     /// After it, and after what was kept of its conflicts.
     void settle(const std::vector<OutsideChange>& changes);
 
@@ -30,6 +35,8 @@ private:
     using Places = std::vector<std::size_t>; ///< in `m_made`, oldest first
 
     void add(const PendingLog::Commands& commands);
+    void dropMadeFor(const OutsideChange& change, const WantedCell& cell);
+    bool isMadeFor(const OutsideChange& change, RowRef row, const WantedCell& cell) const;
     void follow(const OutsideChange& change);
     std::map<Row, Steps> replayed() const;
     std::map<Row, Places> placesOfRows() const;
