@@ -288,7 +288,8 @@ void declare(CLI::App& app, Wanted& wanted) {
         ->take_last();
     app.require_subcommand(0, 1);
     app.fallthrough();
-    app.footer(translatable("Exit codes: 0 done, 1 could not or found something, 2 wrong usage."));
+    app.footer(
+        translatable("Exit codes: 0 done, 1 could not, or check found more than notes, 2 wrong usage."));
     addEdit(app, wanted);
     addRequest(app, wanted);
     addList(app, wanted);

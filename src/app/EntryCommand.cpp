@@ -140,7 +140,7 @@ private:
 
     void tell(const char* pattern, std::size_t place, const KorString& more, Place before = std::nullopt) {
         const EntryList::Entry entry = m_list.entries()[place];
-        const KorString name = entry.text.isEmpty() ? entry.name : entry.text;
+        const KorString name = entry.name.isEmpty() ? entry.text : entry.name;
         m_report.say(
             KorString::format(translated(pattern), {number(before.value_or(place)), name,
                                                     m_owner.table->rowName(), m_owner.record()->name, more}));

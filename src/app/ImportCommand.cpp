@@ -125,6 +125,9 @@ int importCommand(DataFolder&, const ImportOptions& options) {
         return failed(outcome.error);
     if (!options.dryRun && !keepChanges())
         return kExitFailed;
+    if (const KorString note = KorDSMDeepCopy::noteOf(wish);
+        outcome.report.rowsAppended > 0 && !note.isEmpty())
+        Console::complain(note);
     tell(outcome.report, options);
     return outcome.report.leftOut.empty() ? kExitDone : kExitFailed;
 }

@@ -7,6 +7,8 @@
 #include "app/StyleSheet.h"
 #include "app/TypedValue.h"
 #include "base/Translation.h"
+#include "data/RowClosure.h"
+#include "data/check/StillMissing.h"
 #include "drawing/Governed.h"
 #include "drawing/SampleParts.h"
 #include "drawing/StyleDrawing.h"
@@ -89,6 +91,19 @@ void report(const Drawing& drawing, std::size_t highlighted, const DrawingOption
                                {"notes", notes}});
 }
 
+// What the style and all that it uses lack before drawings can be made with them.
+void noteMissing(StyleSource& source, std::int32_t style, Drawing& drawing) {
+    for (const RowRef row : closureOf(source, {kTableDetailStyle, style}))
+        for (const StillMissing& missing : stillMissing(source, row)) {
+            const KorString lack = KorString::format(
+                translated("The %s \"%s\" is not ready for drawings yet: it has no %s."),
+                {findTable(row.table)->rowName(), source.table(row.table).find(KorOdbcKey(row.key))->name,
+                 (missing.column ? findTable(missing.column->target) : missing.table)->rowName()});
+            const KorString whole = wholeSentence(source, row);
+            drawing.notes.push_back((whole.isEmpty() ? lack : lack + " " + whole).toStdString());
+        }
+}
+
 } // namespace
 
 int pictureCommand(DataFolder& folder, const DrawingOptions& options) {
@@ -117,6 +132,7 @@ int pictureCommand(DataFolder& folder, const DrawingOptions& options) {
         return failed(part.error);
     const DrawingRequest request = {row.key, view.value, folder.path() / "Shared" / "Support", {}};
     Drawing drawing = drawStyle(source, part.value, request);
+    noteMissing(source, row.key, drawing);
     const Result<Governed::Places> places = highlighted(drawing, options, row, part.value, request);
     if (!places)
         return failed(places.error);

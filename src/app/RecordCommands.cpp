@@ -9,6 +9,7 @@
 #include "data/RowClosure.h"
 #include "data/ScopedSource.h"
 #include "data/exchange/ExchangeReport.h"
+#include "session/KorDSMDeepCopy.h"
 #include "session/KorDSMRecordCommands.h"
 
 #include <QJsonArray>
@@ -238,6 +239,9 @@ int copyCommand(DataFolder&, const CopyOptions& options) {
     tellRenamed(brought, report);
     for (const std::string& left : brought.leftOut)
         Console::complain(left);
+    if (const KorString note = KorDSMDeepCopy::noteOf({.from = row.source, .to = to, .records = {row.ref()}});
+        !note.isEmpty())
+        Console::complain(note);
     return report.finish();
 }
 

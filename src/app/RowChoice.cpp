@@ -20,7 +20,7 @@ KorString usersOf(SourceId source, RowRef row) {
     constexpr std::size_t kMostTold = 6;
     std::vector<KorString> users;
     for (const KorDSMUsage& usage : KorDSMWhereUsed::usagesUpToSharing(source, row))
-        if (KorString user = KorString::format("%s \"%s\"", {usage.kind, usage.name});
+        if (KorString user = KorString::format(translated("%s \"%s\""), {usage.kind, usage.name});
             std::ranges::find(users, user) == users.end())
             users.push_back(std::move(user));
     KorString list;
@@ -105,7 +105,7 @@ KorString RowChoice::listOf(const std::vector<KorString>& names) {
     constexpr std::size_t kMostTold = 20;
     KorString list;
     for (std::size_t i = 0; i < std::min(names.size(), kMostTold); ++i)
-        list = list + (i == 0 ? "" : ", ") + KorString::format("\"%s\"", {names[i]});
+        list = list + (i == 0 ? "" : ", ") + KorString::format(translated("\"%s\""), {names[i]});
     return names.size() > kMostTold ? list + ", ..." : list;
 }
 
@@ -115,7 +115,9 @@ KorString RowChoice::severalNamed(const StyleTable& table, const std::vector<std
         return {};
     KorString told;
     for (std::size_t i = 0; i < std::min(keys.size(), kMostTold); ++i)
-        told = told + KorString::format(i == 0 ? "\"[%s]\"" : ", \"[%s]\"", {KorString::number(keys[i])});
+        told = told + (i == 0 ? "" : ", ") +
+               KorString::format(translated("\"%s\""),
+                                 {KorString::format("[%s]", {KorString::number(keys[i])})});
     return KorString::format(
         translated("There is more than one %s named \"%s\"; give the key of the one that is "
                    "meant instead, which is one of %s."),

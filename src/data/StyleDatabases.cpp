@@ -2,6 +2,7 @@
 
 #include "base/EditorSession.h"
 #include "base/KorAssert.h"
+#include "base/Translation.h"
 #include "data/CellRules.h"
 #include "data/RowClosure.h"
 #include "data/WriteRefusal.h"
@@ -65,6 +66,18 @@ std::string StyleDatabases::whyTooNew(SourceId id) {
     return open && (m_ownerMode || id == SourceId::user()) ? open->store().whyTooNew() : std::string();
 }
 
+std::string StyleDatabases::whyNotEditable(SourceId id) {
+    StyleSource* open = source(id);
+    if (!open || !open->isReadOnly() || !(m_ownerMode || id == SourceId::user()))
+        return {};
+    const std::string tooNew = whyTooNew(id);
+    return tooNew.empty()
+               ? translated("The file of the database can only be read, so nothing was changed; make "
+                            "it writable and open it again.")
+                     .toStdString()
+               : tooNew;
+}
+
 namespace {
 
 // The reading of the table that says which values the column may hold.
@@ -96,7 +109,7 @@ WriteResult StyleDatabases::setCell(eTableType type, KorOdbcKey key, int number,
     if (!column)
         return WriteRefusal::noColumn();
     if (!isEditable())
-        return WriteRefusal::readOnly(whyTooNew(open->id()));
+        return WriteRefusal::readOnly(whyNotEditable(open->id()));
     const StructRecord* row = open->table(type).find(key);
     if (!row)
         return WriteRefusal::noRow();
@@ -126,7 +139,7 @@ WriteResult StyleDatabases::store(eTableType type, const StructRecord& record) {
     if (!schema)
         return WriteRefusal::noRow();
     if (!isEditable())
-        return WriteRefusal::readOnly(whyTooNew(open->id()));
+        return WriteRefusal::readOnly(whyNotEditable(open->id()));
     const KorOdbcKey key(record.key);
     const StructRecord* row = open->table(type).find(key);
     if (!row)
@@ -152,7 +165,7 @@ WriteResult StyleDatabases::append(eTableType type, StructRecord& record) {
     if (!schema)
         return WriteRefusal::noRow();
     if (!isEditable())
-        return WriteRefusal::readOnly(whyTooNew(open->id()));
+        return WriteRefusal::readOnly(whyNotEditable(open->id()));
     const StructRecord* original = open->table(type).find(KorOdbcKey(record.key));
     for (const Column& column : schema->columns)
         if (WriteResult verdict = judge(*open, *schema, column, 0, column.number == 1 ? nullptr : original,
@@ -169,7 +182,7 @@ WriteResult StyleDatabases::appendStored(eTableType type, StructRecord& record) 
     if (!findTable(type))
         return WriteRefusal::noRow();
     if (!isEditable())
-        return WriteRefusal::readOnly(whyTooNew(open->id()));
+        return WriteRefusal::readOnly(whyNotEditable(open->id()));
     const KorOdbcKey original(record.key);
     const bool isCopy = open->table(type).find(original) != nullptr;
     if (Result<> known = isCopy ? open->complete() : open->readingOf(type); !known)
@@ -221,7 +234,7 @@ WriteResult StyleDatabases::remove(eTableType type, KorOdbcKey key) {
     if (!open)
         return WriteRefusal::notOpen();
     if (!isEditable())
-        return WriteRefusal::readOnly(whyTooNew(open->id()));
+        return WriteRefusal::readOnly(whyNotEditable(open->id()));
     const StructRecord* row = findTable(type) ? open->table(type).find(key) : nullptr;
     if (!row)
         return WriteRefusal::noRow();

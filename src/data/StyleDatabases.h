@@ -59,6 +59,8 @@ public:
     /// One sentence when a source that might be edited must not be, because a newer version of the program
     /// made it; otherwise empty.
     std::string whyTooNew(SourceId id);
+    /// The same, or that its file can only be read.
+    std::string whyNotEditable(SourceId id);
 
     /// Writes a cell of the current source. What the column must not hold (see `faultOf`) is refused, unless
     /// it is what the cell holds already.

@@ -38,11 +38,11 @@ WriteResult WriteRefusal::noColumn() {
                    translated("There is no such column, so nothing was written; choose another one."));
 }
 
-WriteResult WriteRefusal::readOnly(const std::string& whyTooNew) {
+WriteResult WriteRefusal::readOnly(const std::string& why) {
     return refusal(WriteResult::kReadOnlySource,
-                   whyTooNew.empty()
+                   why.empty()
                        ? translated("The database may not be changed; choose the user's own database.")
-                       : KorString(whyTooNew));
+                       : KorString(why));
 }
 
 WriteResult WriteRefusal::incomplete(Result<> reading) {

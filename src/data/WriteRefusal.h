@@ -11,8 +11,8 @@ WriteResult notOpen();
 /// For a row that was deleted meanwhile, and for one that never was.
 WriteResult noRow();
 WriteResult noColumn();
-/// `whyTooNew` is a sentence of its own where the source must not be edited for that, else empty.
-WriteResult readOnly(const std::string& whyTooNew = {});
+/// `why` is the sentence of a source that could be edited otherwise, else empty.
+WriteResult readOnly(const std::string& why = {});
 /// `reading` is the failure that keeps the write from being judged.
 WriteResult incomplete(Result<> reading);
 /// The value must not stand in the column, for a reason other than `kNone`.

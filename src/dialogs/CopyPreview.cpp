@@ -214,10 +214,12 @@ void CopyPreview::show() {
     };
     const bool isIdle = outcome.done && std::ranges::all_of(outcome.report.rows, changesNothing);
     const bool isEnded = !outcome.done && outcome.error.isEmpty() && !m_wish.records.empty();
-    m_summary.setText(toQt(isIdle         ? Prompts::dsm(kNothing)
-                           : outcome.done ? KorDSMDeepCopy::summaryOf(outcome.report)
-                           : isEnded      ? Prompts::dsm(kEnded)
-                                          : outcome.error));
+    const KorString note = outcome.done && !isIdle ? KorDSMDeepCopy::noteOf(m_wish) : KorString();
+    const KorString summary = isIdle         ? Prompts::dsm(kNothing)
+                              : outcome.done ? KorDSMDeepCopy::summaryOf(outcome.report)
+                              : isEnded      ? Prompts::dsm(kEnded)
+                                             : outcome.error;
+    m_summary.setText(toQt(note.isEmpty() ? summary : summary + "\n" + note));
     m_done.setEnabled(outcome.done && !isIdle);
 }
 

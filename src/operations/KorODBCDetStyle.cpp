@@ -13,7 +13,7 @@ WriteResult judgeFilings(StyleDatabases& databases, std::int32_t view,
     if (!source)
         return WriteRefusal::notOpen();
     if (!databases.isEditable())
-        return WriteRefusal::readOnly(databases.whyTooNew(source->id()));
+        return WriteRefusal::readOnly(databases.whyNotEditable(source->id()));
     if (Result<> whole = source->complete(); !whole)
         return WriteRefusal::incomplete(std::move(whole));
     const bool allThere = source->table(kTableViewRequest).find(KorOdbcKey(view)) &&

@@ -85,7 +85,7 @@ Route routeBetween(SourceId from, SourceId to) {
     else if (from == to)
         route.fault = {Exports::kSameSource};
     else if (!databases.isEditable(to))
-        route.fault = {Exports::kReadOnlyTarget, databases.whyTooNew(to)};
+        route.fault = {Exports::kReadOnlyTarget, databases.whyNotEditable(to)};
     for (StyleSource* end : {route.from, route.to}) {
         if (route.fault.code != Exports::kDone)
             break;

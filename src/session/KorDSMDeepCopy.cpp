@@ -2,6 +2,8 @@
 
 #include "data/RowClosure.h"
 #include "data/StyleDatabases.h"
+#include "data/text/TextFields.h"
+#include "model/CurrentUnits.h"
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMFamilies.h"
 #include "model/KorDSMMessages.h"
@@ -29,6 +31,8 @@ constexpr int kCopying = 245;     // "copying of "%s""
 constexpr int kCopyingMany = 590; // "copying of %s definitions"
 constexpr int kHead = 602;        // ""%s" comes with all that it uses from %s."
 constexpr int kHeadMany = 603;
+constexpr int kTitleHeight =
+    981; // "Titles without a text size of their own are %s high there, and %s in %s."
 constexpr int kWithoutCategory = 33728; // "UPS"
 
 // What becomes of a row, and how many there are of it.
@@ -83,6 +87,21 @@ void fileNew(const Wish& wish, const std::vector<KorDSMRowChange>& changes) {
         if (column && change.row.table == filedBy && change.kind == KorDSMRowChange::eKind::kAppended)
             static_cast<void>(StyleDatabases::current().setCell(
                 filedBy, KorOdbcKey(change.row.key), column->number, std::int64_t{wish.group.key}));
+}
+
+// What titles without a size of their own are drawn with, in millimetres; 0 where the source does not say it.
+double titleHeight(SourceId id) {
+    StyleSource* source = StyleDatabases::current().source(id);
+    double height = 0;
+    if (!source)
+        return height;
+    const RowArray& rows = source->table(kTableCreationDefault).rows();
+    for (int i = 0; i < rows.size(); ++i) {
+        const auto& row = static_cast<const StructCreationDefault&>(rows.at(i));
+        if (row.family == 40 && row.name == "TitleHeight")
+            height = TextFields::toReal(row.value.view()).value_or(0);
+    }
+    return height;
 }
 
 Outcome run(const Wish& wish, bool isTrial) {
@@ -191,6 +210,23 @@ std::vector<RowRef> recordsOf(KorDSMDatabaseItem& item) {
 KorString headOf(const Wish& wish) {
     return KorString::format(Prompts::dsm(wish.records.size() == 1 ? kHead : kHeadMany),
                              {subjectOf(wish), KorDSMWhereUsed::sourceName(wish.from)});
+}
+
+KorString noteOf(const Wish& wish) {
+    const double here = titleHeight(wish.from);
+    const double there = titleHeight(wish.to);
+    const bool hasTitles =
+        std::ranges::find(wish.records, kTableDetailStyle, &RowRef::table) != wish.records.end();
+    if (!hasTitles || here <= 0 || there <= 0 || here == there)
+        return {};
+    const KorDSNRequest request(wish.to.dsn, wish.to.index);
+    const KorUnitsManager& units = getUnitsOfCurrentDatabase();
+    const auto text = [&units](double height) {
+        const KorString number = units.format(height, KorUnitsManager::kPaper);
+        return units.getBasisUnitForDistanceIsImperial() ? number : number + " mm";
+    };
+    return KorString::format(Prompts::dsm(kTitleHeight),
+                             {text(there), text(here), KorDSMWhereUsed::sourceName(wish.from)});
 }
 
 Outcome preview(const Wish& wish) {

@@ -46,6 +46,10 @@ struct Wish {
 /// What is copied from where, in a sentence.
 KorString headOf(const Wish& wish);
 
+/// What copied styles are drawn with otherwise there, because they leave it to their source; empty for
+/// nothing.
+KorString noteOf(const Wish& wish);
+
 struct Outcome {
     bool done = false;
     KorString error; ///< why not; empty when the user cancelled

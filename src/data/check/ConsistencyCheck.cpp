@@ -248,5 +248,8 @@ void ConsistencyCheck::add(Finding finding, const KorString& pattern, const KorS
         KorString::format(pattern, {finding.table->rowName(), finding.name, KorString::number(finding.key),
                                     m_source.store().name(), first, second, third})
             .toStdString();
+    // Parts have names that tell little, or none.
+    if (const KorString whole = wholeSentence(m_source, {finding.table->type, finding.key}); !whole.isEmpty())
+        finding.sentence += " " + whole.toStdString();
     m_findings.push_back(std::move(finding));
 }

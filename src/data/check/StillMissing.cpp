@@ -1,5 +1,7 @@
 #include "data/check/StillMissing.h"
 
+#include "base/Translation.h"
+
 #include <algorithm>
 
 namespace {
@@ -66,4 +68,16 @@ std::vector<StillMissing> stillMissing(StyleSource& source, RowRef row) {
             missing.push_back({table, column});
     }
     return missing;
+}
+
+KorString wholeSentence(StyleSource& source, RowRef row) {
+    const TableSchema& table = *findTable(row.table);
+    const StructRecord* record = source.table(row.table).find(KorOdbcKey(row.key));
+    const auto part = std::ranges::find(table.columns, eReferenceRole::kPartOf, &Column::role);
+    if (!record || part == table.columns.end() || !part->isReference())
+        return {};
+    const StructRecord* whole = source.table(part->target).find(KorOdbcKey(part->integerIn(record)));
+    return whole ? KorString::format(translated("It is part of the %s \"%s\"."),
+                                     {findTable(part->target)->rowName(), whole->name})
+                 : KorString();
 }

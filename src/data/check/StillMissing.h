@@ -18,3 +18,6 @@ struct StillMissing {
 /// A reference to a row that is gone is chosen all the same. Of an incomplete source parts may only be
 /// unread.
 std::vector<StillMissing> stillMissing(StyleSource& source, RowRef row);
+
+/// Of what a part is one, in a sentence; empty for what is no part of an existing row.
+KorString wholeSentence(StyleSource& source, RowRef row);
