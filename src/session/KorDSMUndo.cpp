@@ -169,6 +169,10 @@ std::vector<KorString> stepsOf(const PendingLog& log, std::size_t most) {
     return describe(log, log.undoable(most));
 }
 
+int lastStep() {
+    return pending().undoableGroup();
+}
+
 std::size_t stepCount() {
     return pending().steps().size();
 }
@@ -195,27 +199,51 @@ void takeBackTo(std::size_t before) {
 
 namespace {
 
-// The row by which the change is shown: of one that is gone, what it stood in.
-RowRef placeOfChange(const KorDSMRowChange& change) {
-    if (change.kind != KorDSMRowChange::eKind::kDeleted)
-        return change.row;
-    for (const Column& column : findTable(change.row.table)->columns)
-        if (column.isReference() && column.role != eReferenceRole::kUses)
-            return {column.target, column.integerIn(change.record.get())};
+RowRef above(const StructRecord& record, eTableType table, bool (*isMeant)(eReferenceRole)) {
+    for (const Column& column : findTable(table)->columns)
+        if (column.isReference() && isMeant(column.role))
+            return {column.target, column.integerIn(&record)};
     return {};
+}
+
+RowRef wholeOf(const KorDSMRowChange& change) {
+    StyleSource* source = StyleDatabases::current().source(change.source);
+    const StructRecord* record =
+        source ? source->table(change.row.table).find(KorOdbcKey(change.row.key)) : nullptr;
+    return record ? above(*record, change.row.table,
+                          [](eReferenceRole role) { return role == eReferenceRole::kPartOf; })
+                  : RowRef();
+}
+
+// The row by which the change is shown: of one that is gone, what it stood in; of a part that came, its
+// whole.
+RowRef placeOfChange(const KorDSMRowChange& change) {
+    if (change.kind == KorDSMRowChange::eKind::kDeleted)
+        return above(*change.record, change.row.table,
+                     [](eReferenceRole role) { return role != eReferenceRole::kUses; });
+    const RowRef whole = change.kind == KorDSMRowChange::eKind::kAppended ? wholeOf(change) : RowRef();
+    return whole.key > 0 ? whole : change.row;
+}
+
+bool isShownBy(const KorDSMDatabaseItem& item, const KorDSMRowChange& change) {
+    return KorDSMWhereUsed::isEditor(item, placeOfChange(change)) ||
+           (change.kind != KorDSMRowChange::eKind::kDeleted &&
+            (KorDSMWhereUsed::isEditor(item, change.row) ||
+             KorDSMWhereUsed::isEditor(item, wholeOf(change))));
 }
 
 } // namespace
 
 KorDSMDatabaseItem* itemOf(KorDSMDataStructure& structure, const std::vector<KorDSMRowChange>& changes,
-                           KorDSMDatabaseItem* shown) {
+                           std::initializer_list<KorDSMDatabaseItem*> preferred) {
+    for (KorDSMDatabaseItem* item : preferred)
+        if (item && std::ranges::any_of(changes, [item, source = KorDSMItemSource::sourceOf(item)](
+                                                     const KorDSMRowChange& change) {
+                return change.source == source && isShownBy(*item, change);
+            }))
+            return item;
     constexpr std::size_t kMostLookedAt = 50; // an import changes thousands of rows
-    const std::span looked(changes.data(), std::min(changes.size(), kMostLookedAt));
-    for (const KorDSMRowChange& change : looked)
-        if (shown && change.source == KorDSMItemSource::sourceOf(shown) &&
-            KorDSMWhereUsed::isEditor(*shown, placeOfChange(change)))
-            return shown;
-    for (const KorDSMRowChange& change : looked)
+    for (const KorDSMRowChange& change : std::span(changes).first(std::min(changes.size(), kMostLookedAt)))
         if (KorDSMDatabaseItem* item =
                 KorDSMWhereUsed::findEditor(structure, change.source, placeOfChange(change)))
             return item;

@@ -3,6 +3,7 @@
 #include "model/KorDSMDataStructure.h"
 #include "model/KorDSMRowChange.h"
 
+#include <initializer_list>
 #include <vector>
 
 class PendingLog;
@@ -25,6 +26,8 @@ std::vector<KorString> redoSteps(std::size_t most);
 /// The same for what stands in another log of the open sources.
 std::vector<KorString> stepsOf(const PendingLog& log, std::size_t most);
 
+/// The number of the step that would be taken back next, which no other ever has; 0 for none.
+int lastStep();
 /// How many steps of all rows stand.
 std::size_t stepCount();
 /// What was done to the rows by the steps that stand since there were `before` of them, each row once.
@@ -39,9 +42,10 @@ std::vector<KorDSMRowChange> redo();
 /// Takes back, without a trace, the steps that were made since there were `before` of them.
 void takeBackTo(std::size_t before);
 
-/// The item to show after a step that made these changes: `shown` where its pages show one of them, else the
-/// first that can be found; for a row that is gone its group or what it was a part of. Null for none.
+/// The item to show after a step that made these changes: the first of `preferred` whose pages show one of
+/// them, else the first that can be found. A part is shown by its whole, too; a row that is gone by its group
+/// or its whole alone. Null for none; `preferred` may hold nulls.
 KorDSMDatabaseItem* itemOf(KorDSMDataStructure& structure, const std::vector<KorDSMRowChange>& changes,
-                           KorDSMDatabaseItem* shown);
+                           std::initializer_list<KorDSMDatabaseItem*> preferred = {});
 
 } // namespace KorDSMUndo

@@ -130,12 +130,15 @@ void KorDSMMainDialog::receiveFromPages() {
         parts.navigation.goToChild(message.entry, message.childIndex);
     });
     receive<DsmProgress>([&parts](const DsmProgress& progress) { parts.status.showProgress(progress); });
-    receive<DsmRowsChanged>(
-        [&parts](const DsmRowsChanged& message) { parts.refresh.follow(message.changes); });
+    receive<DsmRowsChanged>([&parts](const DsmRowsChanged& message) {
+        parts.refresh.written();
+        parts.refresh.follow(message.changes);
+    });
     receive<DsmGoToRecord>(
         [&parts](const DsmGoToRecord& message) { parts.navigation.goToRecord(message.source, message.row); });
     receive<DsmDataChanged>([&parts](const DsmDataChanged&) {
         parts.applyState.setModified(true);
+        parts.refresh.written();
         parts.preview.follow();
     });
     receive<DsmSetModified>([&parts](const DsmSetModified& message) {

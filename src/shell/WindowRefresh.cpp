@@ -72,17 +72,20 @@ void WindowRefresh::step(int steps, std::vector<KorDSMRowChange> (*takeStep)()) 
     RightSide::finishEditing();
     for (; steps > 1; --steps)
         follow(takeStep());
+    // The later one is that of the step, whichever way it goes.
+    const int last = KorDSMUndo::lastStep();
     const std::vector<KorDSMRowChange> changes = takeStep();
+    const int step = std::max(last, KorDSMUndo::lastStep());
     follow(changes);
-    goToChanged(changes);
+    goToChanged(changes, step);
 }
 
-void WindowRefresh::goToChanged(const std::vector<KorDSMRowChange>& changes) {
+void WindowRefresh::goToChanged(const std::vector<KorDSMRowChange>& changes, int step) {
     KorDSMDatabaseItem* shown = m_selection.item();
     KorDSMDatabaseItem* changed = nullptr;
     {
         const KorDSMBusy busy;
-        changed = KorDSMUndo::itemOf(m_structure, changes, shown);
+        changed = KorDSMUndo::itemOf(m_structure, changes, {shown, m_places.find(m_structure, step)});
     }
     if (changed && changed != shown)
         m_navigation.goToItem(*changed);
@@ -121,6 +124,7 @@ void WindowRefresh::reload(const std::vector<OutsideChange>& read) {
     auto place = shown ? std::optional(KorDSMPlace(*shown)) : std::nullopt;
     for (const OutsideChange& change : read) {
         m_navigation.renumber(change.source, change.newKeys);
+        m_places.renumber(change.source, change.newKeys);
         if (place)
             place->renumber(change.source, change.newKeys);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "session/KorDSMCommit.h"
+#include "session/KorDSMStepPlaces.h"
 #include "session/KorDSMUndo.h"
 #include "shell/Navigation.h"
 
@@ -27,6 +28,8 @@ public:
     /// Removes the entries of items that are no longer in the structure.
     void removeEntries(const std::vector<std::unique_ptr<KorDSMDatabaseItem>>& items);
 
+    /// To be told of each write: undo and redo lead back to where the user was then.
+    void written() { m_places.note(m_selection.item()); }
     /// Takes back, or brings again, so many steps, and shows the last of them where it is not shown already.
     void step(int steps, std::vector<KorDSMRowChange> (*takeStep)());
     /// Brings items, trees and the page shown in line with rows that are different now.
@@ -40,7 +43,7 @@ Q_SIGNALS:
     void followed();
 
 private:
-    void goToChanged(const std::vector<KorDSMRowChange>& changes);
+    void goToChanged(const std::vector<KorDSMRowChange>& changes, int step);
     void addEntries(const std::vector<KorDSMDatabaseItem*>& items);
 
     KorDSMDataStructure& m_structure;
@@ -50,6 +53,7 @@ private:
     Navigation& m_navigation;
     ApplyState& m_applyState;
     RightSide& m_rightSide;
+    KorDSMStepPlaces m_places;
     bool m_isFollowing = false;
     bool m_isPosted = false;
 };

@@ -174,7 +174,7 @@ TEST_F(Undo, WhatComesBackStandsWhereItStoodAndIsLedTo) {
     const auto changes = KorDSMUndo::undo();
     follow(changes);
     EXPECT_EQ(names(), before);
-    EXPECT_EQ(KorDSMUndo::itemOf(structure, changes, nullptr), &first) << "it is filed by another row";
+    EXPECT_EQ(KorDSMUndo::itemOf(structure, changes), &first) << "it is filed by another row";
 
     ASSERT_TRUE(KorDSMItemCommands::deleteItems({home.children()[0], home.children()[1]}).isStored());
     follow(KorDSMUndo::undo());
