@@ -41,8 +41,11 @@ KorDSMDialogDeepCopy::KorDSMDialogDeepCopy(SourceId from, std::vector<RowRef> re
                                                 .group = group},
                            nullptr, parent) {}
 
-KorDSMDialogDeepCopy::KorDSMDialogDeepCopy(SourceId to, const KorDSMSection& section, QWidget* parent)
-    : KorDSMDialogDeepCopy(KorDSMDeepCopy::Wish{SourceId::standard(), to, {}}, &section, parent) {}
+KorDSMDialogDeepCopy::KorDSMDialogDeepCopy(SourceId to, const KorDSMSection& section, QWidget* parent,
+                                           RowRef group)
+    : KorDSMDialogDeepCopy(
+          KorDSMDeepCopy::Wish{.from = SourceId::standard(), .to = to, .records = {}, .group = group},
+          &section, parent) {}
 
 KorDSMDialogDeepCopy::KorDSMDialogDeepCopy(KorDSMDeepCopy::Wish wish, const KorDSMSection* section,
                                            QWidget* parent)
@@ -82,7 +85,8 @@ void KorDSMDialogDeepCopy::setUpSources() {
     if (!m_section)
         combo->setCurrentIndex(static_cast<int>(std::ranges::find(m_sources, m_wish.to) - m_sources.begin()));
     connect(combo, &QComboBox::activated, this, [this](int index) {
-        m_wish.group = {}; // it lies in one of them
+        if (!m_section)
+            m_wish.group = {}; // it lies in another target
         (m_section ? m_wish.from : m_wish.to) = m_sources[static_cast<std::size_t>(index)];
         fillChoices();
         m_preview->show();

@@ -18,8 +18,9 @@ public:
     /// the group there under which new records are filed.
     KorDSMDialogDeepCopy(SourceId from, std::vector<RowRef> records, QWidget* parent,
                          std::optional<SourceId> to = {}, RowRef group = {});
-    /// Lets the user choose among the records of a section, in all sources but the target.
-    KorDSMDialogDeepCopy(SourceId to, const KorDSMSection& section, QWidget* parent);
+    /// Lets the user choose among the records of a section, in all sources but the target. New records are
+    /// filed under `group` of the target, or where they were filed.
+    KorDSMDialogDeepCopy(SourceId to, const KorDSMSection& section, QWidget* parent, RowRef group = {});
 
     /// What is to be copied, when the dialog was accepted.
     const KorDSMDeepCopy::Wish& wish() const { return m_wish; }

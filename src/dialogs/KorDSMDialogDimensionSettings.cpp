@@ -247,7 +247,7 @@ void KorDSMDialogDimensionSettings::accept() {
 
 void KorDSMDialogDimensionSettings::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_F1)
-        CKorHelp::showTopic("_Drawing_Style_Manager");
+        CKorHelp::showTopic("_KorDSMDialogDimensionSettings");
     else
         KorDSMDialog::keyPressEvent(event);
 }

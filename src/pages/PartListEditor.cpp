@@ -369,11 +369,16 @@ void PartListEditor::onCellEdited(int row, int column) {
 void PartListEditor::open(int row, int column) {
     const Column* opened = columnAt(column);
     const std::int32_t key = m_keys[static_cast<std::size_t>(row)];
-    DsmGoToRecord message;
-    message.row = opened && opened->isReference() ? RowRef{opened->target, referenceAt(row, *opened)}
-                                                  : m_list->record(key);
-    message.source = CurrentRows::source();
-    KorDSMMainWindow::sendMessage(message);
+    DsmGoToRecord record;
+    record.row = m_list->record(key);
+    record.source = CurrentRows::source();
+    DsmGoToRecord target = record;
+    if (opened && opened->isReference())
+        target.row = {opened->target, referenceAt(row, *opened)};
+    // Others use it, too: it is shown below the record of this row.
+    if (opened && isDetail(*opened))
+        KorDSMMainWindow::sendMessage(record);
+    KorDSMMainWindow::sendMessage(target);
 }
 
 bool PartListEditor::eventFilter(QObject* watched, QEvent* event) {

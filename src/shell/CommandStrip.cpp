@@ -4,8 +4,6 @@
 #include "shell/StripButton.h"
 #include "shell/WhenFree.h"
 
-#include <QAction>
-
 #include <algorithm>
 
 CommandStrip::CommandStrip(KorButtonGroup& buttons) : m_buttons(buttons) {

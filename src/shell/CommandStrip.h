@@ -2,13 +2,13 @@
 
 #include "session/KorDSMCommandStates.h"
 
+#include <QAction>
 #include <QObject>
 
 #include <array>
 #include <functional>
 
 class KorButtonGroup;
-class QAction;
 
 /// The strip of the item commands: their buttons, keys and menu entries, as the rows of the commands say.
 class CommandStrip : public QObject {
@@ -24,6 +24,8 @@ public:
     bool isComplete() const;
 
     void enable(const CommandStates& states);
+    /// Leaves the command out of menus, where another entry stands for it.
+    void leaveOutOfMenus(eItemCommand command) { action(command).setVisible(false); }
     /// Presses the command's button, if it is enabled.
     void trigger(eItemCommand command);
     /// The entries for menus, in the order of the buttons; the data of each is its command's number.

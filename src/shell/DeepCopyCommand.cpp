@@ -23,9 +23,17 @@ namespace {
 
 constexpr int kNoTarget = 614;
 constexpr int kCopyOut = 615; // "Copy with all that it uses..."
+constexpr int kBringIn = 980; // "Copy from %s..."
 
 bool isReadOnly(const KorDSMDatabaseItem& item) {
     return !KorDSMItemCommands::whyNotWritable(item).isEmpty();
+}
+
+// A place for definitions, in a source that may be changed.
+bool canTakeIn(KorDSMDatabaseItem& item) {
+    const SelectionFacts facts{.type = item.type()};
+    return (ItemCommandRules::canDeepCopy(facts) || item.type() == KorDSMDefines::kDatabaseContent) &&
+           KorDSMDeepCopy::sectionOf(item) && !isReadOnly(item);
 }
 
 } // namespace
@@ -33,8 +41,12 @@ bool isReadOnly(const KorDSMDatabaseItem& item) {
 DeepCopyCommand::DeepCopyCommand(QWidget& window, KorDSMDataStructure& structure, TreeSelection& selection,
                                  WindowRefresh& refresh, CommandStrip& strip)
     : m_window(window), m_structure(structure), m_selection(selection), m_refresh(refresh),
-      m_copyOut(new QAction(toQt(Prompts::dsm(kCopyOut)), &window)) {
+      m_copyOut(new QAction(toQt(Prompts::dsm(kCopyOut)), &window)), m_bringIn(new QAction(&window)) {
     strip.on(eItemCommand::kDeepCopy, [this] { bringInto(); });
+    strip.leaveOutOfMenus(eItemCommand::kDeepCopy);
+    m_bringIn->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+D")));
+    window.addAction(m_bringIn);
+    connect(m_bringIn, &QAction::triggered, this, waiting(this, &DeepCopyCommand::bringInto));
     m_copyOut->setShortcut(QKeySequence(QString::fromLatin1(rowOf(eItemCommand::kCopy).key)));
     window.addAction(m_copyOut);
     connect(m_copyOut, &QAction::triggered, this, waiting(this, &DeepCopyCommand::copyOut));
@@ -47,10 +59,18 @@ DeepCopyCommand::DeepCopyCommand(QWidget& window, KorDSMDataStructure& structure
 void DeepCopyCommand::follow() {
     KorDSMDatabaseItem* item = m_selection.subject();
     m_copyOut->setEnabled(item && isReadOnly(*item) && item->record());
+    m_bringIn->setEnabled(item && canTakeIn(*item));
 }
 
 void DeepCopyCommand::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
     const SourceId source = KorDSMItemSource::sourceOf(&item);
+    const std::vector<SourceId> origins = KorDSMDeepCopy::originsFor(source);
+    if (m_bringIn->isEnabled() && !origins.empty()) {
+        m_bringIn->setText(
+            toQt(KorString::format(Prompts::dsm(kBringIn), {KorDSMWhereUsed::sourceName(origins.front())})));
+        menu.addSeparator();
+        menu.addAction(m_bringIn);
+    }
     const bool hasWay = isReadOnly(item) || !KorDSMDeepCopy::targetsFor(source).empty();
     if (!hasWay || selectedRecords().empty())
         return;
@@ -93,7 +113,9 @@ void DeepCopyCommand::bringInto() {
     if (!section || refusesToWrite(&m_window, *item))
         return;
     const SourceId source = KorDSMItemSource::sourceOf(item);
-    KorDSMDialogDeepCopy dialog(source, *section, &m_window);
+    const KorDSMDatabaseItem* group = KorDSMItemPath::groupOf(*item);
+    KorDSMDialogDeepCopy dialog(source, *section, &m_window,
+                                group ? RowRef{group->tableType(), group->recordKey()} : RowRef());
     run(dialog);
 }
 

@@ -45,4 +45,5 @@ private:
     TreeSelection& m_selection;
     WindowRefresh& m_refresh;
     QAction* m_copyOut; // has the key of the usual copy where that is not possible
+    QAction* m_bringIn;
 };

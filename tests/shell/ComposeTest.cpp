@@ -87,7 +87,35 @@ TEST_F(Compose, WhatIsToComeIntoTheUserDatabaseIsChosenThere) {
     });
     command(kDeepCopy);
     EXPECT_EQ(selected(), first.toStdString());
+    EXPECT_EQ(parentOfSelected(), "Hallberg: workshop");
     EXPECT_NE(row<StructDetObjQualifierSet>(first.toUtf8().constData()), nullptr);
+
+    // Where an empty database begins.
+    select({"User"});
+    int rows = 0;
+    whenShown<KorDSMDialogDeepCopy>([&rows](KorDSMDialogDeepCopy& dialog) {
+        rows = KorControls::find<QTreeWidget>(&dialog, 2374)->topLevelItemCount();
+        dialog.reject();
+    });
+    choose("Copy from Standard…");
+    EXPECT_GT(rows, 1);
+}
+
+TEST_F(Compose, UndoAndRedoLeadToTheListWhereTheStepWasMade) {
+    select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front", "HB workshop"});
+    grid().selectRows({0, 1, 2});
+    QTest::keyClick(&grid(), Qt::Key_Delete);
+    EXPECT_EQ(grid().rowCount(), 0);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "HB workshop") << "not one of the entries that came back";
+    for (const int rows : {0, 3}) {
+        select({"Standard"});
+        press(Qt::Key_Z, rows == 3 ? Qt::ControlModifier : Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_EQ(selected(), "HB workshop");
+        EXPECT_EQ(parentOfSelected(), "HB front");
+        EXPECT_EQ(grid().rowCount(), rows);
+    }
+    EXPECT_FALSE(isPending());
 }
 
 TEST_F(Compose, AStyleDroppedOnAnotherSourceIsCopiedThere) {
@@ -151,6 +179,22 @@ TEST_F(Compose, GroupsAreMadeAndRenamedAndWhatOthersUseIsRenamedCopiedAndKept) {
     whenShown<KorDSMDialogInUse>([](KorDSMDialogInUse& dialog) { dialog.reject(); });
     choose("Delete");
     EXPECT_NE(row<StructDetObjReprMap>("HB workshop map"), nullptr) << "it is in use";
+}
+
+TEST_F(Compose, WhatAViewInAListUsesIsOpenedBelowThatView) {
+    select({"User", "Hallberg: posts and beams", "HB beam 1:15"});
+    showTab(4);
+    for (int row = 0; row < grid().rowCount() && grid().getCellText(row, 0) != "HB top"; ++row)
+        grid().setCurrentCell(row + 1, 0);
+    const QAbstractItemModel& cells = *grid().model();
+    for (int column = 0; column < grid().columnCount(); ++column)
+        if (cells.headerData(column, Qt::Horizontal) == QStringLiteral("Representation map"))
+            grid().setCurrentCell(grid().currentRow(), column);
+    QTest::keyClick(&grid(), Qt::Key_Return);
+    EXPECT_EQ(selected(), "HB workshop");
+    EXPECT_EQ(parentOfSelected(), "HB top");
+    EXPECT_EQ(tree().getItemText(tree().getParentItem(tree().getParentItem(tree().selectedItem()))),
+              "HB beam 1:15");
 }
 
 TEST_F(Compose, TheTreesFollowTheListOfAMap) {
