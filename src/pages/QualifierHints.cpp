@@ -26,9 +26,14 @@ bool QualifierHints::eventFilter(QObject* watched, QEvent* event) {
     const auto* help = static_cast<QHelpEvent*>(event);
     const QString name =
         watched == combo ? combo->currentText() : combo->view()->indexAt(help->pos()).data().toString();
-    const StructRecord* set = CurrentRows::find(kTableQualifierSet, fromQt(name));
-    if (!set)
+    const QString sentence = sentenceOf(fromQt(name));
+    if (sentence.isEmpty())
         return QObject::eventFilter(watched, event);
-    QToolTip::showText(help->globalPos(), toQt(KorDSMQualifierWords::sentenceOf(set->key)));
+    QToolTip::showText(help->globalPos(), sentence);
     return true;
+}
+
+QString QualifierHints::sentenceOf(const KorString& name) {
+    const StructRecord* set = CurrentRows::find(kTableQualifierSet, name);
+    return set ? toQt(KorDSMQualifierWords::sentenceOf(set->key)) : QString();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/KorString.h"
+
 #include <QObject>
 
 class QComboBox;
@@ -12,6 +14,8 @@ class QualifierHints : public QObject {
 public:
     /// For a combo whose entries are qualifier sets of the current source; once is enough.
     static void addTo(QComboBox& combo);
+    /// The words for the set of this name in the current source; empty where there is none.
+    static QString sentenceOf(const KorString& name);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

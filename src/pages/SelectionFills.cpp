@@ -10,6 +10,8 @@
 #include "operations/KorDetStructureUtilities.h"
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
+#include "pages/QualifierHints.h"
+#include "pages/ValuePictures.h"
 #include "services/Prompts.h"
 
 #include <algorithm>
@@ -22,13 +24,35 @@ using Utilities = KorDetStructureUtilities;
 
 constexpr int kWithoutCategory = 33728;
 
+/// The numbers of pictures in the list of a tree: that of the kind for records without one of their own.
+class Pictures {
+public:
+    Pictures(KorImageList& images, int ofKind) : m_images(images), m_ofKind(ofKind) {}
+
+    template <typename R>
+    int of(const R& record) {
+        const QIcon picture = ValuePictures::ofRow(*findTable(tableOf<R>), record);
+        if (picture.isNull())
+            return m_ofKind;
+        const auto [known, isNew] = m_known.try_emplace(picture.cacheKey());
+        if (isNew)
+            known->second = m_images.append(picture);
+        return known->second;
+    }
+
+private:
+    KorImageList& m_images;
+    int m_ofKind;
+    std::map<qint64, int> m_known;
+};
+
 /// One kind of selection tree.
 struct FillRow {
     SelectionFills::eFill what;
     int prompt;    // says what is being read
     int groupIcon; // numbers in the global icon table
     int recordIcon;
-    void (*collect)(VELComboTreeBuilder& tree, const FillRow& row);
+    void (*collect)(VELComboTreeBuilder& tree, const FillRow& row, Pictures& pictures);
 };
 
 template <typename R>
@@ -49,7 +73,7 @@ template <typename Group, typename Record, int (*Groups)(KorArray<Group>&),
           int (*Records)(const KorOdbcKey&, KorArray<Record>&),
           int (*CompareGroups)(const Group&, const Group&),
           int (*CompareRecords)(const Record&, const Record&)>
-void collectGrouped(VELComboTreeBuilder& tree, const FillRow& row) {
+void collectGrouped(VELComboTreeBuilder& tree, const FillRow& row, Pictures& pictures) {
     KorArray<Group> groups;
     Groups(groups);
     sortBy(groups, CompareGroups);
@@ -57,15 +81,14 @@ void collectGrouped(VELComboTreeBuilder& tree, const FillRow& row) {
         KorArray<Record> records;
         Records(KorOdbcKey(group.key), records);
         sortBy(records, CompareRecords);
-        std::vector<KorString> names;
+        tree.addGroup(group.name, row.groupIcon);
         for (const Record& record : records)
-            names.push_back(record.name);
-        addBranch(tree, row, group.name, names);
+            tree.addEntry(SelectionFills::path(group.name, record.name), pictures.of(record));
     }
 }
 
 /// Point selections stand below the qualifier set that they use, and that below its group.
-void collectPointSelections(VELComboTreeBuilder& tree, const FillRow& row) {
+void collectPointSelections(VELComboTreeBuilder& tree, const FillRow& row, Pictures& pictures) {
     KorArray<KorString> names;
     KorOdbcGUI::getDetViewDimPointSelectionList(names);
     for (const KorString& name : names) {
@@ -76,18 +99,18 @@ void collectPointSelections(VELComboTreeBuilder& tree, const FillRow& row) {
             continue;
         if (KorOdbcGUI::getDetObjQualifierSet(KorOdbcKey(selection.qualifierSetKey), set) != 1 ||
             KorOdbcGUI::getDetObjQualifierSetGroup(KorOdbcKey(set.groupKey), group) != 1) {
-            tree.addEntry(name, row.recordIcon);
+            tree.addEntry(name, pictures.of(selection));
             continue;
         }
         const KorString branch = SelectionFills::path(group.name, set.name);
         tree.addGroup(group.name, row.groupIcon);
         tree.addGroup(branch, row.groupIcon);
-        tree.addEntry(SelectionFills::path(branch, name), row.recordIcon);
+        tree.addEntry(SelectionFills::path(branch, name), pictures.of(selection));
     }
 }
 
 /// View requests can be filed in several categories, or in none.
-void collectViewRequests(VELComboTreeBuilder& tree, const FillRow& row) {
+void collectViewRequests(VELComboTreeBuilder& tree, const FillRow& row, Pictures&) {
     KorArray<StructDetBaseCategory> categories;
     KorArray<StructDetViewRequestCategory> filings;
     KorArray<StructDetViewRequest> requests;
@@ -164,14 +187,15 @@ KorThumbnails::Subject viewOf(KorTreeHandle entry) {
                 : KorThumbnails::Subject();
 }
 
-void build(const FillRow& row, VELComboTree& combo) {
+void build(const FillRow& row, VELComboTree& combo, KorImageList& images) {
     const KorDSMBusy busy;
     VELComboTreeBuilder tree;
     const KorString text = Prompts::ups(row.prompt);
     tree.installHandlers([](int) { sendProgress(DsmProgress::kStart, 0, {}); },
                          [&](int percent) { sendProgress(DsmProgress::kStep, percent, text); },
                          [] { sendProgress(DsmProgress::kDone, 100, {}); });
-    row.collect(tree, row);
+    Pictures pictures(images, row.recordIcon);
+    row.collect(tree, row, pictures);
     tree.build(combo);
 }
 
@@ -179,10 +203,14 @@ void build(const FillRow& row, VELComboTree& combo) {
 
 void SelectionFills::fill(eFill what, VELComboTree& combo) {
     const FillRow& row = *std::ranges::find(kRows, what, &FillRow::what);
-    combo.setImageList(globalImages());
+    const KorImageListPtr images = globalImages();
+    combo.setImageList(images);
     if (what == kViewRequests)
         combo.setThumbnails(&viewOf);
-    combo.fillWhenNeeded([&row](VELComboTree& opened) { build(row, opened); }, row.recordIcon);
+    if (what == kQualifierSets)
+        combo.setHint(&QualifierHints::sentenceOf);
+    combo.fillWhenNeeded([&row, images](VELComboTree& opened) { build(row, opened, *images); },
+                         row.recordIcon);
 }
 
 KorString SelectionFills::path(const KorString& group, const KorString& name) {

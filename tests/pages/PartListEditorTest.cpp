@@ -8,6 +8,7 @@
 #include "pages/KorDSMPageReprMapRule.h"
 #include "pages/KorDSMPageViewDimensioning.h"
 #include "pages/PageFixture.h"
+#include "session/KorDSMQualifierWords.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -17,6 +18,7 @@
 #include <QRadioButton>
 #include <QToolButton>
 #include <QToolTip>
+#include <QTreeView>
 
 namespace {
 
@@ -249,6 +251,19 @@ TEST_F(PartListEditorTest, AChosenQualifierSetIsSaidInWords) {
     QHelpEvent pointed(QEvent::ToolTip, {}, {});
     QApplication::sendEvent(sets, &pointed);
     EXPECT_TRUE(QToolTip::text().contains(QStringLiteral("Profile"))) << QToolTip::text().toStdString();
+
+    // As each one is in the drop-down of a cell.
+    open(map, 0);
+    grid().editCell(2, 1);
+    auto* cell = grid().findChild<VELComboTree*>();
+    ASSERT_NE(cell, nullptr);
+    cell->showPopup();
+    auto* tree = cell->findChild<QTreeView*>();
+    const QPoint place = tree->visualRect(tree->currentIndex()).center();
+    QHelpEvent rested(QEvent::ToolTip, place, tree->viewport()->mapToGlobal(place));
+    QApplication::sendEvent(tree->viewport(), &rested);
+    const auto& holes = row<StructDetObjQualifierSet>("HB holes");
+    EXPECT_EQ(fromQt(QToolTip::text()), KorDSMQualifierWords::sentenceOf(holes.key));
 }
 
 TEST_F(PartListEditorTest, TheLastRowOfAMapSaysWhatBecomesOfTheRest) {

@@ -282,7 +282,9 @@ void VELComboTree::showPopup() {
 void VELComboTree::openPopup(const QString& search) {
     fillNow();
     if (!m_popup) {
-        m_popup = new VELComboTreePopup(*this, *m_model);
+        m_popup = new VELComboTreePopup(*this, *m_model, [this](KorTreeHandle entry) {
+            return m_hint ? m_hint(entry->text) : QString();
+        });
         if (m_thumbnailOf)
             m_popup->setThumbnails(
                 [this](const QModelIndex& row) { return m_thumbnailOf(KorTreeModel::entryOf(row)); });

@@ -25,6 +25,10 @@ public:
     static KorString GetPathDelimiter();
 
     void setImageList(KorImageListPtr images);
+    /// What is said of an entry, by its name, while the pointer rests on it in the drop-down; an empty text
+    /// for nothing.
+    using Hint = std::function<QString(const KorString& name)>;
+    void setHint(Hint hint) { m_hint = std::move(hint); }
     /// Whether the closed combo shows the whole path of the chosen entry. Off at first: its name only.
     void setDisplayFullPath(bool on);
 
@@ -111,4 +115,5 @@ private:
     std::function<void(VELComboTree&)> m_fill; // empty: the entries are there
     int m_unfilledImage = -1;
     SubjectOf m_thumbnailOf;
+    Hint m_hint;
 };

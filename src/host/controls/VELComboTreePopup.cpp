@@ -5,9 +5,11 @@
 #include "controls/KorTreeCtrl.h"
 
 #include <QCoreApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QScreen>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -17,9 +19,10 @@ constexpr QSize kLeast(240, 200); // what is chosen from can be read in it
 constexpr QSize kLeastWithThumbnails(320, 440);
 } // namespace
 
-VELComboTreePopup::VELComboTreePopup(QWidget& combo, KorTreeModel& entries)
-    : QFrame(&combo, Qt::Popup), m_combo(combo), m_entries(entries), m_search(new QLineEdit(this)),
-      m_tree(new KorTreeCtrl(&entries, this)) {
+VELComboTreePopup::VELComboTreePopup(QWidget& combo, KorTreeModel& entries,
+                                     std::function<QString(KorTreeHandle)> hint)
+    : QFrame(&combo, Qt::Popup), m_combo(combo), m_entries(entries), m_hint(std::move(hint)),
+      m_search(new QLineEdit(this)), m_tree(new KorTreeCtrl(&entries, this)) {
     setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
     setAttribute(Qt::WA_NoMouseReplay); // a click on the combo closes the drop-down, and that is all
     auto* layout = new QVBoxLayout(this);
@@ -33,6 +36,7 @@ VELComboTreePopup::VELComboTreePopup(QWidget& combo, KorTreeModel& entries)
     m_search->installEventFilter(this);
     m_tree->setFocusPolicy(Qt::NoFocus);
     m_tree->setFrameStyle(QFrame::NoFrame);
+    m_tree->viewport()->installEventFilter(this);
     connect(m_search, &QLineEdit::textEdited, this, [this] { find(nullptr, true); });
     connect(m_tree, &QTreeView::clicked, this,
             [this](const QModelIndex& index) { Q_EMIT wanted(KorTreeModel::entryOf(index)); });
@@ -130,7 +134,17 @@ bool VELComboTreePopup::onKey(QKeyEvent& event) {
     }
 }
 
+bool VELComboTreePopup::showHint(const QHelpEvent& event) {
+    const QModelIndex index = m_tree->indexAt(event.pos());
+    const QString hint = index.isValid() ? m_hint(KorTreeModel::entryOf(index)) : QString();
+    if (!hint.isEmpty())
+        QToolTip::showText(event.globalPos(), hint, m_tree);
+    return !hint.isEmpty();
+}
+
 bool VELComboTreePopup::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ToolTip && showHint(*static_cast<QHelpEvent*>(event)))
+        return true;
     if (watched == m_search && event->type() == QEvent::KeyPress && onKey(*static_cast<QKeyEvent*>(event)))
         return true;
     return QFrame::eventFilter(watched, event);

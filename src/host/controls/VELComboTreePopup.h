@@ -5,7 +5,10 @@
 
 #include <QFrame>
 
+#include <functional>
+
 class KorTreeCtrl;
+class QHelpEvent;
 class QLineEdit;
 class KorTreeModel;
 
@@ -15,8 +18,9 @@ class VELComboTreePopup : public QFrame {
     Q_OBJECT
 
 public:
-    /// `combo` owns it, and `entries` must outlive it.
-    VELComboTreePopup(QWidget& combo, KorTreeModel& entries);
+    /// `combo` owns it, and `entries` must outlive it. `hint` gives what is said of an entry under the
+    /// pointer.
+    VELComboTreePopup(QWidget& combo, KorTreeModel& entries, std::function<QString(KorTreeHandle)> hint);
     ~VELComboTreePopup() override;
 
     /// Shows the drop-down at its combo, on the chosen entry, or on what `search` finds.
@@ -34,11 +38,13 @@ protected:
 
 private:
     bool onKey(QKeyEvent& event);
+    bool showHint(const QHelpEvent& event);
     void find(KorTreeHandle from, bool forward);
     void place();
 
     QWidget& m_combo;
     KorTreeModel& m_entries;
+    std::function<QString(KorTreeHandle)> m_hint;
     QLineEdit* m_search;
     KorTreeCtrl* m_tree;
     bool m_hasThumbnails = false;
