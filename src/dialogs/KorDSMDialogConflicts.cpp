@@ -6,6 +6,7 @@
 #include "services/Prompts.h"
 #include "session/KorDSMWhereUsed.h"
 
+#include <QHeaderView>
 #include <QPushButton>
 #include <QScreen>
 
@@ -68,7 +69,9 @@ void KorDSMDialogConflicts::addColumns() {
         m_grid->insertColumn(Prompts::dsm(title),
                              isValue ? KorMFCGridCtrl::eRadio : KorMFCGridCtrl::eReadOnly);
     }
-    m_grid->setColumnWidths({32, 16, 26, 26});
+    m_grid->setColumnWidths({26, 14, 30, 30});
+    // What is different is often at the end of a text, and why something cannot stay always.
+    m_grid->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
 }
 
 void KorDSMDialogConflicts::addRows() {

@@ -99,7 +99,10 @@ KorString KorDSMEditedList::caption(int one, int many, std::size_t count) const 
 }
 
 KorString KorDSMEditedList::addingCaption() const {
-    return caption(kAdding, kAdding, 1);
+    const StructRecord* whole = find(m_source, m_whole);
+    return KorString::format(Prompts::dsm(kAdding),
+                             {KorDSMValueText::shortName(whole ? whole->name : KorString()),
+                              KorDSMValueText::tableCaption(*findTable(recordTable()))});
 }
 
 // At the end where there is no such row.

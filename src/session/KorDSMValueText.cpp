@@ -235,10 +235,14 @@ KorString shortName(const KorString& name) {
     constexpr std::size_t kLongest = 60;
     const std::string_view text = name.view();
     std::size_t characters = 0;
-    for (std::size_t i = 0; i < text.size(); ++i)
-        if ((text[i] & 0xC0) != 0x80 && ++characters > kLongest)
-            return KorString(text.substr(0, i)) + KorString("…");
-    return name;
+    std::string shown;
+    for (const char letter : text) {
+        if ((letter & 0xC0) != 0x80 && ++characters > kLongest)
+            return KorString(shown) + KorString("…");
+        // A tab would stand for the key of a menu entry.
+        shown += static_cast<unsigned char>(letter) < ' ' ? ' ' : letter;
+    }
+    return KorString(shown);
 }
 
 // Names of scales stand as they are; a ratio has the decimal mark in use.

@@ -9,8 +9,8 @@ class StyleTable;
 /// ratio, references by run name, flags as yes and no, named values by their names.
 namespace KorDSMValueText {
 
-/// A record's name as menus, messages and titles show it: longer than 60 characters it is cut, lest a window
-/// become larger than the screen.
+/// A record's name as menus, messages and titles show it: on one line, and cut where it is longer than 60
+/// characters, lest a window become larger than the screen.
 KorString shortName(const KorString& name);
 /// What a table's rows are called, in the program's language, with a capital.
 KorString tableCaption(const TableSchema& table);

@@ -115,8 +115,10 @@ void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
         menu.addAction(m_rename);
     }
     if (const auto user = KorDSMRecordUse::userOf(item))
-        menu.addAction(toQt(KorString::format(Prompts::dsm(kOnlyHere), {user->name})), this,
-                       [this, &item] { copyForUser(item); });
+        menu.addAction(
+            toQt(KorString::format(Prompts::dsm(kOnlyHere), {KorDSMValueText::shortName(user->name)}))
+                .replace(u'&', QStringLiteral("&&")),
+            this, [this, &item] { copyForUser(item); });
     if (isMadeByUsers(item) && !isInStrip(eItemCommand::kDelete, item) && !(family && family->isGroup())) {
         leaveOut(menu, eItemCommand::kDelete);
         menu.addAction(toQt(Prompts::dsm(kDelete)), this, [this, &item] { remove(item); });

@@ -63,7 +63,7 @@ TEST_F(PartList, EachCommandIsOneStepThatKeepsTheOrder) {
     ASSERT_TRUE(added.isStored());
     EXPECT_EQ(list.keys()[1], added.selected.at(0));
     EXPECT_EQ(orders(list), (std::vector{1, 2, 3, 4}));
-    EXPECT_EQ(KorDSMUndo::undoText(), "Undo adding to \"HB workshop\"");
+    EXPECT_EQ(KorDSMUndo::undoText(), "Undo adding to \"HB workshop\": Representation map entry");
     EXPECT_TRUE(list.add(0).isStored());
     EXPECT_EQ(list.keys().size(), 5u);
     ASSERT_TRUE(list.remove({list.keys()[1], list.keys()[4]}).isStored());
