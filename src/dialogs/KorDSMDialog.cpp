@@ -4,6 +4,7 @@
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "controls/KorReadable.h"
+#include "controls/KorScreenFit.h"
 #include "controls/KorTemplates.h"
 #include "services/Prompts.h"
 
@@ -16,6 +17,11 @@ KorDSMDialog::KorDSMDialog(int templateId, QWidget* parent) : QDialog(parent) {
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     KorReadable::keep(this);
     connectButtons();
+}
+
+void KorDSMDialog::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    KorScreenFit::fit(*this);
 }
 
 void KorDSMDialog::setCaption(int controlId, int number, const char* category) {

@@ -14,6 +14,8 @@ public:
     KorDSMDialog(int templateId, QWidget* parent);
 
 protected:
+    /// A dialog is never larger than the screen.
+    void showEvent(QShowEvent* event) override;
     /// Sets the text of the label, button or group box with this number from prompt `category` `number`.
     void setCaption(int controlId, int number, const char* category = "UPS");
     void setCaption(int controlId, const KorString& text);

@@ -2,8 +2,10 @@
 
 #include "controls/KorListCtrl.h"
 #include "controls/KorQt.h"
+#include "controls/KorScreenFit.h"
 #include "services/Prompts.h"
 
+#include <QHeaderView>
 #include <QToolButton>
 
 #include <utility>
@@ -22,9 +24,9 @@ constexpr int kUsedByAtLeast = 491; // "Used by (at least %s)"
 UsageList::UsageList(KorListCtrl* list, std::vector<KorDSMUsage> usages, QObject* parent)
     : QObject(parent), m_list(list) {
     m_list->insertColumn(Prompts::dsm(kName));
-    m_list->insertColumn(Prompts::dsm(kKind), 140);
-    m_list->insertColumn(Prompts::dsm(kAs), 120);
-    m_list->insertColumn(Prompts::dsm(kDatabase), 100);
+    for (const int title : {kKind, kAs, kDatabase})
+        m_list->header()->setSectionResizeMode(m_list->insertColumn(Prompts::dsm(title)),
+                                               QHeaderView::ResizeToContents);
     setUsages(std::move(usages));
     connect(list, &QAbstractItemView::clicked, this,
             [this](const QModelIndex& index) { choose(index.row()); });
@@ -66,5 +68,6 @@ void UsageList::foldBehind(QToolButton* button) {
         button->setArrowType(unfolded ? Qt::DownArrow : Qt::RightArrow);
         m_list->setVisible(unfolded);
         m_list->window()->adjustSize();
+        KorScreenFit::fit(*m_list->window());
     });
 }

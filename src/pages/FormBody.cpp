@@ -27,6 +27,7 @@ namespace {
 constexpr int kOthers = 100; // the first control of other records stands so far behind the first one
 constexpr int kLeastWidth = 120;
 constexpr int kNumberWidth = 120;
+constexpr int kMostLetters = 26; // of a caption on one line
 constexpr int kLabelHeight = 110;
 constexpr int kAllVariables = 0; // an object type that offers every variable
 
@@ -274,8 +275,24 @@ void FormBody::updateShown() {
     }
 }
 
-// The fields of frames that stand below each other do so too.
+namespace {
+
+// What a caption needs on one line, and what its longest word needs.
+std::pair<int, int> widthsOf(const QLabel& caption) {
+    const auto widthOf = [&caption](const QString& text) {
+        return caption.fontMetrics().size(Qt::TextShowMnemonic, text).width() + 2 * caption.margin();
+    };
+    int word = 0;
+    for (const QString& each : caption.text().split(u' '))
+        word = std::max(word, widthOf(each));
+    return {widthOf(caption.text()), word};
+}
+
+} // namespace
+
+// The fields of frames that stand below each other do so too. Long captions leave room to the fields.
 void FormBody::alignCaptions() {
+    const int most = kMostLetters * fontMetrics().averageCharWidth();
     for (const eFormSide side : {eFormSide::kLeft, eFormSide::kRight}) {
         const auto isHere = [&](const Line& line) {
             return line.caption && std::ranges::any_of(m_frames, [&](const Frame& frame) {
@@ -284,11 +301,15 @@ void FormBody::alignCaptions() {
         };
         int width = 0;
         for (const Line& line : m_lines)
-            if (isHere(line))
-                width = std::max(width, line.caption->sizeHint().width());
+            if (isHere(line)) {
+                const auto [whole, word] = widthsOf(*line.caption);
+                width = std::max({width, std::min(whole, most), word});
+            }
         for (const Line& line : m_lines)
-            if (isHere(line))
+            if (isHere(line)) {
+                line.caption->setWordWrap(widthsOf(*line.caption).first > width);
                 line.caption->setMinimumWidth(width);
+            }
     }
 }
 

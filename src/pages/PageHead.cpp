@@ -28,6 +28,7 @@ namespace {
 
 constexpr int kNameColumn = 1;
 constexpr int kPicture = 16;
+constexpr int kLeastLetters = 16; // of a name that can be read
 constexpr int kReadOnlyIcon = 1152;
 constexpr int kSharedIcon = 386;
 constexpr int kNotStored = 454;
@@ -106,6 +107,7 @@ void PageHead::build() {
     bold.setBold(true);
     m_kind->setFont(bold);
     first->addWidget(m_name = new KorLineEdit, 3);
+    m_name->setMinimumWidth(kLeastLetters * m_name->fontMetrics().averageCharWidth());
     first->addStretch(2);
     first->addWidget(m_shared = makeMark(kSharedIcon, kShared));
     first->addWidget(m_readOnly = makeMark(kReadOnlyIcon, kReadOnly));
