@@ -69,7 +69,7 @@ void KorDSMDialogConflicts::addColumns() {
         m_grid->insertColumn(Prompts::dsm(title),
                              isValue ? KorMFCGridCtrl::eRadio : KorMFCGridCtrl::eReadOnly);
     }
-    m_grid->setColumnWidths({26, 14, 30, 30});
+    m_grid->setColumnWidths({24, 18, 29, 29});
     // What is different is often at the end of a text, and why something cannot stay always.
     m_grid->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
 }

@@ -42,15 +42,14 @@ QVBoxLayout* makeColumn() {
 FormBody::FormBody(KorDSMPage& page, const std::vector<FormGroup>& groups, eTableType table, int firstControl,
                    FindPart part)
     : m_page(page), m_table(table), m_part(std::move(part)), m_nextOwn(firstControl),
-      m_nextOther(firstControl + kOthers), m_left(makeColumn()), m_right(makeColumn()),
-      m_below(makeColumn()) {
+      m_nextOther(firstControl + kOthers), m_columns(new QHBoxLayout), m_left(makeColumn()),
+      m_right(makeColumn()), m_below(makeColumn()) {
     auto* lines = new QVBoxLayout(this);
     lines->setContentsMargins(0, 0, 0, 0);
     lines->setSpacing(8);
-    auto* columns = new QHBoxLayout;
-    columns->setSpacing(12);
-    columns->addLayout(m_left, 1);
-    lines->addLayout(columns);
+    m_columns->setSpacing(12);
+    m_columns->addLayout(m_left, 1);
+    lines->addLayout(m_columns);
     lines->addLayout(m_below);
     bool isWide = false;
     bool isTall = false;
@@ -70,9 +69,9 @@ FormBody::FormBody(KorDSMPage& page, const std::vector<FormGroup>& groups, eTabl
         lines->addStretch(1);
     // Fields keep to their half where nothing stands in the other one.
     if (isWide)
-        columns->addLayout(m_right, 1);
+        m_columns->addLayout(m_right, 1);
     else
-        columns->addStretch(1);
+        m_columns->addStretch(1);
 }
 
 FormBody::~FormBody() {

@@ -32,6 +32,8 @@ public:
              FindPart part = {});
     ~FormBody() override;
 
+    /// Lets the fields take all of the form where something else stands beside that.
+    void takeWholeWidth() { m_columns->setStretch(m_columns->count() - 1, 0); }
     /// Puts a list between the frames and those that stand below.
     void addList(QWidget& list) { m_below->insertWidget(m_listCount++, &list); }
     /// Connects the controls; once, when the form lies in its page.
@@ -103,6 +105,7 @@ private:
     std::vector<Frame> m_frames;
     std::vector<QPointer<LabelField>> m_labels;
     std::vector<RecordButtons*> m_records;
+    QHBoxLayout* m_columns;
     QVBoxLayout* m_left;
     QVBoxLayout* m_right;
     QVBoxLayout* m_below;

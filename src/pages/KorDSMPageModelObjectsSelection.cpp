@@ -78,6 +78,7 @@ bool KorDSMPageModelObjectsSelection::OnInitDialog() {
     static_cast<QBoxLayout*>(layout())->insertLayout(0, line);
     line->addWidget(buttons, 1);
     line->addWidget(m_form, 1);
+    m_form->takeWholeWidth();
     m_form->connectControls();
     connect(m_form, &FormBody::written, this, &KorDSMPageModelObjectsSelection::loadData);
     return true;
