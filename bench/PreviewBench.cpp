@@ -105,9 +105,9 @@ void type(benchmark::State& state) {
 
 // A check box, to the new picture.
 void change(benchmark::State& state) {
-    KorDSMGuardedWrite::addAskFunction(&state, [](eTableType, const KorOdbcKey&) { return 1; });
     {
         Window window(state.range(0) != 0);
+        KorDSMGuardedWrite::addAskFunction(&state, [](eTableType, const KorOdbcKey&) { return 1; });
         std::vector<double> times;
         for (auto run : state) {
             const std::vector<QCheckBox*> boxes = window.fields<QCheckBox>();

@@ -89,6 +89,16 @@ std::vector<Loop2> chained(const std::vector<Cut>& cuts) {
     return loops;
 }
 
+std::pair<double, double> depthsOf(const Face& face, const ViewCamera& camera) {
+    std::pair<double, double> depths = {1e300, -1e300};
+    for (const Loop3& loop : face.loops)
+        for (const Vec3& corner : loop) {
+            const double depth = camera.depth(corner);
+            depths = {std::min(depths.first, depth), std::max(depths.second, depth)};
+        }
+    return depths;
+}
+
 std::optional<ViewFace> seenFace(const std::vector<Loop3>& loops, const Vec3& normal,
                                  const ViewCamera& camera) {
     const double facing = dot(normal, camera.frame.y);
@@ -96,11 +106,13 @@ std::optional<ViewFace> seenFace(const std::vector<Loop3>& loops, const Vec3& no
         return std::nullopt;
     ViewFace face;
     face.nearest = 1e300;
+    face.loops.reserve(loops.size());
     for (const Loop3& loop : loops) {
-        face.loops.emplace_back();
+        Loop2& flat = face.loops.emplace_back();
+        flat.reserve(loop.size());
         for (const Vec3& corner : loop) {
-            face.loops.back().push_back(camera.flat(corner));
-            face.box.add(face.loops.back().back());
+            flat.push_back(camera.flat(corner));
+            face.box.add(flat.back());
             face.nearest = std::min(face.nearest, camera.depth(corner));
         }
     }
@@ -116,19 +128,31 @@ std::optional<ViewFace> seenFace(const std::vector<Loop3>& loops, const Vec3& no
 
 CutSolid cutSolid(const Solid& solid, const ViewCamera& camera) {
     CutSolid cut;
+    const auto addSeen = [&](const std::vector<Loop3>& loops, const Vec3& normal) {
+        if (std::optional<ViewFace> seen = seenFace(loops, normal, camera))
+            cut.faces.push_back(std::move(*seen));
+    };
     std::vector<Cut> cuts;
     // Faces in the plane of the cut would make it ambiguous.
     const double depth = camera.nearDepth + 1.234e-4;
     for (const Face& face : solid.faces) {
-        addCuts(face, camera, depth, cuts);
+        const auto [nearest, farthest] = depthsOf(face, camera);
+        if (farthest < depth)
+            continue;
+        const bool isCut = nearest < depth;
+        if (isCut)
+            addCuts(face, camera, depth, cuts);
         if (dot(face.normal, camera.frame.y) > kEdgeOn)
             continue;
+        if (!isCut) {
+            addSeen(face.loops, face.normal);
+            continue;
+        }
         std::vector<Loop3> loops;
         for (const Loop3& loop : face.loops)
             if (Loop3 kept = behind(loop, camera, depth); kept.size() > 2)
                 loops.push_back(std::move(kept));
-        if (std::optional<ViewFace> seen = seenFace(loops, face.normal, camera))
-            cut.faces.push_back(std::move(*seen));
+        addSeen(loops, face.normal);
     }
     cut.loops = chained(cuts);
     if (!cut.loops.empty()) {

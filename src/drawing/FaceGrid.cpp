@@ -87,10 +87,18 @@ void FaceGrid::crossings(const Found& faces, const ViewPoint& a, const ViewPoint
 }
 
 bool FaceGrid::cover(const Found& faces, const ViewPoint& point) const {
-    return std::ranges::any_of(faces, [&](std::int32_t index) {
+    const auto covers = [&](std::int32_t index) {
         const ViewFace& face = m_faces[static_cast<std::size_t>(index)];
         return face.box.low.u <= point.at.u && point.at.u <= face.box.high.u &&
                face.box.low.v <= point.at.v && point.at.v <= face.box.high.v &&
                face.depthAt(point.at) < point.depth - kDepthApart && contains(face.loops, point.at);
-    });
+    };
+    // What lay before the last point lies before most next ones, too.
+    if (m_coverer < m_faces.size() && covers(static_cast<std::int32_t>(m_coverer)))
+        return true;
+    const auto found = std::ranges::find_if(faces, covers);
+    if (found == faces.end())
+        return false;
+    m_coverer = static_cast<std::size_t>(*found);
+    return true;
 }

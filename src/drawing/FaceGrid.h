@@ -59,4 +59,5 @@ private:
     mutable Found m_found;
     mutable std::vector<std::uint32_t> m_asked; // per face: the last question that met it
     mutable std::uint32_t m_question = 0;
+    mutable std::size_t m_coverer = 0; // a face that covered some point
 };

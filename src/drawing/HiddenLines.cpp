@@ -65,7 +65,7 @@ public:
         m_faces.sort();
         for (const Segment& segment : m_segments)
             addSegment(segment);
-        seen.lines = withoutCovered(std::move(seen.lines));
+        seen.lines = withoutCovered(seen.lines);
     }
 
     ViewLines seen;

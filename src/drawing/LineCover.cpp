@@ -63,14 +63,20 @@ void cover(const Stretch& stretch, std::vector<Stretch>& covered, const Take& ta
 
 } // namespace
 
-std::vector<ViewLine> withoutCovered(std::vector<ViewLine> lines) {
-    std::ranges::stable_sort(lines, [](const ViewLine& a, const ViewLine& b) {
-        return a.visible != b.visible ? a.visible : a.depth < b.depth - 1e-6;
+std::vector<ViewLine> withoutCovered(const std::vector<ViewLine>& lines) {
+    std::vector<const ViewLine*> nearest;
+    nearest.reserve(lines.size());
+    for (const ViewLine& line : lines)
+        nearest.push_back(&line);
+    std::ranges::stable_sort(nearest, [](const ViewLine* a, const ViewLine* b) {
+        return a->visible != b->visible ? a->visible : a->depth < b->depth - 1e-6;
     });
     std::unordered_map<Key, std::vector<Stretch>, KeyHash> covered;
     covered.reserve(lines.size());
     std::vector<ViewLine> kept;
-    for (const ViewLine& line : lines) {
+    kept.reserve(lines.size());
+    for (const ViewLine* next : nearest) {
+        const ViewLine& line = *next;
         Key key;
         const Placed place = placed(line, key);
         const bool forward =
