@@ -23,10 +23,9 @@ bool isOutdated(StyleSource& source) {
     return source.isOutdated() || source.store().changedOutside();
 }
 
-// Reads what another program stored. Returns whether the command can be run again, or tells what conflicts,
-// in the words of the editor. What does not hold any more is judged when the command runs again.
-bool canRunAgain(const SourceCommit& commit) {
-    const OutsideChange change = StyleDatabases::current().refresh(commit.source);
+// Whether the command can be run again upon what another program stored; otherwise tells what conflicts, in
+// the words of the editor. What does not hold any more is judged when the command runs again.
+bool canRunAgain(const SourceCommit& commit, const OutsideChange& change) {
     const bool isDecided = std::ranges::none_of(change.conflicts, [](const OutsideConflict& conflict) {
         return conflict.reason.isEmpty(); // both changed it
     });
@@ -44,16 +43,22 @@ bool canRunAgain(const SourceCommit& commit) {
 
 bool keepChanges() {
     const KorDSMCommit::Report outcome = KorDSMCommit::keepAndClose(true);
-    bool runsAgain = !outcome.ok();
-    for (const SourceCommit& commit : outcome.failed)
-        if (isOutdated(*StyleDatabases::current().source(commit.source))) {
-            runsAgain = canRunAgain(commit) && runsAgain;
-        } else {
+    bool isKept = true;
+    bool runsAgain = true;
+    for (const SourceCommit& commit : outcome.failed) {
+        if (!isOutdated(*StyleDatabases::current().source(commit.source))) {
             Console::complain(commit.error);
-            runsAgain = false;
+            isKept = runsAgain = false;
+            continue;
         }
-    runs().again = runsAgain;
-    return outcome.ok();
+        const OutsideChange change = StyleDatabases::current().refresh(commit.source);
+        if (change.wasStored)
+            continue;
+        isKept = false;
+        runsAgain = canRunAgain(commit, change) && runsAgain;
+    }
+    runs().again = !isKept && runsAgain;
+    return isKept;
 }
 
 int judgedAnew(const std::function<int()>& command) {

@@ -90,7 +90,10 @@ void StyleDatabases::finishSource(StyleSource& source, eTableType type) {
     if (!written.empty()) {
         m_pending.announceStoring(source.id(), written, source.store().markOfChange());
         if (const Result<> result = source.store().commit(); !result) {
-            m_pending.announceNotStored();
+            if (source.store().outcome() == StyleStore::eOutcome::kUnknown)
+                m_unknown[source.id()] = written;
+            else
+                m_pending.announceNotStored();
             fail(source, result.error);
             return;
         }

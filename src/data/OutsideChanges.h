@@ -51,4 +51,5 @@ struct OutsideChange : Result<> {
     std::string file = {};
     std::vector<OutsideConflict> conflicts = {};
     std::map<RowRef, std::int32_t> newKeys = {}; ///< of pending new rows, by those that they had before
+    bool wasStored = false; ///< what a broken line left in doubt was stored, and is not pending any more
 };

@@ -34,14 +34,33 @@ std::vector<OutsideChange> StyleDatabases::refreshChanged() {
     return changes;
 }
 
+// What turns out to be stored is not pending any more.
+Result<> StyleDatabases::findOutcome(StyleSource& source, bool& wasStored) {
+    const auto unknown = m_unknown.find(source.id());
+    if (unknown == m_unknown.end())
+        return {};
+    Result<> result = source.store().reopen();
+    if (!result)
+        return result;
+    wasStored = source.store().outcome() == StyleStore::eOutcome::kStored;
+    if (wasStored)
+        m_pending.forget(source.id(), unknown->second);
+    else
+        m_pending.announceNotStored();
+    m_unknown.erase(unknown);
+    return {};
+}
+
 OutsideChange StyleDatabases::refresh(SourceId id) {
     StyleSource* open = source(id);
     if (!KorAssert::check(open != nullptr, "only open sources are read again"))
         return {{}, id};
     OutsideChange change{{}, id, open->store().name()};
     m_written.erase(id);
+    Result<> result = findOutcome(*open, change.wasStored);
     PendingReplay replay(*open, m_pending);
-    Result<> result = open->store().reopen();
+    if (result)
+        result = open->store().reopen();
     if (result)
         result = replay.readAnew();
     if (result) {

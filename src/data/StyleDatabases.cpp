@@ -41,6 +41,7 @@ void StyleDatabases::addSource(SourceId id, std::unique_ptr<StyleStore> store) {
 void StyleDatabases::closeSource(SourceId id) {
     m_pending.forget(id);
     m_written.erase(id);
+    m_unknown.erase(id);
     m_sources.erase(id);
 }
 

@@ -142,6 +142,7 @@ private:
     WriteResult keepDeletion(StyleSource& source, const OutsideConflict& conflict);
     void apply(const PendingStep& step, bool forward);
     void abandonWalk();
+    Result<> findOutcome(StyleSource& source, bool& wasStored);
     void keepSourceTable(StyleSource& source, eTableType type);
     void finishSource(StyleSource& source, eTableType type);
     void fail(StyleSource& source, std::string error);
@@ -155,6 +156,7 @@ private:
     PendingLog m_pending;
     std::vector<SourceCommit> m_report;
     std::map<SourceId, std::vector<eTableType>> m_written; // tables written in the open transaction
+    std::map<SourceId, std::vector<eTableType>> m_unknown; // committed, and nobody knows yet with what outcome
     bool m_inWalk = false;
     std::shared_ptr<std::vector<StyleDatabases*>> m_instances; // those of its session
 };

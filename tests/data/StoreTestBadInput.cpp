@@ -1,4 +1,4 @@
-#include "StoreTestSupport.h"
+#include "StoreEngines.h"
 #include "support/OrdinaryUser.h"
 
 #include <sys/stat.h>
@@ -40,6 +40,17 @@ protected:
 
     TempFolder m_folder;
 };
+
+/// Tables and cells that are not as declared, in any store.
+class StoreBadCells : public EachStore {
+protected:
+    /// SQL for engines whose columns hold anything, and for those whose columns have types.
+    void run(const std::string& untyped, const std::string& typed) {
+        engine->run(engine->hasTypes() ? typed : untyped);
+    }
+};
+
+FOR_EACH_STORE(StoreBadCells);
 
 } // namespace
 
@@ -275,101 +286,6 @@ TEST_F(StoreBadInput, ALogThatIsLeftBesideAFileIsNotMergedIntoIt) {
     EXPECT_TRUE(mentions(faultSentence(eStoreFault::kEmpty, path), "Move \"" + path + "-wal\" away"));
 }
 
-TEST_F(StoreBadInput, MissingTablesAndColumnsAreToldAndNotWritten) {
-    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
-    OtherProgram(path).run("DROP TABLE linetype; CREATE VIEW linetype AS SELECT 1 AS key, 'x' AS name;"
-                           "ALTER TABLE view_request DROP COLUMN scale");
-    const auto store = open(path);
-    std::vector<ReadProblem> problems;
-    EXPECT_EQ(rowsOf<StructLinetypes>(*store, &problems).size(), 0);
-    ASSERT_EQ(problems.size(), 1u);
-    EXPECT_TRUE(mentions(problems[0].sentence, "no table \"linetype\"") &&
-                mentions(problems[0].sentence, path));
-    const auto views = rowsOf<View>(*store, &problems);
-    EXPECT_EQ(views.at(4).scale, View().scale);
-    EXPECT_EQ(views.at(4).name, KorString("Front view 5"));
-    ASSERT_EQ(problems.size(), 1u);
-    EXPECT_TRUE(mentions(problems[0].sentence, "no column \"scale\""));
-
-    std::vector<StoreConflict> conflicts;
-    EXPECT_TRUE(mentions(applyTo(*store, ofViews({newScale(1, 0, 1)}), conflicts).error, "no column"));
-    Rows<StructLinetypes> line;
-    line.append().key = 1;
-    EXPECT_TRUE(mentions(applyTo(*store, appending(line), conflicts).error, "no table"));
-    Rows<View> added;
-    added.append().key = 6;
-    EXPECT_EQ(applyTo(*store, appending(added), conflicts).error, "");
-    added.at(0).key = 7;
-    added.at(0).scale += 1;
-    EXPECT_TRUE(mentions(applyTo(*store, appending(added), conflicts).error, "no column"));
-}
-
-TEST_F(StoreBadInput, CellsThatDoNotFitAreToldAndCanBeMended) {
-    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 0);
-    OtherProgram(path).run(
-        "DROP TABLE scale; CREATE TABLE scale (key, name, factor, unit_type, \"group\");"
-        "INSERT INTO scale VALUES (1, '1:10', 'ten', 1, 1), (1, 'again', 1, 1, 1),"
-        "(-3, 'negative', 1, 1, 1), ('x', 'no key', 1, 1, 1), (5000000000, 'far', 1, 1, 1),"
-        "(2, CAST(x'41FF' AS TEXT), 20, 1.5, 99999999999), (3, x'41', 9e999, 1, NULL),"
-        "(4, 'Größe', 3, 7, -1)");
-    auto store = open(path);
-    std::vector<ReadProblem> problems;
-    auto rows = rowsOf<Scale>(*store, &problems);
-    ASSERT_EQ(rows.size(), 4);
-    EXPECT_EQ(rows.at(0).factor, Scale().factor);
-    EXPECT_EQ(rows.at(1).factor, 20);
-    EXPECT_EQ(rows.at(1).unitType, Scale().unitType);
-    EXPECT_EQ(rows.at(3).factor, 3);
-    EXPECT_EQ(rows.at(3).unitType, 7);
-    ASSERT_EQ(problems.size(), 12u);
-    for (const ReadProblem& problem : problems)
-        EXPECT_TRUE(mentions(problem.sentence, path) && mentions(problem.sentence, "scale"))
-            << problem.sentence;
-    EXPECT_EQ(std::ranges::count(problems, true, &ReadProblem::kept), 1);
-
-    const TableSchema& table = schemaOf<Scale>();
-    const Column* factor = table.column("factor");
-    const TableChange mend{&table, {{1, factor, Scale().factor, 10.0}}, {}, {}};
-    std::vector<StoreConflict> conflicts;
-    OtherProgram(path).run("UPDATE scale SET factor = 'nine' WHERE name = '1:10'");
-    EXPECT_TRUE(applyTo(*store, mend, conflicts));
-    ASSERT_EQ(conflicts.size(), 1u);
-    EXPECT_EQ(conflicts[0].stored, "\"nine\"");
-    rowsOf<Scale>(*store, &problems);
-    conflicts.clear();
-    EXPECT_EQ(applyTo(*store, mend, conflicts).error, "");
-    EXPECT_TRUE(conflicts.empty());
-    EXPECT_EQ(applyTo(*store, {&table, {{1, factor, 10.0, 11.0}}, {}, {}}, conflicts).error, "");
-    EXPECT_TRUE(conflicts.empty());
-    EXPECT_EQ(rowsOf<Scale>(*store, &problems).at(0).factor, 11);
-}
-
-TEST_F(StoreBadInput, AThousandBadCellsMakeAFewSentences) {
-    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 1000);
-    OtherProgram(path).run("UPDATE view_request SET compass = 'north'");
-    std::vector<ReadProblem> problems;
-    EXPECT_EQ(rowsOf<View>(*open(path), &problems).size(), 1000);
-    EXPECT_LT(problems.size(), 30u);
-    EXPECT_TRUE(mentions(problems.back().sentence, std::to_string(1000 - (problems.size() - 1)) + " more"));
-}
-
-TEST_F(StoreBadInput, RangesAreToldInFiguresThatPeopleRead) {
-    const std::string path = makeDatabase(m_folder.file("user.dsdb"), 0);
-    OtherProgram(path).run("INSERT INTO length_clip(\"key\", name, interval) VALUES (1, 'Far', 1e21), "
-                           "(2, 'Near', 0.00001); INSERT INTO detail_style(\"key\", name, "
-                           "title_position) VALUES (1, 'Odd', 9)");
-    const auto store = open(path);
-    std::vector<ReadProblem> problems;
-    rowsOf<StructDetViewLengthClip>(*store, &problems);
-    ASSERT_EQ(problems.size(), 2u);
-    for (const char* phrase : {"holds 1000000000000000000000 in", "at most 100000000;"})
-        EXPECT_TRUE(mentions(problems[0].sentence, phrase)) << problems[0].sentence;
-    for (const char* phrase : {"holds 0.00001 in", "at least 1;"})
-        EXPECT_TRUE(mentions(problems[1].sentence, phrase)) << problems[1].sentence;
-    rowsOf<StructDetailStyle>(*store, &problems);
-    EXPECT_TRUE(mentions(problems.at(0).sentence, "from 0 to 7;")) << problems.at(0).sentence;
-}
-
 TEST_F(StoreBadInput, TriggersInAFileDoNothing) {
     const std::string path = makeDatabase(m_folder.file("user.dsdb"), 5);
     OtherProgram(path).run(
@@ -424,4 +340,104 @@ TEST_F(StoreBadInput, ANewFileAppearsWholeOrNotAtAll) {
     EXPECT_TRUE(std::filesystem::is_symlink(m_folder.file("link.dsdb")));
     EXPECT_EQ(rowsOf<View>(*open(path)).size(), 0);
     EXPECT_EQ(m_folder.count(), 2);
+}
+
+TEST_P(StoreBadCells, MissingTablesAndColumnsAreToldAndNotWritten) {
+    engine->make(5);
+    engine->run("DROP TABLE linetype; CREATE VIEW linetype AS SELECT 1 AS key, 'x' AS name;"
+                "ALTER TABLE view_request DROP COLUMN scale");
+    const auto store = open();
+    std::vector<ReadProblem> problems;
+    EXPECT_EQ(rowsOf<StructLinetypes>(*store, &problems).size(), 0);
+    ASSERT_EQ(problems.size(), 1u);
+    EXPECT_TRUE(mentions(problems[0].sentence, "no table \"linetype\"") &&
+                mentions(problems[0].sentence, store->name()));
+    const auto views = rowsOf<View>(*store, &problems);
+    EXPECT_EQ(views.at(4).scale, View().scale);
+    EXPECT_EQ(views.at(4).name, KorString("Front view 5"));
+    ASSERT_EQ(problems.size(), 1u);
+    EXPECT_TRUE(mentions(problems[0].sentence, "no column \"scale\""));
+
+    std::vector<StoreConflict> conflicts;
+    EXPECT_TRUE(mentions(applyTo(*store, ofViews({newScale(1, 0, 1)}), conflicts).error, "no column"));
+    Rows<StructLinetypes> line;
+    line.append().key = 1;
+    EXPECT_TRUE(mentions(applyTo(*store, appending(line), conflicts).error, "no table"));
+    Rows<View> added;
+    added.append().key = 6;
+    EXPECT_EQ(applyTo(*store, appending(added), conflicts).error, "");
+    added.at(0).key = 7;
+    added.at(0).scale += 1;
+    EXPECT_TRUE(mentions(applyTo(*store, appending(added), conflicts).error, "no column"));
+}
+
+TEST_P(StoreBadCells, CellsThatDoNotFitAreToldAndCanBeMended) {
+    engine->make(0);
+    run("DROP TABLE scale; CREATE TABLE scale (key, name, factor, unit_type, \"group\");"
+        "INSERT INTO scale VALUES (1, '1:10', 'ten', 1, 1), (1, 'again', 1, 1, 1),"
+        "(-3, 'negative', 1, 1, 1), ('x', 'no key', 1, 1, 1), (5000000000, 'far', 1, 1, 1),"
+        "(2, CAST(x'41FF' AS TEXT), 20, 1.5, 99999999999), (3, x'41', 9e999, 1, NULL),"
+        "(4, 'Größe', 3, 7, -1)",
+        "ALTER TABLE scale DROP CONSTRAINT scale_pkey, ALTER key TYPE bigint, ALTER factor TYPE text,"
+        "ALTER unit_type TYPE numeric, ALTER \"group\" TYPE bigint, ALTER \"group\" DROP NOT NULL;"
+        "INSERT INTO scale VALUES (1, '1:10', 'ten', 1, 1), (-3, 'negative', '1', 1, 1), (5000000000, 'far', "
+        "'1', 1, 1), (2, 'B', '20', 1.5, 99999999999),"
+        "(3, 'C', '9e999', 1, NULL), (4, 'Größe', '3', 7, -1)");
+    auto store = open();
+    std::vector<ReadProblem> problems;
+    auto rows = rowsOf<Scale>(*store, &problems);
+    ASSERT_EQ(rows.size(), 4);
+    EXPECT_EQ(rows.at(0).factor, Scale().factor);
+    EXPECT_EQ(rows.at(1).factor, 20);
+    EXPECT_EQ(rows.at(1).unitType, Scale().unitType);
+    EXPECT_EQ(rows.at(3).factor, 3);
+    EXPECT_EQ(rows.at(3).unitType, 7);
+    ASSERT_EQ(problems.size(), GetParam() == std::string("file") ? 12u : engine->hasTypes() ? 8u : 11u);
+    for (const ReadProblem& problem : problems)
+        EXPECT_TRUE(mentions(problem.sentence, store->name()) && mentions(problem.sentence, "scale"))
+            << problem.sentence;
+    EXPECT_EQ(std::ranges::count(problems, true, &ReadProblem::kept), 1);
+
+    const TableSchema& table = schemaOf<Scale>();
+    const Column* factor = table.column("factor");
+    const TableChange mend{&table, {{1, factor, Scale().factor, 10.0}}, {}, {}};
+    std::vector<StoreConflict> conflicts;
+    engine->run("UPDATE scale SET factor = 'nine' WHERE name = '1:10'");
+    EXPECT_TRUE(applyTo(*store, mend, conflicts));
+    ASSERT_EQ(conflicts.size(), 1u);
+    EXPECT_EQ(conflicts[0].stored, "\"nine\"");
+    rowsOf<Scale>(*store, &problems);
+    conflicts.clear();
+    EXPECT_EQ(applyTo(*store, mend, conflicts).error, "");
+    EXPECT_TRUE(conflicts.empty());
+    EXPECT_EQ(applyTo(*store, {&table, {{1, factor, 10.0, 11.0}}, {}, {}}, conflicts).error, "");
+    EXPECT_TRUE(conflicts.empty());
+    EXPECT_EQ(rowsOf<Scale>(*store, &problems).at(0).factor, 11);
+}
+
+TEST_P(StoreBadCells, AThousandBadCellsMakeAFewSentences) {
+    engine->make(1000);
+    run("UPDATE view_request SET compass = 'north'",
+        "ALTER TABLE view_request ALTER compass DROP DEFAULT, ALTER compass TYPE text USING 'north'");
+    std::vector<ReadProblem> problems;
+    EXPECT_EQ(rowsOf<View>(*open(), &problems).size(), 1000);
+    EXPECT_LT(problems.size(), 30u);
+    EXPECT_TRUE(mentions(problems.back().sentence, std::to_string(1000 - (problems.size() - 1)) + " more"));
+}
+
+TEST_P(StoreBadCells, RangesAreToldInFiguresThatPeopleRead) {
+    engine->make(0);
+    engine->run("INSERT INTO length_clip(\"key\", name, interval) VALUES (1, 'Far', 1e21), "
+                "(2, 'Near', 0.00001); INSERT INTO detail_style(\"key\", name, "
+                "title_position) VALUES (1, 'Odd', 9)");
+    const auto store = open();
+    std::vector<ReadProblem> problems;
+    rowsOf<StructDetViewLengthClip>(*store, &problems);
+    ASSERT_EQ(problems.size(), 2u);
+    for (const char* phrase : {"holds 1000000000000000000000 in", "at most 100000000;"})
+        EXPECT_TRUE(mentions(problems[0].sentence, phrase)) << problems[0].sentence;
+    for (const char* phrase : {"holds 0.00001 in", "at least 1;"})
+        EXPECT_TRUE(mentions(problems[1].sentence, phrase)) << problems[1].sentence;
+    rowsOf<StructDetailStyle>(*store, &problems);
+    EXPECT_TRUE(mentions(problems.at(0).sentence, "from 0 to 7;")) << problems.at(0).sentence;
 }

@@ -1,21 +1,11 @@
-#include "StoreTestSupport.h"
+#include "StoreEngines.h"
 
 // What every store has to do, whatever engine is behind it.
 
 namespace {
 
-class StoreContract : public testing::Test {
+class StoreContract : public EachStore {
 protected:
-    std::unique_ptr<StyleStore> open(bool readOnly = false) {
-        using enum SqliteStore::eMode;
-        OpenedStore opened = SqliteStore::open(m_path, readOnly ? kRead : kWrite);
-        EXPECT_EQ(opened.error, "");
-        return std::move(opened.store);
-    }
-    std::unique_ptr<StyleStore> openNew(int views) {
-        makeDatabase(m_path, views);
-        return open();
-    }
     static void keep(StyleStore& store, const TableChange& change) {
         std::vector<StoreConflict> conflicts;
         ASSERT_EQ(store.begin().error, "");
@@ -30,10 +20,9 @@ protected:
         store.rollback();
         return conflicts;
     }
-
-    TempFolder m_folder;
-    std::string m_path = m_folder.file("user.dsdb");
 };
+
+FOR_EACH_STORE(StoreContract);
 
 // A value that the column may hold, unlike its default and different in each column.
 CellValue sampleValue(const Column& column) {
@@ -46,7 +35,7 @@ CellValue sampleValue(const Column& column) {
 
 } // namespace
 
-TEST_F(StoreContract, KeepsEveryColumnOfEveryTable) {
+TEST_P(StoreContract, KeepsEveryColumnOfEveryTable) {
     auto store = openNew(0);
     std::vector<StoreConflict> conflicts;
     std::vector<std::shared_ptr<StructRecord>> written;
@@ -72,7 +61,7 @@ TEST_F(StoreContract, KeepsEveryColumnOfEveryTable) {
     EXPECT_TRUE(store->integrityFindings().empty());
 }
 
-TEST_F(StoreContract, WritesChangesDeletionsAndNewRowsTogether) {
+TEST_P(StoreContract, WritesChangesDeletionsAndNewRowsTogether) {
     auto store = openNew(5);
     auto rows = rowsOf<StructDetViewRequest>(*store);
     TableChange change = ofViews({newScale(4, 14, 25), newScale(2, 12, 20)});
@@ -94,9 +83,9 @@ TEST_F(StoreContract, WritesChangesDeletionsAndNewRowsTogether) {
     EXPECT_EQ(static_cast<const StructDetViewRequest&>(*rows.find(9)), added);
 }
 
-TEST_F(StoreContract, RollbackAndReadOnlyLeaveTheFileAsItIs) {
+TEST_P(StoreContract, RollbackAndReadOnlyLeaveTheFileAsItIs) {
     auto store = openNew(5);
-    const std::string before = bytesOf(m_path);
+    const std::string before = engine->stored();
     std::vector<StoreConflict> conflicts;
     ASSERT_EQ(store->begin().error, "");
     ASSERT_EQ(store->apply(ofViews({newScale(1, 11, 99)}), conflicts).error, "");
@@ -105,18 +94,17 @@ TEST_F(StoreContract, RollbackAndReadOnlyLeaveTheFileAsItIs) {
     store->rollback();
     EXPECT_EQ(static_cast<StructDetViewRequest*>(rowsOf<StructDetViewRequest>(*store).find(1))->scale, 11);
     store.reset();
-    EXPECT_EQ(bytesOf(m_path), before);
+    EXPECT_EQ(engine->stored(), before);
 
     store = open(true);
     EXPECT_TRUE(store->isReadOnly());
     EXPECT_EQ(rowsOf<StructDetViewRequest>(*store).size(), 5);
-    EXPECT_TRUE(mentions(store->begin().error, m_path));
+    EXPECT_TRUE(mentions(store->begin().error, store->name()));
     store.reset();
-    EXPECT_EQ(bytesOf(m_path), before);
-    EXPECT_EQ(m_folder.count(), 1);
+    EXPECT_EQ(engine->stored(), before);
 }
 
-TEST_F(StoreContract, WhatAnotherProgramChangedIsToldAndNotOverwritten) {
+TEST_P(StoreContract, WhatAnotherProgramChangedIsToldAndNotOverwritten) {
     auto mine = openNew(5);
     const auto read = rowsOf<StructDetViewRequest>(*mine);
     auto other = open();
@@ -128,7 +116,7 @@ TEST_F(StoreContract, WhatAnotherProgramChangedIsToldAndNotOverwritten) {
     theirs.appended = {&taken};
     keep(*other, theirs);
     EXPECT_TRUE(mine->changedOutside());
-    const std::string after = bytesOf(m_path);
+    const std::string after = engine->stored();
 
     TableChange change = ofViews({newScale(1, 11, 20), newScale(2, 12, 20), newScale(3, 13, 20)});
     change.deleted = {read.find(4), read.find(5)};
@@ -152,10 +140,10 @@ TEST_F(StoreContract, WhatAnotherProgramChangedIsToldAndNotOverwritten) {
     EXPECT_EQ(find(5).stored, "");
     EXPECT_EQ(find(6).stored, "\"Theirs\"");
     EXPECT_EQ(find(6).mine, "\"Mine\"");
-    EXPECT_EQ(bytesOf(m_path), after);
+    EXPECT_EQ(engine->stored(), after);
 }
 
-TEST_F(StoreContract, NoticesChangesAndReplacementFromOutside) {
+TEST_P(StoreContract, NoticesChangesFromOutside) {
     auto store = openNew(5);
     keep(*store, ofViews({newScale(1, 11, 12)}));
     EXPECT_FALSE(store->changedOutside());
@@ -163,17 +151,25 @@ TEST_F(StoreContract, NoticesChangesAndReplacementFromOutside) {
     EXPECT_TRUE(store->changedOutside());
     store->acknowledge();
     EXPECT_FALSE(store->changedOutside());
+    keep(*open(), ofViews({newScale(2, 13, 14)}));
+    ASSERT_EQ(store->reopen().error, "");
+    EXPECT_FALSE(store->changedOutside());
+}
 
-    const std::string newer = makeDatabase(m_folder.file("newer.dsdb"), 7);
-    std::filesystem::rename(newer, m_path);
+TEST(StoreFiles, AFileThatIsReplacedOrRemovedIsNoticed) {
+    const TempFolder folder;
+    const std::string path = makeDatabase(folder.file("user.dsdb"), 5);
+    const auto store = SqliteStore::open(path, SqliteStore::eMode::kWrite).store;
+    std::filesystem::rename(makeDatabase(folder.file("newer.dsdb"), 7), path);
     EXPECT_TRUE(store->changedOutside());
     EXPECT_TRUE(mentions(store->begin().error, "replaced"));
     ASSERT_EQ(store->reopen().error, "");
     EXPECT_FALSE(store->changedOutside());
     EXPECT_EQ(rowsOf<StructDetViewRequest>(*store).size(), 7);
-    keep(*store, ofViews({newScale(7, 17, 1)}));
+    std::vector<StoreConflict> conflicts;
+    EXPECT_EQ(applyTo(*store, ofViews({newScale(7, 17, 1)}), conflicts).error, "");
 
-    std::filesystem::remove(m_path);
+    std::filesystem::remove(path);
     EXPECT_TRUE(store->changedOutside());
     EXPECT_TRUE(mentions(store->reopen().error, "does not exist"));
     EXPECT_FALSE(store->begin());

@@ -3,10 +3,10 @@
 #include "base/Translation.h"
 #include "data/RowClosure.h"
 #include "data/pending/RecoveryText.h"
+#include "data/store/DatabaseName.h"
 #include "data/text/TableRows.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace {
 
@@ -15,9 +15,7 @@ constexpr const char* kUsed = "used";
 
 // The same file has the same name, however it was opened.
 std::string originOf(StyleSource& source) {
-    std::error_code fault;
-    const std::filesystem::path path = std::filesystem::weakly_canonical(source.store().name(), fault);
-    return fault ? source.store().name() : path.string();
+    return databasePlace(source.store().name());
 }
 
 std::string linesOf(StyleSource& source, const char* label, const std::vector<RowRef>& rows) {
@@ -73,7 +71,7 @@ public:
     Result<> begin() override { return readOnly(); }
     Result<> apply(const TableChange&, std::vector<StoreConflict>&) override { return readOnly(); }
     std::uint32_t markOfChange() override { return 0; }
-    std::uint32_t lastMark() override { return 0; }
+    bool holdsMark(std::uint32_t) override { return false; }
     Result<> commit() override { return readOnly(); }
     void rollback() override {}
     bool changedOutside() override { return false; }

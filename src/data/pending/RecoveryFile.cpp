@@ -3,7 +3,7 @@
 #include "base/Translation.h"
 #include "base/WriteAll.h"
 #include "data/pending/RecoveryName.h"
-#include "data/store/FileIdentity.h"
+#include "data/store/DatabaseName.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -70,7 +70,7 @@ bool isStored(StyleSource& source, const TableChange& change) {
 // Whether a commit of which nothing is known but that it began took place. It stored all or nothing: the
 // database has its mark, or holds all of it although others stored something since. When in doubt, no.
 bool wasStored(StyleSource& source, PendingLog& changes, const RecoveryText::Storing& storing) {
-    if (storing.mark != 0 && source.store().lastMark() == storing.mark)
+    if (storing.mark != 0 && source.store().holdsMark(storing.mark))
         return true;
     bool isAny = false;
     for (const auto& [id, type] : storing.places) {
@@ -215,7 +215,7 @@ Result<> RecoveryFile::read(StyleDatabases& databases) {
     const auto idOf = [&](const RecoverySource& source) {
         SourceId found = idOfMissing(source.number);
         for (const SourceId id : databases.sources())
-            if (resolvedPath(databases.source(id)->store().name()) == source.path) {
+            if (databasePlace(databases.source(id)->store().name()) == source.path) {
                 if (databases.isEditable(id))
                     found = id;
                 else

@@ -5,7 +5,7 @@
 #include "data/StyleDatabases.h"
 #include "data/pending/RecoveryFile.h"
 #include "data/pending/RecoveryName.h"
-#include "data/store/FileIdentity.h"
+#include "data/store/DatabaseName.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -111,7 +111,7 @@ int RecoveryWriter::numberOf(SourceId id, std::string& names) {
     const auto [place, isNew] =
         m_file.numbers.try_emplace({id, name}, static_cast<int>(m_file.numbers.size()) + 1);
     if (isNew) {
-        const std::string path = resolvedPath(name);
+        const std::string path = databasePlace(name);
         names += RecoveryText::source({place->second, fileStamp(path), path});
     }
     return place->second;

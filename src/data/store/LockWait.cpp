@@ -47,8 +47,12 @@ LockWait::Brief::~Brief() {
     --waiting().briefs;
 }
 
+std::chrono::milliseconds LockWait::longest() const {
+    return m_limit.value_or(waiting().limit);
+}
+
 bool LockWait::goesOn(std::chrono::milliseconds waited) const {
-    if (waited >= waiting().limit)
+    if (waited >= longest())
         return false;
     if (waited < kWordless || !waiting().ask)
         return true;
@@ -63,12 +67,12 @@ bool LockWait::again(int attempt) {
     if (waiting().isAsking) // what is asked meanwhile must not use the databases, far less wait for one
         return false;
     const auto now = Clock::now();
-    if (m_givenUpIn == waiting().command && now - m_givenUp < waiting().limit)
+    if (m_givenUpIn == waiting().command && now - m_givenUp < longest())
         return false;
     if (attempt == 0)
         m_start = now;
     const auto waited = std::chrono::duration_cast<std::chrono::milliseconds>(now - m_start);
-    if (waiting().briefs > 0 && waited >= std::min(kWordless, waiting().limit))
+    if (waiting().briefs > 0 && waited >= std::min(kWordless, longest()))
         return false;
     if (!goesOn(waited)) {
         m_givenUpIn = waiting().command;

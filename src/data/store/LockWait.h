@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 
 /// Waiting for a database that another program has locked: a short while without a word, then with one,
@@ -16,7 +17,9 @@ public:
     static constexpr std::chrono::milliseconds kLimit{5000};
     static constexpr std::chrono::milliseconds kWordless{250}; ///< another program's short write
 
-    explicit LockWait(std::string file) : m_file(std::move(file)) {}
+    /// `limit` is the longest wait where it is not the common one.
+    explicit LockWait(std::string file, std::optional<std::chrono::milliseconds> limit = {})
+        : m_file(std::move(file)), m_limit(limit) {}
 
     /// What is asked in the current session; an empty one waits without a word. Returns the one before.
     static Ask setAsk(Ask ask);
@@ -46,7 +49,10 @@ private:
 
     bool goesOn(std::chrono::milliseconds waited) const;
 
+    std::chrono::milliseconds longest() const;
+
     std::string m_file;
+    std::optional<std::chrono::milliseconds> m_limit;
     Clock::time_point m_start;
     Clock::time_point m_givenUp;
     int m_givenUpIn = 0; ///< the command, counted from 1

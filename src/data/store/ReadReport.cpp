@@ -25,17 +25,6 @@ std::string realText(double value) {
     return {digits.data(), end.ptr};
 }
 
-std::string quotedStart(std::string_view text) {
-    if (!isCleanUtf8(text))
-        return translated("a text that is no valid UTF-8").toStdString();
-    std::size_t end = std::min(text.size(), kLongestText);
-    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
-        --end;
-    const KorString start(text.substr(0, end));
-    return KorString::format(end < text.size() ? translated("\"%s...\"") : translated("\"%s\""), {start})
-        .toStdString();
-}
-
 KorString expectation(const Column& column) {
     if (column.isText())
         return translated("a text");
@@ -58,6 +47,17 @@ KorString rangeText(const Column& column, const CellValue& value) {
 }
 
 } // namespace
+
+std::string quotedStart(std::string_view text) {
+    if (!isCleanUtf8(text))
+        return translated("a text that is no valid UTF-8").toStdString();
+    std::size_t end = std::min(text.size(), kLongestText);
+    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+        --end;
+    const KorString start(text.substr(0, end));
+    return KorString::format(end < text.size() ? translated("\"%s...\"") : translated("\"%s\""), {start})
+        .toStdString();
+}
 
 std::string displayText(sqlite3_value* value) {
     switch (sqlite3_value_type(value)) {
@@ -89,7 +89,7 @@ ReadReport::~ReadReport() {
         m_problems.push_back(
             {KorString::format(
                  translated("The table \"%s\" of \"%s\" has %s more cells or rows of this kind; "
-                            "restore the file from a copy, or correct them one by one."),
+                            "restore the database from a copy, or correct them one by one."),
                  {m_table.rowName(), m_file, KorString::number(more)})
                  .toStdString(),
              m_moreAreKept, &m_table});
@@ -97,43 +97,44 @@ ReadReport::~ReadReport() {
 
 void ReadReport::addMissingTable() {
     add(translated("The style database \"%s\" has no table \"%s\"; none of its rows can be shown or written, "
-                   "restore the file from a copy."),
+                   "restore the database from a copy."),
         {m_file, m_table.name});
 }
 
 void ReadReport::addMissingColumn(const Column& column) {
     add(translated("The style database \"%s\" has no column \"%s\" in its table \"%s\"; the default is shown "
-                   "and cannot be changed, restore the file from a copy."),
+                   "and cannot be changed, restore the database from a copy."),
         {m_file, column.name, m_table.name}, {.column = &column});
 }
 
-void ReadReport::addCell(const StructRecord& record, const Column& column, sqlite3_value* stored, bool kept) {
+void ReadReport::addCell(const StructRecord& record, const Column& column, const std::string& stored,
+                         bool kept) {
     const KorString name = m_table.columnName(column);
     const KorString key = KorString::number(record.key);
     if (kept)
         add(translated(
                 "The style database \"%s\" holds %s in the column \"%s\" of the %s \"%s\" (key %s), which "
                 "takes %s; enter a value to replace it."),
-            {m_file, displayText(stored), name, m_table.rowName(), record.name, key,
+            {m_file, stored, name, m_table.rowName(), record.name, key,
              rangeText(column, column.read(&record))},
             {.kept = true});
     else
         add(translated(
                 "The style database \"%s\" holds %s instead of %s in the column \"%s\" of the %s \"%s\" "
                 "(key %s); %s is shown, enter a value to replace it."),
-            {m_file, displayText(stored), expectation(column), name, m_table.rowName(), record.name, key,
+            {m_file, stored, expectation(column), name, m_table.rowName(), record.name, key,
              displayText(column.read(&record))},
             {.column = &column, .key = record.key});
 }
 
-void ReadReport::addRow(sqlite3_value* key, bool isDuplicate) {
+void ReadReport::addRow(const std::string& key, bool isDuplicate) {
     add(isDuplicate
             ? translated("The style database \"%s\" holds a row in its table \"%s\" whose key is used twice "
                          "(%s); the row is left out, correct its key with a database tool.")
             : translated("The style database \"%s\" holds a row in its table \"%s\" whose key is no positive "
                          "whole number of 32 bits (%s); the row is left out, correct its key with a database "
                          "tool."),
-        {m_file, m_table.name, displayText(key)});
+        {m_file, m_table.name, key});
 }
 
 void ReadReport::add(const KorString& pattern, std::initializer_list<KorString> arguments,

@@ -17,10 +17,11 @@ public:
 
     void addMissingTable();
     void addMissingColumn(const Column& column);
-    /// A cell that does not fit its column; `record` holds its default, or what is stored when it is `kept`.
-    void addCell(const StructRecord& record, const Column& column, sqlite3_value* stored, bool kept);
+    /// A cell that does not fit its column, and as a user reads it what it holds; `record` holds its default,
+    /// or what is stored when it is `kept`.
+    void addCell(const StructRecord& record, const Column& column, const std::string& stored, bool kept);
     /// A row without a usable key, which is left out.
-    void addRow(sqlite3_value* key, bool isDuplicate);
+    void addRow(const std::string& key, bool isDuplicate);
 
 private:
     /// Adds `problem` with this sentence.
@@ -35,5 +36,7 @@ private:
 
 /// A stored value as a user reads it, long texts cut.
 std::string displayText(sqlite3_value* value);
+/// A text as a user reads it, long ones cut.
+std::string quotedStart(std::string_view text);
 /// A cell as a user reads it.
 std::string displayText(const CellValue& value);

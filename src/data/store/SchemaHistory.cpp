@@ -5,30 +5,30 @@
 
 namespace {
 
-std::string columnSql(const Column& column, const StructRecord& defaults) {
+std::string columnSql(const Column& column, const StructRecord& defaults, const SchemaWords& words) {
     const CellValue value = column.read(&defaults);
     const auto* text = std::get_if<KorString>(&value);
-    return quotedIdentifier(column.name) +
-           (column.isText()   ? " TEXT"
-            : column.isReal() ? " REAL"
-                              : " INTEGER") +
+    return words.column(column.name) + " " +
+           (column.isText()   ? words.textType
+            : column.isReal() ? words.realType
+                              : "INTEGER") +
            " NOT NULL DEFAULT " + (text ? quotedText(text->toStdString()) : displayText(value));
 }
 
 // With the columns that the table has in this version.
-std::string createTableSql(const TableSchema& table, int version) {
+std::string createTableSql(const TableSchema& table, int version, const SchemaWords& words) {
     const auto defaults = table.makeRows()->copyOf(nullptr);
-    std::string sql =
-        "CREATE TABLE IF NOT EXISTS " + quotedIdentifier(table.name) + " (\"key\" INTEGER PRIMARY KEY";
+    std::string sql = "CREATE TABLE IF NOT EXISTS " + words.table(table.name) + " (" + words.column("key") +
+                      " INTEGER PRIMARY KEY";
     for (const Column& column : table.columns)
         if (column.since <= version)
-            sql += ", " + columnSql(column, *defaults);
+            sql += ", " + columnSql(column, *defaults, words);
     return sql + ")";
 }
 
-std::string addColumnSql(const TableSchema& table, const Column& column) {
-    return "ALTER TABLE " + quotedIdentifier(table.name) + " ADD COLUMN " +
-           columnSql(column, *table.makeRows()->copyOf(nullptr));
+std::string addColumnSql(const TableSchema& table, const Column& column, const SchemaWords& words) {
+    return "ALTER TABLE " + words.table(table.name) + " ADD COLUMN " +
+           columnSql(column, *table.makeRows()->copyOf(nullptr), words);
 }
 
 } // namespace
@@ -44,25 +44,26 @@ const SchemaHistory& SchemaHistory::own() {
     return history;
 }
 
-std::vector<std::string> SchemaHistory::creation() const {
+std::vector<std::string> SchemaHistory::creation(const SchemaWords& words) const {
     std::vector<std::string> statements;
     for (const TableSchema& table : m_tables)
-        statements.push_back(createTableSql(table, current()));
+        statements.push_back(createTableSql(table, current(), words));
     return statements;
 }
 
 // A table that is missing although the database should have it stays so: its rows are lost, and that is told
 // when it is read.
-std::vector<std::string> SchemaHistory::additions(int version, const StoredColumns& stored) const {
+std::vector<std::string> SchemaHistory::additions(int version, const StoredColumns& stored,
+                                                  const SchemaWords& words) const {
     std::vector<std::string> statements;
     for (const TableSchema& table : m_tables) {
         if (table.since == version)
-            statements.push_back(createTableSql(table, version));
+            statements.push_back(createTableSql(table, version, words));
         if (!stored.hasTable(table))
             continue;
         for (const Column& column : table.columns)
             if (column.since == version && !stored.has(table, column))
-                statements.push_back(addColumnSql(table, column));
+                statements.push_back(addColumnSql(table, column, words));
     }
     return statements;
 }

@@ -2,6 +2,16 @@
 
 #include "data/store/StoredColumns.h"
 
+#include <functional>
+
+/// What the SQL of tables and columns is made of.
+struct SchemaWords {
+    std::function<std::string(const std::string&)> table = &quotedIdentifier;
+    std::function<std::string(const std::string&)> column = &quotedIdentifier;
+    const char* textType = "TEXT";
+    const char* realType = "REAL";
+};
+
 /// One version of the schema.
 struct SchemaVersion {
     int number = 1;
@@ -21,14 +31,16 @@ public:
     /// That of this program.
     static const SchemaHistory& own();
 
+    const std::vector<TableSchema>& tables() const { return m_tables; }
     const std::vector<SchemaVersion>& versions() const { return m_versions; }
     int oldest() const { return m_versions.front().number; }
     int current() const { return m_versions.back().number; }
 
     /// The SQL that makes all tables of the current version.
-    std::vector<std::string> creation() const;
+    std::vector<std::string> creation(const SchemaWords& words = {}) const;
     /// The SQL that adds what is of this version to a database with these columns, as far as it is not there.
-    std::vector<std::string> additions(int version, const StoredColumns& stored) const;
+    std::vector<std::string> additions(int version, const StoredColumns& stored,
+                                       const SchemaWords& words = {}) const;
 
 private:
     const std::vector<TableSchema>& m_tables;

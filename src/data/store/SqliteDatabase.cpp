@@ -4,14 +4,6 @@
 
 namespace {
 
-TableLayout layoutFrom(const TableSchema& table, const StoredColumns& stored) {
-    TableLayout layout;
-    layout.hasTable = stored.hasTable(table);
-    for (const Column& column : table.columns)
-        (stored.has(table, column) ? layout.present : layout.missing).push_back(&column);
-    return layout;
-}
-
 // The errno of the last read of the file that failed, or 0.
 int lastReadError(sqlite3* db) {
     int error = 0;
@@ -55,7 +47,7 @@ Result<> SqliteDatabase::layoutOf(const TableSchema& table, const TableLayout*& 
     }
     auto it = m_layouts.find(&table);
     if (it == m_layouts.end())
-        it = m_layouts.emplace(&table, layoutFrom(table, *m_columns)).first;
+        it = m_layouts.emplace(&table, m_columns->layoutOf(table)).first;
     layout = &it->second;
     return {};
 }

@@ -6,13 +6,6 @@
 #include <map>
 #include <optional>
 
-/// Which columns of a table a database has, and which are missing in it.
-struct TableLayout {
-    std::vector<const Column*> present;
-    std::vector<const Column*> missing;
-    bool hasTable = false; ///< there is an ordinary table of that name with a key column
-};
-
 /// The cells that were read as something else than they hold, with what they hold: a write that mends one
 /// must find it unchanged.
 class UnreadableCells {

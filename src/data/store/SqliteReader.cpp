@@ -1,6 +1,5 @@
 #include "data/store/SqliteReader.h"
 
-#include "base/Utf8.h"
 #include "data/store/ReadReport.h"
 
 #include <algorithm>
@@ -26,16 +25,12 @@ int expectedRows(const SqliteDatabase& database, const TableSchema& table, std::
         std::clamp(std::min(highest, pages * pageSize / smallestRow), std::int64_t{0}, kHighest));
 }
 
-eCellFit fitOf(const Column& column, double value) {
-    return column.isInRange(value) ? eCellFit::kFits : eCellFit::kOutside;
-}
-
 // Reads the key of the present row, or 0 when the row cannot be used.
 std::int32_t readKey(sqlite3_stmt* select, std::int32_t last, ReadReport& report) {
     const std::int64_t key = sqlite3_column_int64(select, 0);
     if (sqlite3_column_type(select, 0) == SQLITE_INTEGER && key > last && key <= kHighest)
         return static_cast<std::int32_t>(key);
-    report.addRow(storedCell(select, 0).get(), key == last && last > 0);
+    report.addRow(displayText(storedCell(select, 0).get()), key == last && last > 0);
     return 0;
 }
 
@@ -69,7 +64,7 @@ private:
         for (const OddCell& odd : m_odd) {
             const Column& column = *m_layout.present[odd.place];
             SqliteValue stored = storedCell(m_select.get(), static_cast<int>(odd.place) + 1);
-            m_report.addCell(record, column, stored.get(), odd.fit == eCellFit::kOutside);
+            m_report.addCell(record, column, displayText(stored.get()), odd.fit == eCellFit::kOutside);
             if (odd.fit == eCellFit::kMisfit)
                 m_database.unreadable->remember(record.key, column, std::move(stored));
         }
@@ -125,20 +120,8 @@ eCellFit SqliteRowReader::readText(int cell, KorString& value) {
         return eCellFit::kMisfit;
     const auto* start = reinterpret_cast<const char*>(sqlite3_column_text(m_select, cell));
     const std::string_view stored(start, static_cast<std::size_t>(sqlite3_column_bytes(m_select, cell)));
-    // Run names hardly repeat.
-    KorString* recent = m_columns[static_cast<std::size_t>(cell - 1)]->number == 1
-                            ? nullptr
-                            : &m_recent[std::hash<std::string_view>{}(stored) % m_recent.size()];
-    if (recent && recent->view() == stored) {
-        value = *recent;
-        return eCellFit::kFits;
-    }
-    if (!isCleanUtf8(stored))
-        return eCellFit::kMisfit;
-    value = KorString(stored);
-    if (recent)
-        *recent = value;
-    return eCellFit::kFits;
+    const Column& column = *m_columns[static_cast<std::size_t>(cell - 1)];
+    return m_recent.take(column, stored, value) ? eCellFit::kFits : eCellFit::kMisfit;
 }
 
 std::string selectSql(const TableSchema& table, const std::vector<const Column*>& columns) {

@@ -1,19 +1,8 @@
 #pragma once
 
+#include "data/store/CellFit.h"
+#include "data/store/RecentTexts.h"
 #include "data/store/SqliteDatabase.h"
-
-/// How a stored cell fits its column.
-enum class eCellFit : std::uint8_t {
-    kFits,
-    kOutside, ///< of the right type, but outside the range of the column: used as it is
-    kMisfit,  ///< of another type, or beyond 32 bits: the default is used
-};
-
-/// A cell that does not fit, by its place among the selected columns.
-struct OddCell {
-    std::size_t place = 0;
-    eCellFit fit = eCellFit::kFits;
-};
 
 /// Reads one row after the other of a `SELECT key, columns...` into records, with a check of every cell.
 class SqliteRowReader {
@@ -33,7 +22,7 @@ private:
 
     sqlite3_stmt* m_select;
     const std::vector<const Column*>& m_columns;
-    std::array<KorString, 256> m_recent; // texts read before, at the places of their hashes
+    RecentTexts m_recent;
 };
 
 /// `SELECT key, columns... FROM table`, without a condition.

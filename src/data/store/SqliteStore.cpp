@@ -216,7 +216,11 @@ std::uint32_t SqliteStore::markOfChange() {
     return markChange(m_database.connection.get()) == SQLITE_OK ? lastMark() : 0;
 }
 
-std::uint32_t SqliteStore::lastMark() {
+bool SqliteStore::holdsMark(std::uint32_t mark) {
+    return mark != 0 && lastMark() == mark;
+}
+
+std::uint32_t SqliteStore::lastMark() const {
     std::int64_t mark = 0;
     const int code = m_database.connection.queryInteger("PRAGMA schema_version", mark);
     return code == SQLITE_OK ? static_cast<std::uint32_t>(mark) : 0;

@@ -53,7 +53,7 @@ public:
     Result<> begin() override;
     Result<> apply(const TableChange& change, std::vector<StoreConflict>& conflicts) override;
     std::uint32_t markOfChange() override;
-    std::uint32_t lastMark() override;
+    bool holdsMark(std::uint32_t mark) override;
     Result<> commit() override;
     void rollback() override;
     bool changedOutside() override;
@@ -72,6 +72,7 @@ private:
     Result<> leaveWriteAheadMode();
     Result<> checkDamage(eCheck check);
     bool isReplaced() const;
+    std::uint32_t lastMark() const;
 
     std::string m_path; ///< absolute
     std::optional<FileIdentity> m_identity;

@@ -27,26 +27,6 @@ std::string insertSql(const TableSchema& table, const std::vector<const Column*>
     return sql + values + ")";
 }
 
-std::string joined(const TableSchema& table, std::span<const CellChange* const> cells,
-                   CellValue CellChange::*member) {
-    std::string text;
-    for (const CellChange* cell : cells)
-        text +=
-            (text.empty() ? "" : "; ") + table.columnName(*cell->column) + " = " + displayText(cell->*member);
-    return text;
-}
-
-std::vector<const CellChange*> sortedCells(const TableChange& change) {
-    std::vector<const CellChange*> cells;
-    cells.reserve(change.cells.size());
-    for (const CellChange& cell : change.cells)
-        cells.push_back(&cell);
-    const auto place = [](const CellChange* cell) { return std::pair(cell->key, cell->column->number); };
-    if (!std::ranges::is_sorted(cells, {}, place))
-        std::ranges::sort(cells, {}, place);
-    return cells;
-}
-
 bool isKeyTaken(int code) {
     return code == SQLITE_CONSTRAINT_PRIMARYKEY || code == SQLITE_CONSTRAINT_ROWID ||
            code == SQLITE_CONSTRAINT_UNIQUE;
@@ -59,7 +39,7 @@ Result<> SqliteWriter::apply(const TableChange& change, std::vector<StoreConflic
     const TableLayout* layout = nullptr;
     Result<> result = m_database.layoutOf(table, layout);
     if (result)
-        result = refuseMissing(change, *layout);
+        result = refuseMissing(change, *layout, m_database.file);
     for (auto it = change.deleted.begin(); result && it != change.deleted.end(); ++it)
         result = deleteRow(table, *layout, **it, conflicts);
     if (result)
@@ -75,24 +55,6 @@ void SqliteWriter::finish(bool kept) {
         for (const auto& [key, column] : m_mended)
             m_database.unreadable->forget(key, *column);
     m_mended.clear();
-}
-
-// A row may be appended where a column is missing if nothing is lost by it: reading gives the default again.
-Result<> SqliteWriter::refuseMissing(const TableChange& change, const TableLayout& layout) const {
-    if (!layout.hasTable && !change.isEmpty())
-        return faultResult(eStoreFault::kNoTable, m_database.file, change.table->name);
-    const auto defaults = change.table->makeRows()->copyOf(nullptr);
-    for (const Column* column : layout.missing) {
-        const bool changed =
-            std::ranges::find(change.cells, column, &CellChange::column) != change.cells.end();
-        const bool appended = std::ranges::any_of(change.appended, [&](const StructRecord* record) {
-            return column->read(record) != column->read(defaults.get());
-        });
-        if (changed || appended)
-            return faultResult(eStoreFault::kNoColumn, m_database.file,
-                               change.table->name + "." + column->name);
-    }
-    return {};
 }
 
 // Compares the row on which the statement stands with what it was.
@@ -232,8 +194,7 @@ Result<> SqliteWriter::tellDifferences(const TableSchema& table, Cells cells,
                                  displayText(cell->wanted), displayText(cell->stored)});
         select.reset();
         if (code == SQLITE_DONE) {
-            conflicts.push_back({&table, key, nullptr, "", joined(table, cells, &CellChange::wanted),
-                                 joined(table, cells, &CellChange::stored)});
+            conflicts.push_back(goneRow(table, cells));
             return {};
         }
         if (code != SQLITE_ROW)

@@ -18,7 +18,6 @@ public:
 private:
     using Cells = std::span<const CellChange* const>;
 
-    Result<> refuseMissing(const TableChange& change, const TableLayout& layout) const;
     Result<> deleteRow(const TableSchema& table, const TableLayout& layout, const StructRecord& record,
                        std::vector<StoreConflict>& conflicts);
     void tellRowDifferences(const TableSchema& table, const TableLayout& layout,

@@ -20,9 +20,13 @@ int StoredColumns::read(const SqliteConnection& connection) {
     m_names.clear();
     int code = query.step();
     for (; code == SQLITE_ROW; code = query.step())
-        m_names.insert(foldedName(reinterpret_cast<const char*>(sqlite3_column_text(query.get(), 0)),
-                                  reinterpret_cast<const char*>(sqlite3_column_text(query.get(), 1))));
+        add(reinterpret_cast<const char*>(sqlite3_column_text(query.get(), 0)),
+            reinterpret_cast<const char*>(sqlite3_column_text(query.get(), 1)));
     return code == SQLITE_DONE ? SQLITE_OK : code;
+}
+
+void StoredColumns::add(const std::string& table, const std::string& column) {
+    m_names.insert(foldedName(table, column));
 }
 
 bool StoredColumns::hasTable(const TableSchema& table) const {
@@ -31,4 +35,12 @@ bool StoredColumns::hasTable(const TableSchema& table) const {
 
 bool StoredColumns::has(const TableSchema& table, const Column& column) const {
     return m_names.contains(foldedName(table.name, column.name));
+}
+
+TableLayout StoredColumns::layoutOf(const TableSchema& table) const {
+    TableLayout layout;
+    layout.hasTable = hasTable(table);
+    for (const Column& column : table.columns)
+        (has(table, column) ? layout.present : layout.missing).push_back(&column);
+    return layout;
 }

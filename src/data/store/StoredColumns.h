@@ -1,7 +1,7 @@
 #pragma once
 
 #include "data/store/SqliteHandle.h"
-#include "records/TableSchema.h"
+#include "data/store/TableLayout.h"
 
 #include <set>
 
@@ -12,8 +12,12 @@ public:
     /// Reads them from an open database; returns an SQLite result code.
     int read(const SqliteConnection& connection);
 
+    /// Adds one that a database has, whatever engine it is of.
+    void add(const std::string& table, const std::string& column);
+
     bool hasTable(const TableSchema& table) const;
     bool has(const TableSchema& table, const Column& column) const;
+    TableLayout layoutOf(const TableSchema& table) const;
 
 private:
     std::set<std::string> m_names;

@@ -51,6 +51,13 @@ struct ReadProblem {
 /// it holds no rows itself.
 class StyleStore {
 public:
+    enum class eOutcome {
+        kNotStored,
+        kUnknown, ///< the line broke meanwhile: the next `reopen` that succeeds finds it out, and until then
+                  ///< the store is read-only
+        kStored,  ///< `reopen` found that it was stored all the same
+    };
+
     virtual ~StyleStore() = default;
 
     /// File name or connection, for sentences to the user.
@@ -86,13 +93,17 @@ public:
     /// deleted only while it is as it was, a row is appended only where its key is free; anything else is
     /// added to `conflicts`, and the rest is done. After any failure or conflict the caller must roll back.
     virtual Result<> apply(const TableChange& change, std::vector<StoreConflict>& conflicts) = 0;
-    /// The number that `commit` leaves in the database, until another commit of this program leaves another
-    /// one: it tells whether the open transaction was stored. 0 where nothing can be told.
+    /// The number that `commit` leaves in the database: it tells whether the open transaction was stored. 0
+    /// where nothing can be told.
     virtual std::uint32_t markOfChange() = 0;
-    /// The number that the last commit of this program left; 0 where nothing can be told.
-    virtual std::uint32_t lastMark() = 0;
-    /// Keeps what was applied since `begin`. On failure nothing is kept and the transaction has ended.
+    /// Whether a commit left this number. Where the database can hold one number only it is that of the last
+    /// commit, so that false tells nothing.
+    virtual bool holdsMark(std::uint32_t mark) = 0;
+    /// Keeps what was applied since `begin`. On failure nothing is kept and the transaction has ended, unless
+    /// `outcome` says otherwise.
     virtual Result<> commit() = 0;
+    /// What became of the last commit that failed.
+    virtual eOutcome outcome() const { return eOutcome::kNotStored; }
     /// Ends the transaction without keeping anything. Harmless when none is open.
     virtual void rollback() = 0;
 

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "data/store/LockWait.h"
+#include "data/store/odbc/OdbcBlock.h"
+#include "data/store/odbc/OdbcError.h"
+
+#include <functional>
+#include <memory>
+#include <thread>
+
+struct OdbcLine;
+
+/// How long a database on a server is waited for.
+struct OdbcLimits {
+    std::chrono::milliseconds login{10000};
+    std::chrono::milliseconds statement{60000};
+};
+
+/// One connection by a driver. Every call of the driver runs in a thread of the connection, and the caller
+/// waits for it as for a lock: with a word, a limit and a way to give up. A line that gave no answer in time
+/// is left to its thread and never used again; what comes late finds nobody. Nothing connects again by
+/// itself, since that would hide what became of a transaction.
+class OdbcConnection {
+public:
+    /// `name` is that of the database in sentences.
+    OdbcConnection(const std::string& name, OdbcLimits limits);
+    ~OdbcConnection();
+    OdbcConnection(const OdbcConnection&) = delete;
+    OdbcConnection& operator=(const OdbcConnection&) = delete;
+
+    /// Opens a line in the place of the one before. `text` is a connection string for the driver manager.
+    OdbcError open(const std::string& text);
+    void close();
+    bool isOpen() const { return m_line != nullptr; }
+    /// Name of the database engine, and what it puts around names; empty where nothing is open.
+    const std::string& engine() const { return m_engine; }
+    const std::string& quote() const { return m_quote; }
+
+    /// Whether statements belong to a transaction that begins with the next one, until `end`.
+    OdbcError begin();
+    OdbcError end(bool keep);
+    bool isInTransaction() const { return m_isInTransaction; }
+
+    /// Runs SQL that yields no rows. `rows` becomes the number of those it changed, -1 where that is not
+    /// known.
+    OdbcError execute(const std::string& sql, std::int64_t* rows = nullptr);
+    /// Reads all rows of a small result.
+    OdbcError query(const std::string& sql, OdbcRows& rows);
+    /// The same, but waits for a moment only; where no answer comes the next call waits on.
+    OdbcError glance(const std::string& sql, OdbcRows& rows);
+
+    /// Begins to read a large result, with room for texts of these sizes in its columns.
+    OdbcError select(const std::string& sql, const std::vector<std::size_t>& rooms);
+    /// Reads the next rows of it into `block`; none at its end.
+    OdbcError fetch();
+    const OdbcBlock& block() const;
+    /// How many rows the large result has, -1 where that is not known.
+    std::int64_t expectedRows() const;
+    void endSelect();
+
+private:
+    using Job = std::function<OdbcError(OdbcLine&)>;
+
+    OdbcError run(const Job& job, bool keepsWaiting = false);
+    bool isDone(std::chrono::milliseconds moment) const;
+
+    std::string m_name;
+    LockWait m_login;
+    LockWait m_wait;
+    OdbcLimits m_limits;
+    std::shared_ptr<OdbcLine> m_line;
+    std::thread m_thread; ///< of the line
+    std::string m_engine;
+    std::string m_quote;
+    bool m_isInTransaction = false;
+};

@@ -1,0 +1,166 @@
+#include "data/store/odbc/OdbcSchema.h"
+
+#include "data/store/odbc/OdbcTables.h"
+
+#include <charconv>
+
+namespace {
+
+constexpr const char* kApplication = "detail styles";
+
+std::int64_t numberIn(const std::optional<std::string>& cell) {
+    std::int64_t number = 0;
+    if (cell)
+        std::from_chars(cell->data(), cell->data() + cell->size(), number);
+    return number;
+}
+
+/// A transaction that is taken back unless it is kept.
+class Transaction {
+public:
+    explicit Transaction(OdbcDatabase& database)
+        : m_database(database), m_begun(database.connection.begin()) {}
+    ~Transaction() {
+        if (m_database.connection.isInTransaction())
+            static_cast<void>(m_database.connection.end(false));
+    }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    Result<> begun() const { return m_database.failure(m_begun); }
+    Result<> keep() { return m_database.failure(m_database.connection.end(true)); }
+
+private:
+    OdbcDatabase& m_database;
+    OdbcError m_begun;
+};
+
+} // namespace
+
+std::string OdbcSchema::lastChangeSql() const {
+    return "SELECT last_change FROM " + m_database.dialect->table(kStateTable);
+}
+
+Result<> OdbcSchema::read(State& state) {
+    OdbcRows rows;
+    const OdbcError error = m_database.connection.query(
+        "SELECT application, version, last_change FROM " + m_database.dialect->table(kStateTable), rows);
+    if (error.kind == OdbcError::eKind::kNoSchema)
+        return m_database.fault(eServerFault::kNoStyles);
+    if (error)
+        return m_database.failure(error);
+    if (rows.size() != 1 || rows.front().front() != kApplication)
+        return m_database.fault(eServerFault::kOtherContent);
+    state.version = static_cast<int>(numberIn(rows.front()[1]));
+    state.lastChange = numberIn(rows.front()[2]);
+    return {};
+}
+
+Result<> OdbcSchema::create() {
+    State state;
+    if (read(state))
+        return m_database.fault(eServerFault::kExists);
+    Transaction transaction(m_database);
+    Result<> result = transaction.begun();
+    if (result)
+        result = makeAll();
+    return result ? transaction.keep() : result;
+}
+
+Result<> OdbcSchema::makeAll() {
+    const OdbcDialect& dialect = *m_database.dialect;
+    std::vector<std::string> roles;
+    if (!dialect.roles().empty()) {
+        OdbcRows rows;
+        if (const OdbcError error = m_database.connection.query(dialect.roles(), rows))
+            return m_database.failure(error);
+        for (const auto& row : rows)
+            roles.push_back(row.front().value_or(""));
+    }
+    for (const auto& statements :
+         {dialect.makeSchema(roles), ownTables(), m_history.creation(dialect.words())})
+        if (Result<> result = m_database.execute(statements); !result)
+            return result;
+    Result<> result = noteVersion(m_history.current());
+    return result ? m_database.execute(dialect.giveRights()) : result;
+}
+
+std::vector<std::string> OdbcSchema::ownTables() const {
+    const OdbcDialect& dialect = *m_database.dialect;
+    const std::string text = " VARCHAR(250) NOT NULL";
+    const std::string state = dialect.table(kStateTable);
+    return {
+        "CREATE TABLE " + state + " (id INTEGER PRIMARY KEY, application" + text +
+            ", version INTEGER NOT NULL, last_change BIGINT NOT NULL)",
+        "INSERT INTO " + state + " (id, application, version, last_change) VALUES (1, " +
+            dialect.text(kApplication) + ", " + std::to_string(m_history.current()) + ", 0)",
+        "CREATE TABLE " + dialect.table(kVersionTable) + " (version INTEGER PRIMARY KEY, made_by" + text +
+            ", made_at" + text + ")",
+        "CREATE TABLE " + dialect.table(kCommitTable) +
+            " (mark BIGINT PRIMARY KEY, sequence BIGINT NOT NULL, stored_by" + text + ", stored_at" + text +
+            ")",
+        "CREATE TABLE " + dialect.table(kChangeTable) + " (sequence BIGINT NOT NULL, style_table" + text +
+            ", row_key INTEGER NOT NULL, kind CHAR(1) NOT NULL)",
+        "CREATE INDEX dsdb_change_sequence ON " + dialect.table(kChangeTable) + " (sequence)",
+    };
+}
+
+Result<> OdbcSchema::noteVersion(int number) {
+    const OdbcDialect& dialect = *m_database.dialect;
+    return m_database.execute("INSERT INTO " + dialect.table(kVersionTable) +
+                              " (version, made_by, made_at) VALUES (" + std::to_string(number) + ", " +
+                              dialect.currentUser() + ", CURRENT_TIMESTAMP)");
+}
+
+Result<> OdbcSchema::upgrade(int& from) {
+    std::optional<std::int64_t> isMaintainer;
+    State state;
+    Result<> result = read(state);
+    from = state.version;
+    if (!result)
+        return result;
+    if (state.version > m_history.current())
+        return m_database.fault(eServerFault::kNewer, std::to_string(state.version));
+    result = m_database.queryInteger(m_database.dialect->may(eServerRole::kMaintainer), isMaintainer);
+    if (result && isMaintainer.value_or(0) == 0)
+        result = m_database.fault(eServerFault::kMayNotChange);
+    if (!result || state.version == m_history.current())
+        return result;
+    Transaction transaction(m_database);
+    result = transaction.begun();
+    if (result)
+        result = bringForward(from);
+    return result ? transaction.keep() : result;
+}
+
+// Raising the number of the last change first keeps all others out, and tells them afterwards.
+Result<> OdbcSchema::bringForward(int& from) {
+    const OdbcDialect& dialect = *m_database.dialect;
+    Result<> result = m_database.execute(
+        "UPDATE " + dialect.table(kStateTable) +
+        " SET last_change = last_change + 1, version = " + std::to_string(m_history.current()));
+    OdbcRows rows;
+    if (result)
+        result = m_database.failure(
+            m_database.connection.query("SELECT MAX(version) FROM " + dialect.table(kVersionTable), rows));
+    if (!result)
+        return result;
+    from = static_cast<int>(numberIn(rows.front().front())); // another maintainer may have been first
+    if (!dialect.useSchema().empty())
+        result = m_database.execute(dialect.useSchema());
+    for (const SchemaVersion& version : m_history.versions())
+        if (result && version.number > from)
+            result = addVersion(version.number);
+    return result ? m_database.execute(dialect.giveRights()) : result;
+}
+
+Result<> OdbcSchema::addVersion(int number) {
+    StoredColumns columns;
+    Result<> result = m_database.readColumns(columns);
+    if (result)
+        result = m_database.execute(m_history.additions(number, columns, m_database.dialect->words()));
+    for (const SchemaVersion& version : m_history.versions())
+        if (result && version.number == number)
+            result = m_database.execute(version.statements);
+    return result ? noteVersion(number) : result;
+}

@@ -1,0 +1,251 @@
+#include "data/store/odbc/OdbcStore.h"
+
+#include "base/KorAssert.h"
+#include "base/Translation.h"
+#include "data/store/odbc/OdbcTables.h"
+
+#include <random>
+#include <utility>
+
+namespace {
+
+std::uint32_t newMark() {
+    std::random_device random;
+    std::uint32_t mark = 0;
+    while (mark == 0)
+        mark = static_cast<std::uint32_t>(random());
+    return mark;
+}
+
+} // namespace
+
+OdbcStore::OdbcStore(ServerAddress address, OdbcLimits limits, const SchemaHistory& history)
+    : m_database(std::move(address), limits), m_schema(m_database, history), m_writer(m_database),
+      m_history(history) {}
+
+OdbcStore::~OdbcStore() {
+    endRead();
+    rollback();
+}
+
+OpenedServer OdbcStore::open(const ServerAddress& address, eMode mode, OdbcLimits limits,
+                             const SchemaHistory& history) {
+    auto store = std::unique_ptr<OdbcStore>(new OdbcStore(address, limits, history));
+    Result<> result = store->m_database.connect();
+    if (result)
+        result = store->look();
+    std::optional<std::int64_t> mayWrite = 0;
+    if (result && mode == eMode::kWrite)
+        result =
+            store->m_database.queryInteger(store->m_database.dialect->may(eServerRole::kEditor), mayWrite);
+    if (!result)
+        return {std::move(result)};
+    store->m_readOnly = mayWrite.value_or(0) == 0;
+    const bool isHindered = mode == eMode::kWrite && store->m_readOnly;
+    return {isHindered ? store->m_database.fault(eServerFault::kReadOnly) : Result<>(), std::move(store)};
+}
+
+// What the database is now is taken as known.
+Result<> OdbcStore::look() {
+    OdbcSchema::State state;
+    if (Result<> result = m_schema.read(state); !result)
+        return result;
+    if (state.version < m_history.current())
+        return m_database.fault(eServerFault::kOlder, std::to_string(state.version));
+    m_version = state.version;
+    m_knownChanges = othersChanges(state.lastChange);
+    m_database.forgetLayouts();
+    return {};
+}
+
+bool OdbcStore::isReadOnly() const {
+    return m_readOnly || m_version > m_history.current() || m_outcome == eOutcome::kUnknown;
+}
+
+std::string OdbcStore::whyTooNew() const {
+    return m_version > m_history.current()
+               ? m_database.fault(eServerFault::kNewer, std::to_string(m_version)).error
+               : std::string();
+}
+
+Result<> OdbcStore::readTable(const TableSchema& table, RowArray& rows, std::vector<ReadProblem>& problems) {
+    if (m_database.connection.isInTransaction())
+        return readOdbcTable(m_database, table, rows, problems);
+    std::int64_t state = 0;
+    Result<> result = beginRead(state);
+    if (result)
+        result = readOdbcTable(m_database, table, rows, problems);
+    endRead();
+    return result;
+}
+
+Result<> OdbcStore::beginRead(std::int64_t& state) {
+    OdbcError error;
+    m_isReading = !m_database.connection.isInTransaction();
+    if (m_isReading)
+        error = m_database.connection.begin();
+    if (m_isReading && !error && !m_database.dialect->oneState().empty())
+        error = m_database.connection.execute(m_database.dialect->oneState());
+    std::optional<std::int64_t> last;
+    Result<> result = m_database.failure(error);
+    if (result)
+        result = m_database.queryInteger(m_schema.lastChangeSql(), last);
+    if (!result) {
+        endRead();
+        return result;
+    }
+    state = othersChanges(last.value_or(0) - (m_sequence > 0 ? 1 : 0));
+    return {};
+}
+
+void OdbcStore::endRead() {
+    if (std::exchange(m_isReading, false) && m_database.connection.isInTransaction())
+        static_cast<void>(m_database.connection.end(false));
+}
+
+Result<> OdbcStore::begin() {
+    if (m_outcome == eOutcome::kUnknown)
+        return m_database.fault(eServerFault::kWaitsForOutcome);
+    if (m_version > m_history.current())
+        return {whyTooNew()};
+    if (m_readOnly)
+        return m_database.fault(eServerFault::kReadOnly);
+    Result<> result = m_database.failure(m_database.connection.begin());
+    if (result)
+        result = takeTurn();
+    if (!result)
+        rollback();
+    return result;
+}
+
+// Others wait from now on until this change is stored or taken back.
+Result<> OdbcStore::takeTurn() {
+    const std::string raise =
+        "UPDATE " + m_database.dialect->table(kStateTable) + " SET last_change = last_change + 1";
+    const std::string returning = m_database.dialect->returning("last_change");
+    std::optional<std::int64_t> last;
+    Result<> result = returning.empty() ? m_database.execute(raise) : Result<>();
+    if (result)
+        result =
+            m_database.queryInteger(returning.empty() ? m_schema.lastChangeSql() : raise + returning, last);
+    m_sequence = last.value_or(0);
+    m_mark = newMark();
+    m_outcome = eOutcome::kNotStored;
+    return result;
+}
+
+Result<> OdbcStore::apply(const TableChange& change, std::vector<StoreConflict>& conflicts) {
+    if (!KorAssert::check(m_sequence > 0, "changes are applied in a transaction"))
+        return m_database.failure({OdbcError::eKind::kOther, translated("no transaction").toStdString()});
+    const std::size_t before = conflicts.size();
+    Result<> result = m_writer.apply(change, conflicts);
+    m_hasConflict |= conflicts.size() > before;
+    return result;
+}
+
+Result<> OdbcStore::commit() {
+    Result<> result;
+    if (!KorAssert::check(!m_hasConflict, "what conflicts is not committed"))
+        result = m_database.failure(
+            {OdbcError::eKind::kOther, translated("a part of the change was not applied").toStdString()});
+    if (result)
+        result = keep();
+    if (!result) {
+        rollback();
+        return result;
+    }
+    ++m_ownChanges;
+    m_sequence = 0;
+    m_writer.finish(true);
+    return {};
+}
+
+// Whether the change is stored, whatever became of the line. Where it breaks before COMMIT nothing is.
+Result<> OdbcStore::keep() {
+    std::vector<std::string> notes = m_writer.notes(m_sequence, m_mark);
+    if (m_database.dialect->takesSeveralStatements())
+        for (std::size_t i = notes.size(); i-- > 1; notes.pop_back())
+            notes.front() += "; " + notes[i];
+    if (Result<> result = m_database.execute(notes); !result)
+        return result;
+    const OdbcError error = m_database.connection.end(true);
+    if (!error)
+        return {};
+    findOutcome();
+    if (m_outcome == eOutcome::kStored)
+        return {};
+    return m_outcome == eOutcome::kUnknown ? m_database.fault(eServerFault::kUnknownOutcome)
+                                           : m_database.failure(error);
+}
+
+// Nobody but the transaction in question has this mark: where it can be stored once more that one was taken
+// back, and can never be kept any more; where it cannot, it was kept. As long as it is open the answer waits.
+void OdbcStore::findOutcome() {
+    m_outcome = eOutcome::kUnknown;
+    if (!m_database.connect())
+        return;
+    OdbcError error = m_database.connection.begin();
+    if (!error)
+        error = m_database.connection.execute(m_writer.fence(m_mark));
+    if (error.kind == OdbcError::eKind::kKeyTaken)
+        m_outcome = eOutcome::kStored;
+    if (!m_database.connection.isOpen())
+        return;
+    if (!m_database.connection.end(!error) && !error)
+        m_outcome = eOutcome::kNotStored;
+}
+
+bool OdbcStore::holdsMark(std::uint32_t mark) {
+    std::optional<std::int64_t> sequence;
+    return m_database.queryInteger("SELECT sequence FROM " + m_database.dialect->table(kCommitTable) +
+                                       " WHERE mark = " + std::to_string(mark),
+                                   sequence) &&
+           sequence.value_or(0) > 0;
+}
+
+void OdbcStore::rollback() {
+    m_writer.finish(false);
+    m_hasConflict = false;
+    m_sequence = 0;
+    if (m_database.connection.isInTransaction() && !m_isReading)
+        static_cast<void>(m_database.connection.end(false));
+}
+
+bool OdbcStore::changedOutside() {
+    if (!m_database.connection.isOpen())
+        return true;
+    if (m_isReading)
+        return false;
+    OdbcRows rows;
+    const OdbcError error = m_database.connection.glance(m_schema.lastChangeSql(), rows);
+    if (error.kind == OdbcError::eKind::kBusy)
+        return false;
+    if (error || rows.empty())
+        return true;
+    const std::int64_t last = std::stoll(rows.front().front().value_or("0"));
+    return othersChanges(last - (m_sequence > 0 ? 1 : 0)) != m_knownChanges;
+}
+
+Result<> OdbcStore::reopen() {
+    endRead();
+    rollback();
+    if (m_outcome == eOutcome::kUnknown)
+        findOutcome();
+    Result<> result;
+    if (m_outcome == eOutcome::kUnknown)
+        result = m_database.fault(eServerFault::kWaitsForOutcome);
+    else if (!m_database.connection.isOpen())
+        result = m_database.connect();
+    if (result)
+        result = look();
+    if (!result)
+        m_database.connection.close();
+    return result;
+}
+
+void OdbcStore::acknowledge() {
+    std::optional<std::int64_t> last;
+    if (m_database.queryInteger(m_schema.lastChangeSql(), last) && last)
+        m_knownChanges = othersChanges(*last);
+    m_database.forgetLayouts();
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "data/store/odbc/OdbcSchema.h"
+#include "data/store/odbc/OdbcWriter.h"
+
+class OdbcStore;
+
+/// What came of opening a database on a server. A failure with a store says why it may only be read although
+/// writing was asked for.
+struct OpenedServer : Result<> {
+    std::unique_ptr<OdbcStore> store = {}; ///< null when it cannot be used
+};
+
+/// A style database on a server, by its ODBC driver. Several programs work on it at once: each commit raises
+/// the number of the last change in its transaction, by which the others see that something changed, and
+/// leaves a mark, by which it finds out after a broken line whether it took place.
+class OdbcStore final : public StyleStore {
+public:
+    enum class eMode { kRead, kWrite };
+
+    static OpenedServer open(const ServerAddress& address, eMode mode, OdbcLimits limits = {},
+                             const SchemaHistory& history = SchemaHistory::own());
+    ~OdbcStore() override;
+
+    const std::string& name() const override { return m_database.name(); }
+    bool isReadOnly() const override;
+    std::string whyTooNew() const override;
+    Result<> readTable(const TableSchema& table, RowArray& rows, std::vector<ReadProblem>& problems) override;
+    Result<> beginRead(std::int64_t& state) override;
+    void endRead() override;
+    std::vector<std::string> integrityFindings() override { return {}; }
+    Result<> begin() override;
+    Result<> apply(const TableChange& change, std::vector<StoreConflict>& conflicts) override;
+    std::uint32_t markOfChange() override { return m_mark; }
+    bool holdsMark(std::uint32_t mark) override;
+    Result<> commit() override;
+    eOutcome outcome() const override { return m_outcome; }
+    void rollback() override;
+    bool changedOutside() override;
+    Result<> reopen() override;
+    void acknowledge() override;
+
+private:
+    OdbcStore(ServerAddress address, OdbcLimits limits, const SchemaHistory& history);
+
+    Result<> look();
+    Result<> takeTurn();
+    Result<> keep();
+    void findOutcome();
+    std::int64_t othersChanges(std::int64_t lastChange) const { return lastChange - m_ownChanges; }
+
+    OdbcDatabase m_database;
+    OdbcSchema m_schema;
+    OdbcWriter m_writer;
+    const SchemaHistory& m_history;
+    int m_version = 0;
+    bool m_readOnly = true;
+    bool m_isReading = false;        ///< the open transaction is one of `beginRead`
+    bool m_hasConflict = false;      ///< in the open transaction
+    std::int64_t m_sequence = 0;     ///< of the open transaction; 0 where none writes
+    std::uint32_t m_mark = 0;        ///< of the open transaction, or of the one whose outcome is not known
+    std::int64_t m_ownChanges = 0;   ///< that this store committed
+    std::int64_t m_knownChanges = 0; ///< of others
+    eOutcome m_outcome = eOutcome::kNotStored;
+};

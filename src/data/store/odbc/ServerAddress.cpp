@@ -1,0 +1,73 @@
+#include "data/store/odbc/ServerAddress.h"
+
+#include "base/Translation.h"
+#include "data/store/DatabaseName.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+struct Entry {
+    std::string key; // as it is written
+    std::string value;
+    std::string lowered() const { return KorString(key).lowered().toStdString(); }
+};
+
+// Values in braces may hold semicolons.
+std::vector<Entry> entriesOf(const std::string& text) {
+    std::vector<Entry> entries;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t equals = text.find('=', at);
+        if (equals == std::string::npos)
+            break;
+        const bool isBraced = equals + 1 < text.size() && text[equals + 1] == '{';
+        const std::size_t closing = isBraced ? text.find('}', equals) : equals;
+        const std::size_t end =
+            std::min(closing == std::string::npos ? closing : text.find(';', closing), text.size());
+        entries.push_back({KorString(text.substr(at, equals - at)).trimmed().toStdString(),
+                           KorString(text.substr(equals + 1, end - equals - 1)).trimmed().toStdString()});
+        at = end + 1;
+    }
+    return entries;
+}
+
+bool isSecret(const std::string& key) {
+    return key == "pwd" || key == "password";
+}
+
+} // namespace
+
+Result<ServerAddress> ServerAddress::parse(const std::string& text, const std::string& origin) {
+    ServerAddress address{{}, kUsualSchema, {}};
+    std::string server;
+    std::string database;
+    for (const Entry& entry : entriesOf(text)) {
+        const std::string key = entry.lowered();
+        if (isSecret(key))
+            return Result<>::failure(KorString::format(
+                translated(
+                    "A password must not stand in %s, where others can read it; put it into the driver's "
+                    "password file or environment."),
+                {origin}));
+        if (key == "schema") {
+            address.schema = entry.value;
+            continue;
+        }
+        if (key == "server" || key == "servername" || key == "dsn")
+            server = entry.value;
+        else if (key == "database")
+            database = entry.value;
+        address.connection += entry.key + "=" + entry.value + ";";
+    }
+    if ((server.empty() && database.empty()) || address.schema.empty())
+        return Result<>::failure(
+            KorString::format(translated("The connection \"%s\" in %s names no server; write it as "
+                                         "Driver=...;Server=...;Database=...;Schema=...."),
+                              {text, origin}));
+    address.name = std::string(kServerPrefix) + server;
+    for (const std::string& part : {database, address.schema})
+        if (!part.empty())
+            address.name += (address.name == kServerPrefix ? "" : "/") + part;
+    return address;
+}

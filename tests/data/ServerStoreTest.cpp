@@ -1,0 +1,199 @@
+#include "StoreEngines.h"
+#include "data/StyleDatabases.h"
+#include "support/LineProxy.h"
+
+#include <cmath>
+#include <cstring>
+
+// What only a database on a server can do: be elsewhere, let people in with different rights, and be cut off.
+
+namespace {
+
+using View = StructDetViewRequest;
+using Outcome = StyleStore::eOutcome;
+using Trouble = LineProxy::eTrouble;
+
+class ServerStore : public testing::Test {
+protected:
+    void SetUp() override { m_engine.make(3); }
+
+    ServerAddress address(const std::string& connection) {
+        Result<ServerAddress> parsed = ServerAddress::parse(connection, "a test");
+        EXPECT_EQ(parsed.error, "");
+        return parsed.value;
+    }
+    /// By the line in which something goes wrong. Nothing is waited for long.
+    std::unique_ptr<OdbcStore> openBy(const LineProxy& line) {
+        using namespace std::chrono_literals;
+        OpenedServer opened = OdbcStore::open(address(DatabaseServer::connectionBy(line.folder(), m_schema)),
+                                              OdbcStore::eMode::kWrite, {2000ms, 300ms});
+        EXPECT_EQ(opened.error, "");
+        return std::move(opened.store);
+    }
+    /// A cell, a new row and a deleted one: "" where nothing of it is stored, "all" where all is.
+    std::string stored() {
+        auto rows = rowsOf<View>(*m_engine.open(true));
+        const View* first = static_cast<View*>(rows.find(1));
+        const int parts = (first->scale == 99) + (rows.find(3) == nullptr) + (rows.find(9) != nullptr);
+        return parts == 0 ? "" : parts == 3 ? "all" : "a part";
+    }
+    Result<> changeAll(StyleStore& store) {
+        auto rows = rowsOf<View>(*m_engine.open(true));
+        Rows<View> added;
+        added.append().key = 9;
+        TableChange change = ofViews({newScale(1, static_cast<View*>(rows.find(1))->scale, 99)});
+        change.deleted = {rows.find(3)};
+        change.appended = {&added.at(0)};
+        std::vector<StoreConflict> conflicts;
+        Result<> result = applyTo(store, change, conflicts);
+        EXPECT_TRUE(conflicts.empty());
+        return result;
+    }
+    void putBack() {
+        m_engine.run("DELETE FROM view_request WHERE key = 9; DELETE FROM view_request WHERE key = 3;"
+                     "INSERT INTO view_request (key, name) VALUES (3, 'Front view 3');"
+                     "UPDATE view_request SET scale = 11 WHERE key = 1");
+    }
+
+    DatabaseServer& m_server = DatabaseServer::instance();
+    std::string m_schema = m_server.newSchema();
+    OdbcEngine m_engine{m_server.connection(m_schema), true};
+};
+
+} // namespace
+
+TEST_F(ServerStore, KeepsEveryBitOfNumbersAndEveryCharacterOfTexts) {
+    const double numbers[] = {-0.0, 0.1 + 0.2, 5e-324, 1.7976931348623157e308, -1.0 / 3, 123456789012345678.0,
+                              1e22};
+    std::string text = "'; DROP TABLE \"x\" -- \\ {fn now()} ? %s \n\r\t\u00df\u6f22\U0001F600";
+    Rows<View> rows;
+    for (const double number : numbers) {
+        View& view = rows.append();
+        view.key = 10 + rows.size();
+        view.scale = number;
+        view.calloutTitleTemplate = view.name = KorString(text);
+        text += text; // the last ones are longer than any room for them
+    }
+    std::vector<StoreConflict> conflicts;
+    ASSERT_EQ(applyTo(*m_engine.open(false), appending(rows), conflicts).error, "");
+    std::vector<ReadProblem> ranges;
+    auto read = rowsOf<View>(*m_engine.open(true), &ranges);
+    for (int i = 0; i < rows.size(); ++i) {
+        const auto* view = static_cast<View*>(read.find(rows.at(i).key));
+        ASSERT_NE(view, nullptr);
+        EXPECT_EQ(std::memcmp(&view->scale, &rows.at(i).scale, sizeof(double)), 0) << rows.at(i).scale;
+        EXPECT_EQ(*view, rows.at(i));
+    }
+    EXPECT_EQ(rowsOf<View>(*m_engine.open(true), &ranges).size(), 10);
+}
+
+TEST_F(ServerStore, EachReasonForNotOpeningHasItsSentence) {
+    const std::string good = m_server.connection(m_schema);
+    const auto with = [&](const std::string& what, const std::string& instead) {
+        std::string text = good;
+        return text.replace(text.find(what), what.size(), instead);
+    };
+    m_engine.run("CREATE ROLE stranger LOGIN; CREATE ROLE \"" + m_schema + "_guest\" LOGIN IN ROLE \"" +
+                 m_schema + "_reader\"");
+    const std::pair<std::string, const char*> cases[] = {
+        {with("PostgreSQL Unicode", "Nosuch"), "driver is missing"},
+        {with("Server=/", "Server=/nowhere/"), "cannot be reached"},
+        {with("UID=office", "UID=nobody"), "does not let you in"},
+        {with("Database=postgres", "Database=other"), "no such database"},
+        {with("Schema=", "Schema=no_"), "no styles in the schema"},
+        {with("UID=office", "UID=stranger"), "no right"},
+    };
+    for (const auto& [connection, phrase] : cases) {
+        const OpenedServer opened = OdbcStore::open(address(connection), OdbcStore::eMode::kWrite);
+        EXPECT_EQ(opened.store, nullptr) << phrase;
+        EXPECT_TRUE(mentions(opened.error, phrase)) << opened.error;
+    }
+    for (const char* refused : {"Server=x;PWD=secret", "Driver=x;Schema=y"})
+        EXPECT_FALSE(mentions(ServerAddress::parse(refused, "here").error, "secret") ||
+                     ServerAddress::parse(refused, "here").ok());
+
+    const OpenedServer guest =
+        OdbcStore::open(address(with("UID=office", "UID=" + m_schema + "_guest")), OdbcStore::eMode::kWrite);
+    ASSERT_NE(guest.store, nullptr) << guest.error;
+    EXPECT_TRUE(mentions(guest.error, "not change it") && guest.store->isReadOnly());
+    EXPECT_EQ(rowsOf<View>(*guest.store).size(), 3);
+    m_engine.run("UPDATE dsdb_state SET version = 99");
+    const auto newer = OdbcStore::open(address(good), OdbcStore::eMode::kWrite);
+    EXPECT_TRUE(newer.store && newer.store->isReadOnly() && mentions(newer.store->whyTooNew(), "newer"));
+    EXPECT_TRUE(mentions(newer.store->begin().error, "newer"));
+    m_engine.run("UPDATE dsdb_state SET version = 0");
+    EXPECT_TRUE(mentions(OdbcStore::open(address(good), OdbcStore::eMode::kRead).error, "server upgrade"));
+}
+
+// At each request of a commit, and whether or not the server can be reached again at once.
+TEST_F(ServerStore, ABrokenLineIsNeverTakenForTheOtherOutcome) {
+    int unknown = 0;
+    int kept = 0;
+    constexpr std::pair<Trouble, bool> kTroubles[] = {
+        {Trouble::kCutBefore, false}, {Trouble::kCutBefore, true},    {Trouble::kCutAfter, false},
+        {Trouble::kCutAfter, true},   {Trouble::kFreezeBefore, true}, {Trouble::kFreezeAfter, false}};
+    for (const auto& [trouble, stays] : kTroubles)
+        for (int request = 1; !HasFailure(); ++request) {
+            SCOPED_TRACE(testing::Message() << int(trouble) << stays << " at request " << request);
+            LineProxy line(m_server.socket());
+            const auto store = openBy(line);
+            line.strikeAt(request, trouble, stays);
+            const Result<> result = changeAll(*store);
+            if (!line.hasStruck()) {
+                ASSERT_EQ(result.error, "");
+                ASSERT_GT(request, 3);
+                putBack();
+                break;
+            }
+            const bool isUnknown = store->outcome() == Outcome::kUnknown;
+            EXPECT_EQ(isUnknown, mentions(result.error, "not known"));
+            EXPECT_TRUE(!isUnknown || store->isReadOnly());
+            line.mend();
+            ASSERT_EQ(store->reopen().error, "");
+            EXPECT_FALSE(store->isReadOnly());
+            const bool isStored = isUnknown ? store->outcome() == Outcome::kStored : result.ok();
+            EXPECT_EQ(stored(), isStored ? "all" : "");
+            unknown += isUnknown;
+            kept += isStored;
+            if (isStored)
+                putBack();
+            else
+                EXPECT_EQ(changeAll(*store).error, "") << "the line is good again";
+            putBack();
+        }
+    EXPECT_GT(unknown, 2);
+    EXPECT_GT(kept, 2);
+}
+
+TEST_F(ServerStore, WhatTurnsOutToBeStoredIsNotPendingAnyMoreAndTheRestStays) {
+    for (const auto trouble : {Trouble::kCutBefore, Trouble::kCutAfter}) {
+        LineProxy line(m_server.socket());
+        StyleDatabases databases;
+        const SourceId user = SourceId::user();
+        databases.addSource(user, openBy(line));
+        databases.setCurrentSource(user);
+        ASSERT_EQ(databases.setCell(kTableViewRequest, KorOdbcKey(1), 10, 44.0), WriteResult::kWritten);
+        for (int request = 1; databases.pending().hasPending(user); ++request) {
+            line.strikeAt(request, trouble, true);
+            databases.keepTable(kTableViewRequest);
+            EXPECT_TRUE(line.hasStruck());
+            EXPECT_TRUE(databases.pending().hasPending(user)) << "until it is known";
+            const bool isUnknown = databases.source(user)->store().outcome() == Outcome::kUnknown;
+            EXPECT_NE(databases.isEditable(user), isUnknown);
+            EXPECT_NE(databases.refreshChanged().at(0).error, "") << "there is no server";
+            EXPECT_EQ(static_cast<const View*>(databases.here()->table(kTableViewRequest).find(KorOdbcKey(1)))
+                          ->scale,
+                      44.0);
+            line.mend();
+            const auto changes = databases.refreshChanged();
+            ASSERT_EQ(changes.at(0).error, "");
+            EXPECT_TRUE(databases.isEditable(user));
+            const double now = static_cast<View*>(rowsOf<View>(*m_engine.open(true)).find(1))->scale;
+            EXPECT_EQ(databases.pending().hasPending(user), now != 44.0);
+            EXPECT_EQ(changes[0].wasStored, isUnknown && now == 44.0);
+            if (isUnknown && now != 44.0)
+                break;
+        }
+        m_engine.run("UPDATE view_request SET scale = 11 WHERE key = 1");
+    }
+}

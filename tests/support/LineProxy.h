@@ -1,0 +1,48 @@
+#pragma once
+
+#include "support/TempFolder.h"
+
+#include <atomic>
+#include <list>
+#include <thread>
+
+/// A line to the socket of a server, by a socket in a folder of its own, with which something goes wrong at a
+/// request of the client's.
+class LineProxy {
+public:
+    enum class eTrouble {
+        kNone,
+        kCutBefore,    ///< the line breaks before the server gets the request
+        kCutAfter,     ///< after the server has answered, before the client gets the answer
+        kFreezeBefore, ///< the server does not get the request, and nobody is told
+        kFreezeAfter,  ///< the client does not get the answer, and nobody is told
+    };
+
+    explicit LineProxy(std::string server);
+    ~LineProxy();
+    LineProxy(const LineProxy&) = delete;
+    LineProxy& operator=(const LineProxy&) = delete;
+
+    const std::filesystem::path& folder() const { return m_folder.path(); }
+    /// At the n-th request from now on. Where `stays` new lines are refused from then on.
+    void strikeAt(int request, eTrouble trouble, bool stays);
+    bool hasStruck() const { return m_left < 0; }
+    /// New lines are good again, and frozen ones break.
+    void mend();
+
+private:
+    void accept();
+    void serve(int client);
+    bool answer(int client, int server);
+
+    std::string m_server;
+    TempFolder m_folder;
+    int m_listener = -1;
+    std::atomic<int> m_left = 0; ///< requests until it strikes; -1 afterwards
+    std::atomic<eTrouble> m_trouble = eTrouble::kNone;
+    std::atomic<bool> m_stays = false;
+    std::atomic<int> m_generation = 0; ///< of lines: raised when frozen ones are to break
+    std::atomic<bool> m_ends = false;
+    std::list<std::thread> m_lines;
+    std::thread m_accepting;
+};
