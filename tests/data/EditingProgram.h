@@ -3,6 +3,7 @@
 #include "data/StyleDatabases.h"
 #include "data/check/ConsistencyCheck.h"
 #include "data/exchange/MasterNumbers.h"
+#include "data/store/SqliteStore.h"
 #include "records/TableDeclarations.h"
 
 #include <gtest/gtest.h>
@@ -14,12 +15,14 @@
 class EditingProgram {
 public:
     explicit EditingProgram(StyleDatabases& databases) : m_databases(databases) {}
-    /// Another program at work on the file.
-    explicit EditingProgram(const std::string& file)
+    /// Another program at work on a database.
+    explicit EditingProgram(std::unique_ptr<StyleStore> store)
         : m_own(std::make_unique<StyleDatabases>()), m_databases(*m_own) {
-        EXPECT_EQ(m_databases.openFile(SourceId::user(), file, false).error, "");
+        m_databases.addSource(SourceId::user(), std::move(store));
         m_databases.setCurrentSource(SourceId::user());
     }
+    explicit EditingProgram(const std::string& file)
+        : EditingProgram(SqliteStore::open(file, SqliteStore::eMode::kWrite).store) {}
 
     StyleDatabases& databases() { return m_databases; }
     StyleTable& table(eTableType type) { return m_databases.here()->table(type); }

@@ -1,10 +1,10 @@
 #include "EditingProgram.h"
+#include "StoreEngines.h"
 
+#include "data/exchange/CopiedDatabase.h"
 #include "data/text/SampleData.h"
-#include "support/TempFolder.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <functional>
 #include <random>
 
@@ -124,12 +124,24 @@ private:
     int m_last = 0;
 };
 
-class RandomReplay : public testing::TestWithParam<bool> {
+/// In a file, or on a server; mine wins, or theirs.
+class RandomReplay : public testing::TestWithParam<std::tuple<const char*, bool>> {
 protected:
     RandomReplay() { EXPECT_EQ(buildSampleData(SOURCE_DIR "/resources", m_folder.file("")).error, ""); }
     std::string file() const { return m_folder.file("user.dsdb"); }
+    /// A new database with what the file holds.
+    void begin() {
+        m_databases.closeSource(SourceId::user());
+        m_engine = StoreEngine::of(std::get<0>(GetParam()));
+        m_engine->make(0);
+        const auto from = SqliteStore::open(file(), SqliteStore::eMode::kRead).store;
+        const auto to = m_engine->open(false);
+        ASSERT_EQ(to->begin().error, "");
+        ASSERT_EQ(CopiedDatabase::copy(*from, *to, [](const TableSchema&, int) {}).error, "");
+        ASSERT_EQ(to->commit().error, "");
+    }
     void open() {
-        EXPECT_EQ(m_databases.openFile(SourceId::user(), file(), false).error, "");
+        m_databases.addSource(SourceId::user(), m_engine->open(false));
         m_databases.setCurrentSource(SourceId::user());
     }
     /// Keeps all of this program's that can be kept.
@@ -166,6 +178,7 @@ protected:
     }
 
     TempFolder m_folder;
+    std::unique_ptr<StoreEngine> m_engine;
     StyleDatabases m_databases;
 };
 
@@ -178,20 +191,17 @@ TEST_P(RandomReplay, LeavesASoundDatabaseWhateverBothDidAndWhoeverWins) {
             before.copyStyle("HB post 1:15", name);
         ASSERT_TRUE(before.commit());
     }
-    const std::string start = m_folder.file("start");
-    std::filesystem::copy_file(file(), start);
     std::size_t found = 0;
     for (unsigned seed = 1; seed <= 20 && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
-        m_databases.closeSource(SourceId::user());
-        std::filesystem::copy_file(start, file(), std::filesystem::copy_options::overwrite_existing);
+        begin();
         open();
         const auto odd = EditingProgram::oddities(m_databases);
         ASSERT_EQ(mastersOfOtherNames(m_databases), 0);
         EditingProgram mine(m_databases);
         RandomEditor(mine, seed, "Mine ").work(20);
         {
-            EditingProgram other(file());
+            EditingProgram other(m_engine->open(false));
             RandomEditor(other, seed + 1000, "Theirs ").work(20);
             ASSERT_TRUE(other.commit());
         }
@@ -199,7 +209,7 @@ TEST_P(RandomReplay, LeavesASoundDatabaseWhateverBothDidAndWhoeverWins) {
         ASSERT_EQ(changes.size(), 1u);
         ASSERT_EQ(changes[0].error, "");
         found += changes[0].conflicts.size();
-        if (GetParam())
+        if (std::get<1>(GetParam()))
             keepAll(changes[0].conflicts);
         else
             for (const OutsideConflict& conflict : changes[0].conflicts)
@@ -215,4 +225,5 @@ TEST_P(RandomReplay, LeavesASoundDatabaseWhateverBothDidAndWhoeverWins) {
     EXPECT_GT(found, 20u) << "they must get in each other's way";
 }
 
-INSTANTIATE_TEST_SUITE_P(WithMineAndTheirs, RandomReplay, testing::Bool());
+INSTANTIATE_TEST_SUITE_P(WithMineAndTheirs, RandomReplay,
+                         testing::Combine(testing::Values("file", "postgresql"), testing::Bool()));

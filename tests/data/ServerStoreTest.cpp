@@ -1,9 +1,11 @@
 #include "StoreEngines.h"
+#include "TomorrowsSchema.h"
 #include "data/StyleDatabases.h"
 #include "support/LineProxy.h"
 
-#include <cmath>
+#include <array>
 #include <cstring>
+#include <random>
 
 // What only a database on a server can do: be elsewhere, let people in with different rights, and be cut off.
 
@@ -108,7 +110,8 @@ TEST_F(ServerStore, EachReasonForNotOpeningHasItsSentence) {
         EXPECT_EQ(opened.store, nullptr) << phrase;
         EXPECT_TRUE(mentions(opened.error, phrase)) << opened.error;
     }
-    for (const char* refused : {"Server=x;PWD=secret", "Driver=x;Schema=y"})
+    for (const char* refused :
+         {"Server=x;PWD=secret", "Server=x;pqopt={password=secret}", "Driver=x;Schema=y"})
         EXPECT_FALSE(mentions(ServerAddress::parse(refused, "here").error, "secret") ||
                      ServerAddress::parse(refused, "here").ok());
 
@@ -123,6 +126,43 @@ TEST_F(ServerStore, EachReasonForNotOpeningHasItsSentence) {
     EXPECT_TRUE(mentions(newer.store->begin().error, "newer"));
     m_engine.run("UPDATE dsdb_state SET version = 0");
     EXPECT_TRUE(mentions(OdbcStore::open(address(good), OdbcStore::eMode::kRead).error, "server upgrade"));
+}
+
+TEST_F(ServerStore, AMaintainerBringsTheSchemaForwardOnce) {
+    using Lines = Rows<TomorrowsLinetype>;
+    const ServerAddress styles = m_engine.address();
+    m_engine.run("CREATE ROLE \"" + m_schema + "_anna\" LOGIN IN ROLE \"" + m_schema +
+                 "_editor\"; CREATE ROLE \"" + m_schema + "_keeper\" LOGIN IN ROLE \"" + m_schema +
+                 "_maintainer\"");
+    const auto upgradeAs = [&](const char* user, int& from) {
+        OdbcDatabase database(address(m_server.connection(m_schema, m_schema + user)), {});
+        Result<> result = database.connect();
+        return result ? OdbcSchema(database, tomorrowsHistory()).upgrade(from) : result;
+    };
+    int from = 0;
+    EXPECT_TRUE(mentions(upgradeAs("_anna", from).error, "Only a maintainer"));
+    EXPECT_EQ(upgradeAs("_keeper", from).error, "");
+    EXPECT_EQ(from, 1);
+    EXPECT_EQ(upgradeAs("_keeper", from).error, "");
+    EXPECT_EQ(from, 3);
+    const auto store = OdbcStore::open(address(m_server.connection(m_schema, m_schema + "_anna")),
+                                       OdbcStore::eMode::kWrite, {}, tomorrowsHistory())
+                           .store;
+    ASSERT_NE(store, nullptr);
+    std::vector<ReadProblem> problems;
+    Rows<StructPlate> plates;
+    ASSERT_EQ(store->readTable(tomorrowsTable(tableOf<StructPlate>), plates, problems).error, "");
+    EXPECT_TRUE(problems.empty());
+    ASSERT_EQ(plates.size(), 1);
+    EXPECT_EQ(plates.at(0).grade, "S235");
+    EXPECT_EQ(static_cast<View*>(rowsOf<View>(*store).find(1))->scale, 110) << "converted once";
+    Lines line;
+    line.append().key = 7;
+    std::vector<StoreConflict> conflicts;
+    EXPECT_EQ(applyTo(*store, {&tomorrowsTable(kTableLinetypes), {}, {&line.at(0)}, {}}, conflicts).error,
+              "");
+    const auto old = OdbcStore::open(styles, OdbcStore::eMode::kWrite).store;
+    EXPECT_TRUE(old && old->isReadOnly());
 }
 
 // At each request of a commit, and whether or not the server can be reached again at once.
@@ -196,4 +236,49 @@ TEST_F(ServerStore, WhatTurnsOutToBeStoredIsNotPendingAnyMoreAndTheRestStays) {
         }
         m_engine.run("UPDATE view_request SET scale = 11 WHERE key = 1");
     }
+}
+
+// What each editor believes may be old; what is stored follows from the order of the commits alone.
+TEST_F(ServerStore, EditorsWhoseLinesBreakAtRandomStoreWhatAnOrderOfTheirCommitsStores) {
+    std::mt19937 random(7);
+    const auto below = [&](unsigned count) { return static_cast<int>(random() % count); };
+    std::map<int, double> stored = {{1, 11}, {2, 12}, {3, 13}};
+    std::array<std::map<int, double>, 2> believed = {stored, stored};
+    LineProxy lines[] = {LineProxy(m_server.socket()), LineProxy(m_server.socket())};
+    const std::unique_ptr<OdbcStore> stores[] = {openBy(lines[0]), openBy(lines[1])};
+    std::map<std::string, int> met;
+    for (int step = 0; step < 120 && !HasFailure(); ++step) {
+        const auto who = static_cast<std::size_t>(below(2));
+        const int key = 1 + below(3);
+        const std::map<int, double> wanted = {{key, below(1000)}, {1 + key % 3, below(1000)}};
+        TableChange change = ofViews({});
+        bool isOld = false;
+        for (const auto& [each, value] : wanted) {
+            change.cells.push_back(newScale(each, believed[who][each], value));
+            isOld = isOld || believed[who][each] != stored[each];
+        }
+        if (below(4) == 0)
+            lines[who].strikeAt(1 + below(7), below(2) ? Trouble::kCutBefore : Trouble::kCutAfter,
+                                below(2) == 0);
+        std::vector<StoreConflict> conflicts;
+        bool isStored = applyTo(*stores[who], change, conflicts).ok() && conflicts.empty();
+        const bool hasStruck = lines[who].hasStruck();
+        lines[who].mend();
+        ASSERT_EQ(stores[who]->reopen().error, "");
+        isStored = isStored || stores[who]->outcome() == Outcome::kStored;
+        EXPECT_FALSE(isStored && isOld) << "an update was lost";
+        EXPECT_TRUE(isStored || isOld || hasStruck) << "nothing was in the way";
+        ++met[isStored ? "stored" : hasStruck ? "broken" : "conflicting"];
+        if (isStored)
+            for (const auto& [each, value] : wanted)
+                stored[each] = believed[who][each] = value;
+        else if (below(2))
+            for (auto rows = rowsOf<View>(*stores[who]); const auto& [each, value] : stored)
+                believed[who][each] = static_cast<View*>(rows.find(each))->scale;
+    }
+    const auto rows = rowsOf<View>(*m_engine.open(true));
+    for (const auto& [key, value] : stored)
+        EXPECT_EQ(static_cast<const View*>(rows.find(key))->scale, value) << key;
+    for (const char* outcome : {"stored", "broken", "conflicting"})
+        EXPECT_GT(met[outcome], 5) << outcome;
 }

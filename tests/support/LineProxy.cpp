@@ -84,6 +84,7 @@ void LineProxy::accept() {
 
 // Returns whether the line goes on.
 bool LineProxy::answer(int client, int server) {
+    ++m_requests;
     const bool strikes = m_left > 0 && --m_left == 0;
     if (!strikes)
         return pass(client, server);
@@ -97,7 +98,7 @@ bool LineProxy::answer(int client, int server) {
     m_left = -1;
     while ((trouble == eTrouble::kFreezeBefore || trouble == eTrouble::kFreezeAfter) && !m_ends &&
            generation == m_generation)
-        isReady(m_listener, 0), std::this_thread::yield();
+        ::poll(nullptr, 0, kTick);
     return false;
 }
 

@@ -26,6 +26,8 @@ public:
     const std::filesystem::path& folder() const { return m_folder.path(); }
     /// At the n-th request from now on. Where `stays` new lines are refused from then on.
     void strikeAt(int request, eTrouble trouble, bool stays);
+    /// How many there were so far.
+    int requests() const { return m_requests; }
     bool hasStruck() const { return m_left < 0; }
     /// New lines are good again, and frozen ones break.
     void mend();
@@ -38,6 +40,7 @@ private:
     std::string m_server;
     TempFolder m_folder;
     int m_listener = -1;
+    std::atomic<int> m_requests = 0;
     std::atomic<int> m_left = 0; ///< requests until it strikes; -1 afterwards
     std::atomic<eTrouble> m_trouble = eTrouble::kNone;
     std::atomic<bool> m_stays = false;

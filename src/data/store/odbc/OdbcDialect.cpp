@@ -70,7 +70,6 @@ public:
         const std::string owner = name(role(eServerRole::kMaintainer));
         sql.push_back("GRANT " + owner + " TO CURRENT_USER");
         sql.push_back("CREATE SCHEMA " + name(schema()) + " AUTHORIZATION " + owner);
-        sql.push_back("SET LOCAL ROLE " + owner);
         return sql;
     }
     std::vector<std::string> giveRights() const override {
@@ -85,7 +84,10 @@ public:
                 "REVOKE UPDATE, DELETE ON " + table(kChangeTable) + ", " + table(kCommitTable) + " FROM " +
                     editor};
     }
-    std::string useSchema() const override { return "SET LOCAL search_path = " + name(schema()); }
+    std::vector<std::string> asMaintainer() const override {
+        return {"SET LOCAL ROLE " + name(role(eServerRole::kMaintainer)),
+                "SET LOCAL search_path = " + name(schema())};
+    }
 
 protected:
     const char* textType() const override { return "TEXT"; }

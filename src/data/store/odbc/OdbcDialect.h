@@ -64,8 +64,9 @@ public:
     virtual std::string roles() const { return {}; }
     /// The role's name; empty where the engine has none.
     virtual std::string role(eServerRole) const { return {}; }
-    /// SQL that makes names without a schema those of the styles, until the transaction ends.
-    virtual std::string useSchema() const { return {}; }
+    /// SQL that lets what is made belong to the maintainers, and makes names without a schema those of the
+    /// styles, until the transaction ends.
+    virtual std::vector<std::string> asMaintainer() const { return {}; }
 
 protected:
     virtual const char* textType() const { return "VARCHAR(4000)"; }

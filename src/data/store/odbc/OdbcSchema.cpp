@@ -77,8 +77,8 @@ Result<> OdbcSchema::makeAll() {
         for (const auto& row : rows)
             roles.push_back(row.front().value_or(""));
     }
-    for (const auto& statements :
-         {dialect.makeSchema(roles), ownTables(), m_history.creation(dialect.words())})
+    for (const auto& statements : {dialect.makeSchema(roles), dialect.asMaintainer(), ownTables(),
+                                   m_history.creation(dialect.words())})
         if (Result<> result = m_database.execute(statements); !result)
             return result;
     Result<> result = noteVersion(m_history.current());
@@ -146,8 +146,7 @@ Result<> OdbcSchema::bringForward(int& from) {
     if (!result)
         return result;
     from = static_cast<int>(numberIn(rows.front().front())); // another maintainer may have been first
-    if (!dialect.useSchema().empty())
-        result = m_database.execute(dialect.useSchema());
+    result = m_database.execute(dialect.asMaintainer());
     for (const SchemaVersion& version : m_history.versions())
         if (result && version.number > from)
             result = addVersion(version.number);

@@ -106,6 +106,7 @@ void OdbcStore::endRead() {
 Result<> OdbcStore::begin() {
     if (m_outcome == eOutcome::kUnknown)
         return m_database.fault(eServerFault::kWaitsForOutcome);
+    m_outcome = eOutcome::kNotStored;
     if (m_version > m_history.current())
         return {whyTooNew()};
     if (m_readOnly)
@@ -130,7 +131,6 @@ Result<> OdbcStore::takeTurn() {
             m_database.queryInteger(returning.empty() ? m_schema.lastChangeSql() : raise + returning, last);
     m_sequence = last.value_or(0);
     m_mark = newMark();
-    m_outcome = eOutcome::kNotStored;
     return result;
 }
 

@@ -32,8 +32,12 @@ std::vector<Entry> entriesOf(const std::string& text) {
     return entries;
 }
 
-bool isSecret(const std::string& key) {
-    return key == "pwd" || key == "password";
+// Options of a driver can hold one, too.
+bool isSecret(const Entry& entry) {
+    const std::string key = entry.lowered();
+    const std::string value = KorString(entry.value).lowered().toStdString();
+    return key == "pwd" || key.find("password") != std::string::npos ||
+           value.find("password") != std::string::npos;
 }
 
 } // namespace
@@ -44,7 +48,7 @@ Result<ServerAddress> ServerAddress::parse(const std::string& text, const std::s
     std::string database;
     for (const Entry& entry : entriesOf(text)) {
         const std::string key = entry.lowered();
-        if (isSecret(key))
+        if (isSecret(entry))
             return Result<>::failure(KorString::format(
                 translated(
                     "A password must not stand in %s, where others can read it; put it into the driver's "
