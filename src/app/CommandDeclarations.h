@@ -36,6 +36,8 @@ void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp,
 
 /// The commands that change, make, copy, rename and delete records, and edit their lists.
 void declareChanges(CLI::App& app, Wanted& wanted);
+/// Those that look after databases on servers, and copy whole databases.
+void declareServers(CLI::App& app, Wanted& wanted);
 /// Commands that help does not list: packages and shells call them for the manual and for completion.
 void declareMachinery(CLI::App& app, Wanted& wanted);
 /// The versions of the program, of the schema and of the libraries, one a line.

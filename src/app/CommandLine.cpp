@@ -9,6 +9,7 @@
 #include "app/RequestCommand.h"
 #include "base/Translation.h"
 #include "base/Utf8.h"
+#include "data/store/DatabaseName.h"
 #include "data/store/LockWait.h"
 #include "services/KorHostReport.h"
 #include "session/DataFolder.h"
@@ -301,6 +302,7 @@ void declare(CLI::App& app, Wanted& wanted) {
     addCheck(app, wanted);
     addCompact(app, wanted);
     addSamples(app, wanted);
+    declareServers(app, wanted);
     declareMachinery(app, wanted);
     nameArguments(app);
 }
@@ -314,7 +316,9 @@ LockWait::Ask tellOfLocks() {
     return [told = std::set<std::string>()](const std::string& file, std::chrono::milliseconds) mutable {
         if (told.insert(file).second)
             Console::complain(KorString::format(
-                translated("Waiting for \"%s\", which another program has locked; Ctrl+C gives up."),
+                isServerName(file)
+                    ? translated("Waiting for an answer of \"%s\"; Ctrl+C gives up.")
+                    : translated("Waiting for \"%s\", which another program has locked; Ctrl+C gives up."),
                 {file}));
         return true;
     };

@@ -3,11 +3,16 @@
 #include "base/Translation.h"
 #include "data/StyleDatabases.h"
 #include "data/store/LeftDatabases.h"
+#include "data/store/odbc/OdbcStore.h"
 #include "data/text/TextForm.h"
 #include "services/AddInManager.h"
 #include "services/KOSettings.h"
 #include "services/KorHostReport.h"
 #include "services/KorResources.h"
+
+#include <algorithm>
+#include <iterator>
+#include <set>
 
 namespace fs = std::filesystem;
 
@@ -39,13 +44,7 @@ void DataFolder::open() {
                        "cannot be found from there; give --data a whole path."),
             {m_folder.string()}));
     } else if (fs::is_directory(m_folder, error)) {
-        takeReports();
-        AddInManager::getInstance().scan(m_folder);
-        m_complete = !takeReports();
-        openSource(SourceId::standard(), m_folder / "standard.dsdb");
-        for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
-            openSource(SourceId::addIn(addIn.id().number), addIn.database());
-        openUserDatabase(m_folder / "user.dsdb");
+        openSources();
     } else {
         m_complete = false;
         tell(KorString::format(
@@ -62,10 +61,55 @@ bool DataFolder::takeReports() {
     return !sentences.empty();
 }
 
-void DataFolder::openSource(SourceId id, const fs::path& file) {
+// Where it is not understood where databases are none is opened: changes would come into the wrong one.
+void DataFolder::openSources() {
+    const SourceSettings settings(m_folder);
+    takeReports();
+    AddInManager::getInstance().scan(m_folder, settings.sources());
+    m_complete = !takeReports();
+    if (!settings.problems().empty()) {
+        m_complete = false;
+        std::ranges::copy(settings.problems(), std::back_inserter(m_problems));
+        return;
+    }
+    tellOfUnknownSources(settings);
+    openSource(SourceId::standard(), settings.placeOf("standard", m_folder / "standard.dsdb"));
+    for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
+        openSource(SourceId::addIn(addIn.id().number),
+                   settings.placeOf(addIn.id().id.toStdString(), addIn.database()));
+    const SourceSettings::Place user = settings.placeOf("user", m_folder / "user.dsdb");
+    if (user.file.empty())
+        openSource(SourceId::user(), user);
+    else
+        openUserDatabase(user.file);
+}
+
+void DataFolder::tellOfUnknownSources(const SourceSettings& settings) {
+    std::set<std::string> known = {"standard", "user"};
+    for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
+        known.insert(KorString(addIn.id().id).lowered().toStdString());
+    for (const std::string& name : settings.sources())
+        if (!known.contains(name)) {
+            m_complete = false;
+            tell(KorString::format(
+                translated("The file \"%s\" names a source \"%s\", which there is not; correct its name."),
+                {(m_folder / "sources.ini").string(), name}));
+        }
+}
+
+void DataFolder::openSource(SourceId id, const SourceSettings::Place& place) {
     StyleDatabases& databases = StyleDatabases::current();
     const bool writable = databases.isOwnerMode() || id == SourceId::user();
-    const Result<> result = databases.openFile(id, file.string(), !writable);
+    Result<> result{place.error};
+    if (result && place.file.empty()) {
+        OpenedServer opened =
+            OdbcStore::open(place.server, writable ? OdbcStore::eMode::kWrite : OdbcStore::eMode::kRead);
+        result.error = opened.error;
+        if (opened.store)
+            databases.addSource(id, std::move(opened.store));
+    } else if (result) {
+        result = databases.openFile(id, place.file.string(), !writable);
+    }
     if (!result)
         tell(result.error);
     m_complete = m_complete && databases.source(id);
@@ -77,7 +121,7 @@ void DataFolder::openUserDatabase(const fs::path& file) {
     const Result<> made = isThere ? Result<>() : makeUserDatabase(file);
     removeLeftDatabases(m_folder.string());
     if (made || fs::exists(file, error)) { // another start may have made it meanwhile
-        openSource(SourceId::user(), file);
+        openSource(SourceId::user(), {file, {}, {}});
         return;
     }
     m_complete = false;

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "data/StyleDatabases.h"
+#include "session/SourceSettings.h"
 
 #include <filesystem>
 
 /// A data folder with its style databases: `standard.dsdb`, `user.dsdb`, and one `styles.dsdb` in each folder
-/// of `addins`. What cannot be used is left out and told, and the program goes on with the rest.
+/// of `addins`; or wherever `sources.ini` puts them. What cannot be used is left out and told, and the
+/// program goes on with the rest.
 class DataFolder {
 public:
     explicit DataFolder(std::filesystem::path folder) : m_folder(std::move(folder)) {}
@@ -26,7 +28,9 @@ public:
     bool isComplete() const { return m_complete; }
 
 private:
-    void openSource(SourceId id, const std::filesystem::path& file);
+    void openSources();
+    void openSource(SourceId id, const SourceSettings::Place& place);
+    void tellOfUnknownSources(const SourceSettings& settings);
     void openUserDatabase(const std::filesystem::path& file);
     void tell(const KorString& sentence) { m_problems.push_back(sentence); }
 

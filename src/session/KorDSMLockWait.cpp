@@ -1,5 +1,6 @@
 #include "session/KorDSMLockWait.h"
 
+#include "data/store/DatabaseName.h"
 #include "data/store/LockWait.h"
 
 KorDSMLockWait::Ask KorDSMLockWait::setAsk(Ask ask) {
@@ -8,6 +9,10 @@ KorDSMLockWait::Ask KorDSMLockWait::setAsk(Ask ask) {
 
 bool KorDSMLockWait::isWaiting() {
     return LockWait::isWaiting();
+}
+
+bool KorDSMLockWait::isServer(const std::string& file) {
+    return isServerName(file);
 }
 
 void KorDSMLockWait::nextCommand() {

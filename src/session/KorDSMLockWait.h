@@ -15,6 +15,8 @@ using Ask = std::function<bool(const std::string& file, std::chrono::millisecond
 Ask setAsk(Ask ask);
 /// Whether a database is being waited for, so that nothing else may use the databases.
 bool isWaiting();
+/// Whether what is waited for is an answer of a server, not the end of a lock.
+bool isServer(const std::string& file);
 /// The user began something new, for which a database is worth waiting for again.
 void nextCommand();
 

@@ -2,6 +2,7 @@
 
 #include "base/Translation.h"
 #include "data/pending/RecoveryWriter.h"
+#include "data/store/DatabaseName.h"
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/KOSettings.h"
@@ -33,7 +34,7 @@ void tellOfMissing(const RecoveryFile& lost) {
                 "the editor again when you may change the database, or delete the file."),
             {lost.file().string(), database}));
     for (const std::string& database : lost.missing())
-        if (!std::filesystem::exists(database, ignored))
+        if (!isServerName(database) && !std::filesystem::exists(database, ignored))
             KorHostReport::add(KorString::format(
                 translated(
                     "The file \"%s\" has changes of the database \"%s\", which is not there any more; put "

@@ -99,11 +99,13 @@ bool LockNotice::goOn(const std::string& file) {
 
 void LockNotice::show(const std::string& file) {
     const QString path = QString::fromStdString(file);
-    const QString name = path.section(u'/', -1);
+    const bool isServer = KorDSMLockWait::isServer(file);
+    const QString name = isServer ? path : path.section(u'/', -1);
     const QString shortened = m_sentence->fontMetrics().elidedText(name, Qt::ElideMiddle, kWidestName);
-    m_sentence->setText(toQt(
-        KorString::format(translated("Waiting for \"%s\", which another program has locked; Esc gives up."),
-                          {fromQt(shortened)})));
+    const KorString sentence =
+        isServer ? translated("Waiting for an answer of \"%s\"; Esc gives up.")
+                 : translated("Waiting for \"%s\", which another program has locked; Esc gives up.");
+    m_sentence->setText(toQt(KorString::format(sentence, {fromQt(shortened)})));
     m_sentence->setToolTip(path);
     m_bar->show();
 }

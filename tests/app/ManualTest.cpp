@@ -38,8 +38,8 @@ TEST_F(ManualTest, EveryCommandAndOptionStandsEverywhere) {
     EXPECT_TRUE(readme.contains(runBare({"manual", "table"}).output));
     const QString manual = runBare({"manual", "program"}).output.replace("\\-", "-");
     QList<QStringList> commands;
-    for (const QString& name : found(help({}).section("Subcommands:", 1), "^  ([a-z]+) ")) {
-        const QStringList below = found(help({name}).section("Subcommands:", 1), "^  ([a-z]+) ");
+    for (const QString& name : found(help({}).section("Subcommands:", 1), "^  ([a-z-]+) ")) {
+        const QStringList below = found(help({name}).section("Subcommands:", 1), "^  ([a-z-]+) ");
         EXPECT_TRUE(offered("detailstyles ").contains(name)) << name.toStdString();
         if (below.isEmpty())
             commands << QStringList{name};

@@ -1,19 +1,34 @@
 #include "SampleSession.h"
 
+#include "data/StoreEngines.h"
+#include "data/exchange/CopiedDatabase.h"
 #include "data/pending/RecoveryFile.h"
 #include "session/KorDSMCommit.h"
 #include "session/KorDSMEditedList.h"
-#include "support/OtherProgram.h"
 
 namespace {
 
 // What the host is told after each way of leaving or applying, by value.
-class Commit : public SampleSession {
+class Commit : public SampleSession, public testing::WithParamInterface<const char*> {
 protected:
     Commit() {
         databases.setOwnerMode(true);
-        EXPECT_EQ(databases.openFile(SourceId::standard(), file("standard.dsdb"), false).error, "");
+        for (const auto& [id, name] :
+             {std::pair(SourceId::standard(), "standard.dsdb"), std::pair(SourceId::user(), "user.dsdb")}) {
+            engine = StoreEngine::of(GetParam());
+            engine->make(0);
+            const auto from = SqliteStore::open(file(name), SqliteStore::eMode::kRead).store;
+            const auto to = engine->open(false);
+            EXPECT_EQ(to->begin().error, "");
+            EXPECT_EQ(CopiedDatabase::copy(*from, *to, [](const TableSchema&, int) {}).error, "");
+            EXPECT_EQ(to->commit().error, "");
+            databases.addSource(id, engine->open(false));
+            engines.push_back(engine);
+        }
     }
+    /// Another program on the User database.
+    void others(const char* sql) { engine->run(sql); }
+
     static void clearFlags() {
         KorOdbcMan::m_DSMReloadInfo = KorOdbcMan::m_DSMResetDetViewRequestCache = 0;
         KorOdbcCompactDetailsTables::m_bCompactPerformed = false;
@@ -28,6 +43,8 @@ protected:
         const KorOdbcKey key(databases.here()->table(kTableDetailStyle).rows().at(0).key);
         EXPECT_EQ(KorOdbcMan::setAttribute(kTableDetailStyle, key, 3, KorString(text), 0), 1);
     }
+    std::shared_ptr<StoreEngine> engine; ///< of the User database
+    std::vector<std::shared_ptr<StoreEngine>> engines;
     using Flags = std::pair<int, int>; ///< reload, drop the cache of view requests
 
     /// Counts the steps that would be brought back after a crash.
@@ -49,9 +66,12 @@ protected:
     };
 };
 
+INSTANTIATE_TEST_SUITE_P(Stores, Commit, testing::Values("file", "postgresql"),
+                         [](const auto& each) { return std::string(each.param); });
+
 } // namespace
 
-TEST_F(Commit, OkTellsTheHostToDropItsViewsOnlyWhereSomethingWasPending) {
+TEST_P(Commit, OkTellsTheHostToDropItsViewsOnlyWhereSomethingWasPending) {
     EXPECT_TRUE(KorDSMCommit::keepAndClose(false).ok());
     EXPECT_EQ(flags(), (Flags{1, 0}));
     EXPECT_EQ(structure.getUpdateStatus(), KorDSMDataStructure::kUpToDate);
@@ -68,7 +88,7 @@ TEST_F(Commit, OkTellsTheHostToDropItsViewsOnlyWhereSomethingWasPending) {
     EXPECT_FALSE(KorDSMDataStructure::m_bApplyWasPressed);
 }
 
-TEST_F(Commit, ApplyTellsAllAndCancelOnlyToReload) {
+TEST_P(Commit, ApplyTellsAllAndCancelOnlyToReload) {
     EXPECT_TRUE(KorDSMCommit::keepAndGoOn().ok());
     EXPECT_EQ(flags(), (Flags{1, 1}));
     EXPECT_TRUE(KorDSMDataStructure::m_bApplyWasPressed);
@@ -79,9 +99,9 @@ TEST_F(Commit, ApplyTellsAllAndCancelOnlyToReload) {
     EXPECT_TRUE(databases.pending().isEmpty());
 }
 
-TEST_F(Commit, TellsTheHostToReloadWhenOneSourceWasKeptAndAnotherNot) {
+TEST_P(Commit, TellsTheHostToReloadWhenOneSourceWasKeptAndAnotherNot) {
     change(SourceId::user(), "mine");
-    OtherProgram(file("user.dsdb")).run("UPDATE detail_style SET description = 'theirs'");
+    others("UPDATE detail_style SET description = 'theirs'");
     EXPECT_FALSE(KorDSMCommit::keepAndClose(true).ok());
     EXPECT_EQ(flags(), (Flags{0, 0})) << "nothing was stored";
     change(SourceId::standard(), "maker's");
@@ -91,9 +111,9 @@ TEST_F(Commit, TellsTheHostToReloadWhenOneSourceWasKeptAndAnotherNot) {
     EXPECT_TRUE(databases.pending().hasPending(SourceId::user()));
 }
 
-TEST_F(Commit, WhileTheUserChoosesNothingIsWrittenDownAndAfterwardsWhatWasChosen) {
+TEST_P(Commit, WhileTheUserChoosesNothingIsWrittenDownAndAfterwardsWhatWasChosen) {
     change(SourceId::user(), "mine");
-    OtherProgram(file("user.dsdb")).run("UPDATE detail_style SET description = 'theirs'");
+    others("UPDATE detail_style SET description = 'theirs'");
     const auto shown = [&] { return row<StructDetailStyle>(SourceId::user(), "HB post 1:15")->description; };
     std::size_t written = 0;
     auto observer = std::make_unique<Writer>(written);
@@ -123,7 +143,7 @@ TEST_F(Commit, WhileTheUserChoosesNothingIsWrittenDownAndAfterwardsWhatWasChosen
                          });
 }
 
-TEST_F(Commit, WhatWasMadeForAChangeThatIsDroppedGoesWithItAndNothingElse) {
+TEST_P(Commit, WhatWasMadeForAChangeThatIsDroppedGoesWithItAndNothingElse) {
     const auto style = [&] { return row<StructDetailStyle>(SourceId::user(), "HB post 1:15"); };
     const auto made = [&](const char* name) {
         return row<StructDetViewRequest>(SourceId::user(), name) != nullptr;
@@ -136,8 +156,7 @@ TEST_F(Commit, WhatWasMadeForAChangeThatIsDroppedGoesWithItAndNothingElse) {
         StructDetViewRequest apart;
         apart.name = isMine ? "Made apart" : "Made apart too";
         databases.append(kTableViewRequest, apart);
-        OtherProgram(file("user.dsdb"))
-            .run("UPDATE detail_style SET view_3 = view_2, view_2 = view_1 WHERE name = 'HB post 1:15'");
+        others("UPDATE detail_style SET view_3 = view_2, view_2 = view_1 WHERE name = 'HB post 1:15'");
         KorDSMCommit::settle(&KorDSMCommit::readChanged, [isMine](const auto& asked) {
             return isMine ? asked : std::vector<OutsideChange>();
         });

@@ -21,7 +21,7 @@ AddInManager& AddInManager::getInstance() {
     return EditorSession::currentPart<AddInManager>();
 }
 
-void AddInManager::scan(const fs::path& dataFolder) {
+void AddInManager::scan(const fs::path& dataFolder, const std::set<std::string>& elsewhere) {
     m_addIns.clear();
     const fs::path place = dataFolder / "addins";
     std::vector<fs::path> folders;
@@ -36,7 +36,7 @@ void AddInManager::scan(const fs::path& dataFolder) {
     for (const fs::path& folder : folders) {
         KorAddIn addIn;
         addIn.m_id = {folder.filename().string(), static_cast<int>(m_addIns.size())};
-        if (read(folder, addIn))
+        if (read(folder, addIn, elsewhere))
             m_addIns.push_back(std::move(addIn));
     }
 }
@@ -49,7 +49,8 @@ void AddInManager::addFile(const fs::path& database) {
     m_addIns.push_back(std::move(addIn));
 }
 
-bool AddInManager::read(const fs::path& folder, KorAddIn& addIn) const {
+bool AddInManager::read(const fs::path& folder, KorAddIn& addIn,
+                        const std::set<std::string>& elsewhere) const {
     std::vector<KorString> lines;
     if (!KorTextFile::readLines(folder / "addin.ini", lines)) {
         KorHostReport::add(kNoDescription, folder.string());
@@ -73,7 +74,8 @@ bool AddInManager::read(const fs::path& folder, KorAddIn& addIn) const {
     if (addIn.m_info.name.isEmpty())
         addIn.m_info.name = addIn.m_id.id;
     addIn.m_database = folder / "styles.dsdb";
-    if (fs::exists(addIn.m_database, ignored))
+    if (fs::exists(addIn.m_database, ignored) ||
+        elsewhere.contains(KorString(addIn.m_id.id).lowered().toStdString()))
         return true;
     // It would change a database that is put there anew.
     const std::string journal = addIn.m_database.string() + "-journal";

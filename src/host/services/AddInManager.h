@@ -4,6 +4,8 @@
 #include "base/KorArray.h"
 
 #include <filesystem>
+#include <set>
+#include <string>
 #include <vector>
 
 /// What an add-in says of itself for the country of the installation.
@@ -39,8 +41,9 @@ public:
     static AddInManager& getInstance();
 
     /// Looks for add-ins in the folder `addins` of a data folder. An add-in without its `addin.ini` or its
-    /// database is left out and reported.
-    void scan(const std::filesystem::path& dataFolder);
+    /// database is left out and reported, unless its name, in lower case, is among those whose database is
+    /// `elsewhere`.
+    void scan(const std::filesystem::path& dataFolder, const std::set<std::string>& elsewhere = {});
     /// Puts a style database that is no add-in behind them, under its file's name, until the next scan.
     void addFile(const std::filesystem::path& database);
     const std::vector<KorAddIn>& addIns() const { return m_addIns; }
@@ -50,7 +53,8 @@ public:
     KorString getCurrentInstalationFlag() const { return "icons/standard.svg"; }
 
 private:
-    bool read(const std::filesystem::path& folder, KorAddIn& addIn) const;
+    bool read(const std::filesystem::path& folder, KorAddIn& addIn,
+              const std::set<std::string>& elsewhere) const;
 
     std::vector<KorAddIn> m_addIns;
 };

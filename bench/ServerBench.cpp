@@ -1,0 +1,205 @@
+#include "GeneratedStandard.h"
+#include "Growth.h"
+
+#include "data/StyleDatabases.h"
+#include "data/exchange/CopiedDatabase.h"
+#include "data/store/odbc/OdbcLibrary.h"
+#include "data/store/odbc/OdbcStore.h"
+#include "session/KorDSMCommit.h"
+#include "support/DatabaseServer.h"
+#include "support/LineProxy.h"
+
+#include <benchmark/benchmark.h>
+
+// The generated Standard on a server of the benchmark's own, by a local socket.
+
+namespace {
+
+ServerAddress addressBy(const std::string& folder, const std::string& schema) {
+    return ServerAddress::parse(DatabaseServer::connectionBy(folder, schema), "a benchmark").value;
+}
+
+ServerAddress newDatabase() {
+    DatabaseServer& server = DatabaseServer::instance();
+    const std::string schema = server.newSchema();
+    ServerAddress address = ServerAddress::parse(server.connection(schema), "a benchmark").value;
+    OdbcDatabase database(address, {});
+    static_cast<void>(database.connect());
+    static_cast<void>(OdbcSchema(database).create());
+    return address;
+}
+
+// Returns the number of rows.
+int upload(const ServerAddress& address) {
+    const auto from = SqliteStore::open(GeneratedStandard::file(), SqliteStore::eMode::kRead).store;
+    const auto to = OdbcStore::open(address, OdbcStore::eMode::kWrite).store;
+    int all = 0;
+    Result<> result = to->begin();
+    if (result)
+        result = CopiedDatabase::copy(*from, *to, [&](const TableSchema&, int rows) { all += rows; });
+    if (result)
+        result = to->commit();
+    return result ? all : 0;
+}
+
+const ServerAddress& standard() {
+    static const ServerAddress address = [] {
+        ServerAddress made = newDatabase();
+        upload(made);
+        return made;
+    }();
+    return address;
+}
+
+void uploadRows(benchmark::State& state) {
+    int rows = 0;
+    for (auto run : state) {
+        state.PauseTiming();
+        const ServerAddress address = newDatabase();
+        state.ResumeTiming();
+        rows = upload(address);
+        if (rows == 0)
+            state.SkipWithError("nothing was uploaded");
+    }
+    state.counters["rows/s"] = benchmark::Counter(rows, benchmark::Counter::kIsIterationInvariantRate);
+}
+
+// What the driver needs to hand over all cells, of their own types, by blocks of rows.
+class RawFetch {
+public:
+    explicit RawFetch(const std::string& connection) : m_odbc(*OdbcLibrary::instance()) {
+        m_odbc.allocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &m_environment);
+        m_odbc.setEnvAttr(m_environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3),
+                          0);
+        m_odbc.allocHandle(SQL_HANDLE_DBC, m_environment, &m_connection);
+        m_odbc.driverConnect(m_connection, nullptr, text(connection), SQL_NTS, nullptr, 0, nullptr,
+                             SQL_DRIVER_NOPROMPT);
+    }
+    ~RawFetch() {
+        m_odbc.disconnect(m_connection);
+        m_odbc.freeHandle(SQL_HANDLE_DBC, m_connection);
+        m_odbc.freeHandle(SQL_HANDLE_ENV, m_environment);
+    }
+    RawFetch(const RawFetch&) = delete;
+    RawFetch& operator=(const RawFetch&) = delete;
+
+    std::size_t table(const std::string& schema, const TableSchema& table) {
+        constexpr std::size_t kRows = 512;
+        constexpr std::size_t kRoom = 256;
+        std::string sql = "SELECT key";
+        for (const Column& column : table.columns)
+            sql += ", \"" + column.name + "\"";
+        sql += " FROM " + schema + ".\"" + table.name + "\" ORDER BY key";
+        SQLHSTMT statement = SQL_NULL_HSTMT;
+        SQLULEN fetched = 0;
+        m_odbc.allocHandle(SQL_HANDLE_STMT, m_connection, &statement);
+        m_odbc.setStmtAttr(statement, SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(kRows), 0);
+        m_odbc.setStmtAttr(statement, SQL_ATTR_ROWS_FETCHED_PTR, &fetched, 0);
+        m_odbc.execDirect(statement, text(sql), SQL_NTS);
+        m_cells.resize(std::max(m_cells.size(), table.columns.size() + 1));
+        for (std::size_t i = 0; i <= table.columns.size(); ++i) {
+            const Column* column = i == 0 ? nullptr : &table.columns[i - 1];
+            const bool isText = column && column->isText();
+            const bool isReal = column && column->isReal();
+            m_cells[i].first.resize(kRows * kRoom);
+            m_cells[i].second.resize(kRows);
+            m_odbc.bindCol(statement, static_cast<SQLUSMALLINT>(i + 1),
+                           isText   ? SQL_C_CHAR
+                           : isReal ? SQL_C_DOUBLE
+                                    : SQL_C_SLONG,
+                           m_cells[i].first.data(), isText ? kRoom : 0, m_cells[i].second.data());
+        }
+        std::size_t rows = 0;
+        while (SQL_SUCCEEDED(m_odbc.fetch(statement)))
+            rows += fetched;
+        m_odbc.freeHandle(SQL_HANDLE_STMT, statement);
+        return rows;
+    }
+
+private:
+    static SQLCHAR* text(const std::string& text) {
+        return reinterpret_cast<SQLCHAR*>(const_cast<char*>(text.c_str()));
+    }
+
+    const OdbcLibrary& m_odbc;
+    SQLHENV m_environment = SQL_NULL_HENV;
+    SQLHDBC m_connection = SQL_NULL_HDBC;
+    std::vector<std::pair<std::vector<char>, std::vector<SQLLEN>>> m_cells;
+};
+
+void referenceFetch(benchmark::State& state) {
+    std::size_t rows = 0;
+    for (auto run : state) {
+        RawFetch fetch(standard().connection);
+        rows = 0;
+        for (const TableSchema& table : allTables())
+            rows += fetch.table(standard().schema, table);
+    }
+    state.counters["rows"] = static_cast<double>(rows);
+}
+
+void loadAll(benchmark::State& state) {
+    LineProxy line(DatabaseServer::instance().socket());
+    const ServerAddress address = addressBy(line.folder(), standard().schema);
+    int rows = 0;
+    int before = 0;
+    for (auto run : state) {
+        before = line.requests();
+        const auto store =
+            OdbcStore::open(state.range(0) ? address : standard(), OdbcStore::eMode::kRead).store;
+        std::int64_t ignored = 0;
+        std::vector<ReadProblem> problems;
+        rows = 0;
+        bool all = bool(store->beginRead(ignored));
+        for (const TableSchema& table : allTables()) {
+            const auto read = table.makeRows();
+            all = all && store->readTable(table, *read, problems);
+            rows += read->size();
+        }
+        store->endRead();
+        if (!all)
+            state.SkipWithError("not all was read");
+    }
+    state.counters["rows"] = rows;
+    if (state.range(0))
+        state.counters["round trips"] = line.requests() - before;
+}
+
+// A hundred cells of one column, and what another editor needs to see that something changed.
+void applyHundred(benchmark::State& state) {
+    LineProxy line(DatabaseServer::instance().socket());
+    StyleDatabases databases;
+    const SourceId user = SourceId::user();
+    databases.addSource(
+        user, OdbcStore::open(addressBy(line.folder(), standard().schema), OdbcStore::eMode::kWrite).store);
+    databases.setCurrentSource(user);
+    int round = 0;
+    int before = 0;
+    for (auto run : state) {
+        state.PauseTiming();
+        ++round;
+        for (int key = 1; key <= 100; ++key)
+            databases.setCell(kTableViewRequest, KorOdbcKey(key), 10, static_cast<double>(round + key));
+        before = line.requests();
+        state.ResumeTiming();
+        const StyleDatabases::CommitWalk walk(databases);
+        for (int table = 0; table < kNumberOfTableTypes; ++table)
+            if (!databases.keepTable(static_cast<eTableType>(table)))
+                state.SkipWithError("the changes were not kept");
+    }
+    state.counters["round trips"] = line.requests() - before;
+}
+
+} // namespace
+
+BENCHMARK(uploadRows)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(referenceFetch)->Unit(benchmark::kMillisecond)->MinTime(3);
+BENCHMARK(loadAll)->ArgName("counted")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->MinTime(3);
+BENCHMARK(applyHundred)->Unit(benchmark::kMillisecond)->MinTime(2);
+
+int main(int argc, char** argv) {
+    GeneratedStandard::takeScale(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,67 @@
+#include "app/Commands.h"
+#include "app/Console.h"
+#include "app/ServerOptions.h"
+#include "app/ServerPlace.h"
+#include "base/Translation.h"
+#include "data/exchange/CopiedDatabase.h"
+#include "data/store/SqliteStore.h"
+#include "data/store/odbc/OdbcStore.h"
+
+namespace {
+
+struct Opened : Result<> {
+    std::unique_ptr<StyleStore> store = {};
+};
+
+Opened openToRead(const SourceSettings::Place& place) {
+    if (!place.error.empty())
+        return {{place.error}};
+    if (place.file.empty()) {
+        OpenedServer opened = OdbcStore::open(place.server, OdbcStore::eMode::kRead);
+        return {{opened.error}, std::move(opened.store)};
+    }
+    OpenedStore opened =
+        SqliteStore::open(place.file.string(), SqliteStore::eMode::kRead, SqliteStore::eCheck::kFull);
+    return {{opened.error}, std::move(opened.store)};
+}
+
+Result<> copyToServer(StyleStore& from, const ServerAddress& address,
+                      const CopiedDatabase::Progress& progress) {
+    OpenedServer to = OdbcStore::open(address, OdbcStore::eMode::kWrite);
+    if (!to.ok())
+        return {to.error};
+    Result<> result = to.store->begin(); // from now on nobody else adds rows
+    if (result)
+        result = CopiedDatabase::refuseRows(*to.store);
+    if (result)
+        result = CopiedDatabase::copy(from, *to.store, progress);
+    if (result)
+        return to.store->commit();
+    to.store->rollback();
+    return result;
+}
+
+} // namespace
+
+int copyDatabaseCommand(DataFolder& folder, const CopyDatabaseOptions& options) {
+    const Opened from = openToRead(ServerPlace::placeOf(folder, options.from));
+    const SourceSettings::Place to = ServerPlace::placeOf(folder, options.to);
+    Result<> result{from.error.empty() ? to.error : from.error};
+    int all = 0;
+    const auto progress = [&all](const TableSchema& table, int rows) {
+        all += rows;
+        Console::complain(KorString::format(translated("%s: %s rows"),
+                                            {table.kindName(), KorString::number(std::int64_t{rows})}));
+    };
+    const auto fill = [&](StyleStore& store) { return CopiedDatabase::copy(*from.store, store, progress); };
+    if (result)
+        result = to.file.empty() ? copyToServer(*from.store, to.server, progress)
+                                 : SqliteStore::createWith(to.file.string(), fill, false);
+    if (!result) {
+        Console::complain(KorString(result.error));
+        return kExitFailed;
+    }
+    Console::sayStored(KorString::format(translated("Copied %s rows of \"%s\" to \"%s\"."),
+                                         {KorString::number(std::int64_t{all}), options.from, options.to}));
+    return kExitDone;
+}

@@ -1,0 +1,106 @@
+#include "app/Commands.h"
+#include "app/Console.h"
+#include "app/ServerOptions.h"
+#include "app/ServerPlace.h"
+#include "base/Translation.h"
+#include "data/store/odbc/OdbcStore.h"
+#include "data/store/odbc/OdbcTables.h"
+
+namespace {
+
+KorString number(std::int64_t value) {
+    return KorString::number(value);
+}
+
+Result<> create(OdbcDatabase& database) {
+    Result<> result = OdbcSchema(database).create();
+    if (!result)
+        return result;
+    Console::sayStored(KorString::format(translated("Made the styles of \"%s\", empty."), {database.name()}));
+    const OdbcDialect& dialect = *database.dialect;
+    if (!dialect.role(eServerRole::kReader).empty())
+        Console::say(
+            KorString::format(translated("Give each user one of the roles %s (reads), %s (reads and changes) "
+                                         "and %s (looks after it)."),
+                              {dialect.role(eServerRole::kReader), dialect.role(eServerRole::kEditor),
+                               dialect.role(eServerRole::kMaintainer)}));
+    return {};
+}
+
+Result<> upgrade(OdbcDatabase& database) {
+    int from = 0;
+    const int to = SchemaHistory::own().current();
+    Result<> result = OdbcSchema(database).upgrade(from);
+    if (!result)
+        return result;
+    if (from == to)
+        Console::say(KorString::format(translated("\"%s\" is of the present version (%s)."),
+                                       {database.name(), number(to)}));
+    else
+        Console::sayStored(KorString::format(translated("Brought \"%s\" from version %s to version %s."),
+                                             {database.name(), number(from), number(to)}));
+    return {};
+}
+
+KorString rightsOf(OdbcDatabase& database) {
+    for (const auto& [role, words] :
+         {std::pair(eServerRole::kMaintainer, translatable("You may look after it, read and change it.")),
+          std::pair(eServerRole::kEditor, translatable("You may read and change it.")),
+          std::pair(eServerRole::kReader, translatable("You may read it."))}) {
+        std::optional<std::int64_t> may;
+        if (database.queryInteger(database.dialect->may(role), may) && may.value_or(0) != 0)
+            return translated(words);
+    }
+    return translated("You may not read it.");
+}
+
+Result<> status(OdbcDatabase& database) {
+    OdbcSchema::State state;
+    Result<> result = OdbcSchema(database).read(state);
+    if (!result)
+        return result;
+    Console::say(KorString::format(translated("%s: version %s, %s changes"),
+                                   {database.name(), number(state.version), number(state.lastChange)}));
+    OdbcRows rows;
+    const std::string last = "SELECT stored_by, stored_at FROM " + database.dialect->table(kCommitTable) +
+                             " WHERE sequence = " + std::to_string(state.lastChange);
+    result = database.failure(database.connection.query(last, rows));
+    if (!rows.empty())
+        Console::say(KorString::format(translated("The last one is of %s, at %s."),
+                                       {rows.front()[0].value_or(""), rows.front()[1].value_or("")}));
+    Console::say(rightsOf(database));
+    return result;
+}
+
+// As the editor opens it.
+Result<> check(const ServerAddress& address) {
+    const OpenedServer opened = OdbcStore::open(address, OdbcStore::eMode::kWrite);
+    if (!opened.store)
+        return {opened.error};
+    if (std::string tooNew = opened.store->whyTooNew(); !tooNew.empty())
+        return {std::move(tooNew)};
+    Console::say(KorString::format(opened.store->isReadOnly() ? translated("\"%s\" can be read.")
+                                                              : translated("\"%s\" can be read and changed."),
+                                   {address.name}));
+    return {opened.error};
+}
+
+} // namespace
+
+int serverCommand(DataFolder& folder, const ServerOptions& options) {
+    const Result<ServerAddress> address = ServerPlace::serverOf(folder, options.where);
+    Result<> result{address.error};
+    if (result && options.action == eServerAction::kCheck)
+        result = check(address.value);
+    else if (result) {
+        OdbcDatabase database(address.value, {});
+        result = database.connect();
+        if (result)
+            result = options.action == eServerAction::kCreate    ? create(database)
+                     : options.action == eServerAction::kUpgrade ? upgrade(database)
+                                                                 : status(database);
+    }
+    if (!result)
+        Console::complain(KorString(result.error));
+    return result ? kExitDone : kExitFailed;
+}

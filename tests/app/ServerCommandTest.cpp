@@ -1,0 +1,89 @@
+#include "app/ProgramFixture.h"
+#include "support/DatabaseServer.h"
+
+#include "data/store/SqliteStore.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class ServerCommandTest : public ProgramTest {
+protected:
+    QString connection() const { return QString::fromStdString(m_server.connection(m_schema)); }
+    void settings(const std::string& text) const { writeBytes(data() / "sources.ini", text); }
+    ProgramRun does(const QStringList& command) {
+        ProgramRun done = run(command);
+        EXPECT_EQ(done.exitCode, 0) << command.join(' ').toStdString() << "\n"
+                                    << done.complaints.join('\n').toStdString();
+        return done;
+    }
+    std::string user() const { return (data() / "user.dsdb").string(); }
+    /// Whether two files hold the same, by keys and bits.
+    static void expectAlike(const std::string& one, const std::string& other) {
+        const auto first = SqliteStore::open(one, SqliteStore::eMode::kRead).store;
+        const auto second = SqliteStore::open(other, SqliteStore::eMode::kRead).store;
+        ASSERT_TRUE(first && second);
+        for (const TableSchema& table : allTables()) {
+            std::vector<ReadProblem> problems;
+            const auto mine = table.makeRows();
+            const auto theirs = table.makeRows();
+            EXPECT_TRUE(first->readTable(table, *mine, problems) &&
+                        second->readTable(table, *theirs, problems));
+            ASSERT_EQ(mine->size(), theirs->size()) << table.name;
+            for (int i = 0; i < mine->size(); ++i)
+                EXPECT_TRUE(mine->equal(mine->at(i), theirs->at(i))) << table.name << " " << i;
+        }
+    }
+
+    DatabaseServer& m_server = DatabaseServer::instance();
+    std::string m_schema = m_server.newSchema();
+};
+
+} // namespace
+
+TEST_F(ServerCommandTest, AnOfficeMovesToAServerWorksThereAndTakesItsStylesBack) {
+    const QString file = QString::fromStdString(user());
+    EXPECT_TRUE(run({"server", "check", connection()}).complaints.join(' ').contains("no styles"));
+    does({"server", "create", connection()});
+    EXPECT_TRUE(run({"server", "create", connection()}).complaints.join(' ').contains("already"));
+    const QString alone = does({"list", "--source", "user", "--json"}).output;
+    const QStringList change = {"set", "detail-style", "Beam", "description", "Träger; 'neu' = {1}"};
+    does({"copy-database", file, connection()});
+    EXPECT_TRUE(
+        run({"copy-database", file, connection()}).complaints.join(' ').contains("holds rows already"));
+    settings("# the office\n[User]\nconnection = " + m_server.connection(m_schema) + "\n");
+    const std::string before = bytesOf(user());
+    EXPECT_EQ(does({"list", "--source", "user", "--json"}).output, alone);
+    does(change);
+    EXPECT_EQ(bytesOf(user()), before) << "the change is on the server";
+    for (const auto& [word, phrase] :
+         {std::pair("check", "read and changed"), std::pair("upgrade", "present version"),
+          std::pair("status", "2 changes")})
+        EXPECT_TRUE(does({"server", word, "user"}).output.contains(phrase)) << word;
+    does({"copy-database", "user", named("back.dsdb")});
+    fs::remove(data() / "sources.ini");
+    does(change);
+    expectAlike(user(), (folder() / "back.dsdb").string());
+}
+
+TEST_F(ServerCommandTest, WhatIsWrongWithTheSettingsIsSaidAndNoOtherDatabaseTaken) {
+    const std::pair<std::string, const char*> cases[] = {
+        {"[user]\nconnection = Driver=PostgreSQL Unicode;Server=/nowhere;Database=x;PWD=secret\n",
+         "password"},
+        {"[user]\nconnection = Driver=PostgreSQL Unicode;Server=/nowhere;Database=x\n", "cannot be reached"},
+        {"[user]\nconnetcion = x\n", "Line 2"},
+        {"[usr]\nfile = user.dsdb\n", "\"usr\", which there is not"},
+        {"connection = x\n", "Line 1"},
+    };
+    for (const auto& [text, phrase] : cases) {
+        settings(text);
+        const ProgramRun list = run({"list", "--source", "user"});
+        const QString said = list.complaints.join('\n');
+        EXPECT_TRUE(said.contains(phrase)) << said.toStdString();
+        EXPECT_FALSE((list.output + said).contains("secret"));
+        EXPECT_EQ(list.output.contains("Heavy beam"), text.starts_with("[usr]")) << phrase;
+    }
+    EXPECT_TRUE(
+        run({"server", "check", "standard"}).complaints.join(' ').contains("no database on a server"));
+    EXPECT_FALSE(run({"server", "status", "Server=x;PWD=secret"}).complaints.join(' ').contains("secret"));
+}
