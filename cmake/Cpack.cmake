@@ -54,6 +54,7 @@ ${description}" PARENT_SCOPE)
 endfunction()
 debian_package(program detailstyles graphics "editor for the styles of steel drawings"
     "This is the editor for them, and a command line for the same work.")
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_SUGGESTS "libodbc2, odbc-postgresql") # for databases on a server
 debian_package(library libdetailstyles${PROJECT_VERSION_MAJOR} libs
     "editor for the styles of steel drawings, for hosts"
     "This library brings the editor for them into a host.")

@@ -59,7 +59,7 @@ Result<> status(OdbcDatabase& database) {
     Result<> result = OdbcSchema(database).read(state);
     if (!result)
         return result;
-    Console::say(KorString::format(translated("%s: version %s, %s changes"),
+    Console::say(KorString::format(translated("%s: version %s, changes: %s"),
                                    {database.name(), number(state.version), number(state.lastChange)}));
     OdbcRows rows;
     const std::string last = "SELECT stored_by, stored_at FROM " + database.dialect->table(kCommitTable) +

@@ -105,8 +105,10 @@ void DataFolder::openSource(SourceId id, const SourceSettings::Place& place) {
         OpenedServer opened =
             OdbcStore::open(place.server, writable ? OdbcStore::eMode::kWrite : OdbcStore::eMode::kRead);
         result.error = opened.error;
-        if (opened.store)
+        if (opened.store) { // all at once: table by table it would be asked several times for each
             databases.addSource(id, std::move(opened.store));
+            static_cast<void>(databases.source(id)->readAll());
+        }
     } else if (result) {
         result = databases.openFile(id, place.file.string(), !writable);
     }

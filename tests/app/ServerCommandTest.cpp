@@ -58,7 +58,7 @@ TEST_F(ServerCommandTest, AnOfficeMovesToAServerWorksThereAndTakesItsStylesBack)
     EXPECT_EQ(bytesOf(user()), before) << "the change is on the server";
     for (const auto& [word, phrase] :
          {std::pair("check", "read and changed"), std::pair("upgrade", "present version"),
-          std::pair("status", "2 changes")})
+          std::pair("status", "changes: 2")})
         EXPECT_TRUE(does({"server", word, "user"}).output.contains(phrase)) << word;
     does({"copy-database", "user", named("back.dsdb")});
     fs::remove(data() / "sources.ini");
