@@ -27,7 +27,11 @@ protected:
         }
     }
     /// Another program on the User database.
-    void others(const char* sql) { engine->run(sql); }
+    void others(const char* sql) {
+        engine->run(sql);
+        if (engine->hasTypes())
+            engine->run("UPDATE dsdb_state SET last_change = last_change + 1");
+    }
 
     static void clearFlags() {
         KorOdbcMan::m_DSMReloadInfo = KorOdbcMan::m_DSMResetDetViewRequestCache = 0;
