@@ -156,7 +156,7 @@ private:
     PendingLog m_pending;
     std::vector<SourceCommit> m_report;
     std::map<SourceId, std::vector<eTableType>> m_written; // tables written in the open transaction
-    std::map<SourceId, std::vector<eTableType>> m_unknown; // committed, and nobody knows yet with what outcome
+    std::map<SourceId, std::vector<eTableType>> m_unknown; // committed, with an outcome not known yet
     bool m_inWalk = false;
     std::shared_ptr<std::vector<StyleDatabases*>> m_instances; // those of its session
 };

@@ -83,6 +83,7 @@ TEST_F(ServerCommandTest, WhatIsWrongWithTheSettingsIsSaidAndNoOtherDatabaseTake
         EXPECT_FALSE((list.output + said).contains("secret"));
         EXPECT_EQ(list.output.contains("Heavy beam"), text.starts_with("[usr]")) << phrase;
     }
+    settings("");
     EXPECT_TRUE(
         run({"server", "check", "standard"}).complaints.join(' ').contains("no database on a server"));
     EXPECT_FALSE(run({"server", "status", "Server=x;PWD=secret"}).complaints.join(' ').contains("secret"));
