@@ -35,7 +35,7 @@ public:
         return m_store->apply(change, conflicts);
     }
     std::uint32_t markOfChange() override { return m_store->markOfChange(); }
-    std::uint32_t lastMark() override { return m_store->lastMark(); }
+    bool holdsMark(std::uint32_t mark) override { return m_store->holdsMark(mark); }
     Result<> commit() override { return m_store->commit(); }
     void rollback() override { m_store->rollback(); }
     bool changedOutside() override { return m_store->changedOutside(); }
