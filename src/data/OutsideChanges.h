@@ -1,9 +1,8 @@
 #pragma once
 
 #include "base/Result.h"
-#include "data/store/StyleStore.h"
+#include "data/store/StoredSince.h"
 #include "records/KorDSNDefinitions.h"
-#include "records/RowRef.h"
 
 #include <map>
 #include <optional>
@@ -42,6 +41,14 @@ struct OutsideConflict {
     std::vector<RowRef> used;        ///< what goes after it unless another row uses it by then
     KorString reason;    ///< one sentence why this program's change does not hold any more; else empty
     bool isMade = false; ///< whether the change is made all the same, in the way that `reason` says
+    StoredBy by;         ///< who stored what is stored now; empty where that is not known
+};
+
+/// A row before something happened and after it, each null where it is not there.
+struct RowDifference {
+    RowRef row;
+    std::shared_ptr<const StructRecord> before;
+    std::shared_ptr<const StructRecord> after;
 };
 
 /// What reading one source again brought. After a failure memory shows what it showed before, and reading can
@@ -51,5 +58,7 @@ struct OutsideChange : Result<> {
     std::string file = {};
     std::vector<OutsideConflict> conflicts = {};
     std::map<RowRef, std::int32_t> newKeys = {}; ///< of pending new rows, by those that they had before
+    /// The rows that are shown otherwise now; none where everything was read again.
+    std::optional<std::vector<RowDifference>> rows = {};
     bool wasStored = false; ///< what a broken line left in doubt was stored, and is not pending any more
 };

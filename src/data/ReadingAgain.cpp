@@ -18,12 +18,43 @@ bool StyleDatabases::isChangedOutside() const {
 }
 
 std::vector<OutsideChange> StyleDatabases::refreshChanged() {
+    return refreshWhere(
+        [](StyleSource& source) { return source.isOutdated() || source.store().changedOutside(); });
+}
+
+std::vector<OutsideChange> StyleDatabases::refreshNoticed() {
+    return refreshWhere([this](StyleSource& source) { return isNoticed(source); });
+}
+
+bool StyleDatabases::isNoticed() {
+    return !LockWait::isWaiting() &&
+           std::ranges::any_of(m_sources, [this](const auto& each) { return isNoticed(*each.second); });
+}
+
+bool StyleDatabases::isNoticed(StyleSource& source) {
+    using enum ServerNews::eState;
+    if (!source.store().isOnServer())
+        return source.isOutdated() || source.store().changedOutside();
+    const auto state = m_news[source.id()].state;
+    return state == kChanged || state == kBack;
+}
+
+std::map<SourceId, ServerNews> StyleDatabases::glance() {
+    if (LockWait::isWaiting())
+        return m_news;
+    for (const auto& [id, source] : m_sources)
+        if (source->store().isOnServer())
+            m_news[id] = source->store().glance(m_pending.rowsOf(id));
+    return m_news;
+}
+
+std::vector<OutsideChange> StyleDatabases::refreshWhere(const std::function<bool(StyleSource&)>& isChanged) {
     std::vector<OutsideChange> changes;
     if (LockWait::isWaiting())
         return changes;
     for (const auto& [id, source] : m_sources) {
         const bool wasOutdated = source->isOutdated();
-        if (wasOutdated || source->store().changedOutside()) {
+        if (isChanged(*source)) {
             OutsideChange change = refresh(id);
             if (change.error.empty() || !wasOutdated) // a reason is told once
                 changes.push_back(std::move(change));
@@ -57,19 +88,30 @@ OutsideChange StyleDatabases::refresh(SourceId id) {
         return {{}, id};
     OutsideChange change{{}, id, open->store().name()};
     m_written.erase(id);
+    const bool wasUnknown = m_unknown.contains(id);
     Result<> result = findOutcome(*open, change.wasStored);
+    StoredSince since;
+    if (result && !wasUnknown && !open->hasFailed())
+        result = open->store().readSince(since);
     PendingReplay replay(*open, m_pending);
-    if (result)
-        result = open->store().reopen();
-    if (result)
+    if (result && since.isKnown)
+        replay.take(since);
+    else if (result && (result = open->store().reopen()))
         result = replay.readAnew();
     if (result) {
         change.conflicts = replay.run();
         change.newKeys = replay.newKeys();
+        if (since.isKnown)
+            change.rows.emplace();
+        for (OutsideConflict& conflict : change.conflicts)
+            conflict.by = since.authorOf({conflict.table->type, conflict.key});
     } else {
         change.error = result.error;
         open->setOutdated(); // what was not read yet would be of another state
     }
+    if (result && !since.isKnown && open->store().isOnServer())
+        static_cast<void>(open->readAll()); // table by table it would be asked several times for each
+    m_news.erase(id);
     return change;
 }
 

@@ -42,6 +42,7 @@ void StyleDatabases::closeSource(SourceId id) {
     m_pending.forget(id);
     m_written.erase(id);
     m_unknown.erase(id);
+    m_news.erase(id);
     m_sources.erase(id);
 }
 

@@ -111,6 +111,13 @@ public:
     std::vector<OutsideChange> refreshChanged();
     /// Whether another program changed or replaced a source since it was read.
     bool isChangedOutside() const;
+    /// What servers say of the sources that are on one, without waiting for them.
+    std::map<SourceId, ServerNews> glance();
+    /// As `refreshChanged`, but of sources on servers only those of which `glance` has heard something. Waits
+    /// for no server otherwise.
+    std::vector<OutsideChange> refreshNoticed();
+    /// Whether that would read something.
+    bool isNoticed();
     /// The same for one source, changed or not. What was pending is one step of undo afterwards. Changes that
     /// hold no more (a name that is taken, a reference to nothing, a row that is in use) are conflicts.
     OutsideChange refresh(SourceId id);
@@ -143,6 +150,8 @@ private:
     void apply(const PendingStep& step, bool forward);
     void abandonWalk();
     Result<> findOutcome(StyleSource& source, bool& wasStored);
+    std::vector<OutsideChange> refreshWhere(const std::function<bool(StyleSource&)>& isChanged);
+    bool isNoticed(StyleSource& source);
     void keepSourceTable(StyleSource& source, eTableType type);
     void finishSource(StyleSource& source, eTableType type);
     void fail(StyleSource& source, std::string error);
@@ -156,6 +165,7 @@ private:
     PendingLog m_pending;
     std::vector<SourceCommit> m_report;
     std::map<SourceId, std::vector<eTableType>> m_written; // tables written in the open transaction
+    std::map<SourceId, ServerNews> m_news;
     std::map<SourceId, std::vector<eTableType>> m_unknown; // committed, with an outcome not known yet
     bool m_inWalk = false;
     std::shared_ptr<std::vector<StyleDatabases*>> m_instances; // those of its session

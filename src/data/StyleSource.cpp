@@ -204,6 +204,7 @@ bool StyleSource::setCell(eTableType type, KorOdbcKey key, const Column& column,
     const StructRecord* row = rows.find(key);
     if (!row)
         return false;
+    note(type, key.getKey());
     ReferenceIndex* index = builtReferences(column);
     const std::int32_t before = index ? column.integerIn(row) : 0;
     if (!rows.setCell(key, column, value))
@@ -217,11 +218,13 @@ bool StyleSource::setCell(eTableType type, KorOdbcKey key, const Column& column,
 }
 
 void StyleSource::insert(eTableType type, const StructRecord& record) {
+    note(type, record.key);
     table(type).insert(record);
     updateReferences(table(type).schema(), record, true);
 }
 
 void StyleSource::remove(eTableType type, KorOdbcKey key) {
+    note(type, key.getKey());
     if (const StructRecord* row = table(type).find(key))
         updateReferences(table(type).schema(), *row, false);
     table(type).remove(key);
@@ -240,7 +243,59 @@ void StyleSource::updateReferences(const TableSchema& table, const StructRecord&
     }
 }
 
+void RowJournal::note(const StyleTable& table, std::int32_t key) {
+    const auto [place, isNew] = before.try_emplace({table.schema().type, key});
+    const StructRecord* row = isNew ? table.find(KorOdbcKey(key)) : nullptr;
+    if (row)
+        place->second = table.rows().copyOf(row);
+}
+
+void StyleSource::note(eTableType type, std::int32_t key) {
+    if (m_journal)
+        m_journal->note(table(type), key);
+}
+
+// Cell by cell, so that names and references are looked up only where they are different.
+void StyleSource::takeRow(const TableSchema& schema, const StructRecord& row) {
+    const KorOdbcKey key(row.key);
+    const StructRecord* known = table(schema.type).find(key);
+    if (!known)
+        return insert(schema.type, row);
+    for (const Column& column : schema.columns)
+        if (const CellValue value = column.read(&row); value != column.read(known))
+            setCell(schema.type, key, column, value);
+}
+
+void StyleSource::take(const StoredSince& since) {
+    for (const StoredSince::Table& stored : since.tables) {
+        const eTableType type = stored.table->type;
+        if (!isRead(*stored.table))
+            continue;
+        std::set<std::int32_t> gone(stored.gone.begin(), stored.gone.end());
+        if (const RowArray& rows = table(type).rows(); stored.isWhole)
+            for (int i = 0; i < rows.size(); ++i)
+                if (!stored.rows->find(rows.at(i).key))
+                    gone.insert(rows.at(i).key);
+        std::erase_if(m_problems, [&](const ReadProblem& problem) {
+            return problem.table == stored.table &&
+                   (stored.isWhole || gone.contains(problem.key) || stored.rows->find(problem.key));
+        });
+        for (const std::int32_t key : gone)
+            if (table(type).find(KorOdbcKey(key)))
+                remove(type, KorOdbcKey(key));
+        for (int i = 0; i < stored.rows->size(); ++i)
+            takeRow(*stored.table, stored.rows->at(i));
+        m_problems.insert(m_problems.end(), stored.problems.begin(), stored.problems.end());
+    }
+    m_state = since.state;
+    m_isOutdated = false;
+    m_isAllRead =
+        std::ranges::all_of(allTables(), [this](const TableSchema& schema) { return isRead(schema); });
+}
+
 void StyleSource::dropTables() {
+    if (m_journal)
+        m_journal->isWhole = false;
     for (auto& table : m_tables)
         table.reset();
     for (auto& index : m_references)

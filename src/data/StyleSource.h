@@ -2,13 +2,21 @@
 
 #include "data/ReferenceIndex.h"
 #include "data/StyleTable.h"
-#include "data/store/StyleStore.h"
+#include "data/store/StoredSince.h"
 #include "records/KorDSNDefinitions.h"
 
 #include <array>
 #include <map>
 #include <optional>
 #include <set>
+
+/// What rows of a source were before they were changed; null for those that were not there.
+struct RowJournal {
+    std::map<RowRef, std::shared_ptr<StructRecord>> before;
+    bool isWhole = true; ///< false where rows were read anew
+
+    void note(const StyleTable& table, std::int32_t key);
+};
 
 /// One style database with what has been read of it. A table is read whole, by one query, when it is first
 /// touched; from then on reads are look-ups in memory and see pending changes.
@@ -46,6 +54,8 @@ public:
     /// Whether another program changed the database between the reading of one table and of another.
     bool isOutdated() const { return m_isOutdated; }
     void setOutdated();
+    /// Whether a table could not be read.
+    bool hasFailed() const { return !m_failures.empty(); }
     /// Tries the tables again that could not be read. Returns whether any of them could.
     bool readFailedAgain();
 
@@ -64,6 +74,13 @@ public:
     /// The same, but reads `types` at once, in one transaction. On failure nothing is forgotten.
     Result<> readAnew(const std::set<eTableType>& types);
 
+    /// Takes over what other programs stored, upon what is stored: nothing of what is pending may be shown.
+    void take(const StoredSince& since);
+
+    /// From now on notes what each row was before it was changed, in `journal`, which must outlive that; null
+    /// ends it.
+    void keepJournal(RowJournal* journal) { m_journal = journal; }
+
     /// What could not be read as declared, in the order in which it was met.
     const std::vector<ReadProblem>& problems() const { return m_problems; }
 
@@ -72,6 +89,8 @@ private:
 
     bool read(const TableSchema& schema, const Reading& reading);
     void note(const std::string& sentence);
+    void note(eTableType type, std::int32_t key);
+    void takeRow(const TableSchema& table, const StructRecord& row);
     ReferenceIndex& references(eTableType target);
     // The index that the cells of this column are in, or null while nobody has asked for it.
     ReferenceIndex* builtReferences(const Column& column);
@@ -86,4 +105,5 @@ private:
     std::optional<std::int64_t> m_state;          // of the database, as it was when the tables were read
     bool m_isOutdated = false;
     bool m_isAllRead = false;
+    RowJournal* m_journal = nullptr;
 };

@@ -178,6 +178,14 @@ void KorDSMPage::finishEditing() {
     storePendingChanges(false);
 }
 
+bool KorDSMPage::hasEditedParts() const {
+    return std::ranges::any_of(parts(), &PagePart::isEdited);
+}
+
+void KorDSMPage::showColleagues() {
+    m_head->showColleagues();
+}
+
 void KorDSMPage::dropEdits() {
     KorControls::dropEdits(this);
     storePendingChanges(true);
@@ -223,7 +231,7 @@ void KorDSMPage::notifyTyping() {
     const auto fields = findChildren<KorLineEdit*>();
     DsmSetModified message;
     message.modified = KorDSMUndo::canUndo() || std::ranges::any_of(fields, &KorLineEdit::isEdited) ||
-                       std::ranges::any_of(parts(), &PagePart::isEdited);
+                       hasEditedParts();
     KorDSMMainWindow::sendMessage(message);
 }
 

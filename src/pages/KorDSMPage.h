@@ -50,6 +50,10 @@ public:
 
     /// Lets the page take what was typed and store it.
     void finishEditing();
+    /// Whether a part holds something that is written only when the page is left.
+    bool hasEditedParts() const;
+    /// Shows who else is changing the record now.
+    void showColleagues();
     /// Lets the page forget what was typed and is not stored yet.
     void dropEdits();
 

@@ -14,6 +14,7 @@
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMRecordCommands.h"
 #include "session/KorDSMRecordState.h"
+#include "session/KorDSMServers.h"
 #include "session/KorDSMTwins.h"
 #include "session/KorDSMUndo.h"
 #include "session/KorDSMValueText.h"
@@ -109,6 +110,7 @@ void PageHead::build() {
     first->addWidget(m_name = new KorLineEdit, 3);
     m_name->setMinimumWidth(kLeastLetters * m_name->fontMetrics().averageCharWidth());
     first->addStretch(2);
+    first->addWidget(m_colleagues = plainLabel());
     first->addWidget(m_shared = makeMark(kSharedIcon, kShared));
     first->addWidget(m_readOnly = makeMark(kReadOnlyIcon, kReadOnly));
     second->addWidget(m_path = new ElidedLabel, 1);
@@ -140,6 +142,7 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     if (!m_name)
         build();
     const SourceId source = CurrentRows::source();
+    m_source = source;
     m_shown = {table->type, item->recordKey()};
     m_icon->setPixmap(KorPictures::icon(KorDSMDefines::iconResource(item->icon()))
                           .pixmap(QSize(kPicture, kPicture), devicePixelRatio()));
@@ -160,6 +163,15 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     QPalette warning;
     warning.setColor(QPalette::WindowText, KorStyle::noteColor(palette()));
     m_missing->setPalette(warning);
+    m_colleagues->setPalette(warning);
+    showColleagues();
+}
+
+void PageHead::showColleagues() {
+    if (!m_item || !m_colleagues)
+        return;
+    m_colleagues->setText(toQt(KorDSMServers::editorsOf(m_source, m_shown)));
+    m_colleagues->setVisible(!m_colleagues->text().isEmpty());
 }
 
 void PageHead::onNameCommitted() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/KorString.h"
+#include "records/KorDSNDefinitions.h"
 #include "records/RowRef.h"
 
 #include <QWidget>
@@ -11,7 +12,7 @@ class QLabel;
 class QToolButton;
 
 /// The head of a page: what kind of record it shows, its name, which can be changed here, whether it can only
-/// be read or is shared, where it stands, who uses it, and what it still lacks. Made when first shown.
+/// be read, is shared or being changed by others, where it stands, who uses it, and what it still lacks. Made when first shown.
 class PageHead : public QWidget {
     Q_OBJECT
 
@@ -22,6 +23,8 @@ public:
     void load(KorDSMDatabaseItem* item, bool editable);
     /// The same anew of the item that is shown.
     void refresh() { load(m_item, m_isEditable); }
+    /// Who else is changing it now.
+    void showColleagues();
 
 Q_SIGNALS:
     /// The name is being typed, or is no longer.
@@ -35,12 +38,14 @@ private:
 
     KorDSMDatabaseItem* m_item = nullptr; // of the page; not owned
     bool m_isEditable = false;
+    SourceId m_source;
     RowRef m_shown;
     QLabel* m_icon = nullptr;
     QLabel* m_kind = nullptr;
     KorLineEdit* m_name = nullptr;
     QWidget* m_shared = nullptr;
     QWidget* m_readOnly = nullptr;
+    QLabel* m_colleagues = nullptr;
     QLabel* m_path = nullptr;
     QToolButton* m_users = nullptr;
     QLabel* m_missing = nullptr;

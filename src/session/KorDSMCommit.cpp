@@ -36,6 +36,51 @@ std::size_t countConflicts(const std::vector<OutsideChange>& changes) {
     return count;
 }
 
+/// Notes what the rows of all sources were before they were changed, and tells those that are different.
+class Journals {
+public:
+    explicit Journals(StyleDatabases& databases) : m_databases(databases) {
+        for (const SourceId id : databases.sources())
+            databases.source(id)->keepJournal(&m_journals[id]);
+    }
+    ~Journals() {
+        for (const auto& [id, journal] : m_journals)
+            if (StyleSource* source = m_databases.source(id))
+                source->keepJournal(nullptr);
+    }
+    Journals(const Journals&) = delete;
+    Journals& operator=(const Journals&) = delete;
+
+    void complete(OutsideChange& change) const {
+        const RowJournal& journal = m_journals.at(change.source);
+        if (!change.rows || !journal.isWhole)
+            return change.rows.reset();
+        for (const auto& [row, before] : journal.before) {
+            const RowArray& rows = m_databases.source(change.source)->table(row.table).rows();
+            const StructRecord* now = rows.find(row.key);
+            if (before && now ? !rows.equal(*before, *now) : before || now)
+                change.rows->push_back({row, before, now ? rows.copyOf(now) : nullptr});
+        }
+    }
+
+private:
+    StyleDatabases& m_databases;
+    std::map<SourceId, RowJournal> m_journals;
+};
+
+KorDSMRowChange changeOf(SourceId source, const RowDifference& difference) {
+    KorDSMRowChange change{source, difference.row, KorDSMRowChange::eKind::kChanged, {}, {}};
+    if (!difference.before || !difference.after) {
+        change.kind = difference.after ? KorDSMRowChange::eKind::kAppended : KorDSMRowChange::eKind::kDeleted;
+        change.record = difference.after ? difference.after : difference.before;
+        return change;
+    }
+    for (const Column& column : findTable(difference.row.table)->columns)
+        if (column.read(difference.before.get()) != column.read(difference.after.get()))
+            change.columns.push_back(&column);
+    return change;
+}
+
 // What is still in use can be deleted once what uses it is.
 void keepMine(const std::vector<OutsideChange>& changes) {
     std::vector<std::pair<SourceId, const OutsideConflict*>> left;
@@ -94,9 +139,30 @@ std::vector<OutsideChange> KorDSMCommit::readChanged() {
     return StyleDatabases::current().refreshChanged();
 }
 
+std::vector<OutsideChange> KorDSMCommit::readNoticed() {
+    return StyleDatabases::current().refreshNoticed();
+}
+
+bool KorDSMCommit::isNoticed() {
+    return StyleDatabases::current().isNoticed();
+}
+
+std::optional<std::vector<KorDSMRowChange>>
+KorDSMCommit::rowsOf(const std::vector<OutsideChange>& changes) {
+    std::vector<KorDSMRowChange> rows;
+    for (const OutsideChange& change : changes) {
+        if (!change.ok() || !change.rows)
+            return std::nullopt;
+        for (const RowDifference& difference : *change.rows)
+            rows.push_back(changeOf(change.source, difference));
+    }
+    return rows;
+}
+
 std::vector<OutsideChange> KorDSMCommit::settle(const Read& read, const ChooseMine& choose) {
     StyleDatabases& databases = StyleDatabases::current();
     const PendingLog::Hold untilAnswered(databases.pending());
+    const Journals journals(databases);
     ReplayedCommands commands(databases, read.broughtBack());
     std::vector<OutsideChange> changes = read();
     if (countConflicts(changes) > 0) {
@@ -106,5 +172,7 @@ std::vector<OutsideChange> KorDSMCommit::settle(const Read& read, const ChooseMi
         commands.dropWhatWasMadeFor(changes, mine);
     }
     commands.settle(changes);
+    for (OutsideChange& change : changes)
+        journals.complete(change);
     return changes;
 }

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "data/StyleDatabases.h"
+#include "model/KorDSMRowChange.h"
 
 #include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -27,6 +29,11 @@ public:
     static bool isChangedOutside();
     /// Reads the sources again that another program changed.
     static std::vector<OutsideChange> readChanged();
+    /// The same as far as that is known already: no server is asked whether there is something.
+    static std::vector<OutsideChange> readNoticed();
+    static bool isNoticed();
+    /// The rows that are shown otherwise after these; none where one of them read everything, or failed.
+    static std::optional<std::vector<KorDSMRowChange>> rowsOf(const std::vector<OutsideChange>& changes);
     /// Reads sources again, or brings back what stands in another log, and says what came of it.
     class Read {
     public:

@@ -172,6 +172,8 @@ KorDSMConflictWords KorDSMConflictWords::of(SourceId source, const OutsideConfli
     words.property = conflict.column ? KorDSMValueText::columnCaption(*conflict.table, *conflict.column)
                                      : Prompts::dsm(kWholeRecord);
     words.reason = whyNotMine(conflict);
+    if (!conflict.by.user.empty())
+        words.storedBy = KorString::format("%s, %s", {conflict.by.user, conflict.by.when});
     if (!words.canChoose() && !conflict.isMade)
         words.outcome = translated("Your change is not made.");
     if (conflict.column && conflict.column->isSlot() && !conflict.isMade)
@@ -187,12 +189,17 @@ KorDSMConflictWords KorDSMConflictWords::of(SourceId source, const OutsideConfli
 }
 
 KorString KorDSMConflictWords::beside() const {
-    if (canChoose())
-        return stored;
-    return outcome.isEmpty() ? reason : KorString::format("%s %s", {reason, outcome});
+    KorString text = stored;
+    if (!canChoose())
+        text = outcome.isEmpty() ? reason : KorString::format("%s %s", {reason, outcome});
+    return storedBy.isEmpty() ? text : KorString::format("%s (%s)", {text, storedBy});
 }
 
 KorString KorDSMConflictWords::sentence() const {
+    if (canChoose() && !storedBy.isEmpty())
+        return KorString::format(
+            translated("%s, %s: \"%s\" was stored meanwhile (%s); \"%s\" was not written."),
+            {record, property, stored, storedBy, mine});
     if (canChoose())
         return KorString::format(
             translated("%s, %s: another program stored \"%s\" meanwhile; \"%s\" was not written."),

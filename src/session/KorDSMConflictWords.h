@@ -11,6 +11,7 @@ struct KorDSMConflictWords {
     KorString mine;
     KorString stored;  ///< empty where `reason` says why there is nothing
     KorString reason;  ///< one sentence why mine cannot be kept; empty when the user can choose
+    KorString storedBy; ///< as "anna, 2026-11-26 10:42", who stored that; empty where it is not known
     KorString outcome; ///< one sentence what becomes of mine then; empty where the reason says it
 
     bool canChoose() const { return reason.isEmpty(); }

@@ -49,7 +49,9 @@ int KorDSMMainDialog::OnInitDialog() {
     KorDSMRecovery::writeDown(&KorDSMMainDialog::showReportsSoon);
     m_turn.begin();
     setUpImages();
-    m_parts = std::make_unique<WindowParts>(*this, m_structure, m_images);
+    m_parts = std::make_unique<WindowParts>(*this, m_structure, m_images, [this] {
+        return isFree() && m_turn.isMine();
+    });
     connectSelection();
     connectCommands();
     receiveFromItems();
@@ -82,6 +84,7 @@ int KorDSMMainDialog::OnInitDialog() {
     m_memory.setWindow(this);
     resize(width() + m_parts->preview.wantedWidth(), height());
     m_memory.restore();
+    m_parts->servers.begin();
     return 1;
 }
 
@@ -193,14 +196,18 @@ bool KorDSMMainDialog::focusNextPrevChild(bool next) {
     return TabStops::step(m_tabOrder, next);
 }
 
+bool KorDSMMainDialog::isFree() const {
+    const QWidget* modal = QApplication::activeModalWidget();
+    return isVisible() && (!modal || modal == this);
+}
+
 // When the user comes back to the window: what others changed meanwhile, and what went wrong.
 void KorDSMMainDialog::lookAround() {
-    const QWidget* modal = QApplication::activeModalWidget();
-    if (!isVisible() || (modal && modal != this))
+    if (!isFree())
         return;
     m_turn.take();
     m_parts->recovery.look();
-    m_parts->reports.readOutsideChanges();
+    m_parts->reports.readOutsideChanges(Reports::eLook::kNoticed);
     m_parts->reports.show();
 }
 

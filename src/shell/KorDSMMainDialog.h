@@ -67,6 +67,7 @@ private:
 
     void leave(WindowLeaving::eWay way);
     void use();
+    bool isFree() const;
     void lookAround();
     static void showReportsSoon();
 

@@ -78,15 +78,21 @@ bool LockNotice::ask(const std::string& file, std::chrono::milliseconds waited) 
     const auto isShown = [](const LockNotice* notice) { return notice->m_bar->window()->isVisible(); };
     const auto latest = std::find_if(notices.all.rbegin(), notices.all.rend(), isShown);
     if (latest != notices.all.rend())
-        return (*latest)->goOn(file);
+        return (*latest)->goOn(file, waited);
     return !notices.askedBefore || notices.askedBefore(file, waited);
 }
 
-bool LockNotice::goOn(const std::string& file) {
+// Until there is a word what the user does waits for its turn; then only giving up counts.
+bool LockNotice::goOn(const std::string& file, std::chrono::milliseconds waited) {
+    constexpr std::chrono::milliseconds kWordless{250};
     const KorDSMBusy busy;
     const QPointer<LockNotice> alive = this; // its window may be gone after the events
     m_end.stop();
     m_givenUp = false;
+    if (waited < kWordless) {
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        return !alive.isNull();
+    }
     show(file);
     qApp->installEventFilter(this);
     QApplication::processEvents();

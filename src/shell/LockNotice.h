@@ -33,7 +33,7 @@ private:
     struct Notices;
 
     static bool ask(const std::string& file, std::chrono::milliseconds waited);
-    bool goOn(const std::string& file);
+    bool goOn(const std::string& file, std::chrono::milliseconds waited);
     void show(const std::string& file);
 
     Notices& m_notices;

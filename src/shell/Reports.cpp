@@ -7,6 +7,7 @@
 #include "services/Prompts.h"
 #include "session/KorDSMUndo.h"
 #include "shell/ApplyState.h"
+#include "shell/TypedText.h"
 #include "shell/WindowRefresh.h"
 
 #include <QMessageBox>
@@ -40,12 +41,22 @@ void Reports::tell(const KorDSMCommit::Report& outcome) {
     readOutsideChanges();
 }
 
-bool Reports::readOutsideChanges() {
+bool Reports::readOutsideChanges(eLook look) {
     const KorDSMBusy busy;
-    if (KorDSMCommit::isChangedOutside())
+    const bool asks = look == eLook::kAsk;
+    if (asks ? KorDSMCommit::isChangedOutside() : KorDSMCommit::isNoticed())
         RightSide::finishEditing(); // what is being typed is a change of what was shown so far
-    const std::vector<OutsideChange> changes = follow(&KorDSMCommit::readChanged);
+    const std::vector<OutsideChange> changes =
+        follow(asks ? &KorDSMCommit::readChanged : &KorDSMCommit::readNoticed);
     return std::ranges::all_of(changes, [](const OutsideChange& change) { return change.conflicts.empty(); });
+}
+
+void Reports::readNoticed() {
+    if (!TypedText::canBeKept() || !KorDSMCommit::isNoticed())
+        return;
+    const KorDSMBusy busy;
+    const TypedText typed;
+    follow(&KorDSMCommit::readNoticed);
 }
 
 std::vector<OutsideChange> Reports::follow(const KorDSMCommit::Read& read) {
@@ -58,7 +69,10 @@ std::vector<OutsideChange> Reports::follow(const KorDSMCommit::Read& read) {
     for (const OutsideChange& change : changes)
         if (!change.error.empty())
             KorHostReport::add(KorString(change.error));
-    m_refresh.reload(changes);
+    if (const auto rows = KorDSMCommit::rowsOf(changes))
+        m_refresh.follow(*rows, changes);
+    else
+        m_refresh.reload(changes);
     if (KorDSMUndo::canUndo())
         m_applyState.setModified(true);
     m_applyState.update();

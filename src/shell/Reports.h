@@ -14,13 +14,19 @@ public:
     Reports(QWidget& window, ApplyState& applyState, WindowRefresh& refresh)
         : m_window(window), m_applyState(applyState), m_refresh(refresh) {}
 
+    /// Whether servers are asked what others stored, and waited for, or what is known already is enough.
+    enum class eLook { kAsk, kNoticed };
+
     /// Says what could not be stored.
     void tell(const KorDSMCommit::Report& outcome);
     /// Shows what waits in the host's report, and what could not be read since the last time.
     void show();
 
     /// Takes over what other programs changed, and asks about conflicts. Returns whether there were none.
-    bool readOutsideChanges();
+    bool readOutsideChanges(eLook look = eLook::kAsk);
+    /// The same of what is known already, while the user works on: what is being typed stays, and where that
+    /// cannot be nothing is taken over yet.
+    void readNoticed();
     /// Reads, asks about conflicts and shows what came of it; returns that.
     std::vector<OutsideChange> follow(const KorDSMCommit::Read& read);
 

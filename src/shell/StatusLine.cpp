@@ -2,6 +2,7 @@
 
 #include "controls/KorControls.h"
 #include "controls/KorQt.h"
+#include "controls/KorStyle.h"
 #include "model/KorDSMMessages.h"
 #include "shell/LockNotice.h"
 
@@ -28,6 +29,11 @@ StatusLine::StatusLine(QWidget& window) : m_progressText(KorControls::find<QLabe
     line->addWidget(m_progress);
     line->addStretch(1);
     line->addWidget(m_readOnly);
+    m_servers = new QLabel(place);
+    KorControls::setId(m_servers, 1217);
+    m_servers->setTextFormat(Qt::PlainText);
+    m_servers->hide();
+    line->addWidget(m_servers);
 }
 
 void StatusLine::show(const KorString& status, const KorString& note, const KorString& reason) {
@@ -38,6 +44,20 @@ void StatusLine::show(const KorString& status, const KorString& note, const KorS
 
 void StatusLine::say(const KorString& text) {
     m_status->setText(toQt(text));
+}
+
+void StatusLine::showServers(const KorString& colleagues, const KorString& trouble) {
+    constexpr int kWidest = 420; // pixels; the tooltip has all of it
+    const QString text = toQt(trouble.isEmpty() ? colleagues : trouble);
+    const QString firstLine = text.section(u'\n', 0, 0);
+    m_servers->setText(m_servers->fontMetrics().elidedText(firstLine, Qt::ElideMiddle, kWidest));
+    m_servers->setToolTip(text);
+    m_servers->setAccessibleName(text);
+    m_servers->setVisible(!text.isEmpty());
+    QPalette colors;
+    if (!trouble.isEmpty())
+        colors.setColor(QPalette::WindowText, KorStyle::noteColor(m_status->palette()));
+    m_servers->setPalette(colors);
 }
 
 void StatusLine::showProgress(const DsmProgress& progress) {

@@ -8,7 +8,7 @@ class QWidget;
 struct DsmProgress;
 
 /// The line at the bottom of the window: what is selected and why it cannot be changed, the progress of
-/// longer work, and which database is waited for.
+/// longer work, which database is waited for, and who else works on it.
 class StatusLine {
 public:
     /// Fills the line of the window's template. The window owns what is added.
@@ -18,12 +18,15 @@ public:
     void show(const KorString& status, const KorString& note, const KorString& reason);
     /// Says something else until the next status comes.
     void say(const KorString& text);
+    /// Says who else is there, and which server gives no answer; both may be empty.
+    void showServers(const KorString& colleagues, const KorString& trouble);
     /// Shows progress in place of the status; paints at once, while what the user does waits.
     void showProgress(const DsmProgress& progress);
 
 private:
     QLabel* m_status;
     QLabel* m_readOnly;
+    QLabel* m_servers;
     QLabel* m_progressText;
     QProgressBar* m_progress;
 };

@@ -19,7 +19,8 @@ T& control(QWidget& window, int id) {
 
 } // namespace
 
-WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorImageListPtr images)
+WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorImageListPtr images,
+                         std::function<bool()> mayFollow)
     : apply(control<QPushButton>(window, 3)), use(control<QPushButton>(window, 1098)),
       sections(window, structure, images),
       rightSide(control<KorTabCtrl>(window, 1002), control<KorListCtrl>(window, 1003), images),
@@ -33,7 +34,7 @@ WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorIma
       status(window), selectionStatus(sections, filter, selection, navigation, commands, use, status),
       applyState(structure, apply, undo, rightSide),
       refresh(structure, sections, filter, selection, navigation, applyState, rightSide),
-      reports(window, applyState, refresh),
+      reports(window, applyState, refresh), servers(reports, status, std::move(mayFollow)),
       recovery(window, [this](const KorDSMCommit::Read& read) { return reports.follow(read); }),
       leaving(window, structure, selection, applyState, reports), usages(window, structure, navigation),
       definitions(window, structure, selection, rightSide, refresh, usages, commands),

@@ -15,6 +15,7 @@
 #include "shell/Reports.h"
 #include "shell/SectionStrip.h"
 #include "shell/SelectionStatus.h"
+#include "shell/ServerWatch.h"
 #include "shell/StatusLine.h"
 #include "shell/StylePreview.h"
 #include "shell/UsageViews.h"
@@ -25,8 +26,9 @@
 /// The parts of an editor window. Each knows only those before it, and says by signals what others may want
 /// to know; the window connects them. They go in reverse order, before the window's controls.
 struct WindowParts {
-    /// `window` has its template already.
-    WindowParts(QWidget& window, KorDSMDataStructure& structure, KorImageListPtr images);
+    /// `window` has its template already; `mayFollow` says whether it can show other data now.
+    WindowParts(QWidget& window, KorDSMDataStructure& structure, KorImageListPtr images,
+                std::function<bool()> mayFollow);
 
     QPushButton& apply;
     QPushButton& use;
@@ -47,6 +49,7 @@ struct WindowParts {
 
     WindowRefresh refresh;
     Reports reports;
+    ServerWatch servers;
     RecoveryOffer recovery;
     WindowLeaving leaving;
 

@@ -117,6 +117,13 @@ void WindowRefresh::follow(const std::vector<KorDSMRowChange>& changes) {
     Q_EMIT followed();
 }
 
+void WindowRefresh::follow(const std::vector<KorDSMRowChange>& changes,
+                           const std::vector<OutsideChange>& read) {
+    for (const OutsideChange& change : read)
+        m_navigation.renumber(change.source, change.newKeys);
+    follow(changes);
+}
+
 void WindowRefresh::reload(const std::vector<OutsideChange>& read) {
     const KorDSMBusy busy;
     const bool wasModified = m_applyState.isModified();

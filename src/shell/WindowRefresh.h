@@ -34,6 +34,8 @@ public:
     void step(int steps, std::vector<KorDSMRowChange> (*takeStep)());
     /// Brings items, trees and the page shown in line with rows that are different now.
     void follow(const std::vector<KorDSMRowChange>& changes);
+    /// The same after sources were read again, which brought `read`.
+    void follow(const std::vector<KorDSMRowChange>& changes, const std::vector<OutsideChange>& read);
     /// Loads all sections anew and shows the place that was shown. `read` is what reading sources again
     /// brought, where that is the reason.
     void reload(const std::vector<OutsideChange>& read = {});

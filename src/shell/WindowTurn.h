@@ -32,9 +32,9 @@ public:
     void take();
     /// The window is left: the one that was open before has its turn.
     void end();
+    bool isMine() const;
 
 private:
-    bool isMine() const;
     void letGo();
 
     QWidget& m_window;

@@ -294,3 +294,11 @@ std::vector<PendingStep> PendingLog::takeRedo() {
     tell();
     return taken;
 }
+
+std::vector<RowRef> PendingLog::rowsOf(SourceId source) const {
+    std::vector<RowRef> rows;
+    for (const PendingStep* step : steps())
+        if (step->source == source)
+            rows.push_back({step->table, step->key});
+    return rows;
+}

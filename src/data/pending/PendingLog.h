@@ -74,6 +74,8 @@ public:
     bool hasPending(SourceId source, eTableType table) const { return m_counts.contains({source, table}); }
     bool hasPending(SourceId source) const;
     bool isEmpty() const { return m_position == 0; }
+    /// The rows that have pending changes, in no order.
+    std::vector<RowRef> rowsOf(SourceId source) const;
     /// The steps that stand, oldest first. Valid until the log changes.
     std::vector<const PendingStep*> steps() const;
 

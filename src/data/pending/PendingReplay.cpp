@@ -138,6 +138,18 @@ Result<> PendingReplay::readAnew() {
     return m_source.readAnew(tables());
 }
 
+void PendingReplay::take(const StoredSince& since) {
+    for (const Change& change : m_changes) {
+        for (const CellChange& cell : change.cells)
+            m_source.setCell(change.table, KorOdbcKey(cell.key), *cell.column, cell.stored);
+        for (const auto& record : change.appended)
+            m_source.remove(change.table, KorOdbcKey(record->key));
+        for (const auto& record : change.deleted)
+            m_source.insert(change.table, *record);
+    }
+    m_source.take(since);
+}
+
 Result<> PendingReplay::read() {
     for (const eTableType type : tables())
         if (Result<> result = m_source.readingOf(type); !result)

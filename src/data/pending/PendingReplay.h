@@ -20,6 +20,8 @@ public:
     /// Forgets what was read and reads what the changes need again, in one state. On failure all is as
     /// before.
     Result<> readAnew();
+    /// The same where all that others stored is known: nothing is read.
+    void take(const StoredSince& since);
     /// Reads what the changes need, as far as it was not read yet.
     Result<> read();
     /// Makes the changes anew after either, as one group. Rows that were appended under a key, a name or

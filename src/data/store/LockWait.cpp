@@ -54,7 +54,7 @@ std::chrono::milliseconds LockWait::longest() const {
 bool LockWait::goesOn(std::chrono::milliseconds waited) const {
     if (waited >= longest())
         return false;
-    if (waited < kWordless || !waiting().ask)
+    if (waited < m_unasked || !waiting().ask)
         return true;
     waiting().isAsking = true;
     const bool answer = waiting().ask(m_file, waited);

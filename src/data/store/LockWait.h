@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-/// Waiting for a database that another program has locked: a short while without a word, then with one,
+/// Waiting for a database that another program has locked: a short while without asking, then asking,
 /// until the lock is gone, the user gives up or the time is over. Whoever gave up once does not wait again
 /// for the same database in the same command.
 class LockWait {
@@ -17,9 +17,10 @@ public:
     static constexpr std::chrono::milliseconds kLimit{5000};
     static constexpr std::chrono::milliseconds kWordless{250}; ///< another program's short write
 
-    /// `limit` is the longest wait where it is not the common one.
-    explicit LockWait(std::string file, std::optional<std::chrono::milliseconds> limit = {})
-        : m_file(std::move(file)), m_limit(limit) {}
+    /// `limit` is the longest wait where it is not the common one, `unasked` how long nobody is asked.
+    explicit LockWait(std::string file, std::optional<std::chrono::milliseconds> limit = {},
+                      std::chrono::milliseconds unasked = kWordless)
+        : m_file(std::move(file)), m_limit(limit), m_unasked(unasked) {}
 
     /// What is asked in the current session; an empty one waits without a word. Returns the one before.
     static Ask setAsk(Ask ask);
@@ -53,6 +54,7 @@ private:
 
     std::string m_file;
     std::optional<std::chrono::milliseconds> m_limit;
+    std::chrono::milliseconds m_unasked;
     Clock::time_point m_start;
     Clock::time_point m_givenUp;
     int m_givenUpIn = 0; ///< the command, counted from 1

@@ -1,12 +1,15 @@
 #pragma once
 
 #include "base/Result.h"
+#include "data/store/ServerNews.h"
 #include "records/TableSchema.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
+
+struct StoredSince;
 
 /// One stored cell of a row to be changed, with the value that it must still hold.
 struct CellChange {
@@ -110,6 +113,14 @@ public:
     /// Whether another program changed or replaced the database since it was opened or last acknowledged.
     /// While another program is just writing it says what it knew before.
     virtual bool changedOutside() = 0;
+    /// Reads what other programs stored since the state that is known, and takes the present one as known;
+    /// reads nothing where that cannot be told. May connect again.
+    virtual Result<> readSince(StoredSince&) { return {}; }
+    /// Whether the database is on a server, which is asked by `glance`.
+    virtual bool isOnServer() const { return false; }
+    /// What a server said last. Asks it now and then, without waiting for it, and tells it that these rows
+    /// have pending changes here.
+    virtual ServerNews glance(const std::vector<RowRef>&) { return {}; }
     /// Opens the database anew under its name and takes its state as known. The caller then reads everything
     /// again. On failure everything else fails for the same reason until it succeeds.
     virtual Result<> reopen() = 0;

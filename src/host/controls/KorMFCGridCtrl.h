@@ -89,6 +89,8 @@ public:
     void commitEdit();
     /// Closes an open cell editor; what was typed in it is forgotten.
     void dropEdit();
+    /// Whether a cell is being edited.
+    bool isEditing() const { return state() == EditingState; }
 
 Q_SIGNALS:
     /// The user changed a cell.

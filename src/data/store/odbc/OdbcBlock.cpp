@@ -3,6 +3,7 @@
 #include <sqlext.h>
 
 #include <algorithm>
+#include <charconv>
 
 std::optional<std::string_view> OdbcBlock::cell(std::size_t row, std::size_t column) const {
     const Cells& cells = m_columns[column];
@@ -21,4 +22,11 @@ std::size_t OdbcBlock::missingRoom(std::size_t row, std::size_t column) const {
     return length != SQL_NULL_DATA && static_cast<std::size_t>(length) >= cells.room
                ? static_cast<std::size_t>(length) + 1
                : 0;
+}
+
+std::int64_t numberIn(const std::optional<std::string>& cell) {
+    std::int64_t number = 0;
+    if (cell)
+        std::from_chars(cell->data(), cell->data() + cell->size(), number);
+    return number;
 }

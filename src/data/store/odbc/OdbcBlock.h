@@ -9,6 +9,8 @@
 
 /// A few rows, each cell as a text, none for NULL.
 using OdbcRows = std::vector<std::vector<std::optional<std::string>>>;
+/// The number that such a cell holds, 0 for none.
+std::int64_t numberIn(const std::optional<std::string>& cell);
 
 /// Rows that were fetched at once, column by column.
 class OdbcBlock {

@@ -6,96 +6,136 @@
 
 namespace {
 
-// Most answers come at once; a word and a way to give up are for the others.
+// Most answers come at once. For the others events go on, and after a while there is a word, and a way to give
+// up.
 constexpr std::chrono::milliseconds kAtOnce{40};
-constexpr std::chrono::milliseconds kGlance{200};
 constexpr std::chrono::milliseconds kFarewell{1000};
 
 } // namespace
 
 OdbcConnection::OdbcConnection(const std::string& name, OdbcLimits limits)
-    : m_name(name), m_login(name, limits.login), m_wait(name, limits.statement), m_limits(limits) {}
+    : m_name(name), m_login(name, limits.login, kAtOnce), m_wait(name, limits.statement, kAtOnce),
+      m_limits(limits) {}
 
 OdbcConnection::~OdbcConnection() {
     close();
+    leave(std::exchange(m_next, {}));
+}
+
+OdbcConnection::Served OdbcConnection::serve(const OdbcLibrary& library, Job job) {
+    Served served{std::make_shared<OdbcLine>(library), {}};
+    served.line->job = std::move(job);
+    served.thread = std::thread([line = served.line] { OdbcLine::serve(line); });
+    return served;
 }
 
 // A line that answers is ended before this returns; the thread of another one ends when the answer comes, or
 // with the program.
-void OdbcConnection::close() {
-    m_isInTransaction = false;
-    if (!m_line)
+void OdbcConnection::leave(Served served) {
+    if (!served.line)
         return;
-    const auto line = std::exchange(m_line, nullptr);
-    std::unique_lock lock(line->mutex);
-    line->isLeft = true;
-    line->changed.notify_all();
-    if (!line->job)
-        line->changed.wait_for(lock, kFarewell, [&] { return line->isEnded; });
-    const bool isEnded = line->isEnded;
+    std::unique_lock lock(served.line->mutex);
+    served.line->isLeft = true;
+    served.line->changed.notify_all();
+    if (!served.line->job)
+        served.line->changed.wait_for(lock, kFarewell, [&] { return served.line->isEnded; });
+    const bool isEnded = served.line->isEnded;
     lock.unlock();
-    isEnded ? m_thread.join() : m_thread.detach();
+    isEnded ? served.thread.join() : served.thread.detach();
 }
 
-bool OdbcConnection::isDone(std::chrono::milliseconds moment) const {
-    std::unique_lock lock(m_line->mutex);
-    return m_line->changed.wait_for(lock, moment, [&] { return !m_line->job; });
+void OdbcConnection::close() {
+    m_isInTransaction = m_isAsking = false;
+    m_line = nullptr;
+    leave(std::exchange(m_served, {}));
 }
 
-OdbcError OdbcConnection::run(const Job& job, bool keepsWaiting) {
-    const auto wait = [&](LockWait& patience) {
-        bool isAnswered = isDone(kAtOnce);
-        for (int attempt = 0; !isAnswered && patience.again(attempt); ++attempt)
-            isAnswered = isDone(std::chrono::milliseconds(0));
-        return isAnswered || isDone(std::chrono::milliseconds(0));
-    };
+bool OdbcConnection::isDone(OdbcLine& line, std::chrono::milliseconds moment) {
+    std::unique_lock lock(line.mutex);
+    return line.changed.wait_for(lock, moment, [&] { return !line.job; });
+}
+
+void OdbcConnection::give(OdbcLine& line, Job job) {
+    const std::lock_guard lock(line.mutex);
+    line.job = std::move(job);
+    line.changed.notify_all();
+}
+
+bool OdbcConnection::waitFor(LockWait& patience) {
+    bool isAnswered = isDone(*m_line, kAtOnce);
+    for (int attempt = 0; !isAnswered && patience.again(attempt); ++attempt)
+        isAnswered = isDone(*m_line, std::chrono::milliseconds(0));
+    return isAnswered || isDone(*m_line, std::chrono::milliseconds(0));
+}
+
+OdbcError OdbcConnection::run(Job job) {
     if (!m_line)
         return {OdbcError::eKind::kLost};
     LockWait& patience = m_engine.empty() ? m_login : m_wait;
-    const bool wasIdle = isDone(std::chrono::milliseconds(0));
-    if (!wasIdle && (keepsWaiting || !wait(patience))) {
-        if (!keepsWaiting)
-            close();
-        return {keepsWaiting ? OdbcError::eKind::kBusy : OdbcError::eKind::kFrozen};
+    m_isAsking = false;
+    bool isAnswered = waitFor(patience);
+    if (isAnswered) {
+        give(*m_line, std::move(job));
+        isAnswered = waitFor(patience);
     }
-    {
-        const std::lock_guard lock(m_line->mutex);
-        m_line->job = job;
-        m_line->changed.notify_all();
+    if (!isAnswered) {
+        close();
+        return {OdbcError::eKind::kFrozen};
     }
-    if (keepsWaiting ? isDone(kGlance) : wait(patience)) {
-        if (m_line->result.isLineGone()) {
-            OdbcError lost = std::move(m_line->result);
-            close();
-            return lost;
-        }
+    if (!m_line->result.isLineGone())
         return m_line->result;
-    }
-    if (keepsWaiting)
-        return {OdbcError::eKind::kBusy};
+    OdbcError lost = std::move(m_line->result);
     close();
-    return {OdbcError::eKind::kFrozen};
+    return lost;
+}
+
+OdbcConnection::Job OdbcConnection::connecting(const std::string& text) const {
+    const auto limit = std::chrono::duration_cast<std::chrono::seconds>(m_limits.login);
+    return [=](OdbcLine& line) { return line.connect(text, limit); };
 }
 
 OdbcError OdbcConnection::open(const std::string& text) {
     close();
     m_engine.clear();
-    m_login = LockWait(m_name, m_limits.login);
-    m_wait = LockWait(m_name, m_limits.statement);
+    m_login = LockWait(m_name, m_limits.login, kAtOnce);
+    m_wait = LockWait(m_name, m_limits.statement, kAtOnce);
     const OdbcLibrary* library = OdbcLibrary::instance();
     if (!library)
         return {OdbcError::eKind::kNoManager};
-    m_line = std::make_shared<OdbcLine>(*library);
-    m_thread = std::thread([line = m_line] { OdbcLine::serve(line); });
-    const auto limit = std::chrono::duration_cast<std::chrono::seconds>(m_limits.login);
-    OdbcError error = run([=](OdbcLine& line) { return line.connect(text, limit); });
-    if (error) {
+    m_served = m_next.line ? std::exchange(m_next, {}) : serve(*library, connecting(text));
+    m_line = m_served.line;
+    if (!waitFor(m_login)) {
+        close();
+        return {OdbcError::eKind::kFrozen};
+    }
+    if (m_line->result) {
+        OdbcError error = std::move(m_line->result);
         close();
         return error;
     }
+    ++m_number;
     m_engine = m_line->engine;
     m_quote = m_line->quote;
     return {};
+}
+
+OdbcError OdbcConnection::prepare(const std::string& text) {
+    const OdbcLibrary* library = OdbcLibrary::instance();
+    if (!library)
+        return {OdbcError::eKind::kNoManager};
+    const auto now = std::chrono::steady_clock::now();
+    if (!m_next.line) {
+        if (now < m_nextTry)
+            return {OdbcError::eKind::kBusy};
+        m_next = serve(*library, connecting(text));
+        m_nextTry = now + m_limits.retry;
+    }
+    if (!isDone(*m_next.line, std::chrono::milliseconds(0)))
+        return {OdbcError::eKind::kBusy};
+    OdbcError error = m_next.line->result;
+    if (error)
+        leave(std::exchange(m_next, {}));
+    return error;
 }
 
 OdbcError OdbcConnection::begin() {
@@ -125,9 +165,21 @@ OdbcError OdbcConnection::query(const std::string& sql, OdbcRows& rows) {
     return error;
 }
 
-OdbcError OdbcConnection::glance(const std::string& sql, OdbcRows& rows) {
-    OdbcError error = run([=](OdbcLine& line) { return line.query(sql); }, true);
+void OdbcConnection::ask(const std::string& sql) {
+    if (!m_line || !isDone(*m_line, std::chrono::milliseconds(0)))
+        return;
+    give(*m_line, [=](OdbcLine& line) { return line.query(sql); });
+    m_isAsking = true;
+}
+
+OdbcError OdbcConnection::answer(OdbcRows& rows) {
+    if (!m_isAsking || !isDone(*m_line, std::chrono::milliseconds(0)))
+        return {OdbcError::eKind::kBusy};
+    m_isAsking = false;
+    OdbcError error = std::move(m_line->result);
     rows = error ? OdbcRows() : std::move(m_line->found);
+    if (error.isLineGone())
+        close();
     return error;
 }
 

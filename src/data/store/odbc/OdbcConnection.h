@@ -8,12 +8,15 @@
 #include <memory>
 #include <thread>
 
+struct OdbcLibrary;
 struct OdbcLine;
 
 /// How long a database on a server is waited for.
 struct OdbcLimits {
     std::chrono::milliseconds login{10000};
     std::chrono::milliseconds statement{60000};
+    std::chrono::milliseconds look{2000};  ///< between two looks at what others stored
+    std::chrono::milliseconds retry{5000}; ///< between two tries to open a line in the background
 };
 
 /// One connection by a driver. Every call of the driver runs in a thread of the connection, and the caller
@@ -31,7 +34,12 @@ public:
     /// Opens a line in the place of the one before. `text` is a connection string for the driver manager.
     OdbcError open(const std::string& text);
     void close();
+    /// Opens a line in the background, which the next `open` takes. `kBusy` while that is under way; after a
+    /// failure it is tried again after a while.
+    OdbcError prepare(const std::string& text);
     bool isOpen() const { return m_line != nullptr; }
+    /// How many lines were opened so far.
+    int number() const { return m_number; }
     /// Name of the database engine, and what it puts around names; empty where nothing is open.
     const std::string& engine() const { return m_engine; }
     const std::string& quote() const { return m_quote; }
@@ -46,8 +54,12 @@ public:
     OdbcError execute(const std::string& sql, std::int64_t* rows = nullptr);
     /// Reads all rows of a small result.
     OdbcError query(const std::string& sql, OdbcRows& rows);
-    /// The same, but waits for a moment only; where no answer comes the next call waits on.
-    OdbcError glance(const std::string& sql, OdbcRows& rows);
+    /// Begins such a query without waiting for its answer, unless something else is under way.
+    void ask(const std::string& sql);
+    bool isAsking() const { return m_isAsking; }
+    /// The answer to it, once; `kBusy` while there is none. Whoever runs something else meanwhile waits for
+    /// it, and it is forgotten.
+    OdbcError answer(OdbcRows& rows);
 
     /// Begins to read a large result, with room for texts of these sizes in its columns.
     OdbcError select(const std::string& sql, const std::vector<std::size_t>& rooms);
@@ -60,17 +72,31 @@ public:
 
 private:
     using Job = std::function<OdbcError(OdbcLine&)>;
+    /// A line with its thread.
+    struct Served {
+        std::shared_ptr<OdbcLine> line;
+        std::thread thread;
+    };
 
-    OdbcError run(const Job& job, bool keepsWaiting = false);
-    bool isDone(std::chrono::milliseconds moment) const;
+    static Served serve(const OdbcLibrary& library, Job job);
+    static void leave(Served served);
+    static bool isDone(OdbcLine& line, std::chrono::milliseconds moment);
+    static void give(OdbcLine& line, Job job);
+    bool waitFor(LockWait& patience);
+    OdbcError run(Job job);
+    Job connecting(const std::string& text) const;
 
     std::string m_name;
     LockWait m_login;
     LockWait m_wait;
     OdbcLimits m_limits;
-    std::shared_ptr<OdbcLine> m_line;
-    std::thread m_thread; ///< of the line
+    Served m_served;
+    Served m_next; ///< opened in the background
+    std::chrono::steady_clock::time_point m_nextTry;
+    std::shared_ptr<OdbcLine> m_line; ///< the one that is used
     std::string m_engine;
     std::string m_quote;
+    int m_number = 0;
     bool m_isInTransaction = false;
+    bool m_isAsking = false;
 };

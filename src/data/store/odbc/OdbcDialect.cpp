@@ -24,6 +24,17 @@ std::string replacedAll(std::string_view text, char what, std::string_view with)
     return replaced;
 }
 
+// Marks are shared locks of two numbers: one tells schema and table, the other the row.
+constexpr std::uint32_t kMarksOfSchema = 64;
+static_assert(kEndOfTables <= kMarksOfSchema);
+
+std::uint32_t firstMarkOf(const std::string& schema) {
+    std::uint32_t hash = 2166136261U;
+    for (const char c : schema)
+        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+    return hash % (1U << 31) / kMarksOfSchema * kMarksOfSchema;
+}
+
 class PostgresDialect final : public OdbcDialect {
 public:
     using OdbcDialect::OdbcDialect;
@@ -34,10 +45,11 @@ public:
     }
     std::string forUpdate() const override { return " FOR UPDATE"; }
     bool takesSeveralStatements() const override { return true; }
-    // A server that lost its client must not keep others waiting.
+    // A server that lost its client must not keep others waiting, nor show it for long.
     std::vector<std::string> greeting() const override {
         return {"SET standard_conforming_strings = on; SET lock_timeout = '4s'; "
-                "SET idle_in_transaction_session_timeout = '60s'; SET statement_timeout = '120s'"};
+                "SET idle_in_transaction_session_timeout = '60s'; SET statement_timeout = '120s'; "
+                "SET tcp_keepalives_idle = 10; SET tcp_keepalives_interval = 5; SET tcp_keepalives_count = 3"};
     }
     std::string returning(const std::string& column) const override { return " RETURNING " + column; }
     std::string oneState() const override {
@@ -55,6 +67,21 @@ public:
         default:
             return "SELECT CASE WHEN has_table_privilege(" + state + ", 'SELECT') THEN 1 ELSE 0 END";
         }
+    }
+    std::string mark(RowRef row, bool on) const override {
+        return std::string(on ? "SELECT pg_advisory_lock_shared(" : "SELECT pg_advisory_unlock_shared(") +
+               std::to_string(firstMarkOf(schema()) + static_cast<std::uint32_t>(row.table)) + ", " +
+               std::to_string(row.key) + ")";
+    }
+    std::string withMarks(const std::string& query) const override {
+        const std::string first = std::to_string(firstMarkOf(schema()));
+        const std::string table = "CAST(l.classid AS bigint) - " + first;
+        return "SELECT q.*, 0, '', 0, 0 FROM (" + query +
+               ") q UNION ALL SELECT NULL, l.pid, CAST(a.usename AS text), " + table +
+               ", CAST(l.objid AS bigint) FROM pg_locks l JOIN pg_stat_activity a ON a.pid = l.pid WHERE "
+               "l.locktype = 'advisory' AND l.objsubid = 2 AND l.pid <> pg_backend_pid() AND l.database = "
+               "(SELECT oid FROM pg_database WHERE datname = current_database()) AND " +
+               table + " BETWEEN 0 AND " + std::to_string(kMarksOfSchema - 1);
     }
     std::string roles() const override { return "SELECT rolname FROM pg_roles"; }
     std::string role(eServerRole role) const override {
@@ -81,8 +108,7 @@ public:
                 "GRANT SELECT, INSERT, UPDATE, DELETE ON ALL TABLES" + place + " TO " + editor,
                 "REVOKE INSERT, UPDATE, DELETE ON " + table(kStateTable) + " FROM " + editor,
                 "GRANT UPDATE (last_change) ON " + table(kStateTable) + " TO " + editor,
-                "REVOKE UPDATE, DELETE ON " + table(kChangeTable) + ", " + table(kCommitTable) + " FROM " +
-                    editor};
+                "REVOKE UPDATE ON " + table(kChangeTable) + ", " + table(kCommitTable) + " FROM " + editor};
     }
     std::vector<std::string> asMaintainer() const override {
         return {"SET LOCAL ROLE " + name(role(eServerRole::kMaintainer)),

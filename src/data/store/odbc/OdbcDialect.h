@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/store/SchemaHistory.h"
+#include "records/RowRef.h"
 
 #include <memory>
 #include <span>
@@ -55,6 +56,14 @@ public:
     /// SQL that selects 1 where the user may do what the role may, and 0 where not.
     virtual std::string may(eServerRole role) const;
     virtual std::string currentUser() const { return "CURRENT_USER"; }
+
+    /// SQL that marks the row for others as one with pending changes, or takes the mark back, until the
+    /// connection ends; no table tells that the styles are open. Nothing is written by it. Empty where the
+    /// engine has nothing of the kind.
+    virtual std::string mark(RowRef, bool) const { return {}; }
+    /// SQL that adds rows to `query`, which selects a number: what others marked, each as NULL, a number of
+    /// the connection, its user, table type and key.
+    virtual std::string withMarks(const std::string& query) const { return query; }
 
     /// SQL that makes the schema with its roles, and afterwards what gives each its rights. What is there
     /// already (`existing` roles) is used.

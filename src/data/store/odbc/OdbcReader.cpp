@@ -143,6 +143,35 @@ std::string displayCell(const std::optional<std::string>& stored) {
     return stored->find_first_of(".e") == std::string::npos ? *stored : displayText(CellValue(number));
 }
 
+namespace {
+
+// Reads the rows for which `condition` holds behind those that are in `rows`.
+Result<> readInto(OdbcDatabase& database, const TableSchema& table, const TableLayout& layout,
+                  const std::string& condition, RowArray& rows, ReadReport& report) {
+    OdbcTableScan scan(database, table, layout.present);
+    std::vector<OddCell> odd;
+    return scan.run(
+        condition, {},
+        [&](std::int32_t key) {
+            if (rows.size() == 0)
+                rows.reserve(scan.expectedRows());
+            StructRecord& record = rows.append();
+            record.key = key;
+            scan.fill(record, odd);
+            for (const OddCell& cell : odd) {
+                const Column& column = *layout.present[cell.place];
+                std::optional<std::string> stored = scan.stored(cell.place);
+                report.addCell(record, column, displayCell(stored), cell.fit == eCellFit::kOutside);
+                if (cell.fit == eCellFit::kMisfit)
+                    database.unreadable[{&column, key}] = std::move(stored);
+            }
+            odd.clear();
+        },
+        [&](const std::string& key, bool isDuplicate) { report.addRow(key, isDuplicate); });
+}
+
+} // namespace
+
 Result<> readOdbcTable(OdbcDatabase& database, const TableSchema& table, RowArray& rows,
                        std::vector<ReadProblem>& problems) {
     const TableLayout* layout = nullptr;
@@ -155,29 +184,36 @@ Result<> readOdbcTable(OdbcDatabase& database, const TableSchema& table, RowArra
     }
     for (const Column* column : layout->missing)
         report.addMissingColumn(*column);
-    for (const Column* column : layout->present)
-        std::erase_if(database.unreadable, [&](const auto& cell) { return cell.first.first == column; });
-    OdbcTableScan scan(database, table, layout->present);
-    std::vector<OddCell> odd;
-    Result<> result = scan.run(
-        {}, {},
-        [&](std::int32_t key) {
-            if (rows.size() == 0)
-                rows.reserve(scan.expectedRows());
-            StructRecord& record = rows.append();
-            record.key = key;
-            scan.fill(record, odd);
-            for (const OddCell& cell : odd) {
-                const Column& column = *layout->present[cell.place];
-                std::optional<std::string> stored = scan.stored(cell.place);
-                report.addCell(record, column, displayCell(stored), cell.fit == eCellFit::kOutside);
-                if (cell.fit == eCellFit::kMisfit)
-                    database.unreadable[{&column, key}] = std::move(stored);
-            }
-            odd.clear();
-        },
-        [&](const std::string& key, bool isDuplicate) { report.addRow(key, isDuplicate); });
+    std::erase_if(database.unreadable,
+                  [&](const auto& cell) { return table.column(cell.first.first->number) == cell.first.first; });
+    Result<> result = readInto(database, table, *layout, {}, rows, report);
     if (!result)
         rows.clear();
+    return result;
+}
+
+std::string isKeyIn(const OdbcDialect& dialect, std::span<const std::int32_t> keys) {
+    std::string list;
+    for (const std::int32_t key : keys)
+        list += (list.empty() ? "" : ", ") + std::to_string(key);
+    return dialect.name("key") + " IN (" + list + ")";
+}
+
+Result<> readOdbcRows(OdbcDatabase& database, const TableSchema& table, const std::vector<std::int32_t>& keys,
+                      RowArray& rows, std::vector<ReadProblem>& problems) {
+    const TableLayout* layout = nullptr;
+    Result<> result = database.layoutOf(table, layout);
+    if (!result || !layout->hasTable)
+        return result;
+    ReadReport report(database.name(), table, problems);
+    for (const std::int32_t key : keys)
+        for (const Column* column : layout->present)
+            database.unreadable.erase({column, key});
+    for (std::size_t first = 0; result && first < keys.size(); first += kKeysOfStatement) {
+        const std::span some =
+            std::span(keys).subspan(first, std::min(kKeysOfStatement, keys.size() - first));
+        result = readInto(database, table, *layout, isKeyIn(*database.dialect, some), rows, report);
+    }
+    rows.sort();
     return result;
 }

@@ -4,6 +4,8 @@
 #include "data/store/RecentTexts.h"
 #include "data/store/odbc/OdbcDatabase.h"
 
+#include <span>
+
 /// Rows of a table, as they come from a server. Where a text is longer than the room for it they are read
 /// again from there, with more room.
 class OdbcTableScan {
@@ -51,6 +53,14 @@ private:
 /// Reads a table as `StyleStore::readTable` says.
 Result<> readOdbcTable(OdbcDatabase& database, const TableSchema& table, RowArray& rows,
                        std::vector<ReadProblem>& problems);
+
+/// The same of the rows that have these keys, as far as they are there.
+Result<> readOdbcRows(OdbcDatabase& database, const TableSchema& table, const std::vector<std::int32_t>& keys,
+                      RowArray& rows, std::vector<ReadProblem>& problems);
+/// SQL that holds for the rows that have these keys.
+std::string isKeyIn(const OdbcDialect& dialect, std::span<const std::int32_t> keys);
+/// So many of them are asked for at once.
+inline constexpr std::size_t kKeysOfStatement = 1000;
 
 /// What a cell holds, as a user reads it.
 std::string displayCell(const std::optional<std::string>& stored);

@@ -2,18 +2,9 @@
 
 #include "data/store/odbc/OdbcTables.h"
 
-#include <charconv>
-
 namespace {
 
 constexpr const char* kApplication = "detail styles";
-
-std::int64_t numberIn(const std::optional<std::string>& cell) {
-    std::int64_t number = 0;
-    if (cell)
-        std::from_chars(cell->data(), cell->data() + cell->size(), number);
-    return number;
-}
 
 /// A transaction that is taken back unless it is kept.
 class Transaction {
@@ -102,6 +93,7 @@ std::vector<std::string> OdbcSchema::ownTables() const {
         "CREATE TABLE " + dialect.table(kChangeTable) + " (sequence BIGINT NOT NULL, style_table" + text +
             ", row_key INTEGER NOT NULL, kind CHAR(1) NOT NULL)",
         "CREATE INDEX dsdb_change_sequence ON " + dialect.table(kChangeTable) + " (sequence)",
+        "CREATE INDEX dsdb_commit_sequence ON " + dialect.table(kCommitTable) + " (sequence)",
     };
 }
 

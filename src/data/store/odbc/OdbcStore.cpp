@@ -21,7 +21,7 @@ std::uint32_t newMark() {
 
 OdbcStore::OdbcStore(ServerAddress address, OdbcLimits limits, const SchemaHistory& history)
     : m_database(std::move(address), limits), m_schema(m_database, history), m_writer(m_database),
-      m_history(history) {}
+      m_log(m_database), m_limits(limits), m_history(history) {}
 
 OdbcStore::~OdbcStore() {
     endRead();
@@ -48,14 +48,25 @@ OpenedServer OdbcStore::open(const ServerAddress& address, eMode mode, OdbcLimit
 // What the database is now is taken as known.
 Result<> OdbcStore::look() {
     OdbcSchema::State state;
+    Result<> result = checkState(state);
+    if (result)
+        know(state.lastChange);
+    return result;
+}
+
+Result<> OdbcStore::checkState(OdbcSchema::State& state) {
     if (Result<> result = m_schema.read(state); !result)
         return result;
     if (state.version < m_history.current())
         return m_database.fault(eServerFault::kOlder, std::to_string(state.version));
     m_version = state.version;
-    m_knownChanges = othersChanges(state.lastChange);
     m_database.forgetLayouts();
     return {};
+}
+
+void OdbcStore::know(std::int64_t lastChange) {
+    m_knownChanges = othersChanges(lastChange);
+    m_range = {lastChange, lastChange, {}};
 }
 
 bool OdbcStore::isReadOnly() const {
@@ -155,6 +166,10 @@ Result<> OdbcStore::commit() {
         return result;
     }
     ++m_ownChanges;
+    if (m_sequence == m_range.known + 1)
+        m_range.known = m_sequence;
+    else
+        m_range.own.insert(m_sequence);
     m_sequence = 0;
     m_writer.finish(true);
     return {};
@@ -216,14 +231,117 @@ bool OdbcStore::changedOutside() {
         return true;
     if (m_isReading)
         return false;
-    OdbcRows rows;
-    const OdbcError error = m_database.connection.glance(m_schema.lastChangeSql(), rows);
-    if (error.kind == OdbcError::eKind::kBusy)
-        return false;
-    if (error || rows.empty())
-        return true;
-    const std::int64_t last = std::stoll(rows.front().front().value_or("0"));
-    return othersChanges(last - (m_sequence > 0 ? 1 : 0)) != m_knownChanges;
+    if (m_sequence > 0) // nobody else stores anything until this transaction ends
+        return othersChanges(m_sequence - 1) != m_knownChanges;
+    std::optional<std::int64_t> last;
+    return !m_database.queryInteger(m_schema.lastChangeSql(), last) ||
+           othersChanges(last.value_or(0)) != m_knownChanges;
+}
+
+Result<> OdbcStore::readSince(StoredSince& since) {
+    since = {};
+    if (m_outcome == eOutcome::kUnknown)
+        return {};
+    endRead();
+    rollback();
+    Result<> result;
+    if (!m_database.connection.isOpen()) {
+        OdbcSchema::State state;
+        result = m_database.connect();
+        if (result)
+            result = checkState(state);
+    }
+    if (result)
+        result = beginRead(since.state);
+    if (!result) {
+        m_database.connection.close();
+        return result;
+    }
+    m_range.last = since.state + m_ownChanges;
+    result = m_log.read(m_range, since);
+    endRead();
+    if (result && since.isKnown)
+        know(m_range.last);
+    return result;
+}
+
+// A server that gives no answer is not asked a second time.
+ServerNews OdbcStore::glance(const std::vector<RowRef>& pending) {
+    using enum ServerNews::eState;
+    constexpr int kLooksWithoutAnswer = 3;
+    OdbcConnection& connection = m_database.connection;
+    const auto now = std::chrono::steady_clock::now();
+    if (!connection.isOpen()) {
+        m_news = {connection.prepare(m_database.address.connection) ? kLost : kBack};
+    } else if (m_outcome == eOutcome::kUnknown) {
+        m_news.state = kBack;
+    } else if (!connection.isInTransaction()) {
+        OdbcRows rows;
+        const bool wasAsking = connection.isAsking();
+        const OdbcError error = connection.answer(rows);
+        if (wasAsking && !error)
+            hear(rows);
+        else if (error.kind != OdbcError::eKind::kBusy)
+            m_news.state = connection.isOpen() ? kChanged : kLost;
+        else if (wasAsking && now - m_asked > kLooksWithoutAnswer * m_limits.look)
+            m_news.state = kNoAnswer;
+        if (connection.isOpen() && !connection.isAsking() && now - m_asked >= m_limits.look)
+            ask(pending);
+    }
+    return m_news;
+}
+
+// Who is there is asked for less often, and few rows are marked: that costs the server more.
+void OdbcStore::ask(const std::vector<RowRef>& pending) {
+    constexpr int kAsksForMarks = 4;
+    constexpr std::size_t kMostMarks = 30;
+    const OdbcDialect& dialect = *m_database.dialect;
+    std::string sql = m_schema.lastChangeSql();
+    if (std::exchange(m_line, m_database.connection.number()) != m_database.connection.number()) {
+        m_marked.clear();
+        m_asks = 0;
+    }
+    if (m_asks++ % kAsksForMarks == 0)
+        sql = dialect.withMarks(sql);
+    std::set<RowRef> wanted = {RowRef()};
+    for (const RowRef row : pending)
+        if (wanted.size() < kMostMarks)
+            wanted.insert(row);
+    if (!dialect.mark({}, true).empty()) {
+        for (const RowRef row : m_marked)
+            if (!wanted.contains(row))
+                sql += "; " + dialect.mark(row, false);
+        for (const RowRef row : wanted)
+            if (!m_marked.contains(row))
+                sql += "; " + dialect.mark(row, true);
+        m_marked = std::move(wanted);
+    }
+    m_asked = std::chrono::steady_clock::now();
+    m_database.connection.ask(sql);
+}
+
+void OdbcStore::hear(const OdbcRows& rows) {
+    std::map<std::int64_t, Colleague> colleagues;
+    bool hasMarks = false;
+    m_news.state = ServerNews::eState::kChanged; // unless it says what is known
+    for (const auto& row : rows) {
+        hasMarks = row.size() > 1;
+        if (row[0] && othersChanges(numberIn(row[0])) == m_knownChanges)
+            m_news.state = ServerNews::eState::kSame;
+        if (row[0] || !hasMarks)
+            continue;
+        Colleague& colleague = colleagues[numberIn(row[1])];
+        colleague.user = row[2].value_or("");
+        const RowRef marked{static_cast<eTableType>(numberIn(row[3])),
+                            static_cast<std::int32_t>(numberIn(row[4]))};
+        if (marked.table != kNoTable)
+            colleague.pending.push_back(marked);
+    }
+    if (!hasMarks)
+        return;
+    m_news.colleagues.clear();
+    for (auto& [connection, colleague] : colleagues)
+        m_news.colleagues.push_back(std::move(colleague));
 }
 
 Result<> OdbcStore::reopen() {
@@ -246,6 +364,6 @@ Result<> OdbcStore::reopen() {
 void OdbcStore::acknowledge() {
     std::optional<std::int64_t> last;
     if (m_database.queryInteger(m_schema.lastChangeSql(), last) && last)
-        m_knownChanges = othersChanges(*last);
+        know(*last);
     m_database.forgetLayouts();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/store/odbc/OdbcLog.h"
 #include "data/store/odbc/OdbcSchema.h"
 #include "data/store/odbc/OdbcWriter.h"
 
@@ -37,6 +38,9 @@ public:
     eOutcome outcome() const override { return m_outcome; }
     void rollback() override;
     bool changedOutside() override;
+    Result<> readSince(StoredSince& since) override;
+    bool isOnServer() const override { return true; }
+    ServerNews glance(const std::vector<RowRef>& pending) override;
     Result<> reopen() override;
     void acknowledge() override;
 
@@ -44,6 +48,10 @@ private:
     OdbcStore(ServerAddress address, OdbcLimits limits, const SchemaHistory& history);
 
     Result<> look();
+    Result<> checkState(OdbcSchema::State& state);
+    void know(std::int64_t lastChange);
+    void ask(const std::vector<RowRef>& pending);
+    void hear(const OdbcRows& rows);
     Result<> takeTurn();
     Result<> keep();
     void findOutcome();
@@ -52,6 +60,8 @@ private:
     OdbcDatabase m_database;
     OdbcSchema m_schema;
     OdbcWriter m_writer;
+    OdbcLog m_log;
+    const OdbcLimits m_limits;
     const SchemaHistory& m_history;
     int m_version = 0;
     bool m_readOnly = true;
@@ -61,5 +71,11 @@ private:
     std::uint32_t m_mark = 0;        ///< of the open transaction, or of the one whose outcome is not known
     std::int64_t m_ownChanges = 0;   ///< that this store committed
     std::int64_t m_knownChanges = 0; ///< of others
+    OdbcLog::Range m_range;          ///< of commits whose rows are to be read next
     eOutcome m_outcome = eOutcome::kNotStored;
+    ServerNews m_news;
+    std::chrono::steady_clock::time_point m_asked;
+    int m_line = 0;            ///< by which it was asked
+    int m_asks = 0;            ///< by that line
+    std::set<RowRef> m_marked; ///< by that line
 };

@@ -9,7 +9,6 @@
 namespace {
 
 constexpr std::size_t kRowsOfStatement = 200;
-constexpr std::size_t kKeysOfStatement = 1000;
 constexpr std::size_t kBytesOfStatement = 256 * 1024;
 constexpr std::size_t kMostNotes = 2000; // more are told table by table
 
@@ -72,13 +71,6 @@ Result<> OdbcWriter::apply(const TableChange& change, std::vector<StoreConflict>
     return result;
 }
 
-std::string OdbcWriter::keyIn(std::span<const std::int32_t> keys) const {
-    std::string list;
-    for (const std::int32_t key : keys)
-        list += (list.empty() ? "" : ", ") + std::to_string(key);
-    return m_database.dialect->name("key") + " IN (" + list + ")";
-}
-
 Result<> OdbcWriter::readPresent(const TableSchema& table, const TableLayout& layout,
                                  const std::vector<std::int32_t>& keys, Presents& rows) {
     std::vector<OddCell> odd;
@@ -86,7 +78,7 @@ Result<> OdbcWriter::readPresent(const TableSchema& table, const TableLayout& la
         const std::span some =
             std::span(keys).subspan(first, std::min(kKeysOfStatement, keys.size() - first));
         OdbcTableScan scan(m_database, table, layout.present);
-        Result<> result = scan.run(keyIn(some), m_database.dialect->forUpdate(), [&](std::int32_t key) {
+        Result<> result = scan.run(isKeyIn(*m_database.dialect, some), m_database.dialect->forUpdate(), [&](std::int32_t key) {
             Present& row = rows[key];
             row.record = table.makeRows()->copyOf(nullptr);
             row.record->key = key;
@@ -134,7 +126,7 @@ Result<> OdbcWriter::deleteRows(const TableChange& change, const TableLayout& la
         const std::span some =
             std::span(going).subspan(first, std::min(kKeysOfStatement, going.size() - first));
         result = this->change("DELETE FROM " + m_database.dialect->table(change.table->name) + " WHERE " +
-                                  keyIn(some),
+                                  isKeyIn(*m_database.dialect, some),
                               some.size());
     }
     return result;
@@ -280,8 +272,12 @@ std::vector<std::string> OdbcWriter::notes(std::int64_t sequence, std::uint32_t 
         if (m_notes.size() <= kMostNotes)
             add(*note.table, note.key, note.kind);
         else if (tables.insert(note.table).second)
-            add(*note.table, 0, 'm'); // of many rows
+            add(*note.table, 0, kManyRows);
     std::ranges::copy(changes.statements(), std::back_inserter(sql));
+    if (sequence % kCommitsBetweenRemovals == 0)
+        for (const char* table : {kChangeTable, kCommitTable})
+            sql.push_back("DELETE FROM " + dialect.table(table) + " WHERE sequence > 0 AND sequence <= " +
+                          std::to_string(sequence - kKnownCommits));
     return sql;
 }
 

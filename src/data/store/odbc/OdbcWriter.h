@@ -48,7 +48,6 @@ private:
     std::string updateSql(const TableSchema& table, std::span<const Cells> rows) const;
     std::string commitSql(std::int64_t sequence, std::uint32_t mark) const;
     std::string isStill(const CellChange& cell) const;
-    std::string keyIn(std::span<const std::int32_t> keys) const;
 
     OdbcDatabase& m_database;
     std::vector<Note> m_notes;
