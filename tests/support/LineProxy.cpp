@@ -85,6 +85,8 @@ void LineProxy::accept() {
 // Returns whether the line goes on.
 bool LineProxy::answer(int client, int server) {
     ++m_requests;
+    if (const auto delay = m_delay.load(); delay.count() > 0)
+        ::poll(nullptr, 0, static_cast<int>(delay.count()));
     const bool strikes = m_left > 0 && --m_left == 0;
     if (!strikes)
         return pass(client, server);

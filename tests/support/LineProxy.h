@@ -3,6 +3,7 @@
 #include "support/TempFolder.h"
 
 #include <atomic>
+#include <chrono>
 #include <list>
 #include <thread>
 
@@ -26,6 +27,8 @@ public:
     const std::filesystem::path& folder() const { return m_folder.path(); }
     /// At the n-th request from now on. Where `stays` new lines are refused from then on.
     void strikeAt(int request, eTrouble trouble, bool stays);
+    /// How long each request takes longer than without it.
+    void setDelay(std::chrono::milliseconds delay) { m_delay = delay; }
     /// How many there were so far.
     int requests() const { return m_requests; }
     bool hasStruck() const { return m_left < 0; }
@@ -40,6 +43,7 @@ private:
     std::string m_server;
     TempFolder m_folder;
     int m_listener = -1;
+    std::atomic<std::chrono::milliseconds> m_delay = std::chrono::milliseconds(0);
     std::atomic<int> m_requests = 0;
     std::atomic<int> m_left = 0; ///< requests until it strikes; -1 afterwards
     std::atomic<eTrouble> m_trouble = eTrouble::kNone;

@@ -51,7 +51,7 @@ std::chrono::milliseconds LockWait::longest() const {
     return m_limit.value_or(waiting().limit);
 }
 
-bool LockWait::goesOn(std::chrono::milliseconds waited) const {
+bool LockWait::goesOn(std::chrono::milliseconds waited) {
     if (waited >= longest())
         return false;
     if (waited < m_unasked || !waiting().ask)
@@ -59,7 +59,13 @@ bool LockWait::goesOn(std::chrono::milliseconds waited) const {
     waiting().isAsking = true;
     const bool answer = waiting().ask(m_file, waited);
     waiting().isAsking = false;
+    if (!answer)
+        m_declinedIn = waiting().command;
     return answer;
+}
+
+bool LockWait::wasDeclined() const {
+    return m_declinedIn == waiting().command;
 }
 
 bool LockWait::again(int attempt) {

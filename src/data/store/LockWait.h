@@ -44,11 +44,13 @@ public:
 
     /// Waits a moment; `attempt` counts from 0 for each lock. Returns whether to try again.
     bool again(int attempt);
+    /// Whether the user gave this one up in the present command.
+    bool wasDeclined() const;
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    bool goesOn(std::chrono::milliseconds waited) const;
+    bool goesOn(std::chrono::milliseconds waited);
 
     std::chrono::milliseconds longest() const;
 
@@ -58,4 +60,5 @@ private:
     Clock::time_point m_start;
     Clock::time_point m_givenUp;
     int m_givenUpIn = 0; ///< the command, counted from 1
+    int m_declinedIn = 0;
 };

@@ -6,8 +6,8 @@
 
 namespace {
 
-// Most answers come at once. For the others events go on, and after a while there is a word, and a way to give
-// up.
+// Most answers come at once. For the others events go on, and after a while there is a word, and a way to
+// give up.
 constexpr std::chrono::milliseconds kAtOnce{40};
 constexpr std::chrono::milliseconds kFarewell{1000};
 
@@ -45,7 +45,7 @@ void OdbcConnection::leave(Served served) {
 }
 
 void OdbcConnection::close() {
-    m_isInTransaction = m_isAsking = false;
+    m_isInTransaction = m_isAsking = m_isFetching = false;
     m_line = nullptr;
     leave(std::exchange(m_served, {}));
 }
@@ -72,7 +72,7 @@ OdbcError OdbcConnection::run(Job job) {
     if (!m_line)
         return {OdbcError::eKind::kLost};
     LockWait& patience = m_engine.empty() ? m_login : m_wait;
-    m_isAsking = false;
+    m_isAsking = m_isFetching = false;
     bool isAnswered = waitFor(patience);
     if (isAnswered) {
         give(*m_line, std::move(job));
@@ -96,6 +96,8 @@ OdbcConnection::Job OdbcConnection::connecting(const std::string& text) const {
 
 OdbcError OdbcConnection::open(const std::string& text) {
     close();
+    if (!m_next.line && (m_login.wasDeclined() || m_wait.wasDeclined()))
+        return {OdbcError::eKind::kFrozen}; // who gives a wait up does not want the next one
     m_engine.clear();
     m_login = LockWait(m_name, m_limits.login, kAtOnce);
     m_wait = LockWait(m_name, m_limits.statement, kAtOnce);
@@ -187,13 +189,28 @@ OdbcError OdbcConnection::select(const std::string& sql, const std::vector<std::
     return run([=](OdbcLine& line) { return line.select(sql, rooms); });
 }
 
+// While the caller works on some rows the next ones are fetched.
 OdbcError OdbcConnection::fetch() {
-    return run([](OdbcLine& line) { return line.fetch(); });
-}
-
-const OdbcBlock& OdbcConnection::block() const {
-    static const OdbcBlock none;
-    return m_line ? m_line->block : none;
+    const auto next = [](OdbcLine& line) { return line.fetch(); };
+    if (!m_line)
+        return {OdbcError::eKind::kLost};
+    if (!std::exchange(m_isFetching, false))
+        give(*m_line, next);
+    if (!waitFor(m_wait)) {
+        close();
+        return {OdbcError::eKind::kFrozen};
+    }
+    if (m_line->result) {
+        OdbcError error = std::move(m_line->result);
+        if (error.isLineGone())
+            close();
+        return error;
+    }
+    std::swap(m_block, m_line->block);
+    m_isFetching = m_block.size() > 0;
+    if (m_isFetching)
+        give(*m_line, next);
+    return {};
 }
 
 std::int64_t OdbcConnection::expectedRows() const {

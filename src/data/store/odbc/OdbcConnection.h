@@ -65,7 +65,7 @@ public:
     OdbcError select(const std::string& sql, const std::vector<std::size_t>& rooms);
     /// Reads the next rows of it into `block`; none at its end.
     OdbcError fetch();
-    const OdbcBlock& block() const;
+    const OdbcBlock& block() const { return m_block; }
     /// How many rows the large result has, -1 where that is not known.
     std::int64_t expectedRows() const;
     void endSelect();
@@ -99,4 +99,6 @@ private:
     int m_number = 0;
     bool m_isInTransaction = false;
     bool m_isAsking = false;
+    bool m_isFetching = false;
+    OdbcBlock m_block;
 };

@@ -13,10 +13,9 @@ Result<> OdbcDatabase::connect() {
     if (const OdbcError error = connection.open(address.connection))
         return failure(error);
     dialect = OdbcDialect::of(connection.engine(), connection.quote(), address.schema);
-    if (Result<> greeted = execute(dialect->greeting()); !greeted)
-        return greeted;
     OdbcRows rows;
-    if (const OdbcError error = connection.query("SELECT " + dialect->text(kProbe), rows))
+    if (const OdbcError error =
+            connection.query(dialect->greeting() + "SELECT " + dialect->text(kProbe), rows))
         return failure(error);
     const std::string back = rows.empty() ? std::string() : rows.front().front().value_or("");
     return back == kProbe ? Result<>() : fault(eServerFault::kAltersText, back);

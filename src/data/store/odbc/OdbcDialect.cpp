@@ -46,14 +46,15 @@ public:
     std::string forUpdate() const override { return " FOR UPDATE"; }
     bool takesSeveralStatements() const override { return true; }
     // A server that lost its client must not keep others waiting, nor show it for long.
-    std::vector<std::string> greeting() const override {
-        return {"SET standard_conforming_strings = on; SET lock_timeout = '4s'; "
-                "SET idle_in_transaction_session_timeout = '60s'; SET statement_timeout = '120s'; "
-                "SET tcp_keepalives_idle = 10; SET tcp_keepalives_interval = 5; SET tcp_keepalives_count = 3"};
+    std::string greeting() const override {
+        return "SET standard_conforming_strings = on; SET lock_timeout = '4s'; "
+               "SET idle_in_transaction_session_timeout = '60s'; SET statement_timeout = '120s'; "
+               "SET tcp_keepalives_idle = 10; SET tcp_keepalives_interval = 5; SET tcp_keepalives_count = "
+               "3; ";
     }
     std::string returning(const std::string& column) const override { return " RETURNING " + column; }
     std::string oneState() const override {
-        return "SET TRANSACTION ISOLATION LEVEL REPEATABLE READ, READ ONLY";
+        return "SET TRANSACTION ISOLATION LEVEL REPEATABLE READ, READ ONLY; ";
     }
     std::string may(eServerRole role) const override {
         const std::string state = text(table(kStateTable));

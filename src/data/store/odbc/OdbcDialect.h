@@ -45,11 +45,12 @@ public:
     /// Whether one call may have several statements.
     virtual bool takesSeveralStatements() const { return false; }
 
-    /// SQL that a new connection runs, one after the other.
-    virtual std::vector<std::string> greeting() const { return {}; }
+    /// SQL that a new connection runs first, before another statement; may be empty.
+    virtual std::string greeting() const { return {}; }
     /// Behind an UPDATE of one row: what makes it yield that column. Empty where it cannot.
     virtual std::string returning(const std::string&) const { return {}; }
-    /// SQL that makes the transaction, which it begins, one of one state; may be empty.
+    /// SQL that makes the transaction, which it begins, one of one state, before another statement; may be
+    /// empty.
     virtual std::string oneState() const { return {}; }
     /// SQL that selects name of table and name of column of each ordinary table of the schema.
     virtual std::string columns() const;

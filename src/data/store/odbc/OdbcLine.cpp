@@ -160,33 +160,40 @@ OdbcError OdbcLine::select(const std::string& sql, const std::vector<std::size_t
     rows = -1;
     if (OdbcError error = openStatement())
         return error;
-    const std::size_t size = rooms.empty() ? kRowsOfSmallBlock : kRowsOfBlock;
-    library.setStmtAttr(m_statement, SQL_ATTR_ROW_ARRAY_SIZE, asPointer(size), 0);
+    m_rowsOfBlock = rooms.empty() ? kRowsOfSmallBlock : kRowsOfBlock;
+    library.setStmtAttr(m_statement, SQL_ATTR_ROW_ARRAY_SIZE, asPointer(m_rowsOfBlock), 0);
     library.setStmtAttr(m_statement, SQL_ATTR_ROWS_FETCHED_PTR, &m_fetched, 0);
     SQLSMALLINT columns = 0;
     OdbcError error =
         checked(library.execDirect(m_statement, asText(sql), static_cast<SQLINTEGER>(sql.size())));
     if (!error)
         error = checked(library.numResultCols(m_statement, &columns));
+    for (SQLRETURN code = SQL_SUCCESS; !error && columns == 0 && code != SQL_NO_DATA;) {
+        code = library.moreResults(m_statement);
+        error = checked(code);
+        if (!error && code != SQL_NO_DATA)
+            error = checked(library.numResultCols(m_statement, &columns));
+    }
     if (error)
         return error;
     SQLLEN count = -1;
     if (isGood(library.rowCount(m_statement, &count)))
         rows = count;
-    return bind(rooms.empty() ? std::vector(static_cast<std::size_t>(columns), kSmallRoom) : rooms, size);
+    m_rooms = rooms.empty() ? std::vector(static_cast<std::size_t>(columns), kSmallRoom) : rooms;
+    return {};
 }
 
-OdbcError OdbcLine::bind(const std::vector<std::size_t>& rooms, std::size_t size) {
+OdbcError OdbcLine::bind() {
     static_assert(sizeof(SQLLEN) == sizeof(std::ptrdiff_t));
-    block.m_columns.resize(rooms.size());
-    for (std::size_t i = 0; i < rooms.size(); ++i) {
+    block.m_columns.resize(m_rooms.size());
+    for (std::size_t i = 0; i < m_rooms.size(); ++i) {
         OdbcBlock::Cells& cells = block.m_columns[i];
-        cells.room = rooms[i];
-        cells.texts.resize(rooms[i] * size);
-        cells.lengths.resize(size);
+        cells.room = m_rooms[i];
+        cells.texts.resize(m_rooms[i] * m_rowsOfBlock);
+        cells.lengths.resize(m_rowsOfBlock);
         if (OdbcError error = checked(library.bindCol(
                 m_statement, static_cast<SQLUSMALLINT>(i + 1), SQL_C_CHAR, cells.texts.data(),
-                static_cast<SQLLEN>(rooms[i]), reinterpret_cast<SQLLEN*>(cells.lengths.data()))))
+                static_cast<SQLLEN>(m_rooms[i]), reinterpret_cast<SQLLEN*>(cells.lengths.data()))))
             return error;
     }
     return {};
@@ -195,6 +202,8 @@ OdbcError OdbcLine::bind(const std::vector<std::size_t>& rooms, std::size_t size
 OdbcError OdbcLine::fetch() {
     m_fetched = 0;
     block.m_size = 0;
+    if (OdbcError error = bind())
+        return error;
     const SQLRETURN code = library.fetch(m_statement);
     if (isGood(code))
         block.m_size = m_fetched;

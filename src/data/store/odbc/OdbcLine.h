@@ -27,8 +27,9 @@ struct OdbcLine {
     OdbcError end(bool keep);
     OdbcError execute(const std::string& sql);
     OdbcError query(const std::string& sql);
-    /// Without rooms all columns have the same.
+    /// The first result of the SQL that has columns. Without rooms all columns have the same.
     OdbcError select(const std::string& sql, const std::vector<std::size_t>& rooms);
+    /// Fills `block`, whichever that is by now.
     OdbcError fetch();
     void endSelect();
 
@@ -51,11 +52,13 @@ private:
     OdbcError errorOf(SQLSMALLINT type, SQLHANDLE handle, bool isConnecting = false) const;
     OdbcError checked(SQLRETURN code) const;
     OdbcError openStatement();
-    OdbcError bind(const std::vector<std::size_t>& rooms, std::size_t size);
+    OdbcError bind();
     std::string info(SQLUSMALLINT what) const;
 
     SQLHENV m_environment = SQL_NULL_HENV;
     SQLHDBC m_connection = SQL_NULL_HDBC;
     SQLHSTMT m_statement = SQL_NULL_HSTMT;
     SQLULEN m_fetched = 0;
+    std::vector<std::size_t> m_rooms;
+    std::size_t m_rowsOfBlock = 0;
 };

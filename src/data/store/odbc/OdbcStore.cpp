@@ -95,12 +95,11 @@ Result<> OdbcStore::beginRead(std::int64_t& state) {
     m_isReading = !m_database.connection.isInTransaction();
     if (m_isReading)
         error = m_database.connection.begin();
-    if (m_isReading && !error && !m_database.dialect->oneState().empty())
-        error = m_database.connection.execute(m_database.dialect->oneState());
     std::optional<std::int64_t> last;
     Result<> result = m_database.failure(error);
     if (result)
-        result = m_database.queryInteger(m_schema.lastChangeSql(), last);
+        result = m_database.queryInteger(
+            (m_isReading ? m_database.dialect->oneState() : std::string()) + m_schema.lastChangeSql(), last);
     if (!result) {
         endRead();
         return result;

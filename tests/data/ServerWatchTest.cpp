@@ -1,0 +1,143 @@
+#include "StoreEngines.h"
+#include "data/StyleDatabases.h"
+#include "support/LineProxy.h"
+
+// What comes in from others while a database on a server is open.
+
+namespace {
+
+using View = StructDetViewRequest;
+using News = ServerNews::eState;
+
+class ServerWatch : public testing::Test {
+protected:
+    ServerWatch() {
+        m_engine.make(3);
+        m_databases.addSource(kUser, open());
+        m_databases.setCurrentSource(kUser);
+        EXPECT_EQ(m_databases.source(kUser)->readAll().error, "");
+    }
+    /// By the line. Is looked at without pauses.
+    std::unique_ptr<OdbcStore> open() {
+        using namespace std::chrono_literals;
+        const ServerAddress address =
+            ServerAddress::parse(DatabaseServer::connectionBy(m_line.folder(), m_schema), "a test").value;
+        return OdbcStore::open(address, OdbcStore::eMode::kWrite, {2000ms, 300ms, 0ms, 0ms}).store;
+    }
+    void others(TableChange change) {
+        std::vector<StoreConflict> conflicts;
+        EXPECT_EQ(applyTo(*m_engine.open(false), std::move(change), conflicts).error, "");
+    }
+    double scaleOf(int key) {
+        const auto* row =
+            static_cast<const View*>(m_databases.here()->table(kTableViewRequest).find(KorOdbcKey(key)));
+        return row ? row->scale : 0;
+    }
+    /// Looks until the server says this, and reads what there is then.
+    OutsideChange readWhen(News state) {
+        while (m_databases.glance().at(kUser).state != state)
+            ;
+        auto changes = m_databases.refreshNoticed();
+        EXPECT_EQ(changes.size(), 1U);
+        return changes.empty() ? OutsideChange() : std::move(changes.front());
+    }
+
+    const SourceId kUser = SourceId::user();
+    DatabaseServer& m_server = DatabaseServer::instance();
+    std::string m_schema = m_server.newSchema();
+    OdbcEngine m_engine{m_server.connection(m_schema), true};
+    LineProxy m_line{m_server.socket()};
+    StyleDatabases m_databases;
+};
+
+} // namespace
+
+TEST_F(ServerWatch, WhatOthersStoreComesInByItsRowsUponWhatIsPending) {
+    ASSERT_EQ(m_databases.setCell(kTableViewRequest, KorOdbcKey(2), 10, 44.0), WriteResult::kWritten);
+    auto rows = rowsOf<View>(*m_engine.open(true));
+    Rows<View> added;
+    added.append().key = 9;
+    TableChange change = ofViews({newScale(1, 11, 99)});
+    change.deleted = {rows.find(3)};
+    change.appended = {&added.at(0)};
+    others(std::move(change));
+    while (m_databases.glance().at(kUser).state != News::kChanged)
+        ;
+    const int before = m_line.requests();
+    const OutsideChange read = readWhen(News::kChanged);
+    EXPECT_LE(m_line.requests() - before, 8) << "with those of two looks";
+    EXPECT_EQ(read.error, "");
+    EXPECT_TRUE(read.rows && read.conflicts.empty());
+    EXPECT_EQ(scaleOf(1), 99);
+    EXPECT_EQ(scaleOf(2), 44);
+    EXPECT_EQ(scaleOf(3), 0);
+    EXPECT_NE(m_databases.here()->table(kTableViewRequest).find(KorOdbcKey(9)), nullptr);
+    EXPECT_TRUE(m_databases.pending().hasPending(kUser));
+
+    others(ofViews({newScale(2, 12, 77)}));
+    const OutsideChange conflicting = readWhen(News::kChanged);
+    ASSERT_EQ(conflicting.conflicts.size(), 1U);
+    EXPECT_EQ(conflicting.conflicts[0].by.user, DatabaseServer::kUser);
+    EXPECT_EQ(conflicting.conflicts[0].by.when.size(), std::string("2026-11-26 10:42").size());
+    EXPECT_EQ(scaleOf(2), 77);
+
+    EXPECT_EQ(m_databases.setCell(kTableViewRequest, KorOdbcKey(2), 10, 45.0), WriteResult::kWritten);
+    EXPECT_TRUE(m_databases.keepTable(kTableViewRequest)) << "what came in is what is stored";
+    Rows<View> many;
+    for (int key = 100; key < 2200; ++key)
+        many.append().key = key;
+    others(appending(many));
+    EXPECT_TRUE(readWhen(News::kChanged).rows) << "tables of which many rows came are read whole";
+    EXPECT_EQ(m_databases.here()->table(kTableViewRequest).rows().size(), 2103);
+}
+
+TEST_F(ServerWatch, WhereTheTablesOfChangesCannotTellEverythingIsReadAgain) {
+    constexpr std::pair<const char*, bool> kCases[] = {
+        {"UPDATE view_request SET scale = 5 WHERE key = 1; UPDATE dsdb_state SET last_change = last_change + "
+         "1",
+         false},
+        {"DELETE FROM dsdb_change", false},
+        {"DELETE FROM dsdb_commit", false},
+        {"UPDATE view_request SET scale = scale", true},
+    };
+    double scale = 11;
+    for (const auto& [sql, isTold] : kCases) {
+        if (std::string(sql).find("last_change") == std::string::npos)
+            others(ofViews({newScale(1, std::exchange(scale, scale + 1), scale + 1)}));
+        else
+            scale = 5;
+        m_engine.run(sql);
+        const OutsideChange read = readWhen(News::kChanged);
+        EXPECT_EQ(read.rows.has_value(), isTold) << sql;
+        EXPECT_EQ(scaleOf(1), scale) << sql;
+    }
+}
+
+TEST_F(ServerWatch, ABrokenLineComesBackByItselfAndBringsWhatWasMissed) {
+    m_line.strikeAt(1, LineProxy::eTrouble::kCutBefore, true);
+    while (m_databases.glance().at(kUser).state != News::kLost)
+        ;
+    EXPECT_TRUE(m_databases.refreshNoticed().empty());
+    EXPECT_EQ(scaleOf(1), 11) << "what was read can be looked at";
+    others(ofViews({newScale(1, 11, 99)}));
+    m_line.mend();
+    EXPECT_TRUE(readWhen(News::kBack).rows);
+    EXPECT_EQ(scaleOf(1), 99);
+    EXPECT_TRUE(m_databases.source(kUser)->complete().ok());
+}
+
+TEST_F(ServerWatch, OthersAndTheRowsThatTheyAreChangingAreTold) {
+    StyleDatabases others;
+    others.addSource(kUser, open());
+    others.setCurrentSource(kUser);
+    const auto waitFor = [&](const std::vector<Colleague>& expected) {
+        while (m_databases.glance().at(kUser).colleagues != expected)
+            others.glance();
+    };
+    others.setCell(kTableViewRequest, KorOdbcKey(2), 10, 44.0);
+    waitFor({{DatabaseServer::kUser, {{kTableViewRequest, 2}}}});
+    others.dropTable(kTableViewRequest);
+    waitFor({{DatabaseServer::kUser, {}}});
+    others.closeSource(kUser);
+    waitFor({});
+}

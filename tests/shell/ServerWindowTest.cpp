@@ -1,0 +1,164 @@
+#include "controls/KorLineEdit.h"
+#include "data/exchange/CopiedDatabase.h"
+#include "data/store/SqliteStore.h"
+#include "data/store/odbc/OdbcStore.h"
+#include "session/DataFolder.h"
+#include "shell/EditorFixture.h"
+#include "support/DatabaseServer.h"
+#include "support/LineProxy.h"
+
+#include <QLabel>
+#include <QTreeView>
+
+// What the window does with styles on a server.
+
+namespace {
+
+class ServerWindow : public EditorFixture {
+protected:
+    ServerWindow() {
+        OdbcDatabase database(address(m_server.connection(m_schema)), {});
+        EXPECT_EQ(database.connect().error, "");
+        EXPECT_EQ(OdbcSchema(database).create().error, "");
+        const auto from = SqliteStore::open(path("user.dsdb"), SqliteStore::eMode::kRead).store;
+        const auto to = connect(m_server.connection(m_schema));
+        EXPECT_EQ(to->begin().error, "");
+        EXPECT_EQ(CopiedDatabase::copy(*from, *to, [](const TableSchema&, int) {}).error, "");
+        EXPECT_EQ(to->commit().error, "");
+        m_databases = std::make_unique<StyleDatabases>();
+        DataFolder(m_folder.path() / m_data).open();
+        m_databases->addSource(SourceId::user(),
+                               connect(DatabaseServer::connectionBy(m_line.folder(), m_schema)));
+        EXPECT_EQ(m_databases->source(SourceId::user())->readAll().error, "");
+        m_others.addSource(SourceId::user(), connect(m_server.connection(m_schema)));
+        m_others.setCurrentSource(SourceId::user());
+    }
+    ServerAddress address(const std::string& connection) {
+        return ServerAddress::parse(connection, "a test").value;
+    }
+    std::unique_ptr<StyleStore> connect(const std::string& connection) {
+        using namespace std::chrono_literals;
+        OpenedServer opened =
+            OdbcStore::open(address(connection), OdbcStore::eMode::kWrite, {10s, 20s, 0ms, 0ms});
+        EXPECT_EQ(opened.error, "");
+        return std::move(opened.store);
+    }
+    KorOdbcKey styleNamed(const char* name) {
+        return KorOdbcKey(m_others.here()->table(kTableDetailStyle).find(KorString(name))->key);
+    }
+    /// Somebody else stores something.
+    void others(KorOdbcKey style, int column, const CellValue& value) {
+        for (OutsideChange& change : m_others.refreshChanged())
+            EXPECT_EQ(change.error, "");
+        EXPECT_EQ(m_others.setCell(kTableDetailStyle, style, column, value), WriteResult::kWritten);
+        EXPECT_TRUE(m_others.keepTable(kTableDetailStyle));
+    }
+    const StructDetailStyle& shown(KorOdbcKey style) {
+        return *static_cast<const StructDetailStyle*>(
+            m_databases->source(SourceId::user())->table(kTableDetailStyle).find(style));
+    }
+    template <typename Condition>
+    static void waitFor(Condition isSo) {
+        while (!isSo())
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+
+    DatabaseServer& m_server = DatabaseServer::instance();
+    std::string m_schema = m_server.newSchema();
+    LineProxy m_line{m_server.socket()};
+    StyleDatabases m_others; ///< of another editor
+};
+
+} // namespace
+
+TEST_F(ServerWindow, WhatOthersStoreIsShownAndTakesNothingAway) {
+    open();
+    KorTreeHandle entry = select(kStyle);
+    const KorOdbcKey style = styleNamed(kStyle.back());
+    auto* name = page()->findChild<KorLineEdit*>();
+    ASSERT_NE(name, nullptr);
+    name->setFocus();
+    name->end(false);
+    QTest::keyClicks(name, " and more");
+    const QString typed = name->text();
+    others(style, 3, KorString("theirs"));
+    waitFor([&] { return shown(style).description == KorString("theirs"); });
+    EXPECT_EQ(tree().selectedItem(), entry);
+    EXPECT_EQ(name->text(), typed);
+    EXPECT_TRUE(name->isEdited() && name->hasFocus());
+    EXPECT_FALSE(isPending()) << "what is being typed was not stored";
+    others(style, 1, KorString("Renamed there"));
+    waitFor([&] { return selected() == "Renamed there"; });
+    EXPECT_EQ(name->text(), typed);
+    name->restore();
+    EXPECT_EQ(name->text(), "Renamed there");
+}
+
+TEST_F(ServerWindow, TellsWhoIsThereAndWhoChangesTheRecordThatIsShown) {
+    open();
+    select(kStyle);
+    auto* servers = control<QLabel>(1217);
+    const auto says = [&](const char* text) {
+        const auto labels = page()->findChildren<QLabel*>();
+        return std::ranges::any_of(
+            labels, [&](const QLabel* label) { return label->isVisible() && label->text().contains(text); });
+    };
+    waitFor([&] {
+        m_others.glance();
+        return servers->isVisible() && servers->text().contains(DatabaseServer::kUser);
+    });
+    EXPECT_FALSE(says("Being changed by"));
+    m_others.setCell(kTableDetailStyle, styleNamed(kStyle.back()), 3, KorString("not stored yet"));
+    waitFor([&] {
+        m_others.glance();
+        return says("Being changed by office");
+    });
+    m_others.closeSource(SourceId::user());
+    waitFor([&] { return !servers->isVisible(); });
+    EXPECT_FALSE(says("Being changed by"));
+}
+
+// However long a server is silent the loop of events turns.
+TEST_F(ServerWindow, ASilentServerHoldsUpNeitherLookingNorGivingUpAnApply) {
+    open();
+    select(kStyle);
+    int turns = 0;
+    QTimer turning;
+    QObject::connect(&turning, &QTimer::timeout, [&] { ++turns; });
+    turning.start(0);
+    auto* servers = control<QLabel>(1217);
+    m_line.strikeAt(1, LineProxy::eTrouble::kFreezeBefore, false);
+    waitFor([&] { return servers->isVisible() && servers->toolTip().contains("gives no answer"); });
+    select(kView);
+    EXPECT_NE(page(), nullptr) << "what was read is shown";
+    select(kStyle);
+    changePosition();
+    EXPECT_TRUE(isPending());
+
+    QString told;
+    bool wasAsked = false;
+    turns = 0;
+    QTimer user;
+    QObject::connect(&user, &QTimer::timeout, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            told += box->text();
+            box->close();
+        } else if (auto* giveUp = control<QPushButton>(1216); giveUp && giveUp->isVisible()) {
+            wasAsked = true;
+            QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
+        }
+    });
+    user.start(0);
+    click(button(kApply));
+    user.stop();
+    EXPECT_TRUE(wasAsked);
+    EXPECT_GT(turns, 2);
+    EXPECT_TRUE(told.contains("gave no answer") || told.contains("lost")) << told.toStdString();
+    EXPECT_TRUE(isPending()) << "nothing was stored";
+
+    m_line.mend();
+    waitFor([&] { return !servers->toolTip().contains("gives no answer") || !servers->isVisible(); });
+    EXPECT_TRUE(isPending());
+    click(button(kApply));
+    EXPECT_FALSE(isPending());
+}
