@@ -11,6 +11,7 @@
 #include "session/DataFolder.h"
 #include "session/KorDSMHandOver.h"
 #include "shell/EditorApplication.h"
+#include "shell/SourcesCommand.h"
 
 #include <QApplication>
 
@@ -59,6 +60,8 @@ int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
     QApplication application(argc, argv);
     prepareEditorApplication();
     KOSettings::getInstance().setPathData(folder.path());
+    if (!paints)
+        SourcesCommand::askForPasswords(folder);
     KorDSMDialogFactory::options().asksBeforeLeaving = true;
     KorDSMDialogFactory::options().recoversChanges = !paints;
     KorDSMDialogFactory factory(nullptr);

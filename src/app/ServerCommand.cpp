@@ -72,17 +72,11 @@ Result<> status(OdbcDatabase& database) {
     return result;
 }
 
-// As the editor opens it.
 Result<> check(const ServerAddress& address) {
-    const OpenedServer opened = OdbcStore::open(address, OdbcStore::eMode::kWrite);
-    if (!opened.store)
-        return {opened.error};
-    if (std::string tooNew = opened.store->whyTooNew(); !tooNew.empty())
-        return {std::move(tooNew)};
-    Console::say(KorString::format(opened.store->isReadOnly() ? translated("\"%s\" can be read.")
-                                                              : translated("\"%s\" can be read and changed."),
-                                   {address.name}));
-    return {opened.error};
+    const Result<KorString> checked = SourceSettings::check(address);
+    if (checked)
+        Console::say(checked.value);
+    return checked;
 }
 
 } // namespace

@@ -3,17 +3,8 @@
 #include "base/Translation.h"
 #include "session/DataFolder.h"
 
-namespace {
-
-bool isConnection(const std::string& named) {
-    const std::string word = KorString(named.substr(0, named.find('='))).trimmed().lowered().toStdString();
-    return named.find('=') != std::string::npos && (word == "driver" || word == "dsn" || word == "server");
-}
-
-} // namespace
-
 SourceSettings::Place ServerPlace::placeOf(const DataFolder& folder, const std::string& named) {
-    if (isConnection(named)) {
+    if (SourceSettings::isConnection(named)) {
         Result<ServerAddress> address =
             ServerAddress::parse(named, translated("the command line").toStdString());
         return {{}, std::move(address.value), std::move(address.error)};

@@ -3,7 +3,6 @@
 #include "base/Translation.h"
 #include "data/StyleDatabases.h"
 #include "data/store/LeftDatabases.h"
-#include "data/store/odbc/OdbcStore.h"
 #include "data/text/TextForm.h"
 #include "services/AddInManager.h"
 #include "services/KOSettings.h"
@@ -102,19 +101,44 @@ void DataFolder::openSource(SourceId id, const SourceSettings::Place& place) {
     const bool writable = databases.isOwnerMode() || id == SourceId::user();
     Result<> result{place.error};
     if (result && place.file.empty()) {
-        OpenedServer opened =
-            OdbcStore::open(place.server, writable ? OdbcStore::eMode::kWrite : OdbcStore::eMode::kRead);
+        const OpenedServer opened = openServer(id, place.server);
         result.error = opened.error;
-        if (opened.store) { // all at once: table by table it would be asked several times for each
-            databases.addSource(id, std::move(opened.store));
-            static_cast<void>(databases.source(id)->readAll());
-        }
+        if (opened.isRefused)
+            m_refused.push_back({id, place.server, opened.error});
     } else if (result) {
         result = databases.openFile(id, place.file.string(), !writable);
     }
     if (!result)
         tell(result.error);
     m_complete = m_complete && databases.source(id);
+}
+
+// All is read at once: table by table it would be asked several times for each.
+OpenedServer DataFolder::openServer(SourceId id, const ServerAddress& server) {
+    StyleDatabases& databases = StyleDatabases::current();
+    const bool writable = databases.isOwnerMode() || id == SourceId::user();
+    OpenedServer opened =
+        OdbcStore::open(server, writable ? OdbcStore::eMode::kWrite : OdbcStore::eMode::kRead);
+    if (opened.store) {
+        databases.addSource(id, std::move(opened.store));
+        static_cast<void>(databases.source(id)->readAll());
+    }
+    return opened;
+}
+
+Result<> DataFolder::openRefused(const std::string& password) {
+    Refused& refused = m_refused.front();
+    refused.server.password = password;
+    OpenedServer opened = openServer(refused.id, refused.server);
+    if (!StyleDatabases::current().source(refused.id)) {
+        refused.error = opened.error;
+        return {std::move(opened.error)};
+    }
+    std::erase(m_problems, KorString(refused.error));
+    if (!opened.ok()) // it may only be read
+        tell(opened.error);
+    m_refused.erase(m_refused.begin());
+    return {};
 }
 
 void DataFolder::openUserDatabase(const fs::path& file) {

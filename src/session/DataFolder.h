@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/StyleDatabases.h"
+#include "data/store/odbc/OdbcStore.h"
 #include "session/SourceSettings.h"
 
 #include <filesystem>
@@ -18,6 +19,16 @@ public:
     /// Whether there are open databases, wherever they came from.
     static bool isAnyOpen();
 
+    /// A source that is not open because its server does not let the user in.
+    struct Refused {
+        SourceId id;
+        ServerAddress server;
+        std::string error;
+    };
+    const std::vector<Refused>& refused() const { return m_refused; }
+    /// Opens the first of these with a password. On success it is none of them any more, nor a problem.
+    Result<> openRefused(const std::string& password);
+
     /// Adds what the services have reported so far to the problems. Returns whether there was anything.
     bool takeReports();
 
@@ -30,11 +41,13 @@ public:
 private:
     void openSources();
     void openSource(SourceId id, const SourceSettings::Place& place);
+    OpenedServer openServer(SourceId id, const ServerAddress& server);
     void tellOfUnknownSources(const SourceSettings& settings);
     void openUserDatabase(const std::filesystem::path& file);
     void tell(const KorString& sentence) { m_problems.push_back(sentence); }
 
     std::filesystem::path m_folder;
     std::vector<KorString> m_problems;
+    std::vector<Refused> m_refused;
     bool m_complete = true;
 };

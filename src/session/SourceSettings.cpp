@@ -1,7 +1,10 @@
 #include "session/SourceSettings.h"
 
 #include "base/Translation.h"
+#include "data/store/odbc/OdbcStore.h"
 #include "services/KorTextFile.h"
+
+#include <fstream>
 
 SourceSettings::SourceSettings(const std::filesystem::path& folder) : m_file(folder / "sources.ini") {
     std::error_code none;
@@ -47,6 +50,7 @@ void SourceSettings::take(const std::string& section, const KorString& line, int
     Place& place = m_places[section];
     if (!place.error.empty())
         return;
+    m_texts[section] = value;
     if (key == "file") {
         place = {m_file.parent_path() / value, {}, {}};
         return;
@@ -66,4 +70,85 @@ std::set<std::string> SourceSettings::sources() const {
     for (const auto& [name, place] : m_places)
         names.insert(name);
     return names;
+}
+
+std::string SourceSettings::textOf(const std::string& source) const {
+    const auto found = m_texts.find(KorString(source).lowered().toStdString());
+    return found == m_texts.end() ? std::string() : found->second;
+}
+
+bool SourceSettings::isConnection(const std::string& text) {
+    const std::string word = KorString(text.substr(0, text.find('='))).trimmed().lowered().toStdString();
+    return text.find('=') != std::string::npos && (word == "driver" || word == "dsn" || word == "server");
+}
+
+namespace {
+
+std::string sectionIn(const KorString& line) {
+    const std::string_view text = line.view();
+    return text.size() > 1 && text.front() == '[' && text.back() == ']'
+               ? KorString(text.substr(1, text.size() - 2)).trimmed().lowered().toStdString()
+               : std::string();
+}
+
+bool saysWhere(const KorString& line) {
+    const KorString key = KorString(line.view().substr(0, line.view().find('='))).trimmed().lowered();
+    return key == "connection" || key == "file";
+}
+
+std::string lineOf(const std::string& text) {
+    return (SourceSettings::isConnection(text) ? "connection = " : "file = ") + text + "\n";
+}
+
+} // namespace
+
+Result<> SourceSettings::write(const std::filesystem::path& folder,
+                               const std::map<std::string, std::string>& texts) {
+    const std::filesystem::path file = folder / "sources.ini";
+    std::error_code none;
+    std::vector<KorString> lines;
+    if (std::filesystem::exists(file, none))
+        KorTextFile::readLines(file, lines);
+    std::map<std::string, std::string> left = texts;
+    std::string written;
+    std::string section;
+    for (const KorString& line : lines) {
+        if (const std::string begun = sectionIn(line.trimmed()); !begun.empty())
+            section = begun;
+        else if (texts.contains(section) && saysWhere(line.trimmed()))
+            continue;
+        written += line.toStdString() + "\n";
+        if (const auto text = left.find(section); text != left.end()) {
+            written += text->second.empty() ? std::string() : lineOf(text->second);
+            left.erase(text);
+        }
+    }
+    for (const auto& [source, text] : left)
+        if (!text.empty())
+            written += "[" + source + "]\n" + lineOf(text);
+    if (lines.empty() && written.empty())
+        return {};
+    const std::filesystem::path beside = file.string() + ".new";
+    std::ofstream output(beside, std::ios::binary | std::ios::trunc);
+    output << written;
+    output.close();
+    if (output)
+        std::filesystem::rename(beside, file, none);
+    if (output && !none)
+        return {};
+    std::filesystem::remove(beside, none);
+    return Result<>::failure(
+        KorString::format(translated("\"%s\" cannot be written; look whether you may write into its folder."),
+                          {file.string()}));
+}
+
+Result<KorString> SourceSettings::check(const ServerAddress& address) {
+    const OpenedServer opened = OdbcStore::open(address, OdbcStore::eMode::kWrite);
+    if (!opened.store)
+        return Result<>{opened.error};
+    if (std::string tooNew = opened.store->whyTooNew(); !tooNew.empty())
+        return Result<>{std::move(tooNew)};
+    if (!opened.ok())
+        return Result<>{opened.error};
+    return KorString::format(translated("\"%s\" can be read and changed."), {address.name});
 }

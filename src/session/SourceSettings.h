@@ -25,6 +25,17 @@ public:
     const std::vector<KorString>& problems() const { return m_problems; }
     /// Where this source is; in `file` where nothing is said of it.
     Place placeOf(const std::string& source, const std::filesystem::path& file) const;
+    /// What stands there of this source, a connection or a file; empty where nothing does.
+    std::string textOf(const std::string& source) const;
+    /// Lets these stand there instead, by source; nothing is said of those with an empty text. All else stays
+    /// as it is written, and no file is made to say nothing.
+    static Result<> write(const std::filesystem::path& folder,
+                          const std::map<std::string, std::string>& texts);
+    /// Whether a text is a connection, not the name of a file.
+    static bool isConnection(const std::string& text);
+    /// Opens the database as the editor does, and closes it again. Returns what can be done with it.
+    static Result<KorString> check(const ServerAddress& address);
+
     /// The sources that it says something of, in lower case.
     std::set<std::string> sources() const;
 
@@ -33,5 +44,6 @@ private:
 
     std::filesystem::path m_file;
     std::map<std::string, Place> m_places;
+    std::map<std::string, std::string> m_texts;
     std::vector<KorString> m_problems;
 };

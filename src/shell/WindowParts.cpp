@@ -38,7 +38,7 @@ WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorIma
       recovery(window, [this](const KorDSMCommit::Read& read) { return reports.follow(read); }),
       leaving(window, structure, selection, applyState, reports), usages(window, structure, navigation),
       definitions(window, structure, selection, rightSide, refresh, usages, commands),
-      views(window, sections, navigation, refresh), compaction(window, applyState),
+      views(window, sections, navigation, refresh), compaction(window, applyState), sources(window),
       dimensionSettings(window, selection, rightSide, commands),
       exchange(window, structure, selection, refresh, commands),
       deepCopy(window, structure, selection, refresh, commands),
@@ -49,5 +49,6 @@ WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorIma
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { deepCopy.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { dimensionSettings.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { compaction.addTo(into, item); });
+    menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { sources.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { usages.addTo(into, item); });
 }

@@ -16,6 +16,7 @@
 #include "shell/SectionStrip.h"
 #include "shell/SelectionStatus.h"
 #include "shell/ServerWatch.h"
+#include "shell/SourcesCommand.h"
 #include "shell/StatusLine.h"
 #include "shell/StylePreview.h"
 #include "shell/UsageViews.h"
@@ -57,6 +58,7 @@ struct WindowParts {
     DefinitionCommands definitions;
     ViewCommands views;
     CompactCommand compaction;
+    SourcesCommand sources;
     DimensionSettingsCommand dimensionSettings;
     ExchangeCommands exchange;
     DeepCopyCommand deepCopy;

@@ -128,6 +128,19 @@ TEST_F(ServerStore, EachReasonForNotOpeningHasItsSentence) {
     EXPECT_TRUE(mentions(OdbcStore::open(address(good), OdbcStore::eMode::kRead).error, "server upgrade"));
 }
 
+TEST_F(ServerStore, APasswordIsAskedForAndShownNowhere) {
+    m_engine.run("CREATE ROLE guarded LOGIN PASSWORD 'se''c}r' IN ROLE \"" + m_schema + "_editor\"");
+    ServerAddress guarded = address(m_server.connection(m_schema, DatabaseServer::kGuarded));
+    for (const auto& [given, isRight] : {std::pair("", false), {"wrong", false}, {"se'c}r", true}}) {
+        guarded.password = given;
+        const OpenedServer opened = OdbcStore::open(guarded, OdbcStore::eMode::kWrite);
+        EXPECT_EQ(opened.ok(), isRight) << opened.error;
+        EXPECT_EQ(opened.isRefused, !isRight);
+        EXPECT_TRUE(*given == 0 || !mentions(opened.error, given));
+        EXPECT_TRUE(!opened.store || !opened.store->isReadOnly());
+    }
+}
+
 TEST_F(ServerStore, AMaintainerBringsTheSchemaForwardOnce) {
     using Lines = Rows<TomorrowsLinetype>;
     const ServerAddress styles = m_engine.address();

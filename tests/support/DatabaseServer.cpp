@@ -4,6 +4,7 @@
 
 #include <array>
 #include <csignal>
+#include <fstream>
 #include <vector>
 
 #include <sys/prctl.h>
@@ -83,6 +84,8 @@ DatabaseServer::DatabaseServer() {
     close(output);
     waitpid(init, &status, 0);
     EXPECT_EQ(status, 0) << said;
+    std::ofstream(data + "/pg_hba.conf")
+        << "local all " << kGuarded << " scram-sha-256\nlocal all all trust\n";
     m_process = start({bin + "/postgres", "-D", data, "-k", m_folder.path(), "-c", "listen_addresses=", "-c",
                        "fsync=off", "-c", "log_min_messages=log", "-c", "log_checkpoints=off", "-c",
                        "max_connections=50", "-c", "shared_buffers=16MB"},

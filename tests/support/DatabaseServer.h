@@ -29,6 +29,8 @@ public:
     std::string socket() const { return m_folder.file(kSocket); }
 
     static constexpr const char* kUser = "office";
+    /// A user who needs a password, where a test makes him.
+    static constexpr const char* kGuarded = "guarded";
     static constexpr const char* kSocket = ".s.PGSQL.5432";
 
 private:

@@ -10,8 +10,10 @@ constexpr const char* kProbe = "\u00e4\u2014\u6f22{?}\\";
 } // namespace
 
 Result<> OdbcDatabase::connect() {
-    if (const OdbcError error = connection.open(address.connection))
-        return failure(error);
+    const OdbcError opened = connection.open(address.login());
+    isRefused = opened.kind == OdbcError::eKind::kLogin;
+    if (opened)
+        return failure(opened);
     dialect = OdbcDialect::of(connection.engine(), connection.quote(), address.schema);
     OdbcRows rows;
     if (const OdbcError error =

@@ -39,7 +39,7 @@ OpenedServer OdbcStore::open(const ServerAddress& address, eMode mode, OdbcLimit
         result =
             store->m_database.queryInteger(store->m_database.dialect->may(eServerRole::kEditor), mayWrite);
     if (!result)
-        return {std::move(result)};
+        return {std::move(result), {}, store->m_database.isRefused};
     store->m_readOnly = mayWrite.value_or(0) == 0;
     const bool isHindered = mode == eMode::kWrite && store->m_readOnly;
     return {isHindered ? store->m_database.fault(eServerFault::kReadOnly) : Result<>(), std::move(store)};
@@ -271,7 +271,7 @@ ServerNews OdbcStore::glance(const std::vector<RowRef>& pending) {
     OdbcConnection& connection = m_database.connection;
     const auto now = std::chrono::steady_clock::now();
     if (!connection.isOpen()) {
-        m_news = {connection.prepare(m_database.address.connection) ? kLost : kBack};
+        m_news = {connection.prepare(m_database.address.login()) ? kLost : kBack};
     } else if (m_outcome == eOutcome::kUnknown) {
         m_news.state = kBack;
     } else if (!connection.isInTransaction()) {

@@ -43,7 +43,7 @@ bool isSecret(const Entry& entry) {
 } // namespace
 
 Result<ServerAddress> ServerAddress::parse(const std::string& text, const std::string& origin) {
-    ServerAddress address{{}, kUsualSchema, {}};
+    ServerAddress address{{}, kUsualSchema, {}, {}};
     std::string server;
     std::string database;
     for (const Entry& entry : entriesOf(text)) {
@@ -74,4 +74,13 @@ Result<ServerAddress> ServerAddress::parse(const std::string& text, const std::s
         if (!part.empty())
             address.name += (address.name == kServerPrefix ? "" : "/") + part;
     return address;
+}
+
+std::string ServerAddress::login() const {
+    if (password.empty())
+        return connection;
+    std::string braced;
+    for (const char c : password)
+        braced += c == '}' ? std::string("}}") : std::string(1, c);
+    return connection + "PWD={" + braced + "};";
 }

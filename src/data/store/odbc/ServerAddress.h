@@ -6,13 +6,16 @@
 
 /// Where a database on a server is: a connection as a user writes it, taken apart.
 struct ServerAddress {
-    std::string connection; ///< for the driver manager
-    std::string schema;     ///< of the styles
-    std::string name;       ///< in sentences: server, database and schema, nothing secret
+    std::string connection;    ///< for the driver manager
+    std::string schema;        ///< of the styles
+    std::string name;          ///< in sentences: server, database and schema, nothing secret
+    std::string password = {}; ///< where neither connection nor driver has one; never written down
 
     static constexpr const char* kUsualSchema = "detailstyles";
 
     /// Reads `Driver=...;Server=...;Database=...;Schema=...` or `DSN=...;Schema=...`. `origin` is where it
     /// stands, in the sentence of a failure. A password is refused: it would be read by whoever reads that.
     static Result<ServerAddress> parse(const std::string& text, const std::string& origin);
+    /// The connection with the password, for the driver manager alone.
+    std::string login() const;
 };
