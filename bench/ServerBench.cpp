@@ -190,12 +190,60 @@ void applyHundred(benchmark::State& state) {
     state.counters["round trips"] = line.requests() - before;
 }
 
+class EditingOther {
+public:
+    EditingOther() {
+        m_databases.addSource(SourceId::user(), OdbcStore::open(standard(), OdbcStore::eMode::kWrite).store);
+        m_databases.setCurrentSource(SourceId::user());
+    }
+    void change() {
+        m_databases.setCell(kTableViewRequest, KorOdbcKey(1), 10, static_cast<double>(++m_round));
+        m_databases.keepTable(kTableViewRequest);
+    }
+
+private:
+    StyleDatabases m_databases;
+    int m_round = 1000;
+};
+
+// Another editor stores one cell; what this one needs to show it.
+void refreshAfterOne(benchmark::State& state) {
+    StyleDatabases databases;
+    const SourceId user = SourceId::user();
+    databases.addSource(user, OdbcStore::open(standard(), OdbcStore::eMode::kWrite).store);
+    static_cast<void>(databases.source(user)->readAll());
+    EditingOther other;
+    for (auto run : state) {
+        state.PauseTiming();
+        other.change();
+        state.ResumeTiming();
+        const auto changes = databases.refreshChanged();
+        if (changes.size() != 1 || !changes.front().rows)
+            state.SkipWithError("it was not read by its row");
+    }
+}
+
+// Each round trip takes 20 ms longer.
+void openDelayed(benchmark::State& state) {
+    LineProxy line(DatabaseServer::instance().socket());
+    line.setDelay(std::chrono::milliseconds(20));
+    const ServerAddress address = addressBy(line.folder(), standard().schema);
+    for (auto run : state) {
+        StyleDatabases databases;
+        databases.addSource(SourceId::user(), OdbcStore::open(address, OdbcStore::eMode::kWrite).store);
+        if (!databases.source(SourceId::user())->readAll())
+            state.SkipWithError("not all was read");
+    }
+}
+
 } // namespace
 
-BENCHMARK(uploadRows)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(uploadRows)->Unit(benchmark::kMillisecond)->Iterations(2)->UseRealTime();
 BENCHMARK(referenceFetch)->Unit(benchmark::kMillisecond)->MinTime(3);
 BENCHMARK(loadAll)->ArgName("counted")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->MinTime(3);
 BENCHMARK(applyHundred)->Unit(benchmark::kMillisecond)->MinTime(2);
+BENCHMARK(refreshAfterOne)->Unit(benchmark::kMillisecond)->MinTime(1);
+BENCHMARK(openDelayed)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
 
 int main(int argc, char** argv) {
     GeneratedStandard::takeScale(argc, argv);

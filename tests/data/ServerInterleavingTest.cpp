@@ -23,9 +23,10 @@ constexpr int kScale = 10;
 constexpr int kLengthClip = 9;
 constexpr double kWhole = kShared * 1000.0;
 
+/// Of all editors together.
 int rounds() {
     const char* wanted = std::getenv("DETAILSTYLES_ROUNDS");
-    return wanted ? std::atoi(wanted) : 300;
+    return wanted ? std::atoi(wanted) : 150;
 }
 
 /// One program. Each change that it stores also counts up a row of its own, so that what it was told can be
@@ -130,7 +131,7 @@ TEST_P(ServerInterleaving, NothingIsLostHalvedOrTakenForTheOtherOutcome) {
     engine.make(kShared + kMostEditors);
     engine.run("UPDATE view_request SET scale = 1000 WHERE key <= " + std::to_string(kShared) +
                "; UPDATE view_request SET scale = 1 WHERE key > " + std::to_string(kShared));
-    const int each = rounds() / (2 + 3 + kMostEditors);
+    const int each = rounds() / GetParam();
     std::vector<std::pair<pid_t, int>> editors;
     for (int number = 1; number <= GetParam(); ++number) {
         int ends[2] = {};

@@ -178,6 +178,21 @@ TEST_F(ServerStore, AMaintainerBringsTheSchemaForwardOnce) {
     EXPECT_TRUE(old && old->isReadOnly());
 }
 
+// Whoever is gone without a word must not keep the others out for long.
+TEST_F(ServerStore, TheServerEndsWhatNobodyGoesOnWith) {
+    OdbcDatabase database(address(m_server.connection(m_schema)), {});
+    ASSERT_EQ(database.connect().error, "");
+    OdbcRows rows;
+    for (const auto& [setting, value] : {std::pair("idle_in_transaction_session_timeout", "1min"),
+                                         {"lock_timeout", "4s"},
+                                         {"statement_timeout", "2min"}}) {
+        ASSERT_FALSE(database.connection.begin());
+        ASSERT_FALSE(database.connection.query(std::string("SHOW ") + setting, rows));
+        EXPECT_EQ(rows, (OdbcRows{{value}})) << setting;
+        ASSERT_FALSE(database.connection.end(false));
+    }
+}
+
 // At each request of a commit, and whether or not the server can be reached again at once.
 TEST_F(ServerStore, ABrokenLineIsNeverTakenForTheOtherOutcome) {
     int unknown = 0;

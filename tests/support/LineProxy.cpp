@@ -93,7 +93,8 @@ bool LineProxy::answer(int client, int server) {
     const eTrouble trouble = m_trouble;
     const int generation = m_generation;
     if (trouble == eTrouble::kCutAfter || trouble == eTrouble::kFreezeAfter) {
-        pass(client, server);
+        if (!pass(client, server)) // the client leaves
+            return false;
         while (!isReady(server, kTick) && !m_ends)
             ;
     }
