@@ -1,12 +1,14 @@
 #include "base/Translation.h"
 #include "services/CKorHelp.h"
 #include "services/KOSettings.h"
+#include "services/OtherWordings.h"
 #include "services/ServicesTestSupport.h"
 
 #include <algorithm>
 #include <fstream>
 #include <map>
 #include <regex>
+#include <set>
 
 namespace {
 
@@ -261,6 +263,35 @@ TEST_F(PromptsTest, ATextHasTheFormThatGoesWithItsNumber) {
     }
 }
 
+// What a translator adds is found without a change of the code: texts, sentences, help, and the rule of its
+// numbers.
+TEST_F(PromptsTest, AThirdLanguageComesWithItsFilesAlone) {
+    m_folder.write("prompts/en.tsv", "RULE\t1\tone-other\nUPS\t1\tApply\nDSM\t1\t%s style|%s styles\n");
+    m_folder.write("prompts/fr.tsv",
+                   "RULE\t1\tzero-one-other\nUPS\t1\tAppliquer\nDSM\t1\tun style|des styles\n");
+    m_folder.write("prompts/fr.sentences.tsv", "Nothing is open.\tRien n'est ouvert.\n");
+    m_folder.write("prompts/fr.notes.tsv", "no texts");
+    m_folder.write("help/en/_topic.html", "<title>One</title><h2>Two &amp; three</h2>");
+    m_folder.write("help/fr/_topic.html", "<title>Un</title>");
+    KorResources::setFolder(m_folder.path());
+    KOSettings::getInstance().useFile(m_folder.path() / "settings.ini");
+    const fs::path prompts = m_folder.path() / "prompts";
+    EXPECT_EQ(Prompts::languages(prompts), (std::vector<std::string>{"en", "fr"}));
+    KOSettings::getInstance().writeString(KOSettings::getKeyDSM(), Prompts::kLanguageSetting, "fr");
+    EXPECT_EQ(Prompts::chooseLanguage(prompts), "fr");
+    ASSERT_TRUE(Prompts::load(prompts, "fr"));
+    EXPECT_EQ(Prompts::ups(1), "Appliquer");
+    EXPECT_EQ(Prompts::counted(1, 0), "un style");
+    EXPECT_EQ(translated("Nothing is open."), "Rien n'est ouvert.");
+    EXPECT_EQ(CKorHelp::pageOf("_topic"), m_folder.path() / "help/fr/_topic.html");
+    ASSERT_EQ(CKorHelp::topics().size(), 1u);
+    EXPECT_EQ(CKorHelp::topics()[0].title, "Un");
+    EXPECT_EQ(CKorHelp::topics()[0].others, (std::vector<KorString>{"One", "Two & three"}));
+    EXPECT_EQ(OtherWordings().of("Appliquer"), std::vector<KorString>{"Apply"});
+    KOSettings::getInstance().writeString(KOSettings::getKeyDSM(), Prompts::kLanguageSetting, "");
+    EXPECT_EQ(Prompts::chooseLanguage(prompts), Prompts::systemLanguage(prompts));
+}
+
 TEST_F(PromptsTest, HelpComesInTheLanguageOfTheProgramOrInEnglish) {
     m_folder.write("help/en/_topic.html", "");
     m_folder.write("help/de/_topic.html", "");
@@ -279,7 +310,7 @@ TEST_F(PromptsTest, HelpComesInTheLanguageOfTheProgramOrInEnglish) {
 }
 
 TEST_F(PromptsTest, TheShippedHelpIsWholeInBothLanguages) {
-    const std::regex link(R"re(href="([^"]*)")re");
+    const std::regex link(R"re((?:href|src)="([^"#]*))re");
     int pages = 0;
     for (const auto& entry : fs::directory_iterator(KorResources::folder() / "help" / "en")) {
         for (const char* language : {"en", "de"}) {
@@ -292,7 +323,16 @@ TEST_F(PromptsTest, TheShippedHelpIsWholeInBothLanguages) {
         ++pages;
     }
     EXPECT_GE(pages, 16);
-    for (const char* topic :
-         {"_Drawing_Style_Manager", "_korDisplayDetailStyles", "_KorDSMViewRequestDialog"})
+    std::vector<std::string> topics{"_Drawing_Style_Manager", "_korDisplayDetailStyles",
+                                    "_KorDSMViewRequestDialog"};
+    for (const auto& entry : fs::directory_iterator(SOURCE_DIR "/src/dialogs"))
+        if (const std::string name = entry.path().stem().string();
+            name.starts_with("KorDSMDialog") && name != "KorDSMDialog")
+            topics.push_back("_" + name);
+    EXPECT_GE(topics.size(), 15u);
+    for (const std::string& topic : topics)
         EXPECT_FALSE(CKorHelp::pageOf(topic).empty()) << topic;
+    std::set<std::string> titles;
+    for (const CKorHelp::Topic& topic : CKorHelp::topics())
+        EXPECT_TRUE(titles.insert(topic.title.toStdString()).second) << topic.title.view();
 }

@@ -5,6 +5,9 @@
 #include "services/KorResources.h"
 #include "services/Prompts.h"
 
+#include <cstring>
+#include <fstream>
+#include <map>
 #include <utility>
 
 namespace fs = std::filesystem;
@@ -15,6 +18,33 @@ constexpr int kPageMissing = 8;
 struct HelpViewer {
     CKorHelp::Viewer show;
 };
+
+std::string readWhole(const fs::path& page) {
+    std::ifstream in(page, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+// What stands between these marks, from the place on; the place moves behind it, or to the end.
+KorString between(const std::string& page, const char* begin, const char* end, std::size_t& from) {
+    const std::size_t first = page.find(begin, from);
+    const std::size_t last = first == std::string::npos ? first : page.find(end, first);
+    from = last;
+    if (last == std::string::npos)
+        return {};
+    const std::size_t text = first + std::strlen(begin);
+    return KorString(page.substr(text, last - text)).replaced("&amp;", "&").replaced("&nbsp;", " ");
+}
+
+std::vector<fs::path> foldersOfHelp() {
+    std::error_code ignored;
+    std::vector<fs::path> folders;
+    for (const fs::directory_entry& entry : fs::directory_iterator(KorResources::folder() / "help", ignored))
+        if (entry.path().filename() == Prompts::language())
+            folders.insert(folders.begin(), entry.path());
+        else if (entry.is_directory(ignored))
+            folders.push_back(entry.path());
+    return folders;
+}
 } // namespace
 
 void CKorHelp::setViewer(Viewer viewer) {
@@ -29,6 +59,29 @@ fs::path CKorHelp::pageOf(const KorString& topic) {
             return page;
     }
     return {};
+}
+
+std::vector<CKorHelp::Topic> CKorHelp::topics() {
+    std::map<std::string, Topic> topics;
+    std::error_code ignored;
+    for (const fs::path& folder : foldersOfHelp())
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder, ignored)) {
+            if (entry.path().extension() != ".html")
+                continue;
+            const std::string page = readWhole(entry.path());
+            Topic& topic = topics[entry.path().stem().string()];
+            topic.name = entry.path().stem().string();
+            std::size_t at = 0;
+            const KorString title = between(page, "<title>", "</title>", at);
+            (topic.title.isEmpty() ? topic.title : topic.others.emplace_back()) = title;
+            while (at != std::string::npos)
+                if (KorString heading = between(page, "<h2>", "</h2>", at); !heading.isEmpty())
+                    topic.others.push_back(std::move(heading));
+        }
+    std::vector<Topic> all;
+    for (auto& [name, topic] : topics)
+        all.push_back(std::move(topic));
+    return all;
 }
 
 bool CKorHelp::showTopic(const KorString& topic) {

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <vector>
 
 /// The host's help: one page per topic, in the language of the program where it is translated.
 class CKorHelp {
@@ -14,6 +15,13 @@ public:
     static void setViewer(Viewer viewer);
     /// Shows a topic. A topic without a page is reported. Returns whether there is one.
     static bool showTopic(const KorString& topic);
+    struct Topic {
+        KorString name;
+        KorString title;
+        std::vector<KorString> others; ///< its title in other languages, and the headings in all
+    };
+    /// All topics, by their names.
+    static std::vector<Topic> topics();
     /// The topic's page; empty when there is none.
     static std::filesystem::path pageOf(const KorString& topic);
 };

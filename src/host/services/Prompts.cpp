@@ -7,6 +7,7 @@
 #include "services/KorTextFile.h"
 #include "services/PluralForms.h"
 
+#include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <cstdlib>
@@ -169,6 +170,27 @@ bool Prompts::load(const fs::path& folder, const std::string& language) {
     return read;
 }
 
+std::vector<std::string> Prompts::languages(const fs::path& folder) {
+    std::vector<std::string> codes;
+    std::error_code ignored;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder, ignored))
+        if (entry.path().extension() == ".tsv" && hasLanguage(folder, entry.path().stem().string()))
+            codes.push_back(entry.path().stem().string());
+    std::ranges::sort(codes);
+    return codes;
+}
+
+std::unordered_map<std::string, KorString> Prompts::textsOf(const fs::path& folder,
+                                                            const std::string& language) {
+    Texts texts;
+    std::vector<KorString> lines;
+    KorTextFile::readLines(folder / (language + ".tsv"), lines);
+    for (const KorString& line : lines)
+        if (!line.isEmpty() && line.view().front() != '#')
+            takeLine(line.view(), texts);
+    return texts;
+}
+
 bool Prompts::has(const KorString& category, int number) {
     loadOnce();
     const std::string id = idOf(category.view(), number);
@@ -181,23 +203,23 @@ const std::string& Prompts::language() {
 }
 
 std::string Prompts::chooseLanguage(const fs::path& folder) {
-    std::vector<std::string> wishes;
     KorString setting;
     const KOSettings& settings = KOSettings::getInstance();
-    if (settings.readString(KOSettings::getKeyDSM(), "Language", setting)) {
-        if (!hasLanguage(folder, setting.toStdString()))
-            settings.refuse("Language", setting);
-        wishes.push_back(setting.toStdString());
-    }
+    settings.readString(KOSettings::getKeyDSM(), kLanguageSetting, setting);
+    if (hasLanguage(folder, setting.toStdString()))
+        return setting.toStdString();
+    if (!setting.isEmpty())
+        settings.refuse(kLanguageSetting, setting);
+    return systemLanguage(folder);
+}
+
+std::string Prompts::systemLanguage(const fs::path& folder) {
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
         const char* value = std::getenv(variable);
         if (!value || !*value)
             continue;
-        wishes.emplace_back(std::string(value).substr(0, 2));
-        break;
+        const std::string wish = std::string(value).substr(0, 2);
+        return hasLanguage(folder, wish) ? wish : "en";
     }
-    for (const std::string& wish : wishes)
-        if (hasLanguage(folder, wish))
-            return wish;
     return "en";
 }

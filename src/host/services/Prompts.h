@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <unordered_map>
+#include <vector>
 
 /// The prompt store: every text that users see, by category and number, in the language of the program.
 ///
@@ -32,11 +34,20 @@ public:
     /// reported with file and line. Returns false when the language's file cannot be read.
     static bool load(const std::filesystem::path& folder, const std::string& language);
 
+    /// The languages that the folder has texts of, in the order of their codes.
+    static std::vector<std::string> languages(const std::filesystem::path& folder);
+    /// All texts of one of them, by "category number"; what is wrong with them is not told. Loads nothing.
+    static std::unordered_map<std::string, KorString> textsOf(const std::filesystem::path& folder,
+                                                              const std::string& language);
+
     /// Whether the store has the text.
     static bool has(const KorString& category, int number);
     static const std::string& language();
 
-    /// The language to use: that of the setting "Language" under the manager's key, else that of the
-    /// environment (LC_ALL, LC_MESSAGES, LANG), else "en"; only languages that the folder has.
+    /// The setting that names the language, under the manager's key; empty, or absent: that of the system.
+    static constexpr const char* kLanguageSetting = "Language";
+    /// The language to use: that of the setting, else that of the system; only languages that the folder has.
     static std::string chooseLanguage(const std::filesystem::path& folder);
+    /// That of the environment (LC_ALL, LC_MESSAGES, LANG) where the folder has it, else "en".
+    static std::string systemLanguage(const std::filesystem::path& folder);
 };
