@@ -89,6 +89,19 @@ std::vector<ShownColumns> KorDSMTitlePage::shownColumns() const {
     return shownWith({m_table.positionColumn});
 }
 
+std::vector<KorDSMPage::OwnField> KorDSMTitlePage::ownFields() const {
+    std::vector<OwnField> fields;
+    if (!item() || !item()->record())
+        return fields;
+    const RowRef row{item()->tableType(), item()->recordKey()};
+    for (const TitlePosition& position : m_table.positions) {
+        const OwnField field{position.radio, row, m_table.positionColumn};
+        const bool isChecked = KorControls::find<QRadioButton>(this, position.radio)->isChecked();
+        fields.insert(isChecked ? fields.begin() : fields.end(), field); // the one that gets the focus
+    }
+    return fields;
+}
+
 const TitlePosition& KorDSMTitlePage::positionOf(int number, int TitlePosition::*member) const {
     const auto it = std::ranges::find(m_table.positions, number, member);
     return it == m_table.positions.end() ? m_table.positions[static_cast<std::size_t>(m_table.fallback)]

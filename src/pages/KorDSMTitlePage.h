@@ -51,6 +51,9 @@ public:
     void storePendingChanges(bool discard) override;
     std::vector<ShownColumns> shownColumns() const override;
 
+protected:
+    std::vector<OwnField> ownFields() const override;
+
 private:
     const TitlePosition& positionOf(int number, int TitlePosition::*member) const;
     CellValue stored(int column) const;

@@ -422,6 +422,20 @@ TEST_F(AllPages, InStandardNothingCanBeChanged) {
     EXPECT_TRUE(wroteNothing());
 }
 
+TEST_F(AllPages, EachColumnThatAPageShowsLeadsToItsField) {
+    makeEditableSamples();
+    onEachPage([&] {
+        for (const ShownColumns& row : page().shownColumns())
+            for (const int column : row.columns) {
+                // Names are changed by a command, and views are rows of a list.
+                const Column& cell = *findTable(row.table)->column(column);
+                EXPECT_TRUE(column == kNameColumn || cell.isSlot() ||
+                            page().focusField({row.table, row.key.getKey()}, column))
+                    << findTable(row.table)->name << ' ' << cell.name;
+            }
+    });
+}
+
 TEST_F(AllPages, EveryControlAndPictureHasANameAndEveryPageItsHelp) {
     makeEditableSamples();
     std::filesystem::path shownHelp;
