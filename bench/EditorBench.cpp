@@ -14,6 +14,7 @@
 #include "services/KorResources.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMPartList.h"
+#include "session/KorDSMSearch.h"
 #include "shell/KorDSMMainDialog.h"
 #include "shell/KorDSMSectionTree.h"
 #include "shell/ModuleResources.h"
@@ -164,6 +165,44 @@ void filterKey(benchmark::State& state) {
         filter->setText(words.left(length));
         QApplication::processEvents();
     }
+}
+
+// The yardstick of a search: every name is read once.
+void referenceNames(benchmark::State& state) {
+    auto databases = openDatabases();
+    StyleSource& source = *databases->source(SourceId::standard());
+    static_cast<void>(source.readAll());
+    for (auto run : state) {
+        std::size_t found = 0;
+        for (const TableSchema& table : allTables())
+            for (int i = 0; i < source.table(table.type).rows().size(); ++i)
+                found += source.table(table.type).rows().at(i).name.lowered().view().find("works 12") !=
+                         std::string_view::npos;
+        benchmark::DoNotOptimize(found);
+    }
+}
+
+// Opening the search, and the hits of a key in it.
+void openSearch(benchmark::State& state) {
+    OpenEditor editor;
+    for (auto run : state)
+        KorDSMSearch search({SourceId::standard(), {}}, {});
+}
+
+void searchKey(benchmark::State& state) {
+    OpenEditor editor;
+    KorDSMSearch search({SourceId::standard(), {}}, {});
+    const std::string words = "view request of the works 12";
+    std::size_t length = 0;
+    double slowest = 0;
+    for (auto run : state) {
+        length = length % words.size() + 1;
+        const Stopwatch watch;
+        if (search.find(KorString(words.substr(0, length)), 50).hits.empty())
+            state.SkipWithError("nothing was found");
+        slowest = std::max(slowest, watch.seconds());
+    }
+    state.counters["slowest_ms"] = slowest * 1000;
 }
 
 void referenceUpdate(benchmark::State& state) {
@@ -338,6 +377,9 @@ BENCHMARK(openEditor)->Unit(benchmark::kMillisecond)->MinTime(3);
 BENCHMARK(selectItem)->Unit(benchmark::kMillisecond);
 BENCHMARK(firstLists)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(filterKey)->Unit(benchmark::kMillisecond);
+BENCHMARK(referenceNames)->Unit(benchmark::kMillisecond);
+BENCHMARK(openSearch)->Unit(benchmark::kMillisecond);
+BENCHMARK(searchKey)->Unit(benchmark::kMillisecond);
 BENCHMARK(referenceUpdate)->Unit(benchmark::kMillisecond);
 BENCHMARK(guardedWriteWithTwins)->Unit(benchmark::kMillisecond);
 BENCHMARK(copyAndDelete)->Unit(benchmark::kMillisecond);

@@ -6,10 +6,12 @@
 #include "controls/KorReadable.h"
 #include "controls/KorScreenFit.h"
 #include "controls/KorTemplates.h"
+#include "services/CKorHelp.h"
 #include "services/Prompts.h"
 
 #include <QAbstractButton>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 
 KorDSMDialog::KorDSMDialog(int templateId, QWidget* parent) : QDialog(parent) {
@@ -22,6 +24,13 @@ KorDSMDialog::KorDSMDialog(int templateId, QWidget* parent) : QDialog(parent) {
 void KorDSMDialog::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     KorScreenFit::fit(*this);
+}
+
+void KorDSMDialog::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F1)
+        CKorHelp::showTopic(KorString("_") + KorString(metaObject()->className()));
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void KorDSMDialog::setCaption(int controlId, int number, const char* category) {

@@ -5,7 +5,7 @@
 #include <QDialog>
 
 /// Base of the editor's small modal dialogs: made from a template, with the host application's icon, and with
-/// texts from the prompt store.
+/// texts from the prompt store. F1 opens its topic of the help, which is named like its class.
 class KorDSMDialog : public QDialog {
     Q_OBJECT
 
@@ -16,6 +16,8 @@ public:
 protected:
     /// A dialog is never larger than the screen.
     void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
     /// Sets the text of the label, button or group box with this number from prompt `category` `number`.
     void setCaption(int controlId, int number, const char* category = "UPS");
     void setCaption(int controlId, const KorString& text);

@@ -2,11 +2,13 @@
 
 #include "controls/KorQt.h"
 #include "model/KorDSMBusy.h"
+#include "services/CKorHelp.h"
 #include "services/Prompts.h"
 #include "shell/CommandStrip.h"
 #include "shell/KorDSMUndoStrip.h"
 #include "shell/TreeSelection.h"
 
+#include <QKeyEvent>
 #include <QMenu>
 
 namespace {
@@ -59,7 +61,17 @@ void ItemMenu::showForList(const QPoint& position) {
         m_rightSide.list().open(*items.front());
 }
 
+bool ItemMenu::eventFilter(QObject* watched, QEvent* event) {
+    auto* menu = qobject_cast<QMenu*>(watched);
+    if (!menu || event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1)
+        return QObject::eventFilter(watched, event);
+    menu->close();
+    CKorHelp::showTopic("_Drawing_Style_Manager");
+    return true;
+}
+
 void ItemMenu::fill(QMenu& menu) {
+    menu.installEventFilter(this);
     for (QAction* action : m_commands.actions())
         menu.addAction(action);
     if (KorDSMDatabaseItem* item = m_selection.subject())

@@ -32,10 +32,15 @@ public:
     /// In the order in which they come in the menu.
     void add(AddOwn addOwn) { m_own.push_back(std::move(addOwn)); }
 
+    /// Fills a menu with what can be done with what is selected; F1 in it opens the topic of the commands.
+    void fill(QMenu& menu);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void showForTree(KorTreeHandle entry, const QPoint& position);
     void showForList(const QPoint& position);
-    void fill(QMenu& menu);
 
     QWidget& m_window;
     SectionViews& m_sections;

@@ -1,5 +1,6 @@
 #include "shell/KorDSMMainDialog.h"
 
+#include "controls/KorControls.h"
 #include "controls/KorReadable.h"
 #include "controls/TabStops.h"
 #include "model/KorDSMDialogFactory.h"
@@ -171,7 +172,9 @@ void KorDSMMainDialog::keyPressEvent(QKeyEvent* event) {
     if (!m_parts)
         return QDialog::keyPressEvent(event);
     if (event->key() == Qt::Key_F1) {
-        CKorHelp::showTopic("_korDisplayDetailStyles");
+        const QWidget* commands = KorControls::find(this, 1011);
+        const bool isAtCommands = commands->isAncestorOf(QApplication::focusWidget()) || commands->hasFocus();
+        CKorHelp::showTopic(isAtCommands ? "_Drawing_Style_Manager" : "_korDisplayDetailStyles");
         return;
     }
     NameFilter& filter = m_parts->filter;

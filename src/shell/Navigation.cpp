@@ -140,7 +140,7 @@ void Navigation::goToRecord(SourceId source, RowRef row) {
         goToItem(*found);
 }
 
-void Navigation::goToField(SourceId source, RowRef row, int column, RowRef within) {
+bool Navigation::goToField(SourceId source, RowRef row, int column, RowRef within) {
     KorDSMDatabaseItem* found = nullptr;
     {
         const KorDSMBusy busy;
@@ -157,8 +157,7 @@ void Navigation::goToField(SourceId source, RowRef row, int column, RowRef withi
     }
     if (found && found != m_selection.item())
         goToItem(*found);
-    if (found)
-        m_rightSide.focusField(row, column);
+    return found && m_rightSide.focusField(row, column);
 }
 
 void Navigation::returnToItem(KorDSMDatabaseItem& item) {

@@ -44,8 +44,9 @@ public:
     /// used. Nothing happens where there is no such item.
     void goToRecord(SourceId source, RowRef row);
     /// Goes to the page that shows the cell, below the record `within` where that is one, and gives the field
-    /// the focus; column 0 stands for the row alone. What a row has no field for leads to its page.
-    void goToField(SourceId source, RowRef row, int column, RowRef within = {});
+    /// the focus; column 0 stands for the row alone. What a row has no field for leads to its page. Returns
+    /// whether a field has the focus.
+    bool goToField(SourceId source, RowRef row, int column, RowRef within = {});
     /// Selects an entry of the tree that is shown, without the filter where that hides it.
     void selectEntry(KorTreeHandle entry);
     /// Selects a child of the entry by its place.

@@ -137,6 +137,13 @@ bool RightSide::focusField(RowRef row, int column) {
     return found;
 }
 
+void RightSide::showPage(int templateId) {
+    TabContent* group = m_tabs.currentContent();
+    for (int i = 0; group && i < group->pageCount(); ++i)
+        if (group->page(i)->templateId() == templateId)
+            return group->setCurrentIndex(i);
+}
+
 void RightSide::markPages() {
     for (KorDSMPage* page : shownPages())
         page->updateMark();

@@ -46,6 +46,9 @@ public:
     /// one.
     bool focusField(RowRef row, int column);
 
+    /// Shows the page of this template number, where it belongs to the item that is shown.
+    void showPage(int templateId);
+
     /// Marks the tabs of pages that show something that is not stored yet.
     void markPages();
     /// Whether the pages beside the one that is shown are refreshed at their next show.

@@ -43,7 +43,10 @@ WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorIma
       exchange(window, structure, selection, refresh, commands),
       deepCopy(window, structure, selection, refresh, commands),
       records(window, structure, selection, refresh, usages),
-      menu(window, sections, rightSide, selection, commands, undo) {
+      menu(window, sections, rightSide, selection, commands, undo),
+      languages(*control<KorButtonGroupMenu>(window, 1233).menu(), status),
+      search(window, structure, navigation, rightSide, selection, menu,
+             control<KorButtonGroupMenu>(window, 1233), control<KorButtonGroup>(window, 1012)) {
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { records.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { views.addTo(into, item); });
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { deepCopy.addTo(into, item); });

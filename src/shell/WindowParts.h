@@ -9,10 +9,12 @@
 #include "shell/ExchangeCommands.h"
 #include "shell/ItemMenu.h"
 #include "shell/KorDSMUndoStrip.h"
+#include "shell/LanguageMenu.h"
 #include "shell/Navigation.h"
 #include "shell/RecordMenu.h"
 #include "shell/RecoveryOffer.h"
 #include "shell/Reports.h"
+#include "shell/SearchCommand.h"
 #include "shell/SectionStrip.h"
 #include "shell/SelectionStatus.h"
 #include "shell/ServerWatch.h"
@@ -64,4 +66,6 @@ struct WindowParts {
     DeepCopyCommand deepCopy;
     RecordMenu records;
     ItemMenu menu;
+    LanguageMenu languages;
+    SearchCommand search;
 };

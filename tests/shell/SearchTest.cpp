@@ -1,0 +1,109 @@
+#include "controls/KorButtonGroupMenu.h"
+#include "dialogs/KorDSMDialogSearch.h"
+#include "shell/EditorFixture.h"
+#include "shell/HelpWindow.h"
+#include "support/Accessibility.h"
+
+#include <QLabel>
+#include <QListView>
+#include <QMenu>
+
+namespace {
+
+class SearchWindow : public EditorFixture {
+protected:
+    static constexpr int kField = 2421, kHits = 2422, kSaid = 2423;
+
+    // Opens the search by its key, types, and leaves it by another one.
+    void search(const char* text, Qt::Key leave, std::function<void(KorDSMDialogSearch&)> look = {}) {
+        bool isShown = false;
+        whenShown<KorDSMDialogSearch>([&](KorDSMDialogSearch& dialog) {
+            isShown = true;
+            auto* field = KorControls::find<QLineEdit>(&dialog, kField);
+            field->setText(QString::fromUtf8(text));
+            if (look)
+                look(dialog);
+            QTest::keyClick(field, leave);
+            if (dialog.isVisible())
+                dialog.reject();
+        });
+        press(Qt::Key_K, Qt::ControlModifier);
+        EXPECT_TRUE(isShown) << text;
+    }
+    static std::string first(KorDSMDialogSearch& dialog) {
+        const auto* hits = KorControls::find<QListView>(&dialog, kHits);
+        return hits->model()->index(0, 0).data(Qt::AccessibleTextRole).toString().toStdString();
+    }
+    QWidget* flash() { return m_dialog->findChild<QWidget*>(QStringLiteral("fieldFlash")); }
+};
+
+TEST_F(SearchWindow, LeadsToRecordsFieldsValuesPagesAndTopicsAndRunsCommands) {
+    open();
+    select(kStyle);
+    search("hb railing", Qt::Key_Return);
+    EXPECT_TRUE(QString::fromStdString(selected()).startsWith("HB railing")) << selected();
+    EXPECT_EQ(flash(), nullptr) << "a record is no field";
+
+    select(kStyle);
+    search("titelposition", Qt::Key_Return, [](KorDSMDialogSearch& dialog) {
+        EXPECT_EQ(first(dialog), "Title position (Titelposition), Field, Detail style › HB post 1:15 · User");
+    });
+    EXPECT_EQ(selected(), "HB post 1:15");
+    ASSERT_NE(flash(), nullptr);
+    EXPECT_TRUE(pageControl<QRadioButton>(kAboveMainView)->isChecked()) << "its page is shown";
+
+    search("title position above main view", Qt::Key_Return);
+    EXPECT_EQ(page()->templateId(), 2002);
+
+    search("clipping", Qt::Key_Escape);
+    EXPECT_EQ(page()->templateId(), 2002) << "Esc leaves all as it was";
+
+    search("qualifier sets section", Qt::Key_Return);
+    EXPECT_EQ(KorDSMDialogFactory::getDSMDataStructure().getSelectedSection(),
+              KorDSMDefines::kViewQualifiers);
+
+    search("help common tasks", Qt::Key_Return);
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    EXPECT_TRUE(std::ranges::any_of(windows, [](QWidget* window) {
+        return qobject_cast<HelpWindow*>(window) && window->windowTitle() == "Common tasks";
+    }));
+
+    select({"User"});
+    search("preview", Qt::Key_Return,
+           [](KorDSMDialogSearch& dialog) { EXPECT_EQ(first(dialog), "Preview, Command, "); });
+    EXPECT_TRUE(control<KorButtonGroup>(1212)->button(2097)->isChecked());
+}
+
+TEST_F(SearchWindow, SaysWhatWasLookedAtWhereNothingIsFoundAndWhatIsNotPossible) {
+    open();
+    select({"Standard"});
+    search("no such thing", Qt::Key_Return, [](KorDSMDialogSearch& dialog) {
+        const QString said = KorControls::find<QLabel>(&dialog, kSaid)->text();
+        EXPECT_TRUE(said.contains("\"no such thing\"") && said.contains("Standard") && said.contains("User"))
+            << said.toStdString();
+        EXPECT_GT(expectReadable(dialog), 1);
+        EXPECT_GT(expectNamed(dialog), 1);
+    });
+    search("rename command", Qt::Key_Return, [](KorDSMDialogSearch& dialog) {
+        QTest::keyClick(KorControls::find<QLineEdit>(&dialog, kField), Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible()) << "a database has no name to change";
+        EXPECT_TRUE(KorControls::find<QLabel>(&dialog, kSaid)->text().contains("not possible"));
+    });
+    EXPECT_EQ(selected(), "Standard");
+}
+
+TEST_F(SearchWindow, TheKeysLeadFromTheFilterIntoTheTree) {
+    open();
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Return}) {
+        select({"User"});
+        auto* filter = control<QLineEdit>(1210);
+        filter->setFocus();
+        filter->setText("hb post 1:15");
+        QTest::keyClick(filter, key);
+        EXPECT_EQ(selected(), "HB post 1:15");
+        EXPECT_TRUE(tree().hasFocus());
+        filter->clear();
+    }
+}
+
+} // namespace
