@@ -1,11 +1,18 @@
+#include "app/OpenWindow.h"
 #include "app/ProgramFixture.h"
-
+#include "data/StyleDatabases.h"
+#include "model/KorDSMDialogFactory.h"
+#include "services/KorHostReport.h"
 #include "support/OtherProgram.h"
 
+#include <QApplication>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QDragEnterEvent>
+#include <QMimeData>
 #include <QMimeDatabase>
 #include <QProcess>
+#include <QUrl>
 
 namespace fs = std::filesystem;
 
@@ -29,6 +36,43 @@ TEST_F(DesktopTest, AStyleDatabaseIsKnownByItsHeaderAndAPlainDatabaseIsNotTaken)
     EXPECT_EQ(typeOf(data() / "user.dsdb").name(), "application/x-dsdb");
     EXPECT_TRUE(typeOf(data() / "user.dsdb").inherits("application/vnd.sqlite3"));
     EXPECT_EQ(typeOf(folder() / "plain" / "database").name(), "application/vnd.sqlite3");
+}
+
+TEST_F(DesktopTest, AFileThatIsDroppedOnTheWindowIsASourceThatCanOnlyBeRead) {
+    fs::copy_file(data() / "user.dsdb", folder() / "mail.dsdb");
+    qputenv("XDG_RUNTIME_DIR", named("").toUtf8());
+    StyleDatabases databases;
+    QWidget window;
+    window.show();
+    const OpenWindow open(window, data());
+    const auto drop = [&window](const QMimeData& dragged) {
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, {});
+        QApplication::sendEvent(&window, &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDropEvent dropped({5, 5}, Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, {});
+        QApplication::sendEvent(&window, &dropped);
+        QApplication::processEvents();
+        return dropped.isAccepted() && dropped.dropAction() == Qt::CopyAction; // it is not moved away
+    };
+    QMimeData text;
+    text.setText("no file");
+    text.setUrls({QUrl("https://elsewhere/mail.dsdb")});
+    EXPECT_FALSE(drop(text));
+    QMimeData letter;
+    letter.setUrls({QUrl::fromLocalFile(named("letter"))});
+    writeBytes(folder() / "letter", "no database");
+    EXPECT_TRUE(drop(letter));
+    EXPECT_TRUE(databases.sources().empty());
+    EXPECT_EQ(KorHostReport::take().size(), 1u) << "what cannot be shown is told";
+    QMimeData file;
+    file.setUrls({QUrl::fromLocalFile(named("mail.dsdb"))});
+    EXPECT_TRUE(drop(file));
+    ASSERT_EQ(databases.sources().size(), 1u);
+    StyleSource& source = *databases.source(databases.sources().front());
+    EXPECT_TRUE(source.isReadOnly());
+    EXPECT_NE(source.table(kTableDetailStyle).find(KorString("Beam")), nullptr);
+    KorDSMDialogFactory::getDSMDataStructure().emptyDataStructure();
 }
 
 TEST_F(DesktopTest, ASecondStartLeavesItsFileToTheOpenWindow) {

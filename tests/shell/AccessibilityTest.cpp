@@ -31,10 +31,10 @@ class Accessibility : public EditorFixture {
 protected:
     ~Accessibility() override { QApplication::setPalette(QPalette()); }
 
-    // Visits in light and dark; windows take the palette that is there when they are made.
-    static void inBothPalettes(const std::function<void()>& visit) {
-        for (const bool dark : {false, true}) {
-            QApplication::setPalette(desktopPalette(dark));
+    // Windows take the palette that is there when they are made.
+    static void inEachPalette(const std::function<void()>& visit) {
+        for (const QPalette& palette : desktopPalettes()) {
+            QApplication::setPalette(palette);
             visit();
         }
     }
@@ -121,7 +121,7 @@ protected:
 };
 
 TEST_F(Accessibility, EveryControlOfTheWindowIsReadableAndHasAName) {
-    inBothPalettes([this] {
+    inEachPalette([this] {
         open();
         select({"User", "Hallberg: posts and beams"});
         EXPECT_EQ(accessibleName(*control<KorListCtrl>(1003)), QStringLiteral("Hallberg: posts and beams"));
@@ -133,7 +133,7 @@ TEST_F(Accessibility, EveryControlOfTheWindowIsReadableAndHasAName) {
 
 TEST_F(Accessibility, EveryControlOfTheDialogsIsReadableAndHasAName) {
     open();
-    inBothPalettes([this] { onEachDialog([](QDialog& dialog) { look(dialog); }); });
+    inEachPalette([this] { onEachDialog([](QDialog& dialog) { look(dialog); }); });
 }
 
 // A letter that leads to two controls leads to neither at once.

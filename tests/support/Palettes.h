@@ -42,3 +42,25 @@ inline QPalette desktopPalette(bool dark) {
     light.setColor(QPalette::Disabled, QPalette::Highlight, QColor(170, 174, 178));
     return light;
 }
+
+/// White and yellow on black, as desktops offer to those who see little.
+inline QPalette highContrastPalette() {
+    QPalette palette(Qt::black);
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        for (const auto role : {QPalette::Window, QPalette::Base, QPalette::AlternateBase, QPalette::Button,
+                                QPalette::ToolTipBase, QPalette::HighlightedText})
+            palette.setColor(group, role, Qt::black);
+        for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                                QPalette::ToolTipText, QPalette::Mid})
+            palette.setColor(group, role, Qt::white);
+        palette.setColor(group, QPalette::Highlight, Qt::yellow);
+        palette.setColor(group, QPalette::PlaceholderText, QColor(150, 150, 150));
+    }
+    palette.setColor(QPalette::Link, Qt::cyan);
+    return palette;
+}
+
+/// Light, dark and of high contrast.
+inline QList<QPalette> desktopPalettes() {
+    return {desktopPalette(false), desktopPalette(true), highContrastPalette()};
+}
