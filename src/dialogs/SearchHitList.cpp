@@ -76,7 +76,9 @@ QVariant SearchHitList::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
         return toQt(found.text);
     case Qt::DecorationRole:
-        return found.icon != 0 ? KorPictures::icon(found.icon) : m_pictureOf(found);
+        if (found.icon != 0)
+            return KorPictures::icon(found.icon);
+        return found.row.key > 0 ? QIcon() : m_pictureOf(found);
     case Qt::ToolTipRole:
         return QStringLiteral("%1\n%2").arg(toQt(found.text), placeOf(found));
     case Qt::AccessibleTextRole:

@@ -49,15 +49,23 @@ bool isEdited(eTableType table) {
     });
 }
 
-// That of the nearest whole where it has none of its own.
-int iconOf(eTableType table) {
+int ownIconOf(eTableType table) {
     const KorDSMFamily* family = KorDSMFamilies::of(table);
-    if (family && family->icon != 0)
-        return KorDSMDefines::iconResource(family->icon);
+    return family && family->icon != 0 ? KorDSMDefines::iconResource(family->icon) : 0;
+}
+
+// That of the nearest whole, or of what uses such records, where they have none of their own.
+int iconOf(eTableType table) {
+    if (const int own = ownIconOf(table); own != 0)
+        return own;
     for (const Column& column : findTable(table)->columns)
         if (column.isReference() && column.role != eReferenceRole::kUses && column.target != table)
             return iconOf(column.target);
-    return KorDSMDefines::iconResource(KorDSMDefines::kIconHost);
+    for (const TableSchema& user : allTables())
+        for (const Column& column : user.columns)
+            if (column.isReference() && column.target == table && ownIconOf(user.type) != 0)
+                return ownIconOf(user.type);
+    return 0;
 }
 
 KorString joined(const std::vector<KorString>& steps) {

@@ -50,7 +50,10 @@ TEST_F(SearchWindow, LeadsToRecordsFieldsValuesPagesAndTopicsAndRunsCommands) {
     });
     EXPECT_EQ(selected(), "HB post 1:15");
     ASSERT_NE(flash(), nullptr);
-    EXPECT_TRUE(pageControl<QRadioButton>(kAboveMainView)->isChecked()) << "its page is shown";
+    QApplication::processEvents();
+    auto* field = pageControl<QRadioButton>(kAboveMainView);
+    EXPECT_TRUE(field->isChecked()) << "its page is shown";
+    EXPECT_EQ(flash()->geometry().center(), field->mapTo(m_dialog.get(), field->rect().center()));
 
     search("title position above main view", Qt::Key_Return);
     EXPECT_EQ(page()->templateId(), 2002);

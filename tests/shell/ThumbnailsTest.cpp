@@ -45,7 +45,9 @@ protected:
         return rows;
     }
     void showThem(bool shown) {
-        QAction* option = control<KorButtonGroupMenu>(1233)->menuButton()->menu()->actions().back();
+        QAction* option = nullptr; // the last of the check items
+        for (QAction* action : control<KorButtonGroupMenu>(1233)->menu()->actions())
+            option = action->isCheckable() ? action : option;
         EXPECT_EQ(option->isChecked(), !shown);
         option->trigger();
     }
