@@ -5,6 +5,7 @@
 #include <array>
 #include <csignal>
 #include <fstream>
+#include <thread>
 #include <vector>
 
 #include <sys/prctl.h>
@@ -92,6 +93,11 @@ DatabaseServer::DatabaseServer() {
                       output);
     const std::string log = readUntil(output, "ready to accept connections");
     EXPECT_NE(log.find("ready"), std::string::npos) << log;
+    // A server that cannot get rid of what it says stands still.
+    std::thread([output] {
+        readUntil(output, "");
+        close(output);
+    }).detach();
 }
 
 DatabaseServer::~DatabaseServer() {
