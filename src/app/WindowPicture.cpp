@@ -82,7 +82,7 @@ bool WindowPicture::prepareDisplay(const PictureOptions& options) {
     return hasDisplay(paints) && (!paints || mayPaint(options));
 }
 
-void WindowPicture::paintWhenOpen(std::function<QWidget*()> window) {
+void WindowPicture::paintWhenOpen(const std::function<QWidget*()>& window) {
     QTimer::singleShot(0, qApp, [this, window] {
         QWidget* open = window();
         if (LockWait::isWaiting() || !open || !open->isVisible()) // not settled yet

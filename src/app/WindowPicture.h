@@ -18,7 +18,7 @@ public:
     explicit WindowPicture(const PictureOptions& options) : m_options(options) {}
 
     /// Paints the window once it has settled, then closes it; `window` gives null while it is not there yet.
-    void paintWhenOpen(std::function<QWidget*()> window);
+    void paintWhenOpen(const std::function<QWidget*()>& window);
     /// What became of the picture, as an exit code; complains where it is missing or shows only what could be
     /// read.
     int finish(const DataFolder& folder) const;

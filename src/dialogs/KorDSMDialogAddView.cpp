@@ -12,6 +12,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kTemplate = 2390;
@@ -64,10 +66,10 @@ KorDSMDialogAddView::KorDSMDialogAddView(const Fill& fill, QWidget* parent)
 }
 
 KorDSMDialogAddView::Wish::eWhat KorDSMDialogAddView::what() const {
-    int chosen = 0;
-    while (!KorControls::find<QRadioButton>(this, kRadios[chosen])->isChecked())
-        ++chosen;
-    return static_cast<Wish::eWhat>(chosen);
+    const auto* chosen = std::ranges::find_if(kRadios, [this](const auto& radio) {
+        return KorControls::find<QRadioButton>(this, radio)->isChecked();
+    });
+    return static_cast<Wish::eWhat>(chosen - std::begin(kRadios));
 }
 
 KorString KorDSMDialogAddView::view() const {

@@ -23,11 +23,14 @@ void addHatch(Primitives& hatch, const std::vector<Loop2>& loops, double degrees
         }
     constexpr double kMostLines = 2000;
     const double step = std::max(spacing, (reach.v - reach.u) / kMostLines);
-    for (double a = std::ceil(reach.u / step) * step; a < reach.v; a += step) {
+    const double first = std::ceil(reach.u / step);
+    const double lines = std::ceil(reach.v / step) - first;
+    for (int i = 0; i < lines; ++i) {
+        const double a = (first + i) * step;
         const Vec2 from = across * a + along * (length.u - 1);
         const Vec2 to = across * a + along * (length.v + 1);
-        for (const auto& [first, last] : insideParts(loops, from, to))
-            hatch.push_back(Figures::line({from + (to - from) * first, from + (to - from) * last}, pen,
+        for (const auto& [begin, end] : insideParts(loops, from, to))
+            hatch.push_back(Figures::line({from + (to - from) * begin, from + (to - from) * end}, pen,
                                           Primitive::kHatch, provenance, object));
     }
 }

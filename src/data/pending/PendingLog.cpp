@@ -70,7 +70,7 @@ PendingLog::Commands PendingLog::commands() const {
     return all;
 }
 
-void PendingLog::standAs(Commands commands) {
+void PendingLog::standAs(const Commands& commands) {
     const Hold together(*this);
     for (std::size_t i = 0; i < m_told; ++i)
         if (const PendingPlace place{m_steps[i].source, m_steps[i].table};
@@ -79,10 +79,10 @@ void PendingLog::standAs(Commands commands) {
     m_told = m_position = 0;
     m_steps.clear();
     m_counts.clear();
-    for (auto& [label, steps] : commands) {
+    for (const auto& [label, steps] : commands) {
         beginGroup(label);
-        for (PendingStep& step : steps)
-            record(std::move(step));
+        for (const PendingStep& step : steps)
+            record(step);
         endGroup();
     }
 }

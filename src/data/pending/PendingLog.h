@@ -100,7 +100,7 @@ public:
     /// Lets these commands, each with its label, stand in the place of all that stands. They must come to
     /// the same change.
     using Commands = std::vector<std::pair<KorString, std::vector<PendingStep>>>;
-    void standAs(Commands commands);
+    void standAs(const Commands& commands);
     /// Copies of the commands that stand, oldest first.
     Commands commands() const;
 
