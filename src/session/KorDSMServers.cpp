@@ -68,9 +68,9 @@ KorString KorDSMServers::trouble() {
     KorString all;
     for (const auto& [id, since] : heard().silent)
         if (StyleSource* source = StyleDatabases::current().source(id)) {
-            const KorString sentence = KorString::format(
-                translated("\"%s\" gives no answer since %s; what is shown is of that time."),
-                {source->store().name(), timeOfDay(since)});
+            const KorString sentence =
+                KorString::format(translated("No answer since %s, the time of what is shown: \"%s\""),
+                                  {timeOfDay(since), source->store().name()});
             all = all.isEmpty() ? sentence : KorString::format("%s\n%s", {all, sentence});
         }
     return all;
@@ -84,8 +84,7 @@ KorString KorDSMServers::colleagues() {
             names.insert(colleague.user);
         if (names.empty())
             continue;
-        const KorString here =
-            KorString::format("%s (%s)", {joined(names), KorDSMWhereUsed::sourceName(id)});
+        const KorString here = KorString::format("%s (%s)", {joined(names), KorDSMWhereUsed::sourceName(id)});
         all = all.isEmpty() ? here : KorString::format("%s; %s", {all, here});
     }
     return all.isEmpty() ? all : KorString::format(translated("Also here: %s"), {all});

@@ -50,7 +50,7 @@ void StatusLine::showServers(const KorString& colleagues, const KorString& troub
     constexpr int kWidest = 420; // pixels; the tooltip has all of it
     const QString text = toQt(trouble.isEmpty() ? colleagues : trouble);
     const QString firstLine = text.section(u'\n', 0, 0);
-    m_servers->setText(m_servers->fontMetrics().elidedText(firstLine, Qt::ElideMiddle, kWidest));
+    m_servers->setText(m_servers->fontMetrics().elidedText(firstLine, Qt::ElideRight, kWidest));
     m_servers->setToolTip(text);
     m_servers->setAccessibleName(text);
     m_servers->setVisible(!text.isEmpty());

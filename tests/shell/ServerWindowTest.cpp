@@ -128,7 +128,7 @@ TEST_F(ServerWindow, ASilentServerHoldsUpNeitherLookingNorGivingUpAnApply) {
     turning.start(0);
     auto* servers = control<QLabel>(1217);
     m_line.strikeAt(1, LineProxy::eTrouble::kFreezeBefore, false);
-    waitFor([&] { return servers->isVisible() && servers->toolTip().contains("gives no answer"); });
+    waitFor([&] { return servers->isVisible() && servers->text().contains("No answer since"); });
     select(kView);
     EXPECT_NE(page(), nullptr) << "what was read is shown";
     select(kStyle);
@@ -157,7 +157,7 @@ TEST_F(ServerWindow, ASilentServerHoldsUpNeitherLookingNorGivingUpAnApply) {
     EXPECT_TRUE(isPending()) << "nothing was stored";
 
     m_line.mend();
-    waitFor([&] { return !servers->toolTip().contains("gives no answer") || !servers->isVisible(); });
+    waitFor([&] { return !servers->text().contains("No answer since") || !servers->isVisible(); });
     EXPECT_TRUE(isPending());
     click(button(kApply));
     EXPECT_FALSE(isPending());
