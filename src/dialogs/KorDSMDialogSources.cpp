@@ -15,6 +15,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace {
 
@@ -23,7 +26,8 @@ constexpr int kExplanation = 1021;
 constexpr int kTest = 1022;
 constexpr int kCountsLater = 1023;
 constexpr int kInFolder = 1024;
-constexpr int kWidestField = 460; // pixels, where there is room
+constexpr int kLeastField = 230; // pixels
+constexpr int kUsualWidth = 760; // pixels, in which most connections can be seen whole
 
 QLabel* wrapped(int prompt) {
     auto* label = new QLabel(toQt(Prompts::dsm(prompt)));
@@ -37,7 +41,7 @@ QLabel* wrapped(int prompt) {
 KorDSMDialogSources::KorDSMDialogSources(std::filesystem::path folder, QWidget* parent)
     : QDialog(parent), m_folder(std::move(folder)), m_outcome(new QLabel) {
     KorReadable::keep(this);
-    setWindowTitle(toQt(Prompts::dsm(kCaption)).remove(u'…'));
+    setWindowTitle(toQt(Prompts::dsm(kCaption)).remove(u'…').trimmed());
     auto* lines = new QVBoxLayout(this);
     lines->addWidget(wrapped(kExplanation));
     auto* grid = new QGridLayout;
@@ -59,8 +63,11 @@ KorDSMDialogSources::KorDSMDialogSources(std::filesystem::path folder, QWidget* 
     lines->addStretch(1);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     lines->addWidget(buttons);
+    for (QAbstractButton* button : buttons->buttons()) // as those of the other dialogs
+        button->setIcon({});
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    resize(std::min(kUsualWidth, screen()->availableSize().width()), sizeHint().height());
 }
 
 void KorDSMDialogSources::addRow(QGridLayout& grid, const std::string& source, const QString& caption,
@@ -70,7 +77,7 @@ void KorDSMDialogSources::addRow(QGridLayout& grid, const std::string& source, c
     auto* field = new QLineEdit(QString::fromStdString(text));
     auto* test = new QPushButton(toQt(Prompts::dsm(kTest)));
     label->setBuddy(field);
-    field->setMinimumWidth(kWidestField / 2);
+    field->setMinimumWidth(kLeastField);
     field->setPlaceholderText(toQt(Prompts::dsm(kInFolder)));
     field->setAccessibleName(caption);
     test->setAccessibleDescription(caption);
