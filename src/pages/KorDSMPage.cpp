@@ -230,8 +230,8 @@ void KorDSMPage::notifyModified() {
 void KorDSMPage::notifyTyping() {
     const auto fields = findChildren<KorLineEdit*>();
     DsmSetModified message;
-    message.modified = KorDSMUndo::canUndo() || std::ranges::any_of(fields, &KorLineEdit::isEdited) ||
-                       hasEditedParts();
+    message.modified =
+        KorDSMUndo::canUndo() || std::ranges::any_of(fields, &KorLineEdit::isEdited) || hasEditedParts();
     KorDSMMainWindow::sendMessage(message);
 }
 

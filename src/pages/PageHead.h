@@ -12,7 +12,8 @@ class QLabel;
 class QToolButton;
 
 /// The head of a page: what kind of record it shows, its name, which can be changed here, whether it can only
-/// be read, is shared or being changed by others, where it stands, who uses it, and what it still lacks. Made when first shown.
+/// be read, is shared or being changed by others, where it stands, who uses it, and what it still lacks. Made
+/// when first shown.
 class PageHead : public QWidget {
     Q_OBJECT
 

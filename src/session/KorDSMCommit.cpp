@@ -147,8 +147,7 @@ bool KorDSMCommit::isNoticed() {
     return StyleDatabases::current().isNoticed();
 }
 
-std::optional<std::vector<KorDSMRowChange>>
-KorDSMCommit::rowsOf(const std::vector<OutsideChange>& changes) {
+std::optional<std::vector<KorDSMRowChange>> KorDSMCommit::rowsOf(const std::vector<OutsideChange>& changes) {
     std::vector<KorDSMRowChange> rows;
     for (const OutsideChange& change : changes) {
         if (!change.ok() || !change.rows)

@@ -9,10 +9,10 @@ struct KorDSMConflictWords {
     KorString record;   ///< kind, name, and what the record is part of or filed under
     KorString property; ///< caption of the column; of a new row that all of it is meant
     KorString mine;
-    KorString stored;  ///< empty where `reason` says why there is nothing
-    KorString reason;  ///< one sentence why mine cannot be kept; empty when the user can choose
+    KorString stored;   ///< empty where `reason` says why there is nothing
+    KorString reason;   ///< one sentence why mine cannot be kept; empty when the user can choose
     KorString storedBy; ///< as "anna, 2026-11-26 10:42", who stored that; empty where it is not known
-    KorString outcome; ///< one sentence what becomes of mine then; empty where the reason says it
+    KorString outcome;  ///< one sentence what becomes of mine then; empty where the reason says it
 
     bool canChoose() const { return reason.isEmpty(); }
     /// What stands beside mine: the value that is stored, or why mine is not kept and what becomes of it.

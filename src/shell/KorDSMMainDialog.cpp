@@ -50,9 +50,8 @@ int KorDSMMainDialog::OnInitDialog() {
     KorDSMRecovery::writeDown(&KorDSMMainDialog::showReportsSoon);
     m_turn.begin();
     setUpImages();
-    m_parts = std::make_unique<WindowParts>(*this, m_structure, m_images, [this] {
-        return isFree() && m_turn.isMine();
-    });
+    m_parts = std::make_unique<WindowParts>(*this, m_structure, m_images,
+                                            [this] { return isFree() && m_turn.isMine(); });
     connectSelection();
     connectCommands();
     receiveFromItems();

@@ -57,7 +57,8 @@ Result<> OdbcLog::read(const Range& range, StoredSince& since) {
     return result;
 }
 
-// Numbers of commits have no gaps: where one has no row its rows were removed, or it was none of this program.
+// Numbers of commits have no gaps: where one has no row its rows were removed, or it was none of this
+// program.
 Result<> OdbcLog::readLog(const Range& range, StoredSince& since, Keys& keys) {
     const OdbcDialect& dialect = *m_database.dialect;
     OdbcRows rows;

@@ -184,8 +184,9 @@ Result<> readOdbcTable(OdbcDatabase& database, const TableSchema& table, RowArra
     }
     for (const Column* column : layout->missing)
         report.addMissingColumn(*column);
-    std::erase_if(database.unreadable,
-                  [&](const auto& cell) { return table.column(cell.first.first->number) == cell.first.first; });
+    std::erase_if(database.unreadable, [&](const auto& cell) {
+        return table.column(cell.first.first->number) == cell.first.first;
+    });
     Result<> result = readInto(database, table, *layout, {}, rows, report);
     if (!result)
         rows.clear();

@@ -10,8 +10,8 @@
 inline constexpr const char* kStateTable = "dsdb_state";
 /// A row for each commit: its number, its mark, who stored it and when.
 inline constexpr const char* kCommitTable = "dsdb_commit";
-/// A row for each row of a style table that a commit wrote, at least one for each commit. Of the oldest commits
-/// the rows are removed after a while: whoever would need them reads everything.
+/// A row for each row of a style table that a commit wrote, at least one for each commit. Of the oldest
+/// commits the rows are removed after a while: whoever would need them reads everything.
 inline constexpr const char* kChangeTable = "dsdb_change";
 /// A row for each version that the schema had: when it came, and by whom.
 inline constexpr const char* kVersionTable = "dsdb_version";

@@ -78,16 +78,17 @@ Result<> OdbcWriter::readPresent(const TableSchema& table, const TableLayout& la
         const std::span some =
             std::span(keys).subspan(first, std::min(kKeysOfStatement, keys.size() - first));
         OdbcTableScan scan(m_database, table, layout.present);
-        Result<> result = scan.run(isKeyIn(*m_database.dialect, some), m_database.dialect->forUpdate(), [&](std::int32_t key) {
-            Present& row = rows[key];
-            row.record = table.makeRows()->copyOf(nullptr);
-            row.record->key = key;
-            scan.fill(*row.record, odd);
-            for (const OddCell& cell : odd)
-                if (cell.fit == eCellFit::kMisfit)
-                    row.misfits[layout.present[cell.place]] = scan.stored(cell.place);
-            odd.clear();
-        });
+        Result<> result = scan.run(
+            isKeyIn(*m_database.dialect, some), m_database.dialect->forUpdate(), [&](std::int32_t key) {
+                Present& row = rows[key];
+                row.record = table.makeRows()->copyOf(nullptr);
+                row.record->key = key;
+                scan.fill(*row.record, odd);
+                for (const OddCell& cell : odd)
+                    if (cell.fit == eCellFit::kMisfit)
+                        row.misfits[layout.present[cell.place]] = scan.stored(cell.place);
+                odd.clear();
+            });
         if (!result)
             return result;
     }
@@ -276,8 +277,8 @@ std::vector<std::string> OdbcWriter::notes(std::int64_t sequence, std::uint32_t 
     std::ranges::copy(changes.statements(), std::back_inserter(sql));
     if (sequence % kCommitsBetweenRemovals == 0)
         for (const char* table : {kChangeTable, kCommitTable})
-            sql.push_back("DELETE FROM " + dialect.table(table) + " WHERE sequence > 0 AND sequence <= " +
-                          std::to_string(sequence - kKnownCommits));
+            sql.push_back("DELETE FROM " + dialect.table(table) +
+                          " WHERE sequence > 0 AND sequence <= " + std::to_string(sequence - kKnownCommits));
     return sql;
 }
 
