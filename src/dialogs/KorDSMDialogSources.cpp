@@ -5,6 +5,7 @@
 #include "controls/KorReadable.h"
 #include "controls/KorStyle.h"
 #include "services/AddInManager.h"
+#include "services/CKorHelp.h"
 #include "services/Prompts.h"
 #include "session/KorDSMWhereUsed.h"
 #include "session/SourceSettings.h"
@@ -12,6 +13,7 @@
 #include <QBoxLayout>
 #include <QDialogButtonBox>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -110,6 +112,13 @@ void KorDSMDialogSources::say(const QString& sentence, bool isFault) {
         colors.setColor(QPalette::WindowText, KorStyle::noteColor(palette()));
     m_outcome->setPalette(colors);
     m_outcome->setText(sentence);
+}
+
+void KorDSMDialogSources::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F1)
+        CKorHelp::showTopic("_KorDSMDialogSources");
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void KorDSMDialogSources::accept() {

@@ -23,6 +23,9 @@ public:
 
     void accept() override;
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     struct Row {
         std::string source; ///< as it is named in the file
