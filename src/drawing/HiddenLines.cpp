@@ -5,6 +5,7 @@
 #include "drawing/LineCover.h"
 
 #include <array>
+#include <optional>
 
 namespace {
 
@@ -110,16 +111,29 @@ private:
         m_faces.crossings(candidates, at(from), at(to), stops);
         for (double& stop : stops)
             stop = from + stop * (to - from);
-        const Vec2 beside = Vec2{-d.v, d.u} * (kSide / d.length());
+        const double length = d.length();
+        const Vec2 beside = Vec2{-d.v, d.u} * (kSide / length);
+        const auto add = [&](double begin, double end, bool hidden) {
+            addPiece({at(begin).at, at(end).at, at((begin + end) / 2).depth, !hidden, segment.kind,
+                      segment.object, segment.circle});
+        };
+        // What is seen alike is one line, so that dashes run through.
+        double begin = from;
+        std::optional<bool> wasHidden;
         for (std::size_t i = 1; i < stops.size(); ++i) {
-            const ViewPoint middle = at((stops[i] + stops[i - 1]) / 2);
-            if ((stops[i] - stops[i - 1]) * d.length() < 1e-3)
+            if ((stops[i] - stops[i - 1]) * length < 1e-3)
                 continue;
+            const ViewPoint middle = at((stops[i] + stops[i - 1]) / 2);
             const bool hidden = m_faces.cover(candidates, {middle.at + beside, middle.depth}) &&
                                 m_faces.cover(candidates, {middle.at - beside, middle.depth});
-            addPiece({at(stops[i - 1]).at, at(stops[i]).at, middle.depth, !hidden, segment.kind,
-                      segment.object, segment.circle});
+            if (wasHidden && *wasHidden != hidden) {
+                add(begin, stops[i - 1], *wasHidden);
+                begin = stops[i - 1];
+            }
+            wasHidden = hidden;
         }
+        if (wasHidden)
+            add(begin, stops.back(), *wasHidden);
     }
 
     const SamplePart& m_part;

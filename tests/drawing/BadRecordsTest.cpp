@@ -89,10 +89,12 @@ protected:
 
 } // namespace
 
-// The variable asks for more rounds than each build makes.
+// The variables ask for more rounds than each build makes, and for other ones.
 TEST_F(BadRecordsTest, GiveWhatCanBeDrawnAndASentence) {
     const char* more = std::getenv("DETAILSTYLES_ROUNDS");
     const int rounds = more ? std::atoi(more) : 60;
+    if (const char* seed = std::getenv("DETAILSTYLES_SEED"))
+        random.seed(static_cast<unsigned>(std::atoi(seed)));
     std::vector<SamplePart> parts;
     for (const std::string& name : SampleParts::names(partsFolder()))
         parts.push_back(part(name));

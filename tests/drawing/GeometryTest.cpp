@@ -44,8 +44,8 @@ const std::string kBeam = "profile B family=I section=400,180,8,14 from=0,0,0 to
 
 } // namespace
 
-// A box of 200 x 300 before one of 400 x 100: what lies behind is hidden, what lies upon an edge is there
-// once.
+// A box of 200 x 300 before one of 400 x 100: what lies behind is hidden, in one line also behind two parts,
+// and what lies upon an edge is there once.
 TEST(GeometryTest, HiddenEdgesAreToldFromVisibleOnes) {
     const SamplePart part = partOf("plate front at=0,0,0 size=200,300 thickness=20\n"
                                    "plate behind at=-100,50,100 size=400,100 thickness=20\n");
@@ -53,6 +53,12 @@ TEST(GeometryTest, HiddenEdgesAreToldFromVisibleOnes) {
     EXPECT_NEAR(lengthOf(lines, true, 0), 2 * (200 + 300), 0.1);
     EXPECT_NEAR(lengthOf(lines, true, 1), 2 * (400 + 100) - 2 * 200, 0.1);
     EXPECT_NEAR(lengthOf(lines, false, 1), 2 * 200, 0.1);
+    const ViewLines inTwo = seen(partOf("plate left at=0,0,0 size=80,300 thickness=20\n"
+                                        "plate right at=80,0,0 size=120,300 thickness=20\n"
+                                        "plate behind at=-100,50,100 size=400,100 thickness=20\n"),
+                                 frontCamera());
+    EXPECT_EQ(std::ranges::count(inTwo.lines, false, &ViewLine::visible), 2);
+    EXPECT_NEAR(lengthOf(inTwo, false, 2), 2 * 200, 0.1);
 }
 
 // From the front an I shows flanges of 14 mm; its web lies behind nothing, and its far edges upon the near

@@ -10,25 +10,26 @@
 
 /// What the sample styles were last agreed to make of the sample parts: of each pair a number that changes
 /// with its picture, and of each style the picture of the part that suits it, as a text in tenths of
-/// millimetres.
+/// millimetres. The pictures of the other pairs would be too much to keep with the code: a run that finds
+/// nothing changed leaves them to the next one on the machine.
 class KeptPictures {
 public:
     explicit KeptPictures(const std::filesystem::path& folder) : m_folder(folder) {
         std::ifstream numbers(folder / "numbers.txt");
         for (std::string name, number; std::getline(numbers, name, '\t') && std::getline(numbers, number);)
             m_numbers[name] = number;
-        std::ifstream pictures(folder / "pictures.txt");
-        for (std::string line, name; std::getline(pictures, line);)
-            if (line.starts_with("= "))
-                name = line.substr(2);
-            else
-                m_pictures[name] += line + "\n";
+        m_pictures = read(folder / "pictures.txt");
+        for (auto& [name, text] : read(own() / "agreed.txt"))
+            if (const auto agreed = m_numbers.find(name);
+                agreed != m_numbers.end() && agreed->second == std::to_string(fnv(text)))
+                m_pictures[name] = std::move(text);
     }
 
     void add(const std::string& name, const Drawing& drawing, bool keepsPicture) {
         const std::string text = textOf(drawing, 0);
         const std::string number = std::to_string(fnv(text));
         m_now[name] = number;
+        m_textsNow[name] = text;
         if (keepsPicture)
             m_picturesNow[name] = textOf(drawing, 1.2);
         const auto before = m_numbers.find(name);
@@ -44,25 +45,47 @@ public:
     const std::vector<std::string>& changed() const { return m_changed; }
     /// Writes before and after side by side; returns the file.
     std::filesystem::path writePage() const {
-        const auto folder = std::filesystem::temp_directory_path() / "detailstyles-drawings";
-        std::filesystem::create_directories(folder);
-        std::ofstream(folder / "changed.html")
+        std::filesystem::create_directories(own());
+        std::ofstream(own() / "changed.html")
             << "<!DOCTYPE html><meta charset=\"utf-8\"><title>Drawings that changed</title>"
                "<style>svg{width:46vw;height:auto;border:1px solid #888}td{vertical-align:top}</style>\n"
             << m_page.str();
-        return folder / "changed.html";
+        return own() / "changed.html";
     }
     void keep() const {
         std::filesystem::create_directories(m_folder);
         std::ofstream numbers(m_folder / "numbers.txt");
         for (const auto& [name, number] : m_now)
             numbers << name << '\t' << number << '\n';
-        std::ofstream pictures(m_folder / "pictures.txt");
-        for (const auto& [name, text] : m_picturesNow)
-            pictures << "= " << name << '\n' << text;
+        write(m_folder / "pictures.txt", m_picturesNow);
+        leaveToNextRun();
+    }
+    void leaveToNextRun() const {
+        std::filesystem::create_directories(own());
+        write(own() / "agreed.txt", m_textsNow);
     }
 
 private:
+    using Texts = std::map<std::string, std::string>;
+
+    static std::filesystem::path own() {
+        return std::filesystem::temp_directory_path() / "detailstyles-drawings";
+    }
+    static Texts read(const std::filesystem::path& file) {
+        Texts texts;
+        std::ifstream in(file);
+        for (std::string line, name; std::getline(in, line);)
+            if (line.starts_with("= "))
+                texts[name = line.substr(2)];
+            else
+                texts[name] += line + "\n";
+        return texts;
+    }
+    static void write(const std::filesystem::path& file, const Texts& texts) {
+        std::ofstream out(file);
+        for (const auto& [name, text] : texts)
+            out << "= " << name << '\n' << text;
+    }
     static std::uint64_t fnv(const std::string& text) {
         std::uint64_t hash = 1469598103934665603U;
         for (const char c : text)
@@ -153,10 +176,11 @@ private:
     }
 
     std::filesystem::path m_folder;
-    std::map<std::string, std::string> m_numbers;
-    std::map<std::string, std::string> m_pictures;
-    std::map<std::string, std::string> m_now;
-    std::map<std::string, std::string> m_picturesNow;
+    Texts m_numbers;
+    Texts m_pictures; ///< of before
+    Texts m_now;
+    Texts m_textsNow;
+    Texts m_picturesNow;
     std::vector<std::string> m_changed;
     std::ostringstream m_page;
 };

@@ -87,6 +87,8 @@ TEST_F(SampleDrawingTest, EveryStyleDrawsEveryPartAsAgreedAndEachLineSaysWhoMade
     EXPECT_GT(drawn, 800);
     if (std::getenv("KEEP_DRAWINGS"))
         return kept.keep();
+    if (kept.changed().empty())
+        kept.leaveToNextRun();
     EXPECT_EQ(kept.changed(), std::vector<std::string>()) << "see " << kept.writePage();
 }
 
