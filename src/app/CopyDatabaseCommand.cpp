@@ -5,7 +5,7 @@
 #include "base/Translation.h"
 #include "data/exchange/CopiedDatabase.h"
 #include "data/store/SqliteStore.h"
-#include "data/store/odbc/OdbcStore.h"
+#include "session/KorDSMPasswords.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ Opened openToRead(const SourceSettings::Place& place) {
     if (!place.error.empty())
         return {{place.error}};
     if (place.file.empty()) {
-        OpenedServer opened = OdbcStore::open(place.server, OdbcStore::eMode::kRead);
+        OpenedServer opened = KorDSMPasswords::current().open(place.server, OdbcStore::eMode::kRead);
         return {{opened.error}, std::move(opened.store)};
     }
     OpenedStore opened =
@@ -27,7 +27,7 @@ Opened openToRead(const SourceSettings::Place& place) {
 
 Result<> copyToServer(StyleStore& from, const ServerAddress& address,
                       const CopiedDatabase::Progress& progress) {
-    OpenedServer to = OdbcStore::open(address, OdbcStore::eMode::kWrite);
+    OpenedServer to = KorDSMPasswords::current().open(address, OdbcStore::eMode::kWrite);
     if (!to.ok())
         return {to.error};
     Result<> result = to.store->begin(); // from now on nobody else adds rows

@@ -60,11 +60,11 @@ int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
     QApplication application(argc, argv);
     prepareEditorApplication();
     KOSettings::getInstance().setPathData(folder.path());
+    KorDSMDialogFactory factory(nullptr);
     if (!paints)
-        SourcesCommand::askForPasswords(folder);
+        SourcesCommand::askForPasswords(folder, nullptr);
     KorDSMDialogFactory::options().asksBeforeLeaving = true;
     KorDSMDialogFactory::options().recoversChanges = !paints;
-    KorDSMDialogFactory factory(nullptr);
     WindowPicture picture(options.picture);
     std::optional<OpenWindow> window;
     if (!paints) {

@@ -73,10 +73,10 @@ Result<> status(OdbcDatabase& database) {
 }
 
 Result<> check(const ServerAddress& address) {
-    const Result<KorString> checked = SourceSettings::check(address);
+    const SourceSettings::Checked checked = SourceSettings::check(address);
     if (checked)
         Console::say(checked.value);
-    return checked;
+    return {checked.error};
 }
 
 } // namespace

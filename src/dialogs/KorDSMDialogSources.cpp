@@ -2,82 +2,66 @@
 
 #include "controls/KorControls.h"
 #include "controls/KorQt.h"
-#include "controls/KorReadable.h"
 #include "controls/KorStyle.h"
+#include "dialogs/KorDSMDialogPassword.h"
 #include "services/AddInManager.h"
-#include "services/CKorHelp.h"
 #include "services/Prompts.h"
 #include "session/KorDSMWhereUsed.h"
 #include "session/SourceSettings.h"
 
 #include <QBoxLayout>
-#include <QDialogButtonBox>
 #include <QGridLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScreen>
-
-#include <algorithm>
+#include <QScrollArea>
 
 namespace {
 
-constexpr int kCaption = 1020;
-constexpr int kExplanation = 1021;
+constexpr int kTemplate = 2450;
+constexpr int kExplanation = 2451;
+constexpr int kPlaces = 2452;
+constexpr int kWhen = 2454;
+
+constexpr int kTitle = 1020;
+constexpr int kExplanationText = 1021;
 constexpr int kTest = 1022;
-constexpr int kCountsLater = 1023;
+constexpr int kWhenText = 1023;
 constexpr int kInFolder = 1024;
 constexpr int kLeastField = 230; // pixels
-constexpr int kUsualWidth = 760; // pixels, in which most connections can be seen whole
-
-QLabel* wrapped(int prompt) {
-    auto* label = new QLabel(toQt(Prompts::dsm(prompt)));
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    return label;
-}
 
 } // namespace
 
 KorDSMDialogSources::KorDSMDialogSources(std::filesystem::path folder, QWidget* parent)
-    : QDialog(parent), m_folder(std::move(folder)), m_outcome(new QLabel) {
-    KorReadable::keep(this);
-    setWindowTitle(toQt(Prompts::dsm(kCaption)).remove(u'…').trimmed());
-    auto* lines = new QVBoxLayout(this);
-    lines->addWidget(wrapped(kExplanation));
-    auto* grid = new QGridLayout;
-    lines->addLayout(grid);
+    : KorDSMDialog(kTemplate, parent), m_folder(std::move(folder)),
+      m_outcome(KorControls::find<QLabel>(this, kOutcome)) {
+    setWindowTitle(toQt(Prompts::dsm(kTitle)).remove(u'…').trimmed());
+    setCaption(kExplanation, kExplanationText, "DSM");
+    setCaption(kWhen, kWhenText, "DSM");
+    setCaption(1, 33740);
+    setCaption(2, 33741);
+    auto* places = new QWidget;
+    auto* grid = new QGridLayout(places);
+    grid->setContentsMargins({});
     const SourceSettings settings(m_folder);
     const auto add = [&](const std::string& source, SourceId id) {
-        addRow(*grid, source, toQt(KorDSMWhereUsed::sourceName(id)), settings.textOf(source));
+        addRow(*grid, {id, source, settings.textOf(source), nullptr}, toQt(KorDSMWhereUsed::sourceName(id)));
     };
     add("standard", SourceId::standard());
     for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
         add(addIn.id().id.toStdString(), SourceId::addIn(addIn.id().number));
     add("user", SourceId::user());
-    KorControls::setId(m_outcome, kOutcome);
-    m_outcome->setTextFormat(Qt::PlainText);
-    m_outcome->setWordWrap(true);
-    m_outcome->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    lines->addWidget(m_outcome);
-    lines->addWidget(wrapped(kCountsLater));
-    lines->addStretch(1);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    lines->addWidget(buttons);
-    for (QAbstractButton* button : buttons->buttons()) // as those of the other dialogs
-        button->setIcon({});
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    resize(std::min(kUsualWidth, screen()->availableSize().width()), sizeHint().height());
+    grid->setRowStretch(static_cast<int>(m_rows.size()), 1);
+    KorControls::find<QScrollArea>(this, kPlaces)->setWidget(places);
+    m_rows.front().field->setFocus();
 }
 
-void KorDSMDialogSources::addRow(QGridLayout& grid, const std::string& source, const QString& caption,
-                                 const std::string& text) {
+void KorDSMDialogSources::addRow(QGridLayout& grid, Row row, const QString& caption) {
     const int place = static_cast<int>(m_rows.size());
     auto* label = new QLabel(caption + QStringLiteral(":"));
-    auto* field = new QLineEdit(QString::fromStdString(text));
+    auto* field = row.field = new QLineEdit(QString::fromStdString(row.text));
     auto* test = new QPushButton(toQt(Prompts::dsm(kTest)));
+    label->setTextFormat(Qt::PlainText);
     label->setBuddy(field);
     field->setMinimumWidth(kLeastField);
     field->setPlaceholderText(toQt(Prompts::dsm(kInFolder)));
@@ -95,14 +79,28 @@ void KorDSMDialogSources::addRow(QGridLayout& grid, const std::string& source, c
     grid.addWidget(label, place, 0);
     grid.addWidget(field, place, 1);
     grid.addWidget(test, place, 2);
-    m_rows.push_back({source, field});
+    m_rows.push_back(std::move(row));
+}
+
+QBoxLayout* KorDSMDialogSources::saidLine() const {
+    return qobject_cast<QBoxLayout*>(m_outcome->parentWidget()->layout());
 }
 
 void KorDSMDialogSources::test(const QLineEdit& field) {
     const auto address =
         ServerAddress::parse(field.text().trimmed().toStdString(), field.accessibleName().toStdString());
-    const Result<KorString> checked =
-        address ? SourceSettings::check(address.value) : Result<KorString>(Result<>{address.error});
+    if (!address)
+        return say(QString::fromStdString(address.error), true);
+    say({}, false);
+    SourceSettings::Checked checked = SourceSettings::check(address.value);
+    if (checked.isRefused)
+        KorDSMDialogPassword::ask(
+            address.value, checked.error,
+            [&](const ServerAddress& server) {
+                checked = SourceSettings::check(server);
+                return Result<>{checked.isRefused ? checked.error : std::string()};
+            },
+            this);
     say(checked ? toQt(checked.value) : QString::fromStdString(checked.error), !checked);
 }
 
@@ -114,15 +112,9 @@ void KorDSMDialogSources::say(const QString& sentence, bool isFault) {
     m_outcome->setText(sentence);
 }
 
-void KorDSMDialogSources::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F1)
-        CKorHelp::showTopic("_KorDSMDialogSources");
-    else
-        QDialog::keyPressEvent(event);
-}
-
 void KorDSMDialogSources::accept() {
     std::map<std::string, std::string> texts;
+    m_moved.clear();
     for (const Row& row : m_rows) {
         const std::string text = row.field->text().trimmed().toStdString();
         if (SourceSettings::isConnection(text))
@@ -130,6 +122,8 @@ void KorDSMDialogSources::accept() {
                 !address)
                 return say(QString::fromStdString(address.error), true);
         texts[row.source] = text;
+        if (text != row.text)
+            m_moved.push_back(row.id);
     }
     if (const Result<> written = SourceSettings::write(m_folder, texts); !written)
         return say(QString::fromStdString(written.error), true);

@@ -8,6 +8,7 @@
 #include "services/KOSettings.h"
 #include "services/KorHostReport.h"
 #include "services/KorResources.h"
+#include "session/KorDSMPasswords.h"
 
 #include <algorithm>
 #include <iterator>
@@ -72,15 +73,31 @@ void DataFolder::openSources() {
         return;
     }
     tellOfUnknownSources(settings);
-    openSource(SourceId::standard(), settings.placeOf("standard", m_folder / "standard.dsdb"));
+    openSource(SourceId::standard(), settings);
     for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
-        openSource(SourceId::addIn(addIn.id().number),
-                   settings.placeOf(addIn.id().id.toStdString(), addIn.database()));
+        openSource(SourceId::addIn(addIn.id().number), settings);
+    openSource(SourceId::user(), settings);
+}
+
+void DataFolder::openSource(SourceId id, const SourceSettings& settings) {
+    for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
+        if (id == SourceId::addIn(addIn.id().number))
+            return openPlace(id, settings.placeOf(addIn.id().id.toStdString(), addIn.database()));
+    if (id == SourceId::standard())
+        return openPlace(id, settings.placeOf("standard", m_folder / "standard.dsdb"));
     const SourceSettings::Place user = settings.placeOf("user", m_folder / "user.dsdb");
     if (user.file.empty())
-        openSource(SourceId::user(), user);
+        openPlace(id, user);
     else
         openUserDatabase(user.file);
+}
+
+void DataFolder::openAnew(SourceId id) {
+    const SourceSettings settings(m_folder);
+    StyleDatabases::current().closeSource(id);
+    std::ranges::copy(settings.problems(), std::back_inserter(m_problems));
+    if (settings.problems().empty())
+        openSource(id, settings);
 }
 
 void DataFolder::tellOfUnknownSources(const SourceSettings& settings) {
@@ -96,7 +113,7 @@ void DataFolder::tellOfUnknownSources(const SourceSettings& settings) {
         }
 }
 
-void DataFolder::openSource(SourceId id, const SourceSettings::Place& place) {
+void DataFolder::openPlace(SourceId id, const SourceSettings::Place& place) {
     StyleDatabases& databases = StyleDatabases::current();
     const bool writable = databases.isOwnerMode() || id == SourceId::user();
     Result<> result{place.error};
@@ -117,8 +134,8 @@ void DataFolder::openSource(SourceId id, const SourceSettings::Place& place) {
 OpenedServer DataFolder::openServer(SourceId id, const ServerAddress& server) {
     StyleDatabases& databases = StyleDatabases::current();
     const bool writable = databases.isOwnerMode() || id == SourceId::user();
-    OpenedServer opened =
-        OdbcStore::open(server, writable ? OdbcStore::eMode::kWrite : OdbcStore::eMode::kRead);
+    OpenedServer opened = KorDSMPasswords::current().open(server, writable ? OdbcStore::eMode::kWrite
+                                                                           : OdbcStore::eMode::kRead);
     if (opened.store) {
         databases.addSource(id, std::move(opened.store));
         static_cast<void>(databases.source(id)->readAll());
@@ -126,16 +143,13 @@ OpenedServer DataFolder::openServer(SourceId id, const ServerAddress& server) {
     return opened;
 }
 
-Result<> DataFolder::openRefused(const std::string& password) {
-    Refused& refused = m_refused.front();
-    refused.server.password = password;
-    OpenedServer opened = openServer(refused.id, refused.server);
-    if (!StyleDatabases::current().source(refused.id)) {
-        refused.error = opened.error;
+Result<> DataFolder::openRefused(const ServerAddress& server) {
+    const Refused first = m_refused.front();
+    OpenedServer opened = openServer(first.id, server);
+    if (opened.isRefused)
         return {std::move(opened.error)};
-    }
-    std::erase(m_problems, KorString(refused.error));
-    if (!opened.ok()) // it may only be read
+    std::erase(m_problems, KorString(first.error));
+    if (!opened.ok()) // something else is in the way, or it may only be read
         tell(opened.error);
     m_refused.erase(m_refused.begin());
     return {};
@@ -147,7 +161,7 @@ void DataFolder::openUserDatabase(const fs::path& file) {
     const Result<> made = isThere ? Result<>() : makeUserDatabase(file);
     removeLeftDatabases(m_folder.string());
     if (made || fs::exists(file, error)) { // another start may have made it meanwhile
-        openSource(SourceId::user(), {file, {}, {}});
+        openPlace(SourceId::user(), {file, {}, {}});
         return;
     }
     m_complete = false;

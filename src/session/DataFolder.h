@@ -16,6 +16,9 @@ public:
     /// Opens all databases as sources of the current `StyleDatabases`. Where there is no User database yet
     /// one is made, if the folder may be written: without styles, with the lists that their choices offer.
     void open();
+    /// Opens one source where it is by now, in the place of what was open as that. What is pending of it is
+    /// lost. Where it cannot be opened none is: changes would come into the wrong database.
+    void openAnew(SourceId id);
     /// Whether there are open databases, wherever they came from.
     static bool isAnyOpen();
 
@@ -26,8 +29,9 @@ public:
         std::string error;
     };
     const std::vector<Refused>& refused() const { return m_refused; }
-    /// Opens the first of these with a password. On success it is none of them any more, nor a problem.
-    Result<> openRefused(const std::string& password);
+    /// Opens the first of these by an address with a password. On success the server let the user in, and it
+    /// is none of them any more; what else is in the way is a problem.
+    Result<> openRefused(const ServerAddress& server);
 
     /// Adds what the services have reported so far to the problems. Returns whether there was anything.
     bool takeReports();
@@ -40,7 +44,8 @@ public:
 
 private:
     void openSources();
-    void openSource(SourceId id, const SourceSettings::Place& place);
+    void openSource(SourceId id, const SourceSettings& settings);
+    void openPlace(SourceId id, const SourceSettings::Place& place);
     OpenedServer openServer(SourceId id, const ServerAddress& server);
     void tellOfUnknownSources(const SourceSettings& settings);
     void openUserDatabase(const std::filesystem::path& file);

@@ -53,6 +53,7 @@ bool KorDSMServers::areThere() {
 bool KorDSMServers::look() {
     StyleDatabases& databases = StyleDatabases::current();
     heard().news = databases.glance();
+    std::erase_if(heard().silent, [](const auto& each) { return !heard().news.contains(each.first); });
     for (const auto& [id, news] : heard().news)
         if (isSilent(news))
             heard().silent.try_emplace(id, std::time(nullptr));

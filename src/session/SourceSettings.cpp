@@ -1,8 +1,8 @@
 #include "session/SourceSettings.h"
 
 #include "base/Translation.h"
-#include "data/store/odbc/OdbcStore.h"
 #include "services/KorTextFile.h"
+#include "session/KorDSMPasswords.h"
 
 #include <fstream>
 
@@ -142,13 +142,13 @@ Result<> SourceSettings::write(const std::filesystem::path& folder,
                           {file.string()}));
 }
 
-Result<KorString> SourceSettings::check(const ServerAddress& address) {
-    const OpenedServer opened = OdbcStore::open(address, OdbcStore::eMode::kWrite);
+SourceSettings::Checked SourceSettings::check(const ServerAddress& address) {
+    const OpenedServer opened = KorDSMPasswords::current().open(address, OdbcStore::eMode::kWrite);
     if (!opened.store)
-        return Result<>{opened.error};
+        return {Result<>{opened.error}, opened.isRefused};
     if (std::string tooNew = opened.store->whyTooNew(); !tooNew.empty())
-        return Result<>{std::move(tooNew)};
+        return {Result<>{std::move(tooNew)}};
     if (!opened.ok())
-        return Result<>{opened.error};
-    return KorString::format(translated("\"%s\" can be read and changed."), {address.name});
+        return {Result<>{opened.error}};
+    return {KorString::format(translated("\"%s\" can be read and changed."), {address.name})};
 }

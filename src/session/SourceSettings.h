@@ -33,8 +33,12 @@ public:
                           const std::map<std::string, std::string>& texts);
     /// Whether a text is a connection, not the name of a file.
     static bool isConnection(const std::string& text);
-    /// Opens the database as the editor does, and closes it again. Returns what can be done with it.
-    static Result<KorString> check(const ServerAddress& address);
+    /// What can be done with a database on a server, or why nothing can.
+    struct Checked : Result<KorString> {
+        bool isRefused = false; ///< with another password it may be
+    };
+    /// Opens the database as the editor does, and closes it again.
+    static Checked check(const ServerAddress& address);
 
     /// The sources that it says something of, in lower case.
     std::set<std::string> sources() const;

@@ -91,6 +91,7 @@ void KorDSMMainDialog::connectCommands() {
     connect(&parts.apply, &QPushButton::clicked, this, [this] {
         whenFree(this, [this] {
             m_parts->leaving.apply();
+            m_parts->sources.follow();
             m_parts->preview.follow();
         });
     });

@@ -1,19 +1,26 @@
 #include "shell/SourcesCommand.h"
 
 #include "controls/KorQt.h"
+#include "data/StyleDatabases.h"
+#include "dialogs/KorDSMDialogPassword.h"
 #include "dialogs/KorDSMDialogSources.h"
 #include "services/KOSettings.h"
+#include "services/KorHostReport.h"
 #include "services/Prompts.h"
 #include "session/DataFolder.h"
+#include "session/KorDSMWhereUsed.h"
+#include "shell/LockNotice.h"
+#include "shell/Reports.h"
+#include "shell/ServerWatch.h"
+#include "shell/WhenFree.h"
+#include "shell/WindowRefresh.h"
 
-#include <QInputDialog>
 #include <QMenu>
 
 namespace {
 
 constexpr int kDatabases = 1020;
-constexpr int kPassword = 1025;  // caption
-constexpr int kNotStored = 1026; // "... The password is kept until the editor ends."
+constexpr int kCountsLater = 1046; // "Changes of %s are not stored yet: ..."
 
 } // namespace
 
@@ -21,22 +28,49 @@ void SourcesCommand::addTo(QMenu& menu, const KorDSMDatabaseItem& item) {
     if (item.type() != KorDSMDefines::kDatabaseContent && item.type() != KorDSMDefines::kAddInContent)
         return;
     menu.addSeparator();
-    menu.addAction(toQt(Prompts::dsm(kDatabases)), this, [this] {
-        const std::string folder = KOSettings::getInstance().getPathData().toStdString();
-        KorDSMDialogSources(folder, &m_window).exec();
-    });
+    menu.addAction(toQt(Prompts::dsm(kDatabases)), this, [this] { whenFree(this, [this] { choose(); }); });
 }
 
-void SourcesCommand::askForPasswords(DataFolder& folder) {
-    while (!folder.refused().empty()) {
-        const QString reason = QString::fromStdString(folder.refused().front().error);
-        bool isGiven = false;
-        const QString password =
-            QInputDialog::getText(nullptr, toQt(Prompts::dsm(kPassword)),
-                                  reason + QStringLiteral("\n\n") + toQt(Prompts::dsm(kNotStored)),
-                                  QLineEdit::Password, {}, &isGiven);
-        if (!isGiven)
+void SourcesCommand::choose() {
+    KorDSMDialogSources dialog(KOSettings::getInstance().dataFolder(), &m_window);
+    new LockNotice(dialog.saidLine()); // the dialog owns it
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    m_moved.insert(dialog.moved().begin(), dialog.moved().end());
+    follow();
+    for (const SourceId id : m_moved)
+        KorHostReport::add(KorString::format(Prompts::dsm(kCountsLater), {KorDSMWhereUsed::sourceName(id)}));
+    m_reports.show();
+}
+
+void SourcesCommand::follow() {
+    DataFolder folder(KOSettings::getInstance().dataFolder());
+    {
+        const KorDSMBusy busy;
+        const auto openAnew = [&](SourceId id) {
+            const bool isFree = !StyleDatabases::current().pending().hasPending(id);
+            if (isFree)
+                folder.openAnew(id);
+            return isFree;
+        };
+        if (std::erase_if(m_moved, openAnew) == 0)
             return;
-        static_cast<void>(folder.openRefused(password.toStdString()));
+        askForPasswords(folder, &m_window);
+    }
+    for (const KorString& problem : folder.problems())
+        KorHostReport::add(problem);
+    m_refresh.reload();
+    m_servers.begin();
+    m_reports.show();
+}
+
+void SourcesCommand::askForPasswords(DataFolder& folder, QWidget* parent) {
+    while (!folder.refused().empty()) {
+        const DataFolder::Refused refused = folder.refused().front();
+        const auto open = [&](const ServerAddress& server) { return folder.openRefused(server); };
+        const bool isKnown = KorDSMPasswords::current().isGiven(refused.server); // of another source there
+        if (!(isKnown && open(refused.server)) &&
+            !KorDSMDialogPassword::ask(refused.server, refused.error, open, parent))
+            return;
     }
 }

@@ -149,5 +149,7 @@ void WindowRefresh::reload(const std::vector<OutsideChange>& read) {
         m_navigation.returnToItem(*item);
     if (wasModified)
         m_applyState.setModified(true);
+    else
+        m_applyState.updateUndo();
     Q_EMIT followed();
 }

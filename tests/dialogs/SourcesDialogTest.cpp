@@ -1,9 +1,11 @@
 #include "dialogs/KorDSMDialogSources.h"
 
 #include "controls/KorControls.h"
+#include "controls/KorTemplates.h"
 #include "session/SourceSettings.h"
 #include "support/FreshProcess.h"
 #include "support/TempFolder.h"
+#include "templates/Templates.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -18,6 +20,7 @@ namespace {
 
 class SourcesDialog : public FreshProcess {
 protected:
+    SourcesDialog() { KorTemplates::setFactory(Templates::setUp); }
     std::string text() {
         std::ostringstream all;
         all << std::ifstream(m_folder.file("sources.ini")).rdbuf();

@@ -2,12 +2,15 @@
 #include "data/exchange/CopiedDatabase.h"
 #include "data/store/SqliteStore.h"
 #include "data/store/odbc/OdbcStore.h"
+#include "dialogs/KorDSMDialogPassword.h"
+#include "dialogs/KorDSMDialogSources.h"
 #include "session/DataFolder.h"
 #include "shell/EditorFixture.h"
 #include "support/DatabaseServer.h"
 #include "support/LineProxy.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QTreeView>
 
 // What the window does with styles on a server.
@@ -62,7 +65,38 @@ protected:
         while (!isSo())
             QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
+    /// Chooses another place for User in the dialog of databases, tested before where `tests`.
+    void move(const std::string& place, bool tests) {
+        bool isDone = false;
+        whenShown<KorDSMDialogSources>([&, tests](KorDSMDialogSources& dialog) {
+            constexpr int kUser = 3; // behind Standard and two add-ins
+            auto* field = KorControls::find<QLineEdit>(&dialog, KorDSMDialogSources::kFirstField + kUser);
+            field->setText(QString::fromStdString(place));
+            if (tests)
+                click(KorControls::find(&dialog, KorDSMDialogSources::kFirstTest + kUser));
+            auto* said = KorControls::find<QLabel>(&dialog, KorDSMDialogSources::kOutcome);
+            EXPECT_EQ(said->text().contains("can be read and changed"), tests) << said->text().toStdString();
+            click(KorControls::find(&dialog, 1));
+            isDone = true;
+        });
+        const KorTreeHandle user = select({"User"});
+        chooseInMenu("Databases…");
+        Q_EMIT tree().contextMenuRequested(user, m_dialog->pos());
+        waitFor([&] { return isDone; });
+    }
+    static void givePassword(const char* password) {
+        whenShown<KorDSMDialogPassword>([=](KorDSMDialogPassword& dialog) {
+            auto* field = KorControls::find<QLineEdit>(&dialog, KorDSMDialogPassword::kPassword);
+            EXPECT_EQ(field->echoMode(), QLineEdit::Password);
+            QTest::keyClicks(field, password);
+            if (password != std::string(kPassword))
+                givePassword(kPassword);
+            click(KorControls::find(&dialog, 1));
+        });
+    }
+    bool isOnServer() { return m_databases->source(SourceId::user())->store().isOnServer(); }
 
+    static constexpr const char* kPassword = "se'c}r";
     DatabaseServer& m_server = DatabaseServer::instance();
     std::string m_schema = m_server.newSchema();
     LineProxy m_line{m_server.socket()};
@@ -161,4 +195,40 @@ TEST_F(ServerWindow, ASilentServerHoldsUpNeitherLookingNorGivingUpAnApply) {
     EXPECT_TRUE(isPending());
     click(button(kApply));
     EXPECT_FALSE(isPending());
+}
+
+TEST_F(ServerWindow, ADatabaseMovesToAServerWithAPasswordAndBackWhileTheWindowIsOpen) {
+    OdbcDatabase database(address(m_server.connection(m_schema)), {});
+    EXPECT_EQ(database.connect().error, "");
+    EXPECT_EQ(
+        database.execute("CREATE ROLE guarded LOGIN PASSWORD 'se''c}r' IN ROLE \"" + m_schema + "_editor\"")
+            .error,
+        "");
+    m_databases->closeSource(SourceId::user());
+    EXPECT_EQ(m_databases->openFile(SourceId::user(), path("user.dsdb"), false).error, "");
+    open();
+    const KorOdbcKey style = styleNamed(kStyle.back());
+    others(style, 3, KorString("on the server"));
+    givePassword("wrong");
+    move(m_server.connection(m_schema, DatabaseServer::kGuarded), true);
+    ASSERT_TRUE(isOnServer()) << "at once, and without a second question";
+    EXPECT_EQ(shown(style).description, KorString("on the server"));
+    EXPECT_EQ(selected(), "User");
+    select(kStyle);
+    changePosition();
+    QString said;
+    whenShown<QMessageBox>([&said](QMessageBox& box) {
+        said = box.informativeText();
+        box.close();
+    });
+    move({}, false);
+    EXPECT_TRUE(said.contains("not stored yet")) << said.toStdString();
+    EXPECT_TRUE(isPending() && isOnServer());
+    click(button(kApply));
+    EXPECT_FALSE(isPending() || isOnServer());
+    EXPECT_EQ(shown(style).titlePosition, 3);
+    m_others.refreshChanged();
+    const auto* there = m_others.here()->table(kTableDetailStyle).find(style);
+    EXPECT_EQ(static_cast<const StructDetailStyle*>(there)->titlePosition, 4)
+        << "what was applied went where it had been read";
 }
