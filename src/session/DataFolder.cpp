@@ -92,12 +92,15 @@ void DataFolder::openSource(SourceId id, const SourceSettings& settings) {
         openUserDatabase(user.file);
 }
 
-void DataFolder::openAnew(SourceId id) {
+bool DataFolder::openAnew(SourceId id) {
+    if (StyleDatabases::current().pending().hasPending(id))
+        return false;
     const SourceSettings settings(m_folder);
     StyleDatabases::current().closeSource(id);
     std::ranges::copy(settings.problems(), std::back_inserter(m_problems));
     if (settings.problems().empty())
         openSource(id, settings);
+    return true;
 }
 
 void DataFolder::tellOfUnknownSources(const SourceSettings& settings) {

@@ -16,9 +16,10 @@ public:
     /// Opens all databases as sources of the current `StyleDatabases`. Where there is no User database yet
     /// one is made, if the folder may be written: without styles, with the lists that their choices offer.
     void open();
-    /// Opens one source where it is by now, in the place of what was open as that. What is pending of it is
-    /// lost. Where it cannot be opened none is: changes would come into the wrong database.
-    void openAnew(SourceId id);
+    /// Opens one source where it is by now, in the place of what was open as that; where it cannot be opened
+    /// none is: changes would come into the wrong database. Returns whether that was tried: where changes of
+    /// it are pending it stays.
+    bool openAnew(SourceId id);
     /// Whether there are open databases, wherever they came from.
     static bool isAnyOpen();
 

@@ -1,7 +1,6 @@
 #include "shell/SourcesCommand.h"
 
 #include "controls/KorQt.h"
-#include "data/StyleDatabases.h"
 #include "dialogs/KorDSMDialogPassword.h"
 #include "dialogs/KorDSMDialogSources.h"
 #include "services/KOSettings.h"
@@ -47,13 +46,7 @@ void SourcesCommand::follow() {
     DataFolder folder(KOSettings::getInstance().dataFolder());
     {
         const KorDSMBusy busy;
-        const auto openAnew = [&](SourceId id) {
-            const bool isFree = !StyleDatabases::current().pending().hasPending(id);
-            if (isFree)
-                folder.openAnew(id);
-            return isFree;
-        };
-        if (std::erase_if(m_moved, openAnew) == 0)
+        if (std::erase_if(m_moved, [&](SourceId id) { return folder.openAnew(id); }) == 0)
             return;
         askForPasswords(folder, &m_window);
     }
