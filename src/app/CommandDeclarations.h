@@ -14,7 +14,8 @@ struct Wanted {
     std::string data;
     EditOptions edit;
     std::function<int(DataFolder&)> command;
-    std::function<int(char** argv, DataFolder&)> window; ///< where neither is set the editor is opened
+    std::function<int(WindowStart&, DataFolder&)> window; ///< where neither is set the editor is opened
+    const PictureOptions* picture = &edit.picture;        ///< of the window
     bool opensFolder = true;
 };
 

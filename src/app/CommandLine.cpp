@@ -131,9 +131,10 @@ void addRequest(CLI::App& app, Wanted& wanted) {
     CLI::App* command = app.add_subcommand(
         "request", translatable("Choose a view request in a dialog and print its key and source"));
     command->callback([&wanted, options] {
-        wanted.window = [options](char** argv, DataFolder& folder) {
-            return chooseRequest(argv, folder, *options);
+        wanted.window = [options](WindowStart& start, DataFolder& folder) {
+            return chooseRequest(start, folder, *options);
         };
+        wanted.picture = &options->picture;
     });
     command
         ->add_option("--key", options->key, translatable("Open with the view request of this key selected"))
@@ -327,14 +328,17 @@ LockWait::Ask tellOfLocks() {
 int run(char** argv, const Wanted& wanted) {
     LockWait::setAsk(tellOfLocks());
     DataFolder folder(locateDataFolder(wanted.data));
-    if (wanted.opensFolder)
+    WindowStart start(argv);
+    if (wanted.opensFolder && !wanted.command && wanted.picture->file.empty())
+        start.open(folder);
+    else if (wanted.opensFolder)
         folder.open();
     else
         folder.takeReports();
     std::ranges::for_each(folder.problems(), &Console::complain);
     const int code = wanted.command  ? judgedAnew([&] { return wanted.command(folder); })
-                     : wanted.window ? wanted.window(argv, folder)
-                                     : openEditor(argv, folder, wanted.edit);
+                     : wanted.window ? wanted.window(start, folder)
+                                     : openEditor(start, folder, wanted.edit);
     std::ranges::for_each(KorHostReport::take(), &Console::complain);
     return Console::finish() ? code : kExitFailed;
 }

@@ -10,10 +10,7 @@
 #include "services/KorHostReport.h"
 #include "session/DataFolder.h"
 #include "session/KorDSMHandOver.h"
-#include "shell/EditorApplication.h"
 #include "shell/SourcesCommand.h"
-
-#include <QApplication>
 
 #include <algorithm>
 #include <filesystem>
@@ -45,7 +42,7 @@ OpenRequest requestFor(const EditOptions& options) {
 
 } // namespace
 
-int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
+int openEditor(WindowStart& start, DataFolder& folder, const EditOptions& options) {
     const bool paints = !options.picture.file.empty();
     if (!WindowPicture::prepareDisplay(options.picture))
         return kExitFailed;
@@ -56,9 +53,7 @@ int openEditor(char** argv, DataFolder& folder, const EditOptions& options) {
         KorHostReport::take(); // was told, and is told by the window
         return kExitDone;
     }
-    int argc = 1; // Qt would take options such as --style for its own
-    QApplication application(argc, argv);
-    prepareEditorApplication();
+    start.makeApplication();
     KOSettings::getInstance().setPathData(folder.path());
     KorDSMDialogFactory factory(nullptr);
     if (!paints)

@@ -12,7 +12,6 @@
 #include "session/DataFolder.h"
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMRequestQueue.h"
-#include "shell/EditorApplication.h"
 #include "shell/KorDSMViewRequestDialog.h"
 #include "shell/ModuleResources.h"
 
@@ -70,7 +69,7 @@ void printChosen(bool json) {
 
 } // namespace
 
-int chooseRequest(char** argv, DataFolder& folder, const RequestOptions& options) {
+int chooseRequest(WindowStart& start, DataFolder& folder, const RequestOptions& options) {
     const bool paints = !options.picture.file.empty();
     const Result<std::vector<SourceId>> sources = SourceChoice::choose(options.source);
     KorString error(sources.error);
@@ -83,9 +82,7 @@ int chooseRequest(char** argv, DataFolder& folder, const RequestOptions& options
     }
     if (!WindowPicture::prepareDisplay(options.picture))
         return kExitFailed;
-    int argc = 1; // as for the editor
-    QApplication application(argc, argv);
-    prepareEditorApplication();
+    start.makeApplication();
     KOSettings::getInstance().setPathData(folder.path());
     queue().clear();
     queue().push(KorDSMRequestQueue::kKey, options.key);

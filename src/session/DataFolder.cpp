@@ -92,6 +92,10 @@ void DataFolder::openSource(SourceId id, const SourceSettings& settings) {
         openUserDatabase(user.file);
 }
 
+bool DataFolder::hasServers() const {
+    return SourceSettings(m_folder).hasServers();
+}
+
 bool DataFolder::openAnew(SourceId id) {
     if (StyleDatabases::current().pending().hasPending(id))
         return false;

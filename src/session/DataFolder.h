@@ -16,6 +16,8 @@ public:
     /// Opens all databases as sources of the current `StyleDatabases`. Where there is no User database yet
     /// one is made, if the folder may be written: without styles, with the lists that their choices offer.
     void open();
+    /// Whether a database is on a server.
+    bool hasServers() const;
     /// Opens one source where it is by now, in the place of what was open as that; where it cannot be opened
     /// none is: changes would come into the wrong database. Returns whether that was tried: where changes of
     /// it are pending it stays.

@@ -4,6 +4,7 @@
 #include "services/KorTextFile.h"
 #include "session/KorDSMPasswords.h"
 
+#include <algorithm>
 #include <fstream>
 
 SourceSettings::SourceSettings(const std::filesystem::path& folder) : m_file(folder / "sources.ini") {
@@ -70,6 +71,10 @@ std::set<std::string> SourceSettings::sources() const {
     for (const auto& [name, place] : m_places)
         names.insert(name);
     return names;
+}
+
+bool SourceSettings::hasServers() const {
+    return std::ranges::any_of(m_places, [](const auto& each) { return !each.second.server.name.empty(); });
 }
 
 std::string SourceSettings::textOf(const std::string& source) const {

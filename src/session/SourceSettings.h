@@ -40,6 +40,8 @@ public:
     /// Opens the database as the editor does, and closes it again.
     static Checked check(const ServerAddress& address);
 
+    /// Whether a source is on a server.
+    bool hasServers() const;
     /// The sources that it says something of, in lower case.
     std::set<std::string> sources() const;
 
