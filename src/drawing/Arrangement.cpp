@@ -132,6 +132,10 @@ private:
 
 } // namespace
 
+bool isPlacedByProjection(int direction) {
+    return direction < kMain || direction > kFreePlace;
+}
+
 void arrangeViews(std::vector<ArrangedView>& views, const StructDetViewArrangeStrategy& strategy) {
     if (views.empty())
         return;
@@ -146,7 +150,7 @@ void arrangeViews(std::vector<ArrangedView>& views, const StructDetViewArrangeSt
         if (&view == &*main)
             continue;
         int side = view.direction;
-        if (side <= kMain || side > kFreePlace)
+        if (side == kMain || isPlacedByProjection(side))
             side = sideByProjection(*main, view, strategy.projection == 1);
         view.direction = side;
         const bool stacks = strategy.stackSections != 0 && view.isSection && side != kFreePlace;

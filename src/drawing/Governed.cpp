@@ -1,6 +1,8 @@
 #include "drawing/Governed.h"
 
 #include "data/StyleSource.h"
+#include "drawing/Arrangement.h"
+#include "records/ViewRecords.h"
 
 #include <algorithm>
 
@@ -24,6 +26,10 @@ bool tellsItself(const TableSchema& table, const Column& column) {
 void keepEachOnce(Governed::Places& places) {
     std::ranges::sort(places);
     places.erase(std::unique(places.begin(), places.end()), places.end());
+}
+
+RowRef rowAt(std::uint64_t place) {
+    return {static_cast<eTableType>(place >> 32), static_cast<std::int32_t>(place)};
 }
 
 } // namespace
@@ -91,6 +97,32 @@ Governed::Places Governed::by(StyleSource& source, const RowRef& row, int number
     std::set<RowRef> seen;
     if (places.empty() && !tellsItself(*table, *column))
         addThrough(source, row, seen, places);
+    keepEachOnce(places);
+    if (column->name == "projection")
+        std::erase_if(places, [placed = placedByProjection(source)](std::size_t place) {
+            return !std::ranges::binary_search(placed, place);
+        });
+    return places;
+}
+
+// What belongs to views that name no side of the main view themselves.
+Governed::Places Governed::placedByProjection(StyleSource& source) const {
+    Places places;
+    for (const auto& [id, steps] : m_steps) {
+        const RowRef row = rowAt(id);
+        if (row.table != kTableViewRequest)
+            continue;
+        const auto* view = static_cast<const StructDetViewRequest*>(
+            source.table(kTableViewRequest).find(KorOdbcKey(row.key)));
+        const auto* direction =
+            view ? static_cast<const StructDetViewArrangeDirection*>(
+                       source.table(kTableArrangeDirection).find(KorOdbcKey(view->arrangeDirectionKey)))
+                 : nullptr;
+        if (!direction || isPlacedByProjection(direction->direction)) {
+            const Places own = by(source.id(), row);
+            places.insert(places.end(), own.begin(), own.end());
+        }
+    }
     keepEachOnce(places);
     return places;
 }

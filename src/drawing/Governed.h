@@ -37,6 +37,8 @@ private:
 
     std::vector<const Chain*> chainsOf(SourceId source, const RowRef& row, int column) const;
 
+    Places placedByProjection(StyleSource& source) const;
+
     void addThrough(StyleSource& source, const RowRef& row, std::set<RowRef>& seen, Places& places) const;
 
     std::vector<Chain> m_chains; // of each provenance that occurs

@@ -27,7 +27,7 @@ const std::vector<PicturedColumn>& ValuePictureTable::small() {
         {kTableDimRequest, 9, 0, from(2061, 4)},
         {kTableRequestType, 2, 0, from(1541, 5)},
         {kTableSelectionStrategy, 2, 0, from(1981, 3)},
-        {kTableArrangeDirection, 2, 0, from(1511, 7)},
+        {kTableArrangeDirection, 2, 0, from(1511, 8)},
         {kTableSystemSource, 2, 0, from(1521, 7)},
         {kTableProcessScaleOverride, 2, 0, from(1931, 5)},
         {kTablePointType, 2, 0, from(1531, 8)},

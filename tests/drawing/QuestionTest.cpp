@@ -53,6 +53,35 @@ TEST_F(QuestionTest, WhatAColumnGovernsIsWhatChangesWithIt) {
     }
 }
 
+// A view that names its side stays; one that is placed by the projection changes sides with it.
+TEST_F(QuestionTest, TheProjectionGovernsTheViewsThatItPlaces) {
+    const auto& style = row<StructDetailStyle>("Beam, single part");
+    const RowRef strategy = {kTableViewArrangeStrategy, style.arrangeStrategyKey};
+    const int projection = number(kTableViewArrangeStrategy, "projection");
+    const auto& top = row<StructDetViewRequest>("Part, top");
+    const SamplePart beam = part("beam");
+    const auto heightOf = [](const Drawing& drawing, std::int32_t view) {
+        return std::ranges::find(drawing.views, view, &ViewPicture::key)->box.middle().v;
+    };
+    const Drawing first = draw(style.key, beam);
+    const Governed governed(first);
+    const auto placed = governed.by(source(), strategy, projection);
+    EXPECT_TRUE(std::ranges::includes(placed, governed.by(source().id(), {kTableViewRequest, top.key})));
+    for (const std::size_t ofMain : governed.by(source().id(), ref<StructDetViewRequest>("Part, front")))
+        EXPECT_FALSE(std::ranges::binary_search(placed, ofMain)) << ofMain;
+    set(strategy.table, strategy.key, "projection", std::int64_t(1));
+    EXPECT_LT(heightOf(first, top.key), 0);
+    EXPECT_GT(heightOf(draw(style.key, beam), top.key), 0);
+
+    const auto below = row<StructDetViewArrangeDirection>("Below").key;
+    set(kTableViewRequest, top.key, "arrange_direction", std::int64_t(below));
+    const Drawing named = draw(style.key, beam);
+    EXPECT_LT(heightOf(named, top.key), 0);
+    const auto rest = Governed(named).by(source(), strategy, projection);
+    for (const std::size_t ofTop : Governed(named).by(source().id(), {kTableViewRequest, top.key}))
+        EXPECT_FALSE(std::ranges::binary_search(rest, ofTop)) << ofTop;
+}
+
 TEST_F(QuestionTest, WhereAFieldGovernsNothingASentenceSaysWhy) {
     const auto& style = row<StructDetailStyle>("Beam, single part");
     const SamplePart beam = part("beam");
