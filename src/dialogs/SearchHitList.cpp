@@ -71,6 +71,8 @@ int SearchHitList::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant SearchHitList::data(const QModelIndex& index, int role) const {
+    if (!index.isValid())
+        return {}; // Ctrl+C asks for the current row also where there is none
     const KorDSMSearchHit& found = hit(index.row());
     switch (role) {
     case Qt::DisplayRole:

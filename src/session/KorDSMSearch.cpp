@@ -24,11 +24,12 @@ constexpr std::size_t kTargets = 1000; // records whose users are looked for
 struct Rank {
     bool isInside = false;
     bool isPart = false;
-    eSearchKind kind = eSearchKind::kCommand;
+    eSearchKind rankedAs = eSearchKind::kCommand;
     bool isOff = false;
     bool isElsewhere = false;
     bool isLater = false;
     std::size_t length = 0;
+    eSearchKind kind = eSearchKind::kCommand;
 
     auto operator<=>(const Rank&) const = default;
 };
@@ -36,7 +37,10 @@ struct Rank {
 Rank rankOf(eSearchKind kind, const SearchFit& fit, std::size_t length) {
     // A whole value says less than a whole name.
     const bool isPart = fit.isPart || kind == eSearchKind::kValue;
-    return {fit.isInside, isPart, kind, false, false, fit.isLater, length};
+    // "Undo ... of NAME" comes behind what has that name: Enter would take back what is looked for.
+    const bool isBehind = kind == eSearchKind::kCommand && fit.isLater;
+    return {fit.isInside, isPart, isBehind ? eSearchKind::kRecord : kind, false, isBehind, fit.isLater,
+            length,       kind};
 }
 
 bool isEdited(eTableType table) {

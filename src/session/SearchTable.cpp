@@ -59,7 +59,7 @@ SearchTable::SearchTable(StyleSource& source, const TableSchema& table, bool has
         m_names.add(m_rows->at(i).name);
     if (hasValues)
         for (const Column& column : table.columns)
-            if (column.number > 1)
+            if (column.number > 1 && column.role != eReferenceRole::kIdentifies) // its name would come twice
                 addColumn(column, wordings);
 }
 

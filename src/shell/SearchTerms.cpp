@@ -45,6 +45,8 @@ void SearchTerms::add(const QList<QAction*>& actions, int kind, const KorString&
             continue;
         KorDSMSearchTerm term{eSearchKind::kCommand, text, Prompts::dsm(kind), path};
         term.isOffered = action->isEnabled();
+        if (!path.isEmpty())
+            term.alsoCalled = {path + ": " + text}; // the word that leads to it may be that of its menu
         add(std::move(term), action->icon(), [alive = QPointer<QAction>(action)] {
             if (alive)
                 alive->trigger();

@@ -93,6 +93,11 @@ TEST_F(ComboTree, KeysStepAndTypingSearchesInTheDropDown) {
     EXPECT_EQ(combo.getSelectedPath(), path({"Standard", "Beams", "Girder"}));
 
     QLineEdit* search = openSearch();
+    QTest::keyClicks(search, "uswx"); // "us" fits
+    QTest::keyClick(search, Qt::Key_Return);
+    EXPECT_TRUE(isOpen()) << "nothing fits, so nothing is chosen";
+    EXPECT_EQ(chosen.size(), 2u);
+    QTest::keyClick(search, Qt::Key_Escape);
     QTest::keyClicks(search, "user");
     QTest::keyClick(search, Qt::Key_Escape);
     EXPECT_TRUE(isOpen()) << "Escape clears the search first";

@@ -9,8 +9,10 @@ class Search : public SampleSession {
 protected:
     std::vector<KorDSMSearchHit> find(const char* typed, std::size_t atMost = 20) {
         const RowRef shown{kTableDetailStyle, row<StructDetailStyle>(SourceId::user(), "HB post 1:15")->key};
-        KorDSMSearch search({SourceId::user(), shown}, {{eSearchKind::kCommand, "Apply", "Command"},
-                                                        {eSearchKind::kTopic, "Postage", "Help"}});
+        KorDSMSearch search({SourceId::user(), shown},
+                            {{eSearchKind::kCommand, "Apply", "Command"},
+                             {eSearchKind::kCommand, "Undo HB post 1:15", "Command"},
+                             {eSearchKind::kTopic, "Postage", "Help"}});
         return search.find(typed, atMost).hits;
     }
     static std::string said(const KorDSMSearchHit& hit) {
@@ -56,6 +58,9 @@ TEST_F(Search, PutsNamesBeforeValuesThisSourceBeforeOthersAndSaysWhereTheyStand)
     ASSERT_FALSE(hits.empty());
     EXPECT_EQ(said(hits[0]), "HB post 1:15|Detail style|Detail styles › Hallberg: posts and beams|User");
     EXPECT_EQ(hits[0].row.table, kTableDetailStyle);
+    EXPECT_EQ(find("hb post 1")[0].text, "HB post 1:15") << "before the command that names it";
+    EXPECT_EQ(find("undo")[0].kind, eSearchKind::kCommand);
+    EXPECT_EQ(std::ranges::count(hits, KorString("HB post 1:15"), &KorDSMSearchHit::text), 1);
 
     const std::vector<KorDSMSearchHit> posts = find("post");
     const auto place = [&posts](auto passes) { return std::ranges::find_if(posts, passes) - posts.begin(); };

@@ -58,6 +58,13 @@ TEST_F(SearchWindow, LeadsToRecordsFieldsValuesPagesAndTopicsAndRunsCommands) {
     search("title position above main view", Qt::Key_Return);
     EXPECT_EQ(page()->templateId(), 2002);
 
+    search("language", Qt::Key_Escape, [](KorDSMDialogSearch& dialog) {
+        const auto* hits = KorControls::find<QListView>(&dialog, kHits);
+        const QModelIndex top = hits->model()->index(0, 0);
+        EXPECT_FALSE(hits->model()->match(top, Qt::DisplayRole, "Language: ", 1, Qt::MatchContains).isEmpty())
+            << "an option is found by the word of its menu";
+    });
+
     search("clipping", Qt::Key_Escape);
     EXPECT_EQ(page()->templateId(), 2002) << "Esc leaves all as it was";
 
@@ -84,6 +91,9 @@ TEST_F(SearchWindow, SaysWhatWasLookedAtWhereNothingIsFoundAndWhatIsNotPossible)
         const QString said = KorControls::find<QLabel>(&dialog, kSaid)->text();
         EXPECT_TRUE(said.contains("\"no such thing\"") && said.contains("Standard") && said.contains("User"))
             << said.toStdString();
+        auto* hits = dialog.findChild<QListView*>();
+        hits->setFocus();
+        QTest::keyClick(hits, Qt::Key_C, Qt::ControlModifier); // there is nothing to copy
         EXPECT_GT(expectReadable(dialog), 1);
         EXPECT_GT(expectNamed(dialog), 1);
     });

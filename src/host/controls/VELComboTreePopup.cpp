@@ -37,7 +37,7 @@ VELComboTreePopup::VELComboTreePopup(QWidget& combo, KorTreeModel& entries,
     m_tree->setFocusPolicy(Qt::NoFocus);
     m_tree->setFrameStyle(QFrame::NoFrame);
     m_tree->viewport()->installEventFilter(this);
-    connect(m_search, &QLineEdit::textEdited, this, [this] { find(nullptr, true); });
+    connect(m_search, &QLineEdit::textEdited, this, &VELComboTreePopup::findTyped);
     connect(m_tree, &QTreeView::clicked, this,
             [this](const QModelIndex& index) { Q_EMIT wanted(KorTreeModel::entryOf(index)); });
 }
@@ -60,7 +60,7 @@ void VELComboTreePopup::open(KorTreeHandle chosen, const QString& search) {
     m_search->setText(search);
     m_search->setFocus();
     m_tree->selectItem(chosen ? chosen : m_tree->getRoot());
-    find(nullptr, true);
+    findTyped();
     if (const KorTreeHandle selected = m_tree->selectedItem())
         m_tree->ensureVisible(selected);
 }
@@ -80,17 +80,23 @@ void VELComboTreePopup::place() {
     setGeometry(popup);
 }
 
-/// Selects the next entry, after `from` (null: from the top), whose name contains the search text.
-void VELComboTreePopup::find(KorTreeHandle from, bool forward) {
+// Enter must not choose what fits only the first letters of what is typed.
+void VELComboTreePopup::findTyped() {
+    if (!m_search->text().isEmpty() && !find(nullptr, true))
+        m_tree->selectItem(nullptr);
+}
+
+bool VELComboTreePopup::find(KorTreeHandle from, bool forward) {
     const QString wanted = m_search->text();
-    if (wanted.isEmpty())
-        return;
     const auto next = [&](KorTreeHandle at) {
         return forward ? m_entries.nextInOrder(at) : m_entries.previousInOrder(at);
     };
     for (KorTreeHandle at = next(from); at; at = next(at))
-        if (toQt(at->text).contains(wanted, Qt::CaseInsensitive))
-            return m_tree->selectItem(at);
+        if (toQt(at->text).contains(wanted, Qt::CaseInsensitive)) {
+            m_tree->selectItem(at);
+            return true;
+        }
+    return false;
 }
 
 bool VELComboTreePopup::onKey(QKeyEvent& event) {

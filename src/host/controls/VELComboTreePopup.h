@@ -39,7 +39,10 @@ protected:
 private:
     bool onKey(QKeyEvent& event);
     bool showHint(const QHelpEvent& event);
-    void find(KorTreeHandle from, bool forward);
+    void findTyped();
+    /// Selects the next entry, after `from` (null: from the top), whose name contains the search text; false
+    /// where there is none.
+    bool find(KorTreeHandle from, bool forward);
     void place();
 
     QWidget& m_combo;
