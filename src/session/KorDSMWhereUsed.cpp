@@ -59,11 +59,12 @@ std::vector<KorDSMUsage> usagesHere(SourceId source, RowRef row) {
 std::vector<KorDSMUsage> usagesUpToSharing(SourceId source, RowRef row) {
     std::vector<KorDSMUsage> usages;
     std::set<RowRef> seen;
+    std::set<std::pair<RowRef, std::string>> known; // thousands may use one record
     while (seen.insert(row).second) {
         std::set<RowRef> own;
         for (KorDSMUsage& user : usagesHere(source, row)) {
             own.insert(user.row);
-            if (std::ranges::find(usages, user) == usages.end())
+            if (known.emplace(user.row, user.as.toStdString()).second)
                 usages.push_back(std::move(user));
         }
         if (own.size() != 1)
