@@ -1,5 +1,7 @@
 #include "app/ArgumentTypes.h"
 
+#include "base/Translation.h"
+
 #include <CLI/CLI.hpp>
 
 namespace {
@@ -52,10 +54,17 @@ const ArgumentType* argumentType(const CLI::Option& option) {
     return found == types().end() ? &text : &*found;
 }
 
+std::string refuseEmpty(const std::string& text) {
+    return text.empty() ? translated("must not be empty").toStdString() : std::string();
+}
+
 void nameArguments(CLI::App& app) {
     for (CLI::Option* option : app.get_options())
-        if (const ArgumentType* type = argumentType(*option))
+        if (const ArgumentType* type = argumentType(*option)) {
             option->type_name(type->shown);
+            if (type->what == eArgument::kFolder || type->what == eArgument::kSource)
+                option->check(refuseEmpty);
+        }
     for (CLI::App* command : app.get_subcommands({}))
         nameArguments(*command);
 }

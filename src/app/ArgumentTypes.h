@@ -33,5 +33,9 @@ struct ArgumentType {
 
 /// The type of an option, by its name; one of text where nothing is known of it. Null for a flag.
 const ArgumentType* argumentType(const CLI::Option& option);
-/// Gives the options of all commands the names of what they take, for their help.
+/// What a text that must name something is refused for; empty where it is not empty. Such as of a variable
+/// that is not set, an empty text is no choice.
+std::string refuseEmpty(const std::string& text);
+/// Gives the options of all commands the names of what they take, for their help, and lets those that take
+/// the data folder or a source refuse an empty text.
 void nameArguments(CLI::App& app);

@@ -43,11 +43,6 @@ std::string kindList(const std::function<bool(const TableSchema&)>& isMeant = {}
     return text;
 }
 
-// What names something must do so: an empty text, such as of a variable that is not set, is no choice.
-std::string refuseEmpty(const std::string& text) {
-    return text.empty() ? translated("must not be empty").toStdString() : std::string();
-}
-
 } // namespace
 
 void addJson(CLI::App* command, bool& json) {

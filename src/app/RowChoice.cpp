@@ -19,10 +19,13 @@ namespace {
 KorString usersOf(SourceId source, RowRef row) {
     constexpr std::size_t kMostTold = 6;
     std::vector<KorString> users;
-    for (const KorDSMUsage& usage : KorDSMWhereUsed::usagesUpToSharing(source, row))
+    for (const KorDSMUsage& usage : KorDSMWhereUsed::usagesUpToSharing(source, row)) {
+        if (users.size() > kMostTold)
+            break;
         if (KorString user = KorString::format(translated("%s \"%s\""), {usage.kind, usage.name});
             std::ranges::find(users, user) == users.end())
             users.push_back(std::move(user));
+    }
     KorString list;
     for (std::size_t i = 0; i < std::min(users.size(), kMostTold); ++i)
         list = list + (i == 0 ? "" : ", ") + users[i];

@@ -1,3 +1,4 @@
+#include "app/ArgumentTypes.h"
 #include "app/CommandDeclarations.h"
 #include "app/ServerOptions.h"
 #include "base/Translation.h"
@@ -7,10 +8,6 @@ namespace {
 constexpr const char* kWhere =
     translatable("A source that sources.ini of the data folder puts on a server, or a connection such as "
                  "\"Driver=PostgreSQL Unicode;Server=...;Database=...;Schema=...\"");
-
-std::string refuseEmpty(const std::string& text) {
-    return text.empty() ? translated("must not be empty").toStdString() : std::string();
-}
 
 } // namespace
 

@@ -1,6 +1,8 @@
 #include "data/RowUsers.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 bool canBeUsed(eTableType table) {
     return std::ranges::any_of(allTables(), [table](const TableSchema& user) {
@@ -38,14 +40,12 @@ std::optional<RowRef> sharedWhole(StyleDatabases& databases, RowRef row) {
 namespace {
 
 void addUsers(StyleSource& source, RowRef row, std::vector<RowUser>& users) {
+    std::set<std::pair<RowRef, const Column*>> known; // a row can use another one by several of its parts
     for (const Referrer& referrer : source.referrersOf(row.table, KorOdbcKey(row.key))) {
         if (referrer.column->role != eReferenceRole::kUses)
             continue;
         const RowRef whole = wholeOf(source, {referrer.table->type, referrer.key});
-        const bool known = std::ranges::any_of(users, [&](const RowUser& user) {
-            return user.source == source.id() && user.row == whole && user.column == referrer.column;
-        });
-        if (!known)
+        if (known.emplace(whole, referrer.column).second)
             users.push_back({source.id(), whole, findTable(whole.table),
                              source.table(whole.table).find(KorOdbcKey(whole.key))->name, referrer.column,
                              referrer.table});

@@ -143,6 +143,7 @@ TEST_F(OutputTest, WhatNamesNothingIsWrongUsage) {
     for (const QStringList& command :
          {QStringList{"edit", "--screenshot", ""}, QStringList{"edit", "--screenshot="},
           QStringList{"edit", "--style", "", "--screenshot", named("p.png")},
+          QStringList{"list", "--data", ""}, QStringList{"list", "--source", ""},
           QStringList{"export", "Beam", ""}}) {
         const ProgramRun refused = run(command);
         EXPECT_EQ(refused.exitCode, 2) << command.join(' ').toStdString();
