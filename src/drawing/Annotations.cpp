@@ -1,5 +1,6 @@
 #include "drawing/Annotations.h"
 
+#include "base/Translation.h"
 #include "drawing/Figures.h"
 #include "drawing/LabelAnchors.h"
 #include "drawing/LabelPlacing.h"
@@ -64,6 +65,10 @@ public:
             if (!isLinedUp(label))
                 placeAlone(label);
         lineUp();
+        if (m_placing.gaveUp())
+            m_context.rows.note(KorString::format(
+                translated("The view \"%s\" has so many labels that some of them cover others."),
+                {m_scene.request->name}));
     }
 
     Primitives figures;

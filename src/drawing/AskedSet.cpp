@@ -1,5 +1,7 @@
 #include "drawing/AskedSet.h"
 
+#include "base/Translation.h"
+
 namespace {
 
 AskedQualifier qualifierOf(StyleRows& rows, const StructDetObjQualifierWithRole& record) {
@@ -34,8 +36,17 @@ AskedSet setOf(StyleRows& rows, std::int32_t key) {
         return asked;
     asked.name = record->name;
     asked.all = record->combination == 0;
-    for (const auto* qualifier : rows.parts<StructDetObjQualifierWithRole>(
-             &StructDetObjQualifierWithRole::qualifierSetKey, key, &StructDetObjQualifierWithRole::key))
+    constexpr std::size_t kMostQualifiers = 1000;
+    auto qualifiers = rows.parts<StructDetObjQualifierWithRole>(
+        &StructDetObjQualifierWithRole::qualifierSetKey, key, &StructDetObjQualifierWithRole::key);
+    asked.isCutShort = qualifiers.size() > kMostQualifiers;
+    if (asked.isCutShort) {
+        qualifiers.resize(kMostQualifiers);
+        rows.note(KorString::format(
+            translated("Of the qualifier set \"%s\" only the first %d qualifiers are looked at."),
+            {asked.name, KorString::number(static_cast<std::int64_t>(kMostQualifiers))}));
+    }
+    for (const auto* qualifier : qualifiers)
         asked.qualifiers.push_back(qualifierOf(rows, *qualifier));
     return asked;
 }

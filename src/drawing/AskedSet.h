@@ -25,6 +25,7 @@ struct AskedSet {
     KorString name;
     bool all = true; ///< all qualifiers must hold, or any of them
     std::vector<AskedQualifier> qualifiers;
+    bool isCutShort = false; ///< it has more of them than are read, and what those say is not known
 
     /// A set without qualifiers, or one that is not there, says nothing about any object.
     bool saysNothing() const { return !isThere || qualifiers.empty(); }

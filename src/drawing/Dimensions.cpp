@@ -348,12 +348,17 @@ Primitives dimensionsOf(DrawingContext& context, const ViewScene& scene) {
     if (!strategy || !scene.showsAnything || scene.outline.isEmpty())
         return {};
     Dimensioning dimensioning(context, scene, *strategy);
-    constexpr int kMostLines = 60;
-    int lines = 0;
-    for (const StructDetViewDimStrategyItem* item : context.rows.parts<StructDetViewDimStrategyItem>(
-             &StructDetViewDimStrategyItem::strategyKey, strategy->key, &StructDetViewDimStrategyItem::order))
-        if (const auto* request = context.rows.row<StructDetViewDimRequestLinear>(item->dimRequestKey);
-            request && ++lines < kMostLines)
+    constexpr std::size_t kMostRequests = 60;
+    auto items = context.rows.parts<StructDetViewDimStrategyItem>(
+        &StructDetViewDimStrategyItem::strategyKey, strategy->key, &StructDetViewDimStrategyItem::order);
+    if (items.size() > kMostRequests) {
+        items.resize(kMostRequests);
+        context.rows.note(KorString::format(
+            translated("Of the dimension strategy \"%s\" only the first %d requests are shown."),
+            {strategy->name, KorString::number(static_cast<std::int64_t>(kMostRequests))}));
+    }
+    for (const StructDetViewDimStrategyItem* item : items)
+        if (const auto* request = context.rows.row<StructDetViewDimRequestLinear>(item->dimRequestKey))
             dimensioning.add(*item, *request);
     return std::move(dimensioning.figures);
 }

@@ -8,6 +8,7 @@ constexpr double kCoversLine = 25; // costs, as millimetres of a longer leader
 constexpr double kLeaderThroughLabel = 60;
 constexpr double kLeaderThroughLeader = 40;
 constexpr double kLeaderThroughLine = 2.5;
+constexpr std::size_t kLeaderEffort = 3; // of a line that may be crossed, as that of one that may be covered
 
 Box2 boxAt(Vec2 middle, Vec2 size) {
     Box2 box;
@@ -91,14 +92,18 @@ LabelPlacing::Place LabelPlacing::place(const WantedLabel& label) {
                 if (cost >= least)
                     continue;
                 const Box2 box = boxAt(at(label.anchors[i], tried[k], distance), label.size);
-                m_effort += m_taken.size() + m_lines.size() + m_leaders.size();
+                m_effort += m_taken.size() + m_leaders.size();
                 if (coversLabel(box) ||
                     std::ranges::any_of(m_leaders, [&](const Line& leader) { return meets(leader, box); }))
                     continue;
-                if (!label.mayCover && coversLine(box))
-                    cost += kCoversLine;
-                if (label.hasLeader && cost < least)
+                if (!label.mayCover) {
+                    m_effort += m_lines.size();
+                    cost += coversLine(box) ? kCoversLine : 0;
+                }
+                if (label.hasLeader && cost < least) {
+                    m_effort += kLeaderEffort * (m_taken.size() + m_leaders.size() + m_lines.size());
                     cost += leaderCost(box, label.anchors[i]);
+                }
                 if (cost < least) {
                     least = cost;
                     best = {box.middle(), label.anchors[i]};

@@ -27,6 +27,8 @@ public:
 
     /// One that finds no free place within reach stays near, and covers something.
     Place place(const WantedLabel& label);
+    /// Whether so many lines and labels are in the way that places were no longer sought for all.
+    bool gaveUp() const { return m_effort >= kMostEffort; }
     /// Takes a place that was found otherwise.
     void take(Vec2 middle, Vec2 size);
     /// Whether a label would cover another one.
@@ -45,6 +47,6 @@ private:
     std::vector<Box2> m_taken;
 
     // What damaged records make of labels can be in each other's way without end.
-    static constexpr std::size_t kMostEffort = 40'000'000;
+    static constexpr std::size_t kMostEffort = 4'000'000;
     std::size_t m_effort = 0; // boxes and lines looked at
 };

@@ -105,21 +105,20 @@ MapExplanation::Entries MapExplanation::entries() {
 std::vector<EntryCount> MapExplanation::counts() {
     std::vector<EntryCount> counts;
     const Entries all = entries();
-    for (const StructDetObjReprMapKey* entry : all)
-        counts.push_back({entry->key,
-                          AskedSet::of(m_rows, entry->qualifierSetKey).name.toStdString(),
-                          m_off.contains(entry->key),
-                          {},
-                          {},
-                          {}});
+    std::vector<const AskedSet*> sets;
+    for (const StructDetObjReprMapKey* entry : all) {
+        sets.push_back(&AskedSet::of(m_rows, entry->qualifierSetKey));
+        counts.push_back(
+            {entry->key, sets.back()->name.toStdString(), m_off.contains(entry->key), {}, {}, {}});
+    }
     for (const int object : m_objects) {
         std::int32_t decided = 0;
         bool isUnknown = false;
         for (std::size_t i = 0; i < all.size(); ++i) {
             if (counts[i].isOff)
                 continue;
-            const eAnswer answer = ObjectMatch::picks(m_rows, all[i]->qualifierSetKey,
-                                                      m_part.objects[static_cast<std::size_t>(object)]);
+            const eAnswer answer =
+                ObjectMatch::picks(m_rows, *sets[i], m_part.objects[static_cast<std::size_t>(object)]);
             if (answer == eAnswer::kYes && decided != 0)
                 counts[i].takenBefore.push_back({object, decided});
             else if (answer != eAnswer::kNo && decided == 0 && !isUnknown)
@@ -135,10 +134,10 @@ std::vector<EntryCount> MapExplanation::counts() {
 std::vector<int> MapExplanation::unmatched() {
     Entries asked = entries();
     std::erase_if(asked, [&](const auto* entry) { return m_off.contains(entry->key); });
+    ObjectMatch::Decider decider(m_rows, std::move(asked));
     std::vector<int> none;
     for (const int object : m_objects) {
-        const auto decision =
-            ObjectMatch::decide(m_rows, asked, m_part.objects[static_cast<std::size_t>(object)]);
+        const auto decision = decider.decide(m_part.objects[static_cast<std::size_t>(object)]);
         if (!decision.entry && !decision.isUnknown)
             none.push_back(object);
     }

@@ -2,6 +2,8 @@
 
 #include "base/Translation.h"
 
+#include <unordered_map>
+
 eAnswer ObjectMatch::holds(StyleRows& rows, const AskedQualifier& qualifier, const PartObject& object) {
     if (!qualifier.isKnown)
         return eAnswer::kUnknown;
@@ -26,27 +28,38 @@ eAnswer ObjectMatch::picks(StyleRows& rows, const AskedSet& set, const PartObjec
         if (answer != settled)
             answer = set.all ? (answer && holds(rows, qualifier, object))
                              : (answer || holds(rows, qualifier, object));
-    return answer;
+    return set.isCutShort && answer != settled ? eAnswer::kUnknown : answer;
 }
 
 eAnswer ObjectMatch::picks(StyleRows& rows, std::int32_t set, const PartObject& object) {
     return picks(rows, AskedSet::of(rows, set), object);
 }
 
-ObjectMatch::Decision ObjectMatch::decide(StyleRows& rows,
-                                          const std::vector<const StructDetObjReprMapKey*>& entries,
-                                          const PartObject& object) {
-    for (const StructDetObjReprMapKey* entry : entries) {
-        const eAnswer answer = picks(rows, entry->qualifierSetKey, object);
-        if (answer == eAnswer::kYes)
-            return {entry, false};
-        if (answer == eAnswer::kUnknown)
+ObjectMatch::Decider::Decider(StyleRows& rows, Entries entries)
+    : m_rows(rows), m_entries(std::move(entries)) {
+    std::unordered_map<std::int32_t, std::size_t> places;
+    for (const StructDetObjReprMapKey* entry : m_entries)
+        m_setOf.push_back(places.try_emplace(entry->qualifierSetKey, places.size()).first->second);
+    m_sets.resize(places.size());
+}
+
+ObjectMatch::Decision ObjectMatch::Decider::decide(const PartObject& object) {
+    ++m_object;
+    for (std::size_t i = 0; i < m_entries.size(); ++i) {
+        Set& set = m_sets[m_setOf[i]];
+        if (!set.asked)
+            set.asked = &AskedSet::of(m_rows, m_entries[i]->qualifierSetKey);
+        if (std::exchange(set.object, m_object) != m_object)
+            set.answer = picks(m_rows, *set.asked, object);
+        if (set.answer == eAnswer::kYes)
+            return {m_entries[i], false};
+        if (set.answer == eAnswer::kUnknown)
             return {nullptr, true};
     }
     return {};
 }
 
-std::vector<const StructDetObjReprMapKey*> ObjectMatch::entriesOf(StyleRows& rows, std::int32_t map) {
+ObjectMatch::Entries ObjectMatch::entriesOf(StyleRows& rows, std::int32_t map) {
     return rows.parts<StructDetObjReprMapKey>(&StructDetObjReprMapKey::reprMapKey, map,
                                               &StructDetObjReprMapKey::order);
 }

@@ -18,11 +18,31 @@ struct Decision {
     bool isUnknown = false; ///< an entry before may fit or not; then nobody knows which one decides
 };
 
-/// The first entry that fits decides.
-Decision decide(StyleRows& rows, const std::vector<const StructDetObjReprMapKey*>& entries,
-                const PartObject& object);
-
 /// The entries of a map, in the order in which they are asked.
-std::vector<const StructDetObjReprMapKey*> entriesOf(StyleRows& rows, std::int32_t map);
+using Entries = std::vector<const StructDetObjReprMapKey*>;
+Entries entriesOf(StyleRows& rows, std::int32_t map);
+
+/// Decides for one object after the other. Each set is asked once for an object, however many entries have
+/// it.
+class Decider {
+public:
+    Decider(StyleRows& rows, Entries entries);
+
+    /// The first entry that fits decides.
+    Decision decide(const PartObject& object);
+
+private:
+    struct Set {
+        const AskedSet* asked = nullptr; ///< null: not asked yet
+        eAnswer answer = eAnswer::kNo;
+        int object = -1; ///< number of the object that the answer is for
+    };
+
+    StyleRows& m_rows;
+    Entries m_entries;
+    std::vector<std::size_t> m_setOf; ///< per entry, in `m_sets`
+    std::vector<Set> m_sets;
+    int m_object = -1; ///< how many were asked for
+};
 
 } // namespace ObjectMatch

@@ -90,7 +90,7 @@ bool covers(const AskedSet& outer, std::span<const AskedQualifier> allOfThem) {
 }
 
 bool covers(const AskedSet& outer, const AskedSet& inner) {
-    if (outer.saysNothing() || inner.saysNothing())
+    if (outer.saysNothing() || inner.saysNothing() || outer.isCutShort || inner.isCutShort)
         return false;
     const std::span<const AskedQualifier> qualifiers = inner.qualifiers;
     if (inner.all)

@@ -15,6 +15,7 @@ std::map<int, ObjectLook> looksOf(DrawingContext& context, const StructDetViewRe
     const auto* map = rows.row<StructDetObjReprMap>(view.reprMapKey);
     auto entries = ObjectMatch::entriesOf(rows, map ? map->key : 0);
     std::erase_if(entries, [&](const auto* entry) { return context.entriesOff.contains(entry->key); });
+    ObjectMatch::Decider decider(rows, std::move(entries));
     const ProvenancePtr ofMap = map ? nearer(rows.step(*map, {"hide_unmatched"}), chain) : chain;
     const auto fitting = [&](const StructDetObjReprMapKey& entry) {
         ObjectLook look;
@@ -29,13 +30,13 @@ std::map<int, ObjectLook> looksOf(DrawingContext& context, const StructDetViewRe
     rest.drawn = !map || map->hideUnmatched == 0;
     for (const int index : context.shown)
         if (context.object(index).type == eObjectType::kAssembly)
-            if (const auto* entry = ObjectMatch::decide(rows, entries, context.object(index)).entry) {
+            if (const auto* entry = decider.decide(context.object(index)).entry) {
                 rest = fitting(*entry);
                 rest.entry = nullptr;
             }
     std::map<int, ObjectLook> looks;
     for (const int index : context.shown) {
-        const ObjectMatch::Decision decision = ObjectMatch::decide(rows, entries, context.object(index));
+        const ObjectMatch::Decision decision = decider.decide(context.object(index));
         looks[index] = decision.entry ? fitting(*decision.entry) : rest;
         if (decision.isUnknown)
             looks[index].drawn = true; // it may be one of those that are drawn

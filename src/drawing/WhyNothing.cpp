@@ -4,6 +4,8 @@
 #include "data/StyleSource.h"
 #include "drawing/DrawingSubject.h"
 #include "drawing/Governed.h"
+#include "drawing/Hindrances.h"
+#include "drawing/MapExplanation.h"
 #include "drawing/NotShown.h"
 
 namespace {
@@ -19,99 +21,10 @@ KorString whyNever(const TableSchema& table, const Column& column) {
     return ofLists ? translated(ofLists) : KorString();
 }
 
-// Another value that keeps these columns from acting, and what to say of it.
-struct Hindrance {
-    eTableType table;
-    std::initializer_list<std::string_view> columns;
-    bool (*isThere)(const StructRecord& record, const StructDetailStyle& style);
-    const char* sentence;
-};
-
-template <typename R, auto member>
-bool isUnset(const StructRecord& record, const StructDetailStyle&) {
-    return static_cast<const R&>(record).*member <= 0;
-}
-
-template <typename R, auto member>
-bool isEmpty(const StructRecord& record, const StructDetailStyle&) {
-    return (static_cast<const R&>(record).*member).isEmpty();
-}
-
-using Style = StructDetailStyle;
-using View = StructDetViewRequest;
-using Look = StructDetObjAppearance;
-using Clip = StructDetViewLengthClip;
-
-const Hindrance kHindrances[] = {
-    {kTableDetailStyle,
-     {"title_position"},
-     isEmpty<Style, &Style::titleFormat>,
-     translatable("The title of the detail style is empty.")},
-    {kTableDetailStyle,
-     {"title_format"},
-     isUnset<Style, &Style::titlePosition>,
-     translatable("The title position of the detail style is \"No title\".")},
-    {kTableDetailStyle,
-     {"cut_view_title_position"},
-     isEmpty<Style, &Style::cutViewTitleFormat>,
-     translatable("The title of cut views is empty.")},
-    {kTableViewRequest,
-     {"callout_title_template"},
-     isUnset<View, &View::usedForCutsAndCallouts>,
-     translatable("The view is not used for cuts and callouts.")},
-    {kTableViewRequest,
-     {"compass_in_overviews"},
-     isUnset<View, &View::compassKey>,
-     translatable("The view has no compass.")},
-    {kTableAppearance, {"hatch"}, isUnset<Look, &Look::hatchKey>, translatable("No hatch is chosen.")},
-    {kTableAppearance,
-     {"centre_lines"},
-     isUnset<Look, &Look::centreLines>,
-     translatable("Centre lines are switched off.")},
-    {kTableLengthClip,
-     {"keep_each_side"},
-     [](const StructRecord&, const Style& style) { return style.automaticClipping != 0; },
-     translatable("The detail style clips automatically, and then decides how much is kept.")},
-    {kTableLengthClip,
-     {"keep_each_side", "interval", "extension", "clipping_type", "linetype", "clip_oblique_lines", "gap"},
-     [](const StructRecord& record, const Style&) {
-         const auto& clip = static_cast<const Clip&>(record);
-         return clip.alongX == 0 && clip.alongY == 0;
-     },
-     translatable("Clipping is switched off along both axes.")},
-    {kTableLeaderStyle,
-     {"arrow_size"},
-     isUnset<StructDetLeaderStyle, &StructDetLeaderStyle::arrow>,
-     translatable("The leader has no arrow.")},
-    {kTableGridRefSettings,
-     {"bubble_diameter", "overhang", "linetype"},
-     isUnset<StructDetGridRefSettings, &StructDetGridRefSettings::showGrid>,
-     translatable("Grid lines are switched off.")},
-    {kTableAnnotationStrategy,
-     {},
-     isEmpty<StructDetObjAnnotationStrategy, &StructDetObjAnnotationStrategy::contents>,
-     translatable("The label has no contents.")},
-};
-
-KorString whatHinders(const RowRef& row, const Column& column, const StructRecord& record,
-                      const Style& style) {
-    for (const Hindrance& each : kHindrances)
-        if (each.table == row.table &&
-            (each.columns.size() == 0 ||
-             std::ranges::find(each.columns, column.name) != each.columns.end()) &&
-            each.isThere(record, style))
-            return translated(each.sentence);
-    return {};
-}
-
-// Where none of the views that the record acts in is drawn: what the drawing says of the first one.
-KorString whyNoView(StyleSource& source, const DrawingSubject& subject, const Drawing& drawing) {
-    const bool isDrawn = std::ranges::any_of(subject.views, [&](std::int32_t key) {
-        return std::ranges::find(drawing.views, key, &ViewPicture::key) != drawing.views.end();
-    });
-    const StructRecord* view =
-        isDrawn ? nullptr : source.table(kTableViewRequest).find(KorOdbcKey(subject.view));
-    if (!view)
+// Of a view that is not drawn: what the drawing says of it.
+KorString whyNoView(StyleSource& source, std::int32_t key, const Drawing& drawing) {
+    const StructRecord* view = source.table(kTableViewRequest).find(KorOdbcKey(key));
+    if (!view || std::ranges::find(drawing.views, key, &ViewPicture::key) != drawing.views.end())
         return {};
     const std::string name = "\"" + view->name.toStdString() + "\"";
     const std::string quoted = "„" + view->name.toStdString() + "“";
@@ -121,12 +34,24 @@ KorString whyNoView(StyleSource& source, const DrawingSubject& subject, const Dr
     return note == drawing.notes.end() ? KorString() : KorString(*note);
 }
 
+// Where none of the views that the record acts in is drawn, or not the one that the column chooses.
+KorString whyNoView(StyleSource& source, const DrawingSubject& subject, const Column& column,
+                    const StructRecord& record, const Drawing& drawing) {
+    if (column.isSlot())
+        return whyNoView(source, static_cast<std::int32_t>(column.integerIn(&record)), drawing);
+    const bool isDrawn = std::ranges::any_of(subject.views, [&](std::int32_t key) {
+        return std::ranges::find(drawing.views, key, &ViewPicture::key) != drawing.views.end();
+    });
+    return isDrawn ? KorString() : whyNoView(source, subject.view, drawing);
+}
+
 // Where its views draw none of their lines, or no hidden ones.
 KorString whatViewsHide(StyleSource& source, const DrawingSubject& subject, const Column& column) {
     bool showsAny = subject.views.empty();
     bool showsHidden = subject.views.empty();
     for (const std::int32_t key : subject.views) {
-        const auto* view = static_cast<const View*>(source.table(kTableViewRequest).find(KorOdbcKey(key)));
+        const auto* view =
+            static_cast<const StructDetViewRequest*>(source.table(kTableViewRequest).find(KorOdbcKey(key)));
         const auto* status =
             view ? static_cast<const StructDetailVisibilityStatus*>(
                        source.table(kTableVisibilityStatus).find(KorOdbcKey(view->visibilityStatusKey)))
@@ -139,6 +64,23 @@ KorString whatViewsHide(StyleSource& source, const DrawingSubject& subject, cons
     return !showsHidden && column.name.starts_with("hidden_")
                ? translated("The visibility status of its views shows no hidden lines.")
                : KorString();
+}
+
+// Where entries before take all objects that an entry fits: the first of those.
+KorString whoTakes(StyleSource& source, const RowRef& row, std::int32_t style, const SamplePart& part) {
+    if (row.table != kTableReprMapEntry)
+        return {};
+    const auto& entry = static_cast<const StructDetObjReprMapKey&>(
+        *source.table(kTableReprMapEntry).find(KorOdbcKey(row.key)));
+    MapExplanation map(source, entry.reprMapKey, part, MapExplanation::objectsOf(source, style, part));
+    const std::vector<EntryCount> counts = map.counts();
+    const auto own = std::ranges::find(counts, row.key, &EntryCount::entry);
+    if (own == counts.end() || !own->takes.empty() || own->takenBefore.empty())
+        return {};
+    const auto before = std::ranges::find(counts, own->takenBefore[0].by, &EntryCount::entry);
+    return KorString::format(
+        translated("The entry \"%s\" before it decides for what it fits of the sample part \"%s\"."),
+        {before->name, part.name});
 }
 
 } // namespace
@@ -159,21 +101,18 @@ std::string WhyNothing::sentenceFor(StyleSource& source, const RowRef& row, int 
         return KorString::format(translated("This detail style does not use the %s \"%s\"."),
                                  {table->rowName(), record->name})
             .toStdString();
-    const auto& style =
-        static_cast<const Style&>(*source.table(kTableDetailStyle).find(KorOdbcKey(subject.style)));
+    const auto& style = static_cast<const StructDetailStyle&>(
+        *source.table(kTableDetailStyle).find(KorOdbcKey(subject.style)));
     const Drawing drawing = drawStyle(source, part, request);
     for (const KorString& why :
-         {whyNoView(source, subject, drawing), whatHinders(row, *column, *record, style),
-          whatViewsHide(source, subject, *column)})
+         {whyNoView(source, subject, *column, *record, drawing),
+          Hindrances::of(row.table, *column, {*record, source, style, drawing}),
+          whatViewsHide(source, subject, *column), whoTakes(source, row, style.key, part)})
         if (!why.isEmpty())
             return why.toStdString();
-    const bool actsAtAll = !Governed(drawing).by(source.id(), row).empty();
-    return KorString::format(
-               actsAtAll
-                   ? translated("The %s acts in this drawing, but nothing of the sample "
-                                "part \"%s\" hangs on this field.")
-                   : translated("No object of the sample part is drawn with the %s; the part is \"%s\"."),
-               {table->rowName(), part.name})
+    return (Governed(drawing).by(source.id(), row).empty()
+                ? Hindrances::ofRecord(row.table, {table->rowName(), record->name, part.name})
+                : Hindrances::ofField(row.table, *column, {table->rowName(), record->name, part.name}))
         .toStdString();
 }
 

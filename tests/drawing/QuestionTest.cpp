@@ -101,8 +101,39 @@ TEST_F(QuestionTest, WhereAFieldGovernsNothingASentenceSaysWhy) {
     set(kTableDetailStyle, style.key, "title_position", std::int64_t(0));
     EXPECT_EQ(why({kTableDetailStyle, style.key}, "title_format"),
               "The title position of the detail style is \"No title\".");
+    EXPECT_EQ(why({kTableDetailStyle, style.key}, "view_19"), "Nothing is chosen here.");
+    const auto entries =
+        source().referrersOf(kTableReprMap, KorOdbcKey(row<StructDetViewRequest>("Part, top").reprMapKey));
+    auto later = static_cast<const StructDetObjReprMapKey&>(
+        *source().table(kTableReprMapEntry).find(KorOdbcKey(entries[0].key)));
+    later.order = 1000;
+    EXPECT_EQ(
+        why({kTableReprMapEntry, add(later, "Later")}, "appearance"),
+        "The entry \"" +
+            source().table(kTableQualifierSet).find(KorOdbcKey(later.qualifierSetKey))->name.toStdString() +
+            "\" before it decides for what it fits of the sample part \"" + beam.name + "\".");
     EXPECT_EQ(why({kTableReprMap, add(StructDetObjReprMap{}, "Nobody's")}, "hide_unmatched"),
               "No detail style uses the repr map \"Nobody's\", so nothing is drawn with it.");
+}
+
+// No field of all that a style reaches is left with the sentence that gives no reason.
+TEST_F(QuestionTest, EachSilentFieldHasAReasonOfItsOwn) {
+    const auto style = row<StructDetailStyle>("Beam, shop drawing").key;
+    const SamplePart beam = part("beam");
+    const DrawingRequest request{style, 0, supportFolder()};
+    const Governed governed(drawStyle(source(), beam, request));
+    std::set<RowRef> reached;
+    reach(source(), {kTableDetailStyle, style}, reached);
+    int silent = 0;
+    for (const RowRef& row : reached)
+        for (const Column& column : findTable(row.table)->columns)
+            if (governed.by(source(), row, column.number).empty()) {
+                ++silent;
+                const std::string why = WhyNothing::sentenceFor(source(), row, column.number, beam, request);
+                EXPECT_EQ(why.find("hangs on this field"), std::string::npos)
+                    << findTable(row.table)->name << "." << column.name;
+            }
+    EXPECT_GT(silent, 300);
 }
 
 TEST_F(QuestionTest, ARecordIsSeenInTheStyleThatUsesItTheWantedOneFirst) {
