@@ -116,15 +116,22 @@ private:
         return along(b.flat, m_direction) - along(a.flat, m_direction);
     }
 
-    // The next free line beside the view: a point of it, as seen along its normal.
-    double nextLine() {
+    // The next free line beside the view that keeps at least so far away from it: a point of it, as seen
+    // along its normal.
+    double nextLine(double least = 0) {
         const std::pair<long, long> key = {std::lround(m_direction.u * 1000),
                                            std::lround(m_direction.v * 1000)};
         double edge = -1e300;
         for (const auto& [a, b] : m_edges)
             edge = std::max({edge, along(a, normal()), along(b, normal())});
-        const int number = m_lines[key]++;
-        return edge + m_strategy.firstLineDistance + number * m_strategy.lineSpacing;
+        constexpr int kMostSkipped = 5;
+        int& next = m_lines[key];
+        const auto distance = [&] { return m_strategy.firstLineDistance + next * m_strategy.lineSpacing; };
+        for (int skipped = 0; skipped < kMostSkipped && distance() < least; ++skipped)
+            ++next;
+        const double level = edge + distance();
+        ++next;
+        return level;
     }
 
     void line(std::vector<Vec2> points) {
@@ -299,26 +306,34 @@ private:
         const auto* place = m_context.rows.row<StructDetOrdinatePosition>(m_request->ordinatePositionKey);
         const auto* kind = m_context.rows.row<StructDetOrdinateDimType>(m_request->ordinateTypeKey);
         const int where = place ? place->position : static_cast<int>(kAtObject);
-        const double level = nextLine();
         const double last = along(all.back().flat, m_direction);
+        std::vector<std::string> values;
+        for (const DimensionPoint& point : all) {
+            values.push_back(measure(along(point.flat, m_direction) - origin));
+            if (kind && kind->ordinateType == 2) // from both ends
+                values.back() += " / " + measure(last - along(point.flat, m_direction));
+        }
+        const auto room = [](const std::string& words) { // from the line to the middle of a value
+            return static_cast<double>(words.size()) * kDimensionText * 0.4 + 2.5;
+        };
+        const double longest = room(*std::ranges::max_element(values, {}, &std::string::size));
+        const double level = nextLine(where == kAtObject ? 2 * longest : 0);
         m_provenance = nearer(
             m_context.rows.step(*m_request, {"ordinate_type", "ordinate_position", "ordinate_reference"}),
             m_provenance);
         line({onLine(m_scene.onSheet(all.front().flat), level),
               onLine(m_scene.onSheet(all.back().flat), level)});
         double next = -1e300; // so that the values stand side by side
-        for (const DimensionPoint& point : all) {
-            const Vec2 from = m_scene.onSheet(point.flat);
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            const Vec2 from = m_scene.onSheet(all[i].flat);
             const Vec2 to = onLine(from, level);
             extension(from, to);
-            std::string words = measure(along(point.flat, m_direction) - origin);
-            if (kind && kind->ordinateType == 2) // from both ends
-                words += " / " + measure(last - along(point.flat, m_direction));
-            const double room = static_cast<double>(words.size()) * kDimensionText * 0.4 + 2.5;
-            const Vec2 away = normal() * (where == kAtObject ? -room : room) -
+            const std::string& words = values[i];
+            const double middle = room(words);
+            const Vec2 away = normal() * (where == kAtObject ? -middle : middle) -
                               m_direction * (where == kAtObject ? kDimensionText * 0.8 : 0);
             if (where == kOnLine) {
-                textOf({to, to + m_direction * (2 * room), normal(), true, true}, words);
+                textOf({to, to + m_direction * (2 * middle), normal(), true, true}, words);
                 continue;
             }
             const double shift = std::max(0.0, next - along(to, m_direction));

@@ -100,6 +100,22 @@ TEST_F(FiguresTest, DimensionLinesStandAtTheirDistances) {
     EXPECT_NEAR(lineAt(), 14 + 9, 0.01);
 }
 
+TEST_F(FiguresTest, OrdinatesAtTheirObjectsKeepClearOfTheirEdges) {
+    int values = 0;
+    for (const ViewPicture& view : draw("Column, single part", "column").views) {
+        double edge = 1e300;
+        for (const Primitive& each : view.primitives)
+            if (each.purpose == Primitive::kVisibleEdge && each.kind == Primitive::kLine)
+                edge = std::min({edge, each.points[0].v, each.points[1].v});
+        for (const Primitive& each : view.primitives)
+            if (each.kind == Primitive::kText && each.turned > 89) {
+                ++values;
+                EXPECT_LT(each.box().high.v, edge) << each.text;
+            }
+    }
+    EXPECT_EQ(values, 5);
+}
+
 // The section looks along the beam from 10 mm before the middle of the connection, which goes from -20 to
 // 350: at 155. The end plate begins at -20; the scale is 1:15.
 TEST_F(FiguresTest, CutsAreMarkedWhereTheyAreTaken) {
