@@ -233,6 +233,39 @@ TEST_F(ServerStore, ABrokenLineIsNeverTakenForTheOtherOutcome) {
     EXPECT_GT(kept, 2);
 }
 
+// At each request by which it is found out what became of a commit, the line breaks a second time.
+TEST_F(ServerStore, AnOutcomeThatWasLostTwiceIsFoundOutAllTheSame) {
+    for (const auto trouble : {Trouble::kCutBefore, Trouble::kCutAfter}) {
+        LineProxy line(m_server.socket());
+        const auto store = openBy(line);
+        int commit = -line.requests();
+        ASSERT_EQ(changeAll(*store).error, "");
+        commit += line.requests();
+        putBack();
+        for (int second = 1; !HasFailure(); ++second) {
+            SCOPED_TRACE(testing::Message() << int(trouble) << " and at request " << second);
+            ASSERT_EQ(store->reopen().error, "");
+            line.strikeAt(commit, trouble, true);
+            static_cast<void>(changeAll(*store));
+            ASSERT_EQ(store->outcome(), Outcome::kUnknown);
+            line.mend();
+            line.strikeAt(second, Trouble::kCutAfter, true);
+            static_cast<void>(store->reopen());
+            const bool hasStruck = line.hasStruck();
+            line.mend();
+            ASSERT_EQ(store->reopen().error, "");
+            EXPECT_EQ(store->outcome(),
+                      trouble == Trouble::kCutAfter ? Outcome::kStored : Outcome::kNotStored);
+            EXPECT_EQ(stored(), store->outcome() == Outcome::kStored ? "all" : "");
+            putBack();
+            if (!hasStruck) {
+                EXPECT_GT(second, 4);
+                break;
+            }
+        }
+    }
+}
+
 TEST_F(ServerStore, WhatTurnsOutToBeStoredIsNotPendingAnyMoreAndTheRestStays) {
     for (const auto trouble : {Trouble::kCutBefore, Trouble::kCutAfter}) {
         LineProxy line(m_server.socket());

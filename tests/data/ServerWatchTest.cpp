@@ -33,12 +33,22 @@ protected:
             static_cast<const View*>(m_databases.here()->table(kTableViewRequest).find(KorOdbcKey(key)));
         return row ? row->scale : 0;
     }
+    /// Looks until it is so, or long enough.
+    void lookUntil(const std::function<bool(const ServerNews&)>& isSo) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+        while (!isSo(m_databases.glance().at(kUser)))
+            ASSERT_LT(std::chrono::steady_clock::now(), end);
+    }
+    void lookUntil(News state) {
+        lookUntil([&](const ServerNews& news) { return news.state == state; });
+    }
     /// Looks until the server says this, and reads what there is then.
     OutsideChange readWhen(News state) {
-        while (m_databases.glance().at(kUser).state != state)
-            ;
+        lookUntil(state);
         auto changes = m_databases.refreshNoticed();
         EXPECT_EQ(changes.size(), 1U);
+        EXPECT_EQ(m_databases.glance().at(kUser).state, News::kSame) << "what was read is no news";
+        EXPECT_TRUE(m_databases.refreshNoticed().empty());
         return changes.empty() ? OutsideChange() : std::move(changes.front());
     }
 
@@ -61,8 +71,7 @@ TEST_F(ServerWatch, WhatOthersStoreComesInByItsRowsUponWhatIsPending) {
     change.deleted = {rows.find(3)};
     change.appended = {&added.at(0)};
     others(std::move(change));
-    while (m_databases.glance().at(kUser).state != News::kChanged)
-        ;
+    lookUntil(News::kChanged);
     const int before = m_line.requests();
     const OutsideChange read = readWhen(News::kChanged);
     EXPECT_LE(m_line.requests() - before, 8) << "with those of two looks";
@@ -115,8 +124,7 @@ TEST_F(ServerWatch, WhereTheTablesOfChangesCannotTellEverythingIsReadAgain) {
 
 TEST_F(ServerWatch, ABrokenLineComesBackByItselfAndBringsWhatWasMissed) {
     m_line.strikeAt(1, LineProxy::eTrouble::kCutBefore, true);
-    while (m_databases.glance().at(kUser).state != News::kLost)
-        ;
+    lookUntil(News::kLost);
     EXPECT_TRUE(m_databases.refreshNoticed().empty());
     EXPECT_EQ(scaleOf(1), 11) << "what was read can be looked at";
     others(ofViews({newScale(1, 11, 99)}));
@@ -130,9 +138,13 @@ TEST_F(ServerWatch, OthersAndTheRowsThatTheyAreChangingAreTold) {
     StyleDatabases others;
     others.addSource(kUser, open());
     others.setCurrentSource(kUser);
+    this->others(ofViews({newScale(1, 11, 99)}));
+    readWhen(News::kChanged);
     const auto waitFor = [&](const std::vector<Colleague>& expected) {
-        while (m_databases.glance().at(kUser).colleagues != expected)
+        lookUntil([&](const ServerNews& news) {
             others.glance();
+            return news.colleagues == expected;
+        });
     };
     others.setCell(kTableViewRequest, KorOdbcKey(2), 10, 44.0);
     waitFor({{DatabaseServer::kUser, {{kTableViewRequest, 2}}}});

@@ -67,6 +67,7 @@ Result<> OdbcStore::checkState(OdbcSchema::State& state) {
 void OdbcStore::know(std::int64_t lastChange) {
     m_knownChanges = othersChanges(lastChange);
     m_range = {lastChange, lastChange, {}};
+    m_news.state = ServerNews::eState::kSame;
 }
 
 bool OdbcStore::isReadOnly() const {
@@ -193,7 +194,8 @@ Result<> OdbcStore::keep() {
 }
 
 // Nobody but the transaction in question has this mark: where it can be stored once more that one was taken
-// back, and can never be kept any more; where it cannot, it was kept. As long as it is open the answer waits.
+// back, and can never be kept any more. Where it cannot, it was kept, or an earlier try stored the mark of
+// which the answer was lost. As long as the transaction is open the answer waits.
 void OdbcStore::findOutcome() {
     m_outcome = eOutcome::kUnknown;
     if (!m_database.connect())
@@ -201,20 +203,26 @@ void OdbcStore::findOutcome() {
     OdbcError error = m_database.connection.begin();
     if (!error)
         error = m_database.connection.execute(m_writer.fence(m_mark));
-    if (error.kind == OdbcError::eKind::kKeyTaken)
-        m_outcome = eOutcome::kStored;
-    if (!m_database.connection.isOpen())
+    if (!m_database.connection.isOpen() || m_database.connection.end(!error))
         return;
-    if (!m_database.connection.end(!error) && !error)
+    if (!error)
         m_outcome = eOutcome::kNotStored;
+    else if (error.kind == OdbcError::eKind::kKeyTaken)
+        if (const std::optional<std::int64_t> sequence = sequenceOf(m_mark))
+            m_outcome = *sequence > 0 ? eOutcome::kStored : eOutcome::kNotStored;
+}
+
+std::optional<std::int64_t> OdbcStore::sequenceOf(std::uint32_t mark) {
+    std::optional<std::int64_t> sequence;
+    const Result<> result =
+        m_database.queryInteger("SELECT sequence FROM " + m_database.dialect->table(kCommitTable) +
+                                    " WHERE mark = " + std::to_string(mark),
+                                sequence);
+    return result ? sequence : std::nullopt;
 }
 
 bool OdbcStore::holdsMark(std::uint32_t mark) {
-    std::optional<std::int64_t> sequence;
-    return m_database.queryInteger("SELECT sequence FROM " + m_database.dialect->table(kCommitTable) +
-                                       " WHERE mark = " + std::to_string(mark),
-                                   sequence) &&
-           sequence.value_or(0) > 0;
+    return sequenceOf(mark).value_or(0) > 0;
 }
 
 void OdbcStore::rollback() {
@@ -284,7 +292,9 @@ ServerNews OdbcStore::glance(const std::vector<RowRef>& pending) {
             m_news.state = connection.isOpen() ? kChanged : kLost;
         else if (wasAsking && now - m_asked > kLooksWithoutAnswer * m_limits.look)
             m_news.state = kNoAnswer;
-        if (connection.isOpen() && !connection.isAsking() && now - m_asked >= m_limits.look)
+        const bool isHeard = wasAsking && !connection.isAsking(); // whoever reads now would not hear the next
+        if (connection.isOpen() && !connection.isAsking() && now - m_asked >= m_limits.look &&
+            !(isHeard && m_news.state == kChanged))
             ask(pending);
     }
     return m_news;
@@ -298,9 +308,9 @@ void OdbcStore::ask(const std::vector<RowRef>& pending) {
     std::string sql = m_schema.lastChangeSql();
     if (std::exchange(m_line, m_database.connection.number()) != m_database.connection.number()) {
         m_marked.clear();
-        m_asks = 0;
+        m_heard = 0;
     }
-    if (m_asks++ % kAsksForMarks == 0)
+    if (m_heard % kAsksForMarks == 0)
         sql = dialect.withMarks(sql);
     std::set<RowRef> wanted = {RowRef()};
     for (const RowRef row : pending)
@@ -320,6 +330,7 @@ void OdbcStore::ask(const std::vector<RowRef>& pending) {
 }
 
 void OdbcStore::hear(const OdbcRows& rows) {
+    ++m_heard;
     std::map<std::int64_t, Colleague> colleagues;
     bool hasMarks = false;
     m_news.state = ServerNews::eState::kChanged; // unless it says what is known

@@ -56,6 +56,8 @@ private:
     Result<> takeTurn();
     Result<> keep();
     void findOutcome();
+    /// Of the commit or fence that left the mark; none where that is not known.
+    std::optional<std::int64_t> sequenceOf(std::uint32_t mark);
     std::int64_t othersChanges(std::int64_t lastChange) const { return lastChange - m_ownChanges; }
 
     OdbcDatabase m_database;
@@ -77,6 +79,6 @@ private:
     ServerNews m_news;
     std::chrono::steady_clock::time_point m_asked;
     int m_line = 0;            ///< by which it was asked
-    int m_asks = 0;            ///< by that line
+    int m_heard = 0;           ///< answers, by that line
     std::set<RowRef> m_marked; ///< by that line
 };
