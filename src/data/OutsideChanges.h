@@ -15,7 +15,7 @@ struct WantedCell {
     KorString targetName = {}; ///< of the row that `mine` refers to, as it was known last
 };
 
-/// A pending change that could not be kept because another program changed the same thing in the file. The
+/// A pending change that could not be kept because another program changed the same thing meanwhile. The
 /// source shows what is stored now, or of a new row what is left of it. What belongs together is one
 /// conflict: the slots of one kind of a row, the names of a row and of what identifies it, and a row that was
 /// deleted with its parts, what identifies it, and what only it used.

@@ -44,7 +44,7 @@ std::map<SourceId, ServerNews> StyleDatabases::glance() {
         return m_news;
     for (const auto& [id, source] : m_sources)
         if (source->store().isOnServer())
-            m_news[id] = source->store().glance(m_pending.rowsOf(id));
+            m_news[id] = source->store().glance(m_pending.rowsOf(id, StyleStore::kMostRowsTold));
     return m_news;
 }
 
@@ -94,10 +94,13 @@ OutsideChange StyleDatabases::refresh(SourceId id) {
     if (result && !wasUnknown && !open->hasFailed())
         result = open->store().readSince(since);
     PendingReplay replay(*open, m_pending);
-    if (result && since.isKnown)
+    if (result && since.isKnown) {
         replay.take(since);
-    else if (result && (result = open->store().reopen()))
+    } else if (result && (result = open->store().reopen())) {
         result = replay.readAnew();
+        if (!result)
+            open->store().doubt();
+    }
     if (result) {
         change.conflicts = replay.run();
         change.newKeys = replay.newKeys();

@@ -70,14 +70,7 @@ std::string StyleDatabases::whyTooNew(SourceId id) {
 
 std::string StyleDatabases::whyNotEditable(SourceId id) {
     StyleSource* open = source(id);
-    if (!open || !open->isReadOnly() || !(m_ownerMode || id == SourceId::user()))
-        return {};
-    const std::string tooNew = whyTooNew(id);
-    return tooNew.empty()
-               ? translated("The file of the database can only be read, so nothing was changed; make "
-                            "it writable and open it again.")
-                     .toStdString()
-               : tooNew;
+    return open && (m_ownerMode || id == SourceId::user()) ? open->store().whyReadOnly() : std::string();
 }
 
 namespace {
@@ -261,15 +254,28 @@ void StyleDatabases::apply(const PendingStep& step, bool forward) {
         open->remove(step.table, key);
 }
 
+bool StyleDatabases::isOutcomeKnown(const std::vector<PendingCommand>& next) const {
+    return !next.empty() && std::ranges::none_of(next.front().steps, [this](const PendingStep& step) {
+        return m_unknown.contains(step.source);
+    });
+}
+
+std::vector<SourceId> StyleDatabases::unknownOutcomes() const {
+    std::vector<SourceId> ids;
+    for (const auto& [id, tables] : m_unknown)
+        ids.push_back(id);
+    return ids;
+}
+
 std::vector<PendingStep> StyleDatabases::undo() {
-    std::vector<PendingStep> steps = m_pending.takeUndo();
+    std::vector<PendingStep> steps = canUndo() ? m_pending.takeUndo() : std::vector<PendingStep>();
     for (const PendingStep& step : steps)
         apply(step, false);
     return steps;
 }
 
 std::vector<PendingStep> StyleDatabases::redo() {
-    std::vector<PendingStep> steps = m_pending.takeRedo();
+    std::vector<PendingStep> steps = canRedo() ? m_pending.takeRedo() : std::vector<PendingStep>();
     for (const PendingStep& step : steps)
         apply(step, true);
     return steps;

@@ -59,7 +59,7 @@ public:
     /// One sentence when a source that might be edited must not be, because a newer version of the program
     /// made it; otherwise empty.
     std::string whyTooNew(SourceId id);
-    /// The same, or that its file can only be read.
+    /// The same, or why it can only be read otherwise.
     std::string whyNotEditable(SourceId id);
 
     /// Writes a cell of the current source. What the column must not hold (see `faultOf`) is refused, unless
@@ -78,7 +78,14 @@ public:
     WriteResult remove(eTableType type, KorOdbcKey key);
 
     PendingLog& pending() { return m_pending; }
-    /// Takes back or brings again the last group of changes; returns its steps, empty when there is none.
+    /// Whether there is a group of changes to be taken back or brought again, in none of whose sources it is
+    /// to be found out yet what became of a commit.
+    bool canUndo() const { return isOutcomeKnown(m_pending.undoable(1)); }
+    bool canRedo() const { return isOutcomeKnown(m_pending.redoable(1)); }
+    /// The sources of which that is to be found out, by reading them again.
+    std::vector<SourceId> unknownOutcomes() const;
+    /// Takes back or brings again the last group of changes; returns its steps, empty when there is none that
+    /// can be.
     std::vector<PendingStep> undo();
     std::vector<PendingStep> redo();
 
@@ -152,6 +159,7 @@ private:
     Result<> findOutcome(StyleSource& source, bool& wasStored);
     std::vector<OutsideChange> refreshWhere(const std::function<bool(StyleSource&)>& isChanged);
     bool isNoticed(StyleSource& source);
+    bool isOutcomeKnown(const std::vector<PendingCommand>& next) const;
     void keepSourceTable(StyleSource& source, eTableType type);
     void finishSource(StyleSource& source, eTableType type);
     void fail(StyleSource& source, std::string error);

@@ -44,7 +44,7 @@ bool StyleSource::read(const TableSchema& schema, const Reading& reading) {
     std::vector<ReadProblem> problems;
     Result<> result = reading.result;
     if (result)
-        result = m_store->readTable(schema, slot->rowsToFill(), problems);
+        result = reading.store.readTable(schema, slot->rowsToFill(), problems);
     if (!result) {
         m_failures[schema.type] = result.error;
         note(result.error);
@@ -58,7 +58,7 @@ bool StyleSource::read(const TableSchema& schema, const Reading& reading) {
             std::erase_if(m_problems,
                           [&](const ReadProblem& each) { return each.sentence == failure.mapped(); });
     }
-    if (const std::string tooNew = m_store->whyTooNew(); !tooNew.empty())
+    if (const std::string tooNew = reading.store.whyTooNew(); !tooNew.empty())
         note(tooNew);
     m_problems.insert(m_problems.end(), problems.begin(), problems.end());
     m_isOutdated = m_isOutdated || m_state.value_or(reading.state) != reading.state;
@@ -135,7 +135,9 @@ bool StyleSource::readFailedAgain() {
     if (m_failures.empty())
         return false;
     const std::size_t before = m_failures.size();
-    const LockWait::Brief brief;
+    std::optional<LockWait::Brief> brief;
+    if (!m_store->isOnServer()) // whose line a wait that is given up would end
+        brief.emplace();
     const Reading reading(*m_store);
     for (const TableSchema& schema : allTables())
         if (m_failures.contains(schema.type) && !read(schema, reading))
@@ -145,15 +147,13 @@ bool StyleSource::readFailedAgain() {
 
 Result<> StyleSource::readAnew(const std::set<eTableType>& types) {
     StyleSource fresh(m_id, nullptr);
-    std::swap(fresh.m_store, m_store);
     Result<> result;
     {
-        const Reading reading(*fresh.m_store);
+        const Reading reading(*m_store);
         for (auto it = types.begin(); result && it != types.end(); ++it)
             if (!fresh.read(*findTable(*it), reading))
                 result = {fresh.m_failures.at(*it)};
     }
-    std::swap(fresh.m_store, m_store);
     if (!result)
         return result;
     dropTables();

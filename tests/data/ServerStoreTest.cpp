@@ -111,15 +111,23 @@ TEST_F(ServerStore, EachReasonForNotOpeningHasItsSentence) {
         EXPECT_TRUE(mentions(opened.error, phrase)) << opened.error;
     }
     for (const char* refused :
-         {"Server=x;PWD=secret", "Server=x;pqopt={password=secret}", "Driver=x;Schema=y"})
+         {"Server=x;PWD=secret", "Server=x;pqopt={password=secret}", "Driver=x;Schema=y",
+          "UID=a;PWD=secret;Server=x", "no;PWD=secret;Server=x", "PWD=secret"}) {
+        EXPECT_TRUE(ServerAddress::isConnection(refused)) << refused;
         EXPECT_FALSE(mentions(ServerAddress::parse(refused, "here").error, "secret") ||
                      ServerAddress::parse(refused, "here").ok());
+    }
+    for (const char* file : {"styles.dsdb", "of server;1=2.dsdb", ""})
+        EXPECT_FALSE(ServerAddress::isConnection(file)) << file;
 
     const OpenedServer guest =
         OdbcStore::open(address(with("UID=office", "UID=" + m_schema + "_guest")), OdbcStore::eMode::kWrite);
     ASSERT_NE(guest.store, nullptr) << guest.error;
     EXPECT_TRUE(mentions(guest.error, "not change it") && guest.store->isReadOnly());
+    EXPECT_TRUE(mentions(guest.store->whyReadOnly(), "role of an editor"));
     EXPECT_EQ(rowsOf<View>(*guest.store).size(), 3);
+    EXPECT_EQ(OdbcError::of("23505", "", false).kind, OdbcError::eKind::kKeyTaken);
+    EXPECT_EQ(OdbcError::of("23502", "", false).kind, OdbcError::eKind::kOther) << "no key";
     m_engine.run("UPDATE dsdb_state SET version = 99");
     const auto newer = OdbcStore::open(address(good), OdbcStore::eMode::kWrite);
     EXPECT_TRUE(newer.store && newer.store->isReadOnly() && mentions(newer.store->whyTooNew(), "newer"));
@@ -154,6 +162,11 @@ TEST_F(ServerStore, AMaintainerBringsTheSchemaForwardOnce) {
     };
     int from = 0;
     EXPECT_TRUE(mentions(upgradeAs("_anna", from).error, "Only a maintainer"));
+    OdbcDatabase anna(address(m_server.connection(m_schema, m_schema + "_anna")), {});
+    ASSERT_EQ(anna.connect().error, "");
+    const std::string lie = "INSERT INTO " + m_schema + ".dsdb_version VALUES (99, '', '')";
+    EXPECT_TRUE(mentions(anna.execute(lie).error, "no right"));
+    m_engine.run("INSERT INTO dsdb_version VALUES (99, '', '')");
     EXPECT_EQ(upgradeAs("_keeper", from).error, "");
     EXPECT_EQ(from, 1);
     EXPECT_EQ(upgradeAs("_keeper", from).error, "");
@@ -178,19 +191,22 @@ TEST_F(ServerStore, AMaintainerBringsTheSchemaForwardOnce) {
     EXPECT_TRUE(old && old->isReadOnly());
 }
 
-// Whoever is gone without a word must not keep the others out for long.
-TEST_F(ServerStore, TheServerEndsWhatNobodyGoesOnWith) {
+// A long text must cost no room for as long ones in all rows, and what there is no room for ends nothing.
+TEST_F(ServerStore, RowsAreFetchedByTheRoomThatTheyTake) {
     OdbcDatabase database(address(m_server.connection(m_schema)), {});
     ASSERT_EQ(database.connect().error, "");
-    OdbcRows rows;
-    for (const auto& [setting, value] : {std::pair("idle_in_transaction_session_timeout", "1min"),
-                                         {"lock_timeout", "4s"},
-                                         {"statement_timeout", "2min"}}) {
-        ASSERT_FALSE(database.connection.begin());
-        ASSERT_FALSE(database.connection.query(std::string("SHOW ") + setting, rows));
-        EXPECT_EQ(rows, (OdbcRows{{value}})) << setting;
-        ASSERT_FALSE(database.connection.end(false));
-    }
+    const auto rowsAtOnce = [&](std::size_t room) {
+        const std::string sql = "SELECT g FROM generate_series(1, 600) g";
+        EXPECT_FALSE(database.connection.select(sql, {room}));
+        const OdbcError error = database.connection.fetch();
+        database.connection.endSelect();
+        return error ? 0 : database.connection.block().size();
+    };
+    EXPECT_EQ(rowsAtOnce(256), 512U);
+    EXPECT_EQ(rowsAtOnce(1 << 20), 4U);
+    EXPECT_EQ(rowsAtOnce(1 << 23), 1U);
+    EXPECT_EQ(rowsAtOnce(std::size_t{1} << 61), 0U);
+    EXPECT_EQ(rowsAtOnce(256), 512U) << "the line is good";
 }
 
 // At each request of a commit, and whether or not the server can be reached again at once.
@@ -281,6 +297,10 @@ TEST_F(ServerStore, WhatTurnsOutToBeStoredIsNotPendingAnyMoreAndTheRestStays) {
             EXPECT_TRUE(databases.pending().hasPending(user)) << "until it is known";
             const bool isUnknown = databases.source(user)->store().outcome() == Outcome::kUnknown;
             EXPECT_NE(databases.isEditable(user), isUnknown);
+            EXPECT_EQ(mentions(databases.whyNotEditable(user), "not known yet"), isUnknown);
+            EXPECT_EQ(databases.unknownOutcomes().empty(), !isUnknown);
+            EXPECT_EQ(databases.canUndo(), !isUnknown);
+            EXPECT_TRUE(!isUnknown || databases.undo().empty());
             EXPECT_NE(databases.refreshChanged().at(0).error, "") << "there is no server";
             EXPECT_EQ(static_cast<const View*>(databases.here()->table(kTableViewRequest).find(KorOdbcKey(1)))
                           ->scale,

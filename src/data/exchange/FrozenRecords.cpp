@@ -56,6 +56,9 @@ public:
 
     const std::string& name() const override { return m_name; }
     bool isReadOnly() const override { return true; }
+    std::string whyReadOnly() const override {
+        return translated("Copied rows stay as they are.").toStdString();
+    }
     Result<> readTable(const TableSchema& table, RowArray& into, std::vector<ReadProblem>&) override {
         const RowArray& from = rows.of(table.type);
         for (int i = 0; i < from.size(); ++i)

@@ -80,11 +80,24 @@ void PendingLog::standAs(const Commands& commands) {
     m_steps.clear();
     m_counts.clear();
     for (const auto& [label, steps] : commands) {
-        beginGroup(label);
-        for (const PendingStep& step : steps)
-            record(step);
-        endGroup();
+        const int group = steps.front().group > 0 ? steps.front().group : ++m_group;
+        m_labels[group] = label;
+        for (const PendingStep& step : steps) {
+            count(step, 1);
+            m_steps.push_back(step);
+            m_steps.back().group = group;
+        }
     }
+    m_position = m_steps.size();
+}
+
+std::vector<PendingStep> PendingLog::takenBack() const {
+    return {m_steps.begin() + static_cast<std::ptrdiff_t>(m_position), m_steps.end()};
+}
+
+void PendingLog::setTakenBack(const std::vector<PendingStep>& steps) {
+    forgetTakenBack();
+    m_steps.insert(m_steps.end(), steps.begin(), steps.end());
 }
 
 void PendingLog::tell() {
@@ -256,15 +269,13 @@ std::vector<PendingCommand> PendingLog::redoable(std::size_t most) const {
 }
 
 PendingLog::Trial::Trial(PendingLog& log)
-    : m_log(log),
-      m_takenBack(log.m_steps.begin() + static_cast<std::ptrdiff_t>(log.m_position), log.m_steps.end()) {
+    : m_log(log), m_takenBack(log.takenBack()) {
     ++m_log.m_holds;
     m_log.forgetTakenBack();
 }
 
 PendingLog::Trial::~Trial() {
-    m_log.forgetTakenBack();
-    m_log.m_steps.insert(m_log.m_steps.end(), m_takenBack.begin(), m_takenBack.end());
+    m_log.setTakenBack(m_takenBack);
     --m_log.m_holds;
     m_log.tell();
 }
@@ -295,10 +306,10 @@ std::vector<PendingStep> PendingLog::takeRedo() {
     return taken;
 }
 
-std::vector<RowRef> PendingLog::rowsOf(SourceId source) const {
-    std::vector<RowRef> rows;
-    for (const PendingStep* step : steps())
-        if (step->source == source)
-            rows.push_back({step->table, step->key});
+std::set<RowRef> PendingLog::rowsOf(SourceId source, std::size_t most) const {
+    std::set<RowRef> rows;
+    for (std::size_t i = m_position; i > 0 && rows.size() < most; --i)
+        if (const PendingStep& step = m_steps[i - 1]; step.source == source)
+            rows.insert({step.table, step.key});
     return rows;
 }

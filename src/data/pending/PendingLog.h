@@ -6,6 +6,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <span>
 #include <vector>
 
@@ -74,8 +75,8 @@ public:
     bool hasPending(SourceId source, eTableType table) const { return m_counts.contains({source, table}); }
     bool hasPending(SourceId source) const;
     bool isEmpty() const { return m_position == 0; }
-    /// The rows that have pending changes, in no order.
-    std::vector<RowRef> rowsOf(SourceId source) const;
+    /// Rows that have pending changes, those that were changed last if there are more than `most`.
+    std::set<RowRef> rowsOf(SourceId source, std::size_t most) const;
     /// The steps that stand, oldest first. Valid until the log changes.
     std::vector<const PendingStep*> steps() const;
 
@@ -96,9 +97,13 @@ public:
 
     /// What has been taken back can no longer be brought again.
     void forgetTakenBack() { m_steps.resize(m_position); }
+    /// What has been taken back and can be brought again, in the order of that.
+    std::vector<PendingStep> takenBack() const;
+    /// Lets that be these steps.
+    void setTakenBack(const std::vector<PendingStep>& steps);
 
     /// Lets these commands, each with its label, stand in the place of all that stands. They must come to
-    /// the same change.
+    /// the same change. The steps of one have a number of this log, which they keep, or 0 for a new one.
     using Commands = std::vector<std::pair<KorString, std::vector<PendingStep>>>;
     void standAs(const Commands& commands);
     /// Copies of the commands that stand, oldest first.

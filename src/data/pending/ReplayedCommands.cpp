@@ -2,6 +2,7 @@
 
 #include "data/CellRules.h"
 #include "data/ScopedSource.h"
+#include "data/pending/TakenBackSteps.h"
 
 #include <algorithm>
 #include <iterator>
@@ -37,7 +38,7 @@ bool isAction(const PendingStep& step, eAction action) {
 } // namespace
 
 ReplayedCommands::ReplayedCommands(StyleDatabases& databases, const PendingLog* lost)
-    : m_databases(databases), m_bringsBack(lost != nullptr) {
+    : m_databases(databases), m_bringsBack(lost != nullptr), m_takenBack(databases.pending().takenBack()) {
     add(databases.pending().commands());
     m_firstLost = m_made.size();
     if (!m_made.empty())
@@ -104,6 +105,14 @@ bool ReplayedCommands::isMadeFor(const OutsideChange& change, RowRef row, const 
 }
 
 void ReplayedCommands::settle(const std::vector<OutsideChange>& changes) {
+    letStand(changes);
+    const bool isAsked = std::ranges::any_of(
+        changes, [](const OutsideChange& change) { return !change.conflicts.empty(); });
+    if (!m_bringsBack && !isAsked)
+        m_databases.pending().setTakenBack(stepsThatHold(m_databases, m_takenBack));
+}
+
+void ReplayedCommands::letStand(const std::vector<OutsideChange>& changes) {
     const std::map<Row, Steps> steps = replayed();
     if (steps.empty())
         return;
@@ -257,6 +266,7 @@ PendingLog::Commands ReplayedCommands::commands() const {
     std::size_t i = 0;
     for (std::size_t command = 0; command < m_labels.size(); ++command) {
         Steps steps;
+        const int group = i < m_firstLost ? m_made[i].step.group : 0; // what comes from another log gets a new one
         for (; i < m_made.size() && m_made[i].command == command; ++i)
             if (const Made& made = m_made[i]; made.now)
                 steps.push_back(*made.now);
@@ -264,6 +274,8 @@ PendingLog::Commands ReplayedCommands::commands() const {
                 steps.push_back(made.step);
         if (const auto rest = m_rest.find(command); rest != m_rest.end())
             steps.insert(steps.end(), rest->second.begin(), rest->second.end());
+        for (PendingStep& step : steps)
+            step.group = group;
         if (!steps.empty())
             all.emplace_back(m_labels[command], std::move(steps));
     }

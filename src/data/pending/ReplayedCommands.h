@@ -19,7 +19,8 @@ public:
     /// nothing else uses them.
     void dropWhatWasMadeFor(const std::vector<OutsideChange>& changes,
                             const std::vector<OutsideChange>& mine);
-    /// After it, and after what was kept of its conflicts.
+    /// After it, and after what was kept of its conflicts. What had been taken back can be brought again as
+    /// far as it fits, unless there were any.
     void settle(const std::vector<OutsideChange>& changes);
 
 private:
@@ -35,6 +36,7 @@ private:
     using Places = std::vector<std::size_t>; ///< in `m_made`, oldest first
 
     void add(const PendingLog::Commands& commands);
+    void letStand(const std::vector<OutsideChange>& changes);
     void dropMadeFor(const OutsideChange& change, const WantedCell& cell);
     bool isMadeFor(const OutsideChange& change, RowRef row, const WantedCell& cell) const;
     void follow(const OutsideChange& change);
@@ -55,5 +57,6 @@ private:
     std::size_t m_firstLost = 0; ///< of `m_made`
     std::vector<KorString> m_labels;
     std::vector<Made> m_made;
+    Steps m_takenBack;
     std::map<std::size_t, Steps> m_rest; ///< by command: what comes of none of its steps
 };

@@ -5,14 +5,14 @@
 #include <optional>
 #include <string>
 
-/// Waiting for a database that another program has locked: a short while without asking, then asking,
-/// until the lock is gone, the user gives up or the time is over. Whoever gave up once does not wait again
-/// for the same database in the same command.
+/// Waiting for a database that another program has locked, or for a server: a short while without asking,
+/// then asking, until there is an answer, the user gives up or the time is over. Whoever gave up once does
+/// not wait again for the same database in the same command.
 class LockWait {
 public:
-    /// Called again and again while `file` is waited for; returns whether to go on waiting. It may run an
-    /// event loop, but must not use the databases.
-    using Ask = std::function<bool(const std::string& file, std::chrono::milliseconds waited)>;
+    /// Called again and again while it, by its name, is waited for; returns whether to go on waiting. It may
+    /// run an event loop, but must not use the databases.
+    using Ask = std::function<bool(const std::string& name, std::chrono::milliseconds waited)>;
 
     static constexpr std::chrono::milliseconds kLimit{5000};
     static constexpr std::chrono::milliseconds kWordless{250}; ///< another program's short write

@@ -176,6 +176,15 @@ std::vector<std::string> SqliteStore::integrityFindings() {
     return findings;
 }
 
+std::string SqliteStore::whyReadOnly() const {
+    if (m_version.isNewer())
+        return whyTooNew();
+    return m_readOnly ? translated("The file of the database can only be read, so nothing was changed; make "
+                                   "it writable and open it again.")
+                            .toStdString()
+                      : std::string();
+}
+
 bool SqliteStore::isReplaced() const {
     return fileIdentity(m_path) != m_identity;
 }

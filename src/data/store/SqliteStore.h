@@ -46,6 +46,7 @@ public:
     const std::string& name() const override { return m_database.file; }
     bool isReadOnly() const override { return m_readOnly || m_version.isNewer(); }
     std::string whyTooNew() const override { return m_version.whyTooNew(); }
+    std::string whyReadOnly() const override;
     Result<> readTable(const TableSchema& table, RowArray& rows, std::vector<ReadProblem>& problems) override;
     Result<> beginRead(std::int64_t& state) override;
     void endRead() override;

@@ -8,7 +8,8 @@
 /// Who stored something, and when.
 struct StoredBy {
     std::string user;
-    std::string when; ///< date and time of day here, as "2026-11-26 10:42"
+    std::string when;        ///< date and time of day here, as "2026-11-26 10:42"
+    std::int64_t number = 0; ///< of the commit: those that came later have higher ones
 };
 
 /// What other programs stored in a database since a state that is known.
@@ -28,9 +29,11 @@ struct StoredSince {
 
     /// Who wrote the row last; empty where that is not known.
     StoredBy authorOf(RowRef row) const {
+        StoredBy last;
         for (const RowRef each : {row, RowRef{row.table, 0}})
-            if (const auto found = authors.find(each); found != authors.end())
-                return found->second;
-        return {};
+            if (const auto found = authors.find(each);
+                found != authors.end() && found->second.number >= last.number)
+                last = found->second;
+        return last;
     }
 };

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -69,6 +70,8 @@ public:
     /// One sentence when a newer version of the program made the database: then it is read-only, and may hold
     /// more than can be read here. Otherwise empty.
     virtual std::string whyTooNew() const { return {}; }
+    /// One sentence why the store is read-only, and what can be done; empty where it is not.
+    virtual std::string whyReadOnly() const = 0;
 
     /// Reads all rows of `table`, sorted by key, into the empty array `rows`. Cells that do not fit their
     /// column keep the default and are reported in `problems`; a missing table or column likewise. A later
@@ -116,11 +119,15 @@ public:
     /// Reads what other programs stored since the state that is known, and takes the present one as known;
     /// reads nothing where that cannot be told. May connect again.
     virtual Result<> readSince(StoredSince&) { return {}; }
+    /// What is stored could not be read after `reopen`, so that no state of it is known.
+    virtual void doubt() {}
     /// Whether the database is on a server, which is asked by `glance`.
     virtual bool isOnServer() const { return false; }
     /// What a server said last. Asks it now and then, without waiting for it, and tells it that these rows
     /// have pending changes here.
-    virtual ServerNews glance(const std::vector<RowRef>&) { return {}; }
+    virtual ServerNews glance(const std::set<RowRef>&) { return {}; }
+    /// More rows need not be told.
+    static constexpr std::size_t kMostRowsTold = 30;
     /// Opens the database anew under its name and takes its state as known. The caller then reads everything
     /// again. On failure everything else fails for the same reason until it succeeds.
     virtual Result<> reopen() = 0;

@@ -61,11 +61,21 @@ void OdbcConnection::give(OdbcLine& line, Job job) {
     line.changed.notify_all();
 }
 
-bool OdbcConnection::waitFor(LockWait& patience) {
-    bool isAnswered = isDone(*m_line, kAtOnce);
+bool OdbcConnection::waitFor(OdbcLine& line, LockWait& patience) {
+    bool isAnswered = isDone(line, kAtOnce);
     for (int attempt = 0; !isAnswered && patience.again(attempt); ++attempt)
-        isAnswered = isDone(*m_line, std::chrono::milliseconds(0));
-    return isAnswered || isDone(*m_line, std::chrono::milliseconds(0));
+        isAnswered = isDone(line, std::chrono::milliseconds(0));
+    return isAnswered || isDone(line, std::chrono::milliseconds(0));
+}
+
+// What came of waiting for a line. Events that ran meanwhile may have closed it.
+OdbcError OdbcConnection::answerOf(const std::shared_ptr<OdbcLine>& line, bool isAnswered) {
+    if (m_line != line)
+        return {OdbcError::eKind::kLost};
+    OdbcError error = isAnswered ? line->result : OdbcError{OdbcError::eKind::kFrozen};
+    if (error.isLineGone())
+        close();
+    return error;
 }
 
 OdbcError OdbcConnection::run(Job job) {
@@ -73,20 +83,13 @@ OdbcError OdbcConnection::run(Job job) {
         return {OdbcError::eKind::kLost};
     LockWait& patience = m_engine.empty() ? m_login : m_wait;
     m_isAsking = m_isFetching = false;
-    bool isAnswered = waitFor(patience);
-    if (isAnswered) {
-        give(*m_line, std::move(job));
-        isAnswered = waitFor(patience);
+    const std::shared_ptr<OdbcLine> line = m_line;
+    bool isAnswered = waitFor(*line, patience);
+    if (isAnswered && m_line == line) {
+        give(*line, std::move(job));
+        isAnswered = waitFor(*line, patience);
     }
-    if (!isAnswered) {
-        close();
-        return {OdbcError::eKind::kFrozen};
-    }
-    if (!m_line->result.isLineGone())
-        return m_line->result;
-    OdbcError lost = std::move(m_line->result);
-    close();
-    return lost;
+    return answerOf(line, isAnswered);
 }
 
 OdbcConnection::Job OdbcConnection::connecting(const std::string& text) const {
@@ -105,14 +108,11 @@ OdbcError OdbcConnection::open(const std::string& text) {
     if (!library)
         return {OdbcError::eKind::kNoManager};
     m_served = m_next.line ? std::exchange(m_next, {}) : serve(*library, connecting(text));
-    m_line = m_served.line;
-    if (!waitFor(m_login)) {
-        close();
-        return {OdbcError::eKind::kFrozen};
-    }
-    if (m_line->result) {
-        OdbcError error = std::move(m_line->result);
-        close();
+    const std::shared_ptr<OdbcLine> line = m_line = m_served.line;
+    const bool isAnswered = waitFor(*line, m_login);
+    if (OdbcError error = answerOf(line, isAnswered)) {
+        if (m_line == line)
+            close();
         return error;
     }
     ++m_number;
@@ -196,20 +196,14 @@ OdbcError OdbcConnection::fetch() {
         return {OdbcError::eKind::kLost};
     if (!std::exchange(m_isFetching, false))
         give(*m_line, next);
-    if (!waitFor(m_wait)) {
-        close();
-        return {OdbcError::eKind::kFrozen};
-    }
-    if (m_line->result) {
-        OdbcError error = std::move(m_line->result);
-        if (error.isLineGone())
-            close();
+    const std::shared_ptr<OdbcLine> line = m_line;
+    const bool isAnswered = waitFor(*line, m_wait);
+    if (OdbcError error = answerOf(line, isAnswered))
         return error;
-    }
-    std::swap(m_block, m_line->block);
+    std::swap(m_block, line->block);
     m_isFetching = m_block.size() > 0;
     if (m_isFetching)
-        give(*m_line, next);
+        give(*line, next);
     return {};
 }
 

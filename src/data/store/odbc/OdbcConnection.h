@@ -61,7 +61,8 @@ public:
     /// it, and it is forgotten.
     OdbcError answer(OdbcRows& rows);
 
-    /// Begins to read a large result, with room for texts of these sizes in its columns.
+    /// Begins to read a large result, with room for texts of these sizes in its columns. The more room a row
+    /// takes the fewer are fetched at once.
     OdbcError select(const std::string& sql, const std::vector<std::size_t>& rooms);
     /// Reads the next rows of it into `block`; none at its end.
     OdbcError fetch();
@@ -82,7 +83,8 @@ private:
     static void leave(Served served);
     static bool isDone(OdbcLine& line, std::chrono::milliseconds moment);
     static void give(OdbcLine& line, Job job);
-    bool waitFor(LockWait& patience);
+    static bool waitFor(OdbcLine& line, LockWait& patience);
+    OdbcError answerOf(const std::shared_ptr<OdbcLine>& line, bool isAnswered);
     OdbcError run(Job job);
     Job connecting(const std::string& text) const;
 

@@ -107,7 +107,8 @@ public:
         return {"GRANT USAGE ON SCHEMA " + name(schema()) + " TO " + reader + ", " + editor,
                 "GRANT SELECT ON ALL TABLES" + place + " TO " + reader,
                 "GRANT SELECT, INSERT, UPDATE, DELETE ON ALL TABLES" + place + " TO " + editor,
-                "REVOKE INSERT, UPDATE, DELETE ON " + table(kStateTable) + " FROM " + editor,
+                "REVOKE INSERT, UPDATE, DELETE ON " + table(kStateTable) + ", " + table(kVersionTable) +
+                    " FROM " + editor,
                 "GRANT UPDATE (last_change) ON " + table(kStateTable) + " TO " + editor,
                 "REVOKE UPDATE ON " + table(kChangeTable) + ", " + table(kCommitTable) + " FROM " + editor};
     }

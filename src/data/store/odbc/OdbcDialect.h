@@ -54,7 +54,8 @@ public:
     virtual std::string oneState() const { return {}; }
     /// SQL that selects name of table and name of column of each ordinary table of the schema.
     virtual std::string columns() const;
-    /// SQL that selects 1 where the user may do what the role may, and 0 where not.
+    /// SQL that selects 1 where the user may do what the role may, and 0 where not. Engines that cannot tell
+    /// say 1 to everybody who may read: they refuse themselves what is not allowed.
     virtual std::string may(eServerRole role) const;
     virtual std::string currentUser() const { return "CURRENT_USER"; }
 

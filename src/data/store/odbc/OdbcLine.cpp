@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
+#include <numeric>
 
 namespace {
 
 constexpr std::size_t kRowsOfBlock = 512;
 constexpr std::size_t kRowsOfSmallBlock = 32; // with much room in each cell
 constexpr std::size_t kSmallRoom = 4096;
+constexpr std::size_t kBytesOfBlock = 4 * 1024 * 1024; // where a row takes less
 
 bool isGood(SQLRETURN code) {
     return code == SQL_SUCCESS || code == SQL_SUCCESS_WITH_INFO;
@@ -20,6 +23,15 @@ SQLPOINTER asPointer(std::uintptr_t number) {
 
 SQLCHAR* asText(const std::string& text) {
     return reinterpret_cast<SQLCHAR*>(const_cast<char*>(text.c_str()));
+}
+
+// Nobody would catch what a job throws.
+OdbcError done(const std::function<OdbcError(OdbcLine&)>& job, OdbcLine& line) {
+    try {
+        return job(line);
+    } catch (const std::exception&) {
+        return {OdbcError::eKind::kOther, "not enough memory"};
+    }
 }
 
 } // namespace
@@ -47,9 +59,9 @@ void OdbcLine::serve(const std::shared_ptr<OdbcLine>& line) {
             break;
         const auto job = line->job;
         lock.unlock();
-        OdbcError done = job(*line);
+        OdbcError result = done(job, *line);
         lock.lock();
-        line->result = std::move(done);
+        line->result = std::move(result);
         line->job = nullptr;
         line->changed.notify_all();
     }
@@ -160,7 +172,9 @@ OdbcError OdbcLine::select(const std::string& sql, const std::vector<std::size_t
     rows = -1;
     if (OdbcError error = openStatement())
         return error;
-    m_rowsOfBlock = rooms.empty() ? kRowsOfSmallBlock : kRowsOfBlock;
+    const std::size_t room = std::accumulate(rooms.begin(), rooms.end(), std::size_t{0});
+    m_rowsOfBlock = rooms.empty() ? kRowsOfSmallBlock
+                                  : std::clamp<std::size_t>(kBytesOfBlock / room, 1, kRowsOfBlock);
     library.setStmtAttr(m_statement, SQL_ATTR_ROW_ARRAY_SIZE, asPointer(m_rowsOfBlock), 0);
     library.setStmtAttr(m_statement, SQL_ATTR_ROWS_FETCHED_PTR, &m_fetched, 0);
     SQLSMALLINT columns = 0;

@@ -11,10 +11,17 @@
 
 namespace {
 
-constexpr std::size_t kMostRows = 20000; // beyond that reading everything is quicker
+constexpr std::int64_t kMostRows = 20000; // beyond that reading everything is quicker
+constexpr std::int64_t kFewCommits = 10;  // that leave fewer rows
 
-// A server's "2026-11-26 10:42:07.5+02", in the time of the server's choice, as date and time of day here.
-std::string localTime(const std::string& stored) {
+const TableSchema* tableNamed(const std::string& name) {
+    const auto found = std::ranges::find(allTables(), name, &TableSchema::name);
+    return found == allTables().end() ? nullptr : &*found;
+}
+
+} // namespace
+
+std::string OdbcLog::localTime(const std::string& stored) {
     std::tm time{};
     int seconds = 0;
     if (std::sscanf(stored.c_str(), "%d-%d-%d %d:%d:%d", &time.tm_year, &time.tm_mon, &time.tm_mday,
@@ -38,13 +45,6 @@ std::string localTime(const std::string& stored) {
     return text.data();
 }
 
-const TableSchema* tableNamed(const std::string& name) {
-    const auto found = std::ranges::find(allTables(), name, &TableSchema::name);
-    return found == allTables().end() ? nullptr : &*found;
-}
-
-} // namespace
-
 Result<> OdbcLog::read(const Range& range, StoredSince& since) {
     Keys keys;
     Result<> result = readLog(range, since, keys);
@@ -61,12 +61,20 @@ Result<> OdbcLog::read(const Range& range, StoredSince& since) {
 // program.
 Result<> OdbcLog::readLog(const Range& range, StoredSince& since, Keys& keys) {
     const OdbcDialect& dialect = *m_database.dialect;
+    const std::string those =
+        "sequence > " + std::to_string(range.known) + " AND c.sequence <= " + std::to_string(range.last);
+    if (range.last - range.known > kFewCommits) {
+        std::optional<std::int64_t> count;
+        Result<> result = m_database.queryInteger(
+            "SELECT COUNT(*) FROM " + dialect.table(kChangeTable) + " c WHERE c." + those, count);
+        if (!result || count.value_or(0) > kMostRows)
+            return result;
+    }
     OdbcRows rows;
     const OdbcError error = m_database.connection.query(
         "SELECT c.sequence, h.style_table, h.row_key, h.kind, c.stored_by, c.stored_at FROM " +
             dialect.table(kCommitTable) + " c JOIN " + dialect.table(kChangeTable) +
-            " h ON h.sequence = c.sequence WHERE c.sequence > " + std::to_string(range.known) +
-            " AND c.sequence <= " + std::to_string(range.last) + " ORDER BY c.sequence",
+            " h ON h.sequence = c.sequence WHERE c." + those + " ORDER BY c.sequence",
         rows);
     if (error)
         return m_database.failure(error);
@@ -83,9 +91,9 @@ Result<> OdbcLog::readLog(const Range& range, StoredSince& since, Keys& keys) {
             continue;
         const auto key = static_cast<std::int32_t>(numberIn(row[2]));
         keys[table].insert(key);
-        since.authors[{table->type, key}] = {row[4].value_or(""), localTime(row[5].value_or(""))};
+        since.authors[{table->type, key}] = {row[4].value_or(""), localTime(row[5].value_or("")), sequence};
     }
-    since.isKnown = areTablesKnown && commits == range.last - range.known && rows.size() <= kMostRows;
+    since.isKnown = areTablesKnown && commits == range.last - range.known;
     return {};
 }
 

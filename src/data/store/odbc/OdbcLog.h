@@ -19,6 +19,9 @@ public:
     /// Reads the rows that the others wrote, as they are now, in the transaction that is open. `since` is not
     /// known afterwards where one of the commits left no row there, or too many.
     Result<> read(const Range& range, StoredSince& since);
+    /// A server's "2026-11-26 10:42:07.5+02", in the time of the server's choice, as date and time of day
+    /// here; as it is where it is none.
+    static std::string localTime(const std::string& stored);
 
 private:
     using Keys = std::map<const TableSchema*, std::set<std::int32_t>>;

@@ -128,17 +128,20 @@ Result<> OdbcSchema::upgrade(int& from) {
 // Raising the number of the last change first keeps all others out, and tells them afterwards.
 Result<> OdbcSchema::bringForward(int& from) {
     const OdbcDialect& dialect = *m_database.dialect;
-    Result<> result = m_database.execute(
-        "UPDATE " + dialect.table(kStateTable) +
-        " SET last_change = last_change + 1, version = " + std::to_string(m_history.current()));
-    OdbcRows rows;
+    const std::string change = "UPDATE " + dialect.table(kStateTable) + " SET ";
+    State state;
+    Result<> result = m_database.execute(change + "last_change = last_change + 1");
     if (result)
-        result = m_database.failure(
-            m_database.connection.query("SELECT MAX(version) FROM " + dialect.table(kVersionTable), rows));
+        result = read(state);
     if (!result)
         return result;
-    from = static_cast<int>(numberIn(rows.front().front())); // another maintainer may have been first
-    result = m_database.execute(dialect.asMaintainer());
+    from = state.version; // another maintainer may have been first
+    result = m_database.execute(change + "version = " + std::to_string(m_history.current()));
+    if (result) // what was written there by others than this is not believed
+        result = m_database.execute("DELETE FROM " + dialect.table(kVersionTable) + " WHERE version > " +
+                                    std::to_string(from));
+    if (result)
+        result = m_database.execute(dialect.asMaintainer());
     for (const SchemaVersion& version : m_history.versions())
         if (result && version.number > from)
             result = addVersion(version.number);

@@ -71,13 +71,25 @@ void OdbcStore::know(std::int64_t lastChange) {
 }
 
 bool OdbcStore::isReadOnly() const {
-    return m_readOnly || m_version > m_history.current() || m_outcome == eOutcome::kUnknown;
+    return !refuseReadOnly();
 }
 
 std::string OdbcStore::whyTooNew() const {
     return m_version > m_history.current()
                ? m_database.fault(eServerFault::kNewer, std::to_string(m_version)).error
                : std::string();
+}
+
+std::string OdbcStore::whyReadOnly() const {
+    return refuseReadOnly().error;
+}
+
+Result<> OdbcStore::refuseReadOnly() const {
+    if (m_outcome == eOutcome::kUnknown)
+        return m_database.fault(eServerFault::kWaitsForOutcome);
+    if (m_version > m_history.current())
+        return {whyTooNew()};
+    return m_readOnly ? m_database.fault(eServerFault::kReadOnly) : Result<>();
 }
 
 Result<> OdbcStore::readTable(const TableSchema& table, RowArray& rows, std::vector<ReadProblem>& problems) {
@@ -115,13 +127,9 @@ void OdbcStore::endRead() {
 }
 
 Result<> OdbcStore::begin() {
-    if (m_outcome == eOutcome::kUnknown)
-        return m_database.fault(eServerFault::kWaitsForOutcome);
+    if (Result<> refused = refuseReadOnly(); !refused)
+        return refused;
     m_outcome = eOutcome::kNotStored;
-    if (m_version > m_history.current())
-        return {whyTooNew()};
-    if (m_readOnly)
-        return m_database.fault(eServerFault::kReadOnly);
     Result<> result = m_database.failure(m_database.connection.begin());
     if (result)
         result = takeTurn();
@@ -234,7 +242,7 @@ void OdbcStore::rollback() {
 }
 
 bool OdbcStore::changedOutside() {
-    if (!m_database.connection.isOpen())
+    if (!m_database.connection.isOpen() || m_outcome == eOutcome::kUnknown)
         return true;
     if (m_isReading)
         return false;
@@ -247,7 +255,7 @@ bool OdbcStore::changedOutside() {
 
 Result<> OdbcStore::readSince(StoredSince& since) {
     since = {};
-    if (m_outcome == eOutcome::kUnknown)
+    if (m_outcome == eOutcome::kUnknown || m_knownChanges < 0)
         return {};
     endRead();
     rollback();
@@ -272,8 +280,14 @@ Result<> OdbcStore::readSince(StoredSince& since) {
     return result;
 }
 
+// The next look says that something changed, but not at once.
+void OdbcStore::doubt() {
+    m_knownChanges = -1;
+    m_asked = std::chrono::steady_clock::now() + m_limits.retry;
+}
+
 // A server that gives no answer is not asked a second time.
-ServerNews OdbcStore::glance(const std::vector<RowRef>& pending) {
+ServerNews OdbcStore::glance(const std::set<RowRef>& pending) {
     using enum ServerNews::eState;
     constexpr int kLooksWithoutAnswer = 3;
     OdbcConnection& connection = m_database.connection;
@@ -301,9 +315,8 @@ ServerNews OdbcStore::glance(const std::vector<RowRef>& pending) {
 }
 
 // Who is there is asked for less often, and few rows are marked: that costs the server more.
-void OdbcStore::ask(const std::vector<RowRef>& pending) {
+void OdbcStore::ask(const std::set<RowRef>& pending) {
     constexpr int kAsksForMarks = 4;
-    constexpr std::size_t kMostMarks = 30;
     const OdbcDialect& dialect = *m_database.dialect;
     std::string sql = m_schema.lastChangeSql();
     if (std::exchange(m_line, m_database.connection.number()) != m_database.connection.number()) {
@@ -312,10 +325,8 @@ void OdbcStore::ask(const std::vector<RowRef>& pending) {
     }
     if (m_heard % kAsksForMarks == 0)
         sql = dialect.withMarks(sql);
-    std::set<RowRef> wanted = {RowRef()};
-    for (const RowRef row : pending)
-        if (wanted.size() < kMostMarks)
-            wanted.insert(row);
+    std::set<RowRef> wanted = pending;
+    wanted.insert(RowRef());
     if (!dialect.mark({}, true).empty()) {
         for (const RowRef row : m_marked)
             if (!wanted.contains(row))

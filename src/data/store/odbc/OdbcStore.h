@@ -27,6 +27,7 @@ public:
     const std::string& name() const override { return m_database.name(); }
     bool isReadOnly() const override;
     std::string whyTooNew() const override;
+    std::string whyReadOnly() const override;
     Result<> readTable(const TableSchema& table, RowArray& rows, std::vector<ReadProblem>& problems) override;
     Result<> beginRead(std::int64_t& state) override;
     void endRead() override;
@@ -41,7 +42,8 @@ public:
     bool changedOutside() override;
     Result<> readSince(StoredSince& since) override;
     bool isOnServer() const override { return true; }
-    ServerNews glance(const std::vector<RowRef>& pending) override;
+    void doubt() override;
+    ServerNews glance(const std::set<RowRef>& pending) override;
     Result<> reopen() override;
     void acknowledge() override;
 
@@ -51,8 +53,9 @@ private:
     Result<> look();
     Result<> checkState(OdbcSchema::State& state);
     void know(std::int64_t lastChange);
-    void ask(const std::vector<RowRef>& pending);
+    void ask(const std::set<RowRef>& pending);
     void hear(const OdbcRows& rows);
+    Result<> refuseReadOnly() const;
     Result<> takeTurn();
     Result<> keep();
     void findOutcome();
@@ -73,7 +76,7 @@ private:
     std::int64_t m_sequence = 0;     ///< of the open transaction; 0 where none writes
     std::uint32_t m_mark = 0;        ///< of the open transaction, or of the one whose outcome is not known
     std::int64_t m_ownChanges = 0;   ///< that this store committed
-    std::int64_t m_knownChanges = 0; ///< of others
+    std::int64_t m_knownChanges = 0; ///< of others; -1 where no state is known
     OdbcLog::Range m_range;          ///< of commits whose rows are to be read next
     eOutcome m_outcome = eOutcome::kNotStored;
     ServerNews m_news;

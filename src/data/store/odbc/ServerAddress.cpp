@@ -18,9 +18,13 @@ struct Entry {
 std::vector<Entry> entriesOf(const std::string& text) {
     std::vector<Entry> entries;
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t equals = text.find('=', at);
+        const std::size_t equals = text.find_first_of("=;", at);
         if (equals == std::string::npos)
             break;
+        if (text[equals] == ';') { // says nothing
+            at = equals + 1;
+            continue;
+        }
         const bool isBraced = equals + 1 < text.size() && text[equals + 1] == '{';
         const std::size_t closing = isBraced ? text.find('}', equals) : equals;
         const std::size_t end =
@@ -42,18 +46,30 @@ bool isSecret(const Entry& entry) {
 
 } // namespace
 
+bool ServerAddress::holdsPassword(const std::string& text) {
+    return std::ranges::any_of(entriesOf(text), isSecret);
+}
+
+bool ServerAddress::isConnection(const std::string& text) {
+    const auto says = [](const Entry& entry) {
+        const std::string key = entry.lowered();
+        return key == "driver" || key == "dsn" || key == "server" || key == "servername" ||
+               key == "database" || isSecret(entry);
+    };
+    return std::ranges::any_of(entriesOf(text), says);
+}
+
 Result<ServerAddress> ServerAddress::parse(const std::string& text, const std::string& origin) {
     ServerAddress address{{}, kUsualSchema, {}, {}};
     std::string server;
     std::string database;
+    if (holdsPassword(text))
+        return Result<>::failure(KorString::format(
+            translated("A password must not stand in %s, where others can read it; put it into the driver's "
+                       "password file or environment."),
+            {origin}));
     for (const Entry& entry : entriesOf(text)) {
         const std::string key = entry.lowered();
-        if (isSecret(entry))
-            return Result<>::failure(KorString::format(
-                translated(
-                    "A password must not stand in %s, where others can read it; put it into the driver's "
-                    "password file or environment."),
-                {origin}));
         if (key == "schema") {
             address.schema = entry.value;
             continue;

@@ -13,6 +13,11 @@ struct ServerAddress {
 
     static constexpr const char* kUsualSchema = "detailstyles";
 
+    /// Whether a text is one, good or bad, and not the name of a file: it says something of a server, or has a
+    /// password, wherever that stands in it.
+    static bool isConnection(const std::string& text);
+    /// Whether there is a password in it, which is neither shown nor written.
+    static bool holdsPassword(const std::string& text);
     /// Reads `Driver=...;Server=...;Database=...;Schema=...` or `DSN=...;Schema=...`. `origin` is where it
     /// stands, in the sentence of a failure. A password is refused: it would be read by whoever reads that.
     static Result<ServerAddress> parse(const std::string& text, const std::string& origin);

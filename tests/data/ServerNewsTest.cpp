@@ -9,19 +9,20 @@ namespace {
 using View = StructDetViewRequest;
 using News = ServerNews::eState;
 
-class ServerWatch : public testing::Test {
+class ServerNewsTest : public testing::Test {
 protected:
-    ServerWatch() {
+    ServerNewsTest() {
         m_engine.make(3);
         m_databases.addSource(kUser, open());
         m_databases.setCurrentSource(kUser);
         EXPECT_EQ(m_databases.source(kUser)->readAll().error, "");
     }
     /// By the line. Is looked at without pauses.
-    std::unique_ptr<OdbcStore> open() {
+    std::unique_ptr<OdbcStore> open(const std::string& user = DatabaseServer::kUser) {
         using namespace std::chrono_literals;
         const ServerAddress address =
-            ServerAddress::parse(DatabaseServer::connectionBy(m_line.folder(), m_schema), "a test").value;
+            ServerAddress::parse(DatabaseServer::connectionBy(m_line.folder(), m_schema, user), "a test")
+                .value;
         return OdbcStore::open(address, OdbcStore::eMode::kWrite, {2000ms, 300ms, 0ms, 0ms}).store;
     }
     void others(TableChange change) {
@@ -62,7 +63,7 @@ protected:
 
 } // namespace
 
-TEST_F(ServerWatch, WhatOthersStoreComesInByItsRowsUponWhatIsPending) {
+TEST_F(ServerNewsTest, WhatOthersStoreComesInByItsRowsUponWhatIsPending) {
     ASSERT_EQ(m_databases.setCell(kTableViewRequest, KorOdbcKey(2), 10, 44.0), WriteResult::kWritten);
     auto rows = rowsOf<View>(*m_engine.open(true));
     Rows<View> added;
@@ -100,7 +101,7 @@ TEST_F(ServerWatch, WhatOthersStoreComesInByItsRowsUponWhatIsPending) {
     EXPECT_EQ(m_databases.here()->table(kTableViewRequest).rows().size(), 2103);
 }
 
-TEST_F(ServerWatch, WhereTheTablesOfChangesCannotTellEverythingIsReadAgain) {
+TEST_F(ServerNewsTest, WhereTheTablesOfChangesCannotTellEverythingIsReadAgain) {
     constexpr std::pair<const char*, bool> kCases[] = {
         {"UPDATE view_request SET scale = 5 WHERE key = 1; UPDATE dsdb_state SET last_change = last_change + "
          "1",
@@ -122,7 +123,33 @@ TEST_F(ServerWatch, WhereTheTablesOfChangesCannotTellEverythingIsReadAgain) {
     }
 }
 
-TEST_F(ServerWatch, ABrokenLineComesBackByItselfAndBringsWhatWasMissed) {
+TEST_F(ServerNewsTest, WhatCouldNotBeReadIsTriedAgain) {
+    m_engine.run("CREATE ROLE \"" + m_schema + "_anna\" LOGIN IN ROLE \"" + m_schema + "_editor\"");
+    m_databases.addSource(kUser, open(m_schema + "_anna"));
+    ASSERT_EQ(m_databases.source(kUser)->readAll().error, "");
+    others(ofViews({newScale(1, 11, 99)}));
+    m_engine.run("DELETE FROM dsdb_change; ALTER TABLE view_request ENABLE ROW LEVEL SECURITY; "
+                 "CREATE POLICY broken ON view_request USING (1 / (key - key) > 0)");
+    lookUntil(News::kChanged);
+    EXPECT_TRUE(mentions(m_databases.refreshNoticed().at(0).error, "refused something"));
+    others(ofViews({newScale(2, 12, 22)}));
+    m_engine.run("DROP POLICY broken ON view_request; ALTER TABLE view_request DISABLE ROW LEVEL SECURITY");
+    EXPECT_EQ(scaleOf(1), 11);
+    EXPECT_EQ(readWhen(News::kChanged).error, "");
+    EXPECT_EQ(scaleOf(1), 99) << "what the failed reading missed came too";
+    EXPECT_EQ(scaleOf(2), 22);
+}
+
+TEST_F(ServerNewsTest, TheLastAuthorOfARowIsTold) {
+    StoredSince since;
+    since.authors = {{{kTableViewRequest, 1}, {"anna", "", 4}}, {{kTableViewRequest, 0}, {"bert", "", 5}}};
+    EXPECT_EQ(since.authorOf({kTableViewRequest, 1}).user, "bert") << "who wrote many rows later";
+    since.authors[{kTableViewRequest, 1}].number = 6;
+    EXPECT_EQ(since.authorOf({kTableViewRequest, 1}).user, "anna");
+    EXPECT_EQ(since.authorOf({kTableLengthClip, 1}).user, "");
+}
+
+TEST_F(ServerNewsTest, ABrokenLineComesBackByItselfAndBringsWhatWasMissed) {
     m_line.strikeAt(1, LineProxy::eTrouble::kCutBefore, true);
     lookUntil(News::kLost);
     EXPECT_TRUE(m_databases.refreshNoticed().empty());
@@ -134,7 +161,7 @@ TEST_F(ServerWatch, ABrokenLineComesBackByItselfAndBringsWhatWasMissed) {
     EXPECT_TRUE(m_databases.source(kUser)->complete().ok());
 }
 
-TEST_F(ServerWatch, OthersAndTheRowsThatTheyAreChangingAreTold) {
+TEST_F(ServerNewsTest, OthersAndTheRowsThatTheyAreChangingAreTold) {
     StyleDatabases others;
     others.addSource(kUser, open());
     others.setCurrentSource(kUser);
