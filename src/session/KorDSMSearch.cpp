@@ -17,8 +17,12 @@ namespace {
 constexpr int kField = 1003;
 constexpr int kValue = 1004;
 constexpr const char* kBetween = " › ";
-constexpr std::size_t kFewest = 2;     // letters with which values are looked for
+constexpr std::ptrdiff_t kFewest = 2;  // letters with which values are looked for
 constexpr std::size_t kTargets = 1000; // records whose users are looked for
+
+std::ptrdiff_t countLetters(std::string_view text) {
+    return std::ranges::count_if(text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; });
+}
 
 // The lesser, the earlier.
 struct Rank {
@@ -247,7 +251,7 @@ KorDSMSearchResult KorDSMSearch::find(const KorString& typed, std::size_t atMost
     findTerms(query);
     findFields(query);
     findRecords(query);
-    if (typed.trimmed().size() >= kFewest)
+    if (countLetters(typed.trimmed().view()) >= kFewest)
         findValues(query);
     KorDSMSearchResult result;
     for (const Candidate& candidate : query.best())

@@ -2,6 +2,7 @@
 
 #include "data/FreeName.h"
 #include "data/StyleDatabases.h"
+#include "data/WriteRefusal.h"
 #include "records/TableDeclarations.h"
 #include "services/Prompts.h"
 #include "session/KorDSMRecordCommands.h"
@@ -25,20 +26,23 @@ WriteResult noView() {
 KorDSMViewList::KorDSMViewList(SourceId source, std::int32_t style)
     : KorDSMEditedList(source, {kTableDetailStyle, style}, *findTable(kTableDetailStyle)) {}
 
-const StructDetailStyle& KorDSMViewList::style() const {
-    return static_cast<const StructDetailStyle&>(
-        *StyleDatabases::current().source(source())->table(kTableDetailStyle).find(KorOdbcKey(whole().key)));
+const StructDetailStyle* KorDSMViewList::style() const {
+    return static_cast<const StructDetailStyle*>(
+        StyleDatabases::current().source(source())->table(kTableDetailStyle).find(KorOdbcKey(whole().key)));
 }
 
 KorDSMViewList::Views KorDSMViewList::views() const {
     Views views;
-    std::ranges::copy_if(style().viewRequests, std::back_inserter(views),
-                         [](std::int32_t key) { return key > 0; });
+    if (const StructDetailStyle* present = style())
+        std::ranges::copy_if(present->viewRequests, std::back_inserter(views),
+                             [](std::int32_t key) { return key > 0; });
     return views;
 }
 
 std::int32_t KorDSMViewList::keyOfSlot(int slot) const {
-    const auto& slots = style().viewRequests;
+    if (!style())
+        return 0;
+    const auto& slots = style()->viewRequests;
     return static_cast<std::int32_t>(
         std::count_if(slots.begin(), slots.begin() + slot + 1, [](std::int32_t key) { return key > 0; }));
 }
@@ -71,18 +75,23 @@ KorDSMEditedList::Cell KorDSMViewList::cell(std::int32_t key, const Column& colu
     if (!column.isSlot())
         return {record(key), &column};
     int slot = 0;
-    while (slot < StructDetailStyle::kViewSlots - 1 &&
-           (style().getViewRequestAt(slot) <= 0 || keyOfSlot(slot) < key))
+    const StructDetailStyle* present = style();
+    while (present && slot < StructDetailStyle::kViewSlots - 1 &&
+           (present->getViewRequestAt(slot) <= 0 || keyOfSlot(slot) < key))
         ++slot;
     return {whole(), table().column(table().firstSlot() + slot)};
 }
 
 RowRef KorDSMViewList::record(std::int32_t key) const {
-    return {kTableViewRequest, views()[static_cast<std::size_t>(key - 1)]};
+    const Views now = views();
+    const bool isThere = key > 0 && static_cast<std::size_t>(key) <= now.size();
+    return {kTableViewRequest, isThere ? now[static_cast<std::size_t>(key - 1)] : 0};
 }
 
 WriteResult KorDSMViewList::write(const Views& views) const {
-    const auto before = style().viewRequests;
+    if (!style())
+        return WriteRefusal::noRow();
+    const auto before = style()->viewRequests;
     for (std::size_t slot = 0; slot < before.size(); ++slot) {
         const std::int32_t view = slot < views.size() ? views[slot] : 0;
         if (slot < views.size() && view <= 0)

@@ -41,7 +41,8 @@ public:
     eTableType recordTable() const override { return kTableViewRequest; }
 
 private:
-    const StructDetailStyle& style() const;
+    /// Null where others deleted it.
+    const StructDetailStyle* style() const;
     WriteResult write(const Views& views) const;
     WriteResult insertRows(std::size_t place, const std::vector<NewRow>& rows, Keys& made) override;
     /// Each copied row gets a copy of its view: the same view twice in one style is of no use.

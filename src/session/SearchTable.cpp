@@ -52,8 +52,7 @@ SearchTable::SearchTable(StyleSource& source, const TableSchema& table, bool has
                          const OtherWordings& wordings)
     : m_source(&source), m_schema(&table), m_rows(&source.table(table.type).rows()) {
     const KorString kind = KorDSMValueText::tableCaption(table);
-    m_otherKinds = wordings.of(kind);
-    m_kind = foldedAll(kind, m_otherKinds);
+    m_kind = foldedAll(kind, wordings.of(kind));
     m_names.reserve(static_cast<std::size_t>(m_rows->size()));
     for (int i = 0; i < m_rows->size(); ++i)
         m_names.add(m_rows->at(i).name);
@@ -67,8 +66,7 @@ void SearchTable::addColumn(const Column& column, const OtherWordings& wordings)
     Values& values = m_values.emplace_back();
     values.column = &column;
     const KorString caption = KorDSMValueText::columnCaption(*m_schema, column);
-    values.otherCaptions = wordings.of(caption);
-    values.caption = foldedAll(caption, values.otherCaptions);
+    values.caption = foldedAll(caption, wordings.of(caption));
     if (column.isText())
         for (int i = 0; i < m_rows->size(); ++i)
             values.texts.add(column.textIn(&m_rows->at(i)));
@@ -112,11 +110,6 @@ const SearchTable::Values* SearchTable::valuesOf(const Column& column) const {
     return found == m_values.end() ? nullptr : &*found;
 }
 
-const std::vector<KorString>& SearchTable::otherCaptions(const Column& column) const {
-    const Values* values = valuesOf(column);
-    return values ? values->otherCaptions : kNone;
-}
-
 const std::vector<KorString>& SearchTable::otherValues(const Column& column, const KorString& shown) const {
     if (const Values* values = valuesOf(column))
         for (const Choice& choice : values->choices)
@@ -135,8 +128,8 @@ void SearchTable::names(const SearchWords& words, const Take& take, const std::s
         wanted = words.words();
     std::unordered_set<std::size_t> taken;
     bool goesOn = true;
-    for (const std::string& word : wanted)
-        m_names.having(word, [&](std::size_t number) {
+    for (auto word = wanted.begin(); goesOn && word != wanted.end(); ++word)
+        m_names.having(*word, [&](std::size_t number) {
             if (!needsAll && !taken.insert(number).second)
                 return true;
             const std::string_view name = m_names.at(number);

@@ -39,11 +39,8 @@ public:
     void values(const SearchWords& words, const KeysOf& keysOf, std::size_t atMost, const Take& take) const;
 
     const StructRecord& rowAt(std::size_t index) const;
-    /// The wordings of a column's caption in other languages.
-    const std::vector<KorString>& otherCaptions(const Column& column) const;
     /// What the shown value is called in other languages.
     const std::vector<KorString>& otherValues(const Column& column, const KorString& shown) const;
-    const std::vector<KorString>& otherKinds() const { return m_otherKinds; }
 
 private:
     struct Choice {
@@ -54,7 +51,6 @@ private:
     };
     struct Values {
         const Column* column;
-        std::vector<KorString> otherCaptions;
         std::string caption; // in lower case, in all languages
         FoldedTexts texts;   // of the rows of a text column
         std::vector<Choice> choices;
@@ -70,7 +66,6 @@ private:
     StyleSource* m_source;
     const TableSchema* m_schema;
     const RowArray* m_rows;
-    std::vector<KorString> m_otherKinds;
     std::string m_kind; // in lower case, in all languages
     FoldedTexts m_names;
     std::vector<Values> m_values;
