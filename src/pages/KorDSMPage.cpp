@@ -231,7 +231,7 @@ void KorDSMPage::notifyTyping() {
     const auto fields = findChildren<KorLineEdit*>();
     DsmSetModified message;
     message.modified =
-        KorDSMUndo::canUndo() || std::ranges::any_of(fields, &KorLineEdit::isEdited) || hasEditedParts();
+        KorDSMUndo::isPending() || std::ranges::any_of(fields, &KorLineEdit::isEdited) || hasEditedParts();
     KorDSMMainWindow::sendMessage(message);
 }
 

@@ -5,9 +5,16 @@
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMDialogFactory.h"
 #include "operations/KorOdbcMan.h"
+#include "services/KorHostReport.h"
+#include "services/Prompts.h"
+#include "session/KorDSMWhereUsed.h"
 #include "session/PendingGroup.h"
 
+#include <algorithm>
+
 namespace {
+
+constexpr int kMayBeStored = 1090; // "... dropping it does not take that back."
 
 KorDSMCommit::Report walk(int (*setStatus)(eTableType, KorOdbcMan::eCopyDepth)) {
     const KorDSMBusy busy;
@@ -27,6 +34,12 @@ KorDSMCommit::Report walk(int (*setStatus)(eTableType, KorOdbcMan::eCopyDepth)) 
     if (!outcome.ok() && keptSome)
         KorOdbcMan::m_DSMReloadInfo = KorOdbcMan::m_DSMResetDetViewRequestCache = 1;
     return outcome;
+}
+
+// Something is stored while the editor goes on.
+void noteApplied() {
+    KorDSMDataStructure::m_bApplyWasPressed = true;
+    KorOdbcMan::m_DSMReloadInfo = KorOdbcMan::m_DSMResetDetViewRequestCache = 1;
 }
 
 std::size_t countConflicts(const std::vector<OutsideChange>& changes) {
@@ -116,14 +129,24 @@ KorDSMCommit::Report KorDSMCommit::keepAndGoOn() {
     if (!outcome.ok())
         return outcome;
     KorDSMDialogFactory::getDSMDataStructure().setUpdateStatus(KorDSMDataStructure::kUpToDate);
-    KorDSMDataStructure::m_bApplyWasPressed = true;
-    KorOdbcMan::m_DSMReloadInfo = 1;
-    KorOdbcMan::m_DSMResetDetViewRequestCache = 1;
+    noteApplied();
     return outcome;
+}
+
+KorString KorDSMCommit::whatMayBeStored() {
+    KorString all;
+    for (const SourceId id : StyleDatabases::current().unknownOutcomes()) {
+        const KorString sentence =
+            KorString::format(Prompts::dsm(kMayBeStored), {KorDSMWhereUsed::sourceName(id)});
+        all = all.isEmpty() ? sentence : KorString::format("%s\n%s", {all, sentence});
+    }
+    return all;
 }
 
 void KorDSMCommit::discard() {
     const KorDSMBusy busy;
+    if (const KorString left = whatMayBeStored(); !left.isEmpty())
+        KorHostReport::add(left);
     const PendingLog::Hold together(StyleDatabases::current().pending());
     for (int table = 0; table < kNumberOfTableTypes; ++table)
         KorOdbcMan::setStatusOnCancel(static_cast<eTableType>(table), KorOdbcMan::kThisRow);
@@ -171,6 +194,8 @@ std::vector<OutsideChange> KorDSMCommit::settle(const Read& read, const ChooseMi
         commands.dropWhatWasMadeFor(changes, mine);
     }
     commands.settle(changes);
+    if (std::ranges::any_of(changes, &OutsideChange::wasStored))
+        noteApplied();
     for (OutsideChange& change : changes)
         journals.complete(change);
     return changes;

@@ -23,7 +23,10 @@ public:
     static Report keepAndClose(bool applyEnabled);
     /// Keeps the changes and goes on.
     static Report keepAndGoOn();
-    /// Takes the changes back that were not kept.
+    /// One sentence for each source of which it is not known yet whether its last change was stored: taking
+    /// it back does not change that. Empty for none.
+    static KorString whatMayBeStored();
+    /// Takes the changes back that were not kept, and reports the above.
     static void discard();
     /// Whether another program seems to have changed a database since it was read.
     static bool isChangedOutside();
@@ -53,6 +56,6 @@ public:
     /// Reads, and asks `choose` where there are conflicts; what is kept of mine is made again, as the
     /// commands that it came from. Until that is done the log's observer hears of nothing: after a crash all
     /// that was pending is compared anew, and the same is asked and told. What hung on rows that are gone is
-    /// lost. Returns what was read.
+    /// lost. What turns out to be stored counts as applied. Returns what was read.
     static std::vector<OutsideChange> settle(const Read& read, const ChooseMine& choose);
 };

@@ -53,12 +53,14 @@ KorDSMEditedList::Outcome refused(const KorString& why) {
 
 CellValue KorDSMEditedList::value(std::int32_t key, const Column& column) const {
     const Cell at = cell(key, column);
-    return at.column->read(find(m_source, at.row));
+    const StructRecord* present = find(m_source, at.row);
+    return present ? at.column->read(present) : CellValue();
 }
 
 KorString KorDSMEditedList::text(std::int32_t key, const Column& column) const {
     const Cell at = cell(key, column);
-    return KorDSMValueText::toText(*findTable(at.row.table), *at.column, *find(m_source, at.row));
+    const StructRecord* present = find(m_source, at.row);
+    return present ? KorDSMValueText::toText(*findTable(at.row.table), *at.column, *present) : KorString();
 }
 
 KorString KorDSMEditedList::name(std::int32_t key) const {
@@ -82,7 +84,7 @@ KorDSMEditedList::Outcome KorDSMEditedList::change(const KorString& caption, Wri
         group.takeBack();
         if (wasAnnounced) {
             DsmSetModified message;
-            message.modified = KorDSMUndo::canUndo();
+            message.modified = KorDSMUndo::isPending();
             KorDSMMainWindow::sendMessage(message);
         }
         return {std::move(result), {}, {}, true};

@@ -131,7 +131,7 @@ std::vector<KorDSMRowChange> applied(const std::vector<PendingStep>& steps) {
     if (steps.empty())
         return {};
     DsmSetModified message;
-    message.modified = canUndo();
+    message.modified = isPending();
     KorDSMMainWindow::sendMessage(message);
     std::vector<const PendingStep*> pointers;
     for (const PendingStep& step : steps)
@@ -141,12 +141,16 @@ std::vector<KorDSMRowChange> applied(const std::vector<PendingStep>& steps) {
 
 } // namespace
 
+bool isPending() {
+    return !pending().isEmpty();
+}
+
 bool canUndo() {
-    return pending().canUndo();
+    return StyleDatabases::current().canUndo();
 }
 
 bool canRedo() {
-    return pending().canRedo();
+    return StyleDatabases::current().canRedo();
 }
 
 KorString undoText() {
@@ -192,7 +196,7 @@ std::vector<KorDSMRowChange> redo() {
 }
 
 void takeBackTo(std::size_t before) {
-    while (stepCount() > before)
+    while (stepCount() > before && canUndo())
         undo();
     StyleDatabases::current().pending().forgetTakenBack();
 }

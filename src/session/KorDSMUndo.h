@@ -13,6 +13,9 @@ class PendingLog;
 namespace KorDSMUndo {
 
 /// Whether anything is written that is not kept yet, in any source.
+bool isPending();
+/// Whether there is a step that can be taken back or brought again: not while it is to be found out what
+/// became of a commit of it.
 bool canUndo();
 bool canRedo();
 /// What the menu says, as: Undo change of Title position of "Beam A". Only "Undo" or "Redo" with nothing

@@ -26,7 +26,7 @@ void ApplyState::setApplied() {
 }
 
 void ApplyState::update() {
-    m_apply.setEnabled(KorDSMUndo::canUndo());
+    m_apply.setEnabled(KorDSMUndo::isPending());
     m_undo.update();
 }
 

@@ -6,7 +6,9 @@
 #include "services/KorHostReport.h"
 #include "services/Prompts.h"
 #include "session/KorDSMUndo.h"
+#include "session/KorDSMWhereUsed.h"
 #include "shell/ApplyState.h"
+#include "shell/StatusLine.h"
 #include "shell/TypedText.h"
 #include "shell/WindowRefresh.h"
 
@@ -18,6 +20,8 @@ namespace {
 
 constexpr int kNotKept = 210; // caption of the message about changes that could not be kept
 constexpr int kReports = 212; // caption of the list of problems
+
+constexpr int kStoredAllTheSame = 1091;
 
 constexpr int kMostShown = 6;
 
@@ -73,9 +77,13 @@ std::vector<OutsideChange> Reports::follow(const KorDSMCommit::Read& read) {
         m_refresh.follow(*rows, changes);
     else
         m_refresh.reload(changes);
-    if (KorDSMUndo::canUndo())
+    if (KorDSMUndo::isPending())
         m_applyState.setModified(true);
     m_applyState.update();
+    for (const OutsideChange& change : changes)
+        if (change.wasStored)
+            m_status.say(KorString::format(Prompts::dsm(kStoredAllTheSame),
+                                           {KorDSMWhereUsed::sourceName(change.source)}));
     return changes;
 }
 

@@ -5,14 +5,15 @@
 
 class ApplyState;
 class QWidget;
+class StatusLine;
 class WindowRefresh;
 
 /// What the user has to hear of: changes that could not be stored, what other programs changed, damage.
 class Reports {
 public:
     /// All must outlive the object; `window` is the one that tells.
-    Reports(QWidget& window, ApplyState& applyState, WindowRefresh& refresh)
-        : m_window(window), m_applyState(applyState), m_refresh(refresh) {}
+    Reports(QWidget& window, StatusLine& status, ApplyState& applyState, WindowRefresh& refresh)
+        : m_window(window), m_status(status), m_applyState(applyState), m_refresh(refresh) {}
 
     /// Whether servers are asked what others stored, and waited for, or what is known already is enough.
     enum class eLook { kAsk, kNoticed };
@@ -32,6 +33,7 @@ public:
 
 private:
     QWidget& m_window;
+    StatusLine& m_status;
     ApplyState& m_applyState;
     WindowRefresh& m_refresh;
     KorDSMReadProblems m_readProblems;

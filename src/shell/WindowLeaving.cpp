@@ -43,12 +43,13 @@ void WindowLeaving::apply() {
 }
 
 WindowLeaving::eAnswer WindowLeaving::askAboutPending() {
-    if (!KorDSMDialogFactory::options().asksBeforeLeaving || !KorDSMUndo::canUndo())
+    if (!KorDSMDialogFactory::options().asksBeforeLeaving || !KorDSMUndo::isPending())
         return eAnswer::kNotAsked;
     const std::vector<KorString> steps = KorDSMUndo::undoSteps(std::numeric_limits<std::size_t>::max());
     const auto number = static_cast<std::int64_t>(steps.size());
-    const KorString question =
-        KorString::format(Prompts::counted(kChanges, number), {KorString::number(number)});
+    KorString question = KorString::format(Prompts::counted(kChanges, number), {KorString::number(number)});
+    if (const KorString left = KorDSMCommit::whatMayBeStored(); !left.isEmpty())
+        question = KorString::format("%s\n\n%s", {question, left});
     constexpr eAnswer kAnswers[] = {eAnswer::kKeep, eAnswer::kDrop, eAnswer::kGoOn};
     return kAnswers[askAboutChanges(&m_window, Prompts::dsm(kLeavingCaption), question, steps,
                                     {kKeepChanges, kDropChanges, kGoOnEditing})];
@@ -138,5 +139,5 @@ WindowLeaving::eWay WindowLeaving::use() {
 }
 
 bool WindowLeaving::mayEscape() const {
-    return !m_applyState.isModified() && !KorDSMUndo::canUndo();
+    return !m_applyState.isModified() && !KorDSMUndo::isPending();
 }

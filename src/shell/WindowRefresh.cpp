@@ -119,8 +119,10 @@ void WindowRefresh::follow(const std::vector<KorDSMRowChange>& changes) {
 
 void WindowRefresh::follow(const std::vector<KorDSMRowChange>& changes,
                            const std::vector<OutsideChange>& read) {
-    for (const OutsideChange& change : read)
+    for (const OutsideChange& change : read) {
         m_navigation.renumber(change.source, change.newKeys);
+        m_places.renumber(change.source, change.newKeys);
+    }
     follow(changes);
 }
 

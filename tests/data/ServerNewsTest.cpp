@@ -127,6 +127,7 @@ TEST_F(ServerNewsTest, WhatCouldNotBeReadIsTriedAgain) {
     m_engine.run("CREATE ROLE \"" + m_schema + "_anna\" LOGIN IN ROLE \"" + m_schema + "_editor\"");
     m_databases.addSource(kUser, open(m_schema + "_anna"));
     ASSERT_EQ(m_databases.source(kUser)->readAll().error, "");
+    m_databases.setCell(kTableViewRequest, KorOdbcKey(3), 10, 44.0);
     others(ofViews({newScale(1, 11, 99)}));
     m_engine.run("DELETE FROM dsdb_change; ALTER TABLE view_request ENABLE ROW LEVEL SECURITY; "
                  "CREATE POLICY broken ON view_request USING (1 / (key - key) > 0)");

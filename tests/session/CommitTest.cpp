@@ -5,6 +5,8 @@
 #include "data/pending/RecoveryFile.h"
 #include "session/KorDSMCommit.h"
 #include "session/KorDSMEditedList.h"
+#include "session/KorDSMUndo.h"
+#include "support/LineProxy.h"
 
 namespace {
 
@@ -74,6 +76,42 @@ INSTANTIATE_TEST_SUITE_P(Stores, Commit, testing::Values("file", "postgresql"),
                          [](const auto& each) { return std::string(each.param); });
 
 } // namespace
+
+TEST_P(Commit, WhatTurnsOutToBeStoredCountsAsAppliedAndIsNotTakenBackBefore) {
+    if (std::string(GetParam()) != "postgresql")
+        GTEST_SKIP() << "no line can break";
+    using namespace std::chrono_literals;
+    LineProxy line(DatabaseServer::instance().socket());
+    const std::string schema = static_cast<OdbcEngine&>(*engine).address().schema;
+    const ServerAddress address =
+        ServerAddress::parse(DatabaseServer::connectionBy(line.folder(), schema), "a test").value;
+    databases.addSource(SourceId::user(),
+                        OdbcStore::open(address, OdbcStore::eMode::kWrite, {2000ms, 300ms}).store);
+    int commit = 0;
+    for (const char* text : {"first", "second"}) {
+        change(SourceId::user(), text);
+        commit = -line.requests();
+        ASSERT_TRUE(KorDSMCommit::keepAndGoOn().ok());
+        commit += line.requests();
+    }
+    change(SourceId::user(), "third");
+    clearFlags();
+    KorDSMDataStructure::m_bApplyWasPressed = false;
+    line.strikeAt(commit, LineProxy::eTrouble::kCutAfter, true);
+    EXPECT_EQ(KorDSMCommit::keepAndGoOn().failed.size(), 1U);
+    EXPECT_FALSE(KorDSMUndo::canUndo());
+    EXPECT_TRUE(KorDSMUndo::undo().empty());
+    EXPECT_TRUE(KorDSMUndo::isPending());
+    EXPECT_TRUE(mentions(KorDSMCommit::whatMayBeStored().toStdString(), "User"));
+    EXPECT_EQ(flags(), Flags(0, 0));
+    line.mend();
+    KorDSMCommit::settle(&KorDSMCommit::readChanged,
+                         [](const std::vector<OutsideChange>& changes) { return changes; });
+    EXPECT_FALSE(KorDSMUndo::isPending());
+    EXPECT_EQ(KorDSMCommit::whatMayBeStored(), "");
+    EXPECT_EQ(flags(), Flags(1, 1));
+    EXPECT_TRUE(KorDSMDataStructure::m_bApplyWasPressed);
+}
 
 TEST_P(Commit, OkTellsTheHostToDropItsViewsOnlyWhereSomethingWasPending) {
     EXPECT_TRUE(KorDSMCommit::keepAndClose(false).ok());

@@ -1,5 +1,6 @@
 #include "SampleSession.h"
 
+#include "session/KorDSMCommit.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMItemUpdate.h"
 #include "session/KorDSMUndo.h"
@@ -117,6 +118,37 @@ TEST_F(Undo, TellsWhichRowsAreDifferentAndWhetherAnythingIsLeft) {
     EXPECT_EQ(KorDSMUndo::redo().at(0).kind, eKind::kAppended);
     EXPECT_FALSE(KorDSMUndo::canRedo());
     EXPECT_EQ(modified, true);
+}
+
+TEST_F(Undo, WhatOthersStoreLeavesTheStepsThatStillFit) {
+    const RowRef post{kTableDetailStyle, row<StructDetailStyle>(kUser, "HB post 1:15")->key};
+    KorDSMGuardedWrite::setAttributeInt(post.table, KorOdbcKey(post.key), 6, 2);
+    const int step = KorDSMUndo::lastStep();
+    KorDSMDatabaseItem& style = item<StructDetailStyle>(kUser, "HB post 1:15");
+    ASSERT_TRUE(KorDSMItemCommands::copyItem(style, "Copy").isStored());
+    ASSERT_TRUE(KorDSMItemCommands::renameItem(item<StructDetailStyle>(kUser, "Copy"), "Same").isStored());
+    KorDSMUndo::undo();
+    KorDSMUndo::undo();
+    const auto others = [&](const std::string& sql) {
+        OtherProgram(file("user.dsdb")).run(sql);
+        const auto read = KorDSMCommit::settle(
+            &KorDSMCommit::readChanged, [](const std::vector<OutsideChange>& changes) { return changes; });
+        EXPECT_EQ(read.size(), 1U);
+        EXPECT_EQ(KorDSMUndo::lastStep(), step);
+    };
+    others("UPDATE detail_style SET description = 'theirs' WHERE name <> 'HB post 1:15'");
+    EXPECT_EQ(KorDSMUndo::redoSteps(5).size(), 2U);
+    EXPECT_FALSE(KorDSMUndo::redo().empty());
+    EXPECT_FALSE(KorDSMUndo::redo().empty());
+    EXPECT_NE(row<StructDetailStyle>(kUser, "Same"), nullptr);
+    KorDSMUndo::undo();
+    KorDSMUndo::undo();
+    const std::string another =
+        " WHERE key = (SELECT MAX(key) FROM detail_style WHERE name <> 'HB post 1:15')";
+    others("UPDATE detail_style SET name = 'Same'" + another);
+    EXPECT_EQ(KorDSMUndo::redoSteps(5).size(), 1U) << "the name of the renaming is taken";
+    others("UPDATE detail_style SET name = 'Copy'" + another);
+    EXPECT_FALSE(KorDSMUndo::canRedo());
 }
 
 TEST_F(Undo, TheItemsFollowEveryCommandThereAndBack) {

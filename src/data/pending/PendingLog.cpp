@@ -268,8 +268,7 @@ std::vector<PendingCommand> PendingLog::redoable(std::size_t most) const {
     return commands;
 }
 
-PendingLog::Trial::Trial(PendingLog& log)
-    : m_log(log), m_takenBack(log.takenBack()) {
+PendingLog::Trial::Trial(PendingLog& log) : m_log(log), m_takenBack(log.takenBack()) {
     ++m_log.m_holds;
     m_log.forgetTakenBack();
 }

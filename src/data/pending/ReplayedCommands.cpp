@@ -106,8 +106,8 @@ bool ReplayedCommands::isMadeFor(const OutsideChange& change, RowRef row, const 
 
 void ReplayedCommands::settle(const std::vector<OutsideChange>& changes) {
     letStand(changes);
-    const bool isAsked = std::ranges::any_of(
-        changes, [](const OutsideChange& change) { return !change.conflicts.empty(); });
+    const bool isAsked =
+        std::ranges::any_of(changes, [](const OutsideChange& change) { return !change.conflicts.empty(); });
     if (!m_bringsBack && !isAsked)
         m_databases.pending().setTakenBack(stepsThatHold(m_databases, m_takenBack));
 }
@@ -266,7 +266,8 @@ PendingLog::Commands ReplayedCommands::commands() const {
     std::size_t i = 0;
     for (std::size_t command = 0; command < m_labels.size(); ++command) {
         Steps steps;
-        const int group = i < m_firstLost ? m_made[i].step.group : 0; // what comes from another log gets a new one
+        const int group =
+            i < m_firstLost ? m_made[i].step.group : 0; // what comes from another log gets a new one
         for (; i < m_made.size() && m_made[i].command == command; ++i)
             if (const Made& made = m_made[i]; made.now)
                 steps.push_back(*made.now);

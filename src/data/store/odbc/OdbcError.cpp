@@ -17,8 +17,8 @@ constexpr Meaning kStates[] = {
     {"IM002", kNoDriver}, {"IM003", kNoDriver},   {"IM004", kNoDriver}, {"IM005", kNoDriver},
     {"28", kLogin},       {"3D000", kNoDatabase}, {"3F000", kNoSchema}, {"42P01", kNoSchema},
     {"42S02", kNoSchema}, {"42501", kRights},     {"55P03", kLocked},   {"40", kLocked},
-    {"HYT00", kLocked},   {"23505", kKeyTaken}, {"23000", kKeyTaken},      {"08", kLost},        {"57P0", kLost},
-    {"25P03", kLost},
+    {"HYT00", kLocked},   {"23505", kKeyTaken},   {"23000", kKeyTaken}, {"08", kLost},
+    {"57P0", kLost},      {"25P03", kLost},
 };
 
 // While connecting everything has one state, and only the words differ.

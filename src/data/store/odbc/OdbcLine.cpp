@@ -173,8 +173,8 @@ OdbcError OdbcLine::select(const std::string& sql, const std::vector<std::size_t
     if (OdbcError error = openStatement())
         return error;
     const std::size_t room = std::accumulate(rooms.begin(), rooms.end(), std::size_t{0});
-    m_rowsOfBlock = rooms.empty() ? kRowsOfSmallBlock
-                                  : std::clamp<std::size_t>(kBytesOfBlock / room, 1, kRowsOfBlock);
+    m_rowsOfBlock =
+        rooms.empty() ? kRowsOfSmallBlock : std::clamp<std::size_t>(kBytesOfBlock / room, 1, kRowsOfBlock);
     library.setStmtAttr(m_statement, SQL_ATTR_ROW_ARRAY_SIZE, asPointer(m_rowsOfBlock), 0);
     library.setStmtAttr(m_statement, SQL_ATTR_ROWS_FETCHED_PTR, &m_fetched, 0);
     SQLSMALLINT columns = 0;

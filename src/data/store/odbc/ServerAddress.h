@@ -13,8 +13,8 @@ struct ServerAddress {
 
     static constexpr const char* kUsualSchema = "detailstyles";
 
-    /// Whether a text is one, good or bad, and not the name of a file: it says something of a server, or has a
-    /// password, wherever that stands in it.
+    /// Whether a text is one, good or bad, and not the name of a file: it says something of a server, or has
+    /// a password, wherever that stands in it.
     static bool isConnection(const std::string& text);
     /// Whether there is a password in it, which is neither shown nor written.
     static bool holdsPassword(const std::string& text);
