@@ -1,40 +1,46 @@
 #include "model/KorProgressCtrl.h"
 
 #include "base/EditorSession.h"
-
-#include <utility>
+#include "model/KorDSMMessages.h"
 
 namespace {
 
+constexpr int kNotShown = -2;
+constexpr int kNothingYet = -1;
+
 struct Progress {
-    KorProgressCtrl::Display display;
-    int percent = -1;
+    KorString text;
+    int percent = kNotShown;
 };
 
 Progress& progress() {
     return EditorSession::currentPart<Progress>();
 }
 
-} // namespace
-
-void KorProgressCtrl::install(Display display) {
-    progress() = {std::move(display)};
+void tell(DsmProgress::eState state, int percent = 0) {
+    DsmProgress message;
+    message.state = state;
+    message.percent = percent;
+    message.text = progress().text;
+    KorDSMMainWindow::sendMessage(message);
 }
 
+} // namespace
+
 void KorProgressCtrl::activate(const KorString& text) {
-    progress().percent = -1;
-    if (progress().display.activate)
-        progress().display.activate(text);
+    progress() = {text, kNothingYet};
+    tell(DsmProgress::kStart);
 }
 
 void KorProgressCtrl::setPercentage(int percent, int step) {
     const int reached = percent + step;
-    if (std::exchange(progress().percent, reached) != reached && progress().display.setPercentage)
-        progress().display.setPercentage(reached);
+    if (progress().percent == kNotShown || progress().percent == reached)
+        return;
+    progress().percent = reached;
+    tell(DsmProgress::kStep, reached);
 }
 
 void KorProgressCtrl::reset() {
-    progress().percent = -1;
-    if (progress().display.reset)
-        progress().display.reset();
+    progress() = {};
+    tell(DsmProgress::kDone, 100);
 }
