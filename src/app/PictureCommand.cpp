@@ -142,9 +142,10 @@ int pictureCommand(DataFolder& folder, const DrawingOptions& options) {
     page.highlighted = places.value;
     if (options.sheet)
         page = StyleSheet::pageOf(page, drawing, row.source, row.key);
-    if (!KorTextFile::replace(std::filesystem::absolute(target), DrawingFile::bytes(target, page),
-                              options.overwrite))
-        return failed(KorString::format(translated("\"%s\" could not be written."), {options.file}));
+    const Result<> written = KorTextFile::replace(std::filesystem::absolute(target),
+                                                  DrawingFile::bytes(target, page), options.overwrite);
+    if (!written)
+        return failed(written.error);
     report(drawing, places.value.size(), options);
     return complainOfReading() || lost ? kExitFailed : kExitDone;
 }

@@ -41,7 +41,7 @@ bool writePicture(const QPixmap& picture, const std::string& file, bool mayRepla
                              [](const std::string&, int handle) { return isPicture(handle); });
     return !error && picture.save(&buffer, "PNG") &&
            std::filesystem::is_directory(target.parent_path(), error) &&
-           KorTextFile::replace(target, bytes.toStdString(), mayReplace);
+           KorTextFile::replace(target, bytes.toStdString(), mayReplace).ok();
 }
 
 // Messages were told on the terminal already; nobody is there to close them.

@@ -3,21 +3,14 @@
 #include "base/KorAssert.h"
 #include "base/Translation.h"
 #include "data/store/LockWait.h"
+#include "data/store/ReadTransaction.h"
 
 #include <algorithm>
 #include <limits>
 #include <utility>
 
-// One read transaction of the store.
-struct StyleSource::Reading {
-    explicit Reading(StyleStore& opened) : store(opened), result(store.beginRead(state)) {}
-    ~Reading() { store.endRead(); }
-    Reading(const Reading&) = delete;
-    Reading& operator=(const Reading&) = delete;
-
-    StyleStore& store;
-    std::int64_t state = 0;
-    Result<> result;
+struct StyleSource::Reading : ReadTransaction {
+    using ReadTransaction::ReadTransaction;
 };
 
 StyleTable& StyleSource::table(eTableType type) {
@@ -42,7 +35,7 @@ bool StyleSource::read(const TableSchema& schema, const Reading& reading) {
     if (!slot)
         slot = std::make_unique<StyleTable>(schema);
     std::vector<ReadProblem> problems;
-    Result<> result = reading.result;
+    Result<> result = reading.result();
     if (result)
         result = reading.store.readTable(schema, slot->rowsToFill(), problems);
     if (!result) {
@@ -61,8 +54,8 @@ bool StyleSource::read(const TableSchema& schema, const Reading& reading) {
     if (const std::string tooNew = reading.store.whyTooNew(); !tooNew.empty())
         note(tooNew);
     m_problems.insert(m_problems.end(), problems.begin(), problems.end());
-    m_isOutdated = m_isOutdated || m_state.value_or(reading.state) != reading.state;
-    m_state = reading.state;
+    m_isOutdated = m_isOutdated || m_state.value_or(reading.state()) != reading.state();
+    m_state = reading.state();
     return true;
 }
 
@@ -85,8 +78,8 @@ Result<> StyleSource::readAll() {
     }
     if (m_isAllRead)
         return {};
-    if (const Reading reading(*m_store); !reading.result)
-        return reading.result;
+    if (const Reading reading(*m_store); !reading.result())
+        return reading.result();
     return Result<>::failure(
         KorString::format(translated("The style database \"%s\" was changed by another program while it "
                                      "was being read, so nothing was done; try again."),

@@ -5,7 +5,6 @@
 #include "session/KorDSMPasswords.h"
 
 #include <algorithm>
-#include <fstream>
 
 SourceSettings::SourceSettings(const std::filesystem::path& folder) : m_file(folder / "sources.ini") {
     std::error_code none;
@@ -133,18 +132,7 @@ Result<> SourceSettings::write(const std::filesystem::path& folder,
             written += "[" + source + "]\n" + lineOf(text);
     if (lines.empty() && written.empty())
         return {};
-    const std::filesystem::path beside = file.string() + ".new";
-    std::ofstream output(beside, std::ios::binary | std::ios::trunc);
-    output << written;
-    output.close();
-    if (output)
-        std::filesystem::rename(beside, file, none);
-    if (output && !none)
-        return {};
-    std::filesystem::remove(beside, none);
-    return Result<>::failure(
-        KorString::format(translated("\"%s\" cannot be written; look whether you may write into its folder."),
-                          {file.string()}));
+    return KorTextFile::replace(file, written);
 }
 
 SourceSettings::Checked SourceSettings::check(const ServerAddress& address) {

@@ -1,22 +1,11 @@
 #include "data/exchange/CopiedDatabase.h"
 
 #include "base/Translation.h"
+#include "data/store/ReadTransaction.h"
 
 #include <algorithm>
 
 namespace {
-
-/// One read transaction.
-struct Reading {
-    explicit Reading(StyleStore& opened) : store(opened), result(store.beginRead(state)) {}
-    ~Reading() { store.endRead(); }
-    Reading(const Reading&) = delete;
-    Reading& operator=(const Reading&) = delete;
-
-    StyleStore& store;
-    std::int64_t state = 0;
-    Result<> result;
-};
 
 // Values outside their range are values all the same.
 Result<> readWhole(StyleStore& store, const TableSchema& table, RowArray& rows) {
@@ -35,8 +24,8 @@ Result<> readWhole(StyleStore& store, const TableSchema& table, RowArray& rows) 
 Result<> CopiedDatabase::copy(StyleStore& from, StyleStore& to, const Progress& progress) {
     if (std::string tooNew = from.whyTooNew(); !tooNew.empty())
         return {std::move(tooNew)};
-    const Reading reading(from);
-    Result<> result = reading.result;
+    const ReadTransaction reading(from);
+    Result<> result = reading.result();
     for (auto table = allTables().begin(); result && table != allTables().end(); ++table) {
         const auto rows = table->makeRows();
         result = readWhole(from, *table, *rows);
@@ -55,8 +44,8 @@ Result<> CopiedDatabase::copy(StyleStore& from, StyleStore& to, const Progress& 
 }
 
 Result<> CopiedDatabase::refuseRows(StyleStore& to) {
-    const Reading reading(to);
-    Result<> result = reading.result;
+    const ReadTransaction reading(to);
+    Result<> result = reading.result();
     for (auto table = allTables().begin(); result && table != allTables().end(); ++table) {
         const auto rows = table->makeRows();
         result = readWhole(to, *table, *rows);

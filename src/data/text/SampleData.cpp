@@ -1,5 +1,6 @@
 #include "data/text/SampleData.h"
 
+#include "base/FileFailure.h"
 #include "base/Translation.h"
 #include "data/text/TextForm.h"
 
@@ -10,16 +11,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-Result<> systemFailure(const KorString& pattern, const fs::path& path, const std::error_code& error) {
-    return Result<>::failure(KorString::format(pattern, {path.string(), error.message()}));
-}
-
 Result<> makeFolder(const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder, error);
-    return error ? systemFailure(translated("The folder \"%s\" could not be written (%s); check the "
-                                            "permissions and the free space."),
-                                 folder, error)
+    return error ? Result<>::failure(
+                       KorString::format(translated("The folder \"%s\" could not be written (%s); check the "
+                                                    "permissions and the free space."),
+                                         {folder.string(), error.message()}))
                  : Result<>();
 }
 
@@ -42,10 +40,7 @@ Result<> copyMissing(const fs::path& from, const fs::path& to) {
     fs::copy_file(from, part, fs::copy_options::overwrite_existing, error);
     if (!error)
         fs::rename(part, to, error);
-    return error ? systemFailure(translated("The file \"%s\" could not be written (%s); check the "
-                                            "permissions and the free space."),
-                                 to, error)
-                 : Result<>();
+    return error ? fileNotWritten(to, error) : Result<>();
 }
 
 Result<> copyFiles(const fs::path& from, const fs::path& to) {

@@ -197,7 +197,7 @@ void KOSettings::store() {
     std::string text;
     for (const Line& line : m_lines)
         text.append(line.text.view()).append("\n");
-    const bool failedBefore = std::exchange(m_writeFailed, !KorTextFile::replace(m_file, text));
+    const bool failedBefore = std::exchange(m_writeFailed, !KorTextFile::replace(m_file, text).ok());
     if (m_writeFailed && !failedBefore)
         KorHostReport::add(kCannotWrite, m_file.string());
 }

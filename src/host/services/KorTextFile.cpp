@@ -1,8 +1,10 @@
 #include "services/KorTextFile.h"
 
+#include "base/FileFailure.h"
 #include "base/TemporaryFile.h"
 #include "base/WriteAll.h"
 
+#include <cerrno>
 #include <fstream>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -31,28 +33,36 @@ bool readLines(const fs::path& file, std::vector<KorString>& lines, std::uintmax
 
 namespace {
 
-bool writeInto(int descriptor, const std::string& text, const fs::path& original) {
+// Returns 0, or the errno.
+int writeInto(int descriptor, const std::string& text, const fs::path& original) {
     struct stat status {};
-    if (::stat(original.c_str(), &status) == 0 && ::fchmod(descriptor, status.st_mode & 07777) != 0)
-        return false;
-    return writeAll(descriptor, text);
+    const bool keepsMode =
+        ::stat(original.c_str(), &status) != 0 || ::fchmod(descriptor, status.st_mode & 07777) == 0;
+    return keepsMode && writeAll(descriptor, text) ? 0 : errno != 0 ? errno : EIO;
+}
+
+Result<> failed(const fs::path& file, int code) {
+    return fileNotWritten(file, std::error_code(code, std::generic_category()));
 }
 
 } // namespace
 
-bool replace(const fs::path& file, const std::string& text, bool mayReplace) {
+Result<> replace(const fs::path& file, const std::string& text, bool mayReplace) {
     std::error_code error;
     const fs::path target = fs::is_symlink(file, error) ? fs::weakly_canonical(file, error) : file;
     if (const fs::file_status present = fs::symlink_status(target, error); // a link to nothing is one still
         fs::exists(present) && !fs::is_regular_file(present))
-        return false;
+        return failed(file, fs::is_directory(present) ? EISDIR : EEXIST);
     fs::create_directories(target.parent_path(), error);
     removeLeftTemporaryFiles(target.parent_path().string(),
                              [&](const std::string& name, int) { return target.filename() == name; });
     TemporaryFile temporary; // of its own: two programs may write at the same time
-    if (temporary.create(target.string(), 0644) != 0 || !writeInto(temporary.handle(), text, target))
-        return false;
-    return temporary.publish(target.string(), mayReplace) == 0;
+    int code = temporary.create(target.string(), 0644);
+    if (code == 0)
+        code = writeInto(temporary.handle(), text, target);
+    if (code == 0)
+        code = temporary.publish(target.string(), mayReplace);
+    return code == 0 ? Result<>() : failed(file, code);
 }
 
 KorString lineList(const std::vector<int>& numbers) {

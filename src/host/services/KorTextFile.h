@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/KorString.h"
+#include "base/Result.h"
 
 #include <filesystem>
 #include <vector>
@@ -16,9 +16,9 @@ bool readLines(const std::filesystem::path& file, std::vector<KorString>& lines,
 
 /// Replaces the file's content as a whole: a temporary file beside it is written, synced and renamed. Makes
 /// the folder when it is missing, keeps the file's permissions, and follows a symbolic link. Never replaces
-/// anything but an ordinary file, and where `mayReplace` is false nothing at all. Returns false when that is
-/// not possible; the old file is then untouched.
-bool replace(const std::filesystem::path& file, const std::string& text, bool mayReplace = true);
+/// anything but an ordinary file, and where `mayReplace` is false nothing at all. After a failure the old
+/// file is untouched.
+Result<> replace(const std::filesystem::path& file, const std::string& text, bool mayReplace = true);
 
 /// Line numbers as a report names them: "3, 8, 12"; after the fifth, dots.
 KorString lineList(const std::vector<int>& numbers);
