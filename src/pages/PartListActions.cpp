@@ -1,0 +1,151 @@
+#include "pages/PartListActions.h"
+
+#include "controls/KorButtonGroup.h"
+#include "controls/KorMFCGridCtrl.h"
+#include "controls/KorPictures.h"
+#include "controls/KorQt.h"
+#include "pages/KorDSMPage.h"
+#include "pages/ListEffect.h"
+#include "pages/PartClipboard.h"
+#include "pages/PartListCommands.h"
+#include "pages/PartListRows.h"
+#include "pages/RecordButtons.h"
+#include "services/Prompts.h"
+#include "session/KorDSMValueText.h"
+
+#include <QKeyEvent>
+#include <QMenu>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kGoTo = 583; // "Go to "%s""
+constexpr int kNewFor = 625;
+constexpr int kCopyFor = 626;
+constexpr int kPasteOnly = 767;
+
+} // namespace
+
+PartListActions::PartListActions(KorDSMPage& page, KorMFCGridCtrl& grid, KorButtonGroup& buttons,
+                                 const PartListRows& rows)
+    : m_page(page), m_grid(grid), m_buttons(buttons), m_rows(rows) {
+    addButtons();
+    m_grid.setContextMenuPolicy(Qt::CustomContextMenu);
+    m_grid.installEventFilter(this);
+    connect(&m_grid, &QWidget::customContextMenuRequested, this, &PartListActions::showMenu);
+    connect(&m_grid, &QTableWidget::itemSelectionChanged, this, &PartListActions::refresh);
+}
+
+void PartListActions::addButtons() {
+    m_buttons.setIconSize({16, 16});
+    for (const PartListCommand& command : PartListCommand::all()) {
+        if (command.bitmap == 0)
+            continue;
+        const KorString text = Prompts::dsm(command.prompt);
+        m_buttons.addButton(command.button, text, KorPictures::bitmap(command.bitmap));
+        m_buttons.setButtonText(command.button, text, command.key);
+    }
+    connect(&m_buttons, &KorButtonGroup::buttonPressed, this, [this](int id) {
+        for (const PartListCommand& command : PartListCommand::all())
+            if (command.button == id)
+                run(command);
+    });
+}
+
+KorDSMEditedList::Keys PartListActions::selected() const {
+    return m_rows.keysAt(m_grid.selectedRows());
+}
+
+bool PartListActions::canDo(const PartListCommand& command) const {
+    return m_rows.list && (command.onlyReads || m_page.isEditable()) &&
+           (!command.needsRows || !m_grid.selectedRows().empty()) &&
+           (!command.needsOrder || m_rows.list->isOrdered());
+}
+
+void PartListActions::refresh() {
+    for (const PartListCommand& command : PartListCommand::all())
+        if (m_buttons.button(command.button))
+            m_buttons.enableButton(command.button, canDo(command));
+}
+
+void PartListActions::run(const PartListCommand& command) {
+    m_grid.commitEdit();
+    if (canDo(command))
+        Q_EMIT done(command.act(*m_rows.list, selected(), *m_grid.window()));
+}
+
+bool PartListActions::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != &m_grid ||
+        (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride))
+        return QObject::eventFilter(watched, event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    // The window renames by the key that edits a cell here.
+    if (key->key() == Qt::Key_F2 && event->type() == QEvent::ShortcutOverride) {
+        event->accept();
+        return true;
+    }
+    const auto command =
+        std::ranges::find(PartListCommand::all(), QKeySequence(key->keyCombination()), &PartListCommand::key);
+    if (command == PartListCommand::all().end())
+        return QObject::eventFilter(watched, event);
+    // The keys are the list's also where the window has them for something else.
+    event->accept();
+    if (event->type() == QEvent::KeyPress)
+        run(*command);
+    return true;
+}
+
+// What a cell refers to: the way there, and a new one in its place.
+void PartListActions::addForCell(QMenu& menu, int row, int place) {
+    const Column* pointedAt = m_rows.columnAt(place);
+    if (!pointedAt || !pointedAt->isReference())
+        return;
+    const bool isChosen = m_rows.referenceAt(row, *pointedAt) > 0;
+    if (isChosen)
+        menu.addAction(toQt(KorString::format(Prompts::dsm(kGoTo),
+                                              {KorDSMValueText::shortName(m_grid.getCellText(row, place))})),
+                       this, [this, row, place] { Q_EMIT cellOpened(row, place); });
+    const auto [user, column] = m_rows.list->cell(m_rows.keyAt(row), *pointedAt);
+    const KorDSMRecordUse::Use use{user, column, {}};
+    if (RecordButtons::areFor(*use.column) && m_page.isEditable() && !m_rows.isDetail(*use.column)) {
+        menu.addAction(toQt(Prompts::dsm(kNewFor)), this,
+                       [this, use] { RecordButtons::makeFor(m_page, use); });
+        if (isChosen)
+            menu.addAction(toQt(Prompts::dsm(kCopyFor)), this,
+                           [this, use] { RecordButtons::copyFor(m_page, use); });
+    }
+    menu.addSeparator();
+}
+
+// One aspect of copied rows alone, for the selected ones.
+void PartListActions::addPasteOnly(QMenu& menu) {
+    KorDSMEditedList& list = *m_rows.list;
+    if (!list.hasNames())
+        return;
+    QMenu* only = menu.addMenu(toQt(Prompts::dsm(kPasteOnly)));
+    only->setEnabled(m_page.isEditable() && !m_grid.selectedRows().empty() && PartClipboard::holds(list));
+    for (const Column* column : list.cells())
+        only->addAction(toQt(KorDSMValueText::columnCaption(list.table(), *column)), this, [this, column] {
+            Q_EMIT done(PartListCommand::pasteColumn(*m_rows.list, selected(), *column, *m_grid.window()));
+        });
+}
+
+void PartListActions::showMenu(const QPoint& position) {
+    if (!m_rows.list)
+        return;
+    QMenu menu;
+    const QModelIndex cell = m_grid.indexAt(position);
+    if (cell.isValid())
+        addForCell(menu, cell.row(), cell.column());
+    for (const PartListCommand& command : PartListCommand::all()) {
+        QAction* action =
+            menu.addAction(toQt(Prompts::dsm(command.prompt)), this, [this, &command] { run(command); });
+        action->setShortcut(command.key);
+        action->setEnabled(canDo(command));
+    }
+    addPasteOnly(menu);
+    if (m_effect && cell.isValid())
+        m_effect->addTo(menu, m_rows.keyAt(cell.row()));
+    menu.exec(m_grid.viewport()->mapToGlobal(position));
+}
