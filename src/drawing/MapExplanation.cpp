@@ -131,19 +131,6 @@ std::vector<EntryCount> MapExplanation::counts() {
     return counts;
 }
 
-std::vector<int> MapExplanation::unmatched() {
-    Entries asked = entries();
-    std::erase_if(asked, [&](const auto* entry) { return m_off.contains(entry->key); });
-    ObjectMatch::Decider decider(m_rows, std::move(asked));
-    std::vector<int> none;
-    for (const int object : m_objects) {
-        const auto decision = decider.decide(m_part.objects[static_cast<std::size_t>(object)]);
-        if (!decision.entry && !decision.isUnknown)
-            none.push_back(object);
-    }
-    return none;
-}
-
 std::vector<EntryReason> MapExplanation::reasonsFor(int index) {
     const PartObject& object = m_part.objects.at(static_cast<std::size_t>(index));
     std::vector<EntryReason> reasons;
@@ -220,15 +207,4 @@ std::vector<QualifierCount> SetExplanation::counts() {
         }
     }
     return counts;
-}
-
-std::string SetExplanation::whyFor(int object) {
-    const Answered answered =
-        answerOf(m_rows, AskedSet::of(m_rows, m_set), m_part.objects.at(static_cast<std::size_t>(object)));
-    return (answered.answer == eAnswer::kYes ? translated("It fits.") : answered.why).toStdString();
-}
-
-std::int32_t SetExplanation::culpritFor(int object) {
-    return answerOf(m_rows, AskedSet::of(m_rows, m_set), m_part.objects.at(static_cast<std::size_t>(object)))
-        .culprit;
 }

@@ -44,8 +44,6 @@ public:
 
     /// All entries, in the order in which they are asked.
     std::vector<EntryCount> counts();
-    /// The objects that no entry fits.
-    std::vector<int> unmatched();
     /// For one object of the part: all entries in their order, each with its reason.
     std::vector<EntryReason> reasonsFor(int object);
 
@@ -80,10 +78,6 @@ public:
     std::vector<int> picked(eAnswer answer = eAnswer::kYes);
     /// All of its qualifiers, each by itself, in their order.
     std::vector<QualifierCount> counts();
-    /// Why it picks the object, does not, or why that is not known: one sentence for the user.
-    std::string whyFor(int object);
-    /// The qualifier that made it so (see `whyFor`); 0: no single one did.
-    std::int32_t culpritFor(int object);
 
 private:
     StyleRows m_rows;

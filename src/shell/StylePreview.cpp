@@ -217,13 +217,6 @@ void StylePreview::followTyping() {
         m_typing.start();
 }
 
-void StylePreview::finishTyping() {
-    if (m_typing.isActive()) {
-        m_typing.stop();
-        follow();
-    }
-}
-
 void StylePreview::update() {
     followFocus(QApplication::focusWidget());
     const auto typed = m_typing.isActive() ? std::nullopt : m_field;

@@ -30,8 +30,6 @@ public:
     void follow();
     /// Something is being typed, or was: it is drawn after a pause.
     void followTyping();
-    /// What is waited for after a key is to be drawn now.
-    void finishTyping();
 
     /// Connects the pages, which are made after the preview.
     void connectPages();

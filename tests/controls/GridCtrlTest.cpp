@@ -66,7 +66,7 @@ TEST_F(GridCtrl, CellsAreEditedInPlace) {
 }
 
 TEST_F(GridCtrl, OfTheRadioCellsOfARowOneIsChosen) {
-    grid.deleteAllRows();
+    grid.setRowCount(0);
     grid.insertColumn("Here", KorMFCGridCtrl::eRadio);
     grid.insertColumn("There", KorMFCGridCtrl::eRadio);
     for (const char* name : {"first", "second", "told"})

@@ -56,10 +56,6 @@ KorMFCGridCtrl::KorMFCGridCtrl(QWidget* parent)
         clearOtherRadios(*item);
         Q_EMIT cellEdited(item->row(), item->column());
     });
-    connect(this, &QTableWidget::currentCellChanged, this, [this](int row, int, int before) {
-        if (row != before && !m_filling)
-            Q_EMIT rowSelected(row);
-    });
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
         if (!m_sizing)
             m_percentages.clear();
@@ -97,12 +93,6 @@ void KorMFCGridCtrl::setColumnChoices(int column, const std::vector<KorString>& 
     m_delegate->setPictures(column, pictures);
     for (int row = 0; row < rowCount(); ++row)
         cell(row, column)->setData(KorGridDelegate::kChoicesRole, list);
-}
-
-void KorMFCGridCtrl::setCellChoices(int row, int column, const std::vector<KorString>& choices) {
-    const QScopedValueRollback filling(m_filling, true);
-    if (QTableWidgetItem* item = cell(row, column))
-        item->setData(KorGridDelegate::kChoicesRole, toQtList(choices));
 }
 
 void KorMFCGridCtrl::setColumnTree(int column, std::function<void(VELComboTree&)> fill) {
@@ -160,11 +150,6 @@ int KorMFCGridCtrl::addRow(const std::vector<KorString>& texts) {
 void KorMFCGridCtrl::deleteRow(int row) {
     if (KorAssert::check(row >= 0 && row < rowCount(), "the grid has such a row"))
         removeRow(row);
-}
-
-void KorMFCGridCtrl::deleteAllRows() {
-    const QScopedValueRollback filling(m_filling, true);
-    setRowCount(0);
 }
 
 int KorMFCGridCtrl::selectedRow() const {

@@ -35,11 +35,9 @@ public:
 
     /// Appends a column and returns its number.
     int insertColumn(const KorString& title, EKind kind = eText);
-    /// The choices of a combo column, or of a single cell of it; those of a column with the pictures that
-    /// stand beside them, where there are any.
+    /// The choices of a combo column, with the pictures that stand beside them, where there are any.
     void setColumnChoices(int column, const std::vector<KorString>& choices,
                           const std::vector<QIcon>& pictures = {});
-    void setCellChoices(int row, int column, const std::vector<KorString>& choices);
     /// The choices of a combo column are those of a tree, which `fill` puts into the combo when a cell is
     /// opened. A cell holds the last name of the path.
     void setColumnTree(int column, std::function<void(VELComboTree& combo)> fill);
@@ -52,7 +50,6 @@ public:
     /// Appends a row with the texts of its columns (of a check: "1" is checked) and returns its number.
     int addRow(const std::vector<KorString>& texts);
     void deleteRow(int row);
-    void deleteAllRows();
     int selectedRow() const;
     void selectRow(int row);
 
@@ -83,7 +80,6 @@ public:
     /// Whether the user can change anything. A disabled grid still scrolls, so that all of a read-only
     /// record can be read.
     void enableWindow(bool enable);
-    bool isWindowEnabled() const { return m_enabled; }
 
     /// Lets an open cell editor take what was typed.
     void commitEdit();
@@ -97,7 +93,6 @@ Q_SIGNALS:
     void cellEdited(int row, int column);
     /// Delete pressed on a row of a grid that can be changed. The grid deletes nothing itself.
     void deletePressed(int row);
-    void rowSelected(int row);
     void rowOpened(int row, int column);
     /// The selected rows were dropped before the row at `place`, or behind the last one.
     void rowsDropped(int place);
