@@ -77,11 +77,6 @@ TEST_F(HostOperations, WhatIsAskedForOneByOneIsFoundByNameAndByKey) {
     EXPECT_EQ(used, view->usedForCutsAndCallouts ? 1 : 0);
     EXPECT_NE(KorOdbcGUI::getDetViewUsedForCutsAndCallouts("Column", used), 1);
 
-    StructDetailMaster master;
-    EXPECT_EQ(KorOdbcGUI::getDetailMaster(7, 3, master), 1);
-    EXPECT_EQ(master.name, "Column");
-    EXPECT_NE(KorOdbcGUI::getDetailMaster(7, 4, master), 1);
-
     StructDetVwDimGeomRestrictions restriction;
     restriction.bitmapKey = row<StructBitmap>(kUser, "column")->key;
     int picture = 0;

@@ -53,39 +53,33 @@ protected:
     std::int32_t m_clip = 0;
 };
 
-TEST_F(Clipping, EveryControlWritesItsColumnOnce) {
+TEST_F(Clipping, DefaultsAreStoredAsMinusOneAndTheExtensionsLocksItsField) {
     auto& shown = view();
     open<KorDSMPageViewClipping>(shown);
-    EXPECT_EQ(textOf(1091), "HB long beams");
-    EXPECT_EQ(textOf(1095) + " " + textOf(1096) + " " + textOf(1098), "2000 300 3");
-    EXPECT_EQ(textOf(1094), "5");
-    EXPECT_EQ(textOf(1100), "Oblique break line");
-    EXPECT_EQ(linetype(), "BREAK_LINE");
+    EXPECT_EQ(textOf(1091) + " " + textOf(1095) + " " + textOf(1096) + " " + textOf(1098) + " " +
+                  textOf(1094),
+              "HB long beams 2000 300 3 5");
     EXPECT_TRUE(isChecked(1093) && !isChecked(1092) && !isChecked(1099));
-
-    const std::int32_t zigzag = row<StructClippingType>("Zigzag break line").key;
-    const std::vector<std::tuple<std::function<void()>, int, CellValue>> edits = {
-        {[&] { click(1093); }, 2, std::int64_t{0}},
-        {[&] { click(1092); }, 3, std::int64_t{1}},
-        {[&] { type(1096, QStringLiteral("250.5")); }, 4, 250.5},
-        {[&] { type(1095, QStringLiteral("1 m")); }, 5, 1000.0},
-        {[&] { type(1098, QStringLiteral("4.50")); }, 6, 4.5},
-        {[&] { click(1099); }, 6, -1.0},
-        {[&] { choose(1100, QStringLiteral("Zigzag break line")); }, 7, std::int64_t{zigzag}},
-        {[&] { choose(1100, kDefault); }, 7, std::int64_t{-1}},
-        {[&] { choose(kLinetype, kDefaultLinetype); }, 8, std::int64_t{-1}},
-        {[&] { choose(kLinetype, QStringLiteral("DOTTED")); }, 8,
-         std::int64_t{row<StructLinetypes>("DOTTED").key}},
-        {[&] { click(1097); }, 9, std::int64_t{1}},
-        {[&] { choose(1094, kDefault); }, 10, -1.0},
-        {[&] { choose(1094, QStringLiteral("0")); }, 10, 0.0},
-    };
-    for (const auto& [edit, column, value] : edits) {
-        edit();
-        EXPECT_TRUE(wroteClip(column, value)) << "column " << column;
+    click(1097);
+    EXPECT_TRUE(wroteClip(9, std::int64_t{1}));
+    takeBack(shown);
+    type(1095, QStringLiteral("1 m"));
+    EXPECT_TRUE(wroteClip(5, 1000.0));
+    takeBack(shown);
+    for (const auto& [combo, column, value] : {std::tuple(1100, 7, CellValue(std::int64_t{-1})),
+                                               {kLinetype, 8, CellValue(std::int64_t{-1})},
+                                               {1094, 10, CellValue(-1.0)}}) {
+        choose(combo, combo == kLinetype ? kDefaultLinetype : kDefault);
+        EXPECT_TRUE(wroteClip(column, value)) << column;
         takeBack(shown);
     }
-    EXPECT_EQ(told<DsmDataChanged>(), std::ssize(edits));
+    click(1099);
+    EXPECT_EQ(textOf(1098), "0");
+    EXPECT_FALSE(isEnabled(1098));
+    EXPECT_TRUE(wroteClip(6, -1.0));
+    click(1099);
+    EXPECT_TRUE(isEnabled(1098));
+    EXPECT_EQ(steps().back()->after, CellValue(0.0));
 }
 
 TEST_F(Clipping, WhatIsNoChangeOrNoLengthIsNotWritten) {
@@ -121,18 +115,6 @@ TEST_F(Clipping, WhatIsNoChangeOrNoLengthIsNotWritten) {
     show(shown);
     type(1096, QStringLiteral("-0"));
     EXPECT_FALSE(std::signbit(rowOfKey<StructDetViewLengthClip>(m_clip)->keepEachSide));
-}
-
-TEST_F(Clipping, UseDefaultStoresMinusOneAndLocksTheExtension) {
-    auto& shown = view();
-    open<KorDSMPageViewClipping>(shown);
-    click(1099);
-    EXPECT_EQ(textOf(1098), "0");
-    EXPECT_FALSE(isEnabled(1098));
-    EXPECT_TRUE(wroteClip(6, -1.0));
-    click(1099);
-    EXPECT_TRUE(isEnabled(1098));
-    EXPECT_EQ(steps().back()->after, CellValue(0.0));
 }
 
 TEST_F(Clipping, ThePictureAndTheLocksFollowTheSituation) {
@@ -223,33 +205,6 @@ TEST_F(Clipping, ShowsOnlyWhatTheViewHas) {
     EXPECT_FALSE(isEnabled(1096)) << "the style clips automatically";
     leave();
     EXPECT_TRUE(wroteNothing());
-}
-
-TEST_F(Clipping, ASharedStrategyIsAskedAboutAndARefusalWritesNothing) {
-    auto& shown = view();
-    const std::int32_t other = row<StructDetViewRequest>("HB side").key;
-    ASSERT_EQ(databases.setCell(kTableViewRequest, KorOdbcKey(other), kClipOfView, std::int64_t{m_clip}),
-              WriteResult::kWritten);
-    databases.pending().forget(databases.currentSource(), kTableViewRequest);
-    m_answer = KorDSMGuardedWrite::kDecline;
-    open<KorDSMPageViewClipping>(shown);
-    click(1092);
-    click(1099);
-    choose(1094, QStringLiteral("0"));
-    choose(1100, kDefault);
-    choose(kLinetype, kDefaultLinetype);
-    EXPECT_TRUE(wroteNothing());
-    EXPECT_EQ(m_asked.size(), 5U);
-    EXPECT_EQ(m_asked.front(), std::pair(kTableLengthClip, m_clip));
-    EXPECT_TRUE(isChecked(1092)) << "the control stays as the user set it";
-    for (const int id : {1092, 1099, 1094, 1100, kLinetype})
-        EXPECT_EQ(KorFieldNote::textOf(&control(id)), QStringLiteral("Not stored")) << id;
-    choose(1094, QStringLiteral("5"));
-    EXPECT_EQ(KorFieldNote::textOf(&control(1094)), QString()) << "it is what is stored again";
-    m_answer = KorDSMGuardedWrite::kWrite;
-    show(shown);
-    click(1097);
-    EXPECT_TRUE(wroteClip(9, std::int64_t{1}));
 }
 
 TEST_F(Clipping, ALinetypeOfTheHostJoinsTheTableOnce) {

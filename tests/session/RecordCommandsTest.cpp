@@ -23,10 +23,10 @@ protected:
             counts.push_back(rows(table.type));
         return counts;
     }
-    /// A key above which there is none.
-    void useUpKeys(eTableType table) {
+    /// A key above which there are only so many.
+    void useUpKeys(eTableType table, int left = 0) {
         const auto last = databases.source(kUser)->table(table).rows().copyOf(nullptr);
-        last->key = std::numeric_limits<std::int32_t>::max();
+        last->key = std::numeric_limits<std::int32_t>::max() - left;
         databases.source(kUser)->insert(table, *last);
     }
 };
@@ -129,6 +129,11 @@ TEST_F(RecordCommands, ACopyForWhichThereIsNoRoomLeavesNothingBehind) {
     EXPECT_TRUE(databases.pending().isEmpty());
     EXPECT_FALSE(databases.pending().canRedo());
     EXPECT_TRUE(copy(kUser, style, "Together", eDepth::kRecord).isStored()) << "it needs no map of its own";
+    useUpKeys(kTableQualifierWithRole, 1);
+    const RowRef set{kTableQualifierSet, row<StructDetObjQualifierSet>(kUser, "HB fitted parts")->key};
+    const Outcome parts = copy(kUser, set, "Half", eDepth::kRecord);
+    EXPECT_NE(parts.error.find("2147483646"), std::string::npos) << "one of its two parts would be missing";
+    EXPECT_EQ(row<StructDetObjQualifierSet>(kUser, "Half"), nullptr);
     useUpKeys(kTableDetailMaster);
     const Outcome full = copy(kUser, style, "Third", eDepth::kRecord);
     EXPECT_NE(full.error.find("2147483647"), std::string::npos) << full.error;

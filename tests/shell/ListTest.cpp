@@ -55,10 +55,8 @@ protected:
     }
 };
 
-constexpr int kNew = 1029;
 constexpr int kUseStyle = 1030;
 constexpr int kRename = 1034;
-constexpr int kDelete = 1035;
 
 } // namespace
 
