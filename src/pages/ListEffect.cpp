@@ -52,9 +52,9 @@ void ListEffect::show(RowRef whole, const std::vector<std::int32_t>& keys) {
 void ListEffect::showRow(int place, const KorDSMListEffect::Row& row) {
     const QSignalBlocker quiet(m_grid); // a tooltip is no edit
     const bool isCounted = KorDSMPreview::shown() != nullptr;
-    KorString text = isCounted ? KorString::number(row.takes.size()) : KorString();
+    KorString text = isCounted ? KorString::number(std::ssize(row.takes)) : KorString();
     if (isCounted && !row.unknown.empty())
-        text = KorString::format(Prompts::dsm(kUnknown), {text, KorString::number(row.unknown.size())});
+        text = KorString::format(Prompts::dsm(kUnknown), {text, KorString::number(std::ssize(row.unknown))});
     if (!row.never.isEmpty())
         text = Prompts::dsm(kNever);
     if (row.isOff)
@@ -63,7 +63,7 @@ void ListEffect::showRow(int place, const KorDSMListEffect::Row& row) {
     m_grid.setCellPicture(place, m_takes, row.never.isEmpty() ? QIcon() : KorPictures::icon(kWarning));
     if (m_isFirstMatch)
         m_grid.setCellText(place, m_takenBefore,
-                           isCounted ? KorString::number(row.takenBefore.size()) : KorString());
+                           isCounted ? KorString::number(std::ssize(row.takenBefore)) : KorString());
     if (QTableWidgetItem* item = m_grid.item(place, m_takes))
         item->setToolTip(toQt(row.never));
 }

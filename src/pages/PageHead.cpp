@@ -193,7 +193,8 @@ void PageHead::rename(RowRef row, const KorString& name) {
     const std::size_t before = KorDSMUndo::stepCount();
     WriteResult result;
     if (KorDSMRecordCommands::isMade(row.table))
-        result = KorDSMRecordCommands::rename(CurrentRows::source(), row, name);
+        result =
+            static_cast<const WriteResult&>(KorDSMRecordCommands::rename(CurrentRows::source(), row, name));
     else
         result = KorDSMGuardedWrite::setAttributeValue(row.table, KorOdbcKey(row.key), kNameColumn, name);
     KorFieldNote::show(m_name, result.isStored() ? QString() : toQt(Prompts::dsm(kNotStored)));

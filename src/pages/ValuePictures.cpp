@@ -165,7 +165,7 @@ QIcon ValuePictures::ofRow(const TableSchema& table, const StructRecord& row) {
         return {};
     for (const int number : shown->columns) {
         const Column& column = *table.column(number);
-        if (const QIcon picture = of(table, column, column.read(&row)); !picture.isNull())
+        if (QIcon picture = of(table, column, column.read(&row)); !picture.isNull())
             return picture;
     }
     return {};

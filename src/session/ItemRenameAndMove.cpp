@@ -28,8 +28,9 @@ CommandResult renameItem(KorDSMDatabaseItem& item, const KorString& newName) {
     if (!item.record())
         return outcome;
     const SourceRequest source(item);
-    if (!outcome.settle(
-            KorDSMRecordCommands::rename(KorDSMItemSource::sourceOf(&item), rowOf(item), newName)))
+    const auto renamed =
+        KorDSMRecordCommands::rename(KorDSMItemSource::sourceOf(&item), rowOf(item), newName);
+    if (!outcome.settle(static_cast<const WriteResult&>(renamed)))
         return outcome;
     KorDSMTwins::recordWritten(item);
     KorDSMTwins::showName(item);

@@ -26,7 +26,7 @@ std::int32_t sameHere(StyleSource& here, FrozenRecords& frozen, RowRef row) {
 Result<KorString> KorDSMCopiedRows::textOf(SourceId source, const std::vector<RowRef>& rows) {
     Result<std::string> text = FrozenRecords::textOf(*StyleDatabases::current().source(source), rows);
     if (!text)
-        return Result<>(text);
+        return Result<>{text.error};
     return KorString(text.value);
 }
 

@@ -156,7 +156,7 @@ WriteResult KorDSMGuardedWrite::setAttributeValue(eTableType table, const KorOdb
 }
 
 WriteResult KorDSMGuardedWrite::appendCurrentRecord(eTableType table) {
-    const WriteResult result = StyleDatabases::current().append(table, KorOdbcMan::currentRecord(table));
+    WriteResult result = StyleDatabases::current().append(table, KorOdbcMan::currentRecord(table));
     KorAssert::check(result.code() > 0, "result > 0");
     announce(result);
     return result;

@@ -31,7 +31,7 @@ struct ListNotice {
 /// What a command came to. A failure without a sentence is one that the user was told already, or a command
 /// that the item does not have.
 struct CommandResult : WriteResult {
-    CommandResult() : WriteResult{kFailed} {}
+    CommandResult() { kind = kFailed; }
 
     /// Takes over what came of the command's writes. Returns whether they are stored.
     bool settle(WriteResult writes) {

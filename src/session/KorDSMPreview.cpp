@@ -151,10 +151,11 @@ std::vector<EntryCount> KorDSMPreview::countsOf(std::int32_t map) const {
         .counts();
 }
 
-std::pair<std::size_t, std::size_t> KorDSMPreview::pickedBy(std::int32_t set) const {
+std::pair<std::int64_t, std::int64_t> KorDSMPreview::pickedBy(std::int32_t set) const {
     StyleSource* from = source();
-    return from ? std::pair(SetExplanation(*from, set, *m_part).picked().size(), m_part->objects.size())
-                : std::pair<std::size_t, std::size_t>();
+    return from ? std::pair(std::ssize(SetExplanation(*from, set, *m_part).picked()),
+                            std::ssize(m_part->objects))
+                : std::pair<std::int64_t, std::int64_t>();
 }
 
 std::vector<QualifierCount> KorDSMPreview::countsOfSet(std::int32_t set) const {

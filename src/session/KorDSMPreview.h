@@ -72,7 +72,7 @@ public:
     /// What the qualifiers of a set of the source say of the objects of the part.
     std::vector<QualifierCount> countsOfSet(std::int32_t set) const;
     /// How many objects of the part a qualifier set of the source picks, and of how many.
-    std::pair<std::size_t, std::size_t> pickedBy(std::int32_t set) const;
+    std::pair<std::int64_t, std::int64_t> pickedBy(std::int32_t set) const;
 
     /// Leaves an entry of a map out on trial, or no more. Nothing of that is stored.
     void leaveOut(std::int32_t entry, bool out);

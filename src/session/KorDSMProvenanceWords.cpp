@@ -43,7 +43,7 @@ KorString KorDSMProvenanceWords::nameOf(RowRef row) {
     const TableSchema* table = findTable(row.table);
     if (!table)
         return {};
-    const KorString kind = KorDSMValueText::tableCaption(*table);
+    KorString kind = KorDSMValueText::tableCaption(*table);
     const StructRecord* record = recordOf(row);
     if (!record)
         return kind;

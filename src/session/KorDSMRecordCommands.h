@@ -14,7 +14,7 @@ namespace KorDSMRecordCommands {
 
 /// What a command came to.
 struct Outcome : WriteResult {
-    Outcome() : WriteResult{kFailed} {}
+    Outcome() { kind = kFailed; }
 
     RowRef row = {};                     ///< the record that was made or changed
     std::vector<KorDSMUsage> users = {}; ///< refused because these use the record

@@ -15,8 +15,6 @@ namespace KorDSMRecordUse {
 
 namespace {
 
-constexpr int kCopying = 245; // "copying of "%s""
-
 // The cell of the row that uses the target.
 const Column* columnTo(StyleSource& source, RowRef row, RowRef target) {
     const StructRecord* record = source.table(row.table).find(KorOdbcKey(row.key));

@@ -84,8 +84,8 @@ bool canMove(const KorDSMDatabaseItem& view, int step) {
     if (slotOf(view) < 0)
         return false;
     const auto& style = static_cast<const KorDsmDetailStyleItem&>(*view.parent());
-    const auto row = static_cast<std::size_t>(rowOf(view, style) + step);
-    return row >= 1 && row <= listOf(style).keys().size();
+    const std::ptrdiff_t row = std::ptrdiff_t{rowOf(view, style)} + step;
+    return row >= 1 && row <= std::ssize(listOf(style).keys());
 }
 
 std::vector<KorDSMRowChange> moveView(KorDSMDatabaseItem& view, int step) {

@@ -323,7 +323,7 @@ KorString toText(const TableSchema& table, const Column& column, const StructRec
 KorString toText(const TableSchema& table, const Column& column, const CellValue& value) {
     if (const auto* text = std::get_if<KorString>(&value))
         return *text;
-    if (const KorString special = specialName(table, column, value); !special.isEmpty())
+    if (KorString special = specialName(table, column, value); !special.isEmpty())
         return special;
     if (const auto* real = std::get_if<double>(&value))
         return column.kind == eColumnKind::kScale ? scaleText(*real) : withUnit(*real, unitKind(column));

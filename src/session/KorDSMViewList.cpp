@@ -125,7 +125,7 @@ WriteResult KorDSMViewList::copyRows(const Keys& rows, std::size_t place, Keys& 
             freeName(*StyleDatabases::current().source(source()), kTableViewRequest, name(key));
         const auto copied = KorDSMRecordCommands::copy(source(), record(key), free);
         if (!copied.isStored())
-            return copied;
+            return static_cast<const WriteResult&>(copied);
         copies.push_back({{}, {std::int64_t{copied.row.key}}});
     }
     return insertRows(place, copies, made);

@@ -22,13 +22,13 @@ fs::path locateDataFolder(const std::string& named) {
         return (error ? fs::path(named) : folder).lexically_normal();
     }
     const auto place = QStandardPaths::GenericDataLocation;
-    const fs::path own = fs::path(QStandardPaths::writableLocation(place).toStdString()) / "detailstyles";
+    fs::path own = fs::path(QStandardPaths::writableLocation(place).toStdString()) / "detailstyles";
     std::error_code error;
     if (fs::is_directory(own, error))
         return own;
     for (const QString& found :
          QStandardPaths::locateAll(place, "detailstyles", QStandardPaths::LocateDirectory))
-        if (const fs::path folder = found.toStdString(); holdsDatabases(folder))
+        if (fs::path folder = found.toStdString(); holdsDatabases(folder))
             return folder;
     return own;
 }

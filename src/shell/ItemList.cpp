@@ -115,7 +115,7 @@ void ItemList::select(const std::vector<KorDSMDatabaseItem*>& items) {
                                        QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
-void ItemList::clearSelection() {
+void ItemList::selectNothing() {
     m_control.clearSelection();
 }
 

@@ -34,7 +34,7 @@ public:
 
     /// The items of the rows that are selected; none while the list is not shown.
     std::vector<KorDSMDatabaseItem*> selectedItems() const;
-    void clearSelection();
+    void selectNothing();
     void deleteSelectedRows();
     /// What a double click on the item's row does.
     void open(KorDSMDatabaseItem& item) { Q_EMIT opened(&item); }

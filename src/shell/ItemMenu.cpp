@@ -33,7 +33,7 @@ void ItemMenu::showForTree(KorTreeHandle entry, const QPoint& position) {
     // A menu is no modal window: coming back to the editor by a click on an entry must not exchange the
     // items.
     const KorDSMBusy busy;
-    m_rightSide.list().clearSelection();
+    m_rightSide.list().selectNothing();
     QMenu menu(&m_window);
     fill(menu);
     menu.exec(position);

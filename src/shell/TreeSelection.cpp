@@ -18,7 +18,7 @@ TreeSelection::TreeSelection(KorDSMDataStructure& structure, SectionViews& secti
     // Who works in the tree means its entry.
     connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, const QWidget* now) {
         if (now && now == &m_sections.currentControl())
-            m_rightSide.list().clearSelection();
+            m_rightSide.list().selectNothing();
     });
 }
 

@@ -178,14 +178,22 @@ void SqliteWriter::bindStored(const SqliteStatement& statement, int parameter, c
         statement.bind(parameter, cell.stored);
 }
 
+namespace {
+
+// What a cell holds, and whether that is a given value.
+std::string comparison(const TableSchema& table, const Column& cell) {
+    const std::string column = quotedIdentifier(cell.name);
+    return "SELECT " + column + ", " + column + " COLLATE BINARY IS ? FROM " + quotedIdentifier(table.name) +
+           " WHERE \"key\" = ?";
+}
+
+} // namespace
+
 Result<> SqliteWriter::tellDifferences(const TableSchema& table, Cells cells,
                                        std::vector<StoreConflict>& conflicts) {
     const std::int32_t key = cells.front()->key;
     for (const CellChange* cell : cells) {
-        const std::string column = quotedIdentifier(cell->column->name);
-        const SqliteStatement& select =
-            prepared("SELECT " + column + ", " + column + " COLLATE BINARY IS ? FROM " +
-                     quotedIdentifier(table.name) + " WHERE \"key\" = ?");
+        const SqliteStatement& select = prepared(comparison(table, *cell->column));
         bindStored(select, 1, *cell);
         select.bind(2, std::int64_t{key});
         const int code = select.step();

@@ -185,7 +185,7 @@ void KorListCtrl::sortByColumn(int column, Qt::SortOrder order) {
 void KorListCtrl::keepSorting(const KorString& name) {
     m_sortingName = name;
     connect(header(), &QHeaderView::sectionClicked, this, [this] {
-        const int order = header()->sortIndicatorOrder() == Qt::AscendingOrder ? 1 : -1;
+        const std::int64_t order = header()->sortIndicatorOrder() == Qt::AscendingOrder ? 1 : -1;
         KorLayoutStore::write(m_sortingName,
                               KorString::number(order * (header()->sortIndicatorSection() + 1)));
     });

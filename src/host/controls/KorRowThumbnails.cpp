@@ -1,5 +1,6 @@
 #include "controls/KorRowThumbnails.h"
 
+#include <QEvent>
 #include <QTreeView>
 
 #include <algorithm>
