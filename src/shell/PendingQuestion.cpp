@@ -10,6 +10,8 @@
 namespace {
 
 constexpr std::size_t kMostShown = 6;
+constexpr std::array kRoles = {QMessageBox::AcceptRole, QMessageBox::DestructiveRole,
+                               QMessageBox::RejectRole};
 
 QString listOf(const std::vector<KorString>& steps, std::size_t most) {
     QStringList lines;
@@ -24,8 +26,6 @@ QString listOf(const std::vector<KorString>& steps, std::size_t most) {
 
 int askAboutChanges(QWidget* parent, const KorString& caption, const KorString& question,
                     const std::vector<KorString>& steps, const std::array<int, 3>& buttons) {
-    constexpr QMessageBox::ButtonRole kRoles[] = {QMessageBox::AcceptRole, QMessageBox::DestructiveRole,
-                                                  QMessageBox::RejectRole};
     QMessageBox box(QMessageBox::Question, toQt(caption), toQt(question), QMessageBox::NoButton, parent);
     box.setInformativeText(Qt::convertFromPlainText(listOf(steps, kMostShown), Qt::WhiteSpaceNormal));
     if (steps.size() > kMostShown)
