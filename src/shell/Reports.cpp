@@ -64,7 +64,7 @@ void Reports::readNoticed() {
 }
 
 std::vector<OutsideChange> Reports::follow(const KorDSMCommit::Read& read) {
-    const std::vector<OutsideChange> changes =
+    std::vector<OutsideChange> changes =
         KorDSMCommit::settle(read, [this](const std::vector<OutsideChange>& conflicting) {
             return KorDSMDialogConflicts::ask(conflicting, &m_window);
         });

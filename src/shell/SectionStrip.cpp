@@ -14,9 +14,9 @@ namespace {
 
 struct Option {
     const char* category;
-    int prompt;
     bool (*get)(const KorDSMDataStructure&);
     void (*set)(KorDSMDataStructure&, bool);
+    int prompt;
     bool changesTrees;
 };
 
@@ -32,11 +32,11 @@ void store(KorDSMDataStructure& structure, bool on) {
 using Structure = KorDSMDataStructure;
 
 constexpr Option kOptions[] = {
-    {"UPS", 33527, &stored<&Structure::getShowFullTree>, &store<&Structure::setShowFullTree>, true},
-    {"UPS", 33528, &stored<&Structure::getUseFullExpand>, &store<&Structure::setUseFullExpand>, true},
-    {"UPS", 33529, &stored<&Structure::getShowWarning>, &store<&Structure::setShowWarning>, false},
-    {"DSM", 960, [](const Structure&) { return StyleThumbnails::ofSession().areShown(); },
-     [](Structure&, bool shown) { StyleThumbnails::ofSession().setShown(shown); }, false},
+    {"UPS", &stored<&Structure::getShowFullTree>, &store<&Structure::setShowFullTree>, 33527, true},
+    {"UPS", &stored<&Structure::getUseFullExpand>, &store<&Structure::setUseFullExpand>, 33528, true},
+    {"UPS", &stored<&Structure::getShowWarning>, &store<&Structure::setShowWarning>, 33529, false},
+    {"DSM", [](const Structure&) { return StyleThumbnails::ofSession().areShown(); },
+     [](Structure&, bool shown) { StyleThumbnails::ofSession().setShown(shown); }, 960, false},
 };
 
 constexpr int kStripId = 1234;
