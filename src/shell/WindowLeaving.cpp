@@ -118,8 +118,10 @@ WindowLeaving::eWay WindowLeaving::use() {
     const eAnswer answer = askAboutPending();
     switch (answer) {
     case eAnswer::kKeep:
-        // What others stored meanwhile was read, and the items were made anew.
-        if (!keep() || !(item = m_selection.subject()) || item->recordKey() != key)
+        if (!keep())
+            return eWay::kStay;
+        item = m_selection.subject(); // what others stored meanwhile was read, and the items were made anew
+        if (!item || item->recordKey() != key)
             return eWay::kStay;
         break;
     case eAnswer::kDrop:

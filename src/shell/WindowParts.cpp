@@ -23,7 +23,7 @@ WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorIma
                          std::function<bool()> mayFollow)
     : apply(control<QPushButton>(window, 3)), use(control<QPushButton>(window, 1098)),
       sections(window, structure, images),
-      rightSide(control<KorTabCtrl>(window, 1002), control<KorListCtrl>(window, 1003), images),
+      rightSide(control<KorTabCtrl>(window, 1002), control<KorListCtrl>(window, 1003), std::move(images)),
       filter(control<QLineEdit>(window, 1210), sections), selection(structure, sections, rightSide),
       navigation(structure, sections, filter, selection, rightSide, control<KorButtonGroup>(window, 1012)),
       preview(window, control<KorVerticalSplitter>(window, 1097), control<KorButtonGroup>(window, 1212),
