@@ -162,6 +162,25 @@ TEST_F(RecoveryTest, TheFileIsThereOnlyWhileSomethingIsPending) {
     EXPECT_EQ(files().size(), 1u);
 }
 
+TEST_F(RecoveryTest, ChangesAreComparedWithWhatIsStoredNow) {
+    write();
+    edit();
+    set(kUser, kTableDetailStyle, m_style, 6, std::int64_t{2});
+    crash();
+    OtherProgram(file("user.dsdb"))
+        .run("UPDATE detail_style SET title_position = 5; DELETE FROM view_request WHERE name = 'Column "
+             "front'");
+    open(false);
+    const auto changes = bringBackAll();
+    ASSERT_EQ(changes.size(), 1u);
+    ASSERT_EQ(changes[0].conflicts.size(), 2u);
+    for (const OutsideConflict& conflict : changes[0].conflicts)
+        EXPECT_EQ(databases.keepMine(kUser, conflict).isStored(), conflict.column->name == "title_position");
+    EXPECT_EQ(row<StructDetailStyle>(kUser, m_style)->titlePosition, 2);
+    EXPECT_TRUE(mentions(description().toStdString(), "there"));
+    EXPECT_TRUE(row<StructDetailStyle>(kUser, "Own"));
+}
+
 TEST_F(RecoveryTest, WhatIsAboveNewRowsIsStillKnownByNameWhenItIsGone) {
     StructDetObjQualifierSetGroup group;
     const std::int32_t key = add(kUser, "Own group", group);
@@ -204,6 +223,22 @@ TEST_F(RecoveryTest, OfTwoRunsThatWereKilledTheLaterOneCountsAndNobodyElseIsBlam
     EXPECT_EQ(description(), "two");
     databases.undo();
     EXPECT_EQ(description(), "one");
+}
+
+TEST_F(RecoveryTest, WhatWasStoredBeforeTheCrashIsNotMadeTwice) {
+    write();
+    edit();
+    const std::string log = text();
+    const fs::path name = files()[0];
+    ASSERT_TRUE(commit());
+    crash();
+    writeBytes(name, log); // killed between the commit and the end of the file
+    open(false);
+    const std::string stored = contentOf(kUser);
+    const auto changes = bringBackAll();
+    EXPECT_EQ(changes.at(0).conflicts.size(), 0u);
+    EXPECT_EQ(contentOf(kUser), stored);
+    EXPECT_TRUE(databases.pending().isEmpty());
 }
 
 TEST_F(RecoveryTest, AFileThatBreaksOffLosesOnlyWhatItBrokeOffIn) {

@@ -2,6 +2,7 @@
 
 #include "services/KorHostReport.h"
 #include "session/KorDSMItemCommands.h"
+#include "session/KorDSMNewItem.h"
 #include "session/KorDSMUndo.h"
 #include "support/OtherProgram.h"
 
@@ -48,6 +49,25 @@ TEST_F(ItemCommands, CopyGivesAStyleAMasterWithTheFirstFreeNumber) {
     EXPECT_EQ(row<StructDetailStyle>(kUser, "My post"), nullptr) << "one step of undo";
     EXPECT_EQ(master("My post"), nullptr);
     EXPECT_TRUE(databases.pending().isEmpty());
+}
+
+TEST_F(ItemCommands, ANewStyleIsFiledWithTheFirstFreeNumberOfItsCategory) {
+    databases.setCurrentSource(kUser);
+    KorDSMDatabaseItem& category = *style("HB post 1:15").parent();
+    for (const int number : {4, 5}) { // (1, 1), (1, 2) and (1, 3) are taken
+        const KorString name = KorString::format("New %d", {KorString::number(number)});
+        KorDSMDatabaseItem* made = KorDSMNewItem::create(KorDSMDefines::kDetailStyle, name, category).value;
+        ASSERT_NE(made, nullptr);
+        EXPECT_EQ(made->parent(), &category);
+        ASSERT_NE(master(name), nullptr);
+        EXPECT_EQ(master(name)->detailKey, 1);
+        EXPECT_EQ(master(name)->number, number);
+        EXPECT_EQ(master(name)->styleKey, made->recordKey());
+        EXPECT_EQ(master(name)->categoryKey, category.recordKey());
+    }
+    databases.undo();
+    databases.undo();
+    EXPECT_TRUE(databases.pending().isEmpty()) << "each is one step";
 }
 
 TEST_F(ItemCommands, CopyTakesPartsAlongAndTellsThePagesThatListTheRecord) {
@@ -132,11 +152,7 @@ TEST_F(ItemCommands, DeleteTakesTheMasterAlong) {
 TEST_F(ItemCommands, SeveralAreDeletedInOneStepOrNoneOfThem) {
     KorDSMDatabaseItem& used = item<StructDetObjAnnotationStrategy>(kUser, "HB crane mark");
     KorDSMDatabaseItem* free = copyItem(used, "Unused").added.at(0);
-    const DeleteResult refused = deleteItems({free, &used});
-    EXPECT_EQ(refused.error, "This definition cannot be deleted because other definitions still use "
-                             "it.\nRemove it from them first.");
-    ASSERT_EQ(refused.users.size(), 1u);
-    EXPECT_EQ(refused.users[0].name, "HB site");
+    EXPECT_FALSE(deleteItems({free, &used}).users.empty());
     EXPECT_NE(row<StructDetObjAnnotationStrategy>(kUser, "Unused"), nullptr);
     const std::vector<KorDSMDatabaseItem*> styles = {&style("HB post 1:15"), &style("HB beam 1:15")};
     const DeleteResult deleted = deleteItems(styles);
@@ -147,7 +163,6 @@ TEST_F(ItemCommands, SeveralAreDeletedInOneStepOrNoneOfThem) {
     databases.undo();
     EXPECT_NE(master("HB post 1:15"), nullptr);
     EXPECT_NE(master("HB beam 1:15"), nullptr);
-    EXPECT_EQ(deleteItem(*free).notice.action, DsmListChanged::kReload);
 }
 
 TEST_F(ItemCommands, DeleteOfAStyleWithoutAMasterIsNotDone) {
@@ -159,6 +174,48 @@ TEST_F(ItemCommands, DeleteOfAStyleWithoutAMasterIsNotDone) {
     EXPECT_TRUE(deleted.removed.empty());
     EXPECT_GE(doomed.parent()->children().find(&doomed), 0);
     EXPECT_EQ(row<StructDetailStyle>(kUser, "HB erection plan"), nullptr);
+}
+
+TEST_F(ItemCommands, DeleteRefusesWhatIsUsedAndSaysByWhom) {
+    KorDSMDatabaseItem& used = item<StructDetObjAnnotationStrategy>(kUser, "HB crane mark");
+    const DeleteResult refused = deleteItem(used);
+    EXPECT_FALSE(refused.isStored());
+    EXPECT_EQ(refused.error, "This definition cannot be deleted because other definitions still use "
+                             "it.\nRemove it from them first.");
+    ASSERT_EQ(refused.users.size(), 1u);
+    EXPECT_EQ(refused.users[0].name, "HB site");
+    EXPECT_EQ(refused.users[0].kind, "Representation map");
+    EXPECT_EQ(writes, 0);
+    EXPECT_TRUE(databases.pending().isEmpty());
+
+    CopyResult copied = copyItem(used, "Unused");
+    const DeleteResult deleted = deleteItem(*copied.added.at(0));
+    EXPECT_TRUE(deleted.isStored());
+    EXPECT_EQ(deleted.notice.action, DsmListChanged::kReload);
+}
+
+TEST_F(ItemCommands, NothingIsMadeInATableWhoseKeysAreUsedUp) {
+    StructDetailMaster last;
+    last.key = std::numeric_limits<std::int32_t>::max();
+    databases.source(SourceId::user())->insert(kTableDetailMaster, last);
+    auto& original = item<StructDetailStyle>(SourceId::user(), "HB post 1:15");
+    const CopyResult copied = copyItem(original, "Copy");
+    EXPECT_FALSE(copied.isStored());
+    EXPECT_NE(copied.error.find("2147483647"), std::string::npos) << copied.error;
+    const KorDSNRequest request(SourceId::user().dsn, SourceId::user().index);
+    EXPECT_EQ(KorDSMNewItem::create(KorDSMDefines::kDetailStyle, "New", *original.parent()).error,
+              copied.error);
+    EXPECT_TRUE(databases.pending().isEmpty());
+    EXPECT_FALSE(databases.pending().canRedo()) << "a command that failed is none that was taken back";
+    EXPECT_FALSE(row<StructDetailStyle>(SourceId::user(), "New"));
+
+    StructDetObjQualifierWithRole part;
+    part.key = last.key - 1;
+    databases.source(kUser)->insert(kTableQualifierWithRole, part);
+    const CopyResult set = copyItem(item<StructDetObjQualifierSet>(kUser, "HB fitted parts"), "Copy");
+    EXPECT_FALSE(set.isStored()) << "of its two parts one would be missing";
+    EXPECT_NE(set.error.find("2147483646"), std::string::npos) << set.error;
+    EXPECT_TRUE(databases.pending().isEmpty());
 }
 
 TEST_F(ItemCommands, WhatCannotBeJudgedWhileATableIsLockedIsRefusedWithTheReason) {

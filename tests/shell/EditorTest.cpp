@@ -201,14 +201,27 @@ TEST_F(EditorFixture, TheWindowComesBackInItsSize) {
     EXPECT_EQ(again.size(), QSize(1111, 700));
 }
 
-TEST_F(EditorFixture, WhereOneHasBeenIsLedToAlthoughTheFilterHidesIt) {
+TEST_F(EditorFixture, TheFilterKeepsMatchesWithWhatIsAboveThemAndEscapeClearsIt) {
     open();
     select({"User", "Hallberg: site drawings"});
+    tree().expand(tree().selectedItem());
     select(kStyle);
     auto* filter = control<QLineEdit>(1210);
     filter->setFocus();
     QTest::keyClicks(filter, "RAILING");
     EXPECT_EQ(inView("User"), std::vector<std::string>{"Hallberg: railings"});
+    EXPECT_EQ(page(), nullptr) << "nobody edits what is out of sight";
+    QTest::keyClick(filter, Qt::Key_Escape);
+    EXPECT_TRUE(filter->text().isEmpty());
+    EXPECT_TRUE(m_dialog->isVisible());
+    EXPECT_EQ(selected(), "HB post 1:15");
+    KorTreeHandle user = child(tree().getRoot(), "User");
+    EXPECT_EQ(inView("User").size(), 3U);
+    EXPECT_TRUE(tree().isExpanded(child(user, "Hallberg: site drawings")));
+    EXPECT_FALSE(tree().isExpanded(child(user, "Hallberg: railings")));
+
+    // Where one has been before is still there, out of sight or not.
+    QTest::keyClicks(filter, "railing");
     click(control<KorButtonGroup>(1012)->button(1042));
     EXPECT_EQ(selected(), "Hallberg: site drawings");
     EXPECT_TRUE(filter->text().isEmpty());

@@ -101,6 +101,38 @@ TEST_F(History, OutlastsWhatAnotherProgramStored) {
     EXPECT_FALSE(canGo(kForward)) << "everything after it is gone";
 }
 
+TEST_F(History, PassesOverWhatIsDeletedUntilItIsBack) {
+    open();
+    select(kRailings);
+    select(kStyle);
+    answerNext([](QWidget* modal) { typeName(modal, "HB post 1:20"); });
+    command(kCopy);
+    ASSERT_EQ(selected(), "HB post 1:20");
+    answerNext([](QWidget* modal) {
+        auto* box = qobject_cast<QMessageBox*>(modal);
+        ASSERT_NE(box, nullptr);
+        EXPECT_TRUE(box->text().contains("HB post 1:20"));
+        click(box->button(QMessageBox::Yes));
+    });
+    command(kDelete);
+    ASSERT_NE(selected(), "HB post 1:20");
+    select(kRailings);
+    go(kBack);
+    while (canGo(kBack) && selected() != "HB post 1:15")
+        go(kBack);
+    EXPECT_EQ(selected(), "HB post 1:15");
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "HB post 1:20");
+    go(kBack);
+    EXPECT_EQ(selected(), "HB post 1:15");
+    // Renamed, it is the same place.
+    answerNext([](QWidget* modal) { typeName(modal, "HB post 1:16"); });
+    press(Qt::Key_F2);
+    select(kRailings);
+    go(kBack);
+    EXPECT_EQ(selected(), "HB post 1:16");
+}
+
 TEST_F(History, UndoAndRedoLeadToWhatTheyChanged) {
     open();
     KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
