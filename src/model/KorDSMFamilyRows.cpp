@@ -26,8 +26,8 @@ void addDependents(KorDSMDatabaseItem& item) {
         KorDSMDependencies::addDependents(*typed);
 }
 
-void loadViews(KorDSMDatabaseItem& item) {
-    KorDSMSectionLoader::loadDetailStylesDependencies(static_cast<KorDsmDetailStyleItem*>(&item));
+void leaveViews(KorDSMDatabaseItem& item) {
+    static_cast<KorDsmDetailStyleItem&>(item).leaveViews();
 }
 
 void readAnnotationType(KorDSMDatabaseItem& item) {
@@ -65,7 +65,7 @@ constexpr KorDSMFamily chosenBeside(eItemType type, eTableType table) {
 constexpr KorDSMFamily kFamilies[] = {
     shownBy<KorDsmDetailStyleItem>({.icon = 12,
                                     .bringsChildren = true,
-                                    .complete = loadViews,
+                                    .complete = leaveViews,
                                     .group = kDetailStyleCategory,
                                     .filedBy = kTableDetailMaster,
                                     .statusPrompt = 33513,

@@ -13,6 +13,8 @@
 #include "services/AddInManager.h"
 #include "services/Prompts.h"
 
+#include <algorithm>
+
 void KorDSMSectionLoader::loadDataStructure(KorDSMDataStructure& structure) {
     const KorDSMBusy busy;
     structure.deleteAddedItems();
@@ -121,15 +123,14 @@ void SectionLoadProgress::step() {
 
 namespace {
 
-// The master of each style by the style's key: the first one where several name it.
-std::unordered_map<std::int32_t, const StructDetailMaster*> mastersByStyle() {
-    std::unordered_map<std::int32_t, const StructDetailMaster*> masters;
+// The masters by the keys of their styles.
+std::vector<const StructDetailMaster*> mastersByStyle() {
+    std::vector<const StructDetailMaster*> masters;
     const RowArray* rows = StyleReads::rows<StructDetailMaster>();
     masters.reserve(rows ? static_cast<std::size_t>(rows->size()) : 0);
-    for (int i = 0; rows && i < rows->size(); ++i) {
-        const auto& master = static_cast<const StructDetailMaster&>(rows->at(i));
-        masters.try_emplace(master.styleKey, &master);
-    }
+    for (int i = 0; rows && i < rows->size(); ++i)
+        masters.push_back(&static_cast<const StructDetailMaster&>(rows->at(i)));
+    std::ranges::stable_sort(masters, {}, &StructDetailMaster::styleKey);
     return masters;
 }
 
@@ -139,18 +140,23 @@ void KorDSMSectionLoader::loadDetailStylesAddInContent(KorDsmAddInContentItem& a
                                                        SectionLoadProgress& progress) {
     const KorDSMFamily& styles = *KorDSMFamilies::of(kTableDetailStyle);
     const auto masters = mastersByStyle();
+    auto master = masters.begin(); // goes with the styles, which come by their keys
     KorDSMItemPlacing::Filling filling(addIn, *KorDSMFamilies::of(kTableBaseCategory));
     const RowArray* rows = StyleReads::rows<StructDetailStyle>();
     for (int i = 0; rows && i < rows->size(); ++i) {
         progress.step();
-        const auto master = masters.find(rows->at(i).key);
+        while (master != masters.end() && (*master)->styleKey < rows->at(i).key)
+            ++master;
         const auto* category =
-            master != masters.end()
-                ? StyleReads::find<StructDetBaseCategory>(KorOdbcKey(master->second->categoryKey))
+            master != masters.end() && (*master)->styleKey == rows->at(i).key
+                ? StyleReads::find<StructDetBaseCategory>(KorOdbcKey((*master)->categoryKey))
                 : nullptr;
         if (category)
             filling.place(*category).addChild(KorDSMFamilies::makeItem(styles, rows->at(i)));
     }
+    // The items of views are made when they are looked at, but who opens the first style should not wait for
+    // their table.
+    static_cast<void>(StyleReads::rows<StructDetViewRequest>());
     const RowArray* categories = StyleReads::rows<StructDetBaseCategory>();
     for (int i = 0; categories && i < categories->size(); ++i)
         filling.place(categories->at(i));

@@ -29,7 +29,7 @@ void KorDSMItemContent::loadChildren(KorDSMDatabaseItem& item) {
 }
 
 bool KorDSMItemContent::canBeOpened(const KorDSMDatabaseItem& item, bool fullExpand) {
-    if (!item.children().isEmpty())
+    if (item.childCount() > 0)
         return true;
     if (dynamic_cast<const KorDsmAddInContentItem*>(&item))
         return !item.isExpanded();

@@ -23,7 +23,7 @@ constexpr int kNameColumn = 1;
 void collect(KorDSMDatabaseItem& item, RowRef row, std::vector<KorDSMDatabaseItem*>& found) {
     if (item.record() && item.tableType() == row.table && item.recordKey() == row.key)
         found.push_back(&item);
-    for (KorDSMDatabaseItem* child : item.children())
+    for (KorDSMDatabaseItem* child : item.madeChildren())
         collect(*child, row, found);
 }
 
@@ -32,7 +32,7 @@ void collectAlive(KorDSMDatabaseItem& item, const std::set<KorDSMDatabaseItem*>&
                   std::set<KorDSMDatabaseItem*>& found) {
     if (wanted.contains(&item))
         found.insert(&item);
-    for (KorDSMDatabaseItem* child : item.children())
+    for (KorDSMDatabaseItem* child : item.madeChildren())
         collectAlive(*child, wanted, found);
 }
 

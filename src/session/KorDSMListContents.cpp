@@ -27,7 +27,7 @@ const KorDSMDatabaseItem& shownContent(const KorDSMDatabaseItem& item) {
 }
 
 KorString count(const KorDSMDatabaseItem& item) {
-    return KorString::format("%d", {KorString::number(shownContent(item).children().length())});
+    return KorString::format("%d", {KorString::number(shownContent(item).childCount())});
 }
 
 // What the first column lists, in the words of the table where the children are records.

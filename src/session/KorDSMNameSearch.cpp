@@ -53,8 +53,16 @@ bool KorDSMNameSearch::isAboveFound(const KorDSMDatabaseItem& item) const {
 std::vector<KorDSMDatabaseItem*> KorDSMNameSearch::first(int atMost) const {
     std::vector<KorDSMDatabaseItem*> items;
     for (std::size_t i = 0; i < std::min(m_found.size(), static_cast<std::size_t>(atMost)); ++i)
-        items.push_back(m_names[m_found[i]].item);
+        items.push_back(itemAt(m_found[i]));
     return items;
+}
+
+// One that had been left is a child of the item above, behind which all of its children are numbered.
+KorDSMDatabaseItem* KorDSMNameSearch::itemAt(std::uint32_t number) const {
+    const Name& name = m_names[number];
+    if (name.item)
+        return name.item;
+    return m_names[name.parent].item->children()[static_cast<int>(number - name.parent) - 1];
 }
 
 // Hundreds of thousands of names are looked through at a key, and most of them may have the text: nothing is
@@ -81,16 +89,27 @@ bool KorDSMNameSearch::hasText(std::uint32_t number) const {
            std::string_view::npos;
 }
 
+std::uint32_t KorDSMNameSearch::addName(KorDSMDatabaseItem* item, const KorString& text,
+                                        std::optional<std::uint32_t> parent) {
+    const KorString name = text.lowered();
+    const auto own = static_cast<std::uint32_t>(m_names.size());
+    m_names.push_back({item, parent.value_or(own), static_cast<std::uint32_t>(m_folded.size()),
+                       static_cast<std::uint32_t>(name.size())});
+    m_folded += name.view();
+    return own;
+}
+
 void KorDSMNameSearch::gather(KorDSMDatabaseItem& item, std::optional<std::uint32_t> number) {
     if (KorDSMDependencies::canHaveDependents(item.type()))
         return;
     KorDSMItemContent::load(item);
+    if (number && item.hasChildrenLeft()) {
+        for (const StructRecord* row : item.rowsOfChildrenLeft())
+            addName(nullptr, row->getRunBezeichnung(), number);
+        return;
+    }
     for (KorDSMDatabaseItem* child : item.children()) {
-        const KorString name = child->getDisplayName().lowered();
-        const auto own = static_cast<std::uint32_t>(m_names.size());
-        m_names.push_back({child, number.value_or(own), static_cast<std::uint32_t>(m_folded.size()),
-                           static_cast<std::uint32_t>(name.size())});
-        m_folded += name.view();
+        const std::uint32_t own = addName(child, child->getDisplayName(), number);
         gather(*child, own);
         if (m_names.size() > own + 1) // what is below it was looked at
             m_numbers.emplace(child, own);

@@ -29,13 +29,16 @@ public:
 
 private:
     struct Name {
-        KorDSMDatabaseItem* item;
-        std::uint32_t parent; // its number; the own one where the parent is the root
-        std::uint32_t begin;  // in `m_folded`
+        KorDSMDatabaseItem* item; // null where it had been left: see `itemAt`
+        std::uint32_t parent;     // its number; the own one where the parent is the root
+        std::uint32_t begin;      // in `m_folded`
         std::uint32_t length;
     };
 
     void gather(KorDSMDatabaseItem& item, std::optional<std::uint32_t> number);
+    std::uint32_t addName(KorDSMDatabaseItem* item, const KorString& text,
+                          std::optional<std::uint32_t> parent);
+    KorDSMDatabaseItem* itemAt(std::uint32_t number) const;
     void look(bool onlyAmongFound);
     bool hasText(std::uint32_t number) const;
     bool isAboveFound(const KorDSMDatabaseItem& item) const;

@@ -30,6 +30,7 @@ void KorDSMDatabaseItem::insertChild(KorDSMItemList::Owned::iterator place,
 
 KorDSMDatabaseItem& KorDSMDatabaseItem::insertChild(std::unique_ptr<KorDSMDatabaseItem> child,
                                                     ComesBefore comesBefore) {
+    makeChildrenLeft();
     KorDSMDatabaseItem& added = *child;
     const auto place =
         std::ranges::find_if(m_Children, [&](const auto& sibling) { return comesBefore(added, *sibling); });

@@ -70,6 +70,7 @@ public:
     template <typename Item>
     Item& addChild(std::unique_ptr<Item> child) {
         Item& added = *child;
+        makeChildrenLeft();
         insertChild(m_Children.end(), std::move(child));
         return added;
     }
@@ -77,12 +78,29 @@ public:
     KorDSMDatabaseItem& insertChild(std::unique_ptr<KorDSMDatabaseItem> child, ComesBefore comesBefore);
     /// Gives the child, which keeps its parent pointer, to the caller; null for one that is none.
     std::unique_ptr<KorDSMDatabaseItem> releaseChild(const KorDSMDatabaseItem& child);
-    void deleteChildren() { m_Children.clear(); }
+    void deleteChildren() {
+        m_Children.clear();
+        m_bChildrenLeft = false;
+    }
     /// Room for `count` children.
     void reserveChildren(int count) { m_Children.reserve(static_cast<std::size_t>(count)); }
     /// Brings the children into this order; those of one place keep theirs.
     void sortChildren(ComesBefore comesBefore);
-    KorDSMItemList children() const { return KorDSMItemList(m_Children); }
+    /// The children. Those that were left are made for whoever asks.
+    KorDSMItemList children() const {
+        makeChildrenLeft();
+        return madeChildren();
+    }
+    /// The children as far as they were made: one that was left has nothing that could be out of date.
+    KorDSMItemList madeChildren() const { return KorDSMItemList(m_Children); }
+    /// Whether children are left to be made when they are asked for.
+    bool hasChildrenLeft() const { return m_bChildrenLeft; }
+    /// The rows that the children left will show, in their order. Valid until the table changes.
+    virtual std::vector<const StructRecord*> rowsOfChildrenLeft() const { return {}; }
+    /// How many children there are, made or left.
+    int childCount() const {
+        return m_bChildrenLeft ? static_cast<int>(rowsOfChildrenLeft().size()) : madeChildren().length();
+    }
 
     /// The nearest of this item and its ancestors that has this type, or null.
     const KorDSMDatabaseItem* ancestor(KorDSMDefines::eItemType type) const;
@@ -113,8 +131,17 @@ protected:
     void recordReplaced();
     /// Called when the children that hang on the record are gone.
     virtual void dependentsDropped() {}
+    /// The children are made when they are asked for, by `makeChildren`; there must be none yet.
+    void leaveChildren() { m_bChildrenLeft = true; }
+    virtual void makeChildren() {}
 
 private:
+    void makeChildrenLeft() const {
+        if (m_bChildrenLeft) {
+            m_bChildrenLeft = false;
+            const_cast<KorDSMDatabaseItem*>(this)->makeChildren();
+        }
+    }
     void addEqualItem(KorDSMDatabaseItem& other);
     void insertChild(KorDSMItemList::Owned::iterator place, std::unique_ptr<KorDSMDatabaseItem> child);
 
@@ -124,6 +151,7 @@ private:
     KorDSMDefines::eItemType m_Type = KorDSMDefines::kNoType;
     std::int32_t m_IconIndex = 0;
     bool m_bExpanded = true;
+    mutable bool m_bChildrenLeft = false;
     KorDSMItemList::Owned m_Children;
     std::unique_ptr<KorArray<KorDSMDatabaseItem*>> m_EqualItems; // null while there are none
 };

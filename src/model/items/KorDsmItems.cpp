@@ -1,6 +1,10 @@
 #include "model/items/KorDsmItems.h"
 
 #include "model/KorDSMMessages.h"
+#include "model/KorDSMSectionLoader.h"
+#include "operations/KorDSNManager.h"
+#include "operations/KorOdbcMan.h"
+#include "operations/StyleReads.h"
 
 namespace {
 
@@ -15,6 +19,26 @@ std::unique_ptr<Item> cloneOf(const Item& item) {
 
 std::unique_ptr<KorDSMDatabaseItem> KorDsmDetailStyleItem::clone() const {
     return cloneOf(*this);
+}
+
+void KorDsmDetailStyleItem::leaveViews() {
+    m_Source = {KorOdbcMan::getCurrentDSN(), KorOdbcMan::getCurrentAddIn()};
+    leaveChildren();
+}
+
+void KorDsmDetailStyleItem::makeChildren() {
+    const KorDSNRequest request(m_Source.dsn, m_Source.index);
+    KorDSMSectionLoader::loadDetailStylesDependencies(this);
+}
+
+std::vector<const StructRecord*> KorDsmDetailStyleItem::rowsOfChildrenLeft() const {
+    const KorDSNRequest request(m_Source.dsn, m_Source.index);
+    std::vector<const StructRecord*> rows;
+    for (int i = 0; i < getRecord().getLengthItems(); ++i)
+        if (const auto* view =
+                StyleReads::find<StructDetViewRequest>(KorOdbcKey(getRecord().getViewRequestAt(i))))
+            rows.push_back(view);
+    return rows;
 }
 
 std::unique_ptr<KorDSMDatabaseItem> KorDsmViewRequestItem::clone() const {

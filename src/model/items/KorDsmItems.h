@@ -7,10 +7,20 @@
 class KorDsmDetailStyleCategoryItem
     : public KorDsmRecordItem<StructDetBaseCategory, KorDSMDefines::kDetailStyleCategory> {};
 
-/// A detail style; its children are its view requests.
+/// A detail style; its children are its view requests. Of all that a database has few are ever looked at, so
+/// they can be left until somebody asks for them.
 class KorDsmDetailStyleItem : public KorDsmRecordItem<StructDetailStyle, KorDSMDefines::kDetailStyle> {
 public:
     std::unique_ptr<KorDSMDatabaseItem> clone() const override;
+    /// Leaves the view requests; those of the source that is current now are meant.
+    void leaveViews();
+    std::vector<const StructRecord*> rowsOfChildrenLeft() const override;
+
+protected:
+    void makeChildren() override;
+
+private:
+    SourceId m_Source; // of the views that are left
 };
 
 class KorDsmViewRequestCategoryItem
