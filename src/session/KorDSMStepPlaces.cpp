@@ -2,18 +2,18 @@
 
 #include "session/KorDSMUndo.h"
 
-void KorDSMStepPlaces::note(const KorDSMDatabaseItem* shown) {
+void KorDSMStepPlaces::note(const KorDSMDatabaseItem* shown, int page) {
     const int step = KorDSMUndo::lastStep();
     if (step > 0 && shown && shown->record())
-        m_places.try_emplace(step, *shown);
+        m_places.try_emplace(step, Noted{KorDSMPlace(*shown), page});
 }
 
-KorDSMDatabaseItem* KorDSMStepPlaces::find(KorDSMDataStructure& structure, int step) const {
-    const auto place = m_places.find(step);
-    return place == m_places.end() ? nullptr : place->second.find(structure);
+KorDSMStepPlaces::Place KorDSMStepPlaces::find(KorDSMDataStructure& structure, int step) const {
+    const auto noted = m_places.find(step);
+    return noted == m_places.end() ? Place() : Place{noted->second.place.find(structure), noted->second.page};
 }
 
 void KorDSMStepPlaces::renumber(SourceId source, const std::map<RowRef, std::int32_t>& newKeys) {
-    for (auto& [step, place] : m_places)
-        place.renumber(source, newKeys);
+    for (auto& [step, noted] : m_places)
+        noted.place.renumber(source, newKeys);
 }

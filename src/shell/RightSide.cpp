@@ -137,6 +137,11 @@ bool RightSide::focusField(RowRef row, int column) {
     return found;
 }
 
+int RightSide::shownPage() const {
+    const KorTabPage* page = m_tabs.currentPage();
+    return page ? page->templateId() : 0;
+}
+
 void RightSide::showPage(int templateId) {
     TabContent* group = m_tabs.currentContent();
     for (int i = 0; group && i < group->pageCount(); ++i)

@@ -46,6 +46,8 @@ public:
     /// one.
     bool focusField(RowRef row, int column);
 
+    /// Template number of the page that is shown; 0 where there is none.
+    int shownPage() const;
     /// Shows the page of this template number, where it belongs to the item that is shown.
     void showPage(int templateId);
 

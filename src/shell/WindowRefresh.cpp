@@ -83,12 +83,17 @@ void WindowRefresh::step(int steps, std::vector<KorDSMRowChange> (*takeStep)()) 
 void WindowRefresh::goToChanged(const std::vector<KorDSMRowChange>& changes, int step) {
     KorDSMDatabaseItem* shown = m_selection.item();
     KorDSMDatabaseItem* changed = nullptr;
+    KorDSMStepPlaces::Place place;
     {
         const KorDSMBusy busy;
-        changed = KorDSMUndo::itemOf(m_structure, changes, {shown, m_places.find(m_structure, step)});
+        place = m_places.find(m_structure, step);
+        changed = KorDSMUndo::itemOf(m_structure, changes, {shown, place.item});
     }
     if (changed && changed != shown)
         m_navigation.goToItem(*changed);
+    if (changed && place.item && changed->type() == place.item->type() &&
+        changed->recordKey() == place.item->recordKey())
+        m_rightSide.showPage(place.page);
 }
 
 void WindowRefresh::follow(const std::vector<KorDSMRowChange>& changes) {

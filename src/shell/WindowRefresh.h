@@ -29,7 +29,7 @@ public:
     void removeEntries(const std::vector<std::unique_ptr<KorDSMDatabaseItem>>& items);
 
     /// To be told of each write: undo and redo lead back to where the user was then.
-    void written() { m_places.note(m_selection.item()); }
+    void written() { m_places.note(m_selection.item(), m_rightSide.shownPage()); }
     /// Takes back, or brings again, so many steps, and shows the last of them where it is not shown already.
     void step(int steps, std::vector<KorDSMRowChange> (*takeStep)());
     /// Brings items, trees and the page shown in line with rows that are different now.

@@ -137,6 +137,8 @@ TEST_F(History, UndoAndRedoLeadToWhatTheyChanged) {
     open();
     KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
     changePosition();
+    const int where = page()->templateId();
+    showTab(0);
     m_dialog->switchSection(KorDSMDefines::kViewQualifiers);
     select({"User", "Hallberg: workshop", "HB holes"});
     answerNext([](QWidget* modal) { typeName(modal, "HB bores"); });
@@ -149,9 +151,12 @@ TEST_F(History, UndoAndRedoLeadToWhatTheyChanged) {
     EXPECT_EQ(KorDSMDialogFactory::getDSMDataStructure().getSelectedSection(),
               KorDSMDefines::kViewDetailStyles);
     EXPECT_TRUE(page()->isVisible());
+    EXPECT_EQ(page()->templateId(), where) << "the page where it was done";
+    showTab(0);
     select(kRailings);
     press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(selected(), "HB post 1:15");
+    EXPECT_EQ(page()->templateId(), where);
     press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(selected(), "HB bores");
     // What undo takes away leads to where it was.
