@@ -5,6 +5,7 @@
 #include "pages/ViewQuestion.h"
 #include "services/Prompts.h"
 #include "session/KorDSMCopiedRows.h"
+#include "session/KorDSMValueText.h"
 
 #include <QMessageBox>
 #include <QPushButton>
@@ -18,6 +19,7 @@ using List = KorDSMEditedList;
 constexpr int kAll = std::numeric_limits<int>::max() / 2;
 
 constexpr int kPaste = 578;
+constexpr int kNothingFits = 1030;
 constexpr int kHere = 760;      // "The copied rows use other records. ..."
 constexpr int kEqual = 761;     // "..., with the same content: %s"
 constexpr int kDifferent = 762; // "..., with another content: %s"
@@ -68,7 +70,9 @@ template <typename Paste>
 List::Outcome pasteBy(List& list, const List::Keys& rows, const Column* only, QWidget& window, Paste paste) {
     const std::unique_ptr<KorDSMCopiedRows> copied = PartClipboard::take(list);
     if (!copied)
-        return nothingDone(rows);
+        return refused(KorString::format(Prompts::dsm(kNothingFits),
+                                         {KorDSMValueText::tableCaption(*findTable(list.recordTable()))}),
+                       rows);
     const KorDSMCopiedRows::Comparison comparison =
         copied->compareWith(list.source(), only ? std::vector{only} : list.cells());
     if (!comparison.error.isEmpty())

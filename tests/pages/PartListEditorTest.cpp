@@ -164,11 +164,19 @@ TEST_F(PartListEditorTest, RowsGoOverTheClipboard) {
     EXPECT_EQ(grid().getCellText(1, 3), "HB mark");
     EXPECT_EQ(grid().selectedRows(), (std::vector{1, 2}));
 
-    // In a list of another kind there is nothing to paste.
+    // A list of another kind says what it takes.
     open(item<KorDsmViewDimensioningItem>("HB chain"), 1);
     const int before = grid().rowCount();
+    QString told;
+    QTimer::singleShot(0, qApp, [&told] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            told = box->text();
+            box->accept();
+        }
+    });
     key(Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(grid().rowCount(), before);
+    EXPECT_TRUE(told.contains("\"Dimension request\"")) << told.toStdString();
 }
 
 TEST_F(PartListEditorTest, RowsOfAnotherSourceAreLinkedOrBringWhatTheyUseAfterAQuestion) {

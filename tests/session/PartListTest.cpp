@@ -9,6 +9,7 @@
 #include "session/KorDSMUndo.h"
 
 #include <array>
+#include <cstdlib>
 #include <random>
 
 namespace {
@@ -141,7 +142,8 @@ TEST_F(PartList, RandomCommandsKeepTheOrderAndAreAllTakenBack) {
     constexpr int kCommands = 10'000;
     const std::string bytes = bytesOf(file("user.dsdb"));
     KorDSMDatabaseItem& style = item<StructDetailStyle>(SourceId::user(), "HB post 1:15");
-    std::mt19937 random(7);
+    const char* seed = std::getenv("DETAILSTYLES_SEED");
+    std::mt19937 random(seed ? static_cast<unsigned>(std::atoi(seed)) : 7);
     const auto below = [&random](std::size_t limit) { return static_cast<int>(random() % limit); };
     const auto open = [this](eTableType whole, const char* name, eTableType parts) {
         return KorDSMEditedList::of(
