@@ -183,7 +183,8 @@ void PageFields::fillLists() {
     }
 }
 
-void PageFields::fillCombo(const PageField& field, const Column& column, QComboBox& combo) {
+void PageFields::fillCombo(const PageField& field, const Column& column, QComboBox& combo,
+                           std::int32_t chosen) {
     const TableSchema& table = *findTable(row().table);
     const QSize size = ValuePictures::sizeFor(table, column);
     if (!size.isEmpty())
@@ -206,7 +207,10 @@ void PageFields::fillCombo(const PageField& field, const Column& column, QComboB
         if (auto* box = qobject_cast<KorComboBox*>(&combo))
             connect(box, &KorComboBox::choosing, names, &RecordNames::putInOrder);
     }
-    names->fill(*findTable(column.target), field.sorted, field.optional, !size.isEmpty());
+    names->fill(*findTable(column.target), field.sorted, field.optional, !size.isEmpty(),
+                [&](const StructRecord& each) {
+                    return each.key == chosen || ValuePictures::isOffered(column.target, each);
+                });
 }
 
 void PageFields::load() {
@@ -275,8 +279,8 @@ void PageFields::loadCombo(const PageField& field, const Column& column, std::in
     if (!names)
         return;
     const StructRecord* target = CurrentRows::find(column.target, KorOdbcKey(value));
-    if (target && names->entryOf(value) < 0) // it is newer than the list
-        fillCombo(field, column, combo);
+    if (target && names->entryOf(value) < 0) // it is newer than the list, or not offered
+        fillCombo(field, column, combo, value);
     int index = field.optional && value <= 0 ? 0 : target ? names->entryOf(value) : -1;
     if (target && (index < 0 || combo.itemText(index) != toQt(target->name)))
         index = combo.findText(toQt(target->name), Qt::MatchExactly | Qt::MatchCaseSensitive);

@@ -80,7 +80,8 @@ private:
     void onEntryChosen(const PageField& field, QComboBox& combo);
     void showSamples();
     void showPictures();
-    void fillCombo(const PageField& field, const Column& column, QComboBox& combo);
+    // What is not offered is listed where it is chosen.
+    void fillCombo(const PageField& field, const Column& column, QComboBox& combo, std::int32_t chosen = 0);
     void loadCombo(const PageField& field, const Column& column, std::int32_t value, QComboBox& combo);
 
     KorDSMPage& m_page;

@@ -14,7 +14,8 @@ constexpr int kSortedAtOnce = 250; // so few that it takes no time
 
 } // namespace
 
-void RecordNames::fill(const TableSchema& table, bool isSorted, bool isOptional, bool isPictured) {
+void RecordNames::fill(const TableSchema& table, bool isSorted, bool isOptional, bool isPictured,
+                       const std::function<bool(const StructRecord&)>& isOffered) {
     beginResetModel();
     m_table = &table;
     m_isOptional = isOptional;
@@ -27,7 +28,8 @@ void RecordNames::fill(const TableSchema& table, bool isSorted, bool isOptional,
     m_isInOrder = !isSorted || count <= kSortedAtOnce;
     if (isSorted && m_isInOrder) {
         for (const StructRecord* row : CurrentRows::byName(table.type))
-            m_entries.push_back({row->key, toQt(row->name)});
+            if (isOffered(*row))
+                m_entries.push_back({row->key, toQt(row->name)});
     } else {
         m_entries.reserve(static_cast<std::size_t>(count) + 1);
         for (int i = 0; i < count; ++i)

@@ -5,6 +5,7 @@
 #include <QAbstractListModel>
 #include <QIcon>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -18,8 +19,10 @@ public:
     using QAbstractListModel::QAbstractListModel;
 
     /// Lists the rows of the table in the current source: as people sort their names, or by key. With
-    /// `isOptional` an entry for none, key 0, comes first.
-    void fill(const TableSchema& table, bool isSorted, bool isOptional, bool isPictured);
+    /// `isOptional` an entry for none, key 0, comes first. Of a short list only those are there that
+    /// `isOffered`.
+    void fill(const TableSchema& table, bool isSorted, bool isOptional, bool isPictured,
+              const std::function<bool(const StructRecord&)>& isOffered);
     /// Puts a long list in its order; entries that are chosen stay so. Nothing to do is fine.
     void putInOrder();
     /// The entry of the row with this key, -1 where it is not listed.

@@ -96,3 +96,8 @@ const std::vector<ShownBy>& ValuePictureTable::rows() {
     };
     return rows;
 }
+
+const std::vector<int>& ValuePictureTable::ofCategories() {
+    static const std::vector<int> pictures = from(1501, 8);
+    return pictures;
+}

@@ -26,5 +26,7 @@ const std::vector<PicturedColumn>& small();
 /// Those on which a value is chosen.
 const std::vector<PicturedColumn>& large();
 const std::vector<ShownBy>& rows();
+/// Those among which users choose one for a category.
+const std::vector<int>& ofCategories();
 
 } // namespace ValuePictureTable

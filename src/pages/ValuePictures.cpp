@@ -185,6 +185,11 @@ QSize ValuePictures::largestSize() {
     return KorSamples::kSampleSize.expandedTo(kPictureSize);
 }
 
+bool ValuePictures::isOffered(eTableType table, const StructRecord& row) {
+    return table != kTableBitmap || std::ranges::count(ValuePictureTable::ofCategories(),
+                                                       static_cast<const StructBitmap&>(row).resource) > 0;
+}
+
 bool ValuePictures::isShownInField(const TableSchema& table, const Column& column) {
     return (table.type == kTableAppearance && column.number == kLineWeight) ||
            (table.type == kTableHatchSettings && column.number == kHatchPattern);

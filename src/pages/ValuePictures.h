@@ -15,6 +15,9 @@ namespace ValuePictures {
 QIcon of(const TableSchema& table, const Column& column, const CellValue& value);
 /// The picture that stands for a row of the current source; an empty icon where it has none.
 QIcon ofRow(const TableSchema& table, const StructRecord& row);
+/// Whether users are offered the row where they choose one of its table: most pictures stand for values of
+/// their own and for nothing else.
+bool isOffered(eTableType table, const StructRecord& row);
 /// How large the pictures of the column's values are, in pixels at 100 %; an empty size where they have none,
 /// whatever the value.
 QSize sizeFor(const TableSchema& table, const Column& column);
