@@ -9,17 +9,70 @@
 #include <QToolButton>
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
 constexpr int kMargin = 4; ///< around the picture of a button
+
+// A strip that may wrap goes on in a row below where its buttons have no room beside each other, so that it
+// does not keep what stands below it wide.
+class StripLayout : public QBoxLayout {
+public:
+    explicit StripLayout(QWidget* strip) : QBoxLayout(LeftToRight, strip) {}
+
+    bool hasHeightForWidth() const override { return mayWrap(); }
+    int heightForWidth(int width) const override {
+        return mayWrap() ? lay({0, 0, width, 0}, nullptr) : QBoxLayout::heightForWidth(width);
+    }
+    int minimumHeightForWidth(int width) const override { return heightForWidth(width); }
+    QSize minimumSize() const override {
+        QSize size = QBoxLayout::minimumSize();
+        if (mayWrap()) {
+            size.setWidth(0);
+            for (int i = 0; i < count(); ++i)
+                size.setWidth(std::max(size.width(), itemAt(i)->minimumSize().width()));
+        }
+        return size;
+    }
+    void setGeometry(const QRect& area) override {
+        if (!mayWrap())
+            return QBoxLayout::setGeometry(area);
+        QLayout::setGeometry(area);
+        lay(area, [this](QLayoutItem& item, const QRect& place) {
+            item.setGeometry(QStyle::visualRect(parentWidget()->layoutDirection(), geometry(), place));
+        });
+    }
+
+private:
+    bool mayWrap() const { return parentWidget() && parentWidget()->property("mayWrap").toBool(); }
+
+    // Goes through the places of the items, and returns how high all rows are.
+    int lay(const QRect& area, const std::function<void(QLayoutItem&, const QRect&)>& take) const {
+        QPoint at = area.topLeft();
+        int rowHeight = 0;
+        for (int i = 0; i < count(); ++i) {
+            QLayoutItem& item = *itemAt(i);
+            const QSize size = item.sizeHint();
+            if (at.x() > area.left() && at.x() + size.width() > area.left() + area.width()) {
+                at = {area.left(), at.y() + rowHeight + spacing()};
+                rowHeight = 0;
+            }
+            if (take)
+                take(item, {at, size});
+            at.rx() += size.width() + spacing();
+            rowHeight = std::max(rowHeight, size.height());
+        }
+        return at.y() + rowHeight - area.top();
+    }
+};
 
 } // namespace
 
 KorButtonGroup::KorButtonGroup(QWidget* parent) : KorButtonGroup(Qt::Horizontal, parent) {}
 
 KorButtonGroup::KorButtonGroup(Qt::Orientation orientation, QWidget* parent)
-    : QWidget(parent), m_layout(new QBoxLayout(QBoxLayout::LeftToRight, this)) {
+    : QWidget(parent), m_layout(new StripLayout(this)) {
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->setSpacing(1);
     setOrientation(orientation);

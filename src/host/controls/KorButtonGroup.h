@@ -12,8 +12,8 @@ class QBoxLayout;
 class QMenu;
 class QToolButton;
 
-/// A strip of tool buttons of equal size, named by their command ids. The strip is one stop of the Tab
-/// key; the arrow keys, Home and End go from button to button.
+/// A strip of tool buttons of equal size, named by command ids; in several rows where its property `mayWrap`
+/// is true and room is short. One stop of the Tab key; arrow keys, Home and End go from button to button.
 class KorButtonGroup : public QWidget {
     Q_OBJECT
 
