@@ -4,6 +4,7 @@
 #include "app/CommandDeclarations.h"
 #include "app/CommitReport.h"
 #include "app/Console.h"
+#include "app/DesktopKeyring.h"
 #include "app/HelpLanguage.h"
 #include "app/ProgramStart.h"
 #include "app/RequestCommand.h"
@@ -322,6 +323,7 @@ LockWait::Ask tellOfLocks() {
 
 int run(char** argv, const Wanted& wanted) {
     LockWait::setAsk(tellOfLocks());
+    KorDSMPasswords::current().setKeyring(std::make_unique<DesktopKeyring>());
     DataFolder folder(locateDataFolder(wanted.data));
     WindowStart start(argv);
     if (wanted.opensFolder && !wanted.command && wanted.picture->file.empty())

@@ -5,6 +5,7 @@
 #include "base/Translation.h"
 #include "data/store/odbc/OdbcStore.h"
 #include "data/store/odbc/OdbcTables.h"
+#include "session/KorDSMPasswords.h"
 
 namespace {
 
@@ -87,12 +88,18 @@ int serverCommand(DataFolder& folder, const ServerOptions& options) {
     if (result && options.action == eServerAction::kCheck)
         result = check(address.value);
     else if (result) {
-        OdbcDatabase database(address.value, {});
-        result = database.connect();
+        ServerAddress where = address.value;
+        auto database = std::make_unique<OdbcDatabase>(where, OdbcLimits());
+        result = database->connect();
+        if (database->isRefused) {
+            where.password = KorDSMPasswords::current().known(where);
+            database = std::make_unique<OdbcDatabase>(where, OdbcLimits());
+            result = database->connect();
+        }
         if (result)
-            result = options.action == eServerAction::kCreate    ? create(database)
-                     : options.action == eServerAction::kUpgrade ? upgrade(database)
-                                                                 : status(database);
+            result = options.action == eServerAction::kCreate    ? create(*database)
+                     : options.action == eServerAction::kUpgrade ? upgrade(*database)
+                                                                 : status(*database);
     }
     if (!result)
         Console::complain(KorString(result.error));

@@ -6,20 +6,18 @@ KorDSMPasswords& KorDSMPasswords::current() {
     return EditorSession::currentPart<KorDSMPasswords>();
 }
 
-OpenedServer KorDSMPasswords::open(ServerAddress server, OdbcStore::eMode mode) {
-    const bool isGiven = !server.password.empty();
-    OpenedServer opened = OdbcStore::open(server, mode);
-    const auto tryWith = [&](const std::string& password) {
-        if (!opened.isRefused || isGiven || password.empty())
-            return;
-        server.password = password;
-        opened = OdbcStore::open(server, mode);
-    };
+std::string KorDSMPasswords::known(const ServerAddress& server) const {
     if (const auto given = m_given.find(server.connection); given != m_given.end())
-        tryWith(given->second);
-    if (opened.isRefused && !isGiven && m_keyring)
-        tryWith(m_keyring->find(server));
-    return opened;
+        return given->second;
+    return m_keyring ? m_keyring->find(server) : std::string();
+}
+
+OpenedServer KorDSMPasswords::open(ServerAddress server, OdbcStore::eMode mode) {
+    OpenedServer opened = OdbcStore::open(server, mode);
+    if (!opened.isRefused || !server.password.empty())
+        return opened;
+    server.password = known(server);
+    return server.password.empty() ? std::move(opened) : OdbcStore::open(server, mode);
 }
 
 bool KorDSMPasswords::learn(const ServerAddress& server, bool keeps) {

@@ -30,8 +30,10 @@ public:
     void setKeyring(std::unique_ptr<Keyring> keyring) { m_keyring = std::move(keyring); }
     bool canKeep() const { return m_keyring && m_keyring->isThere(); }
 
+    /// The password that is known; empty for none.
+    std::string known(const ServerAddress& server) const;
     /// Opens a database. Where the server does not let the user in, and the address has no password, the
-    /// known ones are tried.
+    /// known one is tried.
     OpenedServer open(ServerAddress server, OdbcStore::eMode mode);
     /// Whether the user gave one in this run.
     bool isGiven(const ServerAddress& server) const { return m_given.contains(server.connection); }

@@ -55,12 +55,15 @@ bool Reports::readOutsideChanges(eLook look) {
     return std::ranges::all_of(changes, [](const OutsideChange& change) { return change.conflicts.empty(); });
 }
 
-void Reports::readNoticed() {
-    if (!TypedText::canBeKept() || !KorDSMCommit::isNoticed())
-        return;
+bool Reports::readNoticed() {
+    if (!KorDSMCommit::isNoticed())
+        return true;
+    if (!TypedText::canBeKept())
+        return false;
     const KorDSMBusy busy;
     const TypedText typed;
     follow(&KorDSMCommit::readNoticed);
+    return true;
 }
 
 std::vector<OutsideChange> Reports::follow(const KorDSMCommit::Read& read) {

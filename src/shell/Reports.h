@@ -25,9 +25,9 @@ public:
 
     /// Takes over what other programs changed, and asks about conflicts. Returns whether there were none.
     bool readOutsideChanges(eLook look = eLook::kAsk);
-    /// The same of what is known already, while the user works on: what is being typed stays, and where that
-    /// cannot be nothing is taken over yet.
-    void readNoticed();
+    /// The same of what is known already, while the user works on: what is being typed stays. Returns false
+    /// where that cannot be, so that it has to wait.
+    bool readNoticed();
     /// Reads, asks about conflicts and shows what came of it; returns that.
     std::vector<OutsideChange> follow(const KorDSMCommit::Read& read);
 

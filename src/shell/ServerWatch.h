@@ -22,8 +22,11 @@ public:
     void look();
 
 private:
+    void lookSoon();
+
     Reports& m_reports;
     StatusLine& m_status;
     std::function<bool()> m_mayShow;
     QTimer m_timer;
+    bool m_waits = false; ///< for the user to leave what is being edited
 };

@@ -46,9 +46,9 @@ void StatusLine::say(const KorString& text) {
     m_status->setText(toQt(text));
 }
 
-void StatusLine::showServers(const KorString& colleagues, const KorString& trouble) {
+void StatusLine::showServers(const KorString& colleagues, const KorString& trouble, const KorString& waits) {
     constexpr int kWidest = 420; // pixels; the tooltip has all of it
-    const QString text = toQt(trouble.isEmpty() ? colleagues : trouble);
+    const QString text = toQt(!trouble.isEmpty() ? trouble : waits.isEmpty() ? colleagues : waits);
     const QString firstLine = text.section(u'\n', 0, 0);
     m_servers->setText(m_servers->fontMetrics().elidedText(firstLine, Qt::ElideRight, kWidest));
     m_servers->setToolTip(text);

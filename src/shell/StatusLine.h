@@ -18,8 +18,8 @@ public:
     void show(const KorString& status, const KorString& note, const KorString& reason);
     /// Says something else until the next status comes.
     void say(const KorString& text);
-    /// Says who else is there, and which server gives no answer; both may be empty.
-    void showServers(const KorString& colleagues, const KorString& trouble);
+    /// Says who else is there, which server gives no answer, and what waits; each may be empty.
+    void showServers(const KorString& colleagues, const KorString& trouble, const KorString& waits);
     /// Shows progress in place of the status; paints at once, while what the user does waits.
     void showProgress(const DsmProgress& progress);
 

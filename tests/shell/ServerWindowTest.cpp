@@ -1,4 +1,5 @@
 #include "controls/KorLineEdit.h"
+#include "controls/VELComboTree.h"
 #include "data/exchange/CopiedDatabase.h"
 #include "data/store/SqliteStore.h"
 #include "data/store/odbc/OdbcStore.h"
@@ -126,6 +127,20 @@ TEST_F(ServerWindow, WhatOthersStoreIsShownAndTakesNothingAway) {
     EXPECT_EQ(name->text(), typed);
     name->restore();
     EXPECT_EQ(name->text(), "Renamed there");
+
+    select({"User", "Hallberg: posts and beams", "Renamed there", "HB front"});
+    const auto combos = page()->findChildren<VELComboTree*>();
+    const auto open = std::ranges::find_if(
+        combos, [](const VELComboTree* each) { return each->isVisible() && each->isEnabled(); });
+    ASSERT_NE(open, combos.end());
+    (*open)->showPopup();
+    auto* servers = control<QLabel>(1217);
+    others(style, 3, KorString("later"));
+    waitFor([&] { return servers->isVisible() && servers->text().contains("until you leave"); });
+    EXPECT_NE(shown(style).description, KorString("later")) << "a list that is open stays as it is";
+    (*open)->hidePopup();
+    waitFor([&] { return shown(style).description == KorString("later"); });
+    EXPECT_FALSE(servers->text().contains("until you leave"));
 }
 
 TEST_F(ServerWindow, TellsWhoIsThereAndWhoChangesTheRecordThatIsShown) {
