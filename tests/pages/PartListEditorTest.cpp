@@ -176,7 +176,7 @@ TEST_F(PartListEditorTest, RowsGoOverTheClipboard) {
     });
     key(Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(grid().rowCount(), before);
-    EXPECT_TRUE(told.contains("\"Dimension request\"")) << told.toStdString();
+    EXPECT_TRUE(told.contains("\"Dimension of the view\"")) << told.toStdString();
 }
 
 TEST_F(PartListEditorTest, RowsOfAnotherSourceAreLinkedOrBringWhatTheyUseAfterAQuestion) {
