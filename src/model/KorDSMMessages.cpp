@@ -5,7 +5,6 @@
 #include "services/KorHostPost.h"
 
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 void KorMessageReceivers::onMessage(const KorMessage& message) {
@@ -55,7 +54,7 @@ void sendMessage(const KorMessage& message) {
 void post(std::shared_ptr<const KorMessage> message) {
     if (targets().empty())
         return;
-    const auto deliver = [message = std::move(message), number = targets().back().number] {
+    const auto deliver = [message, number = targets().back().number] {
         const auto it = std::ranges::find(targets(), number, &Added::number);
         if (it != targets().end())
             it->target->onMessage(*message);

@@ -1,46 +1,40 @@
 #include "model/KorProgressCtrl.h"
 
 #include "base/EditorSession.h"
-#include "model/KorDSMMessages.h"
+
+#include <utility>
 
 namespace {
 
-constexpr int kNotShown = -2;
-constexpr int kNothingYet = -1;
-
 struct Progress {
-    KorString text;
-    int percent = kNotShown;
+    KorProgressCtrl::Display display;
+    int percent = -1;
 };
 
 Progress& progress() {
     return EditorSession::currentPart<Progress>();
 }
 
-void tell(DsmProgress::eState state, int percent = 0) {
-    DsmProgress message;
-    message.state = state;
-    message.percent = percent;
-    message.text = progress().text;
-    KorDSMMainWindow::sendMessage(message);
-}
-
 } // namespace
 
+void KorProgressCtrl::install(Display display) {
+    progress() = {std::move(display)};
+}
+
 void KorProgressCtrl::activate(const KorString& text) {
-    progress() = {text, kNothingYet};
-    tell(DsmProgress::kStart);
+    progress().percent = -1;
+    if (progress().display.activate)
+        progress().display.activate(text);
 }
 
 void KorProgressCtrl::setPercentage(int percent, int step) {
     const int reached = percent + step;
-    if (progress().percent == kNotShown || progress().percent == reached)
-        return;
-    progress().percent = reached;
-    tell(DsmProgress::kStep, reached);
+    if (std::exchange(progress().percent, reached) != reached && progress().display.setPercentage)
+        progress().display.setPercentage(reached);
 }
 
 void KorProgressCtrl::reset() {
-    progress() = {};
-    tell(DsmProgress::kDone, 100);
+    progress().percent = -1;
+    if (progress().display.reset)
+        progress().display.reset();
 }

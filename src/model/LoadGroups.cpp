@@ -2,7 +2,7 @@
 
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMItemPlacing.h"
-#include "model/KorProgressCtrl.h"
+#include "model/KorDSMMessages.h"
 #include "operations/CurrentRows.h"
 #include "operations/StyleReads.h"
 #include "services/Prompts.h"
@@ -18,6 +18,14 @@ const KorDSMFamily& familyIn(const KorDsmAddInContentItem& addIn) {
 
 const KorDSMFamily& groupsIn(const KorDsmAddInContentItem& addIn) {
     return *KorDSMFamilies::of(familyIn(addIn).group);
+}
+
+void sendProgress(DsmProgress::eState state, int percent, const KorString& text = {}) {
+    DsmProgress message;
+    message.state = state;
+    message.percent = percent;
+    message.text = text;
+    KorDSMMainWindow::sendMessage(message);
 }
 
 void placeRecord(KorDSMItemPlacing::Filling& filling, const KorDSMFamily& family, const Column& filing,
@@ -48,12 +56,16 @@ void KorDSMSectionLoader::expandAddInContent(KorDsmAddInContentItem& addIn) {
     const Column& filing = *KorDSMFamilies::filingColumn(family.table);
     KorArray<KorString> names;
     StyleReads::names(family.table, names);
-    KorProgressCtrl::activate(KorString::format("%s %s", {Prompts::ups(21034), Prompts::ups(21002)}));
+    const KorString text = KorString::format("%s %s", {Prompts::ups(21034), Prompts::ups(21002)});
+    sendProgress(DsmProgress::kStart, 0);
+    int shown = -1;
     KorDSMItemPlacing::Filling filling(addIn, groupsIn(addIn));
     for (int i = 0; i < names.length(); ++i) {
-        KorProgressCtrl::setPercentage(i * 100 / names.length(), 0);
+        const int percent = i * 100 / names.length();
+        if (percent != shown)
+            sendProgress(DsmProgress::kStep, shown = percent, text);
         placeRecord(filling, family, filing, names[i]);
     }
-    KorProgressCtrl::reset();
+    sendProgress(DsmProgress::kDone, 100);
     addIn.setExpanded();
 }

@@ -5,7 +5,7 @@
 #include "controls/VELComboTreeBuilder.h"
 #include "model/KorDSMBusy.h"
 #include "model/KorDSMDefines.h"
-#include "model/KorProgressCtrl.h"
+#include "model/KorDSMMessages.h"
 #include "operations/CurrentRows.h"
 #include "operations/KorDetStructureUtilities.h"
 #include "operations/KorODBCDetStyle.h"
@@ -161,6 +161,14 @@ constexpr FillRow kRows[] = {
     {SelectionFills::kViewRequests, 33534, 13, 22, &collectViewRequests},
 };
 
+void sendProgress(DsmProgress::eState state, int percent, const KorString& text) {
+    DsmProgress message;
+    message.state = state;
+    message.percent = percent;
+    message.text = text;
+    KorDSMMainWindow::sendMessage(message);
+}
+
 KorImageListPtr globalImages() {
     if (KorDSMDefines::m_GlobalIcons.isEmpty())
         KorDSMDefines::loadGlobalIcons();
@@ -183,9 +191,9 @@ void build(const FillRow& row, VELComboTree& combo, KorImageList& images) {
     const KorDSMBusy busy;
     VELComboTreeBuilder tree;
     const KorString text = Prompts::ups(row.prompt);
-    tree.installHandlers([&](int) { KorProgressCtrl::activate(text); },
-                         [](int percent) { KorProgressCtrl::setPercentage(percent, 0); },
-                         &KorProgressCtrl::reset);
+    tree.installHandlers([](int) { sendProgress(DsmProgress::kStart, 0, {}); },
+                         [&](int percent) { sendProgress(DsmProgress::kStep, percent, text); },
+                         [] { sendProgress(DsmProgress::kDone, 100, {}); });
     Pictures pictures(images, row.recordIcon);
     row.collect(tree, row, pictures);
     tree.build(combo);

@@ -30,7 +30,7 @@ protected:
         if (message.number == DsmSetEntryText::kNumber)
             texts.push_back(static_cast<const DsmSetEntryText&>(message).text);
         if (message.number == DsmProgress::kNumber)
-            progress.push_back(static_cast<const DsmProgress&>(message));
+            progress.push_back(static_cast<const DsmProgress&>(message).state);
     }
 
     void load() { KorDSMSectionLoader().loadDataStructure(*structure); }
@@ -48,7 +48,7 @@ protected:
     std::unique_ptr<KorDSMDataStructure> structure;
     std::vector<int> numbers; ///< of the messages, in their order
     std::vector<KorString> texts;
-    std::vector<DsmProgress> progress;
+    std::vector<DsmProgress::eState> progress;
 };
 
 using Names = std::vector<KorString>;
