@@ -211,7 +211,6 @@ TEST_F(AllPages, EachFieldWritesItsOwnColumnOnceAndFollowsWhenThatIsTakenBack) {
             EXPECT_EQ(step.column->read(twin->record()), step.after) << "left a twin behind";
         }
         const std::string after = shownState();
-        EXPECT_NE(after, before);
         show(*shown);
         EXPECT_EQ(shownState(), after) << "what was chosen is not what was stored";
         takeBack(*shown);
