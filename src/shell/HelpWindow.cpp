@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QScreen>
 #include <QTextBrowser>
+#include <QTimer>
 #include <QToolBar>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -55,12 +56,55 @@ QToolBar* HelpWindow::makeTools() {
     return tools;
 }
 
+// What a modal dialog does not own it blocks.
+void HelpWindow::moveTo(QWidget* parent) {
+    if (parent == parentWidget())
+        return;
+    const QRect place = geometry();
+    const bool wasPlaced = testAttribute(Qt::WA_WState_Created);
+    setParent(parent, windowFlags());
+    if (wasPlaced)
+        setGeometry(place);
+}
+
+bool HelpWindow::eventFilter(QObject* watched, QEvent* event) {
+    QWidget* dialog = parentWidget();
+    QWidget* behind = watched == dialog ? dialog->parentWidget() : nullptr;
+    if (event->type() != QEvent::Hide || event->spontaneous() || !behind)
+        return false;
+    dialog->removeEventFilter(this);
+    moveTo(behind->window());
+    if (std::exchange(m_wasVisible, false))
+        QTimer::singleShot(0, this, [this] {
+            setAttribute(Qt::WA_ShowWithoutActivating);
+            QDialog::show();
+            setAttribute(Qt::WA_ShowWithoutActivating, false);
+        });
+    return false;
+}
+
+void HelpWindow::done(int result) {
+    QDialog::done(result);
+    m_wasVisible = false;
+    if (QWidget* parent = parentWidget())
+        parent->activateWindow();
+}
+
 void HelpWindow::show(const std::filesystem::path& page) {
     QPointer<HelpWindow>& window = EditorSession::currentPart<HelpShown>().window;
+    QWidget* modal = QApplication::activeModalWidget();
     if (!window)
         window = new HelpWindow(QApplication::activeWindow());
+    if (modal) {
+        if (modal != window->parentWidget())
+            window->m_wasVisible = window->isVisible();
+        window->moveTo(modal);
+        modal->installEventFilter(window);
+    }
     window->m_browser->setSource(QUrl::fromLocalFile(QString::fromStdString(page.string())));
     window->setWindowTitle(window->m_browser->documentTitle());
     static_cast<QWidget*>(window)->show();
     window->raise();
+    window->activateWindow();
+    window->m_browser->setFocus();
 }

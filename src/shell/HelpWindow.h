@@ -8,7 +8,8 @@ class QTextBrowser;
 class QToolBar;
 
 /// Shows help pages beside the editor. One window serves all topics; links lead from page to page, and the
-/// tools back, forward and to the first one.
+/// tools back, forward and to the first one. A modal dialog that asks for help has it in front of itself as
+/// long as it is open; then the help is behind it again where it was before.
 class HelpWindow : public QDialog {
     Q_OBJECT
 
@@ -18,8 +19,15 @@ public:
     /// Shows a page in the help window of the active window, opening it when needed.
     static void show(const std::filesystem::path& page);
 
+    void done(int result) override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void moveTo(QWidget* parent);
     QToolBar* makeTools();
 
     QTextBrowser* m_browser;
+    bool m_wasVisible = false; ///< before a modal dialog had it
 };

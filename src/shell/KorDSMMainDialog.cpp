@@ -84,6 +84,7 @@ int KorDSMMainDialog::OnInitDialog() {
     m_memory.setWindow(this);
     resize(width() + m_parts->preview.wantedWidth(), height());
     m_memory.restore();
+    m_parts->sections.currentControl().setFocus();
     m_parts->servers.begin();
     return 1;
 }

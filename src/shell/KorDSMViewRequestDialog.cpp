@@ -13,6 +13,7 @@
 #include "session/KorDSMRequestItems.h"
 #include "session/KorDSMUndo.h"
 #include "shell/GlobalIcons.h"
+#include "shell/WindowKeys.h"
 
 #include <QAction>
 #include <QKeyEvent>
@@ -128,6 +129,13 @@ void KorDSMViewRequestDialog::setTexts() {
     find->setShortcut(QKeySequence::Find);
     connect(find, &QAction::triggered, &m_filter, [this] { m_filter.setFocus(Qt::ShortcutFocusReason); });
     addAction(find);
+    auto* tabs = KorControls::find<KorTabCtrl>(this, kPages);
+    WindowKeys::press(*KorControls::find<QPushButton>(this, 1),
+                      {QKeySequence(Qt::CTRL | Qt::Key_Return), QKeySequence(Qt::CTRL | Qt::Key_Enter)});
+    WindowKeys::turnPages(*this, *tabs);
+    WindowKeys::walk(*this, [this, tabs] {
+        return QWidgetList{m_tree.control(), tabs, KorControls::find(this, kList)};
+    });
 }
 
 void KorDSMViewRequestDialog::setUpActions() {

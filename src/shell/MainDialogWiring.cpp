@@ -2,12 +2,15 @@
 #include "controls/KorButtonGroupMenu.h"
 #include "controls/KorControls.h"
 #include "controls/KorQt.h"
+#include "controls/KorTabCtrl.h"
 #include "controls/KorTemplates.h"
 #include "services/CKorHelp.h"
 #include "services/Prompts.h"
 #include "shell/GlobalIcons.h"
 #include "shell/KorDSMMainDialog.h"
+#include "shell/SharedConsent.h"
 #include "shell/WhenFree.h"
+#include "shell/WindowKeys.h"
 #include "shell/WindowParts.h"
 
 #include <QAction>
@@ -37,6 +40,16 @@ void KorDSMMainDialog::setUpKeys() {
     find->setShortcut(QKeySequence::Find);
     connect(find, &QAction::triggered, this, [this] { m_parts->filter.focus(); });
     addAction(find);
+    WindowKeys::press(m_parts->apply, {QKeySequence(QKeySequence::Save)});
+    WindowKeys::press(m_parts->use, {QKeySequence(Qt::CTRL | Qt::Key_U)});
+    WindowKeys::press(*KorControls::find<QPushButton>(this, 1),
+                      {QKeySequence(Qt::CTRL | Qt::Key_Return), QKeySequence(Qt::CTRL | Qt::Key_Enter)});
+    auto* tabs = KorControls::find<KorTabCtrl>(this, 1002);
+    WindowKeys::turnPages(*this, *tabs);
+    WindowKeys::walk(*this, [this, tabs] {
+        return QWidgetList{&m_parts->sections.currentControl(), tabs, KorControls::find(this, 1003),
+                           &m_parts->preview.pane().view()};
+    });
     m_parts->commands.giveDeleteKey(m_parts->sections.controls());
 }
 
@@ -62,6 +75,11 @@ void KorDSMMainDialog::setUpTabOrder() {
 
 void KorDSMMainDialog::connectSelection() {
     WindowParts& parts = *m_parts;
+    connect(&parts.selection, &TreeSelection::changed, this, [this] {
+        const KorDSMDatabaseItem* item = m_parts->selection.item();
+        const RowRef now = item && item->record() ? RowRef{item->tableType(), item->recordKey()} : RowRef();
+        SharedConsent::visit(now);
+    });
     connect(&parts.sectionStrip, &SectionStrip::sectionWanted, &parts.navigation, &Navigation::switchSection);
     connect(&parts.sectionStrip, &SectionStrip::treesChanged, &parts.navigation, &Navigation::rebuildTrees);
     connect(&parts.navigation, &Navigation::sectionSwitched, &parts.sectionStrip, &SectionStrip::check);

@@ -1,10 +1,10 @@
 #include "shell/WindowTurn.h"
 
 #include "base/EditorSession.h"
-#include "dialogs/KorDSMDialogConfirmation.h"
 #include "model/KorDSMMessages.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "shell/RightSide.h"
+#include "shell/SharedConsent.h"
 
 #include <algorithm>
 #include <vector>
@@ -41,7 +41,7 @@ void WindowTurn::begin() {
     open().push_back(this);
     KorDSMMainWindow::add(&m_target);
     KorDSMGuardedWrite::addAskFunction(this, [this](eTableType table, const KorOdbcKey& key) {
-        return KorDSMDialogConfirmation::ask(table, key, &m_window);
+        return SharedConsent::ask({table, key}, m_window);
     });
 }
 

@@ -1,6 +1,7 @@
 #include "controls/KorMFCGridCtrl.h"
 #include "controls/VELComboTree.h"
 #include "data/StyleDatabases.h"
+#include "dialogs/KorDSMDialog.h"
 #include "dialogs/KorDSMDialogAddView.h"
 #include "dialogs/KorDSMDialogInUse.h"
 #include "shell/EditorFixture.h"
@@ -231,6 +232,49 @@ TEST_F(EditorFixture, HelpOpensBesideTheEditorAndLeadsBack) {
     tools[0]->trigger();
     EXPECT_EQ(help->windowTitle(), terms);
     EXPECT_TRUE(m_dialog->isVisible());
+    const QWidget* contents = help->findChild<QToolBar*>()->widgetForAction(tools[2]);
+    const QPoint place = contents->mapTo(help, contents->rect().center());
+    QTest::keyClick(help, Qt::Key_Escape);
+    EXPECT_FALSE(help->isVisible());
+
+    // A modal dialog lets its help through, and has the keys again after it.
+    select(kStyle);
+    whenShown<KorDSMDialog>([&](KorDSMDialog& dialog) {
+        QTest::keyClick(&dialog, Qt::Key_F1);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(help));
+        const QString asked = help->windowTitle();
+        QTest::mouseClick(help->windowHandle(), Qt::LeftButton, {}, place);
+        EXPECT_NE(help->windowTitle(), asked);
+        QTest::keyClick(help, Qt::Key_Escape);
+        EXPECT_FALSE(help->isVisible());
+        EXPECT_TRUE(dialog.isActiveWindow());
+        QTest::keyClick(&dialog, Qt::Key_F1);
+        dialog.reject();
+    });
+    command(kCopy);
+    EXPECT_FALSE(help->isVisible()) << "it was not there before";
+    press(Qt::Key_F1);
+    EXPECT_TRUE(help->isVisible());
+}
+
+TEST_F(EditorFixture, KeysLeadFromTheTreeToEachPageAndStore) {
+    open();
+    EXPECT_EQ(QApplication::focusWidget(), &tree());
+    select(kStyle);
+    const KorTabPage* first = page();
+    press(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_NE(page(), first);
+    press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(page(), first);
+    EXPECT_EQ(QApplication::focusWidget(), &tree());
+    press(Qt::Key_F6);
+    EXPECT_TRUE(control<KorTabCtrl>(1002)->isAncestorOf(QApplication::focusWidget()));
+    press(Qt::Key_F6, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), &tree());
+    changePosition();
+    press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(m_result, QDialog::Accepted);
+    EXPECT_FALSE(isPending());
 }
 
 TEST_F(EditorFixture, AStyleGetsLosesAndReordersItsViews) {

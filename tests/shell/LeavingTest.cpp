@@ -1,6 +1,8 @@
 #include "controls/KorLineEdit.h"
 #include "dialogs/KorDSMDialogConfirmation.h"
+#include "records/TableDeclarations.h"
 #include "services/KorExchangeUtilities.h"
+#include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMHandOver.h"
 #include "shell/EditorFixture.h"
 
@@ -203,4 +205,34 @@ TEST_F(Leaving, UseNamesNoStyleThatIsNotStored) {
     EXPECT_EQ(stored("user.dsdb", "SELECT m.detail_key || ' ' || m.number FROM detail_master m "
                                   "JOIN detail_style s ON s.key = m.style WHERE s.name = 'HB post copied'"),
               named);
+}
+
+TEST_F(Leaving, ConsentToChangeASharedRecordHoldsUntilAnotherOneIsSelected) {
+    open();
+    const auto* arrangement = StyleDatabases::current()
+                                  .source(SourceId::user())
+                                  ->table(kTableViewArrangeStrategy)
+                                  .find(static_cast<const StructDetailStyle*>(StyleDatabases::current()
+                                                                                  .source(SourceId::user())
+                                                                                  ->table(kTableDetailStyle)
+                                                                                  .find("HB post 1:15"))
+                                            ->arrangeStrategyKey);
+    int asked = 0;
+    QTimer answers;
+    QObject::connect(&answers, &QTimer::timeout, [&asked] {
+        if (auto* dialog = qobject_cast<KorDSMDialogConfirmation*>(QApplication::activeModalWidget())) {
+            ++asked;
+            dialog->accept();
+        }
+    });
+    answers.start();
+    const int column = findTable(kTableViewArrangeStrategy)->column("frame_margin")->number;
+    double margin = 20;
+    for (const auto& [place, expected] : {std::pair(kStyle, 1), std::pair(kStyle, 1), std::pair(kView, 2)}) {
+        select(place);
+        EXPECT_TRUE(KorDSMGuardedWrite::setAttributeValue(kTableViewArrangeStrategy,
+                                                          KorOdbcKey(arrangement->key), column, margin++)
+                        .isStored());
+        EXPECT_EQ(asked, expected);
+    }
 }
