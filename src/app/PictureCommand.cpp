@@ -1,10 +1,8 @@
 #include "app/Commands.h"
 #include "app/Console.h"
-#include "app/DrawingFile.h"
 #include "app/OutputFile.h"
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
-#include "app/StyleSheet.h"
 #include "app/TypedValue.h"
 #include "base/Translation.h"
 #include "data/RowClosure.h"
@@ -18,6 +16,8 @@
 #include "services/KorTextFile.h"
 #include "session/DataFolder.h"
 #include "session/KorDSMSampleParts.h"
+#include "session/StyleSheet.h"
+#include "shell/DrawingFile.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -136,9 +136,7 @@ int pictureCommand(DataFolder& folder, const DrawingOptions& options) {
     const Result<Governed::Places> places = highlighted(drawing, options, row, part.value, request);
     if (!places)
         return failed(places.error);
-    const KorString schematic = KorString::format(
-        translated("Schematic, of the sample part \"%s\"; not the host's drawing"), {drawing.part});
-    PicturePage page = pageOf(drawing, schematic.toStdString());
+    PicturePage page = pageOf(drawing);
     page.highlighted = places.value;
     if (options.sheet)
         page = StyleSheet::pageOf(page, drawing, row.source, row.key);

@@ -1,6 +1,13 @@
 #include "drawing/PicturePage.h"
 
-PicturePage pageOf(const Drawing& drawing, const std::string& schematic) {
+#include "base/Translation.h"
+
+KorString schematicOf(const Drawing& drawing) {
+    return KorString::format(translated("Schematic, of the sample part \"%s\"; not the host's drawing"),
+                             {translated(drawing.part)});
+}
+
+PicturePage pageOf(const Drawing& drawing) {
     constexpr double kMargin = 5; // mm around the drawing
     PicturePage page;
     page.title = drawing.style + ", " + drawing.part;
@@ -12,7 +19,7 @@ PicturePage pageOf(const Drawing& drawing, const std::string& schematic) {
     Primitive note;
     note.kind = Primitive::kText;
     note.purpose = Primitive::kTitle;
-    note.text = schematic;
+    note.text = schematicOf(drawing).toStdString();
     note.style = {"Arial", 2.5, 8};
     note.points = {page.box.low - Vec2{0, 6}};
     page.box.add(note.box());

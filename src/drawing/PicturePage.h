@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/KorString.h"
 #include "drawing/Primitive.h"
 
 #include <string>
@@ -12,5 +13,7 @@ struct PicturePage {
     Box2 box;                             ///< of the page
 };
 
-/// The page of a drawing; `schematic` is written below it.
-PicturePage pageOf(const Drawing& drawing, const std::string& schematic);
+/// What the drawing is and is not, in one line.
+KorString schematicOf(const Drawing& drawing);
+/// The page of a drawing, with that line below it.
+PicturePage pageOf(const Drawing& drawing);

@@ -8,6 +8,7 @@
 #include "model/KorDSMDependencies.h"
 #include "model/KorDSMFamilies.h"
 #include "operations/CurrentRows.h"
+#include "pages/FoldingColumns.h"
 #include "pages/KorDSMPage.h"
 #include "pages/PictureChoice.h"
 #include "pages/RecordButtons.h"
@@ -42,7 +43,7 @@ QVBoxLayout* makeColumn() {
 FormBody::FormBody(KorDSMPage& page, const std::vector<FormGroup>& groups, eTableType table, int firstControl,
                    FindPart part)
     : m_page(page), m_table(table), m_part(std::move(part)), m_nextOwn(firstControl),
-      m_nextOther(firstControl + kOthers), m_columns(new QHBoxLayout), m_left(makeColumn()),
+      m_nextOther(firstControl + kOthers), m_columns(new FoldingColumns), m_left(makeColumn()),
       m_right(makeColumn()), m_below(makeColumn()) {
     auto* lines = new QVBoxLayout(this);
     lines->setContentsMargins(0, 0, 0, 0);

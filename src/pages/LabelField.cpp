@@ -10,7 +10,10 @@ LabelField::LabelField(KorDSMPage& page, VELLabelDesignerCtrlWrap& designer, int
     KorFieldNote::prepare(&designer);
     connect(&designer, &VELLabelDesignerCtrlWrap::changed, this, [this] {
         m_edited = true;
-        m_page.notifyModified();
+        if (isEdited())
+            m_page.notifyModified();
+        else
+            m_page.notifyTyping(); // it is as it was again
     });
 }
 

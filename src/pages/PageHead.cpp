@@ -114,11 +114,13 @@ void PageHead::build() {
     first->addWidget(m_shared = makeMark(kSharedIcon, kShared));
     first->addWidget(m_readOnly = makeMark(kReadOnlyIcon, kReadOnly));
     second->addWidget(m_path = new ElidedLabel, 1);
-    second->addWidget(m_missing = plainLabel());
     second->addWidget(m_users = new QToolButton);
     m_users->setAutoRaise(true);
     m_users->setToolButtonStyle(Qt::ToolButtonTextOnly);
     m_users->setToolTip(toQt(Prompts::dsm(kWhereUsed)));
+    lines->addWidget(m_missing = plainLabel());
+    m_missing->setWordWrap(true);
+    m_missing->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* line = new QFrame;
     line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
     lines->addWidget(line);

@@ -29,7 +29,6 @@ constexpr CountedKind kKinds[] = {
     {Primitive::kDimension, translatable("dimensions")},
     {Primitive::kLabel, translatable("labels")},
     {Primitive::kTitle, translatable("titles")},
-    {Primitive::kFrame, translatable("frames")},
 };
 
 bool isCounted(const Primitive& primitive) {
@@ -79,6 +78,7 @@ bool isSameLook(const Primitive& a, const Primitive& b) {
 }
 
 struct Counts {
+    int equal = 0;
     int came = 0;
     int went = 0;
     int moved = 0;
@@ -115,10 +115,10 @@ Counts compare(const Primitives& before, const Primitives& after, Primitive::ePu
     std::vector<Seen> old = countedOf(before, purpose);
     std::vector<Seen> now = countedOf(after, purpose);
     const auto isAtPlace = [](const Seen& a, const Seen& b) { return a.places == b.places; };
-    takePairs(old, now, [&](const Seen& a, const Seen& b) {
+    Counts counts;
+    counts.equal = takePairs(old, now, [&](const Seen& a, const Seen& b) {
         return isAtPlace(a, b) && isSameLook(*a.primitive, *b.primitive);
     });
-    Counts counts;
     counts.changed = takePairs(old, now, isAtPlace);
     counts.moved = takePairs(
         old, now, [](const Seen& a, const Seen& b) { return isSameLook(*a.primitive, *b.primitive); });
@@ -129,7 +129,11 @@ Counts compare(const Primitives& before, const Primitives& after, Primitive::ePu
     return counts;
 }
 
-std::string wordsOf(const Primitives& before, const Primitives& after) {
+void append(std::string& words, const KorString& more) {
+    words += (words.empty() ? "" : "; ") + more.toStdString();
+}
+
+std::string wordsOf(const Primitives& before, const Primitives& after, int& equal) {
     static constexpr std::pair<int Counts::*, const char*> kChanges[] = {
         {&Counts::came, translatable("%d came")},
         {&Counts::went, translatable("%d went")},
@@ -139,6 +143,7 @@ std::string wordsOf(const Primitives& before, const Primitives& after) {
     std::string words;
     for (const CountedKind& kind : kKinds) {
         const Counts counts = compare(before, after, kind.purpose);
+        equal += counts.equal;
         std::string changes;
         for (const auto& [count, text] : kChanges)
             if (counts.*count > 0)
@@ -146,8 +151,35 @@ std::string wordsOf(const Primitives& before, const Primitives& after) {
                     (changes.empty() ? "" : ", ") +
                     KorString::format(translated(text), {KorString::number(counts.*count)}).toStdString();
         if (!changes.empty())
-            words += (words.empty() ? "" : "; ") + translated(kind.name).toStdString() + ": " + changes;
+            append(words, KorString::format("%s: %s", {translated(kind.name), changes}));
     }
+    return words;
+}
+
+// A view has its own zero: what is equal in it can stand elsewhere on the sheet all the same.
+std::string wordsOfView(const Primitives& before, const Primitives& after) {
+    int equal = 0;
+    const std::string words = wordsOf(before, after, equal);
+    if (equal == 0 || placeOf(zeroOf(after), zeroOf(before)) == Place{})
+        return words;
+    std::string all = translated("stands elsewhere on the sheet").toStdString();
+    if (!words.empty())
+        append(all, words);
+    return all;
+}
+
+// The frame follows what it is drawn around: it does not move, its size differs.
+std::string wordsOfSheet(const Primitives& before, const Primitives& after) {
+    const auto frameOf = [](const Primitives& sheet) {
+        const auto frame = std::ranges::find(sheet, Primitive::kFrame, &Primitive::purpose);
+        return frame == sheet.end() ? Box2() : frame->box();
+    };
+    int equal = 0;
+    std::string words = wordsOf(before, after, equal);
+    const Box2 old = frameOf(before);
+    const Box2 now = frameOf(after);
+    if (placeOf({now.width(), now.height()}, {old.width(), old.height()}) != Place{})
+        append(words, translated("the frame has another size"));
     return words;
 }
 
@@ -174,7 +206,7 @@ std::vector<KorString> KorDSMDrawingDifferences::wordsOf(const Drawing& before, 
             words.push_back(KorString::format(Prompts::dsm(kOfView), {name, text}));
     };
     for (const auto& [key, name] : views)
-        add(name, ::wordsOf(primitivesOf(before, key), primitivesOf(after, key)));
-    add(Prompts::dsm(kSheet), ::wordsOf(before.sheet, after.sheet));
+        add(name, wordsOfView(primitivesOf(before, key), primitivesOf(after, key)));
+    add(Prompts::dsm(kSheet), wordsOfSheet(before.sheet, after.sheet));
     return words;
 }

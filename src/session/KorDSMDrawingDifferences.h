@@ -7,7 +7,8 @@ namespace KorDSMDrawingDifferences {
 
 /// What came, went, moved and looks different, counted by kind: one text for each view, as
 /// "HB front – dimensions: 3 came, 1 moved; labels: 1 went", and one for the sheet. Nothing where they are
-/// equal. A view that stands elsewhere as a whole is compared where it stands now.
+/// equal. Of a view that stands elsewhere as a whole that is said, and what is in it is compared apart from
+/// it.
 std::vector<KorString> wordsOf(const Drawing& before, const Drawing& after);
 
 } // namespace KorDSMDrawingDifferences

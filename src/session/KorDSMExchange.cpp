@@ -75,10 +75,12 @@ std::vector<RowRef> KorDSMExchange::stylesOf(const std::vector<KorDSMDatabaseIte
 }
 
 KorString KorDSMExchange::proposedFile(const std::vector<KorDSMDatabaseItem*>& items) {
-    if (items.size() != 1)
-        return kUsualFile;
+    return items.size() == 1 ? fileNameOf(items.front()->getDisplayName()) : KorString(kUsualFile);
+}
+
+KorString KorDSMExchange::fileNameOf(const KorString& text) {
     constexpr std::size_t kLongest = 100; // bytes; file systems take 255, with the extension
-    std::string name = items.front()->getDisplayName().trimmed().toStdString();
+    std::string name = text.trimmed().toStdString();
     for (char& sign : name)
         if (static_cast<unsigned char>(sign) < ' ' ||
             std::string_view("/\\:*?\"<>|").find(sign) != std::string_view::npos)

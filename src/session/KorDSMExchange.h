@@ -33,6 +33,8 @@ ExportResult exportRows(SourceId source, const std::vector<RowRef>& rows, const 
 std::vector<RowRef> stylesOf(const std::vector<KorDSMDatabaseItem*>& items);
 /// A name for the file of these items: that of a single one, as far as file names can have it.
 KorString proposedFile(const std::vector<KorDSMDatabaseItem*>& items);
+/// A text as the name of a file, without what file systems do not take.
+KorString fileNameOf(const KorString& text);
 
 /// The source that an import goes into: the current one where it may be edited, else the User database;
 /// none where that may not be edited either.

@@ -1,9 +1,12 @@
 #include "session/KorDSMPreview.h"
 
 #include "base/EditorSession.h"
+#include "base/Translation.h"
 #include "drawing/WhyNothing.h"
+#include "records/StyleRecords.h"
 #include "session/KorDSMProvenanceWords.h"
 #include "session/StoredState.h"
+#include "session/StyleSheet.h"
 
 #include <algorithm>
 
@@ -103,6 +106,42 @@ std::shared_ptr<const Drawing> KorDSMPreview::drawStored() const {
 
 bool KorDSMPreview::isPending() const {
     return source() && StyleDatabases::current().pending().hasPending(m_subject.source);
+}
+
+std::optional<PicturePage> KorDSMPreview::pageOf(bool stored, bool sheet) const {
+    const auto drawn = stored ? drawStored() : m_drawing;
+    if (!drawn)
+        return std::nullopt;
+    const PicturePage page = ::pageOf(*drawn);
+    if (!sheet)
+        return page;
+    std::optional<StoredState> state;
+    if (stored)
+        state.emplace(StyleDatabases::current());
+    return StyleSheet::pageOf(page, *drawn, m_subject.source, m_subject.style);
+}
+
+KorString KorDSMPreview::whyBlank(bool stored) const {
+    StyleSource* from = source();
+    if (!from)
+        return m_subject.why;
+    std::optional<StoredState> state;
+    if (stored)
+        state.emplace(StyleDatabases::current());
+    const auto* style = static_cast<const StructDetailStyle*>(
+        from->table(kTableDetailStyle).find(KorOdbcKey(m_subject.style)));
+    if (!style)
+        return translated("This detail style is not stored yet.");
+    bool hasViews = false;
+    for (int i = 0; i < style->getLengthItems(); ++i)
+        hasViews = hasViews || style->getViewRequestAt(i) > 0;
+    if (!hasViews)
+        return translated("This detail style has no views yet; it gets them on its page of views.");
+    return KorString::format(
+        translated(
+            "No view of this detail style shows anything of the sample part \"%s\"; another one can be "
+            "chosen above."),
+        {translated(m_part->name)});
 }
 
 Governed::Places KorDSMPreview::governedBy(const RowRef& row, int column) const {

@@ -3,6 +3,7 @@
 #include "drawing/Governed.h"
 #include "drawing/LiveDrawing.h"
 #include "drawing/MapExplanation.h"
+#include "drawing/PicturePage.h"
 #include "session/FieldPlace.h"
 #include "session/KorDSMPreviewSubject.h"
 #include "session/KorDSMSampleParts.h"
@@ -46,6 +47,11 @@ public:
     /// The same style and part as the database has it stored; null where there is none.
     std::shared_ptr<const Drawing> drawStored() const;
     bool isPending() const;
+    /// Why what is drawn, or what is stored, has nothing to be seen, in one sentence.
+    KorString whyBlank(bool stored) const;
+    /// What is drawn, or what is stored, as a page for a file or paper: the drawing alone, or with all that
+    /// the style says in words. Without either there is none.
+    std::optional<PicturePage> pageOf(bool stored, bool sheet) const;
 
     /// The primitives that a cell of the source has a say in, by their places.
     Governed::Places governedBy(const RowRef& row, int column) const;

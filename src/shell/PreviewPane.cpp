@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QToolButton>
 
 namespace {
@@ -27,7 +28,8 @@ struct Tool {
 };
 constexpr Tool kTools[] = {
     {PreviewPane::kFit, 902},     {PreviewPane::kActualSize, 903}, {PreviewPane::kZoomIn, 904},
-    {PreviewPane::kZoomOut, 905}, {PreviewPane::kBefore, 906},     {PreviewPane::kPlace, 907},
+    {PreviewPane::kZoomOut, 905}, {PreviewPane::kBefore, 906},     {PreviewPane::kOutput, 1110},
+    {PreviewPane::kPlace, 907},
 };
 
 QLabel* makeLine() {
@@ -61,6 +63,7 @@ PreviewPane::PreviewPane(QWidget* parent)
     m_foot->setForegroundRole(QPalette::PlaceholderText);
     m_notes->setForegroundRole(QPalette::PlaceholderText);
     m_note->setTextFormat(Qt::RichText);
+    m_note->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_note->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     connect(m_note, &QLabel::linkActivated, this, &PreviewPane::linkFollowed);
     setAccessibleName(toQt(Prompts::dsm(kName)));
@@ -146,11 +149,10 @@ void PreviewPane::setFoot(const QString& schematic, const QStringList& notes) {
 }
 
 void PreviewPane::setNote(const QString& text, const QString& link) {
-    QString shown = text.toHtmlEscaped();
+    QString shown = text.toHtmlEscaped().replace(u'\n', QLatin1String("<br>"));
     if (!link.isEmpty())
         shown += QStringLiteral(" <a href=\"part\">%1</a>").arg(link.toHtmlEscaped());
     m_note->setText(shown);
-    m_note->setVisible(!text.isEmpty());
 }
 
 void PreviewPane::setComparison(bool isPossible, bool isBefore) {
@@ -160,6 +162,13 @@ void PreviewPane::setComparison(bool isPossible, bool isBefore) {
 
 void PreviewPane::setPlaceText(const QString& text) {
     m_tools->setButtonText(kPlace, fromQt(text), {});
+}
+
+void PreviewPane::setOutput(const QList<QAction*>& actions) {
+    auto* menu = new QMenu(m_tools);
+    menu->addActions(actions);
+    m_tools->setButtonMenu(kOutput, menu);
+    m_tools->button(kOutput)->setPopupMode(QToolButton::InstantPopup);
 }
 
 void PreviewPane::showList(const QString& caption, const QStringList& rows, int marked) {
@@ -187,6 +196,14 @@ void PreviewPane::hideList() {
 
 bool PreviewPane::hasList() const {
     return !m_listBox->isHidden();
+}
+
+void PreviewPane::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    constexpr int kLettersOfASentence = 90;
+    const QFontMetrics metrics = m_note->fontMetrics();
+    const bool isNarrow = width() < kLettersOfASentence * metrics.averageCharWidth();
+    m_note->setMinimumHeight((isNarrow ? 2 : 1) * metrics.lineSpacing());
 }
 
 void PreviewPane::keyPressEvent(QKeyEvent* event) {

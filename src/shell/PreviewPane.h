@@ -5,6 +5,7 @@
 
 class KorButtonGroup;
 class KorComboBox;
+class QAction;
 class QLabel;
 class QListWidget;
 
@@ -15,7 +16,7 @@ class PreviewPane : public QWidget {
 
 public:
     /// The buttons, by their numbers.
-    enum eTool : int { kFit = 2091, kActualSize, kZoomIn, kZoomOut, kBefore, kPlace };
+    enum eTool : int { kFit = 2091, kActualSize, kZoomIn, kZoomOut, kBefore, kPlace, kOutput = 2099 };
 
     explicit PreviewPane(QWidget* parent = nullptr);
 
@@ -29,12 +30,14 @@ public:
     void setHead(const QString& text);
     /// What the picture is not, and one sentence for each thing that it does not show.
     void setFoot(const QString& schematic, const QStringList& notes);
-    /// Why nothing is marked, or what became different; nothing for an empty text. With a text for a link,
-    /// that stands behind it.
+    /// Why nothing is marked, or what became different; nothing for an empty text, which leaves its room free
+    /// so that the picture does not jump. With a text for a link, that stands behind it.
     void setNote(const QString& text, const QString& link = {});
     /// Whether the picture can be compared with the one of what is stored, and is that one.
     void setComparison(bool isPossible, bool isBefore);
     void setPlaceText(const QString& text);
+    /// What the drawing can be put out by: the first one by a button, and all in its menu.
+    void setOutput(const QList<QAction*>& actions);
 
     /// Brings up a list, of which one row may stand out; the rows can be chosen.
     void showList(const QString& caption, const QStringList& rows, int marked = -1);
@@ -50,6 +53,7 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     QWidget* makeTools();

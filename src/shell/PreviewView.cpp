@@ -62,7 +62,10 @@ void PreviewView::show(std::shared_ptr<const Drawing> drawing) {
 }
 
 void PreviewView::setEmptyText(const QString& text) {
+    if (m_emptyText == text)
+        return;
     m_emptyText = text;
+    m_picture = {};
     update();
 }
 

@@ -63,7 +63,9 @@ StylePreview::StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorBu
     : m_window(window), m_splitter(splitter), m_strip(strip), m_selection(selection),
       m_navigation(navigation), m_preview(KorResources::folder() / "parts",
                                           KOSettings::getInstance().dataFolder() / "Shared" / "Support"),
-      m_pane(new PreviewPane) {
+      m_pane(new PreviewPane), m_output(window, m_pane->view(), [this](bool isSheet) {
+          return m_preview.pageOf(m_isBefore, isSheet);
+      }) {
     m_pane->hide();
     m_splitter.addWidget(m_pane);
     const QString text = toQt(Prompts::dsm(kName));
@@ -101,6 +103,10 @@ StylePreview::StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorBu
         if (const auto makers = m_preview.makersOf(place); !makers.empty())
             goTo(makers.front().row, makers.front().column);
     });
+    connect(&m_output, &DrawingOutput::told, m_pane,
+            [this](const QString& sentence) { m_pane->setNote(sentence); });
+    m_pane->setOutput(m_output.actions());
+    m_output.setEnabled(false);
     m_preview.whenLeftOut([this] { follow(); });
     m_splitter.installEventFilter(this);
     restorePlace();
@@ -141,6 +147,7 @@ void StylePreview::setShown(bool shown) {
     m_pane->setVisible(shown);
     if (!shown) {
         m_preview.rest();
+        m_output.setEnabled(false);
         m_pane->view().show(nullptr);
         m_pane->hideList();
         showEffects();
@@ -227,13 +234,13 @@ void StylePreview::update() {
             parts.emplace_back(entry.name, translated(entry.part.name));
         m_pane->setParts(parts);
     }
-    m_isBefore = m_isBefore && m_preview.isPending();
+    const bool wasBefore = std::exchange(m_isBefore, m_isBefore && m_preview.isPending());
     m_pane->setComparison(m_preview.isPending(), m_isBefore);
+    m_output.setEnabled(m_preview.drawing() != nullptr);
     showHead();
-    if (isOther) {
-        ++m_drawings;
+    m_drawings += isOther;
+    if (isOther || wasBefore)
         showDrawing();
-    }
     if (std::exchange(m_shownRow, m_preview.subject().row) != m_preview.subject().row)
         showRecord();
     showEffects();
@@ -254,7 +261,7 @@ void StylePreview::showHead() {
     const KorDSMPreviewSubject& subject = m_preview.subject();
     const KorString style = m_preview.styleName();
     m_pane->setPart(m_preview.partName());
-    m_pane->view().setEmptyText(QString::fromStdString(subject.why));
+    m_pane->view().setEmptyText(toQt(m_preview.whyBlank(m_isBefore)));
     m_pane->setHead(subject.style == 0     ? QString()
                     : m_isBefore           ? toQt(KorString::format(Prompts::dsm(kStoredHead), {style}))
                     : subject.isBelowStyle ? toQt(style)
@@ -262,21 +269,20 @@ void StylePreview::showHead() {
 }
 
 void StylePreview::showDrawing() {
-    const auto stored = m_isBefore ? m_preview.drawStored() : nullptr;
-    m_pane->view().show(stored ? stored : m_preview.drawing());
+    m_pane->view().show(m_isBefore ? m_preview.drawStored() : m_preview.drawing());
     m_pane->hideList();
     QString schematic;
     QStringList notes;
     if (const auto& drawing = m_preview.drawing()) {
-        schematic =
-            toQt(KorString::format(translated("Schematic, of the sample part \"%s\"; not the host's drawing"),
-                                   {translated(drawing->part)}));
+        schematic = toQt(schematicOf(*drawing));
         for (const std::string& note : drawing->notes)
             notes << QString::fromStdString(note);
     }
     for (const std::string& problem : m_preview.parts().problems())
         notes << QString::fromStdString(problem);
     m_pane->setFoot(schematic, notes);
+    if (m_isBefore)
+        showDifferences();
 }
 
 // A selected style is shown whole, and of what it consists of where that acts.
@@ -386,6 +392,8 @@ void StylePreview::showMenu(std::optional<std::size_t> place, const QPoint& posi
     menu.addAction(toQt(Prompts::dsm(903)), &m_pane->view(), &PreviewView::actualSize)
         ->setShortcut(Qt::Key_1);
     menu.addSeparator();
+    menu.addActions(m_output.actions());
+    menu.addSeparator();
     menu.addAction(toQt(Prompts::dsm(kHelp)), [] { CKorHelp::showTopic("_Style_Preview"); })
         ->setShortcut(Qt::Key_F1);
     menu.exec(position);
@@ -396,9 +404,12 @@ void StylePreview::compare(bool before) {
     m_pane->setComparison(m_preview.isPending(), m_isBefore);
     showHead();
     showDrawing();
-    if (!m_isBefore)
-        return markField();
-    const auto stored = m_preview.drawStored();
+    markField();
+}
+
+// What became different since it was stored.
+void StylePreview::showDifferences() {
+    const Drawing* stored = m_pane->view().drawing();
     const QString words = stored && m_preview.drawing()
                               ? joined(KorDSMDrawingDifferences::wordsOf(*stored, *m_preview.drawing()))
                               : QString();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "session/KorDSMPreview.h"
+#include "shell/DrawingOutput.h"
 #include "shell/PreviewPane.h"
 
 #include <QTimer>
@@ -52,6 +53,7 @@ private:
 
     void update();
     void showDrawing();
+    void showDifferences();
     void showRecord();
     void showEffects();
     void showHead();
@@ -75,6 +77,7 @@ private:
     Navigation& m_navigation;
     KorDSMPreview m_preview;
     PreviewPane* m_pane;
+    DrawingOutput m_output;
     QTimer m_typing;
     QTimer m_offering;
     bool m_isShown = false;

@@ -1,10 +1,12 @@
 #include "pages/PageHead.h"
 #include "controls/KorLineEdit.h"
 #include "dialogs/KorDSMDialogWhereUsed.h"
+#include "pages/FormBody.h"
 #include "pages/KorDSMPageAppearance.h"
 #include "pages/KorDSMPageReprMapRule.h"
 #include "pages/PageFixture.h"
 
+#include <QGroupBox>
 #include <QLabel>
 #include <QToolButton>
 
@@ -79,4 +81,21 @@ TEST_F(PageHeadTest, RenamesWithTheChecksOfTheCommand) {
     open<KorDSMPageAppearance>(standard);
     EXPECT_TRUE(name().isReadOnly());
     EXPECT_NE(words().find("Can only be read"), std::string::npos);
+}
+
+TEST_F(PageHeadTest, ColumnsOfAFormStandBelowEachOtherWhereThereIsNoRoomForBoth) {
+    open<KorDSMPageAppearance>(item<KorDsmAppearanceItem>("HB main part"));
+    const QList<QGroupBox*> frames = page().findChild<FormBody*>()->findChildren<QGroupBox*>();
+    const auto columns = [&](int width) {
+        m_window.resize(width, 900);
+        QApplication::processEvents();
+        std::set<int> left;
+        for (const QGroupBox* frame : frames)
+            left.insert(frame->x());
+        return left.size();
+    };
+    EXPECT_EQ(columns(1500), 2u);
+    EXPECT_EQ(columns(430), 1u);
+    EXPECT_LE(page().width(), m_window.width()) << "nothing has to be scrolled sideways";
+    EXPECT_EQ(columns(1500), 2u);
 }

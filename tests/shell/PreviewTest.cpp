@@ -8,6 +8,9 @@
 #include "session/KorDSMUndo.h"
 #include "shell/PreviewPane.h"
 
+#include <QClipboard>
+#include <QMenu>
+
 #include <QListWidget>
 #include <QTabBar>
 
@@ -94,6 +97,14 @@ TEST_F(Preview, FollowsAChangeAndItsUndoAndWritesNothingItself) {
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_TRUE(isEqual(drawn(), before));
     EXPECT_FALSE(isPending());
+
+    // What is stored meanwhile is what is shown, without a comparison.
+    changePosition();
+    Q_EMIT pane().toolPressed(PreviewPane::kBefore);
+    EXPECT_TRUE(isEqual(drawn(), before));
+    press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_FALSE(isPending());
+    EXPECT_FALSE(isEqual(drawn(), before));
 }
 
 TEST_F(Preview, ShowsWhatIsTypedAfterAPauseWithoutWritingIt) {
@@ -221,4 +232,40 @@ TEST_F(Preview, CountsForWhichObjectsEachQualifierOfASetHolds) {
     EXPECT_EQ(grid->getCellText(0, holds), KorString::number(focused()->objects.size()));
     EXPECT_FALSE(focused()->objects.empty());
     EXPECT_FALSE(view().marked().empty());
+}
+
+TEST_F(Preview, SavesCopiesAndPrintsWhatItShows) {
+    showPreview(kStyle);
+    settle();
+    const QList<QAction*> output = pane().findChild<QMenu*>()->actions();
+    const auto saved = [&](bool isSheet, const std::string& name) {
+        answerNext([&](QWidget* dialog) { nameFile(dialog, path(name)); });
+        output[isSheet]->trigger();
+        return m_folder.read(m_data + "/" + name + (name.find(".s") == name.npos ? ".pdf" : ""));
+    };
+    const std::string drawing = saved(false, "a.svg");
+    EXPECT_EQ(drawing.substr(0, 4), "<svg") << drawing.substr(0, 60);
+    EXPECT_GT(saved(true, "b.svg").size(), drawing.size());
+    EXPECT_EQ(saved(false, "post 1.15").substr(0, 4), "%PDF") << "what was typed has no ending of its own";
+    QTest::keyClick(&view(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_GT(QApplication::clipboard()->image().width(), 500);
+    answerNext([&](QWidget* dialog) {
+        dialog->findChild<QLineEdit*>("filename")->setText(QString::fromStdString(path("printed.pdf")));
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    press(Qt::Key_P, Qt::ControlModifier);
+    EXPECT_EQ(m_folder.read(m_data + "/printed.pdf").substr(0, 4), "%PDF");
+}
+
+TEST_F(Preview, SaysWhyNothingIsDrawnAndKeepsItsSizeWhateverItSays) {
+    showPreview(kStyle);
+    const int height = view().height();
+    pane().setNote(QStringLiteral("Names are in no drawing."));
+    settle();
+    EXPECT_EQ(view().height(), height);
+    pane().setNote({});
+    answerNext([](QWidget* modal) { typeName(modal, "HB post 1:20"); });
+    command(kCopy);
+    settle();
+    EXPECT_EQ(KorDSMPreview::shown()->whyBlank(true), KorString("This detail style is not stored yet."));
 }

@@ -1,4 +1,4 @@
-#include "app/StyleSheet.h"
+#include "session/StyleSheet.h"
 
 #include "base/Translation.h"
 #include "data/ScopedSource.h"

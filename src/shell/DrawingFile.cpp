@@ -1,4 +1,4 @@
-#include "app/DrawingFile.h"
+#include "shell/DrawingFile.h"
 
 #include "drawing/SvgWriter.h"
 #include "shell/PrimitivePainter.h"
@@ -35,35 +35,9 @@ private:
     std::optional<QApplication> m_application;
 };
 
-void paint(QPainter& painter, const PicturePage& page, double pixels) {
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(pixels, pixels);
-    painter.translate(-page.box.low.u, page.box.high.v);
-    std::vector<const Primitive*> all;
-    for (const Primitive& primitive : page.primitives)
-        all.push_back(&primitive);
-    PrimitivePainter::paint(painter, all, {});
-    std::vector<const Primitive*> highlighted;
-    for (const std::size_t index : page.highlighted)
-        highlighted.push_back(&page.primitives[index]);
-    if (!highlighted.empty())
-        PrimitivePainter::highlight(painter, highlighted, {});
-}
-
 std::string pngOf(const PicturePage& page) {
-    constexpr double kMost = 8000; // pixels
-    const double largest = std::max({page.box.width(), page.box.height(), 1.0});
-    const double pixels = std::min(150 / kInch, kMost / largest);
-    QImage image(static_cast<int>(std::ceil(page.box.width() * pixels)),
-                 static_cast<int>(std::ceil(page.box.height() * pixels)), QImage::Format_RGB32);
-    image.setDotsPerMeterX(static_cast<int>(std::lround(pixels * 1000)));
-    image.setDotsPerMeterY(image.dotsPerMeterX());
-    image.fill(PrimitivePainter::paper({}));
-    QPainter painter(&image);
-    paint(painter, page, pixels);
-    painter.end();
     QBuffer buffer;
-    image.save(&buffer, "PNG");
+    DrawingFile::imageOf(page).save(&buffer, "PNG");
     return buffer.data().toStdString();
 }
 
@@ -92,7 +66,7 @@ std::string pdfOf(const PicturePage& page) {
                     QPageLayout::Portrait, {}));
     QHashSeed::setDeterministicGlobalSeed(); // by which the library orders the fonts in the file
     QPainter painter(&writer);
-    paint(painter, page, kResolution / kInch);
+    DrawingFile::paint(painter, page, kResolution / kInch);
     painter.end();
     QHashSeed::resetRandomGlobalSeed();
     std::string pdf = buffer.data().toStdString();
@@ -111,4 +85,39 @@ std::string DrawingFile::bytes(const std::filesystem::path& file, const PictureP
         return svgOf(page);
     const FontsOfApplication fonts;
     return file.extension() == ".png" ? pngOf(page) : pdfOf(page);
+}
+
+QImage DrawingFile::imageOf(const PicturePage& page) {
+    constexpr double kMost = 8000; // pixels
+    const double largest = std::max({page.box.width(), page.box.height(), 1.0});
+    const double pixels = std::min(150 / kInch, kMost / largest);
+    QImage image(static_cast<int>(std::ceil(page.box.width() * pixels)),
+                 static_cast<int>(std::ceil(page.box.height() * pixels)), QImage::Format_RGB32);
+    image.setDotsPerMeterX(static_cast<int>(std::lround(pixels * 1000)));
+    image.setDotsPerMeterY(image.dotsPerMeterX());
+    image.fill(PrimitivePainter::paper({}));
+    QPainter painter(&image);
+    DrawingFile::paint(painter, page, pixels);
+    painter.end();
+    return image;
+}
+
+double DrawingFile::scaleFor(const PicturePage& page, const QPaintDevice& paper) {
+    return std::min({paper.logicalDpiX() / kInch, paper.width() / std::max(page.box.width(), 1.0),
+                     paper.height() / std::max(page.box.height(), 1.0)});
+}
+
+void DrawingFile::paint(QPainter& painter, const PicturePage& page, double pixels) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(pixels, pixels);
+    painter.translate(-page.box.low.u, page.box.high.v);
+    std::vector<const Primitive*> all;
+    for (const Primitive& primitive : page.primitives)
+        all.push_back(&primitive);
+    PrimitivePainter::paint(painter, all, {});
+    std::vector<const Primitive*> highlighted;
+    for (const std::size_t index : page.highlighted)
+        highlighted.push_back(&page.primitives[index]);
+    if (!highlighted.empty())
+        PrimitivePainter::highlight(painter, highlighted, {});
 }
