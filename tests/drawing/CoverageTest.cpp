@@ -22,7 +22,7 @@ protected:
         std::string layers; // are in no SVG
         for (const Primitive* primitive : drawing.all())
             layers += primitive->pen.layer.substr(0, 1);
-        return svgOf(pageOf(drawing, "")) + layers;
+        return svgOf(pageOf(drawing)) + layers;
     }
     void addSamples(SourceId id) {
         StyleSource& source = *databases.source(id);

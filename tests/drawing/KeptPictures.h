@@ -38,8 +38,8 @@ public:
         m_changed.push_back(name);
         constexpr std::size_t kMost = 60; // of one page
         if (m_changed.size() <= kMost)
-            m_page << "<h2>" << name << "</h2><table><tr><td>" << svgBefore(name) << "</td><td>"
-                   << svgOf(pageOf(drawing, "now")).substr(39) << "</td></tr></table>\n";
+            m_page << "<h2>" << name << "</h2><table><tr><th>before<th>now<tr><td>" << svgBefore(name)
+                   << "</td><td>" << svgOf(pageOf(drawing)).substr(39) << "</td></tr></table>\n";
     }
     /// The pairs whose picture is another one than was kept, in the order in which they were added.
     const std::vector<std::string>& changed() const { return m_changed; }
@@ -172,7 +172,7 @@ private:
             }
             drawing.sheet.push_back(std::move(p));
         }
-        return svgOf(pageOf(drawing, "before")).substr(39);
+        return svgOf(pageOf(drawing)).substr(39);
     }
 
     std::filesystem::path m_folder;
