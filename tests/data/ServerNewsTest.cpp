@@ -150,6 +150,31 @@ TEST_F(ServerNewsTest, TheLastAuthorOfARowIsTold) {
     EXPECT_EQ(since.authorOf({kTableLengthClip, 1}).user, "");
 }
 
+TEST_F(ServerNewsTest, WhatWasStoredWithoutAWordConflictsByTheRowsAndHoldsNothingElseUp) {
+    using enum OutsideConflict::eKind;
+    for (const auto& [sql, kind] : {std::pair("UPDATE view_request SET scale = 5 WHERE key = 1", kCell),
+                                    std::pair("DELETE FROM view_request WHERE key = 1", kGone)}) {
+        m_databases.setCell(kTableViewRequest, KorOdbcKey(1), 10, 7.0);
+        m_databases.setCell(kTableViewRequest, KorOdbcKey(2), 10, scaleOf(2) + 1);
+        View mine;
+        mine.name = sql;
+        m_databases.append(kTableViewRequest, mine);
+        m_engine.run(sql +
+                     std::string("; INSERT INTO view_request SELECT (jsonb_populate_record(v, "
+                                 "jsonb_build_object('key', ") +
+                     std::to_string(mine.key) + ", 'name', 'Theirs'))).* FROM view_request v WHERE key = 3");
+        EXPECT_TRUE(m_databases.refreshChanged().empty());
+        EXPECT_FALSE(m_databases.keepTable(kTableViewRequest));
+        const std::vector<OutsideChange> read = m_databases.refreshChanged();
+        ASSERT_EQ(read.size(), 1U) << sql;
+        ASSERT_EQ(read[0].conflicts.size(), 1U) << sql;
+        EXPECT_EQ(read[0].conflicts[0].kind, kind);
+        EXPECT_EQ(read[0].newKeys.at({kTableViewRequest, mine.key}), mine.key + 1);
+        EXPECT_TRUE(m_databases.keepTable(kTableViewRequest)) << "nothing else was in the way";
+        EXPECT_TRUE(m_databases.refreshChanged().empty());
+    }
+}
+
 TEST_F(ServerNewsTest, ABrokenLineComesBackByItselfAndBringsWhatWasMissed) {
     m_line.strikeAt(1, LineProxy::eTrouble::kCutBefore, true);
     lookUntil(News::kLost);

@@ -159,6 +159,9 @@ Result<> OdbcStore::apply(const TableChange& change, std::vector<StoreConflict>&
     const std::size_t before = conflicts.size();
     Result<> result = m_writer.apply(change, conflicts);
     m_hasConflict |= conflicts.size() > before;
+    // Rows that nobody told of are otherwise, so nothing that was read can be relied on.
+    if (conflicts.size() > before && othersChanges(m_sequence - 1) == m_knownChanges)
+        m_knownChanges = kNothingKnown;
     return result;
 }
 
@@ -255,7 +258,7 @@ bool OdbcStore::changedOutside() {
 
 Result<> OdbcStore::readSince(StoredSince& since) {
     since = {};
-    if (m_outcome == eOutcome::kUnknown || m_knownChanges < 0)
+    if (m_outcome == eOutcome::kUnknown || m_knownChanges == kNothingKnown)
         return {};
     endRead();
     rollback();
@@ -282,7 +285,7 @@ Result<> OdbcStore::readSince(StoredSince& since) {
 
 // The next look says that something changed, but not at once.
 void OdbcStore::doubt() {
-    m_knownChanges = -1;
+    m_knownChanges = kNothingKnown;
     m_asked = std::chrono::steady_clock::now() + m_limits.retry;
 }
 

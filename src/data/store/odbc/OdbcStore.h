@@ -71,12 +71,13 @@ private:
     const SchemaHistory& m_history;
     int m_version = 0;
     bool m_readOnly = true;
-    bool m_isReading = false;        ///< the open transaction is one of `beginRead`
-    bool m_hasConflict = false;      ///< in the open transaction
-    std::int64_t m_sequence = 0;     ///< of the open transaction; 0 where none writes
-    std::uint32_t m_mark = 0;        ///< of the open transaction, or of the one whose outcome is not known
-    std::int64_t m_ownChanges = 0;   ///< that this store committed
-    std::int64_t m_knownChanges = 0; ///< of others; -1 where no state is known
+    bool m_isReading = false;      ///< the open transaction is one of `beginRead`
+    bool m_hasConflict = false;    ///< in the open transaction
+    std::int64_t m_sequence = 0;   ///< of the open transaction; 0 where none writes
+    std::uint32_t m_mark = 0;      ///< of the open transaction, or of the one whose outcome is not known
+    std::int64_t m_ownChanges = 0; ///< that this store committed
+    static constexpr std::int64_t kNothingKnown = -1;
+    std::int64_t m_knownChanges = 0; ///< of others, or nothing known
     OdbcLog::Range m_range;          ///< of commits whose rows are to be read next
     eOutcome m_outcome = eOutcome::kNotStored;
     ServerNews m_news;
