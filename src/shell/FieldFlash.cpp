@@ -1,5 +1,7 @@
 #include "shell/FieldFlash.h"
 
+#include "controls/KorStyle.h"
+
 #include <QAbstractItemView>
 #include <QEvent>
 #include <QPainter>
@@ -57,7 +59,7 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(palette().color(QPalette::Highlight), kLine));
+        painter.setPen(QPen(KorStyle::focusColor(palette()), kLine));
         painter.drawRoundedRect(QRectF(rect()).adjusted(kLine / 2, kLine / 2, -kLine / 2, -kLine / 2), 3, 3);
     }
 

@@ -250,7 +250,7 @@ void PreviewView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.drawPixmap(0, 0, m_picture);
     paintMarks(painter);
-    painter.setPen(hasFocus() ? palette().color(QPalette::Highlight)
+    painter.setPen(hasFocus() ? KorStyle::focusColor(palette())
                               : KorStyle::lineColor(palette(), QPalette::Window));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }

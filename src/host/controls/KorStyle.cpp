@@ -6,7 +6,11 @@
 #include <QPainter>
 #include <QStyleOption>
 
+#include <algorithm>
+
 namespace {
+
+constexpr QStyle::State kFocused = QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
 
 QPalette::ColorGroup groupOf(const QStyleOption& option) {
     return option.state & QStyle::State_Enabled ? QPalette::Active : QPalette::Disabled;
@@ -23,28 +27,50 @@ bool isDark(const QPalette& palette) {
     return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
 }
 
-/// The outline of an element that nearly vanishes in a dark palette; a share of 0 means that it does not.
-double outlineShare(QStyle::PrimitiveElement element, const QStyleOption& option) {
+/// `color`, so far towards the text that it is seen on each ground that controls stand on.
+QColor seen(const QPalette& palette, const QColor& color, double margin) {
+    const double wanted = KorStyle::kContrast * margin;
+    return KorReadable::moved(color, palette.color(QPalette::Text), [&](const QColor& reached) {
+        return std::ranges::all_of(std::initializer_list{QPalette::Window, QPalette::Base, QPalette::Button},
+                                   [&](QPalette::ColorRole ground) {
+                                       return KorReadable::contrast(reached, palette.color(ground)) >= wanted;
+                                   });
+    });
+}
+
+/// The outline of an element that Fusion draws too faintly to be seen; invalid where it does not.
+QColor outlineOf(QStyle::PrimitiveElement element, const QStyleOption& option) {
+    constexpr double kFaint = 0.3; // of what is disabled, and of frames that only divide
+    const bool isEnabled = option.state & QStyle::State_Enabled;
     switch (element) {
+    case QStyle::PE_IndicatorRadioButton: // a circle loses some by its smooth edge
+        return isEnabled ? seen(option.palette, option.palette.color(QPalette::Window), 1.6)
+                         : outlineColor(option, kFaint);
     case QStyle::PE_IndicatorCheckBox:
     case QStyle::PE_IndicatorItemViewItemCheck:
-    case QStyle::PE_IndicatorRadioButton:
-        return 0.5;
+        return isEnabled ? KorStyle::markColor(option.palette) : outlineColor(option, kFaint);
     case QStyle::PE_FrameLineEdit:
-        return option.state & QStyle::State_HasFocus ? 0.0 : 0.3; // the focus has a frame of its own
+        if (!isEnabled)
+            return outlineColor(option, kFaint);
+        return option.state & QStyle::State_HasFocus ? KorStyle::focusColor(option.palette)
+                                                     : KorStyle::markColor(option.palette);
+    case QStyle::PE_PanelButtonCommand:
+        return (option.state & kFocused) == kFocused ? KorStyle::focusColor(option.palette) : QColor();
+    case QStyle::PE_FrameFocusRect:
+        return KorStyle::focusColor(option.palette);
     case QStyle::PE_Frame:
-        return 0.3;
+        return isDark(option.palette) ? outlineColor(option, kFaint) : QColor();
     default:
-        return 0.0;
+        return {};
     }
 }
 
-void drawOutline(QStyle::PrimitiveElement element, const QStyleOption& option, double share,
+void drawOutline(QStyle::PrimitiveElement element, const QStyleOption& option, const QColor& color,
                  QPainter& painter) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(outlineColor(option, share));
+    painter.setPen(color);
     const QRectF frame = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
     if (element == QStyle::PE_IndicatorRadioButton)
         painter.drawEllipse(frame);
@@ -89,6 +115,14 @@ QColor KorStyle::lineColor(const QPalette& palette, QPalette::ColorRole ground) 
     return KorReadable::mixed(palette.color(ground), palette.color(QPalette::Text), kShareOfText);
 }
 
+QColor KorStyle::markColor(const QPalette& palette) {
+    return seen(palette, palette.color(QPalette::Window), 1.05);
+}
+
+QColor KorStyle::focusColor(const QPalette& palette) {
+    return seen(palette, palette.color(QPalette::Highlight), 1.05);
+}
+
 QColor KorStyle::noteColor(const QPalette& palette) {
     return isDark(palette) ? QColor(255, 150, 130) : QColor(170, 20, 20);
 }
@@ -96,21 +130,19 @@ QColor KorStyle::noteColor(const QPalette& palette) {
 void KorStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
-    const double share = outlineShare(element, *option);
-    if (share > 0 && isDark(option->palette))
-        drawOutline(element, *option, share, *painter);
+    if (const QColor color = outlineOf(element, *option); color.isValid())
+        drawOutline(element, *option, color, *painter);
 }
 
 void KorStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                                   QPainter* painter, const QWidget* widget) const {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
-    const State focused = State_HasFocus | State_KeyboardFocusChange;
-    if (control != CC_ToolButton || (option->state & focused) != focused)
+    if ((control != CC_ToolButton && control != CC_ComboBox) || (option->state & kFocused) != kFocused)
         return;
     QStyleOptionFocusRect frame;
     frame.QStyleOption::operator=(*option);
-    frame.rect = option->rect.adjusted(1, 1, -1, -1);
-    QProxyStyle::drawPrimitive(PE_FrameFocusRect, &frame, painter, widget);
+    frame.rect = control == CC_ToolButton ? option->rect.adjusted(1, 1, -1, -1) : option->rect;
+    drawPrimitive(PE_FrameFocusRect, &frame, painter, widget);
 }
 
 QSize KorStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,

@@ -3,14 +3,21 @@
 #include <QPalette>
 #include <QProxyStyle>
 
-/// The look of the program: Fusion, with fields, check boxes and radio buttons that can be seen in dark
-/// palettes, a focus frame on tool buttons that were reached by the keyboard, and pictures that can be told
-/// apart when they are selected or disabled, on light and dark.
+/// The look of the program: Fusion, with fields, check boxes, radio buttons and a frame around what has the
+/// focus that can be seen in any palette, also on tool buttons that were reached by the keyboard, and
+/// pictures that can be told apart when they are selected or disabled, on light and dark.
 class KorStyle : public QProxyStyle {
     Q_OBJECT
 
 public:
     KorStyle();
+
+    /// What the accessibility guidelines ask of what must be seen and is no text.
+    static constexpr double kContrast = 3.0;
+    /// The colour of what must be seen on the grounds that controls stand on: outlines, grips.
+    static QColor markColor(const QPalette& palette);
+    /// The colour of the frame around what has the focus: the highlight, so far that it is seen as well.
+    static QColor focusColor(const QPalette& palette);
 
     /// The colour of thin lines that divide what stands on `ground`: seen, not shouting, in any palette.
     static QColor lineColor(const QPalette& palette, QPalette::ColorRole ground);

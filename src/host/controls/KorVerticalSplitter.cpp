@@ -42,7 +42,7 @@ protected:
 
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        painter.setPen(KorStyle::lineColor(palette(), QPalette::Window));
+        painter.setPen(KorStyle::markColor(palette()));
         if (orientation() == Qt::Horizontal)
             painter.drawLine(width() / 2, 0, width() / 2, height());
         else
