@@ -1,6 +1,7 @@
 #include "dialogs/KorDSMDialog.h"
 
 #include "controls/KorControls.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "controls/KorReadable.h"
@@ -23,6 +24,7 @@ KorDSMDialog::KorDSMDialog(int templateId, QWidget* parent) : QDialog(parent) {
 
 void KorDSMDialog::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
+    KorMnemonics::give(*this);
     KorScreenFit::fit(*this);
 }
 

@@ -1,6 +1,7 @@
 #include "dialogs/KorDSMDialogSources.h"
 
 #include "controls/KorControls.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorQt.h"
 #include "controls/KorStyle.h"
 #include "dialogs/KorDSMDialogPassword.h"
@@ -58,7 +59,7 @@ KorDSMDialogSources::KorDSMDialogSources(std::filesystem::path folder, QWidget* 
 
 void KorDSMDialogSources::addRow(QGridLayout& grid, Row row, const QString& caption) {
     const int place = static_cast<int>(m_rows.size());
-    auto* label = new QLabel(caption + QStringLiteral(":"));
+    auto* label = new QLabel(KorMnemonics::literal(caption) + QStringLiteral(":"));
     auto* field = row.field = new QLineEdit(QString::fromStdString(row.text));
     auto* test = new QPushButton(toQt(Prompts::dsm(kTest)));
     label->setTextFormat(Qt::PlainText);

@@ -10,6 +10,7 @@ namespace {
 QTreeWidgetItem* checkable(QTreeWidgetItem* item, bool isChecked) {
     item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
     item->setCheckState(0, isChecked ? Qt::Checked : Qt::Unchecked);
+    item->setData(0, Qt::AccessibleTextRole, item->text(0));
     return item;
 }
 

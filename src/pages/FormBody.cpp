@@ -3,6 +3,7 @@
 #include "controls/KorComboBox.h"
 #include "controls/KorControls.h"
 #include "controls/KorLineEdit.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorQt.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
 #include "model/KorDSMDependencies.h"
@@ -232,8 +233,8 @@ void FormBody::fillLists() {
 void FormBody::load() {
     for (const Line& line : m_lines)
         if (line.caption)
-            line.caption->setText(
-                toQt(KorDSMValueText::captionWithUnit(*m_sections[line.section].table, *line.column)));
+            KorMnemonics::setText(*line.caption, toQt(KorDSMValueText::captionWithUnit(
+                                                     *m_sections[line.section].table, *line.column)));
     for (const Section& section : m_sections)
         section.fields->load();
     for (const QPointer<LabelField>& label : m_labels)
@@ -241,6 +242,7 @@ void FormBody::load() {
     updateShown();
     alignCaptions();
     KorControls::nameByLabels(this);
+    KorMnemonics::give(m_page);
     updateLive();
 }
 

@@ -7,6 +7,7 @@
 #include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
 #include "controls/KorLineEdit.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "model/CurrentUnits.h"
@@ -92,6 +93,7 @@ void KorDSMPage::OnShow(int show) {
         loadData();
         afterLoad();
         KorControls::nameByLabels(this);
+        KorMnemonics::give(*this);
         m_needsInit = false;
         return;
     }

@@ -2,6 +2,7 @@
 
 #include "controls/KorFieldNote.h"
 #include "controls/KorLineEdit.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "controls/KorStyle.h"
@@ -124,6 +125,7 @@ void PageHead::build() {
     auto* line = new QFrame;
     line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
     lines->addWidget(line);
+    m_kind->setBuddy(m_name);
     KorFieldNote::prepare(m_name);
     connect(m_name, &KorLineEdit::committed, this, &PageHead::onNameCommitted);
     connect(m_name, &KorLineEdit::textEdited, this, &PageHead::typing);
@@ -148,11 +150,13 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     m_shown = {table->type, item->recordKey()};
     m_icon->setPixmap(KorPictures::icon(KorDSMDefines::iconResource(item->icon()))
                           .pixmap(QSize(kPicture, kPicture), devicePixelRatio()));
-    m_kind->setText(toQt(KorDSMValueText::tableCaption(*table)));
-    m_icon->setAccessibleName(m_kind->text());
+    const QString kind = toQt(KorDSMValueText::tableCaption(*table));
+    KorMnemonics::setText(*m_kind, kind);
+    m_icon->setAccessibleName(kind);
     m_name->setText(toQt(item->record()->name));
     m_name->setReadOnly(!editable);
-    m_name->setAccessibleName(toQt(KorDSMValueText::columnCaption(*table, *table->column(kNameColumn))));
+    m_kind->setAccessibleName(kind + QStringLiteral(": ") +
+                              toQt(KorDSMValueText::columnCaption(*table, *table->column(kNameColumn))));
     static_cast<ElidedLabel*>(m_path)->setWhole(toQt(pathTo(*item, source)));
     const KorDSMRecordState::UseCount use = KorDSMRecordState::useCountOf(source, m_shown);
     m_users->setText(toQt(KorDSMRecordState::useText(m_shown, use)));

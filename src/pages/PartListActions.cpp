@@ -2,6 +2,7 @@
 
 #include "controls/KorButtonGroup.h"
 #include "controls/KorMFCGridCtrl.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "pages/KorDSMPage.h"
@@ -103,9 +104,10 @@ void PartListActions::addForCell(QMenu& menu, int row, int place) {
         return;
     const bool isChosen = m_rows.referenceAt(row, *pointedAt) > 0;
     if (isChosen)
-        menu.addAction(toQt(KorString::format(Prompts::dsm(kGoTo),
-                                              {KorDSMValueText::shortName(m_grid.getCellText(row, place))})),
-                       this, [this, row, place] { Q_EMIT cellOpened(row, place); });
+        menu.addAction(
+            KorMnemonics::literal(toQt(KorString::format(
+                Prompts::dsm(kGoTo), {KorDSMValueText::shortName(m_grid.getCellText(row, place))}))),
+            this, [this, row, place] { Q_EMIT cellOpened(row, place); });
     const auto [user, column] = m_rows.list->cell(m_rows.keyAt(row), *pointedAt);
     const KorDSMRecordUse::Use use{user, column, {}};
     if (RecordButtons::areFor(*use.column) && m_page.isEditable() && !m_rows.isDetail(*use.column)) {
@@ -147,5 +149,6 @@ void PartListActions::showMenu(const QPoint& position) {
     addPasteOnly(menu);
     if (m_effect && cell.isValid())
         m_effect->addTo(menu, m_rows.keyAt(cell.row()));
+    KorMnemonics::give(menu);
     menu.exec(m_grid.viewport()->mapToGlobal(position));
 }

@@ -2,6 +2,7 @@
 
 #include "controls/KorButtonGroup.h"
 #include "controls/KorMFCGridCtrl.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
 #include "model/KorDSMMessages.h"
@@ -42,6 +43,7 @@ PartListEditor::PartListEditor(KorDSMPage& page, eTableType parts)
     lines->setSpacing(2);
     auto* line = new QHBoxLayout;
     m_head->setWordWrap(true);
+    m_head->setBuddy(m_grid);
     line->addWidget(m_head, 1);
     line->addWidget(m_buttons);
     lines->addLayout(line);
@@ -155,7 +157,7 @@ void PartListEditor::explainSet() {
         text = text + " " +
                KorString::format(Prompts::dsm(kPicks), {KorString::number(picked), KorString::number(all)});
     }
-    m_head->setText(toQt(text));
+    m_head->setText(KorMnemonics::literal(toQt(text)));
 }
 
 // Qualifier sets that rows name are told in words as tooltips.

@@ -5,6 +5,7 @@
 #include "session/KorDSMCompaction.h"
 #include "session/KorDSMItemSource.h"
 #include "shell/ApplyState.h"
+#include "shell/CommandHelp.h"
 #include "shell/Refusal.h"
 #include "shell/RightSide.h"
 
@@ -22,7 +23,8 @@ void CompactCommand::addTo(QMenu& menu, const KorDSMDatabaseItem& item) {
         return;
     const SourceId source = KorDSMItemSource::sourceOf(&item);
     menu.addSeparator();
-    menu.addAction(toQt(Prompts::dsm(kCompact)), this, [this, source] { compact(source); });
+    CommandHelp::set(menu.addAction(toQt(Prompts::dsm(kCompact)), this, [this, source] { compact(source); }),
+                     kCompact);
 }
 
 void CompactCommand::compact(SourceId source) {

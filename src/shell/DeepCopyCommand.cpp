@@ -9,6 +9,7 @@
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMWhereUsed.h"
+#include "shell/CommandHelp.h"
 #include "shell/CommandStrip.h"
 #include "shell/ExchangeRun.h"
 #include "shell/Refusal.h"
@@ -44,6 +45,8 @@ DeepCopyCommand::DeepCopyCommand(QWidget& window, KorDSMDataStructure& structure
       m_copyOut(new QAction(toQt(Prompts::dsm(kCopyOut)), &window)), m_bringIn(new QAction(&window)) {
     strip.on(eItemCommand::kDeepCopy, [this] { bringInto(); });
     strip.leaveOutOfMenus(eItemCommand::kDeepCopy);
+    CommandHelp::set(m_bringIn, kBringIn);
+    CommandHelp::set(m_copyOut, kCopyOut);
     m_bringIn->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+D")));
     window.addAction(m_bringIn);
     connect(m_bringIn, &QAction::triggered, this, waiting(this, &DeepCopyCommand::bringInto));
@@ -79,7 +82,7 @@ void DeepCopyCommand::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
         menu.addAction(m_copyOut);
         return;
     }
-    menu.addAction(m_copyOut->text(), this, &DeepCopyCommand::copyOut);
+    CommandHelp::set(menu.addAction(toQt(Prompts::dsm(kCopyOut)), this, &DeepCopyCommand::copyOut), kCopyOut);
 }
 
 bool DeepCopyCommand::drop(KorTreeHandle from, KorTreeHandle to) {

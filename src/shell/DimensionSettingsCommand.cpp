@@ -5,6 +5,7 @@
 #include "services/Prompts.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMItemSource.h"
+#include "shell/CommandHelp.h"
 #include "shell/CommandStrip.h"
 #include "shell/TreeSelection.h"
 
@@ -31,7 +32,8 @@ DimensionSettingsCommand::DimensionSettingsCommand(QWidget& window, TreeSelectio
 void DimensionSettingsCommand::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
     if (KorDSMItemCommands::whyNotWritable(item).isEmpty())
         return;
-    menu.addAction(toQt(Prompts::dsm(kLookAt)), this, [this, &item] { open(sourceOf(&item)); });
+    CommandHelp::set(
+        menu.addAction(toQt(Prompts::dsm(kLookAt)), this, [this, &item] { open(sourceOf(&item)); }), kLookAt);
 }
 
 void DimensionSettingsCommand::open(SourceId source) {

@@ -90,7 +90,7 @@ void HelpWindow::done(int result) {
         parent->activateWindow();
 }
 
-void HelpWindow::show(const std::filesystem::path& page) {
+void HelpWindow::show(const std::filesystem::path& page, const KorString& place) {
     QPointer<HelpWindow>& window = EditorSession::currentPart<HelpShown>().window;
     QWidget* modal = QApplication::activeModalWidget();
     if (!window)
@@ -101,10 +101,15 @@ void HelpWindow::show(const std::filesystem::path& page) {
         window->moveTo(modal);
         modal->installEventFilter(window);
     }
-    window->m_browser->setSource(QUrl::fromLocalFile(QString::fromStdString(page.string())));
+    QUrl source = QUrl::fromLocalFile(QString::fromStdString(page.string()));
+    if (!place.isEmpty())
+        source.setFragment(toQt(place));
+    window->m_browser->setSource(source);
     window->setWindowTitle(window->m_browser->documentTitle());
     static_cast<QWidget*>(window)->show();
     window->raise();
     window->activateWindow();
     window->m_browser->setFocus();
+    if (!place.isEmpty())
+        window->m_browser->scrollToAnchor(toQt(place)); // it was laid out for the first time just now
 }

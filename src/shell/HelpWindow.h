@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/KorString.h"
+
 #include <QDialog>
 
 #include <filesystem>
@@ -16,8 +18,9 @@ class HelpWindow : public QDialog {
 public:
     explicit HelpWindow(QWidget* parent);
 
-    /// Shows a page in the help window of the active window, opening it when needed.
-    static void show(const std::filesystem::path& page);
+    /// Shows a page, from the named place on, in the help window of the active window, opening it when
+    /// needed.
+    static void show(const std::filesystem::path& page, const KorString& place);
 
     void done(int result) override;
 

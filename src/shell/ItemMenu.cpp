@@ -1,14 +1,14 @@
 #include "shell/ItemMenu.h"
 
+#include "controls/KorMnemonics.h"
 #include "controls/KorQt.h"
 #include "model/KorDSMBusy.h"
-#include "services/CKorHelp.h"
 #include "services/Prompts.h"
+#include "shell/CommandHelp.h"
 #include "shell/CommandStrip.h"
 #include "shell/KorDSMUndoStrip.h"
 #include "shell/TreeSelection.h"
 
-#include <QKeyEvent>
 #include <QMenu>
 
 namespace {
@@ -36,6 +36,7 @@ void ItemMenu::showForTree(KorTreeHandle entry, const QPoint& position) {
     m_rightSide.list().selectNothing();
     QMenu menu(&m_window);
     fill(menu);
+    KorMnemonics::give(menu);
     menu.exec(position);
 }
 
@@ -53,6 +54,7 @@ void ItemMenu::showForList(const QPoint& position) {
         menu.addSeparator();
     }
     fill(menu);
+    KorMnemonics::give(menu);
     {
         const KorDSMBusy busy; // as for the menu of the tree
         menu.exec(position);
@@ -61,17 +63,8 @@ void ItemMenu::showForList(const QPoint& position) {
         m_rightSide.list().open(*items.front());
 }
 
-bool ItemMenu::eventFilter(QObject* watched, QEvent* event) {
-    auto* menu = qobject_cast<QMenu*>(watched);
-    if (!menu || event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1)
-        return QObject::eventFilter(watched, event);
-    menu->close();
-    CKorHelp::showTopic("_Drawing_Style_Manager");
-    return true;
-}
-
 void ItemMenu::fill(QMenu& menu) {
-    menu.installEventFilter(this);
+    CommandHelp::serve(menu);
     for (QAction* action : m_commands.actions())
         menu.addAction(action);
     if (KorDSMDatabaseItem* item = m_selection.subject())

@@ -36,8 +36,6 @@ public:
     void fill(QMenu& menu);
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     void showForTree(KorTreeHandle entry, const QPoint& position);
     void showForList(const QPoint& position);

@@ -1,12 +1,14 @@
 #include "shell/KorDSMMainDialog.h"
 
 #include "controls/KorControls.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorReadable.h"
 #include "controls/TabStops.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/CKorHelp.h"
 #include "services/KorOutputDebugString.h"
 #include "session/KorDSMRecovery.h"
+#include "shell/CommandHelp.h"
 #include "shell/WhenFree.h"
 #include "shell/WindowParts.h"
 
@@ -75,8 +77,9 @@ int KorDSMMainDialog::OnInitDialog() {
     writeTiming("KorDSMMainDialog::OnInitDialog", timer.elapsed());
 
     m_parts->selectionStatus.updateCommands();
-    m_parts->navigation.showSection(true);
     setUpTexts();
+    KorMnemonics::give(*this);
+    m_parts->navigation.showSection(true);
     setUpTabOrder();
     m_parts->sectionStrip.check(m_structure.getSelectedSection());
     constexpr int kSplitter = 1096;
@@ -172,6 +175,8 @@ void KorDSMMainDialog::keyPressEvent(QKeyEvent* event) {
     if (!m_parts)
         return QDialog::keyPressEvent(event);
     if (event->key() == Qt::Key_F1) {
+        if (CommandHelp::show(QApplication::focusWidget()))
+            return;
         const QWidget* commands = KorControls::find(this, 1011);
         const bool isAtCommands = commands->isAncestorOf(QApplication::focusWidget()) || commands->hasFocus();
         CKorHelp::showTopic(isAtCommands ? "_Drawing_Style_Manager" : "_korDisplayDetailStyles");

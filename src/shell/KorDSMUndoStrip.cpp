@@ -1,12 +1,15 @@
 #include "shell/KorDSMUndoStrip.h"
 
 #include "controls/KorButtonGroup.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "session/KorDSMUndo.h"
+#include "shell/CommandHelp.h"
 
 #include <QAction>
 #include <QMenu>
+#include <QToolButton>
 
 namespace {
 
@@ -16,11 +19,6 @@ constexpr int kRedo = 1;
 constexpr int kUndoBitmap = 1611;
 constexpr int kRedoBitmap = 1612;
 constexpr std::size_t kMostNamed = 20;
-
-// An ampersand in a record's name is no mnemonic.
-QString menuText(const KorString& text) {
-    return toQt(text).replace(u'&', QStringLiteral("&&"));
-}
 
 } // namespace
 
@@ -40,6 +38,10 @@ void KorDSMUndoStrip::add(int index, int bitmap, const char* key) {
     action->setShortcut(QKeySequence(QString::fromLatin1(key)));
     connect(action, &QAction::triggered, this, [this, index] { want(index, 1); });
     m_buttons->window()->addAction(action);
+    const QString help =
+        CommandHelp::placeOf(index == kUndo ? QStringLiteral("undo") : QStringLiteral("redo"));
+    CommandHelp::setPlace(*action, help);
+    CommandHelp::setPlace(*m_buttons->button(index + 1), help);
     m_actions[static_cast<std::size_t>(index)] = action;
 }
 
@@ -55,7 +57,7 @@ void KorDSMUndoStrip::fillMenu(QMenu& menu, int index) {
     int steps = 0;
     for (const KorString& step :
          index == kUndo ? KorDSMUndo::undoSteps(kMostNamed) : KorDSMUndo::redoSteps(kMostNamed)) {
-        const QAction* action = menu.addAction(menuText(step));
+        const QAction* action = menu.addAction(KorMnemonics::literal(toQt(step)));
         connect(action, &QAction::triggered, this, [this, index, number = ++steps] { want(index, number); });
     }
 }
@@ -66,7 +68,7 @@ void KorDSMUndoStrip::update() {
         const KorString text = index == kUndo ? KorDSMUndo::undoText() : KorDSMUndo::redoText();
         QAction* action = m_actions[static_cast<std::size_t>(index)];
         action->setEnabled(possible);
-        action->setText(menuText(text));
+        action->setText(KorMnemonics::literal(toQt(text)));
         m_buttons->enableButton(index + 1, possible);
         m_buttons->setButtonText(index + 1, text, action->shortcut());
     }

@@ -3,6 +3,7 @@
 #include "controls/KorButtonGroup.h"
 #include "controls/KorControls.h"
 #include "controls/KorListCtrl.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "controls/KorTabCtrl.h"
@@ -176,6 +177,7 @@ void KorDSMViewRequestDialog::setUpTree() {
             [this](KorTreeHandle, const QPoint& position) {
                 QMenu menu(this);
                 menu.addActions({m_actions.begin(), m_actions.end()});
+                KorMnemonics::give(menu);
                 menu.exec(position);
             });
     connect(&m_rightSide.list(), &ItemList::opened, this, &KorDSMViewRequestDialog::open);

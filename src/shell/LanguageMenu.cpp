@@ -4,6 +4,7 @@
 #include "services/KOSettings.h"
 #include "services/KorResources.h"
 #include "services/Prompts.h"
+#include "shell/CommandHelp.h"
 #include "shell/StatusLine.h"
 
 #include <QActionGroup>
@@ -42,6 +43,8 @@ std::string setting() {
 LanguageMenu::LanguageMenu(QMenu& options, StatusLine& status) : m_status(status) {
     options.addSeparator();
     QMenu* menu = options.addMenu(toQt(Prompts::dsm(kLanguage)));
+    CommandHelp::serve(*menu);
+    CommandHelp::set(menu->menuAction(), kLanguage);
     auto* group = new QActionGroup(menu);
     const QString system = nameOf(Prompts::systemLanguage(folder()));
     add(*menu, *group, toQt(KorString::format(Prompts::dsm(kSystem), {fromQt(system)})), {});

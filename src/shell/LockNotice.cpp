@@ -3,6 +3,7 @@
 #include "base/EditorSession.h"
 #include "base/Translation.h"
 #include "controls/KorControls.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorQt.h"
 #include "controls/UserInput.h"
 #include "model/KorDSMBusy.h"
@@ -114,6 +115,7 @@ void LockNotice::show(const std::string& file) {
     m_sentence->setText(toQt(KorString::format(sentence, {fromQt(shortened)})));
     m_sentence->setToolTip(path);
     m_bar->show();
+    KorMnemonics::give(*m_bar);
 }
 
 bool LockNotice::eventFilter(QObject* watched, QEvent* event) {

@@ -56,5 +56,5 @@ void ModuleResources::setUp(const KorString& folder) {
     KorLayoutStore::setBackend(readLayout, writeLayout);
     KorHostPost::setPost([](std::function<void()> call) { QTimer::singleShot(0, qApp, std::move(call)); });
     KorUnitsManager::setDecimalMark(QLocale().decimalPoint() == QLatin1String(",") ? ',' : '.');
-    CKorHelp::setViewer([](const std::filesystem::path& page) { HelpWindow::show(page); });
+    CKorHelp::setViewer(&HelpWindow::show);
 }

@@ -1,5 +1,6 @@
 #include "shell/RecordMenu.h"
 
+#include "controls/KorMnemonics.h"
 #include "controls/KorQt.h"
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "dialogs/NewRecordQuestion.h"
@@ -15,6 +16,7 @@
 #include "session/KorDSMUndo.h"
 #include "session/KorDSMValueText.h"
 #include "session/KorDSMWhereUsed.h"
+#include "shell/CommandHelp.h"
 #include "shell/CommandStrip.h"
 #include "shell/Refusal.h"
 #include "shell/UsageViews.h"
@@ -58,6 +60,13 @@ QKeySequence keyOf(eItemCommand command) {
     return QKeySequence(QString::fromLatin1(rowOf(command).key));
 }
 
+QMenu* addMakersMenu(QMenu& menu) {
+    QMenu* makers = menu.addMenu(toQt(Prompts::dsm(kNewForHere)));
+    CommandHelp::serve(*makers);
+    CommandHelp::set(makers->menuAction(), kNewForHere);
+    return makers;
+}
+
 bool isMadeByUsers(const KorDSMDatabaseItem& item) {
     return item.record() && KorDSMRecordCommands::isMade(item.tableType());
 }
@@ -68,6 +77,8 @@ RecordMenu::RecordMenu(QWidget& window, KorDSMDataStructure& structure, TreeSele
                        WindowRefresh& refresh, UsageViews& usages)
     : m_window(window), m_structure(structure), m_selection(selection), m_refresh(refresh), m_usages(usages),
       m_rename(new QAction(toQt(Prompts::dsm(kRename)), &window)), m_newGroup(new QAction(&window)) {
+    CommandHelp::set(m_rename, kRename);
+    CommandHelp::set(m_newGroup, kNewGroup);
     window.addAction(m_rename);
     window.addAction(m_newGroup);
     connect(m_newGroup, &QAction::triggered, this, waiting(this, &RecordMenu::makeGroupHere));
@@ -106,7 +117,7 @@ void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
             m_newGroup->setText(text);
             menu.addAction(m_newGroup);
         } else {
-            menu.addAction(text, this, [this, &item] { makeGroup(item); });
+            CommandHelp::set(menu.addAction(text, this, [this, &item] { makeGroup(item); }), kNewGroup);
         }
     }
     addMakers(menu, item);
@@ -115,13 +126,15 @@ void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
         menu.addAction(m_rename);
     }
     if (const auto user = KorDSMRecordUse::userOf(item))
-        menu.addAction(
-            toQt(KorString::format(Prompts::dsm(kOnlyHere), {KorDSMValueText::shortName(user->name)}))
-                .replace(u'&', QStringLiteral("&&")),
-            this, [this, &item] { copyForUser(item); });
+        CommandHelp::set(
+            menu.addAction(KorMnemonics::literal(toQt(KorString::format(
+                               Prompts::dsm(kOnlyHere), {KorDSMValueText::shortName(user->name)}))),
+                           this, [this, &item] { copyForUser(item); }),
+            kOnlyHere);
     if (isMadeByUsers(item) && !isInStrip(eItemCommand::kDelete, item) && !(family && family->isGroup())) {
         leaveOut(menu, eItemCommand::kDelete);
-        menu.addAction(toQt(Prompts::dsm(kDelete)), this, [this, &item] { remove(item); });
+        CommandHelp::set(menu.addAction(toQt(Prompts::dsm(kDelete)), this, [this, &item] { remove(item); }),
+                         kDelete);
     }
 }
 
@@ -137,7 +150,7 @@ void RecordMenu::addMakers(QMenu& menu, KorDSMDatabaseItem& item) {
         if (!isMade)
             continue;
         if (!makers)
-            makers = menu.addMenu(toQt(Prompts::dsm(kNewForHere)));
+            makers = addMakersMenu(menu);
         makers->addAction(toQt(KorDSMValueText::columnCaption(*table, column)) + u'…', this,
                           [this, &item, &column] { makeFor(item, column); });
     }

@@ -11,6 +11,7 @@
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMSources.h"
 #include "session/KorDSMValueText.h"
+#include "shell/CommandHelp.h"
 #include "shell/FieldFlash.h"
 #include "shell/ItemMenu.h"
 #include "shell/Navigation.h"
@@ -23,6 +24,7 @@
 
 namespace {
 
+constexpr char kTopic[] = "_KorDSMDialogSearch";
 constexpr int kButton = 2420; // and its picture
 constexpr int kName = 1000;
 constexpr int kPage = 1006;
@@ -43,8 +45,10 @@ SearchCommand::SearchCommand(QWidget& window, KorDSMDataStructure& structure, Na
     const QKeySequence key(QString::fromLatin1(kKeys[0]));
     strip.addButton(kButton, Prompts::dsm(kName), KorPictures::bitmap(kButton));
     strip.setButtonText(kButton, Prompts::dsm(kName), key);
+    CommandHelp::setPlace(*strip.button(kButton), QLatin1String(kTopic));
     connect(strip.button(kButton), &QToolButton::clicked, this, waiting(this, &SearchCommand::open));
     QAction* entry = m_options.menu()->addAction(KorPictures::bitmap(kButton), toQt(Prompts::dsm(kEntry)));
+    CommandHelp::setPlace(*entry, QLatin1String(kTopic));
     entry->setShortcuts({key, QKeySequence(QString::fromLatin1(kKeys[1]))});
     connect(entry, &QAction::triggered, this, waiting(this, &SearchCommand::open));
     m_window.addAction(entry);

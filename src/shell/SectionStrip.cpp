@@ -5,6 +5,7 @@
 #include "controls/KorPictures.h"
 #include "model/KorDSMFamilies.h"
 #include "services/Prompts.h"
+#include "shell/CommandHelp.h"
 #include "shell/StyleThumbnails.h"
 #include "shell/WhenFree.h"
 
@@ -59,8 +60,11 @@ SectionStrip::SectionStrip(KorButtonGroupMenu& strip, KorDSMDataStructure& struc
                 whenFree(this, [this, wanted = section.section] { Q_EMIT sectionWanted(wanted); });
     });
     m_strip.setMenuButton(kOptionsButton, Prompts::gui(45100), KorPictures::bitmap(kOptionsBitmap));
-    for (const Option& option : kOptions)
-        m_strip.addMenuItem(Prompts::getPrompt(option.category, option.prompt));
+    for (const Option& option : kOptions) {
+        const int place = m_strip.addMenuItem(Prompts::getPrompt(option.category, option.prompt));
+        CommandHelp::set(m_strip.menu()->actions().at(place), option.prompt);
+    }
+    CommandHelp::serve(*m_strip.menu());
     connect(&m_strip, &KorButtonGroupMenu::toggled, this, waiting(this, &SectionStrip::onToggled));
 }
 

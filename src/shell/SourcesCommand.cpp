@@ -8,6 +8,7 @@
 #include "services/Prompts.h"
 #include "session/DataFolder.h"
 #include "session/KorDSMWhereUsed.h"
+#include "shell/CommandHelp.h"
 #include "shell/LockNotice.h"
 #include "shell/Reports.h"
 #include "shell/ServerWatch.h"
@@ -27,7 +28,9 @@ void SourcesCommand::addTo(QMenu& menu, const KorDSMDatabaseItem& item) {
     if (item.type() != KorDSMDefines::kDatabaseContent && item.type() != KorDSMDefines::kAddInContent)
         return;
     menu.addSeparator();
-    menu.addAction(toQt(Prompts::dsm(kDatabases)), this, [this] { whenFree(this, [this] { choose(); }); });
+    CommandHelp::set(menu.addAction(toQt(Prompts::dsm(kDatabases)), this,
+                                    [this] { whenFree(this, [this] { choose(); }); }),
+                     kDatabases);
 }
 
 void SourcesCommand::choose() {

@@ -3,6 +3,7 @@
 #include "base/Translation.h"
 #include "controls/KorButtonGroup.h"
 #include "controls/KorLayoutStore.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "controls/KorVerticalSplitter.h"
@@ -12,6 +13,7 @@
 #include "services/KorResources.h"
 #include "services/Prompts.h"
 #include "session/KorDSMDrawingDifferences.h"
+#include "shell/CommandHelp.h"
 #include "shell/Navigation.h"
 #include "shell/WhenFree.h"
 
@@ -25,6 +27,7 @@ namespace {
 
 constexpr int kButton = 2097; // and its picture
 constexpr const char* kKey = "F9";
+constexpr char kTopic[] = "_Style_Preview";
 constexpr int kName = 900;
 constexpr int kBelow = 907;
 constexpr int kBeside = 915;
@@ -76,6 +79,8 @@ StylePreview::StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorBu
     action->setShortcut(QKeySequence(QLatin1String(kKey)));
     connect(action, &QAction::triggered, m_strip.button(kButton), &QToolButton::click);
     window.addAction(action);
+    for (QObject* command : std::initializer_list<QObject*>{action, m_strip.button(kButton)})
+        CommandHelp::setPlace(*command, QLatin1String(kTopic));
     connect(&m_strip, &KorButtonGroup::buttonPressed, this, [this] {
         setShown(!m_isShown);
         remember();
@@ -394,8 +399,8 @@ void StylePreview::showMenu(std::optional<std::size_t> place, const QPoint& posi
     menu.addSeparator();
     menu.addActions(m_output.actions());
     menu.addSeparator();
-    menu.addAction(toQt(Prompts::dsm(kHelp)), [] { CKorHelp::showTopic("_Style_Preview"); })
-        ->setShortcut(Qt::Key_F1);
+    menu.addAction(toQt(Prompts::dsm(kHelp)), [] { CKorHelp::showTopic(kTopic); })->setShortcut(Qt::Key_F1);
+    KorMnemonics::give(menu);
     menu.exec(position);
 }
 

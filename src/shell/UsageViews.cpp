@@ -6,6 +6,7 @@
 #include "services/Prompts.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMItemSource.h"
+#include "shell/CommandHelp.h"
 #include "shell/Navigation.h"
 #include "shell/WhenFree.h"
 
@@ -31,8 +32,8 @@ void UsageViews::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
     if (!item.record() || item.tableType() == kNoTable)
         return;
     menu.addSeparator();
-    connect(menu.addAction(toQt(Prompts::dsm(kWhereUsed))), &QAction::triggered, this,
-            [this, &item] { list(item); });
+    connect(CommandHelp::set(menu.addAction(toQt(Prompts::dsm(kWhereUsed))), kWhereUsed), &QAction::triggered,
+            this, [this, &item] { list(item); });
 }
 
 void UsageViews::list(const KorDSMDatabaseItem& item) {

@@ -6,6 +6,7 @@
 #include "services/Prompts.h"
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMStyleViews.h"
+#include "shell/CommandHelp.h"
 #include "shell/Refusal.h"
 #include "shell/WindowRefresh.h"
 
@@ -29,18 +30,19 @@ void ViewCommands::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
     if (!KorDSMStyleViews::canChange(item))
         return;
     menu.addSeparator();
-    menu.addAction(toQt(Prompts::dsm(kAdd)), this, [this, &item] { addChosen(item); });
-    menu.addAction(toQt(Prompts::dsm(kNew)), this, [this, &item] { addNew(item); });
+    const auto add = [&](int prompt, auto act) {
+        return CommandHelp::set(menu.addAction(toQt(Prompts::dsm(prompt)), this, act), prompt);
+    };
+    add(kAdd, [this, &item] { addChosen(item); });
+    add(kNew, [this, &item] { addNew(item); });
     if (KorDSMStyleViews::slotOf(item) < 0)
         return;
-    menu.addAction(toQt(Prompts::dsm(kRemove)), this,
-                   [this, &item] { show(item, KorDSMStyleViews::removeView(item), -1); });
+    add(kRemove, [this, &item] { show(item, KorDSMStyleViews::removeView(item), -1); });
     for (const int step : {-1, 1}) {
-        QAction* move =
-            menu.addAction(toQt(Prompts::dsm(step < 0 ? kMoveUp : kMoveDown)), this, [this, &item, step] {
-                const int place = item.parent()->children().find(&item);
-                show(item, KorDSMStyleViews::moveView(item, step), place + step);
-            });
+        QAction* move = add(step < 0 ? kMoveUp : kMoveDown, [this, &item, step] {
+            const int place = item.parent()->children().find(&item);
+            show(item, KorDSMStyleViews::moveView(item, step), place + step);
+        });
         move->setEnabled(KorDSMStyleViews::canMove(item, step));
     }
 }

@@ -443,7 +443,7 @@ TEST_F(AllPages, EveryControlAndPictureHasANameAndEveryPageItsHelp) {
     makeEditableSamples();
     std::filesystem::path shownHelp;
     std::set<std::filesystem::path> topics;
-    CKorHelp::setViewer([&](const std::filesystem::path& topic) { shownHelp = topic; });
+    CKorHelp::setViewer([&](const std::filesystem::path& page, const KorString&) { shownHelp = page; });
     onEachPage([&] {
         page().findChild<KorLineEdit*>()->setFocus();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_F1);

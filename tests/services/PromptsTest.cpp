@@ -299,11 +299,18 @@ TEST_F(PromptsTest, HelpComesInTheLanguageOfTheProgramOrInEnglish) {
     Prompts::load(KorResources::folder() / "prompts", "de");
     KorResources::setFolder(m_folder.path());
     fs::path shown;
-    CKorHelp::setViewer([&shown](const fs::path& page) { shown = page; });
+    KorString place;
+    CKorHelp::setViewer([&](const fs::path& page, const KorString& name) {
+        shown = page;
+        place = name;
+    });
     EXPECT_TRUE(CKorHelp::showTopic("_topic"));
     EXPECT_EQ(shown, m_folder.path() / "help/de/_topic.html");
     EXPECT_TRUE(CKorHelp::showTopic("_only"));
     EXPECT_EQ(shown, m_folder.path() / "help/en/_only.html");
+    EXPECT_TRUE(CKorHelp::showTopic("_topic#there"));
+    EXPECT_EQ(shown, m_folder.path() / "help/de/_topic.html");
+    EXPECT_EQ(place, "there");
     EXPECT_FALSE(CKorHelp::showTopic("_none"));
     EXPECT_TRUE(mentions(onlySentence(), "_none"));
     CKorHelp::setViewer({});

@@ -1,4 +1,5 @@
 #include "support/Accessibility.h"
+#include "controls/KorLineEdit.h"
 #include "controls/KorListCtrl.h"
 #include "controls/TabContent.h"
 #include "dialogs/KorDSMDialogAddView.h"
@@ -11,6 +12,7 @@
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "dialogs/KorDSMDialogNewItemWithGroup.h"
 #include "dialogs/KorDSMDialogSearch.h"
+#include "dialogs/KorDSMDialogSources.h"
 #include "dialogs/KorDSMDialogWhereUsed.h"
 #include "model/KorDSMFamilies.h"
 #include "services/KorResources.h"
@@ -44,6 +46,10 @@ protected:
         const RowRef rails{kTableQualifierSet, sets.at(0).key};
         const RowRef style{kTableDetailStyle,
                            m_databases->source(SourceId::user())->table(kTableDetailStyle).rows().at(0).key};
+        const std::string file = m_folder.file("brought.dsdb");
+        std::filesystem::copy_file(path("user.dsdb"), file,
+                                   std::filesystem::copy_options::overwrite_existing);
+        const KorDSMImport import(file);
         KorDSMSearch search({SourceId::user(), {}}, {});
         std::vector<std::unique_ptr<QDialog>> dialogs;
         const auto add = [&dialogs]<typename Dialog, typename... Args>(std::type_identity<Dialog>,
@@ -61,6 +67,8 @@ protected:
         add(std::type_identity<KorDSMDialogConflicts>(), std::vector<OutsideChange>());
         add(std::type_identity<KorDSMDialogDeepCopy>(), SourceId::user(), std::vector<RowRef>{style});
         add(std::type_identity<KorDSMDialogDimensionSettings>(), SourceId::user());
+        add(std::type_identity<KorDSMDialogImport>(), import, SourceId::user());
+        add(std::type_identity<KorDSMDialogSources>(), path(""));
         add(
             std::type_identity<KorDSMDialogSearch>(), search, [](const KorDSMSearchHit&) { return QIcon(); },
             "hb");
@@ -96,19 +104,65 @@ protected:
         }
         EXPECT_GE(visited.size(), 20u);
     }
-    static void expectOwnMnemonics(const QWidget& window) {
+    // Each letter once, none where all letters of the text have gone to others, and behind each what it is
+    // for. Fields that stand alone: above a tree or a list, and before the button that fills it.
+    inline static const std::set<int> kAlone = {1200, 1210, 1063, 2402, 2421};
+    static void expectOwnMnemonics(QWidget& window) {
         std::map<QKeySequence, QString> known;
+        std::vector<QString> without;
+        std::set<const QWidget*> reached;
         for (const QWidget* widget : window.findChildren<QWidget*>()) {
             const auto* button = qobject_cast<const QAbstractButton*>(widget);
             const auto* label = qobject_cast<const QLabel*>(widget);
-            const QString text = button                    ? button->text()
-                                 : label && label->buddy() ? label->text()
-                                                           : QString();
+            const auto* tool = qobject_cast<const QToolButton*>(widget);
+            const auto* box = qobject_cast<const QGroupBox*>(widget);
+            const bool isShort = tool && tool->toolButtonStyle() == Qt::ToolButtonIconOnly;
+            const int number = KorControls::id(widget);
+            const QString text = button && !isShort && number != 1 && number != 2 ? button->text()
+                                 : label && label->buddy()                        ? label->text()
+                                 : box                                            ? box->title()
+                                                                                  : QString();
             const QKeySequence key = QKeySequence::mnemonic(text);
-            if (!widget->isVisible() || key.isEmpty())
+            if (!widget->isVisible() || text.isEmpty())
+                continue;
+            if (!key.isEmpty() || !box)
+                reached.insert(label ? label->buddy() : widget);
+            if (key.isEmpty() && !box)
+                without.push_back(text);
+            if (key.isEmpty())
                 continue;
             const auto [other, isNew] = known.emplace(key, text);
             EXPECT_TRUE(isNew) << text.toStdString() << " and " << other->second.toStdString();
+        }
+        for (const QString& text : without)
+            for (const QChar letter : text)
+                EXPECT_TRUE(!letter.isLetterOrNumber() ||
+                            known.contains(QKeySequence::mnemonic(QStringLiteral("&") + letter)))
+                    << text.toStdString() << " has no letter, and " << QString(letter).toStdString()
+                    << " is free";
+        for (const QWidget* field : window.findChildren<QWidget*>())
+            if (field->isVisible() && KorControls::id(field) >= 1000 &&
+                !kAlone.contains(KorControls::id(field)) &&
+                (qobject_cast<const QLineEdit*>(field) || qobject_cast<const QComboBox*>(field))) {
+                const bool isReached = std::ranges::any_of(
+                    reached, [field](const QWidget* by) { return by == field || by->isAncestorOf(field); });
+                EXPECT_TRUE(isReached) << field->metaObject()->className() << ' ' << KorControls::id(field)
+                                       << ' ' << field->accessibleName().toStdString();
+            }
+        expectThatLettersLead(window);
+    }
+    static void expectThatLettersLead(QWidget& window) {
+        window.activateWindow();
+        for (const QLabel* label : window.findChildren<QLabel*>()) {
+            const QString key = QKeySequence::mnemonic(label->text()).toString();
+            if (!label->isVisible() || key.isEmpty() || !label->buddy()->isEnabled() ||
+                key.back().unicode() > 'Z')
+                continue;
+            QTest::keyClick(&window, key.back().toLatin1(), Qt::AltModifier);
+            const QWidget* focus = QApplication::focusWidget();
+            EXPECT_TRUE(focus == label->buddy() || label->buddy()->isAncestorOf(focus))
+                << key.toStdString() << " of " << label->text().toStdString() << " leads to "
+                << (focus ? focus->metaObject()->className() : "nothing");
         }
     }
     // What the user sees and reaches in a window.

@@ -1,3 +1,4 @@
+#include "controls/KorMnemonics.h"
 #include "data/StyleDatabases.h"
 #include "operations/KorOdbcMan.h"
 #include "session/KorDSMUndo.h"
@@ -29,7 +30,7 @@ protected:
             ASSERT_NE(menu, nullptr);
             menu->close();
             for (QAction* action : menu->actions()) {
-                if (action->text() != kCommand)
+                if (KorMnemonics::plain(action->text()) != kCommand)
                     continue;
                 answerNext([&](QWidget* modal) {
                     auto* box = qobject_cast<QMessageBox*>(modal);

@@ -1,4 +1,5 @@
 #include "controls/KorMFCGridCtrl.h"
+#include "controls/KorMnemonics.h"
 #include "controls/VELComboTree.h"
 #include "dialogs/KorDSMDialogAddView.h"
 #include "dialogs/KorDSMDialogNewItem.h"
@@ -184,7 +185,7 @@ protected:
         ASSERT_NE(menu, nullptr);
         menu->close();
         for (QAction* action : menu->findChildren<QAction*>())
-            if (action->text() == QString::fromUtf8(command))
+            if (KorMnemonics::plain(action->text()) == QString::fromUtf8(command))
                 return action->trigger();
         ADD_FAILURE() << "no " << command;
     }
@@ -245,7 +246,7 @@ TEST_F(ComposeFromNothing, AStyleIsComposedByHandAndIsTheSameAsByCommandsAndElse
     click(pageControl<QRadioButton>(kBelowDetail));
     showTab(3);
     for (auto* radio : page()->findChildren<QRadioButton*>())
-        if (radio->text() == QStringLiteral("Whole model"))
+        if (KorMnemonics::plain(radio->text()) == QStringLiteral("Whole model"))
             click(radio);
     showTab(4);
     for (const char* view : {"Front", "Section"})

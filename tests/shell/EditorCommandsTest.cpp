@@ -1,9 +1,12 @@
+#include "controls/KorButtonGroupMenu.h"
 #include "controls/KorMFCGridCtrl.h"
 #include "controls/VELComboTree.h"
 #include "data/StyleDatabases.h"
 #include "dialogs/KorDSMDialog.h"
 #include "dialogs/KorDSMDialogAddView.h"
 #include "dialogs/KorDSMDialogInUse.h"
+#include "services/CKorHelp.h"
+#include "shell/CommandHelp.h"
 #include "shell/EditorFixture.h"
 #include "shell/HelpWindow.h"
 
@@ -11,6 +14,8 @@
 #include <QMenu>
 #include <QToolBar>
 #include <QTreeWidget>
+
+#include <fstream>
 
 namespace {
 
@@ -275,6 +280,58 @@ TEST_F(EditorFixture, KeysLeadFromTheTreeToEachPageAndStore) {
     press(Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(m_result, QDialog::Accepted);
     EXPECT_FALSE(isPending());
+}
+
+// In both languages, at its button and in the menus.
+TEST_F(EditorFixture, F1OpensTheHelpOfEachCommand) {
+    open();
+    std::string said;
+    const auto expectHelp = [&said](const QObject* command, const QString& name) {
+        said.clear();
+        EXPECT_TRUE(CommandHelp::show(command)) << name.toStdString();
+        const std::filesystem::path page = said.substr(0, said.find('#'));
+        const std::string place = said.substr(std::min(said.find('#'), said.size() - 1) + 1);
+        EXPECT_TRUE(!place.empty() || page.stem() != "_Drawing_Style_Manager") << name.toStdString();
+        for (const char* language : {"en", "de"}) {
+            std::ifstream in(page.parent_path().parent_path() / language / page.filename());
+            const std::string text{std::istreambuf_iterator<char>(in), {}};
+            EXPECT_NE(text.find(place.empty() ? "<h1>" : "<a name=\"" + place + "\""), std::string::npos)
+                << said << language;
+        }
+    };
+    CKorHelp::setViewer([&said](const std::filesystem::path& page, const KorString& place) {
+        said = page.string() + '#' + place.toStdString();
+    });
+    int buttons = 0;
+    for (const int strip : {1011, 1012, 1211, 1212})
+        for (const QToolButton* each : control<QWidget>(strip)->findChildren<QToolButton*>()) {
+            expectHelp(each, each->accessibleName());
+            ++buttons;
+        }
+    EXPECT_GE(buttons, 16);
+    for (const Path& path : {kStyle, kView, Path{"User", "Hallberg: posts and beams"}, Path{"User"}}) {
+        select(path);
+        QTimer::singleShot(0, m_dialog.get(), [&] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            for (QAction* action : menu->actions())
+                if (!action->isSeparator())
+                    expectHelp(action, action->text());
+            const QList<QAction*> actions = menu->actions();
+            menu->setActiveAction(*std::ranges::find_if(actions, &QAction::isEnabled));
+            said.clear();
+            QTest::keyClick(menu, Qt::Key_F1);
+            EXPECT_NE(said.find("#command-"), std::string::npos) << said;
+        });
+        Q_EMIT tree().contextMenuRequested(tree().selectedItem(), m_dialog->pos());
+    }
+    for (QAction* action : control<KorButtonGroupMenu>(1233)->menu()->actions())
+        if (!action->isSeparator())
+            expectHelp(action, action->text());
+    select(kStyle);
+    control<KorButtonGroup>(1011)->button(kCopy)->setFocus();
+    press(Qt::Key_F1);
+    EXPECT_TRUE(said.ends_with("#command-33560")) << said;
 }
 
 TEST_F(EditorFixture, AStyleGetsLosesAndReordersItsViews) {

@@ -3,6 +3,7 @@
 
 #include "base/KorAssert.h"
 #include "controls/KorLayoutStore.h"
+#include "controls/KorMnemonics.h"
 #include "data/text/SampleData.h"
 #include "session/DataFolder.h"
 #include "shell/ModuleResources.h"
@@ -123,7 +124,7 @@ void EditorFixture::chooseInMenu(const char* command) {
         ASSERT_NE(menu, nullptr);
         menu->close();
         for (QAction* action : menu->actions())
-            if (action->text() == command && action->isEnabled())
+            if (KorMnemonics::plain(action->text()) == command && action->isEnabled())
                 return action->trigger();
         ADD_FAILURE() << "no command " << command;
     });

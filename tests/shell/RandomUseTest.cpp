@@ -3,6 +3,7 @@
 
 #include "controls/KorButtonGroupMenu.h"
 #include "controls/KorLayoutStore.h"
+#include "controls/KorMnemonics.h"
 #include "controls/VELComboTree.h"
 #include "shell/PreviewPane.h"
 
@@ -75,7 +76,8 @@ protected:
         QAction* chosen =
             actions.isEmpty() || below(3) == 0 ? nullptr : actions[below(static_cast<int>(actions.size()))];
         menu.close();
-        if (chosen && chosen->text() != control<QPushButton>(1098)->text())
+        if (chosen &&
+            KorMnemonics::plain(chosen->text()) != KorMnemonics::plain(control<QPushButton>(1098)->text()))
             chosen->trigger();
     }
 

@@ -7,12 +7,13 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QStyleOptionComboBox>
 #include <QTabBar>
 #include <QToolButton>
 
 /// The texts below `root` that are seen and have less room than they need, each with what shows it. What
 /// wraps is cut where it has not enough lines; what names a record is as long as users like, and does not
-/// count.
+/// count: of what combos show only what stands in brackets, as all texts of the language for this do.
 inline QStringList cutTexts(const QWidget& root) {
     QStringList cut;
     const auto note = [&cut](const QWidget& widget, const QString& text, int needs, int has) {
@@ -39,6 +40,18 @@ inline QStringList cutTexts(const QWidget& root) {
             const auto* tool = qobject_cast<const QToolButton*>(widget);
             if (!tool || (tool->toolButtonStyle() != Qt::ToolButtonIconOnly && tool->icon().isNull()))
                 note(*button, button->text(), widthOf(*button, button->text()), button->width());
+        } else if (const auto* combo = qobject_cast<const QComboBox*>(widget)) {
+            QStyleOptionComboBox option;
+            option.initFrom(combo);
+            option.editable = combo->isEditable();
+            const int room =
+                combo->style()
+                    ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, combo)
+                    .width();
+            const int picture =
+                combo->itemIcon(combo->currentIndex()).isNull() ? 0 : combo->iconSize().width() + 4;
+            if (combo->currentText().startsWith(u'[')) // as all texts are; names are not
+                note(*combo, combo->currentText(), widthOf(*combo, combo->currentText()) + picture, room);
         } else if (const auto* box = qobject_cast<const QGroupBox*>(widget)) {
             note(*box, box->title(), widthOf(*box, box->title()), box->width());
         } else if (const auto* bar = qobject_cast<const QTabBar*>(widget)) {

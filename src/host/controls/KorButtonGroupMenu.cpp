@@ -1,6 +1,7 @@
 #include "controls/KorButtonGroupMenu.h"
 
 #include "controls/KorControls.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorQt.h"
 
 #include <QBoxLayout>
@@ -18,6 +19,7 @@ KorButtonGroupMenu::KorButtonGroupMenu(QWidget* parent)
     m_menuButton->setAutoRaise(true);
     m_menuButton->setPopupMode(QToolButton::InstantPopup);
     m_menuButton->setMenu(m_menu);
+    connect(m_menu, &QMenu::aboutToShow, this, [this] { KorMnemonics::give(*m_menu); });
     m_menuButton->setFocusPolicy(Qt::TabFocus);
     setOrientation(Qt::Vertical);
 }

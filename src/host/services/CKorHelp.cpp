@@ -5,6 +5,7 @@
 #include "services/KorResources.h"
 #include "services/Prompts.h"
 
+#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <map>
@@ -85,12 +86,14 @@ std::vector<CKorHelp::Topic> CKorHelp::topics() {
 }
 
 bool CKorHelp::showTopic(const KorString& topic) {
-    const fs::path page = pageOf(topic);
+    const std::string name = topic.toStdString();
+    const std::size_t mark = std::min(name.find('#'), name.size());
+    const fs::path page = pageOf(name.substr(0, mark));
     if (page.empty()) {
         KorHostReport::add(kPageMissing, topic, (KorResources::folder() / "help").string());
         return false;
     }
     if (const Viewer& show = EditorSession::currentPart<HelpViewer>().show)
-        show(page);
+        show(page, mark < name.size() ? KorString(name.substr(mark + 1)) : KorString());
     return true;
 }

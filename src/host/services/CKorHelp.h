@@ -9,11 +9,13 @@
 /// The host's help: one page per topic, in the language of the program where it is translated.
 class CKorHelp {
 public:
-    using Viewer = std::function<void(const std::filesystem::path& page)>;
+    /// `place` is the name of a place in the page; empty for its begin.
+    using Viewer = std::function<void(const std::filesystem::path& page, const KorString& place)>;
 
     /// Sets who shows a page.
     static void setViewer(Viewer viewer);
-    /// Shows a topic. A topic without a page is reported. Returns whether there is one.
+    /// Shows a topic, or a place of it, which is named behind a "#". A topic without a page is reported.
+    /// Returns whether there is one.
     static bool showTopic(const KorString& topic);
     struct Topic {
         KorString name;
