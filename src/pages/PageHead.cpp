@@ -157,6 +157,7 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     m_name->setReadOnly(!editable);
     m_kind->setAccessibleName(kind + QStringLiteral(": ") +
                               toQt(KorDSMValueText::columnCaption(*table, *table->column(kNameColumn))));
+    m_name->setAccessibleName(m_kind->accessibleName());
     static_cast<ElidedLabel*>(m_path)->setWhole(toQt(pathTo(*item, source)));
     const KorDSMRecordState::UseCount use = KorDSMRecordState::useCountOf(source, m_shown);
     m_users->setText(toQt(KorDSMRecordState::useText(m_shown, use)));

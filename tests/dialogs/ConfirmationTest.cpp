@@ -1,5 +1,6 @@
 #include "controls/KorControls.h"
 #include "controls/KorListCtrl.h"
+#include "controls/KorMnemonics.h"
 #include "dialogs/KorDSMDialogConfirmation.h"
 #include "dialogs/UserDataFixture.h"
 #include "model/KorDSMMessages.h"
@@ -103,7 +104,7 @@ TEST_F(Confirmation, ShowsWhomTheChangeReachesUpToThoseWhoShareIt) {
     QString caption;
     const auto direct = users(kTableViewRequest, "HB front", caption);
     ASSERT_GT(direct.size(), 1u);
-    EXPECT_EQ(caption, QStringLiteral("Used by (%1)").arg(direct.size()));
+    EXPECT_EQ(KorMnemonics::plain(caption), QStringLiteral("Used by (%1)").arg(direct.size()));
     // A box that only one view uses is shared where that view is.
     StructDetViewSystemAndBox box;
     box.name = "Box of one view";

@@ -1,6 +1,7 @@
 #include "base/KorAssert.h"
 #include "controls/KorComboBitmap.h"
 #include "controls/KorControls.h"
+#include "controls/KorMnemonics.h"
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "dialogs/KorDSMDialogNewItemWithGroup.h"
 #include "dialogs/UserDataFixture.h"
@@ -25,7 +26,7 @@ public:
     using KorDSMDialogNewItem::KorDSMDialogNewItem;
     QLineEdit* edit() { return KorControls::find<QLineEdit>(this, 1015); }
     QAbstractButton* ok() { return KorControls::find<QAbstractButton>(this, 1); }
-    QString label() { return KorControls::find<QLabel>(this, 1016)->text(); }
+    QString label() { return KorMnemonics::plain(KorControls::find<QLabel>(this, 1016)->text()); }
     QString reason() { return KorControls::find<QLabel>(this, 1017)->text(); }
 };
 

@@ -3,7 +3,6 @@
 #include "controls/KorButtonGroup.h"
 #include "controls/KorLineEdit.h"
 #include "controls/KorMFCGridCtrl.h"
-#include "controls/KorMnemonics.h"
 #include "controls/KorTemplates.h"
 
 #include <QAbstractButton>
@@ -108,21 +107,18 @@ void KorControls::setName(QWidget* control, const QString& name) {
         return;
     for (QLabel* label : parent->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly))
         if (label->buddy() == control)
-            return label->property(KorMnemonics::kNone).toBool() ? label->setText(name) : void();
+            return label->isHidden() ? label->setText(name) : void();
     auto* label = new QLabel(name, parent);
     label->setBuddy(control);
-    label->setProperty(KorMnemonics::kNone, true);
     label->hide();
 }
 
-// A label that has a name for those who do not see both gives that.
 void KorControls::nameByLabels(QWidget* root) {
     for (const QLabel* label : root->findChildren<QLabel*>()) {
         if (label->isHidden())
             continue;
-        QString name = label->accessibleName();
-        if (name.isEmpty())
-            name = KorMnemonics::plain(label->text());
+        QString name = label->accessibleName().isEmpty() ? label->text() : label->accessibleName();
+        name.remove(QLatin1Char('&'));
         if (name.endsWith(QLatin1Char(':')))
             name.chop(1);
         if (label->buddy() && !name.isEmpty())

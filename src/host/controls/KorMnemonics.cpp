@@ -140,10 +140,14 @@ void giveTo(const std::vector<QObject*>& objects, QString taken) {
     }
 }
 
+// Some labels are never seen: they say the name of what stands there.
+bool isNameAlone(const QLabel& label) {
+    return label.isHidden() && !label.buddy()->isHidden();
+}
+
 bool isReached(const QWidget& widget) {
     if (const auto* label = qobject_cast<const QLabel*>(&widget))
-        return label->buddy() && !label->property(KorMnemonics::kNone).toBool() &&
-               !Qt::mightBeRichText(label->text());
+        return label->buddy() && !isNameAlone(*label) && !Qt::mightBeRichText(label->text());
     const auto* tool = qobject_cast<const QToolButton*>(&widget);
     const auto* button = qobject_cast<const QAbstractButton*>(&widget);
     const int number = KorControls::id(&widget);

@@ -14,9 +14,6 @@ class QWidget;
 /// it.
 namespace KorMnemonics {
 
-/// A label with this property set gets no letter: it is never seen.
-constexpr char kNone[] = "noMnemonic";
-
 /// A letter for each of the texts as far as letters go, none of them twice and none of `taken`; a null
 /// character where there is none. First letters of words come before others.
 std::vector<QChar> choose(const std::vector<QString>& texts, const QString& taken = {});
