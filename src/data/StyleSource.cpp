@@ -37,7 +37,7 @@ bool StyleSource::read(const TableSchema& schema, const Reading& reading) {
     std::vector<ReadProblem> problems;
     Result<> result = reading.result();
     if (result)
-        result = reading.store.readTable(schema, slot->rowsToFill(), problems);
+        result = reading.store().readTable(schema, slot->rowsToFill(), problems);
     if (!result) {
         m_failures[schema.type] = result.error;
         note(result.error);
@@ -51,7 +51,7 @@ bool StyleSource::read(const TableSchema& schema, const Reading& reading) {
             std::erase_if(m_problems,
                           [&](const ReadProblem& each) { return each.sentence == failure.mapped(); });
     }
-    if (const std::string tooNew = reading.store.whyTooNew(); !tooNew.empty())
+    if (const std::string tooNew = reading.store().whyTooNew(); !tooNew.empty())
         note(tooNew);
     m_problems.insert(m_problems.end(), problems.begin(), problems.end());
     m_isOutdated = m_isOutdated || m_state.value_or(reading.state()) != reading.state();

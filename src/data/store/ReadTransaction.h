@@ -11,6 +11,7 @@ public:
     ReadTransaction(const ReadTransaction&) = delete;
     ReadTransaction& operator=(const ReadTransaction&) = delete;
 
+    StyleStore& store() const { return m_store; }
     /// A failure where nothing can be read.
     const Result<>& result() const { return m_result; }
     /// The number of the state, as `StyleStore::beginRead` gives it.
