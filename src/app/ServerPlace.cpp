@@ -4,7 +4,7 @@
 #include "session/DataFolder.h"
 
 SourceSettings::Place ServerPlace::placeOf(const DataFolder& folder, const std::string& named) {
-    if (SourceSettings::isConnection(named)) {
+    if (ServerAddress::isConnection(named)) {
         Result<ServerAddress> address =
             ServerAddress::parse(named, translated("the command line").toStdString());
         return {{}, std::move(address.value), std::move(address.error)};

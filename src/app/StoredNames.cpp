@@ -3,6 +3,7 @@
 #include "data/store/SqliteStore.h"
 #include "services/AddInManager.h"
 #include "services/KorHostReport.h"
+#include "session/SourceSettings.h"
 #include "shell/DataFolderPlace.h"
 
 #include <set>
@@ -10,12 +11,15 @@
 StoredNames::StoredNames(const std::string& data) : m_folder(locateDataFolder(data)) {}
 
 std::vector<std::pair<std::string, std::filesystem::path>> StoredNames::files() const {
+    const SourceSettings settings(m_folder);
     std::vector<std::pair<std::string, std::filesystem::path>> files = {
         {"standard", m_folder / "standard.dsdb"}, {"user", m_folder / "user.dsdb"}};
-    AddInManager::getInstance().scan(m_folder);
+    AddInManager::getInstance().scan(m_folder, settings.sources());
     for (const KorAddIn& addIn : AddInManager::getInstance().addIns())
         files.emplace_back(addIn.id().id.toStdString(), addIn.database());
     KorHostReport::take(); // a report has no place in the middle of typing
+    for (auto& [name, file] : files)
+        file = settings.placeOf(name, file).file;
     return files;
 }
 
@@ -30,7 +34,7 @@ std::vector<std::string> StoredNames::records(const TableSchema& table, const st
     LockWait::setLimit({});
     std::set<std::string> names;
     for (const auto& [name, file] : files()) {
-        if (!source.empty() && source != name)
+        if (file.empty() || (!source.empty() && source != name)) // nobody waits for a server while typing
             continue;
         OpenedStore opened =
             SqliteStore::open(file.string(), SqliteStore::eMode::kRead, SqliteStore::eCheck::kNone);

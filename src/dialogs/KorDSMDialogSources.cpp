@@ -72,7 +72,7 @@ void KorDSMDialogSources::addRow(QGridLayout& grid, Row row, const QString& capt
     KorControls::setId(field, kFirstField + place);
     KorControls::setId(test, kFirstTest + place);
     const auto allow = [test](const QString& typed) {
-        test->setEnabled(SourceSettings::isConnection(typed.toStdString()));
+        test->setEnabled(ServerAddress::isConnection(typed.toStdString()));
     };
     allow(field->text());
     connect(field, &QLineEdit::textChanged, test, allow);
@@ -118,13 +118,14 @@ void KorDSMDialogSources::accept() {
     m_moved.clear();
     for (const Row& row : m_rows) {
         const std::string text = row.field->text().trimmed().toStdString();
-        if (SourceSettings::isConnection(text))
+        if (ServerAddress::isConnection(text))
             if (const auto address = ServerAddress::parse(text, row.field->accessibleName().toStdString());
                 !address)
                 return say(QString::fromStdString(address.error), true);
+        if (text == row.text)
+            continue;
         texts[row.source] = text;
-        if (text != row.text)
-            m_moved.push_back(row.id);
+        m_moved.push_back(row.id);
     }
     if (const Result<> written = SourceSettings::write(m_folder, texts); !written)
         return say(QString::fromStdString(written.error), true);

@@ -6,15 +6,23 @@
 
 #include <algorithm>
 
+namespace {
+
+KorString unreadable(const std::filesystem::path& file) {
+    return KorString::format(translated("The file \"%s\", which says where databases are, cannot be read; "
+                                        "correct it or move it away."),
+                             {file.string()});
+}
+
+} // namespace
+
 SourceSettings::SourceSettings(const std::filesystem::path& folder) : m_file(folder / "sources.ini") {
     std::error_code none;
     std::vector<KorString> lines;
     if (!std::filesystem::exists(m_file, none))
         return;
     if (!KorTextFile::readLines(m_file, lines)) {
-        m_problems.push_back(KorString::format(translated("The file \"%s\", which says where databases are, "
-                                                          "cannot be read; correct it or move it away."),
-                                               {m_file.string()}));
+        m_problems.push_back(unreadable(m_file));
         return;
     }
     std::string section;
@@ -50,8 +58,10 @@ void SourceSettings::take(const std::string& section, const KorString& line, int
     Place& place = m_places[section];
     if (!place.error.empty())
         return;
-    m_texts[section] = value;
-    if (key == "file") {
+    const bool isConnection = ServerAddress::isConnection(value);
+    if (!ServerAddress::holdsPassword(value))
+        m_texts[section] = value;
+    if (key == "file" && !isConnection) {
         place = {m_file.parent_path() / value, {}, {}};
         return;
     }
@@ -81,11 +91,6 @@ std::string SourceSettings::textOf(const std::string& source) const {
     return found == m_texts.end() ? std::string() : found->second;
 }
 
-bool SourceSettings::isConnection(const std::string& text) {
-    const std::string word = KorString(text.substr(0, text.find('='))).trimmed().lowered().toStdString();
-    return text.find('=') != std::string::npos && (word == "driver" || word == "dsn" || word == "server");
-}
-
 namespace {
 
 std::string sectionIn(const KorString& line) {
@@ -101,7 +106,7 @@ bool saysWhere(const KorString& line) {
 }
 
 std::string lineOf(const std::string& text) {
-    return (SourceSettings::isConnection(text) ? "connection = " : "file = ") + text + "\n";
+    return (ServerAddress::isConnection(text) ? "connection = " : "file = ") + text + "\n";
 }
 
 } // namespace
@@ -111,12 +116,14 @@ Result<> SourceSettings::write(const std::filesystem::path& folder,
     const std::filesystem::path file = folder / "sources.ini";
     std::error_code none;
     std::vector<KorString> lines;
-    if (std::filesystem::exists(file, none))
-        KorTextFile::readLines(file, lines);
+    if (std::filesystem::exists(file, none) && !KorTextFile::readLines(file, lines))
+        return Result<>::failure(unreadable(file));
+    std::string before;
     std::map<std::string, std::string> left = texts;
     std::string written;
     std::string section;
     for (const KorString& line : lines) {
+        before += line.toStdString() + "\n";
         if (const std::string begun = sectionIn(line.trimmed()); !begun.empty())
             section = begun;
         else if (texts.contains(section) && saysWhere(line.trimmed()))
@@ -130,9 +137,7 @@ Result<> SourceSettings::write(const std::filesystem::path& folder,
     for (const auto& [source, text] : left)
         if (!text.empty())
             written += "[" + source + "]\n" + lineOf(text);
-    if (lines.empty() && written.empty())
-        return {};
-    return KorTextFile::replace(file, written);
+    return written == before ? Result<>{} : KorTextFile::replace(file, written);
 }
 
 SourceSettings::Checked SourceSettings::check(const ServerAddress& address) {
@@ -141,7 +146,7 @@ SourceSettings::Checked SourceSettings::check(const ServerAddress& address) {
         return {Result<>{opened.error}, opened.isRefused};
     if (std::string tooNew = opened.store->whyTooNew(); !tooNew.empty())
         return {Result<>{std::move(tooNew)}};
-    if (!opened.ok())
-        return {Result<>{opened.error}};
-    return {KorString::format(translated("\"%s\" can be read and changed."), {address.name})};
+    return {KorString::format(opened.store->isReadOnly() ? translated("\"%s\" can be read, but not changed.")
+                                                         : translated("\"%s\" can be read and changed."),
+                              {address.name})};
 }

@@ -25,14 +25,13 @@ public:
     const std::vector<KorString>& problems() const { return m_problems; }
     /// Where this source is; in `file` where nothing is said of it.
     Place placeOf(const std::string& source, const std::filesystem::path& file) const;
-    /// What stands there of this source, a connection or a file; empty where nothing does.
+    /// What stands there of this source, a connection or a file; empty where nothing does, or one with a
+    /// password.
     std::string textOf(const std::string& source) const;
     /// Lets these stand there instead, by source; nothing is said of those with an empty text. All else stays
     /// as it is written, and no file is made to say nothing.
     static Result<> write(const std::filesystem::path& folder,
                           const std::map<std::string, std::string>& texts);
-    /// Whether a text is a connection, not the name of a file.
-    static bool isConnection(const std::string& text);
     /// What can be done with a database on a server, or why nothing can.
     struct Checked : Result<KorString> {
         bool isRefused = false; ///< with another password it may be

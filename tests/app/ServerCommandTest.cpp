@@ -56,12 +56,16 @@ TEST_F(ServerCommandTest, AnOfficeMovesToAServerWorksThereAndTakesItsStylesBack)
     EXPECT_EQ(does({"list", "--source", "user", "--json"}).output, alone);
     does(change);
     EXPECT_EQ(bytesOf(user()), before) << "the change is on the server";
+    const QString typed =
+        QString::fromStdString("detailstyles --data " + data().string() + " show detail-style Be");
+    EXPECT_FALSE(does({"complete", typed}).output.contains("Beam")) << "the file is not used any more";
     for (const auto& [word, phrase] :
          {std::pair("check", "read and changed"), std::pair("upgrade", "present version"),
           std::pair("status", "changes: 2")})
         EXPECT_TRUE(does({"server", word, "user"}).output.contains(phrase)) << word;
     does({"copy-database", "user", named("back.dsdb")});
     fs::remove(data() / "sources.ini");
+    EXPECT_TRUE(does({"complete", typed}).output.contains("Beam"));
     does(change);
     expectAlike(user(), (folder() / "back.dsdb").string());
 }
@@ -71,6 +75,7 @@ TEST_F(ServerCommandTest, WhatIsWrongWithTheSettingsIsSaidAndNoOtherDatabaseTake
         {"[user]\nconnection = Driver=PostgreSQL Unicode;Server=/nowhere;Database=x;PWD=secret\n",
          "password"},
         {"[user]\nconnection = Driver=PostgreSQL Unicode;Server=/nowhere;Database=x\n", "cannot be reached"},
+        {"[user]\nfile = UID=a;PWD=secret;Server=x\n", "password"},
         {"[user]\nconnetcion = x\n", "Line 2"},
         {"[usr]\nfile = user.dsdb\n", "\"usr\", which there is not"},
         {"connection = x\n", "Line 1"},
@@ -86,5 +91,6 @@ TEST_F(ServerCommandTest, WhatIsWrongWithTheSettingsIsSaidAndNoOtherDatabaseTake
     settings("");
     EXPECT_TRUE(
         run({"server", "check", "standard"}).complaints.join(' ').contains("no database on a server"));
-    EXPECT_FALSE(run({"server", "status", "Server=x;PWD=secret"}).complaints.join(' ').contains("secret"));
+    for (const char* where : {"Server=x;PWD=secret", "UID=a;PWD=secret;Server=x", "PWD=secret"})
+        EXPECT_FALSE(run({"server", "status", where}).complaints.join(' ').contains("secret")) << where;
 }

@@ -58,3 +58,20 @@ TEST_F(SourcesDialog, TestsConnectionsAndWritesDownWhatWasChangedAlone) {
     const SourceSettings settings(m_folder.path());
     EXPECT_EQ(settings.placeOf("user", "").server.schema, "y");
 }
+
+TEST_F(SourcesDialog, NeitherShowsAPasswordNorReplacesWhatItDidNotRead) {
+    const std::string secret = "[user]\nfile = UID=a;PWD=secret;Server=x\n";
+    std::ofstream(m_folder.file("sources.ini")) << secret;
+    KorDSMDialogSources dialog(m_folder.path(), nullptr);
+    auto* user = KorControls::find<QLineEdit>(&dialog, KorDSMDialogSources::kFirstField + 1);
+    EXPECT_EQ(user->text(), "");
+    dialog.accept();
+    EXPECT_EQ(text(), secret) << "nothing was changed";
+    std::filesystem::remove(m_folder.file("sources.ini"));
+    std::filesystem::create_directory(m_folder.file("sources.ini"));
+    user->setText("there.dsdb");
+    dialog.show();
+    dialog.accept();
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_TRUE(std::filesystem::is_directory(m_folder.file("sources.ini")));
+}
