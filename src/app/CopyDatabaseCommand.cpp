@@ -35,9 +35,15 @@ Result<> copyToServer(StyleStore& from, const ServerAddress& address,
         result = CopiedDatabase::refuseRows(*to.store);
     if (result)
         result = CopiedDatabase::copy(from, *to.store, progress);
-    if (result)
-        return to.store->commit();
-    to.store->rollback();
+    if (result && !(result = to.store->commit()) && to.store->outcome() == StyleStore::eOutcome::kUnknown)
+        return Result<>::failure(KorString::format(
+            translated(
+                "The connection to \"%s\" was lost while the copy was being stored, so it is not known "
+                "whether it was: it is there as a whole or not at all; look at \"detailstyles server "
+                "status\"."),
+            {address.name}));
+    if (!result)
+        to.store->rollback();
     return result;
 }
 

@@ -3,6 +3,7 @@
 #include "app/ServerOptions.h"
 #include "app/ServerPlace.h"
 #include "base/Translation.h"
+#include "data/store/odbc/OdbcLog.h"
 #include "data/store/odbc/OdbcStore.h"
 #include "data/store/odbc/OdbcTables.h"
 #include "session/KorDSMPasswords.h"
@@ -67,8 +68,9 @@ Result<> status(OdbcDatabase& database) {
                              " WHERE sequence = " + std::to_string(state.lastChange);
     result = database.failure(database.connection.query(last, rows));
     if (!rows.empty())
-        Console::say(KorString::format(translated("The last one is of %s, at %s."),
-                                       {rows.front()[0].value_or(""), rows.front()[1].value_or("")}));
+        Console::say(KorString::format(
+            translated("The last one is of %s, at %s."),
+            {rows.front()[0].value_or(""), OdbcLog::localTime(rows.front()[1].value_or(""))}));
     Console::say(rightsOf(database));
     return result;
 }
