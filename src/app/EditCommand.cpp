@@ -56,14 +56,13 @@ int openEditor(WindowStart& start, DataFolder& folder, const EditOptions& option
     start.makeApplication();
     KOSettings::getInstance().setPathData(folder.path());
     KorDSMDialogFactory factory(nullptr);
-    if (!paints)
-        SourcesCommand::askForPasswords(folder, nullptr);
     KorDSMDialogFactory::options().asksBeforeLeaving = true;
     KorDSMDialogFactory::options().recoversChanges = !paints;
     WindowPicture picture(options.picture);
     std::optional<OpenWindow> window;
     if (!paints) {
-        window.emplace(*factory.window(), folder.path());
+        window.emplace(*factory.window(), folder.path()); // to which other starts leave theirs from now on
+        SourcesCommand::askForPasswords(folder, nullptr);
         for (const KorString& problem : folder.problems())
             KorHostReport::add(problem);
     } else {

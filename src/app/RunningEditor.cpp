@@ -6,7 +6,9 @@
 #include <QSocketNotifier>
 #include <QStandardPaths>
 
+#include <cerrno>
 #include <cstring>
+#include <memory>
 #include <utility>
 
 #include <sys/socket.h>
@@ -48,6 +50,14 @@ public:
              bytes.size() < kLongest && (read = ::recv(m_handle, part, sizeof part, 0)) > 0;)
             bytes.append(part, read);
         return bytes;
+    }
+    /// Takes what is there already. Returns false at the end, and where the other side broke off.
+    bool isMoreToCome(QByteArray& bytes) const {
+        char part[4096];
+        ssize_t read = 0;
+        while (bytes.size() < kLongest && (read = ::recv(m_handle, part, sizeof part, 0)) > 0)
+            bytes.append(part, read);
+        return read < 0 && (errno == EAGAIN || errno == EINTR);
     }
 
 private:
@@ -119,15 +129,24 @@ RunningEditor::~RunningEditor() {
     ::close(m_socket);
 }
 
+// The other start may be stopped in the middle of it: nobody waits for its bytes.
 void RunningEditor::answer() {
-    OpenRequest request;
-    {
-        const Socket other(::accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC));
-        const QJsonDocument document = QJsonDocument::fromJson(other.receive());
-        if (!document.isObject() || !other.send({1, kTaken}))
-            return;
-        request = {document["file"].toString(), document["style"].toString(), document["source"].toString(),
-                   document["activation"].toString()};
-    }
-    m_onRequest(request);
+    auto other =
+        std::make_shared<Socket>(::accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+    if (other->handle() < 0)
+        return;
+    auto* notifier = new QSocketNotifier(other->handle(), QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this,
+            [this, notifier, other, bytes = QByteArray()]() mutable {
+                if (other->isMoreToCome(bytes))
+                    return;
+                notifier->setEnabled(false);
+                notifier->deleteLater();
+                const QJsonDocument asked = QJsonDocument::fromJson(bytes);
+                const bool isTaken = asked.isObject() && other->send({1, kTaken});
+                other.reset(); // for whose end the other start waits
+                if (isTaken)
+                    m_onRequest({asked["file"].toString(), asked["style"].toString(),
+                                 asked["source"].toString(), asked["activation"].toString()});
+            });
 }

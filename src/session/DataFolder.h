@@ -36,6 +36,9 @@ public:
     /// is none of them any more; what else is in the way is a problem.
     Result<> openRefused(const ServerAddress& server);
 
+    /// Leaves the first of these closed.
+    void leaveRefused() { m_refused.erase(m_refused.begin()); }
+
     /// Adds what the services have reported so far to the problems. Returns whether there was anything.
     bool takeReports();
 

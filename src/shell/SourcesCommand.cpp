@@ -67,6 +67,6 @@ void SourcesCommand::askForPasswords(DataFolder& folder, QWidget* parent) {
         const bool isKnown = KorDSMPasswords::current().isGiven(refused.server); // of another source there
         if (!(isKnown && open(refused.server)) &&
             !KorDSMDialogPassword::ask(refused.server, refused.error, open, parent))
-            return;
+            folder.leaveRefused();
     }
 }
