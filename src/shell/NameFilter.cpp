@@ -45,6 +45,19 @@ bool NameFilter::clear() {
     return true;
 }
 
+QString NameFilter::typed() const {
+    return m_field.text();
+}
+
+int NameFilter::cursor() const {
+    return m_field.cursorPosition();
+}
+
+void NameFilter::putBack(const QString& typed, int cursor) {
+    m_field.setText(typed);
+    m_field.setCursorPosition(cursor);
+}
+
 void NameFilter::refresh() {
     m_sections.namesChanged();
     if (isSet())

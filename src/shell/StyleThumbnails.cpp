@@ -138,11 +138,16 @@ void StyleThumbnails::makeOne() {
         if (wish.subjects.empty())
             continue;
         const Subject subject = wish.subjects.back();
+        const qreal ratio = wish.ratio;
+        const auto* const wisher = who;
         if (KorDSMThumbnails::readOneTable(rowOf(subject).source))
             return;
-        wish.subjects.pop_back();
-        if (!isRight(subject, wish.ratio))
-            make(subject, wish.ratio);
+        // Reading can run events, by which wishes come and go.
+        const auto now = m_wishes.find(wisher);
+        if (now != m_wishes.end() && !now->second.subjects.empty() && now->second.subjects.back() == subject)
+            now->second.subjects.pop_back();
+        if (!isRight(subject, ratio))
+            make(subject, ratio);
         return;
     }
     m_timer.stop();

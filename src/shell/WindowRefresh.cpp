@@ -143,6 +143,8 @@ void WindowRefresh::reload(const std::vector<OutsideChange>& read) {
             place->renumber(change.source, change.newKeys);
     }
     m_selection.unhide();
+    const QString typed = read.empty() ? QString() : m_filter.typed(); // the user did not ask for this
+    const int cursor = m_filter.cursor();
     m_filter.clear();
     m_rightSide.letGo();
     m_sections.clear();
@@ -154,6 +156,8 @@ void WindowRefresh::reload(const std::vector<OutsideChange>& read) {
     if (KorDSMDatabaseItem* item = place ? place->find(m_structure) : nullptr;
         item && item != m_selection.item())
         m_navigation.returnToItem(*item);
+    if (!typed.isEmpty())
+        m_filter.putBack(typed, cursor);
     if (wasModified)
         m_applyState.setModified(true);
     else

@@ -141,6 +141,15 @@ TEST_F(ServerWindow, WhatOthersStoreIsShownAndTakesNothingAway) {
     (*open)->hidePopup();
     waitFor([&] { return shown(style).description == KorString("later"); });
     EXPECT_FALSE(servers->text().contains("until you leave"));
+    auto* filter = control<QLineEdit>(1210);
+    filter->setText("Renamed");
+    OdbcDatabase other(address(m_server.connection(m_schema)), {});
+    ASSERT_EQ(other.connect().error, "");
+    for (const char* sql :
+         {".detail_style SET description = 'by nobody'", ".dsdb_state SET last_change = last_change + 1"})
+        ASSERT_EQ(other.execute("UPDATE " + m_schema + sql).error, "");
+    waitFor([&] { return shown(style).description == KorString("by nobody"); });
+    EXPECT_EQ(filter->text(), "Renamed") << "where everything is loaded anew";
 }
 
 TEST_F(ServerWindow, TellsWhoIsThereAndWhoChangesTheRecordThatIsShown) {
