@@ -22,6 +22,7 @@ public:
 
     const std::string& name() const override { return m_store->name(); }
     bool isReadOnly() const override { return m_store->isReadOnly(); }
+    std::string whyReadOnly() const override { return m_store->whyReadOnly(); }
     Result<> readTable(const TableSchema& table, RowArray& rows,
                        std::vector<ReadProblem>& problems) override {
         ++reads;
