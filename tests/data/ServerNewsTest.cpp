@@ -175,6 +175,19 @@ TEST_F(ServerNewsTest, WhatWasStoredWithoutAWordConflictsByTheRowsAndHoldsNothin
     }
 }
 
+TEST_F(ServerNewsTest, WhereStylesAreGoneStoringFailsForThatAndNotForALostLine) {
+    m_databases.setCell(kTableViewRequest, KorOdbcKey(1), 10, 7.0);
+    m_engine.run("ALTER SCHEMA " + m_schema + " RENAME TO away");
+    const std::vector<OutsideChange> read = m_databases.refreshChanged();
+    ASSERT_EQ(read.size(), 1U);
+    EXPECT_FALSE(m_databases.keepTable(kTableViewRequest));
+    EXPECT_EQ(m_databases.commitReport().front().error, read[0].error);
+    EXPECT_TRUE(mentions(read[0].error, "is missing")) << read[0].error;
+    m_engine.run("ALTER SCHEMA away RENAME TO " + m_schema);
+    EXPECT_TRUE(readWhen(News::kBack).conflicts.empty());
+    EXPECT_TRUE(m_databases.keepTable(kTableViewRequest));
+}
+
 TEST_F(ServerNewsTest, ABrokenLineComesBackByItselfAndBringsWhatWasMissed) {
     m_line.strikeAt(1, LineProxy::eTrouble::kCutBefore, true);
     lookUntil(News::kLost);

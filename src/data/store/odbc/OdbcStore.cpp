@@ -68,6 +68,7 @@ void OdbcStore::know(std::int64_t lastChange) {
     m_knownChanges = othersChanges(lastChange);
     m_range = {lastChange, lastChange, {}};
     m_news.state = ServerNews::eState::kSame;
+    m_whyUnread.clear();
 }
 
 bool OdbcStore::isReadOnly() const {
@@ -129,6 +130,8 @@ void OdbcStore::endRead() {
 Result<> OdbcStore::begin() {
     if (Result<> refused = refuseReadOnly(); !refused)
         return refused;
+    if (!m_database.connection.isOpen() && !m_whyUnread.empty())
+        return {m_whyUnread};
     m_outcome = eOutcome::kNotStored;
     Result<> result = m_database.failure(m_database.connection.begin());
     if (result)
@@ -271,16 +274,20 @@ Result<> OdbcStore::readSince(StoredSince& since) {
     }
     if (result)
         result = beginRead(since.state);
-    if (!result) {
-        m_database.connection.close();
-        return result;
-    }
+    if (!result)
+        return giveUpReading(std::move(result));
     m_range.last = since.state + m_ownChanges;
     result = m_log.read(m_range, since);
     endRead();
     if (result && since.isKnown)
         know(m_range.last);
     return result;
+}
+
+Result<> OdbcStore::giveUpReading(Result<> why) {
+    m_whyUnread = why.error;
+    m_database.connection.close();
+    return why;
 }
 
 // The next look says that something changed, but not at once.
@@ -380,9 +387,7 @@ Result<> OdbcStore::reopen() {
         result = m_database.connect();
     if (result)
         result = look();
-    if (!result)
-        m_database.connection.close();
-    return result;
+    return result ? result : giveUpReading(std::move(result));
 }
 
 void OdbcStore::acknowledge() {

@@ -53,6 +53,8 @@ private:
     Result<> look();
     Result<> checkState(OdbcSchema::State& state);
     void know(std::int64_t lastChange);
+    /// Ends the connection, since nothing is known of what is stored. Returns why.
+    Result<> giveUpReading(Result<> why);
     void ask(const std::set<RowRef>& pending);
     void hear(const OdbcRows& rows);
     Result<> refuseReadOnly() const;
@@ -80,6 +82,7 @@ private:
     std::int64_t m_knownChanges = 0; ///< of others, or nothing known
     OdbcLog::Range m_range;          ///< of commits whose rows are to be read next
     eOutcome m_outcome = eOutcome::kNotStored;
+    std::string m_whyUnread; ///< why the last reading again failed; empty where none did
     ServerNews m_news;
     std::chrono::steady_clock::time_point m_asked;
     int m_line = 0;            ///< by which it was asked
