@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int kPlaceholder = 264;
+constexpr int kRest = 150; // ms; whoever only passes by with Tab does not wait for the names to be collected
 
 } // namespace
 
@@ -18,6 +19,9 @@ NameFilter::NameFilter(QLineEdit& field, SectionViews& sections) : m_field(field
     m_field.setPlaceholderText(toQt(Prompts::dsm(kPlaceholder)));
     m_field.setAccessibleName(m_field.placeholderText());
     m_field.installEventFilter(this);
+    m_rest.setSingleShot(true);
+    m_rest.setInterval(kRest);
+    connect(&m_rest, &QTimer::timeout, this, waiting(this, &NameFilter::prepare));
     connect(&m_field, &QLineEdit::textChanged, this, waiting(this, &NameFilter::apply));
 }
 
@@ -70,7 +74,9 @@ KorTreeHandle NameFilter::firstMatch() {
 
 bool NameFilter::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn)
-        waiting(this, &NameFilter::prepare)();
+        m_rest.start();
+    else if (event->type() == QEvent::FocusOut)
+        m_rest.stop();
     return QObject::eventFilter(watched, event);
 }
 

@@ -3,6 +3,7 @@
 #include "controls/KorTreeModel.h"
 
 #include <QObject>
+#include <QTimer>
 
 class KorString;
 class QLineEdit;
@@ -45,4 +46,5 @@ private:
 
     QLineEdit& m_field;
     SectionViews& m_sections;
+    QTimer m_rest; // of the focus in the field
 };
