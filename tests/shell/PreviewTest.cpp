@@ -244,9 +244,11 @@ TEST_F(Preview, SavesCopiesAndPrintsWhatItShows) {
         return m_folder.read(m_data + "/" + name + (name.find(".s") == name.npos ? ".pdf" : ""));
     };
     const std::string drawing = saved(false, "a.svg");
-    EXPECT_EQ(drawing.substr(0, 4), "<svg") << drawing.substr(0, 60);
+    EXPECT_NE(drawing.find("<svg"), drawing.npos);
     EXPECT_GT(saved(true, "b.svg").size(), drawing.size());
     EXPECT_EQ(saved(false, "post 1.15").substr(0, 4), "%PDF") << "what was typed has no ending of its own";
+    m_dialog->activateWindow(); // offscreen a closed dialog does not hand it back
+    view().setFocus();
     QTest::keyClick(&view(), Qt::Key_C, Qt::ControlModifier);
     EXPECT_GT(QApplication::clipboard()->image().width(), 500);
     answerNext([&](QWidget* dialog) {
