@@ -102,9 +102,9 @@ void DrawingOutput::save(bool isSheet) {
     if (!isWhole)
         name += u'.' + dialog.defaultSuffix();
     const std::filesystem::path file = name.toStdString();
-    if (!KorTextFile::replace(file, DrawingFile::bytes(file, *page), isWhole))
-        return refuse(&m_window,
-                      KorString::format(translated("\"%s\" could not be written."), {file.string()}));
+    if (const Result<> written = KorTextFile::replace(file, DrawingFile::bytes(file, *page), isWhole);
+        !written)
+        return refuse(&m_window, KorString(written.error));
     Q_EMIT told(toQt(KorString::format(translated("Saved as \"%s\"."), {file.string()})));
 }
 

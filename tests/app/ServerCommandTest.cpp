@@ -57,7 +57,7 @@ TEST_F(ServerCommandTest, AnOfficeMovesToAServerWorksThereAndTakesItsStylesBack)
     does(change);
     EXPECT_EQ(bytesOf(user()), before) << "the change is on the server";
     const QString typed =
-        QString::fromStdString("detailstyles --data " + data().string() + " show detail-style Be");
+        QString::fromStdString("detailstyles --data " + data().string() + " show --source user detail-style Be");
     EXPECT_FALSE(does({"complete", typed}).output.contains("Beam")) << "the file is not used any more";
     for (const auto& [word, phrase] :
          {std::pair("check", "read and changed"), std::pair("upgrade", "present version"),

@@ -7,6 +7,7 @@
 
 #include <QAbstractItemView>
 #include <QLabel>
+#include <QRegularExpression>
 #include <QVBoxLayout>
 
 namespace fs = std::filesystem;
@@ -108,7 +109,7 @@ std::string PageFixture::textOf(int id) {
     QWidget& found = control(id);
     for (const char* property : {"currentText", "text", "title"})
         if (const QVariant value = found.property(property); value.isValid())
-            return value.toString().toStdString();
+            return value.toString().remove(QRegularExpression("(?<!&)&(?!&)")).toStdString();
     return {};
 }
 

@@ -87,6 +87,7 @@ protected:
     bool isEnabled(int id);
     bool isShown(int id) { return control(id).isVisible(); }
     bool isChecked(int id) { return control<QAbstractButton>(id).isChecked(); }
+    /// As it is read: without the mark of its letter.
     std::string textOf(int id);
 
     /// A click with the mouse, on the indicator of check boxes and radio buttons.

@@ -142,7 +142,9 @@ void giveTo(const std::vector<QObject*>& objects, QString taken) {
 
 // Some labels are never seen: they say the name of what stands there.
 bool isNameAlone(const QLabel& label) {
-    return label.isHidden() && !label.buddy()->isHidden();
+    // What a layout has not shown yet is hidden, too, but not because somebody said so.
+    return label.testAttribute(Qt::WA_WState_ExplicitShowHide) && label.isHidden() &&
+           !label.buddy()->isHidden();
 }
 
 bool isReached(const QWidget& widget) {
