@@ -3,11 +3,12 @@
 #include "base/Translation.h"
 #include "data/StyleDatabases.h"
 #include "drawing/DrawingSubject.h"
+#include "model/KorDSMFamilies.h"
 
 KorDSMPreviewSubject KorDSMPreviewSubject::of(const KorDSMDatabaseItem* item) {
     KorDSMPreviewSubject subject;
     StyleSource* source = StyleDatabases::current().here();
-    if (!source || !item || !item->record()) {
+    if (!source || !item || !item->record() || KorDSMDefines::isGroupType(item->type())) {
         subject.why = translated("Select a style, or something that styles use.").toStdString();
         return subject;
     }

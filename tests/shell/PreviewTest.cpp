@@ -5,6 +5,7 @@
 #include "drawing/Governed.h"
 #include "records/TableDeclarations.h"
 #include "session/KorDSMPreview.h"
+#include "session/KorDSMPreviewSubject.h"
 #include "session/KorDSMUndo.h"
 #include "shell/PreviewPane.h"
 
@@ -270,4 +271,7 @@ TEST_F(Preview, SaysWhyNothingIsDrawnAndKeepsItsSizeWhateverItSays) {
     command(kCopy);
     settle();
     EXPECT_EQ(KorDSMPreview::shown()->whyBlank(true), KorString("This detail style is not stored yet."));
+    select({"User", "Hallberg: posts and beams"});
+    EXPECT_EQ(KorDSMPreviewSubject::of(KorDSMSectionTree::itemOf(tree().selectedItem())).why,
+              "Select a style, or something that styles use.");
 }
