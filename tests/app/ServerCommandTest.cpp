@@ -56,8 +56,8 @@ TEST_F(ServerCommandTest, AnOfficeMovesToAServerWorksThereAndTakesItsStylesBack)
     EXPECT_EQ(does({"list", "--source", "user", "--json"}).output, alone);
     does(change);
     EXPECT_EQ(bytesOf(user()), before) << "the change is on the server";
-    const QString typed =
-        QString::fromStdString("detailstyles --data " + data().string() + " show --source user detail-style Be");
+    const QString typed = QString::fromStdString("detailstyles --data " + data().string() +
+                                                 " show --source user detail-style Be");
     EXPECT_FALSE(does({"complete", typed}).output.contains("Beam")) << "the file is not used any more";
     for (const auto& [word, phrase] :
          {std::pair("check", "read and changed"), std::pair("upgrade", "present version"),
