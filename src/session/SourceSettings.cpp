@@ -51,13 +51,20 @@ void SourceSettings::take(const std::string& section, const KorString& line, int
         if (section.empty())
             m_problems.push_back(sentence);
         else
-            m_places[section].error = sentence.toStdString();
+            m_places[section] = {{}, {}, sentence.toStdString()};
         return;
     }
     const std::string value = KorString(line.view().substr(equals + 1)).trimmed().toStdString();
     Place& place = m_places[section];
     if (!place.error.empty())
         return;
+    if (m_texts.contains(section)) {
+        const KorString twice = KorString::format(
+            translated("Line %s of \"%s\" says a second time where \"%s\" is; leave one of the lines."),
+            {KorString::number(std::int64_t{number}), m_file.string(), section});
+        place = {{}, {}, twice.toStdString()};
+        return;
+    }
     const bool isConnection = ServerAddress::isConnection(value);
     if (!ServerAddress::holdsPassword(value))
         m_texts[section] = value;

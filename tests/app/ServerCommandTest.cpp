@@ -79,6 +79,8 @@ TEST_F(ServerCommandTest, WhatIsWrongWithTheSettingsIsSaidAndNoOtherDatabaseTake
         {"[user]\nconnetcion = x\n", "Line 2"},
         {"[usr]\nfile = user.dsdb\n", "\"usr\", which there is not"},
         {"connection = x\n", "Line 1"},
+        {"[user]\nfile = user.dsdb\nport = 3\n", "Line 3"},
+        {"[user]\nfile = user.dsdb\n[User]\nconnection = Server=x\n", "Line 4"},
     };
     for (const auto& [text, phrase] : cases) {
         settings(text);
