@@ -15,6 +15,7 @@
 #include <QMessageBox>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -61,18 +62,24 @@ bool Reports::readNoticed() {
     if (!TypedText::canBeKept())
         return false;
     const KorDSMBusy busy;
-    const TypedText typed;
-    follow(&KorDSMCommit::readNoticed);
+    std::optional<TypedText> typed; // while it is read the text stays in sight
+    follow(&KorDSMCommit::readNoticed, [&typed] {
+        if (!typed)
+            typed.emplace();
+    });
     return true;
 }
 
-std::vector<OutsideChange> Reports::follow(const KorDSMCommit::Read& read) {
+std::vector<OutsideChange> Reports::follow(const KorDSMCommit::Read& read,
+                                           const std::function<void()>& beforeShowing) {
     std::vector<OutsideChange> changes =
-        KorDSMCommit::settle(read, [this](const std::vector<OutsideChange>& conflicting) {
+        KorDSMCommit::settle(read, [&](const std::vector<OutsideChange>& conflicting) {
+            beforeShowing();
             return KorDSMDialogConflicts::ask(conflicting, &m_window);
         });
     if (changes.empty())
         return changes;
+    beforeShowing();
     for (const OutsideChange& change : changes)
         if (!change.error.empty())
             KorHostReport::add(KorString(change.error));

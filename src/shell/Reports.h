@@ -3,6 +3,8 @@
 #include "session/KorDSMCommit.h"
 #include "session/KorDSMReadProblems.h"
 
+#include <functional>
+
 class ApplyState;
 class QWidget;
 class StatusLine;
@@ -28,8 +30,10 @@ public:
     /// The same of what is known already, while the user works on: what is being typed stays. Returns false
     /// where that cannot be, so that it has to wait.
     bool readNoticed();
-    /// Reads, asks about conflicts and shows what came of it; returns that.
-    std::vector<OutsideChange> follow(const KorDSMCommit::Read& read);
+    /// Reads, asks about conflicts and shows what came of it; returns that. `beforeShowing` is called before
+    /// the user sees anything of it, maybe twice.
+    std::vector<OutsideChange> follow(
+        const KorDSMCommit::Read& read, const std::function<void()>& beforeShowing = [] {});
 
 private:
     QWidget& m_window;

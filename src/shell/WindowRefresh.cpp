@@ -4,6 +4,7 @@
 #include "session/KorDSMItemUpdate.h"
 #include "session/KorDSMReload.h"
 #include "shell/ApplyState.h"
+#include "shell/TreeSight.h"
 #include "shell/WhenFree.h"
 
 #include <QTimer>
@@ -146,6 +147,8 @@ void WindowRefresh::reload(const std::vector<OutsideChange>& read) {
     const QString typed = read.empty() ? QString() : m_filter.typed(); // the user did not ask for this
     const int cursor = m_filter.cursor();
     m_filter.clear();
+    TreeSight sight(m_sections.currentTree());
+    sight.renumber(read);
     m_rightSide.letGo();
     m_sections.clear();
     m_selection.forget();
@@ -156,6 +159,7 @@ void WindowRefresh::reload(const std::vector<OutsideChange>& read) {
     if (KorDSMDatabaseItem* item = place ? place->find(m_structure) : nullptr;
         item && item != m_selection.item())
         m_navigation.returnToItem(*item);
+    sight.giveBack(m_structure);
     if (!typed.isEmpty())
         m_filter.putBack(typed, cursor);
     if (wasModified)

@@ -6,12 +6,14 @@
 #include "dialogs/KorDSMDialogPassword.h"
 #include "dialogs/KorDSMDialogSources.h"
 #include "session/DataFolder.h"
+#include "session/KorDSMLockWait.h"
 #include "shell/EditorFixture.h"
 #include "support/DatabaseServer.h"
 #include "support/LineProxy.h"
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QTreeView>
 
 // What the window does with styles on a server.
@@ -46,6 +48,11 @@ protected:
             OdbcStore::open(address(connection), OdbcStore::eMode::kWrite, {10s, 20s, 0ms, 0ms});
         EXPECT_EQ(opened.error, "");
         return std::move(opened.store);
+    }
+    void run(const std::string& sql) {
+        OdbcDatabase database(address(m_server.connection(m_schema)), {});
+        EXPECT_EQ(database.connect().error, "");
+        EXPECT_EQ(database.execute(sql).error, "");
     }
     KorOdbcKey styleNamed(const char* name) {
         return KorOdbcKey(m_others.here()->table(kTableDetailStyle).find(KorString(name))->key);
@@ -152,6 +159,50 @@ TEST_F(ServerWindow, WhatOthersStoreIsShownAndTakesNothingAway) {
     EXPECT_EQ(filter->text(), "Renamed") << "where everything is loaded anew";
 }
 
+// More rows than are followed one by one, and none of them in the log any more: everything is read again.
+TEST_F(ServerWindow, AFloodOfChangesTurnsTheLoopAndLeavesTheUserWhereHeIs) {
+    open().resize(1280, 420);
+    select(kView);
+    select(kStyle);
+    const auto isOpen = [&] { return tree().isExpanded(tree().selectedItem()); };
+    ASSERT_TRUE(isOpen());
+    auto* name = page()->findChild<KorLineEdit*>();
+    name->setFocus();
+    name->end(false);
+    QTest::keyClicks(name, " and more");
+    const QString typed = name->text();
+    QScrollBar* bar = tree().verticalScrollBar();
+    bar->setValue(bar->maximum());
+    const auto top = [&] { return tree().visualRect(tree().currentIndex()).top(); };
+    const int topBefore = top();
+    const auto lines = [&] {
+        return m_databases->source(SourceId::user())->table(kTableLinetypes).rows().size();
+    };
+    const int linesBefore = lines();
+    int turns = 0;
+    QTimer turning;
+    QObject::connect(&turning, &QTimer::timeout, [&] { turns += KorDSMLockWait::isWaiting(); });
+    turning.start(0);
+    m_line.setDelay(std::chrono::milliseconds(3));
+    StructLinetypes line;
+    for (int i = 0; i < 250; ++i) {
+        line.key = 0;
+        line.name = KorString::format("line %s", {KorString::number(std::int64_t{i})});
+        EXPECT_EQ(m_others.append(kTableLinetypes, line), WriteResult::kWritten);
+    }
+    EXPECT_TRUE(m_others.keepTable(kTableLinetypes));
+    run("DELETE FROM \"" + m_schema + "\".dsdb_change");
+    waitFor([&] { return lines() == linesBefore + 250; });
+    turning.stop();
+    EXPECT_GT(turns, 0) << "while it was read";
+    EXPECT_EQ(selected(), kStyle.back());
+    EXPECT_TRUE(isOpen());
+    EXPECT_EQ(top(), topBefore);
+    EXPECT_EQ(name->text(), typed);
+    EXPECT_TRUE(name->isEdited() && name->hasFocus());
+    EXPECT_FALSE(isPending());
+}
+
 TEST_F(ServerWindow, TellsWhoIsThereAndWhoChangesTheRecordThatIsShown) {
     open();
     select(kStyle);
@@ -222,12 +273,7 @@ TEST_F(ServerWindow, ASilentServerHoldsUpNeitherLookingNorGivingUpAnApply) {
 }
 
 TEST_F(ServerWindow, ADatabaseMovesToAServerWithAPasswordAndBackWhileTheWindowIsOpen) {
-    OdbcDatabase database(address(m_server.connection(m_schema)), {});
-    EXPECT_EQ(database.connect().error, "");
-    EXPECT_EQ(
-        database.execute("CREATE ROLE guarded LOGIN PASSWORD 'se''c}r' IN ROLE \"" + m_schema + "_editor\"")
-            .error,
-        "");
+    run("CREATE ROLE guarded LOGIN PASSWORD 'se''c}r' IN ROLE \"" + m_schema + "_editor\"");
     m_databases->closeSource(SourceId::user());
     EXPECT_EQ(m_databases->openFile(SourceId::user(), path("user.dsdb"), false).error, "");
     open();

@@ -64,6 +64,14 @@ bool LockWait::goesOn(std::chrono::milliseconds waited) {
     return answer;
 }
 
+void LockWait::turn() {
+    if (waiting().isAsking || !waiting().ask)
+        return;
+    waiting().isAsking = true;
+    static_cast<void>(waiting().ask(m_file, std::chrono::milliseconds(0)));
+    waiting().isAsking = false;
+}
+
 bool LockWait::wasDeclined() const {
     return m_declinedIn == waiting().command;
 }

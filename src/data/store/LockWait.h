@@ -42,6 +42,8 @@ public:
         Brief& operator=(const Brief&) = delete;
     };
 
+    /// Lets events go on between the parts of long work on the database.
+    void turn();
     /// Waits a moment; `attempt` counts from 0 for each lock. Returns whether to try again.
     bool again(int attempt);
     /// Whether the user gave this one up in the present command.

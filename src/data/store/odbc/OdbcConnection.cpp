@@ -61,8 +61,18 @@ void OdbcConnection::give(OdbcLine& line, Job job) {
     line.changed.notify_all();
 }
 
+// Many short waits, one after the other, are a long one.
 bool OdbcConnection::waitFor(OdbcLine& line, LockWait& patience) {
+    constexpr std::chrono::milliseconds kPause{20}; // between two pieces of work
+    auto now = std::chrono::steady_clock::now();
+    if (now - m_answered > kPause)
+        m_turned = now;
     bool isAnswered = isDone(line, kAtOnce);
+    now = m_answered = std::chrono::steady_clock::now();
+    if (isAnswered && now - m_turned >= kAtOnce) {
+        m_turned = now;
+        patience.turn();
+    }
     for (int attempt = 0; !isAnswered && patience.again(attempt); ++attempt)
         isAnswered = isDone(line, std::chrono::milliseconds(0));
     return isAnswered || isDone(line, std::chrono::milliseconds(0));

@@ -95,7 +95,9 @@ private:
     Served m_served;
     Served m_next; ///< opened in the background
     std::chrono::steady_clock::time_point m_nextTry;
-    std::shared_ptr<OdbcLine> m_line; ///< the one that is used
+    std::shared_ptr<OdbcLine> m_line;                 ///< the one that is used
+    std::chrono::steady_clock::time_point m_turned;   ///< events went on, or the work began
+    std::chrono::steady_clock::time_point m_answered; ///< the last time
     std::string m_engine;
     std::string m_quote;
     int m_number = 0;
