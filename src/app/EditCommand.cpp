@@ -10,6 +10,7 @@
 #include "services/KorHostReport.h"
 #include "session/DataFolder.h"
 #include "session/KorDSMHandOver.h"
+#include "shell/ModuleResources.h"
 #include "shell/SourcesCommand.h"
 
 #include <algorithm>
@@ -40,19 +41,31 @@ OpenRequest requestFor(const EditOptions& options) {
             QString::fromStdString(options.style.source), qEnvironmentVariable("XDG_ACTIVATION_TOKEN")};
 }
 
+bool handOver(const DataFolder& folder, const EditOptions& options) {
+    if (!RunningEditor::handOver(folder.path(), requestFor(options)))
+        return false;
+    Console::say(translated("The editor is open already; its window shows what was wanted."));
+    KorHostReport::take(); // was told, and is told by the window
+    return true;
+}
+
 } // namespace
 
 int openEditor(WindowStart& start, DataFolder& folder, const EditOptions& options) {
     const bool paints = !options.picture.file.empty();
     if (!WindowPicture::prepareDisplay(options.picture))
         return kExitFailed;
+    if (!paints && !folder.refused().empty()) { // the style that is wanted may be in there
+        if (handOver(folder, options))
+            return kExitDone;
+        start.makeApplication();
+        ModuleResources::setUp({});
+        SourcesCommand::askForPasswords(folder, nullptr);
+    }
     if (selectStart(options) != kExitDone)
         return kExitFailed;
-    if (!paints && RunningEditor::handOver(folder.path(), requestFor(options))) {
-        Console::say(translated("The editor is open already; its window shows what was wanted."));
-        KorHostReport::take(); // was told, and is told by the window
+    if (!paints && handOver(folder, options))
         return kExitDone;
-    }
     start.makeApplication();
     KOSettings::getInstance().setPathData(folder.path());
     KorDSMDialogFactory factory(nullptr);
