@@ -63,7 +63,7 @@ void OdbcConnection::give(OdbcLine& line, Job job) {
 
 // Many short waits, one after the other, are a long one.
 bool OdbcConnection::waitFor(OdbcLine& line, LockWait& patience) {
-    constexpr std::chrono::milliseconds kPause{20}; // between two pieces of work
+    constexpr std::chrono::milliseconds kPause{200}; // between two pieces of work
     auto now = std::chrono::steady_clock::now();
     if (now - m_answered > kPause)
         m_turned = now;

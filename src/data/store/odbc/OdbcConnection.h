@@ -83,7 +83,7 @@ private:
     static void leave(Served served);
     static bool isDone(OdbcLine& line, std::chrono::milliseconds moment);
     static void give(OdbcLine& line, Job job);
-    static bool waitFor(OdbcLine& line, LockWait& patience);
+    bool waitFor(OdbcLine& line, LockWait& patience);
     OdbcError answerOf(const std::shared_ptr<OdbcLine>& line, bool isAnswered);
     OdbcError run(Job job);
     Job connecting(const std::string& text) const;
@@ -95,9 +95,9 @@ private:
     Served m_served;
     Served m_next; ///< opened in the background
     std::chrono::steady_clock::time_point m_nextTry;
-    std::shared_ptr<OdbcLine> m_line;                 ///< the one that is used
-    std::chrono::steady_clock::time_point m_turned;   ///< events went on, or the work began
-    std::chrono::steady_clock::time_point m_answered; ///< the last time
+    std::shared_ptr<OdbcLine> m_line;               ///< the one that is used
+    std::chrono::steady_clock::time_point m_turned; ///< when events went on last, or the work began
+    std::chrono::steady_clock::time_point m_answered;
     std::string m_engine;
     std::string m_quote;
     int m_number = 0;
