@@ -39,9 +39,8 @@ public:
         using namespace std::chrono_literals;
         const ServerAddress address =
             ServerAddress::parse(DatabaseServer::connectionBy(m_line.folder(), schema), "a test").value;
-        m_databases.addSource(
-            SourceId::user(),
-            OdbcStore::open(address, OdbcStore::eMode::kWrite, {5000ms, 2000ms, 0ms, 0ms}).store);
+        m_databases.addSource(SourceId::user(),
+                              OdbcStore::open(address, OdbcStore::eMode::kWrite, {30s, 30s, 0ms, 0ms}).store);
         m_databases.setCurrentSource(SourceId::user());
     }
     /// Returns how many changes it was told were stored.

@@ -24,11 +24,15 @@ protected:
         EXPECT_EQ(parsed.error, "");
         return parsed.value;
     }
-    /// By the line in which something goes wrong. Nothing is waited for long.
+    ~ServerStore() override { LockWait::setNow(std::move(m_now)); }
+    /// By the line in which something goes wrong. Where that freezes the limit of the wait is over at once.
     std::unique_ptr<OdbcStore> openBy(const LineProxy& line) {
-        using namespace std::chrono_literals;
+        LockWait::setNow([&line, skipped = 0]() mutable {
+            skipped += line.isFrozen();
+            return LockWait::Clock::now() + std::chrono::minutes(skipped);
+        });
         OpenedServer opened = OdbcStore::open(address(DatabaseServer::connectionBy(line.folder(), m_schema)),
-                                              OdbcStore::eMode::kWrite, {2000ms, 300ms});
+                                              OdbcStore::eMode::kWrite);
         EXPECT_EQ(opened.error, "");
         return std::move(opened.store);
     }
@@ -60,6 +64,7 @@ protected:
     DatabaseServer& m_server = DatabaseServer::instance();
     std::string m_schema = m_server.newSchema();
     OdbcEngine m_engine{m_server.connection(m_schema), true};
+    LockWait::Now m_now = LockWait::setNow({});
 };
 
 } // namespace

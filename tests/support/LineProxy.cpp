@@ -99,9 +99,11 @@ bool LineProxy::answer(int client, int server) {
             ;
     }
     m_left = -1;
-    while ((trouble == eTrouble::kFreezeBefore || trouble == eTrouble::kFreezeAfter) && !m_ends &&
-           generation == m_generation)
+    const bool freezes = trouble == eTrouble::kFreezeBefore || trouble == eTrouble::kFreezeAfter;
+    m_frozen += freezes;
+    while (freezes && !m_ends && generation == m_generation)
         ::poll(nullptr, 0, kTick);
+    m_frozen -= freezes;
     return false;
 }
 

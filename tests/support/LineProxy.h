@@ -32,6 +32,8 @@ public:
     /// How many there were so far.
     int requests() const { return m_requests; }
     bool hasStruck() const { return m_left < 0; }
+    /// Whether a client waits for an answer that does not come.
+    bool isFrozen() const { return m_frozen > 0; }
     /// New lines are good again, and frozen ones break.
     void mend();
 
@@ -49,6 +51,7 @@ private:
     std::atomic<eTrouble> m_trouble = eTrouble::kNone;
     std::atomic<bool> m_stays = false;
     std::atomic<int> m_generation = 0; ///< of lines: raised when frozen ones are to break
+    std::atomic<int> m_frozen = 0;
     std::atomic<bool> m_ends = false;
     std::list<std::thread> m_lines;
     std::thread m_accepting;

@@ -11,6 +11,7 @@ namespace {
 /// How the current session waits.
 struct Waiting {
     LockWait::Ask ask;
+    LockWait::Now now;
     std::chrono::milliseconds limit = LockWait::kLimit;
     bool isAsking = false;
     int command = 1;
@@ -21,6 +22,10 @@ Waiting& waiting() {
     return EditorSession::currentPart<Waiting>();
 }
 
+LockWait::Clock::time_point timeNow() {
+    return waiting().now ? waiting().now() : LockWait::Clock::now();
+}
+
 } // namespace
 
 LockWait::Ask LockWait::setAsk(Ask ask) {
@@ -29,6 +34,10 @@ LockWait::Ask LockWait::setAsk(Ask ask) {
 
 std::chrono::milliseconds LockWait::setLimit(std::chrono::milliseconds limit) {
     return std::exchange(waiting().limit, limit);
+}
+
+LockWait::Now LockWait::setNow(Now now) {
+    return std::exchange(waiting().now, std::move(now));
 }
 
 bool LockWait::isWaiting() {
@@ -80,7 +89,7 @@ bool LockWait::again(int attempt) {
     constexpr std::chrono::milliseconds kMoment{10};
     if (waiting().isAsking) // what is asked meanwhile must not use the databases, far less wait for one
         return false;
-    const auto now = Clock::now();
+    const auto now = timeNow();
     if (m_givenUpIn == waiting().command && now - m_givenUp < longest())
         return false;
     if (attempt == 0)
@@ -90,7 +99,7 @@ bool LockWait::again(int attempt) {
         return false;
     if (!goesOn(waited)) {
         m_givenUpIn = waiting().command;
-        m_givenUp = Clock::now();
+        m_givenUp = timeNow();
         return false;
     }
     std::this_thread::sleep_for(kMoment);

@@ -14,6 +14,9 @@ public:
     /// run an event loop, but must not use the databases.
     using Ask = std::function<bool(const std::string& name, std::chrono::milliseconds waited)>;
 
+    using Clock = std::chrono::steady_clock;
+    using Now = std::function<Clock::time_point()>;
+
     static constexpr std::chrono::milliseconds kLimit{5000};
     static constexpr std::chrono::milliseconds kWordless{250}; ///< another program's short write
 
@@ -26,6 +29,9 @@ public:
     static Ask setAsk(Ask ask);
     /// The longest wait. Returns the one before.
     static std::chrono::milliseconds setLimit(std::chrono::milliseconds limit);
+    /// What time it is, for the waits of the current session; an empty one takes the clock's. Returns the one
+    /// before.
+    static Now setNow(Now now);
     /// Whether a database is being waited for, so that nothing else may use the databases.
     static bool isWaiting();
 
@@ -50,8 +56,6 @@ public:
     bool wasDeclined() const;
 
 private:
-    using Clock = std::chrono::steady_clock;
-
     bool goesOn(std::chrono::milliseconds waited);
 
     std::chrono::milliseconds longest() const;
