@@ -2,6 +2,7 @@
 
 #include "services/Prompts.h"
 #include "session/DataFolder.h"
+#include "session/KorDSMLockWait.h"
 #include "shell/EditorApplication.h"
 #include "shell/LockNotice.h"
 
@@ -12,7 +13,6 @@
 namespace {
 
 constexpr int kWindowTitle = 33510;
-constexpr std::chrono::milliseconds kWordless{250};
 
 } // namespace
 
@@ -45,7 +45,7 @@ void WindowStart::open(DataFolder& folder) {
 bool WindowStart::show(std::chrono::milliseconds waited) {
     if (m_wasShown)
         return !std::exchange(m_wasShown, false);
-    if (waited >= kWordless) {
+    if (waited >= KorDSMLockWait::wordless()) {
         m_window->show();
         m_wasShown = true;
     }

@@ -241,8 +241,6 @@ void FormBody::load() {
         label->load();
     updateShown();
     alignCaptions();
-    KorControls::nameByLabels(this);
-    KorMnemonics::give(m_page);
     updateLive();
 }
 

@@ -90,10 +90,7 @@ void KorDSMPage::OnShow(int show) {
         }
         KorFieldNote::clear(this);
         loadHead();
-        loadData();
-        afterLoad();
-        KorControls::nameByLabels(this);
-        KorMnemonics::give(*this);
+        reload();
         m_needsInit = false;
         return;
     }
@@ -102,6 +99,13 @@ void KorDSMPage::OnShow(int show) {
         updateMark();
         current() = nullptr;
     }
+}
+
+void KorDSMPage::reload() {
+    loadData();
+    afterLoad();
+    KorControls::nameByLabels(this);
+    KorMnemonics::give(*this);
 }
 
 void KorDSMPage::loadHead() {

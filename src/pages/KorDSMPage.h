@@ -67,6 +67,8 @@ public:
     /// Copies the record of the item into the controls.
     virtual bool loadData() { return true; }
     virtual void afterLoad() {}
+    /// Loads the page's data again, with the names and letters of what it then shows.
+    void reload();
     /// Brings every control to the editable state.
     virtual void enableControls();
     /// Tells the main dialog that something was changed.

@@ -39,7 +39,7 @@ void follow(KorDSMPage& page, const KorDSMRecordCommands::Outcome& outcome, std:
     if (!outcome.isStored())
         return;
     page.fillLists();
-    page.loadData();
+    page.reload();
     DsmRowsChanged message;
     message.changes = KorDSMUndo::changesSince(before);
     KorDSMMainWindow::sendMessage(message);

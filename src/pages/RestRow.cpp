@@ -64,7 +64,7 @@ void RestRow::load(RowRef whole) {
                              });
         m_fields->connectControls();
         connect(m_fields, &PageFields::refused, m_fields, &PageFields::loadColumn);
-        connect(m_fields, &PageFields::written, &m_page, [this] { m_page.loadData(); });
+        connect(m_fields, &PageFields::written, &m_page, [this] { m_page.reload(); });
     }
     m_fields->load();
 }

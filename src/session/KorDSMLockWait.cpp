@@ -7,6 +7,10 @@ KorDSMLockWait::Ask KorDSMLockWait::setAsk(Ask ask) {
     return LockWait::setAsk(std::move(ask));
 }
 
+std::chrono::milliseconds KorDSMLockWait::wordless() {
+    return LockWait::kWordless;
+}
+
 bool KorDSMLockWait::isWaiting() {
     return LockWait::isWaiting();
 }

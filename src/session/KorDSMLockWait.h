@@ -11,6 +11,9 @@ namespace KorDSMLockWait {
 /// loop, but must not use the databases.
 using Ask = std::function<bool(const std::string& file, std::chrono::milliseconds waited)>;
 
+/// How long to wait without a word: what another program writes is mostly short.
+std::chrono::milliseconds wordless();
+
 /// What is asked in the current session; an empty one waits without a word. Returns the one before.
 Ask setAsk(Ask ask);
 /// Whether a database is being waited for, so that nothing else may use the databases.

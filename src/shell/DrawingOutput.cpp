@@ -14,7 +14,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QMimeData>
 #include <QPainter>
 #include <QWidget>

@@ -8,8 +8,6 @@
 #include <optional>
 
 class QAction;
-class QMenu;
-class QPrinter;
 class QWidget;
 
 /// The ways out of the window for a drawing: files, the clipboard and paper, for it alone or with all that

@@ -35,7 +35,6 @@ public:
     /// Fills a menu with what can be done with what is selected; F1 in it opens the topic of the commands.
     void fill(QMenu& menu);
 
-protected:
 private:
     void showForTree(KorTreeHandle entry, const QPoint& position);
     void showForList(const QPoint& position);

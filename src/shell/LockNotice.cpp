@@ -85,12 +85,11 @@ bool LockNotice::ask(const std::string& file, std::chrono::milliseconds waited) 
 
 // Until there is a word what the user does waits for its turn; then only giving up counts.
 bool LockNotice::goOn(const std::string& file, std::chrono::milliseconds waited) {
-    constexpr std::chrono::milliseconds kWordless{250};
     const KorDSMBusy busy;
     const QPointer<LockNotice> alive = this; // its window may be gone after the events
     m_end.stop();
     m_givenUp = false;
-    if (waited < kWordless) {
+    if (waited < KorDSMLockWait::wordless()) {
         QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
         return !alive.isNull();
     }

@@ -161,17 +161,18 @@ bool isCommand(const QWidget* widget) {
     return qobject_cast<const QPushButton*>(widget) || qobject_cast<const QToolButton*>(widget);
 }
 
-/// What stands in `root`, without `left`, and without pages where these have letters of their own.
+/// What stands in `root`, without pages that have letters of their own; or all that is seen there but `left`.
 struct Wanted {
-    const QWidget* left;
-    bool hasPages;
+    const QWidget* left = nullptr;
+    bool isSeen = false;
 };
 
 void collect(const QWidget& root, const Wanted& wanted, std::vector<QWidget*>& found) {
     for (QObject* child : root.children()) {
         auto* widget = qobject_cast<QWidget*>(child);
-        if (!widget || widget->isWindow() || widget == wanted.left ||
-            (!wanted.hasPages && KorTemplates::templateOf(widget) != 0))
+        if (!widget || widget->isWindow() ||
+            (wanted.isSeen ? widget->isHidden() || widget == wanted.left
+                           : KorTemplates::templateOf(widget) != 0))
             continue;
         if (isReached(*widget))
             found.push_back(widget);
@@ -195,11 +196,10 @@ void KorMnemonics::give(QWidget& part) {
         std::vector<QWidget*> others;
         collect(*window, {&part, true}, others);
         for (const QWidget* other : others)
-            if (other->isVisibleTo(window))
-                taken += letterOf(textOf(*other));
+            taken += letterOf(textOf(*other));
     }
     std::vector<QWidget*> own;
-    collect(part, {nullptr, false}, own);
+    collect(part, {}, own);
     std::ranges::stable_partition(own, [&part](const QWidget* each) { return each->isVisibleTo(&part); });
     giveTo({own.begin(), own.end()}, taken);
 }

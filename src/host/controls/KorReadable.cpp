@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
 
@@ -36,8 +37,21 @@ double linear(double channel) {
     return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
 }
 
+/// The light of each value of a channel: outlines ask for it hundreds of times in each picture of a page.
+const std::array<double, 256>& light() {
+    static const std::array<double, 256> values = [] {
+        std::array<double, 256> of{};
+        for (std::size_t value = 0; value < of.size(); ++value)
+            of[value] = linear(static_cast<double>(value) / 255);
+        return of;
+    }();
+    return values;
+}
+
 double luminance(const QColor& color) {
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    const QRgb rgb = color.rgb();
+    const auto of = [](int channel) { return light()[static_cast<std::size_t>(channel)]; };
+    return 0.2126 * of(qRed(rgb)) + 0.7152 * of(qGreen(rgb)) + 0.0722 * of(qBlue(rgb));
 }
 
 QColor opaque(const QColor& color) {

@@ -129,7 +129,10 @@ QColor KorStyle::noteColor(const QPalette& palette) {
 
 void KorStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
-    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    // A field's frame is its outline; what has the focus glows inside of it.
+    const bool isOutline = element == PE_FrameLineEdit && !(option->state & State_HasFocus);
+    if (!isOutline)
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
     if (const QColor color = outlineOf(element, *option); color.isValid())
         drawOutline(element, *option, color, *painter);
 }

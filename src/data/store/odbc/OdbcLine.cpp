@@ -29,8 +29,10 @@ SQLCHAR* asText(const std::string& text) {
 OdbcError done(const std::function<OdbcError(OdbcLine&)>& job, OdbcLine& line) {
     try {
         return job(line);
-    } catch (const std::exception&) {
+    } catch (const std::bad_alloc&) {
         return {OdbcError::eKind::kOther, "not enough memory"};
+    } catch (const std::exception& problem) {
+        return {OdbcError::eKind::kOther, problem.what()};
     }
 }
 
