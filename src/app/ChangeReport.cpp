@@ -48,6 +48,7 @@ ChangeReport::~ChangeReport() {
 }
 
 void ChangeReport::isAbout(SourceId source, RowRef row) {
+    m_source = source;
     m_row = row;
     m_document["source"] = Console::text(SourceChoice::nameOf(source));
     m_document["kind"] = Console::text(findTable(row.table)->kindName());
@@ -87,27 +88,37 @@ void ChangeReport::listSteps() {
 int ChangeReport::finish() {
     if (m_options.json)
         listSteps();
+    if (m_options.dryRun) {
+        KorDSMCommit::discard();
+        tellDryRun();
+        return kExitDone;
+    }
     std::vector<std::pair<const Column*, CellValue>> written;
     for (const PendingStep* step : StyleDatabases::current().pending().steps())
         if (step->column)
             written.emplace_back(step->column, step->after);
-    if (m_options.dryRun)
-        KorDSMCommit::discard();
-    else if (!keepChanges())
+    if (!keepChanges())
         return kExitFailed;
     for (const auto& [column, value] : written)
-        if (!m_options.dryRun)
-            TypedValue::tellUnlistedScale(*column, value);
+        TypedValue::tellUnlistedScale(*column, value);
+    return tellStored();
+}
+
+void ChangeReport::tellDryRun() {
+    if (m_options.json)
+        return Console::print(m_document);
+    std::ranges::for_each(m_sentences, &Console::say);
+    std::ranges::for_each(m_notes, &Console::say);
+    Console::say(translated("This was a dry run: nothing was written."));
+}
+
+int ChangeReport::tellStored() {
+    const bool isWhole = StyleDatabases::current().source(m_source)->complete().ok();
     if (m_options.json)
         Console::print(m_document);
-    else if (m_options.dryRun)
-        m_sentences.push_back(translated("This was a dry run: nothing was written."));
-    const auto tell = m_options.dryRun ? &Console::say
-                      : m_options.json ? &Console::noteStored
-                                       : &Console::sayStored;
-    if (!m_options.dryRun || !m_options.json)
-        std::ranges::for_each(m_sentences, tell);
-    return kExitDone;
+    std::ranges::for_each(m_sentences, m_options.json ? &Console::noteStored : &Console::sayStored);
+    std::ranges::for_each(m_notes, isWhole || m_options.json ? &Console::noteStored : &Console::sayStored);
+    return isWhole ? kExitDone : kExitFailed;
 }
 
 int ChangeReport::refuse(const KorString& sentence, eExitCode code) {

@@ -17,6 +17,9 @@ public:
 
     /// Says what was done, for people.
     void say(const KorString& sentence) { m_sentences.push_back(sentence); }
+    /// Says what was done only where it could be taken for undone: where the output cannot be written, or the
+    /// database cannot be read whole. In a dry run it is said.
+    void note(const KorString& sentence) { m_notes.push_back(sentence); }
     /// The record that the command is about.
     void isAbout(SourceId source, RowRef row);
     /// Something more for programs.
@@ -24,16 +27,21 @@ public:
 
     /// Says which records of kinds that users make were appended beside the one that the command is about.
     void sayCompanions();
-    /// Stores what is pending, or drops it in a dry run, and prints. Returns an `eExitCode`.
+    /// Stores what is pending, or drops it in a dry run, and prints. Returns an `eExitCode`; what was stored
+    /// in a database that cannot be read whole counts as failed, and is said.
     int finish();
     /// Drops what is pending and complains. Returns an `eExitCode`.
     static int refuse(const KorString& sentence, eExitCode code = kExitFailed);
 
 private:
     void listSteps();
+    void tellDryRun();
+    int tellStored();
 
     const ChangeOptions& m_options;
+    SourceId m_source;
     RowRef m_row;
     QJsonObject m_document;
     std::vector<KorString> m_sentences;
+    std::vector<KorString> m_notes;
 };

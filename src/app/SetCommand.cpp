@@ -45,17 +45,10 @@ int write(const RowChoice& row, const Column& column, const CellValue& value, co
         return ChangeReport::refuse(
             KorString::format(translated("The value could not be written to column \"%s\"."), {column.name}));
     report.isAbout(row.source, row.ref());
-    if (how.dryRun)
-        report.say(KorString::format(translated("Changed \"%s\" of the %s \"%s\" from \"%s\" to \"%s\"."),
-                                     {row.table->columnName(column), row.table->rowName(), name, before,
-                                      KorDSMValueText::toText(*row.table, column, *row.record())}));
-    const int done = report.finish();
-    if (done != kExitDone || how.dryRun || StyleDatabases::current().here()->complete())
-        return done;
-    Console::complain(
-        KorString::format(translated("The column \"%s\" of the %s \"%s\" was changed all the same."),
-                          {column.name, row.table->rowName(), row.record()->name}));
-    return kExitFailed;
+    report.note(KorString::format(translated("Changed \"%s\" of the %s \"%s\" from \"%s\" to \"%s\"."),
+                                  {row.table->columnName(column), row.table->rowName(), name, before,
+                                   KorDSMValueText::toText(*row.table, column, *row.record())}));
+    return report.finish();
 }
 
 int set(const RowChoice& row, const Column& column, const SetOptions& options) {

@@ -239,8 +239,12 @@ void FormBody::load() {
         section.fields->load();
     for (const QPointer<LabelField>& label : m_labels)
         label->load();
-    updateShown();
+    const bool isShownAnew = updateShown();
     alignCaptions();
+    if (isShownAnew) {
+        KorControls::nameByLabels(this);
+        KorMnemonics::give(m_page);
+    }
     updateLive();
 }
 
@@ -260,7 +264,8 @@ void FormBody::forgetEdits() {
         label->forgetEdits();
 }
 
-void FormBody::updateShown() {
+bool FormBody::updateShown() {
+    bool isChanged = false;
     for (const Frame& frame : m_frames) {
         const Origin origin{frame.group->part, frame.group->via};
         bool isShown = frame.group->fields.front().isPictured && rowOf(origin).key != 0;
@@ -268,11 +273,14 @@ void FormBody::updateShown() {
             if (line.form != frame.box->layout())
                 continue;
             const bool exists = rowOf(m_sections[line.section].origin).key != 0;
+            isChanged = isChanged || line.form->isRowVisible(line.row) != exists;
             line.form->setRowVisible(line.row, exists);
             isShown = isShown || exists;
         }
+        isChanged = isChanged || frame.box->isHidden() == isShown;
         frame.box->setVisible(isShown);
     }
+    return isChanged;
 }
 
 namespace {

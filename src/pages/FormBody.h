@@ -91,7 +91,8 @@ private:
     QWidget* withButtons(const Line& line);
     void onWritten(std::size_t section, int column);
     bool isLive(const Line& line) const;
-    void updateShown();
+    /// Shows what there is something to edit for. Returns whether other controls are shown than before.
+    bool updateShown();
     void updateLive();
     void alignCaptions();
 

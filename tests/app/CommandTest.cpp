@@ -329,4 +329,7 @@ TEST_F(CommandTest, SamplesAreBuiltOnceAndAreSound) {
     const std::string standard = bytesOf(folder() / "samples" / "standard.dsdb");
     EXPECT_EQ(runBare({"--data", target, "samples"}).exitCode, 0);
     EXPECT_EQ(bytesOf(folder() / "samples" / "standard.dsdb"), standard);
+    std::filesystem::remove(folder() / "samples" / "user.dsdb");
+    std::filesystem::create_directory(folder() / "samples" / "user.dsdb");
+    EXPECT_EQ(runBare({"samples", target}).exitCode, 1) << "no User database is there";
 }

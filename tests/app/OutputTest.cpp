@@ -125,6 +125,7 @@ TEST_F(OutputTest, WhatCouldNotBeWrittenToItsEndIsAFailureThatSaysWhatWasStored)
         {{"compact"}, "Removed the representation map entry \"Lost\" (key 1)"},
         {{"export", "Beam", named("out.dsdb")}, "out.dsdb"},
         {{"samples", named("samples")}, "samples"},
+        {{"set", "base-category", "Category 1", "number", "7", "--json"}, "Changed \"number\""},
     };
     for (const auto& [command, stored] : commands) {
         const ProgramRun cut = run(command);

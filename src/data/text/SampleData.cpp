@@ -2,6 +2,7 @@
 
 #include "base/FileFailure.h"
 #include "base/Translation.h"
+#include "data/store/StoreFault.h"
 #include "data/text/TextForm.h"
 
 #include <algorithm>
@@ -21,10 +22,12 @@ Result<> makeFolder(const fs::path& folder) {
                  : Result<>();
 }
 
+// A pipe or a folder under the name of a database would pass for one that is there.
 Result<> buildMissing(const fs::path& text, const fs::path& database) {
     std::error_code error;
     if (fs::exists(database, error))
-        return {};
+        return fs::is_regular_file(database, error) ? Result<>()
+                                                    : faultResult(eStoreFault::kNoFile, database.string());
     const Result<> result = buildDatabase(text.string(), database.string());
     // Another program that starts at the same time may have made it meanwhile.
     return !result && fs::exists(database, error) ? Result<>() : result;
