@@ -117,6 +117,8 @@ private:
             label.size.u += kSymbol;
             moveAll(label.texts, {kSymbol / 2, 0});
         }
+        if (label.control && label.control->newArranger != 0)
+            label.anchor = outermost(label);
         m_labels.push_back(std::move(label));
     }
 
@@ -144,20 +146,23 @@ private:
         return label.control && label.control->newArranger == 0 && label.control->maxLeaderLength <= 0;
     }
 
+    // How far a label in a row or column on that side would be from the anchor.
+    double away(Vec2 p, int side) const {
+        return side == kLeft    ? p.u - m_box.low.u
+               : side == kRight ? m_box.high.u - p.u
+               : side == kBelow ? p.v - m_box.low.v
+                                : m_box.high.v - p.v;
+    }
+
     // Whether the label goes to a row or column, which is not too far for its leader.
     bool isLinedUp(const Label& label) const {
         if (!label.control || label.control->newArranger == 0)
             return false;
         if (!label.leader)
             return true;
-        const int side = sideOf(label);
-        const Vec2 p = label.anchor;
-        const double away = side == kLeft    ? p.u - m_box.low.u
-                            : side == kRight ? m_box.high.u - p.u
-                            : side == kBelow ? p.v - m_box.low.v
-                                             : m_box.high.v - p.v;
         const double distance = std::clamp(label.control->distance, 0.0, 1000.0);
-        return away + distance <= std::max(label.control->maxLeaderLength, distance);
+        return away(label.anchor, sideOf(label)) + distance <=
+               std::max(label.control->maxLeaderLength, distance);
     }
 
     void placeAlone(Label& label) {
@@ -182,18 +187,17 @@ private:
         const Vec2 whole = {std::abs(d->u) * label.size.u + std::abs(d->v) * label.size.v,
                             std::abs(d->v) * label.size.u + std::abs(d->u) * label.size.v};
         const double length = std::abs(d->u) * box.width() + std::abs(d->v) * box.height();
-        Vec2 middle = box.middle() + up * beside;
-        for (const double part : {0.0, -0.2, 0.2, -0.33, 0.33})
-            for (const double side : {beside, -beside}) {
-                const Vec2 tried = box.middle() + *d * (part * length) + up * side;
-                Box2 taken;
-                taken.add(tried - whole * 0.5);
-                taken.add(tried + whole * 0.5);
-                if (m_placing.coversLabel(taken))
-                    continue;
-                middle = tried;
-                return drawAlong(label, middle, *d, whole);
-            }
+        const Vec2 middle = box.middle() + up * beside;
+        for (const bool isClear : {true, false})
+            for (const double part : {0.0, -0.1, 0.1, -0.2, 0.2, -0.33, 0.33})
+                for (const double side : {beside, -beside}) {
+                    const Vec2 tried = box.middle() + *d * (part * length) + up * side;
+                    Box2 taken;
+                    taken.add(tried - whole * 0.5);
+                    taken.add(tried + whole * 0.5);
+                    if (!m_placing.coversLabel(taken) && !(isClear && m_placing.coversLine(taken)))
+                        return drawAlong(label, tried, *d, whole);
+                }
         return drawAlong(label, middle, *d, whole);
     }
     bool drawAlong(Label& label, Vec2 middle, Vec2 d, Vec2 whole) {
@@ -220,8 +224,7 @@ private:
         wanted.farthest += label.rim;
         if (isOnObject(label)) {
             const Box2 box = m_anchors.boxOf(label.object);
-            const bool isFramed = label.type && label.type->frame != kNoFrame;
-            const bool isSmall = !box.isEmpty() && !isFramed && box.width() < label.size.u;
+            const bool isSmall = !box.isEmpty() && box.width() < label.size.u;
             if (isSmall) {
                 wanted.anchors = {box.middle()};
                 wanted.mayCover = false;
@@ -254,7 +257,9 @@ private:
                 for (int tries = 0; tries < 60 && m_placing.coversLabel(boxOn(*label, side, at)); ++tries)
                     at += kStep;
                 next = at + length + std::clamp(label->order ? label->order->spacing : 5.0, 0.0, 1000.0);
-                const Vec2 middle = besides(*label, side, at + length / 2);
+                Vec2 middle = besides(*label, side, at + length / 2);
+                if (!isRow && label->type && label->type->annotationKind == kLevelMark)
+                    middle.v += label->size.v / 2 + 0.6; // it stands upon its line
                 m_placing.take(middle, label->size);
                 label->anchor = m_placing.bestAnchor(middle, label->size, label->anchors);
                 draw(*label, middle);
@@ -275,18 +280,24 @@ private:
     int sideOf(const Label& label) const {
         const int wanted = label.control->sidePreference;
         const int direction = label.order ? label.order->direction : 0;
-        const Vec2 p = label.anchor;
-        const bool isUp = m_box.high.v - p.v <= p.v - m_box.low.v;
-        const bool isLeft = p.u - m_box.low.u <= m_box.high.u - p.u;
-        if (direction == 1)
-            return wanted == kBelow || wanted == kAbove ? wanted : isUp ? kAbove : kBelow;
-        if (direction == 2)
-            return wanted == kLeft || wanted == kRight ? wanted : isLeft ? kLeft : kRight;
-        if (wanted != kNearest)
+        const bool isRow = wanted == kAbove || wanted == kBelow;
+        if (wanted != kNearest && (direction == 0 || isRow == (direction == 1)))
             return wanted;
-        const double up = std::min(m_box.high.v - p.v, p.v - m_box.low.v);
-        const double aside = std::min(p.u - m_box.low.u, m_box.high.u - p.u);
-        return up <= aside ? (isUp ? kAbove : kBelow) : isLeft ? kLeft : kRight;
+        std::vector<int> sides = {kAbove, kBelow, kLeft, kRight};
+        if (direction == 1)
+            sides = {kAbove, kBelow};
+        else if (direction == 2)
+            sides = {kLeft, kRight};
+        return *std::ranges::min_element(sides, {}, [&](int side) { return away(label.anchor, side); });
+    }
+
+    // Of several places on an object the one from which the way out is shortest.
+    Vec2 outermost(const Label& label) const {
+        Label tried = label;
+        return *std::ranges::min_element(label.anchors, {}, [&](Vec2 anchor) {
+            tried.anchor = anchor;
+            return away(anchor, sideOf(tried));
+        });
     }
 
     // Beside the view, or beside the part where the labels follow that.
@@ -339,11 +350,9 @@ private:
             line(label, {foot + Vec2{0, 6}, foot + Vec2{-3, 5}, foot + Vec2{0, 4}});
             figures.back().kind = Primitive::kFill;
         }
-        if (kind == kLevelMark)
-            line(label, {{low.u, low.v - 0.8}, {high.u, low.v - 0.8}});
-        if (kind == kHoleMark || kind == kBoltMark)
-            line(label, {{low.u, low.v - 0.6}, {high.u, low.v - 0.6}});
-        if (kind == kPartMark && frame == kNoFrame && label.leader)
+        const bool isOnLine = kind == kLevelMark || kind == kHoleMark || kind == kBoltMark ||
+                              (kind == kPartMark && frame == kNoFrame && label.leader);
+        if (isOnLine)
             line(label, {{low.u, low.v - 0.6}, {high.u, low.v - 0.6}});
     }
 

@@ -44,7 +44,8 @@ Primitives brokenEdgesOf(DrawingContext& context, const ViewScene& scene) {
     std::map<int, Ends> all;
     for (const ViewLine& line : scene.seen.lines)
         if (const eObjectType type = context.object(line.object).type;
-            line.visible && (type == eObjectType::kProfile || type == eObjectType::kPlate))
+            line.visible &&
+            (type == eObjectType::kProfile || type == eObjectType::kPlate || type == eObjectType::kRail))
             for (const Vec2 p : {line.a, line.b})
                 addEnds(all[line.object], window, p);
     static const StructDetViewSystemAndBox kPlain;

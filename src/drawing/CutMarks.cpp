@@ -68,34 +68,63 @@ private:
         const double at = plane.low.v;
         if (outline.isEmpty() || at < part.low.v - 2 || at > part.high.v + 2)
             return false;
-        const double low = std::max(part.low.u, plane.low.u);
-        const double high = std::min(part.high.u, plane.high.u);
+        double low = std::max(part.low.u, plane.low.u);
+        double high = std::min(part.high.u, plane.high.u);
         if (low >= high)
             return false;
-        Primitives marks = strokes(looking, across, at, low - 2, high + 2);
-        if (std::ranges::any_of(marks, [&](const Primitive& mark) { return covers(view, mark.box()); }))
-            marks =
-                strokes(looking, across, at, std::min(low - 2, all.low.u), std::max(high + 2, all.high.u));
+        if (const auto [first, last] = metBy(view, looking, across, at); first < last) {
+            low = std::max(low, first);
+            high = std::min(high, last);
+        }
+        Primitives marks = stroke(looking, across, at, low - 2, -1, std::min(low - 2, all.low.u), view);
+        for (Primitive& mark : stroke(looking, across, at, high + 2, 1, std::max(high + 2, all.high.u), view))
+            marks.push_back(std::move(mark));
         take(view, std::move(marks));
         return true;
     }
 
-    Primitives strokes(Vec2 looking, Vec2 across, double at, double low, double high) {
-        Primitives marks;
-        for (const auto& [place, outward] : {std::pair(low, -1.0), std::pair(high, 1.0)}) {
-            const Vec2 from = across * place + looking * at;
-            const Vec2 to = from + across * (outward * kStroke);
-            marks.push_back(Figures::line({from, to}, m_pen, Primitive::kSymbol, m_provenance));
-            const Vec2 tip = to + looking * kArrow;
-            const Vec2 side = across * 0.9;
-            marks.push_back(
-                Figures::line({to, tip}, m_context.pens.thin(), Primitive::kSymbol, m_provenance));
-            Primitive head = Figures::line({tip, tip - looking * 2.5 + side, tip - looking * 2.5 - side},
-                                           m_context.pens.thin(), Primitive::kSymbol, m_provenance);
-            head.kind = Primitive::kFill;
-            marks.push_back(std::move(head));
-            marks.push_back(letter(to + looking * (kArrow / 2) + across * (outward * kLetter)));
+    // From where to where the trace of the plane meets edges of the view.
+    static std::pair<double, double> metBy(const ViewPicture& view, Vec2 looking, Vec2 across, double at) {
+        std::pair<double, double> met = {1e300, -1e300};
+        for (const Primitive& edge : view.primitives) {
+            if (edge.purpose != Primitive::kVisibleEdge || edge.kind != Primitive::kLine)
+                continue;
+            const double from = along(edge.points[0], looking) - at;
+            const double to = along(edge.points[1], looking) - at;
+            if (from * to > 0 || from == to)
+                continue;
+            const Vec2 p = edge.points[0] + (edge.points[1] - edge.points[0]) * (from / (from - to));
+            met = {std::min(met.first, along(p, across)), std::max(met.second, along(p, across))};
         }
+        return met;
+    }
+
+    // The mark at one end, as near as it covers no dimension and no text, but not beyond `farthest`.
+    Primitives stroke(Vec2 looking, Vec2 across, double at, double place, double outward, double farthest,
+                      const ViewPicture& view) {
+        constexpr double kStep = 3;
+        Primitives marks = strokeAt(looking, across, at, place, outward);
+        const auto isCovering = [&](const Primitive& mark) { return covers(view, mark.box()); };
+        while (std::ranges::any_of(marks, isCovering) && place * outward < farthest * outward) {
+            place = outward * std::min(place * outward + kStep, farthest * outward);
+            marks = strokeAt(looking, across, at, place, outward);
+        }
+        return marks;
+    }
+
+    Primitives strokeAt(Vec2 looking, Vec2 across, double at, double place, double outward) {
+        Primitives marks;
+        const Vec2 from = across * place + looking * at;
+        const Vec2 to = from + across * (outward * kStroke);
+        marks.push_back(Figures::line({from, to}, m_pen, Primitive::kSymbol, m_provenance));
+        const Vec2 tip = to + looking * kArrow;
+        const Vec2 side = across * 0.9;
+        marks.push_back(Figures::line({to, tip}, m_context.pens.thin(), Primitive::kSymbol, m_provenance));
+        Primitive head = Figures::line({tip, tip - looking * 2.5 + side, tip - looking * 2.5 - side},
+                                       m_context.pens.thin(), Primitive::kSymbol, m_provenance);
+        head.kind = Primitive::kFill;
+        marks.push_back(std::move(head));
+        marks.push_back(letter(to + looking * (kArrow / 2) + across * (outward * kLetter)));
         return marks;
     }
 
@@ -137,11 +166,13 @@ private:
 
     static bool covers(const ViewPicture& view, const Box2& mark) {
         return std::ranges::any_of(view.primitives, [&](const Primitive& other) {
-            if (other.kind != Primitive::kText && other.purpose != Primitive::kDimension)
+            if (other.kind != Primitive::kText && other.purpose != Primitive::kDimension &&
+                other.purpose != Primitive::kSymbol)
                 return false;
+            constexpr double kClear = 0.8; // mm
             const Box2 box = other.box();
-            return box.low.u < mark.high.u && mark.low.u < box.high.u && box.low.v < mark.high.v &&
-                   mark.low.v < box.high.v;
+            return box.low.u - kClear < mark.high.u && mark.low.u < box.high.u + kClear &&
+                   box.low.v - kClear < mark.high.v && mark.low.v < box.high.v + kClear;
         });
     }
 

@@ -56,6 +56,36 @@ std::pair<long, long> rounded(Vec2 p) {
     return {std::lround(p.u * 50 + 0.237), std::lround(p.v * 50 + 0.237)};
 }
 
+// Chains whose ends lie nearest to each other are one: between them a hole is cut, whose wall is no face of
+// the solid.
+void closeChains(std::vector<Loop2> chains, std::vector<Loop2>& loops) {
+    while (!chains.empty()) {
+        Loop2 loop = std::move(chains.back());
+        chains.pop_back();
+        for (;;) {
+            double least = (loop.front() - loop.back()).length();
+            auto next = chains.end();
+            bool turned = false;
+            for (auto chain = chains.begin(); chain != chains.end(); ++chain)
+                for (const bool back : {false, true})
+                    if (const double gap = ((back ? chain->back() : chain->front()) - loop.back()).length();
+                        gap < least) {
+                        least = gap;
+                        next = chain;
+                        turned = back;
+                    }
+            if (next == chains.end())
+                break;
+            if (turned)
+                std::ranges::reverse(*next);
+            loop.insert(loop.end(), next->begin(), next->end());
+            chains.erase(next);
+        }
+        if (loop.size() > 2)
+            loops.push_back(std::move(loop));
+    }
+}
+
 std::vector<Loop2> chained(const std::vector<Cut>& cuts) {
     std::multimap<std::pair<long, long>, std::size_t> ends;
     for (std::size_t i = 0; i < cuts.size(); ++i) {
@@ -64,6 +94,7 @@ std::vector<Loop2> chained(const std::vector<Cut>& cuts) {
     }
     std::vector<bool> used(cuts.size());
     std::vector<Loop2> loops;
+    std::vector<Loop2> open;
     for (std::size_t first = 0; first < cuts.size(); ++first) {
         if (used[first])
             continue;
@@ -81,11 +112,15 @@ std::vector<Loop2> chained(const std::vector<Cut>& cuts) {
                     more = true;
                 }
         }
-        if (rounded(loop.front()) == rounded(loop.back()))
+        const bool isClosed = rounded(loop.front()) == rounded(loop.back());
+        if (isClosed)
             loop.pop_back();
-        if (loop.size() > 2)
+        if (!isClosed)
+            open.push_back(std::move(loop));
+        else if (loop.size() > 2)
             loops.push_back(std::move(loop));
     }
+    closeChains(std::move(open), loops);
     return loops;
 }
 

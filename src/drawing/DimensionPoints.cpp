@@ -22,11 +22,15 @@ double along(Vec2 p, Vec2 d) {
     return p.u * d.u + p.v * d.v;
 }
 
-// Where an object sits on the axis of the main one.
+// Where an object sits on the axis of the main one: a profile where its own axis passes that one.
 Vec3 onMainAxis(const PartObject& object, const PartObject& main) {
-    const Vec3 middle = object.box.middle();
-    const bool isAcross = std::abs(dot(object.axis, main.axis)) < 0.9 && object.type == eObjectType::kProfile;
-    const Vec3 at = isAcross ? object.start : middle;
+    const double same = dot(object.axis, main.axis);
+    Vec3 at = object.box.middle();
+    if (std::abs(same) < 0.9 && object.type == eObjectType::kProfile) {
+        const Vec3 between = main.start - object.start;
+        const double own = (dot(between, object.axis) - same * dot(between, main.axis)) / (1 - same * same);
+        at = object.start + object.axis * own;
+    }
     return main.start + main.axis * dot(at - main.start, main.axis);
 }
 
@@ -100,9 +104,37 @@ bool isParallel(const ViewScene& scene, const PartObject& line, Vec2 direction) 
     return d.length() > 1 && std::abs(cross(d, direction)) < 0.01 * d.length();
 }
 
+// Whether a line through the point across the measured direction passes the window.
+bool isAlongside(const Box2& window, Vec2 p, Vec2 direction) {
+    Vec2 reach = {1e300, -1e300};
+    for (const Vec2 corner :
+         {window.low, Vec2{window.high.u, window.low.v}, window.high, Vec2{window.low.u, window.high.v}})
+        reach = {std::min(reach.u, along(corner, direction)), std::max(reach.v, along(corner, direction))};
+    return along(p, direction) >= reach.u && along(p, direction) <= reach.v;
+}
+
 bool isSeen(const ViewScene& scene, int index) {
     return std::ranges::any_of(scene.seen.lines,
                                [&](const ViewLine& line) { return line.object == index && line.visible; });
+}
+
+// Those that are nearest to the start or end of the main part, where they are asked for there; else the
+// first.
+void keepOutermost(const DrawingContext& context, std::vector<DimensionPoint>& points, std::size_t count,
+                   int place) {
+    if (points.size() <= count)
+        return;
+    const PartObject& main = *context.part.main();
+    const double away = place == kAtEnd ? -1 : place == kAtStart ? 1 : 0;
+    std::vector<DimensionPoint> kept = points;
+    std::ranges::stable_sort(
+        kept, {}, [&](const DimensionPoint& p) { return away * dot(p.model - main.start, main.axis); });
+    kept.resize(count);
+    std::erase_if(points, [&](const DimensionPoint& p) {
+        return std::ranges::none_of(kept, [&](const DimensionPoint& k) {
+            return k.object == p.object && (k.model - p.model).length() == 0;
+        });
+    });
 }
 
 } // namespace
@@ -128,6 +160,8 @@ std::vector<DimensionPoint> pointsOf(DrawingContext& context, const ViewScene& s
     const auto* type = context.rows.row<StructDetViewDimPointtype>(record->pointTypeKey);
     const auto* position = context.rows.row<StructDetVwDimParentRelaPosRestriction>(record->parentRelaPosKey);
     const auto* restriction = context.rows.row<StructDetVwDimGeomRestrictions>(record->geomRestrictionsKey);
+    const int kind = type ? type->pointType : static_cast<int>(kAxisEnd);
+    const int place = position ? position->position : static_cast<int>(kAnywhere);
     PointRestriction further(context, scene, record->geometricRestrictionKey);
     const Box2& window = scene.camera.window;
     for (const auto& [index, look] : scene.looks) {
@@ -140,14 +174,16 @@ std::vector<DimensionPoint> pointsOf(DrawingContext& context, const ViewScene& s
         if (object.type == eObjectType::kGrid && isParallel(scene, object, direction))
             continue;
         std::vector<DimensionPoint> own;
-        for (const Vec3& p : pointsOn(context, type ? type->pointType : 0, object)) {
+        for (const Vec3& p : pointsOn(context, kind, object)) {
             const Vec2 flat = scene.camera.flat(p);
             const double depth = scene.camera.depth(p);
-            const bool isInside = flat.u >= window.low.u && flat.u <= window.high.u &&
-                                  flat.v >= window.low.v && flat.v <= window.high.v &&
-                                  depth >= scene.camera.nearDepth && depth <= scene.camera.farDepth;
-            if ((isInside || isLine) && fitsPosition(context, scene, position ? position->position : 0, p) &&
-                further.allows(object, p))
+            // What is seen ends where its axis does, though that may lie before or behind what is shown.
+            const bool isInside =
+                flat.u >= window.low.u && flat.u <= window.high.u && flat.v >= window.low.v &&
+                flat.v <= window.high.v &&
+                (kind == kAxisEnd || (depth >= scene.camera.nearDepth && depth <= scene.camera.farDepth));
+            if ((isLine ? isAlongside(window, flat, direction) : isInside) &&
+                fitsPosition(context, scene, place, p) && further.allows(object, p, direction))
                 own.push_back({p, flat, index});
         }
         keepEachPlaceOnce(own, direction);
@@ -156,7 +192,7 @@ std::vector<DimensionPoint> pointsOf(DrawingContext& context, const ViewScene& s
         points.insert(points.end(), own.begin(), own.end());
     }
     keepEachPlaceOnce(points, direction, further.sameness());
-    if (record->maximumCount > 0 && points.size() > static_cast<std::size_t>(record->maximumCount))
-        points.resize(static_cast<std::size_t>(record->maximumCount));
+    if (record->maximumCount > 0)
+        keepOutermost(context, points, static_cast<std::size_t>(record->maximumCount), place);
     return points;
 }

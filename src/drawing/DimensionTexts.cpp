@@ -28,6 +28,18 @@ bool DimensionTexts::isFree(const Text& text) const {
     return std::ranges::none_of(m_taken, [&](const Text& other) { return meet(text, other); });
 }
 
+bool DimensionTexts::isCrossed(const Text& text) const {
+    return std::ranges::any_of(m_lines, [&](const Text& line) { return meet(text, line); });
+}
+
+void DimensionTexts::avoid(std::vector<std::pair<Vec2, Vec2>> lines) {
+    constexpr double kStroke = 3.5;    // mm, the mark at the end of a stretch
+    constexpr std::size_t kMost = 400; // where there are more no place is without
+    for (const auto& [a, b] : lines)
+        if (const double length = (b - a).length(); length > kStroke && m_lines.size() < kMost)
+            m_lines.push_back({(a + b) * 0.5, (b - a) * (1 / length), {length / 2, 0}});
+}
+
 void DimensionTexts::take(Vec2 middle, Vec2 direction, Vec2 size) {
     m_taken.push_back({middle, direction, size * 0.5 + Vec2{kClear, kClear} * 0.5});
 }
@@ -44,8 +56,11 @@ DimensionTexts::Place DimensionTexts::place(const Span& span, Vec2 size) {
         bool led;
     };
     std::vector<Try> tries;
-    if (size.u <= length - 0.6)
-        tries.push_back({0, -upon, false});
+    const double room = (length - 0.6 - size.u) / 2;
+    if (room >= 0)
+        for (const double part : {0.0, 0.25, -0.25, 0.5, -0.5, 0.75, -0.75, 1.0, -1.0})
+            tries.push_back({part * room, -upon, false});
+    const auto isUpon = [&](const Try& t) { return std::abs(t.along) <= room && t.outward < 0; };
     if (span.isFirst)
         tries.push_back({-beside, -upon, false});
     if (span.isLast)
@@ -56,13 +71,18 @@ DimensionTexts::Place DimensionTexts::place(const Span& span, Vec2 size) {
             tries.push_back({shift * (size.u / 2 + 1.5), row, true});
     const auto at = [&](const Try& t) { return middle + d * t.along + span.outward * t.outward; };
     const Vec2 half = size * 0.5;
-    const auto found = std::ranges::find_if(tries, [&](const Try& t) { return isFree({at(t), d, half}); });
+    const auto isGood = [&](const Try& t) { return isFree({at(t), d, half}); };
+    auto found = std::ranges::find_if(tries, [&](const Try& t) {
+        return isUpon(t) && isGood(t) && !isCrossed({at(t), d, half});
+    });
+    if (found == tries.end())
+        found = std::ranges::find_if(tries, isGood);
     const Try& chosen = found == tries.end() ? tries.front() : *found;
     Place place{at(chosen), {}};
     if (chosen.led) {
         const double near = chosen.outward > 0 ? -size.v * 0.7 : size.v * 0.7;
         place.leader = {middle, place.middle + span.outward * near};
-    } else if (chosen.along != 0) {
+    } else if (!isUpon(chosen) && chosen.along != 0) {
         const Vec2 end = chosen.along < 0 ? span.from : span.to;
         place.leader = {end, end + d * (chosen.along < 0 ? -size.u - 3 : size.u + 3)};
     }

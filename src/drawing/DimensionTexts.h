@@ -20,6 +20,8 @@ public:
         std::vector<Vec2> leader; ///< from the stretch to the text; empty where none is needed
     };
 
+    /// Lines that texts are kept away from as far as there is room upon their stretch.
+    void avoid(std::vector<std::pair<Vec2, Vec2>> lines);
     /// The place of a text of this length and height, which is taken from now on: upon its stretch; where
     /// that is too short, beside the line's end, or below the line, or further away with a leader.
     Place place(const Span& span, Vec2 size);
@@ -34,6 +36,8 @@ private:
     };
     static bool meet(const Text& a, const Text& b);
     bool isFree(const Text& text) const;
+    bool isCrossed(const Text& text) const;
 
     std::vector<Text> m_taken;
+    std::vector<Text> m_lines; ///< as texts without height
 };

@@ -72,9 +72,32 @@ public:
         }
     }
 
+    // Puts the texts to their lines, when all lines stand.
+    void write() {
+        std::vector<std::pair<Vec2, Vec2>> lines;
+        for (const Primitive& figure : figures)
+            if (figure.kind == Primitive::kLine && figure.points.size() == 2)
+                lines.emplace_back(figure.points[0], figure.points[1]);
+        m_texts.avoid(std::move(lines));
+        for (Written& text : m_written) {
+            const DimensionTexts::Place place =
+                m_texts.place(text.span, {text.text.textWidth(), kDimensionText});
+            text.text.move(place.middle);
+            m_provenance = text.text.provenance;
+            if (!place.leader.empty())
+                line(place.leader);
+            figures.push_back(std::move(text.text));
+        }
+    }
+
     Primitives figures;
 
 private:
+    struct Written {
+        DimensionTexts::Span span;
+        Primitive text; ///< about 0, 0
+    };
+
     PointDimensions atPoints() const { return {m_context, m_scene, m_provenance, titleWith(1)}; }
     void append(Primitives more) {
         figures.insert(figures.end(), std::make_move_iterator(more.begin()),
@@ -100,11 +123,14 @@ private:
     std::vector<DimensionPoint> points(std::int32_t selection) {
         return pointsOf(m_context, m_scene, selection, m_direction);
     }
-    // From the first start point to the last end point, with what lies between.
+    // From the first start point to the last end point, with what lies between: nothing where a request asks
+    // for what the view does not show.
     std::vector<DimensionPoint> allPoints() {
         const std::vector<DimensionPoint> first = points(m_request->startPointsKey);
         const std::vector<DimensionPoint> last = points(m_request->endPointsKey);
         std::vector<DimensionPoint> all = points(m_request->innerPointsKey);
+        if (all.empty() && m_context.rows.row<StructDetViewDimPointSelection>(m_request->innerPointsKey))
+            return {};
         if (!first.empty())
             all.push_back(first.front());
         if (!last.empty())
@@ -200,13 +226,9 @@ private:
     }
 
     void textOf(const DimensionTexts::Span& span, const std::string& words) {
-        Primitive written = Figures::text(m_context.pens, {}, kDimensionText, words, Primitive::kDimension,
-                                          m_provenance, -1, degreesOf(m_direction));
-        const DimensionTexts::Place place = m_texts.place(span, {written.textWidth(), kDimensionText});
-        written.move(place.middle);
-        if (!place.leader.empty())
-            line(place.leader);
-        figures.push_back(std::move(written));
+        m_written.push_back(
+            {span, Figures::text(m_context.pens, {}, kDimensionText, words, Primitive::kDimension,
+                                 m_provenance, -1, degreesOf(m_direction))});
     }
 
     // Whether lines of the view measure all of it already.
@@ -251,7 +273,7 @@ private:
                 continue;
             const bool isEqual =
                 m_request->chained != 0 && m_strategy.mergeEqual != 0 && !spans.empty() &&
-                spans.back().to == &from &&
+                spans.back().to == &from && isOfOneKind(*spans.back().from, from, all[i]) &&
                 std::abs(distance(*spans.back().from, *spans.back().to) / spans.back().count -
                          distance(from, all[i])) < 0.5;
             if (isEqual) {
@@ -273,6 +295,15 @@ private:
                 i + 1 == spans.size() || m_request->chained == 0 || spans[i + 1].from != spans[i].to;
             dimension(spans[i], level, i == 0 ? title : std::string());
         }
+    }
+
+    // Holes are spaced among each other, and not from the end of the part.
+    bool isOfOneKind(const DimensionPoint& a, const DimensionPoint& b, const DimensionPoint& c) const {
+        const auto kind = [&](const DimensionPoint& p) {
+            const PartObject& object = m_context.object(p.object);
+            return std::pair(object.type, object.role);
+        };
+        return kind(a) == kind(b) && kind(b) == kind(c);
     }
 
     double ordinateOrigin(const std::vector<DimensionPoint>& all) {
@@ -351,6 +382,7 @@ private:
     Vec2 m_direction;
     ProvenancePtr m_provenance;
     DimensionTexts m_texts;
+    std::vector<Written> m_written;
     std::vector<std::pair<Vec2, Vec2>> m_edges; // visible ones, on the sheet
     std::set<std::vector<long>> m_measured;
     std::map<std::pair<long, long>, int> m_lines; // used already, by their direction
@@ -375,5 +407,6 @@ Primitives dimensionsOf(DrawingContext& context, const ViewScene& scene) {
     for (const StructDetViewDimStrategyItem* item : items)
         if (const auto* request = context.rows.row<StructDetViewDimRequestLinear>(item->dimRequestKey))
             dimensioning.add(*item, *request);
+    dimensioning.write();
     return std::move(dimensioning.figures);
 }

@@ -33,13 +33,14 @@ public:
     void take(Vec2 middle, Vec2 size);
     /// Whether a label would cover another one.
     bool coversLabel(const Box2& box) const;
+    /// Whether a line of the drawing passes a label there.
+    bool coversLine(const Box2& box) const;
     /// Of several anchors the one whose leader from a label crosses least.
     Vec2 bestAnchor(Vec2 middle, Vec2 size, const std::vector<Vec2>& anchors) const;
 
 private:
     using Line = std::pair<Vec2, Vec2>;
 
-    bool coversLine(const Box2& box) const;
     double leaderCost(const Box2& box, Vec2 anchor) const;
 
     std::vector<Line> m_lines;

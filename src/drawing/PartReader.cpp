@@ -290,7 +290,10 @@ void PartReader::shapeRound(PartStatement& statement, PartObject& object, Plan& 
         object.properties.emplace("shape", PropertyValue{plan.slot > 0 ? "slot" : "round", {}});
     } else {
         plan.length = statement.size(object.type == eObjectType::kAnchor ? "length" : "grip");
-        object.values["length"] = rounded(plan.length, 1);
+        // Of an anchor all of the rod, with what stands out above the nut.
+        const double embedded = statement.number("embedded", 0);
+        object.values["length"] =
+            rounded(embedded > 0 ? embedded + plan.length + 1.2 * object.diameter : plan.length, 1);
     }
     const auto across = static_cast<int>(statement.number("columns", 1));
     const auto down = static_cast<int>(statement.number("rows", 1));
@@ -336,10 +339,16 @@ void PartReader::shapeLines(PartStatement& statement, PartObject& object, Plan& 
     object.diameter = statement.size("diameter");
     object.properties["diameter"] = {rounded(object.diameter, 10), object.diameter};
     plan.outline = {{Outline::circle({}, object.diameter / 2)}};
+    const double wall = statement.number("wall", 0);
+    if (wall > 0 && wall < object.diameter / 2)
+        plan.outline.pieces.push_back(Outline::circle({}, object.diameter / 2 - wall));
+    double length = 0;
     for (std::size_t i = 1; i < path.size(); ++i) {
-        object.solid.addPrism(plan.outline, Frame::along(path[i - 1], path[i] - path[i - 1]), 0,
-                              (path[i] - path[i - 1]).length());
+        const double way = (path[i] - path[i - 1]).length();
+        object.solid.addPrism(plan.outline, Frame::along(path[i - 1], path[i] - path[i - 1]), 0, way);
+        length += way;
     }
+    object.values["length"] = rounded(length, 1);
 }
 
 void PartReader::addCopies(PartStatement& statement, const PartObject& object, const Plan& plan) {

@@ -77,13 +77,18 @@ Primitives PointDimensions::slope(const std::vector<DimensionPoint>& points) {
 Primitives PointDimensions::levels(const std::vector<DimensionPoint>& points) {
     if (m_scene.camera.frame.z.z < 0.99)
         return {};
+    // Levels that are drawn have their marks there.
+    const bool hasLevels = std::ranges::any_of(m_scene.looks, [&](const auto& each) {
+        return each.second.drawn && m_context.object(each.first).type == eObjectType::kLevel;
+    });
+    const double beside = hasLevels ? 18 : 6;
     double before = -1e300; // on the sheet
     for (const DimensionPoint& point : points) {
         Vec3 top = point.model; // steel is measured at its upper side
         const PartObject& object = m_context.object(point.object);
         if (object.type == eObjectType::kProfile && !object.box.isEmpty())
             top.z = object.box.high.z;
-        const Vec2 at = {m_scene.outline.low.u - 6, m_scene.onSheet(top).v};
+        const Vec2 at = {m_scene.outline.low.u - beside, m_scene.onSheet(top).v};
         if (std::abs(at.v - before) < 2 * kDimensionText)
             continue;
         before = at.v;

@@ -10,9 +10,11 @@ constexpr double kSamePlace = 0.5; // mm, where no restriction says
 PointRestriction::PointRestriction(DrawingContext& context, const ViewScene& scene, std::int32_t key)
     : m_context(context), m_scene(scene), m_record(context.rows.row<StructDetGeometricRestrictions>(key)) {}
 
-bool PointRestriction::allows(const PartObject& object, const Vec3& point) {
-    if (!m_record || m_context.isOverview || &object == m_context.part.main())
+bool PointRestriction::allows(const PartObject& object, const Vec3& point, Vec2 direction) {
+    if (!m_record || &object == m_context.part.main())
         return true;
+    if (m_context.isOverview)
+        return m_record->restriction != kCrossingAxis || runsAcross(object, direction);
     switch (m_record->restriction) {
     case kSameSide:
         return isOnSide(point);
@@ -41,6 +43,14 @@ bool PointRestriction::isAcross(const PartObject& object, const Vec3& point) con
     const double at = dot(point, main.axis);
     return reach.u > reach.v ||
            std::min(std::abs(at - reach.u), std::abs(at - reach.v)) <= m_record->tolerance;
+}
+
+// No member of an overview is the main one: those that run along what is measured have no place in it.
+bool PointRestriction::runsAcross(const PartObject& object, Vec2 direction) const {
+    const Vec2 own = m_scene.camera.flat(object.end) - m_scene.camera.flat(object.start);
+    constexpr double kAlong = 0.99;
+    return object.type != eObjectType::kProfile || own.length() < 1 ||
+           std::abs(own.u * direction.u + own.v * direction.v) < kAlong * own.length();
 }
 
 // Whether the axis of the object meets that of the main part in the view, between its ends.

@@ -58,7 +58,11 @@ void addCentreLines(Primitives& lines, const ViewScene& scene, const PartObject&
             for (const Vec3& p : {edge.a, edge.b}) {
                 const Vec3 d = p - centre;
                 const double along = dot(d, object.axis);
-                if ((d - object.axis * along).length() < object.diameter * 1.5)
+                const bool isOwn = (d - object.axis * along).length() < object.diameter * 1.5 &&
+                                   std::ranges::none_of(object.centres, [&](const Vec3& other) {
+                                       return (p - other).length() < d.length() - 1e-6;
+                                   });
+                if (isOwn)
                     reach = {std::min(reach.u, along), std::max(reach.v, along)};
             }
         if (reach.u > reach.v)
@@ -75,6 +79,11 @@ void addCentreLines(Primitives& lines, const ViewScene& scene, const PartObject&
 bool isInWindow(const ViewScene& scene, Vec2 flat) {
     const Box2& window = scene.camera.window;
     return flat.u > window.low.u && flat.u < window.high.u && flat.v > window.low.v && flat.v < window.high.v;
+}
+
+Loop2 frameOf(const ViewScene& scene) {
+    const Box2& window = scene.camera.window;
+    return {window.low, {window.high.u, window.low.v}, window.high, {window.low.u, window.high.v}};
 }
 
 Vec2 kept(const ViewScene& scene, Vec2 flat) {
@@ -129,9 +138,15 @@ Primitives centreLinesOf(DrawingContext& context, const ViewScene& scene) {
         const auto family = object.properties.find("family");
         const bool isTube = object.type == eObjectType::kProfile && family != object.properties.end() &&
                             (family->second.text == "CHS" || family->second.text == "RD");
-        const Vec2 a = scene.onSheet(kept(scene, scene.camera.flat(object.start)));
-        const Vec2 b = scene.onSheet(kept(scene, scene.camera.flat(object.end)));
-        if (isTube && (b - a).length() > 1) {
+        if (!isTube)
+            continue;
+        const Vec2 start = scene.camera.flat(object.start);
+        const Vec2 way = scene.camera.flat(object.end) - start;
+        for (const auto& [from, to] : insideParts({frameOf(scene)}, start, start + way)) {
+            const Vec2 a = scene.onSheet(start + way * from);
+            const Vec2 b = scene.onSheet(start + way * to);
+            if ((b - a).length() < 1)
+                continue;
             const Vec2 more = (b - a) * (kBeyond / (b - a).length());
             lines.push_back(
                 Figures::line({a - more, b + more}, pen, Primitive::kCentreLine, provenance, index));

@@ -2,6 +2,7 @@
 
 #include "drawing/Arrangement.h"
 #include "drawing/AxisMap.h"
+#include "drawing/CutSolid.h"
 #include "drawing/HiddenLines.h"
 #include "drawing/LengthClipping.h"
 
@@ -43,6 +44,27 @@ double lengthOf(const ViewLines& seen, bool visible, int object = -1) {
 const std::string kBeam = "profile B family=I section=400,180,8,14 from=0,0,0 to=1000,0,0\n";
 
 } // namespace
+
+// Through the middle of a hole of 22 in a web of 8: what is left of the section is closed around the gap.
+TEST(GeometryTest, ACutThroughAHoleLeavesClosedFaces) {
+    const SamplePart part =
+        partOf(kBeam + "hole H in=B diameter=22 at=500,0,0 axis=y reach=10 description=hole\n");
+    const auto areaAt = [&](double x) {
+        ViewCamera camera = frontCamera();
+        camera.frame = {{}, {0, -1, 0}, {1, 0, 0}, {0, 0, 1}};
+        camera.nearDepth = x;
+        double area = 0;
+        for (const Loop2& loop : cutSolid(part.objects[0].solid, camera).loops) {
+            double sum = 0;
+            for (std::size_t i = 0; i < loop.size(); ++i)
+                sum += cross(loop[i], loop[(i + 1) % loop.size()]) / 2;
+            area += std::abs(sum);
+        }
+        return area;
+    };
+    EXPECT_NEAR(areaAt(100), 2 * 180 * 14 + (400 - 2 * 14) * 8, 1);
+    EXPECT_NEAR(areaAt(500), areaAt(100) - 22 * 8, 1);
+}
 
 // A box of 200 x 300 before one of 400 x 100: what lies behind is hidden, in one line also behind two parts,
 // and what lies upon an edge is there once.
