@@ -78,6 +78,53 @@ TEST_F(FiguresTest, MeasuresAreThoseOfTheModel) {
               (Texts{"36.9°"}));
 }
 
+// Nothing is dimensioned that a view does not show, what is spaced alike is of one kind, members of plans are
+// measured across, and the ends of a part count wherever its box begins.
+TEST_F(FiguresTest, DimensionsAreThoseThatAShopWouldMeasure) {
+    const struct {
+        const char* style;
+        const char* view;
+        const char* request;
+        const char* part;
+        Texts expected;
+    } kCases[] = {
+        {"Bracing, single part", "Part, front", "Slotted holes", "bracing", {}},
+        {"Stair flight", "Stair, tread", "Storey heights", "stair", {}},
+        {"Beam, single part", "Part, front", "Slotted holes", "beam", {"3000", "3000"}},
+        {"Beam, web and flange", "Beam, top flange", "Overall length", "beam", {"6000"}},
+        {"Truss, assembly", "Truss, elevation", "Overall length", "truss", {"12000"}},
+        {"Truss, assembly",
+         "Truss, elevation",
+         "Nodes along the chord",
+         "truss",
+         {"1500", "6 x 1500 = 9000", "1500"}},
+        {"Plan of a storey",
+         "Plan of a storey",
+         "Beams from the grid",
+         "storey",
+         {"3 x 2000 = 6000", "6000", "3 x 2000 = 6000"}},
+    };
+    for (const auto& each : kCases)
+        EXPECT_EQ(dimensions(each.style, each.view, {each.request}, part(each.part)), each.expected)
+            << each.request << " of " << each.part;
+}
+
+TEST_F(FiguresTest, TextsOfDimensionsKeepClearOfExtensionLines) {
+    dimensions("Plate, single part", "Plate, flat", {"Plate width", "Plate holes across"}, part("plate"));
+    const Drawing drawing = draw("Plate, single part", "plate");
+    for (const Primitive* text : drawing.all())
+        for (const Primitive* line : drawing.all()) {
+            if (text->kind != Primitive::kText || text->purpose != Primitive::kDimension ||
+                line->kind != Primitive::kLine || line->purpose != Primitive::kDimension)
+                continue;
+            const Box2 box = text->box();
+            const Box2 on = line->box();
+            EXPECT_FALSE(on.low.u < box.low.u && on.high.u > box.high.u && on.low.v > box.low.v &&
+                         on.high.v < box.high.v)
+                << text->text << " is crossed";
+        }
+}
+
 TEST_F(FiguresTest, DimensionLinesStandAtTheirDistances) {
     const auto& strategy = row<StructDetViewDimStrategy>("Plate");
     const auto lineAt = [&] {
