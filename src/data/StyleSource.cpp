@@ -138,7 +138,13 @@ bool StyleSource::readFailedAgain() {
     return m_failures.size() < before;
 }
 
-Result<> StyleSource::readAnew(const std::set<eTableType>& types) {
+// What a server has to tell takes its time, in which events go on: until all is there what was read is shown.
+Result<> StyleSource::readAnew(const std::set<eTableType>& needed) {
+    std::set<eTableType> types = needed;
+    if (m_store->isOnServer())
+        for (const TableSchema& schema : allTables())
+            if (isRead(schema))
+                types.insert(schema.type);
     StyleSource fresh(m_id, nullptr);
     Result<> result;
     {
