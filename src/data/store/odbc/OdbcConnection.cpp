@@ -1,6 +1,9 @@
 #include "data/store/odbc/OdbcConnection.h"
 
+#include "base/EditorSession.h"
 #include "data/store/odbc/OdbcLine.h"
+
+#include <algorithm>
 
 #include <utility>
 
@@ -9,7 +12,40 @@ namespace {
 // Most answers come at once. For the others events go on, and after a while there is a word, and a way to
 // give up.
 constexpr std::chrono::milliseconds kAtOnce{40};
-constexpr std::chrono::milliseconds kFarewell{1000};
+
+/// Lines that take long to end: a server that is gone says no farewell. The session waits a moment for them,
+/// since what they use ends with the program.
+class Farewells {
+public:
+    ~Farewells() {
+        constexpr std::chrono::milliseconds kLongest{1000};
+        const auto end = std::chrono::steady_clock::now() + kLongest;
+        for (auto& [line, thread] : m_all) {
+            std::unique_lock lock(line->mutex);
+            const bool isEnded = line->changed.wait_until(lock, end, [&] { return line->isEnded; });
+            lock.unlock();
+            isEnded ? thread.join() : thread.detach();
+        }
+    }
+    void add(std::shared_ptr<OdbcLine> line, std::thread thread) {
+        std::erase_if(m_all, [](auto& each) { return hasEnded(each); });
+        m_all.emplace_back(std::move(line), std::move(thread));
+    }
+
+private:
+    using Leaving = std::pair<std::shared_ptr<OdbcLine>, std::thread>;
+
+    static bool hasEnded(Leaving& leaving) {
+        std::unique_lock lock(leaving.first->mutex);
+        const bool isEnded = leaving.first->isEnded;
+        lock.unlock();
+        if (isEnded)
+            leaving.second.join();
+        return isEnded;
+    }
+
+    std::vector<Leaving> m_all;
+};
 
 } // namespace
 
@@ -29,8 +65,8 @@ OdbcConnection::Served OdbcConnection::serve(const OdbcLibrary& library, Job job
     return served;
 }
 
-// A line that answers is ended before this returns; the thread of another one ends when the answer comes, or
-// with the program.
+// A line that answers is mostly ended before this returns; the thread of another one ends when the answer
+// comes, or with the program.
 void OdbcConnection::leave(Served served) {
     if (!served.line)
         return;
@@ -38,10 +74,13 @@ void OdbcConnection::leave(Served served) {
     served.line->isLeft = true;
     served.line->changed.notify_all();
     if (!served.line->job)
-        served.line->changed.wait_for(lock, kFarewell, [&] { return served.line->isEnded; });
+        served.line->changed.wait_for(lock, kAtOnce, [&] { return served.line->isEnded; });
     const bool isEnded = served.line->isEnded;
     lock.unlock();
-    isEnded ? served.thread.join() : served.thread.detach();
+    if (isEnded)
+        served.thread.join();
+    else
+        EditorSession::currentPart<Farewells>().add(std::move(served.line), std::move(served.thread));
 }
 
 void OdbcConnection::close() {
