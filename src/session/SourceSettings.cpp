@@ -1,6 +1,7 @@
 #include "session/SourceSettings.h"
 
 #include "base/Translation.h"
+#include "data/store/odbc/OdbcDriverLog.h"
 #include "services/KorTextFile.h"
 #include "session/KorDSMPasswords.h"
 
@@ -153,7 +154,10 @@ SourceSettings::Checked SourceSettings::check(const ServerAddress& address) {
         return {Result<>{opened.error}, opened.isRefused};
     if (std::string tooNew = opened.store->whyTooNew(); !tooNew.empty())
         return {Result<>{std::move(tooNew)}};
-    return {KorString::format(opened.store->isReadOnly() ? translated("\"%s\" can be read, but not changed.")
-                                                         : translated("\"%s\" can be read and changed."),
-                              {address.name})};
+    const KorString outcome =
+        KorString::format(opened.store->isReadOnly() ? translated("\"%s\" can be read, but not changed.")
+                                                     : translated("\"%s\" can be read and changed."),
+                          {address.name});
+    const std::string hint = hintAtDriverLog(address);
+    return {hint.empty() ? outcome : KorString::format("%s %s", {outcome, hint})};
 }

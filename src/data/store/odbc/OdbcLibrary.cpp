@@ -33,6 +33,7 @@ std::optional<OdbcLibrary> load() {
     find(library.moreResults, "SQLMoreResults");
     find(library.freeStmt, "SQLFreeStmt");
     find(library.endTran, "SQLEndTran");
+    find(library.drivers, "SQLDrivers");
     return all ? std::optional(library) : std::nullopt;
 }
 

@@ -22,6 +22,7 @@ struct OdbcLibrary {
     decltype(&SQLMoreResults) moreResults = nullptr;
     decltype(&SQLFreeStmt) freeStmt = nullptr;
     decltype(&SQLEndTran) endTran = nullptr;
+    decltype(&SQLDrivers) drivers = nullptr;
 
     /// Null where the system has none.
     static const OdbcLibrary* instance();

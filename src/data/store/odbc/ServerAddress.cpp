@@ -36,6 +36,11 @@ std::vector<Entry> entriesOf(const std::string& text) {
     return entries;
 }
 
+std::string bare(const std::string& value) {
+    return value.size() > 1 && value.front() == '{' && value.back() == '}' ? value.substr(1, value.size() - 2)
+                                                                           : value;
+}
+
 // Options of a driver can hold one, too.
 bool isSecret(const Entry& entry) {
     const std::string key = entry.lowered();
@@ -60,7 +65,7 @@ bool ServerAddress::isConnection(const std::string& text) {
 }
 
 Result<ServerAddress> ServerAddress::parse(const std::string& text, const std::string& origin) {
-    ServerAddress address{{}, kUsualSchema, {}, {}};
+    ServerAddress address{{}, kUsualSchema, {}};
     std::string server;
     std::string database;
     if (holdsPassword(text))
@@ -78,6 +83,8 @@ Result<ServerAddress> ServerAddress::parse(const std::string& text, const std::s
             server = entry.value;
         else if (key == "database")
             database = entry.value;
+        else if (key == "driver")
+            address.driver = bare(entry.value);
         address.connection += entry.key + "=" + entry.value + ";";
     }
     if ((server.empty() && database.empty()) || address.schema.empty())

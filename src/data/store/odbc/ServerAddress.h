@@ -10,6 +10,7 @@ struct ServerAddress {
     std::string schema;        ///< of the styles
     std::string name;          ///< in sentences: server, database and schema, nothing secret
     std::string password = {}; ///< where neither connection nor driver has one; never written down
+    std::string driver = {};   ///< its name; empty where the connection does not say it
 
     static constexpr const char* kUsualSchema = "detailstyles";
 
