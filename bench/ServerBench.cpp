@@ -1,12 +1,16 @@
 #include "GeneratedStandard.h"
 #include "Growth.h"
+#include "OpenEditor.h"
 
+#include "controls/KorStyle.h"
 #include "data/StyleDatabases.h"
 #include "data/exchange/CopiedDatabase.h"
 #include "data/store/odbc/OdbcLibrary.h"
 #include "data/store/odbc/OdbcStore.h"
 #include "records/TableDeclarations.h"
+#include "services/KOSettings.h"
 #include "session/KorDSMCommit.h"
+#include "shell/ModuleResources.h"
 #include "support/DatabaseServer.h"
 #include "support/LineProxy.h"
 
@@ -31,8 +35,8 @@ ServerAddress newDatabase() {
 }
 
 // Returns the number of rows.
-int upload(const ServerAddress& address) {
-    const auto from = SqliteStore::open(GeneratedStandard::file(), SqliteStore::eMode::kRead).store;
+int upload(const ServerAddress& address, const std::string& file = GeneratedStandard::file()) {
+    const auto from = SqliteStore::open(file, SqliteStore::eMode::kRead).store;
     const auto to = OdbcStore::open(address, OdbcStore::eMode::kWrite).store;
     int all = 0;
     Result<> result = to->begin();
@@ -193,8 +197,8 @@ void applyHundred(benchmark::State& state) {
 
 class EditingOther {
 public:
-    EditingOther() {
-        m_databases.addSource(SourceId::user(), OdbcStore::open(standard(), OdbcStore::eMode::kWrite).store);
+    explicit EditingOther(const ServerAddress& address) {
+        m_databases.addSource(SourceId::user(), OdbcStore::open(address, OdbcStore::eMode::kWrite).store);
         m_databases.setCurrentSource(SourceId::user());
     }
     void change() {
@@ -214,7 +218,7 @@ void refreshAfterOne(benchmark::State& state) {
     const SourceId user = SourceId::user();
     databases.addSource(user, OdbcStore::open(standard(), OdbcStore::eMode::kWrite).store);
     static_cast<void>(databases.source(user)->readAll());
-    EditingOther other;
+    EditingOther other(standard());
     for (auto run : state) {
         state.PauseTiming();
         other.change();
@@ -225,6 +229,65 @@ void refreshAfterOne(benchmark::State& state) {
             break;
         }
     }
+}
+
+// The window with a style selected, of a database so many times as large.
+class ServerEditor {
+public:
+    explicit ServerEditor(int scale) : m_address(newDatabase()) {
+        using namespace std::chrono_literals;
+        const std::string file = std::filesystem::temp_directory_path() / "detailstyles-bench-server.dsdb";
+        static_cast<void>(standard()); // is of the usual size
+        GeneratedStandard::setScale(scale);
+        static_cast<void>(GeneratedStandard::write(file));
+        upload(m_address, file);
+        std::filesystem::remove(file);
+        databases.addSource(SourceId::user(),
+                            OdbcStore::open(m_address, OdbcStore::eMode::kWrite, {10s, 60s, 0ms, 0ms}).store);
+        static_cast<void>(databases.source(SourceId::user())->readAll());
+        structure().emptyDataStructure();
+        load();
+        dialog = std::make_unique<KorDSMMainDialog>(nullptr);
+        dialog->OnInitDialog();
+        paint(*dialog);
+        KorTreeCtrl& tree = *dialog->currentTree().control();
+        for (KorTreeHandle entry = tree.getChildItem(tree.getRoot()); entry;
+             entry = tree.getChildItem(entry)) {
+            tree.expand(entry);
+            tree.selectItem(entry);
+            if (KorDSMSectionTree::itemOf(entry)->tableType() == kTableDetailStyle)
+                break;
+        }
+        QApplication::processEvents();
+    }
+
+    const ServerAddress& address() const { return m_address; }
+
+    StyleDatabases databases;
+    std::unique_ptr<KorDSMMainDialog> dialog;
+
+private:
+    ServerAddress m_address;
+};
+
+// Another editor stores one cell; what the window needs from the moment when it heard of it until it shows
+// it.
+void showAfterOne(benchmark::State& state) {
+    ServerEditor editor(static_cast<int>(state.range(0)));
+    EditingOther other(editor.address());
+    for (auto run : state) {
+        state.PauseTiming();
+        other.change();
+        while (!editor.databases.isNoticed())
+            editor.databases.glance();
+        state.ResumeTiming();
+        QEvent activation(QEvent::WindowActivate);
+        QApplication::sendEvent(editor.dialog.get(), &activation);
+        while (editor.databases.isNoticed())
+            QApplication::processEvents();
+        QApplication::processEvents(); // and paints
+    }
+    editor.dialog.reset();
 }
 
 // Each round trip takes 20 ms longer.
@@ -247,10 +310,16 @@ BENCHMARK(referenceFetch)->Unit(benchmark::kMillisecond)->MinTime(3);
 BENCHMARK(loadAll)->ArgName("counted")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->MinTime(3);
 BENCHMARK(applyHundred)->Unit(benchmark::kMillisecond)->MinTime(2);
 BENCHMARK(refreshAfterOne)->Unit(benchmark::kMillisecond)->MinTime(1);
+BENCHMARK(showAfterOne)->ArgName("scale")->Arg(1)->Arg(4)->Unit(benchmark::kMillisecond)->Iterations(50);
 BENCHMARK(openDelayed)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
 
 int main(int argc, char** argv) {
     GeneratedStandard::takeScale(argc, argv);
+    QApplication application(argc, argv);
+    QApplication::setStyle(new KorStyle);
+    KOSettings::getInstance().useFile(std::filesystem::temp_directory_path() /
+                                      "detailstyles-bench-settings.ini");
+    ModuleResources::setUp({});
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
