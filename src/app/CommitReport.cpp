@@ -7,12 +7,15 @@
 #include "session/KorDSMConflictWords.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 namespace {
 
 struct CommandRuns {
-    int left = 0;       // of the command
-    bool again = false; // it judged by what is not stored any more
+    int left = 0;                 // of the command
+    bool again = false;           // it judged by what is not stored any more
+    std::set<SourceId> overtaken; // where that was
 };
 
 CommandRuns& runs() {
@@ -39,6 +42,21 @@ bool canRunAgain(const SourceCommit& commit, const OutsideChange& change) {
     return false;
 }
 
+// Where several programs store at once each might be overtaken again and again: on a server the next run has
+// its turn before it reads, and others wait until it has ended.
+void takeTurns() {
+    for (const SourceId id : std::exchange(runs().overtaken, {}))
+        if (StyleStore& store = StyleDatabases::current().source(id)->store();
+            store.isOnServer() && store.begin())
+            store.acknowledge();
+}
+
+void endTurns() {
+    StyleDatabases& databases = StyleDatabases::current();
+    for (const SourceId id : databases.sources())
+        databases.source(id)->store().rollback();
+}
+
 } // namespace
 
 bool keepChanges() {
@@ -55,6 +73,7 @@ bool keepChanges() {
         if (change.wasStored)
             continue;
         isKept = false;
+        runs().overtaken.insert(commit.source);
         runsAgain = canRunAgain(commit, change) && runsAgain;
     }
     runs().again = !isKept && runsAgain;
@@ -66,6 +85,7 @@ int judgedAnew(const std::function<int()>& command) {
     for (runs().left = kMostRuns - 1;; --runs().left) {
         runs().again = false;
         const int code = command();
+        endTurns();
         if (!runs().again)
             return code;
         KorDSMCommit::discard();
@@ -73,5 +93,6 @@ int judgedAnew(const std::function<int()>& command) {
         for (const SourceId id :
              databases.sources()) // so that new rows get the keys that they would have got
             databases.source(id)->dropTables();
+        takeTurns();
     }
 }

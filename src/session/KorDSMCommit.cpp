@@ -133,6 +133,42 @@ KorDSMCommit::Report KorDSMCommit::keepAndGoOn() {
     return outcome;
 }
 
+namespace {
+
+bool isReadAgain(const SourceCommit& failed, const std::vector<OutsideChange>& read) {
+    const auto found = std::ranges::find(read, failed.source, &OutsideChange::source);
+    return found != read.end() && found->ok();
+}
+
+} // namespace
+
+KorDSMCommit::Report KorDSMCommit::readAndKeep(const std::function<std::vector<OutsideChange>()>& read,
+                                               const std::function<Report()>& keep) {
+    constexpr int kMostTries = 5;
+    Report outcome;
+    std::map<SourceId, std::string> unread;
+    for (int tries = 0; tries == 0 || !outcome.ok(); ++tries) {
+        const std::vector<OutsideChange> changes = read();
+        const auto isAmongThem = [&](const SourceCommit& failed) { return isReadAgain(failed, changes); };
+        for (const OutsideChange& change : changes)
+            if (!change.ok())
+                unread[change.source] = change.error;
+        if (countConflicts(changes) > 0) {
+            std::erase_if(outcome.failed, isAmongThem);
+            outcome.isAsked = true;
+            break;
+        }
+        if (tries == kMostTries || !std::ranges::all_of(outcome.failed, isAmongThem))
+            break;
+        outcome = keep();
+    }
+    for (const SourceCommit& commit : outcome.failed)
+        unread.erase(commit.source);
+    for (const auto& [source, why] : unread)
+        outcome.unread.push_back(why);
+    return outcome;
+}
+
 KorString KorDSMCommit::whatMayBeStored() {
     KorString all;
     for (const SourceId id : StyleDatabases::current().unknownOutcomes()) {
@@ -173,7 +209,9 @@ bool KorDSMCommit::isNoticed() {
 std::optional<std::vector<KorDSMRowChange>> KorDSMCommit::rowsOf(const std::vector<OutsideChange>& changes) {
     std::vector<KorDSMRowChange> rows;
     for (const OutsideChange& change : changes) {
-        if (!change.ok() || !change.rows)
+        if (!change.ok())
+            continue; // what was read before is shown still
+        if (!change.rows)
             return std::nullopt;
         for (const RowDifference& difference : *change.rows)
             rows.push_back(changeOf(change.source, difference));

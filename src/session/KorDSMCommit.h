@@ -14,8 +14,10 @@ public:
     /// What could not be kept; empty when all is stored.
     struct Report {
         std::vector<SourceCommit> failed;
+        std::vector<std::string> unread = {}; ///< why sources that did not fail could not be read again
+        bool isAsked = false;                 ///< something is to be decided anew, and was asked about
 
-        bool ok() const { return failed.empty(); }
+        bool ok() const { return failed.empty() && !isAsked; }
     };
 
     /// Keeps the changes for good. `applyEnabled` says whether changes were pending at all. On failure
@@ -23,6 +25,10 @@ public:
     static Report keepAndClose(bool applyEnabled);
     /// Keeps the changes and goes on.
     static Report keepAndGoOn();
+    /// Reads by `read`, which also asks, and keeps the changes by `keep`. Where others store something in
+    /// between, what they stored is read and it is tried again, as long as nothing is to be decided.
+    static Report readAndKeep(const std::function<std::vector<OutsideChange>()>& read,
+                              const std::function<Report()>& keep);
     /// One sentence for each source of which it is not known yet whether its last change was stored: taking
     /// it back does not change that. Empty for none.
     static KorString whatMayBeStored();
@@ -35,7 +41,7 @@ public:
     /// The same as far as that is known already: no server is asked whether there is something.
     static std::vector<OutsideChange> readNoticed();
     static bool isNoticed();
-    /// The rows that are shown otherwise after these; none where one of them read everything, or failed.
+    /// The rows that are shown otherwise after these; none where one of them read everything.
     static std::optional<std::vector<KorDSMRowChange>> rowsOf(const std::vector<OutsideChange>& changes);
     /// Reads sources again, or brings back what stands in another log, and says what came of it.
     class Read {

@@ -16,7 +16,7 @@ namespace {
 /// What was heard last.
 struct Heard {
     std::map<SourceId, ServerNews> news;
-    std::map<SourceId, std::time_t> silent; ///< since when there is no answer
+    std::map<SourceId, std::time_t> silent; ///< since when nothing can be read
 };
 
 Heard& heard() {
@@ -25,6 +25,16 @@ Heard& heard() {
 
 bool isSilent(const ServerNews& news) {
     return news.state == ServerNews::eState::kNoAnswer || news.state == ServerNews::eState::kLost;
+}
+
+// Why what is shown may be of an earlier time, with that; null where it is what is stored.
+const char* troubleOf(SourceId id, const ServerNews& news) {
+    const StyleSource* source = StyleDatabases::current().source(id);
+    if (!source)
+        return nullptr;
+    return isSilent(news)         ? translatable("No answer since %s, the time of what is shown: \"%s\"")
+           : source->isOutdated() ? translatable("Cannot be read since %s, the time of what is shown: \"%s\"")
+                                  : nullptr;
 }
 
 KorString timeOfDay(std::time_t moment) {
@@ -55,7 +65,7 @@ bool KorDSMServers::look() {
     heard().news = databases.glance();
     std::erase_if(heard().silent, [](const auto& each) { return !heard().news.contains(each.first); });
     for (const auto& [id, news] : heard().news)
-        if (isSilent(news))
+        if (troubleOf(id, news))
             heard().silent.try_emplace(id, std::time(nullptr));
         else
             heard().silent.erase(id);
@@ -68,10 +78,9 @@ bool KorDSMServers::look() {
 KorString KorDSMServers::trouble() {
     KorString all;
     for (const auto& [id, since] : heard().silent)
-        if (StyleSource* source = StyleDatabases::current().source(id)) {
-            const KorString sentence =
-                KorString::format(translated("No answer since %s, the time of what is shown: \"%s\""),
-                                  {timeOfDay(since), source->store().name()});
+        if (const char* trouble = troubleOf(id, heard().news[id])) {
+            const std::string& name = StyleDatabases::current().source(id)->store().name();
+            const KorString sentence = KorString::format(translated(trouble), {timeOfDay(since), name});
             all = all.isEmpty() ? sentence : KorString::format("%s\n%s", {all, sentence});
         }
     return all;

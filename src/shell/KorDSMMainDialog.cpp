@@ -215,7 +215,7 @@ void KorDSMMainDialog::lookAround() {
         return;
     m_turn.take();
     m_parts->recovery.look();
-    m_parts->reports.readOutsideChanges(Reports::eLook::kNoticed);
+    m_parts->reports.readOutsideChanges();
     m_parts->reports.show();
 }
 

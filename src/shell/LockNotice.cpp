@@ -17,6 +17,7 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -61,7 +62,7 @@ LockNotice::LockNotice(QBoxLayout* line)
     m_bar->hide();
     line->insertWidget(0, m_bar);
     m_end.setSingleShot(true);
-    connect(&m_end, &QTimer::timeout, m_bar, &QWidget::hide);
+    connect(&m_end, &QTimer::timeout, this, &LockNotice::hide);
     new CommandListener(this);
     if (m_notices.all.empty())
         m_notices.askedBefore = KorDSMLockWait::setAsk(&LockNotice::ask);
@@ -69,6 +70,7 @@ LockNotice::LockNotice(QBoxLayout* line)
 }
 
 LockNotice::~LockNotice() {
+    showCursor(false);
     std::erase(m_notices.all, this);
     if (m_notices.all.empty())
         KorDSMLockWait::setAsk(std::move(m_notices.askedBefore));
@@ -94,11 +96,14 @@ bool LockNotice::goOn(const std::string& file, std::chrono::milliseconds waited)
         return !alive.isNull();
     }
     show(file);
+    const QPointer<QWidget> focus = QApplication::focusWidget();
     qApp->installEventFilter(this);
     QApplication::processEvents();
     if (!alive)
         return false;
     qApp->removeEventFilter(this);
+    if (focus && focus != QApplication::focusWidget()) // a click gives it though nothing can be typed
+        focus->setFocus(Qt::OtherFocusReason);
     m_end.start(0);
     return !m_givenUp;
 }
@@ -115,6 +120,18 @@ void LockNotice::show(const std::string& file) {
     m_sentence->setToolTip(path);
     m_bar->show();
     KorMnemonics::give(*m_bar);
+    showCursor(true);
+}
+
+void LockNotice::hide() {
+    m_bar->hide();
+    showCursor(false);
+}
+
+void LockNotice::showCursor(bool waits) {
+    if (std::exchange(m_showsCursor, waits) == waits)
+        return;
+    waits ? QApplication::setOverrideCursor(Qt::WaitCursor) : QApplication::restoreOverrideCursor();
 }
 
 bool LockNotice::eventFilter(QObject* watched, QEvent* event) {

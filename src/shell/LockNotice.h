@@ -35,6 +35,8 @@ private:
     static bool ask(const std::string& file, std::chrono::milliseconds waited);
     bool goOn(const std::string& file, std::chrono::milliseconds waited);
     void show(const std::string& file);
+    void hide();
+    void showCursor(bool waits);
 
     Notices& m_notices;
     QWidget* m_bar;
@@ -42,4 +44,5 @@ private:
     QPushButton* m_giveUp;
     QTimer m_end; ///< nobody tells that the wait is over: what comes next in the event loop does
     bool m_givenUp = false;
+    bool m_showsCursor = false;
 };

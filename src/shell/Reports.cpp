@@ -14,7 +14,6 @@
 
 #include <QMessageBox>
 
-#include <algorithm>
 #include <optional>
 
 namespace {
@@ -33,27 +32,42 @@ void addLines(QMessageBox& box, const QStringList& lines) {
         box.setDetailedText(lines.join("\n\n"));
 }
 
-} // namespace
-
-void Reports::tell(const KorDSMCommit::Report& outcome) {
-    QStringList errors;
-    for (const SourceCommit& commit : outcome.failed)
-        if (commit.conflicts.empty())
-            errors << QString::fromStdString(commit.error);
-    if (!errors.isEmpty())
-        QMessageBox::warning(&m_window, toQt(Prompts::dsm(kNotKept)), errors.join("\n\n"));
-    // What another program stored meanwhile is read, and asked about.
-    readOutsideChanges();
+void report(const std::vector<OutsideChange>& changes) {
+    for (const OutsideChange& change : changes)
+        if (!change.error.empty())
+            KorHostReport::add(KorString(change.error));
 }
 
-bool Reports::readOutsideChanges(eLook look) {
+} // namespace
+
+bool Reports::keep(const std::function<KorDSMCommit::Report()>& commit) {
     const KorDSMBusy busy;
-    const bool asks = look == eLook::kAsk;
-    if (asks ? KorDSMCommit::isChangedOutside() : KorDSMCommit::isNoticed())
+    const auto read = [this] {
+        return takeOver(KorDSMCommit::isChangedOutside(), &KorDSMCommit::readChanged);
+    };
+    const KorDSMCommit::Report outcome = KorDSMCommit::readAndKeep(read, commit);
+    for (const std::string& why : outcome.unread)
+        KorHostReport::add(KorString(why));
+    QStringList errors;
+    for (const SourceCommit& failed : outcome.failed)
+        errors << QString::fromStdString(failed.error);
+    if (!errors.isEmpty())
+        QMessageBox::warning(&m_window, toQt(Prompts::dsm(kNotKept)), errors.join("\n\n"));
+    return outcome.ok();
+}
+
+std::vector<OutsideChange> Reports::takeOver(bool isChanged, const KorDSMCommit::Read& read) {
+    std::optional<TypedText> focus;
+    if (isChanged) {
         RightSide::finishEditing(); // what is being typed is a change of what was shown so far
-    const std::vector<OutsideChange> changes =
-        follow(asks ? &KorDSMCommit::readChanged : &KorDSMCommit::readNoticed);
-    return std::ranges::all_of(changes, [](const OutsideChange& change) { return change.conflicts.empty(); });
+        focus.emplace();
+    }
+    return settle(read);
+}
+
+void Reports::readOutsideChanges() {
+    const KorDSMBusy busy;
+    report(takeOver(KorDSMCommit::isNoticed(), &KorDSMCommit::readNoticed));
 }
 
 bool Reports::readNoticed() {
@@ -72,6 +86,13 @@ bool Reports::readNoticed() {
 
 std::vector<OutsideChange> Reports::follow(const KorDSMCommit::Read& read,
                                            const std::function<void()>& beforeShowing) {
+    std::vector<OutsideChange> changes = settle(read, beforeShowing);
+    report(changes);
+    return changes;
+}
+
+std::vector<OutsideChange> Reports::settle(const KorDSMCommit::Read& read,
+                                           const std::function<void()>& beforeShowing) {
     std::vector<OutsideChange> changes =
         KorDSMCommit::settle(read, [&](const std::vector<OutsideChange>& conflicting) {
             beforeShowing();
@@ -80,9 +101,6 @@ std::vector<OutsideChange> Reports::follow(const KorDSMCommit::Read& read,
     if (changes.empty())
         return changes;
     beforeShowing();
-    for (const OutsideChange& change : changes)
-        if (!change.error.empty())
-            KorHostReport::add(KorString(change.error));
     if (const auto rows = KorDSMCommit::rowsOf(changes))
         m_refresh.follow(*rows, changes);
     else

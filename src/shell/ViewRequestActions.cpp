@@ -126,14 +126,21 @@ bool KorDSMViewRequestDialog::store() {
     if (m_stepsBefore > 0)
         return true;
     const SourceId source = m_source.selected();
-    const std::int32_t key = chosenRequest()->recordKey();
-    const auto changes =
-        KorDSMCommit::settle(&KorDSMCommit::readChanged, [this](const std::vector<OutsideChange>& conflicts) {
-            return KorDSMDialogConflicts::ask(conflicts, this);
-        });
-    if (!changes.empty())
-        readAgain(source, key);
-    const KorDSMCommit::Report outcome = KorDSMCommit::keepAndGoOn();
+    std::int32_t key = chosenRequest()->recordKey();
+    const auto ask = [this](const std::vector<OutsideChange>& conflicts) {
+        return KorDSMDialogConflicts::ask(conflicts, this);
+    };
+    const auto read = [&] {
+        std::vector<OutsideChange> changes = KorDSMCommit::settle(&KorDSMCommit::readChanged, ask);
+        for (const OutsideChange& change : changes)
+            if (const auto now = change.newKeys.find({kTableViewRequest, key});
+                change.source == source && now != change.newKeys.end())
+                key = now->second;
+        if (!changes.empty())
+            readAgain(source, key);
+        return changes;
+    };
+    const KorDSMCommit::Report outcome = KorDSMCommit::readAndKeep(read, &KorDSMCommit::keepAndGoOn);
     QStringList errors;
     for (const SourceCommit& commit : outcome.failed)
         errors << QString::fromStdString(commit.error);

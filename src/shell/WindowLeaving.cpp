@@ -32,14 +32,10 @@ constexpr int kLeaveWithoutIt = 414;
 void WindowLeaving::apply() {
     const KorDSMBusy busy;
     RightSide::finishEditing();
-    if (!m_reports.readOutsideChanges())
-        return;
-    const KorDSMCommit::Report outcome = KorDSMCommit::keepAndGoOn();
+    const bool isKept = m_reports.keep(&KorDSMCommit::keepAndGoOn);
     m_applyState.updateUndo();
-    if (outcome.ok())
+    if (isKept)
         m_applyState.setApplied();
-    else
-        m_reports.tell(outcome);
 }
 
 WindowLeaving::eAnswer WindowLeaving::askAboutPending() {
@@ -80,12 +76,7 @@ bool WindowLeaving::finishEditing() {
 
 // Returns whether all is stored; says what is not.
 bool WindowLeaving::keep() {
-    if (!m_reports.readOutsideChanges())
-        return false;
-    const KorDSMCommit::Report outcome = KorDSMCommit::keepAndClose(m_applyState.isModified());
-    if (!outcome.ok())
-        m_reports.tell(outcome);
-    return outcome.ok();
+    return m_reports.keep([this] { return KorDSMCommit::keepAndClose(m_applyState.isModified()); });
 }
 
 WindowLeaving::eWay WindowLeaving::accept() {

@@ -1,7 +1,9 @@
 #include "app/ProgramFixture.h"
 #include "support/DatabaseServer.h"
+#include "support/LineProxy.h"
 
 #include "data/store/SqliteStore.h"
+#include "data/store/odbc/OdbcDatabase.h"
 
 namespace fs = std::filesystem;
 
@@ -63,11 +65,48 @@ TEST_F(ServerCommandTest, AnOfficeMovesToAServerWorksThereAndTakesItsStylesBack)
          {std::pair("check", "read and changed"), std::pair("upgrade", "present version"),
           std::pair("status", "changes: 2")})
         EXPECT_TRUE(does({"server", word, "user"}).output.contains(phrase)) << word;
+    for (const auto& [set, phrase] :
+         {std::pair("CommLog=1", " CommLog=0"), {"Debug=1", " Debug=0"}, {"Debug=0", ""}}) {
+        writeBytes(folder() / "odbcinst.ini",
+                   std::string("[PostgreSQL Unicode]\nDriver=psqlodbcw.so\n") + set + "\n");
+        environment.insert("ODBCSYSINI", named(""));
+        const QString said = does({"server", "check", "user"}).output;
+        EXPECT_EQ(said.contains("temporary files"), *phrase != 0) << set;
+        EXPECT_TRUE(said.contains(phrase)) << said.toStdString();
+    }
+    environment.remove("ODBCSYSINI");
     does({"copy-database", "user", named("back.dsdb")});
     fs::remove(data() / "sources.ini");
     EXPECT_TRUE(does({"complete", typed}).output.contains("Beam"));
     does(change);
     expectAlike(user(), (folder() / "back.dsdb").string());
+}
+
+TEST_F(ServerCommandTest, WhoeverIsOvertakenAgainAndAgainHasItsTurnAndAnotherKey) {
+    does({"server", "create", connection()});
+    OdbcDatabase others(ServerAddress::parse(m_server.connection(m_schema), "a test").value, {});
+    EXPECT_EQ(others.connect().error, "");
+    LineProxy line(m_server.socket());
+    int stored = 0;
+    line.before("last_change + 1", [&] {
+        const std::string key = std::to_string(++stored);
+        EXPECT_EQ(others
+                      .execute("SET search_path = " + m_schema +
+                               "; UPDATE dsdb_state SET last_change = last_change + 1; INSERT INTO "
+                               "view_request SELECT * FROM jsonb_populate_record(NULL::view_request, (SELECT "
+                               "jsonb_object_agg(column_name, 0) FROM information_schema.columns WHERE "
+                               "table_name = 'view_request' AND table_schema = '" +
+                               m_schema + "') || jsonb_build_object('key', " + key + ", 'name', 'Theirs " +
+                               key + "'))")
+                      .error,
+                  "");
+    });
+    settings("[user]\nconnection = " + DatabaseServer::connectionBy(line.folder(), m_schema) + "\n");
+    does({"new", "view-request", "Mine"});
+    EXPECT_EQ(stored, 2) << "one before the command had its turn, one before that";
+    const QString all = does({"list", "--source", "user", "--kind", "view-request"}).output;
+    for (const char* name : {"Mine", "Theirs 1", "Theirs 2"})
+        EXPECT_TRUE(all.contains(name)) << all.toStdString();
 }
 
 TEST_F(ServerCommandTest, WhatIsWrongWithTheSettingsIsSaidAndNoOtherDatabaseTaken) {

@@ -158,10 +158,8 @@ TEST_F(Conflicts, WhatIsBeingTypedIsAskedAboutToo) {
               "theirs");
 }
 
-TEST_F(Conflicts, WhatIsStoredWhileApplyWaitsIsReadAndSaidBeforeMineIsStored) {
+TEST_F(Conflicts, WhatIsStoredWhileApplyWaitsIsReadBeforeMineIsStored) {
     click(pageControl<QRadioButton>(kBelowDetail));
-    QString said;
-    readNextMessage(said);
     {
         OtherProgram other(path("user.dsdb"));
         other.run("BEGIN IMMEDIATE; UPDATE view_request SET scale=1.0/25");
@@ -171,9 +169,6 @@ TEST_F(Conflicts, WhatIsStoredWhileApplyWaitsIsReadAndSaidBeforeMineIsStored) {
         });
         click(button(kApply));
     }
-    EXPECT_TRUE(said.contains("user.dsdb\" meanwhile")) << said.toStdString();
-    ASSERT_TRUE(m_dialog->isVisible() && button(kApply)->isEnabled());
-    click(button(kApply));
     EXPECT_FALSE(button(kApply)->isEnabled());
     EXPECT_EQ(storedNow(), (Stored{"4", "25.0"}));
 }

@@ -3,9 +3,11 @@
 #include "data/exchange/CopiedDatabase.h"
 #include "data/store/SqliteStore.h"
 #include "data/store/odbc/OdbcStore.h"
+#include "dialogs/KorDSMDialogConflicts.h"
 #include "dialogs/KorDSMDialogPassword.h"
 #include "dialogs/KorDSMDialogSources.h"
 #include "session/DataFolder.h"
+#include "session/KorDSMCommit.h"
 #include "session/KorDSMLockWait.h"
 #include "shell/EditorFixture.h"
 #include "support/DatabaseServer.h"
@@ -49,10 +51,11 @@ protected:
         EXPECT_EQ(opened.error, "");
         return std::move(opened.store);
     }
+    /// Runs statements in the schema, of which nobody is told.
     void run(const std::string& sql) {
         OdbcDatabase database(address(m_server.connection(m_schema)), {});
         EXPECT_EQ(database.connect().error, "");
-        EXPECT_EQ(database.execute(sql).error, "");
+        EXPECT_EQ(database.execute("SET search_path = " + m_schema + "; " + sql).error, "");
     }
     KorOdbcKey styleNamed(const char* name) {
         return KorOdbcKey(m_others.here()->table(kTableDetailStyle).find(KorString(name))->key);
@@ -150,11 +153,8 @@ TEST_F(ServerWindow, WhatOthersStoreIsShownAndTakesNothingAway) {
     EXPECT_FALSE(servers->text().contains("until you leave"));
     auto* filter = control<QLineEdit>(1210);
     filter->setText("Renamed");
-    OdbcDatabase other(address(m_server.connection(m_schema)), {});
-    ASSERT_EQ(other.connect().error, "");
-    for (const char* sql :
-         {".detail_style SET description = 'by nobody'", ".dsdb_state SET last_change = last_change + 1"})
-        ASSERT_EQ(other.execute("UPDATE " + m_schema + sql).error, "");
+    run("UPDATE detail_style SET description = 'by nobody'; UPDATE dsdb_state SET last_change = last_change "
+        "+ 1");
     waitFor([&] { return shown(style).description == KorString("by nobody"); });
     EXPECT_EQ(filter->text(), "Renamed") << "where everything is loaded anew";
 }
@@ -191,7 +191,7 @@ TEST_F(ServerWindow, AFloodOfChangesTurnsTheLoopAndLeavesTheUserWhereHeIs) {
         EXPECT_EQ(m_others.append(kTableLinetypes, line), WriteResult::kWritten);
     }
     EXPECT_TRUE(m_others.keepTable(kTableLinetypes));
-    run("DELETE FROM \"" + m_schema + "\".dsdb_change");
+    run("DELETE FROM dsdb_change");
     waitFor([&] { return lines() == linesBefore + 250; });
     turning.stop();
     EXPECT_GT(turns, 0) << "while it was read";
@@ -201,6 +201,88 @@ TEST_F(ServerWindow, AFloodOfChangesTurnsTheLoopAndLeavesTheUserWhereHeIs) {
     EXPECT_EQ(name->text(), typed);
     EXPECT_TRUE(name->isEdited() && name->hasFocus());
     EXPECT_FALSE(isPending());
+}
+
+TEST_F(ServerWindow, ApplyMakesWayForKeysAndAsksAboutValuesThatNobodyToldOf) {
+    open();
+    select(kStyle);
+    changePosition();
+    m_databases->setCurrentSource(SourceId::user());
+    StructDetailStyle mine;
+    mine.name = "Mine";
+    EXPECT_EQ(m_databases->append(kTableDetailStyle, mine), WriteResult::kWritten);
+    run("INSERT INTO detail_style SELECT (jsonb_populate_record(s, jsonb_build_object('key', " +
+        std::to_string(mine.key) + ", 'name', 'Theirs'))).* FROM detail_style s WHERE name = '" +
+        kStyle.back() + "'");
+    click(button(kApply));
+    EXPECT_FALSE(isPending()) << "without a question";
+    m_others.refreshChanged();
+    EXPECT_GT(styleNamed("Mine").getKey(), mine.key);
+    EXPECT_FALSE(button(kApply)->isEnabled());
+
+    click(pageControl<QRadioButton>(kAboveMainView));
+    run("UPDATE detail_style SET title_position = 1; DELETE FROM detail_style WHERE name = 'Mine'");
+    int asked = 0;
+    whenShown<KorDSMDialogConflicts>([&](KorDSMDialogConflicts& dialog) {
+        ++asked;
+        dialog.accept();
+    });
+    click(button(kApply));
+    EXPECT_EQ(asked, 1);
+    click(button(kApply));
+    EXPECT_FALSE(isPending()) << "what was decided is stored";
+}
+
+TEST_F(ServerWindow, TheFieldThatIsClickedKeepsTheFocusWhenNothingCanBeRead) {
+    open();
+    select(kStyle);
+    auto* name = page()->findChild<KorLineEdit*>();
+    const QString before = name->text();
+    QTest::mousePress(name, Qt::LeftButton);
+    others(styleNamed(kStyle.back()), 3, KorString("theirs"));
+    waitFor([] { return KorDSMCommit::isNoticed(); });
+    m_line.strikeAt(1, LineProxy::eTrouble::kCutBefore, true);
+    QString told;
+    whenShown<QMessageBox>([&](QMessageBox& box) {
+        told = box.informativeText();
+        box.close();
+    });
+    comeBack();
+    EXPECT_NE(told, "");
+    EXPECT_EQ(m_dialog->focusWidget(), name);
+    QTest::mouseRelease(name, Qt::LeftButton);
+    name->selectAll();
+    QTest::keyClicks(m_dialog->focusWidget(), "mine");
+    EXPECT_EQ(name->text(), "mine");
+    name->restore();
+    EXPECT_EQ(name->text(), before);
+}
+
+TEST_F(ServerWindow, WhereAServerAnswersWithoutItsStylesOneBoxSaysSo) {
+    open();
+    select(kStyle);
+    changePosition();
+    run("ALTER SCHEMA " + m_schema + " RENAME TO away");
+    QStringList told;
+    QTimer user;
+    QObject::connect(&user, &QTimer::timeout, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            told << box->text() + box->informativeText();
+            box->close();
+        }
+    });
+    user.start(0);
+    click(button(kApply));
+    auto* servers = control<QLabel>(1217);
+    waitFor([&] { return servers->accessibleName().contains("Cannot be read since"); });
+    comeBack();
+    ASSERT_EQ(told.size(), 1) << told.join('\n').toStdString();
+    EXPECT_TRUE(told[0].contains("is missing")) << told[0].toStdString();
+    run("ALTER SCHEMA away RENAME TO " + m_schema);
+    waitFor([&] { return !servers->isVisible() || !servers->accessibleName().contains("since"); });
+    click(button(kApply));
+    EXPECT_FALSE(isPending());
+    EXPECT_EQ(told.size(), 1);
 }
 
 TEST_F(ServerWindow, TellsWhoIsThereAndWhoChangesTheRecordThatIsShown) {
@@ -222,6 +304,11 @@ TEST_F(ServerWindow, TellsWhoIsThereAndWhoChangesTheRecordThatIsShown) {
         m_others.glance();
         return says("Being changed by office");
     });
+    m_line.strikeAt(1, LineProxy::eTrouble::kCutBefore, true);
+    waitFor([&] { return servers->text().contains("No answer since"); });
+    EXPECT_FALSE(says("Being changed by"));
+    m_line.mend();
+    waitFor([&] { return says("Being changed by office") && servers->text().contains("Also here"); });
     m_others.closeSource(SourceId::user());
     waitFor([&] { return !servers->isVisible(); });
     EXPECT_FALSE(says("Being changed by"));
@@ -250,10 +337,12 @@ TEST_F(ServerWindow, ASilentServerHoldsUpNeitherLookingNorGivingUpAnApply) {
     QTimer user;
     QObject::connect(&user, &QTimer::timeout, [&] {
         if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            told += box->text();
+            told += box->text() + box->informativeText();
             box->close();
         } else if (auto* giveUp = control<QPushButton>(1216); giveUp && giveUp->isVisible()) {
             wasAsked = true;
+            EXPECT_NE(QApplication::overrideCursor(), nullptr);
+            page()->findChild<KorLineEdit*>()->setFocus(Qt::MouseFocusReason); // as by a click
             QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
         }
     });
@@ -262,7 +351,11 @@ TEST_F(ServerWindow, ASilentServerHoldsUpNeitherLookingNorGivingUpAnApply) {
     user.stop();
     EXPECT_TRUE(wasAsked);
     EXPECT_GT(turns, 2);
-    EXPECT_TRUE(told.contains("gave no answer") || told.contains("lost")) << told.toStdString();
+    EXPECT_EQ(told.count("\""), 2) << "one sentence about the database: " << told.toStdString();
+    EXPECT_TRUE(told.contains("gave no answer")) << told.toStdString();
+    EXPECT_EQ(m_dialog->focusWidget(), button(kApply)) << "no caret where nothing can be typed";
+    QApplication::processEvents();
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     EXPECT_TRUE(isPending()) << "nothing was stored";
 
     m_line.mend();

@@ -1,6 +1,7 @@
 #include "support/LineProxy.h"
 #include "support/DatabaseServer.h"
 
+#include <algorithm>
 #include <array>
 
 #include <poll.h>
@@ -28,6 +29,12 @@ int socketAt(const std::string& path, bool listens) {
 bool isReady(int handle, int wait) {
     pollfd polled{handle, POLLIN, 0};
     return ::poll(&polled, 1, wait) > 0;
+}
+
+std::string peek(int from) {
+    std::array<char, 65536> bytes{};
+    const ssize_t size = ::recv(from, bytes.data(), bytes.size(), MSG_PEEK);
+    return {bytes.data(), static_cast<std::size_t>(std::max<ssize_t>(size, 0))};
 }
 
 // Hands on what is there. Returns false at the end of the line.
@@ -87,6 +94,8 @@ bool LineProxy::answer(int client, int server) {
     ++m_requests;
     if (const auto delay = m_delay.load(); delay.count() > 0)
         ::poll(nullptr, 0, static_cast<int>(delay.count()));
+    if (m_action && peek(client).find(m_text) != std::string::npos)
+        m_action();
     const bool strikes = m_left > 0 && --m_left == 0;
     if (!strikes)
         return pass(client, server);

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <list>
 #include <thread>
 
@@ -27,6 +28,12 @@ public:
     const std::filesystem::path& folder() const { return m_folder.path(); }
     /// At the n-th request from now on. Where `stays` new lines are refused from then on.
     void strikeAt(int request, eTrouble trouble, bool stays);
+    /// Before a request that holds the text is handed on `action` runs, in another thread. To be told before
+    /// there are lines.
+    void before(std::string text, std::function<void()> action) {
+        m_text = std::move(text);
+        m_action = std::move(action);
+    }
     /// How long each request takes longer than without it.
     void setDelay(std::chrono::milliseconds delay) { m_delay = delay; }
     /// How many there were so far.
@@ -44,6 +51,8 @@ private:
 
     std::string m_server;
     TempFolder m_folder;
+    std::string m_text;
+    std::function<void()> m_action;
     int m_listener = -1;
     std::atomic<std::chrono::milliseconds> m_delay = std::chrono::milliseconds(0);
     std::atomic<int> m_requests = 0;

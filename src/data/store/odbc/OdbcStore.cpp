@@ -69,6 +69,7 @@ void OdbcStore::know(std::int64_t lastChange) {
     m_range = {lastChange, lastChange, {}};
     m_news.state = ServerNews::eState::kSame;
     m_whyUnread.clear();
+    m_isAnswering = false;
 }
 
 bool OdbcStore::isReadOnly() const {
@@ -128,6 +129,8 @@ void OdbcStore::endRead() {
 }
 
 Result<> OdbcStore::begin() {
+    if (m_sequence > 0)
+        return {};
     if (Result<> refused = refuseReadOnly(); !refused)
         return refused;
     if (!m_database.connection.isOpen() && !m_whyUnread.empty())
@@ -286,6 +289,7 @@ Result<> OdbcStore::readSince(StoredSince& since) {
 
 Result<> OdbcStore::giveUpReading(Result<> why) {
     m_whyUnread = why.error;
+    m_isAnswering = m_database.connection.isOpen();
     m_database.connection.close();
     return why;
 }
@@ -303,7 +307,9 @@ ServerNews OdbcStore::glance(const std::set<RowRef>& pending) {
     OdbcConnection& connection = m_database.connection;
     const auto now = std::chrono::steady_clock::now();
     if (!connection.isOpen()) {
-        m_news = {connection.prepare(m_database.address.login()) ? kLost : kBack};
+        const OdbcError error = connection.prepare(m_database.address.login());
+        m_isAnswering = m_isAnswering && (!error || error.kind == OdbcError::eKind::kBusy);
+        m_news = {!error ? kBack : m_isAnswering ? kSame : kLost};
     } else if (m_outcome == eOutcome::kUnknown) {
         m_news.state = kBack;
     } else if (!connection.isInTransaction()) {
@@ -313,7 +319,7 @@ ServerNews OdbcStore::glance(const std::set<RowRef>& pending) {
         if (wasAsking && !error)
             hear(rows);
         else if (error.kind != OdbcError::eKind::kBusy)
-            m_news.state = connection.isOpen() ? kChanged : kLost;
+            m_news = {connection.isOpen() ? kChanged : kLost}; // and nobody is known any more
         else if (wasAsking && now - m_asked > kLooksWithoutAnswer * m_limits.look)
             m_news.state = kNoAnswer;
         const bool isHeard = wasAsking && !connection.isAsking(); // whoever reads now would not hear the next
@@ -393,6 +399,6 @@ Result<> OdbcStore::reopen() {
 void OdbcStore::acknowledge() {
     std::optional<std::int64_t> last;
     if (m_database.queryInteger(m_schema.lastChangeSql(), last) && last)
-        know(*last);
+        know(*last - (m_sequence > 0 ? 1 : 0));
     m_database.forgetLayouts();
 }

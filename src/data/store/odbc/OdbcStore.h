@@ -32,6 +32,7 @@ public:
     Result<> beginRead(std::int64_t& state) override;
     void endRead() override;
     std::vector<std::string> integrityFindings() override { return {}; }
+    /// A transaction that is open goes on.
     Result<> begin() override;
     Result<> apply(const TableChange& change, std::vector<StoreConflict>& conflicts) override;
     std::uint32_t markOfChange() override { return m_mark; }
@@ -82,7 +83,8 @@ private:
     std::int64_t m_knownChanges = 0; ///< of others, or nothing known
     OdbcLog::Range m_range;          ///< of commits whose rows are to be read next
     eOutcome m_outcome = eOutcome::kNotStored;
-    std::string m_whyUnread; ///< why the last reading again failed; empty where none did
+    std::string m_whyUnread;    ///< why the last reading again failed; empty where none did
+    bool m_isAnswering = false; ///< although that failed
     ServerNews m_news;
     std::chrono::steady_clock::time_point m_asked;
     int m_line = 0;            ///< by which it was asked
