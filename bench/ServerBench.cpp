@@ -231,19 +231,24 @@ void refreshAfterOne(benchmark::State& state) {
     }
 }
 
-// The window with a style selected, of a database so many times as large.
-class ServerEditor {
-public:
-    explicit ServerEditor(int scale) : m_address(newDatabase()) {
+// The generated Standard so many times.
+ServerAddress newStandard(int scale) {
+    static_cast<void>(standard()); // is of the usual size
+    const std::string file = std::filesystem::temp_directory_path() / "detailstyles-bench-server.dsdb";
+    GeneratedStandard::setScale(scale);
+    static_cast<void>(GeneratedStandard::write(file));
+    ServerAddress address = newDatabase();
+    upload(address, file);
+    std::filesystem::remove(file);
+    return address;
+}
+
+// The window with a style selected.
+struct ServerEditor {
+    explicit ServerEditor(const ServerAddress& address) {
         using namespace std::chrono_literals;
-        const std::string file = std::filesystem::temp_directory_path() / "detailstyles-bench-server.dsdb";
-        static_cast<void>(standard()); // is of the usual size
-        GeneratedStandard::setScale(scale);
-        static_cast<void>(GeneratedStandard::write(file));
-        upload(m_address, file);
-        std::filesystem::remove(file);
         databases.addSource(SourceId::user(),
-                            OdbcStore::open(m_address, OdbcStore::eMode::kWrite, {10s, 60s, 0ms, 0ms}).store);
+                            OdbcStore::open(address, OdbcStore::eMode::kWrite, {10s, 60s, 0ms, 0ms}).store);
         static_cast<void>(databases.source(SourceId::user())->readAll());
         structure().emptyDataStructure();
         load();
@@ -261,20 +266,16 @@ public:
         QApplication::processEvents();
     }
 
-    const ServerAddress& address() const { return m_address; }
-
     StyleDatabases databases;
     std::unique_ptr<KorDSMMainDialog> dialog;
-
-private:
-    ServerAddress m_address;
 };
 
 // Another editor stores one cell; what the window needs from the moment when it heard of it until it shows
 // it.
 void showAfterOne(benchmark::State& state) {
-    ServerEditor editor(static_cast<int>(state.range(0)));
-    EditingOther other(editor.address());
+    const ServerAddress address = newStandard(static_cast<int>(state.range(0)));
+    EditingOther other(address);
+    ServerEditor editor(address); // whose databases are the current ones
     for (auto run : state) {
         state.PauseTiming();
         other.change();
@@ -287,7 +288,6 @@ void showAfterOne(benchmark::State& state) {
             QApplication::processEvents();
         QApplication::processEvents(); // and paints
     }
-    editor.dialog.reset();
 }
 
 // Each round trip takes 20 ms longer.
