@@ -311,7 +311,7 @@ bool areTextsClean(int argc, char** argv) {
 // Says once of each database that is waited for that it is.
 LockWait::Ask tellOfLocks() {
     return [told = std::set<std::string>()](const std::string& file, std::chrono::milliseconds waited) mutable {
-        if (waited.count() > 0 && told.insert(file).second)
+        if (waited >= LockWait::kWordless && told.insert(file).second)
             Console::complain(KorString::format(
                 isServerName(file)
                     ? translated("Waiting for an answer of \"%s\"; Ctrl+C gives up.")
