@@ -93,6 +93,8 @@ bool LockNotice::goOn(const std::string& file, std::chrono::milliseconds waited)
     m_givenUp = false;
     if (waited < KorDSMLockWait::wordless()) {
         QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        if (alive && m_bar->isVisible()) // of the wait before
+            m_end.start(0);
         return !alive.isNull();
     }
     show(file);

@@ -118,6 +118,20 @@ TEST_F(LockedDatabase, IsAskedAboutByTheWindowWhileItLives) {
     EXPECT_EQ(asked, 2);
 }
 
+TEST_F(LockedDatabase, SentenceAndCursorOfALongWaitGoThoughAShortOneFollows) {
+    open();
+    const LockWait::Ask ask = LockWait::setAsk({});
+    LockWait::setAsk(ask);
+    for (const auto waited : {std::chrono::seconds(1), std::chrono::seconds(0)}) {
+        EXPECT_TRUE(ask("a file", waited));
+        EXPECT_TRUE(sentence()->isVisible());
+        EXPECT_NE(QApplication::overrideCursor(), nullptr);
+    }
+    QApplication::processEvents();
+    EXPECT_FALSE(sentence()->isVisible());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
 TEST_F(LockedDatabase, SaysAtOnceWhyAChangeThatMayConcernOthersIsNotWritten) {
     open();
     select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front"});
