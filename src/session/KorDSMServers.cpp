@@ -9,7 +9,9 @@
 #include <algorithm>
 #include <array>
 #include <ctime>
+#include <map>
 #include <set>
+#include <utility>
 
 namespace {
 
@@ -76,13 +78,16 @@ bool KorDSMServers::look() {
 }
 
 KorString KorDSMServers::trouble() {
-    KorString all;
+    std::map<std::pair<const char*, std::string>, std::set<std::string>> sources; // mostly it is one server
     for (const auto& [id, since] : heard().silent)
-        if (const char* trouble = troubleOf(id, heard().news[id])) {
-            const std::string& name = StyleDatabases::current().source(id)->store().name();
-            const KorString sentence = KorString::format(translated(trouble), {timeOfDay(since), name});
-            all = all.isEmpty() ? sentence : KorString::format("%s\n%s", {all, sentence});
-        }
+        if (const char* trouble = troubleOf(id, heard().news[id]))
+            sources[{trouble, timeOfDay(since).toStdString()}].insert(
+                KorDSMWhereUsed::sourceName(id).toStdString());
+    KorString all;
+    for (const auto& [what, names] : sources) {
+        const KorString sentence = KorString::format(translated(what.first), {what.second, joined(names)});
+        all = all.isEmpty() ? sentence : KorString::format("%s\n%s", {all, sentence});
+    }
     return all;
 }
 
