@@ -12,7 +12,11 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
+#include <QSignalBlocker>
+#include <QSlider>
 #include <QToolButton>
+
+#include <cmath>
 
 namespace {
 
@@ -21,6 +25,7 @@ constexpr int kSamplePart = 901;
 constexpr int kCloseList = 908;
 constexpr int kNotes = 909; // "%d not shown"
 constexpr int kClosePicture = 2098;
+constexpr int kBeforeAndAfter = 1167;
 
 struct Tool {
     int id; // and picture
@@ -44,13 +49,13 @@ QLabel* makeLine() {
 
 PreviewPane::PreviewPane(QWidget* parent)
     : QWidget(parent), m_parts(new KorComboBox), m_tools(new KorButtonGroup), m_head(makeLine()),
-      m_view(new PreviewView), m_note(makeLine()), m_listCaption(makeLine()), m_list(new QListWidget),
-      m_foot(makeLine()), m_notes(makeLine()) {
+      m_slider(new QSlider(Qt::Horizontal)), m_view(new PreviewView), m_note(makeLine()),
+      m_listCaption(makeLine()), m_list(new QListWidget), m_foot(makeLine()), m_notes(makeLine()) {
     auto* lines = new QVBoxLayout(this);
     lines->setContentsMargins(0, 0, 0, 0);
     lines->setSpacing(4);
     lines->addWidget(makeTools());
-    lines->addWidget(m_head);
+    lines->addWidget(makeHead());
     lines->addWidget(m_view, 1);
     lines->addWidget(m_note);
     lines->addWidget(m_listBox = makeList());
@@ -90,6 +95,27 @@ QWidget* PreviewPane::makeTools() {
     connect(m_tools, &KorButtonGroup::buttonPressed, this, &PreviewPane::toolPressed);
     connect(m_parts, &QComboBox::activated, this,
             [this](int index) { Q_EMIT partChosen(m_parts->itemData(index).toString()); });
+    return row;
+}
+
+QWidget* PreviewPane::makeHead() {
+    auto* row = new QWidget;
+    auto* line = new QHBoxLayout(row);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->addWidget(m_head, 1);
+    line->addWidget(m_slider);
+    constexpr int kWidth = 120;
+    m_slider->setFixedWidth(kWidth);
+    m_slider->setRange(0, 100);
+    m_slider->setPageStep(25);
+    QSizePolicy policy = m_slider->sizePolicy();
+    policy.setRetainSizeWhenHidden(true); // the picture is not to jump
+    m_slider->setSizePolicy(policy);
+    const QString text = toQt(Prompts::dsm(kBeforeAndAfter));
+    m_slider->setAccessibleName(text);
+    m_slider->setToolTip(text);
+    connect(m_slider, &QSlider::valueChanged, this, [this](int value) { Q_EMIT compared(value / 100.0); });
+    connect(m_view, &PreviewView::divided, this, &PreviewPane::compared);
     return row;
 }
 
@@ -155,9 +181,12 @@ void PreviewPane::setNote(const QString& text, const QString& link) {
     m_note->setText(shown);
 }
 
-void PreviewPane::setComparison(bool isPossible, bool isBefore) {
+void PreviewPane::setComparison(bool isPossible, double share) {
     m_tools->enableButton(kBefore, isPossible);
-    m_tools->button(kBefore)->setChecked(isBefore);
+    m_tools->button(kBefore)->setChecked(share >= 1);
+    m_slider->setVisible(isPossible);
+    const QSignalBlocker quiet(m_slider);
+    m_slider->setValue(static_cast<int>(std::lround(share * 100)));
 }
 
 void PreviewPane::setPlaceText(const QString& text) {

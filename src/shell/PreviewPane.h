@@ -7,6 +7,7 @@ class KorButtonGroup;
 class KorComboBox;
 class QAction;
 class QLabel;
+class QSlider;
 class QListWidget;
 
 /// What stands beside the pages: a picture of a sample part with what can be done to look at it, what the
@@ -33,8 +34,9 @@ public:
     /// Why nothing is marked, or what became different; nothing for an empty text, which leaves its room free
     /// so that the picture does not jump. With a text for a link, that stands behind it.
     void setNote(const QString& text, const QString& link = {});
-    /// Whether the picture can be compared with the one of what is stored, and is that one.
-    void setComparison(bool isPossible, bool isBefore);
+    /// Whether the picture can be compared with the one of what is stored, and the share of it that shows
+    /// that.
+    void setComparison(bool isPossible, double share);
     void setPlaceText(const QString& text);
     /// What the drawing can be put out by: the first one by a button, and all in its menu.
     void setOutput(const QList<QAction*>& actions);
@@ -48,6 +50,8 @@ Q_SIGNALS:
     void partChosen(const QString& name);
     void toolPressed(int tool);
     void linkFollowed();
+    /// This share of the picture is to show what is stored.
+    void compared(double share);
     /// A row of the list was chosen.
     void rowChosen(int row);
 
@@ -57,11 +61,13 @@ protected:
 
 private:
     QWidget* makeTools();
+    QWidget* makeHead();
     QWidget* makeList();
 
     KorComboBox* m_parts;
     KorButtonGroup* m_tools;
     QLabel* m_head;
+    QSlider* m_slider;
     PreviewView* m_view;
     QLabel* m_note;
     QWidget* m_listBox;

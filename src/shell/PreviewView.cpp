@@ -54,18 +54,38 @@ void PreviewView::show(std::shared_ptr<const Drawing> drawing) {
     for (const ViewPicture& view : m_drawing ? m_drawing->views : std::vector<ViewPicture>())
         m_starts.push_back(start += view.primitives.size());
     m_marked.clear();
-    m_picture = {};
+    forgetPictures();
     pointAt(std::nullopt);
     if (m_follows)
         showWanted();
     update();
 }
 
+void PreviewView::compareWith(std::shared_ptr<const Drawing> other, double share) {
+    if (m_other != other) {
+        m_other = std::move(other);
+        m_allOther = m_other ? m_other->all() : std::vector<const Primitive*>();
+        m_otherPicture = {};
+    }
+    m_share = std::clamp(share, 0.0, 1.0);
+    update();
+}
+
+bool PreviewView::isOnDivider(const QPointF& position) const {
+    constexpr double kGrip = 4; // pixels
+    return m_other && std::abs(position.x() - m_share * width()) <= kGrip;
+}
+
+void PreviewView::forgetPictures() {
+    m_picture = {};
+    m_otherPicture = {};
+}
+
 void PreviewView::setEmptyText(const QString& text) {
     if (m_emptyText == text)
         return;
     m_emptyText = text;
-    m_picture = {};
+    forgetPictures();
     update();
 }
 
@@ -89,7 +109,7 @@ Vec2 PreviewView::toSheet(const QPointF& position) const {
 void PreviewView::place(Vec2 centre, double scale) {
     m_centre = centre;
     m_scale = std::clamp(scale, kLeast, kMost);
-    m_picture = {};
+    forgetPictures();
     update();
     Q_EMIT zoomed();
 }
@@ -150,6 +170,8 @@ std::vector<const Primitive*> PreviewView::primitivesOf(const Places& places) co
 }
 
 std::optional<std::size_t> PreviewView::placeAt(const QPointF& position) const {
+    if (m_other && position.x() < m_share * width())
+        return std::nullopt; // the other drawing lies there
     std::optional<std::size_t> nearest;
     double least = kReach;
     const auto consider = [&](std::size_t place, double distance) {
@@ -210,21 +232,39 @@ void PreviewView::setUpPainter(QPainter& painter) const {
     painter.translate(-m_centre.u, m_centre.v);
 }
 
-void PreviewView::paintPicture() {
+bool PreviewView::isCurrent(const QPixmap& picture) const {
+    return !picture.isNull() && picture.devicePixelRatio() == devicePixelRatioF();
+}
+
+QPixmap PreviewView::painted(const std::vector<const Primitive*>& primitives) const {
     const double ratio = devicePixelRatioF();
-    m_picture = QPixmap((QSizeF(size()) * ratio).toSize());
-    m_picture.setDevicePixelRatio(ratio);
+    QPixmap picture((QSizeF(size()) * ratio).toSize());
+    picture.setDevicePixelRatio(ratio);
     const PrimitivePainter::Ground ground = groundOf(palette());
-    m_picture.fill(PrimitivePainter::paper(ground));
-    QPainter painter(&m_picture);
-    if (m_all.empty()) {
+    picture.fill(PrimitivePainter::paper(ground));
+    QPainter painter(&picture);
+    if (primitives.empty()) {
         painter.setPen(palette().color(QPalette::PlaceholderText));
         painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
                          Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
-        return;
+        return picture;
     }
     setUpPainter(painter);
-    PrimitivePainter::paint(painter, m_all, ground);
+    PrimitivePainter::paint(painter, primitives, ground);
+    return picture;
+}
+
+void PreviewView::paintOther(QPainter& painter) {
+    if (!m_other)
+        return;
+    if (!isCurrent(m_otherPicture))
+        m_otherPicture = painted(m_allOther);
+    const double at = m_share * width();
+    painter.save();
+    painter.setClipRect(QRectF(0, 0, at, height()));
+    painter.drawPixmap(0, 0, m_otherPicture);
+    painter.restore();
+    painter.fillRect(QRectF(at - 1, 0, 2, height()), KorStyle::focusColor(palette()));
 }
 
 void PreviewView::paintMarks(QPainter& painter) const {
@@ -245,18 +285,19 @@ void PreviewView::paintMarks(QPainter& painter) const {
 }
 
 void PreviewView::paintEvent(QPaintEvent*) {
-    if (m_picture.isNull() || m_picture.devicePixelRatio() != devicePixelRatioF())
-        paintPicture();
+    if (!isCurrent(m_picture))
+        m_picture = painted(m_all);
     QPainter painter(this);
     painter.drawPixmap(0, 0, m_picture);
     paintMarks(painter);
+    paintOther(painter);
     painter.setPen(hasFocus() ? KorStyle::focusColor(palette())
                               : KorStyle::lineColor(palette(), QPalette::Window));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 void PreviewView::resizeEvent(QResizeEvent*) {
-    m_picture = {};
+    forgetPictures();
     if (m_follows)
         showWanted();
 }
@@ -264,7 +305,7 @@ void PreviewView::resizeEvent(QResizeEvent*) {
 void PreviewView::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) {
-        m_picture = {};
+        forgetPictures();
         update();
     }
 }
@@ -296,11 +337,16 @@ void PreviewView::wheelEvent(QWheelEvent* event) {
 void PreviewView::mousePressEvent(QMouseEvent* event) {
     m_pressed = event->position();
     m_isDragging = event->button() == Qt::MiddleButton;
+    m_isDividing = event->button() == Qt::LeftButton && isOnDivider(event->position());
 }
 
 void PreviewView::mouseMoveEvent(QMouseEvent* event) {
-    if (!(event->buttons() & (Qt::LeftButton | Qt::MiddleButton)))
+    if (m_isDividing)
+        return divided(std::clamp(event->position().x() / std::max(width(), 1), 0.0, 1.0));
+    if (!(event->buttons() & (Qt::LeftButton | Qt::MiddleButton))) {
+        isOnDivider(event->position()) ? setCursor(Qt::SplitHCursor) : unsetCursor();
         return pointAt(placeAt(event->position()));
+    }
     const QPointF by = event->position() - m_pressed;
     if (!m_isDragging && by.manhattanLength() < QApplication::startDragDistance())
         return;
@@ -313,7 +359,8 @@ void PreviewView::mouseMoveEvent(QMouseEvent* event) {
 void PreviewView::mouseReleaseEvent(QMouseEvent* event) {
     unsetCursor();
     const bool wasDragging = std::exchange(m_isDragging, false);
-    if (wasDragging || event->button() != Qt::LeftButton)
+    const bool wasDividing = std::exchange(m_isDividing, false);
+    if (wasDragging || wasDividing || event->button() != Qt::LeftButton)
         return;
     if (const auto place = placeAt(event->position()))
         Q_EMIT clicked(*place, event->globalPosition().toPoint());

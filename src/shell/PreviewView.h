@@ -23,6 +23,9 @@ public:
     /// Shows the drawing, nothing for null; the same place at the same size, unless all of it was shown.
     void show(std::shared_ptr<const Drawing> drawing);
     const Drawing* drawing() const { return m_drawing.get(); }
+    /// Shows another drawing in the left part of the view, which is this share of its width, and a line
+    /// between that can be dragged; no other one for null.
+    void compareWith(std::shared_ptr<const Drawing> other, double share);
     /// What stands in the place of a drawing.
     void setEmptyText(const QString& text);
 
@@ -52,6 +55,8 @@ Q_SIGNALS:
     void menuWanted(std::optional<std::size_t> place, const QPoint& globalPosition);
     /// The zoom is another one.
     void zoomed();
+    /// The line between two drawings is dragged to this share of the width.
+    void divided(double share);
 
 protected:
     bool event(QEvent* event) override;
@@ -74,15 +79,22 @@ private:
     void place(Vec2 centre, double scale);
     void showWanted();
     void pointAt(std::optional<std::size_t> place);
+    bool isOnDivider(const QPointF& position) const;
     std::optional<std::size_t> placeForKeys() const;
-    void paintPicture();
+    void forgetPictures();
+    bool isCurrent(const QPixmap& picture) const;
+    QPixmap painted(const std::vector<const Primitive*>& primitives) const;
     void paintMarks(QPainter& painter) const;
+    void paintOther(QPainter& painter);
     void setUpPainter(QPainter& painter) const;
     std::vector<const Primitive*> primitivesOf(const Places& places) const;
 
     std::shared_ptr<const Drawing> m_drawing;
     std::vector<const Primitive*> m_all; // of the drawing
     Places m_starts;                     // in that, of the second view and those behind it, and of the sheet
+    std::shared_ptr<const Drawing> m_other; // in the left part
+    std::vector<const Primitive*> m_allOther;
+    double m_share = 0; // of the width, that shows the other one
     QString m_emptyText;
     Places m_marked;
     std::optional<std::size_t> m_pointed;
@@ -92,6 +104,8 @@ private:
     bool m_follows = true; // the size of the view, until the user zooms or moves
     Box2 m_wanted;         // what is shown then; empty: all of the drawing
     QPixmap m_picture;     // of the drawing as it is placed; null: to be painted
-    QPointF m_pressed;     // where a drag began, or the pointer was last while it lasts
+    QPixmap m_otherPicture;
+    QPointF m_pressed; // where a drag began, or the pointer was last while it lasts
     bool m_isDragging = false;
+    bool m_isDividing = false;
 };

@@ -10,8 +10,6 @@
 #include <QPointer>
 #include <QRegularExpression>
 
-#include <algorithm>
-
 namespace {
 
 constexpr int kTopic = 1008;
@@ -39,11 +37,10 @@ void SearchTerms::add(const QList<QAction*>& actions, int kind, const KorString&
             add(action->menu()->actions(), kind, text);
             continue;
         }
-        const bool isKnown = std::ranges::any_of(
-            m_terms, [&](const KorDSMSearchTerm& term) { return term.text == text && term.path == path; });
-        if (action->isSeparator() || text.isEmpty() || isKnown)
+        if (action->isSeparator() || text.isEmpty() || !m_actions.insert({text, path}).second)
             continue;
-        KorDSMSearchTerm term{eSearchKind::kCommand, text, Prompts::dsm(kind), path};
+        const KorString key = fromQt(action->shortcut().toString(QKeySequence::NativeText));
+        KorDSMSearchTerm term{eSearchKind::kCommand, text, Prompts::dsm(kind), path.isEmpty() ? key : path};
         term.isOffered = action->isEnabled();
         if (!path.isEmpty())
             term.alsoCalled = {path + ": " + text}; // the word that leads to it may be that of its menu

@@ -5,6 +5,7 @@
 #include <QIcon>
 
 #include <functional>
+#include <set>
 
 class QAction;
 class QWidget;
@@ -15,8 +16,8 @@ public:
     using Act = std::function<void()>;
 
     void add(KorDSMSearchTerm term, const QIcon& picture, Act act);
-    /// The actions, those of their menus included, each of a text once; what they are is said by prompt
-    /// "DSM" `kind`.
+    /// The actions with their keys, those of their menus included, each of a text once; what they are is said
+    /// by prompt "DSM" `kind`.
     void add(const QList<QAction*>& actions, int kind, const KorString& path = {});
     /// All topics of the help.
     void addTopics();
@@ -27,6 +28,7 @@ public:
 
 private:
     std::vector<KorDSMSearchTerm> m_terms;
+    std::set<std::pair<KorString, KorString>> m_actions; ///< that are there, by text and path
     std::vector<QIcon> m_pictures;
     std::vector<Act> m_acts;
 };

@@ -2,11 +2,9 @@
 
 #include "base/Translation.h"
 #include "controls/KorButtonGroup.h"
-#include "controls/KorLayoutStore.h"
 #include "controls/KorMnemonics.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
-#include "controls/KorVerticalSplitter.h"
 #include "pages/PartListEditor.h"
 #include "services/CKorHelp.h"
 #include "services/KOSettings.h"
@@ -20,7 +18,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
-#include <QScreen>
 #include <QToolButton>
 
 namespace {
@@ -29,8 +26,6 @@ constexpr int kButton = 2097; // and its picture
 constexpr const char* kKey = "F9";
 constexpr char kTopic[] = "_Style_Preview";
 constexpr int kName = 900;
-constexpr int kBelow = 907;
-constexpr int kBeside = 915;
 constexpr int kFirstUser = 916;  // "%s, which uses what is selected"
 constexpr int kMadeBy = 917;     // "What made it"
 constexpr int kWhy = 918;        // "Why does this look so?"
@@ -40,18 +35,10 @@ constexpr int kStoredHead = 921; // "%s, as it is stored"
 constexpr int kEqual = 922;
 constexpr int kHelp = 923;
 constexpr int kNothingMade = 924;
+constexpr int kShowOrHide = 1166;
 
 constexpr int kTypingPause = 150; // milliseconds
 constexpr int kOfferPause = 400;
-constexpr int kWideScreen = 1700; // pixels, in which pages and preview stand side by side
-constexpr int kWidth = 460;
-constexpr int kHeight = 260;
-
-constexpr const char* kShownSetting = "PreviewShown";
-constexpr const char* kPlaceSetting = "PreviewPlace";
-constexpr const char* kWidthSetting = "PreviewWidth";
-constexpr const char* kHeightSetting = "PreviewHeight";
-
 QString joined(const std::vector<KorString>& texts) {
     QStringList all;
     for (const KorString& text : texts)
@@ -63,28 +50,14 @@ QString joined(const std::vector<KorString>& texts) {
 
 StylePreview::StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorButtonGroup& strip,
                            TreeSelection& selection, Navigation& navigation)
-    : m_window(window), m_splitter(splitter), m_strip(strip), m_selection(selection),
-      m_navigation(navigation), m_preview(KorResources::folder() / "parts",
-                                          KOSettings::getInstance().dataFolder() / "Shared" / "Support"),
-      m_pane(new PreviewPane), m_output(window, m_pane->view(), [this](bool isSheet) {
-          return m_preview.pageOf(m_isBefore, isSheet);
-      }) {
-    m_pane->hide();
-    m_splitter.addWidget(m_pane);
-    const QString text = toQt(Prompts::dsm(kName));
-    m_strip.addButton(kButton, fromQt(text), KorPictures::bitmap(kButton));
-    m_strip.setButtonText(kButton, fromQt(text), QKeySequence(QLatin1String(kKey)));
-    m_strip.button(kButton)->setCheckable(true);
-    auto* action = new QAction(text, &m_strip);
-    action->setShortcut(QKeySequence(QLatin1String(kKey)));
-    connect(action, &QAction::triggered, m_strip.button(kButton), &QToolButton::click);
-    window.addAction(action);
-    for (QObject* command : std::initializer_list<QObject*>{action, m_strip.button(kButton)})
-        CommandHelp::setPlace(*command, QLatin1String(kTopic));
-    connect(&m_strip, &KorButtonGroup::buttonPressed, this, [this] {
-        setShown(!m_isShown);
-        remember();
-    });
+    : m_window(window), m_strip(strip), m_selection(selection), m_navigation(navigation),
+      m_preview(KorResources::folder() / "parts",
+                KOSettings::getInstance().dataFolder() / "Shared" / "Support"),
+      m_pane(new PreviewPane), m_place(window, splitter, *m_pane),
+      m_commands(window, [this](int tool) { onTool(tool); }),
+      m_output(window, m_pane->view(),
+               [this](bool isSheet) { return m_preview.pageOf(isBefore(), isSheet); }) {
+    makeCommands();
     m_typing.setSingleShot(true);
     m_typing.setInterval(kTypingPause);
     connect(&m_typing, &QTimer::timeout, this, &StylePreview::follow);
@@ -100,7 +73,7 @@ StylePreview::StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorBu
             [this](const QString& name) { onPartChosen(name.toStdString()); });
     connect(m_pane, &PreviewPane::linkFollowed, this, [this] { onPartChosen(m_offered); });
     connect(m_pane, &PreviewPane::rowChosen, this, &StylePreview::onRowChosen);
-    connect(&m_splitter, &QSplitter::splitterMoved, this, &StylePreview::remember);
+    connect(m_pane, &PreviewPane::compared, this, &StylePreview::compare);
     connect(&m_pane->view(), &PreviewView::pointedAt, this, &StylePreview::onPointedAt);
     connect(&m_pane->view(), &PreviewView::clicked, this, &StylePreview::listMakers);
     connect(&m_pane->view(), &PreviewView::menuWanted, this, &StylePreview::showMenu);
@@ -113,71 +86,42 @@ StylePreview::StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorBu
     m_pane->setOutput(m_output.actions());
     m_output.setEnabled(false);
     m_preview.whenLeftOut([this] { follow(); });
-    m_splitter.installEventFilter(this);
-    restorePlace();
+    setShown(m_place.wasShown());
 }
 
-int StylePreview::wantedWidth() const {
-    return m_isShown && m_splitter.orientation() == Qt::Horizontal ? kWidth : 0;
-}
-
-void StylePreview::restorePlace() {
-    const bool isWide = m_window.screen()->availableGeometry().width() >= kWideScreen;
-    const KorString place = KorLayoutStore::read(kPlaceSetting);
-    const bool isBelow = place.isEmpty() ? !isWide : place == KorString("below");
-    setOrientation(isBelow ? Qt::Vertical : Qt::Horizontal);
-    const KorString shown = KorLayoutStore::read(kShownSetting);
-    setShown(shown.isEmpty() ? isWide : shown == KorString("1"));
-}
-
-void StylePreview::remember() const {
-    const bool isBelow = m_splitter.orientation() == Qt::Vertical;
-    KorLayoutStore::write(kShownSetting, m_isShown ? "1" : "0");
-    KorLayoutStore::write(kPlaceSetting, isBelow ? "below" : "beside");
-    if (m_isShown)
-        KorLayoutStore::write(isBelow ? kHeightSetting : kWidthSetting,
-                              KorString::number(m_splitter.sizes().value(1)));
-}
-
-void StylePreview::setOrientation(Qt::Orientation orientation) {
-    m_splitter.setOrientation(orientation);
-    m_pane->setPlaceText(toQt(Prompts::dsm(orientation == Qt::Vertical ? kBeside : kBelow)));
+void StylePreview::makeCommands() {
+    const QString text = toQt(Prompts::dsm(kName));
+    m_strip.addButton(kButton, fromQt(text), KorPictures::bitmap(kButton));
+    m_strip.setButtonText(kButton, fromQt(text), QKeySequence(QLatin1String(kKey)));
+    m_strip.button(kButton)->setCheckable(true);
+    auto* action = new QAction(KorPictures::bitmap(kButton), toQt(Prompts::dsm(kShowOrHide)), &m_strip);
+    action->setShortcut(QKeySequence(QLatin1String(kKey)));
+    connect(action, &QAction::triggered, m_strip.button(kButton), &QToolButton::click);
+    m_window.addAction(action);
+    for (QObject* command : std::initializer_list<QObject*>{action, m_strip.button(kButton)})
+        CommandHelp::setPlace(*command, QLatin1String(kTopic));
+    connect(&m_strip, &KorButtonGroup::buttonPressed, this, [this] {
+        setShown(!isShown());
+        m_place.remember();
+    });
 }
 
 void StylePreview::setShown(bool shown) {
-    m_isShown = shown;
     m_strip.button(kButton)->setChecked(shown);
-    if (m_pane->isVisibleTo(&m_splitter) == shown)
+    const bool isOther = m_place.setShown(shown);
+    m_commands.setEnabled(shown, false);
+    if (!isOther)
         return;
-    m_pane->setVisible(shown);
     if (!shown) {
         m_preview.rest();
         m_output.setEnabled(false);
+        compare(0);
         m_pane->view().show(nullptr);
         m_pane->hideList();
         showEffects();
         return;
     }
-    layOut();
     follow();
-}
-
-// The pages keep what the preview leaves them. Before the window is shown nothing has its size.
-void StylePreview::layOut() {
-    if (!m_isShown || !m_splitter.isVisible())
-        return;
-    const bool isBelow = m_splitter.orientation() == Qt::Vertical;
-    const int room = isBelow ? m_splitter.height() : m_splitter.width();
-    const int stored = toQt(KorLayoutStore::read(isBelow ? kHeightSetting : kWidthSetting)).toInt();
-    const int size = stored > 0 ? stored : isBelow ? kHeight : kWidth;
-    m_splitter.setSizes({std::max(room - size, 1), size});
-}
-
-bool StylePreview::eventFilter(QObject*, QEvent* event) {
-    // The window gives the splitter its size after that.
-    if (event->type() == QEvent::Show)
-        QTimer::singleShot(0, this, &StylePreview::layOut);
-    return false;
 }
 
 void StylePreview::onTool(int tool) {
@@ -193,11 +137,9 @@ void StylePreview::onTool(int tool) {
     case PreviewPane::kZoomOut:
         return view.zoomBy(1 / kZoom);
     case PreviewPane::kBefore:
-        return compare(!m_isBefore);
+        return compare(isBefore() ? 0 : 1);
     default:
-        setOrientation(m_splitter.orientation() == Qt::Vertical ? Qt::Horizontal : Qt::Vertical);
-        layOut();
-        remember();
+        m_place.turn();
     }
 }
 
@@ -213,19 +155,19 @@ void StylePreview::connectPages() {
 }
 
 void StylePreview::follow() {
-    if (!m_isShown || std::exchange(m_isDue, true))
+    if (!isShown() || std::exchange(m_isDue, true))
         return;
     QTimer::singleShot(0, this, [this] {
         whenFree(this, [this] {
             m_isDue = false;
-            if (m_isShown)
+            if (isShown())
                 update();
         });
     });
 }
 
 void StylePreview::followTyping() {
-    if (m_isShown)
+    if (isShown())
         m_typing.start();
 }
 
@@ -239,17 +181,22 @@ void StylePreview::update() {
             parts.emplace_back(entry.name, translated(entry.part.name));
         m_pane->setParts(parts);
     }
-    const bool wasBefore = std::exchange(m_isBefore, m_isBefore && m_preview.isPending());
-    m_pane->setComparison(m_preview.isPending(), m_isBefore);
+    const bool wasBefore = isBefore();
+    m_share = m_preview.isPending() ? m_share : 0;
+    m_pane->setComparison(m_preview.isPending(), m_share);
+    m_commands.setEnabled(true, m_preview.isPending());
     m_output.setEnabled(m_preview.drawing() != nullptr);
     showHead();
     m_drawings += isOther;
+    if (isOther)
+        m_stored = nullptr;
     if (isOther || wasBefore)
         showDrawing();
     if (std::exchange(m_shownRow, m_preview.subject().row) != m_preview.subject().row)
         showRecord();
     showEffects();
     markField();
+    showCompared();
 }
 
 // What lists of the page say of the part.
@@ -266,15 +213,15 @@ void StylePreview::showHead() {
     const KorDSMPreviewSubject& subject = m_preview.subject();
     const KorString style = m_preview.styleName();
     m_pane->setPart(m_preview.partName());
-    m_pane->view().setEmptyText(toQt(m_preview.whyBlank(m_isBefore)));
+    m_pane->view().setEmptyText(toQt(m_preview.whyBlank(isBefore())));
     m_pane->setHead(subject.style == 0     ? QString()
-                    : m_isBefore           ? toQt(KorString::format(Prompts::dsm(kStoredHead), {style}))
+                    : isBefore()           ? toQt(KorString::format(Prompts::dsm(kStoredHead), {style}))
                     : subject.isBelowStyle ? toQt(style)
                                            : toQt(KorString::format(Prompts::dsm(kFirstUser), {style})));
 }
 
 void StylePreview::showDrawing() {
-    m_pane->view().show(m_isBefore ? m_preview.drawStored() : m_preview.drawing());
+    m_pane->view().show(isBefore() ? m_preview.drawStored() : m_preview.drawing());
     m_pane->hideList();
     QString schematic;
     QStringList notes;
@@ -286,8 +233,8 @@ void StylePreview::showDrawing() {
     for (const std::string& problem : m_preview.parts().problems())
         notes << QString::fromStdString(problem);
     m_pane->setFoot(schematic, notes);
-    if (m_isBefore)
-        showDifferences();
+    if (isBefore())
+        showDifferences(m_pane->view().drawing());
 }
 
 // A selected style is shown whole, and of what it consists of where that acts.
@@ -299,7 +246,7 @@ void StylePreview::showRecord() {
 
 void StylePreview::followFocus(const QWidget* focus) {
     // Another program, or the preview itself, does not change what is looked at.
-    if (!m_isShown || !focus || m_pane->isAncestorOf(focus))
+    if (!isShown() || !focus || m_pane->isAncestorOf(focus))
         return;
     const KorDSMPage* page = KorDSMPage::currentPage();
     const auto field =
@@ -312,13 +259,15 @@ void StylePreview::followFocus(const QWidget* focus) {
 }
 
 void StylePreview::markField() {
-    if (m_isBefore || !m_preview.drawing())
+    if (isBefore() || !m_preview.drawing())
         return;
     const bool isCount = m_field && m_field->column == 0;
     const auto places = isCount   ? m_preview.placesOf(m_field->objects)
                         : m_field ? m_preview.governedBy(m_field->row, m_field->column)
                                   : PreviewView::Places();
     m_pane->view().mark(places);
+    if (m_share > 0)
+        return; // what became different is told there
     if (m_field && !isCount && places.empty())
         return explainNothing();
     m_pane->setNote({});
@@ -332,7 +281,7 @@ void StylePreview::explainNothing() {
 
 // It takes drawings of the other parts, for which a user who goes on does not wait.
 void StylePreview::offerPart() {
-    if (KorDSMBusy::isBusy() || !m_isShown || !m_field || !m_pane->view().marked().empty())
+    if (KorDSMBusy::isBusy() || !isShown() || !m_field || !m_pane->view().marked().empty())
         return;
     m_offered = m_preview.partThatShows(m_field->row, m_field->column);
     if (const SamplePart* part = m_preview.parts().find(m_offered))
@@ -342,12 +291,12 @@ void StylePreview::offerPart() {
 
 void StylePreview::onPointedAt(std::optional<std::size_t> place) {
     const auto makers =
-        place && !m_isBefore ? m_preview.makersOf(*place) : std::vector<KorDSMPreview::Maker>();
+        place && !isBefore() ? m_preview.makersOf(*place) : std::vector<KorDSMPreview::Maker>();
     m_pane->view().setToolTip(makers.empty() ? QString() : toQt(makers.front().text));
 }
 
 void StylePreview::listMakers(std::size_t place) {
-    if (m_isBefore)
+    if (isBefore())
         return;
     m_listed.clear();
     QStringList rows;
@@ -387,7 +336,7 @@ void StylePreview::goTo(RowRef row, int column) {
 
 void StylePreview::showMenu(std::optional<std::size_t> place, const QPoint& position) {
     QMenu menu;
-    if (place && !m_isBefore) {
+    if (place && !isBefore()) {
         menu.addAction(toQt(Prompts::dsm(kMadeBy)), this, [this, place] { listMakers(*place); });
         QAction* why = menu.addAction(toQt(Prompts::dsm(kWhy)), this, [this, place] { listReasons(*place); });
         why->setEnabled(!m_preview.reasonsFor(*place).empty());
@@ -404,17 +353,30 @@ void StylePreview::showMenu(std::optional<std::size_t> place, const QPoint& posi
     menu.exec(position);
 }
 
-void StylePreview::compare(bool before) {
-    m_isBefore = before && m_preview.isPending();
-    m_pane->setComparison(m_preview.isPending(), m_isBefore);
-    showHead();
-    showDrawing();
-    markField();
+void StylePreview::compare(double share) {
+    const bool wasBefore = isBefore();
+    m_share = m_preview.isPending() ? share : 0;
+    m_pane->setComparison(m_preview.isPending(), m_share);
+    if (wasBefore != isBefore()) {
+        showHead();
+        showDrawing();
+        markField();
+    }
+    showCompared();
+}
+
+// What is stored, in the left part of the picture.
+void StylePreview::showCompared() {
+    const bool isPart = m_share > 0 && !isBefore();
+    if (isPart && !m_stored)
+        m_stored = m_preview.drawStored();
+    m_pane->view().compareWith(isPart ? m_stored : nullptr, m_share);
+    if (isPart)
+        showDifferences(m_stored.get());
 }
 
 // What became different since it was stored.
-void StylePreview::showDifferences() {
-    const Drawing* stored = m_pane->view().drawing();
+void StylePreview::showDifferences(const Drawing* stored) {
     const QString words = stored && m_preview.drawing()
                               ? joined(KorDSMDrawingDifferences::wordsOf(*stored, *m_preview.drawing()))
                               : QString();

@@ -2,7 +2,9 @@
 
 #include "session/KorDSMPreview.h"
 #include "shell/DrawingOutput.h"
+#include "shell/PreviewCommands.h"
 #include "shell/PreviewPane.h"
+#include "shell/PreviewPlace.h"
 
 #include <QTimer>
 
@@ -22,10 +24,10 @@ public:
     StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorButtonGroup& strip,
                  TreeSelection& selection, Navigation& navigation);
 
-    bool isShown() const { return m_isShown; }
+    bool isShown() const { return m_place.isShown(); }
     void setShown(bool shown);
     /// How much wider a window is to open, that was never opened before.
-    int wantedWidth() const;
+    int wantedWidth() const { return m_place.wantedWidth(); }
 
     /// Something may be different from what is drawn: it is looked at as soon as nothing is busy.
     void follow();
@@ -40,20 +42,14 @@ public:
     /// How often something was drawn since the window was opened.
     int drawings() const { return m_drawings; }
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
-    void layOut();
-    void remember() const;
-    void restorePlace();
-    void setOrientation(Qt::Orientation orientation);
+    void makeCommands();
     void onTool(int tool);
     void onPartChosen(const std::string& name);
 
     void update();
     void showDrawing();
-    void showDifferences();
+    void showDifferences(const Drawing* stored);
     void showRecord();
     void showEffects();
     void showHead();
@@ -68,21 +64,24 @@ private:
     void goTo(RowRef row, int column);
     void onRowChosen(int row);
     void showMenu(std::optional<std::size_t> place, const QPoint& position);
-    void compare(bool before);
+    void compare(double share);
+    void showCompared();
+    bool isBefore() const { return m_share >= 1; }
 
     QWidget& m_window;
-    KorVerticalSplitter& m_splitter;
     KorButtonGroup& m_strip;
     TreeSelection& m_selection;
     Navigation& m_navigation;
     KorDSMPreview m_preview;
     PreviewPane* m_pane;
+    PreviewPlace m_place;
+    PreviewCommands m_commands;
     DrawingOutput m_output;
     QTimer m_typing;
     QTimer m_offering;
-    bool m_isShown = false;
     bool m_isDue = false;
-    bool m_isBefore = false;
+    double m_share = 0;                      // of the picture, that shows what is stored
+    std::shared_ptr<const Drawing> m_stored; // while that is compared; null: to be drawn
     int m_drawings = 0;
     RowRef m_shownRow;
     std::optional<FieldPlace> m_field;            // that has the focus, or had it before the pane got it

@@ -13,6 +13,7 @@
 #include <QMenu>
 
 #include <QListWidget>
+#include <QSlider>
 #include <QTabBar>
 
 namespace {
@@ -106,6 +107,38 @@ TEST_F(Preview, FollowsAChangeAndItsUndoAndWritesNothingItself) {
     press(Qt::Key_S, Qt::ControlModifier);
     EXPECT_FALSE(isPending());
     EXPECT_FALSE(isEqual(drawn(), before));
+}
+
+TEST_F(Preview, ASliderAndALineInThePictureBringWhatIsStoredOverFromTheLeft) {
+    showPreview(kStyle);
+    auto* slider = pane().findChild<QSlider*>();
+    EXPECT_FALSE(slider->isVisible()) << "nothing is pending";
+    changePosition();
+    settle();
+    view().zoomBy(0.9); // so that it stays where it is
+    const auto picture = [&](double from, double to) {
+        settle();
+        const QImage all = view().grab().toImage();
+        return all.copy(static_cast<int>(all.width() * from), 2,
+                        static_cast<int>(all.width() * (to - from)), all.height() - 4);
+    };
+    slider->setValue(1); // with the words below, which need room
+    const QImage nowLeft = picture(0.02, 0.48);
+    const QImage nowRight = picture(0.52, 0.98);
+    press(Qt::Key_F9, Qt::ShiftModifier);
+    const QImage storedLeft = picture(0.02, 0.48);
+    EXPECT_NE(storedLeft, nowLeft);
+    slider->setValue(50);
+    EXPECT_EQ(picture(0.02, 0.48), storedLeft);
+    EXPECT_EQ(picture(0.52, 0.98), nowRight);
+    QTest::mousePress(&view(), Qt::LeftButton, {}, {view().width() / 2, 50});
+    QTest::mouseMove(&view(), {view().width() / 4, 50});
+    QTest::mouseRelease(&view(), Qt::LeftButton, {}, {view().width() / 4, 50});
+    EXPECT_NEAR(slider->value(), 25, 1);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    settle();
+    EXPECT_FALSE(slider->isVisible());
+    EXPECT_EQ(slider->value(), 0);
 }
 
 TEST_F(Preview, ShowsWhatIsTypedAfterAPauseWithoutWritingIt) {

@@ -2,6 +2,7 @@
 #include "dialogs/KorDSMDialogSearch.h"
 #include "shell/EditorFixture.h"
 #include "shell/HelpWindow.h"
+#include "shell/PreviewView.h"
 #include "support/Accessibility.h"
 
 #include <QLabel>
@@ -79,9 +80,21 @@ TEST_F(SearchWindow, LeadsToRecordsFieldsValuesPagesAndTopicsAndRunsCommands) {
     }));
 
     select({"User"});
-    search("preview", Qt::Key_Return,
-           [](KorDSMDialogSearch& dialog) { EXPECT_EQ(first(dialog), "Preview, Command, "); });
+    search("hide drawing", Qt::Key_Return, [](KorDSMDialogSearch& dialog) {
+        EXPECT_EQ(first(dialog), "Preview: show or hide the drawing, Command, F9");
+    });
     EXPECT_TRUE(control<KorButtonGroup>(1212)->button(2097)->isChecked());
+    search("detail styles section", Qt::Key_Return);
+    select(kStyle);
+    QApplication::processEvents();
+    const auto* view = m_dialog->findChild<PreviewView*>();
+    EXPECT_TRUE(view->isFitted());
+    search("zoom in", Qt::Key_Return, [](KorDSMDialogSearch& dialog) {
+        EXPECT_EQ(first(dialog), "Preview: zoom in on the drawing, Command, Ctrl++");
+    });
+    EXPECT_FALSE(view->isFitted());
+    press(Qt::Key_0, Qt::ControlModifier);
+    EXPECT_TRUE(view->isFitted());
 }
 
 TEST_F(SearchWindow, SaysWhatWasLookedAtWhereNothingIsFoundAndWhatIsNotPossible) {
