@@ -4,6 +4,7 @@
 #include "base/Translation.h"
 #include "drawing/WhyNothing.h"
 #include "records/StyleRecords.h"
+#include "services/Prompts.h"
 #include "session/KorDSMProvenanceWords.h"
 #include "session/StoredState.h"
 #include "session/StyleSheet.h"
@@ -11,6 +12,8 @@
 #include <algorithm>
 
 namespace {
+
+constexpr int kNamedReason = 912; // "%s: %s"
 
 struct ShownPreview {
     KorDSMPreview* preview = nullptr;
@@ -241,8 +244,12 @@ std::vector<KorDSMPreview::Reason> KorDSMPreview::reasonsFor(std::size_t place) 
         return reasons;
     MapExplanation explanation(*from, map->row.key, *m_part,
                                MapExplanation::objectsOf(*from, m_subject.style, *m_part), m_leftOut);
-    for (const EntryReason& reason : explanation.reasonsFor(primitive->object))
-        reasons.push_back(
-            {{kTableReprMapEntry, reason.entry}, reason.reason == EntryReason::kDecides, reason.sentence});
+    for (const EntryReason& reason : explanation.reasonsFor(primitive->object)) {
+        const StructRecord* entry = from->table(kTableReprMapEntry).find(KorOdbcKey(reason.entry));
+        const KorString name = entry ? entry->name : KorString();
+        reasons.push_back({{kTableReprMapEntry, reason.entry},
+                           reason.reason == EntryReason::kDecides,
+                           KorString::format(Prompts::dsm(kNamedReason), {name, reason.sentence})});
+    }
     return reasons;
 }

@@ -22,14 +22,26 @@ const R* rowOf(std::int32_t key) {
     return static_cast<const R*>(CurrentRows::find(tableOf<R>, KorOdbcKey(key)));
 }
 
+// The name of a filter without the word of the qualifier before it: "purpose: gusset" of the plate purpose.
+KorString valueOf(const KorString& what, const KorString& filter) {
+    const std::string name = filter.toStdString();
+    const std::size_t colon = name.find(": ");
+    if (colon == std::string::npos)
+        return filter;
+    const std::string word = KorString(name.substr(0, colon)).lowered().toStdString();
+    const bool isRepeated = what.lowered().toStdString().find(word) != std::string::npos;
+    return isRepeated ? KorString(name.substr(colon + 2)) : filter;
+}
+
 KorString phraseOf(const StructDetObjQualifierWithRole& row) {
     const auto* qualifier = rowOf<StructDetObjQualifier>(row.qualifierKey);
     const auto* filter = rowOf<StructDetObjQualifierFilter>(row.filterKey);
     const auto* type = qualifier ? rowOf<StructDetModelType>(qualifier->modelTypeKey) : nullptr;
     const KorString what = qualifier ? qualifier->name : KorString("?");
     const KorString phrase =
-        filter ? KorString::format(Prompts::dsm(row.negate ? kIsNot : kIs), {what, filter->name})
-               : KorString::format(Prompts::dsm(row.negate ? kNone : kAny), {type ? type->name : what});
+        filter
+            ? KorString::format(Prompts::dsm(row.negate ? kIsNot : kIs), {what, valueOf(what, filter->name)})
+            : KorString::format(Prompts::dsm(row.negate ? kNone : kAny), {type ? type->name : what});
     const auto* role = rowOf<StructModelRole>(row.modelRoleKey);
     return role && role->role != 0 ? KorString::format(Prompts::dsm(kAs), {phrase, role->name}) : phrase;
 }

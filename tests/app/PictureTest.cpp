@@ -81,7 +81,7 @@ TEST_F(PictureTest, PointsOutWhatAColumnGovernsAndTellsTheStyleInWords) {
     EXPECT_TRUE(none["notes"].toArray().last().toString().contains("does not use the appearance \"Bolts\""));
     ASSERT_EQ(picture(beam + QStringList{"--sheet"}).exitCode, 0);
     const std::string sheet = bytesOf(folder() / "h.svg");
-    for (const char* words : {">Beam, front, 1:15<", "2. Plate purpose is Purpose: end plate as Fitting<",
+    for (const char* words : {">Beam, front, 1:15<", "2. Plate purpose is end plate as Fitting<",
                               "drawn as &quot;Plate&quot;, labelled by", ">8. Overall length<"})
         EXPECT_NE(sheet.find(words), std::string::npos) << words;
 }
