@@ -75,7 +75,6 @@ int openEditor(WindowStart& start, DataFolder& folder, const EditOptions& option
     std::optional<OpenWindow> window;
     if (!paints) {
         window.emplace(*factory.window(), folder.path()); // to which other starts leave theirs from now on
-        SourcesCommand::askForPasswords(folder, nullptr);
         for (const KorString& problem : folder.problems())
             KorHostReport::add(problem);
     } else {

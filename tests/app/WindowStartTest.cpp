@@ -1,14 +1,20 @@
 #include "app/CommandHere.h"
 
+#include "app/EditCommand.h"
 #include "app/WindowStart.h"
+#include "base/EditorSession.h"
+#include "data/store/odbc/OdbcDatabase.h"
 #include "session/DataFolder.h"
 #include "support/DatabaseServer.h"
 #include "support/LineProxy.h"
 
 #include <QApplication>
+#include <QDialog>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QTimer>
+#include <QTreeView>
 
 using WindowStartTest = CommandHereTest;
 
@@ -47,4 +53,48 @@ TEST_F(WindowStartTest, AFrozenServerIsWaitedForInAWindowAndGivenUpThere) {
     EXPECT_EQ(StyleDatabases::current().source(SourceId::user()), nullptr);
     for (const QWidget* window : QApplication::topLevelWidgets())
         EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(WindowStartTest, AStyleOnAServerIsFoundWhenItsPasswordWasGiven) {
+    const EditorSession withNothingLoaded;
+    DatabaseServer& server = DatabaseServer::instance();
+    const std::string schema = server.newSchema();
+    const QString connection = QString::fromStdString(server.connection(schema));
+    EXPECT_EQ(run({"server", "create", connection}).exitCode, 0);
+    EXPECT_EQ(run({"copy-database", named("data/user.dsdb"), connection}).exitCode, 0);
+    OdbcDatabase owner(ServerAddress::parse(server.connection(schema), "a test").value, {});
+    EXPECT_EQ(owner.connect().error, "");
+    EXPECT_EQ(owner
+                  .execute("CREATE ROLE guarded LOGIN PASSWORD 'right' IN ROLE \"" + schema +
+                           "_editor\"; UPDATE " + schema +
+                           ".detail_style SET name = 'Only there' WHERE name = 'Beam'")
+                  .error,
+              "");
+    writeBytes(data() / "sources.ini",
+               "[user]\nconnection = " + server.connection(schema, DatabaseServer::kGuarded) + "\n");
+    QString selected;
+    QTimer user;
+    QObject::connect(&user, &QTimer::timeout, [&] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        auto* field = dialog ? dialog->findChild<QLineEdit*>() : nullptr;
+        if (field && field->echoMode() == QLineEdit::Password) {
+            field->setText("right");
+            for (auto* button : dialog->findChildren<QPushButton*>())
+                if (button->isDefault())
+                    button->click();
+        } else if (dialog) {
+            for (const auto* tree : dialog->findChildren<QTreeView*>())
+                if (tree->isVisible())
+                    selected = tree->currentIndex().data().toString();
+            dialog->reject();
+        }
+    });
+    user.start(0);
+    DataFolder folder(data());
+    WindowStart start(nullptr);
+    start.open(folder);
+    EditOptions options;
+    options.style.name = "Only there";
+    EXPECT_EQ(openEditor(start, folder, options), 0);
+    EXPECT_EQ(selected, "Only there");
 }
