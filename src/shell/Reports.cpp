@@ -46,11 +46,14 @@ bool Reports::keep(const std::function<KorDSMCommit::Report()>& commit) {
         return takeOver(KorDSMCommit::isChangedOutside(), &KorDSMCommit::readChanged);
     };
     const KorDSMCommit::Report outcome = KorDSMCommit::readAndKeep(read, commit);
-    for (const std::string& why : outcome.unread)
-        KorHostReport::add(KorString(why));
     QStringList errors;
     for (const SourceCommit& failed : outcome.failed)
         errors << QString::fromStdString(failed.error);
+    for (const std::string& why : outcome.unread)
+        if (errors.isEmpty())
+            KorHostReport::add(KorString(why));
+        else // of the same event, mostly
+            errors << QString::fromStdString(why);
     if (!errors.isEmpty())
         QMessageBox::warning(&m_window, toQt(Prompts::dsm(kNotKept)), errors.join("\n\n"));
     return outcome.ok();
