@@ -68,6 +68,7 @@ int copyDatabaseCommand(DataFolder& folder, const CopyDatabaseOptions& options) 
         return kExitFailed;
     }
     Console::sayStored(KorString::format(translated("Copied %s rows of \"%s\" to \"%s\"."),
-                                         {KorString::number(std::int64_t{all}), options.from, options.to}));
+                                         {KorString::number(std::int64_t{all}), from.store->name(),
+                                          to.file.empty() ? to.server.name : to.file.string()}));
     return kExitDone;
 }

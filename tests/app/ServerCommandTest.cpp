@@ -50,7 +50,8 @@ TEST_F(ServerCommandTest, AnOfficeMovesToAServerWorksThereAndTakesItsStylesBack)
     EXPECT_TRUE(run({"server", "create", connection()}).complaints.join(' ').contains("already"));
     const QString alone = does({"list", "--source", "user", "--json"}).output;
     const QStringList change = {"set", "detail-style", "Beam", "description", "Träger; 'neu' = {1}"};
-    does({"copy-database", file, connection()});
+    EXPECT_TRUE(does({"copy-database", file, connection()})
+                    .output.contains(QString::fromStdString("/" + m_schema + "\".")));
     EXPECT_TRUE(
         run({"copy-database", file, connection()}).complaints.join(' ').contains("holds rows already"));
     settings("# the office\n[User]\nconnection = " + m_server.connection(m_schema) + "\n");
