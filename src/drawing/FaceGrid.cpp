@@ -15,6 +15,35 @@ FaceGrid::Cells FaceGrid::cellsOf(const Box2& box) const {
             cell(box.low.v, m_box.low.v, m_box.height()), cell(box.high.v, m_box.low.v, m_box.height())};
 }
 
+void FaceGrid::measure(ViewFace& face) {
+    face.boxes.resize(face.loops.size());
+    Vec2 longest;
+    for (std::size_t i = 0; i < face.loops.size(); ++i)
+        for (std::size_t k = 0; k < face.loops[i].size(); ++k) {
+            const Vec2 corner = face.loops[i][k];
+            face.boxes[i].add(corner);
+            const Vec2 border = face.loops[i][(k + 1) % face.loops[i].size()] - corner;
+            if (border.length() > longest.length())
+                longest = border;
+        }
+    const double length = std::max(longest.length(), 1e-9);
+    face.across = Vec2{-longest.v, longest.u} * (1 / length);
+    face.lowest = 1e300;
+    face.highest = -1e300;
+    for (const Loop2& loop : face.loops)
+        for (const Vec2 corner : loop) {
+            const double at = corner.u * face.across.u + corner.v * face.across.v;
+            face.lowest = std::min(face.lowest, at);
+            face.highest = std::max(face.highest, at);
+        }
+}
+
+void FaceGrid::add(ViewFace face) {
+    measure(face);
+    m_box.add(face.box);
+    m_faces.push_back(std::move(face));
+}
+
 void FaceGrid::sort() {
     m_asked.assign(m_faces.size(), 0);
     m_firsts.assign(static_cast<std::size_t>(kCells * kCells) + 1, 0);
@@ -53,6 +82,10 @@ const FaceGrid::Found& FaceGrid::near(const ViewPoint& a, const ViewPoint& b) co
                 face.box.high.v < box.low.v - 1)
                 continue;
             m_asked[index] = m_question;
+            const double atA = a.at.u * face.across.u + a.at.v * face.across.v;
+            const double atB = b.at.u * face.across.u + b.at.v * face.across.v;
+            if (std::max(atA, atB) < face.lowest - 1 || std::min(atA, atB) > face.highest + 1)
+                continue;
             m_found.push_back(m_inCells[i]);
         }
     return m_found;
@@ -72,11 +105,15 @@ void FaceGrid::crossings(const Found& faces, const ViewPoint& a, const ViewPoint
     };
     for (const std::int32_t index : faces) {
         const ViewFace& face = m_faces[static_cast<std::size_t>(index)];
-        for (const Loop2& loop : face.loops)
+        for (std::size_t l = 0; l < face.loops.size(); ++l) {
+            if (isApart(face.boxes[l].low, face.boxes[l].high))
+                continue;
+            const Loop2& loop = face.loops[l];
             for (std::size_t i = 0, last = loop.size() - 1; i < loop.size(); last = i++)
                 if (!isApart(loop[last], loop[i]))
                     if (const double at = crossing(a.at, b.at, loop[last], loop[i]); at > 0)
                         stops.push_back(at);
+        }
         const double beforeA = face.depthAt(a.at) - a.depth;
         const double beforeB = face.depthAt(b.at) - b.depth;
         if ((beforeA < -kDepthApart && beforeB > kDepthApart) ||
@@ -86,12 +123,24 @@ void FaceGrid::crossings(const Found& faces, const ViewPoint& a, const ViewPoint
     std::ranges::sort(stops);
 }
 
+bool FaceGrid::contains(const ViewFace& face, Vec2 point) {
+    bool inside = false;
+    for (std::size_t l = 0; l < face.loops.size(); ++l) {
+        const Box2& box = face.boxes[l];
+        const bool isNear =
+            box.low.u <= point.u && point.u <= box.high.u && box.low.v <= point.v && point.v <= box.high.v;
+        if (isNear && encloses(face.loops[l], point))
+            inside = !inside;
+    }
+    return inside;
+}
+
 bool FaceGrid::cover(const Found& faces, const ViewPoint& point) const {
     const auto covers = [&](std::int32_t index) {
         const ViewFace& face = m_faces[static_cast<std::size_t>(index)];
         return face.box.low.u <= point.at.u && point.at.u <= face.box.high.u &&
                face.box.low.v <= point.at.v && point.at.v <= face.box.high.v &&
-               face.depthAt(point.at) < point.depth - kDepthApart && contains(face.loops, point.at);
+               face.depthAt(point.at) < point.depth - kDepthApart && contains(face, point.at);
     };
     // What lay before the last point lies before most next ones, too.
     if (m_coverer < m_faces.size() && covers(static_cast<std::int32_t>(m_coverer)))

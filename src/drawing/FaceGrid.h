@@ -13,10 +13,14 @@ struct ViewPoint {
 /// A face as a view sees it. Its depth is base + du * u + dv * v.
 struct ViewFace {
     std::vector<Loop2> loops;
+    std::vector<Box2> boxes; ///< of the loops: a face can have many holes
     double base = 0;
     double du = 0;
     double dv = 0;
     Box2 box;
+    Vec2 across;       ///< of length 1, to its longest border, and from where to where it reaches along that:
+    double lowest = 0; ///< what lies oblique fills little of its box
+    double highest = 0;
     double nearest = 0;
 
     double depthAt(Vec2 p) const { return base + du * p.u + dv * p.v; }
@@ -27,10 +31,7 @@ class FaceGrid {
 public:
     using Found = std::vector<std::int32_t>;
 
-    void add(ViewFace face) {
-        m_box.add(face.box);
-        m_faces.push_back(std::move(face));
-    }
+    void add(ViewFace face);
     /// To be called when all faces were added.
     void sort();
 
@@ -49,6 +50,8 @@ private:
         int left, right, bottom, top;
     };
 
+    static void measure(ViewFace& face);
+    static bool contains(const ViewFace& face, Vec2 point);
     int cell(double value, double low, double size) const;
     Cells cellsOf(const Box2& box) const;
 

@@ -16,17 +16,19 @@ Box3 Box3::seenFrom(const Frame& frame) const {
     return seen;
 }
 
-bool contains(const std::vector<Loop2>& loops, Vec2 point) {
+bool encloses(const Loop2& loop, Vec2 point) {
     bool inside = false;
-    for (const Loop2& loop : loops)
-        for (std::size_t i = 0, last = loop.size() - 1; i < loop.size(); last = i++) {
-            const Vec2 a = loop[i];
-            const Vec2 b = loop[last];
-            if ((a.v > point.v) != (b.v > point.v) &&
-                point.u < (b.u - a.u) * (point.v - a.v) / (b.v - a.v) + a.u)
-                inside = !inside;
-        }
+    for (std::size_t i = 0, last = loop.size() - 1; i < loop.size(); last = i++) {
+        const Vec2 a = loop[i];
+        const Vec2 b = loop[last];
+        if ((a.v > point.v) != (b.v > point.v) && point.u < (b.u - a.u) * (point.v - a.v) / (b.v - a.v) + a.u)
+            inside = !inside;
+    }
     return inside;
+}
+
+bool contains(const std::vector<Loop2>& loops, Vec2 point) {
+    return std::ranges::count_if(loops, [&](const Loop2& loop) { return encloses(loop, point); }) % 2 != 0;
 }
 
 double crossing(Vec2 a0, Vec2 a1, Vec2 b0, Vec2 b1) {

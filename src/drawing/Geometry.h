@@ -119,6 +119,8 @@ struct Box2 {
 using Loop2 = std::vector<Vec2>;
 using Loop3 = std::vector<Vec3>;
 
+/// Whether the point lies within the loop.
+bool encloses(const Loop2& loop, Vec2 point);
 /// Whether the point lies inside of an odd number of the loops.
 bool contains(const std::vector<Loop2>& loops, Vec2 point);
 
