@@ -80,13 +80,11 @@ INSTANTIATE_TEST_SUITE_P(Stores, Commit, testing::Values("file", "postgresql"),
 TEST_P(Commit, WhatTurnsOutToBeStoredCountsAsAppliedAndIsNotTakenBackBefore) {
     if (std::string(GetParam()) != "postgresql")
         GTEST_SKIP() << "no line can break";
-    using namespace std::chrono_literals;
     LineProxy line(DatabaseServer::instance().socket());
     const std::string schema = static_cast<OdbcEngine&>(*engine).address().schema;
     const ServerAddress address =
         ServerAddress::parse(DatabaseServer::connectionBy(line.folder(), schema), "a test").value;
-    databases.addSource(SourceId::user(),
-                        OdbcStore::open(address, OdbcStore::eMode::kWrite, {2000ms, 300ms}).store);
+    databases.addSource(SourceId::user(), OdbcStore::open(address, OdbcStore::eMode::kWrite).store);
     int commit = 0;
     for (const char* text : {"first", "second"}) {
         change(SourceId::user(), text);
@@ -151,6 +149,40 @@ TEST_P(Commit, TellsTheHostToReloadWhenOneSourceWasKeptAndAnotherNot) {
     EXPECT_EQ(flags(), (Flags{1, 1}));
     EXPECT_FALSE(databases.pending().hasPending(SourceId::standard()));
     EXPECT_TRUE(databases.pending().hasPending(SourceId::user()));
+}
+
+TEST_P(Commit, WhatIsOvertakenIsTriedAgainWithOtherKeysButNotForEverAndNotWhereItIsAsked) {
+    struct Case {
+        int overtaken;
+        bool conflicts;
+        int tries;
+    };
+    databases.setCurrentSource(SourceId::user());
+    const auto read = [] {
+        return KorDSMCommit::settle(&KorDSMCommit::readChanged, [](const auto& mine) { return mine; });
+    };
+    for (const auto& [overtaken, conflicts, expected] : {Case{2, false, 3}, {1, true, 1}, {1000, false, 5}}) {
+        StructDetViewRequest mine;
+        mine.name = KorString::format("Mine %s", {KorString::number(std::int64_t{overtaken})});
+        EXPECT_EQ(databases.append(kTableViewRequest, mine), WriteResult::kWritten);
+        change(SourceId::user(), mine.name.toStdString().c_str());
+        int tries = 0;
+        const auto outcome = KorDSMCommit::readAndKeep(read, [&, most = overtaken, isAsked = conflicts] {
+            const std::string key =
+                std::to_string(databases.here()->table(kTableViewRequest).find(mine.name)->key);
+            if (++tries <= most)
+                others(isAsked ? "UPDATE detail_style SET description = 'theirs'"
+                               : ("INSERT INTO view_request (key, name) VALUES (" + key + ", 'Theirs " + key +
+                                  "')")
+                                     .c_str());
+            return KorDSMCommit::keepAndGoOn();
+        });
+        EXPECT_EQ(tries, expected);
+        EXPECT_EQ(outcome.ok(), tries == 3);
+        EXPECT_EQ(outcome.isAsked, conflicts);
+        EXPECT_EQ(outcome.failed.size(), tries == 5);
+        EXPECT_EQ(KorDSMUndo::isPending(), !outcome.ok());
+    }
 }
 
 TEST_P(Commit, WhileTheUserChoosesNothingIsWrittenDownAndAfterwardsWhatWasChosen) {

@@ -3,7 +3,6 @@
 #include "data/exchange/CopiedDatabase.h"
 #include "data/store/SqliteStore.h"
 #include "data/store/odbc/OdbcStore.h"
-#include "dialogs/KorDSMDialogConflicts.h"
 #include "dialogs/KorDSMDialogPassword.h"
 #include "dialogs/KorDSMDialogSources.h"
 #include "session/DataFolder.h"
@@ -201,36 +200,6 @@ TEST_F(ServerWindow, AFloodOfChangesTurnsTheLoopAndLeavesTheUserWhereHeIs) {
     EXPECT_EQ(name->text(), typed);
     EXPECT_TRUE(name->isEdited() && name->hasFocus());
     EXPECT_FALSE(isPending());
-}
-
-TEST_F(ServerWindow, ApplyMakesWayForKeysAndAsksAboutValuesThatNobodyToldOf) {
-    open();
-    select(kStyle);
-    changePosition();
-    m_databases->setCurrentSource(SourceId::user());
-    StructDetailStyle mine;
-    mine.name = "Mine";
-    EXPECT_EQ(m_databases->append(kTableDetailStyle, mine), WriteResult::kWritten);
-    run("INSERT INTO detail_style SELECT (jsonb_populate_record(s, jsonb_build_object('key', " +
-        std::to_string(mine.key) + ", 'name', 'Theirs'))).* FROM detail_style s WHERE name = '" +
-        kStyle.back() + "'");
-    click(button(kApply));
-    EXPECT_FALSE(isPending()) << "without a question";
-    m_others.refreshChanged();
-    EXPECT_GT(styleNamed("Mine").getKey(), mine.key);
-    EXPECT_FALSE(button(kApply)->isEnabled());
-
-    click(pageControl<QRadioButton>(kAboveMainView));
-    run("UPDATE detail_style SET title_position = 1; DELETE FROM detail_style WHERE name = 'Mine'");
-    int asked = 0;
-    whenShown<KorDSMDialogConflicts>([&](KorDSMDialogConflicts& dialog) {
-        ++asked;
-        dialog.accept();
-    });
-    click(button(kApply));
-    EXPECT_EQ(asked, 1);
-    click(button(kApply));
-    EXPECT_FALSE(isPending()) << "what was decided is stored";
 }
 
 TEST_F(ServerWindow, TheFieldThatIsClickedKeepsTheFocusWhetherAllIsReadAgainOrNothingCanBe) {
