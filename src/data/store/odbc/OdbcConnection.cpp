@@ -73,12 +73,15 @@ void OdbcConnection::leave(Served served) {
     std::unique_lock lock(served.line->mutex);
     served.line->isLeft = true;
     served.line->changed.notify_all();
-    if (!served.line->job)
+    const bool isAtWork = bool(served.line->job);
+    if (!isAtWork)
         served.line->changed.wait_for(lock, kAtOnce, [&] { return served.line->isEnded; });
     const bool isEnded = served.line->isEnded;
     lock.unlock();
     if (isEnded)
         served.thread.join();
+    else if (isAtWork)
+        served.thread.detach();
     else
         EditorSession::currentPart<Farewells>().add(std::move(served.line), std::move(served.thread));
 }
