@@ -76,8 +76,8 @@ private:
             low = std::max(low, first);
             high = std::min(high, last);
         }
-        Primitives marks = stroke(looking, across, at, low - 2, -1, std::min(low - 2, all.low.u), view);
-        for (Primitive& mark : stroke(looking, across, at, high + 2, 1, std::max(high + 2, all.high.u), view))
+        Primitives marks = stroke(looking, across, at, low - 2, -1, std::min(low, all.low.u) - 2, view);
+        for (Primitive& mark : stroke(looking, across, at, high + 2, 1, std::max(high, all.high.u) + 2, view))
             marks.push_back(std::move(mark));
         take(view, std::move(marks));
         return true;
