@@ -367,13 +367,8 @@ void FormBody::onWritten(std::size_t index, int number) {
     if (section.origin.isOwn())
         Q_EMIT written(number);
     if (isFiling || decidesPages || (!section.origin.isOwn() && family && family->make)) {
-        DsmGoToRecord shown;
-        shown.source = CurrentRows::source();
-        shown.row = {item->tableType(), item->recordKey()};
         DsmRowsChanged message;
         message.changes = KorDSMUndo::changesSince(KorDSMUndo::stepCount() - 1);
         KorDSMMainWindow::sendMessage(message);
-        if (isFiling) // it stands elsewhere now
-            KorDSMMainWindow::sendMessage(shown);
     }
 }

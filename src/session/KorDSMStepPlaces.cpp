@@ -4,7 +4,7 @@
 
 void KorDSMStepPlaces::note(const KorDSMDatabaseItem* shown, int page) {
     const int step = KorDSMUndo::lastStep();
-    if (step > 0 && shown && shown->record())
+    if (step > 0 && shown && shown->parent())
         m_places.try_emplace(step, Noted{KorDSMPlace(*shown), page});
 }
 

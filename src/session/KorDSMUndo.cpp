@@ -2,8 +2,10 @@
 
 #include "data/RowClosure.h"
 #include "data/StyleDatabases.h"
+#include "model/KorDSMFamilies.h"
 #include "model/KorDSMMessages.h"
 #include "services/Prompts.h"
+#include "session/KorDSMItemPath.h"
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMValueText.h"
 #include "session/KorDSMWhereUsed.h"
@@ -238,6 +240,28 @@ bool isShownBy(const KorDSMDatabaseItem& item, const KorDSMRowChange& change) {
 
 } // namespace
 
+namespace {
+
+// The section in which rows of the table are filed, or are groups.
+const KorDSMSection* sectionOf(eTableType table) {
+    for (const KorDSMFamily& family : KorDSMFamilies::all())
+        if (family.table == table || (family.filedBy == table && family.isFiled()))
+            return KorDSMFamilies::sectionOf(family);
+    return nullptr;
+}
+
+KorDSMDatabaseItem* findAmong(KorDSMDataStructure& structure,
+                              const std::vector<const KorDSMRowChange*>& changes) {
+    constexpr std::size_t kMostLookedAt = 50; // an import changes thousands of rows
+    for (const KorDSMRowChange* change : std::span(changes).first(std::min(changes.size(), kMostLookedAt)))
+        if (KorDSMDatabaseItem* item =
+                KorDSMWhereUsed::findEditor(structure, change->source, placeOfChange(*change)))
+            return item;
+    return nullptr;
+}
+
+} // namespace
+
 KorDSMDatabaseItem* itemOf(KorDSMDataStructure& structure, const std::vector<KorDSMRowChange>& changes,
                            std::initializer_list<KorDSMDatabaseItem*> preferred) {
     for (KorDSMDatabaseItem* item : preferred)
@@ -246,12 +270,26 @@ KorDSMDatabaseItem* itemOf(KorDSMDataStructure& structure, const std::vector<Kor
                 return change.source == source && isShownBy(*item, change);
             }))
             return item;
-    constexpr std::size_t kMostLookedAt = 50; // an import changes thousands of rows
-    for (const KorDSMRowChange& change : std::span(changes).first(std::min(changes.size(), kMostLookedAt)))
-        if (KorDSMDatabaseItem* item =
-                KorDSMWhereUsed::findEditor(structure, change.source, placeOfChange(change)))
-            return item;
-    return nullptr;
+    // What came along with it stands in other sections.
+    KorDSMDatabaseItem* home = nullptr;
+    for (KorDSMDatabaseItem* item : preferred)
+        home = item ? item : home;
+    const KorDsmSectionItem* section = home ? KorDSMItemPath::sectionOf(*home) : nullptr;
+    std::vector<const KorDSMRowChange*> here;
+    std::vector<const KorDSMRowChange*> all;
+    for (const KorDSMRowChange& change : changes) {
+        all.push_back(&change);
+        const KorDSMSection* own = sectionOf(change.row.table);
+        if (own && section && own->section == section->section())
+            here.push_back(&change);
+    }
+    std::ranges::stable_partition(here, [](const KorDSMRowChange* change) { // before their groups
+        const KorDSMFamily* family = KorDSMFamilies::of(change->row.table);
+        return !family || !family->isGroup();
+    });
+    if (KorDSMDatabaseItem* item = findAmong(structure, here))
+        return item;
+    return here.empty() ? findAmong(structure, all) : home;
 }
 
 } // namespace KorDSMUndo

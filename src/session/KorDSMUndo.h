@@ -46,8 +46,9 @@ std::vector<KorDSMRowChange> redo();
 void takeBackTo(std::size_t before);
 
 /// The item to show after a step that made these changes: the first of `preferred` whose pages show one of
-/// them, else the first that can be found. A part is shown by its whole, too; a row that is gone by its group
-/// or its whole alone. Null for none; `preferred` may hold nulls.
+/// them, else the first that can be found, in the section of the last of `preferred` where records of that
+/// one changed; where none of these can be found, that item. A part is shown by its whole, too; a row that is
+/// gone by its group or its whole alone. Null for none; `preferred` may hold nulls.
 KorDSMDatabaseItem* itemOf(KorDSMDataStructure& structure, const std::vector<KorDSMRowChange>& changes,
                            std::initializer_list<KorDSMDatabaseItem*> preferred = {});
 

@@ -7,6 +7,7 @@
 #include "session/KorDSMSources.h"
 
 #include <algorithm>
+#include <utility>
 
 KorDSMSectionTree::KorDSMSectionTree(KorTreeCtrl* tree, KorDSMDataStructure& structure,
                                      KorDsmSectionItem& section, std::function<void(KorTreeHandle)> entryGone)
@@ -235,6 +236,36 @@ KorTreeHandle KorDSMSectionTree::follow(const KorArray<KorString>& path, bool fu
         entry = child;
     }
     return entry;
+}
+
+void KorDSMSectionTree::noteOpen(KorTreeHandle entry) {
+    if (!m_tree->isExpanded(entry))
+        return;
+    note(entry);
+    for (const auto& child : entry->children)
+        noteOpen(child.get());
+}
+
+void KorDSMSectionTree::noteOpenAbove(KorTreeHandle entry) {
+    noteOpen(entry);
+    if (KorTreeHandle above = m_tree->getParentItem(entry); above && m_tree->isExpanded(above))
+        note(above);
+}
+
+void KorDSMSectionTree::note(KorTreeHandle entry) {
+    const KorDSMDatabaseItem* item = itemOf(entry);
+    if (!item || !item->parent())
+        return;
+    const KorDSMPlace place(*item);
+    if (std::ranges::find(m_noted, place) == m_noted.end())
+        m_noted.push_back(place);
+}
+
+void KorDSMSectionTree::openNoted() {
+    for (const KorDSMPlace& place : std::exchange(m_noted, {}))
+        if (KorDSMDatabaseItem* item = place.find(m_structure))
+            if (KorTreeHandle entry = reveal(*item))
+                m_tree->expand(entry);
 }
 
 void KorDSMSectionTree::deleteEntry(KorTreeHandle entry) {

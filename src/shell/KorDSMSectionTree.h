@@ -3,6 +3,7 @@
 #include "controls/KorTreeCtrl.h"
 #include "model/KorDSMDataStructure.h"
 #include "session/KorDSMNameSearch.h"
+#include "session/KorDSMPlace.h"
 
 #include <functional>
 
@@ -54,6 +55,14 @@ public:
     /// Adds an entry for a new item at its place among its siblings.
     KorTreeHandle addEntry(KorDSMDatabaseItem& item);
 
+    /// Remembers which entries are open at and below the entry, which is about to be closed or deleted while
+    /// its item stays.
+    void noteOpen(KorTreeHandle entry);
+    /// The same also of the entry above it, which closes with the last one below it.
+    void noteOpenAbove(KorTreeHandle entry);
+    /// Opens again what was noted, as far as it is still there.
+    void openNoted();
+
     // What items ask of their entries.
     void deleteEntry(KorTreeHandle entry);
     void showPlaceholder(KorTreeHandle entry);
@@ -61,6 +70,7 @@ public:
 
 private:
     void onExpanding(KorTreeHandle entry);
+    void note(KorTreeHandle entry);
     void insertChildren(KorDSMDatabaseItem& item, KorTreeHandle entry);
     void bind(KorDSMDatabaseItem& item, KorTreeHandle entry);
     void unbind(KorTreeHandle entry);
@@ -77,4 +87,5 @@ private:
     KorDsmSectionItem& m_section;
     std::function<void(KorTreeHandle)> m_entryGone;
     KorDSMNameSearch m_search;
+    std::vector<KorDSMPlace> m_noted; // of items whose entries were open
 };

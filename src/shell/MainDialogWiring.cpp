@@ -120,6 +120,7 @@ void KorDSMMainDialog::connectCommands() {
 void KorDSMMainDialog::receiveFromItems() {
     WindowParts& parts = *m_parts;
     receive<DsmDeleteEntry>([&parts](const DsmDeleteEntry& message) {
+        parts.sections.noteOpenAbove(message.entry);
         parts.sections.deleteEntry(message.entry);
         parts.refresh.itemsChangedSoon();
     });

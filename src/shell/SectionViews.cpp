@@ -136,6 +136,21 @@ void SectionViews::deleteEntry(KorTreeHandle entry) {
         holder->deleteEntry(entry);
 }
 
+void SectionViews::noteOpen(KorTreeHandle entry) {
+    if (KorDSMSectionTree* holder = treeOf(entry))
+        holder->noteOpen(entry);
+}
+
+void SectionViews::noteOpenAbove(KorTreeHandle entry) {
+    if (KorDSMSectionTree* holder = treeOf(entry))
+        holder->noteOpenAbove(entry);
+}
+
+void SectionViews::openNoted() {
+    for (Slot& section : m_slots)
+        section.tree->openNoted();
+}
+
 void SectionViews::namesChanged() {
     for (Slot& section : m_slots)
         section.tree->namesChanged();

@@ -50,6 +50,10 @@ public:
     /// Empties trees and combos.
     void clear();
     void deleteEntry(KorTreeHandle entry);
+    /// See `KorDSMSectionTree`.
+    void noteOpen(KorTreeHandle entry);
+    void noteOpenAbove(KorTreeHandle entry);
+    void openNoted();
     /// The names of items may be others now.
     void namesChanged();
 

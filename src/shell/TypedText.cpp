@@ -25,7 +25,7 @@ RowRef TypedText::recordOf(const KorDSMPage& page) {
     return item && item->record() ? RowRef{item->tableType(), item->recordKey()} : RowRef();
 }
 
-TypedText::TypedText() : m_page(KorDSMPage::currentPage()), m_focus(QApplication::focusWidget()) {
+TypedText::TypedText() : m_page(KorDSMPage::currentPage()) {
     if (!m_page)
         return;
     m_record = recordOf(*m_page);
@@ -39,9 +39,8 @@ TypedText::TypedText() : m_page(KorDSMPage::currentPage()), m_focus(QApplication
 }
 
 TypedText::~TypedText() {
+    m_focus.reset();
     const bool isSame = m_page && KorDSMPage::currentPage() == m_page && recordOf(*m_page) == m_record;
-    if (m_focus && m_focus != QApplication::focusWidget() && m_focus->isVisible() && m_focus->isEnabled())
-        m_focus->setFocus(Qt::OtherFocusReason);
     if (!isSame || !m_field || !m_field->isEnabled() || m_field->isReadOnly())
         return;
     m_field->selectAll();

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "records/RowRef.h"
+#include "shell/KeptFocus.h"
 
 #include <QPointer>
 #include <QString>
+
+#include <optional>
 
 class KorDSMPage;
 class KorLineEdit;
@@ -25,7 +28,7 @@ private:
 
     QPointer<KorDSMPage> m_page;
     RowRef m_record;
-    QPointer<QWidget> m_focus;
+    std::optional<KeptFocus> m_focus{std::in_place};
     QPointer<KorLineEdit> m_field; ///< null where nothing is typed
     QString m_text;
     int m_cursor = 0;

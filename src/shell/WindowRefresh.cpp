@@ -4,6 +4,7 @@
 #include "session/KorDSMItemUpdate.h"
 #include "session/KorDSMReload.h"
 #include "shell/ApplyState.h"
+#include "shell/KeptFocus.h"
 #include "shell/TreeSight.h"
 #include "shell/WhenFree.h"
 
@@ -22,6 +23,7 @@ void WindowRefresh::itemsChanged() {
     m_isPosted = false;
     if (m_isFollowing)
         return;
+    m_sections.openNoted();
     m_selection.follow();
     m_isFollowing = true;
     m_sections.fillCombos();
@@ -100,7 +102,9 @@ void WindowRefresh::goToChanged(const std::vector<KorDSMRowChange>& changes, int
 void WindowRefresh::follow(const std::vector<KorDSMRowChange>& changes) {
     if (changes.empty())
         return;
+    const KeptFocus focus;
     const KorDSMBusy busy;
+    KorDSMDatabaseItem* shown = m_selection.item();
     // The page lets go of an item that may be gone when the items have followed.
     m_rightSide.leavePage();
     KorDSMItemUpdate::Changes outcome = KorDSMItemUpdate::follow(m_structure, changes);
@@ -113,10 +117,15 @@ void WindowRefresh::follow(const std::vector<KorDSMRowChange>& changes) {
     if (outcome.reload)
         return reload();
     removeEntries(outcome.removed);
-    for (const KorDSMDatabaseItem* item : outcome.moved)
+    for (const KorDSMDatabaseItem* item : outcome.moved) {
+        m_sections.noteOpen(item->entry());
         m_sections.deleteEntry(item->entry());
+    }
     addEntries(outcome.added);
     addEntries(outcome.moved);
+    if (std::ranges::find(outcome.moved, shown) != outcome.moved.end())
+        if (KorTreeHandle entry = m_sections.currentTree().reveal(*shown))
+            m_sections.currentControl().selectItem(entry);
     itemsChanged();
     m_rightSide.resume();
     m_rightSide.markPages();

@@ -118,6 +118,22 @@ TEST_F(Compose, UndoAndRedoLeadToTheListWhereTheStepWasMade) {
     EXPECT_FALSE(isPending());
 }
 
+TEST_F(Compose, UndoOfACopyOfAllThatStylesUseStaysInTheirSection) {
+    select({"User"});
+    whenShown<KorDSMDialogDeepCopy>([](KorDSMDialogDeepCopy& dialog) {
+        auto* choice = KorControls::find<QTreeWidget>(&dialog, 2374);
+        choice->topLevelItem(0)->setCheckState(0, Qt::Checked);
+        QApplication::processEvents();
+        click(KorControls::find(&dialog, 1));
+    });
+    press(Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+    const std::string copied = selected();
+    for (const char* expected : {"User", copied.c_str(), "User"}) {
+        press(Qt::Key_Z, isPending() ? Qt::ControlModifier : Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_EQ(selected(), expected);
+    }
+}
+
 TEST_F(Compose, AStyleDroppedOnAnotherSourceIsCopiedThere) {
     const KorTreeHandle target = select({"User", "Hallberg: railings"});
     const KorTreeHandle style = select({"Standard", "General", "Assemblies", "Assembly, general"});

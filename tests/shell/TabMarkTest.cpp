@@ -66,8 +66,17 @@ TEST_F(TabMarkTest, ATitleCountsWhileItIsTyped) {
     title->setFocus();
     QTest::keyClicks(title, "X");
     EXPECT_EQ(marked(), "1");
+    EXPECT_TRUE(button(kApply)->isEnabled());
     QTest::keyClick(title, Qt::Key_Backspace);
     EXPECT_EQ(marked(), "");
+    EXPECT_FALSE(button(kApply)->isEnabled());
+    QTest::keyClick(title, Qt::Key_Return);
+    QTest::keyClicks(title, "line");
+    EXPECT_TRUE(button(kApply)->isEnabled());
+    for (int i = 0; i < 9; ++i)
+        QTest::keyClick(title, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(marked(), "");
+    EXPECT_FALSE(button(kApply)->isEnabled());
     QTest::keyClicks(title, "X");
     showTab(2);
     EXPECT_EQ(marked(), "1");

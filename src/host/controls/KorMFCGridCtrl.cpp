@@ -322,6 +322,16 @@ bool KorMFCGridCtrl::edit(const QModelIndex& index, EditTrigger trigger, QEvent*
     return m_enabled && QTableWidget::edit(index, trigger, event);
 }
 
+// A question that the cell's value led to may have the activation still: the editor is not seen to have the
+// focus then.
+void KorMFCGridCtrl::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    const QWidget* focus = window()->focusWidget();
+    const bool hadFocus = editor && focus && (focus == editor || editor->isAncestorOf(focus));
+    QTableWidget::closeEditor(editor, hint);
+    if (hadFocus && !isEditing())
+        setFocus();
+}
+
 void KorMFCGridCtrl::commitEdit() {
     if (QWidget* editor = indexWidget(currentIndex())) {
         commitData(editor);
