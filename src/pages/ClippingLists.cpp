@@ -8,6 +8,7 @@
 #include "operations/KorOdbcGUI.h"
 #include "pages/ValuePictures.h"
 #include "services/Prompts.h"
+#include "session/KorDSMOwnWords.h"
 
 #include <QComboBox>
 
@@ -77,8 +78,8 @@ void ClippingLists::fillTypes(QComboBox& combo) {
     for (const KorString& name : names) {
         StructClippingType type;
         const bool found = KorODBCClippingType::getClippingType(name, type) == 1;
-        combo.addItem(found ? ValuePictures::ofRow(types, type) : QIcon(), toQt(name),
-                      found ? type.key : kDefaultKey);
+        combo.addItem(found ? ValuePictures::ofRow(types, type) : QIcon(),
+                      toQt(KorDSMOwnWords::nameOf(kTableClippingType, name)), found ? type.key : kDefaultKey);
     }
     combo.setIconSize(ValuePictures::sizeFor(*findTable(kTableLengthClip),
                                              *findTable(kTableLengthClip)->column(kColumnType)));

@@ -4,11 +4,13 @@
 #include "controls/KorControls.h"
 #include "controls/KorFieldNote.h"
 #include "controls/KorInfoCtrl.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorQt.h"
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
 #include "pages/FormBody.h"
 #include "services/Prompts.h"
+#include "session/KorDSMOwnWords.h"
 
 #include <QBoxLayout>
 
@@ -91,7 +93,8 @@ bool KorDSMPageModelObjectsSelection::fillLists() {
         const bool used = static_cast<int>(i) < m_names.length();
         m_buttons[i]->setVisible(used);
         if (used)
-            m_buttons[i]->setText(toQt(m_names[static_cast<int>(i)]).replace('&', "&&"));
+            m_buttons[i]->setText(KorMnemonics::literal(
+                toQt(KorDSMOwnWords::nameOf(kTableSelectionStrategy, m_names[static_cast<int>(i)]))));
     }
     m_form->fillLists();
     return true;

@@ -3,6 +3,7 @@
 #include "operations/CurrentRows.h"
 #include "pages/ValuePictures.h"
 #include "services/Prompts.h"
+#include "session/KorDSMOwnWords.h"
 #include "session/KorDSMValueText.h"
 
 #include <map>
@@ -46,7 +47,7 @@ PartListColumns::Choices PartListColumns::choicesOf(const TableSchema& table, co
     const bool hasPictures = !ValuePictures::sizeFor(table, column).isEmpty();
     choices = {{KorDSMValueText::nothing()}, {QIcon()}};
     for (const StructRecord* target : CurrentRows::byName(column.target)) {
-        choices.names.push_back(target->name);
+        choices.names.push_back(KorDSMOwnWords::nameOf(column.target, *target));
         choices.pictures.push_back(hasPictures ? ValuePictures::ofRow(targets, *target) : QIcon());
     }
     return choices;

@@ -4,6 +4,7 @@
 #include "records/ObjectRecords.h"
 #include "records/TableDeclarations.h"
 #include "services/Prompts.h"
+#include "session/KorDSMOwnWords.h"
 #include "session/KorDSMPartList.h"
 
 namespace {
@@ -37,13 +38,17 @@ KorString phraseOf(const StructDetObjQualifierWithRole& row) {
     const auto* qualifier = rowOf<StructDetObjQualifier>(row.qualifierKey);
     const auto* filter = rowOf<StructDetObjQualifierFilter>(row.filterKey);
     const auto* type = qualifier ? rowOf<StructDetModelType>(qualifier->modelTypeKey) : nullptr;
-    const KorString what = qualifier ? qualifier->name : KorString("?");
+    const KorString what = qualifier ? KorDSMOwnWords::nameOf(kTableQualifier, *qualifier) : KorString("?");
     const KorString phrase =
         filter
             ? KorString::format(Prompts::dsm(row.negate ? kIsNot : kIs), {what, valueOf(what, filter->name)})
-            : KorString::format(Prompts::dsm(row.negate ? kNone : kAny), {type ? type->name : what});
+            : KorString::format(Prompts::dsm(row.negate ? kNone : kAny),
+                                {type ? KorDSMOwnWords::nameOf(kTableModelType, *type) : what});
     const auto* role = rowOf<StructModelRole>(row.modelRoleKey);
-    return role && role->role != 0 ? KorString::format(Prompts::dsm(kAs), {phrase, role->name}) : phrase;
+    return role && role->role != 0
+               ? KorString::format(Prompts::dsm(kAs),
+                                   {phrase, KorDSMOwnWords::nameOf(kTableModelRole, *role)})
+               : phrase;
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "model/CurrentUnits.h"
 #include "services/Prompts.h"
 #include "session/KorDSMColorNames.h"
+#include "session/KorDSMOwnWords.h"
 
 #include <algorithm>
 #include <cctype>
@@ -72,7 +73,7 @@ KorString referenceText(const Column& column, std::int64_t key) {
     StyleSource* source = StyleDatabases::current().here();
     const StructRecord* row =
         source ? source->table(column.target).find(KorOdbcKey(static_cast<std::int32_t>(key))) : nullptr;
-    return row && !row->name.isEmpty() ? row->name : KorString::format("[%s]", {KorString::number(key)});
+    return row && !row->name.isEmpty() ? KorDSMOwnWords::nameOf(column.target, *row) : KorString::format("[%s]", {KorString::number(key)});
 }
 
 // The symbol of the unit in which numbers of the kind are shown; none where they are printed with theirs.
@@ -216,6 +217,8 @@ const StructRecord* findRow(const StyleTable& rows, const KorString& text) {
     for (const KorString& name : {text, trimmed})
         if (const StructRecord* row = name.isEmpty() ? nullptr : rows.find(name))
             return row;
+    if (const StructRecord* word = KorDSMOwnWords::find(rows, trimmed))
+        return word;
     return rows.find(keyInBrackets(trimmed.view()));
 }
 

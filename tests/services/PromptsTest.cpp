@@ -83,6 +83,21 @@ std::map<std::string, std::string> sentencesOfTheSources() {
         for (const std::string& line : linesOf(file.path()))
             if (line.starts_with("part \""))
                 sentences.emplace(line.substr(6, line.rfind('"') - 6), file.path().string());
+    // What every database has to choose from; scales and line types are known by their names.
+    for (const auto& file :
+         std::filesystem::directory_iterator(KorResources::folder() / "samples/vocabulary")) {
+        std::string section;
+        std::string before;
+        for (const std::string& line :
+             file.is_directory() ? std::vector<std::string>() : linesOf(file.path())) {
+            section = line.starts_with('[') ? line : section;
+            const bool isRow = line.find('|') != std::string::npos && !before.starts_with('[');
+            if (isRow && section != "[scale]" && section != "[linetype]")
+                sentences.emplace(line.substr(0, line.find_last_not_of(' ', line.find('|') - 1) + 1),
+                                  section);
+            before = line;
+        }
+    }
     return sentences;
 }
 
