@@ -40,10 +40,10 @@ KorString phraseOf(const StructDetObjQualifierWithRole& row) {
     const auto* type = qualifier ? rowOf<StructDetModelType>(qualifier->modelTypeKey) : nullptr;
     const KorString what = qualifier ? KorDSMOwnWords::nameOf(kTableQualifier, *qualifier) : KorString("?");
     const KorString phrase =
-        filter
-            ? KorString::format(Prompts::dsm(row.negate ? kIsNot : kIs), {what, valueOf(what, filter->name)})
-            : KorString::format(Prompts::dsm(row.negate ? kNone : kAny),
-                                {type ? KorDSMOwnWords::nameOf(kTableModelType, *type) : what});
+        filter ? KorString::format(Prompts::dsm(row.negate ? kIsNot : kIs),
+                                   {what, valueOf(qualifier ? qualifier->name : what, filter->name)})
+               : KorString::format(Prompts::dsm(row.negate ? kNone : kAny),
+                                   {type ? KorDSMOwnWords::nameOf(kTableModelType, *type) : what});
     const auto* role = rowOf<StructModelRole>(row.modelRoleKey);
     return role && role->role != 0
                ? KorString::format(Prompts::dsm(kAs),
