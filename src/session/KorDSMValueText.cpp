@@ -73,7 +73,8 @@ KorString referenceText(const Column& column, std::int64_t key) {
     StyleSource* source = StyleDatabases::current().here();
     const StructRecord* row =
         source ? source->table(column.target).find(KorOdbcKey(static_cast<std::int32_t>(key))) : nullptr;
-    return row && !row->name.isEmpty() ? KorDSMOwnWords::nameOf(column.target, *row) : KorString::format("[%s]", {KorString::number(key)});
+    return row && !row->name.isEmpty() ? KorDSMOwnWords::nameOf(column.target, *row)
+                                       : KorString::format("[%s]", {KorString::number(key)});
 }
 
 // The symbol of the unit in which numbers of the kind are shown; none where they are printed with theirs.
