@@ -26,11 +26,6 @@ double degreesOf(Vec2 d) {
     return std::atan2(d.v, d.u) * 180 / std::numbers::pi;
 }
 
-// To whole millimetres, as shops measure.
-std::string measure(double value) {
-    return LabelText::number(std::abs(value), 0);
-}
-
 class Dimensioning {
 public:
     Dimensioning(DrawingContext& context, const ViewScene& scene, const StructDetViewDimStrategy& strategy)
@@ -204,6 +199,8 @@ private:
         bool isFirst = true;
         bool isLast = true;
     };
+
+    std::string measure(double value) { return LabelText::length(value, m_context.rows); }
 
     void dimension(const Span& span, double level, const std::string& title) {
         const Vec2 a = m_scene.onSheet(span.from->flat);

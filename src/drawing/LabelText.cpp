@@ -1,6 +1,7 @@
 #include "drawing/LabelText.h"
 
 #include "data/text/TextFields.h"
+#include "services/KorUnitsManager.h"
 
 namespace {
 
@@ -9,6 +10,10 @@ std::string wordsOf(const LabelRun& run, const LabelText::Values& values) {
         return run.text.toStdString();
     const std::string name = run.text.toStdString();
     return values(name).value_or("{" + name + "}");
+}
+
+bool isInInches(StyleRows& rows) {
+    return rows.numericDefault("C01_DistanceUnit", 0) == 1.0;
 }
 
 } // namespace
@@ -75,6 +80,27 @@ std::string LabelText::plain(const KorString& label, const Values& values) {
 std::string LabelText::number(double value, int places) {
     const double power = std::pow(10, places);
     return TextFields::number(std::round(value * power) / power);
+}
+
+std::string LabelText::length(double millimetres, StyleRows& rows) {
+    if (!isInInches(rows))
+        return number(std::abs(millimetres), 0);
+    constexpr double kSixteenth = 25.4 / 16;
+    return KorUnitsManager::imperial()
+        .format(std::round(std::abs(millimetres) / kSixteenth) * kSixteenth, KorUnitsManager::kLength)
+        .toStdString();
+}
+
+std::string LabelText::height(double millimetres, StyleRows& rows) {
+    const double metres = std::round(millimetres) / 1000 + 0.0; // never -0
+    const std::string sign = metres >= 0 ? "+" : "-";
+    if (isInInches(rows))
+        return sign + length(millimetres, rows);
+    std::string words = number(std::abs(metres), 3);
+    if (words.find('.') == std::string::npos)
+        words += ".";
+    words.append(3 - std::min<std::size_t>(3, words.size() - words.find('.') - 1), '0');
+    return sign + words;
 }
 
 std::string LabelText::scale(double factor) {

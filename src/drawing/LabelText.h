@@ -1,6 +1,7 @@
 #pragma once
 
 #include "drawing/Primitive.h"
+#include "drawing/StyleRows.h"
 
 #include <functional>
 #include <optional>
@@ -20,6 +21,11 @@ std::string plain(const KorString& label, const Values& values);
 
 /// A number with a point as decimal mark and at most `places` decimals.
 std::string number(double value, int places);
+/// A length of the model, without its sign, as shops measure: in whole millimetres, or in feet, inches and
+/// sixteenths where those are the units of the database.
+std::string length(double millimetres, StyleRows& rows);
+/// A height as drawings state it, with its sign: in metres, or in feet and inches.
+std::string height(double millimetres, StyleRows& rows);
 /// A scale as people write it, such as 1:10.
 std::string scale(double factor);
 

@@ -26,7 +26,7 @@ Primitives PointDimensions::radius(const std::vector<DimensionPoint>& points) {
         const Vec2 end = rim + Vec2{4, 4};
         line({rim, end, end + Vec2{6, 0}});
         text(end + Vec2{4, kDimensionText},
-             (m_title.empty() ? "R" : m_title) + LabelText::number(object.diameter / 2, 0));
+             (m_title.empty() ? "R" : m_title) + LabelText::length(object.diameter / 2, m_context.rows));
         break; // equal ones are not repeated
     }
     return std::move(m_figures);
@@ -94,21 +94,17 @@ Primitives PointDimensions::levels(const std::vector<DimensionPoint>& points) {
         before = at.v;
         line({at, at + Vec2{-1.8, 2.6}, at + Vec2{1.8, 2.6}, at});
         line({at + Vec2{4, 0}, at - Vec2{17, 0}});
-        const double height = std::round(level(top) * 1000) / 1000 + 0.0; // never -0
-        std::string words = LabelText::number(height, 3);
-        if (words.find('.') == std::string::npos)
-            words += ".";
-        words.append(3 - std::min<std::size_t>(3, words.size() - words.find('.') - 1), '0');
-        words = (m_title.empty() ? "" : m_title + " ") + (height >= 0 ? "+" : "") + words;
+        const std::string words =
+            (m_title.empty() ? "" : m_title + " ") + LabelText::height(level(top), m_context.rows);
         text(at + Vec2{-3.5, kDimensionText}, words);
         m_figures.back().move({-m_figures.back().textWidth() / 2, 0});
     }
     return std::move(m_figures);
 }
 
-// Metres above the zero of the building, which the part file tells for its own zero.
+// Above the zero of the building, which the part file tells in metres for its own zero.
 double PointDimensions::level(const Vec3& point) const {
     const auto own = m_context.part.values.find("elevation");
     const auto zero = own == m_context.part.values.end() ? std::nullopt : TextFields::toReal(own->second);
-    return zero.value_or(0.0) + point.z / 1000;
+    return zero.value_or(0.0) * 1000 + point.z;
 }

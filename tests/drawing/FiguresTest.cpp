@@ -76,6 +76,15 @@ TEST_F(FiguresTest, MeasuresAreThoseOfTheModel) {
               (Texts{"T.O.S. +0.000"}));
     EXPECT_EQ(dimensions("Bracing bay", "Bracing, front", {"Slope of the member"}, part("bracing")),
               (Texts{"36.9°"}));
+
+    // In feet and inches, to the next sixteenth.
+    set(kTableNumericDefault, row<StructNumericDefault>("C01_DistanceUnit").key, "value", 1.0);
+    EXPECT_EQ(dimensions("Plate, single part", "Plate, flat", {"Plate width"}, part("plate")), (Texts{"11\""}));
+    EXPECT_EQ(dimensions("Beam, shop drawing, clipped", "Beam, front, clipped", {"Overall length"},
+                         part("long-beam")),
+              (Texts{"78'-8 7/8\""}));
+    EXPECT_EQ(dimensions("Beam, shop drawing", "Beam, front", {"Top of steel"}, part("beam")),
+              (Texts{"T.O.S. +0\""}));
 }
 
 // Nothing is dimensioned that a view does not show, what is spaced alike is of one kind, members of plans are
