@@ -5,6 +5,8 @@
 #include "pages/PageFixture.h"
 #include "services/KorHostReport.h"
 #include "services/KorUnitsManager.h"
+#include "services/Prompts.h"
+#include "session/KorDSMValueText.h"
 
 namespace {
 
@@ -40,6 +42,23 @@ TEST_F(ViewProperties, EachControlShowsItsOwnColumn) {
     EXPECT_TRUE(isChecked(1250));
     type(2022, "Elevation \"100 %\"");
     EXPECT_TRUE(wroteOnly(view, 17, KorString("Elevation \"100 %\"")));
+}
+
+// Words that every database has are stored in English and chosen in the program's language.
+TEST_F(ViewProperties, WordsAreChosenInTheLanguageOfTheProgram) {
+    Prompts::load(SOURCE_DIR "/resources/prompts", "de");
+    auto& view = item<KorDsmViewRequestItem>("HB site elevation");
+    arrange(view, 11, std::int64_t{row<StructDetViewArrangeDirection>("Above").key});
+    open<KorDSMPageViewProperties>(view);
+    EXPECT_EQ(textOf(1097), "Darüber");
+    EXPECT_EQ(scale(), "Übersichten/1:100");
+    choose(1097, "Rechts");
+    EXPECT_TRUE(wroteOnly(view, 11, std::int64_t{row<StructDetViewArrangeDirection>("To the right").key}));
+    const Column& direction = *findTable(kTableViewRequest)->column(11);
+    for (const char* text : {"Rechts", "To the right"})
+        EXPECT_EQ(KorDSMValueText::parse(*findTable(kTableViewRequest), direction, text).value,
+                  CellValue(std::int64_t{row<StructDetViewArrangeDirection>("To the right").key}));
+    Prompts::load(SOURCE_DIR "/resources/prompts", "en");
 }
 
 // A scale that is in no list is still legible, and headings are no scales.
