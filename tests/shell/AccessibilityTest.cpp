@@ -19,6 +19,7 @@
 #include "services/Prompts.h"
 #include "shell/EditorFixture.h"
 #include "support/CutTexts.h"
+#include "support/DrawnContrast.h"
 #include "support/Palettes.h"
 
 #include <QProcess>
@@ -188,6 +189,14 @@ TEST_F(Accessibility, EveryControlOfTheWindowIsReadableAndHasAName) {
 TEST_F(Accessibility, EveryControlOfTheDialogsIsReadableAndHasAName) {
     open();
     inEachPalette([this] { onEachDialog([](QDialog& dialog) { look(dialog); }); });
+}
+
+// As it is drawn, whatever the palette says.
+TEST_F(Accessibility, TextsIconsAndMarksStandOutInEachPalette) {
+    inEachPalette([this] {
+        open();
+        onEachPage([](QWidget& window) { EXPECT_GT(DrawnContrast(window).expectSeen(), 20); });
+    });
 }
 
 // A letter that leads to two controls leads to neither at once.
