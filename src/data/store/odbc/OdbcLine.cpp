@@ -10,7 +10,7 @@ namespace {
 constexpr std::size_t kRowsOfBlock = 512;
 constexpr std::size_t kRowsOfSmallBlock = 32; // with much room in each cell
 constexpr std::size_t kSmallRoom = 4096;
-constexpr std::size_t kBytesOfBlock = 4 * 1024 * 1024; // where a row takes less
+constexpr std::size_t kBytesOfBlock = std::size_t{4} << 20; // where a row takes less
 
 bool isGood(SQLRETURN code) {
     return code == SQL_SUCCESS || code == SQL_SUCCESS_WITH_INFO;
@@ -18,7 +18,7 @@ bool isGood(SQLRETURN code) {
 
 // Both take numbers and lengths in the place of addresses.
 SQLPOINTER asPointer(std::uintptr_t number) {
-    return reinterpret_cast<SQLPOINTER>(number);
+    return reinterpret_cast<SQLPOINTER>(number); // NOLINT(performance-no-int-to-ptr)
 }
 
 SQLCHAR* asText(const std::string& text) {
@@ -176,7 +176,7 @@ OdbcError OdbcLine::select(const std::string& sql, const std::vector<std::size_t
         return error;
     const std::size_t room = std::accumulate(rooms.begin(), rooms.end(), std::size_t{0});
     m_rowsOfBlock =
-        rooms.empty() ? kRowsOfSmallBlock : std::clamp<std::size_t>(kBytesOfBlock / room, 1, kRowsOfBlock);
+        room == 0 ? kRowsOfSmallBlock : std::clamp<std::size_t>(kBytesOfBlock / room, 1, kRowsOfBlock);
     library.setStmtAttr(m_statement, SQL_ATTR_ROW_ARRAY_SIZE, asPointer(m_rowsOfBlock), 0);
     library.setStmtAttr(m_statement, SQL_ATTR_ROWS_FETCHED_PTR, &m_fetched, 0);
     SQLSMALLINT columns = 0;
