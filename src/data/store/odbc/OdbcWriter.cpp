@@ -9,7 +9,7 @@
 namespace {
 
 constexpr std::size_t kRowsOfStatement = 200;
-constexpr std::size_t kBytesOfStatement = 256 * 1024;
+constexpr std::size_t kBytesOfStatement = std::size_t{256} << 10;
 constexpr std::size_t kMostNotes = 2000; // more are told table by table
 
 std::vector<std::int32_t> keysOf(const std::vector<const StructRecord*>& records) {
