@@ -49,7 +49,7 @@ KorString placeOf(const OutsideConflict& conflict) {
 KorString recordText(const OutsideConflict& conflict) {
     const KorString place = placeOf(conflict);
     const KorString text =
-        named(*conflict.table, conflict.key, conflict.record ? conflict.record->name : KorString());
+        named(*conflict.table, conflict.key, conflict.record ? conflict.record->name : conflict.name);
     return place.isEmpty() ? text : KorString::format("%s, %s", {text, place});
 }
 

@@ -181,9 +181,10 @@ TEST_F(RecoveryTest, ChangesAreComparedWithWhatIsStoredNow) {
     EXPECT_TRUE(row<StructDetailStyle>(kUser, "Own"));
 }
 
-TEST_F(RecoveryTest, WhatIsAboveNewRowsIsStillKnownByNameWhenItIsGone) {
+TEST_F(RecoveryTest, WhatIsAboveNewRowsOrWasChangedIsStillKnownByNameWhenItIsGone) {
     StructDetObjQualifierSetGroup group;
     const std::int32_t key = add(kUser, "Own group", group);
+    const std::int32_t changed = add<StructDetViewArrangeStrategy>(kUser, "Wide");
     ASSERT_TRUE(commit());
     write();
     StructDetObjQualifierSet set;
@@ -193,16 +194,19 @@ TEST_F(RecoveryTest, WhatIsAboveNewRowsIsStillKnownByNameWhenItIsGone) {
     StructDetObjReprMapKey part;
     part.reprMapKey = m_map;
     add(kUser, "Part of it", part);
+    this->set(kUser, kTableViewArrangeStrategy, changed, 3, 5.0);
     crash();
-    OtherProgram(file("user.dsdb")).run("DELETE FROM qualifier_set_group; DELETE FROM repr_map");
+    OtherProgram(file("user.dsdb"))
+        .run("DELETE FROM qualifier_set_group; DELETE FROM repr_map; DELETE FROM view_arrange_strategy");
     open(false);
     const std::vector<OutsideChange> changes = bringBackAll();
     ASSERT_EQ(changes.size(), 1u);
     const std::vector<OutsideConflict>& conflicts = changes[0].conflicts;
-    ASSERT_EQ(conflicts.size(), 2u);
+    ASSERT_EQ(conflicts.size(), 3u);
     EXPECT_EQ(conflicts[0].wholeName, "Spare");
     EXPECT_EQ(conflicts[1].record->name, "Own group");
     EXPECT_TRUE(conflicts[1].isMade);
+    EXPECT_EQ(conflicts[2].name, "Wide");
     const auto* again = row<StructDetObjQualifierSetGroup>(kUser, "Own group");
     ASSERT_NE(again, nullptr);
     EXPECT_EQ(row<StructDetObjQualifierSet>(kUser, "First")->groupKey, again->key);

@@ -117,8 +117,26 @@ int RecoveryWriter::numberOf(SourceId id, std::string& names) {
     return place->second;
 }
 
-// What is filed in a group or is a part knows the key of that alone. For the case that it is deleted by the
-// time the file is read, a cell that stays as it is tells its name; where it is pending itself its steps do.
+// A cell that stays as it is tells the name of a row, for the case that the row is deleted by the time the
+// file is read.
+std::string RecoveryWriter::nameLine(int number, const PendingStep& step, RowRef row, const KorString& name) {
+    const Column* column = findTable(row.table)->column(1);
+    return RecoveryText::step(
+        number, {step.source, row.table, PendingStep::eAction::kCell, row.key, column, name, name, {}});
+}
+
+// Steps know a changed row by its key alone.
+std::string RecoveryWriter::nameOfChanged(const PendingStep& step, int number, std::set<RowRef>& told) const {
+    StyleSource* source = m_databases.source(step.source);
+    const RowRef row{step.table, step.key};
+    const bool isCell = step.action == PendingStep::eAction::kCell && step.column->number != 1;
+    const StructRecord* record =
+        isCell && source ? source->table(row.table).find(KorOdbcKey(row.key)) : nullptr;
+    return record && told.insert(row).second ? nameLine(number, step, row, record->name) : std::string();
+}
+
+// What is filed in a group or is a part knows the key of that alone; where that is pending itself its steps
+// tell its name.
 std::string RecoveryWriter::namesAbove(const PendingStep& step, int number, std::set<RowRef>& told) const {
     StyleSource* source = m_databases.source(step.source);
     std::string lines;
@@ -136,15 +154,7 @@ std::string RecoveryWriter::namesAbove(const PendingStep& step, int number, std:
         if (!record || !told.insert(above).second ||
             (pending.hasPending(step.source, above.table) && std::ranges::any_of(pending.steps(), isOfIt)))
             continue;
-        const Column* name = findTable(above.table)->column(1);
-        lines += RecoveryText::step(number, {step.source,
-                                             above.table,
-                                             PendingStep::eAction::kCell,
-                                             above.key,
-                                             name,
-                                             record->name,
-                                             record->name,
-                                             {}});
+        lines += nameLine(number, step, above, record->name);
     }
     return lines;
 }
@@ -157,7 +167,8 @@ std::string RecoveryWriter::linesOf(std::span<const PendingStep> steps, std::str
     std::string lines;
     for (const PendingStep& step : steps) {
         const int number = numberOf(step.source, names);
-        lines += RecoveryText::step(number, step) + namesAbove(step, number, told);
+        lines += RecoveryText::step(number, step) + nameOfChanged(step, number, told) +
+                 namesAbove(step, number, told);
     }
     return lines;
 }

@@ -51,6 +51,8 @@ private:
     };
 
     int numberOf(SourceId id, std::string& names);
+    static std::string nameLine(int number, const PendingStep& step, RowRef row, const KorString& name);
+    std::string nameOfChanged(const PendingStep& step, int number, std::set<RowRef>& told) const;
     std::string namesAbove(const PendingStep& step, int number, std::set<RowRef>& told) const;
     std::string linesOf(std::span<const PendingStep> steps, std::string& names, std::set<RowRef>& told);
     std::string linesOf(const PendingCommand& made);

@@ -101,6 +101,7 @@ void PendingReplay::tellGone(const Cells& cells) {
     const Cell& head = cells.front();
     OutsideConflict& conflict =
         addConflict(OutsideConflict::eKind::kGone, head.row, head.change->column, m_before.shown(head.row));
+    conflict.name = m_before.nameOf(head.row);
     for (const Cell& cell : cells)
         conflict.cells.push_back(wantedCell(cell.row, *cell.change->column, followed(*cell.change)));
     conflict.mine = conflict.cells.front().mine;
