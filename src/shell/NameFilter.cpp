@@ -49,16 +49,12 @@ bool NameFilter::clear() {
     return true;
 }
 
-QString NameFilter::typed() const {
-    return m_field.text();
-}
-
 int NameFilter::cursor() const {
     return m_field.cursorPosition();
 }
 
-void NameFilter::putBack(const QString& typed, int cursor) {
-    m_field.setText(typed);
+void NameFilter::putBack(const KorString& typed, int cursor) {
+    m_field.setText(toQt(typed));
     m_field.setCursorPosition(cursor);
 }
 

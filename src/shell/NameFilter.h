@@ -25,8 +25,7 @@ public:
     /// Shows everything again, at once. Returns whether anything was typed.
     bool clear();
     /// Types this again, with the cursor where it was, after everything was made anew.
-    void putBack(const QString& typed, int cursor);
-    QString typed() const;
+    void putBack(const KorString& typed, int cursor);
     int cursor() const;
     /// Items came or went, or have other names.
     void refresh();

@@ -153,7 +153,7 @@ void WindowRefresh::reload(const std::vector<OutsideChange>& read) {
             place->renumber(change.source, change.newKeys);
     }
     m_selection.unhide();
-    const QString typed = read.empty() ? QString() : m_filter.typed(); // the user did not ask for this
+    const KorString typed = read.empty() ? KorString() : m_filter.text(); // the user did not ask for this
     const int cursor = m_filter.cursor();
     m_filter.clear();
     TreeSight sight(m_sections.currentTree());
