@@ -38,7 +38,7 @@ TEST_F(PageHeadTest, SaysWhatIsShownAndWhoUsesItAndWhatItLacks) {
     auto& map = item<KorDsmReprMapRuleItem>("HB workshop");
     open<KorDSMPageReprMapRule>(map);
     EXPECT_EQ(name().text(), "HB workshop");
-    EXPECT_EQ(words(), "&Representation map;Shared;User;&In 5 views of 3 styles");
+    EXPECT_EQ(words(), "&Representation map;Shared;User;&In 6 views of 3 styles");
     QTest::mouseClick(&users(), Qt::LeftButton);
     auto* list = m_window.findChild<KorDSMDialogWhereUsed*>();
     ASSERT_NE(list, nullptr);

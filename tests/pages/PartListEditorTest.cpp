@@ -277,11 +277,11 @@ TEST_F(PartListEditorTest, AChosenQualifierSetIsSaidInWords) {
 TEST_F(PartListEditorTest, TheLastRowOfAMapSaysWhatBecomesOfTheRest) {
     open(map, 0);
     auto& leftOut = control<QRadioButton>(5891);
-    ASSERT_FALSE(leftOut.isChecked());
-    click(5891);
-    EXPECT_TRUE(wroteOnly(map, 3, std::int64_t{1}));
+    ASSERT_TRUE(leftOut.isChecked());
+    click(5890);
+    EXPECT_TRUE(wroteOnly(map, 3, std::int64_t{0}));
     takeBack(map);
-    EXPECT_FALSE(leftOut.isChecked());
+    EXPECT_TRUE(leftOut.isChecked());
 }
 
 TEST_F(PartListEditorTest, EnterGoesToWhatACellNames) {

@@ -280,7 +280,7 @@ TEST_F(Recovery, ADatabaseThatIsGoneOrOnlyReadIsNamedAndItsChangesStay) {
     m_databases.reset();
     openAndAnswer({"&Bring back", "OK"});
     ASSERT_EQ(m_said.size(), 2);
-    EXPECT_TRUE(m_said[1].startsWith("Detail style [") && m_said[1].contains("was deleted"))
+    EXPECT_TRUE(m_said[1].startsWith("Detail style \"HB post 1:15\"") && m_said[1].contains("was deleted"))
         << m_said[1].toStdString();
     EXPECT_TRUE(m_said[0].contains("is another file now")) << m_said[0].toStdString();
     EXPECT_TRUE(m_said[0].contains("\"Detail style [")) << m_said[0].toStdString();
