@@ -108,8 +108,7 @@ std::vector<EntryCount> MapExplanation::counts() {
     std::vector<const AskedSet*> sets;
     for (const StructDetObjReprMapKey* entry : all) {
         sets.push_back(&AskedSet::of(m_rows, entry->qualifierSetKey));
-        counts.push_back(
-            {entry->key, sets.back()->name.toStdString(), m_off.contains(entry->key), {}, {}, {}});
+        counts.push_back({entry->key, m_off.contains(entry->key), {}, {}, {}});
     }
     for (const int object : m_objects) {
         std::int32_t decided = 0;
@@ -138,7 +137,7 @@ std::vector<EntryReason> MapExplanation::reasonsFor(int index) {
     bool isUnknown = false;
     for (const StructDetObjReprMapKey* entry : entries()) {
         const AskedSet& set = AskedSet::of(m_rows, entry->qualifierSetKey);
-        EntryReason reason{entry->key, set.name.toStdString(), EntryReason::kOff, 0, {}};
+        EntryReason reason{entry->key, EntryReason::kOff, 0, {}};
         const Answered answered = answerOf(m_rows, set, object);
         KorString words = translated("It is switched off on trial.");
         if (!m_off.contains(entry->key)) {

@@ -6,8 +6,7 @@
 
 /// What an entry of a map does with the objects of a part. Objects are told by their index in the part.
 struct EntryCount {
-    std::int32_t entry = 0; ///< key
-    std::string name;
+    std::int32_t entry = 0;   ///< key
     bool isOff = false;       ///< on trial: it decides nothing
     std::vector<int> takes;   ///< it decides how they are drawn
     std::vector<int> unknown; ///< it comes to decide, but nobody knows whether it fits
@@ -28,7 +27,6 @@ struct EntryReason {
         kOff,         ///< on trial
     };
     std::int32_t entry = 0;
-    std::string name;
     eReason reason = kDecides;
     std::int32_t culprit = 0; ///< the entry before, or the qualifier that failed; 0: none
     std::string sentence;     ///< for the user

@@ -77,7 +77,7 @@ KorString whoTakes(StyleSource& source, const RowRef& row, std::int32_t style, c
     const auto own = std::ranges::find(counts, row.key, &EntryCount::entry);
     if (own == counts.end() || !own->takes.empty() || own->takenBefore.empty())
         return {};
-    const auto before = std::ranges::find(counts, own->takenBefore[0].by, &EntryCount::entry);
+    const StructRecord* before = source.table(kTableReprMapEntry).find(KorOdbcKey(own->takenBefore[0].by));
     return KorString::format(
         translated("The entry \"%s\" before it decides for what it fits of the sample part \"%s\"."),
         {before->name, part.name});

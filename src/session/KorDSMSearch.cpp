@@ -287,17 +287,22 @@ void KorDSMSearch::findFields(Query& query) const {
 }
 
 void KorDSMSearch::findRecords(Query& query) const {
-    for (std::size_t place = 0; place < m_sources.size(); ++place)
+    for (std::size_t place = 0; place < m_sources.size(); ++place) {
+        const SourceId id = m_sources[place].source->id();
+        const std::string source = KorDSMWhereUsed::sourceName(id).lowered().toStdString();
         for (const SearchTable& table : m_sources[place].tables) {
             if (!KorDSMFamilies::of(table.schema().type))
                 continue;
-            table.names(query.words, [&](const SearchTable::Match& match) {
+            const std::string context = table.kind() + " " + source;
+            const auto take = [&](const SearchTable::Match& match) {
                 Rank rank = rankOf(eSearchKind::kRecord, match.fit, match.length);
-                rank.isElsewhere = m_sources[place].source->id() != m_here.source;
+                rank.isElsewhere = id != m_here.source;
                 query.take({rank, 0, place, &table, nullptr, match.row});
                 return true;
-            });
+            };
+            table.names(query.words, take, &context);
         }
+    }
 }
 
 void KorDSMSearch::findValues(Query& query) const {

@@ -33,6 +33,8 @@ public:
     /// Finds them for words that may stand in a context.
     using KeysOf = std::function<const Keys&(eTableType table, const std::string& context)>;
 
+    /// What the rows are called in any language, in lower case.
+    const std::string& kind() const { return m_kind; }
     /// The rows whose names fit; the kind of the rows, in any language, is the context where none is given.
     void names(const SearchWords& words, const Take& take, const std::string* context = nullptr) const;
     /// The cells that fit, at most so many of each column. A flag is found only by its caption and its value.
@@ -66,7 +68,7 @@ private:
     StyleSource* m_source;
     const TableSchema* m_schema;
     const RowArray* m_rows;
-    std::string m_kind; // in lower case, in all languages
+    std::string m_kind;
     FoldedTexts m_names;
     std::vector<Values> m_values;
 };

@@ -59,6 +59,7 @@ TEST_F(Search, PutsNamesBeforeValuesThisSourceBeforeOthersAndSaysWhereTheyStand)
     EXPECT_EQ(said(hits[0]), "HB post 1:15|Detail style|Detail styles › Hallberg: posts and beams|User");
     EXPECT_EQ(hits[0].row.table, kTableDetailStyle);
     EXPECT_EQ(find("hb post 1")[0].text, "HB post 1:15") << "before the command that names it";
+    EXPECT_EQ(find("user HB post 1:15")[0].text, "HB post 1:15");
     EXPECT_EQ(find("undo")[0].kind, eSearchKind::kCommand);
     EXPECT_EQ(std::ranges::count(hits, KorString("HB post 1:15"), &KorDSMSearchHit::text), 1);
 

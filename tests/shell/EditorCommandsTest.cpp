@@ -267,6 +267,11 @@ TEST_F(EditorFixture, KeysLeadFromTheTreeToEachPageAndStore) {
     const KorTabPage* first = page();
     press(Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_NE(page(), first);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+    for (int stops = 0; stops < 9 && !qobject_cast<QRadioButton*>(QApplication::focusWidget()); ++stops)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), pageControl<QRadioButton>(kAboveMainView)) << "the chosen one";
+    press(Qt::Key_F6, Qt::ShiftModifier);
     press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(page(), first);
     EXPECT_EQ(QApplication::focusWidget(), &tree());

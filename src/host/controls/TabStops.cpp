@@ -1,13 +1,35 @@
 #include "controls/TabStops.h"
 
 #include <QApplication>
-#include <QWidget>
+#include <QButtonGroup>
+#include <QRadioButton>
+
+#include <algorithm>
 
 namespace {
 
-bool takesFocus(const QWidget& widget) {
+bool canFocus(const QWidget& widget) {
     return (widget.focusPolicy() & Qt::TabFocus) && widget.isEnabled() && widget.isVisible() &&
            !widget.focusProxy();
+}
+
+// Of radio buttons that belong together the chosen one has the focus: on another one a space would choose
+// that.
+bool isBesideChosen(const QWidget& widget) {
+    const auto* radio = qobject_cast<const QRadioButton*>(&widget);
+    if (!radio || radio->isChecked())
+        return false;
+    const auto isChosen = [radio](const QAbstractButton* other) {
+        return other->isChecked() && other->group() == radio->group() && canFocus(*other);
+    };
+    return radio->group() ? std::ranges::any_of(radio->group()->buttons(), isChosen)
+                          : std::ranges::any_of(radio->parentWidget()->findChildren<QRadioButton*>(
+                                                    QString(), Qt::FindDirectChildrenOnly),
+                                                isChosen);
+}
+
+bool takesFocus(const QWidget& widget) {
+    return canFocus(widget) && !isBesideChosen(widget);
 }
 
 } // namespace
