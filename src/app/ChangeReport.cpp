@@ -104,7 +104,16 @@ int ChangeReport::finish() {
     return tellStored();
 }
 
+// As far as it was read: what is stored may have mended it.
+bool ChangeReport::noteWhole() {
+    const std::vector<ReadProblem>& problems = StyleDatabases::current().source(m_source)->problems();
+    const bool isWhole = std::ranges::all_of(problems, &ReadProblem::kept);
+    m_document["complete"] = isWhole;
+    return isWhole;
+}
+
 void ChangeReport::tellDryRun() {
+    noteWhole();
     if (m_options.json)
         return Console::print(m_document);
     std::ranges::for_each(m_sentences, &Console::say);
@@ -113,7 +122,7 @@ void ChangeReport::tellDryRun() {
 }
 
 int ChangeReport::tellStored() {
-    const bool isWhole = StyleDatabases::current().source(m_source)->complete().ok();
+    const bool isWhole = noteWhole();
     if (m_options.json)
         Console::print(m_document);
     std::ranges::for_each(m_sentences, m_options.json ? &Console::noteStored : &Console::sayStored);

@@ -35,6 +35,7 @@ public:
 
 private:
     void listSteps();
+    bool noteWhole();
     void tellDryRun();
     int tellStored();
 

@@ -286,8 +286,8 @@ void declare(CLI::App& app, Wanted& wanted) {
         ->take_last();
     app.require_subcommand(0, 1);
     app.fallthrough();
-    app.footer(
-        translatable("Exit codes: 0 done, 1 could not, or check found more than notes, 2 wrong usage."));
+    app.footer(translatable("Exit codes: 0 done, 1 could not, or a database could not be read whole, or "
+                            "check found more than notes, 2 wrong usage."));
     addEdit(app, wanted);
     addRequest(app, wanted);
     addList(app, wanted);
@@ -310,7 +310,8 @@ bool areTextsClean(int argc, char** argv) {
 
 // Says once of each database that is waited for that it is.
 LockWait::Ask tellOfLocks() {
-    return [told = std::set<std::string>()](const std::string& file, std::chrono::milliseconds waited) mutable {
+    return [told = std::set<std::string>()](const std::string& file,
+                                            std::chrono::milliseconds waited) mutable {
         if (waited >= LockWait::kWordless && told.insert(file).second)
             Console::complain(KorString::format(
                 isServerName(file)

@@ -35,7 +35,10 @@ Result<> copyToServer(StyleStore& from, const ServerAddress& address,
         result = CopiedDatabase::refuseRows(*to.store);
     if (result)
         result = CopiedDatabase::copy(from, *to.store, progress);
-    if (result && !(result = to.store->commit()) && to.store->outcome() == StyleStore::eOutcome::kUnknown)
+    const bool isCommitted = result.ok();
+    if (isCommitted)
+        result = to.store->commit();
+    if (isCommitted && !result && to.store->outcome() == StyleStore::eOutcome::kUnknown)
         return Result<>::failure(KorString::format(
             translated(
                 "The connection to \"%s\" was lost while the copy was being stored, so it is not known "

@@ -1,5 +1,6 @@
 #include "dialogs/KorDSMDialogSources.h"
 
+#include "base/Translation.h"
 #include "controls/KorControls.h"
 #include "controls/KorMnemonics.h"
 #include "controls/KorQt.h"
@@ -124,6 +125,14 @@ void KorDSMDialogSources::accept() {
                 return say(QString::fromStdString(address.error), true);
         if (text == row.text)
             continue;
+        if (std::error_code none; !text.empty() && !ServerAddress::isConnection(text) &&
+                                  !std::filesystem::exists(m_folder / text, none) &&
+                                  m_told.insert(text).second)
+            return say(toQt(KorString::format(
+                           translated("There is no file \"%s\". If it is meant, press OK again; for the User "
+                                      "database a new, empty one is made there."),
+                           {(m_folder / text).string()})),
+                       true);
         texts[row.source] = text;
         m_moved.push_back(row.id);
     }

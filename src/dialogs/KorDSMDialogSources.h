@@ -4,6 +4,7 @@
 #include "records/KorDSNDefinitions.h"
 
 #include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -45,5 +46,6 @@ private:
     std::filesystem::path m_folder;
     std::vector<Row> m_rows;
     std::vector<SourceId> m_moved;
+    std::set<std::string> m_told; // files of which it was told that they are not there
     QLabel* m_outcome;
 };

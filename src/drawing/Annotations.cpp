@@ -48,7 +48,9 @@ public:
                     ? m_context.rows.row<StructDetObjAnnotationStrategy>(look.entry->annotationStrategyKey)
                     : nullptr;
             const PartObject& object = m_context.object(index);
-            const std::vector<Vec2> anchors = strategy ? m_anchors.of(index) : std::vector<Vec2>();
+            if (!strategy)
+                continue;
+            const std::vector<Vec2> anchors = m_anchors.of(index);
             if (anchors.empty() ||
                 (!m_context.isOverview && !named.insert({look.entry->key, object.name}).second) ||
                 (strategy->repeatPerView == 0 && m_context.labelled.contains({strategy->key, index})))

@@ -1,6 +1,7 @@
 #include "drawing/AskedSet.h"
 
 #include "base/Translation.h"
+#include "records/OwnWords.h"
 
 namespace {
 
@@ -20,7 +21,7 @@ AskedQualifier qualifierOf(StyleRows& rows, const StructDetObjQualifierWithRole&
         return asked;
     asked.type = type->modelType;
     asked.roleNumber = role ? role->role : 0;
-    asked.propertyName = property->name;
+    asked.propertyName = OwnWords::nameOf(kTableQualifier, *property);
     asked.filterName = filter ? filter->name : KorString();
     asked.expression = filter ? filter->expression : KorString();
     asked.test = PropertyTest::read(asked.expression.view(), filter ? filter->minimum : 0,

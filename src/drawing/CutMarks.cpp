@@ -72,7 +72,8 @@ private:
         double high = std::min(part.high.u, plane.high.u);
         if (low >= high)
             return false;
-        if (const auto [first, last] = metBy(view, looking, across, at); first < last) {
+        const auto [first, last] = metBy(view, looking, across, at);
+        if (std::max(low, first) < std::min(high, last)) {
             low = std::max(low, first);
             high = std::min(high, last);
         }

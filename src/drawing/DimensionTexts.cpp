@@ -32,7 +32,7 @@ bool DimensionTexts::isCrossed(const Text& text) const {
     return std::ranges::any_of(m_lines, [&](const Text& line) { return meet(text, line); });
 }
 
-void DimensionTexts::avoid(std::vector<std::pair<Vec2, Vec2>> lines) {
+void DimensionTexts::avoid(const std::vector<std::pair<Vec2, Vec2>>& lines) {
     constexpr double kStroke = 3.5;    // mm, the mark at the end of a stretch
     constexpr std::size_t kMost = 400; // where there are more no place is without
     for (const auto& [a, b] : lines)
@@ -60,7 +60,7 @@ DimensionTexts::Place DimensionTexts::place(const Span& span, Vec2 size) {
     if (room >= 0)
         for (const double part : {0.0, 0.25, -0.25, 0.5, -0.5, 0.75, -0.75, 1.0, -1.0})
             tries.push_back({part * room, -upon, false});
-    const auto isUpon = [&](const Try& t) { return std::abs(t.along) <= room && t.outward < 0; };
+    const auto isUpon = [&](const Try& t) { return !t.led && std::abs(t.along) <= room && t.outward < 0; };
     if (span.isFirst)
         tries.push_back({-beside, -upon, false});
     if (span.isLast)

@@ -21,7 +21,7 @@ public:
     };
 
     /// Lines that texts are kept away from as far as there is room upon their stretch.
-    void avoid(std::vector<std::pair<Vec2, Vec2>> lines);
+    void avoid(const std::vector<std::pair<Vec2, Vec2>>& lines);
     /// The place of a text of this length and height, which is taken from now on: upon its stretch; where
     /// that is too short, beside the line's end, or below the line, or further away with a leader.
     Place place(const Span& span, Vec2 size);

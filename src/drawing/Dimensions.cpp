@@ -73,7 +73,7 @@ public:
         for (const Primitive& figure : figures)
             if (figure.kind == Primitive::kLine && figure.points.size() == 2)
                 lines.emplace_back(figure.points[0], figure.points[1]);
-        m_texts.avoid(std::move(lines));
+        m_texts.avoid(lines);
         for (Written& text : m_written) {
             const DimensionTexts::Place place =
                 m_texts.place(text.span, {text.text.textWidth(), kDimensionText});

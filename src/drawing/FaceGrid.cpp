@@ -51,7 +51,7 @@ void FaceGrid::sort() {
         const Cells cells = cellsOf(face.box);
         for (int row = cells.bottom; row <= cells.top; ++row)
             for (int column = cells.left; column <= cells.right; ++column)
-                take(static_cast<std::size_t>(row) * kCells + column);
+                take(static_cast<std::size_t>(row * kCells + column));
     };
     for (const ViewFace& face : m_faces)
         eachCell(face, [&](std::size_t number) { ++m_firsts[number + 1]; });
@@ -73,8 +73,8 @@ const FaceGrid::Found& FaceGrid::near(const ViewPoint& a, const ViewPoint& b) co
     ++m_question;
     const Cells cells = cellsOf(box);
     for (int row = cells.bottom; row <= cells.top; ++row)
-        for (std::size_t i = m_firsts[static_cast<std::size_t>(row) * kCells + cells.left];
-             i < m_firsts[static_cast<std::size_t>(row) * kCells + cells.right + 1]; ++i) {
+        for (std::size_t i = m_firsts[static_cast<std::size_t>(row * kCells + cells.left)];
+             i < m_firsts[static_cast<std::size_t>(row * kCells + cells.right + 1)]; ++i) {
             const auto index = static_cast<std::size_t>(m_inCells[i]);
             const ViewFace& face = m_faces[index];
             if (m_asked[index] == m_question || face.nearest > farthest || face.box.low.u > box.high.u + 1 ||

@@ -92,11 +92,11 @@ std::string LabelText::length(double millimetres, StyleRows& rows) {
 }
 
 std::string LabelText::height(double millimetres, StyleRows& rows) {
-    const double metres = std::round(millimetres) / 1000 + 0.0; // never -0
-    const std::string sign = metres >= 0 ? "+" : "-";
+    const bool isZero = length(millimetres, rows) == length(0, rows); // which is never below
+    const std::string sign = millimetres >= 0 || isZero ? "+" : "-";
     if (isInInches(rows))
         return sign + length(millimetres, rows);
-    std::string words = number(std::abs(metres), 3);
+    std::string words = number(std::round(std::abs(millimetres)) / 1000, 3);
     if (words.find('.') == std::string::npos)
         words += ".";
     words.append(3 - std::min<std::size_t>(3, words.size() - words.find('.') - 1), '0');

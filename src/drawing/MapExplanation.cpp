@@ -3,6 +3,7 @@
 #include "base/Translation.h"
 #include "data/text/TextFields.h"
 #include "drawing/DrawingContext.h"
+#include "records/OwnWords.h"
 
 namespace {
 
@@ -11,7 +12,7 @@ template <typename R>
 KorString wordFor(StyleRows& rows, std::int32_t R::*number, int value) {
     const auto all = rows.rows<R>([](const R&) { return true; });
     const auto found = std::ranges::find_if(all, [&](const R* row) { return row->*number == value; });
-    return found == all.end() ? KorString::number(value) : (*found)->name;
+    return found == all.end() ? KorString::number(value) : OwnWords::nameOf(tableOf<R>, **found);
 }
 
 std::string wordsOf(const PropertyTest& test) {

@@ -7,8 +7,8 @@
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
 #include "pages/ValuePictures.h"
+#include "records/OwnWords.h"
 #include "services/Prompts.h"
-#include "session/KorDSMOwnWords.h"
 
 #include <QComboBox>
 
@@ -79,7 +79,7 @@ void ClippingLists::fillTypes(QComboBox& combo) {
         StructClippingType type;
         const bool found = KorODBCClippingType::getClippingType(name, type) == 1;
         combo.addItem(found ? ValuePictures::ofRow(types, type) : QIcon(),
-                      toQt(KorDSMOwnWords::nameOf(kTableClippingType, name)), found ? type.key : kDefaultKey);
+                      toQt(OwnWords::nameOf(kTableClippingType, name)), found ? type.key : kDefaultKey);
     }
     combo.setIconSize(ValuePictures::sizeFor(*findTable(kTableLengthClip),
                                              *findTable(kTableLengthClip)->column(kColumnType)));

@@ -9,8 +9,8 @@
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
 #include "pages/FormBody.h"
+#include "records/OwnWords.h"
 #include "services/Prompts.h"
-#include "session/KorDSMOwnWords.h"
 
 #include <QBoxLayout>
 
@@ -94,7 +94,7 @@ bool KorDSMPageModelObjectsSelection::fillLists() {
         m_buttons[i]->setVisible(used);
         if (used)
             m_buttons[i]->setText(KorMnemonics::literal(
-                toQt(KorDSMOwnWords::nameOf(kTableSelectionStrategy, m_names[static_cast<int>(i)]))));
+                toQt(OwnWords::nameOf(kTableSelectionStrategy, m_names[static_cast<int>(i)]))));
     }
     m_form->fillLists();
     return true;

@@ -10,9 +10,9 @@
 #include "pages/FormBody.h"
 #include "pages/LabelDesignerSetup.h"
 #include "pages/SelectionFills.h"
+#include "records/OwnWords.h"
 #include "records/ViewRecords.h"
 #include "services/Prompts.h"
-#include "session/KorDSMOwnWords.h"
 #include "session/KorDSMValueText.h"
 
 #include <QBoxLayout>
@@ -150,17 +150,16 @@ void KorDSMPageViewProperties::fillScales() {
         KorOdbcGrouping::getScaleList(getScaleUnitsOfCurrentDatabase(), groups, members) == 1 &&
         groups.length() < names.length())
         for (const KorString& group : groups)
-            m_scales->addEntry(KorDSMOwnWords::nameOf(kTableScaleGroup, group))->selectable = false;
+            m_scales->addEntry(OwnWords::nameOf(kTableScaleGroup, group))->selectable = false;
     else
         members.clear();
     for (const KorString& name : names) {
         int group = 0;
         while (group < members.length() && members[group].find(name) < 0)
             ++group;
-        m_scales->addEntry(
-            group < members.length()
-                ? SelectionFills::path(KorDSMOwnWords::nameOf(kTableScaleGroup, groups[group]), name)
-                : name);
+        m_scales->addEntry(group < members.length()
+                               ? SelectionFills::path(OwnWords::nameOf(kTableScaleGroup, groups[group]), name)
+                               : name);
     }
 }
 

@@ -11,9 +11,9 @@
 #include "pages/QualifierHints.h"
 #include "pages/RecordNames.h"
 #include "pages/ValuePictures.h"
+#include "records/OwnWords.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
-#include "session/KorDSMOwnWords.h"
 #include "session/KorDSMValueText.h"
 
 #include <QAction>
@@ -283,7 +283,7 @@ void PageFields::loadCombo(const PageField& field, const Column& column, std::in
     if (target && names->entryOf(value) < 0) // it is newer than the list, or not offered
         fillCombo(field, column, combo, value);
     int index = field.optional && value <= 0 ? 0 : target ? names->entryOf(value) : -1;
-    const QString name = target ? toQt(KorDSMOwnWords::nameOf(column.target, *target)) : QString();
+    const QString name = target ? toQt(OwnWords::nameOf(column.target, *target)) : QString();
     if (target && (index < 0 || combo.itemText(index) != name))
         index = combo.findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive);
     combo.setCurrentIndex(index);
@@ -300,7 +300,7 @@ void PageFields::onEntryChosen(const PageField& field, QComboBox& combo) {
     // Of rows of one name the entry's own is meant; entries that were added by name have none.
     const KorString name = fromQt(combo.currentText());
     const StructRecord* target = CurrentRows::find(column->target, KorOdbcKey(combo.currentData().toInt()));
-    if (!target || KorDSMOwnWords::nameOf(column->target, *target) != name)
+    if (!target || OwnWords::nameOf(column->target, *target) != name)
         target = CurrentRows::find(column->target, name);
     if (target)
         write(field, combo, std::int64_t{target->key});

@@ -2,8 +2,8 @@
 
 #include "operations/CurrentRows.h"
 #include "pages/ValuePictures.h"
+#include "records/OwnWords.h"
 #include "services/Prompts.h"
-#include "session/KorDSMOwnWords.h"
 #include "session/KorDSMValueText.h"
 
 #include <map>
@@ -47,7 +47,7 @@ PartListColumns::Choices PartListColumns::choicesOf(const TableSchema& table, co
     const bool hasPictures = !ValuePictures::sizeFor(table, column).isEmpty();
     choices = {{KorDSMValueText::nothing()}, {QIcon()}};
     for (const StructRecord* target : CurrentRows::byName(column.target)) {
-        choices.names.push_back(KorDSMOwnWords::nameOf(column.target, *target));
+        choices.names.push_back(OwnWords::nameOf(column.target, *target));
         choices.pictures.push_back(hasPictures ? ValuePictures::ofRow(targets, *target) : QIcon());
     }
     return choices;

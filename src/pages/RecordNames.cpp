@@ -4,7 +4,7 @@
 #include "operations/CurrentRows.h"
 #include "operations/KorDetStructureUtilities.h"
 #include "pages/ValuePictures.h"
-#include "session/KorDSMOwnWords.h"
+#include "records/OwnWords.h"
 #include "session/KorDSMValueText.h"
 
 #include <algorithm>
@@ -16,10 +16,9 @@ constexpr int kSortedAtOnce = 250; // so few that it takes no time
 // As people sort what they read.
 std::vector<const StructRecord*> inOrder(eTableType table) {
     std::vector<const StructRecord*> rows = CurrentRows::byName(table);
-    if (KorDSMOwnWords::areIn(table))
-        std::ranges::stable_sort(
-            rows, KorDetStructureUtilities::isNameBefore,
-            [table](const StructRecord* row) { return KorDSMOwnWords::nameOf(table, *row); });
+    if (OwnWords::areIn(table))
+        std::ranges::stable_sort(rows, KorDetStructureUtilities::isNameBefore,
+                                 [table](const StructRecord* row) { return OwnWords::nameOf(table, *row); });
     return rows;
 }
 
@@ -40,7 +39,7 @@ void RecordNames::fill(const TableSchema& table, bool isSorted, bool isOptional,
     if (isSorted && m_isInOrder) {
         for (const StructRecord* row : inOrder(table.type))
             if (isOffered(*row))
-                m_entries.push_back({row->key, toQt(KorDSMOwnWords::nameOf(table.type, *row))});
+                m_entries.push_back({row->key, toQt(OwnWords::nameOf(table.type, *row))});
     } else {
         m_entries.reserve(static_cast<std::size_t>(count) + 1);
         for (int i = 0; i < count; ++i)
@@ -115,7 +114,7 @@ const QString& RecordNames::nameAt(std::size_t at) const {
     Entry& entry = m_entries[at];
     if (!entry.name) {
         const StructRecord* row = CurrentRows::find(m_table->type, KorOdbcKey(entry.key));
-        entry.name = row ? toQt(KorDSMOwnWords::nameOf(m_table->type, *row)) : QString();
+        entry.name = row ? toQt(OwnWords::nameOf(m_table->type, *row)) : QString();
     }
     return *entry.name;
 }

@@ -158,7 +158,7 @@ KorDSMCommit::Report KorDSMCommit::readAndKeep(const std::function<std::vector<O
             outcome.isAsked = true;
             break;
         }
-        if (tries == kMostTries || !std::ranges::all_of(outcome.failed, isAmongThem))
+        if (tries == kMostTries || (tries > 0 && std::ranges::none_of(outcome.failed, isAmongThem)))
             break;
         outcome = keep();
     }

@@ -2,9 +2,9 @@
 
 #include "operations/CurrentRows.h"
 #include "records/ObjectRecords.h"
+#include "records/OwnWords.h"
 #include "records/TableDeclarations.h"
 #include "services/Prompts.h"
-#include "session/KorDSMOwnWords.h"
 #include "session/KorDSMPartList.h"
 
 namespace {
@@ -38,16 +38,15 @@ KorString phraseOf(const StructDetObjQualifierWithRole& row) {
     const auto* qualifier = rowOf<StructDetObjQualifier>(row.qualifierKey);
     const auto* filter = rowOf<StructDetObjQualifierFilter>(row.filterKey);
     const auto* type = qualifier ? rowOf<StructDetModelType>(qualifier->modelTypeKey) : nullptr;
-    const KorString what = qualifier ? KorDSMOwnWords::nameOf(kTableQualifier, *qualifier) : KorString("?");
+    const KorString what = qualifier ? OwnWords::nameOf(kTableQualifier, *qualifier) : KorString("?");
     const KorString phrase =
         filter ? KorString::format(Prompts::dsm(row.negate ? kIsNot : kIs),
                                    {what, valueOf(qualifier ? qualifier->name : what, filter->name)})
                : KorString::format(Prompts::dsm(row.negate ? kNone : kAny),
-                                   {type ? KorDSMOwnWords::nameOf(kTableModelType, *type) : what});
+                                   {type ? OwnWords::nameOf(kTableModelType, *type) : what});
     const auto* role = rowOf<StructModelRole>(row.modelRoleKey);
     return role && role->role != 0
-               ? KorString::format(Prompts::dsm(kAs),
-                                   {phrase, KorDSMOwnWords::nameOf(kTableModelRole, *role)})
+               ? KorString::format(Prompts::dsm(kAs), {phrase, OwnWords::nameOf(kTableModelRole, *role)})
                : phrase;
 }
 

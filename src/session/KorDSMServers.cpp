@@ -78,14 +78,14 @@ bool KorDSMServers::look() {
 }
 
 KorString KorDSMServers::trouble() {
-    std::map<std::pair<const char*, std::string>, std::set<std::string>> sources; // mostly it is one server
+    std::map<std::pair<std::string, std::string>, std::set<std::string>> sources; // mostly it is one server
     for (const auto& [id, since] : heard().silent)
         if (const char* trouble = troubleOf(id, heard().news[id]))
-            sources[{trouble, timeOfDay(since).toStdString()}].insert(
+            sources[{translated(trouble).toStdString(), timeOfDay(since).toStdString()}].insert(
                 KorDSMWhereUsed::sourceName(id).toStdString());
     KorString all;
     for (const auto& [what, names] : sources) {
-        const KorString sentence = KorString::format(translated(what.first), {what.second, joined(names)});
+        const KorString sentence = KorString::format(what.first, {what.second, joined(names)});
         all = all.isEmpty() ? sentence : KorString::format("%s\n%s", {all, sentence});
     }
     return all;

@@ -2,9 +2,9 @@
 
 #include "data/StyleDatabases.h"
 #include "model/CurrentUnits.h"
+#include "records/OwnWords.h"
 #include "services/Prompts.h"
 #include "session/KorDSMColorNames.h"
-#include "session/KorDSMOwnWords.h"
 
 #include <algorithm>
 #include <cctype>
@@ -73,7 +73,7 @@ KorString referenceText(const Column& column, std::int64_t key) {
     StyleSource* source = StyleDatabases::current().here();
     const StructRecord* row =
         source ? source->table(column.target).find(KorOdbcKey(static_cast<std::int32_t>(key))) : nullptr;
-    return row && !row->name.isEmpty() ? KorDSMOwnWords::nameOf(column.target, *row)
+    return row && !row->name.isEmpty() ? OwnWords::nameOf(column.target, *row)
                                        : KorString::format("[%s]", {KorString::number(key)});
 }
 
@@ -218,7 +218,7 @@ const StructRecord* findRow(const StyleTable& rows, const KorString& text) {
     for (const KorString& name : {text, trimmed})
         if (const StructRecord* row = name.isEmpty() ? nullptr : rows.find(name))
             return row;
-    if (const StructRecord* word = KorDSMOwnWords::find(rows, trimmed))
+    if (const StructRecord* word = OwnWords::find(rows.schema().type, rows.rows(), trimmed))
         return word;
     return rows.find(keyInBrackets(trimmed.view()));
 }

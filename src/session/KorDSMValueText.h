@@ -33,7 +33,7 @@ KorString nothing();
 /// The unit kind of the column's numbers for the units manager.
 int unitKind(const Column& column);
 
-/// The row that a text names: by its run name, as `KorDSMOwnWords` calls it, or by its key in brackets, such
+/// The row that a text names: by its run name, as `OwnWords` calls it, or by its key in brackets, such
 /// as "[7]". Null when there is
 /// none.
 const StructRecord* findRow(const StyleTable& rows, const KorString& text);

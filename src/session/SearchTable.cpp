@@ -1,5 +1,6 @@
 #include "session/SearchTable.h"
 
+#include "records/OwnWords.h"
 #include "session/KorDSMValueText.h"
 
 #include <algorithm>
@@ -55,11 +56,17 @@ SearchTable::SearchTable(StyleSource& source, const TableSchema& table, bool has
     m_kind = foldedAll(kind, wordings.of(kind));
     m_names.reserve(static_cast<std::size_t>(m_rows->size()));
     for (int i = 0; i < m_rows->size(); ++i)
-        m_names.add(m_rows->at(i).name);
+        m_names.add(shownName(m_rows->at(i)));
     if (hasValues)
         for (const Column& column : table.columns)
             if (column.number > 1 && column.role != eReferenceRole::kIdentifies) // its name would come twice
                 addColumn(column, wordings);
+}
+
+// What is stored in English is found by that, too.
+KorString SearchTable::shownName(const StructRecord& row) const {
+    const KorString shown = OwnWords::nameOf(m_schema->type, row);
+    return shown == row.name ? shown : KorString::format("%s (%s)", {shown, row.name});
 }
 
 void SearchTable::addColumn(const Column& column, const OtherWordings& wordings) {

@@ -59,6 +59,7 @@ private:
     };
     using Fits = std::vector<std::pair<std::uint64_t, SearchFit>>;
 
+    KorString shownName(const StructRecord& row) const;
     void addColumn(const Column& column, const OtherWordings& wordings);
     void addChoices(Values& values, const OtherWordings& wordings) const;
     void texts(const Values& values, const SearchWords& words, std::size_t atMost, const Take& take) const;

@@ -109,9 +109,9 @@ void StylePreview::makeCommands() {
 void StylePreview::setShown(bool shown) {
     m_strip.button(kButton)->setChecked(shown);
     const bool isOther = m_place.setShown(shown);
-    m_commands.setEnabled(shown, false);
     if (!isOther)
         return;
+    m_commands.setEnabled(shown, false);
     if (!shown) {
         m_preview.rest();
         m_output.setEnabled(false);
@@ -188,8 +188,7 @@ void StylePreview::update() {
     m_output.setEnabled(m_preview.drawing() != nullptr);
     showHead();
     m_drawings += isOther;
-    if (isOther)
-        m_stored = nullptr;
+    m_stored = nullptr; // others may have stored something that shows only there
     if (isOther || wasBefore)
         showDrawing();
     if (std::exchange(m_shownRow, m_preview.subject().row) != m_preview.subject().row)
@@ -234,7 +233,7 @@ void StylePreview::showDrawing() {
         notes << QString::fromStdString(problem);
     m_pane->setFoot(schematic, notes);
     if (isBefore())
-        showDifferences(m_pane->view().drawing());
+        m_pane->setNote(differencesTo(m_pane->view().drawing()));
 }
 
 // A selected style is shown whole, and of what it consists of where that acts.
@@ -368,17 +367,24 @@ void StylePreview::compare(double share) {
 // What is stored, in the left part of the picture.
 void StylePreview::showCompared() {
     const bool isPart = m_share > 0 && !isBefore();
-    if (isPart && !m_stored)
+    const bool wasPart = std::exchange(m_isDivided, isPart);
+    if (!isPart) {
+        m_stored = nullptr;
+    } else if (!m_stored) {
         m_stored = m_preview.drawStored();
-    m_pane->view().compareWith(isPart ? m_stored : nullptr, m_share);
+        m_differences = differencesTo(m_stored.get());
+    }
+    m_pane->view().compareWith(m_stored, m_share);
     if (isPart)
-        showDifferences(m_stored.get());
+        m_pane->setNote(m_differences);
+    else if (wasPart)
+        markField(); // it has the note again
 }
 
-// What became different since it was stored.
-void StylePreview::showDifferences(const Drawing* stored) {
+// What became different since it was stored, in words.
+QString StylePreview::differencesTo(const Drawing* stored) const {
     const QString words = stored && m_preview.drawing()
                               ? joined(KorDSMDrawingDifferences::wordsOf(*stored, *m_preview.drawing()))
                               : QString();
-    m_pane->setNote(words.isEmpty() ? toQt(Prompts::dsm(kEqual)) : words);
+    return words.isEmpty() ? toQt(Prompts::dsm(kEqual)) : words;
 }

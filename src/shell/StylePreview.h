@@ -49,7 +49,7 @@ private:
 
     void update();
     void showDrawing();
-    void showDifferences(const Drawing* stored);
+    QString differencesTo(const Drawing* stored) const;
     void showRecord();
     void showEffects();
     void showHead();
@@ -80,8 +80,10 @@ private:
     QTimer m_typing;
     QTimer m_offering;
     bool m_isDue = false;
-    double m_share = 0;                      // of the picture, that shows what is stored
+    double m_share = 0; // of the picture, that shows what is stored
+    bool m_isDivided = false;
     std::shared_ptr<const Drawing> m_stored; // while that is compared; null: to be drawn
+    QString m_differences;                   // to that
     int m_drawings = 0;
     RowRef m_shownRow;
     std::optional<FieldPlace> m_field;            // that has the focus, or had it before the pane got it

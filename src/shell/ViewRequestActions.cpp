@@ -140,7 +140,10 @@ bool KorDSMViewRequestDialog::store() {
             readAgain(source, key);
         return changes;
     };
-    const KorDSMCommit::Report outcome = KorDSMCommit::readAndKeep(read, &KorDSMCommit::keepAndGoOn);
+    KorDSMCommit::Report outcome;
+    do // what was decided is kept
+        outcome = KorDSMCommit::readAndKeep(read, &KorDSMCommit::keepAndGoOn);
+    while (outcome.isAsked);
     QStringList errors;
     for (const SourceCommit& commit : outcome.failed)
         errors << QString::fromStdString(commit.error);

@@ -134,11 +134,20 @@ void WindowRefresh::follow(const std::vector<KorDSMRowChange>& changes) {
 
 void WindowRefresh::follow(const std::vector<KorDSMRowChange>& changes,
                            const std::vector<OutsideChange>& read) {
+    const KorDSMDatabaseItem* shown = KorDSMSectionTree::itemOf(m_selection.entry());
+    const auto before = shown ? std::optional(KorDSMPlace(*shown)) : std::nullopt;
+    auto place = before;
     for (const OutsideChange& change : read) {
         m_navigation.renumber(change.source, change.newKeys);
         m_places.renumber(change.source, change.newKeys);
+        if (place)
+            place->renumber(change.source, change.newKeys);
     }
     follow(changes);
+    // Under the key that it had another program's row stands now.
+    if (KorDSMDatabaseItem* item = place != before ? place->find(m_structure) : nullptr;
+        item && item != m_selection.item())
+        m_navigation.returnToItem(*item);
 }
 
 void WindowRefresh::reload(const std::vector<OutsideChange>& read) {

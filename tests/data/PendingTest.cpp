@@ -42,6 +42,7 @@ TEST_F(PendingTest, AValueSetBackAndARowDeletedAgainWriteNothing) {
     setDescription("changed");
     setDescription("");
     const auto key = add<StructDetArrangerControl>(kUser, "New");
+    EXPECT_EQ(databases.pending().rowsOf(kUser, 9), (std::set{RowRef{kTableDetailStyle, m_style}}));
     EXPECT_EQ(databases.remove(kTableArrangerControl, key), WriteResult::kWritten);
     EXPECT_TRUE(databases.pending().hasPending(kUser));
     others("UPDATE detail_style SET description = 'theirs'");

@@ -71,7 +71,11 @@ TEST_F(SourcesDialog, NeitherShowsAPasswordNorReplacesWhatItDidNotRead) {
     std::filesystem::create_directory(m_folder.file("sources.ini"));
     user->setText("there.dsdb");
     dialog.show();
+    const auto* outcome = KorControls::find<QLabel>(&dialog, KorDSMDialogSources::kOutcome);
     dialog.accept();
+    EXPECT_TRUE(outcome->text().contains("There is no file")) << "it may be mistyped";
+    dialog.accept();
+    EXPECT_TRUE(outcome->text().contains("sources.ini")) << outcome->text().toStdString();
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_TRUE(std::filesystem::is_directory(m_folder.file("sources.ini")));
 }

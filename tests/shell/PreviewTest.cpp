@@ -12,6 +12,7 @@
 #include <QClipboard>
 #include <QMenu>
 
+#include <QLabel>
 #include <QListWidget>
 #include <QSlider>
 #include <QTabBar>
@@ -119,9 +120,20 @@ TEST_F(Preview, ASliderAndALineInThePictureBringWhatIsStoredOverFromTheLeft) {
     const auto picture = [&](double from, double to) {
         settle();
         const QImage all = view().grab().toImage();
-        return all.copy(static_cast<int>(all.width() * from), 2,
-                        static_cast<int>(all.width() * (to - from)), all.height() - 4);
+        return all.copy(static_cast<int>(all.width() * from), 2, static_cast<int>(all.width() * (to - from)),
+                        all.height() - 4);
     };
+    const auto words = [this] {
+        QStringList all;
+        for (const QLabel* label : pane().findChildren<QLabel*>())
+            all << label->text();
+        return all;
+    };
+    const QStringList before = words();
+    slider->setValue(50);
+    EXPECT_NE(words(), before);
+    slider->setValue(0);
+    EXPECT_EQ(words(), before);
     slider->setValue(1); // with the words below, which need room
     const QImage nowLeft = picture(0.02, 0.48);
     const QImage nowRight = picture(0.52, 0.98);

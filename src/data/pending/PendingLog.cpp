@@ -306,9 +306,14 @@ std::vector<PendingStep> PendingLog::takeRedo() {
 }
 
 std::set<RowRef> PendingLog::rowsOf(SourceId source, std::size_t most) const {
+    std::set<RowRef> made; // under keys that other programs give to rows of their own, too
+    for (const PendingStep& step : std::span(m_steps).first(m_position))
+        if (step.source == source && step.action == PendingStep::eAction::kAppend)
+            made.insert({step.table, step.key});
     std::set<RowRef> rows;
     for (std::size_t i = m_position; i > 0 && rows.size() < most; --i)
-        if (const PendingStep& step = m_steps[i - 1]; step.source == source)
+        if (const PendingStep& step = m_steps[i - 1];
+            step.source == source && !made.contains({step.table, step.key}))
             rows.insert({step.table, step.key});
     return rows;
 }

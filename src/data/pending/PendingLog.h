@@ -75,7 +75,7 @@ public:
     bool hasPending(SourceId source, eTableType table) const { return m_counts.contains({source, table}); }
     bool hasPending(SourceId source) const;
     bool isEmpty() const { return m_position == 0; }
-    /// Rows that have pending changes, those that were changed last if there are more than `most`.
+    /// Stored rows that have pending changes, those that were changed last if there are more than `most`.
     std::set<RowRef> rowsOf(SourceId source, std::size_t most) const;
     /// The steps that stand, oldest first. Valid until the log changes.
     std::vector<const PendingStep*> steps() const;

@@ -77,8 +77,12 @@ void LockWait::turn() {
     if (waiting().isAsking || !waiting().ask)
         return;
     waiting().isAsking = true;
-    static_cast<void>(waiting().ask(m_file, std::chrono::milliseconds(0)));
+    const bool goesOn = waiting().ask(m_file, std::chrono::milliseconds(0));
     waiting().isAsking = false;
+    if (!goesOn) {
+        m_givenUpIn = waiting().command;
+        m_givenUp = timeNow();
+    }
 }
 
 bool LockWait::wasDeclined() const {

@@ -29,12 +29,12 @@ bool isDark(const QPalette& palette) {
 
 /// `color`, so far towards the text that it is seen on each ground that controls stand on.
 QColor seen(const QPalette& palette, const QColor& color, double margin) {
+    constexpr QPalette::ColorRole kGrounds[] = {QPalette::Window, QPalette::Base, QPalette::Button};
     const double wanted = KorStyle::kContrast * margin;
     return KorReadable::moved(color, palette.color(QPalette::Text), [&](const QColor& reached) {
-        return std::ranges::all_of(std::initializer_list{QPalette::Window, QPalette::Base, QPalette::Button},
-                                   [&](QPalette::ColorRole ground) {
-                                       return KorReadable::contrast(reached, palette.color(ground)) >= wanted;
-                                   });
+        return std::ranges::all_of(kGrounds, [&](QPalette::ColorRole ground) {
+            return KorReadable::contrast(reached, palette.color(ground)) >= wanted;
+        });
     });
 }
 

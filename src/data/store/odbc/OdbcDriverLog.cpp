@@ -51,12 +51,15 @@ Settings settingsOf(const std::string& driver) {
 
 std::string hintAtDriverLog(const ServerAddress& address) {
     const Settings settings = settingsOf(address.driver);
-    for (const char* log : {"CommLog", "Debug"})
+    std::string off;
+    for (const std::string log : {"CommLog", "Debug"})
         if (const auto found = settings.find(log); found != settings.end() && found->second != "0")
-            return KorString::format(
-                       translated("The driver \"%s\" leaves a file in the folder of temporary files at each "
-                                  "start; %s=0 in its section of odbcinst.ini ends that."),
-                       {address.driver, log})
-                .toStdString();
-    return {};
+            off += (off.empty() ? "" : ", ") + log + "=0";
+    return off.empty()
+               ? std::string()
+               : KorString::format(translated("The driver \"%s\" leaves a file in the folder of temporary "
+                                              "files at each start; %s in its section of odbcinst.ini ends "
+                                              "that."),
+                                   {address.driver, off})
+                     .toStdString();
 }

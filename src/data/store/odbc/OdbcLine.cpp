@@ -31,6 +31,8 @@ OdbcError done(const std::function<OdbcError(OdbcLine&)>& job, OdbcLine& line) {
         return job(line);
     } catch (const std::bad_alloc&) {
         return {OdbcError::eKind::kOther, "not enough memory"};
+    } catch (const std::length_error&) { // of what a table asks room for
+        return {OdbcError::eKind::kOther, "not enough memory"};
     } catch (const std::exception& problem) {
         return {OdbcError::eKind::kOther, problem.what()};
     }

@@ -1,11 +1,10 @@
-#include "session/KorDSMOwnWords.h"
+#include "records/OwnWords.h"
 
 #include "base/Translation.h"
-#include "data/StyleTable.h"
 
 #include <algorithm>
 
-namespace KorDSMOwnWords {
+namespace OwnWords {
 
 namespace {
 
@@ -54,12 +53,11 @@ KorString nameOf(eTableType table, const KorString& name) {
     return areIn(table) && !name.isEmpty() ? translated(name.view()) : name;
 }
 
-const StructRecord* find(const StyleTable& rows, const KorString& text) {
-    const eTableType table = rows.schema().type;
-    for (int i = 0; areIn(table) && i < rows.rows().size(); ++i)
-        if (!text.isEmpty() && nameOf(table, rows.rows().at(i)) == text)
-            return &rows.rows().at(i);
+const StructRecord* find(eTableType table, const RowArray& rows, const KorString& text) {
+    for (int i = 0; areIn(table) && i < rows.size(); ++i)
+        if (!text.isEmpty() && nameOf(table, rows.at(i)) == text)
+            return &rows.at(i);
     return nullptr;
 }
 
-} // namespace KorDSMOwnWords
+} // namespace OwnWords

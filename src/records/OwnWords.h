@@ -1,13 +1,12 @@
 #pragma once
 
+#include "records/RowArray.h"
 #include "records/TableSchema.h"
 
-class StyleTable;
-
 /// The words that every database has to choose from, such as choices of a view. They are stored in English,
-/// so that databases of all languages match, and shown in the program's language. Who gave one another name
-/// sees that one.
-namespace KorDSMOwnWords {
+/// so that databases of all languages match, and shown in the program's language. One that got another
+/// name is shown by that, as long as the program has no word for it.
+namespace OwnWords {
 
 /// Whether the rows of the table are such words.
 bool areIn(eTableType table);
@@ -15,6 +14,6 @@ bool areIn(eTableType table);
 KorString nameOf(eTableType table, const StructRecord& record);
 KorString nameOf(eTableType table, const KorString& name);
 /// The first row of a table that is called so on the screen, or null.
-const StructRecord* find(const StyleTable& rows, const KorString& text);
+const StructRecord* find(eTableType table, const RowArray& rows, const KorString& text);
 
-} // namespace KorDSMOwnWords
+} // namespace OwnWords
