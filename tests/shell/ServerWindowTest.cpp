@@ -3,8 +3,10 @@
 #include "data/exchange/CopiedDatabase.h"
 #include "data/store/SqliteStore.h"
 #include "data/store/odbc/OdbcStore.h"
+#include "dialogs/KorDSMDialogConflicts.h"
 #include "dialogs/KorDSMDialogPassword.h"
 #include "dialogs/KorDSMDialogSources.h"
+#include "model/KorDSMBusy.h"
 #include "session/DataFolder.h"
 #include "session/KorDSMCommit.h"
 #include "session/KorDSMLockWait.h"
@@ -114,6 +116,35 @@ protected:
 };
 
 } // namespace
+
+TEST_F(ServerWindow, WhoseNewRecordGetsAnotherNameAndKeyStaysAtIt) {
+    open();
+    select({"User", "Hallberg: railings"});
+    answerNext([](QWidget* modal) { typeName(modal, "Clash", 2304); });
+    command(kNew);
+    const std::int32_t key = KorDSMSectionTree::itemOf(tree().selectedItem())->recordKey();
+    StructDetailStyle style;
+    style.name = "Clash";
+    EXPECT_EQ(m_others.append(kTableDetailStyle, style), WriteResult::kWritten);
+    ASSERT_EQ(style.key, key);
+    StructDetailMaster master;
+    master.name = style.name;
+    master.styleKey = key;
+    master.number = 99;
+    master.categoryKey =
+        m_others.here()->table(kTableBaseCategory).find(KorString("Hallberg: posts and beams"))->key;
+    EXPECT_EQ(m_others.append(kTableDetailMaster, master), WriteResult::kWritten);
+    bool isAsked = false;
+    whenShown<KorDSMDialogConflicts>([&](KorDSMDialogConflicts& dialog) {
+        isAsked = true;
+        click(KorControls::find(&dialog, 1));
+    });
+    for (const eTableType table : {kTableDetailStyle, kTableDetailMaster})
+        EXPECT_TRUE(m_others.keepTable(table));
+    waitFor([&] { return isAsked && !KorDSMBusy::isBusy(); });
+    EXPECT_EQ(selected(), "Clash 1");
+    EXPECT_NE(KorDSMSectionTree::itemOf(tree().selectedItem())->recordKey(), key);
+}
 
 TEST_F(ServerWindow, WhatOthersStoreIsShownAndTakesNothingAway) {
     open();
