@@ -259,9 +259,7 @@ private:
                 for (int tries = 0; tries < 60 && m_placing.coversLabel(boxOn(*label, side, at)); ++tries)
                     at += kStep;
                 next = at + length + std::clamp(label->order ? label->order->spacing : 5.0, 0.0, 1000.0);
-                Vec2 middle = besides(*label, side, at + length / 2);
-                if (!isRow && label->type && label->type->annotationKind == kLevelMark)
-                    middle.v += label->size.v / 2 + 0.6; // it stands upon its line
+                const Vec2 middle = besides(*label, side, at + length / 2);
                 m_placing.take(middle, label->size);
                 label->anchor = m_placing.bestAnchor(middle, label->size, label->anchors);
                 draw(*label, middle);
@@ -306,11 +304,13 @@ private:
     Vec2 besides(const Label& label, int side, double along) const {
         const Box2& box = label.order && label.order->alignToView != 0 ? m_box : m_scene.outline;
         const double distance = std::clamp(label.control->distance, 0.0, 1000.0);
+        const bool isUponLine = label.type && label.type->annotationKind == kLevelMark;
+        const double up = isUponLine ? label.size.v / 2 + 0.6 : 0;
         switch (side) {
         case kLeft:
-            return {box.low.u - distance - label.size.u / 2, -along};
+            return {box.low.u - distance - label.size.u / 2, up - along};
         case kRight:
-            return {box.high.u + distance + label.size.u / 2, -along};
+            return {box.high.u + distance + label.size.u / 2, up - along};
         case kBelow:
             return {along, box.low.v - distance - label.size.v / 2};
         default:

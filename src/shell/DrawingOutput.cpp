@@ -43,17 +43,17 @@ QString filterOf(const char* ending) {
 DrawingOutput::DrawingOutput(QWidget& window, QWidget& view, Page page)
     : m_window(window), m_page(std::move(page)) {
     struct Command {
-        int prompt;
         const char* key;
         void (DrawingOutput::*act)(bool isSheet);
+        int prompt;
         bool isSheet;
     };
     static constexpr Command kCommands[] = {
-        {kSave, "Ctrl+Shift+S", &DrawingOutput::save, false},
-        {kSaveSheet, "", &DrawingOutput::save, true},
-        {kCopy, "Ctrl+C", &DrawingOutput::copy, false},
-        {kPrint, "Ctrl+P", &DrawingOutput::print, false},
-        {kPrintSheet, "", &DrawingOutput::print, true},
+        {"Ctrl+Shift+S", &DrawingOutput::save, kSave, false},
+        {"", &DrawingOutput::save, kSaveSheet, true},
+        {"Ctrl+C", &DrawingOutput::copy, kCopy, false},
+        {"Ctrl+P", &DrawingOutput::print, kPrint, false},
+        {"", &DrawingOutput::print, kPrintSheet, true},
     };
     for (const Command& command : kCommands) {
         auto* action = new QAction(KorPictures::bitmap(kBitmap), toQt(Prompts::dsm(command.prompt)), this);

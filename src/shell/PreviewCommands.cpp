@@ -23,7 +23,7 @@ constexpr Command kCommands[] = {
 
 } // namespace
 
-PreviewCommands::PreviewCommands(QWidget& window, std::function<void(int tool)> press) {
+PreviewCommands::PreviewCommands(QWidget& window, const std::function<void(int tool)>& press) {
     for (const Command& command : kCommands) {
         auto* action =
             new QAction(KorPictures::bitmap(command.tool), toQt(Prompts::dsm(command.prompt)), this);

@@ -15,7 +15,7 @@ class PreviewCommands : public QObject {
 public:
     /// `press` does what the button of the pane with this number does. The commands belong to `window`, which
     /// must outlive the object.
-    PreviewCommands(QWidget& window, std::function<void(int tool)> press);
+    PreviewCommands(QWidget& window, const std::function<void(int tool)>& press);
 
     /// Whether there is a drawing to look at, and one of what is stored to be compared with it.
     void setEnabled(bool isShown, bool isComparable);
