@@ -253,12 +253,18 @@ void KorDSMSectionTree::noteOpenAbove(KorTreeHandle entry) {
 }
 
 void KorDSMSectionTree::note(KorTreeHandle entry) {
+    constexpr std::size_t kMost = 300; // beyond that nobody knows what was open, and finding takes its time
     const KorDSMDatabaseItem* item = itemOf(entry);
-    if (!item || !item->parent())
+    if (!item || !item->parent() || m_noted.size() >= kMost)
         return;
     const KorDSMPlace place(*item);
     if (std::ranges::find(m_noted, place) == m_noted.end())
         m_noted.push_back(place);
+}
+
+void KorDSMSectionTree::renumberNoted(SourceId source, const std::map<RowRef, std::int32_t>& newKeys) {
+    for (KorDSMPlace& place : m_noted)
+        place.renumber(source, newKeys);
 }
 
 void KorDSMSectionTree::openNoted() {

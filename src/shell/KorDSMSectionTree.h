@@ -60,6 +60,8 @@ public:
     void noteOpen(KorTreeHandle entry);
     /// The same also of the entry above it, which closes with the last one below it.
     void noteOpenAbove(KorTreeHandle entry);
+    /// To be told of rows of a source that have other keys now, by their old ones.
+    void renumberNoted(SourceId source, const std::map<RowRef, std::int32_t>& newKeys);
     /// Opens again what was noted, as far as it is still there.
     void openNoted();
 

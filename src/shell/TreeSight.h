@@ -1,8 +1,6 @@
 #pragma once
 
-#include "controls/KorTreeCtrl.h"
 #include "session/KorDSMCommit.h"
-#include "session/KorDSMPlace.h"
 
 #include <vector>
 
@@ -18,14 +16,12 @@ public:
     /// To be told of what reading sources again brought.
     void renumber(const std::vector<OutsideChange>& read);
     /// Opens the entries again that are there still. The one that was selected is to be selected by then.
-    void giveBack(KorDSMDataStructure& structure);
+    void giveBack();
 
 private:
-    void noteOpen(KorTreeHandle entry);
     int topOfSelected() const;
 
     KorDSMSectionTree& m_tree;
-    std::vector<KorDSMPlace> m_open;
     int m_scrolled;
     int m_top;
 };

@@ -177,7 +177,7 @@ void WindowRefresh::reload(const std::vector<OutsideChange>& read) {
     if (KorDSMDatabaseItem* item = place ? place->find(m_structure) : nullptr;
         item && item != m_selection.item())
         m_navigation.returnToItem(*item);
-    sight.giveBack(m_structure);
+    sight.giveBack();
     if (!typed.isEmpty())
         m_filter.putBack(typed, cursor);
     if (wasModified)
