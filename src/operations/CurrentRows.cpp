@@ -2,6 +2,7 @@
 
 #include "data/StyleDatabases.h"
 #include "operations/KorDetStructureUtilities.h"
+#include "records/OwnWords.h"
 
 #include <algorithm>
 
@@ -38,7 +39,11 @@ std::vector<const StructRecord*> CurrentRows::byName(eTableType type) {
     const RowArray* table = all(type);
     for (int i = 0; table && i < table->size(); ++i)
         rows.push_back(&table->at(i));
-    std::ranges::stable_sort(rows, KorDetStructureUtilities::isNameBefore, &StructRecord::name);
+    if (OwnWords::areIn(type)) // in the language in which they are shown
+        std::ranges::stable_sort(rows, KorDetStructureUtilities::isNameBefore,
+                                 [type](const StructRecord* row) { return OwnWords::nameOf(type, *row); });
+    else
+        std::ranges::stable_sort(rows, KorDetStructureUtilities::isNameBefore, &StructRecord::name);
     return rows;
 }
 

@@ -13,15 +13,6 @@ namespace {
 
 constexpr int kSortedAtOnce = 250; // so few that it takes no time
 
-// As people sort what they read.
-std::vector<const StructRecord*> inOrder(eTableType table) {
-    std::vector<const StructRecord*> rows = CurrentRows::byName(table);
-    if (OwnWords::areIn(table))
-        std::ranges::stable_sort(rows, KorDetStructureUtilities::isNameBefore,
-                                 [table](const StructRecord* row) { return OwnWords::nameOf(table, *row); });
-    return rows;
-}
-
 } // namespace
 
 void RecordNames::fill(const TableSchema& table, bool isSorted, bool isOptional, bool isPictured,
@@ -37,7 +28,7 @@ void RecordNames::fill(const TableSchema& table, bool isSorted, bool isOptional,
     const int count = rows ? rows->size() : 0;
     m_isInOrder = !isSorted || count <= kSortedAtOnce;
     if (isSorted && m_isInOrder) {
-        for (const StructRecord* row : inOrder(table.type))
+        for (const StructRecord* row : CurrentRows::byName(table.type))
             if (isOffered(*row))
                 m_entries.push_back({row->key, toQt(OwnWords::nameOf(table.type, *row))});
     } else {
