@@ -54,7 +54,7 @@ void sendMessage(const KorMessage& message) {
 void post(std::shared_ptr<const KorMessage> message) {
     if (targets().empty())
         return;
-    const auto deliver = [message, number = targets().back().number] {
+    const auto deliver = [message = std::move(message), number = targets().back().number] {
         const auto it = std::ranges::find(targets(), number, &Added::number);
         if (it != targets().end())
             it->target->onMessage(*message);

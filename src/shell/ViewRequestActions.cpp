@@ -14,6 +14,7 @@
 #include "shell/KorDSMViewRequestDialog.h"
 #include "shell/Refusal.h"
 
+#include <QLineEdit>
 #include <QMessageBox>
 
 // What the view request dialog does to view requests, and how that is stored.

@@ -236,7 +236,7 @@ TEST_F(PendingTest, WhatHoldsNoMoreIsAConflictWithItsReasonAndNewRowsStay) {
     EXPECT_EQ(reasons,
               (std::map<std::string, int>{
                   {"Another record has this name now.", 2},
-                  {"Another record has this name now, so the new one is now called \"N 1\".", 1},
+                  {"Another record has this name now, so the new one is called \"N 1\".", 1},
                   {"The record that it refers to was deleted.", 1},
                   {"The record that it refers to was deleted, so the new one is made without it.", 1},
                   {"Another record uses it now.", 1},

@@ -142,7 +142,7 @@ TEST_F(ConflictWords, WhatBelongsTogetherIsOneLineWithWhatBecomesOfIt) {
     EXPECT_TRUE(said.contains(R"(Detail style "HB post 1:15" | Views | HB top, HB front | HB front)"));
     EXPECT_TRUE(
         said.contains(R"(Detail style "New 1" | Name | New | Another record has this name now, so the new )"
-                      R"(one is stored as "New 1".)"));
+                      R"(one is called "New 1".)"));
     EXPECT_TRUE(
         said.contains("Qualifier set group \"" + group.toStdString() +
                       "\" | Whole record | New record | It was deleted meanwhile, but new records are "

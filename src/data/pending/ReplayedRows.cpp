@@ -220,7 +220,7 @@ void PendingReplay::renameAppended() {
             record->name = freeName(m_source, table.type, before);
             m_source.setCell(table.type, KorOdbcKey(record->key), name, record->name);
             conflict.reason = KorString::format(
-                translated("Another record has this name now, so the new one is now called \"%s\"."),
+                translated("Another record has this name now, so the new one is called \"%s\"."),
                 {record->name});
             conflict.isMade = true;
             renameIdentifying({table.type, record->key}, before, record->name);
