@@ -57,6 +57,8 @@ TEST_F(WindowStartTest, AFrozenServerIsWaitedForInAWindowAndGivenUpThere) {
 
 TEST_F(WindowStartTest, AStyleOnAServerIsFoundWhenItsPasswordWasGiven) {
     const EditorSession withNothingLoaded;
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // else a window is refused where there is no display
     DatabaseServer& server = DatabaseServer::instance();
     const std::string schema = server.newSchema();
     const QString connection = QString::fromStdString(server.connection(schema));
@@ -97,4 +99,8 @@ TEST_F(WindowStartTest, AStyleOnAServerIsFoundWhenItsPasswordWasGiven) {
     options.style.name = "Only there";
     EXPECT_EQ(openEditor(start, folder, options), 0);
     EXPECT_EQ(selected, "Only there");
+    if (platform.isNull())
+        qunsetenv("QT_QPA_PLATFORM");
+    else
+        qputenv("QT_QPA_PLATFORM", platform);
 }
