@@ -35,10 +35,10 @@ Result<> copyToServer(StyleStore& from, const ServerAddress& address,
         result = CopiedDatabase::refuseRows(*to.store);
     if (result)
         result = CopiedDatabase::copy(from, *to.store, progress);
-    const bool isCommitted = result.ok();
-    if (isCommitted)
+    const bool isCopied = result.ok();
+    if (isCopied)
         result = to.store->commit();
-    if (isCommitted && !result && to.store->outcome() == StyleStore::eOutcome::kUnknown)
+    if (isCopied && !result && to.store->outcome() == StyleStore::eOutcome::kUnknown)
         return Result<>::failure(KorString::format(
             translated(
                 "The connection to \"%s\" was lost while the copy was being stored, so it is not known "
