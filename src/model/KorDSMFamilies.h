@@ -82,8 +82,6 @@ struct KorDSMFamily {
     FewNumbers pages = {};      ///< template numbers, in tab order
     FewNumbers listedBy = {};   ///< codes of the pages that list its records
     bool isExchanged = false;   ///< can be exported and imported on its own
-    /// Whether another record uses the row; null: that does not matter for deleting it.
-    bool (*isUsed)(const KorOdbcKey& key) = nullptr;
 
     bool isFiled() const { return group != KorDSMDefines::kNoType; }
     bool isGroup() const { return isBefore != nullptr; }

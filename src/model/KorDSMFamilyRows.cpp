@@ -137,8 +137,7 @@ constexpr KorDSMFamily kFamilies[] = {
                                    .namedLike = kTableViewDimStrategy,
                                    .pageGroup = "DimRequest",
                                    .pages = {2014, 2321},
-                                   .listedBy = {kViewDimensioning, kPointSelection},
-                                   .isUsed = KorOdbcGUI::findDimensionRequest}),
+                                   .listedBy = {kViewDimensioning, kPointSelection}}),
     shownBy<KorDsmDimRequestGroupItem>(
         {.isBefore =
              isBefore<StructDetViewDimRequestLinearGroup, KorDetStructureUtilities::compareGroupsDimRequest>,
@@ -163,8 +162,7 @@ constexpr KorDSMFamily kFamilies[] = {
                                      .proposesName = true,
                                      .pageGroup = "QualifierSet",
                                      .pages = {2011},
-                                     .listedBy = {kReprMap, kPointSelection, kReprMapRule},
-                                     .isUsed = KorOdbcGUI::findQualifierSet}),
+                                     .listedBy = {kReprMap, kPointSelection, kReprMapRule}}),
     shownBy<KorDsmQualifierSetGroupItem>(
         {.isBefore = isBefore<StructDetObjQualifierSetGroup, KorDetStructureUtilities::compareGroupsQS>,
          .statusPrompt = 33519,
@@ -181,8 +179,7 @@ constexpr KorDSMFamily kFamilies[] = {
                                            .proposesName = true,
                                            .pageGroup = "AnnotationStrategy",
                                            .pages = {2012},
-                                           .listedBy = {kReprMap, kReprMapRule},
-                                           .isUsed = KorOdbcGUI::findAnnotationStrategy}),
+                                           .listedBy = {kReprMap, kReprMapRule}}),
     shownBy<KorDsmAnnotationGroupItem>(
         {.isBefore = isBefore<StructDetObjAnnotationGroup, KorDetStructureUtilities::compareGroupsAS>,
          .statusPrompt = 33515,

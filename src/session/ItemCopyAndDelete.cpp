@@ -1,5 +1,3 @@
-#include "base/KorAssert.h"
-#include "data/RowClosure.h"
 #include "data/StyleDatabases.h"
 #include "data/WriteRefusal.h"
 #include "model/KorDSMDialogFactory.h"
@@ -9,9 +7,9 @@
 #include "session/ItemCommandParts.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMRecordCommands.h"
-#include "session/PendingGroup.h"
 
 #include <algorithm>
+#include <iterator>
 
 // Copying and deleting.
 
@@ -21,24 +19,8 @@ using namespace ItemCommandParts;
 
 namespace {
 
-constexpr int kDeleting = 244;     // "deletion of "%s""
-constexpr int kReadOnly = 200;     // ""%s" can be read, not changed"
-constexpr int kDeletingMany = 493; // "deletion of %s definitions"
+constexpr int kReadOnly = 200; // ""%s" can be read, not changed"
 constexpr int kInUse = 33521;
-
-// Announces a write that was made.
-WriteResult announced(WriteResult result) {
-    if (result.isStored())
-        KorDSMMainWindow::sendMessage(DsmDataChanged());
-    return result;
-}
-
-// The same for writes that must not fail here.
-WriteResult announcedOrReported(const WriteResult& write) {
-    const int result = write.code();
-    KorAssert::check(result > 0, "result > 0");
-    return announced(write);
-}
 
 // The loaded group in which a record that is shown as a part of another one is filed, or null.
 KorDSMDatabaseItem* groupElsewhere(const KorDSMDatabaseItem& item) {
@@ -105,43 +87,10 @@ CopyResult copyItem(KorDSMDatabaseItem& item, const KorString& newName) {
 }
 
 std::vector<KorDSMUsage> usersThatForbidDeleting(const KorDSMDatabaseItem& item) {
-    const KorDSMFamily* family = KorDSMFamilies::of(item.type());
-    const SourceRequest source(item);
-    if (!family || !family->isUsed || !family->isUsed(KorOdbcKey(item.recordKey())))
-        return {};
-    return KorDSMWhereUsed::usagesHere(KorDSMItemSource::sourceOf(&item),
-                                       {item.tableType(), item.recordKey()});
+    return KorDSMWhereUsed::usagesHere(KorDSMItemSource::sourceOf(&item), rowOf(item));
 }
 
 namespace {
-
-WriteResult deleteRow(eTableType table, std::int32_t key) {
-    return announcedOrReported(StyleDatabases::current().remove(table, KorOdbcKey(key)));
-}
-
-// The rows that say which views are listed in a category: parts of the views, which know nothing else.
-std::vector<std::int32_t> listingsIn(const KorDSMDatabaseItem& item) {
-    std::vector<std::int32_t> rows;
-    if (item.type() != KorDSMDefines::kDetailStyleCategory)
-        return rows;
-    for (const Referrer& referrer :
-         StyleDatabases::current().here()->referrersOf(item.tableType(), KorOdbcKey(item.recordKey())))
-        if (referrer.table->type == kTableViewRequestCategory)
-            rows.push_back(referrer.key);
-    return rows;
-}
-
-WriteResult deleteRows(const KorDSMDatabaseItem& item) {
-    for (const std::int32_t listing : listingsIn(item))
-        if (WriteResult result = deleteRow(kTableViewRequestCategory, listing); result.isFailed())
-            return result;
-    WriteResult result = deleteRow(item.tableType(), item.recordKey());
-    if (result.isFailed() || !needsMaster(item.tableType()))
-        return result;
-    StructDetailMaster master;
-    return readMaster(rowOf(item), master) ? deleteRow(kTableDetailMaster, master.key)
-                                           : WriteRefusal::noRow();
-}
 
 // Nothing uses the row any more: what is still shown of it below other records is out of date, and those show
 // their children anew when they are opened. What is filed goes with the item.
@@ -166,53 +115,42 @@ KorString inUseText() {
 }
 
 int viewsListedIn(const KorDSMDatabaseItem& category) {
-    const SourceRequest source(category);
-    return static_cast<int>(listingsIn(category).size());
+    return static_cast<int>(
+        KorDSMRecordCommands::listingsIn(KorDSMItemSource::sourceOf(&category), rowOf(category)).size());
 }
 
 DeleteResult deleteItem(KorDSMDatabaseItem& item) {
     return deleteItems({&item});
 }
 
-namespace {
-
-// Fills in why the items cannot be deleted, if so. Their source must be current.
-bool forbidsDeleting(const std::vector<KorDSMDatabaseItem*>& items, DeleteResult& outcome) {
-    outcome.error = whyNotWritable(*items.front()).toStdString();
-    if (outcome.error.empty())
-        outcome.error = whyIncomplete().toStdString();
-    for (const KorDSMDatabaseItem* item : items) {
-        if (!outcome.error.empty())
-            break;
-        outcome.users = usersThatForbidDeleting(*item);
-        if (!outcome.users.empty())
-            outcome.error = inUseText().toStdString();
-    }
-    return !outcome.error.empty();
-}
-
-} // namespace
-
 DeleteResult deleteItems(const std::vector<KorDSMDatabaseItem*>& items) {
     DeleteResult outcome;
-    const bool areDeletable = !items.empty() && std::ranges::all_of(items, [](const auto* item) {
-        return canDelete(item->type()) && item->parent();
-    });
-    if (!areDeletable)
+    std::vector<RowRef> rows;
+    for (const KorDSMDatabaseItem* item : items)
+        if (canDelete(item->type()) && item->parent())
+            rows.push_back(rowOf(*item));
+    if (rows.empty() || rows.size() < items.size())
         return outcome;
     const SourceRequest source(*items.front());
-    if (forbidsDeleting(items, outcome))
+    // The host does not learn that a style without a master is gone: its entry stays until the next reload.
+    std::vector<KorDSMDatabaseItem*> told;
+    std::ranges::copy_if(items, std::back_inserter(told), [](const KorDSMDatabaseItem* item) {
+        StructDetailMaster master;
+        return !needsMaster(item->tableType()) || readMaster(rowOf(*item), master);
+    });
+    // That a group is empty is a rule of the command in the window.
+    KorDSMRecordCommands::Outcome removed = KorDSMRecordCommands::remove(
+        KorDSMItemSource::sourceOf(items.front()), rows, KorDSMRecordCommands::eFiled::kIsLeft);
+    outcome.users = std::move(removed.users);
+    if (!outcome.settle(std::move(removed)))
         return outcome;
-    const auto count = static_cast<std::int64_t>(items.size());
-    const PendingGroup group(count == 1 ? label(kDeleting, items.front()->record()->name)
-                                        : label(kDeletingMany, KorString::number(count)));
-    for (KorDSMDatabaseItem* item : items) {
-        if (!outcome.settle(deleteRows(*item)))
-            return outcome;
+    for (KorDSMDatabaseItem* item : told) {
         outcome.removed.push_back(item->parent()->releaseChild(*item));
         outcome.notice = noticeFor(*item, DsmListChanged::kReload);
         dropTwins(*item, outcome);
     }
+    if (told.size() < items.size())
+        outcome.settle(WriteRefusal::noRow());
     return outcome;
 }
 

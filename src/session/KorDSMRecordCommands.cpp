@@ -1,5 +1,6 @@
 #include "session/KorDSMRecordCommands.h"
 
+#include "base/KorAssert.h"
 #include "base/Translation.h"
 #include "data/IndependentCopy.h"
 #include "data/WriteRefusal.h"
@@ -24,12 +25,13 @@ using ItemCommandParts::readMaster;
 
 namespace {
 
-constexpr int kTaken = 231;      // "There is one of this name already."
-constexpr int kNameNeeded = 232; // "A name is needed."
-constexpr int kDeleting = 244;   // "deletion of "%s""
-constexpr int kCopying = 245;    // "copying of "%s""
-constexpr int kRenaming = 246;   // "renaming of "%s""
-constexpr int kNoMaster = 494;   // ""%s" has no category any more, so it cannot be copied."
+constexpr int kTaken = 231;        // "There is one of this name already."
+constexpr int kNameNeeded = 232;   // "A name is needed."
+constexpr int kDeleting = 244;     // "deletion of "%s""
+constexpr int kDeletingMany = 493; // "deletion of %s definitions"
+constexpr int kCopying = 245;      // "copying of "%s""
+constexpr int kRenaming = 246;     // "renaming of "%s""
+constexpr int kNoMaster = 494;     // ""%s" has no category any more, so it cannot be copied."
 constexpr int kNameColumn = 1;
 
 StyleDatabases& databases() {
@@ -261,54 +263,78 @@ bool isListing(const Referrer& referrer) {
     return referrer.table->type == kTableViewRequestCategory;
 }
 
-// What forbids to delete the row of the current source.
-Outcome whyKept(SourceId source, RowRef row) {
-    Outcome outcome;
-    if (!databases().users(row.table, KorOdbcKey(row.key)).empty())
-        outcome.users = KorDSMWhereUsed::usagesHere(source, row);
+// What is filed under a row of the current source, for which views count as listed only.
+std::vector<KorString> filedUnder(RowRef row) {
+    std::vector<KorString> names;
     for (const Referrer& referrer : databases().here()->referrersOf(row.table, KorOdbcKey(row.key)))
         if (referrer.column->role == eReferenceRole::kFiledUnder && !isListing(referrer))
-            outcome.filed.push_back(find({referrer.table->type, referrer.key})->name);
+            names.push_back(find({referrer.table->type, referrer.key})->name);
+    return names;
+}
+
+// What forbids to delete the row of the current source; an outcome without an error when nothing does.
+Outcome whyKept(SourceId source, RowRef row, eFiled filed) {
+    Outcome outcome;
+    const StructRecord* record = find(row);
+    if (!record)
+        return outcomeOf(WriteRefusal::noRow(), row);
+    outcome.users = KorDSMWhereUsed::usagesHere(source, row);
+    if (filed == eFiled::kForbids)
+        outcome.filed = filedUnder(row);
     if (!outcome.users.empty())
         outcome.error = KorDSMItemCommands::inUseText().toStdString();
     else if (!outcome.filed.empty())
         outcome.error =
             KorString::format(
                 translated("\"%s\" is not empty; file what it holds elsewhere, or delete that first."),
-                {find(row)->name})
+                {record->name})
                 .toStdString();
     return outcome;
 }
 
-std::vector<RowRef> rowsThatGo(RowRef row) {
-    std::vector<RowRef> rows;
+WriteResult removeWithPlaces(SourceId source, RowRef row) {
+    std::vector<RowRef> going = listingsIn(source, row);
+    going.push_back(row);
     for (const Referrer& referrer : databases().here()->referrersOf(row.table, KorOdbcKey(row.key)))
-        if (referrer.column->role == eReferenceRole::kIdentifies ||
-            (referrer.column->role == eReferenceRole::kFiledUnder && isListing(referrer)))
-            rows.push_back({referrer.table->type, referrer.key});
-    rows.push_back(row);
-    return rows;
+        if (referrer.column->role == eReferenceRole::kIdentifies)
+            going.push_back({referrer.table->type, referrer.key});
+    WriteResult result;
+    for (const RowRef& each : going)
+        if (result.isStored())
+            result = announced(databases().remove(each.table, KorOdbcKey(each.key)));
+    KorAssert::check(result.isStored(), "result > 0");
+    return result;
 }
 
 } // namespace
 
-Outcome remove(SourceId source, RowRef row) {
+std::vector<RowRef> listingsIn(SourceId source, RowRef category) {
+    std::vector<RowRef> rows;
+    for (const Referrer& referrer :
+         databases().source(source)->referrersOf(category.table, KorOdbcKey(category.key)))
+        if (referrer.column->role == eReferenceRole::kFiledUnder && isListing(referrer))
+            rows.push_back({referrer.table->type, referrer.key});
+    return rows;
+}
+
+Outcome remove(SourceId source, const std::vector<RowRef>& rows, eFiled filed) {
     const KorDSNRequest request(source.dsn, source.index);
     KorString why = KorDSMItemCommands::whyNotWritable(source);
     if (why.isEmpty())
         why = ItemCommandParts::whyIncomplete();
     if (!why.isEmpty())
         return refused(why);
-    const StructRecord* record = find(row);
-    if (!record)
-        return outcomeOf(WriteRefusal::noRow(), row);
-    if (Outcome kept = whyKept(source, row); !kept.error.empty())
-        return kept;
-    return inOneStep(ItemCommandParts::label(kDeleting, record->name), row, [](RowRef& deleted) {
+    for (const RowRef& row : rows)
+        if (Outcome kept = whyKept(source, row, filed); !kept.error.empty())
+            return kept;
+    const auto count = static_cast<std::int64_t>(rows.size());
+    const KorString label = count == 1 ? ItemCommandParts::label(kDeleting, find(rows.front())->name)
+                                       : ItemCommandParts::label(kDeletingMany, KorString::number(count));
+    return inOneStep(label, rows.front(), [&](RowRef&) {
         WriteResult result;
-        for (const RowRef& each : rowsThatGo(deleted))
+        for (const RowRef& row : rows)
             if (result.isStored())
-                result = announced(databases().remove(each.table, KorOdbcKey(each.key)));
+                result = removeWithPlaces(source, row);
         return result;
     });
 }

@@ -48,8 +48,20 @@ Outcome copyInto(SourceId to, SourceId from, RowRef row, const KorString& name, 
 /// change.
 Outcome rename(SourceId source, RowRef row, const KorString& name);
 
-/// Deletes a record with its parts, for a detail style also its master, for a category also the places of
-/// views in it. What other records of its source use, or what something is filed under, is not deleted.
-Outcome remove(SourceId source, RowRef row);
+/// The rows that say which views are listed in a category of an open source; none for other records. They are
+/// parts of the views, which know nothing else of it.
+std::vector<RowRef> listingsIn(SourceId source, RowRef category);
+
+enum class eFiled : std::uint8_t {
+    kForbids, ///< what something is filed under is not deleted
+    kIsLeft   ///< it is, and what is filed under it stays, filed nowhere
+};
+/// Deletes records with their parts, for a detail style also its master, for a category also the places of
+/// views in it; there is at least one. What other records of its source use is not deleted. One that stays
+/// keeps the others.
+Outcome remove(SourceId source, const std::vector<RowRef>& rows, eFiled filed = eFiled::kForbids);
+inline Outcome remove(SourceId source, RowRef row) {
+    return remove(source, std::vector<RowRef>{row});
+}
 
 } // namespace KorDSMRecordCommands
