@@ -89,6 +89,56 @@ TEST_F(HostOperations, WhatIsAskedForOneByOneIsFoundByNameAndByKey) {
     EXPECT_EQ(namesOf(qualifiers), Names{"Section is I"});
 }
 
+TEST_F(HostOperations, WhatOnlyHostsReadIsReadByKeyByNameAndInTheOrderOfTheTable) {
+    StructBeamPositionCalculation position;
+    const KorOdbcKey top(add(kUser, "Top flange", position));
+    EXPECT_EQ(KorODBCBeamPositionCalculation::getBeamPositionCalculation(top, position), 1);
+    EXPECT_EQ(position.name, "Top flange");
+    EXPECT_NE(KorODBCBeamPositionCalculation::getBeamPositionCalculationByRunname("Axis", position), 1);
+    StructDetailProcessScaleOverride scale;
+    const KorOdbcKey finer(add(kUser, "Finer", scale));
+    EXPECT_EQ(KorODBCDetailProcessScaleOverride::getDetailProcessScaleOverrideByKey(finer, scale), 1);
+    EXPECT_EQ(KorODBCDetailProcessScaleOverride::getDetailProcessScaleOverrideByName("Finer", scale), 1);
+    EXPECT_EQ(scale.key, finer.getKey());
+    StructDetObjQualifierFilter filter;
+    const std::int32_t bolts = add(kUser, "M20", filter);
+    EXPECT_EQ(KorOdbcGUI::getDetObjQualifierFilterByRunName("M20", filter), 1);
+    EXPECT_EQ(filter.key, bolts);
+
+    add(kUser, "Vertical", StructDetGeometricRestrictions{});
+    add(kUser, "Parallel", StructDetGeometricRestrictions{});
+    Names names;
+    KorArray<StructDetGeometricRestrictions> restrictions;
+    KorODBCDetGeometricRestrictions::getDetGeometricRestrictionList(names);
+    KorODBCDetGeometricRestrictions::getDetGeometricRestrictionTable(restrictions);
+    EXPECT_EQ(names, (Names{"Vertical", "Parallel"}));
+    EXPECT_EQ(namesOf(restrictions), names);
+    add(kUser, "Ordinate", StructDetRequestType{});
+    add(kUser, "Linear", StructDetRequestType{});
+    KorArray<StructDetRequestType> types;
+    KorOdbcGUI::getDetRequestTypeTable(types);
+    EXPECT_EQ(namesOf(types), (Names{"Ordinate", "Linear"}));
+    EXPECT_GT(KorDetStructureUtilities::compareDetRequestTypes(types[0], types[1]), 0);
+}
+
+TEST_F(HostOperations, ARowIsAppendedFoundInUseAndDeletedWithItsParts) {
+    addStyle(kUser, "Column", 3);
+    const auto* beams = row<StructDetObjQualifierSet>(kUser, "Beams");
+    EXPECT_TRUE(KorOdbcGUI::findQualifierSet(KorOdbcKey(beams->key)));
+    EXPECT_FALSE(KorOdbcGUI::findDimensionRequest(4711) || KorOdbcGUI::findAnnotationStrategy(4711));
+    KorOdbcMan::currentRecord<StructDetObjQualifierSet>() = *beams;
+    KorOdbcMan::currentRecord<StructDetObjQualifierSet>().name = "Beams again";
+    ASSERT_EQ(KorOdbcMan::appendNewRecord(kTableQualifierSet, 1, KorOdbcMan::kThisRow), 1);
+    const KorOdbcKey copy = KorOdbcMan::getRecordKey(kTableQualifierSet);
+    EXPECT_EQ(copy.getKey(), row<StructDetObjQualifierSet>(kUser, "Beams again")->key);
+    KorArray<StructDetObjQualifierWithRole> parts;
+    ASSERT_EQ(KorOdbcGUI::getDetObjQualifiersWithRole(copy, parts), 1);
+    EXPECT_FALSE(KorOdbcGUI::findQualifierSet(copy));
+    ASSERT_EQ(KorOdbcMan::deleteRecord(kTableQualifierSet, copy, KorOdbcMan::kThisRow), 1);
+    EXPECT_NE(KorOdbcGUI::getDetObjQualifiersWithRole(copy, parts), 1);
+    EXPECT_NE(KorOdbcMan::deleteRecord(kTableQualifierSet, copy, KorOdbcMan::kThisRow), 1);
+}
+
 TEST_F(HostOperations, ModelRolesOfOneNameAreOneRoleInAllSources) {
     StructModelRole role;
     role.role = 8;
