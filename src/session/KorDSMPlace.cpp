@@ -70,7 +70,7 @@ KorDSMPlace::KorDSMPlace(const KorDSMDatabaseItem& item) : m_source(KorDSMItemSo
         m_section = home->section();
 }
 
-bool KorDSMPlace::exists(KorDSMDataStructure& structure) const {
+bool KorDSMPlace::isStillThere(KorDSMDataStructure& structure) const {
     StyleSource* source = StyleDatabases::current().source(m_source);
     if (!source || !KorDSMItemPath::findAddIn(*structure.getSection(m_section), m_source))
         return false;
@@ -88,7 +88,7 @@ bool KorDSMPlace::exists(KorDSMDataStructure& structure) const {
 }
 
 KorDSMDatabaseItem* KorDSMPlace::find(KorDSMDataStructure& structure) const {
-    if (!exists(structure))
+    if (!isStillThere(structure))
         return nullptr;
     if (m_node != kNoType) {
         KorDSMDatabaseItem* addIn = KorDSMItemPath::findAddIn(*structure.getSection(m_section), m_source);

@@ -17,7 +17,7 @@ public:
     KorDSMDefines::eViewSections section() const { return m_section; }
 
     /// Whether the item is there, as far as that is known without reading or making items.
-    bool exists(KorDSMDataStructure& structure) const;
+    bool isStillThere(KorDSMDataStructure& structure) const;
     /// The item that stands there now; loads content and makes children on the way. Null when there is none.
     KorDSMDatabaseItem* find(KorDSMDataStructure& structure) const;
 

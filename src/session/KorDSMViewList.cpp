@@ -26,23 +26,23 @@ WriteResult noView() {
 KorDSMViewList::KorDSMViewList(SourceId source, std::int32_t style)
     : KorDSMEditedList(source, {kTableDetailStyle, style}, *findTable(kTableDetailStyle)) {}
 
-const StructDetailStyle* KorDSMViewList::style() const {
+const StructDetailStyle* KorDSMViewList::listedStyle() const {
     return static_cast<const StructDetailStyle*>(
         StyleDatabases::current().source(source())->table(kTableDetailStyle).find(KorOdbcKey(whole().key)));
 }
 
 KorDSMViewList::Views KorDSMViewList::views() const {
     Views views;
-    if (const StructDetailStyle* present = style())
+    if (const StructDetailStyle* present = listedStyle())
         std::ranges::copy_if(present->viewRequests, std::back_inserter(views),
                              [](std::int32_t key) { return key > 0; });
     return views;
 }
 
 std::int32_t KorDSMViewList::keyOfSlot(int slot) const {
-    if (!style())
+    if (!listedStyle())
         return 0;
-    const auto& slots = style()->viewRequests;
+    const auto& slots = listedStyle()->viewRequests;
     return static_cast<std::int32_t>(
         std::count_if(slots.begin(), slots.begin() + slot + 1, [](std::int32_t key) { return key > 0; }));
 }
@@ -75,7 +75,7 @@ KorDSMEditedList::Cell KorDSMViewList::cell(std::int32_t key, const Column& colu
     if (!column.isSlot())
         return {record(key), &column};
     int slot = 0;
-    const StructDetailStyle* present = style();
+    const StructDetailStyle* present = listedStyle();
     while (present && slot < StructDetailStyle::kViewSlots - 1 &&
            (present->getViewRequestAt(slot) <= 0 || keyOfSlot(slot) < key))
         ++slot;
@@ -89,9 +89,9 @@ RowRef KorDSMViewList::record(std::int32_t key) const {
 }
 
 WriteResult KorDSMViewList::write(const Views& views) const {
-    if (!style())
+    if (!listedStyle())
         return WriteRefusal::noRow();
-    const auto before = style()->viewRequests;
+    const auto before = listedStyle()->viewRequests;
     for (std::size_t slot = 0; slot < before.size(); ++slot) {
         const std::int32_t view = slot < views.size() ? views[slot] : 0;
         if (slot < views.size() && view <= 0)

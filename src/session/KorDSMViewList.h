@@ -42,7 +42,7 @@ public:
 
 private:
     /// Null where others deleted it.
-    const StructDetailStyle* style() const;
+    const StructDetailStyle* listedStyle() const;
     WriteResult write(const Views& views) const;
     WriteResult insertRows(std::size_t place, const std::vector<NewRow>& rows, Keys& made) override;
     /// Each copied row gets a copy of its view: the same view twice in one style is of no use.

@@ -200,7 +200,7 @@ void Navigation::onButton(int id) {
 }
 
 KorDSMSelectionHistory::Exists Navigation::placeExists() {
-    return [this](const KorDSMPlace& place) { return place.exists(m_structure); };
+    return [this](const KorDSMPlace& place) { return place.isStillThere(m_structure); };
 }
 
 // A place of another section brings that section up, with what was selected there last.

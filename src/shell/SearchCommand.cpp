@@ -47,7 +47,7 @@ SearchCommand::SearchCommand(QWidget& window, KorDSMDataStructure& structure, Na
     strip.setButtonText(kButton, Prompts::dsm(kName), key);
     CommandHelp::setPlace(*strip.button(kButton), QLatin1String(kTopic));
     connect(strip.button(kButton), &QToolButton::clicked, this, waiting(this, &SearchCommand::open));
-    QAction* entry = m_options.menu()->addAction(KorPictures::bitmap(kButton), toQt(Prompts::dsm(kEntry)));
+    QAction* entry = m_options.checkMenu()->addAction(KorPictures::bitmap(kButton), toQt(Prompts::dsm(kEntry)));
     CommandHelp::setPlace(*entry, QLatin1String(kTopic));
     entry->setShortcuts({key, QKeySequence(QString::fromLatin1(kKeys[1]))});
     connect(entry, &QAction::triggered, this, waiting(this, &SearchCommand::open));
@@ -91,7 +91,7 @@ void SearchCommand::addCommands(SearchTerms& terms, QMenu& menu) {
     m_menu.fill(menu);
     terms.add(menu.actions(), kCommand);
     terms.add(m_window.actions(), kCommand);
-    terms.add(m_options.menu()->actions(), kOption);
+    terms.add(m_options.checkMenu()->actions(), kOption);
     for (const int number : {1, 2, 3})
         if (auto* button = KorControls::find<QPushButton>(&m_window, number))
             terms.add({eSearchKind::kCommand,

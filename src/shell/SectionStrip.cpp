@@ -62,9 +62,9 @@ SectionStrip::SectionStrip(KorButtonGroupMenu& strip, KorDSMDataStructure& struc
     m_strip.setMenuButton(kOptionsButton, Prompts::gui(45100), KorPictures::bitmap(kOptionsBitmap));
     for (const Option& option : kOptions) {
         const int place = m_strip.addMenuItem(Prompts::getPrompt(option.category, option.prompt));
-        CommandHelp::set(m_strip.menu()->actions().at(place), option.prompt);
+        CommandHelp::set(m_strip.checkMenu()->actions().at(place), option.prompt);
     }
-    CommandHelp::serve(*m_strip.menu());
+    CommandHelp::serve(*m_strip.checkMenu());
     connect(&m_strip, &KorButtonGroupMenu::toggled, this, waiting(this, &SectionStrip::onToggled));
 }
 

@@ -44,7 +44,7 @@ WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorIma
       deepCopy(window, structure, selection, refresh, commands),
       records(window, structure, selection, refresh, usages),
       menu(window, sections, rightSide, selection, commands, undo),
-      languages(*control<KorButtonGroupMenu>(window, 1233).menu(), status),
+      languages(*control<KorButtonGroupMenu>(window, 1233).checkMenu(), status),
       search(window, structure, navigation, rightSide, selection, menu,
              control<KorButtonGroupMenu>(window, 1233), control<KorButtonGroup>(window, 1012)) {
     menu.add([this](QMenu& into, KorDSMDatabaseItem& item) { records.addTo(into, item); });

@@ -22,7 +22,7 @@ protected:
 
     KorDSMSelectionHistory history;
     KorDSMSelectionHistory::Exists exists = [this](const KorDSMPlace& place) {
-        return place.exists(structure);
+        return place.isStillThere(structure);
     };
 };
 
@@ -78,10 +78,10 @@ TEST_F(SelectionHistory, FindsPlacesInWhatWasLoadedAnew) {
         names.push_back(nameAt(place));
     structure.emptyDataStructure();
     for (const KorDSMPlace& place : places)
-        EXPECT_FALSE(place.exists(structure));
+        EXPECT_FALSE(place.isStillThere(structure));
     KorDSMSectionLoader().loadDataStructure(structure);
     for (std::size_t i = 0; i < places.size(); ++i) {
-        EXPECT_TRUE(places[i].exists(structure));
+        EXPECT_TRUE(places[i].isStillThere(structure));
         EXPECT_EQ(nameAt(places[i]), names[i]);
         EXPECT_EQ(KorDSMPlace(*places[i].find(structure)), places[i]);
         EXPECT_EQ(places[i].section(), KorDSMDefines::kViewDetailStyles);
@@ -91,7 +91,7 @@ TEST_F(SelectionHistory, FindsPlacesInWhatWasLoadedAnew) {
     StyleSource& source = *databases.source(SourceId::user());
     source.dropTables();
     for (const KorDSMPlace& place : places)
-        EXPECT_TRUE(place.exists(structure));
+        EXPECT_TRUE(place.isStillThere(structure));
     for (const TableSchema& table : allTables())
         EXPECT_FALSE(source.isRead(table)) << table.name << " was read for it";
 }

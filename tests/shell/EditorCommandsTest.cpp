@@ -328,7 +328,7 @@ TEST_F(EditorFixture, F1OpensTheHelpOfEachCommand) {
         });
         Q_EMIT tree().contextMenuRequested(tree().selectedItem(), m_dialog->pos());
     }
-    for (QAction* action : control<KorButtonGroupMenu>(1233)->menu()->actions())
+    for (QAction* action : control<KorButtonGroupMenu>(1233)->checkMenu()->actions())
         if (!action->isSeparator())
             expectHelp(action, action->text());
     select(kStyle);

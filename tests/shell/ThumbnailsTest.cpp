@@ -46,7 +46,7 @@ protected:
     }
     void showThem(bool shown) {
         QAction* option = nullptr; // the last of the check items
-        for (QAction* action : control<KorButtonGroupMenu>(1233)->menu()->actions())
+        for (QAction* action : control<KorButtonGroupMenu>(1233)->checkMenu()->actions())
             option = action->isCheckable() ? action : option;
         EXPECT_EQ(option->isChecked(), !shown);
         option->trigger();

@@ -20,7 +20,7 @@ public:
     void setMenuButton(int id, const KorString& text, const QIcon& icon);
     QToolButton* menuButton() const { return m_menuButton; }
     /// The menu, for entries that are no check items; these come behind all check items.
-    QMenu* menu() const { return m_menu; }
+    QMenu* checkMenu() const { return m_menu; }
 
     /// Appends a check item and returns its index.
     int addMenuItem(const KorString& text);
