@@ -5,8 +5,8 @@
 #include "data/StyleDatabases.h"
 #include "data/check/ConsistencyCheck.h"
 #include "data/store/SqliteStore.h"
-#include "drawing/Shadowing.h"
 #include "session/DataFolder.h"
+#include "session/ShadowedEntries.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -21,31 +21,11 @@ struct FileFindings {
     std::vector<Finding> findings;
 };
 
-// Entries before which others take all that they could. Those of the same set are among the other findings.
-void addShadowedEntries(StyleSource& source, std::vector<Finding>& findings) {
-    const TableSchema& table = *findTable(kTableReprMapEntry);
-    const StyleTable& entries = source.table(table.type);
-    const RowArray& maps = source.table(kTableReprMap).rows();
-    for (int i = 0; i < maps.size(); ++i)
-        for (const ShadowedEntry& shadowed : Shadowing::of(source, maps.at(i).key)) {
-            const KorString name = entries.find(KorOdbcKey(shadowed.entry))->name;
-            const KorString sentence = KorString::format(
-                translated(
-                    "The %s \"%s\" (key %s) of \"%s\" never acts, because \"%s\" comes before it in the "
-                    "same map and takes all that it could; move it before that one, or delete it."),
-                {table.rowName(), name, KorString::number(shadowed.entry), source.store().name(),
-                 entries.find(KorOdbcKey(shadowed.by))->name});
-            if (!shadowed.isSameSet)
-                findings.push_back({eSeverity::kNote, &table, shadowed.entry, name,
-                                    table.column("qualifier_set"), sentence.toStdString()});
-        }
-}
-
 FileFindings checkSource(StyleDatabases& databases, SourceId id) {
     static_cast<void>(databases.readWhole(id)); // a failure is a finding
     StyleSource& source = *databases.source(id);
     FileFindings found{source.store().name(), ConsistencyCheck(source).run()};
-    addShadowedEntries(source, found.findings);
+    std::ranges::move(shadowedEntries(source), std::back_inserter(found.findings));
     return found;
 }
 

@@ -2,9 +2,9 @@
 
 #include "app/ArgumentTypes.h"
 #include "app/StoredNames.h"
-#include "drawing/SampleParts.h"
 #include "records/TableSchema.h"
 #include "services/KorResources.h"
+#include "session/KorDSMSampleParts.h"
 
 #include <CLI/CLI.hpp>
 
@@ -169,7 +169,7 @@ Names valuesFor(const Place& place, const ArgumentType& type, const std::string&
     case eArgument::kView:
         return stored.records(*findTable(kTableViewRequest), place.source);
     case eArgument::kPart:
-        return SampleParts::names(KorResources::folder() / "parts");
+        return KorDSMSampleParts(KorResources::folder() / "parts").names();
     case eArgument::kFile:
         return {"\tfiles"};
     case eArgument::kFolder:

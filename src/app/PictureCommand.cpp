@@ -5,18 +5,11 @@
 #include "app/RowChoice.h"
 #include "app/TypedValue.h"
 #include "base/Translation.h"
-#include "data/RowClosure.h"
-#include "data/check/StillMissing.h"
-#include "drawing/Governed.h"
-#include "drawing/SampleParts.h"
-#include "drawing/StyleDrawing.h"
-#include "drawing/WhyNothing.h"
 #include "records/StyleRecords.h"
 #include "services/KorResources.h"
 #include "services/KorTextFile.h"
 #include "session/DataFolder.h"
-#include "session/KorDSMSampleParts.h"
-#include "session/StyleSheet.h"
+#include "session/StylePicture.h"
 #include "shell/DrawingFile.h"
 
 #include <QJsonArray>
@@ -43,29 +36,26 @@ Result<std::int32_t> viewOf(const RowChoice& style, const std::string& name) {
         KorString::format(translated("The detail style \"%s\" has no view \"%s\"."), {record.name, name}));
 }
 
-// The primitives of the drawing that a column of a record governs; where none, the drawing notes why.
-Result<Governed::Places> highlighted(Drawing& drawing, const DrawingOptions& options, const RowChoice& style,
-                                     const SamplePart& part, const DrawingRequest& request) {
+// The cell that is to be highlighted goes into the wish; fails where there is none of these names.
+Result<> highlight(const DrawingOptions& options, StylePictureWish& wish) {
     if (options.highlight.size() != 3)
-        return Governed::Places();
+        return {};
     const FoundRow found = RowChoice::find(
-        {options.highlight[0], options.highlight[1], SourceChoice::nameOf(style.source).toStdString()});
+        {options.highlight[0], options.highlight[1], SourceChoice::nameOf(wish.source).toStdString()});
     if (!found)
         return Result<>::failure(found.error);
-    const RowChoice& row = found.value;
+    const TableSchema& table = *found.value.table;
     const Result<const Column*> column =
-        TypedValue::findColumn(*row.table, TypedValue::columnsOf(*row.table), options.highlight[2]);
+        TypedValue::findColumn(table, TypedValue::columnsOf(table), options.highlight[2]);
     if (!column)
         return Result<>::failure(column.error);
-    const Governed::Places places = Governed(drawing).by(*StyleDatabases::current().source(style.source),
-                                                         row.ref(), column.value->number);
-    if (places.empty())
-        drawing.notes.push_back(WhyNothing::sentenceFor(*StyleDatabases::current().source(style.source),
-                                                        row.ref(), column.value->number, part, request));
-    return places;
+    wish.governing = found.value.ref();
+    wish.column = column.value->number;
+    return {};
 }
 
-void report(const Drawing& drawing, std::size_t highlighted, const DrawingOptions& options) {
+void report(const StylePicture& picture, const DrawingOptions& options) {
+    const Drawing& drawing = picture.drawing;
     if (!options.json) {
         for (const std::string& note : drawing.notes)
             Console::complain(note);
@@ -87,21 +77,8 @@ void report(const Drawing& drawing, std::size_t highlighted, const DrawingOption
                                {"width", drawing.box().width()},
                                {"height", drawing.box().height()},
                                {"views", views},
-                               {"highlighted", static_cast<qint64>(highlighted)},
+                               {"highlighted", static_cast<qint64>(picture.page.highlighted.size())},
                                {"notes", notes}});
-}
-
-// What the style and all that it uses lack before drawings can be made with them.
-void noteMissing(StyleSource& source, std::int32_t style, Drawing& drawing) {
-    for (const RowRef row : closureOf(source, {kTableDetailStyle, style}))
-        for (const StillMissing& missing : stillMissing(source, row)) {
-            const KorString lack = KorString::format(
-                translated("The %s \"%s\" is not ready for drawings yet: it has no %s."),
-                {findTable(row.table)->rowName(), source.table(row.table).find(KorOdbcKey(row.key))->name,
-                 (missing.column ? findTable(missing.column->target) : missing.table)->rowName()});
-            const KorString whole = wholeSentence(source, row);
-            drawing.notes.push_back((whole.isEmpty() ? lack : lack + " " + whole).toStdString());
-        }
 }
 
 } // namespace
@@ -124,26 +101,23 @@ int pictureCommand(DataFolder& folder, const DrawingOptions& options) {
     const Result<std::int32_t> view = viewOf(row, options.view);
     if (!view)
         return failed(view.error);
-    const std::filesystem::path parts = KorResources::folder() / "parts";
-    StyleSource& source = *StyleDatabases::current().source(row.source);
-    const Result<SamplePart> part = SampleParts::read(
-        parts, options.part.empty() ? KorDSMSampleParts(parts).suiting(source, row.key) : options.part);
-    if (!part)
-        return failed(part.error);
-    const DrawingRequest request = {row.key, view.value, folder.path() / "Shared" / "Support", {}};
-    Drawing drawing = drawStyle(source, part.value, request);
-    noteMissing(source, row.key, drawing);
-    const Result<Governed::Places> places = highlighted(drawing, options, row, part.value, request);
-    if (!places)
-        return failed(places.error);
-    PicturePage page = pageOf(drawing);
-    page.highlighted = places.value;
-    if (options.sheet)
-        page = StyleSheet::pageOf(page, drawing, row.source, row.key);
-    const Result<> written = KorTextFile::replace(std::filesystem::absolute(target),
-                                                  DrawingFile::bytes(target, page), options.overwrite);
+    StylePictureWish wish;
+    wish.source = row.source;
+    wish.style = row.key;
+    wish.view = view.value;
+    wish.parts = KorResources::folder() / "parts";
+    wish.part = options.part;
+    wish.support = folder.path() / "Shared" / "Support";
+    wish.onSheet = options.sheet;
+    if (const Result<> marked = highlight(options, wish); !marked)
+        return failed(marked.error);
+    const Result<StylePicture> picture = pictureOf(wish);
+    if (!picture)
+        return failed(picture.error);
+    const Result<> written = KorTextFile::replace(
+        std::filesystem::absolute(target), DrawingFile::bytes(target, picture.value.page), options.overwrite);
     if (!written)
         return failed(written.error);
-    report(drawing, places.value.size(), options);
+    report(picture.value, options);
     return complainOfReading() || lost ? kExitFailed : kExitDone;
 }

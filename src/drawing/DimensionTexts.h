@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/Geometry.h"
+#include "picture/Geometry.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/Primitive.h"
+#include "picture/Primitive.h"
 #include "records/TableDeclarations.h"
 
 class StyleSource;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/Primitive.h"
+#include "picture/Primitive.h"
 
 /// A label that wants a place.
 struct WantedLabel {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "drawing/Primitive.h"
 #include "drawing/StyleRows.h"
+#include "picture/Primitive.h"
 
 #include <functional>
 #include <optional>

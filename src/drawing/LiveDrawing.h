@@ -2,7 +2,7 @@
 
 #include "drawing/DrawingRequest.h"
 #include "drawing/HiddenLines.h"
-#include "drawing/Primitive.h"
+#include "picture/Primitive.h"
 
 class StyleSource;
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Result.h"
-#include "drawing/Geometry.h"
+#include "picture/Geometry.h"
 
 #include <map>
 #include <optional>

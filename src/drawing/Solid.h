@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/Geometry.h"
+#include "picture/Geometry.h"
 
 /// A plane face: an outline and the holes in it, which all lie in one plane. Which way the loops run does not
 /// matter.

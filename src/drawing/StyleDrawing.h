@@ -3,7 +3,7 @@
 #include "base/Result.h"
 #include "drawing/DrawingRequest.h"
 #include "drawing/HiddenLines.h"
-#include "drawing/Primitive.h"
+#include "picture/Primitive.h"
 
 class StyleSource;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "drawing/Primitive.h"
 #include "drawing/RowReads.h"
+#include "picture/Primitive.h"
 #include "records/TableDeclarations.h"
 
 #include <map>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/Primitive.h"
+#include "picture/Primitive.h"
 
 /// Two drawings of the same style and part, compared in words.
 namespace KorDSMDrawingDifferences {

@@ -3,7 +3,7 @@
 #include "drawing/Governed.h"
 #include "drawing/LiveDrawing.h"
 #include "drawing/MapExplanation.h"
-#include "drawing/PicturePage.h"
+#include "picture/PicturePage.h"
 #include "session/FieldPlace.h"
 #include "session/KorDSMPreviewSubject.h"
 #include "session/KorDSMSampleParts.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/Primitive.h"
+#include "picture/Primitive.h"
 
 /// What made a line of a drawing, in words. The source must be the current one.
 namespace KorDSMProvenanceWords {

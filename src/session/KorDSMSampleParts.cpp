@@ -6,11 +6,15 @@
 
 #include <algorithm>
 
+std::vector<std::string> KorDSMSampleParts::names() const {
+    return SampleParts::names(m_folder);
+}
+
 void KorDSMSampleParts::read() {
     if (m_all)
         return;
     m_all.emplace();
-    for (const std::string& name : SampleParts::names(m_folder)) {
+    for (const std::string& name : names()) {
         Result<SamplePart> part = SampleParts::read(m_folder, name);
         if (part)
             m_all->push_back({name, std::move(part.value)});

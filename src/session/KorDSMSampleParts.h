@@ -18,6 +18,8 @@ public:
         std::string name; ///< of the file, by which the command line knows the part
         SamplePart part;
     };
+    /// The names of all files, read or not, in their order.
+    std::vector<std::string> names() const;
     /// Those that can be read, in the order of their files.
     const std::vector<Entry>& all();
     /// The part of this name; null where there is none.

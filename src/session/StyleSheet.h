@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/PicturePage.h"
+#include "picture/PicturePage.h"
 #include "records/KorDSNDefinitions.h"
 
 /// A detail style on paper: its drawing of a sample part, its views with their scales, and below what it says

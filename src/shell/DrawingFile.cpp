@@ -1,6 +1,6 @@
 #include "shell/DrawingFile.h"
 
-#include "drawing/SvgWriter.h"
+#include "picture/SvgWriter.h"
 #include "shell/PrimitivePainter.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/PicturePage.h"
+#include "picture/PicturePage.h"
 
 #include <QObject>
 

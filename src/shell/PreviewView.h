@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/Primitive.h"
+#include "picture/Primitive.h"
 
 #include <QPixmap>
 #include <QWidget>

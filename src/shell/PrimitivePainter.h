@@ -1,7 +1,7 @@
 #pragma once
 
-#include "drawing/PaperColor.h"
-#include "drawing/Primitive.h"
+#include "picture/PaperColor.h"
+#include "picture/Primitive.h"
 
 #include <QColor>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/KorThumbnails.h"
-#include "drawing/PaperColor.h"
+#include "picture/PaperColor.h"
 #include "session/KorDSMThumbnails.h"
 
 #include <QTimer>

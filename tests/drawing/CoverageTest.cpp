@@ -2,7 +2,7 @@
 
 #include "drawing/Governed.h"
 #include "drawing/NotShown.h"
-#include "drawing/SvgWriter.h"
+#include "picture/SvgWriter.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "drawing/PicturePage.h"
-#include "drawing/SvgWriter.h"
+#include "picture/PicturePage.h"
+#include "picture/SvgWriter.h"
 
 #include <filesystem>
 #include <fstream>

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 using Edges = std::map<std::string, std::set<std::string>>;
 
 // Known to every room above them.
-const std::set<std::string> kGround = {"base", "records", "services"};
+const std::set<std::string> kGround = {"base", "records", "services", "picture"};
 
 Edges readEdges() {
     std::ifstream page(fs::path(SOURCE_DIR) / "ARCHITECTURE.md");
@@ -177,7 +177,7 @@ TEST(House, EveryMessageHasASenderAndAReceiver) {
 
 TEST(House, RoomsIncludeOnlyAlongTheListedEdges) {
     const Edges edges = readEdges();
-    ASSERT_EQ(edges.size(), 13u);
+    ASSERT_EQ(edges.size(), 14u);
     const std::regex include(R"(^\s*#include\s*["<]([^">]+)[">])");
     const std::set<std::string> withWindows = {"controls", "dialogs", "pages", "shell", "app"};
     Edges used;

@@ -1,4 +1,4 @@
-#include "drawing/Geometry.h"
+#include "picture/Geometry.h"
 
 Frame Frame::along(const Vec3& origin, const Vec3& direction) {
     const Vec3 z = direction.unit();

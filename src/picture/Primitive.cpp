@@ -1,4 +1,4 @@
-#include "drawing/Primitive.h"
+#include "picture/Primitive.h"
 
 #include <array>
 #include <numbers>

@@ -1,4 +1,4 @@
-#include "drawing/PaperColor.h"
+#include "picture/PaperColor.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 
 #include "base/LabelFormat.h"
 #include "base/LinetypeFile.h"
-#include "drawing/Geometry.h"
+#include "picture/Geometry.h"
 #include "records/KorDSNDefinitions.h"
 #include "records/RowRef.h"
 

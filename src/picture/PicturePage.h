@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/KorString.h"
-#include "drawing/Primitive.h"
+#include "picture/Primitive.h"
 
 #include <string>
 

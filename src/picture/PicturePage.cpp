@@ -1,4 +1,4 @@
-#include "drawing/PicturePage.h"
+#include "picture/PicturePage.h"
 
 #include "base/Translation.h"
 

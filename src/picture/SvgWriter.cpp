@@ -1,16 +1,19 @@
-#include "drawing/SvgWriter.h"
+#include "picture/SvgWriter.h"
 
-#include "drawing/LabelText.h"
-#include "drawing/PaperColor.h"
+#include "picture/PaperColor.h"
 
+#include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <numbers>
 
 namespace {
 
 std::string number(double value) {
-    const std::string text = LabelText::number(value, 3);
-    return text == "-0" ? "0" : text;
+    constexpr double kParts = 1000;
+    char buffer[32];
+    const double rounded = std::round(value * kParts) / kParts + 0.0; // never "-0"
+    return {buffer, std::to_chars(buffer, buffer + sizeof buffer, rounded).ptr};
 }
 
 std::string escaped(const std::string& text) {

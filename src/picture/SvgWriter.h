@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/PicturePage.h"
+#include "picture/PicturePage.h"
 
 /// A page as an SVG picture, in millimetres. The same page gives the same bytes, whatever machine and locale.
 std::string svgOf(const PicturePage& page);

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "data/check/ConsistencyCheck.h"
+
+/// Entries of maps before which others take all that they could, so that they never act, as notes. Those
+/// whose set is the same as that of one before them `ConsistencyCheck` finds.
+std::vector<Finding> shadowedEntries(StyleSource& source);
