@@ -4,6 +4,8 @@
 #include "controls/VELComboTreeBuilder.h"
 #include "support/Widgets.h"
 
+#include <QLabel>
+
 namespace {
 
 KorString path(std::initializer_list<const char*> names) {
@@ -105,6 +107,39 @@ TEST_F(ComboTree, KeysStepAndTypingSearchesInTheDropDown) {
     EXPECT_FALSE(isOpen());
     EXPECT_EQ(combo.getSelectedPath(), path({"Standard", "Beams", "Girder"}));
     EXPECT_EQ(chosen.size(), 2u);
+}
+
+TEST_F(ComboTree, TheDropDownShowsWhatHasAllWordsInItsPath) {
+    combo.addEntry(path({"Welds", "Fillet"}));
+    combo.addEntry(path({"Workshop", "Shop welds"}));
+    combo.findEntry("Welds")->selectable = false;
+    combo.findEntry("Workshop")->selectable = false;
+    QLineEdit* search = openSearch();
+    auto* tree = combo.findChild<KorTreeCtrl*>();
+    const auto shown = [tree] {
+        QStringList names;
+        for (QModelIndex at = tree->model()->index(0, 0); at.isValid(); at = tree->indexBelow(at))
+            names << at.data().toString();
+        return names;
+    };
+    const auto* none = combo.findChild<QLabel*>();
+    QTest::keyClicks(search, "WELD");
+    EXPECT_EQ(shown(), QStringList({"Welds", "Fillet", "Workshop", "Shop welds"}));
+    EXPECT_EQ(combo.getEntryText(tree->selectedItem()), KorString("Shop welds")) << "its own name has it";
+    QTest::keyClick(search, Qt::Key_Up);
+    EXPECT_EQ(combo.getEntryText(tree->selectedItem()), KorString("Fillet")) << "no step onto a group";
+    QTest::keyClicks(search, " work");
+    EXPECT_EQ(shown(), QStringList({"Workshop", "Shop welds"}));
+    EXPECT_FALSE(none->isVisible());
+    QTest::keyClicks(search, "x");
+    EXPECT_TRUE(shown().isEmpty());
+    EXPECT_TRUE(none->isVisible()) << "and says so";
+    QTest::keyClick(search, Qt::Key_Backspace);
+    QTest::keyClick(search, Qt::Key_Return);
+    EXPECT_EQ(chosen, std::vector{path({"Workshop", "Shop welds"})});
+    openSearch();
+    EXPECT_TRUE(search->text().isEmpty());
+    EXPECT_TRUE(shown().contains("User")) << "what was searched for is forgotten";
 }
 
 TEST_F(ComboTree, AClickChoosesAndGroupsCanBeOutOfChoice) {

@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScreen>
 #include <QToolTip>
@@ -22,14 +23,20 @@ constexpr QSize kLeastWithThumbnails(320, 440);
 VELComboTreePopup::VELComboTreePopup(QWidget& combo, KorTreeModel& entries,
                                      std::function<QString(KorTreeHandle)> hint)
     : QFrame(&combo, Qt::Popup), m_combo(combo), m_entries(entries), m_hint(std::move(hint)),
-      m_search(new QLineEdit(this)), m_tree(new KorTreeCtrl(&entries, this)) {
+      m_search(new QLineEdit(this)),
+      m_none(new QLabel(toQt(translated("Nothing has this in its name.")), this)),
+      m_tree(new KorTreeCtrl(&entries, this)) {
     setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
     setAttribute(Qt::WA_NoMouseReplay); // a click on the combo closes the drop-down, and that is all
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(1, 1, 1, 1);
     layout->setSpacing(1);
     layout->addWidget(m_search);
+    layout->addWidget(m_none);
     layout->addWidget(m_tree);
+    m_none->setWordWrap(true);
+    m_none->setMargin(4);
+    m_none->hide();
     m_search->setPlaceholderText(toQt(translated("Search")));
     m_search->setAccessibleName(toQt(translated("Search")));
     m_search->setClearButtonEnabled(true);
@@ -37,7 +44,7 @@ VELComboTreePopup::VELComboTreePopup(QWidget& combo, KorTreeModel& entries,
     m_tree->setFocusPolicy(Qt::NoFocus);
     m_tree->setFrameStyle(QFrame::NoFrame);
     m_tree->viewport()->installEventFilter(this);
-    connect(m_search, &QLineEdit::textEdited, this, &VELComboTreePopup::findTyped);
+    connect(m_search, &QLineEdit::textChanged, this, &VELComboTreePopup::narrow);
     connect(m_tree, &QTreeView::clicked, this,
             [this](const QModelIndex& index) { Q_EMIT wanted(KorTreeModel::entryOf(index)); });
 }
@@ -45,6 +52,7 @@ VELComboTreePopup::VELComboTreePopup(QWidget& combo, KorTreeModel& entries,
 VELComboTreePopup::~VELComboTreePopup() {
     m_search->disconnect(this);
     m_tree->disconnect(this);
+    m_tree->setFilter(nullptr); // the entries outlive it
 }
 
 void VELComboTreePopup::setThumbnails(KorRowThumbnails::SubjectOf subjectOf) {
@@ -59,8 +67,8 @@ void VELComboTreePopup::open(KorTreeHandle chosen, const QString& search) {
     show();
     m_search->setText(search);
     m_search->setFocus();
-    m_tree->selectItem(chosen ? chosen : m_tree->getRoot());
-    findTyped();
+    if (!m_found.isSet())
+        m_tree->selectItem(chosen ? chosen : m_tree->getRoot());
     if (const KorTreeHandle selected = m_tree->selectedItem())
         m_tree->ensureVisible(selected);
 }
@@ -81,26 +89,29 @@ void VELComboTreePopup::place() {
 }
 
 // Enter must not choose what fits only the first letters of what is typed.
-void VELComboTreePopup::findTyped() {
-    if (!m_search->text().isEmpty() && !find(nullptr, true))
-        m_tree->selectItem(nullptr);
+void VELComboTreePopup::narrow() {
+    constexpr std::size_t kMostOpened = 200;
+    m_found.look(m_entries, m_search->text());
+    m_none->setVisible(m_found.isSet() && m_found.found().empty());
+    if (!m_found.isSet()) {
+        m_tree->setFilter(nullptr);
+        return;
+    }
+    m_tree->setFilter([this](const KorTreeEntry& entry) { return m_found.isShown(entry); });
+    for (std::size_t i = 0; i < std::min(m_found.found().size(), kMostOpened); ++i)
+        for (KorTreeHandle above = m_entries.parentOf(m_found.found()[i]); above;
+             above = m_entries.parentOf(above))
+            m_tree->expand(above);
+    m_tree->selectItem(m_found.best());
 }
 
-bool VELComboTreePopup::find(KorTreeHandle from, bool forward) {
-    const QString wanted = m_search->text();
-    const auto next = [&](KorTreeHandle at) {
-        return forward ? m_entries.nextInOrder(at) : m_entries.previousInOrder(at);
-    };
-    for (KorTreeHandle at = next(from); at; at = next(at))
-        if (toQt(at->text).contains(wanted, Qt::CaseInsensitive)) {
-            m_tree->selectItem(at);
-            return true;
-        }
-    return false;
+void VELComboTreePopup::step(bool isDown) {
+    if (const KorTreeHandle next = m_found.nextTo(m_tree->selectedItem(), isDown))
+        m_tree->selectItem(next);
 }
 
 bool VELComboTreePopup::onKey(QKeyEvent& event) {
-    const bool searching = !m_search->text().isEmpty();
+    const bool searching = m_found.isSet();
     const bool alt = event.modifiers() & Qt::AltModifier;
     switch (event.key()) {
     case Qt::Key_Return:
@@ -108,10 +119,10 @@ bool VELComboTreePopup::onKey(QKeyEvent& event) {
         Q_EMIT wanted(m_tree->selectedItem());
         return true;
     case Qt::Key_Escape:
-        if (searching)
-            m_search->clear();
-        else
+        if (m_search->text().isEmpty())
             hide();
+        else
+            m_search->clear();
         return true;
     case Qt::Key_F4:
     case Qt::Key_Tab:
@@ -122,7 +133,7 @@ bool VELComboTreePopup::onKey(QKeyEvent& event) {
         if (alt)
             hide();
         else if (searching)
-            find(m_tree->selectedItem(), event.key() == Qt::Key_Down);
+            step(event.key() == Qt::Key_Down);
         else
             QCoreApplication::sendEvent(m_tree, &event);
         return true;
@@ -146,6 +157,11 @@ bool VELComboTreePopup::showHint(const QHelpEvent& event) {
     if (!hint.isEmpty())
         QToolTip::showText(event.globalPos(), hint, m_tree);
     return !hint.isEmpty();
+}
+
+void VELComboTreePopup::hideEvent(QHideEvent* event) {
+    QFrame::hideEvent(event);
+    m_search->clear();
 }
 
 bool VELComboTreePopup::eventFilter(QObject* watched, QEvent* event) {

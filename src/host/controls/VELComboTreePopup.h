@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/KorTreeHandle.h"
+#include "controls/KorEntrySearch.h"
 #include "controls/KorRowThumbnails.h"
 
 #include <QFrame>
@@ -9,11 +10,12 @@
 
 class KorTreeCtrl;
 class QHelpEvent;
+class QLabel;
 class QLineEdit;
 class KorTreeModel;
 
-/// The drop-down of a VELComboTree: a search field above the tree. The keyboard stays in the search field,
-/// which passes the keys on that move in the tree.
+/// The drop-down of a VELComboTree: a search field above the tree, which shows what is found. The keyboard
+/// stays in the search field, which passes the keys on that move in the tree.
 class VELComboTreePopup : public QFrame {
     Q_OBJECT
 
@@ -35,20 +37,21 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     bool onKey(QKeyEvent& event);
     bool showHint(const QHelpEvent& event);
-    void findTyped();
-    /// Selects the next entry, after `from` (null: from the top), whose name contains the search text; false
-    /// where there is none.
-    bool find(KorTreeHandle from, bool forward);
+    void narrow();
+    void step(bool isDown);
     void place();
 
     QWidget& m_combo;
     KorTreeModel& m_entries;
     std::function<QString(KorTreeHandle)> m_hint;
+    KorEntrySearch m_found;
     QLineEdit* m_search;
+    QLabel* m_none;
     KorTreeCtrl* m_tree;
     bool m_hasThumbnails = false;
 };
