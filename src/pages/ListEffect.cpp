@@ -21,6 +21,7 @@ constexpr int kOff = 928;
 constexpr int kLeaveOut = 929;
 constexpr int kHoldsFor = 961;
 constexpr int kUnknown = 962; // "%s, of %s not known"
+constexpr int kAtMost = 1360; // "%s to %s"
 constexpr int kWarning = 394; // icon
 
 } // namespace
@@ -53,8 +54,12 @@ void ListEffect::showRow(int place, const KorDSMListEffect::Row& row) {
     const QSignalBlocker quiet(m_grid); // a tooltip is no edit
     const bool isCounted = KorDSMPreview::shown() != nullptr;
     KorString text = isCounted ? KorString::number(std::ssize(row.takes)) : KorString();
-    if (isCounted && !row.unknown.empty())
-        text = KorString::format(Prompts::dsm(kUnknown), {text, KorString::number(std::ssize(row.unknown))});
+    KorString more = row.never;
+    if (isCounted && !row.unknown.empty()) {
+        more = KorString::format(Prompts::dsm(kUnknown), {text, KorString::number(std::ssize(row.unknown))});
+        text = KorString::format(Prompts::dsm(kAtMost),
+                                 {text, KorString::number(std::ssize(row.takes) + std::ssize(row.unknown))});
+    }
     if (!row.never.isEmpty())
         text = Prompts::dsm(kNever);
     if (row.isOff)
@@ -64,8 +69,10 @@ void ListEffect::showRow(int place, const KorDSMListEffect::Row& row) {
     if (m_isFirstMatch)
         m_grid.setCellText(place, m_takenBefore,
                            isCounted ? KorString::number(std::ssize(row.takenBefore)) : KorString());
-    if (QTableWidgetItem* item = m_grid.item(place, m_takes))
-        item->setToolTip(toQt(row.never));
+    if (QTableWidgetItem* item = m_grid.item(place, m_takes)) {
+        item->setToolTip(toQt(more));
+        item->setData(Qt::AccessibleDescriptionRole, toQt(more));
+    }
 }
 
 std::vector<int> ListEffect::objectsAt(int row, int column) const {

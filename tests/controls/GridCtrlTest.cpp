@@ -3,6 +3,8 @@
 #include "support/Widgets.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
+#include <QToolTip>
 
 namespace {
 
@@ -27,6 +29,22 @@ protected:
 };
 
 } // namespace
+
+TEST_F(GridCtrl, ATextThatIsCutIsToldUnderThePointer) {
+    const QString text = QStringLiteral("a name that has no room in its cell, however wide that may be here");
+    const auto told = [this] {
+        const QPoint place = grid.visualItemRect(grid.item(0, 0)).center();
+        QHelpEvent rests(QEvent::ToolTip, place, grid.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(grid.viewport(), &rests);
+        return QToolTip::text();
+    };
+    EXPECT_EQ(told(), QString()) << "it can be read in the cell";
+    grid.item(0, 0)->setText(text);
+    EXPECT_EQ(told(), text);
+    grid.item(0, 0)->setToolTip("more");
+    EXPECT_EQ(told(), QStringLiteral("more"));
+    QToolTip::hideText();
+}
 
 TEST_F(GridCtrl, CellsAreEditedInPlace) {
     grid.setCurrentCell(0, 0);

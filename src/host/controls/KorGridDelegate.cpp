@@ -4,9 +4,12 @@
 #include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
 
+#include <QAbstractItemView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 
 void KorGridDelegate::setTree(int column, std::function<void(VELComboTree&)> fill) {
     m_trees[column] = std::move(fill);
@@ -99,6 +102,15 @@ bool KorGridDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
     const bool pressed =
         event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space;
     return (clicked || pressed) && model->setData(index, Qt::Checked, Qt::CheckStateRole);
+}
+
+bool KorGridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+                                const QStyleOptionViewItem& option, const QModelIndex& index) {
+    const bool isCut = sizeHint(option, index).width() > option.rect.width();
+    if (event->type() != QEvent::ToolTip || !isCut || !index.data(Qt::ToolTipRole).toString().isEmpty())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QToolTip::showText(event->globalPos(), index.data().toString(), view);
+    return true;
 }
 
 void KorGridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {

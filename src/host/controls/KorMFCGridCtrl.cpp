@@ -74,6 +74,7 @@ int KorMFCGridCtrl::insertColumn(const KorString& title, EKind kind) {
     setColumnCount(column + 1);
     auto* header = new QTableWidgetItem(toQt(title));
     header->setTextAlignment(Qt::AlignVCenter | (kind == eNumber ? Qt::AlignRight : Qt::AlignLeft));
+    header->setToolTip(toQt(title)); // there may be no room for all of it
     setHorizontalHeaderItem(column, header);
     m_kinds.push_back(kind);
     return column;
