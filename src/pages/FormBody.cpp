@@ -2,6 +2,7 @@
 
 #include "controls/KorComboBox.h"
 #include "controls/KorControls.h"
+#include "controls/KorFoldingColumns.h"
 #include "controls/KorLineEdit.h"
 #include "controls/KorMnemonics.h"
 #include "controls/KorQt.h"
@@ -9,7 +10,6 @@
 #include "model/KorDSMDependencies.h"
 #include "model/KorDSMFamilies.h"
 #include "operations/CurrentRows.h"
-#include "pages/FoldingColumns.h"
 #include "pages/KorDSMPage.h"
 #include "pages/PictureChoice.h"
 #include "pages/RecordButtons.h"
@@ -44,7 +44,7 @@ QVBoxLayout* makeColumn() {
 FormBody::FormBody(KorDSMPage& page, const std::vector<FormGroup>& groups, eTableType table, int firstControl,
                    FindPart part)
     : m_page(page), m_table(table), m_part(std::move(part)), m_nextOwn(firstControl),
-      m_nextOther(firstControl + kOthers), m_columns(new FoldingColumns), m_left(makeColumn()),
+      m_nextOther(firstControl + kOthers), m_columns(new KorFoldingColumns), m_left(makeColumn()),
       m_right(makeColumn()), m_below(makeColumn()) {
     auto* lines = new QVBoxLayout(this);
     lines->setContentsMargins(0, 0, 0, 0);
@@ -130,6 +130,7 @@ void FormBody::addFrame(const FormGroup& group, QVBoxLayout& column) {
     form->setHorizontalSpacing(12);
     form->setVerticalSpacing(6);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    form->setRowWrapPolicy(QFormLayout::WrapLongRows); // the caption above its field where room is short
     column.addWidget(box);
     m_frames.push_back({box, &group});
     for (const FormField& field : group.fields)

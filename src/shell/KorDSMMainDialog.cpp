@@ -3,6 +3,7 @@
 #include "controls/KorControls.h"
 #include "controls/KorMnemonics.h"
 #include "controls/KorReadable.h"
+#include "controls/KorVerticalSplitter.h"
 #include "controls/TabStops.h"
 #include "model/KorDSMDialogFactory.h"
 #include "services/CKorHelp.h"
@@ -83,6 +84,8 @@ int KorDSMMainDialog::OnInitDialog() {
     setUpTabOrder();
     m_parts->sectionStrip.check(m_structure.getSelectedSection());
     constexpr int kSplitter = 1096;
+    constexpr int kRoomOfPages = 450;
+    KorControls::find<KorVerticalSplitter>(this, kSplitter)->setRightRoom(kRoomOfPages);
     m_memory.registerControl(kSplitter, MemoryDlg::eStretchY);
     m_memory.setWindow(this);
     resize(width() + m_parts->preview.wantedWidth(), height());

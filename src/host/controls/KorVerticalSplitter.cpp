@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int kStep = 16;
+constexpr int kLeastLeft = 150; // in which names can be read
 
 class Bar : public QSplitterHandle {
 public:
@@ -61,6 +62,7 @@ protected:
 KorVerticalSplitter::KorVerticalSplitter(QWidget* parent) : QSplitter(Qt::Horizontal, parent) {
     setChildrenCollapsible(false);
     setHandleWidth(7);
+    connect(this, &QSplitter::splitterMoved, this, [this] { m_leftBefore = 0; });
 }
 
 void KorVerticalSplitter::setLeftWidth(int width) {
@@ -69,6 +71,7 @@ void KorVerticalSplitter::setLeftWidth(int width) {
         return;
     const int both = now[0] + now[1];
     const int left = std::clamp(width, 0, both);
+    m_leftBefore = 0;
     setSizes({left, both - left});
 }
 
@@ -76,8 +79,30 @@ int KorVerticalSplitter::leftWidth() const {
     return sizes().value(0);
 }
 
+void KorVerticalSplitter::setRightRoom(int width) {
+    m_rightRoom = width;
+    giveWay();
+}
+
+void KorVerticalSplitter::giveWay() {
+    const QList<int> now = sizes();
+    if (m_rightRoom == 0 || now.size() < 2)
+        return;
+    const int both = now[0] + now[1];
+    const int wanted = std::max(now[0], m_leftBefore);
+    const int left = std::min(wanted, std::max(both - m_rightRoom, kLeastLeft));
+    m_leftBefore = left < wanted ? wanted : 0;
+    if (left != now[0])
+        setSizes({left, both - left});
+}
+
 QSplitterHandle* KorVerticalSplitter::createHandle() {
     return new Bar(this);
+}
+
+void KorVerticalSplitter::resizeEvent(QResizeEvent* event) {
+    QSplitter::resizeEvent(event);
+    giveWay();
 }
 
 void KorVerticalSplitter::showEvent(QShowEvent* event) {

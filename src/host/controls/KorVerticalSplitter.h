@@ -15,8 +15,18 @@ public:
     /// minimum sizes allow.
     void setLeftWidth(int width);
     int leftWidth() const;
+    /// Lets the left pane give way where the right one would have less room than that, in pixels, and come
+    /// back when there is room again. Where the user puts the bar it stays until the window changes its size.
+    void setRightRoom(int width);
 
 protected:
     QSplitterHandle* createHandle() override;
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
+
+private:
+    void giveWay();
+
+    int m_rightRoom = 0;
+    int m_leftBefore = 0; // it gave way; 0 where it did not
 };
