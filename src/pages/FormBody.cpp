@@ -316,8 +316,12 @@ void FormBody::alignCaptions() {
             }
         for (const Line& line : m_lines)
             if (isHere(line)) {
-                line.caption->setWordWrap(widthsOf(*line.caption).first > width);
+                const bool wraps = widthsOf(*line.caption).first > width;
+                line.caption->setWordWrap(wraps);
                 line.caption->setMinimumWidth(width);
+                // The layout gives a caption above its field no more height than one line.
+                line.caption->setMaximumWidth(wraps ? width : QWIDGETSIZE_MAX);
+                line.caption->setMinimumHeight(wraps ? line.caption->heightForWidth(width) : 0);
             }
     }
 }

@@ -3,6 +3,7 @@
 #include "base/KorAssert.h"
 #include "controls/KorControls.h"
 #include "controls/KorFieldNote.h"
+#include "controls/KorFoldingColumns.h"
 #include "controls/KorInfoCtrl.h"
 #include "controls/KorMnemonics.h"
 #include "controls/KorQt.h"
@@ -76,7 +77,7 @@ bool KorDSMPageModelObjectsSelection::OnInitDialog() {
     m_form = new FormBody(*this, kGroups, kTableDetailStyle, kFirstField);
     // Beside the buttons.
     QWidget* buttons = KorControls::find(this, kFrames[0].first);
-    auto* line = new QHBoxLayout;
+    auto* line = new KorFoldingColumns;
     static_cast<QBoxLayout*>(layout())->insertLayout(0, line);
     line->addWidget(buttons, 1);
     line->addWidget(m_form, 1);

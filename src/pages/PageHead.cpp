@@ -1,6 +1,7 @@
 #include "pages/PageHead.h"
 
 #include "controls/KorFieldNote.h"
+#include "controls/KorFoldingColumns.h"
 #include "controls/KorLineEdit.h"
 #include "controls/KorMnemonics.h"
 #include "controls/KorPictures.h"
@@ -24,6 +25,8 @@
 #include <QFrame>
 #include <QLabel>
 #include <QResizeEvent>
+#include <QStyleOptionToolButton>
+#include <QStylePainter>
 #include <QToolButton>
 
 namespace {
@@ -59,6 +62,24 @@ private:
     void fit() { setText(fontMetrics().elidedText(m_whole, Qt::ElideMiddle, width())); }
 
     QString m_whole;
+};
+
+/// A button that loses the end of its text where there is no room for it.
+class ElidedButton : public QToolButton {
+public:
+    QSize minimumSizeHint() const override {
+        return {kLeastLetters * fontMetrics().averageCharWidth(), QToolButton::minimumSizeHint().height()};
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QStylePainter painter(this);
+        QStyleOptionToolButton option;
+        initStyleOption(&option);
+        option.text =
+            option.fontMetrics.elidedText(option.text, Qt::ElideRight, width() - 6, Qt::TextShowMnemonic);
+        painter.drawComplexControl(QStyle::CC_ToolButton, option);
+    }
 };
 
 QLabel* plainLabel() {
@@ -97,11 +118,17 @@ void PageHead::build() {
     auto* lines = new QVBoxLayout(this);
     lines->setContentsMargins(0, 0, 0, 0);
     lines->setSpacing(2);
+    auto* top = new KorFoldingColumns;
+    top->setSpacing(8);
     auto* first = new QHBoxLayout;
     first->setSpacing(8);
+    auto* marks = new QHBoxLayout;
+    marks->setSpacing(8);
+    top->addLayout(first, 1);
+    top->addLayout(marks);
     auto* second = new QHBoxLayout;
     second->setSpacing(12);
-    lines->addLayout(first);
+    lines->addLayout(top);
     lines->addLayout(second);
     first->addWidget(m_icon = new QLabel);
     first->addWidget(m_kind = plainLabel());
@@ -111,14 +138,15 @@ void PageHead::build() {
     first->addWidget(m_name = new KorLineEdit, 3);
     m_name->setMinimumWidth(kLeastLetters * m_name->fontMetrics().averageCharWidth());
     first->addStretch(2);
-    first->addWidget(m_colleagues = plainLabel());
-    first->addWidget(m_shared = makeMark(kSharedIcon, kShared));
-    first->addWidget(m_readOnly = makeMark(kReadOnlyIcon, kReadOnly));
+    marks->addWidget(m_colleagues = plainLabel());
+    marks->addWidget(m_shared = makeMark(kSharedIcon, kShared));
+    marks->addWidget(m_readOnly = makeMark(kReadOnlyIcon, kReadOnly));
+    marks->addStretch();
     second->addWidget(m_path = new ElidedLabel, 1);
-    second->addWidget(m_users = new QToolButton);
+    second->addWidget(m_users = new ElidedButton);
     m_users->setAutoRaise(true);
     m_users->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    m_users->setToolTip(toQt(Prompts::dsm(kWhereUsed)));
+    m_users->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     lines->addWidget(m_missing = plainLabel());
     m_missing->setWordWrap(true);
     m_missing->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -161,6 +189,7 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     static_cast<ElidedLabel*>(m_path)->setWhole(toQt(pathTo(*item, source)));
     const KorDSMRecordState::UseCount use = KorDSMRecordState::useCountOf(source, m_shown);
     m_users->setText(toQt(KorDSMRecordState::useText(m_shown, use)));
+    m_users->setToolTip(m_users->text() + u'\n' + toQt(Prompts::dsm(kWhereUsed)));
     m_users->setVisible(!m_users->text().isEmpty());
     m_users->setEnabled(use.isUsed());
     m_shared->setVisible(use.isShared);

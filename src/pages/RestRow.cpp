@@ -1,6 +1,7 @@
 #include "pages/RestRow.h"
 
 #include "controls/KorControls.h"
+#include "controls/KorFoldingColumns.h"
 #include "controls/KorQt.h"
 #include "pages/KorDSMPage.h"
 #include "pages/PageFields.h"
@@ -31,16 +32,19 @@ const Rest* restOf(eTableType parts) {
 } // namespace
 
 RestRow::RestRow(KorDSMPage& page, eTableType parts) : m_page(page), m_column(restOf(parts)->column) {
-    auto* line = new QHBoxLayout(this);
+    auto* line = new KorFoldingColumns(this);
     line->setContentsMargins(6, 2, 6, 2);
     line->setSpacing(16);
+    auto* radios = new QHBoxLayout;
+    radios->setSpacing(16);
     auto* head = new QLabel(toQt(Prompts::dsm(restOf(parts)->head)));
     line->addWidget(head);
+    line->addLayout(radios);
     for (int value = 0; value < 2; ++value) {
         auto* radio = new QRadioButton(toQt(Prompts::dsm(restOf(parts)->choices[value])));
         KorControls::setId(radio, kRadios[value]);
         radio->setAccessibleName(head->text() + u' ' + radio->text());
-        line->addWidget(radio);
+        radios->addWidget(radio);
     }
     line->addStretch(1);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);

@@ -1,6 +1,7 @@
 #include "support/Accessibility.h"
 #include "controls/KorLineEdit.h"
 #include "controls/KorListCtrl.h"
+#include "controls/KorQt.h"
 #include "controls/TabContent.h"
 #include "dialogs/KorDSMDialogAddView.h"
 #include "dialogs/KorDSMDialogConfirmation.h"
@@ -23,6 +24,8 @@
 #include "support/Palettes.h"
 
 #include <QProcess>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <map>
 #include <set>
@@ -228,6 +231,26 @@ TEST_F(Accessibility, NoTextIsCutInALanguageOfLongerTexts) {
     onEachDialog(look);
     EXPECT_TRUE(cut.isEmpty()) << cut.join('\n').toStdString();
     close();
+    Prompts::load(KorResources::folder() / "prompts", "en");
+}
+
+// 1366 x 768 pixels at 200 %, less the frame and the title.
+TEST_F(Accessibility, NoPageScrollsSidewaysOnASmallScreen) {
+    for (const char* language : {"en", "de"}) {
+        Prompts::load(KorResources::folder() / "prompts", language);
+        open();
+        m_dialog->resize(675, 344);
+        QStringList wide;
+        onEachPage([&](QWidget&) {
+            QApplication::processEvents();
+            const auto* area = page()->parentWidget()->parentWidget();
+            const QScrollBar* bar = qobject_cast<const QScrollArea*>(area)->horizontalScrollBar();
+            if (bar->maximum() > 0)
+                wide << QStringLiteral("%1 by %2").arg(toQt(page()->title())).arg(bar->maximum());
+        });
+        EXPECT_TRUE(wide.isEmpty()) << language << ": " << wide.join(", ").toStdString();
+        close();
+    }
     Prompts::load(KorResources::folder() / "prompts", "en");
 }
 

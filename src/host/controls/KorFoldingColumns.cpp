@@ -10,7 +10,18 @@ QSize KorFoldingColumns::minimumSize() const {
     return least;
 }
 
+// A column that keeps to its half takes all where the half is too little for it.
+void KorFoldingColumns::shareWithSpacer(int width) {
+    if (count() < 2 || !itemAt(1)->spacerItem())
+        return;
+    m_spacer = std::max(m_spacer, stretch(1));
+    const int wanted = width < 2 * itemAt(0)->sizeHint().width() ? 0 : m_spacer;
+    if (stretch(1) != wanted)
+        setStretch(1, wanted);
+}
+
 void KorFoldingColumns::setGeometry(const QRect& room) {
+    shareWithSpacer(room.width());
     if (hasTwo()) {
         const int beside = itemAt(0)->minimumSize().width() + spacing() + itemAt(1)->minimumSize().width();
         const bool isFolded = room.width() - contentsMargins().left() - contentsMargins().right() < beside;

@@ -13,6 +13,25 @@ bool isEntry(KorTreeHandle entry) {
     return KorAssert::check(entry != nullptr, "an entry is given");
 }
 
+// Where room is short, names need it more than the steps between levels do.
+class NarrowSteps : public QObject {
+public:
+    explicit NarrowSteps(QTreeView& tree) : QObject(&tree), m_tree(tree), m_usual(tree.indentation()) {}
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        constexpr int kNarrow = 220;
+        constexpr int kStep = 10;
+        if (event->type() == QEvent::Resize)
+            m_tree.setIndentation(m_tree.width() < kNarrow ? std::min(kStep, m_usual) : m_usual);
+        return false;
+    }
+
+private:
+    QTreeView& m_tree;
+    const int m_usual;
+};
+
 } // namespace
 
 KorTreeCtrl::KorTreeCtrl(QWidget* parent) : QTreeView(parent), m_model(new KorTreeModel(this)) {
@@ -42,6 +61,7 @@ void KorTreeCtrl::init() {
     connect(this, &QTreeView::doubleClicked, this,
             [this](const QModelIndex& index) { Q_EMIT itemActivated(KorTreeModel::entryOf(index)); });
     connect(m_model, &KorTreeModel::placeholderChanged, this, [this] { scheduleDelayedItemsLayout(); });
+    installEventFilter(new NarrowSteps(*this));
 }
 
 void KorTreeCtrl::setImageList(KorImageListPtr images) {

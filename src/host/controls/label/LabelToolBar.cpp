@@ -2,6 +2,7 @@
 
 #include "base/LabelVariables.h"
 #include "controls/KorControls.h"
+#include "controls/KorFoldingColumns.h"
 #include "controls/KorQt.h"
 #include "controls/label/DrawingColorMenu.h"
 #include "controls/label/DrawingColors.h"
@@ -71,13 +72,19 @@ QAction* LabelToolBar::addToggle(const QKeySequence& shortcut) {
 }
 
 void LabelToolBar::layOut() {
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(4);
+    auto* both = new KorFoldingColumns(this);
+    both->setContentsMargins(0, 0, 0, 0);
+    both->setSpacing(4);
+    auto* type = new QHBoxLayout;
+    auto* row = new QHBoxLayout;
+    for (QHBoxLayout* part : {type, row}) {
+        part->setSpacing(4);
+        both->addLayout(part, 1);
+    }
     m_sizeCombo->setMinimumContentsLength(6);
     m_fonts->setMaximumWidth(fontMetrics().averageCharWidth() * 40);
-    row->addWidget(m_fonts, 1);
-    row->addWidget(m_sizeCombo);
+    type->addWidget(m_fonts, 1);
+    type->addWidget(m_sizeCombo);
     row->addWidget(m_color);
     for (QAction* action : toggles()) {
         auto* button = new QToolButton(this);
