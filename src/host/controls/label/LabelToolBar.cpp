@@ -82,9 +82,11 @@ void LabelToolBar::layOut() {
         both->addLayout(part, 1);
     }
     m_sizeCombo->setMinimumContentsLength(6);
+    m_sizeCombo->setMaximumWidth(fontMetrics().averageCharWidth() * 16);
     m_fonts->setMaximumWidth(fontMetrics().averageCharWidth() * 40);
     type->addWidget(m_fonts, 1);
     type->addWidget(m_sizeCombo);
+    type->addStretch();
     row->addWidget(m_color);
     for (QAction* action : toggles()) {
         auto* button = new QToolButton(this);
