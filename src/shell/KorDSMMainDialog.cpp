@@ -84,8 +84,7 @@ int KorDSMMainDialog::OnInitDialog() {
     setUpTabOrder();
     m_parts->sectionStrip.check(m_structure.getSelectedSection());
     constexpr int kSplitter = 1096;
-    constexpr int kRoomOfPages = 450;
-    KorControls::find<KorVerticalSplitter>(this, kSplitter)->setRightRoom(kRoomOfPages);
+    KorControls::find<KorVerticalSplitter>(this, kSplitter)->setRightRoom(KorVerticalSplitter::kRoomOfPages);
     m_memory.registerControl(kSplitter, MemoryDlg::eStretchY);
     m_memory.setWindow(this);
     resize(width() + m_parts->preview.wantedWidth(), height());

@@ -7,6 +7,7 @@
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "controls/KorTabCtrl.h"
+#include "controls/KorVerticalSplitter.h"
 #include "model/KorDSMBusy.h"
 #include "services/AddInManager.h"
 #include "services/Prompts.h"
@@ -111,6 +112,7 @@ void KorDSMViewRequestDialog::OnInitDialog() {
     setTexts();
     setUpActions();
     setUpTree();
+    KorControls::find<KorVerticalSplitter>(this, kSplitter)->setRightRoom(KorVerticalSplitter::kRoomOfPages);
     m_memory.registerControl(kSplitter, MemoryDlg::eStretchY);
     m_memory.setWindow(this);
     m_memory.restore();

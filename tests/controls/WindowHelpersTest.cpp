@@ -23,6 +23,26 @@ struct Window : QWidget {
 
 } // namespace
 
+TEST(VerticalSplitter, TheLeftPaneGivesWayWhereRoomIsShort) {
+    KorVerticalSplitter splitter;
+    splitter.addWidget(new QWidget);
+    splitter.addWidget(new QWidget);
+    splitter.resize(1000, 100);
+    showActive(splitter);
+    splitter.setLeftWidth(256);
+    splitter.setRightRoom(450);
+    EXPECT_EQ(splitter.leftWidth(), 256);
+    splitter.resize(640, 100);
+    EXPECT_EQ(splitter.sizes().value(1), 450);
+    splitter.resize(1000, 100);
+    EXPECT_EQ(splitter.leftWidth(), 256) << "there is room again";
+    splitter.resize(400, 100);
+    EXPECT_EQ(splitter.leftWidth(), 150) << "names stay readable";
+    splitter.setLeftWidth(200);
+    splitter.resize(1000, 100);
+    EXPECT_EQ(splitter.leftWidth(), 200) << "the user's own place";
+}
+
 TEST(MemoryDlg, AWindowComesBackAsItWasLeft) {
     KorLayoutStore::setBackend({}, {});
     KorLayoutStore::write("Dlg", "");

@@ -15,6 +15,8 @@ public:
     /// minimum sizes allow.
     void setLeftWidth(int width);
     int leftWidth() const;
+    /// In which any page is seen without scrolling sideways.
+    static constexpr int kRoomOfPages = 450;
     /// Lets the left pane give way where the right one would have less room than that, in pixels, and come
     /// back when there is room again. Where the user puts the bar it stays until the window changes its size.
     void setRightRoom(int width);

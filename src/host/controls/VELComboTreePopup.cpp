@@ -79,9 +79,11 @@ void VELComboTreePopup::place() {
     const KorThumbnails* thumbnails = KorThumbnails::current();
     const bool isLarge = m_hasThumbnails && thumbnails && thumbnails->areShown();
     const QSize least = isLarge ? kLeastWithThumbnails : kLeast;
-    QRect popup(combo.bottomLeft() + QPoint(0, 1),
-                QSize(std::max(combo.width(), least.width()), least.height()));
-    if (popup.bottom() > screen.bottom() && combo.top() - popup.height() >= screen.top())
+    const int above = combo.top() - screen.top();
+    const int below = screen.bottom() - combo.bottom();
+    const int height = std::min(least.height(), std::max(above, below) - 1);
+    QRect popup(combo.bottomLeft() + QPoint(0, 1), QSize(std::max(combo.width(), least.width()), height));
+    if (below <= height)
         popup.moveBottom(combo.top() - 1);
     popup.moveRight(std::min(popup.right(), screen.right()));
     popup.moveLeft(std::max(popup.left(), screen.left()));
