@@ -1,6 +1,7 @@
 #include "controls/KorGridDelegate.h"
 
 #include "controls/KorComboBox.h"
+#include "controls/KorItemSelection.h"
 #include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
 
@@ -106,7 +107,9 @@ bool KorGridDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
 
 bool KorGridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
                                 const QStyleOptionViewItem& option, const QModelIndex& index) {
-    const bool isCut = sizeHint(option, index).width() > option.rect.width();
+    QStyleOptionViewItem oneLine = option; // as high as rows are
+    oneLine.features &= ~QStyleOptionViewItem::WrapText;
+    const bool isCut = sizeHint(oneLine, index).width() > option.rect.width();
     if (event->type() != QEvent::ToolTip || !isCut || !index.data(Qt::ToolTipRole).toString().isEmpty())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     QToolTip::showText(event->globalPos(), index.data().toString(), view);
@@ -115,6 +118,7 @@ bool KorGridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
 
 void KorGridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
+    KorItemSelection::soften(option);
     if (index.data(kRadioRole).toBool() && option->widget) { // the mark takes the place of a picture
         const QStyle& style = *option->widget->style();
         option->features &= ~QStyleOptionViewItem::HasCheckIndicator;
