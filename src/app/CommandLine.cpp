@@ -327,7 +327,10 @@ int run(char** argv, const Wanted& wanted) {
     KorDSMPasswords::current().setKeyring(std::make_unique<DesktopKeyring>());
     DataFolder folder(locateDataFolder(wanted.data));
     WindowStart start(argv);
-    if (wanted.opensFolder && !wanted.command && wanted.picture->file.empty())
+    const bool opensWindow = wanted.opensFolder && !wanted.command && wanted.picture->file.empty();
+    if (opensWindow && !wanted.window && leaveToAnother(start, folder, wanted.edit))
+        return Console::finish() ? kExitDone : kExitFailed;
+    if (opensWindow)
         start.open(folder);
     else if (wanted.opensFolder)
         folder.open();

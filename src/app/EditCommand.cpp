@@ -10,8 +10,6 @@
 #include "services/KorHostReport.h"
 #include "session/DataFolder.h"
 #include "session/KorDSMHandOver.h"
-#include "shell/ModuleResources.h"
-#include "shell/SourcesCommand.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -51,21 +49,26 @@ bool handOver(const DataFolder& folder, const EditOptions& options) {
 
 } // namespace
 
+bool leaveToAnother(WindowStart& start, const DataFolder& folder, const EditOptions& options) {
+    if (!folder.hasServers())
+        return false;
+    if (handOver(folder, options))
+        return true;
+    start.beFound(folder);
+    return false;
+}
+
 int openEditor(WindowStart& start, DataFolder& folder, const EditOptions& options) {
     const bool paints = !options.picture.file.empty();
     if (!WindowPicture::prepareDisplay(options.picture))
         return kExitFailed;
-    if (!paints && !folder.refused().empty()) { // the style that is wanted may be in there
-        if (handOver(folder, options))
-            return kExitDone;
-        start.makeApplication();
-        ModuleResources::setUp({});
-        SourcesCommand::askForPasswords(folder, nullptr);
-    }
-    if (selectStart(options) != kExitDone)
+    const bool isNeeded = start.running && start.running->keepsRequests(); // of others
+    if (selectStart(options) != kExitDone && !isNeeded)
         return kExitFailed;
-    if (!paints && handOver(folder, options))
+    if (!paints && !start.running && handOver(folder, options))
         return kExitDone;
+    if (!paints && !start.running)
+        start.beFound(folder);
     start.makeApplication();
     KOSettings::getInstance().setPathData(folder.path());
     KorDSMDialogFactory factory(nullptr);
@@ -74,7 +77,7 @@ int openEditor(WindowStart& start, DataFolder& folder, const EditOptions& option
     WindowPicture picture(options.picture);
     std::optional<OpenWindow> window;
     if (!paints) {
-        window.emplace(*factory.window(), folder.path()); // to which other starts leave theirs from now on
+        window.emplace(*factory.window(), std::move(start.running));
         for (const KorString& problem : folder.problems())
             KorHostReport::add(problem);
     } else {

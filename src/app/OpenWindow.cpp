@@ -65,8 +65,12 @@ eExitCode selectStart(EditOptions options) {
     return options.style.name.empty() ? kExitDone : selectStyle(options.style);
 }
 
-OpenWindow::OpenWindow(QWidget& window, const std::filesystem::path& dataFolder)
-    : m_window(window), m_running(dataFolder, [this](const OpenRequest& request) { take(request); }) {
+OpenWindow::OpenWindow(QWidget& window, std::unique_ptr<RunningEditor> running)
+    : m_window(window), m_running(std::move(running)) {
+    m_running->setReceiver([this](const OpenRequest& request) {
+        take(request);
+        return true;
+    });
     window.setAcceptDrops(true);
     window.installEventFilter(this);
 }
@@ -87,6 +91,7 @@ bool OpenWindow::eventFilter(QObject* watched, QEvent* event) {
                 take({file, {}, {}, {}});
         return true;
     }
+    case QEvent::Show: // what came before
     case QEvent::WindowActivate:
         QTimer::singleShot(0, this, [this] { showNext(); });
         return false;
@@ -97,11 +102,7 @@ bool OpenWindow::eventFilter(QObject* watched, QEvent* event) {
 
 void OpenWindow::take(const OpenRequest& request) {
     m_waiting.push_back(request);
-    if (!request.activation.isEmpty())
-        qputenv("XDG_ACTIVATION_TOKEN", request.activation.toUtf8());
-    m_window.setWindowState(m_window.windowState() & ~Qt::WindowMinimized);
-    m_window.raise();
-    m_window.activateWindow();
+    RunningEditor::raise(m_window, request);
     QTimer::singleShot(0, this, [this] { showNext(); });
 }
 
@@ -128,10 +129,14 @@ void OpenWindow::show(const OpenRequest& request) {
         else
             KorHostReport::add(opened.error);
     }
-    if (!request.style.isEmpty())
-        if (const FoundRow found =
-                RowChoice::find({"detail-style", request.style.toStdString(), request.source.toStdString()}))
+    if (!request.style.isEmpty()) {
+        const FoundRow found =
+            RowChoice::find({"detail-style", request.style.toStdString(), request.source.toStdString()});
+        if (found)
             KorDSMStartSelection::select(found.value.source, found.value.key);
+        else
+            KorHostReport::add(found.error);
+    }
     // The window takes its turn again, and says what went wrong.
     QEvent activate(QEvent::WindowActivate);
     QApplication::sendEvent(&m_window, &activate);

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <deque>
+#include <memory>
 
 /// Opens the file that is to be shown beside the others, and remembers what is to be selected in the window:
 /// the style that is named, or the file's first. Complains of what cannot be shown and returns an exit code.
@@ -15,8 +16,8 @@ eExitCode selectStart(EditOptions options);
 /// of the program were to show. It is done when nothing else asks for an answer.
 class OpenWindow : public QObject {
 public:
-    /// `window` must outlive the object.
-    OpenWindow(QWidget& window, const std::filesystem::path& dataFolder);
+    /// `window` must outlive the object. What `running` keeps is shown when the window is.
+    OpenWindow(QWidget& window, std::unique_ptr<RunningEditor> running);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -26,6 +27,6 @@ private:
     void show(const OpenRequest& request);
 
     QWidget& m_window;
-    RunningEditor m_running;
     std::deque<OpenRequest> m_waiting;
+    std::unique_ptr<RunningEditor> m_running;
 };

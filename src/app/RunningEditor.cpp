@@ -5,6 +5,7 @@
 #include <QJsonObject>
 #include <QSocketNotifier>
 #include <QStandardPaths>
+#include <QWidget>
 
 #include <cerrno>
 #include <cstring>
@@ -104,9 +105,8 @@ bool RunningEditor::handOver(const std::filesystem::path& dataFolder, const Open
            ::shutdown(socket.handle(), SHUT_WR) == 0 && socket.receive().startsWith(kTaken);
 }
 
-RunningEditor::RunningEditor(const std::filesystem::path& dataFolder,
-                             std::function<void(const OpenRequest&)> onRequest)
-    : m_place(placeOf(dataFolder)), m_onRequest(std::move(onRequest)) {
+RunningEditor::RunningEditor(const std::filesystem::path& dataFolder, Receiver receiver)
+    : m_place(placeOf(dataFolder)), m_receiver(std::move(receiver)) {
     if (connects(Socket(), m_place))
         return;                // another one that did not take the request
     ::unlink(m_place.c_str()); // left by one that was killed
@@ -146,7 +146,26 @@ void RunningEditor::answer() {
                 const bool isTaken = asked.isObject() && other->send({1, kTaken});
                 other.reset(); // for whose end the other start waits
                 if (isTaken)
-                    m_onRequest({asked["file"].toString(), asked["style"].toString(),
-                                 asked["source"].toString(), asked["activation"].toString()});
+                    tell({asked["file"].toString(), asked["style"].toString(), asked["source"].toString(),
+                          asked["activation"].toString()});
             });
+}
+
+void RunningEditor::tell(const OpenRequest& request) {
+    if (!m_receiver(request))
+        m_kept.push_back(request);
+}
+
+void RunningEditor::setReceiver(Receiver receiver) {
+    m_receiver = std::move(receiver);
+    for (const OpenRequest& request : std::exchange(m_kept, {}))
+        tell(request);
+}
+
+void RunningEditor::raise(QWidget& window, const OpenRequest& request) {
+    if (!request.activation.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", request.activation.toUtf8());
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.raise();
+    window.activateWindow();
 }

@@ -3,8 +3,11 @@
 #include <QObject>
 #include <QString>
 
+#include <deque>
 #include <filesystem>
 #include <functional>
+
+class QWidget;
 
 /// What a start of the program wants of a window that is open already.
 struct OpenRequest {
@@ -14,22 +17,33 @@ struct OpenRequest {
     QString activation; ///< with which the desktop lets the window come to the front
 };
 
-/// The window on a data folder. Other starts of the program with the same folder find it by a socket in the
-/// user's runtime folder, and leave to it what they were to show.
+/// The editor of a data folder, open or just starting. Other starts of the program with the same folder find
+/// it by a socket in the user's runtime folder, and leave to it what they were to show.
 class RunningEditor : public QObject {
 public:
-    /// Hands the request to the window that is open on the data folder. Returns whether there is one, and it
-    /// took the request.
+    /// Hands the request to the editor of the data folder. Returns whether there is one, and it took the
+    /// request.
     static bool handOver(const std::filesystem::path& dataFolder, const OpenRequest& request);
 
+    /// Is told of a request. Returns whether it is done with that; otherwise the request is kept.
+    using Receiver = std::function<bool(const OpenRequest&)>;
+
     /// Waits for requests as long as it lives, in the event loop. Where the socket cannot be made none come.
-    RunningEditor(const std::filesystem::path& dataFolder, std::function<void(const OpenRequest&)> onRequest);
+    RunningEditor(const std::filesystem::path& dataFolder, Receiver receiver);
     ~RunningEditor() override;
+
+    /// Who is told from now on, at first of the requests that were kept.
+    void setReceiver(Receiver receiver);
+    bool keepsRequests() const { return !m_kept.empty(); }
+    /// Brings a window to the front, as far as the desktop lets it.
+    static void raise(QWidget& window, const OpenRequest& request);
 
 private:
     void answer();
+    void tell(const OpenRequest& request);
 
     std::string m_place;
     int m_socket = -1;
-    std::function<void(const OpenRequest&)> m_onRequest;
+    Receiver m_receiver;
+    std::deque<OpenRequest> m_kept;
 };

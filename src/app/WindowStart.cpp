@@ -5,6 +5,8 @@
 #include "session/KorDSMLockWait.h"
 #include "shell/EditorApplication.h"
 #include "shell/LockNotice.h"
+#include "shell/ModuleResources.h"
+#include "shell/SourcesCommand.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -15,6 +17,27 @@ namespace {
 constexpr int kWindowTitle = 33510;
 
 } // namespace
+
+/// Is shown as long as its notice of a lock is. Who closes it gives up waiting.
+class StartWindow : public QWidget {
+public:
+    StartWindow() {
+        setWindowTitle(QString::fromStdString(Prompts::ups(kWindowTitle).toStdString()));
+        auto* line = new QHBoxLayout(this);
+        new LockNotice(line); // the window owns it; it is asked while the window is shown
+        line->itemAt(0)->widget()->installEventFilter(this);
+    }
+
+    bool isClosed = false;
+
+protected:
+    void closeEvent(QCloseEvent*) override { isClosed = true; }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::HideToParent)
+            hide();
+        return QWidget::eventFilter(watched, event);
+    }
+};
 
 WindowStart::WindowStart(char** argv) : m_argv(argv) {}
 WindowStart::~WindowStart() = default;
@@ -30,25 +53,32 @@ void WindowStart::open(DataFolder& folder) {
     if (!folder.hasServers())
         return folder.open();
     makeApplication();
-    m_window = std::make_unique<QWidget>();
-    m_window->setWindowTitle(QString::fromStdString(Prompts::ups(kWindowTitle).toStdString()));
-    auto* line = new QHBoxLayout(m_window.get());
     auto before = KorDSMLockWait::setAsk(
         [this](const std::string&, std::chrono::milliseconds waited) { return show(waited); });
-    new LockNotice(line); // the window owns it; it is asked while the window is shown
+    m_window = std::make_unique<StartWindow>();
     folder.open();
+    if (!folder.refused().empty()) {
+        ModuleResources::setUp({}); // of which dialogs are made
+        SourcesCommand::askForPasswords(folder, nullptr);
+    }
     m_window.reset();
     KorDSMLockWait::setAsk(std::move(before));
 }
 
-// Who closes the window gives up, too.
 bool WindowStart::show(std::chrono::milliseconds waited) {
-    if (m_wasShown)
-        return !std::exchange(m_wasShown, false);
-    if (waited >= KorDSMLockWait::wordless()) {
+    const bool isGivenUp = std::exchange(m_window->isClosed, false) && waited >= KorDSMLockWait::wordless();
+    if (waited >= KorDSMLockWait::wordless() && !isGivenUp)
         m_window->show();
-        m_wasShown = true;
-    }
     QApplication::processEvents();
-    return true;
+    return !isGivenUp;
+}
+
+void WindowStart::beFound(const DataFolder& folder) {
+    makeApplication();
+    running = std::make_unique<RunningEditor>(folder.path(), [](const OpenRequest& request) {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window->isVisible())
+                RunningEditor::raise(*window, request);
+        return false;
+    });
 }

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "session/KorDSMLockWait.h"
+#include "app/RunningEditor.h"
 
+#include <chrono>
 #include <memory>
 
 class DataFolder;
 class QApplication;
-class QWidget;
+class StartWindow;
 
 /// The start of a program with a window: its application, made when it is first needed, and a small window
 /// where a server makes the start wait, which says so and lets the user go on without it.
@@ -18,8 +19,13 @@ public:
     WindowStart(const WindowStart&) = delete;
     WindowStart& operator=(const WindowStart&) = delete;
 
-    /// Opens the databases of the folder.
+    /// Opens the databases of the folder, and asks for the passwords that servers want.
     void open(DataFolder& folder);
+    /// Other starts of the program find this one from now on: the window that it shows comes to the front,
+    /// and what they were to show is kept for the editor.
+    void beFound(const DataFolder& folder);
+    /// What finds this start, to be given to the editor's window; null where nothing does yet.
+    std::unique_ptr<RunningEditor> running;
     /// Makes the application, where there is none yet.
     void makeApplication();
 
@@ -29,6 +35,5 @@ private:
     int m_argc = 1; // Qt would take options such as --style for its own
     char** m_argv;
     std::unique_ptr<QApplication> m_application;
-    std::unique_ptr<QWidget> m_window;
-    bool m_wasShown = false;
+    std::unique_ptr<StartWindow> m_window;
 };

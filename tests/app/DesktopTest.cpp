@@ -44,7 +44,7 @@ TEST_F(DesktopTest, AFileThatIsDroppedOnTheWindowIsASourceThatCanOnlyBeRead) {
     StyleDatabases databases;
     QWidget window;
     window.show();
-    const OpenWindow open(window, data());
+    const OpenWindow open(window, std::make_unique<RunningEditor>(data(), nullptr));
     const auto drop = [&window](const QMimeData& dragged) {
         QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, {});
         QApplication::sendEvent(&window, &enter);
