@@ -41,7 +41,8 @@ int upload(const ServerAddress& address, const std::string& file = GeneratedStan
     int all = 0;
     Result<> result = to->begin();
     if (result)
-        result = CopiedDatabase::copy(*from, *to, [&](const TableSchema&, int rows) { all += rows; });
+        result =
+            CopiedDatabase::copy(*from, *to, [&](const TableSchema&, int rows) { return (all += rows) > 0; });
     if (result)
         result = to->commit();
     return result ? all : 0;

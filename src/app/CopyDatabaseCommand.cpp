@@ -1,9 +1,11 @@
 #include "app/Commands.h"
 #include "app/Console.h"
+#include "app/HeldSignals.h"
 #include "app/ServerOptions.h"
 #include "app/ServerPlace.h"
 #include "base/Translation.h"
 #include "data/exchange/CopiedDatabase.h"
+#include "data/store/LockWait.h"
 #include "data/store/SqliteStore.h"
 #include "session/KorDSMPasswords.h"
 
@@ -24,6 +26,22 @@ Opened openToRead(const SourceSettings::Place& place) {
         SqliteStore::open(place.file.string(), SqliteStore::eMode::kRead, SqliteStore::eCheck::kFull);
     return {{opened.error}, std::move(opened.store)};
 }
+
+// What waits for a server does not go on either.
+class StopsWaiting {
+public:
+    explicit StopsWaiting(const HeldSignals& held) {
+        LockWait::setAsk([this, &held](const std::string& name, std::chrono::milliseconds waited) {
+            return !held.haveCome() && (!m_before || m_before(name, waited));
+        }).swap(m_before);
+    }
+    ~StopsWaiting() { LockWait::setAsk(std::move(m_before)); }
+    StopsWaiting(const StopsWaiting&) = delete;
+    StopsWaiting& operator=(const StopsWaiting&) = delete;
+
+private:
+    LockWait::Ask m_before;
+};
 
 Result<> copyToServer(StyleStore& from, const ServerAddress& address,
                       const CopiedDatabase::Progress& progress) {
@@ -53,23 +71,28 @@ Result<> copyToServer(StyleStore& from, const ServerAddress& address,
 } // namespace
 
 int copyDatabaseCommand(DataFolder& folder, const CopyDatabaseOptions& options) {
+    HeldSignals held;
+    const StopsWaiting stops(held);
     const Opened from = openToRead(ServerPlace::placeOf(folder, options.from));
     const SourceSettings::Place to = ServerPlace::placeOf(folder, options.to);
     Result<> result{from.error.empty() ? to.error : from.error};
     int all = 0;
-    const auto progress = [&all](const TableSchema& table, int rows) {
+    const auto progress = [&](const TableSchema& table, int rows) {
         all += rows;
         Console::complain(KorString::format(translated("%s: %s rows"),
                                             {table.kindName(), KorString::number(std::int64_t{rows})}));
+        return !held.haveCome();
     };
     const auto fill = [&](StyleStore& store) { return CopiedDatabase::copy(*from.store, store, progress); };
     if (result)
         result = to.file.empty() ? copyToServer(*from.store, to.server, progress)
                                  : SqliteStore::createWith(to.file.string(), fill, false);
     if (!result) {
-        Console::complain(KorString(result.error));
+        Console::complain(held.haveCome() ? translated("The copy was stopped, so nothing was copied.")
+                                          : KorString(result.error));
         return kExitFailed;
     }
+    held.forget();
     Console::sayStored(KorString::format(translated("Copied %s rows of \"%s\" to \"%s\"."),
                                          {KorString::number(std::int64_t{all}), from.store->name(),
                                           to.file.empty() ? to.server.name : to.file.string()}));

@@ -52,8 +52,12 @@ int write(const RowChoice& row, const Column& column, const CellValue& value, co
 }
 
 int set(const RowChoice& row, const Column& column, const SetOptions& options) {
-    if (const std::string tooNew = StyleDatabases::current().whyTooNew(row.source); !tooNew.empty()) {
-        complainUnlessTold(KorString(tooNew));
+    StyleDatabases& databases = StyleDatabases::current();
+    const bool isOnServer = databases.source(row.source)->store().isOnServer(); // which knows why
+    const std::string whyOfStore =
+        isOnServer ? databases.whyNotEditable(row.source) : databases.whyTooNew(row.source);
+    if (!whyOfStore.empty()) {
+        complainUnlessTold(KorString(whyOfStore));
         return kExitFailed;
     }
     if (const KorString why = whyNotChanged(row); !why.isEmpty())

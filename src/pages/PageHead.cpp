@@ -1,5 +1,6 @@
 #include "pages/PageHead.h"
 
+#include "controls/KorElidedLabel.h"
 #include "controls/KorFieldNote.h"
 #include "controls/KorFoldingColumns.h"
 #include "controls/KorLineEdit.h"
@@ -13,6 +14,7 @@
 #include "operations/CurrentRows.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMItemCommands.h"
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMRecordCommands.h"
 #include "session/KorDSMRecordState.h"
@@ -40,29 +42,6 @@ constexpr int kNotStored = 454;
 constexpr int kReadOnly = 678;
 constexpr int kShared = 679;
 constexpr int kWhereUsed = 262; // "Where used…"
-
-/// A text that loses its middle where there is no room for it.
-class ElidedLabel : public QLabel {
-public:
-    ElidedLabel() { setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); }
-    void setWhole(const QString& text) {
-        m_whole = text;
-        setToolTip(text);
-        setAccessibleName(text);
-        fit();
-    }
-
-protected:
-    void resizeEvent(QResizeEvent* event) override {
-        QLabel::resizeEvent(event);
-        fit();
-    }
-
-private:
-    void fit() { setText(fontMetrics().elidedText(m_whole, Qt::ElideMiddle, width())); }
-
-    QString m_whole;
-};
 
 /// A button that loses the end of its text where there is no room for it.
 class ElidedButton : public QToolButton {
@@ -138,11 +117,12 @@ void PageHead::build() {
     first->addWidget(m_name = new KorLineEdit, 3);
     m_name->setMinimumWidth(kLeastLetters * m_name->fontMetrics().averageCharWidth());
     first->addStretch(2);
-    marks->addWidget(m_colleagues = plainLabel());
     marks->addWidget(m_shared = makeMark(kSharedIcon, kShared));
     marks->addWidget(m_readOnly = makeMark(kReadOnlyIcon, kReadOnly));
     marks->addStretch();
-    second->addWidget(m_path = new ElidedLabel, 1);
+    second->addWidget(m_colleagues = new KorElidedLabel(Qt::ElideRight)); // seen without scrolling
+    second->addWidget(m_path = new KorElidedLabel(Qt::ElideMiddle), 1);
+    m_path->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     second->addWidget(m_users = new ElidedButton);
     m_users->setAutoRaise(true);
     m_users->setToolButtonStyle(Qt::ToolButtonTextOnly);
@@ -186,7 +166,7 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     m_kind->setAccessibleName(kind + QStringLiteral(": ") +
                               toQt(KorDSMValueText::columnCaption(*table, *table->column(kNameColumn))));
     m_name->setAccessibleName(m_kind->accessibleName());
-    static_cast<ElidedLabel*>(m_path)->setWhole(toQt(pathTo(*item, source)));
+    m_path->setWhole(toQt(pathTo(*item, source)));
     const KorDSMRecordState::UseCount use = KorDSMRecordState::useCountOf(source, m_shown);
     m_users->setText(toQt(KorDSMRecordState::useText(m_shown, use)));
     m_users->setToolTip(m_users->text() + u'\n' + toQt(Prompts::dsm(kWhereUsed)));
@@ -194,6 +174,7 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     m_users->setEnabled(use.isUsed());
     m_shared->setVisible(use.isShared);
     m_readOnly->setVisible(!editable);
+    m_readOnly->setToolTip(toQt(KorDSMItemCommands::whyOnlyReadable(*item)));
     m_missing->setText(toQt(KorDSMRecordState::missingText(source, m_shown)));
     m_missing->setVisible(!m_missing->text().isEmpty());
     QPalette warning;
@@ -206,8 +187,8 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
 void PageHead::showColleagues() {
     if (!m_item || !m_colleagues)
         return;
-    m_colleagues->setText(toQt(KorDSMServers::editorsOf(m_source, m_shown)));
-    m_colleagues->setVisible(!m_colleagues->text().isEmpty());
+    m_colleagues->setWhole(toQt(KorDSMServers::editorsOf(m_source, m_shown)));
+    m_colleagues->setVisible(!m_colleagues->whole().isEmpty());
 }
 
 void PageHead::onNameCommitted() {

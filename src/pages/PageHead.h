@@ -7,6 +7,7 @@
 #include <QWidget>
 
 class KorDSMDatabaseItem;
+class KorElidedLabel;
 class KorLineEdit;
 class QLabel;
 class QToolButton;
@@ -46,8 +47,8 @@ private:
     KorLineEdit* m_name = nullptr;
     QWidget* m_shared = nullptr;
     QWidget* m_readOnly = nullptr;
-    QLabel* m_colleagues = nullptr;
-    QLabel* m_path = nullptr;
+    KorElidedLabel* m_colleagues = nullptr;
+    KorElidedLabel* m_path = nullptr;
     QToolButton* m_users = nullptr;
     QLabel* m_missing = nullptr;
 };

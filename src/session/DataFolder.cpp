@@ -146,6 +146,7 @@ OpenedServer DataFolder::openServer(SourceId id, const ServerAddress& server) {
     if (opened.store) {
         databases.addSource(id, std::move(opened.store));
         static_cast<void>(databases.source(id)->readAll());
+        opened.error.clear(); // whoever may only read is told by what is shown, and by what he cannot do
     }
     return opened;
 }

@@ -55,6 +55,15 @@ KorString whyNotWritable(const KorDSMDatabaseItem& item) {
     return whyNotWritable(KorDSMItemSource::sourceOf(&item));
 }
 
+KorString whyOnlyReadable(const KorDSMDatabaseItem& item) {
+    StyleDatabases& databases = StyleDatabases::current();
+    const SourceId source = KorDSMItemSource::sourceOf(&item);
+    StyleSource* open = databases.source(source);
+    const std::string why =
+        open && open->store().isOnServer() ? databases.whyNotEditable(source) : std::string();
+    return why.empty() ? whyNotWritable(source) : KorString(why);
+}
+
 bool canCopy(KorDSMDefines::eItemType type) {
     const KorDSMFamily* family = KorDSMFamilies::of(type);
     return family && family->isFiled();

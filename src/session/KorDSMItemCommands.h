@@ -83,6 +83,9 @@ int viewsListedIn(const KorDSMDatabaseItem& category);
 /// source. Commands say so before they ask the user for anything.
 KorString whyNotWritable(SourceId source);
 KorString whyNotWritable(const KorDSMDatabaseItem& item);
+/// Where a server keeps the source, also why it lets it be read only and what can be done about that; for
+/// tooltips.
+KorString whyOnlyReadable(const KorDSMDatabaseItem& item);
 /// The same in a few words, for the status line.
 KorString readOnlyNote(const KorDSMDatabaseItem& item);
 /// Gives the item's record another name; for a detail style also its master. All items that show the record

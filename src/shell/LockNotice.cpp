@@ -3,6 +3,7 @@
 #include "base/EditorSession.h"
 #include "base/Translation.h"
 #include "controls/KorControls.h"
+#include "controls/KorElidedLabel.h"
 #include "controls/KorMnemonics.h"
 #include "controls/KorQt.h"
 #include "controls/UserInput.h"
@@ -12,7 +13,6 @@
 
 #include <QApplication>
 #include <QBoxLayout>
-#include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 
@@ -48,8 +48,7 @@ struct LockNotice::Notices {
 LockNotice::LockNotice(QBoxLayout* line)
     : QObject(line->parentWidget()), m_notices(EditorSession::currentPart<Notices>()) {
     m_bar = new QWidget(line->parentWidget());
-    m_sentence = new QLabel(m_bar);
-    m_sentence->setTextFormat(Qt::PlainText);
+    m_sentence = new KorElidedLabel(Qt::ElideMiddle, m_bar);
     m_giveUp = new QPushButton(toQt(Prompts::dsm(kGiveUpPrompt)), m_bar);
     m_giveUp->setFocusPolicy(Qt::NoFocus);
     m_giveUp->setAutoDefault(false);
@@ -118,8 +117,7 @@ void LockNotice::show(const std::string& file) {
     const KorString sentence =
         isServer ? translated("Waiting for an answer of \"%s\"; Esc gives up.")
                  : translated("Waiting for \"%s\", which another program has locked; Esc gives up.");
-    m_sentence->setText(toQt(KorString::format(sentence, {fromQt(shortened)})));
-    m_sentence->setToolTip(path);
+    m_sentence->setWhole(toQt(KorString::format(sentence, {fromQt(shortened)})), path);
     m_bar->show();
     KorMnemonics::give(*m_bar);
     showCursor(true);

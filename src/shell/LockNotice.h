@@ -6,8 +6,8 @@
 #include <chrono>
 #include <string>
 
+class KorElidedLabel;
 class QBoxLayout;
-class QLabel;
 class QPushButton;
 class QWidget;
 
@@ -40,7 +40,7 @@ private:
 
     Notices& m_notices;
     QWidget* m_bar;
-    QLabel* m_sentence;
+    KorElidedLabel* m_sentence;
     QPushButton* m_giveUp;
     QTimer m_end; ///< nobody tells that the wait is over: what comes next in the event loop does
     bool m_givenUp = false;

@@ -33,7 +33,7 @@ void SelectionStatus::show() {
         const KorString text = m_sections.currentControl().getItemText(m_selection.entry());
         status = KorDSMValueText::shortName(statusTextOf(*item, text));
         note = KorDSMItemCommands::readOnlyNote(*item);
-        reason = KorDSMItemCommands::whyNotWritable(*item);
+        reason = KorDSMItemCommands::whyOnlyReadable(*item);
     }
     m_status.show(status, note, reason);
     updateCommands();

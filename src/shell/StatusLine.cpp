@@ -1,6 +1,7 @@
 #include "shell/StatusLine.h"
 
 #include "controls/KorControls.h"
+#include "controls/KorElidedLabel.h"
 #include "controls/KorQt.h"
 #include "controls/KorStyle.h"
 #include "model/KorDSMMessages.h"
@@ -14,45 +15,38 @@
 StatusLine::StatusLine(QWidget& window) : m_progressText(KorControls::find<QLabel>(&window, 1006)) {
     auto* place = KorControls::find<QWidget>(&window, 1005);
     auto* line = static_cast<QBoxLayout*>(place->layout());
-    m_status = new QLabel(place);
+    m_status = new KorElidedLabel(Qt::ElideMiddle, place);
     KorControls::setId(m_status, 1007);
-    m_status->setTextFormat(Qt::PlainText);
     m_progressText->hide();
     m_progress = new QProgressBar(place);
     KorControls::setId(m_progress, 1008);
     m_progress->setMaximumWidth(220);
     m_progress->hide();
-    m_readOnly = new QLabel(place);
+    m_readOnly = new KorElidedLabel(Qt::ElideRight, place);
     m_readOnly->setForegroundRole(QPalette::PlaceholderText);
     line->insertWidget(0, m_status);
     new LockNotice(line); // the line owns it
     line->addWidget(m_progress);
     line->addStretch(1);
     line->addWidget(m_readOnly);
-    m_servers = new QLabel(place);
+    m_servers = new KorElidedLabel(Qt::ElideRight, place);
     KorControls::setId(m_servers, 1217);
-    m_servers->setTextFormat(Qt::PlainText);
     m_servers->hide();
     line->addWidget(m_servers);
 }
 
 void StatusLine::show(const KorString& status, const KorString& note, const KorString& reason) {
-    m_status->setText(toQt(status));
-    m_readOnly->setText(toQt(note));
-    m_readOnly->setToolTip(reason == note ? QString() : toQt(reason));
+    m_status->setWhole(toQt(status));
+    m_readOnly->setWhole(toQt(note), reason == note ? QString() : toQt(reason));
 }
 
 void StatusLine::say(const KorString& text) {
-    m_status->setText(toQt(text));
+    m_status->setWhole(toQt(text));
 }
 
 void StatusLine::showServers(const KorString& colleagues, const KorString& trouble, const KorString& waits) {
-    constexpr int kWidest = 420; // pixels; the tooltip has all of it
     const QString text = toQt(!trouble.isEmpty() ? trouble : waits.isEmpty() ? colleagues : waits);
-    const QString firstLine = text.section(u'\n', 0, 0);
-    m_servers->setText(m_servers->fontMetrics().elidedText(firstLine, Qt::ElideRight, kWidest));
-    m_servers->setToolTip(text);
-    m_servers->setAccessibleName(text);
+    m_servers->setWhole(text);
     m_servers->setVisible(!text.isEmpty());
     QPalette colors;
     if (!trouble.isEmpty())

@@ -2,6 +2,7 @@
 
 #include "base/KorString.h"
 
+class KorElidedLabel;
 class QLabel;
 class QProgressBar;
 class QWidget;
@@ -14,7 +15,8 @@ public:
     /// Fills the line of the window's template. The window owns what is added.
     explicit StatusLine(QWidget& window);
 
-    /// `note` says in a few words that nothing can be changed, `reason` why, where there is more to say.
+    /// `note` says in a few words that nothing can be changed, `reason` why, where there is more to say. What
+    /// is too long for the line can be read in a tooltip.
     void show(const KorString& status, const KorString& note, const KorString& reason);
     /// Says something else until the next status comes.
     void say(const KorString& text);
@@ -24,9 +26,9 @@ public:
     void showProgress(const DsmProgress& progress);
 
 private:
-    QLabel* m_status;
-    QLabel* m_readOnly;
-    QLabel* m_servers;
+    KorElidedLabel* m_status;
+    KorElidedLabel* m_readOnly;
+    KorElidedLabel* m_servers;
     QLabel* m_progressText;
     QProgressBar* m_progress;
 };

@@ -5,6 +5,11 @@
 #include "data/store/SqliteStore.h"
 #include "data/store/odbc/OdbcDatabase.h"
 
+#include <QProcess>
+
+#include <atomic>
+#include <csignal>
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -76,6 +81,13 @@ TEST_F(ServerCommandTest, AnOfficeMovesToAServerWorksThereAndTakesItsStylesBack)
         EXPECT_TRUE(said.contains(phrase)) << said.toStdString();
     }
     environment.remove("ODBCSYSINI");
+    OdbcDatabase owner(ServerAddress::parse(m_server.connection(m_schema), "a test").value, {});
+    EXPECT_EQ(owner.connect().error, "");
+    EXPECT_EQ(owner.execute("CREATE ROLE carl LOGIN IN ROLE \"" + m_schema + "_reader\"").error, "");
+    settings("[user]\nconnection = " + m_server.connection(m_schema, "carl") + "\n");
+    EXPECT_EQ(does({"list", "--source", "user"}).complaints.join('\n').toStdString(), "");
+    const QStringList refused = run(change).complaints;
+    EXPECT_EQ(refused.filter("role of an editor").size(), 1) << refused.join('\n').toStdString();
     does({"copy-database", "user", named("back.dsdb")});
     fs::remove(data() / "sources.ini");
     EXPECT_TRUE(does({"complete", typed}).output.contains("Beam"));
@@ -87,8 +99,8 @@ TEST_F(ServerCommandTest, WhoeverIsOvertakenAgainAndAgainHasItsTurnAndAnotherKey
     does({"server", "create", connection()});
     OdbcDatabase others(ServerAddress::parse(m_server.connection(m_schema), "a test").value, {});
     EXPECT_EQ(others.connect().error, "");
+    std::atomic<int> stored = 0;
     LineProxy line(m_server.socket());
-    int stored = 0;
     line.before("last_change + 1", [&] {
         const std::string key = std::to_string(++stored);
         EXPECT_EQ(others
@@ -108,6 +120,37 @@ TEST_F(ServerCommandTest, WhoeverIsOvertakenAgainAndAgainHasItsTurnAndAnotherKey
     const QString all = does({"list", "--source", "user", "--kind", "view-request"}).output;
     for (const char* name : {"Mine", "Theirs 1", "Theirs 2"})
         EXPECT_TRUE(all.contains(name)) << all.toStdString();
+}
+
+TEST_F(ServerCommandTest, ACopyThatIsStoppedLeavesNothing) {
+    does({"server", "create", connection()});
+    LineProxy line(m_server.socket());
+    const QString slow = QString::fromStdString(DatabaseServer::connectionBy(line.folder(), m_schema));
+    const QString file = named("copy/new.dsdb");
+    fs::create_directory(folder() / "copy");
+    does({"copy-database", QString::fromStdString(user()), connection()});
+    const auto stopped = [&](const QStringList& command, int request) {
+        line.strikeAt(request, LineProxy::eTrouble::kFreezeBefore, false);
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(DETAILSTYLES_PROGRAM, command);
+        while (!line.hasStruck() && process.state() != QProcess::NotRunning)
+            process.waitForFinished(1);
+        EXPECT_EQ(::kill(static_cast<pid_t>(process.processId()), SIGINT), 0);
+        process.waitForFinished();
+        EXPECT_EQ(process.exitStatus(), QProcess::CrashExit) << "as shells expect it";
+        line.mend();
+        return QString::fromUtf8(process.readAllStandardError());
+    };
+    constexpr int kAmidTables = 15;
+    EXPECT_TRUE(stopped({"copy-database", slow, file}, kAmidTables).contains("copy was stopped"));
+    EXPECT_TRUE(fs::is_empty(folder() / "copy"));
+    does({"copy-database", connection(), file});
+    m_schema = m_server.newSchema();
+    does({"server", "create", connection()});
+    const QString empty = QString::fromStdString(DatabaseServer::connectionBy(line.folder(), m_schema));
+    stopped({"copy-database", file, empty}, 2 * kAmidTables);
+    does({"copy-database", file, connection()});
 }
 
 TEST_F(ServerCommandTest, WhatIsWrongWithTheSettingsIsSaidAndNoOtherDatabaseTaken) {

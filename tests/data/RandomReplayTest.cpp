@@ -137,7 +137,7 @@ protected:
         const auto from = SqliteStore::open(file(), SqliteStore::eMode::kRead).store;
         const auto to = m_engine->open(false);
         ASSERT_EQ(to->begin().error, "");
-        ASSERT_EQ(CopiedDatabase::copy(*from, *to, [](const TableSchema&, int) {}).error, "");
+        ASSERT_EQ(CopiedDatabase::copy(*from, *to, [](const TableSchema&, int) { return true; }).error, "");
         ASSERT_EQ(to->commit().error, "");
     }
     void open() {

@@ -27,8 +27,8 @@ protected:
     ~ServerStore() override { LockWait::setNow(std::move(m_now)); }
     /// By the line in which something goes wrong. Where that freezes the limit of the wait is over at once.
     std::unique_ptr<OdbcStore> openBy(const LineProxy& line) {
-        LockWait::setNow([&line, skipped = 0]() mutable {
-            skipped += line.isFrozen();
+        LockWait::setNow([isFrozen = line.frozen(), skipped = 0]() mutable {
+            skipped += isFrozen();
             return LockWait::Clock::now() + std::chrono::minutes(skipped);
         });
         OpenedServer opened = OdbcStore::open(address(DatabaseServer::connectionBy(line.folder(), m_schema)),

@@ -22,7 +22,8 @@ protected:
             const auto from = SqliteStore::open(file(name), SqliteStore::eMode::kRead).store;
             const auto to = engine->open(false);
             EXPECT_EQ(to->begin().error, "");
-            EXPECT_EQ(CopiedDatabase::copy(*from, *to, [](const TableSchema&, int) {}).error, "");
+            EXPECT_EQ(CopiedDatabase::copy(*from, *to, [](const TableSchema&, int) { return true; }).error,
+                      "");
             EXPECT_EQ(to->commit().error, "");
             databases.addSource(id, engine->open(false));
             engines.push_back(engine);

@@ -14,10 +14,13 @@
 #include "support/DatabaseServer.h"
 #include "support/LineProxy.h"
 
+#include <QDeadlineTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QTreeView>
+
+#include <fstream>
 
 // What the window does with styles on a server.
 
@@ -32,7 +35,7 @@ protected:
         const auto from = SqliteStore::open(path("user.dsdb"), SqliteStore::eMode::kRead).store;
         const auto to = connect(m_server.connection(m_schema));
         EXPECT_EQ(to->begin().error, "");
-        EXPECT_EQ(CopiedDatabase::copy(*from, *to, [](const TableSchema&, int) {}).error, "");
+        EXPECT_EQ(CopiedDatabase::copy(*from, *to, [](const TableSchema&, int) { return true; }).error, "");
         EXPECT_EQ(to->commit().error, "");
         m_databases = std::make_unique<StyleDatabases>();
         DataFolder(m_folder.path() / m_data).open();
@@ -74,8 +77,12 @@ protected:
     }
     template <typename Condition>
     static void waitFor(Condition isSo) {
-        while (!isSo())
+        const QDeadlineTimer end(std::chrono::minutes(3));
+        while (!isSo()) {
+            if (end.hasExpired())
+                throw std::runtime_error("what was waited for did not come");
             QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
     }
     /// Chooses another place for User in the dialog of databases, tested before where `tests`.
     void move(const std::string& place, bool tests) {
@@ -312,6 +319,16 @@ TEST_F(ServerWindow, TellsWhoIsThereAndWhoChangesTheRecordThatIsShown) {
         m_others.glance();
         return says("Being changed by office");
     });
+    m_dialog->resize(683, 700); // half of a usual screen
+    QApplication::processEvents();
+    for (const QLabel* label : m_dialog->findChildren<QLabel*>())
+        if (label->isVisible() &&
+            (label->parent() == servers->parent() || label->text().startsWith("Being"))) {
+            EXPECT_LE(label->fontMetrics().horizontalAdvance(label->text()), label->width());
+            EXPECT_EQ(label->visibleRegion().boundingRect(), label->rect()) << label->text().toStdString();
+        }
+    EXPECT_EQ(servers->toolTip(), "Also here: office (User)");
+    m_dialog->resize(1280, 700);
     m_line.strikeAt(1, LineProxy::eTrouble::kCutBefore, true);
     waitFor([&] { return servers->text().contains("No answer since"); });
     EXPECT_FALSE(says("Being changed by"));
@@ -320,6 +337,27 @@ TEST_F(ServerWindow, TellsWhoIsThereAndWhoChangesTheRecordThatIsShown) {
     m_others.closeSource(SourceId::user());
     waitFor([&] { return !servers->isVisible(); });
     EXPECT_FALSE(says("Being changed by"));
+}
+
+TEST_F(ServerWindow, WhoeverMayOnlyReadIsToldWhereItStandsAndRefusedAsWithAFile) {
+    run("CREATE ROLE carl LOGIN IN ROLE \"" + m_schema + "_reader\"");
+    std::ofstream(path("sources.ini")) << "[user]\nconnection = " << m_server.connection(m_schema, "carl");
+    DataFolder folder(m_folder.path() / m_data);
+    folder.open();
+    EXPECT_TRUE(folder.problems().empty()) << folder.problems().front().view();
+    open();
+    select(kStyle);
+    int places = 0;
+    for (const QWidget* each : m_dialog->findChildren<QWidget*>())
+        places += each->isVisible() && each->toolTip().contains("role of an editor");
+    EXPECT_EQ(places, 2) << "the status line and the head of the page";
+    for (const int id : {1029, 1033, 1034}) {
+        QString said;
+        readNextMessage(said);
+        command(id);
+        EXPECT_EQ(said, "\"User\" can be read, not changed") << id;
+    }
+    EXPECT_FALSE(isPending());
 }
 
 // However long a server is silent the loop of events turns.

@@ -89,13 +89,18 @@ void LineProxy::accept() {
         }
 }
 
+void LineProxy::actBefore(int client) {
+    const std::scoped_lock lock(m_acting);
+    if (m_action && peek(client).find(m_text) != std::string::npos)
+        m_action();
+}
+
 // Returns whether the line goes on.
 bool LineProxy::answer(int client, int server) {
     ++m_requests;
     if (const auto delay = m_delay.load(); delay.count() > 0)
         ::poll(nullptr, 0, static_cast<int>(delay.count()));
-    if (m_action && peek(client).find(m_text) != std::string::npos)
-        m_action();
+    actBefore(client);
     const bool strikes = m_left > 0 && --m_left == 0;
     if (!strikes)
         return pass(client, server);
@@ -109,10 +114,10 @@ bool LineProxy::answer(int client, int server) {
     }
     m_left = -1;
     const bool freezes = trouble == eTrouble::kFreezeBefore || trouble == eTrouble::kFreezeAfter;
-    m_frozen += freezes;
+    *m_frozen += freezes;
     while (freezes && !m_ends && generation == m_generation)
         ::poll(nullptr, 0, kTick);
-    m_frozen -= freezes;
+    *m_frozen -= freezes;
     return false;
 }
 

@@ -6,6 +6,8 @@
 #include <chrono>
 #include <functional>
 #include <list>
+#include <memory>
+#include <mutex>
 #include <thread>
 
 /// A line to the socket of a server, by a socket in a folder of its own, with which something goes wrong at a
@@ -28,9 +30,10 @@ public:
     const std::filesystem::path& folder() const { return m_folder.path(); }
     /// At the n-th request from now on. Where `stays` new lines are refused from then on.
     void strikeAt(int request, eTrouble trouble, bool stays);
-    /// Before a request that holds the text is handed on `action` runs, in another thread. To be told before
-    /// there are lines.
+    /// Before a request that holds the text is handed on `action` runs, in another thread, of one line at a
+    /// time. What it uses must outlive the object.
     void before(std::string text, std::function<void()> action) {
+        const std::scoped_lock lock(m_acting);
         m_text = std::move(text);
         m_action = std::move(action);
     }
@@ -39,8 +42,10 @@ public:
     /// How many there were so far.
     int requests() const { return m_requests; }
     bool hasStruck() const { return m_left < 0; }
-    /// Whether a client waits for an answer that does not come.
-    bool isFrozen() const { return m_frozen > 0; }
+    /// Tells, also when the line is gone, whether a client waits for an answer that does not come.
+    std::function<bool()> frozen() const {
+        return [frozen = m_frozen] { return *frozen > 0; };
+    }
     /// New lines are good again, and frozen ones break.
     void mend();
 
@@ -48,9 +53,11 @@ private:
     void accept();
     void serve(int client);
     bool answer(int client, int server);
+    void actBefore(int client);
 
     std::string m_server;
     TempFolder m_folder;
+    std::mutex m_acting;
     std::string m_text;
     std::function<void()> m_action;
     int m_listener = -1;
@@ -60,7 +67,7 @@ private:
     std::atomic<eTrouble> m_trouble = eTrouble::kNone;
     std::atomic<bool> m_stays = false;
     std::atomic<int> m_generation = 0; ///< of lines: raised when frozen ones are to break
-    std::atomic<int> m_frozen = 0;
+    std::shared_ptr<std::atomic<int>> m_frozen = std::make_shared<std::atomic<int>>(0);
     std::atomic<bool> m_ends = false;
     std::list<std::thread> m_lines;
     std::thread m_accepting;

@@ -37,8 +37,8 @@ Result<> CopiedDatabase::copy(StyleStore& from, StyleStore& to, const Progress& 
             result = to.apply(change, conflicts);
         if (result && !conflicts.empty())
             result = refuseRows(to);
-        if (result && !change.isEmpty())
-            progress(*table, rows->size());
+        if (result && !change.isEmpty() && !progress(*table, rows->size()))
+            result = Result<>::failure(translated("The copy was stopped, so nothing was copied."));
     }
     return result;
 }
