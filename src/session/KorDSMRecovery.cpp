@@ -85,7 +85,14 @@ void KorDSMRecovery::offer(const Ask& ask, const Follow& follow) {
 void KorDSMRecovery::offer(RecoveryFile lost, const Ask& ask, const Follow& follow) {
     if (const Result<> result = lost.read(StyleDatabases::current()); !result) {
         KorHostReport::add(KorString(result.error));
-    } else if (lost.changes().isEmpty()) {
+        return;
+    }
+    if (lost.isCutOff())
+        KorHostReport::add(KorString::format(
+            translated("The file \"%s\" with the changes of an earlier run breaks off in the middle of a "
+                       "change, so that one is lost; look whether it is to be made again."),
+            {lost.file().string()}));
+    if (lost.changes().isEmpty()) {
         if (lost.missing().empty())
             lost.settle();
         else

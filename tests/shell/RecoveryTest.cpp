@@ -101,6 +101,15 @@ constexpr const char* kTheirs = "UPDATE detail_style SET title_position=6 WHERE 
 
 } // namespace
 
+TEST_F(Recovery, ThatTheLastChangeIsCutOffIsToldBesideWhatIsOffered) {
+    crashWithAChange();
+    keepFiles();
+    writeBytes(m_kept[0].first, m_kept[0].second + "cell\t1");
+    openAndAnswer({"&Bring back", "OK"});
+    EXPECT_TRUE(m_said.join(' ').contains("breaks off in the middle")) << m_said.join('\n').toStdString();
+    EXPECT_EQ(pendingCommands(), 1U);
+}
+
 TEST_F(Recovery, WhatACrashLeftIsOfferedAndBroughtBackAsPendingChanges) {
     crashWithAChange();
     openAndAnswer({"&Later"});

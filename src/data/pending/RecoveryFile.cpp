@@ -130,8 +130,8 @@ RecoveryFile::RecoveryFile(fs::path file, int descriptor)
 RecoveryFile::RecoveryFile(RecoveryFile&& other) noexcept
     : m_file(std::move(other.m_file)), m_descriptor(std::exchange(other.m_descriptor, -1)),
       m_time(other.m_time), m_changes(std::move(other.m_changes)), m_databases(std::move(other.m_databases)),
-      m_settled(std::move(other.m_settled)), m_end(other.m_end), m_seal(other.m_seal),
-      m_missing(std::move(other.m_missing)), m_readOnly(std::move(other.m_readOnly)),
+      m_settled(std::move(other.m_settled)), m_end(other.m_end), m_isCutOff(other.m_isCutOff),
+      m_seal(other.m_seal), m_missing(std::move(other.m_missing)), m_readOnly(std::move(other.m_readOnly)),
       m_replaced(std::move(other.m_replaced)) {}
 
 RecoveryFile::~RecoveryFile() {
@@ -232,6 +232,7 @@ Result<> RecoveryFile::read(StyleDatabases& databases) {
                 "they were not offered; delete it when you do not need them."),
             {m_file.string()}));
     m_changes = std::move(content.changes);
+    m_isCutOff = content.isCutOff;
     m_end = static_cast<off_t>(content.size);
     m_seal = content.seal;
     for (const auto& [id, source] : named)

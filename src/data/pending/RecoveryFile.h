@@ -30,6 +30,8 @@ public:
     const std::vector<std::string>& readOnly() const { return m_readOnly; }
     /// The databases of which another file has the name now.
     const std::vector<std::string>& replaced() const { return m_replaced; }
+    /// Whether it breaks off in the middle of a change, which is lost.
+    bool isCutOff() const { return m_isCutOff; }
     /// When the last change was made, in seconds since 1970.
     std::int64_t time() const { return m_time; }
     /// What a file says into which what was read comes over.
@@ -56,6 +58,7 @@ private:
     std::vector<std::string> m_databases; ///< that have changes in what was read
     std::string m_settled;                ///< the lines that take the changes from the file
     off_t m_end = 0;                      ///< where they are to stand
+    bool m_isCutOff = false;              ///< what was read
     RecoveryText::Seal m_seal = RecoveryText::kNoSeal;
     std::vector<std::string> m_missing;
     std::vector<std::string> m_readOnly;

@@ -332,6 +332,7 @@ Parsed parse(std::string_view text, const SourceNames& idOf) {
         if (line.empty() || !parser.take(line))
             return {};
     }
+    parsed.isCutOff = parsed.size != text.size();
     parsed.changes = parser.takeLog();
     parsed.storing = parser.takeStoring();
     parsed.takenOver = parser.takeTakenOver();

@@ -61,8 +61,9 @@ struct Parsed {
         changes; ///< null when it was not written by this version, or changed afterwards
     Storing storing;
     std::vector<TakenOver> takenOver;
-    std::size_t size = 0; ///< in bytes, without what it broke off in: more lines may follow there
-    Seal seal = kNoSeal;  ///< of its lines up to there
+    std::size_t size = 0;  ///< in bytes, without what it broke off in: more lines may follow there
+    Seal seal = kNoSeal;   ///< of its lines up to there
+    bool isCutOff = false; ///< something stands behind
 };
 
 /// The changes that stand at the end of a file with this text, of the sources that `idOf` gives for the
