@@ -43,12 +43,15 @@ bool canRunAgain(const SourceCommit& commit, const OutsideChange& change) {
 }
 
 // Where several programs store at once each might be overtaken again and again: on a server the next run has
-// its turn before it reads, and others wait until it has ended.
-void takeTurns() {
-    for (const SourceId id : std::exchange(runs().overtaken, {}))
-        if (StyleStore& store = StyleDatabases::current().source(id)->store();
-            store.isOnServer() && store.begin())
-            store.acknowledge();
+// its turn before it reads, and others wait until it has ended. Of several sources none is kept from others:
+// that would be for as long as the turn in the next one is waited for.
+void takeTurn() {
+    const std::set<SourceId> overtaken = std::exchange(runs().overtaken, {});
+    if (overtaken.size() != 1)
+        return;
+    if (StyleStore& store = StyleDatabases::current().source(*overtaken.begin())->store();
+        store.isOnServer() && store.begin())
+        store.acknowledge();
 }
 
 void endTurns() {
@@ -93,6 +96,6 @@ int judgedAnew(const std::function<int()>& command) {
         for (const SourceId id :
              databases.sources()) // so that new rows get the keys that they would have got
             databases.source(id)->dropTables();
-        takeTurns();
+        takeTurn();
     }
 }

@@ -36,8 +36,13 @@ protected:
     }
     /// Looks until it is so.
     void lookUntil(const std::function<bool(const ServerNews&)>& isSo) {
-        while (!isSo(m_databases.glance().at(kUser)))
+        constexpr int kMostLooks = 100'000'000; // after minutes it is never so
+        int looks = 0;
+        while (!isSo(m_databases.glance().at(kUser))) {
+            if (++looks > kMostLooks)
+                throw std::runtime_error("what was looked for did not come");
             std::this_thread::yield(); // the server has its turn
+        }
     }
     void lookUntil(News state) {
         lookUntil([&](const ServerNews& news) { return news.state == state; });
