@@ -94,10 +94,10 @@ private:
             label.rim = object.diameter / 2 * m_scene.scale();
         const auto values = [&](const std::string& name) -> std::optional<std::string> {
             if (name == "scale")
-                return LabelText::scale(m_scene.scale());
+                return LabelText::scale(m_scene.scale(), m_context.rows);
             if (name == "view")
                 return m_scene.request->name.toStdString();
-            return labelValue(m_context.part, &object, name);
+            return labelValue(m_context, &object, name);
         };
         const LabelStyle style{m_context.pens.settings().textFont,
                                label.type && label.type->textSize > 0 ? label.type->textSize : 3.5, 7};

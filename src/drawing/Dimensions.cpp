@@ -187,7 +187,7 @@ private:
     std::string titleWith(std::size_t count) const {
         const auto values = [&](const std::string& name) -> std::optional<std::string> {
             return name == "quantity" ? std::optional(std::to_string(count))
-                                      : labelValue(m_context.part, nullptr, name);
+                                      : labelValue(m_context, nullptr, name);
         };
         return LabelText::plain(m_request->titleFormat, values);
     }
@@ -200,7 +200,20 @@ private:
         bool isLast = true;
     };
 
+    // Places are rounded, and not what lies between them: so stretches of a chain add up to the whole of it.
+    double shown(double place) { return LabelText::rounded(place - m_zero, m_context.rows); }
+    double shown(const DimensionPoint& point) { return shown(along(point.flat, m_direction)); }
     std::string measure(double value) { return LabelText::length(value, m_context.rows); }
+    std::string wordsOf(const Span& span) {
+        const double whole = shown(*span.to) - shown(*span.from);
+        if (span.count == 1)
+            return measure(whole);
+        const double each = LabelText::rounded(whole / span.count, m_context.rows);
+        const std::string count = std::to_string(span.count);
+        if (std::abs(each * span.count - whole) < 1e-3)
+            return count + " x " + measure(each) + " = " + measure(whole);
+        return KorString::format(translated("%s equal = %s"), {count, measure(whole)}).toStdString();
+    }
 
     void dimension(const Span& span, double level, const std::string& title) {
         const Vec2 a = m_scene.onSheet(span.from->flat);
@@ -210,10 +223,7 @@ private:
         extension(a, from);
         extension(b, to);
         line({from, to});
-        const double whole = distance(*span.from, *span.to);
-        std::string words = span.count > 1 ? std::to_string(span.count) + " x " +
-                                                 measure(whole / span.count) + " = " + measure(whole)
-                                           : measure(whole);
+        std::string words = wordsOf(span);
         const bool isBeside = m_request->titlePosition != 0;
         if (!title.empty() && !isBeside)
             words += " " + title;
@@ -282,6 +292,7 @@ private:
         }
         if (spans.empty() || isRepeated(spans))
             return;
+        m_zero = along(all.front().flat, m_direction);
         const std::string title = titleWith(all.size() - 1);
         double level = nextLine();
         for (std::size_t i = 0; i < spans.size(); ++i) {
@@ -330,16 +341,15 @@ private:
         const std::vector<DimensionPoint> all = allPoints();
         if (all.size() < 2)
             return;
-        const double origin = ordinateOrigin(all);
+        m_zero = ordinateOrigin(all);
         const auto* place = m_context.rows.row<StructDetOrdinatePosition>(m_request->ordinatePositionKey);
         const auto* kind = m_context.rows.row<StructDetOrdinateDimType>(m_request->ordinateTypeKey);
         const int where = place ? place->position : static_cast<int>(kAtObject);
-        const double last = along(all.back().flat, m_direction);
         std::vector<std::string> values;
         for (const DimensionPoint& point : all) {
-            values.push_back(measure(along(point.flat, m_direction) - origin));
+            values.push_back(measure(shown(point)));
             if (kind && kind->ordinateType == 2) // from both ends
-                values.back() += " / " + measure(last - along(point.flat, m_direction));
+                values.back() += " / " + measure(shown(all.back()) - shown(point));
         }
         const auto room = [](const std::string& words) { // from the line to the middle of a value
             return static_cast<double>(words.size()) * kDimensionText * 0.4 + 2.5;
@@ -377,6 +387,7 @@ private:
     const StructDetViewDimStrategy& m_strategy;
     const StructDetViewDimRequestLinear* m_request = nullptr;
     Vec2 m_direction;
+    double m_zero = 0; // along that, where the request begins to measure
     ProvenancePtr m_provenance;
     DimensionTexts m_texts;
     std::vector<Written> m_written;

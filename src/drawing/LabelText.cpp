@@ -82,13 +82,32 @@ std::string LabelText::number(double value, int places) {
     return TextFields::number(std::round(value * power) / power);
 }
 
+double LabelText::rounded(double millimetres, StyleRows& rows) {
+    const double least = isInInches(rows) ? 25.4 / 16 : 1;
+    return std::floor(millimetres / least + 0.5 + 1e-6) * least; // halves up, whatever the last digit
+}
+
 std::string LabelText::length(double millimetres, StyleRows& rows) {
-    if (!isInInches(rows))
-        return number(std::abs(millimetres), 0);
-    constexpr double kSixteenth = 25.4 / 16;
-    return KorUnitsManager::imperial()
-        .format(std::round(std::abs(millimetres) / kSixteenth) * kSixteenth, KorUnitsManager::kLength)
-        .toStdString();
+    const double shown = rounded(std::abs(millimetres), rows);
+    return isInInches(rows)
+               ? KorUnitsManager::imperial().format(shown, KorUnitsManager::kLength).toStdString()
+               : number(shown, 0);
+}
+
+std::string LabelText::withLengths(const std::string& text, StyleRows& rows) {
+    std::string words;
+    std::size_t from = 0;
+    while (from < text.size()) {
+        const std::size_t open = std::min(text.find('{', from), text.size());
+        const std::size_t close = text.find('}', open);
+        words += text.substr(from, open - from);
+        if (close == std::string::npos)
+            return words + text.substr(open);
+        const auto number = TextFields::toReal(text.substr(open + 1, close - open - 1));
+        words += number ? length(*number, rows) : text.substr(open, close + 1 - open);
+        from = close + 1;
+    }
+    return words;
 }
 
 std::string LabelText::height(double millimetres, StyleRows& rows) {
@@ -103,6 +122,12 @@ std::string LabelText::height(double millimetres, StyleRows& rows) {
     return sign + words;
 }
 
-std::string LabelText::scale(double factor) {
+std::string LabelText::scale(double factor, StyleRows& rows) {
+    constexpr int kMetric = 1;
+    constexpr int kImperial = 2;
+    const int unit = isInInches(rows) ? kImperial : kMetric;
+    for (const StructScale* scale : rows.rows<StructScale>([](const StructScale&) { return true; }))
+        if (scale->unitType == unit && std::abs(scale->factor - factor) < 1e-9 * factor)
+            return scale->name.toStdString();
     return factor >= 1 ? number(factor, 2) + ":1" : "1:" + number(1 / factor, 2);
 }

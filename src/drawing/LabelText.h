@@ -21,12 +21,17 @@ std::string plain(const KorString& label, const Values& values);
 
 /// A number with a point as decimal mark and at most `places` decimals.
 std::string number(double value, int places);
-/// A length of the model, without its sign, as shops measure: in whole millimetres, or in feet, inches and
-/// sixteenths where those are the units of the database.
+/// A length of the model as shops measure: in whole millimetres, or in sixteenths of an inch where inches are
+/// the unit of the database.
+double rounded(double millimetres, StyleRows& rows);
+/// The same as text without its sign, inches with feet.
 std::string length(double millimetres, StyleRows& rows);
 /// A height as drawings state it, with its sign: in metres, or in feet and inches.
 std::string height(double millimetres, StyleRows& rows);
-/// A scale as people write it, such as 1:10.
-std::string scale(double factor);
+/// A scale as lists of the database name it for its unit, else as a ratio such as 1:10.
+std::string scale(double factor, StyleRows& rows);
+/// A text of a part, in which a number in braces is a length in millimetres, with its lengths in the unit of
+/// the database.
+std::string withLengths(const std::string& text, StyleRows& rows);
 
 } // namespace LabelText

@@ -68,9 +68,13 @@ double areaOf(const Outline& outline) {
     return area;
 }
 
-// To whole parts of one: 1, or 10 for one decimal.
-std::string rounded(double value, int parts) {
-    return TextFields::number(std::round(value * parts) / parts);
+std::string inTenths(double value) {
+    return TextFields::number(std::round(value * 10) / 10);
+}
+
+// As a text of a part gives a length.
+std::string lengthText(double value) {
+    return "{" + TextFields::number(value) + "}";
 }
 
 void setNumber(PartObject& object, const char* property, double value) {
@@ -231,8 +235,8 @@ void PartReader::shapeProfile(PartStatement& statement, PartObject& object, Plan
     setNumber(object, "length", plan.length);
     setNumber(object, "inclination",
               std::round(std::asin(std::min(1.0, std::abs(object.axis.z))) * 18000 / std::numbers::pi) / 100);
-    object.values["length"] = rounded(plan.length, 1);
-    object.values.emplace("weight", rounded(areaOf(plan.outline) * plan.length * kSteel, 10));
+    object.values["length"] = lengthText(plan.length);
+    object.values.emplace("weight", inTenths(areaOf(plan.outline) * plan.length * kSteel));
 }
 
 void PartReader::shapePlate(PartStatement& statement, PartObject& object, Plan& plan) const {
@@ -274,7 +278,7 @@ void PartReader::shapePlate(PartStatement& statement, PartObject& object, Plan& 
     object.frame = {object.start, x, cross(y, x), y};
     if (statement.has("folded"))
         object.frame = {object.start, x, y * -1, cross(y, x)};
-    object.values.emplace("weight", rounded(areaOf(plan.outline) * plan.length * kSteel, 10));
+    object.values.emplace("weight", inTenths(areaOf(plan.outline) * plan.length * kSteel));
 }
 
 void PartReader::shapeRound(PartStatement& statement, PartObject& object, Plan& plan) const {
@@ -293,7 +297,7 @@ void PartReader::shapeRound(PartStatement& statement, PartObject& object, Plan& 
         // Of an anchor all of the rod, with what stands out above the nut.
         const double embedded = statement.number("embedded", 0);
         object.values["length"] =
-            rounded(embedded > 0 ? embedded + plan.length + 1.2 * object.diameter : plan.length, 1);
+            lengthText(embedded > 0 ? embedded + plan.length + 1.2 * object.diameter : plan.length);
     }
     const auto across = static_cast<int>(statement.number("columns", 1));
     const auto down = static_cast<int>(statement.number("rows", 1));
@@ -337,7 +341,7 @@ void PartReader::shapeLines(PartStatement& statement, PartObject& object, Plan& 
         return;
     }
     object.diameter = statement.size("diameter");
-    object.properties["diameter"] = {rounded(object.diameter, 10), object.diameter};
+    object.properties["diameter"] = {inTenths(object.diameter), object.diameter};
     plan.outline = {{Outline::circle({}, object.diameter / 2)}};
     const double wall = statement.number("wall", 0);
     if (wall > 0 && wall < object.diameter / 2)
@@ -348,7 +352,7 @@ void PartReader::shapeLines(PartStatement& statement, PartObject& object, Plan& 
         object.solid.addPrism(plan.outline, Frame::along(path[i - 1], path[i] - path[i - 1]), 0, way);
         length += way;
     }
-    object.values["length"] = rounded(length, 1);
+    object.values["length"] = lengthText(length);
 }
 
 void PartReader::addCopies(PartStatement& statement, const PartObject& object, const Plan& plan) {

@@ -31,12 +31,12 @@ int positionOf(const StructDetailStyle& style) {
 Primitives detailTitle(DrawingContext& context, const ViewPicture& main) {
     const auto values = [&](const std::string& name) -> std::optional<std::string> {
         if (name == "scale")
-            return LabelText::scale(main.scale);
+            return LabelText::scale(main.scale, context.rows);
         if (name == "view")
             return main.name;
         if (name == "name")
             return context.part.name;
-        return labelValue(context.part, nullptr, name);
+        return labelValue(context, nullptr, name);
     };
     return LabelText::lay(
         context.style.titleFormat, titleStyle(context), values, context.pens.thin(), Primitive::kTitle,
@@ -45,15 +45,16 @@ Primitives detailTitle(DrawingContext& context, const ViewPicture& main) {
 
 } // namespace
 
-std::optional<std::string> labelValue(const SamplePart& part, const PartObject* object,
+std::optional<std::string> labelValue(DrawingContext& context, const PartObject* object,
                                       const std::string& name) {
+    const SamplePart& part = context.part;
     const PartObject* main = part.main();
     for (const auto* values :
          {object ? &object->values : &part.values, main ? &main->values : &part.values, &part.values}) {
         if (object && values == &main->values && object != main && name != "finish" && name != "material")
             continue; // the mark of a plate is not that of its beam
         if (const auto value = values->find(name); value != values->end())
-            return value->second;
+            return LabelText::withLengths(value->second, context.rows);
     }
     return std::nullopt;
 }
@@ -90,15 +91,15 @@ void addCutViewTitles(DrawingContext& context, std::vector<ViewPicture>& views) 
         if (context.style.cutViewTitleFormat.isEmpty() || !request)
             continue;
         const auto letter = [&](const std::string& name) -> std::optional<std::string> {
-            return name == "view" ? std::optional(view.letter) : labelValue(context.part, nullptr, name);
+            return name == "view" ? std::optional(view.letter) : labelValue(context, nullptr, name);
         };
         const std::string called = request->calloutTitleTemplate.isEmpty()
                                        ? view.letter
                                        : LabelText::plain(request->calloutTitleTemplate, letter);
         const auto values = [&](const std::string& name) -> std::optional<std::string> {
             return name == "view"    ? std::optional(called)
-                   : name == "scale" ? std::optional(LabelText::scale(view.scale))
-                                     : labelValue(context.part, nullptr, name);
+                   : name == "scale" ? std::optional(LabelText::scale(view.scale, context.rows))
+                                     : labelValue(context, nullptr, name);
         };
         Primitives title = LabelText::lay(
             context.style.cutViewTitleFormat, titleStyle(context), values, context.pens.thin(),

@@ -4,7 +4,8 @@
 
 /// The values of label variables for an object, or for the whole part where it is null: of the object, of the
 /// main object, of the part file. Variables that only a host knows have none.
-std::optional<std::string> labelValue(const SamplePart& part, const PartObject* object,
+/// Lengths are in the unit of the database.
+std::optional<std::string> labelValue(DrawingContext& context, const PartObject* object,
                                       const std::string& name);
 
 /// The style of titles: font of the drawing, size and colour as the database has them for new titles.

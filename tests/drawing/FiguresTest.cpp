@@ -79,12 +79,19 @@ TEST_F(FiguresTest, MeasuresAreThoseOfTheModel) {
 
     // In feet and inches, to the next sixteenth.
     set(kTableNumericDefault, row<StructNumericDefault>("C01_DistanceUnit").key, "value", 1.0);
-    EXPECT_EQ(dimensions("Plate, single part", "Plate, flat", {"Plate width"}, part("plate")), (Texts{"11\""}));
+    EXPECT_EQ(dimensions("Plate, single part", "Plate, flat", {"Plate width"}, part("plate")),
+              (Texts{"11\""}));
     EXPECT_EQ(dimensions("Beam, shop drawing, clipped", "Beam, front, clipped", {"Overall length"},
                          part("long-beam")),
               (Texts{"78'-8 7/8\""}));
     EXPECT_EQ(dimensions("Beam, shop drawing", "Beam, front", {"Top of steel"}, part("beam")),
               (Texts{"T.O.S. +0\""}));
+    // Of the places 50, 290 and 420 mm: 31, 183 and 265 sixteenths. Each stretch alone would give 264.
+    set(kTablePointSelection, row<StructDetViewDimPointSelection>("Hole centres").key, "qualifier_set",
+        std::int64_t(row<StructDetObjQualifierSet>("Round holes").key));
+    EXPECT_EQ(
+        dimensions("Plate, single part", "Plate, flat", {"Plate holes along", "Plate length"}, part("plate")),
+        (Texts{"1 15/16\"", "3 equal = 9 1/2\"", "5 1/8\"", "1'-4 9/16\""}));
 }
 
 // Nothing is dimensioned that a view does not show, what is spaced alike is of one kind, members of plans are
@@ -198,6 +205,12 @@ TEST_F(FiguresTest, LabelsTellOfTheirObjectsAsTheirStrategySays) {
     Texts labels = texts();
     for (const char* text : {"p21", "PL 15 x 280", "8", "holes 22"})
         EXPECT_EQ(std::ranges::count(labels, text), 1) << text;
+    const auto unit = row<StructNumericDefault>("C01_DistanceUnit").key;
+    set(kTableNumericDefault, unit, "value", 1.0);
+    labels = texts();
+    for (const char* text : {"PL 9/16\" x 11\"", "holes 7/8\""})
+        EXPECT_EQ(std::ranges::count(labels, text), 1) << text;
+    set(kTableNumericDefault, unit, "value", 0.0);
     const auto& strategy = row<StructDetObjAnnotationStrategy>("Plate mark with thickness");
     set(kTableAnnotationStrategy, strategy.key, "contents", KorString("{L1}[{mark}] {phase}"));
     labels = texts();
