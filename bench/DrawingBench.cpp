@@ -122,6 +122,24 @@ void firstPictures(benchmark::State& state, const std::vector<Subject>& subjects
     report(state, std::move(times));
 }
 
+// The same in a window that has drawn others of the part, or their thumbnails.
+void laterPictures(benchmark::State& state, const std::vector<Subject>& subjects) {
+    std::map<const SamplePart*, std::shared_ptr<SeenLines>> seen;
+    for (const Subject& subject : subjects) {
+        auto& ofPart = seen.try_emplace(subject.part.get(), std::make_shared<SeenLines>()).first->second;
+        drawStyle(*subject.source, *subject.part, subject.request, ofPart);
+    }
+    std::vector<double> times;
+    for (auto run : state)
+        for (const Subject& subject : subjects) {
+            const auto start = now();
+            LiveDrawing live(subject.part, subject.request, seen.at(subject.part.get()));
+            benchmark::DoNotOptimize(live.update(*subject.source).views.size());
+            times.push_back(since(start));
+        }
+    report(state, std::move(times));
+}
+
 // From a change of a cell that the style reaches to the new picture, and back.
 void changes(benchmark::State& state, const std::vector<Subject>& subjects) {
     std::vector<double> times;
@@ -214,8 +232,8 @@ int main(int argc, char** argv) {
     const std::vector<Subject> all = data().samples(true);
     const std::vector<Subject> large = data().large(100);
     const std::pair<const char*, void (*)(benchmark::State&, const std::vector<Subject>&)> figures[] = {
-        {"first", firstPictures},      {"change", changes},        {"governed", governed},
-        {"explanation", explanations}, {"thumbnails", thumbnails},
+        {"first", firstPictures}, {"later", laterPictures},      {"change", changes},
+        {"governed", governed},   {"explanation", explanations}, {"thumbnails", thumbnails},
     };
     for (const auto& [name, figure] : figures)
         for (const auto& [place, subjects] :

@@ -29,8 +29,8 @@ KorDSMPreview* KorDSMPreview::shown() {
     return current();
 }
 
-KorDSMPreview::KorDSMPreview(std::filesystem::path parts, std::filesystem::path support)
-    : m_parts(std::move(parts)), m_support(std::move(support)) {}
+KorDSMPreview::KorDSMPreview(const std::filesystem::path& parts, std::filesystem::path support)
+    : m_parts(KorDSMSampleParts::ofSession(parts)), m_support(std::move(support)) {}
 
 KorDSMPreview::~KorDSMPreview() {
     if (current() == this)
@@ -80,14 +80,14 @@ bool KorDSMPreview::update(const KorDSMDatabaseItem* item, const std::optional<F
     }
     std::string& chosen = m_chosen[{m_subject.source, m_subject.style}];
     if (chosen.empty())
-        chosen = m_parts.suiting(*from, m_subject.style);
+        chosen = m_parts->suiting(*from, m_subject.style);
     const bool isSame = m_live && before.source == m_subject.source && before.style == m_subject.style &&
                         m_partName == chosen;
     if (!isSame) {
         m_partName = chosen;
-        const SamplePart* part = m_parts.find(chosen);
-        m_part = part ? std::make_shared<const SamplePart>(*part) : std::make_shared<const SamplePart>();
-        m_live = std::make_unique<LiveDrawing>(m_part, request());
+        const KorDSMSampleParts::Entry* found = m_parts->find(chosen);
+        m_part = found ? found->part : std::make_shared<const SamplePart>();
+        m_live = std::make_unique<LiveDrawing>(m_part, request(), found ? found->seen : nullptr);
     }
     m_live->setEntriesOff(m_leftOut);
     const TypedState trial(typed);
@@ -101,10 +101,10 @@ bool KorDSMPreview::update(const KorDSMDatabaseItem* item, const std::optional<F
 
 std::shared_ptr<const Drawing> KorDSMPreview::drawStored() const {
     StyleSource* from = source();
-    if (!from || !m_part)
+    if (!from || !m_live)
         return nullptr;
     const StoredState stored(StyleDatabases::current());
-    return std::make_shared<const Drawing>(drawStyle(*from, *m_part, request()));
+    return std::make_shared<const Drawing>(drawStyle(*from, *m_part, request(), m_live->seen()));
 }
 
 bool KorDSMPreview::isPending() const {
@@ -174,14 +174,14 @@ KorString KorDSMPreview::whyNothing(const RowRef& row, int column) {
 std::string KorDSMPreview::partThatShows(const RowRef& row, int column) {
     StyleSource* from = source();
     std::vector<const SamplePart*> others;
-    for (const KorDSMSampleParts::Entry& entry : m_parts.all())
+    for (const KorDSMSampleParts::Entry& entry : m_parts->all())
         if (entry.name != m_partName)
-            others.push_back(&entry.part);
+            others.push_back(entry.part.get());
     const SamplePart* found =
         from ? WhyNothing::partThatShows(*from, row, column, request(), others) : nullptr;
-    const auto entry = std::ranges::find(m_parts.all(), found,
-                                         [](const KorDSMSampleParts::Entry& each) { return &each.part; });
-    return found && entry != m_parts.all().end() ? entry->name : std::string();
+    const auto entry = std::ranges::find(
+        m_parts->all(), found, [](const KorDSMSampleParts::Entry& each) { return each.part.get(); });
+    return found && entry != m_parts->all().end() ? entry->name : std::string();
 }
 
 std::vector<EntryCount> KorDSMPreview::countsOf(std::int32_t map) const {

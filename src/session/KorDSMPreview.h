@@ -20,13 +20,13 @@
 class KorDSMPreview {
 public:
     /// The folders of the sample parts, and of line type files without a path.
-    KorDSMPreview(std::filesystem::path parts, std::filesystem::path support);
+    KorDSMPreview(const std::filesystem::path& parts, std::filesystem::path support);
     ~KorDSMPreview();
 
     /// The preview that is shown in the current session, with a drawing; null for none.
     static KorDSMPreview* shown();
 
-    KorDSMSampleParts& parts() { return m_parts; }
+    KorDSMSampleParts& parts() { return *m_parts; }
     const KorDSMPreviewSubject& subject() const { return m_subject; }
     KorString styleName() const;
     /// The name of the part of which the style is drawn: chosen for the style, or suiting it.
@@ -100,7 +100,7 @@ private:
     StyleSource* source() const;
     DrawingRequest request() const;
 
-    KorDSMSampleParts m_parts;
+    std::shared_ptr<KorDSMSampleParts> m_parts;
     std::filesystem::path m_support;
     KorDSMPreviewSubject m_subject;
     std::string m_partName;

@@ -1,10 +1,27 @@
 #include "session/KorDSMSampleParts.h"
 
+#include "base/EditorSession.h"
 #include "data/StyleSource.h"
 #include "drawing/SampleParts.h"
 #include "records/StyleRecords.h"
 
 #include <algorithm>
+#include <map>
+
+namespace {
+
+struct SharedParts {
+    std::map<std::filesystem::path, std::shared_ptr<KorDSMSampleParts>> byFolder;
+};
+
+} // namespace
+
+std::shared_ptr<KorDSMSampleParts> KorDSMSampleParts::ofSession(const std::filesystem::path& folder) {
+    auto& shared = EditorSession::currentPart<SharedParts>().byFolder[folder];
+    if (!shared)
+        shared = std::make_shared<KorDSMSampleParts>(folder);
+    return shared;
+}
 
 std::vector<std::string> KorDSMSampleParts::names() const {
     return SampleParts::names(m_folder);
@@ -17,7 +34,8 @@ void KorDSMSampleParts::read() {
     for (const std::string& name : names()) {
         Result<SamplePart> part = SampleParts::read(m_folder, name);
         if (part)
-            m_all->push_back({name, std::move(part.value)});
+            m_all->push_back({name, std::make_shared<const SamplePart>(std::move(part.value)),
+                              std::make_shared<SeenLines>()});
         else
             m_problems.push_back(part.error);
     }
@@ -28,10 +46,10 @@ const std::vector<KorDSMSampleParts::Entry>& KorDSMSampleParts::all() {
     return *m_all;
 }
 
-const SamplePart* KorDSMSampleParts::find(const std::string& name) {
+const KorDSMSampleParts::Entry* KorDSMSampleParts::find(const std::string& name) {
     read();
     const auto found = std::ranges::find(*m_all, name, &Entry::name);
-    return found == m_all->end() ? nullptr : &found->part;
+    return found == m_all->end() ? nullptr : &*found;
 }
 
 const std::vector<std::string>& KorDSMSampleParts::problems() {
@@ -54,6 +72,6 @@ std::string KorDSMSampleParts::suiting(StyleSource& source, std::int32_t style) 
     }
     SampleParts::Words words;
     for (const Entry& entry : all())
-        words.emplace_back(entry.name, entry.part.categories);
+        words.emplace_back(entry.name, entry.part->categories);
     return SampleParts::suiting(words, texts);
 }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "drawing/HiddenLines.h"
 #include "drawing/SamplePart.h"
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -13,17 +15,20 @@ class StyleSource;
 class KorDSMSampleParts {
 public:
     explicit KorDSMSampleParts(std::filesystem::path folder) : m_folder(std::move(folder)) {}
+    /// Those of the current session, for all who draw in it.
+    static std::shared_ptr<KorDSMSampleParts> ofSession(const std::filesystem::path& folder);
 
     struct Entry {
         std::string name; ///< of the file, by which the command line knows the part
-        SamplePart part;
+        std::shared_ptr<const SamplePart> part;
+        std::shared_ptr<SeenLines> seen; ///< of it, in all drawings
     };
     /// The names of all files, read or not, in their order.
     std::vector<std::string> names() const;
     /// Those that can be read, in the order of their files.
     const std::vector<Entry>& all();
     /// The part of this name; null where there is none.
-    const SamplePart* find(const std::string& name);
+    const Entry* find(const std::string& name);
     /// One sentence for each file that cannot be read.
     const std::vector<std::string>& problems();
 

@@ -12,8 +12,8 @@ constexpr std::size_t kMostKept = 400;
 
 } // namespace
 
-KorDSMThumbnails::KorDSMThumbnails(std::filesystem::path parts, std::filesystem::path support)
-    : m_parts(std::move(parts)), m_support(std::move(support)) {}
+KorDSMThumbnails::KorDSMThumbnails(const std::filesystem::path& parts, std::filesystem::path support)
+    : m_parts(KorDSMSampleParts::ofSession(parts)), m_support(std::move(support)) {}
 
 std::optional<KorDSMThumbnails::Subject> KorDSMThumbnails::subjectOf(const KorDSMDatabaseItem& item) {
     const eTableType table = item.tableType();
@@ -34,16 +34,6 @@ bool KorDSMThumbnails::readOneTable(SourceId id) {
     return false;
 }
 
-const KorDSMThumbnails::Drawn& KorDSMThumbnails::drawnOf(const std::string& part) {
-    Drawn& drawn = m_drawn[part];
-    if (!drawn.part) {
-        const SamplePart* found = m_parts.find(part);
-        drawn.part = std::make_shared<const SamplePart>(found ? *found : SamplePart());
-        drawn.seen = std::make_shared<SeenLines>();
-    }
-    return drawn;
-}
-
 KorDSMThumbnails::Wanted KorDSMThumbnails::wantedOf(StyleSource& source, const RowRef& row) {
     Wanted wanted;
     wanted.request.support = m_support;
@@ -55,7 +45,7 @@ KorDSMThumbnails::Wanted KorDSMThumbnails::wantedOf(StyleSource& source, const R
         wanted.request.style = DrawingSubject::of(source, row, 0).style;
         wanted.request.view = row.key;
     }
-    wanted.part = m_parts.suiting(source, wanted.request.style);
+    wanted.part = m_parts->suiting(source, wanted.request.style);
     return wanted;
 }
 
@@ -87,8 +77,9 @@ std::optional<Drawing> KorDSMThumbnails::draw(const Subject& subject) {
     Kept& kept = keep(subject);
     if (kept.live && kept.wanted == wanted && kept.live->isAsItWas(*source))
         return std::nullopt;
-    const Drawn& drawn = drawnOf(wanted.part);
-    kept.live = std::make_unique<LiveDrawing>(drawn.part, wanted.request, drawn.seen);
+    const KorDSMSampleParts::Entry* found = m_parts->find(wanted.part);
+    kept.live = std::make_unique<LiveDrawing>(found ? found->part : std::make_shared<const SamplePart>(),
+                                              wanted.request, found ? found->seen : nullptr);
     kept.wanted = std::move(wanted);
     kept.live->update(*source);
     return kept.live->take();

@@ -24,7 +24,7 @@ public:
     };
 
     /// The folders of the sample parts, and of line type files without a path.
-    KorDSMThumbnails(std::filesystem::path parts, std::filesystem::path support);
+    KorDSMThumbnails(const std::filesystem::path& parts, std::filesystem::path support);
 
     /// What a picture of the item would show; nothing for an item that has none.
     static std::optional<Subject> subjectOf(const KorDSMDatabaseItem& item);
@@ -51,18 +51,11 @@ private:
         std::unique_ptr<LiveDrawing> live; // without its drawing
     };
 
-    struct Drawn {
-        std::shared_ptr<const SamplePart> part;
-        std::shared_ptr<SeenLines> seen;
-    };
-
-    const Drawn& drawnOf(const std::string& part);
     Wanted wantedOf(StyleSource& source, const RowRef& row);
     Kept& keep(const Subject& subject);
 
-    KorDSMSampleParts m_parts;
+    std::shared_ptr<KorDSMSampleParts> m_parts;
     std::filesystem::path m_support;
-    std::map<std::string, Drawn> m_drawn; // by the name of the part
-    std::list<Kept> m_kept;               // the one that was asked for last is the first
+    std::list<Kept> m_kept; // the one that was asked for last is the first
     std::map<Subject, std::list<Kept>::iterator> m_places;
 };

@@ -61,13 +61,14 @@ void PreviewView::show(std::shared_ptr<const Drawing> drawing) {
     update();
 }
 
-void PreviewView::compareWith(std::shared_ptr<const Drawing> other, double share) {
+void PreviewView::compareWith(std::shared_ptr<const Drawing> other, double share, const QString& emptyText) {
     if (m_other != other) {
         m_other = std::move(other);
         m_allOther = m_other ? m_other->all() : std::vector<const Primitive*>();
         m_otherPicture = {};
     }
     m_share = std::clamp(share, 0.0, 1.0);
+    m_otherEmptyText = emptyText;
     update();
 }
 
@@ -85,7 +86,6 @@ void PreviewView::setEmptyText(const QString& text) {
     if (m_emptyText == text)
         return;
     m_emptyText = text;
-    forgetPictures();
     update();
 }
 
@@ -243,12 +243,6 @@ QPixmap PreviewView::painted(const std::vector<const Primitive*>& primitives) co
     const PrimitivePainter::Ground ground = groundOf(palette());
     picture.fill(PrimitivePainter::paper(ground));
     QPainter painter(&picture);
-    if (primitives.empty()) {
-        painter.setPen(palette().color(QPalette::PlaceholderText));
-        painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
-                         Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
-        return picture;
-    }
     setUpPainter(painter);
     PrimitivePainter::paint(painter, primitives, ground);
     return picture;
@@ -263,8 +257,16 @@ void PreviewView::paintOther(QPainter& painter) {
     painter.save();
     painter.setClipRect(QRectF(0, 0, at, height()));
     painter.drawPixmap(0, 0, m_otherPicture);
+    if (m_allOther.empty())
+        paintText(painter, QRectF(0, 0, at, height()), m_otherEmptyText);
     painter.restore();
     painter.fillRect(QRectF(at - 1, 0, 2, height()), KorStyle::focusColor(palette()));
+}
+
+void PreviewView::paintText(QPainter& painter, const QRectF& area, const QString& text) const {
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(area.adjusted(kMargin, kMargin, -kMargin, -kMargin), Qt::AlignCenter | Qt::TextWordWrap,
+                     text);
 }
 
 void PreviewView::paintMarks(QPainter& painter) const {
@@ -289,6 +291,8 @@ void PreviewView::paintEvent(QPaintEvent*) {
         m_picture = painted(m_all);
     QPainter painter(this);
     painter.drawPixmap(0, 0, m_picture);
+    if (m_all.empty()) // in the part that it has
+        paintText(painter, QRectF(rect()).adjusted(m_other ? m_share * width() : 0, 0, 0, 0), m_emptyText);
     paintMarks(painter);
     paintOther(painter);
     painter.setPen(hasFocus() ? KorStyle::focusColor(palette())

@@ -24,8 +24,8 @@ public:
     void show(std::shared_ptr<const Drawing> drawing);
     const Drawing* drawing() const { return m_drawing.get(); }
     /// Shows another drawing in the left part of the view, which is this share of its width, and a line
-    /// between that can be dragged; no other one for null.
-    void compareWith(std::shared_ptr<const Drawing> other, double share);
+    /// between that can be dragged; no other one for null. The text stands there where it is blank.
+    void compareWith(std::shared_ptr<const Drawing> other, double share, const QString& emptyText = {});
     /// What stands in the place of a drawing.
     void setEmptyText(const QString& text);
 
@@ -86,6 +86,7 @@ private:
     QPixmap painted(const std::vector<const Primitive*>& primitives) const;
     void paintMarks(QPainter& painter) const;
     void paintOther(QPainter& painter);
+    void paintText(QPainter& painter, const QRectF& area, const QString& text) const;
     void setUpPainter(QPainter& painter) const;
     std::vector<const Primitive*> primitivesOf(const Places& places) const;
 
@@ -96,6 +97,7 @@ private:
     std::vector<const Primitive*> m_allOther;
     double m_share = 0; // of the width, that shows the other one
     QString m_emptyText;
+    QString m_otherEmptyText;
     Places m_marked;
     std::optional<std::size_t> m_pointed;
 

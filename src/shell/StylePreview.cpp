@@ -178,7 +178,7 @@ void StylePreview::update() {
     if (!m_pane->hasParts()) {
         std::vector<std::pair<std::string, KorString>> parts;
         for (const KorDSMSampleParts::Entry& entry : m_preview.parts().all())
-            parts.emplace_back(entry.name, translated(entry.part.name));
+            parts.emplace_back(entry.name, translated(entry.part->name));
         m_pane->setParts(parts);
     }
     const bool wasBefore = isBefore();
@@ -186,11 +186,11 @@ void StylePreview::update() {
     m_pane->setComparison(m_preview.isPending(), m_share);
     m_commands.setEnabled(true, m_preview.isPending());
     m_output.setEnabled(m_preview.drawing() != nullptr);
-    showHead();
     m_drawings += isOther;
     m_stored = nullptr; // others may have stored something that shows only there
     if (isOther || wasBefore)
         showDrawing();
+    showHead();
     if (std::exchange(m_shownRow, m_preview.subject().row) != m_preview.subject().row)
         showRecord();
     showEffects();
@@ -212,7 +212,7 @@ void StylePreview::showHead() {
     const KorDSMPreviewSubject& subject = m_preview.subject();
     const KorString style = m_preview.styleName();
     m_pane->setPart(m_preview.partName());
-    m_pane->view().setEmptyText(toQt(m_preview.whyBlank(isBefore())));
+    m_pane->view().setEmptyText(whyBlank(isBefore(), m_pane->view().drawing()));
     m_pane->setHead(subject.style == 0     ? QString()
                     : isBefore()           ? toQt(KorString::format(Prompts::dsm(kStoredHead), {style}))
                     : subject.isBelowStyle ? toQt(style)
@@ -224,7 +224,7 @@ void StylePreview::showDrawing() {
     m_pane->hideList();
     QString schematic;
     QStringList notes;
-    if (const auto& drawing = m_preview.drawing()) {
+    if (const Drawing* drawing = m_pane->view().drawing()) {
         schematic = toQt(schematicOf(*drawing));
         for (const std::string& note : drawing->notes)
             notes << QString::fromStdString(note);
@@ -283,9 +283,9 @@ void StylePreview::offerPart() {
     if (KorDSMBusy::isBusy() || !isShown() || !m_field || !m_pane->view().marked().empty())
         return;
     m_offered = m_preview.partThatShows(m_field->row, m_field->column);
-    if (const SamplePart* part = m_preview.parts().find(m_offered))
+    if (const auto* found = m_preview.parts().find(m_offered))
         m_pane->setNote(toQt(m_preview.whyNothing(m_field->row, m_field->column)),
-                        toQt(KorString::format(Prompts::dsm(kShowPart), {translated(part->name)})));
+                        toQt(KorString::format(Prompts::dsm(kShowPart), {translated(found->part->name)})));
 }
 
 void StylePreview::onPointedAt(std::optional<std::size_t> place) {
@@ -357,8 +357,8 @@ void StylePreview::compare(double share) {
     m_share = m_preview.isPending() ? share : 0;
     m_pane->setComparison(m_preview.isPending(), m_share);
     if (wasBefore != isBefore()) {
-        showHead();
         showDrawing();
+        showHead();
         markField();
     }
     showCompared();
@@ -374,17 +374,32 @@ void StylePreview::showCompared() {
         m_stored = m_preview.drawStored();
         m_differences = differencesTo(m_stored.get());
     }
-    m_pane->view().compareWith(m_stored, m_share);
+    m_pane->view().compareWith(m_stored, m_share, whyBlank(true, m_stored.get()));
     if (isPart)
         m_pane->setNote(m_differences);
     else if (wasPart)
         markField(); // it has the note again
 }
 
-// What became different since it was stored, in words.
+// What stands in the place of a drawing that has nothing to be seen.
+QString StylePreview::whyBlank(bool stored, const Drawing* drawn) const {
+    if (drawn && !drawn->all().empty())
+        return {};
+    QStringList lines = {toQt(m_preview.whyBlank(stored))};
+    if (drawn && !drawn->style.empty()) // where it is not there, that is all
+        for (const std::string& note : drawn->notes)
+            lines << QString::fromStdString(note);
+    return lines.join(u'\n');
+}
+
+// What became different since it was stored, in words; where that is blank, first why.
 QString StylePreview::differencesTo(const Drawing* stored) const {
-    const QString words = stored && m_preview.drawing()
-                              ? joined(KorDSMDrawingDifferences::wordsOf(*stored, *m_preview.drawing()))
-                              : QString();
-    return words.isEmpty() ? toQt(Prompts::dsm(kEqual)) : words;
+    std::vector<KorString> words;
+    if (stored && m_preview.drawing())
+        words = KorDSMDrawingDifferences::wordsOf(*stored, *m_preview.drawing());
+    if (words.empty())
+        return toQt(Prompts::dsm(kEqual));
+    if (stored->all().empty())
+        words.insert(words.begin(), m_preview.whyBlank(true));
+    return joined(words);
 }

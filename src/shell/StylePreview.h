@@ -49,6 +49,7 @@ private:
 
     void update();
     void showDrawing();
+    QString whyBlank(bool stored, const Drawing* drawn) const;
     QString differencesTo(const Drawing* stored) const;
     void showRecord();
     void showEffects();

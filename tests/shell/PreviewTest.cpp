@@ -315,7 +315,21 @@ TEST_F(Preview, SaysWhyNothingIsDrawnAndKeepsItsSizeWhateverItSays) {
     answerNext([](QWidget* modal) { typeName(modal, "HB post 1:20"); });
     command(kCopy);
     settle();
-    EXPECT_EQ(KorDSMPreview::shown()->whyBlank(true), KorString("This detail style is not stored yet."));
+    // It is told beside the drawing, and in the part of the picture where it is missing.
+    const auto isTold = [this](const QString& sentence) {
+        return std::ranges::any_of(pane().findChildren<QLabel*>(),
+                                   [&](const QLabel* label) { return label->text().startsWith(sentence); });
+    };
+    const QString why = QStringLiteral("This detail style is not stored yet.");
+    EXPECT_FALSE(isTold(why));
+    pane().findChild<QSlider*>()->setValue(50);
+    EXPECT_TRUE(isTold(why));
+    const QImage all = view().grab().toImage();
+    std::set<QRgb> colors;
+    for (int x = 2; x < all.width() / 2 - 5; ++x)
+        for (int y = 2; y < all.height() - 2; ++y)
+            colors.insert(all.pixel(x, y));
+    EXPECT_GT(colors.size(), 1u);
     select({"User", "Hallberg: posts and beams"});
     EXPECT_EQ(KorDSMPreviewSubject::of(KorDSMSectionTree::itemOf(tree().selectedItem())).why,
               "Select a style, or something that styles use.");
