@@ -103,8 +103,12 @@ std::string LabelText::withLengths(const std::string& text, StyleRows& rows) {
         words += text.substr(from, open - from);
         if (close == std::string::npos)
             return words + text.substr(open);
-        const auto number = TextFields::toReal(text.substr(open + 1, close - open - 1));
-        words += number ? length(*number, rows) : text.substr(open, close + 1 - open);
+        const bool isHeight = text[open + 1] == '+' || text[open + 1] == '-';
+        const std::size_t digits = open + (isHeight ? 2 : 1);
+        const auto number = TextFields::toReal(text.substr(digits, close - digits));
+        words += !number    ? text.substr(open, close + 1 - open)
+                 : isHeight ? height(text[open + 1] == '-' ? -*number : *number, rows)
+                            : length(*number, rows);
         from = close + 1;
     }
     return words;

@@ -30,8 +30,8 @@ std::string length(double millimetres, StyleRows& rows);
 std::string height(double millimetres, StyleRows& rows);
 /// A scale as lists of the database name it for its unit, else as a ratio such as 1:10.
 std::string scale(double factor, StyleRows& rows);
-/// A text of a part, in which a number in braces is a length in millimetres, with its lengths in the unit of
-/// the database.
+/// A text of a part, in which a number in braces is a length in millimetres, with a sign a height, with these
+/// in the unit of the database.
 std::string withLengths(const std::string& text, StyleRows& rows);
 
 } // namespace LabelText

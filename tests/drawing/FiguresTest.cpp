@@ -210,6 +210,8 @@ TEST_F(FiguresTest, LabelsTellOfTheirObjectsAsTheirStrategySays) {
     labels = texts();
     for (const char* text : {"PL 9/16\" x 11\"", "holes 7/8\""})
         EXPECT_EQ(std::ranges::count(labels, text), 1) << text;
+    const Texts levels = textsOf(draw("Stair flight", "stair"), Primitive::kLabel);
+    EXPECT_TRUE(std::ranges::any_of(levels, [](const auto& t) { return t.ends_with("+8'-3 3/16\""); }));
     set(kTableNumericDefault, unit, "value", 0.0);
     const auto& strategy = row<StructDetObjAnnotationStrategy>("Plate mark with thickness");
     set(kTableAnnotationStrategy, strategy.key, "contents", KorString("{L1}[{mark}] {phase}"));
