@@ -1,6 +1,7 @@
 #include "controls/KorElidedLabel.h"
 
 #include <QEvent>
+#include <QLayout>
 #include <QResizeEvent>
 
 #include <algorithm>
@@ -25,8 +26,15 @@ void KorElidedLabel::setWhole(const QString& text, const QString& more) {
     setToolTip(more.isEmpty() ? text : text + u'\n' + more);
     setAccessibleName(text);
     if (isOther)
-        updateGeometry();
+        takeRoom();
     fit();
+}
+
+// At once, so that what has room is never seen cut.
+void KorElidedLabel::takeRoom() {
+    updateGeometry();
+    if (parentWidget() && parentWidget()->layout())
+        parentWidget()->layout()->activate();
 }
 
 void KorElidedLabel::fit() {

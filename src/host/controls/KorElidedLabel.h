@@ -23,6 +23,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void takeRoom();
     void fit();
     QSize sizeFor(int textWidth) const;
 
