@@ -85,7 +85,7 @@ TEST_F(ServerCommandTest, AnOfficeMovesToAServerWorksThereAndTakesItsStylesBack)
     EXPECT_EQ(owner.connect().error, "");
     EXPECT_EQ(owner.execute("CREATE ROLE carl LOGIN IN ROLE \"" + m_schema + "_reader\"").error, "");
     settings("[user]\nconnection = " + m_server.connection(m_schema, "carl") + "\n");
-    EXPECT_EQ(does({"list", "--source", "user"}).complaints.join('\n').toStdString(), "");
+    EXPECT_TRUE(does({"list", "--source", "user"}).complaints.filter("role of an editor").isEmpty());
     const QStringList refused = run(change).complaints;
     EXPECT_EQ(refused.filter("role of an editor").size(), 1) << refused.join('\n').toStdString();
     does({"copy-database", "user", named("back.dsdb")});
