@@ -117,14 +117,21 @@ private:
             refuse(KorString(column.error), kExitUsage);
         return column.value;
     }
+    bool isColumn(const std::string& name) {
+        return name == "view" ||
+               std::ranges::any_of(m_list.columns(), [&](auto* column) { return column->name == name; });
+    }
+    // Names of records may have such a mark, too.
+    bool mustBeColumn(const std::string& name, const std::string& text) {
+        constexpr const char* kSigns = "abcdefghijklmnopqrstuvwxyz0123456789_";
+        return !name.empty() && name.find_first_not_of(kSigns) == std::string::npos &&
+               !TypedValue::read(m_list.whole(), *m_list.columns().front(), text);
+    }
     // COLUMN=VALUE, or a value of the first column.
     bool readValue(const std::string& text, std::vector<std::pair<const Column*, KorString>>& values) {
         const auto mark = text.find('=');
         const std::string name = text.substr(0, mark);
-        const bool isNamed = mark != std::string::npos &&
-                             (name == "view" || std::ranges::any_of(m_list.columns(), [&](auto* c) {
-                                  return c->name == name;
-                              }));
+        const bool isNamed = mark != std::string::npos && (isColumn(name) || mustBeColumn(name, text));
         const Column* column = isNamed ? findColumn(name) : m_list.columns().front();
         if (!column)
             return false;

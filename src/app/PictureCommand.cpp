@@ -1,5 +1,6 @@
 #include "app/Commands.h"
 #include "app/Console.h"
+#include "app/DidYouMean.h"
 #include "app/OutputFile.h"
 #include "app/ReadProblems.h"
 #include "app/RowChoice.h"
@@ -28,12 +29,17 @@ Result<std::int32_t> viewOf(const RowChoice& style, const std::string& name) {
         return 0;
     StyleSource& source = *StyleDatabases::current().source(style.source);
     const auto& record = static_cast<const StructDetailStyle&>(*style.record());
-    const StructRecord* view = source.table(kTableViewRequest).find(KorString(name));
-    for (int i = 0; view && i < record.getLengthItems(); ++i)
-        if (record.getViewRequestAt(i) == view->key)
-            return view->key;
+    std::vector<KorString> names;
+    for (int i = 0; i < record.getLengthItems(); ++i)
+        if (const StructRecord* view =
+                source.table(kTableViewRequest).find(KorOdbcKey(record.getViewRequestAt(i)))) {
+            if (view->name == KorString(name))
+                return view->key;
+            names.push_back(view->name);
+        }
     return Result<>::failure(
-        KorString::format(translated("The detail style \"%s\" has no view \"%s\"."), {record.name, name}));
+        KorString::format(translated("The detail style \"%s\" has no view \"%s\"."), {record.name, name}) +
+        didYouMean(KorString(name), names));
 }
 
 // The cell that is to be highlighted goes into the wish; fails where there is none of these names.

@@ -112,15 +112,28 @@ KorString RowChoice::listOf(const std::vector<KorString>& names) {
     return names.size() > kMostTold ? list + ", ..." : list;
 }
 
-KorString RowChoice::severalNamed(const StyleTable& table, const std::vector<std::int32_t>& keys) {
+namespace {
+
+// A part is told from others of its name by what it is part of.
+KorString keyWithWhole(StyleSource& source, RowRef row) {
+    const KorString key = KorString::format("[%s]", {KorString::number(row.key)});
+    const RowRef whole = wholeOf(source, row);
+    if (whole == row)
+        return KorString::format(translated("\"%s\""), {key});
+    return KorString::format(translated("\"%s\" in \"%s\""),
+                             {key, source.table(whole.table).find(KorOdbcKey(whole.key))->name});
+}
+
+} // namespace
+
+KorString RowChoice::severalNamed(StyleSource& source, const StyleTable& table,
+                                  const std::vector<std::int32_t>& keys) {
     constexpr std::size_t kMostTold = 8;
     if (keys.size() < 2)
         return {};
     KorString told;
     for (std::size_t i = 0; i < std::min(keys.size(), kMostTold); ++i)
-        told = told + (i == 0 ? "" : ", ") +
-               KorString::format(translated("\"%s\""),
-                                 {KorString::format("[%s]", {KorString::number(keys[i])})});
+        told = told + (i == 0 ? "" : ", ") + keyWithWhole(source, {table.schema().type, keys[i]});
     return KorString::format(
         translated("There is more than one %s named \"%s\"; give the key of the one that is "
                    "meant instead, which is one of %s."),
@@ -143,7 +156,7 @@ FoundRow RowChoice::find(const RowOptions& options) {
             return {reading};
         const StyleTable& table = source.table(schema.type);
         const std::vector<std::int32_t> keys = KorDSMValueText::keysNamed(table, options.name);
-        if (const KorString several = severalNamed(table, keys); !several.isEmpty())
+        if (const KorString several = severalNamed(source, table, keys); !several.isEmpty())
             return {Result<>::failure(several)};
         if (!keys.empty())
             return {RowChoice{id, &schema, KorOdbcKey(keys.front())}};

@@ -36,7 +36,8 @@ struct RowChoice {
     /// Names in quotes with commas; of many only the first.
     static KorString listOf(const std::vector<KorString>& names);
     /// What to say where a name stands for several rows of a table; empty for one key.
-    static KorString severalNamed(const StyleTable& table, const std::vector<std::int32_t>& keys);
+    static KorString severalNamed(StyleSource& source, const StyleTable& table,
+                                  const std::vector<std::int32_t>& keys);
 
     /// The table of a kind.
     static Result<const TableSchema*> findKind(const std::string& kind);

@@ -6,10 +6,14 @@
 #include "data/RowUsers.h"
 #include "data/ScopedSource.h"
 #include "data/text/TextFields.h"
+#include "session/KorDSMEditedList.h"
 #include "session/KorDSMValueText.h"
+#include "session/ShownColumns.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
+
+#include <algorithm>
 
 namespace {
 
@@ -20,15 +24,58 @@ struct RelatedRow {
     const Column* column; ///< the cell in it that refers to the shown one
 };
 
-std::vector<RelatedRow> relatedRows(const RowChoice& row, eReferenceRole role) {
-    std::vector<RelatedRow> related;
+// A detail style is filed by the row by which the host knows it.
+std::vector<std::pair<const Column*, KorString>> filedBy(const RowChoice& row) {
+    std::vector<std::pair<const Column*, KorString>> filing;
+    StyleSource& source = *StyleDatabases::current().source(row.source);
+    for (const Referrer& referrer : source.referrersOf(row.table->type, row.key)) {
+        if (referrer.column->role != eReferenceRole::kIdentifies)
+            continue;
+        const StructRecord* record = source.table(referrer.table->type).find(KorOdbcKey(referrer.key));
+        for (const Column& column : referrer.table->columns)
+            if (column.role == eReferenceRole::kFiledUnder)
+                filing.emplace_back(&column, KorDSMValueText::toText(*referrer.table, column, *record));
+    }
+    return filing;
+}
+
+std::vector<RelatedRow> usersOf(const RowChoice& row) {
+    std::vector<RelatedRow> users;
     StyleSource& source = *StyleDatabases::current().source(row.source);
     for (const Referrer& referrer : source.referrersOf(row.table->type, row.key))
-        if (referrer.column->role == role)
-            related.push_back({referrer.table,
-                               source.table(referrer.table->type).find(KorOdbcKey(referrer.key)),
-                               referrer.column});
-    return related;
+        if (referrer.column->role == eReferenceRole::kUses)
+            users.push_back({referrer.table,
+                             source.table(referrer.table->type).find(KorOdbcKey(referrer.key)),
+                             referrer.column});
+    return users;
+}
+
+/// A row that the shown one consists of.
+struct Part {
+    RelatedRow row;
+    std::int64_t place;                                 ///< in its list, from 1, as "entry" takes it
+    std::vector<std::pair<KorString, KorString>> cells; ///< names of columns and what stands in them
+};
+
+// In the order in which they act.
+std::vector<Part> partsOf(const RowChoice& row) {
+    std::vector<Part> parts;
+    StyleSource& source = *StyleDatabases::current().source(row.source);
+    for (const eTableType type : partTablesOf(row.table->type)) {
+        const TableSchema& table = *findTable(type);
+        const auto owner = std::ranges::find_if(table.columns, [&row](const Column& column) {
+            return column.role == eReferenceRole::kPartOf && column.target == row.table->type;
+        });
+        const auto list = KorDSMEditedList::of(row.source, row.ref(), type);
+        std::int64_t place = 0;
+        for (const std::int32_t key : list->keys()) {
+            Part& part = parts.emplace_back(
+                Part{{&table, source.table(type).find(KorOdbcKey(key)), &*owner}, ++place, {}});
+            for (const Column* column : list->cells())
+                part.cells.emplace_back(column->name, list->text(key, *column));
+        }
+    }
+    return parts;
 }
 
 QJsonValue rawValue(const Column& column, const StructRecord& record) {
@@ -40,13 +87,31 @@ QJsonValue rawValue(const Column& column, const StructRecord& record) {
     return static_cast<qint64>(std::get<std::int64_t>(value));
 }
 
+QJsonObject toJson(const RelatedRow& other) {
+    return {{"kind", Console::text(other.table->kindName())},
+            {"key", other.record->key},
+            {"name", Console::text(other.record->name)},
+            {"column", Console::text(other.column->name)}};
+}
+
 QJsonArray toJson(const std::vector<RelatedRow>& related) {
     QJsonArray array;
     for (const RelatedRow& other : related)
-        array.append(QJsonObject{{"kind", Console::text(other.table->kindName())},
-                                 {"key", other.record->key},
-                                 {"name", Console::text(other.record->name)},
-                                 {"column", Console::text(other.column->name)}});
+        array.append(toJson(other));
+    return array;
+}
+
+QJsonArray toJson(const std::vector<Part>& parts) {
+    QJsonArray array;
+    for (const Part& part : parts) {
+        QJsonObject cells;
+        for (const auto& [column, text] : part.cells)
+            cells[Console::text(column)] = Console::text(text);
+        QJsonObject object = toJson(part.row);
+        object["place"] = static_cast<qint64>(part.place);
+        object["cells"] = cells;
+        array.append(object);
+    }
     return array;
 }
 
@@ -67,6 +132,9 @@ bool isShared(const RowChoice& row) {
 
 // Who uses a record of a source that could not be read whole is not known.
 void printJson(const RowChoice& row, const StructRecord& record, bool isWhole) {
+    QJsonObject filing;
+    for (const auto& [column, group] : filedBy(row))
+        filing[Console::text(column->name)] = Console::text(group);
     Console::print(QJsonObject{{"source", Console::text(SourceChoice::nameOf(row.source))},
                                {"kind", Console::text(row.table->kindName())},
                                {"key", record.key},
@@ -75,8 +143,9 @@ void printJson(const RowChoice& row, const StructRecord& record, bool isWhole) {
                                {"complete", isWhole},
                                {"shared", isWhole ? QJsonValue(isShared(row)) : QJsonValue()},
                                {"columns", columnsToJson(row, record)},
-                               {"parts", toJson(relatedRows(row, eReferenceRole::kPartOf))},
-                               {"usedBy", toJson(relatedRows(row, eReferenceRole::kUses))}});
+                               {"filed", filing},
+                               {"parts", toJson(partsOf(row))},
+                               {"usedBy", toJson(usersOf(row))}});
 }
 
 // Of slots in a row, such as the views of a detail style, the used ones and the next free one.
@@ -99,6 +168,14 @@ KorString nameOf(const RelatedRow& other) {
     return KorString::format(translated("%s \"%s\""), {other.table->kindName(), other.record->name});
 }
 
+// The place in the list, the name, and what stands in the cells.
+KorString lineOf(const Part& part) {
+    KorString line = KorString::number(part.place) + ". " + nameOf(part.row);
+    for (const auto& [column, text] : part.cells)
+        line = line + (&column == &part.cells.front().first ? ": " : ", ") + column + " \"" + text + "\"";
+    return line;
+}
+
 // Columns are named as "set" takes them, in every language.
 void printText(const RowChoice& row, const StructRecord& record, bool isWhole) {
     Console::say(KorString::format(
@@ -108,9 +185,11 @@ void printText(const RowChoice& row, const StructRecord& record, bool isWhole) {
     std::vector<std::vector<KorString>> lines;
     for (const Column* column : columnsWorthALine(*row.table, record))
         lines.push_back({column->name, KorDSMValueText::toText(*row.table, *column, record)});
-    for (const RelatedRow& part : relatedRows(row, eReferenceRole::kPartOf))
-        lines.push_back({translated("part"), nameOf(part)});
-    for (const RelatedRow& user : relatedRows(row, eReferenceRole::kUses))
+    for (const auto& [column, group] : filedBy(row))
+        lines.push_back({column->name, group});
+    for (const Part& part : partsOf(row))
+        lines.push_back({translated("part"), lineOf(part)});
+    for (const RelatedRow& user : usersOf(row))
         lines.push_back({translated("used by"), nameOf(user)});
     Console::printColumns({translated("Column"), translated("Value")}, lines);
 }

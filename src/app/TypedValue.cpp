@@ -30,7 +30,8 @@ KorString severalNamed(const Column& column, const KorString& text) {
     if (!column.isReference())
         return {};
     const StyleTable& targets = tableOf(column.target);
-    return RowChoice::severalNamed(targets, KorDSMValueText::keysNamed(targets, text));
+    return RowChoice::severalNamed(*StyleDatabases::current().here(), targets,
+                                   KorDSMValueText::keysNamed(targets, text));
 }
 
 // Where else the row that a text names can be had, or what else may be meant.

@@ -118,7 +118,7 @@ TEST_F(ComposeTest, AStyleIsComposedFromNothingAndIsTheSameWhereItIsImported) {
     EXPECT_EQ(rail["title_position"], "Below detail");
     EXPECT_EQ(shown("repr-map-entry", "Rails")["order"], "1");
     EXPECT_EQ(shown("repr-map-entry", "Rest")["order"], "2");
-    EXPECT_EQ(shown("detail-master", "Rail")["category"], "Workshop");
+    EXPECT_EQ(run({"show", "detail-style", "Rail", "--json"}).json()["filed"]["category"], "Workshop");
     EXPECT_EQ(shown("dim-strategy-item", "[1]")["dim_request"], "Length");
     EXPECT_EQ(shown("qualifier-with-role", "[3]")["negate"], "Yes");
     const ProgramRun checked = run({"check"});
@@ -133,6 +133,19 @@ TEST_F(ComposeTest, AStyleIsComposedFromNothingAndIsTheSameWhereItIsImported) {
     EXPECT_EQ(imported.keys(), composed.keys());
     for (const QString& record : composed.keys())
         EXPECT_EQ(imported[record], composed[record]) << record.toStdString();
+}
+
+TEST_F(ComposeTest, ShowNamesTheEntriesInTheOrderInWhichTheyAct) {
+    beginComposed();
+    does({"entry", "move", "repr-map", "Map", "Rest", "1", "--shared"});
+    QStringList entries;
+    for (const QJsonValue& part : run({"show", "repr-map", "Map", "--json"}).json()["parts"].toArray())
+        entries << QString("%1 %2 %3")
+                       .arg(part["place"].toInt())
+                       .arg(part["name"].toString(), part["cells"]["qualifier_set"].toString());
+    EXPECT_EQ(entries, (QStringList{"1 Rest All", "2 Rails Rails"}));
+    const QString text = run({"show", "repr-map", "Map"}).output;
+    EXPECT_TRUE(text.contains("1. repr-map-entry \"Rest\": qualifier_set \"All\", ")) << text.toStdString();
 }
 
 TEST_F(ComposeTest, ADryRunSaysWhatIsThenDoneAndWritesNothing) {
@@ -232,6 +245,9 @@ TEST_F(ComposeTest, WhatIsMistypedIsAnsweredWithWhatIsMeant) {
             "Did you mean \"Rest\"?");
     refuses({"entry", "move", "repr-map", "Map", "Rest", "3", "--shared"}, 1, "from 1 to 2");
     refuses({"entry", "add", "appearance", "Fine"}, 2, "repr-map");
+    refuses({"entry", "add", "repr-map", "Map", "--value", "apearance=Fine", "--shared"}, 2,
+            "Did you mean \"appearance\"?");
+    refuses({"picture", "Rail", "--view", "Frnot", "--out", named("rail.svg")}, 1, "Did you mean \"Front\"?");
     refuses({"new", "qualifier-set", "Other", "--in", "Our"}, 1, "Did you mean \"Ours\"?");
     refuses({"new", "qualifier-set", "Other"}, 1, "one of \"Ours\"");
     refuses({"new", "repr-map", "Other", "--in", "Ours"}, 1, "leave out --in");
