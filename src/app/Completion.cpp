@@ -5,6 +5,7 @@
 #include "records/TableSchema.h"
 #include "services/KorResources.h"
 #include "session/KorDSMSampleParts.h"
+#include "session/KorDSMValueText.h"
 
 #include <CLI/CLI.hpp>
 
@@ -132,7 +133,11 @@ Names valuesOf(const Place& place, const std::string& columnName) {
     const Column* column = table ? table->column(columnName) : nullptr;
     if (column && column->isReference())
         return StoredNames(place.data).records(*findTable(column->target), place.source);
-    return {};
+    Names words;
+    if (column)
+        for (const KorString& name : KorDSMValueText::valueNames(*table, *column))
+            words.push_back(name.toStdString());
+    return words;
 }
 
 Names assignments(const Place& place, const std::string& typed) {

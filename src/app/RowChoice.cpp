@@ -4,6 +4,7 @@
 #include "app/ReadProblems.h"
 #include "base/Translation.h"
 #include "data/RowUsers.h"
+#include "records/OwnWords.h"
 #include "session/KorDSMValueText.h"
 #include "session/KorDSMWhereUsed.h"
 
@@ -100,7 +101,7 @@ KorString noneNamed(const TableSchema& table, const RowOptions& options) {
 std::vector<KorString> RowChoice::namesIn(const StyleTable& table) {
     std::vector<KorString> names;
     for (int i = 0; i < table.rows().size(); ++i)
-        names.push_back(table.rows().at(i).name);
+        names.push_back(OwnWords::nameOf(table.schema().type, table.rows().at(i)));
     return names;
 }
 

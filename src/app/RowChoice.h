@@ -31,7 +31,7 @@ struct RowChoice {
     /// The same for a row that is to be changed: without a source in the User database.
     static FoundRow findToChange(const RowOptions& options);
 
-    /// The names of all rows of a table.
+    /// What all rows of a table are called on the screen.
     static std::vector<KorString> namesIn(const StyleTable& table);
     /// Names in quotes with commas; of many only the first.
     static KorString listOf(const std::vector<KorString>& names);

@@ -1,6 +1,7 @@
 #include "app/StoredNames.h"
 
 #include "data/store/SqliteStore.h"
+#include "records/OwnWords.h"
 #include "services/AddInManager.h"
 #include "services/KorHostReport.h"
 #include "session/SourceSettings.h"
@@ -44,7 +45,7 @@ std::vector<std::string> StoredNames::records(const TableSchema& table, const st
         std::vector<ReadProblem> problems;
         static_cast<void>(opened.store->readTable(table, *rows, problems));
         for (int i = 0; i < rows->size(); ++i)
-            if (const std::string text = rows->at(i).name.toStdString();
+            if (const std::string text = OwnWords::nameOf(table.type, rows->at(i)).toStdString();
                 !text.empty() && text.find_first_of("\t\n") == std::string::npos)
                 names.insert(text);
     }

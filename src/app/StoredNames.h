@@ -13,7 +13,8 @@ public:
 
     /// Sources, as the command line names them.
     std::vector<std::string> sources() const;
-    /// Names of the rows of a table in a source, or in all of them, each once, in the order of the alphabet.
+    /// What the rows of a table in a source, or in all of them, are called on the screen, each once, in the
+    /// order of the alphabet.
     std::vector<std::string> records(const TableSchema& table, const std::string& source) const;
 
 private:

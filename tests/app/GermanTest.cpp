@@ -24,6 +24,7 @@ TEST_F(GermanTest, HelpWrongUsageAndWrongNamesAreGerman) {
                 help.contains("Diese Hilfe zeigen") && help.contains("Einträge auflisten"))
         << help.toStdString();
     EXPECT_FALSE(help.contains("Options") || help.contains("Usage") || help.contains("Print"));
+    sql("user.dsdb", "INSERT INTO area_type (key, name) VALUES (1, 'Whole part')");
     const std::vector<std::pair<QStringList, QString>> wrong = {
         {{"list", "--nonsense"}, "Unerwartete Angabe: --nonsense"},
         {{"show", "detail-style"}, "NAME fehlt."},
@@ -32,6 +33,7 @@ TEST_F(GermanTest, HelpWrongUsageAndWrongNamesAreGerman) {
          "Es gibt keinen Eintrag der Art „Ansicht“ mit dem Namen „Nirgends“."},
         {{"set", "detail-style", "Beam", "title_position", "8"},
          "Titelposition: „8“ ist keiner der Werte; wählen Sie einen von Kein Titel, Unten links, "},
+        {{"set", "view-request", "Section", "area_type", "Alles"}, "Es gibt „Ganzes Teil“."},
         {{"list", "--kind", "detail-stil"}, "Die Art „detail-stil“ gibt es nicht"},
         {{"show", "detail-style", "Baem"}, "Meinten Sie „Beam“?"},
         {{"delete", "view-request", "Front"}, "Detailstil „Beam“ verwendet ihn als „Ansicht 1“ (Benutzer)."},
