@@ -2,6 +2,8 @@
 
 #include "base/Translation.h"
 
+#include <utility>
+
 ManualText::ManualText(const std::string& title, int section, const KorString& name, const KorString& what) {
     m_text = ".TH " + title + " " + std::to_string(section) + " " + DETAILSTYLES_RELEASED +
              " \"detailstyles " + DETAILSTYLES_VERSION + "\"\n";
@@ -27,20 +29,31 @@ std::string ManualText::escaped(std::string_view text) {
 
 void ManualText::section(const KorString& heading) {
     m_text += ".SH " + escaped(heading.view()) + "\n";
+    m_isBelowHeading = true;
 }
 
 void ManualText::subsection(const std::string& heading) {
     m_text += ".SS " + escaped(heading) + "\n";
+    m_isBelowHeading = true;
+}
+
+// A heading begins one itself.
+void ManualText::beginParagraph() {
+    if (!std::exchange(m_isBelowHeading, false))
+        m_text += ".PP\n";
 }
 
 void ManualText::paragraph(const KorString& text) {
-    m_text += ".PP\n" + escaped(text.view()) + "\n";
+    beginParagraph();
+    m_text += escaped(text.view()) + "\n";
 }
 
 void ManualText::entry(const std::string& term, const KorString& text) {
+    m_isBelowHeading = false;
     m_text += ".TP\n\\fB" + escaped(term) + "\\fR\n" + escaped(text.view()) + "\n";
 }
 
 void ManualText::example(const std::string& lines) {
-    m_text += ".PP\n.nf\n.RS\n" + escaped(lines) + "\n.RE\n.fi\n";
+    beginParagraph();
+    m_text += ".nf\n.RS\n" + escaped(lines) + "\n.RE\n.fi\n";
 }

@@ -25,5 +25,8 @@ public:
     static std::string escaped(std::string_view text);
 
 private:
+    void beginParagraph();
+
     std::string m_text;
+    bool m_isBelowHeading = false;
 };
