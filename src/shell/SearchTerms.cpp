@@ -18,7 +18,7 @@ constexpr int kHelpBitmap = 1050;
 // The text as it is read: without the mark of its key, the key itself and the dots of a dialog that follows.
 KorString textOf(const QAction& action) {
     QString text = action.text().section(u'\t', 0, 0);
-    text.remove(QRegularExpression(QStringLiteral("&(?!&)")));
+    text.remove(QRegularExpression(QStringLiteral("&(?!&)| ?…$")));
     return fromQt(text);
 }
 

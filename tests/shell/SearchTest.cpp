@@ -1,5 +1,7 @@
 #include "controls/KorButtonGroupMenu.h"
 #include "dialogs/KorDSMDialogSearch.h"
+#include "services/KorResources.h"
+#include "services/Prompts.h"
 #include "shell/EditorFixture.h"
 #include "shell/HelpWindow.h"
 #include "shell/PreviewView.h"
@@ -116,6 +118,41 @@ TEST_F(SearchWindow, SaysWhatWasLookedAtWhereNothingIsFoundAndWhatIsNotPossible)
         EXPECT_TRUE(KorControls::find<QLabel>(&dialog, kSaid)->text().contains("not possible"));
     });
     EXPECT_EQ(selected(), "Standard");
+}
+
+TEST_F(SearchWindow, ACommandComesBeforeTheTopicOfItsNameInEachLanguage) {
+    for (const char* language : {"en", "de"}) {
+        Prompts::load(KorResources::folder() / "prompts", language);
+        open();
+        select({"Standard", "General", "Assemblies", "Assembly, general"});
+        for (const char* name : {"where used", "dimension settings", "copy with all that it uses",
+                                 "search everything", "verwendungsnachweis", "bemaßungseinstellungen",
+                                 "mit allem verwendeten kopieren", "alles durchsuchen"})
+            search(name, Qt::Key_Escape, [name](KorDSMDialogSearch& dialog) {
+                const auto* hits = KorControls::find<QListView>(&dialog, kHits);
+                const QStringList kinds = {"Command", "Befehl", "Option"};
+                EXPECT_TRUE(kinds.contains(QString::fromStdString(first(dialog)).section(", ", 1, 1)))
+                    << name << ": " << first(dialog);
+                EXPECT_TRUE(hits->model()->rowCount() > 1) << name << " has a topic, too";
+            });
+    }
+    close();
+    Prompts::load(KorResources::folder() / "prompts", "en");
+}
+
+TEST_F(SearchWindow, TheNextTextTakesThePlaceOfTheOneBefore) {
+    open();
+    select(kStyle);
+    search("hb railing", Qt::Key_Return);
+    whenShown<KorDSMDialogSearch>([](KorDSMDialogSearch& dialog) {
+        const auto* field = KorControls::find<QLineEdit>(&dialog, kField);
+        EXPECT_EQ(field->text(), "hb railing");
+        for (const char letter : {'h', 'b'})
+            QTest::keyClick(dialog.windowHandle(), letter);
+        EXPECT_EQ(field->text(), "hb");
+        dialog.reject();
+    });
+    press(Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
 }
 
 TEST_F(SearchWindow, TheKeysLeadFromTheFilterIntoTheTree) {

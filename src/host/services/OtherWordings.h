@@ -13,9 +13,10 @@ public:
     OtherWordings();
 
     /// The text in each other language in which it reads otherwise; several where several texts read like it.
-    /// Nothing for a text that is no prompt.
+    /// Nothing for a text that is no prompt. Marks of keys and the dots of commands with a dialog count for
+    /// nothing.
     std::vector<KorString> of(const KorString& shown) const;
 
 private:
-    std::unordered_map<KorString, std::vector<KorString>> m_others; // by the text that is shown
+    std::unordered_map<KorString, std::vector<KorString>> m_others; // by the text that is shown, as it is read
 };
