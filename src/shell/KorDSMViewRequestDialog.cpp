@@ -136,6 +136,7 @@ void KorDSMViewRequestDialog::setTexts() {
     WindowKeys::press(*KorControls::find<QPushButton>(this, 1),
                       {QKeySequence(Qt::CTRL | Qt::Key_Return), QKeySequence(Qt::CTRL | Qt::Key_Enter)});
     WindowKeys::turnPages(*this, *tabs);
+    WindowKeys::openMenus(*this);
     WindowKeys::walk(*this, [this, tabs] {
         return QWidgetList{m_tree.control(), tabs, KorControls::find(this, kList)};
     });

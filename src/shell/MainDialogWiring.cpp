@@ -46,6 +46,7 @@ void KorDSMMainDialog::setUpKeys() {
                       {QKeySequence(Qt::CTRL | Qt::Key_Return), QKeySequence(Qt::CTRL | Qt::Key_Enter)});
     auto* tabs = KorControls::find<KorTabCtrl>(this, 1002);
     WindowKeys::turnPages(*this, *tabs);
+    WindowKeys::openMenus(*this);
     WindowKeys::walk(*this, [this, tabs] {
         return QWidgetList{&m_parts->sections.currentControl(), tabs, KorControls::find(this, 1003),
                            &m_parts->preview.pane().view()};

@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QContextMenuEvent>
 
 namespace {
 
@@ -53,4 +54,15 @@ void WindowKeys::turnPages(QWidget& window, KorTabCtrl& tabs) {
 void WindowKeys::walk(QWidget& window, std::function<QWidgetList()> parts) {
     onKey(window, {QKeySequence(Qt::Key_F6)}, [parts] { step(parts(), 1); });
     onKey(window, {QKeySequence(Qt::SHIFT | Qt::Key_F6)}, [parts] { step(parts(), -1); });
+}
+
+void WindowKeys::openMenus(QWidget& window) {
+    onKey(window, {QKeySequence(Qt::SHIFT | Qt::Key_F10)}, [&window] {
+        QWidget* focus = window.focusWidget();
+        if (!focus)
+            return;
+        const QPoint place = focus->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+        QContextMenuEvent wish(QContextMenuEvent::Keyboard, place, focus->mapToGlobal(place));
+        QApplication::sendEvent(focus, &wish);
+    });
 }

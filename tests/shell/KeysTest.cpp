@@ -1,10 +1,16 @@
 #include "controls/KorMFCGridCtrl.h"
 #include "controls/KorMnemonics.h"
+#include "dialogs/KorDSMDialogAddView.h"
 #include "dialogs/KorDSMDialogConfirmation.h"
+#include "dialogs/KorDSMDialogDeepCopy.h"
+#include "dialogs/KorDSMDialogNewItemWithGroup.h"
+#include "dialogs/KorDSMDialogWhereUsed.h"
 #include "shell/EditorFixture.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
@@ -36,29 +42,37 @@ protected:
             QTest::keyClick(active().windowHandle(), *text);
         QApplication::processEvents();
     }
-    // Alt and the letter of what is called so.
+    // Alt and the letter of what is called so, but for a colon.
     void alt(const QString& caption) {
         for (const QWidget* widget : active().findChildren<QWidget*>()) {
             const QString text =
                 widget->property(qobject_cast<const QGroupBox*>(widget) ? "title" : "text").toString();
             const QKeySequence letter = QKeySequence::mnemonic(text);
-            if (widget->isVisible() && !letter.isEmpty() && KorMnemonics::plain(text).startsWith(caption))
+            if (widget->isVisible() && !letter.isEmpty() &&
+                KorMnemonics::plain(text).section(u':', 0, 0) == caption)
                 return key(letter[0].key(), Qt::AltModifier);
         }
         ADD_FAILURE() << "no letter leads to " << caption.toStdString();
     }
-    // An entry of the menu that the menu key opens where the focus is, by its letter.
+    // An entry of the menu that a key opens where the focus is, by its letter.
     void choose(const char* command) {
-        QTimer::singleShot(0, m_dialog.get(), [this, command] {
+        QTimer wait;
+        bool isOpen = false;
+        QObject::connect(&wait, &QTimer::timeout, &wait, [this, command, &wait, &isOpen] {
             auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            ASSERT_NE(menu, nullptr);
+            if (!menu)
+                return;
+            wait.stop();
+            isOpen = true;
             for (const QAction* action : menu->actions())
                 if (KorMnemonics::plain(action->text()) == command && action->isEnabled())
                     return key(QKeySequence::mnemonic(action->text())[0].key());
             menu->close();
             ADD_FAILURE() << "no command " << command;
         });
-        key(Qt::Key_Menu);
+        wait.start();
+        key(Qt::Key_F10, Qt::ShiftModifier);
+        EXPECT_TRUE(isOpen) << command;
     }
     // The next dialog of that class is answered by these keys.
     template <typename Dialog = QDialog>
@@ -77,6 +91,22 @@ protected:
         type(name);
         key(Qt::Key_Return);
         ASSERT_EQ(selected(), name);
+    }
+    std::string parentOfSelected() {
+        return tree().getItemText(tree().getParentItem(tree().selectedItem())).toStdString();
+    }
+    void goUpTo(const char* name) {
+        for (int level = 0; level < 5 && selected() != name; ++level)
+            key(Qt::Key_Up, Qt::AltModifier);
+        ASSERT_EQ(selected(), name);
+    }
+    // A message is read and closed.
+    void answerMessage(const char* words) {
+        answer<QMessageBox>([this, words] {
+            const QString said = qobject_cast<QMessageBox*>(&active())->text();
+            EXPECT_TRUE(said.contains(words)) << said.toStdString();
+            key(Qt::Key_Return);
+        });
     }
     template <typename T = QWidget>
     T* focused() {
@@ -128,7 +158,7 @@ TEST_F(TasksByKeys, AListIsEditedAndWhatSeveralUseIsChangedOnTheWay) {
     grid.setFocus();
     grid.setCurrentIndex(grid.model()->index(0, 1));
     answer<KorDSMDialogConfirmation>([this] {
-        alt("Don't ask");
+        alt("Don't ask any more");
         key(Qt::Key_Return);
     });
     const auto isInGrid = [&] { return m_dialog->focusWidget() == &grid; };
@@ -146,4 +176,130 @@ TEST_F(TasksByKeys, AListIsEditedAndWhatSeveralUseIsChangedOnTheWay) {
     key(Qt::Key_Up, Qt::AltModifier);
     key(Qt::Key_Delete);
     EXPECT_EQ(inView("HB workshop").size(), entries);
+}
+
+TEST_F(TasksByKeys, DefinitionsAndCategoriesAreMade) {
+    open();
+    find("HB beam 1:15");
+    answer<KorDSMDialogNewItemWithGroup>([this] {
+        type("Ours");
+        alt("Category");
+        key(Qt::Key_Down);
+        key(Qt::Key_Return);
+    });
+    key(Qt::Key_N, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "Ours");
+    EXPECT_EQ(parentOfSelected(), "Hallberg: railings") << "the next category";
+    key(Qt::Key_Left);
+    answerByName("Our category");
+    choose("New category…");
+    EXPECT_EQ(selected(), "Our category");
+}
+
+TEST_F(TasksByKeys, AStyleGetsViewsInAnotherOrderAndLosesThemAgain) {
+    open();
+    find("HB beam 1:15");
+    const std::vector<std::string> before = inView("HB beam 1:15");
+    answer<KorDSMDialogAddView>([this] {
+        alt("A new view");
+        alt("Name");
+        key(Qt::Key_A, Qt::ControlModifier);
+        type("Ours");
+        key(Qt::Key_Return);
+    });
+    choose("Add view…");
+    EXPECT_EQ(selected(), "Ours");
+    EXPECT_EQ(inView("HB beam 1:15").back(), "Ours");
+    choose("Move view up");
+    EXPECT_EQ(inView("HB beam 1:15").at(before.size() - 1), "Ours");
+    choose("Remove view from the style");
+    EXPECT_EQ(inView("HB beam 1:15"), before);
+    key(Qt::Key_Left);
+    answer<KorDSMDialogAddView>([this] {
+        alt("View");
+        for (int i = 0; i < 3; ++i)
+            key(Qt::Key_Down);
+        key(Qt::Key_Return);
+    });
+    choose("Add view…");
+    EXPECT_EQ(inView("HB beam 1:15").size(), before.size() + 1);
+}
+
+TEST_F(TasksByKeys, WhoUsesAViewIsListedAndGoneTo) {
+    open();
+    tree().expand(select(kStyle));
+    find("HB post 1:15");
+    key(Qt::Key_Right);
+    key(Qt::Key_Right);
+    EXPECT_EQ(selected(), "HB front");
+    choose("Where used…");
+    const auto list = [this] { return m_dialog->findChild<KorDSMDialogWhereUsed*>(); };
+    ASSERT_NE(list(), nullptr);
+    m_dialog->findChild<KorDSMDialogWhereUsed*>()->activateWindow();
+    QTest::keyClick(list()->windowHandle(), Qt::Key_Down);
+    QTest::keyClick(list()->windowHandle(), Qt::Key_Return);
+    QApplication::processEvents();
+    EXPECT_EQ(selected(), "HB beam 1:15");
+    EXPECT_TRUE(list() && list()->isVisible()) << "for the next one";
+    QTest::keyClick(list()->windowHandle(), Qt::Key_Escape);
+    EXPECT_FALSE(list() && list()->isVisible());
+}
+
+TEST_F(TasksByKeys, StylesOfTheMakerBecomeOnesOwn) {
+    open();
+    find("Assembly, general");
+    answer<KorDSMDialogDeepCopy>([this] { alt("Copy"); });
+    key(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "Assembly, general");
+    EXPECT_TRUE(isPending());
+    goUpTo("User");
+    answer<KorDSMDialogDeepCopy>([this] {
+        key(Qt::Key_Home);
+        key(Qt::Key_Space);
+        alt("Copy");
+    });
+    const int before = m_databases->source(SourceId::user())->table(kTableDetailStyle).rows().size();
+    key(Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_GT(m_databases->source(SourceId::user())->table(kTableDetailStyle).rows().size(), before);
+}
+
+TEST_F(TasksByKeys, AStyleIsHandedOverInAFile) {
+    open();
+    find("HB beam 1:15");
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(QString::fromStdString(m_folder.path().string()));
+    answer<QFileDialog>([this] { key(Qt::Key_Return); });
+    answerMessage("exported");
+    key(Qt::Key_E, Qt::ControlModifier);
+    const QStringList files = QDir().entryList({"*.dsdb"});
+    EXPECT_EQ(files.size(), 1) << "under the name that was proposed";
+    answer([this] { alt("Yes"); });
+    key(Qt::Key_Delete);
+    find("HB post 1:15");
+    answer<QFileDialog>([this, &files] {
+        const QPointer<QWidget> dialog = QApplication::activeModalWidget();
+        type(files.value(0).toUtf8().constData());
+        // What is offered while a name is typed takes the first one.
+        for (int presses = 0; presses < 3 && dialog && dialog->isVisible(); ++presses)
+            key(Qt::Key_Return);
+        EXPECT_FALSE(dialog && dialog->isVisible());
+    });
+    answer<KorDSMDialogImport>([this] {
+        answerMessage("imported");
+        alt("Import");
+    });
+    key(Qt::Key_I, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "HB beam 1:15");
+    QDir::setCurrent(before);
+}
+
+TEST_F(TasksByKeys, PartsWithoutAnOwnerAreRemoved) {
+    storeElsewhere("user.dsdb", "UPDATE repr_map_entry SET repr_map = 999 WHERE key = "
+                                "(SELECT min(key) FROM repr_map_entry)");
+    open();
+    find("HB beam 1:15");
+    goUpTo("User");
+    answer<QMessageBox>([this] { alt("Yes"); });
+    choose("Compact database…");
+    EXPECT_TRUE(isPending());
 }
