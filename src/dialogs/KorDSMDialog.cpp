@@ -1,6 +1,7 @@
 #include "dialogs/KorDSMDialog.h"
 
 #include "controls/KorControls.h"
+#include "controls/KorItemSelection.h"
 #include "controls/KorMnemonics.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
@@ -14,11 +15,28 @@
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QListView>
+#include <QTreeWidget>
+
+namespace {
+
+// As in the lists that do so themselves.
+void soften(QAbstractItemView& view) {
+    QPalette palette = view.palette();
+    KorItemSelection::soften(palette);
+    view.setPalette(palette);
+}
+
+} // namespace
 
 KorDSMDialog::KorDSMDialog(int templateId, QWidget* parent) : QDialog(parent) {
     KorTemplates::setUp(templateId, this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     KorReadable::keep(this);
+    for (auto* tree : findChildren<QTreeWidget*>())
+        soften(*tree);
+    for (auto* list : findChildren<QListView*>())
+        soften(*list);
     connectButtons();
 }
 

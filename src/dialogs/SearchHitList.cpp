@@ -2,6 +2,7 @@
 
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
+#include "controls/KorStyle.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -120,6 +121,13 @@ void SearchHitDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
                hit.text);
     painter->drawText(first.translated(0, height), Qt::AlignLeft | Qt::AlignVCenter,
                       whole.fontMetrics.elidedText(placeOf(hit), Qt::ElideMiddle, first.width()));
+    // The field keeps the focus, so that nothing else frames the row.
+    if (isSelected) {
+        painter->setBrush(Qt::NoBrush);
+        painter->setPen(KorStyle::focusColor(option.widget ? option.widget->window()->palette()
+                                                           : QApplication::palette()));
+        painter->drawRect(whole.rect.adjusted(0, 0, -1, -1));
+    }
 }
 
 QSize SearchHitDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const {

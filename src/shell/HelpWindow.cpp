@@ -3,6 +3,7 @@
 #include "base/EditorSession.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
+#include "controls/KorReadable.h"
 #include "services/CKorHelp.h"
 #include "services/Prompts.h"
 
@@ -35,8 +36,11 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent), m_browser(new QTextBr
     m_browser->setOpenExternalLinks(false);
     m_browser->document()->setDocumentMargin(16);
     resize(QSize(640, 620).boundedTo(screen()->availableSize() * 9 / 10));
-    connect(m_browser, &QTextBrowser::sourceChanged, this,
-            [this] { setWindowTitle(m_browser->documentTitle()); });
+    connect(m_browser, &QTextBrowser::sourceChanged, this, [this] {
+        setWindowTitle(m_browser->documentTitle());
+        m_browser->setAccessibleName(windowTitle());
+    });
+    KorReadable::keep(this);
 }
 
 QToolBar* HelpWindow::makeTools() {
@@ -65,6 +69,13 @@ void HelpWindow::moveTo(QWidget* parent) {
     setParent(parent, windowFlags());
     if (wasPlaced)
         setGeometry(place);
+}
+
+// Links have the colour that there was when the page was read.
+void HelpWindow::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && !m_browser->source().isEmpty())
+        m_browser->reload();
 }
 
 bool HelpWindow::eventFilter(QObject* watched, QEvent* event) {

@@ -64,11 +64,13 @@ inline int expectReadable(const QWidget& root) {
         const auto* edit = qobject_cast<const QTextEdit*>(widget);
         for (QTextBlock block = edit ? edit->document()->begin() : QTextBlock(); block.isValid();
              block = block.next())
-            for (auto run = block.begin(); !run.atEnd(); ++run)
-                EXPECT_GE(wcagContrast(run.fragment().charFormat().foreground().color(),
+            for (auto run = block.begin(); !run.atEnd(); ++run) {
+                const QBrush own = run.fragment().charFormat().foreground();
+                EXPECT_GE(wcagContrast(own.style() == Qt::NoBrush ? palette.color(text) : own.color(),
                                        palette.color(QPalette::Base)),
                           kEnough)
                     << run.fragment().text().toStdString();
+            }
     }
     return seen;
 }

@@ -94,6 +94,8 @@ private:
                 kShape, QStringLiteral("mark"));
             return;
         }
+        if (const QVariant opacity = button.property("opacity"); opacity.isValid() && opacity.toReal() < 1)
+            return; // it comes up yet
         const bool hasText =
             !button.text().isEmpty() && button.property("toolButtonStyle").toInt() != Qt::ToolButtonIconOnly;
         if (hasText || (button.isEnabled() && !button.icon().isNull()))
@@ -102,13 +104,16 @@ private:
     }
     void lookAt(QAbstractItemView& view) {
         const QWidget& port = *view.viewport();
+        const QRect seen = port.visibleRegion().boundingRect();
         for (int y = 2; y < port.height();) {
             const QModelIndex index = view.indexAt({port.width() / 2, y});
             const QRect row = view.visualRect(index);
             if (!index.isValid() || row.height() < 6)
                 break;
-            if (index.flags() & Qt::ItemIsEnabled)
-                expectIn(port, row, kText, index.data().toString());
+            for (int column = 0; column < view.model()->columnCount(index.parent()); ++column)
+                if (const QModelIndex cell = index.siblingAtColumn(column);
+                    cell.flags() & Qt::ItemIsEnabled && seen.contains(view.visualRect(cell)))
+                    expectIn(port, view.visualRect(cell), kText, cell.data().toString());
             y = row.bottom() + 2;
         }
         const QModelIndexList chosen = view.selectionModel()->selectedIndexes();

@@ -129,8 +129,10 @@ QColor KorStyle::noteColor(const QPalette& palette) {
 
 void KorStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
-    // A field's frame is its outline; what has the focus glows inside of it.
-    const bool isOutline = element == PE_FrameLineEdit && !(option->state & State_HasFocus);
+    // A field's frame is its outline; what has the focus glows inside of it. In lists that would lie over the
+    // text.
+    const bool isOutline =
+        (element == PE_FrameLineEdit && !(option->state & State_HasFocus)) || element == PE_FrameFocusRect;
     if (!isOutline)
         QProxyStyle::drawPrimitive(element, option, painter, widget);
     if (const QColor color = outlineOf(element, *option); color.isValid())
