@@ -197,7 +197,7 @@ private:
                     Box2 taken;
                     taken.add(tried - whole * 0.5);
                     taken.add(tried + whole * 0.5);
-                    if (!m_placing.coversLabel(taken) && !(isClear && m_placing.coversLine(taken)))
+                    if (!m_placing.coversLabel(taken) && !(isClear && m_placing.coversLine(taken, 0.5)))
                         return drawAlong(label, tried, *d, whole);
                 }
         return drawAlong(label, middle, *d, whole);

@@ -5,6 +5,8 @@
 namespace {
 
 constexpr double kCoversLine = 25; // costs, as millimetres of a longer leader
+constexpr double kTouchesLine = 5;
+constexpr double kClearOfLine = 0.5; // mm
 constexpr double kLeaderThroughLabel = 60;
 constexpr double kLeaderThroughLeader = 40;
 constexpr double kLeaderThroughLine = 2.5;
@@ -97,8 +99,8 @@ LabelPlacing::Place LabelPlacing::place(const WantedLabel& label) {
                     std::ranges::any_of(m_leaders, [&](const Line& leader) { return meets(leader, box); }))
                     continue;
                 if (!label.mayCover) {
-                    m_effort += m_lines.size();
-                    cost += coversLine(box) ? kCoversLine : 0;
+                    m_effort += 2 * m_lines.size();
+                    cost += coversLine(box) ? kCoversLine : coversLine(box, kClearOfLine) ? kTouchesLine : 0;
                 }
                 if (label.hasLeader && cost < least) {
                     m_effort += kLeaderEffort * (m_taken.size() + m_leaders.size() + m_lines.size());
@@ -129,8 +131,10 @@ bool LabelPlacing::coversLabel(const Box2& box) const {
     return std::ranges::any_of(m_taken, [&](const Box2& other) { return meet(box, other); });
 }
 
-bool LabelPlacing::coversLine(const Box2& box) const {
-    return std::ranges::any_of(m_lines, [&](const Line& line) { return meets(line, box); });
+bool LabelPlacing::coversLine(const Box2& box, double clear) const {
+    const Vec2 margin = {clear, clear};
+    const Box2 around = {box.low - margin, box.high + margin};
+    return std::ranges::any_of(m_lines, [&](const Line& line) { return meets(line, around); });
 }
 
 // What a leader from the label crosses on its way to the anchor.

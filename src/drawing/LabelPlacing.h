@@ -33,8 +33,8 @@ public:
     void take(Vec2 middle, Vec2 size);
     /// Whether a label would cover another one.
     bool coversLabel(const Box2& box) const;
-    /// Whether a line of the drawing passes a label there.
-    bool coversLine(const Box2& box) const;
+    /// Whether a line of the drawing passes a label there, or comes so near to it.
+    bool coversLine(const Box2& box, double clear = 0) const;
     /// Of several anchors the one whose leader from a label crosses least.
     Vec2 bestAnchor(Vec2 middle, Vec2 size, const std::vector<Vec2>& anchors) const;
 

@@ -259,3 +259,11 @@ TEST(LabelPlacingTest, KeepsLabelsApartWithinTheirReach) {
     label.mayCover = true;
     EXPECT_NE(placing.place(label).middle, Vec2{});
 }
+
+TEST(LabelPlacingTest, KeepsClearOfALineThatItWouldOnlyTouch) {
+    Primitive line;
+    line.points = {{7.9, -100}, {7.9, 100}};
+    LabelPlacing placing({line});
+    const WantedLabel label{{{0, 0}}, {20, 4}, 8, 60, 2, false, false};
+    EXPECT_GE(placing.place(label).middle.u - label.size.u / 2, 7.9 + 0.5);
+}
