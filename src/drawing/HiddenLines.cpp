@@ -175,6 +175,7 @@ const ViewLines& SeenLines::of(const SamplePart& part, const std::vector<int>& s
         m_known.clear();
         m_lines = 0;
     }
+    ++m_projections;
     ViewLines& seen = m_known[asked] = linesOf(part, shown, camera);
     m_lines += seen.lines.size() + 1;
     return seen;

@@ -16,8 +16,11 @@ class SeenLines {
 public:
     /// As `linesOf`, of the same part at each call. Valid until the next question.
     const ViewLines& of(const SamplePart& part, const std::vector<int>& shown, const ViewCamera& camera);
+    /// How often that was not known, and was projected.
+    int projections() const { return m_projections; }
 
 private:
     std::map<std::string, ViewLines> m_known; // by the bytes of what was asked
     std::size_t m_lines = 0;
+    int m_projections = 0;
 };

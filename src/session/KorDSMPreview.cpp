@@ -13,6 +13,8 @@
 
 namespace {
 
+// Views are shared: as many styles have most of what others of their source look at.
+constexpr std::size_t kMostAhead = 200;
 constexpr int kNamedReason = 912; // "%s: %s"
 
 struct ShownPreview {
@@ -97,6 +99,29 @@ bool KorDSMPreview::update(const KorDSMDatabaseItem* item, const std::optional<F
     m_drawing = std::make_shared<const Drawing>(drawn);
     m_governed = Governed(*m_drawing);
     return true;
+}
+
+bool KorDSMPreview::lookAhead() {
+    StyleSource* from = source();
+    if (!from)
+        return false;
+    if (!(std::exchange(m_aheadIn, m_subject.source) == m_subject.source)) {
+        const RowArray& styles = from->table(kTableDetailStyle).rows();
+        m_ahead.clear();
+        for (int i = 0; i < styles.size(); ++i)
+            m_ahead.push_back(styles.at(i).key);
+        std::ranges::rotate(m_ahead, std::ranges::find(m_ahead, m_subject.style));
+        m_ahead.resize(std::min(m_ahead.size(), kMostAhead));
+        std::ranges::reverse(m_ahead);
+    }
+    if (m_ahead.empty())
+        return false;
+    DrawingRequest wanted = request();
+    wanted.style = m_ahead.back();
+    m_ahead.pop_back();
+    if (const KorDSMSampleParts::Entry* found = m_parts->find(m_parts->suiting(*from, wanted.style)))
+        drawStyle(*from, *found->part, wanted, found->seen);
+    return !m_ahead.empty();
 }
 
 std::shared_ptr<const Drawing> KorDSMPreview::drawStored() const {

@@ -41,6 +41,9 @@ public:
     bool update(const KorDSMDatabaseItem* item, const std::optional<FieldPlace>& typed);
     /// Draws nothing, and forgets what was drawn; what was chosen stays.
     void rest();
+    /// Looks at a part for one more style of the source, so that its drawing is there sooner when it is
+    /// selected: first for those that follow the style that is shown. Returns whether there are more.
+    bool lookAhead();
 
     /// The drawing of the last update; null where there is none.
     const std::shared_ptr<const Drawing>& drawing() const { return m_drawing; }
@@ -106,6 +109,8 @@ private:
     std::string m_partName;
     std::shared_ptr<const SamplePart> m_part;
     std::map<std::pair<SourceId, std::int32_t>, std::string> m_chosen; // by style
+    SourceId m_aheadIn = {};
+    std::vector<std::int32_t> m_ahead; // styles of that source, the next one is the last
     std::unique_ptr<LiveDrawing> m_live;
     std::shared_ptr<const Drawing> m_drawing;
     Governed m_governed;

@@ -1,5 +1,6 @@
 #include "shell/StylePreview.h"
 
+#include "base/EditorSession.h"
 #include "base/Translation.h"
 #include "controls/KorButtonGroup.h"
 #include "controls/KorMnemonics.h"
@@ -39,6 +40,9 @@ constexpr int kShowOrHide = 1166;
 
 constexpr int kTypingPause = 150; // milliseconds
 constexpr int kOfferPause = 400;
+constexpr int kAheadPause = 500;
+constexpr int kAheadStep = 20;
+
 QString joined(const std::vector<KorString>& texts) {
     QStringList all;
     for (const KorString& text : texts)
@@ -53,7 +57,7 @@ StylePreview::StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorBu
     : m_window(window), m_strip(strip), m_selection(selection), m_navigation(navigation),
       m_preview(KorResources::folder() / "parts",
                 KOSettings::getInstance().dataFolder() / "Shared" / "Support"),
-      m_pane(new PreviewPane), m_place(window, splitter, *m_pane),
+      m_pane(new PreviewPane), m_ahead(new QTimer(m_pane)), m_place(window, splitter, *m_pane),
       m_commands(window, [this](int tool) { onTool(tool); }),
       m_output(window, m_pane->view(),
                [this](bool isSheet) { return m_preview.pageOf(isBefore(), isSheet); }) {
@@ -64,6 +68,9 @@ StylePreview::StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorBu
     m_offering.setSingleShot(true);
     m_offering.setInterval(kOfferPause);
     connect(&m_offering, &QTimer::timeout, this, &StylePreview::offerPart);
+    m_ahead->setObjectName("lookAhead");
+    m_ahead->setSingleShot(true);
+    connect(m_ahead, &QTimer::timeout, this, EditorSession::current().forLater([this] { lookAhead(); }));
     connect(&m_selection, &TreeSelection::changed, this, &StylePreview::follow);
     connect(&m_selection, &TreeSelection::subjectsChanged, this, &StylePreview::follow);
     connect(qApp, &QApplication::focusChanged, this,
@@ -113,6 +120,7 @@ void StylePreview::setShown(bool shown) {
         return;
     m_commands.setEnabled(shown, false);
     if (!shown) {
+        m_ahead->stop();
         m_preview.rest();
         m_output.setEnabled(false);
         compare(0);
@@ -196,6 +204,7 @@ void StylePreview::update() {
     showEffects();
     markField();
     showCompared();
+    m_ahead->start(kAheadPause);
 }
 
 // What lists of the page say of the part.
@@ -286,6 +295,16 @@ void StylePreview::offerPart() {
     if (const auto* found = m_preview.parts().find(m_offered))
         m_pane->setNote(toQt(m_preview.whyNothing(m_field->row, m_field->column)),
                         toQt(KorString::format(Prompts::dsm(kShowPart), {translated(found->part->name)})));
+}
+
+// One style at a time, so that nobody who goes on waits for more than that.
+void StylePreview::lookAhead() {
+    if (!isShown())
+        return;
+    if (KorDSMBusy::isBusy() || m_isDue || m_typing.isActive())
+        m_ahead->start(kAheadPause);
+    else if (m_preview.lookAhead())
+        m_ahead->start(kAheadStep);
 }
 
 void StylePreview::onPointedAt(std::optional<std::size_t> place) {

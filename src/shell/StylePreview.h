@@ -58,6 +58,7 @@ private:
     void markField();
     void explainNothing();
     void offerPart();
+    void lookAhead();
 
     void onPointedAt(std::optional<std::size_t> place);
     void listMakers(std::size_t place);
@@ -75,6 +76,7 @@ private:
     Navigation& m_navigation;
     KorDSMPreview m_preview;
     PreviewPane* m_pane;
+    QTimer* m_ahead; // of the pane
     PreviewPlace m_place;
     PreviewCommands m_commands;
     DrawingOutput m_output;

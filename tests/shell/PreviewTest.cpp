@@ -16,6 +16,7 @@
 #include <QListWidget>
 #include <QSlider>
 #include <QTabBar>
+#include <QTimer>
 
 namespace {
 
@@ -79,6 +80,28 @@ TEST_F(Preview, DrawsNothingWhileItIsHidden) {
     close();
     open();
     EXPECT_TRUE(pane().isVisible());
+}
+
+TEST_F(Preview, LooksAtThePartsOfOtherStylesAheadButNotWhileItIsHidden) {
+    showPreview(kStyle);
+    settle();
+    auto& parts = KorDSMPreview::shown()->parts();
+    const auto projections = [&] {
+        int all = 0;
+        for (const auto& entry : parts.all())
+            all += entry.seen->projections();
+        return all;
+    };
+    auto& pause = *m_dialog->findChild<QTimer*>("lookAhead");
+    while (pause.isActive())
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    const int ahead = projections();
+    select({"User", "Hallberg: railings", "HB railing, workshop"});
+    settle();
+    EXPECT_FALSE(drawn().all().empty());
+    EXPECT_EQ(projections(), ahead) << "nothing is left to be projected";
+    press(Qt::Key_F9);
+    EXPECT_FALSE(pause.isActive());
 }
 
 TEST_F(Preview, FollowsAChangeAndItsUndoAndWritesNothingItself) {
