@@ -9,8 +9,6 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
-#include <QDir>
-#include <QFileDialog>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
@@ -33,8 +31,7 @@ protected:
         QTest::keyClick(window->windowHandle(), static_cast<Qt::Key>(key), modifiers);
         QApplication::processEvents();
         // A letter presses a button for a moment.
-        while (window &&
-               std::ranges::any_of(window->findChildren<QAbstractButton*>(), &QAbstractButton::isDown))
+        while (window && std::ranges::any_of(window->findChildren<QPushButton*>(), &QPushButton::isDown))
             QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     void type(const char* text) {
@@ -99,14 +96,6 @@ protected:
         for (int level = 0; level < 5 && selected() != name; ++level)
             key(Qt::Key_Up, Qt::AltModifier);
         ASSERT_EQ(selected(), name);
-    }
-    // A message is read and closed.
-    void answerMessage(const char* words) {
-        answer<QMessageBox>([this, words] {
-            const QString said = qobject_cast<QMessageBox*>(&active())->text();
-            EXPECT_TRUE(said.contains(words)) << said.toStdString();
-            key(Qt::Key_Return);
-        });
     }
     template <typename T = QWidget>
     T* focused() {
@@ -261,36 +250,6 @@ TEST_F(TasksByKeys, StylesOfTheMakerBecomeOnesOwn) {
     const int before = m_databases->source(SourceId::user())->table(kTableDetailStyle).rows().size();
     key(Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_GT(m_databases->source(SourceId::user())->table(kTableDetailStyle).rows().size(), before);
-}
-
-TEST_F(TasksByKeys, AStyleIsHandedOverInAFile) {
-    open();
-    find("HB beam 1:15");
-    const QString before = QDir::currentPath();
-    QDir::setCurrent(QString::fromStdString(m_folder.path().string()));
-    answer<QFileDialog>([this] { key(Qt::Key_Return); });
-    answerMessage("exported");
-    key(Qt::Key_E, Qt::ControlModifier);
-    const QStringList files = QDir().entryList({"*.dsdb"});
-    EXPECT_EQ(files.size(), 1) << "under the name that was proposed";
-    answer([this] { alt("Yes"); });
-    key(Qt::Key_Delete);
-    find("HB post 1:15");
-    answer<QFileDialog>([this, &files] {
-        const QPointer<QWidget> dialog = QApplication::activeModalWidget();
-        type(files.value(0).toUtf8().constData());
-        // What is offered while a name is typed takes the first one.
-        for (int presses = 0; presses < 3 && dialog && dialog->isVisible(); ++presses)
-            key(Qt::Key_Return);
-        EXPECT_FALSE(dialog && dialog->isVisible());
-    });
-    answer<KorDSMDialogImport>([this] {
-        answerMessage("imported");
-        alt("Import");
-    });
-    key(Qt::Key_I, Qt::ControlModifier);
-    EXPECT_EQ(selected(), "HB beam 1:15");
-    QDir::setCurrent(before);
 }
 
 TEST_F(TasksByKeys, PartsWithoutAnOwnerAreRemoved) {
