@@ -128,8 +128,10 @@ std::shared_ptr<const Drawing> KorDSMPreview::drawStored() const {
     StyleSource* from = source();
     if (!from || !m_live)
         return nullptr;
+    DrawingRequest wanted = request();
+    wanted.entriesOff = m_leftOut; // what differs is what is pending alone
     const StoredState stored(StyleDatabases::current());
-    return std::make_shared<const Drawing>(drawStyle(*from, *m_part, request(), m_live->seen()));
+    return std::make_shared<const Drawing>(drawStyle(*from, *m_part, wanted, m_live->seen()));
 }
 
 bool KorDSMPreview::isPending() const {
@@ -252,8 +254,7 @@ std::vector<KorDSMPreview::Maker> KorDSMPreview::makersOf(std::size_t place) con
     if (!primitive || !primitive->provenance)
         return makers;
     for (const ProvenanceStep& step : *primitive->provenance)
-        makers.push_back({step.row, step.columns.empty() ? 0 : step.columns.front(),
-                          KorDSMProvenanceWords::sentenceOf(step)});
+        makers.push_back({step.row, step.columns, KorDSMProvenanceWords::sentenceOf(step)});
     return makers;
 }
 

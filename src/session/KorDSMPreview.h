@@ -47,7 +47,8 @@ public:
 
     /// The drawing of the last update; null where there is none.
     const std::shared_ptr<const Drawing>& drawing() const { return m_drawing; }
-    /// The same style and part as the database has it stored; null where there is none.
+    /// The same style and part as the database has it stored, without what is left out on trial; null where
+    /// there is none.
     std::shared_ptr<const Drawing> drawStored() const;
     bool isPending() const;
     /// Why what is drawn, or what is stored, has nothing to be seen, in one sentence.
@@ -71,8 +72,8 @@ public:
     /// What made a primitive what it is, nearest first.
     struct Maker {
         RowRef row;
-        int column = 0; ///< the first one that had a say; 0: none
-        KorString text; ///< kind, name and columns
+        std::vector<int> columns; ///< that had a say
+        KorString text;           ///< kind, name and columns
     };
     std::vector<Maker> makersOf(std::size_t place) const;
 

@@ -21,6 +21,8 @@
 #include <QMenu>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kButton = 2097; // and its picture
@@ -86,7 +88,7 @@ StylePreview::StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorBu
     connect(&m_pane->view(), &PreviewView::menuWanted, this, &StylePreview::showMenu);
     connect(&m_pane->view(), &PreviewView::doubleClicked, this, [this](std::size_t place) {
         if (const auto makers = m_preview.makersOf(place); !makers.empty())
-            goTo(makers.front().row, makers.front().column);
+            goTo({makers.front().row, makers.front().columns});
     });
     connect(&m_output, &DrawingOutput::told, m_pane,
             [this](const QString& sentence) { m_pane->setNote(sentence); });
@@ -319,7 +321,7 @@ void StylePreview::listMakers(std::size_t place) {
     m_listed.clear();
     QStringList rows;
     for (const KorDSMPreview::Maker& maker : m_preview.makersOf(place)) {
-        m_listed.emplace_back(maker.row, maker.column);
+        m_listed.push_back({maker.row, maker.columns});
         rows << toQt(maker.text);
     }
     m_pane->showList(toQt(Prompts::dsm(rows.isEmpty() ? kNothingMade : kMadeBy)), rows);
@@ -332,23 +334,30 @@ void StylePreview::listReasons(std::size_t place) {
     for (const KorDSMPreview::Reason& reason : m_preview.reasonsFor(place)) {
         if (reason.decides)
             decides = static_cast<int>(rows.size());
-        m_listed.emplace_back(reason.entry, 0);
+        m_listed.push_back({reason.entry, {}});
         rows << toQt(reason.text);
     }
     m_pane->showList(toQt(Prompts::dsm(kEntries)), rows, decides);
 }
 
 void StylePreview::onRowChosen(int row) {
-    if (row >= 0 && row < std::ssize(m_listed)) {
-        const auto [record, column] = m_listed[static_cast<std::size_t>(row)];
-        goTo(record, column);
-    }
+    if (row >= 0 && row < std::ssize(m_listed))
+        goTo(m_listed[static_cast<std::size_t>(row)]);
 }
 
-void StylePreview::goTo(RowRef row, int column) {
-    whenFree(this, [this, row, column] {
+// To the first of the cells that has a field on the page of its record, or to that page.
+void StylePreview::goTo(const Cells& cells) {
+    whenFree(this, [this, cells] {
         const KorDSMPreviewSubject& subject = m_preview.subject();
-        m_navigation.goToField(subject.source, row, column, {kTableDetailStyle, subject.style});
+        const RowRef style = {kTableDetailStyle, subject.style};
+        const SourceId source = subject.source;
+        const auto goToField = [&](int column) {
+            return m_navigation.goToField(source, cells.row, column, style);
+        };
+        if (cells.columns.empty())
+            goToField(0);
+        else
+            static_cast<void>(std::ranges::any_of(cells.columns, goToField));
     });
 }
 

@@ -63,7 +63,11 @@ private:
     void onPointedAt(std::optional<std::size_t> place);
     void listMakers(std::size_t place);
     void listReasons(std::size_t place);
-    void goTo(RowRef row, int column);
+    struct Cells {
+        RowRef row;
+        std::vector<int> columns;
+    };
+    void goTo(const Cells& cells);
     void onRowChosen(int row);
     void showMenu(std::optional<std::size_t> place, const QPoint& position);
     void compare(double share);
@@ -89,7 +93,7 @@ private:
     QString m_differences;                   // to that
     int m_drawings = 0;
     RowRef m_shownRow;
-    std::optional<FieldPlace> m_field;            // that has the focus, or had it before the pane got it
-    std::vector<std::pair<RowRef, int>> m_listed; // what the rows of the list lead to
-    std::string m_offered;                        // the part that the link leads to
+    std::optional<FieldPlace> m_field; // that has the focus, or had it before the pane got it
+    std::vector<Cells> m_listed;       // what the rows of the list lead to
+    std::string m_offered;             // the part that the link leads to
 };

@@ -249,6 +249,15 @@ TEST_F(Preview, LeadsFromALineToTheFieldThatMadeItSo) {
     EXPECT_EQ(focused()->column, nearest.columns.front());
     EXPECT_EQ(view().marked(), governed(*focused()));
     EXPECT_FALSE(view().isFitted()) << "the record is looked at where it acts";
+
+    // The order of an entry has no field on its page, what else made the line so has one.
+    const ProvenanceStep entry = view().drawing()->all()[*place]->provenance->at(1);
+    ASSERT_EQ(entry.row.table, kTableReprMapEntry);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(1)).center());
+    settle();
+    ASSERT_TRUE(focused());
+    EXPECT_EQ(focused()->row, entry.row);
+    EXPECT_TRUE(std::ranges::count(entry.columns, focused()->column) == 1);
 }
 
 TEST_F(Preview, CountsWhatTheEntriesOfAMapTakeAndLeavesOneOutOnTrialOnly) {
@@ -272,6 +281,7 @@ TEST_F(Preview, CountsWhatTheEntriesOfAMapTakeAndLeavesOneOutOnTrialOnly) {
     const std::int32_t holes = focused()->row.key;
     preview.leaveOut(holes, true);
     EXPECT_FALSE(isEqual(drawn(), whole));
+    EXPECT_TRUE(isEqual(*preview.drawStored(), drawn())) << "nothing is pending";
     EXPECT_FALSE(isPending());
     preview.leaveOut(holes, false);
     EXPECT_TRUE(isEqual(drawn(), whole));
