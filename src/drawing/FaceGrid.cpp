@@ -64,6 +64,21 @@ void FaceGrid::sort() {
                  [&](std::size_t number) { m_inCells[next[number]++] = static_cast<std::int32_t>(i); });
 }
 
+// The columns of a row of cells that the segment passes: one that lies oblique passes few of its box.
+std::pair<int, int> FaceGrid::columnsOf(int row, Vec2 a, Vec2 b, const Cells& cells) const {
+    const double rise = b.v - a.v;
+    if (std::abs(rise) < 1)
+        return {cells.left, cells.right};
+    constexpr double kBeside = 1;
+    const double height = m_box.height() / kCells;
+    const double low = m_box.low.v + row * height - kBeside;
+    const auto at = [&](double v) { return a.u + (b.u - a.u) * std::clamp((v - a.v) / rise, 0.0, 1.0); };
+    const double first = at(low);
+    const double last = at(low + height + 2 * kBeside);
+    return {cell(std::min(first, last) - kBeside, m_box.low.u, m_box.width()),
+            cell(std::max(first, last) + kBeside, m_box.low.u, m_box.width())};
+}
+
 const FaceGrid::Found& FaceGrid::near(const ViewPoint& a, const ViewPoint& b) const {
     Box2 box;
     box.add(a.at);
@@ -71,15 +86,24 @@ const FaceGrid::Found& FaceGrid::near(const ViewPoint& a, const ViewPoint& b) co
     const double farthest = std::max(a.depth, b.depth);
     m_found.clear();
     ++m_question;
+    const Vec2 d = b.at - a.at;
+    const double length = std::max(d.length(), 1e-9);
+    const Vec2 across = {-d.v / length, d.u / length};
+    const auto isBeside = [&](const Box2& other) {
+        const Vec2 middle = other.middle() - a.at;
+        return std::abs(middle.u * across.u + middle.v * across.v) >
+               (other.width() * std::abs(across.u) + other.height() * std::abs(across.v)) / 2 + 1;
+    };
     const Cells cells = cellsOf(box);
-    for (int row = cells.bottom; row <= cells.top; ++row)
-        for (std::size_t i = m_firsts[static_cast<std::size_t>(row * kCells + cells.left)];
-             i < m_firsts[static_cast<std::size_t>(row * kCells + cells.right + 1)]; ++i) {
+    for (int row = cells.bottom; row <= cells.top; ++row) {
+        const auto [left, right] = columnsOf(row, a.at, b.at, cells);
+        for (std::size_t i = m_firsts[static_cast<std::size_t>(row * kCells + left)];
+             i < m_firsts[static_cast<std::size_t>(row * kCells + right + 1)]; ++i) {
             const auto index = static_cast<std::size_t>(m_inCells[i]);
             const ViewFace& face = m_faces[index];
             if (m_asked[index] == m_question || face.nearest > farthest || face.box.low.u > box.high.u + 1 ||
                 face.box.high.u < box.low.u - 1 || face.box.low.v > box.high.v + 1 ||
-                face.box.high.v < box.low.v - 1)
+                face.box.high.v < box.low.v - 1 || isBeside(face.box))
                 continue;
             m_asked[index] = m_question;
             const double atA = a.at.u * face.across.u + a.at.v * face.across.v;
@@ -88,6 +112,7 @@ const FaceGrid::Found& FaceGrid::near(const ViewPoint& a, const ViewPoint& b) co
                 continue;
             m_found.push_back(m_inCells[i]);
         }
+    }
     return m_found;
 }
 

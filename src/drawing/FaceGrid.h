@@ -54,6 +54,7 @@ private:
     static bool contains(const ViewFace& face, Vec2 point);
     int cell(double value, double low, double size) const;
     Cells cellsOf(const Box2& box) const;
+    std::pair<int, int> columnsOf(int row, Vec2 a, Vec2 b, const Cells& cells) const;
 
     std::vector<ViewFace> m_faces;
     Found m_inCells;                   // faces, cell after cell
