@@ -1,6 +1,8 @@
 #include "pages/RecordNames.h"
 
+#include "controls/KorComboBox.h"
 #include "controls/KorQt.h"
+#include "model/KorDSMFamilies.h"
 #include "operations/CurrentRows.h"
 #include "operations/KorDetStructureUtilities.h"
 #include "pages/ValuePictures.h"
@@ -19,6 +21,7 @@ void RecordNames::fill(const TableSchema& table, bool isSorted, bool isOptional,
                        const std::function<bool(const StructRecord&)>& isOffered) {
     beginResetModel();
     m_table = &table;
+    m_filing = KorDSMFamilies::filingColumn(table.type);
     m_isOptional = isOptional;
     m_isPictured = isPictured;
     m_entries.clear();
@@ -119,6 +122,14 @@ const QIcon& RecordNames::pictureAt(std::size_t at) const {
     return *entry.picture;
 }
 
+QVariant RecordNames::groupAt(std::size_t at) const {
+    const StructRecord* row =
+        m_filing ? CurrentRows::find(m_table->type, KorOdbcKey(m_entries[at].key)) : nullptr;
+    const StructRecord* group =
+        row ? CurrentRows::find(m_filing->target, KorOdbcKey(m_filing->integerIn(row))) : nullptr;
+    return group ? QVariant(toQt(group->name)) : QVariant();
+}
+
 QVariant RecordNames::data(const QModelIndex& index, int role) const {
     const auto at = static_cast<std::size_t>(index.row());
     if (!index.isValid() || at >= m_entries.size())
@@ -131,6 +142,8 @@ QVariant RecordNames::data(const QModelIndex& index, int role) const {
         return m_isPictured ? QVariant(pictureAt(at)) : QVariant();
     case Qt::UserRole:
         return m_entries[at].key;
+    case KorComboBox::kGroupRole:
+        return groupAt(at);
     default:
         return {};
     }

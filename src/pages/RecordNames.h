@@ -35,7 +35,7 @@ public:
     bool removeRows(int row, int count, const QModelIndex& parent = {}) override;
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
     int rowCount(const QModelIndex& parent = {}) const override;
-    /// The name, the picture, and as user data the key.
+    /// The name, the picture, the name of the group that the row is filed in, and as user data the key.
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
 private:
@@ -47,8 +47,10 @@ private:
 
     const QString& nameAt(std::size_t at) const;
     const QIcon& pictureAt(std::size_t at) const;
+    QVariant groupAt(std::size_t at) const;
 
     const TableSchema* m_table = nullptr;
+    const Column* m_filing = nullptr; // null where rows stand in no groups
     bool m_isOptional = false;
     bool m_isPictured = false;
     bool m_isInOrder = true;

@@ -46,6 +46,34 @@ TEST_F(Fields, ReturnCommitsOnceAndDoesNotCloseTheDialog) {
     EXPECT_TRUE(dialog.isVisible());
 }
 
+TEST_F(Fields, TypingIntoAComboSearchesAndEnterChooses) {
+    combo->clear();
+    for (int color = 0; color < 60; ++color)
+        combo->addItem(QString::number(color) + QStringLiteral(" colour"));
+    combo->addItem(QStringLiteral("Base plate"));
+    combo->addItem(QStringLiteral("Plate"));
+    std::vector<int> activated;
+    QObject::connect(combo, &QComboBox::activated, combo, [&](int entry) { activated.push_back(entry); });
+    const auto choose = [&](const char* text) {
+        combo->setFocus();
+        QTest::keyClick(combo, text[0]);
+        auto* search = combo->findChild<QLineEdit*>();
+        ASSERT_NE(search, nullptr);
+        QTest::keyClicks(search, text + 1);
+        EXPECT_EQ(search->text(), text);
+        QTest::keyClick(search, Qt::Key_Return);
+    };
+    choose("plate");
+    EXPECT_EQ(activated, std::vector{61}) << "once, and the one that is called so";
+    choose("5");
+    EXPECT_EQ(combo->currentText(), "5 colour");
+    QTest::keyClick(combo, 'b');
+    QTest::keyClick(combo->findChild<QLineEdit*>(), Qt::Key_Escape);
+    QTest::keyClick(combo->findChild<QLineEdit*>(), Qt::Key_Escape);
+    EXPECT_EQ(combo->currentText(), "5 colour");
+    EXPECT_EQ(activated.size(), 2u);
+}
+
 TEST_F(Fields, LeavingTheFieldCommits) {
     QTest::keyClicks(edit, "30");
     QTest::keyClick(edit, Qt::Key_Tab);

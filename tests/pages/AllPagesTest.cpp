@@ -289,7 +289,8 @@ TEST_F(AllPages, WhatIsStoredAlreadyIsNoChangeAndNobodyIsAsked) {
         if (auto* combo = qobject_cast<QComboBox*>(chosen); combo && combo->currentIndex() >= 0) {
             combo->setFocus();
             combo->showPopup();
-            QTest::keyClick(combo->view(), Qt::Key_Return);
+            QWidget* search = combo->findChild<QLineEdit*>();
+            QTest::keyClick(search && search->isVisible() ? search : combo->view(), Qt::Key_Return);
         } else if (qobject_cast<QLineEdit*>(chosen)) {
             type(field.control, QString::fromStdString(textOf(field.control)));
         } else {

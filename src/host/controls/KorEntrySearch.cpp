@@ -5,8 +5,23 @@
 
 #include <algorithm>
 
+namespace {
+
+// How well a name that has all words fits what was typed, 0 best: "5" means the fifth colour, not the
+// fiftieth.
+int distance(const QString& name, const QString& typed) {
+    if (!name.startsWith(typed, Qt::CaseInsensitive))
+        return 3;
+    if (name.size() == typed.size())
+        return 0;
+    return name[typed.size()].isLetterOrNumber() ? 2 : 1;
+}
+
+} // namespace
+
 void KorEntrySearch::look(const KorTreeModel& entries, const QString& typed) {
     constexpr int kMost = 32;
+    m_typed = typed.trimmed();
     m_words = typed.split(u' ', Qt::SkipEmptyParts).mid(0, kMost);
     m_all = (quint64{1} << m_words.size()) - 1;
     m_found.clear();
@@ -25,7 +40,7 @@ bool KorEntrySearch::lookAt(KorTreeEntry& entry, quint64 above) {
     bool isShown = entry.selectable && (own | above) == m_all;
     if (isShown) {
         m_found.push_back(&entry);
-        if (!m_best && own == m_all)
+        if (own == m_all && (!m_best || distance(name, m_typed) < distance(toQt(m_best->text), m_typed)))
             m_best = &entry;
     }
     for (const auto& child : entry.children)

@@ -21,7 +21,8 @@ public:
     bool isSet() const { return !m_words.isEmpty(); }
     /// In the order of the tree.
     const std::vector<KorTreeHandle>& found() const { return m_found; }
-    /// The first that has all words in its own name, else the first that was found; null when none was.
+    /// What is called or begins as was typed, else the first that has all words in its own name, else the
+    /// first that was found; null when none was.
     KorTreeHandle best() const { return m_best ? m_best : m_found.empty() ? nullptr : m_found.front(); }
     /// The one that was found next to `from`, above or below; null when there is none.
     KorTreeHandle nextTo(KorTreeHandle from, bool isBelow) const;
@@ -32,6 +33,7 @@ private:
     /// `above` tells which words the names above have. Returns whether there is something to be shown.
     bool lookAt(KorTreeEntry& entry, quint64 above);
 
+    QString m_typed;
     QStringList m_words;
     quint64 m_all = 0; // a bit for each word
     std::vector<KorTreeHandle> m_found;

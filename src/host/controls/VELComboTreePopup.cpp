@@ -55,6 +55,10 @@ VELComboTreePopup::~VELComboTreePopup() {
     m_tree->setFilter(nullptr); // the entries outlive it
 }
 
+void VELComboTreePopup::setIconSize(QSize size) {
+    m_tree->setIconSize(size);
+}
+
 void VELComboTreePopup::setThumbnails(KorRowThumbnails::SubjectOf subjectOf) {
     m_hasThumbnails = true;
     (new KorRowThumbnails(*m_tree, std::move(subjectOf)))->setWanted(true);

@@ -28,6 +28,9 @@ public:
     /// Shows the drop-down at its combo, on the chosen entry, or on what `search` finds.
     void open(KorTreeHandle chosen, const QString& search);
 
+    /// The room for the pictures of entries.
+    void setIconSize(QSize size);
+
     /// Shows thumbnails of entries from now on, and is larger then.
     void setThumbnails(KorRowThumbnails::SubjectOf subjectOf);
 

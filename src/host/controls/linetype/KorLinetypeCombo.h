@@ -44,6 +44,7 @@ Q_SIGNALS:
     void chosen(const KorString& name);
 
 protected:
+    bool canSearch() const override { return false; }
     void paintEvent(QPaintEvent* event) override;
 
 private:
