@@ -3,6 +3,7 @@
 #include "controls/KorControls.h"
 #include "controls/KorInfoCtrl.h"
 #include "controls/KorListCtrl.h"
+#include "controls/KorMnemonics.h"
 #include "controls/KorQt.h"
 #include "dialogs/UsageList.h"
 #include "services/Prompts.h"
@@ -12,6 +13,7 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QToolButton>
 
@@ -24,6 +26,9 @@ constexpr int kInfo = 1239;
 constexpr int kDontAsk = 1240;
 constexpr int kUnfold = 1241;
 constexpr int kUsers = 1242;
+constexpr int kWhole = 1243;
+constexpr int kOnlyHere = 1244;
+constexpr int kCopyForOne = 623; // "A copy for "%s" alone..."
 constexpr int kSharedPicture = 1082;
 
 // Dark blue on a light ground; where the ground is dark, as light a blue as is needed to read it.
@@ -34,11 +39,25 @@ QColor runNameColour(const QPalette& palette) {
 
 } // namespace
 
-KorDSMDialogConfirmation::KorDSMDialogConfirmation(eTableType table, const KorOdbcKey& key, QWidget* parent)
+KorDSMDialogConfirmation::KorDSMDialogConfirmation(eTableType table, const KorOdbcKey& key, QWidget* parent,
+                                                   const KorString& user)
     : KorDSMDialog(kTemplate, parent) {
     KorDSMSharedRecord record = KorDSMSharedRecord::of(table, key);
     OnInitDialog(record);
+    offerCopy(user);
     showUsers(std::move(record.users));
+}
+
+// Beside the choices: it is done at once, and nothing is changed for the others.
+void KorDSMDialogConfirmation::offerCopy(const KorString& user) {
+    auto* button = KorControls::find<QPushButton>(this, kOnlyHere);
+    button->setVisible(!user.isEmpty());
+    button->setText(KorMnemonics::literal(
+        toQt(KorString::format(Prompts::dsm(kCopyForOne), {KorDSMValueText::shortName(user)}))));
+    connect(button, &QPushButton::clicked, this, [this] {
+        m_action = kMakeCopy;
+        accept();
+    });
 }
 
 void KorDSMDialogConfirmation::showUsers(std::vector<KorDSMUsage> users) {
@@ -57,6 +76,8 @@ void KorDSMDialogConfirmation::OnInitDialog(const KorDSMSharedRecord& record) {
     setCaption(1236, 33906);
     setCaption(1211, 33907);
     setCaption(kRunName, KorDSMValueText::shortName(record.name));
+    setCaption(kWhole, record.whole);
+    KorControls::find(this, kWhole)->setVisible(!record.isNamed);
     setCaption(kModifyRadio, KorString::format(Prompts::ups(33912), {record.kind}));
     setCaption(1213, 33908);
     setCaption(1237, 33909);
@@ -83,8 +104,9 @@ void KorDSMDialogConfirmation::accept() {
     QDialog::accept();
 }
 
-int KorDSMDialogConfirmation::ask(eTableType table, const KorOdbcKey& key, QWidget* parent) {
-    KorDSMDialogConfirmation dialog(table, key, parent);
+int KorDSMDialogConfirmation::ask(eTableType table, const KorOdbcKey& key, QWidget* parent,
+                                  const KorString& user) {
+    KorDSMDialogConfirmation dialog(table, key, parent, user);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedAction() == kCancelModification)
         return KorDSMGuardedWrite::kDecline;
     return dialog.selectedAction() == kMakeCopy ? KorDSMGuardedWrite::kCopy : KorDSMGuardedWrite::kWrite;

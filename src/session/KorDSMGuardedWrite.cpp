@@ -10,6 +10,7 @@
 #include "operations/KorOdbcGUI.h"
 #include "operations/KorOdbcMan.h"
 #include "services/KorHostReport.h"
+#include "session/KorDSMCopyWish.h"
 
 #include <algorithm>
 #include <utility>
@@ -19,6 +20,10 @@ namespace {
 
 struct Askers {
     std::vector<std::pair<const void*, KorDSMGuardedWrite::AskFunction>> functions;
+};
+
+struct Wished {
+    std::optional<KorDSMCopyWish> wish;
 };
 
 auto& askers() {
@@ -64,6 +69,11 @@ WriteResult refusal(int answer) {
     return {answer == KorDSMGuardedWrite::kCopy ? WriteResult::kMakeCopy : WriteResult::kDeclined};
 }
 
+void keepWish(int answer, eTableType table, const KorOdbcKey& key, int field, const CellValue& value) {
+    if (answer == KorDSMGuardedWrite::kCopy)
+        EditorSession::currentPart<Wished>().wish = {{table, key.getKey()}, field, value};
+}
+
 // Rows that others use, or that are part of one.
 bool canChangeOthers(eTableType table) {
     return canBeUsed(table) || std::ranges::any_of(findTable(table)->columns, [](const Column& column) {
@@ -72,6 +82,10 @@ bool canChangeOthers(eTableType table) {
 }
 
 } // namespace
+
+std::optional<KorDSMCopyWish> KorDSMCopyWish::take() {
+    return std::exchange(EditorSession::currentPart<Wished>().wish, std::nullopt);
+}
 
 bool KorDSMGuardedWrite::announce(const WriteResult& result) {
     if (result.isStored())
@@ -94,6 +108,7 @@ KorDSMGuardedWrite::Answered KorDSMGuardedWrite::write(const Result<>& judgedBy,
         return {unknown};
     }
     const std::optional<RowRef> shared = findShared();
+    KorDSMCopyWish::take();
     if (const int answer = shared ? ask(*shared) : kWrite; answer != kWrite)
         return {refusal(answer), answer};
     const WriteResult result = writeNow();
@@ -113,8 +128,10 @@ KorDSMGuardedWrite::Answered KorDSMGuardedWrite::writeRow(eTableType table, cons
 
 KorDSMGuardedWrite::Answered KorDSMGuardedWrite::writeRow(eTableType table, const KorOdbcKey& key, int field,
                                                           const CellValue& value) {
-    return writeRow(table, key, field,
-                    [&] { return StyleDatabases::current().setCell(table, key, field, value); });
+    Answered answered = writeRow(table, key, field,
+                                 [&] { return StyleDatabases::current().setCell(table, key, field, value); });
+    keepWish(answered.answer, table, key, field, value);
+    return answered;
 }
 
 int KorDSMGuardedWrite::setAttributeString(eTableType table, const KorOdbcKey& key, int field,
@@ -150,9 +167,10 @@ WriteResult KorDSMGuardedWrite::setAttributeValue(eTableType table, const KorOdb
                    ? sharedWhole(databases, {table, key})
                    : std::nullopt;
     };
-    return write(canChangeOthers(table) ? judgedBy(table, key, field) : Result<>(), shared,
-                 [&] { return databases.setCell(table, key, field, value); })
-        .result;
+    Answered answered = write(canChangeOthers(table) ? judgedBy(table, key, field) : Result<>(), shared,
+                              [&] { return databases.setCell(table, key, field, value); });
+    keepWish(answered.answer, table, key, field, value);
+    return std::move(answered.result);
 }
 
 WriteResult KorDSMGuardedWrite::appendCurrentRecord(eTableType table) {

@@ -33,6 +33,39 @@ std::int32_t keyIn(SourceId source, const Use& use) {
     return record ? use.column->integerIn(record) : 0;
 }
 
+// What `row`, the record `from` or one of its parts, is in its copy `to`; nothing where it is neither.
+RowRef twinIn(StyleSource& source, RowRef from, RowRef to, RowRef row) {
+    if (row == from)
+        return to;
+    const std::vector<Referrer> parts = partsOf(source, from);
+    const std::vector<Referrer> copies = partsOf(source, to);
+    for (std::size_t i = 0; i < std::min(parts.size(), copies.size()); ++i)
+        if (RowRef{parts[i].table->type, parts[i].key} == row)
+            return {copies[i].table->type, copies[i].key};
+    return {};
+}
+
+WriteResult writeWish(SourceId source, RowRef from, RowRef to, const KorDSMCopyWish& wish) {
+    StyleDatabases& databases = StyleDatabases::current();
+    const RowRef row = twinIn(*databases.source(source), from, to, wish.row);
+    return row.key == 0 ? WriteResult()
+                        : databases.setCell(row.table, KorOdbcKey(row.key), wish.field, wish.value);
+}
+
+// The cell of the record or of one of its parts that uses the target.
+std::optional<Use> useIn(const KorDSMDatabaseItem& item, RowRef target) {
+    StyleSource* source = StyleDatabases::current().source(KorDSMItemSource::sourceOf(&item));
+    if (!source || !item.record() || KorDSMDefines::isGroupType(item.type()))
+        return std::nullopt;
+    const RowRef whole{item.tableType(), item.recordKey()};
+    if (const Column* column = columnTo(*source, whole, target))
+        return Use{whole, column, item.record()->name};
+    for (const Referrer& part : partsOf(*source, whole))
+        if (const Column* column = columnTo(*source, {part.table->type, part.key}, target))
+            return Use{{part.table->type, part.key}, column, item.record()->name};
+    return std::nullopt;
+}
+
 // Makes the record by `make` and lets the cell refer to it; both or nothing.
 template <typename Make>
 KorDSMRecordCommands::Outcome makeAndUse(SourceId source, const Use& use, Make make) {
@@ -58,19 +91,20 @@ KorDSMRecordCommands::Outcome makeAndUse(SourceId source, const Use& use, Make m
 } // namespace
 
 std::optional<Use> userOf(const KorDSMDatabaseItem& item) {
-    const KorDSMDatabaseItem* parent = item.parent();
-    StyleSource* source = StyleDatabases::current().source(KorDSMItemSource::sourceOf(&item));
-    if (!source || !item.record() || !parent || !parent->record() ||
-        KorDSMDefines::isGroupType(parent->type()))
-        return std::nullopt;
-    const RowRef target{item.tableType(), item.recordKey()};
-    const RowRef whole{parent->tableType(), parent->recordKey()};
-    if (const Column* column = columnTo(*source, whole, target))
-        return Use{whole, column, parent->record()->name};
-    for (const Referrer& part : partsOf(*source, whole))
-        if (const Column* column = columnTo(*source, {part.table->type, part.key}, target))
-            return Use{{part.table->type, part.key}, column, parent->record()->name};
-    return std::nullopt;
+    return item.parent() && item.record() ? useIn(*item.parent(), {item.tableType(), item.recordKey()})
+                                          : std::nullopt;
+}
+
+std::optional<Use> userOf(const KorDSMDatabaseItem& item, RowRef target) {
+    const std::optional<Use> own = useIn(item, target);
+    return own || !item.parent() ? own : useIn(*item.parent(), target);
+}
+
+KorString targetName(SourceId source, const Use& use) {
+    StyleSource* open = StyleDatabases::current().source(source);
+    const StructRecord* target =
+        open ? open->table(use.column->target).find(KorOdbcKey(keyIn(source, use))) : nullptr;
+    return target ? target->name : KorString();
 }
 
 KorDSMRecordCommands::Outcome copyForUser(const KorDSMDatabaseItem& item, const KorString& name) {
@@ -84,10 +118,15 @@ KorDSMRecordCommands::Outcome makeFor(SourceId source, const Use& use, const Kor
                       [&] { return KorDSMRecordCommands::create(source, use.column->target, name, group); });
 }
 
-KorDSMRecordCommands::Outcome copyFor(SourceId source, const Use& use, const KorString& name) {
+KorDSMRecordCommands::Outcome copyFor(SourceId source, const Use& use, const KorString& name,
+                                      const std::optional<KorDSMCopyWish>& wish) {
     return makeAndUse(source, use, [&] {
-        return KorDSMRecordCommands::copy(source, {use.column->target, keyIn(source, use)}, name,
-                                          KorDSMRecordCommands::eDepth::kRecord);
+        const RowRef original{use.column->target, keyIn(source, use)};
+        KorDSMRecordCommands::Outcome copy =
+            KorDSMRecordCommands::copy(source, original, name, KorDSMRecordCommands::eDepth::kRecord);
+        if (copy.isStored() && wish)
+            static_cast<WriteResult&>(copy) = writeWish(source, original, copy.row, *wish);
+        return copy;
     });
 }
 

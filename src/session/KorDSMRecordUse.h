@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/items/KorDSMDatabaseItem.h"
+#include "session/KorDSMCopyWish.h"
 #include "session/KorDSMRecordCommands.h"
 
 #include <optional>
@@ -18,6 +19,13 @@ struct Use {
 /// Nothing for an item that is filed, or hangs below something else than a record that uses its own.
 std::optional<Use> userOf(const KorDSMDatabaseItem& item);
 
+/// The same for what an item or what hangs below it edits in place: with which cell the record of the item,
+/// or the one that it hangs below, uses the target.
+std::optional<Use> userOf(const KorDSMDatabaseItem& item, RowRef target);
+
+/// The name of the record that the cell refers to; empty where it refers to none.
+KorString targetName(SourceId source, const Use& use);
+
 /// Copies the item's record under a new name and lets its user, and nobody else, use the copy: one step of
 /// undo, after the question where the user itself is shared.
 KorDSMRecordCommands::Outcome copyForUser(const KorDSMDatabaseItem& item, const KorString& name);
@@ -26,6 +34,8 @@ KorDSMRecordCommands::Outcome copyForUser(const KorDSMDatabaseItem& item, const 
 /// refer to it, as one step.
 KorDSMRecordCommands::Outcome makeFor(SourceId source, const Use& use, const KorString& name,
                                       std::int32_t group);
-KorDSMRecordCommands::Outcome copyFor(SourceId source, const Use& use, const KorString& name);
+/// With a wish, which is meant for the original or one of its parts, it is written to the copy too.
+KorDSMRecordCommands::Outcome copyFor(SourceId source, const Use& use, const KorString& name,
+                                      const std::optional<KorDSMCopyWish>& wish = {});
 
 } // namespace KorDSMRecordUse

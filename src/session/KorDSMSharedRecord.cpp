@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int kWarningOption = 2; // index in the options menu
+constexpr int kWhole = 1361;      // "%s "%s""
 
 } // namespace
 
@@ -20,6 +21,10 @@ KorDSMSharedRecord KorDSMSharedRecord::of(eTableType table, const KorOdbcKey& ke
         record.users = KorDSMWhereUsed::usagesUpToSharing(CurrentRows::source(), {table, key});
     const bool initialized = KorAssert::check(table != kNoTable && key.isValid(),
                                               "0 && _T(\"The messages were not initialized\")");
+    if (const StructRecord* row = initialized ? CurrentRows::find(table, key) : nullptr)
+        record.whole =
+            KorString::format(Prompts::dsm(kWhole), {KorDSMValueText::tableCaption(*findTable(table)),
+                                                     KorDSMValueText::shortName(row->name)});
     const KorDSMFamily* family = initialized ? KorDSMFamilies::of(table) : nullptr;
     const bool isNamedByTable =
         initialized && (!family || family->confirmationPrompt == KorDSMFamily::kTableName);
@@ -31,6 +36,7 @@ KorDSMSharedRecord KorDSMSharedRecord::of(eTableType table, const KorOdbcKey& ke
                                  : Prompts::ups(family->confirmationPrompt);
     if (const StructRecord* row = CurrentRows::find(table, key))
         record.name = row->getRunBezeichnung();
+    record.isNamed = table != kTableQualifierSet; // which goes by the words of another page
     return record;
 }
 

@@ -9,6 +9,7 @@
 #include <functional>
 
 class KorButtonGroup;
+class QMenu;
 
 /// The strip of the item commands: their buttons, keys and menu entries, as the rows of the commands say.
 class CommandStrip : public QObject {
@@ -23,7 +24,10 @@ public:
     /// Whether each command that is offered does something.
     bool isComplete() const;
 
-    void enable(const CommandStates& states);
+    /// `whyReadOnly` is told where a command that changes something is off because of that; it can be empty.
+    void enable(const CommandStates& states, const KorString& whyReadOnly);
+    /// Takes the command's entry out of a menu that has something better for what is selected.
+    static void leaveOut(QMenu& menu, eItemCommand command);
     /// Leaves the command out of menus, where another entry stands for it.
     void leaveOutOfMenus(eItemCommand command) { action(command).setVisible(false); }
     /// Presses the command's button, if it is enabled.
@@ -41,4 +45,5 @@ private:
     KorButtonGroup& m_buttons;
     std::array<QAction*, kNumberOfItemCommands> m_actions{};
     std::array<std::function<void()>, kNumberOfItemCommands> m_acts;
+    std::array<QString, kNumberOfItemCommands> m_tips; // of the buttons
 };

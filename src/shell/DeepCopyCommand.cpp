@@ -79,6 +79,8 @@ void DeepCopyCommand::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
         return;
     menu.addSeparator();
     if (isReadOnly(item)) {
+        CommandStrip::leaveOut(menu, eItemCommand::kCopy); // which has this key elsewhere
+        CommandStrip::leaveOut(menu, eItemCommand::kRename);
         menu.addAction(m_copyOut);
         return;
     }

@@ -32,6 +32,7 @@ DimensionSettingsCommand::DimensionSettingsCommand(QWidget& window, TreeSelectio
 void DimensionSettingsCommand::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
     if (KorDSMItemCommands::whyNotWritable(item).isEmpty())
         return;
+    CommandStrip::leaveOut(menu, eItemCommand::kDimensionSettings);
     CommandHelp::set(
         menu.addAction(toQt(Prompts::dsm(kLookAt)), this, [this, &item] { open(sourceOf(&item)); }), kLookAt);
 }

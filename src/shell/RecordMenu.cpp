@@ -8,6 +8,7 @@
 #include "model/KorDSMFamilies.h"
 #include "model/KorDSMMessages.h"
 #include "services/Prompts.h"
+#include "session/KorDSMCopyWish.h"
 #include "session/KorDSMDeepCopy.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMItemSource.h"
@@ -19,12 +20,14 @@
 #include "shell/CommandHelp.h"
 #include "shell/CommandStrip.h"
 #include "shell/Refusal.h"
+#include "shell/SharedConsent.h"
 #include "shell/UsageViews.h"
 #include "shell/WhenFree.h"
 #include "shell/WindowRefresh.h"
 
 #include <QAction>
 #include <QMenu>
+#include <QTimer>
 
 using KorDSMDefines::eItemType;
 
@@ -40,13 +43,6 @@ constexpr int kDelete = 624;
 // The row of the strip's command: where it is enabled the menu has it already.
 bool isInStrip(eItemCommand command, KorDSMDatabaseItem& item) {
     return commandStates(selectionFactsOf(item, false))[command];
-}
-
-// The menu has something better for the item than the strip's command, which is off.
-void leaveOut(QMenu& menu, eItemCommand command) {
-    for (QAction* action : menu.actions())
-        if (!action->isEnabled() && action->data() == static_cast<int>(command))
-            menu.removeAction(action);
 }
 
 // Where groups or categories stand, or definitions without one.
@@ -85,7 +81,22 @@ RecordMenu::RecordMenu(QWidget& window, KorDSMDataStructure& structure, TreeSele
     connect(m_rename, &QAction::triggered, this, waiting(this, &RecordMenu::rename));
     connect(&m_selection, &TreeSelection::changed, this, &RecordMenu::follow);
     connect(&m_selection, &TreeSelection::subjectsChanged, this, &RecordMenu::follow);
+    SharedConsent::offerCopy(
+        m_window,
+        {[this](RowRef shared) {
+             const KorDSMDatabaseItem* item = m_selection.subject();
+             const auto use = item ? KorDSMRecordUse::userOf(*item, shared) : std::nullopt;
+             return use && KorDSMRecordCommands::isMade(use->column->target) ? use->name : KorString();
+         },
+         [this](RowRef shared) { // what was to be written is still on its way back
+             QTimer::singleShot(0, this,
+                                [this, shared] { whenFree(this, [this, shared] { copyInstead(shared); }); });
+         }});
     follow();
+}
+
+RecordMenu::~RecordMenu() {
+    SharedConsent::offerCopy(m_window, {});
 }
 
 // In the strip's place where that cannot rename: a window has one use of a key at a time, and the pages of
@@ -113,7 +124,7 @@ void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
         const bool isCategory = KorDSMFamilies::of(KorDSMFamilies::of(filed)->group)->isCategory;
         const QString text = toQt(Prompts::dsm(isCategory ? kNewCategory : kNewGroup));
         if (m_newGroup->isEnabled()) {
-            leaveOut(menu, eItemCommand::kNew);
+            CommandStrip::leaveOut(menu, eItemCommand::kNew);
             m_newGroup->setText(text);
             menu.addAction(m_newGroup);
         } else {
@@ -122,7 +133,7 @@ void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
     }
     addMakers(menu, item);
     if (m_rename->isEnabled()) {
-        leaveOut(menu, eItemCommand::kRename);
+        CommandStrip::leaveOut(menu, eItemCommand::kRename);
         menu.addAction(m_rename);
     }
     if (const auto user = KorDSMRecordUse::userOf(item))
@@ -132,7 +143,7 @@ void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
                            this, [this, &item] { copyForUser(item); }),
             kOnlyHere);
     if (isMadeByUsers(item) && !isInStrip(eItemCommand::kDelete, item) && !(family && family->isGroup())) {
-        leaveOut(menu, eItemCommand::kDelete);
+        CommandStrip::leaveOut(menu, eItemCommand::kDelete);
         CommandHelp::set(menu.addAction(toQt(Prompts::dsm(kDelete)), this, [this, &item] { remove(item); }),
                          kDelete);
     }
@@ -230,6 +241,32 @@ void RecordMenu::copyForUser(KorDSMDatabaseItem& item) {
         return refuse(&m_window, KorString(outcome.error));
     m_refresh.follow(KorDSMUndo::changesSince(before));
     // The copy stands where the original stood.
+    DsmGoToRecord message;
+    message.source = source;
+    message.row = outcome.row;
+    KorDSMMainWindow::sendMessage(message);
+}
+
+// The change that was to be made in the shared record is made in the copy.
+void RecordMenu::copyInstead(RowRef shared) {
+    const std::optional<KorDSMCopyWish> wish = KorDSMCopyWish::take();
+    KorDSMDatabaseItem* item = m_selection.subject();
+    const auto use = item ? KorDSMRecordUse::userOf(*item, shared) : std::nullopt;
+    if (!use)
+        return;
+    const SourceId source = KorDSMItemSource::sourceOf(item);
+    const bool isShown = RowRef{item->tableType(), item->recordKey()} == shared;
+    const KorString name = askName(KorDSMRecordCommands::itemTypeOf(shared.table),
+                                   KorDSMRecordUse::targetName(source, *use), true);
+    if (name.isEmpty())
+        return;
+    const std::size_t before = KorDSMUndo::stepCount();
+    const auto outcome = KorDSMRecordUse::copyFor(source, *use, name, wish);
+    if (!outcome.isStored())
+        return refuse(&m_window, KorString(outcome.error));
+    m_refresh.follow(KorDSMUndo::changesSince(before));
+    if (!isShown)
+        return;
     DsmGoToRecord message;
     message.source = source;
     message.row = outcome.row;

@@ -23,6 +23,7 @@ public:
     /// All must outlive the object; `window` is the one that asks and has the key of renaming.
     RecordMenu(QWidget& window, KorDSMDataStructure& structure, TreeSelection& selection,
                WindowRefresh& refresh, UsageViews& usages);
+    ~RecordMenu() override;
 
     /// Adds what can be done with the item, where its source may be changed.
     void addTo(QMenu& menu, KorDSMDatabaseItem& item);
@@ -35,6 +36,7 @@ private:
     void makeGroupHere();
     void rename();
     void copyForUser(KorDSMDatabaseItem& item);
+    void copyInstead(RowRef shared);
     void remove(KorDSMDatabaseItem& item);
     KorString askName(int itemType, const KorString& initial, bool proposes);
 

@@ -41,7 +41,8 @@ void SelectionStatus::show() {
 
 void SelectionStatus::updateCommands() {
     const CommandStates states = commandStates(m_selection.facts());
-    m_commands.enable(states);
+    const KorDSMDatabaseItem* item = m_selection.subject();
+    m_commands.enable(states, item ? KorDSMItemCommands::whyOnlyReadable(*item) : KorString());
     m_use.setEnabled(states[eItemCommand::kUse]);
     m_navigation.updateStates();
 }

@@ -5,6 +5,7 @@
 #include "session/KorDSMGuardedWrite.h"
 
 #include <algorithm>
+#include <map>
 #include <vector>
 
 namespace {
@@ -14,13 +15,34 @@ struct Visit {
     std::vector<RowRef> agreed;
 };
 
+struct Offers {
+    std::map<const QWidget*, SharedConsent::CopyOffer> byWindow;
+};
+
+SharedConsent::CopyOffer offerOf(const QWidget& window) {
+    const auto& offers = EditorSession::currentPart<Offers>().byWindow;
+    const auto offer = offers.find(&window);
+    return offer == offers.end() ? SharedConsent::CopyOffer() : offer->second;
+}
+
 } // namespace
+
+void SharedConsent::offerCopy(QWidget& window, CopyOffer offer) {
+    if (offer.user)
+        EditorSession::currentPart<Offers>().byWindow[&window] = std::move(offer);
+    else
+        EditorSession::currentPart<Offers>().byWindow.erase(&window);
+}
 
 int SharedConsent::ask(RowRef shared, QWidget& window) {
     std::vector<RowRef>& agreed = EditorSession::currentPart<Visit>().agreed;
     if (std::ranges::find(agreed, shared) != agreed.end())
         return KorDSMGuardedWrite::kWrite;
-    const int answer = KorDSMDialogConfirmation::ask(shared.table, KorOdbcKey(shared.key), &window);
+    const CopyOffer offer = offerOf(window);
+    const int answer = KorDSMDialogConfirmation::ask(shared.table, KorOdbcKey(shared.key), &window,
+                                                     offer.user ? offer.user(shared) : KorString());
+    if (answer == KorDSMGuardedWrite::kCopy && offer.make)
+        offer.make(shared);
     if (answer == KorDSMGuardedWrite::kWrite)
         EditorSession::currentPart<Visit>().agreed.push_back(shared);
     return answer;

@@ -49,6 +49,8 @@ protected:
     static constexpr int kMakeCopy = 1213;
     static constexpr int kLeave = 1214;
     static constexpr int kDontAsk = 1240;
+    static constexpr int kWhole = 1243;
+    static constexpr int kOnlyHere = 1244;
 
     KorDSMDataStructure& structure = KorDSMDialogFactory::getDSMDataStructure();
     std::int32_t set = 0;
@@ -86,6 +88,23 @@ TEST_F(Confirmation, NamesTheRecordAndItsKind) {
     EXPECT_TRUE(KorControls::find<QLabel>(&other, 1235)->text().contains("item"));
     EXPECT_EQ(KorControls::find<QLabel>(&other, 1238)->text(), "");
     EXPECT_TRUE(KorControls::find<QAbstractButton>(&other, kMakeCopy)->isHidden());
+    // Which one that is stands below.
+    const auto name = databases.here()->table(kTableAppearance).find(KorOdbcKey(1))->name.toStdString();
+    EXPECT_EQ(KorControls::find<QLabel>(&other, kWhole)->text().toStdString(), "Appearance \"" + name + "\"");
+    EXPECT_EQ(KorControls::find<QLabel>(&dialog, kWhole)->text(), "Qualifier set \"HB rails\"");
+}
+
+TEST_F(Confirmation, OffersACopyForOneUserFirst) {
+    QTimer::singleShot(0, [] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        ASSERT_NE(dialog, nullptr);
+        auto* copy = KorControls::find<QAbstractButton>(dialog, kOnlyHere);
+        EXPECT_EQ(KorMnemonics::plain(copy->text()), QStringLiteral("A copy for \"HB site\" alone…"));
+        copy->click();
+    });
+    EXPECT_EQ(KorDSMDialogConfirmation::ask(kTableQualifierSet, KorOdbcKey(set), nullptr, "HB site"), 2);
+    const KorDSMDialogConfirmation nobody(kTableQualifierSet, KorOdbcKey(set), nullptr);
+    EXPECT_TRUE(KorControls::find(&nobody, kOnlyHere)->isHidden());
 }
 
 TEST_F(Confirmation, ShowsWhomTheChangeReachesUpToThoseWhoShareIt) {

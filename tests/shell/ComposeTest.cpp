@@ -1,6 +1,7 @@
 #include "shell/EditorFixture.h"
 
 #include "controls/KorMFCGridCtrl.h"
+#include "dialogs/KorDSMDialogConfirmation.h"
 #include "dialogs/KorDSMDialogDeepCopy.h"
 #include "dialogs/KorDSMDialogDimensionSettings.h"
 #include "dialogs/KorDSMDialogInUse.h"
@@ -195,6 +196,44 @@ TEST_F(Compose, GroupsAreMadeAndRenamedAndWhatOthersUseIsRenamedCopiedAndKept) {
     whenShown<KorDSMDialogInUse>([](KorDSMDialogInUse& dialog) { dialog.reject(); });
     choose("Delete");
     EXPECT_NE(row<StructDetObjReprMap>("HB workshop map"), nullptr) << "it is in use";
+}
+
+TEST_F(Compose, ASharedRecordIsCopiedForOneUserWhenItIsChanged) {
+    KorDSMDialogFactory::getDSMDataStructure().setShowWarning(true);
+    select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front", "HB workshop"});
+    whenShown<KorDSMDialogConfirmation>([this](KorDSMDialogConfirmation& dialog) {
+        whenShown<KorDSMDialogNewItem>([](KorDSMDialogNewItem& asked) { typeName(&asked, "HB front map"); });
+        click(KorControls::find(&dialog, 1244));
+    });
+    constexpr int kHidesRest = 5891;
+    ASSERT_EQ(row<StructDetObjReprMap>("HB workshop")->hideUnmatched, 0);
+    click(pageControl<QRadioButton>(kHidesRest));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return row<StructDetObjReprMap>("HB front map") != nullptr; }));
+    const auto* copy = row<StructDetObjReprMap>("HB front map");
+    ASSERT_NE(copy, nullptr);
+    EXPECT_EQ(selected(), "HB front map");
+    EXPECT_EQ(copy->hideUnmatched, 1) << "what was to be changed is changed there";
+    EXPECT_EQ(row<StructDetObjReprMap>("HB workshop")->hideUnmatched, 0);
+    EXPECT_EQ(row<StructDetViewRequest>("HB front")->reprMapKey, copy->key);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(isPending()) << "one step";
+}
+
+TEST_F(Compose, WhatCannotBeChangedSaysSoAndOffersEachCommandOnce) {
+    select({"Standard", "General", "Assemblies", "Assembly, general"});
+    EXPECT_TRUE(control<KorButtonGroup>(1011)->button(kCopy)->toolTip().contains("can be read, not changed"));
+    QStringList entries;
+    QTimer::singleShot(0, qApp, [&entries] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        for (const QAction* action : menu->actions())
+            if (action->isVisible())
+                entries << action->text() + action->shortcut().toString();
+        menu->close();
+    });
+    Q_EMIT tree().contextMenuRequested(tree().selectedItem(), m_dialog->pos());
+    EXPECT_EQ(entries.filter("Ctrl+D").size(), 1) << entries.join(u'\n').toStdString();
+    EXPECT_EQ(entries.filter("imension settings").size(), 1) << entries.join(u'\n').toStdString();
 }
 
 TEST_F(Compose, WhatAViewInAListUsesIsOpenedBelowThatView) {
