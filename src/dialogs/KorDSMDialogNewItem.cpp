@@ -7,6 +7,7 @@
 #include "session/KorDSMItemWords.h"
 
 #include <QAbstractButton>
+#include <QBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -43,6 +44,12 @@ void KorDSMDialogNewItem::OnInitDialog(int itemType, const KorString& initialNam
     m_check->setTaken(std::move(naming->isTaken));
     if (proposeName)
         m_check->check();
+}
+
+void KorDSMDialogNewItem::introduce(const KorString& sentence) {
+    auto* introduction = new QLabel(toQt(sentence));
+    introduction->setWordWrap(true);
+    static_cast<QBoxLayout*>(layout())->insertWidget(0, introduction);
 }
 
 KorString KorDSMDialogNewItem::name() const {

@@ -16,6 +16,9 @@ public:
     /// called when that is empty), where the kind has one; otherwise with `initialName` as it is.
     KorDSMDialogNewItem(int itemType, const KorString& initialName, bool proposeName, QWidget* parent);
 
+    /// Says above the field why it is asked for.
+    void introduce(const KorString& sentence);
+
     /// The name in the field, without blanks at its ends. It can be empty: the caller then does nothing.
     KorString name() const;
 

@@ -25,8 +25,8 @@ constexpr int kMore = 490; // "More records may use it: %s"
 } // namespace
 
 KorDSMDialogWhereUsed::KorDSMDialogWhereUsed(const KorString& name, SourceId source, RowRef row,
-                                             QWidget* parent)
-    : KorDSMDialog(kTemplate, parent), m_source(source), m_row(row),
+                                             QWidget* parent, eUsers users)
+    : KorDSMDialog(kTemplate, parent), m_source(source), m_row(row), m_wanted(users),
       m_users(new UsageList(KorControls::find<KorListCtrl>(this, kList), {}, this)) {
     setWindowTitle(toQt(KorString::format(Prompts::dsm(kTitle), {KorDSMValueText::shortName(name)})));
     setCaption(2, kClose, "DSM");
@@ -36,7 +36,9 @@ KorDSMDialogWhereUsed::KorDSMDialogWhereUsed(const KorString& name, SourceId sou
 }
 
 void KorDSMDialogWhereUsed::look() {
-    m_users->setUsages(KorDSMWhereUsed::usagesOf(m_source, m_row));
+    m_users->setUsages(m_wanted == eUsers::kOfRecordAlone ? KorDSMWhereUsed::usagesHere(m_source, m_row)
+                                                          : KorDSMWhereUsed::usagesOf(m_source, m_row),
+                       m_source);
     auto* label = KorControls::find<QLabel>(this, kNothingLabel);
     const KorString& reason = m_users->whyIncomplete();
     label->setText(

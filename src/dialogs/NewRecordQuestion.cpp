@@ -19,7 +19,7 @@ KorString askName(int itemType, bool proposes, QWidget* parent) {
 bool makeFirstGroup(eTableType groups, SourceId source, QWidget* parent) {
     constexpr int kFirst = 833;
     KorDSMDialogNewItem dialog(KorDSMRecordCommands::itemTypeOf(groups), {}, false, parent);
-    dialog.setWindowTitle(toQt(Prompts::dsm(kFirst)));
+    dialog.introduce(Prompts::dsm(kFirst));
     const KorString name = dialog.exec() == QDialog::Accepted ? dialog.name() : KorString();
     if (name.isEmpty())
         return false;

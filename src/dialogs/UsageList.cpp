@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QToolButton>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -18,6 +19,14 @@ constexpr int kName = 310;
 constexpr int kAs = 253;
 constexpr int kUsedBy = 254;        // "Used by (%s)"
 constexpr int kUsedByAtLeast = 491; // "Used by (at least %s)"
+
+// Nobody shall take users of another record for users of this one.
+KorString databaseOf(const KorDSMUsage& usage, const std::optional<SourceId>& ofRecord) {
+    constexpr int kOfNamesake = 1366; // "%s (its own record of this name)"
+    return ofRecord && usage.source != *ofRecord
+               ? KorString::format(Prompts::dsm(kOfNamesake), {usage.database})
+               : usage.database;
+}
 
 } // namespace
 
@@ -33,7 +42,9 @@ UsageList::UsageList(KorListCtrl* list, std::vector<KorDSMUsage> usages, QObject
     connect(list, &KorListCtrl::itemActivated, this, &UsageList::choose);
 }
 
-void UsageList::setUsages(std::vector<KorDSMUsage> usages) {
+void UsageList::setUsages(std::vector<KorDSMUsage> usages, std::optional<SourceId> ofRecord) {
+    std::ranges::stable_partition(
+        usages, [&](const KorDSMUsage& usage) { return !ofRecord || usage.source == *ofRecord; });
     const KorString before = std::exchange(m_whyIncomplete, KorDSMWhereUsed::whyIncomplete());
     if (!usages.empty() && usages == m_usages && before == m_whyIncomplete)
         return;
@@ -41,7 +52,7 @@ void UsageList::setUsages(std::vector<KorDSMUsage> usages) {
     std::vector<KorListRow> rows;
     rows.reserve(m_usages.size());
     for (const KorDSMUsage& usage : m_usages)
-        rows.push_back({{usage.name, usage.kind, usage.as, usage.database}, -1, &usage});
+        rows.push_back({{usage.name, usage.kind, usage.as, databaseOf(usage, ofRecord)}, -1, &usage});
     m_list->setItems(std::move(rows));
     m_list->setAccessibleName(toQt(caption()));
 }

@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 class KorListCtrl;
 class QToolButton;
 
@@ -15,8 +17,10 @@ public:
     /// The list belongs to the dialog, which also owns this.
     UsageList(KorListCtrl* list, std::vector<KorDSMUsage> usages, QObject* parent);
 
-    /// Shows others; where they are the same, the list stays as the user sorted it.
-    void setUsages(std::vector<KorDSMUsage> usages);
+    /// Shows others; where they are the same, the list stays as the user sorted it. With the source of the
+    /// record that is used, those come first that are of that source, and the others are told to use a record
+    /// of their own that has the name.
+    void setUsages(std::vector<KorDSMUsage> usages, std::optional<SourceId> ofRecord = {});
     /// Lets a button show and hide the list; it says how many there are. Hidden at first, and the button too
     /// when there are none.
     void foldBehind(QToolButton* button);

@@ -229,8 +229,8 @@ void PageHead::rename(RowRef row, const KorString& name) {
 }
 
 void PageHead::listUsers() {
-    auto* dialog =
-        new KorDSMDialogWhereUsed(fromQt(m_name->text()), CurrentRows::source(), m_shown, window());
+    auto* dialog = new KorDSMDialogWhereUsed(fromQt(m_name->text()), CurrentRows::source(), m_shown, window(),
+                                             KorDSMDialogWhereUsed::eUsers::kOfRecordAlone);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &KorDSMDialogWhereUsed::usageChosen, this, [](const KorDSMUsage& usage) {
         KorDSMWhereUsed::whenSettled([usage] {

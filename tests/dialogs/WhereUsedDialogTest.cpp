@@ -43,6 +43,22 @@ TEST_F(WhereUsedDialog, GoesToWhatIsClickedOrEntered) {
     EXPECT_TRUE(dialog.isVisible()) << "it stays open";
 }
 
+TEST_F(WhereUsedDialog, UsersOfANamesakeAreToldAsSuch) {
+    TempFolder other;
+    ASSERT_EQ(buildSampleData(SOURCE_DIR "/resources", other.path().string()).error, "");
+    ASSERT_EQ(databases.openFile(SourceId::addIn(0), (other.path() / "user.dsdb").string(), true).error, "");
+    using Dialog = KorDSMDialogWhereUsed;
+    const auto own = static_cast<int>(usages.size());
+    const RowRef row{kTableQualifierSet, rails};
+    Dialog alone("HB rails", SourceId::user(), row, nullptr, Dialog::eUsers::kOfRecordAlone);
+    EXPECT_EQ(KorControls::find<KorListCtrl>(&alone, 2351)->getItemCount(), own);
+    Dialog all("HB rails", SourceId::user(), row, nullptr);
+    auto* list = KorControls::find<KorListCtrl>(&all, 2351);
+    ASSERT_EQ(list->getItemCount(), own * 2);
+    EXPECT_EQ(list->getItemText(own - 1, 3), "User");
+    EXPECT_NE(list->getItemText(own, 3).view().find("its own record of this name"), std::string_view::npos);
+}
+
 TEST_F(WhereUsedDialog, LooksAgainWhenTheUserComesBack) {
     KorDSMDialogWhereUsed dialog("HB rails", SourceId::user(), {kTableQualifierSet, rails}, nullptr);
     showActive(dialog);
