@@ -12,6 +12,7 @@
 #include "operations/KorDetStructureUtilities.h"
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
+#include "pages/RecordButtons.h"
 #include "pages/SelectionFills.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
@@ -20,6 +21,7 @@
 #include "session/PendingGroup.h"
 
 #include <QAbstractButton>
+#include <QBoxLayout>
 #include <QComboBox>
 #include <QLabel>
 
@@ -115,10 +117,30 @@ bool KorDSMPageViewDefinition::OnInitDialog() {
     connect(KorControls::find<QAbstractButton>(this, kRename), &QAbstractButton::clicked, this,
             &KorDSMPageViewDefinition::onRename);
     m_fields.connectControls();
-    for (const Section& section : kSections)
+    for (const Section& section : kSections) {
         KorControls::setName(KorControls::find(this, section.combo), toQt(Prompts::ups(section.framePrompt)));
+        addMaker(section.combo, section.column);
+    }
     connect(&m_fields, &PageFields::written, this, &KorDSMPageViewDefinition::replaceDependents);
     return true;
+}
+
+// The line of the combo ends with the way to the chosen record.
+void KorDSMPageViewDefinition::addMaker(int combo, int column) {
+    auto* maker = new RecordButtons(
+        *this,
+        [this, column] {
+            const auto* view = item();
+            return KorDSMRecordUse::Use{{kTableViewRequest, view ? view->recordKey() : 0},
+                                        findTable(kTableViewRequest)->column(column),
+                                        {}};
+        },
+        RecordButtons::eGoes::kByPage);
+    QWidget* field = KorControls::find(this, combo);
+    for (auto* line : field->parentWidget()->findChildren<QHBoxLayout*>())
+        if (const int place = line->indexOf(field); place >= 0)
+            line->insertWidget(place + 1, maker);
+    m_makers.push_back(maker);
 }
 
 bool KorDSMPageViewDefinition::fillLists() {
@@ -147,6 +169,8 @@ void KorDSMPageViewDefinition::enableControls() {
 
 // Going to a definition changes nothing, so it is allowed in every source.
 void KorDSMPageViewDefinition::enableWays() {
+    for (RecordButtons* maker : m_makers)
+        maker->enable();
     for (const Section& section : kSections)
         KorControls::find(this, section.goTo)
             ->setEnabled(leadsElsewhere() &&

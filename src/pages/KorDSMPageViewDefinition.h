@@ -6,6 +6,7 @@
 class KorDsmDetailStyleItem;
 class KorDsmViewRequestItem;
 class QComboBox;
+class RecordButtons;
 class VELComboTree;
 struct StructDetViewRequest;
 
@@ -38,6 +39,7 @@ private:
     void onCopy();
     void onRename();
     void showNewName();
+    void addMaker(int combo, int column);
     void enableWays();
     void replaceDependents(int column);
     void goTo(int section);
@@ -47,4 +49,5 @@ private:
 
     PageFields m_fields;
     VELComboTree* m_views = nullptr;
+    std::vector<RecordButtons*> m_makers; // beside the combos of sections
 };

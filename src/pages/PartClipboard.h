@@ -9,6 +9,9 @@ class KorDSMCopiedRows;
 /// row with tabs between its cells.
 namespace PartClipboard {
 
+/// From now on remembers what comes onto the clipboard: it can be pasted when the program is gone that copied
+/// it, and the clipboard is empty.
+void watch();
 /// Returns why that cannot be done, in one sentence; empty when it was.
 KorString put(const KorDSMEditedList& list, const KorDSMEditedList::Keys& rows);
 /// Whether rows for such a list are there.

@@ -25,17 +25,21 @@ constexpr int kGoTo = 583; // "Go to "%s""
 constexpr int kNewFor = 625;
 constexpr int kCopyFor = 626;
 constexpr int kPasteOnly = 767;
+constexpr int kNewButton = 21; // behind the buttons of commands
+constexpr int kNewBitmap = 1044;
 
 } // namespace
 
 PartListActions::PartListActions(KorDSMPage& page, KorMFCGridCtrl& grid, KorButtonGroup& buttons,
                                  const PartListRows& rows)
     : m_page(page), m_grid(grid), m_buttons(buttons), m_rows(rows) {
+    PartClipboard::watch();
     addButtons();
     m_grid.setContextMenuPolicy(Qt::CustomContextMenu);
     m_grid.installEventFilter(this);
     connect(&m_grid, &QWidget::customContextMenuRequested, this, &PartListActions::showMenu);
     connect(&m_grid, &QTableWidget::itemSelectionChanged, this, &PartListActions::refresh);
+    connect(&m_grid, &QTableWidget::currentCellChanged, this, &PartListActions::refresh);
 }
 
 void PartListActions::addButtons() {
@@ -47,7 +51,11 @@ void PartListActions::addButtons() {
         m_buttons.addButton(command.button, text, KorPictures::bitmap(command.bitmap));
         m_buttons.setButtonText(command.button, text, command.key);
     }
+    m_buttons.addButton(kNewButton, Prompts::dsm(kNewFor), KorPictures::bitmap(kNewBitmap));
     connect(&m_buttons, &KorButtonGroup::buttonPressed, this, [this](int id) {
+        m_grid.commitEdit();
+        if (const auto use = useAt(m_grid.currentRow(), m_grid.currentColumn()); use && id == kNewButton)
+            return RecordButtons::makeFor(m_page, *use);
         for (const PartListCommand& command : PartListCommand::all())
             if (command.button == id)
                 run(command);
@@ -68,6 +76,18 @@ void PartListActions::refresh() {
     for (const PartListCommand& command : PartListCommand::all())
         if (m_buttons.button(command.button))
             m_buttons.enableButton(command.button, canDo(command));
+    m_buttons.enableButton(kNewButton, useAt(m_grid.currentRow(), m_grid.currentColumn()).has_value());
+}
+
+// The cell that chooses a record which users make; nothing for others, and where nothing can be changed.
+std::optional<KorDSMRecordUse::Use> PartListActions::useAt(int row, int place) const {
+    const bool isCell = m_rows.list && row >= 0 && row < std::ssize(m_rows.keys) && place >= 0;
+    const Column* chosen = isCell && m_page.isEditable() ? m_rows.columnAt(place) : nullptr;
+    if (!chosen || !chosen->isReference() || m_rows.isDetail(*chosen))
+        return std::nullopt;
+    const auto [user, column] = m_rows.list->cell(m_rows.keyAt(row), *chosen);
+    return RecordButtons::areFor(*column) ? std::optional(KorDSMRecordUse::Use{user, column, {}})
+                                          : std::nullopt;
 }
 
 void PartListActions::run(const PartListCommand& command) {
@@ -108,14 +128,12 @@ void PartListActions::addForCell(QMenu& menu, int row, int place) {
             KorMnemonics::literal(toQt(KorString::format(
                 Prompts::dsm(kGoTo), {KorDSMValueText::shortName(m_grid.getCellText(row, place))}))),
             this, [this, row, place] { Q_EMIT cellOpened(row, place); });
-    const auto [user, column] = m_rows.list->cell(m_rows.keyAt(row), *pointedAt);
-    const KorDSMRecordUse::Use use{user, column, {}};
-    if (RecordButtons::areFor(*use.column) && m_page.isEditable() && !m_rows.isDetail(*use.column)) {
+    if (const auto use = useAt(row, place)) {
         menu.addAction(toQt(Prompts::dsm(kNewFor)), this,
-                       [this, use] { RecordButtons::makeFor(m_page, use); });
+                       [this, use = *use] { RecordButtons::makeFor(m_page, use); });
         if (isChosen)
             menu.addAction(toQt(Prompts::dsm(kCopyFor)), this,
-                           [this, use] { RecordButtons::copyFor(m_page, use); });
+                           [this, use = *use] { RecordButtons::copyFor(m_page, use); });
     }
     menu.addSeparator();
 }

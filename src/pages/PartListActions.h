@@ -1,6 +1,7 @@
 #pragma once
 
 #include "session/KorDSMEditedList.h"
+#include "session/KorDSMRecordUse.h"
 
 #include <QObject>
 
@@ -42,6 +43,7 @@ private:
     KorDSMEditedList::Keys selected() const;
     bool canDo(const PartListCommand& command) const;
     void run(const PartListCommand& command);
+    std::optional<KorDSMRecordUse::Use> useAt(int row, int place) const;
     void addForCell(QMenu& menu, int row, int place);
     void addPasteOnly(QMenu& menu);
     void showMenu(const QPoint& position);

@@ -10,6 +10,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -36,25 +37,35 @@ List::Outcome refused(const KorString& why, const List::Keys& rows) {
     return {{WriteResult::kFailed, why.toStdString()}, rows};
 }
 
+// How many, and which.
+KorString countedNames(const std::vector<KorString>& names) {
+    constexpr std::size_t kMostNamed = 12;
+    KorString text = KorString::number(static_cast<std::int64_t>(names.size()));
+    for (std::size_t i = 0; i < std::min(names.size(), kMostNamed); ++i)
+        text = text + (i == 0 ? " (" : ", ") + KorDSMValueText::shortName(names[i]);
+    return names.empty() ? text : text + (names.size() > kMostNamed ? ", …)" : ")");
+}
+
 KorString questionOf(const KorDSMCopiedRows::Comparison& comparison) {
     KorString text = Prompts::dsm(kHere) + "\n";
-    const std::pair<int, int> lines[] = {
-        {kEqual, comparison.equal}, {kDifferent, comparison.different}, {kMissing, comparison.missing}};
-    for (const auto& [prompt, count] : lines)
-        if (count > 0)
-            text = text + "\n" + KorString::format(Prompts::dsm(prompt), {KorString::number(count)});
-    return comparison.different > 0 ? text + "\n\n" + Prompts::dsm(kLinkOrCopy) : text;
+    if (comparison.equal > 0)
+        text = text + "\n" + KorString::format(Prompts::dsm(kEqual), {KorString::number(comparison.equal)});
+    for (const auto& [prompt, names] :
+         {std::pair(kDifferent, &comparison.different), std::pair(kMissing, &comparison.missing)})
+        if (!names->empty())
+            text = text + "\n" + KorString::format(Prompts::dsm(prompt), {countedNames(*names)});
+    return !comparison.different.empty() ? text + "\n\n" + Prompts::dsm(kLinkOrCopy) : text;
 }
 
 // What becomes of the records that the copied rows use and that are not here as they were; nothing when the
 // user does not want to paste then.
 std::optional<eNamesakes> askAbout(const KorDSMCopiedRows::Comparison& comparison, QWidget& window) {
-    if (comparison.different + comparison.missing == 0)
+    if (comparison.different.empty() && comparison.missing.empty())
         return eNamesakes::kUseTheirs;
     QMessageBox box(QMessageBox::Question, toQt(Prompts::dsm(kPaste)), toQt(questionOf(comparison)),
                     QMessageBox::NoButton, &window);
     box.setTextFormat(Qt::PlainText);
-    QPushButton* link = comparison.different > 0
+    QPushButton* link = !comparison.different.empty()
                             ? box.addButton(toQt(Prompts::dsm(kLink)), QMessageBox::AcceptRole)
                             : nullptr;
     QPushButton* copy = box.addButton(toQt(Prompts::dsm(kCopy)), QMessageBox::AcceptRole);

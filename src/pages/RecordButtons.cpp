@@ -47,14 +47,15 @@ void follow(KorDSMPage& page, const KorDSMRecordCommands::Outcome& outcome, std:
 
 } // namespace
 
-RecordButtons::RecordButtons(KorDSMPage& page, FindUse use)
+RecordButtons::RecordButtons(KorDSMPage& page, FindUse use, eGoes goes)
     : m_page(page), m_use(std::move(use)), m_buttons(new KorButtonGroup(this)) {
     auto* line = new QHBoxLayout(this);
     line->setContentsMargins(0, 0, 0, 0);
     line->addWidget(m_buttons);
     m_buttons->setIconSize({16, 16});
     for (const Button& button : kButtons)
-        m_buttons->addButton(button.id, Prompts::dsm(button.prompt), KorPictures::bitmap(button.bitmap));
+        if (button.id != kGo || goes == eGoes::kYes)
+            m_buttons->addButton(button.id, Prompts::dsm(button.prompt), KorPictures::bitmap(button.bitmap));
     connect(m_buttons, &KorButtonGroup::buttonPressed, this, [this](int id) {
         const KorDSMRecordUse::Use cell = m_use();
         if (id == kNew)
@@ -81,7 +82,8 @@ void RecordButtons::enable() {
     m_buttons->enableButton(kRename, isEditable && chosen(cell));
     // What stands in no tree is edited beside its choice.
     const KorDSMFamily* family = cell.column ? KorDSMFamilies::of(cell.column->target) : nullptr;
-    m_buttons->enableButton(kGo, m_page.leadsElsewhere() && family && family->make && chosen(cell));
+    if (m_buttons->button(kGo))
+        m_buttons->enableButton(kGo, m_page.leadsElsewhere() && family && family->make && chosen(cell));
 }
 
 void RecordButtons::makeFor(KorDSMPage& page, const KorDSMRecordUse::Use& use) {

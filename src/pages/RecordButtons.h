@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+#include <cstdint>
 #include <functional>
 
 class KorButtonGroup;
@@ -17,8 +18,11 @@ class RecordButtons : public QWidget {
 public:
     using FindUse = std::function<KorDSMRecordUse::Use()>;
 
+    /// Whether the buttons have one that goes to the chosen record: not where the page has its own.
+    enum class eGoes : std::uint8_t { kYes, kByPage };
+
     /// `page` is not owned. `use` gives the cell that chooses; its row is 0 while nothing is shown.
-    RecordButtons(KorDSMPage& page, FindUse use);
+    RecordButtons(KorDSMPage& page, FindUse use, eGoes goes = eGoes::kYes);
 
     /// Whether users make records that the column refers to.
     static bool areFor(const Column& column);

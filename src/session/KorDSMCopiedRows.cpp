@@ -91,8 +91,9 @@ KorDSMCopiedRows::Comparison KorDSMCopiedRows::compareWith(SourceId source,
     comparison.error = KorString(brought.error);
     using eFate = ImportReport::Row::eFate;
     for (const ImportReport::Row& row : report.rows)
-        ++(row.fate == eFate::kEqual ? comparison.equal
-           : row.fate == eFate::kNew ? comparison.missing
-                                     : comparison.different);
+        if (row.fate == eFate::kEqual)
+            ++comparison.equal;
+        else
+            (row.fate == eFate::kNew ? comparison.missing : comparison.different).push_back(row.name);
     return comparison;
 }

@@ -21,9 +21,9 @@ public:
     /// How many of the records that the rows use another source has.
     struct Comparison {
         int equal = 0;
-        int different = 0; ///< of the same name, but with another content
-        int missing = 0;
-        KorString error = {}; ///< why they cannot be brought at all
+        std::vector<KorString> different = {}; ///< of the same name, but with another content: which ones
+        std::vector<KorString> missing = {};   ///< which ones
+        KorString error = {};                  ///< why they cannot be brought at all
     };
     /// It is found by bringing what the rows use by these columns, which is taken back without a trace.
     Comparison compareWith(SourceId source, const std::vector<const Column*>& columns);

@@ -21,8 +21,9 @@ constexpr int kDuplicating = 563;
 constexpr int kDuplicatingMany = 564;
 constexpr int kMoving = 565;
 constexpr int kMovingMany = 566;
-constexpr int kChanging = 567;
-constexpr int kChangingMany = 568;
+constexpr int kChanging = 1362;        // "change of %s of "%s" in "%s""
+constexpr int kChangingUnnamed = 1363; // "change of %s of an entry of "%s""
+constexpr int kChangingMany = 1364;    // "change of %s of %s entries of "%s""
 constexpr int kPasting = 569;
 constexpr int kPastingMany = 570;
 constexpr int kMismatch = 750; // "%s rows were copied and %s are selected; ..."
@@ -98,6 +99,19 @@ KorString KorDSMEditedList::caption(int one, int many, std::size_t count) const 
     const KorString name = KorDSMValueText::shortName(whole ? whole->name : KorString());
     return count == 1 ? KorString::format(Prompts::dsm(one), {name})
                       : KorString::format(Prompts::dsm(many), {counted(count), name});
+}
+
+// What was changed: steps that are told alike cannot be told apart.
+KorString KorDSMEditedList::changeCaption(const Keys& rows, const Column& column) const {
+    const StructRecord* whole = find(m_source, m_whole);
+    const KorString list = KorDSMValueText::shortName(whole ? whole->name : KorString());
+    const KorString changed = KorDSMValueText::columnCaption(m_table, column);
+    if (rows.size() != 1)
+        return KorString::format(Prompts::dsm(kChangingMany), {changed, counted(rows.size()), list});
+    const KorString row = hasNames() ? name(rows.front()) : KorString();
+    return row.isEmpty()
+               ? KorString::format(Prompts::dsm(kChangingUnnamed), {changed, list})
+               : KorString::format(Prompts::dsm(kChanging), {changed, KorDSMValueText::shortName(row), list});
 }
 
 KorString KorDSMEditedList::addingCaption() const {
@@ -180,7 +194,7 @@ KorDSMEditedList::Outcome KorDSMEditedList::moveBy(const Keys& rows, int step) {
 
 KorDSMEditedList::Outcome KorDSMEditedList::set(const Keys& rows, const Column& column,
                                                 const CellValue& value) {
-    return change(caption(kChanging, kChangingMany, rows.size()), [&](Outcome& outcome) {
+    return change(changeCaption(rows, column), [&](Outcome& outcome) {
         outcome.selected = rows;
         return writeCells(rows, column, std::vector(rows.size(), value));
     });
@@ -232,7 +246,7 @@ KorDSMEditedList::Outcome KorDSMEditedList::pasteCells(const Keys& rows, const C
     if (copied.count() != 1 && copied.count() != rows.size())
         return refused(
             KorString::format(Prompts::dsm(kMismatch), {counted(copied.count()), counted(rows.size())}));
-    return change(caption(kChanging, kChangingMany, rows.size()), [&](Outcome& outcome) {
+    return change(changeCaption(rows, column), [&](Outcome& outcome) {
         std::vector<std::vector<CellValue>> brought;
         ImportReport report;
         if (WriteResult result = copied.bring({&column}, namesakes, brought, report); !result.isStored())

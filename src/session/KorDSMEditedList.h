@@ -116,6 +116,7 @@ private:
     template <typename Write>
     Outcome change(const KorString& caption, Write write);
     KorString caption(int one, int many, std::size_t count) const;
+    KorString changeCaption(const Keys& rows, const Column& column) const;
     WriteResult writeCells(const Keys& rows, const Column& column,
                            const std::vector<CellValue>& values) const;
     std::size_t placeBehind(std::int32_t key) const;

@@ -4,9 +4,11 @@
 #include "model/KorDSMSectionLoader.h"
 #include "pages/KorDSMPageViewDefinition.h"
 #include "pages/PageFixture.h"
+#include "pages/RecordButtons.h"
 #include "pages/SelectionFills.h"
 
 #include <QAbstractItemView>
+#include <QToolButton>
 
 #include <set>
 
@@ -52,6 +54,21 @@ protected:
     std::vector<int> m_wentTo;
     std::string m_entryText;
 };
+
+TEST_F(ViewDefinition, WhatAViewChoosesIsMadeBesideItsChoice) {
+    auto& view = expanded("HB railing post");
+    TabContent group("Tabs", "Group");
+    group.addPage(new KorDSMPageViewDefinition(&m_window));
+    group.createPages();
+    show(group, view);
+    const auto makers = page().findChildren<RecordButtons*>();
+    ASSERT_EQ(makers.size(), 3);
+    answerName("Box of the post");
+    QTest::mouseClick(makers[0]->findChildren<QToolButton*>()[0], Qt::LeftButton);
+    EXPECT_EQ(rowOfKey<StructDetViewRequest>(view.recordKey())->systemAndBoxKey,
+              row<StructDetViewSystemAndBox>("Box of the post").key);
+    EXPECT_EQ(control<QComboBox>(1011).currentText(), "Box of the post");
+}
 
 // A reference is written once, and what hangs on it in the tree is replaced at the view and at its twin.
 TEST_F(ViewDefinition, AChosenReferenceReplacesWhatHangsOnIt) {
