@@ -330,8 +330,12 @@ bool FormBody::isLive(const Line& line) const {
     const FormCondition& live = line.field->live;
     const RowRef row = RowPaths::rowAt(rowOf(m_sections[line.section].origin), live.via);
     const StructRecord* record = CurrentRows::find(row.table, KorOdbcKey(row.key));
-    if (live.column == 0 || !record)
-        return live.column == 0;
+    if (live.column == 0)
+        return true;
+    if (!record) { // what is chosen nowhere is none of the values, where there is something to choose it for
+        const RowRef own = rowOf(m_sections[line.section].origin);
+        return live.isNoneOf && CurrentRows::find(own.table, KorOdbcKey(own.key));
+    }
     const std::int32_t value = findTable(row.table)->column(live.column)->integerIn(record);
     return (std::ranges::find(live.values, value) != live.values.end()) != live.isNoneOf;
 }
@@ -359,6 +363,8 @@ void FormBody::onWritten(std::size_t index, int number) {
     if (column.isReference() || sameTable > 1)
         load();
     updateLive();
+    for (const QPointer<LabelField>& label : m_labels)
+        label->showDefaults();
     // What a record refers to hangs below its entries, and is made anew there.
     auto* item = m_page.getData().as<KorDSMDatabaseItem>();
     if (section.origin.isOwn() && column.isReference() && KorDSMDependencies::canHaveDependents(item->type()))

@@ -6,9 +6,9 @@ constexpr int kVisibleEdges = 671;
 constexpr int kHiddenEdges = 672;
 // Those of the host come without a file.
 const FormCondition kIsFromFile{.column = 3, .values = {0}};
-// The status of edges that are not drawn is 0.
-const FormCondition kVisibleIsDrawn{.via = {2}, .column = 2, .values = {1, 2}};
-const FormCondition kHiddenIsDrawn{.via = {5}, .column = 2, .values = {1, 2}};
+// The status of edges that are not drawn is 0. Without a status they are drawn.
+const FormCondition kVisibleIsDrawn{.via = {2}, .column = 2, .values = {0}, .isNoneOf = true};
+const FormCondition kHiddenIsDrawn{.via = {5}, .column = 2, .values = {0}, .isNoneOf = true};
 
 const FormTable kForm{
     .templateId = 2016,

@@ -20,7 +20,7 @@ void noteMissing(StyleSource& source, std::int32_t style, Drawing& drawing) {
             const KorString lack = KorString::format(
                 translated("The %s \"%s\" is not ready for drawings yet: it has no %s."),
                 {findTable(row.table)->rowName(), source.table(row.table).find(KorOdbcKey(row.key))->name,
-                 (missing.column ? findTable(missing.column->target) : missing.table)->rowName()});
+                 wordFor(missing)});
             const KorString whole = wholeSentence(source, row);
             drawing.notes.push_back((whole.isEmpty() ? lack : lack + " " + whole).toStdString());
         }

@@ -118,6 +118,20 @@ TEST_F(WhereUsed, IsSaidInANumberAndWhatIsMissingByName) {
         ASSERT_TRUE(made.isStored()) << made.error;
         EXPECT_EQ(KorDSMRecordState::missingText(kUser, made.row), missing);
     }
+    const auto lacks = [this](eTableType table, const char* name, const char* column, CellValue value) {
+        const RowRef record{table, databases.source(kUser)->table(table).find(KorString(name))->key};
+        EXPECT_TRUE(
+            databases.setCell(table, KorOdbcKey(record.key), findTable(table)->column(column)->number, value)
+                .isStored());
+        return KorDSMRecordState::missingText(kUser, record).toStdString();
+    };
+    // A line has two ends, and a label a text.
+    EXPECT_EQ(lacks(kTableDimRequest, "Fresh", "request_type", std::int64_t{1}),
+              "Still missing: Start points, End points");
+    EXPECT_EQ(lacks(kTableDimRequest, "Fresh", "inner_points", std::int64_t{1}),
+              "Still missing: Start points");
+    EXPECT_EQ(lacks(kTableAnnotationStrategy, "HB crane mark", "contents", KorString()),
+              "Still missing: Contents");
     // A part that lacks something is told of at its whole.
     const RowRef set{kTableQualifierSet, row<StructDetObjQualifierSet>(kUser, "Fresh")->key};
     ASSERT_TRUE(KorDSMPartList(kUser, set, kTableQualifierWithRole).add(0).isStored());

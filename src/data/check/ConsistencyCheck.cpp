@@ -226,7 +226,7 @@ void ConsistencyCheck::checkMissing(const TableSchema& table, const StructRecord
     for (const StillMissing& missing : stillMissing(m_source, {table.type, row.key}))
         add({eSeverity::kNote, &table, row.key, row.name, missing.column},
             translated("The %s \"%s\" (key %s) of \"%s\" is not ready for drawings yet: it has no %s."),
-            (missing.column ? findTable(missing.column->target) : missing.table)->rowName());
+            wordFor(missing));
 }
 
 void ConsistencyCheck::checkUse(const TableSchema& table, const StructRecord& row) {

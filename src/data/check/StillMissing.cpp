@@ -1,6 +1,7 @@
 #include "data/check/StillMissing.h"
 
 #include "base/Translation.h"
+#include "records/DimensionRecords.h"
 
 #include <algorithm>
 
@@ -8,9 +9,21 @@ namespace {
 
 struct Need {
     eTableType table;
-    const char* column;          // that must refer to something; null: there must be parts
-    eTableType parts = kNoTable; // of which one must exist
+    const char* column;             // that must refer to something; null: there must be parts
+    eTableType parts = kNoTable;    // of which one must exist
+    const char* orColumn = nullptr; // that does as well
+    /// Says of which rows it is needed; null: of all.
+    bool (*isOf)(StyleSource& source, const StructRecord& record) = nullptr;
 };
+
+// From point to point; the other kinds are measured at each of the start points.
+bool runsBetweenPoints(StyleSource& source, const StructRecord& record) {
+    constexpr int kOrdinate = 1;
+    const auto& request = static_cast<const StructDetViewDimRequestLinear&>(record);
+    const auto* type = static_cast<const StructDetRequestType*>(
+        source.table(kTableRequestType).find(KorOdbcKey(request.requestTypeKey)));
+    return type && type->requestType <= kOrdinate;
+}
 
 constexpr Need kNeeds[] = {
     {kTableDetailStyle, "arrange_strategy"},
@@ -27,15 +40,19 @@ constexpr Need kNeeds[] = {
     {kTableDimStrategyItem, "dim_request"},
     {kTableDimRequest, "request_type"},
     {kTableDimRequest, "start_points"},
+    {kTableDimRequest, "end_points", kNoTable, "inner_points", &runsBetweenPoints},
     {kTablePointSelection, "qualifier_set"},
     {kTablePointSelection, "point_type"},
     {kTableAnnotationStrategy, "annotation_type"},
     {kTableAnnotationStrategy, "arranger_control"},
+    {kTableAnnotationStrategy, "contents"},
     {kTableQualifierSet, nullptr, kTableQualifierWithRole},
     {kTableQualifierWithRole, "qualifier"},
 };
 
 bool isChosen(const TableSchema& table, const Column& column, const StructRecord& record) {
+    if (column.isText())
+        return !std::get<KorString>(column.read(&record)).isEmpty();
     if (!column.isSlot())
         return column.integerIn(&record) > 0;
     return std::ranges::any_of(table.columns, [&](const Column& other) {
@@ -59,15 +76,23 @@ std::vector<StillMissing> stillMissing(StyleSource& source, RowRef row) {
     if (!record)
         return missing;
     for (const Need& need : kNeeds) {
-        if (need.table != row.table)
+        if (need.table != row.table || (need.isOf && !need.isOf(source, *record)))
             continue;
         const Column* column = need.column ? table->column(std::string_view(need.column)) : nullptr;
         if (!column && !hasParts(source, row, need.parts))
             missing.push_back({findTable(need.parts), nullptr});
-        else if (column && !isChosen(*table, *column, *record))
+        else if (column && !isChosen(*table, *column, *record) &&
+                 !(need.orColumn &&
+                   isChosen(*table, *table->column(std::string_view(need.orColumn)), *record)))
             missing.push_back({table, column});
     }
     return missing;
+}
+
+std::string wordFor(const StillMissing& missing) {
+    if (missing.column && !missing.column->isReference())
+        return missing.table->columnName(*missing.column);
+    return (missing.column ? findTable(missing.column->target) : missing.table)->rowName();
 }
 
 KorString wholeSentence(StyleSource& source, RowRef row) {

@@ -14,6 +14,9 @@ struct StillMissing {
     bool operator==(const StillMissing&) const = default;
 };
 
+/// What is missing, as in "it has no view": a record of this kind, or what the column holds.
+std::string wordFor(const StillMissing& missing);
+
 /// What the row itself lacks, in the order in which it is declared; nothing for a row that does not exist.
 /// A reference to a row that is gone is chosen all the same. Of an incomplete source parts may only be
 /// unread.
