@@ -6,6 +6,7 @@
 #include "drawing/LabelPlacing.h"
 #include "drawing/LabelText.h"
 #include "drawing/Titles.h"
+#include "records/AnnotationLook.h"
 
 #include <numbers>
 
@@ -99,8 +100,8 @@ private:
                 return m_scene.request->name.toStdString();
             return labelValue(m_context, &object, name);
         };
-        const LabelStyle style{m_context.pens.settings().textFont,
-                               label.type && label.type->textSize > 0 ? label.type->textSize : 3.5, 7};
+        LabelStyle style = labelStyleOf(label.type);
+        style.font = m_context.pens.settings().textFont;
         label.texts = LabelText::lay(strategy.contents, style, values, m_context.pens.thin(),
                                      Primitive::kLabel, label.provenance);
         const Box2 box = boxOf(label.texts);

@@ -89,6 +89,14 @@ void LabelDesignerSetup::apply(VELLabelDesignerCtrlWrap& designer, int objectTyp
     applySource(designer);
 }
 
+void LabelDesignerSetup::applyStyle(VELLabelDesignerCtrlWrap& designer, const LabelStyle& style) {
+    designer.SetDefaultSize(style.size);
+    designer.SetDefaultColor(style.color);
+    designer.SetDefaultBold(style.bold);
+    designer.SetDefaultItalic(style.italic);
+    designer.SetDefaultUnderline(style.underline);
+}
+
 void LabelDesignerSetup::applySource(VELLabelDesignerCtrlWrap& designer) {
     const KorUnitsManager& units = getUnitsOfCurrentDatabase();
     designer.SetGUIIUnits([&units](double size) { return sizeText(units, size); });

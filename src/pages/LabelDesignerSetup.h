@@ -3,6 +3,7 @@
 #include "base/KorString.h"
 
 class VELLabelDesignerCtrlWrap;
+struct LabelStyle;
 
 /// Sets up the label designers of the title pages.
 namespace LabelDesignerSetup {
@@ -13,6 +14,9 @@ void apply(VELLabelDesignerCtrlWrap& designer, int objectTypeKey);
 
 /// What belongs to the current source: its units, the creation defaults for titles, its text sizes.
 void applySource(VELLabelDesignerCtrlWrap& designer);
+
+/// What texts look like that say nothing else, where that is not the look of titles; the font stays.
+void applyStyle(VELLabelDesignerCtrlWrap& designer, const LabelStyle& style);
 
 /// What variables a text can hold, one a line: for fields that have no designer.
 KorString variableHelp();

@@ -2,7 +2,9 @@
 
 #include "controls/KorFieldNote.h"
 #include "controls/label/VELLabelDesignerCtrlWrap.h"
+#include "operations/CurrentRows.h"
 #include "pages/LabelDesignerSetup.h"
+#include "records/AnnotationLook.h"
 
 LabelField::LabelField(KorDSMPage& page, VELLabelDesignerCtrlWrap& designer, int column, int objectType)
     : PagePart(&page), m_page(page), m_designer(designer), m_column(column) {
@@ -43,8 +45,20 @@ CellValue LabelField::stored() const {
     return findTable(item.tableType())->column(m_column)->read(item.record());
 }
 
-void LabelField::load() {
+// Contents of annotations are drawn as their type says, titles by the defaults of the source.
+void LabelField::showDefaults() {
     LabelDesignerSetup::applySource(m_designer);
+    const auto* item = m_page.getData().as<KorDSMDatabaseItem>();
+    if (!item || !item->record() || item->tableType() != kTableAnnotationStrategy)
+        return;
+    const auto& strategy = static_cast<const StructDetObjAnnotationStrategy&>(*item->record());
+    LabelDesignerSetup::applyStyle(
+        m_designer, labelStyleOf(static_cast<const StructDetAnnotationType*>(
+                        CurrentRows::find(kTableAnnotationType, KorOdbcKey(strategy.annotationTypeKey)))));
+}
+
+void LabelField::load() {
+    showDefaults();
     m_designer.SetString(std::get<KorString>(stored()));
 }
 

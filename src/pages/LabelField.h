@@ -16,6 +16,8 @@ public:
 
     /// Shows what is stored.
     void load();
+    /// Brings the look of texts that say nothing else in line with what the record chooses.
+    void showDefaults();
     /// Brings the designer to the state of the page: what cannot be changed can still be read and copied.
     void enable();
     /// Writes what was edited, or drops it.

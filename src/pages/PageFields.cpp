@@ -273,7 +273,7 @@ void PageFields::loadCombo(const PageField& field, const Column& column, std::in
     if (!column.isReference()) {
         combo.setCurrentIndex(combo.findData(value));
         // A value without a name is shown all the same.
-        combo.setPlaceholderText(toQt(KorString::number(value)));
+        combo.setPlaceholderText(toQt(value == 0 ? KorDSMValueText::nothing() : KorString::number(value)));
         return;
     }
     RecordNames* names = namesIn(combo);
