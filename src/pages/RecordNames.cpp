@@ -5,6 +5,7 @@
 #include "model/KorDSMFamilies.h"
 #include "operations/CurrentRows.h"
 #include "operations/KorDetStructureUtilities.h"
+#include "pages/QualifierHints.h"
 #include "pages/ValuePictures.h"
 #include "records/OwnWords.h"
 #include "session/KorDSMValueText.h"
@@ -142,6 +143,9 @@ QVariant RecordNames::data(const QModelIndex& index, int role) const {
         return m_isPictured ? QVariant(pictureAt(at)) : QVariant();
     case Qt::UserRole:
         return m_entries[at].key;
+    case Qt::ToolTipRole:
+        return m_table->type == kTableQualifierSet ? QVariant(QualifierHints::sentenceOf(fromQt(nameAt(at))))
+                                                   : QVariant();
     case KorComboBox::kGroupRole:
         return groupAt(at);
     default:

@@ -35,7 +35,8 @@ public:
     bool removeRows(int row, int count, const QModelIndex& parent = {}) override;
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
     int rowCount(const QModelIndex& parent = {}) const override;
-    /// The name, the picture, the name of the group that the row is filed in, and as user data the key.
+    /// The name, the picture, the name of the group that the row is filed in, of a qualifier set as tooltip
+    /// what it selects, and as user data the key.
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
 private:
