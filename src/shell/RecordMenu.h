@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/items/KorDSMDatabaseItem.h"
+#include "records/RowRef.h"
 
 #include <QObject>
 
