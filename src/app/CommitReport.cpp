@@ -46,11 +46,14 @@ bool canRunAgain(const SourceCommit& commit, const OutsideChange& change) {
 // its turn before it reads, and others wait until it has ended. Of several sources none is kept from others:
 // that would be for as long as the turn in the next one is waited for.
 void takeTurn() {
-    const std::set<SourceId> overtaken = std::exchange(runs().overtaken, {});
+    std::set<SourceId> overtaken = std::exchange(runs().overtaken, {});
+    const auto storeOf = [](SourceId id) -> StyleStore& {
+        return StyleDatabases::current().source(id)->store();
+    };
+    std::erase_if(overtaken, [&](SourceId id) { return !storeOf(id).isOnServer(); });
     if (overtaken.size() != 1)
         return;
-    if (StyleStore& store = StyleDatabases::current().source(*overtaken.begin())->store();
-        store.isOnServer() && store.begin())
+    if (StyleStore& store = storeOf(*overtaken.begin()); store.begin())
         store.acknowledge();
 }
 

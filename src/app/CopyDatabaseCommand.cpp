@@ -32,19 +32,23 @@ class StopsWaiting {
 public:
     explicit StopsWaiting(const HeldSignals& held) {
         LockWait::setAsk([this, &held](const std::string& name, std::chrono::milliseconds waited) {
-            return !held.haveCome() && (!m_before || m_before(name, waited));
+            return !(m_stops && held.haveCome()) && (!m_before || m_before(name, waited));
         }).swap(m_before);
     }
+    /// From now on what was begun is waited for to its end.
+    void letFinish() { m_stops = false; }
+    bool stops() const { return m_stops; }
     ~StopsWaiting() { LockWait::setAsk(std::move(m_before)); }
     StopsWaiting(const StopsWaiting&) = delete;
     StopsWaiting& operator=(const StopsWaiting&) = delete;
 
 private:
+    bool m_stops = true;
     LockWait::Ask m_before;
 };
 
 Result<> copyToServer(StyleStore& from, const ServerAddress& address,
-                      const CopiedDatabase::Progress& progress) {
+                      const CopiedDatabase::Progress& progress, StopsWaiting& stops) {
     OpenedServer to = KorDSMPasswords::current().open(address, OdbcStore::eMode::kWrite);
     if (!to.ok())
         return {to.error};
@@ -54,8 +58,10 @@ Result<> copyToServer(StyleStore& from, const ServerAddress& address,
     if (result)
         result = CopiedDatabase::copy(from, *to.store, progress);
     const bool isCopied = result.ok();
-    if (isCopied)
+    if (isCopied) {
+        stops.letFinish(); // whether it is stored must be known
         result = to.store->commit();
+    }
     if (isCopied && !result && to.store->outcome() == StyleStore::eOutcome::kUnknown)
         return Result<>::failure(KorString::format(
             translated(
@@ -72,7 +78,7 @@ Result<> copyToServer(StyleStore& from, const ServerAddress& address,
 
 int copyDatabaseCommand(DataFolder& folder, const CopyDatabaseOptions& options) {
     HeldSignals held;
-    const StopsWaiting stops(held);
+    StopsWaiting stops(held);
     const Opened from = openToRead(ServerPlace::placeOf(folder, options.from));
     const SourceSettings::Place to = ServerPlace::placeOf(folder, options.to);
     Result<> result{from.error.empty() ? to.error : from.error};
@@ -85,11 +91,12 @@ int copyDatabaseCommand(DataFolder& folder, const CopyDatabaseOptions& options) 
     };
     const auto fill = [&](StyleStore& store) { return CopiedDatabase::copy(*from.store, store, progress); };
     if (result)
-        result = to.file.empty() ? copyToServer(*from.store, to.server, progress)
+        result = to.file.empty() ? copyToServer(*from.store, to.server, progress, stops)
                                  : SqliteStore::createWith(to.file.string(), fill, false);
     if (!result) {
-        Console::complain(held.haveCome() ? translated("The copy was stopped, so nothing was copied.")
-                                          : KorString(result.error));
+        const bool isStopped = stops.stops() && held.haveCome();
+        Console::complain(isStopped ? translated("The copy was stopped, so nothing was copied.")
+                                    : KorString(result.error));
         return kExitFailed;
     }
     held.forget();

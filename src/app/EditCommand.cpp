@@ -62,12 +62,12 @@ int openEditor(WindowStart& start, DataFolder& folder, const EditOptions& option
     const bool paints = !options.picture.file.empty();
     if (!WindowPicture::prepareDisplay(options.picture))
         return kExitFailed;
-    const bool isNeeded = start.running && start.running->keepsRequests(); // of others
+    const bool isNeeded = start.keepsRequests(); // of others
     if (selectStart(options) != kExitDone && !isNeeded)
         return kExitFailed;
-    if (!paints && !start.running && handOver(folder, options))
+    if (!paints && !start.isFound() && handOver(folder, options))
         return kExitDone;
-    if (!paints && !start.running)
+    if (!paints && !start.isFound())
         start.beFound(folder);
     start.makeApplication();
     KOSettings::getInstance().setPathData(folder.path());
@@ -77,7 +77,7 @@ int openEditor(WindowStart& start, DataFolder& folder, const EditOptions& option
     WindowPicture picture(options.picture);
     std::optional<OpenWindow> window;
     if (!paints) {
-        window.emplace(*factory.window(), std::move(start.running));
+        window.emplace(*factory.window(), start.takeRunning());
         for (const KorString& problem : folder.problems())
             KorHostReport::add(problem);
     } else {

@@ -124,8 +124,9 @@ private:
     // Names of records may have such a mark, too.
     bool mustBeColumn(const std::string& name, const std::string& text) {
         constexpr const char* kSigns = "abcdefghijklmnopqrstuvwxyz0123456789_";
-        return !name.empty() && name.find_first_not_of(kSigns) == std::string::npos &&
-               !TypedValue::read(m_list.whole(), *m_list.columns().front(), text);
+        const Column& first = *m_list.columns().front();
+        return !name.empty() && name.find_first_not_of(kSigns) == std::string::npos && first.isReference() &&
+               !StyleDatabases::current().here()->table(first.target).find(KorString(text));
     }
     // COLUMN=VALUE, or a value of the first column.
     bool readValue(const std::string& text, std::vector<std::pair<const Column*, KorString>>& values) {
@@ -181,7 +182,7 @@ int entryCommand(DataFolder&, const EntryOptions& options) {
             KorString::format(translated("Records of the kind \"%s\" have no list; these have one: %s."),
                               {owner.table->kindName(), EntryList::owners()}),
             kExitUsage);
-    if (const KorString why = KorDSMItemCommands::whyNotWritable(owner.source); !why.isEmpty())
+    if (const KorString why = KorDSMItemCommands::whyOnlyReadable(owner.source); !why.isEmpty())
         return ChangeReport::refuse(why);
     if (const KorString shared = options.how.shared ? KorString() : owner.whyShared(); !shared.isEmpty())
         return ChangeReport::refuse(shared);

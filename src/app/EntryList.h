@@ -28,7 +28,6 @@ public:
     std::vector<Entry> entries() const;
     /// The table of the columns below.
     const TableSchema& table() const { return m_list->table(); }
-    RowRef whole() const { return m_list->whole(); }
     /// The columns that entries have; the first one is what a value without a column means.
     std::vector<const Column*> columns() const;
     /// Whether an entry can stand without a value in its first column.

@@ -10,8 +10,11 @@ constexpr int kEnding[] = {SIGINT, SIGTERM, SIGHUP};
 
 HeldSignals::HeldSignals() {
     sigemptyset(&m_held);
-    for (const int signal : kEnding)
-        sigaddset(&m_held, signal);
+    for (const int signal : kEnding) {
+        struct sigaction now {};
+        if (sigaction(signal, nullptr, &now) == 0 && now.sa_handler != SIG_IGN) // as nohup wants it
+            sigaddset(&m_held, signal);
+    }
     pthread_sigmask(SIG_BLOCK, &m_held, &m_before);
 }
 
@@ -23,7 +26,7 @@ bool HeldSignals::haveCome() const {
     sigset_t come{};
     sigpending(&come);
     for (const int signal : kEnding)
-        if (sigismember(&come, signal) == 1)
+        if (sigismember(&m_held, signal) == 1 && sigismember(&come, signal) == 1)
             return true;
     return false;
 }

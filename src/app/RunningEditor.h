@@ -32,8 +32,9 @@ public:
     RunningEditor(const std::filesystem::path& dataFolder, Receiver receiver);
     ~RunningEditor() override;
 
-    /// Who is told from now on, at first of the requests that were kept.
+    /// Who is told from now on, at first of the requests that were kept; before that there may be nobody.
     void setReceiver(Receiver receiver);
+    /// Whether there are requests that nobody was done with.
     bool keepsRequests() const { return !m_kept.empty(); }
     /// Brings a window to the front, as far as the desktop lets it.
     static void raise(QWidget& window, const OpenRequest& request);

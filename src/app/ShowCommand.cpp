@@ -63,14 +63,12 @@ std::vector<Part> partsOf(const RowChoice& row) {
     StyleSource& source = *StyleDatabases::current().source(row.source);
     for (const eTableType type : partTablesOf(row.table->type)) {
         const TableSchema& table = *findTable(type);
-        const auto owner = std::ranges::find_if(table.columns, [&row](const Column& column) {
-            return column.role == eReferenceRole::kPartOf && column.target == row.table->type;
-        });
+        const Column* owner = wholeColumn(table, row.table->type);
         const auto list = KorDSMEditedList::of(row.source, row.ref(), type);
         std::int64_t place = 0;
         for (const std::int32_t key : list->keys()) {
             Part& part = parts.emplace_back(
-                Part{{&table, source.table(type).find(KorOdbcKey(key)), &*owner}, ++place, {}});
+                Part{{&table, source.table(type).find(KorOdbcKey(key)), owner}, ++place, {}});
             for (const Column* column : list->cells())
                 part.cells.emplace_back(column->name, list->text(key, *column));
         }

@@ -75,7 +75,7 @@ bool WindowStart::show(std::chrono::milliseconds waited) {
 
 void WindowStart::beFound(const DataFolder& folder) {
     makeApplication();
-    running = std::make_unique<RunningEditor>(folder.path(), [](const OpenRequest& request) {
+    m_running = std::make_unique<RunningEditor>(folder.path(), [](const OpenRequest& request) {
         for (QWidget* window : QApplication::topLevelWidgets())
             if (window->isVisible())
                 RunningEditor::raise(*window, request);

@@ -24,8 +24,11 @@ public:
     /// Other starts of the program find this one from now on: the window that it shows comes to the front,
     /// and what they were to show is kept for the editor.
     void beFound(const DataFolder& folder);
-    /// What finds this start, to be given to the editor's window; null where nothing does yet.
-    std::unique_ptr<RunningEditor> running;
+    /// What finds this start, for the editor's window; null where nothing does, or it was taken.
+    std::unique_ptr<RunningEditor> takeRunning() { return std::move(m_running); }
+    /// Whether something finds it, and whether other starts left something to be shown.
+    bool isFound() const { return m_running != nullptr; }
+    bool keepsRequests() const { return m_running && m_running->keepsRequests(); }
     /// Makes the application, where there is none yet.
     void makeApplication();
 
@@ -35,5 +38,6 @@ private:
     int m_argc = 1; // Qt would take options such as --style for its own
     char** m_argv;
     std::unique_ptr<QApplication> m_application;
+    std::unique_ptr<RunningEditor> m_running; // goes before the application does
     std::unique_ptr<StartWindow> m_window;
 };

@@ -54,14 +54,16 @@ void ListEffect::showRow(int place, const KorDSMListEffect::Row& row) {
     const QSignalBlocker quiet(m_grid); // a tooltip is no edit
     const bool isCounted = KorDSMPreview::shown() != nullptr;
     KorString text = isCounted ? KorString::number(std::ssize(row.takes)) : KorString();
-    KorString more = row.never;
+    KorString more;
     if (isCounted && !row.unknown.empty()) {
         more = KorString::format(Prompts::dsm(kUnknown), {text, KorString::number(std::ssize(row.unknown))});
         text = KorString::format(Prompts::dsm(kAtMost),
                                  {text, KorString::number(std::ssize(row.takes) + std::ssize(row.unknown))});
     }
-    if (!row.never.isEmpty())
+    if (!row.never.isEmpty()) {
         text = Prompts::dsm(kNever);
+        more = row.never;
+    }
     if (row.isOff)
         text = Prompts::dsm(kOff);
     m_grid.setCellText(place, m_takes, text);

@@ -174,7 +174,9 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     m_users->setEnabled(use.isUsed());
     m_shared->setVisible(use.isShared);
     m_readOnly->setVisible(!editable);
-    m_readOnly->setToolTip(toQt(KorDSMItemCommands::whyOnlyReadable(*item)));
+    const QString reason = toQt(KorDSMItemCommands::whyOnlyReadable(*item));
+    m_readOnly->setToolTip(reason);
+    m_readOnly->setAccessibleDescription(reason);
     m_missing->setText(toQt(KorDSMRecordState::missingText(source, m_shown)));
     m_missing->setVisible(!m_missing->text().isEmpty());
     QPalette warning;

@@ -157,7 +157,7 @@ Result<> DataFolder::openRefused(const ServerAddress& server) {
     if (opened.isRefused)
         return {std::move(opened.error)};
     std::erase(m_problems, KorString(first.error));
-    if (!opened.ok()) // something else is in the way, or it may only be read
+    if (!opened.ok()) // something else is in the way
         tell(opened.error);
     m_refused.erase(m_refused.begin());
     return {};

@@ -56,8 +56,11 @@ KorString whyNotWritable(const KorDSMDatabaseItem& item) {
 }
 
 KorString whyOnlyReadable(const KorDSMDatabaseItem& item) {
+    return whyOnlyReadable(KorDSMItemSource::sourceOf(&item));
+}
+
+KorString whyOnlyReadable(SourceId source) {
     StyleDatabases& databases = StyleDatabases::current();
-    const SourceId source = KorDSMItemSource::sourceOf(&item);
     StyleSource* open = databases.source(source);
     const std::string why =
         open && open->store().isOnServer() ? databases.whyNotEditable(source) : std::string();

@@ -58,8 +58,7 @@ CopyResult copyItem(KorDSMDatabaseItem& item, const KorString& newName);
 
 /// The refusal to delete what is in use.
 KorString inUseText();
-/// Who uses the item's record, where that forbids to delete it; empty when it can be deleted. Users in other
-/// sources are named too, but only users in the item's own source forbid it.
+/// Who uses the item's record in its own source, which forbids to delete it; empty when it can be deleted.
 std::vector<KorDSMUsage> usersThatForbidDeleting(const KorDSMDatabaseItem& item);
 
 struct DeleteResult : CommandResult {
@@ -83,11 +82,12 @@ int viewsListedIn(const KorDSMDatabaseItem& category);
 /// source. Commands say so before they ask the user for anything.
 KorString whyNotWritable(SourceId source);
 KorString whyNotWritable(const KorDSMDatabaseItem& item);
-/// Where a server keeps the source, also why it lets it be read only and what can be done about that; for
-/// tooltips.
-KorString whyOnlyReadable(const KorDSMDatabaseItem& item);
 /// The same in a few words, for the status line.
 KorString readOnlyNote(const KorDSMDatabaseItem& item);
+/// The same in all words: where a server keeps the source, also why it lets it be read only, and what can be
+/// done about that. For tooltips, and where nothing else says it.
+KorString whyOnlyReadable(SourceId source);
+KorString whyOnlyReadable(const KorDSMDatabaseItem& item);
 /// Gives the item's record another name; for a detail style also its master. All items that show the record
 /// take the name. Refused for an empty name, for one that is taken (upper and lower case differ), and where
 /// the source is read-only. The name that it has already is no change.

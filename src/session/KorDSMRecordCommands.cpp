@@ -68,7 +68,7 @@ bool isKeyInBrackets(std::string_view name) {
 
 // Why a record of the source must not get the name; `exceptKey` is the row that may have it.
 KorString whyNotNamed(SourceId source, eTableType table, const KorString& name, std::int32_t exceptKey) {
-    if (KorString readOnly = KorDSMItemCommands::whyNotWritable(source); !readOnly.isEmpty())
+    if (KorString readOnly = KorDSMItemCommands::whyOnlyReadable(source); !readOnly.isEmpty())
         return readOnly;
     if (name.isEmpty())
         return Prompts::dsm(kNameNeeded);
@@ -319,7 +319,7 @@ std::vector<RowRef> listingsIn(SourceId source, RowRef category) {
 
 Outcome remove(SourceId source, const std::vector<RowRef>& rows, eFiled filed) {
     const KorDSNRequest request(source.dsn, source.index);
-    KorString why = KorDSMItemCommands::whyNotWritable(source);
+    KorString why = KorDSMItemCommands::whyOnlyReadable(source);
     if (why.isEmpty())
         why = ItemCommandParts::whyIncomplete();
     if (!why.isEmpty())

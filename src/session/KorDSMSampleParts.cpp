@@ -10,17 +10,31 @@
 
 namespace {
 
-struct SharedParts {
-    std::map<std::filesystem::path, std::shared_ptr<KorDSMSampleParts>> byFolder;
+// The files of a folder as they were when they were read, and what was read.
+struct FolderOfParts {
+    std::map<std::string, std::filesystem::file_time_type> files;
+    std::shared_ptr<KorDSMSampleParts> parts;
 };
+
+struct SharedParts {
+    std::map<std::filesystem::path, FolderOfParts> byFolder;
+};
+
+std::map<std::string, std::filesystem::file_time_type> filesIn(const std::filesystem::path& folder) {
+    std::map<std::string, std::filesystem::file_time_type> files;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, error))
+        files[entry.path().filename().string()] = entry.last_write_time(error);
+    return files;
+}
 
 } // namespace
 
 std::shared_ptr<KorDSMSampleParts> KorDSMSampleParts::ofSession(const std::filesystem::path& folder) {
-    auto& shared = EditorSession::currentPart<SharedParts>().byFolder[folder];
-    if (!shared)
-        shared = std::make_shared<KorDSMSampleParts>(folder);
-    return shared;
+    FolderOfParts& shared = EditorSession::currentPart<SharedParts>().byFolder[folder];
+    if (auto files = filesIn(folder); !shared.parts || files != shared.files)
+        shared = {std::move(files), std::make_shared<KorDSMSampleParts>(folder)};
+    return shared.parts;
 }
 
 std::vector<std::string> KorDSMSampleParts::names() const {

@@ -15,7 +15,8 @@ class StyleSource;
 class KorDSMSampleParts {
 public:
     explicit KorDSMSampleParts(std::filesystem::path folder) : m_folder(std::move(folder)) {}
-    /// Those of the current session, for all who draw in it.
+    /// Those that all share who draw in the current session, never null. They are read anew for who asks when
+    /// the files are others than before.
     static std::shared_ptr<KorDSMSampleParts> ofSession(const std::filesystem::path& folder);
 
     struct Entry {

@@ -4,14 +4,14 @@
 
 #include <algorithm>
 
-namespace {
-
 const Column* wholeColumn(const TableSchema& part, eTableType whole) {
     for (const Column& column : part.columns)
         if (column.isReference() && column.role == eReferenceRole::kPartOf && column.target == whole)
             return &column;
     return nullptr;
 }
+
+namespace {
 
 bool isRowPending(const TableChange& change, std::int32_t key, const std::vector<int>& columns) {
     return std::ranges::any_of(change.cells,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/KorOdbcKey.h"
+#include "records/TableSchema.h"
 #include "records/TableTypes.h"
 
 #include <vector>
@@ -16,5 +17,7 @@ struct ShownColumns {
     bool isPending() const;
 };
 
+/// The column by which rows of the table `part` are parts of rows of this other one; null when they are none.
+const Column* wholeColumn(const TableSchema& part, eTableType whole);
 /// The tables whose rows are parts of rows of this one.
 std::vector<eTableType> partTablesOf(eTableType table);

@@ -29,5 +29,6 @@ struct StylePicture {
     PicturePage page;
 };
 
-/// Draws it. Fails with a sentence where there is no such part, or where its file is wrong.
+/// Draws it; the source must be open. Fails with a sentence where there is no such part, or where its file is
+/// wrong.
 Result<StylePicture> pictureOf(const StylePictureWish& wish);

@@ -84,7 +84,7 @@ int KorDSMMainDialog::OnInitDialog() {
     setUpTabOrder();
     m_parts->sectionStrip.check(m_structure.getSelectedSection());
     constexpr int kSplitter = 1096;
-    KorControls::find<KorVerticalSplitter>(this, kSplitter)->setRightRoom(KorVerticalSplitter::kRoomOfPages);
+    KorControls::find<KorVerticalSplitter>(this, kSplitter)->setRightRoom(RightSide::kRoomOfPages);
     m_memory.registerControl(kSplitter, MemoryDlg::eStretchY);
     m_memory.setWindow(this);
     resize(width() + m_parts->preview.wantedWidth(), height());

@@ -112,7 +112,7 @@ void KorDSMViewRequestDialog::OnInitDialog() {
     setTexts();
     setUpActions();
     setUpTree();
-    KorControls::find<KorVerticalSplitter>(this, kSplitter)->setRightRoom(KorVerticalSplitter::kRoomOfPages);
+    KorControls::find<KorVerticalSplitter>(this, kSplitter)->setRightRoom(RightSide::kRoomOfPages);
     m_memory.registerControl(kSplitter, MemoryDlg::eStretchY);
     m_memory.setWindow(this);
     m_memory.restore();

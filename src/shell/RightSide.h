@@ -11,6 +11,9 @@ class RightSide : public QObject {
     Q_OBJECT
 
 public:
+    /// In so many pixels any page is seen without scrolling sideways, with texts of the usual size.
+    static constexpr int kRoomOfPages = 450;
+
     /// The controls are not owned and must outlive the object.
     RightSide(KorTabCtrl& tabs, KorListCtrl& list, KorImageListPtr images);
     /// Deletes all pages.

@@ -54,7 +54,10 @@ TEST(MemoryDlg, AWindowComesBackAsItWasLeft) {
     first.setGeometry(50, 60, 640, 480);
     first.show();
     first.splitter->setLeftWidth(200);
+    first.splitter->setRightRoom(480);
+    EXPECT_EQ(first.splitter->leftWidth(), 153) << "it gives way, and that is not what the user wants";
     memory.writeSetting();
+    EXPECT_EQ(first.splitter->leftWidth(), 153);
 
     Window second;
     memory.setWindow(&second);

@@ -2,6 +2,8 @@
 #include "data/StyleDatabases.h"
 #include "support/LineProxy.h"
 
+#include <chrono>
+
 // What comes in from others while a database on a server is open.
 
 namespace {
@@ -36,10 +38,10 @@ protected:
     }
     /// Looks until it is so.
     void lookUntil(const std::function<bool(const ServerNews&)>& isSo) {
-        constexpr int kMostLooks = 100'000'000; // after minutes it is never so
-        int looks = 0;
+        const auto end =
+            std::chrono::steady_clock::now() + std::chrono::minutes(3); // after minutes it is never so
         while (!isSo(m_databases.glance().at(kUser))) {
-            if (++looks > kMostLooks)
+            if (std::chrono::steady_clock::now() > end)
                 throw std::runtime_error("what was looked for did not come");
             std::this_thread::yield(); // the server has its turn
         }

@@ -104,6 +104,11 @@ constexpr const char* kTheirs = "UPDATE detail_style SET title_position=6 WHERE 
 TEST_F(Recovery, ThatTheLastChangeIsCutOffIsToldBesideWhatIsOffered) {
     crashWithAChange();
     keepFiles();
+    for (const char* noChange : {"storing\t1", "begin\t\t12", "begin\t\t12\nforget\t1"}) {
+        writeBytes(m_kept[0].first, m_kept[0].second + noChange);
+        openAndAnswer({"&Later"});
+        EXPECT_FALSE(m_said.join(' ').contains("breaks off")) << noChange;
+    }
     writeBytes(m_kept[0].first, m_kept[0].second + "cell\t1");
     openAndAnswer({"&Bring back", "OK"});
     EXPECT_TRUE(m_said.join(' ').contains("breaks off in the middle")) << m_said.join('\n').toStdString();

@@ -14,10 +14,10 @@
 #include "support/DatabaseServer.h"
 #include "support/LineProxy.h"
 
-#include <QDeadlineTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QTimer>
 #include <QTreeView>
 
 #include <fstream>
@@ -77,9 +77,13 @@ protected:
     }
     template <typename Condition>
     static void waitFor(Condition isSo) {
-        const QDeadlineTimer end(std::chrono::minutes(3));
+        bool isOver = false;
+        QTimer end;
+        end.setSingleShot(true);
+        QObject::connect(&end, &QTimer::timeout, [&isOver] { isOver = true; });
+        end.start(std::chrono::minutes(3));
         while (!isSo()) {
-            if (end.hasExpired())
+            if (isOver)
                 throw std::runtime_error("what was waited for did not come");
             QApplication::processEvents(QEventLoop::WaitForMoreEvents);
         }

@@ -38,7 +38,7 @@ Result<> CopiedDatabase::copy(StyleStore& from, StyleStore& to, const Progress& 
         if (result && !conflicts.empty())
             result = refuseRows(to);
         if (result && !change.isEmpty() && !progress(*table, rows->size()))
-            result = Result<>::failure(translated("The copy was stopped, so nothing was copied."));
+            result = Result<>::failure(translated("The copy was stopped."));
     }
     return result;
 }

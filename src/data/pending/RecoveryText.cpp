@@ -313,6 +313,21 @@ std::string undo() {
     return line({kUndo});
 }
 
+namespace {
+
+// What breaks off is no loss where it only says what became of the file. Groups of such lines have no label.
+bool beginsAChange(std::string_view rest) {
+    const auto tab = rest.find('\t');
+    const std::string_view kind = rest.substr(0, tab);
+    if (kind == kBegin && tab != rest.npos)
+        return tab + 1 < rest.size() && rest[tab + 1] != '\t';
+    constexpr std::string_view kChanges[] = {kCell, kAppend, kDelete, kUndo};
+    return !kind.empty() &&
+           std::ranges::any_of(kChanges, [kind](std::string_view each) { return each.starts_with(kind); });
+}
+
+} // namespace
+
 Parsed parse(std::string_view text, const SourceNames& idOf) {
     Parser parser(idOf);
     Parsed parsed;
@@ -332,7 +347,7 @@ Parsed parse(std::string_view text, const SourceNames& idOf) {
         if (line.empty() || !parser.take(line))
             return {};
     }
-    parsed.isCutOff = parsed.size != text.size();
+    parsed.isCutOff = beginsAChange(text.substr(parsed.size));
     parsed.changes = parser.takeLog();
     parsed.storing = parser.takeStoring();
     parsed.takenOver = parser.takeTakenOver();

@@ -63,7 +63,7 @@ struct Parsed {
     std::vector<TakenOver> takenOver;
     std::size_t size = 0;  ///< in bytes, without what it broke off in: more lines may follow there
     Seal seal = kNoSeal;   ///< of its lines up to there
-    bool isCutOff = false; ///< something stands behind
+    bool isCutOff = false; ///< behind it begins a change that is not whole
 };
 
 /// The changes that stand at the end of a file with this text, of the sources that `idOf` gives for the

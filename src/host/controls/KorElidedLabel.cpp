@@ -25,6 +25,7 @@ void KorElidedLabel::setWhole(const QString& text, const QString& more) {
     m_whole = text;
     setToolTip(more.isEmpty() ? text : text + u'\n' + more);
     setAccessibleName(text);
+    setAccessibleDescription(more);
     if (isOther)
         takeRoom();
     fit();

@@ -84,6 +84,23 @@ void KorVerticalSplitter::setRightRoom(int width) {
     giveWay();
 }
 
+QByteArray KorVerticalSplitter::saveWanted() {
+    const QList<int> now = sizes();
+    if (m_leftBefore == 0 || now.size() < 2)
+        return saveState();
+    const QSignalBlocker quiet(this);
+    setSizes({m_leftBefore, now[0] + now[1] - m_leftBefore});
+    const QByteArray state = saveState();
+    setSizes(now);
+    return state;
+}
+
+void KorVerticalSplitter::restoreWanted(const QByteArray& state) {
+    m_leftBefore = 0;
+    restoreState(state);
+    giveWay();
+}
+
 void KorVerticalSplitter::giveWay() {
     const QList<int> now = sizes();
     if (m_rightRoom == 0 || now.size() < 2)

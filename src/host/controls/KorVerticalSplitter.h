@@ -15,10 +15,12 @@ public:
     /// minimum sizes allow.
     void setLeftWidth(int width);
     int leftWidth() const;
-    /// In which any page is seen without scrolling sideways.
-    static constexpr int kRoomOfPages = 450;
-    /// Lets the left pane give way where the right one would have less room than that, in pixels, and come
-    /// back when there is room again. Where the user puts the bar it stays until the window changes its size.
+    /// What `saveState` gives and `restoreState` takes, with the width that the left pane has where it does
+    /// not give way.
+    QByteArray saveWanted();
+    void restoreWanted(const QByteArray& state);
+    /// Lets the left pane give way where the right one would have less than `width` pixels, and come back
+    /// when there is room again. Where the user puts the bar it stays until the window changes its size.
     void setRightRoom(int width);
 
 protected:

@@ -3,9 +3,9 @@
 #include "controls/KorControls.h"
 #include "controls/KorLayoutStore.h"
 #include "controls/KorQt.h"
+#include "controls/KorVerticalSplitter.h"
 
 #include <QScreen>
-#include <QSplitter>
 
 namespace {
 
@@ -21,6 +21,19 @@ QString encoded(const QByteArray& state) {
 
 QByteArray decoded(QStringView text) {
     return QByteArray::fromBase64(text.toLatin1());
+}
+
+// As the user left it, wherever a pane gives way just now.
+QByteArray stateOf(QSplitter& splitter) {
+    auto* yielding = qobject_cast<KorVerticalSplitter*>(&splitter);
+    return yielding ? yielding->saveWanted() : splitter.saveState();
+}
+
+void bringBack(QSplitter& splitter, const QByteArray& state) {
+    if (auto* yielding = qobject_cast<KorVerticalSplitter*>(&splitter))
+        yielding->restoreWanted(state);
+    else
+        splitter.restoreState(state);
 }
 
 } // namespace
@@ -58,7 +71,7 @@ bool MemoryDlg::restore() {
         const qsizetype equals = part.indexOf(u'=');
         auto* splitter = KorControls::find<QSplitter>(m_window, part.left(equals).toInt());
         if (splitter)
-            splitter->restoreState(decoded(QStringView(part).mid(equals + 1)));
+            bringBack(*splitter, decoded(QStringView(part).mid(equals + 1)));
     }
     return true;
 }
@@ -76,7 +89,7 @@ void MemoryDlg::writeSetting() const {
         return;
     QStringList parts{encoded(m_window->saveGeometry())};
     for (const Control& control : m_controls)
-        if (const auto* splitter = KorControls::find<QSplitter>(m_window, control.id))
-            parts.append(QString::number(control.id) + u'=' + encoded(splitter->saveState()));
+        if (auto* splitter = KorControls::find<QSplitter>(m_window, control.id))
+            parts.append(QString::number(control.id) + u'=' + encoded(stateOf(*splitter)));
     KorLayoutStore::write(m_name, fromQt(parts.join(kSeparator)));
 }
