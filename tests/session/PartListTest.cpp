@@ -242,14 +242,14 @@ TEST_F(PartList, CopiedRowsOutliveTheirOriginals) {
     EXPECT_EQ(KorDSMCopiedRows::read(text.value, kTableDimStrategyItem), nullptr);
     EXPECT_EQ(KorDSMCopiedRows::read(text.value + " ", kTableReprMapEntry), nullptr)
         << "it was tampered with";
-    EXPECT_EQ(copied->compareWith(SourceId::user(), list.cells()).missing, 0);
+    EXPECT_EQ(copied->compareWith(SourceId::user(), list.cells()).missing.size(), 0U);
 
     // The record of that name is meant where it was copied, whatever it holds by now.
     const std::int32_t key = row<StructDetObjQualifierSet>(SourceId::user(), set)->key;
     ASSERT_TRUE(databases.setCell(kTableQualifierSet, KorOdbcKey(key), 4, KorString("Changed")).isStored());
-    EXPECT_EQ(copied->compareWith(SourceId::user(), list.cells()).different, 0);
+    EXPECT_EQ(copied->compareWith(SourceId::user(), list.cells()).different.size(), 0U);
     ASSERT_TRUE(databases.setCell(kTableQualifierSet, KorOdbcKey(key), 1, KorString("Renamed")).isStored());
-    EXPECT_EQ(copied->compareWith(SourceId::user(), {list.cells()[0]}).missing, 1);
+    EXPECT_EQ(copied->compareWith(SourceId::user(), {list.cells()[0]}).missing.size(), 1U);
     const std::size_t before = steps();
     const KorDSMEditedList::Outcome pasted = list.paste(keys[2], *copied, eNamesakes::kUseTheirs);
     ASSERT_TRUE(pasted.isStored()) << pasted.error;
