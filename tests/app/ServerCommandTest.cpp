@@ -137,8 +137,9 @@ TEST_F(ServerCommandTest, ACopyThatIsStoppedLeavesNothing) {
         while (!line.hasStruck() && process.state() != QProcess::NotRunning)
             process.waitForFinished(1);
         EXPECT_TRUE(line.hasStruck()) << "it ended before";
-        if (process.state() == QProcess::Running)
+        if (process.state() == QProcess::Running) {
             EXPECT_EQ(::kill(static_cast<pid_t>(process.processId()), SIGINT), 0);
+        }
         process.waitForFinished();
         EXPECT_EQ(process.exitStatus(), QProcess::CrashExit) << "as shells expect it";
         line.mend();
