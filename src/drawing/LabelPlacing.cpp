@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr double kCoversLine = 25; // costs, as millimetres of a longer leader
+constexpr double kCoversLine = 30; // costs, as millimetres of a longer leader
 constexpr double kTouchesLine = 5;
 constexpr double kClearOfLine = 0.5; // mm
 constexpr double kLeaderThroughLabel = 60;
