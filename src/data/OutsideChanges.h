@@ -32,8 +32,10 @@ struct OutsideConflict {
     const Column* column = nullptr; ///< that differs; null for a new row, and for one whose parts differ
     /// The row as it is stored now; one that is gone as it was known last, or null; a new one itself.
     std::shared_ptr<const StructRecord> record;
-    KorString name;                  ///< of the row, as far as known, where `record` is null
-    KorString wholeName;             ///< of a new row: that of its whole that is gone, as far as known
+    KorString name;      ///< of the row, as far as known, where `record` is null
+    KorString wholeName; ///< of a new row: that of its whole that is gone, as far as known
+    /// The row as it was stored when this program changed it; null where that is not known.
+    std::shared_ptr<const StructRecord> before;
     std::optional<CellValue> stored; ///< what the cell holds now; none when the row is gone
     std::optional<CellValue> mine;   ///< what this program wrote into the cell; none for a whole row
     KorString targetName;            ///< of the row that `mine` refers to, as it was known last

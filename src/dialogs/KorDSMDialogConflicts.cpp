@@ -26,8 +26,8 @@ constexpr int kQuestion = 214;
 constexpr int kAllMine = 215;
 constexpr int kAllStored = 216;
 constexpr int kOnlyTold = 442; // the text where nothing can be chosen
-constexpr std::array kColumnTitles = {443, 444, 445, 446};
-enum eColumn { kRecord, kProperty, kMine, kStored };
+constexpr std::array kColumnTitles = {443, 444, 1300, 445, 446};
+enum eColumn { kRecord, kProperty, kBefore, kMine, kStored };
 
 constexpr QSize kUsualSize(860, 420);
 constexpr double kMostOfScreen = 0.9;
@@ -69,7 +69,7 @@ void KorDSMDialogConflicts::addColumns() {
         m_grid->insertColumn(Prompts::dsm(title),
                              isValue ? KorMFCGridCtrl::eRadio : KorMFCGridCtrl::eReadOnly);
     }
-    m_grid->setColumnWidths({24, 18, 29, 29});
+    m_grid->setColumnWidths({21, 15, 18, 23, 23});
     // What is different is often at the end of a text, and why something cannot stay always.
     m_grid->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
 }
@@ -85,7 +85,8 @@ void KorDSMDialogConflicts::addRows() {
                 severalSources
                     ? KorString::format("%s (%s)", {words.record, KorDSMWhereUsed::sourceName(change.source)})
                     : words.record;
-            const int row = m_grid->addRow({record, words.property, words.mine, words.beside()});
+            const int row =
+                m_grid->addRow({record, words.property, words.before, words.mine, words.beside()});
             for (int column = 0; column < m_grid->columnCount(); ++column)
                 m_grid->item(row, column)->setToolTip(wrapped(m_grid->item(row, column)->text()));
             for (const int column : {kMine, kStored})

@@ -112,15 +112,24 @@ void shorten(KorString& mine, KorString& stored) {
         *text = whole->empty() ? Prompts::dsm(kEmpty) : cut(*whole, std::min(from, whole->size()));
 }
 
-// The slots of the row as it is stored, or with the cells that this program wants; empty ones are left out.
-KorString listText(const OutsideConflict& conflict, bool isMine) {
+void shorten(KorDSMConflictWords& words, const OutsideConflict& conflict) {
+    KorString stored = words.stored;
+    shorten(words.mine, words.stored);
+    if (conflict.before && !conflict.isMade)
+        shorten(words.before, stored);
+    else
+        words.before = {};
+}
+
+// The slots of a row, or with the cells that this program wants; empty ones are left out.
+KorString listText(const OutsideConflict& conflict, const StructRecord* row, bool isMine = false) {
     KorString text;
     for (const Column& column : conflict.table->columns) {
-        if (!column.isSlot() || !conflict.record)
+        if (!column.isSlot() || !row)
             continue;
         const auto wanted = std::ranges::find(conflict.cells, &column, &WantedCell::column);
         const bool isWanted = isMine && wanted != conflict.cells.end();
-        const CellValue value = isWanted ? wanted->mine : column.read(conflict.record.get());
+        const CellValue value = isWanted ? wanted->mine : column.read(row);
         if (value == CellValue(std::int64_t{0}))
             continue;
         const bool isKnown = isWanted && !wanted->targetName.isEmpty();
@@ -133,9 +142,10 @@ KorString listText(const OutsideConflict& conflict, bool isMine) {
 
 void wordSlots(const OutsideConflict& conflict, KorDSMConflictWords& words) {
     words.property = Prompts::ups(kViews);
-    words.mine = listText(conflict, true);
-    words.stored = listText(conflict, false);
-    shorten(words.mine, words.stored);
+    words.mine = listText(conflict, conflict.record.get(), true);
+    words.stored = listText(conflict, conflict.record.get());
+    words.before = listText(conflict, conflict.before.get());
+    shorten(words, conflict);
 }
 
 void wordValues(const OutsideConflict& conflict, KorDSMConflictWords& words) {
@@ -143,13 +153,18 @@ void wordValues(const OutsideConflict& conflict, KorDSMConflictWords& words) {
     const Column& column = *conflict.column;
     const CellValue& mine = conflict.mine ? *conflict.mine : *conflict.stored;
     const CellValue& stored = conflict.stored ? *conflict.stored : mine;
+    const CellValue before = conflict.before ? column.read(conflict.before.get()) : stored;
     words.mine = conflict.targetName.isEmpty() ? valueText(table, column, mine) : conflict.targetName;
     words.stored = valueText(table, column, stored);
-    if (words.mine == words.stored && mine != stored) {
+    words.before = valueText(table, column, before);
+    if ((words.mine == words.stored && mine != stored) ||
+        (words.before == words.stored && before != stored) ||
+        (words.before == words.mine && before != mine)) {
         words.mine = exactText(table, column, mine);
         words.stored = exactText(table, column, stored);
+        words.before = exactText(table, column, before);
     }
-    shorten(words.mine, words.stored);
+    shorten(words, conflict);
 }
 
 KorString whyNotMine(const OutsideConflict& conflict) {

@@ -8,6 +8,7 @@
 struct KorDSMConflictWords {
     KorString record;   ///< kind, name, and what the record is part of or filed under
     KorString property; ///< caption of the column; of a new row that all of it is meant
+    KorString before;   ///< what was stored when it was changed here; empty where that is not known
     KorString mine;
     KorString stored;   ///< empty where `reason` says why there is nothing
     KorString reason;   ///< one sentence why mine cannot be kept; empty when the user can choose

@@ -34,9 +34,9 @@ protected:
     std::multiset<std::string> lines() {
         std::multiset<std::string> lines;
         for (const KorDSMConflictWords& one : words())
-            lines.insert(
-                KorString::format("%s | %s | %s | %s", {one.record, one.property, one.mine, one.beside()})
-                    .toStdString());
+            lines.insert(KorString::format("%s | %s | %s | %s | %s",
+                                           {one.record, one.property, one.before, one.mine, one.beside()})
+                             .toStdString());
         return lines;
     }
 };
@@ -59,12 +59,12 @@ TEST_F(ConflictWords, ValuesAreThoseOfThePages) {
     EXPECT_EQ(
         lines(),
         (std::multiset<std::string>{
-            R"(View request "HB front" | Scale | 1:75 | 1:25)",
-            R"(View request "HB front" | Clipping strategy | HB long beams | HB railing panels)",
-            R"(Detail style "HB post 1:15" | Title position | Below detail | Upper left)",
-            R"(Clipping strategy "HB long beams" | Interval | 1234.5 mm | 20 mm)",
-            R"(Clipping strategy "HB long beams" | Extension | Use default | 4 mm)",
-            R"(Annotation strategy "HB hole", Annotation group "Hallberg: marks" | Contents | A {mark} | (empty))",
+            R"(View request "HB front" | Scale | 1:15 | 1:75 | 1:25)",
+            R"(View request "HB front" | Clipping strategy | None | HB long beams | HB railing panels)",
+            R"(Detail style "HB post 1:15" | Title position | Above main view | Below detail | Upper left)",
+            R"(Clipping strategy "HB long beams" | Interval | 2000 mm | 1234.5 mm | 20 mm)",
+            R"(Clipping strategy "HB long beams" | Extension | 3 mm | Use default | 4 mm)",
+            R"(Annotation strategy "HB hole", Annotation group "Hallberg: marks" | Contents | {quantity} x {description} | A {mark} | (empty))",
         }));
 }
 
@@ -110,10 +110,10 @@ TEST_F(ConflictWords, RowsThatAreGoneAreNamedWithTheReason) {
     EXPECT_EQ(
         lines(),
         (std::multiset<std::string>{
-            R"(View request "HB top" | Scale | 1:75 | The record was deleted. Your change is not made.)",
-            R"(Representation map entry "New", Representation map "HB site" | Whole record | New record | Its owner was deleted. Your change is not made.)",
-            R"(Dimension of the view "HB bays", View dimensioning "HB bays" | Order | 7 | 9)",
-            R"(Clipping strategy "HB long beams" | Along Y | Deletion | Yes)",
+            R"(View request "HB top" | Scale | 1:15 | 1:75 | The record was deleted. Your change is not made.)",
+            R"(Representation map entry "New", Representation map "HB site" | Whole record |  | New record | Its owner was deleted. Your change is not made.)",
+            R"(Dimension of the view "HB bays", View dimensioning "HB bays" | Order | 1 | 7 | 9)",
+            R"(Clipping strategy "HB long beams" | Along Y | No | Deletion | Yes)",
         }));
 }
 
@@ -139,13 +139,14 @@ TEST_F(ConflictWords, WhatBelongsTogetherIsOneLineWithWhatBecomesOfIt) {
            "DELETE FROM qualifier_set_group WHERE \"key\" = " +
            std::to_string(set.groupKey));
     const auto said = lines();
-    EXPECT_TRUE(said.contains(R"(Detail style "HB post 1:15" | Views | HB top, HB front | HB front)"));
-    EXPECT_TRUE(
-        said.contains(R"(Detail style "New 1" | Name | New | Another record has this name now, so the new )"
-                      R"(one is called "New 1".)"));
+    EXPECT_TRUE(said.contains(
+        R"(Detail style "HB post 1:15" | Views | HB front, HB side, HB section | HB top, HB front | HB front)"));
+    EXPECT_TRUE(said.contains(
+        R"(Detail style "New 1" | Name |  | New | Another record has this name now, so the new )"
+        R"(one is called "New 1".)"));
     EXPECT_TRUE(
         said.contains("Qualifier set group \"" + group.toStdString() +
-                      "\" | Whole record | New record | It was deleted meanwhile, but new records are "
+                      "\" | Whole record |  | New record | It was deleted meanwhile, but new records are "
                       "filed in it, so it is made again."))
         << testing::PrintToString(said);
 }

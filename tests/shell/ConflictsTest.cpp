@@ -16,8 +16,8 @@ namespace {
 
 constexpr int kUpperLeft = 1038;
 constexpr int kGrid = 2362;
-constexpr int kMine = 2;
-constexpr int kStored = 3;
+constexpr int kMine = 3;
+constexpr int kStored = 4;
 const char* const kScale = "SELECT round(1 / scale) FROM view_request WHERE name='HB railing post'";
 
 class Conflicts : public EditorFixture {
@@ -78,9 +78,10 @@ TEST_F(Conflicts, AreSettledValueByValueAtApply) {
     conflict();
     whenAsked([](KorDSMDialogConflicts&, KorMFCGridCtrl& grid) {
         ASSERT_EQ(grid.rowCount(), 2);
-        EXPECT_EQ(line(grid, 0),
-                  R"(Detail style "HB post 1:15" | Title position | Below detail | Upper left)");
-        EXPECT_EQ(line(grid, 1), R"(View request "HB railing post" | Scale | 1:75 | 1:25)");
+        EXPECT_EQ(
+            line(grid, 0),
+            R"(Detail style "HB post 1:15" | Title position | Above main view | Below detail | Upper left)");
+        EXPECT_EQ(line(grid, 1), R"(View request "HB railing post" | Scale | 1:10 | 1:75 | 1:25)");
         EXPECT_TRUE(grid.hasFocus() && grid.isCellChecked(0, kMine) && grid.isCellChecked(1, kMine));
         QTest::keyClick(&grid, Qt::Key_Down);
         QTest::keyClick(&grid, Qt::Key_Right);
@@ -114,7 +115,7 @@ TEST_F(Conflicts, OfAllOneAnswerIsOneKeyAndWhatIsGoneIsOnlyTold) {
     storeElsewhere("user.dsdb", "DELETE FROM view_request WHERE name='HB railing post'");
     whenAsked([](KorDSMDialogConflicts& dialog, KorMFCGridCtrl& grid) {
         ASSERT_EQ(grid.rowCount(), 2);
-        EXPECT_EQ(line(grid, 1), "View request \"HB railing post\" | Scale | 1:75 | "
+        EXPECT_EQ(line(grid, 1), "View request \"HB railing post\" | Scale | 1:10 | 1:75 | "
                                  "The record was deleted. Your change is not made.");
         chooseAll(dialog, Qt::Key_S, kStored);
         EXPECT_FALSE(grid.isCellChecked(1, kMine) || grid.isCellChecked(1, kStored));

@@ -186,6 +186,8 @@ OutsideConflict& PendingReplay::addConflict(OutsideConflict::eKind kind, RowRef 
     conflict.key = row.key;
     conflict.column = column;
     conflict.record = std::move(record);
+    if (const StructRecord* before = m_before.stored(row))
+        conflict.before = m_source.table(row.table).rows().copyOf(before);
     return conflict;
 }
 
