@@ -25,7 +25,7 @@ public:
     bool isComplete() const;
 
     /// `whyReadOnly` is told where a command that changes something is off because of that; it can be empty.
-    void enable(const CommandStates& states, const KorString& whyReadOnly);
+    void enable(const CommandStates& states, const KorString& whyReadOnly = {});
     /// Takes the command's entry out of a menu that has something better for what is selected.
     static void leaveOut(QMenu& menu, eItemCommand command);
     /// Leaves the command out of menus, where another entry stands for it.
