@@ -31,7 +31,8 @@ protected:
         QTest::keyClick(window->windowHandle(), static_cast<Qt::Key>(key), modifiers);
         QApplication::processEvents();
         // A letter presses a button for a moment.
-        while (window && std::ranges::any_of(window->findChildren<QPushButton*>(), &QPushButton::isDown))
+        while (window &&
+               std::ranges::any_of(window->findChildren<QAbstractButton*>(), &QAbstractButton::isDown))
             QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     void type(const char* text) {
