@@ -50,13 +50,14 @@ WriteResult announced(WriteResult result) {
     return result;
 }
 
-// Control signs, and those that turn the direction of what follows: what is read would not be what is there.
+// Control signs, those without a width, and those that turn the direction of what follows: what is read would
+// not be what is there.
 bool hasUnseenSigns(std::string_view name) {
-    constexpr std::array<std::string_view, 11> kTurning = {"\u200E", "\u200F", "\u202A", "\u202B",
-                                                           "\u202C", "\u202D", "\u202E", "\u2066",
-                                                           "\u2067", "\u2068", "\u2069"};
+    constexpr std::array<std::string_view, 14> kUnseen = {"\u200E", "\u200F", "\u202A", "\u202B", "\u202C",
+                                                          "\u202D", "\u202E", "\u2066", "\u2067", "\u2068",
+                                                          "\u2069", "\u200B", "\u2060", "\uFEFF"};
     return std::ranges::any_of(name, [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }) ||
-           std::ranges::any_of(kTurning,
+           std::ranges::any_of(kUnseen,
                                [name](std::string_view sign) { return name.find(sign) != name.npos; });
 }
 

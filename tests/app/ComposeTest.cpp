@@ -262,7 +262,8 @@ TEST_F(ComposeTest, WhatIsMistypedIsAnsweredWithWhatIsMeant) {
         {"entry", "add", "repr-map", "Map", "--value", "All", "--value", "qualifier_set=Rails", "--shared"},
         2, "given twice");
     refuses({"new", "repr-map", "Two\nlines"}, 1, "one line");
-    refuses({"copy", "repr-map", "Map", QString::fromUtf8("\u202Epam")}, 1, "one line");
+    for (const char* unseen : {"\u202Epam", "pa\u200Bm"})
+        refuses({"copy", "repr-map", "Map", QString::fromUtf8(unseen)}, 1, "one line");
     refuses({"rename", "repr-map", "Map", "[1]", "--shared"}, 1, "taken for a key");
     refuses({"set", "appearance", "Fine", "visible_color", "4"}, 1,
             "reaches Representation map \"Map\", View");
