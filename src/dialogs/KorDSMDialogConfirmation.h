@@ -23,7 +23,10 @@ public:
                              const KorString& user = {});
 
     /// Runs the dialog for a record and turns the outcome into an answer: 1 write, 2 make a copy, 0 neither.
-    static int ask(eTableType table, const KorOdbcKey& key, QWidget* parent, const KorString& user = {});
+    static int ask(eTableType table, const KorOdbcKey& key, QWidget* parent, const KorString& user);
+    static int ask(eTableType table, const KorOdbcKey& key, QWidget* parent) {
+        return ask(table, key, parent, {});
+    }
 
     void accept() override;
     eAction selectedAction() const { return m_action; }

@@ -136,11 +136,12 @@ void KorDSMPageViewDefinition::addMaker(int combo, int column) {
                                         {}};
         },
         RecordButtons::eGoes::kByPage);
-    QWidget* field = KorControls::find(this, combo);
-    for (auto* line : field->parentWidget()->findChildren<QHBoxLayout*>())
-        if (const int place = line->indexOf(field); place >= 0)
-            line->insertWidget(place + 1, maker);
     m_makers.push_back(maker);
+    // A field that can tell something stands in a widget with its note.
+    for (QWidget* part = KorControls::find(this, combo); part != this; part = part->parentWidget())
+        for (auto* line : part->parentWidget()->findChildren<QHBoxLayout*>())
+            if (const int place = line->indexOf(part); place >= 0)
+                return line->insertWidget(place + 1, maker);
 }
 
 bool KorDSMPageViewDefinition::fillLists() {

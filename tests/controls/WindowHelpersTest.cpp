@@ -55,9 +55,9 @@ TEST(MemoryDlg, AWindowComesBackAsItWasLeft) {
     first.show();
     first.splitter->setLeftWidth(200);
     first.splitter->setRightRoom(480);
-    EXPECT_EQ(first.splitter->leftWidth(), 153) << "it gives way, and that is not what the user wants";
+    EXPECT_EQ(first.splitter->leftWidth(), 150) << "it gives way, and that is not what the user wants";
     memory.writeSetting();
-    EXPECT_EQ(first.splitter->leftWidth(), 153);
+    EXPECT_EQ(first.splitter->leftWidth(), 150);
 
     Window second;
     memory.setWindow(&second);

@@ -91,6 +91,7 @@ TEST_F(WhereUsed, WhatIsInNoTreeLeadsNowhere) {
 
 TEST_F(WhereUsed, IsSaidInANumberAndWhatIsMissingByName) {
     const auto useText = [this](eTableType table, const char* name) {
+        databases.setCurrentSource(kUser);
         const RowRef record{table, databases.source(kUser)->table(table).find(KorString(name))->key};
         return KorDSMRecordState::useText(record, KorDSMRecordState::useCountOf(kUser, record));
     };

@@ -200,21 +200,21 @@ TEST_F(Compose, GroupsAreMadeAndRenamedAndWhatOthersUseIsRenamedCopiedAndKept) {
 
 TEST_F(Compose, ASharedRecordIsCopiedForOneUserWhenItIsChanged) {
     KorDSMDialogFactory::getDSMDataStructure().setShowWarning(true);
-    select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front", "HB workshop"});
+    select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB side", "HB workshop"});
     whenShown<KorDSMDialogConfirmation>([this](KorDSMDialogConfirmation& dialog) {
-        whenShown<KorDSMDialogNewItem>([](KorDSMDialogNewItem& asked) { typeName(&asked, "HB front map"); });
+        whenShown<KorDSMDialogNewItem>([](KorDSMDialogNewItem& asked) { typeName(&asked, "HB side map"); });
         click(KorControls::find(&dialog, 1244));
     });
     constexpr int kShowsRest = 5890;
     ASSERT_EQ(row<StructDetObjReprMap>("HB workshop")->hideUnmatched, 1);
     click(pageControl<QRadioButton>(kShowsRest));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return row<StructDetObjReprMap>("HB front map") != nullptr; }));
-    const auto* copy = row<StructDetObjReprMap>("HB front map");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return row<StructDetObjReprMap>("HB side map") != nullptr; }));
+    const auto* copy = row<StructDetObjReprMap>("HB side map");
     ASSERT_NE(copy, nullptr);
-    EXPECT_EQ(selected(), "HB front map");
+    EXPECT_EQ(selected(), "HB side map");
     EXPECT_EQ(copy->hideUnmatched, 0) << "what was to be changed is changed there";
     EXPECT_EQ(row<StructDetObjReprMap>("HB workshop")->hideUnmatched, 1);
-    EXPECT_EQ(row<StructDetViewRequest>("HB front")->reprMapKey, copy->key);
+    EXPECT_EQ(row<StructDetViewRequest>("HB side")->reprMapKey, copy->key);
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_FALSE(isPending()) << "one step";
 }
