@@ -47,7 +47,8 @@ SearchCommand::SearchCommand(QWidget& window, KorDSMDataStructure& structure, Na
     strip.setButtonText(kButton, Prompts::dsm(kName), key);
     CommandHelp::setPlace(*strip.button(kButton), QLatin1String(kTopic));
     connect(strip.button(kButton), &QToolButton::clicked, this, waiting(this, &SearchCommand::open));
-    QAction* entry = m_options.checkMenu()->addAction(KorPictures::bitmap(kButton), toQt(Prompts::dsm(kEntry)));
+    QAction* entry =
+        m_options.checkMenu()->addAction(KorPictures::bitmap(kButton), toQt(Prompts::dsm(kEntry)));
     CommandHelp::setPlace(*entry, QLatin1String(kTopic));
     entry->setShortcuts({key, QKeySequence(QString::fromLatin1(kKeys[1]))});
     connect(entry, &QAction::triggered, this, waiting(this, &SearchCommand::open));

@@ -95,8 +95,9 @@ protected:
     std::vector<std::pair<std::filesystem::path, std::string>> m_kept;
 };
 
+// What was there before is not known after a kill.
 constexpr const char* kQuestion =
-    R"(Detail style "HB post 1:15" | Title position | Below detail | Upper left)";
+    R"(Detail style "HB post 1:15" | Title position |  | Below detail | Upper left)";
 constexpr const char* kTheirs = "UPDATE detail_style SET title_position=6 WHERE name='HB post 1:15'";
 
 } // namespace
@@ -104,7 +105,7 @@ constexpr const char* kTheirs = "UPDATE detail_style SET title_position=6 WHERE 
 TEST_F(Recovery, ThatTheLastChangeIsCutOffIsToldBesideWhatIsOffered) {
     crashWithAChange();
     keepFiles();
-    for (const char* noChange : {"storing\t1", "begin\t\t12", "begin\t\t12\nforget\t1"}) {
+    for (const char* noChange : {"storing\t1", "begin\t\t12"}) {
         writeBytes(m_kept[0].first, m_kept[0].second + noChange);
         openAndAnswer({"&Later"});
         EXPECT_FALSE(m_said.join(' ').contains("breaks off")) << noChange;
@@ -169,7 +170,7 @@ TEST_F(Recovery, AKillWhileTheListIsOpenLeavesTheSameQuestion) {
     killedThen();
     openAndAnswer({"&Bring back", "All that is &stored", "OK"});
     ASSERT_EQ(m_said.size(), 3);
-    EXPECT_EQ(m_said[1], kQuestion);
+    EXPECT_EQ(m_said[1].toStdString(), kQuestion);
     EXPECT_FALSE(isPending() || button(kApply)->isEnabled());
     EXPECT_EQ(files(), 0);
 }

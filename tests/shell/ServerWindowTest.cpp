@@ -354,7 +354,7 @@ TEST_F(ServerWindow, WhoeverMayOnlyReadIsToldWhereItStandsAndRefusedAsWithAFile)
     int places = 0;
     for (const QWidget* each : m_dialog->findChildren<QWidget*>())
         places += each->isVisible() && each->toolTip().contains("role of an editor");
-    EXPECT_EQ(places, 2) << "the status line and the head of the page";
+    EXPECT_EQ(places, 3) << "the status line, the head of the page, and what is off because of it";
     for (const int id : {1029, 1033, 1034}) {
         QString said;
         readNextMessage(said);

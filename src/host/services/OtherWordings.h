@@ -18,5 +18,6 @@ public:
     std::vector<KorString> of(const KorString& shown) const;
 
 private:
-    std::unordered_map<KorString, std::vector<KorString>> m_others; // by the text that is shown, as it is read
+    std::unordered_map<KorString, std::vector<KorString>>
+        m_others; // by the text that is shown, as it is read
 };
