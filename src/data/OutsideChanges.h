@@ -34,7 +34,8 @@ struct OutsideConflict {
     std::shared_ptr<const StructRecord> record;
     KorString name;      ///< of the row, as far as known, where `record` is null
     KorString wholeName; ///< of a new row: that of its whole that is gone, as far as known
-    /// The row as it was stored when this program changed it; null where that is not known.
+    /// The row as it was stored when this program changed it; null where that is not known. Of what another
+    /// run left it is so in the cells that are decided, and else as it is stored now.
     std::shared_ptr<const StructRecord> before;
     std::optional<CellValue> stored; ///< what the cell holds now; none when the row is gone
     std::optional<CellValue> mine;   ///< what this program wrote into the cell; none for a whole row

@@ -165,6 +165,7 @@ TEST_F(RecoveryTest, TheFileIsThereOnlyWhileSomethingIsPending) {
 TEST_F(RecoveryTest, ChangesAreComparedWithWhatIsStoredNow) {
     write();
     edit();
+    const std::int64_t titles = row<StructDetailStyle>(kUser, m_style)->titlePosition;
     set(kUser, kTableDetailStyle, m_style, 6, std::int64_t{2});
     crash();
     OtherProgram(file("user.dsdb"))
@@ -174,8 +175,13 @@ TEST_F(RecoveryTest, ChangesAreComparedWithWhatIsStoredNow) {
     const auto changes = bringBackAll();
     ASSERT_EQ(changes.size(), 1u);
     ASSERT_EQ(changes[0].conflicts.size(), 2u);
-    for (const OutsideConflict& conflict : changes[0].conflicts)
+    for (const OutsideConflict& conflict : changes[0].conflicts) {
+        if (conflict.column->name == "title_position") {
+            ASSERT_TRUE(conflict.before);
+            EXPECT_EQ(conflict.column->read(conflict.before.get()), CellValue(titles));
+        }
         EXPECT_EQ(databases.keepMine(kUser, conflict).isStored(), conflict.column->name == "title_position");
+    }
     EXPECT_EQ(row<StructDetailStyle>(kUser, m_style)->titlePosition, 2);
     EXPECT_TRUE(mentions(description().toStdString(), "there"));
     EXPECT_TRUE(row<StructDetailStyle>(kUser, "Own"));

@@ -1,31 +1,33 @@
 #include "data/pending/PendingReplay.h"
 
-#include <algorithm>
+#include "data/pending/ReplayedCells.h"
+#include "data/pending/ReplayedDeletions.h"
+#include "data/pending/ReplayedRows.h"
 
-// The part of PendingReplay that takes what is to be made anew, and goes through it.
+#include <algorithm>
 
 PendingReplay::PendingReplay(StyleSource& source, PendingLog& pending)
     : PendingReplay(source, pending, pending) {}
 
 PendingReplay::PendingReplay(StyleSource& source, PendingLog& pending, PendingLog& lost)
-    : m_source(source), m_pending(pending), m_replacesPending(&lost == &pending), m_before(source) {
+    : m_state(source, pending), m_replacesPending(&lost == &pending) {
     for (const TableSchema& table : allTables()) {
         if (!lost.hasPending(source.id(), table.type))
             continue;
         const auto rows = table.makeRows();
         const TableChange net = lost.netChange(source.id(), table.type);
-        Change& change = m_changes.emplace_back();
+        ReplayState::Change& change = m_state.changes.emplace_back();
         change.table = table.type;
         change.cells = net.cells;
         for (const StructRecord* record : net.appended)
             change.appended.push_back(rows->copyOf(record));
         for (const StructRecord* record : net.deleted)
-            m_deleted[{table.type, record->key}] = change.deleted.emplace_back(rows->copyOf(record));
+            m_state.deleted[{table.type, record->key}] = change.deleted.emplace_back(rows->copyOf(record));
     }
-    for (const auto& [row, record] : m_deleted)
+    for (const auto& [row, record] : m_state.deleted)
         for (const Column& column : findTable(row.table)->columns)
             if (column.isReference() && column.role == eReferenceRole::kIdentifies)
-                m_identified.insert({column.target, column.integerIn(record.get())});
+                m_state.identified.insert({column.target, column.integerIn(record.get())});
     if (m_replacesPending)
         remember();
     else
@@ -33,21 +35,21 @@ PendingReplay::PendingReplay(StyleSource& source, PendingLog& pending, PendingLo
 }
 
 void PendingReplay::remember() {
-    for (const Change& change : m_changes) {
+    for (const ReplayState::Change& change : m_state.changes) {
         const TableSchema& table = *findTable(change.table);
         for (const CellChange& cell : change.cells) {
             const RowRef row{change.table, cell.key};
-            m_before.remember(row);
-            m_before.noteStored(row, *cell.column, cell.stored);
-            if (const auto shown = m_before.shown(row))
+            m_state.rowsBefore.remember(row);
+            m_state.rowsBefore.noteStored(row, *cell.column, cell.stored);
+            if (const auto shown = m_state.rowsBefore.shown(row))
                 rememberReferences(table, *shown);
         }
         for (const auto& record : change.appended)
             rememberReferences(table, *record);
         for (const auto& record : change.deleted)
-            m_before.noteDeleted(table, *record);
+            m_state.rowsBefore.noteDeleted(table, *record);
     }
-    m_before.noteUsers();
+    m_state.rowsBefore.noteUsers();
     noteOrphans();
 }
 
@@ -57,36 +59,36 @@ void PendingReplay::rememberReferences(const TableSchema& table, const StructRec
         if (!column.isReference())
             continue;
         const RowRef target{column.target, column.integerIn(&record)};
-        m_before.remember(target);
-        if (m_source.isRead(*findTable(target.table)) &&
-            !m_source.table(target.table).find(KorOdbcKey(target.key)))
-            m_odd.insert(target);
+        m_state.rowsBefore.remember(target);
+        if (m_state.source.isRead(*findTable(target.table)) &&
+            !m_state.source.table(target.table).find(KorOdbcKey(target.key)))
+            m_state.odd.insert(target);
     }
 }
 
 void PendingReplay::noteOrphans() {
-    for (const auto& [row, record] : m_deleted)
+    for (const auto& [row, record] : m_state.deleted)
         for (const Column& column : findTable(row.table)->columns) {
             if (!column.isReference() || column.role != eReferenceRole::kPartOf)
                 continue;
             const RowRef whole{column.target, column.integerIn(record.get())};
-            if (!m_deleted.contains(whole) && m_source.isRead(*findTable(whole.table)) &&
-                !m_source.table(whole.table).find(KorOdbcKey(whole.key)))
-                m_orphans.insert(row);
+            if (!m_state.deleted.contains(whole) && m_state.source.isRead(*findTable(whole.table)) &&
+                !m_state.source.table(whole.table).find(KorOdbcKey(whole.key)))
+                m_state.orphans.insert(row);
         }
 }
 
 // Cells that another run left changed are compared with what is stored, whatever is pending in them by now.
 void PendingReplay::noteUnstored(const PendingLog& lost) {
-    for (const Change& change : m_changes)
-        for (const CellChange& cell : m_pending.netChange(m_source.id(), change.table).cells)
-            m_stored[{{change.table, cell.key}, cell.column}] = cell.stored;
+    for (const ReplayState::Change& change : m_state.changes)
+        for (const CellChange& cell : m_state.pending.netChange(m_state.source.id(), change.table).cells)
+            m_state.storedCells[{{change.table, cell.key}, cell.column}] = cell.stored;
     for (const auto& [place, name] : lost.names())
-        if (place.first == m_source.id())
-            m_before.noteName(place.second, name);
+        if (place.first == m_state.source.id())
+            m_state.rowsBefore.noteName(place.second, name);
     for (const PendingStep* step : lost.steps())
-        if (step->source == m_source.id() && step->column && step->column->number == 1)
-            m_before.noteName({step->table, step->key}, std::get<KorString>(step->after));
+        if (step->source == m_state.source.id() && step->column && step->column->number == 1)
+            m_state.rowsBefore.noteName({step->table, step->key}, std::get<KorString>(step->after));
 }
 
 namespace {
@@ -123,7 +125,7 @@ void addReferring(eTableType target, Types& types, Types& seen) {
 std::set<eTableType> PendingReplay::tables() const {
     Types types;
     Types seen;
-    for (const Change& change : m_changes) {
+    for (const ReplayState::Change& change : m_state.changes) {
         types.insert(change.table);
         for (const Column& column : findTable(change.table)->columns)
             if (column.isReference())
@@ -135,78 +137,48 @@ std::set<eTableType> PendingReplay::tables() const {
 }
 
 Result<> PendingReplay::readAnew() {
-    return m_source.readAnew(tables());
+    return m_state.source.readAnew(tables());
 }
 
 void PendingReplay::take(const StoredSince& since) {
-    for (const Change& change : m_changes) {
+    for (const ReplayState::Change& change : m_state.changes) {
         for (const CellChange& cell : change.cells)
-            m_source.setCell(change.table, KorOdbcKey(cell.key), *cell.column, cell.stored);
+            m_state.source.setCell(change.table, KorOdbcKey(cell.key), *cell.column, cell.stored);
         for (const auto& record : change.appended)
-            m_source.remove(change.table, KorOdbcKey(record->key));
+            m_state.source.remove(change.table, KorOdbcKey(record->key));
         for (const auto& record : change.deleted)
-            m_source.insert(change.table, *record);
+            m_state.source.insert(change.table, *record);
     }
-    m_source.take(since);
+    m_state.source.take(since);
 }
 
 Result<> PendingReplay::read() {
     for (const eTableType type : tables())
-        if (Result<> result = m_source.readingOf(type); !result)
+        if (Result<> result = m_state.source.readingOf(type); !result)
             return result;
     return {};
 }
 
 std::vector<OutsideConflict> PendingReplay::run() {
-    m_before.compare();
+    ReplayedRows rows(m_state);
+    ReplayedCells cells(m_state);
+    m_state.rowsBefore.compare();
     if (!m_replacesPending)
-        leaveStored();
-    giveKeys();
-    leavePartsOfNothing();
-    m_pending.beginGroup({});
+        rows.leaveStored();
+    rows.giveKeys();
+    rows.leavePartsOfNothing();
+    m_state.pending.beginGroup({});
     if (m_replacesPending)
-        m_pending.forget(m_source.id());
-    keepGroups();
-    insertRows();
-    std::vector<Cells> decided = decisions();
-    for (std::size_t i = 0; i < decided.size(); ++i)
-        writeCells(std::move(decided[i]), i);
-    settleNames();
-    log();
-    removeRows();
-    m_pending.endGroup();
-    return std::move(m_conflicts);
-}
-
-OutsideConflict& PendingReplay::addConflict(OutsideConflict::eKind kind, RowRef row, const Column* column,
-                                            std::shared_ptr<const StructRecord> record) {
-    OutsideConflict& conflict = m_conflicts.emplace_back();
-    conflict.kind = kind;
-    conflict.table = findTable(row.table);
-    conflict.key = row.key;
-    conflict.column = column;
-    conflict.record = std::move(record);
-    if (const StructRecord* before = m_before.stored(row))
-        conflict.before = m_source.table(row.table).rows().copyOf(before);
-    return conflict;
-}
-
-KorString PendingReplay::targetName(const Column& column, const CellValue& mine) const {
-    return column.isReference()
-               ? m_before.nameOf({column.target, static_cast<std::int32_t>(std::get<std::int64_t>(mine))})
-               : KorString();
-}
-
-void PendingReplay::log() {
-    using enum PendingStep::eAction;
-    for (const Change& change : m_changes)
-        for (const auto& record : change.appended)
-            m_pending.record({m_source.id(), change.table, kAppend, record->key, nullptr, {}, {}, record});
-    for (const Written& written : m_written) {
-        const RowRef row = written.row;
-        PendingStep step{m_source.id(), row.table, kCell, row.key, written.column, written.before, {}, {}};
-        step.after = written.column->read(m_source.table(row.table).find(KorOdbcKey(row.key)));
-        step.mends = written.mends;
-        m_pending.record(std::move(step));
-    }
+        m_state.pending.forget(m_state.source.id());
+    rows.keepGroups();
+    rows.insert();
+    cells.write();
+    cells.settleNames();
+    rows.rename();
+    cells.tellTakenNames();
+    rows.log();
+    cells.log();
+    ReplayedDeletions(m_state).run();
+    m_state.pending.endGroup();
+    return std::move(m_state.conflicts);
 }
