@@ -3,25 +3,21 @@
 #include "base/EditorSession.h"
 #include "base/Translation.h"
 #include "controls/KorButtonGroup.h"
-#include "controls/KorMnemonics.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
+#include "pages/KorDSMPage.h"
 #include "pages/PartListEditor.h"
-#include "services/CKorHelp.h"
 #include "services/KOSettings.h"
 #include "services/KorResources.h"
 #include "services/Prompts.h"
 #include "session/KorDSMDrawingDifferences.h"
 #include "shell/CommandHelp.h"
-#include "shell/Navigation.h"
+#include "shell/TreeSelection.h"
 #include "shell/WhenFree.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QMenu>
 #include <QToolButton>
-
-#include <algorithm>
 
 namespace {
 
@@ -30,14 +26,9 @@ constexpr const char* kKey = "F9";
 constexpr char kTopic[] = "_Style_Preview";
 constexpr int kName = 900;
 constexpr int kFirstUser = 916;  // "%s, which uses what is selected"
-constexpr int kMadeBy = 917;     // "What made it"
-constexpr int kWhy = 918;        // "Why does this look so?"
-constexpr int kEntries = 919;    // "Which entry decides"
 constexpr int kShowPart = 920;   // "Show %s"
 constexpr int kStoredHead = 921; // "%s, as it is stored"
 constexpr int kEqual = 922;
-constexpr int kHelp = 923;
-constexpr int kNothingMade = 924;
 constexpr int kShowOrHide = 1166;
 
 constexpr int kTypingPause = 150; // milliseconds
@@ -56,13 +47,14 @@ QString joined(const std::vector<KorString>& texts) {
 
 StylePreview::StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorButtonGroup& strip,
                            TreeSelection& selection, Navigation& navigation)
-    : m_window(window), m_strip(strip), m_selection(selection), m_navigation(navigation),
+    : m_window(window), m_strip(strip), m_selection(selection),
       m_preview(KorResources::folder() / "parts",
                 KOSettings::getInstance().dataFolder() / "Shared" / "Support"),
       m_pane(new PreviewPane), m_ahead(new QTimer(m_pane)), m_place(window, splitter, *m_pane),
       m_commands(window, [this](int tool) { onTool(tool); }),
       m_output(window, m_pane->view(),
-               [this](bool isSheet) { return m_preview.pageOf(isBefore(), isSheet); }) {
+               [this](bool isSheet) { return m_preview.pageOf(isBefore(), isSheet); }),
+      m_makers(m_preview, *m_pane, navigation, m_output, [this] { return isBefore(); }) {
     makeCommands();
     m_typing.setSingleShot(true);
     m_typing.setInterval(kTypingPause);
@@ -81,15 +73,7 @@ StylePreview::StylePreview(QWidget& window, KorVerticalSplitter& splitter, KorBu
     connect(m_pane, &PreviewPane::partChosen, this,
             [this](const QString& name) { onPartChosen(name.toStdString()); });
     connect(m_pane, &PreviewPane::linkFollowed, this, [this] { onPartChosen(m_offered); });
-    connect(m_pane, &PreviewPane::rowChosen, this, &StylePreview::onRowChosen);
     connect(m_pane, &PreviewPane::compared, this, &StylePreview::compare);
-    connect(&m_pane->view(), &PreviewView::pointedAt, this, &StylePreview::onPointedAt);
-    connect(&m_pane->view(), &PreviewView::clicked, this, &StylePreview::listMakers);
-    connect(&m_pane->view(), &PreviewView::menuWanted, this, &StylePreview::showMenu);
-    connect(&m_pane->view(), &PreviewView::doubleClicked, this, [this](std::size_t place) {
-        if (const auto makers = m_preview.makersOf(place); !makers.empty())
-            goTo({makers.front().row, makers.front().columns});
-    });
     connect(&m_output, &DrawingOutput::told, m_pane,
             [this](const QString& sentence) { m_pane->setNote(sentence); });
     m_pane->setOutput(m_output.actions());
@@ -307,77 +291,6 @@ void StylePreview::lookAhead() {
         m_ahead->start(kAheadPause);
     else if (m_preview.lookAhead())
         m_ahead->start(kAheadStep);
-}
-
-void StylePreview::onPointedAt(std::optional<std::size_t> place) {
-    const auto makers =
-        place && !isBefore() ? m_preview.makersOf(*place) : std::vector<KorDSMPreview::Maker>();
-    m_pane->view().setToolTip(makers.empty() ? QString() : toQt(makers.front().text));
-}
-
-void StylePreview::listMakers(std::size_t place) {
-    if (isBefore())
-        return;
-    m_listed.clear();
-    QStringList rows;
-    for (const KorDSMPreview::Maker& maker : m_preview.makersOf(place)) {
-        m_listed.push_back({maker.row, maker.columns});
-        rows << toQt(maker.text);
-    }
-    m_pane->showList(toQt(Prompts::dsm(rows.isEmpty() ? kNothingMade : kMadeBy)), rows);
-}
-
-void StylePreview::listReasons(std::size_t place) {
-    m_listed.clear();
-    QStringList rows;
-    int decides = -1;
-    for (const KorDSMPreview::Reason& reason : m_preview.reasonsFor(place)) {
-        if (reason.decides)
-            decides = static_cast<int>(rows.size());
-        m_listed.push_back({reason.entry, {}});
-        rows << toQt(reason.text);
-    }
-    m_pane->showList(toQt(Prompts::dsm(kEntries)), rows, decides);
-}
-
-void StylePreview::onRowChosen(int row) {
-    if (row >= 0 && row < std::ssize(m_listed))
-        goTo(m_listed[static_cast<std::size_t>(row)]);
-}
-
-// To the first of the cells that has a field on the page of its record, or to that page.
-void StylePreview::goTo(const Cells& cells) {
-    whenFree(this, [this, cells] {
-        const KorDSMPreviewSubject& subject = m_preview.subject();
-        const RowRef style = {kTableDetailStyle, subject.style};
-        const SourceId source = subject.source;
-        const auto goToField = [&](int column) {
-            return m_navigation.goToField(source, cells.row, column, style);
-        };
-        if (cells.columns.empty())
-            goToField(0);
-        else
-            static_cast<void>(std::ranges::any_of(cells.columns, goToField));
-    });
-}
-
-void StylePreview::showMenu(std::optional<std::size_t> place, const QPoint& position) {
-    QMenu menu;
-    if (place && !isBefore()) {
-        menu.addAction(toQt(Prompts::dsm(kMadeBy)), this, [this, place] { listMakers(*place); });
-        QAction* why = menu.addAction(toQt(Prompts::dsm(kWhy)), this, [this, place] { listReasons(*place); });
-        why->setEnabled(!m_preview.reasonsFor(*place).empty());
-        menu.addSeparator();
-    }
-    menu.addAction(toQt(Prompts::dsm(902)), &m_pane->view(), &PreviewView::fit)->setShortcut(Qt::Key_0);
-    menu.addAction(toQt(Prompts::dsm(903)), &m_pane->view(), &PreviewView::actualSize)
-        ->setShortcut(Qt::Key_1);
-    menu.addSeparator();
-    menu.addActions(m_output.actions());
-    menu.addSeparator();
-    menu.addAction(toQt(Prompts::dsm(kHelp)), [] { CKorHelp::showTopic(kTopic); })->setShortcut(Qt::Key_F1);
-    KorMnemonics::give(menu);
-    menu.exec(position);
 }
 
 void StylePreview::compare(double share) {

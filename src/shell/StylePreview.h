@@ -3,6 +3,7 @@
 #include "session/KorDSMPreview.h"
 #include "shell/DrawingOutput.h"
 #include "shell/PreviewCommands.h"
+#include "shell/PreviewMakers.h"
 #include "shell/PreviewPane.h"
 #include "shell/PreviewPlace.h"
 
@@ -13,8 +14,8 @@ class KorVerticalSplitter;
 class Navigation;
 class TreeSelection;
 
-/// The preview beside the pages: it follows what is selected, changed, typed and focused, and leads from a
-/// line to the field that made it so. While it is hidden nothing is drawn.
+/// The preview beside the pages: it follows what is selected, changed, typed and focused. While it is hidden
+/// nothing is drawn.
 class StylePreview : public QObject {
     Q_OBJECT
 
@@ -60,16 +61,6 @@ private:
     void offerPart();
     void lookAhead();
 
-    void onPointedAt(std::optional<std::size_t> place);
-    void listMakers(std::size_t place);
-    void listReasons(std::size_t place);
-    struct Cells {
-        RowRef row;
-        std::vector<int> columns;
-    };
-    void goTo(const Cells& cells);
-    void onRowChosen(int row);
-    void showMenu(std::optional<std::size_t> place, const QPoint& position);
     void compare(double share);
     void showCompared();
     bool isBefore() const { return m_share >= 1; }
@@ -77,13 +68,13 @@ private:
     QWidget& m_window;
     KorButtonGroup& m_strip;
     TreeSelection& m_selection;
-    Navigation& m_navigation;
     KorDSMPreview m_preview;
     PreviewPane* m_pane;
     QTimer* m_ahead; // of the pane
     PreviewPlace m_place;
     PreviewCommands m_commands;
     DrawingOutput m_output;
+    PreviewMakers m_makers;
     QTimer m_typing;
     QTimer m_offering;
     bool m_isDue = false;
@@ -94,6 +85,5 @@ private:
     int m_drawings = 0;
     RowRef m_shownRow;
     std::optional<FieldPlace> m_field; // that has the focus, or had it before the pane got it
-    std::vector<Cells> m_listed;       // what the rows of the list lead to
     std::string m_offered;             // the part that the link leads to
 };
