@@ -45,8 +45,10 @@ Rgb PaperColor::of(int color, eGround ground) {
     if (color >= 250)
         return isDark ? Rgb{190, 190, 190} : Rgb{64, 64, 64};
     // 10 to 249: a wheel of hues, each in five shades.
-    const double hue = (color - 10) / 10 * 15.0;
-    const double strength = (isDark ? 1.0 : 0.75) - (color % 10) / 2 * 0.12;
+    const int turn = (color - 10) / 10;
+    const int shade = color % 10 / 2;
+    const double hue = turn * 15.0;
+    const double strength = (isDark ? 1.0 : 0.75) - shade * 0.12;
     const double pale = isDark ? 0.35 : 0.0;
     const auto part = [&](double shift) {
         const double place = std::fmod(hue + shift, 360.0) / 60;
