@@ -93,7 +93,7 @@ int serverCommand(DataFolder& folder, const ServerOptions& options) {
         ServerAddress where = address.value;
         auto database = std::make_unique<OdbcDatabase>(where, OdbcLimits());
         result = database->connect();
-        if (database->isRefused) {
+        if (database->opened.isRefusal()) {
             where.password = KorDSMPasswords::current().known(where);
             database = std::make_unique<OdbcDatabase>(where, OdbcLimits());
             result = database->connect();

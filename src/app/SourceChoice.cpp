@@ -82,7 +82,7 @@ Result<std::vector<SourceId>> choose(const std::string& name) {
         if (StyleDatabases::current().source(id))
             return std::vector{id};
         return Result<>::failure(KorString::format(
-            translated("The source \"%s\" has no database that can be used."), {nameOf(id)}));
+            translated("The database of the source \"%s\" cannot be used now."), {nameOf(id)}));
     }
     return Result<>::failure(
         KorString::format(translated("There is no source \"%s\"; there are %s."), {name, names}) +

@@ -18,17 +18,21 @@ constexpr int kNote = 2465;
 
 constexpr int kTitle = 1025;
 constexpr int kNotStored = 1026;
+constexpr int kOfUser = 1390;
 constexpr int kKeepText = 1045;
 
 } // namespace
 
-KorDSMDialogPassword::KorDSMDialogPassword(const std::string& reason, QWidget* parent)
+KorDSMDialogPassword::KorDSMDialogPassword(const std::string& reason, const std::string& user,
+                                           QWidget* parent)
     : KorDSMDialog(kTemplate, parent) {
     setWindowTitle(toQt(Prompts::dsm(kTitle)));
     setCaption(1, 33740);
     setCaption(2, 33741);
     setCaption(kReason, KorString(reason));
-    setCaption(kCaption, KorString::format("%s:", {Prompts::dsm(kTitle)}));
+    setCaption(kCaption,
+               KorString::format("%s:", {user.empty() ? Prompts::dsm(kTitle)
+                                                      : KorString::format(Prompts::dsm(kOfUser), {user})}));
     setCaption(kKeep, kKeepText, "DSM");
     setCaption(kNote, kNotStored, "DSM");
     const bool canKeep = KorDSMPasswords::current().canKeep();
@@ -49,7 +53,7 @@ bool KorDSMDialogPassword::ask(ServerAddress server, std::string reason,
                                const std::function<Result<>(const ServerAddress&)>& open, QWidget* parent) {
     bool keeps = false;
     while (!reason.empty()) {
-        KorDSMDialogPassword dialog(reason, parent);
+        KorDSMDialogPassword dialog(reason, server.user, parent);
         KorControls::find<QCheckBox>(&dialog, kKeep)->setChecked(keeps);
         if (dialog.exec() != Accepted)
             return false;

@@ -12,8 +12,8 @@ public:
     /// Numbers of the field and of the check box.
     static constexpr int kPassword = 2463, kKeep = 2464;
 
-    /// `reason` is the sentence that says why.
-    KorDSMDialogPassword(const std::string& reason, QWidget* parent);
+    /// `reason` is the sentence that says why; `user` who logs in, empty where nothing says it.
+    KorDSMDialogPassword(const std::string& reason, const std::string& user, QWidget* parent);
 
     /// Asks until `open` gets in with the address, whose password is the one typed by then, and remembers
     /// that. `open` returns why it did not get in, which is `reason` at first. Returns whether it did before

@@ -8,6 +8,7 @@
 #include "dialogs/KorDSMDialogPassword.h"
 #include "services/AddInManager.h"
 #include "services/Prompts.h"
+#include "session/DataFolder.h"
 #include "session/KorDSMWhereUsed.h"
 #include "session/SourceSettings.h"
 
@@ -136,7 +137,20 @@ void KorDSMDialogSources::accept() {
         texts[row.source] = text;
         m_moved.push_back(row.id);
     }
-    if (const Result<> written = SourceSettings::write(m_folder, texts); !written)
+    Result<> written = makeUserDatabase(texts);
+    if (written)
+        written = SourceSettings::write(m_folder, texts);
+    if (!written)
         return say(QString::fromStdString(written.error), true);
     QDialog::accept();
+}
+
+// Where it is meant to be, and is not yet.
+Result<> KorDSMDialogSources::makeUserDatabase(const std::map<std::string, std::string>& texts) const {
+    const auto user = texts.find("user");
+    std::error_code none;
+    if (user == texts.end() || user->second.empty() || ServerAddress::isConnection(user->second) ||
+        std::filesystem::exists(m_folder / user->second, none))
+        return {};
+    return DataFolder::makeUserDatabase(m_folder / user->second);
 }

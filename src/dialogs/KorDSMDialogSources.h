@@ -1,9 +1,11 @@
 #pragma once
 
+#include "base/Result.h"
 #include "dialogs/KorDSMDialog.h"
 #include "records/KorDSNDefinitions.h"
 
 #include <filesystem>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -41,6 +43,7 @@ private:
 
     void addRow(QGridLayout& grid, Row row, const QString& caption);
     void test(const QLineEdit& field);
+    Result<> makeUserDatabase(const std::map<std::string, std::string>& texts) const;
     void say(const QString& sentence, bool isFault);
 
     std::filesystem::path m_folder;

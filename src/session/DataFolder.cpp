@@ -3,12 +3,14 @@
 #include "base/Translation.h"
 #include "data/StyleDatabases.h"
 #include "data/store/LeftDatabases.h"
+#include "data/store/odbc/OdbcFault.h"
 #include "data/text/TextForm.h"
 #include "services/AddInManager.h"
 #include "services/KOSettings.h"
 #include "services/KorHostReport.h"
 #include "services/KorResources.h"
 #include "session/KorDSMPasswords.h"
+#include "session/KorDSMWhereUsed.h"
 
 #include <algorithm>
 #include <iterator>
@@ -18,9 +20,24 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A database without styles, with the lists that their choices offer.
-Result<> makeUserDatabase(const fs::path& file) {
-    return buildDatabase((KorResources::folder() / "samples" / "lists").string(), file.string());
+// Changes of the one would appear in the other, which may be there for reading only.
+Result<> alone(SourceId id, const SourceSettings::Place& place) {
+    StyleDatabases& databases = StyleDatabases::current();
+    for (const SourceId other : databases.sources()) {
+        const std::string name = databases.source(other)->store().name();
+        std::error_code none;
+        if (other != id &&
+            (place.file.empty() ? name == place.server.name : fs::equivalent(place.file, name, none)))
+            return Result<>::failure(KorString::format(
+                translated("\"%s\" and \"%s\" are kept in one database, \"%s\"; only the first is used until "
+                           "\"sources.ini\" names another one for the second."),
+                {KorDSMWhereUsed::sourceName(other), KorDSMWhereUsed::sourceName(id), name}));
+    }
+    return {};
+}
+
+bool isWritten(SourceId id) {
+    return StyleDatabases::current().isOwnerMode() || id == SourceId::user();
 }
 
 } // namespace
@@ -85,11 +102,10 @@ void DataFolder::openSource(SourceId id, const SourceSettings& settings) {
             return openPlace(id, settings.placeOf(addIn.id().id.toStdString(), addIn.database()));
     if (id == SourceId::standard())
         return openPlace(id, settings.placeOf("standard", m_folder / "standard.dsdb"));
-    const SourceSettings::Place user = settings.placeOf("user", m_folder / "user.dsdb");
-    if (user.file.empty())
+    const fs::path own = m_folder / "user.dsdb";
+    const SourceSettings::Place user = settings.placeOf("user", own);
+    if (user.file != own || isUserDatabaseMade(own))
         openPlace(id, user);
-    else
-        openUserDatabase(user.file);
 }
 
 bool DataFolder::hasServers() const {
@@ -121,28 +137,34 @@ void DataFolder::tellOfUnknownSources(const SourceSettings& settings) {
 }
 
 void DataFolder::openPlace(SourceId id, const SourceSettings::Place& place) {
-    StyleDatabases& databases = StyleDatabases::current();
-    const bool writable = databases.isOwnerMode() || id == SourceId::user();
-    Result<> result{place.error};
-    if (result && place.file.empty()) {
-        const OpenedServer opened = openServer(id, place.server);
-        result.error = opened.error;
-        if (opened.isRefused)
-            m_refused.push_back({id, place.server, opened.error});
-    } else if (result) {
-        result = databases.openFile(id, place.file.string(), !writable);
-    }
-    if (!result)
+    if (const Result<> result = open(id, place); !result)
         tell(result.error);
-    m_complete = m_complete && databases.source(id);
+    m_complete = m_complete && StyleDatabases::current().source(id);
+}
+
+Result<> DataFolder::open(SourceId id, const SourceSettings::Place& place) {
+    StyleDatabases& databases = StyleDatabases::current();
+    if (!place.error.empty())
+        return {place.error};
+    if (Result<> result = alone(id, place); !result)
+        return result;
+    if (!place.file.empty())
+        return databases.openFile(id, place.file.string(), !isWritten(id));
+    if (const auto silent = m_silent.find(place.server.connection); silent != m_silent.end())
+        return serverFault(silent->second, place.server.name); // nobody waits for it twice
+    OpenedServer opened = openServer(id, place.server);
+    if (opened.line.isSilence())
+        m_silent[place.server.connection] = opened.line;
+    if (opened.line.isRefusal())
+        m_refused.push_back({id, place.server, opened.error});
+    return {std::move(opened.error)};
 }
 
 // All is read at once: table by table it would be asked several times for each.
 OpenedServer DataFolder::openServer(SourceId id, const ServerAddress& server) {
     StyleDatabases& databases = StyleDatabases::current();
-    const bool writable = databases.isOwnerMode() || id == SourceId::user();
-    OpenedServer opened = KorDSMPasswords::current().open(server, writable ? OdbcStore::eMode::kWrite
-                                                                           : OdbcStore::eMode::kRead);
+    OpenedServer opened = KorDSMPasswords::current().open(server, isWritten(id) ? OdbcStore::eMode::kWrite
+                                                                                : OdbcStore::eMode::kRead);
     if (opened.store) {
         databases.addSource(id, std::move(opened.store));
         static_cast<void>(databases.source(id)->readAll());
@@ -154,7 +176,7 @@ OpenedServer DataFolder::openServer(SourceId id, const ServerAddress& server) {
 Result<> DataFolder::openRefused(const ServerAddress& server) {
     const Refused first = m_refused.front();
     OpenedServer opened = openServer(first.id, server);
-    if (opened.isRefused)
+    if (opened.line.isRefusal())
         return {std::move(opened.error)};
     std::erase(m_problems, KorString(first.error));
     if (!opened.ok()) // something else is in the way
@@ -163,15 +185,19 @@ Result<> DataFolder::openRefused(const ServerAddress& server) {
     return {};
 }
 
-void DataFolder::openUserDatabase(const fs::path& file) {
+Result<> DataFolder::makeUserDatabase(const fs::path& file) {
+    return buildDatabase((KorResources::folder() / "samples" / "lists").string(), file.string());
+}
+
+// Another start may make it meanwhile.
+bool DataFolder::isUserDatabaseMade(const fs::path& file) {
     std::error_code error;
     const bool isThere = fs::exists(fs::symlink_status(file, error));
     const Result<> made = isThere ? Result<>() : makeUserDatabase(file);
     removeLeftDatabases(m_folder.string());
-    if (made || fs::exists(file, error)) { // another start may have made it meanwhile
-        openPlace(SourceId::user(), {file, {}, {}});
-        return;
-    }
+    if (made || fs::exists(file, error))
+        return true;
     m_complete = false;
     tell(made.error);
+    return false;
 }

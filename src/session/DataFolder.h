@@ -5,6 +5,7 @@
 #include "session/SourceSettings.h"
 
 #include <filesystem>
+#include <map>
 
 /// A data folder with its style databases: `standard.dsdb`, `user.dsdb`, and one `styles.dsdb` in each folder
 /// of `addins`; or wherever `sources.ini` puts them. What cannot be used is left out and told, and the
@@ -14,8 +15,12 @@ public:
     explicit DataFolder(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
     /// Opens all databases as sources of the current `StyleDatabases`. Where there is no User database yet
-    /// one is made, if the folder may be written: without styles, with the lists that their choices offer.
+    /// one is made, if the folder may be written; not where `sources.ini` says its place, which may be
+    /// mistyped.
     void open();
+    /// Makes a User database: without styles, with the lists that their choices offer. Fails where the file
+    /// is there already or cannot be written.
+    static Result<> makeUserDatabase(const std::filesystem::path& file);
     /// Whether a database is on a server.
     bool hasServers() const;
     /// Opens one source where it is by now, in the place of what was open as that; where it cannot be opened
@@ -52,13 +57,15 @@ private:
     void openSources();
     void openSource(SourceId id, const SourceSettings& settings);
     void openPlace(SourceId id, const SourceSettings::Place& place);
+    Result<> open(SourceId id, const SourceSettings::Place& place);
     OpenedServer openServer(SourceId id, const ServerAddress& server);
     void tellOfUnknownSources(const SourceSettings& settings);
-    void openUserDatabase(const std::filesystem::path& file);
+    bool isUserDatabaseMade(const std::filesystem::path& file);
     void tell(const KorString& sentence) { m_problems.push_back(sentence); }
 
     std::filesystem::path m_folder;
     std::vector<KorString> m_problems;
     std::vector<Refused> m_refused;
+    std::map<std::string, OdbcError> m_silent; // servers, by connection
     bool m_complete = true;
 };

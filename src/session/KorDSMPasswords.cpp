@@ -14,7 +14,7 @@ std::string KorDSMPasswords::known(const ServerAddress& server) const {
 
 OpenedServer KorDSMPasswords::open(ServerAddress server, OdbcStore::eMode mode) {
     OpenedServer opened = OdbcStore::open(server, mode);
-    if (!opened.isRefused || !server.password.empty())
+    if (!opened.line.isRefusal() || !server.password.empty())
         return opened;
     server.password = known(server);
     return server.password.empty() ? std::move(opened) : OdbcStore::open(server, mode);

@@ -151,7 +151,7 @@ Result<> SourceSettings::write(const std::filesystem::path& folder,
 SourceSettings::Checked SourceSettings::check(const ServerAddress& address) {
     const OpenedServer opened = KorDSMPasswords::current().open(address, OdbcStore::eMode::kWrite);
     if (!opened.store)
-        return {Result<>{opened.error}, opened.isRefused};
+        return {Result<>{opened.error}, opened.line.isRefusal()};
     if (std::string tooNew = opened.store->whyTooNew(); !tooNew.empty())
         return {Result<>{std::move(tooNew)}};
     const KorString outcome =

@@ -163,11 +163,15 @@ TEST_F(ServerCommandTest, WhatIsWrongWithTheSettingsIsSaidAndNoOtherDatabaseTake
         {"[user]\nconnection = Driver=PostgreSQL Unicode;Server=/nowhere;Database=x\n", "cannot be reached"},
         {"[user]\nfile = UID=a;PWD=secret;Server=x\n", "password"},
         {"[user]\nconnetcion = x\n", "Line 2"},
+        {"[user]\nfile = usr.dsdb\n", "does not exist"},
+        {"[user]\nfile = standard.dsdb\n", "are kept in one database"},
+        {"[user]\nfile = link.dsdb\n", "are kept in one database"},
         {"[usr]\nfile = user.dsdb\n", "\"usr\", which there is not"},
         {"connection = x\n", "Line 1"},
         {"[user]\nfile = user.dsdb\nport = 3\n", "Line 3"},
         {"[user]\nfile = user.dsdb\n[User]\nconnection = Server=x\n", "Line 4"},
     };
+    fs::create_symlink(data() / "standard.dsdb", data() / "link.dsdb");
     for (const auto& [text, phrase] : cases) {
         settings(text);
         const ProgramRun list = run({"list", "--source", "user"});

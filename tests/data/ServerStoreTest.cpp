@@ -148,7 +148,8 @@ TEST_F(ServerStore, APasswordIsAskedForAndShownNowhere) {
         guarded.password = given;
         const OpenedServer opened = OdbcStore::open(guarded, OdbcStore::eMode::kWrite);
         EXPECT_EQ(opened.ok(), isRight) << opened.error;
-        EXPECT_EQ(opened.isRefused, !isRight);
+        EXPECT_EQ(opened.line.isRefusal(), !isRight);
+        EXPECT_EQ(mentions(opened.error, "asks for your password"), *given == 0) << opened.error;
         EXPECT_TRUE(*given == 0 || !mentions(opened.error, given));
         EXPECT_TRUE(!opened.store || !opened.store->isReadOnly());
     }

@@ -78,4 +78,8 @@ TEST_F(SourcesDialog, NeitherShowsAPasswordNorReplacesWhatItDidNotRead) {
     EXPECT_TRUE(outcome->text().contains("sources.ini")) << outcome->text().toStdString();
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_TRUE(std::filesystem::is_directory(m_folder.file("sources.ini")));
+    std::filesystem::remove(m_folder.file("sources.ini"));
+    dialog.accept();
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_TRUE(std::filesystem::exists(m_folder.file("there.dsdb")));
 }

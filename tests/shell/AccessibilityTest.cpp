@@ -80,7 +80,7 @@ protected:
         add(
             std::type_identity<KorDSMDialogSearch>(), search, [](const KorDSMSearchHit&) { return QIcon(); },
             "hb");
-        add(std::type_identity<KorDSMDialogPassword>(), "The server \"db\" does not let you in.");
+        add(std::type_identity<KorDSMDialogPassword>(), "The server \"db\" does not let you in.", "anna");
         for (const auto& dialog : dialogs) {
             SCOPED_TRACE(dialog->metaObject()->className());
             dialog->show();

@@ -10,8 +10,7 @@ constexpr const char* kProbe = "\u00e4\u2014\u6f22{?}\\";
 } // namespace
 
 Result<> OdbcDatabase::connect() {
-    const OdbcError opened = connection.open(address.login());
-    isRefused = opened.kind == OdbcError::eKind::kLogin;
+    opened = connection.open(address.login());
     if (opened)
         return failure(opened);
     dialect = OdbcDialect::of(connection.engine(), connection.quote(), address.schema);

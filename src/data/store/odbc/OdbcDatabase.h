@@ -18,7 +18,7 @@ public:
     const ServerAddress address;
     OdbcConnection connection;
     std::unique_ptr<OdbcDialect> dialect; ///< null before the first connection
-    bool isRefused = false;               ///< the server did not let the user in by the last one
+    OdbcError opened;                     ///< what came of the last one
 
     /// The cells that were read as something else than they hold, with what they hold, none for NULL: a write
     /// that mends one must find it unchanged.

@@ -23,9 +23,9 @@ constexpr Meaning kStates[] = {
 
 // While connecting everything has one state, and only the words differ.
 constexpr Meaning kWordsOfConnecting[] = {
-    {"Can't open lib", kNoDriver},    {"Data source name not found", kNoDriver},
-    {"no password supplied", kLogin}, {"authentication failed", kLogin},
-    {"no pg_hba.conf entry", kLogin}, {"is not permitted to log in", kLogin},
+    {"Can't open lib", kNoDriver},         {"Data source name not found", kNoDriver},
+    {"no password supplied", kNoPassword}, {"authentication failed", kLogin},
+    {"no pg_hba.conf entry", kLogin},      {"is not permitted to log in", kLogin},
 };
 
 // A file engine behind a driver says everything in words.

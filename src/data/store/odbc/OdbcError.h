@@ -10,6 +10,7 @@ struct OdbcError {
         kNoDriver,
         kNotReached,
         kLogin,
+        kNoPassword,
         kNoDatabase,
         kNoSchema, ///< or no table
         kRights,
@@ -25,6 +26,10 @@ struct OdbcError {
     std::string message = {}; ///< of the driver, in one line
 
     explicit operator bool() const { return kind != eKind::kNone; }
+    /// Whether the server does not let the user in, who may have another password.
+    bool isRefusal() const { return kind == eKind::kLogin || kind == eKind::kNoPassword; }
+    /// Whether there is no server, or none that answers.
+    bool isSilence() const { return kind == eKind::kNotReached || kind == eKind::kFrozen; }
     /// Whether the connection is of no use any more.
     bool isLineGone() const { return kind == eKind::kLost || kind == eKind::kFrozen; }
 

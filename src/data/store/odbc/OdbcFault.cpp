@@ -26,6 +26,9 @@ constexpr std::pair<Kind, const char*> kErrors[] = {
      translatable(
          "The server of the style database \"%s\" does not let you in (%s); check the user's name, and the "
          "password in the driver's password file or environment.")},
+    {Kind::kNoPassword,
+     translatable("The server of the style database \"%s\" asks for your password; give it, or put it into "
+                  "the driver's password file or environment.")},
     {Kind::kNoDatabase,
      translatable(
          "The server of \"%s\" has no such database (%s); correct its name in the connection, or have "

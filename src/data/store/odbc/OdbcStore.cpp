@@ -39,7 +39,7 @@ OpenedServer OdbcStore::open(const ServerAddress& address, eMode mode, OdbcLimit
         result =
             store->m_database.queryInteger(store->m_database.dialect->may(eServerRole::kEditor), mayWrite);
     if (!result)
-        return {std::move(result), {}, store->m_database.isRefused};
+        return {std::move(result), {}, store->m_database.opened};
     store->m_readOnly = mayWrite.value_or(0) == 0;
     const bool isHindered = mode == eMode::kWrite && store->m_readOnly;
     return {isHindered ? store->m_database.fault(eServerFault::kReadOnly) : Result<>(), std::move(store)};

@@ -10,7 +10,7 @@ class OdbcStore;
 /// writing was asked for.
 struct OpenedServer : Result<> {
     std::unique_ptr<OdbcStore> store = {}; ///< null when it cannot be used
-    bool isRefused = false;                ///< with another password it may be
+    OdbcError line = {};                   ///< why there is none to the server
 };
 
 /// A style database on a server, by its ODBC driver. Several programs work on it at once: each commit raises

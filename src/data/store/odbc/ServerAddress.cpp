@@ -85,6 +85,8 @@ Result<ServerAddress> ServerAddress::parse(const std::string& text, const std::s
             database = entry.value;
         else if (key == "driver")
             address.driver = bare(entry.value);
+        else if (key == "uid" || key == "user" || key == "username")
+            address.user = bare(entry.value);
         address.connection += entry.key + "=" + entry.value + ";";
     }
     if ((server.empty() && database.empty()) || address.schema.empty())

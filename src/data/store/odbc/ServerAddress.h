@@ -11,6 +11,7 @@ struct ServerAddress {
     std::string name;          ///< in sentences: server, database and schema, nothing secret
     std::string password = {}; ///< where neither connection nor driver has one; never written down
     std::string driver = {};   ///< its name; empty where the connection does not say it
+    std::string user = {};     ///< who logs in; the same
 
     static constexpr const char* kUsualSchema = "detailstyles";
 
