@@ -49,10 +49,10 @@ void SourceSettings::take(const std::string& section, const KorString& line, int
             KorString::format(translated("Line %s of \"%s\" is not understood; write [SOURCE], and below it "
                                          "connection=... or file=...."),
                               {KorString::number(std::int64_t{number}), m_file.string()});
-        if (section.empty())
-            m_problems.push_back(sentence);
-        else
+        if (!section.empty())
             m_places[section] = {{}, {}, sentence.toStdString()};
+        else if (m_problems.empty()) // of a file that is something else one line says all
+            m_problems.push_back(sentence);
         return;
     }
     const std::string value = KorString(line.view().substr(equals + 1)).trimmed().toStdString();

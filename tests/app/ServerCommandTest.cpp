@@ -180,6 +180,8 @@ TEST_F(ServerCommandTest, WhatIsWrongWithTheSettingsIsSaidAndNoOtherDatabaseTake
         EXPECT_FALSE((list.output + said).contains("secret"));
         EXPECT_EQ(list.output.contains("Heavy beam"), text.starts_with("[usr]")) << phrase;
     }
+    settings(std::string(300, 'x') + std::string(300, '\n') + "x\n");
+    EXPECT_EQ(run({"list"}).complaints.size(), 1) << "it is no file of settings at all";
     settings("");
     EXPECT_TRUE(
         run({"server", "check", "standard"}).complaints.join(' ').contains("no database on a server"));

@@ -95,9 +95,8 @@ protected:
     std::vector<std::pair<std::filesystem::path, std::string>> m_kept;
 };
 
-// What was there before is not known after a kill.
 constexpr const char* kQuestion =
-    R"(Detail style "HB post 1:15" | Title position |  | Below detail | Upper left)";
+    R"(Detail style "HB post 1:15" | Title position | Above main view | Below detail | Upper left)";
 constexpr const char* kTheirs = "UPDATE detail_style SET title_position=6 WHERE name='HB post 1:15'";
 
 } // namespace

@@ -38,6 +38,7 @@ public:
     void setGeometry(const QRect& area) override {
         if (!mayWrap())
             return QBoxLayout::setGeometry(area);
+        // NOLINTNEXTLINE(bugprone-parent-virtual-call): the rows are laid here, not by the box
         QLayout::setGeometry(area);
         lay(area, [this](QLayoutItem& item, const QRect& place) {
             item.setGeometry(QStyle::visualRect(parentWidget()->layoutDirection(), geometry(), place));
