@@ -159,7 +159,7 @@ std::string wordsOf(const Primitives& before, const Primitives& after, int& equa
 // A view has its own zero: what is equal in it can stand elsewhere on the sheet all the same.
 std::string wordsOfView(const Primitives& before, const Primitives& after) {
     int equal = 0;
-    const std::string words = wordsOf(before, after, equal);
+    std::string words = wordsOf(before, after, equal);
     if (equal == 0 || placeOf(zeroOf(after), zeroOf(before)) == Place{})
         return words;
     std::string all = translated("stands elsewhere on the sheet").toStdString();

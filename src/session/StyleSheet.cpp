@@ -144,13 +144,14 @@ public:
     Primitives lay(const std::vector<SheetLine>& lines) {
         for (const SheetLine& line : lines)
             wrap(line);
-        const std::size_t rows =
-            (m_texts.size() + static_cast<std::size_t>(m_count) - 1) / static_cast<std::size_t>(m_count);
+        const std::size_t columns = static_cast<std::size_t>(m_count);
+        const std::size_t rows = std::max<std::size_t>((m_texts.size() + columns - 1) / columns, 1);
         for (std::size_t i = 0; i < m_texts.size(); ++i) {
-            const auto column = static_cast<double>(i / std::max<std::size_t>(rows, 1));
-            const auto row = static_cast<double>(i % std::max<std::size_t>(rows, 1) + 1);
-            m_texts[i].points[0] = m_texts[i].points[0] +
-                                   Vec2{m_left + column * (m_width + 2 * m_size), m_top - row * m_size * 1.7};
+            const std::size_t column = i / rows;
+            const std::size_t row = i % rows + 1;
+            const Vec2 place = {m_left + static_cast<double>(column) * (m_width + 2 * m_size),
+                                m_top - static_cast<double>(row) * m_size * 1.7};
+            m_texts[i].points[0] = m_texts[i].points[0] + place;
         }
         std::erase_if(m_texts, [](const Primitive& text) { return text.text.empty(); });
         return std::move(m_texts);

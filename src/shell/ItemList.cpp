@@ -22,7 +22,7 @@ ItemList::ItemList(KorListCtrl& control, KorImageListPtr images) : m_control(con
         if (KorDSMDatabaseItem* item = itemAt(row))
             Q_EMIT opened(item);
     });
-    connect(&m_control, &KorListCtrl::selectionChanged, this, &ItemList::selectionChanged);
+    connect(&m_control, &KorListCtrl::rowsSelected, this, &ItemList::selectionChanged);
     connect(&m_control, &KorListCtrl::deletePressed, this, &ItemList::deletePressed);
     connect(&m_control, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
         Q_EMIT menuWanted(m_control.viewport()->mapToGlobal(position));

@@ -171,7 +171,7 @@ void KorDSMViewRequestDialog::setUpTree() {
     control.setImageList(m_images);
     control.setAccessibleName(toQt(Prompts::dsm(kRoot)));
     m_tree.buildFullTree();
-    connect(&control, &KorTreeCtrl::selectionChanged, this, &KorDSMViewRequestDialog::show);
+    connect(&control, &KorTreeCtrl::entrySelected, this, &KorDSMViewRequestDialog::show);
     connect(&control, &KorTreeCtrl::itemActivated, this, [this] {
         if (chosenRequest())
             accept();
@@ -183,7 +183,7 @@ void KorDSMViewRequestDialog::setUpTree() {
                 KorMnemonics::give(menu);
                 menu.exec(position);
             });
-    connect(&m_rightSide.list(), &ItemList::opened, this, &KorDSMViewRequestDialog::open);
+    connect(&m_rightSide.list(), &ItemList::opened, this, &KorDSMViewRequestDialog::choose);
     connect(&m_rightSide.list(), &ItemList::selectionChanged, this, &KorDSMViewRequestDialog::updateStates);
     if (m_root.children().length() == 1)
         control.expand(m_root.children()[0]->entry());
@@ -216,7 +216,7 @@ void KorDSMViewRequestDialog::select(KorDSMDatabaseItem* item) {
     control.selectItem(entry ? entry : m_root.children()[0]->entry());
 }
 
-void KorDSMViewRequestDialog::open(KorDSMDatabaseItem* item) {
+void KorDSMViewRequestDialog::choose(KorDSMDatabaseItem* item) {
     const bool isRequest = item->type() == kViewRequest;
     select(item);
     if (isRequest)

@@ -53,7 +53,7 @@ private:
     void setTexts();
     void show(KorTreeHandle entry);
     void select(KorDSMDatabaseItem* item);
-    void open(KorDSMDatabaseItem* item);
+    void choose(KorDSMDatabaseItem* item);
     void updateStates();
     void filter();
     KorDSMDatabaseItem* selectedItem() const;

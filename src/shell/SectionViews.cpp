@@ -58,7 +58,7 @@ void SectionViews::setUp(eViewSections section, KorTreeCtrl* control, VELComboTr
         *accept = item && item->record() && KorDSMSectionTree::itemOf(to);
     });
     // A tree that is not shown selects on its own when what it had selected goes.
-    connect(control, &KorTreeCtrl::selectionChanged, this, [this, control] {
+    connect(control, &KorTreeCtrl::entrySelected, this, [this, control] {
         if (!m_isQuiet && control == &currentControl())
             Q_EMIT selectionMoved();
     });

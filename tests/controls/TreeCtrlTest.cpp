@@ -17,7 +17,7 @@ protected:
         a2 = tree.insertItem("a2", -1, a);
         c = tree.insertItem("c", -1, root);
         b = tree.insertItem("b", -1, root, nullptr, a);
-        QObject::connect(&tree, &KorTreeCtrl::selectionChanged, &tree,
+        QObject::connect(&tree, &KorTreeCtrl::entrySelected, &tree,
                          [this](KorTreeHandle entry) { told.push_back(entry); });
         tree.resize(300, 400);
         tree.show();
@@ -92,7 +92,7 @@ TEST_F(TreeCtrl, ClicksAndKeysSelectAndAnnounceOnce) {
 TEST_F(TreeCtrl, DeletingTheSelectionMovesItToANeighbour) {
     tree.selectItem(a1);
     told.clear();
-    QObject::connect(&tree, &KorTreeCtrl::selectionChanged, &tree,
+    QObject::connect(&tree, &KorTreeCtrl::entrySelected, &tree,
                      [this] { EXPECT_EQ(tree.childCount(root), 2) << "told before the entry was gone"; });
     tree.deleteItem(a);
     EXPECT_EQ(tree.selectedItem(), b);

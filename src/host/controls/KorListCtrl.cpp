@@ -37,7 +37,7 @@ KorListCtrl::KorListCtrl(QWidget* parent) : QTreeView(parent), m_model(new KorLi
     setIconSize(QSize(16, 16));
     setSortingEnabled(true);
     header()->setSortIndicator(-1, Qt::AscendingOrder);
-    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &KorListCtrl::selectionChanged);
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &KorListCtrl::rowsSelected);
     connect(m_model, &KorListModel::checkToggled, this, &KorListCtrl::checkToggled);
     connect(this, &QTreeView::doubleClicked, this,
             [this](const QModelIndex& index) { Q_EMIT itemActivated(index.row()); });

@@ -82,7 +82,7 @@ public:
 Q_SIGNALS:
     /// Double click or Enter on a row.
     void itemActivated(int row);
-    void selectionChanged();
+    void rowsSelected();
     /// The user clicked the check box of a row, or pressed Space on the row; the box has changed already.
     void checkToggled(int row);
     /// Delete pressed while rows are selected. The list deletes nothing itself.

@@ -55,7 +55,7 @@ void KorTreeCtrl::init() {
     setIconSize(QSize(16, 16));
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         if (!m_muted)
-            Q_EMIT selectionChanged(selectedItem());
+            Q_EMIT entrySelected(selectedItem());
     });
     connect(this, &QTreeView::expanded, this, &KorTreeCtrl::onExpanded);
     connect(this, &QTreeView::doubleClicked, this,
@@ -100,7 +100,7 @@ void KorTreeCtrl::removeKeepingSelection(bool selectionGoes, KorTreeHandle heir,
         remove();
     }
     if (selectionGoes && !m_muted)
-        Q_EMIT selectionChanged(selectedItem());
+        Q_EMIT entrySelected(selectedItem());
 }
 
 KorTreeHandle KorTreeCtrl::shownSibling(KorTreeHandle entry, int step) const {

@@ -35,7 +35,7 @@ public:
     void deleteItem(KorTreeHandle entry);
     /// Deletes all entries below `parent`; a selection in there moves to `parent`.
     void deleteChildren(KorTreeHandle parent);
-    /// Deletes everything. When something was selected, `selectionChanged(null)` follows.
+    /// Deletes everything. When something was selected, `entrySelected(null)` follows.
     void deleteAll();
 
     /// The first top-level entry, null in an empty tree.
@@ -76,7 +76,7 @@ public:
     bool isHidden(KorTreeHandle entry) const;
 
     /// Selects an entry, opens what is above it and scrolls it into view; null takes the selection away.
-    /// `selectionChanged` comes before this returns, unless the entry was selected already.
+    /// `entrySelected` comes before this returns, unless the entry was selected already.
     void selectItem(KorTreeHandle entry);
     KorTreeHandle selectedItem() const;
     void ensureVisible(KorTreeHandle entry);
@@ -95,7 +95,7 @@ Q_SIGNALS:
     /// The entry opens, by the user or the program; made children are shown with it. Comes again at each
     /// opening, `isPlaceholder` tells whether children are asked for.
     void expanding(KorTreeHandle entry);
-    void selectionChanged(KorTreeHandle entry);
+    void entrySelected(KorTreeHandle entry);
     /// Double click or Enter on an entry.
     void itemActivated(KorTreeHandle entry);
     /// Right click or the menu key; `entry` is null on empty ground.

@@ -90,7 +90,7 @@ QByteArray KorVerticalSplitter::saveWanted() {
         return saveState();
     const QSignalBlocker quiet(this);
     setSizes({m_leftBefore, now[0] + now[1] - m_leftBefore});
-    const QByteArray state = saveState();
+    QByteArray state = saveState();
     setSizes(now);
     return state;
 }
