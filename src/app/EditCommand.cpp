@@ -47,15 +47,15 @@ bool handOver(const DataFolder& folder, const EditOptions& options) {
     return true;
 }
 
+// Leaves it to the editor that is open, or to one that another start opens at the same time.
+bool isLeftToAnother(WindowStart& start, const DataFolder& folder, const EditOptions& options) {
+    return handOver(folder, options) || (!start.beFound(folder) && handOver(folder, options));
+}
+
 } // namespace
 
 bool leaveToAnother(WindowStart& start, const DataFolder& folder, const EditOptions& options) {
-    if (!folder.hasServers())
-        return false;
-    if (handOver(folder, options))
-        return true;
-    start.beFound(folder);
-    return false;
+    return folder.hasServers() && isLeftToAnother(start, folder, options);
 }
 
 int openEditor(WindowStart& start, DataFolder& folder, const EditOptions& options) {
@@ -65,10 +65,8 @@ int openEditor(WindowStart& start, DataFolder& folder, const EditOptions& option
     const bool isNeeded = start.keepsRequests(); // of others
     if (selectStart(options) != kExitDone && !isNeeded)
         return kExitFailed;
-    if (!paints && !start.isFound() && handOver(folder, options))
+    if (!paints && !start.wasToBeFound() && isLeftToAnother(start, folder, options))
         return kExitDone;
-    if (!paints && !start.isFound())
-        start.beFound(folder);
     start.makeApplication();
     KOSettings::getInstance().setPathData(folder.path());
     KorDSMDialogFactory factory(nullptr);

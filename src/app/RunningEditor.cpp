@@ -5,6 +5,7 @@
 #include <QJsonObject>
 #include <QSocketNotifier>
 #include <QStandardPaths>
+#include <QSysInfo>
 #include <QWidget>
 
 #include <cerrno>
@@ -12,10 +13,15 @@
 #include <memory>
 #include <utility>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/time.h>
 #include <sys/un.h>
 #include <unistd.h>
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -26,7 +32,7 @@ constexpr qsizetype kLongest = 64 * 1024; // of a request
 class Socket {
 public:
     explicit Socket(int handle = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) : m_handle(handle) {
-        const timeval patience{3, 0};
+        const timeval patience{10, 0}; // the other one may be reading its databases
         ::setsockopt(m_handle, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
         ::setsockopt(m_handle, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
     }
@@ -65,14 +71,43 @@ private:
     int m_handle;
 };
 
-std::string placeOf(const std::filesystem::path& dataFolder) {
-    std::error_code error;
-    const std::filesystem::path folder = std::filesystem::weakly_canonical(dataFolder, error);
-    const QByteArray name =
-        QCryptographicHash::hash(QByteArray::fromStdString(folder.string()), QCryptographicHash::Sha256);
-    const QString place = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    return place.isEmpty() ? std::string() : (place + "/detailstyles-" + name.toHex().left(16)).toStdString();
+// The user's own folder of the session; where there is none, as after a change of the user, that of caches,
+// which several machines may share.
+fs::path meetingFolder() {
+    const QByteArray session = qgetenv("XDG_RUNTIME_DIR");
+    struct stat state {};
+    const bool isOwn = session.startsWith('/') && ::stat(session.constData(), &state) == 0 &&
+                       S_ISDIR(state.st_mode) && state.st_uid == ::geteuid();
+    const QString caches = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    return fs::path(isOwn ? session.toStdString() : caches.toStdString()) / "detailstyles";
 }
+
+std::string placeOf(const fs::path& dataFolder) {
+    std::error_code error;
+    const fs::path folder = meetingFolder();
+    const std::string subject =
+        fs::weakly_canonical(dataFolder, error).string() + '\n' + QSysInfo::machineHostName().toStdString();
+    const QByteArray name =
+        QCryptographicHash::hash(QByteArray::fromStdString(subject), QCryptographicHash::Sha256);
+    if (fs::create_directories(folder, error))
+        fs::permissions(folder, fs::perms::owner_all, error);
+    return (folder / name.toHex().left(16).toStdString()).string();
+}
+
+/// Of several starts at the same time the one that holds it looks whether the place is taken, and takes it.
+class PlaceLock {
+public:
+    explicit PlaceLock(const std::string& place)
+        : m_folder(::open(fs::path(place).parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+        ::flock(m_folder, LOCK_EX);
+    }
+    PlaceLock(const PlaceLock&) = delete;
+    PlaceLock& operator=(const PlaceLock&) = delete;
+    ~PlaceLock() { ::close(m_folder); }
+
+private:
+    int m_folder;
+};
 
 /// Does something with the address of a place; false where the name is too long for one, or empty.
 template <typename Call>
@@ -93,7 +128,7 @@ bool connects(const Socket& socket, const std::string& place) {
 
 } // namespace
 
-bool RunningEditor::handOver(const std::filesystem::path& dataFolder, const OpenRequest& request) {
+bool RunningEditor::handOver(const fs::path& dataFolder, const OpenRequest& request) {
     const Socket socket;
     if (!connects(socket, placeOf(dataFolder)))
         return false;
@@ -105,10 +140,11 @@ bool RunningEditor::handOver(const std::filesystem::path& dataFolder, const Open
            ::shutdown(socket.handle(), SHUT_WR) == 0 && socket.receive().startsWith(kTaken);
 }
 
-RunningEditor::RunningEditor(const std::filesystem::path& dataFolder, Receiver receiver)
+RunningEditor::RunningEditor(const fs::path& dataFolder, Receiver receiver)
     : m_place(placeOf(dataFolder)), m_receiver(std::move(receiver)) {
+    const PlaceLock lock(m_place);
     if (connects(Socket(), m_place))
-        return;                // another one that did not take the request
+        return;                // another one
     ::unlink(m_place.c_str()); // left by one that was killed
     Socket socket;
     const bool isBound = at(m_place, [&socket](const sockaddr* address, socklen_t size) {

@@ -18,7 +18,7 @@ struct OpenRequest {
 };
 
 /// The editor of a data folder, open or just starting. Other starts of the program with the same folder find
-/// it by a socket in the user's runtime folder, and leave to it what they were to show.
+/// it by a socket in a folder of the user's own, and leave to it what they were to show.
 class RunningEditor : public QObject {
 public:
     /// Hands the request to the editor of the data folder. Returns whether there is one, and it took the
@@ -28,10 +28,13 @@ public:
     /// Is told of a request. Returns whether it is done with that; otherwise the request is kept.
     using Receiver = std::function<bool(const OpenRequest&)>;
 
-    /// Waits for requests as long as it lives, in the event loop. Where the socket cannot be made none come.
+    /// Waits for requests as long as it lives, in the event loop. Where another editor does so for this data
+    /// folder, or the socket cannot be made, none come.
     RunningEditor(const std::filesystem::path& dataFolder, Receiver receiver);
     ~RunningEditor() override;
 
+    /// Whether other starts find it.
+    bool isFound() const { return m_socket >= 0; }
     /// Who is told from now on, at first of the requests that were kept; before that there may be nobody.
     void setReceiver(Receiver receiver);
     /// Whether there are requests that nobody was done with.

@@ -73,7 +73,7 @@ bool WindowStart::show(std::chrono::milliseconds waited) {
     return !isGivenUp;
 }
 
-void WindowStart::beFound(const DataFolder& folder) {
+bool WindowStart::beFound(const DataFolder& folder) {
     makeApplication();
     m_running = std::make_unique<RunningEditor>(folder.path(), [](const OpenRequest& request) {
         for (QWidget* window : QApplication::topLevelWidgets())
@@ -81,4 +81,5 @@ void WindowStart::beFound(const DataFolder& folder) {
                 RunningEditor::raise(*window, request);
         return false;
     });
+    return m_running->isFound();
 }

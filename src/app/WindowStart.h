@@ -22,12 +22,12 @@ public:
     /// Opens the databases of the folder, and asks for the passwords that servers want.
     void open(DataFolder& folder);
     /// Other starts of the program find this one from now on: the window that it shows comes to the front,
-    /// and what they were to show is kept for the editor.
-    void beFound(const DataFolder& folder);
+    /// and what they were to show is kept for the editor. Returns false where they find another one.
+    bool beFound(const DataFolder& folder);
     /// What finds this start, for the editor's window; null where nothing does, or it was taken.
     std::unique_ptr<RunningEditor> takeRunning() { return std::move(m_running); }
-    /// Whether something finds it, and whether other starts left something to be shown.
-    bool isFound() const { return m_running != nullptr; }
+    /// Whether it was to be found already, and whether other starts left something to be shown.
+    bool wasToBeFound() const { return m_running != nullptr; }
     bool keepsRequests() const { return m_running && m_running->keepsRequests(); }
     /// Makes the application, where there is none yet.
     void makeApplication();

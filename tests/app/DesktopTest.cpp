@@ -76,10 +76,9 @@ TEST_F(DesktopTest, AFileThatIsDroppedOnTheWindowIsASourceThatCanOnlyBeRead) {
 }
 
 TEST_F(DesktopTest, ASecondStartLeavesItsFileToTheOpenWindow) {
-    fs::create_directories(folder() / "run");
-    fs::permissions(folder() / "run", fs::perms::owner_all);
     fs::copy_file(data() / "user.dsdb", folder() / "mail.dsdb");
-    environment.insert("XDG_RUNTIME_DIR", named("run"));
+    environment.remove("XDG_RUNTIME_DIR");
+    environment.insert("XDG_CACHE_HOME", named("run"));
     environment.insert("QT_QPA_PLATFORM", "minimal");
     const QStringList bad = run({named("letter")}).complaints;
     EXPECT_EQ(bad.size(), 1);
@@ -91,7 +90,9 @@ TEST_F(DesktopTest, ASecondStartLeavesItsFileToTheOpenWindow) {
             QProcess().waitForFinished(1);
         return isSo();
     };
-    ASSERT_TRUE(waitFor([this] { return !fs::is_empty(folder() / "run"); }));
+    ASSERT_TRUE(waitFor([this] {
+        return fs::exists(folder() / "run/detailstyles") && !fs::is_empty(folder() / "run/detailstyles");
+    }));
     const ProgramRun second = run({named("mail.dsdb")});
     EXPECT_EQ(second.exitCode, 0);
     EXPECT_TRUE(second.output.startsWith("The editor is open already"));
@@ -104,4 +105,32 @@ TEST_F(DesktopTest, ASecondStartLeavesItsFileToTheOpenWindow) {
     }));
     first.kill();
     first.waitForFinished();
+}
+
+TEST_F(DesktopTest, OfStartsAtTheSameTimeOneOpensTheWindow) {
+    fs::create_directories(folder() / "run");
+    fs::permissions(folder() / "run", fs::perms::owner_all);
+    environment.insert("XDG_RUNTIME_DIR", named("run"));
+    environment.insert("QT_QPA_PLATFORM", "minimal");
+    std::vector<std::unique_ptr<QProcess>> starts;
+    for (int i = 0; i < 5; ++i) {
+        auto& start = *starts.emplace_back(std::make_unique<QProcess>());
+        start.setProcessEnvironment(environment);
+        start.start(DETAILSTYLES_PROGRAM, {"--data", QString::fromStdString(data().string())});
+    }
+    const auto open = [&starts] {
+        return std::ranges::count_if(starts, [](auto& start) {
+            start->waitForFinished(1);
+            return start->state() == QProcess::Running;
+        });
+    };
+    for (const QDeadlineTimer end(60000); open() > 1 && !end.hasExpired();)
+        ;
+    EXPECT_EQ(open(), 1);
+    for (const auto& start : starts) {
+        EXPECT_TRUE(start->state() == QProcess::Running ||
+                    start->readAllStandardOutput().startsWith("The editor is open already"));
+        start->kill();
+        start->waitForFinished();
+    }
 }
