@@ -51,7 +51,7 @@ void WindowKeys::turnPages(QWidget& window, KorTabCtrl& tabs) {
     onKey(window, {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab)}, [&tabs] { turn(tabs, -1); });
 }
 
-void WindowKeys::walk(QWidget& window, std::function<QWidgetList()> parts) {
+void WindowKeys::walk(QWidget& window, const std::function<QWidgetList()>& parts) {
     onKey(window, {QKeySequence(Qt::Key_F6)}, [parts] { step(parts(), 1); });
     onKey(window, {QKeySequence(Qt::SHIFT | Qt::Key_F6)}, [parts] { step(parts(), -1); });
 }

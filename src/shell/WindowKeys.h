@@ -17,7 +17,7 @@ void press(QAbstractButton& button, const QList<QKeySequence>& keys);
 void turnPages(QWidget& window, KorTabCtrl& tabs);
 /// F6 and Shift+F6 lead round the parts of the window: to the first of these, or of what is in it, that can
 /// have the focus now, behind the part that has it.
-void walk(QWidget& window, std::function<QWidgetList()> parts);
+void walk(QWidget& window, const std::function<QWidgetList()>& parts);
 /// Shift+F10 opens the menu of what has the focus, as the key of menus does, which not every keyboard has.
 void openMenus(QWidget& window);
 
