@@ -6,6 +6,7 @@
 /// record was found and filled; any other value means that it was not, and leaves it untouched.
 class StyleReadOperations {
 public:
+// NOLINTBEGIN(bugprone-macro-parentheses): types have none
 #define KOR_READS(operation, Record)                                                                         \
     static int operation(const KorString& runName, Record& record) {                                         \
         return StyleReads::read(runName, record);                                                            \
@@ -13,6 +14,7 @@ public:
     static int operation(const KorOdbcKey& key, Record& record) {                                            \
         return StyleReads::read(key, record);                                                                \
     }
+    // NOLINTEND(bugprone-macro-parentheses)
 
     KOR_READS(getDetailStyle, StructDetailStyle)
     KOR_READS(getDetBaseCategory, StructDetBaseCategory)
