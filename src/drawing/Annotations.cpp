@@ -64,10 +64,10 @@ public:
     }
 
     void place() {
+        lineUp(); // first, so that others keep clear of the leaders
         for (Label& label : m_labels)
             if (!isLinedUp(label))
                 placeAlone(label);
-        lineUp();
         if (m_placing.gaveUp())
             m_context.rows.note(KorString::format(
                 translated("The view \"%s\" has so many labels that some of them cover others."),
@@ -149,6 +149,13 @@ private:
         return label.control && label.control->newArranger == 0 && label.control->maxLeaderLength <= 0;
     }
 
+    // Whether it has room within the outline.
+    bool isUponPlate(const Label& label) const {
+        const Box2 box = m_anchors.boxOf(label.object);
+        return isOnObject(label) && m_context.object(label.object).type == eObjectType::kPlate &&
+               box.width() > 2 * label.size.u && box.height() > 2 * label.size.v;
+    }
+
     // How far a label in a row or column on that side would be from the anchor.
     double away(Vec2 p, int side) const {
         return side == kLeft    ? p.u - m_box.low.u
@@ -171,12 +178,14 @@ private:
     void placeAlone(Label& label) {
         if (isOnObject(label) && alongObject(label))
             return;
+        if (isUponPlate(label))
+            label.leader = nullptr;
         const LabelPlacing::Place place = m_placing.place(wanted(label));
         label.anchor = place.anchor;
         draw(label, place.middle);
     }
 
-    // Upon a long object, read along it. False where it is not long enough.
+    // Upon a long object, read along it. False where it is not long enough, or others stand there.
     bool alongObject(Label& label) {
         const std::optional<Vec2> d = m_anchors.directionOf(label.object);
         const Box2 box = m_anchors.boxOf(label.object);
@@ -190,7 +199,6 @@ private:
         const Vec2 whole = {std::abs(d->u) * label.size.u + std::abs(d->v) * label.size.v,
                             std::abs(d->v) * label.size.u + std::abs(d->u) * label.size.v};
         const double length = std::abs(d->u) * box.width() + std::abs(d->v) * box.height();
-        const Vec2 middle = box.middle() + up * beside;
         for (const bool isClear : {true, false})
             for (const double part : {0.0, -0.1, 0.1, -0.2, 0.2, -0.33, 0.33})
                 for (const double side : {beside, -beside}) {
@@ -201,7 +209,7 @@ private:
                     if (!m_placing.coversLabel(taken) && !(isClear && m_placing.coversLine(taken, 0.5)))
                         return drawAlong(label, tried, *d, whole);
                 }
-        return drawAlong(label, middle, *d, whole);
+        return false;
     }
     bool drawAlong(Label& label, Vec2 middle, Vec2 d, Vec2 whole) {
         m_placing.take(middle, whole);
@@ -228,10 +236,15 @@ private:
         if (isOnObject(label)) {
             const Box2 box = m_anchors.boxOf(label.object);
             const bool isSmall = !box.isEmpty() && box.width() < label.size.u;
-            if (isSmall) {
+            const bool isWide = isUponPlate(label);
+            if (isSmall || isWide) {
                 wanted.anchors = {box.middle()};
                 wanted.mayCover = false;
             }
+            if (isWide)
+                for (const Vec2 part : {Vec2{-1, -1}, Vec2{1, -1}, Vec2{-1, 1}, Vec2{1, 1}})
+                    wanted.anchors.push_back(box.middle() +
+                                             Vec2{part.u * box.width(), part.v * box.height()} * 0.25);
             wanted.distance =
                 isSmall ? (box.width() + box.height()) / 4 : -std::min(label.size.u, label.size.v) / 2;
             wanted.farthest = wanted.distance + label.size.v * 3; // where another one has its place already
@@ -261,8 +274,10 @@ private:
                     at += kStep;
                 next = at + length + std::clamp(label->order ? label->order->spacing : 5.0, 0.0, 1000.0);
                 const Vec2 middle = besides(*label, side, at + length / 2);
-                m_placing.take(middle, label->size);
                 label->anchor = m_placing.bestAnchor(middle, label->size, label->anchors);
+                m_placing.take(middle, label->size);
+                if (label->leader)
+                    m_placing.takeLeader(middle, label->anchor);
                 draw(*label, middle);
             }
         }
@@ -359,7 +374,8 @@ private:
             line(label, {{low.u, low.v - 0.6}, {high.u, low.v - 0.6}});
     }
 
-    // From the end of the label that is nearer, with a landing as far as there is room; from a ring straight.
+    // From the end of the label that is nearer, with a landing as far as there is room, or from its corner
+    // where it stands above or below its anchor; from a ring straight. Welds have their reference line.
     void drawLeader(const Label& label, Vec2 middle) {
         const Vec2 half = label.size * 0.5;
         const Vec2 away = label.anchor - middle;
@@ -370,10 +386,15 @@ private:
         const double outward = away.u > 0 ? 1 : -1;
         const double landing = std::clamp(label.leader->landing, 0.0, 100.0);
         const double room = std::clamp(std::abs(away.u) - half.u, 0.0, landing);
-        const bool isRing = frame == kCircleFrame;
-        const Vec2 edge = isRing ? middle + away * (half.u / away.length())
-                                 : middle + Vec2{outward * half.u, frame == kNoFrame ? -half.v - 0.6 : 0};
-        const Vec2 knee = isRing ? edge : edge + Vec2{outward * room, 0};
+        const bool isWeld = label.type && label.type->annotationKind == kWeldSymbol;
+        const bool isInLine = !isWeld && std::abs(away.u) <= half.u;
+        const double below = frame == kNoFrame ? half.v + 0.6 : half.v;
+        Vec2 edge = middle + Vec2{outward * half.u, frame == kNoFrame ? -below : 0};
+        if (frame == kCircleFrame)
+            edge = middle + away * (half.u / away.length());
+        else if (isInLine)
+            edge = middle + Vec2{outward * half.u, away.v > 0 ? below : -below};
+        const Vec2 knee = frame == kCircleFrame ? edge : edge + Vec2{outward * room, 0};
         const Vec2 way = label.anchor - knee;
         const Vec2 end =
             label.anchor - way * (std::min(label.rim, way.length()) / std::max(way.length(), 1e-9));

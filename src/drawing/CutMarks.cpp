@@ -167,6 +167,8 @@ private:
 
     static bool covers(const ViewPicture& view, const Box2& mark) {
         return std::ranges::any_of(view.primitives, [&](const Primitive& other) {
+            if (other.purpose == Primitive::kLabel && other.kind == Primitive::kLine)
+                return passes(other, mark);
             if (other.kind != Primitive::kText && other.purpose != Primitive::kDimension &&
                 other.purpose != Primitive::kSymbol)
                 return false;
@@ -175,6 +177,17 @@ private:
             return box.low.u - kClear < mark.high.u && mark.low.u < box.high.u + kClear &&
                    box.low.v - kClear < mark.high.v && mark.low.v < box.high.v + kClear;
         });
+    }
+
+    // Whether a leader, or the frame of a label, passes the mark.
+    static bool passes(const Primitive& line, const Box2& mark) {
+        const Vec2 corner = {mark.low.u, mark.high.v};
+        const Vec2 opposite = {mark.high.u, mark.low.v};
+        for (std::size_t i = 1; i < line.points.size(); ++i)
+            for (const auto& [a, b] : {std::pair(mark.low, mark.high), std::pair(corner, opposite)})
+                if (crossing(line.points[i - 1], line.points[i], a, b) >= 0)
+                    return true;
+        return false;
     }
 
     static void take(ViewPicture& view, Primitives marks) {

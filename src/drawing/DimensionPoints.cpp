@@ -48,7 +48,8 @@ std::vector<Vec3> nosing(const PartObject& object) {
     return {{object.box.low.x, object.box.low.y, object.box.high.z}};
 }
 
-std::vector<Vec3> pointsOn(const DrawingContext& context, int type, const PartObject& object) {
+std::vector<Vec3> pointsOn(const DrawingContext& context, const ViewScene& scene, int type,
+                           const PartObject& object) {
     switch (type) {
     case kCorner:
         return object.type == eObjectType::kGrating ? nosing(object) : corners(object);
@@ -56,7 +57,8 @@ std::vector<Vec3> pointsOn(const DrawingContext& context, int type, const PartOb
         std::vector<Vec3> found = object.centres;
         for (const int index : context.shown)
             if (const PartObject& hole = context.object(index);
-                hole.type == eObjectType::kHole && std::ranges::find(hole.in, object.name) != hole.in.end())
+                hole.type == eObjectType::kHole && scene.looks.at(index).drawn &&
+                std::ranges::find(hole.in, object.name) != hole.in.end())
                 found.insert(found.end(), hole.centres.begin(), hole.centres.end());
         return found;
     }
@@ -118,6 +120,16 @@ bool isSeen(const ViewScene& scene, int index) {
                                [&](const ViewLine& line) { return line.object == index && line.visible; });
 }
 
+// Whether what is seen of an object reaches as far as its axis, though that lies before or behind what is
+// shown.
+bool isSeenNear(const ViewScene& scene, int index, Vec2 flat) {
+    constexpr double kNear = 100; // mm, of ends that are cut at a slope
+    return std::ranges::any_of(scene.seen.lines, [&](const ViewLine& line) {
+        return line.object == index && line.visible &&
+               std::min((line.a - flat).length(), (line.b - flat).length()) < kNear;
+    });
+}
+
 // Those that are nearest to the start or end of the main part, where they are asked for there; else the
 // first.
 void keepOutermost(const DrawingContext& context, std::vector<DimensionPoint>& points, std::size_t count,
@@ -169,19 +181,18 @@ std::vector<DimensionPoint> pointsOf(DrawingContext& context, const ViewScene& s
         const bool isLine = object.type == eObjectType::kGrid || object.type == eObjectType::kLevel ||
                             object.type == eObjectType::kCut;
         if (ObjectMatch::picks(context.rows, record->qualifierSetKey, object) != eAnswer::kYes ||
-            (!isLine && record->includeHidden == 0 && !isSeen(scene, index)))
+            (!isLine && !(look.drawn && (record->includeHidden != 0 || isSeen(scene, index)))))
             continue;
         if (object.type == eObjectType::kGrid && isParallel(scene, object, direction))
             continue;
         std::vector<DimensionPoint> own;
-        for (const Vec3& p : pointsOn(context, kind, object)) {
+        for (const Vec3& p : pointsOn(context, scene, kind, object)) {
             const Vec2 flat = scene.camera.flat(p);
             const double depth = scene.camera.depth(p);
-            // What is seen ends where its axis does, though that may lie before or behind what is shown.
-            const bool isInside =
-                flat.u >= window.low.u && flat.u <= window.high.u && flat.v >= window.low.v &&
-                flat.v <= window.high.v &&
-                (kind == kAxisEnd || (depth >= scene.camera.nearDepth && depth <= scene.camera.farDepth));
+            const bool isInside = flat.u >= window.low.u && flat.u <= window.high.u &&
+                                  flat.v >= window.low.v && flat.v <= window.high.v &&
+                                  ((depth >= scene.camera.nearDepth && depth <= scene.camera.farDepth) ||
+                                   (kind == kAxisEnd && isSeenNear(scene, index, flat)));
             if ((isLine ? isAlongside(window, flat, direction) : isInside) &&
                 fitsPosition(context, scene, place, p) && further.allows(object, p, direction))
                 own.push_back({p, flat, index});

@@ -74,14 +74,17 @@ public:
             if (figure.kind == Primitive::kLine && figure.points.size() == 2)
                 lines.emplace_back(figure.points[0], figure.points[1]);
         m_texts.avoid(lines);
-        for (Written& text : m_written) {
-            const DimensionTexts::Place place =
-                m_texts.place(text.span, {text.text.textWidth(), kDimensionText});
-            text.text.move(place.middle);
-            m_provenance = text.text.provenance;
-            if (!place.leader.empty())
-                line(place.leader);
-            figures.push_back(std::move(text.text));
+        std::vector<DimensionTexts::Wanted> wanted;
+        for (const Written& text : m_written)
+            wanted.push_back({text.span, {text.text.textWidth(), kDimensionText}, text.middles});
+        const std::vector<DimensionTexts::Place> places = m_texts.place(wanted);
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            Primitive& text = m_written[i].text;
+            text.move(places[i].middle);
+            m_provenance = text.provenance;
+            if (!places[i].leader.empty())
+                line(places[i].leader);
+            figures.push_back(std::move(text));
         }
     }
 
@@ -90,7 +93,8 @@ public:
 private:
     struct Written {
         DimensionTexts::Span span;
-        Primitive text; ///< about 0, 0
+        Primitive text;                 ///< about 0, 0
+        std::vector<Vec2> middles = {}; ///< where it can be, the best place first; none: at its span
     };
 
     PointDimensions atPoints() const { return {m_context, m_scene, m_provenance, titleWith(1)}; }
@@ -150,7 +154,8 @@ private:
         const auto distance = [&] { return m_strategy.firstLineDistance + next * m_strategy.lineSpacing; };
         for (int skipped = 0; skipped < kMostSkipped && distance() < least; ++skipped)
             ++next;
-        const double level = edge + distance();
+        m_room = distance();
+        const double level = edge + m_room;
         ++next;
         return level;
     }
@@ -159,9 +164,16 @@ private:
         figures.push_back(
             Figures::line(std::move(points), m_context.pens.thin(), Primitive::kDimension, m_provenance));
     }
+    Primitive textAt(Vec2 middle, const std::string& words, double degrees) const {
+        return Figures::text(m_context.pens, middle, kDimensionText, words, Primitive::kDimension,
+                             m_provenance, -1, degrees);
+    }
+    // A text whose place is given: others are kept away from it.
     void text(Vec2 middle, const std::string& words, double degrees) {
-        figures.push_back(Figures::text(m_context.pens, middle, kDimensionText, words, Primitive::kDimension,
-                                        m_provenance, -1, degrees));
+        figures.push_back(textAt(middle, words, degrees));
+        const double angle = degrees * std::numbers::pi / 180;
+        m_texts.take(middle, {std::cos(angle), std::sin(angle)},
+                     {figures.back().textWidth(), kDimensionText});
     }
     // The point of the line opposite to a point of the view.
     Vec2 onLine(Vec2 p, double level) const { return p + normal() * (level - along(p, normal())); }
@@ -227,15 +239,13 @@ private:
         const bool isBeside = m_request->titlePosition != 0;
         if (!title.empty() && !isBeside)
             words += " " + title;
-        textOf({from, to, normal(), span.isFirst, span.isLast}, words);
+        textOf({from, to, normal(), m_room, span.isFirst, span.isLast}, words);
         if (!title.empty() && isBeside)
             text((from + to) * 0.5 + normal() * (kDimensionText * 0.9), title, degreesOf(m_direction));
     }
 
     void textOf(const DimensionTexts::Span& span, const std::string& words) {
-        m_written.push_back(
-            {span, Figures::text(m_context.pens, {}, kDimensionText, words, Primitive::kDimension,
-                                 m_provenance, -1, degreesOf(m_direction))});
+        m_written.push_back({span, textAt({}, words, degreesOf(m_direction))});
     }
 
     // Whether lines of the view measure all of it already.
@@ -366,19 +376,23 @@ private:
             const Vec2 from = m_scene.onSheet(all[i].flat);
             const Vec2 to = onLine(from, level);
             extension(from, to);
-            const std::string& words = values[i];
-            const double middle = room(words);
-            const Vec2 away = normal() * (where == kAtObject ? -middle : middle) -
-                              m_direction * (where == kAtObject ? kDimensionText * 0.8 : 0);
+            const double middle = room(values[i]);
+            const double degrees = degreesOf(normal() * -1);
             if (where == kOnLine) {
-                textOf({to, to + m_direction * (2 * middle), normal(), true, true}, words);
-                continue;
+                textOf({to, to + m_direction * (2 * middle), normal(), m_room, true, true}, values[i]);
+            } else if (where == kAtObject) { // before its line, behind it, or at its end
+                const Vec2 aside = m_direction * (kDimensionText * 0.8);
+                const Vec2 up = normal() * middle;
+                m_written.push_back({{to, to, normal()},
+                                     textAt({}, values[i], degrees),
+                                     {to - aside - up, to + aside - up, to + up}});
+            } else {
+                const double shift = std::max(0.0, next - along(to, m_direction));
+                next = along(to, m_direction) + shift + kDimensionText * 1.3;
+                if (shift > 0.01)
+                    line({to + normal() * 1.5, to + normal() * 2.5 + m_direction * shift});
+                text(to + normal() * middle + m_direction * shift, values[i], degrees);
             }
-            const double shift = std::max(0.0, next - along(to, m_direction));
-            next = along(to, m_direction) + shift + kDimensionText * 1.3;
-            if (shift > 0.01 && where != kAtObject)
-                line({to + normal() * 1.5, to + normal() * 2.5 + m_direction * shift});
-            text(to + away + m_direction * shift, words, degreesOf(normal() * -1));
         }
     }
 
@@ -387,6 +401,7 @@ private:
     const StructDetViewDimStrategy& m_strategy;
     const StructDetViewDimRequestLinear* m_request = nullptr;
     Vec2 m_direction;
+    double m_room = 0; // between the line and the view
     double m_zero = 0; // along that, where the request begins to measure
     ProvenancePtr m_provenance;
     DimensionTexts m_texts;

@@ -31,6 +31,8 @@ public:
     bool gaveUp() const { return m_effort >= kMostEffort; }
     /// Takes a place that was found otherwise.
     void take(Vec2 middle, Vec2 size);
+    /// Others keep clear of this leader.
+    void takeLeader(Vec2 middle, Vec2 anchor) { m_leaders.emplace_back(middle, anchor); }
     /// Whether a label would cover another one.
     bool coversLabel(const Box2& box) const;
     /// Whether a line of the drawing passes a label there, or comes so near to it.

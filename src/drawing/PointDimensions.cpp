@@ -4,6 +4,7 @@
 #include "drawing/Figures.h"
 #include "drawing/LabelText.h"
 
+#include <array>
 #include <numbers>
 
 void PointDimensions::line(std::vector<Vec2> points) {
@@ -45,6 +46,17 @@ std::optional<Vec2> PointDimensions::leftEnd(const PartObject& object) const {
     return inside.empty() ? std::nullopt : std::optional(a + (b - a) * inside.front().first);
 }
 
+bool PointDimensions::isCrossed(Vec2 middle, const std::string& words) const {
+    const Primitive text =
+        Figures::text(m_context.pens, middle, kDimensionText, words, Primitive::kDimension, m_provenance);
+    const Box2 box = text.box();
+    const Loop2 around = {box.low, {box.high.u, box.low.v}, box.high, {box.low.u, box.high.v}};
+    return std::ranges::any_of(m_scene.seen.lines, [&](const ViewLine& edge) {
+        return edge.visible &&
+               !insideParts({around}, m_scene.onSheet(edge.a), m_scene.onSheet(edge.b)).empty();
+    });
+}
+
 Primitives PointDimensions::slope(const std::vector<DimensionPoint>& points) {
     for (const DimensionPoint& point : points) {
         const PartObject& object = m_context.object(point.object);
@@ -59,16 +71,22 @@ Primitives PointDimensions::slope(const std::vector<DimensionPoint>& points) {
         if (!seen)
             continue;
         const Vec2 at = m_scene.onSheet(*seen);
-        constexpr double kRadius = 18;
+        const std::string words = LabelText::number(std::abs(degrees), 1) + "°";
+        const double half = degrees / 2 * std::numbers::pi / 180;
+        const auto middle = [&](double radius) {
+            return at + Vec2{std::cos(half), std::sin(half)} * (radius + 8);
+        };
+        constexpr std::array kRadii = {18.0, 26.0, 34.0, 12.0};
+        const auto* clear =
+            std::ranges::find_if(kRadii, [&](double radius) { return !isCrossed(middle(radius), words); });
+        const double radius = clear == kRadii.end() ? kRadii[0] : *clear;
         Primitive arc =
-            Figures::circle(at, kRadius, m_context.pens.thin(), Primitive::kDimension, m_provenance);
+            Figures::circle(at, radius, m_context.pens.thin(), Primitive::kDimension, m_provenance);
         arc.from = std::min(degrees, 0.0);
         arc.to = std::max(degrees, 0.0);
         m_figures.push_back(arc);
-        line({at, at + Vec2{kRadius + 4, 0}});
-        const double half = degrees / 2 * std::numbers::pi / 180;
-        text(at + Vec2{std::cos(half), std::sin(half)} * (kRadius + 8),
-             LabelText::number(std::abs(degrees), 1) + "°");
+        line({at, at + Vec2{radius + 4, 0}});
+        text(middle(radius), words);
         break;
     }
     return std::move(m_figures);

@@ -24,6 +24,8 @@ public:
 private:
     void line(std::vector<Vec2> points);
     void text(Vec2 middle, const std::string& words);
+    /// Whether a visible edge passes such a text.
+    bool isCrossed(Vec2 middle, const std::string& words) const;
     std::optional<Vec2> leftEnd(const PartObject& object) const;
     double level(const Vec3& point) const;
 

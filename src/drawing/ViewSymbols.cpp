@@ -86,6 +86,23 @@ Loop2 frameOf(const ViewScene& scene) {
     return {window.low, {window.high.u, window.low.v}, window.high, {window.low.u, window.high.v}};
 }
 
+// The piece of the axis between the planes that bound what the view shows.
+std::optional<std::pair<Vec3, Vec3>> withinDepths(const ViewCamera& camera, const PartObject& object) {
+    const double start = camera.depth(object.start);
+    const double way = camera.depth(object.end) - start;
+    if (std::abs(way) < 1e-6)
+        return start >= camera.nearDepth && start <= camera.farDepth
+                   ? std::optional(std::pair(object.start, object.end))
+                   : std::nullopt;
+    const double first = (camera.nearDepth - start) / way;
+    const double last = (camera.farDepth - start) / way;
+    const double from = std::max(0.0, std::min(first, last));
+    const double to = std::min(1.0, std::max(first, last));
+    const Vec3 axis = object.end - object.start;
+    return from < to ? std::optional(std::pair(object.start + axis * from, object.start + axis * to))
+                     : std::nullopt;
+}
+
 Vec2 kept(const ViewScene& scene, Vec2 flat) {
     const Box2& window = scene.camera.window;
     return {std::clamp(flat.u, window.low.u, window.high.u), std::clamp(flat.v, window.low.v, window.high.v)};
@@ -140,8 +157,11 @@ Primitives centreLinesOf(DrawingContext& context, const ViewScene& scene) {
                             (family->second.text == "CHS" || family->second.text == "RD");
         if (!isTube)
             continue;
-        const Vec2 start = scene.camera.flat(object.start);
-        const Vec2 way = scene.camera.flat(object.end) - start;
+        const std::optional<std::pair<Vec3, Vec3>> axis = withinDepths(scene.camera, object);
+        if (!axis)
+            continue;
+        const Vec2 start = scene.camera.flat(axis->first);
+        const Vec2 way = scene.camera.flat(axis->second) - start;
         for (const auto& [from, to] : insideParts({frameOf(scene)}, start, start + way)) {
             const Vec2 a = scene.onSheet(start + way * from);
             const Vec2 b = scene.onSheet(start + way * to);

@@ -125,22 +125,6 @@ TEST_F(FiguresTest, DimensionsAreThoseThatAShopWouldMeasure) {
             << each.request << " of " << each.part;
 }
 
-TEST_F(FiguresTest, TextsOfDimensionsKeepClearOfExtensionLines) {
-    dimensions("Plate, single part", "Plate, flat", {"Plate width", "Plate holes across"}, part("plate"));
-    const Drawing drawing = draw("Plate, single part", "plate");
-    for (const Primitive* text : drawing.all())
-        for (const Primitive* line : drawing.all()) {
-            if (text->kind != Primitive::kText || text->purpose != Primitive::kDimension ||
-                line->kind != Primitive::kLine || line->purpose != Primitive::kDimension)
-                continue;
-            const Box2 box = text->box();
-            const Box2 on = line->box();
-            EXPECT_FALSE(on.low.u < box.low.u && on.high.u > box.high.u && on.low.v > box.low.v &&
-                         on.high.v < box.high.v)
-                << text->text << " is crossed";
-        }
-}
-
 TEST_F(FiguresTest, DimensionLinesStandAtTheirDistances) {
     const auto& strategy = row<StructDetViewDimStrategy>("Plate");
     const auto lineAt = [&] {

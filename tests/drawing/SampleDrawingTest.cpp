@@ -56,6 +56,31 @@ std::string covered(const Drawing& drawing) {
     return pairs;
 }
 
+// Texts of dimensions that lines of dimensions pass, save those that are written along a slope.
+std::string crossed(const Drawing& drawing) {
+    std::string found;
+    for (const Primitive* text : drawing.all()) {
+        if (text->kind != Primitive::kText || text->purpose != Primitive::kDimension ||
+            (text->turned != 0 && text->turned != 90))
+            continue;
+        const Vec2 touch = {0.3, 0.3}; // mm
+        const Box2 box = {text->box().low + touch, text->box().high - touch};
+        const std::vector<Loop2> around = {
+            {box.low, {box.high.u, box.low.v}, box.high, {box.low.u, box.high.v}}};
+        for (const Primitive* line : drawing.all())
+            if (line->kind == Primitive::kLine && line->purpose == Primitive::kDimension &&
+                !insideParts(around, line->points[0], line->points[1]).empty()) {
+                found += text->text + "; ";
+                break;
+            }
+    }
+    return found;
+}
+
+const ViewPicture& viewOf(const Drawing& drawing, const std::string& name) {
+    return *std::ranges::find(drawing.views, name, &ViewPicture::name);
+}
+
 } // namespace
 
 // Pictures that are meant to change are kept anew with KEEP_DRAWINGS=1 in the environment.
@@ -74,6 +99,8 @@ TEST_F(SampleDrawingTest, EveryStyleDrawsEveryPartAsAgreedAndEachLineSaysWhoMade
             if (name == suiting) {
                 EXPECT_FALSE(drawing.views.empty()) << style.name.toStdString();
                 EXPECT_EQ(covered(drawing), "") << style.name.toStdString();
+                if (style.name != "Column, shop") // its foot has seven lengths in 20 mm
+                    EXPECT_EQ(crossed(drawing), "") << style.name.toStdString();
             }
             for (const Primitive* primitive : drawing.all()) {
                 ASSERT_TRUE(primitive->provenance);
@@ -90,6 +117,33 @@ TEST_F(SampleDrawingTest, EveryStyleDrawsEveryPartAsAgreedAndEachLineSaysWhoMade
     if (kept.changed().empty())
         kept.leaveToNextRun();
     EXPECT_EQ(kept.changed(), std::vector<std::string>()) << "see " << kept.writePage();
+}
+
+TEST_F(SampleDrawingTest, WhatAViewDoesNotShowHasNoDimensionsAndNoCentreLines) {
+    // From above half of the diagonal is shown, and none of it that the whole length would be measured at.
+    const Drawing bracing = draw("Assembly, general", "bracing");
+    Box2 edges;
+    Box2 dimensions;
+    for (const Primitive& each : viewOf(bracing, "Assembly, top").primitives)
+        if (each.purpose == Primitive::kVisibleEdge || each.purpose == Primitive::kDimension)
+            (each.purpose == Primitive::kVisibleEdge ? edges : dimensions).add(each.box());
+    EXPECT_LT(dimensions.low.u, dimensions.high.u);
+    EXPECT_LT(dimensions.high.u, edges.high.u + 20);
+    EXPECT_GT(dimensions.low.u, edges.low.u - 20);
+    // Of holes that no entry draws nothing is measured.
+    const auto plan = row<StructDetObjReprMap>("Anchor bolt plan").key;
+    const auto style = row<StructDetailStyle>("Column base").key;
+    DrawingRequest request{style, row<StructDetViewRequest>("Anchor group").key, supportFolder()};
+    StyleSource& source = *databases.source(SourceId::standard());
+    EXPECT_TRUE(texts(drawStyle(source, part("base-plate"), request)).contains("220"));
+    const RowArray& entries = source.table(tableOf<StructDetObjReprMapKey>).rows();
+    for (int i = 0; i < entries.size(); ++i)
+        if (const auto& entry = static_cast<const StructDetObjReprMapKey&>(entries.at(i));
+            entry.reprMapKey == plan && entry.name == "Holes")
+            request.entriesOff.insert(entry.key);
+    EXPECT_FALSE(texts(drawStyle(source, part("base-plate"), request)).contains("220"));
+    // The posts stand behind what their view shows.
+    EXPECT_EQ(draw("Handrail, straight", "stair").views.size(), 1u);
 }
 
 TEST_F(SampleDrawingTest, TheSameDrawingIsTheSameFileInEveryLocale) {
