@@ -101,11 +101,16 @@ const FaceGrid::Found& FaceGrid::near(const ViewPoint& a, const ViewPoint& b) co
              i < m_firsts[static_cast<std::size_t>(row * kCells + right + 1)]; ++i) {
             const auto index = static_cast<std::size_t>(m_inCells[i]);
             const ViewFace& face = m_faces[index];
-            if (m_asked[index] == m_question || face.nearest > farthest || face.box.low.u > box.high.u + 1 ||
+            if (m_asked[index] == m_question)
+                continue;
+            m_asked[index] = m_question;
+            if (face.nearest > farthest || face.box.low.u > box.high.u + 1 ||
                 face.box.high.u < box.low.u - 1 || face.box.low.v > box.high.v + 1 ||
                 face.box.high.v < box.low.v - 1 || isBeside(face.box))
                 continue;
-            m_asked[index] = m_question;
+            const double least = FaceGrid::kSide * (std::abs(face.du) + std::abs(face.dv)) - kDepthApart;
+            if (face.depthAt(a.at) - a.depth > least && face.depthAt(b.at) - b.depth > least)
+                continue; // all of it lies behind
             const double atA = a.at.u * face.across.u + a.at.v * face.across.v;
             const double atB = b.at.u * face.across.u + b.at.v * face.across.v;
             if (std::max(atA, atB) < face.lowest - 1 || std::min(atA, atB) > face.highest + 1)

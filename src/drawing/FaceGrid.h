@@ -30,6 +30,8 @@ struct ViewFace {
 class FaceGrid {
 public:
     using Found = std::vector<std::int32_t>;
+    /// How far beside a segment it may be asked what covers it, mm.
+    static constexpr double kSide = 0.02;
 
     void add(ViewFace face);
     /// To be called when all faces were added.

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr double kSide = 0.02; // beside a line, where it is asked what covers it
+constexpr double kAway = 0.05; // of the normal of a face that clearly looks away
 
 // Keeps of a segment what lies between the two values of a coordinate, which is linear along it.
 bool clip(double atA, double atB, double low, double high, double& from, double& to) {
@@ -32,6 +32,7 @@ public:
     void add(int index) {
         const PartObject& object = m_part.objects[static_cast<std::size_t>(index)];
         CutSolid cut = cutSolid(object.solid, m_camera);
+        const bool hides = !cut.faces.empty();
         for (ViewFace& face : cut.faces)
             m_faces.add(std::move(face));
         std::vector<int> circles;
@@ -47,7 +48,8 @@ public:
             const bool isSilhouette = (a < -1e-9) != (b < -1e-9);
             if (!edge.smooth || isSilhouette)
                 m_segments.push_back({edge.a, edge.b, ViewLine::kEdge, index,
-                                      edge.circle < 0 ? -1 : circles[static_cast<std::size_t>(edge.circle)]});
+                                      edge.circle < 0 ? -1 : circles[static_cast<std::size_t>(edge.circle)],
+                                      hides && std::min(a, b) > kAway});
         }
         for (const Loop3& path : object.paths)
             for (std::size_t i = 1; i < path.size(); ++i)
@@ -78,6 +80,7 @@ private:
         ViewLine::eKind kind;
         int object;
         int circle;
+        bool isBehind = false; ///< between two faces that look away: its own solid lies before it
     };
 
     // The piece of a line inside of the window.
@@ -106,13 +109,16 @@ private:
         if (d.length() < 1e-3)
             return;
         const auto at = [&](double t) { return ViewPoint{a + d * t, depthA + (depthB - depthA) * t}; };
+        if (segment.isBehind)
+            return addPiece({at(from).at, at(to).at, at((from + to) / 2).depth, false, segment.kind,
+                             segment.object, segment.circle});
         const FaceGrid::Found& candidates = m_faces.near(at(from), at(to));
         std::vector<double>& stops = m_stops;
         m_faces.crossings(candidates, at(from), at(to), stops);
         for (double& stop : stops)
             stop = from + stop * (to - from);
         const double length = d.length();
-        const Vec2 beside = Vec2{-d.v, d.u} * (kSide / length);
+        const Vec2 beside = Vec2{-d.v, d.u} * (FaceGrid::kSide / length);
         const auto add = [&](double begin, double end, bool hidden) {
             addPiece({at(begin).at, at(end).at, at((begin + end) / 2).depth, !hidden, segment.kind,
                       segment.object, segment.circle});
