@@ -26,6 +26,13 @@ void FaceGrid::measure(ViewFace& face) {
             if (border.length() > longest.length())
                 longest = border;
         }
+    const auto isCorner = [&](Vec2 p) {
+        constexpr double kSame = 1e-6;
+        return std::min(p.u - face.box.low.u, face.box.high.u - p.u) < kSame &&
+               std::min(p.v - face.box.low.v, face.box.high.v - p.v) < kSame;
+    };
+    face.fillsBox =
+        face.loops.size() == 1 && face.loops[0].size() == 4 && std::ranges::all_of(face.loops[0], isCorner);
     const double length = std::max(longest.length(), 1e-9);
     face.across = Vec2{-longest.v, longest.u} * (1 / length);
     face.lowest = 1e300;
@@ -153,7 +160,10 @@ void FaceGrid::crossings(const Found& faces, const ViewPoint& a, const ViewPoint
     std::ranges::sort(stops);
 }
 
+// Of a point in its box.
 bool FaceGrid::contains(const ViewFace& face, Vec2 point) {
+    if (face.fillsBox)
+        return true;
     bool inside = false;
     for (std::size_t l = 0; l < face.loops.size(); ++l) {
         const Box2& box = face.boxes[l];

@@ -18,6 +18,7 @@ struct ViewFace {
     double du = 0;
     double dv = 0;
     Box2 box;
+    bool fillsBox = false; ///< a rectangle without holes, whose borders are level and upright
     Vec2 across;       ///< of length 1, to its longest border, and from where to where it reaches along that:
     double lowest = 0; ///< what lies oblique fills little of its box
     double highest = 0;

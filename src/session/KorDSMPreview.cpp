@@ -200,10 +200,11 @@ KorString KorDSMPreview::whyNothing(const RowRef& row, int column) {
 
 std::string KorDSMPreview::partThatShows(const RowRef& row, int column) {
     StyleSource* from = source();
-    std::vector<const SamplePart*> others;
+    const std::string suiting = from ? m_parts->suiting(*from, m_subject.style) : std::string();
+    std::vector<const SamplePart*> others; // the one that suits the style first
     for (const KorDSMSampleParts::Entry& entry : m_parts->all())
         if (entry.name != m_partName)
-            others.push_back(entry.part.get());
+            others.insert(entry.name == suiting ? others.begin() : others.end(), entry.part.get());
     const SamplePart* found =
         from ? WhyNothing::partThatShows(*from, row, column, request(), others) : nullptr;
     const auto entry = std::ranges::find(

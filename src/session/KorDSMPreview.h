@@ -65,8 +65,8 @@ public:
     Box2 boxOf(const RowRef& row) const;
     /// Why the cell governs nothing, in one sentence.
     KorString whyNothing(const RowRef& row, int column);
-    /// The name of another part of which the drawing would have something that the cell governs; empty where
-    /// there is none. Draws them.
+    /// The name of another part of which the drawing would have something that the cell governs, that which
+    /// suits the style before all others; empty where there is none. Draws them.
     std::string partThatShows(const RowRef& row, int column);
 
     /// What made a primitive what it is, nearest first.

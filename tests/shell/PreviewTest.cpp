@@ -222,6 +222,21 @@ TEST_F(Preview, MarksWhatTheFocusedFieldGoverns) {
     EXPECT_GT(silent, 0);
 }
 
+TEST_F(Preview, OffersThePartThatSuitsTheStyleWhereTheChosenOneHasNothing) {
+    showPreview({"User", "Hallberg: posts and beams", "HB beam 1:15"});
+    KorDSMPreview& preview = *KorDSMPreview::shown();
+    preview.choosePart("purlin");
+    preview.update(KorDSMSectionTree::itemOf(tree().selectedItem()), {});
+    const RowRef fitted = {kTableAppearance, StyleDatabases::current()
+                                                 .source(SourceId::user())
+                                                 ->table(kTableAppearance)
+                                                 .find("HB fitted part")
+                                                 ->key};
+    const int weight = findTable(kTableAppearance)->column("line_weight")->number;
+    EXPECT_TRUE(preview.governedBy(fitted, weight).empty());
+    EXPECT_EQ(preview.partThatShows(fitted, weight), "beam");
+}
+
 TEST_F(Preview, LeadsFromALineToTheFieldThatMadeItSo) {
     showPreview(kStyle);
     // The line of an edge that nothing covers, and where it is alone.
