@@ -223,6 +223,8 @@ int Exports::copyRows(const CopyWish& wish, ImportReport& report) {
         route, wish.label, wish.label, wish.rows.size(), report,
         [&](ExchangeImport& import, ExchangeProgress& progress) {
             import.setNamesakes(wish.namesakes, wish.single);
+            if (wish.group.key != 0)
+                import.fileUnder(wish.group, wish.rows);
             import.bringPlaces(wish.rows);
             return std::ranges::all_of(
                 wish.rows, [&](const RowRef& row) { return import.bring(row) && progress.step(); });

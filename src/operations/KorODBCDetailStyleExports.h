@@ -52,6 +52,7 @@ public:
         KorString label; ///< of the step of undo
         eNamesakes namesakes = eNamesakes::kKeepBoth;
         std::map<RowRef, eNamesakes> single = {}; ///< of rows for which another one was chosen
+        RowRef group = {};    ///< of the target, under which new rows are filed; none: where they were
         bool isTrial = false; ///< everything is done and reported, and then taken back without a trace
     };
     /// As `importDetail` for several rows, as one step. What became of each row stands in `report.rows`.

@@ -59,8 +59,10 @@ WriteResult KorDSMCopiedRows::bring(const std::vector<const Column*>& columns, e
     for (std::size_t row = 0; row < count(); ++row) {
         std::vector<CellValue>& cells = values.emplace_back();
         for (const Column* column : columns) {
-            if (!column->isReference()) {
-                cells.push_back(column->read(m_frozen->rows()[row].get()));
+            const StructRecord& record = *m_frozen->rows()[row];
+            const bool isOwn = column->isReference() && column->target == m_frozen->table();
+            if (!column->isReference() || (!isOwn && column->integerIn(&record) <= 0)) {
+                cells.push_back(column->read(&record)); // a value, no row, or a default
                 continue;
             }
             const RowRef used = target(row, *column);

@@ -16,11 +16,9 @@
 #include "session/KorDSMUndo.h"
 #include "session/KorDSMValueText.h"
 #include "session/KorDSMWhereUsed.h"
-#include "session/PendingGroup.h"
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <set>
 
 namespace KorDSMDeepCopy {
@@ -75,20 +73,6 @@ KorString subjectOf(const Wish& wish) {
     return KorDSMValueText::shortName(record ? record->name : KorString());
 }
 
-// Files what is new under the group that it was dropped on.
-void fileNew(const Wish& wish, const std::vector<KorDSMRowChange>& changes) {
-    const KorDSMFamily* family = KorDSMFamilies::of(wish.records.front().table);
-    if (!family || !family->isFiled() || KorDSMFamilies::of(family->group)->table != wish.group.table)
-        return;
-    const eTableType filedBy = family->filedBy != kNoTable ? family->filedBy : family->table;
-    const Column* column = KorDSMFamilies::filingColumn(filedBy);
-    const KorDSNRequest request(wish.to.dsn, wish.to.index);
-    for (const KorDSMRowChange& change : changes)
-        if (column && change.row.table == filedBy && change.kind == KorDSMRowChange::eKind::kAppended)
-            static_cast<void>(StyleDatabases::current().setCell(
-                filedBy, KorOdbcKey(change.row.key), column->number, std::int64_t{wish.group.key}));
-}
-
 // What titles without a size of their own are drawn with, in millimetres; 0 where the source does not say it.
 double titleHeight(SourceId id) {
     StyleSource* source = StyleDatabases::current().source(id);
@@ -115,19 +99,13 @@ Outcome run(const Wish& wish, bool isTrial) {
             : KorString::format(Prompts::dsm(wish.records.size() == 1 ? kCopying : kCopyingMany),
                                 {subjectOf(wish)});
     const std::size_t before = StyleDatabases::current().pending().steps().size();
-    std::optional<PendingGroup> step; // with the place where new records are filed
-    if (!isTrial && wish.group.key != 0)
-        step.emplace(label);
     const int result = KorODBCDetailStyleExports::copyRows(
-        {wish.from, wish.to, wish.records, label, wish.namesakes, wish.single, isTrial}, outcome.report);
+        {wish.from, wish.to, wish.records, label, wish.namesakes, wish.single, wish.group, isTrial},
+        outcome.report);
     outcome.done = result == KorODBCDetailStyleExports::kDone;
     if (!outcome.done)
         KorODBCDetailStyleExports::GetErrorMessage(outcome.error, result);
     if (outcome.done && !isTrial) {
-        if (step) {
-            fileNew(wish, KorDSMUndo::changesSince(before));
-            step.reset();
-        }
         outcome.changes = KorDSMUndo::changesSince(before);
         if (!outcome.changes.empty())
             KorDSMMainWindow::sendMessage(DsmDataChanged());

@@ -1,5 +1,6 @@
 #include "SampleSession.h"
 
+#include "operations/KorODBCDetailStyleExports.h"
 #include "session/KorDSMDeepCopy.h"
 #include "session/KorDSMUndo.h"
 
@@ -144,4 +145,38 @@ TEST_F(DeepCopy, OneRecordAloneIsTreatedOtherwiseAndAViewBringsNoEmptyCategory) 
     const Outcome replaced = KorDSMDeepCopy::preview(wish);
     EXPECT_EQ(find(replaced, kTableViewRequest, "Part, front")->fate, eFate::kReplaced);
     EXPECT_EQ(count(replaced, eFate::kKeptBoth), 0);
+}
+
+TEST_F(DeepCopy, WhatIsDroppedOnAGroupIsFiledThereAndLeavesItsOwnGroupBehind) {
+    const auto& group = *row<StructDetBaseCategory>(SourceId::user(), "Hallberg: railings");
+    const RowArray& groups = databases.source(SourceId::user())->table(kTableBaseCategory).rows();
+    const int before = groups.size();
+    Wish wish = wishFor("Crane runway beam");
+    wish.group = {kTableBaseCategory, group.key};
+    const std::string preview = told(KorDSMDeepCopy::preview(wish));
+    const Outcome copied = KorDSMDeepCopy::copy(wish);
+    EXPECT_EQ(told(copied), preview);
+    EXPECT_EQ(find(copied, kTableBaseCategory, "Beams"), nullptr);
+    EXPECT_EQ(groups.size(), before);
+    const auto* copy = row<StructDetailStyle>(SourceId::user(), "Crane runway beam");
+    const auto filed = KorDSMDeepCopy::recordsOf(item<StructDetBaseCategory>(SourceId::user(), group.name));
+    EXPECT_NE(std::ranges::find(filed, RowRef{kTableDetailStyle, copy->key}), filed.end());
+    KorDSMUndo::undo();
+    EXPECT_EQ(row<StructDetailStyle>(SourceId::user(), "Crane runway beam"), nullptr) << "one step";
+}
+
+TEST_F(DeepCopy, WhatIsLeftToADefaultIsTheSameAfterItsWayThroughAFile) {
+    using Exports = KorODBCDetailStyleExports;
+    const SourceId user = SourceId::user();
+    const auto& railing = *row<StructDetailStyle>(user, "HB railing, workshop");
+    const std::string path = file("railing.dsdb");
+    ASSERT_EQ(Exports::exportDetail(0, KorOdbcKey(railing.key), user.dsn, user.index, KorString(path)), 1);
+    ASSERT_EQ(Exports::openFile(KorString(path)), 1);
+    const SourceId sent = SourceId::exchange();
+    EXPECT_EQ(row<StructDetViewLengthClip>(sent, "HB railing panels")->linetypeKey,
+              row<StructDetViewLengthClip>(user, "HB railing panels")->linetypeKey);
+    const auto& there = *row<StructDetailStyle>(sent, railing.name);
+    const Outcome preview = KorDSMDeepCopy::preview({sent, user, {{kTableDetailStyle, there.key}}});
+    EXPECT_EQ(count(preview, eFate::kEqual), std::ssize(preview.report.rows)) << told(preview);
+    Exports::deleteCache(0);
 }

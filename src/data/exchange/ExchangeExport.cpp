@@ -26,8 +26,8 @@ std::shared_ptr<StructRecord> ExchangeExport::translated(const StyleTable& table
     auto copy = table.rows().copyOf(table.find(KorOdbcKey(key)));
     copy->key = m_newKeys.at({table.schema().type, key});
     for (const Column& column : table.schema().columns) {
-        if (!column.isReference())
-            continue;
+        if (!column.isReference() || column.integerIn(copy.get()) <= 0)
+            continue; // no row, or a default
         // a reference that points nowhere must not come to point at whatever gets that key here
         const auto target = m_newKeys.find({column.target, column.integerIn(copy.get())});
         column.integerIn(copy.get()) = target == m_newKeys.end() ? 0 : target->second;

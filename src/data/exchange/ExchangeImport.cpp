@@ -38,6 +38,35 @@ void ExchangeImport::bringPlaces(const std::vector<RowRef>& rows) {
                 bringTargets({referrer.table->type, referrer.key});
 }
 
+// What the target has already stays where it is filed: it is looked up before the groups are the same.
+void ExchangeImport::fileUnder(RowRef group, const std::vector<RowRef>& rows) {
+    std::set<RowRef> groups;
+    for (const RowRef& row : rows)
+        if (m_matcher.find(row) == 0)
+            for (const RowRef& own : groupsOf(row, group.table))
+                groups.insert(own);
+    for (const RowRef& own : groups) {
+        m_matcher.set(own, group.key);
+        m_noted.insert(own);
+    }
+}
+
+// The groups in which a row is filed by itself or by what identifies it.
+std::vector<RowRef> ExchangeImport::groupsOf(RowRef row, eTableType kind) {
+    std::vector<RowRef> groups;
+    const auto add = [&](RowRef filed) {
+        for (const Column& column : findTable(filed.table)->columns)
+            if (column.role == eReferenceRole::kFiledUnder && column.target == kind)
+                groups.push_back(
+                    {kind, column.integerIn(m_from.table(filed.table).find(KorOdbcKey(filed.key)))});
+    };
+    add(row);
+    for (const Referrer& referrer : m_from.referrersOf(row.table, KorOdbcKey(row.key)))
+        if (referrer.column->role == eReferenceRole::kIdentifies)
+            add({referrer.table->type, referrer.key});
+    return groups;
+}
+
 bool ExchangeImport::bringClosure(RowRef row) {
     for (const RowRef& each : closureOf(m_from, row)) {
         if (each != row && !belongsToOthers(*findTable(each.table)) && !isListingPlace(each.table))

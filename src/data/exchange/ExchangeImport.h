@@ -26,6 +26,10 @@ public:
     /// Brings the categories in which these rows are filed. Others, in which only views are listed, don't
     /// come along: a listing comes where its category is in the target by then.
     void bringPlaces(const std::vector<RowRef>& rows);
+    /// Files these rows under a group of the target, where they are new there, instead of a counterpart of
+    /// their own group, which does not come along then. Rows that are filed in groups of another kind are
+    /// left to their own.
+    void fileUnder(RowRef group, const std::vector<RowRef>& rows);
     /// Brings what a row depends on, one step of progress each. Returns false when the user has cancelled or
     /// the target refused a row (see `isRefused`).
     bool bringClosure(RowRef row);
@@ -46,6 +50,7 @@ public:
 
 private:
     std::int32_t counterpart(RowRef row);
+    std::vector<RowRef> groupsOf(RowRef row, eTableType kind);
     void bringTargets(RowRef row);
     void bringWhatItUses(RowRef row);
     std::int32_t bringNew(RowRef row, const KorString& asName);

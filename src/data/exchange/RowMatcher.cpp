@@ -137,6 +137,8 @@ std::shared_ptr<StructRecord> RowMatcher::translated(RowRef row, const Column* k
         if (!column.isReference())
             continue;
         std::int32_t& cell = column.integerIn(copy.get());
+        if (&column != known && cell <= 0)
+            continue; // no row, or a default
         const RowRef target{column.target, cell};
         const bool exists = m_from.table(target.table).find(KorOdbcKey(target.key)) != nullptr;
         cell = &column == known ? key : exists ? find(target) : 0;
