@@ -77,9 +77,11 @@ std::optional<eNamesakes> askAbout(const KorDSMCopiedRows::Comparison& compariso
     return link && box.clickedButton() == link ? std::optional(eNamesakes::kUseTheirs) : std::nullopt;
 }
 
+using Copied = std::shared_ptr<KorDSMCopiedRows>;
+
 template <typename Paste>
 List::Outcome pasteBy(List& list, const List::Keys& rows, const Column* only, QWidget& window, Paste paste) {
-    const std::unique_ptr<KorDSMCopiedRows> copied = PartClipboard::take(list);
+    const Copied copied = PartClipboard::take(list);
     if (!copied)
         return refused(KorString::format(Prompts::dsm(kNothingFits),
                                          {KorDSMValueText::tableCaption(*findTable(list.recordTable()))}),
@@ -89,7 +91,7 @@ List::Outcome pasteBy(List& list, const List::Keys& rows, const Column* only, QW
     if (!comparison.error.isEmpty())
         return refused(comparison.error, rows);
     const std::optional<eNamesakes> namesakes = askAbout(comparison, window);
-    return namesakes ? paste(*copied, *namesakes) : nothingDone(rows);
+    return namesakes ? paste(copied, *namesakes) : nothingDone(rows);
 }
 
 List::Outcome add(List& list, const List::Keys& rows, QWidget& window) {
@@ -114,7 +116,7 @@ List::Outcome cut(List& list, const List::Keys& rows, QWidget&) {
 }
 
 List::Outcome paste(List& list, const List::Keys& rows, QWidget& window) {
-    return pasteBy(list, rows, nullptr, window, [&](KorDSMCopiedRows& copied, eNamesakes namesakes) {
+    return pasteBy(list, rows, nullptr, window, [&](const Copied& copied, eNamesakes namesakes) {
         return list.paste(rows.empty() ? 0 : rows.back(), copied, namesakes);
     });
 }
@@ -146,7 +148,7 @@ const std::vector<PartListCommand>& PartListCommand::all() {
 
 List::Outcome PartListCommand::pasteColumn(List& list, const List::Keys& rows, const Column& column,
                                            QWidget& window) {
-    return pasteBy(list, rows, &column, window, [&](KorDSMCopiedRows& copied, eNamesakes namesakes) {
+    return pasteBy(list, rows, &column, window, [&](const Copied& copied, eNamesakes namesakes) {
         return list.pasteCells(rows, column, copied, namesakes);
     });
 }

@@ -4,6 +4,7 @@
 #include "services/Prompts.h"
 #include "session/ItemCommandParts.h"
 #include "session/KorDSMCopiedRows.h"
+#include "session/KorDSMCopyWish.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMUndo.h"
 #include "session/KorDSMValueText.h"
@@ -46,6 +47,25 @@ const StructRecord* find(SourceId id, RowRef row) {
     return source ? source->table(row.table).find(KorOdbcKey(row.key)) : nullptr;
 }
 
+// All rows of a list, with these moved before the one at a place.
+struct Order {
+    KorDSMEditedList::Keys all;
+    KorDSMEditedList::Keys moved;
+    std::ptrdiff_t above = 0; // where the moved ones begin
+};
+
+Order orderWith(const KorDSMEditedList::Keys& before, const KorDSMEditedList::Keys& rows, int place) {
+    const auto isMoved = [&](std::int32_t key) { return contains(rows, key); };
+    Order order{before, {}};
+    std::ranges::copy_if(before, std::back_inserter(order.moved), isMoved);
+    // Those above the place that move along leave it.
+    const auto end = before.begin() + std::clamp(place, 0, static_cast<int>(before.size()));
+    order.above = std::count_if(before.begin(), end, [&](std::int32_t key) { return !isMoved(key); });
+    std::erase_if(order.all, isMoved);
+    order.all.insert(order.all.begin() + order.above, order.moved.begin(), order.moved.end());
+    return order;
+}
+
 KorDSMEditedList::Outcome refused(const KorString& why) {
     return {{WriteResult::kFailed, why.toStdString()}};
 }
@@ -69,8 +89,8 @@ KorString KorDSMEditedList::name(std::int32_t key) const {
     return present ? present->name : KorString();
 }
 
-template <typename Write>
-KorDSMEditedList::Outcome KorDSMEditedList::change(const KorString& caption, Write write) {
+KorDSMEditedList::Outcome KorDSMEditedList::change(const KorString& caption, const Keys& rows,
+                                                   const Write& write) {
     Outcome outcome;
     const KorDSNRequest request(m_source.dsn, m_source.index);
     outcome.error = KorDSMItemCommands::whyNotWritable(m_source).toStdString();
@@ -79,7 +99,10 @@ KorDSMEditedList::Outcome KorDSMEditedList::change(const KorString& caption, Wri
         return outcome;
     }
     PendingGroup group(caption);
-    WriteResult result = KorDSMGuardedWrite::changeParts(m_whole, [&] { return write(outcome); });
+    WriteResult result =
+        KorDSMGuardedWrite::changeParts(m_whole, [&] { return write(*this, rows, outcome); });
+    if (result.kind == WriteResult::kMakeCopy)
+        wishForCopy(rows, write);
     if (!result.isStored()) {
         const bool wasAnnounced = KorDSMUndo::stepCount() > group.begin();
         group.takeBack();
@@ -92,6 +115,24 @@ KorDSMEditedList::Outcome KorDSMEditedList::change(const KorString& caption, Wri
     }
     outcome.changes = KorDSMUndo::changesSince(group.begin());
     return outcome;
+}
+
+// The rows of a copy stand in the same order under keys of their own.
+void KorDSMEditedList::wishForCopy(const Keys& rows, const Write& write) const {
+    const Keys now = keys();
+    std::vector<std::size_t> places;
+    for (const std::int32_t key : rows)
+        places.push_back(static_cast<std::size_t>(std::ranges::find(now, key) - now.begin()));
+    KorDSMCopyWish::keep(
+        {.changeList = [source = m_source, parts = m_table.type, places, write](RowRef copy) {
+            const std::unique_ptr<KorDSMEditedList> list = of(source, copy, parts);
+            const Keys copies = list->keys();
+            Keys meant;
+            for (const std::size_t place : places)
+                meant.push_back(place < copies.size() ? copies[place] : 0);
+            Outcome outcome;
+            return write(*list, meant, outcome);
+        }});
 }
 
 KorString KorDSMEditedList::caption(int one, int many, std::size_t count) const {
@@ -131,56 +172,55 @@ std::size_t KorDSMEditedList::placeBehind(std::int32_t key) const {
 KorDSMEditedList::Outcome KorDSMEditedList::add(std::int32_t after, const std::optional<CellValue>& first) {
     if (const KorString full = whyFull(1); !full.isEmpty())
         return refused(full);
-    return change(addingCaption(), [&](Outcome& outcome) {
-        NewRow row{KorDSMValueText::tableCaption(m_table), {}};
-        if (first)
-            row.values = {*first};
-        return insertRows(placeBehind(after), {row}, outcome.selected);
-    });
+    NewRow row{KorDSMValueText::tableCaption(m_table), {}};
+    if (first)
+        row.values = {*first};
+    return change(addingCaption(), {after},
+                  [row](KorDSMEditedList& list, const Keys& rows, Outcome& outcome) {
+                      return list.insertRows(list.placeBehind(rows.front()), {row}, outcome.selected);
+                  });
 }
 
-KorDSMEditedList::Outcome KorDSMEditedList::remove(const Keys& rows) {
-    const Keys before = keys();
-    const auto first = std::ranges::find_if(before, [&](std::int32_t key) { return contains(rows, key); });
-    return change(caption(kRemoving, kRemovingMany, rows.size()), [&](Outcome& outcome) {
-        WriteResult result = removeRows(rows);
-        const Keys rest = keys();
-        const auto place = static_cast<std::size_t>(first - before.begin());
-        if (!rest.empty())
-            outcome.selected = {rest[std::min(place, rest.size() - 1)]};
-        return result;
-    });
+KorDSMEditedList::Outcome KorDSMEditedList::remove(const Keys& removed) {
+    return change(caption(kRemoving, kRemovingMany, removed.size()), removed,
+                  [](KorDSMEditedList& list, const Keys& rows, Outcome& outcome) {
+                      const Keys before = list.keys();
+                      const auto first =
+                          std::ranges::find_if(before, [&](std::int32_t key) { return contains(rows, key); });
+                      const auto place = static_cast<std::size_t>(first - before.begin());
+                      WriteResult result = list.removeRows(rows);
+                      const Keys rest = list.keys();
+                      if (!rest.empty())
+                          outcome.selected = {rest[std::min(place, rest.size() - 1)]};
+                      return result;
+                  });
 }
 
-KorDSMEditedList::Outcome KorDSMEditedList::duplicate(const Keys& rows) {
-    if (const KorString full = whyFull(rows.size()); !full.isEmpty())
+KorDSMEditedList::Outcome KorDSMEditedList::duplicate(const Keys& originals) {
+    if (const KorString full = whyFull(originals.size()); !full.isEmpty())
         return refused(full);
-    Keys present = keys();
-    std::erase_if(present, [&](std::int32_t key) { return !contains(rows, key); });
-    const std::size_t place = placeBehind(present.empty() ? 0 : present.back());
-    return change(caption(kDuplicating, kDuplicatingMany, rows.size()),
-                  [&](Outcome& outcome) { return copyRows(present, place, outcome.selected); });
+    return change(caption(kDuplicating, kDuplicatingMany, originals.size()), originals,
+                  [](KorDSMEditedList& list, const Keys& rows, Outcome& outcome) {
+                      Keys present = list.keys();
+                      std::erase_if(present, [&](std::int32_t key) { return !contains(rows, key); });
+                      const std::size_t place = list.placeBehind(present.empty() ? 0 : present.back());
+                      return list.copyRows(present, place, outcome.selected);
+                  });
 }
 
-KorDSMEditedList::Outcome KorDSMEditedList::moveTo(const Keys& rows, int place) {
-    const Keys before = keys();
-    const auto isMoved = [&](std::int32_t key) { return contains(rows, key); };
-    Keys moved;
-    std::ranges::copy_if(before, std::back_inserter(moved), isMoved);
-    // Those above the place that move along leave it.
-    const auto end = before.begin() + std::clamp(place, 0, static_cast<int>(before.size()));
-    const auto above = std::count_if(before.begin(), end, [&](std::int32_t key) { return !isMoved(key); });
-    Keys order = before;
-    std::erase_if(order, isMoved);
-    order.insert(order.begin() + above, moved.begin(), moved.end());
-    if (!isOrdered() || order == before)
-        return {{WriteResult::kUnchanged}, moved};
-    return change(caption(kMoving, kMovingMany, moved.size()), [&](Outcome& outcome) {
-        WriteResult result = arrange(order);
-        const Keys now = keys();
-        outcome.selected.assign(now.begin() + above, now.begin() + above + std::ssize(moved));
-        return result;
-    });
+KorDSMEditedList::Outcome KorDSMEditedList::moveTo(const Keys& moving, int place) {
+    const Order wanted = orderWith(keys(), moving, place);
+    if (!isOrdered() || wanted.all == keys())
+        return {{WriteResult::kUnchanged}, wanted.moved};
+    return change(caption(kMoving, kMovingMany, wanted.moved.size()), moving,
+                  [place](KorDSMEditedList& list, const Keys& rows, Outcome& outcome) {
+                      const Order order = orderWith(list.keys(), rows, place);
+                      WriteResult result = list.arrange(order.all);
+                      const Keys now = list.keys();
+                      outcome.selected.assign(now.begin() + order.above,
+                                              now.begin() + order.above + std::ssize(order.moved));
+                      return result;
+                  });
 }
 
 KorDSMEditedList::Outcome KorDSMEditedList::moveBy(const Keys& rows, int step) {
@@ -194,10 +234,11 @@ KorDSMEditedList::Outcome KorDSMEditedList::moveBy(const Keys& rows, int step) {
 
 KorDSMEditedList::Outcome KorDSMEditedList::set(const Keys& rows, const Column& column,
                                                 const CellValue& value) {
-    return change(changeCaption(rows, column), [&](Outcome& outcome) {
-        outcome.selected = rows;
-        return writeCells(rows, column, std::vector(rows.size(), value));
-    });
+    return change(changeCaption(rows, column), rows,
+                  [&column, value](KorDSMEditedList& list, const Keys& written, Outcome& outcome) {
+                      outcome.selected = written;
+                      return list.writeCells(written, column, std::vector(written.size(), value));
+                  });
 }
 
 WriteResult KorDSMEditedList::writeCells(const Keys& rows, const Column& column,
@@ -225,36 +266,44 @@ KorString KorDSMEditedList::textOf(const Keys& rows) const {
     return lines;
 }
 
-KorDSMEditedList::Outcome KorDSMEditedList::paste(std::int32_t after, KorDSMCopiedRows& copied,
-                                                  eNamesakes namesakes) {
-    if (const KorString full = whyFull(copied.count()); !full.isEmpty())
+KorDSMEditedList::Outcome
+KorDSMEditedList::paste(std::int32_t after, std::shared_ptr<KorDSMCopiedRows> copied, eNamesakes namesakes) {
+    const std::size_t count = copied->count();
+    if (const KorString full = whyFull(count); !full.isEmpty())
         return refused(full);
-    return change(caption(kPasting, kPastingMany, copied.count()), [&](Outcome& outcome) {
-        std::vector<std::vector<CellValue>> values;
-        ImportReport report;
-        if (WriteResult result = copied.bring(cells(), namesakes, values, report); !result.isStored())
-            return result;
-        std::vector<NewRow> rows;
-        for (std::size_t row = 0; row < copied.count(); ++row)
-            rows.push_back({copied.name(row), std::move(values[row])});
-        return insertRows(placeBehind(after), rows, outcome.selected);
-    });
+    return change(caption(kPasting, kPastingMany, count), {after},
+                  [copied = std::move(copied), namesakes](KorDSMEditedList& list, const Keys& behind,
+                                                          Outcome& outcome) {
+                      std::vector<std::vector<CellValue>> values;
+                      ImportReport report;
+                      if (WriteResult result = copied->bring(list.cells(), namesakes, values, report);
+                          !result.isStored())
+                          return result;
+                      std::vector<NewRow> rows;
+                      for (std::size_t row = 0; row < copied->count(); ++row)
+                          rows.push_back({copied->name(row), std::move(values[row])});
+                      return list.insertRows(list.placeBehind(behind.front()), rows, outcome.selected);
+                  });
 }
 
-KorDSMEditedList::Outcome KorDSMEditedList::pasteCells(const Keys& rows, const Column& column,
-                                                       KorDSMCopiedRows& copied, eNamesakes namesakes) {
-    if (copied.count() != 1 && copied.count() != rows.size())
+KorDSMEditedList::Outcome KorDSMEditedList::pasteCells(const Keys& targets, const Column& column,
+                                                       std::shared_ptr<KorDSMCopiedRows> copied,
+                                                       eNamesakes namesakes) {
+    if (copied->count() != 1 && copied->count() != targets.size())
         return refused(
-            KorString::format(Prompts::dsm(kMismatch), {counted(copied.count()), counted(rows.size())}));
-    return change(changeCaption(rows, column), [&](Outcome& outcome) {
-        std::vector<std::vector<CellValue>> brought;
-        ImportReport report;
-        if (WriteResult result = copied.bring({&column}, namesakes, brought, report); !result.isStored())
-            return result;
-        std::vector<CellValue> values;
-        for (std::size_t row = 0; row < rows.size(); ++row)
-            values.push_back(brought[brought.size() == 1 ? 0 : row].front());
-        outcome.selected = rows;
-        return writeCells(rows, column, values);
-    });
+            KorString::format(Prompts::dsm(kMismatch), {counted(copied->count()), counted(targets.size())}));
+    return change(changeCaption(targets, column), targets,
+                  [&column, copied = std::move(copied), namesakes](KorDSMEditedList& list, const Keys& rows,
+                                                                   Outcome& outcome) {
+                      std::vector<std::vector<CellValue>> brought;
+                      ImportReport report;
+                      if (WriteResult result = copied->bring({&column}, namesakes, brought, report);
+                          !result.isStored())
+                          return result;
+                      std::vector<CellValue> values;
+                      for (std::size_t row = 0; row < rows.size(); ++row)
+                          values.push_back(brought[brought.size() == 1 ? 0 : row].front());
+                      outcome.selected = rows;
+                      return list.writeCells(rows, column, values);
+                  });
 }

@@ -3,6 +3,7 @@
 #include "model/KorDSMRowChange.h"
 #include "records/WriteResult.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -85,10 +86,10 @@ public:
     /// New rows behind the row `after`, all or none; at the end where there is no such row. What they name
     /// comes along where the source does not have it; `namesakes` says what becomes of what it has under the
     /// same name with another content.
-    Outcome paste(std::int32_t after, KorDSMCopiedRows& copied, eNamesakes namesakes);
+    Outcome paste(std::int32_t after, std::shared_ptr<KorDSMCopiedRows> copied, eNamesakes namesakes);
     /// Writes one column as copied rows have it, all or none: that of the one that was copied into all these
     /// rows, or of as many into one each.
-    Outcome pasteCells(const Keys& rows, const Column& column, KorDSMCopiedRows& copied,
+    Outcome pasteCells(const Keys& rows, const Column& column, std::shared_ptr<KorDSMCopiedRows> copied,
                        eNamesakes namesakes);
 
 protected:
@@ -113,8 +114,10 @@ protected:
     virtual WriteResult arrange(const Keys& order) = 0;
 
 private:
-    template <typename Write>
-    Outcome change(const KorString& caption, Write write);
+    /// What a command does with rows of a list: of this one, or of that of a copy of its whole.
+    using Write = std::function<WriteResult(KorDSMEditedList& list, const Keys& rows, Outcome& outcome)>;
+    Outcome change(const KorString& caption, const Keys& rows, const Write& write);
+    void wishForCopy(const Keys& rows, const Write& write) const;
     KorString caption(int one, int many, std::size_t count) const;
     KorString changeCaption(const Keys& rows, const Column& column) const;
     WriteResult writeCells(const Keys& rows, const Column& column,

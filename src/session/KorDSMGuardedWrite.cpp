@@ -71,7 +71,7 @@ WriteResult refusal(int answer) {
 
 void keepWish(int answer, eTableType table, const KorOdbcKey& key, int field, const CellValue& value) {
     if (answer == KorDSMGuardedWrite::kCopy)
-        EditorSession::currentPart<Wished>().wish = {{table, key.getKey()}, field, value};
+        KorDSMCopyWish::keep({.row = {table, key.getKey()}, .field = field, .value = value});
 }
 
 // Rows that others use, or that are part of one.
@@ -82,6 +82,10 @@ bool canChangeOthers(eTableType table) {
 }
 
 } // namespace
+
+void KorDSMCopyWish::keep(KorDSMCopyWish wish) {
+    EditorSession::currentPart<Wished>().wish = std::move(wish);
+}
 
 std::optional<KorDSMCopyWish> KorDSMCopyWish::take() {
     return std::exchange(EditorSession::currentPart<Wished>().wish, std::nullopt);

@@ -46,6 +46,8 @@ RowRef twinIn(StyleSource& source, RowRef from, RowRef to, RowRef row) {
 }
 
 WriteResult writeWish(SourceId source, RowRef from, RowRef to, const KorDSMCopyWish& wish) {
+    if (wish.changeList)
+        return wish.changeList(to);
     StyleDatabases& databases = StyleDatabases::current();
     const RowRef row = twinIn(*databases.source(source), from, to, wish.row);
     return row.key == 0 ? WriteResult()

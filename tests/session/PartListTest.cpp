@@ -2,10 +2,12 @@
 
 #include "session/KorDSMCommit.h"
 #include "session/KorDSMCopiedRows.h"
+#include "session/KorDSMCopyWish.h"
 #include "session/KorDSMItemUpdate.h"
 #include "session/KorDSMPartList.h"
 #include "session/KorDSMQualifierWords.h"
 #include "session/KorDSMRecordCommands.h"
+#include "session/KorDSMRecordUse.h"
 #include "session/KorDSMUndo.h"
 
 #include <array>
@@ -181,7 +183,7 @@ TEST_F(PartList, RandomCommandsKeepTheOrderAndAreAllTakenBack) {
             for (const std::int32_t key : rows)
                 records.push_back(edited.record(key));
             const auto text = KorDSMCopiedRows::textOf(SourceId::user(), records);
-            return edited.paste(now.front(), *KorDSMCopiedRows::read(text.value, edited.recordTable()),
+            return edited.paste(now.front(), KorDSMCopiedRows::read(text.value, edited.recordTable()),
                                 eNamesakes::kUseTheirs);
         }
         }
@@ -237,7 +239,7 @@ TEST_F(PartList, RandomCommandsKeepTheOrderAndAreAllTakenBack) {
 TEST_F(PartList, CopiedRowsOutliveTheirOriginals) {
     const KorString set = list.text(keys[0], *list.cells()[0]);
     const auto text = KorDSMCopiedRows::textOf(SourceId::user(), {list.record(keys[0])});
-    const auto copied = KorDSMCopiedRows::read(text.value, kTableReprMapEntry);
+    const std::shared_ptr<KorDSMCopiedRows> copied = KorDSMCopiedRows::read(text.value, kTableReprMapEntry);
     ASSERT_NE(copied, nullptr);
     EXPECT_EQ(KorDSMCopiedRows::read(text.value, kTableDimStrategyItem), nullptr);
     EXPECT_EQ(KorDSMCopiedRows::read(text.value + " ", kTableReprMapEntry), nullptr)
@@ -251,15 +253,15 @@ TEST_F(PartList, CopiedRowsOutliveTheirOriginals) {
     ASSERT_TRUE(databases.setCell(kTableQualifierSet, KorOdbcKey(key), 1, KorString("Renamed")).isStored());
     EXPECT_EQ(copied->compareWith(SourceId::user(), {list.cells()[0]}).missing.size(), 1U);
     const std::size_t before = steps();
-    const KorDSMEditedList::Outcome pasted = list.paste(keys[2], *copied, eNamesakes::kUseTheirs);
+    const KorDSMEditedList::Outcome pasted = list.paste(keys[2], copied, eNamesakes::kUseTheirs);
     ASSERT_TRUE(pasted.isStored()) << pasted.error;
     EXPECT_EQ(list.text(pasted.selected.at(0), *list.cells()[0]), set);
     EXPECT_NE(row<StructDetObjQualifierSet>(SourceId::user(), set), nullptr);
     KorDSMUndo::undo();
     EXPECT_EQ(steps(), before) << "it is one step";
-    EXPECT_EQ(list.paste(0, *copied, eNamesakes::kUseTheirs).selected.size(), 1u);
+    EXPECT_EQ(list.paste(0, copied, eNamesakes::kUseTheirs).selected.size(), 1u);
     EXPECT_TRUE(
-        list.pasteCells({keys[0], keys[1]}, *list.cells()[1], *copied, eNamesakes::kUseTheirs).isStored());
+        list.pasteCells({keys[0], keys[1]}, *list.cells()[1], copied, eNamesakes::kUseTheirs).isStored());
     EXPECT_EQ(list.text(keys[1], *list.cells()[1]), list.text(keys[0], *list.cells()[1]));
 }
 
@@ -275,4 +277,35 @@ TEST_F(PartList, QualifierSetsReadAsSentences) {
     EXPECT_NE(sentence("Bracing members").view().find(", or Profile family is Round bars"),
               std::string_view::npos);
     EXPECT_EQ(KorDSMQualifierWords::sentenceOf(0), "");
+}
+
+TEST_F(PartList, AChangeOfASharedListIsMadeInTheCopyThatIsWishedInstead) {
+    using Change = std::function<KorDSMPartList::Outcome()>;
+    const auto& view = *row<StructDetViewRequest>(SourceId::user(), "HB front");
+    const KorDSMRecordUse::Use use{
+        {kTableViewRequest, view.key}, findTable(kTableViewRequest)->column(3), {}};
+    ASSERT_EQ(use.column->target, kTableReprMap);
+    const std::shared_ptr<KorDSMCopiedRows> copied = KorDSMCopiedRows::read(
+        KorDSMCopiedRows::textOf(SourceId::user(), {list.record(keys[2])}).value, kTableReprMapEntry);
+    const std::vector<std::pair<Change, std::string>> changes = {
+        {[&] { return list.moveTo({keys[2]}, 0); }, "Holes;Main part;Fitted parts;"},
+        {[&] { return list.remove({keys[1]}); }, "Main part;Holes;"},
+        {[&] { return list.duplicate({keys[0]}); }, "Main part;Main part;Fitted parts;Holes;"},
+        {[&] { return list.paste(keys[0], copied, eNamesakes::kUseTheirs); },
+         "Main part;Holes;Fitted parts;Holes;"},
+        {[&] { return list.set({keys[1]}, *list.table().column(1), KorString("Fittings")); },
+         "Main part;Fittings;Holes;"},
+    };
+    for (const auto& [change, expected] : changes) {
+        answer = KorDSMGuardedWrite::kCopy;
+        EXPECT_EQ(change().kind, WriteResult::kMakeCopy);
+        answer = KorDSMGuardedWrite::kWrite;
+        const auto copy =
+            KorDSMRecordUse::copyFor(SourceId::user(), use, "HB front's own", KorDSMCopyWish::take());
+        ASSERT_TRUE(copy.isStored()) << copy.error;
+        EXPECT_EQ(names(listOf("HB front's own")), expected);
+        EXPECT_EQ(names(list), "Main part;Fitted parts;Holes;");
+        KorDSMUndo::undo();
+        EXPECT_EQ(row<StructDetObjReprMap>(SourceId::user(), "HB front's own"), nullptr) << "one step";
+    }
 }
