@@ -92,6 +92,7 @@ struct KorDSMSection {
     KorDSMDefines::eViewSections section = KorDSMDefines::kViewDetailStyles;
     KorDSMDefines::eItemType type = KorDSMDefines::kNoType; ///< of the section's item
     int namePrompt = 0;                                     ///< "UPS"
+    int emptyPrompt = 0;                                    ///< "DSM": what to do where nothing is in it yet
     int tree = 0;                                           ///< number of its tree control
     int button = 0;                                         ///< number of its button
     int bitmap = 0;                                         ///< picture of the button

@@ -242,14 +242,14 @@ constexpr KorDSMFamily kFamilies[] = {
 };
 
 constexpr KorDSMSection kSections[] = {
-    {kViewDetailStyles, kDetailStylesSection, 33511, 1000, 1064, 1062, 1064, kDetailStyle,
+    {kViewDetailStyles, kDetailStylesSection, 33511, 1400, 1000, 1064, 1062, 1064, kDetailStyle,
      make<KorDsmDetailStylesAddInItem, KorDsmAddInContentItem>,
      KorDSMSectionLoader::loadDetailStylesAddInContent},
-    {kViewQualifiers, kQualifiersSection, 33518, 1007, 1061, 1060, 1061, kQualifierSet,
+    {kViewQualifiers, kQualifiersSection, 33518, 1401, 1007, 1061, 1060, 1061, kQualifierSet,
      make<KorDsmQualifierSetsAddInItem, KorDsmAddInContentItem>},
-    {kViewAnnotations, kAnnotationsSection, 33514, 1008, 1057, 1063, 1057, kAnnotationStrategy,
+    {kViewAnnotations, kAnnotationsSection, 33514, 1402, 1008, 1057, 1063, 1057, kAnnotationStrategy,
      make<KorDsmAnnotationsAddInItem, KorDsmAddInContentItem>},
-    {kViewDimRequests, kDimRequestsSection, 33516, 1009, 1059, 1058, 1059, kDimRequest,
+    {kViewDimRequests, kDimRequestsSection, 33516, 1403, 1009, 1059, 1058, 1059, kDimRequest,
      make<KorDsmDimRequestsAddInItem, KorDsmAddInContentItem>},
 };
 static_assert(std::size(kSections) == kNumberOfSections);

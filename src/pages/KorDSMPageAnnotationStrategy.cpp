@@ -4,6 +4,7 @@ namespace {
 
 constexpr int kFiledUnder = 667;
 constexpr int kPlacing = 677;
+constexpr int kContents = 1404; // whose size decides, which the type has, too
 const FormCondition kHasArrow{.column = 2, .values = {0}, .isNoneOf = true};
 
 const FormTable kForm{
@@ -29,7 +30,7 @@ const FormTable kForm{
             {.caption = kPlacing,
              .fields = {{.column = 4}, {.column = 5}, {.column = 7}},
              .side = eFormSide::kRight},
-            {.fields = {{.column = 6, .isLabel = true}}, .side = eFormSide::kBelow},
+            {.caption = kContents, .fields = {{.column = 6, .isLabel = true}}, .side = eFormSide::kBelow},
         },
 };
 

@@ -12,7 +12,6 @@ namespace {
 
 constexpr int kColumnName = 310;
 constexpr int kColumnEntries = 311;
-constexpr int kNothingYet = 831;
 constexpr int kNothingFiled = 832;
 
 bool isCategory(const KorDSMDatabaseItem& item) {
@@ -38,6 +37,17 @@ KorString nameTitle(const KorDSMDatabaseItem& item) {
         if (const TableSchema* table = findTable(child->tableType()))
             return KorDSMValueText::tableCaption(*table);
     return Prompts::dsm(kColumnName);
+}
+
+// What to do first where nothing is: in a group, or in this section of the database.
+KorString firstStepIn(const KorDSMDatabaseItem& item) {
+    if (isGroupType(item.type()))
+        return Prompts::dsm(kNothingFiled);
+    const KorDSMDatabaseItem* above = &item;
+    while (above->parent())
+        above = above->parent();
+    const auto* section = dynamic_cast<const KorDsmSectionItem*>(above);
+    return section ? Prompts::dsm(KorDSMFamilies::section(section->section()).emptyPrompt) : KorString();
 }
 
 } // namespace
@@ -66,6 +76,6 @@ KorDSMListContents KorDSMListContents::of(const KorDSMDatabaseItem& node) {
         contents.rows.push_back(std::move(row));
     }
     if (contents.rows.empty() && KorDSMItemCommands::whyNotWritable(item).isEmpty())
-        contents.whenEmpty = Prompts::dsm(isGroupType(item.type()) ? kNothingFiled : kNothingYet);
+        contents.whenEmpty = firstStepIn(item);
     return contents;
 }

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <map>
+#include <ranges>
 #include <set>
 
 namespace KorDSMRecordState {
@@ -22,6 +23,7 @@ constexpr int kInOfMore = 830; // "In %s of more than %s styles"
 constexpr int kUnused = 644;
 constexpr int kAnd = 645; // "%s and %s"
 constexpr int kViews = 646;
+constexpr int kLeftUnused = 1405;
 
 /// What users and parts of a kind are called; the others are records.
 struct Kind {
@@ -167,6 +169,34 @@ KorString missingText(SourceId id, RowRef row) {
     for (const StillMissing& lack : missing)
         text = text + (text.isEmpty() ? "" : ", ") + captionOf(lack);
     return text.isEmpty() ? text : KorString::format(Prompts::dsm(kMissing), {text});
+}
+
+KorString leftUnusedText(SourceId id, const std::vector<RowRef>& deleted) {
+    StyleSource* source = StyleDatabases::current().source(id);
+    if (!source)
+        return {};
+    std::set<RowRef> going(deleted.begin(), deleted.end());
+    for (const RowRef& row : deleted)
+        for (const Referrer& part : partsOf(*source, row))
+            going.insert({part.table->type, part.key});
+    std::set<RowRef> left;
+    for (const RowRef& row : going)
+        for (const RowRef& used : targetsOf(*source, row))
+            if (findTable(used.table)->isMadeToBeUsed() && !going.contains(used) &&
+                std::ranges::all_of(source->referrersOf(used.table, KorOdbcKey(used.key)),
+                                    [&](const Referrer& user) {
+                                        return user.column->role != eReferenceRole::kUses ||
+                                               going.contains({user.table->type, user.key});
+                                    }))
+                left.insert(used);
+    constexpr std::size_t kMostNamed = 12;
+    KorString names;
+    for (const RowRef& row : left | std::views::take(kMostNamed))
+        names = names + (names.isEmpty() ? "" : ", ") +
+                KorDSMValueText::shortName(source->table(row.table).find(KorOdbcKey(row.key))->name);
+    return left.empty() ? KorString()
+                        : KorString::format(Prompts::dsm(kLeftUnused),
+                                            {left.size() > kMostNamed ? names + ", …" : names});
 }
 
 } // namespace KorDSMRecordState

@@ -30,4 +30,8 @@ KorString useText(RowRef row, const UseCount& count);
 /// with it; empty where nothing is.
 KorString missingText(SourceId source, RowRef row);
 
+/// Which records, made to be used by others, nothing uses once these are deleted: a sentence, empty for none.
+/// Of those it says only what the deleted ones use themselves.
+KorString leftUnusedText(SourceId source, const std::vector<RowRef>& deleted);
+
 } // namespace KorDSMRecordState

@@ -7,7 +7,9 @@
 #include "services/Prompts.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMItemPath.h"
+#include "session/KorDSMItemSource.h"
 #include "session/KorDSMNewItem.h"
+#include "session/KorDSMRecordState.h"
 #include "session/KorDSMValueText.h"
 #include "shell/CommandStrip.h"
 #include "shell/Refusal.h"
@@ -97,9 +99,11 @@ bool DefinitionCommands::agreesToRemove(const std::vector<KorDSMDatabaseItem*>& 
     const auto count = static_cast<std::int64_t>(items.size());
     int views = 0;
     QStringList names;
+    std::vector<RowRef> rows;
     for (const KorDSMDatabaseItem* item : items) {
         names << toQt(KorDSMValueText::shortName(item->getDisplayName()));
         views += KorDSMItemCommands::viewsListedIn(*item);
+        rows.push_back({item->tableType(), item->recordKey()});
     }
     QMessageBox box(QMessageBox::Information, toQt(Prompts::ups(19960)), {},
                     QMessageBox::Yes | QMessageBox::No, &m_window);
@@ -108,9 +112,14 @@ bool DefinitionCommands::agreesToRemove(const std::vector<KorDSMDatabaseItem*>& 
                            : toQt(KorString::format(Prompts::dsm(kDeleteMany), {KorString::number(count)})));
     if (count > 1)
         box.setDetailedText(names.join(u'\n'));
+    QStringList notes;
     if (views > 0)
-        box.setInformativeText(
-            toQt(KorString::format(Prompts::counted(kViewsLeave, views), {KorString::number(views)})));
+        notes << toQt(KorString::format(Prompts::counted(kViewsLeave, views), {KorString::number(views)}));
+    if (const KorString left =
+            KorDSMRecordState::leftUnusedText(KorDSMItemSource::sourceOf(items.front()), rows);
+        !left.isEmpty())
+        notes << toQt(left);
+    box.setInformativeText(notes.join(u'\n'));
     return box.exec() == QMessageBox::Yes;
 }
 

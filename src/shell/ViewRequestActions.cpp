@@ -8,6 +8,7 @@
 #include "session/KorDSMCommit.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMRecordCommands.h"
+#include "session/KorDSMRecordState.h"
 #include "session/KorDSMRequestItems.h"
 #include "session/KorDSMUndo.h"
 #include "session/KorDSMValueText.h"
@@ -81,6 +82,8 @@ bool KorDSMViewRequestDialog::agreesToRemove(const KorDSMDatabaseItem& request) 
                     toQt(KorString::format(Prompts::ups(19961), {name})), QMessageBox::Yes | QMessageBox::No,
                     this);
     box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(
+        toQt(KorDSMRecordState::leftUnusedText(KorDSMItemSource::sourceOf(&request), {rowOf(request)})));
     return box.exec() == QMessageBox::Yes;
 }
 

@@ -5,8 +5,10 @@
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "dialogs/KorDSMDialogNewItemWithGroup.h"
 #include "pages/RecordButtons.h"
+#include "session/KorDSMListContents.h"
 #include "session/KorDSMValueText.h"
 #include "shell/EditorFixture.h"
+#include "shell/KorDSMSectionTree.h"
 #include "support/Composition.h"
 
 #include <QAbstractItemView>
@@ -148,6 +150,9 @@ protected:
     void makeGroup(KorDSMDefines::eViewSections section, const char* command, const char* name) {
         m_dialog->switchSection(section);
         select({"User"});
+        const KorDSMDatabaseItem& content = *KorDSMSectionTree::itemOf(tree().selectedItem());
+        EXPECT_TRUE(m_firstSteps.insert(KorDSMListContents::of(content).whenEmpty.toStdString()).second)
+            << "each section says what to do first there";
         answerName(name);
         chooseCommand(command);
         EXPECT_EQ(selected(), name);
@@ -202,6 +207,8 @@ protected:
         QTest::keyClick(&grid(), Qt::Key_Insert);
         QApplication::processEvents();
     }
+
+    std::set<std::string> m_firstSteps = {""};
 };
 
 } // namespace

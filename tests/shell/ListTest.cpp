@@ -75,6 +75,8 @@ TEST_F(List, SeveralRowsAreDeletedByDelInOneStep) {
         ASSERT_NE(box, nullptr);
         EXPECT_EQ(box->text(), "Do you want to delete these 2 definitions?");
         EXPECT_TRUE(box->detailedText().contains("HB beam 1:15"));
+        EXPECT_TRUE(box->informativeText().contains("HB front, ")) << "only both of them use it";
+        EXPECT_FALSE(box->informativeText().contains("HB section")) << "another style uses it, too";
         click(box->button(QMessageBox::Yes));
     });
     QTest::keyClick(&list(), Qt::Key_Delete);
