@@ -20,6 +20,7 @@
 #include <QRadioButton>
 #include <QSplitter>
 #include <QStyledItemDelegate>
+#include <QTimer>
 #include <QTreeWidget>
 
 #include <algorithm>
@@ -75,6 +76,7 @@ public:
             Q_EMIT const_cast<FateDelegate*>(this)->commitData(combo);
             Q_EMIT const_cast<FateDelegate*>(this)->closeEditor(combo);
         });
+        QTimer::singleShot(0, combo, &QComboBox::showPopup); // when it stands in its place
         return combo;
     }
     void setEditorData(QWidget* editor, const QModelIndex& index) const override {

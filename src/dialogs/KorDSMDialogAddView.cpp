@@ -63,6 +63,8 @@ KorDSMDialogAddView::KorDSMDialogAddView(const Fill& fill, QWidget* parent)
     connect(m_view, &VELComboTree::entrySelected, this, &KorDSMDialogAddView::proposeName);
     connectButtons();
     proposeName();
+    if (hasViews)
+        m_view->setFocus(); // typing finds one
 }
 
 KorDSMDialogAddView::Wish::eWhat KorDSMDialogAddView::what() const {

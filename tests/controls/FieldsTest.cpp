@@ -74,6 +74,19 @@ TEST_F(Fields, TypingIntoAComboSearchesAndEnterChooses) {
     EXPECT_EQ(activated.size(), 2u);
 }
 
+TEST_F(Fields, TypingIntoTheOpenListOfAShortComboSearches) {
+    combo->clear();
+    combo->addItems({QStringLiteral("Base plate"), QStringLiteral("Rail"), QStringLiteral("End plate")});
+    combo->showPopup();
+    QTest::keyClick(combo->view(), 'e');
+    auto* search = combo->findChild<QLineEdit*>();
+    ASSERT_NE(search, nullptr);
+    QTest::keyClicks(search, "nd");
+    EXPECT_EQ(combo->currentIndex(), 0);
+    QTest::keyClick(search, Qt::Key_Return);
+    EXPECT_EQ(combo->currentText(), "End plate");
+}
+
 TEST_F(Fields, LeavingTheFieldCommits) {
     QTest::keyClicks(edit, "30");
     QTest::keyClick(edit, Qt::Key_Tab);

@@ -83,6 +83,20 @@ TEST_F(GridCtrl, CellsAreEditedInPlace) {
     EXPECT_TRUE(edited.empty());
 }
 
+TEST_F(GridCtrl, AClickOnTheArrowOfACellOpensItsList) {
+    const QRect cell = grid.visualItemRect(grid.item(1, 2));
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, {cell.right() - 6, cell.center().y()});
+    auto* combo = grid.findChild<KorComboBox*>();
+    ASSERT_NE(combo, nullptr);
+    EXPECT_TRUE(combo->view()->isVisible());
+    QTest::keyClick(combo->view(), Qt::Key_Up);
+    QTest::keyClick(combo->view(), Qt::Key_Return);
+    EXPECT_EQ(grid.getCellText(1, 2), "beam");
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, cell.center());
+    EXPECT_EQ(grid.selectedRow(), 1);
+    EXPECT_FALSE(grid.isEditing()) << "beside the arrow a click selects";
+}
+
 TEST_F(GridCtrl, OfTheRadioCellsOfARowOneIsChosen) {
     grid.setRowCount(0);
     grid.insertColumn("Here", KorMFCGridCtrl::eRadio);

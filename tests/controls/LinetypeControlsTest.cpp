@@ -6,6 +6,7 @@
 #include "support/Widgets.h"
 
 #include <QImage>
+#include <QLineEdit>
 
 namespace {
 
@@ -116,6 +117,13 @@ TEST_F(LinetypeControls, TheComboOffersHostFileAndDefinedLinetypes) {
     combo.setFocus();
     QTest::keyClick(&combo, Qt::Key_Home);
     EXPECT_EQ(chosen, std::vector<std::string>{" Default"});
+    QTest::keyClicks(&combo, "i"); // in the middle of a name
+    auto* search = combo.findChild<QLineEdit*>();
+    ASSERT_NE(search, nullptr);
+    QTest::keyClicks(search, "dden");
+    EXPECT_EQ(combo.selectedName(), " Default");
+    QTest::keyClick(search, Qt::Key_Return);
+    EXPECT_EQ(combo.selectedName(), "hidden");
     combo.RemoveAll();
     EXPECT_EQ(combo.count(), 0);
 }

@@ -6,7 +6,6 @@
 #include "controls/VELComboTreePopup.h"
 
 #include <QAbstractItemView>
-#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QWheelEvent>
 
@@ -20,7 +19,10 @@ constexpr int kMostSeenAtOnce = 20; // entries; among more of them one looks for
 /// asked for when it is seen.
 class ComboEntries : public KorTreeModel {
 public:
-    explicit ComboEntries(const QComboBox& combo) : m_combo(combo) {
+    using PictureOf = std::function<QVariant(int place)>;
+
+    ComboEntries(const QComboBox& combo, PictureOf pictureOf)
+        : m_combo(combo), m_pictureOf(std::move(pictureOf)) {
         std::map<QString, std::vector<int>> groups;
         for (int place = 0; place < combo.count(); ++place)
             if (const QString group = combo.itemData(place, KorComboBox::kGroupRole).toString();
@@ -38,7 +40,9 @@ public:
 
     QVariant data(const QModelIndex& index, int role) const override {
         const KorTreeHandle entry = index.isValid() ? entryOf(index) : nullptr;
-        if (entry && entry->image >= 0 && (role == Qt::DecorationRole || role == Qt::ToolTipRole))
+        if (entry && entry->image >= 0 && role == Qt::DecorationRole)
+            return m_pictureOf(entry->image);
+        if (entry && entry->image >= 0 && role == Qt::ToolTipRole)
             return m_combo.itemData(entry->image, role);
         return KorTreeModel::data(index, role);
     }
@@ -52,7 +56,16 @@ private:
     }
 
     const QComboBox& m_combo;
+    PictureOf m_pictureOf;
 };
+
+// What a key adds to a text that is searched for; empty for keys that do something else.
+QString typedBy(const QKeyEvent& event) {
+    const QString text = event.text();
+    const bool isCommand = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier);
+    return !isCommand && !text.isEmpty() && text.front().isPrint() && !text.front().isSpace() ? text
+                                                                                              : QString();
+}
 
 KorTreeHandle entryAt(const KorTreeModel& entries, int place) {
     KorTreeHandle entry = entries.nextInOrder(nullptr);
@@ -87,19 +100,25 @@ void KorComboBox::setPictures(const std::vector<QIcon>& pictures, QSize size) {
 
 void KorComboBox::keyPressEvent(QKeyEvent* event) {
     Q_EMIT choosing();
-    const QString typed = event->text();
-    const bool isCommand = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier);
-    const bool isText = !typed.isEmpty() && typed.front().isPrint() && !typed.front().isSpace();
-    if (!isText || isCommand || isEditable() || count() == 0)
+    const QString typed = typedBy(*event);
+    if (typed.isEmpty() || isEditable() || count() == 0)
         return QComboBox::keyPressEvent(event);
-    if (canSearch())
-        return openSearch(typed);
-    showPopup();
-    QCoreApplication::sendEvent(view(), event);
+    openSearch(typed);
+}
+
+// Typing into the open list, which has no search field.
+bool KorComboBox::eventFilter(QObject* watched, QEvent* event) {
+    const bool isKey = watched == view() && event->type() == QEvent::KeyPress && !isEditable();
+    const QString typed = isKey ? typedBy(*static_cast<QKeyEvent*>(event)) : QString();
+    if (typed.isEmpty())
+        return QComboBox::eventFilter(watched, event);
+    hidePopup();
+    openSearch(typed);
+    return true;
 }
 
 bool KorComboBox::isSearched() const {
-    return canSearch() &&
+    return !isEditable() &&
            (count() > kMostSeenAtOnce || (count() > 0 && !itemData(count() - 1, kGroupRole).isNull()));
 }
 
@@ -111,6 +130,7 @@ void KorComboBox::showPopup() {
     KorItemSelection::soften(soft);
     view()->setPalette(soft);
     QComboBox::showPopup();
+    view()->installEventFilter(this);
 }
 
 void KorComboBox::hidePopup() {
@@ -121,9 +141,9 @@ void KorComboBox::hidePopup() {
 
 void KorComboBox::openSearch(const QString& typed) {
     delete m_search; // the entries may be others by now
-    m_entries = std::make_unique<ComboEntries>(*this);
+    m_entries = std::make_unique<ComboEntries>(*this, [this](int place) { return pictureOf(place); });
     m_search = new VELComboTreePopup(*this, *m_entries, [](KorTreeHandle) { return QString(); });
-    m_search->setIconSize(iconSize());
+    m_search->setIconSize(pictureSize());
     connect(m_search, &VELComboTreePopup::wanted, this, &KorComboBox::chooseFound);
     m_search->open(entryAt(*m_entries, currentIndex()), typed);
 }

@@ -38,15 +38,18 @@ Q_SIGNALS:
     void choosing();
 
 protected:
-    /// Whether the drop-down can show the entries as a search finds them. One whose list paints them itself
-    /// says no: typing looks for beginnings of names there.
-    virtual bool canSearch() const { return !isEditable(); }
+    /// Whether the drop-down has the search field from the start; otherwise it gets it when something is
+    /// typed.
+    virtual bool isSearched() const;
+    /// What stands before an entry in the drop-down with the search field, at most so large.
+    virtual QVariant pictureOf(int place) const { return itemData(place, Qt::DecorationRole); }
+    virtual QSize pictureSize() const { return iconSize(); }
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    bool isSearched() const;
     void openSearch(const QString& typed);
     void chooseFound(KorTreeHandle entry);
 

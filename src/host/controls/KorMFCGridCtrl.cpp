@@ -5,10 +5,8 @@
 #include "controls/KorGridDelegate.h"
 #include "controls/KorQt.h"
 
-#include <QDropEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QScopedValueRollback>
 
 #include <algorithm>
@@ -206,26 +204,6 @@ void KorMFCGridCtrl::setRowsMovable(bool on) {
     setDragEnabled(on);
     setDragDropMode(on ? InternalMove : NoDragDrop);
     setDragDropOverwriteMode(false); // the mark is a line between rows
-}
-
-void KorMFCGridCtrl::dropEvent(QDropEvent* event) {
-    const bool isOwn = event->source() == this && m_enabled;
-    const QModelIndex under = indexAt(event->position().toPoint());
-    const bool isBelow = under.isValid() && event->position().y() > visualRect(under).center().y();
-    // The rows are not the toolkit's to take away.
-    event->setDropAction(Qt::IgnoreAction);
-    event->accept();
-    setState(NoState);
-    viewport()->update();
-    if (isOwn)
-        Q_EMIT rowsDropped(under.isValid() ? under.row() + isBelow : rowCount());
-}
-
-void KorMFCGridCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
-    QTableWidget::mouseDoubleClickEvent(event);
-    const QModelIndex index = indexAt(event->position().toPoint());
-    if (m_opensRows && index.isValid() && event->button() == Qt::LeftButton)
-        Q_EMIT rowOpened(index.row(), index.column());
 }
 
 void KorMFCGridCtrl::editCell(int row, int column) {

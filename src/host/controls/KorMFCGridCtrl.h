@@ -98,7 +98,10 @@ Q_SIGNALS:
     void rowsDropped(int place);
 
 protected:
+    void startDrag(Qt::DropActions actions) override;
     void dropEvent(QDropEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -107,6 +110,7 @@ protected:
 
 private:
     QTableWidgetItem* cell(int row, int column) const;
+    QModelIndex arrowAt(const QMouseEvent& event) const;
     bool hasRadio(int row, int column) const;
     void clearOtherRadios(const QTableWidgetItem& chosen);
     bool chooseNextRadio(int step);
@@ -114,6 +118,7 @@ private:
 
     KorGridDelegate* m_delegate;
     std::vector<EKind> m_kinds;
+    QPersistentModelIndex m_pressedArrow;
     std::vector<int> m_percentages;
     bool m_opensRows = false;
     bool m_filling = false;

@@ -80,6 +80,18 @@ KorString KorLinetypeCombo::selectedName() const {
     return chosenOne ? chosenOne->name : KorString();
 }
 
+QVariant KorLinetypeCombo::pictureOf(int place) const {
+    const LinetypeDefinition* linetype = m_model->definition(place);
+    QPixmap picture(pictureSize() * devicePixelRatioF());
+    picture.setDevicePixelRatio(devicePixelRatioF());
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setPen(palette().color(QPalette::Text));
+    if (linetype)
+        LinetypePainter::paintLine(painter, QRectF(QPoint(), pictureSize()), linetype->pattern);
+    return picture;
+}
+
 void KorLinetypeCombo::paintEvent(QPaintEvent*) {
     QStylePainter painter(this);
     QStyleOptionComboBox option;

@@ -44,7 +44,10 @@ Q_SIGNALS:
     void chosen(const KorString& name);
 
 protected:
-    bool canSearch() const override { return false; }
+    // Its list shows the samples wide.
+    bool isSearched() const override { return false; }
+    QVariant pictureOf(int place) const override;
+    QSize pictureSize() const override { return {96, 16}; }
     void paintEvent(QPaintEvent* event) override;
 
 private:

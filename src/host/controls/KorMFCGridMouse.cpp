@@ -1,0 +1,85 @@
+#include "controls/KorComboBox.h"
+#include "controls/KorGridDelegate.h"
+#include "controls/KorMFCGridCtrl.h"
+
+#include <QDrag>
+#include <QDropEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+// What the mouse does in a grid beyond selecting.
+
+// The picture of the rows, which the toolkit would hang at the mouse, covers the line between rows.
+void KorMFCGridCtrl::startDrag(Qt::DropActions actions) {
+    constexpr QPoint kBesideTheMouse(-16, -12);
+    constexpr double kOpacity = 0.7;
+    const QRect shown = visualRect(currentIndex().siblingAtColumn(0)) & viewport()->rect();
+    if (shown.isEmpty() || !m_enabled)
+        return;
+    const QPixmap seen = viewport()->grab(shown);
+    QPixmap picture(seen.size());
+    picture.setDevicePixelRatio(seen.devicePixelRatio());
+    picture.fill(Qt::transparent);
+    {
+        QPainter painter(&picture);
+        painter.setOpacity(kOpacity);
+        painter.drawPixmap(0, 0, seen);
+    }
+    auto* drag = new QDrag(this);
+    drag->setMimeData(model()->mimeData(selectedIndexes()));
+    drag->setPixmap(picture);
+    drag->setHotSpot(kBesideTheMouse);
+    drag->exec(actions, Qt::MoveAction);
+}
+
+void KorMFCGridCtrl::dropEvent(QDropEvent* event) {
+    const bool isOwn = event->source() == this && m_enabled;
+    const QModelIndex under = indexAt(event->position().toPoint());
+    const bool isBelow = under.isValid() && event->position().y() > visualRect(under).center().y();
+    // The rows are not the toolkit's to take away.
+    event->setDropAction(Qt::IgnoreAction);
+    event->accept();
+    setState(NoState);
+    viewport()->update();
+    if (isOwn)
+        Q_EMIT rowsDropped(under.isValid() ? under.row() + isBelow : rowCount());
+}
+
+// The cell whose arrow is clicked.
+QModelIndex KorMFCGridCtrl::arrowAt(const QMouseEvent& event) const {
+    constexpr int kWidth = 20;
+    const QModelIndex index = indexAt(event.position().toPoint());
+    const bool isPlain = event.button() == Qt::LeftButton && event.modifiers() == Qt::NoModifier;
+    const bool isChoice = m_enabled && index.isValid() && index.flags().testFlag(Qt::ItemIsEditable) &&
+                          index.data(KorGridDelegate::kChoicesRole).isValid();
+    return isPlain && isChoice && event.position().x() > visualRect(index).right() - kWidth ? index
+                                                                                            : QModelIndex();
+}
+
+void KorMFCGridCtrl::mousePressEvent(QMouseEvent* event) {
+    m_pressedArrow = arrowAt(*event);
+    QTableWidget::mousePressEvent(event);
+}
+
+// A click on the arrow opens the list at once, as that of any combo.
+void KorMFCGridCtrl::mouseReleaseEvent(QMouseEvent* event) {
+    const QModelIndex arrow = arrowAt(*event);
+    const bool opens = arrow.isValid() && arrow == m_pressedArrow && state() != DraggingState;
+    const EditTriggers triggers = editTriggers();
+    if (opens)
+        setEditTriggers(triggers & ~EditTriggers(SelectedClicked)); // which waits for a second click
+    QTableWidget::mouseReleaseEvent(event);
+    setEditTriggers(triggers);
+    if (!opens)
+        return;
+    QTableWidget::edit(arrow);
+    if (auto* combo = qobject_cast<KorComboBox*>(indexWidget(arrow)))
+        combo->showPopup();
+}
+
+void KorMFCGridCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
+    QTableWidget::mouseDoubleClickEvent(event);
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (m_opensRows && index.isValid() && event->button() == Qt::LeftButton)
+        Q_EMIT rowOpened(index.row(), index.column());
+}
