@@ -195,7 +195,7 @@ void Navigation::goToFirstMatch() {
 void Navigation::onButton(int id) {
     if (id == kUp)
         goUp();
-    else
+    else if (id == kBack || id == kForward) // the strip has buttons of others, too
         step(id == kForward);
 }
 

@@ -99,6 +99,20 @@ TEST_F(SearchWindow, LeadsToRecordsFieldsValuesPagesAndTopicsAndRunsCommands) {
     EXPECT_TRUE(view->isFitted());
 }
 
+TEST_F(SearchWindow, ItsButtonStandsAmongThoseOfTheHistoryAndLeavesThePlaceAsItIs) {
+    open();
+    select(kStyle);
+    select({"User", "Hallberg: railings"});
+    bool isShown = false;
+    whenShown<KorDSMDialogSearch>([&isShown](QDialog& dialog) {
+        isShown = true;
+        dialog.reject();
+    });
+    click(control<KorButtonGroup>(1012)->button(2420));
+    EXPECT_TRUE(isShown);
+    EXPECT_EQ(selected(), "Hallberg: railings");
+}
+
 TEST_F(SearchWindow, SaysWhatWasLookedAtWhereNothingIsFoundAndWhatIsNotPossible) {
     open();
     select({"Standard"});
