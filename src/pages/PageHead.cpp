@@ -154,8 +154,10 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     if (!m_name)
         build();
     const SourceId source = CurrentRows::source();
+    const RowRef shown{table->type, item->recordKey()};
+    const bool isSame = source == m_source && shown == m_shown;
     m_source = source;
-    m_shown = {table->type, item->recordKey()};
+    m_shown = shown;
     m_icon->setPixmap(KorPictures::icon(KorDSMDefines::iconResource(item->icon()))
                           .pixmap(QSize(kPicture, kPicture), devicePixelRatio()));
     const QString kind = toQt(KorDSMValueText::tableCaption(*table));
@@ -178,7 +180,8 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     m_readOnly->setToolTip(reason);
     m_readOnly->setAccessibleDescription(reason);
     m_missing->setText(toQt(KorDSMRecordState::missingText(source, m_shown)));
-    m_missing->setVisible(!m_missing->text().isEmpty());
+    // The page does not move under the hand that makes good what was missing.
+    m_missing->setVisible(!m_missing->text().isEmpty() || (isSame && !m_missing->isHidden()));
     QPalette warning;
     warning.setColor(QPalette::WindowText, KorStyle::noteColor(palette()));
     m_missing->setPalette(warning);
