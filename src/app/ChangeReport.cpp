@@ -86,6 +86,10 @@ void ChangeReport::listSteps() {
 }
 
 int ChangeReport::finish() {
+    if (StyleDatabases::current().pending().steps().empty()) {
+        m_sentences = {translated("It is so already: there is nothing to change.")};
+        m_notes.clear();
+    }
     if (m_options.json)
         listSteps();
     if (m_options.dryRun) {

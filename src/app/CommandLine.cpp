@@ -13,7 +13,9 @@
 #include "data/store/DatabaseName.h"
 #include "data/store/LockWait.h"
 #include "services/KorHostReport.h"
+#include "services/KorResources.h"
 #include "session/DataFolder.h"
+#include "session/KorDSMSampleParts.h"
 #include "shell/DataFolderPlace.h"
 
 #include <algorithm>
@@ -27,21 +29,27 @@
 
 namespace {
 
-std::string kindList(const std::function<bool(const TableSchema&)>& isMeant = {}) {
-    std::string text = translated("KIND is one of:").toStdString();
+// Below a line that says what they are.
+std::string wordList(const KorString& head, const std::vector<std::string>& words) {
+    std::string text = head.toStdString();
     std::size_t column = 200;
-    for (const TableSchema& table : allTables()) {
-        if (isMeant && !isMeant(table))
-            continue;
-        const std::string name = table.kindName();
-        column += name.size() + 1;
+    for (const std::string& word : words) {
+        column += word.size() + 1;
         if (column > 78) {
             text += "\n ";
-            column = name.size() + 2;
+            column = word.size() + 2;
         }
-        text += " " + name;
+        text += " " + word;
     }
     return text;
+}
+
+std::string kindList(const std::function<bool(const TableSchema&)>& isMeant = {}) {
+    std::vector<std::string> kinds;
+    for (const TableSchema& table : allTables())
+        if (!isMeant || isMeant(table))
+            kinds.push_back(table.kindName());
+    return wordList(translated("KIND is one of:"), kinds);
 }
 
 } // namespace
@@ -199,6 +207,9 @@ void addDrawing(CLI::App& app, Wanted& wanted) {
                      translatable("File to make, with a name that ends in .svg, .png or .pdf"))
         ->required()
         ->check(refuseEmpty);
+    const std::vector<std::string> parts = KorDSMSampleParts(KorResources::folder() / "parts").names();
+    if (!parts.empty())
+        command->footer(wordList(translated("PART is one of:"), parts));
     command
         ->add_option("--part", options->part,
                      translatable("Name of the sample part; by default the one that suits the style"))

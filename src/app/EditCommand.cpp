@@ -10,6 +10,7 @@
 #include "services/KorHostReport.h"
 #include "session/DataFolder.h"
 #include "session/KorDSMHandOver.h"
+#include "shell/DataFolderPlace.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -52,6 +53,14 @@ bool isLeftToAnother(WindowStart& start, const DataFolder& folder, const EditOpt
     return handOver(folder, options) || (!start.beFound(folder) && handOver(folder, options));
 }
 
+// Editors of several folders can be open at once.
+void nameFolder(QWidget& window, const DataFolder& folder) {
+    if (folder.path() != locateDataFolder({}))
+        window.setWindowTitle(
+            window.windowTitle() + QStringLiteral(" – ") +
+            QString::fromStdString(std::filesystem::absolute(folder.path()).lexically_normal().string()));
+}
+
 } // namespace
 
 bool leaveToAnother(WindowStart& start, const DataFolder& folder, const EditOptions& options) {
@@ -76,6 +85,7 @@ int openEditor(WindowStart& start, DataFolder& folder, const EditOptions& option
     std::optional<OpenWindow> window;
     if (!paints) {
         window.emplace(*factory.window(), start.takeRunning());
+        nameFolder(*factory.window(), folder);
         for (const KorString& problem : folder.problems())
             KorHostReport::add(problem);
     } else {

@@ -53,11 +53,14 @@ std::vector<std::string> SampleParts::names(const std::filesystem::path& folder)
 }
 
 Result<SamplePart> SampleParts::read(const std::filesystem::path& folder, const std::string& name) {
+    const auto folded = [](const std::string& text) { return KorString(text).lowered(); };
     const std::vector<std::string> known = names(folder);
-    if (std::ranges::find(known, name) != known.end())
-        return readFile(folder / (name + kEnding));
+    const auto file = std::ranges::find(known, folded(name), folded);
+    if (file != known.end())
+        return readFile(folder / (*file + kEnding));
     for (const std::string& other : known)
-        if (Result<SamplePart> part = readFile(folder / (other + kEnding)); part && part.value.name == name)
+        if (Result<SamplePart> part = readFile(folder / (other + kEnding));
+            part && folded(part.value.name) == folded(name))
             return part;
     std::string list;
     for (const std::string& other : known)

@@ -12,8 +12,8 @@ namespace SampleParts {
 std::vector<std::string> names(const std::filesystem::path& folder);
 /// Reads a part file. A failure names the file and the line.
 Result<SamplePart> readFile(const std::filesystem::path& file);
-/// Reads the part of this name, that of its file or its own. Where there is none the failure names those that
-/// there are.
+/// Reads the part of this name, that of its file or its own, in upper or lower case. Where there is none the
+/// failure names those that there are.
 Result<SamplePart> read(const std::filesystem::path& folder, const std::string& name);
 
 /// Names of parts, each with the words that say for which styles it is.

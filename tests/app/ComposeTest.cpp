@@ -173,6 +173,12 @@ TEST_F(ComposeTest, ADryRunSaysWhatIsThenDoneAndWritesNothing) {
             << command.join(' ').toStdString();
         EXPECT_NE(bytesOf(data() / "user.dsdb"), before) << command.join(' ').toStdString();
     }
+    const std::string stored = bytesOf(data() / "user.dsdb");
+    for (const QStringList& again : {QStringList{"rename", "detail-style", "Ours together", "Ours together"},
+                                     {"set", "repr-map", "Map", "hide_unmatched", "yes"}})
+        for (const QStringList& how : {QStringList(), {"--dry-run"}})
+            EXPECT_TRUE(run(again + how).output.startsWith("It is so already"));
+    EXPECT_EQ(bytesOf(data() / "user.dsdb"), stored);
     EXPECT_EQ(names("repr-map-entry").filter("Last").size(), 1);
     EXPECT_EQ(names("detail-style"), QStringList("Ours together"));
     EXPECT_EQ(names("detail-master"), QStringList("Ours together"));

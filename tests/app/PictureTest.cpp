@@ -38,11 +38,12 @@ TEST_F(PictureTest, DrawsAStyleIntoAFileThatSaysItIsSchematic) {
 }
 
 TEST_F(PictureTest, ShowsOneViewOfAnotherPart) {
-    const ProgramRun drawn = picture({"Beam, shop drawing", "--part", "long-beam", "--view", "Beam, top",
+    const ProgramRun drawn = picture({"Beam, shop drawing", "--part", "Long-Beam", "--view", "Beam, top",
                                       "--out", named("t.svg"), "--json"});
     ASSERT_EQ(drawn.exitCode, 0);
     ASSERT_EQ(drawn.json()["views"].toArray().size(), 1);
     EXPECT_EQ(drawn.json()["views"][0]["name"].toString(), "Beam, top");
+    EXPECT_TRUE(picture({"--help"}).output.contains(" long-beam "));
 }
 
 // The same primitives in each kind of file; what is drawn twice is the same, byte for byte.

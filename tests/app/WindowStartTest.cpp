@@ -82,6 +82,7 @@ TEST_F(WindowStartTest, AStyleOnAServerIsFoundWhenItsPasswordWasGivenAndASecondS
     second.setProcessEnvironment(environment);
     QStringList selected;
     int turnsInEditor = 0;
+    bool isFolderNamed = false;
     QTimer user;
     QObject::connect(&user, &QTimer::timeout, [&] {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
@@ -101,6 +102,8 @@ TEST_F(WindowStartTest, AStyleOnAServerIsFoundWhenItsPasswordWasGivenAndASecondS
                 if (const QString name = tree->currentIndex().data().toString();
                     tree->isVisible() && !selected.contains(name))
                     selected << name;
+            if (dialog->windowTitle().endsWith(QString::fromStdString(data().filename().string())))
+                isFolderNamed = true;
             if (selected.contains("Beam") || ++turnsInEditor > 100'000)
                 dialog->reject();
         }
@@ -117,6 +120,7 @@ TEST_F(WindowStartTest, AStyleOnAServerIsFoundWhenItsPasswordWasGivenAndASecondS
     testing::internal::CaptureStderr();
     EXPECT_EQ(openEditor(start, folder, options), 0);
     EXPECT_EQ(testing::internal::GetCapturedStderr().find("Only there"), std::string::npos) << "it was found";
+    EXPECT_TRUE(isFolderNamed) << "windows of several folders can be told apart";
     EXPECT_TRUE(selected.contains("Beam")) << "what the second start was to show";
     if (platform.isNull())
         qunsetenv("QT_QPA_PLATFORM");
