@@ -55,7 +55,7 @@ void closeMessages(const QWidget& window) {
 
 bool mayPaint(const PictureOptions& options) {
     KOSettings::getInstance().keepFileUnchanged();
-    const KorString hindrance = OutputFile::hindrance(options.file, options.overwrite);
+    const KorString hindrance = OutputFile::hindranceOfPicture(options.file, options.overwrite);
     if (!hindrance.isEmpty())
         Console::complain(hindrance);
     return hindrance.isEmpty();
@@ -98,7 +98,8 @@ void WindowPicture::paintWhenOpen(const std::function<QWidget*()>& window) {
 }
 
 void WindowPicture::paint(QWidget& window) {
-    QApplication::processEvents();
+    for (int round = 0; round < 5; ++round) // what folds asks those around it for room
+        QApplication::processEvents();
     closeMessages(window);
     m_isPainted = writePicture(window.grab(), m_options.file, m_options.overwrite);
     window.close();

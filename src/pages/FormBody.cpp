@@ -18,7 +18,6 @@
 #include "session/KorDSMValueText.h"
 
 #include <QCheckBox>
-#include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
 
@@ -126,32 +125,44 @@ void FormBody::addFrame(const FormGroup& group, QVBoxLayout& column) {
     if (group.fields.front().isPictured)
         return addPictures(group, column);
     auto* box = new QGroupBox(captionOf(group));
-    auto* form = new QFormLayout(box);
-    form->setHorizontalSpacing(12);
-    form->setVerticalSpacing(6);
-    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    form->setRowWrapPolicy(QFormLayout::WrapLongRows); // the caption above its field where room is short
+    auto* lines = new QVBoxLayout(box);
+    lines->setContentsMargins(9, 9, 9, 9);
+    lines->setSpacing(6);
     column.addWidget(box);
     m_frames.push_back({box, &group});
     for (const FormField& field : group.fields)
-        addLine(group, field, *form);
+        addLine(group, field, *box);
 }
 
-void FormBody::addLine(const FormGroup& group, const FormField& field, QFormLayout& form) {
+// The toolkit's forms lose fields where captions stand above them and some rows are not shown.
+QWidget* FormBody::makeRow(const Line& line, QWidget& shown) {
+    auto* row = new QWidget;
+    auto* columns = new KorFoldingColumns(row);
+    columns->setContentsMargins(0, 0, 0, 0);
+    columns->setSpacing(12);
+    columns->setFoldedSpacing(2);
+    if (line.caption)
+        columns->addWidget(line.caption);
+    const bool isShort = shown.maximumWidth() < QWIDGETSIZE_MAX;
+    columns->addWidget(&shown, 1, isShort ? Qt::AlignLeft : Qt::Alignment());
+    return row;
+}
+
+void FormBody::addLine(const FormGroup& group, const FormField& field, QGroupBox& box) {
     Origin origin{group.part, group.via};
     origin.path.insert(origin.path.end(), field.via.begin(), field.via.end());
     Line line;
     line.field = &field;
     line.section = sectionFor(origin);
-    line.form = &form;
+    line.box = &box;
     const TableSchema& table = *m_sections[line.section].table;
     line.column = table.column(field.column);
     line.control = makeControl(line);
     const int number = origin.isOwn() ? m_nextOwn + field.column : m_nextOther++;
     KorControls::setId(line.control, number);
     const QString caption = toQt(KorDSMValueText::columnCaption(table, *line.column));
-    if (auto* box = qobject_cast<QCheckBox*>(line.control)) {
-        box->setText(caption);
+    if (auto* tick = qobject_cast<QCheckBox*>(line.control)) {
+        tick->setText(caption);
     } else {
         line.control->setAccessibleName(caption);
         if (!field.isLabel) { // which fills its frame, under the caption of that
@@ -160,11 +171,8 @@ void FormBody::addLine(const FormGroup& group, const FormField& field, QFormLayo
         }
     }
     QWidget* shown = RecordButtons::areFor(*line.column) ? withButtons(line) : line.control;
-    line.row = form.rowCount();
-    if (line.caption)
-        form.addRow(line.caption, shown);
-    else
-        form.addRow(shown);
+    line.row = makeRow(line, *shown);
+    static_cast<QVBoxLayout*>(box.layout())->addWidget(line.row, field.isLabel);
     if (auto* designer = qobject_cast<VELLabelDesignerCtrlWrap*>(line.control))
         m_labels.push_back(new LabelField(m_page, *designer, field.column, kAllVariables));
     else
@@ -271,11 +279,11 @@ bool FormBody::updateShown() {
         const Origin origin{frame.group->part, frame.group->via};
         bool isShown = frame.group->fields.front().isPictured && rowOf(origin).key != 0;
         for (const Line& line : m_lines) {
-            if (line.form != frame.box->layout())
+            if (line.box != frame.box)
                 continue;
             const bool exists = rowOf(m_sections[line.section].origin).key != 0;
-            isChanged = isChanged || line.form->isRowVisible(line.row) != exists;
-            line.form->setRowVisible(line.row, exists);
+            isChanged = isChanged || line.row->isHidden() == exists;
+            line.row->setVisible(exists);
             isShown = isShown || exists;
         }
         isChanged = isChanged || frame.box->isHidden() == isShown;
@@ -305,7 +313,7 @@ void FormBody::alignCaptions() {
     for (const eFormSide side : {eFormSide::kLeft, eFormSide::kRight}) {
         const auto isHere = [&](const Line& line) {
             return line.caption && std::ranges::any_of(m_frames, [&](const Frame& frame) {
-                       return frame.group->side == side && frame.box->layout() == line.form;
+                       return frame.group->side == side && frame.box == line.box;
                    });
         };
         int width = 0;

@@ -11,7 +11,6 @@
 #include <functional>
 
 class KorDSMPage;
-class QFormLayout;
 class QGroupBox;
 class QLabel;
 class RecordButtons;
@@ -70,8 +69,8 @@ private:
         const FormField* field = nullptr;
         std::size_t section = 0;
         const Column* column = nullptr;
-        QFormLayout* form = nullptr;
-        int row = 0;               // in the form
+        QGroupBox* box = nullptr;  // in which it stands
+        QWidget* row = nullptr;    // caption and control
         QLabel* caption = nullptr; // null for a check box, which has its own
         QWidget* control = nullptr;
     };
@@ -86,7 +85,8 @@ private:
     QString captionOf(const FormGroup& group) const;
     void addPictures(const FormGroup& group, QVBoxLayout& column);
     void addFrame(const FormGroup& group, QVBoxLayout& column);
-    void addLine(const FormGroup& group, const FormField& field, QFormLayout& form);
+    void addLine(const FormGroup& group, const FormField& field, QGroupBox& box);
+    static QWidget* makeRow(const Line& line, QWidget& shown);
     QWidget* makeControl(const Line& line);
     QWidget* withButtons(const Line& line);
     void onWritten(std::size_t section, int column);
