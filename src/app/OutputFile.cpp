@@ -5,6 +5,8 @@
 #include "data/store/StoreFault.h"
 
 #include <filesystem>
+#include <fstream>
+#include <string_view>
 
 namespace fs = std::filesystem;
 
@@ -32,4 +34,17 @@ KorString OutputFile::hindrance(const std::string& file, bool overwrite) {
         return KorString::format(
             translated("The file \"%s\" exists already; choose another name, or give --overwrite."), {file});
     return {};
+}
+
+// With wrong settings no source is open that would say what the file is.
+KorString OutputFile::hindranceOfPicture(const std::string& file, bool overwrite) {
+    if (const KorString other = hindrance(file, overwrite); !other.isEmpty())
+        return other;
+    constexpr std::string_view kHead = "SQLite format 3";
+    std::string head(kHead.size(), '\0');
+    std::ifstream(file, std::ios::binary).read(head.data(), static_cast<std::streamsize>(head.size()));
+    return head == kHead ? KorString::format(translated("\"%s\" is a database and is never replaced by a "
+                                                        "picture; choose another file name."),
+                                             {file})
+                         : KorString();
 }

@@ -96,7 +96,7 @@ int pictureCommand(DataFolder& folder, const DrawingOptions& options) {
             translated(
                 "\"%s\" was not drawn: a picture is a file with a name that ends in .svg, .png or .pdf."),
             {options.file}));
-    if (const KorString hindrance = OutputFile::hindrance(options.file, options.overwrite);
+    if (const KorString hindrance = OutputFile::hindranceOfPicture(options.file, options.overwrite);
         !hindrance.isEmpty())
         return failed(hindrance);
     const FoundRow found = RowChoice::find(options.row);

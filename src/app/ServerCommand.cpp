@@ -15,7 +15,8 @@ KorString number(std::int64_t value) {
 }
 
 Result<> create(OdbcDatabase& database) {
-    Result<> result = OdbcSchema(database).create();
+    OdbcSchema schema(database);
+    Result<> result = schema.create();
     if (!result)
         return result;
     Console::sayStored(KorString::format(translated("Made the styles of \"%s\", empty."), {database.name()}));
@@ -26,6 +27,13 @@ Result<> create(OdbcDatabase& database) {
                                          "and %s (looks after it)."),
                               {dialect.role(eServerRole::kReader), dialect.role(eServerRole::kEditor),
                                dialect.role(eServerRole::kMaintainer)}));
+    KorString former;
+    for (const std::string& users : schema.formerUsers())
+        former = former + (former.isEmpty() ? "" : ", ") + users;
+    if (!former.isEmpty())
+        Console::complain(KorString::format(
+            translated("Roles belong to the whole server, so these may use these styles already: %s."),
+            {former}));
     return {};
 }
 

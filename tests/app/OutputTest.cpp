@@ -56,6 +56,15 @@ TEST_F(OutputTest, NoOutputReplacesADatabaseThatIsOpenOrAnyOtherFileUnasked) {
         expectRefused(data() / (std::string("user.dsdb") + suffix), {"--overwrite"});
     EXPECT_EQ(bytesOf(data() / "user.dsdb"), user);
 
+    writeBytes(data() / "sources.ini", "x\n"); // so that none is open
+    for (const QStringList& command :
+         {QStringList{"edit", "--screenshot"}, QStringList{"request", "--screenshot"}})
+        EXPECT_NE(
+            run(command + QStringList{QString::fromStdString(data() / "user.dsdb"), "--overwrite"}).exitCode,
+            0);
+    fs::remove(data() / "sources.ini");
+    EXPECT_EQ(bytesOf(data() / "user.dsdb"), user);
+
     const fs::path notes = folder() / "notes";
     writeBytes(notes, "mine");
     expectRefused(notes, {});
