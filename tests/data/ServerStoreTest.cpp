@@ -155,6 +155,29 @@ TEST_F(ServerStore, APasswordIsAskedForAndShownNowhere) {
     }
 }
 
+TEST_F(ServerStore, RolesOfAnotherDatabaseAreNotTakenOverAndWhoHasThemIsTold) {
+    const std::string other = m_schema + "_b";
+    m_engine.run("CREATE ROLE " + other + "_maintainer; CREATE ROLE " + other + "_editor; CREATE ROLE " +
+                 m_schema + "_dora LOGIN CREATEROLE IN ROLE " + other +
+                 "_editor; GRANT CREATE ON DATABASE postgres TO " + m_schema + "_dora");
+    const auto createAs = [&](const std::string& schema, const std::string& user,
+                              std::vector<std::string>& former) {
+        OdbcDatabase database(address(m_server.connection(schema, user)), {});
+        Result<> result = database.connect();
+        OdbcSchema made(database);
+        if (result)
+            result = made.create();
+        former = made.formerUsers();
+        return result.error;
+    };
+    std::vector<std::string> former;
+    EXPECT_TRUE(mentions(createAs(other, m_schema + "_dora", former), "you are no maintainer there"));
+    EXPECT_EQ(createAs(other, DatabaseServer::kUser, former), "");
+    EXPECT_EQ(former, std::vector{m_schema + "_dora (" + other + "_editor)"});
+    EXPECT_TRUE(
+        mentions(createAs(std::string(53, 'x'), DatabaseServer::kUser, former), "at most 52 letters"));
+}
+
 TEST_F(ServerStore, AMaintainerBringsTheSchemaForwardOnce) {
     using Lines = Rows<TomorrowsLinetype>;
     const ServerAddress styles = m_engine.address();

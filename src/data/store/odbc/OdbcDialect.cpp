@@ -84,7 +84,17 @@ public:
                "(SELECT oid FROM pg_database WHERE datname = current_database()) AND " +
                table + " BETWEEN 0 AND " + std::to_string(kMarksOfSchema - 1);
     }
-    std::string roles() const override { return "SELECT rolname FROM pg_roles"; }
+    std::string roles() const override {
+        std::string names;
+        for (const auto each : {eServerRole::kReader, eServerRole::kEditor, eServerRole::kMaintainer})
+            names += (names.empty() ? "" : ", ") + text(role(each));
+        return "SELECT rolname, CASE WHEN pg_has_role(r.oid, 'MEMBER') THEN 1 ELSE 0 END, COALESCE((SELECT "
+               "string_agg(CAST(m.rolname AS text), ', ' ORDER BY m.rolname) FROM pg_auth_members a JOIN "
+               "pg_roles m ON m.oid = a.member WHERE a.roleid = r.oid AND m.rolname <> current_user), '') "
+               "FROM pg_roles r WHERE rolname IN (" +
+               names + ") ORDER BY rolname";
+    }
+    std::size_t longestSchema() const override { return 63 - std::string_view("_maintainer").size(); }
     std::string role(eServerRole role) const override {
         return schema() + (role == eServerRole::kReader   ? "_reader"
                            : role == eServerRole::kEditor ? "_editor"

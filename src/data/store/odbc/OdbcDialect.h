@@ -71,8 +71,11 @@ public:
     /// already (`existing` roles) is used.
     virtual std::vector<std::string> makeSchema(std::span<const std::string> existing) const;
     virtual std::vector<std::string> giveRights() const { return {}; }
-    /// SQL that selects the names of roles that are there; empty where there are none.
+    /// SQL that selects of the roles of this schema that are there: the name, whether the user has it (1 or
+    /// 0), and who else has, in one text. Empty where the engine has no roles.
     virtual std::string roles() const { return {}; }
+    /// Of the name of the schema, in bytes, so that there is room for the names of its roles.
+    virtual std::size_t longestSchema() const { return 128; }
     /// The role's name; empty where the engine has none.
     virtual std::string role(eServerRole) const { return {}; }
     /// SQL that lets what is made belong to the maintainers, and makes names without a schema those of the

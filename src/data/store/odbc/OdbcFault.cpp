@@ -27,8 +27,8 @@ constexpr std::pair<Kind, const char*> kErrors[] = {
          "The server of the style database \"%s\" does not let you in (%s); check the user's name, and the "
          "password in the driver's password file or environment.")},
     {Kind::kNoPassword,
-     translatable("The server of the style database \"%s\" asks for your password; give it, or put it into "
-                  "the driver's password file or environment.")},
+     translatable("The server of the style database \"%s\" asks for your password; type it where the editor "
+                  "asks, or put it into the driver's password file or environment.")},
     {Kind::kNoDatabase,
      translatable(
          "The server of \"%s\" has no such database (%s); correct its name in the connection, or have "
@@ -62,6 +62,11 @@ constexpr std::pair<eServerFault, const char*> kFaults[] = {
                   "them with \"detailstyles server create\".")},
     {eServerFault::kExists,
      translatable("There are styles in the schema of \"%s\" already; choose another schema.")},
+    {eServerFault::kLongName, translatable("The name of the schema of \"%s\" is too long; choose one of at "
+                                           "most %s letters.")},
+    {eServerFault::kRolesTaken,
+     translatable("The roles of \"%s\" are on its server already, for a schema of this name in another "
+                  "database, and you are no maintainer there; choose another schema.")},
     {eServerFault::kOtherContent,
      translatable("The schema of \"%s\" belongs to another program; choose another schema.")},
     {eServerFault::kOlder,

@@ -7,6 +7,8 @@
 enum class eServerFault {
     kNoStyles,
     kExists,
+    kLongName,     ///< of the schema
+    kRolesTaken,   ///< by a schema of the same name in another database of the server
     kOtherContent, ///< tables of these names, but not those of styles
     kOlder,
     kNewer,

@@ -61,19 +61,33 @@ Result<> OdbcSchema::create() {
 Result<> OdbcSchema::makeAll() {
     const OdbcDialect& dialect = *m_database.dialect;
     std::vector<std::string> roles;
-    if (!dialect.roles().empty()) {
-        OdbcRows rows;
-        if (const OdbcError error = m_database.connection.query(dialect.roles(), rows))
-            return m_database.failure(error);
-        for (const auto& row : rows)
-            roles.push_back(row.front().value_or(""));
-    }
+    if (Result<> result = lookForRoles(roles); !result)
+        return result;
     for (const auto& statements : {dialect.makeSchema(roles), dialect.asMaintainer(), ownTables(),
                                    m_history.creation(dialect.words())})
         if (Result<> result = m_database.execute(statements); !result)
             return result;
     Result<> result = noteVersion(m_history.current());
     return result ? m_database.execute(dialect.giveRights()) : result;
+}
+
+Result<> OdbcSchema::lookForRoles(std::vector<std::string>& existing) {
+    const OdbcDialect& dialect = *m_database.dialect;
+    if (dialect.schema().size() > dialect.longestSchema())
+        return m_database.fault(eServerFault::kLongName, std::to_string(dialect.longestSchema()));
+    OdbcRows rows;
+    if (dialect.roles().empty())
+        return {};
+    if (const OdbcError error = m_database.connection.query(dialect.roles(), rows))
+        return m_database.failure(error);
+    for (const auto& row : rows) {
+        const std::string& role = existing.emplace_back(row[0].value_or(""));
+        if (role == dialect.role(eServerRole::kMaintainer) && numberIn(row[1]) == 0)
+            return m_database.fault(eServerFault::kRolesTaken);
+        if (const std::string users = row[2].value_or(""); !users.empty())
+            m_formerUsers.push_back(users + " (" + role + ")");
+    }
+    return {};
 }
 
 std::vector<std::string> OdbcSchema::ownTables() const {

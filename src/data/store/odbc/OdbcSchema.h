@@ -19,14 +19,18 @@ public:
     std::string lastChangeSql() const;
 
     /// Makes a schema with empty tables and three roles, all or nothing. Fails where there are styles
-    /// already.
+    /// already, and where the role of its maintainers is there, for a schema of the same name in another
+    /// database of the server, and the user does not have it.
     Result<> create();
+    /// Who had one of the roles already when the schema was made, each with the role: "anna (styles_editor)".
+    const std::vector<std::string>& formerUsers() const { return m_formerUsers; }
     /// Brings an earlier version to the current one, in one transaction in which nobody else can. `from`
     /// becomes the version that it had.
     Result<> upgrade(int& from);
 
 private:
     Result<> makeAll();
+    Result<> lookForRoles(std::vector<std::string>& existing);
     Result<> bringForward(int& from);
     Result<> addVersion(int number);
     Result<> noteVersion(int number);
@@ -34,4 +38,5 @@ private:
 
     OdbcDatabase& m_database;
     const SchemaHistory& m_history;
+    std::vector<std::string> m_formerUsers;
 };

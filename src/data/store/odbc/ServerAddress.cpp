@@ -67,6 +67,7 @@ bool ServerAddress::isConnection(const std::string& text) {
 Result<ServerAddress> ServerAddress::parse(const std::string& text, const std::string& origin) {
     ServerAddress address{{}, kUsualSchema, {}};
     std::string server;
+    std::string port;
     std::string database;
     if (holdsPassword(text))
         return Result<>::failure(KorString::format(
@@ -81,6 +82,8 @@ Result<ServerAddress> ServerAddress::parse(const std::string& text, const std::s
         }
         if (key == "server" || key == "servername" || key == "dsn")
             server = entry.value;
+        else if (key == "port")
+            port = ":" + entry.value;
         else if (key == "database")
             database = entry.value;
         else if (key == "driver")
@@ -94,7 +97,7 @@ Result<ServerAddress> ServerAddress::parse(const std::string& text, const std::s
             KorString::format(translated("The connection \"%s\" in %s names no server; write it as "
                                          "Driver=...;Server=...;Database=...;Schema=...."),
                               {text, origin}));
-    address.name = std::string(kServerPrefix) + server;
+    address.name = std::string(kServerPrefix) + server + port;
     for (const std::string& part : {database, address.schema})
         if (!part.empty())
             address.name += (address.name == kServerPrefix ? "" : "/") + part;
