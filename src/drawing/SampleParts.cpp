@@ -55,7 +55,9 @@ std::vector<std::string> SampleParts::names(const std::filesystem::path& folder)
 Result<SamplePart> SampleParts::read(const std::filesystem::path& folder, const std::string& name) {
     const auto folded = [](const std::string& text) { return KorString(text).lowered(); };
     const std::vector<std::string> known = names(folder);
-    const auto file = std::ranges::find(known, folded(name), folded);
+    auto file = std::ranges::find(known, name);
+    if (file == known.end())
+        file = std::ranges::find(known, folded(name), folded);
     if (file != known.end())
         return readFile(folder / (*file + kEnding));
     for (const std::string& other : known)
@@ -72,7 +74,7 @@ Result<SamplePart> SampleParts::read(const std::filesystem::path& folder, const 
 SampleParts::Words SampleParts::words(const std::filesystem::path& folder) {
     Words words;
     for (const std::string& name : names(folder))
-        if (const Result<SamplePart> part = read(folder, name))
+        if (const Result<SamplePart> part = readFile(folder / (name + kEnding)))
             words.emplace_back(name, part.value.categories);
     return words;
 }

@@ -103,9 +103,11 @@ std::optional<std::pair<Vec3, Vec3>> withinDepths(const ViewCamera& camera, cons
                      : std::nullopt;
 }
 
+// Margins of a damaged view can leave a window that is turned inside out.
 Vec2 kept(const ViewScene& scene, Vec2 flat) {
     const Box2& window = scene.camera.window;
-    return {std::clamp(flat.u, window.low.u, window.high.u), std::clamp(flat.v, window.low.v, window.high.v)};
+    return {std::max(std::min(flat.u, window.high.u), window.low.u),
+            std::max(std::min(flat.v, window.high.v), window.low.v)};
 }
 
 } // namespace
