@@ -165,6 +165,27 @@ TEST_F(DeepCopy, WhatIsDroppedOnAGroupIsFiledThereAndLeavesItsOwnGroupBehind) {
     EXPECT_EQ(row<StructDetailStyle>(SourceId::user(), "Crane runway beam"), nullptr) << "one step";
 }
 
+TEST_F(DeepCopy, WhatIsCopiedTwiceIntoAGroupIsThereOnceAndWhatWasFiledNowhereIsFiledToo) {
+    const auto& set = *row<StructDetObjQualifierSet>(SourceId::standard(), "All holes");
+    const eTableType groups = tableOf<StructDetObjQualifierSetGroup>;
+    const std::int32_t group = databases.source(SourceId::user())->table(groups).rows().at(0).key;
+    Wish wish = {SourceId::standard(), SourceId::user(), {{kTableQualifierSet, set.key}}};
+    wish.group = {groups, group};
+    for (const eFate fate : {eFate::kNew, eFate::kEqual}) {
+        const Outcome outcome = KorDSMDeepCopy::copy(wish);
+        const auto* told = find(outcome, kTableQualifierSet, "All holes");
+        ASSERT_NE(told, nullptr);
+        EXPECT_EQ(told->fate, fate);
+    }
+    KorDSMUndo::undo();
+    const Column& filed = *KorDSMFamilies::filingColumn(kTableQualifierSet);
+    filed.integerIn(const_cast<StructDetObjQualifierSet*>(&set)) = 0;
+    KorDSMDeepCopy::copy(wish);
+    const auto* copied = row<StructDetObjQualifierSet>(SourceId::user(), "All holes");
+    ASSERT_NE(copied, nullptr);
+    EXPECT_EQ(filed.integerIn(copied), group);
+}
+
 TEST_F(DeepCopy, WhatIsLeftToADefaultIsTheSameAfterItsWayThroughAFile) {
     using Exports = KorODBCDetailStyleExports;
     const SourceId user = SourceId::user();

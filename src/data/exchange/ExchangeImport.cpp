@@ -40,15 +40,29 @@ void ExchangeImport::bringPlaces(const std::vector<RowRef>& rows) {
 
 // What the target has already stays where it is filed: it is looked up before the groups are the same.
 void ExchangeImport::fileUnder(RowRef group, const std::vector<RowRef>& rows) {
+    m_group = group;
     std::set<RowRef> groups;
     for (const RowRef& row : rows)
-        if (m_matcher.find(row) == 0)
+        if (m_matcher.find(row) == 0) {
+            m_filed.insert(row);
             for (const RowRef& own : groupsOf(row, group.table))
                 groups.insert(own);
+        }
     for (const RowRef& own : groups) {
         m_matcher.set(own, group.key);
         m_noted.insert(own);
     }
+    for (const RowRef& row : m_filed)
+        m_matcher.forget(row); // it can be in the other group
+}
+
+// What was filed nowhere gets a group, too.
+void ExchangeImport::file(RowRef row, eTableType table, StructRecord& record) const {
+    if (!m_filed.contains(row))
+        return;
+    for (const Column& column : findTable(table)->columns)
+        if (column.role == eReferenceRole::kFiledUnder && column.target == m_group.table)
+            column.integerIn(&record) = m_group.key;
 }
 
 // The groups in which a row is filed by itself or by what identifies it.
@@ -190,6 +204,7 @@ std::int32_t ExchangeImport::append(RowRef row, const KorString& asName) {
         renameIfTaken(row.table, *record);
     else
         record->name = asName;
+    file(row, row.table, *record);
     if (!appendRecord(row.table, *record))
         return 0;
     note(row, eFate::kNew);
@@ -251,6 +266,7 @@ void ExchangeImport::identify(RowRef row, std::int32_t key) {
         m_refused = true;
         return;
     }
+    file(row, it->table->type, *record);
     if (it->table->type == kTableDetailMaster) {
         if (!m_masterNumbers)
             m_masterNumbers.emplace(m_to);

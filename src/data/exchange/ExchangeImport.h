@@ -63,6 +63,7 @@ private:
     void note(RowRef row, ImportReport::Row::eFate fate);
     std::int32_t replace(RowRef row, const StructRecord& theirs);
     void renameIfTaken(eTableType table, StructRecord& record);
+    void file(RowRef row, eTableType table, StructRecord& record) const;
 
     StyleDatabases& m_databases;
     StyleSource& m_from;
@@ -74,6 +75,8 @@ private:
     eNamesakes m_namesakes = eNamesakes::kKeepBoth;
     std::map<RowRef, eNamesakes> m_single;
     std::set<RowRef> m_noted;
+    RowRef m_group; // of the target, under which these are filed where they are new
+    std::set<RowRef> m_filed;
     bool m_refused = false;
     std::string m_refusal;
 };

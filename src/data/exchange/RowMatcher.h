@@ -22,9 +22,12 @@ public:
     std::int32_t find(RowRef row);
     /// From now on `row` counts as the same as the row `key` of the target.
     void set(RowRef row, std::int32_t key) { m_found[row] = key; }
+    /// Looks for `row` again when it is asked for next.
+    void forget(RowRef row) { m_found.erase(row); }
 
     /// A copy of a row as it would stand in the target: without a key, with references to the same rows
-    /// there. A reference that points nowhere is cleared. Null when a row referred to has no counterpart.
+    /// there. A reference to a row that is not there is cleared. Null when a row referred to has no
+    /// counterpart.
     std::shared_ptr<StructRecord> translated(RowRef row) { return translated(row, nullptr, 0); }
     /// The same for a row that belongs to another one, whose counterpart `whole` is. Where the part bears the
     /// name of the other row, it bears the counterpart's.

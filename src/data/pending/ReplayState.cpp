@@ -10,6 +10,8 @@ OutsideConflict& ReplayState::addConflict(OutsideConflict::eKind kind, RowRef ro
     conflict.record = std::move(record);
     if (const StructRecord* before = rowsBefore.stored(row))
         conflict.before = source.table(row.table).rows().copyOf(before);
+    else if (const auto gone = deleted.find(row); gone != deleted.end())
+        conflict.before = source.table(row.table).rows().copyOf(gone->second.get());
     return conflict;
 }
 
@@ -20,8 +22,7 @@ KorString ReplayState::targetName(const Column& column, const CellValue& mine) c
 }
 
 bool ReplayState::isLost(RowRef target) const {
-    return target.key != 0 && !appended.contains(target) && !odd.contains(target) &&
-           rowsBefore.isGone(target);
+    return target.key > 0 && !appended.contains(target) && !odd.contains(target) && rowsBefore.isGone(target);
 }
 
 CellValue ReplayState::storedIn(RowRef row, const Column& column) const {

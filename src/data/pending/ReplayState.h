@@ -39,7 +39,7 @@ struct ReplayState {
                                  std::shared_ptr<const StructRecord> record);
     /// The name that the row had to which `mine` refers; empty where the column is no reference.
     KorString targetName(const Column& column, const CellValue& mine) const;
-    /// Whether a reference means a row that is gone.
+    /// Whether a reference means a row that is gone; negative ones mean a default.
     bool isLost(RowRef target) const;
     /// What the database holds now.
     CellValue storedIn(RowRef row, const Column& column) const;

@@ -258,6 +258,11 @@ void ReplayedCells::refuseName(const Written& name) {
     OutsideConflict& conflict =
         m_state.addConflict(OutsideConflict::eKind::kCell, name.row, name.column,
                             table.rows().copyOf(table.find(KorOdbcKey(name.row.key))));
+    if (!conflict.before) {
+        const auto before = table.rows().copyOf(conflict.record.get());
+        name.column->write(before.get(), name.before);
+        conflict.before = before;
+    }
     conflict.stored = name.before;
     conflict.mine = mine;
     conflict.reason = whyRefused(eCellFault::kNameTaken);
