@@ -137,20 +137,27 @@ void KorDSMDialogSources::accept() {
         texts[row.source] = text;
         m_moved.push_back(row.id);
     }
-    Result<> written = makeUserDatabase(texts);
+    std::filesystem::path made;
+    Result<> written = makeUserDatabase(texts, made);
     if (written)
         written = SourceSettings::write(m_folder, texts);
+    if (std::error_code none; !written && !made.empty())
+        std::filesystem::remove(made, none);
     if (!written)
         return say(QString::fromStdString(written.error), true);
     QDialog::accept();
 }
 
 // Where it is meant to be, and is not yet.
-Result<> KorDSMDialogSources::makeUserDatabase(const std::map<std::string, std::string>& texts) const {
+Result<> KorDSMDialogSources::makeUserDatabase(const std::map<std::string, std::string>& texts,
+                                               std::filesystem::path& made) const {
     const auto user = texts.find("user");
     std::error_code none;
     if (user == texts.end() || user->second.empty() || ServerAddress::isConnection(user->second) ||
         std::filesystem::exists(m_folder / user->second, none))
         return {};
-    return DataFolder::makeUserDatabase(m_folder / user->second);
+    Result<> result = DataFolder::makeUserDatabase(m_folder / user->second);
+    if (result)
+        made = m_folder / user->second;
+    return result;
 }

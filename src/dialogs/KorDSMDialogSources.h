@@ -43,7 +43,8 @@ private:
 
     void addRow(QGridLayout& grid, Row row, const QString& caption);
     void test(const QLineEdit& field);
-    Result<> makeUserDatabase(const std::map<std::string, std::string>& texts) const;
+    Result<> makeUserDatabase(const std::map<std::string, std::string>& texts,
+                              std::filesystem::path& made) const;
     void say(const QString& sentence, bool isFault);
 
     std::filesystem::path m_folder;

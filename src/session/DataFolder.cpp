@@ -112,14 +112,23 @@ bool DataFolder::hasServers() const {
     return SourceSettings(m_folder).hasServers();
 }
 
-bool DataFolder::openAnew(SourceId id) {
-    if (StyleDatabases::current().pending().hasPending(id))
+// All are closed first: one may be where another one was.
+bool DataFolder::openAnew(std::set<SourceId>& ids) {
+    StyleDatabases& databases = StyleDatabases::current();
+    std::vector<SourceId> moved;
+    std::ranges::copy_if(ids, std::back_inserter(moved),
+                         [&](SourceId id) { return !databases.pending().hasPending(id); });
+    if (moved.empty())
         return false;
     const SourceSettings settings(m_folder);
-    StyleDatabases::current().closeSource(id);
+    for (const SourceId id : moved) {
+        databases.closeSource(id);
+        ids.erase(id);
+    }
     std::ranges::copy(settings.problems(), std::back_inserter(m_problems));
-    if (settings.problems().empty())
-        openSource(id, settings);
+    for (const SourceId id : moved)
+        if (settings.problems().empty())
+            openSource(id, settings);
     return true;
 }
 
@@ -175,6 +184,12 @@ OpenedServer DataFolder::openServer(SourceId id, const ServerAddress& server) {
 
 Result<> DataFolder::openRefused(const ServerAddress& server) {
     const Refused first = m_refused.front();
+    if (const Result<> result = alone(first.id, {{}, server, {}});
+        !result) { // another one was let in meanwhile
+        tell(result.error);
+        m_refused.erase(m_refused.begin());
+        return {};
+    }
     OpenedServer opened = openServer(first.id, server);
     if (opened.line.isRefusal())
         return {std::move(opened.error)};

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <map>
+#include <set>
 
 /// A data folder with its style databases: `standard.dsdb`, `user.dsdb`, and one `styles.dsdb` in each folder
 /// of `addins`; or wherever `sources.ini` puts them. What cannot be used is left out and told, and the
@@ -23,10 +24,10 @@ public:
     static Result<> makeUserDatabase(const std::filesystem::path& file);
     /// Whether a database is on a server.
     bool hasServers() const;
-    /// Opens one source where it is by now, in the place of what was open as that; where it cannot be opened
-    /// none is: changes would come into the wrong database. Returns whether that was tried: where changes of
-    /// it are pending it stays.
-    bool openAnew(SourceId id);
+    /// Opens sources where they are by now, in the place of what was open as these; where one cannot be
+    /// opened none is: changes would come into the wrong database. Takes those out of `ids` for which that
+    /// was tried; those with pending changes stay as they are. Returns whether there were any.
+    bool openAnew(std::set<SourceId>& ids);
     /// Whether there are open databases, wherever they came from.
     static bool isAnyOpen();
 

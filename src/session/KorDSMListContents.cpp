@@ -1,5 +1,6 @@
 #include "session/KorDSMListContents.h"
 
+#include "model/KorDSMDialogFactory.h"
 #include "model/KorDSMFamilies.h"
 #include "model/items/KorDsmAddInContentItem.h"
 #include "services/Prompts.h"
@@ -41,13 +42,16 @@ KorString nameTitle(const KorDSMDatabaseItem& item) {
 
 // What to do first where nothing is: in a group, or in this section of the database.
 KorString firstStepIn(const KorDSMDatabaseItem& item) {
-    if (isGroupType(item.type()))
+    if (isGroupType(item.type()) || item.type() == kViewRequestCategory)
         return Prompts::dsm(kNothingFiled);
     const KorDSMDatabaseItem* above = &item;
     while (above->parent())
         above = above->parent();
     const auto* section = dynamic_cast<const KorDsmSectionItem*>(above);
-    return section ? Prompts::dsm(KorDSMFamilies::section(section->section()).emptyPrompt) : KorString();
+    // Who chooses a view sees views alone under the heading of styles.
+    const bool isOfEditor =
+        section && KorDSMDialogFactory::getDSMDataStructure().getSection(section->section()) == section;
+    return isOfEditor ? Prompts::dsm(KorDSMFamilies::section(section->section()).emptyPrompt) : KorString();
 }
 
 } // namespace

@@ -24,6 +24,7 @@ constexpr int kUnused = 644;
 constexpr int kAnd = 645; // "%s and %s"
 constexpr int kViews = 646;
 constexpr int kLeftUnused = 1405;
+constexpr int kLeftUnusedOne = 1406;
 
 /// What users and parts of a kind are called; the others are records.
 struct Kind {
@@ -173,8 +174,8 @@ KorString missingText(SourceId id, RowRef row) {
 
 KorString leftUnusedText(SourceId id, const std::vector<RowRef>& deleted) {
     StyleSource* source = StyleDatabases::current().source(id);
-    if (!source)
-        return {};
+    if (!source || !source->complete())
+        return {}; // who uses what is not known
     std::set<RowRef> going(deleted.begin(), deleted.end());
     for (const RowRef& row : deleted)
         for (const Referrer& part : partsOf(*source, row))
@@ -195,7 +196,7 @@ KorString leftUnusedText(SourceId id, const std::vector<RowRef>& deleted) {
         names = names + (names.isEmpty() ? "" : ", ") +
                 KorDSMValueText::shortName(source->table(row.table).find(KorOdbcKey(row.key))->name);
     return left.empty() ? KorString()
-                        : KorString::format(Prompts::dsm(kLeftUnused),
+                        : KorString::format(Prompts::dsm(left.size() == 1 ? kLeftUnusedOne : kLeftUnused),
                                             {left.size() > kMostNamed ? names + ", …" : names});
 }
 

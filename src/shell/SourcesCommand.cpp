@@ -49,7 +49,7 @@ void SourcesCommand::follow() {
     DataFolder folder(KOSettings::getInstance().dataFolder());
     {
         const KorDSMBusy busy;
-        if (std::erase_if(m_moved, [&](SourceId id) { return folder.openAnew(id); }) == 0)
+        if (!folder.openAnew(m_moved))
             return;
         askForPasswords(folder, &m_window);
     }

@@ -78,6 +78,7 @@ TEST_F(SourcesDialog, NeitherShowsAPasswordNorReplacesWhatItDidNotRead) {
     EXPECT_TRUE(outcome->text().contains("sources.ini")) << outcome->text().toStdString();
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_TRUE(std::filesystem::is_directory(m_folder.file("sources.ini")));
+    EXPECT_FALSE(std::filesystem::exists(m_folder.file("there.dsdb")));
     std::filesystem::remove(m_folder.file("sources.ini"));
     dialog.accept();
     EXPECT_FALSE(dialog.isVisible());

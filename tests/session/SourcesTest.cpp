@@ -1,4 +1,5 @@
 #include "services/KorHostReport.h"
+#include "session/DataFolder.h"
 #include "session/KorDSMExchange.h"
 #include "session/KorDSMListContents.h"
 #include "session/KorDSMOpenedFile.h"
@@ -151,6 +152,16 @@ TEST(ExchangeSummary, CountsWhatCameAndWhatWasThere) {
               "2 detail styles were imported. 1 was there already.");
     report.alreadyThere = {"C", "D"};
     EXPECT_TRUE(KorDSMExchange::summaryOf(report).view().ends_with("2 were there already."));
+}
+
+TEST_F(Sources, TwoSourcesCanChangeTheirPlaces) {
+    folder.write("sources.ini", "[standard]\nfile = user.dsdb\n[user]\nfile = standard.dsdb\n");
+    DataFolder places(folder.path());
+    std::set<SourceId> moved = {SourceId::standard(), SourceId::user()};
+    EXPECT_TRUE(places.openAnew(moved));
+    EXPECT_TRUE(moved.empty() && places.problems().empty());
+    EXPECT_TRUE(databases.source(SourceId::standard())->store().name().ends_with("user.dsdb"));
+    EXPECT_TRUE(databases.source(SourceId::user())->store().name().ends_with("standard.dsdb"));
 }
 
 TEST_F(Sources, AnOpenedFileIsOneMoreSourceThatCanOnlyBeReadAndIsOpenOnce) {
