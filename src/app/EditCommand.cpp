@@ -53,12 +53,17 @@ bool isLeftToAnother(WindowStart& start, const DataFolder& folder, const EditOpt
     return handOver(folder, options) || (!start.beFound(folder) && handOver(folder, options));
 }
 
-// Editors of several folders can be open at once.
+// Editors of several folders can be open at once. The window gets its title when it opens.
 void nameFolder(QWidget& window, const DataFolder& folder) {
-    if (folder.path() != locateDataFolder({}))
-        window.setWindowTitle(
-            window.windowTitle() + QStringLiteral(" – ") +
-            QString::fromStdString(std::filesystem::absolute(folder.path()).lexically_normal().string()));
+    if (folder.path() == locateDataFolder({}))
+        return;
+    const QString place =
+        QStringLiteral(" – ") +
+        QString::fromStdString(std::filesystem::absolute(folder.path()).lexically_normal().string());
+    QObject::connect(&window, &QWidget::windowTitleChanged, &window, [&window, place](const QString& title) {
+        if (!title.endsWith(place))
+            window.setWindowTitle(title + place);
+    });
 }
 
 } // namespace

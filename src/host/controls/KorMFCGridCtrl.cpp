@@ -203,7 +203,8 @@ void KorMFCGridCtrl::setOpensRows(bool on) {
 void KorMFCGridCtrl::setRowsMovable(bool on) {
     setDragEnabled(on);
     setDragDropMode(on ? InternalMove : NoDragDrop);
-    setDragDropOverwriteMode(false); // the mark is a line between rows
+    setDragDropOverwriteMode(false);
+    setDropIndicatorShown(false); // which is as wide as one cell
 }
 
 void KorMFCGridCtrl::editCell(int row, int column) {

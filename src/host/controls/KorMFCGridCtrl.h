@@ -99,7 +99,10 @@ Q_SIGNALS:
 
 protected:
     void startDrag(Qt::DropActions actions) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -111,6 +114,8 @@ protected:
 private:
     QTableWidgetItem* cell(int row, int column) const;
     QModelIndex arrowAt(const QMouseEvent& event) const;
+    int placeAt(const QDropEvent& event) const;
+    void markPlace(int place);
     bool hasRadio(int row, int column) const;
     void clearOtherRadios(const QTableWidgetItem& chosen);
     bool chooseNextRadio(int step);
@@ -119,6 +124,7 @@ private:
     KorGridDelegate* m_delegate;
     std::vector<EKind> m_kinds;
     QPersistentModelIndex m_pressedArrow;
+    int m_markedPlace = -1; // before which row the dragged ones would come; -1: none are dragged
     std::vector<int> m_percentages;
     bool m_opensRows = false;
     bool m_filling = false;

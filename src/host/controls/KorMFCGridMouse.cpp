@@ -7,6 +7,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <algorithm>
+
 // What the mouse does in a grid beyond selecting.
 
 // The picture of the rows, which the toolkit would hang at the mouse, covers the line between rows.
@@ -32,17 +34,52 @@ void KorMFCGridCtrl::startDrag(Qt::DropActions actions) {
     drag->exec(actions, Qt::MoveAction);
 }
 
+// Before which row what is dropped comes; -1 where it comes from elsewhere.
+int KorMFCGridCtrl::placeAt(const QDropEvent& event) const {
+    if (event.source() != this || !m_enabled)
+        return -1;
+    const QModelIndex under = indexAt(event.position().toPoint());
+    const bool isBelow = under.isValid() && event.position().y() > visualRect(under).center().y();
+    return under.isValid() ? under.row() + isBelow : rowCount();
+}
+
+void KorMFCGridCtrl::markPlace(int place) {
+    m_markedPlace = place;
+    viewport()->update();
+}
+
+void KorMFCGridCtrl::dragMoveEvent(QDragMoveEvent* event) {
+    QTableWidget::dragMoveEvent(event);
+    markPlace(placeAt(*event));
+}
+
+void KorMFCGridCtrl::dragLeaveEvent(QDragLeaveEvent* event) {
+    QTableWidget::dragLeaveEvent(event);
+    markPlace(-1);
+}
+
+void KorMFCGridCtrl::paintEvent(QPaintEvent* event) {
+    QTableWidget::paintEvent(event);
+    if (m_markedPlace < 0)
+        return;
+    const int y = m_markedPlace < rowCount()
+                      ? rowViewportPosition(m_markedPlace)
+                      : rowViewportPosition(rowCount() - 1) + rowHeight(rowCount() - 1);
+    constexpr int kHalf = 1;
+    QPainter(viewport())
+        .fillRect(QRect(0, std::max(y - kHalf, 0), viewport()->width(), 2 * kHalf),
+                  palette().color(QPalette::Text));
+}
+
 void KorMFCGridCtrl::dropEvent(QDropEvent* event) {
-    const bool isOwn = event->source() == this && m_enabled;
-    const QModelIndex under = indexAt(event->position().toPoint());
-    const bool isBelow = under.isValid() && event->position().y() > visualRect(under).center().y();
+    const int place = placeAt(*event);
+    markPlace(-1);
     // The rows are not the toolkit's to take away.
     event->setDropAction(Qt::IgnoreAction);
     event->accept();
     setState(NoState);
-    viewport()->update();
-    if (isOwn)
-        Q_EMIT rowsDropped(under.isValid() ? under.row() + isBelow : rowCount());
+    if (place >= 0)
+        Q_EMIT rowsDropped(place);
 }
 
 // The cell whose arrow is clicked.
