@@ -1,3 +1,4 @@
+#include "app/ArgumentTypes.h"
 #include "app/CommandDeclarations.h"
 #include "app/Commands.h"
 #include "app/EntryList.h"
@@ -47,7 +48,8 @@ void addNew(CLI::App& app, Wanted& wanted) {
         addCommand(app, wanted, "new", translatable("Make a record with the defaults of its kind"),
                    &newCommand, options);
     addRow(command, options->row, kSourceHelp, &isMade);
-    command->add_option("--in", options->group, translatable("The category or group in which it is filed"));
+    command->add_option("--in", options->group, translatable("The category or group in which it is filed"))
+        ->check(refuseEmpty);
     command
         ->add_option("--value", options->values,
                      translatable("Set one of its values, as COLUMN=VALUE; can be repeated"))
@@ -125,7 +127,8 @@ void addEntry(CLI::App& app, Wanted& wanted) {
                         "be repeated"))
         ->expected(1)
         ->take_all();
-    add->add_option("--at", options->place, translatable("Its place, from 1; by default the end"));
+    add->add_option("--at", options->place, translatable("Its place, from 1; by default the end"))
+        ->check(refuseEmpty);
 
     addEntryCommand(*entry, wanted, "remove", translatable("Take an entry out of the list"),
                     optionsFor(eEntryAction::kRemove));

@@ -35,6 +35,20 @@ QJsonObject toJson(const PendingStep& step) {
     return row;
 }
 
+struct WrittenCell {
+    const TableSchema* table;
+    const Column* column;
+    CellValue value;
+};
+
+std::vector<WrittenCell> writtenCells() {
+    std::vector<WrittenCell> written;
+    for (const PendingStep* step : StyleDatabases::current().pending().steps())
+        if (step->column)
+            written.push_back({findTable(step->table), step->column, step->after});
+    return written;
+}
+
 } // namespace
 
 ChangeReport::ChangeReport(const char* command, const ChangeOptions& options)
@@ -86,26 +100,21 @@ void ChangeReport::listSteps() {
 }
 
 int ChangeReport::finish() {
-    if (StyleDatabases::current().pending().steps().empty()) {
+    if (StyleDatabases::current().pending().steps().empty())
         m_sentences = {translated("It is so already: there is nothing to change.")};
-        m_notes.clear();
-    }
     if (m_options.json)
         listSteps();
-    if (m_options.dryRun) {
+    const std::vector<WrittenCell> written = writtenCells();
+    if (m_options.dryRun)
         KorDSMCommit::discard();
-        tellDryRun();
-        return kExitDone;
-    }
-    std::vector<std::pair<const Column*, CellValue>> written;
-    for (const PendingStep* step : StyleDatabases::current().pending().steps())
-        if (step->column)
-            written.emplace_back(step->column, step->after);
-    if (!keepChanges())
+    else if (!keepChanges())
         return kExitFailed;
-    for (const auto& [column, value] : written)
-        TypedValue::tellUnlistedScale(*column, value);
-    return tellStored();
+    for (const WrittenCell& cell : written)
+        TypedValue::tellDoubts(*cell.table, *cell.column, cell.value);
+    if (!m_options.dryRun)
+        return tellStored();
+    tellDryRun();
+    return kExitDone;
 }
 
 // As far as it was read: what is stored may have mended it.
@@ -121,7 +130,6 @@ void ChangeReport::tellDryRun() {
     if (m_options.json)
         return Console::print(m_document);
     std::ranges::for_each(m_sentences, &Console::say);
-    std::ranges::for_each(m_notes, &Console::say);
     Console::say(translated("This was a dry run: nothing was written."));
 }
 
@@ -130,7 +138,6 @@ int ChangeReport::tellStored() {
     if (m_options.json)
         Console::print(m_document);
     std::ranges::for_each(m_sentences, m_options.json ? &Console::noteStored : &Console::sayStored);
-    std::ranges::for_each(m_notes, isWhole || m_options.json ? &Console::noteStored : &Console::sayStored);
     return isWhole ? kExitDone : kExitFailed;
 }
 

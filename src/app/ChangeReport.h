@@ -17,9 +17,6 @@ public:
 
     /// Says what was done, for people.
     void say(const KorString& sentence) { m_sentences.push_back(sentence); }
-    /// Says what was done only where it could be taken for undone: where the output cannot be written, or the
-    /// database cannot be read whole. In a dry run it is said.
-    void note(const KorString& sentence) { m_notes.push_back(sentence); }
     /// The record that the command is about.
     void isAbout(SourceId source, RowRef row);
     /// Something more for programs.
@@ -44,5 +41,4 @@ private:
     RowRef m_row;
     QJsonObject m_document;
     std::vector<KorString> m_sentences;
-    std::vector<KorString> m_notes;
 };

@@ -17,6 +17,7 @@ struct Wanted {
     std::function<int(WindowStart&, DataFolder&)> window; ///< where neither is set the editor is opened
     const PictureOptions* picture = &edit.picture;        ///< of the window
     bool opensFolder = true;
+    bool usesStandard = true; ///< a Standard that is not there is told
 };
 
 /// A command with options of its own, which live as long as the command line is read.

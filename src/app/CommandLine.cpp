@@ -8,6 +8,9 @@
 #include "app/HelpLanguage.h"
 #include "app/ProgramStart.h"
 #include "app/RequestCommand.h"
+#include "app/SourceChoice.h"
+#include "app/WordLists.h"
+#include "app/WrongUsage.h"
 #include "base/Translation.h"
 #include "base/Utf8.h"
 #include "data/store/DatabaseName.h"
@@ -27,33 +30,6 @@
 #include <set>
 #include <sstream>
 
-namespace {
-
-// Below a line that says what they are.
-std::string wordList(const KorString& head, const std::vector<std::string>& words) {
-    std::string text = head.toStdString();
-    std::size_t column = 200;
-    for (const std::string& word : words) {
-        column += word.size() + 1;
-        if (column > 78) {
-            text += "\n ";
-            column = word.size() + 2;
-        }
-        text += " " + word;
-    }
-    return text;
-}
-
-std::string kindList(const std::function<bool(const TableSchema&)>& isMeant = {}) {
-    std::vector<std::string> kinds;
-    for (const TableSchema& table : allTables())
-        if (!isMeant || isMeant(table))
-            kinds.push_back(table.kindName());
-    return wordList(translated("KIND is one of:"), kinds);
-}
-
-} // namespace
-
 void addJson(CLI::App* command, bool& json) {
     command->add_flag("--json", json, translatable("Print JSON for other programs"));
 }
@@ -67,7 +43,7 @@ void addRow(CLI::App* command, RowOptions& row, const char* sourceHelp,
     command->add_option("NAME", row.name, translatable("Its name, or its key as [KEY] where it has none"))
         ->required();
     command->add_option("--source", row.source, sourceHelp);
-    command->footer(kindList(isMeant));
+    command->footer(WordLists::kinds(isMeant));
 }
 
 namespace {
@@ -163,7 +139,7 @@ void addList(CLI::App& app, Wanted& wanted) {
     command->add_option("--source", options->source,
                         translatable("standard, user, or an add-in; by default all of them"));
     command->add_option("--kind", options->kind, translatable("Which records"))->capture_default_str();
-    command->footer(kindList());
+    command->footer(WordLists::kindsWithCaptions());
     addJson(command, options->json);
 }
 
@@ -209,7 +185,7 @@ void addDrawing(CLI::App& app, Wanted& wanted) {
         ->check(refuseEmpty);
     const std::vector<std::string> parts = KorDSMSampleParts(KorResources::folder() / "parts").names();
     if (!parts.empty())
-        command->footer(wordList(translated("PART is one of:"), parts));
+        command->footer(WordLists::of(translated("PART is one of:"), parts));
     command
         ->add_option("--part", options->part,
                      translatable("Name of the sample part; by default the one that suits the style"))
@@ -333,6 +309,20 @@ LockWait::Ask tellOfLocks() {
     };
 }
 
+// Who names other sources alone does not miss the Standard.
+bool mayUseStandard(const CLI::App& app) {
+    const CLI::App* command = &app;
+    while (!command->get_subcommands().empty())
+        command = command->get_subcommands().front();
+    const auto isStandard = [command](const char* name) {
+        const CLI::Option* option = command->get_option_no_throw(name);
+        return option && option->count() > 0 &&
+               KorString(option->results().back()).lowered() == SourceChoice::nameOf(SourceId::standard());
+    };
+    const CLI::Option* source = command->get_option_no_throw("--source");
+    return !source || source->count() == 0 || isStandard("--source") || isStandard("--to");
+}
+
 int run(char** argv, const Wanted& wanted) {
     LockWait::setAsk(tellOfLocks());
     KorDSMPasswords::current().setKeyring(std::make_unique<DesktopKeyring>());
@@ -347,7 +337,9 @@ int run(char** argv, const Wanted& wanted) {
         folder.open();
     else
         folder.takeReports();
-    std::ranges::for_each(folder.problems(), &Console::complain);
+    for (const KorString& problem : folder.problems())
+        if (!wanted.command || wanted.usesStandard || problem != folder.noStandard())
+            Console::complain(problem);
     const int code = wanted.command  ? judgedAnew([&] { return wanted.command(folder); })
                      : wanted.window ? wanted.window(start, folder)
                                      : openEditor(start, folder, wanted.edit);
@@ -372,9 +364,14 @@ int runCommandLine(int argc, char** argv) {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         std::ostringstream text;
+        if (const KorString wrong = wrongUsage(app, {argv + 1, argv + argc}, error); !wrong.isEmpty()) {
+            Console::complain(wrong);
+            return kExitUsage;
+        }
         const int code = app.exit(error, text, std::cerr) == 0 ? kExitDone : kExitUsage;
         Console::sayAsItIs(text.str());
         return Console::finish() ? code : kExitFailed;
     }
+    wanted.usesStandard = mayUseStandard(app);
     return run(argv, wanted);
 }

@@ -101,13 +101,37 @@ const TableSchema* tableOf(const Place& place) {
     return table;
 }
 
+struct ColumnOfTable {
+    const TableSchema* table;
+    const Column* column;
+};
+
+// "set" takes those, too, by which another row files the record.
+std::vector<ColumnOfTable> columnsIn(const Place& place) {
+    const TableSchema* table = tableOf(place);
+    std::vector<ColumnOfTable> columns;
+    if (!table)
+        return columns;
+    for (const Column& column : table->columns)
+        columns.push_back({table, &column});
+    if (place.command->get_name() != "set" || place.command->get_parent()->get_name() == "entry")
+        return columns;
+    for (const TableSchema& other : allTables())
+        if (std::ranges::any_of(other.columns, [table](const Column& column) {
+                return column.role == eReferenceRole::kIdentifies && column.target == table->type;
+            }))
+            for (const Column& column : other.columns)
+                if (column.role == eReferenceRole::kFiledUnder)
+                    columns.push_back({&other, &column});
+    return columns;
+}
+
 using Names = std::vector<std::string>;
 
 Names columnsOf(const Place& place, const char* behind) {
     Names names;
-    if (const TableSchema* table = tableOf(place))
-        for (const Column& column : table->columns)
-            names.push_back(column.name + behind + "\t" + table->columnName(column));
+    for (const auto& [table, column] : columnsIn(place))
+        names.push_back(column->name + behind + "\t" + table->columnName(*column));
     return names;
 }
 
@@ -129,14 +153,16 @@ Names wordsIn(const std::string& choice) {
 }
 
 Names valuesOf(const Place& place, const std::string& columnName) {
-    const TableSchema* table = tableOf(place);
-    const Column* column = table ? table->column(columnName) : nullptr;
-    if (column && column->isReference())
-        return StoredNames(place.data).records(*findTable(column->target), place.source);
+    const std::vector<ColumnOfTable> columns = columnsIn(place);
+    const auto found =
+        std::ranges::find(columns, columnName, [](const auto& each) { return each.column->name; });
+    if (found == columns.end())
+        return {};
+    if (found->column->isReference())
+        return StoredNames(place.data).records(*findTable(found->column->target), place.source);
     Names words;
-    if (column)
-        for (const KorString& name : KorDSMValueText::valueNames(*table, *column))
-            words.push_back(name.toStdString());
+    for (const KorString& name : KorDSMValueText::valueNames(*found->table, *found->column))
+        words.push_back(name.toStdString());
     return words;
 }
 

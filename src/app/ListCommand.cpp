@@ -96,6 +96,13 @@ void printColumns(const std::vector<ListedRow>& rows) {
     Console::printColumns(heading, lines);
 }
 
+KorString sayNone(const TableSchema& table, const std::string& source) {
+    return KorString::format(source.empty()
+                                 ? translated("There is nothing of the kind \"%s\".")
+                                 : translated("There is nothing of the kind \"%s\" in the source \"%s\"."),
+                             {table.kindName(), source});
+}
+
 } // namespace
 
 int listCommand(DataFolder& folder, const ListOptions& options) {
@@ -110,6 +117,8 @@ int listCommand(DataFolder& folder, const ListOptions& options) {
         std::ranges::move(rowsOf(id, *table.value), std::back_inserter(rows));
     if (options.json)
         printJson(*table.value, rows);
+    else if (rows.empty())
+        Console::say(sayNone(*table.value, options.source));
     else
         printColumns(rows);
     const bool lost = complainOfReading();

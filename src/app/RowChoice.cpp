@@ -5,6 +5,7 @@
 #include "base/Translation.h"
 #include "data/RowUsers.h"
 #include "records/OwnWords.h"
+#include "services/OtherWordings.h"
 #include "session/KorDSMValueText.h"
 #include "session/KorDSMWhereUsed.h"
 
@@ -12,6 +13,16 @@
 
 const StructRecord* RowChoice::record() const {
     return StyleDatabases::current().source(source)->table(table->type).find(key);
+}
+
+std::vector<FilingCell> RowChoice::filingCells() const {
+    std::vector<FilingCell> cells;
+    for (const Referrer& referrer : StyleDatabases::current().source(source)->referrersOf(table->type, key))
+        if (referrer.column->role == eReferenceRole::kIdentifies)
+            for (const Column& column : referrer.table->columns)
+                if (column.role == eReferenceRole::kFiledUnder)
+                    cells.push_back({{source, referrer.table, KorOdbcKey(referrer.key)}, &column});
+    return cells;
 }
 
 namespace {
@@ -53,12 +64,40 @@ KorString RowChoice::whyShared() const {
                                  {here.store().name(), kind, name});
 }
 
+namespace {
+
+// However it is written.
+KorString plainKind(const KorString& kind) {
+    return kind.lowered().replaced("-", " ").replaced("_", " ").trimmed();
+}
+
+// The table whose rows are called so in some language.
+const TableSchema* tableCalled(const KorString& kind) {
+    const OtherWordings otherWordings;
+    const auto isMeant = [wanted = plainKind(kind)](const KorString& word) {
+        return plainKind(word) == wanted;
+    };
+    for (const TableSchema& table : allTables())
+        if (isMeant(table.kindName()) || isMeant(KorDSMValueText::tableCaption(table)))
+            return &table;
+    for (const TableSchema& table : allTables())
+        if (std::ranges::any_of(otherWordings.of(KorDSMValueText::tableCaption(table)), isMeant))
+            return &table;
+    return nullptr;
+}
+
+} // namespace
+
 Result<const TableSchema*> RowChoice::findKind(const std::string& kind) {
     if (const TableSchema* table = findTable(std::string_view(kind)))
+        return table;
+    if (const TableSchema* table = tableCalled(kind))
         return table;
     std::vector<KorString> kinds;
     for (const TableSchema& each : allTables())
         kinds.emplace_back(each.kindName());
+    for (const TableSchema& each : allTables())
+        kinds.push_back(KorDSMValueText::tableCaption(each));
     return Result<>::failure(
         KorString::format(translated("There is no kind \"%s\"; \"detailstyles list --help\" names them all."),
                           {kind}) +
@@ -81,18 +120,19 @@ KorString whyNamesAreUnknown(StyleSource& source, const TableSchema& table, cons
 
 KorString noneNamed(const TableSchema& table, const RowOptions& options) {
     const KorString missing = options.source.empty() ? SourceChoice::missing() : KorString();
-    if (!missing.isEmpty())
-        return KorString::format(translated("No %s named \"%s\" was found, but the source \"%s\", which may "
-                                            "hold it, cannot be used."),
-                                 {table.rowName(), options.name, missing});
     std::vector<KorString> names;
     for (const SourceId id : SourceChoice::choose(options.source).value)
         std::ranges::move(RowChoice::namesIn(StyleDatabases::current().source(id)->table(table.type)),
                           std::back_inserter(names));
-    return KorString::format(options.source.empty()
-                                 ? translated("There is no %s named \"%s\".")
-                                 : translated("There is no %s named \"%s\" in the source \"%s\"."),
-                             {table.rowName(), options.name, options.source}) +
+    const KorString pattern =
+        !options.source.empty() ? translated("There is no %s named \"%s\" in the source \"%s\".")
+        : missing.isEmpty()     ? translated("There is no %s named \"%s\".")
+        : missing == SourceChoice::nameOf(SourceId::standard()) // why was told
+            ? translated("There is no %s named \"%s\" in the sources that can be used.")
+            : translated("No %s named \"%s\" was found, but the source \"%s\", which may hold it, cannot be "
+                         "used.");
+    return KorString::format(pattern, {table.rowName(), options.name,
+                                       options.source.empty() ? missing : KorString(options.source)}) +
            didYouMean(options.name, names);
 }
 

@@ -5,6 +5,7 @@
 #include "base/Result.h"
 #include "records/RowRef.h"
 
+struct FilingCell;
 struct FoundRow;
 
 /// One row that the user named.
@@ -15,6 +16,10 @@ struct RowChoice {
 
     const StructRecord* record() const;
     RowRef ref() const { return {table->type, key}; }
+
+    /// Where the record is filed, if another row says so: a detail style is filed by the number by which the
+    /// host knows it.
+    std::vector<FilingCell> filingCells() const;
 
     /// Why others than this row would change with it, or may, in one sentence; empty when that is not so. Its
     /// source must be current.
@@ -39,8 +44,14 @@ struct RowChoice {
     static KorString severalNamed(StyleSource& source, const StyleTable& table,
                                   const std::vector<std::int32_t>& keys);
 
-    /// The table of a kind.
+    /// The table of a kind: by its name, or by what the editor calls its rows in any of its languages.
     static Result<const TableSchema*> findKind(const std::string& kind);
+};
+
+/// A cell that says where a record is filed.
+struct FilingCell {
+    RowChoice row;
+    const Column* column;
 };
 
 /// What came of a search for a row.

@@ -37,21 +37,25 @@ KorString whyNotChanged(const RowChoice& row) {
                      {SourceChoice::nameOf(row.source)});
 }
 
-int write(const RowChoice& row, const Column& column, const CellValue& value, const ChangeOptions& how) {
+// `cell` is in the row, or in the one by which it is filed.
+int write(const RowChoice& row, const FilingCell& cell, const CellValue& value, const ChangeOptions& how) {
     ChangeReport report("set", how);
-    const KorString before = KorDSMValueText::toText(*row.table, column, *row.record());
+    const auto text = [&] {
+        return KorDSMValueText::toText(*cell.row.table, *cell.column, *cell.row.record());
+    };
+    const KorString before = text();
     const KorString name = row.record()->name;
-    if (!writeCells(row, column, value))
-        return ChangeReport::refuse(
-            KorString::format(translated("The value could not be written to column \"%s\"."), {column.name}));
+    if (!writeCells(cell.row, *cell.column, value))
+        return ChangeReport::refuse(KorString::format(
+            translated("The value could not be written to column \"%s\"."), {cell.column->name}));
     report.isAbout(row.source, row.ref());
-    report.note(KorString::format(translated("Changed \"%s\" of the %s \"%s\" from \"%s\" to \"%s\"."),
-                                  {row.table->columnName(column), row.table->rowName(), name, before,
-                                   KorDSMValueText::toText(*row.table, column, *row.record())}));
+    report.say(KorString::format(
+        translated("Changed \"%s\" of the %s \"%s\" from \"%s\" to \"%s\"."),
+        {cell.row.table->columnName(*cell.column), row.table->rowName(), name, before, text()}));
     return report.finish();
 }
 
-int set(const RowChoice& row, const Column& column, const SetOptions& options) {
+int set(const RowChoice& row, const FilingCell& cell, const SetOptions& options) {
     StyleDatabases& databases = StyleDatabases::current();
     const bool isOnServer = databases.source(row.source)->store().isOnServer(); // which knows why
     const std::string whyOfStore =
@@ -62,12 +66,12 @@ int set(const RowChoice& row, const Column& column, const SetOptions& options) {
     }
     if (const KorString why = whyNotChanged(row); !why.isEmpty())
         return ChangeReport::refuse(why);
-    const Result<CellValue> typed = TypedValue::read({row.table->type, row.key}, column, options.value);
+    const Result<CellValue> typed = TypedValue::read(cell.row.ref(), *cell.column, options.value);
     if (!typed)
         return ChangeReport::refuse(KorString(typed.error));
     if (const KorString shared = options.how.shared ? KorString() : row.whyShared(); !shared.isEmpty())
         return ChangeReport::refuse(shared);
-    return write(row, column, typed.value, options.how);
+    return write(row, cell, typed.value, options.how);
 }
 
 } // namespace
@@ -77,10 +81,13 @@ int setCommand(DataFolder&, const SetOptions& options) {
     if (found.tell() != kExitDone)
         return found.code;
     const RowChoice& row = found.value;
-    const Result<const Column*> column =
-        TypedValue::findColumn(*row.table, TypedValue::columnsOf(*row.table), options.column);
+    const std::vector<FilingCell> filing = row.filingCells();
+    std::vector<const Column*> columns = TypedValue::columnsOf(*row.table);
+    std::ranges::transform(filing, std::back_inserter(columns), &FilingCell::column);
+    const Result<const Column*> column = TypedValue::findColumn(*row.table, columns, options.column);
     if (!column)
         return ChangeReport::refuse(KorString(column.error), kExitUsage);
     const ScopedSource request(row.source);
-    return set(row, *column.value, options);
+    const auto filed = std::ranges::find(filing, column.value, &FilingCell::column);
+    return set(row, filed == filing.end() ? FilingCell{row, column.value} : *filed, options);
 }

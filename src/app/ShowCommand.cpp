@@ -24,18 +24,11 @@ struct RelatedRow {
     const Column* column; ///< the cell in it that refers to the shown one
 };
 
-// A detail style is filed by the row by which the host knows it.
 std::vector<std::pair<const Column*, KorString>> filedBy(const RowChoice& row) {
     std::vector<std::pair<const Column*, KorString>> filing;
-    StyleSource& source = *StyleDatabases::current().source(row.source);
-    for (const Referrer& referrer : source.referrersOf(row.table->type, row.key)) {
-        if (referrer.column->role != eReferenceRole::kIdentifies)
-            continue;
-        const StructRecord* record = source.table(referrer.table->type).find(KorOdbcKey(referrer.key));
-        for (const Column& column : referrer.table->columns)
-            if (column.role == eReferenceRole::kFiledUnder)
-                filing.emplace_back(&column, KorDSMValueText::toText(*referrer.table, column, *record));
-    }
+    for (const FilingCell& cell : row.filingCells())
+        filing.emplace_back(cell.column,
+                            KorDSMValueText::toText(*cell.row.table, *cell.column, *cell.row.record()));
     return filing;
 }
 

@@ -6,6 +6,7 @@
 #include "base/Translation.h"
 #include "data/WriteRefusal.h"
 #include "session/KorDSMValueText.h"
+#include "session/LabelDoubts.h"
 
 #include <algorithm>
 
@@ -106,11 +107,14 @@ Result<const Column*> findColumn(const TableSchema& table, const std::vector<con
         didYouMean(name, names));
 }
 
-void tellUnlistedScale(const Column& column, const CellValue& value) {
+void tellDoubts(const TableSchema& table, const Column& column, const CellValue& value) {
     if (column.kind == eColumnKind::kScale && !KorDSMValueText::isOfferedScale(std::get<double>(value)))
         Console::complain(KorString::format(
             translated("The scale %s is stored, although it is none of those that the editor offers."),
             {KorDSMValueText::scaleText(std::get<double>(value))}));
+    if (const auto* text = std::get_if<KorString>(&value))
+        if (const KorString doubt = LabelDoubts::of(table, column, *text); !doubt.isEmpty())
+            Console::complain(doubt);
 }
 
 } // namespace TypedValue

@@ -19,8 +19,8 @@ KorString givenTwice(const Column& column);
 /// All columns of a table.
 std::vector<const Column*> columnsOf(const TableSchema& table);
 
-/// Any scale can be drawn, but a slip of the finger looks like one: says so where the value is a scale that
-/// is not offered.
-void tellUnlistedScale(const Column& column, const CellValue& value);
+/// Any scale can be drawn, and texts in braces may be meant, but a slip of the finger looks like one: says so
+/// where the value is a scale that is not offered, or a label that is drawn otherwise than it seems.
+void tellDoubts(const TableSchema& table, const Column& column, const CellValue& value);
 
 } // namespace TypedValue

@@ -146,9 +146,15 @@ void DataFolder::tellOfUnknownSources(const SourceSettings& settings) {
 }
 
 void DataFolder::openPlace(SourceId id, const SourceSettings::Place& place) {
-    if (const Result<> result = open(id, place); !result)
+    const Result<> result = open(id, place);
+    if (!result)
         tell(result.error);
-    m_complete = m_complete && StyleDatabases::current().source(id);
+    std::error_code error;
+    const bool isAbsent = !result && id == SourceId::standard() && place.file == m_folder / "standard.dsdb" &&
+                          fs::symlink_status(place.file, error).type() == fs::file_type::not_found;
+    if (id == SourceId::standard())
+        m_noStandard = isAbsent ? KorString(result.error) : KorString();
+    m_complete = m_complete && (isAbsent || StyleDatabases::current().source(id));
 }
 
 Result<> DataFolder::open(SourceId id, const SourceSettings::Place& place) {

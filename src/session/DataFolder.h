@@ -52,7 +52,11 @@ public:
     /// Sentences for the user, one for each thing that is wrong.
     const std::vector<KorString>& problems() const { return m_problems; }
     /// Whether every database and add-in that should be there is in use.
-    bool isComplete() const { return m_complete; }
+    bool isComplete() const { return m_complete && m_noStandard.isEmpty(); }
+    /// The same but for a Standard whose file is simply not there.
+    bool isCompleteButForStandard() const { return m_complete; }
+    /// The problem that this Standard is; empty where there is one.
+    const KorString& noStandard() const { return m_noStandard; }
 
 private:
     void openSources();
@@ -66,6 +70,7 @@ private:
 
     std::filesystem::path m_folder;
     std::vector<KorString> m_problems;
+    KorString m_noStandard;
     std::vector<Refused> m_refused;
     std::map<std::string, OdbcError> m_silent; // servers, by connection
     bool m_complete = true;

@@ -65,6 +65,8 @@ TEST_F(CommandTest, ShowsARecordAsItsUserReadsIt) {
 TEST_F(CommandTest, SetStoresAValueInTheUserDatabase) {
     EXPECT_EQ(run({"set", "length-clip", "Long", "interval", "12.5 cm"}).exitCode, 0);
     EXPECT_EQ(column(run({"show", "length-clip", "Long", "--json"}), "interval")["value"], 125.0);
+    EXPECT_EQ(run({"set", "length-clip", "Long", "interval", "5"}).output,
+              "Changed \"interval\" of the clipping strategy \"Long\" from \"125 mm\" to \"5 mm\".\n");
     EXPECT_EQ(run({"set", "detail-style", "Heavy beam", "view_1", "Section"}).exitCode, 0);
     EXPECT_EQ(run({"set", "detail-style", "Heavy beam", "automatic_clipping", "yes"}).exitCode, 0);
     EXPECT_EQ(run({"set", "detail-style", "Heavy beam", "name", "Schwerer Träger"}).exitCode, 0);
@@ -72,7 +74,13 @@ TEST_F(CommandTest, SetStoresAValueInTheUserDatabase) {
     EXPECT_EQ(column(style, "view_1")["text"], "Section");
     EXPECT_EQ(column(style, "automatic_clipping")["value"], 1);
     EXPECT_EQ(column(run({"show", "detail-style", "Beam", "--json"}), "automatic_clipping")["value"], 0);
-    // The host knows the style by its number row, which has the style's name.
+    // The host knows the style by its number row, which has the style's name and says where it is filed.
+    EXPECT_EQ(run({"new", "base-category", "Others"}).exitCode, 0);
+    EXPECT_EQ(run({"set", "detail-style", "Beam", "category", "Others"}).output,
+              "Changed \"category\" of the detail style \"Beam\" from \"Beams\" to \"Others\".\n");
+    EXPECT_EQ(run({"show", "detail-style", "Beam", "--json"}).json()["filed"]["category"], "Others");
+    EXPECT_TRUE(
+        run({"set", "detail-style", "Beam", "catgory", "Beams"}).complaints[0].contains("category\"?"));
     EXPECT_EQ(run({"set", "detail-style", "Beam", "name", "Träger"}).exitCode, 0);
     EXPECT_EQ(column(run({"show", "detail-master", "Träger", "--json"}), "style")["text"], "Träger");
 }
@@ -269,6 +277,45 @@ TEST_F(CommandTest, CheckFindsWhatIsWrongInAFile) {
     EXPECT_TRUE(broken.complaints.isEmpty());
 }
 
+TEST_F(CommandTest, LabelsThatAreDrawnAsTheyStandAreNoted) {
+    const auto told = [&](const QString& text) {
+        const ProgramRun set = run({"set", "detail-style", "Beam", "title_format", text});
+        EXPECT_EQ(set.exitCode, 0);
+        const QString noted = set.complaints.join('\n');
+        const QString checked = run({"check"}).output;
+        EXPECT_TRUE(noted.isEmpty() ? !checked.contains(" drawn ") : checked.contains("\": " + noted))
+            << checked.toStdString();
+        return noted;
+    };
+    for (const char* sound : {"{L1}{mark} {{x}}", "Plan {see below}", "Plan"})
+        EXPECT_EQ(told(sound), "");
+    EXPECT_TRUE(told("{mark}").contains("{mark} would be filled in only where the text begins with {L1}."));
+    EXPECT_TRUE(told("{L1}{bogus}").contains("by the name {bogus}, ") &&
+                told("{bogus}").contains("{quantity}"));
+    EXPECT_TRUE(told("{L1}a {size=x}").contains("from \"{size=x}\" on"));
+    EXPECT_TRUE(run({"set", "view-request", "Front", "callout_title_template", "{view}", "--shared"})
+                    .complaints.isEmpty())
+        << "which needs no mark";
+}
+
+TEST_F(CommandTest, AFolderWithoutStandardIsUsableAndSaysSoOnce) {
+    std::filesystem::remove(data() / "standard.dsdb");
+    const ProgramRun own = run({"list", "--source", "user", "--kind", "repr-map"});
+    EXPECT_EQ(own.exitCode, 0);
+    EXPECT_TRUE(own.complaints.isEmpty()) << own.complaints.join('\n').toStdString();
+    EXPECT_EQ(own.output, "There is nothing of the kind \"repr-map\" in the source \"user\".\n");
+    const QStringList mistyped = run({"show", "detail-style", "Baem"}).complaints;
+    EXPECT_EQ(mistyped.filter("tandard").size(), 1) << mistyped.join('\n').toStdString();
+    EXPECT_TRUE(mistyped.last().contains("Did you mean \"Beam\"?")) << mistyped.last().toStdString();
+    EXPECT_EQ(run({"list", "--source", "standard"}).complaints.filter("does not exist").size(), 1);
+    const ProgramRun noted = run({"check"});
+    EXPECT_TRUE(noted.output.contains("note: ") && !noted.output.contains("warning: "));
+    EXPECT_EQ(noted.exitCode, 0);
+    EXPECT_EQ(noted.complaints.size(), 1);
+    writeBytes(data() / "standard.dsdb", "rubbish");
+    EXPECT_EQ(run({"check"}).exitCode, 1);
+}
+
 TEST_F(CommandTest, EditPaintsTheOpenEditorAtAStyle) {
     for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
         environment.remove(variable);
@@ -314,6 +361,35 @@ TEST_F(CommandTest, HelpAndWrongUsage) {
     }
     EXPECT_FALSE(runBare({"new", "--help"}).output.contains("point-type")) << "which nobody makes";
     EXPECT_TRUE(runBare({"entry", "add", "--help"}).output.contains("  detail-style view-request repr-map"));
+    for (const char* kind : {"Length_Clip", "Clipping strategy", "clipping-strategy", "Kürzungsstrategie"})
+        EXPECT_EQ(run({"show", kind, "Long"}).exitCode, 0) << kind;
+    EXPECT_TRUE(run({"list", "--kind", "Clipping strtegy"}).complaints[0].contains("\"Clipping strategy\"?"));
+    EXPECT_TRUE(
+        runBare({"list", "--help"}).output.contains("\n  repr-map                Representation map\n"));
+    const std::pair<QStringList, const char*> wrong[] = {
+        {{"lst", "--source", "user"},
+         "no command and no file \"lst\"; \"detailstyles --help\" names the commands. "
+         "Did you mean \"list\"?"},
+        {{"entry", "ad", "repr-map", "Map"},
+         "no command \"entry ad\"; \"detailstyles entry --help\" names those that "
+         "there are. Did you mean \"add\"?"},
+        {{"list", "--kidn", "repr-map"},
+         "no option \"--kidn\"; \"detailstyles list --help\" names them. Did you "
+         "mean \"--kind\"?"},
+        {{"picture", "Beam", "--highlight", "appearance", "Holes", "--out", "x.svg"},
+         "Too few words follow "
+         "--highlight; it takes KIND"},
+        {{"picture", "Beam", "--highlight", "appearance", "--out", "x.svg"},
+         "Too few words follow --highlight"},
+        {{"entry", "add", "view-request", "Front", "--value", "Beams", "--at", ""},
+         "--at: must not be empty"},
+    };
+    for (const auto& [words, sentence] : wrong) {
+        const ProgramRun refused = run(words);
+        EXPECT_EQ(refused.exitCode, 2);
+        EXPECT_TRUE(refused.complaints.join('\n').contains(sentence))
+            << refused.complaints.join('\n').toStdString();
+    }
     EXPECT_EQ(run({"nonsense"}).exitCode, 2);
     EXPECT_EQ(run({"list", "--nonsense"}).exitCode, 2);
     EXPECT_EQ(run({"edit", "--screenshot", "none.png", "--size", "99999x99999"}).exitCode, 2);

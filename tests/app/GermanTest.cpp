@@ -26,7 +26,14 @@ TEST_F(GermanTest, HelpWrongUsageAndWrongNamesAreGerman) {
     EXPECT_FALSE(help.contains("Options") || help.contains("Usage") || help.contains("Print"));
     sql("user.dsdb", "INSERT INTO area_type (key, name) VALUES (1, 'Whole part')");
     const std::vector<std::pair<QStringList, QString>> wrong = {
-        {{"list", "--nonsense"}, "Unerwartete Angabe: --nonsense"},
+        {{"list", "--nonsense"}, "Die Option „--nonsense“ gibt es nicht"},
+        {{"list", "Beam", "x"}, "Unerwartete Angabe"},
+        {{"lst"},
+         "Weder einen Befehl noch eine Datei „lst“ gibt es; „detailstyles --help“ nennt die Befehle. "
+         "Meinten Sie „list“?"},
+        {{"set", "detail-style", "Beam", "title_format", "{bogus}"},
+         "Eine Variable {bogus} ist nicht bekannt"},
+        {{"show", "längenkürzung", "Long"}, "Die Art „längenkürzung“ gibt es nicht"},
         {{"show", "detail-style"}, "NAME fehlt."},
         {{"list", "--source"}, "--source: Es fehlen Angaben"},
         {{"show", "view-request", "Nirgends"},

@@ -77,6 +77,7 @@ TEST_F(ManualTest, CompletionOffersWhatTheDataFolderHas) {
         {"detailstyles --data DATA show --source user detail-style ", {}},
         {"detailstyles show detail-style Beam ", {}},
         {"detailstyles set length-clip Long inter", {"interval"}},
+        {"detailstyles --data DATA set detail-style Beam category ", {"Beams"}},
         {"detailstyles --data DATA new detail-style X --value view_1=F", {"view_1=Front"}},
         {"detailstyles entry add repr-map X --value qualifier_", {"qualifier_set="}},
         {"detailstyles import x.dsdb --same-name ", {"both", "mine", "replace"}},
