@@ -117,10 +117,11 @@ int listCommand(DataFolder& folder, const ListOptions& options) {
         std::ranges::move(rowsOf(id, *table.value), std::back_inserter(rows));
     if (options.json)
         printJson(*table.value, rows);
-    else if (rows.empty())
-        Console::say(sayNone(*table.value, options.source));
     else
         printColumns(rows);
     const bool lost = complainOfReading();
+    const bool isSure = !lost && (!options.source.empty() || folder.isCompleteButForStandard());
+    if (rows.empty() && isSure && !options.json)
+        Console::say(sayNone(*table.value, options.source));
     return (options.source.empty() && !folder.isComplete()) || lost ? kExitFailed : kExitDone;
 }

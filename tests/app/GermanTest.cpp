@@ -33,7 +33,7 @@ TEST_F(GermanTest, HelpWrongUsageAndWrongNamesAreGerman) {
          "Meinten Sie „list“?"},
         {{"set", "detail-style", "Beam", "title_format", "{bogus}"},
          "Eine Variable {bogus} ist nicht bekannt"},
-        {{"show", "längenkürzung", "Long"}, "Die Art „längenkürzung“ gibt es nicht"},
+        {{"list", "--kind", "darstelungstabelle"}, "Meinten Sie „Darstellungstabelle“?"},
         {{"show", "detail-style"}, "NAME fehlt."},
         {{"list", "--source"}, "--source: Es fehlen Angaben"},
         {{"show", "view-request", "Nirgends"},
