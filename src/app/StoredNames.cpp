@@ -7,7 +7,8 @@
 #include "session/SourceSettings.h"
 #include "shell/DataFolderPlace.h"
 
-#include <set>
+#include <algorithm>
+#include <utility>
 
 StoredNames::StoredNames(const std::string& data) : m_folder(locateDataFolder(data)) {}
 
@@ -33,7 +34,9 @@ std::vector<std::string> StoredNames::sources() const {
 
 std::vector<std::string> StoredNames::records(const TableSchema& table, const std::string& source) const {
     LockWait::setLimit({});
-    std::set<std::string> names;
+    TableSchema named = table; // the other columns of a large table would take as long as all this may
+    std::erase_if(named.columns, [](const Column& column) { return column.name != "name"; });
+    std::vector<std::string> names;
     for (const auto& [name, file] : files()) {
         if (file.empty() || (!source.empty() && source != name)) // nobody waits for a server while typing
             continue;
@@ -41,13 +44,15 @@ std::vector<std::string> StoredNames::records(const TableSchema& table, const st
             SqliteStore::open(file.string(), SqliteStore::eMode::kRead, SqliteStore::eCheck::kNone);
         if (!opened.store)
             continue;
-        const std::unique_ptr<RowArray> rows = table.makeRows();
+        const std::unique_ptr<RowArray> rows = named.makeRows();
         std::vector<ReadProblem> problems;
-        static_cast<void>(opened.store->readTable(table, *rows, problems));
+        static_cast<void>(opened.store->readTable(named, *rows, problems));
         for (int i = 0; i < rows->size(); ++i)
-            if (const std::string text = OwnWords::nameOf(table.type, rows->at(i)).toStdString();
+            if (std::string text = OwnWords::nameOf(table.type, rows->at(i)).toStdString();
                 !text.empty() && text.find_first_of("\t\n") == std::string::npos)
-                names.insert(text);
+                names.push_back(std::move(text));
     }
-    return {names.begin(), names.end()};
+    std::ranges::sort(names);
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+    return names;
 }

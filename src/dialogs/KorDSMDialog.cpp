@@ -18,25 +18,15 @@
 #include <QListView>
 #include <QTreeWidget>
 
-namespace {
-
-// As in the lists that do so themselves.
-void soften(QAbstractItemView& view) {
-    QPalette palette = view.palette();
-    KorItemSelection::soften(palette);
-    view.setPalette(palette);
-}
-
-} // namespace
-
 KorDSMDialog::KorDSMDialog(int templateId, QWidget* parent) : QDialog(parent) {
     KorTemplates::setUp(templateId, this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     KorReadable::keep(this);
+    // As in the lists that do so themselves.
     for (auto* tree : findChildren<QTreeWidget*>())
-        soften(*tree);
+        KorItemSelection::keepSoft(tree);
     for (auto* list : findChildren<QListView*>())
-        soften(*list);
+        KorItemSelection::keepSoft(list);
     connectButtons();
 }
 

@@ -4,6 +4,7 @@
 #include "controls/KorInfoCtrl.h"
 #include "controls/KorListCtrl.h"
 #include "controls/KorMnemonics.h"
+#include "controls/KorOwnColors.h"
 #include "controls/KorQt.h"
 #include "dialogs/UsageList.h"
 #include "services/Prompts.h"
@@ -84,11 +85,9 @@ void KorDSMDialogConfirmation::OnInitDialog(const KorDSMSharedRecord& record) {
     setCaption(1214, 33910);
     setCaption(kDontAsk, 19798);
     setCaption(2, 21017);
-    if (auto* name = KorControls::find<QLabel>(this, kRunName)) {
-        QPalette palette = name->palette();
-        palette.setColor(QPalette::WindowText, runNameColour(palette));
-        name->setPalette(palette);
-    }
+    new KorOwnColors(KorControls::find(this, kRunName), [](QPalette& own, const QPalette& around) {
+        own.setColor(QPalette::WindowText, runNameColour(around));
+    });
     for (const eAction action : {kModify, kMakeCopy, kCancelModification})
         if (auto* radio = KorControls::find<QRadioButton>(this, kModifyRadio + action))
             connect(radio, &QRadioButton::clicked, this, [this, action] { m_action = action; });

@@ -108,10 +108,7 @@ void KorDSMDialogSources::test(const QLineEdit& field) {
 }
 
 void KorDSMDialogSources::say(const QString& sentence, bool isFault) {
-    QPalette colors;
-    if (isFault)
-        colors.setColor(QPalette::WindowText, KorStyle::noteColor(palette()));
-    m_outcome->setPalette(colors);
+    KorStyle::setNoteColor(*m_outcome, isFault);
     m_outcome->setText(sentence);
 }
 

@@ -129,6 +129,8 @@ void PageHead::build() {
     m_users->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     lines->addWidget(m_missing = plainLabel());
     m_missing->setWordWrap(true);
+    KorStyle::setNoteColor(*m_missing, true);
+    KorStyle::setNoteColor(*m_colleagues, true);
     m_missing->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* line = new QFrame;
     line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
@@ -182,10 +184,6 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     m_missing->setText(toQt(KorDSMRecordState::missingText(source, m_shown)));
     // The page does not move under the hand that makes good what was missing.
     m_missing->setVisible(!m_missing->text().isEmpty() || (isSame && !m_missing->isHidden()));
-    QPalette warning;
-    warning.setColor(QPalette::WindowText, KorStyle::noteColor(palette()));
-    m_missing->setPalette(warning);
-    m_colleagues->setPalette(warning);
     showColleagues();
 }
 

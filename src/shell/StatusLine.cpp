@@ -48,10 +48,7 @@ void StatusLine::showServers(const KorString& colleagues, const KorString& troub
     const QString text = toQt(!trouble.isEmpty() ? trouble : waits.isEmpty() ? colleagues : waits);
     m_servers->setWhole(text);
     m_servers->setVisible(!text.isEmpty());
-    QPalette colors;
-    if (!trouble.isEmpty())
-        colors.setColor(QPalette::WindowText, KorStyle::noteColor(m_status->palette()));
-    m_servers->setPalette(colors);
+    KorStyle::setNoteColor(*m_servers, !trouble.isEmpty());
 }
 
 void StatusLine::showProgress(const DsmProgress& progress) {

@@ -245,6 +245,42 @@ TEST_F(Accessibility, TextsIconsAndMarksStandOutInEachPalette) {
     });
 }
 
+// Desktops turn dark in the evening, whatever is open.
+TEST_F(Accessibility, WhatIsOpenTakesTheColoursThatTheDesktopTurnsTo) {
+    QList<QPalette> fresh;
+    qsizetype at = 0;
+    const auto seen = [](QWidget& window) {
+        QWidgetList all = window.findChildren<QWidget*>();
+        all.removeIf([](const QWidget* widget) { return !widget->isVisible(); });
+        return all << &window;
+    };
+    const auto keep = [&](QWidget& window) {
+        for (const QWidget* widget : seen(window))
+            fresh << widget->palette();
+    };
+    const auto compare = [&](QWidget& window) {
+        QApplication::setPalette(desktopPalette(true));
+        QApplication::processEvents();
+        for (const QWidget* widget : seen(window)) {
+            ASSERT_LT(at, fresh.size());
+            EXPECT_TRUE(widget->palette() == fresh.at(at++))
+                << widget->metaObject()->className() << ' ' << KorControls::id(widget) << " of "
+                << window.metaObject()->className();
+        }
+        QApplication::setPalette(desktopPalette(false));
+        QApplication::processEvents();
+    };
+    QApplication::setPalette(desktopPalette(true));
+    open();
+    onEachPage(keep);
+    onEachDialog(keep);
+    QApplication::setPalette(desktopPalette(false));
+    open();
+    onEachPage(compare);
+    onEachDialog(compare);
+    EXPECT_EQ(at, fresh.size());
+}
+
 // A letter that leads to two controls leads to neither at once.
 TEST_F(Accessibility, NoTwoMnemonicsOfAWindowAreTheSameInAnyLanguage) {
     for (const char* language : {"en", "de"}) {

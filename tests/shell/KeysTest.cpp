@@ -9,6 +9,7 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
@@ -28,11 +29,19 @@ protected:
         if (!QApplication::activePopupWidget())
             active().activateWindow(); // offscreen, a closed dialog does not hand the activation back
         const QPointer<QWidget> window = &active();
+        const auto pressed = [&window] {
+            QWidgetList down;
+            for (auto* button : window->findChildren<QAbstractButton*>())
+                if (button->isDown())
+                    down << button;
+            return down;
+        };
+        const QWidgetList before = pressed(); // the file dialog shows so what is on
         QTest::keyClick(window->windowHandle(), static_cast<Qt::Key>(key), modifiers);
         QApplication::processEvents();
         // A letter presses a button for a moment.
         while (window &&
-               std::ranges::any_of(window->findChildren<QAbstractButton*>(), &QAbstractButton::isDown))
+               std::ranges::any_of(pressed(), [&](auto* button) { return !before.contains(button); }))
             QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     void type(const char* text) {
@@ -52,25 +61,31 @@ protected:
         }
         ADD_FAILURE() << "no letter leads to " << caption.toStdString();
     }
-    // An entry of the menu that a key opens where the focus is, by its letter.
-    void choose(const char* command) {
+    // The menu that a key opens where the focus is, and what is done in it.
+    void openMenu(int opener, Qt::KeyboardModifiers modifiers, std::function<void(QMenu&)> act) {
         QTimer wait;
         bool isOpen = false;
-        QObject::connect(&wait, &QTimer::timeout, &wait, [this, command, &wait, &isOpen] {
+        QObject::connect(&wait, &QTimer::timeout, &wait, [&] {
             auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
             if (!menu)
                 return;
             wait.stop();
             isOpen = true;
-            for (const QAction* action : menu->actions())
-                if (KorMnemonics::plain(action->text()) == command && action->isEnabled())
-                    return key(QKeySequence::mnemonic(action->text())[0].key());
-            menu->close();
-            ADD_FAILURE() << "no command " << command;
+            act(*menu);
         });
         wait.start();
-        key(Qt::Key_F10, Qt::ShiftModifier);
-        EXPECT_TRUE(isOpen) << command;
+        key(opener, modifiers);
+        EXPECT_TRUE(isOpen);
+    }
+    // An entry of the menu of the right mouse button, by its letter.
+    void choose(const char* command) {
+        openMenu(Qt::Key_F10, Qt::ShiftModifier, [this, command](QMenu& menu) {
+            for (const QAction* action : menu.actions())
+                if (KorMnemonics::plain(action->text()) == command && action->isEnabled())
+                    return key(QKeySequence::mnemonic(action->text())[0].key());
+            menu.close();
+            ADD_FAILURE() << "no command " << command;
+        });
     }
     // The next dialog of that class is answered by these keys.
     template <typename Dialog = QDialog>
@@ -80,6 +95,14 @@ protected:
     void answerByName(const char* name) {
         answer([this, name] {
             type(name);
+            key(Qt::Key_Return);
+        });
+    }
+    void answerFile(const std::string& file) {
+        answer<QFileDialog>([this, file] {
+            alt("File name");
+            key(Qt::Key_A, Qt::ControlModifier);
+            type(file.c_str());
             key(Qt::Key_Return);
         });
     }
@@ -262,4 +285,44 @@ TEST_F(TasksByKeys, PartsWithoutAnOwnerAreRemoved) {
     answer<QMessageBox>([this] { alt("Yes"); });
     choose("Compact database…");
     EXPECT_TRUE(isPending());
+}
+
+TEST_F(TasksByKeys, StylesGoIntoAFileAndComeFromIt) {
+    open();
+    const std::string file = m_folder.file("to another office.dsdb");
+    find("HB post 1:15");
+    answerFile(file);
+    answer<QMessageBox>([this] { key(Qt::Key_Return); });
+    key(Qt::Key_E, Qt::ControlModifier);
+    ASSERT_TRUE(std::filesystem::exists(file));
+    answerByName("Mine");
+    key(Qt::Key_F2);
+    const int before = m_databases->source(SourceId::user())->table(kTableDetailStyle).rows().size();
+    answerFile(file);
+    answer<KorDSMDialogImport>([this] { key(Qt::Key_Return); });
+    answer<QMessageBox>([this] { key(Qt::Key_Return); });
+    key(Qt::Key_I, Qt::ControlModifier);
+    EXPECT_EQ(m_databases->source(SourceId::user())->table(kTableDetailStyle).rows().size(), before + 1);
+    EXPECT_EQ(selected(), "HB post 1:15");
+}
+
+TEST_F(TasksByKeys, SeveralStepsAreTakenBackAtOnce) {
+    open();
+    find("HB post 1:15");
+    for (const char* name : {"One", "Two", "Three"}) {
+        answerByName(name);
+        key(Qt::Key_F2);
+    }
+    const QWidget* undo = control<KorButtonGroup>(1211)->button(1);
+    for (int stop = 0; stop < 40 && QApplication::focusWidget() != undo; ++stop)
+        key(Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), undo);
+    openMenu(Qt::Key_Down, Qt::AltModifier, [this](QMenu& menu) {
+        EXPECT_EQ(menu.actions().size(), 3);
+        key(Qt::Key_Down);
+        if (menu.activeAction() == menu.actions().first())
+            key(Qt::Key_Down);
+        key(Qt::Key_Return);
+    });
+    EXPECT_EQ(selected(), "One");
 }

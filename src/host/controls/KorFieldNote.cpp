@@ -17,21 +17,7 @@ public:
         setWordWrap(true);
         setTextFormat(Qt::PlainText);
         setTextInteractionFlags(Qt::TextSelectableByMouse);
-        takeColour();
-    }
-
-protected:
-    void changeEvent(QEvent* event) override {
-        QLabel::changeEvent(event);
-        if (event->type() == QEvent::ApplicationPaletteChange)
-            takeColour();
-    }
-
-private:
-    void takeColour() {
-        QPalette colours;
-        colours.setColor(QPalette::WindowText, KorStyle::noteColor(colours));
-        setPalette(colours);
+        KorStyle::setNoteColor(*this, true);
     }
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controls/KorOwnColors.h"
+
 #include <QStyleOptionViewItem>
 
 namespace KorItemSelection {
@@ -21,6 +23,17 @@ inline void soften(QPalette& palette) {
 
 inline void soften(QStyleOptionViewItem* option) {
     soften(option->palette);
+}
+
+/// Shows the selected rows of a list so from now on.
+inline void keepSoft(QWidget* list) {
+    new KorOwnColors(list, [](QPalette& own, const QPalette& around) {
+        QPalette soft = around;
+        soften(soft);
+        for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+            for (const auto role : {QPalette::Highlight, QPalette::HighlightedText})
+                own.setColor(group, role, soft.color(group, role));
+    });
 }
 
 } // namespace KorItemSelection

@@ -1,13 +1,10 @@
 #include "controls/KorReadable.h"
 
-#include <QApplication>
-#include <QEvent>
-#include <QWidget>
+#include "controls/KorOwnColors.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <optional>
 
 namespace {
 
@@ -77,42 +74,6 @@ QColor readableText(const QPalette& palette, QPalette::ColorGroup group, const T
         seen, end, [&](const QColor& text) { return lowestContrast(palette, group, row, text) >= kWanted; });
 }
 
-/// Keeps the palette of a widget, its parent.
-class Keeper : public QObject {
-public:
-    explicit Keeper(QWidget* root) : QObject(root), m_root(root) {
-        root->installEventFilter(this);
-        update();
-    }
-
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange ||
-            event->type() == QEvent::ParentChange)
-            update();
-        return false;
-    }
-
-private:
-    void update() {
-        const QWidget* parent = m_root->isWindow() ? nullptr : m_root->parentWidget();
-        const QPalette natural = parent ? parent->palette() : QApplication::palette(m_root);
-        if (m_natural == natural)
-            return;
-        m_natural = natural;
-        const QPalette readable = KorReadable::palette(natural);
-        QPalette own;
-        own.setResolveMask(0);
-        for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
-            for (const TextRow& row : textRows())
-                if (readable.color(group, row.text) != natural.color(group, row.text))
-                    own.setColor(group, row.text, readable.color(group, row.text));
-        m_root->setPalette(own);
-    }
-
-    QWidget* m_root;
-    std::optional<QPalette> m_natural;
-};
-
 } // namespace
 
 double KorReadable::contrast(const QColor& a, const QColor& b) {
@@ -146,5 +107,11 @@ QPalette KorReadable::palette(const QPalette& palette) {
 }
 
 void KorReadable::keep(QWidget* root) {
-    new Keeper(root);
+    new KorOwnColors(root, [](QPalette& own, const QPalette& around) {
+        const QPalette readable = KorReadable::palette(around);
+        for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+            for (const TextRow& row : textRows())
+                if (readable.color(group, row.text) != around.color(group, row.text))
+                    own.setColor(group, row.text, readable.color(group, row.text));
+    });
 }

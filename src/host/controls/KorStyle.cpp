@@ -1,5 +1,6 @@
 #include "controls/KorStyle.h"
 
+#include "controls/KorOwnColors.h"
 #include "controls/KorPictures.h"
 #include "controls/KorReadable.h"
 
@@ -123,8 +124,14 @@ QColor KorStyle::focusColor(const QPalette& palette) {
     return seen(palette, palette.color(QPalette::Highlight), 1.05);
 }
 
-QColor KorStyle::noteColor(const QPalette& palette) {
-    return isDark(palette) ? QColor(255, 150, 130) : QColor(170, 20, 20);
+void KorStyle::setNoteColor(QWidget& words, bool on) {
+    for (QObject* part : words.children())
+        if (auto* colors = dynamic_cast<KorOwnColors*>(part))
+            return colors->setOn(on);
+    if (on)
+        new KorOwnColors(&words, [](QPalette& own, const QPalette& around) {
+            own.setColor(QPalette::WindowText, isDark(around) ? QColor(255, 150, 130) : QColor(170, 20, 20));
+        });
 }
 
 void KorStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -158,6 +165,13 @@ QSize KorStyle::sizeFromContents(ContentsType type, const QStyleOption* option, 
     if (type == CT_PushButton && button && (button->features & QStyleOptionButton::HasMenu))
         result.rwidth() += kBeforeArrow;
     return result;
+}
+
+int KorStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                        QStyleHintReturn* returned) const {
+    return hint == SH_DialogButtonBox_ButtonsHaveIcons
+               ? 0
+               : QProxyStyle::styleHint(hint, option, widget, returned);
 }
 
 QIcon KorStyle::standardIcon(StandardPixmap picture, const QStyleOption* option,

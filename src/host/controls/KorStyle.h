@@ -22,8 +22,9 @@ public:
     /// The colour of thin lines that divide what stands on `ground`: seen, not shouting, in any palette.
     static QColor lineColor(const QPalette& palette, QPalette::ColorRole ground);
 
-    /// The colour of words on a window that warn: read easily in any palette.
-    static QColor noteColor(const QPalette& palette);
+    /// Shows words on a window in the colour of those that warn, read easily in whatever palette comes, or as
+    /// all others.
+    static void setNoteColor(QWidget& words, bool on);
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
@@ -31,6 +32,9 @@ public:
                             const QWidget* widget) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                            const QWidget* widget) const override;
+    /// Buttons of message boxes have words alone, as those of the other dialogs.
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override;
     /// The pictures of message boxes are the program's own; all others those of Fusion.
     QIcon standardIcon(StandardPixmap picture, const QStyleOption* option,
                        const QWidget* widget) const override;
