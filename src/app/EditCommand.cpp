@@ -48,9 +48,9 @@ bool handOver(const DataFolder& folder, const EditOptions& options) {
     return true;
 }
 
-// Leaves it to the editor that is open, or to one that another start opens at the same time.
+// Leaves it to the editor that is open, or that another start opens at the same time, if it answers.
 bool isLeftToAnother(WindowStart& start, const DataFolder& folder, const EditOptions& options) {
-    return handOver(folder, options) || (!start.beFound(folder) && handOver(folder, options));
+    return !start.beFound(folder) && handOver(folder, options);
 }
 
 // Editors of several folders can be open at once. The window gets its title when it opens.

@@ -372,8 +372,8 @@ TEST_F(CommandTest, HelpAndWrongUsage) {
         {{"lst", "--source", "user"},
          "no command and no file \"lst\"; \"detailstyles --help\" names the commands. "
          "Did you mean \"list\"?"},
-        {{"entry", "ad", "repr-map", "Map"},
-         "no command \"entry ad\"; \"detailstyles entry --help\" names those that "
+        {{"entry", "adx", "repr-map", "Map"},
+         "no command \"entry adx\"; \"detailstyles entry --help\" names those that "
          "there are. Did you mean \"add\"?"},
         {{"list", "--kidn", "repr-map"},
          "no option \"--kidn\"; \"detailstyles list --help\" names them. Did you "
