@@ -13,6 +13,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
+#include <QSettings>
 #include <QWindow>
 
 namespace {
@@ -20,6 +21,11 @@ namespace {
 // The tasks of the help, without a mouse: keys go to the window that would get them.
 class TasksByKeys : public EditorFixture {
 protected:
+    // The toolkit's file dialog remembers there how it was left.
+    TasksByKeys() {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                           QString::fromStdString(m_folder.file("toolkit")));
+    }
     QWidget& active() {
         QWidget* popup = QApplication::activePopupWidget();
         QWidget* modal = QApplication::activeModalWidget();
