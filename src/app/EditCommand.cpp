@@ -40,17 +40,22 @@ OpenRequest requestFor(const EditOptions& options) {
             QString::fromStdString(options.style.source), qEnvironmentVariable("XDG_ACTIVATION_TOKEN")};
 }
 
-bool handOver(const DataFolder& folder, const EditOptions& options) {
-    if (!RunningEditor::handOver(folder.path(), requestFor(options)))
-        return false;
+RunningEditor::eAnswer handOver(const DataFolder& folder, const EditOptions& options) {
+    const RunningEditor::eAnswer answer = RunningEditor::handOver(folder.path(), requestFor(options));
+    if (answer != RunningEditor::eAnswer::kTaken)
+        return answer;
     Console::say(translated("The editor is open already; its window shows what was wanted."));
     KorHostReport::take(); // was told, and is told by the window
-    return true;
+    return answer;
 }
 
-// Leaves it to the editor that is open, or that another start opens at the same time, if it answers.
+// Leaves it to the editor that is open, or that another start opens at the same time. One that gives no
+// answer is waited for once; without a display nothing can be opened to be found.
 bool isLeftToAnother(WindowStart& start, const DataFolder& folder, const EditOptions& options) {
-    return !start.beFound(folder) && handOver(folder, options);
+    using enum RunningEditor::eAnswer;
+    const RunningEditor::eAnswer answer = handOver(folder, options);
+    return answer == kTaken ||
+           (!start.beFound(folder) && answer == kNobody && handOver(folder, options) == kTaken);
 }
 
 // Editors of several folders can be open at once. The window gets its title when it opens.

@@ -128,16 +128,17 @@ bool connects(const Socket& socket, const std::string& place) {
 
 } // namespace
 
-bool RunningEditor::handOver(const fs::path& dataFolder, const OpenRequest& request) {
+RunningEditor::eAnswer RunningEditor::handOver(const fs::path& dataFolder, const OpenRequest& request) {
     const Socket socket;
     if (!connects(socket, placeOf(dataFolder)))
-        return false;
+        return eAnswer::kNobody;
     const QJsonObject document{{"file", request.file},
                                {"style", request.style},
                                {"source", request.source},
                                {"activation", request.activation}};
-    return socket.send(QJsonDocument(document).toJson(QJsonDocument::Compact)) &&
-           ::shutdown(socket.handle(), SHUT_WR) == 0 && socket.receive().startsWith(kTaken);
+    const bool isTaken = socket.send(QJsonDocument(document).toJson(QJsonDocument::Compact)) &&
+                         ::shutdown(socket.handle(), SHUT_WR) == 0 && socket.receive().startsWith(kTaken);
+    return isTaken ? eAnswer::kTaken : eAnswer::kNone;
 }
 
 RunningEditor::RunningEditor(const fs::path& dataFolder, Receiver receiver)

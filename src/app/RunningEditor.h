@@ -21,9 +21,10 @@ struct OpenRequest {
 /// it by a socket in a folder of the user's own, and leave to it what they were to show.
 class RunningEditor : public QObject {
 public:
-    /// Hands the request to the editor of the data folder. Returns whether there is one, and it took the
-    /// request.
-    static bool handOver(const std::filesystem::path& dataFolder, const OpenRequest& request);
+    enum class eAnswer { kTaken, kNobody, kNone };
+    /// Hands the request to the editor of the data folder. Returns whether it took that, there is nobody, or
+    /// it gave no answer, for which it is waited some seconds.
+    static eAnswer handOver(const std::filesystem::path& dataFolder, const OpenRequest& request);
 
     /// Is told of a request. Returns whether it is done with that; otherwise the request is kept.
     using Receiver = std::function<bool(const OpenRequest&)>;
