@@ -14,6 +14,7 @@
 #include "services/KorResources.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMPartList.h"
+#include "session/KorDSMReadAhead.h"
 #include "session/KorDSMSearch.h"
 #include "shell/KorDSMMainDialog.h"
 #include "shell/KorDSMSectionTree.h"
@@ -22,7 +23,9 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDialogButtonBox>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTabBar>
@@ -83,6 +86,26 @@ void openEditor(benchmark::State& state) {
         dialog.reset();
         state.ResumeTiming();
     }
+}
+
+// The longest that a key has to wait for a piece of what is read ahead.
+void readAhead(benchmark::State& state) {
+    double slowest = 0;
+    for (auto run : state) {
+        state.PauseTiming();
+        auto databases = openDatabases();
+        load();
+        state.ResumeTiming();
+        for (bool isMore = true; isMore;) {
+            const Stopwatch watch;
+            isMore = KorDSMReadAhead::step();
+            slowest = std::max(slowest, watch.seconds());
+        }
+        state.PauseTiming();
+        structure().emptyDataStructure();
+        state.ResumeTiming();
+    }
+    state.counters["slowest_ms"] = slowest * 1000;
 }
 
 void selectItem(benchmark::State& state) {
@@ -182,16 +205,34 @@ void referenceNames(benchmark::State& state) {
     }
 }
 
-// Opening the search, and the hits of a key in it.
+// Opening the search, what it collects while nobody types, and the hits of a key in it.
 void openSearch(benchmark::State& state) {
     OpenEditor editor;
     for (auto run : state)
         KorDSMSearch search({SourceId::standard(), {}}, {});
 }
 
+void collectAhead(benchmark::State& state) {
+    OpenEditor editor;
+    double slowest = 0;
+    for (auto run : state) {
+        state.PauseTiming();
+        KorDSMSearch search({SourceId::standard(), {}}, {});
+        state.ResumeTiming();
+        for (bool isMore = true; isMore;) {
+            const Stopwatch watch;
+            isMore = search.collectAhead();
+            slowest = std::max(slowest, watch.seconds());
+        }
+    }
+    state.counters["slowest_ms"] = slowest * 1000;
+}
+
 void searchKey(benchmark::State& state) {
     OpenEditor editor;
     KorDSMSearch search({SourceId::standard(), {}}, {});
+    while (search.collectAhead())
+        ;
     const std::string words = "view request of the works 12";
     std::size_t length = 0;
     double slowest = 0;
@@ -255,6 +296,24 @@ void acceptNext() {
         else if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
             dialog->accept();
     });
+}
+
+// The yardstick of both: an empty dialog with a field, and a message box, each shown and accepted.
+void referenceQuestions(benchmark::State& state) {
+    WritableEditor editor;
+    for (auto run : state) {
+        QDialog named(editor.dialog.get());
+        auto* layout = new QVBoxLayout(&named);
+        layout->addWidget(new QLabel("Name", &named));
+        layout->addWidget(new QLineEdit("A style", &named));
+        layout->addWidget(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &named));
+        acceptNext();
+        named.exec();
+        acceptNext();
+        QMessageBox::question(editor.dialog.get(), "Delete", "Delete \"A style\"?",
+                              QMessageBox::Yes | QMessageBox::No);
+        QApplication::processEvents();
+    }
 }
 
 // Through the strip's buttons, with the dialogs that ask for the name and for consent. The first pair reads
@@ -355,7 +414,7 @@ double residentMegabytes() {
     return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
 }
 
-// Resident memory above a process that shows the empty dialog with the page forms.
+// Resident memory, with all tables read, above a process that shows the empty dialog with the page forms.
 void reportMemory() {
     {
         QDialog dialog;
@@ -364,6 +423,7 @@ void reportMemory() {
     }
     const double fileSize = static_cast<double>(fs::file_size(GeneratedStandard::file())) / 1e6;
     const double before = residentMegabytes();
+
     const OpenEditor editor;
     const double used = residentMegabytes() - before;
     std::cout << "memory: file " << fileSize << " MB, editor above an empty Qt program " << used
@@ -374,14 +434,17 @@ void reportMemory() {
 
 BENCHMARK(referenceOpen)->Unit(benchmark::kMillisecond)->MinTime(3);
 BENCHMARK(openEditor)->Unit(benchmark::kMillisecond)->MinTime(3);
+BENCHMARK(readAhead)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(selectItem)->Unit(benchmark::kMillisecond);
 BENCHMARK(firstLists)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(filterKey)->Unit(benchmark::kMillisecond);
 BENCHMARK(referenceNames)->Unit(benchmark::kMillisecond);
 BENCHMARK(openSearch)->Unit(benchmark::kMillisecond);
+BENCHMARK(collectAhead)->Unit(benchmark::kMillisecond);
 BENCHMARK(searchKey)->Unit(benchmark::kMillisecond);
 BENCHMARK(referenceUpdate)->Unit(benchmark::kMillisecond);
 BENCHMARK(guardedWriteWithTwins)->Unit(benchmark::kMillisecond);
+BENCHMARK(referenceQuestions)->Unit(benchmark::kMillisecond);
 BENCHMARK(copyAndDelete)->Unit(benchmark::kMillisecond);
 BENCHMARK(openList)->Arg(500)->Unit(benchmark::kMillisecond);
 BENCHMARK(moveInList)->Arg(500)->Unit(benchmark::kMillisecond);

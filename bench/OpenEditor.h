@@ -8,6 +8,7 @@
 #include "shell/KorDSMSectionTree.h"
 
 #include <QApplication>
+#include <QTimer>
 
 #include <filesystem>
 
@@ -74,6 +75,12 @@ inline void paint(QWidget& window) {
     window.grab();
 }
 
+// Until all is read that the window reads ahead while the hand rests.
+inline void rest(const QWidget& window) {
+    for (const auto* ahead = window.findChild<QTimer*>("readAhead"); ahead && ahead->isActive();)
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
 // An editor on the generated Standard, with the first category open.
 struct OpenEditor {
     explicit OpenEditor(const std::string& standard = GeneratedStandard::file())
@@ -82,6 +89,7 @@ struct OpenEditor {
         dialog = std::make_unique<KorDSMMainDialog>(nullptr);
         dialog->OnInitDialog();
         paint(*dialog);
+        rest(*dialog);
         KorTreeHandle database = tree().getChildItem(tree().getRoot());
         tree().expand(database);
         category = tree().getChildItem(database);
@@ -104,6 +112,7 @@ struct WritableEditor {
         dialog = std::make_unique<KorDSMMainDialog>(nullptr);
         dialog->OnInitDialog();
         paint(*dialog);
+        rest(*dialog);
         KorTreeCtrl& tree = *dialog->currentTree().control();
         KorTreeHandle entry = tree.getNextSiblingItem(tree.getChildItem(tree.getRoot()));
         for (int level = 0; level < 3; ++level) {

@@ -7,8 +7,8 @@
 /// Who refers to the rows of one table of one source, by the key referred to.
 class ReferenceIndex {
 public:
-    /// Room for `count` more cells.
-    void reserve(int count);
+    /// Room for what `rows`, of `table`, say about rows of `target`.
+    void reserve(const TableSchema& table, const RowArray& rows, eTableType target);
     /// Adds what the reference columns of `record`, a row of `table`, say about rows of `target`.
     void add(const TableSchema& table, const StructRecord& record, eTableType target);
     void add(std::int32_t targetKey, const Referrer& referrer);
@@ -18,11 +18,16 @@ public:
     std::vector<Referrer> referrersOf(std::int32_t targetKey) const;
 
 private:
-    /// A chain goes through all cells of one bucket; buckets are a power of two.
+    /// A chain goes through all cells of one bucket; buckets are a power of two. As small as can be: a large
+    /// database has a million.
     struct Cell {
-        std::int32_t target = 0;
+        std::int32_t target = 0; ///< 0 where it is free
         std::int32_t next = kEnd;
-        Referrer referrer;
+        std::int32_t key = 0;
+        std::int16_t table = 0;  ///< type
+        std::int16_t column = 0; ///< index in the table's columns
+
+        Referrer referrer() const;
     };
     static constexpr std::int32_t kEnd = -1;
 

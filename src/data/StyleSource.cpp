@@ -2,6 +2,7 @@
 
 #include "base/KorAssert.h"
 #include "base/Translation.h"
+#include "data/ReferenceIndex.h"
 #include "data/store/LockWait.h"
 #include "data/store/ReadTransaction.h"
 
@@ -12,6 +13,11 @@
 struct StyleSource::Reading : ReadTransaction {
     using ReadTransaction::ReadTransaction;
 };
+
+StyleSource::StyleSource(SourceId id, std::unique_ptr<StyleStore> store)
+    : m_id(id), m_store(std::move(store)) {}
+
+StyleSource::~StyleSource() = default;
 
 StyleTable& StyleSource::table(eTableType type) {
     const TableSchema* schema = findTable(type);
@@ -95,6 +101,35 @@ Result<> StyleSource::complete() {
                      translated(
                          "\"%s\" could not be read whole, so what depends on all of it is not done: %s"),
                      {m_store->name(), lost->sentence}));
+}
+
+bool StyleSource::readAhead() {
+    if (m_isOutdated || hasFailed() || m_store->isOnServer())
+        return false;
+    for (const TableSchema& schema : allTables())
+        if (!isRead(schema))
+            return readAhead(schema);
+    for (const TableSchema& schema : allTables())
+        if (!m_references[static_cast<std::size_t>(schema.type)]) {
+            references(schema.type);
+            return true;
+        }
+    return false;
+}
+
+// What cannot be read now is no failure: nobody wanted it yet.
+bool StyleSource::readAhead(const TableSchema& schema) {
+    const LockWait::Brief brief;
+    const Reading reading(*m_store);
+    if (m_state.value_or(reading.state()) != reading.state())
+        return false;
+    const auto known = static_cast<std::ptrdiff_t>(m_problems.size());
+    if (read(schema, reading))
+        return true;
+    m_tables[static_cast<std::size_t>(schema.type)].reset();
+    m_failures.erase(schema.type);
+    m_problems.erase(m_problems.begin() + known, m_problems.end());
+    return false;
 }
 
 bool StyleSource::hasAllRows(eTableType type) const {
@@ -183,7 +218,7 @@ ReferenceIndex& StyleSource::references(eTableType target) {
         if (std::ranges::find(schema.columns, target, &Column::target) == schema.columns.end())
             continue;
         const RowArray& rows = table(schema.type).rows();
-        slot->reserve(rows.size());
+        slot->reserve(schema, rows, target);
         for (int i = 0; i < rows.size(); ++i)
             slot->add(schema, rows.at(i), target);
     }

@@ -1,14 +1,16 @@
 #pragma once
 
-#include "data/ReferenceIndex.h"
 #include "data/StyleTable.h"
 #include "data/store/StoredSince.h"
 #include "records/KorDSNDefinitions.h"
+#include "records/Referrer.h"
 
 #include <array>
 #include <map>
 #include <optional>
 #include <set>
+
+class ReferenceIndex;
 
 /// What rows of a source were before they were changed; null for those that were not there.
 struct RowJournal {
@@ -22,7 +24,8 @@ struct RowJournal {
 /// touched; from then on reads are look-ups in memory and see pending changes.
 class StyleSource {
 public:
-    StyleSource(SourceId id, std::unique_ptr<StyleStore> store) : m_id(id), m_store(std::move(store)) {}
+    StyleSource(SourceId id, std::unique_ptr<StyleStore> store);
+    ~StyleSource();
 
     SourceId id() const { return m_id; }
     StyleStore& store() { return *m_store; }
@@ -45,6 +48,10 @@ public:
     /// out, no cell was replaced by its default, and the database is not of a newer version, which may hold
     /// what this program does not know.
     Result<> complete();
+    /// Reads one table, or indexes the references to one, that nobody asked for yet, so that a later command
+    /// need not. Returns whether it did: it leaves that to the command where the database cannot be read at
+    /// once, was changed since, or is on a server.
+    bool readAhead();
     /// Whether no row of a table that was read is left out.
     bool hasAllRows(eTableType type) const;
     /// Whether the default is shown in the place of what this cell holds.
@@ -88,6 +95,7 @@ private:
     struct Reading;
 
     bool read(const TableSchema& schema, const Reading& reading);
+    bool readAhead(const TableSchema& schema);
     void note(const std::string& sentence);
     void note(eTableType type, std::int32_t key);
     void takeRow(const TableSchema& table, const StructRecord& row);

@@ -49,6 +49,11 @@ KorDSMDialogSearch::KorDSMDialogSearch(KorDSMSearch& search, SearchHitList::Pict
     connect(m_field, &QLineEdit::textChanged, this, &KorDSMDialogSearch::look);
     connect(m_view, &QListView::activated, this, &KorDSMDialogSearch::accept);
     connect(m_view, &QListView::clicked, this, &KorDSMDialogSearch::accept);
+    connect(&m_rest, &QTimer::timeout, this, [this] {
+        if (!m_search.collectAhead())
+            m_rest.stop();
+    });
+    m_rest.start(0);
     m_field->setText(toQt(typed));
     m_field->selectAll();
     m_field->setFocus();

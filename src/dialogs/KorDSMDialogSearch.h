@@ -3,6 +3,8 @@
 #include "dialogs/KorDSMDialog.h"
 #include "dialogs/SearchHitList.h"
 
+#include <QTimer>
+
 #include <optional>
 
 class QLabel;
@@ -37,5 +39,6 @@ private:
     QListView* m_view;
     QLabel* m_said;
     SearchHitList* m_hits;
+    QTimer m_rest; // of the hand, before more than a letter is typed
     std::optional<KorDSMSearchHit> m_chosen;
 };

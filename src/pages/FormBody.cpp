@@ -309,6 +309,13 @@ std::pair<int, int> widthsOf(const QLabel& caption) {
 
 // The fields of frames that stand below each other do so too. Long captions leave room to the fields.
 void FormBody::alignCaptions() {
+    QStringList captions;
+    for (const Line& line : m_lines)
+        captions << (line.caption ? line.caption->text() : QString());
+    if (captions == m_aligned && font() == m_alignedFont)
+        return;
+    m_aligned = captions;
+    m_alignedFont = font();
     const int most = kMostLetters * fontMetrics().averageCharWidth();
     for (const eFormSide side : {eFormSide::kLeft, eFormSide::kRight}) {
         const auto isHere = [&](const Line& line) {

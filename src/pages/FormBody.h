@@ -111,4 +111,6 @@ private:
     QVBoxLayout* m_right;
     QVBoxLayout* m_below;
     int m_listCount = 0;
+    QStringList m_aligned; // the captions that were measured
+    QFont m_alignedFont;
 };

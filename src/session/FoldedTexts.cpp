@@ -2,22 +2,32 @@
 
 #include <algorithm>
 #include <cstring>
+#include <numeric>
 
 namespace {
 
 bool isPlain(std::string_view text) {
-    return std::ranges::all_of(text, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+    // All bytes at once: most are plain to the end.
+    return std::accumulate(text.begin(), text.end(), 0U, [](unsigned bits, char byte) {
+               return bits | static_cast<unsigned char>(byte);
+           }) < 0x80;
+}
+
+char lowered(char byte) {
+    return static_cast<char>(byte + (byte >= 'A' && byte <= 'Z' ? 'a' - 'A' : 0));
 }
 
 } // namespace
 
 void FoldedTexts::add(const KorString& text) {
     // Most texts are plain, and need no copy of their own.
-    if (isPlain(text.view()))
-        for (const char byte : text.view())
-            m_texts += byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
-    else
+    if (const std::string_view plain = text.view(); isPlain(plain)) {
+        const std::size_t begin = m_texts.size();
+        m_texts.resize(begin + plain.size());
+        std::ranges::transform(plain, m_texts.begin() + static_cast<std::ptrdiff_t>(begin), lowered);
+    } else {
         m_texts += text.lowered().view();
+    }
     m_texts += '\n';
     m_begins.push_back(static_cast<std::uint32_t>(m_texts.size()));
 }

@@ -189,12 +189,19 @@ std::vector<SourceId> KorDSMSearch::orderedSources(const Here& here) {
 void KorDSMSearch::readSources() {
     m_sources.clear();
     for (const SourceId id : orderedSources(m_here)) {
-        const ScopedSource scoped(id);
         Source& source = m_sources.emplace_back();
         source.source = StyleDatabases::current().source(id);
         for (const TableSchema& table : allTables())
             source.tables.emplace_back(*source.source, table, isEdited(table.type), m_wordings);
     }
+}
+
+bool KorDSMSearch::collectAhead() {
+    return std::ranges::any_of(m_sources, [this](Source& source) {
+        const ScopedSource scoped(source.source->id());
+        return std::ranges::any_of(source.tables,
+                                   [this](SearchTable& table) { return table.collectValues(m_wordings); });
+    });
 }
 
 std::pair<SourceId, RowRef> KorDSMSearch::rowOf(const Here& here, eTableType table) {
@@ -251,8 +258,11 @@ KorDSMSearchResult KorDSMSearch::find(const KorString& typed, std::size_t atMost
     findTerms(query);
     findFields(query);
     findRecords(query);
-    if (countLetters(typed.trimmed().view()) >= kFewest)
+    if (countLetters(typed.trimmed().view()) >= kFewest) {
+        while (collectAhead())
+            ;
         findValues(query);
+    }
     KorDSMSearchResult result;
     for (const Candidate& candidate : query.best())
         result.hits.push_back(describe(query.words, candidate));

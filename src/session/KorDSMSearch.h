@@ -53,6 +53,9 @@ public:
     KorDSMSearch(const Here& here, std::vector<KorDSMSearchTerm> terms);
     ~KorDSMSearch();
 
+    /// Collects the values of one more table, which the first search for values would wait for. Returns
+    /// whether there was one.
+    bool collectAhead();
     /// What fits the typed words, at most `atMost` of each kind.
     KorDSMSearchResult find(const KorString& typed, std::size_t atMost);
     /// Where fields of the table lead to: the row that is shown or a part of it, else the first one of the

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <bit>
 #include <unordered_set>
+#include <utility>
 
 namespace {
 
@@ -51,16 +52,23 @@ std::optional<SearchFit> bestOf(const SearchWords& words, const std::vector<std:
 
 SearchTable::SearchTable(StyleSource& source, const TableSchema& table, bool hasValues,
                          const OtherWordings& wordings)
-    : m_source(&source), m_schema(&table), m_rows(&source.table(table.type).rows()) {
+    : m_source(&source), m_schema(&table), m_rows(&source.table(table.type).rows()),
+      m_areValuesDue(hasValues) {
     const KorString kind = KorDSMValueText::tableCaption(table);
     m_kind = foldedAll(kind, wordings.of(kind));
     m_names.reserve(static_cast<std::size_t>(m_rows->size()));
+    const bool areOwnWords = OwnWords::areIn(table.type); // of which another language has others
     for (int i = 0; i < m_rows->size(); ++i)
-        m_names.add(shownName(m_rows->at(i)));
-    if (hasValues)
-        for (const Column& column : table.columns)
-            if (column.number > 1 && column.role != eReferenceRole::kIdentifies) // its name would come twice
-                addColumn(column, wordings);
+        m_names.add(areOwnWords ? shownName(m_rows->at(i)) : m_rows->at(i).name);
+}
+
+bool SearchTable::collectValues(const OtherWordings& wordings) {
+    if (!std::exchange(m_areValuesDue, false))
+        return false;
+    for (const Column& column : m_schema->columns)
+        if (column.number > 1 && column.role != eReferenceRole::kIdentifies) // its name would come twice
+            addColumn(column, wordings);
+    return true;
 }
 
 // What is stored in English is found by that, too.

@@ -12,9 +12,13 @@
 /// must not come or go meanwhile.
 class SearchTable {
 public:
-    /// `hasValues`: the columns are looked at, too. The source is to be the current one, whose units and
-    /// names values are shown with, and must outlive the object.
+    /// Collects the names. `hasValues`: the columns are looked at, too, once they were collected. The source
+    /// must outlive the object.
     SearchTable(StyleSource& source, const TableSchema& table, bool hasValues, const OtherWordings& wordings);
+
+    /// Collects what the columns show. The source is to be the current one, whose units and names values are
+    /// shown with. Returns whether that was left to do.
+    bool collectValues(const OtherWordings& wordings);
 
     const TableSchema& schema() const { return *m_schema; }
     /// Whether rows came or went since.
@@ -71,5 +75,6 @@ private:
     const RowArray* m_rows;
     std::string m_kind;
     FoldedTexts m_names;
+    bool m_areValuesDue;
     std::vector<Values> m_values;
 };

@@ -91,6 +91,7 @@ int KorDSMMainDialog::OnInitDialog() {
     m_memory.restore();
     m_parts->sections.currentControl().setFocus();
     m_parts->servers.begin();
+    m_parts->ahead.begin();
     return 1;
 }
 
@@ -219,6 +220,7 @@ void KorDSMMainDialog::lookAround() {
     m_parts->recovery.look();
     m_parts->reports.readOutsideChanges();
     m_parts->reports.show();
+    m_parts->ahead.begin();
 }
 
 // What is pending is written down whoever is there: the window that asked for it may be gone.

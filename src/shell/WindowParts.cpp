@@ -35,6 +35,7 @@ WindowParts::WindowParts(QWidget& window, KorDSMDataStructure& structure, KorIma
       applyState(structure, apply, undo, rightSide),
       refresh(structure, sections, filter, selection, navigation, applyState, rightSide),
       reports(window, status, applyState, refresh), servers(reports, status, std::move(mayFollow)),
+      ahead(window),
       recovery(window, [this](const KorDSMCommit::Read& read) { return reports.follow(read); }),
       leaving(window, structure, selection, applyState, reports), usages(window, structure, navigation),
       definitions(window, structure, selection, rightSide, refresh, usages, commands),

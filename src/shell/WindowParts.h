@@ -11,6 +11,7 @@
 #include "shell/KorDSMUndoStrip.h"
 #include "shell/LanguageMenu.h"
 #include "shell/Navigation.h"
+#include "shell/ReadAhead.h"
 #include "shell/RecordMenu.h"
 #include "shell/RecoveryOffer.h"
 #include "shell/Reports.h"
@@ -53,6 +54,7 @@ struct WindowParts {
     WindowRefresh refresh;
     Reports reports;
     ServerWatch servers;
+    ReadAhead ahead;
     RecoveryOffer recovery;
     WindowLeaving leaving;
 

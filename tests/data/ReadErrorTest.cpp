@@ -78,6 +78,32 @@ TEST_F(ReadErrorTest, OfOneCommandOnlyTheFirstWaitForALockTakesTime) {
     LockWait::setAsk(before);
 }
 
+// Nobody asked for it yet: what cannot be read now is no trouble, and nothing of two states is read.
+TEST_F(ReadErrorTest, WhatIsReadAheadIsReadWholeOrLeftToWhoAsksForIt) {
+    ASSERT_EQ(openUser(), "");
+    StyleSource& source = *databases.source(kUser);
+    OtherProgram other(file("user.dsdb"));
+    {
+        const LockWaiting hardly;
+        other.run("BEGIN EXCLUSIVE");
+        EXPECT_FALSE(source.readAhead());
+        other.run("COMMIT");
+    }
+    EXPECT_TRUE(source.problems().empty());
+    EXPECT_FALSE(source.hasFailed());
+    ASSERT_TRUE(source.readAhead());
+    other.run("UPDATE detail_style SET description = 'new'");
+    EXPECT_FALSE(source.readAhead());
+    EXPECT_FALSE(source.isOutdated());
+    EXPECT_EQ(databases.refreshChanged().size(), 1U);
+    while (source.readAhead())
+        ;
+    EXPECT_TRUE(
+        std::ranges::all_of(allTables(), [&](const TableSchema& each) { return source.isRead(each); }));
+    EXPECT_EQ(row<StructDetailStyle>(kUser, "Column")->description, "new");
+    EXPECT_EQ(source.complete().error, "");
+}
+
 TEST_F(ReadErrorTest, TablesOfTwoStatesAreNotTakenForOne) {
     ASSERT_EQ(openUser(), "");
     row<StructDetailStyle>(kUser, "Column");
