@@ -161,7 +161,7 @@ std::optional<ViewFace> seenFace(const std::vector<Loop3>& loops, const Vec3& no
 
 } // namespace
 
-CutSolid cutSolid(const Solid& solid, const ViewCamera& camera) {
+CutSolid cutSolid(const Solid& solid, const Box3& box, const ViewCamera& camera) {
     CutSolid cut;
     const auto addSeen = [&](const std::vector<Loop3>& loops, const Vec3& normal) {
         if (std::optional<ViewFace> seen = seenFace(loops, normal, camera))
@@ -170,14 +170,18 @@ CutSolid cutSolid(const Solid& solid, const ViewCamera& camera) {
     std::vector<Cut> cuts;
     // Faces in the plane of the cut would make it ambiguous.
     const double depth = camera.nearDepth + 1.234e-4;
+    const bool isWhole = box.seenFrom(camera.frame).low.y > depth;
     for (const Face& face : solid.faces) {
-        const auto [nearest, farthest] = depthsOf(face, camera);
+        const bool looksAway = dot(face.normal, camera.frame.y) > kEdgeOn;
+        if (isWhole && looksAway)
+            continue;
+        const auto [nearest, farthest] = isWhole ? std::pair(depth, depth) : depthsOf(face, camera);
         if (farthest < depth)
             continue;
         const bool isCut = nearest < depth;
         if (isCut)
             addCuts(face, camera, depth, cuts);
-        if (dot(face.normal, camera.frame.y) > kEdgeOn)
+        if (looksAway)
             continue;
         if (!isCut) {
             addSeen(face.loops, face.normal);

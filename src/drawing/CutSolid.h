@@ -10,4 +10,5 @@ struct CutSolid {
     std::vector<Loop2> loops;    ///< of the cut face
 };
 
-CutSolid cutSolid(const Solid& solid, const ViewCamera& camera);
+/// `box` lies around the solid.
+CutSolid cutSolid(const Solid& solid, const Box3& box, const ViewCamera& camera);

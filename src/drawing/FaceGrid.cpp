@@ -4,6 +4,18 @@ namespace {
 
 constexpr double kDepthApart = 0.02;
 
+bool isConvex(const Loop2& loop) {
+    double turn = 0;
+    for (std::size_t i = 0, last = loop.size() - 1; i < loop.size(); last = i++) {
+        const double next = cross(loop[i] - loop[last], loop[(i + 1) % loop.size()] - loop[i]);
+        if (next * turn < 0)
+            return false;
+        if (next != 0)
+            turn = next;
+    }
+    return turn != 0;
+}
+
 } // namespace
 
 int FaceGrid::cell(double value, double low, double size) const {
@@ -18,13 +30,16 @@ FaceGrid::Cells FaceGrid::cellsOf(const Box2& box) const {
 void FaceGrid::measure(ViewFace& face) {
     face.boxes.resize(face.loops.size());
     Vec2 longest;
+    double square = 0; // of its length
     for (std::size_t i = 0; i < face.loops.size(); ++i)
         for (std::size_t k = 0; k < face.loops[i].size(); ++k) {
             const Vec2 corner = face.loops[i][k];
             face.boxes[i].add(corner);
             const Vec2 border = face.loops[i][(k + 1) % face.loops[i].size()] - corner;
-            if (border.length() > longest.length())
+            if (const double next = border.u * border.u + border.v * border.v; next > square) {
                 longest = border;
+                square = next;
+            }
         }
     const auto isCorner = [&](Vec2 p) {
         constexpr double kSame = 1e-6;
@@ -33,6 +48,7 @@ void FaceGrid::measure(ViewFace& face) {
     };
     face.fillsBox =
         face.loops.size() == 1 && face.loops[0].size() == 4 && std::ranges::all_of(face.loops[0], isCorner);
+    face.isConvex = !face.loops.empty() && isConvex(face.loops[0]);
     const double length = std::max(longest.length(), 1e-9);
     face.across = Vec2{-longest.v, longest.u} * (1 / length);
     face.lowest = 1e300;
@@ -52,6 +68,7 @@ void FaceGrid::add(ViewFace face) {
 }
 
 void FaceGrid::sort() {
+    std::ranges::stable_sort(m_faces, {}, &ViewFace::nearest);
     m_asked.assign(m_faces.size(), 0);
     m_firsts.assign(static_cast<std::size_t>(kCells * kCells) + 1, 0);
     const auto eachCell = [&](const ViewFace& face, const auto& take) {
@@ -86,7 +103,29 @@ std::pair<int, int> FaceGrid::columnsOf(int row, Vec2 a, Vec2 b, const Cells& ce
             cell(std::max(first, last) + kBeside, m_box.low.u, m_box.width())};
 }
 
-const FaceGrid::Found& FaceGrid::near(const ViewPoint& a, const ViewPoint& b) const {
+// Whether the face hides the segment and what lies beside it, from one end to the other.
+bool FaceGrid::hidesAll(std::size_t index, const ViewPoint& a, const ViewPoint& b, Vec2 beside) const {
+    const ViewFace& face = m_faces[index];
+    if (!face.isConvex)
+        return false;
+    Box2 box;
+    for (const auto& [at, depth] : {a, b})
+        for (const Vec2 point : {at + beside, at - beside}) {
+            if (face.box.low.u > point.u || point.u > face.box.high.u || face.box.low.v > point.v ||
+                point.v > face.box.high.v || face.depthAt(point) >= depth - kDepthApart ||
+                !(face.fillsBox || encloses(face.loops[0], point)))
+                return false;
+            box.add(point);
+        }
+    for (std::size_t l = 1; l < face.boxes.size(); ++l)
+        if (box.low.u <= face.boxes[l].high.u && face.boxes[l].low.u <= box.high.u &&
+            box.low.v <= face.boxes[l].high.v && face.boxes[l].low.v <= box.high.v)
+            return false;
+    m_coverer = index;
+    return true;
+}
+
+const FaceGrid::Found* FaceGrid::near(const ViewPoint& a, const ViewPoint& b) const {
     Box2 box;
     box.add(a.at);
     box.add(b.at);
@@ -96,6 +135,9 @@ const FaceGrid::Found& FaceGrid::near(const ViewPoint& a, const ViewPoint& b) co
     const Vec2 d = b.at - a.at;
     const double length = std::max(d.length(), 1e-9);
     const Vec2 across = {-d.v / length, d.u / length};
+    const Vec2 beside = across * kSide;
+    if (m_coverer < m_faces.size() && hidesAll(m_coverer, a, b, beside))
+        return nullptr;
     const auto isBeside = [&](const Box2& other) {
         const Vec2 middle = other.middle() - a.at;
         return std::abs(middle.u * across.u + middle.v * across.v) >
@@ -122,10 +164,12 @@ const FaceGrid::Found& FaceGrid::near(const ViewPoint& a, const ViewPoint& b) co
             const double atB = b.at.u * face.across.u + b.at.v * face.across.v;
             if (std::max(atA, atB) < face.lowest - 1 || std::min(atA, atB) > face.highest + 1)
                 continue;
+            if (hidesAll(index, a, b, beside))
+                return nullptr;
             m_found.push_back(m_inCells[i]);
         }
     }
-    return m_found;
+    return &m_found;
 }
 
 void FaceGrid::crossings(const Found& faces, const ViewPoint& a, const ViewPoint& b,

@@ -19,6 +19,7 @@ struct ViewFace {
     double dv = 0;
     Box2 box;
     bool fillsBox = false; ///< a rectangle without holes, whose borders are level and upright
+    bool isConvex = false; ///< the first loop is: what joins two points in it lies in it
     Vec2 across;       ///< of length 1, to its longest border, and from where to where it reaches along that:
     double lowest = 0; ///< what lies oblique fills little of its box
     double highest = 0;
@@ -38,8 +39,9 @@ public:
     /// To be called when all faces were added.
     void sort();
 
-    /// The faces that may hide a piece of the segment. Valid until the next question.
-    const Found& near(const ViewPoint& a, const ViewPoint& b) const;
+    /// The faces that may hide a piece of the segment; null where one of them hides all of it. Valid until
+    /// the next question.
+    const Found* near(const ViewPoint& a, const ViewPoint& b) const;
     /// Where, in parts of the way from a to b, their borders or planes are crossed; with 0 and 1, ascending.
     void crossings(const Found& faces, const ViewPoint& a, const ViewPoint& b,
                    std::vector<double>& stops) const;
@@ -55,6 +57,7 @@ private:
 
     static void measure(ViewFace& face);
     static bool contains(const ViewFace& face, Vec2 point);
+    bool hidesAll(std::size_t face, const ViewPoint& a, const ViewPoint& b, Vec2 beside) const;
     int cell(double value, double low, double size) const;
     Cells cellsOf(const Box2& box) const;
     std::pair<int, int> columnsOf(int row, Vec2 a, Vec2 b, const Cells& cells) const;

@@ -6,6 +6,8 @@
 
 #include <array>
 #include <optional>
+#include <unordered_map>
+#include <utility>
 
 namespace {
 
@@ -31,7 +33,7 @@ public:
 
     void add(int index) {
         const PartObject& object = m_part.objects[static_cast<std::size_t>(index)];
-        CutSolid cut = cutSolid(object.solid, m_camera);
+        CutSolid cut = cutSolid(object.solid, object.box, m_camera);
         const bool hides = !cut.faces.empty();
         for (ViewFace& face : cut.faces)
             m_faces.add(std::move(face));
@@ -47,13 +49,13 @@ public:
             const double b = dot(edge.normalB, m_camera.frame.y);
             const bool isSilhouette = (a < -1e-9) != (b < -1e-9);
             if (!edge.smooth || isSilhouette)
-                m_segments.push_back({edge.a, edge.b, ViewLine::kEdge, index,
-                                      edge.circle < 0 ? -1 : circles[static_cast<std::size_t>(edge.circle)],
-                                      hides && std::min(a, b) > kAway});
+                addSegment(edge.a, edge.b, ViewLine::kEdge, index,
+                           edge.circle < 0 ? -1 : circles[static_cast<std::size_t>(edge.circle)],
+                           hides && std::min(a, b) > kAway);
         }
         for (const Loop3& path : object.paths)
             for (std::size_t i = 1; i < path.size(); ++i)
-                m_segments.push_back({path[i - 1], path[i], ViewLine::kPath, index, -1});
+                addSegment(path[i - 1], path[i], ViewLine::kPath, index, -1, false);
         for (const Loop2& loop : cut.loops)
             for (std::size_t i = 0; i < loop.size(); ++i) {
                 const Vec2 a = loop[i];
@@ -66,8 +68,10 @@ public:
 
     void finish() {
         m_faces.sort();
-        for (const Segment& segment : m_segments)
-            addSegment(segment);
+        const std::vector<bool> covered = coveredSegments();
+        for (std::size_t i = 0; i < m_segments.size(); ++i)
+            if (!covered[i])
+                addPieces(m_segments[i]);
         seen.lines = withoutCovered(seen.lines);
     }
 
@@ -75,20 +79,78 @@ public:
 
 private:
     struct Segment {
-        Vec3 a;
-        Vec3 b;
+        ViewPoint a;
+        ViewPoint b;
         ViewLine::eKind kind;
         int object;
         int circle;
-        bool isBehind = false; ///< between two faces that look away: its own solid lies before it
+        bool isBehind; ///< between two faces that look away: its own solid lies before it
+
+        ViewPoint at(double t) const { return {a.at + (b.at - a.at) * t, a.depth + (b.depth - a.depth) * t}; }
     };
+
+    // The part of an edge between the depths of the view, unless all of it lies outside of its window.
+    void addSegment(const Vec3& a, const Vec3& b, ViewLine::eKind kind, int object, int circle,
+                    bool isBehind) {
+        Segment all{{m_camera.flat(a), m_camera.depth(a)},
+                    {m_camera.flat(b), m_camera.depth(b)},
+                    kind,
+                    object,
+                    circle,
+                    isBehind};
+        double from = 0;
+        double to = 1;
+        if (!clip(all.a.depth, all.b.depth, m_camera.nearDepth, m_camera.farDepth, from, to))
+            return;
+        Segment segment = all;
+        segment.a = all.at(from);
+        segment.b = all.at(to);
+        if ((segment.b.at - segment.a.at).length() < 1e-3)
+            return;
+        double inWindow[2] = {0, 1};
+        if (clipToWindow(segment.a.at, segment.b.at, inWindow[0], inWindow[1]))
+            m_segments.push_back(segment);
+    }
+
+    // Which segments lie square to the view and right behind another one: nothing of them would be left.
+    std::vector<bool> coveredSegments() const {
+        using Ends = std::array<double, 5>; // in the view, and whether it is behind
+        const auto hash = [](const Ends& ends) {
+            std::size_t sum = 0;
+            for (const double part : ends)
+                sum = (sum ^ std::hash<double>()(part)) * 0x9E3779B97F4A7C15ULL;
+            return sum ^ sum >> 32;
+        };
+        std::vector<bool> covered(m_segments.size());
+        std::unordered_map<Ends, std::size_t, decltype(hash)> nearest(m_segments.size(), hash);
+        for (std::size_t i = 0; i < m_segments.size(); ++i) {
+            const auto& [a, b] = std::tie(m_segments[i].a, m_segments[i].b);
+            if (a.depth != b.depth)
+                continue;
+            const bool forward = std::pair(a.at.u, a.at.v) < std::pair(b.at.u, b.at.v);
+            const Vec2 low = forward ? a.at : b.at;
+            const Vec2 high = forward ? b.at : a.at;
+            const auto [known, isNew] =
+                nearest.try_emplace({low.u, low.v, high.u, high.v, m_segments[i].isBehind ? 1.0 : 0.0}, i);
+            if (isNew)
+                continue;
+            const bool isNearer = a.depth < m_segments[known->second].a.depth - 1e-6;
+            covered[isNearer ? std::exchange(known->second, i) : i] = true;
+        }
+        return covered;
+    }
+
+    bool clipToWindow(Vec2 a, Vec2 b, double& from, double& to) const {
+        const Box2& window = m_camera.window;
+        return clip(a.u, b.u, window.low.u, window.high.u, from, to) &&
+               clip(a.v, b.v, window.low.v, window.high.v, from, to);
+    }
 
     // The piece of a line inside of the window.
     void addPiece(ViewLine line) {
         double from = 0;
         double to = 1;
-        if (!clip(line.a.u, line.b.u, m_camera.window.low.u, m_camera.window.high.u, from, to) ||
-            !clip(line.a.v, line.b.v, m_camera.window.low.v, m_camera.window.high.v, from, to))
+        if (!clipToWindow(line.a, line.b, from, to))
             return;
         const Vec2 d = line.b - line.a;
         line.b = line.a + d * to;
@@ -97,49 +159,35 @@ private:
             seen.lines.push_back(line);
     }
 
-    void addSegment(const Segment& segment) {
-        const double depthA = m_camera.depth(segment.a);
-        const double depthB = m_camera.depth(segment.b);
-        double from = 0;
-        double to = 1;
-        if (!clip(depthA, depthB, m_camera.nearDepth, m_camera.farDepth, from, to))
-            return;
-        const Vec2 a = m_camera.flat(segment.a);
-        const Vec2 d = m_camera.flat(segment.b) - a;
-        if (d.length() < 1e-3)
-            return;
-        const auto at = [&](double t) { return ViewPoint{a + d * t, depthA + (depthB - depthA) * t}; };
-        if (segment.isBehind)
-            return addPiece({at(from).at, at(to).at, at((from + to) / 2).depth, false, segment.kind,
-                             segment.object, segment.circle});
-        const FaceGrid::Found& candidates = m_faces.near(at(from), at(to));
-        std::vector<double>& stops = m_stops;
-        m_faces.crossings(candidates, at(from), at(to), stops);
-        for (double& stop : stops)
-            stop = from + stop * (to - from);
+    void addPieces(const Segment& segment) {
+        const auto add = [&](double begin, double end, bool hidden) {
+            addPiece({segment.at(begin).at, segment.at(end).at, segment.at((begin + end) / 2).depth, !hidden,
+                      segment.kind, segment.object, segment.circle});
+        };
+        const FaceGrid::Found* candidates = segment.isBehind ? nullptr : m_faces.near(segment.a, segment.b);
+        if (!candidates)
+            return add(0, 1, true);
+        m_faces.crossings(*candidates, segment.a, segment.b, m_stops);
+        const Vec2 d = segment.b.at - segment.a.at;
         const double length = d.length();
         const Vec2 beside = Vec2{-d.v, d.u} * (FaceGrid::kSide / length);
-        const auto add = [&](double begin, double end, bool hidden) {
-            addPiece({at(begin).at, at(end).at, at((begin + end) / 2).depth, !hidden, segment.kind,
-                      segment.object, segment.circle});
-        };
         // What is seen alike is one line, so that dashes run through.
-        double begin = from;
+        double begin = 0;
         std::optional<bool> wasHidden;
-        for (std::size_t i = 1; i < stops.size(); ++i) {
-            if ((stops[i] - stops[i - 1]) * length < 1e-3)
+        for (std::size_t i = 1; i < m_stops.size(); ++i) {
+            if ((m_stops[i] - m_stops[i - 1]) * length < 1e-3)
                 continue;
-            const ViewPoint middle = at((stops[i] + stops[i - 1]) / 2);
-            const bool hidden = m_faces.cover(candidates, {middle.at + beside, middle.depth}) &&
-                                m_faces.cover(candidates, {middle.at - beside, middle.depth});
+            const ViewPoint middle = segment.at((m_stops[i] + m_stops[i - 1]) / 2);
+            const bool hidden = m_faces.cover(*candidates, {middle.at + beside, middle.depth}) &&
+                                m_faces.cover(*candidates, {middle.at - beside, middle.depth});
             if (wasHidden && *wasHidden != hidden) {
-                add(begin, stops[i - 1], *wasHidden);
-                begin = stops[i - 1];
+                add(begin, m_stops[i - 1], *wasHidden);
+                begin = m_stops[i - 1];
             }
             wasHidden = hidden;
         }
         if (wasHidden)
-            add(begin, stops.back(), *wasHidden);
+            add(begin, 1, *wasHidden);
     }
 
     const SamplePart& m_part;

@@ -24,7 +24,8 @@ struct KeyHash {
 };
 
 Placed placed(const ViewLine& line, Key& key) {
-    Vec2 d = (line.b - line.a) * (1 / (line.b - line.a).length());
+    Vec2 d = line.b - line.a;
+    d = d * (1 / d.length());
     if (d.u < -1e-6 || (std::abs(d.u) <= 1e-6 && d.v < 0))
         d = d * -1;
     const double offset = cross(d, line.a);
@@ -71,25 +72,41 @@ std::vector<ViewLine> withoutCovered(const std::vector<ViewLine>& lines) {
     std::ranges::stable_sort(nearest, [](const ViewLine* a, const ViewLine* b) {
         return a->visible != b->visible ? a->visible : a->depth < b->depth - 1e-6;
     });
-    std::unordered_map<Key, std::vector<Stretch>, KeyHash> covered;
-    covered.reserve(lines.size());
+    // Most lines lie on a straight line of their own.
+    struct Straight {
+        std::size_t lines = 0;
+        std::vector<Stretch> covered;
+    };
+    std::unordered_map<Key, Straight, KeyHash> straights;
+    straights.reserve(lines.size());
+    std::vector<std::pair<Placed, Straight*>> places;
+    places.reserve(lines.size());
+    for (const ViewLine* line : nearest) {
+        Key key;
+        const Placed place = placed(*line, key);
+        Straight& straight = straights[key];
+        ++straight.lines;
+        places.emplace_back(place, &straight);
+    }
     std::vector<ViewLine> kept;
     kept.reserve(lines.size());
-    for (const ViewLine* next : nearest) {
-        const ViewLine& line = *next;
-        Key key;
-        const Placed place = placed(line, key);
+    for (const auto& [place, straight] : places) {
+        const ViewLine& line = *place.line;
         const bool forward =
             (line.b.u - line.a.u) * place.direction.u + (line.b.v - line.a.v) * place.direction.v > 0;
         const Vec2 foot = line.a - place.direction * (forward ? place.from : place.to);
-        cover({place.from, place.to}, covered[key], [&](double from, double to) {
+        const auto keep = [&, &at = place](double from, double to) {
             if (to - from < 5e-3)
                 return;
             ViewLine piece = line;
-            piece.a = foot + place.direction * from;
-            piece.b = foot + place.direction * to;
+            piece.a = foot + at.direction * from;
+            piece.b = foot + at.direction * to;
             kept.push_back(piece);
-        });
+        };
+        if (straight->lines == 1)
+            keep(place.from, place.to);
+        else
+            cover({place.from, place.to}, straight->covered, keep);
     }
     return kept;
 }

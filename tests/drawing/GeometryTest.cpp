@@ -54,7 +54,7 @@ TEST(GeometryTest, ACutThroughAHoleLeavesClosedFaces) {
         camera.frame = {{}, {0, -1, 0}, {1, 0, 0}, {0, 0, 1}};
         camera.nearDepth = x;
         double area = 0;
-        for (const Loop2& loop : cutSolid(part.objects[0].solid, camera).loops) {
+        for (const Loop2& loop : cutSolid(part.objects[0].solid, part.objects[0].box, camera).loops) {
             double sum = 0;
             for (std::size_t i = 0; i < loop.size(); ++i)
                 sum += cross(loop[i], loop[(i + 1) % loop.size()]) / 2;
