@@ -4,19 +4,31 @@ namespace {
 
 constexpr double kDepthApart = 0.02;
 
-bool isConvex(const Loop2& loop) {
+constexpr double kSure = 1e-7; // by which what is certain is certain, mm
+
+// 1 or -1 by the way in which a convex loop runs; 0 for any other loop.
+double turnOf(const Loop2& loop) {
     double turn = 0;
     for (std::size_t i = 0, last = loop.size() - 1; i < loop.size(); last = i++) {
         const double next = cross(loop[i] - loop[last], loop[(i + 1) % loop.size()] - loop[i]);
         if (next * turn < 0)
-            return false;
+            return 0;
         if (next != 0)
-            turn = next;
+            turn = next > 0 ? 1 : -1;
     }
-    return turn != 0;
+    return turn;
 }
 
 } // namespace
+
+void FaceGrid::Stretch::clip(double atA, double atB, double low) {
+    if (atA < low && atB < low)
+        from = to + 1;
+    else if (atA < low)
+        from = std::max(from, (low - atA) / (atB - atA));
+    else if (atB < low)
+        to = std::min(to, (low - atA) / (atB - atA));
+}
 
 int FaceGrid::cell(double value, double low, double size) const {
     return std::clamp(static_cast<int>((value - low) / std::max(size, 1e-9) * kCells), 0, kCells - 1);
@@ -48,7 +60,10 @@ void FaceGrid::measure(ViewFace& face) {
     };
     face.fillsBox =
         face.loops.size() == 1 && face.loops[0].size() == 4 && std::ranges::all_of(face.loops[0], isCorner);
-    face.isConvex = !face.loops.empty() && isConvex(face.loops[0]);
+    if (!face.loops.empty() && std::all_of(face.loops.begin() + 1, face.loops.end(), [&](const Loop2& loop) {
+            return encloses(face.loops[0], loop[0]);
+        }))
+        face.turn = turnOf(face.loops[0]);
     const double length = std::max(longest.length(), 1e-9);
     face.across = Vec2{-longest.v, longest.u} * (1 / length);
     face.lowest = 1e300;
@@ -89,7 +104,9 @@ void FaceGrid::sort() {
 }
 
 // The columns of a row of cells that the segment passes: one that lies oblique passes few of its box.
-std::pair<int, int> FaceGrid::columnsOf(int row, Vec2 a, Vec2 b, const Cells& cells) const {
+std::pair<int, int> FaceGrid::columnsOf(int row, const Cells& cells) const {
+    const Vec2 a = m_a.at;
+    const Vec2 b = m_b.at;
     const double rise = b.v - a.v;
     if (std::abs(rise) < 1)
         return {cells.left, cells.right};
@@ -103,41 +120,52 @@ std::pair<int, int> FaceGrid::columnsOf(int row, Vec2 a, Vec2 b, const Cells& ce
             cell(std::max(first, last) + kBeside, m_box.low.u, m_box.width())};
 }
 
-// Whether the face hides the segment and what lies beside it, from one end to the other.
-bool FaceGrid::hidesAll(std::size_t index, const ViewPoint& a, const ViewPoint& b, Vec2 beside) const {
+FaceGrid::Candidate FaceGrid::candidate(std::size_t index) const {
     const ViewFace& face = m_faces[index];
-    if (!face.isConvex)
-        return false;
-    Box2 box;
-    for (const auto& [at, depth] : {a, b})
-        for (const Vec2 point : {at + beside, at - beside}) {
-            if (face.box.low.u > point.u || point.u > face.box.high.u || face.box.low.v > point.v ||
-                point.v > face.box.high.v || face.depthAt(point) >= depth - kDepthApart ||
-                !(face.fillsBox || encloses(face.loops[0], point)))
-                return false;
-            box.add(point);
-        }
-    for (std::size_t l = 1; l < face.boxes.size(); ++l)
-        if (box.low.u <= face.boxes[l].high.u && face.boxes[l].low.u <= box.high.u &&
-            box.low.v <= face.boxes[l].high.v && face.boxes[l].low.v <= box.high.v)
-            return false;
-    m_coverer = index;
-    return true;
+    Candidate found{index, {}, {}};
+    const auto clip = [&](double atA, double atB, double low, double margin) {
+        found.possible.clip(atA, atB, low - margin);
+        found.certain.clip(atA, atB, low + margin);
+    };
+    clip(m_a.depth - face.depthAt(m_a.at), m_b.depth - face.depthAt(m_b.at), kDepthApart,
+         std::abs(face.du * m_beside.u + face.dv * m_beside.v) + kSure);
+    if (face.turn == 0) {
+        found.certain = {1, 0};
+        return found;
+    }
+    const Loop2& loop = face.loops[0];
+    for (std::size_t i = 0, last = loop.size() - 1; i < loop.size() && !found.possible.isEmpty();
+         last = i++) {
+        const Vec2 side = (loop[i] - loop[last]) * face.turn;
+        clip(cross(side, m_a.at - loop[last]), cross(side, m_b.at - loop[last]), 0,
+             std::abs(cross(side, m_beside)) + kSure * (std::abs(side.u) + std::abs(side.v)));
+    }
+    const auto isNear = [&](const Box2& box) {
+        return std::min(m_a.at.u, m_b.at.u) - kSide <= box.high.u &&
+               std::max(m_a.at.u, m_b.at.u) + kSide >= box.low.u &&
+               std::min(m_a.at.v, m_b.at.v) - kSide <= box.high.v &&
+               std::max(m_a.at.v, m_b.at.v) + kSide >= box.low.v;
+    };
+    if (!found.certain.isEmpty() && std::any_of(face.boxes.begin() + 1, face.boxes.end(), isNear))
+        found.certain = {1, 0};
+    return found;
 }
 
-const FaceGrid::Found* FaceGrid::near(const ViewPoint& a, const ViewPoint& b) const {
+bool FaceGrid::look(const ViewPoint& a, const ViewPoint& b) {
+    m_a = a;
+    m_b = b;
+    m_found.clear();
+    ++m_question;
+    const Vec2 d = b.at - a.at;
+    const Vec2 across = Vec2{-d.v, d.u} * (1 / std::max(d.length(), 1e-9));
+    m_beside = across * kSide;
+    // What hides all of one segment hides all of most next ones, too.
+    if (m_coverer < m_faces.size() && candidate(m_coverer).hidesAll())
+        return false;
     Box2 box;
     box.add(a.at);
     box.add(b.at);
     const double farthest = std::max(a.depth, b.depth);
-    m_found.clear();
-    ++m_question;
-    const Vec2 d = b.at - a.at;
-    const double length = std::max(d.length(), 1e-9);
-    const Vec2 across = {-d.v / length, d.u / length};
-    const Vec2 beside = across * kSide;
-    if (m_coverer < m_faces.size() && hidesAll(m_coverer, a, b, beside))
-        return nullptr;
     const auto isBeside = [&](const Box2& other) {
         const Vec2 middle = other.middle() - a.at;
         return std::abs(middle.u * across.u + middle.v * across.v) >
@@ -145,63 +173,57 @@ const FaceGrid::Found* FaceGrid::near(const ViewPoint& a, const ViewPoint& b) co
     };
     const Cells cells = cellsOf(box);
     for (int row = cells.bottom; row <= cells.top; ++row) {
-        const auto [left, right] = columnsOf(row, a.at, b.at, cells);
+        const auto [left, right] = columnsOf(row, cells);
         for (std::size_t i = m_firsts[static_cast<std::size_t>(row * kCells + left)];
              i < m_firsts[static_cast<std::size_t>(row * kCells + right + 1)]; ++i) {
             const auto index = static_cast<std::size_t>(m_inCells[i]);
             const ViewFace& face = m_faces[index];
-            if (m_asked[index] == m_question)
+            if (std::exchange(m_asked[index], m_question) == m_question || face.nearest > farthest ||
+                face.box.low.u > box.high.u + 1 || face.box.high.u < box.low.u - 1 ||
+                face.box.low.v > box.high.v + 1 || face.box.high.v < box.low.v - 1 || isBeside(face.box))
                 continue;
-            m_asked[index] = m_question;
-            if (face.nearest > farthest || face.box.low.u > box.high.u + 1 ||
-                face.box.high.u < box.low.u - 1 || face.box.low.v > box.high.v + 1 ||
-                face.box.high.v < box.low.v - 1 || isBeside(face.box))
-                continue;
-            const double least = FaceGrid::kSide * (std::abs(face.du) + std::abs(face.dv)) - kDepthApart;
-            if (face.depthAt(a.at) - a.depth > least && face.depthAt(b.at) - b.depth > least)
-                continue; // all of it lies behind
-            const double atA = a.at.u * face.across.u + a.at.v * face.across.v;
-            const double atB = b.at.u * face.across.u + b.at.v * face.across.v;
-            if (std::max(atA, atB) < face.lowest - 1 || std::min(atA, atB) > face.highest + 1)
-                continue;
-            if (hidesAll(index, a, b, beside))
-                return nullptr;
-            m_found.push_back(m_inCells[i]);
+            const Candidate next = candidate(index);
+            if (next.hidesAll()) {
+                m_coverer = index;
+                return false;
+            }
+            if (!next.possible.isEmpty())
+                m_found.push_back(next);
         }
     }
-    return &m_found;
+    return true;
 }
 
-void FaceGrid::crossings(const Found& faces, const ViewPoint& a, const ViewPoint& b,
-                         std::vector<double>& stops) const {
-    stops.assign({0, 1});
+const std::vector<double>& FaceGrid::crossings() {
+    m_stops.assign({0, 1});
     constexpr double kBeside = 0.01; // more than a crossing may lie beside the segment
-    const double left = std::min(a.at.u, b.at.u) - kBeside;
-    const double right = std::max(a.at.u, b.at.u) + kBeside;
-    const double bottom = std::min(a.at.v, b.at.v) - kBeside;
-    const double top = std::max(a.at.v, b.at.v) + kBeside;
+    const double left = std::min(m_a.at.u, m_b.at.u) - kBeside;
+    const double right = std::max(m_a.at.u, m_b.at.u) + kBeside;
+    const double bottom = std::min(m_a.at.v, m_b.at.v) - kBeside;
+    const double top = std::max(m_a.at.v, m_b.at.v) + kBeside;
     const auto isApart = [&](Vec2 p, Vec2 q) {
         return (p.u < left && q.u < left) || (p.u > right && q.u > right) || (p.v < bottom && q.v < bottom) ||
                (p.v > top && q.v > top);
     };
-    for (const std::int32_t index : faces) {
-        const ViewFace& face = m_faces[static_cast<std::size_t>(index)];
+    for (const Candidate& found : m_found) {
+        const ViewFace& face = m_faces[found.face];
         for (std::size_t l = 0; l < face.loops.size(); ++l) {
             if (isApart(face.boxes[l].low, face.boxes[l].high))
                 continue;
             const Loop2& loop = face.loops[l];
             for (std::size_t i = 0, last = loop.size() - 1; i < loop.size(); last = i++)
                 if (!isApart(loop[last], loop[i]))
-                    if (const double at = crossing(a.at, b.at, loop[last], loop[i]); at > 0)
-                        stops.push_back(at);
+                    if (const double at = crossing(m_a.at, m_b.at, loop[last], loop[i]); at > 0)
+                        m_stops.push_back(at);
         }
-        const double beforeA = face.depthAt(a.at) - a.depth;
-        const double beforeB = face.depthAt(b.at) - b.depth;
+        const double beforeA = face.depthAt(m_a.at) - m_a.depth;
+        const double beforeB = face.depthAt(m_b.at) - m_b.depth;
         if ((beforeA < -kDepthApart && beforeB > kDepthApart) ||
             (beforeA > kDepthApart && beforeB < -kDepthApart))
-            stops.push_back(beforeA / (beforeA - beforeB));
+            m_stops.push_back(beforeA / (beforeA - beforeB));
     }
-    std::ranges::sort(stops);
+    std::ranges::sort(m_stops);
+    return m_stops;
 }
 
 // Of a point in its box.
@@ -219,19 +241,18 @@ bool FaceGrid::contains(const ViewFace& face, Vec2 point) {
     return inside;
 }
 
-bool FaceGrid::cover(const Found& faces, const ViewPoint& point) const {
-    const auto covers = [&](std::int32_t index) {
-        const ViewFace& face = m_faces[static_cast<std::size_t>(index)];
-        return face.box.low.u <= point.at.u && point.at.u <= face.box.high.u &&
-               face.box.low.v <= point.at.v && point.at.v <= face.box.high.v &&
-               face.depthAt(point.at) < point.depth - kDepthApart && contains(face, point.at);
-    };
-    // What lay before the last point lies before most next ones, too.
-    if (m_coverer < m_faces.size() && covers(static_cast<std::int32_t>(m_coverer)))
-        return true;
-    const auto found = std::ranges::find_if(faces, covers);
-    if (found == faces.end())
-        return false;
-    m_coverer = static_cast<std::size_t>(*found);
-    return true;
+bool FaceGrid::cover(double t, Vec2 beside) const {
+    const Vec2 point = m_a.at + (m_b.at - m_a.at) * t + beside;
+    const double depth = m_a.depth + (m_b.depth - m_a.depth) * t - kDepthApart;
+    return std::ranges::any_of(m_found, [&](const Candidate& found) {
+        const ViewFace& face = m_faces[found.face];
+        return found.possible.contains(t) && face.box.low.u <= point.u && point.u <= face.box.high.u &&
+               face.box.low.v <= point.v && point.v <= face.box.high.v && face.depthAt(point) < depth &&
+               contains(face, point);
+    });
+}
+
+bool FaceGrid::hides(double t) const {
+    return std::ranges::any_of(m_found, [&](const Candidate& found) { return found.certain.contains(t); }) ||
+           (cover(t, m_beside) && cover(t, m_beside * -1));
 }

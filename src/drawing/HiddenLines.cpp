@@ -164,25 +164,20 @@ private:
             addPiece({segment.at(begin).at, segment.at(end).at, segment.at((begin + end) / 2).depth, !hidden,
                       segment.kind, segment.object, segment.circle});
         };
-        const FaceGrid::Found* candidates = segment.isBehind ? nullptr : m_faces.near(segment.a, segment.b);
-        if (!candidates)
+        if (segment.isBehind || !m_faces.look(segment.a, segment.b))
             return add(0, 1, true);
-        m_faces.crossings(*candidates, segment.a, segment.b, m_stops);
-        const Vec2 d = segment.b.at - segment.a.at;
-        const double length = d.length();
-        const Vec2 beside = Vec2{-d.v, d.u} * (FaceGrid::kSide / length);
+        const std::vector<double>& stops = m_faces.crossings();
+        const double length = (segment.b.at - segment.a.at).length();
         // What is seen alike is one line, so that dashes run through.
         double begin = 0;
         std::optional<bool> wasHidden;
-        for (std::size_t i = 1; i < m_stops.size(); ++i) {
-            if ((m_stops[i] - m_stops[i - 1]) * length < 1e-3)
+        for (std::size_t i = 1; i < stops.size(); ++i) {
+            if ((stops[i] - stops[i - 1]) * length < 1e-3)
                 continue;
-            const ViewPoint middle = segment.at((m_stops[i] + m_stops[i - 1]) / 2);
-            const bool hidden = m_faces.cover(*candidates, {middle.at + beside, middle.depth}) &&
-                                m_faces.cover(*candidates, {middle.at - beside, middle.depth});
+            const bool hidden = m_faces.hides((stops[i] + stops[i - 1]) / 2);
             if (wasHidden && *wasHidden != hidden) {
-                add(begin, m_stops[i - 1], *wasHidden);
-                begin = m_stops[i - 1];
+                add(begin, stops[i - 1], *wasHidden);
+                begin = stops[i - 1];
             }
             wasHidden = hidden;
         }
@@ -194,7 +189,6 @@ private:
     const ViewCamera& m_camera;
     FaceGrid m_faces;
     std::vector<Segment> m_segments;
-    std::vector<double> m_stops; // of the segment in question
 };
 
 } // namespace
