@@ -10,6 +10,7 @@
 #include "drawing/SampleParts.h"
 #include "drawing/Shadowing.h"
 #include "drawing/StyleDrawing.h"
+#include "drawing/SuitingPart.h"
 #include "records/TableDeclarations.h"
 
 #include <benchmark/benchmark.h>
@@ -74,13 +75,13 @@ private:
     }
     void addStyles(SourceId id, bool withAllParts, int step, std::vector<Subject>& subjects) {
         StyleSource* source = m_databases.source(id);
+        std::vector<OfferedPart> offered;
+        for (const auto& [name, part] : m_parts)
+            offered.push_back({name, part.get()});
         const RowArray& styles = source->table(kTableDetailStyle).rows();
         for (int i = 0; i < styles.size(); i += step) {
             const DrawingRequest request{styles.at(i).key, 0, m_support};
-            const std::string suiting =
-                id == kLarge
-                    ? "beam"
-                    : SampleParts::suiting(SampleParts::words(parts()), {styles.at(i).name.toStdString()});
+            const std::string suiting = id == kLarge ? "beam" : suitingPart(*source, request.style, offered);
             for (const auto& [name, part] : m_parts)
                 if (withAllParts || name == suiting)
                     subjects.push_back({source, request, part});

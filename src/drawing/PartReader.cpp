@@ -138,8 +138,10 @@ void PartReader::takeHeader(PartStatement& statement) {
     const std::string& keyword = statement.keyword();
     if (keyword == "part" && words.size() == 1)
         part.name = words[0];
-    else if (keyword == "suits" && !words.empty())
+    else if (keyword == "category" && !words.empty())
         part.categories = words;
+    else if (keyword == "suits" && !words.empty())
+        part.styles = words;
     else if (keyword == "value" && words.size() == 2)
         part.values[words[0]] = words[1];
     else if (const auto area = words.empty() ? kAreas.end() : findWord(kAreas, words[0]);

@@ -60,6 +60,7 @@ struct PartObject {
 struct SamplePart {
     std::string name;                          ///< as the user chooses it
     std::vector<std::string> categories;       ///< words that occur in the names of categories it suits
+    std::vector<std::string> styles;           ///< words that occur in the names of styles it suits
     std::map<std::string, std::string> values; ///< of label variables, where an object has none of its own
     std::map<int, Box3> areas;                 ///< by the number of the area type
     std::vector<PartObject> objects;

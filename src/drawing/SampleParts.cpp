@@ -70,30 +70,3 @@ Result<SamplePart> SampleParts::read(const std::filesystem::path& folder, const 
     return Result<>::failure(
         KorString::format(translated("There is no sample part \"%s\"; there are: %s."), {name, list}));
 }
-
-SampleParts::Words SampleParts::words(const std::filesystem::path& folder) {
-    Words words;
-    for (const std::string& name : names(folder))
-        if (const Result<SamplePart> part = readFile(folder / (name + kEnding)))
-            words.emplace_back(name, part.value.categories);
-    return words;
-}
-
-std::string SampleParts::suiting(const Words& parts, const std::vector<std::string>& texts) {
-    for (const std::string& text : texts) {
-        const std::string folded = KorString(text).lowered().toStdString();
-        std::pair<std::size_t, std::size_t> best = {std::string::npos, 0}; // where, and how much is left
-        std::string suited;
-        for (const auto& [name, categories] : parts)
-            for (const std::string& word : categories)
-                if (const std::pair place = {folded.find(word),
-                                             folded.size() - std::min(word.size(), folded.size())};
-                    place.first != std::string::npos && (suited.empty() || place < best)) {
-                    best = place;
-                    suited = name;
-                }
-        if (!suited.empty())
-            return suited;
-    }
-    return parts.empty() ? std::string() : parts.front().first;
-}

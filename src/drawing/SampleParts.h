@@ -16,12 +16,4 @@ Result<SamplePart> readFile(const std::filesystem::path& file);
 /// failure names those that there are.
 Result<SamplePart> read(const std::filesystem::path& folder, const std::string& name);
 
-/// Names of parts, each with the words that say for which styles it is.
-using Words = std::vector<std::pair<std::string, std::vector<std::string>>>;
-/// Of all parts of the folder that can be read.
-Words words(const std::filesystem::path& folder);
-/// The name of the part that suits a style best: whose word occurs first in one of these texts, tried in
-/// their order; of several the longest word. The first part where none does; empty without any.
-std::string suiting(const Words& parts, const std::vector<std::string>& texts);
-
 } // namespace SampleParts

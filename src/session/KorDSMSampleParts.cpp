@@ -1,9 +1,8 @@
 #include "session/KorDSMSampleParts.h"
 
 #include "base/EditorSession.h"
-#include "data/StyleSource.h"
 #include "drawing/SampleParts.h"
-#include "records/StyleRecords.h"
+#include "drawing/SuitingPart.h"
 
 #include <algorithm>
 #include <map>
@@ -72,20 +71,8 @@ const std::vector<std::string>& KorDSMSampleParts::problems() {
 }
 
 std::string KorDSMSampleParts::suiting(StyleSource& source, std::int32_t style) {
-    std::vector<std::string> texts;
-    if (const StructRecord* record = source.table(kTableDetailStyle).find(KorOdbcKey(style)))
-        texts.push_back(record->name.toStdString());
-    for (const Referrer& referrer : source.referrersOf(kTableDetailStyle, KorOdbcKey(style))) {
-        if (referrer.table->type != kTableDetailMaster)
-            continue;
-        const auto* master = static_cast<const StructDetailMaster*>(
-            source.table(kTableDetailMaster).find(KorOdbcKey(referrer.key)));
-        if (const StructRecord* category =
-                source.table(kTableBaseCategory).find(KorOdbcKey(master->categoryKey)))
-            texts.push_back(category->name.toStdString());
-    }
-    SampleParts::Words words;
+    std::vector<OfferedPart> parts;
     for (const Entry& entry : all())
-        words.emplace_back(entry.name, entry.part->categories);
-    return SampleParts::suiting(words, texts);
+        parts.push_back({entry.name, entry.part.get()});
+    return suitingPart(source, style, parts);
 }

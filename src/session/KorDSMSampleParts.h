@@ -33,8 +33,7 @@ public:
     /// One sentence for each file that cannot be read.
     const std::vector<std::string>& problems();
 
-    /// The name of the part that suits a style best, by the style's name and that of its category. Empty
-    /// where there are no parts.
+    /// The name of the part that suits a style best, as `suitingPart` says. Empty where there are no parts.
     std::string suiting(StyleSource& source, std::int32_t style);
 
 private:

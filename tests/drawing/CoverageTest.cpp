@@ -28,13 +28,7 @@ protected:
         StyleSource& source = *databases.source(id);
         const RowArray& styles = source.table(kTableDetailStyle).rows();
         for (int i = 0; i < styles.size(); ++i) {
-            const std::string name = styles.at(i).name.toStdString();
-            Sample sample{id,
-                          styles.at(i).key,
-                          part(SampleParts::suiting(SampleParts::words(partsFolder()), {name})),
-                          {},
-                          {},
-                          {}};
+            Sample sample{id, styles.at(i).key, allParts().at(suiting(styles.at(i).key, id)), {}, {}, {}};
             sample.before = pictureOf(sample);
             sample.governed = Governed(draw(sample.style, sample.part, id));
             reach(source, {kTableDetailStyle, sample.style}, sample.reached);

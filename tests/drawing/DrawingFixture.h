@@ -5,6 +5,7 @@
 #include "data/text/SampleData.h"
 #include "drawing/SampleParts.h"
 #include "drawing/StyleDrawing.h"
+#include "drawing/SuitingPart.h"
 #include "records/TableDeclarations.h"
 #include "support/TempFolder.h"
 
@@ -55,6 +56,22 @@ protected:
         const Result<SamplePart> part = SampleParts::read(partsFolder(), name);
         EXPECT_EQ(part.error, "");
         return part.value;
+    }
+    // The name of the part that suits a style.
+    std::string suiting(std::int32_t style, SourceId id = SourceId::standard()) {
+        std::vector<OfferedPart> offered;
+        for (const auto& [name, part] : allParts())
+            offered.push_back({name, &part});
+        return suitingPart(*databases.source(id), style, offered);
+    }
+    static const std::map<std::string, SamplePart>& allParts() {
+        static const std::map<std::string, SamplePart> all = [] {
+            std::map<std::string, SamplePart> parts;
+            for (const std::string& name : SampleParts::names(partsFolder()))
+                parts[name] = part(name);
+            return parts;
+        }();
+        return all;
     }
     static std::filesystem::path supportFolder() { return s_folder->path() / "Shared/Support"; }
     // All rows that a row leads to: what it uses, and its parts.

@@ -16,9 +16,6 @@ protected:
                 visit(id, styles.at(i));
         }
     }
-    static std::string partFor(const StructRecord& style) {
-        return SampleParts::suiting(SampleParts::words(partsFolder()), {style.name.toStdString()});
-    }
 };
 
 // The first thing that is seen of a purpose, or fails the test.
@@ -85,18 +82,15 @@ const ViewPicture& viewOf(const Drawing& drawing, const std::string& name) {
 
 // Pictures that are meant to change are kept anew with KEEP_DRAWINGS=1 in the environment.
 TEST_F(SampleDrawingTest, EveryStyleDrawsEveryPartAsAgreedAndEachLineSaysWhoMadeIt) {
-    std::map<std::string, SamplePart> parts;
-    for (const std::string& name : SampleParts::names(partsFolder()))
-        parts[name] = part(name);
     KeptPictures kept(std::filesystem::path(SOURCE_DIR) / "tests/data/drawings");
     int drawn = 0;
     eachStyle([&](SourceId id, const StructRecord& style) {
-        const std::string suiting = partFor(style);
-        for (const auto& [name, sample] : parts) {
+        const std::string itsPart = suiting(style.key, id);
+        for (const auto& [name, sample] : allParts()) {
             const Drawing drawing = draw(style.key, sample, id);
             drawn += !drawing.views.empty();
-            kept.add(style.name.toStdString() + " | " + name, drawing, name == suiting);
-            if (name == suiting) {
+            kept.add(style.name.toStdString() + " | " + name, drawing, name == itsPart);
+            if (name == itsPart) {
                 EXPECT_FALSE(drawing.views.empty()) << style.name.toStdString();
                 EXPECT_EQ(covered(drawing), "") << style.name.toStdString();
                 if (style.name != "Column, shop") { // its foot has seven lengths in 20 mm
@@ -118,6 +112,26 @@ TEST_F(SampleDrawingTest, EveryStyleDrawsEveryPartAsAgreedAndEachLineSaysWhoMade
     if (kept.changed().empty())
         kept.leaveToNextRun();
     EXPECT_EQ(kept.changed(), std::vector<std::string>()) << "see " << kept.writePage();
+}
+
+TEST_F(SampleDrawingTest, ThePartSuitsTheCategoryThenTheNameThenWhatTheMapsTellApart) {
+    const auto style = [&](const char* name) { return row<StructDetailStyle>(name).key; };
+    const auto rename = [&](eTableType table, std::int32_t key, const char* name) {
+        set(table, key, "name", KorString(name));
+    };
+    EXPECT_EQ(suiting(style("Handrail on a flight")), "handrail");
+    const std::int32_t purlin = style("Purlin and side rail");
+    const std::int32_t ladder = style("Caged ladder");
+    rename(kTableDetailStyle, purlin, "C 17");
+    EXPECT_EQ(suiting(purlin), "purlin") << "of beams the one that its map is made for";
+    rename(kTableDetailStyle, purlin, "Column");
+    EXPECT_EQ(suiting(purlin), "purlin") << "it is filed under beams";
+    rename(kTableBaseCategory, row<StructDetBaseCategory>("Beams").key, "Balken");
+    EXPECT_EQ(suiting(purlin), "column") << "nobody knows the category, and the name tells";
+    rename(kTableBaseCategory, row<StructDetBaseCategory>("Stairs and handrails").key, "7");
+    rename(kTableDetailStyle, ladder, "L 3");
+    EXPECT_EQ(suiting(ladder), "ladder") << "only the maps tell";
+    EXPECT_EQ(suiting(4711), "base-plate") << "the first of all";
 }
 
 TEST_F(SampleDrawingTest, WhatAViewDoesNotShowHasNoDimensionsAndNoCentreLines) {
