@@ -1,5 +1,7 @@
 #include "drawing/DimensionTexts.h"
 
+#include <tuple>
+
 namespace {
 
 constexpr double kClear = 0.4;     // mm between texts
@@ -41,13 +43,19 @@ std::vector<DimensionTexts::Place> placesBeside(const DimensionTexts::Span& span
         beside(span.to, 1);
     places.push_back({way.at(0, below), {}});
     const double row = size.v * 1.35;
-    for (const double out : {below, below + row, -up - row, below + 2 * row, -up - 2 * row, below + 3 * row})
-        for (const double shift : {0.7, -0.7, 1.4, -1.4, 2.2, -2.2, 3.0, -3.0}) {
-            const Vec2 at = way.at(shift * (size.u / 2 + 1.5), out);
-            const double near = size.v * (out > 0 ? -0.7 : 0.7); // its edge
-            if (size.v - out < span.room)
-                places.push_back({at, {way.middle, at + span.outward * near}});
-        }
+    const auto led = [&](double out, double shift) {
+        const Vec2 at = way.at(shift * (size.u / 2 + 1.5), out);
+        const double near = size.v * (out > 0 ? -0.7 : 0.7); // its edge
+        if (size.v - out < span.room)
+            places.push_back({at, {way.middle, at + span.outward * near}});
+    };
+    const double outs[] = {below, below + row, -up - row, below + 2 * row, -up - 2 * row, below + 3 * row};
+    for (const double out : outs)
+        for (const double shift : {0.7, -0.7, 1.4, -1.4, 2.2, -2.2, 3.0, -3.0})
+            led(out, shift);
+    for (const double shift : {3.8, -3.8, 4.6, -4.6, 5.4, -5.4})
+        for (const double out : outs)
+            led(out, shift);
     return places;
 }
 
@@ -144,6 +152,18 @@ DimensionTexts::Place DimensionTexts::besides(const Span& span, Vec2 size) {
     return chosen;
 }
 
+// How far a stretch lies from the nearer end of its line.
+double DimensionTexts::inside(const std::vector<Wanted>& texts, std::size_t i) {
+    std::size_t first = i;
+    while (first > 0 && !texts[first].span.isFirst)
+        --first;
+    std::size_t last = i;
+    while (last + 1 < texts.size() && !texts[last].span.isLast)
+        ++last;
+    const Vec2 middle = (texts[i].span.from + texts[i].span.to) * 0.5;
+    return std::min((middle - texts[first].span.from).length(), (texts[last].span.to - middle).length());
+}
+
 std::vector<DimensionTexts::Place> DimensionTexts::place(const std::vector<Wanted>& texts) {
     std::vector<Place> places(texts.size());
     std::vector<std::size_t> rest;
@@ -157,10 +177,11 @@ std::vector<DimensionTexts::Place> DimensionTexts::place(const std::vector<Wante
             rest.push_back(i);
     }
     // First those at the ends of lines, which have their place beside these; then the longer ones, which stay
-    // nearer.
+    // nearer; of equal ones those further inside, so that leaders of the others pass them.
     std::ranges::stable_sort(rest, std::greater(), [&](std::size_t i) {
         const Span& span = texts[i].span;
-        return std::pair(span.isFirst || span.isLast, std::lround((span.to - span.from).length() * 100));
+        return std::tuple(span.isFirst || span.isLast, std::lround((span.to - span.from).length() * 100),
+                          std::lround(inside(texts, i) * 100));
     });
     for (const std::size_t i : rest)
         places[i] = besides(texts[i].span, texts[i].size);

@@ -93,9 +93,7 @@ TEST_F(SampleDrawingTest, EveryStyleDrawsEveryPartAsAgreedAndEachLineSaysWhoMade
             if (name == itsPart) {
                 EXPECT_FALSE(drawing.views.empty()) << style.name.toStdString();
                 EXPECT_EQ(covered(drawing), "") << style.name.toStdString();
-                if (style.name != "Column, shop") { // its foot has seven lengths in 20 mm
-                    EXPECT_EQ(crossed(drawing), "") << style.name.toStdString();
-                }
+                EXPECT_EQ(crossed(drawing), "") << style.name.toStdString();
             }
             for (const Primitive* primitive : drawing.all()) {
                 ASSERT_TRUE(primitive->provenance);
