@@ -7,7 +7,6 @@ namespace {
 constexpr double kClear = 0.4;     // mm between texts
 constexpr double kUpon = 0.8;      // of the height of a text, from the line to its middle
 constexpr double kOverMarks = 0.6; // mm higher, where the marks at the ends of a stretch would touch it
-constexpr double kOvershoot = 1.5; // mm of other lines beyond a dimension line
 
 double along(Vec2 p, Vec2 d) {
     return p.u * d.u + p.v * d.v;
@@ -31,7 +30,7 @@ struct Way {
 std::vector<DimensionTexts::Place> placesBeside(const DimensionTexts::Span& span, Vec2 size) {
     const Way way(span);
     const double up = kUpon * size.v;
-    const double below = kOvershoot + kClear + size.v / 2;
+    const double below = kDimensionOvershoot + kClear + size.v / 2;
     std::vector<DimensionTexts::Place> places;
     const auto beside = [&](Vec2 end, double side) {
         places.push_back({way.at(side * (way.length / 2 + size.u / 2 + 2), -up),

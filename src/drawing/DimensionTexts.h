@@ -5,6 +5,9 @@
 #include <optional>
 #include <vector>
 
+/// How far extension lines go beyond their dimension line, in millimetres.
+inline constexpr double kDimensionOvershoot = 1.5;
+
 /// Finds places for the texts of dimension lines, so that none covers another one.
 class DimensionTexts {
 public:

@@ -1,9 +1,7 @@
 #pragma once
 
+#include "drawing/DimensionLines.h"
 #include "drawing/DimensionPoints.h"
-
-/// Height of the texts of dimensions, in millimetres.
-inline constexpr double kDimensionText = 2.5;
 
 /// Dimensions that stand at their points and have no dimension line. Each gives its figures on the sheet.
 class PointDimensions {
