@@ -74,6 +74,19 @@ std::string crossed(const Drawing& drawing) {
     return found;
 }
 
+// Texts that an object has more than once in a view.
+std::string labelledTwice(const Drawing& drawing) {
+    std::string found;
+    for (const ViewPicture& view : drawing.views) {
+        std::set<std::pair<int, std::string>> labels;
+        for (const Primitive& each : view.primitives)
+            if (each.kind == Primitive::kText && each.purpose == Primitive::kLabel &&
+                !labels.insert({each.object, each.text}).second)
+                found += each.text + "; ";
+    }
+    return found;
+}
+
 const ViewPicture& viewOf(const Drawing& drawing, const std::string& name) {
     return *std::ranges::find(drawing.views, name, &ViewPicture::name);
 }
@@ -95,6 +108,7 @@ TEST_F(SampleDrawingTest, EveryStyleDrawsEveryPartAsAgreedAndEachLineSaysWhoMade
                 EXPECT_EQ(covered(drawing), "") << style.name.toStdString();
                 EXPECT_EQ(crossed(drawing), "") << style.name.toStdString();
             }
+            EXPECT_EQ(labelledTwice(drawing), "") << style.name.toStdString() << " of " << name;
             for (const Primitive* primitive : drawing.all()) {
                 ASSERT_TRUE(primitive->provenance);
                 EXPECT_TRUE(primitive->turned > -90 && primitive->turned <= 90) << "upside down";
