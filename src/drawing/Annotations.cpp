@@ -95,7 +95,10 @@ private:
 
     WantedLabel wanted(const Label& label) const {
         WantedLabel wanted{label.anchors, label.size};
-        wanted.hasLeader = label.leader != nullptr;
+        if (!label.leader)
+            wanted.leader.reset();
+        else
+            wanted.leader = label.leaderShape();
         if (label.control) {
             wanted.distance = std::clamp(label.control->distance, 0.0, 1000.0);
             wanted.farthest = std::clamp(label.control->maxLeaderLength, wanted.distance, 1000.0);

@@ -87,6 +87,17 @@ std::optional<Label> labelOf(DrawingContext& context, const ViewScene& scene,
 
 } // namespace
 
+LeaderShape Label::leaderShape() const {
+    LeaderShape shape;
+    shape.from = frame() == kCircleFrame ? LeaderShape::kRing
+                 : frame() == kBoxFrame  ? LeaderShape::kFrame
+                 : kind() == kWeldSymbol ? LeaderShape::kSymbol
+                                         : LeaderShape::kLine;
+    shape.landing = std::clamp(leader->landing, 0.0, 100.0);
+    shape.rim = rim;
+    return shape;
+}
+
 std::vector<Label> labelsOf(DrawingContext& context, const ViewScene& scene, const LabelAnchors& points) {
     std::vector<Label> labels;
     std::set<std::pair<std::int32_t, std::string>> named;

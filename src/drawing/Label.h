@@ -1,6 +1,7 @@
 #pragma once
 
 #include "drawing/LabelAnchors.h"
+#include "drawing/LeaderWay.h"
 
 /// The kinds of labels, by the numbers that the records of their types have.
 enum eLabelKind { kTextLabel, kPartMark, kWeldSymbol, kBoltMark, kLevelMark, kHoleMark };
@@ -24,6 +25,8 @@ struct Label {
 
     int frame() const { return type ? type->frame : static_cast<int>(kNoFrame); }
     int kind() const { return type ? type->annotationKind : static_cast<int>(kTextLabel); }
+    /// Of one that has a leader.
+    LeaderShape leaderShape() const;
 };
 
 /// The labels of a view: what its map's entries say for the objects that are seen, those of higher priority

@@ -37,33 +37,14 @@ void LabelFigures::add(Label& label, Vec2 middle, bool isOnSite) {
         line(label, {{low.u, low.v - 0.6}, {high.u, low.v - 0.6}});
 }
 
-// From the end of the label that is nearer, with a landing as far as there is room, or from its corner
-// where it stands above or below its anchor; from a ring straight. Welds have their reference line.
 void LabelFigures::addLeader(const Label& label, Vec2 middle) {
-    const Vec2 half = label.size * 0.5;
-    const Vec2 away = label.anchor - middle;
-    const int frame = label.frame();
-    const bool isUpon = std::abs(away.u) < half.u + 0.5 && std::abs(away.v) < half.v + 1;
-    if (!label.leader || isUpon)
+    const std::vector<Vec2> way =
+        label.leader ? leaderWay(label.leaderShape(), middle, label.size, label.anchor) : std::vector<Vec2>();
+    if (way.empty())
         return;
-    const double outward = away.u > 0 ? 1 : -1;
-    const double landing = std::clamp(label.leader->landing, 0.0, 100.0);
-    const double room = std::clamp(std::abs(away.u) - half.u, 0.0, landing);
-    const bool isWeld = label.kind() == kWeldSymbol;
-    const bool isInLine = !isWeld && std::abs(away.u) <= half.u;
-    const double below = frame == kNoFrame ? half.v + 0.6 : half.v;
-    Vec2 edge = middle + Vec2{outward * half.u, frame == kNoFrame ? -below : 0};
-    if (frame == kCircleFrame)
-        edge = middle + away * (half.u / away.length());
-    else if (isInLine)
-        edge = middle + Vec2{outward * half.u, away.v > 0 ? below : -below};
-    const Vec2 knee = frame == kCircleFrame ? edge : edge + Vec2{outward * room, 0};
-    const Vec2 way = label.anchor - knee;
-    const Vec2 end = label.anchor - way * (std::min(label.rim, way.length()) / std::max(way.length(), 1e-9));
-    const Vec2 d = end - knee;
-    if (d.length() < 1)
-        return;
-    line(label, {edge, knee, end});
+    line(label, way);
+    const Vec2 end = way.back();
+    const Vec2 d = end - way[1];
     const double size = std::clamp(label.leader->arrowSize, 0.0, 50.0);
     const Vec2 back = d * (-size / d.length());
     const Vec2 side = Vec2{-back.v, back.u} * 0.2;

@@ -102,9 +102,9 @@ LabelPlacing::Place LabelPlacing::place(const WantedLabel& label) {
                     m_effort += 2 * m_lines.size();
                     cost += coversLine(box) ? kCoversLine : coversLine(box, kClearOfLine) ? kTouchesLine : 0;
                 }
-                if (label.hasLeader && cost < least) {
+                if (label.leader && cost < least) {
                     m_effort += kLeaderEffort * (m_taken.size() + m_leaders.size() + m_lines.size());
-                    cost += leaderCost(box, label.anchors[i]);
+                    cost += leaderCost(*label.leader, box, label.anchors[i]);
                 }
                 if (cost < least) {
                     least = cost;
@@ -112,15 +112,17 @@ LabelPlacing::Place LabelPlacing::place(const WantedLabel& label) {
                 }
             }
     take(best.middle, label.size);
-    if (label.hasLeader)
+    if (label.leader)
         m_leaders.emplace_back(best.middle, best.anchor);
     return best;
 }
 
-Vec2 LabelPlacing::bestAnchor(Vec2 middle, Vec2 size, const std::vector<Vec2>& anchors) const {
+Vec2 LabelPlacing::bestAnchor(const LeaderShape& leader, Vec2 middle, Vec2 size,
+                              const std::vector<Vec2>& anchors) const {
     const Box2 box = boxAt(middle, size);
-    return *std::ranges::min_element(
-        anchors, {}, [&](Vec2 anchor) { return leaderCost(box, anchor) + 0.5 * (anchor - middle).length(); });
+    return *std::ranges::min_element(anchors, {}, [&](Vec2 anchor) {
+        return leaderCost(leader, box, anchor) + 0.5 * (anchor - middle).length();
+    });
 }
 
 void LabelPlacing::take(Vec2 middle, Vec2 size) {
@@ -137,13 +139,20 @@ bool LabelPlacing::coversLine(const Box2& box, double clear) const {
     return std::ranges::any_of(m_lines, [&](const Line& line) { return meets(line, around); });
 }
 
-// What a leader from the label crosses on its way to the anchor.
-double LabelPlacing::leaderCost(const Box2& box, Vec2 anchor) const {
+// What a leader from the label crosses on its way to the anchor: texts as it is drawn, lines about as
+// straight.
+double LabelPlacing::leaderCost(const LeaderShape& leader, const Box2& box, Vec2 anchor) const {
+    const std::vector<Vec2> way = leaderWay(leader, box.middle(), {box.width(), box.height()}, anchor);
     const Vec2 edge = {anchor.u > box.middle().u ? box.high.u : box.low.u, box.low.v};
-    const Line leader = {edge, anchor};
+    const auto passes = [&](const Box2& taken) {
+        for (std::size_t i = 1; i < way.size(); ++i)
+            if (meets({way[i - 1], way[i]}, taken))
+                return true;
+        return meets({edge, anchor}, taken);
+    };
     double cost = 0;
     for (const Box2& taken : m_taken)
-        cost += meets(leader, taken) ? kLeaderThroughLabel : 0;
+        cost += passes(taken) ? kLeaderThroughLabel : 0;
     for (const Line& other : m_leaders)
         cost += crossing(edge, anchor, other.first, other.second) >= 0 ? kLeaderThroughLeader : 0;
     constexpr double kArrived = 0.97; // what is crossed there belongs to the object

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "drawing/LeaderWay.h"
 #include "picture/Primitive.h"
+
+#include <optional>
 
 /// A label that wants a place.
 struct WantedLabel {
@@ -10,7 +13,7 @@ struct WantedLabel {
     double farthest = 60;
     int side = 0; ///< tried first: 0 nearest, 1 left, 2 right, 3 above, 4 below
     bool mayCover = false;
-    bool hasLeader = true;
+    std::optional<LeaderShape> leader = LeaderShape{}; ///< none: it has none
 };
 
 /// Places labels one after the other, so that they keep clear of each other, of leaders and of lines, and
@@ -38,12 +41,13 @@ public:
     /// Whether a line of the drawing passes a label there, or comes so near to it.
     bool coversLine(const Box2& box, double clear = 0) const;
     /// Of several anchors the one whose leader from a label crosses least.
-    Vec2 bestAnchor(Vec2 middle, Vec2 size, const std::vector<Vec2>& anchors) const;
+    Vec2 bestAnchor(const LeaderShape& leader, Vec2 middle, Vec2 size,
+                    const std::vector<Vec2>& anchors) const;
 
 private:
     using Line = std::pair<Vec2, Vec2>;
 
-    double leaderCost(const Box2& box, Vec2 anchor) const;
+    double leaderCost(const LeaderShape& leader, const Box2& box, Vec2 anchor) const;
 
     std::vector<Line> m_lines;
     std::vector<Line> m_leaders;

@@ -43,10 +43,11 @@ std::vector<LabelRows::Place> LabelRows::lineUp(std::vector<Label>& labels, Labe
                 at += kStep;
             next = at + length + std::clamp(label->order ? label->order->spacing : 5.0, 0.0, 1000.0);
             const Vec2 middle = besides(*label, side, at + length / 2);
-            label->anchor = placing.bestAnchor(middle, label->size, label->anchors);
-            placing.take(middle, label->size);
-            if (label->leader)
+            if (label->leader) {
+                label->anchor = placing.bestAnchor(label->leaderShape(), middle, label->size, label->anchors);
                 placing.takeLeader(middle, label->anchor);
+            }
+            placing.take(middle, label->size);
             places.push_back({label, middle});
         }
     }

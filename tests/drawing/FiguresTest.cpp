@@ -224,7 +224,7 @@ TEST(LabelPlacingTest, KeepsLabelsApartWithinTheirReach) {
     Primitive line;
     line.points = {{-100, 12}, {100, 12}};
     LabelPlacing placing({line});
-    WantedLabel label{{{0, 0}}, {20, 4}, 8, 60, 3, false, false};
+    WantedLabel label{{{0, 0}}, {20, 4}, 8, 60, 3, false, std::nullopt};
     std::vector<Box2> boxes;
     for (int i = 0; i < 6; ++i) {
         const Vec2 middle = placing.place(label).middle;
@@ -248,6 +248,6 @@ TEST(LabelPlacingTest, KeepsClearOfALineThatItWouldOnlyTouch) {
     Primitive line;
     line.points = {{7.9, -100}, {7.9, 100}};
     LabelPlacing placing({line});
-    const WantedLabel label{{{0, 0}}, {20, 4}, 8, 60, 2, false, false};
+    const WantedLabel label{{{0, 0}}, {20, 4}, 8, 60, 2, false, std::nullopt};
     EXPECT_GE(placing.place(label).middle.u - label.size.u / 2, 7.9 + 0.5);
 }
