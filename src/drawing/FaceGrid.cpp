@@ -61,7 +61,7 @@ void FaceGrid::measure(ViewFace& face) {
     face.fillsBox =
         face.loops.size() == 1 && face.loops[0].size() == 4 && std::ranges::all_of(face.loops[0], isCorner);
     if (!face.loops.empty() && std::all_of(face.loops.begin() + 1, face.loops.end(), [&](const Loop2& loop) {
-            return encloses(face.loops[0], loop[0]);
+            return !loop.empty() && encloses(face.loops[0], loop[0]);
         }))
         face.turn = turnOf(face.loops[0]);
     const double length = std::max(longest.length(), 1e-9);

@@ -6,6 +6,8 @@
 #include "drawing/HiddenLines.h"
 #include "drawing/LengthClipping.h"
 
+#include <random>
+
 namespace {
 
 SamplePart partOf(const std::string& lines) {
@@ -85,6 +87,62 @@ TEST(GeometryTest, HiddenEdgesAreToldFromVisibleOnes) {
 
 // From the front an I shows flanges of 14 mm; its web lies behind nothing, and its far edges upon the near
 // ones.
+// What the grid says of segments before any faces, convex or not, level or sloping, with holes or without, is
+// what each face says of each point.
+TEST(GeometryTest, FacesHideWhatLiesBehindThem) {
+    std::mt19937 random(7);
+    const auto any = [&](double low, double high) {
+        return std::uniform_real_distribution<double>(low, high)(random);
+    };
+    const auto box = [](Vec2 low, Vec2 size) {
+        return Loop2{low, {low.u + size.u, low.v}, low + size, {low.u, low.v + size.v}};
+    };
+    FaceGrid grid;
+    std::vector<ViewFace> faces;
+    for (int i = 0; i < 60; ++i) {
+        const Vec2 low = {any(0, 90), any(0, 90)};
+        const Vec2 size = {any(5, 40), any(5, 40)};
+        ViewFace face;
+        face.loops = {box(low, size)};
+        if (i % 3 == 1)
+            face.loops.push_back(box(low + size * 0.25, size * 0.5));
+        if (i % 3 == 2) // an arrow: not convex
+            face.loops = {{low, {low.u + size.u, low.v}, low + size * 0.3, {low.u, low.v + size.v}}};
+        face.base = any(0, 100);
+        face.du = i % 2 ? any(-1, 1) : 0;
+        face.nearest = 1e300;
+        for (const Vec2 corner : face.loops[0]) {
+            face.box.add(corner);
+            face.nearest = std::min(face.nearest, face.depthAt(corner));
+        }
+        faces.push_back(face);
+        grid.add(face);
+    }
+    grid.sort();
+    int hidden = 0;
+    for (int i = 0; i < 2000; ++i) {
+        const ViewPoint a = {{any(0, 120), any(0, 120)}, any(0, 150)};
+        const Vec2 way = {any(-30, 30), any(-30, 30)};
+        const ViewPoint b = {a.at + way, a.depth + any(-20, 20)};
+        const Vec2 beside = Vec2{-way.v, way.u} * (FaceGrid::kSide / way.length());
+        const bool isAsked = grid.look(a, b);
+        for (double t : {0.01, 0.2, 0.4, 0.6, 0.8, 0.99}) {
+            const auto covered = [&](Vec2 aside) {
+                const Vec2 at = a.at + way * t + aside;
+                const double depth = a.depth + (b.depth - a.depth) * t;
+                return std::ranges::any_of(faces, [&](const ViewFace& face) {
+                    return face.depthAt(at) < depth - 0.02 && contains(face.loops, at);
+                });
+            };
+            const bool expected = covered(beside) && covered(beside * -1);
+            EXPECT_EQ(!isAsked || grid.hides(t), expected) << i << " at " << t;
+            hidden += expected;
+        }
+    }
+    EXPECT_GT(hidden, 1000);
+    EXPECT_LT(hidden, 11000);
+}
+
 TEST(GeometryTest, AProfileShowsItsFlangesAndACopeTakesThemAway) {
     const ViewLines plain = seen(partOf(kBeam), frontCamera());
     EXPECT_NEAR(lengthOf(plain, true), 4 * 1000 + 2 * 400, 0.1);
