@@ -2,12 +2,14 @@
 
 #include "base/Translation.h"
 
-KorString schematicOf(const Drawing& drawing) {
-    return KorString::format(translated("Schematic, of the sample part \"%s\"; not the host's drawing"),
-                             {translated(drawing.part)});
+KorString schematicOf(const Drawing& drawing, const KorString& trial) {
+    const KorString schematic =
+        KorString::format(translated("Schematic, of the sample part \"%s\"; not the host's drawing"),
+                          {translated(drawing.part)});
+    return trial.isEmpty() ? schematic : trial + " " + schematic;
 }
 
-PicturePage pageOf(const Drawing& drawing) {
+PicturePage pageOf(const Drawing& drawing, const KorString& trial) {
     constexpr double kMargin = 5; // mm around the drawing
     PicturePage page;
     page.title = drawing.style + ", " + drawing.part;
@@ -19,7 +21,7 @@ PicturePage pageOf(const Drawing& drawing) {
     Primitive note;
     note.kind = Primitive::kText;
     note.purpose = Primitive::kTitle;
-    note.text = schematicOf(drawing).toStdString();
+    note.text = schematicOf(drawing, trial).toStdString();
     note.style = {"Arial", 2.5, 8};
     note.points = {page.box.low - Vec2{0, 6}};
     page.box.add(note.box());

@@ -13,7 +13,7 @@ struct PicturePage {
     Box2 box;                             ///< of the page
 };
 
-/// What the drawing is and is not, in one line.
-KorString schematicOf(const Drawing& drawing);
+/// What the drawing is and is not, in one line, which begins with the sentence on what is tried out in it.
+KorString schematicOf(const Drawing& drawing, const KorString& trial = {});
 /// The page of a drawing, with that line below it.
-PicturePage pageOf(const Drawing& drawing);
+PicturePage pageOf(const Drawing& drawing, const KorString& trial = {});

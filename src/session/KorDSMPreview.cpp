@@ -16,10 +16,21 @@ namespace {
 // Views are shared: as many styles have most of what others of their source look at.
 constexpr std::size_t kMostAhead = 200;
 constexpr int kNamedReason = 912; // "%s: %s"
+constexpr int kOnTrial = 1450;    // "On trial without %s entries of "%s"."
 
 struct ShownPreview {
     KorDSMPreview* preview = nullptr;
 };
+
+const StructDetObjReprMapKey* entryOf(StyleSource& source, std::int32_t key) {
+    return static_cast<const StructDetObjReprMapKey*>(source.table(kTableReprMapEntry).find(KorOdbcKey(key)));
+}
+
+bool isWithin(const KorDSMDatabaseItem* item, RowRef row) {
+    while (item && (item->tableType() != row.table || item->recordKey() != row.key))
+        item = item->parent();
+    return item != nullptr;
+}
 
 KorDSMPreview*& current() {
     return EditorSession::currentPart<ShownPreview>().preview;
@@ -57,6 +68,12 @@ DrawingRequest KorDSMPreview::request() const {
     return wanted;
 }
 
+DrawingRequest KorDSMPreview::requestOnTrial() const {
+    DrawingRequest wanted = request();
+    wanted.entriesOff = m_leftOut;
+    return wanted;
+}
+
 void KorDSMPreview::choosePart(const std::string& name) {
     m_chosen[{m_subject.source, m_subject.style}] = name;
 }
@@ -74,6 +91,7 @@ bool KorDSMPreview::update(const KorDSMDatabaseItem* item, const std::optional<F
     const KorDSMPreviewSubject before = std::exchange(m_subject, KorDSMPreviewSubject::of(item));
     if (before.source != m_subject.source)
         m_leftOut.clear(); // keys mean something in one source only
+    endTrialsOutside(item);
     StyleSource* from = source();
     current() = from ? this : nullptr;
     if (!from) {
@@ -128,10 +146,9 @@ std::shared_ptr<const Drawing> KorDSMPreview::drawStored() const {
     StyleSource* from = source();
     if (!from || !m_live)
         return nullptr;
-    DrawingRequest wanted = request();
-    wanted.entriesOff = m_leftOut; // what differs is what is pending alone
     const StoredState stored(StyleDatabases::current());
-    return std::make_shared<const Drawing>(drawStyle(*from, *m_part, wanted, m_live->seen()));
+    // On trial, too: what differs is what is pending alone.
+    return std::make_shared<const Drawing>(drawStyle(*from, *m_part, requestOnTrial(), m_live->seen()));
 }
 
 bool KorDSMPreview::isPending() const {
@@ -142,7 +159,7 @@ std::optional<PicturePage> KorDSMPreview::pageOf(bool stored, bool sheet) const 
     const auto drawn = stored ? drawStored() : m_drawing;
     if (!drawn)
         return std::nullopt;
-    const PicturePage page = ::pageOf(*drawn);
+    const PicturePage page = ::pageOf(*drawn, trialText());
     if (!sheet)
         return page;
     std::optional<StoredState> state;
@@ -194,8 +211,9 @@ Box2 KorDSMPreview::boxOf(const RowRef& row) const {
 
 KorString KorDSMPreview::whyNothing(const RowRef& row, int column) {
     StyleSource* from = source();
-    return from && m_drawing ? KorString(WhyNothing::sentenceFor(*from, row, column, *m_part, request()))
-                             : KorString();
+    return from && m_drawing
+               ? KorString(WhyNothing::sentenceFor(*from, row, column, *m_part, requestOnTrial()))
+               : KorString();
 }
 
 std::string KorDSMPreview::partThatShows(const RowRef& row, int column) {
@@ -206,7 +224,7 @@ std::string KorDSMPreview::partThatShows(const RowRef& row, int column) {
         if (entry.name != m_partName)
             others.insert(entry.name == suiting ? others.begin() : others.end(), entry.part.get());
     const SamplePart* found =
-        from ? WhyNothing::partThatShows(*from, row, column, request(), others) : nullptr;
+        from ? WhyNothing::partThatShows(*from, row, column, requestOnTrial(), others) : nullptr;
     const auto entry = std::ranges::find(
         m_parts->all(), found, [](const KorDSMSampleParts::Entry& each) { return each.part.get(); });
     return found && entry != m_parts->all().end() ? entry->name : std::string();
@@ -240,6 +258,26 @@ void KorDSMPreview::leaveOut(std::int32_t entry, bool out) {
         m_leftOut.erase(entry);
     if (m_tell)
         m_tell();
+}
+
+void KorDSMPreview::endTrialsOutside(const KorDSMDatabaseItem* item) {
+    StyleSource* from = source();
+    std::erase_if(m_leftOut, [&](std::int32_t key) {
+        const StructDetObjReprMapKey* entry = from ? entryOf(*from, key) : nullptr;
+        return !entry || !isWithin(item, {kTableReprMap, entry->reprMapKey});
+    });
+}
+
+KorString KorDSMPreview::trialText() const {
+    StyleSource* from = source();
+    const StructDetObjReprMapKey* entry =
+        from && !m_leftOut.empty() ? entryOf(*from, *m_leftOut.begin()) : nullptr;
+    const StructRecord* map =
+        entry ? from->table(kTableReprMap).find(KorOdbcKey(entry->reprMapKey)) : nullptr;
+    if (!map)
+        return {};
+    const std::int64_t count = std::ssize(m_leftOut); // of one map: trials of others have ended
+    return KorString::format(Prompts::counted(kOnTrial, count), {KorString::number(count), map->name});
 }
 
 const Primitive* KorDSMPreview::primitiveAt(std::size_t place) const {

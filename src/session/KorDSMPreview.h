@@ -47,8 +47,8 @@ public:
 
     /// The drawing of the last update; null where there is none.
     const std::shared_ptr<const Drawing>& drawing() const { return m_drawing; }
-    /// The same style and part as the database has it stored, without what is left out on trial; null where
-    /// there is none.
+    /// The same style and part as the database has it stored; what is left out on trial is left out of it,
+    /// too. Null where there is none.
     std::shared_ptr<const Drawing> drawStored() const;
     bool isPending() const;
     /// Why what is drawn, or what is stored, has nothing to be seen, in one sentence.
@@ -84,9 +84,13 @@ public:
     /// How many objects of the part a qualifier set of the source picks, and of how many.
     std::pair<std::int64_t, std::int64_t> pickedBy(std::int32_t set) const;
 
-    /// Leaves an entry of a map out on trial, or no more. Nothing of that is stored.
+    /// Leaves an entry of a map out on trial, or no more. Nothing of that is stored, and it ends with the
+    /// first update for an item that neither is the map nor lies below it.
     void leaveOut(std::int32_t entry, bool out);
     bool isLeftOut(std::int32_t entry) const { return m_leftOut.contains(entry); }
+    const std::set<std::int32_t>& leftOut() const { return m_leftOut; }
+    /// What is left out, in one sentence; empty where nothing is.
+    KorString trialText() const;
     /// To be told when something was left out, or is no more.
     void whenLeftOut(std::function<void()> tell) { m_tell = std::move(tell); }
 
@@ -103,6 +107,8 @@ private:
     const Primitive* primitiveAt(std::size_t place) const;
     StyleSource* source() const;
     DrawingRequest request() const;
+    DrawingRequest requestOnTrial() const;
+    void endTrialsOutside(const KorDSMDatabaseItem* item);
 
     std::shared_ptr<KorDSMSampleParts> m_parts;
     std::filesystem::path m_support;

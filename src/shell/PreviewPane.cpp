@@ -166,7 +166,11 @@ void PreviewPane::setHead(const QString& text) {
     m_view->setAccessibleDescription(text);
 }
 
-void PreviewPane::setFoot(const QString& schematic, const QStringList& notes) {
+void PreviewPane::setFoot(const QString& schematic, const QStringList& notes, bool isTrial) {
+    QFont font = m_notes->font();
+    font.setBold(isTrial);
+    m_foot->setFont(font);
+    m_foot->setForegroundRole(isTrial ? QPalette::WindowText : QPalette::PlaceholderText);
     m_foot->setText(schematic);
     m_notes->setText(toQt(KorString::format(Prompts::dsm(kNotes), {KorString::number(notes.size())})));
     m_notes->setToolTip(notes.join(u'\n'));

@@ -29,8 +29,9 @@ public:
     void setPart(const std::string& name);
     /// What is drawn, and on whose behalf.
     void setHead(const QString& text);
-    /// What the picture is not, and one sentence for each thing that it does not show.
-    void setFoot(const QString& schematic, const QStringList& notes);
+    /// What the picture is not, which stands out where it is a trial, and one sentence for each thing that it
+    /// does not show.
+    void setFoot(const QString& schematic, const QStringList& notes, bool isTrial);
     /// Why nothing is marked, or what became different; nothing for an empty text, which leaves its room free
     /// so that the picture does not jump. With a text for a link, that stands behind it.
     void setNote(const QString& text, const QString& link = {});

@@ -185,6 +185,7 @@ void StylePreview::update() {
     if (isOther || wasBefore)
         showDrawing();
     showHead();
+    showFoot();
     if (std::exchange(m_shownRow, m_preview.subject().row) != m_preview.subject().row)
         showRecord();
     showEffects();
@@ -217,18 +218,23 @@ void StylePreview::showHead() {
 void StylePreview::showDrawing() {
     m_pane->view().show(isBefore() ? m_preview.drawStored() : m_preview.drawing());
     m_pane->hideList();
+    showFoot();
+    if (isBefore())
+        m_pane->setNote(differencesTo(m_pane->view().drawing()));
+}
+
+void StylePreview::showFoot() {
     QString schematic;
     QStringList notes;
+    const KorString trial = m_preview.trialText();
     if (const Drawing* drawing = m_pane->view().drawing()) {
-        schematic = toQt(schematicOf(*drawing));
+        schematic = toQt(schematicOf(*drawing, trial));
         for (const std::string& note : drawing->notes)
             notes << QString::fromStdString(note);
     }
     for (const std::string& problem : m_preview.parts().problems())
         notes << QString::fromStdString(problem);
-    m_pane->setFoot(schematic, notes);
-    if (isBefore())
-        m_pane->setNote(differencesTo(m_pane->view().drawing()));
+    m_pane->setFoot(schematic, notes, !trial.isEmpty());
 }
 
 // A selected style is shown whole, and of what it consists of where that acts.

@@ -55,6 +55,7 @@ private:
     void showRecord();
     void showEffects();
     void showHead();
+    void showFoot();
     void followFocus(const QWidget* focus);
     void markField();
     void explainNothing();

@@ -297,11 +297,35 @@ TEST_F(Preview, CountsWhatTheEntriesOfAMapTakeAndLeavesOneOutOnTrialOnly) {
     preview.leaveOut(holes, true);
     EXPECT_FALSE(isEqual(drawn(), whole));
     EXPECT_TRUE(isEqual(*preview.drawStored(), drawn())) << "nothing is pending";
+    const std::string caption = preview.pageOf(false, false)->primitives.back().text;
+    EXPECT_TRUE(caption.starts_with("On trial without 1 entry of \"HB workshop\". Schematic")) << caption;
     EXPECT_FALSE(isPending());
     preview.leaveOut(holes, false);
     EXPECT_TRUE(isEqual(drawn(), whole));
     press(Qt::Key_F9);
     EXPECT_TRUE(grid->isColumnHidden(takes));
+}
+
+TEST_F(Preview, LeavesSeveralEntriesOutOnTrialAndSaysSoUntilTheirMapIsLeft) {
+    showPreview({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front", "HB workshop"});
+    const Drawing whole = drawn();
+    auto* grid = page()->findChild<KorMFCGridCtrl*>();
+    grid->setFocus();
+    grid->selectRows({1, 2});
+    chooseInMenu("Leave out on trial");
+    Q_EMIT grid->customContextMenuRequested(grid->visualItemRect(grid->item(2, 1)).center());
+    settle();
+    const auto isTold = [this] {
+        return std::ranges::any_of(pane().findChildren<QLabel*>(), [](const QLabel* label) {
+            return label->text().startsWith(QStringLiteral("On trial without 2 entries of \"HB workshop\"."));
+        });
+    };
+    EXPECT_TRUE(isTold());
+    EXPECT_FALSE(isEqual(drawn(), whole));
+    select(kView);
+    settle();
+    EXPECT_FALSE(isTold());
+    EXPECT_TRUE(isEqual(drawn(), whole));
 }
 
 TEST_F(Preview, CountsForWhichObjectsEachQualifierOfASetHolds) {
