@@ -117,13 +117,16 @@ std::string sentenceFor(std::size_t by, const AskedSet& outer, const AskedSet& i
 
 } // namespace
 
-std::vector<ShadowedEntry> Shadowing::of(StyleSource& source, std::int32_t map) {
+std::vector<ShadowedEntry> Shadowing::of(StyleSource& source, std::int32_t map,
+                                         const std::set<std::int32_t>& entriesOff) {
     StyleRows rows(source);
     const auto entries = ObjectMatch::entriesOf(rows, map);
     std::vector<ShadowedEntry> shadowed;
     constexpr std::size_t kMostEntries = 500; // that each is compared with
     for (std::size_t i = 1; i < entries.size(); ++i)
         for (std::size_t by = 0; by < std::min(i, kMostEntries); ++by) {
+            if (entriesOff.contains(entries[by]->key) || entriesOff.contains(entries[i]->key))
+                continue;
             const AskedSet& outer = AskedSet::of(rows, entries[by]->qualifierSetKey);
             const AskedSet& inner = AskedSet::of(rows, entries[i]->qualifierSetKey);
             if (!covers(outer, inner))

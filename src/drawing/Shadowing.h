@@ -2,6 +2,8 @@
 
 #include "drawing/StyleRows.h"
 
+#include <set>
+
 /// An entry of a map that can never decide, whatever the objects are.
 struct ShadowedEntry {
     std::int32_t entry = 0; ///< key
@@ -14,7 +16,8 @@ struct ShadowedEntry {
 /// that fits whatever it fits. What is not proven is not told.
 namespace Shadowing {
 
-/// Of one map, in the order of its entries.
-std::vector<ShadowedEntry> of(StyleSource& source, std::int32_t map);
+/// Of one map, in the order of its entries. Those that are off neither act nor take anything.
+std::vector<ShadowedEntry> of(StyleSource& source, std::int32_t map,
+                              const std::set<std::int32_t>& entriesOff = {});
 
 } // namespace Shadowing

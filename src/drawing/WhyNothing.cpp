@@ -67,12 +67,14 @@ KorString whatViewsHide(StyleSource& source, const DrawingSubject& subject, cons
 }
 
 // Where entries before take all objects that an entry fits: the first of those.
-KorString whoTakes(StyleSource& source, const RowRef& row, std::int32_t style, const SamplePart& part) {
+KorString whoTakes(StyleSource& source, const RowRef& row, const DrawingRequest& request,
+                   const SamplePart& part) {
     if (row.table != kTableReprMapEntry)
         return {};
     const auto& entry = static_cast<const StructDetObjReprMapKey&>(
         *source.table(kTableReprMapEntry).find(KorOdbcKey(row.key)));
-    MapExplanation map(source, entry.reprMapKey, part, MapExplanation::objectsOf(source, style, part));
+    MapExplanation map(source, entry.reprMapKey, part, MapExplanation::objectsOf(source, request.style, part),
+                       request.entriesOff);
     const std::vector<EntryCount> counts = map.counts();
     const auto own = std::ranges::find(counts, row.key, &EntryCount::entry);
     if (own == counts.end() || !own->takes.empty() || own->takenBefore.empty())
@@ -107,7 +109,7 @@ std::string WhyNothing::sentenceFor(StyleSource& source, const RowRef& row, int 
     for (const KorString& why :
          {whyNoView(source, subject, *column, *record, drawing),
           Hindrances::of(row.table, *column, {*record, source, style, drawing}),
-          whatViewsHide(source, subject, *column), whoTakes(source, row, style.key, part)})
+          whatViewsHide(source, subject, *column), whoTakes(source, row, request, part)})
         if (!why.isEmpty())
             return why.toStdString();
     return (Governed(drawing).by(source.id(), row).empty()

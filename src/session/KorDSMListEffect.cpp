@@ -37,7 +37,8 @@ std::vector<KorDSMListEffect::Row> KorDSMListEffect::of(SourceId id, RowRef whol
         for (const EntryCount::Taken& taken : count.takenBefore)
             row.takenBefore.push_back(taken.object);
     }
-    for (const ShadowedEntry& shadowed : Shadowing::of(*source, whole.key)) {
+    for (const ShadowedEntry& shadowed :
+         Shadowing::of(*source, whole.key, preview ? preview->leftOut() : std::set<std::int32_t>())) {
         auto row = std::ranges::find(rows, shadowed.entry, &Row::key);
         if (row == rows.end())
             row = rows.insert(rows.end(), Row{shadowed.entry});

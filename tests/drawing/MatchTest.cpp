@@ -219,6 +219,10 @@ TEST_F(MatchTest, RandomMapsDecideAsAPlainEvaluatorAndShadowOnlyWhatNeverActs) {
         }
         if (round >= 1000)
             continue;
+        for (const ShadowedEntry& shadowed : Shadowing::of(source, map, {entries[0]})) {
+            ASSERT_NE(shadowed.by, entries[0]) << "what is off takes nothing";
+            ASSERT_NE(shadowed.entry, entries[0]);
+        }
         MapExplanation explanation(source, map, sample, objects);
         const std::vector<EntryCount> counts = explanation.counts();
         for (std::size_t i = 0; i < 4; ++i)
