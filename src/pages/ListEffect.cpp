@@ -86,12 +86,15 @@ std::vector<int> ListEffect::objectsAt(int row, int column) const {
                                                        : std::vector<int>();
 }
 
-void ListEffect::addTo(QMenu& menu, std::int32_t key) const {
+void ListEffect::addTo(QMenu& menu, const std::vector<std::int32_t>& keys) const {
     KorDSMPreview* preview = KorDSMPreview::shown();
     if (!preview || !m_isFirstMatch)
         return;
-    QAction* action = menu.addAction(toQt(Prompts::dsm(kLeaveOut)), this,
-                                     [preview, key](bool off) { preview->leaveOut(key, off); });
+    QAction* action = menu.addAction(toQt(Prompts::dsm(kLeaveOut)), this, [preview, keys](bool off) {
+        for (const std::int32_t key : keys)
+            preview->leaveOut(key, off);
+    });
     action->setCheckable(true);
-    action->setChecked(preview->isLeftOut(key));
+    action->setChecked(
+        std::ranges::all_of(keys, [preview](std::int32_t key) { return preview->isLeftOut(key); }));
 }

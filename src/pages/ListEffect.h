@@ -21,8 +21,8 @@ public:
     void show(RowRef whole, const std::vector<std::int32_t>& keys);
     /// The objects of the sample part that a cell counts; none for other cells.
     std::vector<int> objectsAt(int row, int column) const;
-    /// Adds the command that leaves the row out on trial; nothing without a preview.
-    void addTo(QMenu& menu, std::int32_t key) const;
+    /// Adds the command that leaves rows out on trial; nothing without a preview.
+    void addTo(QMenu& menu, const std::vector<std::int32_t>& keys) const;
 
 private:
     void showRow(int place, const KorDSMListEffect::Row& row);

@@ -165,8 +165,11 @@ void PartListActions::showMenu(const QPoint& position) {
         action->setEnabled(canDo(command));
     }
     addPasteOnly(menu);
-    if (m_effect && cell.isValid())
-        m_effect->addTo(menu, m_rows.keyAt(cell.row()));
+    if (m_effect && cell.isValid()) {
+        const std::int32_t key = m_rows.keyAt(cell.row());
+        const KorDSMEditedList::Keys keys = selected();
+        m_effect->addTo(menu, std::ranges::count(keys, key) ? keys : KorDSMEditedList::Keys{key});
+    }
     KorMnemonics::give(menu);
     menu.exec(m_grid.viewport()->mapToGlobal(position));
 }
