@@ -16,7 +16,9 @@ namespace {
 // Views are shared: as many styles have most of what others of their source look at.
 constexpr std::size_t kMostAhead = 200;
 constexpr int kNamedReason = 912; // "%s: %s"
-constexpr int kOnTrial = 1450;    // "On trial without %s entries of "%s"."
+constexpr int kRest = 769;        // "Everything else"
+constexpr int kAsUsual = 770;
+constexpr int kOnTrial = 1450; // "On trial without %s entries of "%s"."
 
 struct ShownPreview {
     KorDSMPreview* preview = nullptr;
@@ -316,5 +318,21 @@ std::vector<KorDSMPreview::Reason> KorDSMPreview::reasonsFor(std::size_t place) 
                            reason.reason == EntryReason::kDecides,
                            KorString::format(Prompts::dsm(kNamedReason), {name, reason.sentence})});
     }
+    if (std::ranges::none_of(reasons, &Reason::decides))
+        reasons.push_back(reasonOfRest(*primitive, map->row));
     return reasons;
+}
+
+// Of what no entry fits; where it belongs to an assembly, the entry that draws that.
+KorDSMPreview::Reason KorDSMPreview::reasonOfRest(const Primitive& primitive, RowRef map) const {
+    const auto entry = std::ranges::find(*primitive.provenance, kTableReprMapEntry,
+                                         [](const ProvenanceStep& step) { return step.row.table; });
+    const bool isByEntry = entry != primitive.provenance->end();
+    const KorString how = isByEntry ? KorString::format(translated("is drawn like the assembly, by %s"),
+                                                        {KorDSMProvenanceWords::nameOf(entry->row)})
+                                    : Prompts::dsm(kAsUsual);
+    const KorString text = KorString::format(Prompts::dsm(kNamedReason), {Prompts::dsm(kRest), how});
+    if (isByEntry)
+        return {entry->row, true, text};
+    return {map, true, text, {findTable(map.table)->column("hide_unmatched")->number}};
 }

@@ -96,11 +96,13 @@ public:
 
     /// Why an entry of the map decides how an object looks, or does not.
     struct Reason {
-        RowRef entry;
+        RowRef row; ///< the entry; the map of what none of them decides
         bool decides = false;
         KorString text;
+        std::vector<int> columns = {}; ///< that it is a matter of; none: the row as a whole
     };
-    /// For the object that a primitive shows, all entries of the map that decided; none where no map did.
+    /// For the object that a primitive shows, all entries of the map that decided, and what does where none
+    /// of them does; nothing where no map did.
     std::vector<Reason> reasonsFor(std::size_t place) const;
 
 private:
@@ -108,6 +110,7 @@ private:
     StyleSource* source() const;
     DrawingRequest request() const;
     DrawingRequest requestOnTrial() const;
+    Reason reasonOfRest(const Primitive& primitive, RowRef map) const;
     void endTrialsOutside(const KorDSMDatabaseItem* item);
 
     std::shared_ptr<KorDSMSampleParts> m_parts;

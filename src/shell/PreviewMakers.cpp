@@ -67,7 +67,7 @@ void PreviewMakers::listReasons(std::size_t place) {
     for (const KorDSMPreview::Reason& reason : m_preview.reasonsFor(place)) {
         if (reason.decides)
             decides = static_cast<int>(rows.size());
-        m_listed.push_back({reason.entry, {}});
+        m_listed.push_back({reason.row, reason.columns});
         rows << toQt(reason.text);
     }
     m_pane.showList(toQt(Prompts::dsm(kEntries)), rows, decides);
