@@ -13,6 +13,20 @@ constexpr int kPartOfWhole = 910; // "%s %d of "%s""
 constexpr int kNamed = 911;       // "%s "%s""
 constexpr int kWithColumns = 912; // "%s: %s"
 
+// What a page calls a column, where its caption says what a value of it means.
+constexpr struct {
+    eTableType table;
+    std::string_view column;
+    int prompt;
+} kOnPages[] = {{kTableReprMap, "hide_unmatched", 769}};
+
+KorString captionOf(const TableSchema& table, const Column& column) {
+    for (const auto& each : kOnPages)
+        if (each.table == table.type && each.column == column.name)
+            return Prompts::dsm(each.prompt);
+    return KorDSMValueText::columnCaption(table, column);
+}
+
 const StructRecord* recordOf(RowRef row) {
     StyleSource* source = StyleDatabases::current().here();
     return source ? source->table(row.table).find(KorOdbcKey(row.key)) : nullptr;
@@ -63,8 +77,7 @@ KorString KorDSMProvenanceWords::sentenceOf(const ProvenanceStep& step) {
     std::string columns;
     for (const int number : step.columns)
         if (const Column* column = table ? table->column(number) : nullptr)
-            columns +=
-                (columns.empty() ? "" : ", ") + KorDSMValueText::columnCaption(*table, *column).toStdString();
+            columns += (columns.empty() ? "" : ", ") + captionOf(*table, *column).toStdString();
     const KorString name = nameOf(step.row);
     return columns.empty() ? name : KorString::format(Prompts::dsm(kWithColumns), {name, columns});
 }

@@ -6,6 +6,7 @@
 #include "records/TableDeclarations.h"
 #include "session/KorDSMPreview.h"
 #include "session/KorDSMPreviewSubject.h"
+#include "session/KorDSMProvenanceWords.h"
 #include "session/KorDSMUndo.h"
 #include "shell/PreviewPane.h"
 
@@ -322,6 +323,26 @@ TEST_F(Preview, LeavesSeveralEntriesOutOnTrialAndSaysSoUntilTheirMapIsLeft) {
     };
     EXPECT_TRUE(isTold());
     EXPECT_FALSE(isEqual(drawn(), whole));
+
+    // What no entry fits is not left without a reason.
+    KorDSMPreview& preview = *KorDSMPreview::shown();
+    const RowRef map = {kTableReprMap, KorDSMSectionTree::itemOf(tree().selectedItem())->recordKey()};
+    ASSERT_TRUE(m_databases->setCell(map.table, KorOdbcKey(map.key), 3, std::int64_t{0}).isStored());
+    preview.update(KorDSMSectionTree::itemOf(tree().selectedItem()), {});
+    const Drawing plain = *preview.drawing();
+    const auto all = plain.all();
+    const auto rest = std::ranges::find_if(all, [&](const Primitive* each) {
+        return each->object >= 0 && each->provenance && each->provenance->front().row == map;
+    });
+    ASSERT_NE(rest, all.end());
+    const KorDSMPreview::Reason last =
+        preview.reasonsFor(static_cast<std::size_t>(rest - all.begin())).back();
+    EXPECT_TRUE(last.decides && last.row == map);
+    EXPECT_EQ(last.text.view(), "Everything else: is drawn as usual");
+    EXPECT_TRUE(KorDSMProvenanceWords::sentenceOf((*rest)->provenance->front())
+                    .view()
+                    .ends_with(": Everything else"));
+    ASSERT_TRUE(m_databases->setCell(map.table, KorOdbcKey(map.key), 3, std::int64_t{1}).isStored());
     select(kView);
     settle();
     EXPECT_FALSE(isTold());
