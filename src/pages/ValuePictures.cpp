@@ -66,17 +66,23 @@ KorSamples::Line lineOf(std::int32_t linetypeKey, std::int32_t color, double wei
     return {pattern.value_or(LinetypePattern()), color, weight};
 }
 
-bool isDrawn(std::int32_t statusKey) {
-    const auto* status = rowOf<StructDetailVisibilityStatus>(statusKey);
-    return status && status->status != 0;
+enum eStatus : std::int32_t { kNotDrawn, kDrawn, kAsHidden };
+
+// As drawings take it: what has no status is drawn.
+std::int32_t statusOf(std::int32_t key) {
+    const auto* status = rowOf<StructDetailVisibilityStatus>(key);
+    return status ? status->status : kDrawn;
 }
 
 QIcon pictureOf(const StructDetObjAppearance& look) {
     const auto* hatch = rowOf<StructDetHatchSettings>(look.hatchKey);
+    const std::int32_t visible = statusOf(look.visibleStatusKey);
+    const KorSamples::Line hiddenLine = lineOf(look.hiddenLinetypeKey, look.hiddenColor, look.lineWeight);
     return KorSamples::appearance(
-        {isDrawn(look.visibleStatusKey), lineOf(look.visibleLinetypeKey, look.visibleColor, look.lineWeight),
-         isDrawn(look.hiddenStatusKey), lineOf(look.hiddenLinetypeKey, look.hiddenColor, look.lineWeight),
-         hatch ? hatchOf(*hatch) : Hatch{}});
+        {visible != kNotDrawn,
+         visible == kAsHidden ? hiddenLine
+                              : lineOf(look.visibleLinetypeKey, look.visibleColor, look.lineWeight),
+         statusOf(look.hiddenStatusKey) != kNotDrawn, hiddenLine, hatch ? hatchOf(*hatch) : Hatch{}});
 }
 
 QIcon pictureOf(const StructClippingType& type) {

@@ -165,6 +165,17 @@ TEST_F(ValuePicturesTest, LinesHatchesLeadersAndColoursAreDrawnAsTheyComeOut) {
         EXPECT_GT(more, ink);
         ink = more;
     }
+    // What has no status is drawn.
+    StructDetObjAppearance look;
+    look.visibleColor = 1;
+    const auto sample = [&] {
+        return drawn(ValuePictures::ofRow(*findTable(kTableAppearance), look), KorSamples::kSampleSize);
+    };
+    const QImage unset = sample();
+    look.visibleStatusKey = CurrentRows::find(kTableVisibilityStatus, KorString("Visible"))->key;
+    EXPECT_EQ(sample(), unset);
+    look.visibleStatusKey = CurrentRows::find(kTableVisibilityStatus, KorString("Not drawn"))->key;
+    EXPECT_NE(sample(), unset);
     EXPECT_TRUE(KorSamples::hatch({"NO-SUCH-PATTERN"}).isNull());
     EXPECT_TRUE(KorSamples::leader({.arrow = 9}).isNull());
 }
