@@ -66,7 +66,7 @@ void report(const StylePicture& picture, const DrawingOptions& options) {
         for (const std::string& note : drawing.notes)
             Console::complain(note);
         Console::sayStored(KorString::format(translated("\"%s\" of the part \"%s\" was drawn into \"%s\"."),
-                                             {drawing.style, drawing.part, options.file}));
+                                             {drawing.style, translated(drawing.part), options.file}));
         return;
     }
     QJsonArray views;

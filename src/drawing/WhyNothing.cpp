@@ -82,7 +82,7 @@ KorString whoTakes(StyleSource& source, const RowRef& row, const DrawingRequest&
     const StructRecord* before = source.table(kTableReprMapEntry).find(KorOdbcKey(own->takenBefore[0].by));
     return KorString::format(
         translated("The entry \"%s\" before it decides for what it fits of the sample part \"%s\"."),
-        {before->name, part.name});
+        {before->name, translated(part.name)});
 }
 
 } // namespace
@@ -113,8 +113,9 @@ std::string WhyNothing::sentenceFor(StyleSource& source, const RowRef& row, int 
         if (!why.isEmpty())
             return why.toStdString();
     return (Governed(drawing).by(source.id(), row).empty()
-                ? Hindrances::ofRecord(row.table, {table->rowName(), record->name, part.name})
-                : Hindrances::ofField(row.table, *column, {table->rowName(), record->name, part.name}))
+                ? Hindrances::ofRecord(row.table, {table->rowName(), record->name, translated(part.name)})
+                : Hindrances::ofField(row.table, *column,
+                                      {table->rowName(), record->name, translated(part.name)}))
         .toStdString();
 }
 

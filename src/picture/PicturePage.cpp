@@ -12,7 +12,7 @@ KorString schematicOf(const Drawing& drawing, const KorString& trial) {
 PicturePage pageOf(const Drawing& drawing, const KorString& trial) {
     constexpr double kMargin = 5; // mm around the drawing
     PicturePage page;
-    page.title = drawing.style + ", " + drawing.part;
+    page.title = drawing.style + ", " + translated(drawing.part).toStdString();
     for (const Primitive* primitive : drawing.all())
         page.primitives.push_back(*primitive);
     page.box = drawing.box();

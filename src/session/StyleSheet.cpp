@@ -4,6 +4,7 @@
 #include "data/ScopedSource.h"
 #include "data/StyleDatabases.h"
 #include "drawing/StyleRows.h"
+#include "records/OwnWords.h"
 #include "records/TableDeclarations.h"
 #include "session/KorDSMQualifierWords.h"
 #include "session/KorDSMValueText.h"
@@ -23,7 +24,7 @@ struct SheetLine {
 template <typename R>
 KorString named(StyleRows& rows, std::int32_t key) {
     const R* row = rows.row<R>(key);
-    return row ? KorString::format("\"%s\"", {row->name}) : KorString();
+    return row ? KorString::format(translated("\"%s\""), {OwnWords::nameOf(tableOf<R>, *row)}) : KorString();
 }
 
 class SheetWords {
