@@ -12,7 +12,7 @@ namespace {
 constexpr int kOfView = 913; // "%s – %s"
 constexpr int kSheet = 914;
 
-// What users count: of a dimension or label its text, of all others each line.
+// What users count: of a dimension its text, of a label or title all of its texts, of all others each line.
 struct CountedKind {
     Primitive::ePurpose purpose;
     const char* name;
@@ -55,10 +55,18 @@ Vec2 zeroOf(const Primitives& primitives) {
 }
 
 struct Seen {
-    const Primitive* primitive;
+    std::vector<const Primitive*> primitives; // of a label or title, one for each line; at least one
     std::vector<Place> places;
     bool isGone = false;
+
+    const Primitive& first() const { return *primitives.front(); }
 };
+
+// What made a label or title is its own: all lines of it share that.
+bool isNextLine(const Primitive& text, const Seen& before) {
+    const bool hasLines = text.purpose == Primitive::kLabel || text.purpose == Primitive::kTitle;
+    return hasLines && text.provenance && text.provenance == before.first().provenance;
+}
 
 std::vector<Seen> countedOf(const Primitives& primitives, Primitive::ePurpose purpose) {
     const Vec2 zero = zeroOf(primitives);
@@ -66,15 +74,21 @@ std::vector<Seen> countedOf(const Primitives& primitives, Primitive::ePurpose pu
     for (const Primitive& primitive : primitives) {
         if (primitive.purpose != purpose || !isCounted(primitive))
             continue;
-        Seen& each = seen.emplace_back(Seen{&primitive, {}});
+        if (seen.empty() || !isNextLine(primitive, seen.back()))
+            seen.emplace_back();
+        Seen& each = seen.back();
+        each.primitives.push_back(&primitive);
         for (const Vec2& point : primitive.points)
             each.places.push_back(placeOf(point, zero));
     }
     return seen;
 }
 
-bool isSameLook(const Primitive& a, const Primitive& b) {
-    return a.kind == b.kind && a.pen == b.pen && a.text == b.text && a.style == b.style;
+bool isSameLook(const Seen& a, const Seen& b) {
+    return std::ranges::equal(a.primitives, b.primitives, [](const Primitive* one, const Primitive* other) {
+        return one->kind == other->kind && one->pen == other->pen && one->text == other->text &&
+               one->style == other->style;
+    });
 }
 
 struct Counts {
@@ -90,7 +104,7 @@ template <typename IsPair>
 int takePairs(std::vector<Seen>& before, std::vector<Seen>& after, IsPair isPair) {
     std::multimap<std::size_t, Seen*> open; // by a number that pairs have in common
     const auto numberOf = [](const Seen& seen) {
-        return static_cast<std::size_t>(seen.primitive->object + 1) * 8 + seen.primitive->kind;
+        return static_cast<std::size_t>(seen.first().object + 1) * 8 + seen.first().kind;
     };
     for (Seen& each : before)
         if (!each.isGone)
@@ -116,12 +130,10 @@ Counts compare(const Primitives& before, const Primitives& after, Primitive::ePu
     std::vector<Seen> now = countedOf(after, purpose);
     const auto isAtPlace = [](const Seen& a, const Seen& b) { return a.places == b.places; };
     Counts counts;
-    counts.equal = takePairs(old, now, [&](const Seen& a, const Seen& b) {
-        return isAtPlace(a, b) && isSameLook(*a.primitive, *b.primitive);
-    });
+    counts.equal = takePairs(
+        old, now, [&](const Seen& a, const Seen& b) { return isAtPlace(a, b) && isSameLook(a, b); });
     counts.changed = takePairs(old, now, isAtPlace);
-    counts.moved = takePairs(
-        old, now, [](const Seen& a, const Seen& b) { return isSameLook(*a.primitive, *b.primitive); });
+    counts.moved = takePairs(old, now, isSameLook);
     for (const Seen& each : old)
         counts.went += !each.isGone;
     for (const Seen& each : now)

@@ -4,6 +4,7 @@
 #include "controls/KorMFCGridCtrl.h"
 #include "drawing/Governed.h"
 #include "records/TableDeclarations.h"
+#include "session/KorDSMDrawingDifferences.h"
 #include "session/KorDSMPreview.h"
 #include "session/KorDSMPreviewSubject.h"
 #include "session/KorDSMProvenanceWords.h"
@@ -175,6 +176,31 @@ TEST_F(Preview, ASliderAndALineInThePictureBringWhatIsStoredOverFromTheLeft) {
     settle();
     EXPECT_FALSE(slider->isVisible());
     EXPECT_EQ(slider->value(), 0);
+}
+
+TEST_F(Preview, CountsATitleOfSeveralLinesOnceWhereItSaysWhatBecameDifferent) {
+    Drawing before;
+    ViewPicture& front = before.views.emplace_back();
+    front.key = 1;
+    front.name = "Front";
+    const auto title = std::make_shared<const Provenance>();
+    for (const char* line : {"Post", "1:15"}) {
+        Primitive& text = front.primitives.emplace_back();
+        text.kind = Primitive::kText;
+        text.purpose = Primitive::kTitle;
+        text.points = {{0, 0}};
+        text.text = line;
+        text.provenance = title;
+    }
+    Drawing after = before;
+    after.views[0].primitives[1].text = "1:10";
+    const auto changed = KorDSMDrawingDifferences::wordsOf(before, after);
+    ASSERT_EQ(changed.size(), 1u);
+    EXPECT_EQ(changed[0].view(), "Front – titles: 1 look different");
+    after.views[0].primitives.clear();
+    const auto went = KorDSMDrawingDifferences::wordsOf(before, after);
+    ASSERT_EQ(went.size(), 1u);
+    EXPECT_EQ(went[0].view(), "Front – titles: 1 went");
 }
 
 TEST_F(Preview, ShowsWhatIsTypedAfterAPauseWithoutWritingIt) {
