@@ -152,7 +152,7 @@ private:
                                       std::lround(along(span.from->flat, m_direction)),
                                       std::lround(along(span.to->flat, m_direction)), count})
                              .second;
-        return !isNew;
+        return !isNew && !m_context.repeatsDimensions;
     }
 
     // Without those that would lie upon each other on the sheet.

@@ -17,6 +17,7 @@ struct DrawingContext {
     std::vector<int> shown; ///< indexes of the objects that the style selects
     bool isOverview = false;
     std::set<std::int32_t> entriesOff = {}; ///< keys of entries of maps that decide nothing
+    bool repeatsDimensions = false;         ///< also those that say what others of the view say already
     std::set<std::pair<std::int32_t, int>> labelled =
         {}; ///< strategies and objects that have a label already
 

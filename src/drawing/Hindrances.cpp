@@ -159,13 +159,17 @@ const Lack kOfFields[] = {
      translatable("No visible edge is drawn with the %s \"%s\" in the sample part \"%s\".")},
 };
 
+constexpr auto kOfDimensions = {
+    kTableDimRequest,          kTableDimStrategyItem,       kTableViewDimStrategy, kTablePointSelection,
+    kTablePointType,           kTableRequestType,           kTableLinearDirection, kTableParentRelaPos,
+    kTableDimGeomRestrictions, kTableGeometricRestrictions, kTableOrdinateDimType, kTableOrdinatePosition,
+    kTableOrdinateReference};
+
 const Lack kOfRecords[] = {
-    {{kTableDimRequest, kTableDimStrategyItem, kTableViewDimStrategy, kTablePointSelection, kTablePointType,
-      kTableRequestType, kTableLinearDirection, kTableParentRelaPos, kTableDimGeomRestrictions,
-      kTableGeometricRestrictions, kTableOrdinateDimType, kTableOrdinatePosition, kTableOrdinateReference},
+    {kOfDimensions,
      {},
      translatable("No dimension comes from the %s \"%s\": it finds nothing to measure in the sample part "
-                  "\"%s\", or another one measures it already.")},
+                  "\"%s\".")},
     {{kTableAnnotationStrategy, kTableAnnotationType, kTableArrangerControl, kTableArrangerStrategy,
       kTableLeaderStyle},
      {},
@@ -210,6 +214,18 @@ KorString Hindrances::ofField(eTableType table, const Column& column, const Name
     return lacking(kOfFields, table, &column, names,
                    translatable("The %s \"%s\" acts in this drawing, but nothing of the sample part \"%s\" "
                                 "hangs on this field."));
+}
+
+bool Hindrances::isOfDimensions(eTableType table) {
+    return std::ranges::find(kOfDimensions, table) != kOfDimensions.end();
+}
+
+KorString Hindrances::ofRepeated(const Names& names) {
+    return KorString::format(
+        translated(
+            "No dimension comes from the %s \"%s\": what it measures of the sample part \"%s\", another "
+            "one measures already."),
+        {names.kind, names.record, names.part});
 }
 
 KorString Hindrances::ofRecord(eTableType table, const Names& names) {

@@ -28,6 +28,10 @@ struct Names {
 KorString of(eTableType table, const Column& column, const Circumstances& circumstances);
 /// Of a record that acts in the drawing: what the part lacks for the column to show.
 KorString ofField(eTableType table, const Column& column, const Names& names);
+/// Whether records of the table have a say in what is measured.
+bool isOfDimensions(eTableType table);
+/// Of such a record that does not act in the drawing, where what it measures is measured already.
+KorString ofRepeated(const Names& names);
 /// Of a record that does not act in the drawing: what it finds nothing of in the part.
 KorString ofRecord(eTableType table, const Names& names);
 

@@ -94,6 +94,7 @@ struct LiveDrawing::Kept {
                 rows->step(style, {"arrange_strategy", "object_selection_strategy", "automatic_clipping",
                                    "grid_reference_settings", "drawing_settings"})});
         context.entriesOff = request.entriesOff;
+        context.repeatsDimensions = request.repeatsDimensions;
         selectObjects(context);
         if (SharedByViews now = SharedByViews::of(context); shared != now) {
             shared = std::move(now);

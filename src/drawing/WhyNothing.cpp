@@ -85,6 +85,13 @@ KorString whoTakes(StyleSource& source, const RowRef& row, const DrawingRequest&
         {before->name, translated(part.name)});
 }
 
+// Of a record that acts nowhere: whether all that it measures is measured already.
+bool isRepeated(StyleSource& source, const RowRef& row, const SamplePart& part, DrawingRequest request) {
+    request.repeatsDimensions = true;
+    return Hindrances::isOfDimensions(row.table) &&
+           !Governed(drawStyle(source, part, request)).by(source.id(), row).empty();
+}
+
 } // namespace
 
 std::string WhyNothing::sentenceFor(StyleSource& source, const RowRef& row, int number,
@@ -112,10 +119,11 @@ std::string WhyNothing::sentenceFor(StyleSource& source, const RowRef& row, int 
           whatViewsHide(source, subject, *column), whoTakes(source, row, request, part)})
         if (!why.isEmpty())
             return why.toStdString();
-    return (Governed(drawing).by(source.id(), row).empty()
-                ? Hindrances::ofRecord(row.table, {table->rowName(), record->name, translated(part.name)})
-                : Hindrances::ofField(row.table, *column,
-                                      {table->rowName(), record->name, translated(part.name)}))
+    const Hindrances::Names names = {table->rowName(), record->name, translated(part.name)};
+    if (!Governed(drawing).by(source.id(), row).empty())
+        return Hindrances::ofField(row.table, *column, names).toStdString();
+    return (isRepeated(source, row, part, request) ? Hindrances::ofRepeated(names)
+                                                   : Hindrances::ofRecord(row.table, names))
         .toStdString();
 }
 

@@ -114,6 +114,26 @@ TEST_F(QuestionTest, WhereAFieldGovernsNothingASentenceSaysWhy) {
               "No detail style uses the repr map \"Nobody's\", so nothing is drawn with it.");
 }
 
+TEST_F(QuestionTest, ASilentDimensionFindsNothingOrSaysWhatAnotherOneSays) {
+    const auto style = row<StructDetailStyle>("Beam, single part").key;
+    const SamplePart beam = part("beam");
+    const std::int32_t strategy = row<StructDetViewDimStrategy>("Single part, along").key;
+    auto request = row<StructDetViewDimRequestLinear>("Overall length");
+    request.titleFormat = {};
+    const auto whyNot = [&](const KorString& name, int order) {
+        const std::int32_t key = add(request, name);
+        add(StructDetViewDimStrategyItem{{}, strategy, order, key}, name);
+        return WhyNothing::sentenceFor(source(), {kTableDimRequest, key},
+                                       number(kTableDimRequest, "direction"), beam,
+                                       {style, 0, supportFolder()});
+    };
+    const std::string repeated = whyNot("Once more", 1000);
+    EXPECT_TRUE(repeated.ends_with("another one measures already.")) << repeated;
+    request.minimumLength = 1e6;
+    const std::string nothing = whyNot("Of a bridge", 1001);
+    EXPECT_NE(nothing.find("it finds nothing to measure"), nothing.npos) << nothing;
+}
+
 // No field of all that a style reaches is left with the sentence that gives no reason.
 TEST_F(QuestionTest, EachSilentFieldHasAReasonOfItsOwn) {
     const auto style = row<StructDetailStyle>("Beam, shop drawing").key;
