@@ -21,7 +21,6 @@
 #include "session/KorDSMUndo.h"
 
 #include <QAbstractButton>
-#include <QAction>
 #include <QBoxLayout>
 #include <QButtonGroup>
 #include <QGroupBox>
@@ -46,6 +45,27 @@ constexpr int kFirstTemplate = 1086;
 constexpr int kLastTemplate = 2321;
 constexpr int kNotStored = 454;
 constexpr int kNameColumn = 1;
+
+/// Presses a button of the page by the key of renaming that the focused control of the page leaves, before
+/// the window has it.
+class PageRenameKey : public QObject {
+public:
+    PageRenameKey(QWidget& page, QAbstractButton& button) : QObject(&page), m_button(button) {}
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const bool isAsked = event->type() == QEvent::ShortcutOverride;
+        if ((!isAsked && event->type() != QEvent::KeyPress) || !m_button.isEnabled() ||
+            static_cast<QKeyEvent*>(event)->keyCombination() != QKeyCombination(Qt::Key_F2))
+            return QObject::eventFilter(watched, event);
+        event->accept();
+        if (!isAsked)
+            m_button.click();
+        return true;
+    }
+
+private:
+    QAbstractButton& m_button;
+};
 
 } // namespace
 
@@ -313,13 +333,8 @@ void KorDSMPage::setButton(int controlId, int bitmap, int disabledBitmap, int to
 }
 
 void KorDSMPage::setRenameKey(int controlId) {
-    auto* button = KorControls::find<QAbstractButton>(this, controlId);
-    if (!button)
-        return;
-    auto* action = new QAction(button);
-    action->setShortcut(QKeySequence(Qt::Key_F2));
-    connect(action, &QAction::triggered, button, &QAbstractButton::click);
-    button->addAction(action);
+    if (auto* button = KorControls::find<QAbstractButton>(this, controlId))
+        installEventFilter(new PageRenameKey(*this, *button));
 }
 
 void KorDSMPage::notifyLinkedPages(const KorString& name, int what, int index) {

@@ -99,15 +99,14 @@ RecordMenu::~RecordMenu() {
     SharedConsent::offerCopy(m_window, {});
 }
 
-// In the strip's place where that cannot rename: a window has one use of a key at a time, and the pages of
-// views have that key for what they choose.
+// In the strip's place where that cannot rename: a window has one use of a key at a time. Pages that rename
+// something else take the key while they have the focus.
 void RecordMenu::follow() {
     KorDSMDatabaseItem* item = m_selection.subject();
     m_rename->setEnabled(item && isMadeByUsers(*item) &&
                          KorDSMItemCommands::whyNotWritable(*item).isEmpty() &&
                          !isInStrip(eItemCommand::kRename, *item));
-    const bool hasKey = m_rename->isEnabled() && item->type() != KorDSMDefines::kViewRequest;
-    m_rename->setShortcut(hasKey ? keyOf(eItemCommand::kRename) : QKeySequence());
+    m_rename->setShortcut(m_rename->isEnabled() ? keyOf(eItemCommand::kRename) : QKeySequence());
     // Where no definition can be made, the first thing to make is what it is filed in.
     const bool isFirst = item && canHaveGroups(*item) && !isInStrip(eItemCommand::kNew, *item);
     m_newGroup->setEnabled(isFirst);

@@ -401,9 +401,17 @@ TEST_F(EditorFixture, ViewsAndClippingStrategiesAreRenamedByTheSameKeyOnTheirPag
     press(Qt::Key_F2);
     EXPECT_EQ(selected(), "HB front, cut");
     showTab(2);
+    auto* strategy = pageControl<QComboBox>(1091);
     answerNext([](QWidget* modal) { typeName(modal, "HB very long beams"); });
-    press(Qt::Key_F2);
-    EXPECT_EQ(pageControl<QComboBox>(1091)->currentText(), "HB very long beams");
+    QTest::keyClick(strategy, Qt::Key_F2);
+    EXPECT_EQ(strategy->currentText(), "HB very long beams");
+    for (const int tab : {2, 3}) {
+        showTab(tab);
+        const std::string name = "HB front, cut " + std::to_string(tab);
+        answerNext([&name](QWidget* modal) { typeName(modal, name.c_str()); });
+        QTest::keyClick(&tree(), Qt::Key_F2);
+        EXPECT_EQ(selected(), name) << "in the tree it is the view";
+    }
 }
 
 TEST_F(EditorFixture, WhatIsCopiedWhereItIsUsedComesIntoItsOwnSectionToo) {
