@@ -70,6 +70,11 @@ void KorGridDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
         model->setData(index, combo->currentText(), Qt::EditRole);
 }
 
+QRect KorGridDelegate::arrowPart(const QRect& cell) {
+    constexpr int kWidth = 20;
+    return {cell.right() - kWidth + 1, cell.top(), kWidth, cell.height()};
+}
+
 void KorGridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const {
     QStyledItemDelegate::paint(painter, option, index);
@@ -78,7 +83,8 @@ void KorGridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     if (!index.data(kChoicesRole).isValid() || !(index.flags() & Qt::ItemIsEditable))
         return;
     QStyleOptionViewItem arrow = option;
-    arrow.rect = QRect(option.rect.right() - 13, option.rect.center().y() - 5, 10, 10);
+    const QRect part = arrowPart(option.rect);
+    arrow.rect = QRect(part.left() + 6, part.center().y() - 5, 10, 10);
     option.widget->style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, painter, option.widget);
 }
 

@@ -20,6 +20,9 @@ public:
     /// True for a cell whose check state is shown and chosen as a radio button's.
     static constexpr int kRadioRole = Qt::UserRole + 3;
 
+    /// The right part of a cell with choices, where its arrow is painted and clicked.
+    static QRect arrowPart(const QRect& cell);
+
     using QStyledItemDelegate::QStyledItemDelegate;
 
     /// The cells of the column choose from the tree that `fill` makes.

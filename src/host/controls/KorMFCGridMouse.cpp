@@ -84,13 +84,12 @@ void KorMFCGridCtrl::dropEvent(QDropEvent* event) {
 
 // The cell whose arrow is clicked.
 QModelIndex KorMFCGridCtrl::arrowAt(const QMouseEvent& event) const {
-    constexpr int kWidth = 20;
     const QModelIndex index = indexAt(event.position().toPoint());
     const bool isPlain = event.button() == Qt::LeftButton && event.modifiers() == Qt::NoModifier;
     const bool isChoice = m_enabled && index.isValid() && index.flags().testFlag(Qt::ItemIsEditable) &&
                           index.data(KorGridDelegate::kChoicesRole).isValid();
-    return isPlain && isChoice && event.position().x() > visualRect(index).right() - kWidth ? index
-                                                                                            : QModelIndex();
+    const bool isArrow = KorGridDelegate::arrowPart(visualRect(index)).contains(event.position().toPoint());
+    return isPlain && isChoice && isArrow ? index : QModelIndex();
 }
 
 void KorMFCGridCtrl::mousePressEvent(QMouseEvent* event) {

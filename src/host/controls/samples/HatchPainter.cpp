@@ -67,8 +67,11 @@ void paintFamily(QPainter& painter, const QRectF& area, const Family& family, do
     const double first = family.offset * spacing;
     // All lines begin on one phase, so that crossing families meet.
     const double left = -std::ceil(reach / spacing) * spacing;
-    for (double y = first - std::ceil(reach / step) * step; y <= reach; y += step)
-        painter.drawLine(QPointF(left - 0.25 * spacing, y), QPointF(reach, y));
+    const int before = static_cast<int>(std::ceil(reach / step));
+    const int behind = static_cast<int>(std::floor((reach - first) / step));
+    for (int line = -before; line <= behind; ++line)
+        painter.drawLine(QPointF(left - 0.25 * spacing, first + line * step),
+                         QPointF(reach, first + line * step));
     painter.restore();
 }
 
