@@ -33,12 +33,15 @@ PreviewMakers::PreviewMakers(KorDSMPreview& preview, PreviewPane& pane, Navigati
     connect(&view, &PreviewView::clicked, this, &PreviewMakers::listMakers);
     connect(&view, &PreviewView::menuWanted, this, &PreviewMakers::showMenu);
     connect(&view, &PreviewView::doubleClicked, this, [this](std::size_t place) {
-        if (const auto makers = m_preview.makersOf(place); !makers.empty())
-            goTo({makers.front().row, makers.front().columns});
+        std::vector<Cells> cells;
+        if (!m_isBefore())
+            for (const KorDSMPreview::Maker& maker : m_preview.makersOf(place))
+                cells.push_back({maker.row, maker.columns});
+        goTo(std::move(cells));
     });
     connect(&pane, &PreviewPane::rowChosen, this, [this](int row) {
         if (row >= 0 && row < std::ssize(m_listed))
-            goTo(m_listed[static_cast<std::size_t>(row)]);
+            goTo({m_listed[static_cast<std::size_t>(row)]});
     });
 }
 
@@ -73,19 +76,21 @@ void PreviewMakers::listReasons(std::size_t place) {
     m_pane.showList(toQt(Prompts::dsm(kEntries)), rows, decides);
 }
 
-// To the first of the cells that has a field on the page of its record, or to that page.
-void PreviewMakers::goTo(const Cells& cells) {
-    whenFree(this, [this, cells] {
+// To the first of the cells that has a field on the page of its record; where none has, to the nearest page.
+void PreviewMakers::goTo(std::vector<Cells> nearestFirst) {
+    if (nearestFirst.empty())
+        return;
+    whenFree(this, [this, nearestFirst = std::move(nearestFirst)] {
         const KorDSMPreviewSubject& subject = m_preview.subject();
         const RowRef style = {kTableDetailStyle, subject.style};
         const SourceId source = subject.source;
-        const auto goToField = [&](int column) {
-            return m_navigation.goToField(source, cells.row, column, style);
+        const auto goToFieldOf = [&](const Cells& cells) {
+            return std::ranges::any_of(cells.columns, [&](int column) {
+                return m_navigation.goToField(source, cells.row, column, style);
+            });
         };
-        if (cells.columns.empty())
-            goToField(0);
-        else
-            static_cast<void>(std::ranges::any_of(cells.columns, goToField));
+        if (std::ranges::none_of(nearestFirst, goToFieldOf))
+            m_navigation.goToField(source, nearestFirst.front().row, 0, style);
     });
 }
 

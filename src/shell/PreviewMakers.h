@@ -25,7 +25,7 @@ private:
     void onPointedAt(std::optional<std::size_t> place);
     void listMakers(std::size_t place);
     void listReasons(std::size_t place);
-    void goTo(const Cells& cells);
+    void goTo(std::vector<Cells> nearestFirst);
     void showMenu(std::optional<std::size_t> place, const QPoint& position);
 
     KorDSMPreview& m_preview;

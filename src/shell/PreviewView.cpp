@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QPinchGesture>
 #include <QStyleOptionFocusRect>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
@@ -38,7 +39,13 @@ double distanceToSegment(const QPointF& p, const QPointF& a, const QPointF& b) {
 
 } // namespace
 
-PreviewView::PreviewView(QWidget* parent) : QWidget(parent) {
+PreviewView::PreviewView(QWidget* parent) : QWidget(parent), m_single(new QTimer(this)) {
+    m_single->setObjectName("singleClick");
+    m_single->setSingleShot(true);
+    connect(m_single, &QTimer::timeout, this, [this] {
+        if (const auto place = std::exchange(m_clicked, std::nullopt))
+            Q_EMIT clicked(*place, m_clickedAt);
+    });
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -54,6 +61,7 @@ void PreviewView::show(std::shared_ptr<const Drawing> drawing) {
     for (const ViewPicture& view : m_drawing ? m_drawing->views : std::vector<ViewPicture>())
         m_starts.push_back(start += view.primitives.size());
     m_marked.clear();
+    m_clicked.reset();
     forgetPictures();
     pointAt(std::nullopt);
     if (m_follows)
@@ -366,12 +374,16 @@ void PreviewView::mouseReleaseEvent(QMouseEvent* event) {
     const bool wasDividing = std::exchange(m_isDividing, false);
     if (wasDragging || wasDividing || event->button() != Qt::LeftButton)
         return;
-    if (const auto place = placeAt(event->position()))
-        Q_EMIT clicked(*place, event->globalPosition().toPoint());
+    m_clicked = placeAt(event->position());
+    m_clickedAt = event->globalPosition().toPoint();
+    if (m_clicked)
+        m_single->start(QApplication::doubleClickInterval());
 }
 
 void PreviewView::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (const auto place = placeAt(event->position()); place && event->button() == Qt::LeftButton)
+    const auto first = std::exchange(m_clicked, std::nullopt);
+    if (const auto place = first ? first : placeAt(event->position());
+        place && event->button() == Qt::LeftButton)
         Q_EMIT doubleClicked(*place);
     m_isDragging = true; // the release that follows is no click
 }

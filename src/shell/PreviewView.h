@@ -8,6 +8,8 @@
 #include <memory>
 #include <optional>
 
+class QTimer;
+
 /// Shows a drawing: as a whole, or as near as the user wants it. The wheel and pinching zoom about the
 /// pointer, dragging moves, + and - zoom, the arrow keys move, 0 shows all of it and 1 the size on the sheet.
 /// What is marked is painted above a picture of the drawing that is kept, so that marks cost no new drawing.
@@ -50,7 +52,10 @@ public:
 Q_SIGNALS:
     /// The pointer rests on another primitive, or on none.
     void pointedAt(std::optional<std::size_t> place);
+    /// Once it is sure that no second click follows: what comes of one may move the drawing under the
+    /// pointer.
     void clicked(std::size_t place, const QPoint& globalPosition);
+    /// What the first of the two clicks hit.
     void doubleClicked(std::size_t place);
     void menuWanted(std::optional<std::size_t> place, const QPoint& globalPosition);
     /// The zoom is another one.
@@ -107,6 +112,9 @@ private:
     Box2 m_wanted;         // what is shown then; empty: all of the drawing
     QPixmap m_picture;     // of the drawing as it is placed; null: to be painted
     QPixmap m_otherPicture;
+    QTimer* m_single;                     // until a click is known to be no first half of a double one
+    std::optional<std::size_t> m_clicked; // what that click hit
+    QPoint m_clickedAt;
     QPointF m_pressed; // where a drag began, or the pointer was last while it lasts
     bool m_isDragging = false;
     bool m_isDividing = false;
