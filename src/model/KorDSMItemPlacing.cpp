@@ -6,21 +6,26 @@
 
 namespace {
 
+// Records that stand below an add-in without a group come last.
+bool isLoose(const KorDSMDatabaseItem& item) {
+    return !KorDSMDefines::isGroupType(item.type());
+}
+
 bool comesBeforeByName(const KorDSMDatabaseItem& a, const KorDSMDatabaseItem& b) {
-    return a.record()->name.compare(b.record()->name) < 0;
+    return isLoose(a) != isLoose(b) ? isLoose(b) : a.record()->name.compare(b.record()->name) < 0;
 }
 
 bool comesBeforeByKey(const KorDSMDatabaseItem& a, const KorDSMDatabaseItem& b) {
-    return a.recordKey() < b.recordKey();
+    return isLoose(a) != isLoose(b) ? isLoose(b) : a.recordKey() < b.recordKey();
 }
 
 } // namespace
 
 namespace KorDSMItemPlacing {
 
-KorDSMDatabaseItem* findChild(const KorDSMDatabaseItem& parent, std::int32_t key) {
+KorDSMDatabaseItem* findChild(const KorDSMDatabaseItem& parent, RowRef row) {
     for (KorDSMDatabaseItem* child : parent.children())
-        if (child->recordKey() == key)
+        if (child->tableType() == row.table && child->recordKey() == row.key)
             return child;
     return nullptr;
 }
@@ -28,7 +33,8 @@ KorDSMDatabaseItem* findChild(const KorDSMDatabaseItem& parent, std::int32_t key
 Filling::Filling(KorDSMDatabaseItem& addIn, const KorDSMFamily& groups) : m_addIn(addIn), m_groups(groups) {
     m_present.reserve(static_cast<std::size_t>(addIn.children().length()));
     for (KorDSMDatabaseItem* child : addIn.children())
-        m_present.try_emplace(child->recordKey(), child);
+        if (child->type() == groups.type)
+            m_present.try_emplace(child->recordKey(), child);
 }
 
 Filling::~Filling() {

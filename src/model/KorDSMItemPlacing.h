@@ -2,14 +2,15 @@
 
 #include "model/KorDSMFamilies.h"
 #include "model/items/KorDSMDatabaseItem.h"
+#include "records/RowRef.h"
 
 #include <unordered_map>
 
 /// How loaded items find their place below an add-in item.
 namespace KorDSMItemPlacing {
 
-/// The child of `parent` whose record has this key, or null.
-KorDSMDatabaseItem* findChild(const KorDSMDatabaseItem& parent, std::int32_t key);
+/// The child of `parent` that shows the row, or null.
+KorDSMDatabaseItem* findChild(const KorDSMDatabaseItem& parent, RowRef row);
 
 /// Puts any number of categories or groups below an add-in: finds each by its key and sorts them once, at
 /// the end, so that the work grows no faster than n log n. Categories come by name, case-sensitive by code

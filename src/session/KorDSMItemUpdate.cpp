@@ -40,6 +40,12 @@ bool isFiled(const KorDSMDatabaseItem& item) {
     return item.parent() && KorDSMDefines::isGroupType(item.parent()->type());
 }
 
+// Not made anew from what is above it.
+bool standsByItself(const KorDSMDatabaseItem& item) {
+    return isFiled(item) || KorDSMDefines::isGroupType(item.type()) ||
+           (item.parent() && !item.parent()->record());
+}
+
 // Whether an item's children follow from the columns that changed.
 bool reachesChildren(const KorDSMRowChange& change) {
     return std::ranges::any_of(change.columns, [](const Column* column) {
@@ -122,7 +128,7 @@ void KorDSMItemUpdate::followChanged(const KorDSMRowChange& change, const Struct
 void KorDSMItemUpdate::followDeleted(const KorDSMRowChange& change) {
     std::set<KorDSMDatabaseItem*> parents; // one record can be used by another several times
     for (KorDSMDatabaseItem* item : itemsOf(change.source, change.row)) {
-        if (isFiled(*item) || KorDSMDefines::isGroupType(item->type()))
+        if (standsByItself(*item))
             takeOut(*item);
         else if (item->parent())
             parents.insert(item->parent());
@@ -162,7 +168,7 @@ void KorDSMItemUpdate::file(SourceId source, RowRef row) {
         return;
     }
     KorDsmAddInContentItem* content = KorDSMWhereUsed::contentOf(m_structure, source, row.table);
-    if (!content || KorDSMItemPlacing::findChild(*content, row.key))
+    if (!content || KorDSMItemPlacing::findChild(*content, row))
         return;
     m_outcome.added.push_back(&KorDSMItemPlacing::place(*content, *family, *record));
     fileMembers(source, row);
@@ -182,7 +188,7 @@ void KorDSMItemUpdate::fileMembers(SourceId source, RowRef group) {
 }
 
 void KorDSMItemUpdate::fileUnder(KorDSMDatabaseItem& group, SourceId source, RowRef row) {
-    if (KorDSMItemPlacing::findChild(group, row.key))
+    if (KorDSMItemPlacing::findChild(group, row))
         return;
     for (KorDSMDatabaseItem* item : itemsOf(source, row))
         if (isFiled(*item)) {

@@ -5,6 +5,7 @@
 #include "operations/KorDSNManager.h"
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMItemSource.h"
+#include "session/KorDSMUnusedRecords.h"
 #include "session/KorDSMWhereUsed.h"
 
 #include <algorithm>
@@ -90,17 +91,18 @@ bool KorDSMPlace::isStillThere(KorDSMDataStructure& structure) const {
 KorDSMDatabaseItem* KorDSMPlace::find(KorDSMDataStructure& structure) const {
     if (!isStillThere(structure))
         return nullptr;
-    if (m_node != kNoType) {
+    if (m_node != kNoType && m_steps.empty()) {
         KorDSMDatabaseItem* addIn = KorDSMItemPath::findAddIn(*structure.getSection(m_section), m_source);
         return m_node == kDatabaseContent ? addIn->parent() : addIn;
     }
-    KorDSMDatabaseItem* item = KorDSMWhereUsed::findItem(structure, m_source, m_filed);
+    auto step = m_steps.begin();
+    KorDSMDatabaseItem* item = m_node == kNoType
+                                   ? KorDSMWhereUsed::findItem(structure, m_source, m_filed)
+                                   : KorDSMUnusedRecords::itemOf(structure, m_source, (step++)->row);
     const KorDSNRequest request(m_source.dsn, m_source.index);
-    for (const Step& step : m_steps) {
-        if (!item)
-            break;
+    for (; item && step != m_steps.end(); ++step) {
         KorDSMDependencies::createChildren(*item);
-        item = follow(*item, step);
+        item = follow(*item, *step);
     }
     return item;
 }

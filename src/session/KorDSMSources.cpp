@@ -25,8 +25,10 @@ std::vector<KorDSMSources::Entry> KorDSMSources::entriesOf(KorDsmSectionItem& se
     std::vector<Entry> entries;
     const auto addGroups = [&](KorDSMDatabaseItem& addIn, const KorString& parentPath) {
         for (KorDSMDatabaseItem* group : addIn.children())
-            entries.push_back({KorString::format("%s%s%s", {parentPath, delimiter, group->getDisplayName()}),
-                               group->icon(), group});
+            if (isGroupType(group->type()))
+                entries.push_back(
+                    {KorString::format("%s%s%s", {parentPath, delimiter, group->getDisplayName()}),
+                     group->icon(), group});
     };
     for (KorDSMDatabaseItem* database : section.children()) {
         const KorString path = nameOf(section, *database);
@@ -76,7 +78,7 @@ const KorDSMDatabaseItem& KorDSMSources::rememberedGroup(const KorDSMDataStructu
                                                          KorDsmAddInContentItem& source) {
     const auto key = structure.getSelectedCategory(section);
     for (const KorDSMDatabaseItem* group : source.children())
-        if (key != 0 && group->recordKey() == key)
+        if (key != 0 && group->recordKey() == key && isGroupType(group->type()))
             return *group;
     return source;
 }

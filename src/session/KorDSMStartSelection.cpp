@@ -18,7 +18,7 @@ KorDsmAddInContentItem* loadedSource(SourceId source) {
 KorDSMDatabaseItem* findStyle(KorDsmAddInContentItem& addIn, KorOdbcKey key) {
     for (KorDSMDatabaseItem* category : addIn.children())
         for (KorDSMDatabaseItem* style : category->children())
-            if (style->recordKey() == key.getKey())
+            if (style->type() == KorDSMDefines::kDetailStyle && style->recordKey() == key.getKey())
                 return style;
     return nullptr;
 }

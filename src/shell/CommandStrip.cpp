@@ -62,6 +62,13 @@ void CommandStrip::trigger(eItemCommand command) {
     action(command).trigger();
 }
 
+void CommandStrip::pressDelete() {
+    if (action(eItemCommand::kDelete).isEnabled())
+        trigger(eItemCommand::kDelete);
+    else
+        Q_EMIT deleteElsewhere();
+}
+
 void CommandStrip::giveDeleteKey(const QList<QWidget*>& controls) {
     const QKeySequence key(QKeySequence::Delete);
     QAction& command = action(eItemCommand::kDelete);
@@ -70,7 +77,7 @@ void CommandStrip::giveDeleteKey(const QList<QWidget*>& controls) {
         auto* remove = new QAction(control);
         remove->setShortcut(key);
         remove->setShortcutContext(Qt::WidgetShortcut);
-        connect(remove, &QAction::triggered, &command, &QAction::trigger);
+        connect(remove, &QAction::triggered, this, &CommandStrip::pressDelete);
         control->addAction(remove);
     }
 }

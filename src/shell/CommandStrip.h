@@ -38,6 +38,12 @@ public:
     /// Lets the Delete key delete in `control` alone: in a field or a grid it deletes what is there. Menus
     /// name the key all the same.
     void giveDeleteKey(const QList<QWidget*>& controls);
+    /// What that key does.
+    void pressDelete();
+
+Q_SIGNALS:
+    /// The Delete key was pressed where the command is off.
+    void deleteElsewhere();
 
 private:
     QAction& action(eItemCommand command) { return *m_actions[static_cast<std::size_t>(command)]; }

@@ -86,8 +86,8 @@ void KorDSMMainDialog::connectSelection() {
     connect(&parts.navigation, &Navigation::sectionSwitched, &parts.sectionStrip, &SectionStrip::check);
     connect(&parts.refresh, &WindowRefresh::followed, &parts.preview, &StylePreview::follow);
     connect(&parts.rightSide.list(), &ItemList::opened, &parts.navigation, &Navigation::open);
-    connect(&parts.rightSide.list(), &ItemList::deletePressed, &parts.commands,
-            [&parts] { parts.commands.trigger(eItemCommand::kDelete); });
+    connect(&parts.rightSide.list(), &ItemList::deletePressed, &parts.commands, &CommandStrip::pressDelete);
+    connect(&parts.commands, &CommandStrip::deleteElsewhere, &parts.records, &RecordMenu::removeSelected);
     connect(&parts.sections, &SectionViews::dropWanted, this, [&parts](KorTreeHandle from, KorTreeHandle to) {
         if (!parts.deepCopy.drop(from, to))
             parts.definitions.drop(from, to);

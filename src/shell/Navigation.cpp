@@ -3,6 +3,7 @@
 #include "controls/KorButtonGroup.h"
 #include "session/KorDSMItemContent.h"
 #include "session/KorDSMItemPath.h"
+#include "session/KorDSMUnusedRecords.h"
 #include "shell/StripButton.h"
 #include "shell/WhenFree.h"
 
@@ -117,9 +118,14 @@ void Navigation::open(KorDSMDatabaseItem* item) {
 void Navigation::goToItem(KorDSMDatabaseItem& item) {
     if (!showPlaceOf(item))
         return;
+    KorDSMSectionTree& tree = m_sections.currentTree();
+    const bool isUnused =
+        item.record() && item.parent()->type() == kAddInContent && !isGroupType(item.type());
+    if (isUnused && !tree.reveal(item) && tree.addEntry(item))
+        m_sections.namesChanged();
     // What is not opened in turn has no entry: its nearest ancestor that has one is shown instead.
     for (KorDSMDatabaseItem* step = &item; step; step = step->parent())
-        if (KorTreeHandle entry = m_sections.currentTree().reveal(*step))
+        if (KorTreeHandle entry = tree.reveal(*step))
             return selectEntry(entry);
 }
 
@@ -135,6 +141,8 @@ void Navigation::goToRecord(SourceId source, RowRef row) {
         }
         if (!found)
             found = KorDSMWhereUsed::findItem(m_structure, source, row);
+        if (!found)
+            found = KorDSMUnusedRecords::itemOf(m_structure, source, row);
     }
     if (found)
         goToItem(*found);
@@ -151,6 +159,8 @@ bool Navigation::goToField(SourceId source, RowRef row, int column, RowRef withi
             found = KorDSMWhereUsed::findEditorBelow(*top, row);
         if (!found)
             found = KorDSMWhereUsed::findEditor(m_structure, source, row);
+        if (!found)
+            found = KorDSMUnusedRecords::editorOf(m_structure, source, row);
         if (found && shown && found->record() && shown->tableType() == found->tableType() &&
             shown->recordKey() == found->recordKey())
             found = m_selection.item();

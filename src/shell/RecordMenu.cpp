@@ -67,18 +67,32 @@ bool isMadeByUsers(const KorDSMDatabaseItem& item) {
     return item.record() && KorDSMRecordCommands::isMade(item.tableType());
 }
 
+// Below its source, without a group.
+bool standsAlone(const KorDSMDatabaseItem& item) {
+    return item.parent() && item.parent()->type() == KorDSMDefines::kAddInContent;
+}
+
+bool isRemovedHere(KorDSMDatabaseItem& item) {
+    return isMadeByUsers(item) && !KorDSMDefines::isGroupType(item.type()) &&
+           KorDSMItemCommands::whyNotWritable(item).isEmpty() && !isInStrip(eItemCommand::kDelete, item);
+}
+
 } // namespace
 
 RecordMenu::RecordMenu(QWidget& window, KorDSMDataStructure& structure, TreeSelection& selection,
                        WindowRefresh& refresh, UsageViews& usages)
     : m_window(window), m_structure(structure), m_selection(selection), m_refresh(refresh), m_usages(usages),
-      m_rename(new QAction(toQt(Prompts::dsm(kRename)), &window)), m_newGroup(new QAction(&window)) {
+      m_rename(new QAction(toQt(Prompts::dsm(kRename)), &window)), m_copy(new QAction(&window)),
+      m_newGroup(new QAction(&window)) {
     CommandHelp::set(m_rename, kRename);
+    CommandHelp::set(m_copy, kOnlyHere);
     CommandHelp::set(m_newGroup, kNewGroup);
     window.addAction(m_rename);
+    window.addAction(m_copy);
     window.addAction(m_newGroup);
     connect(m_newGroup, &QAction::triggered, this, waiting(this, &RecordMenu::makeGroupHere));
     connect(m_rename, &QAction::triggered, this, waiting(this, &RecordMenu::rename));
+    connect(m_copy, &QAction::triggered, this, waiting(this, &RecordMenu::copy));
     connect(&m_selection, &TreeSelection::changed, this, &RecordMenu::follow);
     connect(&m_selection, &TreeSelection::subjectsChanged, this, &RecordMenu::follow);
     SharedConsent::offerCopy(
@@ -107,17 +121,32 @@ void RecordMenu::follow() {
                          KorDSMItemCommands::whyNotWritable(*item).isEmpty() &&
                          !isInStrip(eItemCommand::kRename, *item));
     m_rename->setShortcut(m_rename->isEnabled() ? keyOf(eItemCommand::kRename) : QKeySequence());
+    followCopy(item);
     // Where no definition can be made, the first thing to make is what it is filed in.
     const bool isFirst = item && canHaveGroups(*item) && !isInStrip(eItemCommand::kNew, *item);
     m_newGroup->setEnabled(isFirst);
     m_newGroup->setShortcut(isFirst ? keyOf(eItemCommand::kNew) : QKeySequence());
 }
 
+// A record that another one uses is copied for that; one that nothing uses beside itself.
+void RecordMenu::followCopy(KorDSMDatabaseItem* item) {
+    const bool isOffered =
+        item && isMadeByUsers(*item) && KorDSMItemCommands::whyNotWritable(*item).isEmpty();
+    const auto user = isOffered ? KorDSMRecordUse::userOf(*item) : std::nullopt;
+    const bool isUnused = isOffered && standsAlone(*item);
+    m_copy->setEnabled(user || isUnused);
+    const bool hasKey = m_copy->isEnabled() && !isInStrip(eItemCommand::kCopy, *item);
+    m_copy->setShortcut(hasKey ? keyOf(eItemCommand::kCopy) : QKeySequence());
+    m_copy->setText(user       ? KorMnemonics::literal(toQt(KorString::format(
+                                     Prompts::dsm(kOnlyHere), {KorDSMValueText::shortName(user->name)})))
+                    : isUnused ? toQt(Prompts::ups(rowOf(eItemCommand::kCopy).prompt))
+                               : QString());
+}
+
 void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
     if (!KorDSMItemCommands::whyNotWritable(item).isEmpty())
         return;
     menu.addSeparator();
-    const KorDSMFamily* family = KorDSMFamilies::of(item.type());
     if (canHaveGroups(item)) {
         const eItemType filed = KorDSMDeepCopy::sectionOf(item)->family;
         const bool isCategory = KorDSMFamilies::of(KorDSMFamilies::of(filed)->group)->isCategory;
@@ -135,16 +164,18 @@ void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
         CommandStrip::leaveOut(menu, eItemCommand::kRename);
         menu.addAction(m_rename);
     }
-    if (const auto user = KorDSMRecordUse::userOf(item))
-        CommandHelp::set(
-            menu.addAction(KorMnemonics::literal(toQt(KorString::format(
-                               Prompts::dsm(kOnlyHere), {KorDSMValueText::shortName(user->name)}))),
-                           this, [this, &item] { copyForUser(item); }),
-            kOnlyHere);
-    if (isMadeByUsers(item) && !isInStrip(eItemCommand::kDelete, item) && !(family && family->isGroup())) {
+    if (m_copy->isEnabled()) {
+        followCopy(&item); // mnemonics were given to its text
+        if (!m_copy->shortcut().isEmpty())
+            CommandStrip::leaveOut(menu, eItemCommand::kCopy);
+        menu.addAction(m_copy);
+    }
+    if (isRemovedHere(item)) {
         CommandStrip::leaveOut(menu, eItemCommand::kDelete);
-        CommandHelp::set(menu.addAction(toQt(Prompts::dsm(kDelete)), this, [this, &item] { remove(item); }),
-                         kDelete);
+        const QString key = QKeySequence(QKeySequence::Delete).toString(QKeySequence::NativeText);
+        CommandHelp::set(
+            menu.addAction(toQt(Prompts::dsm(kDelete)) + u'\t' + key, this, [this, &item] { remove(item); }),
+            kDelete);
     }
 }
 
@@ -228,14 +259,19 @@ void RecordMenu::rename() {
     m_refresh.follow(KorDSMUndo::changesSince(before));
 }
 
-void RecordMenu::copyForUser(KorDSMDatabaseItem& item) {
+void RecordMenu::copy() {
+    KorDSMDatabaseItem* item = m_selection.subject();
+    if (!item || !isMadeByUsers(*item))
+        return;
     RightSide::finishEditing();
-    const KorString name = askName(item.type(), item.record()->name, true);
+    const KorString name = askName(item->type(), item->record()->name, true);
     if (name.isEmpty())
         return;
-    const SourceId source = KorDSMItemSource::sourceOf(&item);
+    const SourceId source = KorDSMItemSource::sourceOf(item);
     const std::size_t before = KorDSMUndo::stepCount();
-    const auto outcome = KorDSMRecordUse::copyForUser(item, name);
+    const auto outcome =
+        standsAlone(*item) ? KorDSMRecordCommands::copy(source, {item->tableType(), item->recordKey()}, name)
+                           : KorDSMRecordUse::copyForUser(*item, name);
     if (!outcome.isStored())
         return refuse(&m_window, KorString(outcome.error));
     m_refresh.follow(KorDSMUndo::changesSince(before));
@@ -270,6 +306,13 @@ void RecordMenu::copyInstead(RowRef shared) {
     message.source = source;
     message.row = outcome.row;
     KorDSMMainWindow::sendMessage(message);
+}
+
+void RecordMenu::removeSelected() {
+    whenFree(this, [this] {
+        if (KorDSMDatabaseItem* item = m_selection.subject(); item && isRemovedHere(*item))
+            remove(*item);
+    });
 }
 
 void RecordMenu::remove(KorDSMDatabaseItem& item) {

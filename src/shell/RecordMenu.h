@@ -28,6 +28,8 @@ public:
 
     /// Adds what can be done with the item, where its source may be changed.
     void addTo(QMenu& menu, KorDSMDatabaseItem& item);
+    /// Deletes what is selected, where the strip's command does not.
+    void removeSelected();
 
 private:
     void follow();
@@ -36,7 +38,8 @@ private:
     void makeGroup(KorDSMDatabaseItem& item);
     void makeGroupHere();
     void rename();
-    void copyForUser(KorDSMDatabaseItem& item);
+    void followCopy(KorDSMDatabaseItem* item);
+    void copy();
     void copyInstead(RowRef shared);
     void remove(KorDSMDatabaseItem& item);
     KorString askName(int itemType, const KorString& initial, bool proposes);
@@ -47,5 +50,6 @@ private:
     WindowRefresh& m_refresh;
     UsageViews& m_usages;
     QAction* m_rename;   // where the strip's command cannot rename
+    QAction* m_copy;     // the same
     QAction* m_newGroup; // has the key of new definitions where none can be made
 };

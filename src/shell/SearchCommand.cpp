@@ -6,15 +6,19 @@
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
 #include "dialogs/KorDSMDialogSearch.h"
+#include "model/KorDSMBusy.h"
 #include "model/KorDSMFamilies.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMSources.h"
+#include "session/KorDSMUnusedRecords.h"
 #include "session/KorDSMValueText.h"
+#include "session/KorDSMWhereUsed.h"
 #include "shell/CommandHelp.h"
 #include "shell/FieldFlash.h"
 #include "shell/ItemMenu.h"
 #include "shell/Navigation.h"
+#include "shell/Refusal.h"
 #include "shell/WhenFree.h"
 
 #include <QAction>
@@ -32,6 +36,7 @@ constexpr int kCommand = 1007;
 constexpr int kSection = 1012;
 constexpr int kOption = 1014;
 constexpr int kEntry = 1016;
+constexpr int kNotShown = 1465; // "Nothing uses "%s", and it has no page of its own: ..."
 
 constexpr const char* kKeys[] = {"Ctrl+K", "Ctrl+Shift+F"};
 
@@ -64,10 +69,19 @@ void SearchCommand::open() {
     addPages(terms);
     terms.addTopics();
     const std::optional<KorDSMSearchHit> hit = ask(terms);
-    if (hit && hit->row.key > 0)
+    if (hit && hit->row.key > 0 && isNowhere(*hit))
+        refuse(&m_window,
+               KorString::format(Prompts::dsm(kNotShown), {KorDSMValueText::shortName(hit->text)}));
+    else if (hit && hit->row.key > 0)
         goTo(*hit);
     else if (hit)
         terms.act(hit->term);
+}
+
+bool SearchCommand::isNowhere(const KorDSMSearchHit& hit) {
+    const KorDSMBusy busy;
+    return !KorDSMWhereUsed::findEditor(m_structure, hit.sourceId, hit.row) &&
+           !KorDSMUnusedRecords::editorOf(m_structure, hit.sourceId, hit.row);
 }
 
 std::optional<KorDSMSearchHit> SearchCommand::ask(const SearchTerms& terms) {

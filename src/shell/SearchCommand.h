@@ -34,6 +34,7 @@ private:
     void addSections(SearchTerms& terms);
     void addPages(SearchTerms& terms);
     KorDSMSearch::Here here() const;
+    bool isNowhere(const KorDSMSearchHit& hit);
     void goTo(const KorDSMSearchHit& hit);
     void goToPage(SourceId source, RowRef row, int templateId);
 

@@ -409,6 +409,7 @@ TEST_F(EditorFixture, ViewsAndClippingStrategiesAreRenamedByTheSameKeyOnTheirPag
         showTab(tab);
         const std::string name = "HB front, cut " + std::to_string(tab);
         answerNext([&name](QWidget* modal) { typeName(modal, name.c_str()); });
+        m_dialog->activateWindow();
         QTest::keyClick(&tree(), Qt::Key_F2);
         EXPECT_EQ(selected(), name) << "in the tree it is the view";
     }

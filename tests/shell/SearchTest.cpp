@@ -2,6 +2,7 @@
 #include "dialogs/KorDSMDialogSearch.h"
 #include "services/KorResources.h"
 #include "services/Prompts.h"
+#include "session/KorDSMRecordCommands.h"
 #include "shell/EditorFixture.h"
 #include "shell/HelpWindow.h"
 #include "shell/PreviewView.h"
@@ -10,6 +11,8 @@
 #include <QLabel>
 #include <QListView>
 #include <QMenu>
+#include <QMessageBox>
+#include <QTimer>
 
 namespace {
 
@@ -97,6 +100,56 @@ TEST_F(SearchWindow, LeadsToRecordsFieldsValuesPagesAndTopicsAndRunsCommands) {
     EXPECT_FALSE(view->isFitted());
     press(Qt::Key_0, Qt::ControlModifier);
     EXPECT_TRUE(view->isFitted());
+}
+
+TEST_F(SearchWindow, LeadsToWhatNothingUsesWhereItIsRenamedCopiedAndDeleted) {
+    open();
+    const SourceId user = SourceId::user();
+    const auto has = [user](eTableType table, const char* name) {
+        return StyleDatabases::current().source(user)->table(table).find(KorString(name)) != nullptr;
+    };
+    const auto key = [this](Qt::Key key) {
+        m_dialog->activateWindow();
+        tree().setFocus();
+        QTest::keyClick(&tree(), key);
+    };
+    const auto answerName = [this](const char* name) {
+        answerNext([name](QWidget* modal) { typeName(modal, name); });
+    };
+    for (const auto& [name, table] :
+         {std::pair("Spare map", kTableReprMap), std::pair("Spare view", kTableViewRequest),
+          std::pair("Spare look", kTableAppearance)}) {
+        ASSERT_TRUE(KorDSMRecordCommands::create(user, table, name, 0).isStored());
+        select(kStyle);
+        search(name, Qt::Key_Return);
+        EXPECT_EQ(selected(), name);
+        EXPECT_EQ(tree().getItemText(tree().getParentItem(tree().selectedItem())).view(), "User");
+        ASSERT_NE(page(), nullptr);
+        answerName("Left part");
+        key(Qt::Key_F2);
+        EXPECT_EQ(selected(), "Left part");
+        answerName("Twin part");
+        press(Qt::Key_D, Qt::ControlModifier);
+        EXPECT_EQ(selected(), "Twin part");
+        EXPECT_TRUE(has(table, "Twin part"));
+        key(Qt::Key_Delete);
+        EXPECT_FALSE(has(table, "Twin part"));
+        EXPECT_NE(selected(), "Twin part");
+        press(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_TRUE(has(table, "Twin part"));
+    }
+    ASSERT_TRUE(KorDSMRecordCommands::create(user, kTableViewArrangeStrategy, "Spare rows", 0).isStored());
+    bool isTold = false;
+    QTimer told;
+    QObject::connect(&told, &QTimer::timeout, [&isTold] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            isTold = box->text().contains("\"Spare rows\"");
+            box->close();
+        }
+    });
+    told.start(0);
+    search("spare rows", Qt::Key_Return);
+    EXPECT_TRUE(isTold) << "no page of its own shows it";
 }
 
 TEST_F(SearchWindow, ItsButtonStandsAmongThoseOfTheHistoryAndLeavesThePlaceAsItIs) {

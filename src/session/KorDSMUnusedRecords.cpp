@@ -1,0 +1,45 @@
+#include "session/KorDSMUnusedRecords.h"
+
+#include "data/RowUsers.h"
+#include "model/KorDSMFamilies.h"
+#include "operations/KorDSNManager.h"
+#include "session/KorDSMItemPath.h"
+
+namespace KorDSMUnusedRecords {
+
+namespace {
+
+bool canStandAlone(eTableType table) {
+    const KorDSMFamily* family = KorDSMFamilies::of(table);
+    return family && family->make && family->namePrompt != 0 && !family->isGroup() && !family->bringsChildren;
+}
+
+const StructRecord* find(SourceId id, RowRef row) {
+    StyleSource* source = StyleDatabases::current().source(id);
+    return source && findTable(row.table) ? source->table(row.table).find(KorOdbcKey(row.key)) : nullptr;
+}
+
+} // namespace
+
+KorDSMDatabaseItem* itemOf(KorDSMDataStructure& structure, SourceId source, RowRef row) {
+    const StructRecord* record = canStandAlone(row.table) ? find(source, row) : nullptr;
+    KorDsmAddInContentItem* content =
+        record ? KorDSMItemPath::findAddIn(*structure.getSection(KorDSMDefines::kViewDetailStyles), source)
+               : nullptr;
+    if (!content)
+        return nullptr;
+    for (KorDSMDatabaseItem* child : content->children())
+        if (child->tableType() == row.table && child->recordKey() == row.key)
+            return child;
+    const KorDSNRequest request(source.dsn, source.index);
+    return &content->addChild(KorDSMFamilies::makeItem(*KorDSMFamilies::of(row.table), *record));
+}
+
+KorDSMDatabaseItem* editorOf(KorDSMDataStructure& structure, SourceId source, RowRef row) {
+    StyleSource* open = StyleDatabases::current().source(source);
+    if (!open || !find(source, row))
+        return nullptr;
+    return itemOf(structure, source, canStandAlone(row.table) ? row : wholeOf(*open, row));
+}
+
+} // namespace KorDSMUnusedRecords
