@@ -136,7 +136,7 @@ inline constexpr ItemCommandRow kItemCommandRows[] = {
     {eItemCommand::kDeepCopy, 1032, 1046, 33555, "", ItemCommandRules::canDeepCopy,
      ItemCommandRow::kChangesSource},
     {eItemCommand::kCopy, 1033, 1043, 33560, "Ctrl+D", ItemCommandRules::isDefinition,
-     ItemCommandRow::kChangesSource},
+     ItemCommandRow::kChangesSource | ItemCommandRow::kForSeveral},
     {eItemCommand::kRename, 1034, 1047, 33561, "F2", ItemCommandRules::isDefinition},
     {eItemCommand::kDelete, 1035, 1048, 33562, "", ItemCommandRules::canDelete,
      ItemCommandRow::kChangesSource | ItemCommandRow::kForSeveral},

@@ -13,6 +13,7 @@
 #include "services/Prompts.h"
 #include "session/ItemCommandParts.h"
 #include "session/KorDSMGuardedWrite.h"
+#include "session/KorDSMItemWords.h"
 #include "session/PendingGroup.h"
 
 #include <algorithm>
@@ -30,6 +31,7 @@ constexpr int kNameNeeded = 232;   // "A name is needed."
 constexpr int kDeleting = 244;     // "deletion of "%s""
 constexpr int kDeletingMany = 493; // "deletion of %s definitions"
 constexpr int kCopying = 245;      // "copying of "%s""
+constexpr int kCopyingMany = 590;  // "copying of %s definitions"
 constexpr int kRenaming = 246;     // "renaming of "%s""
 constexpr int kNoMaster = 494;     // ""%s" has no category any more, so it cannot be copied."
 constexpr int kNameColumn = 1;
@@ -171,6 +173,11 @@ WriteResult appendCopy(RowRef& row, const KorString& name, eDepth depth) {
     return result;
 }
 
+WriteResult appendWhole(RowRef& row, const KorString& name, const StructDetailMaster& master, eDepth depth) {
+    WriteResult result = appendCopy(row, name, depth);
+    return result.isStored() && needsMaster(row.table) ? appendMaster(master, row) : result;
+}
+
 } // namespace
 
 bool isMade(eTableType table) {
@@ -210,9 +217,40 @@ Outcome copy(SourceId source, RowRef row, const KorString& newName, eDepth depth
     StructDetailMaster master;
     if (needsMaster(row.table) && !readMaster(row, master))
         return refused(ItemCommandParts::label(kNoMaster, original->name));
-    return inOneStep(ItemCommandParts::label(kCopying, original->name), row, [&](RowRef& copied) {
-        WriteResult result = appendCopy(copied, name, depth);
-        return result.isStored() && needsMaster(row.table) ? appendMaster(master, copied) : result;
+    return inOneStep(ItemCommandParts::label(kCopying, original->name), row,
+                     [&](RowRef& copied) { return appendWhole(copied, name, master, depth); });
+}
+
+namespace {
+
+// The row becomes that of its copy, under the name that the dialog for one copy proposes.
+WriteResult appendNamedCopy(RowRef& row) {
+    const StructRecord* original = find(row);
+    StructDetailMaster master;
+    if (!original)
+        return WriteRefusal::noRow();
+    if (needsMaster(row.table) && !readMaster(row, master))
+        return {WriteResult::kFailed, ItemCommandParts::label(kNoMaster, original->name).toStdString()};
+    const auto naming = KorDSMNaming::of(itemTypeOf(row.table), original->name, true);
+    return naming ? appendWhole(row, naming->name, master, eDepth::kRecord) : WriteRefusal::noRow();
+}
+
+} // namespace
+
+Outcome copyEach(SourceId source, std::vector<RowRef>& rows) {
+    const KorDSNRequest request(source.dsn, source.index);
+    KorString why = KorDSMItemCommands::whyOnlyReadable(source);
+    if (why.isEmpty())
+        why = ItemCommandParts::whyIncomplete();
+    if (!why.isEmpty())
+        return refused(why);
+    const auto count = KorString::number(static_cast<std::int64_t>(rows.size()));
+    return inOneStep(ItemCommandParts::label(kCopyingMany, count), rows.front(), [&](RowRef&) {
+        WriteResult result;
+        for (RowRef& row : rows)
+            if (result.isStored())
+                result = appendNamedCopy(row);
+        return result;
     });
 }
 

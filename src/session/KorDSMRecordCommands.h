@@ -40,6 +40,9 @@ enum class eDepth : std::uint8_t {
 /// Copies a record within its source. A detail style gets a master with the first free number from its
 /// original's on.
 Outcome copy(SourceId source, RowRef row, const KorString& name, eDepth depth = eDepth::kRecord);
+/// Copies records within their source, each under the first free name like its own, as one step; there is at
+/// least one. The rows become those of the copies.
+Outcome copyEach(SourceId source, std::vector<RowRef>& rows);
 /// Copies a record of one source into another one with all that it depends on. What the target has with the
 /// same name and content is used, what has another content there comes in under a free name (see `report`).
 Outcome copyInto(SourceId to, SourceId from, RowRef row, const KorString& name, ImportReport& report);

@@ -2,12 +2,16 @@
 
 #include "controls/KorQt.h"
 #include "dialogs/KorDSMDialogDeepCopy.h"
+#include "dialogs/KorDSMDialogNewItem.h"
 #include "model/KorDSMBusy.h"
+#include "model/KorDSMMessages.h"
 #include "services/Prompts.h"
 #include "session/KorDSMDeepCopy.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMItemSource.h"
+#include "session/KorDSMRecordCommands.h"
+#include "session/KorDSMUndo.h"
 #include "session/KorDSMWhereUsed.h"
 #include "shell/CommandHelp.h"
 #include "shell/CommandStrip.h"
@@ -20,11 +24,14 @@
 #include <QAction>
 #include <QMenu>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kNoTarget = 614;
-constexpr int kCopyOut = 615; // "Copy with all that it uses..."
-constexpr int kBringIn = 980; // "Copy from %s..."
+constexpr int kCopyOut = 615;   // "Copy with all that it uses..."
+constexpr int kCopyHere = 1466; // "Copy here with all that it uses..."
+constexpr int kBringIn = 980;   // "Copy from %s..."
 
 bool isReadOnly(const KorDSMDatabaseItem& item) {
     return !KorDSMItemCommands::whyNotWritable(item).isEmpty();
@@ -35,6 +42,11 @@ bool canTakeIn(KorDSMDatabaseItem& item) {
     const SelectionFacts facts{.type = item.type()};
     return (ItemCommandRules::canDeepCopy(facts) || item.type() == KorDSMDefines::kDatabaseContent) &&
            KorDSMDeepCopy::sectionOf(item) && !isReadOnly(item);
+}
+
+bool canCopyHere(const KorDSMDatabaseItem& item) {
+    return item.record() && KorDSMRecordCommands::isMade(item.tableType()) &&
+           !KorDSMDefines::isGroupType(item.type()) && !isReadOnly(item);
 }
 
 } // namespace
@@ -61,7 +73,9 @@ DeepCopyCommand::DeepCopyCommand(QWidget& window, KorDSMDataStructure& structure
 // In a source that may be changed the key belongs to the copy beside the original.
 void DeepCopyCommand::follow() {
     KorDSMDatabaseItem* item = m_selection.subject();
-    m_copyOut->setEnabled(item && isReadOnly(*item) && item->record());
+    const std::vector<KorDSMDatabaseItem*> items = m_selection.subjects();
+    m_copyOut->setEnabled(!items.empty() && isReadOnly(*items.front()) &&
+                          std::ranges::all_of(items, &KorDSMDatabaseItem::record));
     m_bringIn->setEnabled(item && canTakeIn(*item));
 }
 
@@ -74,16 +88,24 @@ void DeepCopyCommand::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
         menu.addSeparator();
         menu.addAction(m_bringIn);
     }
+    if (canCopyHere(item)) {
+        menu.addSeparator();
+        CommandHelp::set(
+            menu.addAction(toQt(Prompts::dsm(kCopyHere)), this, [this, &item] { copyHere(item); }),
+            kCopyHere);
+    }
     const bool hasWay = isReadOnly(item) || !KorDSMDeepCopy::targetsFor(source).empty();
     if (!hasWay || selectedRecords().empty())
         return;
-    menu.addSeparator();
     if (isReadOnly(item)) {
+        menu.addSeparator();
         CommandStrip::leaveOut(menu, eItemCommand::kCopy); // which has this key elsewhere
         CommandStrip::leaveOut(menu, eItemCommand::kRename);
         menu.addAction(m_copyOut);
         return;
     }
+    if (!canCopyHere(item))
+        menu.addSeparator();
     CommandHelp::set(menu.addAction(toQt(Prompts::dsm(kCopyOut)), this, &DeepCopyCommand::copyOut), kCopyOut);
 }
 
@@ -125,15 +147,34 @@ void DeepCopyCommand::bringInto() {
 }
 
 void DeepCopyCommand::copyOut() {
-    KorDSMDatabaseItem* item = m_selection.subject();
     const std::vector<RowRef> records = selectedRecords();
-    if (!item || records.empty())
+    if (records.empty())
         return;
-    const SourceId source = KorDSMItemSource::sourceOf(item);
+    const SourceId source = KorDSMItemSource::sourceOf(m_selection.subjects().front());
     if (KorDSMDeepCopy::targetsFor(source).empty())
         return refuse(&m_window, Prompts::dsm(kNoTarget));
     KorDSMDialogDeepCopy dialog(source, records, &m_window);
     run(dialog);
+}
+
+// Within its source nothing is there already that a copy of its own could use.
+void DeepCopyCommand::copyHere(KorDSMDatabaseItem& item) {
+    RightSide::finishEditing();
+    KorDSMDialogNewItem dialog(item.type(), item.record()->name, true, &m_window);
+    if (dialog.exec() != QDialog::Accepted || dialog.name().isEmpty())
+        return;
+    const SourceId source = KorDSMItemSource::sourceOf(&item);
+    const std::size_t before = KorDSMUndo::stepCount();
+    const auto outcome =
+        KorDSMRecordCommands::copy(source, {item.tableType(), item.recordKey()}, dialog.name(),
+                                   KorDSMRecordCommands::eDepth::kAllThatUsed);
+    if (!outcome.isStored())
+        return refuse(&m_window, KorString(outcome.error));
+    m_refresh.follow(KorDSMUndo::changesSince(before));
+    DsmGoToRecord message;
+    message.source = source;
+    message.row = outcome.row;
+    KorDSMMainWindow::sendMessage(message);
 }
 
 void DeepCopyCommand::run(KorDSMDialogDeepCopy& dialog) {

@@ -36,6 +36,7 @@ public:
 private:
     void bringInto();
     void copyOut();
+    void copyHere(KorDSMDatabaseItem& item);
     void follow();
     void run(class KorDSMDialogDeepCopy& dialog);
     std::vector<RowRef> selectedRecords();

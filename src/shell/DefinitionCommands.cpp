@@ -9,7 +9,9 @@
 #include "session/KorDSMItemPath.h"
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMNewItem.h"
+#include "session/KorDSMRecordCommands.h"
 #include "session/KorDSMRecordState.h"
+#include "session/KorDSMUndo.h"
 #include "session/KorDSMValueText.h"
 #include "shell/CommandStrip.h"
 #include "shell/Refusal.h"
@@ -62,6 +64,9 @@ void DefinitionCommands::makeNew() {
 }
 
 void DefinitionCommands::copy() {
+    const std::vector<KorDSMDatabaseItem*> items = m_selection.subjects();
+    if (items.size() > 1)
+        return copyEach(items);
     KorDSMDatabaseItem* item = m_selection.subject();
     if (!item || refusesToWrite(&m_window, *item))
         return;
@@ -75,6 +80,30 @@ void DefinitionCommands::copy() {
         return refuse(&m_window, outcome.error);
     m_refresh.showNew(outcome.added);
     m_rightSide.tellNames(outcome.notice);
+}
+
+// The copies stand in the list beside their originals, and are selected as those were.
+void DefinitionCommands::copyEach(const std::vector<KorDSMDatabaseItem*>& items) {
+    if (refusesToWrite(&m_window, *items.front()))
+        return;
+    RightSide::finishEditing();
+    const SourceId source = KorDSMItemSource::sourceOf(items.front());
+    std::vector<RowRef> rows;
+    for (const KorDSMDatabaseItem* item : items)
+        rows.push_back({item->tableType(), item->recordKey()});
+    const std::size_t before = KorDSMUndo::stepCount();
+    const auto outcome = KorDSMRecordCommands::copyEach(source, rows);
+    if (!outcome.isStored())
+        return refuse(&m_window, KorString(outcome.error));
+    m_refresh.follow(KorDSMUndo::changesSince(before));
+    std::vector<KorDSMDatabaseItem*> copies;
+    {
+        const KorDSMBusy busy;
+        for (const RowRef row : rows)
+            if (KorDSMDatabaseItem* copy = KorDSMWhereUsed::findItem(m_structure, source, row))
+                copies.push_back(copy);
+    }
+    m_rightSide.list().select(copies);
 }
 
 void DefinitionCommands::rename() {

@@ -25,6 +25,7 @@ public:
 private:
     void makeNew();
     void copy();
+    void copyEach(const std::vector<KorDSMDatabaseItem*>& items);
     void rename();
     void remove();
     bool agreesToRemove(const std::vector<KorDSMDatabaseItem*>& items);

@@ -105,7 +105,7 @@ std::vector<KorDSMDatabaseItem*> ItemList::selectedItems() const {
     return isShown() && m_listed ? itemsOfSelectedRows() : std::vector<KorDSMDatabaseItem*>();
 }
 
-// Those of the items that are listed; none of them may be looked into, for they may be gone.
+// They may be gone.
 void ItemList::select(const std::vector<KorDSMDatabaseItem*>& items) {
     QItemSelection selection;
     for (const KorDSMDatabaseItem* item : items)

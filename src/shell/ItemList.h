@@ -38,6 +38,8 @@ public:
     void deleteSelectedRows();
     /// What a double click on the item's row does.
     void open(KorDSMDatabaseItem& item) { Q_EMIT opened(&item); }
+    /// Selects the rows of these items alone; none of them is looked into.
+    void select(const std::vector<KorDSMDatabaseItem*>& items);
 
 Q_SIGNALS:
     void selectionChanged();
@@ -50,7 +52,6 @@ private:
     KorDSMDatabaseItem* itemAt(int row) const;
     void fill(KorDSMDatabaseItem& item);
     std::vector<KorDSMDatabaseItem*> itemsOfSelectedRows() const;
-    void select(const std::vector<KorDSMDatabaseItem*>& items);
 
     KorListCtrl& m_control;
     KorRowThumbnails* m_thumbnails;   // the control owns them

@@ -107,7 +107,7 @@ TEST(CommandStates, OfATypeDependOnNothingElse) {
 TEST(CommandStates, OfSeveralAreHelpAndWhatCanBeDoneWithEach) {
     const SelectionFacts style = of(kDetailStyle);
     const SelectionFacts full = with(of(kDetailStyleCategory), &SelectionFacts::entryHasChildren);
-    EXPECT_EQ(buttonsOf(commandStates({style, style})), "569");
+    EXPECT_EQ(buttonsOf(commandStates({style, style})), "3569");
     EXPECT_EQ(buttonsOf(commandStates({style, full})), "69");
     EXPECT_EQ(buttonsOf(commandStates(std::vector{full})), enabled(full));
     EXPECT_EQ(buttonsOf(commandStates(std::vector<SelectionFacts>())), "89");

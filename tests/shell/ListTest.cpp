@@ -92,6 +92,25 @@ TEST_F(List, SeveralRowsAreDeletedByDelInOneStep) {
     EXPECT_EQ(names(), before);
 }
 
+TEST_F(List, SeveralRowsAreCopiedByOneKeyInOneStep) {
+    open();
+    select(kCategory);
+    const std::vector<std::string> before = names();
+    clickRow("HB beam 1:15");
+    clickRow("HB post 1:15", Qt::ControlModifier);
+    press(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(names().size(), before.size() + 2);
+    const std::vector<std::string> copies = names(true);
+    ASSERT_EQ(copies.size(), 2u) << "the copies are selected";
+    for (const std::string& copy : copies) {
+        EXPECT_EQ(std::ranges::find(before, copy), before.end()) << copy;
+        EXPECT_TRUE(isStored(copy.c_str()));
+    }
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(isPending());
+    EXPECT_FALSE(isStored(copies.front().c_str()));
+}
+
 TEST_F(List, TheCommandsOfARowAreThoseOfItsEntryAndItStaysSelected) {
     open();
     select(kCategory);
