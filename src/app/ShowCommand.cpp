@@ -159,6 +159,15 @@ KorString nameOf(const RelatedRow& other) {
     return KorString::format(translated("%s \"%s\""), {other.table->kindName(), other.record->name});
 }
 
+// Where such a record can use several of the kind it is said which one the shown one is.
+KorString userText(const RelatedRow& user) {
+    const auto ways = std::ranges::count_if(user.table->columns, [&user](const Column& column) {
+        return column.isReference() && !column.isSlot() && column.target == user.column->target;
+    });
+    return ways > 1 ? KorString::format(translated("%s, as %s"), {nameOf(user), user.column->name})
+                    : nameOf(user);
+}
+
 // The place in the list, the name, and what stands in the cells.
 KorString lineOf(const Part& part) {
     KorString line = KorString::number(part.place) + ". " + nameOf(part.row);
@@ -181,7 +190,7 @@ void printText(const RowChoice& row, const StructRecord& record, bool isWhole) {
     for (const Part& part : partsOf(row))
         lines.push_back({translated("part"), lineOf(part)});
     for (const RelatedRow& user : usersOf(row))
-        lines.push_back({translated("used by"), nameOf(user)});
+        lines.push_back({translated("used by"), userText(user)});
     Console::printColumns({translated("Column"), translated("Value")}, lines);
 }
 

@@ -78,6 +78,8 @@ struct DsmRowsChanged : KorNumberedMessage<WM_USER + 25> {
 struct DsmGoToRecord : KorNumberedMessage<WM_USER + 26> {
     SourceId source;
     RowRef row;
+    int column = 0; ///< of the field to be shown, where the record is edited; 0: the record itself
+    RowRef within;  ///< below which the record is looked for first, with a column
 };
 /// A write succeeded: changes are pending.
 struct DsmDataChanged : KorNumberedMessage<WM_USER + 13> {};

@@ -13,7 +13,9 @@
 #include "pages/KorDSMPage.h"
 #include "pages/PictureChoice.h"
 #include "pages/RecordButtons.h"
+#include "pages/WordOffer.h"
 #include "services/Prompts.h"
+#include "session/KorDSMQualifierWords.h"
 #include "session/KorDSMUndo.h"
 #include "session/KorDSMValueText.h"
 
@@ -200,6 +202,8 @@ QWidget* FormBody::makeControl(const Line& line) {
     edit->setMinimumWidth(kLeastWidth);
     if (!column.isText())
         edit->setMaximumWidth(kNumberWidth);
+    if (m_sections[line.section].table->type == kTableQualifier && column.name == "property")
+        new WordOffer(*edit, &KorDSMQualifierWords::properties); // the field owns it
     return edit;
 }
 

@@ -71,7 +71,10 @@ private:
 
 KorDSMPage::KorDSMPage(QWidget* parent, int templateId, const KorString& title)
     : KorTabPage(parent, templateId, title), m_head(new PageHead(this)) {
-    connect(m_head, &PageHead::typing, this, &KorDSMPage::notifyTyping);
+    connect(m_head, &PageHead::typing, this, [this] {
+        updateMark();
+        notifyTyping();
+    });
     KorAssert::check(templateId >= kFirstTemplate && templateId <= kLastTemplate,
                      "page templates are numbered 1086 to 2321");
 }
@@ -194,8 +197,12 @@ bool KorDSMPage::focusField(RowRef row, int column) {
 }
 
 void KorDSMPage::updateMark() {
+    // The name stands above each page.
+    const auto isNamePending = [this] {
+        return ShownColumns{item()->tableType(), KorOdbcKey(item()->recordKey()), {kNameColumn}}.isPending();
+    };
     setModified(item() && item()->record() &&
-                (std::ranges::any_of(parts(), &PagePart::isEdited) ||
+                (m_head->isEdited() || isNamePending() || hasEditedParts() ||
                  std::ranges::any_of(shownColumns(), &ShownColumns::isPending)));
 }
 

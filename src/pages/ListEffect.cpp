@@ -6,6 +6,7 @@
 #include "operations/CurrentRows.h"
 #include "services/Prompts.h"
 #include "session/KorDSMPreview.h"
+#include "session/KorDSMValueText.h"
 
 #include <QMenu>
 #include <QSignalBlocker>
@@ -22,7 +23,12 @@ constexpr int kLeaveOut = 929;
 constexpr int kHoldsFor = 961;
 constexpr int kUnknown = 962; // "%s, of %s not known"
 constexpr int kAtMost = 1360; // "%s to %s"
+constexpr int kNotCounted = 1418;
 constexpr int kWarning = 394; // icon
+
+KorString countOf(const std::vector<int>& objects) {
+    return objects.empty() ? KorDSMValueText::nothing() : KorString::number(std::ssize(objects));
+}
 
 } // namespace
 
@@ -53,13 +59,18 @@ void ListEffect::show(RowRef whole, const std::vector<std::int32_t>& keys) {
 void ListEffect::showRow(int place, const KorDSMListEffect::Row& row) {
     const QSignalBlocker quiet(m_grid); // a tooltip is no edit
     const bool isCounted = KorDSMPreview::shown() != nullptr;
-    KorString text = isCounted ? KorString::number(std::ssize(row.takes)) : KorString();
+    KorString text = isCounted ? countOf(row.takes) : Prompts::dsm(kNotCounted);
     KorString more;
     if (isCounted && !row.unknown.empty()) {
+        text = KorString::number(std::ssize(row.takes));
         more = KorString::format(Prompts::dsm(kUnknown), {text, KorString::number(std::ssize(row.unknown))});
         text = KorString::format(Prompts::dsm(kAtMost),
                                  {text, KorString::number(std::ssize(row.takes) + std::ssize(row.unknown))});
     }
+    const RowRef part{m_isFirstMatch ? kTableReprMapEntry : kTableQualifierWithRole, row.key};
+    if (row.takes.empty())
+        if (const KorString why = KorDSMListEffect::whyNothing(CurrentRows::source(), part); !why.isEmpty())
+            text = why;
     if (!row.never.isEmpty()) {
         text = Prompts::dsm(kNever);
         more = row.never;
@@ -69,8 +80,7 @@ void ListEffect::showRow(int place, const KorDSMListEffect::Row& row) {
     m_grid.setCellText(place, m_takes, text);
     m_grid.setCellPicture(place, m_takes, row.never.isEmpty() ? QIcon() : KorPictures::icon(kWarning));
     if (m_isFirstMatch)
-        m_grid.setCellText(place, m_takenBefore,
-                           isCounted ? KorString::number(std::ssize(row.takenBefore)) : KorString());
+        m_grid.setCellText(place, m_takenBefore, isCounted ? countOf(row.takenBefore) : KorString());
     if (QTableWidgetItem* item = m_grid.item(place, m_takes)) {
         item->setToolTip(toQt(more));
         item->setData(Qt::AccessibleDescriptionRole, toQt(more));

@@ -41,7 +41,9 @@ constexpr int kSharedIcon = 386;
 constexpr int kNotStored = 454;
 constexpr int kReadOnly = 678;
 constexpr int kShared = 679;
-constexpr int kWhereUsed = 262; // "Where used…"
+constexpr int kWhereUsed = 262;     // "Where used…"
+constexpr int kAndMore = 1411;      // "%s and %s more"
+constexpr int kMissingBelow = 1412; // "%s things are missing below: %s"
 
 /// A button that loses the end of its text where there is no room for it.
 class ElidedButton : public QToolButton {
@@ -124,6 +126,8 @@ void PageHead::build() {
     second->addWidget(m_path = new KorElidedLabel(Qt::ElideMiddle), 1);
     m_path->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     second->addWidget(m_users = new ElidedButton);
+    lines->addWidget(m_styles = new KorElidedLabel(Qt::ElideRight));
+    m_styles->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_users->setAutoRaise(true);
     m_users->setToolButtonStyle(Qt::ToolButtonTextOnly);
     m_users->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
@@ -132,6 +136,14 @@ void PageHead::build() {
     KorStyle::setNoteColor(*m_missing, true);
     KorStyle::setNoteColor(*m_colleagues, true);
     m_missing->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    lines->addWidget(m_below = new QLabel);
+    m_below->setTextFormat(Qt::RichText);
+    m_below->setWordWrap(true);
+    m_below->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_below->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    m_below->hide();
+    KorStyle::setNoteColor(*m_below, true);
+    m_whenIdle.setSingleShot(true);
     auto* line = new QFrame;
     line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
     lines->addWidget(line);
@@ -144,6 +156,8 @@ void PageHead::build() {
         Q_EMIT typing();
     });
     connect(m_users, &QToolButton::clicked, this, &PageHead::listUsers);
+    connect(m_below, &QLabel::linkActivated, this, &PageHead::goToLack);
+    connect(&m_whenIdle, &QTimer::timeout, this, &PageHead::showLacksBelow);
 }
 
 void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
@@ -176,6 +190,8 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     m_users->setToolTip(m_users->text() + u'\n' + toQt(Prompts::dsm(kWhereUsed)));
     m_users->setVisible(!m_users->text().isEmpty());
     m_users->setEnabled(use.isUsed());
+    m_styles->setWhole(toQt(KorDSMRecordState::stylesText(use)));
+    m_styles->setVisible(!m_styles->whole().isEmpty());
     m_shared->setVisible(use.isShared);
     m_readOnly->setVisible(!editable);
     const QString reason = toQt(KorDSMItemCommands::whyOnlyReadable(*item));
@@ -184,7 +200,52 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     m_missing->setText(toQt(KorDSMRecordState::missingText(source, m_shown)));
     // The page does not move under the hand that makes good what was missing.
     m_missing->setVisible(!m_missing->text().isEmpty() || (isSame && !m_missing->isHidden()));
+    if (!isSame)
+        m_below->hide();
+    m_whenIdle.start();
     showColleagues();
+}
+
+bool PageHead::isEdited() const {
+    return m_name && m_name->isEdited();
+}
+
+void PageHead::showLacksBelow() {
+    if (!isVisible())
+        return;
+    const KorDSMRecordState::LacksBelow lacks = KorDSMRecordState::lacksBelow(m_source, m_shown);
+    KorString names;
+    for (const KorDSMRecordState::Lack& lack : lacks.first) {
+        const QString link = QStringLiteral("<a href=\"%1 %2 %3\">%4</a>")
+                                 .arg(int{lack.row.table})
+                                 .arg(lack.row.key)
+                                 .arg(lack.column)
+                                 .arg(toQt(lack.text).toHtmlEscaped());
+        names = names + (names.isEmpty() ? "" : "; ") + fromQt(link);
+    }
+    const auto named = static_cast<std::int64_t>(lacks.first.size());
+    if (lacks.count > named)
+        names = KorString::format(Prompts::dsm(kAndMore), {names, KorString::number(lacks.count - named)});
+    const KorString count = KorString::number(lacks.count) + (lacks.areAllKnown ? "" : "+");
+    m_below->setText(
+        named == 0 ? QString()
+                   : toQt(KorString::format(Prompts::counted(kMissingBelow, lacks.count), {count, names})));
+    // Links are told by their line: not every desktop has a colour for them that can be read on its windows.
+    QPalette colors = m_below->palette();
+    colors.setColor(QPalette::Link, colors.color(QPalette::WindowText));
+    m_below->setPalette(colors);
+    m_below->setVisible(named > 0);
+}
+
+// The place is the table, the key and the column.
+void PageHead::goToLack(const QString& place) {
+    const QStringList numbers = place.split(u' ');
+    DsmGoToRecord message;
+    message.source = m_source;
+    message.row = {static_cast<eTableType>(numbers[0].toInt()), numbers[1].toInt()};
+    message.column = numbers[2].toInt();
+    message.within = m_shown;
+    KorDSMWhereUsed::whenSettled([message] { KorDSMMainWindow::sendMessage(message); });
 }
 
 void PageHead::showColleagues() {

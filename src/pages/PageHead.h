@@ -4,6 +4,7 @@
 #include "records/KorDSNDefinitions.h"
 #include "records/RowRef.h"
 
+#include <QTimer>
 #include <QWidget>
 
 class KorDSMDatabaseItem;
@@ -27,6 +28,8 @@ public:
     void refresh() { load(m_item, m_isEditable); }
     /// Who else is changing it now.
     void showColleagues();
+    /// Whether another name is typed than the record has.
+    bool isEdited() const;
 
 Q_SIGNALS:
     /// The name is being typed, or is no longer.
@@ -37,6 +40,8 @@ private:
     void onNameCommitted();
     void rename(RowRef row, const KorString& name);
     void listUsers();
+    void showLacksBelow();
+    void goToLack(const QString& place);
 
     KorDSMDatabaseItem* m_item = nullptr; // of the page; not owned
     bool m_isEditable = false;
@@ -50,5 +55,8 @@ private:
     KorElidedLabel* m_colleagues = nullptr;
     KorElidedLabel* m_path = nullptr;
     QToolButton* m_users = nullptr;
+    KorElidedLabel* m_styles = nullptr; // that use it
     QLabel* m_missing = nullptr;
+    QLabel* m_below = nullptr;
+    QTimer m_whenIdle; // what is missing below takes its time to find
 };

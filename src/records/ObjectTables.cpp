@@ -121,9 +121,13 @@ void declareQualifiers(std::vector<TableSchema>& tables) {
         .real(4, "maximum", &Filter::maximum);
 
     TableBuilder<StructDetModelType>(tables, "model_type")
-        .integer(2, "model_type", &StructDetModelType::modelType);
+        .integer(2, "model_type", &StructDetModelType::modelType)
+        .named(1, {"Profile", "Plate", "Bolt", "Weld", "Hole", "Assembly", "Grid line", "Level", "Anchor",
+                   "Grating", "Cut", "Rail"});
     TableBuilder<StructModelRole>(tables, "model_role")
         .integer(2, "role", &StructModelRole::role)
+        .named(0, {"Any role", "Main part", "Secondary part", "Fitting", "Neighbour", "Shop connection",
+                   "Site connection"})
         .committedWith(kTableQualifierSet);
 }
 

@@ -135,7 +135,7 @@ DeleteResult deleteItem(KorDSMDatabaseItem& item) {
     return deleteItems({&item});
 }
 
-DeleteResult deleteItems(const std::vector<KorDSMDatabaseItem*>& items) {
+DeleteResult deleteItems(const std::vector<KorDSMDatabaseItem*>& items, const std::vector<RowRef>& also) {
     DeleteResult outcome;
     std::vector<RowRef> rows;
     for (const KorDSMDatabaseItem* item : items)
@@ -152,7 +152,7 @@ DeleteResult deleteItems(const std::vector<KorDSMDatabaseItem*>& items) {
     });
     // That a group is empty is a rule of the command in the window.
     KorDSMRecordCommands::Outcome removed = KorDSMRecordCommands::remove(
-        KorDSMItemSource::sourceOf(items.front()), rows, KorDSMRecordCommands::eFiled::kIsLeft);
+        KorDSMItemSource::sourceOf(items.front()), rows, KorDSMRecordCommands::eFiled::kIsLeft, also);
     outcome.users = std::move(removed.users);
     if (!outcome.settle(std::move(removed)))
         return outcome;

@@ -150,7 +150,7 @@ KorString KorDSMEditedList::changeCaption(const Keys& rows, const Column& column
     if (rows.size() != 1)
         return KorString::format(Prompts::dsm(kChangingMany), {changed, counted(rows.size()), list});
     const KorString row = hasNames() ? name(rows.front()) : KorString();
-    return row.isEmpty()
+    return !KorDSMValueText::isNameGiven(m_table, row)
                ? KorString::format(Prompts::dsm(kChangingUnnamed), {changed, list})
                : KorString::format(Prompts::dsm(kChanging), {changed, KorDSMValueText::shortName(row), list});
 }

@@ -73,8 +73,9 @@ struct DeleteResult : CommandResult {
 /// is deleted, but the command counts as not done and the item stays.
 DeleteResult deleteItem(KorDSMDatabaseItem& item);
 /// The same for several items of one source that lie in no branch of one another, as one step of undo. One
-/// that is in use keeps all.
-DeleteResult deleteItems(const std::vector<KorDSMDatabaseItem*>& items);
+/// that is in use keeps all. The rows of `also` go in the same step (see `KorDSMRecordCommands::remove`);
+/// their items have to follow.
+DeleteResult deleteItems(const std::vector<KorDSMDatabaseItem*>& items, const std::vector<RowRef>& also = {});
 /// How many views are listed in a category and leave it when it is deleted; 0 for other items.
 int viewsListedIn(const KorDSMDatabaseItem& category);
 

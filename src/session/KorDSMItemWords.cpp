@@ -102,3 +102,21 @@ std::optional<KorDSMFiledNaming> KorDSMFiledNaming::of(int itemType, const KorSt
     naming.groups = sortedGroups(groups);
     return naming;
 }
+
+// The children stand in the order of the columns that refer to them, of which some can be empty.
+KorString roleOf(const KorDSMDatabaseItem& item) {
+    const KorDSMDatabaseItem* above = item.parent();
+    if (item.type() != KorDSMDefines::kPointSelection || !above || !above->record())
+        return {};
+    const TableSchema& table = *findTable(above->tableType());
+    const auto& children = above->children();
+    int place = 0;
+    for (const Column& column : table.columns) {
+        if (!column.isReference() || column.target != item.tableType() || place >= children.length() ||
+            column.integerIn(above->record()) != children[place]->recordKey())
+            continue;
+        if (children[place++] == &item)
+            return KorDSMValueText::columnCaption(table, column);
+    }
+    return {};
+}

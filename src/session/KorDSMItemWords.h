@@ -8,6 +8,10 @@
 /// What the status bar says of an item whose tree entry has this text; empty where it says nothing.
 KorString statusTextOf(const KorDSMDatabaseItem& item, const KorString& entryText);
 
+/// As what the record above an item uses it, where it can use several of the kind: the start, inner or end
+/// points of a dimension request. Empty for other items.
+KorString roleOf(const KorDSMDatabaseItem& item);
+
 /// What a dialog shows that asks for the name of a record.
 struct KorDSMNaming {
     KorString title;

@@ -1,8 +1,11 @@
 #include "session/KorDSMListEffect.h"
 
 #include "data/StyleDatabases.h"
+#include "data/check/StillMissing.h"
 #include "drawing/MapExplanation.h"
 #include "drawing/Shadowing.h"
+#include "records/ObjectRecords.h"
+#include "services/Prompts.h"
 #include "session/KorDSMPreview.h"
 
 #include <algorithm>
@@ -45,4 +48,22 @@ std::vector<KorDSMListEffect::Row> KorDSMListEffect::of(SourceId id, RowRef whol
         row->never = shadowed.sentence;
     }
     return rows;
+}
+
+KorString KorDSMListEffect::whyNothing(SourceId id, RowRef part) {
+    constexpr int kNoSet = 1415;
+    constexpr int kEmptySet = 1416;
+    constexpr int kNoQualifier = 1417;
+    StyleSource* source = StyleDatabases::current().source(id);
+    const StructRecord* record = source ? source->table(part.table).find(KorOdbcKey(part.key)) : nullptr;
+    if (!record)
+        return {};
+    if (part.table == kTableQualifierWithRole)
+        return static_cast<const StructDetObjQualifierWithRole*>(record)->qualifierKey > 0
+                   ? KorString()
+                   : Prompts::dsm(kNoQualifier);
+    const RowRef set{kTableQualifierSet, static_cast<const StructDetObjReprMapKey*>(record)->qualifierSetKey};
+    if (!source->table(set.table).find(KorOdbcKey(set.key)))
+        return Prompts::dsm(kNoSet);
+    return stillMissing(*source, set).empty() ? KorString() : Prompts::dsm(kEmptySet);
 }

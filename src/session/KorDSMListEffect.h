@@ -27,5 +27,7 @@ bool isFor(eTableType parts);
 bool isFirstMatch(eTableType parts);
 /// Of the rows of a record of the source. Without a preview only what holds of every part is known.
 std::vector<Row> of(SourceId source, RowRef whole, const KorDSMPreview* preview);
+/// Why a row of the source takes nothing of any part yet, in few words; empty where it could.
+KorString whyNothing(SourceId source, RowRef part);
 
 } // namespace KorDSMListEffect

@@ -5,10 +5,20 @@
 
 #include <algorithm>
 
+namespace {
+
+bool contains(const KorString& name, const KorString& lowered) {
+    return name.lowered().view().find(lowered.view()) != std::string_view::npos;
+}
+
+} // namespace
+
 int KorDSMNameSearch::find(KorDSMDatabaseItem& root, const KorString& text) {
     const KorString before = m_text;
     m_text = text.trimmed().lowered();
     m_root = &root;
+    if (m_text != before)
+        m_kept.clear();
     prepare(root);
     // A text that became longer can only be in the names that had the shorter one.
     look(!m_aboveFound.empty() && m_text.view().find(before.view()) != std::string_view::npos);
@@ -22,7 +32,17 @@ void KorDSMNameSearch::prepare(KorDSMDatabaseItem& root) {
 
 void KorDSMNameSearch::clear() {
     m_text = {};
+    m_kept.clear();
     namesChanged();
+}
+
+void KorDSMNameSearch::renamed(const KorDSMDatabaseItem& item, const KorString& before) {
+    if (!m_text.isEmpty() && contains(before, m_text))
+        m_kept.insert(&item);
+}
+
+bool KorDSMNameSearch::isFound(const KorDSMDatabaseItem& item) const {
+    return m_kept.contains(&item) || contains(item.getDisplayName(), m_text);
 }
 
 void KorDSMNameSearch::namesChanged() {
@@ -36,9 +56,6 @@ void KorDSMNameSearch::namesChanged() {
 bool KorDSMNameSearch::passes(const KorDSMDatabaseItem& item) const {
     if (m_text.isEmpty() || isAboveFound(item))
         return true;
-    const auto isFound = [this](const KorDSMDatabaseItem& step) {
-        return step.getDisplayName().lowered().view().find(m_text.view()) != std::string_view::npos;
-    };
     const KorDSMDatabaseItem* step = &item;
     while (step && step != m_root && !isFound(*step))
         step = step->parent();
@@ -86,7 +103,8 @@ void KorDSMNameSearch::look(bool onlyAmongFound) {
 bool KorDSMNameSearch::hasText(std::uint32_t number) const {
     const Name& name = m_names[number];
     return std::string_view(m_folded).substr(name.begin, name.length).find(m_text.view()) !=
-           std::string_view::npos;
+               std::string_view::npos ||
+           (!m_kept.empty() && m_kept.contains(name.item));
 }
 
 std::uint32_t KorDSMNameSearch::addName(KorDSMDatabaseItem* item, const KorString& text,

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 /// Which items have a text in their names, in upper or lower case. What records depend on is not searched: it
@@ -21,6 +22,11 @@ public:
     void clear();
     /// Items came, went or changed their names: the next search looks at all of them anew.
     void namesChanged();
+    /// The item had the name `before`: where it was found by that, it stays found until something else is
+    /// looked for.
+    void renamed(const KorDSMDatabaseItem& item, const KorString& before);
+    /// The item goes, or stands elsewhere.
+    void forget(const KorDSMDatabaseItem& item) { m_kept.erase(&item); }
 
     /// The first items that were found, in the order of the tree; at most so many.
     std::vector<KorDSMDatabaseItem*> first(int atMost) const;
@@ -41,6 +47,7 @@ private:
     KorDSMDatabaseItem* itemAt(std::uint32_t number) const;
     void look(bool onlyAmongFound);
     bool hasText(std::uint32_t number) const;
+    bool isFound(const KorDSMDatabaseItem& item) const;
     bool isAboveFound(const KorDSMDatabaseItem& item) const;
 
     KorString m_text;                           // in lower case
@@ -49,5 +56,6 @@ private:
     std::string m_folded;                       // in lower case, one behind the other
     std::unordered_map<const KorDSMDatabaseItem*, std::uint32_t> m_numbers; // of those that have children
     std::vector<std::uint32_t> m_found;                                     // numbers of names with `m_text`
-    std::vector<char> m_aboveFound; // by number; empty: nothing was looked for
+    std::vector<char> m_aboveFound;                       // by number; empty: nothing was looked for
+    std::unordered_set<const KorDSMDatabaseItem*> m_kept; // found by the names that they had
 };

@@ -4,8 +4,12 @@
 #include "records/ObjectRecords.h"
 #include "records/OwnWords.h"
 #include "records/TableDeclarations.h"
+#include "services/KorResources.h"
 #include "services/Prompts.h"
 #include "session/KorDSMPartList.h"
+#include "session/KorDSMSampleParts.h"
+
+#include <set>
 
 namespace {
 
@@ -67,4 +71,17 @@ KorString KorDSMQualifierWords::sentenceOf(std::int32_t key) {
                                                           {sentence, phrase});
     }
     return sentence.isEmpty() ? Prompts::dsm(kNothing) : sentence;
+}
+
+std::vector<KorString> KorDSMQualifierWords::properties() {
+    std::set<std::string> names;
+    for (const StructRecord* row : CurrentRows::byName(kTableQualifier))
+        names.insert(static_cast<const StructDetObjQualifier*>(row)->property.trimmed().toStdString());
+    const auto parts = KorDSMSampleParts::ofSession(KorResources::folder() / "parts");
+    for (const KorDSMSampleParts::Entry& entry : parts->all())
+        for (const PartObject& object : entry.part->objects)
+            for (const auto& [name, value] : object.properties)
+                names.insert(name);
+    names.erase("");
+    return {names.begin(), names.end()};
 }

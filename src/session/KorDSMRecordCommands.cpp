@@ -356,7 +356,8 @@ std::vector<RowRef> listingsIn(SourceId source, RowRef category) {
     return rows;
 }
 
-Outcome remove(SourceId source, const std::vector<RowRef>& rows, eFiled filed) {
+Outcome remove(SourceId source, const std::vector<RowRef>& rows, eFiled filed,
+               const std::vector<RowRef>& also) {
     const KorDSNRequest request(source.dsn, source.index);
     KorString why = KorDSMItemCommands::whyOnlyReadable(source);
     if (why.isEmpty())
@@ -373,6 +374,9 @@ Outcome remove(SourceId source, const std::vector<RowRef>& rows, eFiled filed) {
         WriteResult result;
         for (const RowRef& row : rows)
             if (result.isStored())
+                result = removeWithPlaces(source, row);
+        for (const RowRef& row : also)
+            if (result.isStored() && find(row) && KorDSMWhereUsed::usagesHere(source, row).empty())
                 result = removeWithPlaces(source, row);
         return result;
     });

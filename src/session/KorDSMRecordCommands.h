@@ -61,8 +61,10 @@ enum class eFiled : std::uint8_t {
 };
 /// Deletes records with their parts, for a detail style also its master, for a category also the places of
 /// views in it; there is at least one. What other records of its source use is not deleted. One that stays
-/// keeps the others.
-Outcome remove(SourceId source, const std::vector<RowRef>& rows, eFiled filed = eFiled::kForbids);
+/// keeps the others. In the same step `also` goes, as far as nothing uses it then (see
+/// `KorDSMRecordState::leftUnused`).
+Outcome remove(SourceId source, const std::vector<RowRef>& rows, eFiled filed = eFiled::kForbids,
+               const std::vector<RowRef>& also = {});
 inline Outcome remove(SourceId source, RowRef row) {
     return remove(source, std::vector<RowRef>{row});
 }

@@ -22,9 +22,10 @@ constexpr int kUndo = 240;   // "Undo %s"
 constexpr int kRedo = 241;   // "Redo %s"
 constexpr int kNoUndo = 273; // "Undo", while there is no step
 constexpr int kNoRedo = 274;
-constexpr int kChange = 242;   // "change of %s of "%s""
-constexpr int kCreation = 243; // "creation of "%s""
-constexpr int kDeletion = 244; // "deletion of "%s""
+constexpr int kChange = 242;        // "change of %s of "%s""
+constexpr int kChangeOfPart = 1363; // "change of %s of an entry of "%s""
+constexpr int kCreation = 243;      // "creation of "%s""
+constexpr int kDeletion = 244;      // "deletion of "%s""
 
 PendingLog& pending() {
     return StyleDatabases::current().pending();
@@ -64,11 +65,14 @@ const PendingStep& principal(std::span<const PendingStep> steps) {
 
 KorString describe(const PendingStep& step, const StructRecord& record, const StructRecord* whole) {
     const TableSchema& table = *findTable(step.table);
-    if (step.action == PendingStep::eAction::kCell)
+    const bool isCell = step.action == PendingStep::eAction::kCell;
+    if (isCell && whole && !KorDSMValueText::isNameGiven(table, record.name))
         return KorString::format(
-            Prompts::dsm(kChange),
-            {KorDSMValueText::columnCaption(table, *step.column),
-             KorDSMValueText::shortName(record.name.isEmpty() && whole ? whole->name : record.name)});
+            Prompts::dsm(kChangeOfPart),
+            {KorDSMValueText::columnCaption(table, *step.column), KorDSMValueText::shortName(whole->name)});
+    if (isCell)
+        return KorString::format(Prompts::dsm(kChange), {KorDSMValueText::columnCaption(table, *step.column),
+                                                         KorDSMValueText::shortName(record.name)});
     if (whole)
         return KorString::format(Prompts::dsm(kChange), {KorDSMValueText::tableCaption(table),
                                                          KorDSMValueText::shortName(whole->name)});

@@ -269,6 +269,14 @@ KorString tableCaption(const TableSchema& table) {
     return named("TAB", table.type, table.name);
 }
 
+bool isNameGiven(const TableSchema& table, const KorString& name) {
+    const std::string kind = tableCaption(table).toStdString();
+    const std::string_view text = name.view();
+    const bool isNumbered =
+        text.starts_with(kind + " ") && text.find_first_not_of("0123456789", kind.size() + 1) == text.npos;
+    return !text.empty() && text != kind && !isNumbered;
+}
+
 KorString columnCaption(const TableSchema& table, const Column& column) {
     return named("COL", table.type * 100 + column.number, column.name);
 }

@@ -12,6 +12,9 @@ namespace KorDSMValueText {
 /// A record's name as menus, messages and titles show it: on one line, and cut where it is longer than 60
 /// characters, lest a window become larger than the screen.
 KorString shortName(const KorString& name);
+/// Whether somebody gave a row of the table this name: false for none, and for that of its kind, with a
+/// number or without.
+bool isNameGiven(const TableSchema& table, const KorString& name);
 /// What a table's rows are called, in the program's language, with a capital.
 KorString tableCaption(const TableSchema& table);
 /// What a column is called, in the program's language, with a capital.

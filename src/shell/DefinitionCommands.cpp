@@ -18,6 +18,7 @@
 #include "shell/UsageViews.h"
 #include "shell/WindowRefresh.h"
 
+#include <QCheckBox>
 #include <QMessageBox>
 
 using namespace KorDSMDefines;
@@ -26,6 +27,7 @@ namespace {
 
 constexpr int kNoGroup = 410;    // ""%s" has no group in which it could be filed."
 constexpr int kDeleteMany = 495; // "Do you want to delete these %s definitions?"
+constexpr int kDeleteToo = 1414; // "Delete these %s, too"
 constexpr int kViewsLeave = 497; // "%s views are listed in it and stay; only the listing goes."
 
 } // namespace
@@ -124,7 +126,8 @@ void DefinitionCommands::rename() {
     m_rightSide.resume();
 }
 
-bool DefinitionCommands::agreesToRemove(const std::vector<KorDSMDatabaseItem*>& items) {
+std::optional<std::vector<RowRef>>
+DefinitionCommands::agreesToRemove(const std::vector<KorDSMDatabaseItem*>& items) {
     const auto count = static_cast<std::int64_t>(items.size());
     int views = 0;
     QStringList names;
@@ -144,12 +147,20 @@ bool DefinitionCommands::agreesToRemove(const std::vector<KorDSMDatabaseItem*>& 
     QStringList notes;
     if (views > 0)
         notes << toQt(KorString::format(Prompts::counted(kViewsLeave, views), {KorString::number(views)}));
-    if (const KorString left =
-            KorDSMRecordState::leftUnusedText(KorDSMItemSource::sourceOf(items.front()), rows);
-        !left.isEmpty())
-        notes << toQt(left);
+    const SourceId source = KorDSMItemSource::sourceOf(items.front());
+    const std::vector<RowRef> left = KorDSMRecordState::leftUnused(source, rows);
+    QCheckBox* too = nullptr;
+    if (!left.empty()) {
+        notes << toQt(KorDSMRecordState::leftUnusedText(source, left));
+        const auto leftCount = static_cast<std::int64_t>(left.size());
+        too = new QCheckBox(
+            toQt(KorString::format(Prompts::counted(kDeleteToo, leftCount), {KorString::number(leftCount)})));
+        box.setCheckBox(too); // the box owns it
+    }
     box.setInformativeText(notes.join(u'\n'));
-    return box.exec() == QMessageBox::Yes;
+    if (box.exec() != QMessageBox::Yes)
+        return std::nullopt;
+    return too && too->isChecked() ? left : std::vector<RowRef>();
 }
 
 void DefinitionCommands::remove() {
@@ -160,14 +171,18 @@ void DefinitionCommands::remove() {
     for (const KorDSMDatabaseItem* item : items)
         if (const auto users = KorDSMItemCommands::usersThatForbidDeleting(*item); !users.empty())
             return m_usages.tellOf(users);
-    if (!agreesToRemove(items))
+    const auto also = agreesToRemove(items);
+    if (!also)
         return;
+    const std::size_t before = KorDSMUndo::stepCount();
     const KorDSMBusy busy;
     // The page must let go of the item before it is gone.
     m_rightSide.letGo();
-    KorDSMItemCommands::DeleteResult outcome = KorDSMItemCommands::deleteItems(items);
+    KorDSMItemCommands::DeleteResult outcome = KorDSMItemCommands::deleteItems(items, *also);
     m_rightSide.list().deleteSelectedRows();
     m_refresh.removeEntries(outcome.removed);
+    if (!also->empty())
+        m_refresh.follow(KorDSMUndo::changesSince(before));
     m_refresh.itemsChanged();
     m_rightSide.tellNames(outcome.notice);
     if (outcome.isStored())

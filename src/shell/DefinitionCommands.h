@@ -2,6 +2,10 @@
 
 #include "controls/KorTreeModel.h"
 #include "model/items/KorDSMDatabaseItem.h"
+#include "records/RowRef.h"
+
+#include <optional>
+#include <vector>
 
 class CommandStrip;
 class KorDSMDataStructure;
@@ -28,7 +32,8 @@ private:
     void copyEach(const std::vector<KorDSMDatabaseItem*>& items);
     void rename();
     void remove();
-    bool agreesToRemove(const std::vector<KorDSMDatabaseItem*>& items);
+    /// What only the items use and the user wants to be deleted with them; nothing where they are to stay.
+    std::optional<std::vector<RowRef>> agreesToRemove(const std::vector<KorDSMDatabaseItem*>& items);
 
     QWidget& m_window;
     KorDSMDataStructure& m_structure;

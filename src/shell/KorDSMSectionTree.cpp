@@ -1,17 +1,40 @@
 #include "shell/KorDSMSectionTree.h"
 
+#include "controls/KorQt.h"
 #include "model/KorDSMDependencies.h"
 #include "model/items/KorDsmItems.h"
 #include "session/KorDSMItemContent.h"
 #include "session/KorDSMItemPath.h"
+#include "session/KorDSMItemWords.h"
 #include "session/KorDSMSources.h"
+
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+/// Shows behind the name as what the record above uses the one of the entry.
+class EntryDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(KorTreeModel::entryOf(index));
+        if (const KorString role = item ? roleOf(*item) : KorString(); !role.isEmpty())
+            option->text += QStringLiteral(" (%1)").arg(toQt(role));
+    }
+};
+
+} // namespace
+
 KorDSMSectionTree::KorDSMSectionTree(KorTreeCtrl* tree, KorDSMDataStructure& structure,
                                      KorDsmSectionItem& section, std::function<void(KorTreeHandle)> entryGone)
     : m_tree(tree), m_structure(structure), m_section(section), m_entryGone(std::move(entryGone)) {
+    m_tree->setItemDelegate(new EntryDelegate(m_tree));
     connect(m_tree, &KorTreeCtrl::expanding, this, &KorDSMSectionTree::onExpanding);
 }
 
@@ -59,6 +82,8 @@ void KorDSMSectionTree::unbind(KorTreeHandle entry) {
     KorDSMTreeItemData* data = dataOf(entry);
     if (!data)
         return;
+    if (const KorDSMDatabaseItem* item = data->getItem())
+        m_search.forget(*item);
     // An item that is being destroyed has already let go of its entry.
     if (KorDSMDatabaseItem* item = data->getItem(); item && item->entry() == entry)
         item->setEntry(nullptr);
@@ -282,4 +307,10 @@ void KorDSMSectionTree::deleteEntry(KorTreeHandle entry) {
 void KorDSMSectionTree::showPlaceholder(KorTreeHandle entry) {
     const KorDSMDatabaseItem* item = itemOf(entry);
     m_tree->setPlaceholder(entry, item && KorDSMDependencies::canHaveDependents(item->type()));
+}
+
+void KorDSMSectionTree::setText(KorTreeHandle entry, const KorString& text) {
+    if (const KorDSMDatabaseItem* item = itemOf(entry); item && m_tree->getItemText(entry) != text)
+        m_search.renamed(*item, m_tree->getItemText(entry));
+    m_tree->setItemText(entry, text);
 }

@@ -69,6 +69,7 @@ public:
     void deleteEntry(KorTreeHandle entry);
     void showPlaceholder(KorTreeHandle entry);
     void attach(KorTreeHandle entry, std::unique_ptr<KorDSMTreeItemData> data);
+    void setText(KorTreeHandle entry, const KorString& text);
 
 private:
     void onExpanding(KorTreeHandle entry);

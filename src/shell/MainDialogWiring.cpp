@@ -136,7 +136,7 @@ void KorDSMMainDialog::receiveFromItems() {
     });
     receive<DsmSetEntryText>([&parts](const DsmSetEntryText& message) {
         if (KorDSMSectionTree* shown = parts.sections.treeOf(message.entry))
-            shown->control()->setItemText(message.entry, message.text);
+            shown->setText(message.entry, message.text);
         parts.refresh.itemsChangedSoon();
     });
     receive<DsmAttachItemData>([&parts](const DsmAttachItemData& message) {
@@ -155,8 +155,12 @@ void KorDSMMainDialog::receiveFromPages() {
         parts.refresh.written();
         parts.refresh.follow(message.changes);
     });
-    receive<DsmGoToRecord>(
-        [&parts](const DsmGoToRecord& message) { parts.navigation.goToRecord(message.source, message.row); });
+    receive<DsmGoToRecord>([&parts](const DsmGoToRecord& message) {
+        if (message.column == 0)
+            parts.navigation.goToRecord(message.source, message.row);
+        else if (!parts.navigation.goToField(message.source, message.row, message.column, message.within))
+            parts.navigation.focusTree();
+    });
     receive<DsmDataChanged>([&parts](const DsmDataChanged&) {
         parts.applyState.setModified(true);
         parts.refresh.written();

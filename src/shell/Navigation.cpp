@@ -176,6 +176,10 @@ void Navigation::returnToItem(KorDSMDatabaseItem& item) {
     m_isRecording = recording;
 }
 
+void Navigation::focusTree() {
+    m_sections.currentControl().setFocus(Qt::ShortcutFocusReason);
+}
+
 void Navigation::selectEntry(KorTreeHandle entry) {
     KorTreeCtrl& control = m_sections.currentControl();
     if (control.isHidden(entry))
@@ -198,7 +202,7 @@ void Navigation::goToFirstMatch() {
     KorTreeHandle first = m_filter.firstMatch();
     if (!first)
         return;
-    m_sections.currentControl().setFocus(Qt::ShortcutFocusReason);
+    focusTree();
     selectEntry(first);
 }
 

@@ -51,6 +51,8 @@ public:
     void selectEntry(KorTreeHandle entry);
     /// Selects a child of the entry by its place.
     void goToChild(KorTreeHandle entry, int place);
+    /// Gives the focus to the tree that is shown.
+    void focusTree();
     /// From the filter the keys lead to the first entry that was found.
     void goToFirstMatch();
 

@@ -1,6 +1,7 @@
 #include "shell/RightSide.h"
 
 #include "controls/KorTabCtrl.h"
+#include "controls/TabStops.h"
 #include "controls/VELComboTree.h"
 #include "model/items/KorDsmItems.h"
 #include "shell/KorDSMSectionTree.h"
@@ -135,6 +136,13 @@ bool RightSide::focusField(RowRef row, int column) {
         group->setCurrentIndex(before);
     m_tabs.setUpdatesEnabled(true);
     return found;
+}
+
+void RightSide::focusPage() {
+    KorTabPage* page = m_tabs.currentPage();
+    const QWidgetList stops = page ? TabStops::in({page}) : QWidgetList();
+    if (!stops.isEmpty())
+        stops.first()->setFocus(Qt::ShortcutFocusReason);
 }
 
 int RightSide::shownPage() const {

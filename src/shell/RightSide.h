@@ -48,6 +48,8 @@ public:
     /// Gives the focus to the field that shows the cell, on whichever page it is. Returns whether there is
     /// one.
     bool focusField(RowRef row, int column);
+    /// Gives the focus to what can have it first on the page that is shown.
+    void focusPage();
 
     /// Template number of the page that is shown; 0 where there is none.
     int shownPage() const;

@@ -121,8 +121,10 @@ void SearchCommand::addCommands(SearchTerms& terms, QMenu& menu) {
 void SearchCommand::addSections(SearchTerms& terms) {
     for (const KorDSMSection& section : KorDSMFamilies::sections())
         terms.add({eSearchKind::kPage, Prompts::ups(section.namePrompt), Prompts::dsm(kSection)},
-                  KorPictures::bitmap(section.bitmap),
-                  [this, wanted = section.section] { m_navigation.switchSection(wanted); });
+                  KorPictures::bitmap(section.bitmap), [this, wanted = section.section] {
+                      m_navigation.switchSection(wanted);
+                      m_navigation.focusTree();
+                  });
 }
 
 void SearchCommand::addPages(SearchTerms& terms) {
@@ -144,6 +146,7 @@ void SearchCommand::addPages(SearchTerms& terms) {
 void SearchCommand::goToPage(SourceId source, RowRef row, int templateId) {
     m_navigation.goToField(source, row, 0);
     m_rightSide.showPage(templateId);
+    m_rightSide.focusPage();
 }
 
 void SearchCommand::goTo(const KorDSMSearchHit& hit) {
@@ -153,9 +156,10 @@ void SearchCommand::goTo(const KorDSMSearchHit& hit) {
     const bool isThere = hit.column == 0 && item && item->record() && item->tableType() == hit.row.table &&
                          item->recordKey() == hit.row.key;
     if (isThere)
-        return;
+        return m_navigation.focusTree();
     // What stands in no tree is edited where it is used.
-    if (m_navigation.goToField(hit.sourceId, hit.row, hit.column == 0 ? 1 : hit.column))
-        if (QWidget* field = m_window.focusWidget())
-            FieldFlash::show(*field);
+    if (!m_navigation.goToField(hit.sourceId, hit.row, hit.column == 0 ? 1 : hit.column))
+        return m_navigation.focusTree();
+    if (QWidget* field = m_window.focusWidget())
+        FieldFlash::show(*field);
 }

@@ -12,6 +12,7 @@
 namespace {
 
 constexpr int kNothingFound = 411; // "No name contains "%s""
+constexpr int kIsHidden = 1410;    // "The filter hides "%s""
 
 } // namespace
 
@@ -35,6 +36,8 @@ void SelectionStatus::show() {
         note = KorDSMItemCommands::readOnlyNote(*item);
         reason = KorDSMItemCommands::whyOnlyReadable(*item);
     }
+    if (const KorString hidden = whatIsHidden(); !hidden.isEmpty())
+        status = hidden;
     m_status.show(status, note, reason);
     updateCommands();
 }
@@ -47,10 +50,22 @@ void SelectionStatus::updateCommands() {
     m_navigation.updateStates();
 }
 
+// Said for as long as it is so: an empty tree does not tell why.
+KorString SelectionStatus::whatIsHidden() const {
+    if (!m_filter.isSet())
+        return {};
+    if (!m_isAnyFound)
+        return KorString::format(Prompts::dsm(kNothingFound), {KorDSMValueText::shortName(m_filter.text())});
+    const KorTreeCtrl& control = m_sections.currentControl();
+    const KorTreeHandle entry = m_selection.entry();
+    return entry && control.isHidden(entry)
+               ? KorString::format(Prompts::dsm(kIsHidden),
+                                   {KorDSMValueText::shortName(control.getItemText(entry))})
+               : KorString();
+}
+
 void SelectionStatus::showFiltered(bool found) {
+    m_isAnyFound = found;
     m_selection.followFilter();
     show();
-    if (!found)
-        m_status.say(
-            KorString::format(Prompts::dsm(kNothingFound), {KorDSMValueText::shortName(m_filter.text())}));
 }

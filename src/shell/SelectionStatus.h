@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/KorString.h"
+
 #include <QObject>
 
 class CommandStrip;
@@ -25,6 +27,7 @@ public:
 private:
     void show();
     void showFiltered(bool found);
+    KorString whatIsHidden() const;
 
     SectionViews& m_sections;
     NameFilter& m_filter;
@@ -33,4 +36,5 @@ private:
     CommandStrip& m_commands;
     QPushButton& m_use;
     StatusLine& m_status;
+    bool m_isAnyFound = true; // by the filter
 };

@@ -24,7 +24,14 @@ TreeSelection::TreeSelection(KorDSMDataStructure& structure, SectionViews& secti
 
 std::vector<KorDSMDatabaseItem*> TreeSelection::subjects() const {
     std::vector<KorDSMDatabaseItem*> items = m_rightSide.list().selectedItems();
-    if (KorDSMDatabaseItem* current = items.empty() ? item() : nullptr)
+    KorDSMDatabaseItem* current = item();
+    // What is hidden leaves its database, which is what commands need that no record is needed for.
+    if (KorDSMDatabaseItem* hidden = m_isHidden ? KorDSMSectionTree::itemOf(m_entry) : nullptr) {
+        current = KorDSMItemPath::addInOf(*hidden);
+        if (current && current->parent() && current->parent()->children().length() == 1)
+            current = current->parent();
+    }
+    if (items.empty() && current)
         items.push_back(current);
     return items;
 }

@@ -17,7 +17,8 @@ public:
     KorTreeHandle entry() const { return m_entry; }
     /// The item of the current entry; null while the filter hides that.
     KorDSMDatabaseItem* item() const { return m_isHidden ? nullptr : KorDSMSectionTree::itemOf(m_entry); }
-    /// What commands act on: the rows selected in the list, or else the current entry.
+    /// What commands act on: the rows selected in the list, or else the current entry; its database or add-in
+    /// while the filter hides it.
     std::vector<KorDSMDatabaseItem*> subjects() const;
     /// The only one of them; null for none and for several.
     KorDSMDatabaseItem* subject() const;

@@ -78,12 +78,13 @@ void KorDSMViewRequestDialog::rename() {
 
 bool KorDSMViewRequestDialog::agreesToRemove(const KorDSMDatabaseItem& request) {
     const KorString name = KorDSMValueText::shortName(request.getDisplayName());
+    const SourceId source = KorDSMItemSource::sourceOf(&request);
     QMessageBox box(QMessageBox::Information, toQt(Prompts::ups(19960)),
                     toQt(KorString::format(Prompts::ups(19961), {name})), QMessageBox::Yes | QMessageBox::No,
                     this);
     box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(
-        toQt(KorDSMRecordState::leftUnusedText(KorDSMItemSource::sourceOf(&request), {rowOf(request)})));
+    box.setInformativeText(toQt(
+        KorDSMRecordState::leftUnusedText(source, KorDSMRecordState::leftUnused(source, {rowOf(request)}))));
     return box.exec() == QMessageBox::Yes;
 }
 

@@ -90,7 +90,13 @@ void WindowRefresh::goToChanged(const std::vector<KorDSMRowChange>& changes, int
     {
         const KorDSMBusy busy;
         place = m_places.find(m_structure, step);
-        changed = KorDSMUndo::itemOf(m_structure, changes, {shown, place.item});
+        // Values come back where they were changed: the record may hang in several places, or be edited where
+        // it is used. What came or went is looked for.
+        const bool areValues = std::ranges::all_of(changes, [](const KorDSMRowChange& change) {
+            return change.kind == KorDSMRowChange::eKind::kChanged;
+        });
+        changed = areValues && place.item ? place.item
+                                          : KorDSMUndo::itemOf(m_structure, changes, {place.item, shown});
     }
     if (changed && changed != shown)
         m_navigation.goToItem(*changed);

@@ -4,6 +4,7 @@
 #include "pages/FormBody.h"
 #include "pages/KorDSMPageAppearance.h"
 #include "pages/KorDSMPageReprMapRule.h"
+#include "pages/KorDSMPageViewProperties.h"
 #include "pages/PageFixture.h"
 
 #include <QGroupBox>
@@ -24,6 +25,12 @@ protected:
                 all += label->text().toStdString() + ";";
         return all + (users().isVisible() ? users().text().toStdString() : "");
     }
+    void onMessage(const KorMessage& message) override {
+        PageFixture::onMessage(message);
+        if (message.number == DsmGoToRecord::kNumber)
+            m_wanted.emplace(static_cast<const DsmGoToRecord&>(message));
+    }
+    std::optional<DsmGoToRecord> m_wanted;
     void rename(const QString& text) {
         name().setFocus();
         name().selectAll();
@@ -38,7 +45,9 @@ TEST_F(PageHeadTest, SaysWhatIsShownAndWhoUsesItAndWhatItLacks) {
     auto& map = item<KorDsmReprMapRuleItem>("HB workshop");
     open<KorDSMPageReprMapRule>(map);
     EXPECT_EQ(name().text(), "HB workshop");
-    EXPECT_EQ(words(), "&Representation map;Shared;User;&In 6 views of 3 styles");
+    EXPECT_EQ(words(),
+              "&Representation map;Shared;User;Styles: HB beam 1:15; HB beam, long, 1:10; HB post 1:15;"
+              "&In 6 views of 3 styles");
     QTest::mouseClick(&users(), Qt::LeftButton);
     auto* list = m_window.findChild<KorDSMDialogWhereUsed*>();
     ASSERT_NE(list, nullptr);
@@ -98,4 +107,23 @@ TEST_F(PageHeadTest, ColumnsOfAFormStandBelowEachOtherWhereThereIsNoRoomForBoth)
     EXPECT_EQ(columns(430), 1u);
     EXPECT_LE(page().width(), m_window.width()) << "nothing has to be scrolled sideways";
     EXPECT_EQ(columns(1500), 2u);
+}
+
+TEST_F(PageHeadTest, LeadsToWhatIsMissingBelow) {
+    auto& view = item<KorDsmViewRequestItem>("HB front");
+    const RowRef lacking{kTableReprMapEntry, row<StructDetObjReprMapKey>("Main part").key};
+    ASSERT_TRUE(databases.setCell(lacking.table, KorOdbcKey(lacking.key), 5, std::int64_t{0}).isStored());
+    open<KorDSMPageViewProperties>(view);
+    QLabel* below = nullptr;
+    for (auto* label : page().findChild<PageHead*>()->findChildren<QLabel*>())
+        below = label->textFormat() == Qt::RichText ? label : below;
+    ASSERT_NE(below, nullptr);
+    QApplication::processEvents(); // it is looked for when nothing else is to be done
+    ASSERT_TRUE(below->isVisible());
+    EXPECT_TRUE(below->text().startsWith("1 thing is missing below: ")) << below->text().toStdString();
+    Q_EMIT below->linkActivated(below->text().section(u'"', 1, 1));
+    ASSERT_TRUE(m_wanted);
+    EXPECT_EQ(m_wanted->row, lacking);
+    EXPECT_EQ(m_wanted->column, 5);
+    EXPECT_EQ(m_wanted->within, (RowRef{kTableViewRequest, view.recordKey()}));
 }

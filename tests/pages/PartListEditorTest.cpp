@@ -1,4 +1,5 @@
 #include "pages/PartListEditor.h"
+#include "controls/KorLineEdit.h"
 #include "controls/KorMFCGridCtrl.h"
 #include "controls/KorQt.h"
 #include "controls/VELComboTree.h"
@@ -12,8 +13,10 @@
 #include "session/KorDSMQualifierWords.h"
 #include "session/KorDSMUndo.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QClipboard>
+#include <QCompleter>
 #include <QHelpEvent>
 #include <QMenu>
 #include <QMessageBox>
@@ -330,4 +333,28 @@ TEST_F(PartListEditorTest, WithoutConsentOrRightNothingIsWritten) {
     EXPECT_EQ(grid().rowCount(), 3);
     key(Qt::Key_Return);
     EXPECT_EQ(gone.table, kTableReprMapEntry) << "looking is always possible";
+}
+
+TEST_F(PartListEditorTest, AQualifiersNumbersAreWordsAndItsPropertyIsOfferedInThoseThatAreKnown) {
+    open(item<KorDsmQualifierSetItem>("HB main profile"), 2);
+    grid().setFocus();
+    grid().setCurrentCell(0, 0);
+    QStringList words;
+    for (const auto* combo : page().findChildren<QComboBox*>())
+        words << combo->currentText();
+    EXPECT_TRUE(words.contains("Profile") && words.contains("Main part")) << words.join(u';').toStdString();
+    KorLineEdit* property = nullptr;
+    for (auto* edit : page().findChildren<KorLineEdit*>())
+        property = edit->accessibleName().startsWith("Property") ? edit : property;
+    ASSERT_NE(property, nullptr);
+    ASSERT_TRUE(property->completer() && property->isVisible());
+    property->setFocus();
+    QTest::keyClick(property, Qt::Key_Down);
+    const QAbstractItemModel* offered = property->completer()->completionModel();
+    EXPECT_FALSE(offered->match(offered->index(0, 0), Qt::DisplayRole, "thickness", 1).isEmpty());
+    QTest::keyClick(property->completer()->popup(), Qt::Key_Escape);
+    property->selectAll();
+    keys(*property, "bore");
+    QTest::keyClick(property, Qt::Key_Return);
+    EXPECT_EQ(row<StructDetObjQualifier>("Profile family").property.view(), "bore") << "any text is taken";
 }

@@ -309,3 +309,11 @@ TEST_F(PartList, AChangeOfASharedListIsMadeInTheCopyThatIsWishedInstead) {
         EXPECT_EQ(row<StructDetObjReprMap>(SourceId::user(), "HB front's own"), nullptr) << "one step";
     }
 }
+
+TEST_F(PartList, NoStepQuotesANameThatNobodyGave) {
+    const std::int32_t made = list.add(0).selected.front();
+    ASSERT_TRUE(list.set({made}, *list.cells()[1], std::int64_t{1}).isStored());
+    EXPECT_EQ(KorDSMUndo::undoText(), "Undo change of Appearance of an entry of \"HB workshop\"");
+    ASSERT_TRUE(list.set({keys[0]}, *list.cells()[1], std::int64_t{2}).isStored());
+    EXPECT_EQ(KorDSMUndo::undoText(), "Undo change of Appearance of \"Main part\" in \"HB workshop\"");
+}

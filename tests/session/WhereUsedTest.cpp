@@ -2,6 +2,8 @@
 
 #include "data/RowClosure.h"
 #include "data/StyleDatabases.h"
+#include "model/KorDSMDependencies.h"
+#include "session/KorDSMItemWords.h"
 #include "session/KorDSMPartList.h"
 #include "session/KorDSMRecordCommands.h"
 #include "session/KorDSMRecordState.h"
@@ -98,6 +100,14 @@ TEST_F(WhereUsed, IsSaidInANumberAndWhatIsMissingByName) {
     EXPECT_EQ(useText(kTableDetailStyle, "HB post 1:15"), "");
     EXPECT_EQ(useText(kTableReprMap, "HB site"), "In 2 views of 1 style");
     EXPECT_EQ(useText(kTableAnnotationStrategy, "HB crane mark"), "In 1 map of 1 style");
+    const auto stylesText = [this](eTableType table, const char* name) {
+        const RowRef record{table, databases.source(kUser)->table(table).find(KorString(name))->key};
+        return KorDSMRecordState::stylesText(KorDSMRecordState::useCountOf(kUser, record));
+    };
+    EXPECT_EQ(stylesText(kTableReprMap, "HB workshop"),
+              "Styles: HB beam 1:15; HB beam, long, 1:10; HB post 1:15");
+    EXPECT_TRUE(stylesText(kTableQualifierSet, "HB main profile").view().ends_with(" and 1 more"));
+    EXPECT_EQ(stylesText(kTableDetailStyle, "HB post 1:15"), "");
 
     for (const TableSchema& table : allTables()) {
         const RowArray& rows = databases.source(kUser)->table(table.type).rows();
@@ -136,6 +146,44 @@ TEST_F(WhereUsed, IsSaidInANumberAndWhatIsMissingByName) {
     // A part that lacks something is told of at its whole.
     const RowRef set{kTableQualifierSet, row<StructDetObjQualifierSet>(kUser, "Fresh")->key};
     ASSERT_TRUE(KorDSMPartList(kUser, set, kTableQualifierWithRole).add(0).isStored());
-    EXPECT_EQ(KorDSMRecordState::missingText(kUser, set), "Still missing: Qualifier");
+    EXPECT_EQ(KorDSMRecordState::missingText(kUser, set),
+              "Still missing: 1. Qualifier of the set: Qualifier");
     EXPECT_EQ(useText(kTableQualifierSet, "Fresh"), "Not used by anything");
+}
+
+TEST_F(WhereUsed, WhatIsMissingBelowIsSaidWithItsPlace) {
+    databases.setCurrentSource(kUser);
+    const RowRef style{kTableDetailStyle, row<StructDetailStyle>(kUser, "HB post 1:15")->key};
+    EXPECT_EQ(KorDSMRecordState::lacksBelow(kUser, style).count, 0);
+    EXPECT_EQ(KorDSMRecordState::lacksBelow(kUser, {kTableDetailStyle, 4711}).count, 0) << "it may be gone";
+    const auto clear = [this](const char* entry, const char* column) {
+        const auto* record = row<StructDetObjReprMapKey>(kUser, entry);
+        const int number = findTable(kTableReprMapEntry)->column(std::string_view(column))->number;
+        EXPECT_TRUE(databases.setCell(kTableReprMapEntry, KorOdbcKey(record->key), number, std::int64_t{0})
+                        .isStored());
+        return RowRef{kTableReprMapEntry, record->key};
+    };
+    const RowRef entry = clear("Main part", "appearance");
+    const RowRef map{kTableReprMap, row<StructDetObjReprMap>(kUser, "HB workshop")->key};
+    EXPECT_EQ(KorDSMRecordState::missingText(kUser, map), "Still missing: 1. Main part: Appearance");
+    EXPECT_EQ(KorDSMRecordState::missingText(kUser, style), "");
+    const KorDSMRecordState::LacksBelow lacks = KorDSMRecordState::lacksBelow(kUser, style);
+    ASSERT_EQ(lacks.count, 1) << "once, however many views use it";
+    EXPECT_EQ(lacks.first[0].row, entry);
+    EXPECT_EQ(lacks.first[0].column, 5);
+    EXPECT_EQ(lacks.first[0].text, "HB workshop › 1. Main part: Appearance");
+    EXPECT_EQ(KorDSMRecordState::lacksBelow(kUser, map).count, 0) << "it is said of the map itself";
+}
+
+TEST_F(WhereUsed, PointsOfARequestAreToldApartByTheirRole) {
+    databases.setCurrentSource(kUser);
+    const RowRef request{kTableDimRequest, row<StructDetViewDimRequestLinear>(kUser, "HB depth")->key};
+    KorDSMDatabaseItem* item = KorDSMWhereUsed::findItem(structure, kUser, request);
+    ASSERT_NE(item, nullptr);
+    KorDSMDependencies::createChildren(*item);
+    ASSERT_EQ(item->children().length(), 2);
+    EXPECT_EQ(item->children()[0]->getDisplayName(), item->children()[1]->getDisplayName());
+    EXPECT_EQ(roleOf(*item->children()[0]), "Start points");
+    EXPECT_EQ(roleOf(*item->children()[1]), "End points");
+    EXPECT_EQ(roleOf(*item), "");
 }

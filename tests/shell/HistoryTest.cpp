@@ -2,8 +2,10 @@
 #include "shell/EditorFixture.h"
 
 #include "controls/KorButtonGroupMenu.h"
+#include "controls/KorLineEdit.h"
 #include "controls/VELComboTree.h"
 #include "operations/KorODBCDetailStyleExports.h"
+#include "pages/PageHead.h"
 
 #include <QMenu>
 
@@ -165,6 +167,30 @@ TEST_F(History, UndoAndRedoLeadToWhatTheyChanged) {
     select({"Standard"});
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(selected(), "Hallberg: workshop");
+}
+
+TEST_F(History, UndoLeadsToThePlaceOfARecordThatStandsInSeveral) {
+    open();
+    KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
+    const KorTreeHandle here =
+        select({"User", "Hallberg: posts and beams", "HB post 1:15", "HB front", "HB workshop"});
+    auto* name = page()->findChild<PageHead*>()->findChild<KorLineEdit*>();
+    name->setFocus();
+    name->selectAll();
+    QTest::keyClicks(name, "HB shop");
+    QTest::keyClick(name, Qt::Key_Return);
+    select({"User", "Hallberg: posts and beams", "HB beam 1:15"});
+    const KorTreeHandle style = tree().selectedItem();
+    tree().expandBranch(style);
+    for (KorTreeHandle view = tree().getChildItem(style); view; view = tree().getNextSiblingItem(view))
+        for (KorTreeHandle child = tree().getChildItem(view); child; child = tree().getNextSiblingItem(child))
+            if (tree().getItemText(child) == "HB shop")
+                tree().selectItem(child);
+    ASSERT_EQ(selected(), "HB shop");
+    ASSERT_NE(tree().selectedItem(), here);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(tree().selectedItem(), here);
+    EXPECT_EQ(selected(), "HB workshop");
 }
 
 TEST_F(History, ASectionShowsTheGroupThatItRemembersInItsCombo) {

@@ -5,6 +5,7 @@
 #include "controls/KorListCtrl.h"
 #include "dialogs/KorDSMDialogNewItem.h"
 
+#include <QCheckBox>
 #include <QHeaderView>
 #include <QMenu>
 #include <QMessageBox>
@@ -109,6 +110,41 @@ TEST_F(List, SeveralRowsAreCopiedByOneKeyInOneStep) {
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_FALSE(isPending());
     EXPECT_FALSE(isStored(copies.front().c_str()));
+}
+
+TEST_F(List, WhatOnlyTheDeletedOnesUseGoesInTheSameStepWhereThatIsWanted) {
+    open();
+    select(kCategory);
+    const auto deleteBoth = [this](bool too) {
+        clickRow("HB beam 1:15");
+        clickRow("HB post 1:15", Qt::ControlModifier);
+        answerNext([too](QWidget* modal) {
+            auto* box = qobject_cast<QMessageBox*>(modal);
+            ASSERT_TRUE(box && box->checkBox());
+            EXPECT_FALSE(box->checkBox()->isChecked());
+            box->checkBox()->setChecked(too);
+            click(box->button(QMessageBox::Yes));
+        });
+        QTest::keyClick(&list(), Qt::Key_Delete);
+    };
+    const auto isThere = [](const char* view) {
+        return StyleDatabases::current()
+                   .source(SourceId::user())
+                   ->table(kTableViewRequest)
+                   .find(KorString(view)) != nullptr;
+    };
+    deleteBoth(false);
+    EXPECT_TRUE(isThere("HB front"));
+    activate();
+    press(Qt::Key_Z, Qt::ControlModifier);
+    select(kCategory);
+    deleteBoth(true);
+    EXPECT_FALSE(isThere("HB front"));
+    EXPECT_TRUE(isThere("HB section")) << "another style uses it, too";
+    activate();
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(isPending()) << "one step brings all back";
+    EXPECT_TRUE(isThere("HB front"));
 }
 
 TEST_F(List, TheCommandsOfARowAreThoseOfItsEntryAndItStaysSelected) {

@@ -345,6 +345,13 @@ TEST_F(Preview, CountsWhatTheEntriesOfAMapTakeAndLeavesOneOutOnTrialOnly) {
     EXPECT_FALSE(isPending());
     preview.leaveOut(holes, false);
     EXPECT_TRUE(isEqual(drawn(), whole));
+    KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
+    grid->setCurrentCell(0, 0);
+    QTest::keyClick(grid, Qt::Key_Insert);
+    settle();
+    EXPECT_EQ(grid->getCellText(1, takes).toStdString(), "No set chosen") << "no bare 0";
+    press(Qt::Key_Z, Qt::ControlModifier);
+    settle();
     press(Qt::Key_F9);
     EXPECT_TRUE(grid->isColumnHidden(takes));
 }

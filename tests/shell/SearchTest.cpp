@@ -46,7 +46,10 @@ protected:
 TEST_F(SearchWindow, LeadsToRecordsFieldsValuesPagesAndTopicsAndRunsCommands) {
     open();
     select(kStyle);
+    showTab(1);
+    pageControl<QRadioButton>(kBelowDetail)->setFocus();
     search("hb railing", Qt::Key_Return);
+    EXPECT_EQ(m_dialog->focusWidget(), &tree()) << "the way goes on by keys";
     EXPECT_TRUE(QString::fromStdString(selected()).startsWith("HB railing")) << selected();
     EXPECT_EQ(flash(), nullptr) << "a record is no field";
 
@@ -63,6 +66,7 @@ TEST_F(SearchWindow, LeadsToRecordsFieldsValuesPagesAndTopicsAndRunsCommands) {
 
     search("title position above main view", Qt::Key_Return);
     EXPECT_EQ(page()->templateId(), 2002);
+    EXPECT_TRUE(page()->isAncestorOf(m_dialog->focusWidget()));
 
     search("language", Qt::Key_Escape, [](KorDSMDialogSearch& dialog) {
         const auto* hits = KorControls::find<QListView>(&dialog, kHits);
@@ -77,6 +81,7 @@ TEST_F(SearchWindow, LeadsToRecordsFieldsValuesPagesAndTopicsAndRunsCommands) {
     search("qualifier sets section", Qt::Key_Return);
     EXPECT_EQ(KorDSMDialogFactory::getDSMDataStructure().getSelectedSection(),
               KorDSMDefines::kViewQualifiers);
+    EXPECT_EQ(m_dialog->focusWidget(), &tree());
 
     search("help common tasks", Qt::Key_Return);
     const QWidgetList windows = QApplication::topLevelWidgets();

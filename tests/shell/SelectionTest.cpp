@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QMenu>
 
+#include <algorithm>
+
 // What the window says and allows belongs to what is selected.
 
 namespace {
@@ -143,14 +145,19 @@ TEST_F(Selection, IsReachedFromTheFilterByKeysAndAnEmptyResultHasAWord) {
 
 TEST_F(Selection, ThatTheFilterHidesTakesItsPageAndCommandsAlongUntilItIsSeenAgain) {
     open();
+    select({"User"});
+    const std::vector<int> ofDatabase = commands();
+    EXPECT_TRUE(std::ranges::count(ofDatabase, kImport) == 1);
     const KorTreeHandle style = select(kStyle);
     showTab(1);
     auto* filter = control<QLineEdit>(1210);
-    const auto expectHidden = [this](bool hidden) {
+    const auto expectHidden = [&](bool hidden) {
         EXPECT_EQ(page() == nullptr, hidden);
-        EXPECT_EQ(commands().empty(), hidden);
+        EXPECT_EQ(commands() == ofDatabase, hidden) << "what needs no selection goes on";
         EXPECT_EQ(button(1098)->isEnabled(), !hidden);
-        EXPECT_EQ(status(), hidden ? "" : "Detail style");
+        EXPECT_EQ(status(), hidden ? filter->text() == "nowhere" ? "No name contains \"nowhere\""
+                                                                 : "The filter hides \"HB post 1:15\""
+                                   : "Detail style");
     };
     for (const char* other : {"railings", "nowhere"}) {
         filter->setText("rail");
@@ -173,6 +180,35 @@ TEST_F(Selection, ThatTheFilterHidesTakesItsPageAndCommandsAlongUntilItIsSeenAga
     showOneSource();
     EXPECT_EQ(tree().getItemText(tree().selectedItem()).view(), "HB post 1:15");
     EXPECT_TRUE(page()->isVisible());
+}
+
+TEST_F(Selection, WhatIsRenamedOutOfTheFilterStaysAndWhatIsDeletedOutOfItLeavesAWord) {
+    open();
+    auto* filter = control<QLineEdit>(1210);
+    filter->setFocus();
+    filter->setText("gates");
+    QTest::keyClick(filter, Qt::Key_Return);
+    ASSERT_EQ(selected(), "HB railing, gates");
+    answerNext([](QWidget* modal) { typeName(modal, "HB doors"); });
+    press(Qt::Key_F2);
+    EXPECT_EQ(selected(), "HB doors");
+    EXPECT_FALSE(tree().isHidden(tree().selectedItem()));
+    EXPECT_EQ(status(), "Detail style");
+    press(Qt::Key_F5);
+    EXPECT_EQ(selected(), "HB doors");
+
+    tree().setFocus();
+    answerYes();
+    QTest::keyClick(&tree(), Qt::Key_Delete);
+    ASSERT_TRUE(isPending());
+    EXPECT_EQ(status(), "No name contains \"gates\"");
+    EXPECT_EQ(tree().selectedItem(), nullptr);
+    EXPECT_EQ(control<KorListCtrl>(1003)->getItemCount(), 0) << "nothing is selected, and nothing is listed";
+    EXPECT_TRUE(control<KorButtonGroup>(1011)->isButtonEnabled(kImport));
+    filter->clear();
+    EXPECT_EQ(selected(), "Hallberg: railings");
+    filter->setText("doors");
+    EXPECT_EQ(status(), "No name contains \"doors\"");
 }
 
 TEST_F(Selection, WhatWasOpenAndWhatWasFoundIsOpenWhenTheFilterGoes) {

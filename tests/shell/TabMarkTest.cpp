@@ -1,6 +1,8 @@
 #include "shell/EditorFixture.h"
 
+#include "controls/KorLineEdit.h"
 #include "controls/KorListCtrl.h"
+#include "pages/PageHead.h"
 
 #include <QTabBar>
 #include <QTextEdit>
@@ -80,6 +82,24 @@ TEST_F(TabMarkTest, ATitleCountsWhileItIsTyped) {
     QTest::keyClicks(title, "X");
     showTab(2);
     EXPECT_EQ(marked(), "1");
+}
+
+TEST_F(TabMarkTest, ANameCountsWhileItIsTypedAndUntilItIsKept) {
+    open();
+    select(kStyle);
+    showTab(1);
+    auto* name = page()->findChild<PageHead*>()->findChild<KorLineEdit*>();
+    name->setFocus();
+    QTest::keyClick(name, Qt::Key_End);
+    QTest::keyClicks(name, "a");
+    EXPECT_EQ(marked(), "1");
+    QTest::keyClick(name, Qt::Key_Escape);
+    EXPECT_EQ(marked(), "");
+    QTest::keyClicks(name, "HB column");
+    QTest::keyClick(name, Qt::Key_Return);
+    EXPECT_EQ(marked(), "0 1 2 3 4") << "it stands above each page";
+    undo();
+    EXPECT_EQ(marked(), "");
 }
 
 TEST_F(TabMarkTest, AChangeThatOtherPagesMustShowMarksItsOwnPageOnly) {
