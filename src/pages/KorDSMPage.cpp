@@ -27,6 +27,8 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
@@ -191,9 +193,16 @@ bool KorDSMPage::focusField(RowRef row, int column) {
     for (const OwnField& field : ownFields())
         if (!control && field.row == row && field.column == column)
             control = KorControls::find(this, field.control);
-    if (control)
-        control->setFocus(Qt::OtherFocusReason);
-    return control != nullptr;
+    if (!control)
+        return false;
+    control->setFocus(Qt::OtherFocusReason);
+    // A page that comes up only now has its places when all else is done.
+    QTimer::singleShot(0, control, [control] {
+        for (QWidget* each = control; each; each = each->parentWidget())
+            if (auto* area = qobject_cast<QScrollArea*>(each))
+                area->ensureWidgetVisible(control);
+    });
+    return true;
 }
 
 void KorDSMPage::updateMark() {

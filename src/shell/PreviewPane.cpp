@@ -16,6 +16,7 @@
 #include <QSlider>
 #include <QToolButton>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -183,6 +184,7 @@ void PreviewPane::setNote(const QString& text, const QString& link) {
     if (!link.isEmpty())
         shown += QStringLiteral(" <a href=\"part\">%1</a>").arg(link.toHtmlEscaped());
     m_note->setText(shown);
+    keepRoom();
 }
 
 void PreviewPane::setComparison(bool isPossible, double share) {
@@ -217,26 +219,47 @@ void PreviewPane::showList(const QString& caption, const QStringList& rows, int 
         item->setFont(font);
     }
     m_list->setCurrentRow(std::max(marked, 0));
+    // Where there is little room the picture keeps more of it.
     constexpr int kMostRows = 8;
-    const int height = m_list->sizeHintForRow(0) * std::min<int>(static_cast<int>(rows.size()), kMostRows);
-    m_list->setFixedHeight(height + 2 * m_list->frameWidth() + 2);
+    constexpr int kLeastRows = 3;
+    const int count = static_cast<int>(rows.size());
+    const auto heightOf = [this](int shown) {
+        return m_list->sizeHintForRow(0) * shown + 2 * m_list->frameWidth() + 2;
+    };
+    m_list->setMaximumHeight(heightOf(std::min(count, kMostRows)));
+    m_list->setMinimumHeight(heightOf(std::min(count, kLeastRows)));
     m_listBox->show();
+    keepRoom();
 }
 
 void PreviewPane::hideList() {
     m_listBox->hide();
+    keepRoom();
 }
 
 bool PreviewPane::hasList() const {
     return !m_listBox->isHidden();
 }
 
-void PreviewPane::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
+// Sentences have room before they are there, so that the picture does not jump; not in a low pane, where they
+// have none beside a list either. Nothing is to lie upon something else: lines that wrap need more than
+// layouts ask for.
+void PreviewPane::keepRoom() {
     constexpr int kLettersOfASentence = 90;
+    constexpr int kLinesOfALowPane = 13;
     const QFontMetrics metrics = m_note->fontMetrics();
     const bool isNarrow = width() < kLettersOfASentence * metrics.averageCharWidth();
-    m_note->setMinimumHeight((isNarrow ? 2 : 1) * metrics.lineSpacing());
+    const bool isLow = height() < kLinesOfALowPane * metrics.lineSpacing();
+    m_note->setMinimumHeight((isLow ? 0 : isNarrow ? 2 : 1) * metrics.lineSpacing());
+    m_note->setVisible(!isLow || (!hasList() && !m_note->text().isEmpty()));
+    setMinimumHeight(std::max(layout()->minimumHeightForWidth(width()), 0));
+}
+
+bool PreviewPane::event(QEvent* event) {
+    const bool isDone = QWidget::event(event);
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize)
+        keepRoom();
+    return isDone;
 }
 
 void PreviewPane::keyPressEvent(QKeyEvent* event) {

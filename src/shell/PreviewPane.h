@@ -58,12 +58,13 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
     QWidget* makeTools();
     QWidget* makeHead();
     QWidget* makeList();
+    void keepRoom();
 
     KorComboBox* m_parts;
     KorButtonGroup* m_tools;

@@ -8,7 +8,10 @@
 
 #include <QEvent>
 #include <QScreen>
+#include <QSize>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace {
 
@@ -18,6 +21,7 @@ constexpr int kBeside = 915;
 constexpr int kWideScreen = 1700; // pixels, in which pages and preview stand side by side
 constexpr int kWidth = 460;
 constexpr int kHeight = 260;
+constexpr QSize kPages = {460, 240}; // that the pages keep, where there is room for both
 
 constexpr const char* kShownSetting = "PreviewShown";
 constexpr const char* kPlaceSetting = "PreviewPlace";
@@ -88,7 +92,10 @@ void PreviewPlace::layOut() {
         return;
     const int room = isBelow() ? m_splitter.height() : m_splitter.width();
     const int stored = toQt(KorLayoutStore::read(isBelow() ? kHeightSetting : kWidthSetting)).toInt();
-    const int size = stored > 0 ? stored : isBelow() ? kHeight : kWidth;
+    const int wanted = stored > 0 ? stored : isBelow() ? kHeight : kWidth;
+    // It may have got its size on a larger screen.
+    const int most = std::max(room - (isBelow() ? kPages.height() : kPages.width()), room / 2);
+    const int size = std::min(wanted, most);
     m_splitter.setSizes({std::max(room - size, 1), size});
 }
 

@@ -50,7 +50,7 @@ PreviewView::PreviewView(QWidget* parent) : QWidget(parent), m_single(new QTimer
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
     grabGesture(Qt::PinchGesture);
-    setMinimumSize(160, 120);
+    setMinimumSize(160, 80);
 }
 
 void PreviewView::show(std::shared_ptr<const Drawing> drawing) {

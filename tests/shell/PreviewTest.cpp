@@ -12,13 +12,15 @@
 #include "shell/PreviewPane.h"
 
 #include <QClipboard>
-#include <QMenu>
-
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
+#include <QNativeGestureEvent>
 #include <QSlider>
+#include <QSplitter>
 #include <QTabBar>
 #include <QTimer>
+#include <QWheelEvent>
 
 namespace {
 
@@ -79,9 +81,48 @@ TEST_F(Preview, DrawsNothingWhileItIsHidden) {
 
     // How it was left is remembered.
     press(Qt::Key_F9);
+    auto& splitter = *qobject_cast<QSplitter*>(pane().parentWidget());
+    splitter.setSizes({400, 900});
+    Q_EMIT splitter.splitterMoved(400, 1);
     close();
     open();
     EXPECT_TRUE(pane().isVisible());
+
+    // On a smaller screen the pages keep their room.
+    m_dialog->resize(1000, 700);
+    press(Qt::Key_F9);
+    press(Qt::Key_F9);
+    settle();
+    const QList<int> sizes = qobject_cast<QSplitter*>(pane().parentWidget())->sizes();
+    EXPECT_GE(sizes[0] + 1, sizes[1]);
+}
+
+TEST_F(Preview, ZoomsAboutThePointerByWheelAndPinching) {
+    showPreview(kStyle);
+    drawn();
+    const QPointF pointer(70, 50);
+    const auto under = [&] { // the pointer, on the sheet
+        const QPointF zero = view().toView({});
+        return Vec2{(pointer.x() - zero.x()) / view().scale(), (zero.y() - pointer.y()) / view().scale()};
+    };
+    const Vec2 held = under();
+    const auto zoomed = [&](QEvent& event, double factor) {
+        const double before = view().scale();
+        QApplication::sendEvent(&view(), &event);
+        EXPECT_NEAR(view().scale(), before * factor, 1e-9);
+        EXPECT_LT((under() - held).length(), 1e-6);
+    };
+    const QPointF global = view().mapToGlobal(pointer);
+    QWheelEvent wheel(pointer, global, {}, {0, 240}, {}, {}, Qt::NoScrollPhase, false);
+    zoomed(wheel, 1.25 * 1.25);
+    QNativeGestureEvent pinch(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2, pointer,
+                              pointer, global, -0.5, {});
+    zoomed(pinch, 0.5);
+    EXPECT_FALSE(view().isFitted());
+    QTest::keyClick(&view(), Qt::Key_1);
+    EXPECT_NEAR(view().scale(), view().logicalDpiX() / 25.4, 1e-9);
+    QTest::keyClick(&view(), Qt::Key_0);
+    EXPECT_TRUE(view().isFitted());
 }
 
 TEST_F(Preview, LooksAtThePartsOfOtherStylesAheadButNotWhileItIsHidden) {
@@ -316,6 +357,15 @@ TEST_F(Preview, LeadsFromALineToTheFieldThatMadeItSo) {
     ASSERT_TRUE(focused());
     EXPECT_EQ(focused()->row, entry.row);
     EXPECT_TRUE(std::ranges::count(entry.columns, focused()->column) == 1);
+
+    // A page that is lower than its fields is scrolled to the one.
+    m_dialog->resize(1700, 460);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(2)).center());
+    settle();
+    ASSERT_TRUE(focused());
+    EXPECT_EQ(focused()->row.table, kTableReprMap);
+    const QWidget* field = QApplication::focusWidget();
+    EXPECT_EQ(field->visibleRegion().boundingRect(), field->rect());
 }
 
 TEST_F(Preview, CountsWhatTheEntriesOfAMapTakeAndLeavesOneOutOnTrialOnly) {
