@@ -246,10 +246,10 @@ bool PreviewPane::hasList() const {
 // layouts ask for.
 void PreviewPane::keepRoom() {
     constexpr int kLettersOfASentence = 90;
-    constexpr int kLinesOfALowPane = 13;
+    const int linesOfALowPane = hasList() ? 20 : 13;
     const QFontMetrics metrics = m_note->fontMetrics();
     const bool isNarrow = width() < kLettersOfASentence * metrics.averageCharWidth();
-    const bool isLow = height() < kLinesOfALowPane * metrics.lineSpacing();
+    const bool isLow = height() < linesOfALowPane * metrics.lineSpacing();
     m_note->setMinimumHeight((isLow ? 0 : isNarrow ? 2 : 1) * metrics.lineSpacing());
     m_note->setVisible(!isLow || (!hasList() && !m_note->text().isEmpty()));
     setMinimumHeight(std::max(layout()->minimumHeightForWidth(width()), 0));
