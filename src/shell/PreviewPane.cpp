@@ -137,6 +137,8 @@ QWidget* PreviewPane::makeList() {
     m_list->setAccessibleName(toQt(Prompts::dsm(kName)));
     m_list->setTextElideMode(Qt::ElideRight);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->setWordWrap(true);
+    m_list->setAlternatingRowColors(true); // one sentence can have several lines
     lines->addWidget(m_list);
     connect(close, &QToolButton::clicked, this, &PreviewPane::hideList);
     connect(m_list, &QListWidget::itemActivated, this,
