@@ -62,6 +62,7 @@ PartListEditor::PartListEditor(KorDSMPage& page, eTableType parts)
     });
     connect(m_grid, &KorMFCGridCtrl::cellEdited, this, &PartListEditor::onCellEdited);
     connect(m_grid, &KorMFCGridCtrl::rowOpened, this, &PartListEditor::open);
+    connect(m_grid, &KorMFCGridCtrl::captionsWrapped, this, &PartListEditor::fitHeight);
     connect(m_grid, &KorMFCGridCtrl::rowsDropped, this, [this](int place) {
         if (m_rows.list)
             finish(m_rows.list->moveTo(selected(), place));
@@ -88,7 +89,8 @@ void PartListEditor::setUpColumns() {
     }
     if (KorDSMListEffect::isFor(m_parts))
         m_actions->setEffect(m_effect = new ListEffect(*m_grid, m_parts));
-    m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    if (!m_effect)
+        m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_grid->setRowsMovable(m_rows.list->isOrdered());
     if (m_rows.list->isOrdered())
         m_grid->verticalHeader()->show();
@@ -121,10 +123,7 @@ void PartListEditor::showRows() {
         showRow(row);
     for (auto row = static_cast<std::size_t>(m_grid->rowCount()); row < m_rows.keys.size(); ++row)
         showPictures(m_grid->addRow(m_rows.textsOf(m_rows.keys[row])));
-    const int rows = std::clamp(m_grid->rowCount(), kLeastRowsShown, kMostRowsShown);
-    m_grid->setFixedHeight(m_grid->horizontalHeader()->sizeHint().height() +
-                           rows * m_grid->verticalHeader()->defaultSectionSize() + 2 * m_grid->frameWidth() +
-                           2);
+    fitHeight();
     std::vector<int> places;
     for (const std::int32_t key : m_selected)
         if (const auto it = std::ranges::find(m_rows.keys, key); it != m_rows.keys.end())
@@ -136,11 +135,21 @@ void PartListEditor::showRows() {
     m_actions->refresh();
 }
 
+void PartListEditor::fitHeight() {
+    const int rows = std::clamp(m_grid->rowCount(), kLeastRowsShown, kMostRowsShown);
+    const QHeaderView& captions = *m_grid->horizontalHeader();
+    m_grid->setFixedHeight(std::max(captions.sizeHint().height(), captions.minimumHeight()) +
+                           rows * m_grid->verticalHeader()->defaultSectionSize() + 2 * m_grid->frameWidth() +
+                           2);
+}
+
 void PartListEditor::showEffect() {
     if (!m_rows.list)
         return;
-    if (m_effect)
+    if (m_effect) {
         m_effect->show(m_rows.list->whole(), m_rows.keys);
+        m_grid->fitColumns();
+    }
     explainSet();
 }
 

@@ -44,6 +44,7 @@ public:
 private:
     void setUpColumns();
     void showRows();
+    void fitHeight();
     void explainCells();
     void explainSet();
     void finish(const KorDSMEditedList::Outcome& outcome);

@@ -30,6 +30,30 @@ protected:
 
 } // namespace
 
+TEST_F(GridCtrl, FittedColumnsHaveRoomForTheWordsOfTheirCaptionsWhichWrap) {
+    grid.insertColumn("Annotation strategy");
+    int wrapped = 0;
+    QObject::connect(&grid, &KorMFCGridCtrl::captionsWrapped, &grid, [&] { ++wrapped; });
+    const QHeaderView& captions = *grid.horizontalHeader();
+    const int oneLine = captions.sizeHint().height();
+    const auto fitted = [&](int width) {
+        grid.resize(width, 300);
+        QApplication::processEvents();
+        grid.fitColumns();
+        EXPECT_EQ(captions.length(), grid.viewport()->width());
+        EXPECT_GE(grid.columnWidth(4),
+                  captions.fontMetrics().horizontalAdvance(QStringLiteral("Annotation")));
+    };
+    fitted(900);
+    const int number = grid.columnWidth(3);
+    EXPECT_EQ(captions.height(), oneLine);
+    wrapped = 0;
+    fitted(340);
+    EXPECT_EQ(grid.columnWidth(3), number) << "what can only be read does not grow";
+    EXPECT_GT(captions.height(), oneLine);
+    EXPECT_EQ(wrapped, 1);
+}
+
 TEST_F(GridCtrl, ATextThatIsCutIsToldUnderThePointer) {
     const QString text = QStringLiteral("a name that has no room in its cell, however wide that may be here");
     const auto told = [this] {

@@ -176,6 +176,7 @@ TEST_F(ValuePicturesTest, LinesHatchesLeadersAndColoursAreDrawnAsTheyComeOut) {
     EXPECT_EQ(sample(), unset);
     look.visibleStatusKey = CurrentRows::find(kTableVisibilityStatus, KorString("Not drawn"))->key;
     EXPECT_NE(sample(), unset);
+    EXPECT_EQ(KorSamples::line({}).actualSize({20, 16}), QSize(20, 16)) << "a shorter piece, no smaller one";
     EXPECT_TRUE(KorSamples::hatch({"NO-SUCH-PATTERN"}).isNull());
     EXPECT_TRUE(KorSamples::leader({.arrow = 9}).isNull());
 }

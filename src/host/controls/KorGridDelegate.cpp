@@ -125,6 +125,10 @@ bool KorGridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
 void KorGridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
     KorItemSelection::soften(option);
+    // A picture leaves two thirds of the cell to the text beside it.
+    const int most = std::max(option->rect.width() / 3, option->decorationSize.height());
+    if (!option->text.isEmpty() && option->decorationSize.width() > most)
+        option->decorationSize.setWidth(most);
     if (index.data(kRadioRole).toBool() && option->widget) { // the mark takes the place of a picture
         const QStyle& style = *option->widget->style();
         option->features &= ~QStyleOptionViewItem::HasCheckIndicator;

@@ -10,8 +10,6 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
-#include <cmath>
-#include <cstdlib>
 #include <iterator>
 
 namespace {
@@ -97,27 +95,6 @@ void KorMFCGridCtrl::setColumnChoices(int column, const std::vector<KorString>& 
 void KorMFCGridCtrl::setColumnTree(int column, std::function<void(VELComboTree&)> fill) {
     m_delegate->setTree(column, std::move(fill));
     setColumnChoices(column, {});
-}
-
-void KorMFCGridCtrl::setColumnWidths(const std::vector<int>& percentages) {
-    m_percentages = percentages;
-    applyColumnWidths();
-}
-
-void KorMFCGridCtrl::applyColumnWidths() {
-    constexpr int kTolerance = 20;
-    const QScopedValueRollback sizing(m_sizing, true);
-    const int width = viewport()->width();
-    int before = 0;
-    for (int column = 0; column < columnCount() && column < static_cast<int>(m_percentages.size());
-         ++column) {
-        int share =
-            static_cast<int>(std::lround(m_percentages[static_cast<std::size_t>(column)] * width / 100.0));
-        if (std::abs(before + share - width) < kTolerance)
-            share = std::abs(width - before);
-        setColumnWidth(column, share);
-        before += share;
-    }
 }
 
 int KorMFCGridCtrl::addRow(const std::vector<KorString>& texts) {
@@ -349,4 +326,6 @@ void KorMFCGridCtrl::keyPressEvent(QKeyEvent* event) {
 void KorMFCGridCtrl::resizeEvent(QResizeEvent* event) {
     QTableWidget::resizeEvent(event);
     applyColumnWidths();
+    if (m_isFitted)
+        fitColumns();
 }

@@ -47,6 +47,12 @@ public:
     /// the user sets a width.
     void setColumnWidths(const std::vector<int>& percentages);
 
+    /// From now on, and whatever width the grid has, each column has room for the words of its caption, which
+    /// wraps, and one that can only be read for short texts as well; the others share the rest. Where there
+    /// is too little room the grid scrolls sideways. To be called again when columns came or went or got
+    /// other texts.
+    void fitColumns();
+
     /// Appends a row with the texts of its columns (of a check: "1" is checked) and returns its number.
     int addRow(const std::vector<KorString>& texts);
     void deleteRow(int row);
@@ -94,6 +100,8 @@ Q_SIGNALS:
     /// Delete pressed on a row of a grid that can be changed. The grid deletes nothing itself.
     void deletePressed(int row);
     void rowOpened(int row, int column);
+    /// The captions need another height, which they have now.
+    void captionsWrapped();
     /// The selected rows were dropped before the row at `place`, or behind the last one.
     void rowsDropped(int place);
 
@@ -120,12 +128,15 @@ private:
     void clearOtherRadios(const QTableWidgetItem& chosen);
     bool chooseNextRadio(int step);
     void applyColumnWidths();
+    std::vector<int> leastWidths() const;
+    void wrapCaptions();
 
     KorGridDelegate* m_delegate;
     std::vector<EKind> m_kinds;
     QPersistentModelIndex m_pressedArrow;
     int m_markedPlace = -1; // before which row the dragged ones would come; -1: none are dragged
     std::vector<int> m_percentages;
+    bool m_isFitted = false;
     bool m_opensRows = false;
     bool m_filling = false;
     bool m_sizing = false;

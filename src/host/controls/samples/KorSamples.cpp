@@ -34,7 +34,8 @@ double weightOf(double millimetres) {
     return std::clamp(millimetres * kPixelsPerMillimetre, kHairline, kMostWeight);
 }
 
-// Draws into an area that has its natural size, wherever that comes to lie and however large it is shown.
+// Draws into an area that has its natural height, wherever that comes to lie and however large it is shown;
+// where there is no room for its natural width, a shorter piece.
 class SampleEngine : public QIconEngine {
 public:
     using Paint = std::function<void(QPainter& painter, const QRectF& area)>;
@@ -42,22 +43,27 @@ public:
     SampleEngine(QSize size, Paint paint) : m_size(size), m_paint(std::move(paint)) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
-        const double scale =
-            std::min(1.0 * rect.width() / m_size.width(), 1.0 * rect.height() / m_size.height());
+        if (rect.isEmpty())
+            return;
+        const double scale = 1.0 * rect.height() / m_size.height();
+        const QSizeF size(std::min(1.0 * m_size.width(), rect.width() / scale), m_size.height());
         painter->save();
         painter->translate(rect.center() + QPointF(0.5, 0.5) -
-                           QPointF(m_size.width(), m_size.height()) * scale / 2.0);
+                           QPointF(size.width(), size.height()) * scale / 2.0);
         painter->scale(scale, scale);
         painter->setRenderHint(QPainter::Antialiasing);
         if (mode == QIcon::Disabled)
             painter->setOpacity(painter->opacity() * kDisabledOpacity);
-        m_paint(*painter, QRectF(QPointF(), m_size));
+        m_paint(*painter, QRectF(QPointF(), size));
         painter->restore();
     }
 
     // Larger than natural only where a screen asks for more pixels, which asks for the natural shape too.
     QSize actualSize(const QSize& size, QIcon::Mode, QIcon::State) override {
-        return m_size.scaled(size.boundedTo(m_size), Qt::KeepAspectRatio);
+        const QSize least = size.boundedTo(m_size);
+        return {std::min(least.width(),
+                         m_size.scaled(m_size.width(), least.height(), Qt::KeepAspectRatio).width()),
+                least.height()};
     }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
