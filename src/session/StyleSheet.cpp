@@ -131,7 +131,7 @@ private:
     std::vector<std::int32_t> m_strategies;
 };
 
-// Lines as texts in columns, all of one width.
+// Lines, of which there is at least one, as texts in columns, all of one width.
 class SheetColumns {
 public:
     SheetColumns(const Box2& drawn, double textSize) : m_size(textSize) {
@@ -145,17 +145,13 @@ public:
     Primitives lay(const std::vector<SheetLine>& lines) {
         for (const SheetLine& line : lines)
             wrap(line);
-        const std::size_t columns = static_cast<std::size_t>(m_count);
-        const std::size_t rows = std::max<std::size_t>((m_texts.size() + columns - 1) / columns, 1);
-        for (std::size_t i = 0; i < m_texts.size(); ++i) {
-            const std::size_t column = i / rows;
-            const std::size_t row = i % rows + 1;
-            const Vec2 place = {m_left + static_cast<double>(column) * (m_width + 2 * m_size),
-                                m_top - static_cast<double>(row) * m_size * 1.7};
-            m_texts[i].points[0] = m_texts[i].points[0] + place;
-        }
-        std::erase_if(m_texts, [](const Primitive& text) { return text.text.empty(); });
-        return std::move(m_texts);
+        std::size_t all = 0;
+        for (const Primitives& block : m_blocks)
+            all += block.size();
+        std::size_t rows = all / static_cast<std::size_t>(m_count) + 1;
+        while (columnsOf(rows).back() >= m_count)
+            ++rows;
+        return placed(columnsOf(rows));
     }
 
 private:
@@ -169,9 +165,50 @@ private:
         return text;
     }
 
+    // The column of each block where columns have so many rows.
+    std::vector<int> columnsOf(std::size_t rows) const {
+        std::vector<int> columns = {0};
+        std::size_t filled = m_blocks.front().size();
+        for (auto block = m_blocks.begin() + 1; block != m_blocks.end(); ++block) {
+            const bool isNext = filled + block->size() > rows;
+            columns.push_back(columns.back() + isNext);
+            filled = (isNext ? 0 : filled) + block->size();
+        }
+        return columns;
+    }
+
+    Primitives placed(const std::vector<int>& columns) {
+        Primitives texts;
+        int row = 0;
+        for (std::size_t i = 0; i < m_blocks.size(); ++i) {
+            if (i > 0 && columns[i] != columns[i - 1])
+                row = 0;
+            for (Primitive& text : m_blocks[i]) {
+                if (text.text.empty()) {
+                    row += row > 0; // a column begins without a gap
+                    continue;
+                }
+                text.points[0] = text.points[0] + Vec2{m_left + columns[i] * (m_width + 2 * m_size),
+                                                       m_top - ++row * m_size * 1.7};
+                texts.push_back(std::move(text));
+            }
+        }
+        return texts;
+    }
+
+    // A heading stands in one column with what it heads, and so does all of a sentence.
+    Primitives& blockOf(const SheetLine& line) {
+        const bool isHeaded = m_last == SheetLine::kTitle || m_last == SheetLine::kHeading;
+        if (m_blocks.empty() || (line.kind != SheetLine::kMore && !isHeaded))
+            m_blocks.emplace_back();
+        m_last = line.kind;
+        return m_blocks.back();
+    }
+
     void wrap(const SheetLine& line) {
+        Primitives& block = blockOf(line);
         if (line.kind == SheetLine::kHeading)
-            m_texts.push_back(textOf({}));
+            block.push_back(textOf({}));
         Primitive text = textOf(line);
         const std::string words = line.text.toStdString();
         for (std::size_t at = 0; at < words.size();) {
@@ -179,7 +216,7 @@ private:
             Primitive longer = text;
             longer.text += (text.text.empty() ? "" : " ") + words.substr(at, end - at);
             if (!text.text.empty() && longer.points[0].u + longer.textWidth() > m_width) {
-                m_texts.push_back(text);
+                block.push_back(text);
                 text.text = words.substr(at, end - at);
                 text.points[0].u = 3 * m_size;
             } else {
@@ -187,7 +224,7 @@ private:
             }
             at = end + 1;
         }
-        m_texts.push_back(std::move(text));
+        block.push_back(std::move(text));
     }
 
     double m_size;
@@ -195,7 +232,8 @@ private:
     double m_width = 0;
     double m_left = 0;
     double m_top = 0;
-    Primitives m_texts;
+    std::vector<Primitives> m_blocks; // texts that stand together, at first
+    SheetLine::eKind m_last = SheetLine::kItem;
 };
 
 } // namespace

@@ -497,6 +497,25 @@ TEST_F(Preview, SavesCopiesAndPrintsWhatItShows) {
     EXPECT_EQ(m_folder.read(m_data + "/printed.pdf").substr(0, 4), "%PDF");
 }
 
+TEST_F(Preview, OnASheetHeadingsStandAboveWhatTheyHeadAndSentencesInOneColumn) {
+    showPreview({"User", "Hallberg: posts and beams", "HB beam 1:15"});
+    settle();
+    const KorDSMPreview& preview = *KorDSMPreview::shown();
+    const Primitives texts = preview.pageOf(false, true)->primitives;
+    int headings = 0;
+    int columns = 1;
+    for (std::size_t i = preview.pageOf(false, false)->primitives.size(); i + 1 < texts.size(); ++i) {
+        const bool isBelow = texts[i + 1].points[0].v < texts[i].points[0].v;
+        columns += !isBelow;
+        headings += texts[i].style.bold;
+        EXPECT_TRUE(isBelow || !texts[i].style.bold) << texts[i].text;
+        EXPECT_TRUE(isBelow || std::isdigit(texts[i + 1].text[0]) || std::isupper(texts[i + 1].text[0]))
+            << texts[i + 1].text;
+    }
+    EXPECT_GT(headings, 2);
+    EXPECT_GT(columns, 1);
+}
+
 TEST_F(Preview, SaysWhyNothingIsDrawnAndKeepsItsSizeWhateverItSays) {
     showPreview(kStyle);
     const int height = view().height();
