@@ -38,6 +38,20 @@ constexpr Tool kTools[] = {
     {PreviewPane::kPlace, 907},
 };
 
+// How many lines the texts have in a list of this width.
+int wrappedLines(const QListWidget& list, const QStringList& texts, int width) {
+    const QFontMetrics metrics = list.fontMetrics();
+    const int margins =
+        2 * (list.frameWidth() + list.style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1) +
+        list.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    int lines = 0;
+    for (const QString& text : texts) {
+        const QRect wrapped = metrics.boundingRect(QRect(0, 0, width - margins, 0), Qt::TextWordWrap, text);
+        lines += std::max(1, (wrapped.height() + metrics.lineSpacing() - 1) / metrics.lineSpacing());
+    }
+    return lines;
+}
+
 QLabel* makeLine() {
     auto* label = new QLabel;
     label->setWordWrap(true);
@@ -222,14 +236,14 @@ void PreviewPane::showList(const QString& caption, const QStringList& rows, int 
     }
     m_list->setCurrentRow(std::max(marked, 0));
     // Where there is little room the picture keeps more of it.
-    constexpr int kMostRows = 8;
-    constexpr int kLeastRows = 3;
-    const int count = static_cast<int>(rows.size());
+    constexpr int kMostLines = 8;
+    constexpr int kLeastLines = 3;
+    const int count = wrappedLines(*m_list, rows, width());
     const auto heightOf = [this](int shown) {
         return m_list->sizeHintForRow(0) * shown + 2 * m_list->frameWidth() + 2;
     };
-    m_list->setMaximumHeight(heightOf(std::min(count, kMostRows)));
-    m_list->setMinimumHeight(heightOf(std::min(count, kLeastRows)));
+    m_list->setMaximumHeight(heightOf(std::min(count, kMostLines)));
+    m_list->setMinimumHeight(heightOf(std::min(count, kLeastLines)));
     m_listBox->show();
     keepRoom();
 }
