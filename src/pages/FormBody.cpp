@@ -213,10 +213,12 @@ QWidget* FormBody::withButtons(const Line& line) {
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(4);
     row->addWidget(line.control, 1);
-    m_records.push_back(
-        new RecordButtons(m_page, [this, origin = m_sections[line.section].origin, column = line.column] {
+    m_records.push_back(new RecordButtons(
+        m_page,
+        [this, origin = m_sections[line.section].origin, column = line.column] {
             return KorDSMRecordUse::Use{rowOf(origin), column, {}};
-        }));
+        },
+        RecordButtons::offerFor(*line.column)));
     row->addWidget(m_records.back());
     row->addStretch(0);
     return both;

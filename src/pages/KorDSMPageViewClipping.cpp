@@ -13,6 +13,7 @@
 #include "operations/KorODBCDetStyle.h"
 #include "operations/KorOdbcGUI.h"
 #include "pages/ClippingLists.h"
+#include "pages/RecordButtons.h"
 #include "services/KorUnitsManager.h"
 #include "services/Prompts.h"
 #include "session/KorDSMGuardedWrite.h"
@@ -20,6 +21,7 @@
 #include "session/PendingGroup.h"
 
 #include <QAbstractButton>
+#include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -170,6 +172,23 @@ void KorDSMPageViewClipping::connectControls() {
         connect(copy, &QAbstractButton::clicked, this, &KorDSMPageViewClipping::onCopy);
     if (auto* rename = KorControls::find<QAbstractButton>(this, kRename))
         connect(rename, &QAbstractButton::clicked, this, &KorDSMPageViewClipping::onRename);
+    addMaker();
+}
+
+// The line of the strategy begins with its own buttons; what they do not do follows them.
+void KorDSMPageViewClipping::addMaker() {
+    m_maker = new RecordButtons(
+        *this,
+        [this] {
+            return KorDSMRecordUse::Use{{kTableViewRequest, item() ? item()->recordKey() : 0},
+                                        findTable(kTableViewRequest)->column(kColumnOfView),
+                                        {}};
+        },
+        RecordButtons::eOffer::kMakingAndDeleting);
+    QWidget* rename = KorControls::find(this, kRename);
+    for (auto* line : rename->parentWidget()->findChildren<QHBoxLayout*>())
+        if (const int place = line->indexOf(rename); place >= 0)
+            return line->insertWidget(place + 1, m_maker);
 }
 
 KorOdbcKey KorDSMPageViewClipping::clipKey() const {
@@ -222,6 +241,7 @@ bool KorDSMPageViewClipping::loadData() {
     if (!item() || !m_strategy)
         return false;
     enableControls(); // what another strategy, or none, leaves free
+    m_maker->enable();
     KorFieldNote::clear(this);
     showUnits();
     ClippingLists::fillStrategies(*m_strategy);

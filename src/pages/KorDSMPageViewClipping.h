@@ -9,6 +9,7 @@ class KorInfoCtrl;
 class KorLineEdit;
 class QCheckBox;
 class QComboBox;
+class RecordButtons;
 
 /// How long parts are shortened in a view: which clipping strategy the view uses, and that strategy itself.
 class KorDSMPageViewClipping : public KorDSMPage {
@@ -28,6 +29,7 @@ private:
     bool findControls();
     void setTexts();
     void connectControls();
+    void addMaker();
 
     KorOdbcKey clipKey() const;
     bool readClip(StructDetViewLengthClip& clip) const;
@@ -60,4 +62,5 @@ private:
     KorLineEdit* m_extension = nullptr;
     QCheckBox* m_useDefault = nullptr;
     KorInfoCtrl* m_typePicture = nullptr;
+    RecordButtons* m_maker = nullptr; // beside the strategy
 };

@@ -135,7 +135,7 @@ void KorDSMPageViewDefinition::addMaker(int combo, int column) {
                                         findTable(kTableViewRequest)->column(column),
                                         {}};
         },
-        RecordButtons::eGoes::kByPage);
+        RecordButtons::eOffer::kAllButGoing);
     m_makers.push_back(maker);
     // A field that can tell something stands in a widget with its note.
     for (QWidget* part = KorControls::find(this, combo); part != this; part = part->parentWidget())

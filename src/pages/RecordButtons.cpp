@@ -3,6 +3,7 @@
 #include "controls/KorButtonGroup.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
+#include "dialogs/KorDSMDialogInUse.h"
 #include "dialogs/KorDSMDialogNewItem.h"
 #include "dialogs/NewRecordQuestion.h"
 #include "model/KorDSMFamilies.h"
@@ -10,21 +11,28 @@
 #include "operations/CurrentRows.h"
 #include "pages/KorDSMPage.h"
 #include "services/Prompts.h"
+#include "session/KorDSMItemCommands.h"
 #include "session/KorDSMUndo.h"
+#include "session/KorDSMWhereUsed.h"
 
 #include <QBoxLayout>
 #include <QMessageBox>
 
 namespace {
 
-enum eButton : int { kNew = 1, kCopy, kRename, kGo };
+enum eButton : int { kNew = 1, kCopy, kRename, kGo, kDelete };
 
 struct Button {
     eButton id;
     int bitmap;
     int prompt;
+    bool isOffered[4]; // by what is offered
 };
-constexpr Button kButtons[] = {{kNew, 1044, 625}, {kCopy, 1043, 626}, {kRename, 1024, 622}, {kGo, 1196, 627}};
+constexpr Button kButtons[] = {{kNew, 1044, 625, {true, true, true, true}},
+                               {kCopy, 1043, 626, {true, true, true, false}},
+                               {kRename, 1024, 622, {true, true, true, false}},
+                               {kGo, 1196, 627, {true, false, false, false}},
+                               {kDelete, 1048, 1467, {false, true, false, true}}};
 
 const StructRecord* chosen(const KorDSMRecordUse::Use& use) {
     const StructRecord* user =
@@ -47,14 +55,14 @@ void follow(KorDSMPage& page, const KorDSMRecordCommands::Outcome& outcome, std:
 
 } // namespace
 
-RecordButtons::RecordButtons(KorDSMPage& page, FindUse use, eGoes goes)
+RecordButtons::RecordButtons(KorDSMPage& page, FindUse use, eOffer offer)
     : m_page(page), m_use(std::move(use)), m_buttons(new KorButtonGroup(this)) {
     auto* line = new QHBoxLayout(this);
     line->setContentsMargins(0, 0, 0, 0);
     line->addWidget(m_buttons);
     m_buttons->setIconSize({16, 16});
     for (const Button& button : kButtons)
-        if (button.id != kGo || goes == eGoes::kYes)
+        if (button.isOffered[static_cast<std::size_t>(offer)])
             m_buttons->addButton(button.id, Prompts::dsm(button.prompt), KorPictures::bitmap(button.bitmap));
     connect(m_buttons, &KorButtonGroup::buttonPressed, this, [this](int id) {
         const KorDSMRecordUse::Use cell = m_use();
@@ -64,8 +72,10 @@ RecordButtons::RecordButtons(KorDSMPage& page, FindUse use, eGoes goes)
             copyFor(m_page, cell);
         else if (id == kRename)
             renameFor(m_page, cell);
-        else
+        else if (id == kGo)
             goTo(cell);
+        else
+            removeFor(m_page, cell);
     });
 }
 
@@ -74,16 +84,23 @@ bool RecordButtons::areFor(const Column& column) {
     return column.isReference() && isChosen && KorDSMRecordCommands::isMade(column.target);
 }
 
+RecordButtons::eOffer RecordButtons::offerFor(const Column& column) {
+    const KorDSMFamily* family = KorDSMFamilies::of(column.target);
+    return family && family->make ? eOffer::kWithGoing : eOffer::kWithDeleting;
+}
+
 void RecordButtons::enable() {
     const KorDSMRecordUse::Use cell = m_use();
     const bool isEditable = m_page.isEditable() && cell.row.key != 0;
-    m_buttons->enableButton(kNew, isEditable);
-    m_buttons->enableButton(kCopy, isEditable && chosen(cell));
-    m_buttons->enableButton(kRename, isEditable && chosen(cell));
-    // What stands in no tree is edited beside its choice.
-    const KorDSMFamily* family = cell.column ? KorDSMFamilies::of(cell.column->target) : nullptr;
-    if (m_buttons->button(kGo))
-        m_buttons->enableButton(kGo, m_page.leadsElsewhere() && family && family->make && chosen(cell));
+    const bool isChosen = chosen(cell) != nullptr;
+    const std::pair<eButton, bool> states[] = {{kNew, isEditable},
+                                               {kCopy, isEditable && isChosen},
+                                               {kRename, isEditable && isChosen},
+                                               {kGo, isChosen && m_page.leadsElsewhere()},
+                                               {kDelete, isEditable && isChosen}};
+    for (const auto& [id, isOn] : states)
+        if (m_buttons->button(id))
+            m_buttons->enableButton(id, isOn);
 }
 
 void RecordButtons::makeFor(KorDSMPage& page, const KorDSMRecordUse::Use& use) {
@@ -130,4 +147,23 @@ void RecordButtons::goTo(const KorDSMRecordUse::Use& use) {
     message.source = CurrentRows::source();
     message.row = {use.column->target, target->key};
     KorDSMMainWindow::sendMessage(message);
+}
+
+void RecordButtons::removeFor(KorDSMPage& page, const KorDSMRecordUse::Use& use) {
+    page.finishEditing();
+    if (!chosen(use))
+        return;
+    const std::size_t before = KorDSMUndo::stepCount();
+    const auto outcome = KorDSMRecordUse::removeFor(CurrentRows::source(), use);
+    if (outcome.users.empty())
+        return follow(page, outcome, before);
+    KorDSMDialogInUse dialog(KorDSMItemCommands::inUseText(), outcome.users, page.window());
+    dialog.exec();
+    if (const auto user = dialog.chosen())
+        KorDSMWhereUsed::whenSettled([user] {
+            DsmGoToRecord message;
+            message.source = user->source;
+            message.row = user->row;
+            KorDSMMainWindow::sendMessage(message);
+        });
 }

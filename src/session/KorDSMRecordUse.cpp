@@ -15,6 +15,8 @@ namespace KorDSMRecordUse {
 
 namespace {
 
+constexpr int kDeleting = 244; // "deletion of "%s""
+
 // The cell of the row that uses the target.
 const Column* columnTo(StyleSource& source, RowRef row, RowRef target) {
     const StructRecord* record = source.table(row.table).find(KorOdbcKey(row.key));
@@ -68,26 +70,49 @@ std::optional<Use> useIn(const KorDSMDatabaseItem& item, RowRef target) {
     return std::nullopt;
 }
 
-// Makes the record by `make` and lets the cell refer to it; both or nothing.
-template <typename Make>
-KorDSMRecordCommands::Outcome makeAndUse(SourceId source, const Use& use, Make make) {
+WriteResult writeUse(const Use& use, std::int32_t key) {
+    return KorDSMGuardedWrite::setAttributeValue(use.row.table, KorOdbcKey(use.row.key), use.column->number,
+                                                 std::int64_t{key});
+}
+
+// Does all of it as one step, or nothing.
+template <typename Act>
+KorDSMRecordCommands::Outcome allOrNothing(SourceId source, const KorString& label, Act act) {
     const KorDSNRequest request(source.dsn, source.index);
     PendingLog& pending = StyleDatabases::current().pending();
     const std::size_t before = pending.steps().size();
-    pending.beginGroup({});
-    KorDSMRecordCommands::Outcome outcome = make();
-    if (outcome.isStored())
-        static_cast<WriteResult&>(outcome) = KorDSMGuardedWrite::setAttributeValue(
-            use.row.table, KorOdbcKey(use.row.key), use.column->number, std::int64_t{outcome.row.key});
+    pending.beginGroup(label);
+    KorDSMRecordCommands::Outcome outcome = act();
     pending.endGroup();
     if (!outcome.isStored() && pending.steps().size() > before) {
         StyleDatabases::current().undo();
         pending.forgetTakenBack();
-        DsmSetModified message; // making the record was announced already
+        DsmSetModified message; // what was written was announced already
         message.modified = pending.canUndo();
         KorDSMMainWindow::sendMessage(message);
     }
     return outcome;
+}
+
+// Makes the record by `make` and lets the cell refer to it.
+template <typename Make>
+KorDSMRecordCommands::Outcome makeAndUse(SourceId source, const Use& use, Make make) {
+    return allOrNothing(source, {}, [&] {
+        KorDSMRecordCommands::Outcome outcome = make();
+        if (outcome.isStored())
+            static_cast<WriteResult&>(outcome) = writeUse(use, outcome.row.key);
+        return outcome;
+    });
+}
+
+// Whether another cell than this one uses the record.
+bool isUsedElsewhere(SourceId source, const Use& use, RowRef target) {
+    return std::ranges::any_of(
+        StyleDatabases::current().source(source)->referrersOf(target.table, KorOdbcKey(target.key)),
+        [&use](const Referrer& referrer) {
+            return referrer.column->role == eReferenceRole::kUses &&
+                   (referrer.column != use.column || referrer.key != use.row.key);
+        });
 }
 
 } // namespace
@@ -129,6 +154,18 @@ KorDSMRecordCommands::Outcome copyFor(SourceId source, const Use& use, const Kor
         if (copy.isStored() && wish)
             static_cast<WriteResult&>(copy) = writeWish(source, original, copy.row, *wish);
         return copy;
+    });
+}
+
+KorDSMRecordCommands::Outcome removeFor(SourceId source, const Use& use) {
+    const RowRef row{use.column->target, keyIn(source, use)};
+    if (row.key <= 0 || isUsedElsewhere(source, use, row))
+        return KorDSMRecordCommands::remove(source, row); // which says why not
+    const KorString label = ItemCommandParts::label(kDeleting, targetName(source, use));
+    return allOrNothing(source, label, [&] {
+        KorDSMRecordCommands::Outcome outcome;
+        static_cast<WriteResult&>(outcome) = writeUse(use, 0);
+        return outcome.isStored() ? KorDSMRecordCommands::remove(source, row) : outcome;
     });
 }
 

@@ -37,5 +37,8 @@ KorDSMRecordCommands::Outcome makeFor(SourceId source, const Use& use, const Kor
 /// With a wish, which is meant for the original or one of its parts, it is written to the copy too.
 KorDSMRecordCommands::Outcome copyFor(SourceId source, const Use& use, const KorString& name,
                                       const std::optional<KorDSMCopyWish>& wish = {});
+/// Deletes the record that the cell has, which then has none, as one step. Refused where anything else uses
+/// the record.
+KorDSMRecordCommands::Outcome removeFor(SourceId source, const Use& use);
 
 } // namespace KorDSMRecordUse

@@ -1,6 +1,7 @@
 #include "shell/EditorFixture.h"
 
 #include "controls/VELComboTree.h"
+#include "dialogs/KorDSMDialogInUse.h"
 
 #include <QComboBox>
 
@@ -57,6 +58,37 @@ TEST_F(EditorFixture, ListsOfPagesFollowANewNameThatIsTakenBackOrStoredByAnother
     click(KorControls::find(&other, kOk));
     select(kStyle);
     EXPECT_TRUE(choiceOf(page(), "A3 wide"));
+}
+
+TEST_F(EditorFixture, WhatStandsInNoTreeIsDeletedBesideItsChoice) {
+    constexpr int kNew = 1, kDeleteChosen = 5;
+    open();
+    KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
+    select(kStyle);
+    showTab(0);
+    const auto boxes = page()->findChildren<QComboBox*>();
+    const auto found = std::ranges::find(boxes, QStringLiteral("A3 landscape"), &QComboBox::currentText);
+    ASSERT_NE(found, boxes.end());
+    const QComboBox& box = **found;
+    const auto pressBeside = [&box](int id) {
+        click(box.parentWidget()->parentWidget()->findChild<KorButtonGroup*>()->button(id));
+    };
+    bool isRefused = false;
+    whenShown<KorDSMDialogInUse>([&isRefused](KorDSMDialogInUse& dialog) {
+        isRefused = true;
+        dialog.reject();
+    });
+    pressBeside(kDeleteChosen);
+    EXPECT_TRUE(isRefused) << "other styles use it, too";
+    EXPECT_EQ(box.currentText(), "A3 landscape");
+    answerNext([](QWidget* modal) { typeName(modal, "Rows for a trial"); });
+    pressBeside(kNew);
+    EXPECT_EQ(box.currentText(), "Rows for a trial");
+    pressBeside(kDeleteChosen);
+    EXPECT_EQ(box.currentText(), "");
+    EXPECT_EQ(box.findText("Rows for a trial"), -1);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(box.currentText(), "Rows for a trial");
 }
 
 TEST_F(EditorFixture, SourceComboAndCommandsFollowDeletionAndUndoOfACategory) {
