@@ -138,10 +138,23 @@ void KorDSMDialogDimensionSettings::setUpRows() {
     m_rows.header()->setMinimumSectionSize(fontMetrics().averageCharWidth() * 14);
     m_rows.setAccessibleName(windowTitle());
     m_rows.setItemDelegate(new ValueDelegate(this));
+    m_rows.installEventFilter(this);
     m_rows.setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                            QAbstractItemView::AnyKeyPressed | QAbstractItemView::SelectedClicked);
     connect(&m_rows, &QTreeWidget::itemChanged, this, &KorDSMDialogDimensionSettings::onEdited);
     connect(&m_rows, &QTreeWidget::currentItemChanged, this, &KorDSMDialogDimensionSettings::onSelected);
+}
+
+// Whatever edits means the value of the row, in whichever column the cursor is; Right leads there, too.
+bool KorDSMDialogDimensionSettings::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != &m_rows || event->type() != QEvent::KeyPress || !selected())
+        return KorDSMDialog::eventFilter(watched, event);
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    const bool isTyped = !key.text().isEmpty() && key.text().front().isPrint();
+    if (key.key() != Qt::Key_Right && key.key() != Qt::Key_F2 && !isTyped)
+        return KorDSMDialog::eventFilter(watched, event);
+    m_rows.setCurrentItem(m_rows.currentItem(), kValueColumn);
+    return key.key() == Qt::Key_Right;
 }
 
 void KorDSMDialogDimensionSettings::fill() {

@@ -153,7 +153,16 @@ TEST_F(Compose, DimensionSettingsAreChangedInTheirDialogAndOnlyShownWhereTheyCan
     };
     select({"User"});
     whenShown<KorDSMDialogDimensionSettings>([&value](KorDSMDialogDimensionSettings& dialog) {
-        value(dialog)->setText(1, "9");
+        auto& rows = *KorControls::find<QTreeWidget>(&dialog, 2411);
+        rows.setCurrentItem(value(dialog), 0);
+        QTest::keyClick(&rows, Qt::Key_Right);
+        EXPECT_EQ(rows.currentColumn(), 1);
+        rows.setCurrentItem(value(dialog), 0);
+        QTest::keyClick(&rows, Qt::Key_F2);
+        auto* typed = rows.viewport()->findChild<QLineEdit*>();
+        ASSERT_NE(typed, nullptr) << "the key edits the value from any column";
+        typed->setText("9");
+        QTest::keyClick(typed, Qt::Key_Return);
         click(KorControls::find(&dialog, 1));
     });
     command(kSettings);
