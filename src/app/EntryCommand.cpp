@@ -110,8 +110,16 @@ private:
     // The views of a style stand in columns with numbers, of which people need not know.
     const Column* findColumn(const std::string& name) {
         const std::vector<const Column*> columns = m_list.columns();
-        if (m_owner.table->type == kTableDetailStyle && name == "view")
+        const bool isView = m_owner.table->type == kTableDetailStyle;
+        if (isView && (name == "view" || name == columns.front()->name))
             return columns.front();
+        if (isView) {
+            refuse(KorString::format(
+                       translated("The views of a detail style have no column \"%s\"; theirs is \"view\"."),
+                       {name}),
+                   kExitUsage);
+            return nullptr;
+        }
         const Result<const Column*> column = TypedValue::findColumn(m_list.table(), columns, name);
         if (!column)
             refuse(KorString(column.error), kExitUsage);

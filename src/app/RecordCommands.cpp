@@ -91,11 +91,12 @@ Result<std::int32_t> groupKey(const TableSchema& table, const std::string& name)
             ? KorString::format(translated("There is no %s named \"%s\"."), {groups.rowName(), name}) +
                   didYouMean(name, names)
         : names.empty()
-            ? KorString::format(translated("A %s is filed in a %s, and there is none; make one by "
+            ? KorString::format(translated("The new %s has to be filed, and there is no %s; make one by "
                                            "\"detailstyles new %s NAME\", and name it with --in."),
                                 {table.rowName(), groups.rowName(), groups.kindName()})
-            : KorString::format(translated("A %s is filed in a %s; name one with --in, which is one of %s."),
-                                {table.rowName(), groups.rowName(), RowChoice::listOf(names)}));
+            : KorString::format(
+                  translated("Say with --in where the new %s is to be filed: the %s is one of %s."),
+                  {table.rowName(), groups.rowName(), RowChoice::listOf(names)}));
 }
 
 // Lists a record in a category that is listed in several, such as a view. An error says why not.

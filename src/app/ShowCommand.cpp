@@ -14,6 +14,7 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <set>
 
 namespace {
 
@@ -32,14 +33,17 @@ std::vector<std::pair<const Column*, KorString>> filedBy(const RowChoice& row) {
     return filing;
 }
 
+// A part stands for its whole, which is asked for next; many parts of one can use the same.
 std::vector<RelatedRow> usersOf(const RowChoice& row) {
     std::vector<RelatedRow> users;
+    std::set<std::pair<RowRef, const Column*>> known;
     StyleSource& source = *StyleDatabases::current().source(row.source);
-    for (const Referrer& referrer : source.referrersOf(row.table->type, row.key))
-        if (referrer.column->role == eReferenceRole::kUses)
-            users.push_back({referrer.table,
-                             source.table(referrer.table->type).find(KorOdbcKey(referrer.key)),
+    for (const Referrer& referrer : source.referrersOf(row.table->type, row.key)) {
+        const RowRef user = wholeOf(source, {referrer.table->type, referrer.key});
+        if (referrer.column->role == eReferenceRole::kUses && known.emplace(user, referrer.column).second)
+            users.push_back({findTable(user.table), source.table(user.table).find(KorOdbcKey(user.key)),
                              referrer.column});
+    }
     return users;
 }
 

@@ -146,6 +146,9 @@ TEST_F(ComposeTest, ShowNamesTheEntriesInTheOrderInWhichTheyAct) {
     EXPECT_EQ(entries, (QStringList{"1 Rest All", "2 Rails Rails"}));
     const QString text = run({"show", "repr-map", "Map"}).output;
     EXPECT_TRUE(text.contains("1. repr-map-entry \"Rest\": qualifier_set \"All\", ")) << text.toStdString();
+    const QString used = run({"show", "qualifier-set", "Rails"}).output;
+    EXPECT_EQ(used.count("repr-map \"Map\""), 1) << used.toStdString();
+    EXPECT_FALSE(used.contains("repr-map-entry")) << "the whole is what can be asked for";
 }
 
 TEST_F(ComposeTest, ADryRunSaysWhatIsThenDoneAndWritesNothing) {
@@ -243,6 +246,7 @@ TEST_F(ComposeTest, WhatIsMistypedIsAnsweredWithWhatIsMeant) {
     refuses({"list", "--source", "standart"}, 1, "Did you mean \"standard\"?");
     refuses({"set", "view-request", "Front", "scael", "1:5"}, 2, "Did you mean \"scale\"?");
     refuses({"set", "detail-style", "Rail", "view_1", "Frnot"}, 1, "Did you mean \"Front\"?");
+    refuses({"entry", "set", "detail-style", "Rail", "1", "view_request", "Front"}, 2, "theirs is \"view\"");
     refuses({"set", "view-request", "Front", "select_mode", "Never at all"}, 1, "There are \"Always\", ");
     refuses({"set", "view-request", "Front", "orientation", "Top"}, 2, "no column");
     refuses({"set", "annotation-type", "Mark", "leader_style", "Dot", "--shared"}, 1,
