@@ -1,7 +1,7 @@
 #include "data/RowUsers.h"
 
 #include <algorithm>
-#include <set>
+#include <map>
 #include <utility>
 
 bool canBeUsed(eTableType table) {
@@ -40,12 +40,15 @@ std::optional<RowRef> sharedWhole(StyleDatabases& databases, RowRef row) {
 namespace {
 
 void addUsers(StyleSource& source, RowRef row, std::vector<RowUser>& users) {
-    std::set<std::pair<RowRef, const Column*>> known; // a row can use another one by several of its parts
+    std::map<std::pair<RowRef, const Column*>, std::size_t> known; // places among the users
     for (const Referrer& referrer : source.referrersOf(row.table, KorOdbcKey(row.key))) {
         if (referrer.column->role != eReferenceRole::kUses)
             continue;
         const RowRef whole = wholeOf(source, {referrer.table->type, referrer.key});
-        if (known.emplace(whole, referrer.column).second)
+        const auto [user, isNew] = known.try_emplace({whole, referrer.column}, users.size());
+        if (!isNew)
+            ++users[user->second].times;
+        else
             users.push_back({source.id(), whole, findTable(whole.table),
                              source.table(whole.table).find(KorOdbcKey(whole.key))->name, referrer.column,
                              referrer.table});

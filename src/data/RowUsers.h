@@ -13,6 +13,7 @@ struct RowUser {
     KorString name;                           ///< of the row
     const Column* column = nullptr;           ///< with which the row or its part uses the other one
     const TableSchema* columnTable = nullptr; ///< of the column: that of the row or of its part
+    int times = 1;                            ///< how many of its parts do so
 };
 
 /// Whether rows of this table can be used by others.

@@ -8,9 +8,9 @@
 /// sections are loaded anew.
 namespace KorDSMUnusedRecords {
 
-/// The item of such a record, which the structure owns; made where there is none yet. Null for a row that does
-/// not exist, and for kinds that are never shown by themselves: groups, detail styles, parts of others, and
-/// what only pages show.
+/// The item of such a record, which the structure owns; made where there is none yet. Null for a row that
+/// does not exist, and for kinds that are never shown by themselves: groups, detail styles, parts of others,
+/// and what only pages show.
 KorDSMDatabaseItem* itemOf(KorDSMDataStructure& structure, SourceId source, RowRef row);
 
 /// The same for a part of such a record, too: the item of its whole.

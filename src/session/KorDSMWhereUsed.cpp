@@ -35,13 +35,17 @@ KorString sourceName(SourceId source) {
 
 namespace {
 
+constexpr int kSeveralTimes = 1468; // "%s, %s times"
+
 std::vector<KorDSMUsage> usagesBy(const std::vector<RowUser>& users) {
     std::vector<KorDSMUsage> usages;
     for (const RowUser& user : users) {
         // The column can be one of a part: its caption is that of the part's table.
+        KorString as = KorDSMValueText::columnCaption(*user.columnTable, *user.column);
+        if (user.times > 1)
+            as = KorString::format(Prompts::dsm(kSeveralTimes), {as, KorString::number(user.times)});
         usages.push_back({user.source, user.row, sourceName(user.source),
-                          KorDSMValueText::tableCaption(*user.table), user.name,
-                          KorDSMValueText::columnCaption(*user.columnTable, *user.column)});
+                          KorDSMValueText::tableCaption(*user.table), user.name, as});
     }
     return usages;
 }

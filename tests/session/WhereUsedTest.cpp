@@ -34,6 +34,9 @@ TEST_F(WhereUsed, NamesUsersAsPeopleKnowThem) {
     EXPECT_EQ(usages[0].name, "HB site") << "the whole, not its entry";
     EXPECT_EQ(usages[0].as, "Annotation strategy");
     EXPECT_EQ(usages[0].source, kUser);
+    const auto twice = usagesOf<StructDetObjAppearance>(kUser, "HB members on site");
+    ASSERT_EQ(twice.size(), 1u);
+    EXPECT_EQ(twice[0].as, "Appearance, 2 times") << "by several entries";
     EXPECT_TRUE(usagesOf<StructDetailStyle>(kUser, "HB post 1:15").empty()) << "its master is no user";
 }
 

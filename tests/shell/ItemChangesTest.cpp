@@ -61,7 +61,7 @@ TEST_F(EditorFixture, ListsOfPagesFollowANewNameThatIsTakenBackOrStoredByAnother
 }
 
 TEST_F(EditorFixture, WhatStandsInNoTreeIsDeletedBesideItsChoice) {
-    constexpr int kNew = 1, kDeleteChosen = 5;
+    constexpr int kMakeOne = 1, kDeleteChosen = 5;
     open();
     KorDSMDialogFactory::getDSMDataStructure().setShowWarning(false);
     select(kStyle);
@@ -82,7 +82,7 @@ TEST_F(EditorFixture, WhatStandsInNoTreeIsDeletedBesideItsChoice) {
     EXPECT_TRUE(isRefused) << "other styles use it, too";
     EXPECT_EQ(box.currentText(), "A3 landscape");
     answerNext([](QWidget* modal) { typeName(modal, "Rows for a trial"); });
-    pressBeside(kNew);
+    pressBeside(kMakeOne);
     EXPECT_EQ(box.currentText(), "Rows for a trial");
     pressBeside(kDeleteChosen);
     EXPECT_EQ(box.currentText(), "");

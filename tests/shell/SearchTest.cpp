@@ -113,7 +113,7 @@ TEST_F(SearchWindow, LeadsToWhatNothingUsesWhereItIsRenamedCopiedAndDeleted) {
     const auto has = [user](eTableType table, const char* name) {
         return StyleDatabases::current().source(user)->table(table).find(KorString(name)) != nullptr;
     };
-    const auto key = [this](Qt::Key key) {
+    const auto pressInTree = [this](Qt::Key key) {
         m_dialog->activateWindow();
         tree().setFocus();
         QTest::keyClick(&tree(), key);
@@ -131,13 +131,13 @@ TEST_F(SearchWindow, LeadsToWhatNothingUsesWhereItIsRenamedCopiedAndDeleted) {
         EXPECT_EQ(tree().getItemText(tree().getParentItem(tree().selectedItem())).view(), "User");
         ASSERT_NE(page(), nullptr);
         answerName("Left part");
-        key(Qt::Key_F2);
+        pressInTree(Qt::Key_F2);
         EXPECT_EQ(selected(), "Left part");
         answerName("Twin part");
         press(Qt::Key_D, Qt::ControlModifier);
         EXPECT_EQ(selected(), "Twin part");
         EXPECT_TRUE(has(table, "Twin part"));
-        key(Qt::Key_Delete);
+        pressInTree(Qt::Key_Delete);
         EXPECT_FALSE(has(table, "Twin part"));
         EXPECT_NE(selected(), "Twin part");
         press(Qt::Key_Z, Qt::ControlModifier);
