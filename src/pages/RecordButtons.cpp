@@ -12,6 +12,7 @@
 #include "pages/KorDSMPage.h"
 #include "services/Prompts.h"
 #include "session/KorDSMItemCommands.h"
+#include "session/KorDSMTwins.h"
 #include "session/KorDSMUndo.h"
 #include "session/KorDSMWhereUsed.h"
 
@@ -46,6 +47,8 @@ void follow(KorDSMPage& page, const KorDSMRecordCommands::Outcome& outcome, std:
                                  QString::fromStdString(outcome.error));
     if (!outcome.isStored())
         return;
+    if (auto* shown = page.getData().as<KorDSMDatabaseItem>())
+        KorDSMTwins::recordWritten(*shown); // of which the page may ask what it chooses
     page.fillLists();
     page.reload();
     DsmRowsChanged message;

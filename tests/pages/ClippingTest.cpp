@@ -2,7 +2,10 @@
 #include "controls/linetype/KorLinetypeCombo.h"
 #include "pages/KorDSMPageViewClipping.h"
 #include "pages/PageFixture.h"
+#include "pages/RecordButtons.h"
 #include "services/KOSettings.h"
+
+#include <QToolButton>
 
 #include <cmath>
 #include <functional>
@@ -80,6 +83,23 @@ TEST_F(Clipping, DefaultsAreStoredAsMinusOneAndTheExtensionsLocksItsField) {
     click(1099);
     EXPECT_TRUE(isEnabled(1098));
     EXPECT_EQ(steps().back()->after, CellValue(0.0));
+}
+
+TEST_F(Clipping, AStrategyIsMadeAndDeletedBesideItsChoice) {
+    auto& shown = view();
+    open<KorDSMPageViewClipping>(shown);
+    const QList<QToolButton*> buttons = page().findChild<RecordButtons*>()->findChildren<QToolButton*>();
+    ASSERT_EQ(buttons.size(), 2);
+    answerName("HB bridges");
+    QTest::mouseClick(buttons[0], Qt::LeftButton);
+    EXPECT_EQ(textOf(1091), "HB bridges");
+    EXPECT_NE(rowOfKey<StructDetViewRequest>(shown.recordKey())->lengthClipKey, m_clip);
+    QTest::mouseClick(buttons[1], Qt::LeftButton);
+    EXPECT_EQ(rowOfKey<StructDetViewRequest>(shown.recordKey())->lengthClipKey, 0);
+    EXPECT_EQ(control<QComboBox>(1091).findText("HB bridges"), -1);
+    EXPECT_FALSE(buttons[1]->isEnabled()) << "nothing is chosen";
+    databases.undo();
+    EXPECT_EQ(row<StructDetViewLengthClip>("HB bridges").name, "HB bridges");
 }
 
 TEST_F(Clipping, WhatIsNoChangeOrNoLengthIsNotWritten) {
