@@ -24,6 +24,8 @@ namespace {
 constexpr int kGoTo = 583; // "Go to "%s""
 constexpr int kNewFor = 625;
 constexpr int kCopyFor = 626;
+constexpr int kRenameFor = 1469; // "Rename the chosen one..."
+constexpr int kDeleteFor = 1467; // "Delete the chosen one"
 constexpr int kPasteOnly = 767;
 constexpr int kNewButton = 21; // behind the buttons of commands
 constexpr int kNewBitmap = 1044;
@@ -134,6 +136,13 @@ void PartListActions::addForCell(QMenu& menu, int row, int place) {
         if (isChosen)
             menu.addAction(toQt(Prompts::dsm(kCopyFor)), this,
                            [this, use = *use] { RecordButtons::copyFor(m_page, use); });
+        // What no tree has can be renamed and deleted nowhere else.
+        if (isChosen && RecordButtons::offerFor(*use->column) == RecordButtons::eOffer::kWithDeleting) {
+            menu.addAction(toQt(Prompts::dsm(kRenameFor)), this,
+                           [this, use = *use] { RecordButtons::renameFor(m_page, use); });
+            menu.addAction(toQt(Prompts::dsm(kDeleteFor)), this,
+                           [this, use = *use] { RecordButtons::removeFor(m_page, use); });
+        }
     }
     menu.addSeparator();
 }
