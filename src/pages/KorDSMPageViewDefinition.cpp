@@ -170,6 +170,9 @@ void KorDSMPageViewDefinition::enableControls() {
 
 // Going to a definition changes nothing, so it is allowed in every source.
 void KorDSMPageViewDefinition::enableWays() {
+    // A view that is in no style has no place in which another one could stand.
+    for (const int control : {kViewCombo, kCopy})
+        enableControl(control, placeInStyle() >= 0);
     for (RecordButtons* maker : m_makers)
         maker->enable();
     for (const Section& section : kSections)

@@ -205,6 +205,18 @@ TEST_F(Compose, GroupsAreMadeAndRenamedAndWhatOthersUseIsRenamedCopiedAndKept) {
     whenShown<KorDSMDialogInUse>([](KorDSMDialogInUse& dialog) { dialog.reject(); });
     choose("Delete");
     EXPECT_NE(row<StructDetObjReprMap>("HB workshop map"), nullptr) << "it is in use";
+    bool isRefused = false;
+    whenShown<KorDSMDialogInUse>([&isRefused](KorDSMDialogInUse& dialog) {
+        isRefused = true;
+        dialog.reject();
+    });
+    m_dialog->activateWindow();
+    tree().setFocus();
+    QTest::keyClick(&tree(), Qt::Key_Delete);
+    EXPECT_TRUE(isRefused) << "the key does the same";
+    answerName("HB side map");
+    press(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(row<StructDetViewRequest>("HB side")->reprMapKey, row<StructDetObjReprMap>("HB side map")->key);
 }
 
 TEST_F(Compose, ASharedRecordIsCopiedForOneUserWhenItIsChanged) {
