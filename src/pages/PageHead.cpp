@@ -36,6 +36,7 @@ namespace {
 constexpr int kNameColumn = 1;
 constexpr int kPicture = 16;
 constexpr int kLeastLetters = 16; // of a name that can be read
+constexpr int kRest = 100;        // ms; whoever only passes by does not wait for what is missing below
 constexpr int kReadOnlyIcon = 1152;
 constexpr int kSharedIcon = 386;
 constexpr int kNotStored = 454;
@@ -144,6 +145,7 @@ void PageHead::build() {
     m_below->hide();
     KorStyle::setNoteColor(*m_below, true);
     m_whenIdle.setSingleShot(true);
+    m_whenIdle.setInterval(kRest);
     auto* line = new QFrame;
     line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
     lines->addWidget(line);

@@ -28,8 +28,9 @@ constexpr std::size_t kBeforeDifference = 40;
 
 KorString named(const TableSchema& table, std::int32_t key, const KorString& name) {
     const KorString kind = KorDSMValueText::tableCaption(table);
-    return name.isEmpty() ? KorString::format("%s [%s]", {kind, KorString::number(std::int64_t{key})})
-                          : KorString::format(Prompts::dsm(kNamed), {kind, KorDSMValueText::shortName(name)});
+    return KorDSMValueText::isNameGiven(table, name)
+               ? KorString::format(Prompts::dsm(kNamed), {kind, KorDSMValueText::shortName(name)})
+               : KorString::format("%s [%s]", {kind, KorString::number(std::int64_t{key})});
 }
 
 // What the row is part of or filed under.

@@ -8,6 +8,8 @@
 #include "session/ItemCommandParts.h"
 #include "session/KorDSMGuardedWrite.h"
 #include "session/KorDSMItemSource.h"
+#include "session/KorDSMProvenanceWords.h"
+#include "session/KorDSMValueText.h"
 
 #include <algorithm>
 
@@ -62,11 +64,14 @@ std::optional<Use> useIn(const KorDSMDatabaseItem& item, RowRef target) {
     if (!source || !item.record() || KorDSMDefines::isGroupType(item.type()))
         return std::nullopt;
     const RowRef whole{item.tableType(), item.recordKey()};
+    const KorString name = KorDSMValueText::isNameGiven(*findTable(whole.table), item.record()->name)
+                               ? item.record()->name
+                               : KorDSMProvenanceWords::nameOf(whole);
     if (const Column* column = columnTo(*source, whole, target))
-        return Use{whole, column, item.record()->name};
+        return Use{whole, column, name};
     for (const Referrer& part : partsOf(*source, whole))
         if (const Column* column = columnTo(*source, {part.table->type, part.key}, target))
-            return Use{{part.table->type, part.key}, column, item.record()->name};
+            return Use{{part.table->type, part.key}, column, name};
     return std::nullopt;
 }
 

@@ -6,6 +6,7 @@
 #include "model/KorDSMMessages.h"
 #include "operations/CurrentRows.h"
 #include "services/Prompts.h"
+#include "session/KorDSMProvenanceWords.h"
 #include "session/KorDSMValueText.h"
 
 namespace {
@@ -23,8 +24,10 @@ KorDSMSharedRecord KorDSMSharedRecord::of(eTableType table, const KorOdbcKey& ke
                                               "0 && _T(\"The messages were not initialized\")");
     if (const StructRecord* row = initialized ? CurrentRows::find(table, key) : nullptr)
         record.whole =
-            KorString::format(Prompts::dsm(kWhole), {KorDSMValueText::tableCaption(*findTable(table)),
-                                                     KorDSMValueText::shortName(row->name)});
+            KorDSMValueText::isNameGiven(*findTable(table), row->name)
+                ? KorString::format(Prompts::dsm(kWhole), {KorDSMValueText::tableCaption(*findTable(table)),
+                                                           KorDSMValueText::shortName(row->name)})
+                : KorDSMProvenanceWords::nameOf({table, key.getKey()});
     const KorDSMFamily* family = initialized ? KorDSMFamilies::of(table) : nullptr;
     const bool isNamedByTable =
         initialized && (!family || family->confirmationPrompt == KorDSMFamily::kTableName);

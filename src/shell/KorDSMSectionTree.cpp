@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Shows behind the name as what the record above uses the one of the entry.
+/// Shows before the name, whose end may be cut, as what the record above uses the one of the entry.
 class EntryDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -25,7 +25,7 @@ protected:
         QStyledItemDelegate::initStyleOption(option, index);
         const KorDSMDatabaseItem* item = KorDSMSectionTree::itemOf(KorTreeModel::entryOf(index));
         if (const KorString role = item ? roleOf(*item) : KorString(); !role.isEmpty())
-            option->text += QStringLiteral(" (%1)").arg(toQt(role));
+            option->text.prepend(toQt(role) + QStringLiteral(": "));
     }
 };
 

@@ -118,8 +118,7 @@ TEST_F(PageHeadTest, LeadsToWhatIsMissingBelow) {
     for (auto* label : page().findChild<PageHead*>()->findChildren<QLabel*>())
         below = label->textFormat() == Qt::RichText ? label : below;
     ASSERT_NE(below, nullptr);
-    QApplication::processEvents(); // it is looked for when nothing else is to be done
-    ASSERT_TRUE(below->isVisible());
+    ASSERT_TRUE(QTest::qWaitFor([below] { return below->isVisible(); })) << "when one stays there";
     EXPECT_TRUE(below->text().startsWith("1 thing is missing below: ")) << below->text().toStdString();
     Q_EMIT below->linkActivated(below->text().section(u'"', 1, 1));
     ASSERT_TRUE(m_wanted);
