@@ -10,15 +10,14 @@
 #include "session/KorDSMItemSource.h"
 #include "session/KorDSMNewItem.h"
 #include "session/KorDSMRecordCommands.h"
-#include "session/KorDSMRecordState.h"
 #include "session/KorDSMUndo.h"
 #include "session/KorDSMValueText.h"
 #include "shell/CommandStrip.h"
+#include "shell/DeletionQuestion.h"
 #include "shell/Refusal.h"
 #include "shell/UsageViews.h"
 #include "shell/WindowRefresh.h"
 
-#include <QCheckBox>
 #include <QMessageBox>
 
 using namespace KorDSMDefines;
@@ -27,7 +26,6 @@ namespace {
 
 constexpr int kNoGroup = 410;    // ""%s" has no group in which it could be filed."
 constexpr int kDeleteMany = 495; // "Do you want to delete these %s definitions?"
-constexpr int kDeleteToo = 1414; // "Delete these %s, too"
 constexpr int kViewsLeave = 497; // "%s views are listed in it and stay; only the listing goes."
 
 } // namespace
@@ -147,20 +145,7 @@ DefinitionCommands::agreesToRemove(const std::vector<KorDSMDatabaseItem*>& items
     QStringList notes;
     if (views > 0)
         notes << toQt(KorString::format(Prompts::counted(kViewsLeave, views), {KorString::number(views)}));
-    const SourceId source = KorDSMItemSource::sourceOf(items.front());
-    const std::vector<RowRef> left = KorDSMRecordState::leftUnused(source, rows);
-    QCheckBox* too = nullptr;
-    if (!left.empty()) {
-        notes << toQt(KorDSMRecordState::leftUnusedText(source, left));
-        const auto leftCount = static_cast<std::int64_t>(left.size());
-        too = new QCheckBox(
-            toQt(KorString::format(Prompts::counted(kDeleteToo, leftCount), {KorString::number(leftCount)})));
-        box.setCheckBox(too); // the box owns it
-    }
-    box.setInformativeText(notes.join(u'\n'));
-    if (box.exec() != QMessageBox::Yes)
-        return std::nullopt;
-    return too && too->isChecked() ? left : std::vector<RowRef>();
+    return askToDelete(box, KorDSMItemSource::sourceOf(items.front()), rows, notes);
 }
 
 void DefinitionCommands::remove() {

@@ -10,6 +10,8 @@
 #include "shell/WindowTurn.h"
 
 #include <array>
+#include <optional>
+#include <vector>
 
 class KorButtonGroup;
 class QAction;
@@ -63,7 +65,7 @@ private:
     void makeNew();
     void rename();
     void remove();
-    bool agreesToRemove(const KorDSMDatabaseItem& request);
+    std::optional<std::vector<RowRef>> agreesToRemove(const KorDSMDatabaseItem& request);
     void readAgain(SourceId source, std::int32_t key);
     bool store();
 

@@ -8,10 +8,10 @@
 #include "session/KorDSMCommit.h"
 #include "session/KorDSMItemCommands.h"
 #include "session/KorDSMRecordCommands.h"
-#include "session/KorDSMRecordState.h"
 #include "session/KorDSMRequestItems.h"
 #include "session/KorDSMUndo.h"
 #include "session/KorDSMValueText.h"
+#include "shell/DeletionQuestion.h"
 #include "shell/KorDSMViewRequestDialog.h"
 #include "shell/Refusal.h"
 
@@ -76,16 +76,14 @@ void KorDSMViewRequestDialog::rename() {
         readAgain(source, outcome.row.key);
 }
 
-bool KorDSMViewRequestDialog::agreesToRemove(const KorDSMDatabaseItem& request) {
+std::optional<std::vector<RowRef>>
+KorDSMViewRequestDialog::agreesToRemove(const KorDSMDatabaseItem& request) {
     const KorString name = KorDSMValueText::shortName(request.getDisplayName());
-    const SourceId source = KorDSMItemSource::sourceOf(&request);
     QMessageBox box(QMessageBox::Information, toQt(Prompts::ups(19960)),
                     toQt(KorString::format(Prompts::ups(19961), {name})), QMessageBox::Yes | QMessageBox::No,
                     this);
     box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(toQt(
-        KorDSMRecordState::leftUnusedText(source, KorDSMRecordState::leftUnused(source, {rowOf(request)}))));
-    return box.exec() == QMessageBox::Yes;
+    return askToDelete(box, KorDSMItemSource::sourceOf(&request), {rowOf(request)});
 }
 
 void KorDSMViewRequestDialog::remove() {
@@ -98,9 +96,11 @@ void KorDSMViewRequestDialog::remove() {
         KorDSMDialogInUse(KorDSMItemCommands::inUseText(), users, this).exec();
         return;
     }
-    if (!agreesToRemove(*request))
+    const auto also = agreesToRemove(*request);
+    if (!also)
         return;
-    const auto outcome = KorDSMRecordCommands::remove(source, rowOf(*request));
+    const auto outcome = KorDSMRecordCommands::remove(source, {rowOf(*request)},
+                                                      KorDSMRecordCommands::eFiled::kForbids, *also);
     if (!outcome.isStored())
         return refuse(this, KorString(outcome.error));
     readAgain(source, 0);

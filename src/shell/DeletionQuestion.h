@@ -1,0 +1,17 @@
+#pragma once
+
+#include "records/KorDSNDefinitions.h"
+#include "records/RowRef.h"
+
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+class QMessageBox;
+
+/// Asks by `box`, which has its text and its buttons, whether these rows are to be deleted, after `notes`. It
+/// names what only they use, and offers by a check box to delete that, too. Returns what is to be deleted
+/// with them; nothing where they are to stay.
+std::optional<std::vector<RowRef>> askToDelete(QMessageBox& box, SourceId source,
+                                               const std::vector<RowRef>& rows, QStringList notes = {});
