@@ -208,6 +208,13 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     showColleagues();
 }
 
+// The links have the colour that was read on the windows of before.
+void PageHead::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_below && !m_below->isHidden())
+        m_whenIdle.start();
+}
+
 bool PageHead::isEdited() const {
     return m_name && m_name->isEdited();
 }
@@ -216,12 +223,15 @@ void PageHead::showLacksBelow() {
     if (!isVisible())
         return;
     const KorDSMRecordState::LacksBelow lacks = KorDSMRecordState::lacksBelow(m_source, m_shown);
+    // Links are told by their line: not every desktop has a colour for them that can be read on its windows.
+    const QString color = m_below->palette().color(QPalette::WindowText).name();
     KorString names;
     for (const KorDSMRecordState::Lack& lack : lacks.first) {
-        const QString link = QStringLiteral("<a href=\"%1 %2 %3\">%4</a>")
+        const QString link = QStringLiteral("<a href=\"%1 %2 %3\" style=\"color: %4\">%5</a>")
                                  .arg(int{lack.row.table})
                                  .arg(lack.row.key)
                                  .arg(lack.column)
+                                 .arg(color)
                                  .arg(toQt(lack.text).toHtmlEscaped());
         names = names + (names.isEmpty() ? "" : "; ") + fromQt(link);
     }
@@ -232,10 +242,6 @@ void PageHead::showLacksBelow() {
     m_below->setText(
         named == 0 ? QString()
                    : toQt(KorString::format(Prompts::counted(kMissingBelow, lacks.count), {count, names})));
-    // Links are told by their line: not every desktop has a colour for them that can be read on its windows.
-    QPalette colors = m_below->palette();
-    colors.setColor(QPalette::Link, colors.color(QPalette::WindowText));
-    m_below->setPalette(colors);
     m_below->setVisible(named > 0);
 }
 

@@ -31,6 +31,9 @@ public:
     /// Whether another name is typed than the record has.
     bool isEdited() const;
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 Q_SIGNALS:
     /// The name is being typed, or is no longer.
     void typing();
