@@ -1,5 +1,6 @@
 #include "pages/PageHead.h"
 
+#include "base/EditorSession.h"
 #include "controls/KorElidedLabel.h"
 #include "controls/KorFieldNote.h"
 #include "controls/KorFoldingColumns.h"
@@ -9,6 +10,7 @@
 #include "controls/KorQt.h"
 #include "controls/KorStyle.h"
 #include "dialogs/KorDSMDialogWhereUsed.h"
+#include "model/KorDSMBusy.h"
 #include "model/KorDSMMessages.h"
 #include "model/items/KorDSMDatabaseItem.h"
 #include "operations/CurrentRows.h"
@@ -159,7 +161,9 @@ void PageHead::build() {
     });
     connect(m_users, &QToolButton::clicked, this, &PageHead::listUsers);
     connect(m_below, &QLabel::linkActivated, this, &PageHead::goToLack);
-    connect(&m_whenIdle, &QTimer::timeout, this, &PageHead::showLacksBelow);
+    // Another session may be the current one when it is time.
+    connect(&m_whenIdle, &QTimer::timeout, this,
+            EditorSession::current().forLater([this] { showLacksBelow(); }));
 }
 
 void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
@@ -222,6 +226,8 @@ bool PageHead::isEdited() const {
 void PageHead::showLacksBelow() {
     if (!isVisible())
         return;
+    if (KorDSMBusy::isBusy())
+        return m_whenIdle.start();
     const KorDSMRecordState::LacksBelow lacks = KorDSMRecordState::lacksBelow(m_source, m_shown);
     // Links are told by their line: not every desktop has a colour for them that can be read on its windows.
     const QString color = m_below->palette().color(QPalette::WindowText).name();

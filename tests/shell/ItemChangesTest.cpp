@@ -85,7 +85,7 @@ TEST_F(EditorFixture, WhatStandsInNoTreeIsDeletedBesideItsChoice) {
     pressBeside(kMakeOne);
     EXPECT_EQ(box.currentText(), "Rows for a trial");
     pressBeside(kDeleteChosen);
-    EXPECT_EQ(box.currentText(), "");
+    EXPECT_EQ(box.currentText(), "None");
     EXPECT_EQ(box.findText("Rows for a trial"), -1);
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(box.currentText(), "Rows for a trial");
