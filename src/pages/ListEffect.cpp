@@ -52,7 +52,8 @@ void ListEffect::show(RowRef whole, const std::vector<std::int32_t>& keys) {
     for (const std::int32_t key : keys) {
         const auto effect = std::ranges::find(effects, key, &KorDSMListEffect::Row::key);
         m_rows.push_back(effect == effects.end() ? KorDSMListEffect::Row{key} : *effect);
-        showRow(static_cast<int>(m_rows.size()) - 1, m_rows.back());
+        if (isKnown)
+            showRow(static_cast<int>(m_rows.size()) - 1, m_rows.back());
     }
 }
 

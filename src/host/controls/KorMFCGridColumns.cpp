@@ -64,6 +64,7 @@ void KorMFCGridCtrl::fitColumns() {
         return;
     const QScopedValueRollback sizing(m_sizing, true);
     horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setResizeContentsPrecision(0); // of the rows in sight, however many there are
     const std::vector<int> least = leastWidths();
     int rest = std::max(viewport()->width() - std::reduce(least.begin(), least.end()), 0);
     int growing = 0;
