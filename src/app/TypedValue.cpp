@@ -110,7 +110,7 @@ Result<const Column*> findColumn(const TableSchema& table, const std::vector<con
 void tellDoubts(const TableSchema& table, const Column& column, const CellValue& value) {
     if (column.kind == eColumnKind::kScale && !KorDSMValueText::isOfferedScale(std::get<double>(value)))
         Console::complain(KorString::format(
-            translated("The scale %s is stored, although it is none of those that the editor offers."),
+            translated("The scale %s is none of those that the editor offers; it is taken all the same."),
             {KorDSMValueText::scaleText(std::get<double>(value))}));
     if (const auto* text = std::get_if<KorString>(&value))
         if (const KorString doubt = LabelDoubts::of(table, column, *text); !doubt.isEmpty())

@@ -1,5 +1,6 @@
 #include "dialogs/KorDSMDialogSearch.h"
 
+#include "base/EditorSession.h"
 #include "controls/KorControls.h"
 #include "controls/KorPictures.h"
 #include "controls/KorQt.h"
@@ -30,6 +31,7 @@ constexpr int kAdvice = 1013;
 constexpr int kHitList = 1015;
 
 constexpr std::size_t kMostOfAKind = 50;
+constexpr int kPauseWhenBusy = 100; // milliseconds
 
 } // namespace
 
@@ -49,11 +51,9 @@ KorDSMDialogSearch::KorDSMDialogSearch(KorDSMSearch& search, SearchHitList::Pict
     connect(m_field, &QLineEdit::textChanged, this, &KorDSMDialogSearch::look);
     connect(m_view, &QListView::activated, this, &KorDSMDialogSearch::accept);
     connect(m_view, &QListView::clicked, this, &KorDSMDialogSearch::accept);
-    connect(&m_rest, &QTimer::timeout, this, [this] {
-        if (!m_search.collectAhead())
-            m_rest.stop();
-    });
-    m_rest.start(0);
+    // Another session may be the current one when it is time.
+    connect(&m_rest, &QTimer::timeout, this, EditorSession::current().forLater([this] { collectAhead(); }));
+    m_rest.setSingleShot(true);
     m_field->setText(toQt(typed));
     m_field->selectAll();
     m_field->setFocus();
@@ -65,7 +65,15 @@ KorString KorDSMDialogSearch::typed() const {
     return fromQt(m_field->text());
 }
 
+void KorDSMDialogSearch::collectAhead() {
+    if (!KorDSMSearch::mayCollect())
+        m_rest.start(kPauseWhenBusy);
+    else if (m_search.collectAhead())
+        m_rest.start(0);
+}
+
 void KorDSMDialogSearch::look() {
+    m_rest.start(0);
     KorDSMSearchResult result = m_search.find(typed(), kMostOfAKind);
     say(result);
     m_hits->show(SearchWords(typed()), std::move(result.hits));

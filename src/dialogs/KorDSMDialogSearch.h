@@ -31,6 +31,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void collectAhead();
     void look();
     void say(const KorDSMSearchResult& result);
 

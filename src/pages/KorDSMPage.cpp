@@ -136,7 +136,7 @@ void KorDSMPage::reload() {
 void KorDSMPage::loadHead() {
     if (auto* lines = qobject_cast<QBoxLayout*>(layout()); lines && lines->indexOf(m_head) < 0)
         lines->insertWidget(0, m_head);
-    m_head->load(item(), isEditable());
+    m_head->load(item(), isEditable(), leadsElsewhere());
 }
 
 std::vector<PagePart*> KorDSMPage::parts() const {

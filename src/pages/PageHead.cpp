@@ -166,9 +166,10 @@ void PageHead::build() {
             EditorSession::current().forLater([this] { showLacksBelow(); }));
 }
 
-void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
+void PageHead::load(KorDSMDatabaseItem* item, bool editable, bool leadsElsewhere) {
     m_item = item;
     m_isEditable = editable;
+    m_leadsElsewhere = leadsElsewhere;
     const TableSchema* table = item ? findTable(item->tableType()) : nullptr;
     setVisible(table && item->record());
     if (!table || !item->record())
@@ -195,7 +196,7 @@ void PageHead::load(KorDSMDatabaseItem* item, bool editable) {
     m_users->setText(toQt(KorDSMRecordState::useText(m_shown, use)));
     m_users->setToolTip(m_users->text() + u'\n' + toQt(Prompts::dsm(kWhereUsed)));
     m_users->setVisible(!m_users->text().isEmpty());
-    m_users->setEnabled(use.isUsed());
+    m_users->setEnabled(use.isUsed() && leadsElsewhere);
     m_styles->setWhole(toQt(KorDSMRecordState::stylesText(use)));
     m_styles->setVisible(!m_styles->whole().isEmpty());
     m_shared->setVisible(use.isShared);
@@ -239,7 +240,8 @@ void PageHead::showLacksBelow() {
                                  .arg(lack.column)
                                  .arg(color)
                                  .arg(toQt(lack.text).toHtmlEscaped());
-        names = names + (names.isEmpty() ? "" : "; ") + fromQt(link);
+        names = names + (names.isEmpty() ? "" : "; ") +
+                fromQt(m_leadsElsewhere ? link : toQt(lack.text).toHtmlEscaped());
     }
     const auto named = static_cast<std::int64_t>(lacks.first.size());
     if (lacks.count > named)

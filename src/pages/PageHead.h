@@ -23,9 +23,9 @@ public:
     explicit PageHead(QWidget* page) : QWidget(page) {}
 
     /// Shows what is so of the item, a record of the current source; nothing for null.
-    void load(KorDSMDatabaseItem* item, bool editable);
+    void load(KorDSMDatabaseItem* item, bool editable, bool leadsElsewhere);
     /// The same anew of the item that is shown.
-    void refresh() { load(m_item, m_isEditable); }
+    void refresh() { load(m_item, m_isEditable, m_leadsElsewhere); }
     /// Who else is changing it now.
     void showColleagues();
     /// Whether another name is typed than the record has.
@@ -48,6 +48,7 @@ private:
 
     KorDSMDatabaseItem* m_item = nullptr; // of the page; not owned
     bool m_isEditable = false;
+    bool m_leadsElsewhere = false;
     SourceId m_source;
     RowRef m_shown;
     QLabel* m_icon = nullptr;

@@ -41,22 +41,28 @@ WordOffer::WordOffer(KorLineEdit& field, std::function<std::vector<KorString>()>
     m_completer->setFilterMode(Qt::MatchContains);
     field.setCompleter(m_completer);
     field.installEventFilter(this);
-    QAction* open = field.addAction(arrowFor(field), QLineEdit::TrailingPosition);
-    open->setText(toQt(Prompts::dsm(kKnownWords)));
-    open->setToolTip(open->text());
-    connect(open, &QAction::triggered, this, &WordOffer::offerAll);
+    m_open = field.addAction(arrowFor(field), QLineEdit::TrailingPosition);
+    m_open->setText(toQt(Prompts::dsm(kKnownWords)));
+    m_open->setToolTip(m_open->text());
+    connect(m_open, &QAction::triggered, this, &WordOffer::offerAll);
     connect(m_completer, qOverload<const QString&>(&QCompleter::activated), this, &WordOffer::take);
 }
 
 bool WordOffer::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn)
         fill();
-    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down &&
-        !m_completer->popup()->isVisible()) {
+    if (event->type() == QEvent::PaletteChange)
+        m_open->setIcon(arrowFor(m_field));
+    if (event->type() == QEvent::KeyPress && canOffer() &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down && !m_completer->popup()->isVisible()) {
         offerAll();
         return true;
     }
     return QObject::eventFilter(watched, event);
+}
+
+bool WordOffer::canOffer() const {
+    return m_field.isEnabled() && !m_field.isReadOnly();
 }
 
 void WordOffer::fill() {
@@ -68,7 +74,7 @@ void WordOffer::fill() {
 }
 
 void WordOffer::offerAll() {
-    if (m_field.isReadOnly() || !m_field.isEnabled())
+    if (!canOffer())
         return;
     m_field.setFocus(Qt::OtherFocusReason);
     fill();

@@ -8,6 +8,7 @@
 #include <vector>
 
 class KorLineEdit;
+class QAction;
 class QCompleter;
 class QStringListModel;
 
@@ -24,6 +25,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool canOffer() const;
     void fill();
     void offerAll();
     void take(const QString& word);
@@ -32,4 +34,5 @@ private:
     std::function<std::vector<KorString>()> m_words;
     QStringListModel* m_model;
     QCompleter* m_completer;
+    QAction* m_open = nullptr;
 };

@@ -28,7 +28,8 @@ constexpr std::size_t kBeforeDifference = 40;
 
 KorString named(const TableSchema& table, std::int32_t key, const KorString& name) {
     const KorString kind = KorDSMValueText::tableCaption(table);
-    return KorDSMValueText::isNameGiven(table, name)
+    // A proposed name that was kept tells records apart; parts are called alike in many lists.
+    return (table.isMadeToBeUsed() ? !name.isEmpty() : KorDSMValueText::isNameGiven(table, name))
                ? KorString::format(Prompts::dsm(kNamed), {kind, KorDSMValueText::shortName(name)})
                : KorString::format("%s [%s]", {kind, KorString::number(std::int64_t{key})});
 }

@@ -96,9 +96,10 @@ KorDSMDatabaseItem* KorDSMPlace::find(KorDSMDataStructure& structure) const {
         return m_node == kDatabaseContent ? addIn->parent() : addIn;
     }
     auto step = m_steps.begin();
-    KorDSMDatabaseItem* item = m_node == kNoType
-                                   ? KorDSMWhereUsed::findItem(structure, m_source, m_filed)
-                                   : KorDSMUnusedRecords::itemOf(structure, m_source, (step++)->row);
+    KorDSMDatabaseItem* item =
+        KorDSMWhereUsed::findItem(structure, m_source, m_node == kNoType ? m_filed : (step++)->row);
+    if (!item && m_node != kNoType) // something may use it by now
+        item = KorDSMUnusedRecords::itemOf(structure, m_source, m_steps.front().row);
     const KorDSNRequest request(m_source.dsn, m_source.index);
     for (; item && step != m_steps.end(); ++step) {
         KorDSMDependencies::createChildren(*item);

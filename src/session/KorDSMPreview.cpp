@@ -91,7 +91,7 @@ void KorDSMPreview::rest() {
 
 bool KorDSMPreview::update(const KorDSMDatabaseItem* item, const std::optional<FieldPlace>& typed) {
     const KorDSMPreviewSubject before = std::exchange(m_subject, KorDSMPreviewSubject::of(item));
-    if (before.source != m_subject.source)
+    if (std::exchange(m_leftOutIn, m_subject.source) != m_subject.source)
         m_leftOut.clear(); // keys mean something in one source only
     endTrialsOutside(item);
     StyleSource* from = source();

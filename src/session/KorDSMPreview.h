@@ -124,6 +124,7 @@ private:
     std::unique_ptr<LiveDrawing> m_live;
     std::shared_ptr<const Drawing> m_drawing;
     Governed m_governed;
-    std::set<std::int32_t> m_leftOut; // of the subject's source
+    std::set<std::int32_t> m_leftOut; // of that source, also while the preview is hidden:
+    SourceId m_leftOutIn;
     std::function<void()> m_tell;
 };

@@ -367,7 +367,7 @@ Outcome remove(SourceId source, const std::vector<RowRef>& rows, eFiled filed,
     for (const RowRef& row : rows)
         if (Outcome kept = whyKept(source, row, filed); !kept.error.empty())
             return kept;
-    const auto count = static_cast<std::int64_t>(rows.size());
+    const auto count = static_cast<std::int64_t>(rows.size() + also.size());
     const KorString label = count == 1 ? ItemCommandParts::label(kDeleting, find(rows.front())->name)
                                        : ItemCommandParts::label(kDeletingMany, KorString::number(count));
     return inOneStep(label, rows.front(), [&](RowRef&) {

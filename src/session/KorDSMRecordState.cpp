@@ -266,7 +266,7 @@ LacksBelow lacksBelow(SourceId id, RowRef row) {
                 if (seen.insert(used).second)
                     rows.push_back(used);
         }
-        if (rows.size() > kMostBelow) {
+        if (i >= kMostBelow) {
             lacks.areAllKnown = false;
             break;
         }

@@ -1,6 +1,8 @@
 #include "session/KorDSMSearch.h"
 
 #include "data/ScopedSource.h"
+#include "data/store/LockWait.h"
+#include "model/KorDSMBusy.h"
 #include "model/KorDSMFamilies.h"
 #include "services/Prompts.h"
 #include "session/KorDSMValueText.h"
@@ -196,11 +198,16 @@ void KorDSMSearch::readSources() {
     }
 }
 
+bool KorDSMSearch::mayCollect() {
+    return !KorDSMBusy::isBusy() && !LockWait::isWaiting();
+}
+
 bool KorDSMSearch::collectAhead() {
     return std::ranges::any_of(m_sources, [this](Source& source) {
         const ScopedSource scoped(source.source->id());
-        return std::ranges::any_of(source.tables,
-                                   [this](SearchTable& table) { return table.collectValues(m_wordings); });
+        return std::ranges::any_of(source.tables, [this](SearchTable& table) {
+            return !table.isOutdated() && table.collectValues(m_wordings);
+        });
     });
 }
 

@@ -53,6 +53,8 @@ public:
     KorDSMSearch(const Here& here, std::vector<KorDSMSearchTerm> terms);
     ~KorDSMSearch();
 
+    /// Whether databases may be looked at: nothing is half done, and none is waited for.
+    static bool mayCollect();
     /// Collects the values of one more table, which the first search for values would wait for. Returns
     /// whether there was one.
     bool collectAhead();

@@ -5,9 +5,13 @@
 #include "operations/KorDSNManager.h"
 #include "session/KorDSMItemPath.h"
 
+#include <vector>
+
 namespace KorDSMUnusedRecords {
 
 namespace {
+
+constexpr std::size_t kMostSteps = 100;
 
 bool canStandAlone(eTableType table) {
     const KorDSMFamily* family = KorDSMFamilies::of(table);
@@ -35,11 +39,24 @@ KorDSMDatabaseItem* itemOf(KorDSMDataStructure& structure, SourceId source, RowR
     return &content->addChild(KorDSMFamilies::makeItem(*KorDSMFamilies::of(row.table), *record));
 }
 
+KorString nameOf(SourceId source, RowRef row) {
+    StyleSource* open = StyleDatabases::current().source(source);
+    const StructRecord* record = open && find(source, row) ? find(source, wholeOf(*open, row)) : nullptr;
+    return record ? record->name : KorString();
+}
+
 KorDSMDatabaseItem* editorOf(KorDSMDataStructure& structure, SourceId source, RowRef row) {
     StyleSource* open = StyleDatabases::current().source(source);
     if (!open || !find(source, row))
         return nullptr;
-    return itemOf(structure, source, canStandAlone(row.table) ? row : wholeOf(*open, row));
+    std::vector<RowRef> rows{wholeOf(*open, row)};
+    for (std::size_t i = 0; i < rows.size() && i < kMostSteps; ++i) {
+        if (KorDSMDatabaseItem* item = itemOf(structure, source, rows[i]))
+            return item;
+        for (const RowUser& user : usersInItsSource(StyleDatabases::current(), source, rows[i]))
+            rows.push_back(user.row);
+    }
+    return nullptr;
 }
 
 } // namespace KorDSMUnusedRecords

@@ -13,7 +13,10 @@ namespace KorDSMUnusedRecords {
 /// and what only pages show.
 KorDSMDatabaseItem* itemOf(KorDSMDataStructure& structure, SourceId source, RowRef row);
 
-/// The same for a part of such a record, too: the item of its whole.
+/// The same for a part of such a record, and for what only pages show of one: the item of what has it.
 KorDSMDatabaseItem* editorOf(KorDSMDataStructure& structure, SourceId source, RowRef row);
+
+/// The name of a record, or of the one that it is a part of; empty for one that does not exist.
+KorString nameOf(SourceId source, RowRef row);
 
 } // namespace KorDSMUnusedRecords

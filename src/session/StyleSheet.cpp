@@ -14,7 +14,7 @@
 namespace {
 
 struct SheetLine {
-    enum eKind : std::uint8_t { kTitle, kHeading, kItem, kMore };
+    enum eKind : std::uint8_t { kTitle, kHeading, kItem, kMore, kRest };
 
     eKind kind = kItem;
     KorString text;
@@ -105,7 +105,7 @@ private:
                     ? KorString::format(translated("drawn as %s, without labels"), {look})
                     : KorString::format(translated("drawn as %s, labelled by %s"), {look, label}));
         }
-        add(SheetLine::kItem, map->hideUnmatched != 0 ? translated("All others are left out.")
+        add(SheetLine::kRest, map->hideUnmatched != 0 ? translated("All others are left out.")
                                                       : translated("All others are drawn plainly."));
     }
 
@@ -196,10 +196,11 @@ private:
         return texts;
     }
 
-    // A heading stands in one column with what it heads, and so does all of a sentence.
+    // A heading stands in one column with what it heads, and so does all of a sentence, and the rest of a
+    // list with its last entry.
     Primitives& blockOf(const SheetLine& line) {
         const bool isHeaded = m_last == SheetLine::kTitle || m_last == SheetLine::kHeading;
-        if (m_blocks.empty() || (line.kind != SheetLine::kMore && !isHeaded))
+        if (m_blocks.empty() || (line.kind < SheetLine::kMore && !isHeaded))
             m_blocks.emplace_back();
         m_last = line.kind;
         return m_blocks.back();

@@ -169,7 +169,7 @@ void DeepCopyCommand::copyHere(KorDSMDatabaseItem& item) {
         KorDSMRecordCommands::copy(source, {item.tableType(), item.recordKey()}, dialog.name(),
                                    KorDSMRecordCommands::eDepth::kAllThatUsed);
     if (!outcome.isStored())
-        return refuse(&m_window, KorString(outcome.error));
+        return tellFailure(&m_window, outcome);
     m_refresh.follow(KorDSMUndo::changesSince(before));
     DsmGoToRecord message;
     message.source = source;

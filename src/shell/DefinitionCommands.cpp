@@ -24,9 +24,7 @@ using namespace KorDSMDefines;
 
 namespace {
 
-constexpr int kNoGroup = 410;    // ""%s" has no group in which it could be filed."
-constexpr int kDeleteMany = 495; // "Do you want to delete these %s definitions?"
-constexpr int kViewsLeave = 497; // "%s views are listed in it and stay; only the listing goes."
+constexpr int kNoGroup = 410; // ""%s" has no group in which it could be filed."
 
 } // namespace
 
@@ -94,7 +92,7 @@ void DefinitionCommands::copyEach(const std::vector<KorDSMDatabaseItem*>& items)
     const std::size_t before = KorDSMUndo::stepCount();
     const auto outcome = KorDSMRecordCommands::copyEach(source, rows);
     if (!outcome.isStored())
-        return refuse(&m_window, KorString(outcome.error));
+        return tellFailure(&m_window, outcome);
     m_refresh.follow(KorDSMUndo::changesSince(before));
     std::vector<KorDSMDatabaseItem*> copies;
     {
@@ -124,30 +122,6 @@ void DefinitionCommands::rename() {
     m_rightSide.resume();
 }
 
-std::optional<std::vector<RowRef>>
-DefinitionCommands::agreesToRemove(const std::vector<KorDSMDatabaseItem*>& items) {
-    const auto count = static_cast<std::int64_t>(items.size());
-    int views = 0;
-    QStringList names;
-    std::vector<RowRef> rows;
-    for (const KorDSMDatabaseItem* item : items) {
-        names << toQt(KorDSMValueText::shortName(item->getDisplayName()));
-        views += KorDSMItemCommands::viewsListedIn(*item);
-        rows.push_back({item->tableType(), item->recordKey()});
-    }
-    QMessageBox box(QMessageBox::Information, toQt(Prompts::ups(19960)), {},
-                    QMessageBox::Yes | QMessageBox::No, &m_window);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(count == 1 ? toQt(KorString::format(Prompts::ups(19961), {fromQt(names.first())}))
-                           : toQt(KorString::format(Prompts::dsm(kDeleteMany), {KorString::number(count)})));
-    if (count > 1)
-        box.setDetailedText(names.join(u'\n'));
-    QStringList notes;
-    if (views > 0)
-        notes << toQt(KorString::format(Prompts::counted(kViewsLeave, views), {KorString::number(views)}));
-    return askToDelete(box, KorDSMItemSource::sourceOf(items.front()), rows, notes);
-}
-
 void DefinitionCommands::remove() {
     const std::vector<KorDSMDatabaseItem*> items = m_selection.subjects();
     if (items.empty() || refusesToWrite(&m_window, *items.front()))
@@ -156,7 +130,7 @@ void DefinitionCommands::remove() {
     for (const KorDSMDatabaseItem* item : items)
         if (const auto users = KorDSMItemCommands::usersThatForbidDeleting(*item); !users.empty())
             return m_usages.tellOf(users);
-    const auto also = agreesToRemove(items);
+    const auto also = askToDelete(m_window, items);
     if (!also)
         return;
     const std::size_t before = KorDSMUndo::stepCount();

@@ -33,7 +33,6 @@ private:
     void rename();
     void remove();
     /// What only the items use and the user wants to be deleted with them; nothing where they are to stay.
-    std::optional<std::vector<RowRef>> agreesToRemove(const std::vector<KorDSMDatabaseItem*>& items);
 
     QWidget& m_window;
     KorDSMDataStructure& m_structure;

@@ -19,6 +19,7 @@
 #include "session/KorDSMWhereUsed.h"
 #include "shell/CommandHelp.h"
 #include "shell/CommandStrip.h"
+#include "shell/DeletionQuestion.h"
 #include "shell/Refusal.h"
 #include "shell/SharedConsent.h"
 #include "shell/UsageViews.h"
@@ -173,9 +174,9 @@ void RecordMenu::addTo(QMenu& menu, KorDSMDatabaseItem& item) {
     if (isRemovedHere(item)) {
         CommandStrip::leaveOut(menu, eItemCommand::kDelete);
         const QString key = QKeySequence(QKeySequence::Delete).toString(QKeySequence::NativeText);
-        CommandHelp::set(
-            menu.addAction(toQt(Prompts::dsm(kDelete)) + u'\t' + key, this, [this, &item] { remove(item); }),
-            kDelete);
+        CommandHelp::set(menu.addAction(toQt(Prompts::dsm(kDelete)) + u'\t' + key, this,
+                                        [this, &item] { remove({&item}); }),
+                         kDelete);
     }
 }
 
@@ -207,7 +208,7 @@ void RecordMenu::makeFor(KorDSMDatabaseItem& item, const Column& column) {
     const KorDSMRecordUse::Use use{{item.tableType(), item.recordKey()}, &column, {}};
     const auto outcome = KorDSMRecordUse::makeFor(source, use, wanted->name, wanted->group);
     if (outcome.isFailed())
-        refuse(&m_window, KorString(outcome.error));
+        tellFailure(&m_window, outcome);
     m_refresh.follow(KorDSMUndo::changesSince(before));
     if (!outcome.isStored())
         return;
@@ -237,7 +238,7 @@ void RecordMenu::makeGroup(KorDSMDatabaseItem& item) {
     const std::size_t before = KorDSMUndo::stepCount();
     const auto outcome = KorDSMRecordCommands::create(source, groups.table, name, 0);
     if (!outcome.isStored())
-        return refuse(&m_window, KorString(outcome.error));
+        return tellFailure(&m_window, outcome);
     m_refresh.follow(KorDSMUndo::changesSince(before));
     if (KorDSMDatabaseItem* made = KorDSMWhereUsed::findItem(m_structure, source, outcome.row))
         m_refresh.showNew({made});
@@ -255,7 +256,7 @@ void RecordMenu::rename() {
     const auto outcome = KorDSMRecordCommands::rename(KorDSMItemSource::sourceOf(item),
                                                       {item->tableType(), item->recordKey()}, name);
     if (outcome.isFailed())
-        return refuse(&m_window, KorString(outcome.error));
+        return tellFailure(&m_window, outcome);
     m_refresh.follow(KorDSMUndo::changesSince(before));
 }
 
@@ -273,7 +274,7 @@ void RecordMenu::copy() {
         standsAlone(*item) ? KorDSMRecordCommands::copy(source, {item->tableType(), item->recordKey()}, name)
                            : KorDSMRecordUse::copyForUser(*item, name);
     if (!outcome.isStored())
-        return refuse(&m_window, KorString(outcome.error));
+        return tellFailure(&m_window, outcome);
     m_refresh.follow(KorDSMUndo::changesSince(before));
     // The copy stands where the original stood.
     DsmGoToRecord message;
@@ -298,7 +299,7 @@ void RecordMenu::copyInstead(RowRef shared) {
     const std::size_t before = KorDSMUndo::stepCount();
     const auto outcome = KorDSMRecordUse::copyFor(source, *use, name, wish);
     if (!outcome.isStored())
-        return refuse(&m_window, KorString(outcome.error));
+        return tellFailure(&m_window, outcome);
     m_refresh.follow(KorDSMUndo::changesSince(before));
     if (!isShown)
         return;
@@ -310,19 +311,31 @@ void RecordMenu::copyInstead(RowRef shared) {
 
 void RecordMenu::removeSelected() {
     whenFree(this, [this] {
-        if (KorDSMDatabaseItem* item = m_selection.subject(); item && isRemovedHere(*item))
-            remove(*item);
+        const std::vector<KorDSMDatabaseItem*> items = m_selection.subjects();
+        if (!items.empty() &&
+            std::ranges::all_of(items, [](KorDSMDatabaseItem* item) { return isRemovedHere(*item); }))
+            remove(items);
     });
 }
 
-void RecordMenu::remove(KorDSMDatabaseItem& item) {
+void RecordMenu::remove(const std::vector<KorDSMDatabaseItem*>& items) {
     RightSide::finishEditing();
+    const SourceId source = KorDSMItemSource::sourceOf(items.front());
+    std::vector<RowRef> rows;
+    for (const KorDSMDatabaseItem* item : items) {
+        rows.push_back({item->tableType(), item->recordKey()});
+        if (const auto users = KorDSMWhereUsed::usagesHere(source, rows.back()); !users.empty())
+            return m_usages.tellOf(users);
+    }
+    const auto also = askToDelete(m_window, items);
+    if (!also)
+        return;
     const std::size_t before = KorDSMUndo::stepCount();
     const auto outcome =
-        KorDSMRecordCommands::remove(KorDSMItemSource::sourceOf(&item), {item.tableType(), item.recordKey()});
+        KorDSMRecordCommands::remove(source, rows, KorDSMRecordCommands::eFiled::kForbids, *also);
     if (!outcome.users.empty())
         return m_usages.tellOf(outcome.users);
     if (!outcome.isStored())
-        return refuse(&m_window, KorString(outcome.error));
+        return tellFailure(&m_window, outcome);
     m_refresh.follow(KorDSMUndo::changesSince(before));
 }

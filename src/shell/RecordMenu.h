@@ -41,7 +41,7 @@ private:
     void followCopy(KorDSMDatabaseItem* item);
     void copy();
     void copyInstead(RowRef shared);
-    void remove(KorDSMDatabaseItem& item);
+    void remove(const std::vector<KorDSMDatabaseItem*>& items);
     KorString askName(int itemType, const KorString& initial, bool proposes);
 
     QWidget& m_window;

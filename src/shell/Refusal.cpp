@@ -18,6 +18,11 @@ void refuse(QWidget* window, const KorString& reason) {
                              toQt(reason.isEmpty() ? Prompts::dsm(kNotDone) : reason));
 }
 
+void tellFailure(QWidget* window, const WriteResult& result) {
+    if (result.isFailed())
+        refuse(window, KorString(result.error));
+}
+
 bool refusesToWrite(QWidget* window, const KorDSMDatabaseItem& item) {
     const KorString reason = KorDSMItemCommands::whyNotWritable(item);
     if (!reason.isEmpty())

@@ -70,8 +70,9 @@ void SearchCommand::open() {
     terms.addTopics();
     const std::optional<KorDSMSearchHit> hit = ask(terms);
     if (hit && hit->row.key > 0 && isNowhere(*hit))
-        refuse(&m_window,
-               KorString::format(Prompts::dsm(kNotShown), {KorDSMValueText::shortName(hit->text)}));
+        refuse(&m_window, KorString::format(Prompts::dsm(kNotShown),
+                                            {KorDSMValueText::shortName(
+                                                KorDSMUnusedRecords::nameOf(hit->sourceId, hit->row))}));
     else if (hit && hit->row.key > 0)
         goTo(*hit);
     else if (hit)

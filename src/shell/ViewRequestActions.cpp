@@ -57,7 +57,7 @@ void KorDSMViewRequestDialog::makeNew() {
                              : KorDSMRecordCommands::create(source, kTableViewRequest, dialog.name(),
                                                             KorDSMRequestItems::categoryOf(*selectedItem()));
     if (!outcome.isStored())
-        return refuse(this, KorString(outcome.error));
+        return tellFailure(this, outcome);
     readAgain(source, outcome.row.key);
 }
 
@@ -71,7 +71,7 @@ void KorDSMViewRequestDialog::rename() {
         return;
     const auto outcome = KorDSMRecordCommands::rename(source, rowOf(*request), dialog.name());
     if (outcome.isFailed())
-        return refuse(this, KorString(outcome.error));
+        return tellFailure(this, outcome);
     if (outcome == WriteResult::kWritten)
         readAgain(source, outcome.row.key);
 }
@@ -102,7 +102,7 @@ void KorDSMViewRequestDialog::remove() {
     const auto outcome = KorDSMRecordCommands::remove(source, {rowOf(*request)},
                                                       KorDSMRecordCommands::eFiled::kForbids, *also);
     if (!outcome.isStored())
-        return refuse(this, KorString(outcome.error));
+        return tellFailure(this, outcome);
     readAgain(source, 0);
 }
 

@@ -43,7 +43,7 @@ TEST_F(GermanTest, HelpWrongUsageAndWrongNamesAreGerman) {
         {{"set", "view-request", "Section", "area_type", "Alles"}, "Es gibt „Ganzes Teil“."},
         {{"list", "--kind", "detail-stil"}, "Die Art „detail-stil“ gibt es nicht"},
         {{"show", "detail-style", "Baem"}, "Meinten Sie „Beam“?"},
-        {{"delete", "view-request", "Front"}, "Detailstil „Beam“ verwendet ihn als „Ansicht 1“ (Benutzer)."},
+        {{"delete", "view-request", "Front"}, "Detailstil „Beam“ verwendet dies als „Ansicht 1“ (Benutzer)."},
     };
     for (const auto& [arguments, expected] : wrong) {
         const QString said = run(arguments).complaints.join('\n');

@@ -137,6 +137,7 @@ TEST_F(SearchWindow, LeadsToWhatNothingUsesWhereItIsRenamedCopiedAndDeleted) {
         press(Qt::Key_D, Qt::ControlModifier);
         EXPECT_EQ(selected(), "Twin part");
         EXPECT_TRUE(has(table, "Twin part"));
+        answerYes();
         pressInTree(Qt::Key_Delete);
         EXPECT_FALSE(has(table, "Twin part"));
         EXPECT_NE(selected(), "Twin part");
