@@ -157,14 +157,17 @@ void PartListEditor::showEffect() {
 void PartListEditor::explainSet() {
     constexpr int kSelects = 638;
     constexpr int kPicks = 930;
+    constexpr int kAtMost = 1360; // "%s to %s"
     const RowRef whole = m_rows.list->whole();
     if (whole.table != kTableQualifierSet)
         return;
     KorString text = KorString::format(Prompts::dsm(kSelects), {KorDSMQualifierWords::sentenceOf(whole.key)});
     if (const KorDSMPreview* preview = KorDSMPreview::shown()) {
-        const auto [picked, all] = preview->pickedBy(whole.key);
-        text = text + " " +
-               KorString::format(Prompts::dsm(kPicks), {KorString::number(picked), KorString::number(all)});
+        const auto [sure, unknown, all] = preview->pickedBy(whole.key);
+        KorString picked = KorString::number(sure);
+        if (unknown > 0)
+            picked = KorString::format(Prompts::dsm(kAtMost), {picked, KorString::number(sure + unknown)});
+        text = text + " " + KorString::format(Prompts::dsm(kPicks), {picked, KorString::number(all)});
     }
     m_head->setText(KorMnemonics::literal(toQt(text)));
 }

@@ -83,7 +83,7 @@ std::optional<KorDSMNaming> KorDSMNaming::of(int itemType, const KorString& init
         return std::nullopt;
     KorDSMNaming naming = namingOf(*family);
     naming.name = initialName;
-    if (proposeName && family->proposesName)
+    if (proposeName && (family->proposesName || naming.isTaken(initialName)))
         KorDetailTableDependencies::GetDefaultNameForRow(family->table, naming.name);
     return naming;
 }

@@ -241,11 +241,13 @@ std::vector<EntryCount> KorDSMPreview::countsOf(std::int32_t map) const {
         .counts();
 }
 
-std::pair<std::int64_t, std::int64_t> KorDSMPreview::pickedBy(std::int32_t set) const {
+KorDSMPreview::Picked KorDSMPreview::pickedBy(std::int32_t set) const {
     StyleSource* from = source();
-    return from ? std::pair(std::ssize(SetExplanation(*from, set, *m_part).picked()),
-                            std::ssize(m_part->objects))
-                : std::pair<std::int64_t, std::int64_t>();
+    if (!from)
+        return {};
+    SetExplanation explanation(*from, set, *m_part);
+    return {std::ssize(explanation.picked()), std::ssize(explanation.picked(eAnswer::kUnknown)),
+            std::ssize(m_part->objects)};
 }
 
 std::vector<QualifierCount> KorDSMPreview::countsOfSet(std::int32_t set) const {

@@ -81,8 +81,13 @@ public:
     std::vector<EntryCount> countsOf(std::int32_t map) const;
     /// What the qualifiers of a set of the source say of the objects of the part.
     std::vector<QualifierCount> countsOfSet(std::int32_t set) const;
-    /// How many objects of the part a qualifier set of the source picks, and of how many.
-    std::pair<std::int64_t, std::int64_t> pickedBy(std::int32_t set) const;
+    struct Picked {
+        std::int64_t sure = 0;
+        std::int64_t unknown = 0; ///< more that it may pick
+        std::int64_t all = 0;     ///< objects of the part
+    };
+    /// How many objects of the part a qualifier set of the source picks.
+    Picked pickedBy(std::int32_t set) const;
 
     /// Leaves an entry of a map out on trial, or no more. Nothing of that is stored, and it ends with the
     /// first update for an item that neither is the map nor lies below it.

@@ -223,6 +223,11 @@ Outcome copy(SourceId source, RowRef row, const KorString& newName, eDepth depth
 
 namespace {
 
+KorString whyNotChanged(SourceId source) {
+    const KorString why = KorDSMItemCommands::whyOnlyReadable(source);
+    return why.isEmpty() ? ItemCommandParts::whyIncomplete() : why;
+}
+
 // The row becomes that of its copy, under the name that the dialog for one copy proposes.
 WriteResult appendNamedCopy(RowRef& row) {
     const StructRecord* original = find(row);
@@ -239,10 +244,7 @@ WriteResult appendNamedCopy(RowRef& row) {
 
 Outcome copyEach(SourceId source, std::vector<RowRef>& rows) {
     const KorDSNRequest request(source.dsn, source.index);
-    KorString why = KorDSMItemCommands::whyOnlyReadable(source);
-    if (why.isEmpty())
-        why = ItemCommandParts::whyIncomplete();
-    if (!why.isEmpty())
+    if (const KorString why = whyNotChanged(source); !why.isEmpty())
         return refused(why);
     const auto count = KorString::number(static_cast<std::int64_t>(rows.size()));
     return inOneStep(ItemCommandParts::label(kCopyingMany, count), rows.front(), [&](RowRef&) {
@@ -359,10 +361,7 @@ std::vector<RowRef> listingsIn(SourceId source, RowRef category) {
 Outcome remove(SourceId source, const std::vector<RowRef>& rows, eFiled filed,
                const std::vector<RowRef>& also) {
     const KorDSNRequest request(source.dsn, source.index);
-    KorString why = KorDSMItemCommands::whyOnlyReadable(source);
-    if (why.isEmpty())
-        why = ItemCommandParts::whyIncomplete();
-    if (!why.isEmpty())
+    if (const KorString why = whyNotChanged(source); !why.isEmpty())
         return refused(why);
     for (const RowRef& row : rows)
         if (Outcome kept = whyKept(source, row, filed); !kept.error.empty())
