@@ -85,8 +85,11 @@ LabelPlacing::Place LabelPlacing::place(const WantedLabel& label) {
     };
     Place best = {at(label.anchors[0], tried[0], label.distance), label.anchors[0]};
     double least = kNever;
-    for (double distance = label.distance; distance <= label.farthest && m_effort < kMostEffort;
-         distance += kStep)
+    // Nothing further out costs less than what lies between.
+    const auto isWorth = [&](double distance) {
+        return distance <= label.farthest && distance - label.distance < least && m_effort < kMostEffort;
+    };
+    for (double distance = label.distance; isWorth(distance); distance += kStep)
         for (std::size_t i = 0; i < label.anchors.size(); ++i)
             for (std::size_t k = 0; k < tried.size(); ++k) {
                 double cost = distance - label.distance +

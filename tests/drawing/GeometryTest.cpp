@@ -4,6 +4,7 @@
 #include "drawing/AxisMap.h"
 #include "drawing/CutSolid.h"
 #include "drawing/HiddenLines.h"
+#include "drawing/LabelPlacing.h"
 #include "drawing/LengthClipping.h"
 
 #include <random>
@@ -186,6 +187,16 @@ TEST(GeometryTest, ACutClosesTheSolidAndKeepsWhatIsHollowHollow) {
     EXPECT_TRUE(contains(loops, {46, 0}));
     EXPECT_FALSE(contains(loops, {0, 0}));
     EXPECT_NEAR(lengthOf(lines, true), 2 * (200 + 100) + 2 * (184 + 84), 0.1);
+}
+
+TEST(GeometryTest, LabelsStandApartAndAreSoughtAPlaceNoFurtherThanItServes) {
+    LabelPlacing placing({});
+    WantedLabel label{{{0, 0}}, {10, 4}};
+    label.farthest = 1e15; // nobody waits until all of it was tried
+    const Vec2 first = placing.place(label).middle;
+    const Vec2 second = placing.place(label).middle;
+    EXPECT_TRUE(std::abs(first.u - second.u) >= 10 || std::abs(first.v - second.v) >= 4);
+    EXPECT_LT(first.length() + second.length(), 60);
 }
 
 // Along 10 m with details at both ends and at 4 m: two stretches, each with 200 mm left at its sides.
