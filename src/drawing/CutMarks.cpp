@@ -104,9 +104,13 @@ private:
     Primitives stroke(Vec2 looking, Vec2 across, double at, double place, double outward, double farthest,
                       const ViewPicture& view) {
         constexpr double kStep = 3;
+        constexpr int kMostSteps = 300; // what damaged records draw can reach kilometres out
         Primitives marks = strokeAt(looking, across, at, place, outward);
-        const auto isCovering = [&](const Primitive& mark) { return covers(view, mark.box()); };
-        while (std::ranges::any_of(marks, isCovering) && place * outward < farthest * outward) {
+        const Obstacles obstacles = obstaclesOf(view);
+        const auto isCovering = [&](const Primitive& mark) { return covers(obstacles, mark.box()); };
+        for (int step = 0; step < kMostSteps && place * outward < farthest * outward &&
+                           std::ranges::any_of(marks, isCovering);
+             ++step) {
             place = outward * std::min(place * outward + kStep, farthest * outward);
             marks = strokeAt(looking, across, at, place, outward);
         }
@@ -147,13 +151,14 @@ private:
         Pen pen = m_context.pens.centreLine(7);
         marks.push_back(Figures::circle(piece.middle(), radius, pen, Primitive::kSymbol, m_provenance));
         Primitives called;
+        const Obstacles obstacles = obstaclesOf(view);
         for (const Vec2 d : {Vec2{1, 1}, Vec2{-1, 1}, Vec2{1, -1}, Vec2{-1, -1}}) {
             const Vec2 rim = piece.middle() + d * (0.7071 * radius);
             const Vec2 end = rim + d * 4;
             called = {Figures::line({rim, end, end + Vec2{7 * d.u, 0}}, m_context.pens.thin(),
                                     Primitive::kSymbol, m_provenance),
                       letter(end + Vec2{3.5 * d.u, kLetter / 2 + 1})};
-            if (!covers(view, called.back().box()))
+            if (!covers(obstacles, called.back().box()))
                 break;
         }
         marks.insert(marks.end(), called.begin(), called.end());
@@ -165,18 +170,34 @@ private:
         return Figures::text(m_context.pens, middle, kLetter, m_cut.letter, Primitive::kSymbol, m_provenance);
     }
 
-    static bool covers(const ViewPicture& view, const Box2& mark) {
-        return std::ranges::any_of(view.primitives, [&](const Primitive& other) {
+    // What a mark keeps clear of.
+    struct Obstacles {
+        std::vector<const Primitive*> lines; // of labels
+        std::vector<Box2> boxes;
+    };
+
+    static Obstacles obstaclesOf(const ViewPicture& view) {
+        Obstacles obstacles;
+        for (const Primitive& other : view.primitives)
             if (other.purpose == Primitive::kLabel && other.kind == Primitive::kLine)
-                return passes(other, mark);
-            if (other.kind != Primitive::kText && other.purpose != Primitive::kDimension &&
-                other.purpose != Primitive::kSymbol)
-                return false;
-            constexpr double kClear = 0.8; // mm
-            const Box2 box = other.box();
-            return box.low.u - kClear < mark.high.u && mark.low.u < box.high.u + kClear &&
-                   box.low.v - kClear < mark.high.v && mark.low.v < box.high.v + kClear;
-        });
+                obstacles.lines.push_back(&other);
+            else if (other.kind == Primitive::kText || other.purpose == Primitive::kDimension ||
+                     other.purpose == Primitive::kSymbol)
+                obstacles.boxes.push_back(other.box());
+        return obstacles;
+    }
+
+    static bool covers(const Obstacles& obstacles, const Box2& mark) {
+        constexpr double kClear = 0.8; // mm
+        return std::ranges::any_of(obstacles.boxes,
+                                   [&](const Box2& box) {
+                                       return box.low.u - kClear < mark.high.u &&
+                                              mark.low.u < box.high.u + kClear &&
+                                              box.low.v - kClear < mark.high.v &&
+                                              mark.low.v < box.high.v + kClear;
+                                   }) ||
+               std::ranges::any_of(obstacles.lines,
+                                   [&](const Primitive* line) { return passes(*line, mark); });
     }
 
     // Whether a leader, or the frame of a label, passes the mark.

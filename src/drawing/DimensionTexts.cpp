@@ -151,16 +151,19 @@ DimensionTexts::Place DimensionTexts::besides(const Span& span, Vec2 size) {
     return chosen;
 }
 
-// How far a stretch lies from the nearer end of its line.
-double DimensionTexts::inside(const std::vector<Wanted>& texts, std::size_t i) {
-    std::size_t first = i;
-    while (first > 0 && !texts[first].span.isFirst)
-        --first;
-    std::size_t last = i;
-    while (last + 1 < texts.size() && !texts[last].span.isLast)
-        ++last;
-    const Vec2 middle = (texts[i].span.from + texts[i].span.to) * 0.5;
-    return std::min((middle - texts[first].span.from).length(), (texts[last].span.to - middle).length());
+// How far each stretch lies from the nearer end of its line.
+std::vector<double> DimensionTexts::insides(const std::vector<Wanted>& texts) {
+    std::vector<double> insides(texts.size());
+    const auto middleOf = [&](std::size_t i) { return (texts[i].span.from + texts[i].span.to) * 0.5; };
+    for (std::size_t i = 0, first = 0; i < texts.size(); ++i) {
+        first = texts[i].span.isFirst ? i : first;
+        insides[i] = (middleOf(i) - texts[first].span.from).length();
+    }
+    for (std::size_t i = texts.size(), last = texts.size() - 1; i-- > 0;) {
+        last = texts[i].span.isLast ? i : last;
+        insides[i] = std::min(insides[i], (texts[last].span.to - middleOf(i)).length());
+    }
+    return insides;
 }
 
 std::vector<DimensionTexts::Place> DimensionTexts::place(const std::vector<Wanted>& texts) {
@@ -175,12 +178,13 @@ std::vector<DimensionTexts::Place> DimensionTexts::place(const std::vector<Wante
         else
             rest.push_back(i);
     }
+    const std::vector<double> inside = insides(texts);
     // First those at the ends of lines, which have their place beside these; then the longer ones, which stay
     // nearer; of equal ones those further inside, so that leaders of the others pass them.
     std::ranges::stable_sort(rest, std::greater(), [&](std::size_t i) {
         const Span& span = texts[i].span;
         return std::tuple(span.isFirst || span.isLast, std::lround((span.to - span.from).length() * 100),
-                          std::lround(inside(texts, i) * 100));
+                          std::lround(inside[i] * 100));
     });
     for (const std::size_t i : rest)
         places[i] = besides(texts[i].span, texts[i].size);

@@ -46,7 +46,7 @@ private:
     };
     static bool meet(const Text& a, const Text& b);
     static Text asText(Vec2 from, Vec2 to);
-    static double inside(const std::vector<Wanted>& texts, std::size_t i);
+    static std::vector<double> insides(const std::vector<Wanted>& texts);
     std::optional<Place> upon(const Span& span, Vec2 size);
     Place besides(const Span& span, Vec2 size);
     Place oneOf(const std::vector<Vec2>& middles, Vec2 along, Vec2 size);
