@@ -2,6 +2,7 @@
 
 #include "data/RowUsers.h"
 #include "model/KorDSMFamilies.h"
+#include "model/KorDSMItemPlacing.h"
 #include "operations/KorDSNManager.h"
 #include "session/KorDSMItemPath.h"
 
@@ -32,9 +33,8 @@ KorDSMDatabaseItem* itemOf(KorDSMDataStructure& structure, SourceId source, RowR
                : nullptr;
     if (!content)
         return nullptr;
-    for (KorDSMDatabaseItem* child : content->children())
-        if (child->tableType() == row.table && child->recordKey() == row.key)
-            return child;
+    if (KorDSMDatabaseItem* shown = KorDSMItemPlacing::findChild(*content, row))
+        return shown;
     const KorDSNRequest request(source.dsn, source.index);
     return &content->addChild(KorDSMFamilies::makeItem(*KorDSMFamilies::of(row.table), *record));
 }
